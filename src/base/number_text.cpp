@@ -1,0 +1,107 @@
+// Reads numbers from text strictly, by their leading digits, or not at all.
+#include "src/base/number_text.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "src/base/raised_error.h"
+#include "src/base/text.h"
+
+// The number as std::from_chars reads it: "." for the decimal sign, no thousands, no sign "+".
+static std::optional<std::string> sPlainNumber(std::string_view sText, char cDecimalSign)
+{
+    std::string sPlain = sTrim(sText);
+    const bool bComma = bContains(sPlain, ",");
+    const bool bOnePoint = sPlain.find('.') != std::string::npos && sPlain.find('.') == sPlain.rfind('.');
+    if (cDecimalSign == ',' && !(bOnePoint && !bComma)) {
+        sPlain = sReplaceAll(sPlain, ".", "");
+        sPlain = sReplaceAll(sPlain, ",", ".");
+    } else {
+        sPlain = sReplaceAll(sPlain, ",", "");
+    }
+    if (!sPlain.empty() && sPlain.front() == '+')
+        sPlain.erase(0, 1);
+    else if (sPlain.size() > 1 && sPlain[0] == '-' && sPlain[1] == '+')
+        return std::nullopt;
+    if (sPlain.find_first_of("0123456789") == std::string::npos)
+        return std::nullopt;  // from_chars would take "inf" and "nan"
+    return sPlain;
+}
+
+static std::optional<double> dParse(std::string_view sText, char cDecimalSign)
+{
+    const std::optional<std::string> sPlain = sPlainNumber(sText, cDecimalSign);
+    if (!sPlain)
+        return std::nullopt;
+    double dValue = 0;
+    const auto [pEnd, nError] = std::from_chars(sPlain->data(), sPlain->data() + sPlain->size(), dValue);
+    if (nError == std::errc::invalid_argument || pEnd != sPlain->data() + sPlain->size())
+        return std::nullopt;
+    if (nError == std::errc::result_out_of_range)
+        throw clsRaisedError(kErrOverflow, "Overflow");
+    return dValue;
+}
+
+bool bIsNumeric(std::string_view sText, char cDecimalSign)
+{
+    try {
+        return dParse(sText, cDecimalSign).has_value();
+    } catch (const clsRaisedError&) {
+        return false;
+    }
+}
+
+double dToDouble(std::string_view sText, char cDecimalSign)
+{
+    const std::optional<double> dValue = dParse(sText, cDecimalSign);
+    if (!dValue)
+        throw clsRaisedError(kErrTypeMismatch, "Type mismatch");
+    return *dValue;
+}
+
+std::int32_t lToLong(std::string_view sText, char cDecimalSign)
+{
+    const double dRounded = std::nearbyint(dToDouble(sText, cDecimalSign));
+    if (!(dRounded >= std::numeric_limits<std::int32_t>::min() &&
+          dRounded <= std::numeric_limits<std::int32_t>::max()))
+        throw clsRaisedError(kErrOverflow, "Overflow");
+    return static_cast<std::int32_t>(dRounded);
+}
+
+bool bToBoolean(std::string_view sText, char cDecimalSign)
+{
+    if (bEqualIgnoringCase(sTrim(sText), "true"))
+        return true;
+    if (bEqualIgnoringCase(sTrim(sText), "false"))
+        return false;
+    return dToDouble(sText, cDecimalSign) != 0;
+}
+
+std::int32_t lLeadingNumber(std::string_view sText)
+{
+    const std::string sPlain = sTrim(sText);
+    const bool bNegative = !sPlain.empty() && sPlain.front() == '-';
+    std::int64_t nValue = 0;
+    for (std::size_t i = bNegative ? 1 : 0; i < sPlain.size() && sPlain[i] >= '0' && sPlain[i] <= '9'; ++i) {
+        nValue = nValue * 10 + (sPlain[i] - '0');
+        if (nValue > std::numeric_limits<std::int32_t>::max()) {
+            nValue = std::numeric_limits<std::int32_t>::max();
+            break;
+        }
+    }
+    return static_cast<std::int32_t>(bNegative ? -nValue : nValue);
+}
+
+std::string sFormatOneDecimal(double dValue, char cDecimalSign)
+{
+    const double dTenths = std::round(std::fabs(dValue) * 10);
+    char aBuffer[400];
+    const auto [pEnd, nError] =
+        std::to_chars(aBuffer, aBuffer + sizeof aBuffer, dTenths / 10, std::chars_format::fixed, 1);
+    std::string sResult(aBuffer, nError == std::errc() ? pEnd : aBuffer);
+    sResult = sReplaceAll(sResult, ".", std::string_view(&cDecimalSign, 1));
+    return dValue < 0 && dTenths > 0 ? "-" + sResult : sResult;
+}

@@ -1,0 +1,12 @@
+// The start banner.
+// Room: forms. May use: base, platform.
+#pragma once
+
+#include "src/platform/controls.h"
+
+struct frmPleaseWait : Form {
+    frmPleaseWait() : Form("frmPleaseWait") {}
+
+    Label lblHeader{*this, "lblHeader"};
+    Label lblLine1{*this, "lblLine1"};
+};

@@ -1,0 +1,12 @@
+// The scheduler's form, as far as a run asks about it.
+// Room: forms. May use: base, platform.
+#pragma once
+
+#include "src/platform/controls.h"
+
+struct frmScheduler : Form {
+    frmScheduler() : Form("frmScheduler") {}
+
+    bool bPersistRunning = false;  ///< the timer is to start with the program
+    bool bTimerEnabled = false;    ///< the timer is on
+};

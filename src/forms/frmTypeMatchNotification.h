@@ -1,0 +1,16 @@
+// The notice that a source's extension and its type disagree.
+// Room: forms. May use: base, platform.
+#pragma once
+
+#include "src/platform/controls.h"
+
+struct frmTypeMatchNotification : Form {
+    frmTypeMatchNotification() : Form("frmTypeMatchNotification") {}
+
+    CheckBox chkDontShowAgain{*this, "chkDontShowAgain"};
+    CommandButton cmdContinue{*this, "cmdContinue"};
+    CommandButton cmdCancel{*this, "cmdCancel"};
+
+    bool bDontShowAgain = false;
+    bool bContinue = false;
+};

@@ -1,0 +1,20 @@
+// What the translator knows while the program runs.
+// Room: forms. May use: base, platform.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
+enum class LanguageFileFormat : std::int16_t { EightBit = 0, Utf16 = -1, Unreadable = 99 };
+
+struct TranslatorState {
+    std::string sLanguage = "English";
+    std::string sLanguageFile;  ///< full path; empty while the language is English
+    std::string sLanguageFont;  ///< font name for all controls; empty if none was chosen
+    std::string sProductStem = "Varnel";
+    LanguageFileFormat iLanguageFileFormat = LanguageFileFormat::EightBit;
+    std::int32_t lUserLCID = 1033;
+    std::unordered_map<std::string, std::string> dictTranslations;  ///< English text to the text to show
+    bool bAppendFailureShown = false;  ///< one box about an unwritable language file is enough
+};

@@ -1,0 +1,9 @@
+// Laying a picture with alpha on a background.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include "src/platform/image_buffer.h"
+
+/// The picture of 4 channels as one of 3, each pixel mixed with white by its alpha and rounded to the nearest level.
+/// Everything beside the pixels is kept.
+ImageBuffer aLaidOnWhite(const ImageBuffer& aImage);

@@ -1,0 +1,18 @@
+// The sizes that a picture may have, asked before anything is allocated for it.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstdint>
+
+#include "src/platform/image_buffer.h"
+
+constexpr std::uint64_t kMaxSide = 65500;  ///< pixels
+constexpr std::uint64_t kMaxMegapixels = 512;
+
+/// True for 1..kMaxSide pixels on each side and at most 512 megapixels in all; VARNEL_MAX_MEGAPIXELS in the
+/// environment sets another count (1 to 4096).
+bool bSizeAllowed(std::uint64_t nWidth, std::uint64_t nHeight);
+
+/// Gives aImage its size, 1, 3 or 4 channels and bytes of no particular value; everything else of it is emptied.
+/// False, with aImage as it was, for a size that isn't allowed or for which there is no memory.
+bool bAllocate(ImageBuffer& aImage, std::uint64_t nWidth, std::uint64_t nHeight, std::int32_t lChannels);

@@ -1,0 +1,13 @@
+// The clock of the host.
+// Room: platform_posix. May use: platform.
+#pragma once
+
+#include "src/platform/clock.h"
+
+class PosixClock : public Clock
+{
+public:
+    std::int64_t GetTickCount() const override;
+    double dNow() const override;
+    void Sleep(std::int32_t lMilliseconds) override;
+};
