@@ -8,10 +8,11 @@
 /// No file type: none was given, or the extension is unknown.
 constexpr std::int32_t kNoFileType = -12345678;
 
-/// Filled by the command line or by a row of the task table, checked by the validation, run by the engine, which
-/// leaves the outcome in lErr (0 for success) and sErr (translated). The order of the fields is fixed.
+/// Filled by the command line or by a row of the task table, checked by the validation, run by the engine,
+/// which leaves the outcome in lErr (0 for success) and sErr (translated). The order of the fields is fixed.
 struct clsConversionOptions {
-    std::string sActionToDo = "C";  ///< holds "C": a conversion; else holds "S": a special process or a launch
+    std::string sActionToDo =
+        "C";  ///< holds "C": a conversion; else holds "S": a special process or a launch
     std::string sCurrentBatchJobFile;
     std::string sOriginalFile;  ///< source path, may hold "*"; for a launch the program
     std::int32_t lOriginalFileType = kNoFileType;
@@ -21,7 +22,7 @@ struct clsConversionOptions {
     bool bVerboseLog = false;  ///< a log row is reported even if the settings name no report file
     bool bDoSubfolders = false;
     bool bSaveInOriginalFolder = false;
-    bool bExportFormula = false;        ///< carried from the row's flags; nothing reads it
+    bool bExportFormula = false;         ///< carried from the row's flags; nothing reads it
     std::int32_t lConversionMethod = 1;  ///< 1: through the image library; any other value converts nothing
     std::string sExtraParams = "1";      ///< details, fields joined by "^"
     bool bOpenButDoNotRun = false;
@@ -32,7 +33,8 @@ struct clsConversionOptions {
     std::string sCLBatchJobFile;
     std::string sErr;
     std::int32_t lErr = 0;
-    // Declared so that the record keeps its shape: the values that reach the image library come from sExtraParams.
+    // Declared so that the record keeps its shape: the values that reach the image library come from
+    // sExtraParams.
     std::int32_t lTiffCompression = 0;
     std::int32_t lJPEGQuality = 75;
     std::string sImageInfoTitle;

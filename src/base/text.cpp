@@ -21,7 +21,8 @@ std::string sTrim(std::string_view sText)
     return sLTrim(sRTrim(sText));
 }
 
-// Lower case of a code point that UTF-8 writes in two bytes, and whose lower case it writes in two bytes as well.
+// Lower case of a code point that UTF-8 writes in two bytes, and whose lower case it writes in two bytes as
+// well.
 static std::uint32_t nLowerTwoByte(std::uint32_t nCode)
 {
     const bool bLatin1 = nCode >= 0xC0 && nCode <= 0xDE && nCode != 0xD7;
@@ -83,7 +84,8 @@ std::vector<std::string> aSplit(std::string_view sText, char cDelimiter)
     if (sText.empty())
         return aPieces;
     std::size_t nBegin = 0;
-    for (std::size_t nEnd = 0; (nEnd = sText.find(cDelimiter, nBegin)) != std::string_view::npos; nBegin = nEnd + 1)
+    for (std::size_t nEnd = 0; (nEnd = sText.find(cDelimiter, nBegin)) != std::string_view::npos;
+         nBegin = nEnd + 1)
         aPieces.emplace_back(sText.substr(nBegin, nEnd - nBegin));
     aPieces.emplace_back(sText.substr(nBegin));
     return aPieces;

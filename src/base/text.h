@@ -11,8 +11,8 @@ std::string sTrim(std::string_view sText);
 std::string sRTrim(std::string_view sText);
 std::string sLTrim(std::string_view sText);
 
-/// Lower case of a UTF-8 text: ASCII, Latin-1, Greek and Cyrillic letters; every other byte stays as it is, and the
-/// length in bytes never changes.
+/// Lower case of a UTF-8 text: ASCII, Latin-1, Greek and Cyrillic letters; every other byte stays as it is,
+/// and the length in bytes never changes.
 std::string sLower(std::string_view sText);
 
 /// Equal when both are lower-cased.
@@ -22,11 +22,11 @@ bool bEqualIgnoringCase(std::string_view sLeft, std::string_view sRight);
 bool bContains(std::string_view sText, std::string_view sPart);
 bool bContainsIgnoringCase(std::string_view sText, std::string_view sPart);
 
-/// The pieces of sText between delimiters: always one more than there are delimiters, except that an empty text gives
-/// no piece at all.
+/// The pieces of sText between delimiters: always one more than there are delimiters, except that an empty
+/// text gives no piece at all.
 std::vector<std::string> aSplit(std::string_view sText, char cDelimiter);
 std::string sJoin(const std::vector<std::string>& aPieces, std::string_view sDelimiter);
 
-/// Every occurrence replaced, from left to right, without looking again at what was put in. An empty sFind changes
-/// nothing.
+/// Every occurrence replaced, from left to right, without looking again at what was put in. An empty sFind
+/// changes nothing.
 std::string sReplaceAll(std::string_view sText, std::string_view sFind, std::string_view sReplacement);

@@ -34,17 +34,20 @@ struct Services {
     ImageUtility& ImageUtility1;
 };
 
-/// Made once by main (or by a test, with services in memory) and handed to the routines as their first argument.
+/// Made once by main (or by a test, with services in memory) and handed to the routines as their first
+/// argument.
 struct Application {
     explicit Application(Services objServices) : svc(objServices) {}
 
     Services svc;
 
-    std::string sIniFile;              ///< path of the settings file
-    std::string sHelpFile;             ///< name of the help file
-    bool bCommandLineMode = false;     ///< the run loop and the validation show no box of their own
-    bool bInternalGridChange = false;  ///< code, not the user, is changing a grid or a field: its handlers do nothing
-    bool bDoubleByteLocale = false;    ///< the locale's letters are wide: no bold headers, a wider "Do" column
+    std::string sIniFile;           ///< path of the settings file
+    std::string sHelpFile;          ///< name of the help file
+    bool bCommandLineMode = false;  ///< the run loop and the validation show no box of their own
+    bool bInternalGridChange =
+        false;  ///< code, not the user, is changing a grid or a field: its handlers do nothing
+    bool bReportFailureShown = false;  ///< one box about an unwritable report file is enough
+    bool bDoubleByteLocale = false;  ///< the locale's letters are wide: no bold headers, a wider "Do" column
 
     TranslatorState objTranslator;
     ::frmMainMDI frmMainMDI;

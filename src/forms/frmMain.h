@@ -110,5 +110,4 @@ struct frmMain : Form {
     // Extension in lower case to the index of its entry, filled with the two combo boxes
     std::map<std::string, std::int32_t> colExtensionsOriginal;
     std::map<std::string, std::int32_t> colExtensionsTarget;
-
 };

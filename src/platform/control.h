@@ -1,8 +1,8 @@
 // What every control and every form has: a name, a caption, a state, and observers.
 // Room: platform. May use: the standard library.
 //
-// A control's contents are the field: logic reads and writes it with no toolkit present. A toolkit's binder mirrors it
-// by setting OnChanged and by calling the setters when the user acts.
+// A control's contents are the field: logic reads and writes it with no toolkit present. A toolkit's binder
+// mirrors it by setting OnChanged and by calling the setters when the user acts.
 #pragma once
 
 #include <functional>
@@ -11,8 +11,8 @@
 
 class Control;
 
-/// A form owns its controls as members; each enters itself here, in the order of declaration. Forms and controls stay
-/// where they were made: neither is copied or moved.
+/// A form owns its controls as members; each enters itself here, in the order of declaration. Forms and
+/// controls stay where they were made: neither is copied or moved.
 class Form
 {
 public:

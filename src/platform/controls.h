@@ -46,8 +46,8 @@ public:
     const std::string& List(std::int32_t lIndex) const { return m_aItems.at(lIndex).first; }
     std::int32_t ItemData(std::int32_t lIndex) const { return m_aItems.at(lIndex).second; }
     std::int32_t ListIndex() const { return m_lListIndex; }  ///< -1 while no entry is selected
-    /// Selects an entry, makes its text the text, and raises OnClick, also when it was selected already; -1 selects
-    /// none. Raises clsRaisedError (kErrInvalidProcedureCall) when there is no such entry.
+    /// Selects an entry, makes its text the text, and raises OnClick, also when it was selected already; -1
+    /// selects none. Raises clsRaisedError (kErrInvalidProcedureCall) when there is no such entry.
     void SetListIndex(std::int32_t lIndex);
     const std::string& Text() const { return m_sText; }
     /// A text of one's own: no entry is selected then. A new text raises OnChange.

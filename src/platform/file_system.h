@@ -19,8 +19,8 @@ class TextReader
 {
 public:
     virtual ~TextReader() = default;
-    /// The next line as UTF-8 without its end (CR LF or LF); nothing at the end of the file. Raises clsRaisedError
-    /// when the file can't be read on.
+    /// The next line as UTF-8 without its end (CR LF or LF); nothing at the end of the file. Raises
+    /// clsRaisedError when the file can't be read on.
     virtual bool ReadLine(std::string& sLine) = 0;
 };
 
@@ -31,13 +31,13 @@ public:
     virtual ~TextWriter() = default;
     /// Adds sLine and CR LF.
     virtual void WriteLine(const std::string& sLine) = 0;
-    /// Puts the file into place. Raises clsRaisedError when anything could not be written; the old file is then as it
-    /// was. A writer that is let go without Commit leaves nothing behind.
+    /// Puts the file into place. Raises clsRaisedError when anything could not be written; the old file is
+    /// then as it was. A writer that is let go without Commit leaves nothing behind.
     virtual void Commit() = 0;
 };
 
-/// Paths are UTF-8 in the style in which the user gave them. Components are looked up exactly first and then without
-/// regard to case. A name may hold any byte but "/" and "\". Nothing throws unless it says so.
+/// Paths are UTF-8 in the style in which the user gave them. Components are looked up exactly first and then
+/// without regard to case. A name may hold any byte but "/" and "\". Nothing throws unless it says so.
 class FileSystem
 {
 public:
@@ -46,12 +46,13 @@ public:
     /// The host's path of an existing file or folder; nothing when there is none.
     [[nodiscard]] virtual std::optional<std::string> sHostPathOfExisting(const std::string& sPath) const = 0;
 
-    /// The host's path at which a file of that name is to be written, whether or not it exists; nothing when the path
-    /// can't name one (a drive that isn't mapped, an empty name, "*" or "?" in the last component).
+    /// The host's path at which a file of that name is to be written, whether or not it exists; nothing when
+    /// the path can't name one (a drive that isn't mapped, an empty name, "*" or "?" in the last component).
     [[nodiscard]] virtual std::optional<std::string> sHostPathToWrite(const std::string& sPath) const = 0;
 
     [[nodiscard]] virtual bool FolderExists(const std::string& sPath) const = 0;
-    [[nodiscard]] virtual bool FileExists(const std::string& sPath) const = 0;  ///< a regular file or a link to one
+    [[nodiscard]] virtual bool FileExists(
+        const std::string& sPath) const = 0;  ///< a regular file or a link to one
 
     /// Makes one folder, whose parent must exist; False when it could not.
     virtual bool CreateFolder(const std::string& sPath) = 0;
@@ -59,7 +60,8 @@ public:
     /// False when sFolder can't be listed. Names that hold a separator ("\") are left out.
     [[nodiscard]] virtual bool ListFolder(const std::string& sFolder, FolderListing& objListing) const = 0;
 
-    /// The path with every link resolved: one text for one folder, however it is reached. "" when there is none.
+    /// The path with every link resolved: one text for one folder, however it is reached. "" when there is
+    /// none.
     [[nodiscard]] virtual std::string sRealPath(const std::string& sPath) const = 0;
 
     /// Copies a regular file over sTarget, whole or not at all.
@@ -67,14 +69,15 @@ public:
     virtual bool DeleteFile(const std::string& sPath) = 0;
     virtual bool ClearReadOnly(const std::string& sPath) = 0;  ///< False when there is no such file
 
-    /// Opens a text file; one that is not UTF-8 as a whole is read as Windows-1252. Raises kErrFileNotFound or
-    /// kErrPathFileAccess with a description when it can't be opened.
+    /// Opens a text file; one that is not UTF-8 as a whole is read as Windows-1252. Raises kErrFileNotFound
+    /// or kErrPathFileAccess with a description when it can't be opened.
     [[nodiscard]] virtual std::unique_ptr<TextReader> OpenForInput(const std::string& sPath) const = 0;
 
     /// Raises kErrPathFileAccess when no file can be made there.
     [[nodiscard]] virtual std::unique_ptr<TextWriter> OpenForOutput(const std::string& sPath) = 0;
 
-    /// Appends sLine and LF in one write, making the file if there is none. Raises kErrPathFileAccess on failure.
+    /// Appends sLine and LF in one write, making the file if there is none. Raises kErrPathFileAccess on
+    /// failure.
     virtual void AppendLine(const std::string& sPath, const std::string& sLine) = 0;
 
     /// All bytes of a file as they are, and bytes added to its end. Nothing, or False, on failure.

@@ -55,8 +55,8 @@ void Grid::SetTextMatrix(std::int32_t lRow, std::int32_t lCol, const std::string
 }
 
 // Formats of the rows from lRow on move by lBy rows, since they belong to their row.
-static void MoveFormats(std::map<std::pair<std::int32_t, std::int32_t>, CellFormat>& aFormats, std::int32_t lRow,
-                        std::int32_t lBy)
+static void MoveFormats(std::map<std::pair<std::int32_t, std::int32_t>, CellFormat>& aFormats,
+                        std::int32_t lRow, std::int32_t lBy)
 {
     std::map<std::pair<std::int32_t, std::int32_t>, CellFormat> aMoved;
     for (auto it = aFormats.lower_bound({lRow, 0}); it != aFormats.end(); it = aFormats.erase(it))

@@ -1,6 +1,5 @@
-// The table of texts: rows of cells, a current cell, a selection, and pictures and colours for the few cells that
-// have them.
-// Room: platform. May use: platform.
+// The table of texts: rows of cells, a current cell, a selection, and pictures and colours for the few cells
+// that have them. Room: platform. May use: platform.
 #pragma once
 
 #include <cstdint>
@@ -26,8 +25,8 @@ struct CellFormat {
     std::int32_t lFontSize = 0;  ///< points; 0: the view's own
 };
 
-/// Rows and columns count from 0. A row is stored as one tab separated text, so that 30,000 rows load in a moment and
-/// cost little more than their letters. Reading a cell that isn't there gives "".
+/// Rows and columns count from 0. A row is stored as one tab separated text, so that 30,000 rows load in a
+/// moment and cost little more than their letters. Reading a cell that isn't there gives "".
 class Grid : public Control
 {
 public:
@@ -41,17 +40,19 @@ public:
     std::string TextMatrix(std::int32_t lRow, std::int32_t lCol) const;
     void SetTextMatrix(std::int32_t lRow, std::int32_t lCol, const std::string& sText);
 
-    /// Inserts a row in front of lIndex, from cells separated by tabs; cells beyond the last column are dropped.
+    /// Inserts a row in front of lIndex, from cells separated by tabs; cells beyond the last column are
+    /// dropped.
     void AddItem(std::string_view sTabbedCells, std::int32_t lIndex);
     void RemoveItem(std::int32_t lIndex);
 
     std::int32_t Row() const { return m_lRow; }
     std::int32_t Col() const { return m_lCol; }
     std::int32_t ColSel() const { return m_lColSel; }
-    /// Makes a row current: OnLeaveCell before, OnEnterCell after, if it is another one. A row out of range is put to
-    /// the nearest.
+    /// Makes a row current: OnLeaveCell before, OnEnterCell after, if it is another one. A row out of range
+    /// is put to the nearest.
     void SetRow(std::int32_t lRow);
-    /// False, with the column as it was, when the grid has no such column. The selection is then this one column.
+    /// False, with the column as it was, when the grid has no such column. The selection is then this one
+    /// column.
     bool SetCol(std::int32_t lCol);
     void SetColSel(std::int32_t lColSel);
 
@@ -70,12 +71,13 @@ public:
     void SetRedraw(bool bRedraw);
     void Refresh();
 
-    std::function<void()> OnEnterCell;                              ///< belongs to the logic
-    std::function<void()> OnLeaveCell;                              ///< belongs to the logic
-    std::function<void(std::int32_t lRow)> OnRowInserted;           ///< belongs to the binder
-    std::function<void(std::int32_t lRow)> OnRowRemoved;            ///< belongs to the binder
-    std::function<void(std::int32_t lRow, std::int32_t)> OnCell;    ///< belongs to the binder: row and column changed
-    std::function<bool(std::int32_t lRow)> OnRowIsVisible;          ///< belongs to the binder
+    std::function<void()> OnEnterCell;                     ///< belongs to the logic
+    std::function<void()> OnLeaveCell;                     ///< belongs to the logic
+    std::function<void(std::int32_t lRow)> OnRowInserted;  ///< belongs to the binder
+    std::function<void(std::int32_t lRow)> OnRowRemoved;   ///< belongs to the binder
+    std::function<void(std::int32_t lRow, std::int32_t)>
+        OnCell;                                             ///< belongs to the binder: row and column changed
+    std::function<bool(std::int32_t lRow)> OnRowIsVisible;  ///< belongs to the binder
 
 private:
     void RaiseTableChanged();

@@ -9,7 +9,8 @@
 #include <utility>
 #include <vector>
 
-/// Leaves new bytes as they come, so that a picture's memory is touched once, by its decoder, and not zeroed first.
+/// Leaves new bytes as they come, so that a picture's memory is touched once, by its decoder, and not zeroed
+/// first.
 template <typename T>
 class UninitializedAllocator : public std::allocator<T>
 {
@@ -40,17 +41,17 @@ struct ImageMetadata {
     std::vector<std::uint8_t> aIptc;  ///< IPTC-IIM datasets, the first byte being 0x1C
 };
 
-/// One decoded picture, owned by whoever loaded it and lent by reference; moved, not copied. 8 bits a channel;
-/// 1, 3 or 4 channels interleaved (grey; B, G, R; B, G, R, A with alpha not premultiplied); rows top to bottom without
-/// padding.
+/// One decoded picture, owned by whoever loaded it and lent by reference; moved, not copied. 8 bits a
+/// channel; 1, 3 or 4 channels interleaved (grey; B, G, R; B, G, R, A with alpha not premultiplied); rows top
+/// to bottom without padding.
 struct ImageBuffer {
     std::int32_t lWidth = 0;     ///< pixels; 0 while nothing is loaded
     std::int32_t lHeight = 0;    ///< pixels
     std::int32_t lChannels = 0;  ///< 1, 3 or 4
     PixelBytes aBytes;           ///< always lWidth * lHeight * lChannels
 
-    /// The profile that the pixel values are in; empty for sRGB (or, with one channel, a grey of sRGB's curve). Its
-    /// colour space agrees with lChannels: a grey profile for 1, an RGB profile for 3 and 4.
+    /// The profile that the pixel values are in; empty for sRGB (or, with one channel, a grey of sRGB's
+    /// curve). Its colour space agrees with lChannels: a grey profile for 1, an RGB profile for 3 and 4.
     std::vector<std::uint8_t> aIccProfile;
     double dDotsPerInchX = 0;  ///< 0 when the file doesn't say
     double dDotsPerInchY = 0;

@@ -7,7 +7,8 @@
 
 #include "src/platform/image_buffer.h"
 
-/// The texts that a save writes into the file where its format has a place for them. An empty text writes nothing.
+/// The texts that a save writes into the file where its format has a place for them. An empty text writes
+/// nothing.
 struct ImageInfoTexts {
     std::string sTitle;           ///< operation 1000
     std::string sDescription;     ///< operation 1001
@@ -18,25 +19,26 @@ struct ImageInfoTexts {
     std::string sEquipmentModel;  ///< operation 1006
 };
 
-/// Loads and saves pictures. Paths are UTF-8 in the style in which the user gave them; "\" and "/" separate alike.
-/// Nothing here throws or shows a message: False is the whole report of a failure, and the caller turns it into lErr
-/// and sErr. A load goes by the file's content, whatever its name says; what comes is the picture as a person sees it:
-/// turned upright, 8 bits a channel, colours through their profile.
+/// Loads and saves pictures. Paths are UTF-8 in the style in which the user gave them; "\" and "/" separate
+/// alike. Nothing here throws or shows a message: False is the whole report of a failure, and the caller
+/// turns it into lErr and sErr. A load goes by the file's content, whatever its name says; what comes is the
+/// picture as a person sees it: turned upright, 8 bits a channel, colours through their profile.
 ///
-/// A save is whole or not at all: after False an older file of that name is as it was, and no part of a new one is
-/// there.
+/// A save is whole or not at all: after False an older file of that name is as it was, and no part of a new
+/// one is there.
 class ImageFile
 {
 public:
     virtual ~ImageFile() = default;
 
-    /// The first image of the file. A missing, broken, cut-short, oversized or foreign file is an ordinary False and
-    /// leaves aImage untouched.
+    /// The first image of the file. A missing, broken, cut-short, oversized or foreign file is an ordinary
+    /// False and leaves aImage untouched.
     [[nodiscard]] virtual bool LoadImage(const std::string& sFile, ImageBuffer& aImage) = 0;
 
-    /// Page lFrameIndex, counted from 0; below 0 or beyond the last is False. Asking for the pages of one file in
-    /// order costs no more than reading the file once.
-    [[nodiscard]] virtual bool LoadFrame(const std::string& sFile, std::int32_t lFrameIndex, ImageBuffer& aImage) = 0;
+    /// Page lFrameIndex, counted from 0; below 0 or beyond the last is False. Asking for the pages of one
+    /// file in order costs no more than reading the file once.
+    [[nodiscard]] virtual bool LoadFrame(const std::string& sFile, std::int32_t lFrameIndex,
+                                         ImageBuffer& aImage) = 0;
 
     /// The count of pages; 1 for a format without pages, 0 for a file that can't be read.
     [[nodiscard]] virtual std::int32_t GetFrameCount(const std::string& sFile) = 0;
@@ -54,15 +56,16 @@ public:
     [[nodiscard]] virtual bool SaveRAS(const ImageBuffer& aImage, const std::string& sFile) = 0;
     [[nodiscard]] virtual bool SaveJ2K(const ImageBuffer& aImage, const std::string& sFile) = 0;
 
-    /// Adds a page to the file begun by SaveTIFF while MultiFrameSave was True. With bFinish the file is closed
-    /// afterwards, also after a failure. With an empty aImage (lWidth 0) and bFinish nothing is added. False when no
-    /// file is open or the page could not be written; the pages before it stay. The file is a valid TIFF after every
-    /// call.
+    /// Adds a page to the file begun by SaveTIFF while MultiFrameSave was True. With bFinish the file is
+    /// closed afterwards, also after a failure. With an empty aImage (lWidth 0) and bFinish nothing is added.
+    /// False when no file is open or the page could not be written; the pages before it stay. The file is a
+    /// valid TIFF after every call.
     [[nodiscard]] virtual bool AppendFrame(const ImageBuffer& aImage, bool bFinish) = 0;
 
-    virtual void SetJPEGQuality(std::int32_t lQuality) = 0;          ///< clamped to 1..100 when used; 75 at first
-    virtual void SetTIFFCompression(std::int32_t lCompression) = 0;  ///< 0 none, 1 LZW, 2 RLE, 3 G3, 4 G4; 0 at first
-    virtual void SetMultiFrameSave(bool bMultiFrameSave) = 0;        ///< False closes a file that is still open
+    virtual void SetJPEGQuality(std::int32_t lQuality) = 0;  ///< clamped to 1..100 when used; 75 at first
+    virtual void SetTIFFCompression(
+        std::int32_t lCompression) = 0;  ///< 0 none, 1 LZW, 2 RLE, 3 G3, 4 G4; 0 at first
+    virtual void SetMultiFrameSave(bool bMultiFrameSave) = 0;  ///< False closes a file that is still open
     virtual void SetInfo(const ImageInfoTexts& objTexts) = 0;
 };
 

@@ -8,8 +8,9 @@ class NamedMutex
 {
 public:
     virtual ~NamedMutex() = default;
-    /// Waits without limit until this process holds the lock. A lock whose owner died is free. Where no lock can be
-    /// made at all (no place to keep it), it goes on without one. May be nested: one Release for each Acquire.
+    /// Waits without limit until this process holds the lock. A lock whose owner died is free. Where no lock
+    /// can be made at all (no place to keep it), it goes on without one. May be nested: one Release for each
+    /// Acquire.
     virtual void Acquire(const std::string& sName) = 0;
     virtual void Release(const std::string& sName) = 0;
 };

@@ -10,6 +10,7 @@ public:
     virtual ~ProgramFolders() = default;
     /// The folder of the settings file, without a separator at its end; it need not exist yet.
     [[nodiscard]] virtual std::string sSettingsFolder() const = 0;
-    /// The program's own folder (relative paths of the command line, Languages, help), without a separator at its end.
+    /// The program's own folder (relative paths of the command line, Languages, help), without a separator at
+    /// its end.
     [[nodiscard]] virtual std::string sOwnFolder() const = 0;
 };

@@ -16,12 +16,12 @@ class WindowServices
 {
 public:
     virtual ~WindowServices() = default;
-    /// Shows a message and waits for the answer. With no window to show it in, it goes to standard error; the answer
-    /// is then Ok, or No where there is a question.
+    /// Shows a message and waits for the answer. With no window to show it in, it goes to standard error; the
+    /// answer is then Ok, or No where there is a question.
     virtual BoxAnswer MsgBox(const std::string& sText, const std::string& sTitle, BoxIcon eIcon,
                              BoxButtons eButtons) = 0;
-    /// The path picked in a file dialog, or "" when it was cancelled. sFilter is "Label|*.ext|Label|*.ext", lIndex
-    /// the filter chosen at first, counted from 1.
+    /// The path picked in a file dialog, or "" when it was cancelled. sFilter is "Label|*.ext|Label|*.ext",
+    /// lIndex the filter chosen at first, counted from 1.
     virtual std::string sPickFile(const std::string& sTitle, const std::string& sFilter, std::int32_t lIndex,
                                   bool bToSave) = 0;
     /// Shows a form and returns when it was hidden.

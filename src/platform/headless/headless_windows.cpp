@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <cstdio>
 
-BoxAnswer HeadlessWindows::MsgBox(const std::string& sText, const std::string& sTitle, BoxIcon, BoxButtons eButtons)
+BoxAnswer HeadlessWindows::MsgBox(const std::string& sText, const std::string& sTitle, BoxIcon,
+                                  BoxButtons eButtons)
 {
-    // The texts part their pieces by carriage returns, which a terminal would take for "write over this line".
+    // The texts part their pieces by carriage returns, which a terminal would take for "write over this
+    // line".
     std::string sLines = sTitle + ": " + sText;
     std::replace(sLines.begin(), sLines.end(), '\r', '\n');
     std::fprintf(stderr, "%s\n", sLines.c_str());

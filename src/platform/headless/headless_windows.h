@@ -6,8 +6,9 @@
 
 #include "src/platform/window_services.h"
 
-/// Boxes go to standard error, one text a line group, and the run goes on: OK is answered, and No where there is a
-/// question, so that nothing is overwritten or created on an answer that nobody gave. Standard output stays empty.
+/// Boxes go to standard error, one text a line group, and the run goes on: OK is answered, and No where there
+/// is a question, so that nothing is overwritten or created on an answer that nobody gave. Standard output
+/// stays empty.
 class HeadlessWindows : public WindowServices
 {
 public:

@@ -13,7 +13,8 @@ ImageBuffer aLaidOnWhite(const ImageBuffer& aImage)
     aResult.dDotsPerInchX = aImage.dDotsPerInchX;
     aResult.dDotsPerInchY = aImage.dDotsPerInchY;
     aResult.objMetadata = aImage.objMetadata;
-    const std::size_t nPixels = static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight);
+    const std::size_t nPixels =
+        static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight);
     aResult.aBytes.resize(nPixels * 3);
     const std::uint8_t* pIn = aImage.aBytes.data();
     std::uint8_t* pOut = aResult.aBytes.data();

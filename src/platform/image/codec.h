@@ -13,17 +13,18 @@
 class InputFile;
 class OutputFile;
 
-/// An open file of one format. It keeps what makes the next page cheap: pages asked for in order cost one pass.
+/// An open file of one format. It keeps what makes the next page cheap: pages asked for in order cost one
+/// pass.
 class ImageDecoder
 {
 public:
     virtual ~ImageDecoder() = default;
     /// At least 1 for a file that was opened.
     [[nodiscard]] virtual std::int32_t FrameCount() = 0;
-    /// Page lFrame, 0 to FrameCount() - 1. False, with aImage untouched, when the page is broken, cut short or over
-    /// the limits. Throws only std::bad_alloc. Pixels are 8 bits a channel and, where the format has a profile, as
-    /// the profile means them; a turn that EXIF asks for is left to the caller (see metadata.h), any other turn is
-    /// done.
+    /// Page lFrame, 0 to FrameCount() - 1. False, with aImage untouched, when the page is broken, cut short
+    /// or over the limits. Throws only std::bad_alloc. Pixels are 8 bits a channel and, where the format has
+    /// a profile, as the profile means them; a turn that EXIF asks for is left to the caller (see
+    /// metadata.h), any other turn is done.
     [[nodiscard]] virtual bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) = 0;
 };
 
@@ -36,12 +37,12 @@ struct SaveSettings {
 
 struct Codec {
     std::int32_t lType;  ///< the file type code, 1 to 14
-    /// What the format can hold. A picture is brought to it before Encode is called: alpha is laid on white where the
-    /// format has none, pixels are turned to sRGB where it has no place for a profile.
+    /// What the format can hold. A picture is brought to it before Encode is called: alpha is laid on white
+    /// where the format has none, pixels are turned to sRGB where it has no place for a profile.
     bool bHoldsAlpha;
     bool bHoldsProfile;
-    /// True when aHead, the first 4096 bytes or fewer, begins a file of this format. sExtension is lower case and
-    /// counts only for a format without a signature.
+    /// True when aHead, the first 4096 bytes or fewer, begins a file of this format. sExtension is lower case
+    /// and counts only for a format without a signature.
     bool (*Sniff)(Bytes aHead, std::string_view sExtension);
     /// Null for a file whose header is broken or foreign. objFile outlives the decoder.
     std::unique_ptr<ImageDecoder> (*Open)(InputFile& objFile);

@@ -86,7 +86,8 @@ try {
     SaveSettings objSettings = m_objSettings;
     objSettings.lJPEGQuality = std::clamp(objSettings.lJPEGQuality, 1, 100);
     OutputFile objOut(*sHostPath);
-    return !objOut.Failed() && pCodec->Encode(bFlatten ? aOpaque : aImage, objSettings, objOut) && objOut.Commit();
+    return !objOut.Failed() && pCodec->Encode(bFlatten ? aOpaque : aImage, objSettings, objOut) &&
+           objOut.Commit();
 } catch (const std::bad_alloc&) {
     return false;
 }

@@ -28,7 +28,8 @@ std::unique_ptr<InputFile> InputFile::Open(const std::string& sHostPath)
         return nullptr;
     std::unique_ptr<InputFile> pFile(new InputFile);
     pFile->m_nDescriptor = nDescriptor;
-    struct stat objStat {};
+    struct stat objStat {
+    };
     if (fstat(nDescriptor, &objStat) != 0 || !S_ISREG(objStat.st_mode))
         return nullptr;
     pFile->m_objIdentity = IdentityFromStat(objStat);
@@ -48,7 +49,8 @@ InputFile::~InputFile()
 
 std::optional<FileIdentity> InputFile::IdentityOf(const std::string& sHostPath)
 {
-    struct stat objStat {};
+    struct stat objStat {
+    };
     if (stat(sHostPath.c_str(), &objStat) != 0)
         return std::nullopt;
     return IdentityFromStat(objStat);
@@ -90,8 +92,8 @@ std::size_t InputFile::ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aOu
     }
     std::size_t nDone = 0;
     while (nDone < aOut.size()) {
-        const ssize_t nRead =
-            pread(m_nDescriptor, aOut.data() + nDone, aOut.size() - nDone, static_cast<off_t>(nOffset + nDone));
+        const ssize_t nRead = pread(m_nDescriptor, aOut.data() + nDone, aOut.size() - nDone,
+                                    static_cast<off_t>(nOffset + nDone));
         if (nRead < 0 && errno == EINTR)
             continue;
         if (nRead <= 0)

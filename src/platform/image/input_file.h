@@ -21,8 +21,8 @@ struct FileIdentity {
     bool operator==(const FileIdentity&) const = default;
 };
 
-/// Reads with system calls rather than through a mapping, since a mapping of a file that another program cuts short
-/// ends the process. Not copied or moved: decoders keep a reference.
+/// Reads with system calls rather than through a mapping, since a mapping of a file that another program cuts
+/// short ends the process. Not copied or moved: decoders keep a reference.
 class InputFile
 {
 public:
@@ -40,8 +40,8 @@ public:
 
     /// The first bytes, at most 4096: enough for every signature.
     Bytes Head();
-    /// The whole file, read on the first call and kept; shorter than Size() if the file was cut meanwhile, empty if
-    /// there is no memory for it.
+    /// The whole file, read on the first call and kept; shorter than Size() if the file was cut meanwhile,
+    /// empty if there is no memory for it.
     Bytes All();
     /// Fills aOut from nOffset on and returns how many bytes there were.
     std::size_t ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aOut);
@@ -51,7 +51,7 @@ private:
 
     int m_nDescriptor = -1;
     FileIdentity m_objIdentity;
-    Bytes m_aMemory;            ///< set while the bytes are somebody else's, or once they have all been read
-    PixelBytes m_aRead;         ///< what All() read
+    Bytes m_aMemory;     ///< set while the bytes are somebody else's, or once they have all been read
+    PixelBytes m_aRead;  ///< what All() read
     std::vector<std::uint8_t> m_aHead;
 };

@@ -13,6 +13,6 @@ constexpr std::uint64_t kMaxMegapixels = 512;
 /// environment sets another count (1 to 4096).
 bool bSizeAllowed(std::uint64_t nWidth, std::uint64_t nHeight);
 
-/// Gives aImage its size, 1, 3 or 4 channels and bytes of no particular value; everything else of it is emptied.
-/// False, with aImage as it was, for a size that isn't allowed or for which there is no memory.
+/// Gives aImage its size, 1, 3 or 4 channels and bytes of no particular value; everything else of it is
+/// emptied. False, with aImage as it was, for a size that isn't allowed or for which there is no memory.
 bool bAllocate(ImageBuffer& aImage, std::uint64_t nWidth, std::uint64_t nHeight, std::int32_t lChannels);

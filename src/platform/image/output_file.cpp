@@ -33,12 +33,14 @@ static std::string sTemporaryName(const std::string& sFolder)
 
 OutputFile::OutputFile(const std::string& sHostPath) : m_sTarget(sHostPath)
 {
-    struct stat objStat {};
+    struct stat objStat {
+    };
     if (stat(m_sTarget.c_str(), &objStat) == 0) {
         m_bReplaces = true;
         m_nReplacedMode = objStat.st_mode & 07777;
         // A rename would replace a device or a pipe by a picture; and a file that the user protected stays.
-        if (!S_ISREG(objStat.st_mode) || (m_nReplacedMode & 0222) == 0 || access(m_sTarget.c_str(), W_OK) != 0) {
+        if (!S_ISREG(objStat.st_mode) || (m_nReplacedMode & 0222) == 0 ||
+            access(m_sTarget.c_str(), W_OK) != 0) {
             m_bFailed = true;
             return;
         }
@@ -108,7 +110,8 @@ bool OutputFile::WriteU16Le(std::uint16_t nValue)
 
 bool OutputFile::WriteU32Le(std::uint32_t nValue)
 {
-    return WriteU16Le(static_cast<std::uint16_t>(nValue)) && WriteU16Le(static_cast<std::uint16_t>(nValue >> 16));
+    return WriteU16Le(static_cast<std::uint16_t>(nValue)) &&
+           WriteU16Le(static_cast<std::uint16_t>(nValue >> 16));
 }
 
 bool OutputFile::WriteU16Be(std::uint16_t nValue)
@@ -118,7 +121,8 @@ bool OutputFile::WriteU16Be(std::uint16_t nValue)
 
 bool OutputFile::WriteU32Be(std::uint32_t nValue)
 {
-    return WriteU16Be(static_cast<std::uint16_t>(nValue >> 16)) && WriteU16Be(static_cast<std::uint16_t>(nValue));
+    return WriteU16Be(static_cast<std::uint16_t>(nValue >> 16)) &&
+           WriteU16Be(static_cast<std::uint16_t>(nValue));
 }
 
 bool OutputFile::Seek(std::uint64_t nPosition)
@@ -133,7 +137,8 @@ std::uint64_t OutputFile::Size()
 {
     const std::uint64_t nPosition = Position();
     Flush();
-    struct stat objStat {};
+    struct stat objStat {
+    };
     if (m_nDescriptor < 0 || fstat(m_nDescriptor, &objStat) != 0)
         return 0;
     m_nFlushed = nPosition;
@@ -144,8 +149,8 @@ std::size_t OutputFile::ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aO
 {
     std::size_t nDone = 0;
     while (Flush() && nDone < aOut.size()) {
-        const ssize_t nRead =
-            pread(m_nDescriptor, aOut.data() + nDone, aOut.size() - nDone, static_cast<off_t>(nOffset + nDone));
+        const ssize_t nRead = pread(m_nDescriptor, aOut.data() + nDone, aOut.size() - nDone,
+                                    static_cast<off_t>(nOffset + nDone));
         if (nRead < 0 && errno == EINTR)
             continue;
         if (nRead <= 0)
@@ -165,9 +170,10 @@ bool OutputFile::Commit()
     const std::string sFolder = sFolderOf(m_sTarget);
     const std::string sDescriptor = "/proc/self/fd/" + std::to_string(m_nDescriptor);
     if (m_sTemporary.empty()) {
-        // A new name is given at once; an old one is taken over by way of a temporary name, since only a rename
-        // replaces.
-        if (!m_bReplaces && linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, m_sTarget.c_str(), AT_SYMLINK_FOLLOW) == 0)
+        // A new name is given at once; an old one is taken over by way of a temporary name, since only a
+        // rename replaces.
+        if (!m_bReplaces &&
+            linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, m_sTarget.c_str(), AT_SYMLINK_FOLLOW) == 0)
             return true;
         std::string sTemporary = sTemporaryName(sFolder);
         if (linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, sTemporary.c_str(), AT_SYMLINK_FOLLOW) != 0)

@@ -8,14 +8,14 @@
 
 #include "src/platform/image/byte_reader.h"
 
-/// Writes to a nameless (or, where the file system has none, a temporarily named) file in the target's folder. Commit
-/// puts it into place; before that nobody sees a half file under the final name, and a process that dies leaves
-/// nothing. The first write that fails (a full disk) sets Failed() for good.
+/// Writes to a nameless (or, where the file system has none, a temporarily named) file in the target's
+/// folder. Commit puts it into place; before that nobody sees a half file under the final name, and a process
+/// that dies leaves nothing. The first write that fails (a full disk) sets Failed() for good.
 class OutputFile
 {
 public:
-    /// Opens for sHostPath. A link is followed: what it points to is replaced. A folder, a device, a read-only file or
-    /// a folder that can't be written to sets Failed().
+    /// Opens for sHostPath. A link is followed: what it points to is replaced. A folder, a device, a
+    /// read-only file or a folder that can't be written to sets Failed().
     explicit OutputFile(const std::string& sHostPath);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
@@ -38,8 +38,8 @@ public:
     /// Reads back what was written; the position stays. Returns how many bytes there were.
     std::size_t ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aOut);
 
-    /// Puts the file under its name, with the mode of the file that it replaces. False after any failure; the old
-    /// file is then as it was. Nothing more may be written afterwards.
+    /// Puts the file under its name, with the mode of the file that it replaces. False after any failure; the
+    /// old file is then as it was. Nothing more may be written afterwards.
     bool Commit();
 
 private:

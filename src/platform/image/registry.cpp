@@ -6,8 +6,7 @@
 
 static const std::vector<const Codec*>& aTable()
 {
-    static const std::vector<const Codec*> aAll = {
-    };
+    static const std::vector<const Codec*> aAll = {};
     return aAll;
 }
 
@@ -25,8 +24,7 @@ const Codec* pCodecOfType(std::int32_t lType)
 
 const Codec* pCodecOfContent(Bytes aHead, std::string_view sExtension)
 {
-    const auto itFound = std::find_if(aTable().begin(), aTable().end(), [&](const Codec* pCodec) {
-        return pCodec->Sniff(aHead, sExtension);
-    });
+    const auto itFound = std::find_if(aTable().begin(), aTable().end(),
+                                      [&](const Codec* pCodec) { return pCodec->Sniff(aHead, sExtension); });
     return itFound == aTable().end() ? nullptr : *itFound;
 }

@@ -1,0 +1,30 @@
+// An Application with every service in memory, made in one line by a test.
+#pragma once
+
+#include "src/forms/Application.h"
+#include "tests/fakes/fake_file_system.h"
+#include "tests/fakes/fake_services.h"
+#include "tests/fakes/recording_image_file.h"
+#include "tests/fakes/scripted_windows.h"
+
+/// The services come first, since the Application borrows them.
+struct TestServices {
+    FakeFileSystem objFiles;
+    FakeIniFile objIni;
+    FakeClock objClock;
+    FakeLocale objLocale;
+    FakeNamedMutex objMutex;
+    FakeProgramFolders objFolders;
+    ScriptedWindows objWindows;
+    RecordingImageFile objImages{objFiles};
+    FakeImageUtility objUtility;
+};
+
+struct TestApplication : TestServices, Application {
+    TestApplication()
+        : Application(Services{objFiles, objIni, objClock, objLocale, objMutex, objFolders, objWindows,
+                               objImages, objUtility})
+    {
+        sIniFile = "/settings/VL_SearchHistory.INI";
+    }
+};
