@@ -1,0 +1,22 @@
+// Small steps on rows of pixels that several formats need.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstdint>
+
+#include "src/platform/image_buffer.h"
+
+/// Copies nPixels pixels of four bytes without their fourth.
+void PackRowFromFourBytes(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels);
+
+/// Exchanges the first and the third byte of nPixels pixels of three bytes: B, G, R to R, G, B and back. pIn
+/// and pOut are the same or don't overlap.
+void SwapRedAndBlue(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels);
+
+/// Makes a picture of 4 channels one of 3 when its alpha is 0 everywhere: a writer that never set it meant no
+/// empty picture. Any other picture is left alone.
+void DropUnsetAlpha(ImageBuffer& aImage);
+
+/// Makes a picture of 1 or 3 channels one of 4, opaque. False, with aImage as it was, when there is no
+/// memory.
+bool bAddAlpha(ImageBuffer& aImage);
