@@ -9,7 +9,9 @@
 #include "src/base/text.h"
 #include "src/platform/file_system.h"
 #include "src/platform/image/alpha.h"
+#include "src/platform/image/colour_profile.h"
 #include "src/platform/image/limits.h"
+#include "src/platform/image/metadata.h"
 #include "src/platform/image/output_file.h"
 #include "src/platform/image/registry.h"
 
@@ -54,11 +56,16 @@ try {
     if (!pDocument)
         return false;
     const std::int32_t lFrames = pDocument->pDecoder->FrameCount();
+    ImageBuffer aPage;
     const bool bDone =
-        lFrameIndex >= 0 && lFrameIndex < lFrames && pDocument->pDecoder->DecodeFrame(lFrameIndex, aImage);
+        lFrameIndex >= 0 && lFrameIndex < lFrames && pDocument->pDecoder->DecodeFrame(lFrameIndex, aPage);
     if (lFrames == 1)
         m_pDocument.reset();  // nobody asks for more of it, and its bytes are memory
-    return bDone;
+    if (!bDone)
+        return false;
+    FinishLoaded(aPage);
+    aImage = std::move(aPage);
+    return true;
 } catch (const std::bad_alloc&) {
     m_pDocument.reset();
     return false;
@@ -79,15 +86,21 @@ try {
     const auto sHostPath = m_objFileSystem.sHostPathToWrite(sFile);
     if (!pCodec || !pCodec->Encode || !sHostPath || aImage.lWidth < 1 || aImage.lHeight < 1)
         return false;
-    ImageBuffer aOpaque;
     const bool bFlatten = aImage.lChannels == 4 && !pCodec->bHoldsAlpha;
+    const bool bConvert =
+        !aImage.aIccProfile.empty() && !pCodec->bHoldsProfile && !bProfileIsSrgb(aImage.aIccProfile);
+    ImageBuffer aOwn;
     if (bFlatten)
-        aOpaque = aLaidOnWhite(aImage);
+        aOwn = aLaidOnWhite(aImage);
+    else if (bConvert)
+        aOwn = aImage;
+    if (bConvert)
+        bConvertToSrgb(aOwn);  // colours of a profile that can't be used are taken as they are
+    const ImageBuffer& aPicture = bFlatten || bConvert ? aOwn : aImage;
     SaveSettings objSettings = m_objSettings;
     objSettings.lJPEGQuality = std::clamp(objSettings.lJPEGQuality, 1, 100);
     OutputFile objOut(*sHostPath);
-    return !objOut.Failed() && pCodec->Encode(bFlatten ? aOpaque : aImage, objSettings, objOut) &&
-           objOut.Commit();
+    return !objOut.Failed() && pCodec->Encode(aPicture, objSettings, objOut) && objOut.Commit();
 } catch (const std::bad_alloc&) {
     return false;
 }
