@@ -90,6 +90,10 @@ struct frmMain : Form {
     std::int32_t lResumeFileIndex = 0;  ///< position in a wildcard task's file list, from 1; 0 for none
     std::string sCurrentFile;           ///< the file in work
 
+    // What the image library was last told: a details field that is no number leaves its value
+    std::int32_t lTIFFCompression = 0;
+    std::int32_t lJPEGQuality = 75;
+
     // State of the editing
     std::string sActionToDo = "C";       ///< "C" or "S": which set of fields counts
     std::int32_t lConversionMethod = 1;  ///< 1 for "C", 4 for "S"

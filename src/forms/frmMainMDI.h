@@ -2,7 +2,16 @@
 // Room: forms. May use: base, platform.
 #pragma once
 
+#include <cstdint>
+
 #include "src/platform/controls.h"
+
+// Panels of sbMain, counted from 1.
+constexpr std::int32_t kPanelProgress = 2;  ///< what is being loaded or listed
+constexpr std::int32_t kPanelTask = 3;      ///< running count of the run's tasks
+constexpr std::int32_t kPanelPercent = 6;   ///< progress within a wildcard task
+constexpr std::int32_t kPanelFile = 8;      ///< the file in work
+constexpr std::int32_t kPanelSeconds = 11;  ///< seconds since the run began
 
 struct frmMainMDI : Form {
     frmMainMDI() : Form("frmMainMDI") {}
