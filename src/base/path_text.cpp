@@ -13,7 +13,7 @@ static std::size_t nRootLength(std::string_view sPath)
     return sPath.size() > nName && bContains(kSeparators, sPath.substr(nName, 1)) ? nName + 1 : nName;
 }
 
-static std::string_view sWithoutTrailingSeparators(std::string_view sPath)
+std::string_view sWithoutTrailingSeparators(std::string_view sPath)
 {
     const std::size_t nRoot = nRootLength(sPath);
     while (sPath.size() > nRoot && bEndsInSeparator(sPath))

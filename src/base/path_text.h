@@ -18,8 +18,7 @@ std::string sFolderOfPath(std::string_view sPath);
 std::string sExtensionOfPath(std::string_view sPath);
 
 /// The folder that the last component lies in, without a separator at its end, except for a root, which keeps
-/// it
-/// ("C:\", "/"). "" for a root and for a lone name. Separators at the end of sPath don't count.
+/// it ("C:\", "/"). "" for a root and for a lone name. Separators at the end of sPath don't count.
 std::string sGetParentFolderName(std::string_view sPath);
 
 /// The last component without its extension, and the extension alone (no "."); only the last component is
@@ -28,9 +27,11 @@ std::string sGetBaseName(std::string_view sPath);
 std::string sGetExtensionName(std::string_view sPath);
 
 /// The folder with one separator at its end, ready for a name to be appended. A root isn't doubled: ":\\" is
-/// ":\" and
-/// "//" is "/". An empty folder gives the host's separator.
+/// ":\" and "//" is "/". An empty folder gives the host's separator.
 std::string sWithSeparator(std::string_view sFolder);
+
+/// The part of sPath before the separators at its end; a root ("C:\", "/") keeps its own.
+std::string_view sWithoutTrailingSeparators(std::string_view sPath);
 
 /// True when the last character is "\" or "/".
 bool bEndsInSeparator(std::string_view sPath);

@@ -1,0 +1,72 @@
+// Looks for files and folders, makes folders, moves and deletes files.
+#include "src/job/modFileHelpers.h"
+
+#include <vector>
+
+#include "src/base/path_text.h"
+#include "src/base/text.h"
+#include "src/forms/Application.h"
+#include "src/platform/clock.h"
+#include "src/platform/file_system.h"
+
+/// Beyond what any host can hold: such a text is no path, and walking it up would take for ever.
+constexpr std::size_t kLongestPath = 32768;
+constexpr int kFurtherTries = 20;
+constexpr std::int32_t kMillisecondsBetweenTries = 1000;
+
+void CreateFolderPath(Application& app, const std::string& sFolder)
+{
+    // From the folder up to the first one that exists, and then down again. A loop, since a path from a job
+    // file may be of any length.
+    std::vector<std::string> aMissing;
+    std::string sPath(sWithoutTrailingSeparators(sFolder));
+    if (sPath.size() > kLongestPath)
+        return;
+    while (!sPath.empty() && !bFolderExists(app, sPath)) {
+        aMissing.push_back(sPath);
+        sPath = sGetParentFolderName(sPath);
+    }
+    for (auto it = aMissing.rbegin(); it != aMissing.rend(); ++it)
+        app.svc.objFileSystem.CreateFolder(*it);
+}
+
+bool bFolderExists(Application& app, const std::string& sFolder)
+{
+    return app.svc.objFileSystem.FolderExists(sFolder);
+}
+
+bool bFileExists(Application& app, const std::string& sPath)
+{
+    const std::string sTrimmed = sTrim(sPath);
+    return !sTrimmed.empty() && app.svc.objFileSystem.FileExists(sTrimmed);
+}
+
+bool bMoveFileReplacing(Application& app, const std::string& sTemp, const std::string& sTarget)
+{
+    return app.svc.objFileSystem.CopyFile(sTemp, sTarget) && bDeleteFileOnce(app, sTemp);
+}
+
+bool bDeleteFileOnce(Application& app, const std::string& sFile)
+{
+    return app.svc.objFileSystem.ClearReadOnly(sFile) && app.svc.objFileSystem.DeleteFile(sFile);
+}
+
+bool bDeleteFileRetrying(Application& app, const std::string& sFile)
+{
+    if (!bFileExists(app, sFile) || bDeleteFileOnce(app, sFile))
+        return true;
+    for (int lTry = 0; lTry < kFurtherTries; ++lTry) {
+        app.svc.objClock.Sleep(kMillisecondsBetweenTries);
+        if (!bFileExists(app, sFile) || bDeleteFileOnce(app, sFile))
+            return true;
+    }
+    app.svc.objClock.Sleep(kMillisecondsBetweenTries);
+    return false;
+}
+
+bool bFolderHasEntries(Application& app, const std::string& sPath)
+{
+    FolderListing objListing;
+    return !sPath.empty() && app.svc.objFileSystem.ListFolder(sPath, objListing) &&
+           !(objListing.aFiles.empty() && objListing.aSubfolders.empty());
+}

@@ -1,0 +1,152 @@
+// Walks folders and takes the files that a pattern names.
+#include "src/job/modFileLists.h"
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+
+#include "src/base/path_text.h"
+#include "src/base/text.h"
+#include "src/forms/Application.h"
+#include "src/job/modFileHelpers.h"
+#include "src/platform/file_system.h"
+#include "src/platform/window_services.h"
+#include "src/translator/modTranslator.h"
+
+constexpr std::int32_t kPanelLoading = 2;
+
+namespace
+{
+
+/// What stays the same over the folders of one walk.
+struct Walk {
+    Application& app;
+    const std::string& sPattern;
+    std::vector<std::string>& colFiles;
+    bool bRecurse;
+    std::set<std::string> aRealPaths;  ///< of every folder walked so far
+
+    bool bPaused() const
+    {
+        app.svc.objWindows.DoEvents();
+        return !app.frmMain.bRunning;
+    }
+};
+
+}  // namespace
+
+// A folder stands where its name says unless a link leads there. A real folder is always walked, under its
+// own name; one behind a link only if its files aren't in the list yet.
+static bool bIsToBeWalked(Walk& objWalk, const std::string& sParentReal, const std::string& sFolder,
+                          const std::string& sName)
+{
+    const std::string sReal = objWalk.app.svc.objFileSystem.sRealPath(sFolder);
+    const bool bLink = sReal != std::string(sWithoutTrailingSeparators(sParentReal)) + "/" + sName &&
+                       sReal != sParentReal + sName;
+    return !bLink || !objWalk.aRealPaths.contains(sReal);
+}
+
+static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder);
+
+// False if a pause came in between.
+static bool bWalkSubfolders(Walk& objWalk, const std::string& sFolder,
+                            const std::vector<std::string>& aSubfolders)
+{
+    const std::string sReal = objWalk.app.svc.objFileSystem.sRealPath(sFolder);
+    objWalk.aRealPaths.insert(sReal);
+    for (const std::string& sName : aSubfolders) {
+        if (objWalk.bPaused())
+            return false;
+        std::string sSubfolder = sFolder + sName;
+        if (bIsToBeWalked(objWalk, sReal, sSubfolder, sName))
+            lWalkFolder(objWalk, sSubfolder);
+    }
+    return true;
+}
+
+// A pause leaves the hourglass standing: whoever asked for the walk puts the pointer back.
+static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder)
+{
+    Application& app = objWalk.app;
+    FolderListing objListing;
+    if (!bFolderExists(app, sFolder) || !app.svc.objFileSystem.ListFolder(sFolder, objListing))
+        return kListNoFolder;
+    if (!bEndsInSeparator(sFolder))
+        sFolder += cSeparatorOf(sFolder);
+    const bool bFormerPointer = app.frmMainMDI.bHourglass;
+    app.frmMainMDI.bHourglass = true;
+    app.frmMainMDI.sbMain.SetPanel(kPanelLoading, sTranslate(app, "Creating File List: ") + sFolder);
+    app.svc.objWindows.DoEvents();
+    for (const std::string& sName : objListing.aFiles) {
+        if (objWalk.bPaused())
+            return kListPaused;
+        if (bMatchesPattern(objWalk.sPattern, sGetExtensionName(sName)))
+            objWalk.colFiles.push_back(sFolder + sName);
+    }
+    if (objWalk.bRecurse && !bWalkSubfolders(objWalk, sFolder, objListing.aSubfolders))
+        return kListPaused;
+    app.frmMainMDI.bHourglass = bFormerPointer;
+    return 0;
+}
+
+static bool bListWildcard(Application& app, clsConversionOptions& objOptions,
+                          std::vector<std::string>& colFiles)
+{
+    const std::string sFolderAsGiven = sFolderOfPattern(objOptions.sOriginalFile);
+    std::string sFolder = sFolderAsGiven;
+    const std::string sPattern = sPatternOfSource(objOptions.sOriginalFile);
+    if (lAddFolderFiles(app, sFolder, sPattern, colFiles, objOptions.bDoSubfolders) != kListNoFolder)
+        return true;
+    objOptions.sErr = sTranslate(app, "Folder: ") + sFolderAsGiven + sTranslate(app, " does not exist");
+    return false;
+}
+
+static bool bListOneFile(Application& app, clsConversionOptions& objOptions,
+                         std::vector<std::string>& colFiles)
+{
+    if (app.svc.objFileSystem.FileExists(objOptions.sOriginalFile)) {
+        colFiles.push_back(objOptions.sOriginalFile);
+        return true;
+    }
+    objOptions.sErr =
+        sTranslate(app, "File: ") + objOptions.sOriginalFile + sTranslate(app, " does not exist");
+    return false;
+}
+
+bool bCreateFileList(Application& app, clsConversionOptions& objOptions, std::vector<std::string>& colFiles)
+{
+    const bool bFormerPointer = app.frmMainMDI.bHourglass;
+    app.frmMainMDI.bHourglass = true;
+    const bool bFilled = bHasWildcard(objOptions.sOriginalFile) ? bListWildcard(app, objOptions, colFiles)
+                                                                : bListOneFile(app, objOptions, colFiles);
+    app.frmMainMDI.bHourglass = bFormerPointer;
+    return bFilled;
+}
+
+std::int32_t lAddFolderFiles(Application& app, std::string& sFolder, const std::string& sPattern,
+                             std::vector<std::string>& colFiles, bool bRecurse)
+{
+    Walk objWalk{app, sPattern, colFiles, bRecurse, {}};
+    return lWalkFolder(objWalk, sFolder);
+}
+
+bool bMatchesPattern(const std::string& sPattern, const std::string& sExtension)
+{
+    return sPattern == "*.*" || (sPattern.size() == sExtension.size() + 2 && sPattern.starts_with("*.") &&
+                                 bEqualIgnoringCase(std::string_view(sPattern).substr(2), sExtension));
+}
+
+std::string sFolderOfPattern(const std::string& sSource)
+{
+    return sSource.substr(0, sSource.find('*'));
+}
+
+std::string sPatternOfSource(const std::string& sSource)
+{
+    return sSource.substr(std::min(sSource.find('*'), sSource.size()));
+}
+
+bool bHasWildcard(const std::string& sPath)
+{
+    return bContains(sPath, "*");
+}

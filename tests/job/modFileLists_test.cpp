@@ -1,0 +1,285 @@
+// File lists: which files a source names, in which order, and what a pause and a link do to the walk.
+#include "src/job/modFileLists.h"
+
+#include "tests/fakes/test_application.h"
+
+using Paths = std::vector<std::string>;
+
+/// An application in the state of a run, in which lists are made.
+struct Running : TestApplication {
+    Running() { frmMain.bRunning = true; }
+};
+
+static Paths aListOf(Running& app, const std::string& sSource, bool bDoSubfolders = false)
+{
+    clsConversionOptions objOptions;
+    objOptions.sOriginalFile = sSource;
+    objOptions.bDoSubfolders = bDoSubfolders;
+    Paths colFiles;
+    EXPECT_TRUE(bCreateFileList(app, objOptions, colFiles));
+    EXPECT_EQ(objOptions.sErr, "");
+    return colFiles;
+}
+
+TEST(MatchesPattern, KnowsEveryFileAndOneExtension)
+{
+    EXPECT_TRUE(bMatchesPattern("*.*", "jpg"));
+    EXPECT_TRUE(bMatchesPattern("*.*", ""));
+    EXPECT_TRUE(bMatchesPattern("*.jpg", "jpg"));
+    EXPECT_TRUE(bMatchesPattern("*.JPG", "jpg"));
+    EXPECT_TRUE(bMatchesPattern("*.jpg", "JPG"));
+    EXPECT_FALSE(bMatchesPattern("*.jpg", "jpeg"));
+    EXPECT_FALSE(bMatchesPattern("*.tif", "tiff"));
+    EXPECT_FALSE(bMatchesPattern("*.tiff", "tif"));
+}
+
+TEST(MatchesPattern, TakesAPointAloneForFilesWithoutExtension)
+{
+    EXPECT_TRUE(bMatchesPattern("*.", ""));
+    EXPECT_FALSE(bMatchesPattern("*.", "a"));
+}
+
+TEST(MatchesPattern, IsNoPatternEngine)
+{
+    for (const char* sPattern : {"*", "", "*.j*", "*.*g", "*a.jpg", "*.jp?", "**.jpg", "*.jpg\\x"})
+        EXPECT_FALSE(bMatchesPattern(sPattern, "jpg")) << sPattern;
+}
+
+TEST(CreateFileList, TakesTheFilesOfOneExtensionInOrderOfNames)
+{
+    Running app;
+    for (const char* sFile : {"c.BMP", "a.bmp", "b.jpg", "noext", "b.bmp", ".bmp"})
+        app.objFiles.AddFile(std::string("C:\\pics\\") + sFile);
+
+    EXPECT_EQ(aListOf(app, "C:\\pics\\*.bmp"),
+              (Paths{"C:\\pics\\.bmp", "C:\\pics\\a.bmp", "C:\\pics\\b.bmp", "C:\\pics\\c.BMP"}));
+}
+
+TEST(CreateFileList, KeepsTheStyleOfThePath)
+{
+    Running app;
+    app.objFiles.AddFile("/pics/sub/a.bmp");
+
+    EXPECT_EQ(aListOf(app, "/pics/*.bmp", true), Paths{"/pics/sub/a.bmp"});
+    EXPECT_EQ(aListOf(app, "\\pics\\*.bmp", true), Paths{"\\pics\\sub\\a.bmp"});
+}
+
+TEST(CreateFileList, TakesEveryFileForTwoStars)
+{
+    Running app;
+    app.objFiles.AddFile("/p/a.bmp");
+    app.objFiles.AddFile("/p/readme");
+
+    EXPECT_EQ(aListOf(app, "/p/*.*"), (Paths{"/p/a.bmp", "/p/readme"}));
+}
+
+TEST(CreateFileList, TakesFilesWithoutExtensionAlsoBelowAFolderWithAPoint)
+{
+    Running app;
+    app.objFiles.AddFile("/my.pics/readme");
+    app.objFiles.AddFile("/my.pics/a.b");
+
+    EXPECT_EQ(aListOf(app, "/my.pics/*."), Paths{"/my.pics/readme"});
+}
+
+TEST(CreateFileList, IsEmptyAndTrueWithoutAnyMatch)
+{
+    Running app;
+    app.objFiles.AddFile("C:\\pics\\a.jpg");
+
+    EXPECT_EQ(aListOf(app, "C:\\pics\\*.gif"), Paths{});
+    EXPECT_EQ(aListOf(app, "C:\\pics\\*"), Paths{});
+}
+
+TEST(CreateFileList, PutsTheFilesOfAFolderBeforeThoseBelowIt)
+{
+    Running app;
+    for (const char* sFile : {"z.bmp", "a/n.bmp", "a/b/m.bmp", "c/d.bmp", "c/x/y.bmp"})
+        app.objFiles.AddFile(std::string("/p/") + sFile);
+
+    EXPECT_EQ(aListOf(app, "/p/*.bmp", true),
+              (Paths{"/p/z.bmp", "/p/a/n.bmp", "/p/a/b/m.bmp", "/p/c/d.bmp", "/p/c/x/y.bmp"}));
+    EXPECT_EQ(aListOf(app, "/p/*.bmp", false), Paths{"/p/z.bmp"});
+}
+
+TEST(CreateFileList, SaysThatTheFolderIsMissing)
+{
+    Running app;
+    app.objFiles.AddFile("C:\\a\\b1.jpg");
+    for (const std::string sFolder : {"C:\\none\\", "C:\\a\\b", ""}) {
+        clsConversionOptions objOptions;
+        objOptions.sOriginalFile = sFolder + "*.jpg";
+        Paths colFiles;
+
+        EXPECT_FALSE(bCreateFileList(app, objOptions, colFiles));
+        EXPECT_EQ(objOptions.sErr, "Folder: " + sFolder + " does not exist");
+        EXPECT_TRUE(colFiles.empty());
+    }
+}
+
+TEST(CreateFileList, SaysThatTheFileIsMissing)
+{
+    Running app;
+    app.objFiles.AddFolder("/p");
+    for (const std::string sFile : {"/p/a.jpg", "/p", ""}) {
+        clsConversionOptions objOptions;
+        objOptions.sOriginalFile = sFile;
+        Paths colFiles;
+
+        EXPECT_FALSE(bCreateFileList(app, objOptions, colFiles));
+        EXPECT_EQ(objOptions.sErr, "File: " + sFile + " does not exist");
+    }
+}
+
+TEST(CreateFileList, TranslatesThePiecesOfItsMessage)
+{
+    Running app;
+    app.objTranslator.dictTranslations["Folder: "] = "Ordner: ";
+    app.objTranslator.dictTranslations[" does not exist"] = " fehlt";
+    clsConversionOptions objOptions;
+    objOptions.sOriginalFile = "/none/*.jpg";
+    Paths colFiles;
+
+    bCreateFileList(app, objOptions, colFiles);
+
+    EXPECT_EQ(objOptions.sErr, "Ordner: /none/ fehlt");
+}
+
+TEST(CreateFileList, OfOneFileIsThatFile)
+{
+    Running app;
+    app.objFiles.AddFile("C:\\p\\a.xyz");
+    EXPECT_EQ(aListOf(app, "C:\\p\\a.xyz"), Paths{"C:\\p\\a.xyz"});
+}
+
+TEST(CreateFileList, PutsThePointerBack)
+{
+    Running app;
+    app.objFiles.AddFile("/p/a.bmp");
+    bool bHourglass = false;
+    app.objWindows.OnDoEvents = [&] { bHourglass = app.frmMainMDI.bHourglass; };
+
+    aListOf(app, "/p/*.bmp");
+
+    EXPECT_TRUE(bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+}
+
+TEST(CreateFileList, EndsQuietlyAtAPauseWithWhatItHas)
+{
+    Running app;
+    for (const char* sFile : {"1.bmp", "2.bmp", "3.bmp", "4.bmp"})
+        app.objFiles.AddFile(std::string("/p/") + sFile);
+    app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = app.objWindows.lDoEvents < 4; };
+
+    EXPECT_EQ(aListOf(app, "/p/*.bmp"), (Paths{"/p/1.bmp", "/p/2.bmp"}));
+    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+}
+
+TEST(AddFolderFiles, ReportsAPauseAndLeavesTheHourglass)
+{
+    Running app;
+    app.objFiles.AddFile("/p/a.bmp");
+    app.frmMain.bRunning = false;
+    Paths colFiles;
+    std::string sFolder = "/p";
+
+    EXPECT_EQ(lAddFolderFiles(app, sFolder, "*.bmp", colFiles, false), -2);
+    EXPECT_TRUE(app.frmMainMDI.bHourglass);
+    EXPECT_TRUE(colFiles.empty());
+}
+
+TEST(AddFolderFiles, StopsBetweenSubfoldersToo)
+{
+    Running app;
+    app.objFiles.AddFolder("/p/a");
+    app.objFiles.AddFile("/p/b/x.bmp");
+    app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = app.objWindows.lDoEvents < 4; };
+    Paths colFiles;
+    std::string sFolder = "/p";
+
+    EXPECT_EQ(lAddFolderFiles(app, sFolder, "*.bmp", colFiles, true), -2);
+    EXPECT_TRUE(colFiles.empty());
+}
+
+TEST(AddFolderFiles, GivesTheFolderASeparator)
+{
+    Running app;
+    app.objFiles.AddFile("C:\\p\\a.bmp");
+    Paths colFiles;
+    std::string sFolder = "C:\\p";
+
+    EXPECT_EQ(lAddFolderFiles(app, sFolder, "*.bmp", colFiles, false), 0);
+    EXPECT_EQ(sFolder, "C:\\p\\");
+    EXPECT_EQ(colFiles, Paths{"C:\\p\\a.bmp"});
+
+    std::string sMissing = "C:\\q";
+    EXPECT_EQ(lAddFolderFiles(app, sMissing, "*.bmp", colFiles, false), -1);
+    EXPECT_EQ(sMissing, "C:\\q");
+}
+
+TEST(AddFolderFiles, ShowsTheFolderAndLetsEventsThroughAtEachFile)
+{
+    Running app;
+    app.objFiles.AddFile("/p/a.bmp");
+    app.objFiles.AddFile("/p/b.txt");
+    Paths colFiles;
+    std::string sFolder = "/p";
+
+    lAddFolderFiles(app, sFolder, "*.bmp", colFiles, false);
+
+    EXPECT_EQ(app.frmMainMDI.sbMain.Panel(2), "Creating File List: /p/");
+    EXPECT_EQ(app.objWindows.lDoEvents, 3);
+}
+
+TEST(AddFolderFiles, ComesToAnEndWhereALinkLeadsBack)
+{
+    Running app;
+    app.objFiles.AddFile("/p/a/x.bmp");
+    app.objFiles.AddLink("/p/a/back", "/p");
+    Paths colFiles;
+    std::string sFolder = "/p";
+
+    lAddFolderFiles(app, sFolder, "*.bmp", colFiles, true);
+
+    EXPECT_EQ(colFiles, Paths{"/p/a/x.bmp"});
+}
+
+TEST(AddFolderFiles, FollowsALinkToAFolderElsewhereOnce)
+{
+    Running app;
+    app.objFiles.AddFile("/else/x.bmp");
+    app.objFiles.AddLink("/p/first", "/else");
+    app.objFiles.AddLink("/p/second", "/else");
+    Paths colFiles;
+    std::string sFolder = "/p";
+
+    lAddFolderFiles(app, sFolder, "*.bmp", colFiles, true);
+
+    EXPECT_EQ(colFiles, Paths{"/p/first/x.bmp"});
+}
+
+TEST(AddFolderFiles, WalksARealFolderUnderItsOwnNameAlsoAfterALinkToIt)
+{
+    Running app;
+    app.objFiles.AddFile("/p/real/x.bmp");
+    app.objFiles.AddLink("/p/alias", "/p/real");
+    app.objFiles.AddLink("/p/zalias", "/p/real");
+    Paths colFiles;
+    std::string sFolder = "/p";
+
+    lAddFolderFiles(app, sFolder, "*.bmp", colFiles, true);
+
+    EXPECT_EQ(colFiles, (Paths{"/p/alias/x.bmp", "/p/real/x.bmp"}));
+}
+
+TEST(PartsOfASource, AreCutAtTheFirstStar)
+{
+    EXPECT_EQ(sFolderOfPattern("C:\\a\\*.jpg"), "C:\\a\\");
+    EXPECT_EQ(sPatternOfSource("C:\\a\\*.jpg"), "*.jpg");
+    EXPECT_EQ(sFolderOfPattern("C:\\a*\\*.jpg"), "C:\\a");
+    EXPECT_EQ(sPatternOfSource("C:\\a*\\*.jpg"), "*\\*.jpg");
+    EXPECT_EQ(sPatternOfSource("C:\\a.jpg"), "");
+    EXPECT_TRUE(bHasWildcard("a*"));
+    EXPECT_FALSE(bHasWildcard("a?"));
+}
