@@ -1,11 +1,40 @@
 // What the plain controls do when they are set.
 #include "src/platform/controls.h"
 
+#include <algorithm>
+
 #include "src/base/raised_error.h"
+
+// UTF-8: every byte but those that continue a letter begins one.
+static std::int32_t lLetters(const std::string& sText)
+{
+    return static_cast<std::int32_t>(std::count_if(
+        sText.begin(), sText.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+void TextControl::SelectFromStart(std::int32_t lLength)
+{
+    m_lSelStart = 0;
+    m_lSelLength = std::clamp(lLength, 0, lLetters(m_sText));
+    if (OnSelect)
+        OnSelect();
+}
+
+bool TextControl::SetNewText(const std::string& sText)
+{
+    if (sText == m_sText)
+        return false;
+    m_sText = sText;
+    m_lSelStart = m_lSelLength = 0;
+    return true;
+}
 
 void TextBox::SetText(const std::string& sText)
 {
-    if (Set(m_sText, sText) && OnChange)
+    if (!SetNewText(sText))
+        return;
+    RaiseChanged();
+    if (OnChange)
         OnChange();
 }
 
@@ -13,7 +42,7 @@ void ComboBox::Clear()
 {
     m_aItems.clear();
     m_lListIndex = -1;
-    m_sText.clear();
+    SetNewText("");
     RaiseChanged();
 }
 
@@ -28,7 +57,7 @@ void ComboBox::SetListIndex(std::int32_t lIndex)
     if (lIndex < -1 || lIndex >= ListCount())
         throw clsRaisedError(kErrInvalidProcedureCall, "Invalid property value");
     m_lListIndex = lIndex;
-    m_sText = lIndex < 0 ? std::string() : List(lIndex);
+    SetNewText(lIndex < 0 ? std::string() : List(lIndex));
     RaiseChanged();
     if (OnClick)
         OnClick();
@@ -36,8 +65,12 @@ void ComboBox::SetListIndex(std::int32_t lIndex)
 
 void ComboBox::SetText(const std::string& sText)
 {
+    const bool bDeselected = m_lListIndex >= 0;
     m_lListIndex = -1;
-    if (Set(m_sText, sText) && OnChange)
+    const bool bNewText = SetNewText(sText);
+    if (bNewText || bDeselected)
+        RaiseChanged();
+    if (bNewText && OnChange)
         OnChange();
 }
 

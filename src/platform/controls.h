@@ -22,24 +22,45 @@ public:
     using Control::Control;
 };
 
-/// A line of text. OnChange is raised by every new text, from the user or from the program.
-class TextBox : public Control
+/// What the two controls with a text of their own share. OnChange is raised by every new text that doesn't
+/// come from choosing an entry, whether it is the user's or the program's.
+class TextControl : public Control
 {
 public:
     using Control::Control;
     const std::string& Text() const { return m_sText; }
-    void SetText(const std::string& sText);
+
+    std::int32_t SelStart() const { return m_lSelStart; }    ///< letters before the selection
+    std::int32_t SelLength() const { return m_lSelLength; }  ///< letters in it
+    /// Selects lLength letters from the start of the text on, or all of it if it is shorter.
+    void SelectFromStart(std::int32_t lLength);
+
     std::function<void()> OnChange;  ///< belongs to the logic
+    std::function<void()> OnSelect;  ///< belongs to the binder: a selection was made
+
+protected:
+    /// Stores a text, with nothing selected in it; True if it is a new one.
+    bool SetNewText(const std::string& sText);
 
 private:
     std::string m_sText;
+    std::int32_t m_lSelStart = 0;
+    std::int32_t m_lSelLength = 0;
+};
+
+/// A line of text.
+class TextBox : public TextControl
+{
+public:
+    using TextControl::TextControl;
+    void SetText(const std::string& sText);
 };
 
 /// A list of entries, each with a number of its own (item data), and a text that may be none of them.
-class ComboBox : public Control
+class ComboBox : public TextControl
 {
 public:
-    using Control::Control;
+    using TextControl::TextControl;
     std::int32_t ListCount() const { return static_cast<std::int32_t>(m_aItems.size()); }
     void Clear();  ///< no entries, no selection, empty text
     void AddItem(const std::string& sText, std::int32_t lItemData = 0);
@@ -49,16 +70,13 @@ public:
     /// Selects an entry, makes its text the text, and raises OnClick, also when it was selected already; -1
     /// selects none. Raises clsRaisedError (kErrInvalidProcedureCall) when there is no such entry.
     void SetListIndex(std::int32_t lIndex);
-    const std::string& Text() const { return m_sText; }
-    /// A text of one's own: no entry is selected then. A new text raises OnChange.
+    /// A text of one's own: no entry is selected then.
     void SetText(const std::string& sText);
-    std::function<void()> OnClick;   ///< belongs to the logic: an entry was selected
-    std::function<void()> OnChange;  ///< belongs to the logic: the text was edited
+    std::function<void()> OnClick;  ///< belongs to the logic: an entry was selected
 
 private:
     std::vector<std::pair<std::string, std::int32_t>> m_aItems;
     std::int32_t m_lListIndex = -1;
-    std::string m_sText;
 };
 
 class CheckBox : public Control

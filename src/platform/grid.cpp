@@ -9,7 +9,7 @@ Grid::Grid(Form& frm, std::string sName, std::int32_t lCols)
 }
 
 // The bounds of a cell inside its row's text; both npos when the row ends before it.
-static std::pair<std::size_t, std::size_t> aCellBounds(const std::string& sRow, std::int32_t lCol)
+static std::pair<std::size_t, std::size_t> aCellBounds(std::string_view sRow, std::int32_t lCol)
 {
     std::size_t nBegin = 0;
     for (std::int32_t l = 0; l < lCol; ++l) {
@@ -19,6 +19,15 @@ static std::pair<std::size_t, std::size_t> aCellBounds(const std::string& sRow, 
         ++nBegin;
     }
     return {nBegin, std::min(sRow.find('\t', nBegin), sRow.size())};
+}
+
+// Tabs part the cells of a row, and line ends the rows of a file, so a text in a cell can't hold one: a blank
+// takes its place.
+static void BlankOut(std::string& sRow, std::string_view sLetters, std::size_t nBegin, std::size_t nEnd)
+{
+    for (const char cLetter : sLetters)
+        for (std::size_t n = sRow.find(cLetter, nBegin); n < nEnd; n = sRow.find(cLetter, n))
+            sRow[n] = ' ';
 }
 
 void Grid::SetRows(std::int32_t lRows)
@@ -41,36 +50,41 @@ void Grid::SetTextMatrix(std::int32_t lRow, std::int32_t lCol, const std::string
 {
     if (lRow < 0 || lRow >= Rows() || lCol < 0 || lCol >= m_lCols)
         return;
-    // Tabs part the cells, so a text can't hold one.
-    std::string sCell = sText;
-    std::replace(sCell.begin(), sCell.end(), '\t', ' ');
-    std::string& sRow = m_aRows[lRow];
+    std::string& sRow = m_aRows[static_cast<std::size_t>(lRow)];
     const auto nTabs = static_cast<std::int32_t>(std::count(sRow.begin(), sRow.end(), '\t'));
     if (nTabs < lCol)
-        sRow.append(lCol - nTabs, '\t');
+        sRow.append(static_cast<std::size_t>(lCol - nTabs), '\t');
     const auto [nBegin, nEnd] = aCellBounds(sRow, lCol);
-    sRow.replace(nBegin, nEnd - nBegin, sCell);
+    if (sRow.compare(nBegin, nEnd - nBegin, sText) == 0)
+        return;
+    sRow.replace(nBegin, nEnd - nBegin, sText);
+    BlankOut(sRow, "\t\r\n", nBegin, nBegin + sText.size());
     if (m_bRedraw && OnCell)
         OnCell(lRow, lCol);
 }
 
-// Formats of the rows from lRow on move by lBy rows, since they belong to their row.
+// Formats of the rows from lRow on move by lBy rows, since they belong to their row. They keep their order,
+// so each is put back where it was taken from.
 static void MoveFormats(std::map<std::pair<std::int32_t, std::int32_t>, CellFormat>& aFormats,
                         std::int32_t lRow, std::int32_t lBy)
 {
-    std::map<std::pair<std::int32_t, std::int32_t>, CellFormat> aMoved;
-    for (auto it = aFormats.lower_bound({lRow, 0}); it != aFormats.end(); it = aFormats.erase(it))
-        aMoved[{it->first.first + lBy, it->first.second}] = it->second;
-    aFormats.merge(aMoved);
+    std::vector<std::map<std::pair<std::int32_t, std::int32_t>, CellFormat>::node_type> aMoved;
+    for (auto it = aFormats.lower_bound({lRow, 0}); it != aFormats.end();)
+        aMoved.push_back(aFormats.extract(it++));
+    for (auto& objNode : aMoved) {
+        objNode.key().first += lBy;
+        aFormats.insert(aFormats.end(), std::move(objNode));
+    }
 }
 
 void Grid::AddItem(std::string_view sTabbedCells, std::int32_t lIndex)
 {
     lIndex = std::clamp(lIndex, 0, Rows());
-    const auto [nBegin, nEnd] = aCellBounds(std::string(sTabbedCells), m_lCols - 1);
+    const auto [nBegin, nEnd] = aCellBounds(sTabbedCells, m_lCols - 1);
     if (nBegin != std::string::npos)
         sTabbedCells = sTabbedCells.substr(0, nEnd);
-    m_aRows.emplace(m_aRows.begin() + lIndex, sTabbedCells);
+    const auto itRow = m_aRows.emplace(m_aRows.begin() + lIndex, sTabbedCells);
+    BlankOut(*itRow, "\r\n", 0, itRow->size());
     MoveFormats(m_aFormats, lIndex, 1);
     if (m_bRedraw && OnRowInserted)
         OnRowInserted(lIndex);
@@ -95,7 +109,7 @@ void Grid::SetRow(std::int32_t lRow)
         return;
     if (OnLeaveCell)
         OnLeaveCell();
-    m_lRow = lRow;
+    m_lRow = std::clamp(lRow, 0, std::max(Rows() - 1, 0));  // the handler may have removed rows
     if (OnEnterCell)
         OnEnterCell();
     if (m_bRedraw)
@@ -142,7 +156,10 @@ void Grid::SetFormat(std::int32_t lRow, std::int32_t lCol, const CellFormat& obj
 {
     if (lRow < 0 || lRow >= Rows() || lCol < 0 || lCol >= m_lCols)
         return;
-    m_aFormats[{lRow, lCol}] = objFormat;
+    if (objFormat == CellFormat{})
+        m_aFormats.erase({lRow, lCol});
+    else
+        m_aFormats[{lRow, lCol}] = objFormat;
     if (m_bRedraw && OnCell)
         OnCell(lRow, lCol);
 }
@@ -166,6 +183,9 @@ void Grid::Refresh()
 
 void Grid::RaiseTableChanged()
 {
-    if (m_bRedraw)
-        RaiseChanged();
+    if (!m_bRedraw)
+        return;
+    if (OnTableChanged)
+        OnTableChanged();
+    RaiseChanged();
 }

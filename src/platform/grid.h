@@ -23,6 +23,8 @@ struct CellFormat {
     std::int32_t lForeColor = 0;  ///< 0: the view's own; a system colour reference else
     std::int32_t lBackColor = 0;
     std::int32_t lFontSize = 0;  ///< points; 0: the view's own
+
+    bool operator==(const CellFormat&) const = default;
 };
 
 /// Rows and columns count from 0. A row is stored as one tab separated text, so that 30,000 rows load in a
@@ -38,6 +40,7 @@ public:
     void SetRows(std::int32_t lRows);
 
     std::string TextMatrix(std::int32_t lRow, std::int32_t lCol) const;
+    /// A blank takes the place of each tab and line end in sText, so that a row stays one line of cells.
     void SetTextMatrix(std::int32_t lRow, std::int32_t lCol, const std::string& sText);
 
     /// Inserts a row in front of lIndex, from cells separated by tabs; cells beyond the last column are
@@ -71,13 +74,15 @@ public:
     void SetRedraw(bool bRedraw);
     void Refresh();
 
-    std::function<void()> OnEnterCell;                     ///< belongs to the logic
-    std::function<void()> OnLeaveCell;                     ///< belongs to the logic
-    std::function<void(std::int32_t lRow)> OnRowInserted;  ///< belongs to the binder
-    std::function<void(std::int32_t lRow)> OnRowRemoved;   ///< belongs to the binder
-    std::function<void(std::int32_t lRow, std::int32_t)>
-        OnCell;                                             ///< belongs to the binder: row and column changed
-    std::function<bool(std::int32_t lRow)> OnRowIsVisible;  ///< belongs to the binder
+    std::function<void()> OnEnterCell;  ///< belongs to the logic
+    std::function<void()> OnLeaveCell;  ///< belongs to the logic
+    // The rest belongs to the binder, as does OnChanged, which tells of the current row, selection and top
+    // row.
+    std::function<void()> OnTableChanged;  ///< anything else may have changed
+    std::function<void(std::int32_t lRow)> OnRowInserted;
+    std::function<void(std::int32_t lRow)> OnRowRemoved;
+    std::function<void(std::int32_t lRow, std::int32_t lCol)> OnCell;  ///< the text or format of one cell
+    std::function<bool(std::int32_t lRow)> OnRowIsVisible;
 
 private:
     void RaiseTableChanged();
