@@ -1,0 +1,248 @@
+// Writes and reads job files, and the commands New, Open, Save and Save As.
+#include "src/job/modJobFiles.h"
+
+#include <exception>
+
+#include "src/base/path_text.h"
+#include "src/base/text.h"
+#include "src/forms/Application.h"
+#include "src/job/modFileHelpers.h"
+#include "src/job/modPickFile.h"
+#include "src/job/modTaskTables.h"
+#include "src/platform/file_system.h"
+#include "src/platform/window_services.h"
+#include "src/shell/modMenuToolbar.h"
+#include "src/translator/modTranslator.h"
+
+constexpr const char* kExtension = ".VJB";
+constexpr std::int32_t kPanelLoading = 2;
+constexpr std::int32_t kLinesBetweenEvents = 1000;
+/// A line of the log's empty last row is no longer than this, as long as its number has one digit.
+constexpr std::size_t kEmptyLogLine = 9;
+
+void WriteJobFile(Application& app, const std::string& sPath, const Grid& fgToDo)
+{
+    const std::unique_ptr<TextWriter> pWriter = app.svc.objFileSystem.OpenForOutput(sPath);
+    for (std::int32_t lRow = 1; lRow < fgToDo.Rows(); ++lRow)
+        pWriter->WriteLine(sTabbedRow(fgToDo, lRow));
+    pWriter->Commit();
+}
+
+void WriteLogAsJobFile(Application& app, const std::string& sPath, const Grid& fgLog)
+{
+    const std::unique_ptr<TextWriter> pWriter = app.svc.objFileSystem.OpenForOutput(sPath);
+    for (std::int32_t lRow = 1; lRow < fgLog.Rows(); ++lRow) {
+        // The row's number stands where a job has the details: this file is a list of files, not a job that
+        // could be run as it was.
+        std::string sLine = fgLog.TextMatrix(lRow, kColFlags) + "\t" + std::to_string(lRow) + "\t";
+        for (std::int32_t lCol = kColNumber; lCol <= kColTarget; ++lCol)
+            sLine += fgLog.TextMatrix(lRow, lCol) + "\t";
+        if (sLine.size() > kEmptyLogLine)
+            pWriter->WriteLine(sLine);
+    }
+    pWriter->Commit();
+}
+
+static void SetCurrentJobFile(Application& app, const std::string& sPath)
+{
+    app.frmMain.sCurrentJobFile = sPath;
+    app.frmMain.SetCaption(sPath);
+}
+
+void ConversionJobNew(Application& app)
+{
+    SetUpToDoGrid(app);
+    SetUpLogGrid(app);
+    SetCurrentJobFile(app, "*");
+    UpdateMenuToolbar(app);
+}
+
+// True for a table that a long file was cut into: it ends with the row that loads the rest, or begins beyond
+// the file's first task.
+static bool bHoldsPartOfFile(const Grid& fgToDo)
+{
+    const std::string sNumber = fgToDo.TextMatrix(1, kColNumber);
+    return fgToDo.TextMatrix(fgToDo.Rows() - 2, kColAction) == "S" + std::to_string(kProcessReload) ||
+           (fgToDo.Rows() > 2 && sNumber != "1");
+}
+
+// True for a file of more lines than the table has to write, also if it can't be read to its end.
+static bool bFileIsLonger(Application& app, const std::string& sPath, const Grid& fgToDo)
+{
+    try {
+        const std::unique_ptr<TextReader> pReader = app.svc.objFileSystem.OpenForInput(sPath);
+        std::string sLine;
+        for (std::int32_t lLine = 0; lLine < fgToDo.Rows(); ++lLine)
+            if (!pReader->ReadLine(sLine))
+                return false;
+        return true;
+    } catch (const std::exception&) {
+        return true;
+    }
+}
+
+void ConversionJobSave(Application& app)
+{
+    const std::string sPath = app.frmMain.sCurrentJobFile;
+    if (sPath.empty() || sPath == "*") {
+        ConversionJobSaveAs(app);
+        return;
+    }
+    // The table takes the place of the whole file, also if it holds a part of it only. So that no task is
+    // lost, the longer file is kept beside it.
+    if (bHoldsPartOfFile(app.frmMain.fgToDo) && bFileExists(app, sPath) &&
+        bFileIsLonger(app, sPath, app.frmMain.fgToDo))
+        app.svc.objFileSystem.CopyFile(sPath, sPath + ".bak");
+    WriteJobFile(app, sPath, app.frmMain.fgToDo);
+}
+
+// The path to save to, "" on cancel. The dialog asks before it replaces the file that was typed, but not the
+// one that the name becomes with its extension.
+static std::string sPickJobFileToSave(Application& app, const std::string& sFilter)
+{
+    std::string sPath = sPickFile(app, sTranslate(app, "Save"), sTranslate(app, sFilter), 1);
+    if (sPath.empty() || !sGetExtensionName(sPath).empty())
+        return sPath;
+    sPath += kExtension;
+    if (!bFileExists(app, sPath))
+        return sPath;
+    const BoxAnswer eAnswer =
+        app.svc.objWindows.MsgBox(sPath + "\r\r" + sTranslate(app, "already exists. Replace it?"),
+                                  sTranslate(app, "Save"), BoxIcon::Information, BoxButtons::YesNo);
+    return eAnswer == BoxAnswer::Yes ? sPath : "";
+}
+
+void ConversionJobSaveAs(Application& app)
+{
+    const std::string sPath = sPickJobFileToSave(app, "Varnel (*.VJB)|*.VJB");
+    if (sPath.empty())
+        return;
+    WriteJobFile(app, sPath, app.frmMain.fgToDo);
+    SetCurrentJobFile(app, sPath);
+}
+
+void SaveLogAsConversionJob(Application& app)
+{
+    // Another name than in Save As, and so it has always been.
+    const std::string sPath = sPickJobFileToSave(app, "Tarnis (*.VJB)|*.VJB");
+    if (!sPath.empty())
+        WriteLogAsJobFile(app, sPath, app.frmMain.fgLog);
+}
+
+void ConversionJobOpen(Application& app, std::string& sPath)
+{
+    Grid& fgToDo = app.frmMain.fgToDo;
+    if (sPath.empty())
+        sPath = sPickFile(app, sTranslate(app, "Open Conversion Job"),
+                          sTranslate(app, "Tarnis (*.VJB)|*.VJB"), 1);
+    app.frmMain.sCurrentJobFile = sPath;
+    if (sPath.empty())
+        return;
+    const bool bFound = bFileExists(app, sPath);
+    app.bInternalGridChange = true;
+    LoadJobFile(app, sPath, 1, fgToDo);
+    for (std::int32_t lRow = 1; lRow < fgToDo.Rows(); ++lRow)
+        RestorePassMark(fgToDo, lRow);
+    app.bInternalGridChange = false;
+    if (bFound)
+        SetUpLogGrid(app);
+    UpdateMenuToolbar(app);
+    fgToDo.SetRow(1);
+    SetCurrentJobFile(app, sPath);
+}
+
+// The marker row, and nothing more: a task whose line has "*" at that place is dropped as well.
+static bool bIsMarkerLine(const std::string& sLine)
+{
+    // Third letter, not third byte.
+    std::size_t nAt = 0;
+    for (int lLetter = 0; lLetter < 2 && nAt < sLine.size(); ++lLetter)
+        for (++nAt; nAt < sLine.size() && (static_cast<unsigned char>(sLine[nAt]) & 0xC0) == 0x80;)
+            ++nAt;
+    return nAt < sLine.size() && sLine[nAt] == '*';
+}
+
+static void ShowProgress(Application& app, const std::string& sText)
+{
+    app.frmMainMDI.sbMain.SetPanel(kPanelLoading, sText);
+}
+
+// The view is told of all new rows at once, while events are let through.
+static void LetEventsThrough(Application& app, Grid& fgToDo, std::int64_t lLine)
+{
+    ShowProgress(app, sTranslate(app, "Loading Conversion Task: ") + std::to_string(lLine));
+    fgToDo.SetRedraw(true);
+    app.svc.objWindows.DoEvents();
+    fgToDo.SetRedraw(false);
+}
+
+// A task that loads the file from line lNext on: the columns are used for what they never meant.
+static void AddReloadRow(Grid& fgToDo, const std::string& sPath, std::int64_t lNext)
+{
+    const std::string sNext = std::to_string(lNext);
+    fgToDo.AddItem(" \t \t" + sNext + "\tS" + std::to_string(kProcessReload) +
+                       "\tReload conversion job start at task " + sNext + "\t0\t0\t" + sPath + "\t" + sNext,
+                   fgToDo.Rows() - 1);
+}
+
+static void ReadTasks(Application& app, const std::string& sPath, std::int32_t lStart, Grid& fgToDo)
+{
+    const std::unique_ptr<TextReader> pReader = app.svc.objFileSystem.OpenForInput(sPath);
+    ShowProgress(app, sTranslate(app, "Loading Conversion Job: ") + sPath);
+    std::string sLine;
+    std::int64_t lLine = 0;
+    bool bFull = false;
+    while (app.frmMain.bRunning && !bFull && pReader->ReadLine(sLine)) {
+        ++lLine;
+        if (lLine >= lStart) {
+            if (!bIsMarkerLine(sLine) && sLine.find_first_not_of(' ') != std::string::npos)
+                fgToDo.AddItem(sLine, fgToDo.Rows() - 1);
+            bFull = fgToDo.Rows() >= kMostRowsLoaded;
+        }
+        if (lLine % kLinesBetweenEvents == 0 && !bFull)
+            LetEventsThrough(app, fgToDo, lLine);
+    }
+    if (bFull)
+        AddReloadRow(fgToDo, sPath, lLine + 1);
+    ShowProgress(app, sTranslate(app, "Completed loading conversion job: ") + sPath);
+    for (std::int32_t lRow = 1; lRow <= fgToDo.Rows() - 2; ++lRow)
+        fgToDo.SetTextMatrix(lRow, kColNumber, std::to_string(std::int64_t{lStart} + lRow - 1));
+}
+
+// "" or what went wrong.
+static std::string sReadTasksOrFail(Application& app, const std::string& sPath, std::int32_t lStart,
+                                    Grid& fgToDo)
+{
+    try {
+        ReadTasks(app, sPath, lStart, fgToDo);
+        return "";
+    } catch (const std::exception& objError) {
+        return objError.what();
+    }
+}
+
+void LoadJobFile(Application& app, const std::string& sJobFile, std::int32_t lStart, Grid& fgToDo)
+{
+    const std::string sPath = sJobFile;  // it may be a field of what the load is about to overwrite
+    if (!bFileExists(app, sPath))
+        return;
+    const bool bFormerPointer = app.frmMainMDI.bHourglass;
+    const bool bWasRunning = app.frmMain.bRunning;
+    const bool bKept = app.bInternalGridChange;
+    app.frmMainMDI.bHourglass = true;
+    app.frmMain.bRunning = true;  // a pause clears it, and so ends the load
+    UpdateMenuToolbar(app);
+    app.bInternalGridChange = true;
+    SetUpToDoGrid(app, fgToDo);
+    fgToDo.SetRedraw(false);
+    const std::string sFailure = sReadTasksOrFail(app, sPath, lStart, fgToDo);
+    fgToDo.SetRedraw(true);
+    app.frmMainMDI.bHourglass = bFormerPointer;
+    app.frmMain.bRunning = bWasRunning;
+    UpdateMenuToolbar(app);
+    fgToDo.SetRow(fgToDo.Rows() - 1);
+    SelectGridRow(app, fgToDo);
+    app.bInternalGridChange = bKept;
+    if (!sFailure.empty())
+        app.svc.objWindows.MsgBox(sFailure, sTranslate(app, "Error"), BoxIcon::Information, BoxButtons::Ok);
+}
