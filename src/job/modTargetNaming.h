@@ -1,6 +1,6 @@
 // How targets get their names: proposed while the user types, completed when a task is checked, made for each
 // file when it runs.
-// Room: job_lists. May use: base, platform, forms, job_types.
+// Room: job_lists. May use: base, platform, forms, job_types, job_files_base.
 #pragma once
 
 #include <optional>
