@@ -5,16 +5,12 @@
 
 void RecordingImageFile::AddImage(const std::string& sFile, const std::vector<std::uint8_t>& aPages)
 {
-    m_aFiles[sFile] = aPages;
     m_objFiles.AddFile(sFile, std::string(aPages.begin(), aPages.end()));
 }
 
 std::vector<std::uint8_t> RecordingImageFile::aPagesOf(const std::string& sFile) const
 {
-    const auto itFound = m_aFiles.find(sFile);
-    if (itFound != m_aFiles.end())
-        return itFound->second;
-    const std::string sBytes = m_objFiles.sContent(sFile);  // a copy made by the logic
+    const std::string sBytes = m_objFiles.sContent(sFile);
     return {sBytes.begin(), sBytes.end()};
 }
 

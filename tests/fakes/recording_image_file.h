@@ -1,7 +1,6 @@
 // An image library that keeps pictures in memory and records the calls.
 #pragma once
 
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -10,8 +9,8 @@
 
 class FakeFileSystem;
 
-/// A file has pages, which are numbers; a loaded buffer is one pixel wide and holds its page's number as its
-/// only byte. Saved files enter the file system that was given, so that the logic finds them.
+/// A file's pages are numbers, the bytes of its content in the file system that was given, so that the logic finds,
+/// copies and deletes them; a loaded buffer is one pixel wide and holds its page's number as its only byte.
 class RecordingImageFile : public ImageFile
 {
 public:
@@ -51,7 +50,6 @@ private:
     bool bSave(const std::string& sOperation, const ImageBuffer& aImage, const std::string& sFile);
 
     FakeFileSystem& m_objFiles;
-    std::map<std::string, std::vector<std::uint8_t>> m_aFiles;
     bool m_bMultiFrameSave = false;
     std::string m_sOpenFile;  ///< the multi-frame file being written
 };

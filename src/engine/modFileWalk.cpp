@@ -1,0 +1,61 @@
+// Walks file lists.
+#include "src/engine/modFileWalk.h"
+
+#include "src/base/clsConversionOptions.h"
+#include "src/base/number_text.h"
+#include "src/engine/modRunLog.h"
+#include "src/forms/Application.h"
+#include "src/job/modFileHelpers.h"
+#include "src/job/modTargetNaming.h"
+#include "src/platform/locale.h"
+#include "src/platform/window_services.h"
+#include "src/translator/modTranslator.h"
+
+static void ShowFile(Application& app, const std::string& sFile, std::int32_t lPosition, std::size_t nCount)
+{
+    const double dPercent = lPosition * 100.0 / static_cast<double>(nCount);
+    app.frmMain.sCurrentFile = sFile;
+    app.frmMainMDI.sbMain.SetPanel(kPanelFile, sFile);
+    app.frmMainMDI.sbMain.SetPanel(kPanelPercent,
+                                   " " + sFormatOneDecimal(dPercent, app.svc.objLocale.cDecimalSign()) +
+                                       sTranslate(app, " Percent Complete "));
+}
+
+std::int32_t lWalkFiles(Application& app, const clsConversionOptions& objOptions,
+                        clsConversionOptions& objFile, const std::vector<std::string>& colFiles,
+                        const std::function<bool()>& fnItem)
+{
+    const TargetPattern objPattern = objTargetPattern(objOptions);
+    const auto lCount = static_cast<std::int32_t>(colFiles.size());
+    std::int32_t lPosition = app.frmMain.lResumeFileIndex == 0 ? 1 : app.frmMain.lResumeFileIndex;
+    for (; lPosition <= lCount; ++lPosition) {
+        app.svc.objWindows.DoEvents();
+        if (!app.frmMain.bRunning)
+            break;
+        objFile.sOriginalFile = colFiles[static_cast<std::size_t>(lPosition - 1)];
+        std::string sFolder;
+        objFile.sTargetFile = sTargetForFile(objPattern, objFile.sOriginalFile, sFolder);
+        if (!sFolder.empty() && !bFolderExists(app, sFolder))
+            CreateFolderPath(app, sFolder);
+        ShowFile(app, objFile.sOriginalFile, lPosition, colFiles.size());
+        const bool bGoOn = fnItem();
+        app.frmMainMDI.sbMain.SetPanel(kPanelSeconds, sSecondsOfRun(app));
+        if (!bGoOn)
+            break;
+    }
+    return lPosition;
+}
+
+void KeepResumePosition(Application& app, std::int32_t lPosition)
+{
+    if (!app.frmMain.bRunning)
+        app.frmMain.lResumeFileIndex = lPosition >= 3 ? lPosition - 1 : 0;
+}
+
+void NotePauseBeforeWalk(Application& app, clsConversionOptions& objOptions)
+{
+    if (app.frmMain.bRunning)
+        return;
+    objOptions.sErr = sTranslate(app, "Conversion Process paused.");
+    objOptions.lErr = 0;
+}

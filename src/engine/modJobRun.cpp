@@ -1,0 +1,166 @@
+// Runs jobs.
+#include "src/engine/modJobRun.h"
+
+#include <string>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/base/text.h"
+#include "src/engine/modConversionTask.h"
+#include "src/engine/modRunLog.h"
+#include "src/forms/Application.h"
+#include "src/job/modJobFiles.h"
+#include "src/job/modTaskTables.h"
+#include "src/platform/clock.h"
+#include "src/platform/window_services.h"
+#include "src/shell/modMenuToolbar.h"
+#include "src/translator/modTranslator.h"
+
+
+void FindStartPoint(Application& app, Grid& fgToDo, std::int32_t& lRow)
+{
+    fgToDo.SetRedraw(false);
+    app.bInternalGridChange = true;
+    for (lRow = 1; lRow <= fgToDo.Rows() - 2; ++lRow) {
+        fgToDo.SetRow(lRow);
+        if (fgToDo.TextMatrix(lRow, kColPass).empty())
+            break;
+    }
+    fgToDo.SetRedraw(true);
+    app.bInternalGridChange = false;
+}
+
+void bCheckToUpdateDirtyConversionItem(Application& app, const JobRunHooks& objHooks, bool& bGoOn)
+{
+    bGoOn = true;
+    frmMain& frm = app.frmMain;
+    if (frm.bRunning || app.frmScheduler.bTimerEnabled)
+        return;
+    const bool bOnMarker = frm.fgToDo.TextMatrix(frm.fgToDo.Row(), kColNumber) == "*";
+    const bool bNoTask = frm.fgToDo.TextMatrix(1, kColNumber) == "*";
+    if (frm.bDirtyConversionItem && !bOnMarker && !bNoTask) {
+        // Not translated: the number in it would make every row's question a text of its own.
+        const BoxAnswer eAnswer = app.svc.objWindows.MsgBox(
+            "You've changed the current conversion item #" + std::to_string(frm.fgToDo.Row()) +
+                "\r\rDo you want to update your changes?",
+            "Update Conversion Item", BoxIcon::Information, BoxButtons::YesNoCancel);
+        if (eAnswer == BoxAnswer::Cancel) {
+            bGoOn = false;
+            return;
+        }
+        if (eAnswer == BoxAnswer::Yes) {
+            bGoOn = !objHooks.ConversionJobUpdate || objHooks.ConversionJobUpdate(app);
+            return;
+        }
+    }
+    frm.bDirtyConversionItem = false;
+}
+
+void bCheckToZeroConversionItems(Application& app, bool& bNone)
+{
+    bNone = false;
+    frmMain& frm = app.frmMain;
+    if (frm.bRunning || !frm.Visible() || app.frmScheduler.bTimerEnabled || frm.fgToDo.Rows() != 2)
+        return;
+    app.svc.objWindows.MsgBox(sTranslate(app, "Please click the ADD (+) button first, then click Convert"),
+                              sTranslate(app, "Information"), BoxIcon::Information, BoxButtons::Ok);
+    bNone = true;
+}
+
+void PerformBlock(Application& app, std::int32_t lRow, clsConversionOptions& objOptions, std::int32_t& lErr)
+{
+    objOptions.lErr = lErr = 0;
+    objOptions.sErr.clear();
+    // "C" is asked first: an action that holds both letters is a conversion.
+    if (bContains(objOptions.sActionToDo, "C"))
+        PerformBlockConversion(app, lRow, objOptions, lErr);
+}
+
+static void RunTasks(Application& app, std::int32_t lStart)
+{
+    frmMain& frm = app.frmMain;
+    Grid& fgToDo = frm.fgToDo;
+    std::int32_t lLast = fgToDo.Rows() - 2;
+    std::int32_t lCount = 1;
+    clsConversionOptions
+        objOptions;  // one for all rows: a field that a row leaves empty keeps the value before it
+    for (std::int32_t lRow = lStart; lRow <= lLast && lRow <= fgToDo.Rows() - 2; ++lRow, ++lCount) {
+        app.frmMainMDI.sbMain.SetPanel(kPanelTask, std::to_string(lCount));
+        LoadRequestFromGridRow(app, objOptions, lRow);
+        std::int32_t lErr = 0;
+        PerformBlock(app, lRow, objOptions, lErr);
+        if (!frm.bRunning)
+            break;  // the row stays unmarked, so that the next start goes on with it
+        if (objOptions.lSpecialProcess == kProcessReload && bContains(objOptions.sActionToDo, "S")) {
+            lRow = 0;  // the table is another one now, and is run from its top
+            lLast = fgToDo.Rows() - 2;
+        } else {
+            UpdatePassedCell(app, fgToDo, lRow, lErr);
+        }
+    }
+}
+
+void ConversionJobBegin(Application& app, const JobRunHooks& objHooks)
+{
+    frmMain& frm = app.frmMain;
+    bool bGoOn = true;
+    bCheckToUpdateDirtyConversionItem(app, objHooks, bGoOn);
+    bool bNone = false;
+    if (bGoOn)
+        bCheckToZeroConversionItems(app, bNone);
+    if (!bGoOn || bNone)
+        return;
+    frm.bRunning = true;
+    app.bInternalGridChange = true;
+    UpdateMenuToolbar(app);
+    SetUpLogGrid(app);
+    std::int32_t lStart = 0;
+    FindStartPoint(app, frm.fgToDo, lStart);
+    if (lStart > frm.fgToDo.Rows() - 2 && !app.bCommandLineMode)
+        app.svc.objWindows.MsgBox(
+            sTranslate(app, "Please click the ADD (+) button first, then click Convert") + ". " +
+                sTranslate(app, "Or click REWIND, then click CONVERT"),
+            sTranslate(app, "Information"), BoxIcon::Information, BoxButtons::Ok);
+    frm.lJobStartTick = app.svc.objClock.GetTickCount();
+    RunTasks(app, lStart);
+    EndRun(app);
+}
+
+void EndRun(Application& app)
+{
+    app.frmMainMDI.sbMain.SetPanel(kPanelTask, "-");
+    app.frmMain.bRunning = false;
+    app.bInternalGridChange = false;
+    app.frmMainMDI.bHourglass = false;
+    app.frmMain.fgToDo.SetRedraw(true);
+    UpdateMenuToolbar(app);
+}
+
+void ConversionJobPause(Application& app)
+{
+    if (!app.frmMain.keyPause.Enabled())
+        return;
+    app.frmMain.bRunning = false;
+    UpdateMenuToolbar(app);
+    app.frmMain.fgToDo.SetFocus();
+}
+
+void ConversionJobRewind(Application& app)
+{
+    Grid& fgToDo = app.frmMain.fgToDo;
+    app.frmMain.lResumeFileIndex = 0;
+    fgToDo.SetRedraw(false);
+    app.bInternalGridChange = true;
+    for (std::int32_t lRow = fgToDo.Rows() - 1; lRow >= 1; --lRow) {
+        fgToDo.SetRow(lRow);
+        CellFormat objFormat = fgToDo.Format(lRow, kColPass);
+        objFormat.ePicture = CellPicture::None;
+        fgToDo.SetFormat(lRow, kColPass, objFormat);
+        fgToDo.SetTextMatrix(lRow, kColPass, "");
+    }
+    app.bInternalGridChange = false;
+    fgToDo.SetRedraw(true);
+    SetUpLogGrid(app);
+    UpdateMenuToolbar(app);
+    SelectGridRow(app, fgToDo);
+    fgToDo.SetTopRow(fgToDo.Row());
+}

@@ -1,0 +1,270 @@
+// One conversion task over its file list.
+#include "src/engine/modConversionTask.h"
+
+#include <gtest/gtest.h>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/job/modTaskTables.h"
+#include "tests/fakes/test_application.h"
+
+namespace
+{
+
+class ConversionTask : public testing::Test
+{
+protected:
+    ConversionTask()
+    {
+        SetUpToDoGrid(app);
+        SetUpLogGrid(app);
+        app.frmMain.bRunning = true;
+        app.objFiles.AddFolder("/in");
+        app.objFiles.AddFolder("/out");
+        objOptions.lOriginalFileType = 2;
+        objOptions.lTargetFileType = 8;
+        objOptions.sExtraParams = "*^0^FALSE^75";
+    }
+
+    void AddPictures(int lCount)
+    {
+        for (int l = 1; l <= lCount; ++l)
+            app.objImages.AddImage("/in/" + std::to_string(l) + ".bmp");
+    }
+    std::int32_t lRun(const std::string& sSource, const std::string& sTarget)
+    {
+        objOptions.sOriginalFile = sSource;
+        objOptions.sTargetFile = sTarget;
+        std::int32_t lResult = 12345;
+        PerformBlockConversion(app, 1, objOptions, lResult);
+        return lResult;
+    }
+    std::vector<std::string> aSaved() const
+    {
+        std::vector<std::string> aResult;
+        for (const std::string& sCall : app.objImages.aCalls)
+            if (sCall.starts_with("Save"))
+                aResult.push_back(sCall);
+        return aResult;
+    }
+    // Pause comes while events are let through at the head of a position, counted from 1.
+    void PauseAtHeadOf(int lPosition)
+    {
+        app.objWindows.OnDoEvents = [this, lPosition] {
+            if (static_cast<int>(aSaved().size()) == lPosition - 1)
+                app.frmMain.bRunning = false;
+        };
+    }
+
+    TestApplication app;
+    clsConversionOptions objOptions;
+};
+
+using Calls = std::vector<std::string>;
+
+}  // namespace
+
+TEST_F(ConversionTask, ConvertsASingleFileOnTheTasksOwnRecord)
+{
+    app.objImages.AddImage("/in/a.bmp");
+
+    EXPECT_EQ(lRun("/in/a.bmp", "/out/a.png"), 0);
+
+    EXPECT_EQ(aSaved(), (Calls{"SavePNG /out/a.png"}));
+    EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
+    EXPECT_EQ(app.frmMainMDI.sbMain.Panel(8), "/in/a.bmp");
+    EXPECT_EQ(app.frmMainMDI.sbMain.Panel(11), "1000.0");
+}
+
+TEST_F(ConversionTask, CountsASingleFileThatDoesNotLoadAsAFailure)
+{
+    app.objFiles.AddFile("/in/a.bmp", "");
+    app.objImages.aBroken.insert("/in/a.bmp");
+
+    EXPECT_EQ(lRun("/in/a.bmp", "/out/a.png"), -101);
+
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 11),
+              "Unsupported source image file format. Unable to load image.");
+}
+
+TEST_F(ConversionTask, FailsWhenThereIsNoFileList)
+{
+    EXPECT_EQ(lRun("/missing/*.bmp", "/out/*.png"), -10000);
+
+    EXPECT_EQ(objOptions.lErr, -10000);
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 10), "-");
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 11), "Folder: /missing/ does not exist");
+}
+
+TEST_F(ConversionTask, PassesAnEmptyListWithoutALogRow)
+{
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
+
+    EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
+}
+
+TEST_F(ConversionTask, RebuildsTheTreeBelowTheTargetFolder)
+{
+    app.objImages.AddImage("C:\\in\\a.bmp");
+    app.objImages.AddImage("C:\\in\\a\\b.bmp");
+    objOptions.bDoSubfolders = true;
+
+    EXPECT_EQ(lRun("C:\\in\\*.bmp", "C:\\out\\*.png"), 0);
+
+    EXPECT_EQ(aSaved(), (Calls{"SavePNG C:\\out\\a.png", "SavePNG C:\\out\\a\\b.png"}));
+    EXPECT_TRUE(app.objFiles.FolderExists("C:\\out\\a"));
+}
+
+TEST_F(ConversionTask, SavesBesideTheSourcesWhenAsked)
+{
+    app.objImages.AddImage("/in/sub/b.bmp");
+    objOptions.bDoSubfolders = true;
+    objOptions.bSaveInOriginalFolder = true;
+
+    lRun("/in/*.bmp", "/out/*.png");
+
+    EXPECT_EQ(aSaved(), (Calls{"SavePNG /in/sub/b.png"}));
+}
+
+TEST_F(ConversionTask, TakesTheExtensionOfTheTargetPatternBeforeThatOfTheType)
+{
+    AddPictures(1);
+
+    lRun("/in/*.bmp", "/out/*.jpeg");
+    lRun("/in/*.bmp", "/out/*.");
+
+    EXPECT_EQ(aSaved(), (Calls{"SavePNG /out/1.jpeg", "SavePNG /out/1.png"}));
+}
+
+TEST_F(ConversionTask, SendsManySourcesIntoOneTarget)
+{
+    AddPictures(2);
+    objOptions.lTargetFileType = 3;
+    objOptions.sExtraParams = "*^0^TRUE^75";
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/all.tif"), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/out/all.tif").size(), 2u);
+}
+
+TEST_F(ConversionTask, DoesNothingForAPlainSourceWithAWildcardTarget)
+{
+    AddPictures(1);
+
+    EXPECT_EQ(lRun("/in/1.bmp", "/out/*.png"), 0);
+
+    EXPECT_TRUE(app.objImages.aCalls.empty());
+}
+
+TEST_F(ConversionTask, NeitherLogsNorFailsAFileOfAListThatDoesNotLoad)
+{
+    AddPictures(2);
+    app.objImages.aBroken.insert("/in/2.bmp");
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
+
+    EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
+}
+
+TEST_F(ConversionTask, LogsAFailedFileAndGoesOn)
+{
+    AddPictures(3);
+    app.objImages.aUnwritable.insert("/out/2.png");
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), -103);
+
+    EXPECT_EQ(app.frmMain.fgLog.Rows(), 3);
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 4), "/in/2.bmp");
+    EXPECT_EQ(aSaved().size(), 3u);
+}
+
+TEST_F(ConversionTask, LogsEveryFileWithAReportFileAndLetsTheLastDecide)
+{
+    AddPictures(2);
+    app.objImages.aUnwritable.insert("/out/1.png");
+    app.frmMain.sLogFile = "/out/report.txt";
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
+
+    EXPECT_EQ(app.frmMain.fgLog.Rows(), 4);
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 10), "-");
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(2, 10), "+");
+}
+
+TEST_F(ConversionTask, ShowsTheProgressOfEachFile)
+{
+    AddPictures(3);
+    std::vector<std::string> aPercents;
+    app.frmMainMDI.sbMain.OnChanged = [&] {
+        const std::string& sPercent = app.frmMainMDI.sbMain.Panel(6);
+        if (!sPercent.empty() && (aPercents.empty() || aPercents.back() != sPercent))
+            aPercents.push_back(sPercent);
+    };
+
+    lRun("/in/*.bmp", "/out/*.png");
+
+    EXPECT_EQ(aPercents,
+              (Calls{" 33.3 Percent Complete ", " 66.7 Percent Complete ", " 100.0 Percent Complete "}));
+}
+
+TEST_F(ConversionTask, ResumesOneFileBackFromAPauseAtTheFifth)
+{
+    AddPictures(6);
+    PauseAtHeadOf(5);
+
+    lRun("/in/*.bmp", "/out/*.png");
+    EXPECT_EQ(app.frmMain.lResumeFileIndex, 4);
+
+    app.objWindows.OnDoEvents = nullptr;
+    app.objImages.aCalls.clear();
+    app.frmMain.bRunning = true;
+    lRun("/in/*.bmp", "/out/*.png");
+    EXPECT_EQ(aSaved().front(), "SavePNG /out/4.png");
+    EXPECT_EQ(aSaved().size(), 3u);
+}
+
+TEST_F(ConversionTask, ResumesFromTheFirstFileAfterAPauseAtTheSecond)
+{
+    AddPictures(4);
+    PauseAtHeadOf(2);
+
+    lRun("/in/*.bmp", "/out/*.png");
+
+    EXPECT_EQ(app.frmMain.lResumeFileIndex, 0);
+}
+
+TEST_F(ConversionTask, RepeatsTheLastFileWhenPauseCameDuringIt)
+{
+    AddPictures(3);
+    app.frmMainMDI.sbMain.OnChanged = [&] {
+        if (app.frmMainMDI.sbMain.Panel(8) == "/in/3.bmp")
+            app.frmMain.bRunning = false;
+    };
+
+    lRun("/in/*.bmp", "/out/*.png");
+
+    EXPECT_EQ(aSaved().size(), 3u);
+    EXPECT_EQ(app.frmMain.lResumeFileIndex, 3);
+}
+
+TEST_F(ConversionTask, SkipsTheFirstFilesOfTheNextTaskAfterAResume)
+{
+    AddPictures(4);
+    app.frmMain.lResumeFileIndex = 3;
+
+    lRun("/in/*.bmp", "/out/*.png");
+
+    EXPECT_EQ(aSaved(), (Calls{"SavePNG /out/3.png", "SavePNG /out/4.png"}));
+    EXPECT_EQ(app.frmMain.lResumeFileIndex, 3);
+}
+
+TEST_F(ConversionTask, SaysThatItWasPausedWhileTheListWasMade)
+{
+    AddPictures(2);
+    app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = false; };
+
+    lRun("/in/*.bmp", "/out/*.png");
+
+    EXPECT_EQ(objOptions.sErr, "Conversion Process paused.");
+    EXPECT_EQ(objOptions.lErr, 0);
+    EXPECT_TRUE(aSaved().empty());
+}

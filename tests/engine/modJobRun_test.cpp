@@ -1,0 +1,289 @@
+// The run of a whole job.
+#include "src/engine/modJobRun.h"
+
+#include <gtest/gtest.h>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/job/modTaskTables.h"
+#include "tests/fakes/test_application.h"
+
+namespace
+{
+
+class JobRun : public testing::Test
+{
+protected:
+    JobRun()
+    {
+        SetUpToDoGrid(app);
+        SetUpLogGrid(app);
+        app.objFiles.AddFolder("/in");
+        app.objFiles.AddFolder("/out");
+    }
+
+    // A task that converts /in/NAME.bmp to /out/NAME.png.
+    void AddTask(const std::string& sName, bool bWithImage = true)
+    {
+        if (bWithImage)
+            app.objImages.AddImage("/in/" + sName + ".bmp");
+        clsConversionOptions objOptions;
+        objOptions.sExtraParams = "*^0^FALSE^75";
+        objOptions.sOriginalFile = "/in/" + sName + ".bmp";
+        objOptions.lOriginalFileType = 2;
+        objOptions.sTargetFile = "/out/" + sName + ".png";
+        objOptions.lTargetFileType = 8;
+        AddTaskRow(app, objOptions);
+    }
+    std::string sMark(std::int32_t lRow) const { return app.frmMain.fgToDo.TextMatrix(lRow, 10); }
+
+    TestApplication app;
+};
+
+}  // namespace
+
+TEST_F(JobRun, MarksEachTaskAndGoesOnAfterAFailure)
+{
+    AddTask("a");
+    AddTask("missing", false);
+    AddTask("c");
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(sMark(1), "+");
+    EXPECT_EQ(sMark(2), "-");
+    EXPECT_EQ(sMark(3), "+");
+    EXPECT_EQ(sMark(4), "");
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 11), "File: /in/missing.bmp does not exist");
+    EXPECT_FALSE(app.frmMain.bRunning);
+    EXPECT_FALSE(app.bInternalGridChange);
+    EXPECT_EQ(app.frmMainMDI.sbMain.Panel(3), "-");
+}
+
+TEST_F(JobRun, CountsTheTasksOfThisRunInTheStatusBar)
+{
+    AddTask("a");
+    AddTask("b");
+    app.frmMain.fgToDo.SetTextMatrix(1, 10, "+");
+    std::string sCount;
+    app.objWindows.OnDoEvents = [&] { sCount = app.frmMainMDI.sbMain.Panel(3); };
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(sCount, "1");
+}
+
+TEST_F(JobRun, BeginsAtTheFirstRowWithoutAMark)
+{
+    AddTask("a");
+    AddTask("b");
+    app.frmMain.fgToDo.SetTextMatrix(1, 10, "-");
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(sMark(1), "-");
+    EXPECT_FALSE(app.objFiles.bHas("/out/a.png"));
+    EXPECT_TRUE(app.objFiles.bHas("/out/b.png"));
+}
+
+TEST_F(JobRun, ShowsANoticeWhenEveryRowIsMarked)
+{
+    AddTask("a");
+    app.frmMain.fgToDo.SetTextMatrix(1, 10, "+");
+
+    ConversionJobBegin(app);
+
+    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
+    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Information");
+    EXPECT_EQ(app.objWindows.aBoxes[0].sText,
+              "Please click the ADD (+) button first, then click Convert. Or click "
+              "REWIND, then click CONVERT");
+    EXPECT_FALSE(app.frmMain.bRunning);
+}
+
+TEST_F(JobRun, ShowsNoNoticeInCommandLineMode)
+{
+    AddTask("a");
+    app.frmMain.fgToDo.SetTextMatrix(1, 10, "+");
+    app.bCommandLineMode = true;
+
+    ConversionJobBegin(app);
+
+    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+}
+
+TEST_F(JobRun, AsksForATaskWhenTheTableIsEmptyAndTheFormVisible)
+{
+    app.frmMain.SetVisible(true);
+
+    ConversionJobBegin(app);
+
+    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
+    EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Please click the ADD (+) button first, then click Convert");
+    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Information");
+}
+
+TEST_F(JobRun, EmptiesTheLogAtEachBegin)
+{
+    AddTask("a");
+    app.frmMain.fgLog.AddItem("old", 1);
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
+}
+
+TEST_F(JobRun, LeavesAPausedTaskUnmarkedAndResumesWithIt)
+{
+    AddTask("a");
+    AddTask("b");
+    app.objWindows.OnDoEvents = [&] {
+        if (app.objFiles.bHas("/out/a.png") && app.frmMain.keyPause.Enabled())
+            ConversionJobPause(app);
+    };
+
+    ConversionJobBegin(app);
+    EXPECT_EQ(sMark(1), "+");
+    EXPECT_EQ(sMark(2), "");
+    EXPECT_FALSE(app.frmMain.bRunning);
+
+    app.objWindows.OnDoEvents = nullptr;
+    ConversionJobBegin(app);
+    EXPECT_EQ(sMark(2), "+");
+}
+
+TEST_F(JobRun, IgnoresPauseWhileNothingRuns)
+{
+    AddTask("a");
+    app.frmMain.keyPause.SetEnabled(false);
+    app.frmMain.bRunning = true;
+
+    ConversionJobPause(app);
+
+    EXPECT_TRUE(app.frmMain.bRunning);
+}
+
+TEST_F(JobRun, RewindClearsMarksLogAndResumePosition)
+{
+    AddTask("a");
+    AddTask("missing", false);
+    ConversionJobBegin(app);
+    app.frmMain.lResumeFileIndex = 4;
+
+    ConversionJobRewind(app);
+
+    EXPECT_EQ(sMark(1), "");
+    EXPECT_EQ(sMark(2), "");
+    EXPECT_EQ(app.frmMain.fgToDo.Format(1, 10).ePicture, CellPicture::None);
+    EXPECT_EQ(app.frmMain.lResumeFileIndex, 0);
+    EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
+    EXPECT_EQ(app.frmMain.fgToDo.Row(), 1);
+    EXPECT_EQ(app.frmMain.fgToDo.TopRow(), 1);
+}
+
+TEST_F(JobRun, KeepsTheTypesOfTheRowBeforeWhereCellsAreEmpty)
+{
+    AddTask("a");
+    AddTask("b");
+    app.frmMain.fgToDo.SetTextMatrix(2, 8, "");
+    app.frmMain.fgToDo.SetTextMatrix(1, 8, "2");
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(app.objImages.aCalls.back(), "SaveBMP /out/b.png");
+}
+
+TEST_F(JobRun, TakesAnActionThatHoldsBothLettersForAConversion)
+{
+    AddTask("a");
+    clsConversionOptions objOptions;
+    objOptions.sActionToDo = "CS";
+    objOptions.sOriginalFile = "/in/a.bmp";
+    objOptions.sTargetFile = "/out/a.png";
+    objOptions.lTargetFileType = 8;
+    std::int32_t lErr = -1;
+
+    PerformBlock(app, 1, objOptions, lErr);
+
+    EXPECT_EQ(lErr, 0);
+    EXPECT_TRUE(app.objFiles.bHas("/out/a.png"));
+}
+
+TEST_F(JobRun, PassesATaskWithNeitherLetter)
+{
+    AddTask("a");
+    app.frmMain.fgToDo.SetTextMatrix(1, 3, "X");
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(sMark(1), "+");
+    EXPECT_TRUE(app.objImages.aCalls.empty());
+}
+
+TEST_F(JobRun, AsksBeforeAChangedItemIsForgotten)
+{
+    AddTask("a");
+    app.frmMain.fgToDo.SetRow(1);
+    app.frmMain.bDirtyConversionItem = true;
+    app.objWindows.aAnswers = {BoxAnswer::Cancel};
+
+    ConversionJobBegin(app);
+
+    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
+    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Update Conversion Item");
+    EXPECT_EQ(app.objWindows.aBoxes[0].sText,
+              "You've changed the current conversion item #1\r\rDo you want to update your changes?");
+    EXPECT_EQ(app.objWindows.aBoxes[0].eButtons, BoxButtons::YesNoCancel);
+    EXPECT_TRUE(app.frmMain.bDirtyConversionItem);
+    EXPECT_EQ(sMark(1), "");
+}
+
+TEST_F(JobRun, UpdatesAChangedItemOnYesAndForgetsItOnNo)
+{
+    AddTask("a");
+    app.frmMain.fgToDo.SetRow(1);
+    app.frmMain.bDirtyConversionItem = true;
+    app.objWindows.aAnswers = {BoxAnswer::Yes, BoxAnswer::No};
+    int lUpdates = 0;
+    JobRunHooks objHooks;
+    objHooks.ConversionJobUpdate = [&](Application&) {
+        ++lUpdates;
+        return false;
+    };
+
+    bool bGoOn = true;
+    bCheckToUpdateDirtyConversionItem(app, objHooks, bGoOn);
+    EXPECT_FALSE(bGoOn);
+    EXPECT_EQ(lUpdates, 1);
+
+    bCheckToUpdateDirtyConversionItem(app, objHooks, bGoOn);
+    EXPECT_TRUE(bGoOn);
+    EXPECT_FALSE(app.frmMain.bDirtyConversionItem);
+}
+
+TEST_F(JobRun, AsksNothingWhileTheSchedulersTimerIsOn)
+{
+    AddTask("a");
+    app.frmMain.fgToDo.SetRow(1);
+    app.frmMain.bDirtyConversionItem = true;
+    app.frmScheduler.bTimerEnabled = true;
+    bool bGoOn = false;
+
+    bCheckToUpdateDirtyConversionItem(app, {}, bGoOn);
+
+    EXPECT_TRUE(bGoOn);
+    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.frmMain.bDirtyConversionItem);
+}
+
+TEST(FindStartPoint, GivesOneBeyondTheLastTaskWhenAllAreMarked)
+{
+    TestApplication app;
+    SetUpToDoGrid(app);
+    app.frmMain.fgToDo.AddItem("\t\t1\tC\t\t\t\t\t\t\t+", 1);
+    std::int32_t lRow = 0;
+
+    FindStartPoint(app, app.frmMain.fgToDo, lRow);
+
+    EXPECT_EQ(lRow, 2);
+    EXPECT_FALSE(app.bInternalGridChange);
+}
