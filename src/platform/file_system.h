@@ -80,7 +80,7 @@ public:
     /// failure.
     virtual void AppendLine(const std::string& sPath, const std::string& sLine) = 0;
 
-    /// All bytes of a file as they are, and bytes added to its end. Nothing, or False, on failure.
+    /// All bytes of a file as they are, and bytes added to the end of one that exists. Nothing, or False, on failure.
     [[nodiscard]] virtual std::optional<std::string> sReadBytes(const std::string& sPath) const = 0;
     [[nodiscard]] virtual bool AppendBytes(const std::string& sPath, const std::string& sBytes) = 0;
 };

@@ -224,8 +224,9 @@ std::unique_ptr<TextWriter> FakeFileSystem::OpenForOutput(const std::string& sPa
 
 void FakeFileSystem::AppendLine(const std::string& sPath, const std::string& sLine)
 {
-    if (!AppendBytes(sPath, sLine + "\n"))
+    if (bReadOnly(sPath) || FolderExists(sPath) || !FolderExists(sGetParentFolderName(sPath)))
         throw clsRaisedError(kErrPathFileAccess, "Path/File access error: " + sPath);
+    AddFile(sPath, sContent(sPath) + sLine + "\n");
 }
 
 std::optional<std::string> FakeFileSystem::sReadBytes(const std::string& sPath) const
@@ -235,7 +236,7 @@ std::optional<std::string> FakeFileSystem::sReadBytes(const std::string& sPath) 
 
 bool FakeFileSystem::AppendBytes(const std::string& sPath, const std::string& sBytes)
 {
-    if (bReadOnly(sPath) || FolderExists(sPath) || !FolderExists(sGetParentFolderName(sPath)))
+    if (bReadOnly(sPath) || !FileExists(sPath))
         return false;
     AddFile(sPath, sContent(sPath) + sBytes);
     return true;
