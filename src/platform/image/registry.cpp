@@ -4,9 +4,13 @@
 #include <algorithm>
 #include <vector>
 
+#include "src/platform/image/codecs/jpeg.h"
+
 static const std::vector<const Codec*>& aTable()
 {
-    static const std::vector<const Codec*> aAll = {};
+    static const std::vector<const Codec*> aAll = {
+        &codecJpeg,
+    };
     return aAll;
 }
 

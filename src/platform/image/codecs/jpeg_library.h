@@ -1,0 +1,31 @@
+// libjpeg without its habit of ending the process: failures come back to the caller.
+// Room: platform_image. May use: libjpeg.
+#pragma once
+
+#include <csetjmp>
+#include <cstddef>
+#include <cstdio>  // jpeglib.h needs FILE
+
+#include <jpeglib.h>
+
+/// libjpeg's error manager; nothing is printed. A failure jumps back into the bTried that is running.
+struct JpegErrors {
+    jpeg_error_mgr objManager;  // first, so that libjpeg's pointer to it is a pointer to the whole
+    std::jmp_buf objReturn;
+};
+
+/// Sets the manager up and gives what belongs into a libjpeg object's err.
+jpeg_error_mgr* pInstalled(JpegErrors& objErrors);
+
+/// Ends the step that is running.
+[[noreturn]] void FailJpeg(j_common_ptr pJpeg);
+
+/// Runs a step of work with libjpeg; False if it failed. What the step makes itself must need no destructor.
+template <typename Step>
+bool bTried(JpegErrors& objErrors, const Step& DoStep)
+{
+    if (setjmp(objErrors.objReturn) != 0)
+        return false;
+    DoStep();
+    return true;
+}

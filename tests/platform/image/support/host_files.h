@@ -1,0 +1,18 @@
+// A file system whose paths are the host's, for tests that load and save real files.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "tests/fakes/fake_file_system.h"
+
+class HostFiles : public FakeFileSystem
+{
+public:
+    std::optional<std::string> sHostPathOfExisting(const std::string& sPath) const override
+    {
+        return std::filesystem::exists(sPath) ? std::optional(sPath) : std::nullopt;
+    }
+    std::optional<std::string> sHostPathToWrite(const std::string& sPath) const override { return sPath; }
+};
