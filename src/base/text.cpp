@@ -115,3 +115,10 @@ std::string sReplaceAll(std::string_view sText, std::string_view sFind, std::str
     }
     return sResult.append(sText.substr(nBegin));
 }
+
+std::int32_t lLetters(std::string_view sText)
+{
+    // Every byte but those that continue a letter begins one.
+    return static_cast<std::int32_t>(std::count_if(
+        sText.begin(), sText.end(), [](char c) { return (static_cast<std::uint8_t>(c) & 0xC0) != 0x80; }));
+}

@@ -2,6 +2,7 @@
 // Room: base. May use: the standard library.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,3 +31,6 @@ std::string sJoin(const std::vector<std::string>& aPieces, std::string_view sDel
 /// Every occurrence replaced, from left to right, without looking again at what was put in. An empty sFind
 /// changes nothing.
 std::string sReplaceAll(std::string_view sText, std::string_view sFind, std::string_view sReplacement);
+
+/// How many letters a UTF-8 text has.
+std::int32_t lLetters(std::string_view sText);

@@ -30,6 +30,7 @@ struct frmMain : Form {
     Frame frameSpecializedAction{*this, "frameSpecializedAction"};
     Frame frameCF{*this, "frameCF"};
     Frame frameSpecialProcessParameters{*this, "frameSpecialProcessParameters"};
+    TabStrip tsSpecialProcessParameters{*this, "tsSpecialProcessParameters"};
     Frame frameTargetFile{*this, "frameTargetFile"};
     Frame frameTargetFileSpecialized{*this, "frameTargetFileSpecialized"};
     Frame frameImageViewer{*this, "frameImageViewer"};

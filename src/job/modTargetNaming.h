@@ -1,5 +1,4 @@
-// How targets get their names: proposed while the user types, completed when a task is checked, made for each
-// file when it runs.
+// How targets get their names: proposed while typing, completed at the check, made for each file of a run.
 // Room: job_lists. May use: base, platform, forms, job_types, job_files_base.
 #pragma once
 

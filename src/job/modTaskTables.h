@@ -1,5 +1,5 @@
-// The task table fgToDo and the log table fgLog: their columns, their fixed rows, and how a task gets in,
-// out, and into a run request. Room: job_tables. May use: base, platform, forms, translator, job_types.
+// The tables of tasks and of the log: columns, fixed rows, and how a task gets in, out and into a run
+// request. Room: job_tables. May use: base, platform, forms, translator, job_types.
 //
 // A job is nothing but the rows of fgToDo: row 0 is the header, the last row the marker row with "*" in
 // column 2, and the tasks stand between them, from row 1 to Rows() - 2. fgLog keeps one empty row at its end.

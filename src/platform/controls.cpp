@@ -4,13 +4,7 @@
 #include <algorithm>
 
 #include "src/base/raised_error.h"
-
-// UTF-8: every byte but those that continue a letter begins one.
-static std::int32_t lLetters(const std::string& sText)
-{
-    return static_cast<std::int32_t>(std::count_if(
-        sText.begin(), sText.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
+#include "src/base/text.h"
 
 void TextControl::SelectFromStart(std::int32_t lLength)
 {

@@ -1,0 +1,128 @@
+// Checks requests.
+#include "src/job/modValidation.h"
+
+#include "src/base/path_text.h"
+#include "src/base/text.h"
+#include "src/forms/Application.h"
+#include "src/job/modFileHelpers.h"
+#include "src/job/modFileLists.h"
+#include "src/job/modFileTypes.h"
+#include "src/job/modTargetNaming.h"
+#include "src/job/modTaskTables.h"
+
+constexpr std::int32_t kProcessLaunch = 100;
+
+static bool bFail(clsConversionOptions& objOptions, std::int32_t lErr)
+{
+    objOptions.lErr = lErr;
+    return false;
+}
+
+// Folders are made without asking; the user is asked only about one that could not be made.
+static bool bFolderIsThere(Application& app, const std::string& sFolder)
+{
+    if (!bFolderExists(app, sFolder))
+        CreateFolderPath(app, sFolder);
+    return bFolderExists(app, sFolder);
+}
+
+static bool bCheckWildcardSource(Application& app, clsConversionOptions& objOptions)
+{
+    if (!bFolderExists(app, sFolderOfPattern(objOptions.sOriginalFile)))
+        return bFail(objOptions, kErrOriginalFolder);
+    if (bHasWildcard(objOptions.sTargetFile) &&
+        !bFolderIsThere(app, sFolderOfPattern(objOptions.sTargetFile)))
+        return bFail(objOptions, kErrTargetFolderOfPattern);
+    return true;
+}
+
+static bool bCheckPlainSource(Application& app, clsConversionOptions& objOptions)
+{
+    objOptions.bDoSubfolders = false;
+    objOptions.bSaveInOriginalFolder = false;
+    if (!bFileExists(app, objOptions.sOriginalFile))
+        return bFail(objOptions, kErrOriginalFile);
+    if (bHasWildcard(objOptions.sTargetFile))
+        return bFail(objOptions, kErrTargetWildcard);
+    if (!bFolderIsThere(app, sGetParentFolderName(objOptions.sTargetFile)))
+        return bFail(objOptions, kErrTargetFolder);
+    return true;
+}
+
+static bool bCheckFiles(Application& app, clsConversionOptions& objOptions)
+{
+    return bHasWildcard(objOptions.sOriginalFile) ? bCheckWildcardSource(app, objOptions)
+                                                  : bCheckPlainSource(app, objOptions);
+}
+
+// A request that only runs a job file is good if that file is there, whatever else it says.
+static bool bIsJobRequest(Application& app, clsConversionOptions& objOptions)
+{
+    if (objOptions.sCLBatchJobFile.empty())
+        return false;
+    if (!bFileExists(app, objOptions.sCLBatchJobFile))
+        objOptions.lErr = kErrJobFile;
+    return true;
+}
+
+// The comparison is exact: "photo.jpeg" with type JPEG warns, and so does every "*.*".
+static void CheckMismatch(Application& app, clsConversionOptions& objOptions)
+{
+    if (objOptions.lOriginalFileType == kTypeAutodetect || app.frmTypeMatchNotification.bDontShowAgain ||
+        app.bCommandLineMode)
+        return;
+    const std::size_t nPoint = objOptions.sOriginalFile.rfind('.');
+    const std::string sFound =
+        nPoint == std::string::npos ? "" : sRTrim(objOptions.sOriginalFile.substr(nPoint + 1));
+    if (sLower(sFound) != sLower(sFileTypeExtension(objOptions.lOriginalFileType, false)))
+        objOptions.lErr = kErrTypeMismatchNotice;
+}
+
+void ValidateRequest(Application& app, clsConversionOptions& objOptions)
+{
+    if (bContains(objOptions.sActionToDo, "S"))
+        ValidateSpecializedRequest(app, objOptions);
+    else
+        ValidateConversionRequest(app, objOptions);
+}
+
+void ValidateConversionRequest(Application& app, clsConversionOptions& objOptions)
+{
+    if (bIsJobRequest(app, objOptions) || !bCheckFiles(app, objOptions))
+        return;
+    if (sFileTypeExtension(objOptions.lTargetFileType, false).empty()) {
+        objOptions.lErr = kErrTargetType;
+        return;
+    }
+    if (sTrim(objOptions.sExtraParams).empty()) {
+        objOptions.lErr = kErrEmptyDetails;
+        return;
+    }
+    CheckMismatch(app, objOptions);
+    CompleteTarget(app, objOptions);
+}
+
+static bool bCheckSpecialFiles(Application& app, clsConversionOptions& objOptions)
+{
+    if (objOptions.lSpecialProcess == kProcessLaunch)
+        return true;
+    if (sTrim(objOptions.sOriginalFile).empty() || sTrim(objOptions.sTargetFile).empty())
+        return bFail(objOptions, kErrEmptyFile);
+    return bCheckFiles(app, objOptions);
+}
+
+static bool bCheckProcess(clsConversionOptions& objOptions)
+{
+    if (objOptions.lSpecialProcess == kProcessLaunch && bHasWildcard(objOptions.sOriginalFile))
+        return bFail(objOptions, kErrProcessOriginal);
+    return true;
+}
+
+void ValidateSpecializedRequest(Application& app, clsConversionOptions& objOptions)
+{
+    if (bIsJobRequest(app, objOptions) || !bCheckSpecialFiles(app, objOptions) || !bCheckProcess(objOptions))
+        return;
+    objOptions.lTargetFileType = objOptions.lOriginalFileType;
+    if (!bIsTaskProcess(objOptions.lSpecialProcess))
+        objOptions.lErr = kErrProcessNumber;
+}

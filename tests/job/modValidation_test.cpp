@@ -1,0 +1,290 @@
+// The check of a task: what it refuses, what it makes, and what it changes.
+#include "src/job/modValidation.h"
+
+#include "tests/fakes/test_application.h"
+
+/// A window with a picture "/p/a.bmp", a folder "/out", and a request that is good as it is.
+struct Check : testing::Test {
+    TestApplication app;
+    clsConversionOptions objOptions;
+
+    Check()
+    {
+        app.objFiles.AddFile("/p/a.bmp");
+        app.objFiles.AddFolder("/out");
+        objOptions.sOriginalFile = "/p/a.bmp";
+        objOptions.lOriginalFileType = 2;
+        objOptions.sTargetFile = "/out/a.jpg";
+        objOptions.lTargetFileType = 1;
+    }
+    std::int32_t lErrOf(const std::string& sSource, const std::string& sTarget)
+    {
+        objOptions.lErr = 0;
+        objOptions.sOriginalFile = sSource;
+        objOptions.sTargetFile = sTarget;
+        ValidateRequest(app, objOptions);
+        return objOptions.lErr;
+    }
+};
+
+using ValidateConversion = Check;
+
+TEST_F(ValidateConversion, FindsAGoodRequestGoodAndLeavesIt)
+{
+    ValidateRequest(app, objOptions);
+
+    EXPECT_EQ(objOptions.lErr, 0);
+    EXPECT_EQ(objOptions.sTargetFile, "/out/a.jpg");
+    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+}
+
+TEST_F(ValidateConversion, NeverWritesSuccess)
+{
+    objOptions.lErr = -202;
+    ValidateRequest(app, objOptions);
+    EXPECT_EQ(objOptions.lErr, -202);
+}
+
+TEST_F(ValidateConversion, ReplacesAnEarlierCodeByAFailureOfItsOwn)
+{
+    objOptions.lErr = -202;
+    objOptions.sOriginalFile = "/p/none.bmp";
+    ValidateRequest(app, objOptions);
+    EXPECT_EQ(objOptions.lErr, -4);
+}
+
+TEST_F(ValidateConversion, WantsTheFolderOfAWildcard)
+{
+    EXPECT_EQ(lErrOf("/none/*.bmp", "/out/*.jpg"), -1);
+    EXPECT_EQ(lErrOf("/p/a*.bmp", "/out/*.jpg"), -1);
+    EXPECT_EQ(lErrOf("*.bmp", "/out/*.jpg"), -1);
+    EXPECT_EQ(lErrOf("/p/*.bmp", "/out/*.jpg"), 0);
+    EXPECT_EQ(lErrOf("\\p\\*.bmp", "\\out\\*.jpg"), 0);
+}
+
+TEST_F(ValidateConversion, MakesTheTargetFolderOfAWildcardWithoutAsking)
+{
+    EXPECT_EQ(lErrOf("/p/*.bmp", "/out/new/deep/*.jpg"), 0);
+    EXPECT_TRUE(app.objFiles.FolderExists("/out/new/deep"));
+    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+}
+
+TEST_F(ValidateConversion, SaysWhenTheTargetFolderOfAWildcardCantBeMade)
+{
+    app.objFiles.MakeReadOnly("/out");
+    EXPECT_EQ(lErrOf("/p/*.bmp", "/out/new/*.jpg"), -3);
+    EXPECT_EQ(lErrOf("/p/*.bmp", "*.jpg"), -3);
+}
+
+TEST_F(ValidateConversion, LetsAPlainTargetOfAWildcardPass)
+{
+    EXPECT_EQ(lErrOf("/p/*.bmp", "/nowhere/all.tif"), 0);
+}
+
+TEST_F(ValidateConversion, KeepsTheTwoFlagsOfAWildcardAlone)
+{
+    objOptions.bDoSubfolders = objOptions.bSaveInOriginalFolder = true;
+    lErrOf("/p/*.bmp", "/out/*.jpg");
+    EXPECT_TRUE(objOptions.bDoSubfolders && objOptions.bSaveInOriginalFolder);
+
+    lErrOf("/p/a.bmp", "/out/a.jpg");
+    EXPECT_FALSE(objOptions.bDoSubfolders || objOptions.bSaveInOriginalFolder);
+}
+
+TEST_F(ValidateConversion, ClearsTheTwoFlagsAlsoOfASourceThatIsMissing)
+{
+    objOptions.bDoSubfolders = objOptions.bSaveInOriginalFolder = true;
+    EXPECT_EQ(lErrOf("/p/none.bmp", "/out/a.jpg"), -4);
+    EXPECT_FALSE(objOptions.bDoSubfolders || objOptions.bSaveInOriginalFolder);
+}
+
+TEST_F(ValidateConversion, WantsAPlainSourceToBeThere)
+{
+    EXPECT_EQ(lErrOf("/p/none.bmp", "/out/a.jpg"), -4);
+    EXPECT_EQ(lErrOf("", "/out/a.jpg"), -4);
+    EXPECT_EQ(lErrOf("/p", "/out/a.jpg"), -4);
+}
+
+TEST_F(ValidateConversion, RefusesAWildcardTargetOfAPlainSource)
+{
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/*.jpg"), -5);
+}
+
+TEST_F(ValidateConversion, MakesTheTargetFolderOfAPlainSourceWithoutAsking)
+{
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.jpg"), 0);
+    EXPECT_TRUE(app.objFiles.FolderExists("/out/new"));
+    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+}
+
+TEST_F(ValidateConversion, SaysWhenTheTargetFolderCantBeMade)
+{
+    app.objFiles.MakeReadOnly("/out");
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.jpg"), -6);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "a.jpg"), -6);
+    EXPECT_EQ(lErrOf("/p/a.bmp", ""), -6);
+}
+
+TEST_F(ValidateConversion, WantsATargetTypeThatHasAnExtension)
+{
+    for (const std::int32_t lType : {0, 15, -2, kNoFileType}) {
+        objOptions.lTargetFileType = lType;
+        EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.jpg"), -7);
+    }
+    for (const std::int32_t lType : {-1, 12, 14}) {
+        objOptions.lTargetFileType = lType;
+        EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.jpg"), 0);
+    }
+}
+
+TEST_F(ValidateConversion, WantsDetails)
+{
+    objOptions.sExtraParams = "  ";
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.jpg"), -10);
+}
+
+TEST_F(ValidateConversion, StopsAtTheFirstFailure)
+{
+    objOptions.lTargetFileType = 0;
+    objOptions.sExtraParams = "";
+    EXPECT_EQ(lErrOf("/p/none.bmp", "/out/*"), -4);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/*"), -5);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a"), -7);
+    EXPECT_EQ(objOptions.sTargetFile, "/out/a");
+}
+
+TEST_F(ValidateConversion, WarnsWhereTypeAndExtensionDifferAndGoesOn)
+{
+    objOptions.lOriginalFileType = 1;
+
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a"), -13);
+
+    EXPECT_EQ(objOptions.sTargetFile, "/out/a.jpg");
+}
+
+TEST_F(ValidateConversion, ComparesTheExtensionExactlyButNotItsCase)
+{
+    for (const char* sFile : {"/p/a.jpeg", "/p/b.tiff", "/p/c.JPG", "/p/d.", "/p/e", "/p/g.Tif"})
+        app.objFiles.AddFile(sFile);
+    objOptions.lOriginalFileType = 1;
+    EXPECT_EQ(lErrOf("/p/a.jpeg", "/out/a.jpg"), -13);
+    EXPECT_EQ(lErrOf("/p/c.JPG", "/out/a.jpg"), 0);
+    EXPECT_EQ(lErrOf("/p/c.JPG  ", "/out/a.jpg"), 0);
+    EXPECT_EQ(lErrOf("/p/d.", "/out/a.jpg"), -13);
+    EXPECT_EQ(lErrOf("/p/e", "/out/a.jpg"), -13);
+    EXPECT_EQ(lErrOf("/p/*.*", "/out/*.jpg"), -13);
+    objOptions.lOriginalFileType = 3;
+    EXPECT_EQ(lErrOf("/p/b.tiff", "/out/a.jpg"), -13);
+    EXPECT_EQ(lErrOf("/p/g.Tif", "/out/a.jpg"), 0);
+}
+
+TEST_F(ValidateConversion, DoesntWarnWhereNothingIsClaimedOrNobodyWantsToKnow)
+{
+    objOptions.lOriginalFileType = -1;
+    EXPECT_EQ(lErrOf("/p/*.*", "/out/*.jpg"), 0);
+
+    objOptions.lOriginalFileType = 1;
+    app.frmTypeMatchNotification.bDontShowAgain = true;
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.jpg"), 0);
+
+    app.frmTypeMatchNotification.bDontShowAgain = false;
+    app.bCommandLineMode = true;
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.jpg"), 0);
+}
+
+TEST_F(ValidateConversion, CompletesTheTargetInTheFormToo)
+{
+    EXPECT_EQ(lErrOf("/p/*.bmp", "/out"), 0);
+    EXPECT_EQ(objOptions.sTargetFile, "/out/*.jpg");
+    EXPECT_EQ(app.frmMain.cbTargetFile.Text(), "/out/*.jpg");
+}
+
+TEST_F(ValidateConversion, OfAJobFileAsksForTheFileAlone)
+{
+    app.objFiles.AddFile("/jobs/a.vjb");
+    objOptions = {};
+    objOptions.sCLBatchJobFile = "/jobs/a.vjb";
+    ValidateRequest(app, objOptions);
+    EXPECT_EQ(objOptions.lErr, 0);
+
+    objOptions.sCLBatchJobFile = "/jobs/none.vjb";
+    objOptions.sOriginalFile = "/p/none";
+    ValidateRequest(app, objOptions);
+    EXPECT_EQ(objOptions.lErr, -8);
+}
+
+struct ValidateSpecial : Check {
+    ValidateSpecial()
+    {
+        objOptions.sActionToDo = "S";
+        objOptions.lSpecialProcess = 6;
+        objOptions.lTargetFileType = 1;
+    }
+};
+
+TEST_F(ValidateSpecial, GivesTheTargetTheTypeOfTheSource)
+{
+    ValidateRequest(app, objOptions);
+    EXPECT_EQ(objOptions.lErr, 0);
+    EXPECT_EQ(objOptions.lTargetFileType, 2);
+}
+
+TEST_F(ValidateSpecial, WantsBothFiles)
+{
+    EXPECT_EQ(lErrOf("", "/out/a.bmp"), -9);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "  "), -9);
+}
+
+TEST_F(ValidateSpecial, ChecksTheFilesAsForAConversion)
+{
+    app.objFiles.MakeReadOnly("/cd");
+    EXPECT_EQ(lErrOf("/none/*.bmp", "/out/*.bmp"), -1);
+    EXPECT_EQ(lErrOf("/p/*.bmp", "/cd/*.bmp"), -3);
+    EXPECT_EQ(lErrOf("/p/none.bmp", "/out/a.bmp"), -4);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/*.bmp"), -5);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/cd/a.bmp"), -6);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.bmp"), 0);
+    EXPECT_TRUE(app.objFiles.FolderExists("/out/new"));
+}
+
+TEST_F(ValidateSpecial, DoesntCompleteTheTargetNorWarnOfTypes)
+{
+    objOptions.lOriginalFileType = 8;
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a"), 0);
+    EXPECT_EQ(objOptions.sTargetFile, "/out/a");
+}
+
+TEST_F(ValidateSpecial, KnowsTheNumbersOfTheProcesses)
+{
+    for (const std::int32_t lProcess : {0, 1, 30, 61, 99, 101, -5}) {
+        objOptions.lSpecialProcess = lProcess;
+        EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), -101) << lProcess;
+    }
+    for (const std::int32_t lProcess : {3, 29, 31, 60}) {
+        objOptions.lSpecialProcess = lProcess;
+        EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), 0) << lProcess;
+    }
+}
+
+TEST_F(ValidateSpecial, LetsALaunchPassWithoutFiles)
+{
+    objOptions.lSpecialProcess = 100;
+    EXPECT_EQ(lErrOf("", ""), 0);
+    EXPECT_EQ(lErrOf("/no/such/program", "--all *.bmp"), 0);
+    EXPECT_EQ(lErrOf("/bin/*", ""), -102);
+}
+
+TEST_F(ValidateSpecial, OfAJobFileAsksForTheFileAlone)
+{
+    objOptions.sCLBatchJobFile = "/jobs/none.vjb";
+    objOptions.lSpecialProcess = 1;
+    ValidateRequest(app, objOptions);
+    EXPECT_EQ(objOptions.lErr, -8);
+}
+
+TEST_F(ValidateSpecial, IsChosenByTheLetterAnywhereInTheAction)
+{
+    objOptions.sActionToDo = "CS";
+    objOptions.lSpecialProcess = 1;
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), -101);
+}
