@@ -1,0 +1,29 @@
+// Which kind of file dialog a title asks for.
+#include "src/job/modPickFile.h"
+
+#include "tests/fakes/test_application.h"
+
+TEST(TitleSaves, WhenItHoldsTheTranslatedWordInAnyCase)
+{
+    TestApplication app;
+    EXPECT_TRUE(bTitleSaves(app, "Save"));
+    EXPECT_TRUE(bTitleSaves(app, "Where to SAVE it"));
+    EXPECT_FALSE(bTitleSaves(app, "Open Conversion Job"));
+}
+
+TEST(TitleSaves, NotWhenItsTranslationLacksTheTranslatedWord)
+{
+    TestApplication app;
+    app.objTranslator.dictTranslations["save"] = "sichern";
+    EXPECT_TRUE(bTitleSaves(app, "Job sichern"));
+    EXPECT_FALSE(bTitleSaves(app, "Speichern"));
+    EXPECT_FALSE(bTitleSaves(app, "Save"));
+}
+
+TEST(PickFile, GivesThePathAndNothingOnCancel)
+{
+    TestApplication app;
+    app.objWindows.aPicks = {"/a.vjb"};
+    EXPECT_EQ(sPickFile(app, "Open", "x|*.x", 1), "/a.vjb");
+    EXPECT_EQ(sPickFile(app, "Open", "x|*.x", 1), "");
+}

@@ -1,0 +1,581 @@
+// The task and log tables: fixed rows, how tasks get in and out, and the Pass marks.
+#include "src/job/modTaskTables.h"
+
+#include <array>
+
+#include "src/base/raised_error.h"
+#include "src/base/text.h"
+#include "src/job/modFileTypes.h"
+#include "tests/fakes/test_application.h"
+
+static clsConversionOptions objConversion(const std::string& sSource = "/p/a.bmp")
+{
+    clsConversionOptions objOptions;
+    objOptions.sActionToDo = "C";
+    objOptions.sOriginalFile = sSource;
+    objOptions.lOriginalFileType = 2;
+    objOptions.sTargetFile = "/out/a.jpg";
+    objOptions.lTargetFileType = 1;
+    objOptions.sExtraParams = "*^0^FALSE^75^";
+    return objOptions;
+}
+
+/// A table of so many conversions.
+static void FillTable(TestApplication& app, int nTasks)
+{
+    for (int i = 1; i <= nTasks; ++i)
+        AddTaskRow(app, objConversion("/p/" + std::to_string(i) + ".bmp"));
+}
+
+static std::vector<std::string> aRow(const Grid& fg, std::int32_t lRow)
+{
+    std::vector<std::string> aCells;
+    for (std::int32_t l = 0; l < fg.Cols(); ++l)
+        aCells.push_back(fg.TextMatrix(lRow, l));
+    return aCells;
+}
+
+static void ExpectMarkerAtEnd(const Grid& fg)
+{
+    const std::vector<std::string> aMarker{"", "", "*", "", "", "", "", "", "", "", ""};
+    EXPECT_EQ(aRow(fg, fg.Rows() - 1), aMarker);
+}
+
+TEST(SetUpToDoGrid, LeavesAHeaderAndTheMarkerRow)
+{
+    TestApplication app;
+    FillTable(app, 3);
+
+    SetUpToDoGrid(app);
+
+    const Grid& fg = app.frmMain.fgToDo;
+    EXPECT_EQ(fg.Rows(), 2);
+    EXPECT_EQ(fg.Cols(), 11);
+    EXPECT_EQ(aRow(fg, 0), (std::vector<std::string>{"", "", "#", "Do", "Original File(s)", "", "Type",
+                                                     "Target File(s)", "", "Type", "Pass"}));
+    ExpectMarkerAtEnd(fg);
+    EXPECT_EQ(fg.Row(), 1);
+    EXPECT_EQ(fg.Col(), 0);
+    EXPECT_EQ(fg.ColSel(), 10);
+}
+
+TEST(SetUpToDoGrid, TranslatesItsHeadersEachTimeButTheNumberSign)
+{
+    TestApplication app;
+    SetUpToDoGrid(app);
+    app.objTranslator.dictTranslations["Do"] = "Was";
+    app.objTranslator.dictTranslations["#"] = "Nr";
+
+    SetUpToDoGrid(app);
+
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(0, kColNumber), "#");
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(0, kColAction), "Was");
+}
+
+TEST(SetUpToDoGrid, FormatsTheMarkerOtherwiseTheFirstTime)
+{
+    TestApplication app;
+    const Grid& fg = app.frmMain.fgToDo;
+
+    SetUpToDoGrid(app);
+    for (const std::int32_t lCol : {0, 1, 2}) {
+        EXPECT_TRUE(fg.Format(1, lCol).bBold);
+        EXPECT_EQ(fg.Format(1, lCol).eAlignment, CellAlignment::Centre);
+        EXPECT_EQ(fg.Format(1, lCol).lFontSize, 0);
+    }
+    EXPECT_EQ(fg.Format(1, 3), CellFormat{});
+
+    SetUpToDoGrid(app);
+    EXPECT_EQ(fg.Format(1, 1).lFontSize, 12);
+    EXPECT_TRUE(fg.Format(1, 1).bBold);
+    EXPECT_EQ(fg.Format(1, 0), CellFormat{});
+    EXPECT_EQ(fg.Format(1, 2), CellFormat{});
+}
+
+TEST(SetUpToDoGrid, HasABoldHeaderOnlyWhereLettersAreNarrow)
+{
+    TestApplication app;
+    SetUpToDoGrid(app);
+    EXPECT_TRUE(app.frmMain.fgToDo.Format(0, 4).bBold);
+    EXPECT_EQ(app.frmMain.fgToDo.Format(0, 4).eAlignment, CellAlignment::Centre);
+
+    TestApplication appWide;
+    appWide.bDoubleByteLocale = true;
+    SetUpToDoGrid(appWide);
+    EXPECT_FALSE(appWide.frmMain.fgToDo.Format(0, 4).bBold);
+    EXPECT_FALSE(appWide.frmMain.fgToDo.Format(1, 2).bBold);
+    EXPECT_EQ(appWide.frmMain.fgToDo.Format(1, 2).eAlignment, CellAlignment::Centre);
+}
+
+TEST(SetUpToDoGrid, IsNoChangeOfTheUsers)
+{
+    TestApplication app;
+    FillTable(app, 2);
+    bool bSeenAsUsers = false;
+    app.frmMain.fgToDo.OnEnterCell =
+        app.frmMain.fgToDo.OnLeaveCell = [&] { bSeenAsUsers = bSeenAsUsers || !app.bInternalGridChange; };
+    SetUpToDoGrid(app);
+    EXPECT_FALSE(bSeenAsUsers);
+    EXPECT_FALSE(app.bInternalGridChange);
+
+    app.bInternalGridChange = true;
+    SetUpToDoGrid(app);
+    EXPECT_TRUE(app.bInternalGridChange);
+}
+
+TEST(SetUpLogGrid, LeavesAHeaderAndAnEmptyRow)
+{
+    TestApplication app;
+    app.frmMain.fgLog.SetRows(9);
+    app.frmMain.fgLog.SetTextMatrix(1, 4, "/old");
+
+    SetUpLogGrid(app);
+
+    const Grid& fg = app.frmMain.fgLog;
+    EXPECT_EQ(fg.Rows(), 2);
+    EXPECT_EQ(fg.Cols(), 12);
+    EXPECT_EQ(aRow(fg, 0), (std::vector<std::string>{"", "", "Job #", "Do", "", "", "", "Target File", "",
+                                                     "Type", "Pass", "Status"}));
+    EXPECT_EQ(aRow(fg, 1), std::vector<std::string>(12, ""));
+    EXPECT_EQ(fg.Format(0, 11).eAlignment, CellAlignment::Centre);
+    EXPECT_EQ(fg.Row(), 1);
+    EXPECT_EQ(fg.ColSel(), 11);
+}
+
+TEST(SetUpLogGrid, EndsWithTheFlagDownWhateverItWas)
+{
+    TestApplication app;
+    app.bInternalGridChange = true;
+    SetUpLogGrid(app);
+    EXPECT_FALSE(app.bInternalGridChange);
+}
+
+TEST(AddTaskRow, InsertsAConversionInFrontOfTheMarker)
+{
+    TestApplication app;
+    SetUpToDoGrid(app);
+    clsConversionOptions objOptions = objConversion();
+    objOptions.bDoSubfolders = objOptions.bSaveInOriginalFolder = true;
+
+    AddTaskRow(app, objOptions);
+
+    const Grid& fg = app.frmMain.fgToDo;
+    EXPECT_EQ(fg.Rows(), 3);
+    EXPECT_EQ(aRow(fg, 1), (std::vector<std::string>{"RGM", "*^0^FALSE^75^", "1", "C", "/p/a.bmp", "2", "bmp",
+                                                     "/out/a.jpg", "1", "jpg", ""}));
+    ExpectMarkerAtEnd(fg);
+    EXPECT_EQ(fg.Row(), 2);
+    EXPECT_EQ(fg.ColSel(), 10);
+    EXPECT_FALSE(app.bInternalGridChange);
+}
+
+TEST(AddTaskRow, SetsTheTableUpIfThatWasNeverDone)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(0, kColNumber), "#");
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColNumber), "1");
+    ExpectMarkerAtEnd(app.frmMain.fgToDo);
+}
+
+TEST(AddTaskRow, NamesTheOriginalTypeOfAConversionOnlyForTheLibrary)
+{
+    TestApplication app;
+    for (const std::int32_t lMethod : {1, 2, 4}) {
+        clsConversionOptions objOptions = objConversion();
+        objOptions.lConversionMethod = lMethod;
+        AddTaskRow(app, objOptions);
+    }
+    const Grid& fg = app.frmMain.fgToDo;
+    EXPECT_EQ(fg.TextMatrix(1, kColOriginalExtension), "bmp");
+    EXPECT_EQ(fg.TextMatrix(2, kColOriginalExtension), "");
+    EXPECT_EQ(fg.TextMatrix(3, kColOriginalExtension), "");
+    EXPECT_EQ(fg.TextMatrix(1, kColFlags), "M");
+    EXPECT_EQ(fg.TextMatrix(2, kColFlags), "");
+}
+
+TEST(AddTaskRow, WritesAutodetectAsAStar)
+{
+    TestApplication app;
+    clsConversionOptions objOptions = objConversion();
+    objOptions.lOriginalFileType = -1;
+    AddTaskRow(app, objOptions);
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColOriginalType), "-1");
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColOriginalExtension), "*");
+}
+
+TEST(AddTaskRow, InsertsASpecialProcessWithItsNumber)
+{
+    TestApplication app;
+    clsConversionOptions objOptions = objConversion();
+    objOptions.sActionToDo = "S";
+    objOptions.lSpecialProcess = 7;
+    objOptions.lConversionMethod = 2;
+    objOptions.lTargetFileType = 2;
+
+    AddTaskRow(app, objOptions);
+
+    EXPECT_EQ(aRow(app.frmMain.fgToDo, 1),
+              (std::vector<std::string>{"", "*^0^FALSE^75^", "1", "S7", "/p/a.bmp", "2", "bmp", "/out/a.jpg",
+                                        "2", "bmp", ""}));
+}
+
+TEST(AddTaskRow, KeepsNoDetailsOfAProcessThatIsNone)
+{
+    TestApplication app;
+    std::int32_t lRow = 0;
+    for (const std::int32_t lProcess : {0, 1, 2, 29, 30, 31, 60, 61, 99, 100, 101}) {
+        clsConversionOptions objOptions = objConversion();
+        objOptions.sActionToDo = "S";
+        objOptions.lSpecialProcess = lProcess;
+        AddTaskRow(app, objOptions);
+        EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(++lRow, kColDetails),
+                  bIsTaskProcess(lProcess) ? objOptions.sExtraParams : " ")
+            << lProcess;
+    }
+    EXPECT_TRUE(bIsTaskProcess(2) && bIsTaskProcess(29) && bIsTaskProcess(31) && bIsTaskProcess(60) &&
+                bIsTaskProcess(100));
+    EXPECT_FALSE(bIsTaskProcess(0) || bIsTaskProcess(1) || bIsTaskProcess(30) || bIsTaskProcess(61) ||
+                 bIsTaskProcess(101));
+}
+
+TEST(AddTaskRow, KeepsTabsAndLineEndsOutOfTheCells)
+{
+    TestApplication app;
+    clsConversionOptions objOptions = objConversion("/p/a\tb\nc\rd.bmp");
+    AddTaskRow(app, objOptions);
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColOriginal), "/p/a b c d.bmp");
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColTarget), "/out/a.jpg");
+}
+
+TEST(FlagsFromRequest, HaveNoBlanks)
+{
+    clsConversionOptions objOptions;
+    EXPECT_EQ(sFlagsFromRequest(objOptions), "M");
+    objOptions.bDoSubfolders = true;
+    objOptions.bExportFormula = true;
+    EXPECT_EQ(sFlagsFromRequest(objOptions), "RM");
+    objOptions.lConversionMethod = 2;
+    objOptions.bSaveInOriginalFolder = true;
+    EXPECT_EQ(sFlagsFromRequest(objOptions), "RG");
+}
+
+TEST(FlagIsSet, LooksAtTheFirstNineLetters)
+{
+    for (const char* sFlags : {"RGM", "R G M"})
+        EXPECT_TRUE(bFlagIsSet(sFlags, 'R') && bFlagIsSet(sFlags, 'G') && bFlagIsSet(sFlags, 'M'));
+    EXPECT_TRUE(bFlagIsSet("        M", 'M'));
+    EXPECT_FALSE(bFlagIsSet("         M", 'M'));
+    EXPECT_FALSE(bFlagIsSet("", 'M'));
+    EXPECT_FALSE(bFlagIsSet("m", 'M'));
+}
+
+/// A form whose fields say "/q/*.tif" to "/o/*.png", over a table of two tasks of which the first is current.
+struct UpdateGrid : testing::Test {
+    TestApplication app;
+    Grid& fg = app.frmMain.fgToDo;
+
+    UpdateGrid()
+    {
+        FillTable(app, 2);
+        fg.SetRow(1);
+        FormatPassCell(fg, 1, false);
+        FillInFileTypeComboBoxOriginal(app);
+        FillInFileTypeComboBoxTarget(app);
+        bSelectFileType(app.frmMain.cbFileTypeOriginal, 3);
+        bSelectFileType(app.frmMain.cbFileTypeTarget, 8);
+        app.frmMain.cbOriginalFile.SetText("  /q/*.tif ");
+        app.frmMain.cbTargetFile.SetText(" /o/*.png ");
+        app.frmMain.sImageConversionOptions = "1^0^";
+    }
+};
+
+TEST_F(UpdateGrid, WritesTheFieldsButNotTheNumberAndTheMark)
+{
+    app.frmMain.cbDoSubfolders.SetValue(1);
+    app.frmMain.cbSaveToOriginalFolder.SetValue(1);
+
+    UpdateGridFromGUI_ConversionItem(app);
+
+    EXPECT_EQ(aRow(fg, 1), (std::vector<std::string>{"R G M", "1^0^", "1", "C", "/q/*.tif", "3", "tif",
+                                                     "/o/*.png", "8", "png", "-"}));
+    EXPECT_EQ(fg.Format(1, kColPass).ePicture, CellPicture::imageFail);
+    EXPECT_EQ(fg.Rows(), 4);
+}
+
+TEST_F(UpdateGrid, PartsTheFlagsByBlanks)
+{
+    UpdateGridFromGUI_ConversionItem(app);
+    EXPECT_EQ(fg.TextMatrix(1, kColFlags), " M");
+
+    app.frmMain.cbSaveToOriginalFolder.SetValue(1);
+    UpdateGridFromGUI_ConversionItem(app);
+    EXPECT_EQ(fg.TextMatrix(1, kColFlags), " G M");
+}
+
+TEST_F(UpdateGrid, NamesTheOriginalTypeOnlyForTheLibrary)
+{
+    app.frmMain.lConversionMethod = 4;
+    UpdateGridFromGUI_ConversionItem(app);
+    EXPECT_EQ(fg.TextMatrix(1, kColOriginalExtension), "");
+    EXPECT_EQ(fg.TextMatrix(1, kColFlags), "");
+}
+
+TEST_F(UpdateGrid, LeavesHeaderAndMarkerAlone)
+{
+    for (const std::int32_t lRow : {0, 3}) {
+        fg.SetRow(lRow);
+        const std::vector<std::string> aBefore = aRow(fg, lRow);
+        UpdateGridFromGUI_ConversionItem(app);
+        EXPECT_EQ(aRow(fg, lRow), aBefore);
+    }
+}
+
+/// A table of one row with these cells.
+static void SetRowTo(TestApplication& app, const std::array<const char*, 9>& aCells)
+{
+    FillTable(app, 1);
+    for (std::size_t i = 0; i < aCells.size(); ++i)
+        app.frmMain.fgToDo.SetTextMatrix(1, static_cast<std::int32_t>(i), aCells[i]);
+}
+
+TEST(LoadRequestFromGridRow, ReadsAConversion)
+{
+    TestApplication app;
+    SetRowTo(app, {"R G M F", "*^2^", "17", "C", "C:\\in\\*.bmp", "2", "bmp", "D:\\out\\*.png", "8"});
+    clsConversionOptions objOptions;
+
+    LoadRequestFromGridRow(app, objOptions, 1);
+
+    EXPECT_TRUE(objOptions.bDoSubfolders);
+    EXPECT_TRUE(objOptions.bSaveInOriginalFolder);
+    EXPECT_TRUE(objOptions.bExportFormula);
+    EXPECT_EQ(objOptions.lConversionMethod, 1);
+    EXPECT_EQ(objOptions.sExtraParams, "*^2^");
+    EXPECT_EQ(objOptions.sActionToDo, "C");
+    EXPECT_EQ(objOptions.sOriginalFile, "C:\\in\\*.bmp");
+    EXPECT_EQ(objOptions.lOriginalFileType, 2);
+    EXPECT_EQ(objOptions.sTargetFile, "D:\\out\\*.png");
+    EXPECT_EQ(objOptions.lTargetFileType, 8);
+    EXPECT_EQ(app.frmMain.fgToDo.Row(), 1);
+    EXPECT_FALSE(app.bInternalGridChange);
+}
+
+TEST(LoadRequestFromGridRow, TakesAConversionWithoutItsFlagForMethodTwo)
+{
+    TestApplication app;
+    SetRowTo(app, {"RG", "", "1", "C", "a", "1", "", "b", "1"});
+    clsConversionOptions objOptions;
+    LoadRequestFromGridRow(app, objOptions, 1);
+    EXPECT_EQ(objOptions.lConversionMethod, 2);
+}
+
+TEST(LoadRequestFromGridRow, ReadsTheNumberOfASpecialProcessAndKeepsTheMethod)
+{
+    TestApplication app;
+    SetRowTo(app, {"", "", "1", "S12", "a", "1", "", "b", "1"});
+    clsConversionOptions objOptions;
+    LoadRequestFromGridRow(app, objOptions, 1);
+    EXPECT_EQ(objOptions.lSpecialProcess, 12);
+    EXPECT_EQ(objOptions.lConversionMethod, 1);
+}
+
+TEST(LoadRequestFromGridRow, LeavesTheTypesOfTheRowBeforeWhereCellsAreEmpty)
+{
+    TestApplication app;
+    SetRowTo(app, {"", "", "1", "S3", "a", "", "", "b", ""});
+    clsConversionOptions objOptions;
+    objOptions.lOriginalFileType = 5;
+    objOptions.lTargetFileType = 6;
+    objOptions.lErr = -101;
+    LoadRequestFromGridRow(app, objOptions, 1);
+    EXPECT_EQ(objOptions.lOriginalFileType, 5);
+    EXPECT_EQ(objOptions.lTargetFileType, 6);
+    EXPECT_EQ(objOptions.lErr, -101);
+}
+
+TEST(LoadRequestFromGridRow, NeverReadsHeaderMarkerOrWhatIsntThere)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    for (const std::int32_t lRow : {0, 2, 3, -1, 30001}) {
+        clsConversionOptions objOptions;
+        objOptions.sOriginalFile = "kept";
+        LoadRequestFromGridRow(app, objOptions, lRow);
+        EXPECT_EQ(objOptions.sOriginalFile, "kept");
+        EXPECT_EQ(app.frmMain.fgToDo.Row(), 2);
+    }
+}
+
+TEST(LoadRequestFromGridRow, RaisesAnErrorForACellThatIsNoNumber)
+{
+    for (const std::array<const char*, 3> aBad :
+         {std::array{"x", "1", "C"}, {"1", " ", "C"}, {"1", "1", "S"}, {"1", "1", "Sx"}, {"1", "1", "SC1"}}) {
+        TestApplication app;
+        SetRowTo(app, {"", "", "1", aBad[2], "a", aBad[0], "", "b", aBad[1]});
+        clsConversionOptions objOptions;
+        EXPECT_THROW(LoadRequestFromGridRow(app, objOptions, 1), clsRaisedError);
+    }
+}
+
+TEST(LoadRequestFromGridRow, RoundsATypeAsNumbersAreRounded)
+{
+    TestApplication app;
+    SetRowTo(app, {"", "", "1", "C", "a", " 2 ", "", "b", "8.5"});
+    clsConversionOptions objOptions;
+    LoadRequestFromGridRow(app, objOptions, 1);
+    EXPECT_EQ(objOptions.lOriginalFileType, 2);
+    EXPECT_EQ(objOptions.lTargetFileType, 8);
+}
+
+TEST(LoadRequestFromGridRow, GivesBackWhatWasAdded)
+{
+    TestApplication app;
+    clsConversionOptions objAdded = objConversion("/p/*.bmp");
+    objAdded.bDoSubfolders = true;
+    AddTaskRow(app, objAdded);
+    clsConversionOptions objRead;
+    LoadRequestFromGridRow(app, objRead, 1);
+    EXPECT_EQ(objRead.sOriginalFile, objAdded.sOriginalFile);
+    EXPECT_EQ(objRead.sTargetFile, objAdded.sTargetFile);
+    EXPECT_EQ(objRead.sExtraParams, objAdded.sExtraParams);
+    EXPECT_EQ(objRead.lTargetFileType, objAdded.lTargetFileType);
+    EXPECT_EQ(objRead.bDoSubfolders, true);
+    EXPECT_EQ(objRead.lConversionMethod, 1);
+}
+
+TEST(RemoveActionItem, TakesTheCurrentTaskAndNumbersTheRestAnew)
+{
+    TestApplication app;
+    FillTable(app, 3);
+    app.frmMain.fgToDo.SetRow(2);
+    int nShown = 0;
+    app.frmMain.fgToDo.OnEnterCell = [&] { ++nShown; };
+
+    RemoveActionItem(app);
+
+    const Grid& fg = app.frmMain.fgToDo;
+    EXPECT_EQ(fg.Rows(), 4);
+    EXPECT_EQ(fg.TextMatrix(2, kColOriginal), "/p/3.bmp");
+    EXPECT_EQ(fg.TextMatrix(2, kColNumber), "2");
+    EXPECT_EQ(fg.Row(), 2);
+    EXPECT_EQ(nShown, 1);
+    ExpectMarkerAtEnd(fg);
+}
+
+TEST(RemoveActionItem, DoesNothingToAnEmptyJob)
+{
+    TestApplication app;
+    SetUpToDoGrid(app);
+    for (const std::int32_t lRow : {0, 1}) {
+        app.frmMain.fgToDo.SetRow(lRow);
+        RemoveActionItem(app);
+        EXPECT_EQ(app.frmMain.fgToDo.Rows(), 2);
+        ExpectMarkerAtEnd(app.frmMain.fgToDo);
+    }
+}
+
+TEST(RemoveActionItem, DoesNothingWithTheMarkerSelected)
+{
+    TestApplication app;
+    FillTable(app, 2);
+    int nShown = 0;
+    app.frmMain.fgToDo.OnEnterCell = [&] { ++nShown; };
+    RemoveActionItem(app);
+    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 4);
+    EXPECT_EQ(nShown, 0);
+}
+
+TEST(RemoveActionItem, SetsUpATableThatNeverWas)
+{
+    TestApplication app;
+    RemoveActionItem(app);
+    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 2);
+    ExpectMarkerAtEnd(app.frmMain.fgToDo);
+}
+
+TEST(RemoveActionItem, EmptiesAJobFromTheFirstTaskOn)
+{
+    TestApplication app;
+    FillTable(app, 3);
+    for (int i = 0; i < 5; ++i) {
+        app.frmMain.fgToDo.SetRow(1);
+        RemoveActionItem(app);
+    }
+    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 2);
+    ExpectMarkerAtEnd(app.frmMain.fgToDo);
+}
+
+TEST(RemoveAllFilesWithJobNumber, StartsAtOneAlsoInAPartOfAJob)
+{
+    TestApplication app;
+    FillTable(app, 3);
+    for (std::int32_t l = 1; l <= 3; ++l)
+        app.frmMain.fgToDo.SetTextMatrix(l, kColNumber, std::to_string(30000 + l));
+    RemoveAllFilesWithJobNumber(app, 1);
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColNumber), "1");
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(2, kColNumber), "2");
+}
+
+TEST(RemoveAllFilesWithJobNumber, KeepsTheFixedRows)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    for (const std::int32_t lRow : {-1, 0, 2, 3})
+        RemoveAllFilesWithJobNumber(app, lRow);
+    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 3);
+}
+
+TEST(RemoveAllFilesWithJobNumber, LeavesThePicturesWithTheirTasks)
+{
+    TestApplication app;
+    FillTable(app, 3);
+    FormatPassCell(app.frmMain.fgToDo, 3, true);
+    RemoveAllFilesWithJobNumber(app, 1);
+    EXPECT_EQ(app.frmMain.fgToDo.Format(2, kColPass).ePicture, CellPicture::imagePass);
+    EXPECT_EQ(app.frmMain.fgToDo.Format(3, kColPass).ePicture, CellPicture::None);
+}
+
+TEST(FormatPassCell, HidesTheTextBehindThePicture)
+{
+    TestApplication app;
+    FillTable(app, 2);
+    Grid& fg = app.frmMain.fgToDo;
+
+    FormatPassCell(fg, 1, true);
+    FormatPassCell(fg, 2, false);
+
+    EXPECT_EQ(fg.TextMatrix(1, kColPass), "+");
+    EXPECT_EQ(fg.TextMatrix(2, kColPass), "-");
+    EXPECT_EQ(fg.Format(1, kColPass).ePicture, CellPicture::imagePass);
+    EXPECT_EQ(fg.Format(2, kColPass).ePicture, CellPicture::imageFail);
+    EXPECT_EQ(fg.Format(1, kColPass).eAlignment, CellAlignment::Centre);
+    EXPECT_EQ(static_cast<std::uint32_t>(fg.Format(1, kColPass).lForeColor), 2147483653u);
+    EXPECT_EQ(static_cast<std::uint32_t>(fg.Format(1, kColPass).lBackColor), 2147483653u);
+}
+
+TEST(RestorePassMark, GoesByTheTextAlone)
+{
+    TestApplication app;
+    FillTable(app, 3);
+    Grid& fg = app.frmMain.fgToDo;
+    fg.SetTextMatrix(1, kColPass, "+");
+    fg.SetTextMatrix(2, kColPass, "++");
+    for (std::int32_t l = 1; l <= 3; ++l)
+        RestorePassMark(fg, l);
+    EXPECT_EQ(fg.Format(1, kColPass).ePicture, CellPicture::imagePass);
+    EXPECT_EQ(fg.Format(2, kColPass), CellFormat{});
+    EXPECT_EQ(fg.TextMatrix(2, kColPass), "++");
+    EXPECT_EQ(fg.Format(3, kColPass), CellFormat{});
+}
+
+TEST(SelectGridRow, SelectsFromTheFirstColumnToTheLast)
+{
+    TestApplication app;
+    Grid& fg = app.frmMain.fgLog;
+    fg.SetCol(5);
+    SelectGridRow(app, fg);
+    EXPECT_EQ(fg.Col(), 0);
+    EXPECT_EQ(fg.ColSel(), 11);
+    EXPECT_FALSE(app.bInternalGridChange);
+}
