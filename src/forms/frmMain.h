@@ -7,6 +7,8 @@
 #include <map>
 #include <string>
 
+#include "src/forms/clsMRU.h"
+#include "src/forms/window_place.h"
 #include "src/platform/controls.h"
 #include "src/platform/grid.h"
 
@@ -108,9 +110,18 @@ struct frmMain : Form {
     bool bAutoLoadImages = true;
     bool bDeleteOriginalFileAfterProcessing = false;
     bool bTryAutodetectIfFailed = true;
-    std::string sLogFile;  ///< report file of the settings
-    bool bDontShowFileMismatchAgain = false;
+    std::string sLogFile;                                        ///< report file of the settings
     std::array<std::string, kSpecialProcessSlots> asSP_Details;  ///< the last details string of each process
+
+    WindowPlace objPlace;
+
+    // The texts last entered into the combo boxes of these names
+    clsMRU mruSource;
+    clsMRU mruTarget;
+    clsMRU mruSourceSpecialized;
+    clsMRU mruTargetSpecialized;
+    clsMRU mruCommandLine;
+    clsMRU mruCommandLineArguments;
 
     // Extension in lower case to the index of its entry, filled with the two combo boxes
     std::map<std::string, std::int32_t> colExtensionsOriginal;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "src/forms/window_place.h"
 #include "src/platform/controls.h"
 
 // Panels of sbMain, counted from 1.
@@ -30,4 +31,5 @@ struct frmMainMDI : Form {
 
     bool bHourglass = false;  ///< the screen's mouse pointer shows that work goes on
     bool bMinimized = false;
+    WindowPlace objPlace;
 };
