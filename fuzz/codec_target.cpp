@@ -1,0 +1,44 @@
+// Decodes whatever comes as one format: no crash, no read outside, and only whole pictures.
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+#include "src/platform/image/codec.h"
+#include "src/platform/image/input_file.h"
+#include "src/platform/image/registry.h"
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    setenv("VARNEL_MAX_MEGAPIXELS", "4", 1);  // large pictures only cost time
+    return 0;
+}
+
+static bool bWhole(const ImageBuffer& aImage)
+{
+    const bool bChannels = aImage.lChannels == 1 || aImage.lChannels == 3 || aImage.lChannels == 4;
+    const auto nBytes = static_cast<std::uint64_t>(aImage.lWidth) *
+                        static_cast<std::uint64_t>(aImage.lHeight) *
+                        static_cast<std::uint64_t>(aImage.lChannels);
+    return bChannels && aImage.lWidth > 0 && aImage.lHeight > 0 && aImage.aBytes.size() == nBytes;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
+{
+    InputFile objFile(Bytes(pData, nSize));
+    const Codec* pCodec = pCodecOfType(VARNEL_FUZZ_TYPE);
+    if (!pCodec)
+        std::abort();
+    pCodec->Sniff(objFile.Head(), "");
+    try {
+        const std::unique_ptr<ImageDecoder> pDecoder = pCodec->Open(objFile);
+        const std::int32_t lFrames = pDecoder ? pDecoder->FrameCount() : 0;
+        for (std::int32_t l = 0; l < lFrames && l < 8; ++l) {
+            ImageBuffer aImage;
+            if (pDecoder->DecodeFrame(l, aImage) && !bWhole(aImage))
+                std::abort();
+        }
+    } catch (const std::bad_alloc&) {
+        // The one thing that a decoder may throw.
+    }
+    return 0;
+}

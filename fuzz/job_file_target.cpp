@@ -1,0 +1,28 @@
+// Loads whatever comes as a job file, runs it on pictures in memory, and writes it back.
+#include <cstdint>
+#include <string>
+
+#include "src/base/raised_error.h"
+#include "src/engine/modJobRun.h"
+#include "src/job/modJobFiles.h"
+#include "src/job/modTaskTables.h"
+#include "tests/fakes/test_application.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
+{
+    TestApplication app;
+    app.bCommandLineMode = true;
+    app.objImages.AddImage("/a.bmp");
+    app.objFiles.AddFile("/j.vjb", std::string(reinterpret_cast<const char*>(pData), nSize));
+    SetUpToDoGrid(app);
+    SetUpLogGrid(app);
+    std::string sPath = "/j.vjb";
+    ConversionJobOpen(app, sPath);
+    try {
+        ConversionJobBegin(app);
+    } catch (const clsRaisedError&) {
+        EndRun(app);  // a cell that is no number ends the run
+    }
+    WriteJobFile(app, "/k.vjb", app.frmMain.fgToDo);
+    return 0;
+}
