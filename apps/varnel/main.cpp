@@ -1,7 +1,49 @@
 // The program: makes the real platform and hands it to the logic.
-#include "src/forms/Application.h"
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
 
-int main()
+#include "src/entry/modCommandText.h"
+#include "src/entry/modMain.h"
+#include "src/forms/Application.h"
+#include "src/platform/headless/headless_windows.h"
+#include "src/platform/image/codec_image_file.h"
+#include "src/platform/posix/posix_clock.h"
+#include "src/platform/posix/posix_file_system.h"
+#include "src/platform/posix/posix_ini_file.h"
+#include "src/platform/posix/posix_locale.h"
+#include "src/platform/posix/posix_named_mutex.h"
+#include "src/platform/posix/posix_program_folders.h"
+
+static void Run(const std::vector<std::string>& aArguments)
 {
+    PosixProgramFolders objFolders;
+    PosixIniFile objIniFile;
+    const std::string sIniFile = sSettingsFile(objFolders);
+    PosixFileSystem objFileSystem([&](char cDrive) {
+        return objIniFile.GetPrivateProfileString("Drives", std::string(1, cDrive), "", 4096, sIniFile);
+    });
+    PosixClock objClock;
+    PosixLocale objLocale;
+    PosixNamedMutex objNamedMutex;
+    HeadlessWindows objWindows;
+    CodecImageFile objImageFile(objFileSystem);
+    BufferImageUtility objImageUtility;
+    Application app(Services{objFileSystem, objIniFile, objClock, objLocale, objNamedMutex, objFolders,
+                             objWindows, objImageFile, objImageUtility});
+    Main(app, sCommandText(aArguments));
+}
+
+// The status is 0 on every way out: a caller that needs a result reads the report file.
+int main(int nArguments, char** aArguments)
+try {
+    // A write beyond a limit on file sizes is to fail like one on a full disk, and not to end the process.
+    std::signal(SIGXFSZ, SIG_IGN);
+    Run({aArguments + 1, aArguments + nArguments});
+    return 0;
+} catch (const std::exception& objError) {
+    std::fprintf(stderr, "Error: %s\n", objError.what());
     return 0;
 }

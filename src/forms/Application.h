@@ -46,6 +46,7 @@ struct Application {
     bool bCommandLineMode = false;  ///< the run loop and the validation show no box of their own
     bool bInternalGridChange =
         false;  ///< code, not the user, is changing a grid or a field: its handlers do nothing
+    bool bMainFormsLoaded = false;     ///< frame and main form have their lists, tables and settings
     bool bReportFailureShown = false;  ///< one box about an unwritable report file is enough
     bool bDoubleByteLocale = false;  ///< the locale's letters are wide: no bold headers, a wider "Do" column
 

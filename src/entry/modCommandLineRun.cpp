@@ -1,0 +1,53 @@
+// Runs without windows.
+#include "src/entry/modCommandLineRun.h"
+
+#include <string>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/engine/modJobRun.h"
+#include "src/engine/modReportMessage.h"
+#include "src/engine/modRunLog.h"
+#include "src/forms/Application.h"
+#include "src/job/modJobFiles.h"
+#include "src/job/modTaskTables.h"
+#include "src/translator/modTranslator.h"
+
+static std::int32_t lRun(Application& app, clsConversionOptions& objOptions)
+{
+    if (objOptions.sCLBatchJobFile.empty()) {
+        std::int32_t lErr = 0;
+        PerformBlock(app, 1, objOptions, lErr);
+        return lErr;
+    }
+    ConversionJobOpen(app, objOptions.sCLBatchJobFile);
+    ConversionJobBegin(app);
+    // Any row counts as a failure, also one that a report file made of a success.
+    return app.frmMain.fgLog.Rows() >= 3 ? -1 : 0;
+}
+
+static void ReportFailures(Application& app, const clsConversionOptions& objOptions)
+{
+    const Grid& fgLog = app.frmMain.fgLog;
+    for (std::int32_t l = 1; l <= fgLog.Rows() - 2; ++l)
+        ReportMessage(app,
+                      sTranslate(app, "Job # ") + fgLog.TextMatrix(l, kColNumber) + "  " +
+                          fgLog.TextMatrix(l, kColStatus) + " - " + fgLog.TextMatrix(l, kColOriginal),
+                      objOptions.sLogFile, objOptions.bVerbose);
+}
+
+std::int32_t lRunFromCommandLine(Application& app, clsConversionOptions& objOptions)
+{
+    const std::int32_t lFailed = lRun(app, objOptions);
+    app.frmMain.bRunning = false;
+    const std::string sSeconds = sSecondsOfRun(app);
+    if (lFailed != 0)
+        ReportFailures(app, objOptions);
+    else
+        ReportMessage(app, sTranslate(app, "Conversion Successful"), objOptions.sLogFile,
+                      objOptions.bVerbose);
+    ReportMessage(app, sTranslate(app, "Time to complete job: ") + sSeconds, objOptions.sLogFile,
+                  objOptions.bVerbose);
+    if (lFailed != 0 && !objOptions.sLogAsConversionJobFile.empty())
+        WriteLogAsJobFile(app, objOptions.sLogAsConversionJobFile, app.frmMain.fgLog);
+    return lFailed;
+}

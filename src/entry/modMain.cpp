@@ -1,0 +1,85 @@
+// Starts the program.
+#include "src/entry/modMain.h"
+
+#include "src/base/clsConversionOptions.h"
+#include "src/base/path_text.h"
+#include "src/base/raised_error.h"
+#include "src/engine/modJobRun.h"
+#include "src/engine/modReportMessage.h"
+#include "src/entry/modCommandLineParser.h"
+#include "src/entry/modCommandLineRun.h"
+#include "src/forms/Application.h"
+#include "src/job/modJobFiles.h"
+#include "src/platform/clock.h"
+#include "src/platform/program_folders.h"
+#include "src/platform/window_services.h"
+#include "src/shell/modMainForms.h"
+#include "src/translator/modTranslator.h"
+
+std::string sSettingsFile(const ProgramFolders& objFolders)
+{
+    return sWithSeparator(objFolders.sSettingsFolder()) + "VL_SearchHistory.INI";
+}
+
+void InitializeProcess(Application& app)
+{
+    app.sIniFile = sSettingsFile(app.svc.objProgramFolders);
+    InitializeTranslator(app);
+    app.sHelpFile = "Varnel.HLP";  // one file, whatever the language
+}
+
+void ShowMainWindows(Application& app)
+{
+    if (!app.svc.objWindows.bHasDisplay()) {
+        app.svc.objWindows.MsgBox(sTranslate(app, "There is no display to show the main window on."),
+                                  sTranslate(app, "Error"), BoxIcon::Information, BoxButtons::Ok);
+        return;
+    }
+    app.frmPleaseWait.lblHeader.SetCaption(sTranslate(app, "Varnel!"));
+    app.frmPleaseWait.lblLine1.SetCaption("Orbelan, Inc.");
+    app.frmPleaseWait.SetVisible(true);
+    app.svc.objWindows.DoEvents();
+    LoadMainForms(app);
+    app.frmMainMDI.SetVisible(true);
+    app.frmMain.SetVisible(true);
+    app.frmPleaseWait.SetVisible(false);
+}
+
+static void RunOrOpen(Application& app, clsConversionOptions& objOptions)
+{
+    app.frmMainMDI.SetVisible(false);
+    LoadMainForms(app);
+    app.frmMain.bRunning = true;
+    app.frmMain.lJobStartTick = app.svc.objClock.GetTickCount();
+    if (!objOptions.sCLBatchJobFile.empty() && objOptions.bOpenButDoNotRun) {
+        app.frmMain.bRunning = false;
+        ConversionJobOpen(app, objOptions.sCLBatchJobFile);
+        ShowMainWindows(app);
+    } else {
+        lRunFromCommandLine(app, objOptions);
+    }
+}
+
+static void ParseAndRun(Application& app, const std::string& sCommandLine, clsConversionOptions& objOptions)
+{
+    if (bParseCommandLine(app, sCommandLine, objOptions)) {
+        RunOrOpen(app, objOptions);
+    } else if (sCommandLine.empty()) {
+        ShowMainWindows(app);
+    } else {
+        ReportMessage(app, sTranslate(app, "Missing required or invalid command line argument(s)"),
+                      objOptions.sLogFile, objOptions.bVerbose);
+    }
+}
+
+void Main(Application& app, const std::string& sCommandLine)
+{
+    clsConversionOptions objOptions;
+    try {
+        InitializeProcess(app);
+        ParseAndRun(app, sCommandLine, objOptions);
+    } catch (const clsRaisedError& objError) {
+        EndRun(app);
+        ReportMessage(app, objError.sDescription(), objOptions.sLogFile, objOptions.bVerbose);
+    }
+}

@@ -1,0 +1,242 @@
+// The command line's grammar.
+#include "src/entry/modCommandLineParser.h"
+
+#include <gtest/gtest.h>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/entry/modCommandText.h"
+#include "src/job/modTaskTables.h"
+#include "tests/fakes/test_application.h"
+
+namespace
+{
+
+class Parser : public testing::Test
+{
+protected:
+    Parser()
+    {
+        app.objFiles.AddFile("c:\\my pictures\\a.bmp");
+        app.objFiles.AddFile("c:\\a.png");
+        app.objFiles.AddFile("c:\\p\\a.bmp");
+        app.objFiles.AddFile("/pics/a.bmp");
+        app.objFiles.AddFolder("c:\\out");
+        app.objFiles.AddFolder("/out");
+    }
+    bool bParse(const std::string& sText) { return bParseCommandLine(app, sText, objOptions); }
+
+    TestApplication app;
+    clsConversionOptions objOptions;
+};
+
+const std::string kUnknown =
+    "One or more command line arguements were not recognized. Command line IS case sensitive. Check:";
+
+}  // namespace
+
+TEST(GetField, CountsOneMoreFieldThanDelimiters)
+{
+    EXPECT_EQ(iCountFields("", '/'), 1);
+    EXPECT_EQ(iCountFields("/S a /T b", '/'), 3);
+}
+
+TEST(GetField, GivesTheFirstCharacterAndTheTrimmedRest)
+{
+    std::string sFirst;
+    EXPECT_EQ(sGetField(2, "/S  c:\\a b.bmp  /T x", '/', sFirst), "c:\\a b.bmp");
+    EXPECT_EQ(sFirst, "S");
+    EXPECT_EQ(sGetField(3, "/S  c:\\a b.bmp  /T x", '/', sFirst), "x");
+    EXPECT_EQ(sFirst, "T");
+    EXPECT_EQ(sGetField(1, "before/S", '/', sFirst), "efore");
+    EXPECT_EQ(sGetField(2, "/", '/', sFirst), "");
+    EXPECT_EQ(sFirst, "");
+    EXPECT_EQ(sGetField(2, "/\xC3\xA4x", '/', sFirst), "x");
+    EXPECT_EQ(sFirst, "\xC3\xA4");
+}
+
+TEST_F(Parser, TakesAnEmptyTextForTheMainWindow)
+{
+    app.bCommandLineMode = true;
+
+    EXPECT_FALSE(bParse(""));
+
+    EXPECT_FALSE(app.bCommandLineMode);
+    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+}
+
+TEST_F(Parser, NeedsNoQuotesAroundPathsWithBlanksAndFindsBothTypes)
+{
+    EXPECT_TRUE(bParse("/S c:\\my pictures\\a.bmp /T c:\\out\\a.png"));
+
+    EXPECT_TRUE(app.bCommandLineMode);
+    EXPECT_EQ(objOptions.sOriginalFile, "c:\\my pictures\\a.bmp");
+    EXPECT_EQ(objOptions.lOriginalFileType, 2);
+    EXPECT_EQ(objOptions.sTargetFile, "c:\\out\\a.png");
+    EXPECT_EQ(objOptions.lTargetFileType, 8);
+}
+
+TEST_F(Parser, RemovesTheQuotesOfAPathWithASeparator)
+{
+    EXPECT_TRUE(bParse("/S \"c:\\my pictures\\a.bmp\" /T c:\\out\\a.png"));
+
+    EXPECT_EQ(objOptions.sOriginalFile, "c:\\my pictures\\a.bmp");
+}
+
+TEST_F(Parser, LooksForALoneNameInTheProgramsOwnFolderWithItsQuotes)
+{
+    EXPECT_FALSE(bParse("/S \"x.bmp\" /T c:\\out\\a.png"));
+    EXPECT_EQ(objOptions.sOriginalFile, "/program/\"x.bmp\"");
+
+    app.objFolders.sOwn = "C:\\Varnel";
+    bParse("/S x.bmp /J \"x.vjb\" /L r.log /B b.vjb");
+    EXPECT_EQ(objOptions.sOriginalFile, "C:\\Varnel\\x.bmp");
+    EXPECT_EQ(objOptions.sCLBatchJobFile, "C:\\Varnel\\x.vjb");
+    EXPECT_EQ(objOptions.sLogFile, "C:\\Varnel\\r.log");
+    EXPECT_EQ(objOptions.sLogAsConversionJobFile, "C:\\Varnel\\b.vjb");
+}
+
+TEST_F(Parser, CutsAPathAtASlashUnlessItIsAHostPathsOwn)
+{
+    EXPECT_TRUE(bParse(sCommandText({"/S", "/pics/a.bmp", "/T", "/out/a.png", "/R"})));
+    EXPECT_EQ(objOptions.sOriginalFile, "/pics/a.bmp");
+    EXPECT_EQ(objOptions.sTargetFile, "/out/a.png");
+
+    clsConversionOptions objCut;
+    EXPECT_FALSE(bParseCommandLine(app, "/S /pics/a.bmp", objCut));
+}
+
+TEST_F(Parser, SetsAFlagForEachSwitch)
+{
+    EXPECT_TRUE(bParse("/S c:\\p\\*.bmp /T c:\\out\\*.png /V /Z /R /O"));
+
+    EXPECT_TRUE(objOptions.bVerbose);
+    EXPECT_TRUE(objOptions.bVerboseLog);
+    EXPECT_TRUE(objOptions.bDoSubfolders);
+    EXPECT_TRUE(objOptions.bOpenButDoNotRun);
+    EXPECT_FALSE(objOptions.bSaveInOriginalFolder);
+}
+
+TEST_F(Parser, LetsALaterSwitchOverwriteAnEarlierOne)
+{
+    bParse("/F1 /F9 /S c:\\a.png /T c:\\out\\1.png /T c:\\out\\2.png");
+
+    EXPECT_EQ(objOptions.lOriginalFileType, 9);
+    EXPECT_EQ(objOptions.sTargetFile, "c:\\out\\2.png");
+}
+
+TEST_F(Parser, IgnoresTheTextBeforeTheFirstSwitch)
+{
+    EXPECT_TRUE(bParse("varnel.exe /S c:\\a.png /T c:\\out\\a.bmp"));
+}
+
+TEST_F(Parser, MakesTheFolderOfTheReportFile)
+{
+    bParse("/S c:\\a.png /T c:\\out\\a.bmp /L c:\\logs\\deep\\r.txt");
+
+    EXPECT_TRUE(app.objFiles.FolderExists("c:\\logs\\deep"));
+    EXPECT_EQ(objOptions.sLogFile, "c:\\logs\\deep\\r.txt");
+}
+
+TEST_F(Parser, SkipsANumberThatDoesNotConvertAndGoesByTheExtension)
+{
+    EXPECT_TRUE(bParse("/S c:\\a.png /Fx /T c:\\out\\a.bmp /Cy"));
+
+    EXPECT_EQ(objOptions.lOriginalFileType, 8);
+    EXPECT_EQ(objOptions.lTargetFileType, 2);
+}
+
+TEST_F(Parser, KeepsTheProcessAtZeroForANumberThatDoesNotConvert)
+{
+    bParse("/Px /S c:\\a.png /T c:\\out\\b.png");
+
+    EXPECT_EQ(objOptions.sActionToDo, "S");
+    EXPECT_EQ(objOptions.lSpecialProcess, 0);
+}
+
+TEST_F(Parser, ForcesTheTypeOfAProcessOnlyWhenOneWasMissing)
+{
+    bParse("/P5 /S c:\\a.png /T c:\\b.jpg /C1");
+    EXPECT_EQ(objOptions.lOriginalFileType, 8);
+    EXPECT_EQ(objOptions.lTargetFileType, 8);
+}
+
+TEST_F(Parser, CopiesTheTargetsTypeToASourceWithoutOne)
+{
+    bParse("/P5 /S c:\\a.unknown /T c:\\out\\b.jpg");
+
+    EXPECT_EQ(objOptions.lOriginalFileType, 1);
+    EXPECT_EQ(objOptions.lTargetFileType, 1);
+}
+
+TEST_F(Parser, RejectsALineWithoutATypeAndSaysSo)
+{
+    app.objFiles.AddFile("c:\\x.unknown");
+
+    EXPECT_FALSE(bParse("/S c:\\x.unknown /T c:\\out\\y.png /L c:\\out\\r.txt"));
+
+    EXPECT_EQ(objOptions.lErr, -202);
+    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"),
+              "Original or Target file type not properly specified. Specify /F# and /C#\n");
+}
+
+TEST_F(Parser, NamesUnknownSwitchesAndGoesOn)
+{
+    EXPECT_TRUE(bParse("/S c:\\a.png /A /s /T c:\\out\\a.bmp /L c:\\out\\r.txt"));
+
+    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"), kUnknown + " /A /s\n");
+}
+
+TEST_F(Parser, RejectsALineOfAnUnknownSwitchAlone)
+{
+    EXPECT_FALSE(bParse("/s /V"));
+
+    ASSERT_FALSE(app.objWindows.aBoxes.empty());
+    EXPECT_EQ(app.objWindows.aBoxes[0].sText, kUnknown + " /s");
+}
+
+TEST_F(Parser, OpensTheHelpAtTheTopicOfTheCommandLine)
+{
+    app.sHelpFile = "Varnel.HLP";
+
+    EXPECT_FALSE(bParse("/?"));
+
+    EXPECT_EQ(app.objWindows.aHelpCalls, std::vector<std::string>{"Varnel.HLP#30"});
+}
+
+TEST_F(Parser, PutsTheNumberedParametersIntoTheDetailsWithTwoEmptyOnesBeforeTheLetters)
+{
+    bParse("/S c:\\a.png /T c:\\out\\a.bmp /01 /12 /23 /3x /4 y /55 /66 /77 /88 /99 /aA /bB /iI /jJ");
+
+    EXPECT_EQ(objOptions.sExtraParams, "2^3^x^y^5^6^7^8^9^^^A^B^^^^^^^I^");
+}
+
+TEST_F(Parser, SavesBesideTheSourceInPlaceOfTheTarget)
+{
+    EXPECT_TRUE(bParse("/G /S c:\\p\\*.bmp /C8 /T c:\\out\\*.gif"));
+
+    EXPECT_EQ(objOptions.sTargetFile, "c:\\p\\*.png");
+}
+
+TEST_F(Parser, NeedsNoFilesForAJob)
+{
+    app.objFiles.AddFile("c:\\x.vjb");
+
+    EXPECT_TRUE(bParse("/J \"c:\\x.vjb\""));
+
+    EXPECT_EQ(objOptions.sCLBatchJobFile, "c:\\x.vjb");
+    EXPECT_EQ(objOptions.lErr, 0);
+}
+
+TEST_F(Parser, RejectsAJobThatIsNotThere)
+{
+    EXPECT_FALSE(bParse("/J c:\\missing.vjb /L c:\\out\\r.txt"));
+
+    EXPECT_EQ(objOptions.lErr, -8);
+    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"),
+              "Conversion Job File (*.VJB) specified in the command line (/J) does not exist.\n");
+}
+
+TEST_F(Parser, RejectsToOpenWithoutAJob)
+{
+    EXPECT_FALSE(bParse("/O"));
+}

@@ -1,0 +1,145 @@
+// Runs without windows, and their reports.
+#include "src/entry/modCommandLineRun.h"
+
+#include <gtest/gtest.h>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/job/modTaskTables.h"
+#include "tests/fakes/test_application.h"
+
+namespace
+{
+
+class CommandLineRun : public testing::Test
+{
+protected:
+    CommandLineRun()
+    {
+        SetUpToDoGrid(app);
+        SetUpLogGrid(app);
+        app.bCommandLineMode = true;
+        app.frmMain.bRunning = true;
+        app.frmMain.lJobStartTick = app.objClock.lTick - 1500;
+        app.objFiles.AddFolder("/out");
+        objOptions.lOriginalFileType = 2;
+        objOptions.lTargetFileType = 8;
+        objOptions.sLogFile = "/out/r.txt";
+    }
+    std::int32_t lRun(const std::string& sSource, const std::string& sTarget)
+    {
+        objOptions.sOriginalFile = sSource;
+        objOptions.sTargetFile = sTarget;
+        return lRunFromCommandLine(app, objOptions);
+    }
+    std::string sReport() const { return app.objFiles.sContent("/out/r.txt"); }
+
+    TestApplication app;
+    clsConversionOptions objOptions;
+};
+
+const std::string kTask = " M\t*^0^FALSE^75^\t1\tC\t";
+
+}  // namespace
+
+TEST_F(CommandLineRun, ReportsSuccessAndTheTime)
+{
+    app.objImages.AddImage("/in/a.bmp");
+
+    EXPECT_EQ(lRun("/in/a.bmp", "/out/a.png"), 0);
+
+    EXPECT_EQ(sReport(), "Conversion Successful\nTime to complete job: 1.5\n");
+    EXPECT_FALSE(app.frmMain.bRunning);
+}
+
+TEST_F(CommandLineRun, ReportsSuccessForAWildcardWithoutFiles)
+{
+    app.objFiles.AddFolder("/in");
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
+
+    EXPECT_EQ(sReport(), "Conversion Successful\nTime to complete job: 1.5\n");
+}
+
+TEST_F(CommandLineRun, ReportsEachFailedFileAndTheTime)
+{
+    app.objImages.AddImage("/in/1.bmp");
+    app.objImages.AddImage("/in/2.bmp");
+    app.objImages.aUnwritable = {"/out/1.png", "/out/2.png"};
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), -103);
+
+    EXPECT_EQ(sReport(),
+              "Job # 1  Unable to convert - /in/1.bmp\nJob # 1  Unable to convert - /in/2.bmp\n"
+              "Time to complete job: 1.5\n");
+}
+
+TEST_F(CommandLineRun, ShowsEveryReportInABoxWhenVerbose)
+{
+    app.objImages.AddImage("/in/1.bmp");
+    app.objImages.aUnwritable = {"/out/1.png"};
+    objOptions.bVerbose = true;
+
+    lRun("/in/1.bmp", "/out/1.png");
+
+    ASSERT_EQ(app.objWindows.aBoxes.size(), 2u);
+    EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Job # 1  Unable to convert - /in/1.bmp");
+}
+
+TEST_F(CommandLineRun, WritesTheLogAsAJobAfterAFailureOnly)
+{
+    app.objImages.AddImage("/in/1.bmp");
+    objOptions.sLogAsConversionJobFile = "/out/x.vjb";
+    lRun("/in/1.bmp", "/out/1.png");
+    EXPECT_FALSE(app.objFiles.bHas("/out/x.vjb"));
+
+    app.objImages.aUnwritable = {"/out/1.png"};
+    lRun("/in/1.bmp", "/out/1.png");
+    EXPECT_EQ(app.objFiles.sContent("/out/x.vjb"), "\t1\t1\tC\t/in/1.bmp\t2\tbmp\t/out/1.png\t\r\n");
+}
+
+TEST_F(CommandLineRun, RunsAJobFile)
+{
+    app.objImages.AddImage("/in/a.bmp");
+    app.objFiles.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
+    objOptions.sCLBatchJobFile = "/j.vjb";
+
+    EXPECT_EQ(lRunFromCommandLine(app, objOptions), 0);
+
+    EXPECT_TRUE(app.objFiles.bHas("/out/a.png"));
+    EXPECT_EQ(sReport(), "Conversion Successful\nTime to complete job: 0.0\n");
+}
+
+TEST_F(CommandLineRun, FailsAJobWithAnyRowInItsLog)
+{
+    app.objFiles.AddFile("/j.vjb", kTask + "/in/none.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
+    objOptions.sCLBatchJobFile = "/j.vjb";
+
+    EXPECT_EQ(lRunFromCommandLine(app, objOptions), -1);
+
+    EXPECT_EQ(sReport(),
+              "Job # 1  File: /in/none.bmp does not exist - /in/none.bmp\nTime to complete job: 0.0\n");
+}
+
+TEST_F(CommandLineRun, FailsAJobForASuccessRowOfTheSettingsReportFile)
+{
+    app.objImages.AddImage("/in/a.bmp");
+    app.objFiles.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
+    objOptions.sCLBatchJobFile = "/j.vjb";
+    app.frmMain.sLogFile = "/out/settings.log";
+
+    EXPECT_EQ(lRunFromCommandLine(app, objOptions), -1);
+}
+
+TEST_F(CommandLineRun, ResumesAJobAtItsFirstUnmarkedRow)
+{
+    app.objImages.AddImage("/in/a.bmp");
+    app.objImages.AddImage("/in/b.bmp");
+    app.objFiles.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t+\t\r\n" + kTask +
+                                       "/in/b.bmp\t2\tbmp\t/out/b.png\t8\tpng\t\t\r\n");
+    objOptions.sCLBatchJobFile = "/j.vjb";
+
+    lRunFromCommandLine(app, objOptions);
+
+    EXPECT_FALSE(app.objFiles.bHas("/out/a.png"));
+    EXPECT_TRUE(app.objFiles.bHas("/out/b.png"));
+}

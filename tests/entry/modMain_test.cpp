@@ -1,0 +1,106 @@
+// The run modes of the process.
+#include "src/entry/modMain.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/test_application.h"
+
+TEST(Main, KeepsTheSettingsInOneFileOfTheSettingsFolder)
+{
+    TestApplication app;
+
+    Main(app, "/?");
+
+    EXPECT_EQ(app.sIniFile, "/settings/VL_SearchHistory.INI");
+    EXPECT_EQ(app.sHelpFile, "Varnel.HLP");
+}
+
+TEST(Main, ReportsARejectedLineAfterItsOwnReason)
+{
+    TestApplication app;
+    app.objFiles.AddFolder("c:\\out");
+
+    Main(app, "/S c:\\none.bmp /T c:\\out\\a.png /L c:\\out\\r.txt");
+
+    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"),
+              "Original File\r\rc:\\none.bmp\r\rdoes not exist.\nMissing required or invalid command line "
+              "argument(s)\n");
+    EXPECT_FALSE(app.frmMain.Visible());
+}
+
+TEST(Main, ReportsALineWithoutAnySwitchNowhere)
+{
+    TestApplication app;
+
+    Main(app, "hello");
+
+    EXPECT_TRUE(app.bCommandLineMode);
+    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+}
+
+TEST(Main, RunsATaskAndSavesNoSetting)
+{
+    TestApplication app;
+    app.objImages.AddImage("c:\\in\\a.bmp");
+    app.objFiles.AddFolder("c:\\out");
+
+    Main(app, "/S c:\\in\\a.bmp /T c:\\out\\a.png /L c:\\out\\r.txt");
+
+    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"), "Conversion Successful\nTime to complete job: 0.0\n");
+    EXPECT_TRUE(app.objIni.aWritten.empty());
+    EXPECT_FALSE(app.frmMain.Visible());
+}
+
+TEST(Main, OpensTheMainWindowForAnEmptyText)
+{
+    TestApplication app;
+    app.objWindows.bDisplay = true;
+
+    Main(app, "");
+
+    EXPECT_TRUE(app.frmMain.Visible());
+    EXPECT_TRUE(app.frmMainMDI.Visible());
+    EXPECT_FALSE(app.frmPleaseWait.Visible());
+    EXPECT_EQ(app.frmPleaseWait.lblHeader.Caption(), "Varnel!");
+    EXPECT_EQ(app.frmPleaseWait.lblLine1.Caption(), "Orbelan, Inc.");
+}
+
+TEST(Main, SaysThatThereIsNoDisplayAndEnds)
+{
+    TestApplication app;
+
+    Main(app, "");
+
+    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
+    EXPECT_FALSE(app.frmMain.Visible());
+}
+
+TEST(Main, OpensAJobWithoutRunningIt)
+{
+    TestApplication app;
+    app.objWindows.bDisplay = true;
+    app.objImages.AddImage("c:\\in\\a.bmp");
+    app.objFiles.AddFile("c:\\j.vjb",
+                         " M\t*^0^\t1\tC\tc:\\in\\a.bmp\t2\tbmp\tc:\\out\\a.png\t8\tpng\t\t\r\n");
+
+    Main(app, "/J c:\\j.vjb /O");
+
+    EXPECT_TRUE(app.frmMain.Visible());
+    EXPECT_FALSE(app.frmMain.bRunning);
+    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 3);
+    EXPECT_TRUE(app.objImages.aCalls.empty());
+    EXPECT_TRUE(app.bCommandLineMode);
+}
+
+TEST(Main, ReportsAnErrorThatEndsARunWithoutATimeLine)
+{
+    TestApplication app;
+    app.objImages.AddImage("c:\\in\\a.tif", {1, 2});
+    app.objFiles.AddFolder("c:\\out");
+
+    Main(app, "/S c:\\in\\a.tif /T c:\\out\\a.png /1 5- /L c:\\out\\r.txt");
+
+    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"), "Type mismatch\n");
+    EXPECT_FALSE(app.frmMain.bRunning);
+    EXPECT_FALSE(app.bInternalGridChange);
+}
