@@ -1,6 +1,7 @@
 // Reads numbers from text strictly, by their leading digits, or not at all.
 #include "src/base/number_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -22,10 +23,10 @@ static std::optional<std::string> sPlainNumber(std::string_view sText, char cDec
     } else {
         sPlain = sReplaceAll(sPlain, ",", "");
     }
-    if (!sPlain.empty() && sPlain.front() == '+')
-        sPlain.erase(0, 1);
-    else if (sPlain.size() > 1 && sPlain[0] == '-' && sPlain[1] == '+')
+    if (sPlain.starts_with("+-"))
         return std::nullopt;
+    if (sPlain.starts_with("+"))
+        sPlain.erase(0, 1);
     if (sPlain.find_first_of("0123456789") == std::string::npos)
         return std::nullopt;  // from_chars would take "inf" and "nan"
     return sPlain;
@@ -40,9 +41,11 @@ static std::optional<double> dParse(std::string_view sText, char cDecimalSign)
     const auto [pEnd, nError] = std::from_chars(sPlain->data(), sPlain->data() + sPlain->size(), dValue);
     if (nError == std::errc::invalid_argument || pEnd != sPlain->data() + sPlain->size())
         return std::nullopt;
-    if (nError == std::errc::result_out_of_range)
-        throw clsRaisedError(kErrOverflow, "Overflow");
-    return dValue;
+    if (nError != std::errc::result_out_of_range)
+        return dValue;
+    if (bContains(sLower(*sPlain), "e-"))
+        return 0;  // too small to be told from nothing
+    throw clsRaisedError(kErrOverflow, "Overflow");
 }
 
 bool bIsNumeric(std::string_view sText, char cDecimalSign)
@@ -84,14 +87,10 @@ std::int32_t lLeadingNumber(std::string_view sText)
 {
     const std::string sPlain = sTrim(sText);
     const bool bNegative = !sPlain.empty() && sPlain.front() == '-';
+    const std::int64_t nLimit = std::numeric_limits<std::int32_t>::max() + std::int64_t{bNegative};
     std::int64_t nValue = 0;
-    for (std::size_t i = bNegative ? 1 : 0; i < sPlain.size() && sPlain[i] >= '0' && sPlain[i] <= '9'; ++i) {
-        nValue = nValue * 10 + (sPlain[i] - '0');
-        if (nValue > std::numeric_limits<std::int32_t>::max()) {
-            nValue = std::numeric_limits<std::int32_t>::max();
-            break;
-        }
-    }
+    for (std::size_t i = bNegative ? 1 : 0; i < sPlain.size() && sPlain[i] >= '0' && sPlain[i] <= '9'; ++i)
+        nValue = std::min(nValue * 10 + (sPlain[i] - '0'), nLimit);
     return static_cast<std::int32_t>(bNegative ? -nValue : nValue);
 }
 

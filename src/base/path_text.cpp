@@ -76,7 +76,8 @@ std::string sGetExtensionName(std::string_view sPath)
 std::string sWithSeparator(std::string_view sFolder)
 {
     std::string sResult(sFolder);
-    sResult += cSeparatorOf(sFolder);
+    if (!bEndsInSeparator(sFolder))
+        sResult += cSeparatorOf(sFolder);
     sResult = sReplaceAll(sResult, ":\\\\", ":\\");
     return sReplaceAll(sResult, "//", "/");
 }

@@ -1,0 +1,138 @@
+// Numbers and truth values as texts.
+#include "src/base/number_text.h"
+
+#include <climits>
+#include <cmath>
+#include <random>
+
+#include "src/base/raised_error.h"
+
+TEST(IsNumeric, TakesDecimalNumbersWithBlanksAround)
+{
+    for (const char* sText : {"0", "-1", "+7", " 12 ", "1.5", ".5", "5.", "1e3", "-2.5E-2", "1,000", "007"})
+        EXPECT_TRUE(bIsNumeric(sText)) << sText;
+}
+
+TEST(IsNumeric, RefusesEveryOtherText)
+{
+    for (const char* sText :
+         {"",    " ",   "-",    "+",  ".",  ",",   "a",   "1a",   "5-",  "1.2.3", "--1",  "+-1",
+          "-+1", "++1", "0x10", "1e", "e5", "inf", "nan", "-inf", "1 2", "1\t",   "1e400"})
+        EXPECT_FALSE(bIsNumeric(sText)) << sText;
+}
+
+TEST(IsNumeric, GoesByTheDecimalSignOfTheLocale)
+{
+    EXPECT_TRUE(bIsNumeric("1,5", ','));
+    EXPECT_TRUE(bIsNumeric("1.234,5", ','));
+    EXPECT_TRUE(bIsNumeric("1.5", ','));
+    EXPECT_FALSE(bIsNumeric("1,2,3", ','));
+}
+
+TEST(ToDouble, ReadsTheDecimalSignOfTheLocaleAndALonePointInEveryOne)
+{
+    EXPECT_EQ(dToDouble("1.5"), 1.5);
+    EXPECT_EQ(dToDouble("1,500"), 1500);
+    EXPECT_EQ(dToDouble("1,5", ','), 1.5);
+    EXPECT_EQ(dToDouble("1.5", ','), 1.5);
+    EXPECT_EQ(dToDouble("1.500,25", ','), 1500.25);
+    EXPECT_EQ(dToDouble("1.000.000", ','), 1000000);
+    EXPECT_EQ(dToDouble("1e-400"), 0);
+}
+
+TEST(ToDouble, SaysWhatIsWrong)
+{
+    try {
+        dToDouble("5-");
+        FAIL();
+    } catch (const clsRaisedError& objError) {
+        EXPECT_EQ(objError.lNumber(), kErrTypeMismatch);
+        EXPECT_EQ(objError.sDescription(), "Type mismatch");
+    }
+    try {
+        dToDouble("1e400");
+        FAIL();
+    } catch (const clsRaisedError& objError) {
+        EXPECT_EQ(objError.lNumber(), kErrOverflow);
+        EXPECT_EQ(objError.sDescription(), "Overflow");
+    }
+}
+
+TEST(ToLong, RoundsHalvesToEven)
+{
+    EXPECT_EQ(lToLong("0.5"), 0);
+    EXPECT_EQ(lToLong("1.5"), 2);
+    EXPECT_EQ(lToLong("2.5"), 2);
+    EXPECT_EQ(lToLong("-0.5"), 0);
+    EXPECT_EQ(lToLong("-1.5"), -2);
+    EXPECT_EQ(lToLong("2.51"), 3);
+}
+
+TEST(ToLong, RaisesBeyondThirtyTwoBits)
+{
+    EXPECT_EQ(lToLong("2147483647"), INT_MAX);
+    EXPECT_EQ(lToLong("-2147483648"), INT_MIN);
+    EXPECT_EQ(lToLong("2147483647.4"), INT_MAX);
+    EXPECT_THROW(lToLong("2147483648"), clsRaisedError);
+    EXPECT_THROW(lToLong("2147483647.5"), clsRaisedError);
+    EXPECT_THROW(lToLong("-2147483649"), clsRaisedError);
+    EXPECT_THROW(lToLong("1e300"), clsRaisedError);
+    EXPECT_THROW(lToLong(""), clsRaisedError);
+}
+
+TEST(ToLong, GivesBackEveryNumberThatWasWritten)
+{
+    std::mt19937 objRandom(7);
+    for (int i = 0; i < 2000; ++i) {
+        const auto lNumber = static_cast<std::int32_t>(objRandom());
+        EXPECT_EQ(lToLong(std::to_string(lNumber)), lNumber);
+        EXPECT_EQ(lToLong(std::to_string(lNumber), ','), lNumber);
+    }
+}
+
+TEST(ToBoolean, KnowsTheWordsAndTheNumbers)
+{
+    for (const char* sText : {"TRUE", "true", " True ", "1", "-1", "0.5"})
+        EXPECT_TRUE(bToBoolean(sText)) << sText;
+    for (const char* sText : {"FALSE", "false", "0", "0.0", "-0"})
+        EXPECT_FALSE(bToBoolean(sText)) << sText;
+    for (const char* sText : {"", "yes", "T", "true1"})
+        EXPECT_THROW(bToBoolean(sText), clsRaisedError) << sText;
+}
+
+TEST(LeadingNumber, StopsAtTheFirstLetterThatIsNoDigit)
+{
+    EXPECT_EQ(lLeadingNumber("12abc"), 12);
+    EXPECT_EQ(lLeadingNumber("  -12.9"), -12);
+    EXPECT_EQ(lLeadingNumber("abc"), 0);
+    EXPECT_EQ(lLeadingNumber(""), 0);
+    EXPECT_EQ(lLeadingNumber("-"), 0);
+}
+
+TEST(LeadingNumber, StaysAtTheLimits)
+{
+    EXPECT_EQ(lLeadingNumber("2147483648"), INT_MAX);
+    EXPECT_EQ(lLeadingNumber("-2147483648"), INT_MIN);
+    EXPECT_EQ(lLeadingNumber("-99999999999999999999999999"), INT_MIN);
+    EXPECT_EQ(lLeadingNumber("99999999999999999999999999"), INT_MAX);
+}
+
+TEST(FormatOneDecimal, HasOneDecimalAndADigitBeforeIt)
+{
+    EXPECT_EQ(sFormatOneDecimal(0), "0.0");
+    EXPECT_EQ(sFormatOneDecimal(0.04), "0.0");
+    EXPECT_EQ(sFormatOneDecimal(0.25), "0.3");
+    EXPECT_EQ(sFormatOneDecimal(-0.25), "-0.3");
+    EXPECT_EQ(sFormatOneDecimal(-0.04), "0.0");
+    EXPECT_EQ(sFormatOneDecimal(33.333333), "33.3");
+    EXPECT_EQ(sFormatOneDecimal(12345.95), "12346.0");
+    EXPECT_EQ(sFormatOneDecimal(12.5, ','), "12,5");
+}
+
+TEST(FormatOneDecimal, SurvivesEveryNumber)
+{
+    EXPECT_TRUE(sFormatOneDecimal(1e307).ends_with(".0"));
+    EXPECT_GT(sFormatOneDecimal(1e307).size(), 300u);
+    for (const double dOdd : {1e308, -1e308, HUGE_VAL, -HUGE_VAL, std::nan("")})
+        EXPECT_FALSE(sFormatOneDecimal(dOdd).empty());
+}

@@ -1,0 +1,97 @@
+// Trimming, case, splitting, joining, replacing.
+#include "src/base/text.h"
+
+#include <rapidcheck.h>
+
+TEST(Trim, TakesBlanksAloneFromTheEnds)
+{
+    EXPECT_EQ(sTrim("  a b  "), "a b");
+    EXPECT_EQ(sLTrim("  a b  "), "a b  ");
+    EXPECT_EQ(sRTrim("  a b  "), "  a b");
+    EXPECT_EQ(sTrim("\t a\n "), "\t a\n");
+    EXPECT_EQ(sTrim("   "), "");
+    EXPECT_EQ(sTrim(""), "");
+    EXPECT_EQ(sTrim(std::string(" \0 ", 3)), std::string("\0", 1));
+}
+
+TEST(Lower, KnowsTheLettersOfEuropeAndLeavesTheRest)
+{
+    EXPECT_EQ(sLower("AbC-19_Z"), "abc-19_z");
+    EXPECT_EQ(sLower("ÄÖÜ É Ñ Þ ×"), "äöü é ñ þ ×");
+    EXPECT_EQ(sLower("ŁÓDŹ Ž Ĺ"), "łódź ž ĺ");
+    EXPECT_EQ(sLower("ΑΩΣ"), "αωσ");
+    EXPECT_EQ(sLower("ЖЯ Ё Ї"), "жя ё ї");
+    EXPECT_EQ(sLower("日本ẞ"), "日本ẞ");
+}
+
+TEST(Lower, LeavesBytesThatAreNoLetters)
+{
+    for (const std::string sText : {"\xFF\xC3", "\xC3(", "\x80\xD0", "\xC3\x9F\xC3"})
+        EXPECT_EQ(sLower(sText), sText);
+}
+
+TEST(Lower, KeepsTheLengthAndIsDoneTheFirstTime)
+{
+    EXPECT_TRUE(rc::check([](const std::string& sText) {
+        const std::string sOnce = sLower(sText);
+        RC_ASSERT(sOnce.size() == sText.size());
+        RC_ASSERT(sLower(sOnce) == sOnce);
+    }));
+}
+
+TEST(EqualIgnoringCase, ComparesLowerCasedTexts)
+{
+    EXPECT_TRUE(bEqualIgnoringCase("C:\\Öl.JPG", "c:\\öl.jpg"));
+    EXPECT_FALSE(bEqualIgnoringCase("a", "ab"));
+    EXPECT_FALSE(bEqualIgnoringCase("ss", "ß"));
+    EXPECT_TRUE(bEqualIgnoringCase("", ""));
+}
+
+TEST(Contains, TakesAnEmptyPartForContained)
+{
+    EXPECT_TRUE(bContains("S12", "S"));
+    EXPECT_FALSE(bContains("s12", "S"));
+    EXPECT_TRUE(bContains("abc", ""));
+    EXPECT_TRUE(bContains("", ""));
+    EXPECT_TRUE(bContainsIgnoringCase("Where to SAVE", "save"));
+    EXPECT_FALSE(bContainsIgnoringCase("a", "ab"));
+}
+
+TEST(Split, GivesOnePieceMoreThanThereAreDelimiters)
+{
+    EXPECT_EQ(aSplit("a^b^c", '^'), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(aSplit("a^^", '^'), (std::vector<std::string>{"a", "", ""}));
+    EXPECT_EQ(aSplit("^", '^'), (std::vector<std::string>{"", ""}));
+    EXPECT_EQ(aSplit("a", '^'), std::vector<std::string>{"a"});
+    EXPECT_EQ(aSplit("", '^'), std::vector<std::string>{});
+}
+
+TEST(Split, IsUndoneByJoin)
+{
+    EXPECT_TRUE(
+        rc::check([](const std::string& sText) { RC_ASSERT(sJoin(aSplit(sText, 'a'), "a") == sText); }));
+}
+
+TEST(Join, PutsTheDelimiterBetween)
+{
+    EXPECT_EQ(sJoin({"a", "", "b"}, "\r\r"), "a\r\r\r\rb");
+    EXPECT_EQ(sJoin({"a"}, ","), "a");
+    EXPECT_EQ(sJoin({}, ","), "");
+}
+
+TEST(ReplaceAll, DoesntLookAgainAtWhatItPutIn)
+{
+    EXPECT_EQ(sReplaceAll("aaa", "a", "aa"), "aaaaaa");
+    EXPECT_EQ(sReplaceAll("C:\\\\x", ":\\\\", ":\\"), "C:\\x");
+    EXPECT_EQ(sReplaceAll("///", "//", "/"), "//");
+    EXPECT_EQ(sReplaceAll("abc", "", "x"), "abc");
+    EXPECT_EQ(sReplaceAll("S1S2", "S", ""), "12");
+    EXPECT_EQ(sReplaceAll("", "a", "b"), "");
+}
+
+TEST(Letters, AreCountedNotBytes)
+{
+    EXPECT_EQ(lLetters("äbc"), 3);
+    EXPECT_EQ(lLetters("日本"), 2);
+    EXPECT_EQ(lLetters(""), 0);
+}
