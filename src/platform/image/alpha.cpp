@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "src/platform/image/picture_memory.h"
+
 ImageBuffer aLaidOnWhite(const ImageBuffer& aImage)
 {
     ImageBuffer aResult;
@@ -15,7 +17,7 @@ ImageBuffer aLaidOnWhite(const ImageBuffer& aImage)
     aResult.objMetadata = aImage.objMetadata;
     const std::size_t nPixels =
         static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight);
-    aResult.aBytes.resize(nPixels * 3);
+    ResizeFresh(aResult.aBytes, nPixels * 3);
     const std::uint8_t* pIn = aImage.aBytes.data();
     std::uint8_t* pOut = aResult.aBytes.data();
     for (std::size_t i = 0; i < nPixels; ++i, pIn += 4, pOut += 3) {

@@ -135,20 +135,26 @@ static Profile pGreyOfSrgb()
     return pGrey;
 }
 
-bool bConvertToSrgb(ImageBuffer& aImage)
+// 256 greys are converted, and the picture by a table of them.
+static bool bConvertGrey(void* pFrom, PixelBytes& aBytes)
 {
-    const std::vector<std::uint8_t> aProfile = std::move(aImage.aIccProfile);
-    aImage.aIccProfile.clear();
-    if (aProfile.empty() || bProfileIsSrgb(aProfile))
-        return true;
-    if (!bProfileFits(aProfile, aImage.lChannels))
+    const Profile pTo = pGreyOfSrgb();
+    const ColourTransform pTransform = pTransformBetween(pFrom, TYPE_GRAY_8, pTo.get(), TYPE_GRAY_8);
+    if (!pTransform)
         return false;
-    const Profile pFrom = pOpenProfile(aProfile);
-    const Profile pTo = aImage.lChannels == 1 ? pGreyOfSrgb() : Profile(cmsCreate_sRGBProfile());
-    const cmsUInt32Number nFormat = aImage.lChannels == 1   ? TYPE_GRAY_8
-                                    : aImage.lChannels == 3 ? TYPE_BGR_8
-                                                            : TYPE_BGRA_8;
-    const ColourTransform pTransform = pTransformBetween(pFrom.get(), nFormat, pTo.get(), nFormat);
+    std::array<std::uint8_t, 256> aTable{};
+    for (std::size_t i = 0; i < aTable.size(); ++i)
+        aTable[i] = static_cast<std::uint8_t>(i);
+    cmsDoTransform(pTransform.get(), aTable.data(), aTable.data(), 256);
+    std::transform(aBytes.begin(), aBytes.end(), aBytes.begin(), [&](std::uint8_t n) { return aTable[n]; });
+    return true;
+}
+
+static bool bConvertColours(void* pFrom, ImageBuffer& aImage)
+{
+    const Profile pTo(cmsCreate_sRGBProfile());
+    const cmsUInt32Number nFormat = aImage.lChannels == 3 ? TYPE_BGR_8 : TYPE_BGRA_8;
+    const ColourTransform pTransform = pTransformBetween(pFrom, nFormat, pTo.get(), nFormat);
     if (!pTransform)
         return false;
     const auto nWidth = static_cast<cmsUInt32Number>(aImage.lWidth);
@@ -158,6 +164,19 @@ bool bConvertToSrgb(ImageBuffer& aImage)
     for (std::int32_t y = 0; y < aImage.lHeight; ++y, pRow += nStride)
         cmsDoTransform(pTransform.get(), pRow, pRow, nWidth);
     return true;
+}
+
+bool bConvertToSrgb(ImageBuffer& aImage)
+{
+    const std::vector<std::uint8_t> aProfile = std::move(aImage.aIccProfile);
+    aImage.aIccProfile.clear();
+    if (aProfile.empty() || bProfileIsSrgb(aProfile))
+        return true;
+    if (!bProfileFits(aProfile, aImage.lChannels))
+        return false;
+    const Profile pFrom = pOpenProfile(aProfile);
+    return aImage.lChannels == 1 ? bConvertGrey(pFrom.get(), aImage.aBytes)
+                                 : bConvertColours(pFrom.get(), aImage);
 }
 
 CmykToBgr::CmykToBgr(Bytes aProfile, bool bInverted) : m_bInverted(bInverted)

@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <new>
 
+#include "src/platform/image/picture_memory.h"
+
 static constexpr std::uint64_t kHeadSize = 4096;
 
 static FileIdentity IdentityFromStat(const struct stat& objStat)
@@ -71,7 +73,7 @@ Bytes InputFile::All()
 {
     if (!m_aMemory.data() && m_nDescriptor >= 0) {
         try {
-            m_aRead.resize(Size());
+            ResizeFresh(m_aRead, Size());
         } catch (const std::bad_alloc&) {
             return {};
         }

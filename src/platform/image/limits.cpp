@@ -5,6 +5,8 @@
 #include <new>
 #include <utility>
 
+#include "src/platform/image/picture_memory.h"
+
 static std::uint64_t nMegapixelLimit()
 {
     const char* sSetting = std::getenv("VARNEL_MAX_MEGAPIXELS");
@@ -28,7 +30,7 @@ bool bAllocate(ImageBuffer& aImage, std::uint64_t nWidth, std::uint64_t nHeight,
     aResult.lHeight = static_cast<std::int32_t>(nHeight);
     aResult.lChannels = lChannels;
     try {
-        aResult.aBytes.resize(nWidth * nHeight * static_cast<std::uint64_t>(lChannels));
+        ResizeFresh(aResult.aBytes, nWidth * nHeight * static_cast<std::uint64_t>(lChannels));
     } catch (const std::bad_alloc&) {
         return false;
     }

@@ -2,19 +2,32 @@
 #include "src/platform/image/orientation.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstring>
 #include <utility>
+#include <vector>
 
-template <std::size_t nChannels>
-using Pixel = std::array<std::uint8_t, nChannels>;
+#include "src/platform/image/picture_memory.h"
 
+// Copies nCount pixels to consecutive places from places that lie nStep bytes apart, in either direction.
 template <std::size_t nChannels>
-static Pixel<nChannels>* pPixels(PixelBytes& aBytes)
+static void Gather(std::uint8_t* pTarget, const std::uint8_t* pSource, std::ptrdiff_t nStep,
+                   std::size_t nCount)
 {
-    static_assert(sizeof(Pixel<nChannels>) == nChannels);
-    return reinterpret_cast<Pixel<nChannels>*>(aBytes.data());
+    for (std::size_t i = 0; i < nCount; ++i, pTarget += nChannels, pSource += nStep)
+        std::memcpy(pTarget, pSource, nChannels);
+}
+
+// Pixels of three bytes are moved as four, which is one move instead of two: the byte too many is overwritten
+// by the next pixel. The last one is moved exactly. The caller knows that the byte after every source pixel
+// but the last may be read.
+template <>
+void Gather<3>(std::uint8_t* pTarget, const std::uint8_t* pSource, std::ptrdiff_t nStep, std::size_t nCount)
+{
+    for (std::size_t i = 0; i + 1 < nCount; ++i, pTarget += 3, pSource += nStep)
+        std::memcpy(pTarget, pSource, 4);
+    if (nCount > 0)
+        std::memcpy(pTarget, pSource, 3);
 }
 
 // Rows exchanged top to bottom.
@@ -28,21 +41,18 @@ static void FlipRows(ImageBuffer& aImage)
     }
 }
 
+// Each row reversed: it is put aside and gathered from its end.
 template <std::size_t nChannels>
 static void MirrorRows(ImageBuffer& aImage)
 {
-    Pixel<nChannels>* pRow = pPixels<nChannels>(aImage.aBytes);
-    for (std::int32_t y = 0; y < aImage.lHeight; ++y, pRow += aImage.lWidth)
-        std::reverse(pRow, pRow + aImage.lWidth);
-}
-
-// A half turn is all pixels in reverse order.
-template <std::size_t nChannels>
-static void HalfTurn(ImageBuffer& aImage)
-{
-    Pixel<nChannels>* pFirst = pPixels<nChannels>(aImage.aBytes);
-    std::reverse(pFirst,
-                 pFirst + static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight));
+    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    std::vector<std::uint8_t> aRow(nWidth * nChannels + 1);
+    std::uint8_t* pRow = aImage.aBytes.data();
+    for (std::int32_t y = 0; y < aImage.lHeight; ++y, pRow += nWidth * nChannels) {
+        std::memcpy(aRow.data(), pRow, nWidth * nChannels);
+        Gather<nChannels>(pRow, aRow.data() + (nWidth - 1) * nChannels,
+                          -static_cast<std::ptrdiff_t>(nChannels), nWidth);
+    }
 }
 
 // Target pixel (x, y) is source pixel (y, x), the source being read from the right if bFromRight and from
@@ -50,23 +60,29 @@ static void HalfTurn(ImageBuffer& aImage)
 template <std::size_t nChannels>
 static void Transpose(ImageBuffer& aImage, bool bFromRight, bool bFromBelow)
 {
-    constexpr std::size_t kBlock = 32;
+    constexpr std::size_t kBlock = 64;
     PixelBytes aTurned;
-    aTurned.resize(aImage.aBytes.size());
+    ResizeFresh(aTurned, aImage.aBytes.size());
     const auto nSourceWidth = static_cast<std::size_t>(aImage.lWidth);
     const auto nSourceHeight = static_cast<std::size_t>(aImage.lHeight);
-    const Pixel<nChannels>* pSource = pPixels<nChannels>(aImage.aBytes);
-    Pixel<nChannels>* pTarget = pPixels<nChannels>(aTurned);
+    const std::size_t nSourceStride = nSourceWidth * nChannels;
+    const std::ptrdiff_t nStep = static_cast<std::ptrdiff_t>(nSourceStride) * (bFromBelow ? -1 : 1);
     for (std::size_t y0 = 0; y0 < nSourceWidth; y0 += kBlock) {
         const std::size_t y1 = std::min(y0 + kBlock, nSourceWidth);
         for (std::size_t x0 = 0; x0 < nSourceHeight; x0 += kBlock) {
             const std::size_t x1 = std::min(x0 + kBlock, nSourceHeight);
+            const std::size_t nRow = bFromBelow ? nSourceHeight - 1 - x0 : x0;
             for (std::size_t y = y0; y < y1; ++y) {
                 const std::size_t nColumn = bFromRight ? nSourceWidth - 1 - y : y;
-                for (std::size_t x = x0; x < x1; ++x) {
-                    const std::size_t nRow = bFromBelow ? nSourceHeight - 1 - x : x;
-                    pTarget[y * nSourceHeight + x] = pSource[nRow * nSourceWidth + nColumn];
-                }
+                const std::uint8_t* pSource =
+                    aImage.aBytes.data() + nRow * nSourceStride + nColumn * nChannels;
+                std::uint8_t* pTarget = aTurned.data() + (y * nSourceHeight + x0) * nChannels;
+                // The lowest row's last pixel is the end of the picture: nothing behind it may be read.
+                const std::size_t nExact = bFromBelow && x0 == 0 ? 1 : 0;
+                std::memcpy(pTarget, pSource, nExact * nChannels);
+                Gather<nChannels>(pTarget + nExact * nChannels,
+                                  pSource + static_cast<std::ptrdiff_t>(nExact) * nStep, nStep,
+                                  x1 - x0 - nExact);
             }
         }
     }
@@ -83,7 +99,8 @@ static void Apply(ImageBuffer& aImage, std::int32_t lOrientation)
             MirrorRows<nChannels>(aImage);
             break;
         case 3:
-            HalfTurn<nChannels>(aImage);
+            FlipRows(aImage);
+            MirrorRows<nChannels>(aImage);
             break;
         case 4:
             FlipRows(aImage);

@@ -127,8 +127,8 @@ static bool bDecodeRows(Decompressor& objDecompressor, ImageBuffer& aImage)
 static bool bDecodeInkRows(Decompressor& objDecompressor, Bytes aProfile, ImageBuffer& aImage)
 {
     jpeg_decompress_struct& objJpeg = objDecompressor.objJpeg;
-    // Inks are stored inverted, as Adobe's programs began to do. A file without Adobe's marker has lost it: all that
-    // write such files set it.
+    // Inks are stored inverted, as Adobe's programs began to do. A file without Adobe's marker has lost it:
+    // all that write such files set it.
     const CmykToBgr objColours(aProfile, true);
     const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
     PixelBytes aInks;
@@ -194,6 +194,10 @@ bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
 
 std::unique_ptr<ImageDecoder> pOpenJpeg(InputFile& objFile)
 {
+    // More than any picture within the limits takes; it isn't read into memory to find that out.
+    constexpr std::uint64_t kLargestFile = std::uint64_t{4} << 30;
+    if (objFile.Size() > kLargestFile)
+        return nullptr;
     const Bytes aFile = objFile.All();
     JpegSegments objSegments = objReadSegments(aFile);
     if (!objSegments.bHasFrame)

@@ -1,0 +1,21 @@
+// Memory of pictures, taken so that touching it for the first time is cheap.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstddef>
+
+#include "src/platform/image_buffer.h"
+
+/// aBytes with nBytes of no particular value; what it held is gone. Throws std::bad_alloc, with aBytes as it
+/// was.
+///
+/// Memory of many megabytes comes fresh from the system, page by page as it is touched, and a page of 4 KB
+/// costs as much there as decoding what it holds into it. So the system is asked for its large pages (2 MB),
+/// an eighth of the cost; where it has none, nothing changes. Everything of the size of a picture should be
+/// allocated by this.
+void ResizeFresh(PixelBytes& aBytes, std::size_t nBytes);
+
+/// Lets the process keep up to 256 MB of freed memory for the next picture, instead of giving it back and
+/// having it cleared anew, for what libraries allocate too. For a program's start; a library doesn't ask that
+/// of its host.
+void KeepPictureMemory();
