@@ -2,6 +2,7 @@
 // Room: platform. May use: the standard library.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <new>
@@ -19,6 +20,23 @@ public:
     struct rebind {
         using other = UninitializedAllocator<U>;
     };
+    /// A large block begins where a large page of the machine can, which saves most of the kernel's work for
+    /// it, and 64 bytes on: a file's header is mostly shorter, and a copy whose target lies a few bytes ahead
+    /// of its source, as the machine counts within a page, takes twice as long.
+    T* allocate(std::size_t nCount)
+    {
+        if (nCount * sizeof(T) < kLarge)
+            return std::allocator<T>::allocate(nCount);
+        void* pBlock = ::operator new(nCount * sizeof(T) + kLead, kAlignment);
+        return reinterpret_cast<T*>(static_cast<std::byte*>(pBlock) + kLead);
+    }
+    void deallocate(T* pFirst, std::size_t nCount) noexcept
+    {
+        if (nCount * sizeof(T) < kLarge)
+            std::allocator<T>::deallocate(pFirst, nCount);
+        else
+            ::operator delete(reinterpret_cast<std::byte*>(pFirst) - kLead, kAlignment);
+    }
     template <typename U>
     void construct(U* pObject) noexcept
     {
@@ -29,6 +47,11 @@ public:
     {
         ::new (static_cast<void*>(pObject)) U(std::forward<Args>(aArguments)...);
     }
+
+private:
+    static constexpr std::size_t kLarge = 1 << 20;
+    static constexpr std::size_t kLead = 64;
+    static constexpr std::align_val_t kAlignment{2 << 20};
 };
 
 /// resize() gives bytes of no particular value; resize(n, v) and assign(n, v) fill as usual.
