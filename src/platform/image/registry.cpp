@@ -4,12 +4,20 @@
 #include <algorithm>
 #include <vector>
 
+#include "src/platform/image/codecs/ani.h"
+#include "src/platform/image/codecs/bmp.h"
+#include "src/platform/image/codecs/cur.h"
+#include "src/platform/image/codecs/ico.h"
 #include "src/platform/image/codecs/jpeg.h"
+#include "src/platform/image/codecs/pcx.h"
+#include "src/platform/image/codecs/ras.h"
+#include "src/platform/image/codecs/tga.h"
 
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &codecJpeg,
+        &codecJpeg, &codecRas, &codecAni, &codecBmp, &codecIco, &codecCur, &codecPcx,
+        &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;
 }
