@@ -5,17 +5,30 @@
 #include "src/job/modFileTypes.h"
 #include "src/job/modTaskTables.h"
 #include "src/shell/modMenuToolbar.h"
+#include "src/shell/modRefreshGUI.h"
+#include "src/shell/modSettings.h"
+#include "src/specialprocess/modSpecialProcessLists.h"
+
+static void FillLists(Application& app)
+{
+    FillInFileTypeComboBoxOriginal(app);
+    FillInFileTypeComboBoxTarget(app);
+    FillInSpecialProcessesComboBox(app);
+    FillInFileTypeComboBoxSpecialProcess(app);
+    FillInCommandLineWindowStateComboBox(app);
+    FillInCommandLineThreadPriorityComboBox(app);
+}
 
 void LoadMainForms(Application& app)
 {
     if (app.bMainFormsLoaded)
         return;
     app.bMainFormsLoaded = true;
-    FillInFileTypeComboBoxOriginal(app);
-    FillInFileTypeComboBoxTarget(app);
-    FillInFileTypeComboBoxSpecialProcess(app);
+    ReadIniFile(app, app.frmMainMDI);
+    FillLists(app);
     SetUpToDoGrid(app);
     SetUpLogGrid(app);
+    ReadIniFile(app, [&app] { RefreshGUIOptions(app); });
     SelectGridRow(app, app.frmMain.fgToDo);
     UpdateMenuToolbar(app);
 }

@@ -71,6 +71,10 @@ enum SpecialProcess : std::int32_t {
 struct SpecialProcessRow {
     std::int32_t lSpecialProcess;
     const char* sConstant;  ///< its name, part of the key under which the settings keep its details
+    /// The English texts of the list and of the panel, misspellings included: they are keys of the
+    /// translation. Null for the one process that the list doesn't offer.
+    const char* sLabel;
+    const char* sDescription;
     /// Its own details fields on a first start, without a closing "^"; null where the settings keep none.
     const char* sFirstStartDetails = nullptr;
 };
