@@ -51,10 +51,11 @@ ReplacingFile::ReplacingFile(const std::string& sHostPath, mode_t nMode) : m_sTa
     if (stat(m_sTarget.c_str(), &objStat) == 0) {
         m_bReplaces = true;
         m_nReplacedMode = objStat.st_mode & 07777;
-        // A rename would put a file where a device or a pipe was, and do away with a file that was protected.
+        // A rename would put a file where a device or a pipe was, and do away with a file that is protected,
+        // be it from everybody or from us.
         if (!S_ISREG(objStat.st_mode))
             m_nError = S_ISDIR(objStat.st_mode) ? EISDIR : EINVAL;
-        else if ((m_nReplacedMode & 0222) == 0)
+        else if ((m_nReplacedMode & 0222) == 0 || access(m_sTarget.c_str(), W_OK) != 0)
             m_nError = EACCES;
         if (m_nError != 0)
             return;

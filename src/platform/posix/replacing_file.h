@@ -14,8 +14,9 @@ class ReplacingFile
 {
 public:
     /// Opens for sHostPath. A link is followed: what it points to is replaced. A folder, a device, a file
-    /// without write permission for anybody (it was protected) or a folder that can't be written to is a
-    /// failure. A new file gets nMode less the process's mask, a replaced one keeps its mode.
+    /// that may not be written to (or that nobody may write to, even for a user who may do everything) or a
+    /// folder that can't be written to is a failure. A new file gets nMode less the process's mask, a
+    /// replaced one keeps its mode.
     explicit ReplacingFile(const std::string& sHostPath, mode_t nMode = 0666);
     ~ReplacingFile();
     ReplacingFile(const ReplacingFile&) = delete;

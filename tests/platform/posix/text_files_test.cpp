@@ -202,6 +202,24 @@ TEST(TextWriter, RaisesPathFileAccessWhereNoFileCanBe)
     EXPECT_EQ(sContentOf(sProtected), "old");
 }
 
+TEST(TextWriter, RaisesPathFileAccessForAFileThatOnlyAnotherUserMayWriteTo)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "needs another user's file";
+    const HostFolder objFolder;
+    const std::string sFile = objFolder.sFile("a.txt", "old");
+    chmod(sFile.c_str(), 0644);
+
+    EXPECT_TRUE(bAsOrdinaryUser([&] {
+        try {
+            (void)PosixFileSystem().OpenForOutput(sFile);
+            return false;
+        } catch (const clsRaisedError&) {
+            return true;
+        }
+    }));
+}
+
 TEST(TextWriter, RaisesPathFileAccessInAFolderThatMayNotBeWrittenTo)
 {
     const HostFolder objFolder;
