@@ -103,7 +103,6 @@ struct frmMain : Form {
     bool bDirtyConversionItem = false;   ///< the fields differ from their row
     std::string sImageConversionOptions;
     std::string sCurrentJobFile;  ///< "" at start, "*" after New, else the job file's path
-    bool bContinueWithMismatchedTypes = false;
     bool bToDoGridWasSetUp = false;  ///< the first set-up of the table formats it differently from later ones
 
     // Settings
