@@ -7,6 +7,7 @@
 #include "src/platform/image/codecs/ani.h"
 #include "src/platform/image/codecs/bmp.h"
 #include "src/platform/image/codecs/cur.h"
+#include "src/platform/image/codecs/gif.h"
 #include "src/platform/image/codecs/ico.h"
 #include "src/platform/image/codecs/jpeg.h"
 #include "src/platform/image/codecs/pcx.h"
@@ -16,7 +17,7 @@
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &codecJpeg, &codecRas, &codecAni, &codecBmp, &codecIco, &codecCur, &codecPcx,
+        &codecJpeg, &codecGif, &codecRas, &codecAni, &codecBmp, &codecIco, &codecCur, &codecPcx,
         &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;

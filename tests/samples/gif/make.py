@@ -1,0 +1,64 @@
+#!/usr/bin/python3
+"""Makes the samples of this folder. Needs Pillow, ImageMagick 6, GraphicsMagick and gifsicle."""
+import os
+import subprocess
+from PIL import Image, ImageDraw
+
+os.chdir(os.path.dirname(os.path.abspath(__file__)))
+W, H = 67, 45
+
+
+def run(*command):
+    subprocess.run(command, check=True)
+
+
+def scene(step=0, mode='RGB', ground=(20, 60, 160)):
+    picture = Image.new(mode, (W, H), ground)
+    draw = ImageDraw.Draw(picture)
+    for x in range(W):
+        draw.line((x, 30, x, H), fill=(x * 3, 255 - x * 3, 90) + (255,) * (len(mode) - 3))
+    draw.ellipse((5 + step * 8, 5, 25 + step * 8, 25), fill=(220, 60, 40) + (255,) * (len(mode) - 3))
+    return picture
+
+
+scene().save('scene.ppm')
+run('gm', 'convert', 'scene.ppm', 'plain.gif')
+run('convert-im6.q16', 'scene.ppm', '-interlace', 'GIF', 'interlaced.gif')
+scene().convert('L').save('grey.gif')
+scene().convert('1').save('two-colours.gif')
+
+clear = scene(0, 'RGBA', (0, 0, 0, 0))
+clear.save('transparent.gif')
+
+frames = [scene(i) for i in range(5)]
+for i, frame in enumerate(frames):
+    frame.save(f'frame{i}.ppm')
+names = [f'frame{i}.ppm' for i in range(5)]
+run('convert-im6.q16', '-delay', '10', *names, '-layers', 'optimize-frame', 'optimised.gif')
+for dispose in ('none', 'background', 'previous'):
+    spots = []
+    for i in range(4):
+        spot = Image.new('RGBA', (W, H), (0, 0, 0, 0))
+        ImageDraw.Draw(spot).rectangle((i * 12, i * 7, i * 12 + 20, i * 7 + 14), fill=(60 * i, 200, 255 - 60 * i, 255))
+        spot.save(f'frame{i}.png')
+    run('convert-im6.q16', '-dispose', 'none', '-delay', '10', 'scene.ppm', '-dispose', dispose,
+        *(f'frame{i}.png' for i in range(4)), f'dispose-{dispose}.gif')
+for i, name in enumerate(names):
+    run('gm', 'convert', name, f'frame{i}.gif')
+subprocess.run(['gifsicle', '--delay=10', '-O2', *(f'frame{i}.gif' for i in range(5))],
+               stdout=open('sicle.gif', 'wb'), check=True)
+
+animation = open('optimised.gif', 'rb').read()
+open('cut.gif', 'wb').write(animation[:-60])
+plain = open('plain.gif', 'rb').read()
+open('cut-first.gif', 'wb').write(plain[:len(plain) * 2 // 3])
+# A screen and a frame of 65535 x 65535 in a few hundred bytes.
+liar = bytearray(open('two-colours.gif', 'rb').read())
+at = liar.index(b',\0\0\0\0')
+liar[6:10] = liar[at + 5:at + 9] = b'\xff\xff\xff\xff'
+open('lies-about-size.gif', 'wb').write(liar)
+Image.new('RGB', (4, 4)).save('foreign.png')
+os.rename('foreign.png', 'foreign.gif')
+for name in os.listdir('.'):
+    if name.startswith('frame'):
+        os.remove(name)
