@@ -4,7 +4,9 @@
 #include <new>
 
 #include "src/platform/image/codec.h"
+#include "src/platform/image/colour_profile.h"
 #include "src/platform/image/input_file.h"
+#include "src/platform/image/metadata.h"
 #include "src/platform/image/registry.h"
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
@@ -34,7 +36,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
         const std::int32_t lFrames = pDecoder ? pDecoder->FrameCount() : 0;
         for (std::int32_t l = 0; l < lFrames && l < 8; ++l) {
             ImageBuffer aImage;
-            if (pDecoder->DecodeFrame(l, aImage) && !bWhole(aImage))
+            if (!pDecoder->DecodeFrame(l, aImage))
+                continue;
+            // What every load and some saves do to the picture, by the blocks that the file brought along.
+            FinishLoaded(aImage);
+            aExifForSave(aImage, {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
+            bConvertToSrgb(aImage);
+            if (!bWhole(aImage))
                 std::abort();
         }
     } catch (const std::bad_alloc&) {
