@@ -5,21 +5,26 @@
 #include <sys/mman.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <utility>
 
 static constexpr std::size_t kLargePage = 2 * 1024 * 1024;
+
+// Asks for large pages where whole ones fit in; the rest stays as it comes. A refusal costs nothing but time.
+static void AskForLargePages(const void* pMemory, std::size_t nBytes)
+{
+    const auto nMemory = reinterpret_cast<std::uintptr_t>(pMemory);
+    const std::uintptr_t nBegin = (nMemory + kLargePage - 1) / kLargePage * kLargePage;
+    const std::uintptr_t nEnd = (nMemory + nBytes) / kLargePage * kLargePage;
+    if (nBegin < nEnd)
+        madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin, MADV_HUGEPAGE);
+}
 
 void ResizeFresh(PixelBytes& aBytes, std::size_t nBytes)
 {
     PixelBytes aFresh;
     aFresh.resize(nBytes);
-    // Only whole large pages inside count; the rest stays as it comes.
-    const auto nBegin =
-        (reinterpret_cast<std::uintptr_t>(aFresh.data()) + kLargePage - 1) / kLargePage * kLargePage;
-    const auto nEnd = (reinterpret_cast<std::uintptr_t>(aFresh.data()) + nBytes) / kLargePage * kLargePage;
-    if (nBegin < nEnd)
-        madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin,
-                MADV_HUGEPAGE);  // a refusal costs nothing but time
+    AskForLargePages(aFresh.data(), nBytes);
     aBytes = std::move(aFresh);
 }
 
@@ -28,4 +33,14 @@ void KeepPictureMemory()
     constexpr int kKept = 256 * 1024 * 1024;
     mallopt(M_MMAP_THRESHOLD, kKept);  // what is mapped on its own is always given back
     mallopt(M_TRIM_THRESHOLD, kKept);
+}
+
+void ExpectLibraryMemory(std::size_t nBytes)
+{
+    if (nBytes < 2 * kLargePage)
+        return;
+    // What is freed here is what the library gets next: the request outlives the block.
+    void* pMemory = std::malloc(nBytes);
+    AskForLargePages(pMemory, pMemory ? nBytes : 0);
+    std::free(pMemory);
 }

@@ -19,3 +19,7 @@ void ResizeFresh(PixelBytes& aBytes, std::size_t nBytes);
 /// having it cleared anew, for what libraries allocate too. For a program's start; a library doesn't ask that
 /// of its host.
 void KeepPictureMemory();
+
+/// Says that a library is about to take nBytes in large parts by malloc, so that they come in large pages
+/// too. Only a hint, and of use only after KeepPictureMemory.
+void ExpectLibraryMemory(std::size_t nBytes);

@@ -13,6 +13,7 @@
 #include "src/platform/image/input_file.h"
 #include "src/platform/image/limits.h"
 #include "src/platform/image/metadata.h"
+#include "src/platform/image/picture_memory.h"
 
 // A Huffman code has at least one bit, and a block of 8 by 8 pixels at least one code.
 static constexpr std::uint64_t kMostPixelsPerByte = 512;
@@ -39,17 +40,22 @@ static void SkipBytes(j_decompress_ptr pJpeg, long nCount)
     pJpeg->src->bytes_in_buffer -= static_cast<std::size_t>(nCount);
 }
 
+static std::uint64_t nBlocks(const jpeg_decompress_struct& objJpeg)
+{
+    std::uint64_t nSum = 0;
+    for (int i = 0; i < objJpeg.num_components; ++i) {
+        const jpeg_component_info& objComponent = objJpeg.comp_info[i];
+        nSum += static_cast<std::uint64_t>(objComponent.width_in_blocks) * objComponent.height_in_blocks;
+    }
+    return nSum;
+}
+
 // Called now and then while scans are read.
 static void WatchScans(j_common_ptr pJpeg)
 {
-    const auto* pDecompress = reinterpret_cast<j_decompress_ptr>(pJpeg);
-    const auto nScan = static_cast<std::uint64_t>(pDecompress->input_scan_number);
-    std::uint64_t nBlocks = 0;
-    for (int i = 0; i < pDecompress->num_components; ++i) {
-        const jpeg_component_info& objComponent = pDecompress->comp_info[i];
-        nBlocks += static_cast<std::uint64_t>(objComponent.width_in_blocks) * objComponent.height_in_blocks;
-    }
-    if (nScan > kMostScans || nScan * nBlocks > kMostBlockVisits)
+    const auto& objJpeg = *reinterpret_cast<j_decompress_ptr>(pJpeg);
+    const auto nScan = static_cast<std::uint64_t>(objJpeg.input_scan_number);
+    if (nScan > kMostScans || nScan * nBlocks(objJpeg) > kMostBlockVisits)
         FailJpeg(pJpeg);
 }
 
@@ -180,6 +186,9 @@ bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
     ImageBuffer aResult;
     if (!bAllocate(aResult, objJpeg.image_width, objJpeg.image_height, bGrey ? 1 : 3))
         return false;
+    if (jpeg_has_multiple_scans(&objJpeg))
+        ExpectLibraryMemory(nBlocks(objJpeg) *
+                            sizeof(JBLOCK));  // all coefficients are kept until the last scan
     const bool bDone = bInks ? bDecodeInkRows(objDecompressor, m_objSegments.aIccProfile, aResult)
                              : bDecodeRows(objDecompressor, aResult);
     if (!bDone)
