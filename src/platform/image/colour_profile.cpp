@@ -113,12 +113,13 @@ static cmsUInt32Number nIntent(void* pProfile)
 }
 
 static ColourTransform pTransformBetween(void* pFrom, cmsUInt32Number nFromFormat, void* pTo,
-                                         cmsUInt32Number nToFormat)
+                                         cmsUInt32Number nToFormat, cmsUInt32Number nFlags = 0)
 {
     if (!pFrom || !pTo)
         return nullptr;
-    return ColourTransform(cmsCreateTransform(pFrom, nFromFormat, pTo, nToFormat, nIntent(pFrom),
-                                              cmsFLAGS_BLACKPOINTCOMPENSATION | cmsFLAGS_COPY_ALPHA));
+    return ColourTransform(
+        cmsCreateTransform(pFrom, nFromFormat, pTo, nToFormat, nIntent(pFrom),
+                           cmsFLAGS_BLACKPOINTCOMPENSATION | cmsFLAGS_COPY_ALPHA | nFlags));
 }
 
 // A grey of sRGB's curve, so that grey pixels stay one channel.
@@ -212,11 +213,21 @@ void CmykToBgr::Convert(const std::uint8_t* pInks, std::uint8_t* pBgr, std::size
     }
 }
 
+// Made once: preparing it costs more than converting some rows. Without its cache of one colour it isn't
+// changed by use.
+static const ColourTransform& pLabTransform()
+{
+    static const ColourTransform pTransform = [] {
+        const Profile pFrom(cmsCreateLab4Profile(nullptr));
+        const Profile pTo(cmsCreate_sRGBProfile());
+        return pTransformBetween(pFrom.get(), TYPE_Lab_8, pTo.get(), TYPE_BGR_8, cmsFLAGS_NOCACHE);
+    }();
+    return pTransform;
+}
+
 bool bLabToBgr(const std::uint8_t* pLab, std::uint8_t* pBgr, std::size_t nPixels)
 {
-    const Profile pFrom(cmsCreateLab4Profile(nullptr));
-    const Profile pTo(cmsCreate_sRGBProfile());
-    const ColourTransform pTransform = pTransformBetween(pFrom.get(), TYPE_Lab_8, pTo.get(), TYPE_BGR_8);
+    const ColourTransform& pTransform = pLabTransform();
     if (!pTransform)
         return false;
     cmsDoTransform(pTransform.get(), pLab, pBgr, static_cast<cmsUInt32Number>(nPixels));
