@@ -10,6 +10,7 @@
 #include "src/forms/Application.h"
 #include "src/platform/headless/headless_windows.h"
 #include "src/platform/image/codec_image_file.h"
+#include "src/platform/image/picture_memory.h"
 #include "src/platform/posix/posix_clock.h"
 #include "src/platform/posix/posix_file_system.h"
 #include "src/platform/posix/posix_ini_file.h"
@@ -41,6 +42,7 @@ int main(int nArguments, char** aArguments)
 try {
     // A write beyond a limit on file sizes is to fail like one on a full disk, and not to end the process.
     std::signal(SIGXFSZ, SIG_IGN);
+    KeepPictureMemory();
     Run({aArguments + 1, aArguments + nArguments});
     return 0;
 } catch (const std::exception& objError) {
