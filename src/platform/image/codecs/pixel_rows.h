@@ -12,6 +12,8 @@ void PackRowFromFourBytes(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint
 /// Exchanges the first and the third byte of nPixels pixels of three bytes: B, G, R to R, G, B and back. pIn
 /// and pOut are the same or don't overlap.
 void SwapRedAndBlue(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels);
+/// The same with pixels of four bytes, whose fourth stays.
+void SwapRedAndBlueOfFour(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels);
 
 /// Makes a picture of 4 channels one of 3 when its alpha is 0 everywhere: a writer that never set it meant no
 /// empty picture. Any other picture is left alone.
