@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <memory>
 #include <random>
+#include <utility>
 
 static constexpr std::size_t kGatherSize = 128 * 1024;
 
@@ -202,7 +203,7 @@ bool OutputFile::Commit()
         // rename replaces.
         if (!m_bReplaces &&
             linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, m_sTarget.c_str(), AT_SYMLINK_FOLLOW) == 0)
-            return true;
+            return m_bCommitted = true;
         std::string sTemporary = sTemporaryName(sFolder);
         if (linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, sTemporary.c_str(), AT_SYMLINK_FOLLOW) != 0)
             return false;
@@ -211,5 +212,10 @@ bool OutputFile::Commit()
     if (rename(m_sTemporary.c_str(), m_sTarget.c_str()) != 0)
         return false;
     m_sTemporary.clear();
-    return true;
+    return m_bCommitted = true;
+}
+
+int OutputFile::TakeDescriptor()
+{
+    return m_bCommitted ? std::exchange(m_nDescriptor, -1) : -1;
 }

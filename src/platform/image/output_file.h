@@ -44,6 +44,10 @@ public:
     /// old file is then as it was. Nothing more may be written afterwards.
     bool Commit();
 
+    /// After Commit: the file's descriptor, open for reading and writing, for who goes on with the file under
+    /// its name and closes it. -1 before, or when it was taken.
+    int TakeDescriptor();
+
 private:
     bool Flush();
     bool WriteThrough(Bytes aBytes);
@@ -52,6 +56,7 @@ private:
     std::string m_sTemporary;  ///< "" while the file has no name
     int m_nDescriptor = -1;
     bool m_bFailed = false;
+    bool m_bCommitted = false;
     bool m_bReplaces = false;
     std::uint32_t m_nReplacedMode = 0;
     std::uint64_t m_nFlushed = 0;  ///< where the gathered bytes begin in the file
