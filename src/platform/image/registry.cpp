@@ -13,11 +13,12 @@
 #include "src/platform/image/codecs/pcx.h"
 #include "src/platform/image/codecs/ras.h"
 #include "src/platform/image/codecs/tga.h"
+#include "src/platform/image/codecs/tiff.h"
 
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &codecJpeg, &codecGif, &codecRas, &codecAni, &codecBmp, &codecIco, &codecCur, &codecPcx,
+        &codecJpeg, &codecTiff, &codecGif, &codecRas, &codecAni, &codecBmp, &codecIco, &codecCur, &codecPcx,
         &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;
