@@ -9,6 +9,7 @@
 #include "src/base/text.h"
 #include "src/platform/file_system.h"
 #include "src/platform/image/alpha.h"
+#include "src/platform/image/codecs/tiff_document.h"
 #include "src/platform/image/colour_profile.h"
 #include "src/platform/image/limits.h"
 #include "src/platform/image/metadata.h"
@@ -115,8 +116,17 @@ bool CodecImageFile::SaveBMP(const ImageBuffer& aImage, const std::string& sFile
     return Save(2, aImage, sFile);
 }
 bool CodecImageFile::SaveTIFF(const ImageBuffer& aImage, const std::string& sFile)
-{
-    return Save(3, aImage, sFile);
+try {
+    m_pGrowing.reset();
+    if (!m_bMultiFrameSave)
+        return Save(3, aImage, sFile);
+    const auto sHostPath = m_objFileSystem.sHostPathToWrite(sFile);
+    if (!sHostPath || aImage.lWidth < 1 || aImage.lHeight < 1)
+        return false;
+    m_pGrowing = TiffDocument::pBegin(*sHostPath, aImage, m_objSettings);
+    return m_pGrowing != nullptr;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 bool CodecImageFile::SaveGIF(const ImageBuffer& aImage, const std::string& sFile)
 {
@@ -151,10 +161,17 @@ bool CodecImageFile::SaveWMF(const ImageBuffer& aImage, const std::string& sFile
     return Save(11, aImage, sFile);
 }
 
-// No file is left open between two saves, so there is none to append to.
-bool CodecImageFile::AppendFrame(const ImageBuffer&, bool)
+bool CodecImageFile::AppendFrame(const ImageBuffer& aImage, bool bFinish)
 {
-    return false;
+    bool bDone = false;
+    try {
+        const bool bNothing = aImage.lWidth < 1 || aImage.lHeight < 1;
+        bDone = m_pGrowing && (bNothing ? bFinish : m_pGrowing->bAppend(aImage, m_objSettings));
+    } catch (const std::bad_alloc&) {
+    }
+    if (bFinish)
+        m_pGrowing.reset();
+    return bDone;
 }
 
 void CodecImageFile::SetJPEGQuality(std::int32_t lQuality)
@@ -170,6 +187,8 @@ void CodecImageFile::SetTIFFCompression(std::int32_t lCompression)
 void CodecImageFile::SetMultiFrameSave(bool bMultiFrameSave)
 {
     m_bMultiFrameSave = bMultiFrameSave;
+    if (!bMultiFrameSave)
+        m_pGrowing.reset();
 }
 
 void CodecImageFile::SetInfo(const ImageInfoTexts& objTexts)

@@ -11,6 +11,7 @@
 #include "src/platform/image_library.h"
 
 class FileSystem;
+class TiffDocument;
 
 class CodecImageFile : public ImageFile
 {
@@ -52,6 +53,7 @@ private:
     SaveSettings m_objSettings;
     bool m_bMultiFrameSave = false;
     std::unique_ptr<OpenDocument> m_pDocument;
+    std::unique_ptr<TiffDocument> m_pGrowing;  ///< the file that AppendFrame adds to
 };
 
 /// The real ImageUtility.
