@@ -48,31 +48,33 @@ std::vector<std::uint8_t> aBgraOf(const ImageBuffer& aImage)
     return aResult;
 }
 
-static std::vector<std::uint8_t> aBgraByCommand(const std::string& sProgram, const std::string& sPath)
+// A program that reads like ImageMagick's convert; sOptions come between the file and the pixels.
+static std::vector<std::uint8_t> aBgraByCommand(const std::string& sProgram, const std::string& sPath,
+                                                const std::string& sOptions)
 {
     const TestFolder objFolder;
     std::string sOutput;
+    const std::string sPixels = objFolder.sPath("pixels");
     const bool bRead =
-        bRun(sProgram + " '" + sPath + "[0]' -depth 8 bgra:" + objFolder.sPath("pixels"), &sOutput);
+        bRun(sProgram + " '" + sPath + "[0]' " + sOptions + " -depth 8 rgba:" + sPixels, &sOutput);
     EXPECT_TRUE(bRead) << sOutput;
-    return bRead ? aFileContent(objFolder.sPath("pixels")) : std::vector<std::uint8_t>{};
+    if (!bRead)
+        return {};
+    auto aBytes = aFileContent(sPixels);
+    for (std::size_t i = 0; i + 3 < aBytes.size(); i += 4)
+        std::swap(aBytes[i], aBytes[i + 2]);
+    return aBytes;
 }
 
 std::vector<std::uint8_t> aBgraByImageMagick(const std::string& sPath)
 {
-    // Its -auto-orient turns what the format stores the other way up.
-    const TestFolder objFolder;
-    std::string sOutput;
-    const bool bRead =
-        bRun("convert-im6.q16 '" + sPath + "[0]' -auto-orient -depth 8 bgra:" + objFolder.sPath("pixels"),
-             &sOutput);
-    EXPECT_TRUE(bRead) << sOutput;
-    return bRead ? aFileContent(objFolder.sPath("pixels")) : std::vector<std::uint8_t>{};
+    // What the format stores the other way up is only turned on demand.
+    return aBgraByCommand("convert-im6.q16", sPath, "-auto-orient");
 }
 
 std::vector<std::uint8_t> aBgraByGraphicsMagick(const std::string& sPath)
 {
-    return aBgraByCommand("gm convert", sPath);
+    return aBgraByCommand("gm convert", sPath, "");
 }
 
 std::vector<std::uint8_t> aBgraByPillow(const std::string& sPath)
