@@ -11,7 +11,8 @@ std::vector<RiffChunk> aRiffChunks(Bytes aList)
     while (rd.Left() >= kChunkHeaderSize) {
         RiffChunk objChunk;
         objChunk.nId = rd.U32Le();
-        const std::uint64_t nSize = std::min<std::uint64_t>(rd.U32Le(), rd.Left());
+        const std::uint64_t nClaimed = rd.U32Le();
+        const std::uint64_t nSize = std::min(nClaimed, rd.Left());
         objChunk.aData = rd.Take(nSize);
         rd.Take(std::min(nSize % 2, rd.Left()));  // chunks begin at even places
         aChunks.push_back(objChunk);
