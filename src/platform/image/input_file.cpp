@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <new>
 
+#include "src/platform/image/limits.h"
 #include "src/platform/image/picture_memory.h"
 
 static constexpr std::uint64_t kHeadSize = 4096;
@@ -72,6 +73,8 @@ Bytes InputFile::Head()
 Bytes InputFile::All()
 {
     if (!m_aMemory.data() && m_nDescriptor >= 0) {
+        if (Size() > nLargestFile())
+            return {};
         try {
             ResizeFresh(m_aRead, Size());
         } catch (const std::bad_alloc&) {

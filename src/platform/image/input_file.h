@@ -41,7 +41,7 @@ public:
     /// The first bytes, at most 4096: enough for every signature.
     Bytes Head();
     /// The whole file, read on the first call and kept; shorter than Size() if the file was cut meanwhile,
-    /// empty if there is no memory for it.
+    /// empty if there is no memory for it or if it is larger than nLargestFile of limits.h.
     Bytes All();
     /// Fills aOut from nOffset on and returns how many bytes there were.
     std::size_t ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aOut);

@@ -1,8 +1,6 @@
 // Refuses pictures that are too large, before they are allocated.
 #include "src/platform/image/limits.h"
 
-#include <sys/mman.h>
-
 #include <cstdlib>
 #include <new>
 #include <utility>
@@ -23,16 +21,11 @@ bool bSizeAllowed(std::uint64_t nWidth, std::uint64_t nHeight)
     return nWidth * nHeight <= nMegapixelLimit() * 1'000'000;
 }
 
-// A large picture's memory is touched for the first time by its decoder, and with small pages the kernel's
-// part of that costs more than the decoder's. A hint: what comes of it doesn't matter.
-static void AskForLargePages(PixelBytes& aBytes)
+std::uint64_t nLargestFile()
 {
-    constexpr std::size_t kPage = 4096;
-    constexpr std::size_t kLargePage = 2 << 20;
-    if (aBytes.size() < 2 * kLargePage)
-        return;
-    const std::size_t nToPage = (kPage - reinterpret_cast<std::uintptr_t>(aBytes.data()) % kPage) % kPage;
-    madvise(aBytes.data() + nToPage, (aBytes.size() - nToPage) / kPage * kPage, MADV_HUGEPAGE);
+    constexpr std::uint64_t kBytesPerPixel = 8;  // four channels of 16 bits
+    constexpr std::uint64_t kBesidePixels = 64 << 20;
+    return nMegapixelLimit() * 1'000'000 * kBytesPerPixel + kBesidePixels;
 }
 
 bool bAllocate(ImageBuffer& aImage, std::uint64_t nWidth, std::uint64_t nHeight, std::int32_t lChannels)
@@ -48,7 +41,6 @@ bool bAllocate(ImageBuffer& aImage, std::uint64_t nWidth, std::uint64_t nHeight,
     } catch (const std::bad_alloc&) {
         return false;
     }
-    AskForLargePages(aResult.aBytes);
     aImage = std::move(aResult);
     return true;
 }

@@ -13,6 +13,10 @@ constexpr std::uint64_t kMaxMegapixels = 512;
 /// environment sets another count (1 to 4096).
 bool bSizeAllowed(std::uint64_t nWidth, std::uint64_t nHeight);
 
+/// The most bytes that a file may have which is read as a whole: enough for the largest picture that is
+/// allowed, stored without compression and with 16 bits a channel.
+std::uint64_t nLargestFile();
+
 /// Gives aImage its size, 1, 3 or 4 channels and bytes of no particular value; everything else of it is
 /// emptied. False, with aImage as it was, for a size that isn't allowed or for which there is no memory.
 bool bAllocate(ImageBuffer& aImage, std::uint64_t nWidth, std::uint64_t nHeight, std::int32_t lChannels);

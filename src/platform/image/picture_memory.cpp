@@ -8,16 +8,20 @@
 #include <cstdlib>
 #include <utility>
 
+static constexpr std::size_t kPage = 4096;
 static constexpr std::size_t kLargePage = 2 * 1024 * 1024;
 
-// Asks for large pages where whole ones fit in; the rest stays as it comes. A refusal costs nothing but time.
+// Asks for large pages for every page that the bytes touch. One is taken only where the hint covers all of
+// it, and the memory of pictures begins a little behind a large page's beginning. A refusal costs nothing but
+// time.
 static void AskForLargePages(const void* pMemory, std::size_t nBytes)
 {
+    if (nBytes < kLargePage)
+        return;
     const auto nMemory = reinterpret_cast<std::uintptr_t>(pMemory);
-    const std::uintptr_t nBegin = (nMemory + kLargePage - 1) / kLargePage * kLargePage;
-    const std::uintptr_t nEnd = (nMemory + nBytes) / kLargePage * kLargePage;
-    if (nBegin < nEnd)
-        madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin, MADV_HUGEPAGE);
+    const std::uintptr_t nBegin = nMemory / kPage * kPage;
+    const std::uintptr_t nEnd = (nMemory + nBytes + kPage - 1) / kPage * kPage;
+    madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin, MADV_HUGEPAGE);
 }
 
 void ResizeFresh(PixelBytes& aBytes, std::size_t nBytes)
