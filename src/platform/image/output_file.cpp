@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -34,6 +35,26 @@ static std::string sTemporaryName(const std::string& sFolder)
     return sFolder + aName.data();
 }
 
+// The end of the links that sPath begins with, whether or not there is a file; "" for a ring of links.
+static std::string sEndOfLinks(std::string sPath)
+{
+    for (int lLinks = 0; lLinks < 40; ++lLinks) {
+        std::array<char, PATH_MAX> aTarget;
+        const ssize_t nSize = readlink(sPath.c_str(), aTarget.data(), aTarget.size());
+        if (nSize < 0)
+            return sPath;
+        const std::string sTarget(aTarget.data(), static_cast<std::size_t>(nSize));
+        sPath = sTarget.starts_with('/') ? sTarget : sFolderOf(sPath) + "/" + sTarget;
+    }
+    return "";
+}
+
+// A nameless file can be given its name only by way of /proc, which a bare environment may lack.
+static bool bNamelessFilesUsable()
+{
+    return access("/proc/self/fd", F_OK) == 0;
+}
+
 OutputFile::OutputFile(const std::string& sHostPath) : m_sTarget(sHostPath)
 {
     struct stat objStat {
@@ -50,9 +71,16 @@ OutputFile::OutputFile(const std::string& sHostPath) : m_sTarget(sHostPath)
         const std::unique_ptr<char, void (*)(void*)> sReal(realpath(m_sTarget.c_str(), nullptr), &std::free);
         if (sReal)
             m_sTarget = sReal.get();
+    } else {
+        m_sTarget = sEndOfLinks(m_sTarget);
+        if (m_sTarget.empty()) {
+            m_bFailed = true;
+            return;
+        }
     }
     const std::string sFolder = sFolderOf(m_sTarget);
-    m_nDescriptor = open(sFolder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+    if (bNamelessFilesUsable())
+        m_nDescriptor = open(sFolder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
     if (m_nDescriptor < 0) {
         m_sTemporary = sTemporaryName(sFolder);
         m_nDescriptor = open(m_sTemporary.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
@@ -194,6 +222,10 @@ bool OutputFile::Commit()
     if (m_bFailed || m_nDescriptor < 0 || !Flush())
         return false;
     m_bFailed = true;  // whatever comes of it, nothing more is written
+    // Some file systems (over a network, with quotas) say only when a file is closed that it had no room.
+    const int nSecond = dup(m_nDescriptor);
+    if (nSecond < 0 || close(nSecond) != 0)
+        return false;
     if (m_bReplaces && fchmod(m_nDescriptor, m_nReplacedMode) != 0 && errno != EPERM)
         return false;
     const std::string sFolder = sFolderOf(m_sTarget);
