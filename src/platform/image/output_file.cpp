@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -132,32 +131,6 @@ bool OutputFile::Write(Bytes aBytes)
         return WriteThrough(aBytes);
     m_aGathered.insert(m_aGathered.end(), aBytes.begin(), aBytes.end());
     return true;
-}
-
-bool OutputFile::WritePieces(std::span<const Bytes> aPieces)
-{
-    constexpr std::size_t kMostPieces = 1024;  // IOV_MAX
-    std::array<iovec, kMostPieces> aVectors;
-    bool bDone = Flush();
-    while (bDone && !aPieces.empty()) {
-        const std::span<const Bytes> aNow = aPieces.first(std::min(aPieces.size(), kMostPieces));
-        std::size_t nSize = 0;
-        for (std::size_t i = 0; i < aNow.size(); ++i) {
-            aVectors[i] = {const_cast<std::uint8_t*>(aNow[i].data()), aNow[i].size()};
-            nSize += aNow[i].size();
-        }
-        const ssize_t nWritten = pwritev(m_nDescriptor, aVectors.data(), static_cast<int>(aNow.size()),
-                                         static_cast<off_t>(m_nFlushed));
-        if (nWritten == static_cast<ssize_t>(nSize)) {
-            m_nFlushed += nSize;
-        } else {
-            // Cut short: the plain way tells a full disk from a signal.
-            for (const Bytes aPiece : aNow)
-                bDone = bDone && WriteThrough(aPiece);
-        }
-        aPieces = aPieces.subspan(aNow.size());
-    }
-    return bDone;
 }
 
 bool OutputFile::WriteU16Le(std::uint16_t nValue)

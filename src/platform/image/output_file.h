@@ -25,8 +25,6 @@ public:
 
     /// Appends at the position, which moves on. Small writes are gathered.
     bool Write(Bytes aBytes);
-    /// Appends the pieces one after the other, without gathering them in memory first.
-    bool WritePieces(std::span<const Bytes> aPieces);
     bool WriteU8(std::uint8_t nValue) { return Write({&nValue, 1}); }
     bool WriteU16Le(std::uint16_t nValue);
     bool WriteU32Le(std::uint32_t nValue);

@@ -127,7 +127,7 @@ TEST(OutputFile, KeepsItsPlaceThroughSmallAndLargeWritesSeeksAndReads)
     EXPECT_TRUE(aFileContent(objFolder.sPath("a")) == aExpected);
 }
 
-TEST(OutputFile, WritesAnyCountOfPiecesOneAfterTheOther)
+TEST(OutputFile, WritesAnyCountOfSmallPiecesOneAfterTheOther)
 {
     const TestFolder objFolder;
     OutputFile objOut(objFolder.sPath("a"));
@@ -143,8 +143,8 @@ TEST(OutputFile, WritesAnyCountOfPiecesOneAfterTheOther)
     aExpected.push_back(2);
 
     EXPECT_TRUE(objOut.WriteU8(1));
-    EXPECT_TRUE(objOut.WritePieces(aPieces));
-    EXPECT_TRUE(objOut.WritePieces({}));
+    for (const Bytes aPiece : aPieces)
+        EXPECT_TRUE(objOut.Write(aPiece));
     EXPECT_TRUE(objOut.WriteU8(2));
     EXPECT_EQ(objOut.Position(), aExpected.size());
     ASSERT_TRUE(objOut.Commit());
@@ -243,7 +243,8 @@ TEST(OutputFile, NoticesAFullDiskInTheMiddleOfPieces)
     {
         const FullDisk objDisk(500500);
         OutputFile objOut(objFolder.sPath("a"));
-        EXPECT_FALSE(objOut.WritePieces(std::vector<Bytes>(600, Bytes(aPiece))));
+        for (int l = 0; l < 600; ++l)
+            static_cast<void>(objOut.Write(aPiece));
         EXPECT_TRUE(objOut.Failed());
         EXPECT_FALSE(objOut.Commit());
     }
