@@ -11,6 +11,7 @@
 #include "src/platform/image/codecs/ico.h"
 #include "src/platform/image/codecs/jpeg.h"
 #include "src/platform/image/codecs/pcx.h"
+#include "src/platform/image/codecs/png.h"
 #include "src/platform/image/codecs/ras.h"
 #include "src/platform/image/codecs/tga.h"
 #include "src/platform/image/codecs/tiff.h"
@@ -18,7 +19,8 @@
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &codecJpeg, &codecTiff, &codecGif, &codecRas, &codecAni, &codecBmp, &codecIco, &codecCur, &codecPcx,
+        &codecJpeg, &codecPng, &codecTiff, &codecGif, &codecRas,
+        &codecAni,  &codecBmp, &codecIco,  &codecCur, &codecPcx,
         &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;

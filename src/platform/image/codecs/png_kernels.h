@@ -1,0 +1,20 @@
+// Which of the PNG kernels are compiled, and which of them this machine can run.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#if defined(__x86_64__)
+#define VARNEL_PNG_AVX2 1
+#define VARNEL_TARGET_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
+
+struct PngUnfilters;
+struct PngFilters;
+
+/// True on a processor with AVX2 and BMI2.
+inline bool bPngHasAvx2()
+{
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi2");
+}
+
+extern const PngUnfilters objPngUnfiltersAvx2;
+extern const PngFilters objPngFiltersAvx2;
+#endif
