@@ -1,0 +1,64 @@
+// A run that is killed at any moment leaves only whole files.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+
+#include "tests/e2e/support/program.h"
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+constexpr int kPictures = 40;
+
+// Starts the program on all pictures of the workplace and kills it as soon as nFiles of the target folder
+// stand.
+void RunAndKill(const Workplace& objPlace, std::size_t nFiles)
+{
+    const std::string sSource = objPlace.sPath("in/*.bmp");
+    const std::string sTarget = objPlace.sPath("out/*.png");
+    std::array<std::string, 5> aWords = {VARNEL_PROGRAM, "/S", sSource, "/T", sTarget};
+    std::array<char*, 6> aArguments = {aWords[0].data(), aWords[1].data(), aWords[2].data(),
+                                       aWords[3].data(), aWords[4].data(), nullptr};
+    pid_t nChild = 0;
+    ASSERT_EQ(posix_spawn(&nChild, VARNEL_PROGRAM, nullptr, nullptr, aArguments.data(), environ), 0);
+    int nStatus = 0;
+    while (waitpid(nChild, &nStatus, WNOHANG) == 0) {
+        std::error_code objIgnored;
+        const auto nDone = static_cast<std::size_t>(std::distance(
+            fs::directory_iterator(objPlace.Root() / "out", objIgnored), fs::directory_iterator{}));
+        if (nDone < nFiles)
+            continue;
+        kill(nChild, SIGKILL);
+        waitpid(nChild, &nStatus, 0);
+        break;
+    }
+}
+
+}  // namespace
+
+TEST(Kill, LeavesOnlyWholeFilesAtWhateverMoment)
+{
+    for (const std::size_t nFiles : {1u, 3u, 8u, 15u, 30u}) {
+        const Workplace objPlace;
+        for (int l = 0; l < kPictures; ++l)
+            objPlace.sCopySample("landscape-small.bmp", "in/" + std::to_string(l) + ".bmp");
+        fs::create_directories(objPlace.Root() / "out");
+        const std::string sExpected = sDecodedByOthers(objPlace.sPath("in/0.bmp"));
+        ASSERT_NE(sExpected, "");
+
+        RunAndKill(objPlace, nFiles);
+
+        for (const auto& objEntry : fs::directory_iterator(objPlace.Root() / "out")) {
+            EXPECT_EQ(objEntry.path().extension(), ".png") << objEntry.path();
+            EXPECT_TRUE(sDecodedByOthers(objEntry.path().string()) == sExpected) << objEntry.path();
+        }
+    }
+}
