@@ -9,6 +9,7 @@
 #include "src/platform/image/codecs/cur.h"
 #include "src/platform/image/codecs/gif.h"
 #include "src/platform/image/codecs/ico.h"
+#include "src/platform/image/codecs/j2k.h"
 #include "src/platform/image/codecs/jpeg.h"
 #include "src/platform/image/codecs/pcx.h"
 #include "src/platform/image/codecs/png.h"
@@ -19,7 +20,7 @@
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &codecJpeg, &codecPng, &codecTiff, &codecGif, &codecRas,
+        &codecJpeg, &codecPng, &codecTiff, &codecGif, &codecJ2k, &codecRas,
         &codecAni,  &codecBmp, &codecIco,  &codecCur, &codecPcx,
         &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
