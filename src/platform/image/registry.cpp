@@ -7,21 +7,22 @@
 #include "src/platform/image/codecs/ani.h"
 #include "src/platform/image/codecs/bmp.h"
 #include "src/platform/image/codecs/cur.h"
+#include "src/platform/image/codecs/emf.h"
 #include "src/platform/image/codecs/gif.h"
 #include "src/platform/image/codecs/ico.h"
-#include "src/platform/image/codecs/j2k.h"
 #include "src/platform/image/codecs/jpeg.h"
 #include "src/platform/image/codecs/pcx.h"
 #include "src/platform/image/codecs/png.h"
 #include "src/platform/image/codecs/ras.h"
 #include "src/platform/image/codecs/tga.h"
 #include "src/platform/image/codecs/tiff.h"
+#include "src/platform/image/codecs/wmf.h"
 
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &codecJpeg, &codecPng, &codecTiff, &codecGif, &codecJ2k, &codecRas,
-        &codecAni,  &codecBmp, &codecIco,  &codecCur, &codecPcx,
+        &codecJpeg, &codecPng, &codecTiff, &codecGif, &codecRas, &codecEmf,
+        &codecWmf,  &codecAni, &codecBmp,  &codecIco, &codecCur, &codecPcx,
         &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;
