@@ -10,6 +10,7 @@
 #include "src/platform/image/codecs/emf.h"
 #include "src/platform/image/codecs/gif.h"
 #include "src/platform/image/codecs/ico.h"
+#include "src/platform/image/codecs/j2k.h"
 #include "src/platform/image/codecs/jpeg.h"
 #include "src/platform/image/codecs/pcx.h"
 #include "src/platform/image/codecs/png.h"
@@ -21,7 +22,7 @@
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &codecJpeg, &codecPng, &codecTiff, &codecGif, &codecRas, &codecEmf,
+        &codecJpeg, &codecPng, &codecTiff, &codecGif, &codecJ2k, &codecRas, &codecEmf,
         &codecWmf,  &codecAni, &codecBmp,  &codecIco, &codecCur, &codecPcx,
         &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
