@@ -18,9 +18,10 @@ struct Format {
     bool bWrites;
 };
 
-constexpr Format kFormats[] = {{"jpg", 1, true},   {"bmp", 2, true},   {"tif", 3, true},  {"gif", 4, true},
-                               {"pcx", 7, true},   {"png", 8, true},   {"ras", 9, true},  {"tga", 10, true},
-                               {"ico", 12, false}, {"cur", 13, false}, {"ani", 14, false}};
+constexpr Format kFormats[] = {{"jpg", 1, true},   {"bmp", 2, true},  {"tif", 3, true},  {"gif", 4, true},
+                               {"emf", 5, true},   {"j2k", 6, true},  {"pcx", 7, true},  {"png", 8, true},
+                               {"ras", 9, true},   {"tga", 10, true}, {"wmf", 11, true}, {"ico", 12, false},
+                               {"cur", 13, false}, {"ani", 14, false}};
 
 // A whole file of the format, made by the program itself from a sample; "" for a format that is only read.
 std::string sWholeFile(const Workplace& objPlace, const Format& objFormat)

@@ -1,0 +1,110 @@
+// Every writer and every reader, against other programs.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/support/program.h"
+
+namespace
+{
+
+// The mean difference of two pictures as other programs decode them, in levels; 1000 when they can't be
+// compared.
+double dDifference(const std::string& sLeft, const std::string& sRight)
+{
+    const std::string sA = sDecodedByOthers(sLeft);
+    const std::string sB = sDecodedByOthers(sRight);
+    if (sA.empty() || sA.size() != sB.size())
+        return 1000;
+    double dSum = 0;
+    for (std::size_t i = 0; i < sA.size(); ++i)
+        dSum += std::abs(static_cast<unsigned char>(sA[i]) - static_cast<unsigned char>(sB[i]));
+    return dSum / static_cast<double>(sA.size());
+}
+
+}  // namespace
+
+TEST(Formats, OtherProgramsReadWhatIsWritten)
+{
+    const Workplace objPlace;
+    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
+
+    for (const char* sExtension : {"bmp", "tif", "j2k", "pcx", "png", "ras", "tga"}) {
+        const std::string sTarget = objPlace.sPath(std::string("o.") + sExtension);
+        objVarnel(objPlace, {"/S", sBmp, "/T", sTarget});
+        EXPECT_EQ(dDifference(sTarget, sBmp), 0) << sExtension;
+    }
+    for (const auto& [sExtension, dMost] : {std::pair{"jpg", 3.0}, std::pair{"gif", 9.0}}) {
+        const std::string sTarget = objPlace.sPath(std::string("o.") + sExtension);
+        objVarnel(objPlace, {"/S", sBmp, "/T", sTarget, "/4", "90"});
+        EXPECT_LT(dDifference(sTarget, sBmp), dMost) << sExtension;
+    }
+}
+
+TEST(Formats, MetafilesComeBackAsTheyWereWritten)
+{
+    const Workplace objPlace;
+    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
+
+    for (const char* sExtension : {"emf", "wmf"}) {
+        const std::string sMeta = objPlace.sPath(std::string("m.") + sExtension);
+        const std::string sBack = objPlace.sPath(std::string("back-") + sExtension + ".bmp");
+        objVarnel(objPlace, {"/S", sBmp, "/T", sMeta});
+        objVarnel(objPlace, {"/S", sMeta, "/T", sBack});
+        EXPECT_EQ(dDifference(sBack, sBmp), 0) << sExtension;
+    }
+}
+
+TEST(Formats, WhatOtherProgramsWriteIsRead)
+{
+    const Workplace objPlace;
+    const std::string sPlain = objPlace.sPath("a.ppm");
+    ASSERT_EQ(
+        objRun({"convert-im6.q16", objPlace.sCopySample("landscape-small.bmp", "a.bmp"), sPlain}).lStatus, 0);
+
+    for (const std::string sExtension :
+         {"bmp", "tif", "jp2", "pcx", "png", "ras", "tga", "gif", "jpg", "ico", "cur"}) {
+        const std::string sForeign = objPlace.sPath("f." + sExtension);
+        const std::string sOurs = objPlace.sPath("ours-" + sExtension + ".png");
+        const std::string sPrefix = sExtension == "ras" ? "sun:" : "";
+        // ImageMagick writes and reads Targa rows the wrong way up.
+        const bool bTarga = sExtension == "tga";
+        const std::vector<std::string> aMaker =
+            bTarga ? std::vector<std::string>{"gm", "convert"} : std::vector<std::string>{"convert-im6.q16"};
+        std::vector<std::string> aCommand = aMaker;
+        aCommand.insert(aCommand.end(), {sPlain, sPrefix + sForeign});
+        ASSERT_EQ(objRun(aCommand).lStatus, 0) << sExtension;
+
+        objVarnel(objPlace, {"/S", sForeign, "/F-1", "/T", sOurs});
+
+        EXPECT_LT(dDifference(sOurs, bTarga ? sPlain : sForeign), 0.6) << sExtension;
+    }
+}
+
+TEST(Formats, ReadsEveryFrameOfAnAnimatedCursor)
+{
+    const Workplace objPlace;
+    const std::string sIcon = objPlace.sCopySample("graphics/badge.ico", "badge.ico");
+    const std::string sBytes = objPlace.sRead("badge.ico");
+    const auto sNumber = [](std::size_t n) {
+        std::string s;
+        for (int l = 0; l < 4; ++l, n >>= 8)
+            s += static_cast<char>(n & 255);
+        return s;
+    };
+    // RIFF ACON with a header chunk of two frames and the icon twice.
+    const std::string sIconChunk =
+        "icon" + sNumber(sBytes.size()) + sBytes + (sBytes.size() % 2 ? std::string(1, 0) : "");
+    const std::string sList = "fram" + sIconChunk + sIconChunk;
+    const std::string sHeader = "anih" + sNumber(36) + sNumber(36) + sNumber(2) + sNumber(2) +
+                                std::string(16, '\0') + sNumber(6) + sNumber(1);
+    const std::string sBody = "ACON" + sHeader + "LIST" + sNumber(sList.size()) + sList;
+    const std::string sAni = objPlace.sWrite("badge.ani", "RIFF" + sNumber(sBody.size()) + sBody);
+
+    objVarnel(objPlace, {"/S", sAni, "/T", objPlace.sPath("ani.png")});
+    objVarnel(objPlace, {"/S", sIcon, "/T", objPlace.sPath("ico.png")});
+
+    EXPECT_EQ(dDifference(objPlace.sPath("ani.png"), objPlace.sPath("ico.png")), 0);
+}
