@@ -86,8 +86,8 @@ TEST(Formats, WhatOtherProgramsWriteIsRead)
 TEST(Formats, ReadsEveryFrameOfAnAnimatedCursor)
 {
     const Workplace objPlace;
-    const std::string sIcon = objPlace.sCopySample("graphics/badge.ico", "badge.ico");
-    const std::string sBytes = objPlace.sRead("badge.ico");
+    const std::string sIcon = objPlace.sCopySample("graphics/icon.ico", "icon.ico");
+    const std::string sBytes = objPlace.sRead("icon.ico");
     const auto sNumber = [](std::size_t n) {
         std::string s;
         for (int l = 0; l < 4; ++l, n >>= 8)
@@ -101,7 +101,7 @@ TEST(Formats, ReadsEveryFrameOfAnAnimatedCursor)
     const std::string sHeader = "anih" + sNumber(36) + sNumber(36) + sNumber(2) + sNumber(2) +
                                 std::string(16, '\0') + sNumber(6) + sNumber(1);
     const std::string sBody = "ACON" + sHeader + "LIST" + sNumber(sList.size()) + sList;
-    const std::string sAni = objPlace.sWrite("badge.ani", "RIFF" + sNumber(sBody.size()) + sBody);
+    const std::string sAni = objPlace.sWrite("icon.ani", "RIFF" + sNumber(sBody.size()) + sBody);
 
     objVarnel(objPlace, {"/S", sAni, "/T", objPlace.sPath("ani.png")});
     objVarnel(objPlace, {"/S", sIcon, "/T", objPlace.sPath("ico.png")});
