@@ -1,0 +1,48 @@
+// Cuts a picture into bands of rows for the machine's cores.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <new>
+
+#include "src/platform/image_buffer.h"
+
+namespace transforms
+{
+
+/// Works on rows lFirst to lEnd - 1, the band with that number.
+using BandWork = std::function<void(std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd)>;
+
+/// How many bands aImage is worth: one for a small picture, since a thread costs more than that saves.
+std::size_t nBands(const ImageBuffer& aImage);
+
+/// Calls fnWork for each of nCount bands, several at a time; returns when all are done. fnWork must not
+/// allocate: what a failure half way would leave behind is no picture. Hand a large closure in by std::ref.
+void RunBands(const ImageBuffer& aImage, std::size_t nCount, const BandWork& fnWork);
+
+/// The same with nBands(aImage) bands, for work(first row, row after the last) that needs nothing of its own.
+/// Allocates nothing that it can't do without, and so never fails.
+template <typename Work>
+void RunBands(const ImageBuffer& aImage, const Work& fnRows)
+{
+    const auto fnWork = [&fnRows](std::size_t, std::int32_t lFirst, std::int32_t lEnd) {
+        fnRows(lFirst, lEnd);
+    };
+    RunBands(aImage, nBands(aImage), std::ref(fnWork));
+}
+
+/// Calls fnWork, which may throw std::bad_alloc before it changes the picture, and is False if it did.
+template <typename Work>
+bool bWithMemory(const Work& fnWork)
+{
+    try {
+        fnWork();
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+}  // namespace transforms

@@ -1,0 +1,23 @@
+// How often each level occurs in a picture.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "src/platform/image_buffer.h"
+
+namespace transforms
+{
+
+/// For each level the number of pixels that have it. A pixel whose alpha is 0 isn't seen and isn't counted:
+/// what lies behind the cut-out part of a picture, black as a rule, must not steer how the rest is corrected.
+using Histogram = std::array<std::uint64_t, 256>;
+
+/// Of one channel, 0 to lChannels - 1.
+Histogram aChannelHistogram(const ImageBuffer& aImage, std::int32_t lChannel);
+
+/// Of the intensities (intensity.h).
+Histogram aIntensityHistogram(const ImageBuffer& aImage);
+
+}  // namespace transforms

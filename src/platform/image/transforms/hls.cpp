@@ -1,0 +1,185 @@
+// Colour operations on hue, lightness and saturation.
+#include "src/platform/image/transforms/hls.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/row_loop.h"
+#include "src/platform/image/transforms/tables.h"
+
+namespace transforms
+{
+
+// On the scale of 0 to 255; the lightness is kept doubled (M + m), so that it is a whole number at first.
+struct HlsChange {
+    float fTurn = 0;        // sixths of a turn, 0 to 6
+    float fLightScale = 1;  // M + m becomes fLightScale (M + m) + fLightAdd
+    float fLightAdd = 0;
+    float fSaturation = 1;  // factor of the chroma
+};
+
+struct Pixel {
+    float fBlue, fGreen, fRed;
+};
+
+ROW_LOOP_PART static float fBetween(float f, float fLow, float fHigh)
+{
+    f = f < fLow ? fLow : f;
+    return f > fHigh ? fHigh : f;
+}
+
+// M and m stay and the hue moves, so the new values are m + C times the share that each channel has at a hue:
+// one between a sixth of a turn before and after its own, falling to none at a third.
+ROW_LOOP_PART static Pixel objTurned(Pixel obj, float fMost, float fLeast, float fTurn)
+{
+    const float fChroma = fMost - fLeast;
+    const float fFromGreen = obj.fBlue - obj.fRed;
+    const float fFromRed = obj.fGreen - obj.fBlue;
+    const float fFromBlue = obj.fRed - obj.fGreen;
+    const float fDifference = obj.fRed == fMost ? fFromRed : obj.fGreen == fMost ? fFromGreen : fFromBlue;
+    const float fSector = obj.fRed == fMost ? 0.0F : obj.fGreen == fMost ? 2.0F : 4.0F;
+    float fHue = fDifference / (fChroma < 1.0F ? 1.0F : fChroma) + fSector + fTurn;
+    fHue -= fHue >= 6.0F ? 6.0F : 0.0F;
+    fHue += fHue < 0.0F ? 6.0F : 0.0F;
+    return {fLeast + fChroma * fBetween(2.0F - std::fabs(fHue - 4.0F), 0.0F, 1.0F),
+            fLeast + fChroma * fBetween(2.0F - std::fabs(fHue - 2.0F), 0.0F, 1.0F),
+            fLeast + fChroma * fBetween(std::fabs(fHue - 3.0F) - 1.0F, 0.0F, 1.0F)};
+}
+
+// With the hue kept, every channel's distance from the lightness shrinks or grows with the chroma.
+ROW_LOOP_PART static Pixel objScaled(Pixel obj, float fMost, float fLeast, const HlsChange& objChange)
+{
+    const float fChroma = fMost - fLeast;
+    const float fSum = fMost + fLeast;
+    const float fNewSum = fSum * objChange.fLightScale + objChange.fLightAdd;
+    const float fRoom = 255.0F - std::fabs(fSum - 255.0F);
+    const float fNewRoom = 255.0F - std::fabs(fNewSum - 255.0F);
+    const float fRatio = fNewRoom / (fRoom < 1.0F ? 1.0F : fRoom);
+    const float fCap = fNewRoom < 255.0F / 8.0F ? 1.0F : fNewRoom * (8.0F / 255.0F);
+    float fNewChroma = fChroma * objChange.fSaturation;
+    fNewChroma = fNewChroma > fRoom ? fRoom : fNewChroma;
+    fNewChroma *= fRatio < fCap ? fRatio : fCap;
+    const float fGain = fNewChroma / (fChroma < 1.0F ? 1.0F : fChroma);
+    const float fMiddle = fSum / 2.0F, fNewMiddle = fNewSum / 2.0F;
+    return {fNewMiddle + (obj.fBlue - fMiddle) * fGain, fNewMiddle + (obj.fGreen - fMiddle) * fGain,
+            fNewMiddle + (obj.fRed - fMiddle) * fGain};
+}
+
+ROW_LOOP_PART static std::uint8_t nRounded(float f)
+{
+    return static_cast<std::uint8_t>(static_cast<std::int32_t>(fBetween(f + 0.5F, 0.0F, 255.0F)));
+}
+
+template <int kChannels, bool kTurn>
+ROW_LOOP_PART static void ChangeRow(std::uint8_t* __restrict pPixels, std::size_t nPixels,
+                                    const HlsChange& objGiven)
+{
+    const HlsChange objChange = objGiven;  // a copy of its own, which no store through pPixels can change
+    for (std::size_t i = 0; i < nPixels; ++i) {
+        std::uint8_t* __restrict pPixel = pPixels + i * kChannels;
+        Pixel obj{static_cast<float>(pPixel[0]), static_cast<float>(pPixel[1]),
+                  static_cast<float>(pPixel[2])};
+        const float fBlueGreen = obj.fBlue < obj.fGreen ? obj.fGreen : obj.fBlue;
+        const float fMost = fBlueGreen < obj.fRed ? obj.fRed : fBlueGreen;
+        const float fLessOfTwo = obj.fBlue < obj.fGreen ? obj.fBlue : obj.fGreen;
+        const float fLeast = fLessOfTwo < obj.fRed ? fLessOfTwo : obj.fRed;
+        if constexpr (kTurn)
+            obj = objTurned(obj, fMost, fLeast, objChange.fTurn);
+        obj = objScaled(obj, fMost, fLeast, objChange);
+        pPixel[0] = nRounded(obj.fBlue);
+        pPixel[1] = nRounded(obj.fGreen);
+        pPixel[2] = nRounded(obj.fRed);
+    }
+}
+
+using RowChange = void (*)(std::uint8_t* __restrict, std::size_t, const HlsChange&);
+
+ROW_LOOP static void Scale3(std::uint8_t* __restrict p, std::size_t n, const HlsChange& obj)
+{
+    ChangeRow<3, false>(p, n, obj);
+}
+ROW_LOOP static void Scale4(std::uint8_t* __restrict p, std::size_t n, const HlsChange& obj)
+{
+    ChangeRow<4, false>(p, n, obj);
+}
+ROW_LOOP static void Both3(std::uint8_t* __restrict p, std::size_t n, const HlsChange& obj)
+{
+    ChangeRow<3, true>(p, n, obj);
+}
+ROW_LOOP static void Both4(std::uint8_t* __restrict p, std::size_t n, const HlsChange& obj)
+{
+    ChangeRow<4, true>(p, n, obj);
+}
+
+static void ChangeGrey(ImageBuffer& aImage, const HlsChange& objChange)
+{
+    Table aTable;
+    for (std::size_t n = 0; n < aTable.size(); ++n)
+        aTable[n] = nRounded((static_cast<float>(2 * n) * objChange.fLightScale + objChange.fLightAdd) / 2);
+    ApplyTable(aImage, aTable);
+}
+
+bool BalanceHLS(ImageBuffer& aImage, double dHue, double dLightness, double dSaturation)
+{
+    HlsChange objChange;
+    if (std::isfinite(dHue)) {
+        const double dTurn = std::fmod(dHue, 360.0);
+        objChange.fTurn = static_cast<float>((dTurn < 0 ? dTurn + 360 : dTurn) / 60);
+    }
+    if (!std::isnan(dLightness)) {
+        const double dShare = std::clamp(dLightness, -1.0, 1.0);
+        objChange.fLightScale = static_cast<float>(1 - std::fabs(dShare));
+        objChange.fLightAdd = static_cast<float>(dShare > 0 ? 510 * dShare : 0);
+    }
+    if (!std::isnan(dSaturation)) {
+        const double dShare = std::clamp(dSaturation, -1.0, 1.0);
+        // 256 times is enough to take a chroma of one level to any room.
+        objChange.fSaturation = static_cast<float>(
+            dShare < 0 ? 1 + dShare : std::min(256.0, 1 / std::max(1 - dShare, 1.0 / 256)));
+    }
+
+    const bool bTurn = objChange.fTurn > 0 && objChange.fTurn < 6;
+    const bool bScale = objChange.fLightScale != 1 || objChange.fLightAdd != 0 || objChange.fSaturation != 1;
+    if (!bTurn && !bScale)
+        return true;
+    if (aImage.lChannels == 1) {
+        ChangeGrey(aImage, objChange);
+        return true;
+    }
+    const bool bAlpha = aImage.lChannels == 4;
+    // A turn alone goes through the scaling too, by 1: the compiler makes a quicker loop of both than of the
+    // one.
+    const RowChange fnChange = bTurn ? (bAlpha ? Both4 : Both3) : (bAlpha ? Scale4 : Scale3);
+    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    const std::size_t nRowBytes = nWidth * static_cast<std::size_t>(aImage.lChannels);
+    RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
+        for (std::int32_t y = lFirst; y < lEnd; ++y)
+            fnChange(aImage.aBytes.data() + nRowBytes * static_cast<std::size_t>(y), nWidth, objChange);
+    });
+    return true;
+}
+
+bool Hue(ImageBuffer& aImage, double dAngle)
+{
+    return BalanceHLS(aImage, dAngle, 0, 0);
+}
+
+bool Lightness(ImageBuffer& aImage, double dLightness)
+{
+    return BalanceHLS(aImage, 0, dLightness, 0);
+}
+
+bool Saturation(ImageBuffer& aImage, double dSaturation)
+{
+    return BalanceHLS(aImage, 0, 0, dSaturation);
+}
+
+bool Desaturate(ImageBuffer& aImage)
+{
+    return BalanceHLS(aImage, 0, 0, -1);
+}
+
+}  // namespace transforms

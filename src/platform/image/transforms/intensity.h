@@ -1,0 +1,33 @@
+// What of a colour is brightness: the intensity of pixels, and the operations made of it.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "src/platform/image_buffer.h"
+
+namespace transforms
+{
+
+/// (0.299 R + 0.587 G + 0.114 B), rounded: luma by ITU-R BT.601, on the values as they are stored. The
+/// weights are counted in 65536ths (19595, 38470, 7471), so that grey v has the intensity v exactly.
+constexpr std::uint8_t nIntensity(std::uint32_t nBlue, std::uint32_t nGreen, std::uint32_t nRed)
+{
+    return static_cast<std::uint8_t>((7471 * nBlue + 38470 * nGreen + 19595 * nRed + 32768) >> 16);
+}
+
+/// The intensities of nPixels pixels of 1, 3 or 4 channels, one byte each.
+void IntensityRow(const std::uint8_t* pPixels, std::size_t nPixels, std::int32_t lChannels,
+                  std::uint8_t* pIntensity);
+
+/// Every pixel becomes the grey of its intensity. The picture keeps its channels, alpha its values; a grey
+/// picture stays as it is. False, with the picture as it was, only when there is no memory.
+bool Intensity(ImageBuffer& aImage);
+
+/// Pixels whose intensity is greater than nLevel become white, all others black; alpha stays. So 255 makes
+/// everything black, and 0 leaves only black black. Never False.
+bool Threshold(ImageBuffer& aImage, std::uint8_t nLevel);
+
+}  // namespace transforms

@@ -1,0 +1,29 @@
+// Changing every value of a channel by a table.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "src/platform/image_buffer.h"
+
+namespace transforms
+{
+
+/// For each of a channel's 256 values the one that takes its place.
+using Table = std::array<std::uint8_t, 256>;
+
+/// The table that changes nothing.
+Table aIdentityTable();
+
+/// dValue rounded to the nearest level, halves up, and brought to 0..255; NaN is 0.
+std::uint8_t nLevel(double dValue);
+
+/// Puts each colour channel through its table; alpha stays. A grey picture gets the intensity (see
+/// intensity.h) of the colour that its grey would have become; with three equal tables that is the table.
+void ApplyTables(ImageBuffer& aImage, const Table& aBlue, const Table& aGreen, const Table& aRed);
+
+/// The same table for all colour channels.
+void ApplyTable(ImageBuffer& aImage, const Table& aTable);
+
+}  // namespace transforms
