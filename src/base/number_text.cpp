@@ -104,3 +104,15 @@ std::string sFormatOneDecimal(double dValue, char cDecimalSign)
     sResult = sReplaceAll(sResult, ".", std::string_view(&cDecimalSign, 1));
     return dValue < 0 && dTenths > 0 ? "-" + sResult : sResult;
 }
+
+std::string sFromDouble(double dValue, char cDecimalSign)
+{
+    const double dSize = std::fabs(dValue);
+    const bool bPlain = dSize == 0 || (dSize >= 1e-5 && dSize < 1e15);
+    char aBuffer[64];
+    const auto [pEnd, nError] =
+        std::to_chars(aBuffer, aBuffer + sizeof aBuffer, dValue,
+                      bPlain ? std::chars_format::fixed : std::chars_format::scientific);
+    const std::string sResult(aBuffer, nError == std::errc() ? pEnd : aBuffer);
+    return sReplaceAll(sResult, ".", std::string_view(&cDecimalSign, 1));
+}

@@ -27,3 +27,7 @@ std::int32_t lLeadingNumber(std::string_view sText);
 
 /// One decimal, at least one digit before it, halves away from zero: the formats "##0.0" and "#0.0".
 std::string sFormatOneDecimal(double dValue, char cDecimalSign = '.');
+
+/// The number as plain text, as short as still gives the same number when it is read. Only the very large and
+/// the very small have an exponent.
+std::string sFromDouble(double dValue, char cDecimalSign = '.');

@@ -136,3 +136,25 @@ TEST(FormatOneDecimal, SurvivesEveryNumber)
     for (const double dOdd : {1e308, -1e308, HUGE_VAL, -HUGE_VAL, std::nan("")})
         EXPECT_FALSE(sFormatOneDecimal(dOdd).empty());
 }
+
+TEST(FromDouble, IsAsShortAsReadsBackTheSame)
+{
+    EXPECT_EQ(sFromDouble(0.75), "0.75");
+    EXPECT_EQ(sFromDouble(45), "45");
+    EXPECT_EQ(sFromDouble(-0.1), "-0.1");
+    EXPECT_EQ(sFromDouble(0), "0");
+    EXPECT_EQ(sFromDouble(0.0001), "0.0001");
+    EXPECT_EQ(sFromDouble(1.0 / 3), "0.3333333333333333");
+}
+
+TEST(FromDouble, UsesTheDecimalSignOfTheLocale)
+{
+    EXPECT_EQ(sFromDouble(0.75, ','), "0,75");
+}
+
+TEST(FromDouble, WritesAnExponentForTheVeryLargeAndTheVerySmall)
+{
+    EXPECT_EQ(dToDouble(sFromDouble(1.7e308)), 1.7e308);
+    EXPECT_EQ(dToDouble(sFromDouble(-4.9e-324)), -4.9e-324);
+    EXPECT_EQ(sFromDouble(1e20), "1e+20");
+}
