@@ -9,8 +9,10 @@
 #include "src/job/modFileTypes.h"
 #include "src/job/modTargetNaming.h"
 #include "src/job/modTaskTables.h"
+#include "src/platform/locale.h"
+#include "src/specialprocess/modSpecialProcessDetails.h"
 
-constexpr std::int32_t kProcessLaunch = 100;
+constexpr std::int32_t kLastInterpolation = 2;
 
 static bool bFail(clsConversionOptions& objOptions, std::int32_t lErr)
 {
@@ -104,23 +106,40 @@ void ValidateConversionRequest(Application& app, clsConversionOptions& objOption
 
 static bool bCheckSpecialFiles(Application& app, clsConversionOptions& objOptions)
 {
-    if (objOptions.lSpecialProcess == kProcessLaunch)
+    if (objOptions.lSpecialProcess == SP_LAUNCH)
         return true;
     if (sTrim(objOptions.sOriginalFile).empty() || sTrim(objOptions.sTargetFile).empty())
         return bFail(objOptions, kErrEmptyFile);
     return bCheckFiles(app, objOptions);
 }
 
-static bool bCheckProcess(clsConversionOptions& objOptions)
+static bool bCheckResize(Application& app, clsConversionOptions& objOptions)
 {
-    if (objOptions.lSpecialProcess == kProcessLaunch && bHasWildcard(objOptions.sOriginalFile))
+    const SpecialProcessRow& objRow = *pSpecialProcess(SP_TRANSFORM_RESIZE);
+    DetailsValues aValues = aFreshValues(objRow);
+    std::string sPrefix;
+    ReadDetails(objRow, objOptions.sExtraParams, sPrefix, aValues, app.svc.objLocale.cDecimalSign());
+    const auto lValue = [&](std::size_t i) { return std::get<std::int32_t>(aValues[i]); };
+    if (lValue(0) < 0 || lValue(1) < 0)
+        return bFail(objOptions, kErrSize);
+    if (lValue(2) < 0 || lValue(2) > kLastInterpolation)
+        return bFail(objOptions, kErrInterpolation);
+    return true;
+}
+
+static bool bCheckProcess(Application& app, clsConversionOptions& objOptions)
+{
+    if (objOptions.lSpecialProcess == SP_TRANSFORM_RESIZE)
+        return bCheckResize(app, objOptions);
+    if (objOptions.lSpecialProcess == SP_LAUNCH && bHasWildcard(objOptions.sOriginalFile))
         return bFail(objOptions, kErrProcessOriginal);
     return true;
 }
 
 void ValidateSpecializedRequest(Application& app, clsConversionOptions& objOptions)
 {
-    if (bIsJobRequest(app, objOptions) || !bCheckSpecialFiles(app, objOptions) || !bCheckProcess(objOptions))
+    if (bIsJobRequest(app, objOptions) || !bCheckSpecialFiles(app, objOptions) ||
+        !bCheckProcess(app, objOptions))
         return;
     objOptions.lTargetFileType = objOptions.lOriginalFileType;
     if (!bIsTaskProcess(objOptions.lSpecialProcess))

@@ -193,9 +193,9 @@ static void ReadSpecialFields(Application& app, const Section& objSection)
     ReadListIndex(objSection, frm.cbCommandLineThreadPriority, "1");
     frm.txtCommandLineWaitTimeInSeconds.SetText(objSection.sRead("txtCommandLineWaitTimeInSeconds", "-1"));
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
-        if (objRow.sFirstStartDetails)
-            frm.asSP_Details.at(objRow.lSpecialProcess) = objSection.sRead(
-                sDetailsKey(objRow), kFirstStartImageConversionOptions + objRow.sFirstStartDetails);
+        if (const std::string sOwn = sFirstStartDetails(objRow); !sOwn.empty())
+            frm.asSP_Details.at(objRow.lSpecialProcess) =
+                objSection.sRead(sDetailsKey(objRow), kFirstStartImageConversionOptions + sOwn);
 }
 
 void ReadIniFile(Application& app, const std::function<void()>& fnRefreshGUIOptions)
@@ -247,7 +247,7 @@ void SaveIniFile(Application& app)
     SaveWidths(objSection, frm.fgLog);
     SaveWidths(objSection, frm.fgToDo);
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
-        if (objRow.sFirstStartDetails)
+        if (!sFirstStartDetails(objRow).empty())
             objSection.Write(sDetailsKey(objRow), frm.asSP_Details.at(objRow.lSpecialProcess));
     SavePlace(objSection, frm.objPlace);
 

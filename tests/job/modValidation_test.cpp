@@ -266,6 +266,31 @@ TEST_F(ValidateSpecial, KnowsTheNumbersOfTheProcesses)
     }
 }
 
+TEST_F(ValidateSpecial, ChecksTheSizeAndTheMethodOfAResize)
+{
+    objOptions.lSpecialProcess = 2;
+    const auto lErrWith = [&](const std::string& sOwn) {
+        objOptions.sExtraParams = "1^0^FALSE^75^^^^^^^^" + sOwn;
+        return lErrOf("/p/a.bmp", "/out/a.bmp");
+    };
+    EXPECT_EQ(lErrWith("-1^10^0^0^FALSE^"), -200);
+    EXPECT_EQ(lErrWith("10^-1^7^0^FALSE^"), -200);
+    EXPECT_EQ(lErrWith("10^10^3^0^FALSE^"), -201);
+    EXPECT_EQ(lErrWith("10^10^-1^0^FALSE^"), -201);
+    EXPECT_EQ(lErrWith("10^10^2^0^TRUE^"), 0);
+    EXPECT_EQ(lErrWith("0^0^0^0^FALSE^"), 0);
+    EXPECT_EQ(lErrWith("wide^high^smooth"), 0);
+    objOptions.sExtraParams = "";
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), 0);
+}
+
+TEST_F(ValidateSpecial, DoesntLookIntoTheDetailsOfOtherProcesses)
+{
+    objOptions.lSpecialProcess = 6;
+    objOptions.sExtraParams = "1^0^FALSE^75^^^^^^^^-5^-5^0^";
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), 0);
+}
+
 TEST_F(ValidateSpecial, LetsALaunchPassWithoutFiles)
 {
     objOptions.lSpecialProcess = 100;
