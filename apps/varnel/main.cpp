@@ -11,11 +11,13 @@
 #include "src/platform/headless/headless_windows.h"
 #include "src/platform/image/codec_image_file.h"
 #include "src/platform/image/picture_memory.h"
+#include "src/platform/image/transform_module.h"
 #include "src/platform/posix/posix_clock.h"
 #include "src/platform/posix/posix_file_system.h"
 #include "src/platform/posix/posix_ini_file.h"
 #include "src/platform/posix/posix_locale.h"
 #include "src/platform/posix/posix_named_mutex.h"
+#include "src/platform/posix/posix_processes.h"
 #include "src/platform/posix/posix_program_folders.h"
 
 static void Run(const std::vector<std::string>& aArguments)
@@ -32,8 +34,11 @@ static void Run(const std::vector<std::string>& aArguments)
     HeadlessWindows objWindows;
     CodecImageFile objImageFile(objFileSystem);
     BufferImageUtility objImageUtility;
+    LazyImageTransform objImageTransform;
+    PosixProcessLauncher objProcessLauncher(objFileSystem);
     Application app(Services{objFileSystem, objIniFile, objClock, objLocale, objNamedMutex, objFolders,
-                             objWindows, objImageFile, objImageUtility});
+                             objWindows, objImageFile, objImageUtility, objImageTransform,
+                             objProcessLauncher});
     Main(app, sCommandText(aArguments));
 }
 

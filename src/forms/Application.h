@@ -14,10 +14,12 @@
 class Clock;
 class FileSystem;
 class ImageFile;
+class ImageTransform;
 class ImageUtility;
 class IniFile;
 class Locale;
 class NamedMutex;
+class ProcessLauncher;
 class ProgramFolders;
 class WindowServices;
 
@@ -32,6 +34,8 @@ struct Services {
     WindowServices& objWindows;
     ImageFile& ImageFile1;
     ImageUtility& ImageUtility1;
+    ImageTransform& ImageTransform1;
+    ProcessLauncher& objProcessLauncher;
 };
 
 /// Made once by main (or by a test, with services in memory) and handed to the routines as their first

@@ -3,8 +3,10 @@
 
 #include "src/forms/Application.h"
 #include "tests/fakes/fake_file_system.h"
+#include "tests/fakes/fake_processes.h"
 #include "tests/fakes/fake_services.h"
 #include "tests/fakes/recording_image_file.h"
+#include "tests/fakes/recording_image_transform.h"
 #include "tests/fakes/scripted_windows.h"
 
 /// The services come first, since the Application borrows them.
@@ -18,12 +20,14 @@ struct TestServices {
     ScriptedWindows objWindows;
     RecordingImageFile objImages{objFiles};
     FakeImageUtility objUtility;
+    RecordingImageTransform objTransform;
+    FakeProcessLauncher objLauncher;
 };
 
 struct TestApplication : TestServices, Application {
     TestApplication()
         : Application(Services{objFiles, objIni, objClock, objLocale, objMutex, objFolders, objWindows,
-                               objImages, objUtility})
+                               objImages, objUtility, objTransform, objLauncher})
     {
         sIniFile = "/settings/VL_SearchHistory.INI";
     }

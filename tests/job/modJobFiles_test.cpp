@@ -283,7 +283,8 @@ TEST(LoadJobFile, TellsAFailureInABoxAndKeepsTheRowsReadSoFar)
     objFiles.AddFile("/jobs/a.vjb");
     Application app(Services{objFiles, objServices.objIni, objServices.objClock, objServices.objLocale,
                              objServices.objMutex, objServices.objFolders, objServices.objWindows,
-                             objServices.objImages, objServices.objUtility});
+                             objServices.objImages, objServices.objUtility, objServices.objTransform,
+                             objServices.objLauncher});
 
     LoadJobFile(app, "/jobs/a.vjb", 1, app.frmMain.fgToDo);
 

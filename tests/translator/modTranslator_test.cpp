@@ -273,7 +273,8 @@ TEST(InitializeTranslator, FallsBackToEnglishWhenTheFileCannotBeReadToItsEnd)
     FailingFileSystem objFiles;
     objFiles.AddFile(kGerman, "\"Done\",\"Erledigt\"\n");
     Application app(Services{objFiles, svc.objIni, svc.objClock, svc.objLocale, svc.objMutex, svc.objFolders,
-                             svc.objWindows, svc.objImages, svc.objUtility});
+                             svc.objWindows, svc.objImages, svc.objUtility, svc.objTransform,
+                             svc.objLauncher});
     SetLanguageCode(app, "German");
 
     InitializeTranslator(app);

@@ -1,0 +1,38 @@
+// Starts programs of the host.
+// Room: platform_posix. May use: base, platform.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "src/platform/processes.h"
+
+class FileSystem;
+
+/// The arguments of a text: cut at blanks; double quotes hold together what has blanks and are left out. ""
+/// is an argument that is empty; a quote that isn't closed reaches to the end.
+std::vector<std::string> aCutArguments(const std::string& sArguments);
+
+/// The niceness for a priority: 64 is 19, 32 is 0, 128 is -5, 256 is -10; false for any other number.
+bool bNicenessOfPriority(std::int32_t lPriority, int& nNiceness);
+
+/// A priority that the host refuses leaves the program at its own. Programs that are let go while they run
+/// are collected, once they have ended, when the next one is started or the launcher goes.
+class PosixProcessLauncher : public ProcessLauncher
+{
+public:
+    /// Borrows the file system, which knows where a path leads.
+    explicit PosixProcessLauncher(const FileSystem& objFileSystem);
+    PosixProcessLauncher(const PosixProcessLauncher&) = delete;
+    PosixProcessLauncher& operator=(const PosixProcessLauncher&) = delete;
+    ~PosixProcessLauncher() override;
+
+    std::unique_ptr<ChildProcess> pStart(const ProcessStart& objStart) override;
+
+private:
+    class Child;
+    void CollectEnded();
+
+    const FileSystem& m_objFileSystem;
+    std::vector<int> m_aLeftRunning;  ///< process numbers of programs that were let go
+};

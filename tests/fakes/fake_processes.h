@@ -1,0 +1,43 @@
+// Programs that end when the test says so.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "src/platform/processes.h"
+
+class FakeProcessLauncher : public ProcessLauncher
+{
+public:
+    std::vector<ProcessStart> aStarts;  ///< every program asked for, in order
+    std::vector<std::int32_t> aWaits;   ///< the milliseconds of every look at a program, in order
+    bool bCanStart = true;
+    int lLooksUntilEnd = 1;  ///< a program has ended at this look; 0: never
+    std::int32_t lExitCode = 0;
+    std::function<void()> OnLook;  ///< what happens meanwhile
+
+    std::unique_ptr<ChildProcess> pStart(const ProcessStart& objStart) override
+    {
+        aStarts.push_back(objStart);
+        return bCanStart ? std::make_unique<Child>(*this) : nullptr;
+    }
+
+private:
+    class Child : public ChildProcess
+    {
+    public:
+        explicit Child(FakeProcessLauncher& objLauncher) : m_objLauncher(objLauncher) {}
+        bool bWaitForEnd(std::int32_t lMilliseconds) override
+        {
+            m_objLauncher.aWaits.push_back(lMilliseconds);
+            if (m_objLauncher.OnLook)
+                m_objLauncher.OnLook();
+            const int lLooks = static_cast<int>(m_objLauncher.aWaits.size());
+            return m_objLauncher.lLooksUntilEnd != 0 && lLooks >= m_objLauncher.lLooksUntilEnd;
+        }
+        std::int32_t lExitCode() const override { return m_objLauncher.lExitCode; }
+
+    private:
+        FakeProcessLauncher& m_objLauncher;
+    };
+};

@@ -1,0 +1,76 @@
+// The transforms' module, opened on the first operation or missing.
+#include "src/platform/image/transform_module.h"
+
+#include <cstdlib>
+
+#include "src/platform/image/transforms/kernel_image_transform.h"
+
+static ImageBuffer aPicture()
+{
+    ImageBuffer aImage;
+    aImage.lWidth = 2;
+    aImage.lHeight = 1;
+    aImage.lChannels = 4;
+    aImage.aBytes = {1, 2, 3, 40, 5, 6, 7, 255};
+    return aImage;
+}
+
+TEST(LazyImageTransform, HandsThePictureToTheModuleAndTakesItBack)
+{
+    LazyImageTransform objTransform;
+    ImageBuffer aImage = aPicture();
+
+    objTransform.SetImage(aImage);
+    EXPECT_EQ(aImage.lWidth, 0);
+    EXPECT_TRUE(objTransform.FilterReserved(1));
+    objTransform.GetImageBytes(aImage);
+
+    EXPECT_EQ(aImage.aBytes, aPicture().aBytes);
+    objTransform.SetImage(aImage);
+    EXPECT_TRUE(objTransform.FilterReserved(2));
+    objTransform.GetImageBytes(aImage);
+    EXPECT_EQ(aImage.aBytes, aPicture().aBytes);
+}
+
+TEST(LazyImageTransform, IsFalseWithoutTheModuleAndKeepsThePicture)
+{
+    setenv("VARNEL_MODULE_DIR", "/no/such/folder", 1);
+    LazyImageTransform objTransform;
+    ImageBuffer aImage = aPicture();
+    objTransform.SetImage(aImage);
+
+    EXPECT_FALSE(objTransform.FilterReserved(1));
+    EXPECT_FALSE(objTransform.Invert());
+    objTransform.GetImageBytes(aImage);
+
+    EXPECT_EQ(aImage.aBytes, aPicture().aBytes);
+    unsetenv("VARNEL_MODULE_DIR");
+}
+
+TEST(KernelImageTransform, GivesTheOpacityAsItsMask)
+{
+    KernelImageTransform objTransform;
+    ImageBuffer aImage = aPicture();
+    ImageBuffer aMask;
+    objTransform.SetImage(aImage);
+
+    objTransform.GetMaskBytes(aMask);
+
+    EXPECT_EQ(aMask.lChannels, 1);
+    EXPECT_EQ(aMask.aBytes, (PixelBytes{40, 255}));
+}
+
+TEST(KernelImageTransform, GivesAMaskThatIsWholeForAPictureWithoutAlphaAndNoneForNoPicture)
+{
+    KernelImageTransform objTransform;
+    ImageBuffer aMask = aPicture();
+    objTransform.GetMaskBytes(aMask);
+    EXPECT_EQ(aMask.lWidth, 0);
+
+    ImageBuffer aImage;
+    aImage.lWidth = aImage.lHeight = aImage.lChannels = 1;
+    aImage.aBytes.assign(1, 0);
+    objTransform.SetImage(aImage);
+    objTransform.GetMaskBytes(aMask);
+    EXPECT_EQ(aMask.aBytes, (PixelBytes{255}));
+}
