@@ -344,9 +344,7 @@ std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions&
     return lResult;
 }
 
-// True when deleting the source would delete the target that was just written: the same text, or another path
-// to the same file.
-static bool bSourceIsTarget(Application& app, const clsConversionOptions& objOptions)
+bool bSourceIsTarget(Application& app, const clsConversionOptions& objOptions)
 {
     const FileSystem& objFiles = app.svc.objFileSystem;
     if (bEqualIgnoringCase(objOptions.sOriginalFile, objOptions.sTargetFile))

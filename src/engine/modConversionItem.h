@@ -21,6 +21,10 @@ std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions&
 /// source is not the target. Method 1 only: with any other nothing is converted, and the result is 0.
 std::int32_t lPerformConversionItem(Application& app, clsConversionOptions& objOptions);
 
+/// True when deleting the source would delete the target that was just written: the same text, whatever its
+/// case, or another path to the same file.
+bool bSourceIsTarget(Application& app, const clsConversionOptions& objOptions);
+
 /// Saves aImage by file type code. lErr and sErr are set to 0 and "", or, for a failed save and for a type
 /// that can't be saved alike, to -103 "Unable to convert".
 bool bSaveImageAsType(Application& app, clsConversionOptions& objOptions, std::int32_t lType,

@@ -3,6 +3,7 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/base/number_text.h"
+#include "src/base/text.h"
 #include "src/engine/modRunLog.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
@@ -11,14 +12,17 @@
 #include "src/platform/window_services.h"
 #include "src/translator/modTranslator.h"
 
-static void ShowFile(Application& app, const std::string& sFile, std::int32_t lPosition, std::size_t nCount)
+static void ShowFile(Application& app, const clsConversionOptions& objFile, std::int32_t lPosition,
+                     std::size_t nCount)
 {
     const double dPercent = lPosition * 100.0 / static_cast<double>(nCount);
-    app.frmMain.sCurrentFile = sFile;
-    app.frmMainMDI.sbMain.SetPanel(kPanelFile, sFile);
-    app.frmMainMDI.sbMain.SetPanel(kPanelPercent,
-                                   " " + sFormatOneDecimal(dPercent, app.svc.objLocale.cDecimalSign()) +
-                                       sTranslate(app, " Percent Complete "));
+    const std::string sPercent = sFormatOneDecimal(dPercent, app.svc.objLocale.cDecimalSign());
+    // A conversion has its blank before the number, a special process behind it.
+    const bool bConversion = bContains(objFile.sActionToDo, "C");
+    app.frmMain.sCurrentFile = objFile.sOriginalFile;
+    app.frmMainMDI.sbMain.SetPanel(kPanelFile, objFile.sOriginalFile);
+    app.frmMainMDI.sbMain.SetPanel(kPanelPercent, (bConversion ? " " + sPercent : sPercent + " ") +
+                                                      sTranslate(app, " Percent Complete "));
 }
 
 std::int32_t lWalkFiles(Application& app, const clsConversionOptions& objOptions,
@@ -37,7 +41,7 @@ std::int32_t lWalkFiles(Application& app, const clsConversionOptions& objOptions
         objFile.sTargetFile = sTargetForFile(objPattern, objFile.sOriginalFile, sFolder);
         if (!sFolder.empty() && !bFolderExists(app, sFolder))
             CreateFolderPath(app, sFolder);
-        ShowFile(app, objFile.sOriginalFile, lPosition, colFiles.size());
+        ShowFile(app, objFile, lPosition, colFiles.size());
         const bool bGoOn = fnItem();
         app.frmMainMDI.sbMain.SetPanel(kPanelSeconds, sSecondsOfRun(app));
         if (!bGoOn)

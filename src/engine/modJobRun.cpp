@@ -13,8 +13,8 @@
 #include "src/platform/clock.h"
 #include "src/platform/window_services.h"
 #include "src/shell/modMenuToolbar.h"
+#include "src/specialprocess/modSpecialTask.h"
 #include "src/translator/modTranslator.h"
-
 
 void FindStartPoint(Application& app, Grid& fgToDo, std::int32_t& lRow)
 {
@@ -73,6 +73,8 @@ void PerformBlock(Application& app, std::int32_t lRow, clsConversionOptions& obj
     // "C" is asked first: an action that holds both letters is a conversion.
     if (bContains(objOptions.sActionToDo, "C"))
         PerformBlockConversion(app, lRow, objOptions, lErr);
+    else if (bContains(objOptions.sActionToDo, "S"))
+        PerformBlockSpecialized(app, lRow, objOptions, lErr);
 }
 
 static void RunTasks(Application& app, std::int32_t lStart)
