@@ -1,57 +1,15 @@
-// Finds and opens the player module.
+// Opens the player module.
 #include "src/platform/image/codecs/metafile_module.h"
 
-#include <dlfcn.h>
-
-#include <unistd.h>
-#include <array>
-#include <climits>
-#include <cstdlib>
-#include <string>
+#include "src/platform/image/module_file.h"
 
 static constexpr char kFileName[] = "libvarnel_metafile.so";
-
-static std::string sFolderOf(const std::string& sPath)
-{
-    const std::size_t nLast = sPath.rfind('/');
-    return nLast == std::string::npos ? "" : sPath.substr(0, nLast);
-}
-
-// The folder of the program, and that of the shared library that this code may stand in.
-static std::array<std::string, 2> aOwnFolders()
-{
-    std::array<std::string, 2> aResult;
-    std::array<char, PATH_MAX> aProgram{};
-    const ssize_t nLength = readlink("/proc/self/exe", aProgram.data(), aProgram.size() - 1);
-    if (nLength > 0)
-        aResult[0] = sFolderOf(std::string(aProgram.data(), static_cast<std::size_t>(nLength)));
-    Dl_info objInfo{};
-    if (dladdr(reinterpret_cast<const void*>(&objMetafileModule), &objInfo) != 0 && objInfo.dli_fname &&
-        objInfo.dli_fname[0] == '/')
-        aResult[1] = sFolderOf(objInfo.dli_fname);
-    return aResult;
-}
-
-static void* pOpened()
-{
-    const auto pOpen = [](const std::string& sPath) { return dlopen(sPath.c_str(), RTLD_NOW | RTLD_LOCAL); };
-    if (const char* sFolder = std::getenv("VARNEL_MODULE_DIR"))
-        return pOpen(std::string(sFolder) + '/' + kFileName);
-    for (const std::string& sFolder : aOwnFolders())
-        for (const char* sWhere : {"/", "/../lib/", "/../lib/varnel/"})
-            if (!sFolder.empty())
-                if (void* pModule = pOpen(sFolder + sWhere + kFileName))
-                    return pModule;
-    return pOpen(kFileName);
-}
 
 MetafileModule objMetafileModule()
 {
     static void* pModule = nullptr;
     if (!pModule)
-        pModule = pOpened();
-    if (!pModule)
-        return {};
-    return {reinterpret_cast<PlayMetafile*>(dlsym(pModule, kPlayMetafile)),
-            reinterpret_cast<MeasureMetafile*>(dlsym(pModule, kMeasureMetafile))};
+        pModule = pOpenModule(kFileName);
+    return {pModuleFunction<PlayMetafile>(pModule, kPlayMetafile),
+            pModuleFunction<MeasureMetafile>(pModule, kMeasureMetafile)};
 }

@@ -10,7 +10,5 @@ struct MetafileModule {
     MeasureMetafile* pMeasure = nullptr;
 };
 
-/// It is looked for in VARNEL_MODULE_DIR, if that is set; otherwise beside the program, in the folder "lib"
-/// beside the program's folder, and where the system's loader looks. A module that was found is kept until
-/// the process ends.
+/// Where it is looked for: module_file.h. A module that was found is kept until the process ends.
 MetafileModule objMetafileModule();
