@@ -1,13 +1,16 @@
 // Runs jobs.
 #include "src/engine/modJobRun.h"
 
+#include <set>
 #include <string>
+#include <utility>
 
 #include "src/base/clsConversionOptions.h"
 #include "src/base/text.h"
 #include "src/engine/modConversionTask.h"
 #include "src/engine/modRunLog.h"
 #include "src/forms/Application.h"
+#include "src/job/modFileHelpers.h"
 #include "src/job/modJobFiles.h"
 #include "src/job/modTaskTables.h"
 #include "src/platform/clock.h"
@@ -15,6 +18,8 @@
 #include "src/shell/modMenuToolbar.h"
 #include "src/specialprocess/modSpecialTask.h"
 #include "src/translator/modTranslator.h"
+
+constexpr std::int32_t kErrNotReloaded = -10000;
 
 void FindStartPoint(Application& app, Grid& fgToDo, std::int32_t& lRow)
 {
@@ -77,22 +82,48 @@ void PerformBlock(Application& app, std::int32_t lRow, clsConversionOptions& obj
         PerformBlockSpecialized(app, lRow, objOptions, lErr);
 }
 
+/// The slices that a run has loaded, by job file and first task.
+using Slices = std::set<std::pair<std::string, std::int32_t>>;
+
+// True for a reload that brings another slice. One whose file is gone, or that the run has been through,
+// would run the same tasks again and again without an end.
+static bool bReloadsAnotherSlice(Application& app, const clsConversionOptions& objOptions, Slices& aSlices)
+{
+    return bFileExists(app, objOptions.sTargetFile) &&
+           aSlices.emplace(sLower(objOptions.sTargetFile), objOptions.lTargetFileType).second;
+}
+
+static void FailReload(Application& app, std::int32_t lRow, clsConversionOptions& objOptions,
+                       std::int32_t& lErr)
+{
+    objOptions.lErr = lErr = kErrNotReloaded;
+    objOptions.sErr = sTranslate(app, "Unable to load the rest of the job.");
+    LogConversionError(app, lRow, objOptions);
+}
+
 static void RunTasks(Application& app, std::int32_t lStart)
 {
     frmMain& frm = app.frmMain;
     Grid& fgToDo = frm.fgToDo;
     std::int32_t lLast = fgToDo.Rows() - 2;
     std::int32_t lCount = 1;
+    Slices aSlices;
     clsConversionOptions
         objOptions;  // one for all rows: a field that a row leaves empty keeps the value before it
     for (std::int32_t lRow = lStart; lRow <= lLast && lRow <= fgToDo.Rows() - 2; ++lRow, ++lCount) {
         app.frmMainMDI.sbMain.SetPanel(kPanelTask, std::to_string(lCount));
         LoadRequestFromGridRow(app, objOptions, lRow);
         std::int32_t lErr = 0;
-        PerformBlock(app, lRow, objOptions, lErr);
+        const bool bReload =
+            objOptions.lSpecialProcess == kProcessReload && bContains(objOptions.sActionToDo, "S");
+        const bool bNextSlice = bReload && bReloadsAnotherSlice(app, objOptions, aSlices);
+        if (bReload && !bNextSlice)
+            FailReload(app, lRow, objOptions, lErr);
+        else
+            PerformBlock(app, lRow, objOptions, lErr);
         if (!frm.bRunning)
             break;  // the row stays unmarked, so that the next start goes on with it
-        if (objOptions.lSpecialProcess == kProcessReload && bContains(objOptions.sActionToDo, "S")) {
+        if (bNextSlice) {
             lRow = 0;  // the table is another one now, and is run from its top
             lLast = fgToDo.Rows() - 2;
         } else {

@@ -275,6 +275,28 @@ TEST_F(JobRun, AsksNothingWhileTheSchedulersTimerIsOn)
     EXPECT_TRUE(app.frmMain.bDirtyConversionItem);
 }
 
+TEST_F(JobRun, EndsAReloadThatLeadsBackToItself)
+{
+    app.objFiles.AddFile("/j.vjb", " \t \t1\tS1\tReload\t0\t\t/j.vjb\t1\t\t\t\r\n");
+    app.frmMain.fgToDo.AddItem(" \t \t1\tS1\tReload\t0\t\t/j.vjb\t1", 1);
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(sMark(1), "-");
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 11), "Unable to load the rest of the job.");
+}
+
+TEST_F(JobRun, FailsAReloadWhoseFileIsGoneAndGoesOn)
+{
+    app.frmMain.fgToDo.AddItem(" \t \t1\tS1\tReload\t0\t\t/gone.vjb\t1", 1);
+    AddTask("a");
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(sMark(1), "-");
+    EXPECT_EQ(sMark(2), "+");
+}
+
 TEST(FindStartPoint, GivesOneBeyondTheLastTaskWhenAllAreMarked)
 {
     TestApplication app;
