@@ -16,12 +16,16 @@ std::size_t nBands(const ImageBuffer& aImage)
     return std::clamp<std::size_t>(aImage.aBytes.size() / kWorthAThread, 1, nMost);
 }
 
+std::int32_t lBandRow(const ImageBuffer& aImage, std::size_t nCount, std::size_t nBand)
+{
+    return static_cast<std::int32_t>(static_cast<std::uint64_t>(aImage.lHeight) * nBand / nCount);
+}
+
 void RunBands(const ImageBuffer& aImage, std::size_t nCount, const BandWork& fnWork)
 {
-    const auto lRow = [&](std::size_t nBand) {
-        return static_cast<std::int32_t>(static_cast<std::uint64_t>(aImage.lHeight) * nBand / nCount);
+    const auto fnBand = [&](std::size_t nBand) {
+        fnWork(nBand, lBandRow(aImage, nCount, nBand), lBandRow(aImage, nCount, nBand + 1));
     };
-    const auto fnBand = [&](std::size_t nBand) { fnWork(nBand, lRow(nBand), lRow(nBand + 1)); };
     if (nCount == 1)
         fnBand(0);
     else

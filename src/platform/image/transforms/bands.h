@@ -18,6 +18,9 @@ using BandWork = std::function<void(std::size_t nBand, std::int32_t lFirst, std:
 /// How many bands aImage is worth: one for a small picture, since a thread costs more than that saves.
 std::size_t nBands(const ImageBuffer& aImage);
 
+/// The row with which band nBand of nCount begins; for nBand = nCount the height.
+std::int32_t lBandRow(const ImageBuffer& aImage, std::size_t nCount, std::size_t nBand);
+
 /// Calls fnWork for each of nCount bands, several at a time; returns when all are done. fnWork must not
 /// allocate: what a failure half way would leave behind is no picture. Hand a large closure in by std::ref.
 void RunBands(const ImageBuffer& aImage, std::size_t nCount, const BandWork& fnWork);

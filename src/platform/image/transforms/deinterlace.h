@@ -1,0 +1,16 @@
+// Taking one of the two half pictures out of an interlaced one.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include "src/platform/image_buffer.h"
+
+namespace transforms
+{
+
+/// Gives the odd or the even lines new values, made of the lines between them, which stay. Lines are counted
+/// from 0 at the top, so the even ones include the first. With bInterpolate a line becomes the mean of the
+/// lines above and below it, rounded up; otherwise the line above again. At the border the one neighbour that
+/// there is takes the place of the other. Alpha stays; so does a picture of one line. Never False.
+bool Deinterlace(ImageBuffer& aImage, bool bOddLines, bool bInterpolate);
+
+}  // namespace transforms
