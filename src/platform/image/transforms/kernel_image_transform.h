@@ -5,7 +5,10 @@
 #include <new>
 
 #include "src/platform/image/transforms/auto_levels.h"
+#include "src/platform/image/transforms/deinterlace.h"
 #include "src/platform/image/transforms/equalize.h"
+#include "src/platform/image/transforms/extremes.h"
+#include "src/platform/image/transforms/filters.h"
 #include "src/platform/image/transforms/hls.h"
 #include "src/platform/image/transforms/intensity.h"
 #include "src/platform/image/transforms/levels.h"
@@ -47,9 +50,39 @@ public:
     bool Equalize(double dLevel) override { return bDo(transforms::Equalize, dLevel); }
     bool Threshold(std::uint8_t nLevel) override { return bDo(transforms::Threshold, nLevel); }
     bool Posterize(std::int32_t lLevels) override { return bDo(transforms::Posterize, lLevels); }
-
-    /// Reserved: job files may name it, and their pictures stay as they are.
-    bool FilterReserved(std::int32_t) override { return true; }
+    bool FilterDifference(std::int32_t lDirection) override
+    {
+        return bDo(transforms::FilterDifference, lDirection);
+    }
+    bool FilterHighPass(std::int32_t lKind) override { return bDo(transforms::FilterHighPass, lKind); }
+    bool FilterLowPass(std::int32_t lKind) override { return bDo(transforms::FilterLowPass, lKind); }
+    bool FilterLaplas(std::int32_t lKind) override { return bDo(transforms::FilterLaplas, lKind); }
+    bool FilterSobel(std::int32_t lDirection) override { return bDo(transforms::FilterSobel, lDirection); }
+    bool FilterPrewitt(std::int32_t lDirection) override
+    {
+        return bDo(transforms::FilterPrewitt, lDirection);
+    }
+    bool FilterRoberts(std::int32_t lDirection) override
+    {
+        return bDo(transforms::FilterRoberts, lDirection);
+    }
+    bool FilterIsotropic(std::int32_t lDirection) override
+    {
+        return bDo(transforms::FilterIsotropic, lDirection);
+    }
+    bool FilterMinimal(std::int32_t lSize) override { return bDo(transforms::FilterMinimal, lSize); }
+    bool FilterMaximal(std::int32_t lSize) override { return bDo(transforms::FilterMaximal, lSize); }
+    bool FilterLineDetection(std::int32_t lDirection) override
+    {
+        return bDo(transforms::FilterLineDetection, lDirection);
+    }
+    bool FilterReserved(std::int32_t lValue) override { return bDo(transforms::FilterReserved, lValue); }
+    bool FilterBlur(double dAmount) override { return bDo(transforms::FilterBlur, dAmount); }
+    bool FilterSharpen(double dAmount) override { return bDo(transforms::FilterSharpen, dAmount); }
+    bool Deinterlace(bool bOddLines, bool bInterpolate) override
+    {
+        return bDo(transforms::Deinterlace, bOddLines, bInterpolate);
+    }
 
 private:
     /// Calls a kernel on the picture; False when there is no memory.

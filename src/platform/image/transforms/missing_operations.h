@@ -8,20 +8,6 @@ class MissingOperations : public ImageTransform
 {
 public:
     bool Autocrop() override { return false; }
-    bool FilterDifference(std::int32_t) override { return false; }
-    bool FilterHighPass(std::int32_t) override { return false; }
-    bool FilterLowPass(std::int32_t) override { return false; }
-    bool FilterLaplas(std::int32_t) override { return false; }
-    bool FilterSobel(std::int32_t) override { return false; }
-    bool FilterPrewitt(std::int32_t) override { return false; }
-    bool FilterRoberts(std::int32_t) override { return false; }
-    bool FilterIsotropic(std::int32_t) override { return false; }
-    bool FilterMinimal(std::int32_t) override { return false; }
-    bool FilterMaximal(std::int32_t) override { return false; }
-    bool FilterLineDetection(std::int32_t) override { return false; }
-    bool FilterBlur(double) override { return false; }
-    bool FilterSharpen(double) override { return false; }
-    bool Deinterlace(bool, bool) override { return false; }
     bool MotionBlur(double, std::int32_t) override { return false; }
     bool GaussianBlur(std::int32_t) override { return false; }
     bool RadialBlur(double) override { return false; }
