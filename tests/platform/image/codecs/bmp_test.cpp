@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include "src/platform/image/codecs/png.h"
 #include "src/platform/image/input_file.h"
 #include "tests/platform/image/support/byte_maker.h"
 #include "tests/platform/image/support/raster_checks.h"
@@ -94,19 +95,38 @@ TEST(BmpReads, WithoutAProfileThatDoesNotFitOrIsNotThere)
     }
 }
 
+// A bitmap whose bits are a whole file of another format.
+static ByteMaker objEmbedding(std::uint32_t nCompression, const std::vector<std::uint8_t>& aInner)
+{
+    ByteMaker mk;
+    mk.Text("BM")
+        .U32Le({0, 0, 54})
+        .U32Le({40, 1, 1})
+        .U16Le({1, 0})
+        .U32Le({nCompression, 0, 0, 0, 0, 0})
+        .All(aInner);
+    return mk;
+}
+
 TEST(BmpReads, AJpegFileInThePlaceOfTheBits)
 {
     const auto aJpeg = aFileContent(sSamplePath("jpeg/baseline.jpg"));
-    ByteMaker mk;
-    mk.Text("BM").U32Le({0, 0, 54}).U32Le({40, 1, 1}).U16Le({1, 0}).U32Le({4, 0, 0, 0, 0, 0}).All(aJpeg);
 
-    const auto aImage = aDecoded(codecBmp, mk.aBytes());
+    const auto aImage = aDecoded(codecBmp, objEmbedding(4, aJpeg).aBytes());
 
     ASSERT_TRUE(aImage);
     EXPECT_GT(aImage->lWidth, 1);
-    mk = ByteMaker();
-    mk.Text("BM").U32Le({0, 0, 54}).U32Le({40, 1, 1}).U16Le({1, 0}).U32Le({5, 0, 0, 0, 0, 0}).All(aJpeg);
-    EXPECT_FALSE(aDecoded(codecBmp, mk.aBytes())) << "the header promised PNG";
+    EXPECT_FALSE(aDecoded(codecBmp, objEmbedding(5, aJpeg).aBytes())) << "the header promised PNG";
+}
+
+TEST(BmpReads, APngFileInThePlaceOfTheBits)
+{
+    const ImageBuffer aInner = aPattern(9, 5, 3);
+
+    const auto aImage = aDecoded(codecBmp, objEmbedding(5, aEncoded(codecPng, aInner)).aBytes());
+
+    ASSERT_TRUE(aImage);
+    EXPECT_TRUE(aImage->aBytes == aInner.aBytes);
 }
 
 TEST(BmpReads, RunsFromTheirPlaceInTheFile)

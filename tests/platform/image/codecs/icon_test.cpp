@@ -3,6 +3,7 @@
 
 #include "src/platform/image/codecs/cur.h"
 #include "src/platform/image/codecs/ico.h"
+#include "src/platform/image/codecs/png.h"
 #include "src/platform/image/input_file.h"
 #include "tests/platform/image/support/byte_maker.h"
 #include "tests/platform/image/support/raster_checks.h"
@@ -145,6 +146,28 @@ TEST(IconBitmaps, ThatNoIconHasAreRefused)
     EXPECT_EQ(aLevels(aIcon({{objBitmap(60000, 16000, 32).Zeros(50).aBytes()}})), Levels{-1});
     EXPECT_EQ(aLevels(aIcon({{Picture{}, 2, 1, 22, 0}})), Levels{-1}) << "nothing at all";
     EXPECT_EQ(aLevels(aIcon({{Picture{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0}}})), Levels{-1});
+}
+
+TEST(IconPngs, GiveFourChannelsWhateverTheyHold)
+{
+    for (const std::int32_t lChannels : {1, 3, 4}) {
+        const ImageBuffer aInner = aPattern(9, 5, lChannels);
+        const auto aImage = aDecoded(codecIco, aIcon({{aEncoded(codecPng, aInner), 9, 5}}));
+
+        ASSERT_TRUE(aImage);
+        EXPECT_EQ(aImage->lChannels, 4);
+        EXPECT_EQ(aBgraOf(*aImage), aBgraOf(aInner));
+    }
+}
+
+TEST(IconPngs, ThatAreCutSpoilOnlyTheirOwnPage)
+{
+    auto aPng = aEncoded(codecPng, aPattern(9, 5, 3));
+    aPng.resize(aPng.size() / 2);
+    const auto aFile = aIcon({{aPng, 9, 5}, {aSmall(20)}});
+
+    EXPECT_EQ(aLevels(aFile, 0), Levels{-1});
+    EXPECT_EQ(aLevels(aFile, 1)[0], 20);
 }
 
 TEST(IconDirectory, GivesEveryEntryAsAPageInTheFilesOrder)
