@@ -9,6 +9,7 @@
 #include <optional>
 #include <utility>
 
+#include "src/platform/image/codecs/png_raw_profile.h"
 #include "src/platform/image/codecs/tiff_directory_writer.h"
 #include "src/platform/image/input_file.h"
 #include "src/platform/image/metadata.h"
@@ -73,8 +74,11 @@ static std::vector<std::uint8_t> aReadIptc(InputFile& objFile, const TiffHeader&
 {
     constexpr std::uint8_t kMarker = 0x1C;
     const TiffEntry* pEntry = pEntryOf(aEntries, TIFFTAG_RICHTIFFIPTC);
-    if (!pEntry)
-        return {};
+    if (!pEntry) {
+        const TiffEntry* pResources = pEntryOf(aEntries, TIFFTAG_PHOTOSHOP);
+        return pResources ? aIptcOfResources(aReadValue(objFile, objHeader, *pResources, kMaxBlock, true))
+                          : std::vector<std::uint8_t>{};
+    }
     std::vector<std::uint8_t> aIptc = aReadValue(objFile, objHeader, *pEntry, kMaxBlock, true);
     if (aIptc.size() >= 4 && aIptc[0] != kMarker && aIptc[3] == kMarker)
         for (std::size_t i = 0; i + 4 <= aIptc.size(); i += 4)

@@ -24,6 +24,13 @@ Block aSample(const std::string& sName)
     return aFileContent(sSamplePath("tiff/" + sName + ".tif"));
 }
 
+// KB by which reading damaged files may make the process grow. The address sanitizer keeps what was freed.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr long kMostGrowth = 600 * 1024;
+#else
+constexpr long kMostGrowth = 150 * 1024;
+#endif
+
 // A grey picture that tells which page it is.
 ImageBuffer aPage(int nPage, std::int32_t lSide = 16)
 {
@@ -198,6 +205,23 @@ TEST(TiffMetadata, ComesFromItsTags)
     EXPECT_FALSE(pEntryWithTag(aEntries, 256));
 }
 
+TEST(TiffMetadata, HasItsIptcAlsoAmongImageResources)
+{
+    const TestFolder objFolder;
+    const std::string sFile = objFolder.sPath("tags.tif");
+    sPython(
+        "import sys; from PIL import Image, TiffImagePlugin as T\n"
+        "i = T.ImageFileDirectory_v2(); i.tagtype[34377] = 7\n"
+        "i[34377] = b'8BIM\\x04\\x04\\0\\0\\0\\0\\0\\x07\\x1c\\x02\\x00\\x00\\x02\\x00\\x04\\0'\n"
+        "Image.new('L', (5, 4)).save(sys.argv[1], tiffinfo=i)\n",
+        sFile);
+
+    const auto aImage = aDecoded(codecTiff, aFileContent(sFile));
+
+    ASSERT_TRUE(aImage);
+    EXPECT_EQ(aImage->objMetadata.aIptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
+}
+
 TEST(TiffMetadata, KeepsItsDirectoryOfExifInEitherByteOrder)
 {
     for (const bool bBigEndian : {false, true}) {
@@ -327,7 +351,7 @@ TEST_P(DamagedTiff, EndsInAPictureOrARefusalWhicheverByteIsWrong)
 
     rusage objAfter{};
     getrusage(RUSAGE_SELF, &objAfter);
-    EXPECT_LT(objAfter.ru_maxrss - objBefore.ru_maxrss, 150 * 1024);  // KB
+    EXPECT_LT(objAfter.ru_maxrss - objBefore.ru_maxrss, kMostGrowth);
 }
 
 TEST_P(DamagedTiff, IsRefusedOrWholeWhereverItIsCut)
