@@ -1,0 +1,19 @@
+// Mirrors a picture, and turns it by quarters.
+// Room: platform_image. May use: platform, platform_image.
+#pragma once
+
+#include <cstdint>
+
+#include "src/platform/image_buffer.h"
+
+namespace transforms
+{
+
+/// Exchanges top and bottom (bVertical) or left and right, in place. Twice is the picture again.
+bool Flip(ImageBuffer& aImage, bool bVertical);
+
+/// Turns the picture clockwise by lQuarters quarters of a turn, exactly; one and three exchange width and
+/// height, and the resolutions with them. False, with the picture as it was, without memory.
+bool TurnQuarters(ImageBuffer& aImage, std::int32_t lQuarters);
+
+}  // namespace transforms

@@ -1,0 +1,119 @@
+// Spreads rows over the cores, and moves pixels and backgrounds between pictures.
+#include "src/platform/image/transforms/kernel_support.h"
+
+#include <algorithm>
+#include <new>
+#include <opencv2/core.hpp>
+#include <utility>
+
+#include "src/platform/image/limits.h"
+#include "src/platform/image/picture_memory.h"
+#include "src/platform/image/transforms/intensity.h"
+
+namespace transforms
+{
+
+void EachRows(std::int32_t lRows, std::size_t nRowBytes,
+              const std::function<void(std::int32_t, std::int32_t)>& fnRows)
+{
+    constexpr std::size_t kWorthIt = 1 << 18;  // bytes; below, starting the others costs more than it saves
+    if (lRows < 2 || nRowBytes * static_cast<std::size_t>(lRows) < kWorthIt) {
+        fnRows(0, lRows);
+        return;
+    }
+    const double dParts = std::min(lRows, 4 * std::max(1, cv::getNumThreads()));
+    cv::parallel_for_(
+        cv::Range(0, lRows), [&](const cv::Range& objPart) { fnRows(objPart.start, objPart.end); }, dParts);
+}
+
+ImageBuffer aLike(const ImageBuffer& aImage)
+{
+    ImageBuffer aResult;
+    ResizeFresh(aResult.aBytes, aImage.aBytes.size());
+    aResult.lWidth = aImage.lWidth;
+    aResult.lHeight = aImage.lHeight;
+    aResult.lChannels = aImage.lChannels;
+    return aResult;
+}
+
+void TakePixels(ImageBuffer& aImage, ImageBuffer&& aPixels)
+{
+    aImage.lWidth = aPixels.lWidth;
+    aImage.lHeight = aPixels.lHeight;
+    aImage.lChannels = aPixels.lChannels;
+    aImage.aBytes = std::move(aPixels.aBytes);
+}
+
+bool bOpaque(const ImageBuffer& aImage)
+{
+    if (aImage.lChannels != 4)
+        return true;
+    for (std::int32_t y = 0; y < aImage.lHeight; ++y) {
+        const std::uint8_t* pPixel = pRow(aImage, y);
+        std::uint8_t nAll = 255;
+        for (std::int32_t x = 0; x < aImage.lWidth; ++x)
+            nAll &= pPixel[4 * static_cast<std::size_t>(x) + 3];
+        if (nAll != 255)
+            return false;
+    }
+    return true;
+}
+
+bool bGrey(Colour lColour)
+{
+    return (lColour & 255) == ((lColour >> 8) & 255) && (lColour & 255) == ((lColour >> 16) & 255);
+}
+
+PixelValue aBackground(const ImageBuffer& aImage, Colour lColour)
+{
+    const auto nRed = static_cast<std::uint8_t>(lColour & 255);
+    const auto nGreen = static_cast<std::uint8_t>((lColour >> 8) & 255);
+    const auto nBlue = static_cast<std::uint8_t>((lColour >> 16) & 255);
+    if (aImage.lChannels == 1)
+        return {nIntensity(nBlue, nGreen, nRed), 0, 0, 0};
+    return {nBlue, nGreen, nRed, 255};
+}
+
+bool bWidenToColour(ImageBuffer& aImage)
+{
+    ImageBuffer aWide;
+    if (!bAllocate(aWide, static_cast<std::uint64_t>(aImage.lWidth),
+                   static_cast<std::uint64_t>(aImage.lHeight), 3))
+        return false;
+    for (std::size_t i = 0; i < aImage.aBytes.size(); ++i)
+        aWide.aBytes[3 * i] = aWide.aBytes[3 * i + 1] = aWide.aBytes[3 * i + 2] = aImage.aBytes[i];
+    TakePixels(aImage, std::move(aWide));
+    aImage.aIccProfile.clear();
+    return true;
+}
+
+ImageBuffer aIntensity(const ImageBuffer& aImage)
+{
+    ImageBuffer aResult;
+    aResult.lWidth = aImage.lWidth;
+    aResult.lHeight = aImage.lHeight;
+    aResult.lChannels = 1;
+    if (aImage.lChannels == 1) {
+        aResult.aBytes = aImage.aBytes;
+        return aResult;
+    }
+    ResizeFresh(aResult.aBytes, aImage.aBytes.size() / static_cast<std::size_t>(aImage.lChannels));
+    EachRows(aImage.lHeight, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
+        for (std::int32_t y = lFirst; y < lLast; ++y)
+            IntensityRow(pRow(aImage, y), static_cast<std::size_t>(aImage.lWidth), aImage.lChannels,
+                         pRow(aResult, y));
+    });
+    return aResult;
+}
+
+std::uint64_t nSeed(const ImageBuffer& aImage)
+{
+    std::uint64_t nHash = (static_cast<std::uint64_t>(aImage.lWidth) << 32) ^
+                          static_cast<std::uint64_t>(aImage.lHeight) * 0x100000001B3U;
+    const std::size_t nStep = std::max<std::size_t>(1, aImage.aBytes.size() / 4099);
+    for (std::size_t i = 0; i < aImage.aBytes.size(); i += nStep)
+        nHash = (nHash ^ aImage.aBytes[i]) * 0x100000001B3U;
+    return nRandom(nHash);
+}
+
+}  // namespace transforms
