@@ -1,0 +1,20 @@
+// Lays a picture out in tiles.
+// Room: platform_image. May use: platform, platform_image.
+#pragma once
+
+#include <cstdint>
+
+#include "src/platform/image_buffer.h"
+
+namespace transforms
+{
+
+/// Lays tiles of lTileSize by lTileSize pixels from the top left corner; the last ones may be cut off. A
+/// tile's colour is the mean of its pixels, channel by channel (alpha excepted, which is carried), to the
+/// nearest level. bPlainColour: each tile is of its colour all over. Otherwise tiles are soft: the middle
+/// half of a tile is of its colour, and over the quarter on each side it passes evenly into the neighbour's,
+/// so that both have an equal part at the seam; in x and y alike (bilinear). At the border tiles are of their
+/// colour up to the end. A size of 1 or less changes nothing; one larger than the picture is one tile.
+bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour);
+
+}  // namespace transforms

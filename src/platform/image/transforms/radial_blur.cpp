@@ -1,0 +1,84 @@
+// Radial and zoom blur: the mean of 2^k equal steps by k means of a picture with itself one step further on,
+// each step twice the last.
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/motion_blur.h"
+#include "src/platform/image/transforms/warp.h"
+
+namespace transforms
+{
+
+namespace
+{
+
+// The mean of the picture drawn through both maps.
+ImageBuffer aMeanOf(const ImageBuffer& aImage, const StraightMap& objOne, const StraightMap& objOther)
+{
+    ImageBuffer aResult = aLike(aImage);
+    DrawWarpedMean(aImage, aResult, objOne, objOther);
+    return aResult;
+}
+
+// A turn by dAngle radians and a magnification about the picture's middle.
+StraightMap objAboutMiddle(const ImageBuffer& aImage, double dAngle, double dScale)
+{
+    const double dMidX = (aImage.lWidth - 1) / 2.0, dMidY = (aImage.lHeight - 1) / 2.0;
+    const double dCos = std::cos(dAngle) * dScale, dSin = std::sin(dAngle) * dScale;
+    return {dCos,  dSin, dMidX - dCos * dMidX - dSin * dMidY,
+            -dSin, dCos, dMidY + dSin * dMidX - dCos * dMidY};
+}
+
+// How often the steps are doubled so that the longest way, in pixels, is cut into steps of about one.
+int nDoublings(double dWay)
+{
+    int n = 1;
+    while (n < 6 && (1 << n) < dWay)
+        ++n;
+    return n;
+}
+
+double dCorner(const ImageBuffer& aImage)
+{
+    return std::hypot(aImage.lWidth, aImage.lHeight) / 2;
+}
+
+}  // namespace
+
+bool RadialBlur(ImageBuffer& aImage, double dDisplacement)
+{
+    if (!(dDisplacement > 0))
+        return true;
+    return bGuarded([&] {
+        const double dArc = dClamped(dDisplacement, 0, 100) / 100 * 36 * kPi / 180;
+        const int nTimes = nDoublings(dArc * dCorner(aImage));
+        const double dStep = dArc / ((1 << nTimes) - 1);
+        ImageBuffer aResult = aMeanOf(aImage, objAboutMiddle(aImage, -dArc / 2, 1),
+                                      objAboutMiddle(aImage, -dArc / 2 + dStep, 1));
+        for (int i = 1; i < nTimes; ++i)
+            aResult = aMeanOf(aResult, {}, objAboutMiddle(aImage, dStep * (1 << i), 1));
+        TakePixels(aImage, std::move(aResult));
+        return true;
+    });
+}
+
+bool ZoomBlur(ImageBuffer& aImage, double dIntensity)
+{
+    if (!(dIntensity > 0))
+        return true;
+    return bGuarded([&] {
+        const double dLast = 1 - dClamped(dIntensity, 0, 100) / 200;
+        const int nTimes = nDoublings((1 - dLast) * dCorner(aImage));
+        const double dStep = std::log(dLast) / ((1 << nTimes) - 1);
+        ImageBuffer aResult = aMeanOf(aImage, {}, objAboutMiddle(aImage, 0, std::exp(dStep)));
+        for (int i = 1; i < nTimes; ++i)
+            aResult = aMeanOf(aResult, {}, objAboutMiddle(aImage, 0, std::exp(dStep * (1 << i))));
+        TakePixels(aImage, std::move(aResult));
+        return true;
+    });
+}
+
+}  // namespace transforms
