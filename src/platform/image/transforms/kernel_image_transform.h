@@ -5,20 +5,32 @@
 #include <new>
 
 #include "src/platform/image/transforms/auto_levels.h"
+#include "src/platform/image/transforms/contours.h"
 #include "src/platform/image/transforms/deinterlace.h"
+#include "src/platform/image/transforms/dilation.h"
+#include "src/platform/image/transforms/distort.h"
+#include "src/platform/image/transforms/emboss.h"
 #include "src/platform/image/transforms/equalize.h"
 #include "src/platform/image/transforms/extremes.h"
 #include "src/platform/image/transforms/filters.h"
+#include "src/platform/image/transforms/flip.h"
+#include "src/platform/image/transforms/gaussian.h"
+#include "src/platform/image/transforms/halftones.h"
 #include "src/platform/image/transforms/hls.h"
 #include "src/platform/image/transforms/intensity.h"
 #include "src/platform/image/transforms/levels.h"
-#include "src/platform/image/transforms/missing_operations.h"
+#include "src/platform/image/transforms/mosaic.h"
+#include "src/platform/image/transforms/motion_blur.h"
+#include "src/platform/image/transforms/noise.h"
+#include "src/platform/image/transforms/resize.h"
+#include "src/platform/image/transforms/rotate.h"
+#include "src/platform/image/transforms/shift.h"
+#include "src/platform/image/transforms/texture.h"
 #include "src/platform/image_transform.h"
 
 /// Each operation is one line that names its kernel: a function bool OPERATION(ImageBuffer& aImage, ...) of
-/// the namespace transforms, which is False, or throws std::bad_alloc, with aImage as it was. One that gets a
-/// kernel moves here from missing_operations.h.
-class KernelImageTransform : public MissingOperations
+/// the namespace transforms, which is False, or throws std::bad_alloc, with aImage as it was.
+class KernelImageTransform : public ImageTransform
 {
 public:
     void SetImage(ImageBuffer& aImage) override;
@@ -83,6 +95,77 @@ public:
     {
         return bDo(transforms::Deinterlace, bOddLines, bInterpolate);
     }
+
+    bool MotionBlur(double dAngle, std::int32_t lAmount) override
+    {
+        return bDo(transforms::MotionBlur, dAngle, lAmount);
+    }
+    bool GaussianBlur(std::int32_t lFuzziness) override { return bDo(transforms::GaussianBlur, lFuzziness); }
+    bool RadialBlur(double dDisplacement) override { return bDo(transforms::RadialBlur, dDisplacement); }
+    bool ZoomBlur(double dIntensity) override { return bDo(transforms::ZoomBlur, dIntensity); }
+    bool AddNoise(std::int32_t lLevel, bool bMonochrome) override
+    {
+        return bDo(transforms::AddNoise, lLevel, bMonochrome);
+    }
+    bool Diffuse(std::int32_t lDistance, double dPenetration) override
+    {
+        return bDo(transforms::Diffuse, lDistance, dPenetration);
+    }
+    bool Emboss(double dAngle, std::int32_t lHeight, double dBrightness) override
+    {
+        return bDo(transforms::Emboss, dAngle, lHeight, dBrightness);
+    }
+    bool Relief(double dAngle, double dBrightness, double dSmoothness) override
+    {
+        return bDo(transforms::Relief, dAngle, dBrightness, dSmoothness);
+    }
+    bool Texturize(double dAngle, double dBrightness, std::int32_t lTexture) override
+    {
+        return bDo(transforms::Texturize, dAngle, dBrightness, lTexture);
+    }
+    bool Mosaic(std::int32_t lTileSize, bool bPlainColour) override
+    {
+        return bDo(transforms::Mosaic, lTileSize, bPlainColour);
+    }
+    bool Dilation(std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare) override
+    {
+        return bDo(transforms::Dilation, nLevel, nThreshold, bSquare);
+    }
+    bool Erosion(std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare) override
+    {
+        return bDo(transforms::Erosion, nLevel, nThreshold, bSquare);
+    }
+    bool TraceContours(std::uint8_t nLevel, std::uint8_t nThreshold, bool bIntensity) override
+    {
+        return bDo(transforms::TraceContours, nLevel, nThreshold, bIntensity);
+    }
+    bool Halftones(std::int32_t lCellSize, double dContrast) override
+    {
+        return bDo(transforms::Halftones, lCellSize, dContrast);
+    }
+
+    bool Autocrop() override { return bDo(transforms::Autocrop); }
+    bool Flip(bool bVertical) override { return bDo(transforms::Flip, bVertical); }
+    bool Rotate(double dAngle, Colour lBackground) override
+    {
+        return bDo(transforms::Rotate, dAngle, lBackground);
+    }
+    bool Resize(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lInterpolation,
+                Colour lBackground) override
+    {
+        return bDo(transforms::Resize, lWidth, lHeight, lInterpolation, lBackground);
+    }
+    bool Shift(std::int32_t lX, std::int32_t lY, Colour lBackground) override
+    {
+        return bDo(transforms::Shift, lX, lY, lBackground);
+    }
+    bool Perspective(bool bVertical, double dAngle) override
+    {
+        return bDo(transforms::Perspective, bVertical, dAngle);
+    }
+    bool Skew(bool bVertical, double dAngle) override { return bDo(transforms::Skew, bVertical, dAngle); }
+    bool Twirl(double dAngle) override { return bDo(transforms::Twirl, dAngle); }
+    bool Reproduce(std::int32_t lCopies) override { return bDo(transforms::Reproduce, lCopies); }
 
 private:
     /// Calls a kernel on the picture; False when there is no memory.
