@@ -35,41 +35,42 @@ struct Walk {
 
 }  // namespace
 
-// A folder stands where its name says unless a link leads there. A real folder is always walked, under its
-// own name; one behind a link only if its files aren't in the list yet.
-static bool bIsToBeWalked(Walk& objWalk, const std::string& sParentReal, const std::string& sFolder,
-                          const std::string& sName)
+// The folder's path with every link resolved, which costs a look at each component only where there is a
+// link.
+static std::string sRealPathOf(const Walk& objWalk, const std::string& sParentReal,
+                               const std::string& sFolder, const std::string& sName, bool bLink)
 {
-    const std::string sReal = objWalk.app.svc.objFileSystem.sRealPath(sFolder);
-    const bool bLink = sReal != std::string(sWithoutTrailingSeparators(sParentReal)) + "/" + sName &&
-                       sReal != sParentReal + sName;
-    return !bLink || !objWalk.aRealPaths.contains(sReal);
+    if (bLink)
+        return objWalk.app.svc.objFileSystem.sRealPath(sFolder);
+    return (sParentReal == "/" ? "" : sParentReal) + "/" + sName;
 }
 
-static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder);
+static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder, const std::string& sReal);
 
-// False if a pause came in between.
-static bool bWalkSubfolders(Walk& objWalk, const std::string& sFolder,
-                            const std::vector<std::string>& aSubfolders)
+// False if a pause came in between. A real folder is always walked, under its own name; one behind a link
+// only if its files aren't in the list yet.
+static bool bWalkSubfolders(Walk& objWalk, const std::string& sFolder, const std::string& sReal,
+                            const FolderListing& objListing)
 {
-    const std::string sReal = objWalk.app.svc.objFileSystem.sRealPath(sFolder);
     objWalk.aRealPaths.insert(sReal);
-    for (const std::string& sName : aSubfolders) {
+    for (const std::string& sName : objListing.aSubfolders) {
         if (objWalk.bPaused())
             return false;
         std::string sSubfolder = sFolder + sName;
-        if (bIsToBeWalked(objWalk, sReal, sSubfolder, sName))
-            lWalkFolder(objWalk, sSubfolder);
+        const bool bLink = objListing.aLinks.contains(sName);
+        const std::string sSubfolderReal = sRealPathOf(objWalk, sReal, sSubfolder, sName, bLink);
+        if (!bLink || !objWalk.aRealPaths.contains(sSubfolderReal))
+            lWalkFolder(objWalk, sSubfolder, sSubfolderReal);
     }
     return true;
 }
 
 // A pause leaves the hourglass standing: whoever asked for the walk puts the pointer back.
-static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder)
+static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder, const std::string& sReal)
 {
     Application& app = objWalk.app;
     FolderListing objListing;
-    if (!bFolderExists(app, sFolder) || !app.svc.objFileSystem.ListFolder(sFolder, objListing))
+    if (!app.svc.objFileSystem.ListFolder(sFolder, objListing))
         return kListNoFolder;
     if (!bEndsInSeparator(sFolder))
         sFolder += cSeparatorOf(sFolder);
@@ -83,7 +84,7 @@ static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder)
         if (bMatchesPattern(objWalk.sPattern, sGetExtensionName(sName)))
             objWalk.colFiles.push_back(sFolder + sName);
     }
-    if (objWalk.bRecurse && !bWalkSubfolders(objWalk, sFolder, objListing.aSubfolders))
+    if (objWalk.bRecurse && !bWalkSubfolders(objWalk, sFolder, sReal, objListing))
         return kListPaused;
     app.frmMainMDI.bHourglass = bFormerPointer;
     return 0;
@@ -127,7 +128,7 @@ std::int32_t lAddFolderFiles(Application& app, std::string& sFolder, const std::
                              std::vector<std::string>& colFiles, bool bRecurse)
 {
     Walk objWalk{app, sPattern, colFiles, bRecurse, {}};
-    return lWalkFolder(objWalk, sFolder);
+    return lWalkFolder(objWalk, sFolder, bRecurse ? app.svc.objFileSystem.sRealPath(sFolder) : "");
 }
 
 bool bMatchesPattern(const std::string& sPattern, const std::string& sExtension)

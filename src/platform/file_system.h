@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 struct FolderListing {
     std::vector<std::string> aFiles;       ///< regular files and links to them, dot files included
     std::vector<std::string> aSubfolders;  ///< folders and links to them, without "." and ".."
+    std::set<std::string> aLinks;          ///< which of the subfolders are links
 };
 
 /// Lines of a text file, read on demand so that a file of any length costs little memory.
@@ -80,7 +82,8 @@ public:
     /// failure.
     virtual void AppendLine(const std::string& sPath, const std::string& sLine) = 0;
 
-    /// All bytes of a file as they are, and bytes added to the end of one that exists. Nothing, or False, on failure.
+    /// All bytes of a file as they are, and bytes added to the end of one that exists. Nothing, or False, on
+    /// failure.
     [[nodiscard]] virtual std::optional<std::string> sReadBytes(const std::string& sPath) const = 0;
     [[nodiscard]] virtual bool AppendBytes(const std::string& sPath, const std::string& sBytes) = 0;
 };

@@ -172,8 +172,11 @@ bool FakeFileSystem::ListFolder(const std::string& sFolder, FolderListing& objLi
     const std::string sPrefix = sRoot == "/" ? sRoot : sRoot + "/";
     for (const auto& [sPath, objEntry] : m_aEntries) {
         const bool bBelow = sPath.size() > sPrefix.size() && sPath.starts_with(sPrefix);
-        if (bBelow && sPath.find('/', sPrefix.size()) == std::string::npos)
-            (objEntry.bFolder ? objListing.aSubfolders : objListing.aFiles).push_back(objEntry.sName);
+        if (!bBelow || sPath.find('/', sPrefix.size()) != std::string::npos)
+            continue;
+        (objEntry.bFolder ? objListing.aSubfolders : objListing.aFiles).push_back(objEntry.sName);
+        if (!objEntry.sLinkTo.empty())
+            objListing.aLinks.insert(objEntry.sName);
     }
     return true;
 }

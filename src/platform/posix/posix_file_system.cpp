@@ -69,10 +69,14 @@ bool PosixFileSystem::ListFolder(const std::string& sFolder, FolderListing& objL
         };
         if (nMode == 0 && fstatat(dirfd(pFolder.get()), pEntry->d_name, &objStat, 0) == 0)
             nMode = objStat.st_mode;
-        if (S_ISREG(nMode))
+        if (S_ISREG(nMode)) {
             objListing.aFiles.push_back(std::move(sName));
-        else if (S_ISDIR(nMode))
+        } else if (S_ISDIR(nMode)) {
+            // Where the file system tells no types, any folder may be a link.
+            if (pEntry->d_type != DT_DIR)
+                objListing.aLinks.insert(sName);
             objListing.aSubfolders.push_back(std::move(sName));
+        }
     }
     std::sort(objListing.aFiles.begin(), objListing.aFiles.end());
     std::sort(objListing.aSubfolders.begin(), objListing.aSubfolders.end());

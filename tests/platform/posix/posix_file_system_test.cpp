@@ -71,11 +71,12 @@ TEST(PosixFileSystem, ListsFilesAndSubfoldersInOrder)
     std::filesystem::create_symlink(objFolder.sFile("gone"), objFolder.sFile("dangling"));
     ASSERT_EQ(mkfifo(objFolder.sFile("pipe").c_str(), 0666), 0);
 
-    FolderListing objListing{{"left over"}, {}};
+    FolderListing objListing{{"left over"}, {}, {}};
     ASSERT_TRUE(PosixFileSystem().ListFolder(objFolder.sPath() + "/", objListing));
 
     EXPECT_EQ(objListing.aFiles, (Names{".dot", "B.bmp", "a.bmp", "b.bmp", "link.bmp", "ä.bmp"}));
     EXPECT_EQ(objListing.aSubfolders, (Names{".hidden", "linked", "z"}));
+    EXPECT_EQ(objListing.aLinks, std::set<std::string>{"linked"});
 }
 
 TEST(PosixFileSystem, ListsNoFile)
