@@ -27,8 +27,9 @@ static std::optional<std::string> sPlainNumber(std::string_view sText, char cDec
         return std::nullopt;
     if (sPlain.starts_with("+"))
         sPlain.erase(0, 1);
-    if (sPlain.find_first_of("0123456789") == std::string::npos)
-        return std::nullopt;  // from_chars would take "inf" and "nan"
+    // from_chars would take "inf", "nan" and "nan(1)" as well.
+    if (sPlain.find_first_not_of("0123456789.eE+-") != std::string::npos)
+        return std::nullopt;
     return sPlain;
 }
 

@@ -16,8 +16,9 @@ TEST(IsNumeric, TakesDecimalNumbersWithBlanksAround)
 TEST(IsNumeric, RefusesEveryOtherText)
 {
     for (const char* sText :
-         {"",    " ",   "-",    "+",  ".",  ",",   "a",   "1a",   "5-",  "1.2.3", "--1",  "+-1",
-          "-+1", "++1", "0x10", "1e", "e5", "inf", "nan", "-inf", "1 2", "1\t",   "1e400"})
+         {"",      " ",    "-",   "+",   ".",     ",",      "a",       "1a",        "5-",
+          "1.2.3", "--1",  "+-1", "-+1", "++1",   "0x10",   "1e",      "e5",        "inf",
+          "nan",   "-inf", "1 2", "1\t", "1e400", "nan(1)", "-NaN(0)", "infinity1", "1e5x"})
         EXPECT_FALSE(bIsNumeric(sText)) << sText;
 }
 
