@@ -14,6 +14,7 @@
 #include "src/job/modJobFiles.h"
 #include "src/job/modTaskTables.h"
 #include "src/platform/clock.h"
+#include "src/platform/processes.h"
 #include "src/platform/window_services.h"
 #include "src/shell/modMenuToolbar.h"
 #include "src/specialprocess/modSpecialTask.h"
@@ -112,6 +113,7 @@ static void RunTasks(Application& app, std::int32_t lStart)
         objOptions;  // one for all rows: a field that a row leaves empty keeps the value before it
     for (std::int32_t lRow = lStart; lRow <= lLast && lRow <= fgToDo.Rows() - 2; ++lRow, ++lCount) {
         app.frmMainMDI.sbMain.SetPanel(kPanelTask, std::to_string(lCount));
+        app.svc.objProcessLauncher.CollectEnded();
         LoadRequestFromGridRow(app, objOptions, lRow);
         std::int32_t lErr = 0;
         const bool bReload =
@@ -165,6 +167,7 @@ void EndRun(Application& app)
     app.bInternalGridChange = false;
     app.frmMainMDI.bHourglass = false;
     app.frmMain.fgToDo.SetRedraw(true);
+    app.svc.objProcessLauncher.CollectEnded();
     UpdateMenuToolbar(app);
 }
 

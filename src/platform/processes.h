@@ -34,4 +34,7 @@ public:
     /// Starts a program with "Dummy.exe" for its own name and then the arguments, in this process's folder
     /// and environment and with its open standard files. Null when it can't be started.
     [[nodiscard]] virtual std::unique_ptr<ChildProcess> pStart(const ProcessStart& objStart) = 0;
+    /// Clears away what the host keeps of the programs that were let go while they ran and have ended since.
+    /// Every start does that too.
+    virtual void CollectEnded() = 0;
 };

@@ -59,6 +59,16 @@ TEST_F(JobRun, MarksEachTaskAndGoesOnAfterAFailure)
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(3), "-");
 }
 
+TEST_F(JobRun, ClearsAwayLaunchedProgramsThatEndedLaterAtEachTaskAndAtItsEnd)
+{
+    AddTask("1");
+    AddTask("2");
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(app.objLauncher.lCollections, 3);
+}
+
 TEST_F(JobRun, CountsTheTasksOfThisRunInTheStatusBar)
 {
     AddTask("a");

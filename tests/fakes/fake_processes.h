@@ -15,12 +15,14 @@ public:
     int lLooksUntilEnd = 1;  ///< a program has ended at this look; 0: never
     std::int32_t lExitCode = 0;
     std::function<void()> OnLook;  ///< what happens meanwhile
+    int lCollections = 0;          ///< how often what has ended was cleared away
 
     std::unique_ptr<ChildProcess> pStart(const ProcessStart& objStart) override
     {
         aStarts.push_back(objStart);
         return bCanStart ? std::make_unique<Child>(*this) : nullptr;
     }
+    void CollectEnded() override { ++lCollections; }
 
 private:
     class Child : public ChildProcess

@@ -16,8 +16,7 @@ std::vector<std::string> aCutArguments(const std::string& sArguments);
 /// The niceness for a priority: 64 is 19, 32 is 0, 128 is -5, 256 is -10; false for any other number.
 bool bNicenessOfPriority(std::int32_t lPriority, int& nNiceness);
 
-/// A priority that the host refuses leaves the program at its own. Programs that are let go while they run
-/// are collected, once they have ended, when the next one is started or the launcher goes.
+/// A priority that the host refuses leaves the program at its own.
 class PosixProcessLauncher : public ProcessLauncher
 {
 public:
@@ -28,10 +27,10 @@ public:
     ~PosixProcessLauncher() override;
 
     std::unique_ptr<ChildProcess> pStart(const ProcessStart& objStart) override;
+    void CollectEnded() override;
 
 private:
     class Child;
-    void CollectEnded();
 
     const FileSystem& m_objFileSystem;
     std::vector<int> m_aLeftRunning;  ///< process numbers of programs that were let go

@@ -209,6 +209,18 @@ TEST_F(PosixProcesses, AreNeverEndedAndCollectedAfterTheirEnd)
     // Each start collects what has ended since; the file shows that the program went on to its end.
     for (int l = 0; l < 2000 && bHasChildren(); ++l)
         EXPECT_EQ(lExitCode("/bin/true", ""), 0);
+    EXPECT_FALSE(bHasChildren());
 
     EXPECT_TRUE(std::filesystem::exists(sFolder + "/done"));
+}
+
+TEST_F(PosixProcesses, AreCollectedWithoutAnotherStart)
+{
+    pStart(sScript("soon.sh", "#!/bin/sh\nexit 0\n"), "").reset();
+
+    siginfo_t objInfo{};
+    waitid(P_ALL, 0, &objInfo, WEXITED | WNOWAIT);  // it has ended, and nobody has collected it
+    objLauncher.CollectEnded();
+
+    EXPECT_FALSE(bHasChildren());
 }
