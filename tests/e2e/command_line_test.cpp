@@ -1,18 +1,10 @@
 // Whole command lines through the real program.
 #include <gtest/gtest.h>
 
-#include <regex>
-
 #include "tests/e2e/support/program.h"
 
 namespace
 {
-
-// The report with the seconds, which no test can know, made "#".
-std::string sWithoutSeconds(const std::string& sReport)
-{
-    return std::regex_replace(sReport, std::regex("(Time to complete job: )[0-9]+\\.[0-9]"), "$1#");
-}
 
 const std::string kSuccess = "Conversion Successful\nTime to complete job: #\n";
 

@@ -1,19 +1,7 @@
 // Job files through the real program.
 #include <gtest/gtest.h>
 
-#include <regex>
-
 #include "tests/e2e/support/program.h"
-
-namespace
-{
-
-std::string sWithoutSeconds(const std::string& sReport)
-{
-    return std::regex_replace(sReport, std::regex("(Time to complete job: )[0-9]+\\.[0-9]"), "$1#");
-}
-
-}  // namespace
 
 TEST(JobFile, RunsEveryTaskAndReports)
 {

@@ -1,6 +1,7 @@
 // Operations on a picture that change nothing and record the calls.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,13 +11,16 @@
 class RecordingImageTransform : public ImageTransform
 {
 public:
-    std::vector<std::string> aCalls;  ///< "SetImage 200x100", "Resize 100 50 0 0", "GetImageBytes", in order
-    bool bFail = false;               ///< every operation is False
+    std::vector<std::string> aCalls;   ///< "SetImage 200x100", "Resize 100 50 0 0", "GetImageBytes", in order
+    bool bFail = false;                ///< every operation is False
+    std::function<void()> OnSetImage;  ///< what happens as a picture comes
 
     void SetImage(ImageBuffer& aImage) override
     {
         aCalls.push_back("SetImage " + std::to_string(aImage.lWidth) + "x" + std::to_string(aImage.lHeight));
         m_aImage = std::exchange(aImage, {});
+        if (OnSetImage)
+            OnSetImage();
     }
     void GetImageBytes(ImageBuffer& aImage) override
     {

@@ -110,6 +110,9 @@ TEST(FillInFileTypeComboBoxOriginal, OffersEveryTypeAndAutodetect)
         "[14] Windows Animated Cursor (*.ani)",
     };
     EXPECT_EQ(aEntries(app.frmMain.cbFileTypeOriginal), aExpected);
+    FillInFileTypeComboBoxSpecialProcess(app);
+    EXPECT_EQ(aEntries(app.frmMain.cbFileTypeOriginalSpecialized),
+              std::vector<std::string>(aExpected.begin() + 1, aExpected.end()));
     EXPECT_EQ(app.frmMain.cbFileTypeOriginal.ListIndex(), 0);
     EXPECT_EQ(app.frmMain.cbFileTypeOriginal.ItemData(0), -1);
     EXPECT_EQ(app.frmMain.cbFileTypeOriginal.ItemData(14), 14);
@@ -133,6 +136,7 @@ TEST(FillInFileTypeComboBoxSpecialProcess, OffersWhatCanBeReadWithoutAutodetect)
     FillInFileTypeComboBoxSpecialProcess(app);
 
     EXPECT_EQ(app.frmMain.cbFileTypeOriginalSpecialized.ListCount(), 14);
+    EXPECT_EQ(app.frmMain.cbFileTypeOriginalSpecialized.ListIndex(), 0);
     EXPECT_EQ(app.frmMain.cbFileTypeOriginalSpecialized.ItemData(0), 1);
     EXPECT_EQ(app.frmMain.cbFileTypeOriginalSpecialized.ItemData(13), 14);
 }

@@ -260,7 +260,7 @@ TEST_F(ValidateSpecial, KnowsTheNumbersOfTheProcesses)
         objOptions.lSpecialProcess = lProcess;
         EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), -101) << lProcess;
     }
-    for (const std::int32_t lProcess : {3, 29, 31, 60}) {
+    for (const std::int32_t lProcess : {3, 29, 31, 56, 57, 60}) {
         objOptions.lSpecialProcess = lProcess;
         EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), 0) << lProcess;
     }

@@ -54,14 +54,15 @@ TEST(LaunchLists, OfferTheNumbersThatDetailsHold)
     FillInCommandLineWindowStateComboBox(app);
     FillInCommandLineThreadPriorityComboBox(app);
 
-    const ComboBox& cbState = app.frmMain.cbCommandLineWindowState;
-    const ComboBox& cbPriority = app.frmMain.cbCommandLineThreadPriority;
-    ASSERT_EQ(cbState.ListCount(), 4);
-    ASSERT_EQ(cbPriority.ListCount(), 4);
-    EXPECT_EQ(cbState.List(3), "Minimized");
-    EXPECT_EQ(cbState.ItemData(3), 6);
-    EXPECT_EQ(cbPriority.List(0), "Idle");
-    EXPECT_EQ(cbPriority.ItemData(0), 64);
-    EXPECT_EQ(cbPriority.List(3), "Realtime Priority");
-    EXPECT_EQ(cbPriority.ItemData(3), 256);
+    using Entries = std::vector<std::pair<std::string, std::int32_t>>;
+    const auto aEntries = [](const ComboBox& cb) {
+        Entries aResult;
+        for (std::int32_t l = 0; l < cb.ListCount(); ++l)
+            aResult.emplace_back(cb.List(l), cb.ItemData(l));
+        return aResult;
+    };
+    EXPECT_EQ(aEntries(app.frmMain.cbCommandLineWindowState),
+              (Entries{{"Hidden", 0}, {"Normal", 1}, {"Maximized", 3}, {"Minimized", 6}}));
+    EXPECT_EQ(aEntries(app.frmMain.cbCommandLineThreadPriority),
+              (Entries{{"Idle", 64}, {"Normal", 32}, {"High Priority", 128}, {"Realtime Priority", 256}}));
 }

@@ -156,6 +156,33 @@ TEST_F(SpecialTask, ResumesOneFileBackAfterAPause)
     EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "LoadImage /in/3.bmp"), 0);
 }
 
+TEST_F(SpecialTask, CountsThePercentageOfAResumedListFromTheWholeOfIt)
+{
+    AddPictures(8);
+    app.frmMain.lResumeFileIndex = 3;
+    std::vector<std::string> aPercents;
+    app.objTransform.OnSetImage = [&] { aPercents.push_back(app.frmMainMDI.sbMain.Panel(6)); };
+
+    lRun("/in/*.bmp", "/out/*.bmp");
+
+    EXPECT_EQ(aPercents.front(), "37.5  Percent Complete ");
+    EXPECT_EQ(aPercents.back(), "100.0  Percent Complete ");
+}
+
+TEST_F(SpecialTask, KeepsTheRequestsReportFileAndItsWishForRowsFromTheFilesOfAList)
+{
+    AddPictures(1);
+    app.objImages.aBroken.insert("/in/1.bmp");
+    objOptions.bVerboseLog = true;
+    objOptions.sLogFile = "/out/report.txt";
+
+    lRun("/in/*.bmp", "/out/*.bmp");
+    EXPECT_FALSE(app.objFiles.FileExists("/out/report.txt"));
+
+    lRun("/in/1.bmp", "/out/1.bmp");
+    EXPECT_TRUE(app.objFiles.FileExists("/out/report.txt"));
+}
+
 TEST_F(SpecialTask, DeletesTheSourceAfterASuccessWhereThatIsWanted)
 {
     AddPictures(2);
@@ -309,6 +336,39 @@ TEST_F(SpecialTask, RunsAJobSliceBySlice)
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColOriginal), "/in/2.bmp");
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColPass), "+");
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(2, kColPass), "+");
+}
+
+TEST_F(SpecialTask, MarksEveryKindOfTaskOfAJob)
+{
+    AddPictures(1);
+    app.objLauncher.lExitCode = 7;
+    const auto AddRow = [&](const std::string& sDetails, const std::string& sAction,
+                            const std::string& sOriginal, const std::string& sTarget) {
+        app.frmMain.fgToDo.AddItem(
+            "M\t" + sDetails + "\t1\t" + sAction + "\t" + sOriginal + "\t2\tbmp\t" + sTarget + "\t2\tbmp\t\t",
+            app.frmMain.fgToDo.Rows() - 1);
+    };
+    const std::string sPrefix = "1^0^FALSE^75^^^^^^^^";
+    AddRow(sPrefix, "C", "/in/1.bmp", "/out/c.bmp");
+    AddRow(sPrefix, "S24", "/in/1.bmp", "/out/s.bmp");
+    AddRow(sPrefix + "40000^1^0^0^", "S2", "/in/1.bmp", "/out/big.bmp");
+    AddRow(sPrefix, "S30", "/in/1.bmp", "/out/gap.bmp");
+    AddRow("32^1^-1", "S100", "/bin/tool", "-x");
+    AddRow(sPrefix, "S24", "/in/none.bmp", "/out/none.bmp");
+    AddRow(sPrefix, "S24", "/in/*.none", "/out/*.bmp");
+    app.frmMain.bRunning = false;
+
+    ConversionJobBegin(app);
+
+    std::string sMarks;
+    for (std::int32_t l = 1; l < app.frmMain.fgToDo.Rows() - 1; ++l)
+        sMarks += app.frmMain.fgToDo.TextMatrix(l, kColPass);
+    EXPECT_EQ(sMarks, "++-++-+");
+    std::string sLogged;
+    for (std::int32_t l = 1; l < app.frmMain.fgLog.Rows() - 1; ++l)
+        sLogged += sLog(l, 10) + sLog(l, 2) + " " + sLog(l, 11) + "\n";
+    EXPECT_EQ(sLogged,
+              "-3 Unable to convert: Overflow\n+5 Exit Code: 7\n-6 File: /in/none.bmp does not exist\n");
 }
 
 TEST_F(SpecialTask, IsChosenByThePresenceOfItsLetterWhereThereIsNoConversion)

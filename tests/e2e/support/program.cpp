@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <regex>
 
 namespace fs = std::filesystem;
 
@@ -142,6 +143,25 @@ std::string sTaskLine(const std::string& sOriginal, std::int32_t lOriginalType, 
     return "R M\t" + sDetails + "\t1\tC\t" + sOriginal + "\t" + std::to_string(lOriginalType) + "\t" +
            sExtension(sOriginal) + "\t" + sTarget + "\t" + std::to_string(lTargetType) + "\t" +
            sExtension(sTarget) + "\t" + sPass + "\t\r\n";
+}
+
+std::string sSpecialTaskLine(std::int32_t lProcess, const std::string& sOriginal, std::int32_t lType,
+                             const std::string& sTarget, const std::string& sOwnDetails)
+{
+    const std::string sType = std::to_string(lType);
+    return "\t*^0^FALSE^85^^^^^^^^" + sOwnDetails + "\t1\tS" + std::to_string(lProcess) + "\t" + sOriginal +
+           "\t" + sType + "\t\t" + sTarget + "\t" + sType + "\t\t\t\r\n";
+}
+
+std::string sLaunchTaskLine(const std::string& sProgram, const std::string& sArguments,
+                            const std::string& sDetails)
+{
+    return "\t" + sDetails + "\t1\tS100\t" + sProgram + "\t\t\t" + sArguments + "\t\t\t\t\r\n";
+}
+
+std::string sWithoutSeconds(const std::string& sReport)
+{
+    return std::regex_replace(sReport, std::regex("(Time to complete job: )[0-9]+\\.[0-9]"), "$1#");
 }
 
 std::string sDecodedByOthers(const std::string& sFile)

@@ -50,7 +50,16 @@ Outcome objVarnel(const Workplace& objPlace, const std::vector<std::string>& aAr
 std::string sTaskLine(const std::string& sOriginal, std::int32_t lOriginalType, const std::string& sTarget,
                       std::int32_t lTargetType, const std::string& sDetails = "*^0^FALSE^85^^^^^^^^",
                       const std::string& sPass = "");
+/// One line of a job file for a special process of one type of files: the details are those of the
+/// conversion that ends it, and then its own fields. That of a launch is the arguments and all its details.
+std::string sSpecialTaskLine(std::int32_t lProcess, const std::string& sOriginal, std::int32_t lType,
+                             const std::string& sTarget, const std::string& sOwnDetails);
+std::string sLaunchTaskLine(const std::string& sProgram, const std::string& sArguments,
+                            const std::string& sDetails = "32^1^-1");
 extern const char* const kMarkerLine;
+
+/// A report with its seconds, which no test can know, made "#".
+std::string sWithoutSeconds(const std::string& sReport);
 
 /// The picture as another program decodes it: "WIDTH HEIGHT" and RGB bytes; "" when it can't.
 std::string sDecodedByOthers(const std::string& sFile);

@@ -1,0 +1,436 @@
+// Every special process through the real program: by command line and by job, over every format.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
+
+#include "src/base/text.h"
+#include "src/specialprocess/modSpecialProcessCatalogue.h"
+#include "tests/e2e/support/picture.h"
+#include "tests/e2e/support/program.h"
+
+namespace
+{
+
+struct Process {
+    std::int32_t lNumber;
+    const char* sOwnDetails;  ///< joined by "^"
+    int lWidth = 24;          ///< size of what comes of a picture of 24x16
+    int lHeight = 16;
+};
+
+constexpr Process kProcesses[] = {{2, "12^8^2^0^FALSE", 12, 8},
+                                  {3, "90^0", 16, 24},
+                                  {4, ""},
+                                  {5, "1"},
+                                  {6, "3^2^255"},
+                                  {7, "FALSE^30"},
+                                  {8, "FALSE^20", 30, 16},
+                                  {9, "90"},
+                                  {10, "2"},
+                                  {11, ""},
+                                  {12, ""},
+                                  {13, "120^0.2^0.5"},
+                                  {14, "-60"},
+                                  {15, "40"},
+                                  {16, "255^128^0"},
+                                  {17, "0.75"},
+                                  {18, ""},
+                                  {19, "1"},
+                                  {20, "0.5"},
+                                  {21, "60"},
+                                  {22, "120"},
+                                  {23, ""},
+                                  {24, ""},
+                                  {25, "-0.5"},
+                                  {26, "3"},
+                                  {27, "60"},
+                                  {28, "-1"},
+                                  {29, "100"},
+                                  {31, "TRUE^35"},
+                                  {32, "10^3"},
+                                  {33, "TRUE^100^0"},
+                                  {34, "45^10^2"},
+                                  {35, "TRUE^100^0"},
+                                  {36, "5"},
+                                  {37, "1^4"},
+                                  {38, "TRUE^6"},
+                                  {39, "30^10"},
+                                  {40, "50"},
+                                  {41, "30^4^2"},
+                                  {42, "30^5^3"},
+                                  {43, "TRUE^100^20"},
+                                  {44, "50"},
+                                  {45, "1"},
+                                  {46, "0"},
+                                  {47, "3"},
+                                  {48, "1"},
+                                  {49, "1"},
+                                  {50, "0"},
+                                  {51, "1"},
+                                  {52, "0"},
+                                  {53, "2"},
+                                  {54, "1"},
+                                  {55, "0.5"},
+                                  {56, "7"},
+                                  {58, "5"},
+                                  {59, "5"},
+                                  {60, "TRUE^TRUE"}};
+constexpr int kWidth = 24;
+constexpr int kHeight = 16;
+
+struct Format {
+    std::int32_t lType;
+    std::string sExtension;
+    bool bOthersRead = true;
+};
+
+const std::vector<Format> kWritable = {{1, "jpg"},        {2, "bmp"},  {3, "tif"},        {4, "gif"},
+                                       {5, "emf", false}, {6, "j2k"},  {7, "pcx"},        {8, "png"},
+                                       {9, "ras"},        {10, "tga"}, {11, "wmf", false}};
+
+// Colours of every kind, but neither black nor white, so that every process finds something to do.
+Picture objColours()
+{
+    return objPicture(kWidth, kHeight, [](int x, int y) {
+        return Rgb{30 + x * 8, 40 + y * 11, 30 + (x * 37 + y * 53) % 180};
+    });
+}
+
+// The switches of a process's own fields: they begin at /a.
+std::vector<std::string> aSwitches(const Process& objProcess)
+{
+    std::vector<std::string> aResult;
+    char cLetter = 'a';
+    for (const std::string& sField : aSplit(objProcess.sOwnDetails, '^'))
+        aResult.push_back("/" + std::string(1, cLetter++) + sField);
+    return aResult;
+}
+
+// The sizes of picture files by their names, as another program reads them.
+std::map<std::string, std::string> aSizesByOthers(const std::vector<std::string>& aFiles)
+{
+    std::vector<std::string> aCommand = {"identify-im6.q16", "-format", "%f %wx%h\n"};
+    aCommand.insert(aCommand.end(), aFiles.begin(), aFiles.end());
+    std::istringstream objLines(objRun(aCommand).sOutput);
+    std::map<std::string, std::string> aResult;
+    for (std::string sName, sSize; objLines >> sName >> sSize;)
+        aResult[sName] = sSize;
+    return aResult;
+}
+
+std::string sSize(const Process& objProcess)
+{
+    return std::to_string(objProcess.lWidth) + "x" + std::to_string(objProcess.lHeight);
+}
+
+/// A picture in a workplace and what one process makes of it, both exact.
+class OneProcess : public testing::Test
+{
+protected:
+    Picture objMade(const Picture& objSource, std::int32_t lProcess, const std::string& sOwnDetails)
+    {
+        objPlace.sWrite("s.bmp", sBmpOf(objSource));
+        std::vector<std::string> aArguments = {"/P" + std::to_string(lProcess), "/S", objPlace.sPath("s.bmp"),
+                                               "/T", objPlace.sPath("t.bmp")};
+        for (const std::string& sSwitch : aSwitches({lProcess, sOwnDetails.c_str()}))
+            aArguments.push_back(sSwitch);
+        EXPECT_EQ(objVarnel(objPlace, aArguments).lStatus, 0);
+        return objDecodedByOthers(objPlace.sPath("t.bmp"));
+    }
+
+    const Workplace objPlace;
+};
+
+}  // namespace
+
+TEST(SpecialProcesses, AllWorkOnEveryFormatThatIsWritten)
+{
+    const Workplace objPlace;
+    const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objColours()));
+    std::string sJob;
+    for (const Format& objFormat : kWritable)
+        sJob += sTaskLine(sSource, 2, objPlace.sPath("in/s." + objFormat.sExtension), objFormat.lType);
+    for (const Format& objFormat : kWritable) {
+        for (const Process& objProcess : kProcesses)
+            sJob += sSpecialTaskLine(
+                objProcess.lNumber, objPlace.sPath("in/s." + objFormat.sExtension), objFormat.lType,
+                objPlace.sPath("out/" + std::to_string(objProcess.lNumber) + "." + objFormat.sExtension),
+                std::string(objProcess.sOwnDetails) + "^");
+        if (!objFormat.bOthersRead)
+            sJob += sTaskLine(objPlace.sPath("out/*." + objFormat.sExtension), objFormat.lType,
+                              objPlace.sPath("out/*." + objFormat.sExtension + ".png"), 8);
+    }
+    objPlace.sWrite("job.vjb", sJob + kMarkerLine);
+
+    objVarnel(objPlace, {"/J", objPlace.sPath("job.vjb"), "/L", objPlace.sPath("r.txt")});
+
+    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")), "Conversion Successful\nTime to complete job: #\n");
+    std::vector<std::string> aFiles;
+    const auto sResultName = [](const Process& objProcess, const Format& objFormat) {
+        return std::to_string(objProcess.lNumber) + "." + objFormat.sExtension +
+               (objFormat.bOthersRead ? "" : ".png");
+    };
+    for (const Format& objFormat : kWritable)
+        for (const Process& objProcess : kProcesses)
+            aFiles.push_back(objPlace.sPath("out/" + sResultName(objProcess, objFormat)));
+    const std::map<std::string, std::string> aSizes = aSizesByOthers(aFiles);
+    EXPECT_EQ(aSizes.size(), std::size(kProcesses) * kWritable.size());
+    for (const Format& objFormat : kWritable)
+        for (const Process& objProcess : kProcesses) {
+            const std::string sName = sResultName(objProcess, objFormat);
+            EXPECT_EQ(aSizes.contains(sName) ? aSizes.at(sName) : "not read", sSize(objProcess)) << sName;
+        }
+}
+
+TEST(SpecialProcesses, AllWorkByCommandLineAsTheyDoInAJob)
+{
+    const Workplace objPlace;
+    const Picture objSource = objColours();
+    const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objSource));
+    std::string sJob;
+    for (const Process& objProcess : kProcesses) {
+        const std::string sNumber = std::to_string(objProcess.lNumber);
+        sJob += sSpecialTaskLine(objProcess.lNumber, sSource, 2, objPlace.sPath("job/" + sNumber + ".bmp"),
+                                 std::string(objProcess.sOwnDetails) + "^");
+        std::vector<std::string> aArguments = {"/P" + sNumber, "/S", sSource, "/T",
+                                               objPlace.sPath("line/" + sNumber + ".bmp")};
+        for (const std::string& sSwitch : aSwitches(objProcess))
+            aArguments.push_back(sSwitch);
+        objVarnel(objPlace, aArguments);
+    }
+    objPlace.sWrite("job.vjb", sJob + kMarkerLine);
+    objVarnel(objPlace, {"/J", objPlace.sPath("job.vjb")});
+
+    const auto sPixels = [](const std::string& sBmp) {
+        return sBmp.substr(std::min<std::size_t>(54, sBmp.size()));
+    };
+    for (const Process& objProcess : kProcesses) {
+        const std::string sName = std::to_string(objProcess.lNumber) + ".bmp";
+        const std::string sMade = objPlace.sRead("line/" + sName);
+        EXPECT_FALSE(sMade.empty()) << sName;
+        EXPECT_TRUE(sMade == objPlace.sRead("job/" + sName)) << sName;
+        // Two find nothing to do: there is no border to crop, and the reserved filter changes nothing.
+        const bool bChanges = objProcess.lNumber != SP_AUTOCROP && objProcess.lNumber != SP_FILTERRESERVED56;
+        EXPECT_EQ(sPixels(sMade) != sPixels(sBmpOf(objSource)), bChanges) << sName;
+    }
+}
+
+TEST(SpecialProcesses, AreAllInTheListsOfTheseTests)
+{
+    std::vector<std::int32_t> aListed, aOfCatalogue;
+    for (const Process& objProcess : kProcesses)
+        aListed.push_back(objProcess.lNumber);
+    for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
+        if (objRow.lSpecialProcess != SP_LAUNCH)
+            aOfCatalogue.push_back(objRow.lSpecialProcess);
+    EXPECT_EQ(aListed, aOfCatalogue);
+}
+
+TEST_F(OneProcess, FlipsBothWays)
+{
+    const Picture objSource = objColours();
+    EXPECT_EQ(objMade(objSource, SP_FLIP, "0"),
+              objPicture(kWidth, kHeight, [&](int x, int y) { return objSource.At(kWidth - 1 - x, y); }));
+    EXPECT_EQ(objMade(objSource, SP_FLIP, "1"),
+              objPicture(kWidth, kHeight, [&](int x, int y) { return objSource.At(x, kHeight - 1 - y); }));
+}
+
+TEST_F(OneProcess, TurnsClockwise)
+{
+    const Picture objSource = objColours();
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "90"),
+              objPicture(kHeight, kWidth, [&](int x, int y) { return objSource.At(y, kHeight - 1 - x); }));
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "-90"),
+              objPicture(kHeight, kWidth, [&](int x, int y) { return objSource.At(kWidth - 1 - y, x); }));
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "540"), objPicture(kWidth, kHeight, [&](int x, int y) {
+                  return objSource.At(kWidth - 1 - x, kHeight - 1 - y);
+              }));
+}
+
+TEST_F(OneProcess, ShiftsAndFillsWithTheColourGiven)
+{
+    const Picture objSource = objColours();
+    // The low byte of a colour is red.
+    EXPECT_EQ(objMade(objSource, SP_SHIFT, "3^-2^4660"), objPicture(kWidth, kHeight, [&](int x, int y) {
+                  return x >= 3 && y < kHeight - 2 ? objSource.At(x - 3, y + 2) : Rgb{0x34, 0x12, 0};
+              }));
+}
+
+TEST_F(OneProcess, CropsABorderOfOneColour)
+{
+    const Picture objSource = objColours();
+    const Picture objFramed = objPicture(kWidth + 7, kHeight + 5, [&](int x, int y) {
+        const bool bInside = x >= 3 && x < 3 + kWidth && y >= 4 && y < 4 + kHeight;
+        return bInside ? objSource.At(x - 3, y - 4) : Rgb{250, 250, 250};
+    });
+    EXPECT_EQ(objMade(objFramed, SP_AUTOCROP, ""), objSource);
+}
+
+TEST_F(OneProcess, ResizesByTheNearestPixelAndKeepsTheProportionsWhereOneSizeIsZero)
+{
+    const Picture objSource = objColours();
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_RESIZE, "48^32^0"),
+              objPicture(48, 32, [&](int x, int y) { return objSource.At(x / 2, y / 2); }));
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_RESIZE, "0^8^1").lWidth, 12);
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_RESIZE, "48^0^2").lHeight, 32);
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_RESIZE, "7^9^2^0^TRUE").lHeight, 9);
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_RESIZE, "0^0^2"), objSource);
+}
+
+TEST_F(OneProcess, ChangesColoursByTheirFormulas)
+{
+    const Picture objSource = objColours();
+    const auto objExpected = [&](const std::function<Rgb(Rgb)>& fnColour) {
+        return objPicture(kWidth, kHeight, [&](int x, int y) { return fnColour(objSource.At(x, y)); });
+    };
+    EXPECT_EQ(objMade(objSource, SP_INVERT, ""), objExpected([](Rgb a) {
+                  return Rgb{255 - a[0], 255 - a[1], 255 - a[2]};
+              }));
+    EXPECT_EQ(objMade(objSource, SP_BRIGHTNESS, "-300"), objExpected([](Rgb) { return Rgb{0, 0, 0}; }));
+    EXPECT_EQ(objMade(objSource, SP_RED, "100"), objExpected([](Rgb a) {
+                  return Rgb{std::min(255, a[0] + 100), a[1], a[2]};
+              }));
+    EXPECT_EQ(objMade(objSource, SP_COLORIZE, "255^0^255"), objExpected([](Rgb a) {
+                  return Rgb{a[0], 0, a[2]};
+              }));
+    EXPECT_EQ(objMade(objSource, SP_POSTERIZE, "2"), objExpected([](Rgb a) {
+                  for (int& lChannel : a)
+                      lChannel = lChannel < 128 ? 0 : 255;
+                  return a;
+              }));
+    EXPECT_EQ(objMade(objSource, SP_THRESHOLD, "100"), objExpected([](Rgb a) {
+                  const double dIntensity = 0.299 * a[0] + 0.587 * a[1] + 0.114 * a[2];
+                  return dIntensity >= 100.5 ? Rgb{255, 255, 255} : Rgb{0, 0, 0};
+              }));
+    EXPECT_EQ(objMade(objSource, SP_FILTERRESERVED56, "9"), objSource);
+    EXPECT_EQ(objMade(objSource, 57, "9"), objSource) << "a number without an operation is load and save";
+}
+
+TEST_F(OneProcess, RunsWithZerosWhereTheDetailsDontParse)
+{
+    const Picture objSource = objColours();
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "round^about"), objSource);
+    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "nan(1)"), objSource);
+    EXPECT_EQ(objMade(objSource, SP_GAMMA, "1e400").At(0, 0), (Rgb{255, 255, 255}));
+}
+
+TEST(SpecialProcesses, SurviveNumbersOutOfEveryRangeOnAPictureOfOnePixel)
+{
+    const Workplace objPlace;
+    const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objPicture(1, 1, [](int, int) {
+                                                    return Rgb{10, 20, 30};
+                                                })));
+    std::string sJob;
+    for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
+        for (const char* sValue :
+             {"-2147483648", "2147483647", "32767", "1e300", "-1e300", "256", "-1", "x"}) {
+            std::string sOwn;
+            for (std::size_t i = 0; i < objRow.aParameters.size(); ++i)
+                sOwn += std::string(sValue) + "^";
+            if (objRow.lSpecialProcess != SP_LAUNCH && objRow.lSpecialProcess != SP_TRANSFORM_RESIZE)
+                sJob += sSpecialTaskLine(objRow.lSpecialProcess, sSource, 2, objPlace.sPath("t.bmp"), sOwn);
+        }
+    sJob += sSpecialTaskLine(SP_INVERT, sSource, 2, objPlace.sPath("last.bmp"), "");
+    objPlace.sWrite("job.vjb", sJob + kMarkerLine);
+
+    EXPECT_EQ(
+        objVarnel(objPlace, {"/J", objPlace.sPath("job.vjb")}, {{"VARNEL_MAX_MEGAPIXELS", "4"}}).lStatus, 0);
+
+    EXPECT_EQ(objDecodedByOthers(objPlace.sPath("last.bmp")).aPixels, (std::vector<Rgb>{{245, 235, 225}}));
+}
+
+TEST(SpecialProcesses, WalkATreeAndKeepTheType)
+{
+    const Workplace objPlace;
+    for (const char* sName : {"in/a.bmp", "in/sub/b.bmp"})
+        objPlace.sWrite(sName, sBmpOf(objColours()));
+
+    objVarnel(objPlace, {"/P24", "/R", "/S", objPlace.sPath("in/*.bmp"), "/T", objPlace.sPath("out/*.bmp")});
+    EXPECT_EQ(objPlace.aFiles(),
+              (std::vector<std::string>{"in/a.bmp", "in/sub/b.bmp", "out/a.bmp", "out/sub/b.bmp"}));
+
+    // The target's own type gives way to the source's as long as one of them is left to the extension.
+    objVarnel(objPlace, {"/P24", "/S", objPlace.sPath("in/a.bmp"), "/T", objPlace.sPath("out/c.jpg"), "/C1"});
+    EXPECT_EQ(objPlace.sRead("out/c.jpg"), objPlace.sRead("out/a.bmp"));
+}
+
+TEST(SpecialProcesses, WorkOnEachPageOfATiff)
+{
+    const Workplace objPlace;
+    const std::string sTif = objPlace.sCopySample("form.tif", "form.tif");
+
+    objVarnel(objPlace, {"/P24", "/S", sTif, "/T", objPlace.sPath("p.tif"), "/1", "3,1"});
+    objVarnel(objPlace, {"/P24", "/S", sTif, "/T", objPlace.sPath("all.tif"), "/1", "*", "/3", "TRUE"});
+
+    EXPECT_EQ(objPlace.aFiles(), (std::vector<std::string>{"all.tif", "form.tif", "p-1.tif", "p-3.tif"}));
+    const Picture objPage = objDecodedByOthers(sTif);
+    const Picture objMade = objDecodedByOthers(objPlace.sPath("p-1.tif"));
+    EXPECT_EQ(objMade, objPicture(objPage.lWidth, objPage.lHeight, [&](int x, int y) {
+                  const int lInverse = 255 - objPage.At(x, y)[0];
+                  return Rgb{lInverse, lInverse, lInverse};
+              }));
+    const Outcome objPages = objRun({"identify-im6.q16", "-format", "%p %wx%h;", objPlace.sPath("all.tif")});
+    EXPECT_EQ(objPages.sOutput, "0 425x550;1 425x550;2 425x550;");
+}
+
+TEST(SpecialProcesses, ChargeAnOverflowToItsFileAndGoOn)
+{
+    const Workplace objPlace;
+    const std::string sA = objPlace.sWrite("in/a.bmp", sBmpOf(objColours()));
+    const std::string sJob = objPlace.sWrite(
+        "job.vjb",
+        sSpecialTaskLine(SP_TRANSFORM_RESIZE, sA, 2, objPlace.sPath("t.bmp"), "40000^10^0^0^FALSE^") +
+            sSpecialTaskLine(SP_COLORIZE, objPlace.sPath("in/*.bmp"), 2, objPlace.sPath("out/*.bmp"),
+                             "256^0^0^") +
+            sSpecialTaskLine(SP_COLORIZE, sA, 2, objPlace.sPath("good.bmp"), "255^0^0^") + kMarkerLine);
+
+    objVarnel(objPlace, {"/J", sJob, "/L", objPlace.sPath("r.txt")});
+
+    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")), "Job # 1  Unable to convert: Overflow - " + sA +
+                                                            "\nJob # 2  Unable to convert: Overflow - " + sA +
+                                                            "\nTime to complete job: #\n");
+    EXPECT_FALSE(objPlace.bHas("t.bmp"));
+    EXPECT_FALSE(objPlace.bHas("out/a.bmp"));
+    EXPECT_TRUE(objPlace.bHas("good.bmp"));
+}
+
+TEST(SpecialProcesses, AreRefusedInTheWordsOfTheirFault)
+{
+    const Workplace objPlace;
+    const std::string sA = objPlace.sWrite("a.bmp", sBmpOf(objColours()));
+    const auto sReportOf = [&](std::vector<std::string> aArguments) {
+        aArguments.insert(aArguments.end(),
+                          {"/S", sA, "/T", objPlace.sPath("t.bmp"), "/L", objPlace.sPath("r.txt")});
+        objVarnel(objPlace, aArguments);
+        const std::string sReport = objPlace.sRead("r.txt");
+        std::filesystem::remove(objPlace.Root() / "r.txt");
+        return sReport;
+    };
+    const std::string sEnd = "\nMissing required or invalid command line argument(s)\n";
+
+    for (const char* sProcess : {"/P1", "/P30", "/P61", "/P99", "/Pnone"})
+        EXPECT_EQ(sReportOf({sProcess}), "Invalid Special Process Identifier specified" + sEnd) << sProcess;
+    EXPECT_EQ(sReportOf({"/P2", "/a-1", "/b5"}), "Invalid Width or Height" + sEnd);
+    EXPECT_EQ(sReportOf({"/P2", "/a5", "/b5", "/c3"}), "Unrecognized interpolation method" + sEnd);
+    EXPECT_FALSE(objPlace.bHas("t.bmp"));
+}
+
+TEST(SpecialProcesses, WriteLogRowsToTheReportForASingleFileAlone)
+{
+    const Workplace objPlace;
+    const std::string sBad = objPlace.sWrite("in/x.bmp", "This is a text.\n");
+    const std::string sError = "Unsupported source image file format. Unable to load image.";
+
+    objVarnel(objPlace,
+              {"/P24", "/S", sBad, "/T", objPlace.sPath("t.bmp"), "/Z", "/L", objPlace.sPath("one.txt")});
+    objVarnel(objPlace, {"/P24", "/S", objPlace.sPath("in/*.bmp"), "/T", objPlace.sPath("out/*.bmp"), "/Z",
+                         "/L", objPlace.sPath("many.txt")});
+
+    const std::string sLines = "Job # 1  " + sError + " - " + sBad + "\nTime to complete job: #\n";
+    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("one.txt")), "\t^^^^^^^^^^^^^^^^^^^^\t1\tS\t" + sBad +
+                                                              "\t2\tbmp\t" + objPlace.sPath("t.bmp") +
+                                                              "\t2\tbmp\t\t" + sError + "\n" + sLines);
+    // The record of a wildcard's files has no report file and no wish for rows.
+    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("many.txt")), sLines);
+}
