@@ -11,37 +11,33 @@
 
 static constexpr std::size_t kStripSize = 128 * 1024;
 static constexpr std::size_t kSampleSize = 8 * 1024;
+static constexpr std::size_t kSampleReach = 16 * 1024;
 static constexpr std::size_t kChunkSize = 128 * 1024;
 // Copies must save this share of what runs leave: they take three times the time.
-static constexpr std::uint64_t kWorthShare = 11;
-// A strip that runs shrink this far is no photograph, and looking for copies in all of it is soon done.
-static constexpr std::size_t kPlainShare = 10;
-// And one that shrinks this far, to so many bytes for a bit, teaches nothing about what comes after it.
-static constexpr std::size_t kBlankShare = 16;
-// After a strip in which copies were no better, its successors do without asking, ever more of them but at
+static constexpr std::uint64_t kWorthShare = 10;
+// A strip that runs bring to this share of its bytes is no photograph: it is searched thoroughly, which is
+// soon done.
+static constexpr std::uint64_t kPlainShare = 8;
+// One that is brought to this share is all but empty, and teaches nothing about what comes after it.
+static constexpr std::uint64_t kEmptyShare = 128;
+// After a strip in which copies didn't pay, its successors do without asking, ever more of them but at
 // most these.
-static constexpr std::uint32_t kMostSkipped = 5;
-// Where little repeats, what there is to find is found first; where bytes are few and alike, there are many
-// places to choose from.
-static constexpr PngSearch kInNoise = {2, 32, false};
-static constexpr PngSearch kInSmoothness = {8, 48, false};
-static constexpr PngSearch kInDrawings = {32, 128, true};
+static constexpr std::uint32_t kMostSkipped = 6;
 
 PngDeflater::PngDeflater(OutputFile& objOut, std::size_t nRowBytes, std::size_t nRows,
-                         std::uint32_t nPixelBytes, bool bDrawing)
+                         std::uint32_t nPixelBytes, PngContent objContent)
     : m_objOut(objOut),
       m_nRowBytes(nRowBytes),
       m_nRowsLeft(nRows),
       m_nPixelBytes(nPixelBytes),
-      m_bDrawing(bDrawing),
+      m_objContent(objContent),
       m_nStripSize(nRowBytes * std::clamp<std::size_t>(kStripSize / nRowBytes, 1, nRows)),
-      m_objSearch(kInDrawings),
       m_objBits(nullptr, 0, 0)
 {
-    m_aBuffer.resize(kPngWindow + m_nStripSize + kSlack);
+    m_aBuffer.resize(PngQuickCopies::kFrontSlack + kPngWindow + m_nStripSize + kSlack);
+    std::fill_n(m_aBuffer.begin(), PngQuickCopies::kFrontSlack, std::uint8_t{0});
     // Room for a chunk, and for the block that completes it.
     m_aPacked.resize(std::min(nRowBytes * nRows, kChunkSize + kStripSize * 3 / 2) + 1024);
-    m_aRuns.reserve(4096);
     // The stream's head: deflate with the largest window, no dictionary, the compressor's default.
     m_objBits.SetOut(m_aPacked.data());
     m_objBits.Put(0x78, 8);
@@ -59,77 +55,72 @@ bool PngDeflater::RowDone()
         return false;
     const std::size_t nKept = std::min<std::size_t>(m_nFilled, kPngWindow);
     const std::size_t nMoved = m_nFilled - nKept;
-    std::memmove(m_aBuffer.data(), m_aBuffer.data() + nMoved, nKept);
-    m_objMatcher.Moved(nMoved);
-    m_nRemembered -= std::min(m_nRemembered, nMoved);
+    std::memmove(pBuffer(), pBuffer() + nMoved, nKept);
+    m_objQuick.Moved(nMoved);
+    m_objThorough.Moved(nMoved);
     m_nBegin = m_nFilled = nKept;
     return true;
 }
 
-// One block for each strip: a block's codes take room, so that smaller ones gain nothing.
+// Each strip is one block: a block's codes take room, so that smaller ones would gain nothing.
 bool PngDeflater::CompressStrip(bool bLast)
 {
-    const std::uint8_t* const pBytes = m_aBuffer.data() + m_nBegin;
+    const std::uint8_t* const pBytes = pBuffer() + m_nBegin;
     const std::size_t nBytes = m_nFilled - m_nBegin;
     m_nAdler = libdeflate_adler32(m_nAdler, pBytes, nBytes);
-    if (m_bDrawing) {
-        FindCopies(m_nBegin, m_nFilled, m_aCopies);
-        return WriteBlock(PngBlock(m_aCopies, pBytes, nBytes), bLast);
-    }
+    if (m_objContent == PngContent::Photograph || m_objContent == PngContent::Flat)
+        return CompressByTrial(bLast);
+    if (m_objContent == PngContent::Scan)
+        m_objQuick.Find(pBuffer(), m_nBegin, m_nFilled, false, m_aCopies);
+    else
+        m_objThorough.Find(pBuffer(), m_nBegin, m_nFilled, m_aCopies);
+    return WriteBlock(PngBlock(m_aCopies, pBytes, nBytes), bLast);
+}
+
+bool PngDeflater::CompressByTrial(bool bLast)
+{
+    const std::uint8_t* const pBytes = pBuffer() + m_nBegin;
+    const std::size_t nBytes = m_nFilled - m_nBegin;
     FindPngRuns(pBytes, nBytes, m_nBegin, m_nPixelBytes, m_objCosts, m_aRuns);
     const PngBlock objRuns(m_aRuns, pBytes, nBytes);
     m_objCosts = objRuns.objCosts();
-    if (bTryCopies(objRuns.nBits())) {
-        FindCopies(m_nBegin, m_nFilled, m_aCopies);
-        const PngBlock objCopies(m_aCopies, pBytes, nBytes);
-        if (objCopies.nBits() < objRuns.nBits() * 7 / 10)
-            m_objSearch = kInDrawings;
-        Learn(objRuns.nBits(), objCopies.nBits());
-        if (objCopies.nBits() < objRuns.nBits())
-            return WriteBlock(objCopies, bLast);
-    }
-    return WriteBlock(objRuns, bLast);
+
+    const bool bEmpty = objRuns.nBits() < 8 * nBytes / kEmptyShare;
+    const bool bPlain = m_objContent == PngContent::Flat && objRuns.nBits() < 8 * nBytes / kPlainShare;
+    const bool bSkip = m_nSkip > 0 && !bEmpty;
+    m_nSkip -= bSkip ? 1 : 0;
+    if (bSkip || (!bPlain && !bSamplePays()))
+        return WriteBlock(objRuns, bLast);
+
+    if (bPlain)
+        m_objThorough.Find(pBuffer(), m_nBegin, m_nFilled, m_aCopies);
+    else
+        m_objQuick.Find(pBuffer(), m_nBegin, m_nFilled, m_bNoise, m_aCopies);
+    const PngBlock objCopies(m_aCopies, pBytes, nBytes);
+    if (bPlain && !bEmpty)
+        Learn(objCopies.nBits() < objRuns.nBits() - objRuns.nBits() / kWorthShare);
+    return WriteBlock(objCopies.nBits() < objRuns.nBits() ? objCopies : objRuns, bLast);
 }
 
-void PngDeflater::FindCopies(std::size_t nBegin, std::size_t nEnd, PngTokens& aTokens)
+// Tries both ways on the middle of the strip and compares what would be written.
+bool PngDeflater::bSamplePays()
 {
-    const std::size_t nReach = nBegin - std::min<std::size_t>(nBegin, kPngWindow);
-    m_objMatcher.Remember(m_aBuffer.data(), std::max(m_nRemembered, nReach), nBegin);
-    m_objMatcher.Find(m_aBuffer.data(), nBegin, nEnd, m_objSearch, aTokens);
-    m_nRemembered = nEnd;
-}
-
-// Whether to look for copies in all of the strip, which runs bring to nRuns bits.
-bool PngDeflater::bTryCopies(std::uint64_t nRuns)
-{
-    const std::size_t nBytes = m_nFilled - m_nBegin;
-    if (nRuns < nBytes / kBlankShare)
-        return true;
-    if (m_nSkip > 0) {
-        --m_nSkip;
-        return m_bPaid;
-    }
-    if (nRuns < 8 * nBytes / kPlainShare)
-        return true;
-    // Both ways are tried on the middle of the strip.
-    const std::size_t nSample = std::min(kSampleSize, nBytes);
-    const std::size_t nBegin = m_nBegin + (nBytes - nSample) / 2;
-    const std::uint8_t* const pSample = m_aBuffer.data() + nBegin;
+    const std::size_t nSample = std::min(kSampleSize, m_nFilled - m_nBegin);
+    const std::size_t nBegin = m_nBegin + (m_nFilled - m_nBegin - nSample) / 2;
+    const std::uint8_t* const pSample = pBuffer() + nBegin;
     FindPngRuns(pSample, nSample, nBegin, m_nPixelBytes, m_objCosts, m_aCopies);
-    const std::uint64_t nSampleRuns = PngBlock(m_aCopies, pSample, nSample).nBits();
-    m_objSearch = nSampleRuns > 4 * nSample ? kInNoise : kInSmoothness;
-    FindCopies(nBegin, nBegin + nSample, m_aCopies);
-    m_objMatcher.Forget();
-    m_nRemembered = 0;
-    Learn(nSampleRuns, PngBlock(m_aCopies, pSample, nSample).nBits());
-    return m_bPaid;
+    const std::uint64_t nRuns = PngBlock(m_aCopies, pSample, nSample).nBits();
+    m_bNoise = nRuns > 4 * nSample;
+    m_objQuick.Find(pBuffer(), nBegin, nBegin + nSample, m_bNoise, m_aCopies, kSampleReach);
+    m_objQuick.Forget();
+    Learn(PngBlock(m_aCopies, pSample, nSample).nBits() < nRuns - nRuns / kWorthShare);
+    return m_nSkip == 0;
 }
 
-void PngDeflater::Learn(std::uint64_t nRuns, std::uint64_t nCopies)
+void PngDeflater::Learn(bool bPaid)
 {
-    m_nSkipMost = nCopies < nRuns ? 0 : std::min(m_nSkipMost + 1, kMostSkipped);
+    m_nSkipMost = bPaid ? 0 : std::min(m_nSkipMost + 2, kMostSkipped);
     m_nSkip = m_nSkipMost;
-    m_bPaid = nCopies < nRuns - nRuns / kWorthShare;
 }
 
 bool PngDeflater::WriteBlock(const PngBlock& objBlock, bool bLast)

@@ -6,34 +6,44 @@
 #include <cstdint>
 
 #include "src/platform/image/codecs/png_blocks.h"
-#include "src/platform/image/codecs/png_lz77.h"
+#include "src/platform/image/codecs/png_quick_copies.h"
+#include "src/platform/image/codecs/png_thorough_copies.h"
 #include "src/platform/image_buffer.h"
 
 class OutputFile;
 
+/// What the rows hold, as far as that is known beforehand.
+enum class PngContent : std::uint8_t {
+    Photograph,  ///< samples tell whether copies pay, and they are looked for quickly
+    Flat,        ///< many pixels are as their neighbours: strips that shrink well are searched thoroughly
+    Drawing,     ///< few colours: copies are looked for thoroughly
+    Scan         ///< black and white in bits: copies are looked for quickly
+};
+
 /// One zlib stream, made in strips: the filtered rows of a strip and the 32 KB before it are all that is kept
-/// of the picture. Each strip is sampled: where repetitions from afar don't make it clearly smaller, which is
-/// so in most photographs, only runs are looked for.
+/// of the picture. Where copies from afar don't make a strip clearly smaller, which is so in most
+/// photographs, only runs are looked for.
 class PngDeflater
 {
 public:
-    /// For nRows rows of nRowBytes each, the filter's byte included; nPixelBytes is 1 to 4. With bDrawing few
-    /// colours are to be expected, and repetitions are looked for from the start. Throws std::bad_alloc.
+    /// For nRows rows of nRowBytes each, the filter's byte included; nPixelBytes is 1 to 4. Throws
+    /// std::bad_alloc.
     PngDeflater(OutputFile& objOut, std::size_t nRowBytes, std::size_t nRows, std::uint32_t nPixelBytes,
-                bool bDrawing);
+                PngContent objContent);
 
     /// Where the next row is to be put. kSlack bytes behind it may be written too.
-    std::uint8_t* pNextRow() { return m_aBuffer.data() + m_nFilled; }
+    std::uint8_t* pNextRow() { return pBuffer() + m_nFilled; }
     static constexpr std::size_t kSlack = 64;
 
     /// The row is there. After the last one the stream is finished. False when the file has failed.
     [[nodiscard]] bool RowDone();
 
 private:
+    std::uint8_t* pBuffer() { return m_aBuffer.data() + PngQuickCopies::kFrontSlack; }
     bool CompressStrip(bool bLast);
-    void FindCopies(std::size_t nBegin, std::size_t nEnd, PngTokens& aTokens);
-    bool bTryCopies(std::uint64_t nRuns);
-    void Learn(std::uint64_t nRuns, std::uint64_t nCopies);
+    bool CompressByTrial(bool bLast);
+    bool bSamplePays();
+    void Learn(bool bPaid);
     bool WriteBlock(const PngBlock& objBlock, bool bLast);
     bool FlushChunk(bool bEnd);
 
@@ -41,24 +51,23 @@ private:
     std::size_t m_nRowBytes;
     std::size_t m_nRowsLeft;
     std::uint32_t m_nPixelBytes;
-    bool m_bDrawing;
+    PngContent m_objContent;
     std::size_t m_nStripSize;
 
-    PixelBytes m_aBuffer;       ///< what copies may reach back to, then the strip
+    PixelBytes m_aBuffer;       ///< slack, what copies may reach back to, then the strip
     std::size_t m_nBegin = 0;   ///< where the strip begins
     std::size_t m_nFilled = 0;  ///< where it ends so far
 
     PngTokens m_aRuns;
-    PngCosts m_objCosts = objFirstPngCosts();  ///< by the runs of the strip before
     PngTokens m_aCopies;
-    PngMatcher m_objMatcher;
-    PngSearch m_objSearch;
-    std::size_t m_nRemembered = 0;    ///< up to where the matcher knows the buffer
-    bool m_bPaid = false;             ///< what the last sample said
-    std::uint32_t m_nSkip = 0;        ///< strips that go by it
+    PngCosts m_objCosts = objFirstPngCosts();  ///< by the runs of the strip before
+    PngQuickCopies m_objQuick;
+    PngThoroughCopies m_objThorough;
+    bool m_bNoise = false;
+    std::uint32_t m_nSkip = 0;  ///< strips that go by the last trial, in which copies did not pay
     std::uint32_t m_nSkipMost = 0;
 
-    PixelBytes m_aPacked;  ///< a chunk's head, then its data so far
+    PixelBytes m_aPacked;  ///< a chunk's data so far
     PngBitWriter m_objBits;
     std::uint32_t m_nAdler = 1;
 };

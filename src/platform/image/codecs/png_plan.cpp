@@ -5,8 +5,7 @@
 #include <cstring>
 #include <utility>
 
-#include "src/platform/image/codecs/png_blocks.h"
-#include "src/platform/image/codecs/png_lz77.h"
+#include "src/platform/image/codecs/png_filter.h"
 #include "src/platform/image/codecs/png_run_length.h"
 
 static constexpr std::size_t kSamples = 3;
@@ -51,20 +50,21 @@ static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
     const std::size_t nSample = std::clamp(nPixelRow * nHeight / kSampleShare, kSampleLeast, kSampleMost);
     const std::size_t nRows = std::min(std::max<std::size_t>(nSample / nPixelRow, 2), nHeight);
     PixelBytes aBuffer;
-    aBuffer.resize(nRows * nRowBytes + 2 * kPngRowSlack);
+    aBuffer.resize(PngQuickCopies::kFrontSlack + nRows * nRowBytes + 2 * kPngRowSlack, 0);
+    std::uint8_t* const pRows = aBuffer.data() + PngQuickCopies::kFrontSlack;
+    const std::size_t nBytes = nRows * nRowBytes;
     PngTokens aTokens;
+    PngQuickCopies objFinder;
     std::uint64_t nBits = 0;
     for (std::size_t i = 0; i < kSamples; ++i) {
         const std::size_t nFirst = (nHeight - nRows) * (2 * i + 1) / (2 * kSamples);
         for (std::size_t y = 0; y < nRows; ++y)
-            objRows.Make(nFirst + y, aBuffer.data() + y * nRowBytes);
-        const std::size_t nBytes = nRows * nRowBytes;
-        PngMatcher objMatcher;
-        aTokens.clear();
-        objMatcher.Find(aBuffer.data(), 0, nBytes, {16, 64, false}, aTokens);
-        const std::uint64_t nWithCopies = PngBlock(aTokens, aBuffer.data(), nBytes).nBits();
-        FindPngRuns(aBuffer.data(), nBytes, 0, objPlan.objLayout.nPixelBytes(), objFirstPngCosts(), aTokens);
-        nBits += std::min(nWithCopies, PngBlock(aTokens, aBuffer.data(), nBytes).nBits());
+            objRows.Make(nFirst + y, pRows + y * nRowBytes);
+        objFinder.Forget();
+        objFinder.Find(pRows, 0, nBytes, false, aTokens);
+        const std::uint64_t nWithCopies = PngBlock(aTokens, pRows, nBytes).nBits();
+        FindPngRuns(pRows, nBytes, 0, objPlan.objLayout.nPixelBytes(), objFirstPngCosts(), aTokens);
+        nBits += std::min(nWithCopies, PngBlock(aTokens, pRows, nBytes).nBits());
     }
     return nBits + 8 * (objPlan.objLayout.aPalette.size() + objPlan.objLayout.aTransparency.size());
 }
@@ -90,17 +90,19 @@ static bool bFlat(const ImageBuffer& aImage)
 PngPlan objPlanFor(const ImageBuffer& aImage)
 {
     std::vector<PngLayout> aLayouts = aPngLayouts(aImage);
-    const bool bPacked = aLayouts[0].nDepth < 8;
-    const bool bPalette = aLayouts[0].objColour == PngColour::Palette;
-    const bool bDrawing = bPalette || bPacked;
-    const bool bUnfiltered = bDrawing || bFlat(aImage);
+    const bool bScan = aLayouts[0].objColour == PngColour::Grey && aLayouts[0].nDepth == 1;
+    const bool bDrawing = aLayouts[0].objColour == PngColour::Palette || aLayouts[0].nDepth < 8;
+    const PngContent objContent = bScan           ? PngContent::Scan
+                                  : bDrawing      ? PngContent::Drawing
+                                  : bFlat(aImage) ? PngContent::Flat
+                                                  : PngContent::Photograph;
     std::vector<PngPlan> aPlans;
     for (PngLayout& objLayout : aLayouts) {
         // Differences of numbers packed into bytes mean nothing.
         if (objLayout.nDepth == 8)
-            aPlans.push_back({objLayout, true, bDrawing});
-        if (bUnfiltered)
-            aPlans.push_back({objLayout, false, bDrawing});
+            aPlans.push_back({objLayout, true, objContent});
+        if (objContent != PngContent::Photograph)
+            aPlans.push_back({objLayout, false, objContent});
     }
     std::size_t nBest = 0;
     std::uint64_t nLeast = ~std::uint64_t{0};

@@ -2,13 +2,13 @@
 // Room: platform_image. May use: platform.
 #pragma once
 
-#include "src/platform/image/codecs/png_filter.h"
+#include "src/platform/image/codecs/png_deflate.h"
 #include "src/platform/image/codecs/png_layout.h"
 
 struct PngPlan {
     PngLayout objLayout;
-    bool bFilter = true;    ///< False: all rows as they are
-    bool bDrawing = false;  ///< flat colours: repetitions are worth a long look
+    bool bFilter = true;  ///< False: all rows as they are
+    PngContent objContent = PngContent::Photograph;
 };
 
 /// The plan that makes a sample of the picture's rows smallest. A picture that can only be a photograph has

@@ -7,8 +7,6 @@
 
 #include "src/platform/image/codecs/png_chunks.h"
 #include "src/platform/image/codecs/png_deflate.h"
-#include "src/platform/image/codecs/png_filter.h"
-#include "src/platform/image/codecs/png_layout.h"
 #include "src/platform/image/codecs/png_metadata.h"
 #include "src/platform/image/codecs/png_plan.h"
 #include "src/platform/image/output_file.h"
@@ -37,7 +35,7 @@ static bool WritePixels(OutputFile& objOut, const ImageBuffer& aImage, PngPlan& 
     const auto nHeight = static_cast<std::size_t>(aImage.lHeight);
     PngRowSource objRows(aImage, objPlan);
     PngDeflater objDeflater(objOut, objRows.nFilteredBytes(), nHeight, objPlan.objLayout.nPixelBytes(),
-                            objPlan.bDrawing);
+                            objPlan.objContent);
     for (std::size_t y = 0; y < nHeight; ++y) {
         objRows.Make(y, objDeflater.pNextRow());
         if (!objDeflater.RowDone())
