@@ -16,8 +16,9 @@ static constexpr std::size_t kChunkSize = 128 * 1024;
 // Copies must save this share of what runs leave: they take three times the time.
 static constexpr std::uint64_t kWorthShare = 10;
 // A strip that runs bring to this share of its bytes is no photograph: it is searched thoroughly, which is
-// soon done.
+// soon done. So is a small one, which is all there is of an icon.
 static constexpr std::uint64_t kPlainShare = 8;
+static constexpr std::size_t kSmallStrip = 64 * 1024;
 // One that is brought to this share is all but empty, and teaches nothing about what comes after it.
 static constexpr std::uint64_t kEmptyShare = 128;
 // After a strip in which copies didn't pay, its successors do without asking, ever more of them but at
@@ -86,7 +87,8 @@ bool PngDeflater::CompressByTrial(bool bLast)
     m_objCosts = objRuns.objCosts();
 
     const bool bEmpty = objRuns.nBits() < 8 * nBytes / kEmptyShare;
-    const bool bPlain = m_objContent == PngContent::Flat && objRuns.nBits() < 8 * nBytes / kPlainShare;
+    const bool bPlain = m_objContent == PngContent::Flat &&
+                        (nBytes <= kSmallStrip || objRuns.nBits() < 8 * nBytes / kPlainShare);
     const bool bSkip = m_nSkip > 0 && !bEmpty;
     m_nSkip -= bSkip ? 1 : 0;
     if (bSkip || (!bPlain && !bSamplePays()))

@@ -38,7 +38,8 @@ void PngRowSource::Make(std::size_t y, std::uint8_t* pOut)
     objFilters.Apply(objFilters.Choose(objRow), objRow, pOut);
 }
 
-// Bits that the samples take by the plan, deflated each for itself.
+// Bits that the picture would take by the plan, going by samples that are deflated each for itself. A small
+// picture is one sample.
 static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
 {
     const auto nHeight = static_cast<std::size_t>(aImage.lHeight);
@@ -55,9 +56,10 @@ static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
     const std::size_t nBytes = nRows * nRowBytes;
     PngTokens aTokens;
     PngQuickCopies objFinder;
+    const std::size_t nSamples = nRows < nHeight ? kSamples : 1;
     std::uint64_t nBits = 0;
-    for (std::size_t i = 0; i < kSamples; ++i) {
-        const std::size_t nFirst = (nHeight - nRows) * (2 * i + 1) / (2 * kSamples);
+    for (std::size_t i = 0; i < nSamples; ++i) {
+        const std::size_t nFirst = (nHeight - nRows) * (2 * i + 1) / (2 * nSamples);
         for (std::size_t y = 0; y < nRows; ++y)
             objRows.Make(nFirst + y, pRows + y * nRowBytes);
         objFinder.Forget();
@@ -66,7 +68,8 @@ static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
         FindPngRuns(pRows, nBytes, 0, objPlan.objLayout.nPixelBytes(), objFirstPngCosts(), aTokens);
         nBits += std::min(nWithCopies, PngBlock(aTokens, pRows, nBytes).nBits());
     }
-    return nBits + 8 * (objPlan.objLayout.aPalette.size() + objPlan.objLayout.aTransparency.size());
+    return nBits * nHeight / (nSamples * nRows) +
+           8 * (objPlan.objLayout.aPalette.size() + objPlan.objLayout.aTransparency.size());
 }
 
 // True when in a good part of the sampled rows a pixel is what its left neighbour is: then it is no

@@ -326,6 +326,71 @@ TEST(PngWriter, StoresAGraphicOfFewColoursInAPalette)
     EXPECT_EQ(lDepthOf(aFile), 4);
 }
 
+// Lines of the same few letters in shades of grey and blue, on a ground that is mostly one colour.
+static ImageBuffer aScreen(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
+{
+    const ImageBuffer aLetters = aRandomPicture(8, 12 * 20, lChannels, 5000, 5);
+    ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels, 1, 6);
+    std::mt19937 objRandom(3);
+    const auto nPixel = static_cast<std::size_t>(lChannels);
+    for (std::int32_t y = 30; y + 12 <= lHeight; y += 20)
+        for (std::int32_t x = 10; x + 8 <= lWidth; x += 9) {
+            const auto lLetter = static_cast<std::int32_t>(objRandom() % 20);
+            for (std::int32_t lRow = 0; lRow < 12; ++lRow)
+                std::copy_n(
+                    aLetters.aBytes.data() + static_cast<std::size_t>((lLetter * 12 + lRow) * 8) * nPixel,
+                    8 * nPixel,
+                    aImage.aBytes.data() + static_cast<std::size_t>((y + lRow) * lWidth + x) * nPixel);
+        }
+    return aImage;
+}
+
+TEST(PngWriter, GivesBackScreensDrawingsAndScansOfManyStrips)
+{
+    for (const std::int32_t lChannels : {1, 3, 4})
+        ExpectRoundTrip(aScreen(900, 700, lChannels), "screen of " + std::to_string(lChannels) + " channels");
+    ImageBuffer aFew = aScreen(900, 700, 3);
+    for (std::uint8_t& n : aFew.aBytes)
+        n &= 0x80;
+    ExpectRoundTrip(aFew, "drawing");
+    ImageBuffer aScan = aScreen(2500, 1500, 1);
+    for (std::uint8_t& n : aScan.aBytes)
+        n = n < 128 ? 0 : 255;
+    ExpectRoundTrip(aScan, "scan");
+}
+
+TEST(PngWriter, FindsTheLettersOfAScreenAgain)
+{
+    const ImageBuffer aImage = aScreen(900, 700, 3);
+
+    EXPECT_LT(aEncoded(codecPng, aImage).size(), aImage.aBytes.size() / 6);
+}
+
+TEST(PngWriter, MakesTheSameFileOfTheSamePicture)
+{
+    for (const ImageBuffer& aImage : {aScreen(900, 700, 4), aPattern(1501, 701, 3), aScreen(48, 48, 4)}) {
+        const Block aFirst = aEncoded(codecPng, aImage);
+        aEncoded(codecPng, aPattern(300, 200, 3));
+
+        EXPECT_TRUE(aEncoded(codecPng, aImage) == aFirst);
+    }
+}
+
+TEST(PngWriter, SparesASmallPictureAPaletteThatIsLargerThanWhatItSaves)
+{
+    ImageBuffer aIcon = aRandomPicture(24, 24, 3, 1, 1);
+    for (std::int32_t i = 0; i < 24 * 24; ++i)
+        for (std::int32_t c = 0; c < 3; ++c)
+            aIcon.aBytes[static_cast<std::size_t>(i * 3 + c)] =
+                static_cast<std::uint8_t>(i % 24 < 8 ? 255 : 3 * (i / 24 + i % 24) + 20 * c);
+
+    const Block aFile = aEncoded(codecPng, aIcon);
+
+    EXPECT_EQ(lColourTypeOf(aFile), PNG_COLOR_TYPE_RGB);
+    EXPECT_LT(aFile.size(), 250U);
+    ExpectRoundTrip(aIcon, "icon");
+}
+
 TEST(PngWriter, CarriesResolutionProfileAndMetadata)
 {
     ImageBuffer aImage = aPattern(20, 10, 3);
