@@ -26,7 +26,7 @@ ROW_LOOP static void Trace(const std::uint8_t* __restrict pOwn, const std::uint8
         const bool bContour =
             ((nOwn < nLimit) != (pRight[i] < nLimit)) | ((nOwn < nLimit) != (pBelow[i] < nLimit));
         const bool bOutline = (nToRight > nThreshold) | (nToBelow > nThreshold);
-        pTarget[i] = bContour | bOutline ? 0 : 255;
+        pTarget[i] = (bContour | bOutline) ? 0 : 255;
     }
 }
 

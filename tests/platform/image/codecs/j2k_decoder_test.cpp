@@ -13,8 +13,6 @@ namespace
 {
 using Block = std::vector<std::uint8_t>;
 
-constexpr std::int32_t kWidth = 83, kHeight = 61;  // of the samples
-
 Block aSample(const std::string& sName)
 {
     return aFileContent(sSamplePath("j2k/" + sName));
