@@ -39,11 +39,8 @@ static bool bReadSource(const EmfRecord& objRecord, ByteReader& rd, BlitSource& 
     const Affine objWorld = objReadTransform(rd);
     rd.U32Le();  // background colour: bitmaps with a palette have their own
     const std::uint32_t nUsage = rd.U32Le();
-    const std::uint32_t nHeaderOffset = rd.U32Le();
-    const std::uint32_t nHeaderSize = rd.U32Le();
-    const std::uint32_t nBitsOffset = rd.U32Le();
-    const std::uint32_t nBitsSize = rd.U32Le();
-    const auto objDib = objDibAt(objRecord, nHeaderOffset, nHeaderSize, nBitsOffset, nBitsSize, nUsage);
+    const EmfDibPlace objPlace = objReadDibPlace(rd);
+    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
     if (rd.Failed() || !objDib)
         return false;
     objSource.objDib = *objDib;
@@ -93,11 +90,8 @@ static std::optional<BitmapMask> objReadMask(DeviceContext& dc, const EmfRecord&
     objMask.lX = static_cast<std::int32_t>(dTamed(rd.I32Le()));
     objMask.lY = static_cast<std::int32_t>(dTamed(rd.I32Le()));
     const std::uint32_t nUsage = rd.U32Le();
-    const std::uint32_t nHeaderOffset = rd.U32Le();
-    const std::uint32_t nHeaderSize = rd.U32Le();
-    const std::uint32_t nBitsOffset = rd.U32Le();
-    const std::uint32_t nBitsSize = rd.U32Le();
-    const auto objDib = objDibAt(objRecord, nHeaderOffset, nHeaderSize, nBitsOffset, nBitsSize, nUsage);
+    const EmfDibPlace objPlace = objReadDibPlace(rd);
+    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
     if (rd.Failed() || !objDib ||
         (!objDib->Empty() && !bDecoded(*objDib, dc, DibColors::AsStored, objMask.aImage)))
         return std::nullopt;
@@ -147,11 +141,8 @@ static Outcome ePlgBlt(DeviceContext& dc, const EmfRecord& objRecord)
     objSource.ptSize = ptRead(rd);
     rd.Take(24 + 4);  // transform, background
     const std::uint32_t nUsage = rd.U32Le();
-    const std::uint32_t nHeaderOffset = rd.U32Le();
-    const std::uint32_t nHeaderSize = rd.U32Le();
-    const std::uint32_t nBitsOffset = rd.U32Le();
-    const std::uint32_t nBitsSize = rd.U32Le();
-    const auto objDib = objDibAt(objRecord, nHeaderOffset, nHeaderSize, nBitsOffset, nBitsSize, nUsage);
+    const EmfDibPlace objPlace = objReadDibPlace(rd);
+    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
     const auto objMask = objReadMask(dc, objRecord, rd);
     if (!objDib || !objMask)
         return Outcome::Broken;
@@ -180,14 +171,11 @@ static Outcome eStretchDib(DeviceContext& dc, const EmfRecord& objRecord)
     const Point ptDest = ptRead(rd);
     const Point ptSource = ptRead(rd);
     const Point ptSourceSize = ptRead(rd);
-    const std::uint32_t nHeaderOffset = rd.U32Le();
-    const std::uint32_t nHeaderSize = rd.U32Le();
-    const std::uint32_t nBitsOffset = rd.U32Le();
-    const std::uint32_t nBitsSize = rd.U32Le();
+    const EmfDibPlace objPlace = objReadDibPlace(rd);
     const std::uint32_t nUsage = rd.U32Le();
     const auto nRop3 = static_cast<std::uint8_t>(rd.U32Le() >> 16);
     const Point ptDestSize = ptRead(rd);
-    const auto objDib = objDibAt(objRecord, nHeaderOffset, nHeaderSize, nBitsOffset, nBitsSize, nUsage);
+    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
     if (rd.Failed() || !objDib)
         return Outcome::Broken;
     const Rect rcDest = rcOf(ptDest, ptDestSize);
@@ -212,14 +200,11 @@ static Outcome eSetDib(DeviceContext& dc, const EmfRecord& objRecord)
     const Point ptDest = ptRead(rd);
     const Point ptSource = ptRead(rd);
     const Point ptSize = ptRead(rd);
-    const std::uint32_t nHeaderOffset = rd.U32Le();
-    const std::uint32_t nHeaderSize = rd.U32Le();
-    const std::uint32_t nBitsOffset = rd.U32Le();
-    const std::uint32_t nBitsSize = rd.U32Le();
+    const EmfDibPlace objPlace = objReadDibPlace(rd);
     const std::uint32_t nUsage = rd.U32Le();
     const std::int64_t lFirstRow = rd.U32Le();
     const std::int64_t lRows = rd.U32Le();
-    const auto objDib = objDibAt(objRecord, nHeaderOffset, nHeaderSize, nBitsOffset, nBitsSize, nUsage);
+    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
     if (rd.Failed() || !objDib)
         return Outcome::Broken;
     if (objDib->Empty() || lRows == 0)

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "src/platform/image/metafile/emf_player.h"
+#include "src/platform/image/metafile/font_records.h"
 #include "src/platform/image/metafile/text_encoding.h"
 
 enum ObjectRecord : std::uint32_t {
@@ -61,10 +62,7 @@ static Outcome eExtCreatePen(EmfPlay& objPlay, const EmfRecord& objRecord)
 {
     ByteReader rd = objRecord.Data();
     const std::uint32_t nIndex = rd.U32Le();
-    const std::uint32_t nHeaderOffset = rd.U32Le();
-    const std::uint32_t nHeaderSize = rd.U32Le();
-    const std::uint32_t nBitsOffset = rd.U32Le();
-    const std::uint32_t nBitsSize = rd.U32Le();
+    const EmfDibPlace objPlace = objReadDibPlace(rd);
     Pen objPen;
     objPen.bExtended = true;
     objPen.nStyle = rd.U32Le();
@@ -73,7 +71,7 @@ static Outcome eExtCreatePen(EmfPlay& objPlay, const EmfRecord& objRecord)
     const ColorRef nColor = rd.U32Le();
     const std::uint32_t nHatch = rd.U32Le();
     objPen.objBrush = objPlainBrush(nBrushStyle, nColor, nHatch);
-    const auto objDib = objDibAt(objRecord, nHeaderOffset, nHeaderSize, nBitsOffset, nBitsSize, nColor);
+    const auto objDib = objDibAt(objRecord, objPlace, nColor);
     if (objDib && !objDib->Empty() && nBrushStyle > kBrushHatched) {
         objPen.objBrush.eKind = BrushKind::Dib;
         objPen.objBrush.objDib = *objDib;
@@ -103,11 +101,8 @@ static Outcome eCreatePatternBrush(EmfPlay& objPlay, const EmfRecord& objRecord)
     ByteReader rd = objRecord.Data();
     const std::uint32_t nIndex = rd.U32Le();
     const std::uint32_t nUsage = rd.U32Le();
-    const std::uint32_t nHeaderOffset = rd.U32Le();
-    const std::uint32_t nHeaderSize = rd.U32Le();
-    const std::uint32_t nBitsOffset = rd.U32Le();
-    const std::uint32_t nBitsSize = rd.U32Le();
-    const auto objDib = objDibAt(objRecord, nHeaderOffset, nHeaderSize, nBitsOffset, nBitsSize, nUsage);
+    const EmfDibPlace objPlace = objReadDibPlace(rd);
+    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
     if (rd.Failed() || !objDib)
         return Outcome::Broken;
     Brush objBrush;
@@ -125,21 +120,14 @@ static Outcome eCreateFont(EmfPlay& objPlay, ByteReader& rd)
     objFont.dEscapement = rd.I32Le();
     rd.I32Le();  // orientation of the letters: the escapement's
     objFont.lWeight = rd.I32Le();
-    objFont.bItalic = rd.U8() != 0;
-    objFont.bUnderline = rd.U8() != 0;
-    objFont.bStrikeOut = rd.U8() != 0;
-    objFont.nCharSet = rd.U8();
-    rd.Take(3);  // precisions and quality
-    objFont.nPitchAndFamily = rd.U8();
+    ReadFontStyle(rd, objFont);
     if (rd.Failed())
         return Outcome::Broken;
     std::vector<TextCharacter> aFace = aDecodedWords(rd.Take(std::min<std::uint64_t>(rd.Left(), 64)));
     aFace.erase(
         std::find_if(aFace.begin(), aFace.end(), [](const TextCharacter& obj) { return obj.nCode == 0; }),
         aFace.end());
-    objFont.sFace = sUtf8(aFace);
-    if (!objFont.sFace.empty() && objFont.sFace.front() == '@')  // the same font, for vertical writing
-        objFont.sFace.erase(0, 1);
+    objFont.sFace = sFaceOf(aFace);
     return ePut(objPlay, nIndex, std::make_shared<const Font>(std::move(objFont)));
 }
 

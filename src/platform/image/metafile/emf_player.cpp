@@ -33,19 +33,29 @@ Affine objReadTransform(ByteReader& rd)
     return {a[0], a[1], a[2], a[3], a[4], a[5]};
 }
 
-std::optional<DibSource> objDibAt(const EmfRecord& objRecord, std::uint32_t nHeaderOffset,
-                                  std::uint32_t nHeaderSize, std::uint32_t nBitsOffset,
-                                  std::uint32_t nBitsSize, std::uint32_t nUsage)
+EmfDibPlace objReadDibPlace(ByteReader& rd)
 {
-    if (nHeaderSize == 0)
+    EmfDibPlace objPlace;
+    objPlace.nHeaderOffset = rd.U32Le();
+    objPlace.nHeaderSize = rd.U32Le();
+    objPlace.nBitsOffset = rd.U32Le();
+    objPlace.nBitsSize = rd.U32Le();
+    return objPlace;
+}
+
+std::optional<DibSource> objDibAt(const EmfRecord& objRecord, const EmfDibPlace& objPlace,
+                                  std::uint32_t nUsage)
+{
+    if (objPlace.nHeaderSize == 0)
         return DibSource{};
     const std::uint64_t nRecord = objRecord.aAll.size();
-    if (std::uint64_t{nHeaderOffset} + nHeaderSize > nRecord || nBitsOffset > nRecord)
+    if (std::uint64_t{objPlace.nHeaderOffset} + objPlace.nHeaderSize > nRecord ||
+        objPlace.nBitsOffset > nRecord)
         return std::nullopt;
     // Some writers count the bits without the last row's filling, or too long; what is there will do or not.
-    const std::uint64_t nBits = std::min<std::uint64_t>(nBitsSize, nRecord - nBitsOffset);
-    return DibSource{objRecord.aAll.subspan(nHeaderOffset, nHeaderSize),
-                     objRecord.aAll.subspan(nBitsOffset, nBits), nUsage == 1};
+    const std::uint64_t nBits = std::min<std::uint64_t>(objPlace.nBitsSize, nRecord - objPlace.nBitsOffset);
+    return DibSource{objRecord.aAll.subspan(objPlace.nHeaderOffset, objPlace.nHeaderSize),
+                     objRecord.aAll.subspan(objPlace.nBitsOffset, nBits), nUsage == 1};
 }
 
 std::optional<Region> objReadRegion(ByteReader& rd)

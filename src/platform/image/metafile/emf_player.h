@@ -48,11 +48,18 @@ bool bPlayEmf(DeviceContext& dc, const MetafileRequest& objRequest);
 Point ptRead(ByteReader& rd);
 Rect rcRead(ByteReader& rd);
 Affine objReadTransform(ByteReader& rd);
-/// A bitmap within the record, by its four offsets and sizes; empty if it has none, nothing if they lead
-/// outside.
-std::optional<DibSource> objDibAt(const EmfRecord& objRecord, std::uint32_t nHeaderOffset,
-                                  std::uint32_t nHeaderSize, std::uint32_t nBitsOffset,
-                                  std::uint32_t nBitsSize, std::uint32_t nUsage);
+/// Where a record says that its bitmap lies, in bytes from its own begin.
+struct EmfDibPlace {
+    std::uint32_t nHeaderOffset = 0;
+    std::uint32_t nHeaderSize = 0;  ///< 0: there is no bitmap
+    std::uint32_t nBitsOffset = 0;
+    std::uint32_t nBitsSize = 0;
+};
+EmfDibPlace objReadDibPlace(ByteReader& rd);
+/// The bitmap at that place; empty if there is none, nothing if the place leads outside. nUsage 1: its
+/// palette holds indexes.
+std::optional<DibSource> objDibAt(const EmfRecord& objRecord, const EmfDibPlace& objPlace,
+                                  std::uint32_t nUsage);
 /// Region data; nothing if it is broken.
 std::optional<Region> objReadRegion(ByteReader& rd);
 /// Object nIndex, of the table or the stock; monostate if there is none.

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "src/platform/image/metafile/bitmaps.h"
+#include "src/platform/image/metafile/font_records.h"
 #include "src/platform/image/metafile/text_encoding.h"
 #include "src/platform/image/metafile/wmf_player.h"
 
@@ -119,19 +120,12 @@ static Outcome eCreateFont(WmfPlay& objPlay, ByteReader& rd)
     objFont.dEscapement = rd.I16Le();
     rd.I16Le();  // orientation of the letters: the escapement's
     objFont.lWeight = rd.I16Le();
-    objFont.bItalic = rd.U8() != 0;
-    objFont.bUnderline = rd.U8() != 0;
-    objFont.bStrikeOut = rd.U8() != 0;
-    objFont.nCharSet = rd.U8();
-    rd.Take(3);  // precisions and quality
-    objFont.nPitchAndFamily = rd.U8();
+    ReadFontStyle(rd, objFont);
     if (rd.Failed())
         return Outcome::Broken;
     Bytes aFace = rd.Take(std::min<std::uint64_t>(rd.Left(), 32));
     aFace = aFace.first(static_cast<std::size_t>(std::find(aFace.begin(), aFace.end(), 0) - aFace.begin()));
-    objFont.sFace = sUtf8(aDecodedBytes(aFace, objFont.nCharSet == 2 ? 0 : objFont.nCharSet));
-    if (!objFont.sFace.empty() && objFont.sFace.front() == '@')  // the same font, for vertical writing
-        objFont.sFace.erase(0, 1);
+    objFont.sFace = sFaceOf(aDecodedBytes(aFace, objFont.nCharSet == 2 ? 0 : objFont.nCharSet));
     return ePut(objPlay, std::make_shared<const Font>(std::move(objFont)));
 }
 
