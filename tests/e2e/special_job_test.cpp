@@ -2,8 +2,6 @@
 // program.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
 #include "tests/e2e/support/picture.h"
 #include "tests/e2e/support/program.h"
 
@@ -223,19 +221,4 @@ TEST_F(SpecialJob, DeletesTheSourcesOfPicturesAloneWhereThatIsWanted)
     EXPECT_TRUE(objPlace.bHas("b.bmp"));
     EXPECT_TRUE(objPlace.bHas("c.bmp"));
     EXPECT_TRUE(objPlace.bHas("tool.sh"));
-}
-
-TEST_F(SpecialJob, KeepsTheProcessorFreeWhileAProgramRuns)
-{
-    const std::string sLine = sLaunchTaskLine("/bin/sleep", "0.4");
-    const std::string sJob = objPlace.sWrite("job.vjb", sLine + kMarkerLine);
-
-    const Outcome objTimed =
-        objRun({"bash", "-c", "TIMEFORMAT='%U %S'; time \"$0\" /J \"$1\"", VARNEL_PROGRAM, sJob},
-               {{"VARNEL_SETTINGS_DIR", objPlace.sPath(".varnel-home")},
-                {"VARNEL_HOME", objPlace.sPath(".varnel-home")}});
-
-    double dUser = 9, dSystem = 9;
-    EXPECT_EQ(std::sscanf(objTimed.sErrors.c_str(), "%lf %lf", &dUser, &dSystem), 2) << objTimed.sErrors;
-    EXPECT_LT(dUser + dSystem, 0.2);
 }
