@@ -1,0 +1,98 @@
+// Applies any process with whatever comes as its details to a small picture of whatever pixels: the outcome
+// is an error of the details, or a whole picture, and the same one each time.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/base/raised_error.h"
+#include "src/platform/image/transforms/kernel_image_transform.h"
+#include "src/specialprocess/modApplySpecialProcess.h"
+#include "tests/fakes/test_application.h"
+
+namespace
+{
+
+struct Kernels {
+    KernelImageTransform objKernels;
+};
+
+/// Everything in memory but the operations, which are the real ones.
+struct FuzzApplication : TestServices, Kernels, Application {
+    FuzzApplication()
+        : Application(Services{objFiles, objIni, objClock, objLocale, objMutex, objFolders, objWindows,
+                               objImages, objUtility, objKernels, objLauncher})
+    {
+    }
+};
+
+constexpr std::size_t kHead = 4;  // process, width, height, channels
+constexpr int kLongestSide = 80;
+constexpr std::string_view kPrefix = "*^0^FALSE^75^^^^^^^^";
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    setenv("VARNEL_MAX_MEGAPIXELS", "1", 1);  // large pictures only cost time
+    return 0;
+}
+
+// The picture's pixels are the bytes that are left, again and again.
+static ImageBuffer aPictureOf(const std::uint8_t* pHead, std::string_view sBytes)
+{
+    static constexpr std::int32_t aChannels[] = {1, 3, 4};
+    ImageBuffer aImage;
+    aImage.lWidth = pHead[1] % kLongestSide + 1;
+    aImage.lHeight = pHead[2] % kLongestSide + 1;
+    aImage.lChannels = aChannels[pHead[3] % 3];
+    aImage.aBytes.assign(static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight) *
+                             static_cast<std::size_t>(aImage.lChannels),
+                         0);
+    for (std::size_t i = 0; i < aImage.aBytes.size() && !sBytes.empty(); ++i)
+        aImage.aBytes[i] = static_cast<std::uint8_t>(sBytes[i % sBytes.size()]);
+    return aImage;
+}
+
+// False when the process raised an error.
+static bool bApplied(FuzzApplication& app, clsConversionOptions& objOptions, ImageBuffer& aImage)
+{
+    try {
+        return bApplySpecialProcess(app, objOptions, aImage);
+    } catch (const clsRaisedError&) {
+        return false;
+    }
+}
+
+static bool bWhole(const ImageBuffer& aImage)
+{
+    const auto nPixels =
+        static_cast<std::uint64_t>(aImage.lWidth) * static_cast<std::uint64_t>(aImage.lHeight);
+    return aImage.lWidth > 0 && aImage.lHeight > 0 && nPixels <= 1'000'000 &&
+           (aImage.lChannels == 1 || aImage.lChannels == 3 || aImage.lChannels == 4) &&
+           aImage.aBytes.size() == nPixels * static_cast<std::uint64_t>(aImage.lChannels);
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
+{
+    if (nSize < kHead)
+        return 0;
+    const std::string_view sText(reinterpret_cast<const char*>(pData) + kHead, nSize - kHead);
+    const std::size_t nDetails = std::min(sText.find('\n'), sText.size());
+    FuzzApplication app;
+    clsConversionOptions objOptions;
+    objOptions.sActionToDo = "S";
+    objOptions.lSpecialProcess = pData[0] % 61;  // gaps as well
+    objOptions.sExtraParams = std::string(kPrefix) + std::string(sText.substr(0, nDetails));
+    ImageBuffer aImage = aPictureOf(pData, sText.substr(std::min(nDetails + 1, sText.size())));
+    ImageBuffer aAgain = aImage;
+
+    const bool bDone = bApplied(app, objOptions, aImage);
+    if (bDone && !bWhole(aImage))
+        std::abort();
+    if (bDone != bApplied(app, objOptions, aAgain) || (bDone && aImage.aBytes != aAgain.aBytes))
+        std::abort();
+    return 0;
+}
