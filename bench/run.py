@@ -5,6 +5,9 @@ Usage: bench/run.py CORPUS WORK [--rounds N] [--only REGEX] [--markdown FILE]
 
 One process against one process, interleaved round by round, so that a machine whose speed drifts treats all alike. CPU
 is user and system time of the process and its children. The ratio is the best peer's median over Varnel's.
+
+Three tables: whole jobs, conversions and operations, with load and save; operations alone, which is a run with the
+operation less a run without it on the same photograph; and every special process alone at its first-start values.
 """
 import argparse
 import glob
@@ -14,12 +17,17 @@ import shlex
 import shutil
 import statistics
 import subprocess
+import sys
 import time
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.dirname(HERE)
 VARNEL = os.path.join(ROOT, "build/release/bin/varnel")
 SLOW_SECONDS = 20  # a peer that took longer isn't run again
+LEAST_TELLING = 0.5  # milliseconds a megapixel: what is less can't be told from the load's and the save's own drift
+RUNS_ALONE = 3  # for a round: an operation alone is a small difference
+sys.path.insert(0, os.path.join(ROOT, "tools"))
+from catalogue import processes, switches  # noqa: E402  (the path is made above)
 
 
 class Job:
@@ -28,6 +36,10 @@ class Job:
     def __init__(self, name, folder, extension, varnel, target, im=None, gm=None, pillow=None, vips=None):
         self.name, self.folder, self.extension, self.target = name, folder, extension, target
         self.commands = {"varnel": varnel, "im": im, "gm": gm, "pillow": pillow, "vips": vips}
+
+
+    def files(self, corpus):
+        return sorted(os.path.basename(path) for path in glob.glob(f"{corpus}/{self.folder}/*.{self.extension}"))
 
 
 def convert(name, folder, source, target, extra="", goal="", im="", gm="", pillow="none", vips=None, suffix=None,
@@ -45,6 +57,14 @@ def convert(name, folder, source, target, extra="", goal="", im="", gm="", pillo
 
 QUALITY = "/4 75"
 PEER_QUALITY = "-quality 75"
+
+
+
+def operation(name, process, goal, im, gm, peer, vips=None, lacks=()):
+    """An operation with load and save: photographs from JPEG to JPEG of quality 75."""
+    return convert(name, "mid/jpg", "jpg", "jpg", f"{process} {QUALITY}", goal, f"{im} {PEER_QUALITY}",
+                   f"{gm} {PEER_QUALITY}", peer, vips, vips_suffix=".jpg[Q=75]", lacks=lacks)
+
 
 JOBS = [
     convert("JPEG to PNG", "mid/jpg", "jpg", "png", goal="8 / vips 3.5"),
@@ -65,14 +85,41 @@ JOBS = [
         im="@pages convert-im6.q16 {file} {out}/{base}-%d.png", gm="@pages gm convert {file} +adjoin {out}/{base}-%d.png",
         pillow=f"/usr/bin/python3 {HERE}/peers/pillow_batch.py pages {{out}} .png",
         vips="{work}/vips_batch pages {out} .png"),
+    operation("resize to 1280, bicubic", "/P2 /a1280 /b0 /c2", "1.6", "-filter Catrom -resize 1280x",
+              "-filter Catrom -resize 1280x", "resize"),
+    operation("Gaussian blur of 5 pixels", "/P36 /a5", "2", "-blur 0x5", "-blur 0x5", "blur"),
+    operation("rotate by 30 degrees, bilinear", "/P3 /a30 /b16777215", "2.7", "-background white -rotate 30",
+              "-background white -rotate 30", "rotate"),
+    operation("hue and saturation", "/P13 /a36 /b0 /c0.23", "3.5", "-modulate 100,130,120", "-modulate 100,130,120",
+              "hue"),
+    operation("equalize", "/P19 /a1", "1.7", "-equalize", "-equalize", "equalize"),
+    operation("Sobel, one direction", "/P49 /a0", "2.5", "-morphology Convolve Sobel", "-convolve -1,0,1,-2,0,2,-1,0,1",
+              "sobel", vips="sobel1"),
+    operation("Sobel, vips in both directions", "/P49 /a0", "2.5", "-morphology Convolve Sobel",
+              "-convolve -1,0,1,-2,0,2,-1,0,1", "sobel", lacks=("im", "gm", "pillow")),
+    operation("minimum of 5x5", "/P58 /a5", "8", "-statistic Minimum 5x5", "", "min5", lacks=("gm",)),
+    operation("emboss", "/P34 /a135 /b10 /c1", "1.7", "-emboss 1", "-emboss 1", "emboss"),
 ]
+
+# Operations alone: name, process of ours, and what ImageMagick and GraphicsMagick are told; None where they have none.
+ALONE = [
+    ("motion blur of 31 pixels at 30 degrees", "/P39 /a30 /b31", None, "-motion-blur 15x10+30"),
+    ("radial blur of 18 degrees", "/P40 /a50", "-radial-blur 18", None),
+    ("twirl by 60 degrees", "/P9 /a60", "-swirl 60", "-swirl 60"),
+    ("Gaussian noise", "/P31 /aFALSE /b20", "+noise Gaussian", "+noise Gaussian"),
+    ("mosaic of 10 pixels", "/P38 /aTRUE /b10", "-scale 10% -scale 1000%", "-scale 10% -scale 1000%"),
+    ("maximum of 5x5", "/P59 /a5", "-statistic Maximum 5x5", None),
+    ("diffuse over 6 pixels", "/P32 /a100 /b6", "-spread 6", "-spread 6"),
+]
+ALONE_TARGET = "10"
+NO_OPERATION = "/P57"  # the number without an operation: load and save
 
 
 def commands_of(job, tool, corpus, work, out):
     """The command lines of one run of a tool, started in the job's folder: one, or one a file where a peer needs it."""
     template = job.commands[tool]
     folder = os.path.join(corpus, job.folder)
-    files = sorted(os.path.basename(path) for path in glob.glob(f"{folder}/*.{job.extension}"))
+    files = job.files(corpus)
     if tool == "varnel":
         line = template.replace("{in}", folder).replace("{out}", out)
         return [[VARNEL] + line.split()]
@@ -129,6 +176,72 @@ def report(job, medians, lines):
     print(lines[-1], flush=True)
 
 
+class Alone:
+    """One photograph, which every program loads and saves with an operation and without it."""
+
+    def __init__(self, corpus, work, rounds):
+        folder = os.path.join(corpus, "mid/bmp")
+        largest = max(glob.glob(f"{folder}/*.bmp"), key=os.path.getsize)
+        self.folder, self.file, self.out = folder, os.path.basename(largest), os.path.join(work, "out")
+        self.settings, self.rounds, self.plain = os.path.join(work, "settings"), rounds, {}
+        self.megapixels = os.path.getsize(largest) / 3e6
+
+    def command(self, tool, arguments):
+        if tool == "varnel":
+            return [VARNEL, "/S", f"{self.folder}/{self.file}", "/T", f"{self.out}/{self.file}"] + arguments.split()
+        head = ["mogrify-im6.q16", "-path"] if tool == "im" else ["gm", "mogrify", "-output-directory"]
+        return head + [self.out, "-format", "bmp"] + shlex.split(arguments) + [self.file]
+
+    def least(self, tool, arguments):
+        """The least CPU seconds of some runs (of one where it takes long), and the greatest peak in MiB."""
+        runs, most = [], self.rounds * (RUNS_ALONE if tool == "varnel" else 1)
+        while len(runs) < most and (not runs or runs[-1]["wall"] < SLOW_SECONDS):
+            runs.append(run_once([self.command(tool, arguments)], self.folder, self.out, self.settings))
+        if not all(run["files"] for run in runs):
+            sys.exit(f"{tool} made nothing of {arguments}")
+        return min(run["cpu"] for run in runs), max(run["peak"] for run in runs)
+
+    def milliseconds(self, tool, arguments):
+        """CPU milliseconds a megapixel of the operation alone, and the peak of the whole run in MiB."""
+        plain_arguments = NO_OPERATION if tool == "varnel" else ""
+        if tool not in self.plain:
+            self.plain[tool] = self.least(tool, plain_arguments)[0]
+        run = self.least(tool, arguments)
+        return max(run[0] - self.plain[tool], 0) * 1000 / self.megapixels, run[1]
+
+
+def report_alone(alone, lines, only):
+    table = ["", "| operation alone | target | CPU ratio to the best peer | ms a megapixel | peers' ms a megapixel | peak MiB |",
+             "|---|---|---|---|---|---|"]
+    for name, ours, im, gm in ALONE:
+        if not re.search(only, name):
+            continue
+        own, peak = alone.milliseconds("varnel", ours)
+        peers = {tool: alone.milliseconds(tool, told)[0] for tool, told in (("im", im), ("gm", gm)) if told}
+        best = min(peers, key=peers.get)
+        least = max(own, LEAST_TELLING)
+        table.append(f"| {name} | {ALONE_TARGET} | **{'over ' if own < least else ''}{peers[best] / least:.0f}** ({best}) | "
+                     f"{own:.1f} | "
+                     + ", ".join(f"{tool} {peers[tool]:.0f}" for tool in peers) + f" | {peak:.0f} |")
+        print(table[-1], flush=True)
+    if len(table) > 3:
+        lines += table
+
+
+def report_first_starts(alone, lines, only):
+    table = ["", "| process | at its first-start values | ms a megapixel | peak MiB |", "|---|---|---|---|"]
+    for number, label, _, parameters in processes():
+        name = f"process {number}"
+        if number == 100 or not label or not re.search(only, name):
+            continue
+        told = switches([value for _, _, value in parameters])
+        cost, peak = alone.milliseconds("varnel", f"/P{number} {told}")
+        table.append(f"| {number} {label} | {told} | {cost:.1f} | {peak:.0f} |")
+        print(table[-1], flush=True)
+    if len(table) > 3:
+        lines += table
+
+
 def build_vips_peer(work):
     flags = subprocess.run(["pkg-config", "--cflags", "--libs", "vips"], capture_output=True, text=True, check=True)
     subprocess.run(["gcc", "-O2", f"{HERE}/peers/vips_batch.c", "-o", f"{work}/vips_batch"] + flags.stdout.split(),
@@ -152,6 +265,9 @@ def main():
     for job in JOBS:
         if re.search(arguments.only, job.name):
             report(job, measure(job, os.path.abspath(arguments.corpus), work, arguments.rounds), lines)
+    alone = Alone(os.path.abspath(arguments.corpus), work, arguments.rounds)
+    report_alone(alone, lines, arguments.only)
+    report_first_starts(alone, lines, arguments.only)
     if arguments.markdown:
         with open(arguments.markdown, "w", encoding="utf-8") as file:
             file.write("\n".join(lines) + "\n")

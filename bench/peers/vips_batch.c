@@ -29,6 +29,12 @@ static int Operate(const char* sOperation, VipsImage* pIn, VipsImage** ppOut)
         return vips_hist_equal(pIn, ppOut, NULL);
     if (!strcmp(sOperation, "sobel"))
         return vips_sobel(pIn, ppOut, NULL);
+    if (!strcmp(sOperation, "sobel1")) {
+        VipsImage* pKernel = vips_image_new_matrixv(3, 3, -1., 0., 1., -2., 0., 2., -1., 0., 1.);
+        VipsImage *pRaw, *pAmount;
+        return vips_conv(pIn, &pRaw, pKernel, "precision", VIPS_PRECISION_INTEGER, NULL) ||
+               vips_abs(pRaw, &pAmount, NULL) || vips_cast(pAmount, ppOut, VIPS_FORMAT_UCHAR, NULL);
+    }
     if (!strcmp(sOperation, "min5"))
         return vips_rank(pIn, ppOut, 5, 5, 0, NULL);
     if (!strcmp(sOperation, "emboss")) {
