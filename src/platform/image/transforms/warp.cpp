@@ -1,4 +1,4 @@
-// Draws a picture through a map: four source pixels in one register where they are all inside.
+// Draws a picture through a map: quickly inside, pixel by pixel at the border and where it is transparent.
 #include "src/platform/image/transforms/warp.h"
 
 #include <algorithm>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "src/platform/image/transforms/row_loop.h"
+#include "src/platform/image/transforms/warp_fours.h"
 
 namespace transforms
 {
@@ -14,63 +15,37 @@ namespace transforms
 namespace
 {
 
-// One source picture, with what the inner loop asks of it.
-struct Source {
-    const std::uint8_t* pBytes;
-    std::int64_t nSize;
-    std::int64_t nRowBytes;
-    std::int32_t lWidth;
-    std::int32_t lHeight;
-    const PixelValue* pOutside;
-};
-
-std::uint64_t nLoad(const std::uint8_t* p)
+const std::uint8_t* pTap(const ImageBuffer& aSource, std::int32_t x, std::int32_t y,
+                         const PixelValue* pOutside)
 {
-    std::uint64_t n;
-    std::memcpy(&n, p, sizeof n);
-    return n;
-}
-
-constexpr std::uint64_t kLanes = 0x00FF00FF00FF00FFU;
-constexpr std::uint64_t kHalves = 0x0080008000800080U;
-
-// The four bytes of a pixel in lanes of 16 bits, in the order 0, 2, 1, 3.
-std::uint64_t nSpread(std::uint64_t nPixel)
-{
-    nPixel &= 0xFFFFFFFFU;
-    return (nPixel | nPixel << 24) & kLanes;
-}
-
-// Both pixels mixed by n / 256, each lane rounded.
-std::uint64_t nMixed(std::uint64_t nOne, std::uint64_t nOther, std::uint64_t n)
-{
-    return ((nOne * (256 - n) + nOther * n + kHalves) >> 8) & kLanes;
-}
-
-const std::uint8_t* pTap(const Source& objSource, std::int32_t x, std::int32_t y, int nChannels)
-{
-    if (x < 0 || y < 0 || x >= objSource.lWidth || y >= objSource.lHeight) {
-        if (objSource.pOutside)
-            return objSource.pOutside->data();
-        x = std::clamp(x, 0, objSource.lWidth - 1);
-        y = std::clamp(y, 0, objSource.lHeight - 1);
+    if (x < 0 || y < 0 || x >= aSource.lWidth || y >= aSource.lHeight) {
+        if (pOutside)
+            return pOutside->data();
+        x = std::clamp(x, 0, aSource.lWidth - 1);
+        y = std::clamp(y, 0, aSource.lHeight - 1);
     }
-    return objSource.pBytes + y * objSource.nRowBytes + static_cast<std::int64_t>(x) * nChannels;
+    return pRow(aSource, y) + static_cast<std::ptrdiff_t>(x) * aSource.lChannels;
+}
+
+// True when none of the four pixels from x, y on is inside.
+bool bWhollyOutside(const ImageBuffer& aSource, std::int32_t x, std::int32_t y)
+{
+    return x < -1 || y < -1 || x >= aSource.lWidth || y >= aSource.lHeight;
 }
 
 // Any place at all, and pixels of any transparency.
 template <int nChannels>
-void DrawCarefully(const Source& objSource, std::int32_t lX, std::int32_t lY, std::uint8_t* pTarget)
+void DrawCarefully(const ImageBuffer& aSource, std::int32_t lX, std::int32_t lY, const PixelValue* pOutside,
+                   std::uint8_t* pTarget)
 {
     const std::int32_t x = lX >> 8, y = lY >> 8;
-    if (objSource.pOutside && (x < -1 || y < -1 || x >= objSource.lWidth || y >= objSource.lHeight)) {
-        std::memcpy(pTarget, objSource.pOutside->data(), nChannels);
+    if (pOutside && bWhollyOutside(aSource, x, y)) {
+        std::memcpy(pTarget, pOutside->data(), nChannels);
         return;
     }
     const std::uint32_t nX = lX & 255, nY = lY & 255;
-    const std::uint8_t* aTaps[4] = {pTap(objSource, x, y, nChannels), pTap(objSource, x + 1, y, nChannels),
-                                    pTap(objSource, x, y + 1, nChannels),
-                                    pTap(objSource, x + 1, y + 1, nChannels)};
+    const std::uint8_t* aTaps[4] = {pTap(aSource, x, y, pOutside), pTap(aSource, x + 1, y, pOutside),
+                                    pTap(aSource, x, y + 1, pOutside), pTap(aSource, x + 1, y + 1, pOutside)};
     std::uint32_t aWeights[4] = {(256 - nX) * (256 - nY), nX * (256 - nY), (256 - nX) * nY, nX * nY};
     std::uint64_t nWhole = 1 << 16;
     if constexpr (nChannels == 4) {
@@ -93,45 +68,39 @@ void DrawCarefully(const Source& objSource, std::int32_t lX, std::int32_t lY, st
     }
 }
 
-template <int nChannels>
-void DrawRow(const Source& objSource, const std::int32_t* __restrict aX, const std::int32_t* __restrict aY,
-             std::int32_t lCount, std::uint8_t* __restrict pTarget)
+void DrawGreyRow(const ImageBuffer& aSource, const std::int32_t* __restrict aX,
+                 const std::int32_t* __restrict aY, std::int32_t lCount, const PixelValue* pOutside,
+                 std::uint8_t* __restrict pTarget)
 {
-    const auto nRight = static_cast<std::uint32_t>(objSource.lWidth - 1);
-    const auto nBottom = static_cast<std::uint32_t>(objSource.lHeight - 1);
-    const std::int64_t nLastLoad = objSource.nSize - 8 - objSource.nRowBytes;
-    for (std::int32_t i = 0; i < lCount; ++i, pTarget += nChannels) {
+    const auto nRight = static_cast<std::uint32_t>(aSource.lWidth - 1);
+    const auto nBottom = static_cast<std::uint32_t>(aSource.lHeight - 1);
+    for (std::int32_t i = 0; i < lCount; ++i, ++pTarget) {
         const std::int32_t x = aX[i] >> 8, y = aY[i] >> 8;
-        const std::int64_t nAt = y * objSource.nRowBytes + static_cast<std::int64_t>(x) * nChannels;
-        if (static_cast<std::uint32_t>(x) >= nRight || static_cast<std::uint32_t>(y) >= nBottom ||
-            nAt > nLastLoad) {
-            DrawCarefully<nChannels>(objSource, aX[i], aY[i], pTarget);
+        if (static_cast<std::uint32_t>(x) >= nRight || static_cast<std::uint32_t>(y) >= nBottom) {
+            DrawCarefully<1>(aSource, aX[i], aY[i], pOutside, pTarget);
             continue;
         }
-        const std::uint64_t nX = aX[i] & 255, nY = aY[i] & 255;
-        const std::uint8_t* pUpper = objSource.pBytes + nAt;
-        const std::uint8_t* pLower = pUpper + objSource.nRowBytes;
-        if constexpr (nChannels == 1) {
-            const std::uint64_t nUpper = pUpper[0] * (256 - nX) + pUpper[1] * nX;
-            const std::uint64_t nLower = pLower[0] * (256 - nX) + pLower[1] * nX;
-            pTarget[0] = static_cast<std::uint8_t>((nUpper * (256 - nY) + nLower * nY + (1 << 15)) >> 16);
-        } else {
-            const std::uint64_t nUpper = nLoad(pUpper), nLower = nLoad(pLower);
-            if constexpr (nChannels == 4) {
-                if ((nUpper & nLower & 0xFF000000FF000000U) != 0xFF000000FF000000U) {
-                    DrawCarefully<4>(objSource, aX[i], aY[i], pTarget);
-                    continue;
-                }
-            }
-            const std::uint64_t nAbove = nMixed(nSpread(nUpper), nSpread(nUpper >> (8 * nChannels)), nX);
-            const std::uint64_t nBelow = nMixed(nSpread(nLower), nSpread(nLower >> (8 * nChannels)), nX);
-            const std::uint64_t nPixel = nMixed(nAbove, nBelow, nY);
-            pTarget[0] = static_cast<std::uint8_t>(nPixel);
-            pTarget[1] = static_cast<std::uint8_t>(nPixel >> 32);
-            pTarget[2] = static_cast<std::uint8_t>(nPixel >> 16);
-            if constexpr (nChannels == 4)
-                pTarget[3] = 255;
-        }
+        const std::int32_t lX = aX[i] & 255, lY = aY[i] & 255;
+        const std::uint8_t* pUpper = pRow(aSource, y) + x;
+        const std::uint8_t* pLower = pUpper + aSource.lWidth;
+        const std::int32_t lUpper = pUpper[0] * (256 - lX) + pUpper[1] * lX;
+        const std::int32_t lLower = pLower[0] * (256 - lX) + pLower[1] * lX;
+        pTarget[0] = static_cast<std::uint8_t>((lUpper * (256 - lY) + lLower * lY + (1 << 15)) >> 16);
+    }
+}
+
+template <int nChannels>
+void DrawRow(const ImageBuffer& aSource, const std::int32_t* aX, const std::int32_t* aY, std::int32_t lCount,
+             const PixelValue* pOutside, std::uint8_t* pTarget)
+{
+    for (std::int32_t i = 0; i < lCount;) {
+        for (; pOutside && i < lCount && bWhollyOutside(aSource, aX[i] >> 8, aY[i] >> 8); ++i)
+            std::memcpy(pTarget + static_cast<std::ptrdiff_t>(i) * nChannels, pOutside->data(), nChannels);
+        i += lDrawFours(aSource, aX + i, aY + i, nullptr, lCount - i,
+                        pTarget + static_cast<std::ptrdiff_t>(i) * nChannels);
+        for (const std::int32_t lEnd = std::min(i + 4, lCount); i < lEnd; ++i)
+            DrawCarefully<nChannels>(aSource, aX[i], aY[i], pOutside,
+                                     pTarget + static_cast<std::ptrdiff_t>(i) * nChannels);
     }
 }
 
@@ -140,20 +109,14 @@ void DrawRow(const Source& objSource, const std::int32_t* __restrict aX, const s
 void DrawWarped(const ImageBuffer& aSource, ImageBuffer& aTarget, const RowOfPlaces& fnPlaces,
                 const PixelValue* pOutside)
 {
-    const Source objSource{aSource.aBytes.data(),
-                           static_cast<std::int64_t>(aSource.aBytes.size()),
-                           static_cast<std::int64_t>(nStride(aSource)),
-                           aSource.lWidth,
-                           aSource.lHeight,
-                           pOutside};
-    const auto fnDraw = aTarget.lChannels == 1   ? DrawRow<1>
+    const auto fnDraw = aTarget.lChannels == 1   ? DrawGreyRow
                         : aTarget.lChannels == 3 ? DrawRow<3>
                                                  : DrawRow<4>;
     EachRows(aTarget.lHeight, nStride(aTarget), [&](std::int32_t lFirst, std::int32_t lLast) {
         std::vector<std::int32_t> aX(static_cast<std::size_t>(aTarget.lWidth)), aY(aX.size());
         for (std::int32_t y = lFirst; y < lLast; ++y) {
             fnPlaces(y, aX.data(), aY.data());
-            fnDraw(objSource, aX.data(), aY.data(), aTarget.lWidth, pRow(aTarget, y));
+            fnDraw(aSource, aX.data(), aY.data(), aTarget.lWidth, pOutside, pRow(aTarget, y));
         }
     });
 }

@@ -19,9 +19,9 @@ using RowOfPlaces = std::function<void(std::int32_t y, std::int32_t* aX, std::in
 
 /// Fills aTarget, whose size and channels are set, bilinearly: each pixel is the mean of the four source
 /// pixels around its place, weighted by 1 less the distance in x times the same in y, to the nearest level
-/// (one level beside it at most, since the two directions are rounded one after the other). Transparent
-/// pixels weigh by their alpha too, so that their hidden colour doesn't come through. Places outside have the
-/// colour *pOutside; without one, the colour of the nearest border pixel. Throws std::bad_alloc.
+/// (or the one beside it, where two are as near but for 1/60). Transparent pixels weigh by their alpha too,
+/// so that their hidden colour doesn't come through. Places outside have the colour *pOutside; without one,
+/// the colour of the nearest border pixel. Throws std::bad_alloc.
 void DrawWarped(const ImageBuffer& aSource, ImageBuffer& aTarget, const RowOfPlaces& fnPlaces,
                 const PixelValue* pOutside);
 
@@ -36,8 +36,9 @@ void StraightPlaces(const StraightMap& objMap, std::int32_t y, std::int32_t lCou
                     std::int32_t* aY);
 
 /// Fills aTarget, of the source's size and channels, with the mean of the source drawn through both maps,
-/// bilinearly and rounded once; places outside have the colour of the nearest border pixel. Alpha is neither
-/// drawn nor weighed but the source's own. Throws std::bad_alloc.
+/// bilinearly; places outside have the colour of the nearest border pixel. Values are rounded once for each
+/// map that isn't the identity. Alpha is neither drawn nor weighed but the source's own. Throws
+/// std::bad_alloc.
 void DrawWarpedMean(const ImageBuffer& aSource, ImageBuffer& aTarget, const StraightMap& objOne,
                     const StraightMap& objOther);
 

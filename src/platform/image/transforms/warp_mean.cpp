@@ -3,8 +3,8 @@
 #include <cstring>
 #include <vector>
 
-#include "src/platform/image/transforms/row_loop.h"
 #include "src/platform/image/transforms/warp.h"
+#include "src/platform/image/transforms/warp_fours.h"
 
 namespace transforms
 {
@@ -12,42 +12,39 @@ namespace transforms
 namespace
 {
 
-// One row's sums of 16 bits: a level is 128, so that two maps' together still fit.
+// One pixel whose place may lie outside, and with pUnmoved its mean with that.
 template <int nChannels>
-void AddRow(const ImageBuffer& aSource, const std::int32_t* __restrict aX, const std::int32_t* __restrict aY,
-            std::uint16_t* __restrict aSums)
+void DrawPixel(const ImageBuffer& aSource, std::int32_t lX, std::int32_t lY, const std::uint8_t* pUnmoved,
+               std::uint8_t* pTarget)
 {
-    constexpr int kColours = nChannels == 1 ? 1 : 3;
-    const std::int32_t lRight = aSource.lWidth - 1, lBottom = aSource.lHeight - 1;
-    for (std::int32_t i = 0; i < aSource.lWidth; ++i, aSums += nChannels) {
-        std::int32_t x = std::clamp(aX[i], 0, lRight * kPlaceUnit);
-        const std::int32_t y = std::clamp(aY[i], 0, lBottom * kPlaceUnit);
-        const std::int32_t lY = y & 255, lX = x & 255;
-        x >>= 8;
-        const std::uint8_t* pUpper = pRow(aSource, y >> 8) + static_cast<std::ptrdiff_t>(x) * nChannels;
-        const std::uint8_t* pLower = lY ? pUpper + nStride(aSource) : pUpper;
-        const std::ptrdiff_t nNext = lX ? nChannels : 0;
-        for (int c = 0; c < kColours; ++c) {
-            const std::int32_t lUpper = pUpper[c] * (256 - lX) + pUpper[c + nNext] * lX;
-            const std::int32_t lLower = pLower[c] * (256 - lX) + pLower[c + nNext] * lX;
-            aSums[c] =
-                static_cast<std::uint16_t>(aSums[c] + ((lUpper * (256 - lY) + lLower * lY + 256) >> 9));
-        }
+    const std::int32_t x = std::clamp(lX, 0, (aSource.lWidth - 1) * kPlaceUnit);
+    const std::int32_t y = std::clamp(lY, 0, (aSource.lHeight - 1) * kPlaceUnit);
+    const std::int32_t lRight = x & 255, lDown = y & 255;
+    const std::uint8_t* pUpper = pRow(aSource, y >> 8) + static_cast<std::ptrdiff_t>(x >> 8) * nChannels;
+    const std::uint8_t* pLower = lDown ? pUpper + nStride(aSource) : pUpper;
+    const std::ptrdiff_t nNext = lRight ? nChannels : 0;
+    for (int c = 0; c < (nChannels == 1 ? 1 : 3); ++c) {
+        const std::int32_t lUpper = pUpper[c] * (256 - lRight) + pUpper[c + nNext] * lRight;
+        const std::int32_t lLower = pLower[c] * (256 - lRight) + pLower[c + nNext] * lRight;
+        const std::int32_t lDrawn = lUpper * (256 - lDown) + lLower * lDown;  // 65536 a level
+        pTarget[c] = static_cast<std::uint8_t>(pUnmoved ? (lDrawn / 2 + (pUnmoved[c] << 15) + (1 << 15)) >> 16
+                                                        : (lDrawn + (1 << 15)) >> 16);
     }
 }
 
-ROW_LOOP void AddUnmoved(const std::uint8_t* __restrict pSource, std::size_t nCount,
-                         std::uint16_t* __restrict aSums)
+template <int nChannels>
+void DrawRow(const ImageBuffer& aSource, const std::int32_t* aX, const std::int32_t* aY,
+             const std::uint8_t* pUnmoved, std::uint8_t* pTarget)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        aSums[i] = static_cast<std::uint16_t>(aSums[i] + pSource[i] * 128);
-}
-
-ROW_LOOP void Mean(const std::uint16_t* __restrict aSums, std::size_t nCount,
-                   std::uint8_t* __restrict pTarget)
-{
-    for (std::size_t i = 0; i < nCount; ++i)
-        pTarget[i] = static_cast<std::uint8_t>((aSums[i] + 128) >> 8);
+    const auto fnAt = [](auto* p, std::int32_t i) {
+        return p ? p + static_cast<std::ptrdiff_t>(i) * nChannels : nullptr;
+    };
+    for (std::int32_t i = 0; i < aSource.lWidth;) {
+        if constexpr (nChannels > 1)
+            i += lDrawFours(aSource, aX + i, aY + i, fnAt(pUnmoved, i), aSource.lWidth - i, fnAt(pTarget, i));
+        for (const std::int32_t lEnd = std::min(i + 4, aSource.lWidth); i < lEnd; ++i)
+            DrawPixel<nChannels>(aSource, aX[i], aY[i], fnAt(pUnmoved, i), fnAt(pTarget, i));
+    }
 }
 
 bool bIdentity(const StraightMap& objMap)
@@ -61,24 +58,23 @@ bool bIdentity(const StraightMap& objMap)
 void DrawWarpedMean(const ImageBuffer& aSource, ImageBuffer& aTarget, const StraightMap& objOne,
                     const StraightMap& objOther)
 {
-    const auto fnAdd = aSource.lChannels == 1 ? AddRow<1> : aSource.lChannels == 3 ? AddRow<3> : AddRow<4>;
-    const std::size_t nRow = nStride(aSource);
-    EachRows(aTarget.lHeight, 4 * nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
+    const auto fnDraw = aSource.lChannels == 1   ? DrawRow<1>
+                        : aSource.lChannels == 3 ? DrawRow<3>
+                                                 : DrawRow<4>;
+    EachRows(aTarget.lHeight, 4 * nStride(aSource), [&](std::int32_t lFirst, std::int32_t lLast) {
         std::vector<std::int32_t> aX(static_cast<std::size_t>(aSource.lWidth)), aY(aX.size());
-        std::vector<std::uint16_t> aSums(nRow);
+        std::vector<std::uint8_t> aFirst(nStride(aSource));
         for (std::int32_t y = lFirst; y < lLast; ++y) {
-            std::fill(aSums.begin(), aSums.end(), std::uint16_t{0});
-            for (const StraightMap* pMap : {&objOne, &objOther}) {
-                if (bIdentity(*pMap)) {
-                    AddUnmoved(pRow(aSource, y), nRow, aSums.data());
-                } else {
-                    StraightPlaces(*pMap, y, aSource.lWidth, aX.data(), aY.data());
-                    fnAdd(aSource, aX.data(), aY.data(), aSums.data());
-                }
+            const std::uint8_t* pFirst = pRow(aSource, y);
+            if (!bIdentity(objOne)) {
+                StraightPlaces(objOne, y, aSource.lWidth, aX.data(), aY.data());
+                fnDraw(aSource, aX.data(), aY.data(), nullptr, aFirst.data());
+                pFirst = aFirst.data();
             }
+            StraightPlaces(objOther, y, aSource.lWidth, aX.data(), aY.data());
             std::uint8_t* pTarget = pRow(aTarget, y);
-            Mean(aSums.data(), nRow, pTarget);
-            for (std::size_t i = 3; aSource.lChannels == 4 && i < nRow; i += 4)
+            fnDraw(aSource, aX.data(), aY.data(), pFirst, pTarget);
+            for (std::size_t i = 3; aSource.lChannels == 4 && i < nStride(aSource); i += 4)
                 pTarget[i] = pRow(aSource, y)[i];
         }
     });
