@@ -1,76 +1,109 @@
-// The greatest or smallest value around each pixel by OpenCV, and what of it the level and threshold let
-// through.
+// The greatest or smallest value around each pixel, and what of it the level and threshold let through.
 #include "src/platform/image/transforms/dilation.h"
 
-#include <opencv2/imgproc.hpp>
-#include <utility>
+#include <array>
+#include <cstddef>
+#include <functional>
 
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/convolution.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms
 {
 
-// aAround holds the greatest values and takes the result.
-ROW_LOOP static void Grow(const std::uint8_t* __restrict aValues, std::size_t nCount, std::uint8_t nLimit,
-                          std::uint8_t nThreshold, std::uint8_t* __restrict aAround)
+namespace
 {
+
+struct Limits {
+    std::uint8_t nLevel, nThreshold;
+};
+
+// A row and those around it, from one pixel before its first on.
+struct Around {
+    const std::uint8_t *pAbove, *pOwn, *pBelow;
+    std::size_t nChannels;
+};
+
+ROW_LOOP_PART std::uint8_t nGreater(std::uint8_t nOne, std::uint8_t nOther)
+{
+    return nOne < nOther ? nOther : nOne;
+}
+ROW_LOOP_PART std::uint8_t nLesser(std::uint8_t nOne, std::uint8_t nOther)
+{
+    return nOne < nOther ? nOne : nOther;
+}
+
+template <bool bSquare, bool bGrow>
+ROW_LOOP_PART void ChangeRow(const Around& obj, std::size_t nCount, Limits objLimits,
+                             std::uint8_t* __restrict pTarget)
+{
+    const std::uint8_t* __restrict a = obj.pAbove;
+    const std::uint8_t* __restrict m = obj.pOwn;
+    const std::uint8_t* __restrict b = obj.pBelow;
+    const std::size_t c = obj.nChannels;
+    const std::uint8_t nLevel = objLimits.nLevel, nThreshold = objLimits.nThreshold;
     for (std::size_t i = 0; i < nCount; ++i) {
-        const std::uint8_t nValue = aValues[i], nMost = aAround[i];
-        const auto nGrowth = static_cast<std::uint8_t>(nMost - nValue);
-        const auto nGrown = static_cast<std::uint8_t>(nValue + (nGrowth < nLimit ? nGrowth : nLimit));
-        aAround[i] = nMost > nThreshold ? nGrown : nValue;
+        const std::uint8_t nValue = m[i + c];
+        if constexpr (bGrow) {
+            std::uint8_t nMost =
+                nGreater(nGreater(nGreater(m[i], nValue), m[i + 2 * c]), nGreater(a[i + c], b[i + c]));
+            if constexpr (bSquare)
+                nMost = nGreater(nMost, nGreater(nGreater(a[i], a[i + 2 * c]), nGreater(b[i], b[i + 2 * c])));
+            const auto nGrowth = nLesser(static_cast<std::uint8_t>(nMost - nValue), nLevel);
+            pTarget[i] = nMost > nThreshold ? static_cast<std::uint8_t>(nValue + nGrowth) : nValue;
+        } else {
+            std::uint8_t nLeast =
+                nLesser(nLesser(nLesser(m[i], nValue), m[i + 2 * c]), nLesser(a[i + c], b[i + c]));
+            if constexpr (bSquare)
+                nLeast = nLesser(nLeast, nLesser(nLesser(a[i], a[i + 2 * c]), nLesser(b[i], b[i + 2 * c])));
+            const auto nLoss = nLesser(static_cast<std::uint8_t>(nValue - nLeast), nLevel);
+            pTarget[i] = nValue > nThreshold ? static_cast<std::uint8_t>(nValue - nLoss) : nValue;
+        }
     }
 }
 
-// The same with the smallest values.
-ROW_LOOP static void Wear(const std::uint8_t* __restrict aValues, std::size_t nCount, std::uint8_t nLimit,
-                          std::uint8_t nThreshold, std::uint8_t* __restrict aAround)
+ROW_LOOP void GrowSquare(const Around& obj, std::size_t nCount, Limits objLimits, std::uint8_t* pTarget)
 {
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const std::uint8_t nValue = aValues[i];
-        const auto nLoss = static_cast<std::uint8_t>(nValue - aAround[i]);
-        const auto nWorn = static_cast<std::uint8_t>(nValue - (nLoss < nLimit ? nLoss : nLimit));
-        aAround[i] = nValue > nThreshold ? nWorn : nValue;
-    }
+    ChangeRow<true, true>(obj, nCount, objLimits, pTarget);
+}
+ROW_LOOP void GrowCross(const Around& obj, std::size_t nCount, Limits objLimits, std::uint8_t* pTarget)
+{
+    ChangeRow<false, true>(obj, nCount, objLimits, pTarget);
+}
+ROW_LOOP void WearSquare(const Around& obj, std::size_t nCount, Limits objLimits, std::uint8_t* pTarget)
+{
+    ChangeRow<true, false>(obj, nCount, objLimits, pTarget);
+}
+ROW_LOOP void WearCross(const Around& obj, std::size_t nCount, Limits objLimits, std::uint8_t* pTarget)
+{
+    ChangeRow<false, false>(obj, nCount, objLimits, pTarget);
 }
 
-static bool bGrownOrWorn(ImageBuffer& aImage, std::uint8_t nLimit, std::uint8_t nThreshold, bool bSquare,
-                         bool bGrow)
+using RowChange = void (*)(const Around&, std::size_t, Limits, std::uint8_t*);
+
+// Beyond the border stand the border's own values, which are neither greater nor smaller than what is there.
+bool bChange(ImageBuffer& aImage, Limits objLimits, RowChange fnChange)
 {
-    if (nLimit == 0)
+    if (objLimits.nLevel == 0)
         return true;
-    return bGuarded([&] {
-        ImageBuffer aResult = aLike(aImage);
-        const int lType = CV_8UC(aImage.lChannels);
-        const cv::Mat objFrom(aImage.lHeight, aImage.lWidth, lType, aImage.aBytes.data());
-        cv::Mat objTo(aImage.lHeight, aImage.lWidth, lType, aResult.aBytes.data());
-        const cv::Mat objShape =
-            cv::getStructuringElement(bSquare ? cv::MORPH_RECT : cv::MORPH_CROSS, cv::Size(3, 3));
-        if (bGrow)
-            cv::dilate(objFrom, objTo, objShape);
-        else
-            cv::erode(objFrom, objTo, objShape);
-        EachRows(aImage.lHeight, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
-            for (std::int32_t y = lFirst; y < lLast; ++y) {
-                (bGrow ? Grow : Wear)(pRow(aImage, y), nStride(aImage), nLimit, nThreshold, pRow(aResult, y));
-                for (std::size_t i = 3; aImage.lChannels == 4 && i < nStride(aImage); i += 4)
-                    pRow(aResult, y)[i] = pRow(aImage, y)[i];
-            }
-        });
-        TakePixels(aImage, std::move(aResult));
-        return true;
-    });
+    const auto fnRow = [&](const std::array<const std::uint8_t*, 3>& aRows, std::size_t nCount,
+                           std::size_t nChannels, std::uint8_t* pTarget) {
+        fnChange({aRows[0] - nChannels, aRows[1] - nChannels, aRows[2] - nChannels, nChannels}, nCount,
+                 objLimits, pTarget);
+    };
+    return FilterNeighbourhoods(aImage, std::ref(fnRow));
 }
+
+}  // namespace
 
 bool Dilation(ImageBuffer& aImage, std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare)
 {
-    return bGrownOrWorn(aImage, nLevel, nThreshold, bSquare, true);
+    return bChange(aImage, {nLevel, nThreshold}, bSquare ? GrowSquare : GrowCross);
 }
 
 bool Erosion(ImageBuffer& aImage, std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare)
 {
-    return bGrownOrWorn(aImage, nLevel, nThreshold, bSquare, false);
+    return bChange(aImage, {nLevel, nThreshold}, bSquare ? WearSquare : WearCross);
 }
 
 }  // namespace transforms

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <new>
-#include <opencv2/core.hpp>
 #include <utility>
 
 #include "src/platform/image/limits.h"
+#include "src/platform/image/parallel.h"
 #include "src/platform/image/picture_memory.h"
 #include "src/platform/image/transforms/intensity.h"
 
@@ -17,13 +17,17 @@ void EachRows(std::int32_t lRows, std::size_t nRowBytes,
               const std::function<void(std::int32_t, std::int32_t)>& fnRows)
 {
     constexpr std::size_t kWorthIt = 1 << 18;  // bytes; below, starting the others costs more than it saves
-    if (lRows < 2 || nRowBytes * static_cast<std::size_t>(lRows) < kWorthIt) {
+    if (lRows < 2 || nRowBytes * static_cast<std::size_t>(lRows) < kWorthIt || nCores() < 2) {
         fnRows(0, lRows);
         return;
     }
-    const double dParts = std::min(lRows, 4 * std::max(1, cv::getNumThreads()));
-    cv::parallel_for_(
-        cv::Range(0, lRows), [&](const cv::Range& objPart) { fnRows(objPart.start, objPart.end); }, dParts);
+    // More parts than cores, since some rows take longer than others.
+    const auto nRows = static_cast<std::size_t>(lRows), nParts = std::min(nRows, 4 * nCores());
+    const auto fnPart = [&](std::size_t n) {
+        fnRows(static_cast<std::int32_t>(nRows * n / nParts),
+               static_cast<std::int32_t>(nRows * (n + 1) / nParts));
+    };
+    RunParts(nParts, std::ref(fnPart));
 }
 
 ImageBuffer aLike(const ImageBuffer& aImage)

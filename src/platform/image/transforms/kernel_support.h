@@ -17,8 +17,7 @@ namespace transforms
 /// One pixel's channels in the picture's order; a grey picture uses the first one only.
 using PixelValue = std::array<std::uint8_t, 4>;
 
-/// What the body returns; False when it throws, which is what missing memory and OpenCV do. A body changes
-/// its picture last.
+/// What the body returns; False when it throws, for want of memory. A body changes its picture last.
 template <typename Body>
 bool bGuarded(const Body& fnBody)
 {
@@ -30,7 +29,8 @@ bool bGuarded(const Body& fnBody)
 }
 
 /// Calls fnRows(first, last) for parts of the rows 0 to lRows - 1 that together are all of them, on all cores
-/// when lRows rows of nRowBytes bytes are worth it. The parts must not depend on each other.
+/// when lRows rows of nRowBytes bytes are worth it. The parts must not depend on each other. Throws what they
+/// throw, after all of them, and nothing else.
 void EachRows(std::int32_t lRows, std::size_t nRowBytes,
               const std::function<void(std::int32_t, std::int32_t)>& fnRows);
 
@@ -64,7 +64,7 @@ PixelValue aBackground(const ImageBuffer& aImage, Colour lColour);
 /// describe them and is dropped. False, with the picture as it was, without memory.
 bool bWidenToColour(ImageBuffer& aImage);
 
-/// The picture of 1 channel that holds every pixel\'s intensity (intensity.h); of a grey picture a copy.
+/// The picture of 1 channel that holds every pixel's intensity (intensity.h); of a grey picture a copy.
 /// Throws std::bad_alloc.
 ImageBuffer aIntensity(const ImageBuffer& aImage);
 
