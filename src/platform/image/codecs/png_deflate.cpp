@@ -69,12 +69,12 @@ bool PngDeflater::CompressStrip(bool bLast)
     const std::uint8_t* const pBytes = pBuffer() + m_nBegin;
     const std::size_t nBytes = m_nFilled - m_nBegin;
     m_nAdler = libdeflate_adler32(m_nAdler, pBytes, nBytes);
-    if (m_objContent == PngContent::Photograph || m_objContent == PngContent::Flat)
-        return CompressByTrial(bLast);
     if (m_objContent == PngContent::Scan)
         m_objQuick.Find(pBuffer(), m_nBegin, m_nFilled, false, m_aCopies);
-    else
+    else if (m_objContent == PngContent::Drawing)
         m_objThorough.Find(pBuffer(), m_nBegin, m_nFilled, m_aCopies);
+    else
+        return CompressByTrial(bLast);
     return WriteBlock(PngBlock(m_aCopies, pBytes, nBytes), bLast);
 }
 
@@ -87,8 +87,10 @@ bool PngDeflater::CompressByTrial(bool bLast)
     m_objCosts = objRuns.objCosts();
 
     const bool bEmpty = objRuns.nBits() < 8 * nBytes / kEmptyShare;
-    const bool bPlain = m_objContent == PngContent::Flat &&
-                        (nBytes <= kSmallStrip || objRuns.nBits() < 8 * nBytes / kPlainShare);
+    const bool bSmall = m_nStripSize <= kSmallStrip;
+    const bool bPlain = m_objContent == PngContent::Graphic
+                            ? bSmall || objRuns.nBits() < 8 * nBytes / kPlainShare
+                            : m_objContent == PngContent::Flat && bSmall;
     const bool bSkip = m_nSkip > 0 && !bEmpty;
     m_nSkip -= bSkip ? 1 : 0;
     if (bSkip || (!bPlain && !bSamplePays()))

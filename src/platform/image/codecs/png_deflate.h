@@ -15,7 +15,8 @@ class OutputFile;
 /// What the rows hold, as far as that is known beforehand.
 enum class PngContent : std::uint8_t {
     Photograph,  ///< samples tell whether copies pay, and they are looked for quickly
-    Flat,        ///< many pixels are as their neighbours: strips that shrink well are searched thoroughly
+    Flat,        ///< many pixels are as their neighbours; else as photographs
+    Graphic,     ///< most pixels are as their neighbours: strips that shrink well are searched thoroughly
     Drawing,     ///< few colours: copies are looked for thoroughly
     Scan         ///< black and white in bits: copies are looked for quickly
 };

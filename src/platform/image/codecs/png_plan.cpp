@@ -12,6 +12,9 @@ static constexpr std::size_t kSamples = 3;
 static constexpr std::size_t kSampleMost = 24 * 1024;  // bytes of rows in each
 static constexpr std::size_t kSampleShare = 48;        // of the picture, but for small ones
 static constexpr std::size_t kSampleLeast = 4 * 1024;
+// Percent of pixels that are what their neighbours are. A photograph's sky and shadows may have many of them.
+static constexpr std::size_t kFlat = 40;
+static constexpr std::size_t kGraphic = 65;
 
 PngRowSource::PngRowSource(const ImageBuffer& aImage, PngPlan& objPlan)
     : m_aImage(aImage), m_objPlan(objPlan), m_nBytes(objPlan.objLayout.objHeader(aImage).nRowBytes())
@@ -72,9 +75,8 @@ static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
            8 * (objPlan.objLayout.aPalette.size() + objPlan.objLayout.aTransparency.size());
 }
 
-// True when in a good part of the sampled rows a pixel is what its left neighbour is: then it is no
-// photograph.
-static bool bFlat(const ImageBuffer& aImage)
+// The percentage of pixels in the sampled rows that are what their left neighbours are.
+static std::size_t nFlatness(const ImageBuffer& aImage)
 {
     constexpr std::size_t kRows = 16;
     const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
@@ -87,18 +89,23 @@ static bool bFlat(const ImageBuffer& aImage)
         for (std::size_t x = 1; x < nWidth; ++x)
             nSame += std::memcmp(p + x * nChannels, p + (x - 1) * nChannels, nChannels) == 0 ? 1 : 0;
     }
-    return nSame * 10 > kRows * nWidth * 4;
+    return nSame * 100 / (kRows * nWidth);
+}
+
+static PngContent objContentOf(const ImageBuffer& aImage, const PngLayout& objLayout)
+{
+    if (objLayout.objColour == PngColour::Grey && objLayout.nDepth == 1)
+        return PngContent::Scan;
+    if (objLayout.objColour == PngColour::Palette || objLayout.nDepth < 8)
+        return PngContent::Drawing;
+    const std::size_t nFlat = nFlatness(aImage);
+    return nFlat > kGraphic ? PngContent::Graphic : nFlat > kFlat ? PngContent::Flat : PngContent::Photograph;
 }
 
 PngPlan objPlanFor(const ImageBuffer& aImage)
 {
     std::vector<PngLayout> aLayouts = aPngLayouts(aImage);
-    const bool bScan = aLayouts[0].objColour == PngColour::Grey && aLayouts[0].nDepth == 1;
-    const bool bDrawing = aLayouts[0].objColour == PngColour::Palette || aLayouts[0].nDepth < 8;
-    const PngContent objContent = bScan           ? PngContent::Scan
-                                  : bDrawing      ? PngContent::Drawing
-                                  : bFlat(aImage) ? PngContent::Flat
-                                                  : PngContent::Photograph;
+    const PngContent objContent = objContentOf(aImage, aLayouts[0]);
     std::vector<PngPlan> aPlans;
     for (PngLayout& objLayout : aLayouts) {
         // Differences of numbers packed into bytes mean nothing.
