@@ -98,7 +98,7 @@ JOBS = [
               "sobel", vips="sobel1"),
     operation("Sobel, vips in both directions", "/P49 /a0", "2.5", "-morphology Convolve Sobel",
               "-convolve -1,0,1,-2,0,2,-1,0,1", "sobel", lacks=("im", "gm", "pillow")),
-    operation("minimum of 5x5", "/P58 /a5", "8", "-statistic Minimum 5x5", "", "min5", lacks=("gm",)),
+    operation("minimum of 5x5", "/P58 /a5", "8", "", "", "min5", lacks=("im", "gm")),
     operation("emboss", "/P34 /a135 /b10 /c1", "1.7", "-emboss 1", "-emboss 1", "emboss"),
 ]
 
