@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <malloc.h>
 #include <sys/resource.h>
 
 #include <cstdlib>
@@ -53,6 +54,21 @@ TEST(KeepPictureMemory, LetsTheNextPictureComeWithoutAskingTheSystem)
     FillAndFree();
 
     EXPECT_LT(lPageFaults() - lBefore, kPages / 10);
+}
+
+TEST(KeepPictureMemory, TakesNoMoreWithEachPictureOfAnotherSize)
+{
+    constexpr std::size_t kMegabyte = 1 << 20;
+    KeepPictureMemory();
+    const std::size_t nBefore = mallinfo2().arena;
+    PixelBytes aLast;
+    for (std::size_t i = 0; i < 100; ++i) {
+        PixelBytes aNext;
+        ResizeFresh(aNext, (10 + i * 7 % 20) * kMegabyte + i * 4099);
+        aLast = std::move(aNext);  // two are there at a time, of 30 MB at most
+    }
+
+    EXPECT_LT(mallinfo2().arena, nBefore + 130 * kMegabyte);
 }
 
 TEST(ExpectLibraryMemory, LeavesWhatIsAllocatedNextUsable)
