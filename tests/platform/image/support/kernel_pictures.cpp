@@ -24,6 +24,8 @@ ImageBuffer aRandomPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32
         nState = nState * 1664525U + 1013904223U;
         nByte = static_cast<std::uint8_t>(nState >> 24);
     }
+    for (std::size_t i = 3; lChannels == 4 && i < aImage.aBytes.size(); i += 4)
+        aImage.aBytes[i] = std::max<std::uint8_t>(aImage.aBytes[i], 1);
     return aImage;
 }
 
@@ -51,6 +53,25 @@ ImageBuffer aGreyOf(std::int32_t lWidth, std::int32_t lHeight, std::initializer_
     return aImage;
 }
 
+ImageBuffer aPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels,
+                     std::initializer_list<std::uint8_t> aBytes)
+{
+    ImageBuffer aImage;
+    aImage.lWidth = lWidth;
+    aImage.lHeight = lHeight;
+    aImage.lChannels = lChannels;
+    aImage.aBytes = aBytes;
+    return aImage;
+}
+
+ImageBuffer aWidened(const ImageBuffer& aGrey)
+{
+    ImageBuffer aWide = aPicture(aGrey.lWidth, aGrey.lHeight, 3, {});
+    for (const std::uint8_t n : aGrey.aBytes)
+        aWide.aBytes.insert(aWide.aBytes.end(), {n, n, n});
+    return aWide;
+}
+
 int nValueAt(const ImageBuffer& aImage, std::int32_t x, std::int32_t y, std::int32_t lChannel)
 {
     x = std::clamp(x, 0, aImage.lWidth - 1);
@@ -70,6 +91,15 @@ bool bEqual(const ImageBuffer& aOne, const ImageBuffer& aOther)
            aOne.lChannels == aOther.lChannels && aOne.aBytes == aOther.aBytes;
 }
 
+bool bSameAlpha(const ImageBuffer& aOne, const ImageBuffer& aOther)
+{
+    for (std::size_t i = 3; aOne.lChannels == 4 && i < aOne.aBytes.size(); i += 4)
+        if (aOne.aBytes[i] != aOther.aBytes[i])
+            return false;
+    return aOne.lWidth == aOther.lWidth && aOne.lHeight == aOther.lHeight &&
+           aOne.lChannels == aOther.lChannels && aOne.aBytes.size() == aOther.aBytes.size();
+}
+
 bool bSound(const ImageBuffer& aImage)
 {
     return aImage.lWidth > 0 && aImage.lHeight > 0 &&
@@ -81,11 +111,9 @@ bool bSound(const ImageBuffer& aImage)
 std::vector<PictureShape> aShapes()
 {
     std::vector<PictureShape> aResult;
-    for (const std::int32_t lChannels : {1, 3, 4}) {
-        for (const auto& [lWidth, lHeight] :
-             {std::pair{1, 1}, {1, 9}, {11, 1}, {2, 2}, {3, 3}, {7, 5}, {33, 19}, {64, 37}})
+    for (const std::int32_t lChannels : kChannelCounts)
+        for (const auto& [lWidth, lHeight] : kSizes)
             aResult.push_back({lWidth, lHeight, lChannels});
-    }
     return aResult;
 }
 
@@ -103,6 +131,9 @@ std::vector<double> aHostileDoubles()
             0.0,
             -0.0,
             1e-9,
+            1e-300,
+            1e300,
+            -1e300,
             89.999999,
             90.0,
             100.0,
@@ -112,5 +143,6 @@ std::vector<double> aHostileDoubles()
 
 std::vector<std::int32_t> aHostileLongs()
 {
-    return {INT32_MIN, INT32_MAX, INT32_MIN + 1, -32768, 32767, 65536, -1, 0, 1, 2, 3, 255, 256, 1000000};
+    return {INT32_MIN, INT32_MAX, INT32_MIN + 1, -32768, 32767,  65536, -256, -1, 0, 1,
+            2,         3,         255,           256,    1000000};
 }

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -33,7 +33,7 @@ TEST(AutoLevels, LeaveAPictureOfOneColourAndAreDoneInOneGo)
     EXPECT_EQ(aFlat.aBytes, (PixelBytes{77, 77}));
 
     for (const int lChannels : kChannelCounts) {
-        ImageBuffer aImage = aRandom(33, 17, lChannels);
+        ImageBuffer aImage = aRandomPicture(33, 17, lChannels);
         for (std::uint8_t& n : aImage.aBytes)
             n = static_cast<std::uint8_t>(20 + n / 2);
         EXPECT_TRUE(Autocontrast(aImage) && AutoLevel(aImage));

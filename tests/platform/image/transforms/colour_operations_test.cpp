@@ -11,7 +11,7 @@
 #include "src/platform/image/transforms/hls.h"
 #include "src/platform/image/transforms/intensity.h"
 #include "src/platform/image/transforms/levels.h"
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -48,12 +48,12 @@ TEST(ColourOperations, KeepSizeAndAlphaWhateverNumbersTheyGet)
 {
     for (const int lChannels : kChannelCounts)
         for (const auto& [lWidth, lHeight] : kSizes) {
-            const ImageBuffer aBefore = aRandom(lWidth, lHeight, lChannels);
+            const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
             std::vector<Operation> aAll;
-            for (const double d : kHostileDoubles)
+            for (const double d : aHostileDoubles())
                 for (const Operation& obj : aOperations(d, 3))
                     aAll.push_back(obj);
-            for (const std::int32_t l : kHostileLongs)
+            for (const std::int32_t l : aHostileLongs())
                 for (const Operation& obj : aOperations(0.3, l))
                     aAll.push_back(obj);
             for (const Operation& obj : aAll) {
@@ -67,7 +67,7 @@ TEST(ColourOperations, KeepSizeAndAlphaWhateverNumbersTheyGet)
 TEST(ColourOperations, GiveAGreyPictureTheIntensityOfItsColouredTwin)
 {
     for (const Operation& obj : aOperations(0.4, 90)) {
-        ImageBuffer aGrey = aRandom(33, 17, 1);
+        ImageBuffer aGrey = aRandomPicture(33, 17, 1);
         ImageBuffer aColour = aWidened(aGrey);
         ASSERT_TRUE(obj.fnApply(aGrey) && obj.fnApply(aColour) && Intensity(aColour));
         EXPECT_EQ(aWidened(aGrey).aBytes, aColour.aBytes) << obj.sName;
@@ -78,7 +78,7 @@ TEST(ColourOperations, GiveALargePictureInBandsWhatASmallOneGets)
 {
     // Every row is the same, so every band must come out as one row alone does.
     for (const Operation& obj : aOperations(0.4, 90)) {
-        ImageBuffer aRow = aRandom(601, 1, 3), aLarge = aRow;
+        ImageBuffer aRow = aRandomPicture(601, 1, 3), aLarge = aRow;
         aLarge.lHeight = 600;
         while (aLarge.aBytes.size() < 601 * 600 * 3)
             aLarge.aBytes.insert(aLarge.aBytes.end(), aRow.aBytes.begin(), aRow.aBytes.end());
@@ -96,7 +96,7 @@ RC_GTEST_PROP(ColourOperations, TreatEveryPixelAlikeWhereverItStands, (std::uint
     const auto lChannels = *rc::gen::element(1, 3, 4);
     const double d = *rc::gen::inRange(-150, 150) / 100.0;
     const auto l = *rc::gen::inRange(-300, 300);
-    const ImageBuffer aBefore = aRandom(lWidth, 3, lChannels, nSeed);
+    const ImageBuffer aBefore = aRandomPicture(lWidth, 3, lChannels, nSeed);
     ImageBuffer aTurned = aBefore;
     const auto n = static_cast<std::size_t>(lChannels);
     for (std::size_t i = 0; i < aBefore.aBytes.size(); ++i)

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -34,7 +34,7 @@ TEST(Deinterlace, LeavesTheOtherLinesAlphaAndAPictureOfOneLine)
         for (const auto& [lWidth, lHeight] : kSizes)
             for (const bool bOdd : {false, true})
                 for (const bool bInterpolate : {false, true}) {
-                    const ImageBuffer aBefore = aRandom(lWidth, lHeight, lChannels);
+                    const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
                     ImageBuffer aImage = aBefore;
                     ASSERT_TRUE(Deinterlace(aImage, bOdd, bInterpolate));
                     ASSERT_TRUE(bSameAlpha(aImage, aBefore));
@@ -43,7 +43,7 @@ TEST(Deinterlace, LeavesTheOtherLinesAlphaAndAPictureOfOneLine)
                             continue;
                         for (int x = 0; x < lWidth; ++x)
                             for (int c = 0; c < lChannels; ++c)
-                                ASSERT_EQ(nAt(aImage, x, y, c), nAt(aBefore, x, y, c));
+                                ASSERT_EQ(nValueAt(aImage, x, y, c), nValueAt(aBefore, x, y, c));
                     }
                 }
 }

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "src/platform/image/transforms/intensity.h"
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -32,7 +32,7 @@ TEST(Equalize, LeavesAPictureOfOneIntensity)
 TEST(Equalize, ChangesNothingAtNaughtBelowOrForNaN)
 {
     for (const int lChannels : kChannelCounts) {
-        const ImageBuffer aBefore = aRandom(33, 17, lChannels);
+        const ImageBuffer aBefore = aRandomPicture(33, 17, lChannels);
         ImageBuffer aImage = aBefore;
         EXPECT_TRUE(Equalize(aImage, 0) && Equalize(aImage, -2) && Equalize(aImage, std::nan("")));
         EXPECT_EQ(aImage.aBytes, aBefore.aBytes);
@@ -57,10 +57,10 @@ static double dEqualized(const ImageBuffer& aIntensities, int nOwn)
 TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
 {
     for (const double dLevel : {0.25, 1.0, 50.0}) {
-        const ImageBuffer aBefore = aRandom(31, 20, 3, 3);
+        const ImageBuffer aBefore = aRandomPicture(31, 20, 3, 3);
         ImageBuffer aImage = aBefore;
         ASSERT_TRUE(Equalize(aImage, dLevel));
-        ImageBuffer aIntensities = aRandom(31, 20, 1);
+        ImageBuffer aIntensities = aRandomPicture(31, 20, 1);
         IntensityRow(aBefore.aBytes.data(), 31 * 20, 3, aIntensities.aBytes.data());
         for (int x = 0; x < 31 * 20; ++x) {
             const std::uint8_t* pOld = aBefore.aBytes.data() + 3 * x;

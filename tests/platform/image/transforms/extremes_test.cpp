@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 #include "src/platform/image/transforms/levels.h"
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -16,7 +16,7 @@ static int nLeastAround(const ImageBuffer& aImage, int x, int y, int c, int nSiz
     int nLeast = 255;
     for (int dy = -(nSize / 2); dy < nSize - nSize / 2; ++dy)
         for (int dx = -(nSize / 2); dx < nSize - nSize / 2; ++dx)
-            nLeast = std::min(nLeast, nAt(aImage, x + dx, y + dy, c));
+            nLeast = std::min(nLeast, nValueAt(aImage, x + dx, y + dy, c));
     return nLeast;
 }
 
@@ -25,14 +25,14 @@ TEST(FilterMinimal, TakesTheLeastOfTheSquareForEverySizeOfItAndOfThePicture)
     for (const int lChannels : kChannelCounts)
         for (const auto& [lWidth, lHeight] : kSizes)
             for (const int nSize : {2, 3, 4, 5, 8, 9, 16, 33}) {
-                const ImageBuffer aBefore = aRandom(lWidth, lHeight, lChannels);
+                const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
                 ImageBuffer aImage = aBefore;
                 ASSERT_TRUE(FilterMinimal(aImage, nSize));
                 ASSERT_TRUE(bSameAlpha(aImage, aBefore));
                 for (int y = 0; y < lHeight; ++y)
                     for (int x = 0; x < lWidth; ++x)
                         for (int c = 0; c < std::min(lChannels, 3); ++c)
-                            ASSERT_EQ(nAt(aImage, x, y, c), nLeastAround(aBefore, x, y, c, nSize))
+                            ASSERT_EQ(nValueAt(aImage, x, y, c), nLeastAround(aBefore, x, y, c, nSize))
                                 << lWidth << "x" << lHeight << "x" << lChannels << " size " << nSize << " at "
                                 << x << " " << y;
             }
@@ -62,7 +62,7 @@ TEST(FilterMinimal, WorksInBandsAndStripsAsInOnePiece)
 
 TEST(FilterMinimal, CoversAPictureThatIsSmallerThanTheSquare)
 {
-    ImageBuffer aImage = aRandom(3, 3, 1);
+    ImageBuffer aImage = aRandomPicture(3, 3, 1);
     const std::uint8_t nLeast = *std::min_element(aImage.aBytes.begin(), aImage.aBytes.end());
     for (const std::int32_t lSize : {256, 257, 2147483647}) {
         ImageBuffer aCovered = aImage;
@@ -75,7 +75,7 @@ TEST(FilterMaximal, IsTheNegativeOfTheLeastOfTheNegative)
 {
     for (const int lChannels : kChannelCounts)
         for (const int nSize : {2, 5, 12, 256}) {
-            ImageBuffer aGreatest = aRandom(67, 41, lChannels), aLeast = aGreatest;
+            ImageBuffer aGreatest = aRandomPicture(67, 41, lChannels), aLeast = aGreatest;
             EXPECT_TRUE(FilterMaximal(aGreatest, nSize));
             EXPECT_TRUE(Invert(aLeast) && FilterMinimal(aLeast, nSize) && Invert(aLeast));
             EXPECT_EQ(aGreatest.aBytes, aLeast.aBytes);
@@ -85,7 +85,7 @@ TEST(FilterMaximal, IsTheNegativeOfTheLeastOfTheNegative)
 TEST(Extremes, ChangeNothingForASquareOfOneOrLess)
 {
     for (const std::int32_t lSize : {1, 0, -1, -2147483647 - 1}) {
-        ImageBuffer aImage = aRandom(9, 8, 4);
+        ImageBuffer aImage = aRandomPicture(9, 8, 4);
         const PixelBytes aBefore = aImage.aBytes;
         EXPECT_TRUE(FilterMinimal(aImage, lSize) && FilterMaximal(aImage, lSize));
         EXPECT_EQ(aImage.aBytes, aBefore);

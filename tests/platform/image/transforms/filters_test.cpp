@@ -9,7 +9,7 @@
 #include <functional>
 #include <limits>
 
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -23,7 +23,7 @@ static void ExpectMask(const Operation& fnOperation, const Mask& aMask,
 {
     for (const int lChannels : kChannelCounts)
         for (const auto& [lWidth, lHeight] : kSizes) {
-            const ImageBuffer aBefore = aRandom(lWidth, lHeight, lChannels);
+            const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
             ImageBuffer aImage = aBefore;
             ASSERT_TRUE(fnOperation(aImage));
             ASSERT_TRUE(bSameAlpha(aImage, aBefore));
@@ -33,8 +33,9 @@ static void ExpectMask(const Operation& fnOperation, const Mask& aMask,
                         double dSum = 0;
                         for (int n = 0; n < 9; ++n)
                             dSum += aMask[static_cast<std::size_t>(n)] *
-                                    nAt(aBefore, x + n % 3 - 1, y + n / 3 - 1, c);
-                        ASSERT_NEAR(nAt(aImage, x, y, c), std::clamp(fnShown(dSum), 0.0, 255.0), dTolerance)
+                                    nValueAt(aBefore, x + n % 3 - 1, y + n / 3 - 1, c);
+                        ASSERT_NEAR(nValueAt(aImage, x, y, c), std::clamp(fnShown(dSum), 0.0, 255.0),
+                                    dTolerance)
                             << lWidth << "x" << lHeight << "x" << lChannels << " at " << x << " " << y;
                     }
         }
@@ -165,7 +166,7 @@ TEST(Filters, ChangeNothingAtTheirNeutralValues)
 {
     const double dNaN = std::numeric_limits<double>::quiet_NaN();
     for (const int lChannels : kChannelCounts) {
-        const ImageBuffer aBefore = aRandom(33, 17, lChannels);
+        const ImageBuffer aBefore = aRandomPicture(33, 17, lChannels);
         ImageBuffer aImage = aBefore;
         EXPECT_TRUE(FilterBlur(aImage, 0) && FilterBlur(aImage, -5) && FilterBlur(aImage, dNaN) &&
                     FilterSharpen(aImage, 0) && FilterSharpen(aImage, -5) && FilterSharpen(aImage, dNaN) &&
@@ -196,15 +197,15 @@ TEST(Filters, LeaveAnEvenAreaOrMakeItBlack)
 
 TEST(Filters, TakeAnyNumberForItsNearestAndGiveAPicture)
 {
-    const ImageBuffer aBefore = aRandom(3, 3, 4);
-    for (const std::int32_t l : kHostileLongs)
+    const ImageBuffer aBefore = aRandomPicture(3, 3, 4);
+    for (const std::int32_t l : aHostileLongs())
         for (const auto& fn : {FilterDifference, FilterHighPass, FilterLowPass, FilterLaplas, FilterSobel,
                                FilterPrewitt, FilterRoberts, FilterIsotropic, FilterLineDetection}) {
             ImageBuffer aImage = aBefore, aNearest = aBefore;
             EXPECT_TRUE(fn(aImage, l) && fn(aNearest, std::clamp(l, 0, 7)));
             EXPECT_EQ(aImage.aBytes, aNearest.aBytes);
         }
-    for (const double d : kHostileDoubles) {
+    for (const double d : aHostileDoubles()) {
         ImageBuffer aImage = aBefore;
         EXPECT_TRUE(FilterBlur(aImage, d) && FilterSharpen(aImage, d));
         EXPECT_TRUE(bSameAlpha(aImage, aBefore));
@@ -213,14 +214,14 @@ TEST(Filters, TakeAnyNumberForItsNearestAndGiveAPicture)
 
 TEST(Filters, DoNotShowWhereTheBandsOfALargePictureMeet)
 {
-    const ImageBuffer aBefore = aRandom(500, 700, 3);
+    const ImageBuffer aBefore = aRandomPicture(500, 700, 3);
     ImageBuffer aImage = aBefore;
     EXPECT_TRUE(FilterLowPass(aImage, 0));
     for (int y = 0; y < 700; ++y)
         for (int x = 0; x < 500; x += 7) {
             int nSum = 4;
             for (int n = 0; n < 9; ++n)
-                nSum += nAt(aBefore, x + n % 3 - 1, y + n / 3 - 1, 1);
-            ASSERT_EQ(nAt(aImage, x, y, 1), nSum / 9) << x << " " << y;
+                nSum += nValueAt(aBefore, x + n % 3 - 1, y + n / 3 - 1, 1);
+            ASSERT_EQ(nValueAt(aImage, x, y, 1), nSum / 9) << x << " " << y;
         }
 }

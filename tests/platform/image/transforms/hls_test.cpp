@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -54,19 +54,20 @@ template <typename Operation, typename Change>
 static void ExpectLikeTheTextbook(const Operation& fnOperation, const Change& fnChange, double dLeastRoom)
 {
     for (const int lChannels : {3, 4}) {
-        const ImageBuffer aBefore = aRandom(67, 41, lChannels, 5);
+        const ImageBuffer aBefore = aRandomPicture(67, 41, lChannels, 5);
         ImageBuffer aImage = aBefore;
         ASSERT_TRUE(fnOperation(aImage));
         ASSERT_TRUE(bSameAlpha(aImage, aBefore));
         for (int y = 0; y < 41; ++y)
             for (int x = 0; x < 67; ++x) {
-                Hls obj = objHls(nAt(aBefore, x, y, 0), nAt(aBefore, x, y, 1), nAt(aBefore, x, y, 2));
+                Hls obj = objHls(nValueAt(aBefore, x, y, 0), nValueAt(aBefore, x, y, 1),
+                                 nValueAt(aBefore, x, y, 2));
                 if (1 - std::fabs(2 * obj.dLightness - 1) < dLeastRoom)
                     continue;
                 fnChange(obj);
-                ASSERT_NEAR(nAt(aImage, x, y, 0), dChannel(obj, -2), 0.51) << x << " " << y;
-                ASSERT_NEAR(nAt(aImage, x, y, 1), dChannel(obj, 0), 0.51) << x << " " << y;
-                ASSERT_NEAR(nAt(aImage, x, y, 2), dChannel(obj, 2), 0.51) << x << " " << y;
+                ASSERT_NEAR(nValueAt(aImage, x, y, 0), dChannel(obj, -2), 0.51) << x << " " << y;
+                ASSERT_NEAR(nValueAt(aImage, x, y, 1), dChannel(obj, 0), 0.51) << x << " " << y;
+                ASSERT_NEAR(nValueAt(aImage, x, y, 2), dChannel(obj, 2), 0.51) << x << " " << y;
             }
     }
 }
@@ -92,7 +93,7 @@ TEST(Hue, AgreesWithTheTextbookAtEveryAngle)
 TEST(Hue, ComesBackWithinOneLevel)
 {
     for (const double dAngle : {0.3, 17.0, 60.0, 100.0, 181.0, 345.0, 1e9 + 1}) {
-        const ImageBuffer aBefore = aRandom(100, 50, 3);
+        const ImageBuffer aBefore = aRandomPicture(100, 50, 3);
         ImageBuffer aImage = aBefore;
         EXPECT_TRUE(Hue(aImage, dAngle) && Hue(aImage, -dAngle));
         for (std::size_t i = 0; i < aImage.aBytes.size(); ++i)
@@ -136,7 +137,7 @@ TEST(Lightness, EndsAtBlackAndWhite)
 {
     for (const int lChannels : {1, 3})
         for (const double dEnd : {1.0, 7.0, std::numeric_limits<double>::infinity()}) {
-            ImageBuffer aWhite = aRandom(20, 20, lChannels), aBlack = aWhite;
+            ImageBuffer aWhite = aRandomPicture(20, 20, lChannels), aBlack = aWhite;
             EXPECT_TRUE(Lightness(aWhite, dEnd) && Lightness(aBlack, -dEnd));
             EXPECT_EQ(aWhite.aBytes, PixelBytes(aWhite.aBytes.size(), 255));
             EXPECT_EQ(aBlack.aBytes, PixelBytes(aBlack.aBytes.size(), 0));
@@ -157,7 +158,7 @@ TEST(Saturation, AgreesWithTheTextbook)
 
 TEST(Saturation, LeavesGreysGreyAtItsGreatest)
 {
-    ImageBuffer aImage = aWidened(aRandom(16, 16, 1));
+    ImageBuffer aImage = aWidened(aRandomPicture(16, 16, 1));
     const PixelBytes aBefore = aImage.aBytes;
     EXPECT_TRUE(Saturation(aImage, 1));
     EXPECT_EQ(aImage.aBytes, aBefore);
@@ -190,7 +191,7 @@ TEST(BalanceHLS, ChangesNothingAtNeutralValuesNorForNaN)
     const double dNaN = std::numeric_limits<double>::quiet_NaN();
     const double dInfinity = std::numeric_limits<double>::infinity();
     for (const int lChannels : kChannelCounts) {
-        const ImageBuffer aBefore = aRandom(33, 17, lChannels);
+        const ImageBuffer aBefore = aRandomPicture(33, 17, lChannels);
         ImageBuffer aImage = aBefore;
         EXPECT_TRUE(Hue(aImage, 0) && Hue(aImage, 360) && Hue(aImage, -720) && Hue(aImage, dInfinity) &&
                     Hue(aImage, dNaN) && Lightness(aImage, 0) && Lightness(aImage, dNaN) &&

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -22,15 +22,16 @@ TEST(Intensity, AgreesWithTheFormulaOverRandomPixels)
 {
     for (const int lChannels : {3, 4})
         for (const auto& [lWidth, lHeight] : kSizes) {
-            const ImageBuffer aBefore = aRandom(lWidth, lHeight, lChannels);
+            const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
             ImageBuffer aImage = aBefore;
             ASSERT_TRUE(Intensity(aImage));
             for (int y = 0; y < lHeight; ++y)
                 for (int x = 0; x < lWidth; ++x) {
-                    const double dExpected = 0.114 * nAt(aBefore, x, y, 0) + 0.587 * nAt(aBefore, x, y, 1) +
-                                             0.299 * nAt(aBefore, x, y, 2);
+                    const double dExpected = 0.114 * nValueAt(aBefore, x, y, 0) +
+                                             0.587 * nValueAt(aBefore, x, y, 1) +
+                                             0.299 * nValueAt(aBefore, x, y, 2);
                     for (int c = 0; c < 3; ++c)
-                        ASSERT_NEAR(nAt(aImage, x, y, c), dExpected, 0.51);
+                        ASSERT_NEAR(nValueAt(aImage, x, y, c), dExpected, 0.51);
                 }
         }
 }
@@ -39,7 +40,7 @@ TEST(Intensity, LeavesGreysOfAnyLevel)
 {
     for (unsigned n = 0; n < 256; ++n)
         EXPECT_EQ(nIntensity(n, n, n), n);
-    ImageBuffer aImage = aRandom(9, 9, 1);
+    ImageBuffer aImage = aRandomPicture(9, 9, 1);
     const PixelBytes aBefore = aImage.aBytes;
     EXPECT_TRUE(Intensity(aImage));
     EXPECT_EQ(aImage.aBytes, aBefore);

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tests/platform/image/transforms/pictures.h"
+#include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;
 
@@ -30,7 +30,7 @@ TEST(Brightness, AddsTheLevelToEveryColourChannelAndStopsAtTheEnds)
 TEST(Brightness, MakesAllBlackOrWhiteAtItsEndsAndBeyond)
 {
     for (const std::int32_t lLevel : {255, 256, 2147483647}) {
-        ImageBuffer aImage = aRandom(5, 4, 3);
+        ImageBuffer aImage = aRandomPicture(5, 4, 3);
         EXPECT_TRUE(Brightness(aImage, lLevel));
         EXPECT_EQ(aImage.aBytes, PixelBytes(60, 255));
         EXPECT_TRUE(Brightness(aImage, -lLevel));
@@ -50,7 +50,7 @@ TEST(Contrast, StretchesTheValuesAwayFromTheMiddle)
 
 TEST(Contrast, DoublesAtMostHoweverLargeTheNumber)
 {
-    ImageBuffer aOne = aRandom(20, 20, 3), aHuge = aOne;
+    ImageBuffer aOne = aRandomPicture(20, 20, 3), aHuge = aOne;
     EXPECT_TRUE(Contrast(aOne, 1));
     EXPECT_TRUE(Contrast(aHuge, 1e300));
     EXPECT_EQ(aOne.aBytes, aHuge.aBytes);
@@ -139,7 +139,7 @@ TEST(Posterize, TakesEveryValueToTheClosestOfTheLevels)
 TEST(Posterize, LeavesAsManyLevelsAsAskedForAndIsDoneInOneGo)
 {
     for (const int lLevels : {2, 3, 7, 128, 255}) {
-        ImageBuffer aImage = aRandom(100, 100, 1);
+        ImageBuffer aImage = aRandomPicture(100, 100, 1);
         EXPECT_TRUE(Posterize(aImage, lLevels));
         const PixelBytes aOnce = aImage.aBytes;
         EXPECT_TRUE(Posterize(aImage, lLevels));
@@ -154,7 +154,7 @@ TEST(Posterize, LeavesAsManyLevelsAsAskedForAndIsDoneInOneGo)
 TEST(Levels, ChangeNothingAtTheirNeutralValues)
 {
     for (const int lChannels : kChannelCounts) {
-        const ImageBuffer aBefore = aRandom(33, 17, lChannels);
+        const ImageBuffer aBefore = aRandomPicture(33, 17, lChannels);
         ImageBuffer aImage = aBefore;
         EXPECT_TRUE(Brightness(aImage, 0) && Contrast(aImage, 0) && Contrast(aImage, -3) &&
                     Contrast(aImage, std::nan("")) && Gamma(aImage, 1) && Gamma(aImage, std::nan("")) &&
