@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <new>
 
 #include "src/platform/image_buffer.h"
 
@@ -34,18 +33,6 @@ void RunBands(const ImageBuffer& aImage, const Work& fnRows)
         fnRows(lFirst, lEnd);
     };
     RunBands(aImage, nBands(aImage), std::ref(fnWork));
-}
-
-/// Calls fnWork, which may throw std::bad_alloc before it changes the picture, and is False if it did.
-template <typename Work>
-bool bWithMemory(const Work& fnWork)
-{
-    try {
-        fnWork();
-        return true;
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
 }
 
 }  // namespace transforms

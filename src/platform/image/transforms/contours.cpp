@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/kernel_support.h"
 #include "src/platform/image/transforms/row_loop.h"
 
@@ -51,7 +52,7 @@ static ImageBuffer aLines(const ImageBuffer& aValues, std::uint8_t nLimit, std::
 
 bool TraceContours(ImageBuffer& aImage, std::uint8_t nLevel, std::uint8_t nThreshold, bool bIntensity)
 {
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         if (aImage.lChannels == 1 || !bIntensity) {
             ImageBuffer aResult = aLines(aImage, nLevel, nThreshold);
             for (std::size_t i = 3; aImage.lChannels == 4 && i < aImage.aBytes.size(); i += 4)

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms
@@ -75,13 +76,6 @@ bool FilterNeighbourhoods(ImageBuffer& aImage, const NeighbourhoodRow& fnRow)
     const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
     const std::size_t nRowBytes = static_cast<std::size_t>(aImage.lWidth) * nChannels;
     PixelBytes aMemory;
-    if (!bWithMemory([&] { aMemory.resize(nCount * nBandBytes); }))
-        return false;
-
-    // No band begins before the borders of all are kept, and these come one after the other.
-    for (std::size_t nBand = 0; nBand < nCount; ++nBand)
-        BandRows(aImage, aMemory.data() + nBand * nBandBytes)
-            .KeepBorders(lBandRow(aImage, nCount, nBand), lBandRow(aImage, nCount, nBand + 1));
     const auto fnWork = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
         BandRows objRows(aImage, aMemory.data() + nBand * nBandBytes);
         objRows.Begin(lFirst, lEnd);
@@ -93,8 +87,15 @@ bool FilterNeighbourhoods(ImageBuffer& aImage, const NeighbourhoodRow& fnRow)
                 pTarget[i] = aRows[1][i];
         }
     };
-    RunBands(aImage, nCount, std::ref(fnWork));
-    return true;
+    return bAmongVisible(aImage, [&] {
+        aMemory.resize(nCount * nBandBytes);
+        // No band begins before the borders of all are kept, and these come one after the other.
+        for (std::size_t nBand = 0; nBand < nCount; ++nBand)
+            BandRows(aImage, aMemory.data() + nBand * nBandBytes)
+                .KeepBorders(lBandRow(aImage, nCount, nBand), lBandRow(aImage, nCount, nBand + 1));
+        RunBands(aImage, nCount, std::ref(fnWork));
+        return true;
+    });
 }
 
 struct Neighbours {

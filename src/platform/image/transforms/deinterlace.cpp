@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms
@@ -34,19 +35,22 @@ bool Deinterlace(ImageBuffer& aImage, bool bOddLines, bool bInterpolate)
         return true;
     const std::size_t nRowBytes =
         static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
-    const auto pRow = [&](std::int32_t y) {
+    const auto fnRow = [&](std::int32_t y) {
         return aImage.aBytes.data() + nRowBytes * static_cast<std::size_t>(y);
     };
-    RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
+    const auto fnRows = [&](std::int32_t lFirst, std::int32_t lEnd) {
         for (std::int32_t y = lFirst; y < lEnd; ++y) {
             if ((y % 2 == 1) != bOddLines)
                 continue;
-            const std::uint8_t* pAbove = pRow(y > 0 ? y - 1 : 1);
-            const std::uint8_t* pBelow = bInterpolate && y + 1 < aImage.lHeight ? pRow(y + 1) : pAbove;
-            (aImage.lChannels == 4 ? MeanRowBesideAlpha : MeanRow)(pAbove, pBelow, nRowBytes, pRow(y));
+            const std::uint8_t* pAbove = fnRow(y > 0 ? y - 1 : 1);
+            const std::uint8_t* pBelow = bInterpolate && y + 1 < aImage.lHeight ? fnRow(y + 1) : pAbove;
+            (aImage.lChannels == 4 ? MeanRowBesideAlpha : MeanRow)(pAbove, pBelow, nRowBytes, fnRow(y));
         }
+    };
+    return bAmongVisible(aImage, [&] {
+        RunBands(aImage, fnRows);
+        return true;
     });
-    return true;
 }
 
 }  // namespace transforms

@@ -4,10 +4,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <utility>
 #include <vector>
 
+#include "src/platform/image/transforms/bands.h"
 #include "src/platform/image/transforms/gaussian.h"
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/kernel_support.h"
 #include "src/platform/image/transforms/row_loop.h"
 
@@ -95,7 +98,7 @@ bool Emboss(ImageBuffer& aImage, double dAngle, std::int32_t lHeight, double dBr
 {
     if (lHeight <= 0 || !std::isfinite(dAngle) || std::isnan(dBrightness))
         return true;
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         const Light objFrom = objLight(dAngle, dClamped(dBrightness, 0, 1000) / 10);
         const std::int32_t lDistance = std::min(lHeight, 16);
         ImageBuffer aResult = aLike(aImage);
@@ -116,23 +119,24 @@ bool Relief(ImageBuffer& aImage, double dAngle, double dBrightness, double dSmoo
 {
     if (!(dBrightness > 0) || !std::isfinite(dAngle) || std::isnan(dSmoothness))
         return true;
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         ImageBuffer aMap = aIntensity(aImage);
         if (dSmoothness > 0)
             aMap = aBlurred(aMap, std::max(0.1, std::min(dSmoothness, 16.0) / 4));
         const Light objFrom = objLight(dAngle, std::min(dBrightness, 100.0));
-        EachRows(aImage.lHeight, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
-            SlopeRows objSlopes(aMap, objFrom, 1);
-            const std::int32_t lColours = aImage.lChannels == 1 ? 1 : 3;
-            for (std::int32_t y = lFirst; y < lLast; ++y) {
+        std::vector<SlopeRows> aSlopes(nBands(aImage), SlopeRows(aMap, objFrom, 1));
+        const std::int32_t lColours = aImage.lChannels == 1 ? 1 : 3;
+        const auto fnBand = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
+            for (std::int32_t y = lFirst; y < lEnd; ++y) {
                 std::uint8_t* pPixel = pRow(aImage, y);
-                for (const std::int32_t lSlope : objSlopes.aRow(y)) {
+                for (const std::int32_t lSlope : aSlopes[nBand].aRow(y)) {
                     for (std::int32_t c = 0; c < lColours; ++c)
                         pPixel[c] = nLevel(pPixel[c] + lSlope);
                     pPixel += aImage.lChannels;
                 }
             }
-        });
+        };
+        RunBands(aImage, aSlopes.size(), std::ref(fnBand));
         return true;
     });
 }

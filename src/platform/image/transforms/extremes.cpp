@@ -9,6 +9,7 @@
 
 #include "src/platform/image/parallel.h"
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms
@@ -160,28 +161,26 @@ static bool bChoose(ImageBuffer& aImage, std::int32_t lSize, Choice fnChoose)
     const std::size_t nAlongMemory = 2 * (nRowBytes + (nSize - 1) * nChannels);
     const std::size_t nMemory = std::max(nAlongMemory, ColumnStrip::nMemory(obj, kStrip));
     PixelBytes aMemory, aAlpha;
-    if (!bWithMemory([&] {
-            aMemory.resize(nCount * nMemory);
-            aAlpha.resize(nChannels == 4 ? aImage.aBytes.size() / 4 : 0);
-        }))
-        return false;
-
-    KeepAlpha(aImage, aAlpha);
     const auto fnRows = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
         for (std::int32_t y = lFirst; y < lEnd; ++y)
             ChooseAlongRow(aImage.aBytes.data() + nRowBytes * static_cast<std::size_t>(y), nRowBytes,
                            nChannels, obj, aMemory.data() + nBand * nMemory);
     };
-    RunBands(aImage, nCount, std::ref(fnRows));
     const auto fnStrips = [&](std::size_t nPart) {
         for (std::size_t n = nStrips * nPart / nCount; n < nStrips * (nPart + 1) / nCount; ++n)
             ColumnStrip(aImage, n * kStrip, std::min(kStrip, nRowBytes - n * kStrip), obj,
                         aMemory.data() + nPart * nMemory)
                 .Choose();
     };
-    RunParts(nCount, std::ref(fnStrips));
-    PutAlphaBack(aImage, aAlpha);
-    return true;
+    return bAmongVisible(aImage, [&] {
+        aMemory.resize(nCount * nMemory);
+        aAlpha.resize(nChannels == 4 ? aImage.aBytes.size() / 4 : 0);
+        KeepAlpha(aImage, aAlpha);
+        RunBands(aImage, nCount, std::ref(fnRows));
+        RunParts(nCount, std::ref(fnStrips));
+        PutAlphaBack(aImage, aAlpha);
+        return true;
+    });
 }
 
 bool FilterMinimal(ImageBuffer& aImage, std::int32_t lSize)

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "src/platform/image/transforms/gaussian_curve.h"
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/kernel_support.h"
 #include "src/platform/image/transforms/row_loop.h"
 #include "src/platform/image/transforms/small_picture.h"
@@ -68,7 +69,7 @@ bool GaussianBlur(ImageBuffer& aImage, std::int32_t lFuzziness)
 {
     if (lFuzziness <= 0)
         return true;
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         ImageBuffer aResult = aBlurred(aImage, std::min(lFuzziness, 255));
         for (std::size_t i = 3; aImage.lChannels == 4 && i < aImage.aBytes.size(); i += 4)
             aResult.aBytes[i] = aImage.aBytes[i];

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <numeric>
 
+#include "src/platform/image/transforms/bands.h"
 #include "src/platform/image/transforms/kernel_support.h"
 #include "src/platform/image/transforms/row_loop.h"
 
@@ -66,9 +68,13 @@ bool Halftones(ImageBuffer& aImage, std::int32_t lCellSize, double dContrast)
         const std::vector<std::uint8_t> aScreen = aHalftoneScreen(lCell);
         const std::size_t nSide = 4 * static_cast<std::size_t>(lCell), nRow = nStride(aImage);
         const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-        EachRows(aImage.lHeight, 2 * nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
-            std::vector<std::uint8_t> aThresholds(nRow), aAlpha(nChannels == 4 ? nRow / 4 : 0);
-            for (std::int32_t y = lFirst; y < lLast; ++y) {
+        // For each band a row of thresholds, and one of alpha.
+        std::vector<std::vector<std::uint8_t>> aRows(nBands(aImage), std::vector<std::uint8_t>(nRow));
+        std::vector<std::vector<std::uint8_t>> aAlphas(
+            aRows.size(), std::vector<std::uint8_t>(nChannels == 4 ? nRow / 4 : 0));
+        const auto fnBand = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
+            std::vector<std::uint8_t>&aThresholds = aRows[nBand], &aAlpha = aAlphas[nBand];
+            for (std::int32_t y = lFirst; y < lEnd; ++y) {
                 const std::uint8_t* pScreen = aScreen.data() + static_cast<std::size_t>(y) % nSide * nSide;
                 for (std::size_t i = 0, x = 0; i < nRow; i += nChannels) {
                     for (std::size_t c = 0; c < nChannels; ++c)
@@ -82,7 +88,8 @@ bool Halftones(ImageBuffer& aImage, std::int32_t lCellSize, double dContrast)
                 for (std::size_t i = 0; i < aAlpha.size(); ++i)
                     pPixels[4 * i + 3] = aAlpha[i];
             }
-        });
+        };
+        RunBands(aImage, aRows.size(), std::ref(fnBand));
         return true;
     });
 }

@@ -78,16 +78,13 @@ PixelValue aBackground(const ImageBuffer& aImage, Colour lColour)
     return {nBlue, nGreen, nRed, 255};
 }
 
-bool bWidenToColour(ImageBuffer& aImage)
+bool bWidened(const ImageBuffer& aGrey, ImageBuffer& aWide)
 {
-    ImageBuffer aWide;
-    if (!bAllocate(aWide, static_cast<std::uint64_t>(aImage.lWidth),
-                   static_cast<std::uint64_t>(aImage.lHeight), 3))
+    if (!bAllocate(aWide, static_cast<std::uint64_t>(aGrey.lWidth), static_cast<std::uint64_t>(aGrey.lHeight),
+                   3))
         return false;
-    for (std::size_t i = 0; i < aImage.aBytes.size(); ++i)
-        aWide.aBytes[3 * i] = aWide.aBytes[3 * i + 1] = aWide.aBytes[3 * i + 2] = aImage.aBytes[i];
-    TakePixels(aImage, std::move(aWide));
-    aImage.aIccProfile.clear();
+    for (std::size_t i = 0; i < aGrey.aBytes.size(); ++i)
+        aWide.aBytes[3 * i] = aWide.aBytes[3 * i + 1] = aWide.aBytes[3 * i + 2] = aGrey.aBytes[i];
     return true;
 }
 

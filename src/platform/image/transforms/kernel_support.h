@@ -60,9 +60,9 @@ bool bOpaque(const ImageBuffer& aImage);
 bool bGrey(Colour lColour);
 /// The colour as a pixel of the picture's channels, opaque; of a grey picture its luma.
 PixelValue aBackground(const ImageBuffer& aImage, Colour lColour);
-/// A grey picture becomes one of 3 equal channels, so that it can hold a colour. A grey profile can't
-/// describe them and is dropped. False, with the picture as it was, without memory.
-bool bWidenToColour(ImageBuffer& aImage);
+/// Gives aWide the pixels of a grey picture in 3 equal channels, which can hold a colour. Whoever puts them
+/// in its place drops the profile, since a grey one can't describe them. False without memory.
+bool bWidened(const ImageBuffer& aGrey, ImageBuffer& aWide);
 
 /// The picture of 1 channel that holds every pixel's intensity (intensity.h); of a grey picture a copy.
 /// Throws std::bad_alloc.

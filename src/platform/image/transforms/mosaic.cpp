@@ -3,9 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 #include <vector>
 
+#include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/kernel_support.h"
 #include "src/platform/image/transforms/row_loop.h"
 
@@ -88,7 +91,7 @@ bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour)
 {
     if (lTileSize <= 1)
         return true;
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         const std::int32_t lTile = std::min(lTileSize, std::max(aImage.lWidth, aImage.lHeight));
         const std::vector<Mix> aAcross = aMixes(aImage.lWidth, lTile, bPlainColour);
         const std::vector<Mix> aDown = aMixes(aImage.lHeight, lTile, bPlainColour);
@@ -103,9 +106,10 @@ bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour)
                          MeansOfTiles(aImage, i * lTile, lTile, aSums.data(),
                                       aMeans.data() + static_cast<std::size_t>(i) * nTileRow);
                  });
-        const auto fnDraw = [&](std::int32_t lFirst, std::int32_t lLast) {
-            std::vector<std::int32_t> aTiles(nTileRow);
-            for (std::int32_t y = lFirst; y < lLast; ++y) {
+        std::vector<std::vector<std::int32_t>> aMixed(nBands(aImage), std::vector<std::int32_t>(nTileRow));
+        const auto fnDraw = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
+            std::vector<std::int32_t>& aTiles = aMixed[nBand];
+            for (std::int32_t y = lFirst; y < lEnd; ++y) {
                 const Mix& objMix = aDown[static_cast<std::size_t>(y)];
                 const std::uint8_t* pOne = aMeans.data() + static_cast<std::size_t>(objMix.lOne) * nTileRow;
                 const std::uint8_t* pOther =
@@ -115,7 +119,7 @@ bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour)
                 DrawTiles(aTiles, aAcross, aImage.lChannels, pRow(aImage, y));
             }
         };
-        EachRows(aImage.lHeight, 2 * nStride(aImage), fnDraw);
+        RunBands(aImage, aMixed.size(), std::ref(fnDraw));
         return true;
     });
 }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/kernel_support.h"
 #include "src/platform/image/transforms/row_loop.h"
 
@@ -82,7 +83,7 @@ bool MotionBlur(ImageBuffer& aImage, double dAngle, std::int32_t lAmount)
     const std::int32_t lCount = std::min(lAmount, 255);
     if (lCount < 2 || !std::isfinite(dAngle))
         return true;
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         const std::vector<Offset> aOffsets = aLine(dAngle, lCount);
         const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
         const std::size_t nRow = nStride(aImage);

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <utility>
 
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/kernel_support.h"
 
 namespace transforms
@@ -117,7 +118,7 @@ bool Diffuse(ImageBuffer& aImage, std::int32_t lDistance, double dPenetration)
 {
     if (lDistance <= 0 || !(dPenetration > 0))
         return true;
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         // The numbers that decide whether a pixel moves have 16 bits.
         const auto nMoving =
             static_cast<std::uint64_t>(std::lround((1 - std::exp(-dPenetration / 10)) * 65536));

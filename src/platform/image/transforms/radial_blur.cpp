@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "src/platform/image/transforms/hidden.h"
 #include "src/platform/image/transforms/kernel_support.h"
 #include "src/platform/image/transforms/motion_blur.h"
 #include "src/platform/image/transforms/warp.h"
@@ -52,7 +53,7 @@ bool RadialBlur(ImageBuffer& aImage, double dDisplacement)
 {
     if (!(dDisplacement > 0))
         return true;
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         const double dArc = dClamped(dDisplacement, 0, 100) / 100 * 36 * kPi / 180;
         const int nTimes = nDoublings(dArc * dCorner(aImage));
         const double dStep = dArc / ((1 << nTimes) - 1);
@@ -69,7 +70,7 @@ bool ZoomBlur(ImageBuffer& aImage, double dIntensity)
 {
     if (!(dIntensity > 0))
         return true;
-    return bGuarded([&] {
+    return bAmongVisible(aImage, [&] {
         const double dLast = 1 - dClamped(dIntensity, 0, 100) / 200;
         const int nTimes = nDoublings((1 - dLast) * dCorner(aImage));
         const double dStep = std::log(dLast) / ((1 << nTimes) - 1);

@@ -35,20 +35,24 @@ bool Rotate(ImageBuffer& aImage, double dAngle, Colour lBackground)
                        nSide(dWidth * std::fabs(dSin) + dHeight * std::fabs(dCos)),
                        bWiden ? 3 : aImage.lChannels))
             return false;
-        if (bWiden && !bWidenToColour(aImage))
+        ImageBuffer aWide;
+        if (bWiden && !bWidened(aImage, aWide))
             return false;
+        const ImageBuffer& aSource = bWiden ? aWide : aImage;
 
         const double dMidX = (aCanvas.lWidth - 1) / 2.0, dMidY = (aCanvas.lHeight - 1) / 2.0;
         const StraightMap objMap{dCos,  dSin, (dWidth - 1) / 2 - dCos * dMidX - dSin * dMidY,
                                  -dSin, dCos, (dHeight - 1) / 2 + dSin * dMidX - dCos * dMidY};
-        const PixelValue aOutside = aBackground(aImage, lBackground);
+        const PixelValue aOutside = aBackground(aSource, lBackground);
         DrawWarped(
-            aImage, aCanvas,
+            aSource, aCanvas,
             [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
                 StraightPlaces(objMap, y, aCanvas.lWidth, aX, aY);
             },
             &aOutside);
         TakePixels(aImage, std::move(aCanvas));
+        if (bWiden)
+            aImage.aIccProfile.clear();
         return true;
     });
 }

@@ -22,8 +22,13 @@ bool Shift(ImageBuffer& aImage, std::int32_t lX, std::int32_t lY, Colour lBackgr
 {
     if (lX == 0 && lY == 0)
         return true;
-    if (aImage.lChannels == 1 && !bGrey(lBackground) && !bWidenToColour(aImage))
-        return false;
+    if (aImage.lChannels == 1 && !bGrey(lBackground)) {
+        ImageBuffer aWide;
+        if (!bWidened(aImage, aWide))
+            return false;
+        TakePixels(aImage, std::move(aWide));
+        aImage.aIccProfile.clear();
+    }
     const std::int64_t nWidth = aImage.lWidth, nHeight = aImage.lHeight, nChannels = aImage.lChannels;
     const std::int64_t nX = std::clamp<std::int64_t>(lX, -nWidth, nWidth);
     const std::int64_t nY = std::clamp<std::int64_t>(lY, -nHeight, nHeight);
