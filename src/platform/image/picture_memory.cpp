@@ -48,3 +48,12 @@ void ExpectLibraryMemory(std::size_t nBytes)
     AskForLargePages(pMemory, pMemory ? nBytes : 0);
     std::free(pMemory);
 }
+
+std::uint8_t* pGivenBack(std::uint8_t* pBegin, std::uint8_t* pEnd)
+{
+    const auto nBegin = (reinterpret_cast<std::uintptr_t>(pBegin) + kLargePage - 1) / kLargePage * kLargePage;
+    const auto nEnd = reinterpret_cast<std::uintptr_t>(pEnd) / kLargePage * kLargePage;
+    if (nBegin >= nEnd || madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin, MADV_DONTNEED) != 0)
+        return pBegin;
+    return reinterpret_cast<std::uint8_t*>(nEnd);
+}

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include "src/platform/image_buffer.h"
 
@@ -23,3 +24,7 @@ void KeepPictureMemory();
 /// Says that a library is about to take nBytes in large parts by malloc, so that they come in large pages
 /// too. Only a hint, and of use only after KeepPictureMemory.
 void ExpectLibraryMemory(std::size_t nBytes);
+
+/// Gives whole large pages from pBegin on, up to pEnd at most, back to the system: their bytes are 0 from
+/// then on. Returns up to where it did so, which is pBegin where there is no whole one.
+std::uint8_t* pGivenBack(std::uint8_t* pBegin, std::uint8_t* pEnd);

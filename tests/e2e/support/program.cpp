@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -114,7 +115,9 @@ Outcome objRun(const std::vector<std::string>& aCommand, const std::map<std::str
     if (posix_spawnp(&nChild, aCommand[0].c_str(), &objActions, nullptr, aPointers(aWords).data(),
                      aPointers(aEnvironment).data()) == 0) {
         int nStatus = 0;
-        waitpid(nChild, &nStatus, 0);
+        rusage objUsage{};
+        wait4(nChild, &nStatus, 0, &objUsage);
+        objOutcome.lPeakKilobytes = objUsage.ru_maxrss;
         objOutcome.lStatus = WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : 128 + WTERMSIG(nStatus);
     }
     posix_spawn_file_actions_destroy(&objActions);

@@ -33,7 +33,8 @@ private:
 };
 
 struct Outcome {
-    int lStatus = -1;  ///< exit status; 128 + n for an end by signal n
+    int lStatus = -1;                 ///< exit status; 128 + n for an end by signal n
+    std::int64_t lPeakKilobytes = 0;  ///< of the program's memory, or of the test's own if that had more
     std::string sOutput;
     std::string sErrors;
 };

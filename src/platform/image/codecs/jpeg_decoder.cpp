@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "src/platform/image/codecs/jpeg.h"
+#include "src/platform/image/codecs/jpeg_coefficients.h"
 #include "src/platform/image/codecs/jpeg_library.h"
 #include "src/platform/image/codecs/jpeg_segments.h"
 #include "src/platform/image/colour_profile.h"
@@ -21,6 +22,9 @@ static constexpr std::uint64_t kMostPixelsPerByte = 512;
 static constexpr std::uint64_t kMostScans = 500;
 static constexpr std::uint64_t kMostBlockVisits = 1'000'000'000;
 static constexpr std::size_t kRowsAtOnce = 16;
+// Coefficients may take so many bytes more than the picture before they are given back bit by bit: then the
+// next picture has to get its memory from the system again.
+static constexpr std::uint64_t kMostOverPicture = std::uint64_t{16} << 20;
 
 // The whole file is in memory: there is nothing to begin, to refill or to close.
 static void StartSource(j_decompress_ptr) {}
@@ -66,6 +70,7 @@ struct Decompressor {
     JpegErrors objErrors{};
     jpeg_source_mgr objSource{};
     jpeg_progress_mgr objProgress{};
+    JpegCoefficients objCoefficients{};
     jpeg_decompress_struct objJpeg{};
 
     explicit Decompressor(Bytes aFile)
@@ -186,9 +191,13 @@ bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
     ImageBuffer aResult;
     if (!bAllocate(aResult, objJpeg.image_width, objJpeg.image_height, bGrey ? 1 : 3))
         return false;
-    if (jpeg_has_multiple_scans(&objJpeg))
-        ExpectLibraryMemory(nBlocks(objJpeg) *
-                            sizeof(JBLOCK));  // all coefficients are kept until the last scan
+    if (jpeg_has_multiple_scans(&objJpeg)) {
+        // All coefficients are kept until the last scan.
+        const std::uint64_t nCoefficients = nBlocks(objJpeg) * sizeof(JBLOCK);
+        ExpectLibraryMemory(nCoefficients);
+        if (nCoefficients > aResult.aBytes.size() + kMostOverPicture)
+            objDecompressor.objCoefficients.Follow(objJpeg);
+    }
     const bool bDone = bInks ? bDecodeInkRows(objDecompressor, m_objSegments.aIccProfile, aResult)
                              : bDecodeRows(objDecompressor, aResult);
     if (!bDone)

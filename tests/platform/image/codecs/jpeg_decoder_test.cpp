@@ -102,6 +102,26 @@ TEST(JpegDecoder, GivesExactlyThePixelsOfTheReferenceDecoder)
     }
 }
 
+// Coefficients of such a size are given back while rows come out; those of halved colours lie in rows of
+// different lengths.
+TEST(JpegDecoder, GivesTheSamePixelsOfALargeProgressiveFile)
+{
+    const TestFolder objFolder;
+    WritePnm(objFolder.sPath("in.ppm"), aPattern(4200, 4101, 3));
+    for (const char* sSampling : {"1x1", "2x1,1x1,1x1"}) {
+        const std::string sFile = objFolder.sPath("in.jpg");
+        const std::string sOut = objFolder.sPath("out.ppm");
+        ASSERT_TRUE(bRun("cjpeg -progressive -sample " + std::string(sSampling) + " -outfile " + sFile + " " +
+                         objFolder.sPath("in.ppm")));
+        ASSERT_TRUE(bRun("djpeg -dct int -outfile " + sOut + " " + sFile));
+
+        const auto aImage = aDecoded(codecJpeg, aFileContent(sFile));
+
+        ASSERT_TRUE(aImage) << sSampling;
+        EXPECT_EQ(objDifference(*aImage, aReadPnm(sOut).value_or(ImageBuffer{})).lGreatest, 0) << sSampling;
+    }
+}
+
 TEST(JpegDecoder, ShowsInksOfEveryKindInTheColoursOfTheScene)
 {
     for (const char* sName : {"cmyk.jpg", "cmyk-plain.jpg", "ycck.jpg"}) {

@@ -1,0 +1,50 @@
+// How much memory the built program takes.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+
+#include "tests/e2e/support/program.h"
+
+// A sanitizer's own memory counts too.
+#ifdef __SANITIZE_ADDRESS__
+static constexpr bool bSanitized = true;
+#else
+static constexpr bool bSanitized = false;
+#endif
+
+static constexpr int kWidth = 4000;
+static constexpr int kHeight = 3000;
+
+// A picture of 12 megapixels, row by row: a test that holds it all would count as the program.
+static void WritePicture(const std::string& sFile)
+{
+    std::ofstream objFile(sFile, std::ios::binary);
+    objFile << "P6\n" << kWidth << " " << kHeight << "\n255\n";
+    std::string sRow(kWidth * 3, '\0');
+    for (int y = 0; y < kHeight; ++y) {
+        for (int i = 0; i < kWidth * 3; ++i)
+            sRow[static_cast<std::size_t>(i)] = static_cast<char>(i / 16 + y / 7 + i * y % 5);
+        objFile << sRow;
+    }
+}
+
+TEST(Memory, OfOneFileIsAtMostTwoPicturesAndThirtyTwoMegabytes)
+{
+    if (bSanitized)
+        GTEST_SKIP();
+    constexpr std::int64_t kMost = (2 * std::int64_t{kWidth} * kHeight * 3 + 32'000'000) / 1024;
+    const Workplace objPlace;
+    WritePicture(objPlace.sPath("a.ppm"));
+    for (const std::string sOptions : {"", "-progressive ", "-sample 1x1 ", "-progressive -sample 1x1 "}) {
+        const std::string sSource = objPlace.sPath("a.jpg");
+        ASSERT_EQ(
+            objRun({"sh", "-c", "cjpeg " + sOptions + objPlace.sPath("a.ppm") + " >" + sSource}).lStatus, 0);
+        for (const char* sTarget : {"o.png", "o.bmp", "o.tif", "o.jpg"}) {
+            const Outcome objOutcome = objVarnel(objPlace, {"/S", sSource, "/T", objPlace.sPath(sTarget)});
+            EXPECT_TRUE(objPlace.bHas(sTarget));
+            EXPECT_LT(objOutcome.lPeakKilobytes, kMost) << sOptions << sTarget;
+            EXPECT_GT(objOutcome.lPeakKilobytes, kWidth * kHeight * 3 / 1024) << sOptions << sTarget;
+        }
+    }
+}
