@@ -292,6 +292,25 @@ TEST_F(SpecialTask, LogsALaunchThatTookTooLong)
     EXPECT_EQ(sLog(1, 11), "Process did not complete in the specified time (Timeout)");
 }
 
+TEST_F(SpecialTask, LeavesTheRowOfAPausedLaunchUnmarkedAndStartsItAgain)
+{
+    app.frmMain.fgToDo.AddItem("\t32^1^-1\t1\tS100\t/bin/tool\t\t\t-x\t\t\t\t", 1);
+    app.objLauncher.lLooksUntilEnd = 0;
+    app.objLauncher.OnLook = [&] { app.frmMain.bRunning = false; };
+    app.frmMain.bRunning = false;
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColPass), "");
+    EXPECT_EQ(sLog(1, 10), "-");
+    EXPECT_EQ(sLog(1, 11), "Process did not complete in the specified time (Timeout)");
+
+    app.objLauncher.lLooksUntilEnd = 1;
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(app.objLauncher.aStarts.size(), 2u);
+}
+
 TEST(ExitCodeText, IsEmptyForACodeThatNoLaunchHas)
 {
     clsConversionOptions objOptions;
