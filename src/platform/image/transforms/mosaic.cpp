@@ -25,6 +25,12 @@ struct Mix {
     std::int32_t lOne, lOther, lWeight;
 };
 
+bool bSame(const Mix& objOne, const Mix& objOther)
+{
+    return objOne.lOne == objOther.lOne && objOne.lWeight == objOther.lWeight &&
+           (objOne.lWeight == 0 || objOne.lOther == objOther.lOther);
+}
+
 std::vector<Mix> aMixes(std::int32_t lSide, std::int32_t lTile, bool bPlain)
 {
     const std::int32_t lTiles = (lSide + lTile - 1) / lTile;
@@ -111,6 +117,12 @@ bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour)
             std::vector<std::int32_t>& aTiles = aMixed[nBand];
             for (std::int32_t y = lFirst; y < lEnd; ++y) {
                 const Mix& objMix = aDown[static_cast<std::size_t>(y)];
+                // Most rows of a tile are like the one above, and with alpha of its own none is.
+                if (aImage.lChannels != 4 && y > lFirst &&
+                    bSame(aDown[static_cast<std::size_t>(y - 1)], objMix)) {
+                    std::copy_n(pRow(aImage, y - 1), nStride(aImage), pRow(aImage, y));
+                    continue;
+                }
                 const std::uint8_t* pOne = aMeans.data() + static_cast<std::size_t>(objMix.lOne) * nTileRow;
                 const std::uint8_t* pOther =
                     aMeans.data() + static_cast<std::size_t>(objMix.lOther) * nTileRow;
