@@ -8,13 +8,12 @@
 #include "src/platform/image/transforms/bands.h"
 #include "src/platform/image/transforms/histogram.h"
 #include "src/platform/image/transforms/intensity.h"
+#include "src/platform/image/transforms/planes.h"
 #include "src/platform/image/transforms/row_loop.h"
 #include "src/platform/image/transforms/tables.h"
 
 namespace transforms
 {
-
-constexpr std::size_t kBlock = 1024;  // pixels at a time: they stay in the nearest cache
 
 static Table aEqualizing(const Histogram& aCounts, double dLevel)
 {
@@ -44,13 +43,14 @@ ROW_LOOP_PART static float fAllowed(float fRoom, float fReach)
     return fReach <= 0.0F || fShare > 1.0F ? 1.0F : fShare;
 }
 
-template <int kChannels>
-ROW_LOOP_PART static void MoveRow(std::uint8_t* __restrict pPixels, std::size_t nPixels,
-                                  const std::uint8_t* __restrict pOld, const std::uint8_t* __restrict pNew)
+ROW_LOOP static void MovePlanes(FloatPlanes& objPlanes, std::size_t nPixels, const float* __restrict pOld,
+                                const float* __restrict pNew)
 {
+    float* __restrict pBlue = objPlanes.aBlue;
+    float* __restrict pGreen = objPlanes.aGreen;
+    float* __restrict pRed = objPlanes.aRed;
     for (std::size_t i = 0; i < nPixels; ++i) {
-        std::uint8_t* __restrict pPixel = pPixels + i * kChannels;
-        const float fBlue = pPixel[0], fGreen = pPixel[1], fRed = pPixel[2];
+        const float fBlue = pBlue[i], fGreen = pGreen[i], fRed = pRed[i];
         const float fOld = pOld[i], fNew = pNew[i];
         float fMost = fBlue < fGreen ? fGreen : fBlue;
         fMost = fMost < fRed ? fRed : fMost;
@@ -59,24 +59,60 @@ ROW_LOOP_PART static void MoveRow(std::uint8_t* __restrict pPixels, std::size_t 
         const float fAbove = fAllowed(255.0F - fNew, fMost - fOld);
         const float fBelow = fAllowed(fNew, fOld - fLeast);
         const float fKept = fAbove < fBelow ? fAbove : fBelow;
-        // Rounding may pass the end of the scale by far less than the half level that is added.
-        const float fBase = fNew + 0.5F;
-        pPixel[0] = static_cast<std::uint8_t>(static_cast<std::int32_t>(fBase + fKept * (fBlue - fOld)));
-        pPixel[1] = static_cast<std::uint8_t>(static_cast<std::int32_t>(fBase + fKept * (fGreen - fOld)));
-        pPixel[2] = static_cast<std::uint8_t>(static_cast<std::int32_t>(fBase + fKept * (fRed - fOld)));
+        pBlue[i] = fNew + fKept * (fBlue - fOld);
+        pGreen[i] = fNew + fKept * (fGreen - fOld);
+        pRed[i] = fNew + fKept * (fRed - fOld);
     }
 }
 
-ROW_LOOP static void MoveRow3(std::uint8_t* __restrict pPixels, std::size_t nPixels,
-                              const std::uint8_t* __restrict pOld, const std::uint8_t* __restrict pNew)
+// Whether every channel can move as far as its pixel's intensity does and stay on the scale.
+ROW_LOOP static bool bAllFit(const Planes& objPlanes, std::size_t nFirst, std::size_t nCount,
+                             const std::uint8_t* __restrict pOld, const std::uint8_t* __restrict pNew)
 {
-    MoveRow<3>(pPixels, nPixels, pOld, pNew);
+    const std::uint8_t* __restrict pBlue = objPlanes.aBlue + nFirst;
+    const std::uint8_t* __restrict pGreen = objPlanes.aGreen + nFirst;
+    const std::uint8_t* __restrict pRed = objPlanes.aRed + nFirst;
+    std::uint16_t nAll = 0;
+    for (std::size_t i = 0; i < nCount; ++i) {
+        const auto nMove = static_cast<std::uint16_t>(pNew[i] - pOld[i]);
+        nAll = static_cast<std::uint16_t>(nAll | static_cast<std::uint16_t>(pBlue[i] + nMove) |
+                                          static_cast<std::uint16_t>(pGreen[i] + nMove) |
+                                          static_cast<std::uint16_t>(pRed[i] + nMove));
+    }
+    return nAll < 256;
 }
 
-ROW_LOOP static void MoveRow4(std::uint8_t* __restrict pPixels, std::size_t nPixels,
-                              const std::uint8_t* __restrict pOld, const std::uint8_t* __restrict pNew)
+ROW_LOOP static void MoveAll(std::uint8_t* __restrict pLevels, std::size_t nCount,
+                             const std::uint8_t* __restrict pOld, const std::uint8_t* __restrict pNew)
 {
-    MoveRow<4>(pPixels, nPixels, pOld, pNew);
+    for (std::size_t i = 0; i < nCount; ++i)
+        pLevels[i] = static_cast<std::uint8_t>(pLevels[i] + pNew[i] - pOld[i]);
+}
+
+// What the planes of a block become, group by group: where all fits, which is most of it, that is a sum.
+static void MoveBlock(Planes& objPlanes, std::size_t nPixels, const std::uint8_t* pOld,
+                      const std::uint8_t* pNew)
+{
+    constexpr std::size_t kGroup = 32;
+    FloatPlanes objValues;
+    float aOld[kGroup], aNew[kGroup];
+    for (std::size_t i = 0; i < nPixels; i += kGroup) {
+        const std::size_t nCount = std::min(kGroup, nPixels - i);
+        std::uint8_t* const aLevels[3] = {objPlanes.aBlue + i, objPlanes.aGreen + i, objPlanes.aRed + i};
+        if (bAllFit(objPlanes, i, nCount, pOld + i, pNew + i)) {
+            for (std::uint8_t* pLevels : aLevels)
+                MoveAll(pLevels, nCount, pOld + i, pNew + i);
+            continue;
+        }
+        float* const aValues[3] = {objValues.aBlue, objValues.aGreen, objValues.aRed};
+        for (std::size_t c = 0; c < 3; ++c)
+            Widen(aLevels[c], nCount, aValues[c]);
+        Widen(pOld + i, nCount, aOld);
+        Widen(pNew + i, nCount, aNew);
+        MovePlanes(objValues, nCount, aOld, aNew);
+        for (std::size_t c = 0; c < 3; ++c)
+            Round(aValues[c], nCount, aLevels[c]);
+    }
 }
 
 bool Equalize(ImageBuffer& aImage, double dLevel)
@@ -91,15 +127,18 @@ bool Equalize(ImageBuffer& aImage, double dLevel)
     const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
     const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
     RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
-        std::uint8_t aOld[kBlock], aNew[kBlock];
+        Planes objPlanes;
+        std::uint8_t aOld[kPlaneBlock], aNew[kPlaneBlock];
         const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
-        for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kBlock) {
-            const std::size_t nPixels = std::min(kBlock, nLast - i);
+        for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kPlaneBlock) {
+            const std::size_t nPixels = std::min(kPlaneBlock, nLast - i);
             std::uint8_t* pPixels = aImage.aBytes.data() + i * nChannels;
-            IntensityRow(pPixels, nPixels, aImage.lChannels, aOld);
+            SplitPixels(pPixels, nPixels, nChannels, objPlanes);
+            IntensityOf(objPlanes, nPixels, aOld);
             for (std::size_t n = 0; n < nPixels; ++n)
                 aNew[n] = aTable[aOld[n]];
-            (nChannels == 3 ? MoveRow3 : MoveRow4)(pPixels, nPixels, aOld, aNew);
+            MoveBlock(objPlanes, nPixels, aOld, aNew);
+            JoinPixels(objPlanes, nPixels, nChannels, pPixels);
         }
     });
     return true;

@@ -19,7 +19,7 @@ ROW_LOOP static void RoundRow(const std::int16_t* __restrict pValues, std::size_
                               std::uint8_t* __restrict pTarget)
 {
     for (std::size_t i = 0; i < nCount; ++i)
-        pTarget[i] = static_cast<std::uint8_t>((pValues[i] + kSteps / 2) / kSteps);
+        pTarget[i] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(pValues[i] + kSteps / 2) / kSteps);
 }
 
 static void BlurAtFullSize(const ImageBuffer& aImage, double dDeviation, ImageBuffer& aResult)

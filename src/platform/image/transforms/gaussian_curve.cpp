@@ -6,22 +6,15 @@
 
 #include "src/platform/image/transforms/row_loop.h"
 
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
 namespace transforms
 {
 
 namespace
 {
-
-constexpr std::size_t kPairs =
-    4;  // that are added in one go: sums are fetched and put back as much less often
-
-// Pointers to both values of each pair, and their weights.
-template <typename Value>
-struct Pairs {
-    const Value* aOne[kPairs];
-    const Value* aOther[kPairs];
-    std::int16_t aWeights[kPairs];
-};
 
 // Half the product of both to the nearest 1/65536, which is one instruction for many of them.
 ROW_LOOP_PART std::int16_t nTimes(std::int16_t nValue, std::int16_t nWeight)
@@ -29,110 +22,132 @@ ROW_LOOP_PART std::int16_t nTimes(std::int16_t nValue, std::int16_t nWeight)
     return static_cast<std::int16_t>((((static_cast<std::int32_t>(nValue) * nWeight) >> 14) + 1) >> 1);
 }
 
-template <bool bFirst>
-ROW_LOOP_PART void AddPairs(const Pairs<std::int16_t>& objPairs, std::size_t nCount,
-                            std::int16_t* __restrict pSums)
+// The sums for nFirst to nCount - 1, pair by pair. fnAt gives the values that lie so far from the middle.
+template <typename At>
+void AddPlainly(const std::vector<std::int16_t>& aWeights, const At& fnAt, int nScale, std::size_t nFirst,
+                std::size_t nCount, std::int16_t* pMeans)
 {
-    const std::int16_t* __restrict a0 = objPairs.aOne[0];
-    const std::int16_t* __restrict a1 = objPairs.aOne[1];
-    const std::int16_t* __restrict a2 = objPairs.aOne[2];
-    const std::int16_t* __restrict a3 = objPairs.aOne[3];
-    const std::int16_t* __restrict b0 = objPairs.aOther[0];
-    const std::int16_t* __restrict b1 = objPairs.aOther[1];
-    const std::int16_t* __restrict b2 = objPairs.aOther[2];
-    const std::int16_t* __restrict b3 = objPairs.aOther[3];
-    const std::int16_t w0 = objPairs.aWeights[0], w1 = objPairs.aWeights[1], w2 = objPairs.aWeights[2],
-                       w3 = objPairs.aWeights[3];
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const auto nSum = static_cast<std::int16_t>(nTimes(static_cast<std::int16_t>(a0[i] + b0[i]), w0) +
-                                                    nTimes(static_cast<std::int16_t>(a1[i] + b1[i]), w1) +
-                                                    nTimes(static_cast<std::int16_t>(a2[i] + b2[i]), w2) +
-                                                    nTimes(static_cast<std::int16_t>(a3[i] + b3[i]), w3));
-        pSums[i] = bFirst ? nSum : static_cast<std::int16_t>(pSums[i] + nSum);
-    }
-}
-
-ROW_LOOP void SetShorts(const Pairs<std::int16_t>& objPairs, std::size_t nCount, std::int16_t* pSums)
-{
-    AddPairs<true>(objPairs, nCount, pSums);
-}
-ROW_LOOP void AddShorts(const Pairs<std::int16_t>& objPairs, std::size_t nCount, std::int16_t* pSums)
-{
-    AddPairs<false>(objPairs, nCount, pSums);
-}
-
-constexpr std::size_t kBlock = 512;  // values: their sums of pairs stay in the nearest cache
-
-// In two steps, since the compiler finds no instruction for the product of what it knows to be sums of bytes.
-ROW_LOOP void SumBytes(const Pairs<std::uint8_t>& objPairs, std::size_t nFirst, std::size_t nCount,
-                       std::int16_t (*__restrict aSums)[kBlock])
-{
-    for (std::size_t k = 0; k < kPairs; ++k) {
-        const std::uint8_t* __restrict pOne = objPairs.aOne[k] + nFirst;
-        const std::uint8_t* __restrict pOther = objPairs.aOther[k] + nFirst;
-        std::int16_t* __restrict pSums = aSums[k];
-        for (std::size_t i = 0; i < nCount; ++i)
-            pSums[i] = static_cast<std::int16_t>((pOne[i] + pOther[i]) * kSteps);
-    }
-}
-
-template <bool bFirst>
-ROW_LOOP_PART void AddBlock(const std::int16_t (*__restrict aPairs)[kBlock], const std::int16_t* pWeights,
-                            std::size_t nCount, std::int16_t* __restrict pSums)
-{
-    const std::int16_t w0 = pWeights[0], w1 = pWeights[1], w2 = pWeights[2], w3 = pWeights[3];
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const auto nSum = static_cast<std::int16_t>(nTimes(aPairs[0][i], w0) + nTimes(aPairs[1][i], w1) +
-                                                    nTimes(aPairs[2][i], w2) + nTimes(aPairs[3][i], w3));
-        pSums[i] = bFirst ? nSum : static_cast<std::int16_t>(pSums[i] + nSum);
-    }
-}
-
-ROW_LOOP void SetBlock(const std::int16_t (*aPairs)[kBlock], const std::int16_t* pWeights, std::size_t nCount,
-                       std::int16_t* pSums)
-{
-    AddBlock<true>(aPairs, pWeights, nCount, pSums);
-}
-ROW_LOOP void AddToBlock(const std::int16_t (*aPairs)[kBlock], const std::int16_t* pWeights,
-                         std::size_t nCount, std::int16_t* pSums)
-{
-    AddBlock<false>(aPairs, pWeights, nCount, pSums);
-}
-
-void SetBytes(const Pairs<std::uint8_t>& objPairs, std::size_t nCount, std::int16_t* pSums)
-{
-    alignas(64) std::int16_t aPairs[kPairs][kBlock];
-    for (std::size_t i = 0; i < nCount; i += kBlock) {
-        SumBytes(objPairs, i, std::min(kBlock, nCount - i), aPairs);
-        SetBlock(aPairs, objPairs.aWeights, std::min(kBlock, nCount - i), pSums + i);
-    }
-}
-void AddBytes(const Pairs<std::uint8_t>& objPairs, std::size_t nCount, std::int16_t* pSums)
-{
-    alignas(64) std::int16_t aPairs[kPairs][kBlock];
-    for (std::size_t i = 0; i < nCount; i += kBlock) {
-        SumBytes(objPairs, i, std::min(kBlock, nCount - i), aPairs);
-        AddToBlock(aPairs, objPairs.aWeights, std::min(kBlock, nCount - i), pSums + i);
-    }
-}
-
-// fnAt gives the values that lie so far from the middle.
-template <typename Value, typename At, typename Function>
-void AddAll(const std::vector<std::int16_t>& aWeights, const At& fnAt, std::size_t nCount,
-            std::int16_t* pMeans, Function fnSet, Function fnAdd)
-{
-    for (std::size_t k = 0; k < aWeights.size(); k += kPairs) {
-        Pairs<Value> objPairs;
-        for (std::size_t i = 0; i < kPairs; ++i) {
-            // The last pairs may be less: the middle takes their place and weighs nothing.
-            const bool bThere = k + i < aWeights.size();
-            const auto nFar = static_cast<std::ptrdiff_t>(bThere ? k + i : 0);
-            objPairs.aOne[i] = fnAt(-nFar);
-            objPairs.aOther[i] = fnAt(nFar);
-            objPairs.aWeights[i] = bThere ? aWeights[k + i] : std::int16_t{0};
+    for (std::size_t i = nFirst; i < nCount; ++i) {
+        int nSum = 0;
+        for (std::size_t k = 0; k < aWeights.size(); ++k) {
+            const auto nFar = static_cast<std::ptrdiff_t>(k);
+            nSum += nTimes(static_cast<std::int16_t>((fnAt(-nFar)[i] + fnAt(nFar)[i]) * nScale), aWeights[k]);
         }
-        (k == 0 ? fnSet : fnAdd)(objPairs, nCount, pMeans);
+        pMeans[i] = static_cast<std::int16_t>(nSum);
     }
+}
+
+#if defined(__x86_64__)
+
+#define WITH_AVX2 __attribute__((target("avx2")))
+
+WITH_AVX2 inline __m256i nLoad(const void* p)
+{
+    return _mm256_loadu_si256(static_cast<const __m256i*>(p));
+}
+WITH_AVX2 inline void Store(std::int16_t* p, __m256i n)
+{
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), n);
+}
+
+// Adds the products of 32 sums of two bytes. They come in the order of the interleaved bytes, which is put
+// right when they are stored.
+WITH_AVX2 inline void AddBytePairs(const std::uint8_t* pOne, const std::uint8_t* pOther, __m256i nWeight,
+                                   __m256i& nLow, __m256i& nHigh)
+{
+    const __m256i nSteps = _mm256_set1_epi8(kSteps);
+    const __m256i nA = nLoad(pOne), nB = nLoad(pOther);
+    const __m256i nLowPairs = _mm256_maddubs_epi16(_mm256_unpacklo_epi8(nA, nB), nSteps);
+    const __m256i nHighPairs = _mm256_maddubs_epi16(_mm256_unpackhi_epi8(nA, nB), nSteps);
+    nLow = _mm256_add_epi16(nLow, _mm256_mulhrs_epi16(nLowPairs, nWeight));
+    nHigh = _mm256_add_epi16(nHigh, _mm256_mulhrs_epi16(nHighPairs, nWeight));
+}
+WITH_AVX2 inline void AddShortPair(const std::int16_t* pOne, const std::int16_t* pOther, __m256i nWeight,
+                                   __m256i& nSum)
+{
+    const __m256i nPair = _mm256_add_epi16(nLoad(pOne), nLoad(pOther));
+    nSum = _mm256_add_epi16(nSum, _mm256_mulhrs_epi16(nPair, nWeight));
+}
+
+// How many sums of bytes were made: a multiple of 64.
+template <typename At>
+WITH_AVX2 std::size_t nAddBytes(const std::vector<std::int16_t>& aWeights, const At& fnAt, std::size_t nCount,
+                                std::int16_t* pMeans)
+{
+    std::size_t i = 0;
+    for (; i + 64 <= nCount; i += 64) {
+        __m256i nLow = _mm256_setzero_si256(), nHigh = nLow, nNextLow = nLow, nNextHigh = nLow;
+        for (std::size_t k = 0; k < aWeights.size(); ++k) {
+            const std::uint8_t* pOne = fnAt(-static_cast<std::ptrdiff_t>(k)) + i;
+            const std::uint8_t* pOther = fnAt(static_cast<std::ptrdiff_t>(k)) + i;
+            const __m256i nWeight = _mm256_set1_epi16(aWeights[k]);
+            AddBytePairs(pOne, pOther, nWeight, nLow, nHigh);
+            AddBytePairs(pOne + 32, pOther + 32, nWeight, nNextLow, nNextHigh);
+        }
+        Store(pMeans + i, _mm256_permute2x128_si256(nLow, nHigh, 0x20));
+        Store(pMeans + i + 16, _mm256_permute2x128_si256(nLow, nHigh, 0x31));
+        Store(pMeans + i + 32, _mm256_permute2x128_si256(nNextLow, nNextHigh, 0x20));
+        Store(pMeans + i + 48, _mm256_permute2x128_si256(nNextLow, nNextHigh, 0x31));
+    }
+    return i;
+}
+
+// The same of values of 16 bits.
+template <typename At>
+WITH_AVX2 std::size_t nAddShorts(const std::vector<std::int16_t>& aWeights, const At& fnAt,
+                                 std::size_t nCount, std::int16_t* pMeans)
+{
+    std::size_t i = 0;
+    for (; i + 64 <= nCount; i += 64) {
+        __m256i n0 = _mm256_setzero_si256(), n1 = n0, n2 = n0, n3 = n0;
+        for (std::size_t k = 0; k < aWeights.size(); ++k) {
+            const std::int16_t* pOne = fnAt(-static_cast<std::ptrdiff_t>(k)) + i;
+            const std::int16_t* pOther = fnAt(static_cast<std::ptrdiff_t>(k)) + i;
+            const __m256i nWeight = _mm256_set1_epi16(aWeights[k]);
+            AddShortPair(pOne, pOther, nWeight, n0);
+            AddShortPair(pOne + 16, pOther + 16, nWeight, n1);
+            AddShortPair(pOne + 32, pOther + 32, nWeight, n2);
+            AddShortPair(pOne + 48, pOther + 48, nWeight, n3);
+        }
+        Store(pMeans + i, n0);
+        Store(pMeans + i + 16, n1);
+        Store(pMeans + i + 32, n2);
+        Store(pMeans + i + 48, n3);
+    }
+    return i;
+}
+
+bool bHasAvx2()
+{
+    static const bool bCan = __builtin_cpu_supports("avx2");
+    return bCan;
+}
+
+#else
+
+template <typename At>
+std::size_t nAddBytes(const std::vector<std::int16_t>&, const At&, std::size_t, std::int16_t*)
+{
+    return 0;
+}
+template <typename At>
+std::size_t nAddShorts(const std::vector<std::int16_t>&, const At&, std::size_t, std::int16_t*)
+{
+    return 0;
+}
+bool bHasAvx2()
+{
+    return false;
+}
+
+#endif
+
+template <typename At>
+void AddShorts(const std::vector<std::int16_t>& aWeights, const At& fnAt, std::size_t nCount,
+               std::int16_t* pMeans)
+{
+    const std::size_t nDone = bHasAvx2() ? nAddShorts(aWeights, fnAt, nCount, pMeans) : 0;
+    AddPlainly(aWeights, fnAt, 1, nDone, nCount, pMeans);
 }
 
 }  // namespace
@@ -158,21 +173,25 @@ GaussianCurve::GaussianCurve(double dDeviation)
 
 void GaussianCurve::Down(const std::uint8_t* const* pRows, std::size_t nCount, std::int16_t* pMeans) const
 {
-    const auto fnAt = [&](std::ptrdiff_t n) { return pRows[static_cast<std::ptrdiff_t>(m_nReach) + n]; };
-    AddAll<std::uint8_t>(m_aWeights, fnAt, nCount, pMeans, SetBytes, AddBytes);
+    const std::uint8_t* const* pMiddle = pRows + m_nReach;
+    const auto fnAt = [pMiddle](std::ptrdiff_t n) { return pMiddle[n]; };
+    const std::size_t nDone = bHasAvx2() ? nAddBytes(m_aWeights, fnAt, nCount, pMeans) : 0;
+    AddPlainly(m_aWeights, fnAt, kSteps, nDone, nCount, pMeans);
 }
 
 void GaussianCurve::Down(const std::int16_t* const* pRows, std::size_t nCount, std::int16_t* pMeans) const
 {
-    const auto fnAt = [&](std::ptrdiff_t n) { return pRows[static_cast<std::ptrdiff_t>(m_nReach) + n]; };
-    AddAll<std::int16_t>(m_aWeights, fnAt, nCount, pMeans, SetShorts, AddShorts);
+    const std::int16_t* const* pMiddle = pRows + m_nReach;
+    AddShorts(
+        m_aWeights, [pMiddle](std::ptrdiff_t n) { return pMiddle[n]; }, nCount, pMeans);
 }
 
 void GaussianCurve::Along(const std::int16_t* pRow, std::size_t nCount, std::size_t nStep,
                           std::int16_t* pMeans) const
 {
-    const auto fnAt = [&](std::ptrdiff_t n) { return pRow + n * static_cast<std::ptrdiff_t>(nStep); };
-    AddAll<std::int16_t>(m_aWeights, fnAt, nCount, pMeans, SetShorts, AddShorts);
+    const auto nPixel = static_cast<std::ptrdiff_t>(nStep);
+    AddShorts(
+        m_aWeights, [pRow, nPixel](std::ptrdiff_t n) { return pRow + n * nPixel; }, nCount, pMeans);
 }
 
 void RepeatEnds(std::int16_t* pRow, std::size_t nCount, std::size_t nStep, std::size_t nReach)

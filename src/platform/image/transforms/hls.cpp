@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/planes.h"
 #include "src/platform/image/transforms/row_loop.h"
 #include "src/platform/image/transforms/tables.h"
 
@@ -73,45 +74,40 @@ ROW_LOOP_PART static std::uint8_t nRounded(float f)
     return static_cast<std::uint8_t>(static_cast<std::int32_t>(fBetween(f + 0.5F, 0.0F, 255.0F)));
 }
 
-template <int kChannels, bool kTurn>
-ROW_LOOP_PART static void ChangeRow(std::uint8_t* __restrict pPixels, std::size_t nPixels,
-                                    const HlsChange& objGiven)
+template <bool kTurn, bool kScale>
+ROW_LOOP_PART static void ChangePlanes(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objGiven)
 {
-    const HlsChange objChange = objGiven;  // a copy of its own, which no store through pPixels can change
+    const HlsChange objChange = objGiven;  // a copy of its own, which no store can change
+    float* __restrict pBlue = objPlanes.aBlue;
+    float* __restrict pGreen = objPlanes.aGreen;
+    float* __restrict pRed = objPlanes.aRed;
     for (std::size_t i = 0; i < nPixels; ++i) {
-        std::uint8_t* __restrict pPixel = pPixels + i * kChannels;
-        Pixel obj{static_cast<float>(pPixel[0]), static_cast<float>(pPixel[1]),
-                  static_cast<float>(pPixel[2])};
+        Pixel obj{pBlue[i], pGreen[i], pRed[i]};
         const float fBlueGreen = obj.fBlue < obj.fGreen ? obj.fGreen : obj.fBlue;
         const float fMost = fBlueGreen < obj.fRed ? obj.fRed : fBlueGreen;
         const float fLessOfTwo = obj.fBlue < obj.fGreen ? obj.fBlue : obj.fGreen;
         const float fLeast = fLessOfTwo < obj.fRed ? fLessOfTwo : obj.fRed;
         if constexpr (kTurn)
             obj = objTurned(obj, fMost, fLeast, objChange.fTurn);
-        obj = objScaled(obj, fMost, fLeast, objChange);
-        pPixel[0] = nRounded(obj.fBlue);
-        pPixel[1] = nRounded(obj.fGreen);
-        pPixel[2] = nRounded(obj.fRed);
+        if constexpr (kScale)
+            obj = objScaled(obj, fMost, fLeast, objChange);
+        pBlue[i] = obj.fBlue;
+        pGreen[i] = obj.fGreen;
+        pRed[i] = obj.fRed;
     }
 }
 
-using RowChange = void (*)(std::uint8_t* __restrict, std::size_t, const HlsChange&);
-
-ROW_LOOP static void Scale3(std::uint8_t* __restrict p, std::size_t n, const HlsChange& obj)
+ROW_LOOP static void Scale(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
 {
-    ChangeRow<3, false>(p, n, obj);
+    ChangePlanes<false, true>(objPlanes, nPixels, objChange);
 }
-ROW_LOOP static void Scale4(std::uint8_t* __restrict p, std::size_t n, const HlsChange& obj)
+ROW_LOOP static void Turn(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
 {
-    ChangeRow<4, false>(p, n, obj);
+    ChangePlanes<true, false>(objPlanes, nPixels, objChange);
 }
-ROW_LOOP static void Both3(std::uint8_t* __restrict p, std::size_t n, const HlsChange& obj)
+ROW_LOOP static void TurnAndScale(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
 {
-    ChangeRow<3, true>(p, n, obj);
-}
-ROW_LOOP static void Both4(std::uint8_t* __restrict p, std::size_t n, const HlsChange& obj)
-{
-    ChangeRow<4, true>(p, n, obj);
+    ChangePlanes<true, true>(objPlanes, nPixels, objChange);
 }
 
 static void ChangeGrey(ImageBuffer& aImage, const HlsChange& objChange)
@@ -149,15 +145,22 @@ bool BalanceHLS(ImageBuffer& aImage, double dHue, double dLightness, double dSat
         ChangeGrey(aImage, objChange);
         return true;
     }
-    const bool bAlpha = aImage.lChannels == 4;
-    // A turn alone goes through the scaling too, by 1: the compiler makes a quicker loop of both than of the
-    // one.
-    const RowChange fnChange = bTurn ? (bAlpha ? Both4 : Both3) : (bAlpha ? Scale4 : Scale3);
+    const auto fnChange = !bTurn ? Scale : bScale ? TurnAndScale : Turn;
+    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
     const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
-    const std::size_t nRowBytes = nWidth * static_cast<std::size_t>(aImage.lChannels);
     RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
-        for (std::int32_t y = lFirst; y < lEnd; ++y)
-            fnChange(aImage.aBytes.data() + nRowBytes * static_cast<std::size_t>(y), nWidth, objChange);
+        Planes objPlanes;
+        FloatPlanes objValues;
+        const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
+        for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kPlaneBlock) {
+            const std::size_t nPixels = std::min(kPlaneBlock, nLast - i);
+            std::uint8_t* pPixels = aImage.aBytes.data() + i * nChannels;
+            SplitPixels(pPixels, nPixels, nChannels, objPlanes);
+            Widen(objPlanes, nPixels, objValues);
+            fnChange(objValues, nPixels, objChange);
+            Round(objValues, nPixels, objPlanes);
+            JoinPixels(objPlanes, nPixels, nChannels, pPixels);
+        }
     });
     return true;
 }

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/planes.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms
@@ -12,36 +13,20 @@ namespace transforms
 
 constexpr std::size_t kBlock = 1024;  // pixels at a time: they stay in the nearest cache
 
-template <int kChannels>
-ROW_LOOP_PART void ReadIntensity(const std::uint8_t* __restrict pPixels, std::size_t nPixels,
-                                 std::uint8_t* __restrict pIntensity)
-{
-    for (std::size_t i = 0; i < nPixels; ++i)
-        pIntensity[i] =
-            nIntensity(pPixels[kChannels * i], pPixels[kChannels * i + 1], pPixels[kChannels * i + 2]);
-}
-
-ROW_LOOP static void ReadIntensity3(const std::uint8_t* __restrict pPixels, std::size_t nPixels,
-                                    std::uint8_t* __restrict pIntensity)
-{
-    ReadIntensity<3>(pPixels, nPixels, pIntensity);
-}
-
-ROW_LOOP static void ReadIntensity4(const std::uint8_t* __restrict pPixels, std::size_t nPixels,
-                                    std::uint8_t* __restrict pIntensity)
-{
-    ReadIntensity<4>(pPixels, nPixels, pIntensity);
-}
-
 void IntensityRow(const std::uint8_t* pPixels, std::size_t nPixels, std::int32_t lChannels,
                   std::uint8_t* pIntensity)
 {
-    if (lChannels == 1)
+    if (lChannels == 1) {
         std::memcpy(pIntensity, pPixels, nPixels);
-    else if (lChannels == 3)
-        ReadIntensity3(pPixels, nPixels, pIntensity);
-    else
-        ReadIntensity4(pPixels, nPixels, pIntensity);
+        return;
+    }
+    const auto nChannels = static_cast<std::size_t>(lChannels);
+    Planes objPlanes;
+    for (std::size_t i = 0; i < nPixels; i += kPlaneBlock) {
+        const std::size_t nPart = std::min(kPlaneBlock, nPixels - i);
+        SplitPixels(pPixels + i * nChannels, nPart, nChannels, objPlanes);
+        IntensityOf(objPlanes, nPart, pIntensity + i);
+    }
 }
 
 ROW_LOOP static void CutRow(std::uint8_t* __restrict pValues, std::size_t nCount, std::uint8_t nLevel)
