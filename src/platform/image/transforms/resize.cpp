@@ -8,6 +8,7 @@
 
 #include "src/platform/image/limits.h"
 #include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/resize_rows.h"
 #include "src/platform/image/transforms/resize_weights.h"
 #include "src/platform/image/transforms/row_loop.h"
 
@@ -37,14 +38,6 @@ void ResizeNearest(const ImageBuffer& aImage, ImageBuffer& aResult)
             }
         }
     });
-}
-
-// Adds two rows' parts at a time, so that the sums are fetched and put back half as often.
-ROW_LOOP void AddRows(const std::uint8_t* __restrict pOne, const std::uint8_t* __restrict pOther, float dOne,
-                      float dOther, std::size_t nCount, float* __restrict aSums)
-{
-    for (std::size_t i = 0; i < nCount; ++i)
-        aSums[i] += dOne * static_cast<float>(pOne[i]) + dOther * static_cast<float>(pOther[i]);
 }
 
 // A row whose colours weigh by their alpha.
@@ -81,12 +74,23 @@ void AlongRow(const float* aSums, const ResizeWeights& objWeights, std::uint8_t*
                 dSum += pWeight[k] * pSum[k];
             *pTarget++ = nLevel(dSum);
         } else {
-            Four aSum{0, 0, 0, 0};
-            for (std::size_t k = 0; k < nTaps; ++k) {
+            // Two sums, so that one addition needn't wait for the other.
+            Four aSum{0, 0, 0, 0}, aNext{0, 0, 0, 0};
+            const float* pSum = aSums + 4 * static_cast<std::size_t>(lFirst);
+            std::size_t k = 0;
+            for (; k + 2 <= nTaps; k += 2, pSum += 8) {
+                Four aPixel, aNextPixel;
+                std::memcpy(&aPixel, pSum, sizeof aPixel);
+                std::memcpy(&aNextPixel, pSum + 4, sizeof aNextPixel);
+                aSum += aPixel * pWeight[k];
+                aNext += aNextPixel * pWeight[k + 1];
+            }
+            if (k < nTaps) {
                 Four aPixel;
-                std::memcpy(&aPixel, aSums + 4 * (static_cast<std::size_t>(lFirst) + k), sizeof aPixel);
+                std::memcpy(&aPixel, pSum, sizeof aPixel);
                 aSum += aPixel * pWeight[k];
             }
+            aSum += aNext;
             if constexpr (bWeighed) {
                 const float dAlpha = aSum[3];
                 pTarget[3] = nLevel(dAlpha);
@@ -115,22 +119,19 @@ void ResizeSmoothly(const ImageBuffer& aImage, ImageBuffer& aResult, bool bCubic
 
     EachRows(aResult.lHeight, nStride(aResult) + nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
         std::vector<float> aSums(nRow);
+        std::vector<std::int16_t> aWeights(objDown.nTaps + 1);
         std::vector<float> aSpread(aImage.lChannels == 3 ? 4 * nPixels : 0);
         for (std::int32_t y = lFirst; y < lLast; ++y) {
             const std::int32_t lFrom = objDown.aFirst[static_cast<std::size_t>(y)];
             const float* pWeight = objDown.aWeights.data() + static_cast<std::size_t>(y) * objDown.nTaps;
-            std::fill(aSums.begin(), aSums.end(), 0.F);
-            for (std::size_t k = 0; k < objDown.nTaps; k += 2) {
-                const std::uint8_t* pOne = pRow(aImage, lFrom + static_cast<std::int32_t>(k));
-                const bool bPair = k + 1 < objDown.nTaps;
-                if (bWeighed) {
-                    AddWeighedRow(pOne, pWeight[k], nPixels, aSums.data());
-                    if (bPair)
-                        AddWeighedRow(pOne + nRow, pWeight[k + 1], nPixels, aSums.data());
-                } else {
-                    AddRows(pOne, bPair ? pOne + nRow : pOne, pWeight[k], bPair ? pWeight[k + 1] : 0.F, nRow,
-                            aSums.data());
-                }
+            if (bWeighed) {
+                std::fill(aSums.begin(), aSums.end(), 0.F);
+                for (std::size_t k = 0; k < objDown.nTaps; ++k)
+                    AddWeighedRow(pRow(aImage, lFrom + static_cast<std::int32_t>(k)), pWeight[k], nPixels,
+                                  aSums.data());
+            } else {
+                SumRows({pRow(aImage, lFrom), nRow, pWeight, objDown.nTaps}, nRow, aWeights.data(),
+                        aSums.data());
             }
             if (aImage.lChannels == 3)
                 Spread(aSums.data(), nPixels, reinterpret_cast<Four*>(aSpread.data()));

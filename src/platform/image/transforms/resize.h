@@ -17,9 +17,9 @@ namespace transforms
 ///   source pixels weigh f(distance / s), s = max(1, w / W), and the weights are divided by their sum; pixels
 ///   beyond the border have none. f(t) = 1 - |t| up to 1, or Keys' cubic with a = -0.5 (Catmull-Rom):
 ///   1.5|t|^3 - 2.5|t|^2 + 1 up to 1, -0.5|t|^3 + 2.5|t|^2 - 4|t| + 2 up to 2. When the picture shrinks, all
-///   source pixels so have their part in it and nothing aliases. Pillow's resize is the same; OpenCV's,
-///   which stretches no filter, is not.
-/// The result is rounded to the nearest level and kept in 0..255. Transparent pixels weigh by their alpha
+///   source pixels so have their part in it and nothing aliases. Pillow's resize is the same.
+/// The result is rounded to the nearest level (or the one beside it, where two are as near but for 1/25) and
+/// kept in 0..255. Transparent pixels weigh by their alpha
 /// too. Everything is covered, so that lBackground isn't seen. The picture's own size changes nothing. False,
 /// with the picture as it was, for a size that a picture may not have.
 bool Resize(ImageBuffer& aImage, std::int32_t lWidth, std::int32_t lHeight, std::int32_t lInterpolation,
