@@ -62,7 +62,7 @@ static std::string sPathOfArgument(const Application& app, const std::string& sA
     const bool bHasSeparator =
         bContains(sArgument, "\\") || sArgument.find(kSlashOfPath) != std::string::npos;
     const std::string sPath = sWithSlashes(sArgument);
-    const std::string sUnquoted = sReplaceAll(sPath, "\"", "");
+    std::string sUnquoted = sReplaceAll(sPath, "\"", "");
     if (bHasSeparator)
         return sUnquoted;
     return sWithSeparator(app.svc.objProgramFolders.sOwnFolder()) + (bAlwaysUnquoted ? sUnquoted : sPath);
