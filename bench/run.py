@@ -24,7 +24,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.dirname(HERE)
 VARNEL = os.path.join(ROOT, "build/release/bin/varnel")
 SLOW_SECONDS = 20  # a peer that took longer isn't run again
-AFTER_DELETING_SECONDS = 6
+AFTER_DELETING_SECONDS = 90
 LEAST_TELLING = 0.5  # milliseconds a megapixel: what is less can't be told from the load's and the save's own drift
 RUNS_ALONE = 3  # for a round: an operation alone is a small difference
 sys.path.insert(0, os.path.join(ROOT, "tools"))
@@ -151,12 +151,13 @@ def run_once(commands, folder, out, settings):
 
 
 def measure(job, corpus, work, rounds):
-    """Each run writes into a new folder: a file system may be ten times slower in making files for some seconds after
-    others were deleted, and whoever runs next would pay for it."""
+    """Each run writes into a new folder: a file system may be ten times slower in making files for a minute after others
+    were deleted, and whoever runs next would pay for it."""
     results, slow = {}, set()
     all_out = os.path.join(work, "out")
-    shutil.rmtree(all_out, ignore_errors=True)
-    time.sleep(AFTER_DELETING_SECONDS)
+    if os.path.exists(all_out):
+        shutil.rmtree(all_out)
+        time.sleep(AFTER_DELETING_SECONDS)
     for number in range(rounds):
         for tool, command in job.commands.items():
             if not command or tool in slow:
