@@ -321,9 +321,12 @@ std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions&
     std::int32_t lResult = 0;
     Fail(objItem, 0, "");
     const std::string sFolder = sGetParentFolderName(objOptions.sTargetFile);
-    if (!bFolderExists(app, sFolder))
+    bool bThere = bFolderExists(app, sFolder);
+    if (!bThere) {
         CreateFolderPath(app, sFolder);
-    if (!bFolderExists(app, sFolder)) {
+        bThere = bFolderExists(app, sFolder);
+    }
+    if (!bThere) {
         // The item goes on all the same: its saves fail, and this code stays.
         Fail(objItem, kErrNoTargetFolder, sTranslate(app, "Target folder does not exist"));
         lResult = kErrNoTargetFolder;

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "src/base/path_text.h"
@@ -112,12 +113,10 @@ std::optional<std::string> HostPaths::sExisting(const std::string& sPath) const
     const auto objPath = objSplit(sPath, [this](char c) { return sDriveFolder(c); });
     if (!objPath)
         return std::nullopt;
-    const auto bFits = [&](const std::string& sFound) {
-        return bEndsInSeparator(sPath) ? bIsFolder(sFound) : bIsThere(sFound);
-    };
+    const bool bFolderAsked = bEndsInSeparator(sPath);
     const std::string sAsItStands = sExact(*objPath);
     if (bIsThere(sAsItStands))
-        return bFits(sAsItStands) ? std::optional(sAsItStands) : std::nullopt;
+        return !bFolderAsked || bIsFolder(sAsItStands) ? std::optional(sAsItStands) : std::nullopt;
     std::string sHostPath = objPath->sBase;
     for (const std::string& sName : objPath->aNames) {
         const std::string sFound = sNameInFolder(m_objNames, sHostPath, sName);
@@ -126,25 +125,40 @@ std::optional<std::string> HostPaths::sExisting(const std::string& sPath) const
         AppendName(sHostPath, sFound);
     }
     // All names were found on the way, and still nothing is there: the base itself is missing.
-    return bFits(sHostPath) ? std::optional(sHostPath) : std::nullopt;
+    const bool bFits = bFolderAsked ? bIsFolder(sHostPath) : bIsThere(sHostPath);
+    return bFits ? std::optional(sHostPath) : std::nullopt;
+}
+
+// The folder as it stands if it is there, else its names one by one: from the first that isn't found on, they
+// stay as they stand.
+static std::string sFolderToWrite(FolderNames& objNames, const SplitPath& objFolder, bool& bFound)
+{
+    std::string sFolder = sExact(objFolder);
+    bFound = objFolder.aNames.empty() || bIsThere(sFolder);
+    if (bFound)
+        return objFolder.aNames.empty() ? objFolder.sBase : sFolder;
+    sFolder = objFolder.sBase;
+    bFound = true;
+    for (const std::string& sName : objFolder.aNames) {
+        const std::string sNameFound = bFound ? sNameInFolder(objNames, sFolder, sName) : "";
+        bFound = !sNameFound.empty();
+        AppendName(sFolder, bFound ? sNameFound : sName);
+    }
+    return sFolder;
 }
 
 std::optional<std::string> HostPaths::sToWrite(const std::string& sPath) const
 {
-    const auto objPath = objSplit(sPath, [this](char c) { return sDriveFolder(c); });
+    auto objPath = objSplit(sPath, [this](char c) { return sDriveFolder(c); });
     if (!objPath || objPath->aNames.empty())
         return std::nullopt;
-    const std::string& sName = objPath->aNames.back();
+    const std::string sName = std::move(objPath->aNames.back());
+    objPath->aNames.pop_back();
     if (sName == ".." || sName.find_first_of("*?") != std::string::npos)
         return std::nullopt;
 
-    std::string sFolder = objPath->sBase;
-    bool bFolderFound = true;
-    for (std::size_t i = 0; i + 1 < objPath->aNames.size(); ++i) {
-        const std::string sFound = bFolderFound ? sNameInFolder(m_objNames, sFolder, objPath->aNames[i]) : "";
-        bFolderFound = !sFound.empty();
-        AppendName(sFolder, bFolderFound ? sFound : objPath->aNames[i]);
-    }
+    bool bFolderFound = false;
+    const std::string sFolder = sFolderToWrite(m_objNames, *objPath, bFolderFound);
     if (!bFolderFound)
         return sJoined(sFolder, sName);
     const bool bAnyCase = bHasDrive(sPath) || sPath.find('\\') != std::string::npos;
