@@ -13,7 +13,8 @@ namespace transforms
 /// right, 90 above). D(h), of values I at places x to the right and y down, is the slope towards the light:
 ///   D(h) = cos (I(x - h, y) - I(x + h, y)) + sin (I(x, y + h) - I(x, y - h))
 /// Beyond the border the border's pixels go on. Sines and cosines are rounded to 1/4096 together with their
-/// factor, results to the nearest level and kept in 0..255. Alpha is carried.
+/// factor, results to the nearest level (or the one beside it, where two are as near but for 1/60) and kept
+/// in 0..255. Alpha is carried.
 
 /// Each channel becomes 128 + dBrightness / 10 D(lHeight): a flat surface is middle grey, one towards the
 /// light lighter. lHeight is brought to 16 at most, dBrightness into 0..1000; a height of 0 or less, and an

@@ -13,48 +13,47 @@ namespace transforms
 static constexpr std::size_t kWrap = kTextureSide - 1;
 static_assert((kTextureSide & kWrap) == 0, "textures repeat by a mask");
 
-static float dSmoothStep(float d)
+// Random heights, evened out by a Gaussian both ways, around the edges too.
+static std::vector<float> aNoiseHeights(double dDeviation)
 {
-    return d * d * (3 - 2 * d);
-}
+    std::vector<float> aHeights(kTextureSide * kTextureSide), aAcross(aHeights.size());
+    std::uint64_t nState = 1;
+    for (float& dHeight : aHeights)
+        dHeight = static_cast<float>(nRandom(nState) >> 40) / static_cast<float>(1 << 24) - 0.5F;
 
-static std::vector<float> aNoiseHeights(std::size_t nGrid)
-{
-    const std::size_t nNodes = kTextureSide / nGrid;
-    std::vector<float> aNodes(nNodes * nNodes);
-    std::uint64_t nState = nGrid;
-    for (float& dNode : aNodes)
-        dNode = static_cast<float>(nRandom(nState) >> 40) / static_cast<float>(1 << 24);
-
-    std::vector<float> aHeights(kTextureSide * kTextureSide);
-    for (std::size_t y = 0; y < kTextureSide; ++y) {
-        const std::size_t nUpper = y / nGrid * nNodes, nLower = (y / nGrid + 1) % nNodes * nNodes;
-        const float dDown = dSmoothStep(static_cast<float>(y % nGrid) / static_cast<float>(nGrid));
-        for (std::size_t x = 0; x < kTextureSide; ++x) {
-            const std::size_t nLeft = x / nGrid, nRight = (nLeft + 1) % nNodes;
-            const float dAcross = dSmoothStep(static_cast<float>(x % nGrid) / static_cast<float>(nGrid));
-            const float dUpper = aNodes[nUpper + nLeft] * (1 - dAcross) + aNodes[nUpper + nRight] * dAcross;
-            const float dLower = aNodes[nLower + nLeft] * (1 - dAcross) + aNodes[nLower + nRight] * dAcross;
-            aHeights[y * kTextureSide + x] = dUpper * (1 - dDown) + dLower * dDown;
+    const auto nReach = static_cast<std::size_t>(std::ceil(3 * dDeviation));
+    std::vector<float> aCurve(2 * nReach + 1);
+    for (std::size_t i = 0; i < aCurve.size(); ++i) {
+        const double d = static_cast<double>(i) - static_cast<double>(nReach);
+        aCurve[i] = static_cast<float>(std::exp(-d * d / (2 * dDeviation * dDeviation)));
+    }
+    // Each pass exchanges rows and columns, so that two of them do both directions.
+    for (int nPass = 0; nPass < 2; ++nPass) {
+        for (std::size_t y = 0; y < kTextureSide; ++y) {
+            for (std::size_t x = 0; x < kTextureSide; ++x) {
+                float dSum = 0;
+                for (std::size_t i = 0; i < aCurve.size(); ++i)
+                    dSum += aCurve[i] * aHeights[y * kTextureSide + ((x + i - nReach) & kWrap)];
+                aAcross[x * kTextureSide + y] = dSum;
+            }
         }
+        aHeights.swap(aAcross);
     }
     return aHeights;
 }
 
-// Waves that run to the lower right, so that light from any side falls on them, and wind by an eighth of a
-// turn. Whole numbers of waves fit the side.
-static std::vector<float> aWaveHeights(std::size_t nLength)
+// Waves that run to the lower right, so that light from any side but along them falls on their slopes, and
+// wind a little. Whole numbers of waves fit the side.
+static std::vector<float> aWaveHeights(std::size_t nWaves)
 {
     constexpr double kTurn = 2 * kPi / static_cast<double>(kTextureSide);
-    const double dWaves = static_cast<double>(kTextureSide / nLength);
     std::vector<float> aHeights(kTextureSide * kTextureSide);
     for (std::size_t y = 0; y < kTextureSide; ++y) {
         for (std::size_t x = 0; x < kTextureSide; ++x) {
             const auto dX = static_cast<double>(x) * kTurn, dY = static_cast<double>(y) * kTurn;
-            const double dWinding =
-                0.9 * std::sin(dX * dWaves / 4) + 0.6 * std::sin(dY * dWaves / 8 - dX * 2);
-            aHeights[y * kTextureSide + x] =
-                static_cast<float>(std::sin(dY * dWaves + dX * dWaves / 4 + dWinding));
+            const auto dWaves = static_cast<double>(nWaves);
+            const double dWinding = 0.9 * std::sin(3 * dX - 2 * dY) + 0.6 * std::sin(5 * dY - 4 * dX + 1);
+            aHeights[y * kTextureSide + x] = static_cast<float>(std::sin((dX + dY) * dWaves + dWinding));
         }
     }
     return aHeights;
@@ -62,9 +61,9 @@ static std::vector<float> aWaveHeights(std::size_t nLength)
 
 std::vector<float> aTextureHeights(std::int32_t lTexture)
 {
-    constexpr std::size_t kGrids[3] = {4, 8, 2};
-    constexpr std::size_t kLengths[3] = {16, 32, 8};
-    return lTexture < 3 ? aNoiseHeights(kGrids[lTexture]) : aWaveHeights(kLengths[lTexture - 3]);
+    constexpr double kDeviations[3] = {1.5, 3, 0.8};
+    constexpr std::size_t kWaves[3] = {11, 6, 23};
+    return lTexture < 3 ? aNoiseHeights(kDeviations[lTexture]) : aWaveHeights(kWaves[lTexture - 3]);
 }
 
 // The slopes towards the light, brought to the mean square that all textures share, times the brightness.

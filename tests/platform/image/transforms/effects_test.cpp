@@ -112,6 +112,17 @@ TEST(Emboss, AgreesWithItsFormula)
         }
 }
 
+TEST(Emboss, WorksInBandsAsInOnePiece)
+{
+    // Large enough for several bands, and as high as the rows that a band needs of the next one.
+    const ImageBuffer aBefore = aRandomPicture(500, 700, 3);
+    ImageBuffer aImage = aBefore;
+    ASSERT_TRUE(transforms::Emboss(aImage, 70, 16, 3));
+    ExpectEach(
+        aImage, aBefore,
+        [&](int x, int y, int c) { return nClamped(128 + 0.3 * dSlope(aBefore, x, y, c, 70, 16)); }, 1);
+}
+
 TEST(Emboss, LightsTheSideTowardsTheLight)
 {
     // A raised square: its right side is the light one under light from the right, its top under light from
