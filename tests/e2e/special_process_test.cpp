@@ -434,3 +434,55 @@ TEST(SpecialProcesses, WriteLogRowsToTheReportForASingleFileAlone)
     // The record of a wildcard's files has no report file and no wish for rows.
     EXPECT_EQ(sWithoutSeconds(objPlace.sRead("many.txt")), sLines);
 }
+
+TEST(SpecialProcesses, CantKeepATypeThatIsOnlyRead)
+{
+    const Workplace objPlace;
+    const std::string sIcon = objPlace.sCopySample("graphics/icon.ico", "icon.ico");
+
+    objVarnel(objPlace, {"/P24", "/S", sIcon, "/T", objPlace.sPath("t.ico"), "/L", objPlace.sPath("r.txt")});
+
+    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")),
+              "Job # 1  Unable to convert - " + sIcon + "\nTime to complete job: #\n");
+    EXPECT_FALSE(objPlace.bHas("t.ico"));
+}
+
+TEST(SpecialProcesses, CarryTransparencyAndMoveItWithThePicture)
+{
+    const Workplace objPlace;
+    const std::string sBadge = objPlace.sCopySample("graphics/badge.png", "badge.png");
+    const auto sAlphaOf = [](const std::string& sFile) {
+        return objRun({"convert-im6.q16", sFile, "-alpha", "extract", "-depth", "8", "gray:-"}).sOutput;
+    };
+
+    objVarnel(objPlace, {"/P24", "/S", sBadge, "/T", objPlace.sPath("inverted.png")});
+    objVarnel(objPlace, {"/P9", "/a0", "/S", sBadge, "/T", objPlace.sPath("same.png")});
+    objVarnel(objPlace, {"/P6", "/a40", "/b0", "/c0", "/S", sBadge, "/T", objPlace.sPath("shifted.png")});
+
+    const std::string sAlpha = sAlphaOf(sBadge);
+    EXPECT_EQ(sAlpha.size(), 64u * 64u);
+    EXPECT_TRUE(sAlphaOf(objPlace.sPath("inverted.png")) == sAlpha);
+    EXPECT_TRUE(sAlphaOf(objPlace.sPath("same.png")) == sAlpha);
+    const std::string sShifted = sAlphaOf(objPlace.sPath("shifted.png"));
+    for (std::size_t y = 0; y < 64; ++y) {
+        EXPECT_EQ(sShifted.substr(y * 64, 40), std::string(40, '\xFF')) << "the background is opaque";
+        EXPECT_TRUE(sShifted.substr(y * 64 + 40, 24) == sAlpha.substr(y * 64, 24));
+    }
+}
+
+TEST(SpecialProcesses, TakeTheDecimalSignOfTheUser)
+{
+    const Workplace objPlace;
+    const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objColours()));
+    const auto sMade = [&](const char* sValue, const char* sLocale) {
+        objVarnel(objPlace, {"/P54", sValue, "/S", sSource, "/T", objPlace.sPath("t.bmp")},
+                  {{"LC_ALL", sLocale}});
+        return objPlace.sRead("t.bmp");
+    };
+
+    const std::string sHalf = sMade("/a0.5", "C");
+
+    EXPECT_TRUE(sMade("/a0,5", "de_DE.UTF-8") == sHalf);
+    EXPECT_TRUE(sMade("/a0.5", "de_DE.UTF-8") == sHalf);
+    EXPECT_FALSE(sMade("/a0,5", "C") == sHalf);
+}
