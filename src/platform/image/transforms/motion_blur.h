@@ -19,9 +19,9 @@ bool MotionBlur(ImageBuffer& aImage, double dAngle, std::int32_t lAmount);
 
 /// As if the picture had been turned about its middle while it was taken, by dDisplacement percent of 36
 /// degrees, half of it each way. Each channel but alpha becomes the mean of n pictures turned by equal steps,
-/// with n the power of two that leaves steps of at most a pixel at the corners, at most 64; they are
-/// interpolated bilinearly, and beyond the border the border's pixels go on. Brought into 0..100; 0 and NaN
-/// change nothing.
+/// with n the power of two that leaves steps of at most a pixel at the corners, above 64 of two pixels; they
+/// are interpolated bilinearly, and beyond the border the border's pixels go on. Brought into 0..100; 0 and
+/// NaN change nothing.
 bool RadialBlur(ImageBuffer& aImage, double dDisplacement);
 
 /// As if the camera's lens had been zoomed in: each channel but alpha becomes the mean of n pictures

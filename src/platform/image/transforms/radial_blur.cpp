@@ -16,14 +16,6 @@ namespace transforms
 namespace
 {
 
-// The mean of the picture drawn through both maps.
-ImageBuffer aMeanOf(const ImageBuffer& aImage, const StraightMap& objOne, const StraightMap& objOther)
-{
-    ImageBuffer aResult = aLike(aImage);
-    DrawWarpedMean(aImage, aResult, objOne, objOther);
-    return aResult;
-}
-
 // A turn by dAngle radians and a magnification about the picture's middle.
 StraightMap objAboutMiddle(const ImageBuffer& aImage, double dAngle, double dScale)
 {
@@ -33,13 +25,33 @@ StraightMap objAboutMiddle(const ImageBuffer& aImage, double dAngle, double dSca
             -dSin, dCos, dMidY + dSin * dMidX - dCos * dMidY};
 }
 
-// How often the steps are doubled so that the longest way, in pixels, is cut into steps of about one.
+// How often the steps are doubled so that the longest way, in pixels, is cut into steps of about one, and a
+// long one into steps of two: wider ones would show as bands.
 int nDoublings(double dWay)
 {
+    constexpr int kFine = 6, kMost = 12;
     int n = 1;
-    while (n < 6 && (1 << n) < dWay)
+    while (n < kMost && (n < kFine ? 1 : 2) * (1 << n) < dWay)
         ++n;
     return n;
+}
+
+// The mean of 2^nTimes pictures: of the one drawn through both maps at first, and then again and again of
+// what came of it and the same drawn through fnFurther(1), fnFurther(2) ..., in two pictures that take turns.
+template <typename Further>
+ImageBuffer aMeans(const ImageBuffer& aImage, const StraightMap& objOne, const StraightMap& objOther,
+                   int nTimes, const Further& fnFurther)
+{
+    ImageBuffer aResult = aLike(aImage);
+    DrawWarpedMean(aImage, aResult, objOne, objOther);
+    if (nTimes < 2)
+        return aResult;
+    ImageBuffer aNext = aLike(aImage);
+    for (int i = 1; i < nTimes; ++i) {
+        DrawWarpedMean(aResult, aNext, {}, fnFurther(i));
+        std::swap(aResult, aNext);
+    }
+    return aResult;
 }
 
 double dCorner(const ImageBuffer& aImage)
@@ -57,11 +69,9 @@ bool RadialBlur(ImageBuffer& aImage, double dDisplacement)
         const double dArc = dClamped(dDisplacement, 0, 100) / 100 * 36 * kPi / 180;
         const int nTimes = nDoublings(dArc * dCorner(aImage));
         const double dStep = dArc / ((1 << nTimes) - 1);
-        ImageBuffer aResult = aMeanOf(aImage, objAboutMiddle(aImage, -dArc / 2, 1),
-                                      objAboutMiddle(aImage, -dArc / 2 + dStep, 1));
-        for (int i = 1; i < nTimes; ++i)
-            aResult = aMeanOf(aResult, {}, objAboutMiddle(aImage, dStep * (1 << i), 1));
-        TakePixels(aImage, std::move(aResult));
+        TakePixels(aImage, aMeans(aImage, objAboutMiddle(aImage, -dArc / 2, 1),
+                                  objAboutMiddle(aImage, -dArc / 2 + dStep, 1), nTimes,
+                                  [&](int i) { return objAboutMiddle(aImage, dStep * (1 << i), 1); }));
         return true;
     });
 }
@@ -74,10 +84,9 @@ bool ZoomBlur(ImageBuffer& aImage, double dIntensity)
         const double dLast = 1 - dClamped(dIntensity, 0, 100) / 200;
         const int nTimes = nDoublings((1 - dLast) * dCorner(aImage));
         const double dStep = std::log(dLast) / ((1 << nTimes) - 1);
-        ImageBuffer aResult = aMeanOf(aImage, {}, objAboutMiddle(aImage, 0, std::exp(dStep)));
-        for (int i = 1; i < nTimes; ++i)
-            aResult = aMeanOf(aResult, {}, objAboutMiddle(aImage, 0, std::exp(dStep * (1 << i))));
-        TakePixels(aImage, std::move(aResult));
+        TakePixels(aImage, aMeans(aImage, {}, objAboutMiddle(aImage, 0, std::exp(dStep)), nTimes, [&](int i) {
+                       return objAboutMiddle(aImage, 0, std::exp(dStep * (1 << i)));
+                   }));
         return true;
     });
 }
