@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "src/platform/image/transforms/processor.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 #if defined(__x86_64__)
@@ -117,12 +118,6 @@ WITH_AVX2 std::size_t nAddShorts(const std::vector<std::int16_t>& aWeights, cons
     return i;
 }
 
-bool bHasAvx2()
-{
-    static const bool bCan = __builtin_cpu_supports("avx2");
-    return bCan;
-}
-
 #else
 
 template <typename At>
@@ -135,11 +130,6 @@ std::size_t nAddShorts(const std::vector<std::int16_t>&, const At&, std::size_t,
 {
     return 0;
 }
-bool bHasAvx2()
-{
-    return false;
-}
-
 #endif
 
 template <typename At>

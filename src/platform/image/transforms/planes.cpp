@@ -4,6 +4,7 @@
 #include <array>
 
 #include "src/platform/image/transforms/intensity.h"
+#include "src/platform/image/transforms/processor.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 #if defined(__x86_64__)
@@ -170,17 +171,6 @@ WITH_AVX2 std::size_t nWeighSixteens(const Planes& objPlanes, std::size_t nPixel
     return i;
 }
 
-bool bHasShuffles()
-{
-    static const bool bCan = __builtin_cpu_supports("ssse3");
-    return bCan;
-}
-bool bHasAvx2()
-{
-    static const bool bCan = __builtin_cpu_supports("avx2");
-    return bCan;
-}
-
 #else
 
 std::size_t nSplitSixteens(const std::uint8_t*, std::size_t, Planes&)
@@ -198,14 +188,6 @@ std::size_t nRoundThirtyTwos(const float*, std::size_t, std::uint8_t*)
 std::size_t nWeighSixteens(const Planes&, std::size_t, std::uint8_t*)
 {
     return 0;
-}
-bool bHasShuffles()
-{
-    return false;
-}
-bool bHasAvx2()
-{
-    return false;
 }
 
 #endif
@@ -246,8 +228,7 @@ void SplitPixels(const std::uint8_t* pPixels, std::size_t nPixels, std::size_t n
     if (nChannels == 4)
         Split4(pPixels, nPixels, objPlanes);
     else
-        Split<3>(pPixels, bHasShuffles() ? nSplitSixteens(pPixels, nPixels, objPlanes) : 0, nPixels,
-                 objPlanes);
+        Split<3>(pPixels, bHasAvx2() ? nSplitSixteens(pPixels, nPixels, objPlanes) : 0, nPixels, objPlanes);
 }
 
 void IntensityOf(const Planes& objPlanes, std::size_t nPixels, std::uint8_t* pIntensity)
@@ -261,7 +242,7 @@ void JoinPixels(const Planes& objPlanes, std::size_t nPixels, std::size_t nChann
     if (nChannels == 4)
         Join4(objPlanes, nPixels, pPixels);
     else
-        Join<3>(objPlanes, bHasShuffles() ? nJoinSixteens(objPlanes, nPixels, pPixels) : 0, nPixels, pPixels);
+        Join<3>(objPlanes, bHasAvx2() ? nJoinSixteens(objPlanes, nPixels, pPixels) : 0, nPixels, pPixels);
 }
 
 }  // namespace transforms

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "src/platform/image/transforms/processor.h"
+
 #if defined(__x86_64__)
 #include <immintrin.h>
 #endif
@@ -78,10 +80,9 @@ WITH_AVX2 std::size_t nSumThirtyTwos(const WeighedRows& objRows, const std::int1
 
 std::size_t nSumQuickly(const WeighedRows& objRows, std::size_t nCount, std::int16_t* pMemory, float* pSums)
 {
-    static const bool bCan = __builtin_cpu_supports("avx2");
     // Many small weights would add up what rounding each of them lost.
     constexpr std::size_t kMost = 256;
-    if (!bCan || objRows.nRows > kMost || nCount < 32)
+    if (!bHasAvx2() || objRows.nRows > kMost || nCount < 32)
         return 0;
     RoundWeights(objRows, pMemory);
     return nSumThirtyTwos(objRows, pMemory, nCount, pSums);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "src/platform/image/transforms/processor.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 #if defined(__x86_64__)
@@ -91,10 +92,9 @@ WITH_AVX2 static std::size_t nThirtyTwos(const RowsAround& objRows, Light objFro
 static std::size_t nQuickly(const RowsAround& objRows, Light objFrom, std::size_t nCount,
                             std::uint8_t* pTarget)
 {
-    static const bool bCan = __builtin_cpu_supports("avx2");
     const bool bFit = std::max(std::abs(objFrom.lRight), std::abs(objFrom.lUp)) <= kOne &&
                       std::hypot(objFrom.lRight, objFrom.lUp) <= 1.001 * kOne;
-    return bCan && bFit ? nThirtyTwos(objRows, objFrom, nCount, pTarget) : 0;
+    return bHasAvx2() && bFit ? nThirtyTwos(objRows, objFrom, nCount, pTarget) : 0;
 }
 
 #else

@@ -2,6 +2,7 @@
 #include "src/platform/image/transforms/warp_fours.h"
 
 #include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/processor.h"
 
 #if defined(__x86_64__)
 #include <immintrin.h>
@@ -118,8 +119,7 @@ WITH_AVX2 static std::int32_t lFoursOf(const ImageBuffer& aSource, const std::in
 std::int32_t lDrawFours(const ImageBuffer& aSource, const std::int32_t* aX, const std::int32_t* aY,
                         const std::uint8_t* pUnmoved, std::int32_t lCount, std::uint8_t* pTarget)
 {
-    static const bool bCan = __builtin_cpu_supports("avx2");
-    return bCan ? lFoursOf(aSource, aX, aY, pUnmoved, lCount, pTarget) : 0;
+    return bHasAvx2() ? lFoursOf(aSource, aX, aY, pUnmoved, lCount, pTarget) : 0;
 }
 
 #else

@@ -24,15 +24,19 @@ bool FailingMemory::bHasFailed()
     return nLeft < 0;
 }
 
+// Nothing when it is time to fail.
 static void* pAllocate(std::size_t nBytes, std::size_t nAlignment)
 {
     if (nLeft >= 0 && nLeft-- == 0)
-        throw std::bad_alloc();
-    void* pBlock = nullptr;
+        return nullptr;
     if (nAlignment <= alignof(std::max_align_t))
-        pBlock = std::malloc(nBytes > 0 ? nBytes : 1);
-    else if (posix_memalign(&pBlock, nAlignment, nBytes) != 0)
-        pBlock = nullptr;
+        return std::malloc(nBytes > 0 ? nBytes : 1);
+    void* pBlock = nullptr;
+    return posix_memalign(&pBlock, nAlignment, nBytes) == 0 ? pBlock : nullptr;
+}
+
+static void* pOrThrow(void* pBlock)
+{
     if (!pBlock)
         throw std::bad_alloc();
     return pBlock;
@@ -40,11 +44,15 @@ static void* pAllocate(std::size_t nBytes, std::size_t nAlignment)
 
 void* operator new(std::size_t nBytes)
 {
-    return pAllocate(nBytes, 0);
+    return pOrThrow(pAllocate(nBytes, 0));
 }
 void* operator new(std::size_t nBytes, std::align_val_t nAlignment)
 {
-    return pAllocate(nBytes, static_cast<std::size_t>(nAlignment));
+    return pOrThrow(pAllocate(nBytes, static_cast<std::size_t>(nAlignment)));
+}
+void* operator new(std::size_t nBytes, const std::nothrow_t&) noexcept
+{
+    return pAllocate(nBytes, 0);
 }
 void operator delete(void* pBlock) noexcept
 {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "src/platform/image/transforms/processor.h"
 #include "tests/platform/image/support/failing_memory.h"
 #include "tests/platform/image/support/kernel_pictures.h"
 
@@ -126,6 +127,27 @@ TEST(AllOperations, DontShowTheColoursBehindTransparentPixels)
         for (std::size_t i = 0; i < aFirst.aBytes.size(); i += 4) {
             const bool bSame = std::equal(&aFirst.aBytes[i], &aFirst.aBytes[i] + 4, &aSecond.aBytes[i]);
             ASSERT_TRUE(bSame || aFirst.aBytes[i + 3] == 0) << obj.sName << " at " << i / 4;
+        }
+    }
+}
+
+TEST(AllOperations, DoTheSameWithoutVectorInstructions)
+{
+    for (const std::int32_t lChannels : {1, 3, 4}) {
+        const ImageBuffer aBefore = aRandomOpaque(141, 67, lChannels);
+        for (const Arguments& objArguments : {Arguments{33, 7, 3, 40, 100, true},
+                                              {0.4, 0.5, 1, 90, 30, false},
+                                              {-71, 15, 17, 5, 200, true}}) {
+            for (const NamedOperation& obj : aAllOperations(objArguments)) {
+                ImageBuffer aQuick = aBefore, aPlain = aBefore;
+                const bool bDone = bApply(obj, aQuick);
+                transforms::DoWithoutAvx2(true);
+                EXPECT_EQ(bApply(obj, aPlain), bDone) << obj.sName;
+                transforms::DoWithoutAvx2(false);
+                ASSERT_TRUE(bSameAlpha(aQuick, aPlain)) << obj.sName;
+                for (std::size_t i = 0; i < aQuick.aBytes.size(); ++i)
+                    ASSERT_NEAR(aQuick.aBytes[i], aPlain.aBytes[i], 1) << obj.sName << " at " << i;
+            }
         }
     }
 }

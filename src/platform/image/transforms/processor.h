@@ -1,0 +1,14 @@
+// What the processor can do.
+// Room: platform_image. May use: the standard library.
+#pragma once
+
+namespace transforms
+{
+
+/// True when the instructions of AVX2 may be used.
+bool bHasAvx2();
+
+/// For tests: from now on they may not, or they may again where there are any.
+void DoWithoutAvx2(bool bWithout);
+
+}  // namespace transforms
