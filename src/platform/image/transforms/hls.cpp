@@ -51,18 +51,23 @@ ROW_LOOP_PART static Pixel objTurned(Pixel obj, float fMost, float fLeast, float
 }
 
 // With the hue kept, every channel's distance from the lightness shrinks or grows with the chroma.
+// Without kLight the lightness stays, and so does the room.
+template <bool kLight>
 ROW_LOOP_PART static Pixel objScaled(Pixel obj, float fMost, float fLeast, const HlsChange& objChange)
 {
     const float fChroma = fMost - fLeast;
     const float fSum = fMost + fLeast;
-    const float fNewSum = fSum * objChange.fLightScale + objChange.fLightAdd;
     const float fRoom = 255.0F - std::fabs(fSum - 255.0F);
-    const float fNewRoom = 255.0F - std::fabs(fNewSum - 255.0F);
-    const float fRatio = fNewRoom / (fRoom < 1.0F ? 1.0F : fRoom);
-    const float fCap = fNewRoom < 255.0F / 8.0F ? 1.0F : fNewRoom * (8.0F / 255.0F);
+    float fNewSum = fSum;
     float fNewChroma = fChroma * objChange.fSaturation;
     fNewChroma = fNewChroma > fRoom ? fRoom : fNewChroma;
-    fNewChroma *= fRatio < fCap ? fRatio : fCap;
+    if constexpr (kLight) {
+        fNewSum = fSum * objChange.fLightScale + objChange.fLightAdd;
+        const float fNewRoom = 255.0F - std::fabs(fNewSum - 255.0F);
+        const float fRatio = fNewRoom / (fRoom < 1.0F ? 1.0F : fRoom);
+        const float fCap = fNewRoom < 255.0F / 8.0F ? 1.0F : fNewRoom * (8.0F / 255.0F);
+        fNewChroma *= fRatio < fCap ? fRatio : fCap;
+    }
     const float fGain = fNewChroma / (fChroma < 1.0F ? 1.0F : fChroma);
     const float fMiddle = fSum / 2.0F, fNewMiddle = fNewSum / 2.0F;
     return {fNewMiddle + (obj.fBlue - fMiddle) * fGain, fNewMiddle + (obj.fGreen - fMiddle) * fGain,
@@ -74,7 +79,7 @@ ROW_LOOP_PART static std::uint8_t nRounded(float f)
     return static_cast<std::uint8_t>(static_cast<std::int32_t>(fBetween(f + 0.5F, 0.0F, 255.0F)));
 }
 
-template <bool kTurn, bool kScale>
+template <bool kTurn, bool kScale, bool kLight>
 ROW_LOOP_PART static void ChangePlanes(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objGiven)
 {
     const HlsChange objChange = objGiven;  // a copy of its own, which no store can change
@@ -90,24 +95,32 @@ ROW_LOOP_PART static void ChangePlanes(FloatPlanes& objPlanes, std::size_t nPixe
         if constexpr (kTurn)
             obj = objTurned(obj, fMost, fLeast, objChange.fTurn);
         if constexpr (kScale)
-            obj = objScaled(obj, fMost, fLeast, objChange);
+            obj = objScaled<kLight>(obj, fMost, fLeast, objChange);
         pBlue[i] = obj.fBlue;
         pGreen[i] = obj.fGreen;
         pRed[i] = obj.fRed;
     }
 }
 
-ROW_LOOP static void Scale(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
-{
-    ChangePlanes<false, true>(objPlanes, nPixels, objChange);
-}
 ROW_LOOP static void Turn(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
 {
-    ChangePlanes<true, false>(objPlanes, nPixels, objChange);
+    ChangePlanes<true, false, false>(objPlanes, nPixels, objChange);
+}
+ROW_LOOP static void Saturate(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
+{
+    ChangePlanes<false, true, false>(objPlanes, nPixels, objChange);
+}
+ROW_LOOP static void TurnAndSaturate(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
+{
+    ChangePlanes<true, true, false>(objPlanes, nPixels, objChange);
+}
+ROW_LOOP static void Scale(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
+{
+    ChangePlanes<false, true, true>(objPlanes, nPixels, objChange);
 }
 ROW_LOOP static void TurnAndScale(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
 {
-    ChangePlanes<true, true>(objPlanes, nPixels, objChange);
+    ChangePlanes<true, true, true>(objPlanes, nPixels, objChange);
 }
 
 static void ChangeGrey(ImageBuffer& aImage, const HlsChange& objChange)
@@ -138,14 +151,18 @@ bool BalanceHLS(ImageBuffer& aImage, double dHue, double dLightness, double dSat
     }
 
     const bool bTurn = objChange.fTurn > 0 && objChange.fTurn < 6;
-    const bool bScale = objChange.fLightScale != 1 || objChange.fLightAdd != 0 || objChange.fSaturation != 1;
+    const bool bLight = objChange.fLightScale != 1 || objChange.fLightAdd != 0;
+    const bool bScale = bLight || objChange.fSaturation != 1;
     if (!bTurn && !bScale)
         return true;
     if (aImage.lChannels == 1) {
         ChangeGrey(aImage, objChange);
         return true;
     }
-    const auto fnChange = !bTurn ? Scale : bScale ? TurnAndScale : Turn;
+    const auto fnChange = bTurn ? (bLight   ? TurnAndScale
+                                   : bScale ? TurnAndSaturate
+                                            : Turn)
+                                : (bLight ? Scale : Saturate);
     const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
     const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
     RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
