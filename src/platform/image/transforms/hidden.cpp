@@ -22,19 +22,28 @@ struct Level {
 template <typename Weight>
 Cell aMean(const std::array<const std::uint8_t*, 4>& aQuarters, const Weight& nWeight)
 {
-    std::uint32_t aSums[3] = {0, 0, 0}, nAll = 0;
-    for (const std::uint8_t* p : aQuarters) {
-        const std::uint32_t n = p ? nWeight(p[3]) : 0U;
-        nAll += n;
-        for (int c = 0; c < 3 && n > 0; ++c)
-            aSums[c] += n * p[c];
+    std::uint32_t aWeights[4], nAll = 0, nAny = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        aWeights[i] = aQuarters[i] ? nWeight(aQuarters[i][3]) : 0U;
+        nAll += aWeights[i];
+        nAny |= aWeights[i] ^ aWeights[0];
     }
     if (nAll == 0)
         return {0, 0, 0, 0};
-    const auto fnMean = [nAll](std::uint32_t nSum) {
-        return static_cast<std::uint8_t>((nSum + nAll / 2) / nAll);
-    };
-    return {fnMean(aSums[0]), fnMean(aSums[1]), fnMean(aSums[2]), 255};
+    Cell aResult{0, 0, 0, 255};
+    for (std::size_t c = 0; c < 3; ++c) {
+        std::uint32_t nSum = 0;
+        if (nAny == 0) {  // all weigh the same, as nearly everywhere
+            for (const std::uint8_t* p : aQuarters)
+                nSum += p[c];
+            aResult[c] = static_cast<std::uint8_t>((nSum + 2) / 4);
+            continue;
+        }
+        for (std::size_t i = 0; i < 4; ++i)
+            nSum += aWeights[i] > 0 ? aWeights[i] * aQuarters[i][c] : 0U;
+        aResult[c] = static_cast<std::uint8_t>((nSum + nAll / 2) / nAll);
+    }
+    return aResult;
 }
 
 // fnAt gives the cell or pixel at a place.
