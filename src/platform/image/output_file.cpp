@@ -16,6 +16,7 @@
 #include <utility>
 
 static constexpr std::size_t kGatherSize = 128 * 1024;
+static constexpr std::size_t kPage = 4096;
 
 static std::string sFolderOf(const std::string& sHostPath)
 {
@@ -121,16 +122,32 @@ bool OutputFile::Flush()
     return bDone;
 }
 
+void OutputFile::Gather(Bytes& aBytes, std::size_t nCount)
+{
+    m_aGathered.insert(m_aGathered.end(), aBytes.begin(),
+                       aBytes.begin() + static_cast<std::ptrdiff_t>(nCount));
+    aBytes = aBytes.subspan(nCount);
+}
+
+// What goes to the system ends where its pages do: one that comes in two parts costs twice. A large piece goes
+// there itself, but for its ends.
 bool OutputFile::Write(Bytes aBytes)
 {
-    if (m_bFailed)
-        return false;
-    if (m_aGathered.size() + aBytes.size() > kGatherSize && !Flush())
-        return false;
-    if (aBytes.size() >= kGatherSize)
-        return WriteThrough(aBytes);
-    m_aGathered.insert(m_aGathered.end(), aBytes.begin(), aBytes.end());
-    return true;
+    while (!m_bFailed && !aBytes.empty()) {
+        const bool bLarge = aBytes.size() >= kGatherSize;
+        if (bLarge && Position() % kPage == 0) {
+            const std::size_t nPages = aBytes.size() / kPage * kPage;
+            if (Flush() && WriteThrough(aBytes.first(nPages)))
+                aBytes = aBytes.subspan(nPages);
+            continue;
+        }
+        const std::size_t nEnd = bLarge ? kPage : kGatherSize;
+        const std::size_t nRoom = nEnd - Position() % nEnd;
+        Gather(aBytes, std::min(nRoom, aBytes.size()));
+        if (Position() % kGatherSize == 0)
+            Flush();
+    }
+    return !m_bFailed;
 }
 
 bool OutputFile::WriteU16Le(std::uint16_t nValue)

@@ -48,6 +48,7 @@ public:
 
 private:
     bool Flush();
+    void Gather(Bytes& aBytes, std::size_t nCount);
     bool WriteThrough(Bytes aBytes);
 
     std::string m_sTarget;

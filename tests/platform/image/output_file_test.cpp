@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <filesystem>
+#include <random>
 
 #include "tests/platform/image/support/image_tools.h"
 
@@ -147,6 +149,35 @@ TEST(OutputFile, WritesAnyCountOfSmallPiecesOneAfterTheOther)
         EXPECT_TRUE(objOut.Write(aPiece));
     EXPECT_TRUE(objOut.WriteU8(2));
     EXPECT_EQ(objOut.Position(), aExpected.size());
+    ASSERT_TRUE(objOut.Commit());
+
+    EXPECT_TRUE(aFileContent(objFolder.sPath("a")) == aExpected);
+}
+
+TEST(OutputFile, PutsPiecesOfEverySizeWhereTheyBelong)
+{
+    const TestFolder objFolder;
+    OutputFile objOut(objFolder.sPath("a"));
+    std::mt19937 objRandom(5);
+    std::vector<std::uint8_t> aExpected;
+    std::size_t nAt = 0;
+    for (int i = 0; i < 400; ++i) {
+        const std::size_t nMost = std::array<std::size_t, 4>{20, 5000, 140000, 400000}[objRandom() % 4];
+        std::vector<std::uint8_t> aPiece(objRandom() % nMost);
+        for (std::uint8_t& n : aPiece)
+            n = static_cast<std::uint8_t>(objRandom());
+        if (i % 9 == 0) {
+            nAt = objRandom() % (aExpected.size() + 3000);
+            ASSERT_TRUE(objOut.Seek(nAt));
+        }
+        ASSERT_TRUE(objOut.Write(aPiece));
+        if (aPiece.empty())
+            continue;
+        aExpected.resize(std::max(aExpected.size(), nAt + aPiece.size()));
+        std::copy(aPiece.begin(), aPiece.end(), aExpected.begin() + static_cast<std::ptrdiff_t>(nAt));
+        nAt += aPiece.size();
+        ASSERT_EQ(objOut.Position(), nAt);
+    }
     ASSERT_TRUE(objOut.Commit());
 
     EXPECT_TRUE(aFileContent(objFolder.sPath("a")) == aExpected);
