@@ -32,4 +32,20 @@ void RunBands(const ImageBuffer& aImage, std::size_t nCount, const BandWork& fnW
         RunParts(nCount, std::ref(fnBand));
 }
 
+void EachRows(std::int32_t lRows, std::size_t nRowBytes,
+              const std::function<void(std::int32_t, std::int32_t)>& fnRows)
+{
+    if (lRows < 2 || nRowBytes * static_cast<std::size_t>(lRows) < kWorthAThread || nCores() < 2) {
+        fnRows(0, lRows);
+        return;
+    }
+    // More parts than cores, since some rows take longer than others.
+    const auto nRows = static_cast<std::size_t>(lRows), nParts = std::min(nRows, 4 * nCores());
+    const auto fnPart = [&](std::size_t n) {
+        fnRows(static_cast<std::int32_t>(nRows * n / nParts),
+               static_cast<std::int32_t>(nRows * (n + 1) / nParts));
+    };
+    RunParts(nParts, std::ref(fnPart));
+}
+
 }  // namespace transforms

@@ -35,4 +35,10 @@ void RunBands(const ImageBuffer& aImage, const Work& fnRows)
     RunBands(aImage, nBands(aImage), std::ref(fnWork));
 }
 
+/// Calls fnRows(first, last) for parts of the rows 0 to lRows - 1 that together are all of them, on all cores
+/// when lRows rows of nRowBytes bytes are worth it. The parts must not depend on each other. Throws what they
+/// throw, after all of them, and nothing else.
+void EachRows(std::int32_t lRows, std::size_t nRowBytes,
+              const std::function<void(std::int32_t, std::int32_t)>& fnRows);
+
 }  // namespace transforms

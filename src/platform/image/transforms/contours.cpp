@@ -6,8 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "src/platform/image/transforms/bands.h"
 #include "src/platform/image/transforms/hidden.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/intensity.h"
+#include "src/platform/image/transforms/new_pixels.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms

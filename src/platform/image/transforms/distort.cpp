@@ -3,11 +3,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <utility>
 #include <vector>
 
 #include "src/platform/image/limits.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/background.h"
+#include "src/platform/image/transforms/clamping.h"
+#include "src/platform/image/transforms/new_pixels.h"
 #include "src/platform/image/transforms/row_loop.h"
 #include "src/platform/image/transforms/warp.h"
 
@@ -42,7 +45,7 @@ bool Perspective(ImageBuffer& aImage, bool bVertical, double dAngle)
 {
     if (std::isnan(dAngle) || dAngle == 0)
         return true;
-    const double dShort = std::max(0.01, std::cos(dClamped(dAngle, -90, 90) * kPi / 180));
+    const double dShort = std::max(0.01, std::cos(dClamped(dAngle, -90, 90) * std::numbers::pi / 180));
     if (dShort >= 1)
         return true;  // too small an angle to be one
     return bGuarded([&] {
@@ -95,7 +98,7 @@ bool Skew(ImageBuffer& aImage, bool bVertical, double dAngle)
     return bGuarded([&] {
         const std::int32_t lAlong = bVertical ? aImage.lHeight : aImage.lWidth;
         const std::int32_t lAcross = bVertical ? aImage.lWidth : aImage.lHeight;
-        const double dTan = std::tan(dClamped(dAngle, -80, 80) * kPi / 180);
+        const double dTan = std::tan(dClamped(dAngle, -80, 80) * std::numbers::pi / 180);
         const double dMove = std::min(std::fabs(dTan) * lAcross, dRoomToGrow(lAlong, lAcross));
         const double dSlope = std::copysign(dMove / lAcross, dAngle);
         const auto nGrown =

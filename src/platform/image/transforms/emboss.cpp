@@ -8,8 +8,9 @@
 #include <vector>
 
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/clamping.h"
 #include "src/platform/image/transforms/hidden.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/slopes.h"
 
 namespace transforms

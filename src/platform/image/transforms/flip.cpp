@@ -2,7 +2,7 @@
 #include "src/platform/image/transforms/flip.h"
 
 #include "src/platform/image/orientation.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/new_pixels.h"
 
 namespace transforms
 {

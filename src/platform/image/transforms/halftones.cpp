@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <numbers>
 #include <numeric>
 
 #include "src/platform/image/transforms/bands.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/new_pixels.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms
@@ -19,8 +21,8 @@ static std::vector<std::uint32_t> aRanks(std::size_t nCell)
     // Rounded, so that places that are equal by symmetry don't differ in a cosine's last digit.
     std::vector<std::int64_t> aWave(nCell);
     for (std::size_t i = 0; i < nCell; ++i)
-        aWave[i] = std::llround(
-            1e9 * std::cos(2 * kPi * (static_cast<double>(i) + 0.5) / static_cast<double>(nCell)));
+        aWave[i] = std::llround(1e9 * std::cos(2 * std::numbers::pi * (static_cast<double>(i) + 0.5) /
+                                               static_cast<double>(nCell)));
     std::vector<std::uint32_t> aOrder(nCell * nCell), aResult(aOrder.size());
     std::iota(aOrder.begin(), aOrder.end(), 0U);
     const auto fnHeight = [&](std::uint32_t n) { return aWave[n % nCell] + aWave[n / nCell]; };

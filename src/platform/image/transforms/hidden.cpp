@@ -5,6 +5,8 @@
 #include <array>
 #include <cstddef>
 
+#include "src/platform/image/transforms/picture_rows.h"
+
 namespace transforms
 {
 

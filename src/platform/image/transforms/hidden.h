@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/new_pixels.h"
 #include "src/platform/image_buffer.h"
 
 namespace transforms

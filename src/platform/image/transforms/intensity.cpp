@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "src/platform/image/picture_memory.h"
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/planes.h"
 #include "src/platform/image/transforms/row_loop.h"
 
@@ -74,6 +76,25 @@ static void MakeGrey(ImageBuffer& aImage, const Change& ChangeRow)
                 WriteGrey4(aGrey, nPixels, pPixels);
         }
     });
+}
+
+ImageBuffer aIntensity(const ImageBuffer& aImage)
+{
+    ImageBuffer aResult;
+    aResult.lWidth = aImage.lWidth;
+    aResult.lHeight = aImage.lHeight;
+    aResult.lChannels = 1;
+    if (aImage.lChannels == 1) {
+        aResult.aBytes = aImage.aBytes;
+        return aResult;
+    }
+    ResizeFresh(aResult.aBytes, aImage.aBytes.size() / static_cast<std::size_t>(aImage.lChannels));
+    EachRows(aImage.lHeight, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
+        for (std::int32_t y = lFirst; y < lLast; ++y)
+            IntensityRow(pRow(aImage, y), static_cast<std::size_t>(aImage.lWidth), aImage.lChannels,
+                         pRow(aResult, y));
+    });
+    return aResult;
 }
 
 bool Intensity(ImageBuffer& aImage)

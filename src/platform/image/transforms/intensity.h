@@ -22,6 +22,10 @@ constexpr std::uint8_t nIntensity(std::uint32_t nBlue, std::uint32_t nGreen, std
 void IntensityRow(const std::uint8_t* pPixels, std::size_t nPixels, std::int32_t lChannels,
                   std::uint8_t* pIntensity);
 
+/// The picture of 1 channel that holds every pixel's intensity; of a grey picture a copy.
+/// Throws std::bad_alloc.
+ImageBuffer aIntensity(const ImageBuffer& aImage);
+
 /// Every pixel becomes the grey of its intensity. The picture keeps its channels, alpha its values; a grey
 /// picture stays as it is. False, with the picture as it was, only when there is no memory.
 bool Intensity(ImageBuffer& aImage);

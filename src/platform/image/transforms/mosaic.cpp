@@ -9,7 +9,7 @@
 
 #include "src/platform/image/transforms/bands.h"
 #include "src/platform/image/transforms/hidden.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms

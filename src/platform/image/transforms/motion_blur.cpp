@@ -3,11 +3,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <utility>
 #include <vector>
 
+#include "src/platform/image/transforms/bands.h"
 #include "src/platform/image/transforms/hidden.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/new_pixels.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms
@@ -66,7 +69,8 @@ std::vector<Offset> aLine(double dAngle, std::int32_t lCount)
 {
     // Half turns leave the line as it is; quarters are exact, so that no sine's last digit moves a pixel.
     const double dTurn = std::fmod(std::fmod(dAngle, 180) + 180, 180);
-    const double dCos = dTurn == 90 ? 0 : std::cos(dTurn * kPi / 180), dSin = std::sin(dTurn * kPi / 180);
+    const double dCos = dTurn == 90 ? 0 : std::cos(dTurn * std::numbers::pi / 180),
+                 dSin = std::sin(dTurn * std::numbers::pi / 180);
     std::vector<Offset> aOffsets;
     for (std::int32_t k = 0; k < lCount; ++k) {
         const std::int32_t t = k - (lCount - 1) / 2;

@@ -5,10 +5,15 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <numbers>
 #include <utility>
 
+#include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/clamping.h"
 #include "src/platform/image/transforms/hidden.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/new_pixels.h"
+#include "src/platform/image/transforms/picture_rows.h"
+#include "src/platform/image/transforms/seeded_random.h"
 
 namespace transforms
 {
@@ -27,7 +32,7 @@ double dQuantile(double d)
     double x = 0;
     for (int i = 0; i < 60; ++i) {
         const double dError = 0.5 * std::erfc(-x / std::sqrt(2.0)) - d;
-        x -= dError / (std::exp(-x * x / 2) / std::sqrt(2 * kPi));
+        x -= dError / (std::exp(-x * x / 2) / std::sqrt(2 * std::numbers::pi));
         if (std::fabs(dError) < 1e-12)
             break;
     }

@@ -2,12 +2,14 @@
 // each step twice the last.
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <utility>
 #include <vector>
 
+#include "src/platform/image/transforms/clamping.h"
 #include "src/platform/image/transforms/hidden.h"
-#include "src/platform/image/transforms/kernel_support.h"
 #include "src/platform/image/transforms/motion_blur.h"
+#include "src/platform/image/transforms/new_pixels.h"
 #include "src/platform/image/transforms/warp.h"
 
 namespace transforms
@@ -66,7 +68,7 @@ bool RadialBlur(ImageBuffer& aImage, double dDisplacement)
     if (!(dDisplacement > 0))
         return true;
     return bAmongVisible(aImage, [&] {
-        const double dArc = dClamped(dDisplacement, 0, 100) / 100 * 36 * kPi / 180;
+        const double dArc = dClamped(dDisplacement, 0, 100) / 100 * 36 * std::numbers::pi / 180;
         const int nTimes = nDoublings(dArc * dCorner(aImage));
         const double dStep = dArc / ((1 << nTimes) - 1);
         TakePixels(aImage, aMeans(aImage, objAboutMiddle(aImage, -dArc / 2, 1),

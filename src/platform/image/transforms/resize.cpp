@@ -7,13 +7,32 @@
 #include <vector>
 
 #include "src/platform/image/limits.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/clamping.h"
+#include "src/platform/image/transforms/new_pixels.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/resize_rows.h"
 #include "src/platform/image/transforms/resize_weights.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms
 {
+
+// False if any pixel is transparent in any degree.
+static bool bOpaque(const ImageBuffer& aImage)
+{
+    if (aImage.lChannels != 4)
+        return true;
+    for (std::int32_t y = 0; y < aImage.lHeight; ++y) {
+        const std::uint8_t* pPixel = pRow(aImage, y);
+        std::uint8_t nAll = 255;
+        for (std::int32_t x = 0; x < aImage.lWidth; ++x)
+            nAll &= pPixel[4 * static_cast<std::size_t>(x) + 3];
+        if (nAll != 255)
+            return false;
+    }
+    return true;
+}
 
 namespace
 {

@@ -2,11 +2,13 @@
 #include "src/platform/image/transforms/rotate.h"
 
 #include <cmath>
+#include <numbers>
 #include <utility>
 
 #include "src/platform/image/limits.h"
+#include "src/platform/image/transforms/background.h"
 #include "src/platform/image/transforms/flip.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/new_pixels.h"
 #include "src/platform/image/transforms/warp.h"
 
 namespace transforms
@@ -27,7 +29,8 @@ bool Rotate(ImageBuffer& aImage, double dAngle, Colour lBackground)
         return TurnQuarters(aImage, static_cast<std::int32_t>(dTurn / 90) + 4);
 
     return bGuarded([&] {
-        const double dCos = std::cos(dTurn * kPi / 180), dSin = std::sin(dTurn * kPi / 180);
+        const double dCos = std::cos(dTurn * std::numbers::pi / 180),
+                     dSin = std::sin(dTurn * std::numbers::pi / 180);
         const double dWidth = aImage.lWidth, dHeight = aImage.lHeight;
         const bool bWiden = aImage.lChannels == 1 && !bGrey(lBackground);
         ImageBuffer aCanvas;

@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "src/platform/image/limits.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/background.h"
+#include "src/platform/image/transforms/new_pixels.h"
+#include "src/platform/image/transforms/picture_rows.h"
 
 namespace transforms
 {

@@ -5,8 +5,9 @@
 #include <cstring>
 #include <utility>
 
+#include "src/platform/image/transforms/bands.h"
 #include "src/platform/image/transforms/gaussian_curve.h"
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/row_loop.h"
 
 namespace transforms

@@ -3,9 +3,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <utility>
 
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/clamping.h"
+#include "src/platform/image/transforms/new_pixels.h"
+#include "src/platform/image/transforms/picture_rows.h"
+#include "src/platform/image/transforms/seeded_random.h"
 
 namespace transforms
 {
@@ -46,7 +51,7 @@ static std::vector<float> aNoiseHeights(double dDeviation)
 // wind a little. Whole numbers of waves fit the side.
 static std::vector<float> aWaveHeights(std::size_t nWaves)
 {
-    constexpr double kTurn = 2 * kPi / static_cast<double>(kTextureSide);
+    constexpr double kTurn = 2 * std::numbers::pi / static_cast<double>(kTextureSide);
     std::vector<float> aHeights(kTextureSide * kTextureSide);
     for (std::size_t y = 0; y < kTextureSide; ++y) {
         for (std::size_t x = 0; x < kTextureSide; ++x) {
@@ -71,7 +76,7 @@ static std::vector<std::int32_t> aSlopes(double dAngle, double dBrightness, std:
 {
     constexpr double kMeanSquare = 5;
     const std::vector<float> aHeights = aTextureHeights(lTexture);
-    const double dTurn = std::fmod(dAngle, 360) * kPi / 180;
+    const double dTurn = std::fmod(dAngle, 360) * std::numbers::pi / 180;
     const double dCos = std::cos(dTurn), dSin = std::sin(dTurn);
     std::vector<double> aExact(aHeights.size());
     double dSquares = 0;

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <vector>
 
+#include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/row_loop.h"
 #include "src/platform/image/transforms/warp_fours.h"
 

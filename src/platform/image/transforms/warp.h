@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/background.h"
 
 namespace transforms
 {

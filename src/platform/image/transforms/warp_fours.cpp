@@ -1,7 +1,7 @@
 // Interpolates four pixels in one register of 256 bits: each has four lanes of 16 bits.
 #include "src/platform/image/transforms/warp_fours.h"
 
-#include "src/platform/image/transforms/kernel_support.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/processor.h"
 
 #if defined(__x86_64__)

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <vector>
 
+#include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/picture_rows.h"
 #include "src/platform/image/transforms/warp.h"
 #include "src/platform/image/transforms/warp_fours.h"
 

@@ -1,0 +1,24 @@
+// Random numbers that are the same each time for the same picture.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstdint>
+
+#include "src/platform/image_buffer.h"
+
+namespace transforms
+{
+
+/// A hash of the picture's size and of some thousands of its bytes: what noise is seeded with, so that a
+/// picture gets the same noise each time.
+std::uint64_t nSeed(const ImageBuffer& aImage);
+/// The next of a sequence of numbers of 64 random bits (splitmix64, Steele, Lea and Flood 2014).
+inline std::uint64_t nRandom(std::uint64_t& nState)
+{
+    std::uint64_t nMixed = nState += 0x9E3779B97F4A7C15U;
+    nMixed = (nMixed ^ (nMixed >> 30)) * 0xBF58476D1CE4E5B9U;
+    nMixed = (nMixed ^ (nMixed >> 27)) * 0x94D049BB133111EBU;
+    return nMixed ^ (nMixed >> 31);
+}
+
+}  // namespace transforms
