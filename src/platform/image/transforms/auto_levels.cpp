@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "src/platform/image/transforms/clamping.h"
 #include "src/platform/image/transforms/histogram.h"
 #include "src/platform/image/transforms/tables.h"
 

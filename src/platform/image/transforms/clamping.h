@@ -12,6 +12,11 @@ inline double dClamped(double dValue, double dLow, double dHigh)
 {
     return dValue < dLow ? dLow : dValue > dHigh ? dHigh : dValue;
 }
+/// dValue rounded to the nearest level, halves up, and brought to 0..255; NaN is 0.
+inline std::uint8_t nLevel(double dValue)
+{
+    return dValue > 0 ? static_cast<std::uint8_t>(dValue < 255 ? dValue + 0.5 : 255.0) : std::uint8_t{0};
+}
 /// The nearest level to a value between levels.
 inline std::uint8_t nLevel(float dValue)
 {

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/clamping.h"
 #include "src/platform/image/transforms/histogram.h"
 #include "src/platform/image/transforms/intensity.h"
 #include "src/platform/image/transforms/planes.h"

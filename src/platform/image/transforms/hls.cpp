@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "src/platform/image/transforms/bands.h"
+#include "src/platform/image/transforms/clamping.h"
 #include "src/platform/image/transforms/hls_rows.h"
 #include "src/platform/image/transforms/planes.h"
 #include "src/platform/image/transforms/tables.h"

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "src/platform/image/transforms/clamping.h"
 #include "src/platform/image/transforms/tables.h"
 
 namespace transforms

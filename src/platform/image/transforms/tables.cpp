@@ -1,8 +1,6 @@
 // Changing every value of a channel by a table.
 #include "src/platform/image/transforms/tables.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstddef>
 
 #include "src/platform/image/transforms/bands.h"
@@ -17,13 +15,6 @@ Table aIdentityTable()
     for (std::size_t n = 0; n < aTable.size(); ++n)
         aTable[n] = static_cast<std::uint8_t>(n);
     return aTable;
-}
-
-std::uint8_t nLevel(double dValue)
-{
-    if (!(dValue > 0))
-        return 0;
-    return static_cast<std::uint8_t>(std::min(std::floor(dValue + 0.5), 255.0));
 }
 
 static void ApplyGrey(std::uint8_t* __restrict pBytes, std::size_t nCount, const Table& aTable)

@@ -16,9 +16,6 @@ using Table = std::array<std::uint8_t, 256>;
 /// The table that changes nothing.
 Table aIdentityTable();
 
-/// dValue rounded to the nearest level, halves up, and brought to 0..255; NaN is 0.
-std::uint8_t nLevel(double dValue);
-
 /// Puts each colour channel through its table; alpha stays. A grey picture gets the intensity (see
 /// intensity.h) of the colour that its grey would have become; with three equal tables that is the table.
 void ApplyTables(ImageBuffer& aImage, const Table& aBlue, const Table& aGreen, const Table& aRed);
