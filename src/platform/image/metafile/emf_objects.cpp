@@ -3,6 +3,7 @@
 
 #include "src/platform/image/metafile/emf_player.h"
 #include "src/platform/image/metafile/font_records.h"
+#include "src/platform/image/metafile/palette_records.h"
 #include "src/platform/image/metafile/text_encoding.h"
 
 enum ObjectRecord : std::uint32_t {
@@ -131,27 +132,13 @@ static Outcome eCreateFont(EmfPlay& objPlay, ByteReader& rd)
     return ePut(objPlay, nIndex, std::make_shared<const Font>(std::move(objFont)));
 }
 
-static bool bReadColors(ByteReader& rd, std::uint32_t nCount, std::vector<std::uint32_t>& aColors)
-{
-    if (rd.Left() / 4 < nCount)
-        return false;
-    for (std::uint32_t n = 0; n < nCount; ++n) {
-        const std::uint32_t nRed = rd.U8();
-        const std::uint32_t nGreen = rd.U8();
-        const std::uint32_t nBlue = rd.U8();
-        rd.U8();  // flags
-        aColors.push_back(nRed << 16 | nGreen << 8 | nBlue);
-    }
-    return true;
-}
-
 static Outcome eCreatePalette(EmfPlay& objPlay, ByteReader& rd)
 {
     const std::uint32_t nIndex = rd.U32Le();
     rd.U16Le();  // version
     const std::uint32_t nCount = rd.U16Le();
     Palette objPalette;
-    if (!bReadColors(rd, nCount, objPalette.aColors))
+    if (!bReadPaletteColors(rd, nCount, objPalette.aColors))
         return Outcome::Broken;
     return ePut(objPlay, nIndex, std::make_shared<const Palette>(std::move(objPalette)));
 }
@@ -171,7 +158,7 @@ static Outcome eChangePalette(EmfPlay& objPlay, const EmfRecord& objRecord)
         const std::uint32_t nFirst = rd.U32Le();
         const std::uint32_t nCount = rd.U32Le();
         std::vector<std::uint32_t> aColors;
-        if (!bReadColors(rd, nCount, aColors))
+        if (!bReadPaletteColors(rd, nCount, aColors))
             return Outcome::Broken;
         for (std::size_t n = 0; n < aColors.size() && n + nFirst < objPalette.aColors.size(); ++n)
             objPalette.aColors[n + nFirst] = aColors[n];

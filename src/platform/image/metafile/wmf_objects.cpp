@@ -3,6 +3,7 @@
 
 #include "src/platform/image/metafile/bitmaps.h"
 #include "src/platform/image/metafile/font_records.h"
+#include "src/platform/image/metafile/palette_records.h"
 #include "src/platform/image/metafile/text_encoding.h"
 #include "src/platform/image/metafile/wmf_player.h"
 
@@ -129,26 +130,12 @@ static Outcome eCreateFont(WmfPlay& objPlay, ByteReader& rd)
     return ePut(objPlay, std::make_shared<const Font>(std::move(objFont)));
 }
 
-static bool bReadColors(ByteReader& rd, std::uint64_t nCount, std::vector<std::uint32_t>& aColors)
-{
-    if (rd.Failed() || rd.Left() / 4 < nCount)
-        return false;
-    for (std::uint64_t n = 0; n < nCount; ++n) {
-        const std::uint32_t nRed = rd.U8();
-        const std::uint32_t nGreen = rd.U8();
-        const std::uint32_t nBlue = rd.U8();
-        rd.U8();  // flags
-        aColors.push_back(nRed << 16 | nGreen << 8 | nBlue);
-    }
-    return true;
-}
-
 static Outcome eCreatePalette(WmfPlay& objPlay, ByteReader& rd)
 {
     rd.U16Le();  // version
     const std::uint64_t nCount = rd.U16Le();
     Palette objPalette;
-    if (!bReadColors(rd, nCount, objPalette.aColors))
+    if (!bReadPaletteColors(rd, nCount, objPalette.aColors))
         return Outcome::Broken;
     return ePut(objPlay, std::make_shared<const Palette>(std::move(objPalette)));
 }
@@ -165,7 +152,7 @@ static Outcome eChangePalette(WmfPlay& objPlay, const WmfRecord& objRecord)
         const std::size_t nFirst = rd.U16Le();
         const std::uint64_t nCount = rd.U16Le();
         std::vector<std::uint32_t> aColors;
-        if (!bReadColors(rd, nCount, aColors))
+        if (!bReadPaletteColors(rd, nCount, aColors))
             return Outcome::Broken;
         for (std::size_t n = 0; n < aColors.size() && n + nFirst < objPalette.aColors.size(); ++n)
             objPalette.aColors[n + nFirst] = aColors[n];
