@@ -1,0 +1,47 @@
+// The text of jobs, and a folder to keep them in.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+
+#include "src/job/modJobFiles.h"
+#include "src/job/modTaskTables.h"
+#include "tests/fakes/test_application.h"
+
+inline const std::string kMarkerLine = "\t\t*\t\t\t\t\t\t\t\t\t\r\n";
+
+inline std::string sTaskLine(int nNumber, const std::string& sMark = "")
+{
+    return "RG M\t1^0^FALSE^\t" + std::to_string(nNumber) + "\tC\tC:\\in\\" + std::to_string(nNumber) +
+           ".bmp\t2\tbmp\tC:\\out\\a.jpg\t1\tjpg\t" + sMark + "\t\r\n";
+}
+
+inline std::string sJobOf(int nTasks)
+{
+    std::string sText;
+    for (int i = 1; i <= nTasks; ++i)
+        sText += sTaskLine(i);
+    return sText + kMarkerLine;
+}
+
+/// An application and a folder "/jobs".
+struct JobFiles : testing::Test {
+    TestApplication app;
+    Grid& fgToDo = app.frmMain.fgToDo;
+
+    JobFiles()
+    {
+        app.objFiles.AddFolder("/jobs");
+        SetUpToDoGrid(app);
+        SetUpLogGrid(app);
+    }
+    void Load(const std::string& sContent, std::int32_t lStart = 1)
+    {
+        app.objFiles.AddFile("/jobs/a.vjb", sContent);
+        LoadJobFile(app, "/jobs/a.vjb", lStart, fgToDo);
+    }
+    std::int32_t lTasks() const { return fgToDo.Rows() - 2; }
+    void ExpectMarkerAtEnd() const { EXPECT_EQ(sTabbedRow(fgToDo, fgToDo.Rows() - 1) + "\r\n", kMarkerLine); }
+};
