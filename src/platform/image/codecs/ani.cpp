@@ -6,12 +6,12 @@
 #include <utility>
 #include <vector>
 
-#include "src/platform/image/codecs/bmp.h"
 #include "src/platform/image/codecs/dib.h"
 #include "src/platform/image/codecs/icon_directory.h"
 #include "src/platform/image/codecs/pixel_rows.h"
 #include "src/platform/image/codecs/riff.h"
 #include "src/platform/image/input_file.h"
+#include "src/platform/image/registry.h"
 
 static constexpr std::size_t kFormHeaderSize = 12;  // "RIFF", a size, "ACON"
 static constexpr std::uint32_t kFramesAreIcons = 1;
@@ -92,7 +92,8 @@ static bool bDecodeBareFrame(const AniHeader& objHeader, Bytes aFrame, ImageBuff
     const std::uint32_t nStart = rd.U32Le();
     if ((nStart & 0xFFFF) == ('B' | 'M' << 8)) {
         InputFile objFile(aFrame);
-        const std::unique_ptr<ImageDecoder> pDecoder = codecBmp.Open(objFile);
+        const Codec* pBitmap = pCodecOfContent(objFile.Head(), "");
+        const std::unique_ptr<ImageDecoder> pDecoder = pBitmap ? pBitmap->Open(objFile) : nullptr;
         return pDecoder && pDecoder->DecodeFrame(0, aImage);
     }
     constexpr std::uint32_t kInfoHeaderSize = 40;
