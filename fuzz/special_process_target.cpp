@@ -8,8 +8,8 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/base/raised_error.h"
+#include "src/conversion/modApplySpecialProcess.h"
 #include "src/platform/image/transforms/kernel_image_transform.h"
-#include "src/specialprocess/modApplySpecialProcess.h"
 #include "tests/fakes/test_application.h"
 
 namespace

@@ -3,7 +3,7 @@ import os
 import re
 
 CATALOGUE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..",
-                         "src/specialprocess/modSpecialProcessCatalogue")
+                         "src/catalogue/modSpecialProcessCatalogue")
 TEXT = r'((?:"(?:[^"\\]|\\.)*"\s*)+|nullptr)'
 ROW = re.compile(r'\{(SP_\w+),\s*"SP_\w+",\s*' + TEXT + r",\s*" + TEXT)
 FIELD = re.compile(r"\{FieldType::(\w+), InputSlot::\w+, \d, " + TEXT + r",\s*" + TEXT)

@@ -6,7 +6,7 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/base/text.h"
-#include "src/engine/modConversionItem.h"
+#include "src/conversion/modConversionItem.h"
 #include "src/engine/modFileWalk.h"
 #include "src/engine/modRunLog.h"
 #include "src/forms/Application.h"

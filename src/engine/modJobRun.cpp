@@ -7,8 +7,10 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/base/text.h"
+#include "src/commands/modMenuToolbar.h"
 #include "src/engine/modConversionTask.h"
 #include "src/engine/modRunLog.h"
+#include "src/engine/modSpecialTask.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
 #include "src/job/modJobFiles.h"
@@ -16,8 +18,6 @@
 #include "src/platform/clock.h"
 #include "src/platform/processes.h"
 #include "src/platform/window_services.h"
-#include "src/shell/modMenuToolbar.h"
-#include "src/specialprocess/modSpecialTask.h"
 #include "src/translator/modTranslator.h"
 
 constexpr std::int32_t kErrNotReloaded = -10000;

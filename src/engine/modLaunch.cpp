@@ -2,13 +2,13 @@
 #include "src/engine/modLaunch.h"
 
 #include "src/base/clsConversionOptions.h"
+#include "src/catalogue/modSpecialProcessDetails.h"
 #include "src/engine/modRunLog.h"
 #include "src/forms/Application.h"
 #include "src/platform/clock.h"
 #include "src/platform/locale.h"
 #include "src/platform/processes.h"
 #include "src/platform/window_services.h"
-#include "src/specialprocess/modSpecialProcessDetails.h"
 
 constexpr std::int32_t kNoTimeout = -1;
 // Between two looks at the events: short enough for a click on Pause, long enough to leave the processor

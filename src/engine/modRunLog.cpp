@@ -7,14 +7,14 @@
 #include "src/base/clsConversionOptions.h"
 #include "src/base/number_text.h"
 #include "src/base/text.h"
-#include "src/engine/modReportMessage.h"
+#include "src/commands/modMenuToolbar.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileTypes.h"
 #include "src/job/modTaskTables.h"
 #include "src/platform/clock.h"
 #include "src/platform/locale.h"
 #include "src/platform/window_services.h"
-#include "src/shell/modMenuToolbar.h"
+#include "src/report/modReportMessage.h"
 #include "src/translator/modTranslator.h"
 
 // The flags of a log row come from the table's row of this remainder.

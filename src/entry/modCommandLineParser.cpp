@@ -9,7 +9,6 @@
 #include "src/base/path_text.h"
 #include "src/base/raised_error.h"
 #include "src/base/text.h"
-#include "src/engine/modReportMessage.h"
 #include "src/entry/modCommandText.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
@@ -19,6 +18,7 @@
 #include "src/platform/locale.h"
 #include "src/platform/program_folders.h"
 #include "src/platform/window_services.h"
+#include "src/report/modReportMessage.h"
 #include "src/translator/modTranslator.h"
 
 constexpr std::int32_t kErrTypeNotSpecified = -202;

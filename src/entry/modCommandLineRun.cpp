@@ -5,11 +5,11 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/engine/modJobRun.h"
-#include "src/engine/modReportMessage.h"
 #include "src/engine/modRunLog.h"
 #include "src/forms/Application.h"
 #include "src/job/modJobFiles.h"
 #include "src/job/modTaskTables.h"
+#include "src/report/modReportMessage.h"
 #include "src/translator/modTranslator.h"
 
 static std::int32_t lRun(Application& app, clsConversionOptions& objOptions)

@@ -5,7 +5,6 @@
 #include "src/base/path_text.h"
 #include "src/base/raised_error.h"
 #include "src/engine/modJobRun.h"
-#include "src/engine/modReportMessage.h"
 #include "src/entry/modCommandLineParser.h"
 #include "src/entry/modCommandLineRun.h"
 #include "src/forms/Application.h"
@@ -13,6 +12,7 @@
 #include "src/platform/clock.h"
 #include "src/platform/program_folders.h"
 #include "src/platform/window_services.h"
+#include "src/report/modReportMessage.h"
 #include "src/shell/modMainForms.h"
 #include "src/translator/modTranslator.h"
 

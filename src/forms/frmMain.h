@@ -7,10 +7,10 @@
 #include <map>
 #include <string>
 
+#include "src/controls/controls.h"
+#include "src/controls/grid.h"
 #include "src/forms/clsMRU.h"
 #include "src/forms/window_place.h"
-#include "src/platform/controls.h"
-#include "src/platform/grid.h"
 
 /// Task rows stand in fgToDo from row 1 to Rows() - 2, between the header and the marker row.
 constexpr std::int32_t kToDoColumns = 11;
@@ -102,7 +102,7 @@ struct frmMain : Form {
     std::int32_t lConversionMethod = 1;  ///< 1 for "C", 4 for "S"
     bool bDirtyConversionItem = false;   ///< the fields differ from their row
     std::string sImageConversionOptions;
-    std::string sCurrentJobFile;  ///< "" at start, "*" after New, else the job file's path
+    std::string sCurrentJobFile;     ///< "" at start, "*" after New, else the job file's path
     bool bToDoGridWasSetUp = false;  ///< the first set-up of the table formats it differently from later ones
 
     // Settings

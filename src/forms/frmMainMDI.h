@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "src/controls/controls.h"
 #include "src/forms/window_place.h"
-#include "src/platform/controls.h"
 
 // Panels of sbMain, counted from 1.
 constexpr std::int32_t kPanelProgress = 2;  ///< what is being loaded or listed

@@ -2,7 +2,7 @@
 // Room: forms. May use: base, platform.
 #pragma once
 
-#include "src/platform/controls.h"
+#include "src/controls/controls.h"
 
 struct frmPleaseWait : Form {
     frmPleaseWait() : Form("frmPleaseWait") {}

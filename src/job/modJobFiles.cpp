@@ -5,13 +5,13 @@
 
 #include "src/base/path_text.h"
 #include "src/base/text.h"
+#include "src/commands/modMenuToolbar.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
 #include "src/job/modPickFile.h"
 #include "src/job/modTaskTables.h"
 #include "src/platform/file_system.h"
 #include "src/platform/window_services.h"
-#include "src/shell/modMenuToolbar.h"
 #include "src/translator/modTranslator.h"
 
 constexpr const char* kExtension = ".VJB";

@@ -3,6 +3,7 @@
 
 #include "src/base/path_text.h"
 #include "src/base/text.h"
+#include "src/catalogue/modSpecialProcessDetails.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
 #include "src/job/modFileLists.h"
@@ -10,7 +11,6 @@
 #include "src/job/modTargetNaming.h"
 #include "src/job/modTaskTables.h"
 #include "src/platform/locale.h"
-#include "src/specialprocess/modSpecialProcessDetails.h"
 
 constexpr std::int32_t kLastInterpolation = 2;
 

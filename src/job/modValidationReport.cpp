@@ -6,11 +6,11 @@
 
 #include "src/base/path_text.h"
 #include "src/base/text.h"
-#include "src/engine/modReportMessage.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
 #include "src/job/modFileLists.h"
 #include "src/platform/window_services.h"
+#include "src/report/modReportMessage.h"
 #include "src/translator/modTranslator.h"
 
 namespace

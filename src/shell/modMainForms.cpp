@@ -1,13 +1,13 @@
 // Loads the main forms.
 #include "src/shell/modMainForms.h"
 
+#include "src/catalogue/modSpecialProcessLists.h"
+#include "src/commands/modMenuToolbar.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileTypes.h"
 #include "src/job/modTaskTables.h"
-#include "src/shell/modMenuToolbar.h"
+#include "src/settings/modSettings.h"
 #include "src/shell/modRefreshGUI.h"
-#include "src/shell/modSettings.h"
-#include "src/specialprocess/modSpecialProcessLists.h"
 
 static void FillLists(Application& app)
 {

@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "src/base/text.h"
-#include "src/specialprocess/modSpecialProcessCatalogue.h"
+#include "src/catalogue/modSpecialProcessCatalogue.h"
 #include "tests/e2e/support/picture.h"
 #include "tests/e2e/support/program.h"
 

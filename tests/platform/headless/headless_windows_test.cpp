@@ -1,7 +1,7 @@
 // What a run without windows says, and what it answers.
 #include "src/platform/headless/headless_windows.h"
 
-#include "src/platform/control.h"
+#include "src/controls/control.h"
 
 struct FormForTest : Form {
     FormForTest() : Form("frmForTest") {}

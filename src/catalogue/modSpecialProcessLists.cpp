@@ -1,0 +1,70 @@
+// Fills the lists of processes and launch choices.
+#include "src/catalogue/modSpecialProcessLists.h"
+
+#include <span>
+#include <string>
+
+#include "src/catalogue/modSpecialProcessCatalogue.h"
+#include "src/forms/Application.h"
+#include "src/translator/modTranslator.h"
+
+namespace
+{
+
+struct Choice {
+    const char* sText;
+    std::int32_t lItemData;
+};
+
+// The numbers stand in job files, so they keep their meaning on every host.
+constexpr Choice kWindowStates[] = {{"Hidden", 0}, {"Normal", 1}, {"Maximized", 3}, {"Minimized", 6}};
+constexpr Choice kPriorities[] = {
+    {"Idle", 64}, {"Normal", 32}, {"High Priority", 128}, {"Realtime Priority", 256}};
+
+/// The selection of the first entry is not the user's, and raises no refresh.
+class InternalChange
+{
+public:
+    explicit InternalChange(bool& bFlag) : m_bFlag(bFlag), m_bBefore(bFlag) { m_bFlag = true; }
+    ~InternalChange() { m_bFlag = m_bBefore; }
+    InternalChange(const InternalChange&) = delete;
+    InternalChange& operator=(const InternalChange&) = delete;
+
+private:
+    bool& m_bFlag;
+    bool m_bBefore;
+};
+
+}  // namespace
+
+static void FillIn(Application& app, ComboBox& cb, std::span<const Choice> aChoices)
+{
+    const InternalChange objChange(app.bInternalGridChange);
+    cb.Clear();
+    for (const Choice& objChoice : aChoices)
+        cb.AddItem(sTranslate(app, objChoice.sText), objChoice.lItemData);
+    cb.SetListIndex(0);
+}
+
+void FillInSpecialProcessesComboBox(Application& app)
+{
+    const InternalChange objChange(app.bInternalGridChange);
+    ComboBox& cb = app.frmMain.cbSpecialProcesses;
+    cb.Clear();
+    for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
+        if (objRow.sLabel)
+            cb.AddItem("[" + std::to_string(objRow.lSpecialProcess) + "] " + sTranslate(app, objRow.sLabel),
+                       objRow.lSpecialProcess);
+    cb.AddItem(sTranslate(app, "I NEED SOMETHING NOT LISTED!!!!!!!"), -1);
+    cb.SetListIndex(0);
+}
+
+void FillInCommandLineWindowStateComboBox(Application& app)
+{
+    FillIn(app, app.frmMain.cbCommandLineWindowState, kWindowStates);
+}
+
+void FillInCommandLineThreadPriorityComboBox(Application& app)
+{
+    FillIn(app, app.frmMain.cbCommandLineThreadPriority, kPriorities);
+}

@@ -1,0 +1,76 @@
+// Calls the image library's operation of a special process.
+#include "src/conversion/modApplySpecialProcess.h"
+
+#include <cmath>
+#include <limits>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/base/raised_error.h"
+#include "src/base/text.h"
+#include "src/catalogue/modSpecialProcessDetails.h"
+#include "src/forms/Application.h"
+#include "src/platform/image_library.h"
+#include "src/platform/image_transform.h"
+#include "src/platform/locale.h"
+
+static std::int32_t lRounded(double dValue)
+{
+    const double dRounded = std::nearbyint(dValue);
+    if (std::fabs(dRounded) > std::numeric_limits<std::int32_t>::max())
+        throw clsRaisedError(kErrOverflow, "Overflow");
+    return static_cast<std::int32_t>(dRounded);
+}
+
+void CompleteSize(Application& app, const ImageBuffer& aImage, std::int32_t& lWidth, std::int32_t& lHeight)
+{
+    const double dImageWidth = app.svc.ImageUtility1.GetWidth(aImage);
+    const double dImageHeight = app.svc.ImageUtility1.GetHeight(aImage);
+    const double dRatio = dImageHeight != 0 ? dImageWidth / dImageHeight : 1.0;
+    if (lWidth == 0)
+        lWidth = lRounded(lHeight * dRatio);
+    if (dRatio != 0 && lHeight == 0)
+        lHeight = lRounded(lWidth / dRatio);
+}
+
+// False when the size is 0 by 0: the picture is to stay as it is. The wish to keep the proportions, the last
+// field, decides nothing here: a size that is 0 follows from the other in any case, and two sizes are taken
+// as they are.
+static bool bPrepareResize(Application& app, const ImageBuffer& aImage, DetailsValues& aValues)
+{
+    std::int32_t& lWidth = std::get<std::int32_t>(aValues[0]);
+    std::int32_t& lHeight = std::get<std::int32_t>(aValues[1]);
+    if (lWidth == 0 && lHeight == 0)
+        return false;
+    CompleteSize(app, aImage, lWidth, lHeight);
+    return true;
+}
+
+void CallOperation(Application& app, const SpecialProcessRow& objRow, std::span<const DetailsValue> aValues)
+{
+    if (!objRow.fnCall(app.svc.ImageTransform1, aValues))
+        throw clsRaisedError(kErrOutOfMemory,
+                             std::string(objRow.sLabel ? objRow.sLabel : objRow.sConstant) +
+                                 " could not be done (picture too large, out of memory, or the transforms "
+                                 "are not installed)");
+}
+
+bool bApplySpecialProcess(Application& app, clsConversionOptions& objOptions, ImageBuffer& aImage)
+{
+    if (bContains(objOptions.sActionToDo, "C"))
+        return true;
+    const SpecialProcessRow* pRow = pSpecialProcess(objOptions.lSpecialProcess);
+    const bool bCalls = pRow && pRow->fnCall;
+    DetailsValues aValues;
+    if (bCalls) {
+        std::string sPrefix;  // the run's own record of it was read with the item
+        aValues = aFreshValues(*pRow);
+        ReadDetails(*pRow, objOptions.sExtraParams, sPrefix, aValues, app.svc.objLocale.cDecimalSign());
+    }
+    if (objOptions.lSpecialProcess == SP_TRANSFORM_RESIZE && !bPrepareResize(app, aImage, aValues))
+        return true;
+    app.svc.ImageTransform1.SetImage(aImage);
+    if (bCalls)
+        CallOperation(app, *pRow, aValues);
+    app.svc.ImageTransform1.GetImageBytes(aImage);
+    return true;
+}

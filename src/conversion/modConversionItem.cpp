@@ -1,0 +1,366 @@
+// Loads, transforms and saves one file, page by page where there are pages.
+#include "src/conversion/modConversionItem.h"
+
+#include <vector>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/base/number_text.h"
+#include "src/base/path_text.h"
+#include "src/base/raised_error.h"
+#include "src/base/text.h"
+#include "src/conversion/modApplySpecialProcess.h"
+#include "src/conversion/modConversionDetails.h"
+#include "src/conversion/modPageRanges.h"
+#include "src/forms/Application.h"
+#include "src/job/modFileHelpers.h"
+#include "src/platform/file_system.h"
+#include "src/platform/image_library.h"
+#include "src/translator/modTranslator.h"
+
+constexpr std::int32_t kTypeTiff = 3;
+constexpr std::int32_t kErrNoTargetFolder = -100;
+constexpr std::int32_t kErrNotLoaded = -101;
+constexpr std::int32_t kErrInvalidTargetType = -102;
+constexpr std::int32_t kErrNotConverted = -103;
+constexpr std::int32_t kErrFrameNotLoaded = -110;
+
+namespace
+{
+
+/// Whether the item goes on after a step or has come to its end.
+enum class Step { GoOn, EndItem };
+
+/// One item in work.
+struct Item {
+    Application& app;
+    ImageFile& ImageFile1;
+    clsConversionOptions& objOptions;
+    ConversionDetails objDetails;
+    ImageBuffer aImage;
+    bool bOK = false;             ///< the last save came out well
+    bool bProcessRaised = false;  ///< the special process raised an error: the file ends here
+};
+
+}  // namespace
+
+static void Fail(Item& objItem, std::int32_t lErr, const std::string& sErr)
+{
+    objItem.objOptions.lErr = lErr;
+    objItem.objOptions.sErr = sErr;
+}
+
+static void FailToLoad(Item& objItem)
+{
+    Fail(objItem, kErrNotLoaded,
+         sTranslate(objItem.app, "Unsupported source image file format. Unable to load image."));
+}
+
+// Ends an item whose multi-page file is still open.
+static void FailToLoadAndClose(Item& objItem)
+{
+    FailToLoad(objItem);
+    (void)objItem.ImageFile1.AppendFrame({}, true);
+    objItem.ImageFile1.SetMultiFrameSave(false);
+}
+
+static bool bIsTiff(std::int32_t lType)
+{
+    return lType == kTypeTiff;
+}
+
+// The only place at which an error that a process raises (an overflow of its numbers, a fault of the
+// transform) is caught: it costs this file, not the run.
+static bool bApplyOrFail(Item& objItem)
+{
+    try {
+        return bApplySpecialProcess(objItem.app, objItem.objOptions, objItem.aImage);
+    } catch (const clsRaisedError& objError) {
+        objItem.bProcessRaised = true;
+        Fail(objItem, kErrNotConverted,
+             sTranslate(objItem.app, "Unable to convert") + ": " + objError.sDescription());
+        return false;
+    }
+}
+
+bool bSaveImageAsType(Application& app, clsConversionOptions& objOptions, std::int32_t lType,
+                      const std::string& sFile, const ImageBuffer& aImage)
+{
+    using Save = bool (ImageFile::*)(const ImageBuffer&, const std::string&);
+    static constexpr Save aSaves[] = {nullptr,
+                                      &ImageFile::SaveJPEG,
+                                      &ImageFile::SaveBMP,
+                                      &ImageFile::SaveTIFF,
+                                      &ImageFile::SaveGIF,
+                                      &ImageFile::SaveEMF,
+                                      &ImageFile::SaveJ2K,
+                                      &ImageFile::SavePCX,
+                                      &ImageFile::SavePNG,
+                                      &ImageFile::SaveRAS,
+                                      &ImageFile::SaveTGA,
+                                      &ImageFile::SaveWMF};
+    bool bOK = false;
+    if (lType >= 1 && lType < static_cast<std::int32_t>(std::size(aSaves))) {
+        bOK = (app.svc.ImageFile1.*aSaves[lType])(aImage, sFile);
+    } else {
+        objOptions.lErr = kErrInvalidTargetType;
+        objOptions.sErr = sTranslate(app, "Invalid target file type");
+    }
+    // Overwrites the code just set as well: a type that can't be saved ends as a failed save.
+    objOptions.lErr = bOK ? 0 : kErrNotConverted;
+    objOptions.sErr = bOK ? std::string() : sTranslate(app, "Unable to convert");
+    return bOK;
+}
+
+// Saves without losing the first failure of the item.
+static bool bSavePage(Item& objItem)
+{
+    clsConversionOptions& objOptions = objItem.objOptions;
+    const std::int32_t lErrBefore = objOptions.lErr;
+    const std::string sErrBefore = objOptions.sErr;
+    const bool bOK = bSaveImageAsType(objItem.app, objOptions, objOptions.lTargetFileType,
+                                      objOptions.sTargetFile, objItem.aImage);
+    if (lErrBefore != 0)
+        Fail(objItem, lErrBefore, sErrBefore);
+    return bOK;
+}
+
+// Loads a selected page of the source; a failure is recorded unless an earlier one is.
+static bool bLoadSelectedPage(Item& objItem, const std::string& sPage, std::size_t nPosition)
+{
+    if (objItem.ImageFile1.LoadFrame(objItem.objOptions.sOriginalFile, lToLong(sPage) - 1, objItem.aImage))
+        return true;
+    if (objItem.objOptions.lErr == 0)
+        Fail(objItem, kErrFrameNotLoaded,
+             sTranslate(objItem.app, "Unable to load frame") + " " + std::to_string(nPosition) + ". " +
+                 sTranslate(objItem.app, "Check Options Button"));
+    objItem.bOK = false;
+    return false;
+}
+
+static std::string sAllPages(Item& objItem)
+{
+    const std::int32_t lCount = objItem.ImageFile1.GetFrameCount(objItem.objOptions.sOriginalFile);
+    std::string sPages;
+    for (std::int32_t l = 1; l <= lCount; ++l)
+        sPages += (l == 1 ? "" : ",") + std::to_string(l);
+    return sPages;
+}
+
+// A page onto the end of a TIFF: its pages go to a temporary file, the new one after them. The process is
+// applied to the pages that were there as well.
+static Step AppendSourceToTiff(Item& objItem)
+{
+    ImageFile& ImageFile1 = objItem.ImageFile1;
+    clsConversionOptions& objOptions = objItem.objOptions;
+    const std::string sTemporary = objOptions.sTargetFile + ".TIF";
+    bool bAllCarriedOver = true;
+    ImageFile1.SetMultiFrameSave(true);
+    const std::int32_t lCount = ImageFile1.GetFrameCount(objOptions.sTargetFile);
+    for (std::int32_t l = 1; l <= lCount; ++l) {
+        if (!ImageFile1.LoadFrame(objOptions.sTargetFile, l - 1, objItem.aImage)) {
+            FailToLoadAndClose(objItem);
+            return Step::EndItem;
+        }
+        if (bApplyOrFail(objItem))
+            bAllCarriedOver &= l == 1 ? ImageFile1.SaveTIFF(objItem.aImage, sTemporary)
+                                      : ImageFile1.AppendFrame(objItem.aImage, false);
+        if (objItem.bProcessRaised)
+            return Step::EndItem;
+    }
+    if (!ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage)) {
+        FailToLoadAndClose(objItem);
+        return Step::EndItem;
+    }
+    objItem.bOK = bApplyOrFail(objItem) && ImageFile1.AppendFrame(objItem.aImage, true);
+    if (objItem.bProcessRaised)
+        return Step::EndItem;
+    // A target that lost pages on the way must not take the place of the one that has them.
+    objItem.bOK = objItem.bOK && bAllCarriedOver;
+    if (bAllCarriedOver)
+        bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile);
+    return Step::GoOn;
+}
+
+// Any source but a TIFF into a TIFF.
+static Step ConvertIntoTiff(Item& objItem)
+{
+    clsConversionOptions& objOptions = objItem.objOptions;
+    if (objItem.objDetails.bAppendToTiff && bFileExists(objItem.app, objOptions.sTargetFile))
+        return AppendSourceToTiff(objItem);
+    objItem.ImageFile1.SetMultiFrameSave(false);
+    if (!objItem.ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage)) {
+        FailToLoad(objItem);
+        return Step::EndItem;
+    }
+    objItem.bOK =
+        bApplyOrFail(objItem) && objItem.ImageFile1.SaveTIFF(objItem.aImage, objOptions.sTargetFile);
+    return objItem.bProcessRaised ? Step::EndItem : Step::GoOn;
+}
+
+// The pages of a TIFF to files of their own.
+static Step SplitTiff(Item& objItem)
+{
+    clsConversionOptions& objOptions = objItem.objOptions;
+    std::string& sPagesToDo = objItem.objDetails.sPagesToDo;
+    objItem.ImageFile1.SetMultiFrameSave(false);
+    if (bContains(sPagesToDo, "*") || sTrim(sPagesToDo).empty())
+        sPagesToDo = sAllPages(objItem);
+    else
+        lParseRangeString(sPagesToDo);
+    const std::vector<std::string> aPages = aSplit(sPagesToDo, ',');
+    const bool bPageNaming = aPages.size() > 1;
+    const std::string sStem =
+        sFolderOfPath(objOptions.sTargetFile) + sGetBaseName(objOptions.sTargetFile) + "-";
+    const std::string sExtension = sGetExtensionName(objOptions.sTargetFile);
+    for (std::size_t i = 0; i < aPages.size(); ++i) {
+        if (bPageNaming)
+            objOptions.sTargetFile = sStem + aPages[i] + (sExtension.empty() ? "" : "." + sExtension);
+        if (bLoadSelectedPage(objItem, aPages[i], i))
+            objItem.bOK = bApplyOrFail(objItem) && bSavePage(objItem);
+        if (objItem.bProcessRaised)
+            return Step::EndItem;
+    }
+    return Step::GoOn;
+}
+
+// Copies the pages that the target holds to the temporary file.
+static bool bCarryOverPages(Item& objItem, const std::string& sTemporary, bool& bAllCarriedOver)
+{
+    const std::string& sTarget = objItem.objOptions.sTargetFile;
+    const std::int32_t lCount = objItem.ImageFile1.GetFrameCount(sTarget);
+    for (std::int32_t l = 1; l <= lCount; ++l) {
+        if (!objItem.ImageFile1.LoadFrame(sTarget, l - 1, objItem.aImage)) {
+            FailToLoadAndClose(objItem);
+            return false;
+        }
+        objItem.bOK = l == 1 ? objItem.ImageFile1.SaveTIFF(objItem.aImage, sTemporary)
+                             : objItem.ImageFile1.AppendFrame(objItem.aImage, false);
+        bAllCarriedOver &= objItem.bOK;
+    }
+    return true;
+}
+
+// Selected pages of a TIFF onto the end of another. Unlike with other sources, the process is not applied to
+// the pages that were there, and an empty selection selects nothing.
+static Step AppendPagesToTiff(Item& objItem)
+{
+    ImageFile& ImageFile1 = objItem.ImageFile1;
+    clsConversionOptions& objOptions = objItem.objOptions;
+    std::string& sPagesToDo = objItem.objDetails.sPagesToDo;
+    if (bContains(sPagesToDo, "*"))
+        sPagesToDo = sAllPages(objItem);
+    else
+        lParseRangeString(sPagesToDo);
+    const std::vector<std::string> aPages = aSplit(sPagesToDo, ',');
+    const bool bTargetExists = bFileExists(objItem.app, objOptions.sTargetFile);
+    const bool bMulti =
+        bTargetExists || (ImageFile1.GetFrameCount(objOptions.sOriginalFile) > 1 && aPages.size() != 1);
+    ImageFile1.SetMultiFrameSave(bMulti);
+    const std::string sTemporary = objOptions.sTargetFile + ".TIF";
+    bool bAllCarriedOver = true;
+    if (bTargetExists && !bCarryOverPages(objItem, sTemporary, bAllCarriedOver))
+        return Step::EndItem;
+    for (std::size_t i = 0; i < aPages.size(); ++i) {
+        if (!bLoadSelectedPage(objItem, aPages[i], i))
+            continue;
+        const bool bFirstOfNewFile = i == 0 && !bTargetExists;
+        objItem.bOK = bApplyOrFail(objItem) &&
+                      (bFirstOfNewFile ? ImageFile1.SaveTIFF(objItem.aImage, sTemporary)
+                                       : ImageFile1.AppendFrame(objItem.aImage, i + 1 == aPages.size()));
+        if (objItem.bProcessRaised)
+            return Step::EndItem;
+    }
+    // A target that lost pages on the way must not take the place of the one that has them.
+    objItem.bOK = objItem.bOK && bAllCarriedOver;
+    if (bAllCarriedOver)
+        bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile);
+    return Step::GoOn;
+}
+
+static Step ConvertOnce(Item& objItem)
+{
+    const clsConversionOptions& objOptions = objItem.objOptions;
+    if (!bIsTiff(objOptions.lOriginalFileType))
+        return ConvertIntoTiff(objItem);
+    if (bIsTiff(objOptions.lTargetFileType) && objItem.objDetails.bAppendToTiff)
+        return AppendPagesToTiff(objItem);
+    return SplitTiff(objItem);
+}
+
+// The road of an item with a TIFF at either end. The second pass repeats the first with what it left: the
+// first failure's code stays even if everything is written now, and split pages are split again under their
+// new names.
+static void ConvertWithPages(Item& objItem, std::int32_t& lResult)
+{
+    for (bool bRetried = false;; bRetried = true) {
+        if (ConvertOnce(objItem) == Step::EndItem)
+            return;
+        objItem.ImageFile1.SetMultiFrameSave(false);
+        if (objItem.objOptions.lErr == 0 && !objItem.bOK)
+            Fail(objItem, kErrNotConverted, sTranslate(objItem.app, "Unable to convert"));
+        lResult = objItem.objOptions.lErr;
+        if (lResult == 0 || bRetried || !objItem.app.frmMain.bTryAutodetectIfFailed)
+            return;
+    }
+}
+
+static void ConvertPlain(Item& objItem, std::int32_t& lResult)
+{
+    if (!objItem.ImageFile1.LoadImage(objItem.objOptions.sOriginalFile, objItem.aImage)) {
+        FailToLoad(objItem);
+        return;
+    }
+    if (bApplyOrFail(objItem))
+        bSavePage(objItem);
+    lResult = objItem.objOptions.lErr;
+}
+
+std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions& objOptions)
+{
+    Item objItem{app, app.svc.ImageFile1, objOptions, {}, {}};
+    std::int32_t lResult = 0;
+    Fail(objItem, 0, "");
+    const std::string sFolder = sGetParentFolderName(objOptions.sTargetFile);
+    bool bThere = bFolderExists(app, sFolder);
+    if (!bThere) {
+        CreateFolderPath(app, sFolder);
+        bThere = bFolderExists(app, sFolder);
+    }
+    if (!bThere) {
+        // The item goes on all the same: its saves fail, and this code stays.
+        Fail(objItem, kErrNoTargetFolder, sTranslate(app, "Target folder does not exist"));
+        lResult = kErrNoTargetFolder;
+    }
+
+    objItem.objDetails = SplitImageConversionOptions(app, objOptions.sExtraParams);
+    objItem.ImageFile1.SetInfo(objItem.objDetails.objTexts);
+    objItem.ImageFile1.SetTIFFCompression(app.frmMain.lTIFFCompression);
+    objItem.ImageFile1.SetJPEGQuality(app.frmMain.lJPEGQuality);
+    if (bIsTiff(objOptions.lOriginalFileType) || bIsTiff(objOptions.lTargetFileType))
+        ConvertWithPages(objItem, lResult);
+    else
+        ConvertPlain(objItem, lResult);
+    if (objItem.bProcessRaised) {
+        objItem.ImageFile1.SetMultiFrameSave(false);
+        lResult = objOptions.lErr;
+    }
+    return lResult;
+}
+
+bool bSourceIsTarget(Application& app, const clsConversionOptions& objOptions)
+{
+    const FileSystem& objFiles = app.svc.objFileSystem;
+    if (bEqualIgnoringCase(objOptions.sOriginalFile, objOptions.sTargetFile))
+        return true;
+    const std::string sReal = objFiles.sRealPath(objOptions.sOriginalFile);
+    return !sReal.empty() && sReal == objFiles.sRealPath(objOptions.sTargetFile);
+}
+
+std::int32_t lPerformConversionItem(Application& app, clsConversionOptions& objOptions)
+{
+    const std::int32_t lResult =
+        objOptions.lConversionMethod == 1 ? PerformConversionItemNCTOCX(app, objOptions) : 0;
+    if (app.frmMain.bDeleteOriginalFileAfterProcessing && lResult == 0 && !bSourceIsTarget(app, objOptions))
+        bDeleteFileRetrying(app, objOptions.sOriginalFile);
+    return lResult;
+}

@@ -1,0 +1,158 @@
+// What may be done in which state.
+#include "src/commands/modMenuToolbar.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/test_application.h"
+
+namespace
+{
+
+// A table of so many tasks with its header and its marker row.
+void FillTable(TestApplication& app, std::int32_t lTasks)
+{
+    Grid& fgToDo = app.frmMain.fgToDo;
+    fgToDo.SetRows(1);
+    for (std::int32_t l = 1; l <= lTasks; ++l)
+        fgToDo.AddItem("\t\t" + std::to_string(l) + "\tC", l);
+    fgToDo.AddItem("\t\t*", lTasks + 1);
+}
+
+}  // namespace
+
+TEST(UpdateMenuToolbar, OffersOnlyAddingInANewJob)
+{
+    TestApplication app;
+    FillTable(app, 0);
+    app.frmMain.fgToDo.SetRow(1);
+
+    UpdateMenuToolbar(app);
+
+    EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
+    EXPECT_TRUE(app.frmMain.keyNew.Enabled());
+    EXPECT_TRUE(app.frmMain.keyOpen.Enabled());
+    EXPECT_FALSE(app.frmMain.keyConvert.Enabled());
+    EXPECT_FALSE(app.frmMain.keyRemove.Enabled());
+    EXPECT_FALSE(app.frmMain.keyUpdate.Enabled());
+    EXPECT_FALSE(app.frmMain.keyRewind.Enabled());
+    EXPECT_FALSE(app.frmMain.keyPause.Enabled());
+    EXPECT_TRUE(app.frmMain.KeySave.Enabled());
+    EXPECT_FALSE(app.frmMain.KeySaveLogAsConversionJob.Enabled());
+}
+
+TEST(UpdateMenuToolbar, OffersRemovingForATaskAndNotForTheMarkerRow)
+{
+    TestApplication app;
+    FillTable(app, 2);
+    app.frmMain.fgToDo.SetRow(2);
+    UpdateMenuToolbar(app);
+    EXPECT_TRUE(app.frmMain.keyRemove.Enabled());
+
+    app.frmMain.fgToDo.SetRow(3);
+    UpdateMenuToolbar(app);
+    EXPECT_FALSE(app.frmMain.keyRemove.Enabled());
+}
+
+TEST(UpdateMenuToolbar, OffersUpdatingOnlyForAChangedTask)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    app.frmMain.fgToDo.SetRow(1);
+    UpdateMenuToolbar(app);
+    EXPECT_FALSE(app.frmMain.keyUpdate.Enabled());
+
+    app.frmMain.bDirtyConversionItem = true;
+    UpdateMenuToolbar(app);
+    EXPECT_TRUE(app.frmMain.keyUpdate.Enabled());
+}
+
+TEST(UpdateMenuToolbar, DisablesTheEditingCommandsOnTheLogTab)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    app.frmMain.fgToDo.SetRow(1);
+    app.frmMain.bDirtyConversionItem = true;
+    app.frmMain.ts.SelectTab(2);
+
+    UpdateMenuToolbar(app);
+
+    EXPECT_FALSE(app.frmMain.keyAdd.Enabled());
+    EXPECT_FALSE(app.frmMain.keyRemove.Enabled());
+    EXPECT_FALSE(app.frmMain.keyUpdate.Enabled());
+    EXPECT_TRUE(app.frmMain.keyConvert.Enabled());
+}
+
+TEST(UpdateMenuToolbar, OffersOnlyPauseDuringARun)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    app.frmMain.fgToDo.SetRow(1);
+    app.frmMain.bRunning = true;
+
+    UpdateMenuToolbar(app);
+
+    EXPECT_TRUE(app.frmMain.keyPause.Enabled());
+    EXPECT_TRUE(app.frmMain.cmdPause.Enabled());
+    for (const Action* pKey :
+         {&app.frmMain.keyRemove, &app.frmMain.keyUpdate, &app.frmMain.keyAdd, &app.frmMain.keyConvert,
+          &app.frmMain.keyRewind, &app.frmMain.keyOpen, &app.frmMain.keyNew})
+        EXPECT_FALSE(pKey->Enabled()) << pKey->sName();
+}
+
+TEST(UpdateMenuToolbar, OffersRewindOnceATaskIsMarkedOrAPositionIsHeld)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    UpdateMenuToolbar(app);
+    EXPECT_FALSE(app.frmMain.keyRewind.Enabled());
+
+    app.frmMain.lResumeFileIndex = 4;
+    UpdateMenuToolbar(app);
+    EXPECT_TRUE(app.frmMain.keyRewind.Enabled());
+
+    app.frmMain.lResumeFileIndex = 0;
+    app.frmMain.fgToDo.SetTextMatrix(1, 10, "-");
+    UpdateMenuToolbar(app);
+    EXPECT_TRUE(app.frmMain.keyRewind.Enabled());
+}
+
+TEST(UpdateMenuToolbar, OffersConvertWhilePausedPartWay)
+{
+    TestApplication app;
+    FillTable(app, 0);
+    app.frmMain.lResumeFileIndex = 4;
+
+    UpdateMenuToolbar(app);
+
+    EXPECT_TRUE(app.frmMain.keyConvert.Enabled());
+}
+
+TEST(UpdateMenuToolbar, OffersSavingTheLogOnceItHasAnEntry)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    app.frmMain.fgLog.SetRows(3);
+
+    UpdateMenuToolbar(app);
+
+    EXPECT_TRUE(app.frmMain.KeySaveLogAsConversionJob.Enabled());
+    EXPECT_TRUE(app.frmMainMDI.mnuSaveLogAsConversionJob.Enabled());
+}
+
+TEST(UpdateMenuToolbar, GivesMenusAndButtonsTheStateOfTheToolbar)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    app.frmMain.fgToDo.SetRow(1);
+
+    UpdateMenuToolbar(app);
+
+    EXPECT_TRUE(app.frmMainMDI.mnuBeginConversionJob.Enabled());
+    EXPECT_TRUE(app.frmMainMDI.mnuAddConversionJob.Enabled());
+    EXPECT_TRUE(app.frmMainMDI.mnuRemoveConversionJob.Enabled());
+    EXPECT_FALSE(app.frmMainMDI.mnuUpdateConversionJob.Enabled());
+    EXPECT_FALSE(app.frmMainMDI.mnuPause.Enabled());
+    EXPECT_TRUE(app.frmMain.cmdAdd.Enabled());
+    EXPECT_TRUE(app.frmMain.cmdRemove.Enabled());
+    EXPECT_FALSE(app.frmMain.cmdUpdate.Enabled());
+}

@@ -1,0 +1,72 @@
+// The details string of a conversion.
+#include "src/conversion/modConversionDetails.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/test_application.h"
+
+TEST(SplitImageConversionOptions, UnpacksAllElevenFields)
+{
+    TestApplication app;
+
+    const ConversionDetails objDetails =
+        SplitImageConversionOptions(app, "2,4^3^TRUE^60^title^description^date^author^copyright^model^type");
+
+    EXPECT_EQ(objDetails.sPagesToDo, "2,4");
+    EXPECT_EQ(app.frmMain.lTIFFCompression, 3);
+    EXPECT_TRUE(objDetails.bAppendToTiff);
+    EXPECT_EQ(app.frmMain.lJPEGQuality, 60);
+    EXPECT_EQ(objDetails.objTexts.sTitle, "title");
+    EXPECT_EQ(objDetails.objTexts.sDescription, "description");
+    EXPECT_EQ(objDetails.objTexts.sDateTime, "date");
+    EXPECT_EQ(objDetails.objTexts.sAuthor, "author");
+    EXPECT_EQ(objDetails.objTexts.sCopyright, "copyright");
+    EXPECT_EQ(objDetails.objTexts.sEquipmentModel, "model");
+    EXPECT_EQ(objDetails.objTexts.sEquipmentType, "type");
+}
+
+TEST(SplitImageConversionOptions, ChangesNothingWithoutTwoFieldsAndClearsTheTexts)
+{
+    TestApplication app;
+
+    const ConversionDetails objDetails = SplitImageConversionOptions(app, "1");
+
+    EXPECT_EQ(objDetails.sPagesToDo, "");
+    EXPECT_FALSE(objDetails.bAppendToTiff);
+    EXPECT_EQ(objDetails.objTexts.sTitle, "");
+    EXPECT_EQ(app.frmMain.lTIFFCompression, 0);
+    EXPECT_EQ(app.frmMain.lJPEGQuality, 75);
+}
+
+TEST(SplitImageConversionOptions, KeepsAValueThatDoesNotConvert)
+{
+    TestApplication app;
+    SplitImageConversionOptions(app, "*^4^TRUE^60");
+
+    const ConversionDetails objDetails = SplitImageConversionOptions(app, "*^lzw^perhaps^99999999999");
+
+    EXPECT_EQ(app.frmMain.lTIFFCompression, 4);
+    EXPECT_FALSE(objDetails.bAppendToTiff);
+    EXPECT_EQ(app.frmMain.lJPEGQuality, 60);
+}
+
+TEST(SplitImageConversionOptions, TakesAQualityThatIsNoNumberForAHundred)
+{
+    TestApplication app;
+
+    SplitImageConversionOptions(app, "*^0^^best");
+    EXPECT_EQ(app.frmMain.lJPEGQuality, 100);
+
+    app.frmMain.lJPEGQuality = 50;
+    SplitImageConversionOptions(app, "*^0^FALSE^");
+    EXPECT_EQ(app.frmMain.lJPEGQuality, 100);
+}
+
+TEST(SplitImageConversionOptions, TakesAnEmptyAppendFieldForFalse)
+{
+    TestApplication app;
+
+    EXPECT_FALSE(SplitImageConversionOptions(app, "*^0^^75").bAppendToTiff);
+    EXPECT_TRUE(SplitImageConversionOptions(app, "*^0^true^75").bAppendToTiff);
+    EXPECT_TRUE(SplitImageConversionOptions(app, "*^0^-1^75").bAppendToTiff);
+}

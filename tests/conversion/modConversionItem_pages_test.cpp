@@ -1,0 +1,280 @@
+// The pages of TIFFs: to files of their own, and onto the end of another.
+#include "src/conversion/modConversionItem.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/base/raised_error.h"
+#include "tests/conversion/support/conversion_items.h"
+#include "tests/fakes/test_application.h"
+
+TEST(SplitPages, WritesOneNumberedFileForEachPage)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "*^0^FALSE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/a-1.jpg"), Pages{1});
+    EXPECT_EQ(app.objImages.aPagesOf("/in/a-2.jpg"), Pages{2});
+    EXPECT_EQ(app.objImages.aPagesOf("/in/a-3.jpg"), Pages{3});
+    EXPECT_FALSE(app.objFiles.bHas("/in/a.jpg"));
+}
+
+TEST(SplitPages, TakesNoPagesForAllPages)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "  ^0^FALSE^75");
+
+    PerformConversionItemNCTOCX(app, objOptions);
+
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-1.jpg"));
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
+}
+
+TEST(SplitPages, WritesASelectedPageUnderThePlainName)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "2^0^FALSE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/a.jpg"), Pages{2});
+}
+
+TEST(SplitPages, NamesPagesInTheStyleOfThePath)
+{
+    TestApplication app;
+    app.objImages.AddImage("C:\\in\\t.tif", {1, 2});
+    app.objFiles.AddFolder("C:\\out");
+    clsConversionOptions objOptions = objRequest("C:\\in\\t.tif", 3, "C:\\out\\a.b", 1);
+
+    PerformConversionItemNCTOCX(app, objOptions);
+
+    EXPECT_TRUE(app.objFiles.bHas("C:\\out\\a-1.b"));
+    EXPECT_EQ(objOptions.sTargetFile, "C:\\out\\a-2.b");
+}
+
+TEST(SplitPages, SplitsATiffIntoTiffsToo)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/u.tif", 3);
+
+    PerformConversionItemNCTOCX(app, objOptions);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/u-1.tif"), Pages{1});
+    EXPECT_EQ(app.objImages.aPagesOf("/in/u-2.tif"), Pages{2});
+    EXPECT_FALSE(app.objFiles.bHas("/in/u.tif"));
+}
+
+TEST(SplitPages, RecordsAMissingPageByItsPlaceAndWritesTheOthers)
+{
+    TestApplication app;
+    app.frmMain.bTryAutodetectIfFailed = false;
+    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "1,7,3^0^FALSE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
+
+    EXPECT_EQ(objOptions.sErr, "Unable to load frame 2. Check Options Button");
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-1.jpg"));
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-3.jpg"));
+    EXPECT_FALSE(app.objFiles.bHas("/in/a-7.jpg"));
+}
+
+TEST(SplitPages, KeepsTheFirstFailureWhenLaterPagesAreWritten)
+{
+    TestApplication app;
+    app.frmMain.bTryAutodetectIfFailed = false;
+    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    app.objImages.lBrokenPage = 0;
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1);
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
+
+    EXPECT_EQ(objOptions.sErr, "Unable to load frame 0. Check Options Button");
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
+}
+
+TEST(SplitPages, FailsForPageZero)
+{
+    TestApplication app;
+    app.frmMain.bTryAutodetectIfFailed = false;
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "1,,2^0^FALSE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
+
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-1.jpg"));
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
+}
+
+TEST(SplitPages, RetriesUnderTheSuffixedNameAndKeepsTheFirstCode)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "1,3,5^0^FALSE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
+
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-5-1.jpg"));
+    EXPECT_TRUE(app.objFiles.bHas("/in/a-5-3.jpg"));
+}
+
+TEST(SplitPages, RetriesOnceOnly)
+{
+    TestApplication app;
+    app.objFiles.AddFile("/in/t.tif", "");
+    app.objImages.aBroken.insert("/in/t.tif");
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1);
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
+
+    EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "GetFrameCount /in/t.tif"),
+              2);
+}
+
+TEST(SplitPages, RaisesForABadPageEntry)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "5-^0^FALSE^75");
+
+    EXPECT_THROW(PerformConversionItemNCTOCX(app, objOptions), clsRaisedError);
+}
+
+TEST(ConvertIntoTiff, WritesANewFileWithoutAppending)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp", {7});
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^FALSE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{7});
+}
+
+TEST(ConvertIntoTiff, AppendsBehindThePagesThatAreThere)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp", {7});
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2, 7}));
+    EXPECT_FALSE(app.objFiles.bHas("/in/t.tif.TIF"));
+    EXPECT_EQ(aPictureCalls(app),
+              (Calls{"LoadFrame /in/t.tif 0", "SaveTIFF /in/t.tif.TIF", "LoadFrame /in/t.tif 1",
+                     "AppendFrame False", "LoadImage /in/a.bmp", "AppendFrame True"}));
+}
+
+TEST(ConvertIntoTiff, WritesANewFileWhenThereIsNothingToAppendTo)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp", {7});
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{7});
+}
+
+TEST(ConvertIntoTiff, ClosesTheFileWhenTheSourceDoesNotLoad)
+{
+    TestApplication app;
+    app.objFiles.AddFile("/in/a.bmp", "no picture");
+    app.objImages.aBroken.insert("/in/a.bmp");
+    app.objImages.AddImage("/in/t.tif", {1});
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(objOptions.lErr, -101);
+    EXPECT_EQ(aPictureCalls(app).back(), "AppendFrame True");
+    EXPECT_EQ(app.objImages.aCalls.back(), "MultiFrameSave False");
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{1});
+}
+
+TEST(ConvertIntoTiff, NeverReplacesATargetByOneThatLostItsPages)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp", {7});
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.objImages.aUnwritable.insert("/in/t.tif.TIF");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2}));
+}
+
+TEST(AppendPagesToTiff, AppendsTheSelectedPages)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/s.tif", {11, 12, 13});
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "1,3^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2, 11, 13}));
+    EXPECT_FALSE(app.objFiles.bHas("/in/t.tif.TIF"));
+}
+
+TEST(AppendPagesToTiff, MakesANewFileOfAllPages)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/s.tif", {11, 12, 13});
+    clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "*^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{11, 12, 13}));
+}
+
+TEST(AppendPagesToTiff, SavesASinglePageOfANewFileWithoutKeepingItOpen)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/s.tif", {11, 12, 13});
+    clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "2^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{12});
+    EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "MultiFrameSave True"), 0);
+}
+
+TEST(AppendPagesToTiff, SelectsNothingForAnEmptyPageText)
+{
+    TestApplication app;
+    app.frmMain.bTryAutodetectIfFailed = false;
+    app.objImages.AddImage("/in/s.tif", {11, 12});
+    clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
+
+    EXPECT_FALSE(app.objFiles.bHas("/in/t.tif"));
+}
+
+TEST(AppendPagesToTiff, KeepsThePagesOfATargetThatDoesNotLoad)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/s.tif", {11});
+    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.objImages.lBrokenPage = 1;
+    clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "1^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(objOptions.lErr, -101);
+    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2}));
+}

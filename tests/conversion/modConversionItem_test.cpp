@@ -1,0 +1,227 @@
+// One file through the image library.
+#include "src/conversion/modConversionItem.h"
+
+#include <gtest/gtest.h>
+
+#include "src/base/clsConversionOptions.h"
+#include "src/base/raised_error.h"
+#include "tests/conversion/support/conversion_items.h"
+#include "tests/fakes/test_application.h"
+
+TEST(PerformConversionItem, LoadsAndSavesByTheTargetType)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp");
+    app.objFiles.AddFolder("/out");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/out/a.png", 8);
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(objOptions.lErr, 0);
+    EXPECT_EQ(objOptions.sErr, "");
+    EXPECT_EQ(aPictureCalls(app), (Calls{"LoadImage /in/a.bmp", "SavePNG /out/a.png"}));
+}
+
+TEST(PerformConversionItem, SetsCompressionThenQualityBeforeTheLoad)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp");
+    app.objFiles.AddFolder("/out");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/out/a.jpg", 1, "*^4^FALSE^60^a title");
+
+    PerformConversionItemNCTOCX(app, objOptions);
+
+    ASSERT_GE(app.objImages.aCalls.size(), 3u);
+    EXPECT_EQ(app.objImages.aCalls[0], "TIFFCompression 4");
+    EXPECT_EQ(app.objImages.aCalls[1], "JPEGQuality 60");
+    EXPECT_EQ(app.objImages.aCalls[2], "LoadImage /in/a.bmp");
+    EXPECT_EQ(app.objImages.objTexts.sTitle, "a title");
+}
+
+TEST(PerformConversionItem, MakesTheTargetFolder)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/new/deep/a.png", 8);
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_TRUE(app.objFiles.bHas("/in/new/deep/a.png"));
+}
+
+TEST(PerformConversionItem, FailsForATargetFolderThatCannotBeMadeAndGoesOnAllTheSame)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp");
+    app.objFiles.AddFolder("/fixed");
+    app.objFiles.MakeReadOnly("/fixed");
+    app.objImages.aUnwritable.insert("/fixed/new/a.png");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/fixed/new/a.png", 8);
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -100);
+
+    EXPECT_EQ(objOptions.lErr, -100);
+    EXPECT_EQ(objOptions.sErr, "Target folder does not exist");
+    EXPECT_EQ(aPictureCalls(app).size(), 2u);
+}
+
+TEST(PerformConversionItem, LeavesTheResultAtZeroForAFileThatDoesNotLoad)
+{
+    TestApplication app;
+    app.objFiles.AddFile("/in/x.jpg", "a text");
+    app.objImages.aBroken.insert("/in/x.jpg");
+    clsConversionOptions objOptions = objRequest("/in/x.jpg", 1, "/in/x.png", 8);
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(objOptions.lErr, -101);
+    EXPECT_EQ(objOptions.sErr, "Unsupported source image file format. Unable to load image.");
+}
+
+TEST(PerformConversionItem, FailsWhenTheTargetCannotBeWritten)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp");
+    app.objImages.aUnwritable.insert("/in/a.png");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
+
+    EXPECT_EQ(objOptions.sErr, "Unable to convert");
+}
+
+TEST(PerformConversionItem, EndsATypeThatIsOnlyReadAsAFailedSave)
+{
+    for (const std::int32_t lType : {12, 13, 14, 0, 99}) {
+        TestApplication app;
+        app.objImages.AddImage("/in/a.bmp");
+        clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.ico", lType);
+
+        EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103) << lType;
+
+        EXPECT_EQ(objOptions.sErr, "Unable to convert");
+    }
+}
+
+TEST(SaveImageAsType, CallsTheOperationOfEachType)
+{
+    const Calls aExpected = {"SaveJPEG /t", "SaveBMP /t", "SaveTIFF /t", "SaveGIF /t",
+                             "SaveEMF /t",  "SaveJ2K /t", "SavePCX /t",  "SavePNG /t",
+                             "SaveRAS /t",  "SaveTGA /t", "SaveWMF /t"};
+    TestApplication app;
+    ImageBuffer aImage;
+    aImage.lWidth = aImage.lHeight = aImage.lChannels = 1;
+    aImage.aBytes.assign(1, 9);
+    clsConversionOptions objOptions;
+
+    for (std::int32_t lType = 1; lType <= 11; ++lType)
+        EXPECT_TRUE(bSaveImageAsType(app, objOptions, lType, "/t", aImage)) << lType;
+
+    EXPECT_EQ(app.objImages.aCalls, aExpected);
+}
+
+TEST(SaveImageAsType, OverwritesAnEarlierCodeWithSuccess)
+{
+    TestApplication app;
+    ImageBuffer aImage;
+    aImage.lWidth = aImage.lHeight = aImage.lChannels = 1;
+    aImage.aBytes.assign(1, 9);
+    clsConversionOptions objOptions;
+    objOptions.lErr = -110;
+    objOptions.sErr = "earlier";
+
+    EXPECT_TRUE(bSaveImageAsType(app, objOptions, 8, "/t", aImage));
+
+    EXPECT_EQ(objOptions.lErr, 0);
+    EXPECT_EQ(objOptions.sErr, "");
+}
+
+TEST(ConversionItem, ConvertsNothingByAnotherMethod)
+{
+    TestApplication app;
+    app.objImages.AddImage("/in/a.bmp");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
+    objOptions.lConversionMethod = 2;
+
+    EXPECT_EQ(lPerformConversionItem(app, objOptions), 0);
+
+    EXPECT_TRUE(app.objImages.aCalls.empty());
+}
+
+TEST(ConversionItem, DeletesTheSourceAfterAGoodConversionWhenAsked)
+{
+    TestApplication app;
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+    app.objImages.AddImage("/in/a.bmp");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
+
+    lPerformConversionItem(app, objOptions);
+
+    EXPECT_FALSE(app.objFiles.bHas("/in/a.bmp"));
+    EXPECT_TRUE(app.objFiles.bHas("/in/a.png"));
+}
+
+TEST(ConversionItem, KeepsTheSourceAfterAFailedSave)
+{
+    TestApplication app;
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+    app.objImages.AddImage("/in/a.bmp");
+    app.objImages.aUnwritable.insert("/in/a.png");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
+
+    lPerformConversionItem(app, objOptions);
+
+    EXPECT_TRUE(app.objFiles.bHas("/in/a.bmp"));
+}
+
+TEST(ConversionItem, DeletesASourceThatDidNotLoadSinceItsResultIsZero)
+{
+    TestApplication app;
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+    app.objFiles.AddFile("/in/x.jpg", "a text");
+    app.objImages.aBroken.insert("/in/x.jpg");
+    clsConversionOptions objOptions = objRequest("/in/x.jpg", 1, "/in/x.png", 8);
+
+    EXPECT_EQ(lPerformConversionItem(app, objOptions), 0);
+
+    EXPECT_FALSE(app.objFiles.bHas("/in/x.jpg"));
+    EXPECT_EQ(objOptions.sErr, "Unsupported source image file format. Unable to load image.");
+}
+
+TEST(ConversionItem, DeletesTheSourceOfAnotherMethodAsWell)
+{
+    TestApplication app;
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+    app.objImages.AddImage("/in/a.bmp");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
+    objOptions.lConversionMethod = 2;
+
+    lPerformConversionItem(app, objOptions);
+
+    EXPECT_FALSE(app.objFiles.bHas("/in/a.bmp"));
+}
+
+TEST(ConversionItem, KeepsASourceThatDiffersFromItsTargetInCaseOnly)
+{
+    TestApplication app;
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+    app.objImages.AddImage("C:\\in\\A.PNG");
+    clsConversionOptions objOptions = objRequest("C:\\in\\A.PNG", 8, "c:\\in\\a.png", 8);
+
+    lPerformConversionItem(app, objOptions);
+
+    EXPECT_TRUE(app.objFiles.aDeletedFiles.empty());
+}
+
+TEST(ConversionItem, KeepsASourceThatIsItsTargetByAnotherPath)
+{
+    TestApplication app;
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+    app.objFiles.AddLink("/link", "/in");
+    app.objImages.AddImage("/in/a.png");
+    clsConversionOptions objOptions = objRequest("/in/a.png", 8, "/link/a.png", 8);
+
+    lPerformConversionItem(app, objOptions);
+
+    EXPECT_TRUE(app.objFiles.aDeletedFiles.empty());
+}
