@@ -1,5 +1,5 @@
 // The run request: the one record that carries a piece of work through the program.
-// Room: base. May use: the standard library.
+// Room: base.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Numbers and truth values read from text and written as text.
-// Room: base. May use: the standard library.
+// Room: base.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Paths as texts: their parts and their joins, without asking the disk.
-// Room: base. May use: the standard library.
+// Room: base.
 //
 // "\" and "/" separate alike. A path keeps the style in which the user gave it: a join uses the last
 // separator that the text holds, and a text with none uses the host's "/".

@@ -1,5 +1,5 @@
 // The error that ends a run: a number and a description, caught once above the run.
-// Room: base. May use: the standard library.
+// Room: base.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Text helpers that several rooms share: trimming, case, splitting, joining.
-// Room: base. May use: the standard library.
+// Room: base.
 #pragma once
 
 #include <cstdint>

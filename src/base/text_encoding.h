@@ -1,5 +1,5 @@
 // Texts in the encodings that files come in, to and from the UTF-8 that the program works with.
-// Room: base. May use: the standard library.
+// Room: base.
 #pragma once
 
 #include <string>

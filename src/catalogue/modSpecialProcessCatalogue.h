@@ -1,5 +1,7 @@
-// The special processes: their numbers, which are fixed for ever since job files carry them, and what each
-// one is, takes and calls. Room: sp_catalogue. May use: base, platform, forms.
+// The catalogue of special processes: number, name, parameters and library call of each.
+// Room: catalogue.
+//
+// The numbers are stored in job files and must never change.
 #pragma once
 
 #include <cstdint>

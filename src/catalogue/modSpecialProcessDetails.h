@@ -1,9 +1,9 @@
 // The details of a special process: its parameters as one text, joined by "^".
-// Room: sp_details. May use: base, sp_catalogue.
+// Room: catalogue.
 //
 // An image process's details begin with the eleven fields of a conversion, the prefix, since it ends with a
-// save as well; its own fields follow. Their types and their order, which are the shape of the text, stand in
-// the catalogue. Numbers are written and read in the user's decimal sign.
+// save as well; its own fields follow. Their types and their order, which are the shape of the text, stand
+// in the catalogue. Numbers are written and read in the user's decimal sign.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The combo boxes that offer the special processes, and the choices of a launch.
-// Room: sp_lists. May use: base, platform, forms, translator, sp_catalogue.
+// Room: catalogue.
 #pragma once
 
 struct Application;

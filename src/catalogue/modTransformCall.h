@@ -1,5 +1,5 @@
 // From the values of a details string to the arguments of an operation of the image library.
-// Room: sp_catalogue. May use: base, platform.
+// Room: catalogue.
 #pragma once
 
 #include <limits>

@@ -1,5 +1,5 @@
 // Decides what the user may do at any moment.
-// Room: shell_menu. May use: base, platform, forms.
+// Room: commands.
 #pragma once
 
 struct Application;

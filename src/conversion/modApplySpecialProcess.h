@@ -1,5 +1,5 @@
 // Applies a special process to a loaded picture, between its load and its save.
-// Room: sp_apply. May use: base, platform, forms, sp_catalogue, sp_details.
+// Room: conversion.
 #pragma once
 
 #include <cstdint>

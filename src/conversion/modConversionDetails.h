@@ -1,5 +1,5 @@
 // The details of a conversion: the eleven fields that a task carries joined by "^".
-// Room: engine_record. May use: base, platform, forms.
+// Room: conversion.
 #pragma once
 
 #include <string>

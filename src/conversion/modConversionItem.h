@@ -1,6 +1,5 @@
 // Turns one source file into one or more target files.
-// Room: engine_item. May use: base, platform, forms, translator, job_types, job_lists, engine_record,
-// sp_apply.
+// Room: conversion.
 #pragma once
 
 #include <cstdint>

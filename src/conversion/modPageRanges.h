@@ -1,5 +1,5 @@
 // Turns a user's list of pages, as "2,5-10,3", into sorted page numbers.
-// Room: engine_record. May use: base.
+// Room: conversion.
 #pragma once
 
 #include <cstdint>

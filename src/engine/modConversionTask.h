@@ -1,6 +1,5 @@
 // Runs one conversion task over its whole file list.
-// Room: engine_loop. May use: base, platform, forms, translator, job_types, job_lists, engine_record,
-// engine_item.
+// Room: engine.
 #pragma once
 
 #include <cstdint>

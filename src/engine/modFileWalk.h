@@ -1,5 +1,5 @@
 // Walks the file list of a wildcard task: the half that conversions and special processes share.
-// Room: engine_walk. May use: base, platform, forms, translator, job_lists, engine_record.
+// Room: engine.
 #pragma once
 
 #include <functional>

@@ -1,6 +1,5 @@
 // The run of a job: from the first task without a mark to the last, each marked as it ends.
-// Room: engine_loop. May use: base, platform, forms, translator, shell_menu, job_tables, engine_record,
-// engine_item, sp_run.
+// Room: engine.
 #pragma once
 
 #include <cstdint>

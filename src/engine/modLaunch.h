@@ -1,5 +1,5 @@
 // Starts another program and waits for it.
-// Room: engine_launch. May use: base, platform, forms, sp_details, engine_record.
+// Room: engine.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,5 @@
 // Keeps the record of a run: the Pass marks, the log table and the rows of the report file.
-// Room: engine_record. May use: base, platform, forms, translator, shell_menu, job_types, job_tables,
-// engine_report.
+// Room: engine.
 #pragma once
 
 #include <cstdint>

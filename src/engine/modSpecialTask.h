@@ -1,6 +1,5 @@
 // Runs one task of a special process: over its file list, as a launch, or as the load of a job's next part.
-// Room: sp_run. May use: base, platform, forms, translator, job_files_base, job_lists, job_files,
-// engine_record, engine_item, engine_walk, engine_launch.
+// Room: engine.
 #pragma once
 
 #include <cstdint>

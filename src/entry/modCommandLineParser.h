@@ -1,5 +1,5 @@
 // Turns the command text into a run request.
-// Room: entry. May use: all below.
+// Room: entry.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Runs a parsed request without windows and reports the result in text.
-// Room: entry. May use: all below.
+// Room: entry.
 #pragma once
 
 #include <cstdint>

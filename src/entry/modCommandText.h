@@ -1,5 +1,5 @@
 // The process's arguments as the one text that the command line grammar is written for.
-// Room: entry. May use: base.
+// Room: entry.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // The start of the process: tells its run modes apart.
-// Room: entry. May use: all below.
+// Room: entry.
 #pragma once
 
 #include <string>

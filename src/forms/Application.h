@@ -1,5 +1,5 @@
 // What one process has: the services of the platform, the forms, and the state that all routines share.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // The list of texts that the user entered last in one combo box. Its routines are in shell/modMRU.h.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include <cstdint>

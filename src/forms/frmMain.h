@@ -1,5 +1,5 @@
 // The main form: the task and log tables, the fields of both actions, and the state of a run.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // The frame window: status bar and menus around the main form.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The start banner.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include "src/controls/controls.h"

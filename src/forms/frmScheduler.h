@@ -1,5 +1,5 @@
 // The scheduler's form, as far as a run asks about it.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include "src/controls/controls.h"

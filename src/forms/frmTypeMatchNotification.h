@@ -1,5 +1,5 @@
 // The notice that a source's extension and its type disagree.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include "src/controls/controls.h"

@@ -1,5 +1,5 @@
 // What the translator knows while the program runs.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include <cstdint>

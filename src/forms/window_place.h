@@ -1,5 +1,5 @@
 // Where a form's window stands, and in which state it is.
-// Room: forms. May use: base, platform.
+// Room: forms.
 #pragma once
 
 #include <cstdint>

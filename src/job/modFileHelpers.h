@@ -1,5 +1,5 @@
 // What the program does with files beside reading and writing pictures: look, make folders, move, delete.
-// Room: job_files_base. May use: base, platform, forms.
+// Room: job.
 //
 // Paths are taken in either style, "\" or "/". Nothing here shows a message or throws.
 #pragma once

@@ -1,5 +1,5 @@
 // From the source of a task to the list of its files.
-// Room: job_lists. May use: base, platform, forms, translator, job_files_base.
+// Room: job.
 //
 // A wildcard here is one of two shapes only: "*.*", which is every file, and "*.ext". What stands before the
 // first "*" is the folder.

@@ -1,5 +1,5 @@
 // The numbered file types: names, extensions, dialog filters, and the combo boxes that offer them.
-// Room: job_types. May use: base, platform, forms, translator.
+// Room: job.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Job files: the task table as text, one line a row, and the log table written as a job.
-// Room: job_files. May use: base, platform, forms, translator, shell_menu, job_tables, job_files_base.
+// Room: job.
 //
 // A line is the eleven cells of a row, each followed by a tab; the last line is the marker row. There is no
 // header and no quoting. The numbers in column 2 are never read. A file is replaced whole or not at all.

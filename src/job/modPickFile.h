@@ -1,5 +1,5 @@
 // Asks the user for a file.
-// Room: job_files. May use: base, platform, forms, translator.
+// Room: job.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // How targets get their names: proposed while typing, completed at the check, made for each file of a run.
-// Room: job_lists. May use: base, platform, forms, job_types, job_files_base.
+// Room: job.
 #pragma once
 
 #include <optional>

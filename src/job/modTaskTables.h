@@ -1,8 +1,8 @@
-// The tables of tasks and of the log: columns, fixed rows, and how a task gets in, out and into a run
-// request. Room: job_tables. May use: base, platform, forms, translator, job_types.
+// The task table and the log table: their columns and fixed rows, and moving tasks in and out of them.
+// Room: job.
 //
-// A job is nothing but the rows of fgToDo: row 0 is the header, the last row the marker row with "*" in
-// column 2, and the tasks stand between them, from row 1 to Rows() - 2. fgLog keeps one empty row at its end.
+// A job is just the rows of fgToDo: row 0 is the header, rows 1 to Rows() - 2 are the tasks, and the last row
+// is the marker row with "*" in column 2. fgLog always ends with one empty row.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,5 @@
 // The check of a task before it enters the table or runs, and the two ways to report what is wrong.
-// Room: job_checks. May use: base, platform, forms, translator, engine_report, job_types, job_files_base,
-// job_tables, job_lists.
+// Room: job.
 //
 // The check leaves a number in lErr; a reporter turns it into words. The one of the form may ask and mend,
 // the one of the command line only records. lErr is written only when a check fails, so a code that stood

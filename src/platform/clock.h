@@ -1,5 +1,5 @@
 // Time as the logic sees it.
-// Room: platform. May use: the standard library. Real one: platform/posix. In-memory one: tests/fakes.
+// Room: platform. Real one: platform/posix. In-memory one: tests/fakes.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Files and folders as the logic sees them.
-// Room: platform. May use: the standard library. Real one: platform/posix. In-memory one: tests/fakes.
+// Room: platform. Real one: platform/posix. In-memory one: tests/fakes.
 #pragma once
 
 #include <cstdint>

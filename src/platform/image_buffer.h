@@ -1,5 +1,5 @@
 // One decoded picture: its pixels, and what must not be lost between load and save.
-// Room: platform. May use: the standard library.
+// Room: platform.
 #pragma once
 
 #include <cstddef>

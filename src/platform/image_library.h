@@ -1,5 +1,5 @@
 // The image library as the logic sees it: load, save, pages, size.
-// Room: platform. May use: platform. Real one: platform/image. In-memory one: tests/fakes.
+// Room: platform. Real one: platform/image. In-memory one: tests/fakes.
 #pragma once
 
 #include <cstdint>

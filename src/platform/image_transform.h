@@ -1,5 +1,5 @@
 // The image library's operations on a picture in memory.
-// Room: platform. May use: platform. Real one: platform/image. Recording one: tests/fakes.
+// Room: platform. Real one: platform/image. Recording one: tests/fakes.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Access to one settings file by section and key.
-// Room: platform. May use: the standard library. Real one: platform/posix. In-memory one: tests/fakes.
+// Room: platform. Real one: platform/posix. In-memory one: tests/fakes.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // What the user's locale decides.
-// Room: platform. May use: the standard library. Real one: platform/posix. In-memory one: tests/fakes.
+// Room: platform. Real one: platform/posix. In-memory one: tests/fakes.
 #pragma once
 
 #include <cstdint>

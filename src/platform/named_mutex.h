@@ -1,5 +1,5 @@
 // A lock between processes, known by its name.
-// Room: platform. May use: the standard library. Real one: platform/posix. In-memory one: tests/fakes.
+// Room: platform. Real one: platform/posix. In-memory one: tests/fakes.
 #pragma once
 
 #include <string>

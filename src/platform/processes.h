@@ -1,5 +1,5 @@
 // Other programs: starting one and asking whether it has ended.
-// Room: platform. May use: the standard library. Real one: platform/posix. Scripted one: tests/fakes.
+// Room: platform. Real one: platform/posix. Scripted one: tests/fakes.
 #pragma once
 
 #include <cstdint>

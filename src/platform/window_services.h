@@ -1,5 +1,5 @@
 // What needs a window: boxes, pickers, modal forms, the event pump, the desktop.
-// Room: platform. May use: platform. Real ones: platform/qt, platform/headless. Scripted one: tests/fakes.
+// Room: platform. Real ones: platform/qt, platform/headless. Scripted one: tests/fakes.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Writes a line to a report file and shows it in a box.
-// Room: engine_report. May use: base, platform, forms, translator.
+// Room: report.
 #pragma once
 
 #include <string>

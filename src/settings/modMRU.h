@@ -1,5 +1,5 @@
 // The recently used lists: what a combo box offers again at the next start.
-// Room: shell_settings. May use: base, platform, forms.
+// Room: settings.
 //
 // A list has a section of its own in the settings file, named after the stem, with the keys stem1 to stem20,
 // of which 20 is the newest.

@@ -1,5 +1,5 @@
 // What the program remembers between two starts: the settings of the main form and of its frame.
-// Room: shell_settings. May use: base, platform, forms, sp_catalogue.
+// Room: settings.
 //
 // All of it lies in the file app.sIniFile. A missing file or key gives the default. Values are cut at 499
 // bytes, so a details string of that length comes back without its tail.

@@ -1,5 +1,5 @@
 // Loads the frame and the main form: what happens before either can be used, shown or not.
-// Room: shell. May use: all below.
+// Room: shell.
 #pragma once
 
 struct Application;

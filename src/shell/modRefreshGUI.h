@@ -1,5 +1,5 @@
 // Shows the fields that belong to the chosen action.
-// Room: shell. May use: all below.
+// Room: shell.
 #pragma once
 
 struct Application;

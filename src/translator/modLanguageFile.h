@@ -1,5 +1,5 @@
 // Language files as bytes: what they are written in, and the table that they hold.
-// Room: translator. May use: base, platform, forms.
+// Room: translator.
 //
 // A language file is a list of lines, a pair of English text and translation in each. Nothing is escaped. It
 // is 8-bit text (UTF-8, or Windows-1252 if it isn't that as a whole) or UTF-16, each with or without a mark

@@ -1,5 +1,5 @@
 // The text to show for an English text, and the language that it is shown in.
-// Room: translator. May use: base, platform, forms. May not use: any window but the boxes of WindowServices.
+// Room: translator.
 #pragma once
 
 #include <functional>

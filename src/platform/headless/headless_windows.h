@@ -1,5 +1,5 @@
 // The window services of a run without windows.
-// Room: platform_headless. May use: platform.
+// Room: platform/headless.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // An open file of the host that is closed when it is let go.
-// Room: platform_posix. May use: the standard library.
+// Room: platform/posix.
 #pragma once
 
 #include <fcntl.h>

@@ -1,5 +1,5 @@
 // Finds a name in a folder of the host without regard to case.
-// Room: platform_posix. May use: base.
+// Room: platform/posix.
 #pragma once
 
 #include <chrono>

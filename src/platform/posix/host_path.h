@@ -1,10 +1,9 @@
 // From a path as the user gave it to a path of the host.
-// Room: platform_posix. May use: base.
+// Room: platform/posix.
 //
 // "\" and "/" separate alike, and several count as one. "X:\..." lies below the host folder that drive X is
-// mapped to;
-// "\a\b" is "/a/b"; all else is relative to the process's working folder. What exists is found by its exact
-// name first, then without regard to case, the first in order of bytes.
+// mapped to; "\a\b" is "/a/b"; all else is relative to the process's working folder. What exists is found by
+// its exact name first, then without regard to case, the first in order of bytes.
 #pragma once
 
 #include <functional>

@@ -1,5 +1,5 @@
 // Sections and keys in the text of a settings file.
-// Room: platform_posix. May use: base.
+// Room: platform/posix.
 //
 // A line is a section's head "[name]", a comment that begins with ";", "key=value", or anything else, which
 // is kept but means nothing. Of two sections, or two keys in one section, that are equal without regard to

@@ -1,5 +1,5 @@
 // The clock of the host.
-// Room: platform_posix. May use: platform.
+// Room: platform/posix.
 #pragma once
 
 #include "src/platform/clock.h"

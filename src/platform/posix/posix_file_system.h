@@ -1,5 +1,5 @@
 // The host's files and folders.
-// Room: platform_posix. May use: base, platform.
+// Room: platform/posix.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,5 @@
 // The settings file on the host's disk.
-// Room: platform_posix. May use: base, platform.
+// Room: platform/posix.
 #pragma once
 
 #include <sys/stat.h>

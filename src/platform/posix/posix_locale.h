@@ -1,5 +1,5 @@
 // The user's locale, from the environment.
-// Room: platform_posix. May use: platform.
+// Room: platform/posix.
 #pragma once
 
 #include "src/platform/locale.h"

@@ -1,5 +1,5 @@
 // A lock between processes as an advisory lock on a file.
-// Room: platform_posix. May use: platform.
+// Room: platform/posix.
 #pragma once
 
 #include <map>

@@ -1,5 +1,5 @@
 // Starts programs of the host.
-// Room: platform_posix. May use: base, platform.
+// Room: platform/posix.
 #pragma once
 
 #include <string>

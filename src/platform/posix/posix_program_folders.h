@@ -1,5 +1,5 @@
 // Where the settings and the program's own files lie on this host.
-// Room: platform_posix. May use: base, platform.
+// Room: platform/posix.
 #pragma once
 
 #include <string>

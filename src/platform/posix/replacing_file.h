@@ -1,5 +1,5 @@
 // A file that is being written, and takes the place of the old one only when it is whole.
-// Room: platform_posix. May use: the standard library.
+// Room: platform/posix.
 #pragma once
 
 #include <sys/types.h>

@@ -1,5 +1,5 @@
 // Text files of the host, read line by line and written whole.
-// Room: platform_posix. May use: base, platform.
+// Room: platform/posix.
 #pragma once
 
 #include <cstdint>
