@@ -40,7 +40,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
                 continue;
             // What every load and some saves do to the picture, by the blocks that the file brought along.
             FinishLoaded(aImage);
-            aExifForSave(aImage, {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
+            aExifForSave(aImage,
+                         {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
             bConvertToSrgb(aImage);
             if (!bWhole(aImage))
                 std::abort();

@@ -9,8 +9,9 @@
 
 class FakeFileSystem;
 
-/// A file's pages are numbers, the bytes of its content in the file system that was given, so that the logic finds,
-/// copies and deletes them; a loaded buffer is one pixel wide and holds its page's number as its only byte.
+/// A file's pages are numbers, the bytes of its content in the file system that was given, so that the logic
+/// finds, copies and deletes them; a loaded buffer is one pixel wide and holds its page's number as its only
+/// byte.
 class RecordingImageFile : public ImageFile
 {
 public:

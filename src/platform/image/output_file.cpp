@@ -129,8 +129,8 @@ void OutputFile::Gather(Bytes& aBytes, std::size_t nCount)
     aBytes = aBytes.subspan(nCount);
 }
 
-// What goes to the system ends where its pages do: one that comes in two parts costs twice. A large piece goes
-// there itself, but for its ends.
+// What goes to the system ends where its pages do: one that comes in two parts costs twice. A large piece
+// goes there itself, but for its ends.
 bool OutputFile::Write(Bytes aBytes)
 {
     while (!m_bFailed && !aBytes.empty()) {

@@ -173,8 +173,8 @@ static bool bEncode(const ImageBuffer& aImage, const SaveSettings&, OutputFile& 
         return false;
     WriteHeaders(aImage, nStride, objOut);
 
-    // Row by row from below, gathered into large writes: handing the kernel the rows as they lie in the picture costs it
-    // three times as much.
+    // Row by row from below, gathered into large writes: handing the kernel the rows as they lie in the
+    // picture costs it three times as much.
     static constexpr std::array<std::uint8_t, 3> kFilling{};
     for (std::uint64_t y = nHeight; y-- > 0;) {
         objOut.Write(Bytes(aImage.aBytes).subspan(y * nRowSize, nRowSize));
