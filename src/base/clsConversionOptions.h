@@ -1,4 +1,4 @@
-// The run request: the one record that carries a piece of work through the program.
+// The run request: the record that carries one piece of work through the program.
 // Room: base.
 #pragma once
 
@@ -8,23 +8,23 @@
 /// No file type: none was given, or the extension is unknown.
 constexpr std::int32_t kNoFileType = -12345678;
 
-/// Filled by the command line or by a row of the task table, checked by the validation, run by the engine,
-/// which leaves the outcome in lErr (0 for success) and sErr (translated). The order of the fields is fixed.
+/// Filled in from the command line or from a row of the task table, checked by the validation, and run by the
+/// engine, which leaves the outcome in lErr (0 for success) and sErr (translated). The order of the fields is
+/// fixed.
 struct clsConversionOptions {
-    std::string sActionToDo =
-        "C";  ///< holds "C": a conversion; else holds "S": a special process or a launch
+    std::string sActionToDo = "C";  ///< contains "C": conversion; otherwise "S": special process or launch
     std::string sCurrentBatchJobFile;
-    std::string sOriginalFile;  ///< source path, may hold "*"; for a launch the program
+    std::string sOriginalFile;  ///< source path, may contain "*"; for a launch, the program
     std::int32_t lOriginalFileType = kNoFileType;
-    std::string sTargetFile;  ///< target path, may hold "*"; for a launch the arguments
+    std::string sTargetFile;  ///< target path, may contain "*"; for a launch, its arguments
     std::int32_t lTargetFileType = kNoFileType;
-    bool bVerbose = false;     ///< reports are also shown in a message box
-    bool bVerboseLog = false;  ///< a log row is reported even if the settings name no report file
+    bool bVerbose = false;     ///< also show reports in a message box
+    bool bVerboseLog = false;  ///< report log rows even if the settings name no report file
     bool bDoSubfolders = false;
     bool bSaveInOriginalFolder = false;
-    bool bExportFormula = false;         ///< carried from the row's flags; nothing reads it
-    std::int32_t lConversionMethod = 1;  ///< 1: through the image library; any other value converts nothing
-    std::string sExtraParams = "1";      ///< details, fields joined by "^"
+    bool bExportFormula = false;         ///< copied from the row's flags; never read
+    std::int32_t lConversionMethod = 1;  ///< 1: use the image library; any other value converts nothing
+    std::string sExtraParams = "1";      ///< details: fields joined by "^"
     bool bOpenButDoNotRun = false;
     std::int32_t lSpecialProcess = 0;
     std::int32_t lCommandLineExitCode = 0;
@@ -33,8 +33,7 @@ struct clsConversionOptions {
     std::string sCLBatchJobFile;
     std::string sErr;
     std::int32_t lErr = 0;
-    // Declared so that the record keeps its shape: the values that reach the image library come from
-    // sExtraParams.
+    // Never read, but part of the record: the values that reach the image library come from sExtraParams.
     std::int32_t lTiffCompression = 0;
     std::int32_t lJPEGQuality = 75;
     std::string sImageInfoTitle;

@@ -1,4 +1,4 @@
-// Reads numbers from text strictly, by their leading digits, or not at all.
+// Parses and formats numbers.
 #include "src/base/number_text.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 #include "src/base/raised_error.h"
 #include "src/base/text.h"
 
-// The number as std::from_chars reads it: "." for the decimal sign, no thousands, no sign "+".
+// Normalises a number for std::from_chars: "." as decimal sign, no thousands separators, no leading "+".
 static std::optional<std::string> sPlainNumber(std::string_view sText, char cDecimalSign)
 {
     std::string sPlain = sTrim(sText);
@@ -27,7 +27,7 @@ static std::optional<std::string> sPlainNumber(std::string_view sText, char cDec
         return std::nullopt;
     if (sPlain.starts_with("+"))
         sPlain.erase(0, 1);
-    // from_chars would take "inf", "nan" and "nan(1)" as well.
+    // from_chars would also accept "inf", "nan" and "nan(1)".
     if (sPlain.find_first_not_of("0123456789.eE+-") != std::string::npos)
         return std::nullopt;
     return sPlain;
@@ -45,7 +45,7 @@ static std::optional<double> dParse(std::string_view sText, char cDecimalSign)
     if (nError != std::errc::result_out_of_range)
         return dValue;
     if (bContains(sLower(*sPlain), "e-"))
-        return 0;  // too small to be told from nothing
+        return 0;  // underflow
     throw clsRaisedError(kErrOverflow, "Overflow");
 }
 

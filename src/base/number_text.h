@@ -1,4 +1,4 @@
-// Numbers and truth values read from text and written as text.
+// Parses numbers and Booleans from text and formats them.
 // Room: base.
 #pragma once
 
@@ -6,28 +6,29 @@
 #include <string>
 #include <string_view>
 
-/// A decimal number with optional blanks around it, sign, decimals and exponent. "," is the decimal sign
-/// where the locale says so (cDecimalSign); a text with one "." and no "," is read with "." as the decimal
-/// sign in every locale. Where "," is not the decimal sign it may separate thousands.
+/// True for a decimal number, optionally with surrounding spaces, a sign, decimals and an exponent. "," is
+/// the decimal sign if the locale says so (cDecimalSign), and otherwise may separate thousands. A text with
+/// exactly one "." and no "," is read with "." as the decimal sign in every locale.
 bool bIsNumeric(std::string_view sText, char cDecimalSign = '.');
 
-/// The number of such a text. Raises kErrTypeMismatch "Type mismatch" for any other text.
+/// Parses such a number. Raises kErrTypeMismatch "Type mismatch" for any other text.
 double dToDouble(std::string_view sText, char cDecimalSign = '.');
 
-/// The same rounded to a whole number, halves to even. Raises kErrOverflow "Overflow" beyond 32 bits.
+/// Same, rounded to an integer, ties to even. Raises kErrOverflow "Overflow" if the result doesn't fit 32
+/// bits.
 std::int32_t lToLong(std::string_view sText, char cDecimalSign = '.');
 
-/// "True" and "False" without regard to case, or a number, of which 0 alone is False. Raises kErrTypeMismatch
-/// else.
+/// Accepts "True" and "False" in any case, or a number, where only 0 is False. Raises kErrTypeMismatch for
+/// anything else.
 bool bToBoolean(std::string_view sText, char cDecimalSign = '.');
 
-/// The number that the text begins with, 0 if there is none; never raises. Beyond 32 bits it stays at the
-/// limit.
+/// Parses the digits that sText starts with; 0 if there are none. Never raises; clamps to 32 bits.
 std::int32_t lLeadingNumber(std::string_view sText);
 
-/// One decimal, at least one digit before it, halves away from zero: the formats "##0.0" and "#0.0".
+/// Formats with one decimal and at least one digit before it, rounding half away from zero: the formats
+/// "##0.0" and "#0.0".
 std::string sFormatOneDecimal(double dValue, char cDecimalSign = '.');
 
-/// The number as plain text, as short as still gives the same number when it is read. Only the very large and
-/// the very small have an exponent.
+/// The shortest text that parses back to the same number. Only very large and very small numbers get an
+/// exponent.
 std::string sFromDouble(double dValue, char cDecimalSign = '.');

@@ -1,11 +1,11 @@
-// Takes paths apart and joins them.
+// Splits and joins paths.
 #include "src/base/path_text.h"
 
 #include "src/base/text.h"
 
 static constexpr std::string_view kSeparators = "\\/";
 
-// The length of "C:\", "C:", "\" or "/" at the head of a path: the part that has no parent.
+// Length of the root, the part that has no parent: "C:\", "C:", "\" or "/".
 static std::size_t nRootLength(std::string_view sPath)
 {
     const bool bDrive = sPath.size() >= 2 && sPath[1] == ':';

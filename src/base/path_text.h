@@ -1,37 +1,37 @@
-// Paths as texts: their parts and their joins, without asking the disk.
+// Splits and joins path strings without touching the disk.
 // Room: base.
 //
-// "\" and "/" separate alike. A path keeps the style in which the user gave it: a join uses the last
-// separator that the text holds, and a text with none uses the host's "/".
+// Both "\" and "/" are separators. A path keeps the user's style: joining reuses the last separator in the
+// path, or the host's "/" if it has none.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-/// The separator that a join to this text uses.
+/// The separator to use when appending to this path.
 char cSeparatorOf(std::string_view sPath);
 
-/// All up to and with the last separator; "" if there is none.
+/// Everything up to and including the last separator; "" if there is none.
 std::string sFolderOfPath(std::string_view sPath);
 
-/// Trimmed text after the last "."; "" if there is none. The whole text is searched, folders included.
+/// The trimmed text after the last "."; "" if there is none. Searches the whole path, folders included.
 std::string sExtensionOfPath(std::string_view sPath);
 
-/// The folder that the last component lies in, without a separator at its end, except for a root, which keeps
-/// it ("C:\", "/"). "" for a root and for a lone name. Separators at the end of sPath don't count.
+/// The folder that contains the last component, without a trailing separator unless it is a root ("C:\",
+/// "/"). "" for a root or a bare name. Trailing separators of sPath are ignored.
 std::string sGetParentFolderName(std::string_view sPath);
 
-/// The last component without its extension, and the extension alone (no "."); only the last component is
-/// searched.
+/// The last component without its extension, and the extension alone (no "."). Dots in folder names don't
+/// count.
 std::string sGetBaseName(std::string_view sPath);
 std::string sGetExtensionName(std::string_view sPath);
 
-/// The folder with one separator at its end, ready for a name to be appended. A root isn't doubled: ":\\" is
-/// ":\" and "//" is "/". An empty folder gives the host's separator.
+/// The folder with exactly one trailing separator, ready for a name to be appended. A root isn't doubled:
+/// ":\\" becomes ":\" and "//" becomes "/". An empty folder becomes the host's separator.
 std::string sWithSeparator(std::string_view sFolder);
 
-/// The part of sPath before the separators at its end; a root ("C:\", "/") keeps its own.
+/// sPath without trailing separators; a root ("C:\", "/") keeps its separator.
 std::string_view sWithoutTrailingSeparators(std::string_view sPath);
 
-/// True when the last character is "\" or "/".
+/// True if the last character is "\" or "/".
 bool bEndsInSeparator(std::string_view sPath);

@@ -1,4 +1,4 @@
-// The error that ends a run: a number and a description, caught once above the run.
+// The error that ends a run: a number and a description.
 // Room: base.
 #pragma once
 
@@ -14,7 +14,7 @@ constexpr std::int32_t kErrBadFileName = 52;
 constexpr std::int32_t kErrFileNotFound = 53;
 constexpr std::int32_t kErrPathFileAccess = 75;
 
-/// Thrown only where a failure is to end a run rather than to be recorded in lErr and sErr.
+/// Thrown only by failures that must end the run; all others are recorded in lErr and sErr.
 class clsRaisedError : public std::runtime_error
 {
 public:

@@ -1,4 +1,4 @@
-// Trimming, case, splitting and joining.
+// Trims, lower-cases, splits and joins UTF-8 text.
 #include "src/base/text.h"
 
 #include <algorithm>
@@ -21,8 +21,7 @@ std::string sTrim(std::string_view sText)
     return sLTrim(sRTrim(sText));
 }
 
-// Lower case of a code point that UTF-8 writes in two bytes, and whose lower case it writes in two bytes as
-// well.
+// Lower-cases a code point whose upper and lower case both take two bytes in UTF-8.
 static std::uint32_t nLowerTwoByte(std::uint32_t nCode)
 {
     const bool bLatin1 = nCode >= 0xC0 && nCode <= 0xDE && nCode != 0xD7;
@@ -118,7 +117,7 @@ std::string sReplaceAll(std::string_view sText, std::string_view sFind, std::str
 
 std::int32_t lLetters(std::string_view sText)
 {
-    // Every byte but those that continue a letter begins one.
+    // Count every byte that isn't a continuation byte.
     return static_cast<std::int32_t>(std::count_if(
         sText.begin(), sText.end(), [](char c) { return (static_cast<std::uint8_t>(c) & 0xC0) != 0x80; }));
 }

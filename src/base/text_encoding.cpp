@@ -9,7 +9,7 @@
 static constexpr std::uint32_t kNoCharacter = 0xFFFFFFFF;
 static constexpr std::uint32_t kReplacement = 0xFFFD;
 
-// The characters of the bytes 80 to 9F; all others have their own number.
+// Code points of the bytes 80 to 9F; every other byte is its own code point.
 static constexpr std::array<std::uint16_t, 32> kWindows1252 = {
     0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -20,8 +20,8 @@ static std::uint32_t nByteAt(std::string_view sBytes, std::size_t i)
     return static_cast<std::uint8_t>(sBytes[i]);
 }
 
-// The character that begins at i, which moves behind it; kNoCharacter, and i one further, where there is
-// none.
+// Decodes the character at i and advances i past it. Malformed input gives kNoCharacter and advances by one
+// byte.
 static std::uint32_t nNextCharacter(std::string_view sBytes, std::size_t& i)
 {
     const std::uint32_t nFirst = nByteAt(sBytes, i++);
@@ -68,7 +68,7 @@ bool bIsUtf8(std::string_view sBytes)
 {
     std::size_t i = 0;
     while (i < sBytes.size()) {
-        // Most texts are nearly all ASCII: eight bytes at a time while none has its high bit set.
+        // Most texts are nearly all ASCII: skip eight bytes at a time while no high bit is set.
         std::uint64_t nEight = 0;
         while (i + sizeof nEight <= sBytes.size()) {
             std::memcpy(&nEight, sBytes.data() + i, sizeof nEight);
@@ -86,8 +86,8 @@ std::size_t nWholeCharacters(std::string_view sBytes, std::size_t nLimit)
 {
     if (sBytes.size() <= nLimit)
         return sBytes.size();
-    // A character has at most three bytes behind its first; a text with more of them isn't UTF-8 and is cut
-    // as it is.
+    // A character has at most three continuation bytes. If there are more, this isn't UTF-8: cut at the
+    // limit.
     for (std::size_t nCut = nLimit; nCut + 4 > nLimit; --nCut) {
         if ((nByteAt(sBytes, nCut) & 0xC0) != 0x80)
             return nCut;
