@@ -1,4 +1,4 @@
-// Reads and writes the letters and the lines of a language file.
+// Decodes, parses and encodes language files.
 #include "src/translator/modLanguageFile.h"
 
 #include "src/base/text.h"
@@ -21,7 +21,7 @@ LanguageFileFormat iFormatOfLanguageFile(std::string_view sBytes)
 {
     const std::string_view sLittle = sWithoutMark(sBytes, kMarkLittleEndian);
     const std::string_view sBig = sWithoutMark(sBytes, kMarkBigEndian);
-    // UTF-16 is asked first: without its mark, the quote's low byte would pass as the quote of an 8-bit text.
+    // Check for UTF-16 first: without a mark, the quote's low byte would pass for the quote of an 8-bit file.
     if (sLittle.starts_with(kQuoteLittleEndian) || sBig.starts_with(kQuoteBigEndian))
         return LanguageFileFormat::Utf16;
     if (sWithoutMark(sBytes, kMarkUtf8).starts_with('"'))
@@ -76,7 +76,7 @@ std::string sLineEndOf(std::string_view sText)
     return nEnd != std::string_view::npos && nEnd > 0 && sText[nEnd - 1] == '\r' ? "\r\n" : "\n";
 }
 
-// The text less its first, or its last, character; an empty one stays empty.
+// Drop the first, or the last, character; an empty text stays empty.
 static std::string_view sLessFirst(std::string_view sText)
 {
     std::size_t nLength = sText.empty() ? 0 : 1;
@@ -103,8 +103,8 @@ static void ReadLine(std::string_view sLine, std::unordered_map<std::string, std
         dictTranslations.try_emplace(sText, sText);
         return;
     }
-    // A second `","` cuts the value off, and the value then loses its last letter instead of a quote:
-    // translators know the rule by what it does.
+    // A second `","` ends the value, which then loses its last character instead of a closing quote. This is
+    // intentional: existing language files rely on it.
     const std::string_view sRest = sLine.substr(nBetween + kBetween.size());
     dictTranslations.try_emplace(std::string(sLessFirst(sLine.substr(0, nBetween))),
                                  sLessLast(sRest.substr(0, sRest.find(kBetween))));

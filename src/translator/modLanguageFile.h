@@ -1,9 +1,8 @@
-// Language files as bytes: what they are written in, and the table that they hold.
+// Language files: encoding detection and the table of translations.
 // Room: translator.
 //
-// A language file is a list of lines, a pair of English text and translation in each. Nothing is escaped. It
-// is 8-bit text (UTF-8, or Windows-1252 if it isn't that as a whole) or UTF-16, each with or without a mark
-// at its head.
+// Each line of a language file holds an English text and its translation; nothing is escaped. The file is
+// 8-bit (UTF-8 if all of it is valid UTF-8, else Windows-1252) or UTF-16, with or without a byte order mark.
 #pragma once
 
 #include <string>
@@ -12,22 +11,21 @@
 
 #include "src/forms/translator_state.h"
 
-/// Decided by the first character of the first line, which must be a double quote in one of the two readings.
+/// Detects the format from the first character, which must be a double quote in either reading.
 LanguageFileFormat iFormatOfLanguageFile(std::string_view sBytes);
 
-/// The encoding within a format; UTF-8 for one that is unreadable.
+/// The encoding within that format; UTF-8 if the format is Unreadable.
 LanguageFileEncoding eEncodingOfLanguageFile(std::string_view sBytes, LanguageFileFormat iFormat);
 
-/// The text of such a file as UTF-8, without the mark.
+/// Decodes a file to UTF-8, without the byte order mark.
 std::string sDecodeLanguageFile(std::string_view sBytes, LanguageFileEncoding eEncoding);
 
-/// A text as such a file holds it, without a mark.
+/// Encodes text to append to a file, without a byte order mark.
 std::string sEncodeForLanguageFile(std::string_view sText, LanguageFileEncoding eEncoding);
 
-/// CR LF if the first line ends in it, else LF.
+/// CR LF if the first line ends in it, otherwise LF.
 std::string sLineEndOf(std::string_view sText);
 
-/// Adds the pairs of a decoded file to the table, up to the line that ends it. A key that is there keeps its
-/// value.
+/// Adds the pairs of a decoded file to the table, up to the terminator line. Existing keys keep their value.
 void ReadLanguageTable(std::string_view sText,
                        std::unordered_map<std::string, std::string>& dictTranslations);

@@ -1,4 +1,4 @@
-// Chooses the language at start, and looks texts up in its table.
+// Chooses the language at startup and looks up translations.
 #include "src/translator/modTranslator.h"
 
 #include <cstdint>
@@ -31,7 +31,7 @@ std::string sTranslate(Application& app, const std::string& sText)
     const auto itFound = objTranslator.dictTranslations.find(sText);
     if (itFound != objTranslator.dictTranslations.end())
         return itFound->second;
-    // Into the table first: a failing append shows a box, whose texts are translated in turn.
+    // Enter it into the table first: if appending fails, the message box translates its own texts.
     objTranslator.dictTranslations.emplace(sText, sText);
     if (!bIsEnglish(objTranslator))
         AddToLanguageFile(app, sText);
@@ -162,7 +162,7 @@ void InitializeTranslator(Application& app, const SelectLanguage& fnSelectLangua
         app.svc.objWindows.MsgBox(std::string(objError.what()) + "\nDefaulting to English", "Error",
                                   BoxIcon::Warning, BoxButtons::Ok);
         objTranslator.sLanguage = "English";
-        // The file is let go with the language, and with it what part of it was read.
+        // Forget the file and whatever part of it was read.
         objTranslator.sLanguageFile.clear();
         objTranslator.dictTranslations.clear();
         SetLanguageCode(app, objTranslator.sLanguage);

@@ -1,4 +1,4 @@
-// The text to show for an English text, and the language that it is shown in.
+// Translates the program's English texts into the user's language.
 // Room: translator.
 #pragma once
 
@@ -7,37 +7,37 @@
 
 #include "src/forms/Application.h"
 
-/// The text to show for sText, which is the key as it stands, composed texts included. Never fails. A text
-/// that the table doesn't hold is entered into it as its own translation and, in a language other than
-/// English, appended to the language file, so that translators find there what they still have to do.
+/// Translates sText, which is the lookup key exactly as passed, composed texts included. Never fails. A text
+/// missing from the table is added as its own translation and, if the language isn't English, appended to the
+/// language file, where translators find what is left to do.
 std::string sTranslate(Application& app, const std::string& sText);
 
-/// Lets the user choose a language when the program starts for the first time in a foreign locale: leaves the
-/// choice in sLanguage and sLanguageFont, and shows no message.
+/// Lets the user pick a language when the program first starts in a non-English locale. Stores the choice in
+/// sLanguage and sLanguageFont, and shows no message.
 using SelectLanguage = std::function<void(Application& app)>;
 
-/// Fills app.objTranslator at the start of the process: locale, language, table, font. app.sIniFile must be
-/// set. A language that can't be had is told in a box, and from then on the language is English, in the
-/// settings too. Without fnSelectLanguage, which is a run without windows, nobody is asked and a first start
-/// writes nothing.
+/// Fills app.objTranslator at startup: locale, language, table, font. Needs app.sIniFile. If the language
+/// can't be loaded, a message box says so and the language becomes English, in the settings too. Without
+/// fnSelectLanguage (a run without windows) the user isn't asked, and a first start writes no settings.
 void InitializeTranslator(Application& app, const SelectLanguage& fnSelectLanguage = {});
 
-/// The settings of section "Language": "" if there are none.
+/// Settings in section "Language"; "" if missing.
 std::string sGetLanguageCode(Application& app);
 std::string sGetLanguageFont(Application& app);
 void SetLanguageCode(Application& app, const std::string& sLanguage);
 void SetLanguageFont(Application& app, const std::string& sFont);
 
-/// Where the file of a language lies, whether or not there is one.
+/// Path of a language's file, whether or not it exists.
 std::string sLanguageFilePath(const Application& app, const std::string& sName);
 
-/// LanguageFileFormat::Unreadable also for a file that is empty or missing.
+/// Returns Unreadable for an empty or missing file too.
 LanguageFileFormat iDetectLanguageFileFormat(const Application& app, const std::string& sPath);
 
-/// Reads sLanguageFile into the table, which is emptied first. False when the file can't be read.
+/// Replaces the table by the contents of sLanguageFile. False if the file can't be read; the table is then
+/// empty.
 bool bLoadLanguageFile(Application& app);
 
-/// Appends a text without translation to the language file, on a line of its own, in the file's encoding and
-/// line end. Nothing happens for blanks or without a language file. The first failure of a process is shown
-/// in a box.
+/// Appends an untranslated text to the language file as a line in the file's own encoding and line ending.
+/// Does nothing for blank text or without a language file. Only the first failure in a process shows a
+/// message box.
 void AddToLanguageFile(Application& app, const std::string& sText);
