@@ -1,4 +1,4 @@
-// What one process has: the services of the platform, the forms, and the state that all routines share.
+// Everything a process owns: platform services, forms and shared state.
 // Room: forms.
 #pragma once
 
@@ -23,7 +23,7 @@ class ProcessLauncher;
 class ProgramFolders;
 class WindowServices;
 
-/// The platform's services, lent for the life of the Application.
+/// References to the platform services, which must outlive the Application.
 struct Services {
     FileSystem& objFileSystem;
     IniFile& objIniFile;
@@ -38,21 +38,19 @@ struct Services {
     ProcessLauncher& objProcessLauncher;
 };
 
-/// Made once by main (or by a test, with services in memory) and handed to the routines as their first
-/// argument.
+/// Created once by main (in tests, with in-memory services) and passed to routines as their first argument.
 struct Application {
     explicit Application(Services objServices) : svc(objServices) {}
 
     Services svc;
 
-    std::string sIniFile;           ///< path of the settings file
-    std::string sHelpFile;          ///< name of the help file
-    bool bCommandLineMode = false;  ///< the run loop and the validation show no box of their own
-    bool bInternalGridChange =
-        false;  ///< code, not the user, is changing a grid or a field: its handlers do nothing
-    bool bMainFormsLoaded = false;     ///< frame and main form have their lists, tables and settings
-    bool bReportFailureShown = false;  ///< one box about an unwritable report file is enough
-    bool bDoubleByteLocale = false;  ///< the locale's letters are wide: no bold headers, a wider "Do" column
+    std::string sIniFile;              ///< path of the settings file
+    std::string sHelpFile;             ///< name of the help file
+    bool bCommandLineMode = false;     ///< the run loop and the validation show no message boxes
+    bool bInternalGridChange = false;  ///< code is changing a grid or field: its handlers do nothing
+    bool bMainFormsLoaded = false;     ///< the frame and main form are loaded: lists, tables and settings
+    bool bReportFailureShown = false;  ///< the unwritable report file has been reported
+    bool bDoubleByteLocale = false;    ///< East Asian locale: no bold headers, a wider "Do" column
 
     TranslatorState objTranslator;
     ::frmMainMDI frmMainMDI;

@@ -1,4 +1,4 @@
-// The list of texts that the user entered last in one combo box. Its routines are in shell/modMRU.h.
+// The most recently used texts of one combo box. settings/modMRU.h has the routines.
 // Room: forms.
 #pragma once
 
@@ -7,9 +7,8 @@
 #include <vector>
 
 struct clsMRU {
-    std::vector<std::string>
-        colMRU;                  ///< oldest first, no two equal without regard to case; may outgrow the limit
-    std::int32_t lMaxCount = 0;  ///< kept, but writing has its own limit
-    std::string sKeyStem;        ///< name of the section, and head of the keys' names
-    std::string sIniFile;        ///< path of the settings file
+    std::vector<std::string> colMRU;  ///< oldest first, unique ignoring case; may exceed lMaxCount
+    std::int32_t lMaxCount = 0;       ///< stored only; saving has its own limit
+    std::string sKeyStem;             ///< section name and prefix of the keys
+    std::string sIniFile;             ///< path of the settings file
 };

@@ -1,4 +1,4 @@
-// The main form: the task and log tables, the fields of both actions, and the state of a run.
+// The main form: task and log tables, the fields of both actions, and the state of a run.
 // Room: forms.
 #pragma once
 
@@ -12,10 +12,10 @@
 #include "src/forms/clsMRU.h"
 #include "src/forms/window_place.h"
 
-/// Task rows stand in fgToDo from row 1 to Rows() - 2, between the header and the marker row.
+/// Tasks are rows 1 to Rows() - 2 of fgToDo, between the header and the marker row.
 constexpr std::int32_t kToDoColumns = 11;
 constexpr std::int32_t kLogColumns = 12;
-/// Details strings are kept for the process numbers 0 to 100.
+/// Details strings are stored for process numbers 0 to 100.
 constexpr std::int32_t kSpecialProcessSlots = 101;
 
 struct frmMain : Form {
@@ -26,7 +26,7 @@ struct frmMain : Form {
     Grid fgLog{*this, "fgLog", kLogColumns};
     TabStrip ts{*this, "ts"};
 
-    // Which set of fields counts
+    // Choice of action
     OptionButton rbActionToDoConversion{*this, "rbActionToDo(0)"};
     OptionButton rbActionToDoSpecialized{*this, "rbActionToDo(1)"};
     Frame frameSpecializedAction{*this, "frameSpecializedAction"};
@@ -69,7 +69,7 @@ struct frmMain : Form {
     ComboBox cbCommandLineThreadPriority{*this, "cbCommandLineThreadPriority"};
     TextBox txtCommandLineWaitTimeInSeconds{*this, "txtCommandLineWaitTimeInSeconds"};
 
-    // Commands of the form, the toolbar tbMain and its drop-down
+    // Buttons of the form, of the toolbar tbMain and of its drop-down
     CommandButton cmdAdd{*this, "cmdAdd"};
     CommandButton cmdUpdate{*this, "cmdUpdate"};
     CommandButton cmdRemove{*this, "cmdRemove"};
@@ -89,32 +89,32 @@ struct frmMain : Form {
 
     // State of a run
     bool bRunning = false;
-    std::int64_t lJobStartTick = 0;     ///< milliseconds of the tick counter
+    std::int64_t lJobStartTick = 0;     ///< in milliseconds of the tick counter
     std::int32_t lResumeFileIndex = 0;  ///< position in a wildcard task's file list, from 1; 0 for none
-    std::string sCurrentFile;           ///< the file in work
+    std::string sCurrentFile;           ///< file being processed
 
-    // What the image library was last told: a details field that is no number leaves its value
+    // Last values passed to the image library: a malformed details field keeps them
     std::int32_t lTIFFCompression = 0;
     std::int32_t lJPEGQuality = 75;
 
-    // State of the editing
-    std::string sActionToDo = "C";       ///< "C" or "S": which set of fields counts
+    // Editing state
+    std::string sActionToDo = "C";       ///< "C" or "S": selects the set of fields in use
     std::int32_t lConversionMethod = 1;  ///< 1 for "C", 4 for "S"
     bool bDirtyConversionItem = false;   ///< the fields differ from their row
     std::string sImageConversionOptions;
     std::string sCurrentJobFile;     ///< "" at start, "*" after New, else the job file's path
-    bool bToDoGridWasSetUp = false;  ///< the first set-up of the table formats it differently from later ones
+    bool bToDoGridWasSetUp = false;  ///< the first setup formats the table differently from later ones
 
     // Settings
     bool bAutoLoadImages = true;
     bool bDeleteOriginalFileAfterProcessing = false;
     bool bTryAutodetectIfFailed = true;
-    std::string sLogFile;                                        ///< report file of the settings
-    std::array<std::string, kSpecialProcessSlots> asSP_Details;  ///< the last details string of each process
+    std::string sLogFile;                                        ///< report file
+    std::array<std::string, kSpecialProcessSlots> asSP_Details;  ///< last details string of each process
 
     WindowPlace objPlace;
 
-    // The texts last entered into the combo boxes of these names
+    // Most recently used texts of the combo boxes
     clsMRU mruSource;
     clsMRU mruTarget;
     clsMRU mruSourceSpecialized;
@@ -122,7 +122,7 @@ struct frmMain : Form {
     clsMRU mruCommandLine;
     clsMRU mruCommandLineArguments;
 
-    // Extension in lower case to the index of its entry, filled with the two combo boxes
+    // Lower-case extension to list index, filled together with the two combo boxes
     std::map<std::string, std::int32_t> colExtensionsOriginal;
     std::map<std::string, std::int32_t> colExtensionsTarget;
 };

@@ -1,4 +1,4 @@
-// The frame window: status bar and menus around the main form.
+// The frame window: the status bar and menus around the main form.
 // Room: forms.
 #pragma once
 
@@ -9,10 +9,10 @@
 
 // Panels of sbMain, counted from 1.
 constexpr std::int32_t kPanelProgress = 2;  ///< what is being loaded or listed
-constexpr std::int32_t kPanelTask = 3;      ///< running count of the run's tasks
+constexpr std::int32_t kPanelTask = 3;      ///< number of the current task
 constexpr std::int32_t kPanelPercent = 6;   ///< progress within a wildcard task
-constexpr std::int32_t kPanelFile = 8;      ///< the file in work
-constexpr std::int32_t kPanelSeconds = 11;  ///< seconds since the run began
+constexpr std::int32_t kPanelFile = 8;      ///< file being processed
+constexpr std::int32_t kPanelSeconds = 11;  ///< seconds since the start of the run
 
 struct frmMainMDI : Form {
     frmMainMDI() : Form("frmMainMDI") {}
@@ -29,7 +29,7 @@ struct frmMainMDI : Form {
     Action mnuPause{*this, "mnuPause"};
     Action mnuRewindConversionJob{*this, "mnuRewindConversionJob"};
 
-    bool bHourglass = false;  ///< the screen's mouse pointer shows that work goes on
+    bool bHourglass = false;  ///< the mouse pointer is an hourglass
     bool bMinimized = false;
     WindowPlace objPlace;
 };

@@ -1,4 +1,4 @@
-// The start banner.
+// The splash screen.
 // Room: forms.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The scheduler's form, as far as a run asks about it.
+// The scheduler form, reduced to what a run needs.
 // Room: forms.
 #pragma once
 
@@ -7,6 +7,6 @@
 struct frmScheduler : Form {
     frmScheduler() : Form("frmScheduler") {}
 
-    bool bPersistRunning = false;  ///< the timer is to start with the program
-    bool bTimerEnabled = false;    ///< the timer is on
+    bool bPersistRunning = false;  ///< start the timer with the program
+    bool bTimerEnabled = false;    ///< the timer is running
 };

@@ -1,4 +1,4 @@
-// The notice that a source's extension and its type disagree.
+// The warning that a source's extension doesn't match its type.
 // Room: forms.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Where a form's window stands, and in which state it is.
+// Position and state of a form's window.
 // Room: forms.
 #pragma once
 
@@ -8,7 +8,7 @@ constexpr std::int32_t kWindowNormal = 0;
 constexpr std::int32_t kWindowMinimized = 1;
 constexpr std::int32_t kWindowMaximized = 2;
 
-/// Kept by whoever draws the form; the place is that of the normal state, in twips.
+/// Maintained by the view; the position is that of the normal state, in twips.
 struct WindowPlace {
     std::int32_t lWindowState = kWindowNormal;
     std::int32_t lLeft = 0;
