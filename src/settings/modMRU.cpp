@@ -1,4 +1,4 @@
-// Keeps the recently used lists and fills their combo boxes.
+// Loads, updates and saves the MRU lists and fills their combo boxes.
 #include "src/settings/modMRU.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 static constexpr std::int32_t kEntriesKept = 20;
 static constexpr std::int32_t kBufferSize = 500;
-// Stands for a missing key. An entry can't be this text: it would not be read back.
+// Default for a missing key. An entry with this text would be lost on reading.
 static const std::string kMissing = "+-!#";
 
 static std::string sKey(const clsMRU& mru, std::int32_t lNumber)

@@ -1,8 +1,8 @@
-// The recently used lists: what a combo box offers again at the next start.
+// Most recently used lists, which combo boxes offer again after a restart.
 // Room: settings.
 //
-// A list has a section of its own in the settings file, named after the stem, with the keys stem1 to stem20,
-// of which 20 is the newest.
+// Each list has a section in the settings file, named after its key stem, with keys stem1 to stem20; 20 is
+// the newest.
 #pragma once
 
 #include <cstdint>
@@ -14,31 +14,30 @@ struct Application;
 class ComboBox;
 class IniFile;
 
-/// Begins a list anew from what the settings file holds.
+/// Initialises the list from the settings file.
 void Setup(clsMRU& mru, const IniFile& objIniFile, std::int32_t lMaxCount, const std::string& sIniFile,
            const std::string& sKeyStem);
 
-/// Writes the list and lets it go.
+/// Saves and clears the list.
 void ShutDown(clsMRU& mru, IniFile& objIniFile);
 
-/// Makes sText the newest entry. One that is there already, in whatever case, moves and takes the new form.
-/// An empty text is ignored.
+/// Makes sText the newest entry. An existing entry that differs only in case is replaced. Ignores an empty
+/// text.
 void AddUniqueItemToCollection(clsMRU& mru, const std::string& sText);
 
-/// Writes the newest twenty to the keys from 20 downwards. The keys below a shorter list keep what they held,
-/// and what they held comes back at the next start.
+/// Writes the newest twenty entries to keys 20 downwards. A shorter list leaves the lower keys alone, so
+/// older entries come back at the next start.
 void WriteCollectionToIniFile(const clsMRU& mru, IniFile& objIniFile);
 
-/// Replaces the entries by those of the settings file; missing numbers are skipped.
+/// Replaces the list with the entries of the settings file; skips missing numbers.
 void ReadIniFileIntoCollection(clsMRU& mru, const IniFile& objIniFile);
 
 std::int32_t Count(const clsMRU& mru);
 
-/// Offers the entries, newest first, and shows the newest. The box's handlers do nothing meanwhile
+/// Fills the combo box, newest first, and selects the newest. Change handlers are suppressed
 /// (bInternalGridChange).
 void FillComboBoxFromMRU(Application& app, ComboBox& cb, const clsMRU& mru);
 
-/// Enters the texts of the form's fields into their lists and offers them again: those of a conversion while
-/// the form's action is "C", those of a special process and a launch while it is "S", none for any other
-/// action.
+/// Adds the texts of the form's combo boxes to their lists and refills them: for action "C" those of a
+/// conversion, for "S" those of a special process and a launch, for any other action none.
 void UpdateMRUs(Application& app);

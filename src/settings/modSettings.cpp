@@ -1,4 +1,4 @@
-// Reads and writes the settings of the main form and of its frame, key by key.
+// Loads and saves the settings of the main form and its frame window, key by key.
 #include "src/settings/modSettings.h"
 
 #include <cstdint>
@@ -21,8 +21,7 @@ static constexpr std::int32_t kRecentTexts = 20;
 static constexpr WindowPlace kFirstPlaceOfMain = {kWindowNormal, 1000, 1000, 6500, 7200};
 static constexpr WindowPlace kFirstPlaceOfMDI = {kWindowNormal, 150, 150, 11000, 7000};
 
-// Column widths of a first start, in twips. A width of -1 is that of the "Do" column, which depends on the
-// locale.
+// Default column widths in twips; -1 is the "Do" column, whose width depends on the locale.
 static constexpr std::int32_t kWidthOfDo = -1;
 static constexpr std::int32_t kLogWidths[kLogColumns] = {0, 0,    445, kWidthOfDo, 0,   0,
                                                          0, 3875, 0,   495,        445, 12380};
@@ -31,7 +30,7 @@ static constexpr std::int32_t kToDoWidths[kToDoColumns] = {0,   0,    445, kWidt
 
 namespace
 {
-/// The keys of one section.
+/// Reads and writes the keys of one section.
 class Section
 {
 public:
@@ -47,12 +46,12 @@ public:
     {
         return lToLong(sRead(sKey, sDefault), m_app.svc.objLocale.cDecimalSign());
     }
-    /// "TRUE" in any case; every other text is False.
+    /// True for "TRUE" in any case, False for everything else.
     bool bReadTrue(const std::string& sKey, const std::string& sDefault) const
     {
         return bEqualIgnoringCase(sRead(sKey, sDefault), "TRUE");
     }
-    /// The whole number that the value begins with; never raises.
+    /// The integer that the value starts with; never raises.
     std::int32_t lReadInteger(const std::string& sKey, std::int32_t lDefault) const
     {
         return m_app.svc.objIniFile.GetPrivateProfileInt(m_sName, sKey, lDefault, m_app.sIniFile);
@@ -68,7 +67,7 @@ private:
     std::string m_sName;
 };
 
-/// Code changes fields within the scope, and their handlers do nothing; an error that is raised ends it too.
+/// Suppresses change handlers until the end of the scope, even if an error is raised.
 class InternalChange
 {
 public:
@@ -149,7 +148,7 @@ static void ReadPlace(const Section& objSection, WindowPlace& objPlace, const Wi
     objPlace.lHeight = objSection.lReadInteger("Height", objDefault.lHeight);
 }
 
-// A window that is closed while it is minimised or fills the screen leaves its last normal place in the file.
+// A minimised or maximised window keeps its last normal position in the file.
 static void SavePlace(const Section& objSection, const WindowPlace& objPlace)
 {
     objSection.Write("WindowState", objPlace.lWindowState);
@@ -169,8 +168,8 @@ static void ReadSwitches(Application& app, const Section& objSection)
         objSection.bReadTrue("bDeleteOriginalFileAfterProcessing", "FALSE");
     frm.bTryAutodetectIfFailed = objSection.bReadTrue("bTryAutodetectIfFailed", "TRUE");
     frm.sLogFile = objSection.sRead("sLogFile", "");
-    // It is read from here and written to the section of the notice itself, so that the user's "don't show
-    // again" lasts as long as the process, unless somebody edits the file.
+    // Read from this section but saved to the notice's own section, so "don't show again" lasts only until
+    // the program exits. This is intentional.
     app.frmTypeMatchNotification.bDontShowAgain =
         bToBoolean(objSection.sRead("bDontShowFileMismatchAgain", "False"), app.svc.objLocale.cDecimalSign());
     app.frmScheduler.bPersistRunning = Section(app, "frmScheduler").lRead("chkPersistRunning", "0") != 0;
@@ -226,8 +225,8 @@ void ReadIniFile(Application& app, const std::function<void()>& fnRefreshGUIOpti
         frm.cbDoSubfolders.SetValue(objSection.lRead("cbDoSubfolders", "0"));
         frm.cbDoSubfoldersSpecialized.SetValue(objSection.lRead("cbDoSubfoldersSpecialized", "0"));
         ReadListIndex(objSection, frm.cbFileTypeOriginalSpecialized, "0");
-        // Last of all the lists: the target's change event would take the proposal of the fields above for
-        // the user's own.
+        // This list must come last: the target's change handler would take the suggestion made by the fields
+        // above for the user's own entry.
         SetUpMRU(app, frm.mruTarget, "mruTarget", frm.cbTargetFile);
     }
     ReadPlace(objSection, frm.objPlace, kFirstPlaceOfMain);
