@@ -1,10 +1,10 @@
-// Loads the frame and the main form: what happens before either can be used, shown or not.
+// Loads the frame window and the main form; needed even if neither is shown.
 // Room: shell.
 #pragma once
 
 struct Application;
 
-/// Fills the lists, sets up both tables, reads the settings, and brings the commands to the state of a new
-/// job. Only the first call of a process does anything. A setting that is no number, or a choice that its
-/// list doesn't have, raises clsRaisedError.
+/// Fills the lists, sets up both tables, loads the settings and enables the commands for a new job. Only the
+/// first call in a process does anything. Raises clsRaisedError for a malformed number in the settings or an
+/// index outside its list.
 void LoadMainForms(Application& app);

@@ -1,4 +1,4 @@
-// Shows and hides the fields of the actions.
+// Shows, hides and enables the fields of each action.
 #include "src/shell/modRefreshGUI.h"
 
 #include "src/base/text.h"
