@@ -1,4 +1,4 @@
-// Enables and disables the commands.
+// Enables the commands that make sense in the current state.
 #include "src/commands/modMenuToolbar.h"
 
 #include "src/forms/Application.h"

@@ -1,10 +1,9 @@
-// Decides what the user may do at any moment.
+// Which commands the user can choose right now.
 // Room: commands.
 #pragma once
 
 struct Application;
 
-/// Sets the enabled state of the toolbar's buttons from the state of the run, the table and the tab shown,
-/// and copies it to the menu items and to the form's own buttons. Called after every change that could
-/// matter.
+/// Enables and disables the toolbar buttons according to the run, the task table and the current tab, then
+/// mirrors them to the menu items and the form's buttons. Call it after any change that could matter.
 void UpdateMenuToolbar(Application& app);
