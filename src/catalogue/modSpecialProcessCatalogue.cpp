@@ -1,11 +1,11 @@
-// The table of the special processes.
+// The catalogue's table and lookups.
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 
 #include <algorithm>
 
 #include "src/catalogue/modTransformCall.h"
 
-// A picture's size is handed over in 16 bits, though its fields hold 32.
+// Resize takes its size as 16-bit arguments although the fields hold 32 bits.
 static bool bResize(ImageTransform& ImageTransform1, std::span<const DetailsValue> aValues)
 {
     return ImageTransform1.Resize(ArgumentFrom<std::int16_t>(aValues[0]),
@@ -27,7 +27,7 @@ static constexpr SpecialProcessRow kCatalogue[] = {
       {FieldType::Colour, InputSlot::Colour, 3, "0", nullptr},
       {FieldType::CapitalBoolean, InputSlot::Check, 1, "FALSE", "Retain Aspect Ratio"}},
      {"None", "bilinear", "bicubic"}},
-    // The background is missing on a first start on purpose: it is then read as 0.
+    // The missing default background is intentional; it reads as 0.
     {SP_TRANSFORM_ROTATE,
      "SP_TRANSFORM_ROTATE",
      "Transform: Rotate Image",
@@ -213,7 +213,7 @@ static constexpr SpecialProcessRow kCatalogue[] = {
      {{FieldType::Long, InputSlot::Text1, 1, "100",
        "Threshold level [0 to 255].  All pixels greater than threshold are turned to white, less than to "
        "black"}}},
-    // The order of the arguments isn't that of the fields, here and in other rows.
+    // The arguments aren't in the order of the fields, here and in other rows.
     {SP_ADDNOISE,
      "SP_ADDNOISE",
      "Effect: Add Noise",
@@ -334,7 +334,7 @@ static constexpr SpecialProcessRow kCatalogue[] = {
        "Do intensity contours (unchecked means do color contours)"},
       {FieldType::Long, InputSlot::Text1, 1, "100", "Level [0 to 255]"},
       {FieldType::Long, InputSlot::Text2, 1, "100", "Threshold level [0 to 255]"}}},
-    // The one field that is written in one type and read in another: 33.7 percent become 34.
+    // The only field that is written as one type and read as another: 33.7 percent becomes 34.
     {SP_ZOOMBLUR,
      "SP_ZOOMBLUR",
      "Effect: Zoom Blur",
@@ -350,7 +350,7 @@ static constexpr SpecialProcessRow kCatalogue[] = {
      {"Filter type"},
      {{FieldType::Long, InputSlot::List, 1, nullptr, "High pass filter type"}},
      {"Medium", "Strong", "Weak"}},
-    // Its kinds stand in another order than those of the high pass.
+    // These are in a different order from the high pass filter's kinds.
     {SP_FILTERLOWPASS,
      "SP_FILTERLOWPASS",
      "Filter: Low Pass",
@@ -391,7 +391,7 @@ static constexpr SpecialProcessRow kCatalogue[] = {
      {"Irregularity direction detection"},
      {{FieldType::Long, InputSlot::List, 1, nullptr, "Irregularity direction"}},
      {"Vertical", "Horizontal"}},
-    // Its description is another filter's: a slip that translations have as a key.
+    // The description is the wrong filter's. Keep it: translations use it as their key.
     {SP_FILTERROBERTS,
      "SP_FILTERROBERTS",
      "Filter: Roberts",
@@ -430,7 +430,7 @@ static constexpr SpecialProcessRow kCatalogue[] = {
      bCall<&ImageTransform::FilterSharpen, 0>,
      {"Amount"},
      {{FieldType::Double, InputSlot::Text1, 1, nullptr, "[0.0 to +1.0]"}}},
-    // Not offered in any list, but job files and command lines may name it.
+    // Not offered in any list, but a job file or a command line may use it.
     {SP_FILTERRESERVED56,
      "SP_FILTERRESERVED56",
      nullptr,

@@ -66,41 +66,40 @@ enum SpecialProcess : std::int32_t {
     SP_FILTERLINEDETECTION = 53,
     SP_FILTERBLUR = 54,
     SP_FILTERSHARPEN = 55,
-    SP_FILTERRESERVED56 = 56,  ///< no list offers it; a job file or a command line may name it
+    SP_FILTERRESERVED56 = 56,  ///< not offered in any list, but a job file or a command line may use it
     SP_FILTERMINIMAL = 58,
     SP_FILTERMAXIMAL = 59,
     SP_DEINTERLACE = 60,
     SP_LAUNCH = 100,
 };
 
-/// A field of a details string, by how it is written and read.
+/// The type of a details field: how it is written and read.
 enum class FieldType : std::uint8_t {
     Long,
     Double,
     Boolean,           ///< written "True" and "False"
-    CapitalBoolean,    ///< written "TRUE" and "FALSE"; missing or empty it is read as False
+    CapitalBoolean,    ///< written "TRUE" and "FALSE"; missing or empty reads as False
     Colour,            ///< a Long
-    LongReadAsDouble,  ///< written rounded to a Long
+    LongReadAsDouble,  ///< rounded to a Long when written
 };
 
-/// The input of the parameter panel that shows a field.
+/// The input on the parameter panel that shows a field.
 enum class InputSlot : std::uint8_t { None, Text1, Text1b, Text1c, Text2, Check, List, Colour };
 
-/// One parameter of a process, which is one field of its details.
+/// One parameter of a process, stored in one field of its details.
 struct SpecialProcessParameter {
     FieldType eType = FieldType::Long;
     InputSlot eSlot = InputSlot::None;
-    std::int32_t lTab = 0;              ///< tab on which the input stands, from 1
-    const char* sFirstStart = nullptr;  ///< the field's text on a first start; null if it is absent then
-    /// The English text beside the input, or of the check box; null for a colour. The range that it names is
-    /// for the user alone: nothing holds a value to it.
+    std::int32_t lTab = 0;              ///< tab of the input, from 1
+    const char* sFirstStart = nullptr;  ///< initial text of the field; null if the initial details omit it
+    /// English label of the input or caption of the check box; null for a colour. The range it names is only
+    /// a hint to the user: values aren't checked against it.
     const char* sLabel = nullptr;
-    /// The panel shows the opposite of the stored Boolean, so that the choice turns over each time that it is
-    /// shown.
+    /// The panel shows the stored Boolean inverted, so the choice flips every time it is shown.
     bool bShownInverted = false;
 };
 
-/// Up to so many items of a row of the catalogue.
+/// A constexpr list of at most kMost items.
 template <typename Item, std::size_t kMost>
 class UpTo
 {
@@ -122,40 +121,39 @@ private:
     std::size_t m_nCount = 0;
 };
 
-/// The value of a field: of a Long or a colour, of a Double (and of a Long that is read as one), of a
-/// Boolean.
+/// A field's value: int32 for Long and Colour, double for Double and LongReadAsDouble, bool for the Booleans.
 using DetailsValue = std::variant<std::int32_t, double, bool>;
 
-/// Calls the process's operation on the picture that the library holds, with the values of its fields in
-/// their order. The result is the operation's. Raises kErrOverflow "Overflow" for a value that its argument's
-/// 8 or 16 bits can't hold, before anything is called. It is null for the launch.
+/// Applies the operation to the image held by ImageTransform1, with the field values in order, and returns
+/// its result. Raises kErrOverflow "Overflow" before the call if a value doesn't fit its 8 or 16-bit
+/// argument. Null for the launch.
 using TransformCall = bool (*)(ImageTransform& ImageTransform1, std::span<const DetailsValue> aValues);
 
 /// One special process.
 struct SpecialProcessRow {
     std::int32_t lSpecialProcess;
-    const char* sConstant;  ///< its name, part of the key under which the settings keep its details
-    /// The English texts of the list and of the panel, misspellings included: they are keys of the
-    /// translation. Null for the one process that the list doesn't offer.
+    const char* sConstant;  ///< part of the settings key for its details
+    /// English texts of the list and the panel. Misspellings are part of them: they are translation keys.
+    /// Null for the one process that isn't listed.
     const char* sLabel;
     const char* sDescription;
     TransformCall fnCall = nullptr;
-    UpTo<const char*, 3> aTabs = {};                    ///< English captions of the panel's tabs
-    UpTo<SpecialProcessParameter, 5> aParameters = {};  ///< in the order of the details
-    UpTo<const char*, 8> aChoices = {};  ///< English texts of its list; the value counts from 0
-    bool bTwoDecimals = false;           ///< the panel shows its Doubles with two decimals
+    UpTo<const char*, 3> aTabs = {};                    ///< English tab captions of the panel
+    UpTo<SpecialProcessParameter, 5> aParameters = {};  ///< in the order of the details fields
+    UpTo<const char*, 8> aChoices = {};  ///< English texts of its list; the field is the index, from 0
+    bool bTwoDecimals = false;           ///< the panel shows Doubles with two decimals
 };
 
-/// All of them in the order of the list: the launch first, though its number is the highest. The numbers 1,
-/// 30, 57 and 61 to 99 are no processes.
+/// All processes in list order: the launch comes first although its number is the highest. The numbers 1, 30,
+/// 57 and 61 to 99 are unused.
 std::span<const SpecialProcessRow> SpecialProcessCatalogue();
 
-/// The row of a number; null for one that is no process.
+/// The row with that number, or null if there is none.
 const SpecialProcessRow* pSpecialProcess(std::int32_t lSpecialProcess);
 
-/// Its own details fields on a first start, joined by "^" and without a closing one; "" where the settings
-/// keep none.
+/// Initial values of the process's own fields, joined by "^" without a trailing one; "" if the settings store
+/// no details for it.
 std::string sFirstStartDetails(const SpecialProcessRow& objRow);
 
-/// The key of section "frmMain" under which the settings keep the details last used.
+/// Settings key (section "frmMain") for the details last used.
 std::string sDetailsKey(const SpecialProcessRow& objRow);

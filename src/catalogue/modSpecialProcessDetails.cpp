@@ -57,7 +57,7 @@ std::string WriteDetails(const SpecialProcessRow& objRow, const std::string& sPr
     return sDetails;
 }
 
-// A field's value; raises an error for a text that doesn't convert.
+// Parses a field; raises an error if the text doesn't convert.
 static DetailsValue objRead(FieldType eType, const std::string& sText, char cDecimalSign)
 {
     switch (eType) {
@@ -73,7 +73,7 @@ static DetailsValue objRead(FieldType eType, const std::string& sText, char cDec
     }
 }
 
-// An assignment that may fail silently, so that the field keeps its value.
+// Swallows a conversion error, so that the field keeps its value.
 static void AssignOrKeep(const std::function<void()>& fnAssign)
 {
     try {

@@ -1,9 +1,9 @@
-// The details of a special process: its parameters as one text, joined by "^".
+// Details strings of special processes: the parameters joined by "^".
 // Room: catalogue.
 //
-// An image process's details begin with the eleven fields of a conversion, the prefix, since it ends with a
-// save as well; its own fields follow. Their types and their order, which are the shape of the text, stand
-// in the catalogue. Numbers are written and read in the user's decimal sign.
+// The details of an image process start with the eleven fields of a conversion (the prefix), since it saves a
+// file as well. Its own fields follow; the catalogue defines their types and order. Numbers use the user's
+// decimal sign.
 #pragma once
 
 #include <cstdint>
@@ -12,32 +12,32 @@
 
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 
-/// A value for each of the process's own fields, in their order.
+/// One value per field of the process, in order.
 using DetailsValues = std::vector<DetailsValue>;
 
-/// 0 or False for each field, in the type that its reader gives.
+/// 0 or False for each field, in the type its reader produces.
 DetailsValues aFreshValues(const SpecialProcessRow& objRow);
 
-/// The prefix as it stands and then the values, each followed by "^".
+/// The prefix unchanged, then each value followed by "^".
 std::string WriteDetails(const SpecialProcessRow& objRow, const std::string& sPrefix,
                          const DetailsValues& aValues, char cDecimalSign = '.');
 
-/// Takes the prefix and the values out of sDetails; aValues holds one for each field, as aFreshValues makes
-/// them. A text without any "^" changes nothing. A field that is missing or doesn't convert keeps the value
-/// that came in, and the next is still tried; nothing is ever reported. A prefix that has lost a field shifts
-/// all that follows.
+/// Parses sDetails into the prefix and the values. aValues must have one element per field, as from
+/// aFreshValues. A text without "^" changes nothing. A field that is missing or doesn't convert keeps its
+/// value and parsing goes on; errors are never reported. If the prefix has lost a field, all later fields
+/// shift.
 void ReadDetails(const SpecialProcessRow& objRow, const std::string& sDetails, std::string& sPrefix,
                  DetailsValues& aValues, char cDecimalSign = '.');
 
-/// How a program is launched. Its details have no prefix.
+/// Parameters of a launch. Launch details have no prefix.
 struct LaunchDetails {
     std::int32_t lPriority = 0;
     std::int32_t lWindowState = 0;
     std::int32_t lWaitSeconds = 0;  ///< -1 for no limit
 };
 
-/// The three numbers with "^" between them and none at the end.
+/// The three numbers joined by "^", none at the end.
 std::string WriteLaunchDetails(const LaunchDetails& objDetails);
 
-/// A field that is missing or doesn't convert is 0; a text without any "^" gives three zeros.
+/// A field that is missing or doesn't convert is 0. A text without "^" gives three zeros.
 LaunchDetails ReadLaunchDetails(const std::string& sDetails, char cDecimalSign = '.');

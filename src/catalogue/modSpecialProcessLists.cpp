@@ -1,4 +1,4 @@
-// Fills the lists of processes and launch choices.
+// Fills the combo boxes of processes and launch options.
 #include "src/catalogue/modSpecialProcessLists.h"
 
 #include <span>
@@ -16,12 +16,12 @@ struct Choice {
     std::int32_t lItemData;
 };
 
-// The numbers stand in job files, so they keep their meaning on every host.
+// These numbers are stored in job files, so they mean the same on every host.
 constexpr Choice kWindowStates[] = {{"Hidden", 0}, {"Normal", 1}, {"Maximized", 3}, {"Minimized", 6}};
 constexpr Choice kPriorities[] = {
     {"Idle", 64}, {"Normal", 32}, {"High Priority", 128}, {"Realtime Priority", 256}};
 
-/// The selection of the first entry is not the user's, and raises no refresh.
+/// Suppresses change handlers: selecting the first entry isn't the user's doing.
 class InternalChange
 {
 public:

@@ -1,4 +1,4 @@
-// From the values of a details string to the arguments of an operation of the image library.
+// Converts details values to the arguments of an image library operation.
 // Room: catalogue.
 #pragma once
 
@@ -10,9 +10,8 @@
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 #include "src/platform/image_transform.h"
 
-/// The value as an argument of that type. A Long becomes an argument of 8 or 16 bits only if they can hold
-/// it, else kErrOverflow "Overflow" is raised: nothing else in the program holds a value to its range. Of a
-/// Long that stands for a choice of two, 1 alone is True.
+/// Converts a value to the argument type. A Long that doesn't fit an 8 or 16-bit argument raises kErrOverflow
+/// "Overflow"; this is the program's only range check. A Long passed as a Boolean is True only if it is 1.
 template <typename Argument>
 Argument ArgumentFrom(const DetailsValue& objValue)
 {
@@ -36,8 +35,7 @@ bool bInvoke(bool (ImageTransform::*fnOperation)(Arguments...), ImageTransform& 
     return (ImageTransform1.*fnOperation)(ArgumentFrom<Arguments>(aValues[kFields])...);
 }
 
-/// A TransformCall of one operation: its arguments, in their order, are the fields of these positions, from
-/// 0.
+/// A TransformCall for one operation; kFields are the positions, from 0, of the fields it takes as arguments.
 template <auto fnOperation, std::size_t... kFields>
 bool bCall(ImageTransform& ImageTransform1, std::span<const DetailsValue> aValues)
 {
