@@ -1,4 +1,4 @@
-// Report lines, kept apart from those of other processes.
+// Appends to the report file under a lock shared by all instances.
 #include "src/report/modReportMessage.h"
 
 #include "src/base/raised_error.h"
@@ -8,13 +8,13 @@
 #include "src/platform/window_services.h"
 #include "src/translator/modTranslator.h"
 
-// Fixed and shared by all instances: every one of them must meet at the same lock.
+// The name is fixed: all instances of the program must use the same lock.
 static const char* const kGlobalMutex = "Stellor_Global_Mutex";
 
 namespace
 {
 
-/// Holds the lock from here to the end of the block, whatever happens in it.
+/// Holds the lock until the end of the scope.
 class GlobalMutexHolder
 {
 public:
@@ -32,7 +32,7 @@ private:
 
 }  // namespace
 
-// False when the line is not in the file.
+// False if the line couldn't be written.
 static bool bAppendReportLine(Application& app, const std::string& sMessage, const std::string& sLogFile)
 {
     try {

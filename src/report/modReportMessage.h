@@ -1,4 +1,4 @@
-// Writes a line to a report file and shows it in a box.
+// Reports a message to a file and in a message box.
 // Room: report.
 #pragma once
 
@@ -6,8 +6,8 @@
 
 struct Application;
 
-/// Appends sMessage as one line to sLogFile, unless that is "", and shows it in a box if bVerbose, both under
-/// the lock that keeps the report lines of several processes apart; so a box that waits holds up every other
-/// process's reports. A report file that can't be written to doesn't end the run: the text goes to standard
-/// error instead, or, in a window, to a box the first time it happens.
+/// Appends sMessage as a line to sLogFile, unless that is "", and shows it in a message box if bVerbose. Both
+/// happen under the lock that serialises the reports of all processes, so an open box blocks every other
+/// process's reports. An unwritable report file doesn't end the run: the text goes to standard error or, with
+/// a display, to a message box the first time.
 void ReportMessage(Application& app, const std::string& sMessage, const std::string& sLogFile, bool bVerbose);
