@@ -1,4 +1,4 @@
-// Looks for files and folders, makes folders, moves and deletes files.
+// Checks for files and folders; creates, moves and deletes them.
 #include "src/job/modFileHelpers.h"
 
 #include <vector>
@@ -9,15 +9,15 @@
 #include "src/platform/clock.h"
 #include "src/platform/file_system.h"
 
-/// Beyond what any host can hold: such a text is no path, and walking it up would take for ever.
+/// Longer than any valid path: reject it early.
 constexpr std::size_t kLongestPath = 32768;
 constexpr int kFurtherTries = 20;
 constexpr std::int32_t kMillisecondsBetweenTries = 1000;
 
 void CreateFolderPath(Application& app, const std::string& sFolder)
 {
-    // From the folder up to the first one that exists, and then down again. A loop, since a path from a job
-    // file may be of any length.
+    // Climb to the first existing ancestor, then create the rest top-down. Iterative, because paths from job
+    // files can be arbitrarily deep.
     std::vector<std::string> aMissing;
     std::string sPath(sWithoutTrailingSeparators(sFolder));
     if (sPath.size() > kLongestPath)

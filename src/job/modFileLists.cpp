@@ -1,4 +1,4 @@
-// Walks folders and takes the files that a pattern names.
+// Walks folders and collects the files that match a pattern.
 #include "src/job/modFileLists.h"
 
 #include <algorithm>
@@ -18,13 +18,13 @@ constexpr std::int32_t kPanelLoading = 2;
 namespace
 {
 
-/// What stays the same over the folders of one walk.
+/// State shared by all folders of a walk.
 struct Walk {
     Application& app;
     const std::string& sPattern;
     std::vector<std::string>& colFiles;
     bool bRecurse;
-    std::set<std::string> aRealPaths;  ///< of every folder walked so far
+    std::set<std::string> aRealPaths;  ///< folders visited so far
 
     bool bPaused() const
     {
@@ -35,8 +35,7 @@ struct Walk {
 
 }  // namespace
 
-// The folder's path with every link resolved, which costs a look at each component only where there is a
-// link.
+// The folder's path with links resolved. Only links need to be looked up on disk.
 static std::string sRealPathOf(const Walk& objWalk, const std::string& sParentReal,
                                const std::string& sFolder, const std::string& sName, bool bLink)
 {
@@ -47,8 +46,8 @@ static std::string sRealPathOf(const Walk& objWalk, const std::string& sParentRe
 
 static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder, const std::string& sReal);
 
-// False if a pause came in between. A real folder is always walked, under its own name; one behind a link
-// only if its files aren't in the list yet.
+// False if the run was paused. Real folders are always walked; a linked folder is skipped if its target was
+// already visited.
 static bool bWalkSubfolders(Walk& objWalk, const std::string& sFolder, const std::string& sReal,
                             const FolderListing& objListing)
 {
@@ -65,7 +64,7 @@ static bool bWalkSubfolders(Walk& objWalk, const std::string& sFolder, const std
     return true;
 }
 
-// A pause leaves the hourglass standing: whoever asked for the walk puts the pointer back.
+// A pause leaves the hourglass on; the caller restores the pointer.
 static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder, const std::string& sReal)
 {
     Application& app = objWalk.app;

@@ -1,8 +1,7 @@
-// From the source of a task to the list of its files.
+// Expands the source of a task into a list of files.
 // Room: job.
 //
-// A wildcard here is one of two shapes only: "*.*", which is every file, and "*.ext". What stands before the
-// first "*" is the folder.
+// Only two wildcards exist: "*.*" for every file, and "*.ext". Everything before the first "*" is the folder.
 #pragma once
 
 #include <cstdint>
@@ -16,26 +15,25 @@ struct Application;
 constexpr std::int32_t kListNoFolder = -1;
 constexpr std::int32_t kListPaused = -2;
 
-/// Fills colFiles with the paths of a task's sources, written in the style of sOriginalFile. False if the
-/// file, or the folder of a wildcard, isn't there: sErr then says so. A pause ends the walk quietly, with
-/// what was found so far and True.
+/// Fills colFiles with the source files of a task, as paths in the style of sOriginalFile. False, with a
+/// message in sErr, if the file or the wildcard's folder doesn't exist. If the run is paused, stops and
+/// returns True with the files found so far.
 bool bCreateFileList(Application& app, clsConversionOptions& objOptions, std::vector<std::string>& colFiles);
 
-/// Adds the files of one folder that match the pattern, then, with bRecurse, those of each subfolder in turn,
-/// the same way. Names are in ascending order. sFolder gets a separator at its end. A subfolder that is a
-/// link is walked only if the folder behind it wasn't walked yet, so that links in a circle come to an end.
-/// Lets events through before each file. 0; kListNoFolder if there is no such folder or it can't be
-/// read; kListPaused if bRunning was False meanwhile, and then the hourglass stays.
+/// Adds a folder's matching files in ascending order and then, with bRecurse, those of each subfolder.
+/// Appends a separator to sFolder. A linked subfolder is skipped if its target was already visited, so cycles
+/// of links terminate. Processes events before each file. Returns 0; kListNoFolder if the folder doesn't
+/// exist or can't be read; kListPaused if bRunning became False, which leaves the hourglass on.
 std::int32_t lAddFolderFiles(Application& app, std::string& sFolder, const std::string& sPattern,
                              std::vector<std::string>& colFiles, bool bRecurse);
 
-/// True for the pattern "*.*", and if the pattern is "*." and the extension, whatever their case. "*." is
-/// every file without an extension; a lone "*" matches nothing.
+/// True if the pattern is "*.*", or "*." followed by the extension in any case. "*." matches files without an
+/// extension; a lone "*" matches nothing.
 bool bMatchesPattern(const std::string& sPattern, const std::string& sExtension);
 
-/// The parts of a wildcard source: all before the first "*", kept exactly, and the rest.
+/// The two parts of a wildcard source: everything before the first "*", unchanged, and the rest.
 std::string sFolderOfPattern(const std::string& sSource);
 std::string sPatternOfSource(const std::string& sSource);
 
-/// True when a source or target text is a wildcard.
+/// True if a source or target contains "*".
 bool bHasWildcard(const std::string& sPath);

@@ -1,4 +1,4 @@
-// One table of the file types, and what is read from it.
+// The table of file types, and lookups in it.
 #include "src/job/modFileTypes.h"
 
 #include <array>
@@ -18,13 +18,13 @@ struct FileType {
     const char* sLabelTail;
     const char* sExtension;
     const char* sSecondExtension;
-    bool bTarget;  ///< may be chosen as the target of a conversion
+    bool bTarget;  ///< available as conversion target
     bool bSpecial;
     const char* sFilter;
 };
 
-// The oddities of these texts are wanted: the pattern "*emf" has no point, nor has the label "*jpe", the TIFF
-// label has commas and no blank before its bracket. Users know the list as it is.
+// The oddities are intentional (no dot in the pattern "*emf" and the label "*jpe", commas and no space in the
+// TIFF label): users know the list as it is.
 constexpr const char* kAllPictureTypes =
     "All Picture Types|*.bmp;*.dib;*.emf;*.gif;*.png;*.ico;*.jpg;*.jpe;*.jpeg;*.tif;*.tiff;*.cpt;*.wmf;*.ani;"
     "*.cur;*.jp2;*.jpc;*.j2k;*.tga;*.pcx;*.ras|"
@@ -42,7 +42,7 @@ constexpr const char* kAllPictureTypes =
     "Cursors (*.ani;*.cur)|*.ani;*.cur|"
     "All Files (*.*)|*.*|";
 
-// The label of JPEG alone is in capitals; that is how it stands in the window.
+// Only JPEG's label is in capitals; this is intentional.
 constexpr std::array<FileType, 15> kFileTypes{{
     {-1, "Autodetect from file name", "", "*", "", false, false, kAllPictureTypes},
     {1, "JPEG", " (*.JPG)", "jpg", "jpeg", true, true, "JPEG (*.jpg)|*.jpg|All files (*.*)|*.*"},
@@ -106,7 +106,7 @@ static std::string sEntryText(Application& app, const FileType& objType)
     return "[" + std::to_string(objType.lType) + "] " + sTranslate(app, objType.sName) + objType.sLabelTail;
 }
 
-// A box that holds entries was filled by an earlier call and is left alone, its selection too.
+// A combo box that has entries was filled by an earlier call; leave it and its selection alone.
 static void FillIn(Application& app, ComboBox& cb, std::map<std::string, std::int32_t>* pExtensions,
                    bool (*fnOffers)(const FileType&))
 {

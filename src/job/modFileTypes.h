@@ -1,4 +1,4 @@
-// The numbered file types: names, extensions, dialog filters, and the combo boxes that offer them.
+// File types by number: names, extensions, dialog filters, and the combo boxes that list them.
 // Room: job.
 #pragma once
 
@@ -11,37 +11,35 @@
 struct Application;
 class ComboBox;
 
-/// The type that takes the format from the file's name.
+/// Detects the format from the file name.
 constexpr std::int32_t kTypeAutodetect = -1;
 
-/// "jpg" for 1, "*" for autodetect, "" for a number that is no type. bWithStar puts "*." in front, also of
-/// the empty one.
+/// "jpg" for 1, "*" for autodetect, "" for an unknown number. bWithStar prepends "*.", even to "".
 std::string sFileTypeExtension(std::int32_t lType, bool bWithStar);
 
-/// The type of an extension without its point, whatever its case; kNoFileType for an unknown one.
+/// The type of an extension (no dot, any case); kNoFileType if unknown.
 std::int32_t lFileTypeFromExtension(const std::string& sExtension);
 
-/// The filter of a file dialog, "Label|*.ext|Label|*.ext"; "" for a number that is no type. Filters are never
-/// translated.
+/// The file dialog filter, "Label|*.ext|Label|*.ext"; "" for an unknown number. Filters are never translated.
 std::string sFileFilterForType(std::int32_t lType);
 
-/// Fill cbFileTypeOriginal, cbFileTypeTarget and cbFileTypeOriginalSpecialized, select the first entry and
-/// note which entry an extension stands for. Only the first call of each fills.
+/// Fill cbFileTypeOriginal, cbFileTypeTarget and cbFileTypeOriginalSpecialized, select the first entry, and
+/// index the entries by extension. Calls after the first do nothing.
 void FillInFileTypeComboBoxOriginal(Application& app);
 void FillInFileTypeComboBoxTarget(Application& app);
 void FillInFileTypeComboBoxSpecialProcess(Application& app);
 
-/// The type that the selected entry carries; kNoFileType while none is selected.
+/// The type of the selected entry; kNoFileType if none is selected.
 std::int32_t lSelectedFileType(const ComboBox& cb);
 
-/// Selects the entry that carries the type. False, with the selection as it was, if none does.
+/// Selects the entry of that type. False if there is none; the selection is then unchanged.
 bool bSelectFileType(ComboBox& cb, std::int32_t lType);
 
-/// Selects the entry that an extension stands for, whatever its case. False, with the selection as it was,
-/// for an extension that colExtensions doesn't hold.
+/// Selects the entry for an extension, in any case. False if colExtensions doesn't have it; the selection is
+/// then unchanged.
 bool bSelectExtension(ComboBox& cb, const std::map<std::string, std::int32_t>& colExtensions,
                       const std::string& sExtension);
 
-/// The number between "[" and "]" in an entry's text, as 8 in "[8] Portable Network Graphics (*.png)";
-/// kNoFileType when there is none.
+/// The number in brackets of an entry's text, such as 8 in "[8] Portable Network Graphics (*.png)";
+/// kNoFileType if there is none.
 std::int32_t lFileTypeInEntryText(const std::string& sText);

@@ -1,4 +1,4 @@
-// Writes and reads job files, and the commands New, Open, Save and Save As.
+// Reads and writes job files; implements the commands New, Open, Save and Save As.
 #include "src/job/modJobFiles.h"
 
 #include <exception>
@@ -17,7 +17,7 @@
 constexpr const char* kExtension = ".VJB";
 constexpr std::int32_t kPanelLoading = 2;
 constexpr std::int32_t kLinesBetweenEvents = 1000;
-/// A line of the log's empty last row is no longer than this, as long as its number has one digit.
+/// A longer line isn't the log's empty last row (while its number has one digit).
 constexpr std::size_t kEmptyLogLine = 9;
 
 void WriteJobFile(Application& app, const std::string& sPath, const Grid& fgToDo)
@@ -32,8 +32,7 @@ void WriteLogAsJobFile(Application& app, const std::string& sPath, const Grid& f
 {
     const std::unique_ptr<TextWriter> pWriter = app.svc.objFileSystem.OpenForOutput(sPath);
     for (std::int32_t lRow = 1; lRow < fgLog.Rows(); ++lRow) {
-        // The row's number stands where a job has the details: this file is a list of files, not a job that
-        // could be run as it was.
+        // The details column holds the row number: this file is a list of files, not a job to run unchanged.
         std::string sLine = fgLog.TextMatrix(lRow, kColFlags) + "\t" + std::to_string(lRow) + "\t";
         for (std::int32_t lCol = kColNumber; lCol <= kColTarget; ++lCol)
             sLine += fgLog.TextMatrix(lRow, lCol) + "\t";
@@ -57,8 +56,8 @@ void ConversionJobNew(Application& app)
     UpdateMenuToolbar(app);
 }
 
-// True for a table that a long file was cut into: it ends with the row that loads the rest, or begins beyond
-// the file's first task.
+// True if the table holds one slice of a long file: it ends with a reload row, or starts after the file's
+// first task.
 static bool bHoldsPartOfFile(const Grid& fgToDo)
 {
     const std::string sNumber = fgToDo.TextMatrix(1, kColNumber);
@@ -66,7 +65,7 @@ static bool bHoldsPartOfFile(const Grid& fgToDo)
            (fgToDo.Rows() > 2 && sNumber != "1");
 }
 
-// True for a file of more lines than the table has to write, also if it can't be read to its end.
+// True if the file has more lines than the table would write, or can't be read to its end.
 static bool bFileIsLonger(Application& app, const std::string& sPath, const Grid& fgToDo)
 {
     try {
@@ -88,16 +87,16 @@ void ConversionJobSave(Application& app)
         ConversionJobSaveAs(app);
         return;
     }
-    // The table takes the place of the whole file, also if it holds a part of it only. So that no task is
-    // lost, the longer file is kept beside it.
+    // Saving replaces the whole file, even if the table holds only part of it. Keep a backup of the longer
+    // file so that no task is lost.
     if (bHoldsPartOfFile(app.frmMain.fgToDo) && bFileExists(app, sPath) &&
         bFileIsLonger(app, sPath, app.frmMain.fgToDo))
         app.svc.objFileSystem.CopyFile(sPath, sPath + ".bak");
     WriteJobFile(app, sPath, app.frmMain.fgToDo);
 }
 
-// The path to save to, "" on cancel. The dialog asks before it replaces the file that was typed, but not the
-// one that the name becomes with its extension.
+// The path to save to; "" if cancelled. The dialog confirms overwriting the name as typed, but not the name
+// with the extension added.
 static std::string sPickJobFileToSave(Application& app, const std::string& sFilter)
 {
     std::string sPath = sPickFile(app, sTranslate(app, "Save"), sTranslate(app, sFilter), 1);
@@ -123,7 +122,7 @@ void ConversionJobSaveAs(Application& app)
 
 void SaveLogAsConversionJob(Application& app)
 {
-    // Another name than in Save As, and so it has always been.
+    // The filter's name intentionally differs from Save As.
     const std::string sPath = sPickJobFileToSave(app, "Tarnis (*.VJB)|*.VJB");
     if (!sPath.empty())
         WriteLogAsJobFile(app, sPath, app.frmMain.fgLog);
@@ -151,10 +150,10 @@ void ConversionJobOpen(Application& app, std::string& sPath)
     SetCurrentJobFile(app, sPath);
 }
 
-// The marker row, and nothing more: a task whose line has "*" at that place is dropped as well.
+// True for the marker row. A task whose third character is "*" is dropped as well.
 static bool bIsMarkerLine(const std::string& sLine)
 {
-    // Third letter, not third byte.
+    // The third character, not the third byte.
     std::size_t nAt = 0;
     for (int lLetter = 0; lLetter < 2 && nAt < sLine.size(); ++lLetter)
         for (++nAt; nAt < sLine.size() && (static_cast<unsigned char>(sLine[nAt]) & 0xC0) == 0x80;)
@@ -167,7 +166,7 @@ static void ShowProgress(Application& app, const std::string& sText)
     app.frmMainMDI.sbMain.SetPanel(kPanelLoading, sText);
 }
 
-// The view is told of all new rows at once, while events are let through.
+// Update the view once per batch of rows, while events are processed.
 static void LetEventsThrough(Application& app, Grid& fgToDo, std::int64_t lLine)
 {
     ShowProgress(app, sTranslate(app, "Loading Conversion Task: ") + std::to_string(lLine));
@@ -176,7 +175,7 @@ static void LetEventsThrough(Application& app, Grid& fgToDo, std::int64_t lLine)
     fgToDo.SetRedraw(false);
 }
 
-// A task that loads the file from line lNext on: the columns are used for what they never meant.
+// Adds a task that loads the file from line lNext on. It repurposes the columns.
 static void AddReloadRow(Grid& fgToDo, const std::string& sPath, std::int64_t lNext)
 {
     const std::string sNext = std::to_string(lNext);
@@ -209,7 +208,7 @@ static void ReadTasks(Application& app, const std::string& sPath, std::int32_t l
         fgToDo.SetTextMatrix(lRow, kColNumber, std::to_string(std::int64_t{lStart} + lRow - 1));
 }
 
-// "" or what went wrong.
+// Returns an error message, or "".
 static std::string sReadTasksOrFail(Application& app, const std::string& sPath, std::int32_t lStart,
                                     Grid& fgToDo)
 {
@@ -223,14 +222,14 @@ static std::string sReadTasksOrFail(Application& app, const std::string& sPath, 
 
 void LoadJobFile(Application& app, const std::string& sJobFile, std::int32_t lStart, Grid& fgToDo)
 {
-    const std::string sPath = sJobFile;  // it may be a field of what the load is about to overwrite
+    const std::string sPath = sJobFile;  // copy: sJobFile may be a cell that loading overwrites
     if (!bFileExists(app, sPath))
         return;
     const bool bFormerPointer = app.frmMainMDI.bHourglass;
     const bool bWasRunning = app.frmMain.bRunning;
     const bool bKept = app.bInternalGridChange;
     app.frmMainMDI.bHourglass = true;
-    app.frmMain.bRunning = true;  // a pause clears it, and so ends the load
+    app.frmMain.bRunning = true;  // cleared by a pause, which stops the load
     UpdateMenuToolbar(app);
     app.bInternalGridChange = true;
     SetUpToDoGrid(app, fgToDo);

@@ -1,8 +1,8 @@
-// Job files: the task table as text, one line a row, and the log table written as a job.
+// Job files: the task table, or the log, saved as text.
 // Room: job.
 //
-// A line is the eleven cells of a row, each followed by a tab; the last line is the marker row. There is no
-// header and no quoting. The numbers in column 2 are never read. A file is replaced whole or not at all.
+// Each line holds the eleven cells of a row, each followed by a tab; the last line is the marker row. No
+// header, no quoting. The numbers in column 2 are ignored on loading. Saves are atomic.
 #pragma once
 
 #include <cstdint>
@@ -11,39 +11,38 @@
 struct Application;
 class Grid;
 
-/// A table holds at most so many rows before the rest of a file is left to a reload row.
+/// Rows loaded at most; a reload row stands in for the rest of the file.
 constexpr std::int32_t kMostRowsLoaded = 30001;
 
-/// The process number of the reload row, which loads the next part of a long job file.
+/// Process number of the reload row, which loads the next slice of a long job file.
 constexpr std::int32_t kProcessReload = 1;
 
-/// Writes every row of the table but the header. Raises kErrPathFileAccess if it can't be written; an
-/// earlier file is then as it was.
+/// Writes all rows except the header. Raises kErrPathFileAccess on failure; an existing file is then
+/// unchanged.
 void WriteJobFile(Application& app, const std::string& sPath, const Grid& fgToDo);
 
-/// Writes the log as a job: the lines lack the details and the target's type, since what counts is the list
-/// of the files. Raises as WriteJobFile does.
+/// Writes the log as a job file without details and target types; only its list of files matters. Raises like
+/// WriteJobFile.
 void WriteLogAsJobFile(Application& app, const std::string& sPath, const Grid& fgLog);
 
-/// New: an empty table and log, and no file.
+/// New: clears the task table and the log; the job has no file.
 void ConversionJobNew(Application& app);
 
-/// Save: to the job's file, or as Save As if it has none yet. Raises as WriteJobFile does.
+/// Save: writes to the job's file, or does Save As if it has none. Raises like WriteJobFile.
 void ConversionJobSave(Application& app);
 
-/// Asks for a file; one without an extension gets ".VJB". Cancelling changes nothing. Raises as WriteJobFile
-/// does, and then the job keeps its former file.
+/// Save As: asks for a file, adding ".VJB" if it has no extension. Cancelling changes nothing. Raises like
+/// WriteJobFile; the job then keeps its previous file.
 void ConversionJobSaveAs(Application& app);
 
-/// Opens a job file; an empty path asks for it and comes back as what was picked. A file that isn't there
-/// leaves both tables, but the job is called by its name from then on.
+/// Open: loads a job file. If sPath is empty, asks for the file and returns it in sPath. If the file doesn't
+/// exist, the tables are unchanged, but the job takes its name.
 void ConversionJobOpen(Application& app, std::string& sPath);
 
-/// Asks for a file and writes the log to it as a job. Raises as WriteJobFile does.
+/// Asks for a file and writes the log to it as a job. Raises like WriteJobFile.
 void SaveLogAsConversionJob(Application& app);
 
-/// Fills the table from line lStart of a job file on, numbered from lStart, until the table is full: the last
-/// row then is one that loads the rest. Lets events through every 1000 lines; a pause ends the load. A file
-/// that isn't there changes nothing. One that can't be read to its end is told in a box, and the rows read so
-/// far stay.
+/// Loads a job file into the table from line lStart on, numbering tasks from lStart. If the table gets full,
+/// its last task reloads the rest. Processes events every 1000 lines; a pause stops the load. A missing file
+/// changes nothing. A read error is shown in a message box, and the rows read so far stay.
 void LoadJobFile(Application& app, const std::string& sPath, std::int32_t lStart, Grid& fgToDo);

@@ -1,4 +1,4 @@
-// Shows the file dialog that the title asks for.
+// Shows a file dialog for opening or saving, depending on its title.
 #include "src/job/modPickFile.h"
 
 #include "src/base/text.h"

@@ -7,11 +7,10 @@
 
 struct Application;
 
-/// The path picked, "" on cancel. The texts come translated; lFilterIndex counts from 1. The title decides
-/// the kind of dialog: one that contains the translated word "save", whatever its case, saves, any other
-/// opens.
+/// Returns the chosen path, or "" if cancelled. Texts must be translated already; lFilterIndex counts from 1.
+/// The dialog saves if its title contains the translated word "save" in any case, otherwise it opens.
 std::string sPickFile(Application& app, const std::string& sTitle, const std::string& sFilter,
                       std::int32_t lFilterIndex);
 
-/// Whether a dialog of that title saves.
+/// True if a dialog with that title saves.
 bool bTitleSaves(Application& app, const std::string& sTitle);

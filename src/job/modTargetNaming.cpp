@@ -1,4 +1,4 @@
-// Makes, completes and proposes target names.
+// Derives, completes and suggests target names.
 #include "src/job/modTargetNaming.h"
 
 #include <algorithm>
@@ -29,8 +29,8 @@ TargetPattern objTargetPattern(const clsConversionOptions& objOptions)
     return objPattern;
 }
 
-// The path of a folder below the source root, in the style of the target folder, so that a report shows the
-// target in the style in which it was given.
+// Converts a relative folder to the separators of the target folder, so that reports show targets in the
+// user's style.
 static std::string sInStyleOf(const std::string& sTargetFolder, std::string sRelative)
 {
     if (sFolderOfPath(sTargetFolder).empty())
@@ -61,8 +61,8 @@ static void SetTarget(Application& app, clsConversionOptions& objOptions, const 
     app.frmMain.cbTargetFile.SetText(sTarget);
 }
 
-// A target without a point is a folder, or a name that lacks its extension. A single file that goes to a
-// folder is named after the extension, as in "C:\out\jpg.jpg": that is how it is meant to come out.
+// A target without a dot is a folder, or a name without its extension. A single file that goes to a folder is
+// named after the extension ("C:\out\jpg.jpg"); this is intentional.
 static std::string sCompletedWithoutPoint(Application& app, const std::string& sSource,
                                           const std::string& sTarget, const std::string& sExtension)
 {
@@ -107,7 +107,7 @@ std::optional<std::string> sProposedTarget(const std::string& sSource, std::int3
     return sFolder + "*." + sExtension;
 }
 
-// The separator is added even to a drive root that ends in one; "//" alone would name something else.
+// A drive root gets a second separator; "/" doesn't, because "//" could mean something else.
 static std::string sFolderAndSeparator(const std::string& sFolder)
 {
     return sFolder == "/" ? sFolder : sFolder + cSeparatorOf(sFolder);

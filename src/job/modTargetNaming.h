@@ -1,4 +1,4 @@
-// How targets get their names: proposed while typing, completed at the check, made for each file of a run.
+// Target names: suggested while typing, completed by validation, derived for each file of a run.
 // Room: job.
 #pragma once
 
@@ -9,41 +9,41 @@
 
 struct Application;
 
-/// What a wildcard task says about the targets of its files.
+/// How a task derives its target names.
 struct TargetPattern {
-    bool bEachFile = false;  ///< the target holds "*"; else all files go to the one sTargetFile
+    bool bEachFile = false;  ///< the target contains "*"; otherwise all files share sTargetFile
     std::string sTargetFile;
     std::string sTargetFolder;  ///< the target up to its first "*"
-    std::string sSourceRoot;    ///< folder of the source, with a separator at its end
-    std::string sExtension;     ///< without a point
+    std::string sSourceRoot;    ///< folder of the source, with a trailing separator
+    std::string sExtension;     ///< without a dot
     bool bSaveInOriginalFolder = false;
 };
 
-/// The extension is what follows the last "*." of the target; if nothing does, that of lTargetFileType.
+/// The extension is the text after the last "*." of the target or, if there is none, that of lTargetFileType.
 TargetPattern objTargetPattern(const clsConversionOptions& objOptions);
 
-/// The target of one file of the list. The tree below the source root is rebuilt below the target folder:
-/// sFolderToMake is then the folder that must exist before the target is written, with a separator at its
-/// end. It is "" where the target lies beside its source, or where all files share one target.
+/// The target for one file of the list. The tree below the source root is mirrored below the target folder.
+/// sFolderToMake receives the folder to create first, with a trailing separator, or "" if the target is saved
+/// beside its source or all files share one target.
 std::string sTargetForFile(const TargetPattern& objPattern, const std::string& sFile,
                            std::string& sFolderToMake);
 
-/// Completes the target of a conversion that is being checked, in sTargetFile and in cbTargetFile: a folder
-/// gets a pattern or a name, a name its extension. A target that holds "*" or has an extension stays as it
-/// is, whether or not the extension agrees with the type.
+/// Completes a conversion's target in sTargetFile and cbTargetFile: a folder gets a pattern or a name, a name
+/// gets its extension. A target that contains "*" or has an extension is left alone, even if the extension
+/// doesn't match the type.
 void CompleteTarget(Application& app, clsConversionOptions& objOptions);
 
-/// The target to propose for a source that the user is typing; nothing when the present one is to stay. A
-/// plain source gives the same path in lower case, a wildcard its folder, each with the extension of the
-/// target type.
+/// The target to suggest for the source being typed, or nothing to keep the current one. For a single file:
+/// the same path in lower case with the target type's extension. For a wildcard: its folder and "*." with
+/// that extension.
 std::optional<std::string> sProposedTarget(const std::string& sSource, std::int32_t lTargetFileType);
 
-/// The text that picking a folder puts into a source or target field: every file there of that type. A drive
-/// root ends in its own separator and so shows two; the run takes them for one.
+/// The wildcard to enter when the user picks a folder: all files of that type. A drive root ends up with two
+/// separators, which the run treats as one.
 std::string sPatternInFolder(const std::string& sFolder, std::int32_t lType);
 
-/// The target of a task that saves beside its sources: their folder, and every file of the target type.
+/// The target of a task that saves beside its sources: their folder with a wildcard for the target type.
 std::string sPatternBesideSource(const std::string& sSource, std::int32_t lTargetFileType);
 
-/// Paths are pasted with their quotes, which are no part of them.
+/// Removes the quotes of a pasted path.
 std::string sWithoutQuotes(const std::string& sText);

@@ -1,4 +1,4 @@
-// Sets up the two tables, and moves tasks between their rows, run requests and the form.
+// Sets up both tables; copies tasks between rows, run requests and the form.
 #include "src/job/modTaskTables.h"
 
 #include <array>
@@ -12,7 +12,7 @@
 #include "src/translator/modTranslator.h"
 
 constexpr const char* kMarker = "*";
-constexpr std::size_t kFlagsRead = 9;          ///< letters further to the right don't count
+constexpr std::size_t kFlagsRead = 9;          ///< later characters are ignored
 constexpr std::int32_t kLaterMarkerFont = 12;  ///< points
 
 static void FormatCells(Grid& fgGrid, std::int32_t lRow, std::int32_t lFirst, std::int32_t lLast,
@@ -39,8 +39,8 @@ static void WriteToDoHeaders(Application& app, Grid& fgToDo)
         fgToDo.SetTextMatrix(0, lCol, aHeaders[static_cast<std::size_t>(lCol)]);
 }
 
-// At the first set-up the three cells up to the marker are formatted, at later ones only the cell beside it,
-// in a larger font.
+// The first setup formats the three cells up to the marker; later ones format only the cell next to it, in a
+// larger font.
 static void FormatMarkerRow(Application& app, Grid& fgToDo)
 {
     const bool bFirstTime = !app.frmMain.bToDoGridWasSetUp;
@@ -133,7 +133,7 @@ bool bFlagIsSet(const std::string& sFlags, char cFlag)
     return sFlags.find(cFlag) < kFlagsRead;
 }
 
-// Tabs part the cells of a row, so a name that holds one can't be told from two cells.
+// Tabs separate cells, so they can't be part of one.
 static std::string sCell(const std::string& sText)
 {
     return sReplaceAll(sText, "\t", " ");
@@ -199,7 +199,7 @@ void UpdateGridFromGUI_ConversionItem(Application& app)
     const bool bByLibrary = frm.lConversionMethod == 1;
     const std::int32_t lOriginalType = lSelectedFileType(frm.cbFileTypeOriginal);
     const std::int32_t lTargetType = lSelectedFileType(frm.cbFileTypeTarget);
-    // This writer parts the flags by blanks and the one for requests doesn't; readers take both.
+    // Flags are separated by spaces here but not in sFlagsFromRequest; readers accept both.
     const std::string sFlags = std::string(frm.cbDoSubfolders.Value() == 1 ? "R" : "") +
                                (frm.cbSaveToOriginalFolder.Value() == 1 ? " G" : "") +
                                (bByLibrary ? " M" : "");
@@ -265,7 +265,7 @@ void RemoveActionItem(Application& app)
         RemoveAllFilesWithJobNumber(app, fgToDo.Row());
     }
     if (fgToDo.OnEnterCell)
-        fgToDo.OnEnterCell();  // the form is to show the task that is selected now
+        fgToDo.OnEnterCell();  // show the task that is now selected
 }
 
 void RemoveAllFilesWithJobNumber(Application& app, std::int32_t lRow)

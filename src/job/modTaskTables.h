@@ -13,7 +13,7 @@
 struct Application;
 class Grid;
 
-/// The columns of both tables; fgLog alone has the last one.
+/// Columns of both tables; only fgLog has the last one.
 enum TaskColumn : std::int32_t {
     kColFlags = 0,
     kColDetails = 1,
@@ -29,57 +29,56 @@ enum TaskColumn : std::int32_t {
     kColStatus = 11
 };
 
-/// The colour of window backgrounds, as a reference to the system's colour of that number.
+/// The window background, as a system colour reference.
 constexpr std::int32_t kWindowBackground = static_cast<std::int32_t>(0x80000005);
 
-/// Resets fgToDo to header and marker row. The first time in a process the marker is formatted otherwise than
-/// later.
+/// Resets fgToDo to the header and the marker row. The first call in a process formats the marker
+/// differently.
 void SetUpToDoGrid(Application& app);
 void SetUpToDoGrid(Application& app, Grid& fgToDo);
 
-/// Resets fgLog to header and one empty row, and ends with bInternalGridChange False whatever it was.
+/// Resets fgLog to the header and one empty row. Always leaves bInternalGridChange False.
 void SetUpLogGrid(Application& app);
 
 /// Selects the whole current row.
 void SelectGridRow(Application& app, Grid& fgGrid);
 
-/// Inserts a request as a task in front of the marker row, which becomes the current row. A conversion if the
-/// action holds "C", else a special process.
+/// Inserts a task before the marker row, which becomes current: a conversion if the action contains "C",
+/// otherwise a special process.
 void AddTaskRow(Application& app, const clsConversionOptions& objOptions);
 void AddConversionTaskRow(Application& app, const clsConversionOptions& objOptions);
 void AddSpecialTaskRow(Application& app, const clsConversionOptions& objOptions);
 
-/// "R", "G" and "M" without blanks, as "RGM".
+/// The flags "R", "G" and "M" without spaces, such as "RGM".
 std::string sFlagsFromRequest(const clsConversionOptions& objOptions);
 
-/// True when a flag stands among the first nine characters of a flags cell.
+/// True if the flag is among the first nine characters of a flags cell.
 bool bFlagIsSet(const std::string& sFlags, char cFlag);
 
-/// Writes the conversion fields of the form over the current row, except for its number and its Pass mark.
-/// The header and the marker row are left alone. The caller then updates the lists of recent texts.
+/// Overwrites the current row with the conversion fields of the form, except its number and Pass mark. Does
+/// nothing on the header and the marker row. Update the MRU lists afterwards.
 void UpdateGridFromGUI_ConversionItem(Application& app);
 
-/// Reads a task into a run request that may have served another row before: the types of a row with empty
-/// type cells stay those of the row before. The row becomes current. The header and the marker row are never
-/// read. Raises kErrTypeMismatch for a type or process number that is none; the fields read before it then
-/// hold the new row.
+/// Reads a row into a request and makes it current. Does nothing for the header and the marker row. An empty
+/// type cell keeps the request's type, even if it came from another row. Raises kErrTypeMismatch for a
+/// malformed type or process number; fields read before that are already changed.
 void LoadRequestFromGridRow(Application& app, clsConversionOptions& objOptions, std::int32_t lRow);
 
-/// Removes the current task, unless the marker row is current, and shows the row that is current then.
+/// Removes the current task (never the marker row) and shows the row that becomes current.
 void RemoveActionItem(Application& app);
 
-/// Removes a task of fgToDo and numbers all tasks from 1 on. Header and marker row stay.
+/// Removes a row of fgToDo (never the header or the marker row) and renumbers the tasks.
 void RemoveAllFilesWithJobNumber(Application& app, std::int32_t lRow);
 
-/// Writes "+" or "-" into a row's Pass cell and shows its picture. The text is drawn in the colour of its
-/// background: it is there for saving and reading, not for the eye.
+/// Sets a row's Pass cell to "+" or "-" and shows the matching picture. The text is invisible, drawn in its
+/// background colour; it is there for saving and loading.
 void FormatPassCell(Grid& fgGrid, std::int32_t lRow, bool bPassed);
 
-/// Gives a row whose Pass cell holds "+" or "-" its picture; any other is left alone.
+/// Shows the picture for a Pass cell of "+" or "-"; leaves any other cell alone.
 void RestorePassMark(Grid& fgGrid, std::int32_t lRow);
 
-/// A table's row as one text with a tab after each cell, as job files hold it.
+/// The cells of a row, each followed by a tab, as in a job file.
 std::string sTabbedRow(const Grid& fgGrid, std::int32_t lRow);
 
-/// True for the numbers of the processes that a task may hold: 2 to 29, 31 to 60, and 100, the launch.
+/// True for the process numbers allowed in a task: 2 to 29, 31 to 60, and 100 (launch).
 bool bIsTaskProcess(std::int32_t lSpecialProcess);

@@ -1,4 +1,4 @@
-// Checks requests.
+// Validates requests.
 #include "src/job/modValidation.h"
 
 #include "src/base/path_text.h"
@@ -20,7 +20,7 @@ static bool bFail(clsConversionOptions& objOptions, std::int32_t lErr)
     return false;
 }
 
-// Folders are made without asking; the user is asked only about one that could not be made.
+// Creates the folder without asking; the user is asked only if that fails.
 static bool bFolderIsThere(Application& app, const std::string& sFolder)
 {
     if (!bFolderExists(app, sFolder))
@@ -57,7 +57,7 @@ static bool bCheckFiles(Application& app, clsConversionOptions& objOptions)
                                                   : bCheckPlainSource(app, objOptions);
 }
 
-// A request that only runs a job file is good if that file is there, whatever else it says.
+// A request to run a job file is valid if the file exists, whatever its other fields.
 static bool bIsJobRequest(Application& app, clsConversionOptions& objOptions)
 {
     if (objOptions.sCLBatchJobFile.empty())
@@ -67,7 +67,7 @@ static bool bIsJobRequest(Application& app, clsConversionOptions& objOptions)
     return true;
 }
 
-// The comparison is exact: "photo.jpeg" with type JPEG warns, and so does every "*.*".
+// Intentionally exact: "photo.jpeg" with type JPEG raises the notice, and so does every "*.*".
 static void CheckMismatch(Application& app, clsConversionOptions& objOptions)
 {
     if (objOptions.lOriginalFileType == kTypeAutodetect || app.frmTypeMatchNotification.bDontShowAgain ||

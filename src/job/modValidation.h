@@ -1,9 +1,9 @@
-// The check of a task before it enters the table or runs, and the two ways to report what is wrong.
+// Validates tasks before they are added or run, and reports errors to the form or the command line.
 // Room: job.
 //
-// The check leaves a number in lErr; a reporter turns it into words. The one of the form may ask and mend,
-// the one of the command line only records. lErr is written only when a check fails, so a code that stood
-// there before survives a request that is found good.
+// Validation sets a code in lErr; a reporter turns it into a message. The form's reporter may ask the user
+// and fix the request, the command line's only records. A valid request leaves lErr as it was, so an earlier
+// code survives.
 #pragma once
 
 #include <cstdint>
@@ -38,17 +38,16 @@ constexpr std::int32_t kErrSize = -200;
 constexpr std::int32_t kErrInterpolation = -201;
 constexpr std::int32_t kErrTypesMissing = -202;
 
-/// Checks a request up to its first failure; only the notice of a type mismatch doesn't stop it. Makes
-/// missing target folders, clears bDoSubfolders and bSaveInOriginalFolder of a plain source, and completes
-/// the target of a conversion.
+/// Validates a request and stops at the first failure, except for the type mismatch notice. Creates missing
+/// target folders, clears bDoSubfolders and bSaveInOriginalFolder if the source isn't a wildcard, and
+/// completes a conversion's target.
 void ValidateRequest(Application& app, clsConversionOptions& objOptions);
 void ValidateConversionRequest(Application& app, clsConversionOptions& objOptions);
 void ValidateSpecializedRequest(Application& app, clsConversionOptions& objOptions);
 
-/// Puts the words for lErr into sErr and reports them. A target folder that can't be made is left unsaid.
+/// Sets sErr to the message for lErr and reports it. A target folder that can't be created has no message.
 void ReportValidationErrorCommandLine(Application& app, clsConversionOptions& objOptions);
 
-/// Tells the user what lErr means, asks where something can be done about it, and puts the focus where it is
-/// wrong. True: go on with the request as it stands. False: give up, unless lErr is 0 now, as after a
-/// mismatch that the user accepts.
+/// Shows the message for lErr, offers a remedy where there is one, and focuses the offending field. True:
+/// carry on with the request as it is. False: give up, unless lErr is now 0 (the user accepted a mismatch).
 bool bReportValidationErrorGUI(Application& app, clsConversionOptions& objOptions);

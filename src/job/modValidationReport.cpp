@@ -1,4 +1,4 @@
-// Puts what a check found into words, for the form and for the command line.
+// Messages for validation errors, for the form and for the command line.
 #include "src/job/modValidation.h"
 
 #include <limits>
@@ -16,7 +16,7 @@
 namespace
 {
 
-/// A piece of a message: a text that is translated, or a path that isn't.
+/// Part of a message: text to translate, or a path.
 struct Piece {
     std::string sText;
     bool bPath = false;
@@ -38,7 +38,7 @@ static std::string sJoinPieces(Application& app, const Pieces& aPieces)
     return sJoin(aTexts, "\r\r");
 }
 
-// The words that the form and the command line share; none for a code that only one of them knows.
+// Messages shared by the form and the command line; empty for a code that belongs to only one.
 static Pieces aSharedWords(const clsConversionOptions& objOptions)
 {
     const Piece objOriginal = objPath(objOptions.sOriginalFile);
@@ -80,8 +80,8 @@ static Pieces aSharedWords(const clsConversionOptions& objOptions)
     }
 }
 
-// The example paths of the two differ, and the question about a folder has two blanks in one text and one in
-// the other: translators have these texts as keys.
+// Keep the differing example paths and the double space in one of the folder questions: translations use
+// these texts as keys.
 static Pieces aFormWords(const clsConversionOptions& objOptions)
 {
     switch (objOptions.lErr) {
@@ -136,7 +136,7 @@ static Pieces aCommandLineWords(const clsConversionOptions& objOptions)
 void ReportValidationErrorCommandLine(Application& app, clsConversionOptions& objOptions)
 {
     const Pieces aPieces = aCommandLineWords(objOptions);
-    // The two target folders that can't be made have no words here: only the failure of the line tells.
+    // The two target folder errors have no message here; the failed line is the only sign.
     if (aPieces.empty())
         return;
     objOptions.sErr = sJoinPieces(app, aPieces);
@@ -162,7 +162,7 @@ static void Focus(TextControl& txt, std::int32_t lLength = std::numeric_limits<s
     txt.SelectFromStart(lLength);
 }
 
-// The length selected is that of the other field. Nobody has missed the rest.
+// Selects as many characters as the target has. This oddity is intentional.
 static void FocusOriginalFile(frmMain& frm)
 {
     Focus(frm.cbOriginalFile, lLetters(frm.cbTargetFile.Text()));
@@ -196,7 +196,7 @@ static bool bOfferMissingSource(Application& app, const std::string& sWords, con
 static void AskAboutMismatch(Application& app, clsConversionOptions& objOptions)
 {
     frmTypeMatchNotification& frm = app.frmTypeMatchNotification;
-    frm.bContinue = false;  // what counts when the notice is closed without a button
+    frm.bContinue = false;  // the default if the notice is closed without a button
     app.svc.objWindows.ShowModal(frm);
     if (frm.bContinue)
         objOptions.lErr = 0;
@@ -204,7 +204,7 @@ static void AskAboutMismatch(Application& app, clsConversionOptions& objOptions)
         Focus(app.frmMain.cbOriginalFile);
 }
 
-// The codes that end in one box and a focus.
+// Codes that only show a message box and set the focus.
 static void ShowAndFocus(Application& app, std::int32_t lErr, const std::string& sWords)
 {
     frmMain& frm = app.frmMain;
