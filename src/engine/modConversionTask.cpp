@@ -15,7 +15,7 @@
 
 constexpr std::int32_t kErrNoFileList = -10000;
 
-// The record for the files of a list, so that the task's own record keeps its wildcards.
+// A copy of the request for the files of a list, so that the task's own record keeps its wildcards.
 static clsConversionOptions objFileOf(const clsConversionOptions& objOptions)
 {
     clsConversionOptions objFile;

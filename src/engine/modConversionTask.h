@@ -1,4 +1,4 @@
-// Runs one conversion task over its whole file list.
+// Runs a conversion task over its file list.
 // Room: engine.
 #pragma once
 
@@ -7,9 +7,9 @@
 struct Application;
 struct clsConversionOptions;
 
-/// lResult becomes 0 for a pass, -10000 when no file list could be made, or a failed file's code. A failing
-/// file doesn't stop the list. In a list the item's result counts, not its lErr, so that a file that could
-/// not be loaded fails neither the file nor the task; with a report file in the settings the last file alone
-/// decides.
+/// Sets lResult to 0 on success, -10000 if the file list couldn't be made, or the code of a failed file. A
+/// failed file doesn't stop the list. For a list, the item's return value counts rather than its lErr, so a
+/// file that couldn't be loaded fails neither itself nor the task. If the settings name a report file, only
+/// the last file counts.
 void PerformBlockConversion(Application& app, std::int32_t lRow, clsConversionOptions& objOptions,
                             std::int32_t& lResult);

@@ -1,4 +1,4 @@
-// Walks file lists.
+// Walks the file list of a wildcard task.
 #include "src/engine/modFileWalk.h"
 
 #include "src/base/clsConversionOptions.h"
@@ -17,7 +17,7 @@ static void ShowFile(Application& app, const clsConversionOptions& objFile, std:
 {
     const double dPercent = lPosition * 100.0 / static_cast<double>(nCount);
     const std::string sPercent = sFormatOneDecimal(dPercent, app.svc.objLocale.cDecimalSign());
-    // A conversion has its blank before the number, a special process behind it.
+    // Intentional: the space goes before the number for a conversion, after it for a special process.
     const bool bConversion = bContains(objFile.sActionToDo, "C");
     app.frmMain.sCurrentFile = objFile.sOriginalFile;
     app.frmMainMDI.sbMain.SetPanel(kPanelFile, objFile.sOriginalFile);

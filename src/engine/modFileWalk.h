@@ -1,4 +1,4 @@
-// Walks the file list of a wildcard task: the half that conversions and special processes share.
+// Walks the file list of a wildcard task; shared by conversions and special processes.
 // Room: engine.
 #pragma once
 
@@ -9,17 +9,17 @@
 struct Application;
 struct clsConversionOptions;
 
-/// For each file from the resume position on: lets events run and leaves when the run was paused; puts the
-/// file and its target into objFile, making the target's folder; shows file and progress; and calls fnItem,
-/// which returns False to end the walk. A task without wildcard in its target gives every file the same
-/// target. Returns the position at which it left, one beyond the last after a whole walk.
+/// For each file, starting at the resume position: processes events and stops if the run is paused; sets
+/// source and target in objFile and creates the target's folder; shows file and progress; calls fnItem, which
+/// returns False to stop. If the target has no wildcard, all files get the same one. Returns the position,
+/// from 1, at which the walk stopped, or one past the last.
 std::int32_t lWalkFiles(Application& app, const clsConversionOptions& objOptions,
                         clsConversionOptions& objFile, const std::vector<std::string>& colFiles,
                         const std::function<bool()>& fnItem);
 
-/// Keeps the place for the next start when the run was paused: one file back from lPosition, so that the last
-/// finished file is repeated; 0 for a position below 3, and for a task without a list (position 0).
+/// If the run is paused, stores where to resume: one file before lPosition, so that the last finished file is
+/// repeated. 0 for a position below 3, and for a task without a list (position 0).
 void KeepResumePosition(Application& app, std::int32_t lPosition);
 
-/// Puts the translated notice into the request when Pause came while its list was built.
+/// Notes in the request that the run was paused while the file list was being built.
 void NotePauseBeforeWalk(Application& app, clsConversionOptions& objOptions);

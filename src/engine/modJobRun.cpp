@@ -1,4 +1,4 @@
-// Runs jobs.
+// Runs, pauses and rewinds jobs.
 #include "src/engine/modJobRun.h"
 
 #include <set>
@@ -44,7 +44,7 @@ void bCheckToUpdateDirtyConversionItem(Application& app, const JobRunHooks& objH
     const bool bOnMarker = frm.fgToDo.TextMatrix(frm.fgToDo.Row(), kColNumber) == "*";
     const bool bNoTask = frm.fgToDo.TextMatrix(1, kColNumber) == "*";
     if (frm.bDirtyConversionItem && !bOnMarker && !bNoTask) {
-        // Not translated: the number in it would make every row's question a text of its own.
+        // Not translated: with the row number in it, every row would be a different translation key.
         const BoxAnswer eAnswer = app.svc.objWindows.MsgBox(
             "You've changed the current conversion item #" + std::to_string(frm.fgToDo.Row()) +
                 "\r\rDo you want to update your changes?",
@@ -76,18 +76,18 @@ void PerformBlock(Application& app, std::int32_t lRow, clsConversionOptions& obj
 {
     objOptions.lErr = lErr = 0;
     objOptions.sErr.clear();
-    // "C" is asked first: an action that holds both letters is a conversion.
+    // "C" wins: an action with both letters is a conversion.
     if (bContains(objOptions.sActionToDo, "C"))
         PerformBlockConversion(app, lRow, objOptions, lErr);
     else if (bContains(objOptions.sActionToDo, "S"))
         PerformBlockSpecialized(app, lRow, objOptions, lErr);
 }
 
-/// The slices that a run has loaded, by job file and first task.
+/// Slices loaded by a run, as job file and first task.
 using Slices = std::set<std::pair<std::string, std::int32_t>>;
 
-// True for a reload that brings another slice. One whose file is gone, or that the run has been through,
-// would run the same tasks again and again without an end.
+// True if the reload loads a new slice. Reloading a missing file or a slice that was run already would loop
+// forever.
 static bool bReloadsAnotherSlice(Application& app, const clsConversionOptions& objOptions, Slices& aSlices)
 {
     return bFileExists(app, objOptions.sTargetFile) &&
@@ -109,8 +109,7 @@ static void RunTasks(Application& app, std::int32_t lStart)
     std::int32_t lLast = fgToDo.Rows() - 2;
     std::int32_t lCount = 1;
     Slices aSlices;
-    clsConversionOptions
-        objOptions;  // one for all rows: a field that a row leaves empty keeps the value before it
+    clsConversionOptions objOptions;  // shared by all rows: an empty cell keeps the previous row's value
     for (std::int32_t lRow = lStart; lRow <= lLast && lRow <= fgToDo.Rows() - 2; ++lRow, ++lCount) {
         app.frmMainMDI.sbMain.SetPanel(kPanelTask, std::to_string(lCount));
         app.svc.objProcessLauncher.CollectEnded();
@@ -124,9 +123,9 @@ static void RunTasks(Application& app, std::int32_t lStart)
         else
             PerformBlock(app, lRow, objOptions, lErr);
         if (!frm.bRunning)
-            break;  // the row stays unmarked, so that the next start goes on with it
+            break;  // the row stays unmarked, so the next start resumes with it
         if (bNextSlice) {
-            lRow = 0;  // the table is another one now, and is run from its top
+            lRow = 0;  // a new table: start at its top
             lLast = fgToDo.Rows() - 2;
         } else {
             UpdatePassedCell(app, fgToDo, lRow, lErr);

@@ -1,4 +1,4 @@
-// The run of a job: from the first task without a mark to the last, each marked as it ends.
+// Runs a job from its first unmarked task to its last, marking each task as it ends.
 // Room: engine.
 #pragma once
 
@@ -9,36 +9,36 @@ class Grid;
 struct Application;
 struct clsConversionOptions;
 
-/// What a run needs of the floors above it. A run without windows needs none of it.
+/// Callbacks into higher floors. A run without windows needs none.
 struct JobRunHooks {
-    /// Writes the changed fields back to their row; False when that was refused.
+    /// Writes the edited fields back to their row; False if they were rejected.
     std::function<bool(Application& app)> ConversionJobUpdate;
 };
 
-/// Runs the table's tasks in order. A failing task doesn't stop the run; Pause does, after the file in work,
-/// and the next start goes on at the task that it left unmarked. Clears the log table. A clsRaisedError
-/// passes through; the caller then puts the run's state back with EndRun.
+/// Clears the log and runs the tasks in order. A failed task doesn't stop the run. A pause stops it after the
+/// current file; the next start resumes at the task left unmarked. Lets a clsRaisedError through; the caller
+/// must then call EndRun.
 void ConversionJobBegin(Application& app, const JobRunHooks& objHooks = {});
 
-/// Stops the run at its next test, if keyPause is enabled.
+/// Stops the run at its next check, if keyPause is enabled.
 void ConversionJobPause(Application& app);
 
-/// Clears the marks of all rows and the resume position, and empties the log table.
+/// Clears all Pass marks, the resume position and the log.
 void ConversionJobRewind(Application& app);
 
-/// Puts the state of a run back to idle, however it ended.
+/// Restores the idle state after a run, however it ended.
 void EndRun(Application& app);
 
-/// Gives the first row without a mark, one beyond the last task if there is none; rows become current on the
+/// Finds the first unmarked row, or one past the last task if there is none. Changes the current row on the
 /// way.
 void FindStartPoint(Application& app, Grid& fgToDo, std::int32_t& lRow);
 
-/// bGoOn False: the user wants to go back to the fields that differ from their row.
+/// Asks about fields that differ from their row. bGoOn False: the user wants to return to them.
 void bCheckToUpdateDirtyConversionItem(Application& app, const JobRunHooks& objHooks, bool& bGoOn);
 
-/// bNone True: the table has no task, and the user was told.
+/// bNone True: the table has no tasks, and the user has been told.
 void bCheckToZeroConversionItems(Application& app, bool& bNone);
 
-/// One task, by its action: "C" anywhere in it makes a conversion, else "S" a special process. lErr is its
-/// outcome.
+/// Runs one task: a conversion if the action contains "C", otherwise a special process if it contains "S".
+/// lErr is the outcome.
 void PerformBlock(Application& app, std::int32_t lRow, clsConversionOptions& objOptions, std::int32_t& lErr);

@@ -11,8 +11,7 @@
 #include "src/platform/window_services.h"
 
 constexpr std::int32_t kNoTimeout = -1;
-// Between two looks at the events: short enough for a click on Pause, long enough to leave the processor
-// alone.
+// Polling interval: short enough for a click on Pause, long enough not to burn CPU.
 constexpr std::int32_t kMillisecondsPerLook = 20;
 
 std::int32_t lLaunchTask(Application& app, clsConversionOptions& objOptions)

@@ -1,4 +1,4 @@
-// Records what became of each file.
+// Logs the outcome of each file.
 #include "src/engine/modRunLog.h"
 
 #include <algorithm>
@@ -17,10 +17,10 @@
 #include "src/report/modReportMessage.h"
 #include "src/translator/modTranslator.h"
 
-// The flags of a log row come from the table's row of this remainder.
+// A log row takes its flags from the task row modulo this.
 constexpr std::int32_t kFlagRowModulus = 30000;
 
-// A file name may hold what parts the cells and the lines of a report.
+// File names may contain the separators of cells and lines.
 static std::string sOneCell(const std::string& sText)
 {
     std::string sCell = sText;

@@ -1,4 +1,4 @@
-// Runs the tasks of special processes.
+// Runs special process tasks.
 #include "src/engine/modSpecialTask.h"
 
 #include <vector>
@@ -22,7 +22,7 @@ constexpr std::int32_t kErrEndsWalk = -1;
 
 std::string sExitCodeText(const clsConversionOptions& objOptions)
 {
-    // Not translated: the texts stand in reports, where other programs look for them.
+    // Not translated: other programs search reports for these texts.
     switch (objOptions.lErr) {
         case 0:
             return "Successfully Processed.";
@@ -37,7 +37,7 @@ std::string sExitCodeText(const clsConversionOptions& objOptions)
 
 std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOptions)
 {
-    bool bImage = true;  // a picture was made of a picture
+    bool bImage = true;  // the source was processed as an image
     if (objOptions.lSpecialProcess == kProcessReload) {
         bImage = false;
         LoadJobFile(app, objOptions.sTargetFile, objOptions.lTargetFileType, app.frmMain.fgToDo);
@@ -48,7 +48,7 @@ std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOpti
     } else if (bIsTaskProcess(objOptions.lSpecialProcess)) {
         PerformConversionItemNCTOCX(app, objOptions);
     } else {
-        bImage = false;  // nothing was made of the source, so it isn't done with
+        bImage = false;  // nothing was done with the source, so keep it
     }
     if (app.frmMain.bDeleteOriginalFileAfterProcessing && bImage && objOptions.lErr == 0 &&
         !bSourceIsTarget(app, objOptions))
