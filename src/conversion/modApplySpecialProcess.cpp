@@ -1,4 +1,4 @@
-// Calls the image library's operation of a special process.
+// Applies a special process through the image library.
 #include "src/conversion/modApplySpecialProcess.h"
 
 #include <cmath>
@@ -32,9 +32,9 @@ void CompleteSize(Application& app, const ImageBuffer& aImage, std::int32_t& lWi
         lHeight = lRounded(lWidth / dRatio);
 }
 
-// False when the size is 0 by 0: the picture is to stay as it is. The wish to keep the proportions, the last
-// field, decides nothing here: a size that is 0 follows from the other in any case, and two sizes are taken
-// as they are.
+// False if the size is 0 by 0, which leaves the image alone. The "retain aspect ratio" field (the last) is
+// intentionally ignored: a size of 0 is always computed from the other, and two given sizes are taken
+// literally.
 static bool bPrepareResize(Application& app, const ImageBuffer& aImage, DetailsValues& aValues)
 {
     std::int32_t& lWidth = std::get<std::int32_t>(aValues[0]);
@@ -62,7 +62,7 @@ bool bApplySpecialProcess(Application& app, clsConversionOptions& objOptions, Im
     const bool bCalls = pRow && pRow->fnCall;
     DetailsValues aValues;
     if (bCalls) {
-        std::string sPrefix;  // the run's own record of it was read with the item
+        std::string sPrefix;  // required by ReadDetails; the item has already read it
         aValues = aFreshValues(*pRow);
         ReadDetails(*pRow, objOptions.sExtraParams, sPrefix, aValues, app.svc.objLocale.cDecimalSign());
     }

@@ -1,4 +1,4 @@
-// Unpacks the details of a conversion.
+// Parses the details of a conversion.
 #include "src/conversion/modConversionDetails.h"
 
 #include <functional>
@@ -10,7 +10,7 @@
 #include "src/forms/Application.h"
 #include "src/platform/locale.h"
 
-// An assignment that may fail silently, so that the field keeps its value.
+// Swallows a conversion error, so that the field keeps its value.
 static void AssignOrKeep(const std::function<void()>& fnAssign)
 {
     try {

@@ -1,4 +1,4 @@
-// The details of a conversion: the eleven fields that a task carries joined by "^".
+// Details of a conversion: eleven fields joined by "^", as stored with a task.
 // Room: conversion.
 #pragma once
 
@@ -8,14 +8,14 @@
 
 struct Application;
 
-/// What one item needs of its details.
+/// The fields that belong to one item.
 struct ConversionDetails {
-    std::string sPagesToDo;  ///< a page range, or "*", or "" for all pages
+    std::string sPagesToDo;  ///< page ranges, or "*" or "" for all pages
     bool bAppendToTiff = false;
     ImageInfoTexts objTexts;
 };
 
-/// Unpacks sExtraParams: pages, compression, append, quality and the seven texts. Fewer than two fields
-/// unpack nothing. A field that doesn't convert keeps the value it had; compression and quality keep it from
-/// item to item, in frmMain. A quality that is no number is 100.
+/// Parses sExtraParams: pages, compression, append, quality and the seven texts. Does nothing if there are
+/// fewer than two fields. A field that doesn't convert keeps its value; compression and quality, stored in
+/// frmMain, keep it from item to item. A quality that isn't a number is 100.
 ConversionDetails SplitImageConversionOptions(Application& app, const std::string& sExtraParams);

@@ -1,4 +1,4 @@
-// Loads, transforms and saves one file, page by page where there are pages.
+// Loads, transforms and saves one file, page by page if it is a TIFF.
 #include "src/conversion/modConversionItem.h"
 
 #include <vector>
@@ -27,18 +27,18 @@ constexpr std::int32_t kErrFrameNotLoaded = -110;
 namespace
 {
 
-/// Whether the item goes on after a step or has come to its end.
+/// Whether to carry on with the item after a step.
 enum class Step { GoOn, EndItem };
 
-/// One item in work.
+/// The item being converted.
 struct Item {
     Application& app;
     ImageFile& ImageFile1;
     clsConversionOptions& objOptions;
     ConversionDetails objDetails;
     ImageBuffer aImage;
-    bool bOK = false;             ///< the last save came out well
-    bool bProcessRaised = false;  ///< the special process raised an error: the file ends here
+    bool bOK = false;             ///< the last save succeeded
+    bool bProcessRaised = false;  ///< the special process raised an error, which ends the item
 };
 
 }  // namespace
@@ -55,7 +55,7 @@ static void FailToLoad(Item& objItem)
          sTranslate(objItem.app, "Unsupported source image file format. Unable to load image."));
 }
 
-// Ends an item whose multi-page file is still open.
+// For an item whose multi-page target is still open.
 static void FailToLoadAndClose(Item& objItem)
 {
     FailToLoad(objItem);
@@ -68,8 +68,8 @@ static bool bIsTiff(std::int32_t lType)
     return lType == kTypeTiff;
 }
 
-// The only place at which an error that a process raises (an overflow of its numbers, a fault of the
-// transform) is caught: it costs this file, not the run.
+// The only place that catches errors raised by a special process (overflow, failed operation): they fail this
+// file, not the run.
 static bool bApplyOrFail(Item& objItem)
 {
     try {
@@ -105,13 +105,13 @@ bool bSaveImageAsType(Application& app, clsConversionOptions& objOptions, std::i
         objOptions.lErr = kErrInvalidTargetType;
         objOptions.sErr = sTranslate(app, "Invalid target file type");
     }
-    // Overwrites the code just set as well: a type that can't be saved ends as a failed save.
+    // Intentionally overwrites the code just set: an unsupported type is reported as a failed save.
     objOptions.lErr = bOK ? 0 : kErrNotConverted;
     objOptions.sErr = bOK ? std::string() : sTranslate(app, "Unable to convert");
     return bOK;
 }
 
-// Saves without losing the first failure of the item.
+// Saves, but keeps the item's first error.
 static bool bSavePage(Item& objItem)
 {
     clsConversionOptions& objOptions = objItem.objOptions;
@@ -124,7 +124,7 @@ static bool bSavePage(Item& objItem)
     return bOK;
 }
 
-// Loads a selected page of the source; a failure is recorded unless an earlier one is.
+// Loads a selected page of the source; keeps the item's first error.
 static bool bLoadSelectedPage(Item& objItem, const std::string& sPage, std::size_t nPosition)
 {
     if (objItem.ImageFile1.LoadFrame(objItem.objOptions.sOriginalFile, lToLong(sPage) - 1, objItem.aImage))
@@ -146,8 +146,8 @@ static std::string sAllPages(Item& objItem)
     return sPages;
 }
 
-// A page onto the end of a TIFF: its pages go to a temporary file, the new one after them. The process is
-// applied to the pages that were there as well.
+// Appends the source to an existing TIFF: copies its pages to a temporary file and adds the new page. The
+// special process is applied to the existing pages as well.
 static Step AppendSourceToTiff(Item& objItem)
 {
     ImageFile& ImageFile1 = objItem.ImageFile1;
@@ -174,14 +174,14 @@ static Step AppendSourceToTiff(Item& objItem)
     objItem.bOK = bApplyOrFail(objItem) && ImageFile1.AppendFrame(objItem.aImage, true);
     if (objItem.bProcessRaised)
         return Step::EndItem;
-    // A target that lost pages on the way must not take the place of the one that has them.
+    // Don't replace the target if any of its pages was lost.
     objItem.bOK = objItem.bOK && bAllCarriedOver;
     if (bAllCarriedOver)
         bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile);
     return Step::GoOn;
 }
 
-// Any source but a TIFF into a TIFF.
+// Converts any other source to TIFF.
 static Step ConvertIntoTiff(Item& objItem)
 {
     clsConversionOptions& objOptions = objItem.objOptions;
@@ -197,7 +197,7 @@ static Step ConvertIntoTiff(Item& objItem)
     return objItem.bProcessRaised ? Step::EndItem : Step::GoOn;
 }
 
-// The pages of a TIFF to files of their own.
+// Saves each selected page of a TIFF to its own file.
 static Step SplitTiff(Item& objItem)
 {
     clsConversionOptions& objOptions = objItem.objOptions;
@@ -223,7 +223,7 @@ static Step SplitTiff(Item& objItem)
     return Step::GoOn;
 }
 
-// Copies the pages that the target holds to the temporary file.
+// Copies the target's pages to the temporary file.
 static bool bCarryOverPages(Item& objItem, const std::string& sTemporary, bool& bAllCarriedOver)
 {
     const std::string& sTarget = objItem.objOptions.sTargetFile;
@@ -240,8 +240,8 @@ static bool bCarryOverPages(Item& objItem, const std::string& sTemporary, bool& 
     return true;
 }
 
-// Selected pages of a TIFF onto the end of another. Unlike with other sources, the process is not applied to
-// the pages that were there, and an empty selection selects nothing.
+// Appends selected pages of a TIFF to another. Unlike AppendSourceToTiff, this doesn't apply the special
+// process to existing pages, and an empty selection selects no page.
 static Step AppendPagesToTiff(Item& objItem)
 {
     ImageFile& ImageFile1 = objItem.ImageFile1;
@@ -270,7 +270,7 @@ static Step AppendPagesToTiff(Item& objItem)
         if (objItem.bProcessRaised)
             return Step::EndItem;
     }
-    // A target that lost pages on the way must not take the place of the one that has them.
+    // Don't replace the target if any of its pages was lost.
     objItem.bOK = objItem.bOK && bAllCarriedOver;
     if (bAllCarriedOver)
         bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile);
@@ -287,8 +287,8 @@ static Step ConvertOnce(Item& objItem)
     return SplitTiff(objItem);
 }
 
-// The road of an item with a TIFF at either end. The second pass repeats the first with what it left: the
-// first failure's code stays even if everything is written now, and split pages are split again under their
+// Converts an item whose source or target is a TIFF. A failed first pass is repeated in the state it left
+// behind: the first error stays even if every page is then saved, and split pages are split again under their
 // new names.
 static void ConvertWithPages(Item& objItem, std::int32_t& lResult)
 {
@@ -327,7 +327,7 @@ std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions&
         bThere = bFolderExists(app, sFolder);
     }
     if (!bThere) {
-        // The item goes on all the same: its saves fail, and this code stays.
+        // Carry on regardless: the saves will fail, but this error stays.
         Fail(objItem, kErrNoTargetFolder, sTranslate(app, "Target folder does not exist"));
         lResult = kErrNoTargetFolder;
     }

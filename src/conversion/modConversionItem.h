@@ -1,4 +1,4 @@
-// Turns one source file into one or more target files.
+// Converts one source file to one or more target files.
 // Room: conversion.
 #pragma once
 
@@ -9,22 +9,21 @@ struct Application;
 struct ImageBuffer;
 struct clsConversionOptions;
 
-/// Loads, applies the special process if there is one, and saves, for one file. The outcome is left in lErr
-/// and sErr of the request; while the pages of a TIFF are split, sTargetFile is rewritten for each. The
-/// result is lErr, with one exception that callers rely on: a file that could not be loaded leaves the result
-/// at 0 (or at -100, for a missing target folder) while lErr says -101. A bad page entry raises
-/// clsRaisedError.
+/// Loads one file, applies the special process if any, and saves it. Sets lErr and sErr of the request; when
+/// the pages of a TIFF are split, sTargetFile changes with each page. Returns lErr, with one intentional
+/// exception: if loading fails, lErr is -101 but the result is 0 (or -100 if the target folder is missing).
+/// Raises clsRaisedError for a malformed page range.
 std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions& objOptions);
 
-/// The same, followed by the deletion of the source where the settings ask for it, the result is 0 and the
-/// source is not the target. Method 1 only: with any other nothing is converted, and the result is 0.
+/// Same, then deletes the source if the settings say so, the result is 0 and the source isn't the target. Any
+/// method but 1 converts nothing and gives 0.
 std::int32_t lPerformConversionItem(Application& app, clsConversionOptions& objOptions);
 
-/// True when deleting the source would delete the target that was just written: the same text, whatever its
-/// case, or another path to the same file.
+/// True if source and target are the same file, so that deleting the source would delete the new target:
+/// equal paths ignoring case, or two paths to one file.
 bool bSourceIsTarget(Application& app, const clsConversionOptions& objOptions);
 
-/// Saves aImage by file type code. lErr and sErr are set to 0 and "", or, for a failed save and for a type
-/// that can't be saved alike, to -103 "Unable to convert".
+/// Saves aImage in the format of a file type. Sets lErr and sErr to 0 and "", or to -103 "Unable to convert"
+/// if saving fails or the type can't be saved.
 bool bSaveImageAsType(Application& app, clsConversionOptions& objOptions, std::int32_t lType,
                       const std::string& sFile, const ImageBuffer& aImage);

@@ -1,4 +1,4 @@
-// Reads page ranges.
+// Parses page ranges.
 #include "src/conversion/modPageRanges.h"
 
 #include <algorithm>
@@ -12,8 +12,7 @@
 
 static constexpr std::int64_t kMaxEntries = 20'000'000;
 
-// The numbers of one entry go to aNumbers. More than one hyphen makes the entry worthless, which counts as
-// page 0.
+// Appends the numbers of one entry. An entry with more than one hyphen is invalid and counts as page 0.
 static void ExpandRange(const std::string& sEntry, std::vector<std::int32_t>& aNumbers)
 {
     const auto nHyphens = std::count(sEntry.begin(), sEntry.end(), '-');
