@@ -1,4 +1,4 @@
-// Parses command lines.
+// Parses the command text.
 #include "src/entry/modCommandLineParser.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@
 
 constexpr std::int32_t kErrTypeNotSpecified = -202;
 constexpr std::int32_t kHelpTopicCommandLine = 30;
-// Of the numbered parameters, /0 and /j are kept but never used: the details begin at index 1 and end at 20.
+// /0 and /j are accepted but unused: the details are slots 1 to 20.
 constexpr std::int32_t kFirstDetail = 1;
 constexpr std::int32_t kLastDetail = 20;
 
@@ -34,7 +34,7 @@ std::int32_t iCountFields(const std::string& sText, char cDelimiter)
     return static_cast<std::int32_t>(std::count(sText.begin(), sText.end(), cDelimiter)) + 1;
 }
 
-// The bytes of the UTF-8 character at the head of a text.
+// Length in bytes of the first UTF-8 character.
 static std::size_t nFirstCharacterSize(const std::string& sText)
 {
     std::size_t n = sText.empty() ? 0 : 1;
@@ -55,8 +55,8 @@ std::string sGetField(std::int32_t n, const std::string& sText, char cDelimiter,
     return sTrim(sField.substr(nFirst));
 }
 
-// A path with a separator loses its quotes; one without lies in the program's own folder and keeps them, so
-// that a quoted lone name fails, except where bAlwaysUnquoted.
+// A path with a separator loses its quotes. One without is relative to the program's own folder and keeps
+// them, so a quoted bare name fails unless bAlwaysUnquoted.
 static std::string sPathOfArgument(const Application& app, const std::string& sArgument, bool bAlwaysUnquoted)
 {
     const bool bHasSeparator =
@@ -76,7 +76,7 @@ static void SetLogFile(Application& app, clsConversionOptions& objOptions, const
         CreateFolderPath(app, sFolder);
 }
 
-// The slot of a numbered parameter: /0 to /9, then, after two empty slots, /a to /j; -1 for any other letter.
+// Slot of a numbered parameter: /0 to /9, two unused slots, then /a to /j; -1 for any other letter.
 static std::int32_t lParameterSlot(char cLetter)
 {
     if (cLetter >= '0' && cLetter <= '9')
@@ -86,7 +86,7 @@ static std::int32_t lParameterSlot(char cLetter)
     return -1;
 }
 
-// Carries out one switch; False for an unknown one. May raise when its argument doesn't convert.
+// Applies one switch. False if it is unknown. May raise if its argument doesn't convert.
 static bool bTakeSwitch(Application& app, char cLetter, const std::string& sArgument,
                         clsConversionOptions& objOptions, Parameters& aParam)
 {
@@ -145,7 +145,7 @@ static bool bTakeSwitch(Application& app, char cLetter, const std::string& sArgu
     return true;
 }
 
-// All switches of the text; the result names the unknown ones.
+// Applies all switches and returns the unknown ones.
 static std::string sTakeSwitches(Application& app, const std::string& sCommandLine,
                                  clsConversionOptions& objOptions, Parameters& aParam)
 {
@@ -158,7 +158,7 @@ static std::string sTakeSwitches(Application& app, const std::string& sCommandLi
         try {
             bKnown = sLetter.size() == 1 && bTakeSwitch(app, sLetter[0], sArgument, objOptions, aParam);
         } catch (const clsRaisedError&) {
-            // A number that doesn't convert leaves its field as it was.
+            // A malformed number leaves its field unchanged.
         }
         if (!bKnown)
             sUnknown += " /" + sLetter;
@@ -179,7 +179,7 @@ static void FindMissingTypes(clsConversionOptions& objOptions)
     LookUpType(objOptions.sOriginalFile, objOptions.lOriginalFileType);
     LookUpType(objOptions.sTargetFile, objOptions.lTargetFileType);
     if (objOptions.sActionToDo == "S") {
-        // A process never changes the type: this overrides even a target type that was given.
+        // A special process never changes the type; this overrides even an explicit target type.
         if (objOptions.lOriginalFileType != kNoFileType)
             objOptions.lTargetFileType = objOptions.lOriginalFileType;
         else

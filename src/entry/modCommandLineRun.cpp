@@ -1,4 +1,4 @@
-// Runs without windows.
+// Runs a request without windows.
 #include "src/entry/modCommandLineRun.h"
 
 #include <string>
@@ -21,7 +21,7 @@ static std::int32_t lRun(Application& app, clsConversionOptions& objOptions)
     }
     ConversionJobOpen(app, objOptions.sCLBatchJobFile);
     ConversionJobBegin(app);
-    // Any row counts as a failure, also one that a report file made of a success.
+    // Any row counts as a failure, even a success logged because of a report file. This is intentional.
     return app.frmMain.fgLog.Rows() >= 3 ? -1 : 0;
 }
 

@@ -1,4 +1,4 @@
-// Runs a parsed request without windows and reports the result in text.
+// Runs a parsed request without windows and reports the outcome.
 // Room: entry.
 #pragma once
 
@@ -7,7 +7,7 @@
 struct Application;
 struct clsConversionOptions;
 
-/// One task, or a whole job file. 0 for success, else not 0: -1 for a job of which any row came into the log
-/// table, the first failure's code for a single task. Report lines go to sLogFile and, with bVerbose, to
-/// boxes.
+/// Runs one task or a whole job file. Returns 0 on success. On failure, returns -1 for a job (any row in the
+/// log table counts), or the first failed file's code for a single task. Reports go to sLogFile and, with
+/// bVerbose, to message boxes.
 std::int32_t lRunFromCommandLine(Application& app, clsConversionOptions& objOptions);

@@ -1,4 +1,4 @@
-// Joins the arguments.
+// Joins the process's arguments into the command text.
 #include "src/entry/modCommandText.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@ static bool bPathSwitch(std::string_view sText)
     return sText.size() == 2 && sText[0] == '/' && bContains("STLBJ", sText.substr(1));
 }
 
-// The "/" of the argument from nBegin on belong to a path.
+// Marks the "/" from nBegin on as part of a path.
 static void ProtectSlashes(std::string& sArgument, std::size_t nBegin)
 {
     std::replace(sArgument.begin() + static_cast<std::ptrdiff_t>(nBegin), sArgument.end(), '/', kSlashOfPath);

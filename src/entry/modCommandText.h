@@ -1,17 +1,17 @@
-// The process's arguments as the one text that the command line grammar is written for.
+// Converts the process's arguments to the single text that the command line grammar expects.
 // Room: entry.
 #pragma once
 
 #include <string>
 #include <vector>
 
-/// Stands for a "/" that belongs to a path, where the grammar would take a "/" for the head of a switch.
+/// Replaces a "/" inside a path, where the grammar would see the start of a switch.
 constexpr char kSlashOfPath = '\x1f';
 
-/// The arguments joined by one blank. The "/" of a host path don't cut: in an argument that follows a lone
-/// /S, /T, /L, /B or /J, or that begins with one of these, they become kSlashOfPath. A single argument is
-/// taken for the whole line and left as it is.
+/// Joins the arguments with spaces. Each "/" in a path, which is an argument that follows a lone /S, /T, /L,
+/// /B or /J or starts with one of them, becomes kSlashOfPath. A single argument is taken as the whole command
+/// text, unchanged.
 std::string sCommandText(const std::vector<std::string>& aArguments);
 
-/// The text with "/" where kSlashOfPath stands.
+/// Turns kSlashOfPath back into "/".
 std::string sWithSlashes(const std::string& sText);

@@ -25,7 +25,7 @@ void InitializeProcess(Application& app)
 {
     app.sIniFile = sSettingsFile(app.svc.objProgramFolders);
     InitializeTranslator(app);
-    app.sHelpFile = "Varnel.HLP";  // one file, whatever the language
+    app.sHelpFile = "Varnel.HLP";  // the same for all languages
 }
 
 void ShowMainWindows(Application& app)

@@ -1,4 +1,4 @@
-// The start of the process: tells its run modes apart.
+// Startup: chooses between running without windows and opening the main window.
 // Room: entry.
 #pragma once
 
@@ -7,17 +7,17 @@
 class ProgramFolders;
 struct Application;
 
-/// The path of the settings file: one for all that start the program with the same folder.
+/// Path of the settings file, shared by all instances with the same settings folder.
 std::string sSettingsFile(const ProgramFolders& objFolders);
 
-/// Carries out the command text: an empty one opens the main window, one that parses runs without windows (or
-/// opens a job in the main window, with /J and /O), any other is reported and ends. When frmMain is visible
-/// afterwards the process goes on as a window; else it ends, and nothing is saved to the settings. Raises
-/// nothing: an error that ended a run has been reported.
+/// Executes the command text. An empty text opens the main window; a valid one runs without windows, or opens
+/// a job in the main window (/J with /O); an invalid one is reported. If frmMain is visible afterwards, the
+/// process goes on as a window; otherwise it ends without saving settings. Never raises: errors that end a
+/// run are reported.
 void Main(Application& app, const std::string& sCommandLine);
 
-/// Shows the banner, then the frame and the main form. Without a display it says so and shows nothing.
+/// Shows the splash screen, then the frame window and the main form. Without a display, only shows an error.
 void ShowMainWindows(Application& app);
 
-/// sIniFile, the translator and the help file's name: what every entry into the program needs first.
+/// Sets sIniFile, the translator and sHelpFile, which everything else depends on.
 void InitializeProcess(Application& app);
