@@ -3,11 +3,11 @@
 #include <cstdlib>
 #include <new>
 
-#include "src/platform/image/codec.h"
-#include "src/platform/image/colour_profile.h"
-#include "src/platform/image/input_file.h"
-#include "src/platform/image/metadata.h"
-#include "src/platform/image/registry.h"
+#include "src/platform/image/base/input_file.h"
+#include "src/platform/image/codecs/codec.h"
+#include "src/platform/image/codecs/registry.h"
+#include "src/platform/image/colour/colour_profile.h"
+#include "src/platform/image/metadata/metadata.h"
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {

@@ -8,13 +8,13 @@
 #include "src/base/path_text.h"
 #include "src/base/text.h"
 #include "src/platform/file_system.h"
-#include "src/platform/image/alpha.h"
-#include "src/platform/image/codecs/tiff_document.h"
-#include "src/platform/image/colour_profile.h"
-#include "src/platform/image/limits.h"
-#include "src/platform/image/metadata.h"
-#include "src/platform/image/output_file.h"
-#include "src/platform/image/registry.h"
+#include "src/platform/image/base/limits.h"
+#include "src/platform/image/base/output_file.h"
+#include "src/platform/image/codecs/registry.h"
+#include "src/platform/image/codecs/tiff/tiff_document.h"
+#include "src/platform/image/colour/colour_profile.h"
+#include "src/platform/image/metadata/metadata.h"
+#include "src/platform/image/pixels/alpha.h"
 
 /// The file whose pages are being asked for.
 struct CodecImageFile::OpenDocument {

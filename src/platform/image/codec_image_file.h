@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "src/platform/image/codec.h"
-#include "src/platform/image/input_file.h"
+#include "src/platform/image/base/input_file.h"
+#include "src/platform/image/codecs/codec.h"
 #include "src/platform/image_library.h"
 
 class FileSystem;

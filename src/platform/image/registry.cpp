@@ -1,23 +1,23 @@
 // Lists the formats. A new one needs its file in codecs/ and one line here.
-#include "src/platform/image/registry.h"
+#include "src/platform/image/codecs/registry.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "src/platform/image/codecs/ani.h"
-#include "src/platform/image/codecs/bmp.h"
-#include "src/platform/image/codecs/cur.h"
-#include "src/platform/image/codecs/emf.h"
-#include "src/platform/image/codecs/gif.h"
-#include "src/platform/image/codecs/ico.h"
-#include "src/platform/image/codecs/j2k.h"
-#include "src/platform/image/codecs/jpeg.h"
-#include "src/platform/image/codecs/pcx.h"
-#include "src/platform/image/codecs/png.h"
-#include "src/platform/image/codecs/ras.h"
-#include "src/platform/image/codecs/tga.h"
-#include "src/platform/image/codecs/tiff.h"
-#include "src/platform/image/codecs/wmf.h"
+#include "src/platform/image/codecs/bmp/bmp.h"
+#include "src/platform/image/codecs/gif/gif.h"
+#include "src/platform/image/codecs/ico/ani.h"
+#include "src/platform/image/codecs/ico/cur.h"
+#include "src/platform/image/codecs/ico/ico.h"
+#include "src/platform/image/codecs/j2k/j2k.h"
+#include "src/platform/image/codecs/jpeg/jpeg.h"
+#include "src/platform/image/codecs/metafile/emf.h"
+#include "src/platform/image/codecs/metafile/wmf.h"
+#include "src/platform/image/codecs/pcx/pcx.h"
+#include "src/platform/image/codecs/png/png.h"
+#include "src/platform/image/codecs/ras/ras.h"
+#include "src/platform/image/codecs/tga/tga.h"
+#include "src/platform/image/codecs/tiff/tiff.h"
 
 static const std::vector<const Codec*>& aTable()
 {

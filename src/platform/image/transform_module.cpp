@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "src/platform/image/module_file.h"
+#include "src/platform/image/base/module_file.h"
 
 static constexpr char kFileName[] = "libvarnel_transforms.so";
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "src/platform/image/codec.h"
+#include "src/platform/image/codecs/codec.h"
 
 /// A decoder of one page out of a routine that does what DecodeFrame promises. The routine keeps what Open
 /// found.

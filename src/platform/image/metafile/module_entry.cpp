@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <exception>
 
-#include "src/platform/image/metafile/device_context.h"
-#include "src/platform/image/metafile/emf_player.h"
-#include "src/platform/image/metafile/metafile_api.h"
-#include "src/platform/image/metafile/wmf_player.h"
+#include "src/platform/image/metafile/device/device_context.h"
+#include "src/platform/image/metafile/device/metafile_api.h"
+#include "src/platform/image/metafile/emf/emf_player.h"
+#include "src/platform/image/metafile/wmf/wmf_player.h"
 
 // The widest surface is that of Cairo; what is wider is played once for each of its parts.
 static constexpr std::int32_t kTileSide = 16384;

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "src/platform/image/limits.h"
+#include "src/platform/image/base/limits.h"
 
 void KernelImageTransform::SetImage(ImageBuffer& aImage)
 {

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "src/platform/image/codecs/ani.h"
-#include "src/platform/image/codecs/bmp.h"
-#include "src/platform/image/codecs/cur.h"
-#include "src/platform/image/codecs/ico.h"
-#include "src/platform/image/codecs/pcx.h"
-#include "src/platform/image/codecs/ras.h"
-#include "src/platform/image/codecs/tga.h"
-#include "src/platform/image/input_file.h"
-#include "src/platform/image/registry.h"
+#include "src/platform/image/base/input_file.h"
+#include "src/platform/image/codecs/bmp/bmp.h"
+#include "src/platform/image/codecs/ico/ani.h"
+#include "src/platform/image/codecs/ico/cur.h"
+#include "src/platform/image/codecs/ico/ico.h"
+#include "src/platform/image/codecs/pcx/pcx.h"
+#include "src/platform/image/codecs/ras/ras.h"
+#include "src/platform/image/codecs/registry.h"
+#include "src/platform/image/codecs/tga/tga.h"
 #include "tests/platform/image/support/raster_checks.h"
 
 struct SampleFolder {

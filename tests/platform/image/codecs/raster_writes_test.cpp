@@ -1,11 +1,11 @@
 // What the small raster formats write: the pixels come back, and other programs see the same.
 #include <rapidcheck/gtest.h>
 
-#include "src/platform/image/codecs/bmp.h"
-#include "src/platform/image/codecs/pcx.h"
-#include "src/platform/image/codecs/ras.h"
-#include "src/platform/image/codecs/tga.h"
-#include "src/platform/image/output_file.h"
+#include "src/platform/image/base/output_file.h"
+#include "src/platform/image/codecs/bmp/bmp.h"
+#include "src/platform/image/codecs/pcx/pcx.h"
+#include "src/platform/image/codecs/ras/ras.h"
+#include "src/platform/image/codecs/tga/tga.h"
 #include "tests/platform/image/support/raster_checks.h"
 
 struct Written {

@@ -1,8 +1,8 @@
 // Metafiles that lie: none may crash, hang or read beyond its bytes. What is seen of them doesn't matter.
 #include <bit>
 
-#include "src/platform/image/codecs/emf.h"
-#include "src/platform/image/codecs/wmf.h"
+#include "src/platform/image/codecs/metafile/emf.h"
+#include "src/platform/image/codecs/metafile/wmf.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/metafile_maker.h"
 

@@ -12,8 +12,8 @@
 #include <iterator>
 #include <sstream>
 
-#include "src/platform/image/input_file.h"
-#include "src/platform/image/output_file.h"
+#include "src/platform/image/base/input_file.h"
+#include "src/platform/image/base/output_file.h"
 
 TestFolder::TestFolder()
 {

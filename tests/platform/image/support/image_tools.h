@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "src/platform/image/codec.h"
+#include "src/platform/image/codecs/codec.h"
 
 /// A folder of its own for one test, removed with what is in it.
 class TestFolder

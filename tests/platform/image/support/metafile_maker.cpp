@@ -5,8 +5,8 @@
 #include <bit>
 #include <cmath>
 
-#include "src/platform/image/codecs/emf.h"
-#include "src/platform/image/codecs/wmf.h"
+#include "src/platform/image/codecs/metafile/emf.h"
+#include "src/platform/image/codecs/metafile/wmf.h"
 #include "tests/platform/image/support/image_tools.h"
 
 static ByteMaker objDibHeader(std::int32_t lWidth, std::int32_t lHeight, std::uint32_t nBits)

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "src/platform/image/input_file.h"
+#include "src/platform/image/base/input_file.h"
 
 std::optional<ImageBuffer> aReadPam(const std::string& sPath)
 {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "src/platform/image/transforms/processor.h"
+#include "src/platform/image/transforms/rows/processor.h"
 #include "tests/platform/image/support/failing_memory.h"
 #include "tests/platform/image/support/kernel_pictures.h"
 

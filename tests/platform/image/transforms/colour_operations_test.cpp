@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "src/platform/image/transforms/auto_levels.h"
-#include "src/platform/image/transforms/equalize.h"
-#include "src/platform/image/transforms/hls.h"
-#include "src/platform/image/transforms/intensity.h"
-#include "src/platform/image/transforms/levels.h"
+#include "src/platform/image/transforms/colour/auto_levels.h"
+#include "src/platform/image/transforms/colour/equalize.h"
+#include "src/platform/image/transforms/colour/hls.h"
+#include "src/platform/image/transforms/colour/levels.h"
+#include "src/platform/image/transforms/rows/intensity.h"
 #include "tests/platform/image/support/kernel_pictures.h"
 
 using namespace transforms;

@@ -1,9 +1,0 @@
-// Writes a picture as an EMF.
-// Room: platform_image. May use: platform.
-#pragma once
-
-#include "src/platform/image/codec.h"
-
-/// A metafile of the picture's size at 96 pixels an inch, with one bitmap record. Title, description, author
-/// and copyright make its description.
-bool bWriteEmf(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut);

@@ -1,0 +1,16 @@
+// GIF: 87a and 89a, interlaced or not, animations page by page; written with a palette fitted to the picture.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include "src/platform/image/codecs/codec.h"
+
+/// Reading: see gif_decoder.h.
+///
+/// Writing makes one picture, not interlaced: exact where it has 256 colours or fewer, else as quantiser.h
+/// says. The texts become a comment. A file that holds neither a comment nor a transparent colour is marked
+/// 87a.
+extern const Codec codecGif;
+
+/// The two halves.
+std::unique_ptr<ImageDecoder> pOpenGif(InputFile& objFile);
+bool bEncodeGif(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut);

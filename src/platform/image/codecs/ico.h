@@ -1,8 +1,0 @@
-// Windows icons (ICO), only read.
-// Room: platform_image. May use: platform.
-#pragma once
-
-#include "src/platform/image/codec.h"
-
-/// Every picture of the icon is a page, in the file's order; see icon_directory.h.
-extern const Codec codecIco;

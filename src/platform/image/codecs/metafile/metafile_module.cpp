@@ -1,0 +1,15 @@
+// Opens the player module.
+#include "src/platform/image/codecs/metafile/metafile_module.h"
+
+#include "src/platform/image/base/module_file.h"
+
+static constexpr char kFileName[] = "libvarnel_metafile.so";
+
+MetafileModule objMetafileModule()
+{
+    static void* pModule = nullptr;
+    if (!pModule)
+        pModule = pOpenModule(kFileName);
+    return {pModuleFunction<PlayMetafile>(pModule, kPlayMetafile),
+            pModuleFunction<MeasureMetafile>(pModule, kMeasureMetafile)};
+}

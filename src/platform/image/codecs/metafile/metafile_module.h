@@ -1,0 +1,14 @@
+// Opens the module that plays metafiles, when it is first needed.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include "src/platform/image/metafile/device/metafile_api.h"
+
+/// The module's entry points, both null if there is no module or none of this build.
+struct MetafileModule {
+    PlayMetafile* pPlay = nullptr;
+    MeasureMetafile* pMeasure = nullptr;
+};
+
+/// Where it is looked for: module_file.h. A module that was found is kept until the process ends.
+MetafileModule objMetafileModule();

@@ -1,0 +1,44 @@
+// The pixels' data of a PNG: the IDAT chunks one after the other, inflated piece by piece.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+
+#include "src/platform/image/codecs/png/png_chunks.h"
+
+struct inflate_state;
+
+/// Every chunk's check sum is held against its data. The stream's own sum is not: it would find nothing that
+/// those don't, but for files whose writer got it wrong, which show well everywhere.
+class PngInflater
+{
+public:
+    /// objFirst is the first IDAT of the file that objReader reads; objReader outlives this object. Throws
+    /// std::bad_alloc.
+    PngInflater(PngChunkReader& objReader, const PngChunk& objFirst);
+    ~PngInflater();
+
+    /// Inflates the next aOut.size() bytes. False when the stream ends before, is broken, or the file is; the
+    /// bytes are then of no particular value.
+    [[nodiscard]] bool Fill(std::span<std::uint8_t> aOut);
+
+    /// Passes over what is left of the chunks, checking their sums. False when the file is broken or ends
+    /// within them. nAfter() is then behind the last IDAT.
+    [[nodiscard]] bool Finish();
+    std::uint64_t nAfter() const { return PngChunkReader::nAfter(m_objChunk); }
+
+private:
+    /// One to nMost next bytes of the stream; none at the end of the last chunk.
+    Bytes TakeInput(std::uint32_t nMost);
+    bool NextChunk();
+
+    PngChunkReader& m_objReader;
+    PngChunk m_objChunk;
+    std::uint32_t m_nTaken = 0;  ///< of the chunk's data
+    std::uint32_t m_nSum = 0;    ///< of the chunk's letters and the data taken
+    bool m_bBroken = false;
+    bool m_bEnd = false;  ///< the chunk after the last one is no IDAT
+    std::unique_ptr<inflate_state> m_pState;
+};

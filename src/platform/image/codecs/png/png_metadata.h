@@ -1,0 +1,30 @@
+// The profile, EXIF, XMP and IPTC blocks and the texts inside PNG chunks.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "src/platform/image/base/byte_reader.h"
+#include "src/platform/image_buffer.h"
+#include "src/platform/image_library.h"
+
+class OutputFile;
+
+/// The largest block that is read, packed or unpacked, in bytes.
+constexpr std::uint32_t kPngMetadataMost = 16 * 1024 * 1024;
+
+/// The profile in the data of an iCCP chunk; empty when it is broken.
+std::vector<std::uint8_t> aPngProfile(Bytes aChunk);
+
+/// Takes over the data of an eXIf chunk if it is a TIFF structure.
+void ReadPngExif(Bytes aChunk, ImageMetadata& objMetadata);
+
+/// Takes over what the data of a tEXt, zTXt or iTXt chunk holds for us: an XMP packet, or EXIF, XMP or IPTC
+/// as older programs write them, in hexadecimal. A block that is there already stays.
+void ReadPngText(std::uint32_t nType, Bytes aChunk, ImageMetadata& objMetadata);
+
+/// Writes the chunks that stand before the pixels: iCCP, pHYs, eXIf, XMP, IPTC and the texts. The profile
+/// only where it fits a picture that is written as grey or not. False when the file has failed.
+[[nodiscard]] bool WritePngMetadata(OutputFile& objOut, const ImageBuffer& aImage, bool bGrey,
+                                    const ImageInfoTexts& objTexts);

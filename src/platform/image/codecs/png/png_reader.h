@@ -1,0 +1,10 @@
+// Opens PNG files.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <memory>
+
+#include "src/platform/image/codecs/codec.h"
+
+/// Null for a file whose header is broken or foreign. objFile outlives the decoder.
+std::unique_ptr<ImageDecoder> pOpenPng(InputFile& objFile);

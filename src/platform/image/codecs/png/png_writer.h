@@ -1,0 +1,9 @@
+// Writes PNG files.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include "src/platform/image/codecs/codec.h"
+
+/// The whole file, in the layout and with the filters that a sample of the picture says are smallest. At no
+/// time is there more of the packed picture in memory than a strip.
+[[nodiscard]] bool EncodePng(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut);

@@ -1,0 +1,93 @@
+// Decodes the pages of a TIFF file.
+#include "src/platform/image/codecs/tiff/tiff_decoder.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "src/platform/image/base/input_file.h"
+#include "src/platform/image/codecs/tiff/directory/tiff_directory.h"
+#include "src/platform/image/codecs/tiff/directory/tiff_metadata.h"
+#include "src/platform/image/codecs/tiff/tiff_handle.h"
+#include "src/platform/image/codecs/tiff/tiff_layout.h"
+#include "src/platform/image/codecs/tiff/tiff_pixel_reader.h"
+#include "src/platform/image/colour/colour_profile.h"
+
+namespace
+{
+class TiffDecoder : public ImageDecoder
+{
+public:
+    TiffDecoder(InputFile& objFile, const TiffHeader& objHeader, std::vector<std::uint64_t> aPages)
+        : m_objFile(objFile), m_objHeader(objHeader), m_aPages(std::move(aPages)), m_objInput(objFile)
+    {
+    }
+    bool Ready() const { return m_objInput.Handle() != nullptr; }
+    std::int32_t FrameCount() override { return static_cast<std::int32_t>(m_aPages.size()); }
+    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override;
+
+private:
+    InputFile& m_objFile;
+    TiffHeader m_objHeader;
+    std::vector<std::uint64_t> m_aPages;
+    TiffInput m_objInput;
+};
+}  // namespace
+
+// A grey profile of a picture that has become BGRA for its alpha: the grey is turned, so that no profile is
+// needed.
+static void ApplyGreyProfile(std::vector<std::uint8_t> aProfile, ImageBuffer& aImage)
+{
+    ImageBuffer aGrey;
+    aGrey.lWidth = aImage.lWidth;
+    aGrey.lHeight = aImage.lHeight;
+    aGrey.lChannels = 1;
+    aGrey.aIccProfile = std::move(aProfile);
+    aGrey.aBytes.resize(aImage.aBytes.size() / 4);
+    for (std::size_t i = 0; i < aGrey.aBytes.size(); ++i)
+        aGrey.aBytes[i] = aImage.aBytes[i * 4];
+    if (!bConvertToSrgb(aGrey))
+        return;
+    for (std::size_t i = 0; i < aGrey.aBytes.size(); ++i)
+        aImage.aBytes[i * 4] = aImage.aBytes[i * 4 + 1] = aImage.aBytes[i * 4 + 2] = aGrey.aBytes[i];
+}
+
+bool TiffDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
+{
+    const std::uint64_t nDirectory = m_aPages[static_cast<std::size_t>(lFrame)];
+    if (!bDirectoryPlausible(m_objFile, m_objHeader, nDirectory) ||
+        !TIFFSetSubDirectory(m_objInput.Handle(), nDirectory))
+        return false;
+    const std::optional<TiffLayout> objLayout = objReadLayout(m_objInput.Handle(), m_objFile);
+    if (!objLayout)
+        return false;
+    const std::vector<TiffEntry> aEntries = aReadEntries(m_objFile, m_objHeader, nDirectory);
+    std::vector<std::uint8_t> aProfile = aReadTiffProfile(m_objFile, m_objHeader, aEntries);
+    ImageBuffer aResult;
+    if (!bReadTiffPixels(m_objInput.Handle(), *objLayout, m_objFile, aProfile, aResult))
+        return false;
+    ReadTiffMetadata(m_objFile, m_objHeader, aEntries, objLayout->nOrientation, aResult);
+    const bool bOwnColours =
+        objLayout->enColour == TiffColour::kGrey || objLayout->enColour == TiffColour::kRgb ||
+        objLayout->enColour == TiffColour::kPalette || objLayout->enColour == TiffColour::kYCbCr;
+    if (bOwnColours && bProfileFits(aProfile, aResult.lChannels))
+        aResult.aIccProfile = std::move(aProfile);
+    else if (objLayout->enColour == TiffColour::kGrey && aResult.lChannels == 4 && bProfileFits(aProfile, 1))
+        ApplyGreyProfile(std::move(aProfile), aResult);
+    aImage = std::move(aResult);
+    return true;
+}
+
+std::unique_ptr<ImageDecoder> pOpenTiff(InputFile& objFile)
+{
+    const std::optional<TiffHeader> objHeader = objReadTiffHeader(objFile);
+    if (!objHeader)
+        return nullptr;
+    std::vector<std::uint64_t> aPages = aPageDirectories(objFile, *objHeader);
+    if (aPages.empty())
+        return nullptr;
+    auto pDecoder = std::make_unique<TiffDecoder>(objFile, *objHeader, std::move(aPages));
+    if (!pDecoder->Ready())
+        return nullptr;
+    return pDecoder;
+}

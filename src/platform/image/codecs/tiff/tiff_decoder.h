@@ -1,0 +1,11 @@
+// An open TIFF file: its pages in any order.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <memory>
+
+#include "src/platform/image/codecs/codec.h"
+
+/// Null for a file without a single directory. The directories' places are collected here, in one pass over
+/// the chain; each page is then read from its place, so n pages in any order cost one pass more.
+std::unique_ptr<ImageDecoder> pOpenTiff(InputFile& objFile);

@@ -1,0 +1,43 @@
+// A TIFF file that grows page by page.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "src/platform/image/codecs/tiff/tiff_writer.h"
+
+/// After each call the file is a whole TIFF with the pages so far. A page's bytes and directory are put
+/// behind the file's end first; then the last directory is made to point to it, which is one write of a few
+/// bytes. So a full disk, or a process that is ended, leaves the pages before. Nothing is read back: n pages
+/// cost what they are.
+class TiffDocument
+{
+public:
+    /// Writes a file of one page, whole or not at all, and keeps it open. Null after a failure. Throws
+    /// std::bad_alloc. A classic file becomes one with 64-bit offsets before it passes nClassicEnd bytes;
+    /// tests make that small.
+    static std::unique_ptr<TiffDocument> pBegin(const std::string& sHostPath, const ImageBuffer& aImage,
+                                                const SaveSettings& objSettings,
+                                                std::uint64_t nClassicEnd = kClassicEnd);
+    ~TiffDocument();
+    TiffDocument(const TiffDocument&) = delete;
+    TiffDocument& operator=(const TiffDocument&) = delete;
+
+    /// Adds a page. After False, or std::bad_alloc, the file is as it was, and another page may be tried.
+    bool bAppend(const ImageBuffer& aImage, const SaveSettings& objSettings);
+
+private:
+    TiffDocument() = default;
+    bool bAppendPage(const ImageBuffer& aImage, const SaveSettings& objSettings);
+    bool bMakeBig();
+    bool bWriteAt(std::uint64_t nOffset, Bytes aBytes) const;
+
+    int m_nDescriptor = -1;
+    std::uint64_t m_nClassicEnd = kClassicEnd;
+    std::uint64_t m_nEnd = 0;          ///< bytes of the file
+    std::uint64_t m_nNextPointer = 0;  ///< where the last directory names the one after it
+    std::uint32_t m_nPages = 0;
+    bool m_bBigTiff = false;
+};

@@ -1,0 +1,18 @@
+// Reads the pixels of one page of a TIFF file, in strips and tiles.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <tiffio.h>
+
+#include "src/platform/image/base/byte_reader.h"
+#include "src/platform/image/codecs/tiff/tiff_layout.h"
+
+class InputFile;
+struct ImageBuffer;
+
+/// Gives aImage the pixels of the page that pTiff is at, as they are stored (not turned); everything else of
+/// it is emptied. aProfile is the page's own, for colours of inks. False, with aImage untouched, when a strip
+/// or tile can't be decoded. Beside the picture it takes what the largest strip has in the file, and at most
+/// 32 MB more. Throws std::bad_alloc.
+bool bReadTiffPixels(TIFF* pTiff, const TiffLayout& objLayout, InputFile& objFile, Bytes aProfile,
+                     ImageBuffer& aImage);

@@ -1,0 +1,51 @@
+// Writes a page of a TIFF file: its strips, then its directory.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstdint>
+
+#include "src/platform/image/base/byte_reader.h"
+#include "src/platform/image_library.h"
+
+class OutputFile;
+struct ImageBuffer;
+struct SaveSettings;
+
+/// Where a page's bytes go: the file under its way, from its beginning or from its end on.
+class TiffSink
+{
+public:
+    virtual ~TiffSink() = default;
+    virtual bool Write(Bytes aBytes) = 0;
+    /// Where in the file the next byte goes.
+    virtual std::uint64_t Position() const = 0;
+};
+
+/// What a page is in its file.
+struct TiffPageForm {
+    bool bBigTiff = false;
+    bool bOneOfSeveral = false;
+    std::uint32_t nPage = 0;  ///< from 0
+};
+
+/// Where its directory came to be.
+struct TiffPagePlace {
+    std::uint64_t nDirectory = 0;
+    std::uint64_t nNextPointer = 0;  ///< where the offset of the page after it is to be put; 0 stands there
+};
+
+/// The bytes that a page takes at most, with all that belongs to it.
+std::uint64_t nMostPageBytes(const ImageBuffer& aImage);
+
+/// A classic file ends where 32 bits do.
+constexpr std::uint64_t kClassicEnd = 0xFFFFFFFFu;
+
+/// Appends the page to the sink: nothing in the file points to it yet. objSettings.lTIFFCompression is 0
+/// none, 1 LZW, 2 CCITT run length, 3 group 3, 4 group 4, any other number none; 2 to 4 make the picture
+/// black and white. False as soon as the sink refuses, or without memory. Throws only std::bad_alloc.
+bool bWriteTiffPage(TiffSink& objSink, const ImageBuffer& aImage, const SaveSettings& objSettings,
+                    const TiffPageForm& objForm, TiffPagePlace& objPlace);
+
+/// Writes a new file of that one page into objOut, which the caller commits.
+bool bWriteTiffFile(OutputFile& objOut, const ImageBuffer& aImage, const SaveSettings& objSettings,
+                    const TiffPageForm& objForm, TiffPagePlace& objPlace);

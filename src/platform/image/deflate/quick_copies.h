@@ -1,0 +1,45 @@
+// Finds copies quickly: in photographs that repeat themselves, and in scanned pages.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+#include "src/platform/image/deflate/tokens.h"
+
+/// Keeps the few last places of each hash and takes the longest copy that one of them gives. The bytes are
+/// those of one buffer whose contents move towards its beginning from time to time; all bytes in front of
+/// those that are asked for belong to the stream.
+class PngQuickCopies
+{
+public:
+    /// How many bytes in front of the buffer, and behind those asked for, may be read; their values don't
+    /// matter.
+    static constexpr std::size_t kFrontSlack = 65536;
+    static constexpr std::size_t kBackSlack = 16;
+
+    PngQuickCopies();
+
+    /// Makes tokens of the bytes from nBegin to nEnd. In noise there are few places to choose from, and only
+    /// two are kept for each hash, else four. What lies further than nReach before nBegin is not looked at,
+    /// but for what earlier calls have seen.
+    void Find(const std::uint8_t* pBuffer, std::size_t nBegin, std::size_t nEnd, bool bNoise,
+              PngTokens& aTokens, std::size_t nReach = kPngWindow);
+
+    /// Makes the places from the last call unknown, so that bytes may be asked for that lie before them.
+    void Forget();
+    /// To be told when the buffer's contents have moved by so many bytes.
+    void Moved(std::size_t nBytes);
+
+private:
+    template <std::size_t nWays, std::uint32_t nHashed>
+    void FindWith(const std::uint8_t* pBuffer, std::size_t nBegin, std::size_t nEnd, std::uint32_t nShortest,
+                  PngTokens& aTokens);
+
+    // Places modulo 2^16; what stands there may be long gone, so that whoever reads compares the bytes.
+    static constexpr std::size_t kPlaces = 32768;
+    std::unique_ptr<std::uint16_t[]> m_aPlaces;
+    std::uint32_t m_nMoved = 0;
+    std::size_t m_nKnown = 0;   ///< up to where the table knows the buffer
+    std::uint32_t m_nKind = 0;  ///< of the table: what is hashed, and how many places a hash has
+};

@@ -1,0 +1,25 @@
+// Fills that go by pixels: colour runs, flooding, single pixels.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <array>
+#include <span>
+
+#include "src/platform/image/metafile/device/device_context.h"
+
+/// A corner of a gradient: logical place and colour, each channel 0 to 65535.
+struct GradientCorner {
+    Point pt;
+    std::array<double, 3> aColor{};  ///< red, green, blue
+};
+
+/// A rectangle between two corners, its colour running to the right or downwards.
+void FillGradientRect(DeviceContext& dc, const GradientCorner& objA, const GradientCorner& objB,
+                      bool bDownwards);
+void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> aCorners);
+
+/// Floods from a logical point with the brush: up to pixels of the colour, or over all that have it.
+void FloodFill(DeviceContext& dc, Point ptFrom, ColorRef nColor, bool bOverColor);
+
+/// Sets the pixel at a logical point.
+void SetPixel(DeviceContext& dc, Point pt, ColorRef nColor);

@@ -1,0 +1,25 @@
+// Text on a metafile's picture.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "src/platform/image/metafile/device/device_context.h"
+#include "src/platform/image/metafile/device/text_encoding.h"
+
+/// One text as a record gives it.
+struct TextRun {
+    std::vector<TextCharacter> aText;
+    bool bGlyphNumbers = false;  ///< the codes are numbers of glyphs in the font that the file names
+    Point ptReference;  ///< logical; not used when the alignment says that the current position counts
+    std::vector<Point>
+        aSteps;  ///< by unit, logical, along the base line and across it; empty for the font's own
+    std::optional<Rect> rcBox;  ///< logical
+    bool bFillBox = false;
+    bool bClipToBox = false;
+};
+
+/// Draws with the font, colours and alignment of the context, and moves the position on if the alignment says
+/// so. False when the machine has no font, or the work isn't granted.
+bool DrawText(DeviceContext& dc, const TextRun& objRun);

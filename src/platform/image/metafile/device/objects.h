@@ -1,0 +1,101 @@
+// Pens, brushes, fonts, palettes and regions as the records define them.
+// Room: platform_image. May use: the standard library.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "src/platform/image/base/byte_reader.h"
+#include "src/platform/image/metafile/canvas/geometry.h"
+
+/// A colour as it stands in a record: red in the low byte, or by its high byte an index into the palette.
+using ColorRef = std::uint32_t;
+
+struct Palette {
+    std::vector<std::uint32_t> aColors;  ///< red, green, blue from the high byte down
+};
+
+/// A device-independent bitmap, its bytes lent by the file.
+struct DibSource {
+    Bytes aHeader;                 ///< BITMAPINFOHEADER (or its older form) with the palette
+    Bytes aBits;                   ///< the pixels
+    bool bIndexesPalette = false;  ///< its palette holds indexes into the palette that is selected
+
+    bool Empty() const { return aHeader.empty(); }
+};
+
+/// The bitmap of old WMF records, without a palette.
+struct Bitmap16Source {
+    std::int32_t lWidth = 0;
+    std::int32_t lHeight = 0;
+    std::uint32_t nBytesPerRow = 0;
+    std::uint32_t nBitsPerPixel = 0;
+    Bytes aBits;
+};
+
+enum class BrushKind { Null, Solid, Hatched, Dib, MonoDib, Bitmap16 };
+
+struct Brush {
+    BrushKind eKind = BrushKind::Solid;
+    ColorRef nColor = 0xFFFFFF;
+    std::uint32_t nHatch = 0;  ///< 0 horizontal, 1 vertical, 2 falling, 3 rising, 4 cross, 5 diagonal cross
+    DibSource objDib;          ///< MonoDib: the two colours are those of the text and its background
+    Bitmap16Source objBitmap16;
+};
+
+/// The bits of a pen's style.
+namespace PenStyle
+{
+constexpr std::uint32_t kDashMask = 0x0F;
+constexpr std::uint32_t kNull = 5;
+constexpr std::uint32_t kInsideFrame = 6;
+constexpr std::uint32_t kUserStyle = 7;
+constexpr std::uint32_t kAlternate = 8;
+constexpr std::uint32_t kCapMask = 0x0F00;
+constexpr std::uint32_t kCapSquare = 0x0100;
+constexpr std::uint32_t kCapFlat = 0x0200;
+constexpr std::uint32_t kJoinMask = 0xF000;
+constexpr std::uint32_t kJoinBevel = 0x1000;
+constexpr std::uint32_t kJoinMiter = 0x2000;
+constexpr std::uint32_t kGeometric = 0x10000;
+}  // namespace PenStyle
+
+struct Pen {
+    std::uint32_t nStyle = 0;
+    double dWidth = 0;  ///< logical; 0 or less is one pixel
+    /// A pen of the extended kind says in its style whether it is geometric; of the others, those wider than
+    /// 1 are.
+    bool bExtended = false;
+    Brush objBrush{BrushKind::Solid, 0, 0, {}, {}};
+    std::vector<double> aDashes;  ///< of kUserStyle: lengths of dash, gap, dash...
+};
+
+struct Font {
+    double dHeight = 0;      ///< logical; above 0 the cell's, below 0 the letters', 0 a common size
+    double dWidth = 0;       ///< mean width of a letter, 0 for the font's own
+    double dEscapement = 0;  ///< tenths of a degree, against the clock
+    std::int32_t lWeight = 400;
+    bool bItalic = false;
+    bool bUnderline = false;
+    bool bStrikeOut = false;
+    std::uint8_t nCharSet = 0;
+    std::uint8_t nPitchAndFamily = 0;
+    std::string sFace;  ///< UTF-8
+};
+
+struct Region {
+    std::vector<Rect> aRects;
+};
+
+using Object =
+    std::variant<std::monostate, std::shared_ptr<const Pen>, std::shared_ptr<const Brush>,
+                 std::shared_ptr<const Font>, std::shared_ptr<const Palette>, std::shared_ptr<const Region>>;
+
+/// Stock object nIndex (0 to 19, as the records number them); monostate for another.
+Object objStock(std::uint32_t nIndex);
+
+/// The colours that a palette has until the file sets others: the twenty that every device shares.
+std::shared_ptr<const Palette> pDefaultPalette();

@@ -1,0 +1,16 @@
+// What EMF and WMF records say of a font alike.
+// Room: platform_image. May use: the standard library.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "src/platform/image/base/byte_reader.h"
+#include "src/platform/image/metafile/device/objects.h"
+#include "src/platform/image/metafile/device/text_encoding.h"
+
+/// The eight bytes from the italic flag to the pitch and family, which both kinds hold behind the weight.
+void ReadFontStyle(ByteReader& rd, Font& objFont);
+
+/// The face's name as UTF-8, without the "@" that asks for the same font turned for vertical writing.
+std::string sFaceOf(const std::vector<TextCharacter>& aName);

@@ -1,0 +1,12 @@
+// What EMF and WMF records say of a palette alike.
+// Room: platform_image. May use: the standard library.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "src/platform/image/base/byte_reader.h"
+
+/// Reads nCount entries of red, green, blue and flags, and adds their colours (red, green, blue from the high
+/// byte down). False, with nothing added, when they aren't all there.
+bool bReadPaletteColors(ByteReader& rd, std::uint64_t nCount, std::vector<std::uint32_t>& aColors);

@@ -1,0 +1,11 @@
+// Keeps a picture of few colours as it is.
+// Room: platform_image. May use: platform.
+#pragma once
+
+#include <optional>
+
+#include "src/platform/image/quantiser/quantiser.h"
+
+/// The picture in its own colours, in the order in which they appear (greys in ascending order); nothing if
+/// it has more than 256, the transparent one included.
+std::optional<IndexedImage> objExact(const ImageBuffer& aImage);

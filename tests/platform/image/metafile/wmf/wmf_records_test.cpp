@@ -1,0 +1,399 @@
+// WMF records, pixel by pixel.
+#include "src/platform/image/codecs/metafile/wmf.h"
+#include "tests/platform/image/support/image_tools.h"
+#include "tests/platform/image/support/metafile_maker.h"
+
+using Box = std::array<std::int32_t, 4>;
+static constexpr Box kAll{0, 0, 40, 40};
+
+enum Function : std::uint16_t {
+    kSetBkColor = 0x0201,
+    kSetBkMode = 0x0102,
+    kSetMapMode = 0x0103,
+    kSetRop2 = 0x0104,
+    kSetPolyFillMode = 0x0106,
+    kSetTextColor = 0x0209,
+    kSetWindowOrg = 0x020B,
+    kSetWindowExt = 0x020C,
+    kSetViewportExt = 0x020E,
+    kOffsetWindowOrg = 0x020F,
+    kLineTo = 0x0213,
+    kMoveTo = 0x0214,
+    kExcludeClipRect = 0x0415,
+    kIntersectClipRect = 0x0416,
+    kEllipse = 0x0418,
+    kFloodFill = 0x0419,
+    kPie = 0x081A,
+    kRectangle = 0x041B,
+    kRoundRect = 0x061C,
+    kPatBlt = 0x061D,
+    kSaveDc = 0x001E,
+    kSetPixel = 0x041F,
+    kOffsetClip = 0x0220,
+    kTextOut = 0x0521,
+    kBitBlt = 0x0922,
+    kPolygon = 0x0324,
+    kPolyline = 0x0325,
+    kEscape = 0x0626,
+    kRestoreDc = 0x0127,
+    kFillRegion = 0x0228,
+    kInvertRegion = 0x012A,
+    kSelectClip = 0x012C,
+    kSetTextAlign = 0x012E,
+    kChord = 0x0830,
+    kExtTextOut = 0x0A32,
+    kSetDibToDev = 0x0D33,
+    kPolyPolygon = 0x0538,
+    kDibBitBlt = 0x0940,
+    kDibStretchBlt = 0x0B41,
+    kDibPattern = 0x0142,
+    kStretchDib = 0x0F43,
+    kDeleteObject = 0x01F0,
+    kCreatePalette = 0x00F7,
+    kCreateRegion = 0x06FF,
+    kCreatePattern = 0x01F9,
+};
+
+/// Object 0 is a pen that draws nothing, object 1 a brush; both are selected.
+static WmfMaker Filled(std::uint32_t nColor)
+{
+    WmfMaker objMaker(40, 40);
+    objMaker.Record(kSetWindowOrg, {0, 0}).Record(kSetWindowExt, {40, 40});
+    return objMaker.Pen(5, 0, kBlack).Select(0).Brush(nColor).Select(1);
+}
+
+static WmfMaker Lined()
+{
+    WmfMaker objMaker(40, 40);
+    return objMaker.Record(kSetWindowExt, {40, 40});
+}
+
+TEST(WmfPicture, HasTheSizeOfItsPlaceableHeader)
+{
+    const ImageBuffer aImage = aPlayed(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
+
+    EXPECT_EQ(aImage.lWidth, 192);
+    EXPECT_EQ(aImage.lHeight, 96);
+    EXPECT_EQ(aImage.lChannels, 3);
+    EXPECT_EQ(aImage.dDotsPerInchX, 96);
+    EXPECT_EQ(nCountOf(aImage, kWhite, {0, 0, 192, 96}), 192 * 96);
+}
+
+TEST(WmfPicture, WithoutThatHeaderHasTheSizeOfItsWindow)
+{
+    const ImageBuffer aImage =
+        aPlayed(WmfMaker().Record(kSetWindowExt, {50, 70}).Record(kSetPixel, {255, 0, 0, 0}));
+
+    EXPECT_EQ(aImage.lWidth, 70);
+    EXPECT_EQ(aImage.lHeight, 50);
+    EXPECT_EQ(aImage.dDotsPerInchX, 0);
+    EXPECT_EQ(nColorAt(aImage, 0, 0), kRed);
+}
+
+TEST(WmfPicture, OfAFineWindowWithoutUnitsIsKeptAtSensiblePixels)
+{
+    const ImageBuffer aImage = aPlayed(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
+
+    EXPECT_EQ(aImage.lWidth, 4096);
+    EXPECT_EQ(aImage.lHeight, 2048);
+}
+
+TEST(WmfPicture, WithoutAnyWindowIsAsLargeAsWhatIsDrawn)
+{
+    WmfMaker objMaker;
+    objMaker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1).Record(kRectangle, {60, 90, 10, 30});
+    const ImageBuffer aImage = aPlayed(objMaker.Record(kRectangle, {20, 100, 10, 80}));
+
+    EXPECT_EQ(aImage.lWidth, 70);
+    EXPECT_EQ(aImage.lHeight, 50);
+    EXPECT_EQ(nColorAt(aImage, 0, 0), kRed);
+    EXPECT_EQ(nColorAt(aImage, 65, 5), kRed);
+    EXPECT_EQ(nColorAt(aImage, 65, 30), kWhite);
+}
+
+TEST(WmfPicture, WithoutAnythingIsRefused)
+{
+    EXPECT_FALSE(aDecoded(codecWmf, WmfMaker().Record(kSetBkMode, {1}).aFile()).has_value());
+}
+
+TEST(WmfRectangle, EndsBeforeItsLastRow)
+{
+    WmfMaker objMaker = Filled(kRed);
+    const ImageBuffer aFilled = aPlayed(objMaker.Record(kRectangle, {30, 25, 10, 5}));
+    const ImageBuffer aDrawn = aPlayed(Lined().Brush(kRed).Select(0).Record(kRectangle, {30, 25, 10, 5}));
+
+    EXPECT_EQ(nCountOf(aFilled, kRed, kAll), 400);
+    EXPECT_EQ(aInk(aDrawn), (Box{5, 10, 25, 30}));
+    EXPECT_EQ(nCountOf(aDrawn, kBlack, kAll), 76);
+    EXPECT_EQ(nCountOf(aDrawn, kRed, kAll), 18 * 18);
+}
+
+TEST(WmfLines, GoFromPointToPoint)
+{
+    WmfMaker objMaker = Lined();
+    objMaker.Record(kMoveTo, {5, 5}).Record(kLineTo, {5, 20}).Record(kPolyline, {2, 5, 30, 20, 30});
+    const ImageBuffer aImage = aPlayed(objMaker);
+
+    EXPECT_EQ(nCountOf(aImage, kBlack, {5, 5, 21, 6}), 16);
+    EXPECT_EQ(nCountOf(aImage, kBlack, {5, 30, 21, 31}), 16);
+}
+
+TEST(WmfShapes, AreFilled)
+{
+    EXPECT_EQ(nCountOf(aPlayed(Filled(kRed).Record(kPolygon, {4, 5, 5, 25, 5, 25, 25, 5, 25})), kRed, kAll),
+              400);
+    EXPECT_EQ(aInk(aPlayed(Filled(kRed).Record(kEllipse, {35, 35, 5, 5}))), (Box{5, 5, 35, 35}));
+    EXPECT_EQ(nColorAt(aPlayed(Filled(kRed).Record(kRoundRect, {20, 20, 35, 35, 5, 5})), 5, 5), kWhite);
+    EXPECT_EQ(nCountOf(aPlayed(Filled(kRed).Record(kPolyPolygon, {2, 4, 4, 5, 5, 35, 5, 35, 35, 5, 35, 15, 15,
+                                                                  25, 15, 25, 25, 15, 25})),
+                       kRed, kAll),
+              800);
+}
+
+TEST(WmfPie, RunsAgainstTheClockFromItsFirstRay)
+{
+    const ImageBuffer aImage = aPlayed(Filled(kRed).Record(kPie, {0, 20, 20, 40, 40, 40, 0, 0}));
+
+    EXPECT_EQ(nColorAt(aImage, 28, 12), kRed);
+    EXPECT_EQ(nColorAt(aImage, 12, 28), kWhite);
+}
+
+TEST(WmfWindow, MovesAndScalesTheRest)
+{
+    WmfMaker objMaker(40, 40);
+    objMaker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1);
+    objMaker.Record(kSetMapMode, {8}).Record(kSetWindowOrg, {100, 100}).Record(kSetWindowExt, {400, 400});
+    objMaker.Record(kRectangle, {200, 200, 100, 100}).Record(kOffsetWindowOrg, {-200, -200});
+    objMaker.Record(kRectangle, {200, 200, 100, 100});
+    const ImageBuffer aImage = aPlayed(objMaker);
+
+    EXPECT_EQ(nCountOf(aImage, kRed, {0, 0, 10, 10}), 100);
+    EXPECT_EQ(nCountOf(aImage, kRed, {20, 20, 30, 30}), 100);
+    EXPECT_EQ(nCountOf(aImage, kRed, kAll), 200);
+}
+
+TEST(WmfViewport, IsThePictureWhateverScreenItNames)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kSetViewportExt, {768, 1024}).Record(kRectangle, {20, 20, 0, 0});
+
+    EXPECT_EQ(nCountOf(aPlayed(objMaker), kRed, {0, 0, 20, 20}), 400);
+}
+
+TEST(WmfState, IsSavedAndRestored)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kSaveDc).Brush(kBlue).Select(2).Record(kIntersectClipRect, {5, 5, 0, 0});
+    objMaker.Record(kRestoreDc, {-1}).Record(kRectangle, {10, 10, 0, 0});
+
+    EXPECT_EQ(nCountOf(aPlayed(objMaker), kRed, kAll), 100);
+}
+
+TEST(WmfClip, IsIntersectedExcludedAndMoved)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kIntersectClipRect, {20, 20, 0, 0}).Record(kExcludeClipRect, {10, 10, 5, 5});
+    objMaker.Record(kOffsetClip, {10, 5}).Record(kRectangle, {40, 40, 0, 0});
+    const ImageBuffer aImage = aPlayed(objMaker);
+
+    EXPECT_EQ(aInk(aImage), (Box{5, 10, 25, 30}));
+    EXPECT_EQ(nCountOf(aImage, kRed, kAll), 375);
+}
+
+TEST(WmfObjects, TakeTheFirstPlaceThatIsFree)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kDeleteObject, {0}).Brush(kBlue).Select(0).Record(kRectangle, {10, 10, 0, 0});
+
+    EXPECT_EQ(nCountOf(aPlayed(objMaker), kBlue, kAll), 100);
+}
+
+TEST(WmfObjects, ThatDrawNothingTakeAPlaceToo)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kCreatePalette, {0x300, 1, 0, 0})
+        .Brush(kBlue)
+        .Select(3)
+        .Record(kRectangle, {10, 10, 0, 0});
+
+    EXPECT_EQ(nCountOf(aPlayed(objMaker), kBlue, kAll), 100);
+}
+
+TEST(WmfRop2, InvertsTwiceToNothing)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kSetRop2, {6}).Record(kRectangle, {30, 30, 0, 0}).Record(kRectangle, {20, 20, 10, 10});
+    const ImageBuffer aImage = aPlayed(objMaker);
+
+    EXPECT_EQ(nCountOf(aImage, kBlack, kAll), 800);
+}
+
+TEST(WmfRegion, IsMadeOfScansAndCanBeTheClip)
+{
+    WmfMaker objMaker = Filled(kRed);
+    // Two scans: rows 5 to 10 with one run, rows 10 to 20 with two.
+    objMaker.Record(kCreateRegion, {0, 6, 0,  0, 0,  2, 4, 5,  5,  35, 20,  //
+                                    2, 5, 10, 5, 35, 2, 4, 10, 20, 5,  10, 30, 35, 4});
+    objMaker.Record(kFillRegion, {2, 1});
+    const ImageBuffer aImage = aPlayed(objMaker);
+    WmfMaker objClipped = objMaker;
+    objClipped.Brush(kBlue).Select(3).Record(kSelectClip, {2}).Record(kRectangle, {40, 40, 0, 0});
+
+    EXPECT_EQ(nCountOf(aImage, kRed, kAll), 150 + 100);
+    EXPECT_EQ(nCountOf(aPlayed(objClipped), kBlue, kAll), 250);
+    EXPECT_EQ(nCountOf(aPlayed(objMaker.Record(kInvertRegion, {2})), kRed, kAll), 0);
+}
+
+TEST(WmfSetPixel, SetsOneAndFloodFillFillsUpToAColour)
+{
+    WmfMaker objMaker = Lined();
+    objMaker.Brush(0, 1).Select(0).Record(kRectangle, {30, 30, 10, 10}).Brush(kGreen).Select(1);
+    objMaker.Record(kFloodFill, {0, 0, 20, 20}).Record(kSetPixel, {lLow(kBlue), lHigh(kBlue), 15, 12});
+    const ImageBuffer aImage = aPlayed(objMaker);
+
+    EXPECT_EQ(nColorAt(aImage, 12, 15), kBlue);
+    EXPECT_EQ(nCountOf(aImage, kGreen, kAll), 18 * 18 - 1);
+}
+
+static ByteMaker WithDib(std::initializer_list<std::uint32_t> aWords, const Dib& objDib)
+{
+    ByteMaker objResult;
+    objResult.U16Le(aWords).All(objDib.objHeader.aBytes()).All(objDib.objBits.aBytes());
+    return objResult;
+}
+
+TEST(WmfBitmaps, AreCopiedAndScaled)
+{
+    const Dib objDib = objDib24(2, {kRed, kGreen, kBlue, kYellow});
+    const std::uint32_t nLow = kSrcCopy & 0xFFFF, nHigh = kSrcCopy >> 16;
+    const ImageBuffer aStretched =
+        aPlayed(Lined().Record(kStretchDib, WithDib({nLow, nHigh, 0, 2, 2, 0, 0, 20, 20, 10, 10}, objDib)));
+    const ImageBuffer aBlt =
+        aPlayed(Lined().Record(kDibBitBlt, WithDib({nLow, nHigh, 0, 0, 2, 2, 7, 5}, objDib)));
+    const ImageBuffer aStretchBlt =
+        aPlayed(Lined().Record(kDibStretchBlt, WithDib({nLow, nHigh, 1, 2, 0, 0, 10, 20, 0, 0}, objDib)));
+    const ImageBuffer aSet =
+        aPlayed(Lined().Record(kSetDibToDev, WithDib({0, 2, 0, 0, 0, 2, 2, 4, 3}, objDib)));
+
+    EXPECT_EQ(nCountOf(aStretched, kRed, {10, 10, 20, 20}), 100);
+    EXPECT_EQ(nCountOf(aStretched, kYellow, {20, 20, 30, 30}), 100);
+    EXPECT_EQ(nColorAt(aBlt, 5, 7), kRed);
+    EXPECT_EQ(nColorAt(aBlt, 6, 8), kYellow);
+    EXPECT_EQ(nCountOf(aStretchBlt, kRed, kAll), 100);
+    EXPECT_EQ(nCountOf(aStretchBlt, kGreen, kAll), 100);
+    EXPECT_EQ(nColorAt(aSet, 3, 4), kRed);
+    EXPECT_EQ(nColorAt(aSet, 4, 5), kYellow);
+}
+
+TEST(WmfBitmaps, OfTheOldKindTakeTheColoursOfTextAndBackground)
+{
+    ByteMaker objData;
+    objData.U16Le({kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 2, 8, 0, 0});
+    objData.U16Le({0, 8, 2, 2}).U8({1, 1}).U8({0xF0, 0, 0x0F, 0});
+    WmfMaker objMaker = Lined();
+    objMaker.Record(kSetTextColor, {lLow(kRed), lHigh(kRed)})
+        .Record(kSetBkColor, {lLow(kBlue), lHigh(kBlue)});
+    const ImageBuffer aImage = aPlayed(objMaker.Record(kBitBlt, objData));
+
+    EXPECT_EQ(nColorAt(aImage, 0, 0), kBlue);
+    EXPECT_EQ(nColorAt(aImage, 7, 0), kRed);
+    EXPECT_EQ(nColorAt(aImage, 0, 1), kRed);
+}
+
+TEST(WmfBitmaps, CanComeFromThePictureItself)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kRectangle, {10, 10, 0, 0});
+    // Without a bitmap: operation, source y and x, a word without use, size, target.
+    objMaker.Record(kDibBitBlt, {kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 0, 10, 10, 20, 25});
+
+    EXPECT_EQ(nCountOf(aPlayed(objMaker), kRed, {25, 20, 35, 30}), 100);
+}
+
+TEST(WmfPatBlt, PaintsTheBrush)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kPatBlt, {kPatCopy & 0xFFFF, kPatCopy >> 16, 10, 20, 5, 6});
+    objMaker.Record(kPatBlt, {kDstInvert & 0xFFFF, kDstInvert >> 16, 1, 1, 39, 39});
+    const ImageBuffer aImage = aPlayed(objMaker);
+
+    EXPECT_EQ(nCountOf(aImage, kRed, {6, 5, 26, 15}), 200);
+    EXPECT_EQ(nColorAt(aImage, 39, 39), kBlack);
+}
+
+TEST(WmfPatternBrush, RepeatsItsBitmap)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kDibPattern, WithDib({5, 0}, objDib24(2, {kRed, kGreen, kBlue, kYellow}))).Select(2);
+    const ImageBuffer aImage = aPlayed(objMaker.Record(kRectangle, {40, 40, 0, 0}));
+
+    EXPECT_EQ(nCountOf(aImage, kYellow, kAll), 400);
+    EXPECT_EQ(nColorAt(aImage, 20, 20), kRed);
+}
+
+TEST(WmfPatternBrush, OfTheOldKindHasABitmapWithoutAPalette)
+{
+    ByteMaker objPattern;
+    objPattern.U16Le({0, 8, 2, 2}).U8({1, 1}).Zeros(22).U8({0xF0, 0, 0x0F, 0});
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(kCreatePattern, objPattern).Select(2).Record(kRectangle, {8, 8, 0, 0});
+
+    EXPECT_EQ(nCountOf(aPlayed(objMaker), kBlack, kAll), 32);
+}
+
+TEST(WmfText, IsDrawnWithItsDistancesOnItsBackground)
+{
+    WmfMaker objMaker(200, 60);
+    objMaker.Record(kSetWindowExt, {60, 200}).Font(-20, "Arial").Select(0);
+    objMaker.Record(kSetBkColor, {lLow(kYellow), lHigh(kYellow)});
+    ByteMaker objText;
+    objText.U16Le({10, 20, 3, 0}).Text("iii").U8({0}).U16Le({50, 50, 50});
+    const ImageBuffer aImage = aPlayed(objMaker.Record(kExtTextOut, objText));
+
+    EXPECT_EQ(aInk(aImage)[0], 20);
+    EXPECT_EQ(aInk(aImage)[2], 170);
+    EXPECT_EQ(aInk(aImage)[1], 10);
+    EXPECT_GT(nCountOf(aImage, kYellow, {0, 0, 200, 60}), 2500);
+}
+
+TEST(WmfText, FillsTheBoxThatItNames)
+{
+    WmfMaker objMaker(200, 60);
+    objMaker.Record(kSetWindowExt, {60, 200}).Record(kSetBkColor, {lLow(kGreen), lHigh(kGreen)});
+
+    EXPECT_EQ(aInk(aPlayed(objMaker.Record(kExtTextOut, {0, 0, 0, 2, 10, 20, 100, 40}))),
+              (Box{10, 20, 100, 40}));
+}
+
+TEST(WmfText, OfTwoBytesACharacterHasDistancesByByte)
+{
+    WmfMaker objMaker(200, 60);
+    objMaker.Record(kSetWindowExt, {60, 200}).Font(-20, "MS Gothic", 128).Select(0).Record(kSetBkMode, {2});
+    objMaker.Record(kSetBkColor, {lLow(kYellow), lHigh(kYellow)});
+    ByteMaker objText;
+    objText.U16Le({10, 20, 3, 0}).U8({0x88, 0x9F, 'i', 0}).U16Le({20, 20, 60});
+    const ImageBuffer aImage = aPlayed(objMaker.Record(kExtTextOut, objText));
+
+    EXPECT_EQ(aInk(aImage)[2], 120);
+}
+
+TEST(WmfText, CanDoWithoutDistances)
+{
+    WmfMaker objMaker(200, 60);
+    ByteMaker objText;
+    objText.U16Le({4}).Text("HHHH").U16Le({10, 20});
+    objMaker.Record(kSetWindowExt, {60, 200}).Record(kSetBkMode, {1}).Font(-20, "Arial").Select(0);
+    const Box box = aInk(aPlayed(objMaker.Record(kTextOut, objText)));
+
+    EXPECT_NEAR(box[0], 22, 3);
+    EXPECT_GE(box[1], 10);
+    EXPECT_GT(box[2], 60);
+}
+
+TEST(WmfRecords, ThatAreUnknownOrForPrintersAreLeftOut)
+{
+    WmfMaker objMaker = Filled(kRed);
+    objMaker.Record(0x0FEE, {1, 2, 3}).Record(kEscape, {15, 4, 0, 0}).Record(kRectangle, {10, 10, 0, 0});
+
+    EXPECT_EQ(nCountOf(aPlayed(objMaker), kRed, kAll), 100);
+}
