@@ -1,4 +1,4 @@
-// The program: makes the real platform and hands it to the logic.
+// The varnel program: creates the platform services and starts the logic.
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -42,10 +42,11 @@ static void Run(const std::vector<std::string>& aArguments)
     Main(app, sCommandText(aArguments));
 }
 
-// The status is 0 on every way out: a caller that needs a result reads the report file.
+// The exit status is always 0, even on failure; callers read the report file.
 int main(int nArguments, char** aArguments)
 try {
-    // A write beyond a limit on file sizes is to fail like one on a full disk, and not to end the process.
+    // Ignore SIGXFSZ: exceeding the file size limit then fails the write, like a full disk, instead of
+    // killing the process.
     std::signal(SIGXFSZ, SIG_IGN);
     KeepPictureMemory();
     Run({aArguments + 1, aArguments + nArguments});

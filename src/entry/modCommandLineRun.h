@@ -8,6 +8,6 @@ struct Application;
 struct clsConversionOptions;
 
 /// Runs one task or a whole job file. Returns 0 on success. On failure, returns -1 for a job (any row in the
-/// log table counts), or the first failed file's code for a single task. Reports go to sLogFile and, with
+/// log table counts), or a failed file's code for a single task. Reports go to sLogFile and, with
 /// bVerbose, to message boxes.
 std::int32_t lRunFromCommandLine(Application& app, clsConversionOptions& objOptions);
