@@ -1,4 +1,4 @@
-"""What the catalogue's source says of the special processes, for the scripts that show and measure them."""
+"""Parses the catalogue of special processes for the gallery and benchmark scripts."""
 import os
 import re
 
@@ -10,12 +10,12 @@ FIELD = re.compile(r"\{FieldType::(\w+), InputSlot::\w+, \d, " + TEXT + r",\s*" 
 
 
 def plain(literals):
-    """The text of C++ literals that follow each other; "" for nullptr."""
+    """Joins adjacent C++ string literals; nullptr gives ""."""
     return "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', literals))
 
 
 def processes():
-    """The rows (number, label, description, parameters as (letter, label, first-start value)), in their order."""
+    """Yields (number, label, description, [(letter, label, default), ...]) in catalogue order."""
     with open(CATALOGUE + ".h", encoding="utf-8") as file:
         numbers = dict(re.findall(r"(SP_\w+) = (\d+)", file.read()))
     with open(CATALOGUE + ".cpp", encoding="utf-8") as file:
@@ -29,5 +29,5 @@ def processes():
 
 
 def switches(values):
-    """The command line's switches for a process's own values, in their order; empty ones are left out."""
+    """Formats a process's parameters as command line switches, leaving out empty values."""
     return " ".join(f"/{'abcde'[position]}{value}" for position, value in enumerate(values) if value)

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the sample pictures of share/samples anew: small, drawn by this script, no one else's work.
+"""Generates share/samples: small images drawn by this script, so that no one else holds rights to them.
 
 Usage: tools/make-samples.py [FOLDER]        (needs python3-pil)
 """
@@ -12,7 +12,7 @@ from PIL import Image, ImageDraw, ImageFilter
 
 
 def landscape(width, height):
-    """A photograph-like picture: sky, sun, hills, water, grain."""
+    """A photo-like landscape: sky, sun, hills, water, grain."""
     rng = random.Random(7)
     picture = Image.new("RGB", (width, height))
     pixels = picture.load()
@@ -42,7 +42,7 @@ def landscape(width, height):
 
 
 def chart(width, height):
-    """A graphic: few flat colours, sharp edges."""
+    """A chart with a few flat colours and sharp edges."""
     picture = Image.new("RGB", (width, height), (250, 250, 246))
     draw = ImageDraw.Draw(picture)
     colours = ((200, 60, 50), (240, 170, 40), (60, 140, 90), (50, 90, 170), (120, 70, 150))
@@ -56,7 +56,7 @@ def chart(width, height):
 
 
 def badge(size):
-    """A round badge on nothing: soft alpha at its edge."""
+    """A round badge on a transparent background, with antialiased edges."""
     big = Image.new("RGBA", (size * 4, size * 4), (0, 0, 0, 0))
     draw = ImageDraw.Draw(big)
     draw.ellipse((8, 8, size * 4 - 8, size * 4 - 8), fill=(40, 110, 180, 255))
@@ -65,7 +65,7 @@ def badge(size):
 
 
 def pages():
-    """Three pages of a scanned form, black on white."""
+    """Three bilevel pages of a scanned form."""
     result = []
     for number in range(1, 4):
         page = Image.new("1", (425, 550), 1)
@@ -80,7 +80,7 @@ def pages():
 
 
 def spinner():
-    """Eight frames of a turning dot."""
+    """Eight frames of a spinner."""
     frames = []
     for index in range(8):
         frame = Image.new("P", (48, 48), 0)

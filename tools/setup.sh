@@ -1,6 +1,6 @@
-# Functions that ./run and ./test share: installing what is missing, and building.
+# Shared by ./run and ./test: installs missing packages and builds.
 
-# The packages of tools/packages.txt, without the comments.
+# The packages in tools/packages.txt, without comments.
 listed_packages() {
     sed 's/#.*//' "$1/tools/packages.txt" | tr -s ' \t\n' ' '
 }
@@ -12,7 +12,7 @@ missing_packages() {
     done
 }
 
-# Installs what is missing; where that may not be done, says what to install and ends.
+# Installs missing packages. Without the rights to do so, says which ones and exits.
 setup_packages() {
     local missing as_root=()
     missing=$(missing_packages "$1")
