@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Makes the pictures that the benchmarks convert, from Debian's packages only.
+# Creates the benchmark images, using only Debian packages.
 #   bench/make-corpus.sh FOLDER          about 190 MB of downloads, 1.6 GB on disk, two minutes
-#   photos/, mid/  40 photographs of 2 to 12.5 megapixels as jpg, bmp, png, tif; every fourth of them
+#   photos/, mid/  40 photographs of 2 to 12.5 megapixels as jpg, bmp, png, tif; mid/ has every fourth
 #   small/         400 crops of 640x480
-#   scan/          three documents of eight or fewer pages, 300 dpi, 1 bit, as TIFF in G4, LZW and PackBits
+#   scan/          three bilevel documents of up to eight pages at 300 dpi, as TIFF in G4, LZW and PackBits
 set -euo pipefail
 mkdir -p "${1:?usage: make-corpus.sh FOLDER}"
 out=$(cd "$1" && pwd)
@@ -11,7 +11,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 work=$out/.build
 mkdir -p "$work/debs" "$work/unpacked" "$work/pages"
 
-# The wallpapers are unpacked, not installed.
+# Unpack the wallpapers without installing them.
 cd "$work/debs"
 for package in mate-backgrounds lomiri-wallpapers-16.04 lomiri-wallpapers-20.04 plasma-workspace-wallpapers \
     ukui-wallpapers; do

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Turns wallpapers and typeset pages into the benchmark's pictures. Called by make-corpus.sh."""
+"""Creates the benchmark images from wallpapers and typeset pages. Called by make-corpus.sh."""
 import glob
 import hashlib
 import os
@@ -17,7 +17,7 @@ KINDS = ("jpg", "bmp", "png", "tif")
 
 
 def photographs():
-    """Distinct wallpapers that are photographs of over 1.7 megapixels, in the order of their content's hash."""
+    """Distinct wallpaper photographs over 1.7 megapixels, sorted by content hash."""
     found = {}
     for path in glob.glob(f"{WALLPAPERS}/**/*.jpg", recursive=True):
         if os.path.islink(path) or os.path.getsize(path) < 150000 or "vertical" in path:
@@ -65,7 +65,7 @@ def make_photograph(job):
 
 
 def make_document(licence):
-    """Pages slightly askew, with the speckles of a scan."""
+    """Bilevel pages with the skew and speckles of a scan."""
     pages = []
     for number, path in enumerate(sorted(glob.glob(f"{PAGES}/{licence}-*.pgm"))[:8]):
         page = Image.open(path).convert("L").rotate(0.3 * ((number % 5) - 2), Image.BILINEAR, fillcolor=255)

@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Measures Varnel side by side with its peers and prints ratios.
+"""Benchmarks Varnel against its peers.
 
 Usage: bench/run.py CORPUS WORK [--rounds N] [--only REGEX] [--markdown FILE]
 
-One process against one process, interleaved round by round, so that a machine whose speed drifts treats all alike. CPU
-is user and system time of the process and its children. The ratio is the best peer's median over Varnel's.
+Each measurement is one process against one process, interleaved round by round, so that drifting machine speed affects
+all tools alike. CPU is the user and system time of the process and its children. The ratio is the best peer's median
+divided by Varnel's.
 
-Three tables: whole jobs, conversions and operations, with load and save; operations alone, which is a run with the
-operation less a run without it on the same photograph; and every special process alone at its first-start values.
+Three tables: complete jobs, including load and save; single operations, as the difference between runs with and without
+the operation on one photograph; and every special process alone with its default parameters.
 """
 import argparse
 import glob
@@ -23,21 +24,20 @@ import time
 HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.dirname(HERE)
 VARNEL = os.path.join(ROOT, "build/release/bin/varnel")
-SLOW_SECONDS = 20  # a peer that took longer isn't run again
+SLOW_SECONDS = 20  # a peer that takes longer runs only once
 AFTER_DELETING_SECONDS = 90
-LEAST_TELLING = 0.5  # milliseconds a megapixel: what is less can't be told from the load's and the save's own drift
-RUNS_ALONE = 3  # for a round: an operation alone is a small difference
+LEAST_TELLING = 0.5  # in ms per megapixel; smaller differences drown in the noise of load and save
+RUNS_ALONE = 3  # per round: a single operation is a small difference
 sys.path.insert(0, os.path.join(ROOT, "tools"))
-from catalogue import processes, switches  # noqa: E402  (the path is made above)
+from catalogue import processes, switches  # noqa: E402  (needs the path set above)
 
 
 class Job:
-    """One job: what Varnel and each peer are started with. {in} and {out} are folders."""
+    """The command lines of Varnel and each peer for one job. {in} and {out} are folders."""
 
     def __init__(self, name, folder, extension, varnel, target, im=None, gm=None, pillow=None, vips=None):
         self.name, self.folder, self.extension, self.target = name, folder, extension, target
         self.commands = {"varnel": varnel, "im": im, "gm": gm, "pillow": pillow, "vips": vips}
-
 
     def files(self, corpus):
         return sorted(os.path.basename(path) for path in glob.glob(f"{corpus}/{self.folder}/*.{self.extension}"))
@@ -45,7 +45,7 @@ class Job:
 
 def convert(name, folder, source, target, extra="", goal="", im="", gm="", pillow="none", vips=None, suffix=None,
             vips_suffix=None, lacks=()):
-    """A plain conversion of a folder."""
+    """Converts a folder of images."""
     job = Job(name, folder, source, f"/S {{in}}/*.{source} /T {{out}}/*.{target} {extra}", goal,
               im=f"mogrify-im6.q16 -path {{out}} -format {target} {im}",
               gm=f"gm mogrify -output-directory {{out}} -format {target} {gm}",
@@ -60,9 +60,8 @@ QUALITY = "/4 75"
 PEER_QUALITY = "-quality 75"
 
 
-
 def operation(name, process, goal, im, gm, peer, vips=None, lacks=()):
-    """An operation with load and save: photographs from JPEG to JPEG of quality 75."""
+    """Applies an operation to photographs, from JPEG to JPEG of quality 75."""
     return convert(name, "mid/jpg", "jpg", "jpg", f"{process} {QUALITY}", goal, f"{im} {PEER_QUALITY}",
                    f"{gm} {PEER_QUALITY}", peer, vips, vips_suffix=".jpg[Q=75]", lacks=lacks)
 
@@ -102,8 +101,8 @@ JOBS = [
     operation("emboss", "/P34 /a135 /b10 /c1", "1.7", "-emboss 1", "-emboss 1", "emboss"),
 ]
 
-# Operations alone: name, process of ours, what ImageMagick and GraphicsMagick are told (None where they have none or take
-# minutes), and the ratio wanted.
+# Single operations: name, our process, ImageMagick's and GraphicsMagick's arguments (None if they lack it or
+# take minutes), target ratio.
 ALONE = [
     ("motion blur of 31 pixels at 30 degrees", "/P39 /a30 /b31", None, "-motion-blur 15x10+30", "10"),
     ("radial blur of 18 degrees", "/P40 /a50", "-radial-blur 18", None, "10"),
@@ -113,11 +112,11 @@ ALONE = [
     ("maximum of 5x5", "/P59 /a5", "-statistic Maximum 5x5", None, "10"),
     ("diffuse over 6 pixels", "/P32 /a100 /b6", "-spread 6", "-spread 6", ""),
 ]
-NO_OPERATION = "/P57"  # the number without an operation: load and save
+NO_OPERATION = "/P57"  # an unused number: load and save only
 
 
 def commands_of(job, tool, corpus, work, out):
-    """The command lines of one run of a tool, started in the job's folder: one, or one a file where a peer needs it."""
+    """The command lines of one run, for the job's folder: a single one, or one per file if the peer needs that."""
     template = job.commands[tool]
     folder = os.path.join(corpus, job.folder)
     files = job.files(corpus)
@@ -151,8 +150,8 @@ def run_once(commands, folder, out, settings):
 
 
 def measure(job, corpus, work, rounds):
-    """Each run writes into a new folder: a file system may be ten times slower in making files for a minute after others
-    were deleted, and whoever runs next would pay for it."""
+    """Each run writes to a new folder: after deleting files, some file systems create files ten times more slowly for a
+    minute, which would penalise the next tool."""
     results, slow = {}, set()
     all_out = os.path.join(work, "out")
     if os.path.exists(all_out):
@@ -185,7 +184,7 @@ def report(job, medians, lines):
 
 
 class Alone:
-    """One photograph, which every program loads and saves with an operation and without it."""
+    """Measures single operations as the difference between runs with and without them on one photograph."""
 
     def __init__(self, corpus, work, rounds):
         folder = os.path.join(corpus, "mid/bmp")
@@ -201,16 +200,16 @@ class Alone:
         return head + [self.out, "-format", "bmp"] + shlex.split(arguments) + [self.file]
 
     def least(self, tool, arguments):
-        """The least CPU seconds of some runs (of one where it takes long), and the greatest peak in MiB."""
+        """The lowest CPU seconds of several runs (a single one if slow) and the highest peak in MiB."""
         runs, most = [], self.rounds * (RUNS_ALONE if tool == "varnel" else 1)
         while len(runs) < most and (not runs or runs[-1]["wall"] < SLOW_SECONDS):
             runs.append(run_once([self.command(tool, arguments)], self.folder, self.out, self.settings))
         if not all(run["files"] for run in runs):
-            sys.exit(f"{tool} made nothing of {arguments}")
+            sys.exit(f"{tool} produced no output for {arguments}")
         return min(run["cpu"] for run in runs), max(run["peak"] for run in runs)
 
     def milliseconds(self, tool, arguments):
-        """CPU milliseconds a megapixel of the operation alone, and the peak of the whole run in MiB."""
+        """CPU ms per megapixel of the operation alone, and the peak of the complete run in MiB."""
         plain_arguments = NO_OPERATION if tool == "varnel" else ""
         if tool not in self.plain:
             self.plain[tool] = self.least(tool, plain_arguments)[0]
@@ -219,7 +218,7 @@ class Alone:
 
 
 def report_alone(alone, lines, only):
-    table = ["", "| operation alone | target | CPU ratio to the best peer | ms a megapixel | peers' ms a megapixel | peak MiB |",
+    table = ["", "| operation alone | target | CPU ratio to best peer | ms/megapixel | peers' ms/megapixel | peak MiB |",
              "|---|---|---|---|---|---|"]
     for name, ours, im, gm, target in ALONE:
         if not re.search(only, name):
@@ -237,7 +236,7 @@ def report_alone(alone, lines, only):
 
 
 def report_first_starts(alone, lines, only):
-    table = ["", "| process | at its first-start values | ms a megapixel | peak MiB |", "|---|---|---|---|"]
+    table = ["", "| process | default parameters | ms/megapixel | peak MiB |", "|---|---|---|---|"]
     for number, label, _, parameters in processes():
         name = f"process {number}"
         if number == 100 or not label or not re.search(only, name):
@@ -267,7 +266,7 @@ def main():
     work = os.path.abspath(arguments.work)
     os.makedirs(os.path.join(work, "settings"), exist_ok=True)
     build_vips_peer(work)
-    lines = ["| job | target | CPU ratio to the best peer | to each peer | CPU s | wall s | peak MiB | MB | peers' MB |",
+    lines = ["| job | target | CPU ratio to best peer | to each peer | CPU s | wall s | peak MiB | MB | peers' MB |",
              "|---|---|---|---|---|---|---|---|---|"]
     print("\n".join(lines))
     for job in JOBS:
