@@ -1,4 +1,4 @@
-// Decodes whatever comes as one format: no crash, no read outside, and only whole pictures.
+// Fuzzes one codec's decoder: no crash, no out-of-bounds read, and only complete images.
 #include <cstdint>
 #include <cstdlib>
 #include <new>
@@ -11,7 +11,7 @@
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    setenv("VARNEL_MAX_MEGAPIXELS", "4", 1);  // large pictures only cost time
+    setenv("VARNEL_MAX_MEGAPIXELS", "4", 1);  // large images only cost time
     return 0;
 }
 
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
             ImageBuffer aImage;
             if (!pDecoder->DecodeFrame(l, aImage))
                 continue;
-            // What every load and some saves do to the picture, by the blocks that the file brought along.
+            // Also run what every load and some saves do with the file's metadata.
             FinishLoaded(aImage);
             aExifForSave(aImage,
                          {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
                 std::abort();
         }
     } catch (const std::bad_alloc&) {
-        // The one thing that a decoder may throw.
+        // The only exception that a decoder may throw.
     }
     return 0;
 }

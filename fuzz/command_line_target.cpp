@@ -1,4 +1,4 @@
-// Parses whatever comes as a command line, and runs what parses on pictures in memory.
+// Fuzzes the command line parser, and runs what it accepts on in-memory images.
 #include <cstdint>
 #include <string>
 

@@ -1,4 +1,4 @@
-// Loads whatever comes as a job file, runs it on pictures in memory, and writes it back.
+// Fuzzes job files: loads one, runs it on in-memory images, writes it back.
 #include <cstdint>
 #include <string>
 
@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
     try {
         ConversionJobBegin(app);
     } catch (const clsRaisedError&) {
-        EndRun(app);  // a cell that is no number ends the run
+        EndRun(app);  // a malformed number in a cell ends the run
     }
     WriteJobFile(app, "/k.vjb", app.frmMain.fgToDo);
     return 0;

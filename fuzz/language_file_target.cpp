@@ -1,4 +1,4 @@
-// Reads whatever comes as a language file, looks texts up in it and appends one.
+// Fuzzes language files: loads one, looks up a text and appends it.
 #include <cstdint>
 #include <string>
 

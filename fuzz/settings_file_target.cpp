@@ -1,4 +1,4 @@
-// Takes whatever comes as a settings file: a value that is entered is read back, and nothing crashes.
+// Fuzzes settings files: a written value must read back.
 #include <cstdint>
 #include <cstdlib>
 #include <string>

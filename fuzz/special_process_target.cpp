@@ -1,5 +1,5 @@
-// Applies any process with whatever comes as its details to a small picture of whatever pixels: the outcome
-// is an error of the details, or a whole picture, and the same one each time.
+// Fuzzes special processes: arbitrary details on a small arbitrary image must give an error or a complete
+// image, and the same one every time.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -19,7 +19,7 @@ struct Kernels {
     KernelImageTransform objKernels;
 };
 
-/// Everything in memory but the operations, which are the real ones.
+/// In-memory services, but the real operations.
 struct FuzzApplication : TestServices, Kernels, Application {
     FuzzApplication()
         : Application(Services{objFiles, objIni, objClock, objLocale, objMutex, objFolders, objWindows,
@@ -36,11 +36,11 @@ constexpr std::string_view kPrefix = "*^0^FALSE^75^^^^^^^^";
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    setenv("VARNEL_MAX_MEGAPIXELS", "1", 1);  // large pictures only cost time
+    setenv("VARNEL_MAX_MEGAPIXELS", "1", 1);  // large images only cost time
     return 0;
 }
 
-// The picture's pixels are the bytes that are left, again and again.
+// Fills the image by repeating the remaining bytes.
 static ImageBuffer aPictureOf(const std::uint8_t* pHead, std::string_view sBytes)
 {
     static constexpr std::int32_t aChannels[] = {1, 3, 4};
@@ -56,7 +56,7 @@ static ImageBuffer aPictureOf(const std::uint8_t* pHead, std::string_view sBytes
     return aImage;
 }
 
-// False when the process raised an error.
+// False if the process raised an error.
 static bool bApplied(FuzzApplication& app, clsConversionOptions& objOptions, ImageBuffer& aImage)
 {
     try {
@@ -84,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
     FuzzApplication app;
     clsConversionOptions objOptions;
     objOptions.sActionToDo = "S";
-    objOptions.lSpecialProcess = pData[0] % 61;  // gaps as well
+    objOptions.lSpecialProcess = pData[0] % 61;  // including unused numbers
     objOptions.sExtraParams = std::string(kPrefix) + std::string(sText.substr(0, nDetails));
     ImageBuffer aImage = aPictureOf(pData, sText.substr(std::min(nDetails + 1, sText.size())));
     ImageBuffer aAgain = aImage;
