@@ -1,4 +1,4 @@
-// Holds every #include of src/ against the floors that docs/ARCHITECTURE.md draws.
+// Checks every #include in src/ against the table in docs/ARCHITECTURE.md.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -64,9 +64,9 @@ std::vector<Room> aRoomsOfPage()
     return aRooms;
 }
 
-// The room of a file: the one with the longest pattern that its path begins with, so that a named module's
-// room goes before its folder's. "src/platform/*" means the files directly there; a folder beside takes its
-// subfolders too.
+// The room of a file: the one with the longest matching pattern, so a module's own pattern beats its
+// folder's. "src/platform/*" matches only files directly in that folder; rooms "beside" include their
+// subfolders.
 const Room* pRoomOf(const std::vector<Room>& aRooms, const std::string& sFile)
 {
     const Room* pBest = nullptr;
@@ -131,7 +131,7 @@ bool bMayInclude(const Room& objFrom, const Room& objTo)
 
 }  // namespace
 
-TEST(Floors, EveryFileOfSrcStandsInARoom)
+TEST(SourceFile, AlwaysBelongsToARoom)
 {
     const std::vector<Room> aRooms = aRoomsOfPage();
     ASSERT_GT(aRooms.size(), 10u);
@@ -140,7 +140,7 @@ TEST(Floors, EveryFileOfSrcStandsInARoom)
         EXPECT_NE(pRoomOf(aRooms, sFile), nullptr) << sFile;
 }
 
-TEST(Floors, NoIncludePointsUpOrSidewaysToTheRight)
+TEST(Include, NeverPointsUpwardsOrToUngrantedRooms)
 {
     const std::vector<Room> aRooms = aRoomsOfPage();
 
@@ -154,17 +154,17 @@ TEST(Floors, NoIncludePointsUpOrSidewaysToTheRight)
     }
 }
 
-TEST(Floors, ARoomUsesOnlyRoomsToItsLeftOnItsOwnFloor)
+TEST(Room, MayUseOnlyEarlierRoomsOfItsFloor)
 {
     const std::vector<Room> aRooms = aRoomsOfPage();
 
     for (std::size_t i = 0; i < aRooms.size(); ++i)
         for (std::size_t j = i + 1; j < aRooms.size(); ++j)
             EXPECT_FALSE(aRooms[i].lFloor == aRooms[j].lFloor && aRooms[i].aMayUse.contains(aRooms[j].sName))
-                << aRooms[i].sName << " may use " << aRooms[j].sName << ", which stands to its right";
+                << aRooms[i].sName << " may use " << aRooms[j].sName << ", which is listed later";
 }
 
-TEST(Floors, QuotedPathsBeginAtSrcAndExist)
+TEST(Include, WithQuotesStartsAtSrcAndExists)
 {
     for (const Include& objInclude : aAllIncludes()) {
         if (!objInclude.bQuoted)
@@ -174,7 +174,7 @@ TEST(Floors, QuotedPathsBeginAtSrcAndExist)
     }
 }
 
-TEST(Floors, TheLogicIncludesOnlyTheStandardLibrary)
+TEST(Include, OfLogicUsesOnlyTheStandardLibrary)
 {
     const std::vector<Room> aRooms = aRoomsOfPage();
     const std::regex objStandard("^c?[a-z_0-9]+$");
@@ -188,14 +188,14 @@ TEST(Floors, TheLogicIncludesOnlyTheStandardLibrary)
     }
 }
 
-TEST(Floors, FilesDoNotIncludeEachOtherInARing)
+TEST(Include, NeverFormsACycle)
 {
     std::map<std::string, std::vector<std::string>> aEdges;
     for (const Include& objInclude : aAllIncludes())
         if (objInclude.bQuoted)
             aEdges[objInclude.sFrom].push_back(objInclude.sTo);
 
-    std::map<std::string, int> aState;  // 0 new, 1 on the way, 2 done
+    std::map<std::string, int> aState;  // 0 unvisited, 1 on the current path, 2 done
     std::vector<std::string> aWay;
     std::string sRing;
     const std::function<void(const std::string&)> Visit = [&](const std::string& sFile) {
