@@ -1,5 +1,5 @@
 // What every control and every form has: a name, a caption, a state, and observers.
-// Room: platform. May use: the standard library.
+// Room: controls.
 //
 // A control's contents are the field: logic reads and writes it with no toolkit present. A toolkit's binder
 // mirrors it by setting OnChanged and by calling the setters when the user acts.

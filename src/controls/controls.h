@@ -1,5 +1,5 @@
 // The plain controls: fields, choices, buttons, bars. The table is in grid.h.
-// Room: platform. May use: platform.
+// Room: controls.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // The table of texts: rows of cells, a current cell, a selection, and pictures and colours for the few cells
-// that have them. Room: platform. May use: platform.
+// that have them.
+// Room: controls.
 #pragma once
 
 #include <cstdint>

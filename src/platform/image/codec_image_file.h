@@ -1,5 +1,5 @@
 // The real ImageFile: finds the codec, keeps a file open from page to page, saves whole files.
-// Room: platform_image. May use: platform.
+// Room: platform/image.
 #pragma once
 
 #include <cstdint>

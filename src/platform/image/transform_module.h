@@ -1,5 +1,5 @@
 // Opens the module of the transforms, when the first operation is called.
-// Room: platform_image. May use: platform.
+// Room: platform/image.
 #pragma once
 
 #include "src/platform/image_transform.h"

@@ -1,5 +1,5 @@
 // Bounds-checked reading of numbers and blocks from the bytes of a file.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/base.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // A file that is being decoded: its bytes, read when they are asked for.
-// Room: platform_image. May use: platform.
+// Room: platform/image/base.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The sizes that a picture may have, asked before anything is allocated for it.
-// Room: platform_image. May use: platform.
+// Room: platform/image/base.
 #pragma once
 
 #include <cstdint>

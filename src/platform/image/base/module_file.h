@@ -1,5 +1,5 @@
 // Finds and opens the modules that the image library needs only now and then.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/base.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // A file that is being written, and takes its name only when it is whole.
-// Room: platform_image. May use: platform.
+// Room: platform/image/base.
 #pragma once
 
 #include <cstdint>

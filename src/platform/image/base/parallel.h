@@ -1,5 +1,5 @@
 // Shares the work of one operation between the machine's cores.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/base.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // Memory of pictures, taken so that touching it for the first time is cheap.
-// Room: platform_image. May use: platform.
+// Room: platform/image/base.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // What every format offers: recognise a file, decode its pages, encode a picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The table of all formats.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The decoder of a format whose files hold one picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs.
 #pragma once
 
 #include <memory>

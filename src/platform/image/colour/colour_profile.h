@@ -1,5 +1,5 @@
 // Colour profiles: whether one fits, and turning pixels into sRGB by it.
-// Room: platform_image. May use: platform.
+// Room: platform/image/colour.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // Deflate's blocks: from tokens to bits.
-// Room: platform_image. May use: platform.
+// Room: platform/image/deflate.
 #pragma once
 
 #include "src/platform/image/deflate/huffman.h"

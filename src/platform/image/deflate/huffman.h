@@ -1,5 +1,5 @@
 // Huffman codes as deflate has them, and the bits that they become.
-// Room: platform_image. May use: platform.
+// Room: platform/image/deflate.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // What the two finders of copies share.
-// Room: platform_image. May use: platform.
+// Room: platform/image/deflate.
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // Finds copies quickly: in photographs that repeat themselves, and in scanned pages.
-// Room: platform_image. May use: platform.
+// Room: platform/image/deflate.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // Finds runs in a PNG's filtered rows: the copies that photographs have.
-// Room: platform_image. May use: platform.
+// Room: platform/image/deflate.
 #pragma once
 
 #include "src/platform/image/deflate/tokens.h"

@@ -1,5 +1,5 @@
 // Finds copies thoroughly: in drawings and screenshots, which repeat themselves from end to end.
-// Room: platform_image. May use: platform.
+// Room: platform/image/deflate.
 #pragma once
 
 #include <cstddef>

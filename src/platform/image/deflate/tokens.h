@@ -1,5 +1,5 @@
 // What deflate makes of bytes: literals, and copies of bytes that came before; and what these cost.
-// Room: platform_image. May use: platform.
+// Room: platform/image/deflate.
 #pragma once
 
 #include <array>

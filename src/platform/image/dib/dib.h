@@ -1,5 +1,6 @@
 // Device-independent bitmaps: what BMP files, icons, cursors and metafile records hold. Header, palette,
-// pixels. Room: platform_image. May use: platform.
+// pixels.
+// Room: platform/image/dib.
 #pragma once
 
 #include <array>

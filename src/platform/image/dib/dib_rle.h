@@ -1,5 +1,5 @@
 // Unpacks the run-length encoded pixels of device-independent bitmaps.
-// Room: platform_image. May use: platform.
+// Room: platform/image/dib.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Turns the raw rows of device-independent bitmaps into pixels.
-// Room: platform_image. May use: platform.
+// Room: platform/image/dib.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // Compresses the indexes of a GIF picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/lzw.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Compresses a strip of a TIFF file by LZW.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/lzw.
 #pragma once
 
 #include <array>

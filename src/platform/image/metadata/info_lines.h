@@ -1,5 +1,5 @@
 // The texts of a save as the lines of a comment, for formats that have one comment for all.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metadata.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // What the codecs share about metadata: EXIF for a save, and the finish of every load.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metadata.
 #pragma once
 
 #include <cstdint>

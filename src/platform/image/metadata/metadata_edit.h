@@ -1,5 +1,5 @@
 // Changes an EXIF block where it lies.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/metadata.
 #pragma once
 
 #include <cstdint>

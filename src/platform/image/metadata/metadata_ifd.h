@@ -1,5 +1,6 @@
 // Reads the directories of a TIFF structure, such as an EXIF block, in either byte order and never out of
-// bounds. Room: platform_image. May use: the standard library.
+// bounds.
+// Room: platform/image/metadata.
 #pragma once
 
 #include <cstddef>

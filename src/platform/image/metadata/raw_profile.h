@@ -1,5 +1,5 @@
 // Blocks of metadata as hexadecimal text, the way of programs from before PNG had chunks for them.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metadata.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Laying a picture with alpha on a background.
-// Room: platform_image. May use: platform.
+// Room: platform/image/pixels.
 #pragma once
 
 #include "src/platform/image_buffer.h"

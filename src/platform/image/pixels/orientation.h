@@ -1,5 +1,5 @@
 // Turning and mirroring a picture as its file asks for.
-// Room: platform_image. May use: platform.
+// Room: platform/image/pixels.
 #pragma once
 
 #include <cstdint>

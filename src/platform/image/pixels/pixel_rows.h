@@ -1,5 +1,5 @@
 // Small steps on rows of pixels that several formats need.
-// Room: platform_image. May use: platform.
+// Room: platform/image/pixels.
 #pragma once
 
 #include <cstdint>

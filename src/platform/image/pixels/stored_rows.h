@@ -1,5 +1,5 @@
 // Walks over rows that a file holds one after the other, uncompressed.
-// Room: platform_image. May use: platform.
+// Room: platform/image/pixels.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Turns a picture into one of at most 256 colours.
-// Room: platform_image. May use: platform.
+// Room: platform/image/quantiser.
 #pragma once
 
 #include <array>

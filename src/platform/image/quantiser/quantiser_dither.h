@@ -1,5 +1,5 @@
 // Gives each pixel of a picture a colour of a palette, spreading the errors over the neighbours.
-// Room: platform_image. May use: platform.
+// Room: platform/image/quantiser.
 #pragma once
 
 #include <cstdint>

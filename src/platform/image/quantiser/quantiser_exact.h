@@ -1,5 +1,5 @@
 // Keeps a picture of few colours as it is.
-// Room: platform_image. May use: platform.
+// Room: platform/image/quantiser.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,5 @@
 // Finds the colours of the large plain areas of a picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/quantiser.
 #pragma once
 
 #include <cstdint>

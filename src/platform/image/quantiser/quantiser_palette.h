@@ -1,5 +1,5 @@
 // Finds the colours that stand best for all colours of a picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/quantiser.
 #pragma once
 
 #include <cstddef>

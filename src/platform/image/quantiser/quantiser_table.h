@@ -1,5 +1,5 @@
 // Says which colour of a palette is nearest to a colour.
-// Room: platform_image. May use: platform.
+// Room: platform/image/quantiser.
 #pragma once
 
 #include <cstdint>

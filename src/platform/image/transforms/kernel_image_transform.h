@@ -1,5 +1,5 @@
 // The picture in work, and the kernel for each operation on it.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms.
 #pragma once
 
 #include <new>

@@ -1,5 +1,6 @@
-// Windows and OS/2 bitmaps (BMP): read in every depth and coding that programs write, written with 24 bits or
-// grey. Room: platform_image. May use: platform.
+// Windows and OS/2 bitmaps (BMP): read in every depth and coding that programs write, written with 24 bits
+// or grey.
+// Room: platform/image/codecs/bmp.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

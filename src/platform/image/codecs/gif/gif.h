@@ -1,5 +1,6 @@
-// GIF: 87a and 89a, interlaced or not, animations page by page; written with a palette fitted to the picture.
-// Room: platform_image. May use: platform.
+// GIF: 87a and 89a, interlaced or not, animations page by page; written with a palette fitted to the
+// picture.
+// Room: platform/image/codecs/gif.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

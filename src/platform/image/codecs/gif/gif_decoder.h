@@ -1,5 +1,5 @@
 // Draws the frames of a GIF on its logical screen, as a viewer shows them.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/gif.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,6 @@
-// Walks through the frames of a GIF, one at a time, so that a file with a great many of them fills no memory.
-// Room: platform_image. May use: platform.
+// Walks through the frames of a GIF, one at a time, so that a file with a great many of them fills no
+// memory.
+// Room: platform/image/codecs/gif.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // Windows animated cursors (ANI), only read.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/ico.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

@@ -1,5 +1,5 @@
 // What icons and cursors share: a directory of pictures, each a bitmap with a mask or a whole PNG file.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/ico.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The chunks of RIFF files.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/ico.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // JPEG 2000: codestreams and JP2 files; written as a codestream.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/j2k.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

@@ -1,5 +1,5 @@
 // Finds what a JPEG 2000 file holds: the codestream, and beside it resolution and metadata.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/j2k.
 #pragma once
 
 #include "src/platform/image/base/byte_reader.h"

@@ -1,5 +1,5 @@
 // Looks a JPEG 2000 codestream through before it is decoded: whether it is whole, and what it would take.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/j2k.
 #pragma once
 
 #include <cstdint>

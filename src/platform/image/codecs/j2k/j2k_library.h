@@ -1,5 +1,5 @@
 // OpenJPEG's objects with owners, reading from bytes and writing to a file, and silent.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/j2k.
 #pragma once
 
 #include <openjpeg.h>

@@ -1,5 +1,5 @@
 // Makes a picture of the components that JPEG 2000 decodes to.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/j2k.
 #pragma once
 
 #include "src/platform/image_buffer.h"

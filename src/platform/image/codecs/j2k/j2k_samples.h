@@ -1,5 +1,5 @@
 // The samples of a JPEG 2000 component as bytes, one for each pixel of the picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/j2k.
 #pragma once
 
 #include <openjpeg.h>

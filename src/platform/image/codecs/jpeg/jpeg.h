@@ -1,5 +1,5 @@
 // JPEG: baseline, progressive and arithmetic; grey, YCbCr, RGB, CMYK and YCCK of 8 bits.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/jpeg.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

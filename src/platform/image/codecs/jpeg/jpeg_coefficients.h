@@ -1,5 +1,5 @@
 // Gives the memory of a progressive JPEG's coefficients back while the rows of its picture come out.
-// Room: platform_image. May use: libjpeg.
+// Room: platform/image/codecs/jpeg.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // libjpeg without its habit of ending the process: failures come back to the caller.
-// Room: platform_image. May use: libjpeg.
+// Room: platform/image/codecs/jpeg.
 #pragma once
 
 #include <csetjmp>

@@ -1,5 +1,5 @@
 // The segments of a JPEG file beside its picture: size, EXIF, XMP, IPTC, profile.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/jpeg.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // What an EMF says of itself before it draws.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/metafile.
 #pragma once
 
 #include <cstdint>

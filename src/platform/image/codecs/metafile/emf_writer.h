@@ -1,5 +1,5 @@
 // Writes a picture as an EMF.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/metafile.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

@@ -1,5 +1,5 @@
 // The bitmap that a metafile of one picture holds.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/metafile.
 #pragma once
 
 #include <cstdint>

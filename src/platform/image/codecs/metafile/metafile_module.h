@@ -1,5 +1,5 @@
 // Opens the module that plays metafiles, when it is first needed.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/metafile.
 #pragma once
 
 #include "src/platform/image/metafile/device/metafile_api.h"

@@ -1,5 +1,5 @@
 // Windows metafiles, with or without the header that makes them placeable.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/metafile.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

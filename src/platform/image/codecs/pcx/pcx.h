@@ -1,5 +1,5 @@
 // PCX: read with 1 to 32 bits a pixel, written with 24 or as greys.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/pcx.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

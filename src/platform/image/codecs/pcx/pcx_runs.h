@@ -1,5 +1,5 @@
 // The run-length coding of PCX files.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/pcx.
 #pragma once
 
 #include <cstdint>

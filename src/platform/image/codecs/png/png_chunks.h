@@ -1,5 +1,5 @@
 // A PNG file as a row of chunks: reading them through one buffer, and writing them.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // The pixels' data of a PNG that is written: filtered rows go in, IDAT chunks come out.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include <cstddef>

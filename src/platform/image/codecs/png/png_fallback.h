@@ -1,5 +1,5 @@
 // The rarer PNG files, decoded by libpng.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include "src/platform/image/codecs/png/png_info.h"

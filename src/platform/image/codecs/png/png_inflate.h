@@ -1,5 +1,5 @@
 // The pixels' data of a PNG: the IDAT chunks one after the other, inflated piece by piece.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // What a PNG file says of its picture before and after the pixels.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include <cstdint>

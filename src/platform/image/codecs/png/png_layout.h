@@ -1,5 +1,5 @@
 // In which of PNG's colour types a picture is kept, and its rows in that type.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include <array>

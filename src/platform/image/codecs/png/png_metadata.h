@@ -1,5 +1,5 @@
 // The profile, EXIF, XMP and IPTC blocks and the texts inside PNG chunks.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // From a PNG's samples to the pixels of a picture buffer.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include <array>

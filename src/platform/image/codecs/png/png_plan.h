@@ -1,5 +1,5 @@
 // How a picture is written as PNG: its layout, and whether its rows are filtered.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include "src/platform/image/codecs/png/png_deflate.h"

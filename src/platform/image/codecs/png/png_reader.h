@@ -1,5 +1,5 @@
 // Opens PNG files.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,5 @@
 // Writes PNG files.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

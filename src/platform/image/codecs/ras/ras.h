@@ -1,5 +1,5 @@
 // Sun rasterfiles (RAS): read with 1, 8, 24 and 32 bits a pixel, written with 24 bits or as greys.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/ras.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

@@ -1,5 +1,5 @@
 // Targa files (TGA): read with 8 to 32 bits a pixel, written with greys, 24 or 32 bits and the texts.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tga.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

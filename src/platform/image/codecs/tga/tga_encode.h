@@ -1,5 +1,5 @@
 // Writes Targa files.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tga.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

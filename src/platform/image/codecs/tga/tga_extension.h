@@ -1,5 +1,5 @@
 // The extension area of a Targa file, which holds the texts.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tga.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // What stands around the pixels of a Targa file: header, colour map, footer.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tga.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // The run-length coding of Targa files.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tga.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-// TIFF: pages of every common layout read, pages without compression, by LZW or by the CCITT methods written.
-// Room: platform_image. May use: platform.
+// TIFF: pages of every common layout read, pages without compression, by LZW or by the CCITT methods
+// written.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

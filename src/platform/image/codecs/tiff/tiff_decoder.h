@@ -1,5 +1,5 @@
 // An open TIFF file: its pages in any order.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,5 @@
 // A TIFF file that grows page by page.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // libtiff on our files: opened without a message to anybody, read where it asks, written into memory.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <tiffio.h>

@@ -1,5 +1,6 @@
 // How a page of a TIFF file stores its pixels, checked against the file before anything is allocated for
-// them. Room: platform_image. May use: platform.
+// them.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <tiffio.h>

@@ -1,5 +1,5 @@
 // Reads the pixels of one page of a TIFF file, in strips and tiles.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <tiffio.h>

@@ -1,5 +1,5 @@
 // Kernels over rows of pixels that reading and writing TIFF share.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <cstddef>

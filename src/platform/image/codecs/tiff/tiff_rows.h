@@ -1,5 +1,5 @@
 // From the samples that a TIFF page stores to the levels of a picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <tiffio.h>

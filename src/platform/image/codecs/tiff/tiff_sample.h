@@ -1,5 +1,5 @@
 // One sample of a stored row as a level of 8 bits.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // The strips of a page that is being written, in each of the compressions.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <cstdint>

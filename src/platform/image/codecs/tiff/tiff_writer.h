@@ -1,5 +1,5 @@
 // Writes a page of a TIFF file: its strips, then its directory.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff.
 #pragma once
 
 #include <cstdint>

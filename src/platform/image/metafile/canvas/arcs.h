@@ -1,5 +1,5 @@
 // Ellipses, arcs and rounded boxes as Béziers.
-// Room: platform_image. May use: the standard library, Cairo.
+// Room: platform/image/metafile/canvas.
 #pragma once
 
 #include "src/platform/image/metafile/canvas/outline.h"

@@ -1,5 +1,5 @@
 // The work that a metafile may cost.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/metafile/canvas.
 #pragma once
 
 #include <cstdint>

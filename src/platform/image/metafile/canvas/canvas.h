@@ -1,5 +1,5 @@
 // The pixels that a metafile is drawn on.
-// Room: platform_image. May use: the standard library, Cairo.
+// Room: platform/image/metafile/canvas.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Where a metafile may draw.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/metafile/canvas.
 #pragma once
 
 #include <cstdint>

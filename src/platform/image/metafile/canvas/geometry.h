@@ -1,5 +1,5 @@
 // Points, boxes and affine maps of the metafile player.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/metafile/canvas.
 #pragma once
 
 #include <algorithm>

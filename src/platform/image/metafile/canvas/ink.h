@@ -1,5 +1,5 @@
 // What shapes are painted with: a colour, or a small picture that repeats.
-// Room: platform_image. May use: the standard library, Cairo.
+// Room: platform/image/metafile/canvas.
 #pragma once
 
 #include <cairo.h>

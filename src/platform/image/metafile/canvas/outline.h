@@ -1,5 +1,5 @@
 // Lines and curves that are filled or drawn along.
-// Room: platform_image. May use: the standard library, Cairo.
+// Room: platform/image/metafile/canvas.
 #pragma once
 
 #include <cairo.h>

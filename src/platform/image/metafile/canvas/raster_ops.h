@@ -1,5 +1,5 @@
 // How new pixels meet those that are there: the bitwise raster operations, and mixing by coverage.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/metafile/canvas.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The bitmaps that records carry, decoded.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,5 @@
 // What the brushes of a metafile paint with.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,5 @@
 // The drawing state of a metafile and the operations on shapes, which EMF and WMF records share.
-// Room: platform_image. May use: the standard library, Cairo.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <memory>

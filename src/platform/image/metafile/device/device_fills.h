@@ -1,5 +1,5 @@
 // Fills that go by pixels: colour runs, flooding, single pixels.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <array>

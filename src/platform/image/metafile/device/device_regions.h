@@ -1,5 +1,5 @@
 // Regions painted on a metafile's picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include "src/platform/image/metafile/device/device_context.h"

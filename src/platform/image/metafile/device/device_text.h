@@ -1,5 +1,5 @@
 // Text on a metafile's picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <optional>

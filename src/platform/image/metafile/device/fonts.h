@@ -1,5 +1,5 @@
 // Finds the fonts that a metafile names, or those that come nearest, and gives their letters as outlines.
-// Room: platform_image. May use: the standard library, FreeType, fontconfig.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // What the program asks of the player module, and what it lends it.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Pens, brushes, fonts, palettes and regions as the records define them.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // From the bytes of metafile texts to characters.
-// Room: platform_image. May use: the standard library, iconv.
+// Room: platform/image/metafile/device.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Plays the records of an EMF.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/emf.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,5 @@
 // What EMF and WMF records say of a palette alike.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/metafile/records.
 #pragma once
 
 #include <cstdint>

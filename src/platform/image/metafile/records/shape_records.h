@@ -1,5 +1,5 @@
 // Shapes that EMF and WMF records describe alike.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/records.
 #pragma once
 
 #include "src/platform/image/metafile/device/device_context.h"

@@ -1,5 +1,5 @@
 // Plays the records of a WMF.
-// Room: platform_image. May use: platform.
+// Room: platform/image/metafile/wmf.
 #pragma once
 
 #include <vector>

@@ -1,5 +1,5 @@
 // Stretching a picture's levels to the whole scale, as far as its own darkest and lightest pixels allow.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/colour.
 #pragma once
 
 #include "src/platform/image_buffer.h"

@@ -1,5 +1,5 @@
 // Spreading a picture's brightness evenly over the scale.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/colour.
 #pragma once
 
 #include "src/platform/image_buffer.h"

@@ -1,5 +1,5 @@
 // Colour operations on hue, lightness and saturation.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/colour.
 #pragma once
 
 #include "src/platform/image_buffer.h"

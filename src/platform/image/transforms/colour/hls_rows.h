@@ -1,5 +1,5 @@
 // Hue, lightness and saturation of rows of pixels.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/colour.
 #pragma once
 
 #include <cstddef>

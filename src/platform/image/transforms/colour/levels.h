@@ -1,5 +1,5 @@
 // Colour operations that look at one channel's value at a time: brightness, contrast, gamma and the like.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/colour.
 #pragma once
 
 #include <cstdint>

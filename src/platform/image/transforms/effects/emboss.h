@@ -1,5 +1,5 @@
 // Lights a picture from the side: as an embossing in grey, and as a relief in its own colours.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/effects.
 #pragma once
 
 #include <cstdint>

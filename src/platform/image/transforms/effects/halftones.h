@@ -1,5 +1,5 @@
 // Prints a picture in dots.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/effects.
 #pragma once
 
 #include <cstdint>

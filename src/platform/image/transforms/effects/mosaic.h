@@ -1,5 +1,5 @@
 // Lays a picture out in tiles.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/effects.
 #pragma once
 
 #include <cstdint>

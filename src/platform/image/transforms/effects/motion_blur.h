@@ -1,5 +1,5 @@
 // Blurs a picture along lines: straight, about its middle, towards its middle.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/effects.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Adds noise to a picture, and shuffles its pixels.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/effects.
 #pragma once
 
 #include <cstdint>

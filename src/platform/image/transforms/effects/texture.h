@@ -1,5 +1,5 @@
 // Prints a picture on a rough surface.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/effects.
 #pragma once
 
 #include <array>

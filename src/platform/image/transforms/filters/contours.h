@@ -1,5 +1,5 @@
 // Draws a picture's outlines.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Working on a picture by each pixel's 3 x 3 neighbourhood, and the convolutions that do.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <array>

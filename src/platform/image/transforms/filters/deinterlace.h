@@ -1,5 +1,5 @@
 // Taking one of the two half pictures out of an interlaced one.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include "src/platform/image_buffer.h"

@@ -1,5 +1,5 @@
 // Grows the light parts of a picture, or wears them away.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <cstdint>

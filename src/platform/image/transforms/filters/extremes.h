@@ -1,5 +1,5 @@
 // The least and the greatest value around each pixel.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <cstdint>

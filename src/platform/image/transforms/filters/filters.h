@@ -1,5 +1,5 @@
 // The filters of 3 x 3 neighbours: smoothing, sharpening, edges and lines.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Blurs a picture by the bell curve.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Means under a sampled Gaussian, one row of values at a time, in whole numbers.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <cstddef>

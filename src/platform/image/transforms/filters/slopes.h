@@ -1,5 +1,5 @@
 // Slopes of a picture towards a light, row by row.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // A picture of the means of another one's squares, which blurs it cheaply.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/filters.
 #pragma once
 
 #include <cstddef>

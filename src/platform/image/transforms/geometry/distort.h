@@ -1,5 +1,5 @@
 // Bends a picture: perspective, skew, twirl. All interpolate bilinearly.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include "src/platform/image_buffer.h"

@@ -1,5 +1,5 @@
 // Mirrors a picture, and turns it by quarters.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Gives a picture another size, and lays reduced copies of it side by side.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Weighted sums down the columns of a picture.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // How much each source pixel weighs in each target pixel of a scaled row or column.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // Turns a picture by any angle.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include "src/platform/image_transform.h"

@@ -1,5 +1,5 @@
 // Moves a picture within its frame, and cuts its borders.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include <cstdint>

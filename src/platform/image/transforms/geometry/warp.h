@@ -1,5 +1,5 @@
 // Draws a picture whose pixels come from other places of another picture, between its pixels.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include <cstdint>

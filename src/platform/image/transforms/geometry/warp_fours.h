@@ -1,5 +1,5 @@
 // The quick way through the inside of a picture: four of its places at a time, by vector instructions.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/geometry.
 #pragma once
 
 #include <cstdint>

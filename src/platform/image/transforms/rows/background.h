@@ -1,5 +1,5 @@
 // The colour that lies behind a picture where an operation uncovers it.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // Cuts a picture into bands of rows for the machine's cores.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // Brings numbers into the range of what they stand for.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Keeps the colours behind the transparent parts of a picture out of what is seen.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <cstdint>

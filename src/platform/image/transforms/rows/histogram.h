@@ -1,5 +1,5 @@
 // How often each level occurs in a picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <array>

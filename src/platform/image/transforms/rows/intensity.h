@@ -1,5 +1,5 @@
 // What of a colour is brightness: the intensity of pixels, and the operations made of it.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // New pixels for a picture, which take the place of the old ones whole or not at all.
-// Room: platform_image. May use: platform, platform_image.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <exception>

@@ -1,5 +1,5 @@
 // Where the rows of a picture lie.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // Takes pixels apart into planes of one colour each, and puts them together again.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <cstddef>

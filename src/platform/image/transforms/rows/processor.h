@@ -1,5 +1,5 @@
 // What the processor can do.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 namespace transforms

@@ -1,5 +1,5 @@
 // How a loop over a row of pixels is declared so that it runs as fast as the machine can.
-// Room: platform_image. May use: the standard library.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 /// Before a free function: it is compiled twice, for processors with AVX2 and for any, and the right one is

@@ -1,5 +1,5 @@
 // Random numbers that are the same each time for the same picture.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <cstdint>

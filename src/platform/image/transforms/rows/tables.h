@@ -1,5 +1,5 @@
 // Changing every value of a channel by a table.
-// Room: platform_image. May use: platform.
+// Room: platform/image/transforms/rows.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // Choosing and applying the row filters of a PNG that is written.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png/filters.
 #pragma once
 
 #include <cstddef>

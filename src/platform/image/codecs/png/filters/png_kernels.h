@@ -1,5 +1,5 @@
 // Which of the PNG kernels are compiled, and which of them this machine can run.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png/filters.
 #pragma once
 
 #if defined(__x86_64__)

@@ -1,5 +1,5 @@
 // Moving samples about: red and blue exchanged, black and white packed into bits.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png/filters.
 #pragma once
 
 #include <cstddef>

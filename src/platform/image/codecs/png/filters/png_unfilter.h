@@ -1,5 +1,5 @@
 // Undoing the row filters of a PNG.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/png/filters.
 #pragma once
 
 #include <cstddef>

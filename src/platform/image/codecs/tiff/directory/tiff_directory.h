@@ -1,5 +1,5 @@
 // The directories of a TIFF file: where its pages are, and the tags of one of them.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff/directory.
 #pragma once
 
 #include <cstdint>

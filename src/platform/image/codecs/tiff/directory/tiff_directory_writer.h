@@ -1,5 +1,5 @@
 // Puts the directories of a TIFF file into bytes, little-endian, classic or with 64-bit offsets.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff/directory.
 #pragma once
 
 #include <cstdint>

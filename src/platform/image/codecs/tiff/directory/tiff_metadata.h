@@ -1,5 +1,5 @@
 // What a TIFF page says beside its pixels: resolution, profile, EXIF, XMP, IPTC.
-// Room: platform_image. May use: platform.
+// Room: platform/image/codecs/tiff/directory.
 #pragma once
 
 #include <cstdint>
