@@ -1,9 +1,9 @@
-// Looking for files, making folders, moving and deleting.
+// File helpers: lookup, folder creation, move and delete.
 #include "src/job/modFileHelpers.h"
 
 #include "tests/fakes/test_application.h"
 
-TEST(CreateFolderPath, MakesTheMissingParentsFirst)
+TEST(CreateFolderPath, CreatesMissingParentsFirst)
 {
     TestApplication app;
     app.objFiles.AddFolder("C:\\");
@@ -14,7 +14,7 @@ TEST(CreateFolderPath, MakesTheMissingParentsFirst)
               (std::vector<std::string>{"C:\\out", "C:\\out\\a", "C:\\out\\a\\b"}));
 }
 
-TEST(CreateFolderPath, TakesSlashesAndASeparatorAtTheEnd)
+TEST(CreateFolderPath, AcceptsSlashesAndTrailingSeparators)
 {
     TestApplication app;
     app.objFiles.AddFolder("/home");
@@ -25,7 +25,7 @@ TEST(CreateFolderPath, TakesSlashesAndASeparatorAtTheEnd)
     EXPECT_EQ(app.objFiles.aMadeFolders, (std::vector<std::string>{"/home/me", "/home/me/out"}));
 }
 
-TEST(CreateFolderPath, IsSilentWhereNothingCanBeMade)
+TEST(CreateFolderPath, FailsSilently)
 {
     TestApplication app;
     app.objFiles.AddFolder("/cd");
@@ -40,7 +40,7 @@ TEST(CreateFolderPath, IsSilentWhereNothingCanBeMade)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST(CreateFolderPath, ComesBackFromATextTooLongToBeAPath)
+TEST(CreateFolderPath, IgnoresTextsTooLongForAPath)
 {
     TestApplication app;
     app.objFiles.AddFolder("/");
@@ -53,7 +53,7 @@ TEST(CreateFolderPath, ComesBackFromATextTooLongToBeAPath)
     EXPECT_TRUE(app.objFiles.aMadeFolders.empty());
 }
 
-TEST(FileExists, IsFalseForFoldersPatternsAndNothing)
+TEST(FileExists, IsFalseForFoldersPatternsAndEmptyPaths)
 {
     TestApplication app;
     app.objFiles.AddFile("C:\\pics\\a.jpg");
@@ -67,14 +67,14 @@ TEST(FileExists, IsFalseForFoldersPatternsAndNothing)
     EXPECT_FALSE(bFileExists(app, "   "));
 }
 
-TEST(FileExists, DoesntMindBlanksAroundThePath)
+TEST(FileExists, IgnoresSpacesAroundThePath)
 {
     TestApplication app;
     app.objFiles.AddFile("/pics/a.jpg");
     EXPECT_TRUE(bFileExists(app, "  /pics/a.jpg "));
 }
 
-TEST(MoveFileReplacing, PutsTheNewContentIntoTheOldPlace)
+TEST(MoveFileReplacing, ReplacesTheTargetsContent)
 {
     TestApplication app;
     app.objFiles.AddFile("/out/a.tif.TIF", "new");
@@ -86,7 +86,7 @@ TEST(MoveFileReplacing, PutsTheNewContentIntoTheOldPlace)
     EXPECT_FALSE(app.objFiles.bHas("/out/a.tif.TIF"));
 }
 
-TEST(MoveFileReplacing, KeepsTheSourceWhenTheCopyFails)
+TEST(MoveFileReplacing, KeepsBothFilesIfCopyingFails)
 {
     TestApplication app;
     app.objFiles.AddFile("/out/a.tif.TIF", "new");
@@ -99,7 +99,7 @@ TEST(MoveFileReplacing, KeepsTheSourceWhenTheCopyFails)
     EXPECT_TRUE(app.objFiles.bHas("/out/a.tif.TIF"));
 }
 
-TEST(MoveFileReplacing, SaysSoWhenTheSourceStays)
+TEST(MoveFileReplacing, FailsIfTheSourceCannotBeDeleted)
 {
     TestApplication app;
     app.objFiles.AddFile("/out/t", "new");
@@ -109,7 +109,7 @@ TEST(MoveFileReplacing, SaysSoWhenTheSourceStays)
     EXPECT_EQ(app.objFiles.sContent("/out/a.tif"), "new");
 }
 
-TEST(DeleteFileOnce, IsFalseForAFileThatIsntThere)
+TEST(DeleteFileOnce, FailsForAMissingFile)
 {
     TestApplication app;
     app.objFiles.AddFile("/a");
@@ -118,7 +118,7 @@ TEST(DeleteFileOnce, IsFalseForAFileThatIsntThere)
     EXPECT_FALSE(bDeleteFileOnce(app, "/a"));
 }
 
-TEST(DeleteFileRetrying, IsDoneAtOnceWithoutAFile)
+TEST(DeleteFileRetrying, SucceedsImmediatelyForAMissingFile)
 {
     TestApplication app;
 
@@ -126,7 +126,7 @@ TEST(DeleteFileRetrying, IsDoneAtOnceWithoutAFile)
     EXPECT_TRUE(app.objClock.aSleeps.empty());
 }
 
-TEST(DeleteFileRetrying, WaitsASecondBeforeEachFurtherTry)
+TEST(DeleteFileRetrying, WaitsASecondBeforeEachRetry)
 {
     TestApplication app;
     app.objFiles.AddFile("/held");
@@ -138,7 +138,7 @@ TEST(DeleteFileRetrying, WaitsASecondBeforeEachFurtherTry)
     EXPECT_FALSE(app.objFiles.bHas("/held"));
 }
 
-TEST(DeleteFileRetrying, GivesUpAfterTwentyFurtherTriesAndOneMoreWait)
+TEST(DeleteFileRetrying, GivesUpAfterTwentyRetriesAndAFinalWait)
 {
     TestApplication app;
     app.objFiles.AddFile("/held");
@@ -150,7 +150,7 @@ TEST(DeleteFileRetrying, GivesUpAfterTwentyFurtherTriesAndOneMoreWait)
     EXPECT_EQ(app.objClock.aSleeps, std::vector<std::int32_t>(21, 1000));
 }
 
-TEST(FolderHasEntries, IsTrueForAFolderWithAFileOrAFolder)
+TEST(FolderHasEntries, IsTrueIfTheFolderContainsAnything)
 {
     TestApplication app;
     app.objFiles.AddFile("/full/a.txt");

@@ -1,11 +1,11 @@
-// File lists: which files a source names, in which order, and what a pause and a link do to the walk.
+// File lists: pattern matching, order, pauses and links.
 #include "src/job/modFileLists.h"
 
 #include "tests/fakes/test_application.h"
 
 using Paths = std::vector<std::string>;
 
-/// An application in the state of a run, in which lists are made.
+/// An application in the middle of a run, as needed for making lists.
 struct Running : TestApplication {
     Running() { frmMain.bRunning = true; }
 };
@@ -21,7 +21,7 @@ static Paths aListOf(Running& app, const std::string& sSource, bool bDoSubfolder
     return colFiles;
 }
 
-TEST(MatchesPattern, KnowsEveryFileAndOneExtension)
+TEST(MatchesPattern, AcceptsAllFilesOrOneExtension)
 {
     EXPECT_TRUE(bMatchesPattern("*.*", "jpg"));
     EXPECT_TRUE(bMatchesPattern("*.*", ""));
@@ -33,19 +33,19 @@ TEST(MatchesPattern, KnowsEveryFileAndOneExtension)
     EXPECT_FALSE(bMatchesPattern("*.tiff", "tif"));
 }
 
-TEST(MatchesPattern, TakesAPointAloneForFilesWithoutExtension)
+TEST(MatchesPattern, MatchesFilesWithoutExtensionForABareDot)
 {
     EXPECT_TRUE(bMatchesPattern("*.", ""));
     EXPECT_FALSE(bMatchesPattern("*.", "a"));
 }
 
-TEST(MatchesPattern, IsNoPatternEngine)
+TEST(MatchesPattern, SupportsNoOtherPatterns)
 {
     for (const char* sPattern : {"*", "", "*.j*", "*.*g", "*a.jpg", "*.jp?", "**.jpg", "*.jpg\\x"})
         EXPECT_FALSE(bMatchesPattern(sPattern, "jpg")) << sPattern;
 }
 
-TEST(CreateFileList, TakesTheFilesOfOneExtensionInOrderOfNames)
+TEST(CreateFileList, ListsFilesOfOneExtensionSortedByName)
 {
     Running app;
     for (const char* sFile : {"c.BMP", "a.bmp", "b.jpg", "noext", "b.bmp", ".bmp"})
@@ -64,7 +64,7 @@ TEST(CreateFileList, KeepsTheStyleOfThePath)
     EXPECT_EQ(aListOf(app, "\\pics\\*.bmp", true), Paths{"\\pics\\sub\\a.bmp"});
 }
 
-TEST(CreateFileList, TakesEveryFileForTwoStars)
+TEST(CreateFileList, ListsEveryFileForStarDotStar)
 {
     Running app;
     app.objFiles.AddFile("/p/a.bmp");
@@ -73,7 +73,7 @@ TEST(CreateFileList, TakesEveryFileForTwoStars)
     EXPECT_EQ(aListOf(app, "/p/*.*"), (Paths{"/p/a.bmp", "/p/readme"}));
 }
 
-TEST(CreateFileList, TakesFilesWithoutExtensionAlsoBelowAFolderWithAPoint)
+TEST(CreateFileList, IgnoresDotsInFolderNames)
 {
     Running app;
     app.objFiles.AddFile("/my.pics/readme");
@@ -82,7 +82,7 @@ TEST(CreateFileList, TakesFilesWithoutExtensionAlsoBelowAFolderWithAPoint)
     EXPECT_EQ(aListOf(app, "/my.pics/*."), Paths{"/my.pics/readme"});
 }
 
-TEST(CreateFileList, IsEmptyAndTrueWithoutAnyMatch)
+TEST(CreateFileList, SucceedsWithAnEmptyListIfNothingMatches)
 {
     Running app;
     app.objFiles.AddFile("C:\\pics\\a.jpg");
@@ -91,7 +91,7 @@ TEST(CreateFileList, IsEmptyAndTrueWithoutAnyMatch)
     EXPECT_EQ(aListOf(app, "C:\\pics\\*"), Paths{});
 }
 
-TEST(CreateFileList, PutsTheFilesOfAFolderBeforeThoseBelowIt)
+TEST(CreateFileList, ListsAFoldersFilesBeforeItsSubfolders)
 {
     Running app;
     for (const char* sFile : {"z.bmp", "a/n.bmp", "a/b/m.bmp", "c/d.bmp", "c/x/y.bmp"})
@@ -102,7 +102,7 @@ TEST(CreateFileList, PutsTheFilesOfAFolderBeforeThoseBelowIt)
     EXPECT_EQ(aListOf(app, "/p/*.bmp", false), Paths{"/p/z.bmp"});
 }
 
-TEST(CreateFileList, SaysThatTheFolderIsMissing)
+TEST(CreateFileList, ReportsAMissingFolder)
 {
     Running app;
     app.objFiles.AddFile("C:\\a\\b1.jpg");
@@ -117,7 +117,7 @@ TEST(CreateFileList, SaysThatTheFolderIsMissing)
     }
 }
 
-TEST(CreateFileList, SaysThatTheFileIsMissing)
+TEST(CreateFileList, ReportsAMissingFile)
 {
     Running app;
     app.objFiles.AddFolder("/p");
@@ -131,7 +131,7 @@ TEST(CreateFileList, SaysThatTheFileIsMissing)
     }
 }
 
-TEST(CreateFileList, TranslatesThePiecesOfItsMessage)
+TEST(CreateFileList, TranslatesThePartsOfItsMessage)
 {
     Running app;
     app.objTranslator.dictTranslations["Folder: "] = "Ordner: ";
@@ -145,14 +145,14 @@ TEST(CreateFileList, TranslatesThePiecesOfItsMessage)
     EXPECT_EQ(objOptions.sErr, "Ordner: /none/ fehlt");
 }
 
-TEST(CreateFileList, OfOneFileIsThatFile)
+TEST(CreateFileList, ListsASingleFile)
 {
     Running app;
     app.objFiles.AddFile("C:\\p\\a.xyz");
     EXPECT_EQ(aListOf(app, "C:\\p\\a.xyz"), Paths{"C:\\p\\a.xyz"});
 }
 
-TEST(CreateFileList, PutsThePointerBack)
+TEST(CreateFileList, RestoresTheMousePointer)
 {
     Running app;
     app.objFiles.AddFile("/p/a.bmp");
@@ -165,7 +165,7 @@ TEST(CreateFileList, PutsThePointerBack)
     EXPECT_FALSE(app.frmMainMDI.bHourglass);
 }
 
-TEST(CreateFileList, EndsQuietlyAtAPauseWithWhatItHas)
+TEST(CreateFileList, ReturnsTheFilesFoundBeforeAPause)
 {
     Running app;
     for (const char* sFile : {"1.bmp", "2.bmp", "3.bmp", "4.bmp"})
@@ -176,7 +176,7 @@ TEST(CreateFileList, EndsQuietlyAtAPauseWithWhatItHas)
     EXPECT_FALSE(app.frmMainMDI.bHourglass);
 }
 
-TEST(AddFolderFiles, ReportsAPauseAndLeavesTheHourglass)
+TEST(AddFolderFiles, ReportsAPauseAndKeepsTheHourglass)
 {
     Running app;
     app.objFiles.AddFile("/p/a.bmp");
@@ -189,7 +189,7 @@ TEST(AddFolderFiles, ReportsAPauseAndLeavesTheHourglass)
     EXPECT_TRUE(colFiles.empty());
 }
 
-TEST(AddFolderFiles, StopsBetweenSubfoldersToo)
+TEST(AddFolderFiles, ChecksForPausesBetweenSubfoldersToo)
 {
     Running app;
     app.objFiles.AddFolder("/p/a");
@@ -202,7 +202,7 @@ TEST(AddFolderFiles, StopsBetweenSubfoldersToo)
     EXPECT_TRUE(colFiles.empty());
 }
 
-TEST(AddFolderFiles, GivesTheFolderASeparator)
+TEST(AddFolderFiles, AppendsASeparatorToTheFolder)
 {
     Running app;
     app.objFiles.AddFile("C:\\p\\a.bmp");
@@ -218,7 +218,7 @@ TEST(AddFolderFiles, GivesTheFolderASeparator)
     EXPECT_EQ(sMissing, "C:\\q");
 }
 
-TEST(AddFolderFiles, ShowsTheFolderAndLetsEventsThroughAtEachFile)
+TEST(AddFolderFiles, ShowsTheFolderAndProcessesEventsPerFile)
 {
     Running app;
     app.objFiles.AddFile("/p/a.bmp");
@@ -232,7 +232,7 @@ TEST(AddFolderFiles, ShowsTheFolderAndLetsEventsThroughAtEachFile)
     EXPECT_EQ(app.objWindows.lDoEvents, 3);
 }
 
-TEST(AddFolderFiles, ComesToAnEndWhereALinkLeadsBack)
+TEST(AddFolderFiles, TerminatesDespiteCyclicLinks)
 {
     Running app;
     app.objFiles.AddFile("/p/a/x.bmp");
@@ -245,7 +245,7 @@ TEST(AddFolderFiles, ComesToAnEndWhereALinkLeadsBack)
     EXPECT_EQ(colFiles, Paths{"/p/a/x.bmp"});
 }
 
-TEST(AddFolderFiles, FollowsALinkToAFolderElsewhereOnce)
+TEST(AddFolderFiles, FollowsLinksToTheSameFolderOnce)
 {
     Running app;
     app.objFiles.AddFile("/else/x.bmp");
@@ -259,7 +259,7 @@ TEST(AddFolderFiles, FollowsALinkToAFolderElsewhereOnce)
     EXPECT_EQ(colFiles, Paths{"/p/first/x.bmp"});
 }
 
-TEST(AddFolderFiles, WalksARealFolderUnderItsOwnNameAlsoAfterALinkToIt)
+TEST(AddFolderFiles, AlwaysWalksRealFoldersUnderTheirOwnName)
 {
     Running app;
     app.objFiles.AddFile("/p/real/x.bmp");
@@ -273,7 +273,7 @@ TEST(AddFolderFiles, WalksARealFolderUnderItsOwnNameAlsoAfterALinkToIt)
     EXPECT_EQ(colFiles, (Paths{"/p/alias/x.bmp", "/p/real/x.bmp"}));
 }
 
-TEST(PartsOfASource, AreCutAtTheFirstStar)
+TEST(WildcardSource, SplitsAtTheFirstStar)
 {
     EXPECT_EQ(sFolderOfPattern("C:\\a\\*.jpg"), "C:\\a\\");
     EXPECT_EQ(sPatternOfSource("C:\\a\\*.jpg"), "*.jpg");

@@ -1,11 +1,11 @@
-// The file types: extensions, filters, and what the combo boxes offer.
+// File types: extensions, dialog filters and combo boxes.
 #include "src/job/modFileTypes.h"
 
 #include <array>
 
 #include "tests/fakes/test_application.h"
 
-TEST(FileTypeExtension, IsThatOfEachTypeWithoutAPoint)
+TEST(FileTypeExtension, ReturnsTheExtensionOfEachTypeWithoutADot)
 {
     const std::array<const char*, 16> aExpected{"*",   "",    "jpg", "bmp", "tif", "gif", "emf", "j2k",
                                                 "pcx", "png", "ras", "tga", "wmf", "ico", "cur", "ani"};
@@ -13,7 +13,7 @@ TEST(FileTypeExtension, IsThatOfEachTypeWithoutAPoint)
         EXPECT_EQ(sFileTypeExtension(lType, false), aExpected[static_cast<std::size_t>(lType + 1)]) << lType;
 }
 
-TEST(FileTypeExtension, HasAStarInFrontWhenAskedForAlsoWhereThereIsNone)
+TEST(FileTypeExtension, PrependsStarDotOnRequestEvenToNothing)
 {
     EXPECT_EQ(sFileTypeExtension(1, true), "*.jpg");
     EXPECT_EQ(sFileTypeExtension(-1, true), "*.*");
@@ -22,7 +22,7 @@ TEST(FileTypeExtension, HasAStarInFrontWhenAskedForAlsoWhereThereIsNone)
     EXPECT_EQ(sFileTypeExtension(kNoFileType, false), "");
 }
 
-TEST(FileTypeFromExtension, KnowsBothSpellingsInEitherCase)
+TEST(FileTypeFromExtension, AcceptsBothSpellingsInAnyCase)
 {
     EXPECT_EQ(lFileTypeFromExtension("JPG"), 1);
     EXPECT_EQ(lFileTypeFromExtension("jpeg"), 1);
@@ -32,13 +32,13 @@ TEST(FileTypeFromExtension, KnowsBothSpellingsInEitherCase)
         EXPECT_EQ(lFileTypeFromExtension(sFileTypeExtension(lType, false)), lType);
 }
 
-TEST(FileTypeFromExtension, SaysThatAnyOtherIsNone)
+TEST(FileTypeFromExtension, ReturnsNoTypeForUnknownExtensions)
 {
     for (const char* sExtension : {"jpe", "", ".jpg", "jpg ", "jp2", "dib"})
         EXPECT_EQ(lFileTypeFromExtension(sExtension), -12345678) << sExtension;
 }
 
-TEST(FileFilterForType, IsOneLineForEachType)
+TEST(FileFilterForType, ReturnsTheFilterOfEachType)
 {
     EXPECT_EQ(sFileFilterForType(1), "JPEG (*.jpg)|*.jpg|All files (*.*)|*.*");
     EXPECT_EQ(sFileFilterForType(2), "Windows Bitmap (*.bmp)|*.bmp|All files (*.*)|*.*");
@@ -57,14 +57,14 @@ TEST(FileFilterForType, IsOneLineForEachType)
     EXPECT_EQ(sFileFilterForType(14), "Ani (*.ani)|*.ani|All files (*.*)|*.*");
 }
 
-TEST(FileFilterForType, IsEmptyForANumberThatIsNoType)
+TEST(FileFilterForType, IsEmptyForUnknownTypes)
 {
     EXPECT_EQ(sFileFilterForType(0), "");
     EXPECT_EQ(sFileFilterForType(15), "");
     EXPECT_EQ(sFileFilterForType(kNoFileType), "");
 }
 
-TEST(FileFilterForType, OfAutodetectListsAllPicturesWithTheSlipsThatUsersKnow)
+TEST(FileFilterForType, KeepsTheOdditiesOfTheAutodetectFilter)
 {
     EXPECT_EQ(sFileFilterForType(-1),
               "All Picture "
@@ -86,7 +86,7 @@ static std::vector<std::string> aEntries(const ComboBox& cb)
     return aTexts;
 }
 
-TEST(FillInFileTypeComboBoxOriginal, OffersEveryTypeAndAutodetect)
+TEST(FillInFileTypeComboBoxOriginal, ListsEveryTypeAndAutodetect)
 {
     TestApplication app;
 
@@ -118,7 +118,7 @@ TEST(FillInFileTypeComboBoxOriginal, OffersEveryTypeAndAutodetect)
     EXPECT_EQ(app.frmMain.cbFileTypeOriginal.ItemData(14), 14);
 }
 
-TEST(FillInFileTypeComboBoxTarget, OffersWhatCanBeWritten)
+TEST(FillInFileTypeComboBoxTarget, ListsWritableTypes)
 {
     TestApplication app;
 
@@ -129,7 +129,7 @@ TEST(FillInFileTypeComboBoxTarget, OffersWhatCanBeWritten)
     EXPECT_EQ(app.frmMain.cbFileTypeTarget.ItemData(10), 11);
 }
 
-TEST(FillInFileTypeComboBoxSpecialProcess, OffersWhatCanBeReadWithoutAutodetect)
+TEST(FillInFileTypeComboBoxSpecialProcess, ListsReadableTypesWithoutAutodetect)
 {
     TestApplication app;
 
@@ -141,7 +141,7 @@ TEST(FillInFileTypeComboBoxSpecialProcess, OffersWhatCanBeReadWithoutAutodetect)
     EXPECT_EQ(app.frmMain.cbFileTypeOriginalSpecialized.ItemData(13), 14);
 }
 
-TEST(FillInFileTypeComboBox, FillsOnlyTheFirstTime)
+TEST(FillInFileTypeComboBox, IsFilledOnlyOnce)
 {
     TestApplication app;
     FillInFileTypeComboBoxTarget(app);
@@ -153,7 +153,7 @@ TEST(FillInFileTypeComboBox, FillsOnlyTheFirstTime)
     EXPECT_EQ(app.frmMain.cbFileTypeTarget.ListIndex(), 4);
 }
 
-TEST(FillInFileTypeComboBox, IsNoChangeOfTheUsers)
+TEST(FillInFileTypeComboBox, SuppressesChangeHandlers)
 {
     TestApplication app;
     bool bInternal = false;
@@ -168,7 +168,7 @@ TEST(FillInFileTypeComboBox, IsNoChangeOfTheUsers)
     EXPECT_TRUE(app.bInternalGridChange);
 }
 
-TEST(FillInFileTypeComboBox, TranslatesTheNameAlone)
+TEST(FillInFileTypeComboBox, TranslatesOnlyTheName)
 {
     TestApplication app;
     app.objTranslator.dictTranslations["JPEG"] = "Foto";
@@ -178,7 +178,7 @@ TEST(FillInFileTypeComboBox, TranslatesTheNameAlone)
     EXPECT_EQ(app.frmMain.cbFileTypeTarget.List(0), "[1] Foto (*.JPG)");
 }
 
-TEST(SelectExtension, FindsTheEntryOfEitherSpellingInEitherCase)
+TEST(SelectExtension, AcceptsBothSpellingsInAnyCase)
 {
     TestApplication app;
     FillInFileTypeComboBoxOriginal(app);
@@ -190,7 +190,7 @@ TEST(SelectExtension, FindsTheEntryOfEitherSpellingInEitherCase)
     EXPECT_EQ(lSelectedFileType(frm.cbFileTypeOriginal), 3);
 }
 
-TEST(SelectExtension, LeavesTheSelectionForOneThatItDoesntKnow)
+TEST(SelectExtension, KeepsTheSelectionForUnknownExtensions)
 {
     TestApplication app;
     FillInFileTypeComboBoxTarget(app);
@@ -203,7 +203,7 @@ TEST(SelectExtension, LeavesTheSelectionForOneThatItDoesntKnow)
     EXPECT_EQ(frm.cbFileTypeTarget.ListIndex(), 2);
 }
 
-TEST(SelectFileType, GoesByTheNumberThatAnEntryCarries)
+TEST(SelectFileType, FindsTheEntryByItsItemData)
 {
     TestApplication app;
     FillInFileTypeComboBoxOriginal(app);
@@ -215,13 +215,13 @@ TEST(SelectFileType, GoesByTheNumberThatAnEntryCarries)
     EXPECT_EQ(lSelectedFileType(cb), 8);
 }
 
-TEST(SelectedFileType, IsNoneWithoutAnEntry)
+TEST(SelectedFileType, IsNoTypeIfTheListIsEmpty)
 {
     TestApplication app;
     EXPECT_EQ(lSelectedFileType(app.frmMain.cbFileTypeTarget), kNoFileType);
 }
 
-TEST(FileTypeInEntryText, IsTheNumberBetweenTheBrackets)
+TEST(FileTypeInEntryText, IsTheNumberInBrackets)
 {
     EXPECT_EQ(lFileTypeInEntryText("[8] Portable Network Graphics (*.png)"), 8);
     EXPECT_EQ(lFileTypeInEntryText("[-1] Autodetect from file name"), -1);

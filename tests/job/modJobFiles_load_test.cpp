@@ -1,4 +1,4 @@
-// Loading job files: what is tolerated, slices of long ones, pauses.
+// Loading job files: malformed lines, slices of long files, pauses.
 #include "src/job/modJobFiles.h"
 
 #include <random>
@@ -9,7 +9,7 @@
 
 using LoadJob = JobFiles;
 
-TEST_F(LoadJob, GivesBackEveryCell)
+TEST_F(LoadJob, LoadsEveryCell)
 {
     Load(sJobOf(3));
     ASSERT_EQ(lTasks(), 3);
@@ -20,7 +20,7 @@ TEST_F(LoadJob, GivesBackEveryCell)
     EXPECT_EQ(fgToDo.ColSel(), 10);
 }
 
-TEST_F(LoadJob, ToleratesWhatIsMissingOrTooMuch)
+TEST_F(LoadJob, ToleratesMissingAndSurplusCells)
 {
     Load(
         "\tdetails\t\tC\t/a.bmp\n"
@@ -39,7 +39,7 @@ TEST_F(LoadJob, ToleratesWhatIsMissingOrTooMuch)
     ExpectMarkerAtEnd();
 }
 
-TEST_F(LoadJob, DropsEveryLineWhoseThirdLetterIsAStar)
+TEST_F(LoadJob, DropsLinesWithAStarAsThirdCharacter)
 {
     Load(
         "\t\t*\n"
@@ -52,7 +52,7 @@ TEST_F(LoadJob, DropsEveryLineWhoseThirdLetterIsAStar)
     EXPECT_EQ(fgToDo.TextMatrix(2, kColDetails), "d*");
 }
 
-TEST_F(LoadJob, NumbersFromTheStartWhateverTheFileSays)
+TEST_F(LoadJob, NumbersTasksFromTheStartLine)
 {
     Load(sTaskLine(99) + sTaskLine(7) + sTaskLine(8) + sTaskLine(9), 3);
     ASSERT_EQ(lTasks(), 2);
@@ -61,14 +61,14 @@ TEST_F(LoadJob, NumbersFromTheStartWhateverTheFileSays)
     EXPECT_EQ(fgToDo.TextMatrix(2, kColNumber), "4");
 }
 
-TEST_F(LoadJob, CountsBlankLinesAsLines)
+TEST_F(LoadJob, CountsBlankLinesTowardsTheStartLine)
 {
     Load("\r\n\r\n" + sTaskLine(1) + sTaskLine(2), 4);
     ASSERT_EQ(lTasks(), 1);
     EXPECT_EQ(fgToDo.TextMatrix(1, kColOriginal), "C:\\in\\2.bmp");
 }
 
-TEST_F(LoadJob, ReplacesTheTableThatStood)
+TEST_F(LoadJob, ReplacesThePreviousTable)
 {
     Load(sJobOf(5));
     Load(sJobOf(1));
@@ -78,7 +78,7 @@ TEST_F(LoadJob, ReplacesTheTableThatStood)
     ExpectMarkerAtEnd();
 }
 
-TEST_F(LoadJob, ChangesNothingForAFileThatIsntThere)
+TEST_F(LoadJob, ChangesNothingForAMissingFile)
 {
     Load(sJobOf(2));
     LoadJobFile(app, "/jobs/none.vjb", 1, fgToDo);
@@ -87,7 +87,7 @@ TEST_F(LoadJob, ChangesNothingForAFileThatIsntThere)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST_F(LoadJob, CutsAFileOfThirtyThousandTasks)
+TEST_F(LoadJob, SplitsAFileOfThirtyThousandTasks)
 {
     Load(sJobOf(30000));
     EXPECT_EQ(fgToDo.Rows(), 30002);
@@ -102,7 +102,7 @@ TEST_F(LoadJob, CutsAFileOfThirtyThousandTasks)
     EXPECT_EQ(fgToDo.TextMatrix(1, kColNumber), "30000");
 }
 
-TEST_F(LoadJob, CutsAFileOfOneTaskLessTooAndTheRestIsEmpty)
+TEST_F(LoadJob, AddsAReloadRowEvenIfNothingIsLeft)
 {
     Load(sJobOf(29999));
     EXPECT_EQ(fgToDo.TextMatrix(30000, kColAction), "S1");
@@ -112,14 +112,14 @@ TEST_F(LoadJob, CutsAFileOfOneTaskLessTooAndTheRestIsEmpty)
     ExpectMarkerAtEnd();
 }
 
-TEST_F(LoadJob, KeepsAFileThatFitsWhole)
+TEST_F(LoadJob, LoadsAFileThatFitsCompletely)
 {
     Load(sJobOf(29998));
     EXPECT_EQ(lTasks(), 29998);
     EXPECT_EQ(fgToDo.TextMatrix(29998, kColAction), "C");
 }
 
-TEST_F(LoadJob, GoesThroughALongFileInParts)
+TEST_F(LoadJob, LoadsALongFileSliceBySlice)
 {
     Load(sJobOf(100000));
     std::vector<std::string> aFirsts;
@@ -136,7 +136,7 @@ TEST_F(LoadJob, GoesThroughALongFileInParts)
     EXPECT_EQ(fgToDo.TextMatrix(lTasks(), kColNumber), "100000");
 }
 
-TEST_F(LoadJob, TellsHowFarItIs)
+TEST_F(LoadJob, ShowsItsProgress)
 {
     std::vector<std::string> aTexts;
     app.objWindows.OnDoEvents = [&] { aTexts.push_back(app.frmMainMDI.sbMain.Panel(2)); };
@@ -146,7 +146,7 @@ TEST_F(LoadJob, TellsHowFarItIs)
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(2), "Completed loading conversion job: /jobs/a.vjb");
 }
 
-TEST_F(LoadJob, CanBePausedAndNumbersWhatItHas)
+TEST_F(LoadJob, StopsOnPauseAndNumbersTheLoadedTasks)
 {
     bool bPauseEnabled = false, bAddEnabled = true;
     app.objWindows.OnDoEvents = [&] {
@@ -170,7 +170,7 @@ TEST_F(LoadJob, CanBePausedAndNumbersWhatItHas)
     EXPECT_FALSE(app.bInternalGridChange);
 }
 
-TEST_F(LoadJob, KeepsARunGoing)
+TEST_F(LoadJob, LeavesTheRunningFlagAlone)
 {
     app.frmMain.bRunning = true;
     app.bInternalGridChange = true;
@@ -179,7 +179,7 @@ TEST_F(LoadJob, KeepsARunGoing)
     EXPECT_TRUE(app.bInternalGridChange);
 }
 
-TEST_F(LoadJob, ShowsTheViewAWholeTableWheneverItLooks)
+TEST_F(LoadJob, UpdatesTheViewBeforeProcessingEvents)
 {
     std::int32_t lSeen = -1;
     bool bWhole = true;
@@ -191,7 +191,7 @@ TEST_F(LoadJob, ShowsTheViewAWholeTableWheneverItLooks)
     EXPECT_EQ(lSeen, fgToDo.Rows());
 }
 
-/// A file system whose job breaks off with an error after some lines.
+/// A file system whose job file fails with an error after three lines.
 class BreakingReader : public TextReader
 {
 public:
@@ -215,7 +215,7 @@ public:
     }
 };
 
-TEST(LoadJobFile, TellsAFailureInABoxAndKeepsTheRowsReadSoFar)
+TEST(LoadJobFile, ReportsAReadErrorAndKeepsTheRowsReadSoFar)
 {
     TestServices objServices;
     BreakingFileSystem objFiles;
@@ -237,7 +237,7 @@ TEST(LoadJobFile, TellsAFailureInABoxAndKeepsTheRowsReadSoFar)
     EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
 }
 
-TEST_F(LoadJob, SurvivesRubbish)
+TEST_F(LoadJob, SurvivesRandomBytes)
 {
     std::mt19937 objRandom(1);
     const std::string sLetters("\0\t\t\t\r\n\n*^ SC1-\xFF\xC3", 17);
@@ -252,13 +252,13 @@ TEST_F(LoadJob, SurvivesRubbish)
             try {
                 LoadRequestFromGridRow(app, objOptions, l);
             } catch (const clsRaisedError&) {
-                // a cell that is no number: the run reports it
+                // Malformed numbers are expected here.
             }
         }
     }
 }
 
-TEST_F(LoadJob, SurvivesALineOfMegabytesWithoutAnEnd)
+TEST_F(LoadJob, SurvivesAHugeUnterminatedLine)
 {
     Load(std::string(8'000'000, 'x') + std::string(100, '\0'));
     ASSERT_EQ(lTasks(), 1);

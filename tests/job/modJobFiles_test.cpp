@@ -1,4 +1,4 @@
-// Job files: what is written, opened and saved.
+// Saving and opening job files.
 #include "src/job/modJobFiles.h"
 
 #include <algorithm>
@@ -9,20 +9,20 @@
 
 using WriteJob = JobFiles;
 
-TEST_F(WriteJob, IsTheMarkerLineAloneForAnEmptyJob)
+TEST_F(WriteJob, WritesOnlyTheMarkerLineForAnEmptyJob)
 {
     WriteJobFile(app, "/jobs/a.vjb", fgToDo);
     EXPECT_EQ(app.objFiles.sContent("/jobs/a.vjb"), kMarkerLine);
 }
 
-TEST_F(WriteJob, HasATabAfterEachOfTheElevenCells)
+TEST_F(WriteJob, WritesATabAfterEachOfElevenCells)
 {
     Load(sTaskLine(1) + sTaskLine(2, "+"));
     WriteJobFile(app, "/jobs/b.vjb", fgToDo);
     EXPECT_EQ(app.objFiles.sContent("/jobs/b.vjb"), sTaskLine(1) + sTaskLine(2, "+") + kMarkerLine);
 }
 
-TEST_F(WriteJob, RaisesAnErrorWhereItCantBeWritten)
+TEST_F(WriteJob, RaisesAnErrorIfTheFileCannotBeWritten)
 {
     app.objFiles.AddFile("/cd/a.vjb", "old");
     app.objFiles.MakeReadOnly("/cd");
@@ -32,7 +32,7 @@ TEST_F(WriteJob, RaisesAnErrorWhereItCantBeWritten)
 
 using OpenJob = JobFiles;
 
-TEST_F(OpenJob, BringsThePassMarksBack)
+TEST_F(OpenJob, RestoresPassMarks)
 {
     app.objFiles.AddFile("/jobs/a.vjb",
                          sTaskLine(1, "+") + sTaskLine(2, "-") + sTaskLine(3, "?") + kMarkerLine);
@@ -57,7 +57,7 @@ TEST_F(OpenJob, BringsThePassMarksBack)
     EXPECT_TRUE(app.frmMain.keyRewind.Enabled());
 }
 
-TEST_F(OpenJob, AsksForAFileThatWasntGiven)
+TEST_F(OpenJob, AsksForAFileIfNoneIsGiven)
 {
     app.objFiles.AddFile("/jobs/b.vjb", sJobOf(2));
     app.objWindows.aPicks = {"/jobs/b.vjb"};
@@ -70,7 +70,7 @@ TEST_F(OpenJob, AsksForAFileThatWasntGiven)
     EXPECT_EQ(app.objWindows.aPickers, std::vector<std::string>{"Open Conversion Job|Tarnis (*.VJB)|*.VJB"});
 }
 
-TEST_F(OpenJob, ForgetsTheNameOfTheJobWhenCancelled)
+TEST_F(OpenJob, ClearsTheJobsNameIfCancelled)
 {
     Load(sJobOf(2));
     app.frmMain.sCurrentJobFile = "/jobs/a.vjb";
@@ -84,7 +84,7 @@ TEST_F(OpenJob, ForgetsTheNameOfTheJobWhenCancelled)
     EXPECT_EQ(app.frmMain.Caption(), "/jobs/a.vjb");
 }
 
-TEST_F(OpenJob, ClearsNothingForAMissingFileButTakesItsName)
+TEST_F(OpenJob, TakesAMissingFilesNameButClearsNothing)
 {
     Load(sJobOf(2));
     app.frmMain.fgLog.SetRows(5);
@@ -99,7 +99,7 @@ TEST_F(OpenJob, ClearsNothingForAMissingFileButTakesItsName)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST_F(OpenJob, TakesALogThatWasWrittenAsAJob)
+TEST_F(OpenJob, OpensALogThatWasSavedAsAJob)
 {
     Grid& fgLog = app.frmMain.fgLog;
     fgLog.AddItem("RM\t1^0\t4\tC\t/in/a.bmp\t2\tbmp\t/out/a.jpg\t1\tjpg\t-\tUnable to convert", 1);
@@ -113,7 +113,7 @@ TEST_F(OpenJob, TakesALogThatWasWrittenAsAJob)
     EXPECT_EQ(sTabbedRow(fgToDo, 1), "RM\t1\t1\tC\t/in/a.bmp\t2\tbmp\t/out/a.jpg\t\t\t\t");
 }
 
-TEST_F(JobFiles, OfALogLeaveOutTheEmptyRowAsLongAsItsNumberHasOneDigit)
+TEST_F(JobFiles, OmitTheLogsEmptyRowUpToRowNine)
 {
     Grid& fgLog = app.frmMain.fgLog;
     WriteLogAsJobFile(app, "/jobs/log.vjb", fgLog);
@@ -128,7 +128,7 @@ TEST_F(JobFiles, OfALogLeaveOutTheEmptyRowAsLongAsItsNumberHasOneDigit)
 
 using SaveJob = JobFiles;
 
-TEST_F(SaveJob, WritesToTheFileOfTheJob)
+TEST_F(SaveJob, WritesToTheJobsFile)
 {
     Load(sJobOf(2));
     app.frmMain.sCurrentJobFile = "/jobs/c.vjb";
@@ -137,7 +137,7 @@ TEST_F(SaveJob, WritesToTheFileOfTheJob)
     EXPECT_TRUE(app.objWindows.aPickers.empty());
 }
 
-TEST_F(SaveJob, AsksForAFileWhereThereIsNone)
+TEST_F(SaveJob, AsksForAFileIfTheJobHasNone)
 {
     for (const char* sCurrent : {"", "*"}) {
         app.frmMain.sCurrentJobFile = sCurrent;
@@ -151,7 +151,7 @@ TEST_F(SaveJob, AsksForAFileWhereThereIsNone)
     }
 }
 
-TEST_F(SaveJob, ChangesNothingWhenCancelled)
+TEST_F(SaveJob, ChangesNothingIfCancelled)
 {
     app.frmMain.sCurrentJobFile = "/jobs/c.vjb";
     app.frmMain.SetCaption("/jobs/c.vjb");
@@ -161,7 +161,7 @@ TEST_F(SaveJob, ChangesNothingWhenCancelled)
     EXPECT_FALSE(app.objFiles.bHas("/jobs/c.vjb"));
 }
 
-TEST_F(SaveJob, AddsTheExtensionThatWasntTyped)
+TEST_F(SaveJob, AddsAMissingExtension)
 {
     app.objWindows.aPicks = {"/jobs/e"};
     ConversionJobSaveAs(app);
@@ -170,7 +170,7 @@ TEST_F(SaveJob, AddsTheExtensionThatWasntTyped)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST_F(SaveJob, AsksBeforeTheExtensionMakesItReplaceAFile)
+TEST_F(SaveJob, ConfirmsOverwritingAfterAddingTheExtension)
 {
     app.objFiles.AddFile("/jobs/e.VJB", "old");
     app.objWindows.aPicks = {"/jobs/e", "/jobs/e"};
@@ -184,7 +184,7 @@ TEST_F(SaveJob, AsksBeforeTheExtensionMakesItReplaceAFile)
     EXPECT_EQ(app.objFiles.sContent("/jobs/e.VJB"), kMarkerLine);
 }
 
-TEST_F(SaveJob, KeepsTheFormerFileWhenTheNewOneCantBeWritten)
+TEST_F(SaveJob, KeepsTheJobsNameIfSavingFails)
 {
     app.objFiles.AddFolder("/cd");
     app.objFiles.MakeReadOnly("/cd");
@@ -194,7 +194,7 @@ TEST_F(SaveJob, KeepsTheFormerFileWhenTheNewOneCantBeWritten)
     EXPECT_EQ(app.frmMain.sCurrentJobFile, "/jobs/c.vjb");
 }
 
-TEST_F(SaveJob, KeepsALongFileBesideThePartThatReplacesIt)
+TEST_F(SaveJob, BacksUpALongFileBeforeSavingASlice)
 {
     const std::string sLong = sJobOf(30500);
     Load(sLong);
@@ -211,7 +211,7 @@ TEST_F(SaveJob, KeepsALongFileBesideThePartThatReplacesIt)
     EXPECT_EQ(app.objFiles.sContent("/jobs/a.vjb.bak"), sLong);
 }
 
-TEST_F(SaveJob, KeepsALongFileBesideItsLastPartToo)
+TEST_F(SaveJob, BacksUpALongFileBeforeSavingItsLastSlice)
 {
     const std::string sLong = sJobOf(30500);
     Load(sLong, 30000);
@@ -220,7 +220,7 @@ TEST_F(SaveJob, KeepsALongFileBesideItsLastPartToo)
     EXPECT_EQ(app.objFiles.sContent("/jobs/a.vjb.bak"), sLong);
 }
 
-TEST_F(SaveJob, LeavesNoOtherFileBesideAJobThatIsWhole)
+TEST_F(SaveJob, MakesNoBackupForACompleteJob)
 {
     Load(sJobOf(3));
     app.frmMain.sCurrentJobFile = "/jobs/a.vjb";
@@ -230,7 +230,7 @@ TEST_F(SaveJob, LeavesNoOtherFileBesideAJobThatIsWhole)
     EXPECT_FALSE(app.objFiles.bHas("/jobs/a.vjb.bak"));
 }
 
-TEST_F(SaveJob, AndOpenKeepsCellsAndMarks)
+TEST_F(SaveJob, PreservesCellsAndMarksWhenReopened)
 {
     Load(sTaskLine(1, "+") + sTaskLine(2) + kMarkerLine);
     app.objWindows.aPicks = {"/jobs/f.vjb", "/jobs/f.vjb"};
@@ -243,7 +243,7 @@ TEST_F(SaveJob, AndOpenKeepsCellsAndMarks)
     EXPECT_EQ(fgToDo.Format(1, kColPass).ePicture, CellPicture::imagePass);
 }
 
-TEST_F(SaveJob, WritesTheLogWithoutChangingTheJobsName)
+TEST_F(SaveJob, SavesTheLogWithoutChangingTheJobsName)
 {
     app.frmMain.sCurrentJobFile = "/jobs/c.vjb";
     app.frmMain.fgLog.AddItem("M\td\t1\tC\t/a\t1\tjpg\t/b\t2\tbmp\t+\t", 1);
@@ -257,7 +257,7 @@ TEST_F(SaveJob, WritesTheLogWithoutChangingTheJobsName)
     EXPECT_EQ(app.frmMain.sCurrentJobFile, "/jobs/c.vjb");
 }
 
-TEST_F(JobFiles, StartAnewWithoutAName)
+TEST_F(JobFiles, HaveNoNameAfterNew)
 {
     Load(sJobOf(2));
     app.frmMain.fgLog.SetRows(4);

@@ -1,9 +1,9 @@
-// Which kind of file dialog a title asks for.
+// Choosing the kind of file dialog by its title.
 #include "src/job/modPickFile.h"
 
 #include "tests/fakes/test_application.h"
 
-TEST(TitleSaves, WhenItHoldsTheTranslatedWordInAnyCase)
+TEST(TitleSaves, IfItContainsTheWordSaveInAnyCase)
 {
     TestApplication app;
     EXPECT_TRUE(bTitleSaves(app, "Save"));
@@ -11,7 +11,7 @@ TEST(TitleSaves, WhenItHoldsTheTranslatedWordInAnyCase)
     EXPECT_FALSE(bTitleSaves(app, "Open Conversion Job"));
 }
 
-TEST(TitleSaves, NotWhenItsTranslationLacksTheTranslatedWord)
+TEST(TitleSaves, OnlyIfItContainsTheTranslatedWord)
 {
     TestApplication app;
     app.objTranslator.dictTranslations["save"] = "sichern";
@@ -20,7 +20,7 @@ TEST(TitleSaves, NotWhenItsTranslationLacksTheTranslatedWord)
     EXPECT_FALSE(bTitleSaves(app, "Save"));
 }
 
-TEST(PickFile, GivesThePathAndNothingOnCancel)
+TEST(PickFile, ReturnsThePathOrNothingIfCancelled)
 {
     TestApplication app;
     app.objWindows.aPicks = {"/a.vjb"};

@@ -1,4 +1,4 @@
-// Target names: per file, completed at the check, proposed while typing.
+// Target names: per file of a run, completed by validation, suggested while typing.
 #include "src/job/modTargetNaming.h"
 
 #include "tests/fakes/test_application.h"
@@ -23,7 +23,7 @@ static std::string sTargetOf(const clsConversionOptions& objOptions, const std::
     return sTarget;
 }
 
-TEST(TargetForFile, RebuildsTheTreeBelowTheTargetFolder)
+TEST(TargetForFile, MirrorsTheTreeBelowTheTargetFolder)
 {
     const clsConversionOptions objOptions = objTask("C:\\pics\\*.bmp", "D:\\out\\*.jpg");
     std::string sFolder;
@@ -34,19 +34,19 @@ TEST(TargetForFile, RebuildsTheTreeBelowTheTargetFolder)
     EXPECT_EQ(sFolder, "D:\\out\\sub\\deep\\");
 }
 
-TEST(TargetForFile, DoesTheSameWithSlashes)
+TEST(TargetForFile, MirrorsTheTreeForPathsWithSlashes)
 {
     const clsConversionOptions objOptions = objTask("/home/me/pics/*.bmp", "/srv/out/*.jpg");
     EXPECT_EQ(sTargetOf(objOptions, "/home/me/pics/sub/a.b.bmp"), "/srv/out/sub/a.b.jpg");
 }
 
-TEST(TargetForFile, KeepsTheStyleOfTheTargetWhereTheSourceHasAnother)
+TEST(TargetForFile, UsesTheTargetsPathStyle)
 {
     EXPECT_EQ(sTargetOf(objTask("C:\\pics\\*.bmp", "/out/*.jpg"), "C:\\pics\\a\\b\\c.bmp"), "/out/a/b/c.jpg");
     EXPECT_EQ(sTargetOf(objTask("/pics/*.bmp", "D:\\out\\*.jpg"), "/pics/a/b/c.bmp"), "D:\\out\\a\\b\\c.jpg");
 }
 
-TEST(TargetForFile, LiesBesideItsSourceWhenAskedFor)
+TEST(TargetForFile, IsBesideTheSourceOnRequest)
 {
     clsConversionOptions objOptions = objTask("C:\\pics\\*.bmp", "D:\\out\\*.jpg");
     objOptions.bSaveInOriginalFolder = true;
@@ -56,7 +56,7 @@ TEST(TargetForFile, LiesBesideItsSourceWhenAskedFor)
     EXPECT_EQ(sFolder, "");
 }
 
-TEST(TargetForFile, TakesADriveRootForOneSeparator)
+TEST(TargetForFile, HandlesDriveRoots)
 {
     EXPECT_EQ(objTargetPattern(objTask("C:\\*.bmp", "D:\\*.jpg")).sSourceRoot, "C:\\");
     EXPECT_EQ(sTargetOf(objTask("C:\\*.bmp", "D:\\*.jpg"), "C:\\a.bmp"), "D:\\a.jpg");
@@ -67,7 +67,7 @@ TEST(TargetForFile, TakesADriveRootForOneSeparator)
     EXPECT_EQ(sTargetOf(objBeside, "C:\\\\a.bmp"), "C:\\a.jpg");
 }
 
-TEST(TargetForFile, TakesItsExtensionFromTheTargetBeforeTheType)
+TEST(TargetForFile, PrefersTheTargetsExtensionToTheTypes)
 {
     EXPECT_EQ(sTargetOf(objTask("/p/*.bmp", "/o/*.jpeg", 8), "/p/a.bmp"), "/o/a.jpeg");
     EXPECT_EQ(sTargetOf(objTask("/p/*.bmp", "/o/*.", 8), "/p/a.bmp"), "/o/a.png");
@@ -76,20 +76,21 @@ TEST(TargetForFile, TakesItsExtensionFromTheTargetBeforeTheType)
     EXPECT_EQ(sTargetOf(objTask("/p/*.bmp", "/o/*.x*.gif", 8), "/p/a.bmp"), "/o/a.gif");
 }
 
-TEST(TargetForFile, IsOneForAllWithoutAStar)
+TEST(TargetForFile, IsTheSameForAllFilesWithoutAStar)
 {
     std::string sFolder;
     EXPECT_EQ(sTargetOf(objTask("/p/*.bmp", "/o/all.tif", 3), "/p/sub/a.bmp", &sFolder), "/o/all.tif");
     EXPECT_EQ(sFolder, "");
 }
 
-TEST(TargetForFile, LosesOnlyTheLastExtensionOfAName)
+TEST(TargetForFile, ReplacesOnlyTheLastExtension)
 {
     EXPECT_EQ(sTargetOf(objTask("/p.q/*.*", "/o/*.jpg"), "/p.q/readme"), "/o/readme.jpg");
     EXPECT_EQ(sTargetOf(objTask("/p/*.*", "/o/*.jpg"), "/p/a.tar.gz"), "/o/a.tar.jpg");
 }
 
-/// Completes a target and gives both texts, which differ only where blanks stand at its end.
+/// Completes a target and returns the form's text, and optionally the request's, which differs only in
+/// trailing spaces.
 static std::string sCompleted(TestApplication& app, const std::string& sSource, const std::string& sTarget,
                               std::string* pRequest = nullptr)
 {
@@ -103,7 +104,7 @@ static std::string sCompleted(TestApplication& app, const std::string& sSource, 
     return app.frmMain.cbTargetFile.Text();
 }
 
-TEST(CompleteTarget, MakesAFolderAPatternForAWildcard)
+TEST(CompleteTarget, TurnsAFolderIntoAPatternForWildcards)
 {
     TestApplication app;
     EXPECT_EQ(sCompleted(app, "C:\\p\\*.bmp", "C:\\out\\"), "C:\\out\\*.jpg");
@@ -112,7 +113,7 @@ TEST(CompleteTarget, MakesAFolderAPatternForAWildcard)
     EXPECT_EQ(sCompleted(app, "/p/*.bmp", "/out"), "/out/*.jpg");
 }
 
-TEST(CompleteTarget, NamesASingleFileInAFolderAfterTheExtension)
+TEST(CompleteTarget, NamesASingleFileAfterTheExtension)
 {
     TestApplication app;
     app.objFiles.AddFolder("C:\\out");
@@ -122,7 +123,7 @@ TEST(CompleteTarget, NamesASingleFileInAFolderAfterTheExtension)
     EXPECT_EQ(sCompleted(app, "/a", "/out"), "/out/jpg.jpg");
 }
 
-TEST(CompleteTarget, AddsTheExtensionToAName)
+TEST(CompleteTarget, AddsAMissingExtension)
 {
     TestApplication app;
     EXPECT_EQ(sCompleted(app, "C:\\a", "C:\\out\\b"), "C:\\out\\b.jpg");
@@ -130,7 +131,7 @@ TEST(CompleteTarget, AddsTheExtensionToAName)
     EXPECT_EQ(sCompleted(app, "/p/*.bmp", "/out/a."), "/out/a.jpg");
 }
 
-TEST(CompleteTarget, TrimsTheTextOfTheFormAlone)
+TEST(CompleteTarget, TrimsOnlyTheFormsText)
 {
     TestApplication app;
     std::string sRequest;
@@ -140,7 +141,7 @@ TEST(CompleteTarget, TrimsTheTextOfTheFormAlone)
     EXPECT_EQ(sRequest, "/out/a.  jpg");
 }
 
-TEST(CompleteTarget, LeavesEveryOtherTarget)
+TEST(CompleteTarget, LeavesCompleteTargetsAlone)
 {
     TestApplication app;
     app.objFiles.AddFolder("/my.pics/out");
@@ -149,47 +150,47 @@ TEST(CompleteTarget, LeavesEveryOtherTarget)
         EXPECT_EQ(sCompleted(app, "/a.bmp", sTarget), sTarget);
 }
 
-TEST(ProposedTarget, OfAPlainSourceIsTheSamePathInLowerCase)
+TEST(ProposedTarget, LowersTheCaseOfASingleFile)
 {
     EXPECT_EQ(sProposedTarget("C:\\Pics\\A.BMP", 8), "c:\\pics\\a.png");
     EXPECT_EQ(sProposedTarget("/Pics/A.b.BMP", 8), "/pics/a.b.png");
     EXPECT_EQ(sProposedTarget("  A.BMP", 1), "a.jpg");
 }
 
-TEST(ProposedTarget, OfAWildcardIsItsFolderInItsOwnCase)
+TEST(ProposedTarget, KeepsTheCaseOfAWildcardsFolder)
 {
     EXPECT_EQ(sProposedTarget("C:\\Pics\\*.BMP", 8), "C:\\Pics\\*.png");
     EXPECT_EQ(sProposedTarget("/Pics/*.BMP", 8), "/Pics/*.png");
 }
 
-TEST(ProposedTarget, IsNoneWithoutAPointOrWithoutAFolderForAWildcard)
+TEST(ProposedTarget, IsEmptyWithoutADotOrAWildcardsFolder)
 {
     EXPECT_EQ(sProposedTarget("C:\\Pics\\A", 8), std::nullopt);
     EXPECT_EQ(sProposedTarget("", 8), std::nullopt);
     EXPECT_EQ(sProposedTarget("*.bmp", 8), std::nullopt);
 }
 
-TEST(PatternInFolder, AddsASeparatorAndAStar)
+TEST(PatternInFolder, AppendsASeparatorAndAStar)
 {
     EXPECT_EQ(sPatternInFolder("C:\\pics", 1), "C:\\pics\\*.jpg");
     EXPECT_EQ(sPatternInFolder("/pics", 8), "/pics/*.png");
     EXPECT_EQ(sPatternInFolder("C:\\pics", -1), "C:\\pics\\*.*");
 }
 
-TEST(PatternInFolder, DoublesTheSeparatorOfADriveRootButNotThatOfTheHost)
+TEST(PatternInFolder, DoublesTheSeparatorOfDriveRootsOnly)
 {
     EXPECT_EQ(sPatternInFolder("C:\\", 1), "C:\\\\*.jpg");
     EXPECT_EQ(sPatternInFolder("/", 1), "/*.jpg");
 }
 
-TEST(PatternBesideSource, IsTheFolderOfTheSource)
+TEST(PatternBesideSource, UsesTheFolderOfTheSource)
 {
     EXPECT_EQ(sPatternBesideSource("c:\\p\\*.bmp", 8), "c:\\p\\*.png");
     EXPECT_EQ(sPatternBesideSource("/p/q/a.bmp", 8), "/p/q/*.png");
     EXPECT_EQ(sPatternBesideSource("/a.bmp", 8), "/*.png");
 }
 
-TEST(WithoutQuotes, TakesEveryDoubleQuote)
+TEST(WithoutQuotes, RemovesEveryDoubleQuote)
 {
     EXPECT_EQ(sWithoutQuotes("\"C:\\my pics\\a.bmp\""), "C:\\my pics\\a.bmp");
     EXPECT_EQ(sWithoutQuotes("a\"\"b'"), "ab'");

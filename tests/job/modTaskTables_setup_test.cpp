@@ -1,9 +1,9 @@
-// The task and log tables: fixed rows, headers and the look of cells.
+// Setup of the task and log tables: fixed rows, headers, cell formats.
 #include "src/job/modTaskTables.h"
 
 #include "tests/job/support/task_rows.h"
 
-TEST(SetUpToDoGrid, LeavesAHeaderAndTheMarkerRow)
+TEST(SetUpToDoGrid, CreatesTheHeaderAndTheMarkerRow)
 {
     TestApplication app;
     FillTable(app, 3);
@@ -21,7 +21,7 @@ TEST(SetUpToDoGrid, LeavesAHeaderAndTheMarkerRow)
     EXPECT_EQ(fg.ColSel(), 10);
 }
 
-TEST(SetUpToDoGrid, TranslatesItsHeadersEachTimeButTheNumberSign)
+TEST(SetUpToDoGrid, TranslatesAllHeadersButTheNumberSign)
 {
     TestApplication app;
     SetUpToDoGrid(app);
@@ -34,7 +34,7 @@ TEST(SetUpToDoGrid, TranslatesItsHeadersEachTimeButTheNumberSign)
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(0, kColAction), "Was");
 }
 
-TEST(SetUpToDoGrid, FormatsTheMarkerOtherwiseTheFirstTime)
+TEST(SetUpToDoGrid, FormatsTheMarkerDifferentlyTheFirstTime)
 {
     TestApplication app;
     const Grid& fg = app.frmMain.fgToDo;
@@ -54,7 +54,7 @@ TEST(SetUpToDoGrid, FormatsTheMarkerOtherwiseTheFirstTime)
     EXPECT_EQ(fg.Format(1, 2), CellFormat{});
 }
 
-TEST(SetUpToDoGrid, HasABoldHeaderOnlyWhereLettersAreNarrow)
+TEST(SetUpToDoGrid, AvoidsBoldHeadersInDoubleByteLocales)
 {
     TestApplication app;
     SetUpToDoGrid(app);
@@ -69,7 +69,7 @@ TEST(SetUpToDoGrid, HasABoldHeaderOnlyWhereLettersAreNarrow)
     EXPECT_EQ(appWide.frmMain.fgToDo.Format(1, 2).eAlignment, CellAlignment::Centre);
 }
 
-TEST(SetUpToDoGrid, IsNoChangeOfTheUsers)
+TEST(SetUpToDoGrid, SuppressesChangeHandlers)
 {
     TestApplication app;
     FillTable(app, 2);
@@ -85,7 +85,7 @@ TEST(SetUpToDoGrid, IsNoChangeOfTheUsers)
     EXPECT_TRUE(app.bInternalGridChange);
 }
 
-TEST(SetUpLogGrid, LeavesAHeaderAndAnEmptyRow)
+TEST(SetUpLogGrid, CreatesTheHeaderAndAnEmptyRow)
 {
     TestApplication app;
     app.frmMain.fgLog.SetRows(9);
@@ -104,7 +104,7 @@ TEST(SetUpLogGrid, LeavesAHeaderAndAnEmptyRow)
     EXPECT_EQ(fg.ColSel(), 11);
 }
 
-TEST(SetUpLogGrid, EndsWithTheFlagDownWhateverItWas)
+TEST(SetUpLogGrid, AlwaysClearsTheInternalChangeFlag)
 {
     TestApplication app;
     app.bInternalGridChange = true;
@@ -112,7 +112,7 @@ TEST(SetUpLogGrid, EndsWithTheFlagDownWhateverItWas)
     EXPECT_FALSE(app.bInternalGridChange);
 }
 
-TEST(FormatPassCell, HidesTheTextBehindThePicture)
+TEST(FormatPassCell, DrawsTheTextInItsBackgroundColour)
 {
     TestApplication app;
     FillTable(app, 2);
@@ -130,7 +130,7 @@ TEST(FormatPassCell, HidesTheTextBehindThePicture)
     EXPECT_EQ(static_cast<std::uint32_t>(fg.Format(1, kColPass).lBackColor), 2147483653u);
 }
 
-TEST(RestorePassMark, GoesByTheTextAlone)
+TEST(RestorePassMark, DependsOnlyOnTheText)
 {
     TestApplication app;
     FillTable(app, 3);
@@ -145,7 +145,7 @@ TEST(RestorePassMark, GoesByTheTextAlone)
     EXPECT_EQ(fg.Format(3, kColPass), CellFormat{});
 }
 
-TEST(SelectGridRow, SelectsFromTheFirstColumnToTheLast)
+TEST(SelectGridRow, SelectsAllColumns)
 {
     TestApplication app;
     Grid& fg = app.frmMain.fgLog;

@@ -1,4 +1,4 @@
-// How tasks get into the table and out of it.
+// Moving tasks into and out of the task table.
 #include "src/job/modTaskTables.h"
 
 #include <array>
@@ -7,7 +7,7 @@
 #include "src/job/modFileTypes.h"
 #include "tests/job/support/task_rows.h"
 
-TEST(AddTaskRow, InsertsAConversionInFrontOfTheMarker)
+TEST(AddTaskRow, InsertsAConversionBeforeTheMarker)
 {
     TestApplication app;
     SetUpToDoGrid(app);
@@ -26,7 +26,7 @@ TEST(AddTaskRow, InsertsAConversionInFrontOfTheMarker)
     EXPECT_FALSE(app.bInternalGridChange);
 }
 
-TEST(AddTaskRow, SetsTheTableUpIfThatWasNeverDone)
+TEST(AddTaskRow, SetsUpTheTableIfNecessary)
 {
     TestApplication app;
     FillTable(app, 1);
@@ -35,7 +35,7 @@ TEST(AddTaskRow, SetsTheTableUpIfThatWasNeverDone)
     ExpectMarkerAtEnd(app.frmMain.fgToDo);
 }
 
-TEST(AddTaskRow, NamesTheOriginalTypeOfAConversionOnlyForTheLibrary)
+TEST(AddTaskRow, WritesTheSourceExtensionOnlyForMethodOne)
 {
     TestApplication app;
     for (const std::int32_t lMethod : {1, 2, 4}) {
@@ -51,7 +51,7 @@ TEST(AddTaskRow, NamesTheOriginalTypeOfAConversionOnlyForTheLibrary)
     EXPECT_EQ(fg.TextMatrix(2, kColFlags), "");
 }
 
-TEST(AddTaskRow, WritesAutodetectAsAStar)
+TEST(AddTaskRow, WritesAStarForAutodetect)
 {
     TestApplication app;
     clsConversionOptions objOptions = objConversion();
@@ -77,7 +77,7 @@ TEST(AddTaskRow, InsertsASpecialProcessWithItsNumber)
                                         "2", "bmp", ""}));
 }
 
-TEST(AddTaskRow, KeepsNoDetailsOfAProcessThatIsNone)
+TEST(AddTaskRow, DropsTheDetailsOfUnknownProcesses)
 {
     TestApplication app;
     std::int32_t lRow = 0;
@@ -96,7 +96,7 @@ TEST(AddTaskRow, KeepsNoDetailsOfAProcessThatIsNone)
                  bIsTaskProcess(101));
 }
 
-TEST(AddTaskRow, KeepsTabsAndLineEndsOutOfTheCells)
+TEST(AddTaskRow, ReplacesTabsAndNewlinesInCells)
 {
     TestApplication app;
     clsConversionOptions objOptions = objConversion("/p/a\tb\nc\rd.bmp");
@@ -105,7 +105,7 @@ TEST(AddTaskRow, KeepsTabsAndLineEndsOutOfTheCells)
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColTarget), "/out/a.jpg");
 }
 
-TEST(FlagsFromRequest, HaveNoBlanks)
+TEST(FlagsFromRequest, ContainNoSpaces)
 {
     clsConversionOptions objOptions;
     EXPECT_EQ(sFlagsFromRequest(objOptions), "M");
@@ -117,7 +117,7 @@ TEST(FlagsFromRequest, HaveNoBlanks)
     EXPECT_EQ(sFlagsFromRequest(objOptions), "RG");
 }
 
-TEST(FlagIsSet, LooksAtTheFirstNineLetters)
+TEST(FlagIsSet, ChecksOnlyTheFirstNineCharacters)
 {
     for (const char* sFlags : {"RGM", "R G M"})
         EXPECT_TRUE(bFlagIsSet(sFlags, 'R') && bFlagIsSet(sFlags, 'G') && bFlagIsSet(sFlags, 'M'));
@@ -127,7 +127,7 @@ TEST(FlagIsSet, LooksAtTheFirstNineLetters)
     EXPECT_FALSE(bFlagIsSet("m", 'M'));
 }
 
-/// A form whose fields say "/q/*.tif" to "/o/*.png", over a table of two tasks of which the first is current.
+/// A form with the fields "/q/*.tif" and "/o/*.png", and a table of two tasks with the first one current.
 struct UpdateGrid : testing::Test {
     TestApplication app;
     Grid& fg = app.frmMain.fgToDo;
@@ -147,7 +147,7 @@ struct UpdateGrid : testing::Test {
     }
 };
 
-TEST_F(UpdateGrid, WritesTheFieldsButNotTheNumberAndTheMark)
+TEST_F(UpdateGrid, WritesAllFieldsButNumberAndMark)
 {
     app.frmMain.cbDoSubfolders.SetValue(1);
     app.frmMain.cbSaveToOriginalFolder.SetValue(1);
@@ -160,7 +160,7 @@ TEST_F(UpdateGrid, WritesTheFieldsButNotTheNumberAndTheMark)
     EXPECT_EQ(fg.Rows(), 4);
 }
 
-TEST_F(UpdateGrid, PartsTheFlagsByBlanks)
+TEST_F(UpdateGrid, SeparatesFlagsBySpaces)
 {
     UpdateGridFromGUI_ConversionItem(app);
     EXPECT_EQ(fg.TextMatrix(1, kColFlags), " M");
@@ -170,7 +170,7 @@ TEST_F(UpdateGrid, PartsTheFlagsByBlanks)
     EXPECT_EQ(fg.TextMatrix(1, kColFlags), " G M");
 }
 
-TEST_F(UpdateGrid, NamesTheOriginalTypeOnlyForTheLibrary)
+TEST_F(UpdateGrid, WritesTheSourceExtensionOnlyForMethodOne)
 {
     app.frmMain.lConversionMethod = 4;
     UpdateGridFromGUI_ConversionItem(app);
@@ -188,7 +188,7 @@ TEST_F(UpdateGrid, LeavesHeaderAndMarkerAlone)
     }
 }
 
-/// A table of one row with these cells.
+/// Fills the table with one row of these cells.
 static void SetRowTo(TestApplication& app, const std::array<const char*, 9>& aCells)
 {
     FillTable(app, 1);
@@ -196,7 +196,7 @@ static void SetRowTo(TestApplication& app, const std::array<const char*, 9>& aCe
         app.frmMain.fgToDo.SetTextMatrix(1, static_cast<std::int32_t>(i), aCells[i]);
 }
 
-TEST(LoadRequestFromGridRow, ReadsAConversion)
+TEST(LoadRequestFromGridRow, ReadsEveryFieldOfAConversion)
 {
     TestApplication app;
     SetRowTo(app, {"R G M F", "*^2^", "17", "C", "C:\\in\\*.bmp", "2", "bmp", "D:\\out\\*.png", "8"});
@@ -218,7 +218,7 @@ TEST(LoadRequestFromGridRow, ReadsAConversion)
     EXPECT_FALSE(app.bInternalGridChange);
 }
 
-TEST(LoadRequestFromGridRow, TakesAConversionWithoutItsFlagForMethodTwo)
+TEST(LoadRequestFromGridRow, ReadsMethodTwoIfTheFlagIsMissing)
 {
     TestApplication app;
     SetRowTo(app, {"RG", "", "1", "C", "a", "1", "", "b", "1"});
@@ -227,7 +227,7 @@ TEST(LoadRequestFromGridRow, TakesAConversionWithoutItsFlagForMethodTwo)
     EXPECT_EQ(objOptions.lConversionMethod, 2);
 }
 
-TEST(LoadRequestFromGridRow, ReadsTheNumberOfASpecialProcessAndKeepsTheMethod)
+TEST(LoadRequestFromGridRow, ReadsProcessNumbersAndKeepsTheMethod)
 {
     TestApplication app;
     SetRowTo(app, {"", "", "1", "S12", "a", "1", "", "b", "1"});
@@ -237,7 +237,7 @@ TEST(LoadRequestFromGridRow, ReadsTheNumberOfASpecialProcessAndKeepsTheMethod)
     EXPECT_EQ(objOptions.lConversionMethod, 1);
 }
 
-TEST(LoadRequestFromGridRow, LeavesTheTypesOfTheRowBeforeWhereCellsAreEmpty)
+TEST(LoadRequestFromGridRow, KeepsThePreviousTypesForEmptyCells)
 {
     TestApplication app;
     SetRowTo(app, {"", "", "1", "S3", "a", "", "", "b", ""});
@@ -251,7 +251,7 @@ TEST(LoadRequestFromGridRow, LeavesTheTypesOfTheRowBeforeWhereCellsAreEmpty)
     EXPECT_EQ(objOptions.lErr, -101);
 }
 
-TEST(LoadRequestFromGridRow, NeverReadsHeaderMarkerOrWhatIsntThere)
+TEST(LoadRequestFromGridRow, IgnoresHeaderMarkerAndMissingRows)
 {
     TestApplication app;
     FillTable(app, 1);
@@ -264,7 +264,7 @@ TEST(LoadRequestFromGridRow, NeverReadsHeaderMarkerOrWhatIsntThere)
     }
 }
 
-TEST(LoadRequestFromGridRow, RaisesAnErrorForACellThatIsNoNumber)
+TEST(LoadRequestFromGridRow, RaisesAnErrorForMalformedNumbers)
 {
     for (const std::array<const char*, 3> aBad :
          {std::array{"x", "1", "C"}, {"1", " ", "C"}, {"1", "1", "S"}, {"1", "1", "Sx"}, {"1", "1", "SC1"}}) {
@@ -275,7 +275,7 @@ TEST(LoadRequestFromGridRow, RaisesAnErrorForACellThatIsNoNumber)
     }
 }
 
-TEST(LoadRequestFromGridRow, RoundsATypeAsNumbersAreRounded)
+TEST(LoadRequestFromGridRow, RoundsFractionalTypes)
 {
     TestApplication app;
     SetRowTo(app, {"", "", "1", "C", "a", " 2 ", "", "b", "8.5"});
@@ -285,7 +285,7 @@ TEST(LoadRequestFromGridRow, RoundsATypeAsNumbersAreRounded)
     EXPECT_EQ(objOptions.lTargetFileType, 8);
 }
 
-TEST(LoadRequestFromGridRow, GivesBackWhatWasAdded)
+TEST(LoadRequestFromGridRow, RoundTripsAnAddedTask)
 {
     TestApplication app;
     clsConversionOptions objAdded = objConversion("/p/*.bmp");
@@ -301,7 +301,7 @@ TEST(LoadRequestFromGridRow, GivesBackWhatWasAdded)
     EXPECT_EQ(objRead.lConversionMethod, 1);
 }
 
-TEST(RemoveActionItem, TakesTheCurrentTaskAndNumbersTheRestAnew)
+TEST(RemoveActionItem, RemovesTheCurrentTaskAndRenumbersTheRest)
 {
     TestApplication app;
     FillTable(app, 3);
@@ -320,7 +320,7 @@ TEST(RemoveActionItem, TakesTheCurrentTaskAndNumbersTheRestAnew)
     ExpectMarkerAtEnd(fg);
 }
 
-TEST(RemoveActionItem, DoesNothingToAnEmptyJob)
+TEST(RemoveActionItem, IgnoresAnEmptyJob)
 {
     TestApplication app;
     SetUpToDoGrid(app);
@@ -332,7 +332,7 @@ TEST(RemoveActionItem, DoesNothingToAnEmptyJob)
     }
 }
 
-TEST(RemoveActionItem, DoesNothingWithTheMarkerSelected)
+TEST(RemoveActionItem, IgnoresTheMarkerRow)
 {
     TestApplication app;
     FillTable(app, 2);
@@ -343,7 +343,7 @@ TEST(RemoveActionItem, DoesNothingWithTheMarkerSelected)
     EXPECT_EQ(nShown, 0);
 }
 
-TEST(RemoveActionItem, SetsUpATableThatNeverWas)
+TEST(RemoveActionItem, SetsUpTheTableIfNecessary)
 {
     TestApplication app;
     RemoveActionItem(app);
@@ -351,7 +351,7 @@ TEST(RemoveActionItem, SetsUpATableThatNeverWas)
     ExpectMarkerAtEnd(app.frmMain.fgToDo);
 }
 
-TEST(RemoveActionItem, EmptiesAJobFromTheFirstTaskOn)
+TEST(RemoveActionItem, CanEmptyAJob)
 {
     TestApplication app;
     FillTable(app, 3);
@@ -363,7 +363,7 @@ TEST(RemoveActionItem, EmptiesAJobFromTheFirstTaskOn)
     ExpectMarkerAtEnd(app.frmMain.fgToDo);
 }
 
-TEST(RemoveAllFilesWithJobNumber, StartsAtOneAlsoInAPartOfAJob)
+TEST(RemoveAllFilesWithJobNumber, RenumbersFromOneEvenWithinASlice)
 {
     TestApplication app;
     FillTable(app, 3);
@@ -374,7 +374,7 @@ TEST(RemoveAllFilesWithJobNumber, StartsAtOneAlsoInAPartOfAJob)
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(2, kColNumber), "2");
 }
 
-TEST(RemoveAllFilesWithJobNumber, KeepsTheFixedRows)
+TEST(RemoveAllFilesWithJobNumber, NeverRemovesTheFixedRows)
 {
     TestApplication app;
     FillTable(app, 1);
@@ -383,7 +383,7 @@ TEST(RemoveAllFilesWithJobNumber, KeepsTheFixedRows)
     EXPECT_EQ(app.frmMain.fgToDo.Rows(), 3);
 }
 
-TEST(RemoveAllFilesWithJobNumber, LeavesThePicturesWithTheirTasks)
+TEST(RemoveAllFilesWithJobNumber, MovesPicturesAlongWithTheirTasks)
 {
     TestApplication app;
     FillTable(app, 3);

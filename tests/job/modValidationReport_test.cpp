@@ -1,4 +1,4 @@
-// The words for what a check found, in the form and on the command line.
+// Validation messages of the form and of the command line.
 #include <map>
 
 #include "src/job/modValidation.h"
@@ -13,7 +13,7 @@ static clsConversionOptions objFailed(std::int32_t lErr)
     return objOptions;
 }
 
-/// The texts of the boxes that the form shows for a code.
+/// The texts of the message boxes shown for a code.
 static std::vector<std::string> aBoxesFor(std::int32_t lErr)
 {
     TestApplication app;
@@ -32,7 +32,7 @@ static std::vector<std::string> aBoxesFor(std::int32_t lErr)
 
 using Texts = std::vector<std::string>;
 
-TEST(ReportValidationErrorGUI, SaysEachCodeInItsWords)
+TEST(ReportValidationErrorGUI, ShowsTheMessageOfEachCode)
 {
     EXPECT_EQ(aBoxesFor(-3), Texts{"Target Folder\r\rC:\\out\\\r\rdoes not exist. Create it?"});
     EXPECT_EQ(aBoxesFor(-5), Texts{"Target File\r\rC:\\out\\*.jpg\r\rcannot have a wildcard (*) in it unless "
@@ -54,7 +54,7 @@ TEST(ReportValidationErrorGUI, SaysEachCodeInItsWords)
     EXPECT_EQ(aBoxesFor(-201), Texts{"Unrecognized interpolation method"});
 }
 
-TEST(ReportValidationErrorGUI, SaysAMissingFolderAndAMissingStarTwice)
+TEST(ReportValidationErrorGUI, ShowsMissingFolderAndMissingStarTwice)
 {
     const std::string sFolder = "Original Folder\r\rC:\\in\r\rdoes not exist.";
     EXPECT_EQ(aBoxesFor(-1), (Texts{sFolder, "Unable to add/update: \r\r" + sFolder}));
@@ -65,7 +65,7 @@ TEST(ReportValidationErrorGUI, SaysAMissingFolderAndAMissingStarTwice)
     EXPECT_EQ(aBoxesFor(-2), (Texts{sStar, "Unable to add/update: \r\r" + sStar}));
 }
 
-TEST(ReportValidationErrorGUI, HasNoMoreThanUnableForCodesWithoutWords)
+TEST(ReportValidationErrorGUI, ShowsOnlyUnableForCodesWithoutAMessage)
 {
     for (const std::int32_t lErr : {-8, -10, -104, -110, -111, -202, -999})
         EXPECT_EQ(aBoxesFor(lErr), Texts{"Unable to add/update: \r\r"}) << lErr;
@@ -90,7 +90,7 @@ TEST(ReportValidationErrorGUI, AsksWhetherToAddATaskWithoutItsSource)
     }
 }
 
-TEST(ReportValidationErrorGUI, SaysThatNoSourceWasSpecified)
+TEST(ReportValidationErrorGUI, ReportsAnUnspecifiedSource)
 {
     TestApplication app;
     clsConversionOptions objOptions = objFailed(-4);
@@ -104,7 +104,7 @@ TEST(ReportValidationErrorGUI, SaysThatNoSourceWasSpecified)
     EXPECT_EQ(app.objWindows.aBoxes[0].eButtons, BoxButtons::Ok);
 }
 
-TEST(ReportValidationErrorGUI, MakesTheFolderThatTheUserWants)
+TEST(ReportValidationErrorGUI, CreatesTheFolderIfTheUserAgrees)
 {
     for (const std::int32_t lErr : {-3, -6}) {
         TestApplication app;
@@ -119,7 +119,7 @@ TEST(ReportValidationErrorGUI, MakesTheFolderThatTheUserWants)
     }
 }
 
-TEST(ReportValidationErrorGUI, GoesOnAlsoWhenTheFolderStillCantBeMade)
+TEST(ReportValidationErrorGUI, CarriesOnEvenIfCreatingTheFolderFails)
 {
     TestApplication app;
     app.objFiles.AddFolder("C:\\");
@@ -131,7 +131,7 @@ TEST(ReportValidationErrorGUI, GoesOnAlsoWhenTheFolderStillCantBeMade)
     EXPECT_FALSE(app.objFiles.FolderExists("C:\\out"));
 }
 
-/// The name of the control that gets the focus for a code, "" for none.
+/// Name of the control that gets the focus for a code; "" for none.
 static std::string sFocusFor(std::int32_t lErr, bool bEnabled = true)
 {
     TestApplication app;
@@ -146,7 +146,7 @@ static std::string sFocusFor(std::int32_t lErr, bool bEnabled = true)
     return sFocused;
 }
 
-TEST(ReportValidationErrorGUI, PutsTheFocusWhereItIsWrong)
+TEST(ReportValidationErrorGUI, FocusesTheOffendingField)
 {
     const std::map<std::int32_t, std::string> aExpected{
         {-1, "cbOriginalFile"},
@@ -174,7 +174,7 @@ TEST(ReportValidationErrorGUI, PutsTheFocusWhereItIsWrong)
     }
 }
 
-TEST(ReportValidationErrorGUI, SelectsAllOfTheFieldButOfTheSourceAsMuchAsTheTargetIsLong)
+TEST(ReportValidationErrorGUI, SelectsTheSourceUpToTheTargetsLength)
 {
     TestApplication app;
     app.frmMain.cbOriginalFile.SetText("0123456789");
@@ -192,7 +192,7 @@ TEST(ReportValidationErrorGUI, SelectsAllOfTheFieldButOfTheSourceAsMuchAsTheTarg
     EXPECT_EQ(app.frmMain.cbOriginalFile.SelLength(), 10);
 }
 
-TEST(ReportValidationErrorGUI, ShowsTheSecondTabForABadSize)
+TEST(ReportValidationErrorGUI, ShowsTheSecondTabForAnInvalidSize)
 {
     for (const std::int32_t lErr : {-200, -201}) {
         TestApplication app;
@@ -217,17 +217,17 @@ TEST(ReportValidationErrorGUI, LetsTheUserAcceptAMismatch)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST(ReportValidationErrorGUI, TakesAClosedNoticeForACancelledOne)
+TEST(ReportValidationErrorGUI, TreatsAClosedNoticeAsCancelled)
 {
     TestApplication app;
-    app.frmTypeMatchNotification.bContinue = true;  // of the time before
+    app.frmTypeMatchNotification.bContinue = true;  // left over from an earlier notice
     clsConversionOptions objOptions = objFailed(-13);
 
     EXPECT_FALSE(bReportValidationErrorGUI(app, objOptions));
     EXPECT_EQ(objOptions.lErr, -13);
 }
 
-TEST(ReportValidationErrorGUI, TranslatesEachPieceByItself)
+TEST(ReportValidationErrorGUI, TranslatesEachPartSeparately)
 {
     TestApplication app;
     app.objTranslator.dictTranslations = {{"Error", "Fehler"},
@@ -241,7 +241,7 @@ TEST(ReportValidationErrorGUI, TranslatesEachPieceByItself)
     EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Ziel\r\rC:\\out\\*.jpg\r\rdarf keinen Stern haben.");
 }
 
-/// What the command line records for a code.
+/// The message that the command line records for a code.
 static std::string sReported(std::int32_t lErr)
 {
     TestApplication app;
@@ -256,7 +256,7 @@ static std::string sReported(std::int32_t lErr)
     return objOptions.sErr;
 }
 
-TEST(ReportValidationErrorCommandLine, RecordsEachCodeInItsWords)
+TEST(ReportValidationErrorCommandLine, RecordsTheMessageOfEachCode)
 {
     const std::map<std::int32_t, std::string> aExpected{
         {-1, "Original Folder\r\rC:\\in\r\rdoes not exist."},
@@ -290,13 +290,13 @@ TEST(ReportValidationErrorCommandLine, RecordsEachCodeInItsWords)
         EXPECT_EQ(sReported(lErr), sWords) << lErr;
 }
 
-TEST(ReportValidationErrorCommandLine, SaysNothingOfAFolderThatCantBeMade)
+TEST(ReportValidationErrorCommandLine, IsSilentAboutFoldersThatCannotBeCreated)
 {
     for (const std::int32_t lErr : {-3, -6, -13})
         EXPECT_EQ(sReported(lErr), "") << lErr;
 }
 
-TEST(ReportValidationErrorCommandLine, ShowsABoxWhenVerbose)
+TEST(ReportValidationErrorCommandLine, ShowsAMessageBoxIfVerbose)
 {
     TestApplication app;
     clsConversionOptions objOptions = objFailed(-7);

@@ -1,9 +1,9 @@
-// The check of a task: what it refuses, what it makes, and what it changes.
+// Validation of tasks: errors and side effects.
 #include "src/job/modValidation.h"
 
 #include "tests/fakes/test_application.h"
 
-/// A window with a picture "/p/a.bmp", a folder "/out", and a request that is good as it is.
+/// An application with a file "/p/a.bmp" and a folder "/out", and a valid request.
 struct Check : testing::Test {
     TestApplication app;
     clsConversionOptions objOptions;
@@ -29,7 +29,7 @@ struct Check : testing::Test {
 
 using ValidateConversion = Check;
 
-TEST_F(ValidateConversion, FindsAGoodRequestGoodAndLeavesIt)
+TEST_F(ValidateConversion, AcceptsAValidRequestUnchanged)
 {
     ValidateRequest(app, objOptions);
 
@@ -38,14 +38,14 @@ TEST_F(ValidateConversion, FindsAGoodRequestGoodAndLeavesIt)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST_F(ValidateConversion, NeverWritesSuccess)
+TEST_F(ValidateConversion, NeverClearsAnEarlierError)
 {
     objOptions.lErr = -202;
     ValidateRequest(app, objOptions);
     EXPECT_EQ(objOptions.lErr, -202);
 }
 
-TEST_F(ValidateConversion, ReplacesAnEarlierCodeByAFailureOfItsOwn)
+TEST_F(ValidateConversion, ReplacesAnEarlierErrorByItsOwn)
 {
     objOptions.lErr = -202;
     objOptions.sOriginalFile = "/p/none.bmp";
@@ -53,7 +53,7 @@ TEST_F(ValidateConversion, ReplacesAnEarlierCodeByAFailureOfItsOwn)
     EXPECT_EQ(objOptions.lErr, -4);
 }
 
-TEST_F(ValidateConversion, WantsTheFolderOfAWildcard)
+TEST_F(ValidateConversion, RequiresTheFolderOfAWildcard)
 {
     EXPECT_EQ(lErrOf("/none/*.bmp", "/out/*.jpg"), -1);
     EXPECT_EQ(lErrOf("/p/a*.bmp", "/out/*.jpg"), -1);
@@ -62,26 +62,26 @@ TEST_F(ValidateConversion, WantsTheFolderOfAWildcard)
     EXPECT_EQ(lErrOf("\\p\\*.bmp", "\\out\\*.jpg"), 0);
 }
 
-TEST_F(ValidateConversion, MakesTheTargetFolderOfAWildcardWithoutAsking)
+TEST_F(ValidateConversion, CreatesTheTargetFolderOfAWildcard)
 {
     EXPECT_EQ(lErrOf("/p/*.bmp", "/out/new/deep/*.jpg"), 0);
     EXPECT_TRUE(app.objFiles.FolderExists("/out/new/deep"));
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST_F(ValidateConversion, SaysWhenTheTargetFolderOfAWildcardCantBeMade)
+TEST_F(ValidateConversion, FailsIfAWildcardsTargetFolderCannotBeCreated)
 {
     app.objFiles.MakeReadOnly("/out");
     EXPECT_EQ(lErrOf("/p/*.bmp", "/out/new/*.jpg"), -3);
     EXPECT_EQ(lErrOf("/p/*.bmp", "*.jpg"), -3);
 }
 
-TEST_F(ValidateConversion, LetsAPlainTargetOfAWildcardPass)
+TEST_F(ValidateConversion, AcceptsASingleTargetForAWildcard)
 {
     EXPECT_EQ(lErrOf("/p/*.bmp", "/nowhere/all.tif"), 0);
 }
 
-TEST_F(ValidateConversion, KeepsTheTwoFlagsOfAWildcardAlone)
+TEST_F(ValidateConversion, KeepsFolderFlagsForWildcardsOnly)
 {
     objOptions.bDoSubfolders = objOptions.bSaveInOriginalFolder = true;
     lErrOf("/p/*.bmp", "/out/*.jpg");
@@ -91,33 +91,33 @@ TEST_F(ValidateConversion, KeepsTheTwoFlagsOfAWildcardAlone)
     EXPECT_FALSE(objOptions.bDoSubfolders || objOptions.bSaveInOriginalFolder);
 }
 
-TEST_F(ValidateConversion, ClearsTheTwoFlagsAlsoOfASourceThatIsMissing)
+TEST_F(ValidateConversion, ClearsFolderFlagsEvenForAMissingSource)
 {
     objOptions.bDoSubfolders = objOptions.bSaveInOriginalFolder = true;
     EXPECT_EQ(lErrOf("/p/none.bmp", "/out/a.jpg"), -4);
     EXPECT_FALSE(objOptions.bDoSubfolders || objOptions.bSaveInOriginalFolder);
 }
 
-TEST_F(ValidateConversion, WantsAPlainSourceToBeThere)
+TEST_F(ValidateConversion, RequiresASingleSourceToExist)
 {
     EXPECT_EQ(lErrOf("/p/none.bmp", "/out/a.jpg"), -4);
     EXPECT_EQ(lErrOf("", "/out/a.jpg"), -4);
     EXPECT_EQ(lErrOf("/p", "/out/a.jpg"), -4);
 }
 
-TEST_F(ValidateConversion, RefusesAWildcardTargetOfAPlainSource)
+TEST_F(ValidateConversion, RejectsAWildcardTargetForASingleSource)
 {
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/*.jpg"), -5);
 }
 
-TEST_F(ValidateConversion, MakesTheTargetFolderOfAPlainSourceWithoutAsking)
+TEST_F(ValidateConversion, CreatesTheTargetFolderOfASingleFile)
 {
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.jpg"), 0);
     EXPECT_TRUE(app.objFiles.FolderExists("/out/new"));
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST_F(ValidateConversion, SaysWhenTheTargetFolderCantBeMade)
+TEST_F(ValidateConversion, FailsIfTheTargetFolderCannotBeCreated)
 {
     app.objFiles.MakeReadOnly("/out");
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.jpg"), -6);
@@ -125,7 +125,7 @@ TEST_F(ValidateConversion, SaysWhenTheTargetFolderCantBeMade)
     EXPECT_EQ(lErrOf("/p/a.bmp", ""), -6);
 }
 
-TEST_F(ValidateConversion, WantsATargetTypeThatHasAnExtension)
+TEST_F(ValidateConversion, RequiresATargetTypeWithAnExtension)
 {
     for (const std::int32_t lType : {0, 15, -2, kNoFileType}) {
         objOptions.lTargetFileType = lType;
@@ -137,7 +137,7 @@ TEST_F(ValidateConversion, WantsATargetTypeThatHasAnExtension)
     }
 }
 
-TEST_F(ValidateConversion, WantsDetails)
+TEST_F(ValidateConversion, RequiresDetails)
 {
     objOptions.sExtraParams = "  ";
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.jpg"), -10);
@@ -153,7 +153,7 @@ TEST_F(ValidateConversion, StopsAtTheFirstFailure)
     EXPECT_EQ(objOptions.sTargetFile, "/out/a");
 }
 
-TEST_F(ValidateConversion, WarnsWhereTypeAndExtensionDifferAndGoesOn)
+TEST_F(ValidateConversion, NotesATypeMismatchAndCarriesOn)
 {
     objOptions.lOriginalFileType = 1;
 
@@ -162,7 +162,7 @@ TEST_F(ValidateConversion, WarnsWhereTypeAndExtensionDifferAndGoesOn)
     EXPECT_EQ(objOptions.sTargetFile, "/out/a.jpg");
 }
 
-TEST_F(ValidateConversion, ComparesTheExtensionExactlyButNotItsCase)
+TEST_F(ValidateConversion, ComparesExtensionsExactlyButIgnoresCase)
 {
     for (const char* sFile : {"/p/a.jpeg", "/p/b.tiff", "/p/c.JPG", "/p/d.", "/p/e", "/p/g.Tif"})
         app.objFiles.AddFile(sFile);
@@ -178,7 +178,7 @@ TEST_F(ValidateConversion, ComparesTheExtensionExactlyButNotItsCase)
     EXPECT_EQ(lErrOf("/p/g.Tif", "/out/a.jpg"), 0);
 }
 
-TEST_F(ValidateConversion, DoesntWarnWhereNothingIsClaimedOrNobodyWantsToKnow)
+TEST_F(ValidateConversion, SkipsTheMismatchNoticeWhereItIsUnwanted)
 {
     objOptions.lOriginalFileType = -1;
     EXPECT_EQ(lErrOf("/p/*.*", "/out/*.jpg"), 0);
@@ -199,7 +199,7 @@ TEST_F(ValidateConversion, CompletesTheTargetInTheFormToo)
     EXPECT_EQ(app.frmMain.cbTargetFile.Text(), "/out/*.jpg");
 }
 
-TEST_F(ValidateConversion, OfAJobFileAsksForTheFileAlone)
+TEST_F(ValidateConversion, RequiresOnlyTheFileOfAJob)
 {
     app.objFiles.AddFile("/jobs/a.vjb");
     objOptions = {};
@@ -222,20 +222,20 @@ struct ValidateSpecial : Check {
     }
 };
 
-TEST_F(ValidateSpecial, GivesTheTargetTheTypeOfTheSource)
+TEST_F(ValidateSpecial, SetsTheTargetsTypeToTheSources)
 {
     ValidateRequest(app, objOptions);
     EXPECT_EQ(objOptions.lErr, 0);
     EXPECT_EQ(objOptions.lTargetFileType, 2);
 }
 
-TEST_F(ValidateSpecial, WantsBothFiles)
+TEST_F(ValidateSpecial, RequiresSourceAndTarget)
 {
     EXPECT_EQ(lErrOf("", "/out/a.bmp"), -9);
     EXPECT_EQ(lErrOf("/p/a.bmp", "  "), -9);
 }
 
-TEST_F(ValidateSpecial, ChecksTheFilesAsForAConversion)
+TEST_F(ValidateSpecial, ChecksFilesLikeAConversion)
 {
     app.objFiles.MakeReadOnly("/cd");
     EXPECT_EQ(lErrOf("/none/*.bmp", "/out/*.bmp"), -1);
@@ -247,14 +247,14 @@ TEST_F(ValidateSpecial, ChecksTheFilesAsForAConversion)
     EXPECT_TRUE(app.objFiles.FolderExists("/out/new"));
 }
 
-TEST_F(ValidateSpecial, DoesntCompleteTheTargetNorWarnOfTypes)
+TEST_F(ValidateSpecial, SkipsTargetCompletionAndMismatchNotice)
 {
     objOptions.lOriginalFileType = 8;
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a"), 0);
     EXPECT_EQ(objOptions.sTargetFile, "/out/a");
 }
 
-TEST_F(ValidateSpecial, KnowsTheNumbersOfTheProcesses)
+TEST_F(ValidateSpecial, AcceptsOnlyTaskProcessNumbers)
 {
     for (const std::int32_t lProcess : {0, 1, 30, 61, 99, 101, -5}) {
         objOptions.lSpecialProcess = lProcess;
@@ -266,7 +266,7 @@ TEST_F(ValidateSpecial, KnowsTheNumbersOfTheProcesses)
     }
 }
 
-TEST_F(ValidateSpecial, ChecksTheSizeAndTheMethodOfAResize)
+TEST_F(ValidateSpecial, ChecksTheSizeAndMethodOfAResize)
 {
     objOptions.lSpecialProcess = 2;
     const auto lErrWith = [&](const std::string& sOwn) {
@@ -284,14 +284,14 @@ TEST_F(ValidateSpecial, ChecksTheSizeAndTheMethodOfAResize)
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), 0);
 }
 
-TEST_F(ValidateSpecial, DoesntLookIntoTheDetailsOfOtherProcesses)
+TEST_F(ValidateSpecial, IgnoresTheDetailsOfOtherProcesses)
 {
     objOptions.lSpecialProcess = 6;
     objOptions.sExtraParams = "1^0^FALSE^75^^^^^^^^-5^-5^0^";
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), 0);
 }
 
-TEST_F(ValidateSpecial, LetsALaunchPassWithoutFiles)
+TEST_F(ValidateSpecial, RequiresNoFilesForALaunch)
 {
     objOptions.lSpecialProcess = 100;
     EXPECT_EQ(lErrOf("", ""), 0);
@@ -299,7 +299,7 @@ TEST_F(ValidateSpecial, LetsALaunchPassWithoutFiles)
     EXPECT_EQ(lErrOf("/bin/*", ""), -102);
 }
 
-TEST_F(ValidateSpecial, OfAJobFileAsksForTheFileAlone)
+TEST_F(ValidateSpecial, RequiresOnlyTheFileOfAJob)
 {
     objOptions.sCLBatchJobFile = "/jobs/none.vjb";
     objOptions.lSpecialProcess = 1;

@@ -1,4 +1,4 @@
-// The text of jobs, and a folder to keep them in.
+// Job file contents, and a fixture that loads them.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ inline std::string sJobOf(int nTasks)
     return sText + kMarkerLine;
 }
 
-/// An application and a folder "/jobs".
+/// An application with a folder "/jobs" for job files.
 struct JobFiles : testing::Test {
     TestApplication app;
     Grid& fgToDo = app.frmMain.fgToDo;

@@ -1,4 +1,4 @@
-// Tasks for the table, and what stands in its rows.
+// Helpers for filling and reading table rows.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ inline clsConversionOptions objConversion(const std::string& sSource = "/p/a.bmp
     return objOptions;
 }
 
-/// A table of so many conversions.
+/// Fills the table with nTasks conversions.
 inline void FillTable(TestApplication& app, int nTasks)
 {
     for (int i = 1; i <= nTasks; ++i)
