@@ -1,4 +1,4 @@
-// One conversion task over its file list.
+// Running a conversion task over its file list.
 #include "src/engine/modConversionTask.h"
 
 #include <gtest/gtest.h>
@@ -46,7 +46,7 @@ protected:
                 aResult.push_back(sCall);
         return aResult;
     }
-    // Pause comes while events are let through at the head of a position, counted from 1.
+    // Pauses the run while it processes events before file lPosition, from 1.
     void PauseAtHeadOf(int lPosition)
     {
         app.objWindows.OnDoEvents = [this, lPosition] {
@@ -63,7 +63,7 @@ using Calls = std::vector<std::string>;
 
 }  // namespace
 
-TEST_F(ConversionTask, ConvertsASingleFileOnTheTasksOwnRecord)
+TEST_F(ConversionTask, ConvertsASingleFileWithoutLoggingIt)
 {
     app.objImages.AddImage("/in/a.bmp");
 
@@ -75,7 +75,7 @@ TEST_F(ConversionTask, ConvertsASingleFileOnTheTasksOwnRecord)
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(11), "1000.0");
 }
 
-TEST_F(ConversionTask, CountsASingleFileThatDoesNotLoadAsAFailure)
+TEST_F(ConversionTask, FailsIfASingleFileDoesNotLoad)
 {
     app.objFiles.AddFile("/in/a.bmp", "");
     app.objImages.aBroken.insert("/in/a.bmp");
@@ -86,7 +86,7 @@ TEST_F(ConversionTask, CountsASingleFileThatDoesNotLoadAsAFailure)
               "Unsupported source image file format. Unable to load image.");
 }
 
-TEST_F(ConversionTask, FailsWhenThereIsNoFileList)
+TEST_F(ConversionTask, FailsIfTheFolderIsMissing)
 {
     EXPECT_EQ(lRun("/missing/*.bmp", "/out/*.png"), -10000);
 
@@ -95,14 +95,14 @@ TEST_F(ConversionTask, FailsWhenThereIsNoFileList)
     EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 11), "Folder: /missing/ does not exist");
 }
 
-TEST_F(ConversionTask, PassesAnEmptyListWithoutALogRow)
+TEST_F(ConversionTask, SucceedsSilentlyForAnEmptyList)
 {
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
 
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
 }
 
-TEST_F(ConversionTask, RebuildsTheTreeBelowTheTargetFolder)
+TEST_F(ConversionTask, MirrorsTheTreeBelowTheTargetFolder)
 {
     app.objImages.AddImage("C:\\in\\a.bmp");
     app.objImages.AddImage("C:\\in\\a\\b.bmp");
@@ -114,7 +114,7 @@ TEST_F(ConversionTask, RebuildsTheTreeBelowTheTargetFolder)
     EXPECT_TRUE(app.objFiles.FolderExists("C:\\out\\a"));
 }
 
-TEST_F(ConversionTask, SavesBesideTheSourcesWhenAsked)
+TEST_F(ConversionTask, SavesBesideTheSourcesOnRequest)
 {
     app.objImages.AddImage("/in/sub/b.bmp");
     objOptions.bDoSubfolders = true;
@@ -125,7 +125,7 @@ TEST_F(ConversionTask, SavesBesideTheSourcesWhenAsked)
     EXPECT_EQ(aSaved(), (Calls{"SavePNG /in/sub/b.png"}));
 }
 
-TEST_F(ConversionTask, TakesTheExtensionOfTheTargetPatternBeforeThatOfTheType)
+TEST_F(ConversionTask, PrefersTheTargetPatternsExtensionToTheTypes)
 {
     AddPictures(1);
 
@@ -135,7 +135,7 @@ TEST_F(ConversionTask, TakesTheExtensionOfTheTargetPatternBeforeThatOfTheType)
     EXPECT_EQ(aSaved(), (Calls{"SavePNG /out/1.jpeg", "SavePNG /out/1.png"}));
 }
 
-TEST_F(ConversionTask, SendsManySourcesIntoOneTarget)
+TEST_F(ConversionTask, AppendsManySourcesToOneTiff)
 {
     AddPictures(2);
     objOptions.lTargetFileType = 3;
@@ -146,7 +146,7 @@ TEST_F(ConversionTask, SendsManySourcesIntoOneTarget)
     EXPECT_EQ(app.objImages.aPagesOf("/out/all.tif").size(), 2u);
 }
 
-TEST_F(ConversionTask, DoesNothingForAPlainSourceWithAWildcardTarget)
+TEST_F(ConversionTask, IgnoresAWildcardTargetOfASingleSource)
 {
     AddPictures(1);
 
@@ -155,7 +155,7 @@ TEST_F(ConversionTask, DoesNothingForAPlainSourceWithAWildcardTarget)
     EXPECT_TRUE(app.objImages.aCalls.empty());
 }
 
-TEST_F(ConversionTask, NeitherLogsNorFailsAFileOfAListThatDoesNotLoad)
+TEST_F(ConversionTask, IgnoresListedFilesThatDoNotLoad)
 {
     AddPictures(2);
     app.objImages.aBroken.insert("/in/2.bmp");
@@ -165,7 +165,7 @@ TEST_F(ConversionTask, NeitherLogsNorFailsAFileOfAListThatDoesNotLoad)
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
 }
 
-TEST_F(ConversionTask, LogsAFailedFileAndGoesOn)
+TEST_F(ConversionTask, LogsAFailedFileAndCarriesOn)
 {
     AddPictures(3);
     app.objImages.aUnwritable.insert("/out/2.png");
@@ -177,7 +177,7 @@ TEST_F(ConversionTask, LogsAFailedFileAndGoesOn)
     EXPECT_EQ(aSaved().size(), 3u);
 }
 
-TEST_F(ConversionTask, LogsEveryFileWithAReportFileAndLetsTheLastDecide)
+TEST_F(ConversionTask, ReportsEveryFileButReturnsTheLastResult)
 {
     AddPictures(2);
     app.objImages.aUnwritable.insert("/out/1.png");
@@ -190,7 +190,7 @@ TEST_F(ConversionTask, LogsEveryFileWithAReportFileAndLetsTheLastDecide)
     EXPECT_EQ(app.frmMain.fgLog.TextMatrix(2, 10), "+");
 }
 
-TEST_F(ConversionTask, ShowsTheProgressOfEachFile)
+TEST_F(ConversionTask, ShowsProgressForEachFile)
 {
     AddPictures(3);
     std::vector<std::string> aPercents;
@@ -206,7 +206,7 @@ TEST_F(ConversionTask, ShowsTheProgressOfEachFile)
               (Calls{" 33.3 Percent Complete ", " 66.7 Percent Complete ", " 100.0 Percent Complete "}));
 }
 
-TEST_F(ConversionTask, ResumesOneFileBackFromAPauseAtTheFifth)
+TEST_F(ConversionTask, ResumesOneFileBeforeThePause)
 {
     AddPictures(6);
     PauseAtHeadOf(5);
@@ -222,7 +222,7 @@ TEST_F(ConversionTask, ResumesOneFileBackFromAPauseAtTheFifth)
     EXPECT_EQ(aSaved().size(), 3u);
 }
 
-TEST_F(ConversionTask, ResumesFromTheFirstFileAfterAPauseAtTheSecond)
+TEST_F(ConversionTask, StartsOverIfPausedAtTheSecondFile)
 {
     AddPictures(4);
     PauseAtHeadOf(2);
@@ -232,7 +232,7 @@ TEST_F(ConversionTask, ResumesFromTheFirstFileAfterAPauseAtTheSecond)
     EXPECT_EQ(app.frmMain.lResumeFileIndex, 0);
 }
 
-TEST_F(ConversionTask, RepeatsTheLastFileWhenPauseCameDuringIt)
+TEST_F(ConversionTask, RepeatsTheLastFileIfPausedDuringIt)
 {
     AddPictures(3);
     app.frmMainMDI.sbMain.OnChanged = [&] {
@@ -246,7 +246,7 @@ TEST_F(ConversionTask, RepeatsTheLastFileWhenPauseCameDuringIt)
     EXPECT_EQ(app.frmMain.lResumeFileIndex, 3);
 }
 
-TEST_F(ConversionTask, SkipsTheFirstFilesOfTheNextTaskAfterAResume)
+TEST_F(ConversionTask, AppliesTheResumePositionToTheNextTask)
 {
     AddPictures(4);
     app.frmMain.lResumeFileIndex = 3;
@@ -257,7 +257,7 @@ TEST_F(ConversionTask, SkipsTheFirstFilesOfTheNextTaskAfterAResume)
     EXPECT_EQ(app.frmMain.lResumeFileIndex, 3);
 }
 
-TEST_F(ConversionTask, SaysThatItWasPausedWhileTheListWasMade)
+TEST_F(ConversionTask, ReportsAPauseWhileBuildingTheList)
 {
     AddPictures(2);
     app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = false; };

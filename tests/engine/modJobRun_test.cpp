@@ -1,4 +1,4 @@
-// The run of a whole job.
+// Running, pausing and rewinding a job.
 #include "src/engine/modJobRun.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ protected:
         app.objFiles.AddFolder("/out");
     }
 
-    // A task that converts /in/NAME.bmp to /out/NAME.png.
+    // Adds a task that converts /in/NAME.bmp to /out/NAME.png.
     void AddTask(const std::string& sName, bool bWithImage = true)
     {
         if (bWithImage)
@@ -41,7 +41,7 @@ protected:
 
 }  // namespace
 
-TEST_F(JobRun, MarksEachTaskAndGoesOnAfterAFailure)
+TEST_F(JobRun, MarksEachTaskAndCarriesOnAfterAFailure)
 {
     AddTask("a");
     AddTask("missing", false);
@@ -59,7 +59,7 @@ TEST_F(JobRun, MarksEachTaskAndGoesOnAfterAFailure)
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(3), "-");
 }
 
-TEST_F(JobRun, ClearsAwayLaunchedProgramsThatEndedLaterAtEachTaskAndAtItsEnd)
+TEST_F(JobRun, ReapsLaunchedProgramsPerTaskAndAtItsEnd)
 {
     AddTask("1");
     AddTask("2");
@@ -69,7 +69,7 @@ TEST_F(JobRun, ClearsAwayLaunchedProgramsThatEndedLaterAtEachTaskAndAtItsEnd)
     EXPECT_EQ(app.objLauncher.lCollections, 3);
 }
 
-TEST_F(JobRun, CountsTheTasksOfThisRunInTheStatusBar)
+TEST_F(JobRun, CountsItsTasksInTheStatusBar)
 {
     AddTask("a");
     AddTask("b");
@@ -82,7 +82,7 @@ TEST_F(JobRun, CountsTheTasksOfThisRunInTheStatusBar)
     EXPECT_EQ(sCount, "1");
 }
 
-TEST_F(JobRun, BeginsAtTheFirstRowWithoutAMark)
+TEST_F(JobRun, StartsAtTheFirstUnmarkedRow)
 {
     AddTask("a");
     AddTask("b");
@@ -95,7 +95,7 @@ TEST_F(JobRun, BeginsAtTheFirstRowWithoutAMark)
     EXPECT_TRUE(app.objFiles.bHas("/out/b.png"));
 }
 
-TEST_F(JobRun, ShowsANoticeWhenEveryRowIsMarked)
+TEST_F(JobRun, ShowsANoticeIfAllRowsAreMarked)
 {
     AddTask("a");
     app.frmMain.fgToDo.SetTextMatrix(1, 10, "+");
@@ -121,7 +121,7 @@ TEST_F(JobRun, ShowsNoNoticeInCommandLineMode)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST_F(JobRun, AsksForATaskWhenTheTableIsEmptyAndTheFormVisible)
+TEST_F(JobRun, AsksForATaskIfTheVisibleTableIsEmpty)
 {
     app.frmMain.SetVisible(true);
 
@@ -132,7 +132,7 @@ TEST_F(JobRun, AsksForATaskWhenTheTableIsEmptyAndTheFormVisible)
     EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Information");
 }
 
-TEST_F(JobRun, EmptiesTheLogAtEachBegin)
+TEST_F(JobRun, ClearsTheLogWhenItStarts)
 {
     AddTask("a");
     app.frmMain.fgLog.AddItem("old", 1);
@@ -142,7 +142,7 @@ TEST_F(JobRun, EmptiesTheLogAtEachBegin)
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
 }
 
-TEST_F(JobRun, LeavesAPausedTaskUnmarkedAndResumesWithIt)
+TEST_F(JobRun, ResumesWithThePausedTask)
 {
     AddTask("a");
     AddTask("b");
@@ -161,7 +161,7 @@ TEST_F(JobRun, LeavesAPausedTaskUnmarkedAndResumesWithIt)
     EXPECT_EQ(sMark(2), "+");
 }
 
-TEST_F(JobRun, IgnoresPauseWhileNothingRuns)
+TEST_F(JobRun, IgnoresPauseWhileTheCommandIsDisabled)
 {
     AddTask("a");
     app.frmMain.keyPause.SetEnabled(false);
@@ -172,7 +172,7 @@ TEST_F(JobRun, IgnoresPauseWhileNothingRuns)
     EXPECT_TRUE(app.frmMain.bRunning);
 }
 
-TEST_F(JobRun, RewindClearsMarksLogAndResumePosition)
+TEST_F(JobRun, ClearsMarksLogAndPositionOnRewind)
 {
     AddTask("a");
     AddTask("missing", false);
@@ -190,7 +190,7 @@ TEST_F(JobRun, RewindClearsMarksLogAndResumePosition)
     EXPECT_EQ(app.frmMain.fgToDo.TopRow(), 1);
 }
 
-TEST_F(JobRun, KeepsTheTypesOfTheRowBeforeWhereCellsAreEmpty)
+TEST_F(JobRun, KeepsThePreviousRowsTypesForEmptyCells)
 {
     AddTask("a");
     AddTask("b");
@@ -202,7 +202,7 @@ TEST_F(JobRun, KeepsTheTypesOfTheRowBeforeWhereCellsAreEmpty)
     EXPECT_EQ(app.objImages.aCalls.back(), "SaveBMP /out/b.png");
 }
 
-TEST_F(JobRun, TakesAnActionThatHoldsBothLettersForAConversion)
+TEST_F(JobRun, TreatsAnActionWithBothLettersAsAConversion)
 {
     AddTask("a");
     clsConversionOptions objOptions;
@@ -218,7 +218,7 @@ TEST_F(JobRun, TakesAnActionThatHoldsBothLettersForAConversion)
     EXPECT_TRUE(app.objFiles.bHas("/out/a.png"));
 }
 
-TEST_F(JobRun, PassesATaskWithNeitherLetter)
+TEST_F(JobRun, MarksATaskWithNeitherLetterAsPassed)
 {
     AddTask("a");
     app.frmMain.fgToDo.SetTextMatrix(1, 3, "X");
@@ -229,7 +229,7 @@ TEST_F(JobRun, PassesATaskWithNeitherLetter)
     EXPECT_TRUE(app.objImages.aCalls.empty());
 }
 
-TEST_F(JobRun, AsksBeforeAChangedItemIsForgotten)
+TEST_F(JobRun, AsksBeforeDiscardingAnEditedTask)
 {
     AddTask("a");
     app.frmMain.fgToDo.SetRow(1);
@@ -247,7 +247,7 @@ TEST_F(JobRun, AsksBeforeAChangedItemIsForgotten)
     EXPECT_EQ(sMark(1), "");
 }
 
-TEST_F(JobRun, UpdatesAChangedItemOnYesAndForgetsItOnNo)
+TEST_F(JobRun, UpdatesOrDiscardsAnEditedTaskAsAnswered)
 {
     AddTask("a");
     app.frmMain.fgToDo.SetRow(1);
@@ -270,7 +270,7 @@ TEST_F(JobRun, UpdatesAChangedItemOnYesAndForgetsItOnNo)
     EXPECT_FALSE(app.frmMain.bDirtyConversionItem);
 }
 
-TEST_F(JobRun, AsksNothingWhileTheSchedulersTimerIsOn)
+TEST_F(JobRun, AsksNothingWhileTheSchedulerIsOn)
 {
     AddTask("a");
     app.frmMain.fgToDo.SetRow(1);
@@ -285,7 +285,7 @@ TEST_F(JobRun, AsksNothingWhileTheSchedulersTimerIsOn)
     EXPECT_TRUE(app.frmMain.bDirtyConversionItem);
 }
 
-TEST_F(JobRun, EndsAReloadThatLeadsBackToItself)
+TEST_F(JobRun, FailsAReloadThatLoadsItself)
 {
     app.objFiles.AddFile("/j.vjb", " \t \t1\tS1\tReload\t0\t\t/j.vjb\t1\t\t\t\r\n");
     app.frmMain.fgToDo.AddItem(" \t \t1\tS1\tReload\t0\t\t/j.vjb\t1", 1);
@@ -296,7 +296,7 @@ TEST_F(JobRun, EndsAReloadThatLeadsBackToItself)
     EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 11), "Unable to load the rest of the job.");
 }
 
-TEST_F(JobRun, FailsAReloadWhoseFileIsGoneAndGoesOn)
+TEST_F(JobRun, FailsAReloadOfAMissingFileAndCarriesOn)
 {
     app.frmMain.fgToDo.AddItem(" \t \t1\tS1\tReload\t0\t\t/gone.vjb\t1", 1);
     AddTask("a");
@@ -307,7 +307,7 @@ TEST_F(JobRun, FailsAReloadWhoseFileIsGoneAndGoesOn)
     EXPECT_EQ(sMark(2), "+");
 }
 
-TEST(FindStartPoint, GivesOneBeyondTheLastTaskWhenAllAreMarked)
+TEST(FindStartPoint, ReturnsOnePastTheLastTaskIfAllAreMarked)
 {
     TestApplication app;
     SetUpToDoGrid(app);

@@ -1,4 +1,4 @@
-// Launching a program and waiting for its end.
+// Launching a program and waiting for it to exit.
 #include "src/engine/modLaunch.h"
 
 #include "src/base/clsConversionOptions.h"
@@ -27,7 +27,7 @@ protected:
 
 }  // namespace
 
-TEST_F(Launch, StartsTheProgramWithItsArgumentsPriorityAndWindowState)
+TEST_F(Launch, PassesArgumentsPriorityAndWindowState)
 {
     EXPECT_EQ(lRun(), 0);
 
@@ -38,7 +38,7 @@ TEST_F(Launch, StartsTheProgramWithItsArgumentsPriorityAndWindowState)
     EXPECT_EQ(objLauncher.aStarts[0].lWindowState, 6);
 }
 
-TEST_F(Launch, LeavesTheExitCodeInTheRequestAndIsASuccessWhateverItIs)
+TEST_F(Launch, SucceedsAndStoresAnyExitCode)
 {
     objLauncher.lExitCode = 3;
 
@@ -47,14 +47,14 @@ TEST_F(Launch, LeavesTheExitCodeInTheRequestAndIsASuccessWhateverItIs)
     EXPECT_EQ(objOptions.lCommandLineExitCode, 3);
 }
 
-TEST_F(Launch, FailsForAProgramThatCantBeStarted)
+TEST_F(Launch, FailsIfTheProgramCannotBeStarted)
 {
     objLauncher.bCanStart = false;
     EXPECT_EQ(lRun(), -10);
     EXPECT_EQ(objOptions.lCommandLineExitCode, 0);
 }
 
-TEST_F(Launch, LetsEventsThroughAndShowsTheSecondsWhileItWaits)
+TEST_F(Launch, ProcessesEventsAndShowsSecondsWhileWaiting)
 {
     objLauncher.lLooksUntilEnd = 4;
     objLauncher.OnLook = [&] { app.objClock.lTick += 1500; };
@@ -65,7 +65,7 @@ TEST_F(Launch, LetsEventsThroughAndShowsTheSecondsWhileItWaits)
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(11), "4.5");
 }
 
-TEST_F(Launch, WaitsALittleBetweenTwoLooksInsteadOfSpinning)
+TEST_F(Launch, SleepsBetweenPollsInsteadOfSpinning)
 {
     objLauncher.lLooksUntilEnd = 3;
 
@@ -75,7 +75,7 @@ TEST_F(Launch, WaitsALittleBetweenTwoLooksInsteadOfSpinning)
         EXPECT_TRUE(objLauncher.aWaits[i] > 0 && objLauncher.aWaits[i] <= 50);
 }
 
-TEST_F(Launch, GivesUpWhenTheTimeIsOver)
+TEST_F(Launch, GivesUpAfterTheTimeout)
 {
     objOptions.sExtraParams = "32^1^2";
     objLauncher.lLooksUntilEnd = 0;
@@ -83,10 +83,10 @@ TEST_F(Launch, GivesUpWhenTheTimeIsOver)
 
     EXPECT_EQ(lRun(), -11);
 
-    EXPECT_EQ(app.objWindows.lDoEvents, 3);  // after 0, 1 and 2 seconds; 3 is more than 2
+    EXPECT_EQ(app.objWindows.lDoEvents, 3);  // at 0, 1 and 2 seconds; 3 exceeds the timeout
 }
 
-TEST_F(Launch, LooksOnceMoreWhenTheTimeIsOver)
+TEST_F(Launch, PollsOnceMoreAfterTheTimeout)
 {
     objOptions.sExtraParams = "32^1^0";
     objLauncher.lLooksUntilEnd = 2;
@@ -98,7 +98,7 @@ TEST_F(Launch, LooksOnceMoreWhenTheTimeIsOver)
     EXPECT_EQ(objOptions.lCommandLineExitCode, 5);
 }
 
-TEST_F(Launch, FailsATimeLimitOfZeroAsSoonAsAnyTimeHasPassed)
+TEST_F(Launch, TimesOutImmediatelyWithATimeoutOfZero)
 {
     objOptions.sExtraParams = "32^1^0";
     objLauncher.lLooksUntilEnd = 0;
@@ -107,7 +107,7 @@ TEST_F(Launch, FailsATimeLimitOfZeroAsSoonAsAnyTimeHasPassed)
     EXPECT_EQ(lRun(), -11);
 }
 
-TEST_F(Launch, StopsWaitingWhenTheRunIsPaused)
+TEST_F(Launch, StopsWaitingIfTheRunIsPaused)
 {
     objLauncher.lLooksUntilEnd = 0;
     app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = app.objWindows.lDoEvents < 3; };
@@ -117,7 +117,7 @@ TEST_F(Launch, StopsWaitingWhenTheRunIsPaused)
     EXPECT_EQ(app.objWindows.lDoEvents, 3);
 }
 
-TEST_F(Launch, TakesDetailsWithoutFieldsForZeros)
+TEST_F(Launch, ReadsDetailsWithoutFieldsAsZeros)
 {
     objOptions.sExtraParams = "128";
 

@@ -1,4 +1,4 @@
-// Log rows, marks and report rows.
+// Log rows, Pass marks and report lines.
 #include "src/engine/modRunLog.h"
 
 #include <gtest/gtest.h>
@@ -39,7 +39,7 @@ protected:
 
 }  // namespace
 
-TEST_F(RunLog, AddsARowWithAllTwelveCells)
+TEST_F(RunLog, FillsAllTwelveCellsOfARow)
 {
     app.frmMain.fgToDo.AddItem("R G M", 1);
 
@@ -53,7 +53,7 @@ TEST_F(RunLog, AddsARowWithAllTwelveCells)
         EXPECT_EQ(sLogCell(1, l), aExpected[static_cast<std::size_t>(l)]) << l;
 }
 
-TEST_F(RunLog, NamesNoOriginalExtensionForAnotherMethod)
+TEST_F(RunLog, OmitsTheSourceExtensionForOtherMethods)
 {
     objOptions.lConversionMethod = 2;
 
@@ -62,7 +62,7 @@ TEST_F(RunLog, NamesNoOriginalExtensionForAnotherMethod)
     EXPECT_EQ(sLogCell(1, 6), "");
 }
 
-TEST_F(RunLog, TakesTheFlagsOfRow30001FromRow1)
+TEST_F(RunLog, TakesFlagsOfRow30001FromRow1)
 {
     app.frmMain.fgToDo.AddItem("RG", 1);
 
@@ -72,7 +72,7 @@ TEST_F(RunLog, TakesTheFlagsOfRow30001FromRow1)
     EXPECT_EQ(sLogCell(1, 2), "30001");
 }
 
-TEST_F(RunLog, MarksEachRowAsItComes)
+TEST_F(RunLog, MarksEachRowWithItsOwnResult)
 {
     LogConversionError(app, 1, objOptions);
     objOptions.lErr = 0;
@@ -89,7 +89,7 @@ TEST_F(RunLog, MarksEachRowAsItComes)
     EXPECT_EQ(app.frmMain.fgLog.Format(2, 10).ePicture, CellPicture::imagePass);
 }
 
-TEST_F(RunLog, ReportsNothingWithoutAReportFileInTheSettings)
+TEST_F(RunLog, ReportsNothingWithoutAReportFileInSettings)
 {
     objOptions.sLogFile = "/out/x.log";
 
@@ -99,7 +99,7 @@ TEST_F(RunLog, ReportsNothingWithoutAReportFileInTheSettings)
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 3);
 }
 
-TEST_F(RunLog, ReportsTheRowUnchangedWhenTheSettingsNameAFile)
+TEST_F(RunLog, WritesTheRowToTheSettingsReportFile)
 {
     app.frmMain.sLogFile = "/out/settings.log";
 
@@ -109,7 +109,7 @@ TEST_F(RunLog, ReportsTheRowUnchangedWhenTheSettingsNameAFile)
               "\t*^0^FALSE^75\t1\tC\t/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\tUnable to convert\n");
 }
 
-TEST_F(RunLog, MakesTheRequestsReportFileThatOfTheSettingsOnceItIsVerbose)
+TEST_F(RunLog, AdoptsTheRequestsReportFileOnceVerbose)
 {
     objOptions.sLogFile = "/out/x.log";
     objOptions.bVerboseLog = true;
@@ -127,7 +127,7 @@ TEST_F(RunLog, MakesTheRequestsReportFileThatOfTheSettingsOnceItIsVerbose)
               "\t*^0^FALSE^75\t2\tC\t/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\n");
 }
 
-TEST_F(RunLog, WritesAndShowsNothingWhenVerboseWithoutAnyFileName)
+TEST_F(RunLog, ReportsNothingIfVerboseWithoutAFileName)
 {
     objOptions.bVerboseLog = true;
 
@@ -137,7 +137,7 @@ TEST_F(RunLog, WritesAndShowsNothingWhenVerboseWithoutAnyFileName)
     EXPECT_EQ(app.frmMain.sLogFile, "");
 }
 
-TEST_F(RunLog, KeepsAFileNameWithTabsAndLineEndsInOneCell)
+TEST_F(RunLog, ReplacesTabsAndNewlinesInFileNames)
 {
     objOptions.sOriginalFile = "/in/a\tb\nc.bmp";
     app.frmMain.sLogFile = "/out/r.log";
@@ -148,7 +148,7 @@ TEST_F(RunLog, KeepsAFileNameWithTabsAndLineEndsInOneCell)
     EXPECT_EQ(sLogCell(1, 11), "Unable to convert");
 }
 
-TEST_F(RunLog, MarksAnExitCodeAsPassedAndReportsNoLine)
+TEST_F(RunLog, MarksExitCodesAsPassedWithoutReportingThem)
 {
     app.frmMain.sLogFile = "/out/r.log";
     app.frmMain.fgToDo.AddItem("RG", 1);
@@ -166,7 +166,7 @@ TEST_F(RunLog, MarksAnExitCodeAsPassedAndReportsNoLine)
     EXPECT_FALSE(app.objFiles.bHas("/out/r.log"));
 }
 
-TEST(UpdatePassedCell, MarksTheRowThatIsCurrentAndThenMovesToTheRowGiven)
+TEST(UpdatePassedCell, MarksCurrentRowThenMovesToGivenRow)
 {
     TestApplication app;
     SetUpToDoGrid(app);
@@ -183,7 +183,7 @@ TEST(UpdatePassedCell, MarksTheRowThatIsCurrentAndThenMovesToTheRowGiven)
     EXPECT_EQ(app.objWindows.lDoEvents, 1);
 }
 
-TEST(UpdatePassedCell, HidesTheTextInTheColourOfItsBackground)
+TEST(UpdatePassedCell, DrawsTheTextInItsBackgroundColour)
 {
     TestApplication app;
     SetUpToDoGrid(app);
@@ -200,7 +200,7 @@ TEST(UpdatePassedCell, HidesTheTextInTheColourOfItsBackground)
     EXPECT_EQ(objFormat.eAlignment, CellAlignment::Centre);
 }
 
-TEST(UpdatePassedCell, BringsTheRowIntoViewWithTwoRowsAboveIt)
+TEST(UpdatePassedCell, ScrollsTheRowIntoViewBelowTwoOthers)
 {
     TestApplication app;
     SetUpToDoGrid(app);
@@ -216,7 +216,7 @@ TEST(UpdatePassedCell, BringsTheRowIntoViewWithTwoRowsAboveIt)
     EXPECT_EQ(fgToDo.TopRow(), 1);
 }
 
-TEST(UpdatePassedCell, LeavesAGridWithoutPassColumnAlone)
+TEST(UpdatePassedCell, IgnoresAGridWithoutAPassColumn)
 {
     TestApplication app;
     Form& frm = app.frmPleaseWait;

@@ -1,4 +1,4 @@
-// One task of a special process.
+// Running a special process task.
 #include "src/engine/modSpecialTask.h"
 
 #include <algorithm>
@@ -61,7 +61,7 @@ protected:
 
 }  // namespace
 
-TEST_F(SpecialTask, TransformsASingleFileBetweenItsLoadAndItsSave)
+TEST_F(SpecialTask, AppliesItsProcessBetweenLoadAndSave)
 {
     AddPictures(1);
 
@@ -74,7 +74,7 @@ TEST_F(SpecialTask, TransformsASingleFileBetweenItsLoadAndItsSave)
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(11), "1000.0");
 }
 
-TEST_F(SpecialTask, FailsWhenThereIsNoFileList)
+TEST_F(SpecialTask, FailsIfTheSourceIsMissing)
 {
     EXPECT_EQ(lRun("/in/none.bmp", "/out/1.bmp"), -10000);
 
@@ -83,13 +83,13 @@ TEST_F(SpecialTask, FailsWhenThereIsNoFileList)
     EXPECT_TRUE(app.objTransform.aCalls.empty());
 }
 
-TEST_F(SpecialTask, PassesAnEmptyListWithoutALogRow)
+TEST_F(SpecialTask, SucceedsSilentlyForAnEmptyList)
 {
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.bmp"), 0);
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
 }
 
-TEST_F(SpecialTask, WalksTheListAndRebuildsTheTree)
+TEST_F(SpecialTask, MirrorsTheTreeBelowTheTargetFolder)
 {
     AddPictures(1);
     app.objImages.AddImage("/in/sub/2.bmp");
@@ -102,7 +102,7 @@ TEST_F(SpecialTask, WalksTheListAndRebuildsTheTree)
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(6), "100.0  Percent Complete ");
 }
 
-TEST_F(SpecialTask, FailsAFileOfAListThatDoesntLoad)
+TEST_F(SpecialTask, FailsForListedFilesThatDoNotLoad)
 {
     AddPictures(2);
     app.objImages.aBroken.insert("/in/1.bmp");
@@ -113,7 +113,7 @@ TEST_F(SpecialTask, FailsAFileOfAListThatDoesntLoad)
     EXPECT_TRUE(app.objFiles.FileExists("/out/2.bmp"));
 }
 
-TEST_F(SpecialTask, ChargesAnOverflowToItsFileAndGoesOn)
+TEST_F(SpecialTask, FailsOnlyTheFileThatOverflows)
 {
     AddPictures(2);
     objOptions.lSpecialProcess = 16;
@@ -126,7 +126,7 @@ TEST_F(SpecialTask, ChargesAnOverflowToItsFileAndGoesOn)
     EXPECT_FALSE(app.objFiles.FileExists("/out/1.bmp"));
 }
 
-TEST_F(SpecialTask, LogsEveryFileWithAReportFileAndLetsTheLastDecide)
+TEST_F(SpecialTask, ReportsEveryFileButReturnsTheLastResult)
 {
     AddPictures(2);
     app.objImages.aBroken.insert("/in/1.bmp");
@@ -138,7 +138,7 @@ TEST_F(SpecialTask, LogsEveryFileWithAReportFileAndLetsTheLastDecide)
     EXPECT_EQ(sLog(2, 10), "+");
 }
 
-TEST_F(SpecialTask, ResumesOneFileBackAfterAPause)
+TEST_F(SpecialTask, ResumesOneFileBeforeThePause)
 {
     AddPictures(6);
     app.objWindows.OnDoEvents = [&] {
@@ -156,7 +156,7 @@ TEST_F(SpecialTask, ResumesOneFileBackAfterAPause)
     EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "LoadImage /in/3.bmp"), 0);
 }
 
-TEST_F(SpecialTask, CountsThePercentageOfAResumedListFromTheWholeOfIt)
+TEST_F(SpecialTask, ShowsProgressRelativeToTheWholeList)
 {
     AddPictures(8);
     app.frmMain.lResumeFileIndex = 3;
@@ -169,7 +169,7 @@ TEST_F(SpecialTask, CountsThePercentageOfAResumedListFromTheWholeOfIt)
     EXPECT_EQ(aPercents.back(), "100.0  Percent Complete ");
 }
 
-TEST_F(SpecialTask, KeepsTheRequestsReportFileAndItsWishForRowsFromTheFilesOfAList)
+TEST_F(SpecialTask, ReportsSingleFilesButNotListedOnes)
 {
     AddPictures(1);
     app.objImages.aBroken.insert("/in/1.bmp");
@@ -183,7 +183,7 @@ TEST_F(SpecialTask, KeepsTheRequestsReportFileAndItsWishForRowsFromTheFilesOfALi
     EXPECT_TRUE(app.objFiles.FileExists("/out/report.txt"));
 }
 
-TEST_F(SpecialTask, DeletesTheSourceAfterASuccessWhereThatIsWanted)
+TEST_F(SpecialTask, DeletesTheSourceOnRequestAfterSuccess)
 {
     AddPictures(2);
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
@@ -195,7 +195,7 @@ TEST_F(SpecialTask, DeletesTheSourceAfterASuccessWhereThatIsWanted)
     EXPECT_TRUE(app.objFiles.FileExists("/in/2.bmp"));
 }
 
-TEST_F(SpecialTask, NeverDeletesASourceThatIsItsTarget)
+TEST_F(SpecialTask, NeverDeletesASourceThatEqualsItsTarget)
 {
     app.objImages.AddImage("/in/a.bmp");
     app.objFiles.AddLink("/link", "/in");
@@ -207,7 +207,7 @@ TEST_F(SpecialTask, NeverDeletesASourceThatIsItsTarget)
     EXPECT_TRUE(app.objFiles.FileExists("/in/a.bmp"));
 }
 
-TEST_F(SpecialTask, TriesAgainToDeleteASourceThatIsHeld)
+TEST_F(SpecialTask, RetriesDeletingALockedSource)
 {
     AddPictures(1);
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
@@ -219,7 +219,7 @@ TEST_F(SpecialTask, TriesAgainToDeleteASourceThatIsHeld)
     EXPECT_FALSE(app.objClock.aSleeps.empty());
 }
 
-TEST_F(SpecialTask, LoadsAndSavesForTheNumberThatPassesTheCheckWithoutAnOperation)
+TEST_F(SpecialTask, LoadsAndSavesForProcess57WithoutAnOperation)
 {
     AddPictures(1);
     objOptions.lSpecialProcess = 57;
@@ -230,7 +230,7 @@ TEST_F(SpecialTask, LoadsAndSavesForTheNumberThatPassesTheCheckWithoutAnOperatio
     EXPECT_TRUE(app.objFiles.FileExists("/out/1.bmp"));
 }
 
-TEST_F(SpecialTask, DoesNothingForANumberThatIsNoneAndPasses)
+TEST_F(SpecialTask, SucceedsWithoutDoingAnythingForUnknownNumbers)
 {
     AddPictures(1);
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
@@ -243,7 +243,7 @@ TEST_F(SpecialTask, DoesNothingForANumberThatIsNoneAndPasses)
     EXPECT_TRUE(app.objFiles.FileExists("/in/1.bmp"));
 }
 
-TEST_F(SpecialTask, LaunchesAProgramWithoutAFileListAndLogsItsExitCode)
+TEST_F(SpecialTask, LaunchesAProgramAndLogsItsExitCode)
 {
     SetUpLaunch();
     app.objLauncher.lExitCode = 3;
@@ -258,7 +258,7 @@ TEST_F(SpecialTask, LaunchesAProgramWithoutAFileListAndLogsItsExitCode)
     EXPECT_TRUE(app.objFiles.FileExists("/bin/tool"));
 }
 
-TEST_F(SpecialTask, LogsALaunchTwiceWithAReportFile)
+TEST_F(SpecialTask, LogsALaunchTwiceIfThereIsAReportFile)
 {
     SetUpLaunch();
     app.frmMain.sLogFile = "/out/report.txt";
@@ -269,7 +269,7 @@ TEST_F(SpecialTask, LogsALaunchTwiceWithAReportFile)
     EXPECT_EQ(sLog(2, 11), "Exit Code: 0");
 }
 
-TEST_F(SpecialTask, LogsALaunchThatFailedOnce)
+TEST_F(SpecialTask, LogsAFailedLaunchOnce)
 {
     SetUpLaunch();
     app.objLauncher.bCanStart = false;
@@ -280,7 +280,7 @@ TEST_F(SpecialTask, LogsALaunchThatFailedOnce)
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 3);
 }
 
-TEST_F(SpecialTask, LogsALaunchThatTookTooLong)
+TEST_F(SpecialTask, LogsALaunchThatTimesOut)
 {
     SetUpLaunch();
     objOptions.sExtraParams = "32^1^5";
@@ -292,7 +292,7 @@ TEST_F(SpecialTask, LogsALaunchThatTookTooLong)
     EXPECT_EQ(sLog(1, 11), "Process did not complete in the specified time (Timeout)");
 }
 
-TEST_F(SpecialTask, LeavesTheRowOfAPausedLaunchUnmarkedAndStartsItAgain)
+TEST_F(SpecialTask, LaunchesAgainAfterAPause)
 {
     app.frmMain.fgToDo.AddItem("\t32^1^-1\t1\tS100\t/bin/tool\t\t\t-x\t\t\t\t", 1);
     app.objLauncher.lLooksUntilEnd = 0;
@@ -311,14 +311,14 @@ TEST_F(SpecialTask, LeavesTheRowOfAPausedLaunchUnmarkedAndStartsItAgain)
     EXPECT_EQ(app.objLauncher.aStarts.size(), 2u);
 }
 
-TEST(ExitCodeText, IsEmptyForACodeThatNoLaunchHas)
+TEST(ExitCodeText, IsEmptyForCodesOfOtherTasks)
 {
     clsConversionOptions objOptions;
     objOptions.lErr = -103;
     EXPECT_EQ(sExitCodeText(objOptions), "");
 }
 
-TEST_F(SpecialTask, LoadsTheNextPartOfAJob)
+TEST_F(SpecialTask, LoadsTheNextSliceOfAJob)
 {
     app.objFiles.AddFile("/jobs/a.vjb",
                          "M\td\t1\tC\t/in/1.bmp\t2\tbmp\t/out/1.png\t8\tpng\t\t\r\n"
@@ -357,7 +357,7 @@ TEST_F(SpecialTask, RunsAJobSliceBySlice)
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(2, kColPass), "+");
 }
 
-TEST_F(SpecialTask, MarksEveryKindOfTaskOfAJob)
+TEST_F(SpecialTask, MarksEveryKindOfTaskInAJob)
 {
     AddPictures(1);
     app.objLauncher.lExitCode = 7;
@@ -390,7 +390,7 @@ TEST_F(SpecialTask, MarksEveryKindOfTaskOfAJob)
               "-3 Unable to convert: Overflow\n+5 Exit Code: 7\n-6 File: /in/none.bmp does not exist\n");
 }
 
-TEST_F(SpecialTask, IsChosenByThePresenceOfItsLetterWhereThereIsNoConversion)
+TEST_F(SpecialTask, IsChosenByTheLetterSUnlessThereIsAC)
 {
     AddPictures(1);
     objOptions.sOriginalFile = "/in/1.bmp";
