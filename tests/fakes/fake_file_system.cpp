@@ -1,4 +1,4 @@
-// A file system in memory.
+// An in-memory file system.
 #include "tests/fakes/fake_file_system.h"
 
 #include "src/base/path_text.h"

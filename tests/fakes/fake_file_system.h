@@ -1,4 +1,4 @@
-// A file system in memory, which records what was done to it.
+// An in-memory file system that records calls.
 #pragma once
 
 #include <map>
@@ -8,26 +8,26 @@
 
 #include "src/platform/file_system.h"
 
-/// Paths are compared as texts in which "\" is "/", lower-cased, without a separator at the end: "C:\Pics"
-/// and "c:/pics/" are one folder. Names come back as they were given.
+/// Paths compare equal ignoring case, the kind of separator and a trailing separator: "C:\Pics" and
+/// "c:/pics/" are the same folder. Names keep the spelling they were created with.
 class FakeFileSystem : public FileSystem
 {
 public:
-    /// The scene: folders (with all their parents) and files (with their folders).
+    /// Sets up folders (with all parents) and files (with their folders).
     void AddFolder(const std::string& sPath);
     void AddFile(const std::string& sPath, const std::string& sContent = "");
-    /// A folder that is a link to another one.
+    /// Adds a link to a folder.
     void AddLink(const std::string& sPath, const std::string& sRealFolder);
-    /// Nothing can be made, changed or deleted at or below this path.
+    /// Makes creating, changing and deleting fail at and below this path.
     void MakeReadOnly(const std::string& sPath);
-    bool bHas(const std::string& sPath) const;             ///< a file or a folder
-    std::string sContent(const std::string& sPath) const;  ///< "" for no such file
+    bool bHas(const std::string& sPath) const;             ///< true for a file or a folder
+    std::string sContent(const std::string& sPath) const;  ///< "" if the file doesn't exist
 
-    std::vector<std::string> aMadeFolders;   ///< CreateFolder calls that made one, in order
-    std::vector<std::string> aDeletedFiles;  ///< DeleteFile calls that deleted, in order
-    std::set<std::string> aUndeletable;      ///< paths as given, on which DeleteFile fails
-    mutable int lRefusedDeletes = 0;         ///< DeleteFile calls that failed
-    int lDeletesToRefuse = 0;                ///< so many DeleteFile calls fail from now on
+    std::vector<std::string> aMadeFolders;   ///< folders created by CreateFolder, in order
+    std::vector<std::string> aDeletedFiles;  ///< files deleted by DeleteFile, in order
+    std::set<std::string> aUndeletable;      ///< paths, as passed, that DeleteFile fails on
+    mutable int lRefusedDeletes = 0;         ///< number of DeleteFile calls that failed
+    int lDeletesToRefuse = 0;                ///< number of DeleteFile calls that will fail
     bool bFailCopies = false;
 
     std::optional<std::string> sHostPathOfExisting(const std::string& sPath) const override;
@@ -48,13 +48,13 @@ public:
 
 private:
     struct Entry {
-        std::string sName;  ///< last component as given
+        std::string sName;  ///< last component with its original spelling
         bool bFolder = false;
         std::string sContent;
-        std::string sLinkTo;  ///< key of the real folder
+        std::string sLinkTo;  ///< key of the link's target
     };
     static std::string sKey(const std::string& sPath);
-    /// The key with every link on the way resolved.
+    /// The key with all links resolved.
     std::string sResolved(const std::string& sPath) const;
     const Entry* pFind(const std::string& sPath) const;
     bool bReadOnly(const std::string& sPath) const;

@@ -1,4 +1,4 @@
-// Programs that end when the test says so.
+// Simulated programs that exit when the test says so.
 #pragma once
 
 #include <functional>
@@ -9,13 +9,13 @@
 class FakeProcessLauncher : public ProcessLauncher
 {
 public:
-    std::vector<ProcessStart> aStarts;  ///< every program asked for, in order
-    std::vector<std::int32_t> aWaits;   ///< the milliseconds of every look at a program, in order
+    std::vector<ProcessStart> aStarts;  ///< all programs launched, in order
+    std::vector<std::int32_t> aWaits;   ///< timeout in milliseconds of each poll, in order
     bool bCanStart = true;
-    int lLooksUntilEnd = 1;  ///< a program has ended at this look; 0: never
+    int lLooksUntilEnd = 1;  ///< a program exits at this poll; 0: never
     std::int32_t lExitCode = 0;
-    std::function<void()> OnLook;  ///< what happens meanwhile
-    int lCollections = 0;          ///< how often what has ended was cleared away
+    std::function<void()> OnLook;  ///< called during each poll
+    int lCollections = 0;          ///< number of CollectEnded calls
 
     std::unique_ptr<ChildProcess> pStart(const ProcessStart& objStart) override
     {

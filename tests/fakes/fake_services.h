@@ -1,4 +1,4 @@
-// The small services in memory: settings, time, locale, lock, folders.
+// In-memory versions of the small services: settings, clock, locale, mutex, program folders.
 #pragma once
 
 #include <map>
@@ -21,13 +21,13 @@ public:
     {
         m_aValues[{sLower(sSection), sLower(sKey)}] = sValue;
     }
-    /// The value as it is stored, or "(none)".
+    /// The stored value, or "(none)".
     std::string sStored(const std::string& sSection, const std::string& sKey) const
     {
         const auto itFound = m_aValues.find({sLower(sSection), sLower(sKey)});
         return itFound == m_aValues.end() ? "(none)" : itFound->second;
     }
-    std::vector<std::string> aWritten;  ///< "section/key=value" of each write, in order
+    std::vector<std::string> aWritten;  ///< all writes as "section/key=value", in order
     bool bFailWrites = false;
 
     std::string GetPrivateProfileString(const std::string& sSection, const std::string& sKey,
@@ -58,13 +58,13 @@ private:
     std::map<std::pair<std::string, std::string>, std::string> m_aValues;
 };
 
-/// Time stands still unless a test or a Sleep moves it.
+/// The time only changes when a test or Sleep advances it.
 class FakeClock : public Clock
 {
 public:
     std::int64_t lTick = 1'000'000;
     double dTime = 40000;                ///< 6 July 2009
-    std::int64_t lTicksPerQuestion = 0;  ///< so many milliseconds pass at each GetTickCount
+    std::int64_t lTicksPerQuestion = 0;  ///< milliseconds that pass at each GetTickCount
     mutable std::int64_t lPassed = 0;
     std::vector<std::int32_t> aSleeps;
 
@@ -93,7 +93,7 @@ public:
 class FakeNamedMutex : public NamedMutex
 {
 public:
-    std::vector<std::string> aCalls;  ///< "Acquire NAME" and "Release NAME", in order
+    std::vector<std::string> aCalls;  ///< all calls as "Acquire NAME" or "Release NAME", in order
     int lHeld = 0;
     void Acquire(const std::string& sName) override
     {

@@ -1,4 +1,4 @@
-// An image library in memory.
+// An in-memory image library.
 #include "tests/fakes/recording_image_file.h"
 
 #include "tests/fakes/fake_file_system.h"

@@ -1,4 +1,4 @@
-// An image library that keeps pictures in memory and records the calls.
+// An in-memory image library that records calls.
 #pragma once
 
 #include <set>
@@ -9,23 +9,23 @@
 
 class FakeFileSystem;
 
-/// A file's pages are numbers, the bytes of its content in the file system that was given, so that the logic
-/// finds, copies and deletes them; a loaded buffer is one pixel wide and holds its page's number as its only
-/// byte.
+/// Each page is one number, stored as a byte of a file in the given file system, so that the logic can find,
+/// copy and delete image files. A loaded buffer is one pixel wide; its only byte is the page number.
 class RecordingImageFile : public ImageFile
 {
 public:
     explicit RecordingImageFile(FakeFileSystem& objFiles) : m_objFiles(objFiles) {}
 
-    /// A file of these pages, known to the file system too.
+    /// Adds an image file with these pages to the file system.
     void AddImage(const std::string& sFile, const std::vector<std::uint8_t>& aPages = {1});
     std::vector<std::uint8_t> aPagesOf(const std::string& sFile) const;
 
-    std::vector<std::string> aCalls;  ///< "LoadFrame /a.tif 0", "SavePNG /a.png", "JPEGQuality 75", in order
-    std::set<std::string> aBroken;    ///< files that don't load
-    std::set<std::string> aUnwritable;  ///< targets that don't save
-    std::int32_t lBrokenPage = -1;      ///< this page, from 0, of any file doesn't load
-    ImageInfoTexts objTexts;            ///< as last set
+    std::vector<std::string>
+        aCalls;  ///< all calls, such as "LoadFrame /a.tif 0", "SavePNG /a.png" or "JPEGQuality 75", in order
+    std::set<std::string> aBroken;      ///< files that fail to load
+    std::set<std::string> aUnwritable;  ///< targets that fail to save
+    std::int32_t lBrokenPage = -1;      ///< page, from 0, that fails to load in any file
+    ImageInfoTexts objTexts;            ///< last value passed to SetInfo
 
     bool LoadImage(const std::string& sFile, ImageBuffer& aImage) override;
     bool LoadFrame(const std::string& sFile, std::int32_t lFrameIndex, ImageBuffer& aImage) override;

@@ -1,4 +1,4 @@
-// Operations on a picture that change nothing and record the calls.
+// Image operations that change nothing and record calls.
 #pragma once
 
 #include <functional>
@@ -11,9 +11,10 @@
 class RecordingImageTransform : public ImageTransform
 {
 public:
-    std::vector<std::string> aCalls;   ///< "SetImage 200x100", "Resize 100 50 0 0", "GetImageBytes", in order
-    bool bFail = false;                ///< every operation is False
-    std::function<void()> OnSetImage;  ///< what happens as a picture comes
+    std::vector<std::string>
+        aCalls;          ///< all calls, such as "SetImage 200x100" or "Resize 100 50 0 0", in order
+    bool bFail = false;  ///< makes every operation return False
+    std::function<void()> OnSetImage;  ///< called in SetImage
 
     void SetImage(ImageBuffer& aImage) override
     {

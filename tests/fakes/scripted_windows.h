@@ -1,4 +1,4 @@
-// Window services that answer from a script and keep what was shown.
+// Window services that answer from a script and record what was shown.
 #pragma once
 
 #include <deque>
@@ -18,16 +18,16 @@ public:
         BoxButtons eButtons;
     };
 
-    std::vector<Box> aBoxes;         ///< every box shown, in order
-    std::deque<BoxAnswer> aAnswers;  ///< answers to give, first in front; Ok or Yes when there is none left
-    std::vector<std::string> aPickers;    ///< "title|filter" of every picker
-    std::deque<std::string> aPicks;       ///< paths to pick; "" when there is none left
-    std::vector<Form*> aModalForms;       ///< every form shown modally
-    std::vector<std::string> aHelpCalls;  ///< "file#topic"
+    std::vector<Box> aBoxes;              ///< all message boxes shown, in order
+    std::deque<BoxAnswer> aAnswers;       ///< answers to give, in order; then Ok or Yes
+    std::vector<std::string> aPickers;    ///< all file dialogs as "title|filter"
+    std::deque<std::string> aPicks;       ///< paths to return, in order; then ""
+    std::vector<Form*> aModalForms;       ///< all forms shown modally
+    std::vector<std::string> aHelpCalls;  ///< all help calls as "file#topic"
     int lDoEvents = 0;
-    std::function<void()> OnDoEvents;        ///< what the user does while events are let through
-    std::function<void(Form&)> OnShowModal;  ///< what the user does with a modal form
-    std::function<void()> OnBox;             ///< runs while a box is shown
+    std::function<void()> OnDoEvents;        ///< simulates the user while events are processed
+    std::function<void(Form&)> OnShowModal;  ///< simulates the user in a modal form
+    std::function<void()> OnBox;             ///< called while a message box is shown
     bool bDisplay = false;
 
     BoxAnswer MsgBox(const std::string& sText, const std::string& sTitle, BoxIcon eIcon,

@@ -1,4 +1,4 @@
-// An Application with every service in memory, made in one line by a test.
+// An Application with in-memory services, created in one line.
 #pragma once
 
 #include "src/forms/Application.h"
@@ -9,7 +9,7 @@
 #include "tests/fakes/recording_image_transform.h"
 #include "tests/fakes/scripted_windows.h"
 
-/// The services come first, since the Application borrows them.
+/// A separate base class, so that the services are constructed before the Application that refers to them.
 struct TestServices {
     FakeFileSystem objFiles;
     FakeIniFile objIni;
