@@ -1,4 +1,4 @@
-// What may be done in which state.
+// Which commands are enabled in which state.
 #include "src/commands/modMenuToolbar.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 namespace
 {
 
-// A table of so many tasks with its header and its marker row.
+// Fills the table with lTasks tasks between header and marker row.
 void FillTable(TestApplication& app, std::int32_t lTasks)
 {
     Grid& fgToDo = app.frmMain.fgToDo;
@@ -20,7 +20,7 @@ void FillTable(TestApplication& app, std::int32_t lTasks)
 
 }  // namespace
 
-TEST(UpdateMenuToolbar, OffersOnlyAddingInANewJob)
+TEST(UpdateMenuToolbar, EnablesOnlyNewOpenAndAddForAnEmptyJob)
 {
     TestApplication app;
     FillTable(app, 0);
@@ -40,7 +40,7 @@ TEST(UpdateMenuToolbar, OffersOnlyAddingInANewJob)
     EXPECT_FALSE(app.frmMain.KeySaveLogAsConversionJob.Enabled());
 }
 
-TEST(UpdateMenuToolbar, OffersRemovingForATaskAndNotForTheMarkerRow)
+TEST(UpdateMenuToolbar, EnablesRemoveForTasksButNotTheMarker)
 {
     TestApplication app;
     FillTable(app, 2);
@@ -53,7 +53,7 @@ TEST(UpdateMenuToolbar, OffersRemovingForATaskAndNotForTheMarkerRow)
     EXPECT_FALSE(app.frmMain.keyRemove.Enabled());
 }
 
-TEST(UpdateMenuToolbar, OffersUpdatingOnlyForAChangedTask)
+TEST(UpdateMenuToolbar, EnablesUpdateOnlyForAnEditedTask)
 {
     TestApplication app;
     FillTable(app, 1);
@@ -66,7 +66,7 @@ TEST(UpdateMenuToolbar, OffersUpdatingOnlyForAChangedTask)
     EXPECT_TRUE(app.frmMain.keyUpdate.Enabled());
 }
 
-TEST(UpdateMenuToolbar, DisablesTheEditingCommandsOnTheLogTab)
+TEST(UpdateMenuToolbar, DisablesEditingCommandsOnTheLogTab)
 {
     TestApplication app;
     FillTable(app, 1);
@@ -82,7 +82,7 @@ TEST(UpdateMenuToolbar, DisablesTheEditingCommandsOnTheLogTab)
     EXPECT_TRUE(app.frmMain.keyConvert.Enabled());
 }
 
-TEST(UpdateMenuToolbar, OffersOnlyPauseDuringARun)
+TEST(UpdateMenuToolbar, EnablesOnlyPauseDuringARun)
 {
     TestApplication app;
     FillTable(app, 1);
@@ -99,7 +99,7 @@ TEST(UpdateMenuToolbar, OffersOnlyPauseDuringARun)
         EXPECT_FALSE(pKey->Enabled()) << pKey->sName();
 }
 
-TEST(UpdateMenuToolbar, OffersRewindOnceATaskIsMarkedOrAPositionIsHeld)
+TEST(UpdateMenuToolbar, EnablesRewindOnceARunHasLeftTraces)
 {
     TestApplication app;
     FillTable(app, 1);
@@ -116,7 +116,7 @@ TEST(UpdateMenuToolbar, OffersRewindOnceATaskIsMarkedOrAPositionIsHeld)
     EXPECT_TRUE(app.frmMain.keyRewind.Enabled());
 }
 
-TEST(UpdateMenuToolbar, OffersConvertWhilePausedPartWay)
+TEST(UpdateMenuToolbar, EnablesConvertWhilePausedWithinATask)
 {
     TestApplication app;
     FillTable(app, 0);
@@ -127,7 +127,7 @@ TEST(UpdateMenuToolbar, OffersConvertWhilePausedPartWay)
     EXPECT_TRUE(app.frmMain.keyConvert.Enabled());
 }
 
-TEST(UpdateMenuToolbar, OffersSavingTheLogOnceItHasAnEntry)
+TEST(UpdateMenuToolbar, EnablesSavingTheLogOnceItHasEntries)
 {
     TestApplication app;
     FillTable(app, 1);
@@ -139,7 +139,7 @@ TEST(UpdateMenuToolbar, OffersSavingTheLogOnceItHasAnEntry)
     EXPECT_TRUE(app.frmMainMDI.mnuSaveLogAsConversionJob.Enabled());
 }
 
-TEST(UpdateMenuToolbar, GivesMenusAndButtonsTheStateOfTheToolbar)
+TEST(UpdateMenuToolbar, MirrorsTheToolbarToMenusAndButtons)
 {
     TestApplication app;
     FillTable(app, 1);
