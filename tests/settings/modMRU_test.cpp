@@ -1,4 +1,4 @@
-// The recently used lists.
+// Most recently used lists.
 #include "src/settings/modMRU.h"
 
 #include "tests/fakes/test_application.h"
@@ -22,7 +22,7 @@ static Texts EntriesOf(const ComboBox& cb)
     return aEntries;
 }
 
-TEST(AddUniqueItemToCollection, MovesARepeatedTextToTheNewestPlaceInItsNewForm)
+TEST(AddUniqueItemToCollection, MakesARepeatedTextTheNewestInItsNewForm)
 {
     TestApplication app;
     clsMRU mru = SetUpList(app);
@@ -42,7 +42,7 @@ TEST(AddUniqueItemToCollection, IgnoresAnEmptyText)
     EXPECT_EQ(Count(mru), 0);
 }
 
-TEST(AddUniqueItemToCollection, GrowsBeyondTheLimitWhileTheProgramRuns)
+TEST(AddUniqueItemToCollection, MayExceedTheLimitInMemory)
 {
     TestApplication app;
     clsMRU mru = SetUpList(app);
@@ -52,7 +52,7 @@ TEST(AddUniqueItemToCollection, GrowsBeyondTheLimitWhileTheProgramRuns)
     EXPECT_EQ(Count(mru), 25);
 }
 
-TEST(ShutDown, KeepsTheNewestTwentyForTheNextStart)
+TEST(ShutDown, SavesTheNewestTwentyEntries)
 {
     TestApplication app;
     clsMRU mru = SetUpList(app);
@@ -72,7 +72,7 @@ TEST(ShutDown, KeepsTheNewestTwentyForTheNextStart)
     EXPECT_EQ(aEntries.back(), "text 6");
 }
 
-TEST(WriteCollectionToIniFile, LeavesTheLowerKeysOfALongerListThatWasSavedBefore)
+TEST(WriteCollectionToIniFile, KeepsLowerKeysOfAnEarlierLongerList)
 {
     TestApplication app;
     app.objIni.Set("mruSource", "mruSource18", "old");
@@ -87,7 +87,7 @@ TEST(WriteCollectionToIniFile, LeavesTheLowerKeysOfALongerListThatWasSavedBefore
     EXPECT_EQ(SetUpList(app).colMRU, (Texts{"old", "a", "b"}));
 }
 
-TEST(WriteCollectionToIniFile, HasItsOwnLimitWhateverSetupWasGiven)
+TEST(WriteCollectionToIniFile, IgnoresTheLimitPassedToSetup)
 {
     TestApplication app;
     clsMRU mru;
@@ -101,7 +101,7 @@ TEST(WriteCollectionToIniFile, HasItsOwnLimitWhateverSetupWasGiven)
     EXPECT_EQ(app.objIni.sStored("mruSource", "mruSource11"), "1");
 }
 
-TEST(ReadIniFileIntoCollection, SkipsMissingNumbersAndTheTextThatMarksThem)
+TEST(ReadIniFileIntoCollection, SkipsMissingNumbersAndThePlaceholder)
 {
     TestApplication app;
     app.objIni.Set("mruSource", "mruSource3", "three");
@@ -119,7 +119,7 @@ TEST(ReadIniFileIntoCollection, SkipsMissingNumbersAndTheTextThatMarksThem)
     EXPECT_EQ(mru.sIniFile, kIniFile);
 }
 
-TEST(FillComboBoxFromMRU, ShowsTheNewestFirstWithTheHandlersQuiet)
+TEST(FillComboBoxFromMRU, ListsTheNewestFirstAndSuppressesHandlers)
 {
     TestApplication app;
     clsMRU mru;
@@ -138,7 +138,7 @@ TEST(FillComboBoxFromMRU, ShowsTheNewestFirstWithTheHandlersQuiet)
     EXPECT_FALSE(app.bInternalGridChange);
 }
 
-TEST(FillComboBoxFromMRU, LeavesAnEmptyTextForAnEmptyListAndKeepsTheFlag)
+TEST(FillComboBoxFromMRU, ClearsTheTextForAnEmptyListAndRestoresTheFlag)
 {
     TestApplication app;
     app.bInternalGridChange = true;
@@ -157,7 +157,7 @@ static void EnterTexts(frmMain& frm)
         pBox->SetText("text of " + pBox->sName());
 }
 
-TEST(UpdateMRUs, TakesTheFieldsOfAConversion)
+TEST(UpdateMRUs, AddsTheFieldsOfAConversion)
 {
     TestApplication app;
     EnterTexts(app.frmMain);
@@ -173,7 +173,7 @@ TEST(UpdateMRUs, TakesTheFieldsOfAConversion)
     EXPECT_EQ(Count(app.frmMain.mruCommandLine), 0);
 }
 
-TEST(UpdateMRUs, TakesTheFieldsOfASpecialProcessAndALaunch)
+TEST(UpdateMRUs, AddsTheFieldsOfSpecialProcessAndLaunch)
 {
     TestApplication app;
     EnterTexts(app.frmMain);
@@ -188,7 +188,7 @@ TEST(UpdateMRUs, TakesTheFieldsOfASpecialProcessAndALaunch)
     EXPECT_EQ(Count(app.frmMain.mruSource), 0);
 }
 
-TEST(UpdateMRUs, ComparesTheActionAsAWhole)
+TEST(UpdateMRUs, RequiresTheExactAction)
 {
     TestApplication app;
     EnterTexts(app.frmMain);

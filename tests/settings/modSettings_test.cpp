@@ -1,4 +1,4 @@
-// The settings of the main form and of its frame.
+// Settings of the main form and of the frame window.
 #include "src/settings/modSettings.h"
 
 #include <functional>
@@ -11,7 +11,7 @@
 static const std::string kPrefix =
     "1^0^FALSE^75^'Varnel'^A batch picture tool^1/1/2007^Orbelan, Inc.^Orbelan 2006^^^";
 
-// An application whose lists are filled as they are before the settings are read.
+// An application whose lists are filled, as they must be before the settings are loaded.
 struct LoadingApplication : TestApplication {
     LoadingApplication()
     {
@@ -48,7 +48,7 @@ static std::int32_t lErrorOf(const std::function<void()>& fnWork)
     return 0;
 }
 
-TEST(ReadIniFile, GivesTheDefaultsOfAFirstStart)
+TEST(ReadIniFile, SetsDefaultsWithoutASettingsFile)
 {
     LoadingApplication app;
     app.Read();
@@ -83,7 +83,7 @@ TEST(ReadIniFile, GivesTheDefaultsOfAFirstStart)
     EXPECT_TRUE(app.objIni.aWritten.empty());
 }
 
-TEST(ReadIniFile, GivesTheColumnsTheirFirstWidths)
+TEST(ReadIniFile, SetsTheDefaultColumnWidths)
 {
     LoadingApplication app;
     app.Read();
@@ -94,7 +94,7 @@ TEST(ReadIniFile, GivesTheColumnsTheirFirstWidths)
               (std::vector<std::int32_t>{0, 0, 445, 336, 3950, 0, 500, 3875, 0, 495, 495}));
 }
 
-TEST(ReadIniFile, MakesTheActionColumnsWiderInADoubleByteLocale)
+TEST(ReadIniFile, WidensActionColumnsInDoubleByteLocales)
 {
     LoadingApplication app;
     app.bDoubleByteLocale = true;
@@ -106,7 +106,7 @@ TEST(ReadIniFile, MakesTheActionColumnsWiderInADoubleByteLocale)
     EXPECT_EQ(app.frmMain.fgLog.ColWidth(11), 5000);
 }
 
-TEST(ReadIniFile, GivesEachProcessItsFirstDetails)
+TEST(ReadIniFile, SetsTheDefaultDetailsOfEachProcess)
 {
     LoadingApplication app;
     app.Read();
@@ -124,7 +124,7 @@ TEST(ReadIniFile, GivesEachProcessItsFirstDetails)
         EXPECT_EQ(asDetails[static_cast<std::size_t>(n)], "") << n;
 }
 
-TEST(ReadIniFile, TakesWhatTheFileHolds)
+TEST(ReadIniFile, LoadsEveryKeyOfTheFile)
 {
     LoadingApplication app;
     app.SetMain("bAutoLoadImages", "false");
@@ -162,7 +162,7 @@ TEST(ReadIniFile, TakesWhatTheFileHolds)
     EXPECT_EQ(frm.lConversionMethod, 1);
 }
 
-TEST(ReadIniFile, TakesTheMethodFromTheAction)
+TEST(ReadIniFile, DerivesTheMethodFromTheAction)
 {
     for (const auto& [sAction, lMethod] : {std::pair{"S", 4}, {"C", 1}, {"SC", 1}, {"", 4}}) {
         LoadingApplication app;
@@ -173,7 +173,7 @@ TEST(ReadIniFile, TakesTheMethodFromTheAction)
     }
 }
 
-TEST(ReadIniFile, CutsAValueAtItsFirstNulAndItsLimit)
+TEST(ReadIniFile, TruncatesValuesAtTheFirstNulOrTheLimit)
 {
     LoadingApplication app;
     app.SetMain("sLogFile", std::string(" /report.txt \0rest", 18));
@@ -184,7 +184,7 @@ TEST(ReadIniFile, CutsAValueAtItsFirstNulAndItsLimit)
     EXPECT_EQ(app.frmMain.asSP_Details[5].size(), 499u);
 }
 
-TEST(ReadIniFile, FillsTheListsOfRecentTexts)
+TEST(ReadIniFile, LoadsTheMostRecentlyUsedLists)
 {
     LoadingApplication app;
     for (const char* sStem : {"mruSource", "mruTarget", "mruSourceSpecialized", "mruTargetSpecialized",
@@ -202,7 +202,7 @@ TEST(ReadIniFile, FillsTheListsOfRecentTexts)
     EXPECT_EQ(frm.mruTarget.lMaxCount, 20);
 }
 
-TEST(ReadIniFile, FollowsItsOrder)
+TEST(ReadIniFile, LoadsKeysInAFixedOrder)
 {
     LoadingApplication app;
     app.objIni.Set("mruTarget", "mruTarget20", "target");
@@ -230,7 +230,7 @@ TEST(ReadIniFile, FollowsItsOrder)
                                         "cbFileTypeOriginalSpecialized quietly", "cbTargetFile quietly"}));
 }
 
-TEST(ReadIniFile, RaisesForANumberThatIsNone)
+TEST(ReadIniFile, RaisesTypeMismatchForMalformedNumbers)
 {
     for (const char* sKey : {"fgToDo.ColWidth(4)", "cbFileTypeTarget.ListIndex", "cbDoSubfolders",
                              "bDontShowFileMismatchAgain", "cbSpecialProcesses.ListIndex"}) {
@@ -244,7 +244,7 @@ TEST(ReadIniFile, RaisesForANumberThatIsNone)
     EXPECT_EQ(lErrorOf([&] { app.Read(); }), kErrTypeMismatch);
 }
 
-TEST(ReadIniFile, RaisesForAnIndexThatAListDoesNotHave)
+TEST(ReadIniFile, RaisesAnErrorForAnIndexOutOfRange)
 {
     for (const char* sKey : {"cbSpecialProcesses.ListIndex", "cbFileTypeOriginal.ListIndex"}) {
         for (const char* sValue : {"15", "-2"}) {
@@ -256,7 +256,7 @@ TEST(ReadIniFile, RaisesForAnIndexThatAListDoesNotHave)
     }
 }
 
-TEST(ReadIniFile, TakesNoneForAnIndexOfMinusOne)
+TEST(ReadIniFile, SelectsNothingForIndexMinusOne)
 {
     LoadingApplication app;
     app.SetMain("cbFileTypeTarget.ListIndex", "-1");
@@ -265,7 +265,7 @@ TEST(ReadIniFile, TakesNoneForAnIndexOfMinusOne)
     EXPECT_EQ(app.frmMain.cbFileTypeTarget.ListIndex(), -1);
 }
 
-TEST(ReadIniFile, AppliesAWindowStateOnlyIfItIsNotNormal)
+TEST(ReadIniFile, AppliesOnlyWindowStatesOtherThanNormal)
 {
     LoadingApplication app;
     app.SetMain("WindowState", "2");
@@ -281,7 +281,7 @@ TEST(ReadIniFile, AppliesAWindowStateOnlyIfItIsNotNormal)
     EXPECT_EQ(app.frmMain.objPlace.lWindowState, kWindowMaximized);
 }
 
-TEST(SaveIniFile, WritesEverythingThatIsReadInItsOrder)
+TEST(SaveIniFile, WritesAllKeysInAFixedOrder)
 {
     LoadingApplication app;
     app.Read();
@@ -324,7 +324,7 @@ TEST(SaveIniFile, WritesEverythingThatIsReadInItsOrder)
     EXPECT_EQ(app.objIni.aWritten.size(), aKeys.size() + 11 + 12 + 38);
 }
 
-TEST(SaveIniFile, SpellsTruthValuesByKey)
+TEST(SaveIniFile, SpellsBooleansDependingOnTheKey)
 {
     LoadingApplication app;
     app.Read();
@@ -339,7 +339,7 @@ TEST(SaveIniFile, SpellsTruthValuesByKey)
     EXPECT_EQ(app.objIni.sStored("frmTypeMatchNotification", "bDontShowFileMismatchAgain"), "True");
 }
 
-TEST(SaveIniFile, WritesTheMismatchNoticeWhereItIsNotReadFrom)
+TEST(SaveIniFile, SavesTheMismatchNoticeToAnUnreadSection)
 {
     LoadingApplication app;
     app.Read();
@@ -351,7 +351,7 @@ TEST(SaveIniFile, WritesTheMismatchNoticeWhereItIsNotReadFrom)
     EXPECT_EQ(app.objIni.sStored("frmMain", "bDontShowFileMismatchAgain"), "(none)");
 }
 
-TEST(SaveIniFile, KeepsTheLastNormalPlace)
+TEST(SaveIniFile, KeepsTheLastNormalPosition)
 {
     LoadingApplication app;
     app.Read();
@@ -376,7 +376,7 @@ TEST(SaveIniFile, WritesTheWaitTimeAsANumber)
     }
 }
 
-TEST(SaveIniFile, BringsEverythingBackAtTheNextStart)
+TEST(SaveIniFile, RoundTripsAllSettings)
 {
     LoadingApplication app;
     app.Read();
@@ -412,7 +412,7 @@ TEST(SaveIniFile, BringsEverythingBackAtTheNextStart)
     EXPECT_EQ(frmNext.cbOriginalFile.Text(), "C:\\a\\*.bmp");
 }
 
-TEST(SaveIniFile, SaysNothingAboutAFileThatCannotBeWritten)
+TEST(SaveIniFile, IgnoresAnUnwritableFileSilently)
 {
     LoadingApplication app;
     app.Read();
