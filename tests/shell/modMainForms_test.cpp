@@ -5,7 +5,7 @@
 
 #include "tests/fakes/test_application.h"
 
-TEST(LoadMainForms, StartsWithTheDefaultsWithoutASettingsFile)
+TEST(LoadMainForms, UsesDefaultsWithoutASettingsFile)
 {
     TestApplication app;
 
@@ -22,7 +22,7 @@ TEST(LoadMainForms, StartsWithTheDefaultsWithoutASettingsFile)
     EXPECT_FALSE(app.frmMain.keyConvert.Enabled());
 }
 
-TEST(LoadMainForms, ReadsTheReportFileOfTheSettings)
+TEST(LoadMainForms, LoadsTheReportFileFromTheSettings)
 {
     TestApplication app;
     app.objIni.Set("frmMain", "sLogFile", "/out/report.txt");
@@ -34,7 +34,7 @@ TEST(LoadMainForms, ReadsTheReportFileOfTheSettings)
     EXPECT_TRUE(app.frmMain.bDeleteOriginalFileAfterProcessing);
 }
 
-TEST(LoadMainForms, DoesNothingTheSecondTime)
+TEST(LoadMainForms, DoesNothingWhenCalledAgain)
 {
     TestApplication app;
     LoadMainForms(app);
