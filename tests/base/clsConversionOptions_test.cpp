@@ -1,7 +1,7 @@
-// The run request as it is when new.
+// Default values of the run request.
 #include "src/base/clsConversionOptions.h"
 
-TEST(ConversionOptions, AreAConversionWithoutTypesOrDetailsWhenNew)
+TEST(ConversionOptions, DefaultToConversionWithoutTypesOrDetails)
 {
     const clsConversionOptions objOptions;
 

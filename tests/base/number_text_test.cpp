@@ -1,4 +1,4 @@
-// Numbers and truth values as texts.
+// Parsing and formatting of numbers and Booleans.
 #include "src/base/number_text.h"
 
 #include <climits>
@@ -7,13 +7,13 @@
 
 #include "src/base/raised_error.h"
 
-TEST(IsNumeric, TakesDecimalNumbersWithBlanksAround)
+TEST(IsNumeric, AcceptsDecimalNumbersWithSurroundingSpaces)
 {
     for (const char* sText : {"0", "-1", "+7", " 12 ", "1.5", ".5", "5.", "1e3", "-2.5E-2", "1,000", "007"})
         EXPECT_TRUE(bIsNumeric(sText)) << sText;
 }
 
-TEST(IsNumeric, RefusesEveryOtherText)
+TEST(IsNumeric, RejectsAnythingElse)
 {
     for (const char* sText :
          {"",      " ",    "-",   "+",   ".",     ",",      "a",       "1a",        "5-",
@@ -22,7 +22,7 @@ TEST(IsNumeric, RefusesEveryOtherText)
         EXPECT_FALSE(bIsNumeric(sText)) << sText;
 }
 
-TEST(IsNumeric, GoesByTheDecimalSignOfTheLocale)
+TEST(IsNumeric, UsesTheDecimalSignOfTheLocale)
 {
     EXPECT_TRUE(bIsNumeric("1,5", ','));
     EXPECT_TRUE(bIsNumeric("1.234,5", ','));
@@ -30,7 +30,7 @@ TEST(IsNumeric, GoesByTheDecimalSignOfTheLocale)
     EXPECT_FALSE(bIsNumeric("1,2,3", ','));
 }
 
-TEST(ToDouble, ReadsTheDecimalSignOfTheLocaleAndALonePointInEveryOne)
+TEST(ToDouble, AcceptsLocaleDecimalSignAndASinglePoint)
 {
     EXPECT_EQ(dToDouble("1.5"), 1.5);
     EXPECT_EQ(dToDouble("1,500"), 1500);
@@ -41,7 +41,7 @@ TEST(ToDouble, ReadsTheDecimalSignOfTheLocaleAndALonePointInEveryOne)
     EXPECT_EQ(dToDouble("1e-400"), 0);
 }
 
-TEST(ToDouble, SaysWhatIsWrong)
+TEST(ToDouble, RaisesTypeMismatchOrOverflow)
 {
     try {
         dToDouble("5-");
@@ -69,7 +69,7 @@ TEST(ToLong, RoundsHalvesToEven)
     EXPECT_EQ(lToLong("2.51"), 3);
 }
 
-TEST(ToLong, RaisesBeyondThirtyTwoBits)
+TEST(ToLong, RaisesOverflowBeyondThirtyTwoBits)
 {
     EXPECT_EQ(lToLong("2147483647"), INT_MAX);
     EXPECT_EQ(lToLong("-2147483648"), INT_MIN);
@@ -81,7 +81,7 @@ TEST(ToLong, RaisesBeyondThirtyTwoBits)
     EXPECT_THROW(lToLong(""), clsRaisedError);
 }
 
-TEST(ToLong, GivesBackEveryNumberThatWasWritten)
+TEST(ToLong, RoundTripsAnyNumber)
 {
     std::mt19937 objRandom(7);
     for (int i = 0; i < 2000; ++i) {
@@ -91,7 +91,7 @@ TEST(ToLong, GivesBackEveryNumberThatWasWritten)
     }
 }
 
-TEST(ToBoolean, KnowsTheWordsAndTheNumbers)
+TEST(ToBoolean, AcceptsTrueFalseAndNumbers)
 {
     for (const char* sText : {"TRUE", "true", " True ", "1", "-1", "0.5"})
         EXPECT_TRUE(bToBoolean(sText)) << sText;
@@ -101,7 +101,7 @@ TEST(ToBoolean, KnowsTheWordsAndTheNumbers)
         EXPECT_THROW(bToBoolean(sText), clsRaisedError) << sText;
 }
 
-TEST(LeadingNumber, StopsAtTheFirstLetterThatIsNoDigit)
+TEST(LeadingNumber, StopsAtTheFirstNonDigit)
 {
     EXPECT_EQ(lLeadingNumber("12abc"), 12);
     EXPECT_EQ(lLeadingNumber("  -12.9"), -12);
@@ -110,7 +110,7 @@ TEST(LeadingNumber, StopsAtTheFirstLetterThatIsNoDigit)
     EXPECT_EQ(lLeadingNumber("-"), 0);
 }
 
-TEST(LeadingNumber, StaysAtTheLimits)
+TEST(LeadingNumber, ClampsToThirtyTwoBits)
 {
     EXPECT_EQ(lLeadingNumber("2147483648"), INT_MAX);
     EXPECT_EQ(lLeadingNumber("-2147483648"), INT_MIN);
@@ -118,7 +118,7 @@ TEST(LeadingNumber, StaysAtTheLimits)
     EXPECT_EQ(lLeadingNumber("99999999999999999999999999"), INT_MAX);
 }
 
-TEST(FormatOneDecimal, HasOneDecimalAndADigitBeforeIt)
+TEST(FormatOneDecimal, AlwaysWritesOneDecimalAndALeadingDigit)
 {
     EXPECT_EQ(sFormatOneDecimal(0), "0.0");
     EXPECT_EQ(sFormatOneDecimal(0.04), "0.0");
@@ -130,7 +130,7 @@ TEST(FormatOneDecimal, HasOneDecimalAndADigitBeforeIt)
     EXPECT_EQ(sFormatOneDecimal(12.5, ','), "12,5");
 }
 
-TEST(FormatOneDecimal, SurvivesEveryNumber)
+TEST(FormatOneDecimal, HandlesExtremeNumbers)
 {
     EXPECT_TRUE(sFormatOneDecimal(1e307).ends_with(".0"));
     EXPECT_GT(sFormatOneDecimal(1e307).size(), 300u);
@@ -138,7 +138,7 @@ TEST(FormatOneDecimal, SurvivesEveryNumber)
         EXPECT_FALSE(sFormatOneDecimal(dOdd).empty());
 }
 
-TEST(FromDouble, IsAsShortAsReadsBackTheSame)
+TEST(FromDouble, GivesTheShortestTextThatRoundTrips)
 {
     EXPECT_EQ(sFromDouble(0.75), "0.75");
     EXPECT_EQ(sFromDouble(45), "45");
@@ -153,7 +153,7 @@ TEST(FromDouble, UsesTheDecimalSignOfTheLocale)
     EXPECT_EQ(sFromDouble(0.75, ','), "0,75");
 }
 
-TEST(FromDouble, WritesAnExponentForTheVeryLargeAndTheVerySmall)
+TEST(FromDouble, UsesExponentsOnlyForExtremeValues)
 {
     EXPECT_EQ(dToDouble(sFromDouble(1.7e308)), 1.7e308);
     EXPECT_EQ(dToDouble(sFromDouble(-4.9e-324)), -4.9e-324);

@@ -1,11 +1,11 @@
-// Paths as texts, in both styles.
+// Path strings in both styles.
 #include "src/base/path_text.h"
 
 #include <rapidcheck.h>
 
 #include <array>
 
-TEST(SeparatorOf, IsTheLastThatThePathHolds)
+TEST(SeparatorOf, ReturnsTheLastSeparatorOfThePath)
 {
     EXPECT_EQ(cSeparatorOf("C:\\a\\b"), '\\');
     EXPECT_EQ(cSeparatorOf("/a/b"), '/');
@@ -14,7 +14,7 @@ TEST(SeparatorOf, IsTheLastThatThePathHolds)
     EXPECT_EQ(cSeparatorOf(""), '/');
 }
 
-TEST(FolderOfPath, EndsWithTheLastSeparator)
+TEST(FolderOfPath, IncludesTheLastSeparator)
 {
     EXPECT_EQ(sFolderOfPath("C:\\a\\b.jpg"), "C:\\a\\");
     EXPECT_EQ(sFolderOfPath("/a/b.jpg"), "/a/");
@@ -22,7 +22,7 @@ TEST(FolderOfPath, EndsWithTheLastSeparator)
     EXPECT_EQ(sFolderOfPath("b.jpg"), "");
 }
 
-TEST(ExtensionOfPath, IsWhatFollowsTheLastPointOfTheWholeText)
+TEST(ExtensionOfPath, ReturnsTextAfterTheLastPointAnywhere)
 {
     EXPECT_EQ(sExtensionOfPath("C:\\a.b\\c.JPG "), "JPG");
     EXPECT_EQ(sExtensionOfPath("/my.pics/readme"), "pics/readme");
@@ -30,7 +30,7 @@ TEST(ExtensionOfPath, IsWhatFollowsTheLastPointOfTheWholeText)
     EXPECT_EQ(sExtensionOfPath("a"), "");
 }
 
-TEST(GetParentFolderName, IsTheFolderWithoutItsSeparatorExceptForARoot)
+TEST(GetParentFolderName, DropsTheSeparatorUnlessItIsARoot)
 {
     const std::vector<std::array<const char*, 2>> aCases{{"C:\\a\\b.jpg", "C:\\a"},
                                                          {"C:\\a.jpg", "C:\\"},
@@ -55,7 +55,7 @@ TEST(GetParentFolderName, IsTheFolderWithoutItsSeparatorExceptForARoot)
         EXPECT_EQ(sGetParentFolderName(sPath), sParent) << sPath;
 }
 
-TEST(GetParentFolderName, ComesToAnEndFromEveryPath)
+TEST(GetParentFolderName, ShortensAnyPathUntilItIsEmpty)
 {
     const auto objPaths = rc::gen::container<std::string>(rc::gen::elementOf(std::string("\\/:.aC")));
     EXPECT_TRUE(rc::check([&] {
@@ -67,7 +67,7 @@ TEST(GetParentFolderName, ComesToAnEndFromEveryPath)
     }));
 }
 
-TEST(GetBaseName, LosesTheLastExtensionOfTheLastComponent)
+TEST(GetBaseName, DropsOnlyTheLastExtension)
 {
     EXPECT_EQ(sGetBaseName("C:\\a.b\\c.d.jpg"), "c.d");
     EXPECT_EQ(sGetExtensionName("C:\\a.b\\c.d.jpg"), "jpg");
@@ -82,7 +82,7 @@ TEST(GetBaseName, LosesTheLastExtensionOfTheLastComponent)
     EXPECT_EQ(sGetBaseName(""), "");
 }
 
-TEST(WithSeparator, EndsInOneSeparatorOfThePathsOwnStyle)
+TEST(WithSeparator, AddsOneSeparatorInThePathsStyle)
 {
     EXPECT_EQ(sWithSeparator("C:\\a"), "C:\\a\\");
     EXPECT_EQ(sWithSeparator("/a/b"), "/a/b/");
@@ -96,7 +96,7 @@ TEST(WithSeparator, EndsInOneSeparatorOfThePathsOwnStyle)
     EXPECT_EQ(sWithSeparator("name"), "name/");
 }
 
-TEST(WithoutTrailingSeparators, KeepsARoot)
+TEST(WithoutTrailingSeparators, KeepsTheSeparatorOfARoot)
 {
     EXPECT_EQ(sWithoutTrailingSeparators("C:\\a\\\\"), "C:\\a");
     EXPECT_EQ(sWithoutTrailingSeparators("/a/"), "/a");
@@ -105,7 +105,7 @@ TEST(WithoutTrailingSeparators, KeepsARoot)
     EXPECT_EQ(sWithoutTrailingSeparators(""), "");
 }
 
-TEST(EndsInSeparator, TakesBothStyles)
+TEST(EndsInSeparator, AcceptsBothSeparators)
 {
     EXPECT_TRUE(bEndsInSeparator("a\\"));
     EXPECT_TRUE(bEndsInSeparator("a/"));
@@ -113,7 +113,7 @@ TEST(EndsInSeparator, TakesBothStyles)
     EXPECT_FALSE(bEndsInSeparator(""));
 }
 
-TEST(PathParts, MakeUpThePathAgain)
+TEST(PathParts, JoinBackIntoThePath)
 {
     const auto objNames =
         rc::gen::nonEmpty(rc::gen::container<std::string>(rc::gen::elementOf(std::string("ab c.é"))));

@@ -1,11 +1,11 @@
-// Texts in other encodings, and whether bytes are UTF-8 at all.
+// UTF-8 validation and conversion to and from other encodings.
 #include "src/base/text_encoding.h"
 
 #include <rapidcheck/gtest.h>
 
 using namespace std::string_literals;
 
-TEST(IsUtf8, TakesCharactersOfEveryLength)
+TEST(IsUtf8, AcceptsCharactersOfEveryLength)
 {
     EXPECT_TRUE(bIsUtf8(""));
     EXPECT_TRUE(bIsUtf8("plain text, longer than eight bytes"));
@@ -14,7 +14,7 @@ TEST(IsUtf8, TakesCharactersOfEveryLength)
     EXPECT_TRUE(bIsUtf8("\xF4\x8F\xBF\xBF"));
 }
 
-TEST(IsUtf8, RefusesWhatIsCutOverlongOrBeyondTheLastCharacter)
+TEST(IsUtf8, RejectsTruncatedOverlongAndOutOfRangeCharacters)
 {
     EXPECT_FALSE(bIsUtf8("\xE2\x82"));
     EXPECT_FALSE(bIsUtf8("12345678\xC3"));
@@ -29,7 +29,7 @@ TEST(IsUtf8, RefusesWhatIsCutOverlongOrBeyondTheLastCharacter)
     EXPECT_FALSE(bIsUtf8("caf\xE9 au lait"));
 }
 
-TEST(WholeCharacters, NeverCutsInsideOne)
+TEST(WholeCharacters, NeverSplitsACharacter)
 {
     EXPECT_EQ(nWholeCharacters("abc", 5), 3u);
     EXPECT_EQ(nWholeCharacters("abc", 2), 2u);
@@ -41,25 +41,25 @@ TEST(WholeCharacters, NeverCutsInsideOne)
     EXPECT_EQ(nWholeCharacters("", 0), 0u);
 }
 
-TEST(WholeCharacters, CutsWhatIsNoUtf8AtTheLimit)
+TEST(WholeCharacters, CutsMalformedUtf8AtTheLimit)
 {
     EXPECT_EQ(nWholeCharacters("\x80\x80\x80\x80\x80\x80\x80", 5), 5u);
     EXPECT_EQ(nWholeCharacters("\x80\x80\x80", 2), 2u);
 }
 
-TEST(Windows1252, HasTheEuroAndTheLettersOfWesternEurope)
+TEST(Windows1252, ConvertsEuroSignAndWesternEuropeanLetters)
 {
     EXPECT_EQ(sUtf8FromWindows1252("\x80 caf\xE9 \x9F"), "€ café Ÿ");
     EXPECT_EQ(sWindows1252FromUtf8("€ café Ÿ"), "\x80 caf\xE9 \x9F");
 }
 
-TEST(Windows1252, WritesAQuestionMarkForWhatItDoesNotHave)
+TEST(Windows1252, ReplacesUnmappableCharactersWithQuestionMarks)
 {
     EXPECT_EQ(sWindows1252FromUtf8("日本 ok"), "?? ok");
     EXPECT_EQ(sWindows1252FromUtf8("\xFF"), "?");
 }
 
-RC_GTEST_PROP(Windows1252, GivesEveryByteBack, (const std::string& sBytes))
+RC_GTEST_PROP(Windows1252, RoundTripsEveryByte, (const std::string& sBytes))
 {
     const std::string sText = sUtf8FromWindows1252(sBytes);
 
@@ -67,7 +67,7 @@ RC_GTEST_PROP(Windows1252, GivesEveryByteBack, (const std::string& sBytes))
     RC_ASSERT(sWindows1252FromUtf8(sText) == sBytes);
 }
 
-TEST(Utf16, KnowsBothByteOrdersAndSurrogates)
+TEST(Utf16, ConvertsBothByteOrdersAndSurrogatePairs)
 {
     EXPECT_EQ(sUtf8FromUtf16("a\0\xAC\x20\x3D\xD8\x00\xDE"s, false), "a€😀");
     EXPECT_EQ(sUtf8FromUtf16("\0a\x20\xAC\xD8\x3D\xDE\x00"s, true), "a€😀");
@@ -75,14 +75,14 @@ TEST(Utf16, KnowsBothByteOrdersAndSurrogates)
     EXPECT_EQ(sUtf16FromUtf8("a€😀", true), "\0a\x20\xAC\xD8\x3D\xDE\x00"s);
 }
 
-TEST(Utf16, ReplacesLoneSurrogatesAndDropsAnOddByte)
+TEST(Utf16, ReplacesLoneSurrogatesAndDropsTrailingByte)
 {
     EXPECT_EQ(sUtf8FromUtf16("\x3D\xD8"s, false), "\uFFFD");
     EXPECT_EQ(sUtf8FromUtf16("\x3D\xD8z\0"s, false), "\uFFFDz");
     EXPECT_EQ(sUtf8FromUtf16("\x00\xDEz\0q"s, false), "\uFFFDz");
 }
 
-RC_GTEST_PROP(Utf16, IsWellFormedWhateverTheBytes, (const std::string& sBytes, bool bBigEndian))
+RC_GTEST_PROP(Utf16, DecodesAnyBytesToValidUtf8, (const std::string& sBytes, bool bBigEndian))
 {
     const std::string sText = sUtf8FromUtf16(sBytes, bBigEndian);
 

@@ -1,9 +1,9 @@
-// Trimming, case, splitting, joining, replacing.
+// Trimming, case, splitting, joining and replacing.
 #include "src/base/text.h"
 
 #include <rapidcheck.h>
 
-TEST(Trim, TakesBlanksAloneFromTheEnds)
+TEST(Trim, RemovesOnlySpacesFromTheEnds)
 {
     EXPECT_EQ(sTrim("  a b  "), "a b");
     EXPECT_EQ(sLTrim("  a b  "), "a b  ");
@@ -14,7 +14,7 @@ TEST(Trim, TakesBlanksAloneFromTheEnds)
     EXPECT_EQ(sTrim(std::string(" \0 ", 3)), std::string("\0", 1));
 }
 
-TEST(Lower, KnowsTheLettersOfEuropeAndLeavesTheRest)
+TEST(Lower, HandlesEuropeanLettersAndLeavesOthersAlone)
 {
     EXPECT_EQ(sLower("AbC-19_Z"), "abc-19_z");
     EXPECT_EQ(sLower("ÄÖÜ É Ñ Þ ×"), "äöü é ñ þ ×");
@@ -24,13 +24,13 @@ TEST(Lower, KnowsTheLettersOfEuropeAndLeavesTheRest)
     EXPECT_EQ(sLower("日本ẞ"), "日本ẞ");
 }
 
-TEST(Lower, LeavesBytesThatAreNoLetters)
+TEST(Lower, LeavesOtherBytesUnchanged)
 {
     for (const std::string sText : {"\xFF\xC3", "\xC3(", "\x80\xD0", "\xC3\x9F\xC3"})
         EXPECT_EQ(sLower(sText), sText);
 }
 
-TEST(Lower, KeepsTheLengthAndIsDoneTheFirstTime)
+TEST(Lower, KeepsTheLengthAndIsIdempotent)
 {
     EXPECT_TRUE(rc::check([](const std::string& sText) {
         const std::string sOnce = sLower(sText);
@@ -47,7 +47,7 @@ TEST(EqualIgnoringCase, ComparesLowerCasedTexts)
     EXPECT_TRUE(bEqualIgnoringCase("", ""));
 }
 
-TEST(Contains, TakesAnEmptyPartForContained)
+TEST(Contains, AlwaysFindsAnEmptyPart)
 {
     EXPECT_TRUE(bContains("S12", "S"));
     EXPECT_FALSE(bContains("s12", "S"));
@@ -57,7 +57,7 @@ TEST(Contains, TakesAnEmptyPartForContained)
     EXPECT_FALSE(bContainsIgnoringCase("a", "ab"));
 }
 
-TEST(Split, GivesOnePieceMoreThanThereAreDelimiters)
+TEST(Split, GivesOneMorePieceThanDelimiters)
 {
     EXPECT_EQ(aSplit("a^b^c", '^'), (std::vector<std::string>{"a", "b", "c"}));
     EXPECT_EQ(aSplit("a^^", '^'), (std::vector<std::string>{"a", "", ""}));
@@ -72,14 +72,14 @@ TEST(Split, IsUndoneByJoin)
         rc::check([](const std::string& sText) { RC_ASSERT(sJoin(aSplit(sText, 'a'), "a") == sText); }));
 }
 
-TEST(Join, PutsTheDelimiterBetween)
+TEST(Join, InsertsTheDelimiterBetweenPieces)
 {
     EXPECT_EQ(sJoin({"a", "", "b"}, "\r\r"), "a\r\r\r\rb");
     EXPECT_EQ(sJoin({"a"}, ","), "a");
     EXPECT_EQ(sJoin({}, ","), "");
 }
 
-TEST(ReplaceAll, DoesntLookAgainAtWhatItPutIn)
+TEST(ReplaceAll, DoesNotRescanReplacements)
 {
     EXPECT_EQ(sReplaceAll("aaa", "a", "aa"), "aaaaaa");
     EXPECT_EQ(sReplaceAll("C:\\\\x", ":\\\\", ":\\"), "C:\\x");
@@ -89,7 +89,7 @@ TEST(ReplaceAll, DoesntLookAgainAtWhatItPutIn)
     EXPECT_EQ(sReplaceAll("", "a", "b"), "");
 }
 
-TEST(Letters, AreCountedNotBytes)
+TEST(Letters, CountCharactersRatherThanBytes)
 {
     EXPECT_EQ(lLetters("äbc"), 3);
     EXPECT_EQ(lLetters("日本"), 2);
