@@ -1,11 +1,11 @@
-// The numbers, names, texts and parameters of the special processes.
+// Numbers, names, texts and parameters of the special processes.
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 
 #include <algorithm>
 #include <map>
 #include <set>
 
-TEST(SpecialProcessCatalogue, BeginsWithTheLaunchAndGoesOnByNumber)
+TEST(SpecialProcessCatalogue, ListsTheLaunchFirstThenOthersByNumber)
 {
     const auto aRows = SpecialProcessCatalogue();
 
@@ -15,7 +15,7 @@ TEST(SpecialProcessCatalogue, BeginsWithTheLaunchAndGoesOnByNumber)
         EXPECT_LT(aRows[n - 1].lSpecialProcess, aRows[n].lSpecialProcess);
 }
 
-TEST(SpecialProcessCatalogue, HasNoGapButThoseThatAreWanted)
+TEST(SpecialProcessCatalogue, LeavesOnlyTheReservedNumbersUnused)
 {
     std::set<std::int32_t> aMissing;
     for (std::int32_t l = -1; l <= 101; ++l)
@@ -28,14 +28,14 @@ TEST(SpecialProcessCatalogue, HasNoGapButThoseThatAreWanted)
     EXPECT_EQ(aMissing, aExpected);
 }
 
-TEST(SpecialProcessCatalogue, KnowsAProcessByItsNumber)
+TEST(SpecialProcessCatalogue, FindsAProcessByNumber)
 {
     EXPECT_STREQ(pSpecialProcess(56)->sConstant, "SP_FILTERRESERVED56");
     EXPECT_STREQ(pSpecialProcess(SP_LAUNCH)->sConstant, "SP_LAUNCH");
     EXPECT_EQ(sDetailsKey(*pSpecialProcess(2)), "sSP_Details_SP_TRANSFORM_RESIZE");
 }
 
-TEST(SpecialProcessCatalogue, KeepsDetailsOfThirtyEightProcesses)
+TEST(SpecialProcessCatalogue, HasDefaultDetailsForThirtyEightProcesses)
 {
     std::set<std::string> aKeys;
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
@@ -45,7 +45,7 @@ TEST(SpecialProcessCatalogue, KeepsDetailsOfThirtyEightProcesses)
     EXPECT_EQ(aKeys.size(), 38u);
 }
 
-TEST(SpecialProcessCatalogue, BeginsAFirstStartWithTheseDetails)
+TEST(SpecialProcessCatalogue, HasTheExpectedDefaultDetails)
 {
     const std::map<std::int32_t, std::string> aExpected = {{2, "100^100^0^0^FALSE"},
                                                            {3, "90"},
@@ -93,7 +93,7 @@ TEST(SpecialProcessCatalogue, BeginsAFirstStartWithTheseDetails)
     }
 }
 
-TEST(SpecialProcessCatalogue, KeepsTheSlipsOfItsTexts)
+TEST(SpecialProcessCatalogue, KeepsMisspellingsThatTranslationsUseAsKeys)
 {
     EXPECT_STREQ(pSpecialProcess(36)->sLabel, "Effect: Gaussian Blurr");
     EXPECT_STREQ(pSpecialProcess(48)->sLabel, "Filter: Laplas");
@@ -107,17 +107,17 @@ TEST(SpecialProcessCatalogue, KeepsTheSlipsOfItsTexts)
     EXPECT_STREQ(pSpecialProcess(48)->aParameters[0].sLabel, "Filter type..");
 }
 
-TEST(SpecialProcessCatalogue, OrdersTheKindsOfTheTwoPassFiltersDifferently)
+TEST(SpecialProcessCatalogue, OrdersHighPassAndLowPassKindsDifferently)
 {
     EXPECT_STREQ(pSpecialProcess(SP_FILTERHIGHPASS)->aChoices[0], "Medium");
     EXPECT_STREQ(pSpecialProcess(SP_FILTERLOWPASS)->aChoices[0], "Strong");
 }
 
-TEST(SpecialProcessCatalogue, GivesEachParameterAnInputOnATabThatIsThere)
+TEST(SpecialProcessCatalogue, GivesEachParameterAnInputOnAnExistingTab)
 {
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue()) {
         if (objRow.lSpecialProcess == SP_FILTERRESERVED56)
-            continue;  // the one whose parameter has no input
+            continue;  // its parameter has no input
         std::set<InputSlot> aSlots;
         std::size_t nTabs = 0;
         for (const SpecialProcessParameter& objParameter : objRow.aParameters) {
@@ -133,7 +133,7 @@ TEST(SpecialProcessCatalogue, GivesEachParameterAnInputOnATabThatIsThere)
     }
 }
 
-TEST(SpecialProcessCatalogue, TurnsOverTheShownChoiceOfThreeProcesses)
+TEST(SpecialProcessCatalogue, ShowsAnInvertedChoiceForThreeProcesses)
 {
     std::set<std::int32_t> aInverted;
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())

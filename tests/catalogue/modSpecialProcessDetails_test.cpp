@@ -1,4 +1,4 @@
-// The details of special processes, as text and as values.
+// Formatting and parsing of special process details.
 #include "src/catalogue/modSpecialProcessDetails.h"
 
 #include "src/base/text.h"
@@ -15,7 +15,7 @@ static std::string sWritten(std::int32_t lSpecialProcess, const DetailsValues& a
     return WriteDetails(objRowOf(lSpecialProcess), "p^", aValues);
 }
 
-/// Fresh values after sOwn was read behind a whole prefix.
+/// Parses sOwn after a complete prefix, starting from default values.
 static DetailsValues aRead(std::int32_t lSpecialProcess, const std::string& sOwn, char cDecimalSign = '.')
 {
     DetailsValues aValues = aFreshValues(objRowOf(lSpecialProcess));
@@ -24,14 +24,14 @@ static DetailsValues aRead(std::int32_t lSpecialProcess, const std::string& sOwn
     return aValues;
 }
 
-TEST(WriteDetails, PutsEachValueBehindThePrefixWithACaret)
+TEST(WriteDetails, AppendsEachValueAndACaretToThePrefix)
 {
     EXPECT_EQ(sWritten(6, {1, -2, 255}), "p^1^-2^255^");
     EXPECT_EQ(sWritten(13, {0.5, -1.0, 33.25}), "p^0.5^-1^33.25^");
     EXPECT_EQ(sWritten(24, {}), "p^");
 }
 
-TEST(WriteDetails, SpellsTheBooleanOfAResizeInCapitalsAndAnyOtherInMixedCase)
+TEST(WriteDetails, UsesCapitalBooleansOnlyForResize)
 {
     EXPECT_EQ(sWritten(2, {10, 20, 1, 0, true}), "p^10^20^1^0^TRUE^");
     EXPECT_EQ(sWritten(2, {10, 20, 1, 0, false}), "p^10^20^1^0^FALSE^");
@@ -41,19 +41,19 @@ TEST(WriteDetails, SpellsTheBooleanOfAResizeInCapitalsAndAnyOtherInMixedCase)
     EXPECT_EQ(sWritten(60, {true, false}), "p^True^False^");
 }
 
-TEST(WriteDetails, UsesTheDecimalSignOfTheUser)
+TEST(WriteDetails, UsesTheDecimalSignOfTheLocale)
 {
     EXPECT_EQ(WriteDetails(objRowOf(17), "", {0.75}, ','), "0,75^");
 }
 
-TEST(WriteDetails, RoundsTheZoomBlurThatIsReadAsADouble)
+TEST(WriteDetails, RoundsZoomBlurAlthoughItReadsAsDouble)
 {
     EXPECT_EQ(sWritten(44, {33.7}), "p^34^");
     EXPECT_EQ(aRead(44, "34^"), (DetailsValues{34.0}));
     EXPECT_EQ(aRead(44, "33.7^"), (DetailsValues{33.7}));
 }
 
-TEST(ReadDetails, GivesBackWhatWasWrittenForEveryProcess)
+TEST(ReadDetails, RoundTripsTheDetailsOfEveryProcess)
 {
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue()) {
         DetailsValues aValues = aFreshValues(objRow);
@@ -73,7 +73,7 @@ TEST(ReadDetails, GivesBackWhatWasWrittenForEveryProcess)
     }
 }
 
-TEST(ReadDetails, TakesTheFieldsInTheOrderOfTheText)
+TEST(ReadDetails, AssignsFieldsInTheOrderOfTheText)
 {
     EXPECT_EQ(aRead(32, "1.5^20^"), (DetailsValues{1.5, 20}));
     EXPECT_EQ(aRead(34, "1.5^2.5^3^"), (DetailsValues{1.5, 2.5, 3}));
@@ -83,7 +83,7 @@ TEST(ReadDetails, TakesTheFieldsInTheOrderOfTheText)
     EXPECT_EQ(aRead(33, "True^20^30^"), (DetailsValues{true, 20, 30}));
 }
 
-TEST(ReadDetails, LeavesEverythingOfATextWithoutFields)
+TEST(ReadDetails, ChangesNothingForATextWithoutFields)
 {
     for (const std::string sDetails : {"", "5", "no fields"}) {
         DetailsValues aValues = {true, 7.0};
@@ -94,7 +94,7 @@ TEST(ReadDetails, LeavesEverythingOfATextWithoutFields)
     }
 }
 
-TEST(ReadDetails, KeepsTheValuesOfATextThatIsAllPrefix)
+TEST(ReadDetails, KeepsValuesIfTheTextIsOnlyAPrefix)
 {
     DetailsValues aValues = {true, 7.0};
     std::string sPrefix = "mine";
@@ -103,7 +103,7 @@ TEST(ReadDetails, KeepsTheValuesOfATextThatIsAllPrefix)
     EXPECT_EQ(aValues, (DetailsValues{true, 7.0}));
 }
 
-TEST(ReadDetails, GivesAShortPrefixOfAShortText)
+TEST(ReadDetails, AcceptsAnIncompletePrefix)
 {
     DetailsValues aValues = {3};
     std::string sPrefix = "mine";
@@ -112,7 +112,7 @@ TEST(ReadDetails, GivesAShortPrefixOfAShortText)
     EXPECT_EQ(aValues, (DetailsValues{3}));
 }
 
-TEST(ReadDetails, KeepsAValueWhoseFieldDoesntConvertAndTriesTheNext)
+TEST(ReadDetails, SkipsMalformedFieldsAndKeepsTheirValues)
 {
     DetailsValues aValues = {1, 2, 3};
     std::string sPrefix;
@@ -120,7 +120,7 @@ TEST(ReadDetails, KeepsAValueWhoseFieldDoesntConvertAndTriesTheNext)
     EXPECT_EQ(aValues, (DetailsValues{1, 20, 3}));
 }
 
-TEST(ReadDetails, KeepsAValueWhoseFieldIsMissing)
+TEST(ReadDetails, KeepsTheValuesOfMissingFields)
 {
     DetailsValues aValues = {1.0, 2};
     std::string sPrefix;
@@ -128,7 +128,7 @@ TEST(ReadDetails, KeepsAValueWhoseFieldIsMissing)
     EXPECT_EQ(aValues, (DetailsValues{90.0, 2}));
 }
 
-TEST(ReadDetails, ReadsTheBooleanOfAResizeThatIsMissingOrEmptyAsFalse)
+TEST(ReadDetails, ReadsMissingResizeBooleanAsFalse)
 {
     for (const std::string sOwn : {"1^2^0^0", "1^2^0^0^", "1^2^0^0^^"}) {
         DetailsValues aValues = {0, 0, 0, 0, true};
@@ -142,7 +142,7 @@ TEST(ReadDetails, ReadsTheBooleanOfAResizeThatIsMissingOrEmptyAsFalse)
     EXPECT_EQ(aValues.back(), DetailsValue(true));
 }
 
-TEST(ReadDetails, TakesABooleanInAnyCaseAndAsANumber)
+TEST(ReadDetails, AcceptsBooleansInAnyCaseAndAsNumbers)
 {
     for (const std::string sTrue : {"True", "TRUE", "true", "1", "-1", "0.5"})
         EXPECT_EQ(aRead(60, sTrue)[0], DetailsValue(true)) << sTrue;
@@ -150,26 +150,26 @@ TEST(ReadDetails, TakesABooleanInAnyCaseAndAsANumber)
         EXPECT_EQ(aRead(60, sFalse)[0], DetailsValue(false)) << sFalse;
 }
 
-TEST(ReadDetails, RoundsALongToTheNearestEvenNumberFromTheMiddle)
+TEST(ReadDetails, RoundsLongsHalfToEven)
 {
     EXPECT_EQ(aRead(15, "2.5^"), (DetailsValues{2}));
     EXPECT_EQ(aRead(15, "3.5^"), (DetailsValues{4}));
     EXPECT_EQ(aRead(15, "-2.6^"), (DetailsValues{-3}));
 }
 
-TEST(ReadDetails, ReadsADecimalCommaWhereItIsTheUsers)
+TEST(ReadDetails, AcceptsTheDecimalCommaOfTheLocale)
 {
     EXPECT_EQ(aRead(17, "0,75^", ','), (DetailsValues{0.75}));
     EXPECT_EQ(aRead(17, "0.75^", ','), (DetailsValues{0.75}));
 }
 
-TEST(ReadDetails, ReadsTheDetailsOfAFirstStartWithoutAClosingCaret)
+TEST(ReadDetails, AcceptsDefaultDetailsWithoutATrailingCaret)
 {
     EXPECT_EQ(aRead(3, sFirstStartDetails(objRowOf(3))), (DetailsValues{90.0, 0}));
     EXPECT_EQ(aRead(2, sFirstStartDetails(objRowOf(2))), (DetailsValues{100, 100, 0, 0, false}));
 }
 
-TEST(ReadDetails, ShiftsAllFieldsOfAPrefixThatLostOne)
+TEST(ReadDetails, ShiftsAllFieldsIfThePrefixLacksOne)
 {
     DetailsValues aValues = {0, 0, 0};
     std::string sPrefix;
@@ -178,7 +178,7 @@ TEST(ReadDetails, ShiftsAllFieldsOfAPrefixThatLostOne)
     EXPECT_TRUE(sPrefix.ends_with("11^"));
 }
 
-TEST(LaunchDetails, AreThreeNumbersWithoutAPrefixAndAClosingCaret)
+TEST(LaunchDetails, AreThreeNumbersWithoutPrefixOrTrailingCaret)
 {
     EXPECT_EQ(WriteLaunchDetails({64, 1, -1}), "64^1^-1");
     const LaunchDetails objDetails = ReadLaunchDetails("64^1^-1");
@@ -187,7 +187,7 @@ TEST(LaunchDetails, AreThreeNumbersWithoutAPrefixAndAClosingCaret)
     EXPECT_EQ(objDetails.lWaitSeconds, -1);
 }
 
-TEST(LaunchDetails, AreZeroWhereAFieldDoesntConvert)
+TEST(LaunchDetails, DefaultToZeroForMalformedFields)
 {
     EXPECT_EQ(ReadLaunchDetails("x^6^y").lPriority, 0);
     EXPECT_EQ(ReadLaunchDetails("x^6^y").lWindowState, 6);
@@ -196,7 +196,7 @@ TEST(LaunchDetails, AreZeroWhereAFieldDoesntConvert)
     EXPECT_EQ(ReadLaunchDetails("64^1^5^").lWaitSeconds, 5);
 }
 
-TEST(LaunchDetails, AreAllZeroOfATextWithoutFields)
+TEST(LaunchDetails, DefaultToZeroForATextWithoutFields)
 {
     EXPECT_EQ(ReadLaunchDetails("64").lPriority, 0);
     EXPECT_EQ(ReadLaunchDetails("").lWaitSeconds, 0);

@@ -1,11 +1,11 @@
-// The lists of processes and launch choices.
+// The combo boxes of processes and launch options.
 #include "src/catalogue/modSpecialProcessLists.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/fakes/test_application.h"
 
-TEST(SpecialProcessList, OffersFiftySevenProcessesAndOneEntryThatIsNone)
+TEST(SpecialProcessList, OffersFiftySevenProcessesAndAPlaceholder)
 {
     TestApplication app;
 
@@ -25,7 +25,7 @@ TEST(SpecialProcessList, OffersFiftySevenProcessesAndOneEntryThatIsNone)
     EXPECT_FALSE(app.bInternalGridChange);
 }
 
-TEST(SpecialProcessList, StaysSelectableByNumberWhateverTheLanguageMakesOfTheLabels)
+TEST(SpecialProcessList, KeepsItemDataEvenIfLabelsAreTranslated)
 {
     TestApplication app;
     app.objTranslator.dictTranslations["Transform: Resize Image"] = "[3] irritating";
@@ -36,7 +36,7 @@ TEST(SpecialProcessList, StaysSelectableByNumberWhateverTheLanguageMakesOfTheLab
     EXPECT_EQ(app.frmMain.cbSpecialProcesses.ItemData(1), 2);
 }
 
-TEST(SpecialProcessList, RaisesNoClickOfTheUser)
+TEST(SpecialProcessList, SuppressesHandlersWhileItIsFilled)
 {
     TestApplication app;
     bool bInternal = false;
@@ -47,7 +47,7 @@ TEST(SpecialProcessList, RaisesNoClickOfTheUser)
     EXPECT_TRUE(bInternal);
 }
 
-TEST(LaunchLists, OfferTheNumbersThatDetailsHold)
+TEST(LaunchLists, UseTheNumbersOfLaunchDetailsAsItemData)
 {
     TestApplication app;
 

@@ -1,4 +1,4 @@
-// Every text of the catalogue as users know it and as translations have it for their keys, slips included.
+// All texts of the catalogue, misspellings included: users know them and translations use them as keys.
 #include "src/base/text.h"
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 
@@ -10,8 +10,8 @@ struct Texts {
     const char* sConstant;
     const char* sLabel;
     const char* sDescription;
-    const char* sInputs;   ///< labels of its inputs in their order, "" for a colour, joined by "|"
-    const char* sChoices;  ///< of its list, from 0, joined by "|"
+    const char* sInputs;   ///< input labels in order, "" for a colour, joined by "|"
+    const char* sChoices;  ///< entries of its list, from 0, joined by "|"
 };
 
 const Texts kTexts[] = {
@@ -149,13 +149,13 @@ const Texts kTexts[] = {
 
 }  // namespace
 
-TEST(SpecialProcessTexts, AreTheseInThisOrder)
+TEST(SpecialProcessTexts, AreUnchangedAndInThisOrder)
 {
     const auto aRows = SpecialProcessCatalogue();
     std::size_t nRow = 0;
     for (const Texts& objExpected : kTexts) {
         if (aRows[nRow].lSpecialProcess == SP_FILTERRESERVED56)
-            ++nRow;  // the one that no list shows
+            ++nRow;  // not listed
         const SpecialProcessRow& objRow = aRows[nRow++];
         EXPECT_EQ(objRow.lSpecialProcess, objExpected.lSpecialProcess);
         EXPECT_STREQ(objRow.sConstant, objExpected.sConstant);
