@@ -1,4 +1,4 @@
-// What the image library is told to do, process by process.
+// Which image library calls each special process makes.
 #include "src/conversion/modApplySpecialProcess.h"
 
 #include "src/base/clsConversionOptions.h"
@@ -30,7 +30,7 @@ protected:
         app.objTransform.aCalls.clear();
         return bApplySpecialProcess(app, objOptions, aImage);
     }
-    /// The operation called between the picture's way in and its way back.
+    /// The operation called between setting and fetching the image.
     std::string sCall(std::int32_t lSpecialProcess, const std::string& sOwn)
     {
         EXPECT_TRUE(bApply(lSpecialProcess, sOwn));
@@ -56,7 +56,7 @@ protected:
 
 }  // namespace
 
-TEST_F(ApplySpecialProcess, CallsTheOperationOfTheProcessWithItsArgumentsInOrder)
+TEST_F(ApplySpecialProcess, CallsEachOperationWithItsArguments)
 {
     const struct {
         std::int32_t lSpecialProcess;
@@ -126,20 +126,20 @@ TEST_F(ApplySpecialProcess, CallsTheOperationOfTheProcessWithItsArgumentsInOrder
     EXPECT_EQ(std::size(aExpected) + 1, SpecialProcessCatalogue().size());
 }
 
-TEST_F(ApplySpecialProcess, FlipsUpsideDownForTheDirectionOneAlone)
+TEST_F(ApplySpecialProcess, FlipsVerticallyOnlyForDirectionOne)
 {
     EXPECT_EQ(sCall(5, "0^"), "Flip False");
     EXPECT_EQ(sCall(5, "2^"), "Flip False");
     EXPECT_EQ(sCall(5, "-1^"), "Flip False");
 }
 
-TEST_F(ApplySpecialProcess, RunsWithZerosWhenTheDetailsDontParse)
+TEST_F(ApplySpecialProcess, UsesZerosForMalformedDetails)
 {
     EXPECT_EQ(sCall(3, "round"), "Rotate 0.0 0");
     EXPECT_EQ(sCall(60, ""), "Deinterlace False False");
 }
 
-TEST_F(ApplySpecialProcess, LeavesAConversionAlone)
+TEST_F(ApplySpecialProcess, LeavesImagesOfConversionsAlone)
 {
     objOptions.sActionToDo = "CS";
     objOptions.lSpecialProcess = 24;
@@ -150,7 +150,7 @@ TEST_F(ApplySpecialProcess, LeavesAConversionAlone)
     EXPECT_EQ(aImage.lWidth, 200);
 }
 
-TEST_F(ApplySpecialProcess, CallsNoOperationForANumberThatIsNone)
+TEST_F(ApplySpecialProcess, CallsNoOperationForUnknownNumbers)
 {
     for (const std::int32_t lProcess : {57, 30, 99, 0, -1, 100}) {
         EXPECT_TRUE(bApply(lProcess, "1^2^3^"));
@@ -159,7 +159,7 @@ TEST_F(ApplySpecialProcess, CallsNoOperationForANumberThatIsNone)
     }
 }
 
-TEST_F(ApplySpecialProcess, LeavesThePictureOfAResizeToNothing)
+TEST_F(ApplySpecialProcess, IgnoresAResizeToZeroByZero)
 {
     EXPECT_TRUE(bApply(2, "0^0^0^0^TRUE^"));
 
@@ -167,19 +167,19 @@ TEST_F(ApplySpecialProcess, LeavesThePictureOfAResizeToNothing)
     EXPECT_EQ(aImage.aBytes.size(), 20000u);
 }
 
-TEST_F(ApplySpecialProcess, KeepsTheProportionsWhereOneSizeIsZero)
+TEST_F(ApplySpecialProcess, KeepsAspectRatioIfOneSizeIsZero)
 {
     EXPECT_EQ(sCall(2, "0^50^0^0^FALSE^"), "Resize 100 50 0 0");
     EXPECT_EQ(sCall(2, "300^0^0^0^FALSE^"), "Resize 300 150 0 0");
     EXPECT_EQ(sCall(2, "0^50^1^7^TRUE^"), "Resize 100 50 1 7");
 }
 
-TEST_F(ApplySpecialProcess, ForcesTwoSizesEvenWhereTheProportionsAreWanted)
+TEST_F(ApplySpecialProcess, TakesTwoSizesLiterallyDespiteRetainAspectRatio)
 {
     EXPECT_EQ(sCall(2, "10^10^0^0^TRUE^"), "Resize 10 10 0 0");
 }
 
-TEST_F(ApplySpecialProcess, RoundsTheOtherSizeToTheNearest)
+TEST_F(ApplySpecialProcess, RoundsTheComputedSize)
 {
     SetImage(3, 2);
     EXPECT_EQ(sCall(2, "0^3^0^0^"), "Resize 4 3 0 0");
@@ -187,19 +187,19 @@ TEST_F(ApplySpecialProcess, RoundsTheOtherSizeToTheNearest)
     EXPECT_EQ(sCall(2, "4^0^0^0^"), "Resize 4 3 0 0");
 }
 
-TEST_F(ApplySpecialProcess, TakesARatioOfOneForAPictureWithoutHeight)
+TEST_F(ApplySpecialProcess, AssumesRatioOneForZeroHeight)
 {
     SetImage(200, 0);
     EXPECT_EQ(sCall(2, "0^50^0^0^"), "Resize 50 50 0 0");
 }
 
-TEST_F(ApplySpecialProcess, DoesntDivideByTheRatioOfAPictureWithoutWidth)
+TEST_F(ApplySpecialProcess, AvoidsDivisionByZeroForZeroWidth)
 {
     SetImage(0, 100);
     EXPECT_EQ(sCall(2, "50^0^0^0^"), "Resize 50 0 0 0");
 }
 
-TEST_F(ApplySpecialProcess, RaisesAnOverflowForASizeBeyondSixteenBits)
+TEST_F(ApplySpecialProcess, RaisesOverflowForSizesBeyondSixteenBits)
 {
     EXPECT_EQ(sErrorOf(2, "40000^10^0^0^"), "Overflow");
     EXPECT_EQ(sErrorOf(2, "10^32768^0^0^"), "Overflow");
@@ -211,7 +211,7 @@ TEST_F(ApplySpecialProcess, RaisesAnOverflowForASizeBeyondSixteenBits)
     EXPECT_EQ(sCall(2, "32767^10^0^0^"), "Resize 32767 10 0 0");
 }
 
-TEST_F(ApplySpecialProcess, RaisesAnOverflowForAByteThatIsNone)
+TEST_F(ApplySpecialProcess, RaisesOverflowForLevelsBeyondAByte)
 {
     for (const std::string sOwn : {"256^0^0", "0^256^0", "0^0^256", "-1^0^0"})
         EXPECT_EQ(sErrorOf(16, sOwn), "Overflow");
@@ -223,19 +223,19 @@ TEST_F(ApplySpecialProcess, RaisesAnOverflowForAByteThatIsNone)
     EXPECT_EQ(sCall(16, "255^255^255"), "Colorize 255 255 255");
 }
 
-TEST_F(ApplySpecialProcess, DoesntTakeThePictureBackAfterAnOverflow)
+TEST_F(ApplySpecialProcess, DoesNotFetchTheImageAfterAnOverflow)
 {
     EXPECT_EQ(sErrorOf(29, "256"), "Overflow");
     EXPECT_EQ(app.objTransform.aCalls, (Calls{"SetImage 200x100"}));
 }
 
-TEST_F(ApplySpecialProcess, HandsOnEveryOtherNumberAsItIs)
+TEST_F(ApplySpecialProcess, PassesOtherNumbersUnchecked)
 {
     EXPECT_EQ(sCall(15, "-300^"), "Brightness -300");
     EXPECT_EQ(sCall(26, "100000^"), "Posterize 100000");
 }
 
-TEST_F(ApplySpecialProcess, RaisesAnErrorThatNamesTheProcessWhenAnOperationFails)
+TEST_F(ApplySpecialProcess, NamesTheProcessWhenItsOperationFails)
 {
     app.objTransform.bFail = true;
     EXPECT_EQ(sErrorOf(24, ""),
@@ -244,13 +244,13 @@ TEST_F(ApplySpecialProcess, RaisesAnErrorThatNamesTheProcessWhenAnOperationFails
     EXPECT_TRUE(sErrorOf(56, "1").starts_with("SP_FILTERRESERVED56 could not be done"));
 }
 
-TEST_F(ApplySpecialProcess, ReadsNumbersInTheUsersDecimalSign)
+TEST_F(ApplySpecialProcess, UsesTheDecimalSignOfTheLocale)
 {
     app.objLocale.cSign = ',';
     EXPECT_EQ(sCall(17, "0,75^"), "Contrast 0.75");
 }
 
-TEST_F(ApplySpecialProcess, LeavesTheOptionsOfTheFormAlone)
+TEST_F(ApplySpecialProcess, LeavesTheFormsOptionsAlone)
 {
     app.frmMain.sImageConversionOptions = "mine";
     bApply(15, "1^");

@@ -1,11 +1,11 @@
-// The details string of a conversion.
+// Parsing of conversion details.
 #include "src/conversion/modConversionDetails.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/fakes/test_application.h"
 
-TEST(SplitImageConversionOptions, UnpacksAllElevenFields)
+TEST(SplitImageConversionOptions, ParsesAllElevenFields)
 {
     TestApplication app;
 
@@ -25,7 +25,7 @@ TEST(SplitImageConversionOptions, UnpacksAllElevenFields)
     EXPECT_EQ(objDetails.objTexts.sEquipmentType, "type");
 }
 
-TEST(SplitImageConversionOptions, ChangesNothingWithoutTwoFieldsAndClearsTheTexts)
+TEST(SplitImageConversionOptions, ReturnsDefaultsForFewerThanTwoFields)
 {
     TestApplication app;
 
@@ -38,7 +38,7 @@ TEST(SplitImageConversionOptions, ChangesNothingWithoutTwoFieldsAndClearsTheText
     EXPECT_EQ(app.frmMain.lJPEGQuality, 75);
 }
 
-TEST(SplitImageConversionOptions, KeepsAValueThatDoesNotConvert)
+TEST(SplitImageConversionOptions, KeepsTheValuesOfMalformedFields)
 {
     TestApplication app;
     SplitImageConversionOptions(app, "*^4^TRUE^60");
@@ -50,7 +50,7 @@ TEST(SplitImageConversionOptions, KeepsAValueThatDoesNotConvert)
     EXPECT_EQ(app.frmMain.lJPEGQuality, 60);
 }
 
-TEST(SplitImageConversionOptions, TakesAQualityThatIsNoNumberForAHundred)
+TEST(SplitImageConversionOptions, ReadsANonNumericQualityAsHundred)
 {
     TestApplication app;
 
@@ -62,7 +62,7 @@ TEST(SplitImageConversionOptions, TakesAQualityThatIsNoNumberForAHundred)
     EXPECT_EQ(app.frmMain.lJPEGQuality, 100);
 }
 
-TEST(SplitImageConversionOptions, TakesAnEmptyAppendFieldForFalse)
+TEST(SplitImageConversionOptions, ReadsAnEmptyAppendFieldAsFalse)
 {
     TestApplication app;
 

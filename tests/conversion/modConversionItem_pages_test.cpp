@@ -1,4 +1,4 @@
-// The pages of TIFFs: to files of their own, and onto the end of another.
+// TIFF pages: splitting them into files, and appending to another TIFF.
 #include "src/conversion/modConversionItem.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include "tests/conversion/support/conversion_items.h"
 #include "tests/fakes/test_application.h"
 
-TEST(SplitPages, WritesOneNumberedFileForEachPage)
+TEST(SplitPages, WritesOneNumberedFilePerPage)
 {
     TestApplication app;
     app.objImages.AddImage("/in/t.tif", {1, 2, 3});
@@ -24,7 +24,7 @@ TEST(SplitPages, WritesOneNumberedFileForEachPage)
     EXPECT_FALSE(app.objFiles.bHas("/in/a.jpg"));
 }
 
-TEST(SplitPages, TakesNoPagesForAllPages)
+TEST(SplitPages, WritesAllPagesForAnEmptySelection)
 {
     TestApplication app;
     app.objImages.AddImage("/in/t.tif", {1, 2});
@@ -36,7 +36,7 @@ TEST(SplitPages, TakesNoPagesForAllPages)
     EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
 }
 
-TEST(SplitPages, WritesASelectedPageUnderThePlainName)
+TEST(SplitPages, WritesASinglePageWithoutANumber)
 {
     TestApplication app;
     app.objImages.AddImage("/in/t.tif", {1, 2, 3});
@@ -47,7 +47,7 @@ TEST(SplitPages, WritesASelectedPageUnderThePlainName)
     EXPECT_EQ(app.objImages.aPagesOf("/in/a.jpg"), Pages{2});
 }
 
-TEST(SplitPages, NamesPagesInTheStyleOfThePath)
+TEST(SplitPages, KeepsThePathsStyleInPageNames)
 {
     TestApplication app;
     app.objImages.AddImage("C:\\in\\t.tif", {1, 2});
@@ -60,7 +60,7 @@ TEST(SplitPages, NamesPagesInTheStyleOfThePath)
     EXPECT_EQ(objOptions.sTargetFile, "C:\\out\\a-2.b");
 }
 
-TEST(SplitPages, SplitsATiffIntoTiffsToo)
+TEST(SplitPages, AlsoSplitsATiffIntoTiffs)
 {
     TestApplication app;
     app.objImages.AddImage("/in/t.tif", {1, 2});
@@ -73,7 +73,7 @@ TEST(SplitPages, SplitsATiffIntoTiffsToo)
     EXPECT_FALSE(app.objFiles.bHas("/in/u.tif"));
 }
 
-TEST(SplitPages, RecordsAMissingPageByItsPlaceAndWritesTheOthers)
+TEST(SplitPages, ReportsMissingPagesButWritesTheOthers)
 {
     TestApplication app;
     app.frmMain.bTryAutodetectIfFailed = false;
@@ -88,7 +88,7 @@ TEST(SplitPages, RecordsAMissingPageByItsPlaceAndWritesTheOthers)
     EXPECT_FALSE(app.objFiles.bHas("/in/a-7.jpg"));
 }
 
-TEST(SplitPages, KeepsTheFirstFailureWhenLaterPagesAreWritten)
+TEST(SplitPages, KeepsTheFirstErrorIfLaterPagesSucceed)
 {
     TestApplication app;
     app.frmMain.bTryAutodetectIfFailed = false;
@@ -102,7 +102,7 @@ TEST(SplitPages, KeepsTheFirstFailureWhenLaterPagesAreWritten)
     EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
 }
 
-TEST(SplitPages, FailsForPageZero)
+TEST(SplitPages, FailsForPageZeroButWritesTheOthers)
 {
     TestApplication app;
     app.frmMain.bTryAutodetectIfFailed = false;
@@ -115,7 +115,7 @@ TEST(SplitPages, FailsForPageZero)
     EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
 }
 
-TEST(SplitPages, RetriesUnderTheSuffixedNameAndKeepsTheFirstCode)
+TEST(SplitPages, RetriesWithTheNumberedNameAndKeepsTheFirstError)
 {
     TestApplication app;
     app.objImages.AddImage("/in/t.tif", {1, 2, 3});
@@ -127,7 +127,7 @@ TEST(SplitPages, RetriesUnderTheSuffixedNameAndKeepsTheFirstCode)
     EXPECT_TRUE(app.objFiles.bHas("/in/a-5-3.jpg"));
 }
 
-TEST(SplitPages, RetriesOnceOnly)
+TEST(SplitPages, RetriesOnlyOnce)
 {
     TestApplication app;
     app.objFiles.AddFile("/in/t.tif", "");
@@ -140,7 +140,7 @@ TEST(SplitPages, RetriesOnceOnly)
               2);
 }
 
-TEST(SplitPages, RaisesForABadPageEntry)
+TEST(SplitPages, RaisesAnErrorForAMalformedPageRange)
 {
     TestApplication app;
     app.objImages.AddImage("/in/t.tif", {1, 2});
@@ -149,7 +149,7 @@ TEST(SplitPages, RaisesForABadPageEntry)
     EXPECT_THROW(PerformConversionItemNCTOCX(app, objOptions), clsRaisedError);
 }
 
-TEST(ConvertIntoTiff, WritesANewFileWithoutAppending)
+TEST(ConvertIntoTiff, WritesANewFileUnlessAppendIsSet)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp", {7});
@@ -161,7 +161,7 @@ TEST(ConvertIntoTiff, WritesANewFileWithoutAppending)
     EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{7});
 }
 
-TEST(ConvertIntoTiff, AppendsBehindThePagesThatAreThere)
+TEST(ConvertIntoTiff, AppendsAfterTheExistingPages)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp", {7});
@@ -177,7 +177,7 @@ TEST(ConvertIntoTiff, AppendsBehindThePagesThatAreThere)
                      "AppendFrame False", "LoadImage /in/a.bmp", "AppendFrame True"}));
 }
 
-TEST(ConvertIntoTiff, WritesANewFileWhenThereIsNothingToAppendTo)
+TEST(ConvertIntoTiff, WritesANewFileIfTheTargetIsMissing)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp", {7});
@@ -188,7 +188,7 @@ TEST(ConvertIntoTiff, WritesANewFileWhenThereIsNothingToAppendTo)
     EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{7});
 }
 
-TEST(ConvertIntoTiff, ClosesTheFileWhenTheSourceDoesNotLoad)
+TEST(ConvertIntoTiff, ClosesTheTargetIfTheSourceFailsToLoad)
 {
     TestApplication app;
     app.objFiles.AddFile("/in/a.bmp", "no picture");
@@ -204,7 +204,7 @@ TEST(ConvertIntoTiff, ClosesTheFileWhenTheSourceDoesNotLoad)
     EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{1});
 }
 
-TEST(ConvertIntoTiff, NeverReplacesATargetByOneThatLostItsPages)
+TEST(ConvertIntoTiff, NeverReplacesATargetIfPagesWereLost)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp", {7});
@@ -217,7 +217,7 @@ TEST(ConvertIntoTiff, NeverReplacesATargetByOneThatLostItsPages)
     EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2}));
 }
 
-TEST(AppendPagesToTiff, AppendsTheSelectedPages)
+TEST(AppendPagesToTiff, AppendsOnlyTheSelectedPages)
 {
     TestApplication app;
     app.objImages.AddImage("/in/s.tif", {11, 12, 13});
@@ -230,7 +230,7 @@ TEST(AppendPagesToTiff, AppendsTheSelectedPages)
     EXPECT_FALSE(app.objFiles.bHas("/in/t.tif.TIF"));
 }
 
-TEST(AppendPagesToTiff, MakesANewFileOfAllPages)
+TEST(AppendPagesToTiff, CreatesANewFileFromAllPages)
 {
     TestApplication app;
     app.objImages.AddImage("/in/s.tif", {11, 12, 13});
@@ -241,7 +241,7 @@ TEST(AppendPagesToTiff, MakesANewFileOfAllPages)
     EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{11, 12, 13}));
 }
 
-TEST(AppendPagesToTiff, SavesASinglePageOfANewFileWithoutKeepingItOpen)
+TEST(AppendPagesToTiff, SavesASinglePageAsASingleFrame)
 {
     TestApplication app;
     app.objImages.AddImage("/in/s.tif", {11, 12, 13});
@@ -253,7 +253,7 @@ TEST(AppendPagesToTiff, SavesASinglePageOfANewFileWithoutKeepingItOpen)
     EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "MultiFrameSave True"), 0);
 }
 
-TEST(AppendPagesToTiff, SelectsNothingForAnEmptyPageText)
+TEST(AppendPagesToTiff, AppendsNothingForAnEmptySelection)
 {
     TestApplication app;
     app.frmMain.bTryAutodetectIfFailed = false;
@@ -265,7 +265,7 @@ TEST(AppendPagesToTiff, SelectsNothingForAnEmptyPageText)
     EXPECT_FALSE(app.objFiles.bHas("/in/t.tif"));
 }
 
-TEST(AppendPagesToTiff, KeepsThePagesOfATargetThatDoesNotLoad)
+TEST(AppendPagesToTiff, LeavesAnUnreadableTargetAlone)
 {
     TestApplication app;
     app.objImages.AddImage("/in/s.tif", {11});

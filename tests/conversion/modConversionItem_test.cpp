@@ -1,4 +1,4 @@
-// One file through the image library.
+// Conversion of a single file.
 #include "src/conversion/modConversionItem.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include "tests/conversion/support/conversion_items.h"
 #include "tests/fakes/test_application.h"
 
-TEST(PerformConversionItem, LoadsAndSavesByTheTargetType)
+TEST(PerformConversionItem, SavesInTheFormatOfTheTargetType)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp");
@@ -22,7 +22,7 @@ TEST(PerformConversionItem, LoadsAndSavesByTheTargetType)
     EXPECT_EQ(aPictureCalls(app), (Calls{"LoadImage /in/a.bmp", "SavePNG /out/a.png"}));
 }
 
-TEST(PerformConversionItem, SetsCompressionThenQualityBeforeTheLoad)
+TEST(PerformConversionItem, SetsCompressionAndQualityBeforeLoading)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp");
@@ -38,7 +38,7 @@ TEST(PerformConversionItem, SetsCompressionThenQualityBeforeTheLoad)
     EXPECT_EQ(app.objImages.objTexts.sTitle, "a title");
 }
 
-TEST(PerformConversionItem, MakesTheTargetFolder)
+TEST(PerformConversionItem, CreatesTheTargetFolder)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp");
@@ -49,7 +49,7 @@ TEST(PerformConversionItem, MakesTheTargetFolder)
     EXPECT_TRUE(app.objFiles.bHas("/in/new/deep/a.png"));
 }
 
-TEST(PerformConversionItem, FailsForATargetFolderThatCannotBeMadeAndGoesOnAllTheSame)
+TEST(PerformConversionItem, FailsButCarriesOnIfTargetFolderIsMissing)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp");
@@ -65,7 +65,7 @@ TEST(PerformConversionItem, FailsForATargetFolderThatCannotBeMadeAndGoesOnAllThe
     EXPECT_EQ(aPictureCalls(app).size(), 2u);
 }
 
-TEST(PerformConversionItem, LeavesTheResultAtZeroForAFileThatDoesNotLoad)
+TEST(PerformConversionItem, ReturnsZeroIfTheSourceFailsToLoad)
 {
     TestApplication app;
     app.objFiles.AddFile("/in/x.jpg", "a text");
@@ -78,7 +78,7 @@ TEST(PerformConversionItem, LeavesTheResultAtZeroForAFileThatDoesNotLoad)
     EXPECT_EQ(objOptions.sErr, "Unsupported source image file format. Unable to load image.");
 }
 
-TEST(PerformConversionItem, FailsWhenTheTargetCannotBeWritten)
+TEST(PerformConversionItem, FailsIfTheTargetCannotBeWritten)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp");
@@ -90,7 +90,7 @@ TEST(PerformConversionItem, FailsWhenTheTargetCannotBeWritten)
     EXPECT_EQ(objOptions.sErr, "Unable to convert");
 }
 
-TEST(PerformConversionItem, EndsATypeThatIsOnlyReadAsAFailedSave)
+TEST(PerformConversionItem, ReportsAReadOnlyTypeAsAFailedSave)
 {
     for (const std::int32_t lType : {12, 13, 14, 0, 99}) {
         TestApplication app;
@@ -103,7 +103,7 @@ TEST(PerformConversionItem, EndsATypeThatIsOnlyReadAsAFailedSave)
     }
 }
 
-TEST(SaveImageAsType, CallsTheOperationOfEachType)
+TEST(SaveImageAsType, CallsTheSaveFunctionOfEachType)
 {
     const Calls aExpected = {"SaveJPEG /t", "SaveBMP /t", "SaveTIFF /t", "SaveGIF /t",
                              "SaveEMF /t",  "SaveJ2K /t", "SavePCX /t",  "SavePNG /t",
@@ -120,7 +120,7 @@ TEST(SaveImageAsType, CallsTheOperationOfEachType)
     EXPECT_EQ(app.objImages.aCalls, aExpected);
 }
 
-TEST(SaveImageAsType, OverwritesAnEarlierCodeWithSuccess)
+TEST(SaveImageAsType, ClearsAnEarlierErrorOnSuccess)
 {
     TestApplication app;
     ImageBuffer aImage;
@@ -136,7 +136,7 @@ TEST(SaveImageAsType, OverwritesAnEarlierCodeWithSuccess)
     EXPECT_EQ(objOptions.sErr, "");
 }
 
-TEST(ConversionItem, ConvertsNothingByAnotherMethod)
+TEST(ConversionItem, ConvertsNothingForAnyOtherMethod)
 {
     TestApplication app;
     app.objImages.AddImage("/in/a.bmp");
@@ -148,7 +148,7 @@ TEST(ConversionItem, ConvertsNothingByAnotherMethod)
     EXPECT_TRUE(app.objImages.aCalls.empty());
 }
 
-TEST(ConversionItem, DeletesTheSourceAfterAGoodConversionWhenAsked)
+TEST(ConversionItem, DeletesTheSourceOnRequestAfterSuccess)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
@@ -161,7 +161,7 @@ TEST(ConversionItem, DeletesTheSourceAfterAGoodConversionWhenAsked)
     EXPECT_TRUE(app.objFiles.bHas("/in/a.png"));
 }
 
-TEST(ConversionItem, KeepsTheSourceAfterAFailedSave)
+TEST(ConversionItem, KeepsTheSourceIfSavingFails)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
@@ -174,7 +174,7 @@ TEST(ConversionItem, KeepsTheSourceAfterAFailedSave)
     EXPECT_TRUE(app.objFiles.bHas("/in/a.bmp"));
 }
 
-TEST(ConversionItem, DeletesASourceThatDidNotLoadSinceItsResultIsZero)
+TEST(ConversionItem, DeletesASourceThatFailedToLoad)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
@@ -188,7 +188,7 @@ TEST(ConversionItem, DeletesASourceThatDidNotLoadSinceItsResultIsZero)
     EXPECT_EQ(objOptions.sErr, "Unsupported source image file format. Unable to load image.");
 }
 
-TEST(ConversionItem, DeletesTheSourceOfAnotherMethodAsWell)
+TEST(ConversionItem, DeletesTheSourceForAnyOtherMethodToo)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
@@ -201,7 +201,7 @@ TEST(ConversionItem, DeletesTheSourceOfAnotherMethodAsWell)
     EXPECT_FALSE(app.objFiles.bHas("/in/a.bmp"));
 }
 
-TEST(ConversionItem, KeepsASourceThatDiffersFromItsTargetInCaseOnly)
+TEST(ConversionItem, KeepsASourceThatEqualsItsTargetIgnoringCase)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
@@ -213,7 +213,7 @@ TEST(ConversionItem, KeepsASourceThatDiffersFromItsTargetInCaseOnly)
     EXPECT_TRUE(app.objFiles.aDeletedFiles.empty());
 }
 
-TEST(ConversionItem, KeepsASourceThatIsItsTargetByAnotherPath)
+TEST(ConversionItem, KeepsASourceThatALinkMakesItsTarget)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;

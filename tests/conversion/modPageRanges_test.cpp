@@ -1,4 +1,4 @@
-// Page ranges as users type them.
+// Parsing of page ranges.
 #include "src/conversion/modPageRanges.h"
 
 #include <gtest/gtest.h>
@@ -37,17 +37,17 @@ TEST(ParseRangeString, ExpandsSortsAndRemovesDuplicates)
     EXPECT_EQ(objParse("3,1,3"), (Parsed{"1,3", 0}));
 }
 
-TEST(ParseRangeString, TakesReversedBoundsInOrder)
+TEST(ParseRangeString, AcceptsReversedBounds)
 {
     EXPECT_EQ(objParse("7-5"), (Parsed{"5,6,7", 0}));
 }
 
-TEST(ParseRangeString, LeavesAnEmptyTextEmpty)
+TEST(ParseRangeString, ReportsAnEmptyText)
 {
     EXPECT_EQ(objParse(""), (Parsed{"", 1}));
 }
 
-TEST(ParseRangeString, DropsCharactersThatAreNoneOfItsOwn)
+TEST(ParseRangeString, DropsInvalidCharacters)
 {
     EXPECT_EQ(objParse("a"), (Parsed{"", 3}));
     EXPECT_EQ(objParse("1.5"), (Parsed{"15", 2}));
@@ -55,19 +55,19 @@ TEST(ParseRangeString, DropsCharactersThatAreNoneOfItsOwn)
     EXPECT_EQ(objParse(" 1 - 3 "), (Parsed{"1,2,3", 2}));
 }
 
-TEST(ParseRangeString, TakesAnEmptyEntryForPageZero)
+TEST(ParseRangeString, ReadsAnEmptyEntryAsPageZero)
 {
     EXPECT_EQ(objParse("1,,2"), (Parsed{"0,1,2", 0}));
     EXPECT_EQ(objParse(","), (Parsed{"0", 0}));
 }
 
-TEST(ParseRangeString, TakesAnEntryWithTwoHyphensForPageZero)
+TEST(ParseRangeString, ReadsAnEntryWithTwoHyphensAsPageZero)
 {
     EXPECT_EQ(objParse("1-2-3"), (Parsed{"0", 0}));
     EXPECT_EQ(objParse("4,1-2-3"), (Parsed{"0,4", 0}));
 }
 
-TEST(ParseRangeString, RaisesTypeMismatchForARangeWithoutOneOfItsBounds)
+TEST(ParseRangeString, RaisesTypeMismatchForAMissingBound)
 {
     for (const std::string sRange : {"5-", "-5", "-"}) {
         try {
@@ -79,7 +79,7 @@ TEST(ParseRangeString, RaisesTypeMismatchForARangeWithoutOneOfItsBounds)
     }
 }
 
-TEST(ParseRangeString, BuildsALongListWhole)
+TEST(ParseRangeString, ExpandsLongRangesCompletely)
 {
     std::string sRange = "1-1000000";
 
@@ -89,7 +89,7 @@ TEST(ParseRangeString, BuildsALongListWhole)
     EXPECT_TRUE(sRange.ends_with(",999999,1000000"));
 }
 
-TEST(ParseRangeString, RaisesRatherThanTakeAllMemory)
+TEST(ParseRangeString, RaisesOutOfMemoryForHugeRanges)
 {
     std::string sRange = "1-2147483647";
 

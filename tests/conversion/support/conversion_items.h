@@ -1,4 +1,4 @@
-// Requests for one file, and what of the image library they called.
+// Helpers for conversion tests: requests for one file, and the image library calls they made.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@ inline clsConversionOptions objRequest(const std::string& sSource, std::int32_t 
     return objOptions;
 }
 
-// The calls that load, save or append, without the settings of properties.
+// The recorded load, save and append calls, without property setters.
 inline std::vector<std::string> aPictureCalls(const TestApplication& app)
 {
     std::vector<std::string> aResult;
