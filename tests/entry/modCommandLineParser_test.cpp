@@ -1,4 +1,4 @@
-// The command line's grammar.
+// The command line grammar.
 #include "src/entry/modCommandLineParser.h"
 
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ TEST(GetField, CountsOneMoreFieldThanDelimiters)
     EXPECT_EQ(iCountFields("/S a /T b", '/'), 3);
 }
 
-TEST(GetField, GivesTheFirstCharacterAndTheTrimmedRest)
+TEST(GetField, SplitsOffTheFirstCharacterAndTrimsTheRest)
 {
     std::string sFirst;
     EXPECT_EQ(sGetField(2, "/S  c:\\a b.bmp  /T x", '/', sFirst), "c:\\a b.bmp");
@@ -54,7 +54,7 @@ TEST(GetField, GivesTheFirstCharacterAndTheTrimmedRest)
     EXPECT_EQ(sFirst, "\xC3\xA4");
 }
 
-TEST_F(Parser, TakesAnEmptyTextForTheMainWindow)
+TEST_F(Parser, RejectsAnEmptyTextSilently)
 {
     app.bCommandLineMode = true;
 
@@ -64,7 +64,7 @@ TEST_F(Parser, TakesAnEmptyTextForTheMainWindow)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST_F(Parser, NeedsNoQuotesAroundPathsWithBlanksAndFindsBothTypes)
+TEST_F(Parser, AcceptsUnquotedPathsWithSpaces)
 {
     EXPECT_TRUE(bParse("/S c:\\my pictures\\a.bmp /T c:\\out\\a.png"));
 
@@ -75,14 +75,14 @@ TEST_F(Parser, NeedsNoQuotesAroundPathsWithBlanksAndFindsBothTypes)
     EXPECT_EQ(objOptions.lTargetFileType, 8);
 }
 
-TEST_F(Parser, RemovesTheQuotesOfAPathWithASeparator)
+TEST_F(Parser, UnquotesPathsThatContainASeparator)
 {
     EXPECT_TRUE(bParse("/S \"c:\\my pictures\\a.bmp\" /T c:\\out\\a.png"));
 
     EXPECT_EQ(objOptions.sOriginalFile, "c:\\my pictures\\a.bmp");
 }
 
-TEST_F(Parser, LooksForALoneNameInTheProgramsOwnFolderWithItsQuotes)
+TEST_F(Parser, ResolvesBareNamesAgainstTheProgramsFolder)
 {
     EXPECT_FALSE(bParse("/S \"x.bmp\" /T c:\\out\\a.png"));
     EXPECT_EQ(objOptions.sOriginalFile, "/program/\"x.bmp\"");
@@ -95,7 +95,7 @@ TEST_F(Parser, LooksForALoneNameInTheProgramsOwnFolderWithItsQuotes)
     EXPECT_EQ(objOptions.sLogAsConversionJobFile, "C:\\Varnel\\b.vjb");
 }
 
-TEST_F(Parser, CutsAPathAtASlashUnlessItIsAHostPathsOwn)
+TEST_F(Parser, SplitsPathsOnlyAtUnprotectedSlashes)
 {
     EXPECT_TRUE(bParse(sCommandText({"/S", "/pics/a.bmp", "/T", "/out/a.png", "/R"})));
     EXPECT_EQ(objOptions.sOriginalFile, "/pics/a.bmp");
@@ -105,7 +105,7 @@ TEST_F(Parser, CutsAPathAtASlashUnlessItIsAHostPathsOwn)
     EXPECT_FALSE(bParseCommandLine(app, "/S /pics/a.bmp", objCut));
 }
 
-TEST_F(Parser, SetsAFlagForEachSwitch)
+TEST_F(Parser, SetsTheFlagOfEachSwitch)
 {
     EXPECT_TRUE(bParse("/S c:\\p\\*.bmp /T c:\\out\\*.png /V /Z /R /O"));
 
@@ -116,7 +116,7 @@ TEST_F(Parser, SetsAFlagForEachSwitch)
     EXPECT_FALSE(objOptions.bSaveInOriginalFolder);
 }
 
-TEST_F(Parser, LetsALaterSwitchOverwriteAnEarlierOne)
+TEST_F(Parser, LetsLaterSwitchesOverrideEarlierOnes)
 {
     bParse("/F1 /F9 /S c:\\a.png /T c:\\out\\1.png /T c:\\out\\2.png");
 
@@ -124,12 +124,12 @@ TEST_F(Parser, LetsALaterSwitchOverwriteAnEarlierOne)
     EXPECT_EQ(objOptions.sTargetFile, "c:\\out\\2.png");
 }
 
-TEST_F(Parser, IgnoresTheTextBeforeTheFirstSwitch)
+TEST_F(Parser, IgnoresTextBeforeTheFirstSwitch)
 {
     EXPECT_TRUE(bParse("varnel.exe /S c:\\a.png /T c:\\out\\a.bmp"));
 }
 
-TEST_F(Parser, MakesTheFolderOfTheReportFile)
+TEST_F(Parser, CreatesTheFolderOfTheReportFile)
 {
     bParse("/S c:\\a.png /T c:\\out\\a.bmp /L c:\\logs\\deep\\r.txt");
 
@@ -137,7 +137,7 @@ TEST_F(Parser, MakesTheFolderOfTheReportFile)
     EXPECT_EQ(objOptions.sLogFile, "c:\\logs\\deep\\r.txt");
 }
 
-TEST_F(Parser, SkipsANumberThatDoesNotConvertAndGoesByTheExtension)
+TEST_F(Parser, UsesTheExtensionIfATypeIsMalformed)
 {
     EXPECT_TRUE(bParse("/S c:\\a.png /Fx /T c:\\out\\a.bmp /Cy"));
 
@@ -145,7 +145,7 @@ TEST_F(Parser, SkipsANumberThatDoesNotConvertAndGoesByTheExtension)
     EXPECT_EQ(objOptions.lTargetFileType, 2);
 }
 
-TEST_F(Parser, KeepsTheProcessAtZeroForANumberThatDoesNotConvert)
+TEST_F(Parser, UsesProcessZeroForAMalformedNumber)
 {
     bParse("/Px /S c:\\a.png /T c:\\out\\b.png");
 
@@ -153,14 +153,14 @@ TEST_F(Parser, KeepsTheProcessAtZeroForANumberThatDoesNotConvert)
     EXPECT_EQ(objOptions.lSpecialProcess, 0);
 }
 
-TEST_F(Parser, ForcesTheTypeOfAProcessOnlyWhenOneWasMissing)
+TEST_F(Parser, ForcesEqualTypesOnlyIfOneIsMissing)
 {
     bParse("/P5 /S c:\\a.png /T c:\\b.jpg /C1");
     EXPECT_EQ(objOptions.lOriginalFileType, 8);
     EXPECT_EQ(objOptions.lTargetFileType, 8);
 }
 
-TEST_F(Parser, CopiesTheTargetsTypeToASourceWithoutOne)
+TEST_F(Parser, CopiesTheTargetsTypeToAnUntypedSource)
 {
     bParse("/P5 /S c:\\a.unknown /T c:\\out\\b.jpg");
 
@@ -168,7 +168,7 @@ TEST_F(Parser, CopiesTheTargetsTypeToASourceWithoutOne)
     EXPECT_EQ(objOptions.lTargetFileType, 1);
 }
 
-TEST_F(Parser, RejectsALineWithoutATypeAndSaysSo)
+TEST_F(Parser, RejectsAndReportsAMissingType)
 {
     app.objFiles.AddFile("c:\\x.unknown");
 
@@ -179,14 +179,14 @@ TEST_F(Parser, RejectsALineWithoutATypeAndSaysSo)
               "Original or Target file type not properly specified. Specify /F# and /C#\n");
 }
 
-TEST_F(Parser, NamesUnknownSwitchesAndGoesOn)
+TEST_F(Parser, ReportsUnknownSwitchesAndCarriesOn)
 {
     EXPECT_TRUE(bParse("/S c:\\a.png /A /s /T c:\\out\\a.bmp /L c:\\out\\r.txt"));
 
     EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"), kUnknown + " /A /s\n");
 }
 
-TEST_F(Parser, RejectsALineOfAnUnknownSwitchAlone)
+TEST_F(Parser, RejectsALineWithOnlyUnknownSwitches)
 {
     EXPECT_FALSE(bParse("/s /V"));
 
@@ -194,7 +194,7 @@ TEST_F(Parser, RejectsALineOfAnUnknownSwitchAlone)
     EXPECT_EQ(app.objWindows.aBoxes[0].sText, kUnknown + " /s");
 }
 
-TEST_F(Parser, OpensTheHelpAtTheTopicOfTheCommandLine)
+TEST_F(Parser, OpensTheCommandLineHelpTopic)
 {
     app.sHelpFile = "Varnel.HLP";
 
@@ -203,21 +203,21 @@ TEST_F(Parser, OpensTheHelpAtTheTopicOfTheCommandLine)
     EXPECT_EQ(app.objWindows.aHelpCalls, std::vector<std::string>{"Varnel.HLP#30"});
 }
 
-TEST_F(Parser, PutsTheNumberedParametersIntoTheDetailsWithTwoEmptyOnesBeforeTheLetters)
+TEST_F(Parser, LeavesTwoEmptyDetailsBeforeTheLetters)
 {
     bParse("/S c:\\a.png /T c:\\out\\a.bmp /01 /12 /23 /3x /4 y /55 /66 /77 /88 /99 /aA /bB /iI /jJ");
 
     EXPECT_EQ(objOptions.sExtraParams, "2^3^x^y^5^6^7^8^9^^^A^B^^^^^^^I^");
 }
 
-TEST_F(Parser, SavesBesideTheSourceInPlaceOfTheTarget)
+TEST_F(Parser, IgnoresTheTargetWhenSavingBesideTheSource)
 {
     EXPECT_TRUE(bParse("/G /S c:\\p\\*.bmp /C8 /T c:\\out\\*.gif"));
 
     EXPECT_EQ(objOptions.sTargetFile, "c:\\p\\*.png");
 }
 
-TEST_F(Parser, NeedsNoFilesForAJob)
+TEST_F(Parser, RequiresNoFilesToRunAJob)
 {
     app.objFiles.AddFile("c:\\x.vjb");
 
@@ -227,7 +227,7 @@ TEST_F(Parser, NeedsNoFilesForAJob)
     EXPECT_EQ(objOptions.lErr, 0);
 }
 
-TEST_F(Parser, RejectsAJobThatIsNotThere)
+TEST_F(Parser, RejectsAMissingJobFile)
 {
     EXPECT_FALSE(bParse("/J c:\\missing.vjb /L c:\\out\\r.txt"));
 
@@ -236,7 +236,7 @@ TEST_F(Parser, RejectsAJobThatIsNotThere)
               "Conversion Job File (*.VJB) specified in the command line (/J) does not exist.\n");
 }
 
-TEST_F(Parser, RejectsToOpenWithoutAJob)
+TEST_F(Parser, RejectsOpeningWithoutAJobFile)
 {
     EXPECT_FALSE(bParse("/O"));
 }

@@ -1,4 +1,4 @@
-// Runs without windows, and their reports.
+// Runs without windows and their reports.
 #include "src/entry/modCommandLineRun.h"
 
 #include <gtest/gtest.h>
@@ -51,7 +51,7 @@ TEST_F(CommandLineRun, ReportsSuccessAndTheTime)
     EXPECT_FALSE(app.frmMain.bRunning);
 }
 
-TEST_F(CommandLineRun, ReportsSuccessForAWildcardWithoutFiles)
+TEST_F(CommandLineRun, ReportsSuccessForAnEmptyWildcard)
 {
     app.objFiles.AddFolder("/in");
 
@@ -73,7 +73,7 @@ TEST_F(CommandLineRun, ReportsEachFailedFileAndTheTime)
               "Time to complete job: 1.5\n");
 }
 
-TEST_F(CommandLineRun, ShowsEveryReportInABoxWhenVerbose)
+TEST_F(CommandLineRun, ShowsEveryReportInABoxIfVerbose)
 {
     app.objImages.AddImage("/in/1.bmp");
     app.objImages.aUnwritable = {"/out/1.png"};
@@ -85,7 +85,7 @@ TEST_F(CommandLineRun, ShowsEveryReportInABoxWhenVerbose)
     EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Job # 1  Unable to convert - /in/1.bmp");
 }
 
-TEST_F(CommandLineRun, WritesTheLogAsAJobAfterAFailureOnly)
+TEST_F(CommandLineRun, SavesTheLogAsAJobOnlyAfterFailures)
 {
     app.objImages.AddImage("/in/1.bmp");
     objOptions.sLogAsConversionJobFile = "/out/x.vjb";
@@ -97,7 +97,7 @@ TEST_F(CommandLineRun, WritesTheLogAsAJobAfterAFailureOnly)
     EXPECT_EQ(app.objFiles.sContent("/out/x.vjb"), "\t1\t1\tC\t/in/1.bmp\t2\tbmp\t/out/1.png\t\r\n");
 }
 
-TEST_F(CommandLineRun, RunsAJobFile)
+TEST_F(CommandLineRun, RunsAllTasksOfAJobFile)
 {
     app.objImages.AddImage("/in/a.bmp");
     app.objFiles.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
@@ -109,7 +109,7 @@ TEST_F(CommandLineRun, RunsAJobFile)
     EXPECT_EQ(sReport(), "Conversion Successful\nTime to complete job: 0.0\n");
 }
 
-TEST_F(CommandLineRun, FailsAJobWithAnyRowInItsLog)
+TEST_F(CommandLineRun, FailsForAJobWithAnyLogRow)
 {
     app.objFiles.AddFile("/j.vjb", kTask + "/in/none.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
     objOptions.sCLBatchJobFile = "/j.vjb";
@@ -120,7 +120,7 @@ TEST_F(CommandLineRun, FailsAJobWithAnyRowInItsLog)
               "Job # 1  File: /in/none.bmp does not exist - /in/none.bmp\nTime to complete job: 0.0\n");
 }
 
-TEST_F(CommandLineRun, FailsAJobForASuccessRowOfTheSettingsReportFile)
+TEST_F(CommandLineRun, FailsEvenIfTheLogHasOnlySuccesses)
 {
     app.objImages.AddImage("/in/a.bmp");
     app.objFiles.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
@@ -130,7 +130,7 @@ TEST_F(CommandLineRun, FailsAJobForASuccessRowOfTheSettingsReportFile)
     EXPECT_EQ(lRunFromCommandLine(app, objOptions), -1);
 }
 
-TEST_F(CommandLineRun, ResumesAJobAtItsFirstUnmarkedRow)
+TEST_F(CommandLineRun, ResumesJobsAtTheirFirstUnmarkedRow)
 {
     app.objImages.AddImage("/in/a.bmp");
     app.objImages.AddImage("/in/b.bmp");

@@ -1,4 +1,4 @@
-// Arguments as one command text.
+// Joining arguments into the command text.
 #include "src/entry/modCommandText.h"
 
 #include <gtest/gtest.h>
@@ -17,13 +17,13 @@ std::string sReadable(const std::vector<std::string>& aArguments)
 
 }  // namespace
 
-TEST(CommandText, JoinsTheArgumentsByOneBlank)
+TEST(CommandText, JoinsArgumentsWithSpaces)
 {
     EXPECT_EQ(sReadable({"/S", "c:\\a.bmp", "/T", "c:\\b.png"}), "/S c:\\a.bmp /T c:\\b.png");
     EXPECT_EQ(sReadable({}), "");
 }
 
-TEST(CommandText, KeepsTheSlashesOfAPathThatFollowsItsSwitch)
+TEST(CommandText, ProtectsSlashesOfPathsAfterTheirSwitch)
 {
     EXPECT_EQ(sReadable({"/S", "/home/me/a.bmp", "/T", "out/a.png", "/R"}),
               "/S |home|me|a.bmp /T out|a.png /R");
@@ -31,18 +31,18 @@ TEST(CommandText, KeepsTheSlashesOfAPathThatFollowsItsSwitch)
               "/L |x|l.txt /B |x|b.vjb /J |x|j.vjb");
 }
 
-TEST(CommandText, KeepsTheSlashesOfAPathInTheSwitchesOwnArgument)
+TEST(CommandText, ProtectsSlashesOfPathsJoinedToTheirSwitch)
 {
     EXPECT_EQ(sReadable({"/S/home/me/a.bmp", "/T /out/a.png"}), "/S|home|me|a.bmp /T |out|a.png");
 }
 
-TEST(CommandText, LetsTheSlashesOfOtherArgumentsCut)
+TEST(CommandText, LeavesSlashesInOtherArgumentsAlone)
 {
     EXPECT_EQ(sReadable({"/1", "1/2", "/F2"}), "/1 1/2 /F2");
     EXPECT_EQ(sReadable({"/s", "/home/a"}), "/s /home/a");
 }
 
-TEST(CommandText, NeverTouchesASingleArgumentThatHoldsTheWholeLine)
+TEST(CommandText, LeavesASingleArgumentUnchanged)
 {
     EXPECT_EQ(sReadable({"/S c:\\my pictures\\a.bmp /T c:\\out\\a.png"}),
               "/S c:\\my pictures\\a.bmp /T c:\\out\\a.png");

@@ -1,11 +1,11 @@
-// The run modes of the process.
+// The program's run modes.
 #include "src/entry/modMain.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/fakes/test_application.h"
 
-TEST(Main, KeepsTheSettingsInOneFileOfTheSettingsFolder)
+TEST(Main, SetsTheSettingsPathAndTheHelpFile)
 {
     TestApplication app;
 
@@ -15,7 +15,7 @@ TEST(Main, KeepsTheSettingsInOneFileOfTheSettingsFolder)
     EXPECT_EQ(app.sHelpFile, "Varnel.HLP");
 }
 
-TEST(Main, ReportsARejectedLineAfterItsOwnReason)
+TEST(Main, ReportsTheReasonThenTheRejection)
 {
     TestApplication app;
     app.objFiles.AddFolder("c:\\out");
@@ -28,7 +28,7 @@ TEST(Main, ReportsARejectedLineAfterItsOwnReason)
     EXPECT_FALSE(app.frmMain.Visible());
 }
 
-TEST(Main, ReportsALineWithoutAnySwitchNowhere)
+TEST(Main, RejectsALineWithoutSwitchesSilently)
 {
     TestApplication app;
 
@@ -38,7 +38,7 @@ TEST(Main, ReportsALineWithoutAnySwitchNowhere)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST(Main, RunsATaskAndSavesNoSetting)
+TEST(Main, RunsATaskWithoutSavingSettings)
 {
     TestApplication app;
     app.objImages.AddImage("c:\\in\\a.bmp");
@@ -51,7 +51,7 @@ TEST(Main, RunsATaskAndSavesNoSetting)
     EXPECT_FALSE(app.frmMain.Visible());
 }
 
-TEST(Main, OpensTheMainWindowForAnEmptyText)
+TEST(Main, OpensTheMainWindowForAnEmptyCommand)
 {
     TestApplication app;
     app.objWindows.bDisplay = true;
@@ -65,7 +65,7 @@ TEST(Main, OpensTheMainWindowForAnEmptyText)
     EXPECT_EQ(app.frmPleaseWait.lblLine1.Caption(), "Orbelan, Inc.");
 }
 
-TEST(Main, SaysThatThereIsNoDisplayAndEnds)
+TEST(Main, ReportsAMissingDisplayAndExits)
 {
     TestApplication app;
 
@@ -92,7 +92,7 @@ TEST(Main, OpensAJobWithoutRunningIt)
     EXPECT_TRUE(app.bCommandLineMode);
 }
 
-TEST(Main, ReportsAnErrorThatEndsARunWithoutATimeLine)
+TEST(Main, ReportsARaisedErrorWithoutATimeLine)
 {
     TestApplication app;
     app.objImages.AddImage("c:\\in\\a.tif", {1, 2});
