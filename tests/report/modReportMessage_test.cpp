@@ -1,11 +1,11 @@
-// Report lines, boxes and the lock around them.
+// Report lines, message boxes and the lock around them.
 #include "src/report/modReportMessage.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/fakes/test_application.h"
 
-TEST(ReportMessage, AppendsOneLineToTheReportFile)
+TEST(ReportMessage, AppendsALineToTheReportFile)
 {
     TestApplication app;
     app.objFiles.AddFile("/out/report.txt", "before\n");
@@ -25,7 +25,7 @@ TEST(ReportMessage, WritesNothingWithoutAReportFile)
     EXPECT_TRUE(app.objWindows.aBoxes.empty());
 }
 
-TEST(ReportMessage, ShowsABoxInsideTheLock)
+TEST(ReportMessage, ShowsItsBoxWhileHoldingTheLock)
 {
     TestApplication app;
     int lHeldWhileShown = 0;
@@ -41,7 +41,7 @@ TEST(ReportMessage, ShowsABoxInsideTheLock)
               (std::vector<std::string>{"Acquire Stellor_Global_Mutex", "Release Stellor_Global_Mutex"}));
 }
 
-TEST(ReportMessage, SendsTheTextToABoxWhenTheReportFileCannotBeWritten)
+TEST(ReportMessage, ShowsAMessageBoxIfTheFileIsUnwritable)
 {
     TestApplication app;
     app.objFiles.AddFolder("/out");
@@ -55,7 +55,7 @@ TEST(ReportMessage, SendsTheTextToABoxWhenTheReportFileCannotBeWritten)
     EXPECT_EQ(app.objMutex.lHeld, 0);
 }
 
-TEST(ReportMessage, ShowsOnlyOneBoxAboutAnUnwritableReportFileInAWindow)
+TEST(ReportMessage, ReportsAnUnwritableFileOnceIfThereIsADisplay)
 {
     TestApplication app;
     app.objWindows.bDisplay = true;
