@@ -1,4 +1,4 @@
-// The bytes and the lines of language files.
+// Decoding and parsing of language files.
 #include "src/translator/modLanguageFile.h"
 
 #include <rapidcheck/gtest.h>
@@ -16,13 +16,13 @@ static std::unordered_map<std::string, std::string> TableOf(const std::string& s
 
 using Table = std::unordered_map<std::string, std::string>;
 
-TEST(ReadLanguageTable, TakesAPairFromALine)
+TEST(ReadLanguageTable, ReadsOnePairPerLine)
 {
     EXPECT_EQ(TableOf("\"Done\",\"Erledigt\"\r\n\"Add\",\"Neu\"\n"),
               (Table{{"Done", "Erledigt"}, {"Add", "Neu"}}));
 }
 
-TEST(ReadLanguageTable, MapsATextWithoutTranslationToItself)
+TEST(ReadLanguageTable, MapsUntranslatedTextsToThemselves)
 {
     EXPECT_EQ(TableOf("\"Done\"\r\n"), (Table{{"Done", "Done"}}));
 }
@@ -32,52 +32,52 @@ TEST(ReadLanguageTable, SkipsEmptyLinesBlankLinesAndComments)
     EXPECT_EQ(TableOf("\"! made by hand\n\n   \n\r\n\"Done\"\n"), (Table{{"Done", "Done"}}));
 }
 
-TEST(ReadLanguageTable, StopsAtTheLineThatEndsTheTable)
+TEST(ReadLanguageTable, StopsAtTheTerminatorLine)
 {
     EXPECT_EQ(TableOf("\"Done\"\n\"**** to do\n\"Add\"\n"), (Table{{"Done", "Done"}}));
     EXPECT_EQ(TableOf("\"***\"\n\"Add\"\n"), (Table{{"***", "***"}, {"Add", "Add"}}));
 }
 
-TEST(ReadLanguageTable, KeepsTheFirstValueOfAKey)
+TEST(ReadLanguageTable, KeepsTheFirstTranslationOfAText)
 {
     EXPECT_EQ(TableOf("\"Done\",\"eins\"\n\"Done\",\"zwei\"\n"), (Table{{"Done", "eins"}}));
 }
 
-TEST(ReadLanguageTable, LosesTheLastLetterWhereASecondCommaCutsTheValueOff)
+TEST(ReadLanguageTable, DropsTheLastCharacterBeforeASecondSeparator)
 {
     EXPECT_EQ(TableOf("\"Done\",\"Erledigt\",\"mehr\"\n"), (Table{{"Done", "Erledig"}}));
 }
 
-TEST(ReadLanguageTable, TellsATrailingBlankApart)
+TEST(ReadLanguageTable, DistinguishesTrailingSpaces)
 {
     EXPECT_EQ(TableOf("\"Done \",\"a\"\n\"Done\",\"b\"\n"), (Table{{"Done ", "a"}, {"Done", "b"}}));
 }
 
-TEST(ReadLanguageTable, TakesWholeCharactersOffAtBothEnds)
+TEST(ReadLanguageTable, StripsWholeCharactersAtBothEnds)
 {
     EXPECT_EQ(TableOf("«Done»\n"), (Table{{"Done", "Done"}}));
 }
 
-TEST(ReadLanguageTable, TakesLinesTooShortToHoldAnything)
+TEST(ReadLanguageTable, ToleratesVeryShortLines)
 {
     EXPECT_EQ(TableOf("\"\nx\n\"\"\n"), (Table{{"", ""}}));
     EXPECT_EQ(TableOf("\",\""), (Table{{"", ""}}));
     EXPECT_EQ(TableOf("\"a\",\""), (Table{{"a", ""}}));
 }
 
-TEST(ReadLanguageTable, KeepsACarriageReturnInsideAText)
+TEST(ReadLanguageTable, KeepsCarriageReturnsInsideATranslation)
 {
     EXPECT_EQ(TableOf("\"one\rtwo\",\"eins\rzwei\"\r\n"), (Table{{"one\rtwo", "eins\rzwei"}}));
 }
 
-TEST(FormatOfLanguageFile, IsEightBitIfTheFirstCharacterIsAQuote)
+TEST(FormatOfLanguageFile, IsEightBitIfItStartsWithAQuote)
 {
     EXPECT_EQ(iFormatOfLanguageFile("\"Done\"\n"), LanguageFileFormat::EightBit);
     EXPECT_EQ(iFormatOfLanguageFile("\"! a comment will do\n"), LanguageFileFormat::EightBit);
     EXPECT_EQ(iFormatOfLanguageFile("\xEF\xBB\xBF\"Done\"\n"), LanguageFileFormat::EightBit);
 }
 
-TEST(FormatOfLanguageFile, IsUtf16WithAndWithoutAMarkInBothByteOrders)
+TEST(FormatOfLanguageFile, IsUtf16InBothByteOrdersWithOrWithoutAMark)
 {
     EXPECT_EQ(iFormatOfLanguageFile("\xFF\xFE\"\0D\0"s), LanguageFileFormat::Utf16);
     EXPECT_EQ(iFormatOfLanguageFile("\"\0D\0"s), LanguageFileFormat::Utf16);
@@ -85,7 +85,7 @@ TEST(FormatOfLanguageFile, IsUtf16WithAndWithoutAMarkInBothByteOrders)
     EXPECT_EQ(iFormatOfLanguageFile("\0\"\0D"s), LanguageFileFormat::Utf16);
 }
 
-TEST(FormatOfLanguageFile, IsUnreadableWithoutAQuoteInEitherReading)
+TEST(FormatOfLanguageFile, IsUnreadableUnlessItStartsWithAQuote)
 {
     EXPECT_EQ(iFormatOfLanguageFile(""), LanguageFileFormat::Unreadable);
     EXPECT_EQ(iFormatOfLanguageFile("Done"), LanguageFileFormat::Unreadable);
@@ -100,14 +100,14 @@ TEST(FormatOfLanguageFile, IsUnreadableWithoutAQuoteInEitherReading)
               LanguageFileFormat::Unreadable);
 }
 
-TEST(EncodingOfLanguageFile, IsWindows1252OnlyIfTheFileAsAWholeIsNotUtf8)
+TEST(EncodingOfLanguageFile, IsWindows1252OnlyForMalformedUtf8)
 {
     EXPECT_EQ(eEncodingOfLanguageFile("\"ü\"", LanguageFileFormat::EightBit), LanguageFileEncoding::Utf8);
     EXPECT_EQ(eEncodingOfLanguageFile("\"ü\xFC\"", LanguageFileFormat::EightBit),
               LanguageFileEncoding::Windows1252);
 }
 
-TEST(DecodeLanguageFile, GivesTheSameTextFromEveryEncoding)
+TEST(DecodeLanguageFile, GivesTheSameTextForEveryEncoding)
 {
     const std::string sText = "\"Done\",\"Fertig – ü\"\n";
     const std::string sMarkUtf8 = "\xEF\xBB\xBF", sMarkLittle = "\xFF\xFE", sMarkBig = "\xFE\xFF";
@@ -124,7 +124,7 @@ TEST(DecodeLanguageFile, GivesTheSameTextFromEveryEncoding)
     }
 }
 
-TEST(LineEndOf, FollowsTheFirstLine)
+TEST(LineEndOf, DependsOnTheFirstLine)
 {
     EXPECT_EQ(sLineEndOf("a\r\nb\n"), "\r\n");
     EXPECT_EQ(sLineEndOf("a\nb\r\n"), "\n");
@@ -133,7 +133,7 @@ TEST(LineEndOf, FollowsTheFirstLine)
     EXPECT_EQ(sLineEndOf(""), "\n");
 }
 
-RC_GTEST_PROP(ReadLanguageTable, TakesAnyBytes, (const std::string& sBytes))
+RC_GTEST_PROP(ReadLanguageTable, SurvivesArbitraryBytes, (const std::string& sBytes))
 {
     for (const auto iFormat : {LanguageFileFormat::EightBit, LanguageFileFormat::Utf16})
         TableOf(sDecodeLanguageFile(sBytes, eEncodingOfLanguageFile(sBytes, iFormat)));

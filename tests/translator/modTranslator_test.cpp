@@ -1,4 +1,4 @@
-// The text to show, the language at start, and the texts that a language file still lacks.
+// Translating, choosing the language at startup, and collecting untranslated texts.
 #include "src/translator/modTranslator.h"
 
 #include "src/base/text_encoding.h"
@@ -8,7 +8,7 @@ using namespace std::string_literals;
 
 static constexpr const char* kGerman = "/program/Languages/German-Varnel.txt";
 
-// An application whose settings name German, with this file for it.
+// An application set to German, with this language file.
 struct GermanApplication : TestApplication {
     explicit GermanApplication(const std::string& sFile)
     {
@@ -19,7 +19,7 @@ struct GermanApplication : TestApplication {
     std::string sFile() const { return objFiles.sContent(kGerman); }
 };
 
-TEST(Translate, GivesTheTranslationOfAText)
+TEST(Translate, ReturnsTheTranslationOfAText)
 {
     GermanApplication app("\"Done\",\"Erledigt\"\n");
 
@@ -28,7 +28,7 @@ TEST(Translate, GivesTheTranslationOfAText)
     EXPECT_EQ(sTranslate(app, "done"), "done");
 }
 
-TEST(Translate, AppendsAnUnknownTextOnceARun)
+TEST(Translate, AppendsUnknownTextsOncePerRun)
 {
     GermanApplication app("\"Done\",\"Erledigt\"\n");
 
@@ -38,7 +38,7 @@ TEST(Translate, AppendsAnUnknownTextOnceARun)
     EXPECT_EQ(app.sFile(), "\"Done\",\"Erledigt\"\n\"Task 1\"\n\"Task 2\"\n");
 }
 
-TEST(Translate, LeavesBlanksAloneAndOutOfTheTable)
+TEST(Translate, IgnoresBlankTexts)
 {
     GermanApplication app("\"Done\"\n");
 
@@ -48,7 +48,7 @@ TEST(Translate, LeavesBlanksAloneAndOutOfTheTable)
     EXPECT_EQ(app.sFile(), "\"Done\"\n");
 }
 
-TEST(Translate, OnlyCollectsTheTextsInEnglish)
+TEST(Translate, WritesNoLanguageFileForEnglish)
 {
     TestApplication app;
     InitializeTranslator(app);
@@ -58,7 +58,7 @@ TEST(Translate, OnlyCollectsTheTextsInEnglish)
     EXPECT_FALSE(app.objFiles.bHas("/program/Languages"));
 }
 
-TEST(Translate, AppendsBehindTheEndOfTheTableInEveryRun)
+TEST(Translate, AppendsAfterTheTerminatorInEveryRun)
 {
     GermanApplication app("\"Done\"\n\"****\"\n");
     sTranslate(app, "Add");
@@ -69,7 +69,7 @@ TEST(Translate, AppendsBehindTheEndOfTheTableInEveryRun)
     EXPECT_EQ(objNext.sFile(), "\"Done\"\n\"****\"\n\"Add\"\n\"Add\"\n");
 }
 
-TEST(AddToLanguageFile, BeginsOnALineOfItsOwnWithTheFilesLineEnd)
+TEST(AddToLanguageFile, StartsANewLineInTheFilesStyle)
 {
     GermanApplication app("\"Done\"\r\n\"Add\"");
     AddToLanguageFile(app, "One");
@@ -78,7 +78,7 @@ TEST(AddToLanguageFile, BeginsOnALineOfItsOwnWithTheFilesLineEnd)
     EXPECT_EQ(app.sFile(), "\"Done\"\r\n\"Add\"\r\n\"One\"\r\n\"Two\"\r\n");
 }
 
-TEST(AddToLanguageFile, WritesInTheFilesOwnEncoding)
+TEST(AddToLanguageFile, UsesTheFilesEncoding)
 {
     GermanApplication objUtf8("\xEF\xBB\xBF\"Grün\"\n");
     AddToLanguageFile(objUtf8, "Größe €");
@@ -99,7 +99,7 @@ TEST(AddToLanguageFile, WritesInTheFilesOwnEncoding)
     }
 }
 
-TEST(AddToLanguageFile, DoesNothingForBlanksOrWithoutAFile)
+TEST(AddToLanguageFile, DoesNothingForBlankTextsOrWithoutAFile)
 {
     GermanApplication app("\"Done\"\n");
     AddToLanguageFile(app, "  ");
@@ -110,7 +110,7 @@ TEST(AddToLanguageFile, DoesNothingForBlanksOrWithoutAFile)
     EXPECT_TRUE(objEnglish.objWindows.aBoxes.empty());
 }
 
-TEST(AddToLanguageFile, ShowsOneBoxWhenTheFileCannotBeWritten)
+TEST(AddToLanguageFile, ReportsAnUnwritableFileOnce)
 {
     GermanApplication app("\"Error\",\"Fehler\"\n\"Done\"\n");
     app.objFiles.MakeReadOnly(kGerman);
@@ -124,7 +124,7 @@ TEST(AddToLanguageFile, ShowsOneBoxWhenTheFileCannotBeWritten)
     EXPECT_EQ(app.objWindows.aBoxes[0].eButtons, BoxButtons::Ok);
 }
 
-TEST(AddToLanguageFile, DoesNotMakeALanguageThatWasRemovedWhileTheProgramRan)
+TEST(AddToLanguageFile, DoesNotRecreateADeletedFile)
 {
     GermanApplication app("\"Done\"\n");
     app.objFiles.DeleteFile(kGerman);
@@ -154,7 +154,7 @@ TEST(InitializeTranslator, ReadsLanguageAndFontFromTheSettings)
     EXPECT_TRUE(app.objIni.aWritten.empty());
 }
 
-TEST(InitializeTranslator, KnowsTheDoubleByteLocales)
+TEST(InitializeTranslator, DetectsDoubleByteLocales)
 {
     for (const std::int32_t lLCID : {1041, 1042, 4100, 1028, 3076, 2052, 5124}) {
         TestApplication app;
@@ -172,7 +172,7 @@ static int lQuestionsAtFirstStart(std::int32_t lLCID, TestApplication& app)
     return lQuestions;
 }
 
-TEST(InitializeTranslator, AsksAUserOfAnotherLocaleOnce)
+TEST(InitializeTranslator, AsksUsersOfOtherLocalesOnce)
 {
     for (const std::int32_t lLCID : {1033, 2057}) {
         TestApplication app;
@@ -185,7 +185,7 @@ TEST(InitializeTranslator, AsksAUserOfAnotherLocaleOnce)
     EXPECT_EQ(lQuestionsAtFirstStart(1031, app), 0);
 }
 
-TEST(InitializeTranslator, LoadsTheLanguageThatWasChosen)
+TEST(InitializeTranslator, LoadsTheChosenLanguage)
 {
     TestApplication app;
     app.objLocale.lLCID = 1031;
@@ -199,7 +199,7 @@ TEST(InitializeTranslator, LoadsTheLanguageThatWasChosen)
     EXPECT_EQ(sTranslate(app, "Done"), "Erledigt");
 }
 
-TEST(InitializeTranslator, FallsBackToEnglishWhenTheQuestionIsCancelled)
+TEST(InitializeTranslator, FallsBackToEnglishIfTheUserCancels)
 {
     TestApplication app;
     app.objLocale.lLCID = 1031;
@@ -210,7 +210,7 @@ TEST(InitializeTranslator, FallsBackToEnglishWhenTheQuestionIsCancelled)
     EXPECT_EQ(app.objIni.sStored("Language", "Language_Code"), "English");
 }
 
-TEST(InitializeTranslator, NeitherAsksNorWritesWithoutWindows)
+TEST(InitializeTranslator, NeitherAsksNorSavesWithoutWindows)
 {
     for (const std::int32_t lLCID : {1031, 1033}) {
         TestApplication app;
@@ -240,13 +240,13 @@ static void ExpectFailure(TestApplication& app, const std::string& sText)
     EXPECT_EQ(app.objWindows.aBoxes.size(), 1u);
 }
 
-TEST(InitializeTranslator, FallsBackToEnglishForGoodWhenTheFileIsGone)
+TEST(InitializeTranslator, FallsBackToEnglishIfTheFileIsMissing)
 {
     TestApplication app;
     ExpectFailure(app, "Unable to locate Language file");
 }
 
-TEST(InitializeTranslator, FallsBackToEnglishWhenTheFileIsNoLanguageFile)
+TEST(InitializeTranslator, FallsBackToEnglishIfTheFormatIsUnreadable)
 {
     for (const std::string& sBytes : {""s, "Done\n"s, "\n\"Done\"\n"s,
                                       "\x7F"
@@ -258,7 +258,7 @@ TEST(InitializeTranslator, FallsBackToEnglishWhenTheFileIsNoLanguageFile)
     }
 }
 
-// Gives a file's bytes once, and then fails: as a disk that is pulled out.
+// Returns a file's bytes only once and then fails, like a disk that was removed.
 struct FailingFileSystem : FakeFileSystem {
     mutable int lReads = 0;
     std::optional<std::string> sReadBytes(const std::string& sPath) const override
@@ -267,7 +267,7 @@ struct FailingFileSystem : FakeFileSystem {
     }
 };
 
-TEST(InitializeTranslator, FallsBackToEnglishWhenTheFileCannotBeReadToItsEnd)
+TEST(InitializeTranslator, FallsBackToEnglishIfReadingFails)
 {
     TestServices svc;
     FailingFileSystem objFiles;
@@ -285,7 +285,7 @@ TEST(InitializeTranslator, FallsBackToEnglishWhenTheFileCannotBeReadToItsEnd)
     EXPECT_EQ(sGetLanguageCode(app), "English");
 }
 
-TEST(InitializeTranslator, TakesACommentForAFirstLine)
+TEST(InitializeTranslator, AcceptsACommentInTheFirstLine)
 {
     GermanApplication app("\"! comment\n\"Done\",\"Erledigt\"\n");
 
@@ -305,7 +305,7 @@ TEST(InitializeTranslator, LoadsUtf16WithAndWithoutAMark)
     }
 }
 
-TEST(InitializeTranslator, TakesBinaryRubbishBehindAQuote)
+TEST(InitializeTranslator, SurvivesBinaryDataAfterAQuote)
 {
     std::string sRubbish = "\"";
     for (int n = 0; n < 5000; ++n)
@@ -315,7 +315,7 @@ TEST(InitializeTranslator, TakesBinaryRubbishBehindAQuote)
     EXPECT_EQ(sTranslate(app, "Done"), "Done");
 }
 
-TEST(LanguageFont, IsKeptInTheSettings)
+TEST(LanguageFont, IsStoredInTheSettings)
 {
     TestApplication app;
     EXPECT_EQ(sGetLanguageFont(app), "");
@@ -327,7 +327,7 @@ TEST(LanguageFont, IsKeptInTheSettings)
     EXPECT_EQ(app.objIni.sStored("language", "language_font"), "DejaVu Sans");
 }
 
-TEST(LanguageCode, IsReadThroughABufferOf128)
+TEST(LanguageCode, IsLimitedTo127Characters)
 {
     TestApplication app;
     SetLanguageCode(app, std::string(200, 'x'));
@@ -335,14 +335,14 @@ TEST(LanguageCode, IsReadThroughABufferOf128)
     EXPECT_EQ(sGetLanguageCode(app), std::string(127, 'x'));
 }
 
-TEST(LanguageFilePath, LiesInTheProgramsLanguages)
+TEST(LanguageFilePath, IsInTheProgramsLanguagesFolder)
 {
     TestApplication app;
 
     EXPECT_EQ(sLanguageFilePath(app, "Japanese"), "/program/Languages/Japanese-Varnel.txt");
 }
 
-TEST(DetectLanguageFileFormat, AnswersUnreadableForAMissingFile)
+TEST(DetectLanguageFileFormat, ReturnsUnreadableForAMissingFile)
 {
     TestApplication app;
     app.objFiles.AddFile("/a.txt", "\"Done\"");
@@ -351,7 +351,7 @@ TEST(DetectLanguageFileFormat, AnswersUnreadableForAMissingFile)
     EXPECT_EQ(static_cast<int>(iDetectLanguageFileFormat(app, "/gone.txt")), 99);
 }
 
-TEST(LoadLanguageFile, EmptiesTheTableAndFailsWithoutAFile)
+TEST(LoadLanguageFile, ClearsTheTableAndFailsForAMissingFile)
 {
     TestApplication app;
     sTranslate(app, "Done");
