@@ -1,4 +1,4 @@
-// What is broken, lying, empty or in the way ends in a clear failure, and loses nothing.
+// Malformed, empty or inaccessible input and output: a clear failure, and nothing lost.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -23,7 +23,7 @@ constexpr Format kFormats[] = {{"jpg", 1, true},   {"bmp", 2, true},  {"tif", 3,
                                {"ras", 9, true},   {"tga", 10, true}, {"wmf", 11, true}, {"ico", 12, false},
                                {"cur", 13, false}, {"ani", 14, false}};
 
-// A whole file of the format, made by the program itself from a sample; "" for a format that is only read.
+// A valid file of the format, converted from a sample by the program itself; "" for a read-only format.
 std::string sWholeFile(const Workplace& objPlace, const Format& objFormat)
 {
     const std::string sExtension = objFormat.sExtension;
@@ -34,7 +34,7 @@ std::string sWholeFile(const Workplace& objPlace, const Format& objFormat)
     return objPlace.sPath("whole." + sExtension);
 }
 
-// Nothing but what the test put there: no half file, no temporary one.
+// No partial and no temporary file was left behind.
 void ExpectNoNewFile(const Workplace& objPlace, const std::vector<std::string>& aBefore)
 {
     EXPECT_EQ(objPlace.aFiles(), aBefore);
@@ -42,7 +42,7 @@ void ExpectNoNewFile(const Workplace& objPlace, const std::vector<std::string>& 
 
 }  // namespace
 
-TEST(BadInput, EveryFormatRefusesAFileThatIsEmptyForeignOrCutShort)
+TEST(BadInput, IsRejectedByEveryFormat)
 {
     for (const Format& objFormat : kFormats) {
         const Workplace objPlace;
@@ -66,7 +66,7 @@ TEST(BadInput, EveryFormatRefusesAFileThatIsEmptyForeignOrCutShort)
     }
 }
 
-TEST(BadInput, ATargetThatIsAFolderFailsAndStays)
+TEST(BadInput, NeverOverwritesATargetThatIsAFolder)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -78,7 +78,7 @@ TEST(BadInput, ATargetThatIsAFolderFailsAndStays)
     EXPECT_NE(objPlace.sRead("r.txt").find("Unable to convert"), std::string::npos);
 }
 
-TEST(BadInput, AReadOnlyTargetFailsAndStays)
+TEST(BadInput, NeverOverwritesAReadOnlyTarget)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -91,14 +91,14 @@ TEST(BadInput, AReadOnlyTargetFailsAndStays)
     EXPECT_NE(objPlace.sRead("r.txt").find("Unable to convert"), std::string::npos);
 }
 
-TEST(BadInput, AFullDiskLeavesTheOldFileAndNoPartOfANewOne)
+TEST(BadInput, KeepsTheOldFileIfTheDiskIsFull)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
     objPlace.sWrite("a.ras", "mine");
     const std::vector<std::string> aBefore = objPlace.aFiles();
 
-    // A limit on the size of files fails a write as a full disk does.
+    // Exceeding the file size limit fails a write like a full disk.
     objRun({"sh", "-c", "ulimit -f 8; exec \"$0\" \"$@\"", VARNEL_PROGRAM, "/S", sBmp, "/T",
             objPlace.sPath("a.ras")},
            {{"VARNEL_SETTINGS_DIR", objPlace.sPath(".varnel-home")},
@@ -108,7 +108,7 @@ TEST(BadInput, AFullDiskLeavesTheOldFileAndNoPartOfANewOne)
     EXPECT_EQ(objPlace.sRead("a.ras"), "mine");
 }
 
-TEST(BadInput, AMissingSourceFolderIsReported)
+TEST(BadInput, ReportsAMissingSourceFolder)
 {
     const Workplace objPlace;
 
@@ -118,7 +118,7 @@ TEST(BadInput, AMissingSourceFolderIsReported)
     EXPECT_EQ(objPlace.sRead("r.txt").substr(0, 15), "Original Folder");
 }
 
-TEST(BadInput, AnUnwritableReportGoesToStandardErrorAndThePicturesAreMade)
+TEST(BadInput, RedirectsAnUnwritableReportToStandardError)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -131,7 +131,7 @@ TEST(BadInput, AnUnwritableReportGoesToStandardErrorAndThePicturesAreMade)
     EXPECT_NE(objOutcome.sErrors.find("Conversion Successful"), std::string::npos);
 }
 
-TEST(BadInput, AnUnreadableJobFileIsToldAndEnds)
+TEST(BadInput, ReportsAnUnreadableJobFile)
 {
     const Workplace objPlace;
     fs::create_directories(objPlace.Root() / "job.vjb");
@@ -143,7 +143,7 @@ TEST(BadInput, AnUnreadableJobFileIsToldAndEnds)
     EXPECT_NE(objPlace.sRead("r.txt").find("does not exist"), std::string::npos);
 }
 
-TEST(BadInput, SettingsThatAreRubbishOrAFolderLeaveTheDefaults)
+TEST(BadInput, FallsBackToDefaultsForUnreadableSettings)
 {
     for (const bool bFolder : {false, true}) {
         const Workplace objPlace;
@@ -160,7 +160,7 @@ TEST(BadInput, SettingsThatAreRubbishOrAFolderLeaveTheDefaults)
     }
 }
 
-TEST(BadInput, ASettingThatIsNoNumberIsReportedAndEnds)
+TEST(BadInput, ReportsAMalformedNumberInTheSettings)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -173,7 +173,7 @@ TEST(BadInput, ASettingThatIsNoNumberIsReportedAndEnds)
     EXPECT_EQ(objPlace.sRead("r.txt"), "Type mismatch\n");
 }
 
-TEST(BadInput, APipeOrADeviceIsNoPictureAndNoTarget)
+TEST(BadInput, RejectsPipesAsSourceAndTarget)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -186,10 +186,10 @@ TEST(BadInput, APipeOrADeviceIsNoPictureAndNoTarget)
     EXPECT_TRUE(fs::is_fifo(objPlace.Root() / "pipe.ras"));
 }
 
-TEST(BadInput, AHeaderThatClaimsTooMuchIsRefusedAtOnce)
+TEST(BadInput, RejectsAHeaderWithAnExcessiveSize)
 {
     const Workplace objPlace;
-    // A bitmap of 60,000 x 60,000 pixels in 54 bytes.
+    // A 54-byte bitmap that claims 60,000 x 60,000 pixels.
     std::string sHeader(
         "BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x60\xEA\0\0\x60\xEA\0\0\x01\0\x18\0\0\0\0\0", 34);
     sHeader.resize(54, '\0');

@@ -1,4 +1,4 @@
-// Whole command lines through the real program.
+// Command lines run through the built program.
 #include <gtest/gtest.h>
 
 #include "tests/e2e/support/program.h"
@@ -12,7 +12,7 @@ using Files = std::vector<std::string>;
 
 }  // namespace
 
-TEST(CommandLine, ConvertsATreeByHostPaths)
+TEST(CommandLine, ConvertsATreeGivenByHostPaths)
 {
     const Workplace objPlace;
     objPlace.sCopySample("landscape-small.bmp", "in/a.bmp");
@@ -33,7 +33,7 @@ TEST(CommandLine, ConvertsATreeByHostPaths)
               sDecodedByOthers(objPlace.sPath("in/sub/deep/b.bmp")));
 }
 
-TEST(CommandLine, ConvertsATreeByBackslashPathsInOneArgument)
+TEST(CommandLine, ConvertsATreeGivenByBackslashPaths)
 {
     const Workplace objPlace;
     objPlace.sCopySample("landscape-small.bmp", "my pictures/A.BMP");
@@ -49,7 +49,7 @@ TEST(CommandLine, ConvertsATreeByBackslashPathsInOneArgument)
     EXPECT_EQ(sWithoutSeconds(objPlace.sRead("out/report.txt")), kSuccess);
 }
 
-TEST(CommandLine, TakesBackslashesForTheHostsRootWithoutADrive)
+TEST(CommandLine, MapsALeadingBackslashToTheHostsRoot)
 {
     const Workplace objPlace;
     objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -84,7 +84,7 @@ TEST(CommandLine, SplitsTheSelectedPagesOfATiff)
     EXPECT_EQ(objPlace.aFiles(), (Files{"form.tif", "p-1.png", "p-3.png", "second.png"}));
 }
 
-TEST(CommandLine, GathersManyFilesIntoOneTiff)
+TEST(CommandLine, AppendsManyFilesToOneTiff)
 {
     const Workplace objPlace;
     objPlace.sCopySample("landscape-small.bmp", "in/a.bmp");
@@ -99,7 +99,7 @@ TEST(CommandLine, GathersManyFilesIntoOneTiff)
     EXPECT_FALSE(objPlace.bHas("all.tif.TIF"));
 }
 
-TEST(CommandLine, ReportsAFileThatIsNoPicture)
+TEST(CommandLine, ReportsAFileThatIsNotAnImage)
 {
     const Workplace objPlace;
     objPlace.sWrite("x.jpg", "This is a text.\n");
@@ -113,7 +113,7 @@ TEST(CommandLine, ReportsAFileThatIsNoPicture)
     EXPECT_FALSE(objPlace.bHas("x.png"));
 }
 
-TEST(CommandLine, WritesLogRowsToTheReportWhenAsked)
+TEST(CommandLine, WritesLogRowsToTheReportOnRequest)
 {
     const Workplace objPlace;
     objPlace.sWrite("x.jpg", "This is a text.\n");
@@ -128,7 +128,7 @@ TEST(CommandLine, WritesLogRowsToTheReportWhenAsked)
                   objPlace.sPath("x.jpg") + "\nTime to complete job: #\n");
 }
 
-TEST(CommandLine, RejectsALineAndSaysWhy)
+TEST(CommandLine, RejectsAnInvalidLineWithAReason)
 {
     const Workplace objPlace;
 
@@ -140,7 +140,7 @@ TEST(CommandLine, RejectsALineAndSaysWhy)
                                            "argument(s)\n");
 }
 
-TEST(CommandLine, ShowsReportsOnStandardErrorWhenVerboseWithoutADisplay)
+TEST(CommandLine, PrintsVerboseReportsToStandardError)
 {
     const Workplace objPlace;
     objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -153,7 +153,7 @@ TEST(CommandLine, ShowsReportsOnStandardErrorWhenVerboseWithoutADisplay)
               "Information: Conversion Successful\nInformation: Time to complete job: #\n");
 }
 
-TEST(CommandLine, SaysThatThereIsNoDisplayAndEnds)
+TEST(CommandLine, ReportsAMissingDisplayAndExits)
 {
     const Workplace objPlace;
 
@@ -163,7 +163,7 @@ TEST(CommandLine, SaysThatThereIsNoDisplayAndEnds)
     EXPECT_EQ(objOutcome.sErrors, "Error: There is no display to show the main window on.\n");
 }
 
-TEST(CommandLine, LeavesNoSettingBehind)
+TEST(CommandLine, WritesNoSettingsFile)
 {
     const Workplace objPlace;
     objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -173,7 +173,7 @@ TEST(CommandLine, LeavesNoSettingBehind)
     EXPECT_FALSE(objPlace.bHas(".varnel-home/VL_SearchHistory.INI"));
 }
 
-TEST(CommandLine, TakesNamesOfEveryKind)
+TEST(CommandLine, AcceptsUnusualFileNames)
 {
     for (const std::string& sName :
          {std::string("with blank"), std::string("\xC3\x9C\x6E\xC3\xAF\xE2\x82\xAC"), std::string("quote'"),

@@ -1,4 +1,4 @@
-// Every writer and every reader, against other programs.
+// Compares every writer and reader with other programs.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,8 +10,7 @@
 namespace
 {
 
-// The mean difference of two pictures as other programs decode them, in levels; 1000 when they can't be
-// compared.
+// Mean difference in levels between two images, decoded by another program; 1000 if they can't be compared.
 double dDifference(const std::string& sLeft, const std::string& sRight)
 {
     const std::string sA = sDecodedByOthers(sLeft);
@@ -26,7 +25,7 @@ double dDifference(const std::string& sLeft, const std::string& sRight)
 
 }  // namespace
 
-TEST(Formats, OtherProgramsReadWhatIsWritten)
+TEST(Formats, AreReadCorrectlyByOtherPrograms)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -43,7 +42,7 @@ TEST(Formats, OtherProgramsReadWhatIsWritten)
     }
 }
 
-TEST(Formats, MetafilesComeBackAsTheyWereWritten)
+TEST(Metafiles, RoundTripWithoutLoss)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -57,7 +56,7 @@ TEST(Formats, MetafilesComeBackAsTheyWereWritten)
     }
 }
 
-TEST(Formats, WhatOtherProgramsWriteIsRead)
+TEST(Formats, AreReadCorrectlyFromOtherPrograms)
 {
     const Workplace objPlace;
     const std::string sPlain = objPlace.sPath("a.ppm");
@@ -69,7 +68,7 @@ TEST(Formats, WhatOtherProgramsWriteIsRead)
         const std::string sForeign = objPlace.sPath("f." + sExtension);
         const std::string sOurs = objPlace.sPath("ours-" + sExtension + ".png");
         const std::string sPrefix = sExtension == "ras" ? "sun:" : "";
-        // ImageMagick writes and reads Targa rows the wrong way up.
+        // ImageMagick writes and reads Targa upside down.
         const bool bTarga = sExtension == "tga";
         const std::vector<std::string> aMaker =
             bTarga ? std::vector<std::string>{"gm", "convert"} : std::vector<std::string>{"convert-im6.q16"};
@@ -83,7 +82,7 @@ TEST(Formats, WhatOtherProgramsWriteIsRead)
     }
 }
 
-TEST(Formats, ReadsEveryFrameOfAnAnimatedCursor)
+TEST(AnimatedCursor, DecodesLikeTheIconItContains)
 {
     const Workplace objPlace;
     const std::string sIcon = objPlace.sCopySample("graphics/icon.ico", "icon.ico");
@@ -94,7 +93,7 @@ TEST(Formats, ReadsEveryFrameOfAnAnimatedCursor)
             s += static_cast<char>(n & 255);
         return s;
     };
-    // RIFF ACON with a header chunk of two frames and the icon twice.
+    // RIFF ACON with a header chunk for two frames, and the icon twice.
     const std::string sIconChunk =
         "icon" + sNumber(sBytes.size()) + sBytes + (sBytes.size() % 2 ? std::string(1, 0) : "");
     const std::string sList = "fram" + sIconChunk + sIconChunk;

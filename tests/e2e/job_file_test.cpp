@@ -1,9 +1,9 @@
-// Job files through the real program.
+// Job files run through the built program.
 #include <gtest/gtest.h>
 
 #include "tests/e2e/support/program.h"
 
-TEST(JobFile, RunsEveryTaskAndReports)
+TEST(JobFile, RunsEveryTaskAndReportsSuccess)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -19,7 +19,7 @@ TEST(JobFile, RunsEveryTaskAndReports)
     EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")), "Conversion Successful\nTime to complete job: #\n");
 }
 
-TEST(JobFile, GoesOnAfterAFailureAndWritesTheLogAsAJob)
+TEST(JobFile, CarriesOnAfterAFailureAndSavesTheLogAsAJob)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
@@ -51,7 +51,7 @@ TEST(JobFile, ResumesAtTheFirstUnmarkedRow)
     EXPECT_TRUE(objPlace.bHas("new.png"));
 }
 
-TEST(JobFile, SurvivesRubbish)
+TEST(JobFile, SurvivesRandomBytes)
 {
     std::string sRubbish;
     for (int l = 0; l < 20000; ++l)
@@ -65,7 +65,7 @@ TEST(JobFile, SurvivesRubbish)
     EXPECT_NE(objPlace.sRead("r.txt"), "");
 }
 
-TEST(JobFile, ReportsACellThatIsNoNumberAndEnds)
+TEST(JobFile, StopsWithAReportAtAMalformedNumber)
 {
     const Workplace objPlace;
     const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");

@@ -1,4 +1,4 @@
-// A run that is killed at any moment leaves only whole files.
+// Killing a run at any moment must leave only complete files.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -18,8 +18,7 @@ namespace
 
 constexpr int kPictures = 40;
 
-// Starts the program on all pictures of the workplace and kills it as soon as nFiles of the target folder
-// stand.
+// Converts all images of the folder and kills the program as soon as nFiles target files exist.
 void RunAndKill(const Workplace& objPlace, std::size_t nFiles)
 {
     const std::string sSource = objPlace.sPath("in/*.bmp");
@@ -44,7 +43,7 @@ void RunAndKill(const Workplace& objPlace, std::size_t nFiles)
 
 }  // namespace
 
-TEST(Kill, LeavesOnlyWholeFilesAtWhateverMoment)
+TEST(Kill, LeavesOnlyCompleteFilesAtAnyMoment)
 {
     for (const std::size_t nFiles : {1u, 3u, 8u, 15u, 30u}) {
         const Workplace objPlace;

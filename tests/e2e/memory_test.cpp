@@ -1,4 +1,4 @@
-// How much memory the built program takes.
+// Peak memory of the built program.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -6,7 +6,7 @@
 
 #include "tests/e2e/support/program.h"
 
-// A sanitizer's own memory counts too.
+// The sanitizer's own memory would be counted too.
 #ifdef __SANITIZE_ADDRESS__
 static constexpr bool bSanitized = true;
 #else
@@ -16,7 +16,8 @@ static constexpr bool bSanitized = false;
 static constexpr int kWidth = 4000;
 static constexpr int kHeight = 3000;
 
-// A picture of 12 megapixels, row by row: a test that holds it all would count as the program.
+// Writes a 12-megapixel image row by row: a child's peak starts at its parent's, so the test must not hold it
+// all.
 static void WritePicture(const std::string& sFile)
 {
     std::ofstream objFile(sFile, std::ios::binary);
@@ -29,7 +30,7 @@ static void WritePicture(const std::string& sFile)
     }
 }
 
-TEST(Memory, OfOneFileIsAtMostTwoPicturesAndThirtyTwoMegabytes)
+TEST(Memory, StaysBelowTwoImagesPlusThirtyTwoMegabytes)
 {
     if (bSanitized)
         GTEST_SKIP();

@@ -1,5 +1,4 @@
-// Jobs that mix conversions, special processes, launches and the parts of other jobs, through the real
-// program.
+// Jobs that mix conversions, special processes, launches and nested jobs, run through the built program.
 #include <gtest/gtest.h>
 
 #include "tests/e2e/support/picture.h"
@@ -27,7 +26,7 @@ protected:
                                    return Rgb{x * 60, y * 90, 7};
                                })));
     }
-    // Runs a job and gives its report.
+    // Runs a job and returns its report.
     std::string sReportOfJob(const std::string& sLines) const
     {
         const std::string sJob = objPlace.sWrite("job.vjb", sLines + kMarkerLine);
@@ -43,7 +42,7 @@ protected:
         return " \t \t1\tS" + std::to_string(kReload) + "\tReload conversion job start at task " + sStart +
                "\t\t\t" + sJob + "\t" + sStart + "\t\t\t\r\n";
     }
-    // A row with neither letter in its action: it passes and does nothing.
+    // Rows with neither letter in their action, which pass without doing anything.
     static std::string sIdleLines(int lCount)
     {
         std::string sLines;
@@ -57,7 +56,7 @@ protected:
 
 }  // namespace
 
-TEST_F(SpecialJob, RunsEveryKindOfTaskToItsEndWithLogAndReport)
+TEST_F(SpecialJob, RunsLogsAndReportsEveryKindOfTask)
 {
     const std::string sA = sPicture("in/a.bmp");
     const std::string sTool = sScript("tool.sh", "echo \"$#:$1:$2:$3\" >> \"$4\"\nexit 3\n");
@@ -96,7 +95,7 @@ TEST_F(SpecialJob, RunsEveryKindOfTaskToItsEndWithLogAndReport)
               (std::vector<std::string>{"a.png", "endless.sh", "flipped.bmp", "in/a.bmp", "inverted/a.bmp",
                                         "job.vjb", "killed.sh", "log.vjb", "next.vjb", "r.txt", "said.txt",
                                         "text.txt", "tool.sh"}));
-    // Launches name the type of the task before them; a log of ten rows has its empty one as well.
+    // Launch rows show the type of the previous task. From ten rows on, the log's empty row is saved as well.
     const auto sLogged = [&](const char* sRow, const std::string& sDone) { return sRow + sDone + "\t\r\n"; };
     EXPECT_EQ(
         objPlace.sRead("log.vjb"),
@@ -111,7 +110,7 @@ TEST_F(SpecialJob, RunsEveryKindOfTaskToItsEndWithLogAndReport)
             sLogged("\t9\t3\tS100\t", sTool + "\t2\t\tlate \"\" c " + sSaid) + "\t10\t\t\t\t\t\t\t\r\n");
 }
 
-TEST_F(SpecialJob, RunsAJobOfMoreThanThirtyThousandTasksInSlices)
+TEST_F(SpecialJob, RunsMoreThanThirtyThousandTasksInSlices)
 {
     const std::string sA = sPicture("a.bmp");
     const auto sInvertTo = [&](const std::string& sName) {
@@ -119,7 +118,7 @@ TEST_F(SpecialJob, RunsAJobOfMoreThanThirtyThousandTasksInSlices)
     };
     const std::string sGone = objPlace.sPath("gone.bmp");
 
-    // The first slice holds 29999 tasks, and each of the following as many.
+    // Every slice holds 29999 tasks.
     const std::string sReport =
         sReportOfJob(sInvertTo("1") + sIdleLines(29997) + sInvertTo("29999") + sInvertTo("30000") +
                      sTaskLine(sGone, 2, objPlace.sPath("x.png"), 8) + sIdleLines(29997) +
@@ -132,13 +131,13 @@ TEST_F(SpecialJob, RunsAJobOfMoreThanThirtyThousandTasksInSlices)
                                         "job.vjb", "log.vjb", "r.txt"}));
 }
 
-TEST_F(SpecialJob, PassesAWholeJobOfTasksWithoutAnythingToDo)
+TEST_F(SpecialJob, SucceedsIfNoTaskHasAnythingToDo)
 {
     EXPECT_EQ(sReportOfJob(sIdleLines(3)), "Conversion Successful\nTime to complete job: #\n");
     EXPECT_FALSE(objPlace.bHas("log.vjb"));
 }
 
-TEST_F(SpecialJob, EndsWhereAReloadLeadsBackToItselfOrToNoFile)
+TEST_F(SpecialJob, FailsReloadsOfItselfAndOfMissingFiles)
 {
     const std::string sReport =
         sReportOfJob(sReloadLine(objPlace.sPath("none.vjb"), 1) + sReloadLine(objPlace.sPath("job.vjb"), 1));
@@ -149,11 +148,11 @@ TEST_F(SpecialJob, EndsWhereAReloadLeadsBackToItselfOrToNoFile)
                            "Time to complete job: #\n");
 }
 
-TEST_F(SpecialJob, LaunchesAProgramFromACommandLine)
+TEST_F(SpecialJob, LaunchesAProgramFromTheCommandLine)
 {
     const std::string sTool = sScript("tool.sh", "echo \"$1,$2\" > \"$1\"\nexit 5\n");
 
-    // The types mean nothing to a launch, but a line without them is refused.
+    // A launch ignores the types, but the command line requires them.
     const Outcome objOutcome =
         objVarnel(objPlace, {"/P100", "/F1", "/C1", "/S", sTool, "/T", objPlace.sPath("said.txt") + " x",
                              "/1", "32", "/2", "1", "/3", "-1", "/L", objPlace.sPath("r.txt")});
@@ -163,7 +162,7 @@ TEST_F(SpecialJob, LaunchesAProgramFromACommandLine)
     EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")), "Conversion Successful\nTime to complete job: #\n");
 }
 
-TEST_F(SpecialJob, ReportsALaunchThatFailedFromACommandLine)
+TEST_F(SpecialJob, ReportsAFailedLaunchFromTheCommandLine)
 {
     const std::string sNone = objPlace.sPath("none.sh");
 
@@ -180,7 +179,7 @@ TEST_F(SpecialJob, ReportsALaunchThatFailedFromACommandLine)
         "command line argument(s)\n");
 }
 
-TEST_F(SpecialJob, LogsEveryFileInARunWhoseSettingsNameAReport)
+TEST_F(SpecialJob, LogsEveryFileIfTheSettingsNameAReport)
 {
     const std::string sA = sPicture("in/a.bmp");
     const std::string sB = sPicture("in/b.bmp");
@@ -202,7 +201,7 @@ TEST_F(SpecialJob, LogsEveryFileInARunWhoseSettingsNameAReport)
                            "\nJob # 2  Exit Code: 1 - /bin/false\nTime to complete job: #\n");
 }
 
-TEST_F(SpecialJob, DeletesTheSourcesOfPicturesAloneWhereThatIsWanted)
+TEST_F(SpecialJob, DeletesOnlyImageSourcesOnRequest)
 {
     const std::string sA = sPicture("a.bmp");
     const std::string sB = sPicture("b.bmp");

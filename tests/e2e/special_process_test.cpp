@@ -1,4 +1,4 @@
-// Every special process through the real program: by command line and by job, over every format.
+// Every special process run through the built program: from the command line and in jobs, on every format.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -15,7 +15,7 @@ namespace
 struct Process {
     std::int32_t lNumber;
     const char* sOwnDetails;  ///< joined by "^"
-    int lWidth = 24;          ///< size of what comes of a picture of 24x16
+    int lWidth = 24;          ///< size of the result for a 24x16 image
     int lHeight = 16;
 };
 
@@ -89,7 +89,7 @@ const std::vector<Format> kWritable = {{1, "jpg"},        {2, "bmp"},  {3, "tif"
                                        {5, "emf", false}, {6, "j2k"},  {7, "pcx"},        {8, "png"},
                                        {9, "ras"},        {10, "tga"}, {11, "wmf", false}};
 
-// Colours of every kind, but neither black nor white, so that every process finds something to do.
+// Many colours, but neither black nor white, so that every process has something to change.
 Picture objColours()
 {
     return objPicture(kWidth, kHeight, [](int x, int y) {
@@ -97,7 +97,7 @@ Picture objColours()
     });
 }
 
-// The switches of a process's own fields: they begin at /a.
+// The switches for a process's own fields, starting at /a.
 std::vector<std::string> aSwitches(const Process& objProcess)
 {
     std::vector<std::string> aResult;
@@ -107,7 +107,7 @@ std::vector<std::string> aSwitches(const Process& objProcess)
     return aResult;
 }
 
-// The sizes of picture files by their names, as another program reads them.
+// Image sizes by file name, as another program reads them.
 std::map<std::string, std::string> aSizesByOthers(const std::vector<std::string>& aFiles)
 {
     std::vector<std::string> aCommand = {"identify-im6.q16", "-format", "%f %wx%h\n"};
@@ -124,7 +124,7 @@ std::string sSize(const Process& objProcess)
     return std::to_string(objProcess.lWidth) + "x" + std::to_string(objProcess.lHeight);
 }
 
-/// A picture in a workplace and what one process makes of it, both exact.
+/// Applies one process to an image; both sides are lossless.
 class OneProcess : public testing::Test
 {
 protected:
@@ -144,7 +144,7 @@ protected:
 
 }  // namespace
 
-TEST(SpecialProcesses, AllWorkOnEveryFormatThatIsWritten)
+TEST(SpecialProcesses, WorkOnEveryWritableFormat)
 {
     const Workplace objPlace;
     const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objColours()));
@@ -183,7 +183,7 @@ TEST(SpecialProcesses, AllWorkOnEveryFormatThatIsWritten)
         }
 }
 
-TEST(SpecialProcesses, AllWorkByCommandLineAsTheyDoInAJob)
+TEST(SpecialProcesses, GiveTheSameResultsOnCommandLineAndInJobs)
 {
     const Workplace objPlace;
     const Picture objSource = objColours();
@@ -210,13 +210,13 @@ TEST(SpecialProcesses, AllWorkByCommandLineAsTheyDoInAJob)
         const std::string sMade = objPlace.sRead("line/" + sName);
         EXPECT_FALSE(sMade.empty()) << sName;
         EXPECT_TRUE(sMade == objPlace.sRead("job/" + sName)) << sName;
-        // Two find nothing to do: there is no border to crop, and the reserved filter changes nothing.
+        // Two change nothing: there is no border to crop, and the reserved filter has no effect.
         const bool bChanges = objProcess.lNumber != SP_AUTOCROP && objProcess.lNumber != SP_FILTERRESERVED56;
         EXPECT_EQ(sPixels(sMade) != sPixels(sBmpOf(objSource)), bChanges) << sName;
     }
 }
 
-TEST(SpecialProcesses, AreAllInTheListsOfTheseTests)
+TEST(SpecialProcesses, AreAllCoveredByTheseTests)
 {
     std::vector<std::int32_t> aListed, aOfCatalogue;
     for (const Process& objProcess : kProcesses)
@@ -227,7 +227,7 @@ TEST(SpecialProcesses, AreAllInTheListsOfTheseTests)
     EXPECT_EQ(aListed, aOfCatalogue);
 }
 
-TEST_F(OneProcess, FlipsBothWays)
+TEST_F(OneProcess, FlipsInBothDirections)
 {
     const Picture objSource = objColours();
     EXPECT_EQ(objMade(objSource, SP_FLIP, "0"),
@@ -236,7 +236,7 @@ TEST_F(OneProcess, FlipsBothWays)
               objPicture(kWidth, kHeight, [&](int x, int y) { return objSource.At(x, kHeight - 1 - y); }));
 }
 
-TEST_F(OneProcess, TurnsClockwise)
+TEST_F(OneProcess, RotatesClockwise)
 {
     const Picture objSource = objColours();
     EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "90"),
@@ -248,16 +248,16 @@ TEST_F(OneProcess, TurnsClockwise)
               }));
 }
 
-TEST_F(OneProcess, ShiftsAndFillsWithTheColourGiven)
+TEST_F(OneProcess, ShiftsAndFillsWithTheGivenColour)
 {
     const Picture objSource = objColours();
-    // The low byte of a colour is red.
+    // Red is the low byte of a colour.
     EXPECT_EQ(objMade(objSource, SP_SHIFT, "3^-2^4660"), objPicture(kWidth, kHeight, [&](int x, int y) {
                   return x >= 3 && y < kHeight - 2 ? objSource.At(x - 3, y + 2) : Rgb{0x34, 0x12, 0};
               }));
 }
 
-TEST_F(OneProcess, CropsABorderOfOneColour)
+TEST_F(OneProcess, CropsABorderOfASingleColour)
 {
     const Picture objSource = objColours();
     const Picture objFramed = objPicture(kWidth + 7, kHeight + 5, [&](int x, int y) {
@@ -267,7 +267,7 @@ TEST_F(OneProcess, CropsABorderOfOneColour)
     EXPECT_EQ(objMade(objFramed, SP_AUTOCROP, ""), objSource);
 }
 
-TEST_F(OneProcess, ResizesByTheNearestPixelAndKeepsTheProportionsWhereOneSizeIsZero)
+TEST_F(OneProcess, ResizesAndKeepsTheAspectRatioIfOneSizeIsZero)
 {
     const Picture objSource = objColours();
     EXPECT_EQ(objMade(objSource, SP_TRANSFORM_RESIZE, "48^32^0"),
@@ -278,7 +278,7 @@ TEST_F(OneProcess, ResizesByTheNearestPixelAndKeepsTheProportionsWhereOneSizeIsZ
     EXPECT_EQ(objMade(objSource, SP_TRANSFORM_RESIZE, "0^0^2"), objSource);
 }
 
-TEST_F(OneProcess, ChangesColoursByTheirFormulas)
+TEST_F(OneProcess, ChangesColoursByTheDocumentedFormulas)
 {
     const Picture objSource = objColours();
     const auto objExpected = [&](const std::function<Rgb(Rgb)>& fnColour) {
@@ -307,7 +307,7 @@ TEST_F(OneProcess, ChangesColoursByTheirFormulas)
     EXPECT_EQ(objMade(objSource, 57, "9"), objSource) << "a number without an operation is load and save";
 }
 
-TEST_F(OneProcess, RunsWithZerosWhereTheDetailsDontParse)
+TEST_F(OneProcess, UsesZerosForMalformedDetails)
 {
     const Picture objSource = objColours();
     EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "round^about"), objSource);
@@ -315,7 +315,7 @@ TEST_F(OneProcess, RunsWithZerosWhereTheDetailsDontParse)
     EXPECT_EQ(objMade(objSource, SP_GAMMA, "1e400").At(0, 0), (Rgb{255, 255, 255}));
 }
 
-TEST(SpecialProcesses, SurviveNumbersOutOfEveryRangeOnAPictureOfOnePixel)
+TEST(SpecialProcesses, SurviveExtremeNumbersOnASinglePixel)
 {
     const Workplace objPlace;
     const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objPicture(1, 1, [](int, int) {
@@ -340,7 +340,7 @@ TEST(SpecialProcesses, SurviveNumbersOutOfEveryRangeOnAPictureOfOnePixel)
     EXPECT_EQ(objDecodedByOthers(objPlace.sPath("last.bmp")).aPixels, (std::vector<Rgb>{{245, 235, 225}}));
 }
 
-TEST(SpecialProcesses, WalkATreeAndKeepTheType)
+TEST(SpecialProcesses, MirrorATreeAndKeepTheType)
 {
     const Workplace objPlace;
     for (const char* sName : {"in/a.bmp", "in/sub/b.bmp"})
@@ -350,7 +350,7 @@ TEST(SpecialProcesses, WalkATreeAndKeepTheType)
     EXPECT_EQ(objPlace.aFiles(),
               (std::vector<std::string>{"in/a.bmp", "in/sub/b.bmp", "out/a.bmp", "out/sub/b.bmp"}));
 
-    // The target's own type gives way to the source's as long as one of them is left to the extension.
+    // The source's type overrides an explicit target type if either type is missing.
     objVarnel(objPlace, {"/P24", "/S", objPlace.sPath("in/a.bmp"), "/T", objPlace.sPath("out/c.jpg"), "/C1"});
     EXPECT_EQ(objPlace.sRead("out/c.jpg"), objPlace.sRead("out/a.bmp"));
 }
@@ -374,7 +374,7 @@ TEST(SpecialProcesses, WorkOnEachPageOfATiff)
     EXPECT_EQ(objPages.sOutput, "0 425x550;1 425x550;2 425x550;");
 }
 
-TEST(SpecialProcesses, ChargeAnOverflowToItsFileAndGoOn)
+TEST(SpecialProcesses, FailOnlyTheFileThatOverflows)
 {
     const Workplace objPlace;
     const std::string sA = objPlace.sWrite("in/a.bmp", sBmpOf(objColours()));
@@ -395,7 +395,7 @@ TEST(SpecialProcesses, ChargeAnOverflowToItsFileAndGoOn)
     EXPECT_TRUE(objPlace.bHas("good.bmp"));
 }
 
-TEST(SpecialProcesses, AreRefusedInTheWordsOfTheirFault)
+TEST(SpecialProcesses, AreRejectedWithASpecificMessage)
 {
     const Workplace objPlace;
     const std::string sA = objPlace.sWrite("a.bmp", sBmpOf(objColours()));
@@ -416,7 +416,7 @@ TEST(SpecialProcesses, AreRefusedInTheWordsOfTheirFault)
     EXPECT_FALSE(objPlace.bHas("t.bmp"));
 }
 
-TEST(SpecialProcesses, WriteLogRowsToTheReportForASingleFileAlone)
+TEST(SpecialProcesses, ReportLogRowsOnlyForSingleFiles)
 {
     const Workplace objPlace;
     const std::string sBad = objPlace.sWrite("in/x.bmp", "This is a text.\n");
@@ -431,11 +431,11 @@ TEST(SpecialProcesses, WriteLogRowsToTheReportForASingleFileAlone)
     EXPECT_EQ(sWithoutSeconds(objPlace.sRead("one.txt")), "\t^^^^^^^^^^^^^^^^^^^^\t1\tS\t" + sBad +
                                                               "\t2\tbmp\t" + objPlace.sPath("t.bmp") +
                                                               "\t2\tbmp\t\t" + sError + "\n" + sLines);
-    // The record of a wildcard's files has no report file and no wish for rows.
+    // The record for a wildcard's files carries neither the report file nor the flag for log rows.
     EXPECT_EQ(sWithoutSeconds(objPlace.sRead("many.txt")), sLines);
 }
 
-TEST(SpecialProcesses, CantKeepATypeThatIsOnlyRead)
+TEST(SpecialProcesses, CannotSaveAReadOnlyType)
 {
     const Workplace objPlace;
     const std::string sIcon = objPlace.sCopySample("graphics/icon.ico", "icon.ico");
@@ -447,7 +447,7 @@ TEST(SpecialProcesses, CantKeepATypeThatIsOnlyRead)
     EXPECT_FALSE(objPlace.bHas("t.ico"));
 }
 
-TEST(SpecialProcesses, CarryTransparencyAndMoveItWithThePicture)
+TEST(SpecialProcesses, KeepTransparencyAlignedWithTheImage)
 {
     const Workplace objPlace;
     const std::string sBadge = objPlace.sCopySample("graphics/badge.png", "badge.png");
@@ -470,7 +470,7 @@ TEST(SpecialProcesses, CarryTransparencyAndMoveItWithThePicture)
     }
 }
 
-TEST(SpecialProcesses, TakeTheDecimalSignOfTheUser)
+TEST(SpecialProcesses, UseTheDecimalSignOfTheLocale)
 {
     const Workplace objPlace;
     const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objColours()));

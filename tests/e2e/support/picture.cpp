@@ -1,4 +1,4 @@
-// Makes and reads small pictures.
+// Creates, encodes and decodes small images.
 #include "tests/e2e/support/picture.h"
 
 #include <algorithm>

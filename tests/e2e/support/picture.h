@@ -1,4 +1,4 @@
-// Small pictures that a test writes, and what other programs decode, pixel by pixel.
+// Small images that tests create and compare pixel by pixel.
 #pragma once
 
 #include <array>
@@ -12,21 +12,21 @@ using Rgb = std::array<int, 3>;
 struct Picture {
     int lWidth = 0;
     int lHeight = 0;
-    std::vector<Rgb> aPixels;  ///< rows from the top
+    std::vector<Rgb> aPixels;  ///< top-down
 
     Rgb& At(int x, int y) { return aPixels[static_cast<std::size_t>(y * lWidth + x)]; }
     const Rgb& At(int x, int y) const { return aPixels[static_cast<std::size_t>(y * lWidth + x)]; }
     bool operator==(const Picture&) const = default;
 };
 
-/// A picture whose pixel at (x, y) is what fnPixel says.
+/// Creates an image from a function of x and y.
 Picture objPicture(int lWidth, int lHeight, const std::function<Rgb(int x, int y)>& fnPixel);
 
-/// A Windows bitmap of 24 bits.
+/// Encodes an image as a 24-bit Windows bitmap.
 std::string sBmpOf(const Picture& objPicture);
 
-/// A file as another program decodes it; an empty picture when it can't.
+/// Decodes a file with another program; an empty image if it can't.
 Picture objDecodedByOthers(const std::string& sFile);
 
-/// Prints sizes and the first pixels of a picture in a failed comparison.
+/// Prints the size and the first pixels of an image when a comparison fails.
 void PrintTo(const Picture& objPicture, std::ostream* pStream);

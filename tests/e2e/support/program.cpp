@@ -1,4 +1,4 @@
-// Starts programs and keeps what they say.
+// Runs programs and captures their output.
 #include "tests/e2e/support/program.h"
 
 #include <fcntl.h>
@@ -74,7 +74,7 @@ static std::string sReadAndRemove(const std::string& sFile)
     return sText;
 }
 
-// The environment with the variables put in.
+// The environment with these variables added or replaced.
 static std::vector<std::string> aEnvironmentWith(const std::map<std::string, std::string>& aVariables)
 {
     std::vector<std::string> aResult;

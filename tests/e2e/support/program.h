@@ -1,4 +1,4 @@
-// Runs the built program, and other programs, on files of a folder of the test's own.
+// Runs the built program and others in a temporary folder.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// A folder below the test's temporary folder, gone with the object.
+/// A temporary folder, deleted with the object.
 class Workplace
 {
 public:
@@ -17,15 +17,15 @@ public:
     Workplace& operator=(const Workplace&) = delete;
 
     std::filesystem::path Root() const { return m_objRoot; }
-    /// The path of a name in it, as text.
+    /// The absolute path of a name in the folder.
     std::string sPath(const std::string& sName) const { return (m_objRoot / sName).string(); }
-    /// Writes a file, making its folders.
+    /// Writes a file, creating its folders; returns its path.
     std::string sWrite(const std::string& sName, const std::string& sContent) const;
-    /// Copies a shipped sample to a name in it.
+    /// Copies a bundled sample into the folder; returns its path.
     std::string sCopySample(const std::string& sSample, const std::string& sName) const;
-    std::string sRead(const std::string& sName) const;  ///< "" for no file
+    std::string sRead(const std::string& sName) const;  ///< "" if the file doesn't exist
     bool bHas(const std::string& sName) const;
-    /// The paths of all files in it, relative, sorted; settings of the program left out.
+    /// Relative paths of all files, sorted, without the program's settings.
     std::vector<std::string> aFiles() const;
 
 private:
@@ -33,34 +33,34 @@ private:
 };
 
 struct Outcome {
-    int lStatus = -1;                 ///< exit status; 128 + n for an end by signal n
-    std::int64_t lPeakKilobytes = 0;  ///< of the program's memory, or of the test's own if that had more
+    int lStatus = -1;                 ///< exit status; 128 + n if killed by signal n
+    std::int64_t lPeakKilobytes = 0;  ///< peak memory of the program, but at least that of the test itself
     std::string sOutput;
     std::string sErrors;
 };
 
-/// Runs a program without standard input. Variables are added to the environment.
+/// Runs a program without standard input, with additional environment variables.
 Outcome objRun(const std::vector<std::string>& aCommand,
                const std::map<std::string, std::string>& aVariables = {});
 
-/// Runs Varnel with its settings and its own folder in the workplace, without a display.
+/// Runs Varnel without a display, with its settings and program folder below the temporary folder.
 Outcome objVarnel(const Workplace& objPlace, const std::vector<std::string>& aArguments,
                   std::map<std::string, std::string> aVariables = {});
 
-/// One line of a job file.
+/// Formats a job file line.
 std::string sTaskLine(const std::string& sOriginal, std::int32_t lOriginalType, const std::string& sTarget,
                       std::int32_t lTargetType, const std::string& sDetails = "*^0^FALSE^85^^^^^^^^",
                       const std::string& sPass = "");
-/// One line of a job file for a special process of one type of files: the details are those of the
-/// conversion that ends it, and then its own fields. That of a launch is the arguments and all its details.
+/// Formats a job file line for a special process or a launch. sOwnDetails is appended to the details of a
+/// conversion; sDetails of a launch is complete.
 std::string sSpecialTaskLine(std::int32_t lProcess, const std::string& sOriginal, std::int32_t lType,
                              const std::string& sTarget, const std::string& sOwnDetails);
 std::string sLaunchTaskLine(const std::string& sProgram, const std::string& sArguments,
                             const std::string& sDetails = "32^1^-1");
 extern const char* const kMarkerLine;
 
-/// A report with its seconds, which no test can know, made "#".
+/// Replaces the varying number of seconds in a report with "#".
 std::string sWithoutSeconds(const std::string& sReport);
 
-/// The picture as another program decodes it: "WIDTH HEIGHT" and RGB bytes; "" when it can't.
+/// Decodes a file with another program to a binary PPM; "" if it can't.
 std::string sDecodedByOthers(const std::string& sFile);
