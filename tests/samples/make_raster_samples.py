@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Makes the samples of BMP, PCX, RAS, TGA and ICO that programs write, each with the picture it must give beside it.
+"""Generates BMP, PCX, RAS, TGA, ICO, CUR and ANI samples written by other programs, each with its expected image (PAM).
 
-Run it in this folder. Needs ImageMagick, GraphicsMagick, netpbm and Pillow. The expected picture (a PAM file) comes from
-the first decoder named with the sample; when another one sees something else, it is said so on standard output.
+Run it in this folder. Needs ImageMagick, GraphicsMagick, netpbm and Pillow. The expected image comes from the first
+decoder listed with the sample; the script reports any other decoder that disagrees.
 """
 import os
 import subprocess
@@ -16,7 +16,7 @@ W, H = 37, 23
 
 
 def source(name, kind):
-    """Slopes, a box and a few single dots; the width fits no alignment."""
+    """Gradients, a box and a few single dots; the odd width defeats any alignment."""
     image = Image.new("RGBA", (W, H))
     for y in range(H):
         for x in range(W):
@@ -77,7 +77,7 @@ def by_netpbm(program):
 
 
 def by_masks(path):
-    """16 bits with masks, each channel rounded to the nearest of 256 levels: the other programs only come close."""
+    """Decodes a 16-bit BMP with masks exactly: each channel is rounded to 8 bits. Other programs only come close."""
     data = open(path, "rb").read()
     start, width, height = (int.from_bytes(data[i:i + 4], "little") for i in (10, 18, 22))
     masks = [int.from_bytes(data[i:i + 4], "little") for i in (54, 58, 62, 66)]
@@ -110,7 +110,7 @@ def visible(rgba, channels):
 
 
 def sample(folder, name, command, channels, *decoders):
-    """command may hold {RGB}, {L} and so on for the sources, and {out} for the sample."""
+    """Creates a sample. In command, {RGB}, {L} and so on are source images and {out} is the sample."""
     path = os.path.join(folder, name)
     os.makedirs(folder, exist_ok=True)
     values = dict(SOURCES, BW=SOURCES["1"], out=path)
@@ -123,10 +123,10 @@ def sample(folder, name, command, channels, *decoders):
         try:
             other = decoder(path)
         except Exception as fault:
-            print(path, "is refused by", decoder.__qualname__, str(fault)[:80])
+            print(path, "is rejected by", decoder.__qualname__, str(fault)[:80])
             continue
         if (width, height) != other[:2] or visible(rgba, channels) != visible(other[2], channels):
-            print(path, "is seen in two ways", decoder.__qualname__)
+            print(path, "decodes differently with", decoder.__qualname__)
     write_pam(path + ".pam", width, height, rgba, channels)
 
 
@@ -224,11 +224,11 @@ sample("ico", "netpbm-32.ico", "pngtopam -alphapam {RGBA} | pamtowinicon > {out}
 sample("ico", "pil-png.ico", pil("RGBA", sizes=[(32, 20)]), 4, by_pil)
 sample("ico", "pil-bmp.ico", pil("RGBA", sizes=[(32, 20)], bitmap_format="bmp"), 4, by_pil, by_im)
 
-# Cursors and animations: no program here writes them, so they are put together from the icons.
+# Cursors and animated cursors: none of these programs writes them, so build them from the icons.
 def cursor_of(icon):
     data = bytearray(open(os.path.join("ico", icon), "rb").read())
     data[2] = 2
-    data[10:14] = (5).to_bytes(2, "little") + (7).to_bytes(2, "little")  # the hot spot
+    data[10:14] = (5).to_bytes(2, "little") + (7).to_bytes(2, "little")  # hotspot
     return bytes(data)
 
 
@@ -274,7 +274,7 @@ for name, order in (("in-order", [0, 1, 2]), ("sequence", [2, 0, 0, 1])):
     for page, frame in enumerate(order):
         copy_pam(icons[frame], f"ani/{name}.ani" + (f".{page}" if page else "") + ".pam")
 
-# What must be refused.
+# Files that must be rejected.
 for folder, good in (("bmp", "im-24.bmp"), ("pcx", "im-24.pcx"), ("ras", "netpbm-24-rle.ras"), ("tga", "im-24.tga"),
                      ("ico", "im-32.ico"), ("cur", "im-32.cur"), ("ani", "in-order.ani")):
     data = open(os.path.join(folder, good), "rb").read()

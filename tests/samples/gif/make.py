@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes the samples of this folder. Needs Pillow, ImageMagick 6, GraphicsMagick and gifsicle."""
+"""Generates the samples in this folder. Needs Pillow, ImageMagick 6, GraphicsMagick and gifsicle."""
 import os
 import subprocess
 from PIL import Image, ImageDraw
@@ -52,7 +52,7 @@ animation = open('optimised.gif', 'rb').read()
 open('cut.gif', 'wb').write(animation[:-60])
 plain = open('plain.gif', 'rb').read()
 open('cut-first.gif', 'wb').write(plain[:len(plain) * 2 // 3])
-# A screen and a frame of 65535 x 65535 in a few hundred bytes.
+# A canvas and a frame of 65535 x 65535 in a file of a few hundred bytes.
 liar = bytearray(open('two-colours.gif', 'rb').read())
 at = liar.index(b',\0\0\0\0')
 liar[6:10] = liar[at + 5:at + 9] = b'\xff\xff\xff\xff'

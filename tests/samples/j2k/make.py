@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes the samples of this folder. Needs Pillow, ImageMagick 6 and OpenJPEG's opj_compress."""
+"""Generates the samples in this folder. Needs Pillow, ImageMagick 6 and OpenJPEG's opj_compress."""
 import os
 import struct
 import subprocess
@@ -54,7 +54,7 @@ black_and_white.convert('1').save('data.png')
 opj('bit1.j2k', source='data.png')
 os.remove('data.png')
 
-W, H = 82, 60  # opj_compress miscounts the samples of odd sizes
+W, H = 82, 60  # opj_compress miscounts the samples of images with odd sizes
 even = picture.crop((0, 0, W, H))
 even.save('scene-even.ppm')
 ycc = even.convert('YCbCr')
@@ -66,7 +66,7 @@ whole = open('plain.jp2', 'rb').read()
 open('cut.jp2', 'wb').write(whole[:len(whole) * 2 // 3])
 whole = open('plain.j2k', 'rb').read()
 open('cut.j2k', 'wb').write(whole[:len(whole) * 2 // 3])
-# 60000 x 8000 pixels in a few thousand bytes, in precincts of 2 x 2.
+# 60000 x 8000 pixels in a file of a few thousand bytes, with 2 x 2 precincts.
 liar = bytearray(open('packets.jp2', 'rb').read())
 at = liar.index(b'\xff\x4f\xff\x51')
 liar[at + 8:at + 16] = liar[at + 24:at + 32] = struct.pack('>II', 60000, 8000)

@@ -1,12 +1,12 @@
 #!/usr/bin/python3
-"""Makes the samples of this folder. Needs Pillow, ImageMagick 6 and libjpeg-turbo's cjpeg and djpeg."""
+"""Generates the samples in this folder. Needs Pillow, ImageMagick 6 and libjpeg-turbo's cjpeg and djpeg."""
 import os
 import struct
 import subprocess
 from PIL import Image
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
-W, H = 83, 61  # no multiple of a block
+W, H = 83, 61  # not a multiple of the block size
 
 picture = Image.new('RGB', (W, H))
 for y in range(H):
@@ -29,15 +29,15 @@ cjpeg('arithmetic.jpg', '-quality', '85', '-arithmetic')
 cjpeg('grey.jpg', '-quality', '85', '-grayscale')
 cjpeg('rgb.jpg', '-quality', '85', '-rgb')
 
-picture.convert('CMYK').save('cmyk.jpg', quality=90)  # Adobe's marker, inks inverted, no transform
+picture.convert('CMYK').save('cmyk.jpg', quality=90)  # Adobe marker, inverted CMYK, no transform
 subprocess.run(['convert-im6.q16', 'scene.ppm', '-colorspace', 'CMYK', '-quality', '90', 'ycck.jpg'], check=True)
-# A file that lost Adobe's marker to a tool that strips metadata: the inks are inverted all the same.
+# A file whose Adobe marker was stripped along with its metadata; its CMYK values are still inverted.
 adobe = open('cmyk.jpg', 'rb').read()
 at = adobe.index(b'\xff\xee')
 size = struct.unpack('>H', adobe[at + 2:at + 4])[0]
 open('cmyk-plain.jpg', 'wb').write(adobe[:at] + adobe[at + 2 + size:])
 
-# As a camera held upright stores it: turned, with a thumbnail.
+# As stored by a camera in portrait orientation: rotated, with an orientation tag.
 exif = Image.Exif()
 exif[0x0112] = 6
 exif[0x010F] = 'Cameras Ltd'
@@ -53,7 +53,7 @@ open('lies-about-size.jpg', 'wb').write(good[:at + 5] + struct.pack('>HH', 20000
 open('too-large.jpg', 'wb').write(good[:at + 5] + struct.pack('>HH', 65535, 65535) + good[at + 9:])
 picture.resize((8, 8)).save('foreign.jpg', format='GIF')
 
-# A progressive file whose last scan is repeated more often than any encoder would.
+# A progressive file that repeats its last scan more often than any encoder would.
 bomb = open('progressive.jpg', 'rb').read()
 scan = bomb.rindex(b'\xff\xda')
 open('many-scans.jpg', 'wb').write(bomb[:scan] + bomb[scan:-2] * 600 + b'\xff\xd9')

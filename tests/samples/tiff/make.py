@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Makes the samples of this folder. Needs Pillow, ImageMagick 6, libtiff's tools and djpeg.
+"""Generates the samples in this folder. Needs Pillow, ImageMagick 6, libtiff's tools and djpeg.
 
-A sample X.tif lies beside X.pam, what it has to show: for a file that a program wrote, what ImageMagick reads from it;
-for a file put together here, what this program meant by it.
+Each sample X.tif comes with X.pam, its expected image. For files written by a program, that is what ImageMagick decodes;
+for files assembled here, it is what this script encoded.
 """
 import ctypes
 import io
@@ -13,7 +13,7 @@ import subprocess
 from PIL import Image, ImageCms
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
-W, H = 37, 29  # no multiple of a byte's pixels, a strip or a tile
+W, H = 37, 29  # not a multiple of a byte, a strip or a tile
 for name in os.listdir('.'):
     if name.endswith(('.tif', '.pam', '.ppm')):
         os.unlink(name)
@@ -37,7 +37,7 @@ def run(*command):
 
 
 def pam(name, picture):
-    """Writes what a sample has to show."""
+    """Writes the expected image of a sample."""
     kind = {1: 'GRAYSCALE', 2: 'GRAYSCALE_ALPHA', 3: 'RGB', 4: 'RGB_ALPHA'}[len(picture.getbands())]
     head = 'P7\nWIDTH %d\nHEIGHT %d\nDEPTH %d\nMAXVAL 255\nTUPLTYPE %s\nENDHDR\n' % (
         picture.size + (len(picture.getbands()), kind))
@@ -45,7 +45,7 @@ def pam(name, picture):
 
 
 def reference(name, channels):
-    """What ImageMagick reads, as grey (1), RGB (3), or the same with alpha (2, 4)."""
+    """Writes what ImageMagick decodes, as grey (1), RGB (3), or either with alpha (2, 4)."""
     form = {1: 'gray', 2: 'rgba', 3: 'rgb', 4: 'rgba'}[channels]
     out = subprocess.run(['convert-im6.q16', name + '.tif[0]', '-auto-orient', '-depth', '16', '-endian', 'LSB',
                           form + ':-'], check=True, stdout=subprocess.PIPE).stdout
@@ -65,7 +65,7 @@ def tool(name, *command, channels=3):
     reference(name, channels)
 
 
-# What ImageMagick writes.
+# Written by ImageMagick.
 grey.save('grey.tmp.png')
 bilevel.save('bilevel.tmp.png')
 with_alpha = scene.copy()
@@ -109,7 +109,7 @@ im('alpha', '-compress', 'LZW', source='alpha.tmp.png', channels=4)
 im('alpha-16', '-compress', 'LZW', '-depth', '16', source='alpha.tmp.png', channels=4)
 im('grey-alpha', '-compress', 'LZW', '-colorspace', 'Gray', source='alpha.tmp.png', channels=2)
 
-# What libtiff's tools write.
+# Written by libtiff's tools.
 tool('bits-white-is-0', 'tiffcp', '-c', 'none', 'g4.tif', channels=1)
 tool('bits-white-is-0-packbits', 'tiffcp', '-c', 'packbits', 'g4.tif', channels=1)
 tool('g3-2d', 'tiffcp', '-c', 'g3:2d:fill', 'g4.tif', channels=1)
@@ -121,7 +121,7 @@ tool('low-bit-first', 'tiffcp', '-c', 'none', '-f', 'lsb2msb', 'plain.tif')
 tool('jbig', 'tiffcp', '-c', 'jbig', 'g4.tif', channels=1)
 tool('lerc', 'tiffcp', '-c', 'lerc', 'plain.tif')
 
-# What Pillow writes.
+# Written by Pillow.
 for name, compression in (('bits', None), ('bits-lzw', 'tiff_lzw'), ('rle', 'tiff_ccitt')):
     bilevel.save(name + '.tif', compression=compression)
     pam(name, bilevel.convert('L'))
@@ -133,9 +133,9 @@ for mode, picture in (('palette', scene.convert('P', palette=Image.ADAPTIVE, col
         pam(name, picture.convert('RGB') if mode == 'palette' else picture)
 
 
-# What is put together here, tag by tag.
+# Assembled here, tag by tag.
 def tiff(name, tags, chunks, order='<', gap=b''):
-    """tags: {number: (type, values)}; chunks become strips, or tiles where there is a tag 322."""
+    """tags: {number: (type, values)}; chunks become strips, or tiles if tag 322 is present."""
     size = {1: 'B', 2: 's', 3: 'H', 4: 'I', 5: 'II', 6: 'b', 7: 'B', 11: 'f', 12: 'd'}
     out = io.BytesIO()
     out.write((b'II' if order == '<' else b'MM') + struct.pack(order + 'HI', 42, 0) + gap)
@@ -181,7 +181,7 @@ def base(photometric, samples=1, bits=8, compression=1, width=W, height=H, **mor
 
 
 def packed(rows, bits):
-    """Samples, the highest bit first, each row from a byte on."""
+    """Packs samples MSB first; each row starts on a byte boundary."""
     out = b''
     for row in rows:
         number = 0
@@ -205,12 +205,12 @@ for bits in (3, 6, 14):
     out.putdata([(v * 255 + top // 2) // top for row in rows for v in row])
     pam('%d-bit-grey' % bits, out)
 
-# 5 bits of red, green and blue, in two strips.
+# 5 bits per channel, in two strips.
 rows = [[v >> 3 for pixel in row for v in pixel] for row in rows_of(scene, lambda v: v)]
 tiff('5-bit', base(2, samples=3, bits=5, _278=(3, [24])), [packed(rows[:24], 5), packed(rows[24:], 5)])
 pam('5-bit', scene.point(lambda v: ((v >> 3) * 255 + 15) // 31))
 
-# Samples with a sign: the middle of the range is half grey.
+# Signed samples: the middle of the range is mid-grey.
 tiff('signed', base(1, _339=(3, [2])), [bytes((v + 128) & 255 for v in grey.getdata())])
 pam('signed', grey)
 tiff('signed-16', base(1, bits=16, _339=(3, [2])),
@@ -218,7 +218,7 @@ tiff('signed-16', base(1, bits=16, _339=(3, [2])),
 pam('signed-16', grey)
 tiff('24-bit', base(1, bits=24), [b''.join(struct.pack('<I', v * 0x010101)[:3] for v in grey.getdata())])
 pam('24-bit', grey)
-# Floating point from 0 to 1, in four sizes and both byte orders.
+# Floating point from 0 to 1, in three sizes and both byte orders.
 parts = [v / 255 for pixel in scene.getdata() for v in pixel]
 for name, bits, form in (('half', 16, 'e'), ('float', 32, 'f'), ('double', 64, 'd')):
     for order, suffix in (('<', ''), ('>', '-big-endian')):
@@ -236,7 +236,7 @@ def float24(value):
 
 tiff('float-24', base(1, bits=24, _339=(3, [3])), [b''.join(float24(v / 255) for v in grey.getdata())])
 pam('float-24', grey)
-# Numbers of any range, which the file tells; one of them is no number.
+# Floating point in a range given by the file; one value is NaN.
 values = [v * 10.0 - 300 for v in grey.getdata()]
 values[0] = float('nan')
 tiff('float-range', base(1, bits=32, _339=(3, [3]), _340=(11, [-300.0]), _341=(11, [2250.0])),
@@ -245,13 +245,13 @@ out = grey.copy()
 out.putpixel((0, 0), 0)
 pam('float-range', out)
 
-# Alpha that the colours were multiplied with.
+# Premultiplied alpha.
 pixels = [tuple((c * a + 127) // 255 for c in rgb) + (a,) for rgb, a in zip(scene.getdata(), alpha.getdata())]
 tiff('premultiplied', base(2, samples=4, _338=(3, [1])), [bytes(v for p in pixels for v in p)])
 out = Image.new('RGBA', (W, H))
 out.putdata([tuple(min(255, (c * 255 + p[3] // 2) // p[3]) if p[3] else c for c in p[:3]) + (p[3],) for p in pixels])
 pam('premultiplied', out)
-# A fourth sample that nobody explains, and a fifth.
+# A fourth sample of unspecified meaning, and a fifth.
 tiff('unexplained', base(2, samples=4, _338=(3, [0])), [bytes(v for p in pixels for v in p[:3] + (9,))])
 pam('unexplained', Image.merge('RGB', [Image.frombytes('L', (W, H), bytes(p[i] for p in pixels)) for i in range(3)]))
 tiff('mask-then-alpha', base(2, samples=5, _338=(3, [0, 2])),
@@ -261,7 +261,7 @@ tiff('palette-alpha', base(3, samples=2, _338=(3, [2]), _320=(3, [v * 257 for v 
      [bytes(v for g, a in zip(grey.getdata(), alpha.getdata()) for v in (g, a))])
 pam('palette-alpha', Image.merge('RGBA', (grey, grey, Image.new('L', (W, H)), alpha)))
 
-# Palettes: of greys, of two colours, of 8-bit levels.
+# Palettes: grey, two colours, 8-bit levels.
 tiff('palette-grey', base(3, _320=(3, [(255 - v) * 257 for v in range(256)] * 3)), [grey.tobytes()])
 pam('palette-grey', grey.point(lambda v: 255 - v))
 tiff('palette-1', base(3, bits=1, _320=(3, [10 << 8, 200 << 8, 30 << 8, 100 << 8, 50 << 8, 5 << 8])),
@@ -272,7 +272,7 @@ pam('palette-1', out)
 tiff('palette-8-bit-levels', base(3, _320=(3, list(range(256)) * 2 + [7] * 256)), [grey.tobytes()])
 pam('palette-8-bit-levels', Image.merge('RGB', (grey, grey, Image.new('L', (W, H), 7))))
 
-# Inks without a profile: ideal ones.
+# CMYK without a profile: ideal inks.
 cmyk = Image.merge('CMYK', (scene.getchannel(0), scene.getchannel(1), scene.getchannel(2), alpha.point(lambda v: v // 3)))
 inks = Image.new('RGB', (W, H))
 inks.putdata([tuple(((255 - v) * (255 - p[3]) * 2 + 255) // 510 for v in p[:3]) for p in cmyk.getdata()])
@@ -288,7 +288,7 @@ tiff('cmyk-16', base(5, samples=4, bits=16), [b''.join(struct.pack('<4H', *(v * 
 inks.putalpha(255)
 pam('cmyk-16', inks.convert('RGB'))
 
-# CIE L*a*b* of a D50 white, a and b with a sign or, in the other form, shifted.
+# CIE L*a*b* with D50 white; a and b are signed or, in the other encoding, offset.
 lab_profile, srgb_profile = ImageCms.createProfile('LAB'), ImageCms.createProfile('sRGB')
 lab = ImageCms.profileToProfile(scene, srgb_profile, lab_profile, outputMode='LAB')
 back = ImageCms.profileToProfile(lab, lab_profile, srgb_profile, outputMode='RGB')
@@ -306,7 +306,7 @@ for name in ('lab', 'lab-16', 'lab-shifted', 'lab-shifted-16'):
 back.putalpha(alpha)
 pam('lab-alpha', back)
 
-# Luminance and two differences of colour, one pair for 2 by 2, 2 by 1 and 1 pixel.
+# YCbCr with chroma subsampling of 1x1, 2x1, 2x2 and 4x2.
 ycbcr = scene.convert('YCbCr')
 full = list(ycbcr.getdata())
 for across, down in ((1, 1), (2, 1), (2, 2), (4, 2)):
@@ -330,7 +330,7 @@ for across, down in ((1, 1), (2, 1), (2, 2), (4, 2)):
     out.putdata(shown)
     pam(name, out.convert('RGB'))
 
-# The old style of JPEG: a whole stream that a tag points to.
+# Old-style JPEG: a tag points to a complete stream.
 run('cjpeg', '-quality', '95', '-sample', '2x2', '-outfile', 'tmp.jpg', 'scene.ppm')
 stream = open('tmp.jpg', 'rb').read()
 tiff('old-jpeg', base(6, samples=3, compression=6, _513=(4, [8]), _514=(4, [len(stream)]), _530=(3, [2, 2])), [],
@@ -347,7 +347,7 @@ for name, photometric, compression, samples in (('logluv', 32845, 34676, 3), ('l
     for number, value in ((256, W), (257, H), (258, 32 if samples == 3 else 16), (277, samples), (262, photometric),
                           (259, compression), (284, 1), (278, 8)):
         lib.TIFFSetField(handle, number, ctypes.c_int(value))
-    lib.TIFFSetField(handle, 65560, ctypes.c_int(0))  # samples come as float
+    lib.TIFFSetField(handle, 65560, ctypes.c_int(0))  # samples are passed as float
     for y in range(H):
         row = []
         for x in range(W):
@@ -360,7 +360,7 @@ for name, photometric, compression, samples in (('logluv', 32845, 34676, 3), ('l
     run('tiff2rgba', name + '.tif', 'tmp.tif')
     pam(name, Image.open('tmp.tif').convert('RGB' if samples == 3 else 'L'))
 
-# Stored turned in each of the eight ways: the picture is the same.
+# Stored in each of the eight orientations; the decoded image is the same.
 turns = {2: (Image.FLIP_LEFT_RIGHT,), 3: (Image.ROTATE_180,), 4: (Image.FLIP_TOP_BOTTOM,), 5: (Image.TRANSPOSE,),
          6: (Image.ROTATE_90,), 7: (Image.TRANSVERSE,), 8: (Image.ROTATE_270,)}
 for number, turn in turns.items():
@@ -369,8 +369,8 @@ for number, turn in turns.items():
          [stored.tobytes()], order='<>'[number % 2])
     pam('turned-%d' % number, grey)
 
-# Refused: cut short, more pixels claimed than there can be, too large, of another format, without a picture.
-# Their directory comes first, so that the pixels are what is missing.
+# Must be rejected: truncated, false sizes, too large, another format, no image. The directory comes first, so
+# that pixels are what is missing.
 head = struct.pack('<2sHI', b'II', 42, 8)
 entries = {256: (3, 1, W), 257: (3, 1, H), 258: (3, 1, 8), 259: (3, 1, 1), 262: (3, 1, 1), 273: (4, 1, 140),
            277: (3, 1, 1), 278: (3, 1, H), 279: (4, 1, W * H)}
@@ -405,7 +405,7 @@ open('refused-empty.tif', 'wb').write(b'')
 open('refused-header-only.tif', 'wb').write(b'II*\0\0\0\0\0')
 open('refused-directory-outside.tif', 'wb').write(b'II*\0\0\0\0\x40' + bytes(100))
 
-# A chain of directories that comes back to its beginning: one page.
+# A chain of directories that loops back to the first: one page.
 directory_first('chain-is-a-ring', {}, grey.tobytes(), following=8)
 pam('chain-is-a-ring', grey)
 
