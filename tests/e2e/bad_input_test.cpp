@@ -24,20 +24,20 @@ constexpr Format kFormats[] = {{"jpg", 1, true},   {"bmp", 2, true},  {"tif", 3,
                                {"cur", 13, false}, {"ani", 14, false}};
 
 // A valid file of the format, converted from a sample by the program itself; "" for a read-only format.
-std::string sWholeFile(const Workplace& objPlace, const Format& objFormat)
+std::string sWholeFile(const ScratchFolder& objFolder, const Format& objFormat)
 {
     const std::string sExtension = objFormat.sExtension;
     if (!objFormat.bWrites)
         return "";
-    const std::string sSource = objPlace.sCopySample("landscape-small.bmp", "source-" + sExtension + ".bmp");
-    objVarnel(objPlace, {"/S", sSource, "/T", objPlace.sPath("whole." + sExtension)});
-    return objPlace.sPath("whole." + sExtension);
+    const std::string sSource = objFolder.sCopySample("landscape-small.bmp", "source-" + sExtension + ".bmp");
+    objVarnel(objFolder, {"/S", sSource, "/T", objFolder.sPath("whole." + sExtension)});
+    return objFolder.sPath("whole." + sExtension);
 }
 
 // No partial and no temporary file was left behind.
-void ExpectNoNewFile(const Workplace& objPlace, const std::vector<std::string>& aBefore)
+void ExpectNoNewFile(const ScratchFolder& objFolder, const std::vector<std::string>& aBefore)
 {
-    EXPECT_EQ(objPlace.aFiles(), aBefore);
+    EXPECT_EQ(objFolder.aFiles(), aBefore);
 }
 
 }  // namespace
@@ -45,158 +45,158 @@ void ExpectNoNewFile(const Workplace& objPlace, const std::vector<std::string>& 
 TEST(BadInput, IsRejectedByEveryFormat)
 {
     for (const Format& objFormat : kFormats) {
-        const Workplace objPlace;
+        const ScratchFolder objFolder;
         const std::string sExtension = objFormat.sExtension;
-        objPlace.sWrite("in/empty." + sExtension, "");
-        objPlace.sWrite("in/text." + sExtension, "This is no picture at all, whatever its name says.\n");
-        const std::string sWhole = sWholeFile(objPlace, objFormat);
+        objFolder.sWrite("in/empty." + sExtension, "");
+        objFolder.sWrite("in/text." + sExtension, "This is no picture at all, whatever its name says.\n");
+        const std::string sWhole = sWholeFile(objFolder, objFormat);
         if (!sWhole.empty()) {
-            const std::string sBytes = objPlace.sRead("whole." + sExtension);
+            const std::string sBytes = objFolder.sRead("whole." + sExtension);
             ASSERT_GT(sBytes.size(), 60u) << sExtension;
-            objPlace.sWrite("in/half." + sExtension, sBytes.substr(0, sBytes.size() / 2));
-            objPlace.sWrite("in/head." + sExtension, sBytes.substr(0, 20));
+            objFolder.sWrite("in/half." + sExtension, sBytes.substr(0, sBytes.size() / 2));
+            objFolder.sWrite("in/head." + sExtension, sBytes.substr(0, 20));
         }
-        fs::create_directories(objPlace.Root() / "out");
+        fs::create_directories(objFolder.Root() / "out");
 
         const Outcome objOutcome = objVarnel(
-            objPlace, {"/S", objPlace.sPath("in/*." + sExtension), "/T", objPlace.sPath("out/*.png")});
+            objFolder, {"/S", objFolder.sPath("in/*." + sExtension), "/T", objFolder.sPath("out/*.png")});
 
         EXPECT_EQ(objOutcome.lStatus, 0) << sExtension;
-        EXPECT_TRUE(fs::is_empty(objPlace.Root() / "out")) << sExtension;
+        EXPECT_TRUE(fs::is_empty(objFolder.Root() / "out")) << sExtension;
     }
 }
 
 TEST(BadInput, NeverOverwritesATargetThatIsAFolder)
 {
-    const Workplace objPlace;
-    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
-    objPlace.sWrite("a.png/inside.txt", "mine");
+    const ScratchFolder objFolder;
+    const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    objFolder.sWrite("a.png/inside.txt", "mine");
 
-    objVarnel(objPlace, {"/S", sBmp, "/T", objPlace.sPath("a.png"), "/L", objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/S", sBmp, "/T", objFolder.sPath("a.png"), "/L", objFolder.sPath("r.txt")});
 
-    EXPECT_EQ(objPlace.sRead("a.png/inside.txt"), "mine");
-    EXPECT_NE(objPlace.sRead("r.txt").find("Unable to convert"), std::string::npos);
+    EXPECT_EQ(objFolder.sRead("a.png/inside.txt"), "mine");
+    EXPECT_NE(objFolder.sRead("r.txt").find("Unable to convert"), std::string::npos);
 }
 
 TEST(BadInput, NeverOverwritesAReadOnlyTarget)
 {
-    const Workplace objPlace;
-    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
-    objPlace.sWrite("a.png", "mine");
-    fs::permissions(objPlace.Root() / "a.png", fs::perms::owner_read);
+    const ScratchFolder objFolder;
+    const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    objFolder.sWrite("a.png", "mine");
+    fs::permissions(objFolder.Root() / "a.png", fs::perms::owner_read);
 
-    objVarnel(objPlace, {"/S", sBmp, "/T", objPlace.sPath("a.png"), "/L", objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/S", sBmp, "/T", objFolder.sPath("a.png"), "/L", objFolder.sPath("r.txt")});
 
-    EXPECT_EQ(objPlace.sRead("a.png"), "mine");
-    EXPECT_NE(objPlace.sRead("r.txt").find("Unable to convert"), std::string::npos);
+    EXPECT_EQ(objFolder.sRead("a.png"), "mine");
+    EXPECT_NE(objFolder.sRead("r.txt").find("Unable to convert"), std::string::npos);
 }
 
 TEST(BadInput, KeepsTheOldFileIfTheDiskIsFull)
 {
-    const Workplace objPlace;
-    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
-    objPlace.sWrite("a.ras", "mine");
-    const std::vector<std::string> aBefore = objPlace.aFiles();
+    const ScratchFolder objFolder;
+    const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    objFolder.sWrite("a.ras", "mine");
+    const std::vector<std::string> aBefore = objFolder.aFiles();
 
     // Exceeding the file size limit fails a write like a full disk.
     objRun({"sh", "-c", "ulimit -f 8; exec \"$0\" \"$@\"", VARNEL_PROGRAM, "/S", sBmp, "/T",
-            objPlace.sPath("a.ras")},
-           {{"VARNEL_SETTINGS_DIR", objPlace.sPath(".varnel-home")},
-            {"VARNEL_HOME", objPlace.sPath(".varnel-home")}});
+            objFolder.sPath("a.ras")},
+           {{"VARNEL_SETTINGS_DIR", objFolder.sPath(".varnel-home")},
+            {"VARNEL_HOME", objFolder.sPath(".varnel-home")}});
 
-    ExpectNoNewFile(objPlace, aBefore);
-    EXPECT_EQ(objPlace.sRead("a.ras"), "mine");
+    ExpectNoNewFile(objFolder, aBefore);
+    EXPECT_EQ(objFolder.sRead("a.ras"), "mine");
 }
 
 TEST(BadInput, ReportsAMissingSourceFolder)
 {
-    const Workplace objPlace;
+    const ScratchFolder objFolder;
 
-    objVarnel(objPlace, {"/S", objPlace.sPath("none/*.bmp"), "/T", objPlace.sPath("out/*.png"), "/L",
-                         objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/S", objFolder.sPath("none/*.bmp"), "/T", objFolder.sPath("out/*.png"), "/L",
+                          objFolder.sPath("r.txt")});
 
-    EXPECT_EQ(objPlace.sRead("r.txt").substr(0, 15), "Original Folder");
+    EXPECT_EQ(objFolder.sRead("r.txt").substr(0, 15), "Original Folder");
 }
 
 TEST(BadInput, RedirectsAnUnwritableReportToStandardError)
 {
-    const Workplace objPlace;
-    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
-    fs::create_directories(objPlace.Root() / "report.txt");
+    const ScratchFolder objFolder;
+    const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    fs::create_directories(objFolder.Root() / "report.txt");
 
-    const Outcome objOutcome =
-        objVarnel(objPlace, {"/S", sBmp, "/T", objPlace.sPath("a.ras"), "/L", objPlace.sPath("report.txt")});
+    const Outcome objOutcome = objVarnel(
+        objFolder, {"/S", sBmp, "/T", objFolder.sPath("a.ras"), "/L", objFolder.sPath("report.txt")});
 
-    EXPECT_TRUE(objPlace.bHas("a.ras"));
+    EXPECT_TRUE(objFolder.bHas("a.ras"));
     EXPECT_NE(objOutcome.sErrors.find("Conversion Successful"), std::string::npos);
 }
 
 TEST(BadInput, ReportsAnUnreadableJobFile)
 {
-    const Workplace objPlace;
-    fs::create_directories(objPlace.Root() / "job.vjb");
+    const ScratchFolder objFolder;
+    fs::create_directories(objFolder.Root() / "job.vjb");
 
     const Outcome objOutcome =
-        objVarnel(objPlace, {"/J", objPlace.sPath("job.vjb"), "/L", objPlace.sPath("r.txt")});
+        objVarnel(objFolder, {"/J", objFolder.sPath("job.vjb"), "/L", objFolder.sPath("r.txt")});
 
     EXPECT_EQ(objOutcome.lStatus, 0);
-    EXPECT_NE(objPlace.sRead("r.txt").find("does not exist"), std::string::npos);
+    EXPECT_NE(objFolder.sRead("r.txt").find("does not exist"), std::string::npos);
 }
 
 TEST(BadInput, FallsBackToDefaultsForUnreadableSettings)
 {
     for (const bool bFolder : {false, true}) {
-        const Workplace objPlace;
-        const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
+        const ScratchFolder objFolder;
+        const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
         if (bFolder)
-            fs::create_directories(objPlace.Root() / ".varnel-home/VL_SearchHistory.INI");
+            fs::create_directories(objFolder.Root() / ".varnel-home/VL_SearchHistory.INI");
         else
-            objPlace.sWrite(".varnel-home/VL_SearchHistory.INI",
-                            std::string("\x00\xFF[frmMain\n]]==\n\x01", 16));
+            objFolder.sWrite(".varnel-home/VL_SearchHistory.INI",
+                             std::string("\x00\xFF[frmMain\n]]==\n\x01", 16));
 
-        objVarnel(objPlace, {"/S", sBmp, "/T", objPlace.sPath("a.ras")});
+        objVarnel(objFolder, {"/S", sBmp, "/T", objFolder.sPath("a.ras")});
 
-        EXPECT_TRUE(objPlace.bHas("a.ras"));
+        EXPECT_TRUE(objFolder.bHas("a.ras"));
     }
 }
 
 TEST(BadInput, ReportsAMalformedNumberInTheSettings)
 {
-    const Workplace objPlace;
-    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
-    objPlace.sWrite(".varnel-home/VL_SearchHistory.INI", "[frmMain]\ncbFileTypeTarget.ListIndex=many\n");
+    const ScratchFolder objFolder;
+    const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    objFolder.sWrite(".varnel-home/VL_SearchHistory.INI", "[frmMain]\ncbFileTypeTarget.ListIndex=many\n");
 
     const Outcome objOutcome =
-        objVarnel(objPlace, {"/S", sBmp, "/T", objPlace.sPath("a.ras"), "/L", objPlace.sPath("r.txt")});
+        objVarnel(objFolder, {"/S", sBmp, "/T", objFolder.sPath("a.ras"), "/L", objFolder.sPath("r.txt")});
 
     EXPECT_EQ(objOutcome.lStatus, 0);
-    EXPECT_EQ(objPlace.sRead("r.txt"), "Type mismatch\n");
+    EXPECT_EQ(objFolder.sRead("r.txt"), "Type mismatch\n");
 }
 
 TEST(BadInput, RejectsPipesAsSourceAndTarget)
 {
-    const Workplace objPlace;
-    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
-    objRun({"mkfifo", objPlace.sPath("pipe.bmp"), objPlace.sPath("pipe.ras")});
+    const ScratchFolder objFolder;
+    const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    objRun({"mkfifo", objFolder.sPath("pipe.bmp"), objFolder.sPath("pipe.ras")});
 
-    objVarnel(objPlace, {"/S", objPlace.sPath("pipe.bmp"), "/T", objPlace.sPath("b.ras")});
-    objVarnel(objPlace, {"/S", sBmp, "/T", objPlace.sPath("pipe.ras")});
+    objVarnel(objFolder, {"/S", objFolder.sPath("pipe.bmp"), "/T", objFolder.sPath("b.ras")});
+    objVarnel(objFolder, {"/S", sBmp, "/T", objFolder.sPath("pipe.ras")});
 
-    EXPECT_FALSE(objPlace.bHas("b.ras"));
-    EXPECT_TRUE(fs::is_fifo(objPlace.Root() / "pipe.ras"));
+    EXPECT_FALSE(objFolder.bHas("b.ras"));
+    EXPECT_TRUE(fs::is_fifo(objFolder.Root() / "pipe.ras"));
 }
 
 TEST(BadInput, RejectsAHeaderWithAnExcessiveSize)
 {
-    const Workplace objPlace;
+    const ScratchFolder objFolder;
     // A 54-byte bitmap that claims 60,000 x 60,000 pixels.
     std::string sHeader(
         "BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x60\xEA\0\0\x60\xEA\0\0\x01\0\x18\0\0\0\0\0", 34);
     sHeader.resize(54, '\0');
-    const std::string sBmp = objPlace.sWrite("huge.bmp", sHeader);
+    const std::string sBmp = objFolder.sWrite("huge.bmp", sHeader);
 
-    objVarnel(objPlace, {"/S", sBmp, "/T", objPlace.sPath("huge.ras"), "/L", objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/S", sBmp, "/T", objFolder.sPath("huge.ras"), "/L", objFolder.sPath("r.txt")});
 
-    EXPECT_FALSE(objPlace.bHas("huge.ras"));
-    EXPECT_NE(objPlace.sRead("r.txt").find("Unable to load image"), std::string::npos);
+    EXPECT_FALSE(objFolder.bHas("huge.ras"));
+    EXPECT_NE(objFolder.sRead("r.txt").find("Unable to load image"), std::string::npos);
 }

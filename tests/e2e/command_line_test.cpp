@@ -14,139 +14,139 @@ using Files = std::vector<std::string>;
 
 TEST(CommandLine, ConvertsATreeGivenByHostPaths)
 {
-    const Workplace objPlace;
-    objPlace.sCopySample("landscape-small.bmp", "in/a.bmp");
-    objPlace.sCopySample("landscape-small.bmp", "in/sub/deep/b.bmp");
-    objPlace.sCopySample("landscape.jpg", "in/c.jpg");
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "in/a.bmp");
+    objFolder.sCopySample("landscape-small.bmp", "in/sub/deep/b.bmp");
+    objFolder.sCopySample("landscape.jpg", "in/c.jpg");
 
     const Outcome objOutcome =
-        objVarnel(objPlace, {"/S", objPlace.sPath("in/*.bmp"), "/T", objPlace.sPath("out/*.png"), "/R", "/L",
-                             objPlace.sPath("out/report.txt")});
+        objVarnel(objFolder, {"/S", objFolder.sPath("in/*.bmp"), "/T", objFolder.sPath("out/*.png"), "/R",
+                              "/L", objFolder.sPath("out/report.txt")});
 
     EXPECT_EQ(objOutcome.lStatus, 0);
     EXPECT_EQ(objOutcome.sOutput, "");
     EXPECT_EQ(objOutcome.sErrors, "");
-    EXPECT_EQ(objPlace.aFiles(), (Files{"in/a.bmp", "in/c.jpg", "in/sub/deep/b.bmp", "out/a.png",
-                                        "out/report.txt", "out/sub/deep/b.png"}));
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("out/report.txt")), kSuccess);
-    EXPECT_EQ(sDecodedByOthers(objPlace.sPath("out/sub/deep/b.png")),
-              sDecodedByOthers(objPlace.sPath("in/sub/deep/b.bmp")));
+    EXPECT_EQ(objFolder.aFiles(), (Files{"in/a.bmp", "in/c.jpg", "in/sub/deep/b.bmp", "out/a.png",
+                                         "out/report.txt", "out/sub/deep/b.png"}));
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("out/report.txt")), kSuccess);
+    EXPECT_EQ(sReferenceDecode(objFolder.sPath("out/sub/deep/b.png")),
+              sReferenceDecode(objFolder.sPath("in/sub/deep/b.bmp")));
 }
 
 TEST(CommandLine, ConvertsATreeGivenByBackslashPaths)
 {
-    const Workplace objPlace;
-    objPlace.sCopySample("landscape-small.bmp", "my pictures/A.BMP");
-    objPlace.sCopySample("landscape-small.bmp", "my pictures/Sub/b.bmp");
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "my pictures/A.BMP");
+    objFolder.sCopySample("landscape-small.bmp", "my pictures/Sub/b.bmp");
 
     const Outcome objOutcome =
-        objVarnel(objPlace, {"/S x:\\my pictures\\*.bmp /T x:\\out\\*.png /R /L x:\\out\\report.txt"},
-                  {{"VARNEL_DRIVE_X", objPlace.Root().string()}});
+        objVarnel(objFolder, {"/S x:\\my pictures\\*.bmp /T x:\\out\\*.png /R /L x:\\out\\report.txt"},
+                  {{"VARNEL_DRIVE_X", objFolder.Root().string()}});
 
     EXPECT_EQ(objOutcome.lStatus, 0);
-    EXPECT_EQ(objPlace.aFiles(), (Files{"my pictures/A.BMP", "my pictures/Sub/b.bmp", "out/A.png",
-                                        "out/Sub/b.png", "out/report.txt"}));
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("out/report.txt")), kSuccess);
+    EXPECT_EQ(objFolder.aFiles(), (Files{"my pictures/A.BMP", "my pictures/Sub/b.bmp", "out/A.png",
+                                         "out/Sub/b.png", "out/report.txt"}));
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("out/report.txt")), kSuccess);
 }
 
 TEST(CommandLine, MapsALeadingBackslashToTheHostsRoot)
 {
-    const Workplace objPlace;
-    objPlace.sCopySample("landscape-small.bmp", "a.bmp");
-    std::string sRoot = objPlace.Root().string();
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    std::string sRoot = objFolder.Root().string();
     std::replace(sRoot.begin(), sRoot.end(), '/', '\\');
 
-    objVarnel(objPlace, {"/S " + sRoot + "\\A.BMP /T " + sRoot + "\\b.png"});
+    objVarnel(objFolder, {"/S " + sRoot + "\\A.BMP /T " + sRoot + "\\b.png"});
 
-    EXPECT_TRUE(objPlace.bHas("b.png"));
+    EXPECT_TRUE(objFolder.bHas("b.png"));
 }
 
 TEST(CommandLine, SavesBesideTheSources)
 {
-    const Workplace objPlace;
-    objPlace.sCopySample("landscape-small.bmp", "in/a.bmp");
-    objPlace.sCopySample("landscape-small.bmp", "in/sub/b.bmp");
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "in/a.bmp");
+    objFolder.sCopySample("landscape-small.bmp", "in/sub/b.bmp");
 
-    objVarnel(objPlace, {"/G", "/R", "/S", objPlace.sPath("in/*.bmp"), "/C8"});
+    objVarnel(objFolder, {"/G", "/R", "/S", objFolder.sPath("in/*.bmp"), "/C8"});
 
-    EXPECT_TRUE(objPlace.bHas("in/a.png"));
-    EXPECT_TRUE(objPlace.bHas("in/sub/b.png"));
+    EXPECT_TRUE(objFolder.bHas("in/a.png"));
+    EXPECT_TRUE(objFolder.bHas("in/sub/b.png"));
 }
 
 TEST(CommandLine, SplitsTheSelectedPagesOfATiff)
 {
-    const Workplace objPlace;
-    objPlace.sCopySample("form.tif", "form.tif");
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("form.tif", "form.tif");
 
-    objVarnel(objPlace, {"/S", objPlace.sPath("form.tif"), "/T", objPlace.sPath("p.png"), "/1", "3,1"});
-    objVarnel(objPlace, {"/S", objPlace.sPath("form.tif"), "/T", objPlace.sPath("second.png"), "/1", "2"});
+    objVarnel(objFolder, {"/S", objFolder.sPath("form.tif"), "/T", objFolder.sPath("p.png"), "/1", "3,1"});
+    objVarnel(objFolder, {"/S", objFolder.sPath("form.tif"), "/T", objFolder.sPath("second.png"), "/1", "2"});
 
-    EXPECT_EQ(objPlace.aFiles(), (Files{"form.tif", "p-1.png", "p-3.png", "second.png"}));
+    EXPECT_EQ(objFolder.aFiles(), (Files{"form.tif", "p-1.png", "p-3.png", "second.png"}));
 }
 
 TEST(CommandLine, AppendsManyFilesToOneTiff)
 {
-    const Workplace objPlace;
-    objPlace.sCopySample("landscape-small.bmp", "in/a.bmp");
-    objPlace.sCopySample("landscape-small.bmp", "in/b.bmp");
-    objPlace.sCopySample("landscape-small.bmp", "in/c.bmp");
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "in/a.bmp");
+    objFolder.sCopySample("landscape-small.bmp", "in/b.bmp");
+    objFolder.sCopySample("landscape-small.bmp", "in/c.bmp");
 
-    objVarnel(objPlace,
-              {"/S", objPlace.sPath("in/*.bmp"), "/T", objPlace.sPath("all.tif"), "/2", "1", "/3", "TRUE"});
+    objVarnel(objFolder,
+              {"/S", objFolder.sPath("in/*.bmp"), "/T", objFolder.sPath("all.tif"), "/2", "1", "/3", "TRUE"});
 
-    const Outcome objPages = objRun({"identify-im6.q16", "-format", "%p %wx%h;", objPlace.sPath("all.tif")});
+    const Outcome objPages = objRun({"identify-im6.q16", "-format", "%p %wx%h;", objFolder.sPath("all.tif")});
     EXPECT_EQ(objPages.sOutput, "0 160x100;1 160x100;2 160x100;");
-    EXPECT_FALSE(objPlace.bHas("all.tif.TIF"));
+    EXPECT_FALSE(objFolder.bHas("all.tif.TIF"));
 }
 
 TEST(CommandLine, ReportsAFileThatIsNotAnImage)
 {
-    const Workplace objPlace;
-    objPlace.sWrite("x.jpg", "This is a text.\n");
+    const ScratchFolder objFolder;
+    objFolder.sWrite("x.jpg", "This is a text.\n");
 
-    objVarnel(objPlace,
-              {"/S", objPlace.sPath("x.jpg"), "/T", objPlace.sPath("x.png"), "/L", objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/S", objFolder.sPath("x.jpg"), "/T", objFolder.sPath("x.png"), "/L",
+                          objFolder.sPath("r.txt")});
 
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")),
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("r.txt")),
               "Job # 1  Unsupported source image file format. Unable to load image. - " +
-                  objPlace.sPath("x.jpg") + "\nTime to complete job: #\n");
-    EXPECT_FALSE(objPlace.bHas("x.png"));
+                  objFolder.sPath("x.jpg") + "\nTime to complete job: #\n");
+    EXPECT_FALSE(objFolder.bHas("x.png"));
 }
 
 TEST(CommandLine, WritesLogRowsToTheReportOnRequest)
 {
-    const Workplace objPlace;
-    objPlace.sWrite("x.jpg", "This is a text.\n");
+    const ScratchFolder objFolder;
+    objFolder.sWrite("x.jpg", "This is a text.\n");
 
-    objVarnel(objPlace, {"/S", objPlace.sPath("x.jpg"), "/T", objPlace.sPath("x.png"), "/Z", "/L",
-                         objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/S", objFolder.sPath("x.jpg"), "/T", objFolder.sPath("x.png"), "/Z", "/L",
+                          objFolder.sPath("r.txt")});
 
     const std::string sError = "Unsupported source image file format. Unable to load image.";
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")),
-              "\t^^^^^^^^^^^^^^^^^^^^\t1\tC\t" + objPlace.sPath("x.jpg") + "\t1\tjpg\t" +
-                  objPlace.sPath("x.png") + "\t8\tpng\t\t" + sError + "\nJob # 1  " + sError + " - " +
-                  objPlace.sPath("x.jpg") + "\nTime to complete job: #\n");
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("r.txt")),
+              "\t^^^^^^^^^^^^^^^^^^^^\t1\tC\t" + objFolder.sPath("x.jpg") + "\t1\tjpg\t" +
+                  objFolder.sPath("x.png") + "\t8\tpng\t\t" + sError + "\nJob # 1  " + sError + " - " +
+                  objFolder.sPath("x.jpg") + "\nTime to complete job: #\n");
 }
 
 TEST(CommandLine, RejectsAnInvalidLineWithAReason)
 {
-    const Workplace objPlace;
+    const ScratchFolder objFolder;
 
-    objVarnel(objPlace, {"/S", objPlace.sPath("none.bmp"), "/T", objPlace.sPath("a.png"), "/L",
-                         objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/S", objFolder.sPath("none.bmp"), "/T", objFolder.sPath("a.png"), "/L",
+                          objFolder.sPath("r.txt")});
 
-    EXPECT_EQ(objPlace.sRead("r.txt"), "Original File\r\r" + objPlace.sPath("none.bmp") +
-                                           "\r\rdoes not exist.\nMissing required or invalid command line "
-                                           "argument(s)\n");
+    EXPECT_EQ(objFolder.sRead("r.txt"), "Original File\r\r" + objFolder.sPath("none.bmp") +
+                                            "\r\rdoes not exist.\nMissing required or invalid command line "
+                                            "argument(s)\n");
 }
 
 TEST(CommandLine, PrintsVerboseReportsToStandardError)
 {
-    const Workplace objPlace;
-    objPlace.sCopySample("landscape-small.bmp", "a.bmp");
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "a.bmp");
 
     const Outcome objOutcome =
-        objVarnel(objPlace, {"/V", "/S", objPlace.sPath("a.bmp"), "/T", objPlace.sPath("a.png")});
+        objVarnel(objFolder, {"/V", "/S", objFolder.sPath("a.bmp"), "/T", objFolder.sPath("a.png")});
 
     EXPECT_EQ(objOutcome.sOutput, "");
     EXPECT_EQ(sWithoutSeconds(objOutcome.sErrors),
@@ -155,9 +155,9 @@ TEST(CommandLine, PrintsVerboseReportsToStandardError)
 
 TEST(CommandLine, ReportsAMissingDisplayAndExits)
 {
-    const Workplace objPlace;
+    const ScratchFolder objFolder;
 
-    const Outcome objOutcome = objVarnel(objPlace, {});
+    const Outcome objOutcome = objVarnel(objFolder, {});
 
     EXPECT_EQ(objOutcome.lStatus, 0);
     EXPECT_EQ(objOutcome.sErrors, "Error: There is no display to show the main window on.\n");
@@ -165,12 +165,12 @@ TEST(CommandLine, ReportsAMissingDisplayAndExits)
 
 TEST(CommandLine, WritesNoSettingsFile)
 {
-    const Workplace objPlace;
-    objPlace.sCopySample("landscape-small.bmp", "a.bmp");
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "a.bmp");
 
-    objVarnel(objPlace, {"/S", objPlace.sPath("a.bmp"), "/T", objPlace.sPath("a.png")});
+    objVarnel(objFolder, {"/S", objFolder.sPath("a.bmp"), "/T", objFolder.sPath("a.png")});
 
-    EXPECT_FALSE(objPlace.bHas(".varnel-home/VL_SearchHistory.INI"));
+    EXPECT_FALSE(objFolder.bHas(".varnel-home/VL_SearchHistory.INI"));
 }
 
 TEST(CommandLine, AcceptsUnusualFileNames)
@@ -179,11 +179,11 @@ TEST(CommandLine, AcceptsUnusualFileNames)
          {std::string("with blank"), std::string("\xC3\x9C\x6E\xC3\xAF\xE2\x82\xAC"), std::string("quote'"),
           std::string("line\nend"), std::string("tab\tin it"), std::string(251, 'n'), std::string("^caret^"),
           std::string("percent%20"), std::string("-dash")}) {
-        const Workplace objPlace;
-        objPlace.sCopySample("landscape-small.bmp", "in/" + sName + ".bmp");
+        const ScratchFolder objFolder;
+        objFolder.sCopySample("landscape-small.bmp", "in/" + sName + ".bmp");
 
-        objVarnel(objPlace, {"/S", objPlace.sPath("in/*.bmp"), "/T", objPlace.sPath("out/*.png")});
+        objVarnel(objFolder, {"/S", objFolder.sPath("in/*.bmp"), "/T", objFolder.sPath("out/*.png")});
 
-        EXPECT_TRUE(objPlace.bHas("out/" + sName + ".png")) << sName;
+        EXPECT_TRUE(objFolder.bHas("out/" + sName + ".png")) << sName;
     }
 }

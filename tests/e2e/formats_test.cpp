@@ -13,8 +13,8 @@ namespace
 // Mean difference in levels between two images, decoded by another program; 1000 if they can't be compared.
 double dDifference(const std::string& sLeft, const std::string& sRight)
 {
-    const std::string sA = sDecodedByOthers(sLeft);
-    const std::string sB = sDecodedByOthers(sRight);
+    const std::string sA = sReferenceDecode(sLeft);
+    const std::string sB = sReferenceDecode(sRight);
     if (sA.empty() || sA.size() != sB.size())
         return 1000;
     double dSum = 0;
@@ -27,46 +27,47 @@ double dDifference(const std::string& sLeft, const std::string& sRight)
 
 TEST(Formats, AreReadCorrectlyByOtherPrograms)
 {
-    const Workplace objPlace;
-    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
+    const ScratchFolder objFolder;
+    const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
 
     for (const char* sExtension : {"bmp", "tif", "j2k", "pcx", "png", "ras", "tga"}) {
-        const std::string sTarget = objPlace.sPath(std::string("o.") + sExtension);
-        objVarnel(objPlace, {"/S", sBmp, "/T", sTarget});
+        const std::string sTarget = objFolder.sPath(std::string("o.") + sExtension);
+        objVarnel(objFolder, {"/S", sBmp, "/T", sTarget});
         EXPECT_EQ(dDifference(sTarget, sBmp), 0) << sExtension;
     }
     for (const auto& [sExtension, dMost] : {std::pair{"jpg", 3.0}, std::pair{"gif", 9.0}}) {
-        const std::string sTarget = objPlace.sPath(std::string("o.") + sExtension);
-        objVarnel(objPlace, {"/S", sBmp, "/T", sTarget, "/4", "90"});
+        const std::string sTarget = objFolder.sPath(std::string("o.") + sExtension);
+        objVarnel(objFolder, {"/S", sBmp, "/T", sTarget, "/4", "90"});
         EXPECT_LT(dDifference(sTarget, sBmp), dMost) << sExtension;
     }
 }
 
 TEST(Metafiles, RoundTripWithoutLoss)
 {
-    const Workplace objPlace;
-    const std::string sBmp = objPlace.sCopySample("landscape-small.bmp", "a.bmp");
+    const ScratchFolder objFolder;
+    const std::string sBmp = objFolder.sCopySample("landscape-small.bmp", "a.bmp");
 
     for (const char* sExtension : {"emf", "wmf"}) {
-        const std::string sMeta = objPlace.sPath(std::string("m.") + sExtension);
-        const std::string sBack = objPlace.sPath(std::string("back-") + sExtension + ".bmp");
-        objVarnel(objPlace, {"/S", sBmp, "/T", sMeta});
-        objVarnel(objPlace, {"/S", sMeta, "/T", sBack});
+        const std::string sMeta = objFolder.sPath(std::string("m.") + sExtension);
+        const std::string sBack = objFolder.sPath(std::string("back-") + sExtension + ".bmp");
+        objVarnel(objFolder, {"/S", sBmp, "/T", sMeta});
+        objVarnel(objFolder, {"/S", sMeta, "/T", sBack});
         EXPECT_EQ(dDifference(sBack, sBmp), 0) << sExtension;
     }
 }
 
 TEST(Formats, AreReadCorrectlyFromOtherPrograms)
 {
-    const Workplace objPlace;
-    const std::string sPlain = objPlace.sPath("a.ppm");
+    const ScratchFolder objFolder;
+    const std::string sPlain = objFolder.sPath("a.ppm");
     ASSERT_EQ(
-        objRun({"convert-im6.q16", objPlace.sCopySample("landscape-small.bmp", "a.bmp"), sPlain}).lStatus, 0);
+        objRun({"convert-im6.q16", objFolder.sCopySample("landscape-small.bmp", "a.bmp"), sPlain}).lStatus,
+        0);
 
     for (const std::string sExtension :
          {"bmp", "tif", "jp2", "pcx", "png", "ras", "tga", "gif", "jpg", "ico", "cur"}) {
-        const std::string sForeign = objPlace.sPath("f." + sExtension);
-        const std::string sOurs = objPlace.sPath("ours-" + sExtension + ".png");
+        const std::string sForeign = objFolder.sPath("f." + sExtension);
+        const std::string sOurs = objFolder.sPath("ours-" + sExtension + ".png");
         const std::string sPrefix = sExtension == "ras" ? "sun:" : "";
         // ImageMagick writes and reads Targa upside down.
         const bool bTarga = sExtension == "tga";
@@ -76,7 +77,7 @@ TEST(Formats, AreReadCorrectlyFromOtherPrograms)
         aCommand.insert(aCommand.end(), {sPlain, sPrefix + sForeign});
         ASSERT_EQ(objRun(aCommand).lStatus, 0) << sExtension;
 
-        objVarnel(objPlace, {"/S", sForeign, "/F-1", "/T", sOurs});
+        objVarnel(objFolder, {"/S", sForeign, "/F-1", "/T", sOurs});
 
         EXPECT_LT(dDifference(sOurs, bTarga ? sPlain : sForeign), 0.6) << sExtension;
     }
@@ -84,9 +85,9 @@ TEST(Formats, AreReadCorrectlyFromOtherPrograms)
 
 TEST(AnimatedCursor, DecodesLikeTheIconItContains)
 {
-    const Workplace objPlace;
-    const std::string sIcon = objPlace.sCopySample("graphics/icon.ico", "icon.ico");
-    const std::string sBytes = objPlace.sRead("icon.ico");
+    const ScratchFolder objFolder;
+    const std::string sIcon = objFolder.sCopySample("graphics/icon.ico", "icon.ico");
+    const std::string sBytes = objFolder.sRead("icon.ico");
     const auto sNumber = [](std::size_t n) {
         std::string s;
         for (int l = 0; l < 4; ++l, n >>= 8)
@@ -100,10 +101,10 @@ TEST(AnimatedCursor, DecodesLikeTheIconItContains)
     const std::string sHeader = "anih" + sNumber(36) + sNumber(36) + sNumber(2) + sNumber(2) +
                                 std::string(16, '\0') + sNumber(6) + sNumber(1);
     const std::string sBody = "ACON" + sHeader + "LIST" + sNumber(sList.size()) + sList;
-    const std::string sAni = objPlace.sWrite("icon.ani", "RIFF" + sNumber(sBody.size()) + sBody);
+    const std::string sAni = objFolder.sWrite("icon.ani", "RIFF" + sNumber(sBody.size()) + sBody);
 
-    objVarnel(objPlace, {"/S", sAni, "/T", objPlace.sPath("ani.png")});
-    objVarnel(objPlace, {"/S", sIcon, "/T", objPlace.sPath("ico.png")});
+    objVarnel(objFolder, {"/S", sAni, "/T", objFolder.sPath("ani.png")});
+    objVarnel(objFolder, {"/S", sIcon, "/T", objFolder.sPath("ico.png")});
 
-    EXPECT_EQ(dDifference(objPlace.sPath("ani.png"), objPlace.sPath("ico.png")), 0);
+    EXPECT_EQ(dDifference(objFolder.sPath("ani.png"), objFolder.sPath("ico.png")), 0);
 }

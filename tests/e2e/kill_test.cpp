@@ -19,10 +19,10 @@ namespace
 constexpr int kPictures = 40;
 
 // Converts all images of the folder and kills the program as soon as nFiles target files exist.
-void RunAndKill(const Workplace& objPlace, std::size_t nFiles)
+void RunAndKill(const ScratchFolder& objFolder, std::size_t nFiles)
 {
-    const std::string sSource = objPlace.sPath("in/*.bmp");
-    const std::string sTarget = objPlace.sPath("out/*.png");
+    const std::string sSource = objFolder.sPath("in/*.bmp");
+    const std::string sTarget = objFolder.sPath("out/*.png");
     std::array<std::string, 5> aWords = {VARNEL_PROGRAM, "/S", sSource, "/T", sTarget};
     std::array<char*, 6> aArguments = {aWords[0].data(), aWords[1].data(), aWords[2].data(),
                                        aWords[3].data(), aWords[4].data(), nullptr};
@@ -32,7 +32,7 @@ void RunAndKill(const Workplace& objPlace, std::size_t nFiles)
     while (waitpid(nChild, &nStatus, WNOHANG) == 0) {
         std::error_code objIgnored;
         const auto nDone = static_cast<std::size_t>(std::distance(
-            fs::directory_iterator(objPlace.Root() / "out", objIgnored), fs::directory_iterator{}));
+            fs::directory_iterator(objFolder.Root() / "out", objIgnored), fs::directory_iterator{}));
         if (nDone < nFiles)
             continue;
         kill(nChild, SIGKILL);
@@ -46,18 +46,18 @@ void RunAndKill(const Workplace& objPlace, std::size_t nFiles)
 TEST(Kill, LeavesOnlyCompleteFilesAtAnyMoment)
 {
     for (const std::size_t nFiles : {1u, 3u, 8u, 15u, 30u}) {
-        const Workplace objPlace;
+        const ScratchFolder objFolder;
         for (int l = 0; l < kPictures; ++l)
-            objPlace.sCopySample("landscape-small.bmp", "in/" + std::to_string(l) + ".bmp");
-        fs::create_directories(objPlace.Root() / "out");
-        const std::string sExpected = sDecodedByOthers(objPlace.sPath("in/0.bmp"));
+            objFolder.sCopySample("landscape-small.bmp", "in/" + std::to_string(l) + ".bmp");
+        fs::create_directories(objFolder.Root() / "out");
+        const std::string sExpected = sReferenceDecode(objFolder.sPath("in/0.bmp"));
         ASSERT_NE(sExpected, "");
 
-        RunAndKill(objPlace, nFiles);
+        RunAndKill(objFolder, nFiles);
 
-        for (const auto& objEntry : fs::directory_iterator(objPlace.Root() / "out")) {
+        for (const auto& objEntry : fs::directory_iterator(objFolder.Root() / "out")) {
             EXPECT_EQ(objEntry.path().extension(), ".png") << objEntry.path();
-            EXPECT_TRUE(sDecodedByOthers(objEntry.path().string()) == sExpected) << objEntry.path();
+            EXPECT_TRUE(sReferenceDecode(objEntry.path().string()) == sExpected) << objEntry.path();
         }
     }
 }

@@ -35,15 +35,15 @@ TEST(Memory, StaysBelowTwoImagesPlusThirtyTwoMegabytes)
     if (bSanitized)
         GTEST_SKIP();
     constexpr std::int64_t kMost = (2 * std::int64_t{kWidth} * kHeight * 3 + 32'000'000) / 1024;
-    const Workplace objPlace;
-    WritePicture(objPlace.sPath("a.ppm"));
+    const ScratchFolder objFolder;
+    WritePicture(objFolder.sPath("a.ppm"));
     for (const std::string sOptions : {"", "-progressive ", "-sample 1x1 ", "-progressive -sample 1x1 "}) {
-        const std::string sSource = objPlace.sPath("a.jpg");
+        const std::string sSource = objFolder.sPath("a.jpg");
         ASSERT_EQ(
-            objRun({"sh", "-c", "cjpeg " + sOptions + objPlace.sPath("a.ppm") + " >" + sSource}).lStatus, 0);
+            objRun({"sh", "-c", "cjpeg " + sOptions + objFolder.sPath("a.ppm") + " >" + sSource}).lStatus, 0);
         for (const char* sTarget : {"o.png", "o.bmp", "o.tif", "o.jpg"}) {
-            const Outcome objOutcome = objVarnel(objPlace, {"/S", sSource, "/T", objPlace.sPath(sTarget)});
-            EXPECT_TRUE(objPlace.bHas(sTarget));
+            const Outcome objOutcome = objVarnel(objFolder, {"/S", sSource, "/T", objFolder.sPath(sTarget)});
+            EXPECT_TRUE(objFolder.bHas(sTarget));
             EXPECT_LT(objOutcome.lPeakKilobytes, kMost) << sOptions << sTarget;
             EXPECT_GT(objOutcome.lPeakKilobytes, kWidth * kHeight * 3 / 1024) << sOptions << sTarget;
         }

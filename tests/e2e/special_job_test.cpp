@@ -16,25 +16,25 @@ class SpecialJob : public testing::Test
 protected:
     std::string sScript(const std::string& sName, const std::string& sText) const
     {
-        const std::string sFile = objPlace.sWrite(sName, "#!/bin/sh\n" + sText);
+        const std::string sFile = objFolder.sWrite(sName, "#!/bin/sh\n" + sText);
         fs::permissions(sFile, fs::perms::owner_all);
         return sFile;
     }
     std::string sPicture(const std::string& sName) const
     {
-        return objPlace.sWrite(sName, sBmpOf(objPicture(4, 3, [](int x, int y) {
-                                   return Rgb{x * 60, y * 90, 7};
-                               })));
+        return objFolder.sWrite(sName, sBmpOf(objPicture(4, 3, [](int x, int y) {
+                                    return Rgb{x * 60, y * 90, 7};
+                                })));
     }
     // Runs a job and returns its report.
     std::string sReportOfJob(const std::string& sLines) const
     {
-        const std::string sJob = objPlace.sWrite("job.vjb", sLines + kMarkerLine);
-        const Outcome objOutcome =
-            objVarnel(objPlace, {"/J", sJob, "/L", objPlace.sPath("r.txt"), "/B", objPlace.sPath("log.vjb")});
+        const std::string sJob = objFolder.sWrite("job.vjb", sLines + kMarkerLine);
+        const Outcome objOutcome = objVarnel(
+            objFolder, {"/J", sJob, "/L", objFolder.sPath("r.txt"), "/B", objFolder.sPath("log.vjb")});
         EXPECT_EQ(objOutcome.lStatus, 0);
         EXPECT_EQ(objOutcome.sOutput, "");
-        return sWithoutSeconds(objPlace.sRead("r.txt"));
+        return sWithoutSeconds(objFolder.sRead("r.txt"));
     }
     static std::string sReloadLine(const std::string& sJob, std::int32_t lStart)
     {
@@ -51,7 +51,7 @@ protected:
         return sLines;
     }
 
-    const Workplace objPlace;
+    const ScratchFolder objFolder;
 };
 
 }  // namespace
@@ -62,51 +62,51 @@ TEST_F(SpecialJob, RunsLogsAndReportsEveryKindOfTask)
     const std::string sTool = sScript("tool.sh", "echo \"$#:$1:$2:$3\" >> \"$4\"\nexit 3\n");
     const std::string sKilled = sScript("killed.sh", "kill -TERM $$\n");
     const std::string sEndless = sScript("endless.sh", "while [ -d \"$1\" ]; do sleep 0.1; done\n");
-    const std::string sText = objPlace.sWrite("text.txt", "no program\n");
-    const std::string sSaid = objPlace.sPath("said.txt");
-    const std::string sNext = objPlace.sWrite(
-        "next.vjb", sTaskLine(sA, 2, objPlace.sPath("skipped.png"), 8) +
-                        sSpecialTaskLine(5, sA, 2, objPlace.sPath("flipped.bmp"), "1^") +
-                        sSpecialTaskLine(29, objPlace.sPath("none.bmp"), 2, objPlace.sPath("x.bmp"), "1^") +
+    const std::string sText = objFolder.sWrite("text.txt", "no program\n");
+    const std::string sSaid = objFolder.sPath("said.txt");
+    const std::string sNext = objFolder.sWrite(
+        "next.vjb", sTaskLine(sA, 2, objFolder.sPath("skipped.png"), 8) +
+                        sSpecialTaskLine(5, sA, 2, objFolder.sPath("flipped.bmp"), "1^") +
+                        sSpecialTaskLine(29, objFolder.sPath("none.bmp"), 2, objFolder.sPath("x.bmp"), "1^") +
                         sLaunchTaskLine(sTool, "late \"\" c " + sSaid) + kMarkerLine);
 
     const std::string sReport = sReportOfJob(
-        sTaskLine(sA, 2, objPlace.sPath("a.png"), 8) +
-        sSpecialTaskLine(24, objPlace.sPath("in/*.bmp"), 2, objPlace.sPath("inverted/*.bmp"), "") +
+        sTaskLine(sA, 2, objFolder.sPath("a.png"), 8) +
+        sSpecialTaskLine(24, objFolder.sPath("in/*.bmp"), 2, objFolder.sPath("inverted/*.bmp"), "") +
         sLaunchTaskLine(sTool, "\"two words\" --x=\"y z\"  c " + sSaid) +
-        sLaunchTaskLine(objPlace.sPath("none.sh"), "a") + sLaunchTaskLine(sText, "a") +
-        sLaunchTaskLine(objPlace.sPath("in"), "a") + sLaunchTaskLine(sKilled, "") +
-        sLaunchTaskLine(sEndless, objPlace.Root().string(), "64^0^0") +
-        sSpecialTaskLine(2, sA, 2, objPlace.sPath("big.bmp"), "40000^1^0^0^FALSE^") +
-        sSpecialTaskLine(30, sA, 2, objPlace.sPath("gap.bmp"), "") + sReloadLine(sNext, 2) +
-        sTaskLine(sA, 2, objPlace.sPath("never.png"), 8));
+        sLaunchTaskLine(objFolder.sPath("none.sh"), "a") + sLaunchTaskLine(sText, "a") +
+        sLaunchTaskLine(objFolder.sPath("in"), "a") + sLaunchTaskLine(sKilled, "") +
+        sLaunchTaskLine(sEndless, objFolder.Root().string(), "64^0^0") +
+        sSpecialTaskLine(2, sA, 2, objFolder.sPath("big.bmp"), "40000^1^0^0^FALSE^") +
+        sSpecialTaskLine(30, sA, 2, objFolder.sPath("gap.bmp"), "") + sReloadLine(sNext, 2) +
+        sTaskLine(sA, 2, objFolder.sPath("never.png"), 8));
 
     const std::string sNotLaunched = "Unable to launch application.";
     EXPECT_EQ(sReport, "Job # 3  Exit Code: 3 - " + sTool + "\nJob # 4  " + sNotLaunched + " - " +
-                           objPlace.sPath("none.sh") + "\nJob # 5  " + sNotLaunched + " - " + sText +
-                           "\nJob # 6  " + sNotLaunched + " - " + objPlace.sPath("in") +
+                           objFolder.sPath("none.sh") + "\nJob # 5  " + sNotLaunched + " - " + sText +
+                           "\nJob # 6  " + sNotLaunched + " - " + objFolder.sPath("in") +
                            "\nJob # 7  Exit Code: 143 - " + sKilled +
                            "\nJob # 8  Process did not complete in the specified time (Timeout) - " +
                            sEndless + "\nJob # 9  Unable to convert: Overflow - " + sA + "\nJob # 2  File: " +
-                           objPlace.sPath("none.bmp") + " does not exist - " + objPlace.sPath("none.bmp") +
+                           objFolder.sPath("none.bmp") + " does not exist - " + objFolder.sPath("none.bmp") +
                            "\nJob # 3  Exit Code: 3 - " + sTool + "\nTime to complete job: #\n");
-    EXPECT_EQ(objPlace.sRead("said.txt"), "4:two words:--x=y z:c\n4:late::c\n");
-    EXPECT_EQ(objPlace.aFiles(),
+    EXPECT_EQ(objFolder.sRead("said.txt"), "4:two words:--x=y z:c\n4:late::c\n");
+    EXPECT_EQ(objFolder.aFiles(),
               (std::vector<std::string>{"a.png", "endless.sh", "flipped.bmp", "in/a.bmp", "inverted/a.bmp",
                                         "job.vjb", "killed.sh", "log.vjb", "next.vjb", "r.txt", "said.txt",
                                         "text.txt", "tool.sh"}));
     // Launch rows show the type of the previous task. From ten rows on, the log's empty row is saved as well.
     const auto sLogged = [&](const char* sRow, const std::string& sDone) { return sRow + sDone + "\t\r\n"; };
     EXPECT_EQ(
-        objPlace.sRead("log.vjb"),
+        objFolder.sRead("log.vjb"),
         sLogged("\t1\t3\tS100\t", sTool + "\t2\t\t\"two words\" --x=\"y z\"  c " + sSaid) +
-            sLogged("\t2\t4\tS100\t", objPlace.sPath("none.sh") + "\t2\tbmp\ta") +
+            sLogged("\t2\t4\tS100\t", objFolder.sPath("none.sh") + "\t2\tbmp\ta") +
             sLogged("\t3\t5\tS100\t", sText + "\t2\tbmp\ta") +
-            sLogged("\t4\t6\tS100\t", objPlace.sPath("in") + "\t2\tbmp\ta") +
+            sLogged("\t4\t6\tS100\t", objFolder.sPath("in") + "\t2\tbmp\ta") +
             sLogged("\t5\t7\tS100\t", sKilled + "\t2\t\t") +
-            sLogged("\t6\t8\tS100\t", sEndless + "\t2\tbmp\t" + objPlace.Root().string()) +
-            sLogged("\t7\t9\tS2\t", sA + "\t2\tbmp\t" + objPlace.sPath("big.bmp")) +
-            sLogged("\t8\t2\tS29\t", objPlace.sPath("none.bmp") + "\t2\tbmp\t" + objPlace.sPath("x.bmp")) +
+            sLogged("\t6\t8\tS100\t", sEndless + "\t2\tbmp\t" + objFolder.Root().string()) +
+            sLogged("\t7\t9\tS2\t", sA + "\t2\tbmp\t" + objFolder.sPath("big.bmp")) +
+            sLogged("\t8\t2\tS29\t", objFolder.sPath("none.bmp") + "\t2\tbmp\t" + objFolder.sPath("x.bmp")) +
             sLogged("\t9\t3\tS100\t", sTool + "\t2\t\tlate \"\" c " + sSaid) + "\t10\t\t\t\t\t\t\t\r\n");
 }
 
@@ -114,19 +114,19 @@ TEST_F(SpecialJob, RunsMoreThanThirtyThousandTasksInSlices)
 {
     const std::string sA = sPicture("a.bmp");
     const auto sInvertTo = [&](const std::string& sName) {
-        return sSpecialTaskLine(24, sA, 2, objPlace.sPath(sName + ".bmp"), "");
+        return sSpecialTaskLine(24, sA, 2, objFolder.sPath(sName + ".bmp"), "");
     };
-    const std::string sGone = objPlace.sPath("gone.bmp");
+    const std::string sGone = objFolder.sPath("gone.bmp");
 
     // Every slice holds 29999 tasks.
     const std::string sReport =
         sReportOfJob(sInvertTo("1") + sIdleLines(29997) + sInvertTo("29999") + sInvertTo("30000") +
-                     sTaskLine(sGone, 2, objPlace.sPath("x.png"), 8) + sIdleLines(29997) +
+                     sTaskLine(sGone, 2, objFolder.sPath("x.png"), 8) + sIdleLines(29997) +
                      sInvertTo("59999") + sInvertTo("60000") + sLaunchTaskLine("/bin/true", ""));
 
     EXPECT_EQ(sReport, "Job # 2  File: " + sGone + " does not exist - " + sGone +
                            "\nJob # 3  Exit Code: 0 - /bin/true\nTime to complete job: #\n");
-    EXPECT_EQ(objPlace.aFiles(),
+    EXPECT_EQ(objFolder.aFiles(),
               (std::vector<std::string>{"1.bmp", "29999.bmp", "30000.bmp", "59999.bmp", "60000.bmp", "a.bmp",
                                         "job.vjb", "log.vjb", "r.txt"}));
 }
@@ -134,13 +134,13 @@ TEST_F(SpecialJob, RunsMoreThanThirtyThousandTasksInSlices)
 TEST_F(SpecialJob, SucceedsIfNoTaskHasAnythingToDo)
 {
     EXPECT_EQ(sReportOfJob(sIdleLines(3)), "Conversion Successful\nTime to complete job: #\n");
-    EXPECT_FALSE(objPlace.bHas("log.vjb"));
+    EXPECT_FALSE(objFolder.bHas("log.vjb"));
 }
 
 TEST_F(SpecialJob, FailsReloadsOfItselfAndOfMissingFiles)
 {
-    const std::string sReport =
-        sReportOfJob(sReloadLine(objPlace.sPath("none.vjb"), 1) + sReloadLine(objPlace.sPath("job.vjb"), 1));
+    const std::string sReport = sReportOfJob(sReloadLine(objFolder.sPath("none.vjb"), 1) +
+                                             sReloadLine(objFolder.sPath("job.vjb"), 1));
 
     const std::string sFailed =
         "Unable to load the rest of the job. - Reload conversion job start at task 1\n";
@@ -154,27 +154,28 @@ TEST_F(SpecialJob, LaunchesAProgramFromTheCommandLine)
 
     // A launch ignores the types, but the command line requires them.
     const Outcome objOutcome =
-        objVarnel(objPlace, {"/P100", "/F1", "/C1", "/S", sTool, "/T", objPlace.sPath("said.txt") + " x",
-                             "/1", "32", "/2", "1", "/3", "-1", "/L", objPlace.sPath("r.txt")});
+        objVarnel(objFolder, {"/P100", "/F1", "/C1", "/S", sTool, "/T", objFolder.sPath("said.txt") + " x",
+                              "/1", "32", "/2", "1", "/3", "-1", "/L", objFolder.sPath("r.txt")});
 
     EXPECT_EQ(objOutcome.lStatus, 0);
-    EXPECT_EQ(objPlace.sRead("said.txt"), objPlace.sPath("said.txt") + ",x\n");
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")), "Conversion Successful\nTime to complete job: #\n");
+    EXPECT_EQ(objFolder.sRead("said.txt"), objFolder.sPath("said.txt") + ",x\n");
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("r.txt")), "Conversion Successful\nTime to complete job: #\n");
 }
 
 TEST_F(SpecialJob, ReportsAFailedLaunchFromTheCommandLine)
 {
-    const std::string sNone = objPlace.sPath("none.sh");
+    const std::string sNone = objFolder.sPath("none.sh");
 
-    objVarnel(objPlace,
-              {"/P100", "/F1", "/C1", "/S", sNone, "/T", objPlace.sPath("x"), "/L", objPlace.sPath("r.txt")});
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")),
+    objVarnel(objFolder, {"/P100", "/F1", "/C1", "/S", sNone, "/T", objFolder.sPath("x"), "/L",
+                          objFolder.sPath("r.txt")});
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("r.txt")),
               "Job # 1  Unable to launch application. - " + sNone + "\nTime to complete job: #\n");
 
-    fs::remove(objPlace.Root() / "r.txt");
-    objVarnel(objPlace, {"/P100", "/F1", "/C1", "/S", objPlace.sPath("*.sh"), "/L", objPlace.sPath("r.txt")});
+    fs::remove(objFolder.Root() / "r.txt");
+    objVarnel(objFolder,
+              {"/P100", "/F1", "/C1", "/S", objFolder.sPath("*.sh"), "/L", objFolder.sPath("r.txt")});
     EXPECT_EQ(
-        objPlace.sRead("r.txt"),
+        objFolder.sRead("r.txt"),
         "Invalid original file format/type for the Special Process specified.\nMissing required or invalid "
         "command line argument(s)\n");
 }
@@ -183,18 +184,18 @@ TEST_F(SpecialJob, LogsEveryFileIfTheSettingsNameAReport)
 {
     const std::string sA = sPicture("in/a.bmp");
     const std::string sB = sPicture("in/b.bmp");
-    const std::string sRows = objPlace.sPath("rows.txt");
-    objPlace.sWrite(".varnel-home/VL_SearchHistory.INI", "[frmMain]\nsLogFile=" + sRows + "\n");
+    const std::string sRows = objFolder.sPath("rows.txt");
+    objFolder.sWrite(".varnel-home/VL_SearchHistory.INI", "[frmMain]\nsLogFile=" + sRows + "\n");
 
     const std::string sReport =
-        sReportOfJob(sSpecialTaskLine(24, objPlace.sPath("in/*.bmp"), 2, objPlace.sPath("out/*.bmp"), "") +
+        sReportOfJob(sSpecialTaskLine(24, objFolder.sPath("in/*.bmp"), 2, objFolder.sPath("out/*.bmp"), "") +
                      sLaunchTaskLine("/bin/false", "-"));
 
     const std::string sPrefix = "*^0^FALSE^85^^^^^^^^";
     EXPECT_EQ(
-        objPlace.sRead("rows.txt"),
-        "\t" + sPrefix + "\t1\tS24\t" + sA + "\t2\tbmp\t" + objPlace.sPath("out/a.bmp") + "\t2\tbmp\t\t\n\t" +
-            sPrefix + "\t1\tS24\t" + sB + "\t2\tbmp\t" + objPlace.sPath("out/b.bmp") +
+        objFolder.sRead("rows.txt"),
+        "\t" + sPrefix + "\t1\tS24\t" + sA + "\t2\tbmp\t" + objFolder.sPath("out/a.bmp") +
+            "\t2\tbmp\t\t\n\t" + sPrefix + "\t1\tS24\t" + sB + "\t2\tbmp\t" + objFolder.sPath("out/b.bmp") +
             "\t2\tbmp\t\t\n\t32^1^-1\t2\tS100\t/bin/false\t2\tbmp\t-\t2\tbmp\t\tSuccessfully Processed.\n");
     EXPECT_EQ(sReport, "Job # 1   - " + sA + "\nJob # 1   - " + sB +
                            "\nJob # 2  Successfully Processed. - /bin/false" +
@@ -207,17 +208,17 @@ TEST_F(SpecialJob, DeletesOnlyImageSourcesOnRequest)
     const std::string sB = sPicture("b.bmp");
     const std::string sC = sPicture("c.bmp");
     const std::string sTool = sScript("tool.sh", "exit 0\n");
-    objPlace.sWrite(".varnel-home/VL_SearchHistory.INI",
-                    "[frmMain]\nbDeleteOriginalFileAfterProcessing=True\n");
+    objFolder.sWrite(".varnel-home/VL_SearchHistory.INI",
+                     "[frmMain]\nbDeleteOriginalFileAfterProcessing=True\n");
 
-    sReportOfJob(sSpecialTaskLine(24, sA, 2, objPlace.sPath("out.bmp"), "") +
-                 sSpecialTaskLine(24, sB, 2, objPlace.sPath("B.BMP"), "") +
-                 sSpecialTaskLine(16, sC, 2, objPlace.sPath("over.bmp"), "256^0^0^") +
+    sReportOfJob(sSpecialTaskLine(24, sA, 2, objFolder.sPath("out.bmp"), "") +
+                 sSpecialTaskLine(24, sB, 2, objFolder.sPath("B.BMP"), "") +
+                 sSpecialTaskLine(16, sC, 2, objFolder.sPath("over.bmp"), "256^0^0^") +
                  sLaunchTaskLine(sTool, ""));
 
-    EXPECT_FALSE(objPlace.bHas("a.bmp"));
-    EXPECT_TRUE(objPlace.bHas("out.bmp"));
-    EXPECT_TRUE(objPlace.bHas("b.bmp"));
-    EXPECT_TRUE(objPlace.bHas("c.bmp"));
-    EXPECT_TRUE(objPlace.bHas("tool.sh"));
+    EXPECT_FALSE(objFolder.bHas("a.bmp"));
+    EXPECT_TRUE(objFolder.bHas("out.bmp"));
+    EXPECT_TRUE(objFolder.bHas("b.bmp"));
+    EXPECT_TRUE(objFolder.bHas("c.bmp"));
+    EXPECT_TRUE(objFolder.bHas("tool.sh"));
 }

@@ -82,7 +82,7 @@ constexpr int kHeight = 16;
 struct Format {
     std::int32_t lType;
     std::string sExtension;
-    bool bOthersRead = true;
+    bool bReferenceReads = true;
 };
 
 const std::vector<Format> kWritable = {{1, "jpg"},        {2, "bmp"},  {3, "tif"},        {4, "gif"},
@@ -108,7 +108,7 @@ std::vector<std::string> aSwitches(const Process& objProcess)
 }
 
 // Image sizes by file name, as another program reads them.
-std::map<std::string, std::string> aSizesByOthers(const std::vector<std::string>& aFiles)
+std::map<std::string, std::string> aReferenceSizes(const std::vector<std::string>& aFiles)
 {
     std::vector<std::string> aCommand = {"identify-im6.q16", "-format", "%f %wx%h\n"};
     aCommand.insert(aCommand.end(), aFiles.begin(), aFiles.end());
@@ -130,51 +130,51 @@ class OneProcess : public testing::Test
 protected:
     Picture objMade(const Picture& objSource, std::int32_t lProcess, const std::string& sOwnDetails)
     {
-        objPlace.sWrite("s.bmp", sBmpOf(objSource));
-        std::vector<std::string> aArguments = {"/P" + std::to_string(lProcess), "/S", objPlace.sPath("s.bmp"),
-                                               "/T", objPlace.sPath("t.bmp")};
+        objFolder.sWrite("s.bmp", sBmpOf(objSource));
+        std::vector<std::string> aArguments = {"/P" + std::to_string(lProcess), "/S",
+                                               objFolder.sPath("s.bmp"), "/T", objFolder.sPath("t.bmp")};
         for (const std::string& sSwitch : aSwitches({lProcess, sOwnDetails.c_str()}))
             aArguments.push_back(sSwitch);
-        EXPECT_EQ(objVarnel(objPlace, aArguments).lStatus, 0);
-        return objDecodedByOthers(objPlace.sPath("t.bmp"));
+        EXPECT_EQ(objVarnel(objFolder, aArguments).lStatus, 0);
+        return objReferenceDecode(objFolder.sPath("t.bmp"));
     }
 
-    const Workplace objPlace;
+    const ScratchFolder objFolder;
 };
 
 }  // namespace
 
 TEST(SpecialProcesses, WorkOnEveryWritableFormat)
 {
-    const Workplace objPlace;
-    const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objColours()));
+    const ScratchFolder objFolder;
+    const std::string sSource = objFolder.sWrite("s.bmp", sBmpOf(objColours()));
     std::string sJob;
     for (const Format& objFormat : kWritable)
-        sJob += sTaskLine(sSource, 2, objPlace.sPath("in/s." + objFormat.sExtension), objFormat.lType);
+        sJob += sTaskLine(sSource, 2, objFolder.sPath("in/s." + objFormat.sExtension), objFormat.lType);
     for (const Format& objFormat : kWritable) {
         for (const Process& objProcess : kProcesses)
             sJob += sSpecialTaskLine(
-                objProcess.lNumber, objPlace.sPath("in/s." + objFormat.sExtension), objFormat.lType,
-                objPlace.sPath("out/" + std::to_string(objProcess.lNumber) + "." + objFormat.sExtension),
+                objProcess.lNumber, objFolder.sPath("in/s." + objFormat.sExtension), objFormat.lType,
+                objFolder.sPath("out/" + std::to_string(objProcess.lNumber) + "." + objFormat.sExtension),
                 std::string(objProcess.sOwnDetails) + "^");
-        if (!objFormat.bOthersRead)
-            sJob += sTaskLine(objPlace.sPath("out/*." + objFormat.sExtension), objFormat.lType,
-                              objPlace.sPath("out/*." + objFormat.sExtension + ".png"), 8);
+        if (!objFormat.bReferenceReads)
+            sJob += sTaskLine(objFolder.sPath("out/*." + objFormat.sExtension), objFormat.lType,
+                              objFolder.sPath("out/*." + objFormat.sExtension + ".png"), 8);
     }
-    objPlace.sWrite("job.vjb", sJob + kMarkerLine);
+    objFolder.sWrite("job.vjb", sJob + kMarkerLine);
 
-    objVarnel(objPlace, {"/J", objPlace.sPath("job.vjb"), "/L", objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/J", objFolder.sPath("job.vjb"), "/L", objFolder.sPath("r.txt")});
 
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")), "Conversion Successful\nTime to complete job: #\n");
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("r.txt")), "Conversion Successful\nTime to complete job: #\n");
     std::vector<std::string> aFiles;
     const auto sResultName = [](const Process& objProcess, const Format& objFormat) {
         return std::to_string(objProcess.lNumber) + "." + objFormat.sExtension +
-               (objFormat.bOthersRead ? "" : ".png");
+               (objFormat.bReferenceReads ? "" : ".png");
     };
     for (const Format& objFormat : kWritable)
         for (const Process& objProcess : kProcesses)
-            aFiles.push_back(objPlace.sPath("out/" + sResultName(objProcess, objFormat)));
-    const std::map<std::string, std::string> aSizes = aSizesByOthers(aFiles);
+            aFiles.push_back(objFolder.sPath("out/" + sResultName(objProcess, objFormat)));
+    const std::map<std::string, std::string> aSizes = aReferenceSizes(aFiles);
     EXPECT_EQ(aSizes.size(), std::size(kProcesses) * kWritable.size());
     for (const Format& objFormat : kWritable)
         for (const Process& objProcess : kProcesses) {
@@ -185,31 +185,31 @@ TEST(SpecialProcesses, WorkOnEveryWritableFormat)
 
 TEST(SpecialProcesses, GiveTheSameResultsOnCommandLineAndInJobs)
 {
-    const Workplace objPlace;
+    const ScratchFolder objFolder;
     const Picture objSource = objColours();
-    const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objSource));
+    const std::string sSource = objFolder.sWrite("s.bmp", sBmpOf(objSource));
     std::string sJob;
     for (const Process& objProcess : kProcesses) {
         const std::string sNumber = std::to_string(objProcess.lNumber);
-        sJob += sSpecialTaskLine(objProcess.lNumber, sSource, 2, objPlace.sPath("job/" + sNumber + ".bmp"),
+        sJob += sSpecialTaskLine(objProcess.lNumber, sSource, 2, objFolder.sPath("job/" + sNumber + ".bmp"),
                                  std::string(objProcess.sOwnDetails) + "^");
         std::vector<std::string> aArguments = {"/P" + sNumber, "/S", sSource, "/T",
-                                               objPlace.sPath("line/" + sNumber + ".bmp")};
+                                               objFolder.sPath("line/" + sNumber + ".bmp")};
         for (const std::string& sSwitch : aSwitches(objProcess))
             aArguments.push_back(sSwitch);
-        objVarnel(objPlace, aArguments);
+        objVarnel(objFolder, aArguments);
     }
-    objPlace.sWrite("job.vjb", sJob + kMarkerLine);
-    objVarnel(objPlace, {"/J", objPlace.sPath("job.vjb")});
+    objFolder.sWrite("job.vjb", sJob + kMarkerLine);
+    objVarnel(objFolder, {"/J", objFolder.sPath("job.vjb")});
 
     const auto sPixels = [](const std::string& sBmp) {
         return sBmp.substr(std::min<std::size_t>(54, sBmp.size()));
     };
     for (const Process& objProcess : kProcesses) {
         const std::string sName = std::to_string(objProcess.lNumber) + ".bmp";
-        const std::string sMade = objPlace.sRead("line/" + sName);
+        const std::string sMade = objFolder.sRead("line/" + sName);
         EXPECT_FALSE(sMade.empty()) << sName;
-        EXPECT_TRUE(sMade == objPlace.sRead("job/" + sName)) << sName;
+        EXPECT_TRUE(sMade == objFolder.sRead("job/" + sName)) << sName;
         // Two change nothing: there is no border to crop, and the reserved filter has no effect.
         const bool bChanges = objProcess.lNumber != SP_AUTOCROP && objProcess.lNumber != SP_FILTERRESERVED56;
         EXPECT_EQ(sPixels(sMade) != sPixels(sBmpOf(objSource)), bChanges) << sName;
@@ -317,10 +317,10 @@ TEST_F(OneProcess, UsesZerosForMalformedDetails)
 
 TEST(SpecialProcesses, SurviveExtremeNumbersOnASinglePixel)
 {
-    const Workplace objPlace;
-    const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objPicture(1, 1, [](int, int) {
-                                                    return Rgb{10, 20, 30};
-                                                })));
+    const ScratchFolder objFolder;
+    const std::string sSource = objFolder.sWrite("s.bmp", sBmpOf(objPicture(1, 1, [](int, int) {
+                                                     return Rgb{10, 20, 30};
+                                                 })));
     std::string sJob;
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
         for (const char* sValue :
@@ -329,82 +329,85 @@ TEST(SpecialProcesses, SurviveExtremeNumbersOnASinglePixel)
             for (std::size_t i = 0; i < objRow.aParameters.size(); ++i)
                 sOwn += std::string(sValue) + "^";
             if (objRow.lSpecialProcess != SP_LAUNCH && objRow.lSpecialProcess != SP_TRANSFORM_RESIZE)
-                sJob += sSpecialTaskLine(objRow.lSpecialProcess, sSource, 2, objPlace.sPath("t.bmp"), sOwn);
+                sJob += sSpecialTaskLine(objRow.lSpecialProcess, sSource, 2, objFolder.sPath("t.bmp"), sOwn);
         }
-    sJob += sSpecialTaskLine(SP_INVERT, sSource, 2, objPlace.sPath("last.bmp"), "");
-    objPlace.sWrite("job.vjb", sJob + kMarkerLine);
+    sJob += sSpecialTaskLine(SP_INVERT, sSource, 2, objFolder.sPath("last.bmp"), "");
+    objFolder.sWrite("job.vjb", sJob + kMarkerLine);
 
     EXPECT_EQ(
-        objVarnel(objPlace, {"/J", objPlace.sPath("job.vjb")}, {{"VARNEL_MAX_MEGAPIXELS", "4"}}).lStatus, 0);
+        objVarnel(objFolder, {"/J", objFolder.sPath("job.vjb")}, {{"VARNEL_MAX_MEGAPIXELS", "4"}}).lStatus,
+        0);
 
-    EXPECT_EQ(objDecodedByOthers(objPlace.sPath("last.bmp")).aPixels, (std::vector<Rgb>{{245, 235, 225}}));
+    EXPECT_EQ(objReferenceDecode(objFolder.sPath("last.bmp")).aPixels, (std::vector<Rgb>{{245, 235, 225}}));
 }
 
 TEST(SpecialProcesses, MirrorATreeAndKeepTheType)
 {
-    const Workplace objPlace;
+    const ScratchFolder objFolder;
     for (const char* sName : {"in/a.bmp", "in/sub/b.bmp"})
-        objPlace.sWrite(sName, sBmpOf(objColours()));
+        objFolder.sWrite(sName, sBmpOf(objColours()));
 
-    objVarnel(objPlace, {"/P24", "/R", "/S", objPlace.sPath("in/*.bmp"), "/T", objPlace.sPath("out/*.bmp")});
-    EXPECT_EQ(objPlace.aFiles(),
+    objVarnel(objFolder,
+              {"/P24", "/R", "/S", objFolder.sPath("in/*.bmp"), "/T", objFolder.sPath("out/*.bmp")});
+    EXPECT_EQ(objFolder.aFiles(),
               (std::vector<std::string>{"in/a.bmp", "in/sub/b.bmp", "out/a.bmp", "out/sub/b.bmp"}));
 
     // The source's type overrides an explicit target type if either type is missing.
-    objVarnel(objPlace, {"/P24", "/S", objPlace.sPath("in/a.bmp"), "/T", objPlace.sPath("out/c.jpg"), "/C1"});
-    EXPECT_EQ(objPlace.sRead("out/c.jpg"), objPlace.sRead("out/a.bmp"));
+    objVarnel(objFolder,
+              {"/P24", "/S", objFolder.sPath("in/a.bmp"), "/T", objFolder.sPath("out/c.jpg"), "/C1"});
+    EXPECT_EQ(objFolder.sRead("out/c.jpg"), objFolder.sRead("out/a.bmp"));
 }
 
 TEST(SpecialProcesses, WorkOnEachPageOfATiff)
 {
-    const Workplace objPlace;
-    const std::string sTif = objPlace.sCopySample("form.tif", "form.tif");
+    const ScratchFolder objFolder;
+    const std::string sTif = objFolder.sCopySample("form.tif", "form.tif");
 
-    objVarnel(objPlace, {"/P24", "/S", sTif, "/T", objPlace.sPath("p.tif"), "/1", "3,1"});
-    objVarnel(objPlace, {"/P24", "/S", sTif, "/T", objPlace.sPath("all.tif"), "/1", "*", "/3", "TRUE"});
+    objVarnel(objFolder, {"/P24", "/S", sTif, "/T", objFolder.sPath("p.tif"), "/1", "3,1"});
+    objVarnel(objFolder, {"/P24", "/S", sTif, "/T", objFolder.sPath("all.tif"), "/1", "*", "/3", "TRUE"});
 
-    EXPECT_EQ(objPlace.aFiles(), (std::vector<std::string>{"all.tif", "form.tif", "p-1.tif", "p-3.tif"}));
-    const Picture objPage = objDecodedByOthers(sTif);
-    const Picture objMade = objDecodedByOthers(objPlace.sPath("p-1.tif"));
+    EXPECT_EQ(objFolder.aFiles(), (std::vector<std::string>{"all.tif", "form.tif", "p-1.tif", "p-3.tif"}));
+    const Picture objPage = objReferenceDecode(sTif);
+    const Picture objMade = objReferenceDecode(objFolder.sPath("p-1.tif"));
     EXPECT_EQ(objMade, objPicture(objPage.lWidth, objPage.lHeight, [&](int x, int y) {
                   const int lInverse = 255 - objPage.At(x, y)[0];
                   return Rgb{lInverse, lInverse, lInverse};
               }));
-    const Outcome objPages = objRun({"identify-im6.q16", "-format", "%p %wx%h;", objPlace.sPath("all.tif")});
+    const Outcome objPages = objRun({"identify-im6.q16", "-format", "%p %wx%h;", objFolder.sPath("all.tif")});
     EXPECT_EQ(objPages.sOutput, "0 425x550;1 425x550;2 425x550;");
 }
 
 TEST(SpecialProcesses, FailOnlyTheFileThatOverflows)
 {
-    const Workplace objPlace;
-    const std::string sA = objPlace.sWrite("in/a.bmp", sBmpOf(objColours()));
-    const std::string sJob = objPlace.sWrite(
+    const ScratchFolder objFolder;
+    const std::string sA = objFolder.sWrite("in/a.bmp", sBmpOf(objColours()));
+    const std::string sJob = objFolder.sWrite(
         "job.vjb",
-        sSpecialTaskLine(SP_TRANSFORM_RESIZE, sA, 2, objPlace.sPath("t.bmp"), "40000^10^0^0^FALSE^") +
-            sSpecialTaskLine(SP_COLORIZE, objPlace.sPath("in/*.bmp"), 2, objPlace.sPath("out/*.bmp"),
+        sSpecialTaskLine(SP_TRANSFORM_RESIZE, sA, 2, objFolder.sPath("t.bmp"), "40000^10^0^0^FALSE^") +
+            sSpecialTaskLine(SP_COLORIZE, objFolder.sPath("in/*.bmp"), 2, objFolder.sPath("out/*.bmp"),
                              "256^0^0^") +
-            sSpecialTaskLine(SP_COLORIZE, sA, 2, objPlace.sPath("good.bmp"), "255^0^0^") + kMarkerLine);
+            sSpecialTaskLine(SP_COLORIZE, sA, 2, objFolder.sPath("good.bmp"), "255^0^0^") + kMarkerLine);
 
-    objVarnel(objPlace, {"/J", sJob, "/L", objPlace.sPath("r.txt")});
+    objVarnel(objFolder, {"/J", sJob, "/L", objFolder.sPath("r.txt")});
 
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")), "Job # 1  Unable to convert: Overflow - " + sA +
-                                                            "\nJob # 2  Unable to convert: Overflow - " + sA +
-                                                            "\nTime to complete job: #\n");
-    EXPECT_FALSE(objPlace.bHas("t.bmp"));
-    EXPECT_FALSE(objPlace.bHas("out/a.bmp"));
-    EXPECT_TRUE(objPlace.bHas("good.bmp"));
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("r.txt")), "Job # 1  Unable to convert: Overflow - " + sA +
+                                                             "\nJob # 2  Unable to convert: Overflow - " +
+                                                             sA + "\nTime to complete job: #\n");
+    EXPECT_FALSE(objFolder.bHas("t.bmp"));
+    EXPECT_FALSE(objFolder.bHas("out/a.bmp"));
+    EXPECT_TRUE(objFolder.bHas("good.bmp"));
 }
 
 TEST(SpecialProcesses, AreRejectedWithASpecificMessage)
 {
-    const Workplace objPlace;
-    const std::string sA = objPlace.sWrite("a.bmp", sBmpOf(objColours()));
+    const ScratchFolder objFolder;
+    const std::string sA = objFolder.sWrite("a.bmp", sBmpOf(objColours()));
     const auto sReportOf = [&](std::vector<std::string> aArguments) {
         aArguments.insert(aArguments.end(),
-                          {"/S", sA, "/T", objPlace.sPath("t.bmp"), "/L", objPlace.sPath("r.txt")});
-        objVarnel(objPlace, aArguments);
-        const std::string sReport = objPlace.sRead("r.txt");
-        std::filesystem::remove(objPlace.Root() / "r.txt");
+                          {"/S", sA, "/T", objFolder.sPath("t.bmp"), "/L", objFolder.sPath("r.txt")});
+        objVarnel(objFolder, aArguments);
+        const std::string sReport = objFolder.sRead("r.txt");
+        std::filesystem::remove(objFolder.Root() / "r.txt");
         return sReport;
     };
     const std::string sEnd = "\nMissing required or invalid command line argument(s)\n";
@@ -413,57 +416,58 @@ TEST(SpecialProcesses, AreRejectedWithASpecificMessage)
         EXPECT_EQ(sReportOf({sProcess}), "Invalid Special Process Identifier specified" + sEnd) << sProcess;
     EXPECT_EQ(sReportOf({"/P2", "/a-1", "/b5"}), "Invalid Width or Height" + sEnd);
     EXPECT_EQ(sReportOf({"/P2", "/a5", "/b5", "/c3"}), "Unrecognized interpolation method" + sEnd);
-    EXPECT_FALSE(objPlace.bHas("t.bmp"));
+    EXPECT_FALSE(objFolder.bHas("t.bmp"));
 }
 
 TEST(SpecialProcesses, ReportLogRowsOnlyForSingleFiles)
 {
-    const Workplace objPlace;
-    const std::string sBad = objPlace.sWrite("in/x.bmp", "This is a text.\n");
+    const ScratchFolder objFolder;
+    const std::string sBad = objFolder.sWrite("in/x.bmp", "This is a text.\n");
     const std::string sError = "Unsupported source image file format. Unable to load image.";
 
-    objVarnel(objPlace,
-              {"/P24", "/S", sBad, "/T", objPlace.sPath("t.bmp"), "/Z", "/L", objPlace.sPath("one.txt")});
-    objVarnel(objPlace, {"/P24", "/S", objPlace.sPath("in/*.bmp"), "/T", objPlace.sPath("out/*.bmp"), "/Z",
-                         "/L", objPlace.sPath("many.txt")});
+    objVarnel(objFolder,
+              {"/P24", "/S", sBad, "/T", objFolder.sPath("t.bmp"), "/Z", "/L", objFolder.sPath("one.txt")});
+    objVarnel(objFolder, {"/P24", "/S", objFolder.sPath("in/*.bmp"), "/T", objFolder.sPath("out/*.bmp"), "/Z",
+                          "/L", objFolder.sPath("many.txt")});
 
     const std::string sLines = "Job # 1  " + sError + " - " + sBad + "\nTime to complete job: #\n";
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("one.txt")), "\t^^^^^^^^^^^^^^^^^^^^\t1\tS\t" + sBad +
-                                                              "\t2\tbmp\t" + objPlace.sPath("t.bmp") +
-                                                              "\t2\tbmp\t\t" + sError + "\n" + sLines);
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("one.txt")), "\t^^^^^^^^^^^^^^^^^^^^\t1\tS\t" + sBad +
+                                                               "\t2\tbmp\t" + objFolder.sPath("t.bmp") +
+                                                               "\t2\tbmp\t\t" + sError + "\n" + sLines);
     // The record for a wildcard's files carries neither the report file nor the flag for log rows.
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("many.txt")), sLines);
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("many.txt")), sLines);
 }
 
 TEST(SpecialProcesses, CannotSaveAReadOnlyType)
 {
-    const Workplace objPlace;
-    const std::string sIcon = objPlace.sCopySample("graphics/icon.ico", "icon.ico");
+    const ScratchFolder objFolder;
+    const std::string sIcon = objFolder.sCopySample("graphics/icon.ico", "icon.ico");
 
-    objVarnel(objPlace, {"/P24", "/S", sIcon, "/T", objPlace.sPath("t.ico"), "/L", objPlace.sPath("r.txt")});
+    objVarnel(objFolder,
+              {"/P24", "/S", sIcon, "/T", objFolder.sPath("t.ico"), "/L", objFolder.sPath("r.txt")});
 
-    EXPECT_EQ(sWithoutSeconds(objPlace.sRead("r.txt")),
+    EXPECT_EQ(sWithoutSeconds(objFolder.sRead("r.txt")),
               "Job # 1  Unable to convert - " + sIcon + "\nTime to complete job: #\n");
-    EXPECT_FALSE(objPlace.bHas("t.ico"));
+    EXPECT_FALSE(objFolder.bHas("t.ico"));
 }
 
 TEST(SpecialProcesses, KeepTransparencyAlignedWithTheImage)
 {
-    const Workplace objPlace;
-    const std::string sBadge = objPlace.sCopySample("graphics/badge.png", "badge.png");
+    const ScratchFolder objFolder;
+    const std::string sBadge = objFolder.sCopySample("graphics/badge.png", "badge.png");
     const auto sAlphaOf = [](const std::string& sFile) {
         return objRun({"convert-im6.q16", sFile, "-alpha", "extract", "-depth", "8", "gray:-"}).sOutput;
     };
 
-    objVarnel(objPlace, {"/P24", "/S", sBadge, "/T", objPlace.sPath("inverted.png")});
-    objVarnel(objPlace, {"/P9", "/a0", "/S", sBadge, "/T", objPlace.sPath("same.png")});
-    objVarnel(objPlace, {"/P6", "/a40", "/b0", "/c0", "/S", sBadge, "/T", objPlace.sPath("shifted.png")});
+    objVarnel(objFolder, {"/P24", "/S", sBadge, "/T", objFolder.sPath("inverted.png")});
+    objVarnel(objFolder, {"/P9", "/a0", "/S", sBadge, "/T", objFolder.sPath("same.png")});
+    objVarnel(objFolder, {"/P6", "/a40", "/b0", "/c0", "/S", sBadge, "/T", objFolder.sPath("shifted.png")});
 
     const std::string sAlpha = sAlphaOf(sBadge);
     EXPECT_EQ(sAlpha.size(), 64u * 64u);
-    EXPECT_TRUE(sAlphaOf(objPlace.sPath("inverted.png")) == sAlpha);
-    EXPECT_TRUE(sAlphaOf(objPlace.sPath("same.png")) == sAlpha);
-    const std::string sShifted = sAlphaOf(objPlace.sPath("shifted.png"));
+    EXPECT_TRUE(sAlphaOf(objFolder.sPath("inverted.png")) == sAlpha);
+    EXPECT_TRUE(sAlphaOf(objFolder.sPath("same.png")) == sAlpha);
+    const std::string sShifted = sAlphaOf(objFolder.sPath("shifted.png"));
     for (std::size_t y = 0; y < 64; ++y) {
         EXPECT_EQ(sShifted.substr(y * 64, 40), std::string(40, '\xFF')) << "the background is opaque";
         EXPECT_TRUE(sShifted.substr(y * 64 + 40, 24) == sAlpha.substr(y * 64, 24));
@@ -472,12 +476,12 @@ TEST(SpecialProcesses, KeepTransparencyAlignedWithTheImage)
 
 TEST(SpecialProcesses, UseTheDecimalSignOfTheLocale)
 {
-    const Workplace objPlace;
-    const std::string sSource = objPlace.sWrite("s.bmp", sBmpOf(objColours()));
+    const ScratchFolder objFolder;
+    const std::string sSource = objFolder.sWrite("s.bmp", sBmpOf(objColours()));
     const auto sMade = [&](const char* sValue, const char* sLocale) {
-        objVarnel(objPlace, {"/P54", sValue, "/S", sSource, "/T", objPlace.sPath("t.bmp")},
+        objVarnel(objFolder, {"/P54", sValue, "/S", sSource, "/T", objFolder.sPath("t.bmp")},
                   {{"LC_ALL", sLocale}});
-        return objPlace.sRead("t.bmp");
+        return objFolder.sRead("t.bmp");
     };
 
     const std::string sHalf = sMade("/a0.5", "C");

@@ -49,9 +49,9 @@ std::string sBmpOf(const Picture& objPicture)
     return sFile;
 }
 
-Picture objDecodedByOthers(const std::string& sFile)
+Picture objReferenceDecode(const std::string& sFile)
 {
-    const std::string sPpm = sDecodedByOthers(sFile);
+    const std::string sPpm = sReferenceDecode(sFile);
     std::istringstream objHeader(sPpm);
     std::string sMagic;
     int lWidth = 0, lHeight = 0, lMost = 0;

@@ -26,7 +26,7 @@ Picture objPicture(int lWidth, int lHeight, const std::function<Rgb(int x, int y
 std::string sBmpOf(const Picture& objPicture);
 
 /// Decodes a file with another program; an empty image if it can't.
-Picture objDecodedByOthers(const std::string& sFile);
+Picture objReferenceDecode(const std::string& sFile);
 
 /// Prints the size and the first pixels of an image when a comparison fails.
 void PrintTo(const Picture& objPicture, std::ostream* pStream);

@@ -17,44 +17,44 @@ namespace fs = std::filesystem;
 
 const char* const kMarkerLine = "\t\t*\t\t\t\t\t\t\t\t\t\r\n";
 
-Workplace::Workplace()
+ScratchFolder::ScratchFolder()
 {
     std::string sPattern = (fs::temp_directory_path() / "varnel-e2e-XXXXXX").string();
     m_objRoot = mkdtemp(sPattern.data());
 }
 
-Workplace::~Workplace()
+ScratchFolder::~ScratchFolder()
 {
     std::error_code objIgnored;
     fs::remove_all(m_objRoot, objIgnored);
 }
 
-std::string Workplace::sWrite(const std::string& sName, const std::string& sContent) const
+std::string ScratchFolder::sWrite(const std::string& sName, const std::string& sContent) const
 {
     fs::create_directories((m_objRoot / sName).parent_path());
     std::ofstream(m_objRoot / sName, std::ios::binary) << sContent;
     return sPath(sName);
 }
 
-std::string Workplace::sCopySample(const std::string& sSample, const std::string& sName) const
+std::string ScratchFolder::sCopySample(const std::string& sSample, const std::string& sName) const
 {
     fs::create_directories((m_objRoot / sName).parent_path());
     fs::copy_file(fs::path(VARNEL_SOURCE_DIR) / "share/samples" / sSample, m_objRoot / sName);
     return sPath(sName);
 }
 
-std::string Workplace::sRead(const std::string& sName) const
+std::string ScratchFolder::sRead(const std::string& sName) const
 {
     std::ifstream objFile(m_objRoot / sName, std::ios::binary);
     return {std::istreambuf_iterator<char>(objFile), {}};
 }
 
-bool Workplace::bHas(const std::string& sName) const
+bool ScratchFolder::bHas(const std::string& sName) const
 {
     return fs::exists(m_objRoot / sName);
 }
 
-std::vector<std::string> Workplace::aFiles() const
+std::vector<std::string> ScratchFolder::aFiles() const
 {
     std::vector<std::string> aResult;
     for (const auto& objEntry : fs::recursive_directory_iterator(m_objRoot)) {
@@ -126,13 +126,13 @@ Outcome objRun(const std::vector<std::string>& aCommand, const std::map<std::str
     return objOutcome;
 }
 
-Outcome objVarnel(const Workplace& objPlace, const std::vector<std::string>& aArguments,
+Outcome objVarnel(const ScratchFolder& objFolder, const std::vector<std::string>& aArguments,
                   std::map<std::string, std::string> aVariables)
 {
     std::vector<std::string> aCommand = {VARNEL_PROGRAM};
     aCommand.insert(aCommand.end(), aArguments.begin(), aArguments.end());
-    aVariables.try_emplace("VARNEL_SETTINGS_DIR", objPlace.sPath(".varnel-home"));
-    aVariables.try_emplace("VARNEL_HOME", objPlace.sPath(".varnel-home"));
+    aVariables.try_emplace("VARNEL_SETTINGS_DIR", objFolder.sPath(".varnel-home"));
+    aVariables.try_emplace("VARNEL_HOME", objFolder.sPath(".varnel-home"));
     aVariables.try_emplace("LC_ALL", "C");
     aVariables["DISPLAY"] = "";
     aVariables["WAYLAND_DISPLAY"] = "";
@@ -167,7 +167,7 @@ std::string sWithoutSeconds(const std::string& sReport)
     return std::regex_replace(sReport, std::regex("(Time to complete job: )[0-9]+\\.[0-9]"), "$1#");
 }
 
-std::string sDecodedByOthers(const std::string& sFile)
+std::string sReferenceDecode(const std::string& sFile)
 {
     const Outcome objOutcome = objRun({"convert-im6.q16", sFile + "[0]", "-background", "white", "-alpha",
                                        "remove", "-depth", "8", "-colorspace", "sRGB", "ppm:-"});

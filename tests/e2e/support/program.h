@@ -8,13 +8,13 @@
 #include <vector>
 
 /// A temporary folder, deleted with the object.
-class Workplace
+class ScratchFolder
 {
 public:
-    Workplace();
-    ~Workplace();
-    Workplace(const Workplace&) = delete;
-    Workplace& operator=(const Workplace&) = delete;
+    ScratchFolder();
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
 
     std::filesystem::path Root() const { return m_objRoot; }
     /// The absolute path of a name in the folder.
@@ -44,7 +44,7 @@ Outcome objRun(const std::vector<std::string>& aCommand,
                const std::map<std::string, std::string>& aVariables = {});
 
 /// Runs Varnel without a display, with its settings and program folder below the temporary folder.
-Outcome objVarnel(const Workplace& objPlace, const std::vector<std::string>& aArguments,
+Outcome objVarnel(const ScratchFolder& objFolder, const std::vector<std::string>& aArguments,
                   std::map<std::string, std::string> aVariables = {});
 
 /// Formats a job file line.
@@ -63,4 +63,4 @@ extern const char* const kMarkerLine;
 std::string sWithoutSeconds(const std::string& sReport);
 
 /// Decodes a file with another program to a binary PPM; "" if it can't.
-std::string sDecodedByOthers(const std::string& sFile);
+std::string sReferenceDecode(const std::string& sFile);
