@@ -13,12 +13,14 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/paths.h"
+
 namespace fs = std::filesystem;
 
 namespace
 {
 
-const fs::path kRoot = VARNEL_SOURCE_DIR;
+const fs::path kRoot = SourceFolder();
 constexpr std::size_t kMostFilesInAFolder = 30;
 
 /// A row of the table. Rooms of one building are ordered by floor; "logic" is the building of the program's

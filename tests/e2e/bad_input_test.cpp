@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "tests/e2e/support/program.h"
+#include "tests/support/paths.h"
 
 namespace fs = std::filesystem;
 
@@ -99,7 +100,7 @@ TEST(BadInput, KeepsTheOldFileIfTheDiskIsFull)
     const std::vector<std::string> aBefore = objFolder.aFiles();
 
     // Exceeding the file size limit fails a write like a full disk.
-    objRun({"sh", "-c", "ulimit -f 8; exec \"$0\" \"$@\"", VARNEL_PROGRAM, "/S", sBmp, "/T",
+    objRun({"sh", "-c", "ulimit -f 8; exec \"$0\" \"$@\"", ProgramPath(), "/S", sBmp, "/T",
             objFolder.sPath("a.ras")},
            {{"VARNEL_SETTINGS_DIR", objFolder.sPath(".varnel-home")},
             {"VARNEL_HOME", objFolder.sPath(".varnel-home")}});

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/support/program.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -94,7 +95,8 @@ TEST(CommandLine, AppendsManyFilesToOneTiff)
     objVarnel(objFolder,
               {"/S", objFolder.sPath("in/*.bmp"), "/T", objFolder.sPath("all.tif"), "/2", "1", "/3", "TRUE"});
 
-    const Outcome objPages = objRun({"identify-im6.q16", "-format", "%p %wx%h;", objFolder.sPath("all.tif")});
+    const Outcome objPages =
+        objRun({ImageMagick("identify"), "-format", "%p %wx%h;", objFolder.sPath("all.tif")});
     EXPECT_EQ(objPages.sOutput, "0 160x100;1 160x100;2 160x100;");
     EXPECT_FALSE(objFolder.bHas("all.tif.TIF"));
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/e2e/support/program.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -60,9 +61,9 @@ TEST(Formats, AreReadCorrectlyFromOtherPrograms)
 {
     const ScratchFolder objFolder;
     const std::string sPlain = objFolder.sPath("a.ppm");
-    ASSERT_EQ(
-        objRun({"convert-im6.q16", objFolder.sCopySample("landscape-small.bmp", "a.bmp"), sPlain}).lStatus,
-        0);
+    ASSERT_EQ(objRun({ImageMagick("convert"), objFolder.sCopySample("landscape-small.bmp", "a.bmp"), sPlain})
+                  .lStatus,
+              0);
 
     for (const std::string sExtension :
          {"bmp", "tif", "jp2", "pcx", "png", "ras", "tga", "gif", "jpg", "ico", "cur"}) {
@@ -71,8 +72,8 @@ TEST(Formats, AreReadCorrectlyFromOtherPrograms)
         const std::string sPrefix = sExtension == "ras" ? "sun:" : "";
         // ImageMagick writes and reads Targa upside down.
         const bool bTarga = sExtension == "tga";
-        const std::vector<std::string> aMaker =
-            bTarga ? std::vector<std::string>{"gm", "convert"} : std::vector<std::string>{"convert-im6.q16"};
+        const std::vector<std::string> aMaker = bTarga ? std::vector<std::string>{"gm", "convert"}
+                                                       : std::vector<std::string>{ImageMagick("convert")};
         std::vector<std::string> aCommand = aMaker;
         aCommand.insert(aCommand.end(), {sPlain, sPrefix + sForeign});
         ASSERT_EQ(objRun(aCommand).lStatus, 0) << sExtension;

@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "tests/e2e/support/program.h"
+#include "tests/support/paths.h"
 
 namespace fs = std::filesystem;
 
@@ -23,11 +24,11 @@ void RunAndKill(const ScratchFolder& objFolder, std::size_t nFiles)
 {
     const std::string sSource = objFolder.sPath("in/*.bmp");
     const std::string sTarget = objFolder.sPath("out/*.png");
-    std::array<std::string, 5> aWords = {VARNEL_PROGRAM, "/S", sSource, "/T", sTarget};
+    std::array<std::string, 5> aWords = {ProgramPath(), "/S", sSource, "/T", sTarget};
     std::array<char*, 6> aArguments = {aWords[0].data(), aWords[1].data(), aWords[2].data(),
                                        aWords[3].data(), aWords[4].data(), nullptr};
     pid_t nChild = 0;
-    ASSERT_EQ(posix_spawn(&nChild, VARNEL_PROGRAM, nullptr, nullptr, aArguments.data(), environ), 0);
+    ASSERT_EQ(posix_spawn(&nChild, aWords[0].c_str(), nullptr, nullptr, aArguments.data(), environ), 0);
     int nStatus = 0;
     while (waitpid(nChild, &nStatus, WNOHANG) == 0) {
         std::error_code objIgnored;

@@ -8,6 +8,7 @@
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 #include "tests/e2e/support/picture.h"
 #include "tests/e2e/support/program.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -110,7 +111,7 @@ std::vector<std::string> aSwitches(const Process& objProcess)
 // Image sizes by file name, as another program reads them.
 std::map<std::string, std::string> aReferenceSizes(const std::vector<std::string>& aFiles)
 {
-    std::vector<std::string> aCommand = {"identify-im6.q16", "-format", "%f %wx%h\n"};
+    std::vector<std::string> aCommand = {ImageMagick("identify"), "-format", "%f %wx%h\n"};
     aCommand.insert(aCommand.end(), aFiles.begin(), aFiles.end());
     std::istringstream objLines(objRun(aCommand).sOutput);
     std::map<std::string, std::string> aResult;
@@ -373,7 +374,8 @@ TEST(SpecialProcesses, WorkOnEachPageOfATiff)
                   const int lInverse = 255 - objPage.At(x, y)[0];
                   return Rgb{lInverse, lInverse, lInverse};
               }));
-    const Outcome objPages = objRun({"identify-im6.q16", "-format", "%p %wx%h;", objFolder.sPath("all.tif")});
+    const Outcome objPages =
+        objRun({ImageMagick("identify"), "-format", "%p %wx%h;", objFolder.sPath("all.tif")});
     EXPECT_EQ(objPages.sOutput, "0 425x550;1 425x550;2 425x550;");
 }
 
@@ -456,7 +458,7 @@ TEST(SpecialProcesses, KeepTransparencyAlignedWithTheImage)
     const ScratchFolder objFolder;
     const std::string sBadge = objFolder.sCopySample("graphics/badge.png", "badge.png");
     const auto sAlphaOf = [](const std::string& sFile) {
-        return objRun({"convert-im6.q16", sFile, "-alpha", "extract", "-depth", "8", "gray:-"}).sOutput;
+        return objRun({ImageMagick("convert"), sFile, "-alpha", "extract", "-depth", "8", "gray:-"}).sOutput;
     };
 
     objVarnel(objFolder, {"/P24", "/S", sBadge, "/T", objFolder.sPath("inverted.png")});

@@ -13,6 +13,8 @@
 #include <iterator>
 #include <regex>
 
+#include "tests/support/paths.h"
+
 namespace fs = std::filesystem;
 
 const char* const kMarkerLine = "\t\t*\t\t\t\t\t\t\t\t\t\r\n";
@@ -39,7 +41,7 @@ std::string ScratchFolder::sWrite(const std::string& sName, const std::string& s
 std::string ScratchFolder::sCopySample(const std::string& sSample, const std::string& sName) const
 {
     fs::create_directories((m_objRoot / sName).parent_path());
-    fs::copy_file(fs::path(VARNEL_SOURCE_DIR) / "share/samples" / sSample, m_objRoot / sName);
+    fs::copy_file(fs::path(SourceFolder()) / "share/samples" / sSample, m_objRoot / sName);
     return sPath(sName);
 }
 
@@ -129,7 +131,7 @@ Outcome objRun(const std::vector<std::string>& aCommand, const std::map<std::str
 Outcome objVarnel(const ScratchFolder& objFolder, const std::vector<std::string>& aArguments,
                   std::map<std::string, std::string> aVariables)
 {
-    std::vector<std::string> aCommand = {VARNEL_PROGRAM};
+    std::vector<std::string> aCommand = {ProgramPath()};
     aCommand.insert(aCommand.end(), aArguments.begin(), aArguments.end());
     aVariables.try_emplace("VARNEL_SETTINGS_DIR", objFolder.sPath(".varnel-home"));
     aVariables.try_emplace("VARNEL_HOME", objFolder.sPath(".varnel-home"));
@@ -169,7 +171,7 @@ std::string sWithoutSeconds(const std::string& sReport)
 
 std::string sReferenceDecode(const std::string& sFile)
 {
-    const Outcome objOutcome = objRun({"convert-im6.q16", sFile + "[0]", "-background", "white", "-alpha",
-                                       "remove", "-depth", "8", "-colorspace", "sRGB", "ppm:-"});
+    const Outcome objOutcome = objRun({ImageMagick("convert"), sFile + "[0]", "-background", "white",
+                                       "-alpha", "remove", "-depth", "8", "-colorspace", "sRGB", "ppm:-"});
     return objOutcome.lStatus == 0 ? objOutcome.sOutput : "";
 }

@@ -15,6 +15,7 @@
 #include "src/platform/image/quantiser/quantiser_palette.h"
 #include "src/platform/image/quantiser/quantiser_table.h"
 #include "tests/platform/image/support/image_tools.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -213,10 +214,10 @@ TEST(Quantiser, ComesCloserThanTheBestDitheringOfOtherPrograms)
 
     const double dOwn = dPsnr(aShown(aImage, objQuantised(aImage)), aImage);
 
-    for (const char* sProgram : {"convert-im6.q16", "gm convert"}) {
-        ASSERT_TRUE(
-            bRun(std::string(sProgram) + " " + objFolder.sPath("in.ppm") + " " + objFolder.sPath("out.gif")));
-        ASSERT_TRUE(bRun("convert-im6.q16 " + objFolder.sPath("out.gif") + " " + objFolder.sPath("out.ppm")));
+    for (const std::string& sProgram : {ImageMagick("convert"), std::string("gm convert")}) {
+        ASSERT_TRUE(bRun(sProgram + " " + objFolder.sPath("in.ppm") + " " + objFolder.sPath("out.gif")));
+        ASSERT_TRUE(bRun(ImageMagick("convert") + " " + objFolder.sPath("out.gif") + " " +
+                         objFolder.sPath("out.ppm")));
         EXPECT_GE(dOwn, dPsnr(*aReadPnm(objFolder.sPath("out.ppm")), aImage)) << sProgram;
     }
 }

@@ -14,6 +14,7 @@
 
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/base/output_file.h"
+#include "tests/support/paths.h"
 
 TestFolder::TestFolder()
 {
@@ -29,7 +30,7 @@ TestFolder::~TestFolder()
 
 std::string sSamplePath(const std::string& sName)
 {
-    return std::string(VARNEL_SOURCE_DIR) + "/tests/samples/" + sName;
+    return SourceFolder() + "/tests/samples/" + sName;
 }
 
 std::vector<std::uint8_t> aFileContent(const std::string& sPath)

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "src/platform/image/base/input_file.h"
+#include "tests/support/paths.h"
 
 std::optional<ImageBuffer> aReadPam(const std::string& sPath)
 {
@@ -69,7 +70,7 @@ static std::vector<std::uint8_t> aBgraByCommand(const std::string& sProgram, con
 std::vector<std::uint8_t> aBgraByImageMagick(const std::string& sPath)
 {
     // What the format stores the other way up is only turned on demand.
-    return aBgraByCommand("convert-im6.q16", sPath, "-auto-orient");
+    return aBgraByCommand(ImageMagick("convert"), sPath, "-auto-orient");
 }
 
 std::vector<std::uint8_t> aBgraByGraphicsMagick(const std::string& sPath)

@@ -10,6 +10,7 @@
 #include "src/platform/image/pixels/pixel_rows.h"
 #include "tests/platform/image/support/gif_maker.h"
 #include "tests/platform/image/support/image_tools.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -65,9 +66,9 @@ PixelBytes aCoalesced(const std::string& sName)
     const TestFolder objFolder;
     const std::string sOut = objFolder.sPath("out");
     std::string sOutput;
-    EXPECT_TRUE(
-        bRun("convert-im6.q16 " + sSamplePath("gif/" + sName) + " -coalesce -alpha set -depth 8 bgra:" + sOut,
-             &sOutput))
+    EXPECT_TRUE(bRun(ImageMagick("convert") + " " + sSamplePath("gif/" + sName) +
+                         " -coalesce -alpha set -depth 8 bgra:" + sOut,
+                     &sOutput))
         << sOutput;
     ImageBuffer aAll;
     aAll.lChannels = 4;

@@ -7,6 +7,7 @@
 
 #include "src/platform/image/codecs/gif/gif.h"
 #include "tests/platform/image/support/image_tools.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -60,7 +61,8 @@ std::string sIdentified(const Block& aFile, const std::string& sFormat)
     const TestFolder objFolder;
     WriteFileContent(objFolder.sPath("in.gif"), aFile);
     std::string sOutput;
-    EXPECT_TRUE(bRun("identify-im6.q16 -format '" + sFormat + "' " + objFolder.sPath("in.gif"), &sOutput))
+    EXPECT_TRUE(
+        bRun(ImageMagick("identify") + " -format '" + sFormat + "' " + objFolder.sPath("in.gif"), &sOutput))
         << sOutput;
     return sOutput;
 }
@@ -83,7 +85,7 @@ TEST_P(GifColourCounts, UpTo256AreKeptExactlyAsOtherProgramsFindToo)
         EXPECT_EQ(aBack->lChannels, 1);  // the one colour is black
     else
         EXPECT_EQ(objDifference(*aBack, aImage).lGreatest, 0);
-    EXPECT_EQ(objDifference(aBy("convert-im6.q16", aFile), aImage).lGreatest, 0);
+    EXPECT_EQ(objDifference(aBy(ImageMagick("convert"), aFile), aImage).lGreatest, 0);
     EXPECT_EQ(objDifference(aBy("gm convert", aFile), aImage).lGreatest, 0);
     EXPECT_EQ(objDifference(aBy(kPillow, aFile), aImage).lGreatest, 0);
 }

@@ -8,6 +8,7 @@
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/jp2_maker.h"
 #include "tests/platform/image/support/profiles.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -113,8 +114,8 @@ TEST(J2kDecoder, GivesThePixelsThatTheReferenceProgramGives)
     const TestFolder objFolder;
     for (const char* sName : {"lossy.j2k", "magick.jp2"}) {
         ASSERT_TRUE(bRun("opj_decompress -i " + sSamplePath(std::string("j2k/") + sName) + " -o " +
-                         objFolder.sPath("out.png") + " && convert-im6.q16 " + objFolder.sPath("out.png") +
-                         " " + objFolder.sPath("out.ppm")));
+                         objFolder.sPath("out.png") + " && " + ImageMagick("convert") + " " +
+                         objFolder.sPath("out.png") + " " + objFolder.sPath("out.ppm")));
         EXPECT_EQ(objDifference(*aDecoded(codecJ2k, aSample(sName)), *aReadPnm(objFolder.sPath("out.ppm")))
                       .lGreatest,
                   0)

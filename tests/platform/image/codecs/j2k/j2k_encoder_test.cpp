@@ -6,6 +6,7 @@
 
 #include "src/platform/image/codecs/j2k/j2k.h"
 #include "tests/platform/image/support/image_tools.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -73,9 +74,10 @@ TEST(J2kEncoder, IsReadByOtherProgramsToThePixel)
         WriteFileContent(objFolder.sPath("in.j2k"), aSaved(aImage, 100));
         const std::string sFiles = objFolder.sPath("in.j2k") + " " + objFolder.sPath("out.pnm");
         for (const std::string& sCommand :
-             {"convert-im6.q16 " + sFiles,
+             {ImageMagick("convert") + " " + sFiles,
               "opj_decompress -i " + objFolder.sPath("in.j2k") + " -o " + objFolder.sPath("out.png") +
-                  " && convert-im6.q16 " + objFolder.sPath("out.png") + " " + objFolder.sPath("out.pnm"),
+                  " && " + ImageMagick("convert") + " " + objFolder.sPath("out.png") + " " +
+                  objFolder.sPath("out.pnm"),
               "/usr/bin/python3 -c 'import sys; from PIL import Image; "
               "Image.open(sys.argv[1]).save(sys.argv[2])' " +
                   sFiles}) {

@@ -11,6 +11,7 @@
 #include "tests/platform/image/support/host_files.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/profiles.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -75,8 +76,9 @@ TEST_P(JpegKinds, DecodeAsOtherProgramsDecodeThem)
     const auto aImage = aDecoded(codecJpeg, aSample(GetParam()));
 
     ASSERT_TRUE(aImage);
-    EXPECT_LE(
-        objDifference(*aImage, aBy("convert-im6.q16", GetParam(), "-colorspace sRGB -depth 8")).lGreatest, 2);
+    EXPECT_LE(objDifference(*aImage, aBy(ImageMagick("convert"), GetParam(), "-colorspace sRGB -depth 8"))
+                  .lGreatest,
+              2);
     if (aImage->lChannels == 3) {
         EXPECT_LT(objDifference(*aImage, aScene()).dMean, 4);
     }

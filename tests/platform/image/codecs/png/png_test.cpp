@@ -9,6 +9,7 @@
 
 #include "src/platform/image/base/input_file.h"
 #include "tests/platform/image/support/image_tools.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -201,8 +202,9 @@ TEST(PngReader, ReadsFilesOfOtherPrograms)
     const ImageBuffer aImage = aPattern(201, 77, 3);
     WritePnm(objFolder.sPath("a.ppm"), aImage);
     const std::vector<std::string> aMakers = {
-        "convert-im6.q16 " + objFolder.sPath("a.ppm") + " " + objFolder.sPath("o.png"),
-        "convert-im6.q16 " + objFolder.sPath("a.ppm") + " -interlace PNG " + objFolder.sPath("o.png"),
+        ImageMagick("convert") + " " + objFolder.sPath("a.ppm") + " " + objFolder.sPath("o.png"),
+        ImageMagick("convert") + " " + objFolder.sPath("a.ppm") + " -interlace PNG " +
+            objFolder.sPath("o.png"),
         "gm convert " + objFolder.sPath("a.ppm") + " " + objFolder.sPath("o.png"),
         "pnmtopng " + objFolder.sPath("a.ppm") + " > " + objFolder.sPath("o.png") + " 2>/dev/null"};
     for (const std::string& sMaker : aMakers) {

@@ -14,6 +14,7 @@
 #include "src/platform/image/metadata/metadata_edit.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/io_count.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -102,7 +103,7 @@ TEST(TiffDocument, IsReadByOtherPrograms)
     std::string sOutput;
     EXPECT_TRUE(bRun("tiffinfo -D " + sFile + " | grep -c 'TIFF directory'", &sOutput)) << sOutput;
     EXPECT_EQ(sOutput, "5\n");
-    EXPECT_TRUE(bRun("identify-im6.q16 -format '%wx%h ' " + sFile, &sOutput));
+    EXPECT_TRUE(bRun(ImageMagick("identify") + " -format '%wx%h ' " + sFile, &sOutput));
     EXPECT_EQ(sOutput, "60x40 61x40 62x40 63x40 64x40 ");
     EXPECT_EQ(sPython("import sys; from PIL import Image\ni = Image.open(sys.argv[1])\n"
                       "for n in range(i.n_frames):\n  i.seek(n); i.load(); print(i.mode, i.size[0])",

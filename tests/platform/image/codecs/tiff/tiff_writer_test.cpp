@@ -17,6 +17,7 @@
 #include "src/platform/image/pixels/alpha.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/profiles.h"
+#include "tests/support/paths.h"
 
 namespace
 {
@@ -110,7 +111,7 @@ TEST_P(WrittenTiff, IsReadByOtherProgramsAsItWas)
     const std::string sIn = objFolder.sPath("w.tif");
     const std::string sOut = objFolder.sPath("w.raw");
 
-    EXPECT_TRUE(bSame("convert-im6.q16 " + sIn + " -depth 8 " + sForm + sOut));
+    EXPECT_TRUE(bSame(ImageMagick("convert") + " " + sIn + " -depth 8 " + sForm + sOut));
     EXPECT_TRUE(bSame("/usr/bin/python3 -c \"import sys; from PIL import Image; i = Image.open('" + sIn +
                       "'); i = i.convert('L') if i.mode == '1' else i; "
                       "b = i.split(); i = Image.merge(i.mode, b[2::-1] + b[3:]) if len(b) > 2 else i; "
