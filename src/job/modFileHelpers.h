@@ -1,4 +1,4 @@
-// File operations other than reading and writing pictures.
+// File operations other than reading and writing images.
 // Room: job.
 //
 // Both path styles ("\" and "/") are accepted. Nothing here shows a message or throws.

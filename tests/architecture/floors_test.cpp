@@ -1,4 +1,4 @@
-// Holds every #include of src/ against the floors that docs/ARCHITECTURE.md draws.
+// Checks every #include in src/ against the table of floors in docs/ARCHITECTURE.md.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -23,8 +23,8 @@ namespace
 const fs::path kRoot = SourceFolder();
 constexpr std::size_t kMostFilesInAFolder = 30;
 
-/// A row of the table. Rooms of one building are ordered by floor; "logic" is the building of the program's
-/// own rules, the others are implementations of the platform.
+/// A row of the table. Rooms of the same building are ordered by floor. "logic" is the building of the
+/// program's own rules; the others implement the platform.
 struct Room {
     std::string building;
     int floor = 0;
@@ -53,7 +53,7 @@ std::vector<std::string> Quoted(const std::string& cell)
     return result;
 }
 
-/// The table between the two "floors" marks: building and floor, folder, what it may use besides.
+/// Reads the table between the two "floors" markers: building and floor, folder, what else it may use.
 std::vector<Room> ReadRooms()
 {
     std::vector<Room> rooms;
@@ -89,7 +89,7 @@ const Room* RoomOfFolder(const std::vector<Room>& rooms, const std::string& fold
     return found == rooms.end() ? nullptr : &*found;
 }
 
-/// "src/job/modJobFiles.h" is in "job".
+/// "src/job/modJobFiles.h" gives "job".
 std::string FolderOf(const std::string& file)
 {
     const std::string folder = fs::path(file).parent_path().string();
@@ -126,18 +126,18 @@ bool MayInclude(const Room& from, const Room& to)
            (from.building == to.building && to.floor < from.floor);
 }
 
-/// Every ring in a graph of names, one line each.
-std::string Rings(const std::map<std::string, std::set<std::string>>& edges)
+/// All cycles in a graph, one per line.
+std::string Cycles(const std::map<std::string, std::set<std::string>>& edges)
 {
     enum class State { New, OnPath, Done };
     std::map<std::string, State> states;
-    std::string rings;
+    std::string cycles;
     const std::function<void(const std::string&)> visit = [&](const std::string& name) {
         states[name] = State::OnPath;
         const auto found = edges.find(name);
         for (const std::string& next : found == edges.end() ? std::set<std::string>() : found->second) {
             if (states[next] == State::OnPath)
-                rings += name + " -> " + next + "\n";
+                cycles += name + " -> " + next + "\n";
             else if (states[next] == State::New)
                 visit(next);
         }
@@ -146,12 +146,12 @@ std::string Rings(const std::map<std::string, std::set<std::string>>& edges)
     for (const auto& edge : edges)
         if (states[edge.first] == State::New)
             visit(edge.first);
-    return rings;
+    return cycles;
 }
 
 }  // namespace
 
-TEST(Floors, ListEveryFolderThatHoldsSources)
+TEST(FloorsTable, ListsEveryFolderWithSources)
 {
     const std::vector<Room> rooms = ReadRooms();
     ASSERT_GT(rooms.size(), 40u);
@@ -161,12 +161,12 @@ TEST(Floors, ListEveryFolderThatHoldsSources)
         folders.insert(FolderOf(file));
 
     for (const std::string& folder : folders)
-        EXPECT_NE(RoomOfFolder(rooms, folder), nullptr) << folder << " is missing in the table";
+        EXPECT_NE(RoomOfFolder(rooms, folder), nullptr) << folder << " is missing from the table";
     for (const Room& room : rooms)
         EXPECT_TRUE(folders.contains(room.folder)) << room.folder << " holds no sources";
 }
 
-TEST(Floors, AllowEveryIncludeBetweenFolders)
+TEST(FloorsTable, AllowsEveryIncludeBetweenFolders)
 {
     const std::vector<Room> rooms = ReadRooms();
 
@@ -179,7 +179,7 @@ TEST(Floors, AllowEveryIncludeBetweenFolders)
     }
 }
 
-TEST(Floors, LetNoCodecIncludeAnother)
+TEST(Codecs, NeverIncludeEachOther)
 {
     const std::string codecs = "platform/image/codecs/";
     const auto codec_of = [&](const std::string& folder) {
@@ -200,7 +200,7 @@ TEST(Floors, LetNoCodecIncludeAnother)
     EXPECT_GT(checked, 50u);
 }
 
-TEST(Floors, KeepFoldersFreeOfRings)
+TEST(Folders, HaveNoIncludeCycles)
 {
     std::map<std::string, std::set<std::string>> edges;
     for (const Include& include : ReadIncludes())
@@ -208,10 +208,10 @@ TEST(Floors, KeepFoldersFreeOfRings)
             edges[FolderOf(include.from)].insert(FolderOf(include.to));
 
     EXPECT_GT(edges.size(), 40u);
-    EXPECT_EQ(Rings(edges), "");
+    EXPECT_EQ(Cycles(edges), "");
 }
 
-TEST(Floors, KeepFilesFreeOfRings)
+TEST(SourceFiles, HaveNoIncludeCycles)
 {
     std::map<std::string, std::set<std::string>> edges;
     for (const Include& include : ReadIncludes())
@@ -219,10 +219,10 @@ TEST(Floors, KeepFilesFreeOfRings)
             edges[include.from].insert(include.to);
 
     EXPECT_GT(edges.size(), 100u);
-    EXPECT_EQ(Rings(edges), "");
+    EXPECT_EQ(Cycles(edges), "");
 }
 
-TEST(Floors, KeepFoldersSmallEnoughToOverlook)
+TEST(Folders, HoldAtMostThirtyFiles)
 {
     std::map<std::string, std::size_t> counts;
     for (const std::string& file : SourceFiles())
@@ -232,7 +232,7 @@ TEST(Floors, KeepFoldersSmallEnoughToOverlook)
         EXPECT_LE(count, kMostFilesInAFolder) << folder;
 }
 
-TEST(Floors, QuotedPathsBeginAtSrcAndExist)
+TEST(QuotedIncludes, StartAtSrcAndExist)
 {
     for (const Include& include : ReadIncludes()) {
         if (!include.quoted)
@@ -242,7 +242,7 @@ TEST(Floors, QuotedPathsBeginAtSrcAndExist)
     }
 }
 
-TEST(Floors, LogicIncludesOnlyTheStandardLibrary)
+TEST(Logic, IncludesOnlyStandardLibraryHeaders)
 {
     const std::vector<Room> rooms = ReadRooms();
     const std::regex standard("^c?[a-z_0-9]+$");
@@ -256,7 +256,7 @@ TEST(Floors, LogicIncludesOnlyTheStandardLibrary)
     }
 }
 
-TEST(Floors, HeadersNameTheirRoom)
+TEST(Headers, NameTheirRoomAfterTheirFolder)
 {
     for (const std::string& name : SourceFiles()) {
         if (!name.ends_with(".h"))
