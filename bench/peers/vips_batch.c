@@ -1,5 +1,5 @@
-/* Converts files with libvips in one process.
-   Usage: vips_batch OPERATION FOLDER SUFFIX[options] FILE ...                                            */
+/* Converts files with libvips in one process, as a user's program would.
+   Usage: vips_batch OPERATION FOLDER SUFFIX[options] FILE ... */
 #include <stdlib.h>
 #include <string.h>
 #include <vips/vips.h>

@@ -1,4 +1,4 @@
-// Writes and reads the details of special processes.
+// Formats and parses special process details.
 #include "src/catalogue/modSpecialProcessDetails.h"
 
 #include <cmath>

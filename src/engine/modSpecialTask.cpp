@@ -37,7 +37,7 @@ std::string sExitCodeText(const clsConversionOptions& objOptions)
 
 std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOptions)
 {
-    bool bImage = true;  // the source was processed as an image
+    bool bImage = true;  // the source is processed as an image
     if (objOptions.lSpecialProcess == kProcessReload) {
         bImage = false;
         LoadJobFile(app, objOptions.sTargetFile, objOptions.lTargetFileType, app.frmMain.fgToDo);

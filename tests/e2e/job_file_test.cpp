@@ -53,11 +53,11 @@ TEST(JobFile, ResumesAtTheFirstUnmarkedRow)
 
 TEST(JobFile, SurvivesRandomBytes)
 {
-    std::string sRubbish;
+    std::string sGarbage;
     for (int l = 0; l < 20000; ++l)
-        sRubbish += static_cast<char>((l * 7919 + l / 3) % 256);
+        sGarbage += static_cast<char>((l * 7919 + l / 3) % 256);
     const ScratchFolder objFolder;
-    const std::string sJob = objFolder.sWrite("job.vjb", sRubbish);
+    const std::string sJob = objFolder.sWrite("job.vjb", sGarbage);
 
     const Outcome objOutcome = objVarnel(objFolder, {"/J", sJob, "/L", objFolder.sPath("r.txt")});
 
