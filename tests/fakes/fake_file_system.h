@@ -1,4 +1,5 @@
 // An in-memory file system that records calls.
+// Room: tests/fakes.
 #pragma once
 
 #include <map>

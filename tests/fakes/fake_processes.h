@@ -1,4 +1,5 @@
 // Simulated programs that exit when the test says so.
+// Room: tests/fakes.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,5 @@
 // In-memory versions of the small services: settings, clock, locale, mutex, program folders.
+// Room: tests/fakes.
 #pragma once
 
 #include <map>

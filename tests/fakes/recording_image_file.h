@@ -1,4 +1,5 @@
 // An in-memory image library that records calls.
+// Room: tests/fakes.
 #pragma once
 
 #include <set>

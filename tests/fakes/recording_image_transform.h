@@ -1,4 +1,5 @@
 // Image operations that change nothing and record calls.
+// Room: tests/fakes.
 #pragma once
 
 #include <functional>

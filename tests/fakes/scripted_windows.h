@@ -1,4 +1,5 @@
 // Window services that answer from a script and record what was shown.
+// Room: tests/fakes.
 #pragma once
 
 #include <deque>

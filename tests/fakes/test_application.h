@@ -1,4 +1,5 @@
 // An Application with in-memory services, created in one line.
+// Room: tests/fakes.
 #pragma once
 
 #include "src/forms/Application.h"

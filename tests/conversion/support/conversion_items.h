@@ -1,4 +1,5 @@
 // Helpers for conversion tests: requests for one file, and the image library calls they made.
+// Room: tests/conversion/support.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // Small images that tests create and compare pixel by pixel.
+// Room: tests/e2e/support.
 #pragma once
 
 #include <array>

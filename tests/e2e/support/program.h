@@ -1,4 +1,5 @@
 // Runs the built program and others in a temporary folder.
+// Room: tests/e2e/support.
 #pragma once
 
 #include <cstdint>

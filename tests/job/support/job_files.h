@@ -1,4 +1,5 @@
 // Job file contents, and a fixture that loads them.
+// Room: tests/job/support.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // Helpers for filling and reading table rows.
+// Room: tests/job/support.
 #pragma once
 
 #include <gtest/gtest.h>
