@@ -2,6 +2,7 @@
 // Room: engine.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>

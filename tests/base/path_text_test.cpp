@@ -4,6 +4,7 @@
 #include <rapidcheck.h>
 
 #include <array>
+#include <vector>
 
 TEST(SeparatorOf, ReturnsTheLastSeparatorOfThePath)
 {

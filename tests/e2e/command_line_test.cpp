@@ -1,6 +1,8 @@
 // Command lines run through the built program.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/e2e/support/program.h"
 #include "tests/support/paths.h"
 

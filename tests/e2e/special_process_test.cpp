@@ -1,6 +1,7 @@
 // Every special process run through the built program: from the command line and in jobs, on every format.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <sstream>
 

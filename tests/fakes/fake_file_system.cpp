@@ -1,6 +1,8 @@
 // An in-memory file system.
 #include "tests/fakes/fake_file_system.h"
 
+#include <algorithm>
+
 #include "src/base/path_text.h"
 #include "src/base/raised_error.h"
 #include "src/base/text.h"

@@ -3,6 +3,8 @@
 
 #include <rapidcheck/gtest.h>
 
+#include <vector>
+
 #include "src/base/text_encoding.h"
 
 using namespace std::string_literals;

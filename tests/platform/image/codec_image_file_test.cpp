@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/platform/image/support/host_files.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/profiles.h"

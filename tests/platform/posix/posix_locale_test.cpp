@@ -2,6 +2,7 @@
 #include "src/platform/posix/posix_locale.h"
 
 #include <utility>
+#include <vector>
 
 #include "tests/platform/posix/support/host_folder.h"
 

@@ -1,6 +1,7 @@
 // The sizes that pictures may have.
 #include "src/platform/image/base/limits.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 // Sets the limit of the environment for one test.

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <stdexcept>
+#include <vector>
 
 TEST(RunParts, DoesEachPartOnceAndReturnsWhenAllAreDone)
 {

@@ -6,6 +6,7 @@
 #include <malloc.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <new>

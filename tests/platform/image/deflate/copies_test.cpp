@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <random>
+#include <string>
 
 #include "src/platform/image/deflate/quick_copies.h"
 #include "src/platform/image/deflate/thorough_copies.h"

@@ -1,8 +1,10 @@
 // Builds GIF files block by block, for what no program writes.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "tests/platform/image/support/byte_maker.h"

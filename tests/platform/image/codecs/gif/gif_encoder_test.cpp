@@ -3,6 +3,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 #include "src/platform/image/codecs/gif/gif.h"

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 
 #include "src/platform/image/codecs/j2k/j2k.h"
 #include "src/platform/image/codecs/j2k/j2k_codestream.h"

@@ -1,6 +1,7 @@
 // EMF files: recognised, refused, written and read back.
 #include "src/platform/image/codecs/metafile/emf.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "src/platform/image/codecs/metafile/emf_header.h"

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 #include "src/platform/image/transforms/effects/emboss.h"
 #include "src/platform/image/transforms/effects/halftones.h"

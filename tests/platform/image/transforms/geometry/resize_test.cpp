@@ -1,6 +1,7 @@
 // Other sizes: against the formulas in doubles, and what a person would notice.
 #include "src/platform/image/transforms/geometry/resize.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "tests/platform/image/support/kernel_pictures.h"

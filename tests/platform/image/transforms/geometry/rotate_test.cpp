@@ -1,6 +1,7 @@
 // Turns: quarters exactly, all other angles against a slow reference.
 #include "src/platform/image/transforms/geometry/rotate.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "tests/platform/image/support/kernel_pictures.h"
