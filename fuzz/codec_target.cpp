@@ -17,11 +17,10 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 
 static bool bWhole(const ImageBuffer& aImage)
 {
-    const bool bChannels = aImage.lChannels == 1 || aImage.lChannels == 3 || aImage.lChannels == 4;
-    const auto nBytes = static_cast<std::uint64_t>(aImage.lWidth) *
-                        static_cast<std::uint64_t>(aImage.lHeight) *
-                        static_cast<std::uint64_t>(aImage.lChannels);
-    return bChannels && aImage.lWidth > 0 && aImage.lHeight > 0 && aImage.aBytes.size() == nBytes;
+    const bool bChannels = aImage.channels == 1 || aImage.channels == 3 || aImage.channels == 4;
+    const auto nBytes = static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.height) *
+                        static_cast<std::uint64_t>(aImage.channels);
+    return bChannels && aImage.width > 0 && aImage.height > 0 && aImage.bytes.size() == nBytes;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)

@@ -45,14 +45,14 @@ static ImageBuffer aPictureOf(const std::uint8_t* pHead, std::string_view sBytes
 {
     static constexpr std::int32_t aChannels[] = {1, 3, 4};
     ImageBuffer aImage;
-    aImage.lWidth = pHead[1] % kLongestSide + 1;
-    aImage.lHeight = pHead[2] % kLongestSide + 1;
-    aImage.lChannels = aChannels[pHead[3] % 3];
-    aImage.aBytes.assign(static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight) *
-                             static_cast<std::size_t>(aImage.lChannels),
-                         0);
-    for (std::size_t i = 0; i < aImage.aBytes.size() && !sBytes.empty(); ++i)
-        aImage.aBytes[i] = static_cast<std::uint8_t>(sBytes[i % sBytes.size()]);
+    aImage.width = pHead[1] % kLongestSide + 1;
+    aImage.height = pHead[2] % kLongestSide + 1;
+    aImage.channels = aChannels[pHead[3] % 3];
+    aImage.bytes.assign(static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height) *
+                            static_cast<std::size_t>(aImage.channels),
+                        0);
+    for (std::size_t i = 0; i < aImage.bytes.size() && !sBytes.empty(); ++i)
+        aImage.bytes[i] = static_cast<std::uint8_t>(sBytes[i % sBytes.size()]);
     return aImage;
 }
 
@@ -68,11 +68,10 @@ static bool bApplied(FuzzApplication& app, clsConversionOptions& objOptions, Ima
 
 static bool bWhole(const ImageBuffer& aImage)
 {
-    const auto nPixels =
-        static_cast<std::uint64_t>(aImage.lWidth) * static_cast<std::uint64_t>(aImage.lHeight);
-    return aImage.lWidth > 0 && aImage.lHeight > 0 && nPixels <= 1'000'000 &&
-           (aImage.lChannels == 1 || aImage.lChannels == 3 || aImage.lChannels == 4) &&
-           aImage.aBytes.size() == nPixels * static_cast<std::uint64_t>(aImage.lChannels);
+    const auto nPixels = static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.height);
+    return aImage.width > 0 && aImage.height > 0 && nPixels <= 1'000'000 &&
+           (aImage.channels == 1 || aImage.channels == 3 || aImage.channels == 4) &&
+           aImage.bytes.size() == nPixels * static_cast<std::uint64_t>(aImage.channels);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
@@ -92,7 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
     const bool bDone = bApplied(app, objOptions, aImage);
     if (bDone && !bWhole(aImage))
         std::abort();
-    if (bDone != bApplied(app, objOptions, aAgain) || (bDone && aImage.aBytes != aAgain.aBytes))
+    if (bDone != bApplied(app, objOptions, aAgain) || (bDone && aImage.bytes != aAgain.bytes))
         std::abort();
     return 0;
 }

@@ -26,37 +26,37 @@ public:
     /// of its source, as the machine counts within a page, takes twice as long. The alignment is made here:
     /// the C library's own leaves holes into which no later block of that size fits, and a run over many
     /// pictures would take more memory with each.
-    T* allocate(std::size_t nCount)
+    T* allocate(std::size_t count)
     {
-        if (nCount * sizeof(T) < kLarge)
-            return std::allocator<T>::allocate(nCount);
-        if (nCount > static_cast<std::size_t>(-1) / 2 / sizeof(T))
+        if (count * sizeof(T) < kLarge)
+            return std::allocator<T>::allocate(count);
+        if (count > static_cast<std::size_t>(-1) / 2 / sizeof(T))
             throw std::bad_alloc();
-        auto* pBlock = static_cast<std::byte*>(::operator new(nCount * sizeof(T) + kAlignment + kLead));
-        const auto nPast = reinterpret_cast<std::uintptr_t>(pBlock) % kAlignment;
-        std::byte* pFirst = pBlock + (kAlignment - nPast) + kLead;
-        std::memcpy(pFirst - sizeof pBlock, &pBlock, sizeof pBlock);
-        return reinterpret_cast<T*>(pFirst);
+        auto* block = static_cast<std::byte*>(::operator new(count * sizeof(T) + kAlignment + kLead));
+        const auto past = reinterpret_cast<std::uintptr_t>(block) % kAlignment;
+        std::byte* first = block + (kAlignment - past) + kLead;
+        std::memcpy(first - sizeof block, &block, sizeof block);
+        return reinterpret_cast<T*>(first);
     }
-    void deallocate(T* pFirst, std::size_t nCount) noexcept
+    void deallocate(T* first, std::size_t count) noexcept
     {
-        if (nCount * sizeof(T) < kLarge) {
-            std::allocator<T>::deallocate(pFirst, nCount);
+        if (count * sizeof(T) < kLarge) {
+            std::allocator<T>::deallocate(first, count);
             return;
         }
-        std::byte* pBlock = nullptr;
-        std::memcpy(&pBlock, reinterpret_cast<const std::byte*>(pFirst) - sizeof pBlock, sizeof pBlock);
-        ::operator delete(pBlock);
+        std::byte* block = nullptr;
+        std::memcpy(&block, reinterpret_cast<const std::byte*>(first) - sizeof block, sizeof block);
+        ::operator delete(block);
     }
     template <typename U>
-    void construct(U* pObject) noexcept
+    void construct(U* object) noexcept
     {
-        ::new (static_cast<void*>(pObject)) U;
+        ::new (static_cast<void*>(object)) U;
     }
     template <typename U, typename... Args>
-    void construct(U* pObject, Args&&... aArguments)
+    void construct(U* object, Args&&... arguments)
     {
-        ::new (static_cast<void*>(pObject)) U(std::forward<Args>(aArguments)...);
+        ::new (static_cast<void*>(object)) U(std::forward<Args>(arguments)...);
     }
 
 private:
@@ -75,24 +75,24 @@ using PixelBytes = std::vector<std::uint8_t, UninitializedAllocator<std::uint8_t
 
 /// What a file says of its picture beside the pixels. Blocks are raw and hold no file format's own header.
 struct ImageMetadata {
-    std::vector<std::uint8_t> aExif;  ///< a TIFF structure from its byte order mark on, without "Exif\0\0"
-    std::vector<std::uint8_t> aXmp;   ///< the XMP packet, UTF-8
-    std::vector<std::uint8_t> aIptc;  ///< IPTC-IIM datasets, the first byte being 0x1C
+    std::vector<std::uint8_t> exif;  ///< a TIFF structure from its byte order mark on, without "Exif\0\0"
+    std::vector<std::uint8_t> xmp;   ///< the XMP packet, UTF-8
+    std::vector<std::uint8_t> iptc;  ///< IPTC-IIM datasets, the first byte being 0x1C
 };
 
 /// One decoded picture, owned by whoever loaded it and lent by reference; moved, not copied. 8 bits a
 /// channel; 1, 3 or 4 channels interleaved (grey; B, G, R; B, G, R, A with alpha not premultiplied); rows top
 /// to bottom without padding.
 struct ImageBuffer {
-    std::int32_t lWidth = 0;     ///< pixels; 0 while nothing is loaded
-    std::int32_t lHeight = 0;    ///< pixels
-    std::int32_t lChannels = 0;  ///< 1, 3 or 4
-    PixelBytes aBytes;           ///< always lWidth * lHeight * lChannels
+    std::int32_t width = 0;     ///< pixels; 0 while nothing is loaded
+    std::int32_t height = 0;    ///< pixels
+    std::int32_t channels = 0;  ///< 1, 3 or 4
+    PixelBytes bytes;           ///< always width * height * channels
 
     /// The profile that the pixel values are in; empty for sRGB (or, with one channel, a grey of sRGB's
-    /// curve). Its colour space agrees with lChannels: a grey profile for 1, an RGB profile for 3 and 4.
-    std::vector<std::uint8_t> aIccProfile;
-    double dDotsPerInchX = 0;  ///< 0 when the file doesn't say
-    double dDotsPerInchY = 0;
-    ImageMetadata objMetadata;
+    /// curve). Its colour space agrees with channels: a grey profile for 1, an RGB profile for 3 and 4.
+    std::vector<std::uint8_t> icc_profile;
+    double dots_per_inch_x = 0;  ///< 0 when the file doesn't say
+    double dots_per_inch_y = 0;
+    ImageMetadata metadata;
 };

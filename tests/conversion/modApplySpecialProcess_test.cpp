@@ -17,10 +17,10 @@ protected:
 
     void SetImage(std::int32_t lWidth, std::int32_t lHeight)
     {
-        aImage.lWidth = lWidth;
-        aImage.lHeight = lHeight;
-        aImage.lChannels = 1;
-        aImage.aBytes.assign(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight), 9);
+        aImage.width = lWidth;
+        aImage.height = lHeight;
+        aImage.channels = 1;
+        aImage.bytes.assign(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight), 9);
     }
     bool bApply(std::int32_t lSpecialProcess, const std::string& sOwn)
     {
@@ -147,7 +147,7 @@ TEST_F(ApplySpecialProcess, LeavesImagesOfConversionsAlone)
     EXPECT_TRUE(bApplySpecialProcess(app, objOptions, aImage));
 
     EXPECT_TRUE(app.objTransform.aCalls.empty());
-    EXPECT_EQ(aImage.lWidth, 200);
+    EXPECT_EQ(aImage.width, 200);
 }
 
 TEST_F(ApplySpecialProcess, CallsNoOperationForUnknownNumbers)
@@ -155,7 +155,7 @@ TEST_F(ApplySpecialProcess, CallsNoOperationForUnknownNumbers)
     for (const std::int32_t lProcess : {57, 30, 99, 0, -1, 100}) {
         EXPECT_TRUE(bApply(lProcess, "1^2^3^"));
         EXPECT_EQ(app.objTransform.aCalls, (Calls{"SetImage 200x100", "GetImageBytes"}));
-        EXPECT_EQ(aImage.lWidth, 200);
+        EXPECT_EQ(aImage.width, 200);
     }
 }
 
@@ -164,7 +164,7 @@ TEST_F(ApplySpecialProcess, IgnoresAResizeToZeroByZero)
     EXPECT_TRUE(bApply(2, "0^0^0^0^TRUE^"));
 
     EXPECT_TRUE(app.objTransform.aCalls.empty());
-    EXPECT_EQ(aImage.aBytes.size(), 20000u);
+    EXPECT_EQ(aImage.bytes.size(), 20000u);
 }
 
 TEST_F(ApplySpecialProcess, KeepsAspectRatioIfOneSizeIsZero)

@@ -110,8 +110,8 @@ TEST(SaveImageAsType, CallsTheSaveFunctionOfEachType)
                              "SaveRAS /t",  "SaveTGA /t", "SaveWMF /t"};
     TestApplication app;
     ImageBuffer aImage;
-    aImage.lWidth = aImage.lHeight = aImage.lChannels = 1;
-    aImage.aBytes.assign(1, 9);
+    aImage.width = aImage.height = aImage.channels = 1;
+    aImage.bytes.assign(1, 9);
     clsConversionOptions objOptions;
 
     for (std::int32_t lType = 1; lType <= 11; ++lType)
@@ -124,8 +124,8 @@ TEST(SaveImageAsType, ClearsAnEarlierErrorOnSuccess)
 {
     TestApplication app;
     ImageBuffer aImage;
-    aImage.lWidth = aImage.lHeight = aImage.lChannels = 1;
-    aImage.aBytes.assign(1, 9);
+    aImage.width = aImage.height = aImage.channels = 1;
+    aImage.bytes.assign(1, 9);
     clsConversionOptions objOptions;
     objOptions.lErr = -110;
     objOptions.sErr = "earlier";

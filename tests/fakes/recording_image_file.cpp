@@ -20,8 +20,8 @@ bool RecordingImageFile::LoadImage(const std::string& sFile, ImageBuffer& aImage
     const std::vector<std::uint8_t> aPages = aPagesOf(sFile);
     if (aBroken.contains(sFile) || !m_objFiles.FileExists(sFile) || aPages.empty())
         return false;
-    aImage.lWidth = aImage.lHeight = aImage.lChannels = 1;
-    aImage.aBytes.assign(1, aPages[0]);
+    aImage.width = aImage.height = aImage.channels = 1;
+    aImage.bytes.assign(1, aPages[0]);
     return true;
 }
 
@@ -32,8 +32,8 @@ bool RecordingImageFile::LoadFrame(const std::string& sFile, std::int32_t lFrame
     if (aBroken.contains(sFile) || !m_objFiles.FileExists(sFile) || lFrameIndex == lBrokenPage ||
         lFrameIndex < 0 || lFrameIndex >= static_cast<std::int32_t>(aPages.size()))
         return false;
-    aImage.lWidth = aImage.lHeight = aImage.lChannels = 1;
-    aImage.aBytes.assign(1, aPages[static_cast<std::size_t>(lFrameIndex)]);
+    aImage.width = aImage.height = aImage.channels = 1;
+    aImage.bytes.assign(1, aPages[static_cast<std::size_t>(lFrameIndex)]);
     return true;
 }
 
@@ -47,9 +47,9 @@ bool RecordingImageFile::bSave(const std::string& sOperation, const ImageBuffer&
                                const std::string& sFile)
 {
     aCalls.push_back(sOperation + " " + sFile);
-    if (aUnwritable.contains(sFile) || m_objFiles.FolderExists(sFile) || aImage.lWidth < 1)
+    if (aUnwritable.contains(sFile) || m_objFiles.FolderExists(sFile) || aImage.width < 1)
         return false;
-    AddImage(sFile, {aImage.aBytes[0]});
+    AddImage(sFile, {aImage.bytes[0]});
     m_sOpenFile = m_bMultiFrameSave && sOperation == "SaveTIFF" ? sFile : "";
     return true;
 }
@@ -58,9 +58,9 @@ bool RecordingImageFile::AppendFrame(const ImageBuffer& aImage, bool bFinish)
 {
     aCalls.push_back(std::string("AppendFrame ") + (bFinish ? "True" : "False"));
     const bool bOpen = !m_sOpenFile.empty();
-    if (bOpen && aImage.lWidth > 0) {
+    if (bOpen && aImage.width > 0) {
         std::vector<std::uint8_t> aPages = aPagesOf(m_sOpenFile);
-        aPages.push_back(aImage.aBytes[0]);
+        aPages.push_back(aImage.bytes[0]);
         AddImage(m_sOpenFile, aPages);
     }
     if (bFinish)

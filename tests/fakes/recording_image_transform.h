@@ -19,7 +19,7 @@ public:
 
     void SetImage(ImageBuffer& aImage) override
     {
-        aCalls.push_back("SetImage " + std::to_string(aImage.lWidth) + "x" + std::to_string(aImage.lHeight));
+        aCalls.push_back("SetImage " + std::to_string(aImage.width) + "x" + std::to_string(aImage.height));
         m_aImage = std::exchange(aImage, {});
         if (OnSetImage)
             OnSetImage();

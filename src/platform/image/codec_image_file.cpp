@@ -85,11 +85,11 @@ bool CodecImageFile::Save(std::int32_t lType, const ImageBuffer& aImage, const s
 try {
     const Codec* pCodec = pCodecOfType(lType);
     const auto sHostPath = m_objFileSystem.sHostPathToWrite(sFile);
-    if (!pCodec || !pCodec->Encode || !sHostPath || aImage.lWidth < 1 || aImage.lHeight < 1)
+    if (!pCodec || !pCodec->Encode || !sHostPath || aImage.width < 1 || aImage.height < 1)
         return false;
-    const bool bFlatten = aImage.lChannels == 4 && !pCodec->bHoldsAlpha;
+    const bool bFlatten = aImage.channels == 4 && !pCodec->bHoldsAlpha;
     const bool bConvert =
-        !aImage.aIccProfile.empty() && !pCodec->bHoldsProfile && !bProfileIsSrgb(aImage.aIccProfile);
+        !aImage.icc_profile.empty() && !pCodec->bHoldsProfile && !bProfileIsSrgb(aImage.icc_profile);
     ImageBuffer aOwn;
     if (bFlatten)
         aOwn = aLaidOnWhite(aImage);
@@ -121,7 +121,7 @@ try {
     if (!m_bMultiFrameSave)
         return Save(3, aImage, sFile);
     const auto sHostPath = m_objFileSystem.sHostPathToWrite(sFile);
-    if (!sHostPath || aImage.lWidth < 1 || aImage.lHeight < 1)
+    if (!sHostPath || aImage.width < 1 || aImage.height < 1)
         return false;
     m_pGrowing = TiffDocument::pBegin(*sHostPath, aImage, m_objSettings);
     return m_pGrowing != nullptr;
@@ -165,7 +165,7 @@ bool CodecImageFile::AppendFrame(const ImageBuffer& aImage, bool bFinish)
 {
     bool bDone = false;
     try {
-        const bool bNothing = aImage.lWidth < 1 || aImage.lHeight < 1;
+        const bool bNothing = aImage.width < 1 || aImage.height < 1;
         bDone = m_pGrowing && (bNothing ? bFinish : m_pGrowing->bAppend(aImage, m_objSettings));
     } catch (const std::bad_alloc&) {
     }

@@ -60,6 +60,6 @@ private:
 class BufferImageUtility : public ImageUtility
 {
 public:
-    std::int32_t GetWidth(const ImageBuffer& aImage) const override { return aImage.lWidth; }
-    std::int32_t GetHeight(const ImageBuffer& aImage) const override { return aImage.lHeight; }
+    std::int32_t GetWidth(const ImageBuffer& aImage) const override { return aImage.width; }
+    std::int32_t GetHeight(const ImageBuffer& aImage) const override { return aImage.height; }
 };

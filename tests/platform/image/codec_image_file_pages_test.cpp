@@ -14,7 +14,7 @@ namespace
 ImageBuffer aPage(int nPage)
 {
     ImageBuffer aImage = aPattern(20, 10, 1);
-    aImage.aBytes[0] = static_cast<std::uint8_t>(nPage);
+    aImage.bytes[0] = static_cast<std::uint8_t>(nPage);
     return aImage;
 }
 
@@ -29,7 +29,7 @@ protected:
         std::vector<int> aFound;
         for (std::int32_t i = 0; i < objOther.GetFrameCount(sPath(sName)); ++i) {
             ImageBuffer aImage;
-            aFound.push_back(objOther.LoadFrame(sPath(sName), i, aImage) ? aImage.aBytes[0] : -1);
+            aFound.push_back(objOther.LoadFrame(sPath(sName), i, aImage) ? aImage.bytes[0] : -1);
         }
         return aFound;
     }
@@ -154,7 +154,7 @@ TEST_F(Pages, ThatWereReadAreReadAnewWhenTheFileHasGrown)
     EXPECT_EQ(m_objImageFile.GetFrameCount(sPath("a.tif")), 3);
     ImageBuffer aImage;
     ASSERT_TRUE(m_objImageFile.LoadFrame(sPath("a.tif"), 2, aImage));
-    EXPECT_EQ(aImage.aBytes[0], 3);
+    EXPECT_EQ(aImage.bytes[0], 3);
     EXPECT_FALSE(m_objImageFile.LoadFrame(sPath("a.tif"), 3, aImage));
     EXPECT_FALSE(m_objImageFile.LoadFrame(sPath("a.tif"), -1, aImage));
 }
@@ -171,7 +171,7 @@ TEST_F(Pages, CostOnePassOverTheFileWhenTheyAreAskedForOneByOne)
     for (int i = 0; i < kPages; ++i) {
         ImageBuffer aImage;
         ASSERT_TRUE(m_objImageFile.LoadFrame(sPath("a.tif"), i, aImage));
-        ASSERT_EQ(aImage.aBytes[0], i & 255);
+        ASSERT_EQ(aImage.bytes[0], i & 255);
     }
 
     // Opening the file anew for each page would read the chain of 300 directories 300 times.

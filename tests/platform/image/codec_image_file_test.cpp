@@ -28,13 +28,13 @@ struct Library {
 ImageBuffer aExchangedColours()
 {
     ImageBuffer aImage = aPattern(32, 16, 3);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 3) {
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 3) {
         const bool bLeft = i / 3 % 32 < 16;
-        aImage.aBytes[i] = 0;
-        aImage.aBytes[i + 1] = bLeft ? 0 : 255;
-        aImage.aBytes[i + 2] = bLeft ? 255 : 0;
+        aImage.bytes[i] = 0;
+        aImage.bytes[i + 1] = bLeft ? 0 : 255;
+        aImage.bytes[i + 2] = bLeft ? 255 : 0;
     }
-    aImage.aIccProfile = aSwappedProfile();
+    aImage.icc_profile = aSwappedProfile();
     return aImage;
 }
 }  // namespace
@@ -47,10 +47,10 @@ TEST(SaveOfAPictureWithAProfile, TurnsThePixelsToSrgbWhereTheFormatHoldsNone)
     ASSERT_TRUE(lib.objImageFile.SaveBMP(aImage, lib.objFolder.sPath("out.bmp")));
 
     const ImageBuffer aBmp = lib.aLoaded(lib.objFolder.sPath("out.bmp"));
-    EXPECT_GE(aBmp.aBytes[1], 254);  // the left side is green
-    EXPECT_LE(aBmp.aBytes[2], 1);
-    EXPECT_EQ(aImage.aIccProfile, aSwappedProfile());  // what was lent is as it was
-    EXPECT_EQ(aImage.aBytes[2], 255);
+    EXPECT_GE(aBmp.bytes[1], 254);  // the left side is green
+    EXPECT_LE(aBmp.bytes[2], 1);
+    EXPECT_EQ(aImage.icc_profile, aSwappedProfile());  // what was lent is as it was
+    EXPECT_EQ(aImage.bytes[2], 255);
 }
 
 TEST(SaveOfAPictureWithAProfile, KeepsThePixelsWhereTheProfileGoesAlong)
@@ -59,34 +59,34 @@ TEST(SaveOfAPictureWithAProfile, KeepsThePixelsWhereTheProfileGoesAlong)
     ASSERT_TRUE(lib.objImageFile.SaveJPEG(aExchangedColours(), lib.objFolder.sPath("out.jpg")));
 
     const ImageBuffer aJpeg = lib.aLoaded(lib.objFolder.sPath("out.jpg"));
-    EXPECT_EQ(aJpeg.aIccProfile, aSwappedProfile());
-    EXPECT_GE(aJpeg.aBytes[2], 250);
+    EXPECT_EQ(aJpeg.icc_profile, aSwappedProfile());
+    EXPECT_GE(aJpeg.bytes[2], 250);
 }
 
 TEST(SaveOfAPictureWithAProfile, TakesTheColoursAsTheyAreWhenTheProfileCannotBeUsed)
 {
     Library lib;
     ImageBuffer aImage = aExchangedColours();
-    std::fill(aImage.aIccProfile.begin() + 132, aImage.aIccProfile.end(), std::uint8_t{0xFF});
+    std::fill(aImage.icc_profile.begin() + 132, aImage.icc_profile.end(), std::uint8_t{0xFF});
 
     ASSERT_TRUE(lib.objImageFile.SaveBMP(aImage, lib.objFolder.sPath("out.bmp")));
 
-    EXPECT_EQ(lib.aLoaded(lib.objFolder.sPath("out.bmp")).aBytes[2], 255);
+    EXPECT_EQ(lib.aLoaded(lib.objFolder.sPath("out.bmp")).bytes[2], 255);
 }
 
 TEST(SaveOfAPictureWithAProfile, LaysAlphaOnWhiteAndTurnsTheColours)
 {
     Library lib;
     ImageBuffer aImage = aPattern(2, 1, 4);
-    aImage.aBytes = {0, 0, 255, 255, 0, 0, 255, 0};  // red and nothing
-    aImage.aIccProfile = aSwappedProfile();
+    aImage.bytes = {0, 0, 255, 255, 0, 0, 255, 0};  // red and nothing
+    aImage.icc_profile = aSwappedProfile();
 
     ASSERT_TRUE(lib.objImageFile.SaveBMP(aImage, lib.objFolder.sPath("out.bmp")));
 
     const ImageBuffer aBmp = lib.aLoaded(lib.objFolder.sPath("out.bmp"));
-    EXPECT_GE(aBmp.aBytes[1], 254);
-    EXPECT_LE(aBmp.aBytes[2], 1);
-    EXPECT_EQ(aBmp.aBytes[3] + aBmp.aBytes[4] + aBmp.aBytes[5], 3 * 255);
+    EXPECT_GE(aBmp.bytes[1], 254);
+    EXPECT_LE(aBmp.bytes[2], 1);
+    EXPECT_EQ(aBmp.bytes[3] + aBmp.bytes[4] + aBmp.bytes[5], 3 * 255);
 }
 
 TEST(Load, LeavesTheBufferWhenTheFileIsRefused)
@@ -107,5 +107,5 @@ TEST(Load, SeesAFileThatWasReplacedSinceTheLastCall)
     EXPECT_EQ(lib.objImageFile.GetFrameCount(sFile), 1);
     WriteFileContent(sFile, aFileContent(sSamplePath("jpeg/grey.jpg")));
 
-    EXPECT_EQ(lib.aLoaded(sFile).lChannels, 1);
+    EXPECT_EQ(lib.aLoaded(sFile).channels, 1);
 }

@@ -8,10 +8,10 @@
 static ImageBuffer aPicture()
 {
     ImageBuffer aImage;
-    aImage.lWidth = 2;
-    aImage.lHeight = 1;
-    aImage.lChannels = 4;
-    aImage.aBytes = {1, 2, 3, 40, 5, 6, 7, 255};
+    aImage.width = 2;
+    aImage.height = 1;
+    aImage.channels = 4;
+    aImage.bytes = {1, 2, 3, 40, 5, 6, 7, 255};
     return aImage;
 }
 
@@ -21,15 +21,15 @@ TEST(LazyImageTransform, HandsThePictureToTheModuleAndTakesItBack)
     ImageBuffer aImage = aPicture();
 
     objTransform.SetImage(aImage);
-    EXPECT_EQ(aImage.lWidth, 0);
+    EXPECT_EQ(aImage.width, 0);
     EXPECT_TRUE(objTransform.FilterReserved(1));
     objTransform.GetImageBytes(aImage);
 
-    EXPECT_EQ(aImage.aBytes, aPicture().aBytes);
+    EXPECT_EQ(aImage.bytes, aPicture().bytes);
     objTransform.SetImage(aImage);
     EXPECT_TRUE(objTransform.FilterReserved(2));
     objTransform.GetImageBytes(aImage);
-    EXPECT_EQ(aImage.aBytes, aPicture().aBytes);
+    EXPECT_EQ(aImage.bytes, aPicture().bytes);
 }
 
 TEST(LazyImageTransform, IsFalseWithoutTheModuleAndKeepsThePicture)
@@ -43,7 +43,7 @@ TEST(LazyImageTransform, IsFalseWithoutTheModuleAndKeepsThePicture)
     EXPECT_FALSE(objTransform.Invert());
     objTransform.GetImageBytes(aImage);
 
-    EXPECT_EQ(aImage.aBytes, aPicture().aBytes);
+    EXPECT_EQ(aImage.bytes, aPicture().bytes);
     unsetenv("VARNEL_MODULE_DIR");
 }
 
@@ -56,8 +56,8 @@ TEST(KernelImageTransform, GivesTheOpacityAsItsMask)
 
     objTransform.GetMaskBytes(aMask);
 
-    EXPECT_EQ(aMask.lChannels, 1);
-    EXPECT_EQ(aMask.aBytes, (PixelBytes{40, 255}));
+    EXPECT_EQ(aMask.channels, 1);
+    EXPECT_EQ(aMask.bytes, (PixelBytes{40, 255}));
 }
 
 TEST(KernelImageTransform, GivesAMaskThatIsWholeForAPictureWithoutAlphaAndNoneForNoPicture)
@@ -65,12 +65,12 @@ TEST(KernelImageTransform, GivesAMaskThatIsWholeForAPictureWithoutAlphaAndNoneFo
     KernelImageTransform objTransform;
     ImageBuffer aMask = aPicture();
     objTransform.GetMaskBytes(aMask);
-    EXPECT_EQ(aMask.lWidth, 0);
+    EXPECT_EQ(aMask.width, 0);
 
     ImageBuffer aImage;
-    aImage.lWidth = aImage.lHeight = aImage.lChannels = 1;
-    aImage.aBytes.assign(1, 0);
+    aImage.width = aImage.height = aImage.channels = 1;
+    aImage.bytes.assign(1, 0);
     objTransform.SetImage(aImage);
     objTransform.GetMaskBytes(aMask);
-    EXPECT_EQ(aMask.aBytes, (PixelBytes{255}));
+    EXPECT_EQ(aMask.bytes, (PixelBytes{255}));
 }

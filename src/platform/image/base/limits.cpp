@@ -33,11 +33,11 @@ bool bAllocate(ImageBuffer& aImage, std::uint64_t nWidth, std::uint64_t nHeight,
     if (!bSizeAllowed(nWidth, nHeight))
         return false;
     ImageBuffer aResult;
-    aResult.lWidth = static_cast<std::int32_t>(nWidth);
-    aResult.lHeight = static_cast<std::int32_t>(nHeight);
-    aResult.lChannels = lChannels;
+    aResult.width = static_cast<std::int32_t>(nWidth);
+    aResult.height = static_cast<std::int32_t>(nHeight);
+    aResult.channels = lChannels;
     try {
-        ResizeFresh(aResult.aBytes, nWidth * nHeight * static_cast<std::uint64_t>(lChannels));
+        ResizeFresh(aResult.bytes, nWidth * nHeight * static_cast<std::uint64_t>(lChannels));
     } catch (const std::bad_alloc&) {
         return false;
     }

@@ -154,30 +154,30 @@ static bool bConvertGrey(void* pFrom, PixelBytes& aBytes)
 static bool bConvertColours(void* pFrom, ImageBuffer& aImage)
 {
     const Profile pTo(cmsCreate_sRGBProfile());
-    const cmsUInt32Number nFormat = aImage.lChannels == 3 ? TYPE_BGR_8 : TYPE_BGRA_8;
+    const cmsUInt32Number nFormat = aImage.channels == 3 ? TYPE_BGR_8 : TYPE_BGRA_8;
     const ColourTransform pTransform = pTransformBetween(pFrom, nFormat, pTo.get(), nFormat);
     if (!pTransform)
         return false;
-    const auto nWidth = static_cast<cmsUInt32Number>(aImage.lWidth);
+    const auto nWidth = static_cast<cmsUInt32Number>(aImage.width);
     const std::size_t nStride =
-        static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
-    std::uint8_t* pRow = aImage.aBytes.data();
-    for (std::int32_t y = 0; y < aImage.lHeight; ++y, pRow += nStride)
+        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
+    std::uint8_t* pRow = aImage.bytes.data();
+    for (std::int32_t y = 0; y < aImage.height; ++y, pRow += nStride)
         cmsDoTransform(pTransform.get(), pRow, pRow, nWidth);
     return true;
 }
 
 bool bConvertToSrgb(ImageBuffer& aImage)
 {
-    const std::vector<std::uint8_t> aProfile = std::move(aImage.aIccProfile);
-    aImage.aIccProfile.clear();
+    const std::vector<std::uint8_t> aProfile = std::move(aImage.icc_profile);
+    aImage.icc_profile.clear();
     if (aProfile.empty() || bProfileIsSrgb(aProfile))
         return true;
-    if (!bProfileFits(aProfile, aImage.lChannels))
+    if (!bProfileFits(aProfile, aImage.channels))
         return false;
     const Profile pFrom = pOpenProfile(aProfile);
-    return aImage.lChannels == 1 ? bConvertGrey(pFrom.get(), aImage.aBytes)
-                                 : bConvertColours(pFrom.get(), aImage);
+    return aImage.channels == 1 ? bConvertGrey(pFrom.get(), aImage.bytes)
+                                : bConvertColours(pFrom.get(), aImage);
 }
 
 CmykToBgr::CmykToBgr(Bytes aProfile, bool bInverted) : m_bInverted(bInverted)

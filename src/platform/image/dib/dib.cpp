@@ -200,7 +200,7 @@ std::uint64_t nDibStride(const DibHeader& objHeader)
 static std::uint8_t* pRowOf(ImageBuffer& aImage, const DibHeader& objHeader, std::uint64_t nStored)
 {
     const std::uint64_t y = objHeader.bTopDown ? nStored : objHeader.nHeight - 1 - nStored;
-    return aImage.aBytes.data() + y * objHeader.nWidth * static_cast<std::uint64_t>(aImage.lChannels);
+    return aImage.bytes.data() + y * objHeader.nWidth * static_cast<std::uint64_t>(aImage.channels);
 }
 
 static bool bDecodeRaw(const DibHeader& objHeader, Bytes aBits, ImageBuffer& aImage)
@@ -264,8 +264,8 @@ bool bDecodeDibBits(const DibHeader& objHeader, Bytes aBits, ImageBuffer& aImage
                                                  : bDecodeRuns(objHeader, aBits, aResult)))
         return false;
     DropUnsetAlpha(aResult);
-    aResult.dDotsPerInchX = objHeader.dDotsPerInchX;
-    aResult.dDotsPerInchY = objHeader.dDotsPerInchY;
+    aResult.dots_per_inch_x = objHeader.dDotsPerInchX;
+    aResult.dots_per_inch_y = objHeader.dDotsPerInchY;
     aImage = std::move(aResult);
     return true;
 }

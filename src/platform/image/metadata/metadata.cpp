@@ -67,7 +67,7 @@ static void SetPixelSize(std::vector<std::uint8_t>& aExif, std::int32_t lWidth, 
 std::vector<std::uint8_t> aExifForSave(const ImageBuffer& aImage, const ImageInfoTexts& objTexts)
 {
     const std::vector<ExifText> aTexts = aTextsToWrite(objTexts);
-    std::vector<std::uint8_t> aExif = aImage.objMetadata.aExif;
+    std::vector<std::uint8_t> aExif = aImage.metadata.exif;
     if (IfdReader(aExif).nEntryCount(IfdReader(aExif).nFirstDirectory()) == 0)
         aExif.clear();
     if (aExif.empty() && aTexts.empty())
@@ -75,8 +75,8 @@ std::vector<std::uint8_t> aExifForSave(const ImageBuffer& aImage, const ImageInf
     DropExifThumbnail(aExif);
     if (const auto objEntry = objOrientation(IfdReader(aExif)))
         SetExifNumber(aExif, *objEntry, 1);
-    SetResolution(aExif, aImage.dDotsPerInchX, aImage.dDotsPerInchY);
-    SetPixelSize(aExif, aImage.lWidth, aImage.lHeight);
+    SetResolution(aExif, aImage.dots_per_inch_x, aImage.dots_per_inch_y);
+    SetPixelSize(aExif, aImage.width, aImage.height);
     RewriteExif(aExif, aTexts);
     return aExif;
 }
@@ -98,14 +98,14 @@ static void SetXmpOrientation(std::vector<std::uint8_t>& aXmp)
 
 void FinishLoaded(ImageBuffer& aImage)
 {
-    std::vector<std::uint8_t>& aExif = aImage.objMetadata.aExif;
+    std::vector<std::uint8_t>& aExif = aImage.metadata.exif;
     if (aExif.empty())
         return;
     const IfdReader objReader(aExif);
     if (const auto objEntry = objOrientation(objReader)) {
         ApplyOrientation(aImage, static_cast<std::int32_t>(objReader.nNumber(*objEntry).value_or(1)));
         SetExifNumber(aExif, *objEntry, 1);
-        SetXmpOrientation(aImage.objMetadata.aXmp);
+        SetXmpOrientation(aImage.metadata.xmp);
     }
     DropExifThumbnail(aExif);
 }

@@ -8,18 +8,18 @@
 ImageBuffer aLaidOnWhite(const ImageBuffer& aImage)
 {
     ImageBuffer aResult;
-    aResult.lWidth = aImage.lWidth;
-    aResult.lHeight = aImage.lHeight;
-    aResult.lChannels = 3;
-    aResult.aIccProfile = aImage.aIccProfile;
-    aResult.dDotsPerInchX = aImage.dDotsPerInchX;
-    aResult.dDotsPerInchY = aImage.dDotsPerInchY;
-    aResult.objMetadata = aImage.objMetadata;
+    aResult.width = aImage.width;
+    aResult.height = aImage.height;
+    aResult.channels = 3;
+    aResult.icc_profile = aImage.icc_profile;
+    aResult.dots_per_inch_x = aImage.dots_per_inch_x;
+    aResult.dots_per_inch_y = aImage.dots_per_inch_y;
+    aResult.metadata = aImage.metadata;
     const std::size_t nPixels =
-        static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight);
-    ResizeFresh(aResult.aBytes, nPixels * 3);
-    const std::uint8_t* pIn = aImage.aBytes.data();
-    std::uint8_t* pOut = aResult.aBytes.data();
+        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height);
+    ResizeFresh(aResult.bytes, nPixels * 3);
+    const std::uint8_t* pIn = aImage.bytes.data();
+    std::uint8_t* pOut = aResult.bytes.data();
     for (std::size_t i = 0; i < nPixels; ++i, pIn += 4, pOut += 3) {
         const unsigned nAlpha = pIn[3];
         for (int c = 0; c < 3; ++c) {

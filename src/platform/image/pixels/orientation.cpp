@@ -33,11 +33,11 @@ void Gather<3>(std::uint8_t* pTarget, const std::uint8_t* pSource, std::ptrdiff_
 // Rows exchanged top to bottom.
 static void FlipRows(ImageBuffer& aImage)
 {
-    const auto nStride = static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
-    const auto nRows = static_cast<std::size_t>(aImage.lHeight);
+    const auto nStride = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
+    const auto nRows = static_cast<std::size_t>(aImage.height);
     for (std::size_t y = 0; y < nRows / 2; ++y) {
-        std::uint8_t* pUpper = aImage.aBytes.data() + y * nStride;
-        std::swap_ranges(pUpper, pUpper + nStride, aImage.aBytes.data() + (nRows - 1 - y) * nStride);
+        std::uint8_t* pUpper = aImage.bytes.data() + y * nStride;
+        std::swap_ranges(pUpper, pUpper + nStride, aImage.bytes.data() + (nRows - 1 - y) * nStride);
     }
 }
 
@@ -45,10 +45,10 @@ static void FlipRows(ImageBuffer& aImage)
 template <std::size_t nChannels>
 static void MirrorRows(ImageBuffer& aImage)
 {
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
     std::vector<std::uint8_t> aRow(nWidth * nChannels + 1);
-    std::uint8_t* pRow = aImage.aBytes.data();
-    for (std::int32_t y = 0; y < aImage.lHeight; ++y, pRow += nWidth * nChannels) {
+    std::uint8_t* pRow = aImage.bytes.data();
+    for (std::int32_t y = 0; y < aImage.height; ++y, pRow += nWidth * nChannels) {
         std::memcpy(aRow.data(), pRow, nWidth * nChannels);
         Gather<nChannels>(pRow, aRow.data() + (nWidth - 1) * nChannels,
                           -static_cast<std::ptrdiff_t>(nChannels), nWidth);
@@ -62,9 +62,9 @@ static void Transpose(ImageBuffer& aImage, bool bFromRight, bool bFromBelow)
 {
     constexpr std::size_t kBlock = 64;
     PixelBytes aTurned;
-    ResizeFresh(aTurned, aImage.aBytes.size());
-    const auto nSourceWidth = static_cast<std::size_t>(aImage.lWidth);
-    const auto nSourceHeight = static_cast<std::size_t>(aImage.lHeight);
+    ResizeFresh(aTurned, aImage.bytes.size());
+    const auto nSourceWidth = static_cast<std::size_t>(aImage.width);
+    const auto nSourceHeight = static_cast<std::size_t>(aImage.height);
     const std::size_t nSourceStride = nSourceWidth * nChannels;
     const std::ptrdiff_t nStep = static_cast<std::ptrdiff_t>(nSourceStride) * (bFromBelow ? -1 : 1);
     for (std::size_t y0 = 0; y0 < nSourceWidth; y0 += kBlock) {
@@ -75,7 +75,7 @@ static void Transpose(ImageBuffer& aImage, bool bFromRight, bool bFromBelow)
             for (std::size_t y = y0; y < y1; ++y) {
                 const std::size_t nColumn = bFromRight ? nSourceWidth - 1 - y : y;
                 const std::uint8_t* pSource =
-                    aImage.aBytes.data() + nRow * nSourceStride + nColumn * nChannels;
+                    aImage.bytes.data() + nRow * nSourceStride + nColumn * nChannels;
                 std::uint8_t* pTarget = aTurned.data() + (y * nSourceHeight + x0) * nChannels;
                 // The lowest row's last pixel is the end of the picture: nothing behind it may be read.
                 const std::size_t nExact = bFromBelow && x0 == 0 ? 1 : 0;
@@ -86,9 +86,9 @@ static void Transpose(ImageBuffer& aImage, bool bFromRight, bool bFromBelow)
             }
         }
     }
-    aImage.aBytes = std::move(aTurned);
-    std::swap(aImage.lWidth, aImage.lHeight);
-    std::swap(aImage.dDotsPerInchX, aImage.dDotsPerInchY);
+    aImage.bytes = std::move(aTurned);
+    std::swap(aImage.width, aImage.height);
+    std::swap(aImage.dots_per_inch_x, aImage.dots_per_inch_y);
 }
 
 template <std::size_t nChannels>
@@ -124,10 +124,10 @@ static void Apply(ImageBuffer& aImage, std::int32_t lOrientation)
 
 void ApplyOrientation(ImageBuffer& aImage, std::int32_t lOrientation)
 {
-    if (aImage.lChannels == 1)
+    if (aImage.channels == 1)
         Apply<1>(aImage, lOrientation);
-    else if (aImage.lChannels == 3)
+    else if (aImage.channels == 3)
         Apply<3>(aImage, lOrientation);
-    else if (aImage.lChannels == 4)
+    else if (aImage.channels == 4)
         Apply<4>(aImage, lOrientation);
 }

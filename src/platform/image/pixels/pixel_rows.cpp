@@ -112,49 +112,49 @@ void SwapRedAndBlueOfFour(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint
 
 static std::uint64_t nPixelsOf(const ImageBuffer& aImage)
 {
-    return static_cast<std::uint64_t>(aImage.lWidth) * static_cast<std::uint64_t>(aImage.lHeight);
+    return static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.height);
 }
 
 void DropUnsetAlpha(ImageBuffer& aImage)
 {
-    if (aImage.lChannels != 4)
+    if (aImage.channels != 4)
         return;
     const std::uint64_t nPixels = nPixelsOf(aImage);
-    std::uint8_t* pBytes = aImage.aBytes.data();
+    std::uint8_t* pBytes = aImage.bytes.data();
     for (std::uint64_t i = 0; i < nPixels; ++i) {
         if (pBytes[i * 4 + 3] != 0)
             return;
     }
     // In place: what is written never overtakes what is still to be read.
     PackRowFromFourBytes(pBytes, pBytes, nPixels);
-    aImage.lChannels = 3;
-    aImage.aBytes.resize(nPixels * 3);
+    aImage.channels = 3;
+    aImage.bytes.resize(nPixels * 3);
 }
 
 bool bAddAlpha(ImageBuffer& aImage)
 {
-    if (aImage.lChannels == 4)
+    if (aImage.channels == 4)
         return true;
     ImageBuffer aResult;
-    if (!bAllocate(aResult, static_cast<std::uint64_t>(aImage.lWidth),
-                   static_cast<std::uint64_t>(aImage.lHeight), 4))
+    if (!bAllocate(aResult, static_cast<std::uint64_t>(aImage.width),
+                   static_cast<std::uint64_t>(aImage.height), 4))
         return false;
-    const std::size_t nStep = aImage.lChannels == 1 ? 1 : 3;
-    const std::size_t nGreen = aImage.lChannels == 1 ? 0 : 1;
-    const std::size_t nRed = aImage.lChannels == 1 ? 0 : 2;
-    const std::uint8_t* pIn = aImage.aBytes.data();
-    std::uint8_t* pOut = aResult.aBytes.data();
+    const std::size_t nStep = aImage.channels == 1 ? 1 : 3;
+    const std::size_t nGreen = aImage.channels == 1 ? 0 : 1;
+    const std::size_t nRed = aImage.channels == 1 ? 0 : 2;
+    const std::uint8_t* pIn = aImage.bytes.data();
+    std::uint8_t* pOut = aResult.bytes.data();
     for (std::uint64_t i = nPixelsOf(aImage); i > 0; --i, pIn += nStep, pOut += 4) {
         pOut[0] = pIn[0];
         pOut[1] = pIn[nGreen];
         pOut[2] = pIn[nRed];
         pOut[3] = 255;
     }
-    aResult.dDotsPerInchX = aImage.dDotsPerInchX;
-    aResult.dDotsPerInchY = aImage.dDotsPerInchY;
-    aResult.objMetadata = std::move(aImage.objMetadata);
-    if (aImage.lChannels == 3)  // a profile of greys doesn't fit colours
-        aResult.aIccProfile = std::move(aImage.aIccProfile);
+    aResult.dots_per_inch_x = aImage.dots_per_inch_x;
+    aResult.dots_per_inch_y = aImage.dots_per_inch_y;
+    aResult.metadata = std::move(aImage.metadata);
+    if (aImage.channels == 3)  // a profile of greys doesn't fit colours
+        aResult.icc_profile = std::move(aImage.icc_profile);
     aImage = std::move(aResult);
     return true;
 }

@@ -8,10 +8,10 @@
 
 static bool bAnyTransparent(const ImageBuffer& aImage)
 {
-    if (aImage.lChannels != 4)
+    if (aImage.channels != 4)
         return false;
-    for (std::size_t i = 3; i < aImage.aBytes.size(); i += 4)
-        if (aImage.aBytes[i] < 128)
+    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
+        if (aImage.bytes[i] < 128)
             return true;
     return false;
 }

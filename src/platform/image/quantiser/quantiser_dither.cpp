@@ -124,34 +124,34 @@ PixelBytes aDithered(const ImageBuffer& aImage, std::span<const PaletteColour> a
         for (std::size_t c = 0; c < 3; ++c)
             objQuantiser.aColours[i] |= std::uint64_t{aPalette[i][c]} << (16 * c);
 
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
-    const std::size_t nRowBytes = nWidth * static_cast<std::size_t>(aImage.lChannels);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
+    const std::size_t nRowBytes = nWidth * static_cast<std::size_t>(aImage.channels);
     // A pixel is loaded as four bytes, which for the last one of three would be beyond the picture's end.
-    PixelBytes aLastRow(aImage.aBytes.end() - static_cast<std::ptrdiff_t>(nRowBytes), aImage.aBytes.end());
+    PixelBytes aLastRow(aImage.bytes.end() - static_cast<std::ptrdiff_t>(nRowBytes), aImage.bytes.end());
     aLastRow.push_back(0);
     PixelBytes aNowhere(nWidth);
-    PixelBytes aIndexes(nWidth * static_cast<std::size_t>(aImage.lHeight));
+    PixelBytes aIndexes(nWidth * static_cast<std::size_t>(aImage.height));
     std::vector<Lanes> aErrors(2 * (nWidth + 2));
 
-    const std::int32_t lBandRows = (aImage.lHeight + kBands - 1) / kBands;
+    const std::int32_t lBandRows = (aImage.height + kBands - 1) / kBands;
     for (std::int32_t lRow = -kLeadRows; lRow < lBandRows; ++lRow) {
         std::array<RowPair, 2> aRows{};
         for (std::int32_t lBand = 0; lBand < kBands; ++lBand) {
             RowPair& objRow = aRows[static_cast<std::size_t>(lBand / 2)];
-            const std::int32_t y = std::clamp(lBand * lBandRows + lRow, 0, aImage.lHeight - 1);
-            const bool bWanted = lRow >= 0 && lBand * lBandRows + lRow < aImage.lHeight;
+            const std::int32_t y = std::clamp(lBand * lBandRows + lRow, 0, aImage.height - 1);
+            const bool bWanted = lRow >= 0 && lBand * lBandRows + lRow < aImage.height;
             const auto nHalf = static_cast<std::size_t>(lBand % 2);
             const auto nRow = static_cast<std::size_t>(y);
             objRow.aPixels[nHalf] =
-                y == aImage.lHeight - 1 ? aLastRow.data() : aImage.aBytes.data() + nRow * nRowBytes;
+                y == aImage.height - 1 ? aLastRow.data() : aImage.bytes.data() + nRow * nRowBytes;
             objRow.aIndexes[nHalf] = bWanted ? aIndexes.data() + nRow * nWidth : aNowhere.data();
             objRow.aErrors = aErrors.data() + static_cast<std::size_t>(lBand / 2) * (nWidth + 2) + 1;
         }
         const bool bBackwards = (lRow & 1) != 0;
-        if (aImage.lChannels == 4)
-            TakeRow<4>(aRows, aImage.lWidth, bBackwards, objQuantiser);
+        if (aImage.channels == 4)
+            TakeRow<4>(aRows, aImage.width, bBackwards, objQuantiser);
         else
-            TakeRow<3>(aRows, aImage.lWidth, bBackwards, objQuantiser);
+            TakeRow<3>(aRows, aImage.width, bBackwards, objQuantiser);
     }
     return aIndexes;
 }

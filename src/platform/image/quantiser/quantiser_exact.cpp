@@ -37,7 +37,7 @@ private:
 static IndexedImage objGreys(const ImageBuffer& aImage)
 {
     std::array<bool, 256> aUsed{};
-    for (const std::uint8_t nGrey : aImage.aBytes)
+    for (const std::uint8_t nGrey : aImage.bytes)
         aUsed[nGrey] = true;
     IndexedImage objResult;
     std::array<std::uint8_t, 256> aIndexOf{};
@@ -47,25 +47,25 @@ static IndexedImage objGreys(const ImageBuffer& aImage)
             aIndexOf[i] = static_cast<std::uint8_t>(objResult.aPalette.size());
             objResult.aPalette.push_back({nGrey, nGrey, nGrey});
         }
-    objResult.aIndexes.resize(aImage.aBytes.size());
-    for (std::size_t i = 0; i < aImage.aBytes.size(); ++i)
-        objResult.aIndexes[i] = aIndexOf[aImage.aBytes[i]];
+    objResult.aIndexes.resize(aImage.bytes.size());
+    for (std::size_t i = 0; i < aImage.bytes.size(); ++i)
+        objResult.aIndexes[i] = aIndexOf[aImage.bytes[i]];
     return objResult;
 }
 
 std::optional<IndexedImage> objExact(const ImageBuffer& aImage)
 {
-    if (aImage.lChannels == 1)
+    if (aImage.channels == 1)
         return objGreys(aImage);
     constexpr std::uint32_t kTransparent = 0x1000000;  // no colour
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const std::size_t nPixels = aImage.aBytes.size() / nChannels;
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const std::size_t nPixels = aImage.bytes.size() / nChannels;
     ColourIndex objColours;
     IndexedImage objResult;
     objResult.aIndexes.reserve(nPixels);  // touched only as far as the colours suffice
     std::uint32_t nLast = ~std::uint32_t{0};
     std::uint8_t nLastIndex = 0;
-    const std::uint8_t* pPixel = aImage.aBytes.data();
+    const std::uint8_t* pPixel = aImage.bytes.data();
     for (std::size_t i = 0; i < nPixels; ++i, pPixel += nChannels) {
         std::uint32_t nColour = pPixel[0] | static_cast<std::uint32_t>(pPixel[1]) << 8 |
                                 static_cast<std::uint32_t>(pPixel[2]) << 16;

@@ -31,14 +31,14 @@ static bool bPlain(const std::uint8_t* pBlock, std::size_t nChannels, std::size_
 
 std::vector<FlatColour> aFlatColours(const ImageBuffer& aImage)
 {
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth),
-               nHeight = static_cast<std::size_t>(aImage.lHeight);
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto nWidth = static_cast<std::size_t>(aImage.width),
+               nHeight = static_cast<std::size_t>(aImage.height);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
     const std::size_t nRowBytes = nWidth * nChannels;
     std::unordered_map<std::uint32_t, std::uint64_t> colCounts;
     for (std::size_t y = 0; y + kBlock <= nHeight; y += kBlock)
         for (std::size_t x = 0; x + kBlock <= nWidth; x += kBlock) {
-            const std::uint8_t* pBlock = aImage.aBytes.data() + y * nRowBytes + x * nChannels;
+            const std::uint8_t* pBlock = aImage.bytes.data() + y * nRowBytes + x * nChannels;
             if (bPlain(pBlock, nChannels, nRowBytes))
                 colCounts[ColourAt(pBlock)] += kBlock * kBlock;
         }
@@ -73,8 +73,8 @@ void TakeFlatColours(const ImageBuffer& aImage, const std::vector<FlatColour>& a
             nPlace = (nPlace + 1) % aPlaces.size();
         aPlaces[nPlace] = {nColour, static_cast<std::uint32_t>(nFirst + i)};
     }
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const std::uint8_t* pPixel = aImage.aBytes.data();
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const std::uint8_t* pPixel = aImage.bytes.data();
     for (std::size_t i = 0; i < aIndexes.size(); ++i, pPixel += nChannels) {
         const std::uint32_t nColour = ColourAt(pPixel);
         std::size_t nPlace = nFirstPlace(nColour);

@@ -258,7 +258,7 @@ std::vector<PaletteColour> aFittedPalette(const ImageBuffer& aImage, const std::
                                           std::size_t nColours)
 {
     std::vector<CellSums> aSums =
-        aImage.lChannels == 4 ? aHistogram<4>(aImage.aBytes) : aHistogram<3>(aImage.aBytes);
+        aImage.channels == 4 ? aHistogram<4>(aImage.bytes) : aHistogram<3>(aImage.bytes);
     std::vector<Colour> aColours;
     for (const FlatColour& objFlat : aFlats) {
         const PaletteColour& aColour = objFlat.aColour;

@@ -19,11 +19,11 @@ void KernelImageTransform::GetMaskBytes(ImageBuffer& aMask)
 {
     aMask = {};
     ImageBuffer aResult;
-    if (!bAllocate(aResult, static_cast<std::uint64_t>(m_aImage.lWidth),
-                   static_cast<std::uint64_t>(m_aImage.lHeight), 1))
+    if (!bAllocate(aResult, static_cast<std::uint64_t>(m_aImage.width),
+                   static_cast<std::uint64_t>(m_aImage.height), 1))
         return;
     constexpr std::size_t kAlpha = 3;
-    for (std::size_t i = 0; i < aResult.aBytes.size(); ++i)
-        aResult.aBytes[i] = m_aImage.lChannels == 4 ? m_aImage.aBytes[i * 4 + kAlpha] : 255;
+    for (std::size_t i = 0; i < aResult.bytes.size(); ++i)
+        aResult.bytes[i] = m_aImage.channels == 4 ? m_aImage.bytes[i * 4 + kAlpha] : 255;
     aMask = std::move(aResult);
 }

@@ -58,31 +58,31 @@ TEST(SizeAllowed, IsTheUsualOneWhenTheEnvironmentSaysNothingThatCanBe)
 TEST(Allocate, GivesAPictureItsSizeAndEmptiesTheRest)
 {
     ImageBuffer aImage;
-    aImage.aIccProfile = {1, 2, 3};
-    aImage.dDotsPerInchX = 300;
-    aImage.objMetadata.aExif = {1};
+    aImage.icc_profile = {1, 2, 3};
+    aImage.dots_per_inch_x = 300;
+    aImage.metadata.exif = {1};
 
     ASSERT_TRUE(bAllocate(aImage, 3, 5, 4));
 
-    EXPECT_EQ(aImage.lWidth, 3);
-    EXPECT_EQ(aImage.lHeight, 5);
-    EXPECT_EQ(aImage.lChannels, 4);
-    EXPECT_EQ(aImage.aBytes.size(), 60u);
-    EXPECT_TRUE(aImage.aIccProfile.empty());
-    EXPECT_EQ(aImage.dDotsPerInchX, 0);
-    EXPECT_TRUE(aImage.objMetadata.aExif.empty());
+    EXPECT_EQ(aImage.width, 3);
+    EXPECT_EQ(aImage.height, 5);
+    EXPECT_EQ(aImage.channels, 4);
+    EXPECT_EQ(aImage.bytes.size(), 60u);
+    EXPECT_TRUE(aImage.icc_profile.empty());
+    EXPECT_EQ(aImage.dots_per_inch_x, 0);
+    EXPECT_TRUE(aImage.metadata.exif.empty());
 }
 
 TEST(Allocate, LeavesThePictureAloneWhenTheSizeIsNotAllowed)
 {
     ImageBuffer aImage;
-    aImage.lWidth = 7;
-    aImage.aBytes = {1, 2, 3};
+    aImage.width = 7;
+    aImage.bytes = {1, 2, 3};
 
     EXPECT_FALSE(bAllocate(aImage, 65501, 5, 3));
 
-    EXPECT_EQ(aImage.lWidth, 7);
-    EXPECT_EQ(aImage.aBytes.size(), 3u);
+    EXPECT_EQ(aImage.width, 7);
+    EXPECT_EQ(aImage.bytes.size(), 3u);
 }
 
 TEST(Allocate, GivesLargePicturesMemoryThatCanBeWrittenFromEndToEnd)
@@ -90,10 +90,10 @@ TEST(Allocate, GivesLargePicturesMemoryThatCanBeWrittenFromEndToEnd)
     ImageBuffer aImage;
     ASSERT_TRUE(bAllocate(aImage, 4001, 1001, 3));
 
-    std::fill(aImage.aBytes.begin(), aImage.aBytes.end(), std::uint8_t{5});
+    std::fill(aImage.bytes.begin(), aImage.bytes.end(), std::uint8_t{5});
     ImageBuffer aCopy = aImage;
 
-    EXPECT_TRUE(aCopy.aBytes == aImage.aBytes);
+    EXPECT_TRUE(aCopy.bytes == aImage.bytes);
 }
 
 TEST(LargestFile, GrowsWithTheLimit)

@@ -64,10 +64,10 @@ TEST_P(RasterSamples, GiveThePicturesBesideThem)
             const auto aImage = aDecoded(GetParam().objCodec, aFile, lFrame);
 
             ASSERT_TRUE(aImage);
-            EXPECT_EQ(aImage->lWidth, aExpected->lWidth);
-            EXPECT_EQ(aImage->lHeight, aExpected->lHeight);
-            EXPECT_EQ(aImage->lChannels, aExpected->lChannels);
-            EXPECT_TRUE(aImage->aBytes == aExpected->aBytes) << "not the same pixels";
+            EXPECT_EQ(aImage->width, aExpected->width);
+            EXPECT_EQ(aImage->height, aExpected->height);
+            EXPECT_EQ(aImage->channels, aExpected->channels);
+            EXPECT_TRUE(aImage->bytes == aExpected->bytes) << "not the same pixels";
             sPicture = sSample + "." + std::to_string(lFrame + 1) + ".pam";
         }
     }

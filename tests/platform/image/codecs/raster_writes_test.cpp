@@ -32,7 +32,7 @@ protected:
         EXPECT_TRUE(aBgraByImageMagick(sPath) == aExpected) << "ImageMagick";
         EXPECT_TRUE(aBgraByGraphicsMagick(sPath) == aExpected) << "GraphicsMagick";
         EXPECT_TRUE(aBgraByPillow(sPath) == aExpected) << "Pillow";
-        if (aImage.lChannels == 4)
+        if (aImage.channels == 4)
             return;
         std::string sOutput;
         const std::string sPnm = objFolder.sPath("netpbm.pnm");
@@ -105,7 +105,7 @@ TEST_P(RasterWrites, KeepLargePictures)
             const ImageBuffer aImage = aNoise(lWidth, lHeight, lChannels);
             const auto aBack = aDecoded(GetParam().objCodec, aEncoded(GetParam().objCodec, aImage));
             ASSERT_TRUE(aBack);
-            EXPECT_TRUE(aBack->aBytes == aImage.aBytes) << lWidth << " x " << lHeight << " x " << lChannels;
+            EXPECT_TRUE(aBack->bytes == aImage.bytes) << lWidth << " x " << lHeight << " x " << lChannels;
         }
     }
 }
@@ -128,22 +128,22 @@ INSTANTIATE_TEST_SUITE_P(Formats, RasterWrites,
 static ImageBuffer aAnyPicture(bool bAlphaAllowed)
 {
     ImageBuffer aImage;
-    aImage.lWidth = *rc::gen::inRange(1, 300);
-    aImage.lHeight = *rc::gen::inRange(1, 12);
+    aImage.width = *rc::gen::inRange(1, 300);
+    aImage.height = *rc::gen::inRange(1, 12);
     const auto aKinds = bAlphaAllowed ? std::vector<std::int32_t>{1, 3, 4} : std::vector<std::int32_t>{1, 3};
-    aImage.lChannels = *rc::gen::elementOf(aKinds);
-    const auto nPixelSize = static_cast<std::size_t>(aImage.lChannels);
+    aImage.channels = *rc::gen::elementOf(aKinds);
+    const auto nPixelSize = static_cast<std::size_t>(aImage.channels);
     const std::size_t nSize =
-        static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight) * nPixelSize;
+        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height) * nPixelSize;
     const int lRepeats = *rc::gen::inRange(0, 100);
     std::uint32_t nState = *rc::gen::arbitrary<std::uint32_t>();
     const auto nNext = [&nState] { return nState = nState * 1664525 + 1013904223, nState >> 24; };
-    while (aImage.aBytes.size() < nSize) {
-        const std::size_t nDone = aImage.aBytes.size();
+    while (aImage.bytes.size() < nSize) {
+        const std::size_t nDone = aImage.bytes.size();
         const bool bRepeat = nDone > 0 && static_cast<int>(nNext() * 100 / 256) < lRepeats;
         for (std::size_t c = 0; c < nPixelSize; ++c)
-            aImage.aBytes.push_back(bRepeat ? aImage.aBytes[nDone - nPixelSize + c]
-                                            : static_cast<std::uint8_t>(c == 3 ? nNext() | 1 : nNext()));
+            aImage.bytes.push_back(bRepeat ? aImage.bytes[nDone - nPixelSize + c]
+                                           : static_cast<std::uint8_t>(c == 3 ? nNext() | 1 : nNext()));
     }
     return aImage;
 }
@@ -153,10 +153,10 @@ static void CheckRoundTrip(const Codec& objCodec)
     const ImageBuffer aImage = aAnyPicture(objCodec.bHoldsAlpha);
     const auto aBack = aDecoded(objCodec, aEncoded(objCodec, aImage));
     RC_ASSERT(aBack.has_value());
-    RC_ASSERT(aBack->lWidth == aImage.lWidth);
-    RC_ASSERT(aBack->lHeight == aImage.lHeight);
-    RC_ASSERT(aBack->lChannels == aImage.lChannels);
-    RC_ASSERT(aBack->aBytes == aImage.aBytes);
+    RC_ASSERT(aBack->width == aImage.width);
+    RC_ASSERT(aBack->height == aImage.height);
+    RC_ASSERT(aBack->channels == aImage.channels);
+    RC_ASSERT(aBack->bytes == aImage.bytes);
 }
 
 RC_GTEST_PROP(RasterRoundTrip, BmpGivesEveryPixelBack, ())

@@ -14,12 +14,12 @@ static ImageBuffer aColours(std::initializer_list<std::array<std::uint8_t, 3>> a
                             std::vector<std::uint8_t> aProfile)
 {
     ImageBuffer aImage;
-    aImage.lWidth = static_cast<std::int32_t>(aBgr.size());
-    aImage.lHeight = 1;
-    aImage.lChannels = 3;
+    aImage.width = static_cast<std::int32_t>(aBgr.size());
+    aImage.height = 1;
+    aImage.channels = 3;
     for (const auto& aColour : aBgr)
-        aImage.aBytes.insert(aImage.aBytes.end(), aColour.begin(), aColour.end());
-    aImage.aIccProfile = std::move(aProfile);
+        aImage.bytes.insert(aImage.bytes.end(), aColour.begin(), aColour.end());
+    aImage.icc_profile = std::move(aProfile);
     return aImage;
 }
 
@@ -57,7 +57,7 @@ TEST(ConvertToSrgb, ShowsRedAsGreenWhenTheProfileSaysSo)
 
     EXPECT_TRUE(bConvertToSrgb(aImage));
 
-    EXPECT_TRUE(aImage.aIccProfile.empty());
+    EXPECT_TRUE(aImage.icc_profile.empty());
     EXPECT_LE(
         objDifference(aImage, aColours({{0, 255, 0}, {0, 0, 255}, {255, 0, 0}, {90, 90, 90}}, {})).lGreatest,
         1);
@@ -66,42 +66,42 @@ TEST(ConvertToSrgb, ShowsRedAsGreenWhenTheProfileSaysSo)
 TEST(ConvertToSrgb, KeepsAlpha)
 {
     ImageBuffer aImage = aPattern(20, 10, 4);
-    aImage.aIccProfile = aSwappedProfile();
+    aImage.icc_profile = aSwappedProfile();
     const ImageBuffer aBefore = aImage;
 
     EXPECT_TRUE(bConvertToSrgb(aImage));
 
     EXPECT_GT(objDifference(aImage, aBefore).lGreatest, 50);
-    for (std::size_t i = 3; i < aImage.aBytes.size(); i += 4)
-        ASSERT_EQ(aImage.aBytes[i], aBefore.aBytes[i]);
+    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
+        ASSERT_EQ(aImage.bytes[i], aBefore.bytes[i]);
 }
 
 TEST(ConvertToSrgb, TouchesNothingForSrgbAndForNoProfile)
 {
     for (const auto& aProfile : {aSrgbProfile(), std::vector<std::uint8_t>{}}) {
         ImageBuffer aImage = aPattern(20, 10, 3);
-        aImage.aIccProfile = aProfile;
+        aImage.icc_profile = aProfile;
         EXPECT_TRUE(bConvertToSrgb(aImage));
         EXPECT_EQ(objDifference(aImage, aPattern(20, 10, 3)).lGreatest, 0);
-        EXPECT_TRUE(aImage.aIccProfile.empty());
+        EXPECT_TRUE(aImage.icc_profile.empty());
     }
 }
 
 TEST(ConvertToSrgb, BrightensAGreyOfLinearLightAndLeavesItGrey)
 {
     ImageBuffer aImage;
-    aImage.lWidth = 3;
-    aImage.lHeight = 1;
-    aImage.lChannels = 1;
-    aImage.aBytes = {0, 55, 255};
-    aImage.aIccProfile = aGreyProfile(1.0);
+    aImage.width = 3;
+    aImage.height = 1;
+    aImage.channels = 1;
+    aImage.bytes = {0, 55, 255};
+    aImage.icc_profile = aGreyProfile(1.0);
 
     EXPECT_TRUE(bConvertToSrgb(aImage));
 
-    ASSERT_EQ(aImage.aBytes.size(), 3u);
-    EXPECT_EQ(aImage.aBytes[0], 0);
-    EXPECT_NEAR(aImage.aBytes[1], 128, 1);  // 55/255 of the light is 128 in sRGB's curve
-    EXPECT_EQ(aImage.aBytes[2], 255);
+    ASSERT_EQ(aImage.bytes.size(), 3u);
+    EXPECT_EQ(aImage.bytes[0], 0);
+    EXPECT_NEAR(aImage.bytes[1], 128, 1);  // 55/255 of the light is 128 in sRGB's curve
+    EXPECT_EQ(aImage.bytes[2], 255);
 }
 
 TEST(ConvertToSrgb, LeavesThePixelsWhenTheProfileCannotBeUsed)
@@ -110,10 +110,10 @@ TEST(ConvertToSrgb, LeavesThePixelsWhenTheProfileCannotBeUsed)
     std::fill(aBroken.begin() + 132, aBroken.end(), std::uint8_t{0xFF});
     for (const auto& aProfile : {aBroken, aGreyProfile(1.0), aCmykProfile()}) {
         ImageBuffer aImage = aPattern(20, 10, 3);
-        aImage.aIccProfile = aProfile;
+        aImage.icc_profile = aProfile;
         EXPECT_FALSE(bConvertToSrgb(aImage));
         EXPECT_EQ(objDifference(aImage, aPattern(20, 10, 3)).lGreatest, 0);
-        EXPECT_TRUE(aImage.aIccProfile.empty());
+        EXPECT_TRUE(aImage.icc_profile.empty());
     }
 }
 
@@ -122,10 +122,10 @@ TEST(ConvertToSrgb, SurvivesEveryChangedByteOfAProfile)
     for (const auto& aGood : {aSwappedProfile(), aGreyProfile(1.8)})
         for (std::size_t n = 0; n < aGood.size(); ++n) {
             ImageBuffer aImage = aPattern(4, 2, aGood == aSwappedProfile() ? 3 : 1);
-            aImage.aIccProfile = aGood;
-            aImage.aIccProfile[n] ^= 0xFF;
+            aImage.icc_profile = aGood;
+            aImage.icc_profile[n] ^= 0xFF;
             bConvertToSrgb(aImage);
-            EXPECT_EQ(aImage.aBytes.size(), aPattern(4, 2, aImage.lChannels).aBytes.size());
+            EXPECT_EQ(aImage.bytes.size(), aPattern(4, 2, aImage.channels).bytes.size());
         }
 }
 

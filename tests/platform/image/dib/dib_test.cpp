@@ -28,7 +28,7 @@ static ByteMaker objVersion4Header(std::uint32_t nWidth, std::uint32_t nHeight, 
 
 static Levels aLevels(const ImageBuffer& aImage)
 {
-    return {aImage.aBytes.begin(), aImage.aBytes.end()};
+    return {aImage.bytes.begin(), aImage.bytes.end()};
 }
 
 // Decodes a bitmap in one piece that must be good.
@@ -42,9 +42,9 @@ static ImageBuffer aGood(const ByteMaker& mk)
 static bool bRefused(const ByteMaker& mk)
 {
     ImageBuffer aImage;
-    aImage.lWidth = 77;
+    aImage.width = 77;
     const bool bDecoded = bDecodePackedDib(mk.aBytes(), aImage);
-    EXPECT_TRUE(bDecoded || aImage.lWidth == 77) << "a picture that was refused has been touched";
+    EXPECT_TRUE(bDecoded || aImage.width == 77) << "a picture that was refused has been touched";
     return !bDecoded;
 }
 
@@ -52,12 +52,12 @@ TEST(DibRaw, TwentyFourBitRowsComeFromBelowAndArePaddedToFourBytes)
 {
     const auto aImage = aGood(objInfoHeader(1, 2, 24).U8({1, 2, 3, 0}).U8({4, 5, 6, 0}));
 
-    EXPECT_EQ(aImage.lWidth, 1);
-    EXPECT_EQ(aImage.lHeight, 2);
-    EXPECT_EQ(aImage.lChannels, 3);
+    EXPECT_EQ(aImage.width, 1);
+    EXPECT_EQ(aImage.height, 2);
+    EXPECT_EQ(aImage.channels, 3);
     EXPECT_EQ(aLevels(aImage), (Levels{4, 5, 6, 1, 2, 3}));
-    EXPECT_NEAR(aImage.dDotsPerInchX, 72.0, 0.01);
-    EXPECT_NEAR(aImage.dDotsPerInchY, 72.0, 0.01);
+    EXPECT_NEAR(aImage.dots_per_inch_x, 72.0, 0.01);
+    EXPECT_NEAR(aImage.dots_per_inch_y, 72.0, 0.01);
 }
 
 TEST(DibRaw, ANegativeHeightMeansThatTheFirstRowIsTheTop)
@@ -77,7 +77,7 @@ TEST(DibRaw, APaletteOfGreysGivesOneChannel)
     const auto aImage =
         aGood(objInfoHeader(3, 1, 8, 0, 2).U8({10, 10, 10, 0, 200, 200, 200, 0}).U8({0, 1, 2, 0}));
 
-    EXPECT_EQ(aImage.lChannels, 1);
+    EXPECT_EQ(aImage.channels, 1);
     EXPECT_EQ(aLevels(aImage), (Levels{10, 200, 0})) << "an index beyond the palette is black";
 }
 
@@ -152,7 +152,7 @@ TEST(DibRaw, ThePlainThirtyTwoBitsAreOpaque)
     const auto aImage =
         aGood(objInfoHeader(5, 1, 32).U32Le({0x10203, 0x04050607, 0x08090A0B, 0xC0D0E0F, 0x112233}));
 
-    EXPECT_EQ(aImage.lChannels, 3);
+    EXPECT_EQ(aImage.channels, 3);
     EXPECT_EQ(aLevels(aImage), (Levels{3, 2, 1, 7, 6, 5, 11, 10, 9, 15, 14, 13, 0x33, 0x22, 0x11}));
 }
 
@@ -169,8 +169,8 @@ TEST(DibAlpha, CountsWhenAHeaderNamesItsMask)
 
 TEST(DibAlpha, CountsInAPlainBitmapWhoseLongHeaderNamesIt)
 {
-    EXPECT_EQ(aGood(objVersion4Header(1, 1, 32, 0, {0, 0, 0, 0xFF000000}).U32Le({0x80102030})).lChannels, 4);
-    EXPECT_EQ(aGood(objVersion4Header(1, 1, 32, 0, {0, 0, 0, 0}).U32Le({0x80102030})).lChannels, 3);
+    EXPECT_EQ(aGood(objVersion4Header(1, 1, 32, 0, {0, 0, 0, 0xFF000000}).U32Le({0x80102030})).channels, 4);
+    EXPECT_EQ(aGood(objVersion4Header(1, 1, 32, 0, {0, 0, 0, 0}).U32Le({0x80102030})).channels, 3);
 }
 
 TEST(DibAlpha, ThatIsNowhereSetMeansAnOpaquePicture)
@@ -319,7 +319,7 @@ TEST(DibRuns, EndWhateverTheBytesAre)
             mk.U8({nNext() % 4 == 0 ? nNext() % 4 : nNext()});
         ImageBuffer aImage;
         if (bDecodePackedDib(mk.aBytes(), aImage)) {
-            ASSERT_EQ(aImage.aBytes.size(), 17u * 9u);
+            ASSERT_EQ(aImage.bytes.size(), 17u * 9u);
         }
     }
 }

@@ -164,8 +164,8 @@ TEST(ExifForSave, KeepsTheSourcesTagsAndLetsTextsWin)
     for (const bool bBigEndian : {false, true}) {
         CameraExif objCamera{.bBigEndian = bBigEndian};
         ImageBuffer aImage = aPattern(64, 48, 3);
-        aImage.objMetadata.aExif = objCamera.aMade();
-        aImage.dDotsPerInchX = aImage.dDotsPerInchY = 299.5;
+        aImage.metadata.exif = objCamera.aMade();
+        aImage.dots_per_inch_x = aImage.dots_per_inch_y = 299.5;
         ImageInfoTexts objTexts;
         objTexts.sAuthor = "Somebody with a longer name than the one before";
         objTexts.sTitle = "New";
@@ -183,7 +183,7 @@ TEST(ExifForSave, LeavesTheMakerNoteWhereItsInnerOffsetsExpectIt)
 {
     CameraExif objCamera;
     ImageBuffer aImage = aPattern(64, 48, 3);
-    aImage.objMetadata.aExif = objCamera.aMade();
+    aImage.metadata.exif = objCamera.aMade();
 
     const Block aExif = aExifForSave(aImage, AllTexts());
 
@@ -196,12 +196,12 @@ TEST(ExifForSave, DropsTheThumbnailAndItsDirectory)
 {
     CameraExif objCamera;
     ImageBuffer aImage = aPattern(64, 48, 3);
-    aImage.objMetadata.aExif = objCamera.aMade();
+    aImage.metadata.exif = objCamera.aMade();
 
     const Block aExif = aExifForSave(aImage, {});
 
     EXPECT_EQ(std::count(aExif.begin(), aExif.end(), 0xAB), 0);
-    EXPECT_LT(aExif.size(), aImage.objMetadata.aExif.size() - 5000);
+    EXPECT_LT(aExif.size(), aImage.metadata.exif.size() - 5000);
     EXPECT_EQ(IfdReader(aExif).nNextDirectory(IfdReader(aExif).nFirstDirectory()), 0u);
 }
 
@@ -209,9 +209,9 @@ TEST(ExifForSave, GrowsNoFurtherWhenTheSameTextsAreSavedAgain)
 {
     CameraExif objCamera;
     ImageBuffer aImage = aPattern(64, 48, 3);
-    aImage.objMetadata.aExif = objCamera.aMade();
+    aImage.metadata.exif = objCamera.aMade();
     const Block aOnce = aExifForSave(aImage, AllTexts());
-    aImage.objMetadata.aExif = aOnce;
+    aImage.metadata.exif = aOnce;
 
     EXPECT_EQ(aExifForSave(aImage, AllTexts()), aOnce);
 }
@@ -223,7 +223,7 @@ TEST(ExifForSave, LeavesOutWhatTellsHowAFileStoredItsPixels)
     objCamera.Append(aBlock, {objCamera.Short(0x0100, 9), objCamera.Short(0x0103, 4),
                               CameraExif::Text(kTagMake, "M"), objCamera.Long(0x0111, 8)});
     ImageBuffer aImage = aPattern(4, 4, 3);
-    aImage.objMetadata.aExif = aBlock;
+    aImage.metadata.exif = aBlock;
 
     EXPECT_EQ(sAsPillowReadsIt(aExifForSave(aImage, {})), "010F=M;");
 }
@@ -231,7 +231,7 @@ TEST(ExifForSave, LeavesOutWhatTellsHowAFileStoredItsPixels)
 TEST(ExifForSave, TakesABlockThatIsNoneForNone)
 {
     ImageBuffer aImage = aPattern(4, 4, 3);
-    aImage.objMetadata.aExif = {'X', 'X', 1, 2, 3, 4, 5, 6, 7, 8};
+    aImage.metadata.exif = {'X', 'X', 1, 2, 3, 4, 5, 6, 7, 8};
     EXPECT_TRUE(aExifForSave(aImage, {}).empty());
     EXPECT_EQ(sAsPillowReadsIt(aExifForSave(aImage, TitleOnly("T"))), "010D=T;");
 }
@@ -246,21 +246,21 @@ TEST(FinishLoaded, TurnsThePictureAndSetsTheOrientationToOne)
 {
     CameraExif objCamera;
     ImageBuffer aImage = aPattern(40, 30, 3);
-    aImage.dDotsPerInchX = 100;
-    aImage.dDotsPerInchY = 200;
-    aImage.objMetadata.aExif = objCamera.aMade();
+    aImage.dots_per_inch_x = 100;
+    aImage.dots_per_inch_y = 200;
+    aImage.metadata.exif = objCamera.aMade();
     const std::string sXmp = "<rdf:Description tiff:Orientation=\"6\"/>";
-    aImage.objMetadata.aXmp.assign(sXmp.begin(), sXmp.end());
+    aImage.metadata.xmp.assign(sXmp.begin(), sXmp.end());
 
     FinishLoaded(aImage);
 
-    EXPECT_EQ(aImage.lWidth, 30);
-    EXPECT_EQ(aImage.lHeight, 40);
-    EXPECT_EQ(aImage.dDotsPerInchX, 200);
-    EXPECT_EQ(nFirstDirectoryNumber(aImage.objMetadata.aExif, kTagOrientation), 1u);
-    const std::string sAfter(aImage.objMetadata.aXmp.begin(), aImage.objMetadata.aXmp.end());
+    EXPECT_EQ(aImage.width, 30);
+    EXPECT_EQ(aImage.height, 40);
+    EXPECT_EQ(aImage.dots_per_inch_x, 200);
+    EXPECT_EQ(nFirstDirectoryNumber(aImage.metadata.exif, kTagOrientation), 1u);
+    const std::string sAfter(aImage.metadata.xmp.begin(), aImage.metadata.xmp.end());
     EXPECT_EQ(sAfter, "<rdf:Description tiff:Orientation=\"1\"/>");
-    EXPECT_EQ(std::count(aImage.objMetadata.aExif.begin(), aImage.objMetadata.aExif.end(), 0xAB), 0);
+    EXPECT_EQ(std::count(aImage.metadata.exif.begin(), aImage.metadata.exif.end(), 0xAB), 0);
 }
 
 TEST(FinishLoaded, SurvivesEveryBlockThatIsCutOrChanged)
@@ -269,9 +269,9 @@ TEST(FinishLoaded, SurvivesEveryBlockThatIsCutOrChanged)
     const Block aGood = objCamera.aMade();
     const auto TakesIt = [](const Block& aExif) {
         ImageBuffer aImage = aPattern(3, 2, 3);
-        aImage.objMetadata.aExif = aExif;
+        aImage.metadata.exif = aExif;
         FinishLoaded(aImage);
-        EXPECT_EQ(aImage.aBytes.size(), 18u);
+        EXPECT_EQ(aImage.bytes.size(), 18u);
         const Block aSaved = aExifForSave(aImage, AllTexts());
         EXPECT_LE(aSaved.size(), aExif.size() + 1000);
         EXPECT_EQ(IfdReader(aSaved).nNextDirectory(IfdReader(aSaved).nFirstDirectory()), 0u);

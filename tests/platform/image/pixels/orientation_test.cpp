@@ -10,11 +10,11 @@ static ImageBuffer aTurnedSlowly(const ImageBuffer& aSource, int lOrientation)
 {
     const bool bQuarter = lOrientation >= 5;
     ImageBuffer aResult = aSource;
-    aResult.lWidth = bQuarter ? aSource.lHeight : aSource.lWidth;
-    aResult.lHeight = bQuarter ? aSource.lWidth : aSource.lHeight;
-    const int W = aSource.lWidth, H = aSource.lHeight, C = aSource.lChannels;
-    for (int y = 0; y < aResult.lHeight; ++y)
-        for (int x = 0; x < aResult.lWidth; ++x) {
+    aResult.width = bQuarter ? aSource.height : aSource.width;
+    aResult.height = bQuarter ? aSource.width : aSource.height;
+    const int W = aSource.width, H = aSource.height, C = aSource.channels;
+    for (int y = 0; y < aResult.height; ++y)
+        for (int x = 0; x < aResult.width; ++x) {
             int sx = bQuarter ? y : x;
             int sy = bQuarter ? x : y;
             if (lOrientation == 2 || lOrientation == 3 || lOrientation == 7 || lOrientation == 8)
@@ -22,8 +22,8 @@ static ImageBuffer aTurnedSlowly(const ImageBuffer& aSource, int lOrientation)
             if (lOrientation == 3 || lOrientation == 4 || lOrientation == 6 || lOrientation == 7)
                 sy = H - 1 - sy;
             for (int c = 0; c < C; ++c)
-                aResult.aBytes[static_cast<std::size_t>((y * aResult.lWidth + x) * C + c)] =
-                    aSource.aBytes[static_cast<std::size_t>((sy * W + sx) * C + c)];
+                aResult.bytes[static_cast<std::size_t>((y * aResult.width + x) * C + c)] =
+                    aSource.bytes[static_cast<std::size_t>((sy * W + sx) * C + c)];
         }
     return aResult;
 }
@@ -44,29 +44,29 @@ TEST(ApplyOrientation, MovesEveryPixelToItsPlaceForAllEightAndAllChannelCounts)
 TEST(ApplyOrientation, PutsTheFirstPixelWhereTheNumberSays)
 {
     ImageBuffer aImage;
-    aImage.lWidth = 3;
-    aImage.lHeight = 2;
-    aImage.lChannels = 1;
-    aImage.aBytes = {1, 2, 3, 4, 5, 6};
+    aImage.width = 3;
+    aImage.height = 2;
+    aImage.channels = 1;
+    aImage.bytes = {1, 2, 3, 4, 5, 6};
 
     ApplyOrientation(aImage, 6);
 
-    EXPECT_EQ(aImage.lWidth, 2);
-    EXPECT_EQ(aImage.lHeight, 3);
-    EXPECT_EQ(aImage.aBytes, (PixelBytes{4, 1, 5, 2, 6, 3}));
+    EXPECT_EQ(aImage.width, 2);
+    EXPECT_EQ(aImage.height, 3);
+    EXPECT_EQ(aImage.bytes, (PixelBytes{4, 1, 5, 2, 6, 3}));
 }
 
 TEST(ApplyOrientation, ExchangesTheResolutionsForQuarterTurnsOnly)
 {
     ImageBuffer aImage = aPattern(4, 4, 3);
-    aImage.dDotsPerInchX = 100;
-    aImage.dDotsPerInchY = 200;
+    aImage.dots_per_inch_x = 100;
+    aImage.dots_per_inch_y = 200;
 
     ApplyOrientation(aImage, 3);
-    EXPECT_EQ(aImage.dDotsPerInchX, 100);
+    EXPECT_EQ(aImage.dots_per_inch_x, 100);
     ApplyOrientation(aImage, 8);
-    EXPECT_EQ(aImage.dDotsPerInchX, 200);
-    EXPECT_EQ(aImage.dDotsPerInchY, 100);
+    EXPECT_EQ(aImage.dots_per_inch_x, 200);
+    EXPECT_EQ(aImage.dots_per_inch_y, 100);
 }
 
 TEST(ApplyOrientation, LeavesAPictureAloneForANumberThatIsNone)

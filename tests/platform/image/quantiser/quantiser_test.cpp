@@ -22,11 +22,11 @@ namespace
 ImageBuffer aFilled(std::int32_t lWidth, std::int32_t lHeight, const PaletteColour& aColour)
 {
     ImageBuffer aImage;
-    aImage.lWidth = lWidth;
-    aImage.lHeight = lHeight;
-    aImage.lChannels = 3;
+    aImage.width = lWidth;
+    aImage.height = lHeight;
+    aImage.channels = 3;
     for (std::int32_t i = 0; i < lWidth * lHeight; ++i)
-        aImage.aBytes.insert(aImage.aBytes.end(), aColour.begin(), aColour.end());
+        aImage.bytes.insert(aImage.bytes.end(), aColour.begin(), aColour.end());
     return aImage;
 }
 
@@ -36,7 +36,7 @@ void Fill(ImageBuffer& aImage, std::int32_t lLeft, std::int32_t lTop, std::int32
     for (std::int32_t y = lTop; y < lTop + lHeight; ++y)
         for (std::int32_t x = lLeft; x < lLeft + lWidth; ++x)
             std::copy(aColour.begin(), aColour.end(),
-                      aImage.aBytes.begin() + (y * aImage.lWidth + x) * aImage.lChannels);
+                      aImage.bytes.begin() + (y * aImage.width + x) * aImage.channels);
 }
 
 PaletteColour ColourAt(const IndexedImage& objImage, std::size_t nPixel)
@@ -46,19 +46,19 @@ PaletteColour ColourAt(const IndexedImage& objImage, std::size_t nPixel)
 
 ImageBuffer aShown(const ImageBuffer& aSource, const IndexedImage& objImage)
 {
-    ImageBuffer aResult = aFilled(aSource.lWidth, aSource.lHeight, {});
+    ImageBuffer aResult = aFilled(aSource.width, aSource.height, {});
     for (std::size_t i = 0; i < objImage.aIndexes.size(); ++i)
         for (std::size_t c = 0; c < 3; ++c)
-            aResult.aBytes[i * 3 + c] = ColourAt(objImage, i)[c];
+            aResult.bytes[i * 3 + c] = ColourAt(objImage, i)[c];
     return aResult;
 }
 
 double dPsnr(const ImageBuffer& aOne, const ImageBuffer& aOther)
 {
     double dSum = 0;
-    for (std::size_t i = 0; i < aOne.aBytes.size(); ++i)
-        dSum += std::pow(aOne.aBytes[i] - aOther.aBytes[i], 2);
-    return 10 * std::log10(255 * 255 / (dSum / static_cast<double>(aOne.aBytes.size())));
+    for (std::size_t i = 0; i < aOne.bytes.size(); ++i)
+        dSum += std::pow(aOne.bytes[i] - aOther.bytes[i], 2);
+    return 10 * std::log10(255 * 255 / (dSum / static_cast<double>(aOne.bytes.size())));
 }
 
 // The mean of channel c over a square of the picture.
@@ -68,7 +68,7 @@ double dMean(const ImageBuffer& aImage, std::int32_t lLeft, std::int32_t lTop, s
     double dSum = 0;
     for (std::int32_t y = lTop; y < lTop + lSide; ++y)
         for (std::int32_t x = lLeft; x < lLeft + lSide; ++x)
-            dSum += aImage.aBytes[static_cast<std::size_t>((y * aImage.lWidth + x) * 3 + c)];
+            dSum += aImage.bytes[static_cast<std::size_t>((y * aImage.width + x) * 3 + c)];
     return dSum / lSide / lSide;
 }
 }  // namespace
@@ -77,11 +77,11 @@ TEST(ExactColours, GivesUpAtThe257thColour)
 {
     ImageBuffer aImage = aFilled(257, 1, {});
     for (std::size_t i = 0; i < 256; ++i)
-        aImage.aBytes[i * 3] = static_cast<std::uint8_t>(i);
+        aImage.bytes[i * 3] = static_cast<std::uint8_t>(i);
     ASSERT_TRUE(objExact(aImage));
     EXPECT_EQ(objExact(aImage)->aPalette.size(), 256u);
 
-    aImage.aBytes[256 * 3 + 1] = 1;
+    aImage.bytes[256 * 3 + 1] = 1;
 
     EXPECT_FALSE(objExact(aImage));
 }
@@ -89,10 +89,10 @@ TEST(ExactColours, GivesUpAtThe257thColour)
 TEST(ExactColours, CountsTransparencyAsOneColourWhateverLiesBelow)
 {
     ImageBuffer aImage;
-    aImage.lWidth = 3;
-    aImage.lHeight = 1;
-    aImage.lChannels = 4;
-    aImage.aBytes = {1, 2, 3, 255, 4, 5, 6, 127, 7, 8, 9, 0};
+    aImage.width = 3;
+    aImage.height = 1;
+    aImage.channels = 4;
+    aImage.bytes = {1, 2, 3, 255, 4, 5, 6, 127, 7, 8, 9, 0};
 
     const auto objImage = objExact(aImage);
 
@@ -148,15 +148,15 @@ TEST(FittedPalette, PutsTheFlatColoursFirstAsTheyAre)
 TEST(FittedPalette, DoesNotCountTransparentPixels)
 {
     ImageBuffer aImage = aPattern(64, 64, 4);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 4) {
-        aImage.aBytes[i + 3] = i % 8 == 0 ? 127 : 128;
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4) {
+        aImage.bytes[i + 3] = i % 8 == 0 ? 127 : 128;
         if (i % 8 != 0)
-            std::fill_n(&aImage.aBytes[i], 3, std::uint8_t{77});
+            std::fill_n(&aImage.bytes[i], 3, std::uint8_t{77});
     }
 
     EXPECT_EQ(aFittedPalette(aImage, {}, 256), (std::vector<PaletteColour>{{77, 77, 77}}));
-    for (std::size_t i = 3; i < aImage.aBytes.size(); i += 4)
-        aImage.aBytes[i] = 0;
+    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
+        aImage.bytes[i] = 0;
     EXPECT_TRUE(aFittedPalette(aImage, {}, 256).empty());
 }
 
@@ -245,21 +245,21 @@ TEST(Dithering, TakesPicturesOfAnySize)
         for (const std::int32_t lWidth : {1, 2, 33}) {
             const ImageBuffer aImage = aFilled(lWidth, lHeight, {200, 0, 0});
             const std::vector<PaletteColour> aColours = {{0, 0, 200}, {200, 0, 0}};
-            EXPECT_EQ(aDithered(aImage, aColours, -1), PixelBytes(aImage.aBytes.size() / 3, 1));
+            EXPECT_EQ(aDithered(aImage, aColours, -1), PixelBytes(aImage.bytes.size() / 3, 1));
         }
 }
 
 TEST(Dithering, PassesNoErrorIntoTransparentPixelsNorOutOfThem)
 {
     ImageBuffer aImage;
-    aImage.lWidth = 40;
-    aImage.lHeight = 40;
-    aImage.lChannels = 4;
+    aImage.width = 40;
+    aImage.height = 40;
+    aImage.channels = 4;
     for (int i = 0; i < 1600; ++i) {
         const bool bOpaque = i % 2 == 0;
         const auto nGrey = static_cast<std::uint8_t>(bOpaque ? 8 : 255);
-        aImage.aBytes.insert(aImage.aBytes.end(),
-                             {nGrey, nGrey, nGrey, static_cast<std::uint8_t>(bOpaque ? 255 : 0)});
+        aImage.bytes.insert(aImage.bytes.end(),
+                            {nGrey, nGrey, nGrey, static_cast<std::uint8_t>(bOpaque ? 255 : 0)});
     }
     const std::vector<PaletteColour> aColours = {{8, 8, 8}, {255, 255, 255}};
 

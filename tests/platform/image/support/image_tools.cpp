@@ -75,9 +75,9 @@ std::string sPython(const std::string& sProgram, const std::string& sArguments)
 ImageBuffer aPattern(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
 {
     ImageBuffer aImage;
-    aImage.lWidth = lWidth;
-    aImage.lHeight = lHeight;
-    aImage.lChannels = lChannels;
+    aImage.width = lWidth;
+    aImage.height = lHeight;
+    aImage.channels = lChannels;
     for (std::int32_t y = 0; y < lHeight; ++y)
         for (std::int32_t x = 0; x < lWidth; ++x)
             for (std::int32_t c = 0; c < lChannels; ++c) {
@@ -85,7 +85,7 @@ ImageBuffer aPattern(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lCh
                                             : c == 1 ? y * 255 / lHeight
                                                      : (x + y) * 255 / (lWidth + lHeight);
                 const bool bInBox = x > lWidth / 4 && x < lWidth / 2 && y > lHeight / 3 && y < lHeight / 2;
-                aImage.aBytes.push_back(static_cast<std::uint8_t>(bInBox && c < 3 ? 230 - 80 * c : lSlope));
+                aImage.bytes.push_back(static_cast<std::uint8_t>(bInBox && c < 3 ? 230 - 80 * c : lSlope));
             }
     return aImage;
 }
@@ -98,30 +98,30 @@ std::optional<ImageBuffer> aReadPnm(const std::string& sPath)
     std::string sMagic;
     ImageBuffer aImage;
     int lMost = 0;
-    objHead >> sMagic >> aImage.lWidth >> aImage.lHeight >> lMost;
+    objHead >> sMagic >> aImage.width >> aImage.height >> lMost;
     if ((sMagic != "P5" && sMagic != "P6") || lMost != 255)
         return std::nullopt;
-    aImage.lChannels = sMagic == "P5" ? 1 : 3;
+    aImage.channels = sMagic == "P5" ? 1 : 3;
     const long lStart = static_cast<long>(objHead.tellg()) + 1;
-    const long lSize = static_cast<long>(aImage.lWidth) * aImage.lHeight * aImage.lChannels;
+    const long lSize = static_cast<long>(aImage.width) * aImage.height * aImage.channels;
     if (std::ssize(aFile) < lStart + lSize)
         return std::nullopt;
-    aImage.aBytes.assign(aFile.begin() + lStart, aFile.begin() + lStart + lSize);
-    if (aImage.lChannels == 3)
-        for (std::size_t i = 0; i + 2 < aImage.aBytes.size(); i += 3)
-            std::swap(aImage.aBytes[i], aImage.aBytes[i + 2]);
+    aImage.bytes.assign(aFile.begin() + lStart, aFile.begin() + lStart + lSize);
+    if (aImage.channels == 3)
+        for (std::size_t i = 0; i + 2 < aImage.bytes.size(); i += 3)
+            std::swap(aImage.bytes[i], aImage.bytes[i + 2]);
     return aImage;
 }
 
 void WritePnm(const std::string& sPath, const ImageBuffer& aImage)
 {
-    const std::string sHead = std::string(aImage.lChannels == 1 ? "P5 " : "P6 ") +
-                              std::to_string(aImage.lWidth) + " " + std::to_string(aImage.lHeight) + " 255\n";
+    const std::string sHead = std::string(aImage.channels == 1 ? "P5 " : "P6 ") +
+                              std::to_string(aImage.width) + " " + std::to_string(aImage.height) + " 255\n";
     std::vector<std::uint8_t> aFile(sHead.begin(), sHead.end());
-    const auto nStep = static_cast<std::size_t>(aImage.lChannels);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += nStep)
+    const auto nStep = static_cast<std::size_t>(aImage.channels);
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += nStep)
         for (std::size_t c = std::min<std::size_t>(nStep, 3); c-- > 0;)
-            aFile.push_back(aImage.aBytes[i + c]);
+            aFile.push_back(aImage.bytes[i + c]);
     WriteFileContent(sPath, aFile);
 }
 
@@ -147,16 +147,15 @@ std::vector<std::uint8_t> aEncoded(const Codec& objCodec, const ImageBuffer& aIm
 
 Difference objDifference(const ImageBuffer& aOne, const ImageBuffer& aOther)
 {
-    if (aOne.lWidth != aOther.lWidth || aOne.lHeight != aOther.lHeight ||
-        aOne.lChannels != aOther.lChannels || aOne.aBytes.size() != aOther.aBytes.size() ||
-        aOne.aBytes.empty())
+    if (aOne.width != aOther.width || aOne.height != aOther.height || aOne.channels != aOther.channels ||
+        aOne.bytes.size() != aOther.bytes.size() || aOne.bytes.empty())
         return {};
     Difference objResult{0, 0};
-    for (std::size_t i = 0; i < aOne.aBytes.size(); ++i) {
-        const int lDifference = std::abs(aOne.aBytes[i] - aOther.aBytes[i]);
+    for (std::size_t i = 0; i < aOne.bytes.size(); ++i) {
+        const int lDifference = std::abs(aOne.bytes[i] - aOther.bytes[i]);
         objResult.lGreatest = std::max(objResult.lGreatest, lDifference);
         objResult.dMean += lDifference;
     }
-    objResult.dMean /= static_cast<double>(aOne.aBytes.size());
+    objResult.dMean /= static_cast<double>(aOne.bytes.size());
     return objResult;
 }

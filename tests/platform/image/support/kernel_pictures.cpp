@@ -7,11 +7,11 @@
 static ImageBuffer aEmpty(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
 {
     ImageBuffer aImage;
-    aImage.lWidth = lWidth;
-    aImage.lHeight = lHeight;
-    aImage.lChannels = lChannels;
-    aImage.aBytes.resize(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight) *
-                         static_cast<std::size_t>(lChannels));
+    aImage.width = lWidth;
+    aImage.height = lHeight;
+    aImage.channels = lChannels;
+    aImage.bytes.resize(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight) *
+                        static_cast<std::size_t>(lChannels));
     return aImage;
 }
 
@@ -20,12 +20,12 @@ ImageBuffer aRandomPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32
 {
     ImageBuffer aImage = aEmpty(lWidth, lHeight, lChannels);
     std::uint32_t nState = nStart * 2654435761U + 12345;
-    for (auto& nByte : aImage.aBytes) {
+    for (auto& nByte : aImage.bytes) {
         nState = nState * 1664525U + 1013904223U;
         nByte = static_cast<std::uint8_t>(nState >> 24);
     }
-    for (std::size_t i = 3; lChannels == 4 && i < aImage.aBytes.size(); i += 4)
-        aImage.aBytes[i] = std::max<std::uint8_t>(aImage.aBytes[i], 1);
+    for (std::size_t i = 3; lChannels == 4 && i < aImage.bytes.size(); i += 4)
+        aImage.bytes[i] = std::max<std::uint8_t>(aImage.bytes[i], 1);
     return aImage;
 }
 
@@ -33,22 +33,22 @@ ImageBuffer aRandomOpaque(std::int32_t lWidth, std::int32_t lHeight, std::int32_
                           std::uint32_t nStart)
 {
     ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels, nStart);
-    for (std::size_t i = 3; lChannels == 4 && i < aImage.aBytes.size(); i += 4)
-        aImage.aBytes[i] = 255;
+    for (std::size_t i = 3; lChannels == 4 && i < aImage.bytes.size(); i += 4)
+        aImage.bytes[i] = 255;
     return aImage;
 }
 
 ImageBuffer aPlain(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels, std::uint8_t nValue)
 {
     ImageBuffer aImage = aEmpty(lWidth, lHeight, lChannels);
-    std::fill(aImage.aBytes.begin(), aImage.aBytes.end(), nValue);
+    std::fill(aImage.bytes.begin(), aImage.bytes.end(), nValue);
     return aImage;
 }
 
 ImageBuffer aGreyOf(std::int32_t lWidth, std::int32_t lHeight, std::initializer_list<int> aLevels)
 {
     ImageBuffer aImage = aPlain(lWidth, lHeight, 1, 0);
-    std::transform(aLevels.begin(), aLevels.end(), aImage.aBytes.begin(),
+    std::transform(aLevels.begin(), aLevels.end(), aImage.bytes.begin(),
                    [](int n) { return static_cast<std::uint8_t>(n); });
     return aImage;
 }
@@ -57,55 +57,55 @@ ImageBuffer aPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lCh
                      std::initializer_list<std::uint8_t> aBytes)
 {
     ImageBuffer aImage;
-    aImage.lWidth = lWidth;
-    aImage.lHeight = lHeight;
-    aImage.lChannels = lChannels;
-    aImage.aBytes = aBytes;
+    aImage.width = lWidth;
+    aImage.height = lHeight;
+    aImage.channels = lChannels;
+    aImage.bytes = aBytes;
     return aImage;
 }
 
 ImageBuffer aWidened(const ImageBuffer& aGrey)
 {
-    ImageBuffer aWide = aPicture(aGrey.lWidth, aGrey.lHeight, 3, {});
-    for (const std::uint8_t n : aGrey.aBytes)
-        aWide.aBytes.insert(aWide.aBytes.end(), {n, n, n});
+    ImageBuffer aWide = aPicture(aGrey.width, aGrey.height, 3, {});
+    for (const std::uint8_t n : aGrey.bytes)
+        aWide.bytes.insert(aWide.bytes.end(), {n, n, n});
     return aWide;
 }
 
 int nValueAt(const ImageBuffer& aImage, std::int32_t x, std::int32_t y, std::int32_t lChannel)
 {
-    x = std::clamp(x, 0, aImage.lWidth - 1);
-    y = std::clamp(y, 0, aImage.lHeight - 1);
-    return aImage.aBytes[static_cast<std::size_t>(
-        (static_cast<std::int64_t>(y) * aImage.lWidth + x) * aImage.lChannels + lChannel)];
+    x = std::clamp(x, 0, aImage.width - 1);
+    y = std::clamp(y, 0, aImage.height - 1);
+    return aImage.bytes[static_cast<std::size_t>(
+        (static_cast<std::int64_t>(y) * aImage.width + x) * aImage.channels + lChannel)];
 }
 
 std::vector<int> aBytesOf(const ImageBuffer& aImage)
 {
-    return {aImage.aBytes.begin(), aImage.aBytes.end()};
+    return {aImage.bytes.begin(), aImage.bytes.end()};
 }
 
 bool bEqual(const ImageBuffer& aOne, const ImageBuffer& aOther)
 {
-    return aOne.lWidth == aOther.lWidth && aOne.lHeight == aOther.lHeight &&
-           aOne.lChannels == aOther.lChannels && aOne.aBytes == aOther.aBytes;
+    return aOne.width == aOther.width && aOne.height == aOther.height && aOne.channels == aOther.channels &&
+           aOne.bytes == aOther.bytes;
 }
 
 bool bSameAlpha(const ImageBuffer& aOne, const ImageBuffer& aOther)
 {
-    for (std::size_t i = 3; aOne.lChannels == 4 && i < aOne.aBytes.size(); i += 4)
-        if (aOne.aBytes[i] != aOther.aBytes[i])
+    for (std::size_t i = 3; aOne.channels == 4 && i < aOne.bytes.size(); i += 4)
+        if (aOne.bytes[i] != aOther.bytes[i])
             return false;
-    return aOne.lWidth == aOther.lWidth && aOne.lHeight == aOther.lHeight &&
-           aOne.lChannels == aOther.lChannels && aOne.aBytes.size() == aOther.aBytes.size();
+    return aOne.width == aOther.width && aOne.height == aOther.height && aOne.channels == aOther.channels &&
+           aOne.bytes.size() == aOther.bytes.size();
 }
 
 bool bSound(const ImageBuffer& aImage)
 {
-    return aImage.lWidth > 0 && aImage.lHeight > 0 &&
-           aImage.aBytes.size() == static_cast<std::size_t>(aImage.lWidth) *
-                                       static_cast<std::size_t>(aImage.lHeight) *
-                                       static_cast<std::size_t>(aImage.lChannels);
+    return aImage.width > 0 && aImage.height > 0 &&
+           aImage.bytes.size() == static_cast<std::size_t>(aImage.width) *
+                                      static_cast<std::size_t>(aImage.height) *
+                                      static_cast<std::size_t>(aImage.channels);
 }
 
 std::vector<PictureShape> aShapes()

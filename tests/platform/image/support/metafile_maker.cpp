@@ -305,13 +305,13 @@ ImageBuffer aPlayed(const WmfMaker& objMaker)
 
 std::uint32_t nColorAt(const ImageBuffer& aImage, std::int32_t x, std::int32_t y)
 {
-    if (x < 0 || y < 0 || x >= aImage.lWidth || y >= aImage.lHeight)
+    if (x < 0 || y < 0 || x >= aImage.width || y >= aImage.height)
         return 0xBAD00BAD;
-    const auto lChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto lChannels = static_cast<std::size_t>(aImage.channels);
     const std::uint8_t* pPixel =
-        aImage.aBytes.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(aImage.lWidth) +
-                                static_cast<std::size_t>(x)) *
-                                   lChannels;
+        aImage.bytes.data() +
+        (static_cast<std::size_t>(y) * static_cast<std::size_t>(aImage.width) + static_cast<std::size_t>(x)) *
+            lChannels;
     if (lChannels == 1)
         return pPixel[0] * 0x10101u;
     return static_cast<std::uint32_t>(pPixel[0]) << 16 | static_cast<std::uint32_t>(pPixel[1]) << 8 |
@@ -329,9 +329,9 @@ int nCountOf(const ImageBuffer& aImage, std::uint32_t nColor, std::array<std::in
 
 std::array<std::int32_t, 4> aInk(const ImageBuffer& aImage)
 {
-    std::array<std::int32_t, 4> aBox{aImage.lWidth, aImage.lHeight, 0, 0};
-    for (std::int32_t y = 0; y < aImage.lHeight; ++y)
-        for (std::int32_t x = 0; x < aImage.lWidth; ++x)
+    std::array<std::int32_t, 4> aBox{aImage.width, aImage.height, 0, 0};
+    for (std::int32_t y = 0; y < aImage.height; ++y)
+        for (std::int32_t x = 0; x < aImage.width; ++x)
             if (nColorAt(aImage, x, y) != kWhite)
                 aBox = {std::min(aBox[0], x), std::min(aBox[1], y), std::max(aBox[2], x + 1),
                         std::max(aBox[3], y + 1)};

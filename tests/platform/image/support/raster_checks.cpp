@@ -21,18 +21,18 @@ std::optional<ImageBuffer> aReadPam(const std::string& sPath)
     ImageBuffer aImage;
     for (std::string sName, sValue; objHead >> sName >> sValue;) {
         if (sName == "WIDTH")
-            aImage.lWidth = std::stoi(sValue);
+            aImage.width = std::stoi(sValue);
         if (sName == "HEIGHT")
-            aImage.lHeight = std::stoi(sValue);
+            aImage.height = std::stoi(sValue);
         if (sName == "DEPTH")
-            aImage.lChannels = std::stoi(sValue);
+            aImage.channels = std::stoi(sValue);
     }
-    aImage.aBytes.assign(aFile.begin() + static_cast<std::ptrdiff_t>(nEnd + sEnd.size()), aFile.end());
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    for (std::size_t i = 0; nChannels >= 3 && i + nChannels <= aImage.aBytes.size(); i += nChannels)
-        std::swap(aImage.aBytes[i], aImage.aBytes[i + 2]);
-    if (aImage.aBytes.size() !=
-        static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight) * nChannels)
+    aImage.bytes.assign(aFile.begin() + static_cast<std::ptrdiff_t>(nEnd + sEnd.size()), aFile.end());
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    for (std::size_t i = 0; nChannels >= 3 && i + nChannels <= aImage.bytes.size(); i += nChannels)
+        std::swap(aImage.bytes[i], aImage.bytes[i + 2]);
+    if (aImage.bytes.size() !=
+        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height) * nChannels)
         return std::nullopt;
     return aImage;
 }
@@ -40,11 +40,11 @@ std::optional<ImageBuffer> aReadPam(const std::string& sPath)
 std::vector<std::uint8_t> aBgraOf(const ImageBuffer& aImage)
 {
     std::vector<std::uint8_t> aResult;
-    const auto nStep = static_cast<std::size_t>(aImage.lChannels);
-    for (std::size_t i = 0; i + nStep <= aImage.aBytes.size(); i += nStep) {
+    const auto nStep = static_cast<std::size_t>(aImage.channels);
+    for (std::size_t i = 0; i + nStep <= aImage.bytes.size(); i += nStep) {
         for (std::size_t c = 0; c < 3; ++c)
-            aResult.push_back(aImage.aBytes[i + (nStep == 1 ? 0 : c)]);
-        aResult.push_back(nStep == 4 ? aImage.aBytes[i + 3] : 255);
+            aResult.push_back(aImage.bytes[i + (nStep == 1 ? 0 : c)]);
+        aResult.push_back(nStep == 4 ? aImage.bytes[i + 3] : 255);
     }
     return aResult;
 }
@@ -92,12 +92,12 @@ std::vector<std::uint8_t> aBgraByPillow(const std::string& sPath)
 ImageBuffer aNoise(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels, std::uint32_t nSeed)
 {
     ImageBuffer aImage;
-    aImage.lWidth = lWidth;
-    aImage.lHeight = lHeight;
-    aImage.lChannels = lChannels;
-    aImage.aBytes.resize(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight) *
-                         static_cast<std::size_t>(lChannels));
-    for (std::uint8_t& nByte : aImage.aBytes) {
+    aImage.width = lWidth;
+    aImage.height = lHeight;
+    aImage.channels = lChannels;
+    aImage.bytes.resize(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight) *
+                        static_cast<std::size_t>(lChannels));
+    for (std::uint8_t& nByte : aImage.bytes) {
         nSeed = nSeed * 1664525 + 1013904223;
         nByte = static_cast<std::uint8_t>(nSeed >> 24);
     }
@@ -118,12 +118,12 @@ static void DecodeAll(const Codec& objCodec, Bytes aFile)
         ImageBuffer aImage;
         if (!pDecoder->DecodeFrame(lFrame, aImage))
             continue;
-        ASSERT_TRUE(aImage.lChannels == 1 || aImage.lChannels == 3 || aImage.lChannels == 4);
-        ASSERT_GT(aImage.lWidth, 0);
-        ASSERT_GT(aImage.lHeight, 0);
-        ASSERT_EQ(aImage.aBytes.size(), static_cast<std::size_t>(aImage.lWidth) *
-                                            static_cast<std::size_t>(aImage.lHeight) *
-                                            static_cast<std::size_t>(aImage.lChannels));
+        ASSERT_TRUE(aImage.channels == 1 || aImage.channels == 3 || aImage.channels == 4);
+        ASSERT_GT(aImage.width, 0);
+        ASSERT_GT(aImage.height, 0);
+        ASSERT_EQ(aImage.bytes.size(), static_cast<std::size_t>(aImage.width) *
+                                           static_cast<std::size_t>(aImage.height) *
+                                           static_cast<std::size_t>(aImage.channels));
     }
 }
 

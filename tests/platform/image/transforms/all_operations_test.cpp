@@ -59,9 +59,9 @@ TEST(AllOperations, TakeEveryByte)
 static ImageBuffer aPartlyHidden(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
 {
     ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels);
-    aImage.aIccProfile = {1, 2, 3};
-    for (std::size_t i = 3; lChannels == 4 && i < aImage.aBytes.size(); i += 28)
-        aImage.aBytes[i] = 0;
+    aImage.icc_profile = {1, 2, 3};
+    for (std::size_t i = 3; lChannels == 4 && i < aImage.bytes.size(); i += 28)
+        aImage.bytes[i] = 0;
     return aImage;
 }
 
@@ -80,7 +80,7 @@ static void ExpectSafety(const NamedOperation& obj, const ImageBuffer& aBefore)
             bFailed = FailingMemory::bHasFailed();
         }
         ASSERT_TRUE(bEqual(aImage, bDone ? aExpected : aBefore)) << obj.sName << " after " << nBefore;
-        ASSERT_TRUE(bDone || aImage.aIccProfile == aBefore.aIccProfile) << obj.sName << " after " << nBefore;
+        ASSERT_TRUE(bDone || aImage.icc_profile == aBefore.icc_profile) << obj.sName << " after " << nBefore;
         ASSERT_TRUE(bDone || bFailed) << obj.sName;
         if (!bFailed)
             return;
@@ -114,9 +114,9 @@ TEST(AllOperations, DontShowTheColoursBehindTransparentPixels)
 {
     const ImageBuffer aOne = aPartlyHidden(37, 23, 4);
     ImageBuffer aOther = aOne;
-    for (std::size_t i = 3; i < aOther.aBytes.size(); i += 28)
+    for (std::size_t i = 3; i < aOther.bytes.size(); i += 28)
         for (std::size_t c = 1; c <= 3; ++c)
-            aOther.aBytes[i - c] = static_cast<std::uint8_t>(aOther.aBytes[i - c] + 100);
+            aOther.bytes[i - c] = static_cast<std::uint8_t>(aOther.bytes[i - c] + 100);
 
     for (const NamedOperation& obj : aAllOperations(kTelling)) {
         if (obj.sName == "AddNoise")
@@ -124,9 +124,9 @@ TEST(AllOperations, DontShowTheColoursBehindTransparentPixels)
         ImageBuffer aFirst = aOne, aSecond = aOther;
         ASSERT_TRUE(bApply(obj, aFirst) && bApply(obj, aSecond));
         ASSERT_TRUE(bSameAlpha(aFirst, aSecond)) << obj.sName;
-        for (std::size_t i = 0; i < aFirst.aBytes.size(); i += 4) {
-            const bool bSame = std::equal(&aFirst.aBytes[i], &aFirst.aBytes[i] + 4, &aSecond.aBytes[i]);
-            ASSERT_TRUE(bSame || aFirst.aBytes[i + 3] == 0) << obj.sName << " at " << i / 4;
+        for (std::size_t i = 0; i < aFirst.bytes.size(); i += 4) {
+            const bool bSame = std::equal(&aFirst.bytes[i], &aFirst.bytes[i] + 4, &aSecond.bytes[i]);
+            ASSERT_TRUE(bSame || aFirst.bytes[i + 3] == 0) << obj.sName << " at " << i / 4;
         }
     }
 }
@@ -145,8 +145,8 @@ TEST(AllOperations, DoTheSameWithoutVectorInstructions)
                 EXPECT_EQ(bApply(obj, aPlain), bDone) << obj.sName;
                 transforms::DoWithoutAvx2(false);
                 ASSERT_TRUE(bSameAlpha(aQuick, aPlain)) << obj.sName;
-                for (std::size_t i = 0; i < aQuick.aBytes.size(); ++i)
-                    ASSERT_NEAR(aQuick.aBytes[i], aPlain.aBytes[i], 1) << obj.sName << " at " << i;
+                for (std::size_t i = 0; i < aQuick.bytes.size(); ++i)
+                    ASSERT_NEAR(aQuick.bytes[i], aPlain.bytes[i], 1) << obj.sName << " at " << i;
             }
         }
     }
@@ -155,14 +155,14 @@ TEST(AllOperations, DoTheSameWithoutVectorInstructions)
 TEST(AllOperations, KeepAWhollyTransparentPictureTransparent)
 {
     ImageBuffer aBefore = aRandomPicture(12, 9, 4);
-    for (std::size_t i = 3; i < aBefore.aBytes.size(); i += 4)
-        aBefore.aBytes[i] = 0;
+    for (std::size_t i = 3; i < aBefore.bytes.size(); i += 4)
+        aBefore.bytes[i] = 0;
     for (const NamedOperation& obj : aAllOperations({20, 5, 3, 4, 90, false})) {
         if (obj.sName == "Rotate" || obj.sName == "Shift")
             continue;  // their background is opaque
         ImageBuffer aImage = aBefore;
         ASSERT_TRUE(bApply(obj, aImage)) << obj.sName;
-        for (std::size_t i = 3; i < aImage.aBytes.size(); i += 4)
-            ASSERT_EQ(aImage.aBytes[i], 0) << obj.sName;
+        for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
+            ASSERT_EQ(aImage.bytes[i], 0) << obj.sName;
     }
 }

@@ -71,7 +71,7 @@ TEST(ColourOperations, GiveAGreyPictureTheIntensityOfItsColouredTwin)
         ImageBuffer aGrey = aRandomPicture(33, 17, 1);
         ImageBuffer aColour = aWidened(aGrey);
         ASSERT_TRUE(obj.fnApply(aGrey) && obj.fnApply(aColour) && Intensity(aColour));
-        EXPECT_EQ(aWidened(aGrey).aBytes, aColour.aBytes) << obj.sName;
+        EXPECT_EQ(aWidened(aGrey).bytes, aColour.bytes) << obj.sName;
     }
 }
 
@@ -80,13 +80,13 @@ TEST(ColourOperations, GiveALargePictureInBandsWhatASmallOneGets)
     // Every row is the same, so every band must come out as one row alone does.
     for (const Operation& obj : aOperations(0.4, 90)) {
         ImageBuffer aRow = aRandomPicture(601, 1, 3), aLarge = aRow;
-        aLarge.lHeight = 600;
-        while (aLarge.aBytes.size() < 601 * 600 * 3)
-            aLarge.aBytes.insert(aLarge.aBytes.end(), aRow.aBytes.begin(), aRow.aBytes.end());
+        aLarge.height = 600;
+        while (aLarge.bytes.size() < 601 * 600 * 3)
+            aLarge.bytes.insert(aLarge.bytes.end(), aRow.bytes.begin(), aRow.bytes.end());
         ASSERT_TRUE(obj.fnApply(aRow) && obj.fnApply(aLarge));
         for (std::size_t y = 0; y < 600; ++y)
-            ASSERT_TRUE(std::equal(aRow.aBytes.begin(), aRow.aBytes.end(),
-                                   aLarge.aBytes.begin() + static_cast<std::ptrdiff_t>(y * 601 * 3)))
+            ASSERT_TRUE(std::equal(aRow.bytes.begin(), aRow.bytes.end(),
+                                   aLarge.bytes.begin() + static_cast<std::ptrdiff_t>(y * 601 * 3)))
                 << obj.sName << " " << y;
     }
 }
@@ -100,13 +100,13 @@ RC_GTEST_PROP(ColourOperations, TreatEveryPixelAlikeWhereverItStands, (std::uint
     const ImageBuffer aBefore = aRandomPicture(lWidth, 3, lChannels, nSeed);
     ImageBuffer aTurned = aBefore;
     const auto n = static_cast<std::size_t>(lChannels);
-    for (std::size_t i = 0; i < aBefore.aBytes.size(); ++i)
-        aTurned.aBytes[aBefore.aBytes.size() - n - i / n * n + i % n] = aBefore.aBytes[i];
+    for (std::size_t i = 0; i < aBefore.bytes.size(); ++i)
+        aTurned.bytes[aBefore.bytes.size() - n - i / n * n + i % n] = aBefore.bytes[i];
 
     for (const Operation& obj : aOperations(d, l)) {
         ImageBuffer aOne = aBefore, aOther = aTurned;
         RC_ASSERT(obj.fnApply(aOne) && obj.fnApply(aOther));
-        for (std::size_t i = 0; i < aBefore.aBytes.size(); ++i)
-            RC_ASSERT(aOther.aBytes[aBefore.aBytes.size() - n - i / n * n + i % n] == aOne.aBytes[i]);
+        for (std::size_t i = 0; i < aBefore.bytes.size(); ++i)
+            RC_ASSERT(aOther.bytes[aBefore.bytes.size() - n - i / n * n + i % n] == aOne.bytes[i]);
     }
 }

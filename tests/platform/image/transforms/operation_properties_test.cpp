@@ -57,7 +57,7 @@ RC_GTEST_PROP(Operations, ChangeNothingByNeutralValues, ())
         {"Erosion", [](auto& t) { return t.Erosion(0, 0, true); }},
         {"Halftones", [](auto& t) { return t.Halftones(4, 0); }},
         {"Rotate", [=](auto& t) { return t.Rotate(dTurn, lAny); }},
-        {"Resize", [&](auto& t) { return t.Resize(aImage.lWidth, aImage.lHeight, lAny, lAny); }},
+        {"Resize", [&](auto& t) { return t.Resize(aImage.width, aImage.height, lAny, lAny); }},
         {"Shift", [=](auto& t) { return t.Shift(0, 0, lAny); }},
         {"Perspective", [](auto& t) { return t.Perspective(true, 0); }},
         {"Skew", [](auto& t) { return t.Skew(false, 0); }},
@@ -169,9 +169,9 @@ RC_GTEST_PROP(Operations, OfTheLeastAndGreatestEncloseEveryValue, ())
     const ImageBuffer aGreatest = aAfter(aImage, [=](auto& t) { return t.FilterMaximal(lSize); });
     const ImageBuffer aWorn = aAfter(aImage, [](auto& t) { return t.Erosion(255, 0, true); });
     const ImageBuffer aGrown = aAfter(aImage, [](auto& t) { return t.Dilation(255, 0, true); });
-    for (std::size_t i = 0; i < aImage.aBytes.size(); ++i) {
-        RC_ASSERT(aLeast.aBytes[i] <= aImage.aBytes[i] && aImage.aBytes[i] <= aGreatest.aBytes[i]);
-        RC_ASSERT(aWorn.aBytes[i] <= aImage.aBytes[i] && aImage.aBytes[i] <= aGrown.aBytes[i]);
+    for (std::size_t i = 0; i < aImage.bytes.size(); ++i) {
+        RC_ASSERT(aLeast.bytes[i] <= aImage.bytes[i] && aImage.bytes[i] <= aGreatest.bytes[i]);
+        RC_ASSERT(aWorn.bytes[i] <= aImage.bytes[i] && aImage.bytes[i] <= aGrown.bytes[i]);
     }
 }
 
@@ -181,26 +181,26 @@ RC_GTEST_PROP(Operations, HaveTheSizesThatTheySay, ())
     const std::int32_t lWidth = *rc::gen::inRange(-5, 90), lHeight = *rc::gen::inRange(-5, 90);
     const std::int32_t lKind = *rc::gen::inRange(-1, 4);
     const ImageBuffer aResized = aAfter(aImage, [=](auto& t) { return t.Resize(lWidth, lHeight, lKind, 0); });
-    RC_ASSERT(aResized.lWidth == std::max(lWidth, 1) && aResized.lHeight == std::max(lHeight, 1));
-    RC_ASSERT(aResized.lChannels == aImage.lChannels);
+    RC_ASSERT(aResized.width == std::max(lWidth, 1) && aResized.height == std::max(lHeight, 1));
+    RC_ASSERT(aResized.channels == aImage.channels);
 
     const double dAngle = *rc::gen::inRange(1, 90);
     const double dCos = std::cos(dAngle * 3.14159265358979323846 / 180);
     const double dSin = std::sin(dAngle * 3.14159265358979323846 / 180);
     const ImageBuffer aTurned = aAfter(aImage, [=](auto& t) { return t.Rotate(dAngle, 0); });
-    RC_ASSERT(std::fabs(aTurned.lWidth - aImage.lWidth * dCos - aImage.lHeight * dSin) < 1);
-    RC_ASSERT(std::fabs(aTurned.lHeight - aImage.lWidth * dSin - aImage.lHeight * dCos) < 1);
+    RC_ASSERT(std::fabs(aTurned.width - aImage.width * dCos - aImage.height * dSin) < 1);
+    RC_ASSERT(std::fabs(aTurned.height - aImage.width * dSin - aImage.height * dCos) < 1);
 
     const ImageBuffer aSkewed = aAfter(aImage, [=](auto& t) { return t.Skew(false, dAngle); });
-    RC_ASSERT(aSkewed.lHeight == aImage.lHeight && aSkewed.lWidth >= aImage.lWidth);
+    RC_ASSERT(aSkewed.height == aImage.height && aSkewed.width >= aImage.width);
     const ImageBuffer aCropped = aAfter(aImage, [](auto& t) { return t.Autocrop(); });
-    RC_ASSERT(aCropped.lWidth <= aImage.lWidth && aCropped.lHeight <= aImage.lHeight);
+    RC_ASSERT(aCropped.width <= aImage.width && aCropped.height <= aImage.height);
     for (const Apply& fnApply :
          {Apply([](auto& t) { return t.Reproduce(3); }), Apply([](auto& t) { return t.Shift(2, -3, 0); }),
           Apply([=](auto& t) { return t.Perspective(true, dAngle); }),
           Apply([=](auto& t) { return t.Twirl(dAngle); })}) {
         const ImageBuffer aSame = aAfter(aImage, fnApply);
-        RC_ASSERT(aSame.lWidth == aImage.lWidth && aSame.lHeight == aImage.lHeight);
+        RC_ASSERT(aSame.width == aImage.width && aSame.height == aImage.height);
     }
 }
 
@@ -209,7 +209,7 @@ RC_GTEST_PROP(Operations, OnLevelsKeepTheirOrder, ())
     // Every level once, in its order.
     ImageBuffer aImage = aPlain(256, 1, 1, 0);
     for (std::size_t i = 0; i < 256; ++i)
-        aImage.aBytes[i] = static_cast<std::uint8_t>(i);
+        aImage.bytes[i] = static_cast<std::uint8_t>(i);
     const std::int32_t l = *rc::gen::inRange(-300, 300);
     const double d = *rc::gen::inRange(0, 100) / 100.0;
     const std::vector<std::pair<const char*, Apply>> aAll{
@@ -223,7 +223,7 @@ RC_GTEST_PROP(Operations, OnLevelsKeepTheirOrder, ())
         {"Autocontrast", [](auto& t) { return t.Autocontrast(); }}};
     for (const auto& [sName, fnApply] : aAll) {
         const ImageBuffer aChanged = aAfter(aImage, fnApply);
-        if (!std::is_sorted(aChanged.aBytes.begin(), aChanged.aBytes.end()))
+        if (!std::is_sorted(aChanged.bytes.begin(), aChanged.bytes.end()))
             RC_FAIL(sName);
     }
 }

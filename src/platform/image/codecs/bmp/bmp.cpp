@@ -73,12 +73,12 @@ static bool bColourProfile(Bytes aProfile)
 static void ReadProfile(InputFile& objFile, const DibHeader& objHeader, ImageBuffer& aImage)
 {
     const std::uint64_t nOffset = kFileHeaderSize + objHeader.nProfileOffset;
-    if (aImage.lChannels == 1 || objHeader.nProfileSize == 0 || objHeader.nProfileSize > kMaxProfile ||
+    if (aImage.channels == 1 || objHeader.nProfileSize == 0 || objHeader.nProfileSize > kMaxProfile ||
         nOffset > objFile.Size() || objHeader.nProfileSize > objFile.Size() - nOffset)
         return;
     std::vector<std::uint8_t> aProfile(objHeader.nProfileSize);
     if (objFile.ReadAt(nOffset, aProfile) == aProfile.size() && bColourProfile(aProfile))
-        aImage.aIccProfile = std::move(aProfile);
+        aImage.icc_profile = std::move(aProfile);
 }
 
 // The common case, large and uncompressed: from the file into the picture.
@@ -94,16 +94,16 @@ static bool bDecodeRawFile(InputFile& objFile, const BmpFile& objBmp, ImageBuffe
         !bAllocate(aResult, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
         return false;
     const DibRows objRows(objHeader);
-    const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(aResult.lChannels);
+    const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(aResult.channels);
     const bool bRead = bReadRows(objFile, objStored, [&](std::uint64_t nStored, const std::uint8_t* pRow) {
         const std::uint64_t y = objHeader.bTopDown ? nStored : objHeader.nHeight - 1 - nStored;
-        objRows.Convert(pRow, aResult.aBytes.data() + y * nRowSize, objHeader.nWidth);
+        objRows.Convert(pRow, aResult.bytes.data() + y * nRowSize, objHeader.nWidth);
     });
     if (!bRead)
         return false;
     DropUnsetAlpha(aResult);
-    aResult.dDotsPerInchX = objHeader.dDotsPerInchX;
-    aResult.dDotsPerInchY = objHeader.dDotsPerInchY;
+    aResult.dots_per_inch_x = objHeader.dDotsPerInchX;
+    aResult.dots_per_inch_y = objHeader.dDotsPerInchY;
     aImage = std::move(aResult);
     return true;
 }
@@ -119,7 +119,7 @@ static bool bDecode(InputFile& objFile, const BmpFile& objBmp, ImageBuffer& aIma
             !bDecodeDibBits(objBmp.objHeader, aAll.subspan(objBmp.nBitsOffset), aImage))
             return false;
     }
-    if (aImage.aIccProfile.empty())
+    if (aImage.icc_profile.empty())
         ReadProfile(objFile, objBmp.objHeader, aImage);
     return true;
 }
@@ -140,23 +140,23 @@ static std::uint32_t nDotsPerMetre(double dDotsPerInch)
 
 static void WriteHeaders(const ImageBuffer& aImage, std::uint64_t nStride, OutputFile& objOut)
 {
-    const bool bGrey = aImage.lChannels == 1;
+    const bool bGrey = aImage.channels == 1;
     const std::uint64_t nBitsOffset = kFileHeaderSize + kInfoHeaderSize + (bGrey ? kPaletteSize : 0);
-    const std::uint64_t nBits = nStride * static_cast<std::uint64_t>(aImage.lHeight);
+    const std::uint64_t nBits = nStride * static_cast<std::uint64_t>(aImage.height);
     objOut.WriteU8('B');
     objOut.WriteU8('M');
     objOut.WriteU32Le(static_cast<std::uint32_t>(nBitsOffset + nBits));
     objOut.WriteU32Le(0);
     objOut.WriteU32Le(static_cast<std::uint32_t>(nBitsOffset));
     objOut.WriteU32Le(kInfoHeaderSize);
-    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.lWidth));
-    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.lHeight));
+    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.width));
+    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.height));
     objOut.WriteU16Le(1);
     objOut.WriteU16Le(bGrey ? 8 : 24);
     objOut.WriteU32Le(0);
     objOut.WriteU32Le(static_cast<std::uint32_t>(nBits));
-    objOut.WriteU32Le(nDotsPerMetre(aImage.dDotsPerInchX));
-    objOut.WriteU32Le(nDotsPerMetre(aImage.dDotsPerInchY));
+    objOut.WriteU32Le(nDotsPerMetre(aImage.dots_per_inch_x));
+    objOut.WriteU32Le(nDotsPerMetre(aImage.dots_per_inch_y));
     objOut.WriteU32Le(bGrey ? 256 : 0);
     objOut.WriteU32Le(0);
     for (std::uint32_t nGrey = 0; bGrey && nGrey < 256; ++nGrey)
@@ -166,9 +166,9 @@ static void WriteHeaders(const ImageBuffer& aImage, std::uint64_t nStride, Outpu
 static bool bEncode(const ImageBuffer& aImage, const SaveSettings&, OutputFile& objOut)
 {
     const std::uint64_t nRowSize =
-        static_cast<std::uint64_t>(aImage.lWidth) * static_cast<std::uint64_t>(aImage.lChannels);
+        static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.channels);
     const std::uint64_t nStride = (nRowSize + 3) / 4 * 4;
-    const auto nHeight = static_cast<std::uint64_t>(aImage.lHeight);
+    const auto nHeight = static_cast<std::uint64_t>(aImage.height);
     if (nStride * nHeight > UINT32_MAX - 2 * kPaletteSize)  // the header's fields for sizes have 32 bits
         return false;
     WriteHeaders(aImage, nStride, objOut);
@@ -177,7 +177,7 @@ static bool bEncode(const ImageBuffer& aImage, const SaveSettings&, OutputFile& 
     // picture costs it three times as much.
     static constexpr std::array<std::uint8_t, 3> kFilling{};
     for (std::uint64_t y = nHeight; y-- > 0;) {
-        objOut.Write(Bytes(aImage.aBytes).subspan(y * nRowSize, nRowSize));
+        objOut.Write(Bytes(aImage.bytes).subspan(y * nRowSize, nRowSize));
         objOut.Write(Bytes(kFilling).first(nStride - nRowSize));
     }
     return !objOut.Failed();

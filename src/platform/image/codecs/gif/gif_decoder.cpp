@@ -152,12 +152,12 @@ bool GifDecoder::Show(ImageBuffer& aImage) const
     if (!bAllocate(aResult, m_nWidth, m_nHeight, lChannels))
         return false;
     if (lChannels == 4)
-        std::copy(m_aScreen.begin(), m_aScreen.end(), aResult.aBytes.begin());
+        std::copy(m_aScreen.begin(), m_aScreen.end(), aResult.bytes.begin());
     else if (lChannels == 3)
-        PackRowFromFourBytes(m_aScreen.data(), aResult.aBytes.data(), nPixels);
+        PackRowFromFourBytes(m_aScreen.data(), aResult.bytes.data(), nPixels);
     else
         for (std::size_t i = 0; i < nPixels; ++i)
-            aResult.aBytes[i] = m_aScreen[i * 4];
+            aResult.bytes[i] = m_aScreen[i * 4];
     aImage = std::move(aResult);
     return true;
 }

@@ -46,8 +46,8 @@ bool bEncodeGif(const ImageBuffer& aImage, const SaveSettings& objSettings, Outp
     const IndexedImage objIndexed = objQuantised(aImage);
     const std::string sComment = sInfoLines(objSettings.objTexts);
     const unsigned nBits = nIndexBits(objIndexed.aPalette.size());
-    const auto nWidth = static_cast<std::uint16_t>(aImage.lWidth);
-    const auto nHeight = static_cast<std::uint16_t>(aImage.lHeight);
+    const auto nWidth = static_cast<std::uint16_t>(aImage.width);
+    const auto nHeight = static_cast<std::uint16_t>(aImage.height);
 
     const bool b89a = !sComment.empty() || objIndexed.nTransparent >= 0;
     const std::uint8_t aSignature[] = {'G', 'I', 'F', '8', static_cast<std::uint8_t>(b89a ? '9' : '7'), 'a'};

@@ -92,13 +92,13 @@ static bool bFindMask(const DibHeader& objColours, Bytes aPicture, IconMask& obj
 // Makes transparent what the mask leaves out; returns whether anything is left to be seen.
 static bool bApplyMask(const IconMask& objMask, ImageBuffer& aImage)
 {
-    const auto nWidth = static_cast<std::uint64_t>(aImage.lWidth);
-    const auto nHeight = static_cast<std::uint64_t>(aImage.lHeight);
+    const auto nWidth = static_cast<std::uint64_t>(aImage.width);
+    const auto nHeight = static_cast<std::uint64_t>(aImage.height);
     bool bVisible = false;
     for (std::uint64_t y = 0; y < nHeight; ++y) {
         const std::uint8_t* pMask =
             objMask.pRows + (objMask.bTopDown ? y : nHeight - 1 - y) * objMask.nStride;
-        std::uint8_t* pRow = aImage.aBytes.data() + y * nWidth * 4;
+        std::uint8_t* pRow = aImage.bytes.data() + y * nWidth * 4;
         for (std::uint64_t x = 0; x < nWidth; ++x) {
             const bool bThrough = (pMask[x / 8] >> (7 - x % 8) & 1) != 0;
             pRow[x * 4 + 3] = bThrough ? 0 : 255;
@@ -111,8 +111,8 @@ static bool bApplyMask(const IconMask& objMask, ImageBuffer& aImage)
 // The screen is inverted where the mask lets it through and the colour isn't black.
 static void ShowInverted(ImageBuffer& aImage)
 {
-    for (std::size_t i = 0; i + 3 < aImage.aBytes.size(); i += 4) {
-        std::uint8_t* pPixel = aImage.aBytes.data() + i;
+    for (std::size_t i = 0; i + 3 < aImage.bytes.size(); i += 4) {
+        std::uint8_t* pPixel = aImage.bytes.data() + i;
         if ((pPixel[0] | pPixel[1] | pPixel[2]) == 0)
             continue;
         for (int c = 0; c < 3; ++c)
@@ -138,7 +138,7 @@ static bool bDecodeBitmap(Bytes aPicture, const IconEntry& objEntry, ImageBuffer
     ImageBuffer aResult;
     if (!bDecodeDibBits(objHeader, aPicture.subspan(objHeader.nBitsOffset), aResult))
         return false;
-    if (aResult.lChannels != 4) {
+    if (aResult.channels != 4) {
         IconMask objMask;
         const bool bMask = !bNoMask && bFindMask(objHeader, aPicture, objMask);
         const bool bNeeded = !bNoMask && objHeader.nBits != 32;

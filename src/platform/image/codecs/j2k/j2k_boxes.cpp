@@ -110,11 +110,11 @@ static void ReadUuidBox(Bytes aContent, ImageMetadata& objMetadata)
         if (aBlock.size() > sizeof kJpegHeader &&
             std::memcmp(aBlock.data(), kJpegHeader, sizeof kJpegHeader) == 0)
             aBlock = aBlock.subspan(sizeof kJpegHeader);
-        objMetadata.aExif.assign(aBlock.begin(), aBlock.end());
+        objMetadata.exif.assign(aBlock.begin(), aBlock.end());
     } else if (bIs(kXmp)) {
-        objMetadata.aXmp.assign(aBlock.begin(), aBlock.end());
+        objMetadata.xmp.assign(aBlock.begin(), aBlock.end());
     } else if (bIs(kIptc) && aBlock[0] == 0x1C) {
-        objMetadata.aIptc.assign(aBlock.begin(), aBlock.end());
+        objMetadata.iptc.assign(aBlock.begin(), aBlock.end());
     }
 }
 

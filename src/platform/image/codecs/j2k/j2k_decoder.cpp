@@ -53,9 +53,9 @@ bool J2kDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
     ImageBuffer aResult;
     if (!pImage || !bMakePicture(*pImage, aResult))
         return false;
-    aResult.dDotsPerInchX = m_objFile.dDotsPerInchX;
-    aResult.dDotsPerInchY = m_objFile.dDotsPerInchY;
-    aResult.objMetadata = m_objFile.objMetadata;
+    aResult.dots_per_inch_x = m_objFile.dDotsPerInchX;
+    aResult.dots_per_inch_y = m_objFile.dDotsPerInchY;
+    aResult.metadata = m_objFile.objMetadata;
     aImage = std::move(aResult);
     return true;
 }

@@ -29,16 +29,16 @@ static J2kImage pDescription(const ImageBuffer& aImage)
     opj_image_cmptparm_t aComponents[4] = {};
     for (auto& objComponent : aComponents) {
         objComponent.dx = objComponent.dy = 1;
-        objComponent.w = static_cast<OPJ_UINT32>(aImage.lWidth);
-        objComponent.h = static_cast<OPJ_UINT32>(aImage.lHeight);
+        objComponent.w = static_cast<OPJ_UINT32>(aImage.width);
+        objComponent.h = static_cast<OPJ_UINT32>(aImage.height);
         objComponent.prec = 8;
     }
-    const auto nChannels = static_cast<OPJ_UINT32>(aImage.lChannels);
+    const auto nChannels = static_cast<OPJ_UINT32>(aImage.channels);
     J2kImage pImage(
         opj_image_tile_create(nChannels, aComponents, nChannels == 1 ? OPJ_CLRSPC_GRAY : OPJ_CLRSPC_SRGB));
     if (pImage) {
-        pImage->x1 = static_cast<OPJ_UINT32>(aImage.lWidth);
-        pImage->y1 = static_cast<OPJ_UINT32>(aImage.lHeight);
+        pImage->x1 = static_cast<OPJ_UINT32>(aImage.width);
+        pImage->y1 = static_cast<OPJ_UINT32>(aImage.height);
     }
     return pImage;
 }
@@ -47,7 +47,7 @@ static J2kImage pDescription(const ImageBuffer& aImage)
 static void FillTile(const ImageBuffer& aImage, std::int32_t lLeft, std::int32_t lTop, std::int32_t lWidth,
                      std::int32_t lHeight, std::vector<std::uint8_t>& aTile)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
     const auto nWidth = static_cast<std::size_t>(lWidth), nHeight = static_cast<std::size_t>(lHeight);
     aTile.resize(nWidth * nHeight * nChannels);
     std::uint8_t* pOut = aTile.data();
@@ -55,9 +55,9 @@ static void FillTile(const ImageBuffer& aImage, std::int32_t lLeft, std::int32_t
         const std::size_t nChannel = nComponent < 3 && nChannels >= 3 ? 2 - nComponent : nComponent;
         for (std::size_t y = 0; y < nHeight; ++y, pOut += nWidth) {
             const std::size_t nFirst =
-                (static_cast<std::size_t>(lTop) + y) * static_cast<std::size_t>(aImage.lWidth) +
+                (static_cast<std::size_t>(lTop) + y) * static_cast<std::size_t>(aImage.width) +
                 static_cast<std::size_t>(lLeft);
-            const std::uint8_t* pIn = aImage.aBytes.data() + nFirst * nChannels + nChannel;
+            const std::uint8_t* pIn = aImage.bytes.data() + nFirst * nChannels + nChannel;
             for (std::size_t x = 0; x < nWidth; ++x)
                 pOut[x] = pIn[x * nChannels];
         }
@@ -66,11 +66,11 @@ static void FillTile(const ImageBuffer& aImage, std::int32_t lLeft, std::int32_t
 
 bool bEncodeJ2k(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
 {
-    const auto nPixels = static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lHeight);
+    const auto nPixels = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height);
     const bool bLossless = objSettings.lJPEGQuality >= 100 || nPixels < kPixelsWorthLoss;
     const std::int32_t lTile = bLossless ? kLosslessTile : kLossyTile;
-    const std::int32_t lTileWidth = std::min(lTile, aImage.lWidth),
-                       lTileHeight = std::min(lTile, aImage.lHeight);
+    const std::int32_t lTileWidth = std::min(lTile, aImage.width),
+                       lTileHeight = std::min(lTile, aImage.height);
 
     opj_cparameters_t objParameters;
     opj_set_default_encoder_parameters(&objParameters);
@@ -78,7 +78,7 @@ bool bEncodeJ2k(const ImageBuffer& aImage, const SaveSettings& objSettings, Outp
     objParameters.cp_tdx = lTileWidth;
     objParameters.cp_tdy = lTileHeight;
     objParameters.numresolution = nResolutions(lTileWidth, lTileHeight);
-    objParameters.tcp_mct = aImage.lChannels >= 3 ? 1 : 0;
+    objParameters.tcp_mct = aImage.channels >= 3 ? 1 : 0;
     objParameters.tcp_numlayers = 1;
     if (bLossless) {
         objParameters.cp_disto_alloc = 1;
@@ -102,10 +102,10 @@ bool bEncodeJ2k(const ImageBuffer& aImage, const SaveSettings& objSettings, Outp
         return false;
     std::vector<std::uint8_t> aTile;
     OPJ_UINT32 nTile = 0;
-    for (std::int32_t lTop = 0; lTop < aImage.lHeight; lTop += lTileHeight)
-        for (std::int32_t lLeft = 0; lLeft < aImage.lWidth; lLeft += lTileWidth) {
-            FillTile(aImage, lLeft, lTop, std::min(lTileWidth, aImage.lWidth - lLeft),
-                     std::min(lTileHeight, aImage.lHeight - lTop), aTile);
+    for (std::int32_t lTop = 0; lTop < aImage.height; lTop += lTileHeight)
+        for (std::int32_t lLeft = 0; lLeft < aImage.width; lLeft += lTileWidth) {
+            FillTile(aImage, lLeft, lTop, std::min(lTileWidth, aImage.width - lLeft),
+                     std::min(lTileHeight, aImage.height - lTop), aTile);
             if (!opj_write_tile(objCodec.get(), nTile++, aTile.data(), static_cast<OPJ_UINT32>(aTile.size()),
                                 objStream.get()))
                 return false;

@@ -157,12 +157,12 @@ static bool bThroughRows(const opj_image_t& objImage, const Roles& objRoles, con
     constexpr std::uint32_t kPixelsAtOnce = 1 << 20;
     const std::uint32_t nRowsAtOnce = std::max(1u, kPixelsAtOnce / objGrid.nWidth);
     const std::size_t nComponents = aColours.size();
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
     std::vector<std::uint8_t> aIn, aOut;
     const bool bLab = objRoles.objColours == Colours::Lab;
     const CmykToBgr objInks(bLab ? Bytes{} : aProfileOf(objImage));
     const auto aLevels = bLab ? aLabLevels(objImage, objRoles) : LabLevels{};
-    std::uint8_t* pOut = aImage.aBytes.data();
+    std::uint8_t* pOut = aImage.bytes.data();
     for (std::uint32_t nFirst = 0; nFirst < objGrid.nHeight; nFirst += nRowsAtOnce) {
         const std::uint32_t nRows = std::min(nRowsAtOnce, objGrid.nHeight - nFirst);
         const std::size_t nPixels = std::size_t{nRows} * objGrid.nWidth;
@@ -189,11 +189,11 @@ static bool bThroughRows(const opj_image_t& objImage, const Roles& objRoles, con
 // Colour that was multiplied by its alpha, divided by it again.
 static void DivideByAlpha(ImageBuffer& aImage)
 {
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 4) {
-        const unsigned nAlpha = aImage.aBytes[i + 3];
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4) {
+        const unsigned nAlpha = aImage.bytes[i + 3];
         for (std::size_t c = 0; c < 3 && nAlpha > 0; ++c)
-            aImage.aBytes[i + c] = static_cast<std::uint8_t>(
-                std::min(255u, (aImage.aBytes[i + c] * 255u + nAlpha / 2) / nAlpha));
+            aImage.bytes[i + c] =
+                static_cast<std::uint8_t>(std::min(255u, (aImage.bytes[i + c] * 255u + nAlpha / 2) / nAlpha));
     }
 }
 
@@ -203,8 +203,8 @@ static void TakeProfile(const opj_image_t& objImage, const Roles& objRoles, Imag
 {
     const Bytes aProfile = aProfileOf(objImage);
     const bool bStored = objRoles.objColours == Colours::Rgb || objRoles.objColours == Colours::Grey;
-    if (bStored && bProfileFits(aProfile, aImage.lChannels))
-        aImage.aIccProfile.assign(aProfile.begin(), aProfile.end());
+    if (bStored && bProfileFits(aProfile, aImage.channels))
+        aImage.icc_profile.assign(aProfile.begin(), aProfile.end());
 }
 
 bool bMakePicture(const opj_image_t& objImage, ImageBuffer& aImage)
@@ -222,14 +222,14 @@ bool bMakePicture(const opj_image_t& objImage, ImageBuffer& aImage)
     ImageBuffer aResult;
     if (!bAllocate(aResult, objGrid.nWidth, objGrid.nHeight, bGrey ? 1 : objRoles.nAlpha >= 0 ? 4 : 3))
         return false;
-    const auto nChannels = static_cast<std::size_t>(aResult.lChannels);
+    const auto nChannels = static_cast<std::size_t>(aResult.channels);
     const std::size_t nRowBytes = objGrid.nWidth * nChannels;
     if (objColours == Colours::Inks || objColours == Colours::Lab) {
         if (!bThroughRows(objImage, objRoles, objGrid, aColours, aResult))
             return false;
     } else {
         for (std::uint32_t y = 0; y < objGrid.nHeight; ++y) {
-            std::uint8_t* pRow = aResult.aBytes.data() + y * nRowBytes;
+            std::uint8_t* pRow = aResult.bytes.data() + y * nRowBytes;
             for (std::size_t c = 0; c < aColours.size(); ++c)
                 aColours[c].Read(y, pRow + aColours.size() - 1 - c, nChannels);
             if (objColours == Colours::Ycc)
@@ -245,7 +245,7 @@ bool bMakePicture(const opj_image_t& objImage, ImageBuffer& aImage)
         }
         const SampleRows objAlpha(objImage.comps[objRoles.nAlpha], objGrid);
         for (std::uint32_t y = 0; y < objGrid.nHeight; ++y)
-            objAlpha.Read(y, aResult.aBytes.data() + std::size_t{y} * objGrid.nWidth * 4 + 3, 4);
+            objAlpha.Read(y, aResult.bytes.data() + std::size_t{y} * objGrid.nWidth * 4 + 3, 4);
         if (objRoles.bPremultiplied)
             DivideByAlpha(aResult);
     }

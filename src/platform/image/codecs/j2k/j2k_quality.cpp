@@ -49,8 +49,8 @@ double dTargetPsnr(const ImageBuffer& aImage, std::int32_t lQuality)
     // A coefficient that is rounded is off by a twelfth of the squared step in the mean, or, if it is smaller
     // than that, by itself.
     const double dMost = dStep(lQuality) * dStep(lQuality) / 12;
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth),
-               nHeight = static_cast<std::size_t>(aImage.lHeight);
+    const auto nWidth = static_cast<std::size_t>(aImage.width),
+               nHeight = static_cast<std::size_t>(aImage.height);
     double dSum = 0, dCount = 0;
     for (std::size_t y = 0; y < nHeight; y += kApart)
         for (std::size_t x = 0; x < nWidth; x += kApart) {
@@ -59,9 +59,8 @@ double dTargetPsnr(const ImageBuffer& aImage, std::int32_t lQuality)
                 for (std::size_t j = 0; j < kBlock; ++j) {
                     const std::size_t nPixel =
                         std::min(y + i, nHeight - 1) * nWidth + std::min(x + j, nWidth - 1);
-                    aBlock[i][j] =
-                        dLightness(&aImage.aBytes[nPixel * static_cast<std::size_t>(aImage.lChannels)],
-                                   aImage.lChannels);
+                    aBlock[i][j] = dLightness(
+                        &aImage.bytes[nPixel * static_cast<std::size_t>(aImage.channels)], aImage.channels);
                 }
             Transform(aBlock);
             for (const auto& aRow : aBlock)

@@ -119,8 +119,8 @@ private:
 static bool bDecodeRows(Decompressor& objDecompressor, ImageBuffer& aImage)
 {
     jpeg_decompress_struct& objJpeg = objDecompressor.objJpeg;
-    const auto nStride = static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
-    std::uint8_t* pPicture = aImage.aBytes.data();
+    const auto nStride = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
+    std::uint8_t* pPicture = aImage.bytes.data();
     return bTried(objDecompressor.objErrors, [&objJpeg, pPicture, nStride] {
         jpeg_start_decompress(&objJpeg);
         while (objJpeg.output_scanline < objJpeg.output_height) {
@@ -141,11 +141,11 @@ static bool bDecodeInkRows(Decompressor& objDecompressor, Bytes aProfile, ImageB
     // Inks are stored inverted, as Adobe's programs began to do. A file without Adobe's marker has lost it:
     // all that write such files set it.
     const CmykToBgr objColours(aProfile, true);
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
     PixelBytes aInks;
     aInks.resize(nWidth * 4);
     std::uint8_t* pInks = aInks.data();
-    std::uint8_t* pPicture = aImage.aBytes.data();
+    std::uint8_t* pPicture = aImage.bytes.data();
     return bTried(objDecompressor.objErrors, [&objJpeg, &objColours, pInks, pPicture, nWidth] {
         jpeg_start_decompress(&objJpeg);
         while (objJpeg.output_scanline < objJpeg.output_height) {
@@ -162,13 +162,13 @@ static void SetResolution(const jpeg_decompress_struct& objJpeg, ImageBuffer& aI
 {
     const double dInch = objJpeg.density_unit == 1 ? 1 : objJpeg.density_unit == 2 ? 2.54 : 0;
     if (objJpeg.saw_JFIF_marker && dInch > 0 && objJpeg.X_density > 0 && objJpeg.Y_density > 0) {
-        aImage.dDotsPerInchX = objJpeg.X_density * dInch;
-        aImage.dDotsPerInchY = objJpeg.Y_density * dInch;
+        aImage.dots_per_inch_x = objJpeg.X_density * dInch;
+        aImage.dots_per_inch_y = objJpeg.Y_density * dInch;
         return;
     }
-    const ExifResolution objResolution = objExifResolution(aImage.objMetadata.aExif);
-    aImage.dDotsPerInchX = objResolution.dDotsPerInchX;
-    aImage.dDotsPerInchY = objResolution.dDotsPerInchY;
+    const ExifResolution objResolution = objExifResolution(aImage.metadata.exif);
+    aImage.dots_per_inch_x = objResolution.dDotsPerInchX;
+    aImage.dots_per_inch_y = objResolution.dDotsPerInchY;
 }
 
 bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
@@ -195,16 +195,16 @@ bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
         // All coefficients are kept until the last scan.
         const std::uint64_t nCoefficients = nBlocks(objJpeg) * sizeof(JBLOCK);
         ExpectLibraryMemory(nCoefficients);
-        if (nCoefficients > aResult.aBytes.size() + kMostOverPicture)
+        if (nCoefficients > aResult.bytes.size() + kMostOverPicture)
             objDecompressor.objCoefficients.Follow(objJpeg);
     }
     const bool bDone = bInks ? bDecodeInkRows(objDecompressor, m_objSegments.aIccProfile, aResult)
                              : bDecodeRows(objDecompressor, aResult);
     if (!bDone)
         return false;
-    if (!bInks && bProfileFits(m_objSegments.aIccProfile, aResult.lChannels))
-        aResult.aIccProfile = m_objSegments.aIccProfile;
-    aResult.objMetadata = m_objSegments.objMetadata;
+    if (!bInks && bProfileFits(m_objSegments.aIccProfile, aResult.channels))
+        aResult.icc_profile = m_objSegments.aIccProfile;
+    aResult.metadata = m_objSegments.objMetadata;
     SetResolution(objJpeg, aResult);
     aImage = std::move(aResult);
     return true;

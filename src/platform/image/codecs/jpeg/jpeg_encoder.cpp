@@ -107,31 +107,31 @@ static void SetDensity(jpeg_compress_struct& objJpeg, double dDotsPerInchX, doub
 
 static std::vector<JpegSegment> aSegmentsOf(const ImageBuffer& aImage, const ImageInfoTexts& objTexts)
 {
-    ImageMetadata objMetadata = aImage.objMetadata;
-    objMetadata.aExif = aExifForSave(aImage, objTexts);
-    if (objMetadata.aExif.size() > kLongestExif) {
+    ImageMetadata objMetadata = aImage.metadata;
+    objMetadata.exif = aExifForSave(aImage, objTexts);
+    if (objMetadata.exif.size() > kLongestExif) {
         // The source's block came from a format that holds longer ones. The texts at least are written.
-        objMetadata.aExif = aExifForSave(ImageBuffer{}, objTexts);
+        objMetadata.exif = aExifForSave(ImageBuffer{}, objTexts);
     }
-    const bool bKeepProfile = bProfileFits(aImage.aIccProfile, aImage.lChannels);
-    return aSegmentsToWrite(objMetadata, bKeepProfile ? Bytes(aImage.aIccProfile) : Bytes{});
+    const bool bKeepProfile = bProfileFits(aImage.icc_profile, aImage.channels);
+    return aSegmentsToWrite(objMetadata, bKeepProfile ? Bytes(aImage.icc_profile) : Bytes{});
 }
 
 static void StartFile(jpeg_compress_struct& objJpeg, const ImageBuffer& aImage, std::int32_t lQuality)
 {
-    objJpeg.image_width = static_cast<JDIMENSION>(aImage.lWidth);
-    objJpeg.image_height = static_cast<JDIMENSION>(aImage.lHeight);
-    objJpeg.input_components = aImage.lChannels;
-    objJpeg.in_color_space = aImage.lChannels == 1   ? JCS_GRAYSCALE
-                             : aImage.lChannels == 3 ? JCS_EXT_BGR
-                                                     : JCS_EXT_BGRX;
+    objJpeg.image_width = static_cast<JDIMENSION>(aImage.width);
+    objJpeg.image_height = static_cast<JDIMENSION>(aImage.height);
+    objJpeg.input_components = aImage.channels;
+    objJpeg.in_color_space = aImage.channels == 1   ? JCS_GRAYSCALE
+                             : aImage.channels == 3 ? JCS_EXT_BGR
+                                                    : JCS_EXT_BGRX;
     jpeg_set_defaults(&objJpeg);
     jpeg_set_quality(&objJpeg, lQuality, TRUE);
     if (lQuality >= kFullColourQuality) {
         objJpeg.comp_info[0].h_samp_factor = 1;
         objJpeg.comp_info[0].v_samp_factor = 1;
     }
-    SetDensity(objJpeg, aImage.dDotsPerInchX, aImage.dDotsPerInchY);
+    SetDensity(objJpeg, aImage.dots_per_inch_x, aImage.dots_per_inch_y);
     jpeg_start_compress(&objJpeg, TRUE);
 }
 
@@ -141,9 +141,9 @@ bool bEncodeJpeg(const ImageBuffer& aImage, const SaveSettings& objSettings, Out
     Compressor objCompressor(objOut);
     jpeg_compress_struct& objJpeg = objCompressor.objJpeg;
     const std::int32_t lQuality = std::clamp(objSettings.lJPEGQuality, 1, 100);
-    const auto nStride = static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
+    const auto nStride = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
     // libjpeg takes rows that may be written, but doesn't write to them.
-    auto* pPicture = const_cast<std::uint8_t*>(aImage.aBytes.data());
+    auto* pPicture = const_cast<std::uint8_t*>(aImage.bytes.data());
     return bTried(objCompressor.objErrors, [&] {
         jpeg_create_compress(&objJpeg);
         objJpeg.dest = &objCompressor.objDestination.objManager;

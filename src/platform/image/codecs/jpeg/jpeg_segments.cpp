@@ -128,16 +128,16 @@ JpegSegments objReadSegments(Bytes aFile)
         if (nMarker >= 0xC0 && nMarker <= 0xCF && nMarker != 0xC4 && nMarker != 0xC8 && nMarker != 0xCC)
             ReadFrame(aSegment, nMarker, objSegments);
         else if (nMarker == 0xE1 && bBeginsWith(aSegment, kExifName.substr(0, 5)) && aSegment.size() > 6 &&
-                 objSegments.objMetadata.aExif.empty())
-            objSegments.objMetadata.aExif = aCopy(aSegment.subspan(6));
-        else if (nMarker == 0xE1 && bBeginsWith(aSegment, kXmpName) && objSegments.objMetadata.aXmp.empty())
-            objSegments.objMetadata.aXmp = aCopy(aSegment.subspan(kXmpName.size()));
+                 objSegments.objMetadata.exif.empty())
+            objSegments.objMetadata.exif = aCopy(aSegment.subspan(6));
+        else if (nMarker == 0xE1 && bBeginsWith(aSegment, kXmpName) && objSegments.objMetadata.xmp.empty())
+            objSegments.objMetadata.xmp = aCopy(aSegment.subspan(kXmpName.size()));
         else if (nMarker == 0xE2 && bBeginsWith(aSegment, kIccName))
             objProfile.Add(aSegment.subspan(kIccName.size()));
         else if (nMarker == 0xED && bBeginsWith(aSegment, kPhotoshopName))
             aResources.insert(aResources.end(), aSegment.begin() + kPhotoshopName.size(), aSegment.end());
     }
-    objSegments.objMetadata.aIptc = aIptcOfResources(aResources);
+    objSegments.objMetadata.iptc = aIptcOfResources(aResources);
     objSegments.aIccProfile = objProfile.aWhole();
     return objSegments;
 }
@@ -179,14 +179,14 @@ std::vector<JpegSegment> aSegmentsToWrite(const ImageMetadata& objMetadata, Byte
         if (objNew.aBytes.size() <= kLongestSegment)
             aSegments.push_back(std::move(objNew));
     };
-    if (!objMetadata.aExif.empty())
-        AddIfItFits(objSegment(1, kExifName, objMetadata.aExif));
-    if (objMetadata.aXmp.size() + kXmpName.size() > kLongestSegment)
-        AddIfItFits(objSegment(1, kXmpName, aWithoutPadding(objMetadata.aXmp)));
-    else if (!objMetadata.aXmp.empty())
-        AddIfItFits(objSegment(1, kXmpName, objMetadata.aXmp));
-    if (!objMetadata.aIptc.empty())
-        AddIfItFits(objSegment(13, kPhotoshopName, aResourceOfIptc(objMetadata.aIptc)));
+    if (!objMetadata.exif.empty())
+        AddIfItFits(objSegment(1, kExifName, objMetadata.exif));
+    if (objMetadata.xmp.size() + kXmpName.size() > kLongestSegment)
+        AddIfItFits(objSegment(1, kXmpName, aWithoutPadding(objMetadata.xmp)));
+    else if (!objMetadata.xmp.empty())
+        AddIfItFits(objSegment(1, kXmpName, objMetadata.xmp));
+    if (!objMetadata.iptc.empty())
+        AddIfItFits(objSegment(13, kPhotoshopName, aResourceOfIptc(objMetadata.iptc)));
 
     const std::size_t nPart = kLongestSegment - kIccName.size() - 2;
     const std::size_t nParts = (aIccProfile.size() + nPart - 1) / nPart;

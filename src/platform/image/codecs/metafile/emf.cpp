@@ -119,11 +119,11 @@ static bool bDecode(InputFile& objFile, const EmfHeader& objHeader, ImageBuffer&
         const MetafileModule objModule = objMetafileModule();
         if (!objModule.pPlay || !bAllocate(aResult, nWidth, nHeight, 3))
             return false;
-        objRequest.pPixels = aResult.aBytes.data();
+        objRequest.pPixels = aResult.bytes.data();
         if (!objModule.pPlay(&objRequest))
             return false;
     }
-    aResult.dDotsPerInchX = aResult.dDotsPerInchY = kPixelsPerInch;
+    aResult.dots_per_inch_x = aResult.dots_per_inch_y = kPixelsPerInch;
     aImage = std::move(aResult);
     return true;
 }

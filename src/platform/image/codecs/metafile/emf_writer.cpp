@@ -71,12 +71,12 @@ static std::uint32_t nFrame(std::int32_t lPixels)
 static void WriteHeader(const ImageBuffer& aImage, const std::vector<std::uint16_t>& aAbout,
                         std::uint32_t nHeaderSize, std::uint32_t nFileSize, OutputFile& objOut)
 {
-    const auto nWidth = static_cast<std::uint32_t>(aImage.lWidth);
-    const auto nHeight = static_cast<std::uint32_t>(aImage.lHeight);
+    const auto nWidth = static_cast<std::uint32_t>(aImage.width);
+    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
     for (const std::uint32_t n : {1u, nHeaderSize,                  // header record
                                   0u, 0u, nWidth - 1, nHeight - 1,  // bounds: the last pixel included
-                                  0u, 0u, nFrame(aImage.lWidth), nFrame(aImage.lHeight), 0x464D4520u,
-                                  0x10000u, nFileSize, 4u})  // mark, version, bytes, records
+                                  0u, 0u, nFrame(aImage.width), nFrame(aImage.height), 0x464D4520u, 0x10000u,
+                                  nFileSize, 4u})  // mark, version, bytes, records
         objOut.WriteU32Le(n);
     objOut.WriteU16Le(1);  // objects: the metafile itself
     objOut.WriteU16Le(0);
@@ -105,8 +105,8 @@ bool bWriteEmf(const ImageBuffer& aImage, const SaveSettings& objSettings, Outpu
     for (const std::uint32_t n : {21u, kStretchModeSize, kColorOnColor})
         objOut.WriteU32Le(n);
 
-    const auto nWidth = static_cast<std::uint32_t>(aImage.lWidth);
-    const auto nHeight = static_cast<std::uint32_t>(aImage.lHeight);
+    const auto nWidth = static_cast<std::uint32_t>(aImage.width);
+    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
     const std::uint32_t nDibHeader = nMetafileDibHeaderSize(aImage);
     for (const std::uint32_t n : {81u,
                                   static_cast<std::uint32_t>(kBitmapRecordSize + nDib),

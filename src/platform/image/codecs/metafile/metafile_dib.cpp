@@ -13,27 +13,26 @@ static constexpr std::uint32_t kGreyPaletteSize = 256 * 4;
 
 static std::uint64_t nStride(const ImageBuffer& aImage)
 {
-    const auto nRow =
-        static_cast<std::uint64_t>(aImage.lWidth) * static_cast<std::uint64_t>(aImage.lChannels);
+    const auto nRow = static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.channels);
     return (nRow + 3) / 4 * 4;
 }
 
 std::uint32_t nMetafileDibHeaderSize(const ImageBuffer& aImage)
 {
-    return kHeaderSize + (aImage.lChannels == 1 ? kGreyPaletteSize : 0);
+    return kHeaderSize + (aImage.channels == 1 ? kGreyPaletteSize : 0);
 }
 
 std::uint64_t nMetafileDibBitsSize(const ImageBuffer& aImage)
 {
-    return nStride(aImage) * static_cast<std::uint64_t>(aImage.lHeight);
+    return nStride(aImage) * static_cast<std::uint64_t>(aImage.height);
 }
 
 bool bWriteMetafileDib(const ImageBuffer& aImage, OutputFile& objOut)
 {
-    const bool bGrey = aImage.lChannels == 1;
+    const bool bGrey = aImage.channels == 1;
     objOut.WriteU32Le(kHeaderSize);
-    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.lWidth));
-    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.lHeight));
+    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.width));
+    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.height));
     objOut.WriteU16Le(1);
     objOut.WriteU16Le(bGrey ? 8 : 24);
     objOut.WriteU32Le(0);  // not compressed
@@ -45,9 +44,9 @@ bool bWriteMetafileDib(const ImageBuffer& aImage, OutputFile& objOut)
     for (std::uint32_t n = 0; bGrey && n < 256; ++n)
         objOut.WriteU32Le(n * 0x10101);
     std::vector<std::uint8_t> aRow(nStride(aImage));
-    const auto nRow = static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
-    for (auto y = static_cast<std::size_t>(aImage.lHeight); y-- > 0 && !objOut.Failed();) {
-        std::memcpy(aRow.data(), aImage.aBytes.data() + y * nRow, nRow);
+    const auto nRow = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
+    for (auto y = static_cast<std::size_t>(aImage.height); y-- > 0 && !objOut.Failed();) {
+        std::memcpy(aRow.data(), aImage.bytes.data() + y * nRow, nRow);
         objOut.Write(aRow);
     }
     return !objOut.Failed();

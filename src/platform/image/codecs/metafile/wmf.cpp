@@ -132,12 +132,12 @@ static bool bDecode(InputFile& objFile, const WmfHeader& objHeader, ImageBuffer&
         const MetafileModule objModule = objMetafileModule();
         if (!objModule.pPlay || !bAllocate(aResult, nWidth, nHeight, 3))
             return false;
-        objRequest.pPixels = aResult.aBytes.data();
+        objRequest.pPixels = aResult.bytes.data();
         if (!objModule.pPlay(&objRequest))
             return false;
     }
     const double dDots = objHeader.dUnitsPerInch > 0 ? kPixelsPerInch : 0;
-    aResult.dDotsPerInchX = aResult.dDotsPerInchY = dDots;
+    aResult.dots_per_inch_x = aResult.dots_per_inch_y = dDots;
     aImage = std::move(aResult);
     return true;
 }

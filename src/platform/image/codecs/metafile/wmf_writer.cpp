@@ -45,10 +45,10 @@ static void WritePlaceableHeader(std::uint16_t nWidth, std::uint16_t nHeight, Ou
 
 bool bWriteWmf(const ImageBuffer& aImage, const SaveSettings&, OutputFile& objOut)
 {
-    if (aImage.lWidth > kMostPixels || aImage.lHeight > kMostPixels)
+    if (aImage.width > kMostPixels || aImage.height > kMostPixels)
         return false;
-    const auto nWidth = static_cast<std::uint16_t>(aImage.lWidth);
-    const auto nHeight = static_cast<std::uint16_t>(aImage.lHeight);
+    const auto nWidth = static_cast<std::uint16_t>(aImage.width);
+    const auto nHeight = static_cast<std::uint16_t>(aImage.height);
     const std::uint64_t nDib = nMetafileDibHeaderSize(aImage) + nMetafileDibBitsSize(aImage);
     const auto nBitmapWords = static_cast<std::uint32_t>(kBitmapWords + nDib / 2);
     const std::uint32_t nFileWords =

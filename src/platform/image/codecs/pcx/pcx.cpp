@@ -165,8 +165,8 @@ static void SetResolution(const PcxHeader& objHeader, ImageBuffer& aImage)
     const bool bPicture = aDots[0] == objHeader.nWidth && aDots[1] == objHeader.nHeight;
     if (aDots[0] == 0 || aDots[1] == 0 || bScreen || bPicture)
         return;
-    aImage.dDotsPerInchX = aDots[0];
-    aImage.dDotsPerInchY = aDots[1];
+    aImage.dots_per_inch_x = aDots[0];
+    aImage.dots_per_inch_y = aDots[1];
 }
 
 static void ConvertPlanes(const PcxHeader& objHeader, const std::uint8_t* pRow, std::uint8_t* pOut)
@@ -221,7 +221,7 @@ static bool bDecode(InputFile& objFile, const PcxHeader& objHeader, ImageBuffer&
     PcxRuns objRuns(aData, objHeader.bPacked);
     std::vector<std::uint8_t> aRow(objHeader.nRowSize());
     std::vector<std::uint8_t> aIndexes(bIndexes ? objHeader.nWidth : 0);
-    std::uint8_t* pOut = aResult.aBytes.data();
+    std::uint8_t* pOut = aResult.bytes.data();
     for (std::uint64_t y = 0; y < objHeader.nHeight; ++y) {
         if (!objRuns.bNextRow(aRow))
             return false;
@@ -257,14 +257,14 @@ static std::uint16_t nDots(double dDotsPerInch)
 
 static void WriteHeader(const ImageBuffer& aImage, std::uint64_t nBytesPerLine, OutputFile& objOut)
 {
-    const bool bGrey = aImage.lChannels == 1;
+    const bool bGrey = aImage.channels == 1;
     const std::array<std::uint8_t, 4> aBegin = {kMagic, kVersionWithLongPalette, 1, 8};
     objOut.Write(aBegin);
     objOut.WriteU32Le(0);  // left, top
-    objOut.WriteU16Le(static_cast<std::uint16_t>(aImage.lWidth - 1));
-    objOut.WriteU16Le(static_cast<std::uint16_t>(aImage.lHeight - 1));
-    objOut.WriteU16Le(nDots(aImage.dDotsPerInchX));
-    objOut.WriteU16Le(nDots(aImage.dDotsPerInchY));
+    objOut.WriteU16Le(static_cast<std::uint16_t>(aImage.width - 1));
+    objOut.WriteU16Le(static_cast<std::uint16_t>(aImage.height - 1));
+    objOut.WriteU16Le(nDots(aImage.dots_per_inch_x));
+    objOut.WriteU16Le(nDots(aImage.dots_per_inch_y));
     objOut.Write(std::array<std::uint8_t, 48>{});
     objOut.WriteU8(0);
     objOut.WriteU8(bGrey ? 1 : 3);
@@ -276,15 +276,15 @@ static void WriteHeader(const ImageBuffer& aImage, std::uint64_t nBytesPerLine, 
 // Each plane of a row is packed by itself: readers that keep to the rule expect no run to cross its end.
 static bool bEncode(const ImageBuffer& aImage, const SaveSettings&, OutputFile& objOut)
 {
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
     const std::size_t nBytesPerLine = (nWidth + 1) / 2 * 2;
     WriteHeader(aImage, nBytesPerLine, objOut);
 
     std::vector<std::uint8_t> aPlanes(nBytesPerLine * 3);
     std::vector<std::uint8_t> aPacked(nBytesPerLine * 3 * 2);
-    const std::uint8_t* pRow = aImage.aBytes.data();
-    for (std::int32_t y = 0; y < aImage.lHeight && !objOut.Failed(); ++y, pRow += nWidth * nChannels) {
+    const std::uint8_t* pRow = aImage.bytes.data();
+    for (std::int32_t y = 0; y < aImage.height && !objOut.Failed(); ++y, pRow += nWidth * nChannels) {
         if (nChannels == 1) {
             std::memcpy(aPlanes.data(), pRow, nWidth);
         } else {

@@ -97,7 +97,7 @@ static bool bSpreadIndices(const PngInfo& objInfo, const ImageBuffer& aIndices, 
     const PngPalette objPalette = objPaletteOf(objInfo);
     if (!bAllocate(aResult, objInfo.objHeader.nWidth, objInfo.objHeader.nHeight, objPalette.lChannels))
         return false;
-    LookUpRow(objPalette, 8, aIndices.aBytes.data(), aResult.aBytes.data(), aIndices.aBytes.size());
+    LookUpRow(objPalette, 8, aIndices.bytes.data(), aResult.bytes.data(), aIndices.bytes.size());
     return true;
 }
 
@@ -112,9 +112,9 @@ bool bDecodePngByLibrary(InputFile& objFile, const PngInfo& objInfo, ImageBuffer
         return false;
 
     Decoding objDecoding(objFile);
-    objDecoding.nStride = aRead.aBytes.size() / objHeader.nHeight;
+    objDecoding.nStride = aRead.bytes.size() / objHeader.nHeight;
     for (std::size_t y = 0; y < objHeader.nHeight; ++y)
-        objDecoding.aRows.push_back(aRead.aBytes.data() + y * objDecoding.nStride);
+        objDecoding.aRows.push_back(aRead.bytes.data() + y * objDecoding.nStride);
     objDecoding.pPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &JumpBack, &Ignore);
     objDecoding.pInfo = objDecoding.pPng ? png_create_info_struct(objDecoding.pPng) : nullptr;
     if (!objDecoding.pInfo || !bReadRows(objDecoding, objInfo))
@@ -127,8 +127,8 @@ bool bDecodePngByLibrary(InputFile& objFile, const PngInfo& objInfo, ImageBuffer
     if (!bPalette)
         aResult = std::move(aRead);
     if (dExponent != 1 && objHeader.nDepth != 16)
-        ApplyGamma(dExponent, aResult.lChannels, aResult.aBytes.data(),
-                   aResult.aBytes.size() / static_cast<std::size_t>(aResult.lChannels));
+        ApplyGamma(dExponent, aResult.channels, aResult.bytes.data(),
+                   aResult.bytes.size() / static_cast<std::size_t>(aResult.channels));
     aImage = std::move(aResult);
     return true;
 }

@@ -57,9 +57,9 @@ static inline std::uint32_t nColourAt(const std::uint8_t* p)
 template <std::size_t nChannels>
 static bool bCountColours(const ImageBuffer& aImage, PngColourTable& objTable)
 {
-    const std::uint8_t* const p = aImage.aBytes.data();
+    const std::uint8_t* const p = aImage.bytes.data();
     std::uint32_t nLast = ~nColourAt<nChannels>(p);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += nChannels) {
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += nChannels) {
         const std::uint32_t nColour = nColourAt<nChannels>(p + i);
         if (nColour != nLast && objTable.nIndexOf(nColour) == PngColourTable::kMost)
             return false;
@@ -72,12 +72,12 @@ static bool bCountColours(const ImageBuffer& aImage, PngColourTable& objTable)
 static bool bFewGreys(const ImageBuffer& aImage, PngColourTable& objTable)
 {
     constexpr std::size_t kPiece = 4096;
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
     std::array<bool, 256> aSeen{};
-    for (std::size_t nDone = 0; nDone < aImage.aBytes.size(); nDone += kPiece * nChannels) {
-        const std::size_t nEnd = std::min(nDone + kPiece * nChannels, aImage.aBytes.size());
+    for (std::size_t nDone = 0; nDone < aImage.bytes.size(); nDone += kPiece * nChannels) {
+        const std::size_t nEnd = std::min(nDone + kPiece * nChannels, aImage.bytes.size());
         for (std::size_t i = nDone; i < nEnd; i += nChannels)
-            aSeen[aImage.aBytes[i]] = true;
+            aSeen[aImage.bytes[i]] = true;
         if (std::count(aSeen.begin(), aSeen.end(), true) > 16)
             return false;
     }
@@ -89,16 +89,16 @@ static bool bFewGreys(const ImageBuffer& aImage, PngColourTable& objTable)
 
 static bool bFewColours(const ImageBuffer& aImage, PngColourTable& objTable)
 {
-    return aImage.lChannels == 1   ? bCountColours<1>(aImage, objTable)
-           : aImage.lChannels == 3 ? bCountColours<3>(aImage, objTable)
-                                   : bCountColours<4>(aImage, objTable);
+    return aImage.channels == 1   ? bCountColours<1>(aImage, objTable)
+           : aImage.channels == 3 ? bCountColours<3>(aImage, objTable)
+                                  : bCountColours<4>(aImage, objTable);
 }
 
 static bool bGreyPixels(const ImageBuffer& aImage)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const std::uint8_t* const p = aImage.aBytes.data();
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += nChannels)
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const std::uint8_t* const p = aImage.bytes.data();
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += nChannels)
         if (p[i] != p[i + 1] || p[i] != p[i + 2])
             return false;
     return true;
@@ -106,8 +106,8 @@ static bool bGreyPixels(const ImageBuffer& aImage)
 
 static bool bOpaquePixels(const ImageBuffer& aImage)
 {
-    const std::uint8_t* const p = aImage.aBytes.data();
-    for (std::size_t i = 3; i < aImage.aBytes.size(); i += 4)
+    const std::uint8_t* const p = aImage.bytes.data();
+    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
         if (p[i] != 255)
             return false;
     return true;
@@ -154,15 +154,15 @@ static PngLayout objPaletteLayout(const PngColourTable& objTable)
 
 std::vector<PngLayout> aPngLayouts(const ImageBuffer& aImage)
 {
-    const bool bProfile = !aImage.aIccProfile.empty();
+    const bool bProfile = !aImage.icc_profile.empty();
     PngLayout objPlain;
     objPlain.objColour = PngColour::Grey;
-    if (aImage.lChannels == 1 && bOnlyExtremes(aImage.aBytes.data(), aImage.aBytes.size())) {
+    if (aImage.channels == 1 && bOnlyExtremes(aImage.bytes.data(), aImage.bytes.size())) {
         objPlain.nDepth = 1;
         return {objPlain};
     }
-    const bool bAlpha = aImage.lChannels == 4 && !bOpaquePixels(aImage);
-    const bool bGrey = aImage.lChannels == 1 || (!bProfile && bGreyPixels(aImage));
+    const bool bAlpha = aImage.channels == 4 && !bOpaquePixels(aImage);
+    const bool bGrey = aImage.channels == 1 || (!bProfile && bGreyPixels(aImage));
     objPlain.objColour = bGrey    ? bAlpha ? PngColour::GreyAlpha : PngColour::Grey
                          : bAlpha ? PngColour::Rgba
                                   : PngColour::Rgb;
@@ -174,13 +174,13 @@ std::vector<PngLayout> aPngLayouts(const ImageBuffer& aImage)
         objPlain.nDepth = nGreyDepth(objTable.aColours());
     PngLayout objPalette = objPaletteLayout(objTable);
     // A palette is for RGB, so a grey picture's profile doesn't fit it.
-    const bool bForbidden = aImage.lChannels == 1 && bProfile;
+    const bool bForbidden = aImage.channels == 1 && bProfile;
     if (bForbidden || (bGreys && objPalette.nDepth >= objPlain.nDepth))
         return {objPlain};
     // Both are taken to shrink by half; in a small picture the palette itself is what counts.
     const std::uint64_t nPlainBits = objPlain.objHeader(aImage).nSamples() * objPlain.nDepth;
-    const std::uint64_t nSaved = static_cast<std::uint64_t>(aImage.lWidth) *
-                                 static_cast<std::uint64_t>(aImage.lHeight) *
+    const std::uint64_t nSaved = static_cast<std::uint64_t>(aImage.width) *
+                                 static_cast<std::uint64_t>(aImage.height) *
                                  (nPlainBits - objPalette.nDepth) / 16;
     if (objPalette.aPalette.size() + objPalette.aTransparency.size() + 24 > nSaved)
         return {objPlain};
@@ -190,8 +190,8 @@ std::vector<PngLayout> aPngLayouts(const ImageBuffer& aImage)
 PngHeader PngLayout::objHeader(const ImageBuffer& aImage) const
 {
     PngHeader objResult;
-    objResult.nWidth = static_cast<std::uint32_t>(aImage.lWidth);
-    objResult.nHeight = static_cast<std::uint32_t>(aImage.lHeight);
+    objResult.nWidth = static_cast<std::uint32_t>(aImage.width);
+    objResult.nHeight = static_cast<std::uint32_t>(aImage.height);
     objResult.nDepth = nDepth;
     objResult.objColour = objColour;
     return objResult;
@@ -265,9 +265,9 @@ static void PutGreys(std::uint32_t nDepth, const std::uint8_t* pRow, std::size_t
 
 void MakePngRow(PngLayout& objLayout, const ImageBuffer& aImage, std::size_t y, std::uint8_t* pOut)
 {
-    const auto nPixels = static_cast<std::size_t>(aImage.lWidth);
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const std::uint8_t* const pRow = aImage.aBytes.data() + y * nPixels * nChannels;
+    const auto nPixels = static_cast<std::size_t>(aImage.width);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const std::uint8_t* const pRow = aImage.bytes.data() + y * nPixels * nChannels;
     switch (objLayout.objColour) {
         case PngColour::Grey:
             PutGreys(objLayout.nDepth, pRow, nChannels, nPixels, pOut);

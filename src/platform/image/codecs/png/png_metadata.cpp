@@ -89,14 +89,14 @@ void ReadPngExif(Bytes aChunk, ImageMetadata& objMetadata)
     const std::string_view sBlock = sOf(aChunk);
     const bool bTiff =
         sBlock.starts_with(std::string_view("II*\0", 4)) || sBlock.starts_with(std::string_view("MM\0*", 4));
-    if (bTiff && objMetadata.aExif.empty())
-        objMetadata.aExif.assign(aChunk.begin(), aChunk.end());
+    if (bTiff && objMetadata.exif.empty())
+        objMetadata.exif.assign(aChunk.begin(), aChunk.end());
 }
 
 static void ReadXmp(Bytes aPacket, ImageMetadata& objMetadata)
 {
-    if (objMetadata.aXmp.empty())
-        objMetadata.aXmp.assign(aPacket.begin(), aPacket.end());
+    if (objMetadata.xmp.empty())
+        objMetadata.xmp.assign(aPacket.begin(), aPacket.end());
 }
 
 static void ReadRawProfile(std::string_view sKind, Bytes aText, ImageMetadata& objMetadata)
@@ -109,8 +109,8 @@ static void ReadRawProfile(std::string_view sKind, Bytes aText, ImageMetadata& o
         ReadXmp(Bytes(aBlock).subspan(kXmpMark.size()), objMetadata);
     else if (sKind == "xmp")
         ReadXmp(aBlock, objMetadata);
-    else if (sKind == "iptc" && objMetadata.aIptc.empty())
-        objMetadata.aIptc = aIptcOfResources(aBlock);
+    else if (sKind == "iptc" && objMetadata.iptc.empty())
+        objMetadata.iptc = aIptcOfResources(aBlock);
 }
 
 void ReadPngText(std::uint32_t nType, Bytes aChunk, ImageMetadata& objMetadata)
@@ -207,8 +207,8 @@ static bool WriteProfile(OutputFile& objOut, Bytes aProfile)
 
 static bool WriteResolution(OutputFile& objOut, const ImageBuffer& aImage)
 {
-    const double dPerMetreX = std::round(aImage.dDotsPerInchX / 0.0254);
-    const double dPerMetreY = std::round(aImage.dDotsPerInchY / 0.0254);
+    const double dPerMetreX = std::round(aImage.dots_per_inch_x / 0.0254);
+    const double dPerMetreY = std::round(aImage.dots_per_inch_y / 0.0254);
     const auto bWritable = [](double dPerMetre) { return dPerMetre >= 1 && dPerMetre < 0x7FFFFFFF; };
     if (!bWritable(dPerMetreX) || !bWritable(dPerMetreY))
         return true;
@@ -231,14 +231,14 @@ static bool WriteIptc(OutputFile& objOut, Bytes aIptc)
 bool WritePngMetadata(OutputFile& objOut, const ImageBuffer& aImage, bool bGrey,
                       const ImageInfoTexts& objTexts)
 {
-    const ImageMetadata& objMetadata = aImage.objMetadata;
-    const bool bProfile = !aImage.aIccProfile.empty() && bProfileFits(aImage.aIccProfile, bGrey ? 1 : 3);
-    if (bProfile && !WriteProfile(objOut, aImage.aIccProfile))
+    const ImageMetadata& objMetadata = aImage.metadata;
+    const bool bProfile = !aImage.icc_profile.empty() && bProfileFits(aImage.icc_profile, bGrey ? 1 : 3);
+    if (bProfile && !WriteProfile(objOut, aImage.icc_profile))
         return false;
     const std::vector<std::uint8_t> aExif = aExifForSave(aImage, objTexts);
     return WriteResolution(objOut, aImage) &&
            (aExif.empty() || WritePngChunk(objOut, nPngType("eXIf"), aExif)) &&
            WriteTexts(objOut, objTexts) &&
-           (objMetadata.aXmp.empty() || WriteInternational(objOut, kXmpKeyword, sOf(objMetadata.aXmp))) &&
-           (objMetadata.aIptc.empty() || WriteIptc(objOut, objMetadata.aIptc));
+           (objMetadata.xmp.empty() || WriteInternational(objOut, kXmpKeyword, sOf(objMetadata.xmp))) &&
+           (objMetadata.iptc.empty() || WriteIptc(objOut, objMetadata.iptc));
 }

@@ -45,12 +45,12 @@ void PngRowSource::Make(std::size_t y, std::uint8_t* pOut)
 // picture is one sample.
 static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
 {
-    const auto nHeight = static_cast<std::size_t>(aImage.lHeight);
+    const auto nHeight = static_cast<std::size_t>(aImage.height);
     PngRowSource objRows(aImage, objPlan);
     const std::size_t nRowBytes = objRows.nFilteredBytes();
     // The same rows for every plan, however wide their rows are.
     const std::size_t nPixelRow =
-        std::size_t{static_cast<std::uint32_t>(aImage.lWidth)} * static_cast<std::size_t>(aImage.lChannels);
+        std::size_t{static_cast<std::uint32_t>(aImage.width)} * static_cast<std::size_t>(aImage.channels);
     const std::size_t nSample = std::clamp(nPixelRow * nHeight / kSampleShare, kSampleLeast, kSampleMost);
     const std::size_t nRows = std::min(std::max<std::size_t>(nSample / nPixelRow, 2), nHeight);
     PixelBytes aBuffer;
@@ -79,13 +79,13 @@ static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
 static std::size_t nFlatness(const ImageBuffer& aImage)
 {
     constexpr std::size_t kRows = 16;
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
-    const auto nHeight = static_cast<std::size_t>(aImage.lHeight);
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
+    const auto nHeight = static_cast<std::size_t>(aImage.height);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
     std::size_t nSame = 0;
     for (std::size_t i = 0; i < kRows; ++i) {
         const std::uint8_t* const p =
-            aImage.aBytes.data() + nHeight * (2 * i + 1) / (2 * kRows) * nWidth * nChannels;
+            aImage.bytes.data() + nHeight * (2 * i + 1) / (2 * kRows) * nWidth * nChannels;
         for (std::size_t x = 1; x < nWidth; ++x)
             nSame += std::memcmp(p + x * nChannels, p + (x - 1) * nChannels, nChannels) == 0 ? 1 : 0;
     }

@@ -61,7 +61,7 @@ bool PngDecoder::DecodeDirect(PngInflater& objInflater, UnfilterPngRows Unfilter
         const std::size_t nRows = std::min(nStripRows, nHeight - y);
         if (!objInflater.Fill(std::span(aStrip).first(nRows * (nBytes + 1))))
             return false;
-        std::uint8_t* pOut = aResult.aBytes.data() + y * nBytes;
+        std::uint8_t* pOut = aResult.bytes.data() + y * nBytes;
         if (!UnfilterRows(
                 {aStrip.data(), nBytes + 1, pOut, y ? pOut - nBytes : aZeros.data(), nBytes, nRows}))
             return false;
@@ -92,7 +92,7 @@ bool PngDecoder::DecodeIndices(PngInflater& objInflater, ImageBuffer& aResult)
             return false;
         for (std::size_t i = 0; i < nRows; ++i)
             LookUpRow(objPalette, objHeader.nDepth, pRows + i * nBytes,
-                      aResult.aBytes.data() + (y + i) * nOutRow, objHeader.nWidth);
+                      aResult.bytes.data() + (y + i) * nOutRow, objHeader.nWidth);
         std::copy_n(pRows + (nRows - 1) * nBytes, nBytes, aUnfiltered.data());
     }
     return true;
@@ -121,8 +121,8 @@ bool PngDecoder::DecodePixels(ImageBuffer& aResult, std::uint64_t& nAfterData)
     nAfterData = objInflater.nAfter();
     const double dExponent = dPngGammaExponent(m_objInfo);
     if (dExponent != 1)
-        ApplyGamma(dExponent, lChannels, aResult.aBytes.data(),
-                   aResult.aBytes.size() / static_cast<std::size_t>(lChannels));
+        ApplyGamma(dExponent, lChannels, aResult.bytes.data(),
+                   aResult.bytes.size() / static_cast<std::size_t>(lChannels));
     return true;
 }
 
@@ -136,12 +136,12 @@ static void ApplyGreyProfile(const std::vector<std::uint8_t>& aProfile, ImageBuf
         return;
     std::array<std::uint8_t, 256> aTable{};
     for (std::size_t i = 0; i < aTable.size(); ++i)
-        aGreys.aBytes[i] = static_cast<std::uint8_t>(i);
-    aGreys.aIccProfile = aProfile;
-    if (!bConvertToSrgb(aGreys) || aGreys.aBytes.size() != aTable.size())
+        aGreys.bytes[i] = static_cast<std::uint8_t>(i);
+    aGreys.icc_profile = aProfile;
+    if (!bConvertToSrgb(aGreys) || aGreys.bytes.size() != aTable.size())
         return;
-    std::copy(aGreys.aBytes.begin(), aGreys.aBytes.end(), aTable.begin());
-    ApplyTable(aTable, aImage.lChannels, aImage.aBytes.data(), aImage.aBytes.size() / 4);
+    std::copy(aGreys.bytes.begin(), aGreys.bytes.end(), aTable.begin());
+    ApplyTable(aTable, aImage.channels, aImage.bytes.data(), aImage.bytes.size() / 4);
 }
 
 bool PngDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
@@ -155,13 +155,13 @@ bool PngDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
     PngInfo objInfo = m_objInfo;
     if (!DecodePixels(aResult, nAfterData) || !bReadPngTail(m_objReader, nAfterData, objInfo))
         return false;
-    if (!objInfo.aIccProfile.empty() && objHeader.bGrey() && aResult.lChannels == 4)
+    if (!objInfo.aIccProfile.empty() && objHeader.bGrey() && aResult.channels == 4)
         ApplyGreyProfile(objInfo.aIccProfile, aResult);
     else
-        aResult.aIccProfile = std::move(objInfo.aIccProfile);
-    aResult.dDotsPerInchX = objInfo.dDotsPerInchX;
-    aResult.dDotsPerInchY = objInfo.dDotsPerInchY;
-    aResult.objMetadata = std::move(objInfo.objMetadata);
+        aResult.icc_profile = std::move(objInfo.aIccProfile);
+    aResult.dots_per_inch_x = objInfo.dDotsPerInchX;
+    aResult.dots_per_inch_y = objInfo.dDotsPerInchY;
+    aResult.metadata = std::move(objInfo.objMetadata);
     aImage = std::move(aResult);
     return true;
 }

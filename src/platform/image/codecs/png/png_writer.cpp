@@ -32,7 +32,7 @@ static bool WritePalette(OutputFile& objOut, const PngLayout& objLayout)
 
 static bool WritePixels(OutputFile& objOut, const ImageBuffer& aImage, PngPlan& objPlan)
 {
-    const auto nHeight = static_cast<std::size_t>(aImage.lHeight);
+    const auto nHeight = static_cast<std::size_t>(aImage.height);
     PngRowSource objRows(aImage, objPlan);
     PngDeflater objDeflater(objOut, objRows.nFilteredBytes(), nHeight, objPlan.objLayout.nPixelBytes(),
                             objPlan.objContent);

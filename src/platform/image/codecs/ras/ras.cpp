@@ -218,7 +218,7 @@ static bool bDecodeRuns(InputFile& objFile, const RasHeader& objHeader, const Ra
         const bool bLast = y + 1 == objHeader.nHeight;
         if (!objRuns.bNextRow(std::span(aRow).first(bLast ? objHeader.nRowBytes() : aRow.size())))
             return false;
-        ConvertRow(objHeader, objColours, aRow.data(), aImage.aBytes.data() + y * nRowSize);
+        ConvertRow(objHeader, objColours, aRow.data(), aImage.bytes.data() + y * nRowSize);
     }
     return true;
 }
@@ -233,7 +233,7 @@ static bool bDecodeRaw(InputFile& objFile, const RasHeader& objHeader, const Ras
         return false;
     const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(objColours.lChannels);
     return bReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
-        ConvertRow(objHeader, objColours, pRow, aImage.aBytes.data() + y * nRowSize);
+        ConvertRow(objHeader, objColours, pRow, aImage.bytes.data() + y * nRowSize);
     });
 }
 
@@ -261,24 +261,24 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& objFile)
 
 static bool bEncode(const ImageBuffer& aImage, const SaveSettings&, OutputFile& objOut)
 {
-    const auto nHeight = static_cast<std::uint64_t>(aImage.lHeight);
+    const auto nHeight = static_cast<std::uint64_t>(aImage.height);
     const std::uint64_t nRowSize =
-        static_cast<std::uint64_t>(aImage.lWidth) * static_cast<std::uint64_t>(aImage.lChannels);
+        static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.channels);
     const std::uint64_t nStride = (nRowSize + 1) / 2 * 2;
     if (nStride * nHeight > UINT32_MAX)  // the header's field for the size has 32 bits
         return false;
     objOut.WriteU32Be(kMagic);
-    objOut.WriteU32Be(static_cast<std::uint32_t>(aImage.lWidth));
-    objOut.WriteU32Be(static_cast<std::uint32_t>(aImage.lHeight));
-    objOut.WriteU32Be(aImage.lChannels == 1 ? 8 : 24);
+    objOut.WriteU32Be(static_cast<std::uint32_t>(aImage.width));
+    objOut.WriteU32Be(static_cast<std::uint32_t>(aImage.height));
+    objOut.WriteU32Be(aImage.channels == 1 ? 8 : 24);
     objOut.WriteU32Be(static_cast<std::uint32_t>(nStride * nHeight));
     objOut.WriteU32Be(kStandard);
     objOut.WriteU32Be(0);
     objOut.WriteU32Be(0);
     if (nStride == nRowSize)
-        return objOut.Write(aImage.aBytes);
+        return objOut.Write(aImage.bytes);
     for (std::uint64_t y = 0; y < nHeight && !objOut.Failed(); ++y) {
-        objOut.Write(Bytes(aImage.aBytes).subspan(y * nRowSize, nRowSize));
+        objOut.Write(Bytes(aImage.bytes).subspan(y * nRowSize, nRowSize));
         objOut.WriteU8(0);
     }
     return !objOut.Failed();

@@ -106,7 +106,7 @@ private:
 static std::uint8_t* pRowOf(const TgaHeader& objHeader, ImageBuffer& aImage, std::uint64_t nStored)
 {
     const std::uint64_t y = objHeader.bFromTop ? nStored : objHeader.nHeight - 1 - nStored;
-    return aImage.aBytes.data() + y * objHeader.nWidth * static_cast<std::uint64_t>(aImage.lChannels);
+    return aImage.bytes.data() + y * objHeader.nWidth * static_cast<std::uint64_t>(aImage.channels);
 }
 
 static bool bDecodePlain(InputFile& objFile, const TgaHeader& objHeader, const TgaPixels& objPixels,
@@ -145,11 +145,11 @@ static bool bDecodePacked(InputFile& objFile, const TgaHeader& objHeader, const 
 // Colours that were multiplied by their alpha, divided again.
 static void Unmultiply(ImageBuffer& aImage)
 {
-    for (std::size_t i = 0; i + 3 < aImage.aBytes.size(); i += 4) {
-        const std::uint32_t nAlpha = aImage.aBytes[i + 3];
+    for (std::size_t i = 0; i + 3 < aImage.bytes.size(); i += 4) {
+        const std::uint32_t nAlpha = aImage.bytes[i + 3];
         for (std::size_t c = 0; c < 3 && nAlpha > 0; ++c)
-            aImage.aBytes[i + c] = static_cast<std::uint8_t>(
-                std::min<std::uint32_t>((aImage.aBytes[i + c] * 255u + nAlpha / 2) / nAlpha, 255));
+            aImage.bytes[i + c] = static_cast<std::uint8_t>(
+                std::min<std::uint32_t>((aImage.bytes[i + c] * 255u + nAlpha / 2) / nAlpha, 255));
     }
 }
 
@@ -166,7 +166,7 @@ static bool bDecode(InputFile& objFile, const TgaHeader& objHeader, ImageBuffer&
                             : bDecodePlain(objFile, objHeader, objPixels, aResult)))
         return false;
     DropUnsetAlpha(aResult);
-    if (aResult.lChannels == 4 && eAlpha == TgaAlpha::kPremultiplied)
+    if (aResult.channels == 4 && eAlpha == TgaAlpha::kPremultiplied)
         Unmultiply(aResult);
     aImage = std::move(aResult);
     return true;

@@ -39,17 +39,17 @@ private:
 static void ApplyGreyProfile(std::vector<std::uint8_t> aProfile, ImageBuffer& aImage)
 {
     ImageBuffer aGrey;
-    aGrey.lWidth = aImage.lWidth;
-    aGrey.lHeight = aImage.lHeight;
-    aGrey.lChannels = 1;
-    aGrey.aIccProfile = std::move(aProfile);
-    aGrey.aBytes.resize(aImage.aBytes.size() / 4);
-    for (std::size_t i = 0; i < aGrey.aBytes.size(); ++i)
-        aGrey.aBytes[i] = aImage.aBytes[i * 4];
+    aGrey.width = aImage.width;
+    aGrey.height = aImage.height;
+    aGrey.channels = 1;
+    aGrey.icc_profile = std::move(aProfile);
+    aGrey.bytes.resize(aImage.bytes.size() / 4);
+    for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
+        aGrey.bytes[i] = aImage.bytes[i * 4];
     if (!bConvertToSrgb(aGrey))
         return;
-    for (std::size_t i = 0; i < aGrey.aBytes.size(); ++i)
-        aImage.aBytes[i * 4] = aImage.aBytes[i * 4 + 1] = aImage.aBytes[i * 4 + 2] = aGrey.aBytes[i];
+    for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
+        aImage.bytes[i * 4] = aImage.bytes[i * 4 + 1] = aImage.bytes[i * 4 + 2] = aGrey.bytes[i];
 }
 
 bool TiffDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
@@ -70,9 +70,9 @@ bool TiffDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
     const bool bOwnColours =
         objLayout->enColour == TiffColour::kGrey || objLayout->enColour == TiffColour::kRgb ||
         objLayout->enColour == TiffColour::kPalette || objLayout->enColour == TiffColour::kYCbCr;
-    if (bOwnColours && bProfileFits(aProfile, aResult.lChannels))
-        aResult.aIccProfile = std::move(aProfile);
-    else if (objLayout->enColour == TiffColour::kGrey && aResult.lChannels == 4 && bProfileFits(aProfile, 1))
+    if (bOwnColours && bProfileFits(aProfile, aResult.channels))
+        aResult.icc_profile = std::move(aProfile);
+    else if (objLayout->enColour == TiffColour::kGrey && aResult.channels == 4 && bProfileFits(aProfile, 1))
         ApplyGreyProfile(std::move(aProfile), aResult);
     aImage = std::move(aResult);
     return true;

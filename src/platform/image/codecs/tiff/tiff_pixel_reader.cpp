@@ -233,17 +233,17 @@ bool bReadTiffPixels(TIFF* pTiff, const TiffLayout& objLayout, InputFile& objFil
     const std::size_t nPixels = std::size_t{objLayout.nWidth} * objLayout.nHeight;
     const std::size_t nPitch = std::size_t{objLayout.nWidth} * objRows.Levels();
     ImageBuffer aResult;
-    aResult.lWidth = static_cast<std::int32_t>(objLayout.nWidth);
-    aResult.lHeight = static_cast<std::int32_t>(objLayout.nHeight);
-    aResult.lChannels = static_cast<std::int32_t>(objRows.Channels());
-    ResizeFresh(aResult.aBytes, nPixels * objRows.Levels());
+    aResult.width = static_cast<std::int32_t>(objLayout.nWidth);
+    aResult.height = static_cast<std::int32_t>(objLayout.nHeight);
+    aResult.channels = static_cast<std::int32_t>(objRows.Channels());
+    ResizeFresh(aResult.bytes, nPixels * objRows.Levels());
     const bool bFinishRows = objRows.FinishesRows() && !objLayout.bSeparate;
-    PageReading obj{pTiff, objLayout, objRows, aResult.aBytes.data(), nPitch, {}, bFinishRows};
+    PageReading obj{pTiff, objLayout, objRows, aResult.bytes.data(), nPitch, {}, bFinishRows};
     if (!bReadChunks(obj, objFile))
         return false;
-    if (!bFinishRows && !objRows.bFinish(aResult.aBytes.data(), nPixels, aResult.aBytes.data()))
+    if (!bFinishRows && !objRows.bFinish(aResult.bytes.data(), nPixels, aResult.bytes.data()))
         return false;
-    aResult.aBytes.resize(nPixels * objRows.Channels());
+    aResult.bytes.resize(nPixels * objRows.Channels());
     aImage = std::move(aResult);
     return true;
 }

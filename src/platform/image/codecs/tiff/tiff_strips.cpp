@@ -16,13 +16,13 @@ static constexpr std::size_t kStripsAPart = 2;          // what a thread encodes
 
 static std::size_t nRowBytes(const ImageBuffer& aImage)
 {
-    return static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
+    return static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
 }
 
 static std::uint32_t nRowsForStrips(const ImageBuffer& aImage)
 {
     const std::size_t nRows = std::max<std::size_t>(1, kStripBytes / nRowBytes(aImage));
-    return static_cast<std::uint32_t>(std::min(nRows, static_cast<std::size_t>(aImage.lHeight)));
+    return static_cast<std::uint32_t>(std::min(nRows, static_cast<std::size_t>(aImage.height)));
 }
 
 // Pixels in the order of TIFF.
@@ -38,15 +38,15 @@ static void CopyPixels(const std::uint8_t* pIn, std::size_t nPixels, std::int32_
 bool bPlainStrips(const ImageBuffer& aImage, const TakeBytes& fnTake, TiffStrips& objStrips)
 {
     const std::size_t nRow = nRowBytes(aImage);
-    const auto nHeight = static_cast<std::uint32_t>(aImage.lHeight);
+    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
     objStrips.nRowsAStrip = nRowsForStrips(aImage);
-    std::vector<std::uint8_t> aStrip(aImage.lChannels == 1 ? 0 : objStrips.nRowsAStrip * nRow);
+    std::vector<std::uint8_t> aStrip(aImage.channels == 1 ? 0 : objStrips.nRowsAStrip * nRow);
     for (std::uint32_t y = 0; y < nHeight; y += objStrips.nRowsAStrip) {
         const std::uint32_t nRows = std::min(objStrips.nRowsAStrip, nHeight - y);
-        Bytes aBytes = Bytes(aImage.aBytes).subspan(y * nRow, nRows * nRow);
-        if (aImage.lChannels != 1) {
-            CopyPixels(aBytes.data(), aBytes.size() / static_cast<std::size_t>(aImage.lChannels),
-                       aImage.lChannels, aStrip.data());
+        Bytes aBytes = Bytes(aImage.bytes).subspan(y * nRow, nRows * nRow);
+        if (aImage.channels != 1) {
+            CopyPixels(aBytes.data(), aBytes.size() / static_cast<std::size_t>(aImage.channels),
+                       aImage.channels, aStrip.data());
             aBytes = Bytes(aStrip).first(aBytes.size());
         }
         if (!fnTake(aBytes))
@@ -73,9 +73,9 @@ static void EncodeLzwStrip(const ImageBuffer& aImage, std::uint32_t y, std::uint
     objWork.aPixels.resize(nRow);
     objWork.aDifferences.resize(nRow * nRows);
     for (std::uint32_t i = 0; i < nRows; ++i) {
-        CopyPixels(aImage.aBytes.data() + (y + i) * nRow, static_cast<std::size_t>(aImage.lWidth),
-                   aImage.lChannels, objWork.aPixels.data());
-        SubtractLeft(objWork.aPixels.data(), nRow, static_cast<std::uint32_t>(aImage.lChannels),
+        CopyPixels(aImage.bytes.data() + (y + i) * nRow, static_cast<std::size_t>(aImage.width),
+                   aImage.channels, objWork.aPixels.data());
+        SubtractLeft(objWork.aPixels.data(), nRow, static_cast<std::uint32_t>(aImage.channels),
                      objWork.aDifferences.data() + i * nRow);
     }
     objWork.objEncoder.Encode(objWork.aDifferences, aCodes);
@@ -83,7 +83,7 @@ static void EncodeLzwStrip(const ImageBuffer& aImage, std::uint32_t y, std::uint
 
 bool bLzwStrips(const ImageBuffer& aImage, const TakeBytes& fnTake, TiffStrips& objStrips)
 {
-    const auto nHeight = static_cast<std::uint32_t>(aImage.lHeight);
+    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
     objStrips.nRowsAStrip = nRowsForStrips(aImage);
     const std::size_t nStrips = (nHeight - 1) / objStrips.nRowsAStrip + 1;
     // As many strips at a time as the cores take together; then those are handed over in their order.
@@ -113,8 +113,8 @@ bool bLzwStrips(const ImageBuffer& aImage, const TakeBytes& fnTake, TiffStrips& 
 
 static bool bSetFaxTags(TIFF* pTiff, const ImageBuffer& aImage, std::uint16_t nCompression)
 {
-    const auto nHeight = static_cast<std::uint32_t>(aImage.lHeight);
-    return TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(aImage.lWidth)) &&
+    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
+    return TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(aImage.width)) &&
            TIFFSetField(pTiff, TIFFTAG_IMAGELENGTH, nHeight) &&
            TIFFSetField(pTiff, TIFFTAG_BITSPERSAMPLE, 1) && TIFFSetField(pTiff, TIFFTAG_SAMPLESPERPIXEL, 1) &&
            TIFFSetField(pTiff, TIFFTAG_ROWSPERSTRIP, nHeight) &&
@@ -127,16 +127,16 @@ static bool bSetFaxTags(TIFF* pTiff, const ImageBuffer& aImage, std::uint16_t nC
 bool bFaxStrip(const ImageBuffer& aImage, std::uint16_t nCompression, const TakeBytes& fnTake,
                TiffStrips& objStrips)
 {
-    if (aImage.lChannels == 4)
+    if (aImage.channels == 4)
         return bFaxStrip(aLaidOnWhite(aImage), nCompression, fnTake, objStrips);
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
-    const auto nHeight = static_cast<std::size_t>(aImage.lHeight);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
+    const auto nHeight = static_cast<std::size_t>(aImage.height);
     const std::size_t nPackedRow = (nWidth + 7) / 8;
     std::vector<std::uint8_t> aLevels(nWidth);
     std::vector<std::uint8_t> aPacked(nPackedRow * nHeight);
     for (std::size_t y = 0; y < nHeight; ++y) {
-        LevelsAtHalf(aImage.aBytes.data() + y * nRowBytes(aImage), nWidth,
-                     static_cast<std::uint32_t>(aImage.lChannels), aLevels.data());
+        LevelsAtHalf(aImage.bytes.data() + y * nRowBytes(aImage), nWidth,
+                     static_cast<std::uint32_t>(aImage.channels), aLevels.data());
         PackDarkBits(aLevels.data(), nWidth, aPacked.data() + y * nPackedRow);
     }
     TiffStripEncoder objEncoder;

@@ -14,13 +14,13 @@
 
 std::uint64_t nMostPageBytes(const ImageBuffer& aImage)
 {
-    const ImageMetadata& objMetadata = aImage.objMetadata;
-    const std::uint64_t nBeside = objMetadata.aExif.size() + objMetadata.aXmp.size() +
-                                  objMetadata.aIptc.size() + aImage.aIccProfile.size();
+    const ImageMetadata& objMetadata = aImage.metadata;
+    const std::uint64_t nBeside = objMetadata.exif.size() + objMetadata.xmp.size() + objMetadata.iptc.size() +
+                                  aImage.icc_profile.size();
     // LZW makes noise half as large again, and a code of group 3 or 4 is shorter than the levels that it
     // stands for; a strip costs two numbers, and no text is longer than a MB.
-    return aImage.aBytes.size() / 2 * 3 + aImage.aBytes.size() / 500 + 2 * nBeside + 8 * 1024 * 1024 +
-           16 * static_cast<std::uint64_t>(aImage.lHeight);
+    return aImage.bytes.size() / 2 * 3 + aImage.bytes.size() / 500 + 2 * nBeside + 8 * 1024 * 1024 +
+           16 * static_cast<std::uint64_t>(aImage.height);
 }
 
 static std::uint16_t nCompressionOf(std::int32_t lTIFFCompression)
@@ -45,7 +45,7 @@ static std::vector<TiffTag> aLayoutTags(const ImageBuffer& aImage, std::uint16_t
                                         const TiffPageForm& objForm)
 {
     const bool bFax = nCompression != COMPRESSION_NONE && nCompression != COMPRESSION_LZW;
-    const std::uint64_t nSamples = bFax ? 1 : static_cast<std::uint64_t>(aImage.lChannels);
+    const std::uint64_t nSamples = bFax ? 1 : static_cast<std::uint64_t>(aImage.channels);
     const std::uint16_t nOffsetType = objForm.bBigTiff ? 16 : 4;
     std::vector<std::uint64_t> aOffsets;
     for (const std::uint64_t nSize : objStrips.aSizes) {
@@ -57,8 +57,8 @@ static std::vector<TiffTag> aLayoutTags(const ImageBuffer& aImage, std::uint16_t
                                                        : PHOTOMETRIC_RGB;
     std::vector<TiffTag> aTags = {
         objNumberTag(TIFFTAG_SUBFILETYPE, 4, {objForm.bOneOfSeveral ? FILETYPE_PAGE : 0u}),
-        objNumberTag(TIFFTAG_IMAGEWIDTH, 4, {static_cast<std::uint64_t>(aImage.lWidth)}),
-        objNumberTag(TIFFTAG_IMAGELENGTH, 4, {static_cast<std::uint64_t>(aImage.lHeight)}),
+        objNumberTag(TIFFTAG_IMAGEWIDTH, 4, {static_cast<std::uint64_t>(aImage.width)}),
+        objNumberTag(TIFFTAG_IMAGELENGTH, 4, {static_cast<std::uint64_t>(aImage.height)}),
         objNumberTag(TIFFTAG_BITSPERSAMPLE, 3, std::vector<std::uint64_t>(nSamples, bFax ? 1 : 8)),
         objNumberTag(TIFFTAG_COMPRESSION, 3, {nCompression}),
         objNumberTag(TIFFTAG_PHOTOMETRIC, 3, {nPhotometric}),

@@ -153,8 +153,8 @@ bool bDecoded(const DibSource& objDib, const DeviceContext& dc, DibColors eColor
     if (!fnDecode(aHeader.empty() ? objDib.aHeader : Bytes(aHeader), objDib.aBits, aImage))
         return false;
     // A picture of another format inside may be larger than the header says.
-    return dc.Work().Spend(static_cast<std::uint64_t>(aImage.lWidth) *
-                           static_cast<std::uint64_t>(aImage.lHeight));
+    return dc.Work().Spend(static_cast<std::uint64_t>(aImage.width) *
+                           static_cast<std::uint64_t>(aImage.height));
 }
 
 bool bDecoded(const Bitmap16Source& objBitmap, const DeviceContext& dc, ImageBuffer& aImage)
@@ -168,12 +168,12 @@ bool bDecoded(const Bitmap16Source& objBitmap, const DeviceContext& dc, ImageBuf
         objBitmap.aBits.size() < objBitmap.nBytesPerRow * nHeight || !dc.Work().Spend(nWidth * nHeight))
         return false;
     ImageBuffer aResult;
-    aResult.lWidth = objBitmap.lWidth;
-    aResult.lHeight = objBitmap.lHeight;
-    aResult.lChannels = 3;
-    aResult.aBytes.resize(nWidth * nHeight * 3);
+    aResult.width = objBitmap.lWidth;
+    aResult.height = objBitmap.lHeight;
+    aResult.channels = 3;
+    aResult.bytes.resize(nWidth * nHeight * 3);
     const std::uint32_t aColors[2] = {dc.Resolved(dc.State.nTextColor), dc.Resolved(dc.State.nBackColor)};
-    std::uint8_t* pOut = aResult.aBytes.data();
+    std::uint8_t* pOut = aResult.bytes.data();
     for (std::uint64_t y = 0; y < nHeight; ++y) {
         const Bytes aRow = objBitmap.aBits.subspan(y * objBitmap.nBytesPerRow, objBitmap.nBytesPerRow);
         for (std::uint64_t x = 0; x < nWidth; ++x) {
@@ -205,22 +205,22 @@ Pixels objPixelsOf(const ImageBuffer& aImage, const Box& box, std::int32_t nStep
     objPixels.aPixels.resize(static_cast<std::size_t>(objPixels.lWidth) *
                              static_cast<std::size_t>(objPixels.lHeight));
     const auto pAt = [&](std::int32_t x, std::int32_t y) {
-        return aImage.aBytes.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(aImage.lWidth) +
-                                       static_cast<std::size_t>(x)) *
-                                          static_cast<std::size_t>(aImage.lChannels);
+        return aImage.bytes.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(aImage.width) +
+                                      static_cast<std::size_t>(x)) *
+                                         static_cast<std::size_t>(aImage.channels);
     };
     std::uint32_t* pOut = objPixels.aPixels.data();
     for (std::int32_t y = box.lTop; y < box.lBottom; y += nStepY) {
         for (std::int32_t x = box.lLeft; x < box.lRight; x += nStepX) {
             if (nStepX == 1 && nStepY == 1) {
-                *pOut++ = nPixelAt(pAt(x, y), aImage.lChannels, bAlpha);
+                *pOut++ = nPixelAt(pAt(x, y), aImage.channels, bAlpha);
                 continue;
             }
             std::uint64_t aSum[4] = {};
             std::uint64_t nCount = 0;
             for (std::int32_t v = y; v < std::min(y + nStepY, box.lBottom); ++v)
                 for (std::int32_t u = x; u < std::min(x + nStepX, box.lRight); ++u, ++nCount) {
-                    const std::uint32_t nPixel = nPixelAt(pAt(u, v), aImage.lChannels, bAlpha);
+                    const std::uint32_t nPixel = nPixelAt(pAt(u, v), aImage.channels, bAlpha);
                     for (unsigned c = 0; c < 4; ++c)
                         aSum[c] += nPixel >> 8 * c & 255;
                 }

@@ -32,11 +32,11 @@ static bool bOnHatch(std::uint32_t nHatch, std::int32_t x, std::int32_t y)
 
 static std::optional<Ink> objTileInk(const ImageBuffer& aImage)
 {
-    const bool bTooLarge = std::int64_t{aImage.lWidth} * aImage.lHeight > kMostPatternPixels ||
-                           aImage.lWidth > kMaxSurfaceSide || aImage.lHeight > kMaxSurfaceSide;
+    const bool bTooLarge = std::int64_t{aImage.width} * aImage.height > kMostPatternPixels ||
+                           aImage.width > kMaxSurfaceSide || aImage.height > kMaxSurfaceSide;
     if (bTooLarge)
         return std::nullopt;
-    const Box boxAll{0, 0, aImage.lWidth, aImage.lHeight};
+    const Box boxAll{0, 0, aImage.width, aImage.height};
     return Ink{0, std::make_shared<const Pixels>(objPixelsOf(aImage, boxAll, 1, 1, false)), 0, 0};
 }
 

@@ -36,8 +36,8 @@ static void RoundEdges(double& dA, double& dB)
 static std::optional<Placement> objPlaced(const BitmapPart& objPart, Corners objCorners)
 {
     const Rect& rc = objPart.rcSource;
-    const Rect rcAll{0, 0, static_cast<double>(objPart.aImage.lWidth),
-                     static_cast<double>(objPart.aImage.lHeight)};
+    const Rect rcAll{0, 0, static_cast<double>(objPart.aImage.width),
+                     static_cast<double>(objPart.aImage.height)};
     if (rc.Width() == 0 || rc.Height() == 0 || !std::isfinite(rc.Width()) || !std::isfinite(rc.Height()))
         return std::nullopt;
     Placement objResult;
@@ -180,10 +180,10 @@ static bool bMaskSet(const BitmapMask& objMask, const BitmapPart& objPart, const
     const Point pt = objBack.Apply({x + 0.5, y + 0.5});
     const auto u = static_cast<std::int64_t>(std::floor(dTamed(pt.x - objPart.rcSource.dLeft))) + objMask.lX;
     const auto v = static_cast<std::int64_t>(std::floor(dTamed(pt.y - objPart.rcSource.dTop))) + objMask.lY;
-    if (u < 0 || v < 0 || u >= objMask.aImage.lWidth || v >= objMask.aImage.lHeight)
+    if (u < 0 || v < 0 || u >= objMask.aImage.width || v >= objMask.aImage.height)
         return false;
-    const std::int64_t nIndex = (v * objMask.aImage.lWidth + u) * objMask.aImage.lChannels;
-    return objMask.aImage.aBytes[static_cast<std::size_t>(nIndex)] >= 128;
+    const std::int64_t nIndex = (v * objMask.aImage.width + u) * objMask.aImage.channels;
+    return objMask.aImage.bytes[static_cast<std::size_t>(nIndex)] >= 128;
 }
 
 void DrawBitmap(DeviceContext& dc, const BitmapPart& objPart, const Corners& objCorners, std::uint8_t nRop,
@@ -270,11 +270,11 @@ bool bCopyPicture(DeviceContext& dc, const Rect& rc, ImageBuffer& aImage)
     if (box.Empty() || objCanvas.Measuring() || !dc.Work().Spend(box.Area()))
         return false;
     ImageBuffer aResult;
-    aResult.lWidth = box.Width();
-    aResult.lHeight = box.Height();
-    aResult.lChannels = 3;
-    aResult.aBytes.resize(box.Area() * 3);
-    std::uint8_t* pOut = aResult.aBytes.data();
+    aResult.width = box.Width();
+    aResult.height = box.Height();
+    aResult.channels = 3;
+    aResult.bytes.resize(box.Area() * 3);
+    std::uint8_t* pOut = aResult.bytes.data();
     for (std::int32_t y = box.lTop; y < box.lBottom; ++y) {
         const std::uint32_t* pRow = objCanvas.Row(y) + (box.lLeft - objCanvas.Area().lLeft);
         for (std::int32_t x = 0; x < box.Width(); ++x)

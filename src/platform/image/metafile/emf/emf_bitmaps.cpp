@@ -123,7 +123,7 @@ static Outcome eMaskBlt(DeviceContext& dc, const EmfRecord& objRecord)
     if (!bDecoded(objSource.objDib, dc, DibColors::AsStored, aImage))
         return Outcome::Broken;
     DrawBitmap(dc, {aImage, rcOf(objSource.ptCorner, ptDestSize)}, objCornersOfDest(dc, rcDest), nInside,
-               objMask->aImage.lWidth > 0 ? &*objMask : nullptr, nOutside);
+               objMask->aImage.width > 0 ? &*objMask : nullptr, nOutside);
     return Outcome::Done;
 }
 
@@ -152,7 +152,7 @@ static Outcome ePlgBlt(DeviceContext& dc, const EmfRecord& objRecord)
     if (!bDecoded(*objDib, dc, DibColors::AsStored, aImage))
         return Outcome::Broken;
     DrawBitmap(dc, {aImage, rcOf(objSource.ptCorner, objSource.ptSize)}, objCorners, kRopSourceCopy,
-               objMask->aImage.lWidth > 0 ? &*objMask : nullptr, kRopNothing);
+               objMask->aImage.width > 0 ? &*objMask : nullptr, kRopNothing);
     return Outcome::Done;
 }
 
@@ -222,7 +222,7 @@ static Outcome eSetDib(DeviceContext& dc, const EmfRecord& objRecord)
         return Outcome::Broken;
     Rect rcSource = rcFromBottom(*objShape, ptSource, ptSize);
     const double dAbove =
-        static_cast<double>(objShape->bTopDown ? lFirstRow : objShape->lHeight - lFirstRow - aImage.lHeight);
+        static_cast<double>(objShape->bTopDown ? lFirstRow : objShape->lHeight - lFirstRow - aImage.height);
     rcSource.dTop -= dAbove;
     rcSource.dBottom -= dAbove;
     // The size on the device is that of the source, whatever the map mode.

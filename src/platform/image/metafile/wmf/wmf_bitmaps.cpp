@@ -71,7 +71,7 @@ static Outcome eBlit(DeviceContext& dc, const WmfRecord& objRecord)
     ImageBuffer aImage;
     if (objRecord.WithoutBitmap()) {
         if (bCopyPicture(dc, rcOf(ptSource, ptSourceSize), aImage)) {
-            const Rect rcAll{0, 0, static_cast<double>(aImage.lWidth), static_cast<double>(aImage.lHeight)};
+            const Rect rcAll{0, 0, static_cast<double>(aImage.width), static_cast<double>(aImage.height)};
             DrawBitmap(dc, {aImage, rcAll}, objCorners, nRop3);
         }
         return Outcome::Done;

@@ -41,7 +41,7 @@ static Table aStretched(const LevelRange& obj)
 bool Autocontrast(ImageBuffer& aImage)
 {
     LevelRange objAll;
-    for (std::int32_t lChannel = 0; lChannel < std::min(aImage.lChannels, 3); ++lChannel) {
+    for (std::int32_t lChannel = 0; lChannel < std::min(aImage.channels, 3); ++lChannel) {
         const LevelRange obj = objRange(aImage, lChannel);
         objAll = {std::min(objAll.lLow, obj.lLow), std::max(objAll.lHigh, obj.lHigh)};
     }
@@ -54,7 +54,7 @@ bool AutoLevel(ImageBuffer& aImage)
     std::array<Table, 3> aTables;
     for (std::int32_t lChannel = 0; lChannel < 3; ++lChannel)
         aTables[static_cast<std::size_t>(lChannel)] =
-            aStretched(objRange(aImage, std::min(lChannel, aImage.lChannels - 1)));
+            aStretched(objRange(aImage, std::min(lChannel, aImage.channels - 1)));
     ApplyTables(aImage, aTables[0], aTables[1], aTables[2]);
     return true;
 }

@@ -121,19 +121,19 @@ bool Equalize(ImageBuffer& aImage, double dLevel)
     if (!(dLevel > 0))
         return true;
     const Table aTable = aEqualizing(aIntensityHistogram(aImage), std::min(dLevel, 1.0));
-    if (aImage.lChannels == 1) {
+    if (aImage.channels == 1) {
         ApplyTable(aImage, aTable);
         return true;
     }
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
     RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
         Planes objPlanes;
         std::uint8_t aOld[kPlaneBlock], aNew[kPlaneBlock];
         const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
         for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kPlaneBlock) {
             const std::size_t nPixels = std::min(kPlaneBlock, nLast - i);
-            std::uint8_t* pPixels = aImage.aBytes.data() + i * nChannels;
+            std::uint8_t* pPixels = aImage.bytes.data() + i * nChannels;
             SplitPixels(pPixels, nPixels, nChannels, objPlanes);
             IntensityOf(objPlanes, nPixels, aOld);
             for (std::size_t n = 0; n < nPixels; ++n)

@@ -45,19 +45,19 @@ bool BalanceHLS(ImageBuffer& aImage, double dHue, double dLightness, double dSat
     const HlsRow fnChange = fnHlsRow(objChange);
     if (!fnChange)
         return true;
-    if (aImage.lChannels == 1) {
+    if (aImage.channels == 1) {
         ChangeGrey(aImage, objChange);
         return true;
     }
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
     RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
         Planes objPlanes;
         FloatPlanes objValues;
         const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
         for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kPlaneBlock) {
             const std::size_t nPixels = std::min(kPlaneBlock, nLast - i);
-            std::uint8_t* pPixels = aImage.aBytes.data() + i * nChannels;
+            std::uint8_t* pPixels = aImage.bytes.data() + i * nChannels;
             SplitPixels(pPixels, nPixels, nChannels, objPlanes);
             Widen(objPlanes, nPixels, objValues);
             fnChange(objValues, nPixels, objChange);

@@ -26,7 +26,7 @@ public:
     EmbossBand(const ImageBuffer& aImage, std::int32_t lDistance)
         : m_aImage(aImage),
           m_lDistance(lDistance),
-          m_nReach(static_cast<std::size_t>(lDistance) * static_cast<std::size_t>(aImage.lChannels)),
+          m_nReach(static_cast<std::size_t>(lDistance) * static_cast<std::size_t>(aImage.channels)),
           m_aRows((2 * static_cast<std::size_t>(lDistance) + 1) * nWide()),
           m_aSlopes(nStride(aImage))
     {
@@ -38,7 +38,7 @@ public:
         m_lEnd = lEnd;
         for (std::int32_t i = 0; i < m_lDistance; ++i) {
             Keep(pKept(lFirst - m_lDistance + i), std::max(lFirst - m_lDistance + i, 0));
-            Keep(pBelow(i), std::min(lEnd + i, m_aImage.lHeight - 1));
+            Keep(pBelow(i), std::min(lEnd + i, m_aImage.height - 1));
         }
     }
     // Makes row y, one after the other, in the picture that the rows are those of.
@@ -50,7 +50,7 @@ public:
         const RowsAround objRows{pOwn - m_nReach, pOwn + m_nReach, pKept(y - m_lDistance),
                                  lLower < m_lEnd ? pRow(m_aImage, lLower) : pBelow(lLower - m_lEnd)};
         SlopesAroundGrey(objRows, objFrom, m_aSlopes.size(), m_aSlopes.data(), pTarget);
-        for (std::size_t i = 3; m_aImage.lChannels == 4 && i < m_aSlopes.size(); i += 4)
+        for (std::size_t i = 3; m_aImage.channels == 4 && i < m_aSlopes.size(); i += 4)
             pTarget[i] = pOwn[i];
     }
 
@@ -66,7 +66,7 @@ private:
     std::uint8_t* pBelow(std::int32_t i) { return pSlot(m_lDistance + 1 + i); }
     void Keep(std::uint8_t* pTo, std::int32_t y)
     {
-        const auto nChannels = static_cast<std::size_t>(m_aImage.lChannels);
+        const auto nChannels = static_cast<std::size_t>(m_aImage.channels);
         const std::size_t nRow = nStride(m_aImage);
         const std::uint8_t* pFrom = pRow(m_aImage, y);
         std::memcpy(pTo, pFrom, nRow);

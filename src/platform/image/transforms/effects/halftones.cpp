@@ -69,7 +69,7 @@ bool Halftones(ImageBuffer& aImage, std::int32_t lCellSize, double dContrast)
         const std::int32_t lCell = std::clamp(lCellSize, 1, 255);
         const std::vector<std::uint8_t> aScreen = aHalftoneScreen(lCell);
         const std::size_t nSide = 4 * static_cast<std::size_t>(lCell), nRow = nStride(aImage);
-        const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+        const auto nChannels = static_cast<std::size_t>(aImage.channels);
         // For each band a row of thresholds, and one of alpha.
         std::vector<std::vector<std::uint8_t>> aRows(nBands(aImage), std::vector<std::uint8_t>(nRow));
         std::vector<std::vector<std::uint8_t>> aAlphas(

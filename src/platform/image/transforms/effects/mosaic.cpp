@@ -76,12 +76,12 @@ void AddColumns(const ImageBuffer& aImage, std::int32_t lTop, std::int32_t lBott
 void MeansOfTiles(const ImageBuffer& aImage, std::int32_t lTop, std::int32_t lTile, Columns& objColumns,
                   std::uint8_t* pMeans)
 {
-    const std::int32_t lBottom = std::min(lTop + lTile, aImage.lHeight);
-    const std::int32_t lChannels = aImage.lChannels;
+    const std::int32_t lBottom = std::min(lTop + lTile, aImage.height);
+    const std::int32_t lChannels = aImage.channels;
     AddColumns(aImage, lTop, lBottom, objColumns);
     const std::uint32_t* pSums = objColumns.aSums.data();
-    for (std::int32_t lLeft = 0; lLeft < aImage.lWidth; lLeft += lTile) {
-        const std::int32_t lRight = std::min(lLeft + lTile, aImage.lWidth);
+    for (std::int32_t lLeft = 0; lLeft < aImage.width; lLeft += lTile) {
+        const std::int32_t lRight = std::min(lLeft + lTile, aImage.width);
         const auto nPixels =
             static_cast<std::uint64_t>(lRight - lLeft) * static_cast<std::uint64_t>(lBottom - lTop);
         for (std::int32_t c = 0; c < lChannels; ++c) {
@@ -128,11 +128,11 @@ bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour)
     if (lTileSize <= 1)
         return true;
     return bAmongVisible(aImage, [&] {
-        const std::int32_t lTile = std::min(lTileSize, std::max(aImage.lWidth, aImage.lHeight));
-        const std::vector<Mix> aAcross = aMixes(aImage.lWidth, lTile, bPlainColour);
-        const std::vector<Mix> aDown = aMixes(aImage.lHeight, lTile, bPlainColour);
+        const std::int32_t lTile = std::min(lTileSize, std::max(aImage.width, aImage.height));
+        const std::vector<Mix> aAcross = aMixes(aImage.width, lTile, bPlainColour);
+        const std::vector<Mix> aDown = aMixes(aImage.height, lTile, bPlainColour);
         const std::size_t nTileRow =
-            static_cast<std::size_t>(aAcross.back().lOne + 1) * static_cast<std::size_t>(aImage.lChannels);
+            static_cast<std::size_t>(aAcross.back().lOne + 1) * static_cast<std::size_t>(aImage.channels);
         const std::int32_t lTileRows = aDown.back().lOne + 1;
         std::vector<std::uint8_t> aMeans(nTileRow * static_cast<std::size_t>(lTileRows));
         EachRows(lTileRows, nStride(aImage) * static_cast<std::size_t>(lTile),
@@ -158,7 +158,7 @@ bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour)
                 const std::size_t n = lTileRow & 1;
                 if (obj.aTile[n] != lTileRow)
                     DrawTiles(aMeans.data() + static_cast<std::size_t>(lTileRow) * nTileRow, aAcross,
-                              aImage.lChannels, obj.aDrawn[n].data());
+                              aImage.channels, obj.aDrawn[n].data());
                 obj.aTile[n] = lTileRow;
                 return obj.aDrawn[n].data();
             };
@@ -172,7 +172,7 @@ bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour)
                 }
                 pLast = &objMix;
                 std::uint8_t* pTarget = pRow(aImage, y);
-                for (std::size_t i = 3; aImage.lChannels == 4 && i < nRow; i += 4)
+                for (std::size_t i = 3; aImage.channels == 4 && i < nRow; i += 4)
                     obj.aPixels[i] = pTarget[i];
                 std::copy(obj.aPixels.begin(), obj.aPixels.end(), pTarget);
             }

@@ -89,16 +89,16 @@ bool MotionBlur(ImageBuffer& aImage, double dAngle, std::int32_t lAmount)
         return true;
     return bAmongVisible(aImage, [&] {
         const std::vector<Offset> aOffsets = aLine(dAngle, lCount);
-        const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+        const auto nChannels = static_cast<std::size_t>(aImage.channels);
         const std::size_t nRow = nStride(aImage);
         ImageBuffer aResult = aLike(aImage);
-        EachRows(aImage.lHeight, nRow * aOffsets.size(), [&](std::int32_t lFirst, std::int32_t lLast) {
+        EachRows(aImage.height, nRow * aOffsets.size(), [&](std::int32_t lFirst, std::int32_t lLast) {
             std::vector<std::uint16_t> aSums(nRow);
             for (std::int32_t y = lFirst; y < lLast; ++y) {
                 std::fill(aSums.begin(), aSums.end(), std::uint16_t{0});
                 for (const Offset& objOffset : aOffsets)
-                    AddMoved(pRow(aImage, std::clamp(y + objOffset.lY, 0, aImage.lHeight - 1)), objOffset.lX,
-                             aImage.lWidth, nChannels, aSums.data());
+                    AddMoved(pRow(aImage, std::clamp(y + objOffset.lY, 0, aImage.height - 1)), objOffset.lX,
+                             aImage.width, nChannels, aSums.data());
                 std::uint8_t* pTarget = pRow(aResult, y);
                 Divide(aSums.data(), nRow, lCount, pTarget);
                 for (std::size_t i = 3; nChannels == 4 && i < nRow; i += 4)

@@ -100,11 +100,11 @@ bool AddNoise(ImageBuffer& aImage, std::int32_t lLevel, bool bMonochrome)
     return bGuarded([&] {
         const NoiseTable aNoise = aNoiseOf(std::min(lLevel, 1000));
         std::uint64_t nStart = nSeed(aImage);
-        EachRows(aImage.lHeight, 4 * nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
+        EachRows(aImage.height, 4 * nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
             for (std::int32_t y = lFirst; y < lLast; ++y) {
                 std::uint64_t nState = nStart + static_cast<std::uint64_t>(y);
                 nState = nRandom(nState);
-                AddNoiseToRow(pRow(aImage, y), aImage.lWidth, aImage.lChannels, bMonochrome, aNoise, nState);
+                AddNoiseToRow(pRow(aImage, y), aImage.width, aImage.channels, bMonochrome, aNoise, nState);
             }
         });
         return true;
@@ -127,9 +127,9 @@ template <std::size_t nChannels>
 static void ShuffleRow(const ImageBuffer& aImage, std::int32_t y, const Shuffling& obj, std::uint64_t nState,
                        std::uint8_t* pTarget)
 {
-    const std::int64_t nRight = aImage.lWidth - 1, nBottom = aImage.lHeight - 1;
+    const std::int64_t nRight = aImage.width - 1, nBottom = aImage.height - 1;
     const auto nRow = static_cast<std::int64_t>(nStride(aImage));
-    const std::uint8_t* pBytes = aImage.aBytes.data();
+    const std::uint8_t* pBytes = aImage.bytes.data();
     for (std::int64_t x = 0; x <= nRight; ++x, pTarget += nChannels) {
         // One number for all: 16 bits say whether, 24 and 24 where. A factor takes the place of a jump, which
         // nobody could foresee.
@@ -151,19 +151,19 @@ bool Diffuse(ImageBuffer& aImage, std::int32_t lDistance, double dPenetration)
         return true;
     return bAmongVisible(aImage, [&] {
         const Shuffling obj{
-            static_cast<std::uint64_t>(std::min(lDistance, std::max(aImage.lWidth, aImage.lHeight))),
+            static_cast<std::uint64_t>(std::min(lDistance, std::max(aImage.width, aImage.height))),
             static_cast<std::uint64_t>(std::lround((1 - std::exp(-dPenetration / 10)) * 65536))};
         const std::uint64_t nStart = nSeed(aImage) ^ 0xD1FF05E;
-        const auto fnShuffle = aImage.lChannels == 1   ? ShuffleRow<1>
-                               : aImage.lChannels == 3 ? ShuffleRow<3>
-                                                       : ShuffleRow<4>;
+        const auto fnShuffle = aImage.channels == 1   ? ShuffleRow<1>
+                               : aImage.channels == 3 ? ShuffleRow<3>
+                                                      : ShuffleRow<4>;
         ImageBuffer aResult = aLike(aImage);
-        EachRows(aImage.lHeight, 4 * nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
+        EachRows(aImage.height, 4 * nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
             for (std::int32_t y = lFirst; y < lLast; ++y) {
                 std::uint64_t nState = nStart + static_cast<std::uint64_t>(y);
                 nState = nRandom(nState);
                 std::uint8_t* pTarget = pRow(aResult, y);
-                for (std::size_t i = 3; aImage.lChannels == 4 && i < nStride(aImage); i += 4)
+                for (std::size_t i = 3; aImage.channels == 4 && i < nStride(aImage); i += 4)
                     pTarget[i] = pRow(aImage, y)[i];
                 fnShuffle(aImage, y, obj, nState, pTarget);
             }

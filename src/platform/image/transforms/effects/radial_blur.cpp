@@ -21,7 +21,7 @@ namespace
 // A turn by dAngle radians and a magnification about the picture's middle.
 StraightMap objAboutMiddle(const ImageBuffer& aImage, double dAngle, double dScale)
 {
-    const double dMidX = (aImage.lWidth - 1) / 2.0, dMidY = (aImage.lHeight - 1) / 2.0;
+    const double dMidX = (aImage.width - 1) / 2.0, dMidY = (aImage.height - 1) / 2.0;
     const double dCos = std::cos(dAngle) * dScale, dSin = std::sin(dAngle) * dScale;
     return {dCos,  dSin, dMidX - dCos * dMidX - dSin * dMidY,
             -dSin, dCos, dMidY + dSin * dMidX - dCos * dMidY};
@@ -58,7 +58,7 @@ ImageBuffer aMeans(const ImageBuffer& aImage, const StraightMap& objOne, const S
 
 double dCorner(const ImageBuffer& aImage)
 {
-    return std::hypot(aImage.lWidth, aImage.lHeight) / 2;
+    return std::hypot(aImage.width, aImage.height) / 2;
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ public:
         m_aWide.front() = pOwn[0];
         m_aWide.back() = pOwn[m_aSlopes.size() - 1];
         Slopes({m_aWide.data(), m_aWide.data() + 2, pRow(m_aGrey, std::max(y - 1, 0)),
-                pRow(m_aGrey, std::min(y + 1, m_aGrey.lHeight - 1))},
+                pRow(m_aGrey, std::min(y + 1, m_aGrey.height - 1))},
                m_objFrom, m_aSlopes.size(), m_aSlopes.data());
         return m_aSlopes;
     }
@@ -54,14 +54,14 @@ bool Relief(ImageBuffer& aImage, double dAngle, double dBrightness, double dSmoo
             aMap = aBlurred(aMap, std::max(0.1, std::min(dSmoothness, 16.0) / 4));
         const Light objFrom = objLight(dAngle, std::min(dBrightness, 100.0));
         std::vector<SlopeRows> aSlopes(nBands(aImage), SlopeRows(aMap, objFrom));
-        const std::int32_t lColours = aImage.lChannels == 1 ? 1 : 3;
+        const std::int32_t lColours = aImage.channels == 1 ? 1 : 3;
         const auto fnBand = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
             for (std::int32_t y = lFirst; y < lEnd; ++y) {
                 std::uint8_t* pPixel = pRow(aImage, y);
                 for (const std::int32_t lSlope : aSlopes[nBand].aRow(y)) {
                     for (std::int32_t c = 0; c < lColours; ++c)
                         pPixel[c] = nLevel(pPixel[c] + lSlope);
-                    pPixel += aImage.lChannels;
+                    pPixel += aImage.channels;
                 }
             }
         };

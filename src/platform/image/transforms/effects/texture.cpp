@@ -116,12 +116,12 @@ bool Texturize(ImageBuffer& aImage, double dAngle, double dBrightness, std::int3
     return bGuarded([&] {
         const std::vector<std::int32_t> aLit =
             aSlopes(dAngle, std::min(dBrightness, 100.0), std::clamp(lTexture, 0, 5));
-        const auto fnAdd = aImage.lChannels == 1   ? AddSlopes<1>
-                           : aImage.lChannels == 3 ? AddSlopes<3>
-                                                   : AddSlopes<4>;
-        EachRows(aImage.lHeight, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
+        const auto fnAdd = aImage.channels == 1   ? AddSlopes<1>
+                           : aImage.channels == 3 ? AddSlopes<3>
+                                                  : AddSlopes<4>;
+        EachRows(aImage.height, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
             for (std::int32_t y = lFirst; y < lLast; ++y)
-                fnAdd(pRow(aImage, y), static_cast<std::size_t>(aImage.lWidth),
+                fnAdd(pRow(aImage, y), static_cast<std::size_t>(aImage.width),
                       aLit.data() + (static_cast<std::size_t>(y) & kWrap) * kTextureSide);
         });
         return true;

@@ -38,15 +38,15 @@ ROW_LOOP static void Trace(const std::uint8_t* __restrict pOwn, const std::uint8
 static ImageBuffer aLines(const ImageBuffer& aValues, std::uint8_t nLimit, std::uint8_t nThreshold)
 {
     ImageBuffer aResult = aLike(aValues);
-    const auto nChannels = static_cast<std::size_t>(aValues.lChannels);
+    const auto nChannels = static_cast<std::size_t>(aValues.channels);
     const std::size_t nRow = nStride(aValues);
-    EachRows(aValues.lHeight, nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
+    EachRows(aValues.height, nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
         std::vector<std::uint8_t> aRight(nRow);
         for (std::int32_t y = lFirst; y < lLast; ++y) {
             const std::uint8_t* pOwn = pRow(aValues, y);
             std::memcpy(aRight.data(), pOwn + nChannels, nRow - nChannels);
             std::memcpy(aRight.data() + nRow - nChannels, pOwn + nRow - nChannels, nChannels);
-            Trace(pOwn, aRight.data(), pRow(aValues, std::min(y + 1, aValues.lHeight - 1)), nRow, nLimit,
+            Trace(pOwn, aRight.data(), pRow(aValues, std::min(y + 1, aValues.height - 1)), nRow, nLimit,
                   nThreshold, pRow(aResult, y));
         }
     });
@@ -56,18 +56,18 @@ static ImageBuffer aLines(const ImageBuffer& aValues, std::uint8_t nLimit, std::
 bool TraceContours(ImageBuffer& aImage, std::uint8_t nLevel, std::uint8_t nThreshold, bool bIntensity)
 {
     return bAmongVisible(aImage, [&] {
-        if (aImage.lChannels == 1 || !bIntensity) {
+        if (aImage.channels == 1 || !bIntensity) {
             ImageBuffer aResult = aLines(aImage, nLevel, nThreshold);
-            for (std::size_t i = 3; aImage.lChannels == 4 && i < aImage.aBytes.size(); i += 4)
-                aResult.aBytes[i] = aImage.aBytes[i];
+            for (std::size_t i = 3; aImage.channels == 4 && i < aImage.bytes.size(); i += 4)
+                aResult.bytes[i] = aImage.bytes[i];
             TakePixels(aImage, std::move(aResult));
             return true;
         }
         const ImageBuffer aGrey = aLines(aIntensity(aImage), nLevel, nThreshold);
-        const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-        for (std::size_t i = 0; i < aGrey.aBytes.size(); ++i) {
+        const auto nChannels = static_cast<std::size_t>(aImage.channels);
+        for (std::size_t i = 0; i < aGrey.bytes.size(); ++i) {
             for (std::size_t c = 0; c < 3; ++c)
-                aImage.aBytes[i * nChannels + c] = aGrey.aBytes[i];
+                aImage.bytes[i * nChannels + c] = aGrey.bytes[i];
         }
         return true;
     });

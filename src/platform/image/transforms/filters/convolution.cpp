@@ -19,7 +19,7 @@ public:
     static constexpr std::size_t kRows = 5;
     static std::size_t nPadded(const ImageBuffer& aImage)
     {
-        return (static_cast<std::size_t>(aImage.lWidth) + 2) * static_cast<std::size_t>(aImage.lChannels);
+        return (static_cast<std::size_t>(aImage.width) + 2) * static_cast<std::size_t>(aImage.channels);
     }
 
     BandRows(const ImageBuffer& aImage, std::uint8_t* pMemory)
@@ -30,7 +30,7 @@ public:
     void KeepBorders(std::int32_t lFirst, std::int32_t lEnd)
     {
         Load(3, std::max(lFirst - 1, 0));
-        Load(4, std::min(lEnd, m_aImage.lHeight - 1));
+        Load(4, std::min(lEnd, m_aImage.height - 1));
     }
     void Begin(std::int32_t lFirst, std::int32_t lEnd)
     {
@@ -45,7 +45,7 @@ public:
             Load(nSlot(y + 1), y + 1);
         else
             std::memcpy(pSlot(nSlot(y + 1)), pSlot(4), m_nPadded);
-        const auto nChannels = static_cast<std::size_t>(m_aImage.lChannels);
+        const auto nChannels = static_cast<std::size_t>(m_aImage.channels);
         return {pSlot(nSlot(y - 1)) + nChannels, pSlot(nSlot(y)) + nChannels,
                 pSlot(nSlot(y + 1)) + nChannels};
     }
@@ -55,9 +55,9 @@ private:
     std::uint8_t* pSlot(std::size_t nRow) { return m_pMemory + nRow * m_nPadded; }
     void Load(std::size_t nRow, std::int32_t y)
     {
-        const auto nChannels = static_cast<std::size_t>(m_aImage.lChannels);
+        const auto nChannels = static_cast<std::size_t>(m_aImage.channels);
         const std::size_t nBytes = m_nPadded - 2 * nChannels;
-        const std::uint8_t* pRow = m_aImage.aBytes.data() + nBytes * static_cast<std::size_t>(y);
+        const std::uint8_t* pRow = m_aImage.bytes.data() + nBytes * static_cast<std::size_t>(y);
         std::memcpy(pSlot(nRow), pRow, nChannels);
         std::memcpy(pSlot(nRow) + nChannels, pRow, nBytes);
         std::memcpy(pSlot(nRow) + nChannels + nBytes, pRow + nBytes - nChannels, nChannels);
@@ -73,15 +73,15 @@ bool FilterNeighbourhoods(ImageBuffer& aImage, const NeighbourhoodRow& fnRow)
 {
     const std::size_t nCount = nBands(aImage);
     const std::size_t nBandBytes = BandRows::kRows * BandRows::nPadded(aImage);
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const std::size_t nRowBytes = static_cast<std::size_t>(aImage.lWidth) * nChannels;
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const std::size_t nRowBytes = static_cast<std::size_t>(aImage.width) * nChannels;
     PixelBytes aMemory;
     const auto fnWork = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
         BandRows objRows(aImage, aMemory.data() + nBand * nBandBytes);
         objRows.Begin(lFirst, lEnd);
         for (std::int32_t y = lFirst; y < lEnd; ++y) {
             const auto aRows = objRows.aAround(y);
-            std::uint8_t* pTarget = aImage.aBytes.data() + nRowBytes * static_cast<std::size_t>(y);
+            std::uint8_t* pTarget = aImage.bytes.data() + nRowBytes * static_cast<std::size_t>(y);
             fnRow(aRows, nRowBytes, nChannels, pTarget);
             for (std::size_t i = 3; nChannels == 4 && i < nRowBytes; i += 4)
                 pTarget[i] = aRows[1][i];

@@ -31,20 +31,20 @@ ROW_LOOP static void MeanRowBesideAlpha(const std::uint8_t* pAbove, const std::u
 
 bool Deinterlace(ImageBuffer& aImage, bool bOddLines, bool bInterpolate)
 {
-    if (aImage.lHeight < 2)
+    if (aImage.height < 2)
         return true;
     const std::size_t nRowBytes =
-        static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
+        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
     const auto fnRow = [&](std::int32_t y) {
-        return aImage.aBytes.data() + nRowBytes * static_cast<std::size_t>(y);
+        return aImage.bytes.data() + nRowBytes * static_cast<std::size_t>(y);
     };
     const auto fnRows = [&](std::int32_t lFirst, std::int32_t lEnd) {
         for (std::int32_t y = lFirst; y < lEnd; ++y) {
             if ((y % 2 == 1) != bOddLines)
                 continue;
             const std::uint8_t* pAbove = fnRow(y > 0 ? y - 1 : 1);
-            const std::uint8_t* pBelow = bInterpolate && y + 1 < aImage.lHeight ? fnRow(y + 1) : pAbove;
-            (aImage.lChannels == 4 ? MeanRowBesideAlpha : MeanRow)(pAbove, pBelow, nRowBytes, fnRow(y));
+            const std::uint8_t* pBelow = bInterpolate && y + 1 < aImage.height ? fnRow(y + 1) : pAbove;
+            (aImage.channels == 4 ? MeanRowBesideAlpha : MeanRow)(pAbove, pBelow, nRowBytes, fnRow(y));
         }
     };
     return bAmongVisible(aImage, [&] {

@@ -75,9 +75,9 @@ public:
 
     ColumnStrip(ImageBuffer& aImage, std::size_t nFirst, std::size_t nBytes, const Window& obj,
                 std::uint8_t* pMemory)
-        : m_pFirst(aImage.aBytes.data() + nFirst),
-          m_nRowBytes(static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels)),
-          m_nHeight(static_cast<std::size_t>(aImage.lHeight)),
+        : m_pFirst(aImage.bytes.data() + nFirst),
+          m_nRowBytes(static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels)),
+          m_nHeight(static_cast<std::size_t>(aImage.height)),
           m_nBytes(nBytes),
           m_obj(obj),
           m_pUpwards(pMemory),
@@ -138,13 +138,13 @@ private:
 static void KeepAlpha(const ImageBuffer& aImage, PixelBytes& aAlpha)
 {
     for (std::size_t i = 0; i < aAlpha.size(); ++i)
-        aAlpha[i] = aImage.aBytes[4 * i + 3];
+        aAlpha[i] = aImage.bytes[4 * i + 3];
 }
 
 static void PutAlphaBack(ImageBuffer& aImage, const PixelBytes& aAlpha)
 {
     for (std::size_t i = 0; i < aAlpha.size(); ++i)
-        aImage.aBytes[4 * i + 3] = aAlpha[i];
+        aImage.bytes[4 * i + 3] = aAlpha[i];
 }
 
 static bool bChoose(ImageBuffer& aImage, std::int32_t lSize, Choice fnChoose)
@@ -154,8 +154,8 @@ static bool bChoose(ImageBuffer& aImage, std::int32_t lSize, Choice fnChoose)
     if (nSize == 1)
         return true;
     const Window obj{fnChoose, nSize, nSize / 2};
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const std::size_t nRowBytes = static_cast<std::size_t>(aImage.lWidth) * nChannels;
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const std::size_t nRowBytes = static_cast<std::size_t>(aImage.width) * nChannels;
     const std::size_t nStrips = (nRowBytes + kStrip - 1) / kStrip;
     const std::size_t nCount = nBands(aImage);
     const std::size_t nAlongMemory = 2 * (nRowBytes + (nSize - 1) * nChannels);
@@ -163,7 +163,7 @@ static bool bChoose(ImageBuffer& aImage, std::int32_t lSize, Choice fnChoose)
     PixelBytes aMemory, aAlpha;
     const auto fnRows = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
         for (std::int32_t y = lFirst; y < lEnd; ++y)
-            ChooseAlongRow(aImage.aBytes.data() + nRowBytes * static_cast<std::size_t>(y), nRowBytes,
+            ChooseAlongRow(aImage.bytes.data() + nRowBytes * static_cast<std::size_t>(y), nRowBytes,
                            nChannels, obj, aMemory.data() + nBand * nMemory);
     };
     const auto fnStrips = [&](std::size_t nPart) {
@@ -174,7 +174,7 @@ static bool bChoose(ImageBuffer& aImage, std::int32_t lSize, Choice fnChoose)
     };
     return bAmongVisible(aImage, [&] {
         aMemory.resize(nCount * nMemory);
-        aAlpha.resize(nChannels == 4 ? aImage.aBytes.size() / 4 : 0);
+        aAlpha.resize(nChannels == 4 ? aImage.bytes.size() / 4 : 0);
         KeepAlpha(aImage, aAlpha);
         RunBands(aImage, nCount, std::ref(fnRows));
         RunParts(nCount, std::ref(fnStrips));

@@ -28,15 +28,15 @@ static void BlurAtFullSize(const ImageBuffer& aImage, double dDeviation, ImageBu
 {
     const GaussianCurve objCurve(dDeviation);
     const auto nReach = static_cast<std::int32_t>(objCurve.nReach());
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
     const std::size_t nRow = nStride(aImage), nPadding = objCurve.nReach() * nChannels;
-    EachRows(aImage.lHeight, 4 * nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
+    EachRows(aImage.height, 4 * nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
         std::vector<std::int16_t> aDown(nRow + 2 * nPadding), aAlong(nRow);
         std::vector<const std::uint8_t*> aRows(2 * objCurve.nReach() + 1);
         for (std::int32_t y = lFirst; y < lLast; ++y) {
             for (std::size_t i = 0; i < aRows.size(); ++i)
-                aRows[i] = pRow(aImage,
-                                std::clamp(y + static_cast<std::int32_t>(i) - nReach, 0, aImage.lHeight - 1));
+                aRows[i] =
+                    pRow(aImage, std::clamp(y + static_cast<std::int32_t>(i) - nReach, 0, aImage.height - 1));
             std::int16_t* pDown = aDown.data() + nPadding;
             objCurve.Down(aRows.data(), nRow, pDown);
             RepeatEnds(pDown, nRow, nChannels, objCurve.nReach());
@@ -73,8 +73,8 @@ bool GaussianBlur(ImageBuffer& aImage, std::int32_t lFuzziness)
         return true;
     return bAmongVisible(aImage, [&] {
         ImageBuffer aResult = aBlurred(aImage, std::min(lFuzziness, 255));
-        for (std::size_t i = 3; aImage.lChannels == 4 && i < aImage.aBytes.size(); i += 4)
-            aResult.aBytes[i] = aImage.aBytes[i];
+        for (std::size_t i = 3; aImage.channels == 4 && i < aImage.bytes.size(); i += 4)
+            aResult.bytes[i] = aImage.bytes[i];
         TakePixels(aImage, std::move(aResult));
         return true;
     });

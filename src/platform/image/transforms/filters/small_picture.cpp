@@ -22,9 +22,9 @@ static std::size_t nCells(std::int32_t lSide, std::int32_t lStep)
 
 SmallPicture::SmallPicture(const ImageBuffer& aImage, std::int32_t lStep)
     : m_lStep(lStep),
-      m_nChannels(static_cast<std::size_t>(aImage.lChannels)),
-      m_nColumns(nCells(aImage.lWidth, lStep)),
-      m_nRows(nCells(aImage.lHeight, lStep)),
+      m_nChannels(static_cast<std::size_t>(aImage.channels)),
+      m_nColumns(nCells(aImage.width, lStep)),
+      m_nRows(nCells(aImage.height, lStep)),
       m_aMeans(m_nRows * nRow())
 {
     EachRows(static_cast<std::int32_t>(m_nRows), nStride(aImage) * static_cast<std::size_t>(lStep),
@@ -49,9 +49,9 @@ void SmallPicture::ReduceRows(const ImageBuffer& aImage, std::int32_t y, std::ve
 {
     std::fill(aSums.begin(), aSums.end(), 0U);
     for (std::int32_t i = 0; i < m_lStep; ++i)
-        AddBytes(pRow(aImage, std::clamp(y + i, 0, aImage.lHeight - 1)), aSums.size(), aSums.data());
+        AddBytes(pRow(aImage, std::clamp(y + i, 0, aImage.height - 1)), aSums.size(), aSums.data());
     const auto nPixels = static_cast<std::uint32_t>(m_lStep) * static_cast<std::uint32_t>(m_lStep);
-    const std::int64_t nLast = aImage.lWidth - 1, nChannels = aImage.lChannels;
+    const std::int64_t nLast = aImage.width - 1, nChannels = aImage.channels;
     for (std::size_t nCell = 0; nCell < m_nColumns; ++nCell) {
         const std::int64_t nLeft = (static_cast<std::int64_t>(nCell) - 1) * m_lStep;
         for (std::int64_t c = 0; c < nChannels; ++c) {
@@ -129,11 +129,11 @@ void SmallPicture::EnlargeRow(const float* aMixed, const std::vector<Tap>& aAcro
 
 void SmallPicture::Enlarge(ImageBuffer& aTarget) const
 {
-    const std::vector<Tap> aAcross = aTaps(aTarget.lWidth), aDown = aTaps(aTarget.lHeight);
-    const auto fnRow = aTarget.lChannels == 1   ? EnlargeRow<1>
-                       : aTarget.lChannels == 3 ? EnlargeRow<3>
-                                                : EnlargeRow<4>;
-    EachRows(aTarget.lHeight, nStride(aTarget), [&](std::int32_t lFirst, std::int32_t lLast) {
+    const std::vector<Tap> aAcross = aTaps(aTarget.width), aDown = aTaps(aTarget.height);
+    const auto fnRow = aTarget.channels == 1   ? EnlargeRow<1>
+                       : aTarget.channels == 3 ? EnlargeRow<3>
+                                               : EnlargeRow<4>;
+    EachRows(aTarget.height, nStride(aTarget), [&](std::int32_t lFirst, std::int32_t lLast) {
         std::vector<float> aMixed(nRow() + 4);
         for (std::int32_t y = lFirst; y < lLast; ++y) {
             const Tap& objTap = aDown[static_cast<std::size_t>(y)];

@@ -50,9 +50,9 @@ bool Perspective(ImageBuffer& aImage, bool bVertical, double dAngle)
         return true;  // too small an angle to be one
     return bGuarded([&] {
         ImageBuffer aResult = aLike(aImage);
-        const std::int32_t lWidth = aImage.lWidth;
-        const double dMidX = (lWidth - 1) / 2.0, dMidY = (aImage.lHeight - 1) / 2.0;
-        const std::vector<PlaneLine> aLines = bVertical ? aPlaneLines(aImage.lHeight, dShort, dAngle > 0)
+        const std::int32_t lWidth = aImage.width;
+        const double dMidX = (lWidth - 1) / 2.0, dMidY = (aImage.height - 1) / 2.0;
+        const std::vector<PlaneLine> aLines = bVertical ? aPlaneLines(aImage.height, dShort, dAngle > 0)
                                                         : aPlaneLines(lWidth, dShort, dAngle < 0);
         const auto fnRow = [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
             const PlaneLine objLine = aLines[static_cast<std::size_t>(y)];
@@ -96,16 +96,16 @@ bool Skew(ImageBuffer& aImage, bool bVertical, double dAngle)
     if (std::isnan(dAngle) || dAngle == 0)
         return true;
     return bGuarded([&] {
-        const std::int32_t lAlong = bVertical ? aImage.lHeight : aImage.lWidth;
-        const std::int32_t lAcross = bVertical ? aImage.lWidth : aImage.lHeight;
+        const std::int32_t lAlong = bVertical ? aImage.height : aImage.width;
+        const std::int32_t lAcross = bVertical ? aImage.width : aImage.height;
         const double dTan = std::tan(dClamped(dAngle, -80, 80) * std::numbers::pi / 180);
         const double dMove = std::min(std::fabs(dTan) * lAcross, dRoomToGrow(lAlong, lAcross));
         const double dSlope = std::copysign(dMove / lAcross, dAngle);
         const auto nGrown =
             static_cast<std::uint64_t>(lAlong) + static_cast<std::uint64_t>(std::ceil(dMove - 1e-6));
         ImageBuffer aResult;
-        if (!bAllocate(aResult, bVertical ? static_cast<std::uint64_t>(aImage.lWidth) : nGrown,
-                       bVertical ? nGrown : static_cast<std::uint64_t>(aImage.lHeight), aImage.lChannels))
+        if (!bAllocate(aResult, bVertical ? static_cast<std::uint64_t>(aImage.width) : nGrown,
+                       bVertical ? nGrown : static_cast<std::uint64_t>(aImage.height), aImage.channels))
             return false;
 
         // A line's distance from the border that stays is its middle's, and a slope to the other side starts
@@ -122,7 +122,7 @@ bool Skew(ImageBuffer& aImage, bool bVertical, double dAngle)
         DrawWarped(
             aImage, aResult,
             [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
-                StraightPlaces(objMap, y, aResult.lWidth, aX, aY);
+                StraightPlaces(objMap, y, aResult.width, aX, aY);
             },
             &kNothing);
         TakePixels(aImage, std::move(aResult));
@@ -171,14 +171,14 @@ bool Twirl(ImageBuffer& aImage, double dAngle)
         return true;
     return bGuarded([&] {
         ImageBuffer aResult = aLike(aImage);
-        const auto dWidth = static_cast<float>(aImage.lWidth), dHeight = static_cast<float>(aImage.lHeight);
+        const auto dWidth = static_cast<float>(aImage.width), dHeight = static_cast<float>(aImage.height);
         const Twist objTwist{(dWidth - 1) / 2, (dHeight - 1) / 2, dWidth / 2, dHeight / 2,
                              static_cast<float>(dClamped(dAngle, -360, 360) / 360)};
         DrawWarped(
             aImage, aResult,
             [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
                 const float dY = (static_cast<float>(y) - objTwist.dMidY) / objTwist.dUnitY;
-                TwistedPlaces(objTwist, dY, aResult.lWidth, aX, aY);
+                TwistedPlaces(objTwist, dY, aResult.width, aX, aY);
             },
             nullptr);
         TakePixels(aImage, std::move(aResult));

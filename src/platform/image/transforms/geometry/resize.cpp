@@ -21,12 +21,12 @@ namespace transforms
 // False if any pixel is transparent in any degree.
 static bool bOpaque(const ImageBuffer& aImage)
 {
-    if (aImage.lChannels != 4)
+    if (aImage.channels != 4)
         return true;
-    for (std::int32_t y = 0; y < aImage.lHeight; ++y) {
+    for (std::int32_t y = 0; y < aImage.height; ++y) {
         const std::uint8_t* pPixel = pRow(aImage, y);
         std::uint8_t nAll = 255;
-        for (std::int32_t x = 0; x < aImage.lWidth; ++x)
+        for (std::int32_t x = 0; x < aImage.width; ++x)
             nAll &= pPixel[4 * static_cast<std::size_t>(x) + 3];
         if (nAll != 255)
             return false;
@@ -41,15 +41,15 @@ using Four = float __attribute__((vector_size(16)));
 
 void ResizeNearest(const ImageBuffer& aImage, ImageBuffer& aResult)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    std::vector<std::size_t> aFrom(static_cast<std::size_t>(aResult.lWidth));
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    std::vector<std::size_t> aFrom(static_cast<std::size_t>(aResult.width));
     for (std::size_t x = 0; x < aFrom.size(); ++x)
-        aFrom[x] = (2 * x + 1) * static_cast<std::size_t>(aImage.lWidth) / (2 * aFrom.size()) * nChannels;
-    EachRows(aResult.lHeight, nStride(aResult), [&](std::int32_t lFirst, std::int32_t lLast) {
+        aFrom[x] = (2 * x + 1) * static_cast<std::size_t>(aImage.width) / (2 * aFrom.size()) * nChannels;
+    EachRows(aResult.height, nStride(aResult), [&](std::int32_t lFirst, std::int32_t lLast) {
         for (std::int32_t y = lFirst; y < lLast; ++y) {
             const std::uint8_t* pSource = pRow(
-                aImage, static_cast<std::int32_t>((2 * static_cast<std::int64_t>(y) + 1) * aImage.lHeight /
-                                                  (2 * static_cast<std::int64_t>(aResult.lHeight))));
+                aImage, static_cast<std::int32_t>((2 * static_cast<std::int64_t>(y) + 1) * aImage.height /
+                                                  (2 * static_cast<std::int64_t>(aResult.height))));
             std::uint8_t* pTarget = pRow(aResult, y);
             for (const std::size_t nFrom : aFrom) {
                 for (std::size_t c = 0; c < nChannels; ++c)
@@ -127,19 +127,19 @@ void AlongRow(const float* aSums, const ResizeWeights& objWeights, std::uint8_t*
 
 void ResizeSmoothly(const ImageBuffer& aImage, ImageBuffer& aResult, bool bCubic)
 {
-    const ResizeWeights objAcross = objResizeWeights(aImage.lWidth, aResult.lWidth, bCubic);
-    const ResizeWeights objDown = objResizeWeights(aImage.lHeight, aResult.lHeight, bCubic);
+    const ResizeWeights objAcross = objResizeWeights(aImage.width, aResult.width, bCubic);
+    const ResizeWeights objDown = objResizeWeights(aImage.height, aResult.height, bCubic);
     const bool bWeighed = !bOpaque(aImage);
-    const std::size_t nRow = nStride(aImage), nPixels = static_cast<std::size_t>(aImage.lWidth);
-    const auto fnAlong = aImage.lChannels == 1   ? AlongRow<1, false>
-                         : aImage.lChannels == 3 ? AlongRow<3, false>
-                         : bWeighed              ? AlongRow<4, true>
-                                                 : AlongRow<4, false>;
+    const std::size_t nRow = nStride(aImage), nPixels = static_cast<std::size_t>(aImage.width);
+    const auto fnAlong = aImage.channels == 1   ? AlongRow<1, false>
+                         : aImage.channels == 3 ? AlongRow<3, false>
+                         : bWeighed             ? AlongRow<4, true>
+                                                : AlongRow<4, false>;
 
-    EachRows(aResult.lHeight, nStride(aResult) + nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
+    EachRows(aResult.height, nStride(aResult) + nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
         std::vector<float> aSums(nRow);
         std::vector<std::int16_t> aWeights(objDown.nTaps + 1);
-        std::vector<float> aSpread(aImage.lChannels == 3 ? 4 * nPixels : 0);
+        std::vector<float> aSpread(aImage.channels == 3 ? 4 * nPixels : 0);
         for (std::int32_t y = lFirst; y < lLast; ++y) {
             const std::int32_t lFrom = objDown.aFirst[static_cast<std::size_t>(y)];
             const float* pWeight = objDown.aWeights.data() + static_cast<std::size_t>(y) * objDown.nTaps;
@@ -152,9 +152,9 @@ void ResizeSmoothly(const ImageBuffer& aImage, ImageBuffer& aResult, bool bCubic
                 SumRows({pRow(aImage, lFrom), nRow, pWeight, objDown.nTaps}, nRow, aWeights.data(),
                         aSums.data());
             }
-            if (aImage.lChannels == 3)
+            if (aImage.channels == 3)
                 Spread(aSums.data(), nPixels, reinterpret_cast<Four*>(aSpread.data()));
-            fnAlong(aImage.lChannels == 3 ? aSpread.data() : aSums.data(), objAcross, pRow(aResult, y));
+            fnAlong(aImage.channels == 3 ? aSpread.data() : aSums.data(), objAcross, pRow(aResult, y));
         }
     });
 }
@@ -166,12 +166,12 @@ bool Resize(ImageBuffer& aImage, std::int32_t lWidth, std::int32_t lHeight, std:
 {
     lWidth = std::max(lWidth, 1);
     lHeight = std::max(lHeight, 1);
-    if (lWidth == aImage.lWidth && lHeight == aImage.lHeight)
+    if (lWidth == aImage.width && lHeight == aImage.height)
         return true;
     return bGuarded([&] {
         ImageBuffer aResult;
         if (!bAllocate(aResult, static_cast<std::uint64_t>(lWidth), static_cast<std::uint64_t>(lHeight),
-                       aImage.lChannels))
+                       aImage.channels))
             return false;
         if (lInterpolation <= 0)
             ResizeNearest(aImage, aResult);
@@ -189,21 +189,21 @@ bool Reproduce(ImageBuffer& aImage, std::int32_t lCopies)
         return true;
     return bGuarded([&] {
         ImageBuffer aCopy;
-        if (!bAllocate(aCopy, static_cast<std::uint64_t>((aImage.lWidth + lCount - 1) / lCount),
-                       static_cast<std::uint64_t>((aImage.lHeight + lCount - 1) / lCount), aImage.lChannels))
+        if (!bAllocate(aCopy, static_cast<std::uint64_t>((aImage.width + lCount - 1) / lCount),
+                       static_cast<std::uint64_t>((aImage.height + lCount - 1) / lCount), aImage.channels))
             return false;
         ResizeSmoothly(aImage, aCopy, false);
 
         const auto fnStart = [lCount](std::int32_t lSide, std::int32_t i) {
             return static_cast<std::int32_t>(static_cast<std::int64_t>(lSide) * i / lCount);
         };
-        const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+        const auto nChannels = static_cast<std::size_t>(aImage.channels);
         for (std::int32_t j = 0; j < lCount; ++j) {
-            const std::int32_t lTop = fnStart(aImage.lHeight, j), lBottom = fnStart(aImage.lHeight, j + 1);
+            const std::int32_t lTop = fnStart(aImage.height, j), lBottom = fnStart(aImage.height, j + 1);
             for (std::int32_t y = lTop; y < lBottom; ++y) {
                 for (std::int32_t i = 0; i < lCount; ++i) {
-                    const auto nLeft = static_cast<std::size_t>(fnStart(aImage.lWidth, i));
-                    const auto nRight = static_cast<std::size_t>(fnStart(aImage.lWidth, i + 1));
+                    const auto nLeft = static_cast<std::size_t>(fnStart(aImage.width, i));
+                    const auto nRight = static_cast<std::size_t>(fnStart(aImage.width, i + 1));
                     std::memcpy(pRow(aImage, y) + nLeft * nChannels, pRow(aCopy, y - lTop),
                                 (nRight - nLeft) * nChannels);
                 }

@@ -31,31 +31,31 @@ bool Rotate(ImageBuffer& aImage, double dAngle, Colour lBackground)
     return bGuarded([&] {
         const double dCos = std::cos(dTurn * std::numbers::pi / 180),
                      dSin = std::sin(dTurn * std::numbers::pi / 180);
-        const double dWidth = aImage.lWidth, dHeight = aImage.lHeight;
-        const bool bWiden = aImage.lChannels == 1 && !bGrey(lBackground);
+        const double dWidth = aImage.width, dHeight = aImage.height;
+        const bool bWiden = aImage.channels == 1 && !bGrey(lBackground);
         ImageBuffer aCanvas;
         if (!bAllocate(aCanvas, nSide(dWidth * std::fabs(dCos) + dHeight * std::fabs(dSin)),
                        nSide(dWidth * std::fabs(dSin) + dHeight * std::fabs(dCos)),
-                       bWiden ? 3 : aImage.lChannels))
+                       bWiden ? 3 : aImage.channels))
             return false;
         ImageBuffer aWide;
         if (bWiden && !bWidened(aImage, aWide))
             return false;
         const ImageBuffer& aSource = bWiden ? aWide : aImage;
 
-        const double dMidX = (aCanvas.lWidth - 1) / 2.0, dMidY = (aCanvas.lHeight - 1) / 2.0;
+        const double dMidX = (aCanvas.width - 1) / 2.0, dMidY = (aCanvas.height - 1) / 2.0;
         const StraightMap objMap{dCos,  dSin, (dWidth - 1) / 2 - dCos * dMidX - dSin * dMidY,
                                  -dSin, dCos, (dHeight - 1) / 2 + dSin * dMidX - dCos * dMidY};
         const PixelValue aOutside = aBackground(aSource, lBackground);
         DrawWarped(
             aSource, aCanvas,
             [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
-                StraightPlaces(objMap, y, aCanvas.lWidth, aX, aY);
+                StraightPlaces(objMap, y, aCanvas.width, aX, aY);
             },
             &aOutside);
         TakePixels(aImage, std::move(aCanvas));
         if (bWiden)
-            aImage.aIccProfile.clear();
+            aImage.icc_profile.clear();
         return true;
     });
 }

@@ -24,14 +24,14 @@ bool Shift(ImageBuffer& aImage, std::int32_t lX, std::int32_t lY, Colour lBackgr
 {
     if (lX == 0 && lY == 0)
         return true;
-    if (aImage.lChannels == 1 && !bGrey(lBackground)) {
+    if (aImage.channels == 1 && !bGrey(lBackground)) {
         ImageBuffer aWide;
         if (!bWidened(aImage, aWide))
             return false;
         TakePixels(aImage, std::move(aWide));
-        aImage.aIccProfile.clear();
+        aImage.icc_profile.clear();
     }
-    const std::int64_t nWidth = aImage.lWidth, nHeight = aImage.lHeight, nChannels = aImage.lChannels;
+    const std::int64_t nWidth = aImage.width, nHeight = aImage.height, nChannels = aImage.channels;
     const std::int64_t nX = std::clamp<std::int64_t>(lX, -nWidth, nWidth);
     const std::int64_t nY = std::clamp<std::int64_t>(lY, -nHeight, nHeight);
     const PixelValue aFill = aBackground(aImage, lBackground);
@@ -42,14 +42,14 @@ bool Shift(ImageBuffer& aImage, std::int32_t lX, std::int32_t lY, Colour lBackgr
         const std::int64_t y = nY > 0 ? nHeight - 1 - i : i;
         std::uint8_t* pTarget = pRow(aImage, static_cast<std::int32_t>(y));
         if (y - nY < 0 || y - nY >= nHeight) {
-            Fill(pTarget, nWidth, aImage.lChannels, aFill);
+            Fill(pTarget, nWidth, aImage.channels, aFill);
             continue;
         }
         const std::uint8_t* pSource = pRow(aImage, static_cast<std::int32_t>(y - nY));
         std::memmove(pTarget + std::max<std::int64_t>(nX, 0) * nChannels,
                      pSource + std::max<std::int64_t>(-nX, 0) * nChannels,
                      static_cast<std::size_t>(nKept * nChannels));
-        Fill(nX > 0 ? pTarget : pTarget + nKept * nChannels, nWidth - nKept, aImage.lChannels, aFill);
+        Fill(nX > 0 ? pTarget : pTarget + nKept * nChannels, nWidth - nKept, aImage.channels, aFill);
     }
     return true;
 }
@@ -72,16 +72,16 @@ static std::int32_t lRun(const std::uint8_t* pPixel, std::int64_t nStep, std::in
 
 static PixelValue aBorderColour(const ImageBuffer& aImage)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
     const std::uint8_t* pTop = pRow(aImage, 0);
-    const std::uint8_t* pBottom = pRow(aImage, aImage.lHeight - 1);
+    const std::uint8_t* pBottom = pRow(aImage, aImage.height - 1);
     const std::uint8_t* aCorners[4] = {pTop, pTop + nStride(aImage) - nChannels, pBottom,
                                        pBottom + nStride(aImage) - nChannels};
     std::ptrdiff_t nBest = 0;
     const std::uint8_t* pBest = pTop;
     for (const std::uint8_t* pCorner : aCorners) {
         const auto nEqual = std::count_if(std::begin(aCorners), std::end(aCorners), [&](const auto* pOther) {
-            return bSame(pCorner, pOther, aImage.lChannels);
+            return bSame(pCorner, pOther, aImage.channels);
         });
         if (nEqual > nBest) {
             nBest = nEqual;
@@ -95,14 +95,14 @@ static PixelValue aBorderColour(const ImageBuffer& aImage)
 
 bool Autocrop(ImageBuffer& aImage)
 {
-    if (aImage.lWidth < 1 || aImage.lHeight < 1)
+    if (aImage.width < 1 || aImage.height < 1)
         return true;
     const PixelValue aColour = aBorderColour(aImage);
-    const std::int32_t lWidth = aImage.lWidth, lChannels = aImage.lChannels;
+    const std::int32_t lWidth = aImage.width, lChannels = aImage.channels;
     const auto fnWholeRow = [&](std::int32_t y) {
         return lRun(pRow(aImage, y), lChannels, lWidth, lChannels, aColour.data()) == lWidth;
     };
-    std::int32_t lTop = 0, lBottom = aImage.lHeight;
+    std::int32_t lTop = 0, lBottom = aImage.height;
     while (lTop < lBottom && fnWholeRow(lTop))
         ++lTop;
     if (lTop == lBottom)
@@ -117,7 +117,7 @@ bool Autocrop(ImageBuffer& aImage)
         lRight = lRun(pFirst + nStride(aImage) - lChannels, -lChannels, lRight, lChannels, aColour.data());
     }
     const std::int32_t lNewWidth = lWidth - lLeft - lRight, lNewHeight = lBottom - lTop;
-    if (lNewWidth == lWidth && lNewHeight == aImage.lHeight)
+    if (lNewWidth == lWidth && lNewHeight == aImage.height)
         return true;
 
     ImageBuffer aCut;

@@ -20,19 +20,19 @@ namespace
 const std::uint8_t* pTap(const ImageBuffer& aSource, std::int32_t x, std::int32_t y,
                          const PixelValue* pOutside)
 {
-    if (x < 0 || y < 0 || x >= aSource.lWidth || y >= aSource.lHeight) {
+    if (x < 0 || y < 0 || x >= aSource.width || y >= aSource.height) {
         if (pOutside)
             return pOutside->data();
-        x = std::clamp(x, 0, aSource.lWidth - 1);
-        y = std::clamp(y, 0, aSource.lHeight - 1);
+        x = std::clamp(x, 0, aSource.width - 1);
+        y = std::clamp(y, 0, aSource.height - 1);
     }
-    return pRow(aSource, y) + static_cast<std::ptrdiff_t>(x) * aSource.lChannels;
+    return pRow(aSource, y) + static_cast<std::ptrdiff_t>(x) * aSource.channels;
 }
 
 // True when none of the four pixels from x, y on is inside.
 bool bWhollyOutside(const ImageBuffer& aSource, std::int32_t x, std::int32_t y)
 {
-    return x < -1 || y < -1 || x >= aSource.lWidth || y >= aSource.lHeight;
+    return x < -1 || y < -1 || x >= aSource.width || y >= aSource.height;
 }
 
 // Any place at all, and pixels of any transparency.
@@ -74,8 +74,8 @@ void DrawGreyRow(const ImageBuffer& aSource, const std::int32_t* __restrict aX,
                  const std::int32_t* __restrict aY, std::int32_t lCount, const PixelValue* pOutside,
                  std::uint8_t* __restrict pTarget)
 {
-    const auto nRight = static_cast<std::uint32_t>(aSource.lWidth - 1);
-    const auto nBottom = static_cast<std::uint32_t>(aSource.lHeight - 1);
+    const auto nRight = static_cast<std::uint32_t>(aSource.width - 1);
+    const auto nBottom = static_cast<std::uint32_t>(aSource.height - 1);
     for (std::int32_t i = 0; i < lCount; ++i, ++pTarget) {
         const std::int32_t x = aX[i] >> 8, y = aY[i] >> 8;
         if (static_cast<std::uint32_t>(x) >= nRight || static_cast<std::uint32_t>(y) >= nBottom) {
@@ -84,7 +84,7 @@ void DrawGreyRow(const ImageBuffer& aSource, const std::int32_t* __restrict aX,
         }
         const std::int32_t lX = aX[i] & 255, lY = aY[i] & 255;
         const std::uint8_t* pUpper = pRow(aSource, y) + x;
-        const std::uint8_t* pLower = pUpper + aSource.lWidth;
+        const std::uint8_t* pLower = pUpper + aSource.width;
         const std::int32_t lUpper = pUpper[0] * (256 - lX) + pUpper[1] * lX;
         const std::int32_t lLower = pLower[0] * (256 - lX) + pLower[1] * lX;
         pTarget[0] = static_cast<std::uint8_t>((lUpper * (256 - lY) + lLower * lY + (1 << 15)) >> 16);
@@ -111,14 +111,12 @@ void DrawRow(const ImageBuffer& aSource, const std::int32_t* aX, const std::int3
 void DrawWarped(const ImageBuffer& aSource, ImageBuffer& aTarget, const RowOfPlaces& fnPlaces,
                 const PixelValue* pOutside)
 {
-    const auto fnDraw = aTarget.lChannels == 1   ? DrawGreyRow
-                        : aTarget.lChannels == 3 ? DrawRow<3>
-                                                 : DrawRow<4>;
-    EachRows(aTarget.lHeight, nStride(aTarget), [&](std::int32_t lFirst, std::int32_t lLast) {
-        std::vector<std::int32_t> aX(static_cast<std::size_t>(aTarget.lWidth)), aY(aX.size());
+    const auto fnDraw = aTarget.channels == 1 ? DrawGreyRow : aTarget.channels == 3 ? DrawRow<3> : DrawRow<4>;
+    EachRows(aTarget.height, nStride(aTarget), [&](std::int32_t lFirst, std::int32_t lLast) {
+        std::vector<std::int32_t> aX(static_cast<std::size_t>(aTarget.width)), aY(aX.size());
         for (std::int32_t y = lFirst; y < lLast; ++y) {
             fnPlaces(y, aX.data(), aY.data());
-            fnDraw(aSource, aX.data(), aY.data(), aTarget.lWidth, pOutside, pRow(aTarget, y));
+            fnDraw(aSource, aX.data(), aY.data(), aTarget.width, pOutside, pRow(aTarget, y));
         }
     });
 }

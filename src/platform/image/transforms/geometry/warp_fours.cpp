@@ -60,10 +60,10 @@ WITH_AVX2_INLINE static std::int32_t lFours(const ImageBuffer& aSource, const st
                                             std::int32_t lCount, std::uint8_t* pTarget)
 {
     // Eight bytes are read at a place, which with three channels are nearly three pixels.
-    const __m128i nLastX = _mm_set1_epi32(aSource.lWidth - (nChannels == 3 ? 3 : 2));
-    const __m128i nLastY = _mm_set1_epi32(aSource.lHeight - 2);
+    const __m128i nLastX = _mm_set1_epi32(aSource.width - (nChannels == 3 ? 3 : 2));
+    const __m128i nLastY = _mm_set1_epi32(aSource.height - 2);
     const auto nRowBytes = static_cast<std::int64_t>(nStride(aSource));
-    const std::uint8_t* pBytes = aSource.aBytes.data();
+    const std::uint8_t* pBytes = aSource.bytes.data();
     const __m256i nAlpha = _mm256_set1_epi32(static_cast<int>(0xFF000000U));
 
     std::int32_t i = 0;
@@ -112,8 +112,8 @@ WITH_AVX2 static std::int32_t lFoursOf(const ImageBuffer& aSource, const std::in
                                        const std::int32_t* aY, const std::uint8_t* pUnmoved,
                                        std::int32_t lCount, std::uint8_t* pTarget)
 {
-    return aSource.lChannels == 3 ? lFours<3>(aSource, aX, aY, pUnmoved, lCount, pTarget)
-                                  : lFours<4>(aSource, aX, aY, pUnmoved, lCount, pTarget);
+    return aSource.channels == 3 ? lFours<3>(aSource, aX, aY, pUnmoved, lCount, pTarget)
+                                 : lFours<4>(aSource, aX, aY, pUnmoved, lCount, pTarget);
 }
 
 std::int32_t lDrawFours(const ImageBuffer& aSource, const std::int32_t* aX, const std::int32_t* aY,

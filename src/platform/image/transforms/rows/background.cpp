@@ -17,18 +17,18 @@ PixelValue aBackground(const ImageBuffer& aImage, Colour lColour)
     const auto nRed = static_cast<std::uint8_t>(lColour & 255);
     const auto nGreen = static_cast<std::uint8_t>((lColour >> 8) & 255);
     const auto nBlue = static_cast<std::uint8_t>((lColour >> 16) & 255);
-    if (aImage.lChannels == 1)
+    if (aImage.channels == 1)
         return {nIntensity(nBlue, nGreen, nRed), 0, 0, 0};
     return {nBlue, nGreen, nRed, 255};
 }
 
 bool bWidened(const ImageBuffer& aGrey, ImageBuffer& aWide)
 {
-    if (!bAllocate(aWide, static_cast<std::uint64_t>(aGrey.lWidth), static_cast<std::uint64_t>(aGrey.lHeight),
+    if (!bAllocate(aWide, static_cast<std::uint64_t>(aGrey.width), static_cast<std::uint64_t>(aGrey.height),
                    3))
         return false;
-    for (std::size_t i = 0; i < aGrey.aBytes.size(); ++i)
-        aWide.aBytes[3 * i] = aWide.aBytes[3 * i + 1] = aWide.aBytes[3 * i + 2] = aGrey.aBytes[i];
+    for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
+        aWide.bytes[3 * i] = aWide.bytes[3 * i + 1] = aWide.bytes[3 * i + 2] = aGrey.bytes[i];
     return true;
 }
 

@@ -12,13 +12,13 @@ constexpr std::size_t kWorthAThread = 1 << 18;  // bytes: about a tenth of a mil
 
 std::size_t nBands(const ImageBuffer& aImage)
 {
-    const std::size_t nMost = std::min(nCores(), static_cast<std::size_t>(std::max(aImage.lHeight, 1)));
-    return std::clamp<std::size_t>(aImage.aBytes.size() / kWorthAThread, 1, nMost);
+    const std::size_t nMost = std::min(nCores(), static_cast<std::size_t>(std::max(aImage.height, 1)));
+    return std::clamp<std::size_t>(aImage.bytes.size() / kWorthAThread, 1, nMost);
 }
 
 std::int32_t lBandRow(const ImageBuffer& aImage, std::size_t nCount, std::size_t nBand)
 {
-    return static_cast<std::int32_t>(static_cast<std::uint64_t>(aImage.lHeight) * nBand / nCount);
+    return static_cast<std::int32_t>(static_cast<std::uint64_t>(aImage.height) * nBand / nCount);
 }
 
 void RunBands(const ImageBuffer& aImage, std::size_t nCount, const BandWork& fnWork)

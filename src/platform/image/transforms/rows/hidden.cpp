@@ -71,7 +71,7 @@ std::vector<Level> aLevels(const ImageBuffer& aImage)
 {
     std::vector<Level> aResult;
     aResult.push_back(objHalved(
-        static_cast<std::size_t>(aImage.lWidth), static_cast<std::size_t>(aImage.lHeight),
+        static_cast<std::size_t>(aImage.width), static_cast<std::size_t>(aImage.height),
         [&](std::size_t x, std::size_t y) { return pRow(aImage, static_cast<std::int32_t>(y)) + 4 * x; },
         [](std::uint8_t nAlpha) { return std::uint32_t{nAlpha}; }));
     while (aResult.back().aCells.size() > 1) {
@@ -87,8 +87,8 @@ std::vector<Level> aLevels(const ImageBuffer& aImage)
 std::size_t nHidden(const ImageBuffer& aImage)
 {
     std::size_t nFound = 0;
-    for (std::size_t i = 3; aImage.lChannels == 4 && i < aImage.aBytes.size(); i += 4)
-        nFound += aImage.aBytes[i] == 0;
+    for (std::size_t i = 3; aImage.channels == 4 && i < aImage.bytes.size(); i += 4)
+        nFound += aImage.bytes[i] == 0;
     return nFound;
 }
 
@@ -97,13 +97,13 @@ std::size_t nHidden(const ImageBuffer& aImage)
 HiddenColours::HiddenColours(ImageBuffer& aImage) : m_aImage(aImage)
 {
     const std::size_t nCount = nHidden(aImage);
-    if (nCount == 0 || 4 * nCount == aImage.aBytes.size())
+    if (nCount == 0 || 4 * nCount == aImage.bytes.size())
         return;
     std::vector<Level> aAll = aLevels(aImage);
     m_aHidden.reserve(3 * nCount);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 4)
-        if (aImage.aBytes[i + 3] == 0)
-            m_aHidden.insert(m_aHidden.end(), &aImage.aBytes[i], &aImage.aBytes[i] + 3);
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4)
+        if (aImage.bytes[i + 3] == 0)
+            m_aHidden.insert(m_aHidden.end(), &aImage.bytes[i], &aImage.bytes[i] + 3);
 
     for (std::size_t n = aAll.size() - 1; n-- > 0;) {
         Level& objLevel = aAll[n];
@@ -113,20 +113,20 @@ HiddenColours::HiddenColours(ImageBuffer& aImage) : m_aImage(aImage)
                     aAll[n + 1]
                         .aCells[i / objLevel.nWidth / 2 * aAll[n + 1].nWidth + i % objLevel.nWidth / 2];
     }
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
-    for (std::size_t i = 0; 4 * i < aImage.aBytes.size(); ++i)
-        if (aImage.aBytes[4 * i + 3] == 0) {
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
+    for (std::size_t i = 0; 4 * i < aImage.bytes.size(); ++i)
+        if (aImage.bytes[4 * i + 3] == 0) {
             const Cell& aCell = aAll[0].aCells[i / nWidth / 2 * aAll[0].nWidth + i % nWidth / 2];
-            std::copy_n(aCell.begin(), 3, &aImage.aBytes[4 * i]);
+            std::copy_n(aCell.begin(), 3, &aImage.bytes[4 * i]);
         }
 }
 
 HiddenColours::~HiddenColours()
 {
     const std::uint8_t* pOwn = m_aHidden.data();
-    for (std::size_t i = 0; i < m_aImage.aBytes.size() && pOwn != m_aHidden.data() + m_aHidden.size(); i += 4)
-        if (m_aImage.aBytes[i + 3] == 0) {
-            std::copy_n(pOwn, 3, &m_aImage.aBytes[i]);
+    for (std::size_t i = 0; i < m_aImage.bytes.size() && pOwn != m_aHidden.data() + m_aHidden.size(); i += 4)
+        if (m_aImage.bytes[i + 3] == 0) {
+            std::copy_n(pOwn, 3, &m_aImage.bytes[i]);
             pOwn += 3;
         }
 }

@@ -40,21 +40,21 @@ static Histogram aHistogram(const ImageBuffer& aImage, std::int32_t lChannel)
 {
     Histogram aResult{};
     std::mutex objLock;
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
     RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
         Counters objCounters;
         const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
         for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kBlock) {
             const std::size_t nPixels = std::min(kBlock, nLast - i);
-            const std::uint8_t* pPixels = aImage.aBytes.data() + i * nChannels;
+            const std::uint8_t* pPixels = aImage.bytes.data() + i * nChannels;
             const std::uint8_t* pAlpha = nChannels == 4 ? pPixels + 3 : nullptr;
             if (lChannel >= 0) {
                 Count(objCounters, pPixels + lChannel, nChannels, nPixels, pAlpha);
                 continue;
             }
             std::uint8_t aLevels[kBlock];
-            IntensityRow(pPixels, nPixels, aImage.lChannels, aLevels);
+            IntensityRow(pPixels, nPixels, aImage.channels, aLevels);
             Count(objCounters, aLevels, 1, nPixels, pAlpha);
         }
         const std::lock_guard objGuard(objLock);

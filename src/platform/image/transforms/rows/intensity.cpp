@@ -58,15 +58,15 @@ ROW_LOOP static void WriteGrey4(const std::uint8_t* __restrict pGrey, std::size_
 template <typename Change>
 static void MakeGrey(ImageBuffer& aImage, const Change& ChangeRow)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.lChannels);
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
     RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
         std::uint8_t aGrey[kBlock];
         const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
         for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kBlock) {
             const std::size_t nPixels = std::min(kBlock, nLast - i);
-            std::uint8_t* pPixels = aImage.aBytes.data() + i * nChannels;
-            IntensityRow(pPixels, nPixels, aImage.lChannels, aGrey);
+            std::uint8_t* pPixels = aImage.bytes.data() + i * nChannels;
+            IntensityRow(pPixels, nPixels, aImage.channels, aGrey);
             ChangeRow(aGrey, nPixels);
             if (nChannels == 1)
                 std::memcpy(pPixels, aGrey, nPixels);
@@ -81,17 +81,17 @@ static void MakeGrey(ImageBuffer& aImage, const Change& ChangeRow)
 ImageBuffer aIntensity(const ImageBuffer& aImage)
 {
     ImageBuffer aResult;
-    aResult.lWidth = aImage.lWidth;
-    aResult.lHeight = aImage.lHeight;
-    aResult.lChannels = 1;
-    if (aImage.lChannels == 1) {
-        aResult.aBytes = aImage.aBytes;
+    aResult.width = aImage.width;
+    aResult.height = aImage.height;
+    aResult.channels = 1;
+    if (aImage.channels == 1) {
+        aResult.bytes = aImage.bytes;
         return aResult;
     }
-    ResizeFresh(aResult.aBytes, aImage.aBytes.size() / static_cast<std::size_t>(aImage.lChannels));
-    EachRows(aImage.lHeight, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
+    ResizeFresh(aResult.bytes, aImage.bytes.size() / static_cast<std::size_t>(aImage.channels));
+    EachRows(aImage.height, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
         for (std::int32_t y = lFirst; y < lLast; ++y)
-            IntensityRow(pRow(aImage, y), static_cast<std::size_t>(aImage.lWidth), aImage.lChannels,
+            IntensityRow(pRow(aImage, y), static_cast<std::size_t>(aImage.width), aImage.channels,
                          pRow(aResult, y));
     });
     return aResult;
@@ -99,7 +99,7 @@ ImageBuffer aIntensity(const ImageBuffer& aImage)
 
 bool Intensity(ImageBuffer& aImage)
 {
-    if (aImage.lChannels > 1)
+    if (aImage.channels > 1)
         MakeGrey(aImage, [](std::uint8_t*, std::size_t) {});
     return true;
 }

@@ -11,19 +11,19 @@ namespace transforms
 ImageBuffer aLike(const ImageBuffer& aImage)
 {
     ImageBuffer aResult;
-    ResizeFresh(aResult.aBytes, aImage.aBytes.size());
-    aResult.lWidth = aImage.lWidth;
-    aResult.lHeight = aImage.lHeight;
-    aResult.lChannels = aImage.lChannels;
+    ResizeFresh(aResult.bytes, aImage.bytes.size());
+    aResult.width = aImage.width;
+    aResult.height = aImage.height;
+    aResult.channels = aImage.channels;
     return aResult;
 }
 
 void TakePixels(ImageBuffer& aImage, ImageBuffer&& aPixels)
 {
-    aImage.lWidth = aPixels.lWidth;
-    aImage.lHeight = aPixels.lHeight;
-    aImage.lChannels = aPixels.lChannels;
-    aImage.aBytes = std::move(aPixels.aBytes);
+    aImage.width = aPixels.width;
+    aImage.height = aPixels.height;
+    aImage.channels = aPixels.channels;
+    aImage.bytes = std::move(aPixels.bytes);
 }
 
 }  // namespace transforms

@@ -13,15 +13,15 @@ namespace transforms
 /// The bytes of one row.
 inline std::size_t nStride(const ImageBuffer& aImage)
 {
-    return static_cast<std::size_t>(aImage.lWidth) * static_cast<std::size_t>(aImage.lChannels);
+    return static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
 }
 inline const std::uint8_t* pRow(const ImageBuffer& aImage, std::int32_t y)
 {
-    return aImage.aBytes.data() + static_cast<std::size_t>(y) * nStride(aImage);
+    return aImage.bytes.data() + static_cast<std::size_t>(y) * nStride(aImage);
 }
 inline std::uint8_t* pRow(ImageBuffer& aImage, std::int32_t y)
 {
-    return aImage.aBytes.data() + static_cast<std::size_t>(y) * nStride(aImage);
+    return aImage.bytes.data() + static_cast<std::size_t>(y) * nStride(aImage);
 }
 
 }  // namespace transforms

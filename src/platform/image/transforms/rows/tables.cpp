@@ -39,14 +39,14 @@ void ApplyTables(ImageBuffer& aImage, const Table& aBlue, const Table& aGreen, c
     Table aGrey;
     for (std::size_t n = 0; n < aGrey.size(); ++n)
         aGrey[n] = nIntensity(aBlue[n], aGreen[n], aRed[n]);
-    const auto nWidth = static_cast<std::size_t>(aImage.lWidth);
+    const auto nWidth = static_cast<std::size_t>(aImage.width);
     RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
         const auto nPixels = nWidth * static_cast<std::size_t>(lEnd - lFirst);
         const auto nBegin = nWidth * static_cast<std::size_t>(lFirst);
-        std::uint8_t* pBytes = aImage.aBytes.data() + nBegin * static_cast<std::size_t>(aImage.lChannels);
-        if (aImage.lChannels == 1)
+        std::uint8_t* pBytes = aImage.bytes.data() + nBegin * static_cast<std::size_t>(aImage.channels);
+        if (aImage.channels == 1)
             ApplyGrey(pBytes, nPixels, aGrey);
-        else if (aImage.lChannels == 3)
+        else if (aImage.channels == 3)
             ApplyColour<3>(pBytes, nPixels, aBlue, aGreen, aRed);
         else
             ApplyColour<4>(pBytes, nPixels, aBlue, aGreen, aRed);

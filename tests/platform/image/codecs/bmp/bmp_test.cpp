@@ -24,7 +24,7 @@ static ByteMaker objSmallFile(std::uint32_t nBitsOffset)
 
 static Levels aLevels(const std::optional<ImageBuffer>& aImage)
 {
-    return aImage ? Levels{aImage->aBytes.begin(), aImage->aBytes.end()} : Levels{};
+    return aImage ? Levels{aImage->bytes.begin(), aImage->bytes.end()} : Levels{};
 }
 
 static ByteMaker objVersion5File(std::uint32_t nProfileOffset, std::uint32_t nProfileSize,
@@ -70,8 +70,8 @@ TEST(BmpReads, TheResolutionOfEachDirection)
     const auto aImage = aDecoded(codecBmp, objSmallFile(54).U8({1, 2, 3, 4, 5, 6, 0, 0}).aBytes());
 
     ASSERT_TRUE(aImage);
-    EXPECT_NEAR(aImage->dDotsPerInchX, 300, 0.01);
-    EXPECT_NEAR(aImage->dDotsPerInchY, 150, 0.02);
+    EXPECT_NEAR(aImage->dots_per_inch_x, 300, 0.01);
+    EXPECT_NEAR(aImage->dots_per_inch_y, 150, 0.02);
 }
 
 TEST(BmpReads, AProfileThatItEmbeds)
@@ -79,7 +79,7 @@ TEST(BmpReads, AProfileThatItEmbeds)
     const auto aImage = aDecoded(codecBmp, objVersion5File(128, 128, "RGB ").aBytes());
 
     ASSERT_TRUE(aImage);
-    EXPECT_EQ(aImage->aIccProfile.size(), 128u);
+    EXPECT_EQ(aImage->icc_profile.size(), 128u);
     EXPECT_EQ(aLevels(aImage), (Levels{1, 2, 3}));
 }
 
@@ -91,7 +91,7 @@ TEST(BmpReads, WithoutAProfileThatDoesNotFitOrIsNotThere)
         const auto aImage = aDecoded(codecBmp, mk.aBytes());
 
         ASSERT_TRUE(aImage);
-        EXPECT_TRUE(aImage->aIccProfile.empty());
+        EXPECT_TRUE(aImage->icc_profile.empty());
     }
 }
 
@@ -115,7 +115,7 @@ TEST(BmpReads, AJpegFileInThePlaceOfTheBits)
     const auto aImage = aDecoded(codecBmp, objEmbedding(4, aJpeg).aBytes());
 
     ASSERT_TRUE(aImage);
-    EXPECT_GT(aImage->lWidth, 1);
+    EXPECT_GT(aImage->width, 1);
     EXPECT_FALSE(aDecoded(codecBmp, objEmbedding(5, aJpeg).aBytes())) << "the header promised PNG";
 }
 
@@ -126,7 +126,7 @@ TEST(BmpReads, APngFileInThePlaceOfTheBits)
     const auto aImage = aDecoded(codecBmp, objEmbedding(5, aEncoded(codecPng, aInner)).aBytes());
 
     ASSERT_TRUE(aImage);
-    EXPECT_TRUE(aImage->aBytes == aInner.aBytes);
+    EXPECT_TRUE(aImage->bytes == aInner.bytes);
 }
 
 TEST(BmpReads, RunsFromTheirPlaceInTheFile)
@@ -152,8 +152,8 @@ TEST(BmpReads, NothingWhenTheFileBecomesShorterMeanwhile)
 
     EXPECT_FALSE(pDecoder->DecodeFrame(0, aImage));
 
-    EXPECT_EQ(aImage.lWidth, 0);
-    EXPECT_TRUE(aImage.aBytes.empty());
+    EXPECT_EQ(aImage.width, 0);
+    EXPECT_TRUE(aImage.bytes.empty());
 }
 
 TEST(BmpReads, OnlyTheOnePage)
@@ -172,8 +172,8 @@ TEST(BmpReads, OnlyTheOnePage)
 TEST(BmpWrites, HeadersWithSizesAndResolution)
 {
     ImageBuffer aImage = aPattern(5, 3, 3);
-    aImage.dDotsPerInchX = 300;
-    aImage.dDotsPerInchY = 150;
+    aImage.dots_per_inch_x = 300;
+    aImage.dots_per_inch_y = 150;
 
     const auto aFile = aEncoded(codecBmp, aImage);
 
@@ -197,12 +197,12 @@ TEST(BmpWrites, HeadersWithSizesAndResolution)
 TEST(BmpWrites, NoResolutionThatTheFieldCannotHold)
 {
     ImageBuffer aImage = aPattern(1, 1, 3);
-    aImage.dDotsPerInchX = 1e300;
-    aImage.dDotsPerInchY = -5;
+    aImage.dots_per_inch_x = 1e300;
+    aImage.dots_per_inch_y = -5;
 
     const auto aBack = aDecoded(codecBmp, aEncoded(codecBmp, aImage));
 
     ASSERT_TRUE(aBack);
-    EXPECT_EQ(aBack->dDotsPerInchX, 0);
-    EXPECT_EQ(aBack->dDotsPerInchY, 0);
+    EXPECT_EQ(aBack->dots_per_inch_x, 0);
+    EXPECT_EQ(aBack->dots_per_inch_y, 0);
 }

@@ -44,21 +44,21 @@ std::int32_t lFrames(const Block& aFile)
 // Any page as B, G, R, A, with nothing left of the colours of transparent pixels.
 PixelBytes aFourChannels(ImageBuffer aImage)
 {
-    if (aImage.lChannels == 1) {
+    if (aImage.channels == 1) {
         ImageBuffer aColour = aImage;
-        aColour.lChannels = 3;
-        aColour.aBytes.clear();
-        for (const std::uint8_t nGrey : aImage.aBytes)
-            aColour.aBytes.insert(aColour.aBytes.end(), 3, nGrey);
+        aColour.channels = 3;
+        aColour.bytes.clear();
+        for (const std::uint8_t nGrey : aImage.bytes)
+            aColour.bytes.insert(aColour.bytes.end(), 3, nGrey);
         aImage = aColour;
     }
-    if (aImage.lChannels == 3) {
+    if (aImage.channels == 3) {
         EXPECT_TRUE(bAddAlpha(aImage));
     }
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 4)
-        if (aImage.aBytes[i + 3] == 0)
-            std::fill_n(aImage.aBytes.begin() + static_cast<std::ptrdiff_t>(i), 3, std::uint8_t{0});
-    return aImage.aBytes;
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4)
+        if (aImage.bytes[i + 3] == 0)
+            std::fill_n(aImage.bytes.begin() + static_cast<std::ptrdiff_t>(i), 3, std::uint8_t{0});
+    return aImage.bytes;
 }
 
 // All pages as another program composites them, one after the other.
@@ -72,9 +72,9 @@ PixelBytes aCoalesced(const std::string& sName)
                      &sOutput))
         << sOutput;
     ImageBuffer aAll;
-    aAll.lChannels = 4;
+    aAll.channels = 4;
     const Block aBytes = aFileContent(sOut);
-    aAll.aBytes.assign(aBytes.begin(), aBytes.end());
+    aAll.bytes.assign(aBytes.begin(), aBytes.end());
     return aFourChannels(aAll);
 }
 
@@ -132,9 +132,9 @@ INSTANTIATE_TEST_SUITE_P(Samples, GifPages,
 
 TEST(GifDecoder, GivesGreyColourOrAlphaAsThePageNeeds)
 {
-    EXPECT_EQ(aDecoded(codecGif, aSample("grey.gif"))->lChannels, 1);
-    EXPECT_EQ(aDecoded(codecGif, aSample("plain.gif"))->lChannels, 3);
-    EXPECT_EQ(aDecoded(codecGif, aSample("transparent.gif"))->lChannels, 4);
+    EXPECT_EQ(aDecoded(codecGif, aSample("grey.gif"))->channels, 1);
+    EXPECT_EQ(aDecoded(codecGif, aSample("plain.gif"))->channels, 3);
+    EXPECT_EQ(aDecoded(codecGif, aSample("transparent.gif"))->channels, 4);
 }
 
 TEST(GifDecoder, FindsTheSceneThatOtherProgramsPacked)
@@ -249,7 +249,7 @@ TEST(GifDecoder, TakesIndexesBeyondTheTableAsBlackAndNoTableAsGreys)
               (Texts{"GK"}));
     const auto aGreys = aDecoded(codecGif, GifMaker(2, 1, {}).Frame(0, 0, 2, 1, {1, 3}).End().aBytes());
     ASSERT_TRUE(aGreys);
-    EXPECT_EQ(aGreys->aBytes, (PixelBytes{1, 3}));
+    EXPECT_EQ(aGreys->bytes, (PixelBytes{1, 3}));
 }
 
 TEST(GifDecoder, ClipsFramesToTheScreen)
@@ -270,8 +270,8 @@ TEST(GifDecoder, MakesAScreenWithoutASizeAsLargeAsItsFirstFrameNeeds)
     const auto aImage = aDecoded(codecGif, GifMaker(0, 0, kColours).Frame(1, 0, 1, 2, {0, 1}).End().aBytes());
 
     ASSERT_TRUE(aImage);
-    EXPECT_EQ(aImage->lWidth, 2);
-    EXPECT_EQ(aImage->lHeight, 2);
+    EXPECT_EQ(aImage->width, 2);
+    EXPECT_EQ(aImage->height, 2);
     EXPECT_EQ(sLetters(*aImage), ".R.G");
 }
 
@@ -324,7 +324,7 @@ TEST(GifDecoder, GivesPagesInAnyOrder)
     ImageBuffer aPage;
     EXPECT_FALSE(pDecoder->DecodeFrame(-1, aPage));
     EXPECT_FALSE(pDecoder->DecodeFrame(5, aPage));
-    EXPECT_EQ(aPage.lWidth, 0);
+    EXPECT_EQ(aPage.width, 0);
 }
 
 TEST(GifDecoder, RefusesTheFrameThatIsCutAndKeepsThoseBefore)
@@ -337,7 +337,7 @@ TEST(GifDecoder, RefusesTheFrameThatIsCutAndKeepsThoseBefore)
     ImageBuffer aPage;
 
     EXPECT_FALSE(pDecoder->DecodeFrame(lLast, aPage));
-    EXPECT_EQ(aPage.lWidth, 0);
+    EXPECT_EQ(aPage.width, 0);
     EXPECT_TRUE(pDecoder->DecodeFrame(lLast - 1, aPage));
     EXPECT_FALSE(pDecoder->DecodeFrame(lLast, aPage));
     EXPECT_TRUE(pDecoder->DecodeFrame(0, aPage));
@@ -404,9 +404,9 @@ TEST(GifDecoder, SurvivesAnyByteOfAFileBeingAnother)
         ImageBuffer aPage;
         for (std::int32_t lFrame = 0; pDecoder && lFrame < pDecoder->FrameCount(); ++lFrame)
             if (pDecoder->DecodeFrame(lFrame, aPage)) {
-                EXPECT_EQ(aPage.aBytes.size(), static_cast<std::size_t>(aPage.lWidth) *
-                                                   static_cast<std::size_t>(aPage.lHeight) *
-                                                   static_cast<std::size_t>(aPage.lChannels));
+                EXPECT_EQ(aPage.bytes.size(), static_cast<std::size_t>(aPage.width) *
+                                                  static_cast<std::size_t>(aPage.height) *
+                                                  static_cast<std::size_t>(aPage.channels));
             }
     }
 }

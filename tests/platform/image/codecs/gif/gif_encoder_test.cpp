@@ -17,12 +17,12 @@ using Block = std::vector<std::uint8_t>;
 ImageBuffer aBlank(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
 {
     ImageBuffer aImage;
-    aImage.lWidth = lWidth;
-    aImage.lHeight = lHeight;
-    aImage.lChannels = lChannels;
-    aImage.aBytes.assign(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight) *
-                             static_cast<std::size_t>(lChannels),
-                         0);
+    aImage.width = lWidth;
+    aImage.height = lHeight;
+    aImage.channels = lChannels;
+    aImage.bytes.assign(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight) *
+                            static_cast<std::size_t>(lChannels),
+                        0);
     return aImage;
 }
 
@@ -31,12 +31,12 @@ ImageBuffer aOfColours(std::int32_t lWidth, std::int32_t lHeight, unsigned nColo
 {
     ImageBuffer aImage = aBlank(lWidth, lHeight, 3);
     unsigned nSeed = 1;
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 3) {
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 3) {
         nSeed = nSeed * 1103515245 + 12345;
         const unsigned nColour = i / 3 < nColours ? static_cast<unsigned>(i / 3) : (nSeed >> 16) % nColours;
-        aImage.aBytes[i] = static_cast<std::uint8_t>(nColour * 7);
-        aImage.aBytes[i + 1] = static_cast<std::uint8_t>(nColour);
-        aImage.aBytes[i + 2] = static_cast<std::uint8_t>(nColour / 256 * 50);
+        aImage.bytes[i] = static_cast<std::uint8_t>(nColour * 7);
+        aImage.bytes[i + 1] = static_cast<std::uint8_t>(nColour);
+        aImage.bytes[i + 2] = static_cast<std::uint8_t>(nColour / 256 * 50);
     }
     return aImage;
 }
@@ -83,7 +83,7 @@ TEST_P(GifColourCounts, UpTo256AreKeptExactlyAsOtherProgramsFindToo)
     const auto aBack = aDecoded(codecGif, aFile);
     ASSERT_TRUE(aBack);
     if (GetParam() == 1)
-        EXPECT_EQ(aBack->lChannels, 1);  // the one colour is black
+        EXPECT_EQ(aBack->channels, 1);  // the one colour is black
     else
         EXPECT_EQ(objDifference(*aBack, aImage).lGreatest, 0);
     EXPECT_EQ(objDifference(aBy(ImageMagick("convert"), aFile), aImage).lGreatest, 0);
@@ -97,8 +97,8 @@ INSTANTIATE_TEST_SUITE_P(Colours, GifColourCounts,
 TEST(GifEncoder, KeepsAll256Greys)
 {
     ImageBuffer aImage = aBlank(256, 3, 1);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); ++i)
-        aImage.aBytes[i] = static_cast<std::uint8_t>(i * 5);
+    for (std::size_t i = 0; i < aImage.bytes.size(); ++i)
+        aImage.bytes[i] = static_cast<std::uint8_t>(i * 5);
 
     const auto aBack = aDecoded(codecGif, aEncoded(codecGif, aImage));
 
@@ -122,8 +122,8 @@ TEST(GifEncoder, FitsAPaletteToAPictureOfMoreColours)
     ASSERT_TRUE(aBack);
     EXPECT_LT(objDifference(*aBack, aImage).dMean, 6);
     std::set<std::array<std::uint8_t, 3>> colColours;
-    for (std::size_t i = 0; i < aBack->aBytes.size(); i += 3)
-        colColours.insert({aBack->aBytes[i], aBack->aBytes[i + 1], aBack->aBytes[i + 2]});
+    for (std::size_t i = 0; i < aBack->bytes.size(); i += 3)
+        colColours.insert({aBack->bytes[i], aBack->bytes[i + 1], aBack->bytes[i + 2]});
     EXPECT_GT(colColours.size(), 240u);
     EXPECT_LE(colColours.size(), 256u);
 }
@@ -134,23 +134,23 @@ TEST(GifEncoder, MakesPixelsBelowHalfAlphaTransparentAndOthersOpaque)
         const ImageBuffer aImage = aPattern(lWidth, lWidth, 4);
         const auto aBack = aDecoded(codecGif, aEncoded(codecGif, aImage));
         ASSERT_TRUE(aBack);
-        ASSERT_EQ(aBack->lChannels, 4);
+        ASSERT_EQ(aBack->channels, 4);
         double dSum = 0;
-        for (std::size_t i = 0; i < aImage.aBytes.size(); i += 4) {
-            ASSERT_EQ(aBack->aBytes[i + 3], aImage.aBytes[i + 3] < 128 ? 0 : 255);
-            for (std::size_t c = 0; c < 3 && aImage.aBytes[i + 3] >= 128; ++c)
-                dSum += std::abs(aBack->aBytes[i + c] - aImage.aBytes[i + c]);
+        for (std::size_t i = 0; i < aImage.bytes.size(); i += 4) {
+            ASSERT_EQ(aBack->bytes[i + 3], aImage.bytes[i + 3] < 128 ? 0 : 255);
+            for (std::size_t c = 0; c < 3 && aImage.bytes[i + 3] >= 128; ++c)
+                dSum += std::abs(aBack->bytes[i + c] - aImage.bytes[i + c]);
         }
-        EXPECT_LT(dSum / static_cast<double>(aImage.aBytes.size()), 6);
+        EXPECT_LT(dSum / static_cast<double>(aImage.bytes.size()), 6);
     }
 }
 
 TEST(GifEncoder, SpendsNoColourOnTransparencyThatIsNotThere)
 {
     ImageBuffer aImage = aOfColours(61, 43, 256), aWithAlpha = aBlank(61, 43, 4);
-    for (std::size_t i = 0; i < aImage.aBytes.size() / 3; ++i) {
-        std::copy_n(&aImage.aBytes[i * 3], 3, &aWithAlpha.aBytes[i * 4]);
-        aWithAlpha.aBytes[i * 4 + 3] = 128;
+    for (std::size_t i = 0; i < aImage.bytes.size() / 3; ++i) {
+        std::copy_n(&aImage.bytes[i * 3], 3, &aWithAlpha.bytes[i * 4]);
+        aWithAlpha.bytes[i * 4 + 3] = 128;
     }
 
     const auto aBack = aDecoded(codecGif, aEncoded(codecGif, aWithAlpha));
@@ -164,8 +164,8 @@ TEST(GifEncoder, KeepsAPictureThatIsTransparentThroughout)
     const auto aBack = aDecoded(codecGif, aEncoded(codecGif, aBlank(5, 4, 4)));
 
     ASSERT_TRUE(aBack);
-    EXPECT_EQ(aBack->lChannels, 4);
-    EXPECT_EQ(aBack->aBytes, PixelBytes(80, 0));
+    EXPECT_EQ(aBack->channels, 4);
+    EXPECT_EQ(aBack->bytes, PixelBytes(80, 0));
 }
 
 TEST(GifEncoder, WritesTheTextsAsAComment)
@@ -211,15 +211,14 @@ RC_GTEST_PROP(GifEncoder, GivesBackAnyPictureOfFewColours, ())
     const auto aRuns = *rc::gen::nonEmpty(rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 400)));
     std::size_t nPixel = 0;
     const auto nStep = static_cast<std::size_t>(lChannels);
-    for (std::size_t nRun = 0; nPixel * nStep < aImage.aBytes.size(); ++nRun)
-        for (int i = 0; i < aRuns[nRun % aRuns.size()] && nPixel * nStep < aImage.aBytes.size();
-             ++i, ++nPixel)
-            std::fill_n(&aImage.aBytes[nPixel * nStep], nStep,
+    for (std::size_t nRun = 0; nPixel * nStep < aImage.bytes.size(); ++nRun)
+        for (int i = 0; i < aRuns[nRun % aRuns.size()] && nPixel * nStep < aImage.bytes.size(); ++i, ++nPixel)
+            std::fill_n(&aImage.bytes[nPixel * nStep], nStep,
                         aColours[(nRun * 7) % std::min<std::size_t>(aColours.size(), 200)]);
     // Grey in every channel would be read as grey; 255 - x is never x.
     if (lChannels == 3)
-        for (std::size_t i = 0; i < aImage.aBytes.size(); i += 3)
-            aImage.aBytes[i] = static_cast<std::uint8_t>(255 - aImage.aBytes[i + 1]);
+        for (std::size_t i = 0; i < aImage.bytes.size(); i += 3)
+            aImage.bytes[i] = static_cast<std::uint8_t>(255 - aImage.bytes[i + 1]);
 
     const auto aBack = aDecoded(codecGif, aEncoded(codecGif, aImage));
 

@@ -59,8 +59,8 @@ static Levels aBlues(const std::vector<std::uint8_t>& aFile)
     for (std::int32_t lFrame = 0; pDecoder && lFrame < pDecoder->FrameCount(); ++lFrame) {
         ImageBuffer aImage;
         const bool bDecoded = pDecoder->DecodeFrame(lFrame, aImage);
-        EXPECT_TRUE(!bDecoded || aImage.lChannels == 4);
-        aFound.push_back(bDecoded ? aImage.aBytes[0] : -1);
+        EXPECT_TRUE(!bDecoded || aImage.channels == 4);
+        aFound.push_back(bDecoded ? aImage.bytes[0] : -1);
     }
     return aFound;
 }

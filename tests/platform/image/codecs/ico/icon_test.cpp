@@ -58,8 +58,8 @@ static Levels aLevels(const std::vector<std::uint8_t>& aFile, std::int32_t lFram
     const auto aImage = aDecoded(codecIco, aFile, lFrame);
     if (!aImage)
         return {-1};
-    EXPECT_EQ(aImage->lChannels, 4);
-    return {aImage->aBytes.begin(), aImage->aBytes.end()};
+    EXPECT_EQ(aImage->channels, 4);
+    return {aImage->bytes.begin(), aImage->bytes.end()};
 }
 
 static std::int32_t lFramesOf(const std::vector<std::uint8_t>& aFile)
@@ -155,7 +155,7 @@ TEST(IconPngs, GiveFourChannelsWhateverTheyHold)
         const auto aImage = aDecoded(codecIco, aIcon({{aEncoded(codecPng, aInner), 9, 5}}));
 
         ASSERT_TRUE(aImage);
-        EXPECT_EQ(aImage->lChannels, 4);
+        EXPECT_EQ(aImage->channels, 4);
         EXPECT_EQ(aBgraOf(*aImage), aBgraOf(aInner));
     }
 }

@@ -36,11 +36,11 @@ Block aStream(const ImageBuffer& aImage)
 ImageBuffer aOfPixel(const PixelBytes& aPixel)
 {
     ImageBuffer aImage;
-    aImage.lWidth = 5;
-    aImage.lHeight = 3;
-    aImage.lChannels = static_cast<std::int32_t>(aPixel.size());
+    aImage.width = 5;
+    aImage.height = 3;
+    aImage.channels = static_cast<std::int32_t>(aPixel.size());
     for (int i = 0; i < 15; ++i)
-        aImage.aBytes.insert(aImage.aBytes.end(), aPixel.begin(), aPixel.end());
+        aImage.bytes.insert(aImage.bytes.end(), aPixel.begin(), aPixel.end());
     return aImage;
 }
 
@@ -55,7 +55,7 @@ PixelBytes aShown(const PixelBytes& aComponents, const Block& aHeaderBoxes)
         codecJ2k, Jp2File(5, 3, static_cast<int>(aPixel.size()), aHeaderBoxes, aStream(aOfPixel(aPixel))));
     if (!aImage)
         return {};
-    return {aImage->aBytes.begin(), aImage->aBytes.begin() + aImage->lChannels};
+    return {aImage->bytes.begin(), aImage->bytes.begin() + aImage->channels};
 }
 
 void ExpectNear(const PixelBytes& aOne, const PixelBytes& aOther, int lWithin)
@@ -129,7 +129,7 @@ TEST(J2kDecoder, TakesComponentsOfFewerSamplesThanTheFirstForChroma)
     const auto aImage = aDecoded(codecJ2k, aSample("ycc420.j2k"));
 
     ASSERT_TRUE(aImage);
-    EXPECT_EQ(aImage->lChannels, 3);
+    EXPECT_EQ(aImage->channels, 3);
     EXPECT_LT(objDifference(*aImage, aScene("scene-even.ppm")).dMean, 4);
 }
 
@@ -138,17 +138,17 @@ TEST(J2kDecoder, FindsAlphaThatTheFileNames)
     const auto aColour = aDecoded(codecJ2k, aSample("alpha.jp2")),
                aGrey = aDecoded(codecJ2k, aSample("grey-alpha.jp2"));
     ASSERT_TRUE(aColour && aGrey);
-    ASSERT_EQ(aColour->lChannels, 4);
-    ASSERT_EQ(aGrey->lChannels, 4);
+    ASSERT_EQ(aColour->channels, 4);
+    ASSERT_EQ(aGrey->channels, 4);
     const ImageBuffer aWanted = aScene(), aWantedGrey = aScene("scene-grey.pgm"),
                       aWantedAlpha = aScene("scene-alpha.pgm");
 
-    for (std::size_t i = 0; i < aWantedAlpha.aBytes.size(); ++i) {
-        ASSERT_EQ(aColour->aBytes[i * 4 + 3], aWantedAlpha.aBytes[i]);
-        ASSERT_EQ(aGrey->aBytes[i * 4 + 3], aWantedAlpha.aBytes[i]);
+    for (std::size_t i = 0; i < aWantedAlpha.bytes.size(); ++i) {
+        ASSERT_EQ(aColour->bytes[i * 4 + 3], aWantedAlpha.bytes[i]);
+        ASSERT_EQ(aGrey->bytes[i * 4 + 3], aWantedAlpha.bytes[i]);
         for (std::size_t c = 0; c < 3; ++c) {
-            ASSERT_EQ(aColour->aBytes[i * 4 + c], aWanted.aBytes[i * 3 + c]);
-            ASSERT_EQ(aGrey->aBytes[i * 4 + c], aWantedGrey.aBytes[i]);
+            ASSERT_EQ(aColour->bytes[i * 4 + c], aWanted.bytes[i * 3 + c]);
+            ASSERT_EQ(aGrey->bytes[i * 4 + c], aWantedGrey.bytes[i]);
         }
     }
 }
@@ -201,7 +201,7 @@ TEST(J2kDecoder, TurnsLabIntoRgb)
 TEST(J2kDecoder, LooksPaletteIndexesUp)
 {
     ImageBuffer aIndexes = aOfPixel({0});
-    aIndexes.aBytes[1] = 1;
+    aIndexes.bytes[1] = 1;
     const Block aPalette = Jp2Box("pclr", {0, 2, 3, 7, 7, 7, 10, 20, 30, 40, 50, 60});
     const Block aMapping = Jp2Box("cmap", {0, 0, 1, 0, 0, 0, 1, 1, 0, 0, 1, 2});
 
@@ -210,7 +210,7 @@ TEST(J2kDecoder, LooksPaletteIndexesUp)
                           aStream(aIndexes)));
 
     ASSERT_TRUE(aImage);
-    EXPECT_EQ(PixelBytes(aImage->aBytes.begin(), aImage->aBytes.begin() + 6),
+    EXPECT_EQ(PixelBytes(aImage->bytes.begin(), aImage->bytes.begin() + 6),
               (PixelBytes{30, 20, 10, 60, 50, 40}));
 }
 
@@ -224,10 +224,10 @@ TEST(J2kDecoder, KeepsAProfileThatFitsThePixels)
         aDecoded(codecJ2k, Jp2File(5, 3, 3, Jp2Profile(aGreyProfile(1.0)), aStream(aOfPixel({1, 2, 3}))));
 
     ASSERT_TRUE(aColour && aGrey && aWrong);
-    EXPECT_EQ(aColour->aIccProfile, aSwappedProfile());
-    EXPECT_EQ(aColour->aBytes[0], 1);
-    EXPECT_EQ(aGrey->aIccProfile, aGreyProfile(1.0));
-    EXPECT_TRUE(aWrong->aIccProfile.empty());
+    EXPECT_EQ(aColour->icc_profile, aSwappedProfile());
+    EXPECT_EQ(aColour->bytes[0], 1);
+    EXPECT_EQ(aGrey->icc_profile, aGreyProfile(1.0));
+    EXPECT_TRUE(aWrong->icc_profile.empty());
 }
 
 TEST(J2kDecoder, TurnsInksThroughTheFilesProfile)
@@ -255,11 +255,11 @@ TEST(J2kDecoder, TellsResolutionAndMetadata)
                                    aStream(aOfPixel({7})), aBoxes));
 
     ASSERT_TRUE(aImage);
-    EXPECT_DOUBLE_EQ(aImage->dDotsPerInchX, 2000 * 0.0254);
-    EXPECT_DOUBLE_EQ(aImage->dDotsPerInchY, 1000 * 0.0254);
-    EXPECT_EQ(aImage->objMetadata.aExif, aExif);
-    EXPECT_EQ(aImage->objMetadata.aXmp, (Block{'<', 'x', '>'}));
-    EXPECT_EQ(aImage->objMetadata.aIptc, (Block{0x1C, 2}));
+    EXPECT_DOUBLE_EQ(aImage->dots_per_inch_x, 2000 * 0.0254);
+    EXPECT_DOUBLE_EQ(aImage->dots_per_inch_y, 1000 * 0.0254);
+    EXPECT_EQ(aImage->metadata.exif, aExif);
+    EXPECT_EQ(aImage->metadata.xmp, (Block{'<', 'x', '>'}));
+    EXPECT_EQ(aImage->metadata.iptc, (Block{0x1C, 2}));
 }
 
 TEST(J2kDecoder, RefusesAFileThatIsCutWhereverItIsCut)
@@ -341,9 +341,9 @@ TEST(J2kDecoder, SurvivesAnyByteOfAFileBeingAnother)
                                                                  : i % 3 == 1 ? 0x80
                                                                               : 0xFF));
             if (const auto aImage = aDecoded(codecJ2k, aBroken)) {
-                EXPECT_EQ(aImage->aBytes.size(), static_cast<std::size_t>(aImage->lWidth) *
-                                                     static_cast<std::size_t>(aImage->lHeight) *
-                                                     static_cast<std::size_t>(aImage->lChannels));
+                EXPECT_EQ(aImage->bytes.size(), static_cast<std::size_t>(aImage->width) *
+                                                    static_cast<std::size_t>(aImage->height) *
+                                                    static_cast<std::size_t>(aImage->channels));
             }
         }
     }

@@ -23,9 +23,9 @@ Block aSaved(const ImageBuffer& aImage, std::int32_t lQuality, const ImageInfoTe
 double dPsnr(const ImageBuffer& aOne, const ImageBuffer& aOther)
 {
     double dSum = 0;
-    for (std::size_t i = 0; i < aOne.aBytes.size(); ++i)
-        dSum += std::pow(aOne.aBytes[i] - aOther.aBytes[i], 2);
-    return 10 * std::log10(255 * 255 / (dSum / static_cast<double>(aOne.aBytes.size())));
+    for (std::size_t i = 0; i < aOne.bytes.size(); ++i)
+        dSum += std::pow(aOne.bytes[i] - aOther.bytes[i], 2);
+    return 10 * std::log10(255 * 255 / (dSum / static_cast<double>(aOne.bytes.size())));
 }
 
 // A picture with detail everywhere.
@@ -33,10 +33,10 @@ ImageBuffer aDetailed(std::int32_t lWidth, std::int32_t lHeight)
 {
     ImageBuffer aImage = aPattern(lWidth, lHeight, 3);
     unsigned nSeed = 5;
-    for (std::size_t i = 0; i < aImage.aBytes.size(); ++i) {
+    for (std::size_t i = 0; i < aImage.bytes.size(); ++i) {
         if (i % 3 == 0)
             nSeed = nSeed * 1103515245 + 12345;
-        aImage.aBytes[i] = static_cast<std::uint8_t>(aImage.aBytes[i] * 3 / 4 + (nSeed >> 16) % 64);
+        aImage.bytes[i] = static_cast<std::uint8_t>(aImage.bytes[i] * 3 / 4 + (nSeed >> 16) % 64);
     }
     return aImage;
 }
@@ -181,12 +181,12 @@ TEST(J2kEncoder, WritesTheTextsAsAComment)
 RC_GTEST_PROP(J2kEncoder, GivesBackAnyPictureAtQuality100, ())
 {
     ImageBuffer aImage;
-    aImage.lWidth = *rc::gen::inRange(1, 40);
-    aImage.lHeight = *rc::gen::inRange(1, 40);
-    aImage.lChannels = *rc::gen::element(1, 3, 4);
-    const auto nBytes = static_cast<std::size_t>(aImage.lWidth * aImage.lHeight * aImage.lChannels);
+    aImage.width = *rc::gen::inRange(1, 40);
+    aImage.height = *rc::gen::inRange(1, 40);
+    aImage.channels = *rc::gen::element(1, 3, 4);
+    const auto nBytes = static_cast<std::size_t>(aImage.width * aImage.height * aImage.channels);
     const auto aBytes = *rc::gen::container<Block>(nBytes, rc::gen::arbitrary<std::uint8_t>());
-    aImage.aBytes.assign(aBytes.begin(), aBytes.end());
+    aImage.bytes.assign(aBytes.begin(), aBytes.end());
 
     const auto aBack = aDecoded(codecJ2k, aSaved(aImage, 100));
 

@@ -80,7 +80,7 @@ TEST_P(JpegKinds, DecodeAsOtherProgramsDecodeThem)
     EXPECT_LE(objDifference(*aImage, aBy(ImageMagick("convert"), GetParam(), "-colorspace sRGB -depth 8"))
                   .lGreatest,
               2);
-    if (aImage->lChannels == 3) {
+    if (aImage->channels == 3) {
         EXPECT_LT(objDifference(*aImage, aScene()).dMean, 4);
     }
 }
@@ -130,7 +130,7 @@ TEST(JpegDecoder, ShowsInksOfEveryKindInTheColoursOfTheScene)
     for (const char* sName : {"cmyk.jpg", "cmyk-plain.jpg", "ycck.jpg"}) {
         const auto aImage = aDecoded(codecJpeg, aSample(sName));
         ASSERT_TRUE(aImage) << sName;
-        EXPECT_EQ(aImage->lChannels, 3);
+        EXPECT_EQ(aImage->channels, 3);
         const double dMean = objDifference(*aImage, aScene()).dMean;
         EXPECT_LT(dMean, 5) << sName;
     }
@@ -143,11 +143,11 @@ TEST(JpegDecoder, TurnsInksThroughTheFilesProfile)
     const auto aImage = aDecoded(codecJpeg, aFile);
 
     ASSERT_TRUE(aImage);
-    EXPECT_TRUE(aImage->aIccProfile.empty());
+    EXPECT_TRUE(aImage->icc_profile.empty());
     // The profile has cyan and yellow exchanged, and with them red and blue.
     ImageBuffer aExchanged = *aPlain;
-    for (std::size_t i = 0; i + 2 < aExchanged.aBytes.size(); i += 3)
-        std::swap(aExchanged.aBytes[i], aExchanged.aBytes[i + 2]);
+    for (std::size_t i = 0; i + 2 < aExchanged.bytes.size(); i += 3)
+        std::swap(aExchanged.bytes[i], aExchanged.bytes[i + 2]);
     EXPECT_LT(objDifference(*aImage, aExchanged).dMean, 6);
     EXPECT_GT(objDifference(*aImage, *aPlain).dMean, 30);
 }
@@ -238,18 +238,18 @@ TEST(JpegDecoder, ReadsResolutionInInchesCentimetresOrFromExif)
         aFile[17] = nY;
     };
     SetDensity(1, 200, 100);
-    EXPECT_EQ(aDecoded(codecJpeg, aFile)->dDotsPerInchX, 200);
-    EXPECT_EQ(aDecoded(codecJpeg, aFile)->dDotsPerInchY, 100);
+    EXPECT_EQ(aDecoded(codecJpeg, aFile)->dots_per_inch_x, 200);
+    EXPECT_EQ(aDecoded(codecJpeg, aFile)->dots_per_inch_y, 100);
     SetDensity(2, 100, 50);
-    EXPECT_DOUBLE_EQ(aDecoded(codecJpeg, aFile)->dDotsPerInchX, 254);
+    EXPECT_DOUBLE_EQ(aDecoded(codecJpeg, aFile)->dots_per_inch_x, 254);
     SetDensity(0, 1, 1);
-    EXPECT_EQ(aDecoded(codecJpeg, aFile)->dDotsPerInchX, 0);
+    EXPECT_EQ(aDecoded(codecJpeg, aFile)->dots_per_inch_x, 0);
     Block aExif = {'M', 'M', 0, 42, 0, 0, 0, 8, 0, 2};
     for (const std::uint8_t nTag : Block{0x1A, 0x1B})
         aExif.insert(aExif.end(), {1, nTag, 0, 5, 0, 0, 0, 1, 0, 0, 0, 38});
     aExif.insert(aExif.end(), {0, 0, 0, 0, 0, 0, 1, 44, 0, 0, 0, 1});
     aFile = aWithSegment(aFile, 1, std::string("Exif\0\0", 6), aExif);
-    EXPECT_EQ(aDecoded(codecJpeg, aFile)->dDotsPerInchX, 300);
+    EXPECT_EQ(aDecoded(codecJpeg, aFile)->dots_per_inch_x, 300);
 }
 
 TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
@@ -270,9 +270,9 @@ TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
     const auto aImage = aDecoded(codecJpeg, aFile);
 
     ASSERT_TRUE(aImage);
-    EXPECT_EQ(aImage->objMetadata.aXmp, aXmp);
-    EXPECT_EQ(aImage->objMetadata.aIptc, aIptc);
-    EXPECT_EQ(aImage->aIccProfile, aProfile);
+    EXPECT_EQ(aImage->metadata.xmp, aXmp);
+    EXPECT_EQ(aImage->metadata.iptc, aIptc);
+    EXPECT_EQ(aImage->icc_profile, aProfile);
 }
 
 TEST(JpegDecoder, DropsAProfileThatIsBrokenOrOfAnotherSpace)
@@ -283,10 +283,10 @@ TEST(JpegDecoder, DropsAProfileThatIsBrokenOrOfAnotherSpace)
                                aIccPart(1, 1, aGreyProfile(1)), aIccPart(1, 1, {}), Block{1}}) {
         const auto aImage = aDecoded(codecJpeg, aWithSegment(aGood, 2, kIcc, aPart));
         ASSERT_TRUE(aImage);
-        EXPECT_TRUE(aImage->aIccProfile.empty());
+        EXPECT_TRUE(aImage->icc_profile.empty());
     }
     EXPECT_TRUE(aDecoded(codecJpeg, aWithSegment(aSample("grey.jpg"), 2, kIcc, aIccPart(1, 1, aProfile)))
-                    ->aIccProfile.empty());
+                    ->icc_profile.empty());
 }
 
 TEST(JpegLoad, TurnsAPhotographUprightAndForgetsTheOrientation)
@@ -298,8 +298,8 @@ TEST(JpegLoad, TurnsAPhotographUprightAndForgetsTheOrientation)
     ASSERT_TRUE(objImageFile.LoadImage(sSamplePath("jpeg/turned.jpg"), aImage));
 
     EXPECT_LT(objDifference(aImage, aScene()).dMean, 4);
-    EXPECT_EQ(aImage.dDotsPerInchX, 144);
-    const IfdReader objReader(aImage.objMetadata.aExif);
+    EXPECT_EQ(aImage.dots_per_inch_x, 144);
+    const IfdReader objReader(aImage.metadata.exif);
     const auto aEntries = objReader.aEntries(objReader.nFirstDirectory());
     EXPECT_EQ(objReader.nNumber(*pEntryWithTag(aEntries, kTagOrientation)), 1u);
 }
@@ -339,5 +339,5 @@ TEST(JpegLoad, GoesByContentAndCountsOnePage)
     EXPECT_TRUE(objImageFile.LoadFrame(objFolder.sPath("photo.bmp"), 0, aImage));
     EXPECT_FALSE(objImageFile.LoadFrame(objFolder.sPath("photo.bmp"), 1, aImage));
     EXPECT_FALSE(objImageFile.LoadFrame(objFolder.sPath("photo.bmp"), -1, aImage));
-    EXPECT_EQ(aImage.lWidth, 83);
+    EXPECT_EQ(aImage.width, 83);
 }

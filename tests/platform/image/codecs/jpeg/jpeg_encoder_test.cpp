@@ -51,7 +51,7 @@ TEST(JpegEncoder, MakesFilesThatPillowDecodesAsWeDo)
             const Block aFile = aEncoded(codecJpeg, aImage, Quality(95));
             const auto aOurs = aDecoded(codecJpeg, aFile);
             ASSERT_TRUE(aOurs);
-            EXPECT_EQ(aOurs->lChannels, lChannels);
+            EXPECT_EQ(aOurs->channels, lChannels);
             EXPECT_LE(objDifference(*aOurs, aAsPillowDecodes(aFile)).lGreatest, 1);
             EXPECT_LT(objDifference(*aOurs, aImage).dMean, 2);
         }
@@ -104,16 +104,16 @@ TEST(JpegEncoder, WritesNoExifWithoutSourceAndTexts)
 TEST(JpegEncoder, WritesTheResolutionAsExactlyAsJfifCan)
 {
     ImageBuffer aImage = aPattern(9, 9, 3);
-    aImage.dDotsPerInchX = 300;
-    aImage.dDotsPerInchY = 150;
+    aImage.dots_per_inch_x = 300;
+    aImage.dots_per_inch_y = 150;
     EXPECT_EQ(sPillow(aEncoded(codecJpeg, aImage), "p.info['jfif_unit'], p.info['jfif_density']"),
               "1 (300, 150)");
-    aImage.dDotsPerInchX = aImage.dDotsPerInchY = 100 * 2.54;
-    aImage.dDotsPerInchX = aImage.dDotsPerInchY = 118 * 2.54;
+    aImage.dots_per_inch_x = aImage.dots_per_inch_y = 100 * 2.54;
+    aImage.dots_per_inch_x = aImage.dots_per_inch_y = 118 * 2.54;
     EXPECT_EQ(sPillow(aEncoded(codecJpeg, aImage), "p.info['jfif_unit'], p.info['jfif_density']"),
               "2 (118, 118)");
     for (const double dNone : {0.0, -1.0, 1e9, std::nan("")}) {
-        aImage.dDotsPerInchX = aImage.dDotsPerInchY = dNone;
+        aImage.dots_per_inch_x = aImage.dots_per_inch_y = dNone;
         EXPECT_EQ(sPillow(aEncoded(codecJpeg, aImage), "p.info['jfif_unit'], p.info['jfif_density']"),
                   "0 (1, 1)");
     }
@@ -122,74 +122,73 @@ TEST(JpegEncoder, WritesTheResolutionAsExactlyAsJfifCan)
 TEST(JpegEncoder, CarriesProfileXmpAndIptcThrough)
 {
     ImageBuffer aImage = aPattern(33, 21, 3);
-    aImage.aIccProfile = aSwappedProfile();
-    aImage.objMetadata.aXmp = {'<', 'x', '/', '>'};
-    aImage.objMetadata.aIptc = {0x1C, 2, 120, 0, 5, 'h', 'e', 'l', 'l', 'o'};
+    aImage.icc_profile = aSwappedProfile();
+    aImage.metadata.xmp = {'<', 'x', '/', '>'};
+    aImage.metadata.iptc = {0x1C, 2, 120, 0, 5, 'h', 'e', 'l', 'l', 'o'};
 
     const Block aFile = aEncoded(codecJpeg, aImage);
 
     EXPECT_EQ(sPillow(aFile, "IptcImagePlugin.getiptcinfo(p)"), "{(2, 120): b'hello'}");
-    EXPECT_EQ(sPillow(aFile, "len(p.info['icc_profile'])"), std::to_string(aImage.aIccProfile.size()));
+    EXPECT_EQ(sPillow(aFile, "len(p.info['icc_profile'])"), std::to_string(aImage.icc_profile.size()));
     const auto aBack = aDecoded(codecJpeg, aFile);
     ASSERT_TRUE(aBack);
-    EXPECT_EQ(aBack->aIccProfile, aImage.aIccProfile);
-    EXPECT_EQ(aBack->objMetadata.aXmp, aImage.objMetadata.aXmp);
-    EXPECT_EQ(aBack->objMetadata.aIptc, aImage.objMetadata.aIptc);
+    EXPECT_EQ(aBack->icc_profile, aImage.icc_profile);
+    EXPECT_EQ(aBack->metadata.xmp, aImage.metadata.xmp);
+    EXPECT_EQ(aBack->metadata.iptc, aImage.metadata.iptc);
 }
 
 TEST(JpegEncoder, SplitsAProfileThatIsLongerThanASegment)
 {
     ImageBuffer aImage = aPattern(9, 9, 3);
-    aImage.aIccProfile = aSwappedProfile();
-    aImage.aIccProfile.resize(150'000, 7);  // bytes after a profile's own size are allowed
+    aImage.icc_profile = aSwappedProfile();
+    aImage.icc_profile.resize(150'000, 7);  // bytes after a profile's own size are allowed
 
     const Block aFile = aEncoded(codecJpeg, aImage);
 
-    EXPECT_EQ(aDecoded(codecJpeg, aFile)->aIccProfile, aImage.aIccProfile);
+    EXPECT_EQ(aDecoded(codecJpeg, aFile)->icc_profile, aImage.icc_profile);
     EXPECT_EQ(sPillow(aFile, "len(p.info['icc_profile'])"), "150000");
 }
 
 TEST(JpegEncoder, LeavesOutAProfileOfAnotherSpace)
 {
     ImageBuffer aImage = aPattern(9, 9, 1);
-    aImage.aIccProfile = aSwappedProfile();
+    aImage.icc_profile = aSwappedProfile();
     EXPECT_EQ(sPillow(aEncoded(codecJpeg, aImage), "'icc_profile' in p.info"), "False");
 }
 
 TEST(JpegEncoder, LeavesOutBlocksThatAreTooLongAndStillWritesTheTexts)
 {
     ImageBuffer aImage = aPattern(9, 9, 3);
-    aImage.objMetadata.aExif = {'I', 'I', 42, 0, 8, 0, 0, 0, 1, 0, 0x12, 1, 3,
-                                0,   1,   0,  0, 0, 1, 0, 0, 0, 0, 0,    0, 0};
-    aImage.objMetadata.aExif.resize(70'000, 1);
-    aImage.objMetadata.aXmp.assign(70'000, 'x');
-    aImage.objMetadata.aIptc.assign(70'000, 0x1C);
+    aImage.metadata.exif = {'I', 'I', 42, 0, 8, 0, 0, 0, 1, 0, 0x12, 1, 3,
+                            0,   1,   0,  0, 0, 1, 0, 0, 0, 0, 0,    0, 0};
+    aImage.metadata.exif.resize(70'000, 1);
+    aImage.metadata.xmp.assign(70'000, 'x');
+    aImage.metadata.iptc.assign(70'000, 0x1C);
     SaveSettings objSettings;
     objSettings.objTexts.sAuthor = "Ann";
 
     const Block aFile = aEncoded(codecJpeg, aImage, objSettings);
 
     EXPECT_EQ(sPillow(aFile, "sorted(p.getexif().items())"), "[(315, 'Ann')]");
-    EXPECT_TRUE(aDecoded(codecJpeg, aFile)->objMetadata.aXmp.empty());
-    EXPECT_TRUE(aDecoded(codecJpeg, aFile)->objMetadata.aIptc.empty());
+    EXPECT_TRUE(aDecoded(codecJpeg, aFile)->metadata.xmp.empty());
+    EXPECT_TRUE(aDecoded(codecJpeg, aFile)->metadata.iptc.empty());
 }
 
 TEST(JpegEncoder, TakesThePaddingOffAnXmpPacketThatIsTooLong)
 {
     ImageBuffer aImage = aPattern(9, 9, 3);
     const std::string sXmp = "<x/>" + std::string(70'000, ' ') + "<?xpacket end='w'?>";
-    aImage.objMetadata.aXmp.assign(sXmp.begin(), sXmp.end());
+    aImage.metadata.xmp.assign(sXmp.begin(), sXmp.end());
 
     const auto aBack = aDecoded(codecJpeg, aEncoded(codecJpeg, aImage));
 
-    EXPECT_EQ(std::string(aBack->objMetadata.aXmp.begin(), aBack->objMetadata.aXmp.end()),
-              "<x/><?xpacket end='w'?>");
+    EXPECT_EQ(std::string(aBack->metadata.xmp.begin(), aBack->metadata.xmp.end()), "<x/><?xpacket end='w'?>");
 }
 
 TEST(JpegEncoder, HoldsTheLongestSides)
 {
-    EXPECT_EQ(aDecoded(codecJpeg, aEncoded(codecJpeg, aPattern(65500, 2, 3)))->lWidth, 65500);
-    EXPECT_EQ(aDecoded(codecJpeg, aEncoded(codecJpeg, aPattern(1, 65500, 1)))->lHeight, 65500);
+    EXPECT_EQ(aDecoded(codecJpeg, aEncoded(codecJpeg, aPattern(65500, 2, 3)))->width, 65500);
+    EXPECT_EQ(aDecoded(codecJpeg, aEncoded(codecJpeg, aPattern(1, 65500, 1)))->height, 65500);
 }
 
 TEST(JpegSave, LaysAlphaOnWhiteAndKeepsExifAcrossALoad)
@@ -204,8 +203,8 @@ TEST(JpegSave, LaysAlphaOnWhiteAndKeepsExifAcrossALoad)
               "(83, 61) [(271, 'Cameras Ltd'), (274, 1)]");
 
     ImageBuffer aClear = aPattern(40, 30, 4);
-    for (std::size_t i = 3; i < aClear.aBytes.size(); i += 4)
-        aClear.aBytes[i] = 0;
+    for (std::size_t i = 3; i < aClear.bytes.size(); i += 4)
+        aClear.bytes[i] = 0;
     ASSERT_TRUE(objImageFile.SaveJPEG(aClear, objFolder.sPath("clear.jpg")));
     EXPECT_EQ(sPillow(aFileContent(objFolder.sPath("clear.jpg")), "p.getextrema()"),
               "((255, 255), (255, 255), (255, 255))");

@@ -43,10 +43,10 @@ TEST(EmfWriter, GivesBackTheSamePixels)
             const auto aBack = aDecoded(codecEmf, aWritten(aImage));
 
             ASSERT_TRUE(aBack.has_value());
-            EXPECT_EQ(aBack->lWidth, lWidth);
-            EXPECT_EQ(aBack->lHeight, lHeight);
-            EXPECT_EQ(aBack->lChannels, lChannels);
-            EXPECT_EQ(aBack->aBytes, aImage.aBytes);
+            EXPECT_EQ(aBack->width, lWidth);
+            EXPECT_EQ(aBack->height, lHeight);
+            EXPECT_EQ(aBack->channels, lChannels);
+            EXPECT_EQ(aBack->bytes, aImage.bytes);
         }
 }
 
@@ -58,8 +58,8 @@ TEST(EmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
         const auto aBack = aDecoded(codecEmf, aToBePlayed(aWritten(aImage)));
 
         ASSERT_TRUE(aBack.has_value());
-        EXPECT_EQ(aBack->lWidth, lWidth);
-        EXPECT_EQ(aBack->aBytes, aImage.aBytes);
+        EXPECT_EQ(aBack->width, lWidth);
+        EXPECT_EQ(aBack->bytes, aImage.bytes);
     }
 }
 
@@ -70,8 +70,8 @@ TEST(EmfWriter, HoldsPicturesWiderThanCairosOwn)
     const auto aPlayedBack = aDecoded(codecEmf, aToBePlayed(aWritten(aImage)));
 
     ASSERT_TRUE(aBack && aPlayedBack);
-    EXPECT_EQ(aBack->aBytes, aImage.aBytes);
-    EXPECT_EQ(aPlayedBack->aBytes, aImage.aBytes);
+    EXPECT_EQ(aBack->bytes, aImage.bytes);
+    EXPECT_EQ(aPlayedBack->bytes, aImage.bytes);
 }
 
 TEST(EmfWriter, PutsTheTextsIntoTheDescription)
@@ -119,8 +119,8 @@ TEST(EmfWriter, IsUnderstoodByAnotherProgram)
         const auto aSeen = aReadPnm(objFolder.sPath("a.ppm"));
 
         ASSERT_TRUE(aSeen.has_value());
-        ASSERT_EQ(aSeen->lWidth, 37);
-        ASSERT_EQ(aSeen->lHeight, 23);
+        ASSERT_EQ(aSeen->width, 37);
+        ASSERT_EQ(aSeen->height, 23);
         for (std::int32_t x = 0; x < 37; ++x)
             ASSERT_EQ(nColorAt(*aSeen, x, x % 23), nColorAt(aImage, x, x % 23));
     }
@@ -158,8 +158,8 @@ TEST(EmfReader, TakesTheBoundsWhenThereIsNoFrame)
     const auto aImage = aDecoded(codecEmf, aFile);
 
     ASSERT_TRUE(aImage.has_value());
-    EXPECT_EQ(aImage->lWidth, 30);
-    EXPECT_EQ(aImage->lHeight, 20);
+    EXPECT_EQ(aImage->width, 30);
+    EXPECT_EQ(aImage->height, 20);
 }
 
 TEST(EmfReader, GoesByTheFrameWhateverTheDevice)
@@ -243,8 +243,8 @@ TEST(EmfReader, DrawsWhatOtherProgramsWrote)
         const auto aImage = aDecoded(codecEmf, aFile);
 
         ASSERT_TRUE(aImage.has_value()) << obj.sName;
-        EXPECT_EQ(aImage->lWidth, obj.lWidth) << obj.sName;
-        EXPECT_EQ(aImage->lHeight, obj.lHeight) << obj.sName;
+        EXPECT_EQ(aImage->width, obj.lWidth) << obj.sName;
+        EXPECT_EQ(aImage->height, obj.lHeight) << obj.sName;
         const int nInk = 100 - 100 * nCountOf(*aImage, kWhite, {0, 0, obj.lWidth, obj.lHeight}) /
                                    (obj.lWidth * obj.lHeight);
         EXPECT_GE(nInk, obj.nLeastInk) << obj.sName;

@@ -22,7 +22,7 @@ TEST(MetafileModule, RefusesARequestOfAnotherBuild)
     objRequest.bEnhanced = true;
     objRequest.aRecords = aFile;
     objRequest.lWidth = objRequest.lHeight = 2;
-    objRequest.pPixels = aImage.aBytes.data();
+    objRequest.pPixels = aImage.bytes.data();
     PlayMetafile* pPlay = objMetafileModule().pPlay;
     ASSERT_NE(pPlay, nullptr);
 

@@ -34,9 +34,9 @@ TEST(WmfWriter, GivesBackTheSamePixels)
             const auto aBack = aDecoded(codecWmf, aEncoded(codecWmf, aImage));
 
             ASSERT_TRUE(aBack.has_value());
-            EXPECT_EQ(aBack->lWidth, lWidth);
-            EXPECT_EQ(aBack->lChannels, lChannels);
-            EXPECT_EQ(aBack->aBytes, aImage.aBytes);
+            EXPECT_EQ(aBack->width, lWidth);
+            EXPECT_EQ(aBack->channels, lChannels);
+            EXPECT_EQ(aBack->bytes, aImage.bytes);
         }
 }
 
@@ -47,8 +47,8 @@ TEST(WmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
         const auto aBack = aDecoded(codecWmf, aToBePlayed(aEncoded(codecWmf, aImage)));
 
         ASSERT_TRUE(aBack.has_value());
-        EXPECT_EQ(aBack->lWidth, lWidth);
-        EXPECT_EQ(aBack->aBytes, aImage.aBytes);
+        EXPECT_EQ(aBack->width, lWidth);
+        EXPECT_EQ(aBack->bytes, aImage.bytes);
     }
 }
 
@@ -83,8 +83,8 @@ TEST(WmfWriter, IsUnderstoodByAnotherProgram)
         const auto aSeen = aReadPnm(objFolder.sPath("a.ppm"));
 
         ASSERT_TRUE(aSeen.has_value());
-        ASSERT_EQ(aSeen->lWidth, 37);
-        ASSERT_EQ(aSeen->lHeight, 23);
+        ASSERT_EQ(aSeen->width, 37);
+        ASSERT_EQ(aSeen->height, 23);
         for (std::int32_t x = 0; x < 37; ++x)
             ASSERT_EQ(nColorAt(*aSeen, x, x % 23), nColorAt(aImage, x, x % 23));
     }
@@ -136,8 +136,8 @@ TEST(WmfReader, DrawsWhatAnotherProgramWrote)
     const auto aImage = aDecoded(codecWmf, aFileContent(sSamplePath("wmf/shapes.wmf")));
 
     ASSERT_TRUE(aImage.has_value());
-    EXPECT_EQ(aImage->lWidth, 288);
-    EXPECT_EQ(aImage->lHeight, 192);
+    EXPECT_EQ(aImage->width, 288);
+    EXPECT_EQ(aImage->height, 192);
     EXPECT_EQ(nColorAt(*aImage, 50, 35), 0xA0F0FFu);   // in the rectangle
     EXPECT_EQ(nColorAt(*aImage, 10, 35), 0xC80000u);   // on its line
     EXPECT_EQ(nColorAt(*aImage, 230, 50), 0x00A000u);  // in the triangle

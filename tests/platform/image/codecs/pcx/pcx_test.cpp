@@ -43,7 +43,7 @@ static ByteMaker& Palette(ByteMaker& mk)
 static Levels aLevels(const ByteMaker& mk)
 {
     const auto aImage = aDecoded(codecPcx, mk.aBytes());
-    return aImage ? Levels{aImage->aBytes.begin(), aImage->aBytes.end()} : Levels{-1};
+    return aImage ? Levels{aImage->bytes.begin(), aImage->bytes.end()} : Levels{-1};
 }
 
 TEST(PcxReads, OneBitAsBlackAndWhiteWhateverThePalette)
@@ -158,7 +158,7 @@ TEST(PcxReads, TheResolutionUnlessItIsTheSizeOfAScreenOrOfThePicture)
     const auto dDotsOf = [](std::uint32_t nX, std::uint32_t nY) {
         const auto aImage = aDecoded(
             codecPcx, objHeader({.lBits = 1, .nWidth = 8, .nDotsX = nX, .nDotsY = nY}).U8({0x11}).aBytes());
-        return aImage ? aImage->dDotsPerInchX * 1000 + aImage->dDotsPerInchY : -1;
+        return aImage ? aImage->dots_per_inch_x * 1000 + aImage->dots_per_inch_y : -1;
     };
 
     EXPECT_EQ(dDotsOf(300, 300), 300300);
@@ -197,8 +197,8 @@ TEST(PcxReads, NothingLargerThanTheDataCanHold)
 TEST(PcxWrites, TheResolutionAndAnEvenCountOfBytes)
 {
     ImageBuffer aImage = aPattern(5, 2, 3);
-    aImage.dDotsPerInchX = 299.6;
-    aImage.dDotsPerInchY = 1e9;
+    aImage.dots_per_inch_x = 299.6;
+    aImage.dots_per_inch_y = 1e9;
 
     const auto aFile = aEncoded(codecPcx, aImage);
 
@@ -211,7 +211,7 @@ TEST(PcxWrites, TheResolutionAndAnEvenCountOfBytes)
 TEST(PcxWrites, EqualBytesAsRunsThatEndWithThePlane)
 {
     ImageBuffer aImage = aPattern(70, 1, 1);
-    std::fill(aImage.aBytes.begin(), aImage.aBytes.end(), std::uint8_t{7});
+    std::fill(aImage.bytes.begin(), aImage.bytes.end(), std::uint8_t{7});
 
     const auto aFile = aEncoded(codecPcx, aImage);
 

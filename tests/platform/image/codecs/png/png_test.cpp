@@ -26,11 +26,11 @@ std::optional<ImageBuffer> aDecodedByLibpng(const Block& aFile, std::int32_t lCh
         return std::nullopt;
     objImage.format = lChannels == 1 ? PNG_FORMAT_GRAY : lChannels == 3 ? PNG_FORMAT_BGR : PNG_FORMAT_BGRA;
     ImageBuffer aResult;
-    aResult.lWidth = static_cast<std::int32_t>(objImage.width);
-    aResult.lHeight = static_cast<std::int32_t>(objImage.height);
-    aResult.lChannels = lChannels;
-    aResult.aBytes.resize(PNG_IMAGE_SIZE(objImage));
-    const bool bDone = png_image_finish_read(&objImage, nullptr, aResult.aBytes.data(), 0, nullptr) != 0;
+    aResult.width = static_cast<std::int32_t>(objImage.width);
+    aResult.height = static_cast<std::int32_t>(objImage.height);
+    aResult.channels = lChannels;
+    aResult.bytes.resize(PNG_IMAGE_SIZE(objImage));
+    const bool bDone = png_image_finish_read(&objImage, nullptr, aResult.bytes.data(), 0, nullptr) != 0;
     png_image_free(&objImage);
     return bDone ? std::optional(aResult) : std::nullopt;
 }
@@ -80,17 +80,17 @@ ImageBuffer aRandomPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32
 {
     std::mt19937 objRandom(nSeed);
     ImageBuffer aImage;
-    aImage.lWidth = lWidth;
-    aImage.lHeight = lHeight;
-    aImage.lChannels = lChannels;
+    aImage.width = lWidth;
+    aImage.height = lHeight;
+    aImage.channels = lChannels;
     Block aColours(static_cast<std::size_t>(lColours * lChannels));
     for (std::uint8_t& n : aColours)
         n = static_cast<std::uint8_t>(objRandom());
     for (std::int32_t i = 0; i < lWidth * lHeight; ++i) {
         const auto nColour =
             static_cast<std::ptrdiff_t>(objRandom() % static_cast<unsigned>(lColours)) * lChannels;
-        aImage.aBytes.insert(aImage.aBytes.end(), aColours.begin() + nColour,
-                             aColours.begin() + nColour + lChannels);
+        aImage.bytes.insert(aImage.bytes.end(), aColours.begin() + nColour,
+                            aColours.begin() + nColour + lChannels);
     }
     return aImage;
 }
@@ -99,11 +99,11 @@ ImageBuffer aRandomPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32
 PixelBytes aFourChannels(const ImageBuffer& aImage)
 {
     PixelBytes aResult;
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += static_cast<std::size_t>(aImage.lChannels)) {
-        const std::uint8_t* p = &aImage.aBytes[i];
-        const bool bGrey = aImage.lChannels == 1;
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += static_cast<std::size_t>(aImage.channels)) {
+        const std::uint8_t* p = &aImage.bytes[i];
+        const bool bGrey = aImage.channels == 1;
         for (const std::uint8_t n : {p[0], bGrey ? p[0] : p[1], bGrey ? p[0] : p[2],
-                                     aImage.lChannels == 4 ? p[3] : std::uint8_t{255}})
+                                     aImage.channels == 4 ? p[3] : std::uint8_t{255}})
             aResult.push_back(n);
     }
     return aResult;
@@ -116,10 +116,10 @@ void ExpectRoundTrip(const ImageBuffer& aImage, const std::string& sWhat)
     const auto aTheirs = aDecodedByLibpng(aFile, 4);
     ASSERT_TRUE(aOurs) << sWhat;
     ASSERT_TRUE(aTheirs) << sWhat;
-    EXPECT_EQ(aOurs->lWidth, aImage.lWidth) << sWhat;
-    EXPECT_EQ(aOurs->lHeight, aImage.lHeight) << sWhat;
+    EXPECT_EQ(aOurs->width, aImage.width) << sWhat;
+    EXPECT_EQ(aOurs->height, aImage.height) << sWhat;
     EXPECT_TRUE(aFourChannels(*aOurs) == aFourChannels(aImage)) << sWhat;
-    EXPECT_TRUE(aTheirs->aBytes == aFourChannels(aImage)) << sWhat;
+    EXPECT_TRUE(aTheirs->bytes == aFourChannels(aImage)) << sWhat;
 }
 
 int lColourTypeOf(const Block& aFile)
@@ -158,8 +158,8 @@ TEST(PngReader, ReadsEveryTypeDepthAndInterlaceAsLibpngDoes)
                 ASSERT_TRUE(aOurs) << sWhat;
                 const auto aTheirs = aDecodedByLibpng(aFile, 4);
                 ASSERT_TRUE(aTheirs) << sWhat;
-                EXPECT_EQ(aOurs->lChannels, objKind.lChannels) << sWhat;
-                EXPECT_TRUE(aFourChannels(*aOurs) == aTheirs->aBytes) << sWhat;
+                EXPECT_EQ(aOurs->channels, objKind.lChannels) << sWhat;
+                EXPECT_TRUE(aFourChannels(*aOurs) == aTheirs->bytes) << sWhat;
             }
         }
     }
@@ -214,7 +214,7 @@ TEST(PngReader, ReadsFilesOfOtherPrograms)
         const auto aOurs = aDecoded(codecPng, aFileContent(objFolder.sPath("o.png")));
 
         ASSERT_TRUE(aOurs) << sMaker;
-        EXPECT_TRUE(aOurs->aBytes == aImage.aBytes) << sMaker;
+        EXPECT_TRUE(aOurs->bytes == aImage.bytes) << sMaker;
     }
 }
 
@@ -235,15 +235,15 @@ TEST(PngReader, TakesTheTransparentColoursOfTrns)
     const auto aColour = aDecoded(codecPng, aFileContent(objFolder.sPath("c.png")));
     ASSERT_TRUE(aPalette && aGrey && aColour);
 
-    EXPECT_EQ(aPalette->lChannels, 4);
-    EXPECT_EQ(aPalette->aBytes[3], 255);
-    EXPECT_EQ(aPalette->aBytes[7], 0);
-    EXPECT_EQ(aPalette->aBytes[11], 128);
-    EXPECT_EQ(aGrey->lChannels, 4);
-    EXPECT_EQ(aGrey->aBytes[7], 0);
-    EXPECT_EQ(aGrey->aBytes[11], 255);
-    EXPECT_EQ(aColour->aBytes[3], 255);
-    EXPECT_EQ(aColour->aBytes[7], 0);
+    EXPECT_EQ(aPalette->channels, 4);
+    EXPECT_EQ(aPalette->bytes[3], 255);
+    EXPECT_EQ(aPalette->bytes[7], 0);
+    EXPECT_EQ(aPalette->bytes[11], 128);
+    EXPECT_EQ(aGrey->channels, 4);
+    EXPECT_EQ(aGrey->bytes[7], 0);
+    EXPECT_EQ(aGrey->bytes[11], 255);
+    EXPECT_EQ(aColour->bytes[3], 255);
+    EXPECT_EQ(aColour->bytes[7], 0);
 }
 
 TEST(PngReader, RefusesWhatIsEmptyForeignOrCutShortAnywhere)
@@ -278,9 +278,9 @@ TEST(PngReader, SurvivesEveryByteBeingAnother)
                 aBroken[i] = static_cast<std::uint8_t>(aBroken[i] ^ lFlip);
                 const auto aImage = aDecoded(codecPng, aBroken);
                 if (aImage) {
-                    EXPECT_EQ(aImage->aBytes.size(), static_cast<std::size_t>(aImage->lWidth) *
-                                                         static_cast<std::size_t>(aImage->lHeight) *
-                                                         static_cast<std::size_t>(aImage->lChannels));
+                    EXPECT_EQ(aImage->bytes.size(), static_cast<std::size_t>(aImage->width) *
+                                                        static_cast<std::size_t>(aImage->height) *
+                                                        static_cast<std::size_t>(aImage->channels));
                 }
             }
         }
@@ -309,8 +309,8 @@ TEST(PngWriter, GivesBackSmoothPicturesOfManyStrips)
 TEST(PngWriter, StoresBlackAndWhiteInOneBit)
 {
     ImageBuffer aPage = aRandomPicture(100, 50, 1, 1, 1);
-    for (std::size_t i = 0; i < aPage.aBytes.size(); ++i)
-        aPage.aBytes[i] = i % 7 < 3 ? 255 : 0;
+    for (std::size_t i = 0; i < aPage.bytes.size(); ++i)
+        aPage.bytes[i] = i % 7 < 3 ? 255 : 0;
 
     const Block aFile = aEncoded(codecPng, aPage);
 
@@ -341,9 +341,9 @@ static ImageBuffer aScreen(std::int32_t lWidth, std::int32_t lHeight, std::int32
             const auto lLetter = static_cast<std::int32_t>(objRandom() % 20);
             for (std::int32_t lRow = 0; lRow < 12; ++lRow)
                 std::copy_n(
-                    aLetters.aBytes.data() + static_cast<std::size_t>((lLetter * 12 + lRow) * 8) * nPixel,
+                    aLetters.bytes.data() + static_cast<std::size_t>((lLetter * 12 + lRow) * 8) * nPixel,
                     8 * nPixel,
-                    aImage.aBytes.data() + static_cast<std::size_t>((y + lRow) * lWidth + x) * nPixel);
+                    aImage.bytes.data() + static_cast<std::size_t>((y + lRow) * lWidth + x) * nPixel);
         }
     return aImage;
 }
@@ -353,11 +353,11 @@ TEST(PngWriter, GivesBackScreensDrawingsAndScansOfManyStrips)
     for (const std::int32_t lChannels : {1, 3, 4})
         ExpectRoundTrip(aScreen(900, 700, lChannels), "screen of " + std::to_string(lChannels) + " channels");
     ImageBuffer aFew = aScreen(900, 700, 3);
-    for (std::uint8_t& n : aFew.aBytes)
+    for (std::uint8_t& n : aFew.bytes)
         n &= 0x80;
     ExpectRoundTrip(aFew, "drawing");
     ImageBuffer aScan = aScreen(2500, 1500, 1);
-    for (std::uint8_t& n : aScan.aBytes)
+    for (std::uint8_t& n : aScan.bytes)
         n = n < 128 ? 0 : 255;
     ExpectRoundTrip(aScan, "scan");
 }
@@ -366,7 +366,7 @@ TEST(PngWriter, FindsTheLettersOfAScreenAgain)
 {
     const ImageBuffer aImage = aScreen(900, 700, 3);
 
-    EXPECT_LT(aEncoded(codecPng, aImage).size(), aImage.aBytes.size() / 6);
+    EXPECT_LT(aEncoded(codecPng, aImage).size(), aImage.bytes.size() / 6);
 }
 
 TEST(PngWriter, MakesTheSameFileOfTheSamePicture)
@@ -384,7 +384,7 @@ TEST(PngWriter, SparesASmallPictureAPaletteThatIsLargerThanWhatItSaves)
     ImageBuffer aIcon = aRandomPicture(24, 24, 3, 1, 1);
     for (std::int32_t i = 0; i < 24 * 24; ++i)
         for (std::int32_t c = 0; c < 3; ++c)
-            aIcon.aBytes[static_cast<std::size_t>(i * 3 + c)] =
+            aIcon.bytes[static_cast<std::size_t>(i * 3 + c)] =
                 static_cast<std::uint8_t>(i % 24 < 8 ? 255 : 3 * (i / 24 + i % 24) + 20 * c);
 
     const Block aFile = aEncoded(codecPng, aIcon);
@@ -397,17 +397,17 @@ TEST(PngWriter, SparesASmallPictureAPaletteThatIsLargerThanWhatItSaves)
 TEST(PngWriter, CarriesResolutionProfileAndMetadata)
 {
     ImageBuffer aImage = aPattern(20, 10, 3);
-    aImage.dDotsPerInchX = 300;
-    aImage.dDotsPerInchY = 150;
+    aImage.dots_per_inch_x = 300;
+    aImage.dots_per_inch_y = 150;
     const std::string sXmp = "<x:xmpmeta xmlns:x='adobe:ns:meta/'/>";
-    aImage.objMetadata.aXmp.assign(sXmp.begin(), sXmp.end());
+    aImage.metadata.xmp.assign(sXmp.begin(), sXmp.end());
 
     const auto aBack = aDecoded(codecPng, aEncoded(codecPng, aImage));
 
     ASSERT_TRUE(aBack);
-    EXPECT_NEAR(aBack->dDotsPerInchX, 300, 0.02);
-    EXPECT_NEAR(aBack->dDotsPerInchY, 150, 0.02);
-    EXPECT_TRUE(aBack->objMetadata.aXmp == aImage.objMetadata.aXmp);
+    EXPECT_NEAR(aBack->dots_per_inch_x, 300, 0.02);
+    EXPECT_NEAR(aBack->dots_per_inch_y, 150, 0.02);
+    EXPECT_TRUE(aBack->metadata.xmp == aImage.metadata.xmp);
 }
 
 TEST(PngWriter, WritesTheTextsThatOtherProgramsRead)

@@ -19,7 +19,7 @@ static ByteMaker objHeader(std::uint32_t nWidth, std::uint32_t nHeight, std::uin
 static Levels aLevels(const ByteMaker& mk)
 {
     const auto aImage = aDecoded(codecRas, mk.aBytes());
-    return aImage ? Levels{aImage->aBytes.begin(), aImage->aBytes.end()} : Levels{-1};
+    return aImage ? Levels{aImage->bytes.begin(), aImage->bytes.end()} : Levels{-1};
 }
 
 TEST(RasReads, TwentyFourBitsAsBlueGreenRedAndRowsPaddedToSixteenBits)

@@ -43,7 +43,7 @@ static ByteMaker objWithExtension(ByteMaker mk, int lAlpha)
 static Levels aLevels(const ByteMaker& mk)
 {
     const auto aImage = aDecoded(codecTga, mk.aBytes());
-    return aImage ? Levels{aImage->aBytes.begin(), aImage->aBytes.end()} : Levels{-1};
+    return aImage ? Levels{aImage->bytes.begin(), aImage->bytes.end()} : Levels{-1};
 }
 
 TEST(TgaReads, RowsFromEachOfTheFourCorners)
@@ -270,7 +270,7 @@ TEST(TgaWrites, ThatAlphaIsUseful)
 TEST(TgaWrites, RunsOnlyWhereTheyTakeAFifthOff)
 {
     ImageBuffer aFlat = aPattern(100, 50, 3);
-    std::fill(aFlat.aBytes.begin(), aFlat.aBytes.end(), std::uint8_t{9});
+    std::fill(aFlat.bytes.begin(), aFlat.bytes.end(), std::uint8_t{9});
 
     EXPECT_EQ(aEncoded(codecTga, aFlat)[2], 10);
     EXPECT_LT(aEncoded(codecTga, aFlat).size(), 1500u);

@@ -35,11 +35,11 @@ constexpr long kMostGrowth = 150 * 1024;
 ImageBuffer aPage(int nPage, std::int32_t lSide = 16)
 {
     ImageBuffer aImage;
-    aImage.lWidth = lSide;
-    aImage.lHeight = lSide;
-    aImage.lChannels = 1;
-    aImage.aBytes.assign(static_cast<std::size_t>(lSide) * static_cast<std::size_t>(lSide),
-                         static_cast<std::uint8_t>(nPage % 251));
+    aImage.width = lSide;
+    aImage.height = lSide;
+    aImage.channels = 1;
+    aImage.bytes.assign(static_cast<std::size_t>(lSide) * static_cast<std::size_t>(lSide),
+                        static_cast<std::uint8_t>(nPage % 251));
     return aImage;
 }
 
@@ -104,7 +104,7 @@ TEST(TiffPages, ComeInAnyOrderForOnePassOverTheFile)
     for (const int nPage : aOrder) {
         ImageBuffer aImage;
         ASSERT_TRUE(pDecoder->DecodeFrame(nPage, aImage));
-        ASSERT_EQ(aImage.aBytes, aPage(nPage, 64).aBytes);
+        ASSERT_EQ(aImage.bytes, aPage(nPage, 64).bytes);
     }
     const std::uint64_t nRead = objIoSoFar().nRead - objBefore.nRead;
 
@@ -171,7 +171,7 @@ TEST(TiffReading, TakesNoMemoryForAStripBesideThePicture)
 
     rusage objAfter{};
     getrusage(RUSAGE_SELF, &objAfter);
-    EXPECT_EQ(aImage.aBytes[12345], 128);
+    EXPECT_EQ(aImage.bytes[12345], 128);
     EXPECT_LT(objAfter.ru_maxrss - objBefore.ru_maxrss, (48 + 32) * 1024);  // KB
 }
 
@@ -191,15 +191,15 @@ TEST(TiffMetadata, ComesFromItsTags)
     const auto aImage = aDecoded(codecTiff, aFileContent(sFile));
 
     ASSERT_TRUE(aImage);
-    EXPECT_DOUBLE_EQ(aImage->dDotsPerInchX, 254);
-    EXPECT_DOUBLE_EQ(aImage->dDotsPerInchY, 127);
-    EXPECT_EQ(std::string(aImage->objMetadata.aXmp.begin(), aImage->objMetadata.aXmp.end()), "<x:xmpmeta/>");
-    EXPECT_EQ(aImage->objMetadata.aIptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
-    const IfdReader objExif(aImage->objMetadata.aExif);
+    EXPECT_DOUBLE_EQ(aImage->dots_per_inch_x, 254);
+    EXPECT_DOUBLE_EQ(aImage->dots_per_inch_y, 127);
+    EXPECT_EQ(std::string(aImage->metadata.xmp.begin(), aImage->metadata.xmp.end()), "<x:xmpmeta/>");
+    EXPECT_EQ(aImage->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
+    const IfdReader objExif(aImage->metadata.exif);
     const auto aEntries = objExif.aEntries(objExif.nFirstDirectory());
     const IfdEntry* pMake = pEntryWithTag(aEntries, kTagMake);
     ASSERT_TRUE(pMake);
-    const auto* pText = reinterpret_cast<const char*>(aImage->objMetadata.aExif.data() + pMake->nValueOffset);
+    const auto* pText = reinterpret_cast<const char*>(aImage->metadata.exif.data() + pMake->nValueOffset);
     EXPECT_STREQ(pText, "Cameras Ltd");
     EXPECT_TRUE(pEntryWithTag(aEntries, kTagImageDescription));
     EXPECT_FALSE(pEntryWithTag(aEntries, 256));
@@ -219,7 +219,7 @@ TEST(TiffMetadata, HasItsIptcAlsoAmongImageResources)
     const auto aImage = aDecoded(codecTiff, aFileContent(sFile));
 
     ASSERT_TRUE(aImage);
-    EXPECT_EQ(aImage->objMetadata.aIptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
+    EXPECT_EQ(aImage->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
 }
 
 TEST(TiffMetadata, KeepsItsDirectoryOfExifInEitherByteOrder)
@@ -273,8 +273,8 @@ TEST(TiffMetadata, KeepsItsDirectoryOfExifInEitherByteOrder)
         const auto aImage = aDecoded(codecTiff, objFile.aBytes());
 
         ASSERT_TRUE(aImage);
-        EXPECT_EQ(aImage->aBytes, (PixelBytes{10, 20}));
-        const IfdReader objExif(aImage->objMetadata.aExif);
+        EXPECT_EQ(aImage->bytes, (PixelBytes{10, 20}));
+        const IfdReader objExif(aImage->metadata.exif);
         const auto aFirst = objExif.aEntries(objExif.nFirstDirectory());
         const IfdEntry* pPointer = pEntryWithTag(aFirst, kTagExifDirectory);
         ASSERT_TRUE(pPointer);
@@ -301,24 +301,24 @@ TEST(TiffProfiles, AreKeptWhereTheyFitAndAppliedToInks)
         return aDecoded(codecTiff, aFileContent(sFile)).value_or(ImageBuffer{});
     };
 
-    EXPECT_EQ(WithProfile("RGB", "(9, 8, 7)", aSwappedProfile()).aIccProfile, aSwappedProfile());
-    EXPECT_EQ(WithProfile("L", "100", aGreyProfile(1.8)).aIccProfile, aGreyProfile(1.8));
-    EXPECT_TRUE(WithProfile("L", "100", aSwappedProfile()).aIccProfile.empty());
-    EXPECT_TRUE(WithProfile("RGB", "(9, 8, 7)", aCmykProfile()).aIccProfile.empty());
+    EXPECT_EQ(WithProfile("RGB", "(9, 8, 7)", aSwappedProfile()).icc_profile, aSwappedProfile());
+    EXPECT_EQ(WithProfile("L", "100", aGreyProfile(1.8)).icc_profile, aGreyProfile(1.8));
+    EXPECT_TRUE(WithProfile("L", "100", aSwappedProfile()).icc_profile.empty());
+    EXPECT_TRUE(WithProfile("RGB", "(9, 8, 7)", aCmykProfile()).icc_profile.empty());
 
     const ImageBuffer aInks = WithProfile("CMYK", "(255, 0, 0, 0)", aCmykProfile());
-    EXPECT_TRUE(aInks.aIccProfile.empty());
-    ASSERT_EQ(aInks.lChannels, 3);
+    EXPECT_TRUE(aInks.icc_profile.empty());
+    ASSERT_EQ(aInks.channels, 3);
     // This profile's cyan is another one's yellow.
-    EXPECT_LT(aInks.aBytes[0], 60);
-    EXPECT_GT(aInks.aBytes[2], 200);
+    EXPECT_LT(aInks.bytes[0], 60);
+    EXPECT_GT(aInks.bytes[2], 200);
 
     const ImageBuffer aGrey = WithProfile("LA", "(100, 50)", aGreyProfile(1.0));
-    EXPECT_TRUE(aGrey.aIccProfile.empty());
-    ASSERT_EQ(aGrey.lChannels, 4);
-    EXPECT_EQ(aGrey.aBytes[3], 50);
-    EXPECT_NEAR(aGrey.aBytes[0], 168, 2);  // 100 of linear light
-    EXPECT_EQ(aGrey.aBytes[0], aGrey.aBytes[2]);
+    EXPECT_TRUE(aGrey.icc_profile.empty());
+    ASSERT_EQ(aGrey.channels, 4);
+    EXPECT_EQ(aGrey.bytes[3], 50);
+    EXPECT_NEAR(aGrey.bytes[0], 168, 2);  // 100 of linear light
+    EXPECT_EQ(aGrey.bytes[0], aGrey.bytes[2]);
 }
 
 class DamagedTiff : public testing::TestWithParam<const char*>
@@ -342,9 +342,9 @@ TEST_P(DamagedTiff, EndsInAPictureOrARefusalWhicheverByteIsWrong)
             ImageBuffer aImage;
             const auto pDecoder = codecTiff.Open(objFile);
             if (pDecoder && pDecoder->DecodeFrame(0, aImage)) {
-                ASSERT_EQ(aImage.aBytes.size(), static_cast<std::size_t>(aImage.lWidth) *
-                                                    static_cast<std::size_t>(aImage.lHeight) *
-                                                    static_cast<std::size_t>(aImage.lChannels));
+                ASSERT_EQ(aImage.bytes.size(), static_cast<std::size_t>(aImage.width) *
+                                                   static_cast<std::size_t>(aImage.height) *
+                                                   static_cast<std::size_t>(aImage.channels));
             }
         }
     }
@@ -364,7 +364,7 @@ TEST_P(DamagedTiff, IsRefusedOrWholeWhereverItIsCut)
         // Not all that stands at a file's end is needed for the picture; what is decoded must be right.
         const auto aImage = aDecoded(codecTiff, Bytes(aGood).first(nSize));
         if (aImage) {
-            ASSERT_EQ(aImage->aBytes, aWhole->aBytes) << nSize;
+            ASSERT_EQ(aImage->bytes, aWhole->bytes) << nSize;
         }
     }
 }

@@ -22,7 +22,7 @@ namespace
 ImageBuffer aPage(int nPage)
 {
     ImageBuffer aImage = aPattern(60 + nPage, 40, nPage % 3 == 0 ? 1 : nPage % 3 == 1 ? 3 : 4);
-    aImage.aBytes[0] = static_cast<std::uint8_t>(nPage);
+    aImage.bytes[0] = static_cast<std::uint8_t>(nPage);
     return aImage;
 }
 
@@ -41,7 +41,7 @@ int nPagesIntact(const std::string& sFile)
     int nIntact = 0;
     for (int i = 0; pDecoder && i < pDecoder->FrameCount(); ++i) {
         ImageBuffer aImage;
-        if (!pDecoder->DecodeFrame(i, aImage) || aImage.aBytes != aPage(i).aBytes)
+        if (!pDecoder->DecodeFrame(i, aImage) || aImage.bytes != aPage(i).bytes)
             break;
         ++nIntact;
     }
@@ -200,7 +200,7 @@ TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
     objSettings.objTexts.sTitle = "A title of more than eight bytes";
     objSettings.objTexts.sEquipmentModel = "X-1000";
     ImageBuffer aFirst = aPage(0);
-    aFirst.dDotsPerInchX = aFirst.dDotsPerInchY = 300;
+    aFirst.dots_per_inch_x = aFirst.dots_per_inch_y = 300;
     // A page counts as 8 MB and more, so the fourth is the first that may not fit.
     const std::uint64_t nClassicEnd = nMostPageBytes(aFirst) + 50'000;
     const auto pDocument = TiffDocument::pBegin(sFile, aFirst, objSettings, nClassicEnd);
@@ -220,15 +220,15 @@ TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
     for (int i = 0; i <= nPages; ++i) {
         const auto aImage = aDecoded(codecTiff, aFile, i);
         ASSERT_TRUE(aImage);
-        const IfdReader objExif(aImage->objMetadata.aExif);
+        const IfdReader objExif(aImage->metadata.exif);
         const auto aEntries = objExif.aEntries(objExif.nFirstDirectory());
         ASSERT_TRUE(pEntryWithTag(aEntries, kTagDocumentName));
         const IfdEntry* pModel = pEntryWithTag(aEntries, kTagModel);
         ASSERT_TRUE(pModel);
-        EXPECT_STREQ(reinterpret_cast<const char*>(aImage->objMetadata.aExif.data() + pModel->nValueOffset),
+        EXPECT_STREQ(reinterpret_cast<const char*>(aImage->metadata.exif.data() + pModel->nValueOffset),
                      "X-1000");
     }
-    EXPECT_DOUBLE_EQ(aDecoded(codecTiff, aFile)->dDotsPerInchX, 300);
+    EXPECT_DOUBLE_EQ(aDecoded(codecTiff, aFile)->dots_per_inch_x, 300);
     std::string sOutput;
     EXPECT_TRUE(bRun("tiffinfo -D " + sFile, &sOutput));
     EXPECT_EQ(sOutput.find("rror"), std::string::npos) << sOutput;

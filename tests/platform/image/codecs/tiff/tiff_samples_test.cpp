@@ -40,18 +40,18 @@ ImageBuffer aReadPam(const std::string& sPath)
     }
     const std::size_t nDepth = aNumbers["DEPTH"];
     ImageBuffer aImage;
-    aImage.lWidth = static_cast<std::int32_t>(aNumbers["WIDTH"]);
-    aImage.lHeight = static_cast<std::int32_t>(aNumbers["HEIGHT"]);
-    aImage.lChannels = nDepth == 1 ? 1 : nDepth == 3 ? 3 : 4;
+    aImage.width = static_cast<std::int32_t>(aNumbers["WIDTH"]);
+    aImage.height = static_cast<std::int32_t>(aNumbers["HEIGHT"]);
+    aImage.channels = nDepth == 1 ? 1 : nDepth == 3 ? 3 : 4;
     for (std::size_t i = nPixels; i + nDepth <= aFile.size(); i += nDepth) {
         if (nDepth == 1) {
-            aImage.aBytes.push_back(aFile[i]);
+            aImage.bytes.push_back(aFile[i]);
             continue;
         }
         for (const std::size_t nChannel : {2, 1, 0})
-            aImage.aBytes.push_back(aFile[i + (nDepth == 2 ? 0 : nChannel)]);
+            aImage.bytes.push_back(aFile[i + (nDepth == 2 ? 0 : nChannel)]);
         if (nDepth % 2 == 0)
-            aImage.aBytes.push_back(aFile[i + nDepth - 1]);
+            aImage.bytes.push_back(aFile[i + nDepth - 1]);
     }
     return aImage;
 }
@@ -93,9 +93,9 @@ TEST_P(TiffSamples, ShowTheirPictures)
     ASSERT_TRUE(aImage);
     FinishLoaded(*aImage);
     const ImageBuffer aExpected = aReadPam(sSamplePath("tiff/" + GetParam() + ".pam"));
-    EXPECT_EQ(aImage->lWidth, aExpected.lWidth);
-    EXPECT_EQ(aImage->lHeight, aExpected.lHeight);
-    EXPECT_EQ(aImage->lChannels, aExpected.lChannels);
+    EXPECT_EQ(aImage->width, aExpected.width);
+    EXPECT_EQ(aImage->height, aExpected.height);
+    EXPECT_EQ(aImage->channels, aExpected.channels);
     EXPECT_LE(objDifference(*aImage, aExpected).lGreatest, nAllowed(GetParam()));
 }
 
@@ -110,7 +110,7 @@ TEST_P(RefusedTiffSamples, LeaveThePictureUntouched)
     const auto pDecoder = codecTiff.Open(objFile);
 
     EXPECT_FALSE(pDecoder && pDecoder->DecodeFrame(0, aImage));
-    EXPECT_EQ(aImage.aBytes, aPattern(3, 2, 1).aBytes);
+    EXPECT_EQ(aImage.bytes, aPattern(3, 2, 1).bytes);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, RefusedTiffSamples, testing::ValuesIn(aSampleNames(true)), sTestName);

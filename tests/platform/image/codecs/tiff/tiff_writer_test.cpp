@@ -55,16 +55,16 @@ std::string sTagOf(const Block& aFile, std::uint16_t nTag)
 // What is white and what is black at half intensity, on white paper.
 ImageBuffer aBlackAndWhite(const ImageBuffer& aImage)
 {
-    const ImageBuffer aOpaque = aImage.lChannels == 4 ? aLaidOnWhite(aImage) : aImage;
+    const ImageBuffer aOpaque = aImage.channels == 4 ? aLaidOnWhite(aImage) : aImage;
     ImageBuffer aResult;
-    aResult.lWidth = aImage.lWidth;
-    aResult.lHeight = aImage.lHeight;
-    aResult.lChannels = 1;
-    const auto nStep = static_cast<std::size_t>(aOpaque.lChannels);
-    for (std::size_t i = 0; i < aOpaque.aBytes.size(); i += nStep) {
-        const std::uint8_t* p = aOpaque.aBytes.data() + i;
+    aResult.width = aImage.width;
+    aResult.height = aImage.height;
+    aResult.channels = 1;
+    const auto nStep = static_cast<std::size_t>(aOpaque.channels);
+    for (std::size_t i = 0; i < aOpaque.bytes.size(); i += nStep) {
+        const std::uint8_t* p = aOpaque.bytes.data() + i;
         const int lIntensity = nStep == 1 ? p[0] * 1000 : 114 * p[0] + 587 * p[1] + 299 * p[2];
-        aResult.aBytes.push_back(lIntensity >= 128000 ? 255 : 0);
+        aResult.bytes.push_back(lIntensity >= 128000 ? 255 : 0);
     }
     return aResult;
 }
@@ -97,16 +97,16 @@ TEST_P(WrittenTiff, IsReadByOtherProgramsAsItWas)
 {
     const TestFolder objFolder;
     WriteFileContent(objFolder.sPath("w.tif"), aFile());
-    const std::string sForm = aExpected().lChannels == 1   ? "gray:"
-                              : aExpected().lChannels == 3 ? "bgr:"
-                                                           : "bgra:";
+    const std::string sForm = aExpected().channels == 1   ? "gray:"
+                              : aExpected().channels == 3 ? "bgr:"
+                                                          : "bgra:";
     const auto bSame = [&](const std::string& sProgram) {
         std::string sOutput;
         EXPECT_TRUE(bRun(sProgram, &sOutput)) << sProgram << "\n" << sOutput;
         EXPECT_EQ(sOutput, "");
         const Block aRead = aFileContent(objFolder.sPath("w.raw"));
         const ImageBuffer aImage = aExpected();
-        return std::equal(aRead.begin(), aRead.end(), aImage.aBytes.begin(), aImage.aBytes.end());
+        return std::equal(aRead.begin(), aRead.end(), aImage.bytes.begin(), aImage.bytes.end());
     };
     const std::string sIn = objFolder.sPath("w.tif");
     const std::string sOut = objFolder.sPath("w.raw");
@@ -153,18 +153,18 @@ INSTANTIATE_TEST_SUITE_P(AllWays, WrittenTiff,
 TEST(TiffBlackAndWhite, TurnsAtHalfOfTheIntensity)
 {
     ImageBuffer aGreys;
-    aGreys.lWidth = 256;
-    aGreys.lHeight = 1;
-    aGreys.lChannels = 1;
+    aGreys.width = 256;
+    aGreys.height = 1;
+    aGreys.channels = 1;
     for (int i = 0; i < 256; ++i)
-        aGreys.aBytes.push_back(static_cast<std::uint8_t>(i));
+        aGreys.bytes.push_back(static_cast<std::uint8_t>(i));
 
     const auto aImage = aDecoded(codecTiff, aEncoded(codecTiff, aGreys, objCompression(4)));
 
     ASSERT_TRUE(aImage);
-    EXPECT_EQ(aImage->aBytes[127], 0);
-    EXPECT_EQ(aImage->aBytes[128], 255);
-    EXPECT_EQ(std::count(aImage->aBytes.begin(), aImage->aBytes.end(), 255), 128);
+    EXPECT_EQ(aImage->bytes[127], 0);
+    EXPECT_EQ(aImage->bytes[128], 255);
+    EXPECT_EQ(std::count(aImage->bytes.begin(), aImage->bytes.end(), 255), 128);
 }
 
 TEST(TiffLzw, IsReadBackAtEveryLengthAroundAFullTable)
@@ -172,16 +172,16 @@ TEST(TiffLzw, IsReadBackAtEveryLengthAroundAFullTable)
     std::mt19937 objRandom(7);
     for (std::int32_t lWidth = 3800; lWidth < 3880; ++lWidth) {
         ImageBuffer aNoise;
-        aNoise.lWidth = lWidth;
-        aNoise.lHeight = 1;
-        aNoise.lChannels = 1;
+        aNoise.width = lWidth;
+        aNoise.height = 1;
+        aNoise.channels = 1;
         for (std::int32_t i = 0; i < lWidth; ++i)
-            aNoise.aBytes.push_back(static_cast<std::uint8_t>(objRandom()));
+            aNoise.bytes.push_back(static_cast<std::uint8_t>(objRandom()));
 
         const auto aImage = aDecoded(codecTiff, aEncoded(codecTiff, aNoise, objCompression(1)));
 
         ASSERT_TRUE(aImage) << lWidth;
-        ASSERT_EQ(aImage->aBytes, aNoise.aBytes) << lWidth;
+        ASSERT_EQ(aImage->bytes, aNoise.bytes) << lWidth;
     }
 }
 
@@ -190,7 +190,7 @@ TEST(TiffLzw, IsNoLargerThanLibtiffs)
     const TestFolder objFolder;
     ImageBuffer aImage = aPattern(1200, 900, 3);
     std::mt19937 objRandom(3);
-    for (std::uint8_t& nLevel : aImage.aBytes)
+    for (std::uint8_t& nLevel : aImage.bytes)
         nLevel = static_cast<std::uint8_t>(nLevel + objRandom() % 4);
     WriteFileContent(objFolder.sPath("none.tif"), aEncoded(codecTiff, aImage, objCompression(0)));
 
@@ -243,20 +243,20 @@ TEST(TiffMetadata, IsCarriedFromALoadToASave)
     auto aImage = aDecoded(codecTiff, aFileContent(sSource));
     ASSERT_TRUE(aImage);
     FinishLoaded(*aImage);
-    ASSERT_EQ(aImage->lWidth, 6);
-    aImage->aIccProfile = aSwappedProfile();
-    aImage->objMetadata.aXmp = {'<', 'x', '/', '>'};
-    aImage->objMetadata.aIptc = {0x1C, 2, 5, 0, 1, 'A'};
+    ASSERT_EQ(aImage->width, 6);
+    aImage->icc_profile = aSwappedProfile();
+    aImage->metadata.xmp = {'<', 'x', '/', '>'};
+    aImage->metadata.iptc = {0x1C, 2, 5, 0, 1, 'A'};
 
     WriteFileContent(sTarget, aEncoded(codecTiff, *aImage));
 
     const auto aAgain = aDecoded(codecTiff, aFileContent(sTarget));
     ASSERT_TRUE(aAgain);
-    EXPECT_EQ(aAgain->aIccProfile, aSwappedProfile());
-    EXPECT_EQ(aAgain->objMetadata.aXmp, aImage->objMetadata.aXmp);
-    EXPECT_EQ(aAgain->objMetadata.aIptc, aImage->objMetadata.aIptc);
-    EXPECT_DOUBLE_EQ(aAgain->dDotsPerInchX, 150);
-    EXPECT_DOUBLE_EQ(aAgain->dDotsPerInchY, 300);
+    EXPECT_EQ(aAgain->icc_profile, aSwappedProfile());
+    EXPECT_EQ(aAgain->metadata.xmp, aImage->metadata.xmp);
+    EXPECT_EQ(aAgain->metadata.iptc, aImage->metadata.iptc);
+    EXPECT_DOUBLE_EQ(aAgain->dots_per_inch_x, 150);
+    EXPECT_DOUBLE_EQ(aAgain->dots_per_inch_y, 300);
     EXPECT_EQ(
         sPython("import sys; from PIL import Image\n"
                 "i = Image.open(sys.argv[1]); e = i.getexif(); s = e.get_ifd(0x8769); g = e.get_ifd(0x8825)\n"
@@ -270,11 +270,11 @@ TEST(TiffMetadata, IsCarriedFromALoadToASave)
 TEST(TiffProfile, OfColoursIsLeftOutOfBlackAndWhite)
 {
     ImageBuffer aImage = aPattern(9, 9, 3);
-    aImage.aIccProfile = aSwappedProfile();
+    aImage.icc_profile = aSwappedProfile();
 
     const auto aColours = aDecoded(codecTiff, aEncoded(codecTiff, aImage, objCompression(1)));
     ASSERT_TRUE(aColours);
-    EXPECT_EQ(aColours->aIccProfile, aSwappedProfile());
+    EXPECT_EQ(aColours->icc_profile, aSwappedProfile());
     const Block aBlackAndWhiteFile = aEncoded(codecTiff, aImage, objCompression(4));
     InputFile objFile{Bytes(aBlackAndWhiteFile)};
     const auto objHeader = objReadTiffHeader(objFile);
@@ -286,7 +286,7 @@ TEST(BigTiff, IsWrittenForWhatAClassicFileCannotHold)
 {
     const TestFolder objFolder;
     ImageBuffer aImage = aPattern(300, 200, 3);
-    aImage.dDotsPerInchX = aImage.dDotsPerInchY = 72;
+    aImage.dots_per_inch_x = aImage.dots_per_inch_y = 72;
     OutputFile objOut(objFolder.sPath("big.tif"));
     TiffPagePlace objPlace;
     SaveSettings objSettings = objCompression(1);
@@ -298,8 +298,8 @@ TEST(BigTiff, IsWrittenForWhatAClassicFileCannotHold)
     EXPECT_EQ(aFile[2], 43);
     const auto aRead = aDecoded(codecTiff, aFile);
     ASSERT_TRUE(aRead);
-    EXPECT_EQ(aRead->aBytes, aImage.aBytes);
-    EXPECT_DOUBLE_EQ(aRead->dDotsPerInchX, 72);
+    EXPECT_EQ(aRead->bytes, aImage.bytes);
+    EXPECT_DOUBLE_EQ(aRead->dots_per_inch_x, 72);
     EXPECT_EQ(sTagOf(aFile, TIFFTAG_DOCUMENTNAME), "Large");
     std::string sInfo;
     EXPECT_TRUE(bRun("tiffinfo -D " + objFolder.sPath("big.tif"), &sInfo));
@@ -311,6 +311,6 @@ TEST(BigTiff, IsChosenBySizeAlone)
 {
     ImageBuffer aImage = aPattern(300, 200, 3);
     EXPECT_LT(nMostPageBytes(aImage), kClassicEnd);
-    EXPECT_GT(nMostPageBytes(aImage), aImage.aBytes.size() * 3 / 2);
+    EXPECT_GT(nMostPageBytes(aImage), aImage.bytes.size() * 3 / 2);
     EXPECT_EQ(aEncoded(codecTiff, aImage)[2], 42);
 }

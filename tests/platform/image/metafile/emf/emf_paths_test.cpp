@@ -116,7 +116,7 @@ TEST(EmfFlattenPath, KeepsTheShape)
         return aPlayed(objMaker.Bounded(Emr::FillPath, {}));
     };
 
-    EXPECT_EQ(aShape(true).aBytes, aShape(false).aBytes);
+    EXPECT_EQ(aShape(true).bytes, aShape(false).bytes);
 }
 
 TEST(EmfClip, IsIntersectedAndExcluded)

@@ -14,10 +14,10 @@ TEST(EmfPicture, IsWhiteWhereNothingIsDrawn)
 {
     const ImageBuffer aImage = aPlayed(EmfMaker(40, 40).Record(Emr::SetBkMode, {1}));
 
-    EXPECT_EQ(aImage.lWidth, 40);
-    EXPECT_EQ(aImage.lHeight, 40);
-    EXPECT_EQ(aImage.lChannels, 3);
-    EXPECT_EQ(aImage.dDotsPerInchX, 96);
+    EXPECT_EQ(aImage.width, 40);
+    EXPECT_EQ(aImage.height, 40);
+    EXPECT_EQ(aImage.channels, 3);
+    EXPECT_EQ(aImage.dots_per_inch_x, 96);
     EXPECT_EQ(nCountOf(aImage, kWhite, kAll), 1600);
 }
 

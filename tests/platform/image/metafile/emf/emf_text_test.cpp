@@ -114,7 +114,7 @@ TEST(EmfText, StaysUprightWhenThePageIsMirrored)
     objMirrored.Record(Emr::SetViewportExt, {200, 100}).Record(Emr::SetViewportOrg, {0, 100});
     objMirrored.Record(Emr::SetBkMode, {1}).Font(1, -40, u"Arial").Text(20, 80, u"L");
 
-    EXPECT_EQ(aPlayed(objMirrored).aBytes, aPlayed(objPlain).aBytes);
+    EXPECT_EQ(aPlayed(objMirrored).bytes, aPlayed(objPlain).bytes);
 }
 
 TEST(EmfText, TurnsWithTheWorld)

@@ -72,10 +72,10 @@ TEST(WmfPicture, HasTheSizeOfItsPlaceableHeader)
 {
     const ImageBuffer aImage = aPlayed(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
 
-    EXPECT_EQ(aImage.lWidth, 192);
-    EXPECT_EQ(aImage.lHeight, 96);
-    EXPECT_EQ(aImage.lChannels, 3);
-    EXPECT_EQ(aImage.dDotsPerInchX, 96);
+    EXPECT_EQ(aImage.width, 192);
+    EXPECT_EQ(aImage.height, 96);
+    EXPECT_EQ(aImage.channels, 3);
+    EXPECT_EQ(aImage.dots_per_inch_x, 96);
     EXPECT_EQ(nCountOf(aImage, kWhite, {0, 0, 192, 96}), 192 * 96);
 }
 
@@ -84,9 +84,9 @@ TEST(WmfPicture, WithoutThatHeaderHasTheSizeOfItsWindow)
     const ImageBuffer aImage =
         aPlayed(WmfMaker().Record(kSetWindowExt, {50, 70}).Record(kSetPixel, {255, 0, 0, 0}));
 
-    EXPECT_EQ(aImage.lWidth, 70);
-    EXPECT_EQ(aImage.lHeight, 50);
-    EXPECT_EQ(aImage.dDotsPerInchX, 0);
+    EXPECT_EQ(aImage.width, 70);
+    EXPECT_EQ(aImage.height, 50);
+    EXPECT_EQ(aImage.dots_per_inch_x, 0);
     EXPECT_EQ(nColorAt(aImage, 0, 0), kRed);
 }
 
@@ -94,8 +94,8 @@ TEST(WmfPicture, OfAFineWindowWithoutUnitsIsKeptAtSensiblePixels)
 {
     const ImageBuffer aImage = aPlayed(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
 
-    EXPECT_EQ(aImage.lWidth, 4096);
-    EXPECT_EQ(aImage.lHeight, 2048);
+    EXPECT_EQ(aImage.width, 4096);
+    EXPECT_EQ(aImage.height, 2048);
 }
 
 TEST(WmfPicture, WithoutAnyWindowIsAsLargeAsWhatIsDrawn)
@@ -104,8 +104,8 @@ TEST(WmfPicture, WithoutAnyWindowIsAsLargeAsWhatIsDrawn)
     objMaker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1).Record(kRectangle, {60, 90, 10, 30});
     const ImageBuffer aImage = aPlayed(objMaker.Record(kRectangle, {20, 100, 10, 80}));
 
-    EXPECT_EQ(aImage.lWidth, 70);
-    EXPECT_EQ(aImage.lHeight, 50);
+    EXPECT_EQ(aImage.width, 70);
+    EXPECT_EQ(aImage.height, 50);
     EXPECT_EQ(nColorAt(aImage, 0, 0), kRed);
     EXPECT_EQ(nColorAt(aImage, 65, 5), kRed);
     EXPECT_EQ(nColorAt(aImage, 65, 30), kWhite);

@@ -18,15 +18,15 @@ TEST(Equalize, SpreadsTheLevelsByHowManyPixelsLieBelow)
 
     EXPECT_TRUE(Equalize(aImage, 1) && Equalize(aHalf, 0.5));
 
-    EXPECT_EQ(aImage.aBytes, (PixelBytes{0, 191, 191, 191, 255}));
-    EXPECT_EQ(aHalf.aBytes, (PixelBytes{5, 106, 106, 106, 143}));  // 20 + (191.25 - 20) / 2
+    EXPECT_EQ(aImage.bytes, (PixelBytes{0, 191, 191, 191, 255}));
+    EXPECT_EQ(aHalf.bytes, (PixelBytes{5, 106, 106, 106, 143}));  // 20 + (191.25 - 20) / 2
 }
 
 TEST(Equalize, LeavesAPictureOfOneIntensity)
 {
     ImageBuffer aImage = aPicture(2, 1, 3, {5, 60, 7, 5, 60, 7});
     EXPECT_TRUE(Equalize(aImage, 1));
-    EXPECT_EQ(aImage.aBytes, (PixelBytes{5, 60, 7, 5, 60, 7}));
+    EXPECT_EQ(aImage.bytes, (PixelBytes{5, 60, 7, 5, 60, 7}));
 }
 
 TEST(Equalize, ChangesNothingAtNaughtBelowOrForNaN)
@@ -35,7 +35,7 @@ TEST(Equalize, ChangesNothingAtNaughtBelowOrForNaN)
         const ImageBuffer aBefore = aRandomPicture(33, 17, lChannels);
         ImageBuffer aImage = aBefore;
         EXPECT_TRUE(Equalize(aImage, 0) && Equalize(aImage, -2) && Equalize(aImage, std::nan("")));
-        EXPECT_EQ(aImage.aBytes, aBefore.aBytes);
+        EXPECT_EQ(aImage.bytes, aBefore.bytes);
     }
 }
 
@@ -44,9 +44,9 @@ static double dEqualized(const ImageBuffer& aIntensities, int nOwn)
 {
     double dAtMost = 0, dDarkest = 0, dAll = 0;
     int nLeast = 255;
-    for (const std::uint8_t n : aIntensities.aBytes)
+    for (const std::uint8_t n : aIntensities.bytes)
         nLeast = std::min<int>(nLeast, n);
-    for (const std::uint8_t n : aIntensities.aBytes) {
+    for (const std::uint8_t n : aIntensities.bytes) {
         dAtMost += n <= nOwn;
         dDarkest += n == nLeast;
         ++dAll;
@@ -61,11 +61,11 @@ TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
         ImageBuffer aImage = aBefore;
         ASSERT_TRUE(Equalize(aImage, dLevel));
         ImageBuffer aIntensities = aRandomPicture(31, 20, 1);
-        IntensityRow(aBefore.aBytes.data(), 31 * 20, 3, aIntensities.aBytes.data());
+        IntensityRow(aBefore.bytes.data(), 31 * 20, 3, aIntensities.bytes.data());
         for (int x = 0; x < 31 * 20; ++x) {
-            const std::uint8_t* pOld = aBefore.aBytes.data() + 3 * x;
-            const std::uint8_t* pNew = aImage.aBytes.data() + 3 * x;
-            const int nOwn = aIntensities.aBytes[static_cast<std::size_t>(x)];
+            const std::uint8_t* pOld = aBefore.bytes.data() + 3 * x;
+            const std::uint8_t* pNew = aImage.bytes.data() + 3 * x;
+            const int nOwn = aIntensities.bytes[static_cast<std::size_t>(x)];
             const double dNew = nOwn + std::min(dLevel, 1.0) * (dEqualized(aIntensities, nOwn) - nOwn);
             EXPECT_NEAR(nIntensity(pNew[0], pNew[1], pNew[2]), dNew, 2);
             // Same hue: the differences between the channels keep their proportion.
@@ -82,12 +82,12 @@ TEST(Equalize, KeepsTheOrderOfGreysAndDoesNotCountWhatIsNotSeen)
 {
     ImageBuffer aRamp = aPicture(256, 1, 1, {});
     for (int n = 0; n < 256; ++n)
-        aRamp.aBytes.push_back(static_cast<std::uint8_t>(n * n / 255));
+        aRamp.bytes.push_back(static_cast<std::uint8_t>(n * n / 255));
     EXPECT_TRUE(Equalize(aRamp, 1));
-    EXPECT_TRUE(std::is_sorted(aRamp.aBytes.begin(), aRamp.aBytes.end()));
-    EXPECT_EQ(aRamp.aBytes.back(), 255);
+    EXPECT_TRUE(std::is_sorted(aRamp.bytes.begin(), aRamp.bytes.end()));
+    EXPECT_EQ(aRamp.bytes.back(), 255);
 
     ImageBuffer aCut = aPicture(3, 1, 4, {0, 0, 0, 0, 90, 90, 90, 255, 100, 100, 100, 255});
     EXPECT_TRUE(Equalize(aCut, 1));
-    EXPECT_EQ(aCut.aBytes, (PixelBytes{0, 0, 0, 0, 0, 0, 0, 255, 255, 255, 255, 255}));
+    EXPECT_EQ(aCut.bytes, (PixelBytes{0, 0, 0, 0, 0, 0, 0, 255, 255, 255, 255, 255}));
 }

@@ -78,9 +78,9 @@ TEST(Hue, TurnsRedThroughYellowToGreen)
 
     EXPECT_TRUE(Hue(aSixty, 60) && Hue(aHundredTwenty, 120) && Hue(aBack, -120));
 
-    EXPECT_EQ(aSixty.aBytes, (PixelBytes{0, 255, 255}));
-    EXPECT_EQ(aHundredTwenty.aBytes, (PixelBytes{0, 255, 0}));
-    EXPECT_EQ(aBack.aBytes, (PixelBytes{255, 0, 0}));
+    EXPECT_EQ(aSixty.bytes, (PixelBytes{0, 255, 255}));
+    EXPECT_EQ(aHundredTwenty.bytes, (PixelBytes{0, 255, 0}));
+    EXPECT_EQ(aBack.bytes, (PixelBytes{255, 0, 0}));
 }
 
 TEST(Hue, AgreesWithTheTextbookAtEveryAngle)
@@ -96,8 +96,8 @@ TEST(Hue, ComesBackWithinOneLevel)
         const ImageBuffer aBefore = aRandomPicture(100, 50, 3);
         ImageBuffer aImage = aBefore;
         EXPECT_TRUE(Hue(aImage, dAngle) && Hue(aImage, -dAngle));
-        for (std::size_t i = 0; i < aImage.aBytes.size(); ++i)
-            ASSERT_NEAR(aImage.aBytes[i], aBefore.aBytes[i], 1);
+        for (std::size_t i = 0; i < aImage.bytes.size(); ++i)
+            ASSERT_NEAR(aImage.bytes[i], aBefore.bytes[i], 1);
     }
 }
 
@@ -107,8 +107,8 @@ TEST(Lightness, GoesAShareOfTheWayToBlackOrWhite)
 
     EXPECT_TRUE(Lightness(aLighter, 0.2) && Lightness(aDarker, -0.2));
 
-    EXPECT_EQ(aLighter.aBytes, (PixelBytes{51, 51, 255, 131, 131, 131}));
-    EXPECT_EQ(aDarker.aBytes, (PixelBytes{0, 0, 204, 80, 80, 80}));
+    EXPECT_EQ(aLighter.bytes, (PixelBytes{51, 51, 255, 131, 131, 131}));
+    EXPECT_EQ(aDarker.bytes, (PixelBytes{0, 0, 204, 80, 80, 80}));
 }
 
 TEST(Lightness, AgreesWithTheTextbook)
@@ -129,8 +129,8 @@ TEST(Lightness, MakesNoSpeckleOfShadows)
     EXPECT_TRUE(Lightness(aImage, 0.2));
 
     // With the saturation of 1 kept it would be 51, 0, 103.
-    EXPECT_EQ(*std::min_element(aImage.aBytes.begin(), aImage.aBytes.end()), 49);
-    EXPECT_EQ(*std::max_element(aImage.aBytes.begin(), aImage.aBytes.end()), 55);
+    EXPECT_EQ(*std::min_element(aImage.bytes.begin(), aImage.bytes.end()), 49);
+    EXPECT_EQ(*std::max_element(aImage.bytes.begin(), aImage.bytes.end()), 55);
 }
 
 TEST(Lightness, EndsAtBlackAndWhite)
@@ -139,8 +139,8 @@ TEST(Lightness, EndsAtBlackAndWhite)
         for (const double dEnd : {1.0, 7.0, std::numeric_limits<double>::infinity()}) {
             ImageBuffer aWhite = aRandomPicture(20, 20, lChannels), aBlack = aWhite;
             EXPECT_TRUE(Lightness(aWhite, dEnd) && Lightness(aBlack, -dEnd));
-            EXPECT_EQ(aWhite.aBytes, PixelBytes(aWhite.aBytes.size(), 255));
-            EXPECT_EQ(aBlack.aBytes, PixelBytes(aBlack.aBytes.size(), 0));
+            EXPECT_EQ(aWhite.bytes, PixelBytes(aWhite.bytes.size(), 255));
+            EXPECT_EQ(aBlack.bytes, PixelBytes(aBlack.bytes.size(), 0));
         }
 }
 
@@ -159,9 +159,9 @@ TEST(Saturation, AgreesWithTheTextbook)
 TEST(Saturation, LeavesGreysGreyAtItsGreatest)
 {
     ImageBuffer aImage = aWidened(aRandomPicture(16, 16, 1));
-    const PixelBytes aBefore = aImage.aBytes;
+    const PixelBytes aBefore = aImage.bytes;
     EXPECT_TRUE(Saturation(aImage, 1));
-    EXPECT_EQ(aImage.aBytes, aBefore);
+    EXPECT_EQ(aImage.bytes, aBefore);
 }
 
 TEST(Desaturate, GivesTheMiddleOfTheGreatestAndTheLeastChannel)
@@ -171,8 +171,8 @@ TEST(Desaturate, GivesTheMiddleOfTheGreatestAndTheLeastChannel)
 
     EXPECT_TRUE(Desaturate(aImage) && Saturation(aOther, -1));
 
-    EXPECT_EQ(aImage.aBytes, (PixelBytes{105, 105, 105, 7, 128, 128, 128, 255}));
-    EXPECT_EQ(aOther.aBytes, aImage.aBytes);
+    EXPECT_EQ(aImage.bytes, (PixelBytes{105, 105, 105, 7, 128, 128, 128, 255}));
+    EXPECT_EQ(aOther.bytes, aImage.bytes);
 }
 
 TEST(BalanceHLS, DoesAllThreeInOneStep)
@@ -196,6 +196,6 @@ TEST(BalanceHLS, ChangesNothingAtNeutralValuesNorForNaN)
         EXPECT_TRUE(Hue(aImage, 0) && Hue(aImage, 360) && Hue(aImage, -720) && Hue(aImage, dInfinity) &&
                     Hue(aImage, dNaN) && Lightness(aImage, 0) && Lightness(aImage, dNaN) &&
                     Saturation(aImage, 0) && Saturation(aImage, dNaN) && BalanceHLS(aImage, 360, 0, 0));
-        EXPECT_EQ(aImage.aBytes, aBefore.aBytes);
+        EXPECT_EQ(aImage.bytes, aBefore.bytes);
     }
 }

@@ -28,15 +28,15 @@ template <typename Formula>
 static void ExpectEach(const ImageBuffer& aImage, const ImageBuffer& aBefore, const Formula& fnExpected,
                        double dTolerance = 0)
 {
-    ASSERT_EQ(aImage.lChannels, aBefore.lChannels);
-    for (int y = 0; y < aImage.lHeight; ++y)
-        for (int x = 0; x < aImage.lWidth; ++x)
-            for (int c = 0; c < aImage.lChannels; ++c) {
+    ASSERT_EQ(aImage.channels, aBefore.channels);
+    for (int y = 0; y < aImage.height; ++y)
+        for (int x = 0; x < aImage.width; ++x)
+            for (int c = 0; c < aImage.channels; ++c) {
                 if (c == 3)
                     ASSERT_EQ(nValueAt(aImage, x, y, 3), nValueAt(aBefore, x, y, 3));
                 else
                     ASSERT_NEAR(nValueAt(aImage, x, y, c), fnExpected(x, y, c), dTolerance)
-                        << aImage.lWidth << "x" << aImage.lHeight << "x" << aImage.lChannels << " at " << x
+                        << aImage.width << "x" << aImage.height << "x" << aImage.channels << " at " << x
                         << "," << y << "," << c;
             }
 }
@@ -130,7 +130,7 @@ TEST(Emboss, LightsTheSideTowardsTheLight)
     // above.
     ImageBuffer aImage = aPlain(20, 20, 1, 50);
     for (int y = 5; y < 15; ++y)
-        std::fill_n(aImage.aBytes.begin() + y * 20 + 5, 10, std::uint8_t{90});
+        std::fill_n(aImage.bytes.begin() + y * 20 + 5, 10, std::uint8_t{90});
     ImageBuffer aRight = aImage, aAbove = aImage;
     ASSERT_TRUE(transforms::Emboss(aRight, 0, 1, 10));
     EXPECT_EQ(nValueAt(aRight, 14, 10), 168);
@@ -150,7 +150,7 @@ TEST(Relief, IsAddedToTheColours)
         ImageBuffer aGrey = aPlain(21, 13, 1, 0);
         for (int i = 0; i < 21 * 13; ++i) {
             const int x = i % 21, y = i / 21;
-            aGrey.aBytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(
+            aGrey.bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(
                 lChannels == 1
                     ? nValueAt(aBefore, x, y)
                     : transforms::nIntensity(static_cast<std::uint32_t>(nValueAt(aBefore, x, y, 0)),
@@ -174,8 +174,8 @@ TEST(Relief, IsFlatterTheSmootherItIs)
         ImageBuffer aImage = aBefore;
         ASSERT_TRUE(transforms::Relief(aImage, 0, 1, dSmoothness));
         double dChange = 0;
-        for (std::size_t i = 0; i < aImage.aBytes.size(); ++i)
-            dChange += std::abs(aImage.aBytes[i] - aBefore.aBytes[i]);
+        for (std::size_t i = 0; i < aImage.bytes.size(); ++i)
+            dChange += std::abs(aImage.bytes[i] - aBefore.bytes[i]);
         EXPECT_LT(dChange, dLast);
         dLast = dChange;
     }
@@ -265,11 +265,11 @@ TEST(Halftones, KeepTheToneOfAPlainPicture)
             ImageBuffer aImage = aPlain(4 * lCell, 4 * lCell, 1, static_cast<std::uint8_t>(nTone));
             ASSERT_TRUE(transforms::Halftones(aImage, lCell, 1));
             double dWhite = 0;
-            for (const int nByte : aImage.aBytes) {
+            for (const int nByte : aImage.bytes) {
                 ASSERT_TRUE(nByte == 0 || nByte == 255);
                 dWhite += nByte;
             }
-            EXPECT_NEAR(dWhite / static_cast<double>(aImage.aBytes.size()), nTone, 16) << lCell;
+            EXPECT_NEAR(dWhite / static_cast<double>(aImage.bytes.size()), nTone, 16) << lCell;
         }
     }
 }
@@ -328,7 +328,7 @@ TEST(TraceContours, DrawsBlackLinesByIntensity)
 {
     ImageBuffer aImage = aPlain(4, 2, 3, 0);
     for (const std::size_t i : {6U, 9U, 18U, 21U})
-        aImage.aBytes[i] = aImage.aBytes[i + 1] = aImage.aBytes[i + 2] = 255;
+        aImage.bytes[i] = aImage.bytes[i + 1] = aImage.bytes[i + 2] = 255;
     ASSERT_TRUE(transforms::TraceContours(aImage, 100, 100, true));
     for (int y = 0; y < 2; ++y)
         for (int c = 0; c < 3; ++c)
@@ -346,9 +346,9 @@ TEST(Effects, ArePicturesForAnyNumber)
             ImageBuffer aImage = aBefore;
             ASSERT_TRUE(fnOperation(aImage));
             ASSERT_TRUE(bSound(aImage));
-            ASSERT_EQ(aImage.lWidth, aBefore.lWidth);
-            ASSERT_EQ(aImage.lHeight, aBefore.lHeight);
-            ASSERT_EQ(aImage.lChannels, aBefore.lChannels);
+            ASSERT_EQ(aImage.width, aBefore.width);
+            ASSERT_EQ(aImage.height, aBefore.height);
+            ASSERT_EQ(aImage.channels, aBefore.channels);
         };
         for (const double d : aHostileDoubles()) {
             fnExpect([&](ImageBuffer& a) { return Emboss(a, d, 3, 10); });

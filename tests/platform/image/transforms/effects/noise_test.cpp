@@ -22,11 +22,11 @@ TEST(AddNoise, HasTheDeviationAskedForAndNoBias)
         ImageBuffer aImage = aPlain(200, 200, 3, 128);
         ASSERT_TRUE(transforms::AddNoise(aImage, lLevel, false));
         double dSum = 0, dSquares = 0;
-        for (const int nByte : aImage.aBytes) {
+        for (const int nByte : aImage.bytes) {
             dSum += nByte - 128;
             dSquares += (nByte - 128) * (nByte - 128);
         }
-        const auto dCount = static_cast<double>(aImage.aBytes.size());
+        const auto dCount = static_cast<double>(aImage.bytes.size());
         EXPECT_NEAR(dSum / dCount, 0, 0.5);
         EXPECT_NEAR(std::sqrt(dSquares / dCount), lLevel, 0.03 * lLevel);
     }
@@ -38,11 +38,11 @@ TEST(AddNoise, IsGreyWhenMonochromeAndColouredOtherwise)
     ASSERT_TRUE(transforms::AddNoise(aGrey, 35, true));
     ASSERT_TRUE(transforms::AddNoise(aColoured, 35, false));
     int nDifferent = 0;
-    for (std::size_t i = 0; i < aGrey.aBytes.size(); i += 4) {
-        ASSERT_EQ(aGrey.aBytes[i], aGrey.aBytes[i + 1]);
-        ASSERT_EQ(aGrey.aBytes[i], aGrey.aBytes[i + 2]);
-        ASSERT_EQ(aGrey.aBytes[i + 3], 128);
-        nDifferent += aColoured.aBytes[i] != aColoured.aBytes[i + 1];
+    for (std::size_t i = 0; i < aGrey.bytes.size(); i += 4) {
+        ASSERT_EQ(aGrey.bytes[i], aGrey.bytes[i + 1]);
+        ASSERT_EQ(aGrey.bytes[i], aGrey.bytes[i + 2]);
+        ASSERT_EQ(aGrey.bytes[i + 3], 128);
+        nDifferent += aColoured.bytes[i] != aColoured.bytes[i + 1];
     }
     EXPECT_GT(nDifferent, 2000);
 }
@@ -61,7 +61,7 @@ TEST(Diffuse, TakesOnlyPixelsFromNearby)
     // A slope, where a pixel's value says where it came from.
     ImageBuffer aBefore = aPlain(80, 80, 1, 0);
     for (int i = 0; i < 80 * 80; ++i)
-        aBefore.aBytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(3 * (i % 80));
+        aBefore.bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(3 * (i % 80));
     ImageBuffer aImage = aBefore;
     ASSERT_TRUE(transforms::Diffuse(aImage, 10, 100));
     int nFurthest = 0;
@@ -79,8 +79,8 @@ TEST(Diffuse, MovesMoreWithMorePenetration)
         ImageBuffer aImage = aBefore;
         ASSERT_TRUE(transforms::Diffuse(aImage, 10, dPenetration));
         int nMoved = 0;
-        for (std::size_t i = 0; i < aImage.aBytes.size(); i += 3)
-            nMoved += aImage.aBytes[i] != aBefore.aBytes[i];
+        for (std::size_t i = 0; i < aImage.bytes.size(); i += 3)
+            nMoved += aImage.bytes[i] != aBefore.bytes[i];
         EXPECT_GT(nMoved, nLast);
         EXPECT_NEAR(nMoved, 10000 * (1 - std::exp(-dPenetration / 10)), 250);
         nLast = nMoved;
@@ -90,14 +90,14 @@ TEST(Diffuse, MovesMoreWithMorePenetration)
 TEST(Diffuse, MovesWholePixelsAndCarriesAlpha)
 {
     ImageBuffer aImage = aPlain(40, 40, 4, 0);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); ++i)
-        aImage.aBytes[i] = static_cast<std::uint8_t>(i % 4 == 3 ? i / 4 : i / 64);
+    for (std::size_t i = 0; i < aImage.bytes.size(); ++i)
+        aImage.bytes[i] = static_cast<std::uint8_t>(i % 4 == 3 ? i / 4 : i / 64);
     const ImageBuffer aBefore = aImage;
     ASSERT_TRUE(transforms::Diffuse(aImage, 5, 10));
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 4) {
-        ASSERT_EQ(aImage.aBytes[i], aImage.aBytes[i + 1]);
-        ASSERT_EQ(aImage.aBytes[i], aImage.aBytes[i + 2]);
-        ASSERT_EQ(aImage.aBytes[i + 3], aBefore.aBytes[i + 3]);
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4) {
+        ASSERT_EQ(aImage.bytes[i], aImage.bytes[i + 1]);
+        ASSERT_EQ(aImage.bytes[i], aImage.bytes[i + 2]);
+        ASSERT_EQ(aImage.bytes[i + 3], aBefore.bytes[i + 3]);
     }
 }
 

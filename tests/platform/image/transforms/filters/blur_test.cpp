@@ -21,10 +21,10 @@ static void ExpectABlur(const Operation& fnBlur)
         aImage = aBefore;
         ASSERT_TRUE(fnBlur(aImage));
         ASSERT_TRUE(bSound(aImage));
-        ASSERT_EQ(aImage.lWidth, lWidth);
-        ASSERT_EQ(aImage.lChannels, lChannels);
-        for (std::size_t i = 3; lChannels == 4 && i < aImage.aBytes.size(); i += 4)
-            ASSERT_EQ(aImage.aBytes[i], aBefore.aBytes[i]);
+        ASSERT_EQ(aImage.width, lWidth);
+        ASSERT_EQ(aImage.channels, lChannels);
+        for (std::size_t i = 3; lChannels == 4 && i < aImage.bytes.size(); i += 4)
+            ASSERT_EQ(aImage.bytes[i], aBefore.bytes[i]);
     }
 }
 
@@ -48,24 +48,24 @@ TEST(GaussianBlur, OfNothingChangesNothing)
 static std::vector<double> aGaussian(const ImageBuffer& aImage, double dDeviation)
 {
     const int nReach = static_cast<int>(std::ceil(3 * dDeviation));
-    std::vector<double> aWeights, aAcross(aImage.aBytes.size()), aResult(aImage.aBytes.size());
+    std::vector<double> aWeights, aAcross(aImage.bytes.size()), aResult(aImage.bytes.size());
     double dSum = 0;
     for (int i = -nReach; i <= nReach; ++i) {
         aWeights.push_back(std::exp(-i * i / (2 * dDeviation * dDeviation)));
         dSum += aWeights.back();
     }
-    for (int y = 0; y < aImage.lHeight; ++y)
-        for (int x = 0; x < aImage.lWidth; ++x)
+    for (int y = 0; y < aImage.height; ++y)
+        for (int x = 0; x < aImage.width; ++x)
             for (int i = -nReach; i <= nReach; ++i)
-                aAcross[static_cast<std::size_t>(y * aImage.lWidth + x)] +=
+                aAcross[static_cast<std::size_t>(y * aImage.width + x)] +=
                     aWeights[static_cast<std::size_t>(i + nReach)] / dSum * nValueAt(aImage, x + i, y);
-    for (int y = 0; y < aImage.lHeight; ++y)
-        for (int x = 0; x < aImage.lWidth; ++x)
+    for (int y = 0; y < aImage.height; ++y)
+        for (int x = 0; x < aImage.width; ++x)
             for (int i = -nReach; i <= nReach; ++i)
-                aResult[static_cast<std::size_t>(y * aImage.lWidth + x)] +=
+                aResult[static_cast<std::size_t>(y * aImage.width + x)] +=
                     aWeights[static_cast<std::size_t>(i + nReach)] / dSum *
-                    aAcross[static_cast<std::size_t>(
-                        std::clamp(y + i, 0, aImage.lHeight - 1) * aImage.lWidth + x)];
+                    aAcross[static_cast<std::size_t>(std::clamp(y + i, 0, aImage.height - 1) * aImage.width +
+                                                     x)];
     return aResult;
 }
 
@@ -75,7 +75,7 @@ static void ExpectGaussian(const ImageBuffer& aBefore, std::int32_t lFuzziness, 
     ImageBuffer aImage = aBefore;
     ASSERT_TRUE(transforms::GaussianBlur(aImage, lFuzziness));
     for (std::size_t i = 0; i < aExpected.size(); ++i)
-        ASSERT_NEAR(aImage.aBytes[i], aExpected[i], dTolerance) << lFuzziness << " at " << i;
+        ASSERT_NEAR(aImage.bytes[i], aExpected[i], dTolerance) << lFuzziness << " at " << i;
 }
 
 TEST(GaussianBlur, IsTheSampledCurveForSmallDeviations)
@@ -90,7 +90,7 @@ TEST(GaussianBlur, StaysNearTheCurveForGreatOnes)
     ImageBuffer aImage = aPlain(181, 167, 1, 0);
     for (int y = 0; y < 167; ++y)
         for (int x = 0; x < 181; ++x)
-            aImage.aBytes[static_cast<std::size_t>(y * 181 + x)] =
+            aImage.bytes[static_cast<std::size_t>(y * 181 + x)] =
                 static_cast<std::uint8_t>(x > 90 ? 255 - y : (x + y) / 2);
     for (const std::int32_t lFuzziness : {7, 12, 25})
         ExpectGaussian(aImage, lFuzziness, 5);
@@ -115,7 +115,7 @@ TEST(MotionBlur, IsTheMeanAlongTheRow)
 TEST(MotionBlur, RunsUpwardsAtNinetyDegreesAndCounterclockwiseBetween)
 {
     ImageBuffer aImage = aPlain(5, 5, 1, 0);
-    aImage.aBytes[12] = 90;
+    aImage.bytes[12] = 90;
     ImageBuffer aUp = aImage, aSlant = aImage;
     ASSERT_TRUE(transforms::MotionBlur(aUp, 90, 3));
     EXPECT_EQ(nValueAt(aUp, 2, 1), 30);
@@ -209,7 +209,7 @@ static ImageBuffer aHill(int nSide)
     ImageBuffer aImage = aPlain(nSide, nSide, 1, 0);
     for (int y = 0; y < nSide; ++y)
         for (int x = 0; x < nSide; ++x)
-            aImage.aBytes[static_cast<std::size_t>(y * nSide + x)] = static_cast<std::uint8_t>(
+            aImage.bytes[static_cast<std::size_t>(y * nSide + x)] = static_cast<std::uint8_t>(
                 std::lround(127 + 60 * std::sin(x / 9.0) + 60 * std::cos(y / 7.0 + x / 20.0)));
     return aImage;
 }

@@ -16,16 +16,16 @@ TEST(Deinterlace, RepeatsTheLineAbove)
 {
     ImageBuffer aOdd = aFiveLines(), aEven = aFiveLines();
     EXPECT_TRUE(Deinterlace(aOdd, true, false) && Deinterlace(aEven, false, false));
-    EXPECT_EQ(aOdd.aBytes, (PixelBytes{10, 10, 31, 31, 50}));
-    EXPECT_EQ(aEven.aBytes, (PixelBytes{20, 20, 20, 40, 40}));
+    EXPECT_EQ(aOdd.bytes, (PixelBytes{10, 10, 31, 31, 50}));
+    EXPECT_EQ(aEven.bytes, (PixelBytes{20, 20, 20, 40, 40}));
 }
 
 TEST(Deinterlace, TakesTheMeanOfTheLinesAboveAndBelow)
 {
     ImageBuffer aOdd = aFiveLines(), aEven = aFiveLines();
     EXPECT_TRUE(Deinterlace(aOdd, true, true) && Deinterlace(aEven, false, true));
-    EXPECT_EQ(aOdd.aBytes, (PixelBytes{10, 21, 31, 41, 50}));
-    EXPECT_EQ(aEven.aBytes, (PixelBytes{20, 20, 30, 40, 40}));
+    EXPECT_EQ(aOdd.bytes, (PixelBytes{10, 21, 31, 41, 50}));
+    EXPECT_EQ(aEven.bytes, (PixelBytes{20, 20, 30, 40, 40}));
 }
 
 TEST(Deinterlace, LeavesTheOtherLinesAlphaAndAPictureOfOneLine)

@@ -41,10 +41,10 @@ TEST(FilterMinimal, TakesTheLeastOfTheSquareForEverySizeOfItAndOfThePicture)
 TEST(FilterMinimal, WorksInBandsAndStripsAsInOnePiece)
 {
     ImageBuffer aImage = aPicture(1100, 400, 3, {});
-    aImage.aBytes.assign(1100 * 400 * 3, 200);
+    aImage.bytes.assign(1100 * 400 * 3, 200);
     const auto nPlace = [](int x, int y) { return static_cast<std::size_t>((y * 1100 + x) * 3 + 1); };
     for (const auto& [x, y] : {std::pair{0, 0}, {682, 199}, {683, 200}, {1099, 399}})
-        aImage.aBytes[nPlace(x, y)] = 5;
+        aImage.bytes[nPlace(x, y)] = 5;
     const ImageBuffer aBefore = aImage;
 
     EXPECT_TRUE(FilterMinimal(aImage, 7));
@@ -55,19 +55,19 @@ TEST(FilterMinimal, WorksInBandsAndStripsAsInOnePiece)
             for (const auto& [px, py] : {std::pair{0, 0}, {682, 199}, {683, 200}, {1099, 399}})
                 if (std::abs(x - px) <= 3 && std::abs(y - py) <= 3)
                     nExpected = 5;
-            ASSERT_EQ(aImage.aBytes[nPlace(x, y)], nExpected) << x << " " << y;
-            ASSERT_EQ(aImage.aBytes[nPlace(x, y) + 1], 200);
+            ASSERT_EQ(aImage.bytes[nPlace(x, y)], nExpected) << x << " " << y;
+            ASSERT_EQ(aImage.bytes[nPlace(x, y) + 1], 200);
         }
 }
 
 TEST(FilterMinimal, CoversAPictureThatIsSmallerThanTheSquare)
 {
     ImageBuffer aImage = aRandomPicture(3, 3, 1);
-    const std::uint8_t nLeast = *std::min_element(aImage.aBytes.begin(), aImage.aBytes.end());
+    const std::uint8_t nLeast = *std::min_element(aImage.bytes.begin(), aImage.bytes.end());
     for (const std::int32_t lSize : {256, 257, 2147483647}) {
         ImageBuffer aCovered = aImage;
         EXPECT_TRUE(FilterMinimal(aCovered, lSize));
-        EXPECT_EQ(aCovered.aBytes, PixelBytes(9, nLeast));
+        EXPECT_EQ(aCovered.bytes, PixelBytes(9, nLeast));
     }
 }
 
@@ -78,7 +78,7 @@ TEST(FilterMaximal, IsTheNegativeOfTheLeastOfTheNegative)
             ImageBuffer aGreatest = aRandomPicture(67, 41, lChannels), aLeast = aGreatest;
             EXPECT_TRUE(FilterMaximal(aGreatest, nSize));
             EXPECT_TRUE(Invert(aLeast) && FilterMinimal(aLeast, nSize) && Invert(aLeast));
-            EXPECT_EQ(aGreatest.aBytes, aLeast.aBytes);
+            EXPECT_EQ(aGreatest.bytes, aLeast.bytes);
         }
 }
 
@@ -86,8 +86,8 @@ TEST(Extremes, ChangeNothingForASquareOfOneOrLess)
 {
     for (const std::int32_t lSize : {1, 0, -1, -2147483647 - 1}) {
         ImageBuffer aImage = aRandomPicture(9, 8, 4);
-        const PixelBytes aBefore = aImage.aBytes;
+        const PixelBytes aBefore = aImage.bytes;
         EXPECT_TRUE(FilterMinimal(aImage, lSize) && FilterMaximal(aImage, lSize));
-        EXPECT_EQ(aImage.aBytes, aBefore);
+        EXPECT_EQ(aImage.bytes, aBefore);
     }
 }

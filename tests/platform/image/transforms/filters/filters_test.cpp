@@ -77,8 +77,8 @@ TEST(FilterDifference, FindsOppositeEdgesInOppositeDirections)
 {
     ImageBuffer aUp = aPicture(1, 4, 1, {90, 90, 20, 20}), aDown = aUp;
     EXPECT_TRUE(FilterDifference(aUp, 0) && FilterDifference(aDown, 4));
-    EXPECT_EQ(aUp.aBytes, (PixelBytes{0, 210, 210, 0}));
-    EXPECT_EQ(aDown.aBytes, (PixelBytes{0, 0, 0, 0}));
+    EXPECT_EQ(aUp.bytes, (PixelBytes{0, 210, 210, 0}));
+    EXPECT_EQ(aDown.bytes, (PixelBytes{0, 0, 0, 0}));
 }
 
 TEST(FilterHighPass, SharpensByTheMaskOfItsKind)
@@ -130,8 +130,8 @@ TEST(GradientFilters, FindAVerticalEdgeWhenTheyLookForVerticalOnesOnly)
 
     EXPECT_TRUE(FilterSobel(aVertical, 0) && FilterSobel(aHorizontal, 1));
 
-    EXPECT_EQ(aVertical.aBytes, (PixelBytes{0, 80, 80, 0, 0, 80, 80, 0, 0, 80, 80, 0}));
-    EXPECT_EQ(aHorizontal.aBytes, PixelBytes(12, 0));
+    EXPECT_EQ(aVertical.bytes, (PixelBytes{0, 80, 80, 0, 0, 80, 80, 0, 0, 80, 80, 0}));
+    EXPECT_EQ(aHorizontal.bytes, PixelBytes(12, 0));
 }
 
 TEST(FilterLineDetection, ShowsLinesOfItsDirection)
@@ -171,7 +171,7 @@ TEST(Filters, ChangeNothingAtTheirNeutralValues)
         EXPECT_TRUE(FilterBlur(aImage, 0) && FilterBlur(aImage, -5) && FilterBlur(aImage, dNaN) &&
                     FilterSharpen(aImage, 0) && FilterSharpen(aImage, -5) && FilterSharpen(aImage, dNaN) &&
                     FilterReserved(aImage, 7));
-        EXPECT_EQ(aImage.aBytes, aBefore.aBytes);
+        EXPECT_EQ(aImage.bytes, aBefore.bytes);
     }
 }
 
@@ -181,13 +181,13 @@ TEST(Filters, LeaveAnEvenAreaOrMakeItBlack)
     const auto aAfter = [&](const Operation& fnOperation) {
         ImageBuffer aImage = aFlat;
         EXPECT_TRUE(fnOperation(aImage));
-        return aImage.aBytes;
+        return aImage.bytes;
     };
     for (int n = 0; n < 8; ++n) {
-        EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterHighPass(a, n); }), aFlat.aBytes);
-        EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterLowPass(a, n); }), aFlat.aBytes);
-        EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterBlur(a, n / 7.0); }), aFlat.aBytes);
-        EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterSharpen(a, n / 7.0); }), aFlat.aBytes);
+        EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterHighPass(a, n); }), aFlat.bytes);
+        EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterLowPass(a, n); }), aFlat.bytes);
+        EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterBlur(a, n / 7.0); }), aFlat.bytes);
+        EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterSharpen(a, n / 7.0); }), aFlat.bytes);
         EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterDifference(a, n); }), PixelBytes(4, 0));
         EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterLaplas(a, n); }), PixelBytes(4, 0));
         EXPECT_EQ(aAfter([=](ImageBuffer& a) { return FilterIsotropic(a, n); }), PixelBytes(4, 0));
@@ -203,7 +203,7 @@ TEST(Filters, TakeAnyNumberForItsNearestAndGiveAPicture)
                                FilterPrewitt, FilterRoberts, FilterIsotropic, FilterLineDetection}) {
             ImageBuffer aImage = aBefore, aNearest = aBefore;
             EXPECT_TRUE(fn(aImage, l) && fn(aNearest, std::clamp(l, 0, 7)));
-            EXPECT_EQ(aImage.aBytes, aNearest.aBytes);
+            EXPECT_EQ(aImage.bytes, aNearest.bytes);
         }
     for (const double d : aHostileDoubles()) {
         ImageBuffer aImage = aBefore;

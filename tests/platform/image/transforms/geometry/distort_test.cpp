@@ -23,7 +23,7 @@ TEST(Perspective, OfNoAngleChangesNothing)
 static int nWhite(const ImageBuffer& aImage, int nLine, bool bRow)
 {
     int n = 0;
-    for (int i = 0; i < (bRow ? aImage.lWidth : aImage.lHeight); ++i)
+    for (int i = 0; i < (bRow ? aImage.width : aImage.height); ++i)
         n += nValueAt(aImage, bRow ? i : nLine, bRow ? nLine : i) >= 128;
     return n;
 }
@@ -46,8 +46,8 @@ TEST(Perspective, ShortensTheRightAboveZeroOtherwise)
     ASSERT_TRUE(transforms::Perspective(aImage, false, 60));
     EXPECT_NEAR(nWhite(aImage, 99, false), 100, 2);
     EXPECT_NEAR(nWhite(aImage, 0, false), 200, 2);
-    EXPECT_EQ(aImage.lWidth, 100);
-    EXPECT_EQ(aImage.lHeight, 200);
+    EXPECT_EQ(aImage.width, 100);
+    EXPECT_EQ(aImage.height, 200);
 }
 
 TEST(Perspective, KeepsStraightLinesStraight)
@@ -57,7 +57,7 @@ TEST(Perspective, KeepsStraightLinesStraight)
     ImageBuffer aImage = aPlain(200, 200, 1, 0);
     for (int y = 0; y < 200; ++y)
         for (int x = 0; x < y; ++x)
-            aImage.aBytes[static_cast<std::size_t>(y * 200 + x)] = 255;
+            aImage.bytes[static_cast<std::size_t>(y * 200 + x)] = 255;
     ASSERT_TRUE(transforms::Perspective(aImage, true, 60));
     for (int y = 10; y < 190; y += 20) {
         const double dLine = 50 + (200 - 50) * (y + 0.5) / 200;
@@ -72,8 +72,8 @@ TEST(Perspective, LeavesNothingWhereItUncoversAPictureWithAlpha)
     ASSERT_TRUE(transforms::Perspective(aImage, true, 45));
     EXPECT_EQ(nValueAt(aImage, 0, 0, 3), 0);
     EXPECT_EQ(nValueAt(aImage, 25, 25, 3), 255);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 4)
-        ASSERT_TRUE(aImage.aBytes[i] == 255 || aImage.aBytes[i + 3] == 0);  // no dark fringe
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4)
+        ASSERT_TRUE(aImage.bytes[i] == 255 || aImage.bytes[i + 3] == 0);  // no dark fringe
 }
 
 TEST(Skew, OfNoAngleChangesNothing)
@@ -90,8 +90,8 @@ TEST(Skew, MovesTheTopBorderToTheRightByTheHeightAtFortyFiveDegrees)
 {
     ImageBuffer aImage = aPlain(40, 20, 1, 255);
     ASSERT_TRUE(transforms::Skew(aImage, false, 45));
-    EXPECT_EQ(aImage.lWidth, 60);
-    EXPECT_EQ(aImage.lHeight, 20);
+    EXPECT_EQ(aImage.width, 60);
+    EXPECT_EQ(aImage.height, 20);
     EXPECT_EQ(nValueAt(aImage, 18, 0), 0);
     EXPECT_EQ(nValueAt(aImage, 21, 0), 255);
     EXPECT_EQ(nValueAt(aImage, 1, 19), 255);
@@ -102,8 +102,8 @@ TEST(Skew, MovesTheRightBorderDownWhenVertical)
 {
     ImageBuffer aImage = aPlain(20, 40, 4, 255);
     ASSERT_TRUE(transforms::Skew(aImage, true, 45));
-    EXPECT_EQ(aImage.lWidth, 20);
-    EXPECT_EQ(aImage.lHeight, 60);
+    EXPECT_EQ(aImage.width, 20);
+    EXPECT_EQ(aImage.height, 60);
     EXPECT_EQ(nValueAt(aImage, 0, 1, 3), 255);
     EXPECT_EQ(nValueAt(aImage, 19, 0, 3), 0);
     EXPECT_EQ(nValueAt(aImage, 19, 58, 3), 255);
@@ -114,15 +114,15 @@ TEST(Skew, MovesTheOtherWayBelowZero)
     for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
         ImageBuffer aLeft = aRandomOpaque(lWidth, lHeight, 3), aRight = aLeft;
         ASSERT_TRUE(transforms::Skew(aRight, false, 45));
-        for (auto* p = aLeft.aBytes.data(); p < aLeft.aBytes.data() + aLeft.aBytes.size(); p += 3 * lWidth)
+        for (auto* p = aLeft.bytes.data(); p < aLeft.bytes.data() + aLeft.bytes.size(); p += 3 * lWidth)
             for (int x = 0; x < lWidth / 2; ++x)
                 for (int c = 0; c < 3; ++c)
                     std::swap(p[3 * x + c], p[3 * (lWidth - 1 - x) + c]);
         ASSERT_TRUE(transforms::Skew(aLeft, false, -45));
-        ASSERT_EQ(aLeft.lWidth, aRight.lWidth);
-        for (int y = 0; y < aLeft.lHeight; ++y)
-            for (int x = 0; x < aLeft.lWidth; ++x)
-                ASSERT_NEAR(nValueAt(aLeft, x, y), nValueAt(aRight, aLeft.lWidth - 1 - x, y), 2);
+        ASSERT_EQ(aLeft.width, aRight.width);
+        for (int y = 0; y < aLeft.height; ++y)
+            for (int x = 0; x < aLeft.width; ++x)
+                ASSERT_NEAR(nValueAt(aLeft, x, y), nValueAt(aRight, aLeft.width - 1 - x, y), 2);
     }
 }
 
@@ -133,8 +133,8 @@ TEST(Skew, StaysWithinWhatAPictureMayBe)
     const bool bSkewed = transforms::Skew(aImage, false, 80);
     unsetenv("VARNEL_MAX_MEGAPIXELS");
     EXPECT_TRUE(bSkewed);
-    EXPECT_EQ(aImage.lWidth, 200);
-    EXPECT_EQ(aImage.lHeight, 5000);
+    EXPECT_EQ(aImage.width, 200);
+    EXPECT_EQ(aImage.height, 5000);
     EXPECT_EQ(nValueAt(aImage, 150, 1), 255);
     EXPECT_EQ(nValueAt(aImage, 50, 4998), 255);
 }
@@ -153,7 +153,7 @@ TEST(Twirl, TurnsTheMiddleClockwiseAndLeavesTheBorder)
 {
     // A white upper half: next to the middle a quarter of a turn clockwise brings it to the right.
     ImageBuffer aImage = aPlain(101, 101, 1, 0);
-    std::fill_n(aImage.aBytes.begin(), 50 * 101, std::uint8_t{255});
+    std::fill_n(aImage.bytes.begin(), 50 * 101, std::uint8_t{255});
     ASSERT_TRUE(transforms::Twirl(aImage, 90));
     EXPECT_EQ(nValueAt(aImage, 53, 50), 255);
     EXPECT_EQ(nValueAt(aImage, 47, 50), 0);
@@ -167,7 +167,7 @@ TEST(Twirl, AgreesWithTheFormula)
     ImageBuffer aImage = aPlain(120, 80, 1, 0);
     for (int y = 0; y < 80; ++y)
         for (int x = 0; x < 120; ++x)
-            aImage.aBytes[static_cast<std::size_t>(y * 120 + x)] = static_cast<std::uint8_t>(x + y);
+            aImage.bytes[static_cast<std::size_t>(y * 120 + x)] = static_cast<std::uint8_t>(x + y);
     for (const double dAngle : {50.0, -200.0, 360.0}) {
         ImageBuffer aTwirled = aImage;
         ASSERT_TRUE(transforms::Twirl(aTwirled, dAngle));
@@ -204,8 +204,8 @@ TEST(Distortions, ArePicturesForAnyAngle)
                 ASSERT_TRUE(transforms::Skew(aTwo, bVertical, dAngle));
                 ASSERT_TRUE(transforms::Twirl(aThree, dAngle));
                 ASSERT_TRUE(bSound(aOne) && bSound(aTwo) && bSound(aThree));
-                ASSERT_EQ(aOne.lWidth, lWidth);
-                ASSERT_EQ(aThree.lHeight, lHeight);
+                ASSERT_EQ(aOne.width, lWidth);
+                ASSERT_EQ(aThree.height, lHeight);
             }
         }
     }

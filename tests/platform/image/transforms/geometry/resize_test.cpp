@@ -9,8 +9,8 @@
 static ImageBuffer aResized(ImageBuffer aImage, std::int32_t lWidth, std::int32_t lHeight, std::int32_t lKind)
 {
     EXPECT_TRUE(transforms::Resize(aImage, lWidth, lHeight, lKind, 0));
-    EXPECT_EQ(aImage.lWidth, lWidth);
-    EXPECT_EQ(aImage.lHeight, lHeight);
+    EXPECT_EQ(aImage.width, lWidth);
+    EXPECT_EQ(aImage.height, lHeight);
     EXPECT_TRUE(bSound(aImage));
     return aImage;
 }
@@ -55,20 +55,20 @@ static double dFilter(double d, bool bCubic)
 // Both directions at once, over all source pixels.
 static double dReference(const ImageBuffer& aImage, int lWidth, int lHeight, bool bCubic, int x, int y, int c)
 {
-    const double dStepX = static_cast<double>(aImage.lWidth) / lWidth;
-    const double dStepY = static_cast<double>(aImage.lHeight) / lHeight;
+    const double dStepX = static_cast<double>(aImage.width) / lWidth;
+    const double dStepY = static_cast<double>(aImage.height) / lHeight;
     double dSum = 0, dWeights = 0;
-    for (int j = 0; j < aImage.lHeight; ++j) {
-        for (int i = 0; i < aImage.lWidth; ++i) {
+    for (int j = 0; j < aImage.height; ++j) {
+        for (int i = 0; i < aImage.width; ++i) {
             double dWeight = dFilter((i + 0.5 - (x + 0.5) * dStepX) / std::max(1.0, dStepX), bCubic) *
                              dFilter((j + 0.5 - (y + 0.5) * dStepY) / std::max(1.0, dStepY), bCubic);
-            if (aImage.lChannels == 4 && c < 3)
+            if (aImage.channels == 4 && c < 3)
                 dWeight *= nValueAt(aImage, i, j, 3);
             dSum += dWeight * nValueAt(aImage, i, j, c);
             dWeights += dWeight;
         }
     }
-    return dWeights > 0.5 || aImage.lChannels != 4 ? std::min(255.0, std::max(0.0, dSum / dWeights)) : -1;
+    return dWeights > 0.5 || aImage.channels != 4 ? std::min(255.0, std::max(0.0, dSum / dWeights)) : -1;
 }
 
 TEST(Resize, AgreesWithTheFormulas)
@@ -99,8 +99,8 @@ TEST(Resize, AgreesWithTheFormulas)
 TEST(Resize, LeavesNoFalsePatternWhenItShrinks)
 {
     ImageBuffer aStripes = aPlain(64, 64, 1, 0);
-    for (std::size_t i = 0; i < aStripes.aBytes.size(); i += 2)
-        aStripes.aBytes[i] = 255;
+    for (std::size_t i = 0; i < aStripes.bytes.size(); i += 2)
+        aStripes.bytes[i] = 255;
     for (const std::int32_t lKind : {1, 2}) {
         const ImageBuffer aSmall = aResized(aStripes, 21, 21, lKind);
         for (int x = 2; x < 19; ++x)
@@ -111,31 +111,31 @@ TEST(Resize, LeavesNoFalsePatternWhenItShrinks)
 TEST(Resize, KeepsHiddenColoursOfTransparentPixelsOut)
 {
     ImageBuffer aImage = aPlain(8, 8, 4, 0);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 8)
-        aImage.aBytes[i] = aImage.aBytes[i + 1] = aImage.aBytes[i + 2] = aImage.aBytes[i + 3] = 200;
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 8)
+        aImage.bytes[i] = aImage.bytes[i + 1] = aImage.bytes[i + 2] = aImage.bytes[i + 3] = 200;
     for (const std::int32_t lKind : {1, 2}) {
         const ImageBuffer aSmall = aResized(aImage, 3, 3, lKind);
-        for (std::size_t i = 0; i < aSmall.aBytes.size(); i += 4)
-            EXPECT_EQ(aSmall.aBytes[i], 200);
+        for (std::size_t i = 0; i < aSmall.bytes.size(); i += 4)
+            EXPECT_EQ(aSmall.bytes[i], 200);
     }
 }
 
 TEST(Resize, KeepsWhatStandsBesideThePixels)
 {
     ImageBuffer aImage = aRandomPicture(4, 4, 3);
-    aImage.aIccProfile = {1, 2};
-    aImage.objMetadata.aXmp = {3};
+    aImage.icc_profile = {1, 2};
+    aImage.metadata.xmp = {3};
     ASSERT_TRUE(transforms::Resize(aImage, 2, 2, 2, 0));
-    EXPECT_EQ(aImage.aIccProfile.size(), 2U);
-    EXPECT_EQ(aImage.objMetadata.aXmp.size(), 1U);
+    EXPECT_EQ(aImage.icc_profile.size(), 2U);
+    EXPECT_EQ(aImage.metadata.xmp.size(), 1U);
 }
 
 TEST(Resize, BringsNumbersToTheirNearestSense)
 {
     ImageBuffer aImage = aRandomPicture(4, 4, 3), aTwin = aImage;
     ASSERT_TRUE(transforms::Resize(aImage, 0, INT32_MIN, -7, 0));
-    EXPECT_EQ(aImage.lWidth, 1);
-    EXPECT_EQ(aImage.lHeight, 1);
+    EXPECT_EQ(aImage.width, 1);
+    EXPECT_EQ(aImage.height, 1);
     aImage = aTwin;
     ASSERT_TRUE(transforms::Resize(aImage, 9, 9, 99, 0));
     EXPECT_TRUE(bEqual(aImage, aResized(aTwin, 9, 9, 2)));
@@ -195,7 +195,7 @@ TEST(Reproduce, IsAPictureOfTheSameSizeForAnyNumber)
             ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels);
             ASSERT_TRUE(transforms::Reproduce(aImage, lCopies));
             ASSERT_TRUE(bSound(aImage));
-            ASSERT_EQ(aImage.lWidth, lWidth);
+            ASSERT_EQ(aImage.width, lWidth);
         }
     }
 }

@@ -13,9 +13,9 @@ TEST(Rotate, TurnsClockwiseByQuarters)
 {
     ImageBuffer aImage = aGreyOf(3, 2, {1, 2, 3, 4, 5, 6});
     ASSERT_TRUE(transforms::Rotate(aImage, 90, kRed));
-    EXPECT_EQ(aImage.lWidth, 2);
-    EXPECT_EQ(aImage.lHeight, 3);
-    EXPECT_EQ(aImage.lChannels, 1);
+    EXPECT_EQ(aImage.width, 2);
+    EXPECT_EQ(aImage.height, 3);
+    EXPECT_EQ(aImage.channels, 1);
     EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{4, 1, 5, 2, 6, 3}));
 }
 
@@ -48,8 +48,8 @@ TEST(Rotate, GrowsTheCanvasToHoldAll)
 {
     ImageBuffer aImage = aRandomPicture(40, 20, 3);
     ASSERT_TRUE(transforms::Rotate(aImage, 30, kBlack));
-    EXPECT_EQ(aImage.lWidth, 45);   // 40 cos 30 + 20 sin 30 = 44.6
-    EXPECT_EQ(aImage.lHeight, 38);  // 40 sin 30 + 20 cos 30 = 37.3
+    EXPECT_EQ(aImage.width, 45);   // 40 cos 30 + 20 sin 30 = 44.6
+    EXPECT_EQ(aImage.height, 38);  // 40 sin 30 + 20 cos 30 = 37.3
 }
 
 // The header's formula, literally, in doubles.
@@ -57,15 +57,15 @@ static double dReference(const ImageBuffer& aImage, const ImageBuffer& aCanvas, 
                          int c, int nOutside)
 {
     const double dRadians = dAngle * 3.14159265358979323846 / 180;
-    const double dX = x - (aCanvas.lWidth - 1) / 2.0, dY = y - (aCanvas.lHeight - 1) / 2.0;
-    const double dFromX = dX * std::cos(dRadians) + dY * std::sin(dRadians) + (aImage.lWidth - 1) / 2.0;
-    const double dFromY = dY * std::cos(dRadians) - dX * std::sin(dRadians) + (aImage.lHeight - 1) / 2.0;
+    const double dX = x - (aCanvas.width - 1) / 2.0, dY = y - (aCanvas.height - 1) / 2.0;
+    const double dFromX = dX * std::cos(dRadians) + dY * std::sin(dRadians) + (aImage.width - 1) / 2.0;
+    const double dFromY = dY * std::cos(dRadians) - dX * std::sin(dRadians) + (aImage.height - 1) / 2.0;
     const int lX = static_cast<int>(std::floor(dFromX)), lY = static_cast<int>(std::floor(dFromY));
     double dSum = 0;
     for (int j = 0; j < 2; ++j) {
         for (int i = 0; i < 2; ++i) {
             const bool bInside =
-                lX + i >= 0 && lX + i < aImage.lWidth && lY + j >= 0 && lY + j < aImage.lHeight;
+                lX + i >= 0 && lX + i < aImage.width && lY + j >= 0 && lY + j < aImage.height;
             dSum += (1 - std::fabs(dFromX - lX - i)) * (1 - std::fabs(dFromY - lY - j)) *
                     (bInside ? nValueAt(aImage, lX + i, lY + j, c) : nOutside);
         }
@@ -81,8 +81,8 @@ TEST(Rotate, AgreesWithTheFormulaWithinTheMapsResolution)
             ImageBuffer aImage = aBefore;
             ASSERT_TRUE(transforms::Rotate(aImage, dAngle, 0x0A0A0A));
             ASSERT_TRUE(bSound(aImage));
-            for (int y = 0; y < aImage.lHeight; ++y)
-                for (int x = 0; x < aImage.lWidth; ++x)
+            for (int y = 0; y < aImage.height; ++y)
+                for (int x = 0; x < aImage.width; ++x)
                     for (int c = 0; c < std::min(lChannels, 3); ++c)
                         ASSERT_NEAR(nValueAt(aImage, x, y, c),
                                     dReference(aBefore, aImage, dAngle, x, y, c, 10), 2.5)
@@ -106,13 +106,13 @@ TEST(Rotate, LaysTheBackgroundIntoTheCorners)
 TEST(Rotate, MakesAGreyPictureColouredOnlyForAColour)
 {
     ImageBuffer aGrey = aPlain(9, 9, 1, 50), aColoured = aGrey;
-    aColoured.aIccProfile = {1, 2, 3};
+    aColoured.icc_profile = {1, 2, 3};
     ASSERT_TRUE(transforms::Rotate(aGrey, 10, 0x808080));
     ASSERT_TRUE(transforms::Rotate(aColoured, 10, kRed));
-    EXPECT_EQ(aGrey.lChannels, 1);
+    EXPECT_EQ(aGrey.channels, 1);
     EXPECT_EQ(nValueAt(aGrey, 0, 0), 128);
-    EXPECT_EQ(aColoured.lChannels, 3);
-    EXPECT_TRUE(aColoured.aIccProfile.empty());
+    EXPECT_EQ(aColoured.channels, 3);
+    EXPECT_TRUE(aColoured.icc_profile.empty());
     EXPECT_EQ(nValueAt(aColoured, 0, 0, 2), 255);
     EXPECT_EQ(nValueAt(aColoured, 5, 5, 2), 50);
 }
@@ -120,11 +120,11 @@ TEST(Rotate, MakesAGreyPictureColouredOnlyForAColour)
 TEST(Rotate, KeepsHiddenColoursOfTransparentPixelsOut)
 {
     ImageBuffer aImage = aPlain(8, 8, 4, 255);
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 8)
-        aImage.aBytes[i] = aImage.aBytes[i + 1] = aImage.aBytes[i + 2] = aImage.aBytes[i + 3] = 0;
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 8)
+        aImage.bytes[i] = aImage.bytes[i + 1] = aImage.bytes[i + 2] = aImage.bytes[i + 3] = 0;
     ASSERT_TRUE(transforms::Rotate(aImage, 20, 0xFFFFFF));
-    for (std::size_t i = 0; i < aImage.aBytes.size(); i += 4)
-        ASSERT_TRUE(aImage.aBytes[i] == 255 || aImage.aBytes[i + 3] == 0);
+    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4)
+        ASSERT_TRUE(aImage.bytes[i] == 255 || aImage.bytes[i + 3] == 0);
 }
 
 TEST(Rotate, IsAPictureForAnyAngle)
@@ -142,7 +142,7 @@ TEST(Rotate, RefusesACanvasBeyondTheLimits)
 {
     ImageBuffer aImage = aPlain(65500, 10, 1, 7);
     EXPECT_TRUE(transforms::Rotate(aImage, 90, kBlack));
-    EXPECT_EQ(aImage.lHeight, 65500);
+    EXPECT_EQ(aImage.height, 65500);
     aImage = aPlain(65500, 65, 1, 7);
     const ImageBuffer aBefore = aImage;
     EXPECT_FALSE(transforms::Rotate(aImage, 45, kRed));

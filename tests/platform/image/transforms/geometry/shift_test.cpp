@@ -54,9 +54,9 @@ TEST(Shift, BeyondTheFrameLeavesOnlyTheBackground)
     for (const std::int32_t lFar : {INT32_MIN, INT32_MAX, 32767}) {
         ImageBuffer aImage = aRandomPicture(5, 4, 1);
         ASSERT_TRUE(transforms::Shift(aImage, lFar, 1, 0x0000FF));
-        EXPECT_EQ(aImage.lChannels, 3);
-        for (std::size_t i = 0; i < aImage.aBytes.size(); i += 3)
-            ASSERT_TRUE(aImage.aBytes[i] == 0 && aImage.aBytes[i + 1] == 0 && aImage.aBytes[i + 2] == 255);
+        EXPECT_EQ(aImage.channels, 3);
+        for (std::size_t i = 0; i < aImage.bytes.size(); i += 3)
+            ASSERT_TRUE(aImage.bytes[i] == 0 && aImage.bytes[i + 1] == 0 && aImage.bytes[i + 2] == 255);
     }
 }
 
@@ -67,8 +67,8 @@ TEST(Autocrop, CutsTheBordersOfTheCornersColour)
                                         7, 2, 7, 7, 7,  //
                                         7, 7, 7, 7, 7});
     ASSERT_TRUE(transforms::Autocrop(aImage));
-    EXPECT_EQ(aImage.lWidth, 2);
-    EXPECT_EQ(aImage.lHeight, 2);
+    EXPECT_EQ(aImage.width, 2);
+    EXPECT_EQ(aImage.height, 2);
     EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{7, 1, 2, 7}));
 }
 
@@ -106,23 +106,23 @@ TEST(Autocrop, FindsAPictureInAnyFrame)
         ImageBuffer aImage = aPlain(lWidth + 9, lHeight + 6, lChannels, 255);
         const auto nRow = static_cast<std::size_t>(lWidth * lChannels);
         for (std::int32_t y = 0; y < lHeight; ++y)
-            std::copy_n(aInside.aBytes.begin() + y * static_cast<std::ptrdiff_t>(nRow), nRow,
-                        aImage.aBytes.begin() + ((y + 2) * (lWidth + 9) + 4) * lChannels);
-        aImage.dDotsPerInchX = 300;
+            std::copy_n(aInside.bytes.begin() + y * static_cast<std::ptrdiff_t>(nRow), nRow,
+                        aImage.bytes.begin() + ((y + 2) * (lWidth + 9) + 4) * lChannels);
+        aImage.dots_per_inch_x = 300;
         ASSERT_TRUE(transforms::Autocrop(aImage));
         EXPECT_TRUE(bEqual(aImage, aInside)) << lWidth << "x" << lHeight;
-        EXPECT_EQ(aImage.dDotsPerInchX, 300);
+        EXPECT_EQ(aImage.dots_per_inch_x, 300);
     }
 }
 
 TEST(Autocrop, TakesTransparentPixelsForOneColour)
 {
     ImageBuffer aImage = aRandomPicture(5, 5, 4);
-    for (std::size_t i = 3; i < aImage.aBytes.size(); i += 4)
-        aImage.aBytes[i] = 0;
-    aImage.aBytes[4 * 12 + 3] = 255;
+    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
+        aImage.bytes[i] = 0;
+    aImage.bytes[4 * 12 + 3] = 255;
     ASSERT_TRUE(transforms::Autocrop(aImage));
-    EXPECT_EQ(aImage.lWidth, 1);
-    EXPECT_EQ(aImage.lHeight, 1);
+    EXPECT_EQ(aImage.width, 1);
+    EXPECT_EQ(aImage.height, 1);
     EXPECT_EQ(nValueAt(aImage, 0, 0, 3), 255);
 }

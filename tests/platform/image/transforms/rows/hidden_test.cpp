@@ -27,8 +27,8 @@ TEST(HiddenColours, AreMeansThatWeighByAlpha)
 TEST(HiddenColours, GiveTheirOwnBackUnlessToldToForget)
 {
     ImageBuffer aBefore = aRandomPicture(21, 14, 4);
-    for (std::size_t i = 3; i < aBefore.aBytes.size(); i += 12)
-        aBefore.aBytes[i] = 0;
+    for (std::size_t i = 3; i < aBefore.bytes.size(); i += 12)
+        aBefore.bytes[i] = 0;
     ImageBuffer aImage = aBefore;
     {
         const HiddenColours objHidden(aImage);
@@ -43,8 +43,8 @@ TEST(HiddenColours, GiveTheirOwnBackUnlessToldToForget)
 TEST(HiddenColours, AreLeftWhereNothingOrAllIsHidden)
 {
     ImageBuffer aOpaque = aRandomOpaque(9, 7, 4), aClear = aRandomPicture(9, 7, 4);
-    for (std::size_t i = 3; i < aClear.aBytes.size(); i += 4)
-        aClear.aBytes[i] = 0;
+    for (std::size_t i = 3; i < aClear.bytes.size(); i += 4)
+        aClear.bytes[i] = 0;
     for (ImageBuffer* pImage : {&aOpaque, &aClear}) {
         const ImageBuffer aBefore = *pImage;
         HiddenColours(*pImage).Forget();

@@ -15,7 +15,7 @@ TEST(Intensity, WeighsGreenMostAndBlueLeast)
 
     EXPECT_TRUE(Intensity(aImage));
 
-    EXPECT_EQ(aImage.aBytes, (PixelBytes{29, 29, 29, 150, 150, 150, 76, 76, 76, 255, 255, 255}));
+    EXPECT_EQ(aImage.bytes, (PixelBytes{29, 29, 29, 150, 150, 150, 76, 76, 76, 255, 255, 255}));
 }
 
 TEST(Intensity, AgreesWithTheFormulaOverRandomPixels)
@@ -41,9 +41,9 @@ TEST(Intensity, LeavesGreysOfAnyLevel)
     for (unsigned n = 0; n < 256; ++n)
         EXPECT_EQ(nIntensity(n, n, n), n);
     ImageBuffer aImage = aRandomPicture(9, 9, 1);
-    const PixelBytes aBefore = aImage.aBytes;
+    const PixelBytes aBefore = aImage.bytes;
     EXPECT_TRUE(Intensity(aImage));
-    EXPECT_EQ(aImage.aBytes, aBefore);
+    EXPECT_EQ(aImage.bytes, aBefore);
 }
 
 TEST(Threshold, TurnsWhatIsAboveItWhiteAndTheRestBlack)
@@ -54,14 +54,14 @@ TEST(Threshold, TurnsWhatIsAboveItWhiteAndTheRestBlack)
     EXPECT_TRUE(Threshold(aGrey, 100));
     EXPECT_TRUE(Threshold(aColour, 100));
 
-    EXPECT_EQ(aGrey.aBytes, (PixelBytes{0, 0, 255}));
-    EXPECT_EQ(aColour.aBytes, (PixelBytes{0, 0, 0, 9, 255, 255, 255, 8}));
+    EXPECT_EQ(aGrey.bytes, (PixelBytes{0, 0, 255}));
+    EXPECT_EQ(aColour.bytes, (PixelBytes{0, 0, 0, 9, 255, 255, 255, 8}));
 }
 
 TEST(Threshold, LeavesNothingWhiteAtTheTopAndOnlyBlackBlackAtTheBottom)
 {
     ImageBuffer aTop = aPicture(3, 1, 1, {0, 1, 255}), aBottom = aTop;
     EXPECT_TRUE(Threshold(aTop, 255) && Threshold(aBottom, 0));
-    EXPECT_EQ(aTop.aBytes, (PixelBytes{0, 0, 0}));
-    EXPECT_EQ(aBottom.aBytes, (PixelBytes{0, 255, 255}));
+    EXPECT_EQ(aTop.bytes, (PixelBytes{0, 0, 0}));
+    EXPECT_EQ(aBottom.bytes, (PixelBytes{0, 255, 255}));
 }

@@ -105,22 +105,22 @@ static std::vector<std::uint8_t> aExifBlock(const std::vector<TiffTag>& aTags)
 void ReadTiffMetadata(InputFile& objFile, const TiffHeader& objHeader, const std::vector<TiffEntry>& aEntries,
                       std::uint16_t nOrientation, ImageBuffer& aImage)
 {
-    aImage.dDotsPerInchX = dReadResolution(objFile, objHeader, aEntries, TIFFTAG_XRESOLUTION);
-    aImage.dDotsPerInchY = dReadResolution(objFile, objHeader, aEntries, TIFFTAG_YRESOLUTION);
+    aImage.dots_per_inch_x = dReadResolution(objFile, objHeader, aEntries, TIFFTAG_XRESOLUTION);
+    aImage.dots_per_inch_y = dReadResolution(objFile, objHeader, aEntries, TIFFTAG_YRESOLUTION);
     if (const TiffEntry* pXmp = pEntryOf(aEntries, TIFFTAG_XMLPACKET))
-        aImage.objMetadata.aXmp = aReadValue(objFile, objHeader, *pXmp, kMaxBlock, true);
-    aImage.objMetadata.aIptc = aReadIptc(objFile, objHeader, aEntries);
+        aImage.metadata.xmp = aReadValue(objFile, objHeader, *pXmp, kMaxBlock, true);
+    aImage.metadata.iptc = aReadIptc(objFile, objHeader, aEntries);
 
     std::vector<TiffTag> aTags = aReadTags(objFile, objHeader, aEntries, kCarried);
     // The page's tag holds, whatever a packet beside it says.
-    if (nOrientation != ORIENTATION_TOPLEFT || !aImage.objMetadata.aXmp.empty()) {
+    if (nOrientation != ORIENTATION_TOPLEFT || !aImage.metadata.xmp.empty()) {
         const auto itPlace = std::find_if(aTags.begin(), aTags.end(), [](const TiffTag& objTag) {
             return objTag.nTag > TIFFTAG_ORIENTATION;
         });
         aTags.insert(itPlace, objNumberTag(TIFFTAG_ORIENTATION, 3, {nOrientation}));
     }
     if (!aTags.empty())
-        aImage.objMetadata.aExif = aExifBlock(aTags);
+        aImage.metadata.exif = aExifBlock(aTags);
 }
 
 std::vector<TiffTag> aTiffMetadataTags(const ImageBuffer& aImage, const ImageInfoTexts& objTexts,
@@ -134,23 +134,23 @@ std::vector<TiffTag> aTiffMetadataTags(const ImageBuffer& aImage, const ImageInf
             aTags = aReadTags(objBlock, *objHeader,
                               aReadEntries(objBlock, *objHeader, objHeader->nFirstDirectory), kCarried);
     }
-    if (aImage.dDotsPerInchX > 0 || aImage.dDotsPerInchY > 0) {
-        const double dX = aImage.dDotsPerInchX > 0 ? aImage.dDotsPerInchX : aImage.dDotsPerInchY;
-        const double dY = aImage.dDotsPerInchY > 0 ? aImage.dDotsPerInchY : aImage.dDotsPerInchX;
+    if (aImage.dots_per_inch_x > 0 || aImage.dots_per_inch_y > 0) {
+        const double dX = aImage.dots_per_inch_x > 0 ? aImage.dots_per_inch_x : aImage.dots_per_inch_y;
+        const double dY = aImage.dots_per_inch_y > 0 ? aImage.dots_per_inch_y : aImage.dots_per_inch_x;
         aTags.push_back(objRationalTag(TIFFTAG_XRESOLUTION, dX));
         aTags.push_back(objRationalTag(TIFFTAG_YRESOLUTION, dY));
         aTags.push_back(objNumberTag(TIFFTAG_RESOLUTIONUNIT, 3, {RESUNIT_INCH}));
     }
-    const ImageMetadata& objMetadata = aImage.objMetadata;
-    if (!objMetadata.aXmp.empty())
-        aTags.push_back(objBytesTag(TIFFTAG_XMLPACKET, 1, objMetadata.aXmp));
-    if (!objMetadata.aIptc.empty()) {
-        std::vector<std::uint8_t> aIptc = objMetadata.aIptc;
+    const ImageMetadata& objMetadata = aImage.metadata;
+    if (!objMetadata.xmp.empty())
+        aTags.push_back(objBytesTag(TIFFTAG_XMLPACKET, 1, objMetadata.xmp));
+    if (!objMetadata.iptc.empty()) {
+        std::vector<std::uint8_t> aIptc = objMetadata.iptc;
         aIptc.resize((aIptc.size() + 3) / 4 * 4);
         aTags.push_back(objBytesTag(TIFFTAG_RICHTIFFIPTC, 4, aIptc));
     }
-    if (bProfile && !aImage.aIccProfile.empty())
-        aTags.push_back(objBytesTag(TIFFTAG_ICCPROFILE, 7, aImage.aIccProfile));
+    if (bProfile && !aImage.icc_profile.empty())
+        aTags.push_back(objBytesTag(TIFFTAG_ICCPROFILE, 7, aImage.icc_profile));
     std::sort(aTags.begin(), aTags.end(),
               [](const TiffTag& objLeft, const TiffTag& objRight) { return objLeft.nTag < objRight.nTag; });
     return aTags;
