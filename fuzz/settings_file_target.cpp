@@ -7,10 +7,10 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
-    const std::string sText = sIniTextOf(std::string_view(reinterpret_cast<const char*>(pData), nSize));
-    (void)sIniValue(sText, "frmMain", "sLogFile");
-    const std::string sWritten = sIniTextWith(sText, "frmMain", "sLogFile", "C:\\report.txt");
-    if (sIniValue(sWritten, "frmMain", "sLogFile") != "C:\\report.txt")
+    const std::string sText = IniTextOf(std::string_view(reinterpret_cast<const char*>(pData), nSize));
+    (void)IniValue(sText, "frmMain", "sLogFile");
+    const std::string sWritten = IniTextWith(sText, "frmMain", "sLogFile", "C:\\report.txt");
+    if (IniValue(sWritten, "frmMain", "sLogFile") != "C:\\report.txt")
         std::abort();
     return 0;
 }

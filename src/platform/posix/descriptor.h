@@ -14,40 +14,40 @@ class Descriptor
 {
 public:
     Descriptor() = default;
-    explicit Descriptor(int nNumber) : m_nNumber(nNumber) {}
-    Descriptor(Descriptor&& objOther) noexcept : m_nNumber(std::exchange(objOther.m_nNumber, -1)) {}
-    Descriptor& operator=(Descriptor&& objOther) noexcept
+    explicit Descriptor(int number) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept
     {
-        std::swap(m_nNumber, objOther.m_nNumber);
+        std::swap(number_, other.number_);
         return *this;
     }
     ~Descriptor()
     {
-        const int nError = errno;  // the failure that led here is still to be told
-        if (m_nNumber >= 0)
-            close(m_nNumber);
-        errno = nError;
+        const int error = errno;  // the failure that led here is still to be told
+        if (number_ >= 0)
+            close(number_);
+        errno = error;
     }
 
-    explicit operator bool() const { return m_nNumber >= 0; }
-    int nNumber() const { return m_nNumber; }
+    explicit operator bool() const { return number_ >= 0; }
+    int Number() const { return number_; }
     /// Hands the file over; it is no longer closed here.
-    int nRelease() { return std::exchange(m_nNumber, -1); }
+    int Release() { return std::exchange(number_, -1); }
 
 private:
-    int m_nNumber = -1;
+    int number_ = -1;
 };
 
-/// Opens a regular file (a link to one too, unless nFlags says otherwise), never waiting for the other end of
+/// Opens a regular file (a link to one too, unless flags says otherwise), never waiting for the other end of
 /// a pipe. Holds nothing, with errno set, when it could not.
-inline Descriptor OpenRegularFile(const std::string& sHostPath, int nFlags, mode_t nMode = 0666)
+inline Descriptor OpenRegularFile(const std::string& host_path, int flags, mode_t mode = 0666)
 {
-    Descriptor objFile(open(sHostPath.c_str(), nFlags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, nMode));
-    struct stat objStat {
+    Descriptor file(open(host_path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, mode));
+    struct stat status {
     };
-    if (objFile && (fstat(objFile.nNumber(), &objStat) != 0 || !S_ISREG(objStat.st_mode))) {
-        errno = S_ISDIR(objStat.st_mode) ? EISDIR : EINVAL;
+    if (file && (fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))) {
+        errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
         return Descriptor();
     }
-    return objFile;
+    return file;
 }

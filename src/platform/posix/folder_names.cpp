@@ -12,67 +12,66 @@ static constexpr std::size_t kLargeFolder = 1000;  // names
 static constexpr std::size_t kFoldersKept = 8;
 static constexpr int kTimesTheReading = 20;
 
-static std::unordered_map<std::string, std::string> ReadNames(const std::string& sFolder)
+static std::unordered_map<std::string, std::string> ReadNames(const std::string& folder)
 {
-    std::unordered_map<std::string, std::string> aNames;
-    const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(sFolder.c_str()), &closedir);
-    while (const dirent* pEntry = pFolder ? readdir(pFolder.get()) : nullptr) {
-        const std::string sName = pEntry->d_name;
-        std::string& sKept = aNames[sLower(sName)];
-        if (sKept.empty() || sName < sKept)
-            sKept = sName;
+    std::unordered_map<std::string, std::string> names;
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.c_str()), &closedir);
+    while (const dirent* entry = directory ? readdir(directory.get()) : nullptr) {
+        const std::string name = entry->d_name;
+        std::string& kept = names[sLower(name)];
+        if (kept.empty() || name < kept)
+            kept = name;
     }
-    return aNames;
+    return names;
 }
 
-static std::string sNameIn(const std::unordered_map<std::string, std::string>& aNames,
-                           const std::string& sLowered)
+static std::string NameIn(const std::unordered_map<std::string, std::string>& names,
+                          const std::string& lowered)
 {
-    const auto itFound = aNames.find(sLowered);
-    return itFound == aNames.end() ? "" : itFound->second;
+    const auto found = names.find(lowered);
+    return found == names.end() ? "" : found->second;
 }
 
 // The first name that fits, without keeping any: most folders are small, and a look through one is cheap.
-static std::string sFirstMatch(const std::string& sFolder, const std::string& sLowered, std::size_t& nNames)
+static std::string FirstMatch(const std::string& folder, const std::string& lowered, std::size_t& names)
 {
-    std::string sFound;
-    nNames = 0;
-    const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(sFolder.c_str()), &closedir);
-    while (const dirent* pEntry = pFolder ? readdir(pFolder.get()) : nullptr) {
-        const std::string_view sName = pEntry->d_name;
-        ++nNames;
-        if (sName.size() == sLowered.size() && (sFound.empty() || sName < sFound) &&
-            sLower(sName) == sLowered)
-            sFound = sName;
+    std::string found;
+    names = 0;
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.c_str()), &closedir);
+    while (const dirent* entry = directory ? readdir(directory.get()) : nullptr) {
+        const std::string_view name = entry->d_name;
+        ++names;
+        if (name.size() == lowered.size() && (found.empty() || name < found) && sLower(name) == lowered)
+            found = name;
     }
-    return sFound;
+    return found;
 }
 
-std::string FolderNames::sFind(const std::string& sFolder, const std::string& sName)
+std::string FolderNames::Find(const std::string& folder, const std::string& name)
 {
-    const std::string sLowered = sLower(sName);
-    const auto tNow = std::chrono::steady_clock::now();
-    const auto itFolder = m_aLargeFolders.find(sFolder);
-    if (itFolder != m_aLargeFolders.end() && tNow < itFolder->second.tExpiry) {
-        const std::string sFound = sNameIn(itFolder->second.aNames, sLowered);
-        return access((sFolder + "/" + sFound).c_str(), F_OK) == 0 ? sFound : "";
+    const std::string lowered = sLower(name);
+    const auto now = std::chrono::steady_clock::now();
+    const auto large_folder = large_folders_.find(folder);
+    if (large_folder != large_folders_.end() && now < large_folder->second.expiry) {
+        const std::string found = NameIn(large_folder->second.names, lowered);
+        return access((folder + "/" + found).c_str(), F_OK) == 0 ? found : "";
     }
-    std::size_t nNames = 0;
-    const std::string sFound = sFirstMatch(sFolder, sLowered, nNames);
-    if (nNames < kLargeFolder)
-        return sFound;
-    if (m_aLargeFolders.size() >= kFoldersKept)
-        m_aLargeFolders.clear();
-    LargeFolder& objFolder = m_aLargeFolders[sFolder];
-    objFolder.aNames = ReadNames(sFolder);
-    const auto tEnd = std::chrono::steady_clock::now();
-    objFolder.tExpiry = tEnd + kTimesTheReading * (tEnd - tNow);
-    return sFound;
+    std::size_t names = 0;
+    const std::string found = FirstMatch(folder, lowered, names);
+    if (names < kLargeFolder)
+        return found;
+    if (large_folders_.size() >= kFoldersKept)
+        large_folders_.clear();
+    LargeFolder& large = large_folders_[folder];
+    large.names = ReadNames(folder);
+    const auto end = std::chrono::steady_clock::now();
+    large.expiry = end + kTimesTheReading * (end - now);
+    return found;
 }
 
-void FolderNames::Add(const std::string& sFolder, const std::string& sName)
+void FolderNames::Add(const std::string& folder, const std::string& name)
 {
-    const auto itFolder = m_aLargeFolders.find(sFolder);
-    if (itFolder != m_aLargeFolders.end())
-        itFolder->second.aNames.try_emplace(sLower(sName), sName);
+    const auto found = large_folders_.find(folder);
+    if (found != large_folders_.end())
+        found->second.names.try_emplace(sLower(name), name);
 }

@@ -15,19 +15,19 @@
 class FolderNames
 {
 public:
-    /// The name in sFolder that equals sName without regard to case, the first in order of bytes if there are
+    /// The name in folder that equals name without regard to case, the first in order of bytes if there are
     /// several;
-    /// "" when there is none. sFolder is a host path.
-    std::string sFind(const std::string& sFolder, const std::string& sName);
+    /// "" when there is none. folder is a host path.
+    std::string Find(const std::string& folder, const std::string& name);
 
-    /// A file of that name is about to be made in sFolder.
-    void Add(const std::string& sFolder, const std::string& sName);
+    /// A file of that name is about to be made in folder.
+    void Add(const std::string& folder, const std::string& name);
 
 private:
     using Names = std::unordered_map<std::string, std::string>;  ///< lower-cased name to the name
     struct LargeFolder {
-        Names aNames;
-        std::chrono::steady_clock::time_point tExpiry;
+        Names names;
+        std::chrono::steady_clock::time_point expiry;
     };
-    std::map<std::string, LargeFolder> m_aLargeFolders;
+    std::map<std::string, LargeFolder> large_folders_;
 };

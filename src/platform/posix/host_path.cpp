@@ -12,159 +12,158 @@
 
 static constexpr std::string_view kSeparators = "\\/";
 
-static bool bHasDrive(std::string_view sPath)
+static bool HasDrive(std::string_view path)
 {
-    return sPath.size() >= 2 && sPath[1] == ':' &&
-           ((sPath[0] >= 'A' && sPath[0] <= 'Z') || (sPath[0] >= 'a' && sPath[0] <= 'z'));
+    return path.size() >= 2 && path[1] == ':' &&
+           ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
 }
 
-static bool bIsThere(const std::string& sHostPath)
+static bool IsThere(const std::string& host_path)
 {
-    struct stat objStat {
+    struct stat status {
     };
-    return lstat(sHostPath.c_str(), &objStat) == 0;
+    return lstat(host_path.c_str(), &status) == 0;
 }
 
-static bool bIsFolder(const std::string& sHostPath)
+static bool IsFolder(const std::string& host_path)
 {
-    struct stat objStat {
+    struct stat status {
     };
-    return stat(sHostPath.c_str(), &objStat) == 0 && S_ISDIR(objStat.st_mode);
+    return stat(host_path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-static void AppendName(std::string& sHostPath, std::string_view sName)
+static void AppendName(std::string& host_path, std::string_view name)
 {
-    if (!sHostPath.empty() && sHostPath.back() != '/')
-        sHostPath += '/';
-    sHostPath += sName;
+    if (!host_path.empty() && host_path.back() != '/')
+        host_path += '/';
+    host_path += name;
 }
 
-static std::string sJoined(std::string sFolder, std::string_view sName)
+static std::string Joined(std::string folder, std::string_view name)
 {
-    AppendName(sFolder, sName);
-    return sFolder;
+    AppendName(folder, name);
+    return folder;
 }
 
 // The names between the separators, without the empty ones and ".".
-static std::vector<std::string> aComponents(std::string_view sPath)
+static std::vector<std::string> Components(std::string_view path)
 {
-    std::vector<std::string> aNames;
-    while (!sPath.empty()) {
-        const std::size_t nEnd = sPath.find_first_of(kSeparators);
-        const std::string_view sName = sPath.substr(0, nEnd);
-        if (!sName.empty() && sName != ".")
-            aNames.emplace_back(sName);
-        sPath.remove_prefix(nEnd == std::string_view::npos ? sPath.size() : nEnd + 1);
+    std::vector<std::string> names;
+    while (!path.empty()) {
+        const std::size_t end = path.find_first_of(kSeparators);
+        const std::string_view name = path.substr(0, end);
+        if (!name.empty() && name != ".")
+            names.emplace_back(name);
+        path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
     }
-    return aNames;
+    return names;
 }
 
-std::string HostPaths::sDriveFolder(char cDrive) const
+std::string HostPaths::DriveFolder(char drive) const
 {
-    const char cCapital = static_cast<char>(cDrive & ~0x20);
-    const char* sMapped = std::getenv((std::string("VARNEL_DRIVE_") + cCapital).c_str());
-    if (sMapped && *sMapped != '\0')
-        return sMapped;
-    return m_fnDriveFolder ? m_fnDriveFolder(cCapital) : "";
+    const char capital = static_cast<char>(drive & ~0x20);
+    const char* mapped = std::getenv((std::string("VARNEL_DRIVE_") + capital).c_str());
+    if (mapped && *mapped != '\0')
+        return mapped;
+    return drive_folder_ ? drive_folder_(capital) : "";
 }
 
 namespace
 {
 /// Where a path begins ("/", a drive's folder, or "" for the working folder), and what follows.
 struct SplitPath {
-    std::string sBase;
-    std::vector<std::string> aNames;
+    std::string base;
+    std::vector<std::string> names;
 };
 }  // namespace
 
-static std::string sExact(const SplitPath& objPath)
+static std::string ExactPath(const SplitPath& path)
 {
-    std::string sHostPath = objPath.sBase;
-    for (const std::string& sName : objPath.aNames)
-        AppendName(sHostPath, sName);
-    return sHostPath.empty() ? "." : sHostPath;
+    std::string host_path = path.base;
+    for (const std::string& name : path.names)
+        AppendName(host_path, name);
+    return host_path.empty() ? "." : host_path;
 }
 
 // One step down: the name as it stands if it is there, else one that differs in case only; "" for none.
-static std::string sNameInFolder(FolderNames& objNames, const std::string& sFolder, const std::string& sName)
+static std::string NameInFolder(FolderNames& names, const std::string& folder, const std::string& name)
 {
-    if (bIsThere(sJoined(sFolder, sName)))
-        return sName;
-    return objNames.sFind(sFolder.empty() ? "." : sFolder, sName);
+    if (IsThere(Joined(folder, name)))
+        return name;
+    return names.Find(folder.empty() ? "." : folder, name);
 }
 
-static std::optional<SplitPath> objSplit(const std::string& sPath,
-                                         const std::function<std::string(char)>& fnDrive)
+static std::optional<SplitPath> Split(const std::string& path, const std::function<std::string(char)>& drive)
 {
-    if (sPath.empty() || sPath.find('\0') != std::string::npos)
+    if (path.empty() || path.find('\0') != std::string::npos)
         return std::nullopt;
-    if (bHasDrive(sPath)) {
-        const std::string sFolder = fnDrive(sPath[0]);
-        if (sFolder.empty())
+    if (HasDrive(path)) {
+        const std::string folder = drive(path[0]);
+        if (folder.empty())
             return std::nullopt;
-        return SplitPath{sFolder, aComponents(std::string_view(sPath).substr(2))};
+        return SplitPath{folder, Components(std::string_view(path).substr(2))};
     }
-    const bool bRooted = kSeparators.find(sPath[0]) != std::string_view::npos;
-    return SplitPath{bRooted ? "/" : "", aComponents(sPath)};
+    const bool rooted = kSeparators.find(path[0]) != std::string_view::npos;
+    return SplitPath{rooted ? "/" : "", Components(path)};
 }
 
-std::optional<std::string> HostPaths::sExisting(const std::string& sPath) const
+std::optional<std::string> HostPaths::Existing(const std::string& path) const
 {
-    const auto objPath = objSplit(sPath, [this](char c) { return sDriveFolder(c); });
-    if (!objPath)
+    const auto split = Split(path, [this](char c) { return DriveFolder(c); });
+    if (!split)
         return std::nullopt;
-    const bool bFolderAsked = bEndsInSeparator(sPath);
-    const std::string sAsItStands = sExact(*objPath);
-    if (bIsThere(sAsItStands))
-        return !bFolderAsked || bIsFolder(sAsItStands) ? std::optional(sAsItStands) : std::nullopt;
-    std::string sHostPath = objPath->sBase;
-    for (const std::string& sName : objPath->aNames) {
-        const std::string sFound = sNameInFolder(m_objNames, sHostPath, sName);
-        if (sFound.empty())
+    const bool folder_asked = bEndsInSeparator(path);
+    const std::string as_it_stands = ExactPath(*split);
+    if (IsThere(as_it_stands))
+        return !folder_asked || IsFolder(as_it_stands) ? std::optional(as_it_stands) : std::nullopt;
+    std::string host_path = split->base;
+    for (const std::string& name : split->names) {
+        const std::string found = NameInFolder(names_, host_path, name);
+        if (found.empty())
             return std::nullopt;
-        AppendName(sHostPath, sFound);
+        AppendName(host_path, found);
     }
     // All names were found on the way, and still nothing is there: the base itself is missing.
-    const bool bFits = bFolderAsked ? bIsFolder(sHostPath) : bIsThere(sHostPath);
-    return bFits ? std::optional(sHostPath) : std::nullopt;
+    const bool fits = folder_asked ? IsFolder(host_path) : IsThere(host_path);
+    return fits ? std::optional(host_path) : std::nullopt;
 }
 
 // The folder as it stands if it is there, else its names one by one: from the first that isn't found on, they
 // stay as they stand.
-static std::string sFolderToWrite(FolderNames& objNames, const SplitPath& objFolder, bool& bFound)
+static std::string FolderToWrite(FolderNames& names, const SplitPath& split, bool& found)
 {
-    std::string sFolder = sExact(objFolder);
-    bFound = objFolder.aNames.empty() || bIsThere(sFolder);
-    if (bFound)
-        return objFolder.aNames.empty() ? objFolder.sBase : sFolder;
-    sFolder = objFolder.sBase;
-    bFound = true;
-    for (const std::string& sName : objFolder.aNames) {
-        const std::string sNameFound = bFound ? sNameInFolder(objNames, sFolder, sName) : "";
-        bFound = !sNameFound.empty();
-        AppendName(sFolder, bFound ? sNameFound : sName);
+    std::string folder = ExactPath(split);
+    found = split.names.empty() || IsThere(folder);
+    if (found)
+        return split.names.empty() ? split.base : folder;
+    folder = split.base;
+    found = true;
+    for (const std::string& name : split.names) {
+        const std::string name_found = found ? NameInFolder(names, folder, name) : "";
+        found = !name_found.empty();
+        AppendName(folder, found ? name_found : name);
     }
-    return sFolder;
+    return folder;
 }
 
-std::optional<std::string> HostPaths::sToWrite(const std::string& sPath) const
+std::optional<std::string> HostPaths::ToWrite(const std::string& path) const
 {
-    auto objPath = objSplit(sPath, [this](char c) { return sDriveFolder(c); });
-    if (!objPath || objPath->aNames.empty())
+    auto split = Split(path, [this](char c) { return DriveFolder(c); });
+    if (!split || split->names.empty())
         return std::nullopt;
-    const std::string sName = std::move(objPath->aNames.back());
-    objPath->aNames.pop_back();
-    if (sName == ".." || sName.find_first_of("*?") != std::string::npos)
+    const std::string name = std::move(split->names.back());
+    split->names.pop_back();
+    if (name == ".." || name.find_first_of("*?") != std::string::npos)
         return std::nullopt;
 
-    bool bFolderFound = false;
-    const std::string sFolder = sFolderToWrite(m_objNames, *objPath, bFolderFound);
-    if (!bFolderFound)
-        return sJoined(sFolder, sName);
-    const bool bAnyCase = bHasDrive(sPath) || sPath.find('\\') != std::string::npos;
-    const std::string sThere = bAnyCase ? sNameInFolder(m_objNames, sFolder, sName) : "";
-    if (!sThere.empty())
-        return sJoined(sFolder, sThere);
-    m_objNames.Add(sFolder.empty() ? "." : sFolder, sName);
-    return sJoined(sFolder, sName);
+    bool folder_found = false;
+    const std::string folder = FolderToWrite(names_, *split, folder_found);
+    if (!folder_found)
+        return Joined(folder, name);
+    const bool any_case = HasDrive(path) || path.find('\\') != std::string::npos;
+    const std::string there = any_case ? NameInFolder(names_, folder, name) : "";
+    if (!there.empty())
+        return Joined(folder, there);
+    names_.Add(folder.empty() ? "." : folder, name);
+    return Joined(folder, name);
 }

@@ -17,21 +17,21 @@ class HostPaths
 public:
     /// The host folder of a drive, given as a capital letter; "" for one that isn't mapped. The environment's
     /// VARNEL_DRIVE_X is asked before.
-    using DriveLookup = std::function<std::string(char cDrive)>;
-    explicit HostPaths(DriveLookup fnDriveFolder = {}) : m_fnDriveFolder(std::move(fnDriveFolder)) {}
+    using DriveLookup = std::function<std::string(char drive)>;
+    explicit HostPaths(DriveLookup drive_folder = {}) : drive_folder_(std::move(drive_folder)) {}
 
     /// The host path of what exists there, a link that leads nowhere included; nothing when there is none.
-    std::optional<std::string> sExisting(const std::string& sPath) const;
+    std::optional<std::string> Existing(const std::string& path) const;
 
     /// The host path at which a file (or, with separators at the end, a folder) of that name is to be made,
     /// whether or not it and its folders exist. A path with a "\" or a drive takes over the case of a file
     /// that is there; one with "/" alone means exactly the name it says. Nothing for a drive that isn't
     /// mapped, an empty name, ".", "..", a NUL, and "*" or "?" in the name.
-    std::optional<std::string> sToWrite(const std::string& sPath) const;
+    std::optional<std::string> ToWrite(const std::string& path) const;
 
 private:
-    std::string sDriveFolder(char cDrive) const;
+    std::string DriveFolder(char drive) const;
 
-    DriveLookup m_fnDriveFolder;
-    mutable FolderNames m_objNames;
+    DriveLookup drive_folder_;
+    mutable FolderNames names_;
 };

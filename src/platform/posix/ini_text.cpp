@@ -7,105 +7,104 @@
 static constexpr std::string_view kBlanks = " \t\r";
 static constexpr std::string_view kMarkUtf8 = "\xEF\xBB\xBF";
 
-std::string sIniTextOf(std::string_view sBytes)
+std::string IniTextOf(std::string_view bytes)
 {
-    if (sBytes.starts_with(kMarkUtf8))
-        sBytes.remove_prefix(kMarkUtf8.size());
-    return bIsUtf8(sBytes) ? std::string(sBytes) : sUtf8FromWindows1252(sBytes);
+    if (bytes.starts_with(kMarkUtf8))
+        bytes.remove_prefix(kMarkUtf8.size());
+    return bIsUtf8(bytes) ? std::string(bytes) : sUtf8FromWindows1252(bytes);
 }
 
-static std::string_view sTrimmed(std::string_view sText)
+static std::string_view Trimmed(std::string_view text)
 {
-    const std::size_t nFirst = sText.find_first_not_of(kBlanks);
-    if (nFirst == std::string_view::npos)
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos)
         return {};
-    return sText.substr(nFirst, sText.find_last_not_of(kBlanks) - nFirst + 1);
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-static bool bInQuotes(std::string_view sValue)
+static bool IsQuoted(std::string_view value)
 {
-    return sValue.size() >= 2 && sValue.front() == sValue.back() &&
-           (sValue.front() == '"' || sValue.front() == '\'');
+    return value.size() >= 2 && value.front() == value.back() &&
+           (value.front() == '"' || value.front() == '\'');
 }
 
 namespace
 {
 /// Where a key stands, or would have to be put.
 struct KeyPlace {
-    bool bSection = false;
-    bool bKey = false;
-    std::size_t nBegin = 0;     ///< of the key's line; without one, where a line for it is to be inserted
-    std::size_t nEnd = 0;       ///< behind the key's line, its line end included
-    std::string_view sValue{};  ///< trimmed
+    bool has_section = false;
+    bool has_key = false;
+    std::size_t begin = 0;     ///< of the key's line; without one, where a line for it is to be inserted
+    std::size_t end = 0;       ///< behind the key's line, its line end included
+    std::string_view value{};  ///< trimmed
 };
 }  // namespace
 
-static KeyPlace FindKey(std::string_view sText, std::string_view sSection, std::string_view sKey)
+static KeyPlace FindKey(std::string_view text, std::string_view section, std::string_view key)
 {
-    KeyPlace objPlace;
-    std::size_t nBegin = 0;
-    while (nBegin < sText.size()) {
-        const std::size_t nLineEnd = sText.find('\n', nBegin);
-        const std::size_t nEnd = nLineEnd == std::string_view::npos ? sText.size() : nLineEnd + 1;
-        const std::string_view sLine = sTrimmed(sText.substr(nBegin, nLineEnd - nBegin));
-        if (sLine.starts_with('[')) {
-            if (objPlace.bSection)
-                return objPlace;
-            objPlace.bSection = bEqualIgnoringCase(sTrimmed(sLine.substr(1, sLine.find(']') - 1)), sSection);
-        } else if (objPlace.bSection && !sLine.starts_with(';')) {
-            const std::size_t nSign = sLine.find('=');
-            if (nSign != std::string_view::npos &&
-                bEqualIgnoringCase(sTrimmed(sLine.substr(0, nSign)), sKey)) {
-                objPlace.bKey = true;
-                objPlace.nBegin = nBegin;
-                objPlace.nEnd = nEnd;
-                objPlace.sValue = sTrimmed(sLine.substr(nSign + 1));
-                return objPlace;
+    KeyPlace place;
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        const std::size_t line_end = text.find('\n', begin);
+        const std::size_t end = line_end == std::string_view::npos ? text.size() : line_end + 1;
+        const std::string_view line = Trimmed(text.substr(begin, line_end - begin));
+        if (line.starts_with('[')) {
+            if (place.has_section)
+                return place;
+            place.has_section = bEqualIgnoringCase(Trimmed(line.substr(1, line.find(']') - 1)), section);
+        } else if (place.has_section && !line.starts_with(';')) {
+            const std::size_t sign = line.find('=');
+            if (sign != std::string_view::npos && bEqualIgnoringCase(Trimmed(line.substr(0, sign)), key)) {
+                place.has_key = true;
+                place.begin = begin;
+                place.end = end;
+                place.value = Trimmed(line.substr(sign + 1));
+                return place;
             }
         }
-        if (objPlace.bSection && !sLine.empty())
-            objPlace.nBegin = objPlace.nEnd = nEnd;
-        nBegin = nEnd;
+        if (place.has_section && !line.empty())
+            place.begin = place.end = end;
+        begin = end;
     }
-    if (!objPlace.bSection)
-        objPlace.nBegin = objPlace.nEnd = sText.size();
-    return objPlace;
+    if (!place.has_section)
+        place.begin = place.end = text.size();
+    return place;
 }
 
-std::optional<std::string> sIniValue(std::string_view sText, std::string_view sSection, std::string_view sKey)
+std::optional<std::string> IniValue(std::string_view text, std::string_view section, std::string_view key)
 {
-    const KeyPlace objPlace = FindKey(sText, sSection, sKey);
-    if (!objPlace.bKey)
+    const KeyPlace place = FindKey(text, section, key);
+    if (!place.has_key)
         return std::nullopt;
-    std::string_view sValue = objPlace.sValue;
-    if (bInQuotes(sValue))
-        sValue = sValue.substr(1, sValue.size() - 2);
-    return std::string(sValue);
+    std::string_view value = place.value;
+    if (IsQuoted(value))
+        value = value.substr(1, value.size() - 2);
+    return std::string(value);
 }
 
 // The value as it is to stand in the file.
-static std::string sStoredValue(std::string_view sValue)
+static std::string StoredValue(std::string_view value)
 {
-    std::string sStored = bIsUtf8(sValue) ? std::string(sValue) : sUtf8FromWindows1252(sValue);
-    for (char& c : sStored)
+    std::string stored = bIsUtf8(value) ? std::string(value) : sUtf8FromWindows1252(value);
+    for (char& c : stored)
         if (c == '\r' || c == '\n')
             c = ' ';
-    return bInQuotes(sTrimmed(sStored)) ? "\"" + sStored + "\"" : sStored;
+    return IsQuoted(Trimmed(stored)) ? "\"" + stored + "\"" : stored;
 }
 
-std::string sIniTextWith(std::string_view sText, std::string_view sSection, std::string_view sKey,
-                         std::string_view sValue)
+std::string IniTextWith(std::string_view text, std::string_view section, std::string_view key,
+                        std::string_view value)
 {
-    const KeyPlace objPlace = FindKey(sText, sSection, sKey);
-    const std::size_t nFirstEnd = sText.find('\n');
-    const bool bCrLf = nFirstEnd != std::string_view::npos && nFirstEnd > 0 && sText[nFirstEnd - 1] == '\r';
-    const std::string sLineEnd = bCrLf ? "\r\n" : "\n";
+    const KeyPlace place = FindKey(text, section, key);
+    const std::size_t first_end = text.find('\n');
+    const bool cr_lf = first_end != std::string_view::npos && first_end > 0 && text[first_end - 1] == '\r';
+    const std::string line_end = cr_lf ? "\r\n" : "\n";
 
-    std::string sResult(sText.substr(0, objPlace.nBegin));
-    if (!sResult.empty() && sResult.back() != '\n')
-        sResult += sLineEnd;
-    if (!objPlace.bSection)
-        sResult.append("[").append(sSection).append("]").append(sLineEnd);
-    sResult.append(sKey).append("=").append(sStoredValue(sValue)).append(sLineEnd);
-    return sResult.append(sText.substr(objPlace.nEnd));
+    std::string result(text.substr(0, place.begin));
+    if (!result.empty() && result.back() != '\n')
+        result += line_end;
+    if (!place.has_section)
+        result.append("[").append(section).append("]").append(line_end);
+    result.append(key).append("=").append(StoredValue(value)).append(line_end);
+    return result.append(text.substr(place.end));
 }

@@ -16,13 +16,13 @@ std::int64_t PosixClock::GetTickCount() const
 
 double PosixClock::dNow() const
 {
-    const std::time_t nNow = std::time(nullptr);
-    std::tm objLocal{};
-    localtime_r(&nNow, &objLocal);
-    return kDaysToUnixEpoch + static_cast<double>(nNow + objLocal.tm_gmtoff) / 86400;
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    return kDaysToUnixEpoch + static_cast<double>(now + local.tm_gmtoff) / 86400;
 }
 
-void PosixClock::Sleep(std::int32_t lMilliseconds)
+void PosixClock::Sleep(std::int32_t milliseconds)
 {
-    std::this_thread::sleep_for(std::chrono::milliseconds(lMilliseconds));
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }

@@ -9,5 +9,5 @@ class PosixClock : public Clock
 public:
     std::int64_t GetTickCount() const override;
     double dNow() const override;
-    void Sleep(std::int32_t lMilliseconds) override;
+    void Sleep(std::int32_t milliseconds) override;
 };

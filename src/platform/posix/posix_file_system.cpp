@@ -18,201 +18,200 @@
 #include "src/platform/posix/replacing_file.h"
 #include "src/platform/posix/text_files.h"
 
-std::optional<std::string> PosixFileSystem::sHostPathOfExisting(const std::string& sPath) const
+std::optional<std::string> PosixFileSystem::sHostPathOfExisting(const std::string& path) const
 {
-    return m_objPaths.sExisting(sPath);
+    return paths_.Existing(path);
 }
 
-std::optional<std::string> PosixFileSystem::sHostPathToWrite(const std::string& sPath) const
+std::optional<std::string> PosixFileSystem::sHostPathToWrite(const std::string& path) const
 {
-    return bEndsInSeparator(sPath) ? std::nullopt : m_objPaths.sToWrite(sPath);
+    return bEndsInSeparator(path) ? std::nullopt : paths_.ToWrite(path);
 }
 
 // The kind of what a host path leads to, links followed; 0 when there is nothing.
-static mode_t nModeOf(const std::optional<std::string>& sHostPath)
+static mode_t ModeOf(const std::optional<std::string>& host_path)
 {
-    struct stat objStat {
+    struct stat status {
     };
-    return sHostPath && stat(sHostPath->c_str(), &objStat) == 0 ? objStat.st_mode : 0;
+    return host_path && stat(host_path->c_str(), &status) == 0 ? status.st_mode : 0;
 }
 
-bool PosixFileSystem::FolderExists(const std::string& sPath) const
+bool PosixFileSystem::FolderExists(const std::string& path) const
 {
-    return S_ISDIR(nModeOf(m_objPaths.sExisting(sPath)));
+    return S_ISDIR(ModeOf(paths_.Existing(path)));
 }
 
-bool PosixFileSystem::FileExists(const std::string& sPath) const
+bool PosixFileSystem::FileExists(const std::string& path) const
 {
-    return S_ISREG(nModeOf(m_objPaths.sExisting(sPath)));
+    return S_ISREG(ModeOf(paths_.Existing(path)));
 }
 
-bool PosixFileSystem::CreateFolder(const std::string& sPath)
+bool PosixFileSystem::CreateFolder(const std::string& path)
 {
-    const std::optional<std::string> sHostPath = m_objPaths.sToWrite(sPath);
-    return sHostPath && mkdir(sHostPath->c_str(), 0777) == 0;
+    const std::optional<std::string> host_path = paths_.ToWrite(path);
+    return host_path && mkdir(host_path->c_str(), 0777) == 0;
 }
 
-bool PosixFileSystem::ListFolder(const std::string& sFolder, FolderListing& objListing) const
+bool PosixFileSystem::ListFolder(const std::string& folder, FolderListing& listing) const
 {
-    const std::optional<std::string> sHostPath = m_objPaths.sExisting(sFolder);
-    const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(sHostPath ? opendir(sHostPath->c_str()) : nullptr,
-                                                      &closedir);
-    if (!pFolder)
+    const std::optional<std::string> host_path = paths_.Existing(folder);
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(host_path ? opendir(host_path->c_str()) : nullptr,
+                                                        &closedir);
+    if (!directory)
         return false;
-    objListing = {};
-    while (const dirent* pEntry = readdir(pFolder.get())) {
-        std::string sName = pEntry->d_name;
-        if (sName == "." || sName == ".." || sName.find('\\') != std::string::npos)
+    listing = {};
+    while (const dirent* entry = readdir(directory.get())) {
+        std::string name = entry->d_name;
+        if (name == "." || name == ".." || name.find('\\') != std::string::npos)
             continue;
-        mode_t nMode = pEntry->d_type == DT_REG ? S_IFREG : pEntry->d_type == DT_DIR ? S_IFDIR : 0;
-        struct stat objStat {
+        mode_t mode = entry->d_type == DT_REG ? S_IFREG : entry->d_type == DT_DIR ? S_IFDIR : 0;
+        struct stat status {
         };
-        if (nMode == 0 && fstatat(dirfd(pFolder.get()), pEntry->d_name, &objStat, 0) == 0)
-            nMode = objStat.st_mode;
-        if (S_ISREG(nMode)) {
-            objListing.aFiles.push_back(std::move(sName));
-        } else if (S_ISDIR(nMode)) {
+        if (mode == 0 && fstatat(dirfd(directory.get()), entry->d_name, &status, 0) == 0)
+            mode = status.st_mode;
+        if (S_ISREG(mode)) {
+            listing.aFiles.push_back(std::move(name));
+        } else if (S_ISDIR(mode)) {
             // Where the file system tells no types, any folder may be a link.
-            if (pEntry->d_type != DT_DIR)
-                objListing.aLinks.insert(sName);
-            objListing.aSubfolders.push_back(std::move(sName));
+            if (entry->d_type != DT_DIR)
+                listing.aLinks.insert(name);
+            listing.aSubfolders.push_back(std::move(name));
         }
     }
-    std::sort(objListing.aFiles.begin(), objListing.aFiles.end());
-    std::sort(objListing.aSubfolders.begin(), objListing.aSubfolders.end());
+    std::sort(listing.aFiles.begin(), listing.aFiles.end());
+    std::sort(listing.aSubfolders.begin(), listing.aSubfolders.end());
     return true;
 }
 
-std::string PosixFileSystem::sRealPath(const std::string& sPath) const
+std::string PosixFileSystem::sRealPath(const std::string& path) const
 {
-    const std::optional<std::string> sHostPath = m_objPaths.sExisting(sPath);
-    const std::unique_ptr<char, void (*)(void*)> sReal(
-        sHostPath ? realpath(sHostPath->c_str(), nullptr) : nullptr, &std::free);
-    return sReal ? sReal.get() : "";
+    const std::optional<std::string> host_path = paths_.Existing(path);
+    const std::unique_ptr<char, void (*)(void*)> real(
+        host_path ? realpath(host_path->c_str(), nullptr) : nullptr, &std::free);
+    return real ? real.get() : "";
 }
 
-// Reads on to the end, handing every block to fnTake. False, with errno set, when a read fails.
+// Reads on to the end, handing every block to take. False, with errno set, when a read fails.
 template <typename Take>
-static bool bReadAll(int nDescriptor, Take fnTake)
+static bool ReadAll(int descriptor, Take take)
 {
-    std::string sBlock(256 * 1024, '\0');
+    std::string block(256 * 1024, '\0');
     while (true) {
-        const ssize_t nRead = read(nDescriptor, sBlock.data(), sBlock.size());
-        if (nRead == 0)
+        const ssize_t got = read(descriptor, block.data(), block.size());
+        if (got == 0)
             return true;
-        if (nRead > 0)
-            fnTake(std::string_view(sBlock).substr(0, static_cast<std::size_t>(nRead)));
+        if (got > 0)
+            take(std::string_view(block).substr(0, static_cast<std::size_t>(got)));
         else if (errno != EINTR)
             return false;
     }
 }
 
-bool PosixFileSystem::CopyFile(const std::string& sSource, const std::string& sTarget)
+bool PosixFileSystem::CopyFile(const std::string& source_path, const std::string& target_path)
 {
-    const std::optional<std::string> sFrom = m_objPaths.sExisting(sSource);
-    const std::optional<std::string> sTo = sHostPathToWrite(sTarget);
-    if (!sFrom || !sTo)
+    const std::optional<std::string> from = paths_.Existing(source_path);
+    const std::optional<std::string> to = sHostPathToWrite(target_path);
+    if (!from || !to)
         return false;
-    const Descriptor objSource = OpenRegularFile(*sFrom, O_RDONLY);
-    struct stat objStat {
+    const Descriptor source = OpenRegularFile(*from, O_RDONLY);
+    struct stat status {
     };
-    if (!objSource || fstat(objSource.nNumber(), &objStat) != 0)
+    if (!source || fstat(source.Number(), &status) != 0)
         return false;
-    ReplacingFile objTarget(*sTo, objStat.st_mode & 0777);
-    return !objTarget.bFailed() &&
-           bReadAll(objSource.nNumber(), [&](std::string_view sBytes) { objTarget.Write(sBytes); }) &&
-           objTarget.Commit();
+    ReplacingFile target(*to, status.st_mode & 0777);
+    return !target.Failed() &&
+           ReadAll(source.Number(), [&](std::string_view bytes) { target.Write(bytes); }) && target.Commit();
 }
 
-bool PosixFileSystem::DeleteFile(const std::string& sPath)
+bool PosixFileSystem::DeleteFile(const std::string& path)
 {
-    const std::optional<std::string> sHostPath = m_objPaths.sExisting(sPath);
-    return S_ISREG(nModeOf(sHostPath)) && unlink(sHostPath->c_str()) == 0;
+    const std::optional<std::string> host_path = paths_.Existing(path);
+    return S_ISREG(ModeOf(host_path)) && unlink(host_path->c_str()) == 0;
 }
 
-bool PosixFileSystem::ClearReadOnly(const std::string& sPath)
+bool PosixFileSystem::ClearReadOnly(const std::string& path)
 {
-    const std::optional<std::string> sHostPath = m_objPaths.sExisting(sPath);
-    const mode_t nMode = nModeOf(sHostPath);
-    if (!S_ISREG(nMode))
+    const std::optional<std::string> host_path = paths_.Existing(path);
+    const mode_t mode = ModeOf(host_path);
+    if (!S_ISREG(mode))
         return false;
     // Somebody else's file may be writable to us all the same.
-    return (nMode & S_IWUSR) != 0 || chmod(sHostPath->c_str(), (nMode & 07777) | S_IWUSR) == 0 ||
-           access(sHostPath->c_str(), W_OK) == 0;
+    return (mode & S_IWUSR) != 0 || chmod(host_path->c_str(), (mode & 07777) | S_IWUSR) == 0 ||
+           access(host_path->c_str(), W_OK) == 0;
 }
 
-std::unique_ptr<TextReader> PosixFileSystem::OpenForInput(const std::string& sPath) const
+std::unique_ptr<TextReader> PosixFileSystem::OpenForInput(const std::string& path) const
 {
-    const std::optional<std::string> sHostPath = m_objPaths.sExisting(sPath);
-    if (!sHostPath)
-        throw clsRaisedError(kErrFileNotFound, "File not found: " + sPath);
-    Descriptor objFile = OpenRegularFile(*sHostPath, O_RDONLY);
-    if (!objFile)
-        RaisePathFileAccess(sPath, std::generic_category().message(errno));
-    return std::make_unique<PosixTextReader>(objFile.nRelease(), sPath);
+    const std::optional<std::string> host_path = paths_.Existing(path);
+    if (!host_path)
+        throw clsRaisedError(kErrFileNotFound, "File not found: " + path);
+    Descriptor file = OpenRegularFile(*host_path, O_RDONLY);
+    if (!file)
+        RaisePathFileAccess(path, std::generic_category().message(errno));
+    return std::make_unique<PosixTextReader>(file.Release(), path);
 }
 
-std::unique_ptr<TextWriter> PosixFileSystem::OpenForOutput(const std::string& sPath)
+std::unique_ptr<TextWriter> PosixFileSystem::OpenForOutput(const std::string& path)
 {
-    const std::optional<std::string> sHostPath = sHostPathToWrite(sPath);
-    if (!sHostPath)
-        RaisePathFileAccess(sPath, "not a name for a file");
-    return std::make_unique<PosixTextWriter>(*sHostPath, sPath);
+    const std::optional<std::string> host_path = sHostPathToWrite(path);
+    if (!host_path)
+        RaisePathFileAccess(path, "not a name for a file");
+    return std::make_unique<PosixTextWriter>(*host_path, path);
 }
 
 // Appends all of it in one write, so that what several processes append stays whole. False, with errno set,
 // on failure; what was written of it is then taken back, unless somebody has appended behind it.
-static bool bAppend(int nDescriptor, std::string_view sBytes)
+static bool Append(int descriptor, std::string_view bytes)
 {
-    ssize_t nWritten = 0;
+    ssize_t written = 0;
     do
-        nWritten = write(nDescriptor, sBytes.data(), sBytes.size());
-    while (nWritten < 0 && errno == EINTR);
-    if (nWritten == static_cast<ssize_t>(sBytes.size()))
+        written = write(descriptor, bytes.data(), bytes.size());
+    while (written < 0 && errno == EINTR);
+    if (written == static_cast<ssize_t>(bytes.size()))
         return true;
-    if (nWritten >= 0) {
-        const off_t nEnd = lseek(nDescriptor, 0, SEEK_CUR);
-        struct stat objStat {
+    if (written >= 0) {
+        const off_t end = lseek(descriptor, 0, SEEK_CUR);
+        struct stat status {
         };
-        if (nWritten > 0 && fstat(nDescriptor, &objStat) == 0 && S_ISREG(objStat.st_mode) &&
-            objStat.st_size == nEnd)
-            (void)!ftruncate(nDescriptor, nEnd - nWritten);
+        if (written > 0 && fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+            status.st_size == end)
+            (void)!ftruncate(descriptor, end - written);
         errno = ENOSPC;
     }
     return false;
 }
 
-void PosixFileSystem::AppendLine(const std::string& sPath, const std::string& sLine)
+void PosixFileSystem::AppendLine(const std::string& path, const std::string& line)
 {
-    const std::optional<std::string> sHostPath = sHostPathToWrite(sPath);
-    if (!sHostPath)
-        RaisePathFileAccess(sPath, "not a name for a file");
+    const std::optional<std::string> host_path = sHostPathToWrite(path);
+    if (!host_path)
+        RaisePathFileAccess(path, "not a name for a file");
     // A pipe that nobody reads must not make the program wait.
-    const Descriptor objFile(
-        open(sHostPath->c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666));
-    if (!objFile || !bAppend(objFile.nNumber(), sLine + "\n"))
-        RaisePathFileAccess(sPath, std::generic_category().message(errno));
+    const Descriptor file(
+        open(host_path->c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666));
+    if (!file || !Append(file.Number(), line + "\n"))
+        RaisePathFileAccess(path, std::generic_category().message(errno));
 }
 
-std::optional<std::string> PosixFileSystem::sReadBytes(const std::string& sPath) const
+std::optional<std::string> PosixFileSystem::sReadBytes(const std::string& path) const
 {
-    const std::optional<std::string> sHostPath = m_objPaths.sExisting(sPath);
-    const Descriptor objFile = sHostPath ? OpenRegularFile(*sHostPath, O_RDONLY) : Descriptor();
-    if (!objFile)
+    const std::optional<std::string> host_path = paths_.Existing(path);
+    const Descriptor file = host_path ? OpenRegularFile(*host_path, O_RDONLY) : Descriptor();
+    if (!file)
         return std::nullopt;
     try {
-        std::string sBytes;
-        if (!bReadAll(objFile.nNumber(), [&](std::string_view sBlock) { sBytes += sBlock; }))
+        std::string bytes;
+        if (!ReadAll(file.Number(), [&](std::string_view block) { bytes += block; }))
             return std::nullopt;
-        return sBytes;
+        return bytes;
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }
 }
 
-bool PosixFileSystem::AppendBytes(const std::string& sPath, const std::string& sBytes)
+bool PosixFileSystem::AppendBytes(const std::string& path, const std::string& bytes)
 {
-    const std::optional<std::string> sHostPath = m_objPaths.sExisting(sPath);
-    const Descriptor objFile = sHostPath ? OpenRegularFile(*sHostPath, O_WRONLY | O_APPEND) : Descriptor();
-    return objFile && bAppend(objFile.nNumber(), sBytes);
+    const std::optional<std::string> host_path = paths_.Existing(path);
+    const Descriptor file = host_path ? OpenRegularFile(*host_path, O_WRONLY | O_APPEND) : Descriptor();
+    return file && Append(file.Number(), bytes);
 }

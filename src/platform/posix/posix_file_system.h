@@ -14,26 +14,24 @@
 class PosixFileSystem : public FileSystem
 {
 public:
-    explicit PosixFileSystem(HostPaths::DriveLookup fnDriveFolder = {}) : m_objPaths(std::move(fnDriveFolder))
-    {
-    }
+    explicit PosixFileSystem(HostPaths::DriveLookup drive_folder = {}) : paths_(std::move(drive_folder)) {}
 
-    std::optional<std::string> sHostPathOfExisting(const std::string& sPath) const override;
-    std::optional<std::string> sHostPathToWrite(const std::string& sPath) const override;
-    bool FolderExists(const std::string& sPath) const override;
-    bool FileExists(const std::string& sPath) const override;
-    bool CreateFolder(const std::string& sPath) override;
-    bool ListFolder(const std::string& sFolder, FolderListing& objListing) const override;
-    std::string sRealPath(const std::string& sPath) const override;
-    bool CopyFile(const std::string& sSource, const std::string& sTarget) override;
-    bool DeleteFile(const std::string& sPath) override;
-    bool ClearReadOnly(const std::string& sPath) override;
-    std::unique_ptr<TextReader> OpenForInput(const std::string& sPath) const override;
-    std::unique_ptr<TextWriter> OpenForOutput(const std::string& sPath) override;
-    void AppendLine(const std::string& sPath, const std::string& sLine) override;
-    std::optional<std::string> sReadBytes(const std::string& sPath) const override;
-    bool AppendBytes(const std::string& sPath, const std::string& sBytes) override;
+    std::optional<std::string> sHostPathOfExisting(const std::string& path) const override;
+    std::optional<std::string> sHostPathToWrite(const std::string& path) const override;
+    bool FolderExists(const std::string& path) const override;
+    bool FileExists(const std::string& path) const override;
+    bool CreateFolder(const std::string& path) override;
+    bool ListFolder(const std::string& folder, FolderListing& listing) const override;
+    std::string sRealPath(const std::string& path) const override;
+    bool CopyFile(const std::string& source, const std::string& target) override;
+    bool DeleteFile(const std::string& path) override;
+    bool ClearReadOnly(const std::string& path) override;
+    std::unique_ptr<TextReader> OpenForInput(const std::string& path) const override;
+    std::unique_ptr<TextWriter> OpenForOutput(const std::string& path) override;
+    void AppendLine(const std::string& path, const std::string& line) override;
+    std::optional<std::string> sReadBytes(const std::string& path) const override;
+    bool AppendBytes(const std::string& path, const std::string& bytes) override;
 
 private:
-    HostPaths m_objPaths;
+    HostPaths paths_;
 };

@@ -18,112 +18,111 @@
 // A settings file takes a few kilobytes; what is larger than this is something else.
 static constexpr off_t kLargestFile = 16 * 1024 * 1024;
 
-std::optional<std::string> PosixIniFile::sRead(const std::string& sIniFile) const
+std::optional<std::string> PosixIniFile::ReadText(const std::string& ini_file) const
 {
-    const Descriptor objFile = OpenRegularFile(sIniFile, O_RDONLY);
-    if (!objFile)
+    const Descriptor file = OpenRegularFile(ini_file, O_RDONLY);
+    if (!file)
         return errno == ENOENT ? std::optional(std::string()) : std::nullopt;
-    struct stat objStat {
+    struct stat status {
     };
-    if (fstat(objFile.nNumber(), &objStat) != 0 || objStat.st_size > kLargestFile)
+    if (fstat(file.Number(), &status) != 0 || status.st_size > kLargestFile)
         return std::nullopt;
-    std::string sBytes(static_cast<std::size_t>(objStat.st_size), '\0');
-    std::size_t nDone = 0;
-    while (nDone < sBytes.size()) {
-        const ssize_t nRead = read(objFile.nNumber(), sBytes.data() + nDone, sBytes.size() - nDone);
-        if (nRead < 0 && errno == EINTR)
+    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got = read(file.Number(), bytes.data() + done, bytes.size() - done);
+        if (got < 0 && errno == EINTR)
             continue;
-        if (nRead < 0)
+        if (got < 0)
             return std::nullopt;
-        if (nRead == 0)
+        if (got == 0)
             break;
-        nDone += static_cast<std::size_t>(nRead);
+        done += static_cast<std::size_t>(got);
     }
-    sBytes.resize(nDone);
-    return sIniTextOf(sBytes);
+    bytes.resize(done);
+    return IniTextOf(bytes);
 }
 
-static bool bSameFile(const struct stat& objLeft, const struct stat& objRight)
+static bool IsSameFile(const struct stat& left, const struct stat& right)
 {
-    return objLeft.st_dev == objRight.st_dev && objLeft.st_ino == objRight.st_ino &&
-           objLeft.st_size == objRight.st_size && objLeft.st_mtim.tv_sec == objRight.st_mtim.tv_sec &&
-           objLeft.st_mtim.tv_nsec == objRight.st_mtim.tv_nsec;
+    return left.st_dev == right.st_dev && left.st_ino == right.st_ino && left.st_size == right.st_size &&
+           left.st_mtim.tv_sec == right.st_mtim.tv_sec && left.st_mtim.tv_nsec == right.st_mtim.tv_nsec;
 }
 
-const std::string& PosixIniFile::sText(const std::string& sIniFile) const
+const std::string& PosixIniFile::Text(const std::string& ini_file) const
 {
-    struct stat objStat {
+    struct stat status {
     };
-    const bool bThere = stat(sIniFile.c_str(), &objStat) == 0;
-    if (!bThere || sIniFile != m_sKeptFile || !bSameFile(objStat, m_objKept)) {
-        m_sKeptText = bThere ? sRead(sIniFile).value_or("") : "";
-        m_sKeptFile = sIniFile;
-        m_objKept = objStat;
+    const bool exists = stat(ini_file.c_str(), &status) == 0;
+    if (!exists || ini_file != kept_file_ || !IsSameFile(status, kept_)) {
+        kept_text_ = exists ? ReadText(ini_file).value_or("") : "";
+        kept_file_ = ini_file;
+        kept_ = status;
     }
-    return m_sKeptText;
+    return kept_text_;
 }
 
-std::string PosixIniFile::GetPrivateProfileString(const std::string& sSection, const std::string& sKey,
-                                                  const std::string& sDefault, std::int32_t lBufferSize,
-                                                  const std::string& sIniFile) const
+std::string PosixIniFile::GetPrivateProfileString(const std::string& section, const std::string& key,
+                                                  const std::string& fallback, std::int32_t buffer_size,
+                                                  const std::string& ini_file) const
 {
-    std::string sValue = sIniValue(sText(sIniFile), sSection, sKey).value_or(sDefault);
-    sValue.resize(nWholeCharacters(sValue, static_cast<std::size_t>(std::max(lBufferSize - 1, 0))));
-    return sValue;
+    std::string value = IniValue(Text(ini_file), section, key).value_or(fallback);
+    value.resize(nWholeCharacters(value, static_cast<std::size_t>(std::max(buffer_size - 1, 0))));
+    return value;
 }
 
-std::int32_t PosixIniFile::GetPrivateProfileInt(const std::string& sSection, const std::string& sKey,
-                                                std::int32_t lDefault, const std::string& sIniFile) const
+std::int32_t PosixIniFile::GetPrivateProfileInt(const std::string& section, const std::string& key,
+                                                std::int32_t fallback, const std::string& ini_file) const
 {
-    const std::optional<std::string> sValue = sIniValue(sText(sIniFile), sSection, sKey);
-    return sValue ? lLeadingNumber(*sValue) : lDefault;
+    const std::optional<std::string> value = IniValue(Text(ini_file), section, key);
+    return value ? lLeadingNumber(*value) : fallback;
 }
 
 // In a folder that several users share, one of them could put a link where the file is to be, and have
 // another one write over a file of his own. So a link is followed only if the user, or the system, has made
 // it.
-static bool bIsForeignLink(const std::string& sIniFile)
+static bool IsForeignLink(const std::string& ini_file)
 {
-    struct stat objStat {
+    struct stat status {
     };
-    return lstat(sIniFile.c_str(), &objStat) == 0 && S_ISLNK(objStat.st_mode) &&
-           objStat.st_uid != geteuid() && objStat.st_uid != 0;
+    return lstat(ini_file.c_str(), &status) == 0 && S_ISLNK(status.st_mode) && status.st_uid != geteuid() &&
+           status.st_uid != 0;
 }
 
 // A new file is for those whom the folder is for: in one that a group shares, the group shares the file.
-static void ShareAsTheFolder(const std::string& sIniFile, int nFolder)
+static void ShareAsTheFolder(const std::string& ini_file, int folder)
 {
-    struct stat objStat {
+    struct stat status {
     };
-    if (fstat(nFolder, &objStat) == 0)
-        (void)!chmod(sIniFile.c_str(), 0600 | (objStat.st_mode & 0066));
+    if (fstat(folder, &status) == 0)
+        (void)!chmod(ini_file.c_str(), 0600 | (status.st_mode & 0066));
 }
 
-bool PosixIniFile::WritePrivateProfileString(const std::string& sSection, const std::string& sKey,
-                                             const std::string& sValue, const std::string& sIniFile)
+bool PosixIniFile::WritePrivateProfileString(const std::string& section, const std::string& key,
+                                             const std::string& value, const std::string& ini_file)
 {
-    const std::string sFolder = sHostFolderOf(sIniFile);
-    std::error_code objIgnored;  // opening the folder tells
-    std::filesystem::create_directories(sFolder, objIgnored);
-    const Descriptor objFolder(open(sFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!objFolder || bIsForeignLink(sIniFile))
+    const std::string folder_path = HostFolderOf(ini_file);
+    std::error_code ignored;  // opening the folder tells
+    std::filesystem::create_directories(folder_path, ignored);
+    const Descriptor folder(open(folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder || IsForeignLink(ini_file))
         return false;
     // The lock goes with the descriptor. On a file system that has no locks it must do without.
-    while (flock(objFolder.nNumber(), LOCK_EX) != 0 && errno == EINTR)
+    while (flock(folder.Number(), LOCK_EX) != 0 && errno == EINTR)
         continue;
 
-    const std::optional<std::string> sOld = sRead(sIniFile);
-    if (!sOld)
+    const std::optional<std::string> old_text = ReadText(ini_file);
+    if (!old_text)
         return false;
-    const bool bNew = access(sIniFile.c_str(), F_OK) != 0;
-    const std::string sNew = sIniTextWith(*sOld, sSection, sKey, sValue);
-    if (!bNew && sNew == *sOld)
+    const bool is_new = access(ini_file.c_str(), F_OK) != 0;
+    const std::string new_text = IniTextWith(*old_text, section, key, value);
+    if (!is_new && new_text == *old_text)
         return true;
-    ReplacingFile objFile(sIniFile);
-    objFile.Write(sNew);
-    if (!objFile.Commit())
+    ReplacingFile file(ini_file);
+    file.Write(new_text);
+    if (!file.Commit())
         return false;
-    if (bNew)
-        ShareAsTheFolder(sIniFile, objFolder.nNumber());
+    if (is_new)
+        ShareAsTheFolder(ini_file, folder.Number());
     return true;
 }

@@ -10,28 +10,28 @@
 
 #include "src/platform/ini_file.h"
 
-/// sIniFile is a host path. What was read is kept until the file changes, so that reading a hundred keys
+/// ini_file is a host path. What was read is kept until the file changes, so that reading a hundred keys
 /// costs one reading. A write locks the file's folder, reads the file afresh and replaces it, so that of two
 /// processes neither loses what the other wrote.
 class PosixIniFile : public IniFile
 {
 public:
-    std::string GetPrivateProfileString(const std::string& sSection, const std::string& sKey,
-                                        const std::string& sDefault, std::int32_t lBufferSize,
-                                        const std::string& sIniFile) const override;
-    std::int32_t GetPrivateProfileInt(const std::string& sSection, const std::string& sKey,
-                                      std::int32_t lDefault, const std::string& sIniFile) const override;
-    bool WritePrivateProfileString(const std::string& sSection, const std::string& sKey,
-                                   const std::string& sValue, const std::string& sIniFile) override;
+    std::string GetPrivateProfileString(const std::string& section, const std::string& key,
+                                        const std::string& fallback, std::int32_t buffer_size,
+                                        const std::string& ini_file) const override;
+    std::int32_t GetPrivateProfileInt(const std::string& section, const std::string& key,
+                                      std::int32_t fallback, const std::string& ini_file) const override;
+    bool WritePrivateProfileString(const std::string& section, const std::string& key,
+                                   const std::string& value, const std::string& ini_file) override;
 
 private:
     /// Nothing for a file that can't be read; an empty text for one that isn't there.
-    std::optional<std::string> sRead(const std::string& sIniFile) const;
+    std::optional<std::string> ReadText(const std::string& ini_file) const;
     /// The text of the file, read again if it has changed; "" if it can't be read.
-    const std::string& sText(const std::string& sIniFile) const;
+    const std::string& Text(const std::string& ini_file) const;
 
-    mutable std::string m_sKeptFile;  ///< the path whose text is kept
-    mutable struct stat m_objKept {
+    mutable std::string kept_file_;  ///< the path whose text is kept
+    mutable struct stat kept_ {
     };
-    mutable std::string m_sKeptText;
+    mutable std::string kept_text_;
 };

@@ -8,10 +8,10 @@
 namespace
 {
 struct LocaleRow {
-    std::string_view sLanguage;
-    std::string_view sCountry;
-    std::int32_t lLCID;
-    char cDecimalSign;
+    std::string_view language;
+    std::string_view country;
+    std::int32_t lcid;
+    char decimal_sign;
 };
 }  // namespace
 
@@ -65,47 +65,47 @@ static constexpr std::int32_t kSerbianLatin = 9242;
 static constexpr std::int32_t kValencian = 2051;
 
 // What the environment says for a category: the first of the three that is set and not empty.
-static std::string sLocaleName(const char* sCategory)
+static std::string LocaleName(const char* category)
 {
-    for (const char* sVariable : {"LC_ALL", sCategory, "LANG"}) {
-        const char* sValue = std::getenv(sVariable);
-        if (sValue && *sValue != '\0')
-            return sValue;
+    for (const char* variable : {"LC_ALL", category, "LANG"}) {
+        const char* value = std::getenv(variable);
+        if (value && *value != '\0')
+            return value;
     }
     return "C";
 }
 
 // A name is "language_COUNTRY.encoding@modifier", of which all but the language may be missing.
-static const LocaleRow& RowOf(std::string_view sName)
+static const LocaleRow& RowOf(std::string_view name)
 {
-    sName = sName.substr(0, sName.find_first_of(".@"));
-    const std::size_t nCut = sName.find('_');
-    const std::string_view sLanguage = sName.substr(0, nCut);
-    const std::string_view sCountry = nCut == std::string_view::npos ? "" : sName.substr(nCut + 1);
-    const LocaleRow* pLanguage = nullptr;
-    for (const LocaleRow& objRow : kLocales) {
-        if (objRow.sLanguage != sLanguage)
+    name = name.substr(0, name.find_first_of(".@"));
+    const std::size_t cut = name.find('_');
+    const std::string_view language = name.substr(0, cut);
+    const std::string_view country = cut == std::string_view::npos ? "" : name.substr(cut + 1);
+    const LocaleRow* best = nullptr;
+    for (const LocaleRow& row : kLocales) {
+        if (row.language != language)
             continue;
-        if (objRow.sCountry == sCountry)
-            return objRow;
-        if (!pLanguage)
-            pLanguage = &objRow;
+        if (row.country == country)
+            return row;
+        if (!best)
+            best = &row;
     }
-    return pLanguage ? *pLanguage : kAmerican;
+    return best ? *best : kAmerican;
 }
 
 std::int32_t PosixLocale::GetUserDefaultLCID() const
 {
-    const std::string sName = sLocaleName("LC_MESSAGES");
-    const LocaleRow& objRow = RowOf(sName);
-    if (objRow.sLanguage == "sr" && sName.ends_with("@latin"))
+    const std::string name = LocaleName("LC_MESSAGES");
+    const LocaleRow& row = RowOf(name);
+    if (row.language == "sr" && name.ends_with("@latin"))
         return kSerbianLatin;
-    if (objRow.sLanguage == "ca" && sName.ends_with("@valencia"))
+    if (row.language == "ca" && name.ends_with("@valencia"))
         return kValencian;
-    return objRow.lLCID;
+    return row.lcid;
 }
 
 char PosixLocale::cDecimalSign() const
 {
-    return RowOf(sLocaleName("LC_NUMERIC")).cDecimalSign;
+    return RowOf(LocaleName("LC_NUMERIC")).decimal_sign;
 }

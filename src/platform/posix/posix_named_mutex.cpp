@@ -6,70 +6,70 @@
 #include <algorithm>
 #include <cerrno>
 
-static std::string sFileName(const std::string& sName)
+static std::string FileName(const std::string& name)
 {
-    std::string sResult = "varnel-" + sName.substr(0, 100) + ".lock";
-    std::replace(sResult.begin(), sResult.end(), '/', '_');
-    return sResult;
+    std::string result = "varnel-" + name.substr(0, 100) + ".lock";
+    std::replace(result.begin(), result.end(), '/', '_');
+    return result;
 }
 
 // An existing file is opened without O_CREAT, since systems refuse O_CREAT on another user's file in such
 // folders. The mode is set apart from the mask, for the other users.
-static Descriptor OpenLockFile(const std::string& sPath)
+static Descriptor OpenLockFile(const std::string& path)
 {
     constexpr int kAttempts = 100;  // another process may make or remove the file between the two steps
     for (int n = 0; n < kAttempts; ++n) {
-        Descriptor objFile = OpenRegularFile(sPath, O_RDONLY | O_NOFOLLOW);
-        if (objFile || errno != ENOENT)
-            return objFile;
-        objFile = OpenRegularFile(sPath, O_RDONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
-        if (objFile)
-            (void)!fchmod(objFile.nNumber(), 0666);
-        if (objFile || errno != EEXIST)
-            return objFile;
+        Descriptor file = OpenRegularFile(path, O_RDONLY | O_NOFOLLOW);
+        if (file || errno != ENOENT)
+            return file;
+        file = OpenRegularFile(path, O_RDONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
+        if (file)
+            (void)!fchmod(file.Number(), 0666);
+        if (file || errno != EEXIST)
+            return file;
     }
     return Descriptor();
 }
 
-static bool bStillUnderItsName(const Descriptor& objFile, const std::string& sPath)
+static bool HasItsName(const Descriptor& file, const std::string& path)
 {
-    struct stat objHeld {
-    }, objNamed{};
-    return fstat(objFile.nNumber(), &objHeld) == 0 && lstat(sPath.c_str(), &objNamed) == 0 &&
-           objHeld.st_dev == objNamed.st_dev && objHeld.st_ino == objNamed.st_ino;
+    struct stat held {
+    }, named{};
+    return fstat(file.Number(), &held) == 0 && lstat(path.c_str(), &named) == 0 &&
+           held.st_dev == named.st_dev && held.st_ino == named.st_ino;
 }
 
-static Descriptor LockInFolder(const std::string& sFolder, const std::string& sName)
+static Descriptor LockInFolder(const std::string& folder, const std::string& name)
 {
-    const std::string sPath = sFolder + "/" + sFileName(sName);
+    const std::string path = folder + "/" + FileName(name);
     while (true) {
-        Descriptor objFile = OpenLockFile(sPath);
-        if (!objFile)
-            return objFile;
-        while (flock(objFile.nNumber(), LOCK_EX) != 0)
+        Descriptor file = OpenLockFile(path);
+        if (!file)
+            return file;
+        while (flock(file.Number(), LOCK_EX) != 0)
             if (errno != EINTR)
                 return Descriptor();
         // A cleaner may have removed the file while we waited; the others meet at the new one.
-        if (bStillUnderItsName(objFile, sPath))
-            return objFile;
+        if (HasItsName(file, path))
+            return file;
     }
 }
 
-void PosixNamedMutex::Acquire(const std::string& sName)
+void PosixNamedMutex::Acquire(const std::string& name)
 {
-    Held& objHeld = m_aHeld[sName];
-    if (++objHeld.nTimes > 1)
+    Held& held = held_[name];
+    if (++held.times > 1)
         return;
-    for (const std::string& sFolder : m_aFolders) {
-        objHeld.objFile = LockInFolder(sFolder, sName);
-        if (objHeld.objFile)
+    for (const std::string& folder : folders_) {
+        held.file = LockInFolder(folder, name);
+        if (held.file)
             return;
     }
 }
 
-void PosixNamedMutex::Release(const std::string& sName)
+void PosixNamedMutex::Release(const std::string& name)
 {
-    const auto itHeld = m_aHeld.find(sName);
-    if (itHeld != m_aHeld.end() && --itHeld->second.nTimes == 0)
-        m_aHeld.erase(itHeld);
+    const auto held = held_.find(name);
+    if (held != held_.end() && --held->second.times == 0)
+        held_.erase(held);
 }

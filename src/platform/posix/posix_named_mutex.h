@@ -16,19 +16,19 @@
 class PosixNamedMutex : public NamedMutex
 {
 public:
-    explicit PosixNamedMutex(std::vector<std::string> aFolders = {"/run/lock", "/var/lock", "/tmp"})
-        : m_aFolders(std::move(aFolders))
+    explicit PosixNamedMutex(std::vector<std::string> folders = {"/run/lock", "/var/lock", "/tmp"})
+        : folders_(std::move(folders))
     {
     }
 
-    void Acquire(const std::string& sName) override;
-    void Release(const std::string& sName) override;
+    void Acquire(const std::string& name) override;
+    void Release(const std::string& name) override;
 
 private:
     struct Held {
-        int nTimes = 0;
-        Descriptor objFile;  ///< holds nothing where no lock could be made
+        int times = 0;
+        Descriptor file;  ///< holds nothing where no lock could be made
     };
-    std::vector<std::string> m_aFolders;
-    std::map<std::string, Held> m_aHeld;
+    std::vector<std::string> folders_;
+    std::map<std::string, Held> held_;
 };

@@ -17,33 +17,33 @@
 // The program doesn't learn its own path: it sees its arguments from the second word on.
 static constexpr char kArgument0[] = "Dummy.exe";
 
-std::vector<std::string> aCutArguments(const std::string& sArguments)
+std::vector<std::string> CutArguments(const std::string& arguments)
 {
-    std::vector<std::string> aResult;
-    bool bInQuotes = false;
-    bool bInArgument = false;
-    for (const char c : sArguments) {
-        if (c == ' ' && !bInQuotes) {
-            bInArgument = false;
+    std::vector<std::string> result;
+    bool in_quotes = false;
+    bool in_argument = false;
+    for (const char c : arguments) {
+        if (c == ' ' && !in_quotes) {
+            in_argument = false;
             continue;
         }
-        if (!bInArgument)
-            aResult.emplace_back();
-        bInArgument = true;
+        if (!in_argument)
+            result.emplace_back();
+        in_argument = true;
         if (c == '"')
-            bInQuotes = !bInQuotes;
+            in_quotes = !in_quotes;
         else
-            aResult.back() += c;
+            result.back() += c;
     }
-    return aResult;
+    return result;
 }
 
-bool bNicenessOfPriority(std::int32_t lPriority, int& nNiceness)
+bool NicenessOfPriority(std::int32_t priority, int& niceness)
 {
-    static constexpr std::int32_t aPriorities[][2] = {{64, 19}, {32, 0}, {128, -5}, {256, -10}};
-    for (const auto& [lKnown, lNiceness] : aPriorities) {
-        if (lPriority == lKnown) {
-            nNiceness = lNiceness;
+    static constexpr std::int32_t kPriorities[][2] = {{64, 19}, {32, 0}, {128, -5}, {256, -10}};
+    for (const auto& [known, nicenes_count] : kPriorities) {
+        if (priority == known) {
+            niceness = nicenes_count;
             return true;
         }
     }
@@ -55,10 +55,8 @@ bool bNicenessOfPriority(std::int32_t lPriority, int& nNiceness)
 class PosixProcessLauncher::Child : public ChildProcess
 {
 public:
-    Child(PosixProcessLauncher& objLauncher, pid_t nProcess)
-        : m_objLauncher(objLauncher),
-          m_nProcess(nProcess),
-          m_objEnd(static_cast<int>(syscall(SYS_pidfd_open, nProcess, 0)))
+    Child(PosixProcessLauncher& launcher, pid_t process)
+        : launcher_(launcher), process_(process), end_(static_cast<int>(syscall(SYS_pidfd_open, process, 0)))
     {
     }
     Child(const Child&) = delete;
@@ -66,46 +64,46 @@ public:
     ~Child() override
     {
         if (!bWaitForEnd(0))
-            m_objLauncher.m_aLeftRunning.push_back(m_nProcess);
+            launcher_.left_running_.push_back(process_);
     }
 
-    bool bWaitForEnd(std::int32_t lMilliseconds) override
+    bool bWaitForEnd(std::int32_t milliseconds) override
     {
-        if (m_bEnded || Collect())
+        if (ended_ || Collect())
             return true;
-        pollfd objPoll{m_objEnd.nNumber(), POLLIN, 0};
-        if (lMilliseconds > 0)
-            poll(&objPoll, m_objEnd ? 1 : 0, lMilliseconds);
-        return lMilliseconds > 0 && Collect();
+        pollfd poll_entry{end_.Number(), POLLIN, 0};
+        if (milliseconds > 0)
+            poll(&poll_entry, end_ ? 1 : 0, milliseconds);
+        return milliseconds > 0 && Collect();
     }
-    std::int32_t lExitCode() const override { return m_lExitCode; }
+    std::int32_t lExitCode() const override { return exit_code_; }
 
 private:
     bool Collect()
     {
-        int nStatus = 0;
-        const pid_t nEnded = waitpid(m_nProcess, &nStatus, WNOHANG);
-        if (nEnded == 0 || (nEnded < 0 && errno == EINTR))
+        int status = 0;
+        const pid_t ended = waitpid(process_, &status, WNOHANG);
+        if (ended == 0 || (ended < 0 && errno == EINTR))
             return false;
-        m_bEnded = true;
-        if (nEnded > 0)
-            m_lExitCode = WIFSIGNALED(nStatus) ? 128 + WTERMSIG(nStatus) : WEXITSTATUS(nStatus);
+        ended_ = true;
+        if (ended > 0)
+            exit_code_ = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
         return true;
     }
 
-    PosixProcessLauncher& m_objLauncher;
-    pid_t m_nProcess;
-    Descriptor m_objEnd;
-    bool m_bEnded = false;
-    std::int32_t m_lExitCode = 0;
+    PosixProcessLauncher& launcher_;
+    pid_t process_;
+    Descriptor end_;
+    bool ended_ = false;
+    std::int32_t exit_code_ = 0;
 };
 
-PosixProcessLauncher::PosixProcessLauncher(const FileSystem& objFileSystem) : m_objFileSystem(objFileSystem)
+PosixProcessLauncher::PosixProcessLauncher(const FileSystem& file_system) : file_system_(file_system)
 {
     // A parent that ignores the end of its children leaves us a host that forgets how ours ended.
-    struct sigaction objAction {
+    struct sigaction action {
     };
-    if (sigaction(SIGCHLD, nullptr, &objAction) == 0 && objAction.sa_handler == SIG_IGN)
+    if (sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
         std::signal(SIGCHLD, SIG_DFL);
 }
 
@@ -116,62 +114,62 @@ PosixProcessLauncher::~PosixProcessLauncher()
 
 void PosixProcessLauncher::CollectEnded()
 {
-    std::erase_if(m_aLeftRunning, [](pid_t nProcess) { return waitpid(nProcess, nullptr, WNOHANG) != 0; });
+    std::erase_if(left_running_, [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
 }
 
 // In the child, between fork and exec: only what may be called there. Tells the parent why when it returns.
-static void BecomeProgram(const char* sHostPath, char* const* aArguments, const ProcessStart& objStart,
-                          int nReport)
+static void BecomeProgram(const char* host_path, char* const* arguments, const ProcessStart& start,
+                          int report)
 {
     // What this process ignores or blocks for its own sake is not the program's affair.
-    for (const int nSignal : {SIGPIPE, SIGXFSZ})
-        std::signal(nSignal, SIG_DFL);
-    sigset_t objNone;
-    sigemptyset(&objNone);
-    sigprocmask(SIG_SETMASK, &objNone, nullptr);
-    int nNiceness = 0;
-    if (bNicenessOfPriority(objStart.lPriority, nNiceness))
-        (void)setpriority(PRIO_PROCESS, 0, nNiceness);
-    execv(sHostPath, aArguments);
-    const int nError = errno;
-    (void)!write(nReport, &nError, sizeof nError);
+    for (const int signal : {SIGPIPE, SIGXFSZ})
+        std::signal(signal, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    int niceness = 0;
+    if (NicenessOfPriority(start.lPriority, niceness))
+        (void)setpriority(PRIO_PROCESS, 0, niceness);
+    execv(host_path, arguments);
+    const int error = errno;
+    (void)!write(report, &error, sizeof error);
 }
 
-std::unique_ptr<ChildProcess> PosixProcessLauncher::pStart(const ProcessStart& objStart)
+std::unique_ptr<ChildProcess> PosixProcessLauncher::pStart(const ProcessStart& start)
 {
     CollectEnded();
-    const std::optional<std::string> sHostPath = m_objFileSystem.sHostPathOfExisting(objStart.sProgram);
-    if (!sHostPath)
+    const std::optional<std::string> host_path = file_system_.sHostPathOfExisting(start.sProgram);
+    if (!host_path)
         return nullptr;
-    std::vector<std::string> aTexts = aCutArguments(objStart.sArguments);
-    aTexts.insert(aTexts.begin(), kArgument0);
-    std::vector<char*> aArguments;
-    for (std::string& sText : aTexts)
-        aArguments.push_back(sText.data());
-    aArguments.push_back(nullptr);
+    std::vector<std::string> texts = CutArguments(start.sArguments);
+    texts.insert(texts.begin(), kArgument0);
+    std::vector<char*> arguments;
+    for (std::string& text : texts)
+        arguments.push_back(text.data());
+    arguments.push_back(nullptr);
 
     // The pipe closes without a word when the program takes over.
-    int aPipe[2];
-    if (pipe2(aPipe, O_CLOEXEC) != 0)
+    int pipe_ends[2];
+    if (pipe2(pipe_ends, O_CLOEXEC) != 0)
         return nullptr;
-    const Descriptor objRead(aPipe[0]);
-    Descriptor objWrite(aPipe[1]);
-    const pid_t nProcess = fork();
-    if (nProcess == 0) {
-        BecomeProgram(sHostPath->c_str(), aArguments.data(), objStart, objWrite.nNumber());
+    const Descriptor read_end(pipe_ends[0]);
+    Descriptor write_end(pipe_ends[1]);
+    const pid_t process = fork();
+    if (process == 0) {
+        BecomeProgram(host_path->c_str(), arguments.data(), start, write_end.Number());
         _exit(127);
     }
-    objWrite = Descriptor();
-    if (nProcess < 0)
+    write_end = Descriptor();
+    if (process < 0)
         return nullptr;
-    int nError = 0;
-    ssize_t nRead = 0;
-    while ((nRead = read(objRead.nNumber(), &nError, sizeof nError)) < 0 && errno == EINTR) {
+    int error = 0;
+    ssize_t got = 0;
+    while ((got = read(read_end.Number(), &error, sizeof error)) < 0 && errno == EINTR) {
     }
-    if (nRead > 0) {
-        while (waitpid(nProcess, nullptr, 0) < 0 && errno == EINTR) {
+    if (got > 0) {
+        while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
         }
         return nullptr;
     }
-    return std::make_unique<Child>(*this, nProcess);
+    return std::make_unique<Child>(*this, process);
 }

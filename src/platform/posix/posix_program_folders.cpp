@@ -9,85 +9,85 @@
 
 namespace fs = std::filesystem;
 
-static std::string sEnvironment(const char* sName)
+static std::string Environment(const char* name)
 {
-    const char* sValue = std::getenv(sName);
-    std::string sResult = sValue ? sValue : "";
-    while (sResult.size() > 1 && sResult.back() == '/')
-        sResult.pop_back();
-    return sResult;
+    const char* value = std::getenv(name);
+    std::string result = value ? value : "";
+    while (result.size() > 1 && result.back() == '/')
+        result.pop_back();
+    return result;
 }
 
-static std::string sHome()
+static std::string Home()
 {
-    const std::string sFromEnvironment = sEnvironment("HOME");
-    if (!sFromEnvironment.empty())
-        return sFromEnvironment;
-    const passwd* pUser = getpwuid(getuid());
-    return pUser && pUser->pw_dir ? pUser->pw_dir : "/";
+    const std::string from_environment = Environment("HOME");
+    if (!from_environment.empty())
+        return from_environment;
+    const passwd* user = getpwuid(getuid());
+    return user && user->pw_dir ? user->pw_dir : "/";
 }
 
-// A folder of the user's: what the variable says, if it is an absolute path, else sBelowHome.
-static std::string sUserFolder(const char* sVariable, const char* sBelowHome)
+// A folder of the user's: what the variable says, if it is an absolute path, else below_home.
+static std::string UserFolder(const char* variable, const char* below_home)
 {
-    const std::string sSet = sEnvironment(sVariable);
-    return (fs::path(sSet).is_absolute() ? fs::path(sSet) : fs::path(sHome()) / sBelowHome).string();
+    const std::string set = Environment(variable);
+    return (fs::path(set).is_absolute() ? fs::path(set) : fs::path(Home()) / below_home).string();
 }
 
-static bool bIsFolder(const fs::path& objPath)
+static bool IsFolder(const fs::path& path)
 {
-    std::error_code objIgnored;
-    return fs::is_directory(objPath, objIgnored);
+    std::error_code ignored;
+    return fs::is_directory(path, ignored);
 }
 
-std::string PosixProgramFolders::sRunningProgram()
+std::string PosixProgramFolders::RunningProgram()
 {
-    std::error_code objError;
-    const fs::path objPath = fs::read_symlink("/proc/self/exe", objError);
-    return objError ? "" : objPath.string();
+    std::error_code error;
+    const fs::path path = fs::read_symlink("/proc/self/exe", error);
+    return error ? "" : path.string();
 }
 
 std::string PosixProgramFolders::sSettingsFolder() const
 {
-    if (m_sSettings.empty())
-        m_sSettings = sEnvironment("VARNEL_SETTINGS_DIR");
-    if (m_sSettings.empty() && bIsFolder(m_sSharedSettings) &&
-        access(m_sSharedSettings.c_str(), R_OK | W_OK | X_OK) == 0)
-        m_sSettings = m_sSharedSettings;
-    if (m_sSettings.empty())
-        m_sSettings = sUserFolder("XDG_CONFIG_HOME", ".config") + "/varnel";
-    return m_sSettings;
+    if (settings_.empty())
+        settings_ = Environment("VARNEL_SETTINGS_DIR");
+    if (settings_.empty() && IsFolder(shared_settings_) &&
+        access(shared_settings_.c_str(), R_OK | W_OK | X_OK) == 0)
+        settings_ = shared_settings_;
+    if (settings_.empty())
+        settings_ = UserFolder("XDG_CONFIG_HOME", ".config") + "/varnel";
+    return settings_;
 }
 
 // Copies into a folder beside the target first, so that a process that comes at the same time, or one after a
 // copy that was cut short, never takes a part for the whole.
-static bool bFill(const fs::path& objTarget, const fs::path& objSource)
+static bool Fill(const fs::path& target, const fs::path& source)
 {
-    const fs::path objPart = objTarget.string() + "." + std::to_string(getpid());
-    std::error_code objError;
-    fs::create_directories(objTarget.parent_path(), objError);
-    fs::copy(objSource, objPart, fs::copy_options::recursive, objError);
-    if (!objError)
-        fs::rename(objPart, objTarget, objError);
-    if (objError) {
-        std::error_code objIgnored;
-        fs::remove_all(objPart, objIgnored);
+    const fs::path part = target.string() + "." + std::to_string(getpid());
+    std::error_code error;
+    fs::create_directories(target.parent_path(), error);
+    fs::copy(source, part, fs::copy_options::recursive, error);
+    if (!error)
+        fs::rename(part, target, error);
+    if (error) {
+        std::error_code ignored;
+        fs::remove_all(part, ignored);
     }
-    return bIsFolder(objTarget);
+    return IsFolder(target);
 }
 
 std::string PosixProgramFolders::sOwnFolder() const
 {
-    if (m_sOwn.empty())
-        m_sOwn = sEnvironment("VARNEL_HOME");
-    const fs::path objProgram = fs::path(m_sExecutable).parent_path();
-    if (m_sOwn.empty() && bIsFolder(objProgram / "Languages"))
-        m_sOwn = objProgram.string();
-    if (m_sOwn.empty()) {
-        const fs::path objShipped = objProgram.parent_path() / "share" / "varnel";
-        m_sOwn = sUserFolder("XDG_DATA_HOME", ".local/share") + "/varnel";
-        if (!bIsFolder(m_sOwn) && bIsFolder(objShipped) && !bFill(m_sOwn, objShipped))
-            m_sOwn = objShipped.string();
+    if (own_.empty())
+        own_ = Environment("VARNEL_HOME");
+    const fs::path program = fs::path(executable_).parent_path();
+    if (own_.empty() && IsFolder(program / "Languages"))
+        own_ = program.string();
+    if (own_.empty()) {
+        const fs::path shipped = program.parent_path() / "share" / "varnel";
+        own_ = UserFolder("XDG_DATA_HOME", ".local/share") + "/varnel";
+        if (!IsFolder(own_) && IsFolder(shipped) && !Fill(own_, shipped))
+            own_ = shipped.string();
     }
-    return m_sOwn;
+    return own_;
 }

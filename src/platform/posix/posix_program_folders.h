@@ -12,9 +12,9 @@ class PosixProgramFolders : public ProgramFolders
 public:
     /// The path of the running program by default, and the folder for settings that the machine's users
     /// share.
-    explicit PosixProgramFolders(std::string sExecutable = sRunningProgram(),
-                                 std::string sSharedSettings = "/var/lib/varnel")
-        : m_sExecutable(std::move(sExecutable)), m_sSharedSettings(std::move(sSharedSettings))
+    explicit PosixProgramFolders(std::string executable = RunningProgram(),
+                                 std::string shared_settings = "/var/lib/varnel")
+        : executable_(std::move(executable)), shared_settings_(std::move(shared_settings))
     {
     }
 
@@ -27,11 +27,11 @@ public:
     /// <prefix>/share/varnel.
     std::string sOwnFolder() const override;
 
-    static std::string sRunningProgram();
+    static std::string RunningProgram();
 
 private:
-    std::string m_sExecutable;
-    std::string m_sSharedSettings;
-    mutable std::string m_sSettings;
-    mutable std::string m_sOwn;
+    std::string executable_;
+    std::string shared_settings_;
+    mutable std::string settings_;
+    mutable std::string own_;
 };

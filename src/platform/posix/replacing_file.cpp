@@ -15,132 +15,132 @@
 
 static constexpr std::size_t kGatherSize = 64 * 1024;
 
-std::string sHostFolderOf(const std::string& sHostPath)
+std::string HostFolderOf(const std::string& host_path)
 {
-    const std::size_t nLast = sHostPath.rfind('/');
-    if (nLast == std::string::npos)
+    const std::size_t last = host_path.rfind('/');
+    if (last == std::string::npos)
         return ".";
-    return nLast == 0 ? "/" : sHostPath.substr(0, nLast);
+    return last == 0 ? "/" : host_path.substr(0, last);
 }
 
-bool bWriteAll(int nDescriptor, std::string_view sBytes)
+bool WriteAll(int descriptor, std::string_view bytes)
 {
-    while (!sBytes.empty()) {
-        const ssize_t nWritten = write(nDescriptor, sBytes.data(), sBytes.size());
-        if (nWritten < 0 && errno != EINTR)
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
             return false;
-        if (nWritten > 0)
-            sBytes.remove_prefix(static_cast<std::size_t>(nWritten));
+        if (written > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
 }
 
 // A name beside the target. It doesn't hold the target's name, which may be as long as a name can be.
-static std::string sTemporaryName(const std::string& sFolder)
+static std::string TemporaryName(const std::string& folder)
 {
-    std::random_device objRandom;
-    std::array<char, 40> aName{};
-    std::snprintf(aName.data(), aName.size(), "/.varnel-%08x%08x.tmp", objRandom(), objRandom());
-    return sFolder + aName.data();
+    std::random_device random;
+    std::array<char, 40> name{};
+    std::snprintf(name.data(), name.size(), "/.varnel-%08x%08x.tmp", random(), random());
+    return folder + name.data();
 }
 
-ReplacingFile::ReplacingFile(const std::string& sHostPath, mode_t nMode) : m_sTarget(sHostPath)
+ReplacingFile::ReplacingFile(const std::string& host_path, mode_t mode) : target_(host_path)
 {
-    struct stat objStat {
+    struct stat status {
     };
-    if (stat(m_sTarget.c_str(), &objStat) == 0) {
-        m_bReplaces = true;
-        m_nReplacedMode = objStat.st_mode & 07777;
+    if (stat(target_.c_str(), &status) == 0) {
+        replaces_ = true;
+        replaced_mode_ = status.st_mode & 07777;
         // A rename would put a file where a device or a pipe was, and do away with a file that is protected,
         // be it from everybody or from us.
-        if (!S_ISREG(objStat.st_mode))
-            m_nError = S_ISDIR(objStat.st_mode) ? EISDIR : EINVAL;
-        else if ((m_nReplacedMode & 0222) == 0 || access(m_sTarget.c_str(), W_OK) != 0)
-            m_nError = EACCES;
-        if (m_nError != 0)
+        if (!S_ISREG(status.st_mode))
+            error_ = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+        else if ((replaced_mode_ & 0222) == 0 || access(target_.c_str(), W_OK) != 0)
+            error_ = EACCES;
+        if (error_ != 0)
             return;
-        const std::unique_ptr<char, void (*)(void*)> sReal(realpath(m_sTarget.c_str(), nullptr), &std::free);
-        if (sReal)
-            m_sTarget = sReal.get();
+        const std::unique_ptr<char, void (*)(void*)> real(realpath(target_.c_str(), nullptr), &std::free);
+        if (real)
+            target_ = real.get();
     }
-    if (!bOpen(sHostFolderOf(m_sTarget), nMode))
+    if (!Open(HostFolderOf(target_), mode))
         Fail();
 }
 
-bool ReplacingFile::bOpen(const std::string& sFolder, mode_t nMode)
+bool ReplacingFile::Open(const std::string& folder, mode_t mode)
 {
-    m_nDescriptor = open(sFolder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, nMode);
-    if (m_nDescriptor >= 0)
+    descriptor_ = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
+    if (descriptor_ >= 0)
         return true;
-    m_sTemporary = sTemporaryName(sFolder);
-    m_nDescriptor = open(m_sTemporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, nMode);
-    if (m_nDescriptor < 0)
-        m_sTemporary.clear();
-    return m_nDescriptor >= 0;
+    temporary_ = TemporaryName(folder);
+    descriptor_ = open(temporary_.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, mode);
+    if (descriptor_ < 0)
+        temporary_.clear();
+    return descriptor_ >= 0;
 }
 
 ReplacingFile::~ReplacingFile()
 {
-    if (m_nDescriptor >= 0)
-        close(m_nDescriptor);
-    if (!m_sTemporary.empty())
-        unlink(m_sTemporary.c_str());
+    if (descriptor_ >= 0)
+        close(descriptor_);
+    if (!temporary_.empty())
+        unlink(temporary_.c_str());
 }
 
 void ReplacingFile::Fail()
 {
-    if (m_nError == 0)
-        m_nError = errno != 0 ? errno : EIO;
+    if (error_ == 0)
+        error_ = errno != 0 ? errno : EIO;
 }
 
-std::string ReplacingFile::sError() const
+std::string ReplacingFile::Error() const
 {
-    return std::generic_category().message(m_nError);
+    return std::generic_category().message(error_);
 }
 
 void ReplacingFile::Flush()
 {
-    if (!bFailed() && !bWriteAll(m_nDescriptor, m_sGathered))
+    if (!Failed() && !WriteAll(descriptor_, gathered_))
         Fail();
-    m_sGathered.clear();
+    gathered_.clear();
 }
 
-void ReplacingFile::Write(std::string_view sBytes)
+void ReplacingFile::Write(std::string_view bytes)
 {
-    if (bFailed())
+    if (Failed())
         return;
-    m_sGathered += sBytes;
-    if (m_sGathered.size() >= kGatherSize)
+    gathered_ += bytes;
+    if (gathered_.size() >= kGatherSize)
         Flush();
 }
 
 bool ReplacingFile::Commit()
 {
     Flush();
-    if (bFailed())
+    if (Failed())
         return false;
-    if (m_bReplaces && fchmod(m_nDescriptor, m_nReplacedMode) != 0 && errno != EPERM)
+    if (replaces_ && fchmod(descriptor_, replaced_mode_) != 0 && errno != EPERM)
         Fail();
-    const std::string sDescriptor = "/proc/self/fd/" + std::to_string(m_nDescriptor);
-    if (!bFailed() && m_sTemporary.empty()) {
+    const std::string descriptor = "/proc/self/fd/" + std::to_string(descriptor_);
+    if (!Failed() && temporary_.empty()) {
         // A new name is given at once. An old one is taken over by way of a temporary name, since only a
         // rename replaces.
-        if (!m_bReplaces &&
-            linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, m_sTarget.c_str(), AT_SYMLINK_FOLLOW) == 0) {
-            m_nError = EINVAL;  // it is done: nothing more may be written
+        if (!replaces_ &&
+            linkat(AT_FDCWD, descriptor.c_str(), AT_FDCWD, target_.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+            error_ = EINVAL;  // it is done: nothing more may be written
             return true;
         }
-        const std::string sTemporary = sTemporaryName(sHostFolderOf(m_sTarget));
-        if (linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, sTemporary.c_str(), AT_SYMLINK_FOLLOW) == 0)
-            m_sTemporary = sTemporary;
+        const std::string temporary = TemporaryName(HostFolderOf(target_));
+        if (linkat(AT_FDCWD, descriptor.c_str(), AT_FDCWD, temporary.c_str(), AT_SYMLINK_FOLLOW) == 0)
+            temporary_ = temporary;
         else
             Fail();
     }
-    if (!bFailed() && rename(m_sTemporary.c_str(), m_sTarget.c_str()) != 0)
+    if (!Failed() && rename(temporary_.c_str(), target_.c_str()) != 0)
         Fail();
-    if (bFailed())
+    if (Failed())
         return false;
-    m_sTemporary.clear();
-    m_nError = EINVAL;
+    temporary_.clear();
+    error_ = EINVAL;
     return true;
 }

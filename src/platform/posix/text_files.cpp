@@ -14,113 +14,113 @@ static constexpr std::size_t kBlockSize = 256 * 1024;
 static constexpr std::size_t kLongestLine = 256 * 1024 * 1024;
 static constexpr std::string_view kMarkUtf8 = "\xEF\xBB\xBF";
 
-void RaisePathFileAccess(const std::string& sPath, const std::string& sReason)
+void RaisePathFileAccess(const std::string& path, const std::string& reason)
 {
-    throw clsRaisedError(kErrPathFileAccess, "Path/File access error: " + sPath + " (" + sReason + ")");
+    throw clsRaisedError(kErrPathFileAccess, "Path/File access error: " + path + " (" + reason + ")");
 }
 
-PosixTextReader::PosixTextReader(int nDescriptor, std::string sName)
-    : m_nDescriptor(nDescriptor), m_sName(std::move(sName))
+PosixTextReader::PosixTextReader(int descriptor, std::string name)
+    : descriptor_(descriptor), name_(std::move(name))
 {
     try {
-        m_bUtf8 = bWholeFileIsUtf8();
-        m_sBuffer.clear();
-        m_nPosition = 0;
-        if (bFill() && m_sBuffer.starts_with(kMarkUtf8))
-            m_nBegin = kMarkUtf8.size();
+        utf8_ = IsWholeFileUtf8();
+        buffer_.clear();
+        position_ = 0;
+        if (Fill() && buffer_.starts_with(kMarkUtf8))
+            begin_ = kMarkUtf8.size();
     } catch (...) {
-        close(m_nDescriptor);
+        close(descriptor_);
         throw;
     }
 }
 
 PosixTextReader::~PosixTextReader()
 {
-    close(m_nDescriptor);
+    close(descriptor_);
 }
 
-bool PosixTextReader::bFill()
+bool PosixTextReader::Fill()
 {
-    const std::size_t nOld = m_sBuffer.size();
-    m_sBuffer.resize(nOld + kBlockSize);
-    ssize_t nRead = 0;
+    const std::size_t old = buffer_.size();
+    buffer_.resize(old + kBlockSize);
+    ssize_t got = 0;
     do
-        nRead = pread(m_nDescriptor, m_sBuffer.data() + nOld, kBlockSize, m_nPosition);
-    while (nRead < 0 && errno == EINTR);
-    const int nError = errno;
-    m_sBuffer.resize(nOld + static_cast<std::size_t>(nRead > 0 ? nRead : 0));
-    if (nRead < 0)
-        RaisePathFileAccess(m_sName, std::generic_category().message(nError));
-    m_nPosition += nRead;
-    return nRead > 0;
+        got = pread(descriptor_, buffer_.data() + old, kBlockSize, position_);
+    while (got < 0 && errno == EINTR);
+    const int error = errno;
+    buffer_.resize(old + static_cast<std::size_t>(got > 0 ? got : 0));
+    if (got < 0)
+        RaisePathFileAccess(name_, std::generic_category().message(error));
+    position_ += got;
+    return got > 0;
 }
 
 // The length of the text up to a character that its end cuts short.
-static std::size_t nWithoutCutCharacter(std::string_view sBytes)
+static std::size_t WithoutCutCharacter(std::string_view bytes)
 {
-    for (std::size_t nBack = 1; nBack <= 3 && nBack <= sBytes.size(); ++nBack) {
-        const auto nByte = static_cast<unsigned char>(sBytes[sBytes.size() - nBack]);
-        if ((nByte & 0xC0) == 0x80)
+    for (std::size_t back = 1; back <= 3 && back <= bytes.size(); ++back) {
+        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - back]);
+        if ((byte & 0xC0) == 0x80)
             continue;
-        const std::size_t nLength = nByte >= 0xF0 ? 4 : nByte >= 0xE0 ? 3 : nByte >= 0xC0 ? 2 : 1;
-        return nLength > nBack ? sBytes.size() - nBack : sBytes.size();
+        const std::size_t length = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
+        return length > back ? bytes.size() - back : bytes.size();
     }
-    return sBytes.size();
+    return bytes.size();
 }
 
-bool PosixTextReader::bWholeFileIsUtf8()
+bool PosixTextReader::IsWholeFileUtf8()
 {
-    while (bFill()) {
-        const std::size_t nWhole = nWithoutCutCharacter(m_sBuffer);
-        if (!bIsUtf8(std::string_view(m_sBuffer).substr(0, nWhole)))
+    while (Fill()) {
+        const std::size_t whole = WithoutCutCharacter(buffer_);
+        if (!bIsUtf8(std::string_view(buffer_).substr(0, whole)))
             return false;
-        m_sBuffer.erase(0, nWhole);
+        buffer_.erase(0, whole);
     }
-    return m_sBuffer.empty();
+    return buffer_.empty();
 }
 
-bool PosixTextReader::ReadLine(std::string& sLine)
+bool PosixTextReader::ReadLine(std::string& line)
 {
-    std::size_t nEnd = m_sBuffer.find('\n', m_nBegin);
-    while (nEnd == std::string::npos) {
-        m_sBuffer.erase(0, m_nBegin);
-        m_nBegin = 0;
-        const std::size_t nSearched = m_sBuffer.size();
-        if (nSearched > kLongestLine)
-            RaisePathFileAccess(m_sName, "line too long");
-        if (!bFill())
+    std::size_t end = buffer_.find('\n', begin_);
+    while (end == std::string::npos) {
+        buffer_.erase(0, begin_);
+        begin_ = 0;
+        const std::size_t searched = buffer_.size();
+        if (searched > kLongestLine)
+            RaisePathFileAccess(name_, "line too long");
+        if (!Fill())
             break;
-        nEnd = m_sBuffer.find('\n', nSearched);
+        end = buffer_.find('\n', searched);
     }
-    if (nEnd == std::string::npos && m_nBegin == m_sBuffer.size())
+    if (end == std::string::npos && begin_ == buffer_.size())
         return false;
 
-    std::string_view sFound = std::string_view(m_sBuffer).substr(m_nBegin, nEnd - m_nBegin);
-    m_nBegin = nEnd == std::string::npos ? m_sBuffer.size() : nEnd + 1;
-    if (sFound.ends_with('\r'))
-        sFound.remove_suffix(1);
-    if (m_bUtf8)
-        sLine.assign(sFound);
+    std::string_view found = std::string_view(buffer_).substr(begin_, end - begin_);
+    begin_ = end == std::string::npos ? buffer_.size() : end + 1;
+    if (found.ends_with('\r'))
+        found.remove_suffix(1);
+    if (utf8_)
+        line.assign(found);
     else
-        sLine = sUtf8FromWindows1252(sFound);
+        line = sUtf8FromWindows1252(found);
     return true;
 }
 
-PosixTextWriter::PosixTextWriter(const std::string& sHostPath, std::string sName)
-    : m_objFile(sHostPath), m_sName(std::move(sName))
+PosixTextWriter::PosixTextWriter(const std::string& host_path, std::string name)
+    : file_(host_path), name_(std::move(name))
 {
-    if (m_objFile.bFailed())
-        RaisePathFileAccess(m_sName, m_objFile.sError());
+    if (file_.Failed())
+        RaisePathFileAccess(name_, file_.Error());
 }
 
-void PosixTextWriter::WriteLine(const std::string& sLine)
+void PosixTextWriter::WriteLine(const std::string& line)
 {
-    m_objFile.Write(sLine);
-    m_objFile.Write("\r\n");
+    file_.Write(line);
+    file_.Write("\r\n");
 }
 
 void PosixTextWriter::Commit()
 {
-    if (!m_objFile.Commit())
-        RaisePathFileAccess(m_sName, m_objFile.sError());
+    if (!file_.Commit())
+        RaisePathFileAccess(name_, file_.Error());
 }

@@ -18,41 +18,41 @@ class PosixTextReader : public TextReader
 public:
     /// Takes the descriptor of an open regular file, and closes it. Raises clsRaisedError when it can't be
     /// read.
-    PosixTextReader(int nDescriptor, std::string sName);
+    PosixTextReader(int descriptor, std::string name);
     ~PosixTextReader() override;
     PosixTextReader(const PosixTextReader&) = delete;
     PosixTextReader& operator=(const PosixTextReader&) = delete;
 
-    bool ReadLine(std::string& sLine) override;
+    bool ReadLine(std::string& line) override;
 
 private:
     /// Reads the next block behind what is left of the last one; False at the end of the file.
-    bool bFill();
-    bool bWholeFileIsUtf8();
+    bool Fill();
+    bool IsWholeFileUtf8();
 
-    int m_nDescriptor;
-    std::string m_sName;  ///< for descriptions of errors
-    std::string m_sBuffer;
-    std::size_t m_nBegin = 0;  ///< where in the buffer the next line begins
-    std::int64_t m_nPosition = 0;
-    bool m_bUtf8 = true;
+    int descriptor_;
+    std::string name_;  ///< for descriptions of errors
+    std::string buffer_;
+    std::size_t begin_ = 0;  ///< where in the buffer the next line begins
+    std::int64_t position_ = 0;
+    bool utf8_ = true;
 };
 
 /// Ends each line with CR LF.
 class PosixTextWriter : public TextWriter
 {
 public:
-    /// Raises clsRaisedError when no file can be made at sHostPath.
-    PosixTextWriter(const std::string& sHostPath, std::string sName);
+    /// Raises clsRaisedError when no file can be made at host_path.
+    PosixTextWriter(const std::string& host_path, std::string name);
 
-    void WriteLine(const std::string& sLine) override;
+    void WriteLine(const std::string& line) override;
     void Commit() override;
 
 private:
-    ReplacingFile m_objFile;
-    std::string m_sName;
+    ReplacingFile file_;
+    std::string name_;
 };
 
 /// Raises clsRaisedError kErrPathFileAccess; the description names the path and what the system says of
-/// nError.
-[[noreturn]] void RaisePathFileAccess(const std::string& sPath, const std::string& sReason);
+/// error.
+[[noreturn]] void RaisePathFileAccess(const std::string& path, const std::string& reason);

@@ -13,183 +13,181 @@ using namespace std::string_literals;
 
 TEST(ExistingPath, IsFoundWithBothSeparators)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("pics/a.bmp", "");
-    const HostPaths objPaths;
+    const HostFolder folder;
+    const std::string file = folder.File("pics/a.bmp", "");
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sExisting(sFile), sFile);
-    EXPECT_EQ(objPaths.sExisting(sReplaceAll(sFile, "/", "\\")), sFile);
-    EXPECT_EQ(objPaths.sExisting(objFolder.sPath() + "\\pics//.\\\\a.bmp"), sFile);
-    EXPECT_EQ(objPaths.sExisting(objFolder.sPath() + "/pics/../pics/a.bmp"),
-              objFolder.sPath() + "/pics/../pics/a.bmp");
+    EXPECT_EQ(paths.Existing(file), file);
+    EXPECT_EQ(paths.Existing(sReplaceAll(file, "/", "\\")), file);
+    EXPECT_EQ(paths.Existing(folder.Path() + "\\pics//.\\\\a.bmp"), file);
+    EXPECT_EQ(paths.Existing(folder.Path() + "/pics/../pics/a.bmp"), folder.Path() + "/pics/../pics/a.bmp");
 }
 
 TEST(ExistingPath, IsFoundInAnyCaseIfNotAsItStands)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("Pics/Ärger.BMP", "");
-    const HostPaths objPaths;
+    const HostFolder folder;
+    const std::string file = folder.File("Pics/Ärger.BMP", "");
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("pics/ärger.bmp")), sFile);
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("PICS\\ÄRGER.bmp")), sFile);
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("pics")), objFolder.sFile("Pics"));
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("pics/b.bmp")), std::nullopt);
+    EXPECT_EQ(paths.Existing(folder.File("pics/ärger.bmp")), file);
+    EXPECT_EQ(paths.Existing(folder.File("PICS\\ÄRGER.bmp")), file);
+    EXPECT_EQ(paths.Existing(folder.File("pics")), folder.File("Pics"));
+    EXPECT_EQ(paths.Existing(folder.File("pics/b.bmp")), std::nullopt);
 }
 
 TEST(ExistingPath, PrefersTheExactNameAndThenTheFirstInOrder)
 {
-    const HostFolder objFolder;
-    for (const char* sName : {"aBC", "ABc", "abc"})
-        objFolder.sFile(sName, "");
-    const HostPaths objPaths;
+    const HostFolder folder;
+    for (const char* name : {"aBC", "ABc", "abc"})
+        folder.File(name, "");
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("abc")), objFolder.sFile("abc"));
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("ABC")), objFolder.sFile("ABc"));
+    EXPECT_EQ(paths.Existing(folder.File("abc")), folder.File("abc"));
+    EXPECT_EQ(paths.Existing(folder.File("ABC")), folder.File("ABc"));
 }
 
 TEST(ExistingPath, WithASeparatorAtItsEndIsAFolder)
 {
-    const HostFolder objFolder;
-    objFolder.sFile("pics/a.bmp", "");
-    const HostPaths objPaths;
+    const HostFolder folder;
+    folder.File("pics/a.bmp", "");
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("Pics\\")), objFolder.sFile("pics"));
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("pics/a.bmp/")), std::nullopt);
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("pics/A.bmp/")), std::nullopt);
+    EXPECT_EQ(paths.Existing(folder.File("Pics\\")), folder.File("pics"));
+    EXPECT_EQ(paths.Existing(folder.File("pics/a.bmp/")), std::nullopt);
+    EXPECT_EQ(paths.Existing(folder.File("pics/A.bmp/")), std::nullopt);
 }
 
 TEST(ExistingPath, MapsADriveFromTheEnvironmentOrTheLookup)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("c/Pics/a.bmp", "");
-    const std::string sOther = objFolder.sFile("d/b.bmp", "");
-    const ScopedVariable objVariable("VARNEL_DRIVE_C", objFolder.sFile("c").c_str());
-    const HostPaths objPaths([&](char cDrive) { return cDrive == 'D' ? objFolder.sFile("d/") : ""s; });
+    const HostFolder folder;
+    const std::string file = folder.File("c/Pics/a.bmp", "");
+    const std::string other = folder.File("d/b.bmp", "");
+    const ScopedVariable variable("VARNEL_DRIVE_C", folder.File("c").c_str());
+    const HostPaths paths([&](char drive) { return drive == 'D' ? folder.File("d/") : ""s; });
 
-    EXPECT_EQ(objPaths.sExisting("C:\\pics\\A.BMP"), sFile);
-    EXPECT_EQ(objPaths.sExisting("c:/Pics/a.bmp"), sFile);
-    EXPECT_EQ(objPaths.sExisting("d:\\b.bmp"), sOther);
-    EXPECT_EQ(objPaths.sExisting("D:b.bmp"), sOther);
-    EXPECT_EQ(objPaths.sExisting("C:\\"), objFolder.sFile("c"));
-    EXPECT_EQ(objPaths.sExisting("E:\\b.bmp"), std::nullopt);
-    EXPECT_EQ(objPaths.sExisting("E:\\"), std::nullopt);
-    EXPECT_EQ(objPaths.sToWrite("E:\\b.bmp"), std::nullopt);
+    EXPECT_EQ(paths.Existing("C:\\pics\\A.BMP"), file);
+    EXPECT_EQ(paths.Existing("c:/Pics/a.bmp"), file);
+    EXPECT_EQ(paths.Existing("d:\\b.bmp"), other);
+    EXPECT_EQ(paths.Existing("D:b.bmp"), other);
+    EXPECT_EQ(paths.Existing("C:\\"), folder.File("c"));
+    EXPECT_EQ(paths.Existing("E:\\b.bmp"), std::nullopt);
+    EXPECT_EQ(paths.Existing("E:\\"), std::nullopt);
+    EXPECT_EQ(paths.ToWrite("E:\\b.bmp"), std::nullopt);
 }
 
 TEST(ExistingPath, OfADriveWhoseFolderIsGoneDoesNotExist)
 {
-    const HostFolder objFolder;
-    const HostPaths objPaths([&](char) { return objFolder.sFile("gone"); });
+    const HostFolder folder;
+    const HostPaths paths([&](char) { return folder.File("gone"); });
 
-    EXPECT_EQ(objPaths.sExisting("C:\\"), std::nullopt);
-    EXPECT_EQ(objPaths.sExisting("C:\\a.bmp"), std::nullopt);
-    EXPECT_EQ(objPaths.sToWrite("C:\\a.bmp"), objFolder.sFile("gone/a.bmp"));
+    EXPECT_EQ(paths.Existing("C:\\"), std::nullopt);
+    EXPECT_EQ(paths.Existing("C:\\a.bmp"), std::nullopt);
+    EXPECT_EQ(paths.ToWrite("C:\\a.bmp"), folder.File("gone/a.bmp"));
 }
 
 TEST(ExistingPath, IsRelativeToTheWorkingFolder)
 {
-    const HostFolder objFolder;
-    objFolder.sFile("Sub/a.bmp", "");
-    const std::filesystem::path objOld = std::filesystem::current_path();
-    std::filesystem::current_path(objFolder.sPath());
-    const HostPaths objPaths;
+    const HostFolder folder;
+    folder.File("Sub/a.bmp", "");
+    const std::filesystem::path old = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sExisting("Sub/a.bmp"), "Sub/a.bmp");
-    EXPECT_EQ(objPaths.sExisting("sub\\A.bmp"), "Sub/a.bmp");
-    EXPECT_EQ(objPaths.sExisting("."), ".");
-    EXPECT_EQ(objPaths.sExisting(".\\"), ".");
-    EXPECT_EQ(objPaths.sToWrite("new.bmp"), "new.bmp");
+    EXPECT_EQ(paths.Existing("Sub/a.bmp"), "Sub/a.bmp");
+    EXPECT_EQ(paths.Existing("sub\\A.bmp"), "Sub/a.bmp");
+    EXPECT_EQ(paths.Existing("."), ".");
+    EXPECT_EQ(paths.Existing(".\\"), ".");
+    EXPECT_EQ(paths.ToWrite("new.bmp"), "new.bmp");
 
-    std::filesystem::current_path(objOld);
+    std::filesystem::current_path(old);
 }
 
 TEST(ExistingPath, IsNothingForNoPathAndForANul)
 {
-    const HostPaths objPaths;
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sExisting(""), std::nullopt);
-    EXPECT_EQ(objPaths.sExisting("/\0"s), std::nullopt);
-    EXPECT_EQ(objPaths.sToWrite("/tmp/a\0b"s), std::nullopt);
-    EXPECT_EQ(objPaths.sExisting("\\"), "/");
+    EXPECT_EQ(paths.Existing(""), std::nullopt);
+    EXPECT_EQ(paths.Existing("/\0"s), std::nullopt);
+    EXPECT_EQ(paths.ToWrite("/tmp/a\0b"s), std::nullopt);
+    EXPECT_EQ(paths.Existing("\\"), "/");
 }
 
 TEST(PathToWrite, MakesExactlyItsNameIfItHasOnlyForwardSlashes)
 {
-    const HostFolder objFolder;
-    objFolder.sFile("Out/Photo.png", "");
-    const HostPaths objPaths;
+    const HostFolder folder;
+    folder.File("Out/Photo.png", "");
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sToWrite(objFolder.sFile("out/photo.PNG")), objFolder.sFile("Out/photo.PNG"));
-    EXPECT_EQ(objPaths.sToWrite(objFolder.sFile("Out/Photo.png")), objFolder.sFile("Out/Photo.png"));
+    EXPECT_EQ(paths.ToWrite(folder.File("out/photo.PNG")), folder.File("Out/photo.PNG"));
+    EXPECT_EQ(paths.ToWrite(folder.File("Out/Photo.png")), folder.File("Out/Photo.png"));
 }
 
 TEST(PathToWrite, TakesOverTheCaseOfAFileThatIsThereIfItHasABackslashOrADrive)
 {
-    const HostFolder objFolder;
-    objFolder.sFile("Out/Photo.png", "");
-    const HostPaths objPaths([&](char) { return objFolder.sPath(); });
+    const HostFolder folder;
+    folder.File("Out/Photo.png", "");
+    const HostPaths paths([&](char) { return folder.Path(); });
 
-    EXPECT_EQ(objPaths.sToWrite(objFolder.sFile("out\\photo.PNG")), objFolder.sFile("Out/Photo.png"));
-    EXPECT_EQ(objPaths.sToWrite("c:/out/photo.PNG"), objFolder.sFile("Out/Photo.png"));
-    EXPECT_EQ(objPaths.sToWrite("c:\\OUT\\New.png"), objFolder.sFile("Out/New.png"));
+    EXPECT_EQ(paths.ToWrite(folder.File("out\\photo.PNG")), folder.File("Out/Photo.png"));
+    EXPECT_EQ(paths.ToWrite("c:/out/photo.PNG"), folder.File("Out/Photo.png"));
+    EXPECT_EQ(paths.ToWrite("c:\\OUT\\New.png"), folder.File("Out/New.png"));
 }
 
 TEST(PathToWrite, KeepsTheNamesOfFoldersThatAreMissing)
 {
-    const HostFolder objFolder;
-    objFolder.sSubfolder("Out");
-    const HostPaths objPaths;
+    const HostFolder folder;
+    folder.Subfolder("Out");
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sToWrite(objFolder.sFile("out\\New\\Deep\\a.png")),
-              objFolder.sFile("Out/New/Deep/a.png"));
-    EXPECT_EQ(objPaths.sToWrite(objFolder.sFile("out\\New\\")), objFolder.sFile("Out/New"));
+    EXPECT_EQ(paths.ToWrite(folder.File("out\\New\\Deep\\a.png")), folder.File("Out/New/Deep/a.png"));
+    EXPECT_EQ(paths.ToWrite(folder.File("out\\New\\")), folder.File("Out/New"));
 }
 
 TEST(PathToWrite, IsNothingForWhatIsNoName)
 {
-    const HostPaths objPaths([](char) { return "/tmp"s; });
+    const HostPaths paths([](char) { return "/tmp"s; });
 
-    for (const char* sPath :
+    for (const char* path :
          {"", "/", "\\", "c:", "c:\\", "/tmp/..", "/tmp/a*.png", "/tmp/a?.png", "c:\\*.png"})
-        EXPECT_EQ(objPaths.sToWrite(sPath), std::nullopt) << sPath;
-    EXPECT_NE(objPaths.sToWrite("/tmp/*/a.png"), std::nullopt);
+        EXPECT_EQ(paths.ToWrite(path), std::nullopt) << path;
+    EXPECT_NE(paths.ToWrite("/tmp/*/a.png"), std::nullopt);
 }
 
 TEST(PathToWrite, FindsWhatItNamedItselfInALargeFolder)
 {
-    const HostFolder objFolder;
+    const HostFolder folder;
     for (int n = 0; n < 1500; ++n)
-        objFolder.sFile("big/File" + std::to_string(n), "");
-    const HostPaths objPaths;
+        folder.File("big/File" + std::to_string(n), "");
+    const HostPaths paths;
 
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("big/FILE7")), objFolder.sFile("big/File7"));
-    EXPECT_EQ(objPaths.sToWrite(objFolder.sFile("big\\New.png")), objFolder.sFile("big/New.png"));
-    objFolder.sFile("big/New.png", "");
-    EXPECT_EQ(objPaths.sToWrite(objFolder.sFile("big\\NEW.PNG")), objFolder.sFile("big/New.png"));
-    std::filesystem::remove(objFolder.sFile("big/File7"));
-    EXPECT_EQ(objPaths.sExisting(objFolder.sFile("big/FILE7")), std::nullopt);
+    EXPECT_EQ(paths.Existing(folder.File("big/FILE7")), folder.File("big/File7"));
+    EXPECT_EQ(paths.ToWrite(folder.File("big\\New.png")), folder.File("big/New.png"));
+    folder.File("big/New.png", "");
+    EXPECT_EQ(paths.ToWrite(folder.File("big\\NEW.PNG")), folder.File("big/New.png"));
+    std::filesystem::remove(folder.File("big/File7"));
+    EXPECT_EQ(paths.Existing(folder.File("big/FILE7")), std::nullopt);
 }
 
-RC_GTEST_PROP(PathToWrite, NamesOnlyWhatExistsOrAName, (const std::string& sPath))
+RC_GTEST_PROP(PathToWrite, NamesOnlyWhatExistsOrAName, (const std::string& path))
 {
-    const HostPaths objPaths([](char) { return "/nowhere"s; });
-    objPaths.sExisting(sPath);
-    const auto sHostPath = objPaths.sToWrite(sPath);
+    const HostPaths paths([](char) { return "/nowhere"s; });
+    paths.Existing(path);
+    const auto host_path = paths.ToWrite(path);
 
-    if (sHostPath) {
-        RC_ASSERT(!sHostPath->empty() && !sHostPath->ends_with('/'));
+    if (host_path) {
+        RC_ASSERT(!host_path->empty() && !host_path->ends_with('/'));
     }
 }
 
 TEST(PathToWrite, TakesAPathOfAnyLengthInAMoment)
 {
-    const HostPaths objPaths;
-    std::string sPath;
+    const HostPaths paths;
+    std::string path;
     for (int n = 0; n < 500'000; ++n)
-        sPath += "a\\";
-    sPath += "b";
+        path += "a\\";
+    path += "b";
 
-    EXPECT_EQ(objPaths.sExisting(sPath), std::nullopt);
-    ASSERT_TRUE(objPaths.sToWrite(sPath));
-    EXPECT_EQ(objPaths.sToWrite(sPath)->size(), sPath.size());
+    EXPECT_EQ(paths.Existing(path), std::nullopt);
+    ASSERT_TRUE(paths.ToWrite(path));
+    EXPECT_EQ(paths.ToWrite(path)->size(), path.size());
 }

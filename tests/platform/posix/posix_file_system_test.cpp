@@ -15,220 +15,220 @@ using Names = std::vector<std::string>;
 
 TEST(PosixFileSystem, TellsFilesFromFolders)
 {
-    const HostFolder objFolder;
-    objFolder.sFile("Sub/a.bmp", "x");
-    std::filesystem::create_symlink(objFolder.sFile("Sub"), objFolder.sFile("link"));
-    std::filesystem::create_symlink(objFolder.sFile("gone"), objFolder.sFile("dangling"));
-    ASSERT_EQ(mkfifo(objFolder.sFile("pipe").c_str(), 0666), 0);
-    const PosixFileSystem objFiles;
+    const HostFolder folder;
+    folder.File("Sub/a.bmp", "x");
+    std::filesystem::create_symlink(folder.File("Sub"), folder.File("link"));
+    std::filesystem::create_symlink(folder.File("gone"), folder.File("dangling"));
+    ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
+    const PosixFileSystem files;
 
-    EXPECT_TRUE(objFiles.FolderExists(objFolder.sFile("sub\\")));
-    EXPECT_TRUE(objFiles.FolderExists(objFolder.sFile("link")));
-    EXPECT_FALSE(objFiles.FileExists(objFolder.sFile("Sub")));
-    EXPECT_TRUE(objFiles.FileExists(objFolder.sFile("SUB\\A.BMP")));
-    EXPECT_FALSE(objFiles.FolderExists(objFolder.sFile("Sub/a.bmp")));
-    EXPECT_FALSE(objFiles.FileExists(objFolder.sFile("dangling")));
-    EXPECT_FALSE(objFiles.FileExists(objFolder.sFile("pipe")));
-    EXPECT_FALSE(objFiles.FileExists(""));
-    EXPECT_FALSE(objFiles.FolderExists(""));
+    EXPECT_TRUE(files.FolderExists(folder.File("sub\\")));
+    EXPECT_TRUE(files.FolderExists(folder.File("link")));
+    EXPECT_FALSE(files.FileExists(folder.File("Sub")));
+    EXPECT_TRUE(files.FileExists(folder.File("SUB\\A.BMP")));
+    EXPECT_FALSE(files.FolderExists(folder.File("Sub/a.bmp")));
+    EXPECT_FALSE(files.FileExists(folder.File("dangling")));
+    EXPECT_FALSE(files.FileExists(folder.File("pipe")));
+    EXPECT_FALSE(files.FileExists(""));
+    EXPECT_FALSE(files.FolderExists(""));
 }
 
 TEST(PosixFileSystem, RefusesToWriteUnderANameWithAWildcardOrNoName)
 {
-    const PosixFileSystem objFiles;
+    const PosixFileSystem files;
 
-    EXPECT_EQ(objFiles.sHostPathToWrite("/tmp/*.png"), std::nullopt);
-    EXPECT_EQ(objFiles.sHostPathToWrite("/tmp/a?.png"), std::nullopt);
-    EXPECT_EQ(objFiles.sHostPathToWrite("/tmp/out/"), std::nullopt);
-    EXPECT_EQ(objFiles.sHostPathToWrite("/tmp/a.png"), "/tmp/a.png");
+    EXPECT_EQ(files.sHostPathToWrite("/tmp/*.png"), std::nullopt);
+    EXPECT_EQ(files.sHostPathToWrite("/tmp/a?.png"), std::nullopt);
+    EXPECT_EQ(files.sHostPathToWrite("/tmp/out/"), std::nullopt);
+    EXPECT_EQ(files.sHostPathToWrite("/tmp/a.png"), "/tmp/a.png");
 }
 
 TEST(PosixFileSystem, MakesOneFolderWhoseParentIsThere)
 {
-    const HostFolder objFolder;
-    PosixFileSystem objFiles;
+    const HostFolder folder;
+    PosixFileSystem files;
 
-    EXPECT_TRUE(objFiles.CreateFolder(objFolder.sFile("New\\")));
-    EXPECT_FALSE(objFiles.CreateFolder(objFolder.sFile("New")));
-    EXPECT_FALSE(objFiles.CreateFolder(objFolder.sPath() + "\\NEW"));
-    EXPECT_FALSE(objFiles.CreateFolder(objFolder.sFile("missing/new")));
-    EXPECT_FALSE(objFiles.CreateFolder("/"));
-    EXPECT_FALSE(objFiles.CreateFolder(""));
-    EXPECT_TRUE(objFiles.CreateFolder(objFolder.sPath() + "\\new\\Sub"));
-    EXPECT_TRUE(std::filesystem::is_directory(objFolder.sFile("New/Sub")));
-    EXPECT_EQ(objFolder.sListing(), "New");
+    EXPECT_TRUE(files.CreateFolder(folder.File("New\\")));
+    EXPECT_FALSE(files.CreateFolder(folder.File("New")));
+    EXPECT_FALSE(files.CreateFolder(folder.Path() + "\\NEW"));
+    EXPECT_FALSE(files.CreateFolder(folder.File("missing/new")));
+    EXPECT_FALSE(files.CreateFolder("/"));
+    EXPECT_FALSE(files.CreateFolder(""));
+    EXPECT_TRUE(files.CreateFolder(folder.Path() + "\\new\\Sub"));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.File("New/Sub")));
+    EXPECT_EQ(folder.Listing(), "New");
 }
 
 TEST(PosixFileSystem, ListsFilesAndSubfoldersInOrder)
 {
-    const HostFolder objFolder;
-    for (const char* sName : {"b.bmp", "a.bmp", "B.bmp", ".dot", "ä.bmp", "back\\slash"})
-        objFolder.sFile(sName, "");
-    objFolder.sSubfolder("z");
-    objFolder.sSubfolder(".hidden");
-    std::filesystem::create_symlink(objFolder.sFile("a.bmp"), objFolder.sFile("link.bmp"));
-    std::filesystem::create_symlink(objFolder.sFile("z"), objFolder.sFile("linked"));
-    std::filesystem::create_symlink(objFolder.sFile("gone"), objFolder.sFile("dangling"));
-    ASSERT_EQ(mkfifo(objFolder.sFile("pipe").c_str(), 0666), 0);
+    const HostFolder folder;
+    for (const char* name : {"b.bmp", "a.bmp", "B.bmp", ".dot", "ä.bmp", "back\\slash"})
+        folder.File(name, "");
+    folder.Subfolder("z");
+    folder.Subfolder(".hidden");
+    std::filesystem::create_symlink(folder.File("a.bmp"), folder.File("link.bmp"));
+    std::filesystem::create_symlink(folder.File("z"), folder.File("linked"));
+    std::filesystem::create_symlink(folder.File("gone"), folder.File("dangling"));
+    ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
 
-    FolderListing objListing{{"left over"}, {}, {}};
-    ASSERT_TRUE(PosixFileSystem().ListFolder(objFolder.sPath() + "/", objListing));
+    FolderListing listing{{"left over"}, {}, {}};
+    ASSERT_TRUE(PosixFileSystem().ListFolder(folder.Path() + "/", listing));
 
-    EXPECT_EQ(objListing.aFiles, (Names{".dot", "B.bmp", "a.bmp", "b.bmp", "link.bmp", "ä.bmp"}));
-    EXPECT_EQ(objListing.aSubfolders, (Names{".hidden", "linked", "z"}));
-    EXPECT_EQ(objListing.aLinks, std::set<std::string>{"linked"});
+    EXPECT_EQ(listing.aFiles, (Names{".dot", "B.bmp", "a.bmp", "b.bmp", "link.bmp", "ä.bmp"}));
+    EXPECT_EQ(listing.aSubfolders, (Names{".hidden", "linked", "z"}));
+    EXPECT_EQ(listing.aLinks, std::set<std::string>{"linked"});
 }
 
 TEST(PosixFileSystem, ListsNoFile)
 {
-    const HostFolder objFolder;
-    FolderListing objListing;
+    const HostFolder folder;
+    FolderListing listing;
 
-    EXPECT_FALSE(PosixFileSystem().ListFolder(objFolder.sFile("a.bmp", ""), objListing));
-    EXPECT_FALSE(PosixFileSystem().ListFolder(objFolder.sFile("gone"), objListing));
+    EXPECT_FALSE(PosixFileSystem().ListFolder(folder.File("a.bmp", ""), listing));
+    EXPECT_FALSE(PosixFileSystem().ListFolder(folder.File("gone"), listing));
 }
 
 TEST(PosixFileSystem, GivesOneRealPathForEveryWayToAFolder)
 {
-    const HostFolder objFolder;
-    objFolder.sSubfolder("Real");
-    std::filesystem::create_symlink("Real", objFolder.sFile("link"));
-    const PosixFileSystem objFiles;
+    const HostFolder folder;
+    folder.Subfolder("Real");
+    std::filesystem::create_symlink("Real", folder.File("link"));
+    const PosixFileSystem files;
 
-    EXPECT_EQ(objFiles.sRealPath(objFolder.sFile("link")), objFiles.sRealPath(objFolder.sFile("real\\")));
-    EXPECT_EQ(objFiles.sRealPath(objFolder.sFile("gone")), "");
+    EXPECT_EQ(files.sRealPath(folder.File("link")), files.sRealPath(folder.File("real\\")));
+    EXPECT_EQ(files.sRealPath(folder.File("gone")), "");
 }
 
 TEST(PosixFileSystem, CopiesAFileOverAnother)
 {
-    const HostFolder objFolder;
-    const std::string sBytes(700'000, '\0');
-    objFolder.sFile("a.bin", sBytes);
-    objFolder.sFile("b.bin", "old");
-    PosixFileSystem objFiles;
+    const HostFolder folder;
+    const std::string bytes(700'000, '\0');
+    folder.File("a.bin", bytes);
+    folder.File("b.bin", "old");
+    PosixFileSystem files;
 
-    EXPECT_TRUE(objFiles.CopyFile(objFolder.sFile("A.BIN"), objFolder.sFile("b.bin")));
-    EXPECT_EQ(sContentOf(objFolder.sFile("b.bin")), sBytes);
-    EXPECT_TRUE(objFiles.CopyFile(objFolder.sFile("a.bin"), objFolder.sFile("a.bin")));
-    EXPECT_EQ(sContentOf(objFolder.sFile("a.bin")), sBytes);
+    EXPECT_TRUE(files.CopyFile(folder.File("A.BIN"), folder.File("b.bin")));
+    EXPECT_EQ(ContentOf(folder.File("b.bin")), bytes);
+    EXPECT_TRUE(files.CopyFile(folder.File("a.bin"), folder.File("a.bin")));
+    EXPECT_EQ(ContentOf(folder.File("a.bin")), bytes);
 }
 
 TEST(PosixFileSystem, CopiesNothingOntoAFolderOrFromNowhere)
 {
-    const HostFolder objFolder;
-    objFolder.sFile("a.bin", "x");
-    objFolder.sSubfolder("sub");
-    PosixFileSystem objFiles;
+    const HostFolder folder;
+    folder.File("a.bin", "x");
+    folder.Subfolder("sub");
+    PosixFileSystem files;
 
-    EXPECT_FALSE(objFiles.CopyFile(objFolder.sFile("a.bin"), objFolder.sFile("sub")));
-    EXPECT_FALSE(objFiles.CopyFile(objFolder.sFile("sub"), objFolder.sFile("b.bin")));
-    EXPECT_FALSE(objFiles.CopyFile(objFolder.sFile("gone"), objFolder.sFile("b.bin")));
-    EXPECT_EQ(objFolder.sListing(), "a.bin sub");
+    EXPECT_FALSE(files.CopyFile(folder.File("a.bin"), folder.File("sub")));
+    EXPECT_FALSE(files.CopyFile(folder.File("sub"), folder.File("b.bin")));
+    EXPECT_FALSE(files.CopyFile(folder.File("gone"), folder.File("b.bin")));
+    EXPECT_EQ(folder.Listing(), "a.bin sub");
 }
 
 TEST(PosixFileSystem, LeavesTheOldTargetWhenACopyDoesNotFitOnTheDisk)
 {
-    const HostFolder objFolder;
-    objFolder.sFile("a.bin", std::string(700'000, 'x'));
-    objFolder.sFile("b.bin", "old");
-    const ScopedFileSizeLimit objLimit(100'000);
+    const HostFolder folder;
+    folder.File("a.bin", std::string(700'000, 'x'));
+    folder.File("b.bin", "old");
+    const ScopedFileSizeLimit limit(100'000);
 
-    EXPECT_FALSE(PosixFileSystem().CopyFile(objFolder.sFile("a.bin"), objFolder.sFile("b.bin")));
-    EXPECT_EQ(sContentOf(objFolder.sFile("b.bin")), "old");
-    EXPECT_EQ(objFolder.sListing(), "a.bin b.bin");
+    EXPECT_FALSE(PosixFileSystem().CopyFile(folder.File("a.bin"), folder.File("b.bin")));
+    EXPECT_EQ(ContentOf(folder.File("b.bin")), "old");
+    EXPECT_EQ(folder.Listing(), "a.bin b.bin");
 }
 
 TEST(PosixFileSystem, DeletesFilesOnly)
 {
-    const HostFolder objFolder;
-    objFolder.sFile("a.bin", "x");
-    objFolder.sSubfolder("sub");
-    PosixFileSystem objFiles;
+    const HostFolder folder;
+    folder.File("a.bin", "x");
+    folder.Subfolder("sub");
+    PosixFileSystem files;
 
-    EXPECT_TRUE(objFiles.DeleteFile(objFolder.sFile("A.bin")));
-    EXPECT_FALSE(objFiles.DeleteFile(objFolder.sFile("a.bin")));
-    EXPECT_FALSE(objFiles.DeleteFile(objFolder.sFile("sub")));
-    EXPECT_EQ(objFolder.sListing(), "sub");
+    EXPECT_TRUE(files.DeleteFile(folder.File("A.bin")));
+    EXPECT_FALSE(files.DeleteFile(folder.File("a.bin")));
+    EXPECT_FALSE(files.DeleteFile(folder.File("sub")));
+    EXPECT_EQ(folder.Listing(), "sub");
 }
 
 TEST(PosixFileSystem, ClearsAFilesProtection)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("a.bin", "x");
-    chmod(sFile.c_str(), 0444);
-    PosixFileSystem objFiles;
+    const HostFolder folder;
+    const std::string file = folder.File("a.bin", "x");
+    chmod(file.c_str(), 0444);
+    PosixFileSystem files;
 
-    EXPECT_TRUE(objFiles.ClearReadOnly(sFile));
-    EXPECT_TRUE(objFiles.ClearReadOnly(sFile));
-    EXPECT_FALSE(objFiles.ClearReadOnly(objFolder.sFile("gone")));
-    EXPECT_FALSE(objFiles.ClearReadOnly(objFolder.sPath()));
-    struct stat objStat {
+    EXPECT_TRUE(files.ClearReadOnly(file));
+    EXPECT_TRUE(files.ClearReadOnly(file));
+    EXPECT_FALSE(files.ClearReadOnly(folder.File("gone")));
+    EXPECT_FALSE(files.ClearReadOnly(folder.Path()));
+    struct stat status {
     };
-    stat(sFile.c_str(), &objStat);
-    EXPECT_EQ(objStat.st_mode & 0777, 0644u);
+    stat(file.c_str(), &status);
+    EXPECT_EQ(status.st_mode & 0777, 0644u);
 }
 
 TEST(PosixFileSystem, AppendsLinesToAFileThatItMakes)
 {
-    const HostFolder objFolder;
-    PosixFileSystem objFiles;
+    const HostFolder folder;
+    PosixFileSystem files;
 
-    objFiles.AppendLine(objFolder.sFile("report.txt"), "one");
-    objFiles.AppendLine(objFolder.sFile("report.txt"), "two");
+    files.AppendLine(folder.File("report.txt"), "one");
+    files.AppendLine(folder.File("report.txt"), "two");
 
-    EXPECT_EQ(sContentOf(objFolder.sFile("report.txt")), "one\ntwo\n");
+    EXPECT_EQ(ContentOf(folder.File("report.txt")), "one\ntwo\n");
 }
 
 TEST(PosixFileSystem, AppendsToADeviceButNeverWaitsForAPipe)
 {
-    const HostFolder objFolder;
-    ASSERT_EQ(mkfifo(objFolder.sFile("pipe").c_str(), 0666), 0);
-    PosixFileSystem objFiles;
+    const HostFolder folder;
+    ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
+    PosixFileSystem files;
 
-    EXPECT_NO_THROW(objFiles.AppendLine("/dev/null", "one"));
-    EXPECT_THROW(objFiles.AppendLine(objFolder.sFile("pipe"), "one"), clsRaisedError);
-    EXPECT_THROW(objFiles.AppendLine("/dev/full", "one"), clsRaisedError);
+    EXPECT_NO_THROW(files.AppendLine("/dev/null", "one"));
+    EXPECT_THROW(files.AppendLine(folder.File("pipe"), "one"), clsRaisedError);
+    EXPECT_THROW(files.AppendLine("/dev/full", "one"), clsRaisedError);
 }
 
 TEST(PosixFileSystem, RaisesPathFileAccessWhereNothingCanBeAppended)
 {
-    const HostFolder objFolder;
-    PosixFileSystem objFiles;
-    for (const std::string& sPath : {objFolder.sPath(), objFolder.sFile("missing/a.txt"),
-                                     objFolder.sFile("*.txt"), ""s, "Q:\\report.txt"s}) {
+    const HostFolder folder;
+    PosixFileSystem files;
+    for (const std::string& path :
+         {folder.Path(), folder.File("missing/a.txt"), folder.File("*.txt"), ""s, "Q:\\report.txt"s}) {
         try {
-            objFiles.AppendLine(sPath, "one");
-            FAIL() << sPath;
-        } catch (const clsRaisedError& objError) {
-            EXPECT_EQ(objError.lNumber(), kErrPathFileAccess) << sPath;
+            files.AppendLine(path, "one");
+            FAIL() << path;
+        } catch (const clsRaisedError& error) {
+            EXPECT_EQ(error.lNumber(), kErrPathFileAccess) << path;
         }
     }
 }
 
 TEST(PosixFileSystem, TakesHalfALineBackWhenTheDiskIsFull)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("report.txt", "old line\n");
-    const ScopedFileSizeLimit objLimit(12);
+    const HostFolder folder;
+    const std::string file = folder.File("report.txt", "old line\n");
+    const ScopedFileSizeLimit limit(12);
 
-    EXPECT_THROW(PosixFileSystem().AppendLine(sFile, "a longer line"), clsRaisedError);
-    EXPECT_EQ(sContentOf(sFile), "old line\n");
+    EXPECT_THROW(PosixFileSystem().AppendLine(file, "a longer line"), clsRaisedError);
+    EXPECT_EQ(ContentOf(file), "old line\n");
 }
 
 TEST(PosixFileSystem, ReadsAndAppendsBytesAsTheyAre)
 {
-    const HostFolder objFolder;
-    const std::string sBytes = "\xFF\0\r\n"s + std::string(600'000, '\x80');
-    const std::string sFile = objFolder.sFile("Some.bin", sBytes);
-    PosixFileSystem objFiles;
+    const HostFolder folder;
+    const std::string bytes = "\xFF\0\r\n"s + std::string(600'000, '\x80');
+    const std::string file = folder.File("Some.bin", bytes);
+    PosixFileSystem files;
 
-    EXPECT_EQ(objFiles.sReadBytes(objFolder.sFile("some.BIN")), sBytes);
-    EXPECT_TRUE(objFiles.AppendBytes(objFolder.sFile("some.BIN"), "\0x"s));
-    EXPECT_EQ(sContentOf(sFile), sBytes + "\0x"s);
-    EXPECT_EQ(objFiles.sReadBytes(objFolder.sPath()), std::nullopt);
-    EXPECT_EQ(objFiles.sReadBytes("/dev/zero"), std::nullopt);
-    EXPECT_EQ(objFiles.sReadBytes(objFolder.sFile("gone")), std::nullopt);
-    EXPECT_FALSE(objFiles.AppendBytes(objFolder.sFile("gone"), "x"));
-    EXPECT_FALSE(objFiles.AppendBytes(objFolder.sPath(), "x"));
-    EXPECT_EQ(objFolder.sListing(), "Some.bin");
+    EXPECT_EQ(files.sReadBytes(folder.File("some.BIN")), bytes);
+    EXPECT_TRUE(files.AppendBytes(folder.File("some.BIN"), "\0x"s));
+    EXPECT_EQ(ContentOf(file), bytes + "\0x"s);
+    EXPECT_EQ(files.sReadBytes(folder.Path()), std::nullopt);
+    EXPECT_EQ(files.sReadBytes("/dev/zero"), std::nullopt);
+    EXPECT_EQ(files.sReadBytes(folder.File("gone")), std::nullopt);
+    EXPECT_FALSE(files.AppendBytes(folder.File("gone"), "x"));
+    EXPECT_FALSE(files.AppendBytes(folder.Path(), "x"));
+    EXPECT_EQ(folder.Listing(), "Some.bin");
 }

@@ -15,165 +15,165 @@ static constexpr const char* kName = "Stellor_Global_Mutex";
 static constexpr const char* kFile = "varnel-Stellor_Global_Mutex.lock";
 
 // True when somebody holds the lock of this file.
-static bool bIsLocked(const std::string& sPath)
+static bool IsLocked(const std::string& path)
 {
-    const Descriptor objFile(open(sPath.c_str(), O_RDONLY | O_CLOEXEC));
-    return flock(objFile.nNumber(), LOCK_EX | LOCK_NB) != 0;
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    return flock(file.Number(), LOCK_EX | LOCK_NB) != 0;
 }
 
 TEST(NamedMutex, LocksAFileUntilTheLastRelease)
 {
-    const HostFolder objFolder;
-    PosixNamedMutex objMutex({objFolder.sPath()});
-    objMutex.Acquire(kName);
-    objMutex.Acquire(kName);
-    EXPECT_TRUE(bIsLocked(objFolder.sFile(kFile)));
+    const HostFolder folder;
+    PosixNamedMutex mutex({folder.Path()});
+    mutex.Acquire(kName);
+    mutex.Acquire(kName);
+    EXPECT_TRUE(IsLocked(folder.File(kFile)));
 
-    objMutex.Release(kName);
-    EXPECT_TRUE(bIsLocked(objFolder.sFile(kFile)));
-    objMutex.Release(kName);
-    EXPECT_FALSE(bIsLocked(objFolder.sFile(kFile)));
-    objMutex.Release(kName);
+    mutex.Release(kName);
+    EXPECT_TRUE(IsLocked(folder.File(kFile)));
+    mutex.Release(kName);
+    EXPECT_FALSE(IsLocked(folder.File(kFile)));
+    mutex.Release(kName);
 
-    objMutex.Acquire(kName);
-    EXPECT_TRUE(bIsLocked(objFolder.sFile(kFile)));
+    mutex.Acquire(kName);
+    EXPECT_TRUE(IsLocked(folder.File(kFile)));
 }
 
 TEST(NamedMutex, WaitsForAnotherProcess)
 {
-    const HostFolder objFolder;
-    const std::string sLog = objFolder.sFile("log", "");
+    const HostFolder folder;
+    const std::string log_path = folder.File("log", "");
     constexpr int kProcesses = 4;
-    for (int nProcess = 0; nProcess < kProcesses; ++nProcess) {
+    for (int process = 0; process < kProcesses; ++process) {
         if (fork() == 0) {
-            PosixNamedMutex objMutex({objFolder.sPath()});
-            const Descriptor objLog(open(sLog.c_str(), O_WRONLY | O_APPEND));
+            PosixNamedMutex mutex({folder.Path()});
+            const Descriptor log(open(log_path.c_str(), O_WRONLY | O_APPEND));
             for (int n = 0; n < 200; ++n) {
-                objMutex.Acquire(kName);
-                for (const char* sLetter : {"(", "x", ")"})
-                    (void)!write(objLog.nNumber(), sLetter, 1);
-                objMutex.Release(kName);
+                mutex.Acquire(kName);
+                for (const char* letter : {"(", "x", ")"})
+                    (void)!write(log.Number(), letter, 1);
+                mutex.Release(kName);
             }
             _exit(0);
         }
     }
-    for (int nStatus = 0; wait(&nStatus) > 0;)
-        EXPECT_EQ(nStatus, 0);
+    for (int status = 0; wait(&status) > 0;)
+        EXPECT_EQ(status, 0);
 
-    std::string sExpected;
+    std::string expected;
     for (int n = 0; n < kProcesses * 200; ++n)
-        sExpected += "(x)";
-    EXPECT_EQ(sContentOf(sLog), sExpected);
+        expected += "(x)";
+    EXPECT_EQ(ContentOf(log_path), expected);
 }
 
 TEST(NamedMutex, IsFreeWhenItsOwnerDies)
 {
-    const HostFolder objFolder;
-    int aPipe[2];
-    ASSERT_EQ(pipe(aPipe), 0);
-    const pid_t nChild = fork();
-    if (nChild == 0) {
-        PosixNamedMutex objMutex({objFolder.sPath()});
-        objMutex.Acquire(kName);
-        (void)!write(aPipe[1], "x", 1);
+    const HostFolder folder;
+    int pipe_ends[2];
+    ASSERT_EQ(pipe(pipe_ends), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        PosixNamedMutex mutex({folder.Path()});
+        mutex.Acquire(kName);
+        (void)!write(pipe_ends[1], "x", 1);
         pause();
         _exit(0);
     }
-    char cReady = 0;
-    ASSERT_EQ(read(aPipe[0], &cReady, 1), 1);
-    EXPECT_TRUE(bIsLocked(objFolder.sFile(kFile)));
+    char ready = 0;
+    ASSERT_EQ(read(pipe_ends[0], &ready, 1), 1);
+    EXPECT_TRUE(IsLocked(folder.File(kFile)));
 
-    kill(nChild, SIGKILL);
-    waitpid(nChild, nullptr, 0);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
 
-    PosixNamedMutex objMutex({objFolder.sPath()});
-    objMutex.Acquire(kName);
-    EXPECT_TRUE(bIsLocked(objFolder.sFile(kFile)));
-    close(aPipe[0]);
-    close(aPipe[1]);
+    PosixNamedMutex mutex({folder.Path()});
+    mutex.Acquire(kName);
+    EXPECT_TRUE(IsLocked(folder.File(kFile)));
+    close(pipe_ends[0]);
+    close(pipe_ends[1]);
 }
 
 TEST(NamedMutex, IsNotFooledByALinkNorAnythingElseInItsPlace)
 {
-    const HostFolder objFirst, objSecond;
-    const std::string sVictim = objFirst.sFile("victim", "precious");
-    chmod(sVictim.c_str(), 0600);
-    PosixNamedMutex objMutex({objFirst.sPath(), objSecond.sPath()});
+    const HostFolder first, second;
+    const std::string victim = first.File("victim", "precious");
+    chmod(victim.c_str(), 0600);
+    PosixNamedMutex mutex({first.Path(), second.Path()});
 
-    std::filesystem::create_symlink(sVictim, objFirst.sFile(kFile));
-    objMutex.Acquire(kName);
-    EXPECT_FALSE(bIsLocked(sVictim));
-    EXPECT_TRUE(bIsLocked(objSecond.sFile(kFile)));
-    objMutex.Release(kName);
+    std::filesystem::create_symlink(victim, first.File(kFile));
+    mutex.Acquire(kName);
+    EXPECT_FALSE(IsLocked(victim));
+    EXPECT_TRUE(IsLocked(second.File(kFile)));
+    mutex.Release(kName);
 
-    std::filesystem::remove(objFirst.sFile(kFile));
-    std::filesystem::create_symlink(objFirst.sFile("not there"), objFirst.sFile(kFile));
-    objMutex.Acquire(kName);
-    EXPECT_TRUE(bIsLocked(objSecond.sFile(kFile)));
-    objMutex.Release(kName);
+    std::filesystem::remove(first.File(kFile));
+    std::filesystem::create_symlink(first.File("not there"), first.File(kFile));
+    mutex.Acquire(kName);
+    EXPECT_TRUE(IsLocked(second.File(kFile)));
+    mutex.Release(kName);
 
-    std::filesystem::remove(objFirst.sFile(kFile));
-    ASSERT_EQ(mkfifo(objFirst.sFile(kFile).c_str(), 0666), 0);
-    objMutex.Acquire(kName);
-    EXPECT_TRUE(bIsLocked(objSecond.sFile(kFile)));
-    objMutex.Release(kName);
+    std::filesystem::remove(first.File(kFile));
+    ASSERT_EQ(mkfifo(first.File(kFile).c_str(), 0666), 0);
+    mutex.Acquire(kName);
+    EXPECT_TRUE(IsLocked(second.File(kFile)));
+    mutex.Release(kName);
 
-    EXPECT_EQ(sContentOf(sVictim), "precious");
-    struct stat objStat {
+    EXPECT_EQ(ContentOf(victim), "precious");
+    struct stat status {
     };
-    stat(sVictim.c_str(), &objStat);
-    EXPECT_EQ(objStat.st_mode & 0777, 0600u);
-    EXPECT_FALSE(std::filesystem::exists(objFirst.sFile("not there")));
+    stat(victim.c_str(), &status);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);
+    EXPECT_FALSE(std::filesystem::exists(first.File("not there")));
 }
 
 TEST(NamedMutex, IsSharedByTheUsersOfTheMachine)
 {
-    const HostFolder objFolder;
-    chmod(objFolder.sPath().c_str(), 01777);
-    PosixNamedMutex objMutex({objFolder.sPath()});
-    const mode_t nMask = umask(077);
-    objMutex.Acquire(kName);
-    objMutex.Release(kName);
-    umask(nMask);
+    const HostFolder folder;
+    chmod(folder.Path().c_str(), 01777);
+    PosixNamedMutex mutex({folder.Path()});
+    const mode_t mask = umask(077);
+    mutex.Acquire(kName);
+    mutex.Release(kName);
+    umask(mask);
 
-    EXPECT_TRUE(bAsOrdinaryUser([&] {
-        PosixNamedMutex objOther({objFolder.sPath()});
-        objOther.Acquire(kName);
-        return bIsLocked(objFolder.sFile(kFile));
+    EXPECT_TRUE(IsOrdinaryUser([&] {
+        PosixNamedMutex other({folder.Path()});
+        other.Acquire(kName);
+        return IsLocked(folder.File(kFile));
     }));
-    EXPECT_EQ(objFolder.sListing(), kFile);
+    EXPECT_EQ(folder.Listing(), kFile);
 }
 
 TEST(NamedMutex, MeetsAtANewFileWhenTheOldOneWasRemoved)
 {
-    const HostFolder objFolder;
-    PosixNamedMutex objMutex({objFolder.sPath()});
-    objMutex.Acquire(kName);
-    std::filesystem::remove(objFolder.sFile(kFile));
-    objMutex.Release(kName);
+    const HostFolder folder;
+    PosixNamedMutex mutex({folder.Path()});
+    mutex.Acquire(kName);
+    std::filesystem::remove(folder.File(kFile));
+    mutex.Release(kName);
 
-    objMutex.Acquire(kName);
-    EXPECT_TRUE(bIsLocked(objFolder.sFile(kFile)));
+    mutex.Acquire(kName);
+    EXPECT_TRUE(IsLocked(folder.File(kFile)));
 }
 
 TEST(NamedMutex, GoesOnWithoutALockWhereThereIsNoPlaceForOne)
 {
-    PosixNamedMutex objMutex({"/nowhere", "/dev/null"});
-    objMutex.Acquire("../any/name");
-    objMutex.Release("../any/name");
+    PosixNamedMutex mutex({"/nowhere", "/dev/null"});
+    mutex.Acquire("../any/name");
+    mutex.Release("../any/name");
 
-    PosixNamedMutex objNoPlace(std::vector<std::string>{});
-    objNoPlace.Acquire(kName);
-    objNoPlace.Release(kName);
+    PosixNamedMutex no_place(std::vector<std::string>{});
+    no_place.Acquire(kName);
+    no_place.Release(kName);
     SUCCEED();
 }
 
 TEST(NamedMutex, KeepsItsFileInItsFolderWhateverTheName)
 {
-    const HostFolder objFolder;
-    PosixNamedMutex objMutex({objFolder.sSubfolder("locks")});
-    objMutex.Acquire("../" + std::string(500, 'x'));
+    const HostFolder folder;
+    PosixNamedMutex mutex({folder.Subfolder("locks")});
+    mutex.Acquire("../" + std::string(500, 'x'));
 
-    EXPECT_EQ(objFolder.sListing(), "locks");
-    objMutex.Release("../" + std::string(500, 'x'));
+    EXPECT_EQ(folder.Listing(), "locks");
+    mutex.Release("../" + std::string(500, 'x'));
 }

@@ -24,148 +24,148 @@ class PosixProcesses : public testing::Test
 protected:
     void SetUp() override
     {
-        sFolder = testing::TempDir() + "varnel_processes_" + std::to_string(getpid());
-        std::filesystem::create_directories(sFolder);
+        folder_ = testing::TempDir() + "varnel_processes_" + std::to_string(getpid());
+        std::filesystem::create_directories(folder_);
     }
-    void TearDown() override { std::filesystem::remove_all(sFolder); }
+    void TearDown() override { std::filesystem::remove_all(folder_); }
 
-    std::unique_ptr<ChildProcess> pStart(const std::string& sProgram, const std::string& sArguments,
-                                         std::int32_t lPriority = 32)
+    std::unique_ptr<ChildProcess> Start(const std::string& program, const std::string& arguments,
+                                        std::int32_t priority = 32)
     {
-        return objLauncher.pStart({sProgram, sArguments, lPriority, 1});
+        return launcher_.pStart({program, arguments, priority, 1});
     }
     /// The exit code of a program that ends by itself.
-    std::int32_t lExitCode(const std::string& sProgram, const std::string& sArguments)
+    std::int32_t ExitCode(const std::string& program, const std::string& arguments)
     {
-        const auto pChild = pStart(sProgram, sArguments);
-        if (!pChild)
+        const auto child = Start(program, arguments);
+        if (!child)
             return -10;
-        while (!pChild->bWaitForEnd(1000)) {
+        while (!child->bWaitForEnd(1000)) {
         }
-        return pChild->lExitCode();
+        return child->lExitCode();
     }
-    std::string sScript(const std::string& sName, const std::string& sText, bool bExecutable = true)
+    std::string Script(const std::string& name, const std::string& text, bool executable = true)
     {
-        const std::string sPath = sFolder + "/" + sName;
-        std::ofstream(sPath) << sText;
-        chmod(sPath.c_str(), bExecutable ? 0755 : 0644);
-        return sPath;
+        const std::string path = folder_ + "/" + name;
+        std::ofstream(path) << text;
+        chmod(path.c_str(), executable ? 0755 : 0644);
+        return path;
     }
-    std::string sContent(const std::string& sName) const
+    std::string Content(const std::string& name) const
     {
-        std::stringstream objText;
-        objText << std::ifstream(sFolder + "/" + sName).rdbuf();
-        return objText.str();
+        std::stringstream text;
+        text << std::ifstream(folder_ + "/" + name).rdbuf();
+        return text.str();
     }
 
-    std::string sFolder;
-    PosixFileSystem objFiles;
-    PosixProcessLauncher objLauncher{objFiles};
+    std::string folder_;
+    PosixFileSystem files_;
+    PosixProcessLauncher launcher_{files_};
 };
 
 /// Whether this process has a child, running or dead, that nobody has collected.
-bool bHasChildren()
+bool HasChildren()
 {
-    siginfo_t objInfo{};
-    return waitid(P_ALL, 0, &objInfo, WEXITED | WNOHANG | WNOWAIT) == 0;
+    siginfo_t info{};
+    return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
 }  // namespace
 
 TEST(CutArguments, CutsAtBlanksAndKeepsTogetherWhatIsQuoted)
 {
-    EXPECT_EQ(aCutArguments("a  b \"c d\" e\"f g\"h"), (Arguments{"a", "b", "c d", "ef gh"}));
-    EXPECT_EQ(aCutArguments("  "), Arguments{});
-    EXPECT_EQ(aCutArguments(""), Arguments{});
-    EXPECT_EQ(aCutArguments("\"\" a"), (Arguments{"", "a"}));
-    EXPECT_EQ(aCutArguments("\"a b"), (Arguments{"a b"}));
-    EXPECT_EQ(aCutArguments("a\\ b 'c d'"), (Arguments{"a\\", "b", "'c", "d'"}));
+    EXPECT_EQ(CutArguments("a  b \"c d\" e\"f g\"h"), (Arguments{"a", "b", "c d", "ef gh"}));
+    EXPECT_EQ(CutArguments("  "), Arguments{});
+    EXPECT_EQ(CutArguments(""), Arguments{});
+    EXPECT_EQ(CutArguments("\"\" a"), (Arguments{"", "a"}));
+    EXPECT_EQ(CutArguments("\"a b"), (Arguments{"a b"}));
+    EXPECT_EQ(CutArguments("a\\ b 'c d'"), (Arguments{"a\\", "b", "'c", "d'"}));
 }
 
 TEST(NicenessOfPriority, KnowsTheFourPriorities)
 {
-    int nNiceness = 99;
-    EXPECT_TRUE(bNicenessOfPriority(64, nNiceness));
-    EXPECT_EQ(nNiceness, 19);
-    EXPECT_TRUE(bNicenessOfPriority(32, nNiceness));
-    EXPECT_EQ(nNiceness, 0);
-    EXPECT_TRUE(bNicenessOfPriority(128, nNiceness));
-    EXPECT_EQ(nNiceness, -5);
-    EXPECT_TRUE(bNicenessOfPriority(256, nNiceness));
-    EXPECT_EQ(nNiceness, -10);
-    EXPECT_FALSE(bNicenessOfPriority(0, nNiceness));
+    int niceness = 99;
+    EXPECT_TRUE(NicenessOfPriority(64, niceness));
+    EXPECT_EQ(niceness, 19);
+    EXPECT_TRUE(NicenessOfPriority(32, niceness));
+    EXPECT_EQ(niceness, 0);
+    EXPECT_TRUE(NicenessOfPriority(128, niceness));
+    EXPECT_EQ(niceness, -5);
+    EXPECT_TRUE(NicenessOfPriority(256, niceness));
+    EXPECT_EQ(niceness, -10);
+    EXPECT_FALSE(NicenessOfPriority(0, niceness));
 }
 
 TEST_F(PosixProcesses, GiveTheirExitCode)
 {
-    EXPECT_EQ(lExitCode("/bin/true", ""), 0);
-    EXPECT_EQ(lExitCode("/bin/false", ""), 1);
-    EXPECT_EQ(lExitCode("/bin/sh", "-c \"exit 3\""), 3);
+    EXPECT_EQ(ExitCode("/bin/true", ""), 0);
+    EXPECT_EQ(ExitCode("/bin/false", ""), 1);
+    EXPECT_EQ(ExitCode("/bin/sh", "-c \"exit 3\""), 3);
 }
 
 TEST_F(PosixProcesses, GiveTheSignalThatEndedThem)
 {
-    EXPECT_EQ(lExitCode("/bin/sh", "-c \"kill -9 $$\""), 128 + 9);
+    EXPECT_EQ(ExitCode("/bin/sh", "-c \"kill -9 $$\""), 128 + 9);
 }
 
 TEST_F(PosixProcesses, CantBeStartedWhenTheyArentThere)
 {
-    EXPECT_EQ(pStart(sFolder + "/none", ""), nullptr);
-    EXPECT_EQ(pStart("", ""), nullptr);
-    EXPECT_EQ(pStart(sFolder, ""), nullptr);
-    EXPECT_FALSE(bHasChildren());
+    EXPECT_EQ(Start(folder_ + "/none", ""), nullptr);
+    EXPECT_EQ(Start("", ""), nullptr);
+    EXPECT_EQ(Start(folder_, ""), nullptr);
+    EXPECT_FALSE(HasChildren());
 }
 
 TEST_F(PosixProcesses, CantBeStartedWhenTheyArentPrograms)
 {
-    EXPECT_EQ(pStart(sScript("plain.sh", "#!/bin/sh\nexit 0\n", false), ""), nullptr);
-    EXPECT_EQ(pStart(sScript("empty", ""), ""), nullptr);
-    EXPECT_EQ(pStart(sScript("bad.sh", "#!/no/such/shell\n"), ""), nullptr);
-    EXPECT_FALSE(bHasChildren());
+    EXPECT_EQ(Start(Script("plain.sh", "#!/bin/sh\nexit 0\n", false), ""), nullptr);
+    EXPECT_EQ(Start(Script("empty", ""), ""), nullptr);
+    EXPECT_EQ(Start(Script("bad.sh", "#!/no/such/shell\n"), ""), nullptr);
+    EXPECT_FALSE(HasChildren());
 }
 
 TEST_F(PosixProcesses, AreFoundByThePathsOfTheLogic)
 {
-    std::string sBackslashes = sScript("tool.sh", "#!/bin/sh\nexit 7\n");
-    for (char& c : sBackslashes)
+    std::string backslashes = Script("tool.sh", "#!/bin/sh\nexit 7\n");
+    for (char& c : backslashes)
         c = c == '/' ? '\\' : c;
-    EXPECT_EQ(lExitCode(sBackslashes, ""), 7);
+    EXPECT_EQ(ExitCode(backslashes, ""), 7);
 }
 
 TEST_F(PosixProcesses, SeeTheNameDummyAndThenTheirArguments)
 {
-    const auto pChild = pStart(
-        "/bin/sh", "-c \"tr '\\0' '|' < /proc/$$/cmdline > " + sFolder + "/line; exit 0\" one \"two 2\"");
-    ASSERT_NE(pChild, nullptr);
-    while (!pChild->bWaitForEnd(1000)) {
+    const auto child = Start(
+        "/bin/sh", "-c \"tr '\\0' '|' < /proc/$$/cmdline > " + folder_ + "/line; exit 0\" one \"two 2\"");
+    ASSERT_NE(child, nullptr);
+    while (!child->bWaitForEnd(1000)) {
     }
-    const std::string sLine = sContent("line");
-    EXPECT_TRUE(sLine.starts_with("Dummy.exe|-c|")) << sLine;
-    EXPECT_TRUE(sLine.ends_with("|one|two 2|")) << sLine;
+    const std::string line = Content("line");
+    EXPECT_TRUE(line.starts_with("Dummy.exe|-c|")) << line;
+    EXPECT_TRUE(line.ends_with("|one|two 2|")) << line;
 }
 
 TEST_F(PosixProcesses, RunAtTheNicenessOfTheirPriority)
 {
-    const auto pChild = pStart("/bin/sh", "-c \"nice > " + sFolder + "/nice\"", 64);
-    ASSERT_NE(pChild, nullptr);
-    while (!pChild->bWaitForEnd(1000)) {
+    const auto child = Start("/bin/sh", "-c \"nice > " + folder_ + "/nice\"", 64);
+    ASSERT_NE(child, nullptr);
+    while (!child->bWaitForEnd(1000)) {
     }
-    EXPECT_EQ(sContent("nice"), "19\n");
+    EXPECT_EQ(Content("nice"), "19\n");
 }
 
 TEST_F(PosixProcesses, StartThoughTheirPriorityMayBeRefused)
 {
-    const auto pChild = pStart("/bin/true", "", 256);
-    ASSERT_NE(pChild, nullptr);
-    while (!pChild->bWaitForEnd(1000)) {
+    const auto child = Start("/bin/true", "", 256);
+    ASSERT_NE(child, nullptr);
+    while (!child->bWaitForEnd(1000)) {
     }
-    EXPECT_EQ(pChild->lExitCode(), 0);
+    EXPECT_EQ(child->lExitCode(), 0);
 }
 
 TEST_F(PosixProcesses, DontInheritTheSignalsThatThisProcessIgnores)
 {
     std::signal(SIGXFSZ, SIG_IGN);
-    EXPECT_EQ(lExitCode("/bin/sh", "-c \"kill -XFSZ $$; exit 0\""), 128 + SIGXFSZ);
+    EXPECT_EQ(ExitCode("/bin/sh", "-c \"kill -XFSZ $$; exit 0\""), 128 + SIGXFSZ);
     std::signal(SIGXFSZ, SIG_DFL);
 }
 
@@ -173,54 +173,54 @@ TEST_F(PosixProcesses, AreWaitedForNoLongerThanAllowedAndRunOn)
 {
     // A program that ends when its standard input does would end with the test; this one waits for a file to
     // come.
-    const std::string sWaiting =
-        sScript("wait.sh", "#!/bin/sh\nwhile [ ! -e " + sFolder + "/go ]; do sleep 0.01; done\nexit 4\n");
-    const auto pChild = pStart(sWaiting, "");
-    ASSERT_NE(pChild, nullptr);
+    const std::string waiting =
+        Script("wait.sh", "#!/bin/sh\nwhile [ ! -e " + folder_ + "/go ]; do sleep 0.01; done\nexit 4\n");
+    const auto child = Start(waiting, "");
+    ASSERT_NE(child, nullptr);
 
-    EXPECT_FALSE(pChild->bWaitForEnd(0));
-    EXPECT_FALSE(pChild->bWaitForEnd(5));
-    std::ofstream(sFolder + "/go") << "";
-    while (!pChild->bWaitForEnd(1000)) {
+    EXPECT_FALSE(child->bWaitForEnd(0));
+    EXPECT_FALSE(child->bWaitForEnd(5));
+    std::ofstream(folder_ + "/go") << "";
+    while (!child->bWaitForEnd(1000)) {
     }
 
-    EXPECT_EQ(pChild->lExitCode(), 4);
-    EXPECT_TRUE(pChild->bWaitForEnd(0)) << "an end stays one";
+    EXPECT_EQ(child->lExitCode(), 4);
+    EXPECT_TRUE(child->bWaitForEnd(0)) << "an end stays one";
 }
 
 TEST_F(PosixProcesses, CostNoProcessorTimeWhileTheyAreWaitedFor)
 {
-    const auto pChild = pStart("/bin/sleep", "0.3");
-    ASSERT_NE(pChild, nullptr);
-    const std::clock_t nBefore = std::clock();
-    while (!pChild->bWaitForEnd(20)) {
+    const auto child = Start("/bin/sleep", "0.3");
+    ASSERT_NE(child, nullptr);
+    const std::clock_t before = std::clock();
+    while (!child->bWaitForEnd(20)) {
     }
-    EXPECT_LT(std::clock() - nBefore, CLOCKS_PER_SEC / 10);
+    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 10);
 }
 
 TEST_F(PosixProcesses, AreNeverEndedAndCollectedAfterTheirEnd)
 {
-    const std::string sLate =
-        sScript("late.sh", "#!/bin/sh\nwhile [ ! -e " + sFolder + "/go ]; do sleep 0.01; done\ntouch " +
-                               sFolder + "/done\n");
-    pStart(sLate, "").reset();
-    std::ofstream(sFolder + "/go") << "";
+    const std::string late =
+        Script("late.sh", "#!/bin/sh\nwhile [ ! -e " + folder_ + "/go ]; do sleep 0.01; done\ntouch " +
+                              folder_ + "/done\n");
+    Start(late, "").reset();
+    std::ofstream(folder_ + "/go") << "";
 
     // Each start collects what has ended since; the file shows that the program went on to its end.
-    for (int l = 0; l < 2000 && bHasChildren(); ++l)
-        EXPECT_EQ(lExitCode("/bin/true", ""), 0);
-    EXPECT_FALSE(bHasChildren());
+    for (int l = 0; l < 2000 && HasChildren(); ++l)
+        EXPECT_EQ(ExitCode("/bin/true", ""), 0);
+    EXPECT_FALSE(HasChildren());
 
-    EXPECT_TRUE(std::filesystem::exists(sFolder + "/done"));
+    EXPECT_TRUE(std::filesystem::exists(folder_ + "/done"));
 }
 
 TEST_F(PosixProcesses, AreCollectedWithoutAnotherStart)
 {
-    pStart(sScript("soon.sh", "#!/bin/sh\nexit 0\n"), "").reset();
+    Start(Script("soon.sh", "#!/bin/sh\nexit 0\n"), "").reset();
 
-    siginfo_t objInfo{};
-    waitid(P_ALL, 0, &objInfo, WEXITED | WNOWAIT);  // it has ended, and nobody has collected it
-    objLauncher.CollectEnded();
+    siginfo_t info{};
+    waitid(P_ALL, 0, &info, WEXITED | WNOWAIT);  // it has ended, and nobody has collected it
+    launcher_.CollectEnded();
 
-    EXPECT_FALSE(bHasChildren());
+    EXPECT_FALSE(HasChildren());
 }

@@ -14,20 +14,20 @@
 using namespace std::string_literals;
 using Lines = std::vector<std::string>;
 
-static Lines LinesOf(const std::string& sPath)
+static Lines LinesOf(const std::string& path)
 {
-    const auto pReader = PosixFileSystem().OpenForInput(sPath);
-    Lines aLines;
-    std::string sLine;
-    while (pReader->ReadLine(sLine))
-        aLines.push_back(sLine);
-    return aLines;
+    const auto reader = PosixFileSystem().OpenForInput(path);
+    Lines lines;
+    std::string line;
+    while (reader->ReadLine(line))
+        lines.push_back(line);
+    return lines;
 }
 
-static Lines LinesOfBytes(const std::string& sBytes)
+static Lines LinesOfBytes(const std::string& bytes)
 {
-    const HostFolder objFolder;
-    return LinesOf(objFolder.sFile("a.txt", sBytes));
+    const HostFolder folder;
+    return LinesOf(folder.File("a.txt", bytes));
 }
 
 TEST(TextReader, TakesBothLineEndsAndALastLineWithoutOne)
@@ -54,12 +54,12 @@ TEST(TextReader, ReadsAFileThatIsNotUtf8AsAWholeAsWindows1252)
 
 TEST(TextReader, KeepsCharactersWholeAcrossItsBlocks)
 {
-    std::string sText;
+    std::string text;
     for (int n = 0; n < 200'000; ++n)
-        sText += n % 3 == 0 ? "ü" : n % 3 == 1 ? "€" : "😀";
-    for (int nShift = 0; nShift < 4; ++nShift) {
-        const std::string sShifted = std::string(static_cast<std::size_t>(nShift), 'x') + sText;
-        EXPECT_EQ(LinesOfBytes(sShifted), Lines{sShifted}) << nShift;
+        text += n % 3 == 0 ? "ü" : n % 3 == 1 ? "€" : "😀";
+    for (int shift = 0; shift < 4; ++shift) {
+        const std::string shifted = std::string(static_cast<std::size_t>(shift), 'x') + text;
+        EXPECT_EQ(LinesOfBytes(shifted), Lines{shifted}) << shift;
     }
 }
 
@@ -70,21 +70,22 @@ TEST(TextReader, KeepsNulsAndLoneCarriageReturns)
 
 TEST(TextReader, ReadsLinesLongerThanItsBlocks)
 {
-    const std::string sLong(3'000'000, 'x');
+    const std::string long_line(3'000'000, 'x');
 
-    EXPECT_EQ(LinesOfBytes(sLong + "\n" + sLong + "\r\nshort"), (Lines{sLong, sLong, "short"}));
+    EXPECT_EQ(LinesOfBytes(long_line + "\n" + long_line + "\r\nshort"),
+              (Lines{long_line, long_line, "short"}));
 }
 
 TEST(TextReader, ReadsManyLines)
 {
-    std::string sText;
+    std::string text;
     for (int n = 0; n < 100'000; ++n)
-        sText += " M\t1^0^FALSE\t" + std::to_string(n) + "\tC\tC:\\pics\\a.bmp\r\n";
+        text += " M\t1^0^FALSE\t" + std::to_string(n) + "\tC\tC:\\pics\\a.bmp\r\n";
 
-    const Lines aLines = LinesOfBytes(sText);
+    const Lines lines = LinesOfBytes(text);
 
-    ASSERT_EQ(aLines.size(), 100'000u);
-    EXPECT_EQ(aLines.back(), " M\t1^0^FALSE\t99999\tC\tC:\\pics\\a.bmp");
+    ASSERT_EQ(lines.size(), 100'000u);
+    EXPECT_EQ(lines.back(), " M\t1^0^FALSE\t99999\tC\tC:\\pics\\a.bmp");
 }
 
 TEST(TextReader, RaisesFileNotFoundForAMissingFile)
@@ -92,127 +93,126 @@ TEST(TextReader, RaisesFileNotFoundForAMissingFile)
     try {
         LinesOf("/nowhere/a.txt");
         FAIL();
-    } catch (const clsRaisedError& objError) {
-        EXPECT_EQ(objError.lNumber(), kErrFileNotFound);
-        EXPECT_EQ(objError.sDescription(), "File not found: /nowhere/a.txt");
+    } catch (const clsRaisedError& error) {
+        EXPECT_EQ(error.lNumber(), kErrFileNotFound);
+        EXPECT_EQ(error.sDescription(), "File not found: /nowhere/a.txt");
     }
 }
 
 TEST(TextReader, RaisesPathFileAccessForAFolderAndAPipe)
 {
-    const HostFolder objFolder;
-    ASSERT_EQ(mkfifo(objFolder.sFile("pipe").c_str(), 0666), 0);
+    const HostFolder folder;
+    ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
 
-    for (const std::string& sPath : {objFolder.sPath(), objFolder.sFile("pipe")}) {
+    for (const std::string& path : {folder.Path(), folder.File("pipe")}) {
         try {
-            LinesOf(sPath);
+            LinesOf(path);
             FAIL();
-        } catch (const clsRaisedError& objError) {
-            EXPECT_EQ(objError.lNumber(), kErrPathFileAccess);
-            EXPECT_NE(objError.sDescription().find("Path/File access error: " + sPath), std::string::npos);
+        } catch (const clsRaisedError& error) {
+            EXPECT_EQ(error.lNumber(), kErrPathFileAccess);
+            EXPECT_NE(error.sDescription().find("Path/File access error: " + path), std::string::npos);
         }
     }
 }
 
-RC_GTEST_PROP(TextReader, GivesBackTheLinesThatWereWritten, (const std::vector<std::string>& aAny))
+RC_GTEST_PROP(TextReader, GivesBackTheLinesThatWereWritten, (const std::vector<std::string>& any))
 {
-    const HostFolder objFolder;
-    Lines aLines;
-    for (std::string sLine : aAny) {
-        std::erase_if(sLine, [](char c) { return c == '\n' || c == '\r' || (c & 0x80) != 0; });
-        aLines.push_back(sLine);
+    const HostFolder folder;
+    Lines lines;
+    for (std::string line : any) {
+        std::erase_if(line, [](char c) { return c == '\n' || c == '\r' || (c & 0x80) != 0; });
+        lines.push_back(line);
     }
-    const auto pWriter = PosixFileSystem().OpenForOutput(objFolder.sFile("a.txt"));
-    for (const std::string& sLine : aLines)
-        pWriter->WriteLine(sLine);
-    pWriter->Commit();
+    const auto writer = PosixFileSystem().OpenForOutput(folder.File("a.txt"));
+    for (const std::string& line : lines)
+        writer->WriteLine(line);
+    writer->Commit();
 
-    RC_ASSERT(LinesOf(objFolder.sFile("a.txt")) == aLines);
+    RC_ASSERT(LinesOf(folder.File("a.txt")) == lines);
 }
 
 TEST(TextWriter, EndsLinesWithCrLf)
 {
-    const HostFolder objFolder;
-    const auto pWriter = PosixFileSystem().OpenForOutput(objFolder.sFile("a.txt"));
-    pWriter->WriteLine("ü");
-    pWriter->WriteLine("");
-    pWriter->Commit();
+    const HostFolder folder;
+    const auto writer = PosixFileSystem().OpenForOutput(folder.File("a.txt"));
+    writer->WriteLine("ü");
+    writer->WriteLine("");
+    writer->Commit();
 
-    EXPECT_EQ(sContentOf(objFolder.sFile("a.txt")), "ü\r\n\r\n");
-    EXPECT_EQ(objFolder.sListing(), "a.txt");
+    EXPECT_EQ(ContentOf(folder.File("a.txt")), "ü\r\n\r\n");
+    EXPECT_EQ(folder.Listing(), "a.txt");
 }
 
 TEST(TextWriter, LeavesTheOldFileAloneUntilItCommits)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("a.txt", "old");
+    const HostFolder folder;
+    const std::string file = folder.File("a.txt", "old");
     {
-        const auto pWriter = PosixFileSystem().OpenForOutput(sFile);
-        pWriter->WriteLine(std::string(1'000'000, 'x'));
-        EXPECT_EQ(sContentOf(sFile), "old");
-        EXPECT_EQ(objFolder.sListing(), "a.txt");
+        const auto writer = PosixFileSystem().OpenForOutput(file);
+        writer->WriteLine(std::string(1'000'000, 'x'));
+        EXPECT_EQ(ContentOf(file), "old");
+        EXPECT_EQ(folder.Listing(), "a.txt");
     }
-    EXPECT_EQ(sContentOf(sFile), "old");
-    EXPECT_EQ(objFolder.sListing(), "a.txt");
+    EXPECT_EQ(ContentOf(file), "old");
+    EXPECT_EQ(folder.Listing(), "a.txt");
 }
 
 TEST(TextWriter, KeepsTheModeOfTheFileThatItReplaces)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("a.txt", "old");
-    chmod(sFile.c_str(), 0640);
-    const auto pWriter = PosixFileSystem().OpenForOutput(sFile);
-    pWriter->Commit();
+    const HostFolder folder;
+    const std::string file = folder.File("a.txt", "old");
+    chmod(file.c_str(), 0640);
+    const auto writer = PosixFileSystem().OpenForOutput(file);
+    writer->Commit();
 
-    struct stat objStat {
+    struct stat status {
     };
-    stat(sFile.c_str(), &objStat);
-    EXPECT_EQ(objStat.st_mode & 07777, 0640u);
-    EXPECT_EQ(sContentOf(sFile), "");
+    stat(file.c_str(), &status);
+    EXPECT_EQ(status.st_mode & 07777, 0640u);
+    EXPECT_EQ(ContentOf(file), "");
 }
 
 TEST(TextWriter, ReplacesWhatALinkPointsTo)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("real/a.txt", "old");
-    std::filesystem::create_symlink(sFile, objFolder.sFile("link.txt"));
-    const auto pWriter = PosixFileSystem().OpenForOutput(objFolder.sFile("link.txt"));
-    pWriter->WriteLine("new");
-    pWriter->Commit();
+    const HostFolder folder;
+    const std::string file = folder.File("real/a.txt", "old");
+    std::filesystem::create_symlink(file, folder.File("link.txt"));
+    const auto writer = PosixFileSystem().OpenForOutput(folder.File("link.txt"));
+    writer->WriteLine("new");
+    writer->Commit();
 
-    EXPECT_TRUE(std::filesystem::is_symlink(objFolder.sFile("link.txt")));
-    EXPECT_EQ(sContentOf(sFile), "new\r\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link.txt")));
+    EXPECT_EQ(ContentOf(file), "new\r\n");
 }
 
 TEST(TextWriter, RaisesPathFileAccessWhereNoFileCanBe)
 {
-    const HostFolder objFolder;
-    const std::string sProtected = objFolder.sFile("protected.txt", "old");
-    chmod(sProtected.c_str(), 0444);
-    for (const std::string& sPath :
-         {objFolder.sPath(), objFolder.sFile("missing/a.txt"), objFolder.sFile("*.txt"),
-          objFolder.sFile("a/"), sProtected, "/dev/null"s, ""s, "Q:\\a.txt"s}) {
+    const HostFolder folder;
+    const std::string read_only = folder.File("protected.txt", "old");
+    chmod(read_only.c_str(), 0444);
+    for (const std::string& path : {folder.Path(), folder.File("missing/a.txt"), folder.File("*.txt"),
+                                    folder.File("a/"), read_only, "/dev/null"s, ""s, "Q:\\a.txt"s}) {
         try {
-            (void)PosixFileSystem().OpenForOutput(sPath);
-            FAIL() << sPath;
-        } catch (const clsRaisedError& objError) {
-            EXPECT_EQ(objError.lNumber(), kErrPathFileAccess) << sPath;
+            (void)PosixFileSystem().OpenForOutput(path);
+            FAIL() << path;
+        } catch (const clsRaisedError& error) {
+            EXPECT_EQ(error.lNumber(), kErrPathFileAccess) << path;
         }
     }
-    EXPECT_EQ(sContentOf(sProtected), "old");
+    EXPECT_EQ(ContentOf(read_only), "old");
 }
 
 TEST(TextWriter, RaisesPathFileAccessForAFileThatOnlyAnotherUserMayWriteTo)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "needs another user's file";
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("a.txt", "old");
-    chmod(sFile.c_str(), 0644);
+    const HostFolder folder;
+    const std::string file = folder.File("a.txt", "old");
+    chmod(file.c_str(), 0644);
 
-    EXPECT_TRUE(bAsOrdinaryUser([&] {
+    EXPECT_TRUE(IsOrdinaryUser([&] {
         try {
-            (void)PosixFileSystem().OpenForOutput(sFile);
+            (void)PosixFileSystem().OpenForOutput(file);
             return false;
         } catch (const clsRaisedError&) {
             return true;
@@ -222,39 +222,39 @@ TEST(TextWriter, RaisesPathFileAccessForAFileThatOnlyAnotherUserMayWriteTo)
 
 TEST(TextWriter, RaisesPathFileAccessInAFolderThatMayNotBeWrittenTo)
 {
-    const HostFolder objFolder;
-    chmod(objFolder.sPath().c_str(), 0555);
+    const HostFolder folder;
+    chmod(folder.Path().c_str(), 0555);
 
-    const bool bRaised = bAsOrdinaryUser([&] {
+    const bool raised = IsOrdinaryUser([&] {
         try {
-            (void)PosixFileSystem().OpenForOutput(objFolder.sFile("a.txt"));
+            (void)PosixFileSystem().OpenForOutput(folder.File("a.txt"));
             return false;
-        } catch (const clsRaisedError& objError) {
-            return objError.lNumber() == kErrPathFileAccess &&
-                   objError.sDescription().find("Permission denied") != std::string::npos;
+        } catch (const clsRaisedError& error) {
+            return error.lNumber() == kErrPathFileAccess &&
+                   error.sDescription().find("Permission denied") != std::string::npos;
         }
     });
 
-    EXPECT_TRUE(bRaised);
-    chmod(objFolder.sPath().c_str(), 0777);
+    EXPECT_TRUE(raised);
+    chmod(folder.Path().c_str(), 0777);
 }
 
 TEST(TextWriter, RaisesAtCommitAndKeepsTheOldFileWhenTheDiskIsFull)
 {
-    const HostFolder objFolder;
-    const std::string sFile = objFolder.sFile("a.txt", "old");
+    const HostFolder folder;
+    const std::string file = folder.File("a.txt", "old");
     {
-        const auto pWriter = PosixFileSystem().OpenForOutput(sFile);
-        const ScopedFileSizeLimit objLimit(100'000);
+        const auto writer = PosixFileSystem().OpenForOutput(file);
+        const ScopedFileSizeLimit limit(100'000);
         for (int n = 0; n < 100'000; ++n)
-            pWriter->WriteLine("many lines");
+            writer->WriteLine("many lines");
         try {
-            pWriter->Commit();
+            writer->Commit();
             FAIL();
-        } catch (const clsRaisedError& objError) {
-            EXPECT_EQ(objError.lNumber(), kErrPathFileAccess);
+        } catch (const clsRaisedError& error) {
+            EXPECT_EQ(error.lNumber(), kErrPathFileAccess);
         }
     }
-    EXPECT_EQ(sContentOf(sFile), "old");
-    EXPECT_EQ(objFolder.sListing(), "a.txt");
+    EXPECT_EQ(ContentOf(file), "old");
+    EXPECT_EQ(folder.Listing(), "a.txt");
 }

@@ -17,105 +17,105 @@
 
 namespace fs = std::filesystem;
 
-HostFolder::HostFolder() : m_sPath(testing::TempDir() + "varnel-posix-XXXXXX")
+HostFolder::HostFolder() : path_(testing::TempDir() + "varnel-posix-XXXXXX")
 {
-    EXPECT_NE(mkdtemp(m_sPath.data()), nullptr);
-    chmod(m_sPath.c_str(), 0777);
+    EXPECT_NE(mkdtemp(path_.data()), nullptr);
+    chmod(path_.c_str(), 0777);
 }
 
 HostFolder::~HostFolder()
 {
-    std::error_code objIgnored;
-    fs::remove_all(m_sPath, objIgnored);
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
 }
 
-std::string HostFolder::sFile(const std::string& sName, const std::string& sContent) const
+std::string HostFolder::File(const std::string& name, const std::string& content) const
 {
-    fs::create_directories(fs::path(sFile(sName)).parent_path());
-    std::ofstream(sFile(sName), std::ios::binary) << sContent;
-    return sFile(sName);
+    fs::create_directories(fs::path(File(name)).parent_path());
+    std::ofstream(File(name), std::ios::binary) << content;
+    return File(name);
 }
 
-std::string HostFolder::sSubfolder(const std::string& sName) const
+std::string HostFolder::Subfolder(const std::string& name) const
 {
-    fs::create_directories(sFile(sName));
-    return sFile(sName);
+    fs::create_directories(File(name));
+    return File(name);
 }
 
-std::string HostFolder::sListing() const
+std::string HostFolder::Listing() const
 {
-    std::vector<std::string> aNames;
-    for (const auto& objEntry : fs::directory_iterator(m_sPath))
-        aNames.push_back(objEntry.path().filename().string());
-    std::sort(aNames.begin(), aNames.end());
-    std::string sResult;
-    for (const std::string& sName : aNames)
-        sResult += (sResult.empty() ? "" : " ") + sName;
-    return sResult;
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(path_))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    std::string result;
+    for (const std::string& name : names)
+        result += (result.empty() ? "" : " ") + name;
+    return result;
 }
 
-std::string sContentOf(const std::string& sHostPath)
+std::string ContentOf(const std::string& host_path)
 {
-    std::ifstream objFile(sHostPath, std::ios::binary);
-    if (!objFile)
+    std::ifstream file(host_path, std::ios::binary);
+    if (!file)
         return "(none)";
-    return {std::istreambuf_iterator<char>(objFile), std::istreambuf_iterator<char>()};
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-static void SetVariable(const std::string& sName, const char* sValue)
+static void SetVariable(const std::string& name, const char* value)
 {
-    if (sValue)
-        setenv(sName.c_str(), sValue, 1);
+    if (value)
+        setenv(name.c_str(), value, 1);
     else
-        unsetenv(sName.c_str());
+        unsetenv(name.c_str());
 }
 
-ScopedVariable::ScopedVariable(const char* sName, const char* sValue)
-    : m_sName(sName), m_bWasSet(std::getenv(sName)), m_sOld(m_bWasSet ? std::getenv(sName) : "")
+ScopedVariable::ScopedVariable(const char* name, const char* value)
+    : name_(name), was_set_(std::getenv(name)), old_(was_set_ ? std::getenv(name) : "")
 {
-    SetVariable(m_sName, sValue);
+    SetVariable(name_, value);
 }
 
 ScopedVariable::~ScopedVariable()
 {
-    SetVariable(m_sName, m_bWasSet ? m_sOld.c_str() : nullptr);
+    SetVariable(name_, was_set_ ? old_.c_str() : nullptr);
 }
 
-bool bAsOrdinaryUser(const std::function<bool()>& fnWork)
+bool IsOrdinaryUser(const std::function<bool()>& work)
 {
-    const pid_t nChild = fork();
-    if (nChild == 0) {
+    const pid_t child = fork();
+    if (child == 0) {
         constexpr uid_t kNobody = 65534;
         if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0))
             _exit(2);
-        bool bAnswer = false;
+        bool answer = false;
         try {
-            bAnswer = fnWork();
+            answer = work();
         } catch (...) {
             _exit(3);
         }
-        _exit(bAnswer ? 0 : 1);
+        _exit(answer ? 0 : 1);
     }
-    int nStatus = 0;
-    EXPECT_EQ(waitpid(nChild, &nStatus, 0), nChild);
-    EXPECT_TRUE(WIFEXITED(nStatus) && WEXITSTATUS(nStatus) <= 1) << "the process ended with " << nStatus;
-    return WIFEXITED(nStatus) && WEXITSTATUS(nStatus) == 0;
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= 1) << "the process ended with " << status;
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-ScopedFileSizeLimit::ScopedFileSizeLimit(unsigned long nBytes) : m_pOldHandler(std::signal(SIGXFSZ, SIG_IGN))
+ScopedFileSizeLimit::ScopedFileSizeLimit(unsigned long bytes) : old_handler_(std::signal(SIGXFSZ, SIG_IGN))
 {
-    rlimit objLimit{};
-    getrlimit(RLIMIT_FSIZE, &objLimit);
-    m_nOld = objLimit.rlim_cur;
-    objLimit.rlim_cur = nBytes;
-    setrlimit(RLIMIT_FSIZE, &objLimit);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    old_ = limit.rlim_cur;
+    limit.rlim_cur = bytes;
+    setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 ScopedFileSizeLimit::~ScopedFileSizeLimit()
 {
-    rlimit objLimit{};
-    getrlimit(RLIMIT_FSIZE, &objLimit);
-    objLimit.rlim_cur = m_nOld;
-    setrlimit(RLIMIT_FSIZE, &objLimit);
-    std::signal(SIGXFSZ, m_pOldHandler);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = old_;
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, old_handler_);
 }
