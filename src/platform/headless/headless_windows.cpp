@@ -4,15 +4,15 @@
 #include <algorithm>
 #include <cstdio>
 
-BoxAnswer HeadlessWindows::MsgBox(const std::string& sText, const std::string& sTitle, BoxIcon,
-                                  BoxButtons eButtons)
+BoxAnswer HeadlessWindows::MsgBox(const std::string& text, const std::string& title, BoxIcon,
+                                  BoxButtons buttons)
 {
     // The texts part their pieces by carriage returns, which a terminal would take for "write over this
     // line".
-    std::string sLines = sTitle + ": " + sText;
-    std::replace(sLines.begin(), sLines.end(), '\r', '\n');
-    std::fprintf(stderr, "%s\n", sLines.c_str());
-    return eButtons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
+    std::string lines = title + ": " + text;
+    std::replace(lines.begin(), lines.end(), '\r', '\n');
+    std::fprintf(stderr, "%s\n", lines.c_str());
+    return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
 }
 
 std::string HeadlessWindows::sPickFile(const std::string&, const std::string&, std::int32_t, bool)
@@ -24,9 +24,9 @@ void HeadlessWindows::ShowModal(Form&) {}
 
 void HeadlessWindows::DoEvents() {}
 
-void HeadlessWindows::LaunchHelp(const std::string& sHelpFile, std::int32_t lTopic)
+void HeadlessWindows::LaunchHelp(const std::string& help_file, std::int32_t topic)
 {
-    std::fprintf(stderr, "Help: %s, topic %d\n", sHelpFile.c_str(), static_cast<int>(lTopic));
+    std::fprintf(stderr, "Help: %s, topic %d\n", help_file.c_str(), static_cast<int>(topic));
 }
 
 bool HeadlessWindows::bHasDisplay() const

@@ -12,14 +12,14 @@
 class HeadlessWindows : public WindowServices
 {
 public:
-    BoxAnswer MsgBox(const std::string& sText, const std::string& sTitle, BoxIcon eIcon,
-                     BoxButtons eButtons) override;
+    BoxAnswer MsgBox(const std::string& text, const std::string& title, BoxIcon icon,
+                     BoxButtons buttons) override;
     /// Nobody picks: "".
-    std::string sPickFile(const std::string& sTitle, const std::string& sFilter, std::int32_t lIndex,
-                          bool bToSave) override;
+    std::string sPickFile(const std::string& title, const std::string& filter, std::int32_t index,
+                          bool to_save) override;
     void ShowModal(Form& frm) override;
     void DoEvents() override;
     /// Says on standard error where the help stands.
-    void LaunchHelp(const std::string& sHelpFile, std::int32_t lTopic) override;
+    void LaunchHelp(const std::string& help_file, std::int32_t topic) override;
     bool bHasDisplay() const override;
 };

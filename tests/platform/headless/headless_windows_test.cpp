@@ -7,57 +7,57 @@ struct FormForTest : Form {
     FormForTest() : Form("frmForTest") {}
 };
 
-static std::string sShown(HeadlessWindows& objWindows, const std::string& sText)
+static std::string ShownText(HeadlessWindows& windows, const std::string& text)
 {
     testing::internal::CaptureStderr();
-    objWindows.MsgBox(sText, "Error", BoxIcon::Information, BoxButtons::Ok);
+    windows.MsgBox(text, "Error", BoxIcon::Information, BoxButtons::Ok);
     return testing::internal::GetCapturedStderr();
 }
 
 TEST(HeadlessWindows, ShowABoxOnStandardErrorAndNothingOnStandardOutput)
 {
-    HeadlessWindows objWindows;
+    HeadlessWindows windows;
     testing::internal::CaptureStdout();
 
-    EXPECT_EQ(sShown(objWindows, "Unable to launch application."), "Error: Unable to launch application.\n");
+    EXPECT_EQ(ShownText(windows, "Unable to launch application."), "Error: Unable to launch application.\n");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
 TEST(HeadlessWindows, BreakLinesWhereATextHasCarriageReturns)
 {
-    HeadlessWindows objWindows;
+    HeadlessWindows windows;
 
-    EXPECT_EQ(sShown(objWindows, "one\rtwo"), "Error: one\ntwo\n");
+    EXPECT_EQ(ShownText(windows, "one\rtwo"), "Error: one\ntwo\n");
 }
 
 TEST(HeadlessWindows, AnswerOkAndNoToEveryQuestion)
 {
-    HeadlessWindows objWindows;
+    HeadlessWindows windows;
     testing::internal::CaptureStderr();
 
-    EXPECT_EQ(objWindows.MsgBox("a", "b", BoxIcon::Warning, BoxButtons::Ok), BoxAnswer::Ok);
-    EXPECT_EQ(objWindows.MsgBox("a", "b", BoxIcon::Question, BoxButtons::YesNo), BoxAnswer::No);
-    EXPECT_EQ(objWindows.MsgBox("a", "b", BoxIcon::Question, BoxButtons::YesNoCancel), BoxAnswer::No);
+    EXPECT_EQ(windows.MsgBox("a", "b", BoxIcon::Warning, BoxButtons::Ok), BoxAnswer::Ok);
+    EXPECT_EQ(windows.MsgBox("a", "b", BoxIcon::Question, BoxButtons::YesNo), BoxAnswer::No);
+    EXPECT_EQ(windows.MsgBox("a", "b", BoxIcon::Question, BoxButtons::YesNoCancel), BoxAnswer::No);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "b: a\nb: a\nb: a\n");
 }
 
 TEST(HeadlessWindows, PickNothingAndShowNoForm)
 {
-    HeadlessWindows objWindows;
+    HeadlessWindows windows;
     FormForTest frm;
 
-    EXPECT_EQ(objWindows.sPickFile("Open", "All|*.*", 1, false), "");
-    objWindows.ShowModal(frm);
-    objWindows.DoEvents();
+    EXPECT_EQ(windows.sPickFile("Open", "All|*.*", 1, false), "");
+    windows.ShowModal(frm);
+    windows.DoEvents();
     EXPECT_FALSE(frm.Visible());
-    EXPECT_FALSE(objWindows.bHasDisplay());
+    EXPECT_FALSE(windows.bHasDisplay());
 }
 
 TEST(HeadlessWindows, SayWhereTheHelpStands)
 {
-    HeadlessWindows objWindows;
+    HeadlessWindows windows;
     testing::internal::CaptureStderr();
-    objWindows.LaunchHelp("Varnel.HLP", 12);
+    windows.LaunchHelp("Varnel.HLP", 12);
 
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Help: Varnel.HLP, topic 12\n");
 }
