@@ -42,9 +42,9 @@ bool LazyImageTransform::bOpen()
     if (m_bTried)
         return m_pModule != nullptr;
     m_bTried = true;
-    void* pModule = pOpenModule(kFileName);
-    const auto pCreate = pModuleFunction<CreateImageTransform>(pModule, kCreateImageTransform);
-    m_pDestroy = pModuleFunction<DestroyImageTransform>(pModule, kDestroyImageTransform);
+    void* pModule = OpenModule(kFileName);
+    const auto pCreate = ModuleFunction<CreateImageTransform>(pModule, kCreateImageTransform);
+    m_pDestroy = ModuleFunction<DestroyImageTransform>(pModule, kDestroyImageTransform);
     if (pCreate && m_pDestroy)
         m_pModule = pCreate();
     if (m_pModule)

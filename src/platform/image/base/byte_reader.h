@@ -12,17 +12,17 @@ using Bytes = std::span<const std::uint8_t>;
 class ByteReader
 {
 public:
-    explicit ByteReader(Bytes aFile) : m_aLeft(aFile) {}
+    explicit ByteReader(Bytes file) : left_(file) {}
 
-    bool Failed() const { return m_bFailed; }
-    std::uint64_t Left() const { return m_aLeft.size(); }
+    bool Failed() const { return failed_; }
+    std::uint64_t Left() const { return left_.size(); }
 
-    Bytes Take(std::uint64_t nCount)
+    Bytes Take(std::uint64_t count)
     {
-        m_bFailed = m_bFailed || nCount > m_aLeft.size();
-        const Bytes aTaken = m_bFailed ? Bytes{} : m_aLeft.first(nCount);
-        m_aLeft = m_bFailed ? Bytes{} : m_aLeft.subspan(aTaken.size());
-        return aTaken;
+        failed_ = failed_ || count > left_.size();
+        const Bytes taken = failed_ ? Bytes{} : left_.first(count);
+        left_ = failed_ ? Bytes{} : left_.subspan(taken.size());
+        return taken;
     }
 
     std::uint8_t U8() { return static_cast<std::uint8_t>(Little(1)); }
@@ -34,24 +34,24 @@ public:
     std::uint32_t U32Be() { return static_cast<std::uint32_t>(Big(4)); }
 
 private:
-    std::uint64_t Little(std::uint32_t nCount)
+    std::uint64_t Little(std::uint32_t count)
     {
-        std::uint64_t nValue = 0;
-        std::uint32_t nShift = 0;
-        for (const std::uint8_t nByte : Take(nCount)) {
-            nValue |= static_cast<std::uint64_t>(nByte) << nShift;
-            nShift += 8;
+        std::uint64_t value = 0;
+        std::uint32_t shift = 0;
+        for (const std::uint8_t byte : Take(count)) {
+            value |= static_cast<std::uint64_t>(byte) << shift;
+            shift += 8;
         }
-        return nValue;
+        return value;
     }
-    std::uint64_t Big(std::uint32_t nCount)
+    std::uint64_t Big(std::uint32_t count)
     {
-        std::uint64_t nValue = 0;
-        for (const std::uint8_t nByte : Take(nCount))
-            nValue = nValue << 8 | nByte;
-        return nValue;
+        std::uint64_t value = 0;
+        for (const std::uint8_t byte : Take(count))
+            value = value << 8 | byte;
+        return value;
     }
 
-    Bytes m_aLeft;
-    bool m_bFailed = false;
+    Bytes left_;
+    bool failed_ = false;
 };

@@ -14,96 +14,96 @@
 
 static constexpr std::uint64_t kHeadSize = 4096;
 
-static FileIdentity IdentityFromStat(const struct stat& objStat)
+static FileIdentity IdentityFromStat(const struct stat& stat)
 {
-    const auto nNanoseconds = [](const timespec& objTime) {
-        return static_cast<std::int64_t>(objTime.tv_sec) * 1'000'000'000 + objTime.tv_nsec;
+    const auto nanoseconds = [](const timespec& time) {
+        return static_cast<std::int64_t>(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
     };
-    return {objStat.st_dev, objStat.st_ino, static_cast<std::uint64_t>(objStat.st_size),
-            nNanoseconds(objStat.st_mtim), nNanoseconds(objStat.st_ctim)};
+    return {stat.st_dev, stat.st_ino, static_cast<std::uint64_t>(stat.st_size), nanoseconds(stat.st_mtim),
+            nanoseconds(stat.st_ctim)};
 }
 
-std::unique_ptr<InputFile> InputFile::Open(const std::string& sHostPath)
+std::unique_ptr<InputFile> InputFile::Open(const std::string& host_path)
 {
     // O_NONBLOCK: opening a pipe must not wait for its writer; it is refused below.
-    const int nDescriptor = open(sHostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (nDescriptor < 0)
+    const int descriptor = open(host_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
         return nullptr;
-    std::unique_ptr<InputFile> pFile(new InputFile);
-    pFile->m_nDescriptor = nDescriptor;
-    struct stat objStat {
+    std::unique_ptr<InputFile> file(new InputFile);
+    file->descriptor_ = descriptor;
+    struct stat status {
     };
-    if (fstat(nDescriptor, &objStat) != 0 || !S_ISREG(objStat.st_mode))
+    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         return nullptr;
-    pFile->m_objIdentity = IdentityFromStat(objStat);
-    return pFile;
+    file->identity_ = IdentityFromStat(status);
+    return file;
 }
 
-InputFile::InputFile(Bytes aMemory) : m_aMemory(aMemory)
+InputFile::InputFile(Bytes memory) : memory_(memory)
 {
-    m_objIdentity.nSize = aMemory.size();
+    identity_.size = memory.size();
 }
 
 InputFile::~InputFile()
 {
-    if (m_nDescriptor >= 0)
-        close(m_nDescriptor);
+    if (descriptor_ >= 0)
+        close(descriptor_);
 }
 
-std::optional<FileIdentity> InputFile::IdentityOf(const std::string& sHostPath)
+std::optional<FileIdentity> InputFile::IdentityOf(const std::string& host_path)
 {
-    struct stat objStat {
+    struct stat status {
     };
-    if (stat(sHostPath.c_str(), &objStat) != 0)
+    if (stat(host_path.c_str(), &status) != 0)
         return std::nullopt;
-    return IdentityFromStat(objStat);
+    return IdentityFromStat(status);
 }
 
 Bytes InputFile::Head()
 {
-    if (m_aMemory.data())
-        return m_aMemory.first(std::min<std::size_t>(m_aMemory.size(), kHeadSize));
-    if (m_aHead.empty()) {
-        m_aHead.resize(std::min(Size(), kHeadSize));
-        m_aHead.resize(ReadAt(0, m_aHead));
+    if (memory_.data())
+        return memory_.first(std::min<std::size_t>(memory_.size(), kHeadSize));
+    if (head_.empty()) {
+        head_.resize(std::min(Size(), kHeadSize));
+        head_.resize(ReadAt(0, head_));
     }
-    return m_aHead;
+    return head_;
 }
 
 Bytes InputFile::All()
 {
-    if (!m_aMemory.data() && m_nDescriptor >= 0) {
-        if (Size() > nLargestFile())
+    if (!memory_.data() && descriptor_ >= 0) {
+        if (Size() > LargestFile())
             return {};
         try {
-            ResizeFresh(m_aRead, Size());
+            ResizeFresh(read_, Size());
         } catch (const std::bad_alloc&) {
             return {};
         }
-        m_aRead.resize(ReadAt(0, m_aRead));
-        m_aMemory = m_aRead;
+        read_.resize(ReadAt(0, read_));
+        memory_ = read_;
     }
-    return m_aMemory;
+    return memory_;
 }
 
-std::size_t InputFile::ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aOut)
+std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out)
 {
-    if (m_aMemory.data()) {
-        if (nOffset >= m_aMemory.size())
+    if (memory_.data()) {
+        if (offset >= memory_.size())
             return 0;
-        const Bytes aFound = m_aMemory.subspan(nOffset, std::min(aOut.size(), m_aMemory.size() - nOffset));
-        std::copy(aFound.begin(), aFound.end(), aOut.begin());
-        return aFound.size();
+        const Bytes found = memory_.subspan(offset, std::min(out.size(), memory_.size() - offset));
+        std::copy(found.begin(), found.end(), out.begin());
+        return found.size();
     }
-    std::size_t nDone = 0;
-    while (nDone < aOut.size()) {
-        const ssize_t nRead = pread(m_nDescriptor, aOut.data() + nDone, aOut.size() - nDone,
-                                    static_cast<off_t>(nOffset + nDone));
-        if (nRead < 0 && errno == EINTR)
+    std::size_t done = 0;
+    while (done < out.size()) {
+        const ssize_t got =
+            pread(descriptor_, out.data() + done, out.size() - done, static_cast<off_t>(offset + done));
+        if (got < 0 && errno == EINTR)
             continue;
-        if (nRead <= 0)
+        if (got <= 0)
             break;
-        nDone += static_cast<std::size_t>(nRead);
+        done += static_cast<std::size_t>(got);
     }
-    return nDone;
+    return done;
 }

@@ -13,11 +13,11 @@
 
 /// What tells that a file is still the one that was opened.
 struct FileIdentity {
-    std::uint64_t nDevice = 0;
-    std::uint64_t nInode = 0;
-    std::uint64_t nSize = 0;
-    std::int64_t nModifiedNanoseconds = 0;
-    std::int64_t nChangedNanoseconds = 0;
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t size = 0;
+    std::int64_t modified_nanoseconds = 0;
+    std::int64_t changed_nanoseconds = 0;
     bool operator==(const FileIdentity&) const = default;
 };
 
@@ -27,31 +27,31 @@ class InputFile
 {
 public:
     /// A regular file at a host path; null for anything else.
-    static std::unique_ptr<InputFile> Open(const std::string& sHostPath);
+    static std::unique_ptr<InputFile> Open(const std::string& host_path);
     /// Bytes in memory, lent for the life of the object.
-    explicit InputFile(Bytes aMemory);
+    explicit InputFile(Bytes memory);
     ~InputFile();
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
-    std::uint64_t Size() const { return m_objIdentity.nSize; }
-    const FileIdentity& Identity() const { return m_objIdentity; }
-    static std::optional<FileIdentity> IdentityOf(const std::string& sHostPath);
+    std::uint64_t Size() const { return identity_.size; }
+    const FileIdentity& Identity() const { return identity_; }
+    static std::optional<FileIdentity> IdentityOf(const std::string& host_path);
 
     /// The first bytes, at most 4096: enough for every signature.
     Bytes Head();
     /// The whole file, read on the first call and kept; shorter than Size() if the file was cut meanwhile,
-    /// empty if there is no memory for it or if it is larger than nLargestFile of limits.h.
+    /// empty if there is no memory for it or if it is larger than LargestFile of limits.h.
     Bytes All();
-    /// Fills aOut from nOffset on and returns how many bytes there were.
-    std::size_t ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aOut);
+    /// Fills out from offset on and returns how many bytes there were.
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> out);
 
 private:
     InputFile() = default;
 
-    int m_nDescriptor = -1;
-    FileIdentity m_objIdentity;
-    Bytes m_aMemory;     ///< set while the bytes are somebody else's, or once they have all been read
-    PixelBytes m_aRead;  ///< what All() read
-    std::vector<std::uint8_t> m_aHead;
+    int descriptor_ = -1;
+    FileIdentity identity_;
+    Bytes memory_;     ///< set while the bytes are somebody else's, or once they have all been read
+    PixelBytes read_;  ///< what All() read
+    std::vector<std::uint8_t> head_;
 };

@@ -7,40 +7,40 @@
 
 #include "src/platform/image/base/picture_memory.h"
 
-static std::uint64_t nMegapixelLimit()
+static std::uint64_t MegapixelLimit()
 {
-    const char* sSetting = std::getenv("VARNEL_MAX_MEGAPIXELS");
-    const std::uint64_t nSetting = sSetting ? std::strtoul(sSetting, nullptr, 10) : 0;
-    return nSetting >= 1 && nSetting <= 4096 ? nSetting : kMaxMegapixels;
+    const char* text = std::getenv("VARNEL_MAX_MEGAPIXELS");
+    const std::uint64_t megapixels = text ? std::strtoul(text, nullptr, 10) : 0;
+    return megapixels >= 1 && megapixels <= 4096 ? megapixels : kMaxMegapixels;
 }
 
-bool bSizeAllowed(std::uint64_t nWidth, std::uint64_t nHeight)
+bool IsSizeAllowed(std::uint64_t width, std::uint64_t height)
 {
-    if (nWidth < 1 || nHeight < 1 || nWidth > kMaxSide || nHeight > kMaxSide)
+    if (width < 1 || height < 1 || width > kMaxSide || height > kMaxSide)
         return false;
-    return nWidth * nHeight <= nMegapixelLimit() * 1'000'000;
+    return width * height <= MegapixelLimit() * 1'000'000;
 }
 
-std::uint64_t nLargestFile()
+std::uint64_t LargestFile()
 {
     constexpr std::uint64_t kBytesPerPixel = 8;  // four channels of 16 bits
     constexpr std::uint64_t kBesidePixels = 64 << 20;
-    return nMegapixelLimit() * 1'000'000 * kBytesPerPixel + kBesidePixels;
+    return MegapixelLimit() * 1'000'000 * kBytesPerPixel + kBesidePixels;
 }
 
-bool bAllocate(ImageBuffer& aImage, std::uint64_t nWidth, std::uint64_t nHeight, std::int32_t lChannels)
+bool Allocate(ImageBuffer& image, std::uint64_t width, std::uint64_t height, std::int32_t channels)
 {
-    if (!bSizeAllowed(nWidth, nHeight))
+    if (!IsSizeAllowed(width, height))
         return false;
-    ImageBuffer aResult;
-    aResult.width = static_cast<std::int32_t>(nWidth);
-    aResult.height = static_cast<std::int32_t>(nHeight);
-    aResult.channels = lChannels;
+    ImageBuffer result;
+    result.width = static_cast<std::int32_t>(width);
+    result.height = static_cast<std::int32_t>(height);
+    result.channels = channels;
     try {
-        ResizeFresh(aResult.bytes, nWidth * nHeight * static_cast<std::uint64_t>(lChannels));
+        ResizeFresh(result.bytes, width * height * static_cast<std::uint64_t>(channels));
     } catch (const std::bad_alloc&) {
         return false;
     }
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }

@@ -8,41 +8,41 @@
 #include <climits>
 #include <cstdlib>
 
-static std::string sFolderOf(const std::string& sPath)
+static std::string FolderOf(const std::string& path)
 {
-    const std::size_t nLast = sPath.rfind('/');
-    return nLast == std::string::npos ? "" : sPath.substr(0, nLast);
+    const std::size_t last = path.rfind('/');
+    return last == std::string::npos ? "" : path.substr(0, last);
 }
 
 // The folder of the program, and that of the shared library that this code may stand in.
-static std::array<std::string, 2> aOwnFolders()
+static std::array<std::string, 2> OwnFolders()
 {
-    std::array<std::string, 2> aResult;
-    std::array<char, PATH_MAX> aProgram{};
-    const ssize_t nLength = readlink("/proc/self/exe", aProgram.data(), aProgram.size() - 1);
-    if (nLength > 0)
-        aResult[0] = sFolderOf(std::string(aProgram.data(), static_cast<std::size_t>(nLength)));
-    Dl_info objInfo{};
-    if (dladdr(reinterpret_cast<const void*>(&pOpenModule), &objInfo) != 0 && objInfo.dli_fname &&
-        objInfo.dli_fname[0] == '/')
-        aResult[1] = sFolderOf(objInfo.dli_fname);
-    return aResult;
+    std::array<std::string, 2> result;
+    std::array<char, PATH_MAX> program{};
+    const ssize_t length = readlink("/proc/self/exe", program.data(), program.size() - 1);
+    if (length > 0)
+        result[0] = FolderOf(std::string(program.data(), static_cast<std::size_t>(length)));
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<const void*>(&OpenModule), &info) != 0 && info.dli_fname &&
+        info.dli_fname[0] == '/')
+        result[1] = FolderOf(info.dli_fname);
+    return result;
 }
 
-void* pOpenModule(const std::string& sFileName)
+void* OpenModule(const std::string& file_name)
 {
-    const auto pOpen = [](const std::string& sPath) { return dlopen(sPath.c_str(), RTLD_NOW | RTLD_LOCAL); };
-    if (const char* sFolder = std::getenv("VARNEL_MODULE_DIR"))
-        return pOpen(std::string(sFolder) + '/' + sFileName);
-    for (const std::string& sFolder : aOwnFolders())
-        for (const char* sWhere : {"/", "/../lib/", "/../lib/varnel/"})
-            if (!sFolder.empty())
-                if (void* pModule = pOpen(sFolder + sWhere + sFileName))
-                    return pModule;
-    return pOpen(sFileName);
+    const auto open = [](const std::string& path) { return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); };
+    if (const char* folder = std::getenv("VARNEL_MODULE_DIR"))
+        return open(std::string(folder) + '/' + file_name);
+    for (const std::string& folder : OwnFolders())
+        for (const char* where : {"/", "/../lib/", "/../lib/varnel/"})
+            if (!folder.empty())
+                if (void* module = open(folder + where + file_name))
+                    return module;
+    return open(file_name);
 }
 
-void* pModuleAddress(void* pModule, const char* sName)
+void* ModuleAddress(void* module, const char* name)
 {
-    return pModule ? dlsym(pModule, sName) : nullptr;
+    return module ? dlsym(module, name) : nullptr;
 }

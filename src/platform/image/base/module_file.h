@@ -8,13 +8,13 @@
 /// the folder of the program or of the shared library that holds this code, in the folders "lib" and
 /// "lib/varnel" beside that one, and where the system's loader looks. Null when there is none. It stays open
 /// until the process ends.
-void* pOpenModule(const std::string& sFileName);
+void* OpenModule(const std::string& file_name);
 
-void* pModuleAddress(void* pModule, const char* sName);
+void* ModuleAddress(void* module, const char* name);
 
 /// One of the module's functions; null when it has none of that name.
 template <typename Function>
-Function* pModuleFunction(void* pModule, const char* sName)
+Function* ModuleFunction(void* module, const char* name)
 {
-    return reinterpret_cast<Function*>(pModuleAddress(pModule, sName));
+    return reinterpret_cast<Function*>(ModuleAddress(module, name));
 }

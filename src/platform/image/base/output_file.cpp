@@ -18,226 +18,223 @@
 static constexpr std::size_t kGatherSize = 128 * 1024;
 static constexpr std::size_t kPage = 4096;
 
-static std::string sFolderOf(const std::string& sHostPath)
+static std::string FolderOf(const std::string& host_path)
 {
-    const std::size_t nLast = sHostPath.rfind('/');
-    if (nLast == std::string::npos)
+    const std::size_t last = host_path.rfind('/');
+    if (last == std::string::npos)
         return ".";
-    return nLast == 0 ? "/" : sHostPath.substr(0, nLast);
+    return last == 0 ? "/" : host_path.substr(0, last);
 }
 
 // A name beside the target. It doesn't hold the target's name, which may be as long as a name can be.
-static std::string sTemporaryName(const std::string& sFolder)
+static std::string TemporaryName(const std::string& folder)
 {
-    std::random_device objRandom;
-    std::array<char, 40> aName{};
-    std::snprintf(aName.data(), aName.size(), "/.varnel-%08x%08x.tmp", objRandom(), objRandom());
-    return sFolder + aName.data();
+    std::random_device random;
+    std::array<char, 40> name{};
+    std::snprintf(name.data(), name.size(), "/.varnel-%08x%08x.tmp", random(), random());
+    return folder + name.data();
 }
 
-// The end of the links that sPath begins with, whether or not there is a file; "" for a ring of links.
-static std::string sEndOfLinks(std::string sPath)
+// The end of the links that path begins with, whether or not there is a file; "" for a ring of links.
+static std::string EndOfLinks(std::string path)
 {
-    for (int lLinks = 0; lLinks < 40; ++lLinks) {
-        std::array<char, PATH_MAX> aTarget;
-        const ssize_t nSize = readlink(sPath.c_str(), aTarget.data(), aTarget.size());
-        if (nSize < 0)
-            return sPath;
-        const std::string sTarget(aTarget.data(), static_cast<std::size_t>(nSize));
-        sPath = sTarget.starts_with('/') ? sTarget : sFolderOf(sPath) + "/" + sTarget;
+    for (int links = 0; links < 40; ++links) {
+        std::array<char, PATH_MAX> target;
+        const ssize_t size = readlink(path.c_str(), target.data(), target.size());
+        if (size < 0)
+            return path;
+        const std::string target_path(target.data(), static_cast<std::size_t>(size));
+        path = target_path.starts_with('/') ? target_path : FolderOf(path) + "/" + target_path;
     }
     return "";
 }
 
 // A nameless file can be given its name only by way of /proc, which a bare environment may lack.
-static bool bNamelessFilesUsable()
+static bool CanUseNamelessFiles()
 {
     return access("/proc/self/fd", F_OK) == 0;
 }
 
-OutputFile::OutputFile(const std::string& sHostPath) : m_sTarget(sHostPath)
+OutputFile::OutputFile(const std::string& host_path) : target_(host_path)
 {
-    struct stat objStat {
+    struct stat status {
     };
-    if (stat(m_sTarget.c_str(), &objStat) == 0) {
-        m_bReplaces = true;
-        m_nReplacedMode = objStat.st_mode & 07777;
+    if (stat(target_.c_str(), &status) == 0) {
+        replaces_ = true;
+        replaced_mode_ = status.st_mode & 07777;
         // A rename would replace a device or a pipe by a picture; and a file that the user protected stays.
-        if (!S_ISREG(objStat.st_mode) || (m_nReplacedMode & 0222) == 0 ||
-            access(m_sTarget.c_str(), W_OK) != 0) {
-            m_bFailed = true;
+        if (!S_ISREG(status.st_mode) || (replaced_mode_ & 0222) == 0 || access(target_.c_str(), W_OK) != 0) {
+            failed_ = true;
             return;
         }
-        const std::unique_ptr<char, void (*)(void*)> sReal(realpath(m_sTarget.c_str(), nullptr), &std::free);
-        if (sReal)
-            m_sTarget = sReal.get();
+        const std::unique_ptr<char, void (*)(void*)> real(realpath(target_.c_str(), nullptr), &std::free);
+        if (real)
+            target_ = real.get();
     } else {
-        m_sTarget = sEndOfLinks(m_sTarget);
-        if (m_sTarget.empty()) {
-            m_bFailed = true;
+        target_ = EndOfLinks(target_);
+        if (target_.empty()) {
+            failed_ = true;
             return;
         }
     }
-    const std::string sFolder = sFolderOf(m_sTarget);
-    if (bNamelessFilesUsable())
-        m_nDescriptor = open(sFolder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
-    if (m_nDescriptor < 0) {
-        m_sTemporary = sTemporaryName(sFolder);
-        m_nDescriptor = open(m_sTemporary.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
-        if (m_nDescriptor < 0)
-            m_sTemporary.clear();
+    const std::string folder = FolderOf(target_);
+    if (CanUseNamelessFiles())
+        descriptor_ = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+    if (descriptor_ < 0) {
+        temporary_ = TemporaryName(folder);
+        descriptor_ = open(temporary_.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
+        if (descriptor_ < 0)
+            temporary_.clear();
     }
-    m_bFailed = m_nDescriptor < 0;
+    failed_ = descriptor_ < 0;
 }
 
 OutputFile::~OutputFile()
 {
-    if (m_nDescriptor >= 0)
-        close(m_nDescriptor);
-    if (!m_sTemporary.empty())
-        unlink(m_sTemporary.c_str());
+    if (descriptor_ >= 0)
+        close(descriptor_);
+    if (!temporary_.empty())
+        unlink(temporary_.c_str());
 }
 
-bool OutputFile::WriteThrough(Bytes aBytes)
+bool OutputFile::WriteThrough(Bytes bytes)
 {
-    while (!aBytes.empty() && !m_bFailed) {
-        const ssize_t nWritten =
-            pwrite(m_nDescriptor, aBytes.data(), aBytes.size(), static_cast<off_t>(m_nFlushed));
-        if (nWritten < 0 && errno == EINTR)
+    while (!bytes.empty() && !failed_) {
+        const ssize_t written = pwrite(descriptor_, bytes.data(), bytes.size(), static_cast<off_t>(flushed_));
+        if (written < 0 && errno == EINTR)
             continue;
-        if (nWritten <= 0) {
-            m_bFailed = true;
+        if (written <= 0) {
+            failed_ = true;
             break;
         }
-        m_nFlushed += static_cast<std::uint64_t>(nWritten);
-        aBytes = aBytes.subspan(static_cast<std::size_t>(nWritten));
+        flushed_ += static_cast<std::uint64_t>(written);
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
     }
-    return !m_bFailed;
+    return !failed_;
 }
 
 bool OutputFile::Flush()
 {
-    const bool bDone = WriteThrough(m_aGathered);
-    m_aGathered.clear();
-    return bDone;
+    const bool done = WriteThrough(gathered_);
+    gathered_.clear();
+    return done;
 }
 
-void OutputFile::Gather(Bytes& aBytes, std::size_t nCount)
+void OutputFile::Gather(Bytes& bytes, std::size_t count)
 {
-    m_aGathered.insert(m_aGathered.end(), aBytes.begin(),
-                       aBytes.begin() + static_cast<std::ptrdiff_t>(nCount));
-    aBytes = aBytes.subspan(nCount);
+    gathered_.insert(gathered_.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count));
+    bytes = bytes.subspan(count);
 }
 
 // What goes to the system ends where its pages do: one that comes in two parts costs twice. A large piece
 // goes there itself, but for its ends.
-bool OutputFile::Write(Bytes aBytes)
+bool OutputFile::Write(Bytes bytes)
 {
-    while (!m_bFailed && !aBytes.empty()) {
-        const bool bLarge = aBytes.size() >= kGatherSize;
-        if (bLarge && Position() % kPage == 0) {
-            const std::size_t nPages = aBytes.size() / kPage * kPage;
-            if (Flush() && WriteThrough(aBytes.first(nPages)))
-                aBytes = aBytes.subspan(nPages);
+    while (!failed_ && !bytes.empty()) {
+        const bool large = bytes.size() >= kGatherSize;
+        if (large && Position() % kPage == 0) {
+            const std::size_t pages = bytes.size() / kPage * kPage;
+            if (Flush() && WriteThrough(bytes.first(pages)))
+                bytes = bytes.subspan(pages);
             continue;
         }
-        const std::size_t nEnd = bLarge ? kPage : kGatherSize;
-        const std::size_t nRoom = nEnd - Position() % nEnd;
-        Gather(aBytes, std::min(nRoom, aBytes.size()));
+        const std::size_t end = large ? kPage : kGatherSize;
+        const std::size_t room = end - Position() % end;
+        Gather(bytes, std::min(room, bytes.size()));
         if (Position() % kGatherSize == 0)
             Flush();
     }
-    return !m_bFailed;
+    return !failed_;
 }
 
-bool OutputFile::WriteU16Le(std::uint16_t nValue)
+bool OutputFile::WriteU16Le(std::uint16_t value)
 {
-    return WriteU8(static_cast<std::uint8_t>(nValue)) && WriteU8(static_cast<std::uint8_t>(nValue >> 8));
+    return WriteU8(static_cast<std::uint8_t>(value)) && WriteU8(static_cast<std::uint8_t>(value >> 8));
 }
 
-bool OutputFile::WriteU32Le(std::uint32_t nValue)
+bool OutputFile::WriteU32Le(std::uint32_t value)
 {
-    return WriteU16Le(static_cast<std::uint16_t>(nValue)) &&
-           WriteU16Le(static_cast<std::uint16_t>(nValue >> 16));
+    return WriteU16Le(static_cast<std::uint16_t>(value)) &&
+           WriteU16Le(static_cast<std::uint16_t>(value >> 16));
 }
 
-bool OutputFile::WriteU16Be(std::uint16_t nValue)
+bool OutputFile::WriteU16Be(std::uint16_t value)
 {
-    return WriteU8(static_cast<std::uint8_t>(nValue >> 8)) && WriteU8(static_cast<std::uint8_t>(nValue));
+    return WriteU8(static_cast<std::uint8_t>(value >> 8)) && WriteU8(static_cast<std::uint8_t>(value));
 }
 
-bool OutputFile::WriteU32Be(std::uint32_t nValue)
+bool OutputFile::WriteU32Be(std::uint32_t value)
 {
-    return WriteU16Be(static_cast<std::uint16_t>(nValue >> 16)) &&
-           WriteU16Be(static_cast<std::uint16_t>(nValue));
+    return WriteU16Be(static_cast<std::uint16_t>(value >> 16)) &&
+           WriteU16Be(static_cast<std::uint16_t>(value));
 }
 
-bool OutputFile::Seek(std::uint64_t nPosition)
+bool OutputFile::Seek(std::uint64_t position)
 {
     if (!Flush())
         return false;
-    m_nFlushed = nPosition;
+    flushed_ = position;
     return true;
 }
 
 std::uint64_t OutputFile::Size()
 {
-    const std::uint64_t nPosition = Position();
+    const std::uint64_t position = Position();
     Flush();
-    struct stat objStat {
+    struct stat status {
     };
-    if (m_nDescriptor < 0 || fstat(m_nDescriptor, &objStat) != 0)
+    if (descriptor_ < 0 || fstat(descriptor_, &status) != 0)
         return 0;
-    m_nFlushed = nPosition;
-    return static_cast<std::uint64_t>(objStat.st_size);
+    flushed_ = position;
+    return static_cast<std::uint64_t>(status.st_size);
 }
 
-std::size_t OutputFile::ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aOut)
+std::size_t OutputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out)
 {
-    std::size_t nDone = 0;
-    while (Flush() && nDone < aOut.size()) {
-        const ssize_t nRead = pread(m_nDescriptor, aOut.data() + nDone, aOut.size() - nDone,
-                                    static_cast<off_t>(nOffset + nDone));
-        if (nRead < 0 && errno == EINTR)
+    std::size_t done = 0;
+    while (Flush() && done < out.size()) {
+        const ssize_t got =
+            pread(descriptor_, out.data() + done, out.size() - done, static_cast<off_t>(offset + done));
+        if (got < 0 && errno == EINTR)
             continue;
-        if (nRead <= 0)
+        if (got <= 0)
             break;
-        nDone += static_cast<std::size_t>(nRead);
+        done += static_cast<std::size_t>(got);
     }
-    return nDone;
+    return done;
 }
 
 bool OutputFile::Commit()
 {
-    if (m_bFailed || m_nDescriptor < 0 || !Flush())
+    if (failed_ || descriptor_ < 0 || !Flush())
         return false;
-    m_bFailed = true;  // whatever comes of it, nothing more is written
+    failed_ = true;  // whatever comes of it, nothing more is written
     // Some file systems (over a network, with quotas) say only when a file is closed that it had no room.
-    const int nSecond = dup(m_nDescriptor);
-    if (nSecond < 0 || close(nSecond) != 0)
+    const int second = dup(descriptor_);
+    if (second < 0 || close(second) != 0)
         return false;
-    if (m_bReplaces && fchmod(m_nDescriptor, m_nReplacedMode) != 0 && errno != EPERM)
+    if (replaces_ && fchmod(descriptor_, replaced_mode_) != 0 && errno != EPERM)
         return false;
-    const std::string sFolder = sFolderOf(m_sTarget);
-    const std::string sDescriptor = "/proc/self/fd/" + std::to_string(m_nDescriptor);
-    if (m_sTemporary.empty()) {
+    const std::string folder = FolderOf(target_);
+    const std::string descriptor = "/proc/self/fd/" + std::to_string(descriptor_);
+    if (temporary_.empty()) {
         // A new name is given at once; an old one is taken over by way of a temporary name, since only a
         // rename replaces.
-        if (!m_bReplaces &&
-            linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, m_sTarget.c_str(), AT_SYMLINK_FOLLOW) == 0)
-            return m_bCommitted = true;
-        std::string sTemporary = sTemporaryName(sFolder);
-        if (linkat(AT_FDCWD, sDescriptor.c_str(), AT_FDCWD, sTemporary.c_str(), AT_SYMLINK_FOLLOW) != 0)
+        if (!replaces_ &&
+            linkat(AT_FDCWD, descriptor.c_str(), AT_FDCWD, target_.c_str(), AT_SYMLINK_FOLLOW) == 0)
+            return committed_ = true;
+        std::string temporary = TemporaryName(folder);
+        if (linkat(AT_FDCWD, descriptor.c_str(), AT_FDCWD, temporary.c_str(), AT_SYMLINK_FOLLOW) != 0)
             return false;
-        m_sTemporary = sTemporary;
+        temporary_ = temporary;
     }
-    if (rename(m_sTemporary.c_str(), m_sTarget.c_str()) != 0)
+    if (rename(temporary_.c_str(), target_.c_str()) != 0)
         return false;
-    m_sTemporary.clear();
-    return m_bCommitted = true;
+    temporary_.clear();
+    return committed_ = true;
 }
 
 int OutputFile::TakeDescriptor()
 {
-    return m_bCommitted ? std::exchange(m_nDescriptor, -1) : -1;
+    return committed_ ? std::exchange(descriptor_, -1) : -1;
 }

@@ -14,29 +14,29 @@
 class OutputFile
 {
 public:
-    /// Opens for sHostPath. A link is followed: what it points to is replaced. A folder, a device, a
+    /// Opens for host_path. A link is followed: what it points to is replaced. A folder, a device, a
     /// read-only file or a folder that can't be written to sets Failed().
-    explicit OutputFile(const std::string& sHostPath);
+    explicit OutputFile(const std::string& host_path);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    bool Failed() const { return m_bFailed; }
+    bool Failed() const { return failed_; }
 
     /// Appends at the position, which moves on. Small writes are gathered.
-    bool Write(Bytes aBytes);
-    bool WriteU8(std::uint8_t nValue) { return Write({&nValue, 1}); }
-    bool WriteU16Le(std::uint16_t nValue);
-    bool WriteU32Le(std::uint32_t nValue);
-    bool WriteU16Be(std::uint16_t nValue);
-    bool WriteU32Be(std::uint32_t nValue);
+    bool Write(Bytes bytes);
+    bool WriteU8(std::uint8_t value) { return Write({&value, 1}); }
+    bool WriteU16Le(std::uint16_t value);
+    bool WriteU32Le(std::uint32_t value);
+    bool WriteU16Be(std::uint16_t value);
+    bool WriteU32Be(std::uint32_t value);
 
-    std::uint64_t Position() const { return m_nFlushed + m_aGathered.size(); }
+    std::uint64_t Position() const { return flushed_ + gathered_.size(); }
     /// Moves the position, also beyond the end; what is skipped reads as zeros.
-    bool Seek(std::uint64_t nPosition);
+    bool Seek(std::uint64_t position);
     std::uint64_t Size();
     /// Reads back what was written; the position stays. Returns how many bytes there were.
-    std::size_t ReadAt(std::uint64_t nOffset, std::span<std::uint8_t> aOut);
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> out);
 
     /// Puts the file under its name, with the mode of the file that it replaces. False after any failure; the
     /// old file is then as it was. Nothing more may be written afterwards.
@@ -48,16 +48,16 @@ public:
 
 private:
     bool Flush();
-    void Gather(Bytes& aBytes, std::size_t nCount);
-    bool WriteThrough(Bytes aBytes);
+    void Gather(Bytes& bytes, std::size_t count);
+    bool WriteThrough(Bytes bytes);
 
-    std::string m_sTarget;
-    std::string m_sTemporary;  ///< "" while the file has no name
-    int m_nDescriptor = -1;
-    bool m_bFailed = false;
-    bool m_bCommitted = false;
-    bool m_bReplaces = false;
-    std::uint32_t m_nReplacedMode = 0;
-    std::uint64_t m_nFlushed = 0;  ///< where the gathered bytes begin in the file
-    std::vector<std::uint8_t> m_aGathered;
+    std::string target_;
+    std::string temporary_;  ///< "" while the file has no name
+    int descriptor_ = -1;
+    bool failed_ = false;
+    bool committed_ = false;
+    bool replaces_ = false;
+    std::uint32_t replaced_mode_ = 0;
+    std::uint64_t flushed_ = 0;  ///< where the gathered bytes begin in the file
+    std::vector<std::uint8_t> gathered_;
 };

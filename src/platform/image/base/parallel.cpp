@@ -10,39 +10,39 @@
 #include <thread>
 #include <vector>
 
-std::size_t nCores()
+std::size_t CoreCount()
 {
-    static const std::size_t nFound = std::max(1u, std::thread::hardware_concurrency());
-    return nFound;
+    static const std::size_t kFound = std::max(1u, std::thread::hardware_concurrency());
+    return kFound;
 }
 
-void RunParts(std::size_t nParts, const std::function<void(std::size_t)>& fnPart)
+void RunParts(std::size_t parts, const std::function<void(std::size_t)>& part)
 {
-    std::atomic<std::size_t> nNext = 0;
-    std::exception_ptr pThrown;
-    std::mutex objLock;
-    const auto Work = [&] {
-        for (std::size_t i = nNext++; i < nParts; i = nNext++) {
+    std::atomic<std::size_t> next = 0;
+    std::exception_ptr thrown;
+    std::mutex lock;
+    const auto work = [&] {
+        for (std::size_t i = next++; i < parts; i = next++) {
             try {
-                fnPart(i);
+                part(i);
             } catch (...) {
-                const std::lock_guard objGuard(objLock);
-                if (!pThrown)
-                    pThrown = std::current_exception();
+                const std::lock_guard guard(lock);
+                if (!thrown)
+                    thrown = std::current_exception();
             }
         }
     };
     {
-        std::vector<std::jthread> aThreads;
+        std::vector<std::jthread> threads;
         try {
-            for (std::size_t i = 1; i < std::min(nCores(), nParts); ++i)
-                aThreads.emplace_back(Work);
+            for (std::size_t i = 1; i < std::min(CoreCount(), parts); ++i)
+                threads.emplace_back(work);
         } catch (const std::system_error&) {
             // The threads that there are share all parts.
         } catch (const std::bad_alloc&) {
         }
-        Work();
+        work();
     }
-    if (pThrown)
-        std::rethrow_exception(pThrown);
+    if (thrown)
+        std::rethrow_exception(thrown);
 }

@@ -14,22 +14,22 @@ static constexpr std::size_t kLargePage = 2 * 1024 * 1024;
 // Asks for large pages for every page that the bytes touch. One is taken only where the hint covers all of
 // it, and the memory of pictures begins a little behind a large page's beginning. A refusal costs nothing but
 // time.
-static void AskForLargePages(const void* pMemory, std::size_t nBytes)
+static void AskForLargePages(const void* memory, std::size_t bytes)
 {
-    if (nBytes < kLargePage)
+    if (bytes < kLargePage)
         return;
-    const auto nMemory = reinterpret_cast<std::uintptr_t>(pMemory);
-    const std::uintptr_t nBegin = nMemory / kPage * kPage;
-    const std::uintptr_t nEnd = (nMemory + nBytes + kPage - 1) / kPage * kPage;
-    madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin, MADV_HUGEPAGE);
+    const auto address = reinterpret_cast<std::uintptr_t>(memory);
+    const std::uintptr_t begin = address / kPage * kPage;
+    const std::uintptr_t end = (address + bytes + kPage - 1) / kPage * kPage;
+    madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
 }
 
-void ResizeFresh(PixelBytes& aBytes, std::size_t nBytes)
+void ResizeFresh(PixelBytes& bytes, std::size_t byte_count)
 {
-    PixelBytes aFresh;
-    aFresh.resize(nBytes);
-    AskForLargePages(aFresh.data(), nBytes);
-    aBytes = std::move(aFresh);
+    PixelBytes fresh;
+    fresh.resize(byte_count);
+    AskForLargePages(fresh.data(), byte_count);
+    bytes = std::move(fresh);
 }
 
 void KeepPictureMemory()
@@ -39,21 +39,23 @@ void KeepPictureMemory()
     mallopt(M_TRIM_THRESHOLD, kKept);
 }
 
-void ExpectLibraryMemory(std::size_t nBytes)
+void ExpectLibraryMemory(std::size_t bytes)
 {
-    if (nBytes < 2 * kLargePage)
+    if (bytes < 2 * kLargePage)
         return;
     // What is freed here is what the library gets next: the request outlives the block.
-    void* pMemory = std::malloc(nBytes);
-    AskForLargePages(pMemory, pMemory ? nBytes : 0);
-    std::free(pMemory);
+    void* memory = std::malloc(bytes);
+    AskForLargePages(memory, memory ? bytes : 0);
+    std::free(memory);
 }
 
-std::uint8_t* pGivenBack(std::uint8_t* pBegin, std::uint8_t* pEnd)
+std::uint8_t* ReleasePages(std::uint8_t* begin, std::uint8_t* end)
 {
-    const auto nBegin = (reinterpret_cast<std::uintptr_t>(pBegin) + kLargePage - 1) / kLargePage * kLargePage;
-    const auto nEnd = reinterpret_cast<std::uintptr_t>(pEnd) / kLargePage * kLargePage;
-    if (nBegin >= nEnd || madvise(reinterpret_cast<void*>(nBegin), nEnd - nBegin, MADV_DONTNEED) != 0)
-        return pBegin;
-    return reinterpret_cast<std::uint8_t*>(nEnd);
+    const auto first_page =
+        (reinterpret_cast<std::uintptr_t>(begin) + kLargePage - 1) / kLargePage * kLargePage;
+    const auto end_page = reinterpret_cast<std::uintptr_t>(end) / kLargePage * kLargePage;
+    if (first_page >= end_page ||
+        madvise(reinterpret_cast<void*>(first_page), end_page - first_page, MADV_DONTNEED) != 0)
+        return begin;
+    return reinterpret_cast<std::uint8_t*>(end_page);
 }

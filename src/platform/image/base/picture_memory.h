@@ -7,24 +7,24 @@
 
 #include "src/platform/image_buffer.h"
 
-/// aBytes with nBytes of no particular value; what it held is gone. Throws std::bad_alloc, with aBytes as it
-/// was.
+/// bytes with byte_count of no particular value; what it held is gone. Throws std::bad_alloc, with bytes as
+/// it was.
 ///
 /// Memory of many megabytes comes fresh from the system, page by page as it is touched, and a page of 4 KB
 /// costs as much there as decoding what it holds into it. So the system is asked for its large pages (2 MB),
 /// an eighth of the cost; where it has none, nothing changes. Everything of the size of a picture should be
 /// allocated by this.
-void ResizeFresh(PixelBytes& aBytes, std::size_t nBytes);
+void ResizeFresh(PixelBytes& bytes, std::size_t byte_count);
 
 /// Lets the process keep up to 256 MB of freed memory for the next picture, instead of giving it back and
 /// having it cleared anew, for what libraries allocate too. For a program's start; a library doesn't ask that
 /// of its host.
 void KeepPictureMemory();
 
-/// Says that a library is about to take nBytes in large parts by malloc, so that they come in large pages
+/// Says that a library is about to take bytes in large parts by malloc, so that they come in large pages
 /// too. Only a hint, and of use only after KeepPictureMemory.
-void ExpectLibraryMemory(std::size_t nBytes);
+void ExpectLibraryMemory(std::size_t bytes);
 
-/// Gives whole large pages from pBegin on, up to pEnd at most, back to the system: their bytes are 0 from
-/// then on. Returns up to where it did so, which is pBegin where there is no whole one.
-std::uint8_t* pGivenBack(std::uint8_t* pBegin, std::uint8_t* pEnd);
+/// Gives whole large pages from begin on, up to end at most, back to the system: their bytes are 0 from
+/// then on. Returns up to where it did so, which is begin where there is no whole one.
+std::uint8_t* ReleasePages(std::uint8_t* begin, std::uint8_t* end);

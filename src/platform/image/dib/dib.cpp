@@ -208,9 +208,9 @@ static bool bDecodeRaw(const DibHeader& objHeader, Bytes aBits, ImageBuffer& aIm
     // The last row's filling may be missing.
     const std::uint64_t nStride = nDibStride(objHeader);
     const std::uint64_t nLastRow = (objHeader.nWidth * objHeader.nBits + 7) / 8;
-    if (!bSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
+    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
         aBits.size() < nStride * (objHeader.nHeight - 1) + nLastRow ||
-        !bAllocate(aImage, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
+        !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
         return false;
     const DibRows objRows(objHeader);
     for (std::uint64_t y = 0; y < objHeader.nHeight; ++y)
@@ -223,14 +223,14 @@ static bool bDecodeRuns(const DibHeader& objHeader, Bytes aBits, ImageBuffer& aI
     // Two bytes hold a run of up to 255 pixels, so there is a least size for a picture that is more than its
     // skips. Small ones may skip as they like.
     constexpr std::uint64_t kSmall = 1 << 20;
-    if (!bSizeAllowed(objHeader.nWidth, objHeader.nHeight))
+    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight))
         return false;
     const std::uint64_t nPixels = objHeader.nWidth * objHeader.nHeight;
     if (nPixels > kSmall && nPixels / 128 > aBits.size())
         return false;
     DibHeader objUnpacked = objHeader;
     objUnpacked.nBits = objHeader.nBits == 24 ? 24 : 8;
-    if (!bAllocate(aImage, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
+    if (!Allocate(aImage, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
         return false;
     const DibRows objRows(objUnpacked);
     DibRuns objRuns(objHeader, aBits);

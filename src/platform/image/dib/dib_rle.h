@@ -14,7 +14,7 @@ public:
     /// aBits must outlive the object.
     DibRuns(const DibHeader& objHeader, Bytes aBits);
 
-    /// Fills aRow, nWidth items, with the next row in stored order: one palette index of 8 bits a pixel, or
+    /// Fills aRow, width items, with the next row in stored order: one palette index of 8 bits a pixel, or
     /// B, G, R for kRle24. Pixels that the runs pass over are 0; what runs lay beyond the right edge is cut.
     void NextRow(std::span<std::uint8_t> aRow);
 

@@ -136,8 +136,8 @@ bool bAddAlpha(ImageBuffer& aImage)
     if (aImage.channels == 4)
         return true;
     ImageBuffer aResult;
-    if (!bAllocate(aResult, static_cast<std::uint64_t>(aImage.width),
-                   static_cast<std::uint64_t>(aImage.height), 4))
+    if (!Allocate(aResult, static_cast<std::uint64_t>(aImage.width),
+                  static_cast<std::uint64_t>(aImage.height), 4))
         return false;
     const std::size_t nStep = aImage.channels == 1 ? 1 : 3;
     const std::size_t nGreen = aImage.channels == 1 ? 0 : 1;

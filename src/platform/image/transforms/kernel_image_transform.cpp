@@ -19,8 +19,8 @@ void KernelImageTransform::GetMaskBytes(ImageBuffer& aMask)
 {
     aMask = {};
     ImageBuffer aResult;
-    if (!bAllocate(aResult, static_cast<std::uint64_t>(m_aImage.width),
-                   static_cast<std::uint64_t>(m_aImage.height), 1))
+    if (!Allocate(aResult, static_cast<std::uint64_t>(m_aImage.width),
+                  static_cast<std::uint64_t>(m_aImage.height), 1))
         return;
     constexpr std::size_t kAlpha = 3;
     for (std::size_t i = 0; i < aResult.bytes.size(); ++i)

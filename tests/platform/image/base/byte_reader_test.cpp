@@ -18,43 +18,43 @@ TEST(ByteReader, ReadsNumbersOfBothByteOrders)
 
 TEST(ByteReader, GoesOnBehindWhatItRead)
 {
-    ByteReader rd(kBytes);
+    ByteReader reader(kBytes);
 
-    EXPECT_EQ(rd.U8(), 0x81);
-    EXPECT_EQ(rd.Take(3).data(), kBytes.data() + 1);
-    EXPECT_EQ(rd.Left(), 4u);
-    EXPECT_EQ(rd.U32Le(), 0x08070605u);
-    EXPECT_EQ(rd.Left(), 0u);
-    EXPECT_TRUE(rd.Take(0).empty());
-    EXPECT_FALSE(rd.Failed());
+    EXPECT_EQ(reader.U8(), 0x81);
+    EXPECT_EQ(reader.Take(3).data(), kBytes.data() + 1);
+    EXPECT_EQ(reader.Left(), 4u);
+    EXPECT_EQ(reader.U32Le(), 0x08070605u);
+    EXPECT_EQ(reader.Left(), 0u);
+    EXPECT_TRUE(reader.Take(0).empty());
+    EXPECT_FALSE(reader.Failed());
 }
 
 TEST(ByteReader, FailsForGoodWithTheFirstReadPastTheEnd)
 {
-    ByteReader rd(Bytes(kBytes).first(3));
+    ByteReader reader(Bytes(kBytes).first(3));
 
-    EXPECT_EQ(rd.U32Le(), 0u);
-    EXPECT_TRUE(rd.Failed());
-    EXPECT_EQ(rd.Left(), 0u);
-    EXPECT_EQ(rd.U8(), 0) << "though there would be bytes";
-    EXPECT_TRUE(rd.Take(1).empty());
-    EXPECT_TRUE(rd.Failed());
+    EXPECT_EQ(reader.U32Le(), 0u);
+    EXPECT_TRUE(reader.Failed());
+    EXPECT_EQ(reader.Left(), 0u);
+    EXPECT_EQ(reader.U8(), 0) << "though there would be bytes";
+    EXPECT_TRUE(reader.Take(1).empty());
+    EXPECT_TRUE(reader.Failed());
 }
 
 TEST(ByteReader, IsNotFooledByCountsThatWouldWrapRound)
 {
-    ByteReader rd(kBytes);
-    rd.U8();
+    ByteReader reader(kBytes);
+    reader.U8();
 
-    EXPECT_TRUE(rd.Take(UINT64_MAX).empty());
-    EXPECT_TRUE(rd.Failed());
+    EXPECT_TRUE(reader.Take(UINT64_MAX).empty());
+    EXPECT_TRUE(reader.Failed());
 }
 
 TEST(ByteReader, ReadsNothingFromNothing)
 {
-    ByteReader rd(Bytes{});
+    ByteReader reader(Bytes{});
 
-    EXPECT_FALSE(rd.Failed());
-    EXPECT_EQ(rd.U8(), 0);
-    EXPECT_TRUE(rd.Failed());
+    EXPECT_FALSE(reader.Failed());
+    EXPECT_EQ(reader.U8(), 0);
+    EXPECT_TRUE(reader.Failed());
 }

@@ -8,7 +8,7 @@
 class LimitSetting
 {
 public:
-    explicit LimitSetting(const char* sValue) { setenv("VARNEL_MAX_MEGAPIXELS", sValue, 1); }
+    explicit LimitSetting(const char* value) { setenv("VARNEL_MAX_MEGAPIXELS", value, 1); }
     ~LimitSetting() { unsetenv("VARNEL_MAX_MEGAPIXELS"); }
     LimitSetting(const LimitSetting&) = delete;
     LimitSetting& operator=(const LimitSetting&) = delete;
@@ -16,91 +16,91 @@ public:
 
 TEST(SizeAllowed, IsOneToTheLongestSide)
 {
-    EXPECT_TRUE(bSizeAllowed(1, 1));
-    EXPECT_TRUE(bSizeAllowed(65500, 1));
-    EXPECT_TRUE(bSizeAllowed(1, 65500));
-    EXPECT_FALSE(bSizeAllowed(65501, 1));
-    EXPECT_FALSE(bSizeAllowed(1, 65501));
-    EXPECT_FALSE(bSizeAllowed(0, 1));
-    EXPECT_FALSE(bSizeAllowed(1, 0));
-    EXPECT_FALSE(bSizeAllowed(UINT64_MAX, UINT64_MAX)) << "nor does the product wrap round";
+    EXPECT_TRUE(IsSizeAllowed(1, 1));
+    EXPECT_TRUE(IsSizeAllowed(65500, 1));
+    EXPECT_TRUE(IsSizeAllowed(1, 65500));
+    EXPECT_FALSE(IsSizeAllowed(65501, 1));
+    EXPECT_FALSE(IsSizeAllowed(1, 65501));
+    EXPECT_FALSE(IsSizeAllowed(0, 1));
+    EXPECT_FALSE(IsSizeAllowed(1, 0));
+    EXPECT_FALSE(IsSizeAllowed(UINT64_MAX, UINT64_MAX)) << "nor does the product wrap round";
 }
 
 TEST(SizeAllowed, IsFiveHundredAndTwelveMegapixels)
 {
-    EXPECT_TRUE(bSizeAllowed(51200, 10000));
-    EXPECT_FALSE(bSizeAllowed(51201, 10000));
+    EXPECT_TRUE(IsSizeAllowed(51200, 10000));
+    EXPECT_FALSE(IsSizeAllowed(51201, 10000));
 }
 
 TEST(SizeAllowed, IsWhatTheEnvironmentSays)
 {
     {
-        const LimitSetting objSetting("1");
-        EXPECT_TRUE(bSizeAllowed(1000, 1000));
-        EXPECT_FALSE(bSizeAllowed(1001, 1000));
+        const LimitSetting setting("1");
+        EXPECT_TRUE(IsSizeAllowed(1000, 1000));
+        EXPECT_FALSE(IsSizeAllowed(1001, 1000));
     }
     {
-        const LimitSetting objSetting("4096");
-        EXPECT_TRUE(bSizeAllowed(64000, 64000));
+        const LimitSetting setting("4096");
+        EXPECT_TRUE(IsSizeAllowed(64000, 64000));
     }
-    EXPECT_FALSE(bSizeAllowed(64000, 64000));
+    EXPECT_FALSE(IsSizeAllowed(64000, 64000));
 }
 
 TEST(SizeAllowed, IsTheUsualOneWhenTheEnvironmentSaysNothingThatCanBe)
 {
-    for (const char* sValue : {"", "0", "-1", "4097", "many", "99999999999999999999"}) {
-        const LimitSetting objSetting(sValue);
-        EXPECT_TRUE(bSizeAllowed(51200, 10000)) << sValue;
-        EXPECT_FALSE(bSizeAllowed(51201, 10000)) << sValue;
+    for (const char* value : {"", "0", "-1", "4097", "many", "99999999999999999999"}) {
+        const LimitSetting setting(value);
+        EXPECT_TRUE(IsSizeAllowed(51200, 10000)) << value;
+        EXPECT_FALSE(IsSizeAllowed(51201, 10000)) << value;
     }
 }
 
 TEST(Allocate, GivesAPictureItsSizeAndEmptiesTheRest)
 {
-    ImageBuffer aImage;
-    aImage.icc_profile = {1, 2, 3};
-    aImage.dots_per_inch_x = 300;
-    aImage.metadata.exif = {1};
+    ImageBuffer image;
+    image.icc_profile = {1, 2, 3};
+    image.dots_per_inch_x = 300;
+    image.metadata.exif = {1};
 
-    ASSERT_TRUE(bAllocate(aImage, 3, 5, 4));
+    ASSERT_TRUE(Allocate(image, 3, 5, 4));
 
-    EXPECT_EQ(aImage.width, 3);
-    EXPECT_EQ(aImage.height, 5);
-    EXPECT_EQ(aImage.channels, 4);
-    EXPECT_EQ(aImage.bytes.size(), 60u);
-    EXPECT_TRUE(aImage.icc_profile.empty());
-    EXPECT_EQ(aImage.dots_per_inch_x, 0);
-    EXPECT_TRUE(aImage.metadata.exif.empty());
+    EXPECT_EQ(image.width, 3);
+    EXPECT_EQ(image.height, 5);
+    EXPECT_EQ(image.channels, 4);
+    EXPECT_EQ(image.bytes.size(), 60u);
+    EXPECT_TRUE(image.icc_profile.empty());
+    EXPECT_EQ(image.dots_per_inch_x, 0);
+    EXPECT_TRUE(image.metadata.exif.empty());
 }
 
 TEST(Allocate, LeavesThePictureAloneWhenTheSizeIsNotAllowed)
 {
-    ImageBuffer aImage;
-    aImage.width = 7;
-    aImage.bytes = {1, 2, 3};
+    ImageBuffer image;
+    image.width = 7;
+    image.bytes = {1, 2, 3};
 
-    EXPECT_FALSE(bAllocate(aImage, 65501, 5, 3));
+    EXPECT_FALSE(Allocate(image, 65501, 5, 3));
 
-    EXPECT_EQ(aImage.width, 7);
-    EXPECT_EQ(aImage.bytes.size(), 3u);
+    EXPECT_EQ(image.width, 7);
+    EXPECT_EQ(image.bytes.size(), 3u);
 }
 
 TEST(Allocate, GivesLargePicturesMemoryThatCanBeWrittenFromEndToEnd)
 {
-    ImageBuffer aImage;
-    ASSERT_TRUE(bAllocate(aImage, 4001, 1001, 3));
+    ImageBuffer image;
+    ASSERT_TRUE(Allocate(image, 4001, 1001, 3));
 
-    std::fill(aImage.bytes.begin(), aImage.bytes.end(), std::uint8_t{5});
-    ImageBuffer aCopy = aImage;
+    std::fill(image.bytes.begin(), image.bytes.end(), std::uint8_t{5});
+    ImageBuffer copy = image;
 
-    EXPECT_TRUE(aCopy.bytes == aImage.bytes);
+    EXPECT_TRUE(copy.bytes == image.bytes);
 }
 
 TEST(LargestFile, GrowsWithTheLimit)
 {
-    const std::uint64_t nUsual = nLargestFile();
-    const LimitSetting objSetting("1");
+    const std::uint64_t usual = LargestFile();
+    const LimitSetting setting("1");
 
-    EXPECT_EQ(nUsual, 512'000'000u * 8 + (64u << 20));
-    EXPECT_EQ(nLargestFile(), 1'000'000u * 8 + (64u << 20));
+    EXPECT_EQ(usual, 512'000'000u * 8 + (64u << 20));
+    EXPECT_EQ(LargestFile(), 1'000'000u * 8 + (64u << 20));
 }

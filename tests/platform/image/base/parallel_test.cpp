@@ -9,32 +9,32 @@
 
 TEST(RunParts, DoesEachPartOnceAndReturnsWhenAllAreDone)
 {
-    for (const std::size_t nParts : {0u, 1u, 2u, 3u, 1000u}) {
-        std::vector<std::atomic<int>> aDone(nParts);
+    for (const std::size_t parts : {0u, 1u, 2u, 3u, 1000u}) {
+        std::vector<std::atomic<int>> done(parts);
 
-        RunParts(nParts, [&](std::size_t nPart) { ++aDone[nPart]; });
+        RunParts(parts, [&](std::size_t part) { ++done[part]; });
 
-        for (const std::atomic<int>& nDone : aDone)
-            EXPECT_EQ(nDone, 1);
+        for (const std::atomic<int>& count : done)
+            EXPECT_EQ(count, 1);
     }
 }
 
 TEST(RunParts, ThrowsWhatAPartThrewAfterTheOthersAreDone)
 {
-    std::atomic<int> nDone = 0;
+    std::atomic<int> count = 0;
 
     EXPECT_THROW(RunParts(20,
-                          [&](std::size_t nPart) {
-                              if (nPart % 5 == 0)
+                          [&](std::size_t part) {
+                              if (part % 5 == 0)
                                   throw std::runtime_error("part");
-                              ++nDone;
+                              ++count;
                           }),
                  std::runtime_error);
 
-    EXPECT_EQ(nDone, 16);
+    EXPECT_EQ(count, 16);
 }
 
 TEST(NumberOfCores, IsOneAtLeast)
 {
-    EXPECT_GE(nCores(), 1u);
+    EXPECT_GE(CoreCount(), 1u);
 }

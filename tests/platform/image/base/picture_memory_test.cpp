@@ -13,12 +13,12 @@
 
 TEST(ResizeFresh, GivesMemoryOfAnySizeThatCanBeWrittenToItsEnd)
 {
-    for (const std::size_t nBytes : {0u, 1u, 4096u, 2u << 20, (5u << 20) + 3, 40u << 20}) {
-        PixelBytes aBytes = {1, 2, 3};
-        ResizeFresh(aBytes, nBytes);
-        ASSERT_EQ(aBytes.size(), nBytes);
-        std::fill(aBytes.begin(), aBytes.end(), std::uint8_t{7});
-        EXPECT_EQ(std::count(aBytes.begin(), aBytes.end(), 7), static_cast<std::ptrdiff_t>(nBytes));
+    for (const std::size_t byte_count : {0u, 1u, 4096u, 2u << 20, (5u << 20) + 3, 40u << 20}) {
+        PixelBytes bytes = {1, 2, 3};
+        ResizeFresh(bytes, byte_count);
+        ASSERT_EQ(bytes.size(), byte_count);
+        std::fill(bytes.begin(), bytes.end(), std::uint8_t{7});
+        EXPECT_EQ(std::count(bytes.begin(), bytes.end(), 7), static_cast<std::ptrdiff_t>(byte_count));
     }
 }
 
@@ -27,16 +27,16 @@ TEST(ResizeFresh, GivesMemoryOfAnySizeThatCanBeWrittenToItsEnd)
 
 TEST(ResizeFresh, LeavesTheBytesWhenThereIsNoMemory)
 {
-    PixelBytes aBytes = {1, 2, 3};
-    EXPECT_ANY_THROW(ResizeFresh(aBytes, std::numeric_limits<std::size_t>::max() / 4));
-    EXPECT_EQ(aBytes, (PixelBytes{1, 2, 3}));
+    PixelBytes bytes = {1, 2, 3};
+    EXPECT_ANY_THROW(ResizeFresh(bytes, std::numeric_limits<std::size_t>::max() / 4));
+    EXPECT_EQ(bytes, (PixelBytes{1, 2, 3}));
 }
 
-static long lPageFaults()
+static long PageFaults()
 {
-    rusage objUsage{};
-    getrusage(RUSAGE_SELF, &objUsage);
-    return objUsage.ru_minflt;
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_minflt;
 }
 
 TEST(KeepPictureMemory, LetsTheNextPictureComeWithoutAskingTheSystem)
@@ -44,42 +44,42 @@ TEST(KeepPictureMemory, LetsTheNextPictureComeWithoutAskingTheSystem)
     constexpr std::size_t kBytes = 48u << 20;
     constexpr long kPages = kBytes / 4096;
     KeepPictureMemory();
-    const auto FillAndFree = [] {
-        PixelBytes aBytes;
-        ResizeFresh(aBytes, kBytes);
-        std::fill(aBytes.begin(), aBytes.end(), std::uint8_t{7});
+    const auto fill_and_free = [] {
+        PixelBytes bytes;
+        ResizeFresh(bytes, kBytes);
+        std::fill(bytes.begin(), bytes.end(), std::uint8_t{7});
     };
-    FillAndFree();
+    fill_and_free();
 
-    const long lBefore = lPageFaults();
-    FillAndFree();
+    const long before = PageFaults();
+    fill_and_free();
 
-    EXPECT_LT(lPageFaults() - lBefore, kPages / 10);
+    EXPECT_LT(PageFaults() - before, kPages / 10);
 }
 
 TEST(KeepPictureMemory, TakesNoMoreWithEachPictureOfAnotherSize)
 {
     constexpr std::size_t kMegabyte = 1 << 20;
     KeepPictureMemory();
-    const std::size_t nBefore = mallinfo2().arena;
-    PixelBytes aLast;
+    const std::size_t before = mallinfo2().arena;
+    PixelBytes last;
     for (std::size_t i = 0; i < 100; ++i) {
-        PixelBytes aNext;
-        ResizeFresh(aNext, (10 + i * 7 % 20) * kMegabyte + i * 4099);
-        aLast = std::move(aNext);  // two are there at a time, of 30 MB at most
+        PixelBytes next;
+        ResizeFresh(next, (10 + i * 7 % 20) * kMegabyte + i * 4099);
+        last = std::move(next);  // two are there at a time, of 30 MB at most
     }
 
-    EXPECT_LT(mallinfo2().arena, nBefore + 130 * kMegabyte);
+    EXPECT_LT(mallinfo2().arena, before + 130 * kMegabyte);
 }
 
 TEST(ExpectLibraryMemory, LeavesWhatIsAllocatedNextUsable)
 {
-    for (const std::size_t nBytes : {0u, 1u, 30u << 20}) {
-        ExpectLibraryMemory(nBytes);
-        auto* pMemory = static_cast<std::uint8_t*>(std::calloc(nBytes + 1, 1));
-        ASSERT_NE(pMemory, nullptr);
-        EXPECT_EQ(std::count(pMemory, pMemory + nBytes + 1, 0), static_cast<std::ptrdiff_t>(nBytes + 1));
-        std::free(pMemory);
+    for (const std::size_t bytes : {0u, 1u, 30u << 20}) {
+        ExpectLibraryMemory(bytes);
+        auto* memory = static_cast<std::uint8_t*>(std::calloc(bytes + 1, 1));
+        ASSERT_NE(memory, nullptr);
+        EXPECT_EQ(std::count(memory, memory + bytes + 1, 0), static_cast<std::ptrdiff_t>(bytes + 1));
+        std::free(memory);
     }
     ExpectLibraryMemory(std::numeric_limits<std::size_t>::max() / 2);  // refused, and no harm done
 }

@@ -85,13 +85,13 @@ static void ReadProfile(InputFile& objFile, const DibHeader& objHeader, ImageBuf
 static bool bDecodeRawFile(InputFile& objFile, const BmpFile& objBmp, ImageBuffer& aImage)
 {
     const DibHeader& objHeader = objBmp.objHeader;
-    if (!bSizeAllowed(objHeader.nWidth, objHeader.nHeight))
+    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight))
         return false;
     const StoredRows objStored{objBmp.nBitsOffset, nDibStride(objHeader),
                                (objHeader.nWidth * objHeader.nBits + 7) / 8, objHeader.nHeight};
     ImageBuffer aResult;
     if (!bHoldsRows(objFile, objStored) ||
-        !bAllocate(aResult, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
+        !Allocate(aResult, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
         return false;
     const DibRows objRows(objHeader);
     const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(aResult.channels);

@@ -40,7 +40,7 @@ bool GifDecoder::ReadFile()
             break;
     }
     const std::uint64_t nPixels = std::uint64_t{m_nWidth} * m_nHeight;
-    return m_lFrames > 0 && bSizeAllowed(m_nWidth, m_nHeight) &&
+    return m_lFrames > 0 && IsSizeAllowed(m_nWidth, m_nHeight) &&
            (nPixels <= kHarmlessScreen || nPixels / kScreenPixelsPerByte <= m_aFile.size());
 }
 
@@ -149,7 +149,7 @@ bool GifDecoder::Show(ImageBuffer& aImage) const
     }
     const std::int32_t lChannels = nOpaque != 255 ? 4 : nColour == 0 ? 1 : 3;
     ImageBuffer aResult;
-    if (!bAllocate(aResult, m_nWidth, m_nHeight, lChannels))
+    if (!Allocate(aResult, m_nWidth, m_nHeight, lChannels))
         return false;
     if (lChannels == 4)
         std::copy(m_aScreen.begin(), m_aScreen.end(), aResult.bytes.begin());

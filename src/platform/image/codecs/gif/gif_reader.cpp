@@ -109,7 +109,7 @@ GifReader::Found GifReader::NextFrame(GifFrame& objFrame)
     objFrame.bInterlaced = m_pGif->Image.Interlace;
     SetColours(objFrame);
     const std::uint64_t nPixels = std::uint64_t{objFrame.nWidth} * objFrame.nHeight;
-    const bool bPossible = nPixels == 0 || (bSizeAllowed(objFrame.nWidth, objFrame.nHeight) &&
+    const bool bPossible = nPixels == 0 || (IsSizeAllowed(objFrame.nWidth, objFrame.nHeight) &&
                                             nPixels <= m_aLeft.size() * kPixelsPerByte);
     return bPossible ? Found::Frame : Found::Broken;
 }

@@ -131,7 +131,7 @@ static bool bDecodeBitmap(Bytes aPicture, const IconEntry& objEntry, ImageBuffer
     const bool bNoMask = objHeader.nWidth == objEntry.nWidth && objHeader.nHeight == objEntry.nHeight;
     if (!bNoMask)
         objHeader.nHeight /= 2;
-    if (!bSizeAllowed(objHeader.nWidth, objHeader.nHeight))
+    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight))
         return false;
     if (objHeader.nBits == 32 && objHeader.aMasks[3] == 0)
         objHeader.aMasks[3] = 0xFF000000;

@@ -68,7 +68,7 @@ static bool bReadSize(Bytes aSegment, J2kSize& objSize)
         nSamples += UpDivided(o.nRight - o.nLeft, objComponent.nStepX) *
                     UpDivided(o.nBottom - o.nTop, objComponent.nStepY);
     const std::uint64_t nTiles = o.TilesAcross() * o.TilesDown();
-    return bSizeAllowed(nWidth, nHeight) && nSamples <= kMostSamples && nTiles <= kMostTiles &&
+    return IsSizeAllowed(nWidth, nHeight) && nSamples <= kMostSamples && nTiles <= kMostTiles &&
            nTiles * nComponents <= kMostTileComponents;
 }
 

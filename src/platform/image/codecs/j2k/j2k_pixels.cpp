@@ -220,7 +220,7 @@ bool bMakePicture(const opj_image_t& objImage, ImageBuffer& aImage)
 
     const bool bGrey = objColours == Colours::Grey;
     ImageBuffer aResult;
-    if (!bAllocate(aResult, objGrid.nWidth, objGrid.nHeight, bGrey ? 1 : objRoles.nAlpha >= 0 ? 4 : 3))
+    if (!Allocate(aResult, objGrid.nWidth, objGrid.nHeight, bGrey ? 1 : objRoles.nAlpha >= 0 ? 4 : 3))
         return false;
     const auto nChannels = static_cast<std::size_t>(aResult.channels);
     const std::size_t nRowBytes = objGrid.nWidth * nChannels;

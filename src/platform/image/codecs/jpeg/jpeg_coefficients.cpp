@@ -47,7 +47,7 @@ void JpegCoefficients::Passed(Rows& objRows, JBLOCKARRAY aNew, JDIMENSION nFirst
             objRows.pBegin = pRow;
         objRows.pEnd = pRow + objRows.nBytes;
     }
-    objRows.pBegin = pGivenBack(objRows.pBegin, objRows.pEnd);
+    objRows.pBegin = ReleasePages(objRows.pBegin, objRows.pEnd);
     objRows.aLast = aNew;
     objRows.nLast = nFirst;
     objRows.nLastCount = nCount;

@@ -174,7 +174,7 @@ static void SetResolution(const jpeg_decompress_struct& objJpeg, ImageBuffer& aI
 bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
 {
     const std::uint64_t nPixels = static_cast<std::uint64_t>(m_objSegments.nWidth) * m_objSegments.nHeight;
-    if (lFrame != 0 || !bSizeAllowed(m_objSegments.nWidth, m_objSegments.nHeight) ||
+    if (lFrame != 0 || !IsSizeAllowed(m_objSegments.nWidth, m_objSegments.nHeight) ||
         (!m_objSegments.bArithmetic && nPixels / kMostPixelsPerByte > m_objSegments.nBytesOfScans))
         return false;
     Decompressor objDecompressor(m_aFile);
@@ -189,7 +189,7 @@ bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
     objJpeg.out_color_space = bGrey ? JCS_GRAYSCALE : bInks ? JCS_CMYK : JCS_EXT_BGR;
 
     ImageBuffer aResult;
-    if (!bAllocate(aResult, objJpeg.image_width, objJpeg.image_height, bGrey ? 1 : 3))
+    if (!Allocate(aResult, objJpeg.image_width, objJpeg.image_height, bGrey ? 1 : 3))
         return false;
     if (jpeg_has_multiple_scans(&objJpeg)) {
         // All coefficients are kept until the last scan.

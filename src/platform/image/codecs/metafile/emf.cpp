@@ -101,7 +101,7 @@ static bool bDecode(InputFile& objFile, const EmfHeader& objHeader, ImageBuffer&
 {
     const auto nWidth = static_cast<std::uint64_t>(objHeader.lWidth);
     const auto nHeight = static_cast<std::uint64_t>(objHeader.lHeight);
-    if (!bSizeAllowed(nWidth, nHeight))
+    if (!IsSizeAllowed(nWidth, nHeight))
         return false;
     const Bytes aFile = objFile.All();
     if (!bEmfIsWhole(aFile))
@@ -117,7 +117,7 @@ static bool bDecode(InputFile& objFile, const EmfHeader& objHeader, ImageBuffer&
     ImageBuffer aResult;
     if (!bOnlyPicture(aFile, objHeader, objRequest, aResult)) {
         const MetafileModule objModule = objMetafileModule();
-        if (!objModule.pPlay || !bAllocate(aResult, nWidth, nHeight, 3))
+        if (!objModule.pPlay || !Allocate(aResult, nWidth, nHeight, 3))
             return false;
         objRequest.pPixels = aResult.bytes.data();
         if (!objModule.pPlay(&objRequest))

@@ -9,7 +9,7 @@ MetafileModule objMetafileModule()
 {
     static void* pModule = nullptr;
     if (!pModule)
-        pModule = pOpenModule(kFileName);
-    return {pModuleFunction<PlayMetafile>(pModule, kPlayMetafile),
-            pModuleFunction<MeasureMetafile>(pModule, kMeasureMetafile)};
+        pModule = OpenModule(kFileName);
+    return {ModuleFunction<PlayMetafile>(pModule, kPlayMetafile),
+            ModuleFunction<MeasureMetafile>(pModule, kMeasureMetafile)};
 }

@@ -125,12 +125,12 @@ static bool bDecode(InputFile& objFile, const WmfHeader& objHeader, ImageBuffer&
         return false;
     const auto nWidth = static_cast<std::uint64_t>(objRequest.lWidth);
     const auto nHeight = static_cast<std::uint64_t>(objRequest.lHeight);
-    if (!bSizeAllowed(nWidth, nHeight))
+    if (!IsSizeAllowed(nWidth, nHeight))
         return false;
     ImageBuffer aResult;
     if (!bOnlyPicture(objRequest, aResult)) {
         const MetafileModule objModule = objMetafileModule();
-        if (!objModule.pPlay || !bAllocate(aResult, nWidth, nHeight, 3))
+        if (!objModule.pPlay || !Allocate(aResult, nWidth, nHeight, 3))
             return false;
         objRequest.pPixels = aResult.bytes.data();
         if (!objModule.pPlay(&objRequest))

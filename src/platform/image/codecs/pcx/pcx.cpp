@@ -194,7 +194,7 @@ static void ConvertPlanes(const PcxHeader& objHeader, const std::uint8_t* pRow, 
 static bool bDecode(InputFile& objFile, const PcxHeader& objHeader, ImageBuffer& aImage)
 {
     const Bytes aFile = objFile.All();
-    if (aFile.size() < kHeaderSize || !bSizeAllowed(objHeader.nWidth, objHeader.nHeight))
+    if (aFile.size() < kHeaderSize || !IsSizeAllowed(objHeader.nWidth, objHeader.nHeight))
         return false;
     // Version 5 puts the colours of 8 bits at the end: without them the file has been cut.
     if (objHeader.nVersion == kVersionWithLongPalette && objHeader.nColourBits() == 8 && !objHeader.bGreys &&
@@ -215,7 +215,7 @@ static bool bDecode(InputFile& objFile, const PcxHeader& objHeader, ImageBuffer&
                     [](const auto& aEntry) { return aEntry[0] == aEntry[1] && aEntry[1] == aEntry[2]; });
     const std::int32_t lChannels = bGrey ? 1 : objHeader.nPlanes == 4 && !bIndexes ? 4 : 3;
     ImageBuffer aResult;
-    if (!bAllocate(aResult, objHeader.nWidth, objHeader.nHeight, lChannels))
+    if (!Allocate(aResult, objHeader.nWidth, objHeader.nHeight, lChannels))
         return false;
 
     PcxRuns objRuns(aData, objHeader.bPacked);

@@ -95,7 +95,7 @@ static bool bReadRows(Decoding& objDecoding, const PngInfo& objInfo)
 static bool bSpreadIndices(const PngInfo& objInfo, const ImageBuffer& aIndices, ImageBuffer& aResult)
 {
     const PngPalette objPalette = objPaletteOf(objInfo);
-    if (!bAllocate(aResult, objInfo.objHeader.nWidth, objInfo.objHeader.nHeight, objPalette.lChannels))
+    if (!Allocate(aResult, objInfo.objHeader.nWidth, objInfo.objHeader.nHeight, objPalette.lChannels))
         return false;
     LookUpRow(objPalette, 8, aIndices.bytes.data(), aResult.bytes.data(), aIndices.bytes.size());
     return true;
@@ -108,7 +108,7 @@ bool bDecodePngByLibrary(InputFile& objFile, const PngInfo& objInfo, ImageBuffer
     const bool bAlpha = objHeader.nSamples() % 2 == 0 || (!bPalette && !objInfo.aTransparency.empty());
     const std::int32_t lChannels = bAlpha ? 4 : objHeader.objColour == PngColour::Rgb ? 3 : 1;
     ImageBuffer aRead;
-    if (!bAllocate(aRead, objHeader.nWidth, objHeader.nHeight, lChannels))
+    if (!Allocate(aRead, objHeader.nWidth, objHeader.nHeight, lChannels))
         return false;
 
     Decoding objDecoding(objFile);

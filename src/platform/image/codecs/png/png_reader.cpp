@@ -108,7 +108,7 @@ bool PngDecoder::DecodePixels(ImageBuffer& aResult, std::uint64_t& nAfterData)
     const bool bLookUp = objHeader.objColour == PngColour::Palette || objHeader.nDepth < 8;
     const std::int32_t lChannels =
         bLookUp ? objPaletteOf(m_objInfo).lChannels : static_cast<std::int32_t>(objHeader.nSamples());
-    if (!bAllocate(aResult, objHeader.nWidth, objHeader.nHeight, lChannels))
+    if (!Allocate(aResult, objHeader.nWidth, objHeader.nHeight, lChannels))
         return false;
     PngInflater objInflater(m_objReader, m_objInfo.objFirstData);
     const PngUnfilters& objUnfilters = objPngUnfilters();
@@ -132,7 +132,7 @@ bool PngDecoder::DecodePixels(ImageBuffer& aResult, std::uint64_t& nAfterData)
 static void ApplyGreyProfile(const std::vector<std::uint8_t>& aProfile, ImageBuffer& aImage)
 {
     ImageBuffer aGreys;
-    if (!bAllocate(aGreys, 256, 1, 1))
+    if (!Allocate(aGreys, 256, 1, 1))
         return;
     std::array<std::uint8_t, 256> aTable{};
     for (std::size_t i = 0; i < aTable.size(); ++i)
@@ -147,7 +147,7 @@ static void ApplyGreyProfile(const std::vector<std::uint8_t>& aProfile, ImageBuf
 bool PngDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
 {
     const PngHeader& objHeader = m_objInfo.objHeader;
-    if (lFrame != 0 || !bSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
+    if (lFrame != 0 || !IsSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
         !bFileCanHold(m_objFile, objHeader))
         return false;
     ImageBuffer aResult;

@@ -209,7 +209,7 @@ static bool bDecodeRuns(InputFile& objFile, const RasHeader& objHeader, const Ra
     // Three bytes hold 256 at most. The last row's filling may be missing.
     const std::uint64_t nNeeded = objHeader.nStride() * (objHeader.nHeight - 1) + objHeader.nRowBytes();
     if (nNeeded > (aData.size() + 2) / 3 * 256 ||
-        !bAllocate(aImage, objHeader.nWidth, objHeader.nHeight, objColours.lChannels))
+        !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objColours.lChannels))
         return false;
     RasRuns objRuns(aData);
     std::vector<std::uint8_t> aRow(objHeader.nStride());
@@ -229,7 +229,7 @@ static bool bDecodeRaw(InputFile& objFile, const RasHeader& objHeader, const Ras
     const StoredRows objStored{objHeader.nBitsOffset(), objHeader.nStride(), objHeader.nRowBytes(),
                                objHeader.nHeight};
     if (!bHoldsRows(objFile, objStored) ||
-        !bAllocate(aImage, objHeader.nWidth, objHeader.nHeight, objColours.lChannels))
+        !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objColours.lChannels))
         return false;
     const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(objColours.lChannels);
     return bReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
@@ -241,7 +241,7 @@ static bool bDecode(InputFile& objFile, const RasHeader& objHeader, ImageBuffer&
 {
     RasColours objColours;
     ImageBuffer aResult;
-    if (!bSizeAllowed(objHeader.nWidth, objHeader.nHeight) || !bReadColours(objFile, objHeader, objColours))
+    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight) || !bReadColours(objFile, objHeader, objColours))
         return false;
     if (!(objHeader.nKind == kByteEncoded ? bDecodeRuns(objFile, objHeader, objColours, aResult)
                                           : bDecodeRaw(objFile, objHeader, objColours, aResult)))

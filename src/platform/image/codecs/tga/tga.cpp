@@ -115,7 +115,7 @@ static bool bDecodePlain(InputFile& objFile, const TgaHeader& objHeader, const T
     const std::uint64_t nRowSize = objHeader.nWidth * objHeader.nPixelSize();
     const StoredRows objStored{objHeader.nBitsOffset, nRowSize, nRowSize, objHeader.nHeight};
     return bHoldsRows(objFile, objStored) &&
-           bAllocate(aImage, objHeader.nWidth, objHeader.nHeight, objPixels.lChannels()) &&
+           Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objPixels.lChannels()) &&
            bReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
                objPixels.Convert(pRow, pRowOf(objHeader, aImage, y));
            });
@@ -130,7 +130,7 @@ static bool bDecodePacked(InputFile& objFile, const TgaHeader& objHeader, const 
     const Bytes aData = aFile.subspan(objHeader.nBitsOffset);
     const std::uint32_t nPixelSize = objHeader.nPixelSize();
     if (objHeader.nWidth * objHeader.nHeight > (aData.size() / (1 + nPixelSize) + 1) * kTgaPacket ||
-        !bAllocate(aImage, objHeader.nWidth, objHeader.nHeight, objPixels.lChannels()))
+        !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objPixels.lChannels()))
         return false;
     TgaRuns objRuns(aData, nPixelSize);
     std::vector<std::uint8_t> aRow(objHeader.nWidth * nPixelSize);
@@ -156,7 +156,7 @@ static void Unmultiply(ImageBuffer& aImage)
 static bool bDecode(InputFile& objFile, const TgaHeader& objHeader, ImageBuffer& aImage)
 {
     std::vector<std::array<std::uint8_t, 4>> aMap;
-    if (!bSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
+    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
         (objHeader.eKind == TgaKind::kMapped && !bReadTgaMap(objFile, objHeader, aMap)))
         return false;
     const TgaAlpha eAlpha = eTgaAlpha(objFile, objHeader);

@@ -56,7 +56,7 @@ bool bDirectoryPlausible(InputFile& objFile, const TiffHeader& objHeader, std::u
     const std::uint64_t nWidth = nNumber(TIFFTAG_IMAGEWIDTH, 0);
     const std::uint64_t nHeight = nNumber(TIFFTAG_IMAGELENGTH, 0);
     const std::uint64_t nSamples = nNumber(TIFFTAG_SAMPLESPERPIXEL, 1);
-    if (!bSizeAllowed(nWidth, nHeight) || nSamples < 1 || nSamples > kMaxSamples)
+    if (!IsSizeAllowed(nWidth, nHeight) || nSamples < 1 || nSamples > kMaxSamples)
         return false;
 
     const TiffEntry* pOffsets = pEntryOf(aEntries, TIFFTAG_TILEOFFSETS);
@@ -282,7 +282,7 @@ std::optional<TiffLayout> objReadLayout(TIFF* pTiff, InputFile& objFile)
     objLayout.bSeparate = objLayout.nSamples > 1 &&
                           nShort(pTiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
     objLayout.bTiled = TIFFIsTiled(pTiff) != 0;
-    if (!bSizeAllowed(objLayout.nWidth, objLayout.nHeight) || objLayout.nSamples < 1 ||
+    if (!IsSizeAllowed(objLayout.nWidth, objLayout.nHeight) || objLayout.nSamples < 1 ||
         objLayout.nSamples > kMaxSamples || !TIFFIsCODECConfigured(objLayout.nCompression) ||
         !bReadColour(pTiff, objLayout))
         return std::nullopt;

@@ -87,7 +87,7 @@ bool bLzwStrips(const ImageBuffer& aImage, const TakeBytes& fnTake, TiffStrips& 
     objStrips.nRowsAStrip = nRowsForStrips(aImage);
     const std::size_t nStrips = (nHeight - 1) / objStrips.nRowsAStrip + 1;
     // As many strips at a time as the cores take together; then those are handed over in their order.
-    const std::size_t nParts = std::min(nCores(), (nStrips + kStripsAPart - 1) / kStripsAPart);
+    const std::size_t nParts = std::min(CoreCount(), (nStrips + kStripsAPart - 1) / kStripsAPart);
     const std::size_t nBatch = nParts * kStripsAPart;
     std::vector<std::unique_ptr<LzwWork>> aWork;
     for (std::size_t i = 0; i < nParts; ++i)

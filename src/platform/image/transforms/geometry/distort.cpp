@@ -83,7 +83,7 @@ static double dRoomToGrow(std::int32_t lSide, std::int32_t lOther)
     std::uint64_t nLow = static_cast<std::uint64_t>(lSide), nHigh = kMaxSide;
     while (nLow < nHigh) {
         const std::uint64_t nMiddle = (nLow + nHigh + 1) / 2;
-        if (bSizeAllowed(nMiddle, static_cast<std::uint64_t>(lOther)))
+        if (IsSizeAllowed(nMiddle, static_cast<std::uint64_t>(lOther)))
             nLow = nMiddle;
         else
             nHigh = nMiddle - 1;
@@ -104,8 +104,8 @@ bool Skew(ImageBuffer& aImage, bool bVertical, double dAngle)
         const auto nGrown =
             static_cast<std::uint64_t>(lAlong) + static_cast<std::uint64_t>(std::ceil(dMove - 1e-6));
         ImageBuffer aResult;
-        if (!bAllocate(aResult, bVertical ? static_cast<std::uint64_t>(aImage.width) : nGrown,
-                       bVertical ? nGrown : static_cast<std::uint64_t>(aImage.height), aImage.channels))
+        if (!Allocate(aResult, bVertical ? static_cast<std::uint64_t>(aImage.width) : nGrown,
+                      bVertical ? nGrown : static_cast<std::uint64_t>(aImage.height), aImage.channels))
             return false;
 
         // A line's distance from the border that stays is its middle's, and a slope to the other side starts

@@ -170,8 +170,8 @@ bool Resize(ImageBuffer& aImage, std::int32_t lWidth, std::int32_t lHeight, std:
         return true;
     return bGuarded([&] {
         ImageBuffer aResult;
-        if (!bAllocate(aResult, static_cast<std::uint64_t>(lWidth), static_cast<std::uint64_t>(lHeight),
-                       aImage.channels))
+        if (!Allocate(aResult, static_cast<std::uint64_t>(lWidth), static_cast<std::uint64_t>(lHeight),
+                      aImage.channels))
             return false;
         if (lInterpolation <= 0)
             ResizeNearest(aImage, aResult);
@@ -189,8 +189,8 @@ bool Reproduce(ImageBuffer& aImage, std::int32_t lCopies)
         return true;
     return bGuarded([&] {
         ImageBuffer aCopy;
-        if (!bAllocate(aCopy, static_cast<std::uint64_t>((aImage.width + lCount - 1) / lCount),
-                       static_cast<std::uint64_t>((aImage.height + lCount - 1) / lCount), aImage.channels))
+        if (!Allocate(aCopy, static_cast<std::uint64_t>((aImage.width + lCount - 1) / lCount),
+                      static_cast<std::uint64_t>((aImage.height + lCount - 1) / lCount), aImage.channels))
             return false;
         ResizeSmoothly(aImage, aCopy, false);
 

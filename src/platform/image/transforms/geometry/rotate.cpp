@@ -34,9 +34,9 @@ bool Rotate(ImageBuffer& aImage, double dAngle, Colour lBackground)
         const double dWidth = aImage.width, dHeight = aImage.height;
         const bool bWiden = aImage.channels == 1 && !bGrey(lBackground);
         ImageBuffer aCanvas;
-        if (!bAllocate(aCanvas, nSide(dWidth * std::fabs(dCos) + dHeight * std::fabs(dSin)),
-                       nSide(dWidth * std::fabs(dSin) + dHeight * std::fabs(dCos)),
-                       bWiden ? 3 : aImage.channels))
+        if (!Allocate(aCanvas, nSide(dWidth * std::fabs(dCos) + dHeight * std::fabs(dSin)),
+                      nSide(dWidth * std::fabs(dSin) + dHeight * std::fabs(dCos)),
+                      bWiden ? 3 : aImage.channels))
             return false;
         ImageBuffer aWide;
         if (bWiden && !bWidened(aImage, aWide))

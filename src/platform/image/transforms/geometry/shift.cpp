@@ -121,8 +121,8 @@ bool Autocrop(ImageBuffer& aImage)
         return true;
 
     ImageBuffer aCut;
-    if (!bAllocate(aCut, static_cast<std::uint64_t>(lNewWidth), static_cast<std::uint64_t>(lNewHeight),
-                   lChannels))
+    if (!Allocate(aCut, static_cast<std::uint64_t>(lNewWidth), static_cast<std::uint64_t>(lNewHeight),
+                  lChannels))
         return false;
     for (std::int32_t y = 0; y < lNewHeight; ++y)
         std::memcpy(pRow(aCut, y), pRow(aImage, lTop + y) + static_cast<std::int64_t>(lLeft) * lChannels,

@@ -31,7 +31,7 @@ struct StraightMap {
     double dXX = 1, dXY = 0, dX0 = 0;
     double dYX = 0, dYY = 1, dY0 = 0;
 };
-/// Fills aX and aY with nCount places of row y.
+/// Fills aX and aY with count places of row y.
 void StraightPlaces(const StraightMap& objMap, std::int32_t y, std::int32_t lCount, std::int32_t* aX,
                     std::int32_t* aY);
 

@@ -24,8 +24,8 @@ PixelValue aBackground(const ImageBuffer& aImage, Colour lColour)
 
 bool bWidened(const ImageBuffer& aGrey, ImageBuffer& aWide)
 {
-    if (!bAllocate(aWide, static_cast<std::uint64_t>(aGrey.width), static_cast<std::uint64_t>(aGrey.height),
-                   3))
+    if (!Allocate(aWide, static_cast<std::uint64_t>(aGrey.width), static_cast<std::uint64_t>(aGrey.height),
+                  3))
         return false;
     for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
         aWide.bytes[3 * i] = aWide.bytes[3 * i + 1] = aWide.bytes[3 * i + 2] = aGrey.bytes[i];

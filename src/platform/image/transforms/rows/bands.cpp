@@ -12,7 +12,7 @@ constexpr std::size_t kWorthAThread = 1 << 18;  // bytes: about a tenth of a mil
 
 std::size_t nBands(const ImageBuffer& aImage)
 {
-    const std::size_t nMost = std::min(nCores(), static_cast<std::size_t>(std::max(aImage.height, 1)));
+    const std::size_t nMost = std::min(CoreCount(), static_cast<std::size_t>(std::max(aImage.height, 1)));
     return std::clamp<std::size_t>(aImage.bytes.size() / kWorthAThread, 1, nMost);
 }
 
@@ -35,12 +35,12 @@ void RunBands(const ImageBuffer& aImage, std::size_t nCount, const BandWork& fnW
 void EachRows(std::int32_t lRows, std::size_t nRowBytes,
               const std::function<void(std::int32_t, std::int32_t)>& fnRows)
 {
-    if (lRows < 2 || nRowBytes * static_cast<std::size_t>(lRows) < kWorthAThread || nCores() < 2) {
+    if (lRows < 2 || nRowBytes * static_cast<std::size_t>(lRows) < kWorthAThread || CoreCount() < 2) {
         fnRows(0, lRows);
         return;
     }
     // More parts than cores, since some rows take longer than others.
-    const auto nRows = static_cast<std::size_t>(lRows), nParts = std::min(nRows, 4 * nCores());
+    const auto nRows = static_cast<std::size_t>(lRows), nParts = std::min(nRows, 4 * CoreCount());
     const auto fnPart = [&](std::size_t n) {
         fnRows(static_cast<std::int32_t>(nRows * n / nParts),
                static_cast<std::int32_t>(nRows * (n + 1) / nParts));

@@ -14,7 +14,7 @@ namespace transforms
 /// what lies behind the cut-out part of a picture, black as a rule, must not steer how the rest is corrected.
 using Histogram = std::array<std::uint64_t, 256>;
 
-/// Of one channel, 0 to lChannels - 1.
+/// Of one channel, 0 to channels - 1.
 Histogram aChannelHistogram(const ImageBuffer& aImage, std::int32_t lChannel);
 
 /// Of the intensities (intensity.h).
