@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
             FinishLoaded(aImage);
             aExifForSave(aImage,
                          {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
-            bConvertToSrgb(aImage);
+            ConvertToSrgb(aImage);
             if (!bWhole(aImage))
                 std::abort();
         }

@@ -89,14 +89,14 @@ try {
         return false;
     const bool bFlatten = aImage.channels == 4 && !pCodec->bHoldsAlpha;
     const bool bConvert =
-        !aImage.icc_profile.empty() && !pCodec->bHoldsProfile && !bProfileIsSrgb(aImage.icc_profile);
+        !aImage.icc_profile.empty() && !pCodec->bHoldsProfile && !IsSrgbProfile(aImage.icc_profile);
     ImageBuffer aOwn;
     if (bFlatten)
         aOwn = aLaidOnWhite(aImage);
     else if (bConvert)
         aOwn = aImage;
     if (bConvert)
-        bConvertToSrgb(aOwn);  // colours of a profile that can't be used are taken as they are
+        ConvertToSrgb(aOwn);  // colours of a profile that can't be used are taken as they are
     const ImageBuffer& aPicture = bFlatten || bConvert ? aOwn : aImage;
     SaveSettings objSettings = m_objSettings;
     objSettings.lJPEGQuality = std::clamp(objSettings.lJPEGQuality, 1, 100);

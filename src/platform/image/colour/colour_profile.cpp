@@ -16,220 +16,217 @@ static constexpr std::size_t kProfileHeader = 128;
 namespace
 {
 struct CloseProfile {
-    void operator()(void* pProfile) const { cmsCloseProfile(pProfile); }
+    void operator()(void* profile) const { cmsCloseProfile(profile); }
 };
 using Profile = std::unique_ptr<void, CloseProfile>;
 struct DeleteTransform {
-    void operator()(void* pTransform) const { cmsDeleteTransform(pTransform); }
+    void operator()(void* transform) const { cmsDeleteTransform(transform); }
 };
 using ColourTransform = std::unique_ptr<void, DeleteTransform>;
 }  // namespace
 
 // The four letters of the colour space that a profile's header names; 0 for what is no profile that we use.
-static std::uint32_t nColourSpace(Bytes aProfile)
+static std::uint32_t ColourSpace(Bytes profile)
 {
-    if (aProfile.size() < kProfileHeader + 4 || aProfile.size() > kProfileLimit)
+    if (profile.size() < kProfileHeader + 4 || profile.size() > kProfileLimit)
         return 0;
-    ByteReader objHeader(aProfile);
-    const std::uint32_t nSize = objHeader.U32Be();
-    objHeader.Take(8);
-    const std::uint32_t nClass = objHeader.U32Be();
-    const std::uint32_t nSpace = objHeader.U32Be();
-    const std::uint32_t nConnection = objHeader.U32Be();
-    objHeader.Take(12);
-    const std::uint32_t nMagic = objHeader.U32Be();
-    const bool bClass = nClass == cmsSigInputClass || nClass == cmsSigDisplayClass ||
-                        nClass == cmsSigOutputClass || nClass == cmsSigColorSpaceClass;
-    const bool bConnection = nConnection == cmsSigXYZData || nConnection == cmsSigLabData;
-    return nSize <= aProfile.size() && nMagic == cmsMagicNumber && bClass && bConnection ? nSpace : 0;
+    ByteReader header(profile);
+    const std::uint32_t size = header.U32Be();
+    header.Take(8);
+    const std::uint32_t device_class = header.U32Be();
+    const std::uint32_t space = header.U32Be();
+    const std::uint32_t connection_space = header.U32Be();
+    header.Take(12);
+    const std::uint32_t magic = header.U32Be();
+    const bool known_class = device_class == cmsSigInputClass || device_class == cmsSigDisplayClass ||
+                             device_class == cmsSigOutputClass || device_class == cmsSigColorSpaceClass;
+    const bool known_connection = connection_space == cmsSigXYZData || connection_space == cmsSigLabData;
+    return size <= profile.size() && magic == cmsMagicNumber && known_class && known_connection ? space : 0;
 }
 
-bool bProfileFits(Bytes aProfile, std::int32_t lChannels)
+bool ProfileFits(Bytes profile, std::int32_t channels)
 {
-    const std::uint32_t nSpace = nColourSpace(aProfile);
-    return lChannels == 1 ? nSpace == cmsSigGrayData : nSpace == cmsSigRgbData;
+    const std::uint32_t space = ColourSpace(profile);
+    return channels == 1 ? space == cmsSigGrayData : space == cmsSigRgbData;
 }
 
-static Profile pOpenProfile(Bytes aProfile)
+static Profile OpenProfile(Bytes profile)
 {
-    return Profile(cmsOpenProfileFromMem(aProfile.data(), static_cast<cmsUInt32Number>(aProfile.size())));
+    return Profile(cmsOpenProfileFromMem(profile.data(), static_cast<cmsUInt32Number>(profile.size())));
 }
 
 // The curve of sRGB, from its standard: device value 0..1 to linear light 0..1.
-static double dSrgbToLinear(double d)
+static double SrgbToLinear(double d)
 {
     return d <= 0.04045 ? d / 12.92 : std::pow((d + 0.055) / 1.055, 2.4);
 }
 
 // True when a curve shows every level within half a level of where the curve of sRGB shows it.
-static bool bCurveIsSrgb(void* pProfile, cmsTagSignature nTag)
+static bool IsSrgbCurve(void* profile, cmsTagSignature tag)
 {
-    const auto* pCurve = static_cast<const cmsToneCurve*>(cmsReadTag(pProfile, nTag));
-    if (!pCurve)
+    const auto* curve = static_cast<const cmsToneCurve*>(cmsReadTag(profile, tag));
+    if (!curve)
         return false;
     for (int i = 0; i <= 255; i += 5) {
-        const double dValue = i / 255.0;
-        const double dLight = static_cast<double>(cmsEvalToneCurveFloat(pCurve, static_cast<float>(dValue)));
-        if (dLight < dSrgbToLinear(dValue - 0.5 / 255) - 1e-5 ||
-            dLight > dSrgbToLinear(dValue + 0.5 / 255) + 1e-5)
+        const double value = i / 255.0;
+        const double light = static_cast<double>(cmsEvalToneCurveFloat(curve, static_cast<float>(value)));
+        if (light < SrgbToLinear(value - 0.5 / 255) - 1e-5 || light > SrgbToLinear(value + 0.5 / 255) + 1e-5)
             return false;
     }
     return true;
 }
 
-static bool bColorantIs(void* pProfile, cmsTagSignature nTag, const std::array<double, 3>& aExpected)
+static bool ColorantIs(void* profile, cmsTagSignature tag, const std::array<double, 3>& expected)
 {
-    const auto* pColorant = static_cast<const cmsCIEXYZ*>(cmsReadTag(pProfile, nTag));
+    const auto* colorant = static_cast<const cmsCIEXYZ*>(cmsReadTag(profile, tag));
     constexpr double kTolerance = 0.001;  // profiles of sRGB differ from each other by about this
-    return pColorant && std::abs(pColorant->X - aExpected[0]) < kTolerance &&
-           std::abs(pColorant->Y - aExpected[1]) < kTolerance &&
-           std::abs(pColorant->Z - aExpected[2]) < kTolerance;
+    return colorant && std::abs(colorant->X - expected[0]) < kTolerance &&
+           std::abs(colorant->Y - expected[1]) < kTolerance &&
+           std::abs(colorant->Z - expected[2]) < kTolerance;
 }
 
-bool bProfileIsSrgb(Bytes aProfile)
+bool IsSrgbProfile(Bytes bytes)
 {
-    const std::uint32_t nSpace = nColourSpace(aProfile);
-    const Profile pProfile = nSpace == 0 ? nullptr : pOpenProfile(aProfile);
+    const std::uint32_t space = ColourSpace(bytes);
+    const Profile profile = space == 0 ? nullptr : OpenProfile(bytes);
     // Tables, where there are any, win over curves and colorants.
-    if (!pProfile || cmsIsTag(pProfile.get(), cmsSigAToB0Tag) || cmsIsTag(pProfile.get(), cmsSigDToB0Tag))
+    if (!profile || cmsIsTag(profile.get(), cmsSigAToB0Tag) || cmsIsTag(profile.get(), cmsSigDToB0Tag))
         return false;
-    if (nSpace == cmsSigGrayData)
-        return bCurveIsSrgb(pProfile.get(), cmsSigGrayTRCTag);
-    return nSpace == cmsSigRgbData &&
-           bColorantIs(pProfile.get(), cmsSigRedColorantTag, {0.43607, 0.22249, 0.01392}) &&
-           bColorantIs(pProfile.get(), cmsSigGreenColorantTag, {0.38515, 0.71687, 0.09708}) &&
-           bColorantIs(pProfile.get(), cmsSigBlueColorantTag, {0.14307, 0.06061, 0.71410}) &&
-           bCurveIsSrgb(pProfile.get(), cmsSigRedTRCTag) && bCurveIsSrgb(pProfile.get(), cmsSigGreenTRCTag) &&
-           bCurveIsSrgb(pProfile.get(), cmsSigBlueTRCTag);
+    if (space == cmsSigGrayData)
+        return IsSrgbCurve(profile.get(), cmsSigGrayTRCTag);
+    return space == cmsSigRgbData &&
+           ColorantIs(profile.get(), cmsSigRedColorantTag, {0.43607, 0.22249, 0.01392}) &&
+           ColorantIs(profile.get(), cmsSigGreenColorantTag, {0.38515, 0.71687, 0.09708}) &&
+           ColorantIs(profile.get(), cmsSigBlueColorantTag, {0.14307, 0.06061, 0.71410}) &&
+           IsSrgbCurve(profile.get(), cmsSigRedTRCTag) && IsSrgbCurve(profile.get(), cmsSigGreenTRCTag) &&
+           IsSrgbCurve(profile.get(), cmsSigBlueTRCTag);
 }
 
 // The intent that the profile's maker meant; absolute colours would show the colour of the paper.
-static cmsUInt32Number nIntent(void* pProfile)
+static cmsUInt32Number Intent(void* profile)
 {
-    const cmsUInt32Number nWished = cmsGetHeaderRenderingIntent(pProfile);
-    if (nWished == INTENT_ABSOLUTE_COLORIMETRIC)
+    const cmsUInt32Number wished = cmsGetHeaderRenderingIntent(profile);
+    if (wished == INTENT_ABSOLUTE_COLORIMETRIC)
         return INTENT_RELATIVE_COLORIMETRIC;
-    return nWished <= INTENT_SATURATION ? nWished : INTENT_PERCEPTUAL;
+    return wished <= INTENT_SATURATION ? wished : INTENT_PERCEPTUAL;
 }
 
-static ColourTransform pTransformBetween(void* pFrom, cmsUInt32Number nFromFormat, void* pTo,
-                                         cmsUInt32Number nToFormat, cmsUInt32Number nFlags = 0)
+static ColourTransform TransformBetween(void* from, cmsUInt32Number from_format, void* to,
+                                        cmsUInt32Number to_format, cmsUInt32Number flags = 0)
 {
-    if (!pFrom || !pTo)
+    if (!from || !to)
         return nullptr;
-    return ColourTransform(
-        cmsCreateTransform(pFrom, nFromFormat, pTo, nToFormat, nIntent(pFrom),
-                           cmsFLAGS_BLACKPOINTCOMPENSATION | cmsFLAGS_COPY_ALPHA | nFlags));
+    return ColourTransform(cmsCreateTransform(from, from_format, to, to_format, Intent(from),
+                                              cmsFLAGS_BLACKPOINTCOMPENSATION | cmsFLAGS_COPY_ALPHA | flags));
 }
 
 // A grey of sRGB's curve, so that grey pixels stay one channel.
-static Profile pGreyOfSrgb()
+static Profile GreyOfSrgb()
 {
     // The parameters of the standard's curve: Y = (aX + b)^g above d, cX below.
     constexpr std::array<cmsFloat64Number, 5> kParameters = {2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92,
                                                              0.04045};
-    cmsToneCurve* pCurve = cmsBuildParametricToneCurve(nullptr, 4, kParameters.data());
-    if (!pCurve)
+    cmsToneCurve* curve = cmsBuildParametricToneCurve(nullptr, 4, kParameters.data());
+    if (!curve)
         return nullptr;
-    Profile pGrey(cmsCreateGrayProfile(cmsD50_xyY(), pCurve));
-    cmsFreeToneCurve(pCurve);
-    return pGrey;
+    Profile grey(cmsCreateGrayProfile(cmsD50_xyY(), curve));
+    cmsFreeToneCurve(curve);
+    return grey;
 }
 
 // 256 greys are converted, and the picture by a table of them.
-static bool bConvertGrey(void* pFrom, PixelBytes& aBytes)
+static bool ConvertGrey(void* from, PixelBytes& bytes)
 {
-    const Profile pTo = pGreyOfSrgb();
-    const ColourTransform pTransform = pTransformBetween(pFrom, TYPE_GRAY_8, pTo.get(), TYPE_GRAY_8);
-    if (!pTransform)
+    const Profile to = GreyOfSrgb();
+    const ColourTransform transform = TransformBetween(from, TYPE_GRAY_8, to.get(), TYPE_GRAY_8);
+    if (!transform)
         return false;
-    std::array<std::uint8_t, 256> aTable{};
-    for (std::size_t i = 0; i < aTable.size(); ++i)
-        aTable[i] = static_cast<std::uint8_t>(i);
-    cmsDoTransform(pTransform.get(), aTable.data(), aTable.data(), 256);
-    std::transform(aBytes.begin(), aBytes.end(), aBytes.begin(), [&](std::uint8_t n) { return aTable[n]; });
+    std::array<std::uint8_t, 256> table{};
+    for (std::size_t i = 0; i < table.size(); ++i)
+        table[i] = static_cast<std::uint8_t>(i);
+    cmsDoTransform(transform.get(), table.data(), table.data(), 256);
+    std::transform(bytes.begin(), bytes.end(), bytes.begin(), [&](std::uint8_t n) { return table[n]; });
     return true;
 }
 
-static bool bConvertColours(void* pFrom, ImageBuffer& aImage)
+static bool ConvertColours(void* from, ImageBuffer& image)
 {
-    const Profile pTo(cmsCreate_sRGBProfile());
-    const cmsUInt32Number nFormat = aImage.channels == 3 ? TYPE_BGR_8 : TYPE_BGRA_8;
-    const ColourTransform pTransform = pTransformBetween(pFrom, nFormat, pTo.get(), nFormat);
-    if (!pTransform)
+    const Profile to(cmsCreate_sRGBProfile());
+    const cmsUInt32Number format = image.channels == 3 ? TYPE_BGR_8 : TYPE_BGRA_8;
+    const ColourTransform transform = TransformBetween(from, format, to.get(), format);
+    if (!transform)
         return false;
-    const auto nWidth = static_cast<cmsUInt32Number>(aImage.width);
-    const std::size_t nStride =
-        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
-    std::uint8_t* pRow = aImage.bytes.data();
-    for (std::int32_t y = 0; y < aImage.height; ++y, pRow += nStride)
-        cmsDoTransform(pTransform.get(), pRow, pRow, nWidth);
+    const auto width = static_cast<cmsUInt32Number>(image.width);
+    const std::size_t stride =
+        static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
+    std::uint8_t* row = image.bytes.data();
+    for (std::int32_t y = 0; y < image.height; ++y, row += stride)
+        cmsDoTransform(transform.get(), row, row, width);
     return true;
 }
 
-bool bConvertToSrgb(ImageBuffer& aImage)
+bool ConvertToSrgb(ImageBuffer& image)
 {
-    const std::vector<std::uint8_t> aProfile = std::move(aImage.icc_profile);
-    aImage.icc_profile.clear();
-    if (aProfile.empty() || bProfileIsSrgb(aProfile))
+    const std::vector<std::uint8_t> profile = std::move(image.icc_profile);
+    image.icc_profile.clear();
+    if (profile.empty() || IsSrgbProfile(profile))
         return true;
-    if (!bProfileFits(aProfile, aImage.channels))
+    if (!ProfileFits(profile, image.channels))
         return false;
-    const Profile pFrom = pOpenProfile(aProfile);
-    return aImage.channels == 1 ? bConvertGrey(pFrom.get(), aImage.bytes)
-                                : bConvertColours(pFrom.get(), aImage);
+    const Profile from = OpenProfile(profile);
+    return image.channels == 1 ? ConvertGrey(from.get(), image.bytes) : ConvertColours(from.get(), image);
 }
 
-CmykToBgr::CmykToBgr(Bytes aProfile, bool bInverted) : m_bInverted(bInverted)
+CmykToBgr::CmykToBgr(Bytes profile, bool inverted) : inverted_(inverted)
 {
-    if (nColourSpace(aProfile) != cmsSigCmykData)
+    if (ColourSpace(profile) != cmsSigCmykData)
         return;
-    const Profile pFrom = pOpenProfile(aProfile);
-    const Profile pTo(cmsCreate_sRGBProfile());
-    const cmsUInt32Number nFormat = bInverted ? TYPE_CMYK_8_REV : TYPE_CMYK_8;
-    m_pTransform = pTransformBetween(pFrom.get(), nFormat, pTo.get(), TYPE_BGR_8).release();
+    const Profile from = OpenProfile(profile);
+    const Profile to(cmsCreate_sRGBProfile());
+    const cmsUInt32Number format = inverted ? TYPE_CMYK_8_REV : TYPE_CMYK_8;
+    transform_ = TransformBetween(from.get(), format, to.get(), TYPE_BGR_8).release();
 }
 
 CmykToBgr::~CmykToBgr()
 {
-    if (m_pTransform)
-        cmsDeleteTransform(m_pTransform);
+    if (transform_)
+        cmsDeleteTransform(transform_);
 }
 
-void CmykToBgr::Convert(const std::uint8_t* pInks, std::uint8_t* pBgr, std::size_t nPixels) const
+void CmykToBgr::Convert(const std::uint8_t* inks, std::uint8_t* bgr, std::size_t pixels) const
 {
-    if (m_pTransform) {
-        cmsDoTransform(m_pTransform, pInks, pBgr, static_cast<cmsUInt32Number>(nPixels));
+    if (transform_) {
+        cmsDoTransform(transform_, inks, bgr, static_cast<cmsUInt32Number>(pixels));
         return;
     }
-    const unsigned nInvert = m_bInverted ? 0 : 255;
-    for (std::size_t i = 0; i < nPixels; ++i, pInks += 4, pBgr += 3) {
-        const unsigned nLight = pInks[3] ^ nInvert;
+    const unsigned invert = inverted_ ? 0 : 255;
+    for (std::size_t i = 0; i < pixels; ++i, inks += 4, bgr += 3) {
+        const unsigned light = inks[3] ^ invert;
         for (int c = 0; c < 3; ++c) {
             // x / 255 rounded, exact for all products of two bytes.
-            const unsigned nMixed = (pInks[2 - c] ^ nInvert) * nLight + 128u;
-            pBgr[c] = static_cast<std::uint8_t>((nMixed + (nMixed >> 8)) >> 8);
+            const unsigned mixed = (inks[2 - c] ^ invert) * light + 128u;
+            bgr[c] = static_cast<std::uint8_t>((mixed + (mixed >> 8)) >> 8);
         }
     }
 }
 
 // Made once: preparing it costs more than converting some rows. Without its cache of one colour it isn't
 // changed by use.
-static const ColourTransform& pLabTransform()
+static const ColourTransform& LabTransform()
 {
-    static const ColourTransform pTransform = [] {
-        const Profile pFrom(cmsCreateLab4Profile(nullptr));
-        const Profile pTo(cmsCreate_sRGBProfile());
-        return pTransformBetween(pFrom.get(), TYPE_Lab_8, pTo.get(), TYPE_BGR_8, cmsFLAGS_NOCACHE);
+    static const ColourTransform kTransform = [] {
+        const Profile from(cmsCreateLab4Profile(nullptr));
+        const Profile to(cmsCreate_sRGBProfile());
+        return TransformBetween(from.get(), TYPE_Lab_8, to.get(), TYPE_BGR_8, cmsFLAGS_NOCACHE);
     }();
-    return pTransform;
+    return kTransform;
 }
 
-bool bLabToBgr(const std::uint8_t* pLab, std::uint8_t* pBgr, std::size_t nPixels)
+bool LabToBgr(const std::uint8_t* lab, std::uint8_t* bgr, std::size_t pixels)
 {
-    const ColourTransform& pTransform = pLabTransform();
-    if (!pTransform)
+    const ColourTransform& transform = LabTransform();
+    if (!transform)
         return false;
-    cmsDoTransform(pTransform.get(), pLab, pBgr, static_cast<cmsUInt32Number>(nPixels));
+    cmsDoTransform(transform.get(), lab, bgr, static_cast<cmsUInt32Number>(pixels));
     return true;
 }

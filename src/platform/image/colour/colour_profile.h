@@ -8,18 +8,18 @@
 #include "src/platform/image/base/byte_reader.h"
 #include "src/platform/image_buffer.h"
 
-/// True when aProfile is worth keeping for pixels of lChannels values: an ICC profile of an input, display,
+/// True when profile is worth keeping for pixels of channels values: an ICC profile of an input, display,
 /// output or colour space device whose colour space has that many channels (grey 1, RGB 3 or 4 where the
 /// fourth is alpha), whole, and of at most 16 MB. A decoder keeps no other. For CMYK see CmykToBgr.
-bool bProfileFits(Bytes aProfile, std::int32_t lChannels);
+bool ProfileFits(Bytes profile, std::int32_t channels);
 
 /// True when pixels in this profile mean what the same pixels in sRGB mean, to less than a level.
-bool bProfileIsSrgb(Bytes aProfile);
+bool IsSrgbProfile(Bytes bytes);
 
 /// Turns the pixels to sRGB by the picture's profile and drops the profile; alpha stays. Without a profile,
 /// and with one that is sRGB in effect, no pixel is touched. A grey picture stays grey. False, with the
 /// pixels as they were and the profile dropped, when the profile can't be used.
-bool bConvertToSrgb(ImageBuffer& aImage);
+bool ConvertToSrgb(ImageBuffer& image);
 
 /// Turns pixels of four inks into sRGB. With a CMYK profile, through it. Without one, or with one that is no
 /// CMYK profile or can't be used, by the plain formula of ideal inks,
@@ -28,21 +28,21 @@ bool bConvertToSrgb(ImageBuffer& aImage);
 class CmykToBgr
 {
 public:
-    /// With bInverted 0 is full ink, as in Adobe's JPEG files. Not cheap with a profile: one for a whole
+    /// With inverted 0 is full ink, as in Adobe's JPEG files. Not cheap with a profile: one for a whole
     /// picture.
-    explicit CmykToBgr(Bytes aProfile, bool bInverted = false);
+    explicit CmykToBgr(Bytes profile, bool inverted = false);
     ~CmykToBgr();
     CmykToBgr(const CmykToBgr&) = delete;
     CmykToBgr& operator=(const CmykToBgr&) = delete;
 
-    /// nPixels times C, M, Y, K from pInks to B, G, R in pBgr. The two must not overlap.
-    void Convert(const std::uint8_t* pInks, std::uint8_t* pBgr, std::size_t nPixels) const;
+    /// pixels times C, M, Y, K from inks to B, G, R in bgr. The two must not overlap.
+    void Convert(const std::uint8_t* inks, std::uint8_t* bgr, std::size_t pixels) const;
 
 private:
-    void* m_pTransform = nullptr;  ///< of the colour library; null for the plain formula
-    bool m_bInverted;
+    void* transform_ = nullptr;  ///< of the colour library; null for the plain formula
+    bool inverted_;
 };
 
-/// Turns CIE L*a*b* (D50 white) into sRGB: nPixels times L (0..255 for 0..100), a, b (each plus 128) to B, G,
+/// Turns CIE L*a*b* (D50 white) into sRGB: pixels times L (0..255 for 0..100), a, b (each plus 128) to B, G,
 /// R. False when there is no memory for it.
-bool bLabToBgr(const std::uint8_t* pLab, std::uint8_t* pBgr, std::size_t nPixels);
+bool LabToBgr(const std::uint8_t* lab, std::uint8_t* bgr, std::size_t pixels);

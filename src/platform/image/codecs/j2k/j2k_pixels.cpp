@@ -175,7 +175,7 @@ static bool bThroughRows(const opj_image_t& objImage, const Roles& objRoles, con
         if (bLab) {
             for (std::size_t i = 0; i < aIn.size(); ++i)
                 aIn[i] = aLevels[i % 3][aIn[i]];
-            if (!bLabToBgr(aIn.data(), aOut.data(), nPixels))
+            if (!LabToBgr(aIn.data(), aOut.data(), nPixels))
                 return false;
         } else {
             objInks.Convert(aIn.data(), aOut.data(), nPixels);
@@ -203,7 +203,7 @@ static void TakeProfile(const opj_image_t& objImage, const Roles& objRoles, Imag
 {
     const Bytes aProfile = aProfileOf(objImage);
     const bool bStored = objRoles.objColours == Colours::Rgb || objRoles.objColours == Colours::Grey;
-    if (bStored && bProfileFits(aProfile, aImage.channels))
+    if (bStored && ProfileFits(aProfile, aImage.channels))
         aImage.icc_profile.assign(aProfile.begin(), aProfile.end());
 }
 
@@ -239,7 +239,7 @@ bool bMakePicture(const opj_image_t& objImage, ImageBuffer& aImage)
     TakeProfile(objImage, objRoles, aResult);
     if (objRoles.nAlpha >= 0) {
         if (bGrey) {
-            bConvertToSrgb(aResult);  // a grey profile says nothing about the three channels that come now
+            ConvertToSrgb(aResult);  // a grey profile says nothing about the three channels that come now
             if (!bAddAlpha(aResult))
                 return false;
         }

@@ -202,7 +202,7 @@ bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
                              : bDecodeRows(objDecompressor, aResult);
     if (!bDone)
         return false;
-    if (!bInks && bProfileFits(m_objSegments.aIccProfile, aResult.channels))
+    if (!bInks && ProfileFits(m_objSegments.aIccProfile, aResult.channels))
         aResult.icc_profile = m_objSegments.aIccProfile;
     aResult.metadata = m_objSegments.objMetadata;
     SetResolution(objJpeg, aResult);

@@ -113,7 +113,7 @@ static std::vector<JpegSegment> aSegmentsOf(const ImageBuffer& aImage, const Ima
         // The source's block came from a format that holds longer ones. The texts at least are written.
         objMetadata.exif = aExifForSave(ImageBuffer{}, objTexts);
     }
-    const bool bKeepProfile = bProfileFits(aImage.icc_profile, aImage.channels);
+    const bool bKeepProfile = ProfileFits(aImage.icc_profile, aImage.channels);
     return aSegmentsToWrite(objMetadata, bKeepProfile ? Bytes(aImage.icc_profile) : Bytes{});
 }
 

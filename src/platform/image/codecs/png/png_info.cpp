@@ -127,7 +127,7 @@ static void ReadAncillary(PngChunkReader& objReader, const PngChunk& objChunk, P
             break;
         case nPngType("iCCP"): {
             auto aProfile = aPngProfile(aDataOf(kPngMetadataMost));
-            if (bProfileFits(aProfile, objInfo.objHeader.bGrey() ? 1 : 3)) {
+            if (ProfileFits(aProfile, objInfo.objHeader.bGrey() ? 1 : 3)) {
                 objInfo.aIccProfile = std::move(aProfile);
                 objInfo.bColourSpace = true;
             }

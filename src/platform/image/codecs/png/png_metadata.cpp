@@ -232,7 +232,7 @@ bool WritePngMetadata(OutputFile& objOut, const ImageBuffer& aImage, bool bGrey,
                       const ImageInfoTexts& objTexts)
 {
     const ImageMetadata& objMetadata = aImage.metadata;
-    const bool bProfile = !aImage.icc_profile.empty() && bProfileFits(aImage.icc_profile, bGrey ? 1 : 3);
+    const bool bProfile = !aImage.icc_profile.empty() && ProfileFits(aImage.icc_profile, bGrey ? 1 : 3);
     if (bProfile && !WriteProfile(objOut, aImage.icc_profile))
         return false;
     const std::vector<std::uint8_t> aExif = aExifForSave(aImage, objTexts);

@@ -138,7 +138,7 @@ static void ApplyGreyProfile(const std::vector<std::uint8_t>& aProfile, ImageBuf
     for (std::size_t i = 0; i < aTable.size(); ++i)
         aGreys.bytes[i] = static_cast<std::uint8_t>(i);
     aGreys.icc_profile = aProfile;
-    if (!bConvertToSrgb(aGreys) || aGreys.bytes.size() != aTable.size())
+    if (!ConvertToSrgb(aGreys) || aGreys.bytes.size() != aTable.size())
         return;
     std::copy(aGreys.bytes.begin(), aGreys.bytes.end(), aTable.begin());
     ApplyTable(aTable, aImage.channels, aImage.bytes.data(), aImage.bytes.size() / 4);

@@ -46,7 +46,7 @@ static void ApplyGreyProfile(std::vector<std::uint8_t> aProfile, ImageBuffer& aI
     aGrey.bytes.resize(aImage.bytes.size() / 4);
     for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
         aGrey.bytes[i] = aImage.bytes[i * 4];
-    if (!bConvertToSrgb(aGrey))
+    if (!ConvertToSrgb(aGrey))
         return;
     for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
         aImage.bytes[i * 4] = aImage.bytes[i * 4 + 1] = aImage.bytes[i * 4 + 2] = aGrey.bytes[i];
@@ -70,9 +70,9 @@ bool TiffDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
     const bool bOwnColours =
         objLayout->enColour == TiffColour::kGrey || objLayout->enColour == TiffColour::kRgb ||
         objLayout->enColour == TiffColour::kPalette || objLayout->enColour == TiffColour::kYCbCr;
-    if (bOwnColours && bProfileFits(aProfile, aResult.channels))
+    if (bOwnColours && ProfileFits(aProfile, aResult.channels))
         aResult.icc_profile = std::move(aProfile);
-    else if (objLayout->enColour == TiffColour::kGrey && aResult.channels == 4 && bProfileFits(aProfile, 1))
+    else if (objLayout->enColour == TiffColour::kGrey && aResult.channels == 4 && ProfileFits(aProfile, 1))
         ApplyGreyProfile(std::move(aProfile), aResult);
     aImage = std::move(aResult);
     return true;

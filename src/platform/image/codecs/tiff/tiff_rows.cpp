@@ -263,7 +263,7 @@ bool TiffRows::bFinish(const std::uint8_t* pLevels, std::size_t nPixels, std::ui
             // Large blocks: each builds the way to sRGB anew.
             bDone = bTurnBlocks(pLevels, nPixels, m_nLevels, bAlpha, 256 * kBlock, pOut,
                                 [](const std::uint8_t* pIn, std::uint8_t* pBgr, std::size_t nCount) {
-                                    return bLabToBgr(pIn, pBgr, nCount);
+                                    return LabToBgr(pIn, pBgr, nCount);
                                 });
             break;
         case TiffColour::kYCbCr: {
