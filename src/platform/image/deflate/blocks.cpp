@@ -12,50 +12,50 @@ static constexpr std::array<std::uint8_t, 19> kRunOrder = {16, 17, 18, 0, 8,  7,
                                                            11, 4,  12, 3, 13, 2, 14, 1, 15};
 static constexpr std::array<std::uint8_t, 3> kRunExtraBits = {2, 3, 7};  // of 16, 17 and 18
 
-PngCosts objFirstPngCosts()
+PngCosts FirstPngCosts()
 {
-    PngCosts objCosts;
-    objCosts.aLiteral.fill(6);
-    objCosts.aLength.fill(7);
-    for (std::size_t i = 0; i < objCosts.aDistance.size(); ++i)
-        objCosts.aDistance[i] =
-            static_cast<std::uint8_t>(2 + nPngDistanceExtraBits(static_cast<std::uint32_t>(i)));
-    objCosts.nLeastLiteral = 2;  // too little costs time, too much costs copies
-    objCosts.nLeastCopy = 8;
-    return objCosts;
+    PngCosts costs;
+    costs.literal.fill(6);
+    costs.length.fill(7);
+    for (std::size_t i = 0; i < costs.distance.size(); ++i)
+        costs.distance[i] =
+            static_cast<std::uint8_t>(2 + PngDistanceExtraBits(static_cast<std::uint32_t>(i)));
+    costs.min_literal = 2;  // too little costs time, too much costs copies
+    costs.min_copy = 8;
+    return costs;
 }
 
-PngBlock::PngBlock(const PngTokens& aTokens, const std::uint8_t* pBytes, std::size_t nBytes)
-    : m_aTokens(aTokens), m_pBytes(pBytes), m_nBytes(nBytes)
+PngBlock::PngBlock(const PngTokens& tokens, const std::uint8_t* bytes, std::size_t byte_count)
+    : tokens_(tokens), bytes_(bytes), byte_count_(byte_count)
 {
     Count();
-    MakePngCodes(m_objCounts.aLiterals, kPngLongestCode, std::span(m_aLiterals).first(kPngLiteralCodes));
-    MakePngCodes(m_objCounts.aDistances, kLongestDistanceCode, m_aDistances);
+    MakePngCodes(counts_.literals, kPngLongestCode, std::span(literals_).first(kPngLiteralCodes));
+    MakePngCodes(counts_.distances, kLongestDistanceCode, distances_);
     PlanHeader();
-    m_nBits += nBitsWith(m_aLiterals, m_aDistances);
+    bits_ += BitsWith(literals_, distances_);
 
-    const std::uint64_t nStored = 8 * nBytes + (nBytes / kMostStored + 1) * kStoredHead;
-    if (nStored < m_nBits) {
-        m_objForm = Form::Stored;
-        m_nBits = nStored;
+    const std::uint64_t stored = 8 * byte_count + (byte_count / kMostStored + 1) * kStoredHead;
+    if (stored < bits_) {
+        form_ = Form::kStored;
+        bits_ = stored;
     }
     // The fixed codes have no header; they can only win where that is a good part of the block.
-    if (nBytes > 2048)
+    if (byte_count > 2048)
         return;
-    std::array<PngCode, kPngLiteralCodes + 2> aLiterals{};
-    std::array<PngCode, kPngDistanceCodes> aDistances{};
-    for (std::size_t i = 0; i < aLiterals.size(); ++i)
-        aLiterals[i].nLength = i < 144 ? 8 : i < 256 ? 9 : i < 280 ? 7 : 8;
-    for (PngCode& objCode : aDistances)
-        objCode.nLength = 5;
-    const std::uint64_t nFixed = 3 + nBitsWith(aLiterals, aDistances);
-    if (nFixed < m_nBits) {
-        m_objForm = Form::Fixed;
-        m_nBits = nFixed;
-        FillPngCodes(aLiterals);
-        FillPngCodes(aDistances);
-        m_aLiterals = aLiterals;
-        m_aDistances = aDistances;
+    std::array<PngCode, kPngLiteralCodes + 2> literals{};
+    std::array<PngCode, kPngDistanceCodes> distances{};
+    for (std::size_t i = 0; i < literals.size(); ++i)
+        literals[i].length = i < 144 ? 8 : i < 256 ? 9 : i < 280 ? 7 : 8;
+    for (PngCode& code : distances)
+        code.length = 5;
+    const std::uint64_t fixed = 3 + BitsWith(literals, distances);
+    if (fixed < bits_) {
+        form_ = Form::kFixed;
+        bits_ = fixed;
+        FillPngCodes(literals);
+        FillPngCodes(distances);
+        literals_ = literals;
+        distances_ = distances;
     }
 }
 
@@ -63,220 +63,219 @@ void PngBlock::Count()
 {
     // Neighbours are often alike, and a counter that was just written is slow to read: four counters take
     // turns.
-    std::array<std::array<std::uint32_t, 256>, 4> aTurns{};
-    const std::uint8_t* p = m_pBytes;
-    for (const PngToken& objToken : m_aTokens) {
-        const std::uint8_t* const pEnd = p + objToken.nLiterals;
-        for (; pEnd - p >= 8; p += 8) {
-            std::uint64_t nEight = 0;
-            std::memcpy(&nEight, p, 8);
-            for (std::size_t i = 0; i < 8; ++i, nEight >>= 8)
-                ++aTurns[i & 3][nEight & 0xFF];
+    std::array<std::array<std::uint32_t, 256>, 4> turns{};
+    const std::uint8_t* p = bytes_;
+    for (const PngToken& token : tokens_) {
+        const std::uint8_t* const end = p + token.literals;
+        for (; end - p >= 8; p += 8) {
+            std::uint64_t eight = 0;
+            std::memcpy(&eight, p, 8);
+            for (std::size_t i = 0; i < 8; ++i, eight >>= 8)
+                ++turns[i & 3][eight & 0xFF];
         }
-        for (; p != pEnd; ++p)
-            ++aTurns[0][*p];
-        if (objToken.nLength == 0)
+        for (; p != end; ++p)
+            ++turns[0][*p];
+        if (token.length == 0)
             continue;
-        const std::uint32_t nSymbol = kPngLengthCodes.aSymbol[objToken.nLength - kPngShortestCopy];
-        const std::uint32_t nDistance = nPngDistanceSymbol(objToken.nDistance);
-        ++m_objCounts.aLiterals[kPngBlockEnd + 1 + nSymbol];
-        ++m_objCounts.aDistances[nDistance];
-        m_objCounts.nExtraBits += kPngLengthCodes.aExtraBits[nSymbol] + nPngDistanceExtraBits(nDistance);
-        p += objToken.nLength;
+        const std::uint32_t symbol = kPngLengthCodes.symbol[token.length - kPngShortestCopy];
+        const std::uint32_t distance = PngDistanceSymbol(token.distance);
+        ++counts_.literals[kPngBlockEnd + 1 + symbol];
+        ++counts_.distances[distance];
+        counts_.extra_bits += kPngLengthCodes.extra_bits[symbol] + PngDistanceExtraBits(distance);
+        p += token.length;
     }
     for (std::size_t i = 0; i < 256; ++i)
-        m_objCounts.aLiterals[i] = aTurns[0][i] + aTurns[1][i] + aTurns[2][i] + aTurns[3][i];
-    m_objCounts.aLiterals[kPngBlockEnd] = 1;
+        counts_.literals[i] = turns[0][i] + turns[1][i] + turns[2][i] + turns[3][i];
+    counts_.literals[kPngBlockEnd] = 1;
 }
 
-std::uint64_t PngBlock::nBitsWith(const std::array<PngCode, kPngLiteralCodes + 2>& aLiterals,
-                                  const std::array<PngCode, kPngDistanceCodes>& aDistances) const
+std::uint64_t PngBlock::BitsWith(const std::array<PngCode, kPngLiteralCodes + 2>& literals,
+                                 const std::array<PngCode, kPngDistanceCodes>& distances) const
 {
-    std::uint64_t nBits = m_objCounts.nExtraBits;
+    std::uint64_t bits = counts_.extra_bits;
     for (std::size_t i = 0; i < kPngLiteralCodes; ++i)
-        nBits += std::uint64_t{m_objCounts.aLiterals[i]} * aLiterals[i].nLength;
+        bits += std::uint64_t{counts_.literals[i]} * literals[i].length;
     for (std::size_t i = 0; i < kPngDistanceCodes; ++i)
-        nBits += std::uint64_t{m_objCounts.aDistances[i]} * aDistances[i].nLength;
-    return nBits;
+        bits += std::uint64_t{counts_.distances[i]} * distances[i].length;
+    return bits;
 }
 
 // The lengths of all codes, themselves shortened by repeats (16 the one before, 17 and 18 zeros) and Huffman
 // codes.
 void PngBlock::PlanHeader()
 {
-    std::array<std::uint8_t, kPngLiteralCodes + kPngDistanceCodes> aLengths{};
-    m_nLiteralCodes = kPngLiteralCodes;
-    while (m_nLiteralCodes > 257 && m_aLiterals[m_nLiteralCodes - 1].nLength == 0)
-        --m_nLiteralCodes;
-    m_nDistanceCodes = kPngDistanceCodes;
-    while (m_nDistanceCodes > 1 && m_aDistances[m_nDistanceCodes - 1].nLength == 0)
-        --m_nDistanceCodes;
-    std::size_t nLengths = 0;
-    for (std::size_t i = 0; i < m_nLiteralCodes; ++i)
-        aLengths[nLengths++] = static_cast<std::uint8_t>(m_aLiterals[i].nLength);
-    for (std::size_t i = 0; i < m_nDistanceCodes; ++i)
-        aLengths[nLengths++] = static_cast<std::uint8_t>(m_aDistances[i].nLength);
+    std::array<std::uint8_t, kPngLiteralCodes + kPngDistanceCodes> lengths{};
+    literal_codes_ = kPngLiteralCodes;
+    while (literal_codes_ > 257 && literals_[literal_codes_ - 1].length == 0)
+        --literal_codes_;
+    distance_codes_ = kPngDistanceCodes;
+    while (distance_codes_ > 1 && distances_[distance_codes_ - 1].length == 0)
+        --distance_codes_;
+    std::size_t length_count = 0;
+    for (std::size_t i = 0; i < literal_codes_; ++i)
+        lengths[length_count++] = static_cast<std::uint8_t>(literals_[i].length);
+    for (std::size_t i = 0; i < distance_codes_; ++i)
+        lengths[length_count++] = static_cast<std::uint8_t>(distances_[i].length);
 
-    std::array<std::uint32_t, 19> aCounts{};
-    std::uint64_t nExtraBits = 0;
-    const auto Add = [&](std::size_t nSymbol, std::size_t nExtra) {
-        m_aRuns[m_nRuns++] = {static_cast<std::uint8_t>(nSymbol), static_cast<std::uint8_t>(nExtra)};
-        ++aCounts[nSymbol];
-        nExtraBits += nSymbol >= 16 ? kRunExtraBits[nSymbol - 16] : 0U;
+    std::array<std::uint32_t, 19> counts{};
+    std::uint64_t extra_bits = 0;
+    const auto add = [&](std::size_t symbol, std::size_t extra) {
+        runs_[run_count_++] = {static_cast<std::uint8_t>(symbol), static_cast<std::uint8_t>(extra)};
+        ++counts[symbol];
+        extra_bits += symbol >= 16 ? kRunExtraBits[symbol - 16] : 0U;
     };
-    for (std::size_t i = 0; i < nLengths;) {
-        std::size_t nSame = 1;
-        while (i + nSame < nLengths && aLengths[i + nSame] == aLengths[i])
-            ++nSame;
-        i += nSame;
-        const std::uint8_t nLength = aLengths[i - 1];
-        if (nLength == 0) {
-            for (; nSame >= 11; nSame -= std::min<std::size_t>(nSame, 138))
-                Add(18, std::min<std::size_t>(nSame, 138) - 11);
-            if (nSame >= 3) {
-                Add(17, nSame - 3);
-                nSame = 0;
+    for (std::size_t i = 0; i < length_count;) {
+        std::size_t same = 1;
+        while (i + same < length_count && lengths[i + same] == lengths[i])
+            ++same;
+        i += same;
+        const std::uint8_t length = lengths[i - 1];
+        if (length == 0) {
+            for (; same >= 11; same -= std::min<std::size_t>(same, 138))
+                add(18, std::min<std::size_t>(same, 138) - 11);
+            if (same >= 3) {
+                add(17, same - 3);
+                same = 0;
             }
         } else {
-            Add(nLength, 0);
-            --nSame;
-            for (; nSame >= 3; nSame -= std::min<std::size_t>(nSame, 6))
-                Add(16, std::min<std::size_t>(nSame, 6) - 3);
+            add(length, 0);
+            --same;
+            for (; same >= 3; same -= std::min<std::size_t>(same, 6))
+                add(16, std::min<std::size_t>(same, 6) - 3);
         }
-        for (; nSame > 0; --nSame)
-            Add(nLength, 0);
+        for (; same > 0; --same)
+            add(length, 0);
     }
-    MakePngCodes(aCounts, kLongestRunCode, m_aRunCodes);
-    m_nRunCodes = kRunOrder.size();
-    while (m_nRunCodes > 4 && m_aRunCodes[kRunOrder[m_nRunCodes - 1]].nLength == 0)
-        --m_nRunCodes;
-    m_nBits = 3 + 5 + 5 + 4 + 3 * m_nRunCodes + nExtraBits;
-    for (std::size_t i = 0; i < aCounts.size(); ++i)
-        m_nBits += std::uint64_t{aCounts[i]} * m_aRunCodes[i].nLength;
+    MakePngCodes(counts, kLongestRunCode, run_codes_);
+    run_code_count_ = kRunOrder.size();
+    while (run_code_count_ > 4 && run_codes_[kRunOrder[run_code_count_ - 1]].length == 0)
+        --run_code_count_;
+    bits_ = 3 + 5 + 5 + 4 + 3 * run_code_count_ + extra_bits;
+    for (std::size_t i = 0; i < counts.size(); ++i)
+        bits_ += std::uint64_t{counts[i]} * run_codes_[i].length;
 }
 
-PngCosts PngBlock::objCosts() const
+PngCosts PngBlock::Costs() const
 {
     // What did not occur gets about what a single one would have cost.
     constexpr std::uint32_t kRareLiteral = 13;
     constexpr std::uint32_t kRareLength = 10;
     constexpr std::uint32_t kRareDistance = 8;
-    if (m_objForm == Form::Stored)
-        return objFirstPngCosts();
-    PngCosts objCosts;
-    objCosts.nLeastLiteral = kRareLiteral;
-    for (std::size_t i = 0; i < objCosts.aLiteral.size(); ++i) {
-        const std::uint32_t nCost = m_aLiterals[i].nLength ? m_aLiterals[i].nLength : kRareLiteral;
-        objCosts.aLiteral[i] = static_cast<std::uint8_t>(nCost);
-        objCosts.nLeastLiteral = std::min(objCosts.nLeastLiteral, nCost);
+    if (form_ == Form::kStored)
+        return FirstPngCosts();
+    PngCosts costs;
+    costs.min_literal = kRareLiteral;
+    for (std::size_t i = 0; i < costs.literal.size(); ++i) {
+        const std::uint32_t cost = literals_[i].length ? literals_[i].length : kRareLiteral;
+        costs.literal[i] = static_cast<std::uint8_t>(cost);
+        costs.min_literal = std::min(costs.min_literal, cost);
     }
-    std::uint32_t nLeastLength = kRareLength;
-    for (std::uint32_t nLength = kPngShortestCopy; nLength <= kPngLongestCopy; ++nLength) {
-        const std::uint32_t nSymbol = kPngLengthCodes.aSymbol[nLength - kPngShortestCopy];
-        const std::uint32_t nBits = m_aLiterals[kPngBlockEnd + 1 + nSymbol].nLength;
-        const std::uint32_t nCost = (nBits ? nBits : kRareLength) + kPngLengthCodes.aExtraBits[nSymbol];
-        objCosts.aLength[nLength] = static_cast<std::uint8_t>(nCost);
-        nLeastLength = std::min(nLeastLength, nCost);
+    std::uint32_t min_length = kRareLength;
+    for (std::uint32_t length = kPngShortestCopy; length <= kPngLongestCopy; ++length) {
+        const std::uint32_t symbol = kPngLengthCodes.symbol[length - kPngShortestCopy];
+        const std::uint32_t bits = literals_[kPngBlockEnd + 1 + symbol].length;
+        const std::uint32_t cost = (bits ? bits : kRareLength) + kPngLengthCodes.extra_bits[symbol];
+        costs.length[length] = static_cast<std::uint8_t>(cost);
+        min_length = std::min(min_length, cost);
     }
     for (std::uint32_t i = 0; i < kPngDistanceCodes; ++i)
-        objCosts.aDistance[i] = static_cast<std::uint8_t>(
-            (m_aDistances[i].nLength ? m_aDistances[i].nLength : kRareDistance) + nPngDistanceExtraBits(i));
-    objCosts.nLeastCopy =
-        nLeastLength + *std::min_element(objCosts.aDistance.begin(), objCosts.aDistance.end());
-    return objCosts;
+        costs.distance[i] = static_cast<std::uint8_t>(
+            (distances_[i].length ? distances_[i].length : kRareDistance) + PngDistanceExtraBits(i));
+    costs.min_copy = min_length + *std::min_element(costs.distance.begin(), costs.distance.end());
+    return costs;
 }
 
-void PngBlock::WriteStored(PngBitWriter& objWriter, bool bLast) const
+void PngBlock::WriteStored(PngBitWriter& writer, bool last) const
 {
-    for (std::size_t nDone = 0; nDone < m_nBytes;) {
-        const std::size_t nHere = std::min(m_nBytes - nDone, kMostStored);
-        objWriter.Put(bLast && nDone + nHere == m_nBytes ? 1 : 0, 3);
-        objWriter.Align();
-        objWriter.Put(nHere, 16);
-        objWriter.Put(~nHere & 0xFFFF, 16);
-        objWriter.Flush();
-        std::memcpy(objWriter.pOut(), m_pBytes + nDone, nHere);
-        objWriter.SetOut(objWriter.pOut() + nHere);
-        nDone += nHere;
+    for (std::size_t done = 0; done < byte_count_;) {
+        const std::size_t here = std::min(byte_count_ - done, kMostStored);
+        writer.Put(last && done + here == byte_count_ ? 1 : 0, 3);
+        writer.Align();
+        writer.Put(here, 16);
+        writer.Put(~here & 0xFFFF, 16);
+        writer.Flush();
+        std::memcpy(writer.Out(), bytes_ + done, here);
+        writer.SetOut(writer.Out() + here);
+        done += here;
     }
 }
 
-void PngBlock::WriteHeader(PngBitWriter& objWriter) const
+void PngBlock::WriteHeader(PngBitWriter& writer) const
 {
-    objWriter.Put(m_nLiteralCodes - 257, 5);
-    objWriter.Put(m_nDistanceCodes - 1, 5);
-    objWriter.Put(m_nRunCodes - 4, 4);
-    for (std::size_t i = 0; i < m_nRunCodes; ++i) {
-        objWriter.Put(m_aRunCodes[kRunOrder[i]].nLength, 3);
-        objWriter.Flush();
+    writer.Put(literal_codes_ - 257, 5);
+    writer.Put(distance_codes_ - 1, 5);
+    writer.Put(run_code_count_ - 4, 4);
+    for (std::size_t i = 0; i < run_code_count_; ++i) {
+        writer.Put(run_codes_[kRunOrder[i]].length, 3);
+        writer.Flush();
     }
-    for (std::size_t i = 0; i < m_nRuns; ++i) {
-        const LengthRun objRun = m_aRuns[i];
-        objWriter.Put(m_aRunCodes[objRun.nSymbol]);
-        if (objRun.nSymbol >= 16)
-            objWriter.Put(objRun.nExtra, kRunExtraBits[objRun.nSymbol - 16U]);
-        objWriter.Flush();
+    for (std::size_t i = 0; i < run_count_; ++i) {
+        const LengthRun run = runs_[i];
+        writer.Put(run_codes_[run.symbol]);
+        if (run.symbol >= 16)
+            writer.Put(run.extra, kRunExtraBits[run.symbol - 16U]);
+        writer.Flush();
     }
 }
 
-void PngBlock::WriteTokens(PngBitWriter& objWriter) const
+void PngBlock::WriteTokens(PngBitWriter& writer) const
 {
     // A length's code and extra bits in one, since runs come by the thousand.
     struct LengthBits {
-        std::uint32_t nBits;
-        std::uint32_t nCount;
+        std::uint32_t bits;
+        std::uint32_t count;
     };
-    std::array<LengthBits, 256> aLengths;
-    for (std::uint32_t i = 0; i < aLengths.size(); ++i) {
-        const std::uint32_t nSymbol = kPngLengthCodes.aSymbol[i];
-        const PngCode objCode = m_aLiterals[kPngBlockEnd + 1 + nSymbol];
-        const std::uint32_t nExtra = i - kPngLengthCodes.aFirst[nSymbol];
-        aLengths[i] = {objCode.nBits | nExtra << objCode.nLength,
-                       objCode.nLength + std::uint32_t{kPngLengthCodes.aExtraBits[nSymbol]}};
+    std::array<LengthBits, 256> lengths;
+    for (std::uint32_t i = 0; i < lengths.size(); ++i) {
+        const std::uint32_t symbol = kPngLengthCodes.symbol[i];
+        const PngCode code = literals_[kPngBlockEnd + 1 + symbol];
+        const std::uint32_t extra = i - kPngLengthCodes.first[symbol];
+        lengths[i] = {code.bits | extra << code.length,
+                      code.length + std::uint32_t{kPngLengthCodes.extra_bits[symbol]}};
     }
     // A literal's code and its length in one number, and the writer in a copy of its own, stay in registers.
-    std::array<std::uint32_t, 256> aLiterals;
-    for (std::size_t i = 0; i < aLiterals.size(); ++i)
-        aLiterals[i] = std::uint32_t{m_aLiterals[i].nBits} << 8 | m_aLiterals[i].nLength;
-    PngBitWriter objOut = objWriter;
-    const std::uint8_t* p = m_pBytes;
-    for (const PngToken& objToken : m_aTokens) {
-        const std::uint8_t* const pEnd = p + objToken.nLiterals;
-        for (; pEnd - p >= 4; p += 4) {
+    std::array<std::uint32_t, 256> literals;
+    for (std::size_t i = 0; i < literals.size(); ++i)
+        literals[i] = std::uint32_t{literals_[i].bits} << 8 | literals_[i].length;
+    PngBitWriter out = writer;
+    const std::uint8_t* p = bytes_;
+    for (const PngToken& token : tokens_) {
+        const std::uint8_t* const end = p + token.literals;
+        for (; end - p >= 4; p += 4) {
             for (std::size_t i = 0; i < 4; ++i) {
-                const std::uint32_t nLiteral = aLiterals[p[i]];
-                objOut.Put(nLiteral >> 8, nLiteral & 0xFF);
+                const std::uint32_t literal = literals[p[i]];
+                out.Put(literal >> 8, literal & 0xFF);
             }
-            objOut.Flush();
+            out.Flush();
         }
-        for (; p != pEnd; ++p)
-            objOut.Put(aLiterals[*p] >> 8, aLiterals[*p] & 0xFF);
-        objOut.Flush();
-        if (objToken.nLength == 0)
+        for (; p != end; ++p)
+            out.Put(literals[*p] >> 8, literals[*p] & 0xFF);
+        out.Flush();
+        if (token.length == 0)
             continue;
-        const LengthBits objLength = aLengths[objToken.nLength - kPngShortestCopy];
-        const std::uint32_t nSymbol = nPngDistanceSymbol(objToken.nDistance);
-        const std::uint32_t nExtraBits = nPngDistanceExtraBits(nSymbol);
-        objOut.Put(objLength.nBits, objLength.nCount);
-        objOut.Put(m_aDistances[nSymbol]);
-        objOut.Put((objToken.nDistance - 1U) & ((1U << nExtraBits) - 1), nExtraBits);
-        objOut.Flush();
-        p += objToken.nLength;
+        const LengthBits length = lengths[token.length - kPngShortestCopy];
+        const std::uint32_t symbol = PngDistanceSymbol(token.distance);
+        const std::uint32_t extra_bits = PngDistanceExtraBits(symbol);
+        out.Put(length.bits, length.count);
+        out.Put(distances_[symbol]);
+        out.Put((token.distance - 1U) & ((1U << extra_bits) - 1), extra_bits);
+        out.Flush();
+        p += token.length;
     }
-    objOut.Put(m_aLiterals[kPngBlockEnd]);
-    objOut.Flush();
-    objWriter = objOut;
+    out.Put(literals_[kPngBlockEnd]);
+    out.Flush();
+    writer = out;
 }
 
-void PngBlock::Write(PngBitWriter& objWriter, bool bLast) const
+void PngBlock::Write(PngBitWriter& writer, bool last) const
 {
-    if (m_objForm == Form::Stored) {
-        WriteStored(objWriter, bLast);
+    if (form_ == Form::kStored) {
+        WriteStored(writer, last);
         return;
     }
-    objWriter.Put((bLast ? 1U : 0U) | (m_objForm == Form::Fixed ? 1U : 2U) << 1, 3);
-    if (m_objForm == Form::Own)
-        WriteHeader(objWriter);
-    objWriter.Flush();
-    WriteTokens(objWriter);
+    writer.Put((last ? 1U : 0U) | (form_ == Form::kFixed ? 1U : 2U) << 1, 3);
+    if (form_ == Form::kOwn)
+        WriteHeader(writer);
+    writer.Flush();
+    WriteTokens(writer);
 }

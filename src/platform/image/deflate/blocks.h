@@ -9,46 +9,45 @@
 class PngBlock
 {
 public:
-    /// aTokens stand for the bytes at pBytes, all of them. Both are kept by reference.
-    PngBlock(const PngTokens& aTokens, const std::uint8_t* pBytes, std::size_t nBytes);
+    /// tokens stand for the bytes at bytes, all of them. Both are kept by reference.
+    PngBlock(const PngTokens& tokens, const std::uint8_t* bytes, std::size_t byte_count);
 
-    std::uint64_t nBits() const { return m_nBits; }  ///< of the form in which it will be written
-    PngCosts objCosts() const;
+    std::uint64_t Bits() const { return bits_; }  ///< of the form in which it will be written
+    PngCosts Costs() const;
 
     /// What Write takes at most, in bytes, with what the writer still holds.
-    std::size_t nMostBytes() const { return m_nBits / 8 + m_nBytes / 16384 + 32; }
-    void Write(PngBitWriter& objWriter, bool bLast) const;
+    std::size_t MaxBytes() const { return bits_ / 8 + byte_count_ / 16384 + 32; }
+    void Write(PngBitWriter& writer, bool last) const;
 
 private:
-    enum class Form { Stored, Fixed, Own };
+    enum class Form { kStored, kFixed, kOwn };
 
     void Count();
     void PlanHeader();
-    std::uint64_t nBitsWith(const std::array<PngCode, kPngLiteralCodes + 2>& aLiterals,
-                            const std::array<PngCode, kPngDistanceCodes>& aDistances) const;
-    void WriteStored(PngBitWriter& objWriter, bool bLast) const;
-    void WriteHeader(PngBitWriter& objWriter) const;
-    void WriteTokens(PngBitWriter& objWriter) const;
+    std::uint64_t BitsWith(const std::array<PngCode, kPngLiteralCodes + 2>& literals,
+                           const std::array<PngCode, kPngDistanceCodes>& distances) const;
+    void WriteStored(PngBitWriter& writer, bool last) const;
+    void WriteHeader(PngBitWriter& writer) const;
+    void WriteTokens(PngBitWriter& writer) const;
 
     struct LengthRun {
-        std::uint8_t nSymbol;  ///< of the code that the codes' lengths are written in
-        std::uint8_t nExtra;
+        std::uint8_t symbol;  ///< of the code that the codes' lengths are written in
+        std::uint8_t extra;
     };
 
-    const PngTokens& m_aTokens;
-    const std::uint8_t* m_pBytes;
-    std::size_t m_nBytes;
-    PngCounts m_objCounts;
-    Form m_objForm = Form::Own;
-    std::uint64_t m_nBits = 0;
-    std::array<PngCode, kPngLiteralCodes + 2>
-        m_aLiterals{};  ///< the fixed code has two more that never occur
-    std::array<PngCode, kPngDistanceCodes> m_aDistances{};
+    const PngTokens& tokens_;
+    const std::uint8_t* bytes_;
+    std::size_t byte_count_;
+    PngCounts counts_;
+    Form form_ = Form::kOwn;
+    std::uint64_t bits_ = 0;
+    std::array<PngCode, kPngLiteralCodes + 2> literals_{};  ///< the fixed code has two more that never occur
+    std::array<PngCode, kPngDistanceCodes> distances_{};
 
-    std::array<LengthRun, kPngLiteralCodes + kPngDistanceCodes> m_aRuns{};
-    std::size_t m_nRuns = 0;
-    std::size_t m_nLiteralCodes = 0;  ///< written ones
-    std::size_t m_nDistanceCodes = 0;
-    std::array<PngCode, 19> m_aRunCodes{};
-    std::size_t m_nRunCodes = 0;
+    std::array<LengthRun, kPngLiteralCodes + kPngDistanceCodes> runs_{};
+    std::size_t run_count_ = 0;
+    std::size_t literal_codes_ = 0;  ///< written ones
+    std::size_t distance_codes_ = 0;
+    std::array<PngCode, 19> run_codes_{};
+    std::size_t run_code_count_ = 0;
 };

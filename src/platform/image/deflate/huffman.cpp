@@ -8,111 +8,110 @@ static constexpr std::size_t kMostSymbols = 288;
 static constexpr std::uint32_t kSymbolBits = 9;
 static constexpr std::uint32_t kMaxDepth = 32;
 
-// The depth of each leaf in the tree of least total weight, in place: aWeights in ascending order becomes
+// The depth of each leaf in the tree of least total weight, in place: weights in ascending order becomes
 // depths in descending order. Moffat and Katajainen, "In-place calculation of minimum-redundancy codes",
 // 1995: inner nodes come in ascending order of weight too, so that two queues in one array do for a heap.
-static void WeightsToDepths(std::span<std::uint32_t> aWeights)
+static void WeightsToDepths(std::span<std::uint32_t> weights)
 {
-    const std::size_t nLeaves = aWeights.size();
+    const std::size_t leaves = weights.size();
     // Inner node k is kept in place k once leaf k has been used; a used inner node keeps its parent.
-    std::size_t nLeaf = 0;
-    std::size_t nInner = 0;
-    const auto nTake = [&](std::size_t nNew) {
-        if (nLeaf >= nLeaves || (nInner < nNew && aWeights[nInner] < aWeights[nLeaf])) {
-            const std::uint32_t nWeight = aWeights[nInner];
-            aWeights[nInner++] = static_cast<std::uint32_t>(nNew);
-            return nWeight;
+    std::size_t leaf = 0;
+    std::size_t inner = 0;
+    const auto take = [&](std::size_t merged) {
+        if (leaf >= leaves || (inner < merged && weights[inner] < weights[leaf])) {
+            const std::uint32_t weight = weights[inner];
+            weights[inner++] = static_cast<std::uint32_t>(merged);
+            return weight;
         }
-        return aWeights[nLeaf++];
+        return weights[leaf++];
     };
-    for (std::size_t nNew = 0; nNew + 1 < nLeaves; ++nNew) {
-        const std::uint32_t nFirst = nTake(nNew);
-        aWeights[nNew] = nFirst + nTake(nNew);
+    for (std::size_t merged = 0; merged + 1 < leaves; ++merged) {
+        const std::uint32_t first = take(merged);
+        weights[merged] = first + take(merged);
     }
     // From the root down, a parent's place becomes a depth.
-    aWeights[nLeaves - 2] = 0;
-    for (std::size_t k = nLeaves - 2; k-- > 0;)
-        aWeights[k] = aWeights[aWeights[k]] + 1;
+    weights[leaves - 2] = 0;
+    for (std::size_t k = leaves - 2; k-- > 0;)
+        weights[k] = weights[weights[k]] + 1;
     // On each level what isn't an inner node is a leaf; the lightest leaves are the deepest.
-    std::size_t nNextLeaf = nLeaves;
-    std::size_t nNextInner = nLeaves - 1;
-    std::size_t nPlaces = 1;
-    for (std::uint32_t nDepth = 0; nPlaces > 0; ++nDepth) {
-        std::size_t nInners = 0;
-        for (; nNextInner > 0 && aWeights[nNextInner - 1] == nDepth; --nNextInner)
-            ++nInners;
-        for (; nPlaces > nInners; --nPlaces)
-            aWeights[--nNextLeaf] = nDepth;
-        nPlaces = 2 * nInners;
+    std::size_t next_leaf = leaves;
+    std::size_t next_inner = leaves - 1;
+    std::size_t places = 1;
+    for (std::uint32_t depth = 0; places > 0; ++depth) {
+        std::size_t inners = 0;
+        for (; next_inner > 0 && weights[next_inner - 1] == depth; --next_inner)
+            ++inners;
+        for (; places > inners; --places)
+            weights[--next_leaf] = depth;
+        places = 2 * inners;
     }
 }
 
-// How many codes there are of each length, none over nLongest: those that are deeper move up, and to make
+// How many codes there are of each length, none over longest: those that are deeper move up, and to make
 // room for them others go one further down.
-static std::array<std::uint32_t, kMaxDepth> aLimited(std::span<const std::uint32_t> aDepths,
-                                                     std::uint32_t nLongest)
+static std::array<std::uint32_t, kMaxDepth> LimitDepths(std::span<const std::uint32_t> depths,
+                                                        std::uint32_t longest)
 {
-    std::array<std::uint32_t, kMaxDepth> aOfLength{};
-    std::uint64_t nUsed = 0;  // of the code space, in codes of nLongest bits
-    for (const std::uint32_t nDepth : aDepths) {
-        const std::uint32_t nLength = std::min(nDepth, nLongest);
-        ++aOfLength[nLength];
-        nUsed += std::uint64_t{1} << (nLongest - nLength);
+    std::array<std::uint32_t, kMaxDepth> of_length{};
+    std::uint64_t used = 0;  // of the code space, in codes of longest bits
+    for (const std::uint32_t depth : depths) {
+        const std::uint32_t length = std::min(depth, longest);
+        ++of_length[length];
+        used += std::uint64_t{1} << (longest - length);
     }
-    for (; nUsed > std::uint64_t{1} << nLongest; --nUsed) {
-        std::uint32_t nShorter = nLongest - 1;
-        while (aOfLength[nShorter] == 0)
-            --nShorter;
-        --aOfLength[nLongest];
-        --aOfLength[nShorter];
-        aOfLength[nShorter + 1] += 2;
+    for (; used > std::uint64_t{1} << longest; --used) {
+        std::uint32_t shorter = longest - 1;
+        while (of_length[shorter] == 0)
+            --shorter;
+        --of_length[longest];
+        --of_length[shorter];
+        of_length[shorter + 1] += 2;
     }
-    return aOfLength;
+    return of_length;
 }
 
-void FillPngCodes(std::span<PngCode> aCodes)
+void FillPngCodes(std::span<PngCode> codes)
 {
-    std::array<std::uint32_t, 17> aNext{};
-    for (const PngCode& objCode : aCodes)
-        if (objCode.nLength)
-            ++aNext[objCode.nLength + 1U];
-    std::uint32_t nCode = 0;
-    for (std::uint32_t& nFirst : aNext) {
-        nCode = (nCode + nFirst) << 1;  // nFirst is still the count of the codes one bit shorter
-        nFirst = nCode;
+    std::array<std::uint32_t, 17> next{};
+    for (const PngCode& code : codes)
+        if (code.length)
+            ++next[code.length + 1U];
+    std::uint32_t next_code = 0;
+    for (std::uint32_t& first : next) {
+        next_code = (next_code + first) << 1;  // first is still the count of the codes one bit shorter
+        first = next_code;
     }
-    for (PngCode& objCode : aCodes) {
-        std::uint32_t nForward = aNext[objCode.nLength]++;
-        std::uint32_t nReversed = 0;
-        for (std::uint32_t i = 0; i < objCode.nLength; ++i, nForward >>= 1)
-            nReversed = nReversed << 1 | (nForward & 1);
-        objCode.nBits = static_cast<std::uint16_t>(nReversed);
+    for (PngCode& code : codes) {
+        std::uint32_t forward = next[code.length]++;
+        std::uint32_t reversed = 0;
+        for (std::uint32_t i = 0; i < code.length; ++i, forward >>= 1)
+            reversed = reversed << 1 | (forward & 1);
+        code.bits = static_cast<std::uint16_t>(reversed);
     }
 }
 
-void MakePngCodes(std::span<const std::uint32_t> aCounts, std::uint32_t nLongest, std::span<PngCode> aCodes)
+void MakePngCodes(std::span<const std::uint32_t> counts, std::uint32_t longest, std::span<PngCode> codes)
 {
-    std::array<std::uint32_t, kMostSymbols> aSorted;  // count, symbol
-    std::size_t nUsed = 0;
-    for (std::size_t i = 0; i < aCounts.size(); ++i)
-        if (aCounts[i])
-            aSorted[nUsed++] = aCounts[i] << kSymbolBits | static_cast<std::uint32_t>(i);
-    for (std::uint32_t nSymbol = 0; nUsed < 2; ++nSymbol)
-        if (aCounts[nSymbol] == 0)
-            aSorted[nUsed++] = 1U << kSymbolBits | nSymbol;
-    std::sort(aSorted.begin(), aSorted.begin() + static_cast<std::ptrdiff_t>(nUsed));
+    std::array<std::uint32_t, kMostSymbols> sorted;  // count, symbol
+    std::size_t used = 0;
+    for (std::size_t i = 0; i < counts.size(); ++i)
+        if (counts[i])
+            sorted[used++] = counts[i] << kSymbolBits | static_cast<std::uint32_t>(i);
+    for (std::uint32_t symbol = 0; used < 2; ++symbol)
+        if (counts[symbol] == 0)
+            sorted[used++] = 1U << kSymbolBits | symbol;
+    std::sort(sorted.begin(), sorted.begin() + static_cast<std::ptrdiff_t>(used));
 
-    std::array<std::uint32_t, kMostSymbols> aDepths;
-    for (std::size_t i = 0; i < nUsed; ++i)
-        aDepths[i] = aSorted[i] >> kSymbolBits;
-    WeightsToDepths(std::span(aDepths).first(nUsed));
-    const auto aOfLength = aLimited(std::span(aDepths).first(nUsed), nLongest);
+    std::array<std::uint32_t, kMostSymbols> depths;
+    for (std::size_t i = 0; i < used; ++i)
+        depths[i] = sorted[i] >> kSymbolBits;
+    WeightsToDepths(std::span(depths).first(used));
+    const auto of_length = LimitDepths(std::span(depths).first(used), longest);
 
-    std::fill(aCodes.begin(), aCodes.end(), PngCode{});
-    std::size_t nNext = 0;
-    for (std::uint32_t nLength = nLongest; nLength > 0; --nLength)
-        for (std::uint32_t i = 0; i < aOfLength[nLength]; ++i)
-            aCodes[aSorted[nNext++] & ((1U << kSymbolBits) - 1)].nLength =
-                static_cast<std::uint16_t>(nLength);
-    FillPngCodes(aCodes);
+    std::fill(codes.begin(), codes.end(), PngCode{});
+    std::size_t next = 0;
+    for (std::uint32_t length = longest; length > 0; --length)
+        for (std::uint32_t i = 0; i < of_length[length]; ++i)
+            codes[sorted[next++] & ((1U << kSymbolBits) - 1)].length = static_cast<std::uint16_t>(length);
+    FillPngCodes(codes);
 }

@@ -11,124 +11,124 @@ static constexpr std::uint32_t kLong = 24;
 static constexpr std::size_t kEntered = 12;
 static constexpr std::size_t kHashReads = 8;
 
-PngQuickCopies::PngQuickCopies() : m_aPlaces(std::make_unique<std::uint16_t[]>(kPlaces)) {}
+PngQuickCopies::PngQuickCopies() : places_(std::make_unique<std::uint16_t[]>(kPlaces)) {}
 
 void PngQuickCopies::Forget()
 {
-    std::fill_n(m_aPlaces.get(), kPlaces, std::uint16_t{0});
-    m_nKnown = 0;
+    std::fill_n(places_.get(), kPlaces, std::uint16_t{0});
+    known_ = 0;
 }
 
-void PngQuickCopies::Moved(std::size_t nBytes)
+void PngQuickCopies::Moved(std::size_t bytes)
 {
-    m_nMoved += static_cast<std::uint32_t>(nBytes);
-    m_nKnown -= std::min(m_nKnown, nBytes);
+    moved_ += static_cast<std::uint32_t>(bytes);
+    known_ -= std::min(known_, bytes);
 }
 
-// nWays places a hash, of the first nHashed bytes.
-template <std::size_t nWays, std::uint32_t nHashed>
-void PngQuickCopies::FindWith(const std::uint8_t* pBuffer, std::size_t nBegin, std::size_t nEnd,
-                              std::uint32_t nShortest, PngTokens& aTokens)
+// kWays places a hash, of the first kHashed bytes.
+template <std::size_t kWays, std::uint32_t kHashed>
+void PngQuickCopies::FindWith(const std::uint8_t* buffer, std::size_t begin, std::size_t end,
+                              std::uint32_t shortest, PngTokens& tokens)
 {
     // All the places of a hash, the newest lowest.
-    using Places = std::conditional_t<nWays == 2, std::uint32_t, std::uint64_t>;
-    constexpr std::uint32_t kHashBits = nWays == 2 ? 14 : 13;
-    static_assert(nWays << kHashBits == kPlaces);
-    std::uint16_t* const pPlaces = m_aPlaces.get();
-    const std::uint32_t nMoved = m_nMoved;
-    const auto objEnter = [=](std::size_t nAt) {
-        const std::uint64_t nBytes = nLoad8(pBuffer + nAt) << (64 - 8 * nHashed);
-        const std::uint64_t nHash = nBytes * 0x9E3779B97F4A7C15U >> (64 - kHashBits);
-        Places objOld = 0;
-        std::memcpy(&objOld, pPlaces + nHash * nWays, sizeof(objOld));
-        const Places objNew = objOld << 16 | static_cast<std::uint16_t>(nAt + nMoved);
-        std::memcpy(pPlaces + nHash * nWays, &objNew, sizeof(objNew));
-        return objOld;
+    using Places = std::conditional_t<kWays == 2, std::uint32_t, std::uint64_t>;
+    constexpr std::uint32_t kHashBits = kWays == 2 ? 14 : 13;
+    static_assert(kWays << kHashBits == kPlaces);
+    std::uint16_t* const chains = places_.get();
+    const std::uint32_t moved = moved_;
+    const auto enter = [=](std::size_t at) {
+        const std::uint64_t bytes = Load8(buffer + at) << (64 - 8 * kHashed);
+        const std::uint64_t hash = bytes * 0x9E3779B97F4A7C15U >> (64 - kHashBits);
+        Places old = 0;
+        std::memcpy(&old, chains + hash * kWays, sizeof(old));
+        const Places entered = old << 16 | static_cast<std::uint16_t>(at + moved);
+        std::memcpy(chains + hash * kWays, &entered, sizeof(entered));
+        return old;
     };
 
-    for (std::size_t nAt = m_nKnown; nAt < nBegin && nAt + kHashReads <= nEnd; ++nAt)
-        objEnter(nAt);
-    std::size_t nLiteral = nBegin;  // the first that no token stands for yet
-    std::size_t i = nBegin;
-    while (i + kHashReads <= nEnd) {
-        const std::uint8_t* const p = pBuffer + i;
-        const std::uint32_t nFirst = nLoad4(p);
-        const Places objPlaces = objEnter(i);
+    for (std::size_t at = known_; at < begin && at + kHashReads <= end; ++at)
+        enter(at);
+    std::size_t literal = begin;  // the first that no token stands for yet
+    std::size_t i = begin;
+    while (i + kHashReads <= end) {
+        const std::uint8_t* const p = buffer + i;
+        const std::uint32_t first = Load4(p);
+        const Places places = enter(i);
         // Whether one of the places begins alike is unforeseeable, so that it is asked once, not for each of
         // them: the product of the differences is zero. Distances that lead out of the window are sorted out
         // afterwards.
-        std::array<std::uint32_t, nWays> aDistances;
-        std::array<std::uint64_t, nWays> aDiffer;
-        for (std::size_t w = 0; w < nWays; ++w) {
-            const auto nPlace = static_cast<std::uint16_t>(objPlaces >> 16 * w);
-            aDistances[w] = static_cast<std::uint16_t>(i + nMoved - nPlace);
-            aDiffer[w] = nLoad4(p - aDistances[w]) ^ nFirst;
+        std::array<std::uint32_t, kWays> distances;
+        std::array<std::uint64_t, kWays> differ;
+        for (std::size_t w = 0; w < kWays; ++w) {
+            const auto place = static_cast<std::uint16_t>(places >> 16 * w);
+            distances[w] = static_cast<std::uint16_t>(i + moved - place);
+            differ[w] = Load4(p - distances[w]) ^ first;
         }
-        bool bNone = aDiffer[0] * aDiffer[1] != 0;
-        if constexpr (nWays == 4)
-            bNone = bNone & (aDiffer[2] * aDiffer[3] != 0);
-        if (bNone) {
+        bool none = differ[0] * differ[1] != 0;
+        if constexpr (kWays == 4)
+            none = none & (differ[2] * differ[3] != 0);
+        if (none) {
             ++i;
             continue;
         }
-        const std::size_t nFurthest = std::min<std::size_t>(i, kPngWindow);
-        const auto nMost = static_cast<std::uint32_t>(std::min<std::size_t>(nEnd - i, kPngLongestCopy));
-        std::uint32_t nLength = nShortest - 1;
-        std::uint32_t nDistance = 0;
-        for (const std::uint32_t nOther : aDistances) {
-            if (nOther == 0 || nOther > nFurthest)
+        const std::size_t furthest = std::min<std::size_t>(i, kPngWindow);
+        const auto max = static_cast<std::uint32_t>(std::min<std::size_t>(end - i, kPngLongestCopy));
+        std::uint32_t length = shortest - 1;
+        std::uint32_t distance = 0;
+        for (const std::uint32_t other : distances) {
+            if (other == 0 || other > furthest)
                 continue;
-            const std::uint32_t nOtherLength = nAlike(p - nOther, p, nMost);
-            if (nOtherLength > nLength) {
-                nLength = nOtherLength;
-                nDistance = nOther;
+            const std::uint32_t other_length = Alike(p - other, p, max);
+            if (other_length > length) {
+                length = other_length;
+                distance = other;
             }
         }
-        if (nDistance == 0) {
+        if (distance == 0) {
             ++i;
             continue;
         }
-        aTokens.push_back({static_cast<std::uint32_t>(i - nLiteral), static_cast<std::uint16_t>(nLength),
-                           static_cast<std::uint16_t>(nDistance)});
-        std::size_t nAt = nLength > kLong ? i + nLength - kEntered : i + 1;
-        i += nLength;
-        nLiteral = i;
-        for (; nAt < i && nAt + kHashReads <= nEnd; ++nAt)
-            objEnter(nAt);
+        tokens.push_back({static_cast<std::uint32_t>(i - literal), static_cast<std::uint16_t>(length),
+                          static_cast<std::uint16_t>(distance)});
+        std::size_t at = length > kLong ? i + length - kEntered : i + 1;
+        i += length;
+        literal = i;
+        for (; at < i && at + kHashReads <= end; ++at)
+            enter(at);
     }
-    aTokens.push_back({static_cast<std::uint32_t>(nEnd - nLiteral), 0, 0});
-    m_nKnown = i;  // what follows could not be hashed yet
+    tokens.push_back({static_cast<std::uint32_t>(end - literal), 0, 0});
+    known_ = i;  // what follows could not be hashed yet
 }
 
-void PngQuickCopies::Find(const std::uint8_t* pBuffer, std::size_t nBegin, std::size_t nEnd, bool bNoise,
-                          PngTokens& aTokens, std::size_t nReach)
+void PngQuickCopies::Find(const std::uint8_t* buffer, std::size_t begin, std::size_t end, bool is_noise,
+                          PngTokens& tokens, std::size_t reach)
 {
-    aTokens.clear();
-    const std::uint32_t nShortest = nShortestCopyWorth(pBuffer + nBegin, nEnd - nBegin);
-    const std::uint32_t nHashed = std::min(nShortest, 6U);
-    const std::uint32_t nKind = nHashed + (bNoise ? 10 : 0);
-    if (nKind != m_nKind)
+    tokens.clear();
+    const std::uint32_t shortest = ShortestCopyWorth(buffer + begin, end - begin);
+    const std::uint32_t hashed = std::min(shortest, 6U);
+    const std::uint32_t kind = hashed + (is_noise ? 10 : 0);
+    if (kind != kind_)
         Forget();
-    m_nKind = nKind;
-    m_nKnown = std::max(m_nKnown, nBegin - std::min(nBegin, nReach));
-    switch (nKind) {
+    kind_ = kind;
+    known_ = std::max(known_, begin - std::min(begin, reach));
+    switch (kind) {
         case 4:
-            FindWith<4, 4>(pBuffer, nBegin, nEnd, nShortest, aTokens);
+            FindWith<4, 4>(buffer, begin, end, shortest, tokens);
             break;
         case 5:
-            FindWith<4, 5>(pBuffer, nBegin, nEnd, nShortest, aTokens);
+            FindWith<4, 5>(buffer, begin, end, shortest, tokens);
             break;
         case 6:
-            FindWith<4, 6>(pBuffer, nBegin, nEnd, nShortest, aTokens);
+            FindWith<4, 6>(buffer, begin, end, shortest, tokens);
             break;
         case 14:
-            FindWith<2, 4>(pBuffer, nBegin, nEnd, nShortest, aTokens);
+            FindWith<2, 4>(buffer, begin, end, shortest, tokens);
             break;
         case 15:
-            FindWith<2, 5>(pBuffer, nBegin, nEnd, nShortest, aTokens);
+            FindWith<2, 5>(buffer, begin, end, shortest, tokens);
             break;
         default:
-            FindWith<2, 6>(pBuffer, nBegin, nEnd, nShortest, aTokens);
+            FindWith<2, 6>(buffer, begin, end, shortest, tokens);
             break;
     }
 }

@@ -12,107 +12,105 @@ static constexpr std::size_t kShortRun = 4;
 static constexpr std::size_t kLongRun = 8;
 static constexpr std::size_t kGroup = 32;  // positions that are compared at once
 
-// Bit i is set where p[i] is the same as the byte nDistance before it; i from 0 to 31.
-static inline std::uint32_t nSameMask(const std::uint8_t* p, std::size_t nDistance)
+// Bit i is set where p[i] is the same as the byte distance before it; i from 0 to 31.
+static inline std::uint32_t SameMask(const std::uint8_t* p, std::size_t distance)
 {
-    std::uint32_t nMask = 0;
+    std::uint32_t mask = 0;
 #ifdef __SSE2__
     for (std::size_t i = 0; i < kGroup; i += 16) {
-        const __m128i vHere = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
-        const __m128i vBefore = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i - nDistance));
-        nMask |= static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(vHere, vBefore))) << i;
+        const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+        const __m128i before = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i - distance));
+        mask |= static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(here, before))) << i;
     }
 #else
     for (std::size_t i = 0; i < kGroup; ++i)
-        nMask |= static_cast<std::uint32_t>(p[i] == *(p + i - nDistance)) << i;
+        mask |= static_cast<std::uint32_t>(p[i] == *(p + i - distance)) << i;
 #endif
-    return nMask;
+    return mask;
 }
 
 // Keeps the bits at which kShortRun, or kLongRun, set bits begin.
-static inline std::uint32_t nRunStarts(std::uint32_t nMask, bool bLong)
+static inline std::uint32_t RunStarts(std::uint32_t mask, bool long_runs)
 {
-    nMask &= nMask >> 1;
-    nMask &= nMask >> 2;
-    return bLong ? nMask & nMask >> 4 : nMask;
+    mask &= mask >> 1;
+    mask &= mask >> 2;
+    return long_runs ? mask & mask >> 4 : mask;
 }
 
-static std::size_t nRunLength(const std::uint8_t* p, std::size_t nDistance, std::size_t nMost)
+static std::size_t RunLength(const std::uint8_t* p, std::size_t distance, std::size_t max)
 {
-    std::size_t nLength = 0;
-    while (nLength + kGroup <= nMost) {
-        const std::uint32_t nDiffer = ~nSameMask(p + nLength, nDistance);
-        if (nDiffer)
-            return nLength + static_cast<std::size_t>(std::countr_zero(nDiffer));
-        nLength += kGroup;
+    std::size_t length = 0;
+    while (length + kGroup <= max) {
+        const std::uint32_t differ = ~SameMask(p + length, distance);
+        if (differ)
+            return length + static_cast<std::size_t>(std::countr_zero(differ));
+        length += kGroup;
     }
-    while (nLength < nMost && p[nLength] == *(p + nLength - nDistance))
-        ++nLength;
-    return nLength;
+    while (length < max && p[length] == *(p + length - distance))
+        ++length;
+    return length;
 }
 
 namespace
 {
 struct Run {
-    std::size_t nLength = 0;
-    std::uint32_t nDistance = 1;
-    int nGain = 0;  ///< bits saved
+    std::size_t length = 0;
+    std::uint32_t distance = 1;
+    int gain = 0;  ///< bits saved
 };
 }  // namespace
 
-static Run objRunAt(const std::uint8_t* p, std::uint32_t nDistance, std::size_t nMost,
-                    const PngCosts& objCosts)
+static Run RunAt(const std::uint8_t* p, std::uint32_t distance, std::size_t max, const PngCosts& costs)
 {
-    Run objRun;
-    objRun.nDistance = nDistance;
-    objRun.nLength = nRunLength(p, nDistance, std::min<std::size_t>(nMost, kPngLongestCopy));
-    if (objRun.nLength < kShortRun)
-        return objRun;
-    std::size_t nLiterals = 0;  // bits of one pixel, since all of them are the same
-    for (std::uint32_t i = 0; i < nDistance; ++i)
-        nLiterals += objCosts.aLiteral[p[i]];
-    nLiterals = nLiterals * objRun.nLength / nDistance;
-    objRun.nGain = static_cast<int>(nLiterals) - objCosts.aLength[objRun.nLength] -
-                   objCosts.aDistance[nPngDistanceSymbol(nDistance)];
-    return objRun;
+    Run run;
+    run.distance = distance;
+    run.length = RunLength(p, distance, std::min<std::size_t>(max, kPngLongestCopy));
+    if (run.length < kShortRun)
+        return run;
+    std::size_t literals = 0;  // bits of one pixel, since all of them are the same
+    for (std::uint32_t i = 0; i < distance; ++i)
+        literals += costs.literal[p[i]];
+    literals = literals * run.length / distance;
+    run.gain =
+        static_cast<int>(literals) - costs.length[run.length] - costs.distance[PngDistanceSymbol(distance)];
+    return run;
 }
 
-void FindPngRuns(const std::uint8_t* pBytes, std::size_t nBytes, std::size_t nBefore,
-                 std::uint32_t nPixelBytes, const PngCosts& objCosts, PngTokens& aTokens)
+void FindPngRuns(const std::uint8_t* bytes, std::size_t byte_count, std::size_t before,
+                 std::uint32_t pixel_bytes, const PngCosts& costs, PngTokens& tokens)
 {
-    aTokens.clear();
+    tokens.clear();
     // Where even a run of the cheapest literals doesn't pay below the long length, short ones aren't looked
     // for.
-    const bool bLong = kLongRun * objCosts.nLeastLiteral <= objCosts.nLeastCopy;
-    const std::size_t nStep = kGroup - (bLong ? kLongRun : kShortRun) + 1;
-    std::size_t nLiteral = 0;  // the first that no token stands for yet
-    std::size_t i = nBefore < nPixelBytes ? std::min<std::size_t>(nPixelBytes - nBefore, nBytes) : 0;
-    while (i + kGroup <= nBytes) {
-        const std::uint8_t* p = pBytes + i;
-        std::uint32_t nStarts = nRunStarts(nSameMask(p, 1), bLong);
-        if (nPixelBytes > 1)
-            nStarts |= nRunStarts(nSameMask(p, nPixelBytes), bLong);
-        if (nStarts == 0) {
-            i += nStep;
+    const bool long_runs = kLongRun * costs.min_literal <= costs.min_copy;
+    const std::size_t step = kGroup - (long_runs ? kLongRun : kShortRun) + 1;
+    std::size_t literal = 0;  // the first that no token stands for yet
+    std::size_t i = before < pixel_bytes ? std::min<std::size_t>(pixel_bytes - before, byte_count) : 0;
+    while (i + kGroup <= byte_count) {
+        const std::uint8_t* p = bytes + i;
+        std::uint32_t starts = RunStarts(SameMask(p, 1), long_runs);
+        if (pixel_bytes > 1)
+            starts |= RunStarts(SameMask(p, pixel_bytes), long_runs);
+        if (starts == 0) {
+            i += step;
             continue;
         }
-        i += static_cast<std::size_t>(std::countr_zero(nStarts));
-        p = pBytes + i;
-        Run objRun = objRunAt(p, 1, nBytes - i, objCosts);
-        if (nPixelBytes > 1 && objRun.nLength < kPngLongestCopy) {
-            const Run objPixels = objRunAt(p, nPixelBytes, nBytes - i, objCosts);
-            if (objPixels.nGain > objRun.nGain)
-                objRun = objPixels;
+        i += static_cast<std::size_t>(std::countr_zero(starts));
+        p = bytes + i;
+        Run run = RunAt(p, 1, byte_count - i, costs);
+        if (pixel_bytes > 1 && run.length < kPngLongestCopy) {
+            const Run pixels = RunAt(p, pixel_bytes, byte_count - i, costs);
+            if (pixels.gain > run.gain)
+                run = pixels;
         }
-        if (objRun.nGain <= 0) {
-            i += std::max<std::size_t>(objRun.nLength, 1);
+        if (run.gain <= 0) {
+            i += std::max<std::size_t>(run.length, 1);
             continue;
         }
-        aTokens.push_back({static_cast<std::uint32_t>(i - nLiteral),
-                           static_cast<std::uint16_t>(objRun.nLength),
-                           static_cast<std::uint16_t>(objRun.nDistance)});
-        i += objRun.nLength;
-        nLiteral = i;
+        tokens.push_back({static_cast<std::uint32_t>(i - literal), static_cast<std::uint16_t>(run.length),
+                          static_cast<std::uint16_t>(run.distance)});
+        i += run.length;
+        literal = i;
     }
-    aTokens.push_back({static_cast<std::uint32_t>(nBytes - nLiteral), 0, 0});
+    tokens.push_back({static_cast<std::uint32_t>(byte_count - literal), 0, 0});
 }

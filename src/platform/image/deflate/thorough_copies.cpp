@@ -10,112 +10,110 @@ static constexpr std::uint32_t kHashBits = 15;
 static constexpr std::uint32_t kCandidates = 32;  // places looked at for each position
 static constexpr std::uint32_t kNice = 128;       // a copy this long is taken without looking further
 
-static inline std::uint32_t nHashOf(std::uint32_t nBytes)
+static inline std::uint32_t HashOf(std::uint32_t bytes)
 {
-    return nBytes * 0x9E3779B1U >> (32 - kHashBits);
+    return bytes * 0x9E3779B1U >> (32 - kHashBits);
 }
 
-void PngThoroughCopies::Moved(std::size_t nBytes)
+void PngThoroughCopies::Moved(std::size_t bytes)
 {
-    m_nMoved += static_cast<std::uint32_t>(nBytes);
-    m_nKnown -= std::min(m_nKnown, nBytes);
+    moved_ += static_cast<std::uint32_t>(bytes);
+    known_ -= std::min(known_, bytes);
 }
 
-// All positions from nBegin on whose four bytes end before nEnd.
-void PngThoroughCopies::Enter(const std::uint8_t* pBuffer, std::size_t nBegin, std::size_t nEnd)
+// All positions from begin on whose four bytes end before end.
+void PngThoroughCopies::Enter(const std::uint8_t* buffer, std::size_t begin, std::size_t end)
 {
-    std::uint16_t* const pNewest = m_aNewest.get();
-    std::uint16_t* const pOlder = m_aOlder.get();
-    const std::uint32_t nMoved = m_nMoved;
-    for (std::size_t i = nBegin; i + kHashed <= nEnd; ++i) {
-        const std::uint32_t nHash = nHashOf(nLoad4(pBuffer + i));
-        const auto nPlace = static_cast<std::uint16_t>(i + nMoved);
-        pOlder[nPlace % kPngWindow] = pNewest[nHash];
-        pNewest[nHash] = nPlace;
+    std::uint16_t* const newest = newest_.get();
+    std::uint16_t* const older = older_.get();
+    const std::uint32_t moved = moved_;
+    for (std::size_t i = begin; i + kHashed <= end; ++i) {
+        const std::uint32_t hash = HashOf(Load4(buffer + i));
+        const auto place = static_cast<std::uint16_t>(i + moved);
+        older[place % kPngWindow] = newest[hash];
+        newest[hash] = place;
     }
 }
 
-// The longest copy that the bytes at nAt can be; enters nAt.
-PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* pBuffer, std::size_t nAt,
-                                                   std::size_t nEnd, std::uint32_t nShortest,
-                                                   std::uint32_t nCandidates)
+// The longest copy that the bytes at at can be; enters at.
+PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* buffer, std::size_t at,
+                                                   std::size_t end, std::uint32_t shortest,
+                                                   std::uint32_t candidates)
 {
-    const std::uint8_t* const p = pBuffer + nAt;
-    const std::uint32_t nFirst = nLoad4(p);
-    const auto nPlace = static_cast<std::uint16_t>(nAt + m_nMoved);
-    std::uint16_t nOther = m_aNewest[nHashOf(nFirst)];
-    Enter(pBuffer, nAt, nAt + kHashed);
+    const std::uint8_t* const p = buffer + at;
+    const std::uint32_t first = Load4(p);
+    const auto place = static_cast<std::uint16_t>(at + moved_);
+    std::uint16_t candidate_place = newest_[HashOf(first)];
+    Enter(buffer, at, at + kHashed);
 
-    const std::size_t nFurthest = std::min<std::size_t>(nAt, kPngWindow);
-    const auto nMost = static_cast<std::uint32_t>(std::min<std::size_t>(nEnd - nAt, kPngLongestCopy));
-    if (nMost < nShortest)
+    const std::size_t furthest = std::min<std::size_t>(at, kPngWindow);
+    const auto max = static_cast<std::uint32_t>(std::min<std::size_t>(end - at, kPngLongestCopy));
+    if (max < shortest)
         return {};
-    Copy objBest;
-    objBest.nLength = nShortest - 1;
-    std::uint32_t nDistance = static_cast<std::uint16_t>(nPlace - nOther);
-    for (; nCandidates > 0 && nDistance > 0 && nDistance <= nFurthest; --nCandidates) {
-        const std::uint8_t* const pOther = p - nDistance;
+    Copy best;
+    best.length = shortest - 1;
+    std::uint32_t distance = static_cast<std::uint16_t>(place - candidate_place);
+    for (; candidates > 0 && distance > 0 && distance <= furthest; --candidates) {
+        const std::uint8_t* const candidate = p - distance;
         // The last four bytes that a longer copy would have tell soonest that it is none.
-        if (nLoad4(pOther + objBest.nLength - 3) == nLoad4(p + objBest.nLength - 3) &&
-            nLoad4(pOther) == nFirst) {
-            const std::uint32_t nLength = nAlike(pOther, p, nMost);
-            if (nLength > objBest.nLength) {
-                objBest = {nLength, nDistance};
-                if (nLength >= kNice || nLength == nMost)
+        if (Load4(candidate + best.length - 3) == Load4(p + best.length - 3) && Load4(candidate) == first) {
+            const std::uint32_t length = Alike(candidate, p, max);
+            if (length > best.length) {
+                best = {length, distance};
+                if (length >= kNice || length == max)
                     break;
             }
         }
-        nOther = m_aOlder[nOther % kPngWindow];
+        candidate_place = older_[candidate_place % kPngWindow];
         // Places further back have greater distances; one that hasn't was overwritten.
-        const std::uint32_t nNext = static_cast<std::uint16_t>(nPlace - nOther);
-        if (nNext <= nDistance)
+        const std::uint32_t next = static_cast<std::uint16_t>(place - candidate_place);
+        if (next <= distance)
             break;
-        nDistance = nNext;
+        distance = next;
     }
-    return objBest.nDistance ? objBest : Copy{};
+    return best.distance ? best : Copy{};
 }
 
-void PngThoroughCopies::Find(const std::uint8_t* pBuffer, std::size_t nBegin, std::size_t nEnd,
-                             PngTokens& aTokens)
+void PngThoroughCopies::Find(const std::uint8_t* buffer, std::size_t begin, std::size_t end,
+                             PngTokens& tokens)
 {
-    if (!m_aNewest) {
-        m_aNewest = std::make_unique<std::uint16_t[]>(std::size_t{1} << kHashBits);
-        m_aOlder = std::make_unique<std::uint16_t[]>(kPngWindow);
+    if (!newest_) {
+        newest_ = std::make_unique<std::uint16_t[]>(std::size_t{1} << kHashBits);
+        older_ = std::make_unique<std::uint16_t[]>(kPngWindow);
     }
-    const std::size_t nReach = nBegin - std::min<std::size_t>(nBegin, kPngWindow);
-    Enter(pBuffer, std::max(m_nKnown, nReach), std::min(nBegin + kHashed - 1, nEnd));
-    aTokens.clear();
-    const std::uint32_t nShortest = nShortestCopyWorth(pBuffer + nBegin, nEnd - nBegin);
-    std::size_t nLiteral = nBegin;  // the first that no token stands for yet
-    std::size_t i = nBegin;
-    while (i + kHashed <= nEnd) {
-        Copy objCopy = Longest(pBuffer, i, nEnd, nShortest, kCandidates);
-        if (objCopy.nLength == 0) {
+    const std::size_t reach = begin - std::min<std::size_t>(begin, kPngWindow);
+    Enter(buffer, std::max(known_, reach), std::min(begin + kHashed - 1, end));
+    tokens.clear();
+    const std::uint32_t shortest = ShortestCopyWorth(buffer + begin, end - begin);
+    std::size_t literal = begin;  // the first that no token stands for yet
+    std::size_t i = begin;
+    while (i + kHashed <= end) {
+        Copy copy = Longest(buffer, i, end, shortest, kCandidates);
+        if (copy.length == 0) {
             ++i;
             continue;
         }
-        std::size_t nEntered = i + 1;
-        while (objCopy.nLength < kNice && i + 1 + kHashed <= nEnd) {
-            const Copy objLater = Longest(pBuffer, i + 1, nEnd, objCopy.nLength, kCandidates / 2);
-            nEntered = i + 2;
+        std::size_t entered = i + 1;
+        while (copy.length < kNice && i + 1 + kHashed <= end) {
+            const Copy later = Longest(buffer, i + 1, end, copy.length, kCandidates / 2);
+            entered = i + 2;
             // In quarters of a byte: twice as far is a quarter worse, and the literal in front costs two of
             // them.
-            const int nBetter = 4 * (static_cast<int>(objLater.nLength) - static_cast<int>(objCopy.nLength)) +
-                                static_cast<int>(std::bit_width(objCopy.nDistance)) -
-                                static_cast<int>(std::bit_width(objLater.nDistance));
-            if (objLater.nLength < objCopy.nLength || nBetter <= 2)
+            const int better = 4 * (static_cast<int>(later.length) - static_cast<int>(copy.length)) +
+                               static_cast<int>(std::bit_width(copy.distance)) -
+                               static_cast<int>(std::bit_width(later.distance));
+            if (later.length < copy.length || better <= 2)
                 break;
-            objCopy = objLater;
+            copy = later;
             ++i;
         }
-        aTokens.push_back({static_cast<std::uint32_t>(i - nLiteral),
-                           static_cast<std::uint16_t>(objCopy.nLength),
-                           static_cast<std::uint16_t>(objCopy.nDistance)});
-        i += objCopy.nLength;
-        nLiteral = i;
-        Enter(pBuffer, nEntered, std::min(i + kHashed - 1, nEnd));
+        tokens.push_back({static_cast<std::uint32_t>(i - literal), static_cast<std::uint16_t>(copy.length),
+                          static_cast<std::uint16_t>(copy.distance)});
+        i += copy.length;
+        literal = i;
+        Enter(buffer, entered, std::min(i + kHashed - 1, end));
     }
-    aTokens.push_back({static_cast<std::uint32_t>(nEnd - nLiteral), 0, 0});
+    tokens.push_back({static_cast<std::uint32_t>(end - literal), 0, 0});
     // The last three bytes could not be hashed yet.
-    m_nKnown = nEnd - std::min<std::size_t>(nEnd, kHashed - 1);
+    known_ = end - std::min<std::size_t>(end, kHashed - 1);
 }

@@ -14,26 +14,26 @@
 class PngThoroughCopies
 {
 public:
-    /// Makes tokens of the bytes from nBegin to nEnd, which lie behind those of the call before. 16 bytes
-    /// behind nEnd may be read. Throws std::bad_alloc.
-    void Find(const std::uint8_t* pBuffer, std::size_t nBegin, std::size_t nEnd, PngTokens& aTokens);
+    /// Makes tokens of the bytes from begin to end, which lie behind those of the call before. 16 bytes
+    /// behind end may be read. Throws std::bad_alloc.
+    void Find(const std::uint8_t* buffer, std::size_t begin, std::size_t end, PngTokens& tokens);
 
     /// To be told when the buffer's contents have moved by so many bytes.
-    void Moved(std::size_t nBytes);
+    void Moved(std::size_t bytes);
 
 private:
     struct Copy {
-        std::uint32_t nLength = 0;  ///< 0 = none
-        std::uint32_t nDistance = 0;
+        std::uint32_t length = 0;  ///< 0 = none
+        std::uint32_t distance = 0;
     };
-    Copy Longest(const std::uint8_t* pBuffer, std::size_t nAt, std::size_t nEnd, std::uint32_t nShortest,
-                 std::uint32_t nCandidates);
-    void Enter(const std::uint8_t* pBuffer, std::size_t nBegin, std::size_t nEnd);
+    Copy Longest(const std::uint8_t* buffer, std::size_t at, std::size_t end, std::uint32_t shortest,
+                 std::uint32_t candidates);
+    void Enter(const std::uint8_t* buffer, std::size_t begin, std::size_t end);
 
     // The newest place of each hash, and for each place the one before it with the same hash, both modulo
     // 2^16. What stands there may be long gone, so that whoever reads compares the bytes.
-    std::unique_ptr<std::uint16_t[]> m_aNewest;
-    std::unique_ptr<std::uint16_t[]> m_aOlder;
-    std::uint32_t m_nMoved = 0;
-    std::size_t m_nKnown = 0;  ///< up to where the tables know the buffer
+    std::unique_ptr<std::uint16_t[]> newest_;
+    std::unique_ptr<std::uint16_t[]> older_;
+    std::uint32_t moved_ = 0;
+    std::size_t known_ = 0;  ///< up to where the tables know the buffer
 };

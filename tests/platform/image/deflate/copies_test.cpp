@@ -16,44 +16,44 @@ using Block = std::vector<std::uint8_t>;
 constexpr std::size_t kBackSlack = 64;
 
 // What a drawing's rows are like: words of a small vocabulary between stretches of nothing and of noise.
-Block aDrawing(std::size_t nBytes, unsigned nSeed, unsigned nValues)
+Block Drawing(std::size_t byte_count, unsigned seed, unsigned values)
 {
-    std::mt19937 objRandom(nSeed);
-    Block aWords(4096);
-    for (std::uint8_t& n : aWords)
-        n = static_cast<std::uint8_t>(objRandom() % nValues);
-    Block aBytes;
-    while (aBytes.size() < nBytes) {
-        const std::size_t nLength = 1 + objRandom() % 90;
-        const auto itWord = aWords.begin() + static_cast<std::ptrdiff_t>(objRandom() % 4000);
-        switch (objRandom() % 8) {
+    std::mt19937 random(seed);
+    Block words(4096);
+    for (std::uint8_t& n : words)
+        n = static_cast<std::uint8_t>(random() % values);
+    Block bytes;
+    while (bytes.size() < byte_count) {
+        const std::size_t length = 1 + random() % 90;
+        const auto word = words.begin() + static_cast<std::ptrdiff_t>(random() % 4000);
+        switch (random() % 8) {
             case 0:
-                aBytes.insert(aBytes.end(), nLength * 6, 0);
+                bytes.insert(bytes.end(), length * 6, 0);
                 break;
             case 1:
-                for (std::size_t i = 0; i < nLength; ++i)
-                    aBytes.push_back(static_cast<std::uint8_t>(objRandom() % nValues));
+                for (std::size_t i = 0; i < length; ++i)
+                    bytes.push_back(static_cast<std::uint8_t>(random() % values));
                 break;
             default:
-                aBytes.insert(aBytes.end(), itWord, itWord + static_cast<std::ptrdiff_t>(nLength));
+                bytes.insert(bytes.end(), word, word + static_cast<std::ptrdiff_t>(length));
         }
     }
-    aBytes.resize(nBytes);
-    return aBytes;
+    bytes.resize(byte_count);
+    return bytes;
 }
 
-// Appends what the tokens stand for to aDone, which holds the stream so far. False if a copy reaches too far.
-bool bUnpack(const PngTokens& aTokens, const std::uint8_t* pBytes, Block& aDone)
+// Appends what the tokens stand for to done, which holds the stream so far. False if a copy reaches too far.
+bool Unpack(const PngTokens& tokens, const std::uint8_t* bytes, Block& done)
 {
-    const std::size_t nBegin = aDone.size();
-    for (const PngToken& objToken : aTokens) {
-        const std::uint8_t* const pLiterals = pBytes + (aDone.size() - nBegin);
-        aDone.insert(aDone.end(), pLiterals, pLiterals + objToken.nLiterals);
-        if (objToken.nLength > 0 && (objToken.nDistance == 0 || objToken.nDistance > aDone.size() ||
-                                     objToken.nDistance > kPngWindow || objToken.nLength > kPngLongestCopy))
+    const std::size_t begin = done.size();
+    for (const PngToken& token : tokens) {
+        const std::uint8_t* const literals = bytes + (done.size() - begin);
+        done.insert(done.end(), literals, literals + token.literals);
+        if (token.length > 0 && (token.distance == 0 || token.distance > done.size() ||
+                                 token.distance > kPngWindow || token.length > kPngLongestCopy))
             return false;
-        for (std::size_t i = 0; i < objToken.nLength; ++i)
-            aDone.push_back(aDone[aDone.size() - objToken.nDistance]);
+        for (std::size_t i = 0; i < token.length; ++i)
+            done.push_back(done[done.size() - token.distance]);
     }
     return true;
 }
@@ -61,122 +61,121 @@ bool bUnpack(const PngTokens& aTokens, const std::uint8_t* pBytes, Block& aDone)
 // The tokens of a stream that is looked through in strips, as the writer does it: with the window in front
 // that copies may reach back to, and bytes of nobody's around. What is unpacked must be the stream.
 template <typename Finder, typename Find>
-PngTokens aTokensOf(const Block& aStream, std::size_t nStrip, std::uint8_t nAround, const Find& objFind)
+PngTokens TokensOf(const Block& stream, std::size_t strip_index, std::uint8_t around, const Find& find)
 {
-    Block aBuffer(PngQuickCopies::kFrontSlack + kPngWindow + nStrip + kBackSlack, nAround);
-    std::uint8_t* const pBuffer = aBuffer.data() + PngQuickCopies::kFrontSlack;
-    Finder objFinder;
-    PngTokens aAll;
-    Block aDone;
-    std::size_t nFilled = 0;
-    for (std::size_t nAt = 0; nAt < aStream.size();) {
-        const std::size_t nBytes = std::min(nStrip, aStream.size() - nAt);
-        std::copy_n(aStream.data() + nAt, nBytes, pBuffer + nFilled);
-        PngTokens aTokens;
-        objFind(objFinder, pBuffer, nFilled, nFilled + nBytes, aTokens);
-        EXPECT_TRUE(bUnpack(aTokens, pBuffer + nFilled, aDone));
-        aAll.insert(aAll.end(), aTokens.begin(), aTokens.end());
-        nAt += nBytes;
-        nFilled += nBytes;
-        const std::size_t nMoved = nFilled - std::min<std::size_t>(nFilled, kPngWindow);
-        std::copy(pBuffer + nMoved, pBuffer + nFilled, pBuffer);
-        objFinder.Moved(nMoved);
-        nFilled -= nMoved;
+    Block buffer(PngQuickCopies::kFrontSlack + kPngWindow + strip_index + kBackSlack, around);
+    std::uint8_t* const strip = buffer.data() + PngQuickCopies::kFrontSlack;
+    Finder finder;
+    PngTokens all;
+    Block done;
+    std::size_t filled = 0;
+    for (std::size_t at = 0; at < stream.size();) {
+        const std::size_t bytes = std::min(strip_index, stream.size() - at);
+        std::copy_n(stream.data() + at, bytes, strip + filled);
+        PngTokens tokens;
+        find(finder, strip, filled, filled + bytes, tokens);
+        EXPECT_TRUE(Unpack(tokens, strip + filled, done));
+        all.insert(all.end(), tokens.begin(), tokens.end());
+        at += bytes;
+        filled += bytes;
+        const std::size_t moved = filled - std::min<std::size_t>(filled, kPngWindow);
+        std::copy(strip + moved, strip + filled, strip);
+        finder.Moved(moved);
+        filled -= moved;
     }
-    EXPECT_TRUE(aDone == aStream);
-    return aAll;
+    EXPECT_TRUE(done == stream);
+    return all;
 }
 
-PngTokens aQuickTokens(const Block& aStream, std::size_t nStrip, bool bNoise, std::uint8_t nAround = 0)
+PngTokens QuickTokens(const Block& stream, std::size_t strip, bool is_noise, std::uint8_t around = 0)
 {
-    return aTokensOf<PngQuickCopies>(
-        aStream, nStrip, nAround,
-        [bNoise](PngQuickCopies& objFinder, const std::uint8_t* p, std::size_t nBegin, std::size_t nEnd,
-                 PngTokens& aTokens) { objFinder.Find(p, nBegin, nEnd, bNoise, aTokens); });
+    return TokensOf<PngQuickCopies>(
+        stream, strip, around,
+        [is_noise](PngQuickCopies& finder, const std::uint8_t* p, std::size_t begin, std::size_t end,
+                   PngTokens& tokens) { finder.Find(p, begin, end, is_noise, tokens); });
 }
 
-PngTokens aThoroughTokens(const Block& aStream, std::size_t nStrip, std::uint8_t nAround = 0)
+PngTokens ThoroughTokens(const Block& stream, std::size_t strip, std::uint8_t around = 0)
 {
-    return aTokensOf<PngThoroughCopies>(
-        aStream, nStrip, nAround,
-        [](PngThoroughCopies& objFinder, const std::uint8_t* p, std::size_t nBegin, std::size_t nEnd,
-           PngTokens& aTokens) { objFinder.Find(p, nBegin, nEnd, aTokens); });
+    return TokensOf<PngThoroughCopies>(
+        stream, strip, around,
+        [](PngThoroughCopies& finder, const std::uint8_t* p, std::size_t begin, std::size_t end,
+           PngTokens& tokens) { finder.Find(p, begin, end, tokens); });
 }
 
-std::size_t nLiteralsOf(const PngTokens& aTokens)
+std::size_t LiteralsOf(const PngTokens& tokens)
 {
-    std::size_t nSum = 0;
-    for (const PngToken& objToken : aTokens)
-        nSum += objToken.nLiterals;
-    return nSum;
+    std::size_t sum = 0;
+    for (const PngToken& token : tokens)
+        sum += token.literals;
+    return sum;
 }
 
-bool bSame(const PngTokens& aOne, const PngTokens& aOther)
+bool IsSame(const PngTokens& one, const PngTokens& other)
 {
-    return std::equal(
-        aOne.begin(), aOne.end(), aOther.begin(), aOther.end(), [](const PngToken& a, const PngToken& b) {
-            return a.nLiterals == b.nLiterals && a.nLength == b.nLength && a.nDistance == b.nDistance;
-        });
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](const PngToken& a, const PngToken& b) {
+                          return a.literals == b.literals && a.length == b.length && a.distance == b.distance;
+                      });
 }
 
 }  // namespace
 
 TEST(PngCopies, StandForTheBytesWhateverTheStripsAndTheValues)
 {
-    for (const unsigned nValues : {2U, 10U, 16U, 40U, 256U})
-        for (const std::size_t nStrip : {1U, 3U, 9U, 1000U, 40000U, 131072U}) {
-            SCOPED_TRACE(std::to_string(nValues) + " values, strips of " + std::to_string(nStrip));
-            const Block aStream = aDrawing(nStrip < 100 ? 2000 : 300000, nValues, nValues);
-            aQuickTokens(aStream, nStrip, false);
-            aQuickTokens(aStream, nStrip, true);
-            aThoroughTokens(aStream, nStrip);
+    for (const unsigned values : {2U, 10U, 16U, 40U, 256U})
+        for (const std::size_t strip : {1U, 3U, 9U, 1000U, 40000U, 131072U}) {
+            SCOPED_TRACE(std::to_string(values) + " values, strips of " + std::to_string(strip));
+            const Block stream = Drawing(strip < 100 ? 2000 : 300000, values, values);
+            QuickTokens(stream, strip, false);
+            QuickTokens(stream, strip, true);
+            ThoroughTokens(stream, strip);
         }
 }
 
 TEST(PngCopies, AreFoundAcrossStrips)
 {
-    const Block aWord = aDrawing(3000, 5, 256);
-    Block aStream;
+    const Block word = Drawing(3000, 5, 256);
+    Block stream;
     for (int i = 0; i < 60; ++i)
-        aStream.insert(aStream.end(), aWord.begin(), aWord.end());
+        stream.insert(stream.end(), word.begin(), word.end());
 
-    EXPECT_LT(nLiteralsOf(aQuickTokens(aStream, 3000, false)), 3200U);
-    EXPECT_LT(nLiteralsOf(aThoroughTokens(aStream, 3000)), 3200U);
+    EXPECT_LT(LiteralsOf(QuickTokens(stream, 3000, false)), 3200U);
+    EXPECT_LT(LiteralsOf(ThoroughTokens(stream, 3000)), 3200U);
 }
 
 TEST(PngCopies, AreTheSameWhateverLiesAroundTheStream)
 {
-    const Block aStream = aDrawing(200000, 3, 30);
+    const Block stream = Drawing(200000, 3, 30);
 
-    EXPECT_TRUE(bSame(aQuickTokens(aStream, 50000, false, 0), aQuickTokens(aStream, 50000, false, 17)));
-    EXPECT_TRUE(bSame(aQuickTokens(aStream, 50000, true, 0), aQuickTokens(aStream, 50000, true, 17)));
-    EXPECT_TRUE(bSame(aThoroughTokens(aStream, 50000, 0), aThoroughTokens(aStream, 50000, 17)));
+    EXPECT_TRUE(IsSame(QuickTokens(stream, 50000, false, 0), QuickTokens(stream, 50000, false, 17)));
+    EXPECT_TRUE(IsSame(QuickTokens(stream, 50000, true, 0), QuickTokens(stream, 50000, true, 17)));
+    EXPECT_TRUE(IsSame(ThoroughTokens(stream, 50000, 0), ThoroughTokens(stream, 50000, 17)));
 }
 
 TEST(PngCopies, LeaveFewerLiteralsWhenLookedForThoroughly)
 {
-    const Block aStream = aDrawing(300000, 9, 200);
+    const Block stream = Drawing(300000, 9, 200);
 
-    EXPECT_LT(nLiteralsOf(aThoroughTokens(aStream, 100000)),
-              nLiteralsOf(aQuickTokens(aStream, 100000, true)));
+    EXPECT_LT(LiteralsOf(ThoroughTokens(stream, 100000)), LiteralsOf(QuickTokens(stream, 100000, true)));
 }
 
 TEST(PngCopies, OfASampleDoNotTellOfWhatLiesBeforeIt)
 {
-    const Block aStream = aDrawing(60000, 4, 100);
-    Block aBuffer(PngQuickCopies::kFrontSlack, 0);
-    aBuffer.insert(aBuffer.end(), aStream.begin(), aStream.end());
-    aBuffer.resize(aBuffer.size() + kBackSlack);
-    const std::uint8_t* const pBuffer = aBuffer.data() + PngQuickCopies::kFrontSlack;
-    PngQuickCopies objFresh;
-    PngQuickCopies objSampled;
-    PngTokens aFresh;
-    PngTokens aTokens;
+    const Block stream = Drawing(60000, 4, 100);
+    Block buffer(PngQuickCopies::kFrontSlack, 0);
+    buffer.insert(buffer.end(), stream.begin(), stream.end());
+    buffer.resize(buffer.size() + kBackSlack);
+    const std::uint8_t* const strip = buffer.data() + PngQuickCopies::kFrontSlack;
+    PngQuickCopies fresh;
+    PngQuickCopies sampled;
+    PngTokens fresh_tokens;
+    PngTokens tokens;
 
-    objSampled.Find(pBuffer, 30000, 38000, false, aTokens, 16384);
-    objSampled.Forget();
-    objSampled.Find(pBuffer, 0, 60000, false, aTokens);
-    objFresh.Find(pBuffer, 0, 60000, false, aFresh);
+    sampled.Find(strip, 30000, 38000, false, tokens, 16384);
+    sampled.Forget();
+    sampled.Find(strip, 0, 60000, false, tokens);
+    fresh.Find(strip, 0, 60000, false, fresh_tokens);
 
-    EXPECT_TRUE(bSame(aTokens, aFresh));
+    EXPECT_TRUE(IsSame(tokens, fresh_tokens));
 }

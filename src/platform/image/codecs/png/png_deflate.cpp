@@ -84,12 +84,12 @@ bool PngDeflater::CompressByTrial(bool bLast)
     const std::size_t nBytes = m_nFilled - m_nBegin;
     FindPngRuns(pBytes, nBytes, m_nBegin, m_nPixelBytes, m_objCosts, m_aRuns);
     const PngBlock objRuns(m_aRuns, pBytes, nBytes);
-    m_objCosts = objRuns.objCosts();
+    m_objCosts = objRuns.Costs();
 
-    const bool bEmpty = objRuns.nBits() < 8 * nBytes / kEmptyShare;
+    const bool bEmpty = objRuns.Bits() < 8 * nBytes / kEmptyShare;
     const bool bSmall = m_nStripSize <= kSmallStrip;
     const bool bPlain = m_objContent == PngContent::Graphic
-                            ? bSmall || objRuns.nBits() < 8 * nBytes / kPlainShare
+                            ? bSmall || objRuns.Bits() < 8 * nBytes / kPlainShare
                             : m_objContent == PngContent::Flat && bSmall;
     const bool bSkip = m_nSkip > 0 && !bEmpty;
     m_nSkip -= bSkip ? 1 : 0;
@@ -102,8 +102,8 @@ bool PngDeflater::CompressByTrial(bool bLast)
         m_objQuick.Find(pBuffer(), m_nBegin, m_nFilled, m_bNoise, m_aCopies);
     const PngBlock objCopies(m_aCopies, pBytes, nBytes);
     if (bPlain && !bEmpty)
-        Learn(objCopies.nBits() < objRuns.nBits() - objRuns.nBits() / kWorthShare);
-    return WriteBlock(objCopies.nBits() < objRuns.nBits() ? objCopies : objRuns, bLast);
+        Learn(objCopies.Bits() < objRuns.Bits() - objRuns.Bits() / kWorthShare);
+    return WriteBlock(objCopies.Bits() < objRuns.Bits() ? objCopies : objRuns, bLast);
 }
 
 // Tries both ways on the middle of the strip and compares what would be written.
@@ -113,11 +113,11 @@ bool PngDeflater::bSamplePays()
     const std::size_t nBegin = m_nBegin + (m_nFilled - m_nBegin - nSample) / 2;
     const std::uint8_t* const pSample = pBuffer() + nBegin;
     FindPngRuns(pSample, nSample, nBegin, m_nPixelBytes, m_objCosts, m_aCopies);
-    const std::uint64_t nRuns = PngBlock(m_aCopies, pSample, nSample).nBits();
+    const std::uint64_t nRuns = PngBlock(m_aCopies, pSample, nSample).Bits();
     m_bNoise = nRuns > 4 * nSample;
     m_objQuick.Find(pBuffer(), nBegin, nBegin + nSample, m_bNoise, m_aCopies, kSampleReach);
     m_objQuick.Forget();
-    Learn(PngBlock(m_aCopies, pSample, nSample).nBits() < nRuns - nRuns / kWorthShare);
+    Learn(PngBlock(m_aCopies, pSample, nSample).Bits() < nRuns - nRuns / kWorthShare);
     return m_nSkip == 0;
 }
 
@@ -129,9 +129,9 @@ void PngDeflater::Learn(bool bPaid)
 
 bool PngDeflater::WriteBlock(const PngBlock& objBlock, bool bLast)
 {
-    const auto nUsed = static_cast<std::size_t>(m_objBits.pOut() - m_aPacked.data());
-    if (m_aPacked.size() < nUsed + objBlock.nMostBytes()) {
-        m_aPacked.resize(nUsed + objBlock.nMostBytes());
+    const auto nUsed = static_cast<std::size_t>(m_objBits.Out() - m_aPacked.data());
+    if (m_aPacked.size() < nUsed + objBlock.MaxBytes()) {
+        m_aPacked.resize(nUsed + objBlock.MaxBytes());
         m_objBits.SetOut(m_aPacked.data() + nUsed);
     }
     objBlock.Write(m_objBits, bLast);
@@ -147,7 +147,7 @@ bool PngDeflater::FlushChunk(bool bEnd)
             m_objBits.Put(m_nAdler >> nShift & 0xFF, 8);
         m_objBits.Flush();
     }
-    const auto nUsed = static_cast<std::size_t>(m_objBits.pOut() - m_aPacked.data());
+    const auto nUsed = static_cast<std::size_t>(m_objBits.Out() - m_aPacked.data());
     if (!bEnd && nUsed < kChunkSize)
         return true;
     m_objBits.SetOut(m_aPacked.data());

@@ -61,7 +61,7 @@ private:
 
     PngTokens m_aRuns;
     PngTokens m_aCopies;
-    PngCosts m_objCosts = objFirstPngCosts();  ///< by the runs of the strip before
+    PngCosts m_objCosts = FirstPngCosts();  ///< by the runs of the strip before
     PngQuickCopies m_objQuick;
     PngThoroughCopies m_objThorough;
     bool m_bNoise = false;

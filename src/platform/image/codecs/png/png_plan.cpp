@@ -67,9 +67,9 @@ static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
             objRows.Make(nFirst + y, pRows + y * nRowBytes);
         objFinder.Forget();
         objFinder.Find(pRows, 0, nBytes, false, aTokens);
-        const std::uint64_t nWithCopies = PngBlock(aTokens, pRows, nBytes).nBits();
-        FindPngRuns(pRows, nBytes, 0, objPlan.objLayout.nPixelBytes(), objFirstPngCosts(), aTokens);
-        nBits += std::min(nWithCopies, PngBlock(aTokens, pRows, nBytes).nBits());
+        const std::uint64_t nWithCopies = PngBlock(aTokens, pRows, nBytes).Bits();
+        FindPngRuns(pRows, nBytes, 0, objPlan.objLayout.nPixelBytes(), FirstPngCosts(), aTokens);
+        nBits += std::min(nWithCopies, PngBlock(aTokens, pRows, nBytes).Bits());
     }
     return nBits * nHeight / (nSamples * nRows) +
            8 * (objPlan.objLayout.aPalette.size() + objPlan.objLayout.aTransparency.size());
