@@ -36,89 +36,88 @@ static constexpr std::int32_t kPngType = 8;
 
 /// The numbers of a header as they stand in it; those that it is too short for are 0.
 struct RawHeader {
-    std::uint32_t nSize = 0;
-    bool bOs2 = false;
-    std::uint32_t nCompression = 0;
-    std::uint64_t nColoursUsed = 0;
+    std::uint32_t size = 0;
+    bool os2 = false;
+    std::uint32_t compression = 0;
+    std::uint64_t colours_used = 0;
 };
 
-static double dInchesFromMetres(std::int32_t lDotsPerMetre)
+static double InchesFromMetres(std::int32_t dots_per_metre)
 {
-    return lDotsPerMetre > 0 ? lDotsPerMetre * 0.0254 : 0;
+    return dots_per_metre > 0 ? dots_per_metre * 0.0254 : 0;
 }
 
 // Reads the fields from a copy of the header filled up with zeros, since OS/2 allows to leave off any at the
 // end.
-static bool bReadFields(Bytes aDib, DibHeader& objHeader, RawHeader& objRaw)
+static bool ReadFields(Bytes dib, DibHeader& header, RawHeader& raw)
 {
-    ByteReader rdSize(aDib);
-    objRaw.nSize = rdSize.U32Le();
-    if (objRaw.nSize > aDib.size() || (objRaw.nSize < 16 && objRaw.nSize != kOs2Header))
+    ByteReader size(dib);
+    raw.size = size.U32Le();
+    if (raw.size > dib.size() || (raw.size < 16 && raw.size != kOs2Header))
         return false;
-    std::array<std::uint8_t, kVersion5Header> aFilled{};
-    const Bytes aStored = aDib.first(std::min<std::size_t>(objRaw.nSize, aFilled.size()));
-    std::copy(aStored.begin(), aStored.end(), aFilled.begin());
-    ByteReader rd(Bytes(aFilled).subspan(4));
+    std::array<std::uint8_t, kVersion5Header> filled{};
+    const Bytes stored = dib.first(std::min<std::size_t>(raw.size, filled.size()));
+    std::copy(stored.begin(), stored.end(), filled.begin());
+    ByteReader reader(Bytes(filled).subspan(4));
 
-    const bool bShort = objRaw.nSize == kOs2Header;
-    objRaw.bOs2 = objRaw.nSize < kWindowsHeader || objRaw.nSize == kOs2LongHeader;
-    const std::int64_t nWidth = bShort ? rd.U16Le() : rd.I32Le();
-    const std::int64_t nHeight = bShort ? rd.U16Le() : rd.I32Le();
-    rd.U16Le();  // planes: always 1, whatever stands here
-    objHeader.nBits = rd.U16Le();
-    if (nWidth <= 0 || nHeight == 0)
+    const bool core_header = raw.size == kOs2Header;
+    raw.os2 = raw.size < kWindowsHeader || raw.size == kOs2LongHeader;
+    const std::int64_t width = core_header ? reader.U16Le() : reader.I32Le();
+    const std::int64_t height = core_header ? reader.U16Le() : reader.I32Le();
+    reader.U16Le();  // planes: always 1, whatever stands here
+    header.bits = reader.U16Le();
+    if (width <= 0 || height == 0)
         return false;
-    objHeader.nWidth = static_cast<std::uint64_t>(nWidth);
-    objHeader.nHeight = static_cast<std::uint64_t>(nHeight < 0 ? -nHeight : nHeight);
-    objHeader.bTopDown = nHeight < 0;
-    if (bShort)
+    header.width = static_cast<std::uint64_t>(width);
+    header.height = static_cast<std::uint64_t>(height < 0 ? -height : height);
+    header.top_down = height < 0;
+    if (core_header)
         return true;
-    objRaw.nCompression = rd.U32Le();
-    rd.U32Le();  // size of the bits: many writers leave it 0, so it is not believed
-    objHeader.dDotsPerInchX = dInchesFromMetres(rd.I32Le());
-    objHeader.dDotsPerInchY = dInchesFromMetres(rd.I32Le());
-    objRaw.nColoursUsed = rd.U32Le();
-    rd.U32Le();  // important colours
-    if (objRaw.bOs2)
+    raw.compression = reader.U32Le();
+    reader.U32Le();  // size of the bits: many writers leave it 0, so it is not believed
+    header.dots_per_inch_x = InchesFromMetres(reader.I32Le());
+    header.dots_per_inch_y = InchesFromMetres(reader.I32Le());
+    raw.colours_used = reader.U32Le();
+    reader.U32Le();  // important colours
+    if (raw.os2)
         return true;
-    for (std::uint32_t& nMask : objHeader.aMasks)
-        nMask = rd.U32Le();
-    if (objRaw.nSize < kAlphaMaskHeader)
-        objHeader.aMasks[3] = 0;
-    const std::uint32_t nColourSpace = rd.U32Le();
-    rd.Take(12 * 4);  // end points, gammas
-    rd.U32Le();       // intent
-    if (objRaw.nSize >= kVersion5Header && nColourSpace == kEmbeddedProfile) {
-        objHeader.nProfileOffset = rd.U32Le();
-        objHeader.nProfileSize = rd.U32Le();
+    for (std::uint32_t& mask : header.masks)
+        mask = reader.U32Le();
+    if (raw.size < kAlphaMaskHeader)
+        header.masks[3] = 0;
+    const std::uint32_t colour_space = reader.U32Le();
+    reader.Take(12 * 4);  // end points, gammas
+    reader.U32Le();       // intent
+    if (raw.size >= kVersion5Header && colour_space == kEmbeddedProfile) {
+        header.profile_offset = reader.U32Le();
+        header.profile_size = reader.U32Le();
     }
     return true;
 }
 
-static bool bStorageOf(const RawHeader& objRaw, DibHeader& objHeader)
+static bool ReadStorage(const RawHeader& raw, DibHeader& header)
 {
-    const std::uint32_t nBits = objHeader.nBits;
-    switch (objRaw.nCompression) {
+    const std::uint32_t bits = header.bits;
+    switch (raw.compression) {
         case kRgb:
-            return nBits == 1 || nBits == 2 || nBits == 4 || nBits == 8 || nBits == 16 || nBits == 24 ||
-                   nBits == 32;
+            return bits == 1 || bits == 2 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;
         case kRle8:
-            objHeader.eStorage = DibStorage::kRle8;
-            return nBits == 8;
+            header.storage = DibStorage::kRle8;
+            return bits == 8;
         case kRle4:
-            objHeader.eStorage = DibStorage::kRle4;
-            return nBits == 4;
+            header.storage = DibStorage::kRle4;
+            return bits == 4;
         case kBitfields:  // for OS/2 this is a fax code, which nobody wrote
-            return !objRaw.bOs2 && (nBits == 16 || nBits == 32);
+            return !raw.os2 && (bits == 16 || bits == 32);
         case kAlphaBitfields:
-            return !objRaw.bOs2 && (nBits == 16 || nBits == 32);
+            return !raw.os2 && (bits == 16 || bits == 32);
         case kJpeg:
             static_assert(kJpeg == kOs2Rle24);
-            objHeader.eStorage = objRaw.bOs2 ? DibStorage::kRle24 : DibStorage::kJpeg;
-            return !objRaw.bOs2 || nBits == 24;
+            header.storage = raw.os2 ? DibStorage::kRle24 : DibStorage::kJpeg;
+            return !raw.os2 || bits == 24;
         case kPng:
-            objHeader.eStorage = DibStorage::kPng;
-            return !objRaw.bOs2;
+            header.storage = DibStorage::kPng;
+            return !raw.os2;
         default:
             return false;
     }
@@ -126,159 +125,159 @@ static bool bStorageOf(const RawHeader& objRaw, DibHeader& objHeader)
 
 // The masks that count: those of the header, those behind it, or the usual ones. Returns how many bytes they
 // take behind the header.
-static std::uint64_t nSettleMasks(const RawHeader& objRaw, Bytes aBehindHeader, DibHeader& objHeader)
+static std::uint64_t SettleMasks(const RawHeader& raw, Bytes behind_header, DibHeader& header)
 {
-    const bool bNamed = objRaw.nCompression == kBitfields || objRaw.nCompression == kAlphaBitfields;
-    if (bNamed && objRaw.nSize < kColourMasksHeader) {
-        const std::size_t nCount = objRaw.nCompression == kAlphaBitfields ? 4 : 3;
-        ByteReader rd(aBehindHeader);
-        for (std::size_t i = 0; i < nCount; ++i)
-            objHeader.aMasks[i] = rd.U32Le();
-        return nCount * 4;
+    const bool named = raw.compression == kBitfields || raw.compression == kAlphaBitfields;
+    if (named && raw.size < kColourMasksHeader) {
+        const std::size_t count = raw.compression == kAlphaBitfields ? 4 : 3;
+        ByteReader reader(behind_header);
+        for (std::size_t i = 0; i < count; ++i)
+            header.masks[i] = reader.U32Le();
+        return count * 4;
     }
-    if (!bNamed) {
+    if (!named) {
         // The colour masks of the header have no meaning then; that for alpha does, and only in one place.
-        const bool bAlpha = objHeader.nBits == 32 && objHeader.aMasks[3] == 0xFF000000;
-        if (objHeader.nBits == 16)
-            objHeader.aMasks = {0x7C00, 0x3E0, 0x1F, 0};
+        const bool has_alpha = header.bits == 32 && header.masks[3] == 0xFF000000;
+        if (header.bits == 16)
+            header.masks = {0x7C00, 0x3E0, 0x1F, 0};
         else
-            objHeader.aMasks = {0xFF0000, 0xFF00, 0xFF, bAlpha ? 0xFF000000 : 0};
+            header.masks = {0xFF0000, 0xFF00, 0xFF, has_alpha ? 0xFF000000 : 0};
     }
     return 0;
 }
 
-static void ReadPalette(Bytes aColours, std::size_t nEntrySize, std::uint64_t nEntries, DibHeader& objHeader)
+static void ReadPalette(Bytes colours, std::size_t entry_size, std::uint64_t entries, DibHeader& header)
 {
-    const std::uint64_t nThere = std::min<std::uint64_t>(nEntries, aColours.size() / nEntrySize);
-    objHeader.bGreyPalette = true;
-    if (nThere == 0) {  // without any palette the indexes are levels
-        for (std::uint64_t i = 0; i < 1u << objHeader.nBits; ++i)
-            objHeader.aPalette[i].fill(static_cast<std::uint8_t>(i * 255 / ((1u << objHeader.nBits) - 1)));
+    const std::uint64_t available = std::min<std::uint64_t>(entries, colours.size() / entry_size);
+    header.grey_palette = true;
+    if (available == 0) {  // without any palette the indexes are levels
+        for (std::uint64_t i = 0; i < 1u << header.bits; ++i)
+            header.palette[i].fill(static_cast<std::uint8_t>(i * 255 / ((1u << header.bits) - 1)));
     }
-    for (std::size_t i = 0; i < nThere; ++i) {
-        const Bytes aEntry = aColours.subspan(i * nEntrySize, 3);
-        std::copy(aEntry.begin(), aEntry.end(), objHeader.aPalette[i].begin());
-        objHeader.bGreyPalette = objHeader.bGreyPalette && aEntry[0] == aEntry[1] && aEntry[1] == aEntry[2];
+    for (std::size_t i = 0; i < available; ++i) {
+        const Bytes entry = colours.subspan(i * entry_size, 3);
+        std::copy(entry.begin(), entry.end(), header.palette[i].begin());
+        header.grey_palette = header.grey_palette && entry[0] == entry[1] && entry[1] == entry[2];
     }
 }
 
-bool bReadDibHeader(Bytes aDib, DibHeader& objHeader)
+bool ReadDibHeader(Bytes dib, DibHeader& header)
 {
-    DibHeader objResult;
-    RawHeader objRaw;
-    if (!bReadFields(aDib, objResult, objRaw) || !bStorageOf(objRaw, objResult))
+    DibHeader result;
+    RawHeader raw;
+    if (!ReadFields(dib, result, raw) || !ReadStorage(raw, result))
         return false;
-    const bool bEmbedded = objResult.eStorage == DibStorage::kJpeg || objResult.eStorage == DibStorage::kPng;
-    if (bEmbedded)
-        objResult.nBits = 0;
+    const bool embedded = result.storage == DibStorage::kJpeg || result.storage == DibStorage::kPng;
+    if (embedded)
+        result.bits = 0;
 
-    const std::uint64_t nMasks = nSettleMasks(objRaw, aDib.subspan(objRaw.nSize), objResult);
-    const std::size_t nEntrySize = objRaw.nSize == kOs2Header ? 3 : 4;
-    const bool bIndexes = !bEmbedded && objResult.nBits <= 8;
-    const std::uint64_t nMost = bIndexes ? 1ull << objResult.nBits : 0;
-    const std::uint64_t nNamed = objRaw.nColoursUsed > 0 ? objRaw.nColoursUsed : nMost;
-    const std::uint64_t nPaletteOffset = objRaw.nSize + nMasks;
-    objResult.nBitsOffset = nPaletteOffset + nNamed * nEntrySize;
-    if (bIndexes && nPaletteOffset <= aDib.size())
-        ReadPalette(aDib.subspan(nPaletteOffset), nEntrySize, std::min(nNamed, nMost), objResult);
-    objHeader = objResult;
+    const std::uint64_t masks = SettleMasks(raw, dib.subspan(raw.size), result);
+    const std::size_t entry_size = raw.size == kOs2Header ? 3 : 4;
+    const bool indexes = !embedded && result.bits <= 8;
+    const std::uint64_t max = indexes ? 1ull << result.bits : 0;
+    const std::uint64_t named = raw.colours_used > 0 ? raw.colours_used : max;
+    const std::uint64_t palette_offset = raw.size + masks;
+    result.bits_offset = palette_offset + named * entry_size;
+    if (indexes && palette_offset <= dib.size())
+        ReadPalette(dib.subspan(palette_offset), entry_size, std::min(named, max), result);
+    header = result;
     return true;
 }
 
-std::int32_t lDibChannels(const DibHeader& objHeader)
+std::int32_t DibChannels(const DibHeader& header)
 {
-    if (objHeader.nBits <= 8)
-        return objHeader.bGreyPalette ? 1 : 3;
-    return objHeader.nBits != 24 && objHeader.aMasks[3] != 0 ? 4 : 3;
+    if (header.bits <= 8)
+        return header.grey_palette ? 1 : 3;
+    return header.bits != 24 && header.masks[3] != 0 ? 4 : 3;
 }
 
-std::uint64_t nDibStride(const DibHeader& objHeader)
+std::uint64_t DibStride(const DibHeader& header)
 {
-    return (objHeader.nWidth * objHeader.nBits + 31) / 32 * 4;
+    return (header.width * header.bits + 31) / 32 * 4;
 }
 
-static std::uint8_t* pRowOf(ImageBuffer& aImage, const DibHeader& objHeader, std::uint64_t nStored)
+static std::uint8_t* RowOf(ImageBuffer& image, const DibHeader& header, std::uint64_t stored)
 {
-    const std::uint64_t y = objHeader.bTopDown ? nStored : objHeader.nHeight - 1 - nStored;
-    return aImage.bytes.data() + y * objHeader.nWidth * static_cast<std::uint64_t>(aImage.channels);
+    const std::uint64_t y = header.top_down ? stored : header.height - 1 - stored;
+    return image.bytes.data() + y * header.width * static_cast<std::uint64_t>(image.channels);
 }
 
-static bool bDecodeRaw(const DibHeader& objHeader, Bytes aBits, ImageBuffer& aImage)
+static bool DecodeRaw(const DibHeader& header, Bytes bits, ImageBuffer& image)
 {
     // The last row's filling may be missing.
-    const std::uint64_t nStride = nDibStride(objHeader);
-    const std::uint64_t nLastRow = (objHeader.nWidth * objHeader.nBits + 7) / 8;
-    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
-        aBits.size() < nStride * (objHeader.nHeight - 1) + nLastRow ||
-        !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
+    const std::uint64_t stride = DibStride(header);
+    const std::uint64_t last_row = (header.width * header.bits + 7) / 8;
+    if (!IsSizeAllowed(header.width, header.height) ||
+        bits.size() < stride * (header.height - 1) + last_row ||
+        !Allocate(image, header.width, header.height, DibChannels(header)))
         return false;
-    const DibRows objRows(objHeader);
-    for (std::uint64_t y = 0; y < objHeader.nHeight; ++y)
-        objRows.Convert(aBits.data() + y * nStride, pRowOf(aImage, objHeader, y), objHeader.nWidth);
+    const DibRows rows(header);
+    for (std::uint64_t y = 0; y < header.height; ++y)
+        rows.Convert(bits.data() + y * stride, RowOf(image, header, y), header.width);
     return true;
 }
 
-static bool bDecodeRuns(const DibHeader& objHeader, Bytes aBits, ImageBuffer& aImage)
+static bool DecodeRuns(const DibHeader& header, Bytes bits, ImageBuffer& image)
 {
     // Two bytes hold a run of up to 255 pixels, so there is a least size for a picture that is more than its
     // skips. Small ones may skip as they like.
     constexpr std::uint64_t kSmall = 1 << 20;
-    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight))
+    if (!IsSizeAllowed(header.width, header.height))
         return false;
-    const std::uint64_t nPixels = objHeader.nWidth * objHeader.nHeight;
-    if (nPixels > kSmall && nPixels / 128 > aBits.size())
+    const std::uint64_t pixels = header.width * header.height;
+    if (pixels > kSmall && pixels / 128 > bits.size())
         return false;
-    DibHeader objUnpacked = objHeader;
-    objUnpacked.nBits = objHeader.nBits == 24 ? 24 : 8;
-    if (!Allocate(aImage, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
+    DibHeader unpacked = header;
+    unpacked.bits = header.bits == 24 ? 24 : 8;
+    if (!Allocate(image, header.width, header.height, DibChannels(header)))
         return false;
-    const DibRows objRows(objUnpacked);
-    DibRuns objRuns(objHeader, aBits);
-    std::vector<std::uint8_t> aRow(objHeader.nWidth * objUnpacked.nBits / 8);
-    for (std::uint64_t y = 0; y < objHeader.nHeight; ++y) {
-        objRuns.NextRow(aRow);
-        objRows.Convert(aRow.data(), pRowOf(aImage, objHeader, y), objHeader.nWidth);
+    const DibRows rows(unpacked);
+    DibRuns runs(header, bits);
+    std::vector<std::uint8_t> row(header.width * unpacked.bits / 8);
+    for (std::uint64_t y = 0; y < header.height; ++y) {
+        runs.NextRow(row);
+        rows.Convert(row.data(), RowOf(image, header, y), header.width);
     }
-    return objRuns.bComplete();
+    return runs.IsComplete();
 }
 
 // A whole file of another format takes the place of the bits.
-static bool bDecodeEmbedded(std::int32_t lType, Bytes aBits, ImageBuffer& aImage)
+static bool DecodeEmbedded(std::int32_t type, Bytes bits, ImageBuffer& image)
 {
-    const Codec* pCodec = pCodecOfType(lType);
-    InputFile objFile(aBits);
-    if (!pCodec || !pCodec->Sniff(objFile.Head(), ""))
+    const Codec* codec = pCodecOfType(type);
+    InputFile file(bits);
+    if (!codec || !codec->Sniff(file.Head(), ""))
         return false;
-    const std::unique_ptr<ImageDecoder> pDecoder = pCodec->Open(objFile);
-    return pDecoder && pDecoder->DecodeFrame(0, aImage);
+    const std::unique_ptr<ImageDecoder> decoder = codec->Open(file);
+    return decoder && decoder->DecodeFrame(0, image);
 }
 
-bool bDecodeDibBits(const DibHeader& objHeader, Bytes aBits, ImageBuffer& aImage)
+bool DecodeDibBits(const DibHeader& header, Bytes bits, ImageBuffer& image)
 {
-    if (objHeader.eStorage == DibStorage::kJpeg)
-        return bDecodeEmbedded(kJpegType, aBits, aImage);
-    if (objHeader.eStorage == DibStorage::kPng)
-        return bDecodeEmbedded(kPngType, aBits, aImage);
-    ImageBuffer aResult;
-    if (!(objHeader.eStorage == DibStorage::kRaw ? bDecodeRaw(objHeader, aBits, aResult)
-                                                 : bDecodeRuns(objHeader, aBits, aResult)))
+    if (header.storage == DibStorage::kJpeg)
+        return DecodeEmbedded(kJpegType, bits, image);
+    if (header.storage == DibStorage::kPng)
+        return DecodeEmbedded(kPngType, bits, image);
+    ImageBuffer result;
+    if (!(header.storage == DibStorage::kRaw ? DecodeRaw(header, bits, result)
+                                             : DecodeRuns(header, bits, result)))
         return false;
-    DropUnsetAlpha(aResult);
-    aResult.dots_per_inch_x = objHeader.dDotsPerInchX;
-    aResult.dots_per_inch_y = objHeader.dDotsPerInchY;
-    aImage = std::move(aResult);
+    DropUnsetAlpha(result);
+    result.dots_per_inch_x = header.dots_per_inch_x;
+    result.dots_per_inch_y = header.dots_per_inch_y;
+    image = std::move(result);
     return true;
 }
 
-bool bDecodeDib(Bytes aHeaderAndPalette, Bytes aBits, ImageBuffer& aImage)
+bool DecodeDib(Bytes header_and_palette, Bytes bits, ImageBuffer& image)
 {
-    DibHeader objHeader;
-    return bReadDibHeader(aHeaderAndPalette, objHeader) && bDecodeDibBits(objHeader, aBits, aImage);
+    DibHeader header;
+    return ReadDibHeader(header_and_palette, header) && DecodeDibBits(header, bits, image);
 }
 
-bool bDecodePackedDib(Bytes aDib, ImageBuffer& aImage)
+bool DecodePackedDib(Bytes dib, ImageBuffer& image)
 {
-    DibHeader objHeader;
-    return bReadDibHeader(aDib, objHeader) && objHeader.nBitsOffset <= aDib.size() &&
-           bDecodeDibBits(objHeader, aDib.subspan(objHeader.nBitsOffset), aImage);
+    DibHeader header;
+    return ReadDibHeader(dib, header) && header.bits_offset <= dib.size() &&
+           DecodeDibBits(header, dib.subspan(header.bits_offset), image);
 }

@@ -10,90 +10,90 @@ static constexpr std::uint32_t kEndOfRow = 0;
 static constexpr std::uint32_t kEndOfBitmap = 1;
 static constexpr std::uint32_t kDelta = 2;
 
-DibRuns::DibRuns(const DibHeader& objHeader, Bytes aBits)
-    : m_eStorage(objHeader.eStorage), m_nWidth(objHeader.nWidth), m_objReader(aBits)
+DibRuns::DibRuns(const DibHeader& header, Bytes bits)
+    : storage_(header.storage), width_(header.width), reader_(bits)
 {
 }
 
-void DibRuns::Put(std::span<std::uint8_t> aRow, Bytes aPixel)
+void DibRuns::Put(std::span<std::uint8_t> row, Bytes pixel)
 {
-    if (m_nColumn < m_nWidth)
-        std::copy(aPixel.begin(), aPixel.end(),
-                  aRow.begin() + static_cast<std::ptrdiff_t>(m_nColumn * aPixel.size()));
-    ++m_nColumn;
+    if (column_ < width_)
+        std::copy(pixel.begin(), pixel.end(),
+                  row.begin() + static_cast<std::ptrdiff_t>(column_ * pixel.size()));
+    ++column_;
 }
 
-// nCount pixels as they are, filled up to an even count of bytes.
-void DibRuns::Absolute(std::uint32_t nCount, std::span<std::uint8_t> aRow)
+// count pixels as they are, filled up to an even count of bytes.
+void DibRuns::Absolute(std::uint32_t count, std::span<std::uint8_t> row)
 {
-    if (m_eStorage == DibStorage::kRle4) {
-        const Bytes aPairs = m_objReader.Take((nCount + 1) / 2);
-        for (std::uint32_t i = 0; i < nCount && !aPairs.empty(); ++i) {
-            const std::uint8_t nPair = aPairs[i / 2];
-            const auto nIndex = static_cast<std::uint8_t>(i % 2 == 0 ? nPair >> 4 : nPair & 15);
-            Put(aRow, {&nIndex, 1});
+    if (storage_ == DibStorage::kRle4) {
+        const Bytes pairs = reader_.Take((count + 1) / 2);
+        for (std::uint32_t i = 0; i < count && !pairs.empty(); ++i) {
+            const std::uint8_t pair = pairs[i / 2];
+            const auto index = static_cast<std::uint8_t>(i % 2 == 0 ? pair >> 4 : pair & 15);
+            Put(row, {&index, 1});
         }
-        m_objReader.Take(std::min<std::uint64_t>(aPairs.size() % 2, m_objReader.Left()));
+        reader_.Take(std::min<std::uint64_t>(pairs.size() % 2, reader_.Left()));
         return;
     }
-    const std::size_t nPixelSize = m_eStorage == DibStorage::kRle24 ? 3 : 1;
-    const Bytes aPixels = m_objReader.Take(nCount * nPixelSize);
-    for (std::size_t i = 0; i + nPixelSize <= aPixels.size(); i += nPixelSize)
-        Put(aRow, aPixels.subspan(i, nPixelSize));
-    m_objReader.Take(std::min<std::uint64_t>(aPixels.size() % 2, m_objReader.Left()));
+    const std::size_t pixel_size = storage_ == DibStorage::kRle24 ? 3 : 1;
+    const Bytes pixels = reader_.Take(count * pixel_size);
+    for (std::size_t i = 0; i + pixel_size <= pixels.size(); i += pixel_size)
+        Put(row, pixels.subspan(i, pixel_size));
+    reader_.Take(std::min<std::uint64_t>(pixels.size() % 2, reader_.Left()));
 }
 
-// nCount times one pixel; with 4 bits two pixels in turn.
-void DibRuns::Encoded(std::uint32_t nCount, std::span<std::uint8_t> aRow)
+// count times one pixel; with 4 bits two pixels in turn.
+void DibRuns::Encoded(std::uint32_t count, std::span<std::uint8_t> row)
 {
-    const Bytes aValue = m_objReader.Take(m_eStorage == DibStorage::kRle24 ? 3 : 1);
-    if (aValue.empty())
+    const Bytes value = reader_.Take(storage_ == DibStorage::kRle24 ? 3 : 1);
+    if (value.empty())
         return;
-    const std::array<std::uint8_t, 2> aPair = {static_cast<std::uint8_t>(aValue[0] >> 4),
-                                               static_cast<std::uint8_t>(aValue[0] & 15)};
-    for (std::uint32_t i = 0; i < nCount; ++i)
-        Put(aRow, m_eStorage == DibStorage::kRle4 ? Bytes(aPair).subspan(i % 2, 1) : aValue);
+    const std::array<std::uint8_t, 2> pair = {static_cast<std::uint8_t>(value[0] >> 4),
+                                              static_cast<std::uint8_t>(value[0] & 15)};
+    for (std::uint32_t i = 0; i < count; ++i)
+        Put(row, storage_ == DibStorage::kRle4 ? Bytes(pair).subspan(i % 2, 1) : value);
 }
 
-void DibRuns::NextRow(std::span<std::uint8_t> aRow)
+void DibRuns::NextRow(std::span<std::uint8_t> row)
 {
-    std::fill(aRow.begin(), aRow.end(), std::uint8_t{0});
-    if (m_bEnded)
+    std::fill(row.begin(), row.end(), std::uint8_t{0});
+    if (ended_)
         return;
-    if (m_nRowsToGo > 1) {
-        --m_nRowsToGo;
+    if (rows_to_go_ > 1) {
+        --rows_to_go_;
         return;
     }
-    m_nRowsToGo = 0;
+    rows_to_go_ = 0;
     while (true) {
-        const std::uint32_t nCount = m_objReader.U8();
-        if (!m_objReader.Failed() && nCount > 0) {
-            Encoded(nCount, aRow);
+        const std::uint32_t count = reader_.U8();
+        if (!reader_.Failed() && count > 0) {
+            Encoded(count, row);
             continue;
         }
-        const std::uint32_t nCommand = m_objReader.U8();
-        if (m_objReader.Failed()) {
+        const std::uint32_t command = reader_.U8();
+        if (reader_.Failed()) {
             // A last row that is full needs no mark behind it.
-            m_bCut = m_nColumn < m_nWidth;
-            m_bEnded = m_bCut;
-            m_nColumn = 0;
+            cut_ = column_ < width_;
+            ended_ = cut_;
+            column_ = 0;
             return;
         }
-        if (nCommand == kEndOfRow) {
-            m_nColumn = 0;
+        if (command == kEndOfRow) {
+            column_ = 0;
             return;
         }
-        if (nCommand == kEndOfBitmap) {
-            m_bEnded = true;
+        if (command == kEndOfBitmap) {
+            ended_ = true;
             return;
         }
-        if (nCommand == kDelta) {
-            m_nColumn += m_objReader.U8();
-            m_nRowsToGo = m_objReader.U8();
-            if (m_nRowsToGo > 0)
+        if (command == kDelta) {
+            column_ += reader_.U8();
+            rows_to_go_ = reader_.U8();
+            if (rows_to_go_ > 0)
                 return;
             continue;
         }
-        Absolute(nCommand, aRow);
+        Absolute(command, row);
     }
 }

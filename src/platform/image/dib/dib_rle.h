@@ -11,26 +11,26 @@
 class DibRuns
 {
 public:
-    /// aBits must outlive the object.
-    DibRuns(const DibHeader& objHeader, Bytes aBits);
+    /// bits must outlive the object.
+    DibRuns(const DibHeader& header, Bytes bits);
 
-    /// Fills aRow, width items, with the next row in stored order: one palette index of 8 bits a pixel, or
+    /// Fills row, width items, with the next row in stored order: one palette index of 8 bits a pixel, or
     /// B, G, R for kRle24. Pixels that the runs pass over are 0; what runs lay beyond the right edge is cut.
-    void NextRow(std::span<std::uint8_t> aRow);
+    void NextRow(std::span<std::uint8_t> row);
 
     /// False when the bytes were at an end before the rows and there was no mark to say that this is so.
-    bool bComplete() const { return !m_bCut; }
+    bool IsComplete() const { return !cut_; }
 
 private:
-    void Absolute(std::uint32_t nCount, std::span<std::uint8_t> aRow);
-    void Encoded(std::uint32_t nCount, std::span<std::uint8_t> aRow);
-    void Put(std::span<std::uint8_t> aRow, Bytes aPixel);
+    void Absolute(std::uint32_t count, std::span<std::uint8_t> row);
+    void Encoded(std::uint32_t count, std::span<std::uint8_t> row);
+    void Put(std::span<std::uint8_t> row, Bytes pixel);
 
-    DibStorage m_eStorage;
-    std::uint64_t m_nWidth;
-    ByteReader m_objReader;
-    std::uint64_t m_nColumn = 0;
-    std::uint32_t m_nRowsToGo = 0;  ///< how many rows on a delta has put the place of the next pixel
-    bool m_bEnded = false;
-    bool m_bCut = false;
+    DibStorage storage_;
+    std::uint64_t width_;
+    ByteReader reader_;
+    std::uint64_t column_ = 0;
+    std::uint32_t rows_to_go_ = 0;  ///< how many rows on a delta has put the place of the next pixel
+    bool ended_ = false;
+    bool cut_ = false;
 };

@@ -9,107 +9,105 @@
 // The masks of bitmaps that name none.
 static constexpr std::array<std::uint32_t, 3> kPlainMasks32 = {0xFF0000, 0xFF00, 0xFF};
 
-DibRows::DibRows(const DibHeader& objHeader) : m_objHeader(objHeader), m_lChannels(lDibChannels(objHeader))
+DibRows::DibRows(const DibHeader& header) : header_(header), channels_(DibChannels(header))
 {
-    if (objHeader.nBits <= 8) {
-        bool bIdentity = objHeader.nBits == 8;
+    if (header.bits <= 8) {
+        bool identity = header.bits == 8;
         for (std::size_t i = 0; i < 256; ++i) {
-            m_aGreys[i] = objHeader.aPalette[i][0];
-            bIdentity = bIdentity && m_aGreys[i] == i;
+            greys_[i] = header.palette[i][0];
+            identity = identity && greys_[i] == i;
         }
-        m_bPlain = m_lChannels == 1 && bIdentity;
-        if (objHeader.nBits == 1 && m_lChannels == 1) {
-            m_aEightGreys.resize(256);
+        plain_ = channels_ == 1 && identity;
+        if (header.bits == 1 && channels_ == 1) {
+            eight_greys_.resize(256);
             for (std::size_t i = 0; i < 256 * 8; ++i)
-                m_aEightGreys[i / 8][i % 8] = m_aGreys[i / 8 >> (7 - i % 8) & 1];
+                eight_greys_[i / 8][i % 8] = greys_[i / 8 >> (7 - i % 8) & 1];
         }
         return;
     }
-    const auto& aMasks = objHeader.aMasks;
-    const bool bBytes = objHeader.nBits == 32 && aMasks[0] == kPlainMasks32[0] &&
-                        aMasks[1] == kPlainMasks32[1] && aMasks[2] == kPlainMasks32[2];
-    m_bPlain = objHeader.nBits == 24 || (bBytes && aMasks[3] == 0xFF000000);
-    m_bPlain32 = bBytes && aMasks[3] == 0;
-    for (std::size_t c = 0; c < 4 && !m_bPlain && !m_bPlain32; ++c) {
-        Channel& objChannel = m_aChannels[c];
-        objChannel.nMask = aMasks[c == 3 ? 3 : 2 - c];
-        if (objChannel.nMask == 0)
+    const auto& masks = header.masks;
+    const bool byte_aligned = header.bits == 32 && masks[0] == kPlainMasks32[0] &&
+                              masks[1] == kPlainMasks32[1] && masks[2] == kPlainMasks32[2];
+    plain_ = header.bits == 24 || (byte_aligned && masks[3] == 0xFF000000);
+    plain32_ = byte_aligned && masks[3] == 0;
+    for (std::size_t c = 0; c < 4 && !plain_ && !plain32_; ++c) {
+        Channel& channel = masked_channels_[c];
+        channel.mask = masks[c == 3 ? 3 : 2 - c];
+        if (channel.mask == 0)
             continue;
-        objChannel.nShift = static_cast<std::uint32_t>(std::countr_zero(objChannel.nMask));
-        objChannel.nMax = objChannel.nMask >> objChannel.nShift;
-        if (objChannel.nMax <= 255) {
-            for (std::uint64_t nValue = 0; nValue <= objChannel.nMax; ++nValue)
-                objChannel.aLevels.push_back(
-                    static_cast<std::uint8_t>((nValue * 255 + objChannel.nMax / 2) / objChannel.nMax));
+        channel.shift = static_cast<std::uint32_t>(std::countr_zero(channel.mask));
+        channel.max = channel.mask >> channel.shift;
+        if (channel.max <= 255) {
+            for (std::uint64_t value = 0; value <= channel.max; ++value)
+                channel.levels.push_back(
+                    static_cast<std::uint8_t>((value * 255 + channel.max / 2) / channel.max));
         }
     }
 }
 
-std::uint8_t DibRows::LevelOf(const Channel& objChannel, std::uint32_t nPixel) const
+std::uint8_t DibRows::LevelOf(const Channel& channel, std::uint32_t pixel) const
 {
-    const std::uint64_t nValue = (nPixel & objChannel.nMask) >> objChannel.nShift;
-    if (!objChannel.aLevels.empty())
-        return objChannel.aLevels[nValue];
-    return objChannel.nMax == 0
-               ? 0
-               : static_cast<std::uint8_t>((nValue * 255 + objChannel.nMax / 2) / objChannel.nMax);
+    const std::uint64_t value = (pixel & channel.mask) >> channel.shift;
+    if (!channel.levels.empty())
+        return channel.levels[value];
+    return channel.max == 0 ? 0 : static_cast<std::uint8_t>((value * 255 + channel.max / 2) / channel.max);
 }
 
-void DibRows::ConvertIndexes(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels) const
+void DibRows::ConvertIndexes(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels) const
 {
-    const std::uint32_t nBits = m_objHeader.nBits;
-    if (nBits == 8 && m_lChannels == 1) {
-        for (std::uint64_t x = 0; x < nPixels; ++x)
-            pOut[x] = m_aGreys[pIn[x]];
+    const std::uint32_t bits = header_.bits;
+    if (bits == 8 && channels_ == 1) {
+        for (std::uint64_t x = 0; x < pixels; ++x)
+            out[x] = greys_[in[x]];
         return;
     }
-    if (nBits == 8) {
-        for (std::uint64_t x = 0; x < nPixels; ++x)
-            std::memcpy(pOut + x * 3, m_objHeader.aPalette[pIn[x]].data(), 3);
+    if (bits == 8) {
+        for (std::uint64_t x = 0; x < pixels; ++x)
+            std::memcpy(out + x * 3, header_.palette[in[x]].data(), 3);
         return;
     }
     std::uint64_t x = 0;
-    if (nBits == 1 && m_lChannels == 1) {
-        for (; x + 8 <= nPixels; x += 8, ++pIn, pOut += 8)
-            std::memcpy(pOut, m_aEightGreys[*pIn].data(), 8);
+    if (bits == 1 && channels_ == 1) {
+        for (; x + 8 <= pixels; x += 8, ++in, out += 8)
+            std::memcpy(out, eight_greys_[*in].data(), 8);
     }
-    const std::uint32_t nPerByte = 8 / nBits;
-    const std::uint32_t nMask = (1u << nBits) - 1;
-    for (; x < nPixels; ++pIn) {
-        std::uint32_t nByte = *pIn;
-        for (std::uint32_t i = 0; i < nPerByte && x < nPixels; ++i, ++x) {
-            const std::uint32_t nIndex = (nByte >> (8 - nBits)) & nMask;
-            nByte <<= nBits;
-            if (m_lChannels == 1) {
-                *pOut++ = m_aGreys[nIndex];
+    const std::uint32_t per_byte = 8 / bits;
+    const std::uint32_t mask = (1u << bits) - 1;
+    for (; x < pixels; ++in) {
+        std::uint32_t byte = *in;
+        for (std::uint32_t i = 0; i < per_byte && x < pixels; ++i, ++x) {
+            const std::uint32_t index = (byte >> (8 - bits)) & mask;
+            byte <<= bits;
+            if (channels_ == 1) {
+                *out++ = greys_[index];
             } else {
-                std::memcpy(pOut, m_objHeader.aPalette[nIndex].data(), 3);
-                pOut += 3;
+                std::memcpy(out, header_.palette[index].data(), 3);
+                out += 3;
             }
         }
     }
 }
 
-void DibRows::ConvertMasked(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels) const
+void DibRows::ConvertMasked(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels) const
 {
-    const std::uint32_t nSize = m_objHeader.nBits / 8;
-    for (std::uint64_t x = 0; x < nPixels; ++x, pIn += nSize, pOut += m_lChannels) {
-        std::uint32_t nPixel = static_cast<std::uint32_t>(pIn[0] | pIn[1] << 8);
-        if (nSize == 4)
-            nPixel |= static_cast<std::uint32_t>(pIn[2]) << 16 | static_cast<std::uint32_t>(pIn[3]) << 24;
-        for (std::int32_t c = 0; c < m_lChannels; ++c)
-            pOut[c] = LevelOf(m_aChannels[static_cast<std::size_t>(c)], nPixel);
+    const std::uint32_t size = header_.bits / 8;
+    for (std::uint64_t x = 0; x < pixels; ++x, in += size, out += channels_) {
+        std::uint32_t pixel = static_cast<std::uint32_t>(in[0] | in[1] << 8);
+        if (size == 4)
+            pixel |= static_cast<std::uint32_t>(in[2]) << 16 | static_cast<std::uint32_t>(in[3]) << 24;
+        for (std::int32_t c = 0; c < channels_; ++c)
+            out[c] = LevelOf(masked_channels_[static_cast<std::size_t>(c)], pixel);
     }
 }
 
-void DibRows::Convert(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels) const
+void DibRows::Convert(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels) const
 {
-    if (m_bPlain)
-        std::memcpy(pOut, pIn, nPixels * static_cast<std::uint64_t>(m_lChannels));
-    else if (m_bPlain32)
-        PackRowFromFourBytes(pIn, pOut, nPixels);
-    else if (m_objHeader.nBits <= 8)
-        ConvertIndexes(pIn, pOut, nPixels);
+    if (plain_)
+        std::memcpy(out, in, pixels * static_cast<std::uint64_t>(channels_));
+    else if (plain32_)
+        PackRowFromFourBytes(in, out, pixels);
+    else if (header_.bits <= 8)
+        ConvertIndexes(in, out, pixels);
     else
-        ConvertMasked(pIn, pOut, nPixels);
+        ConvertMasked(in, out, pixels);
 }

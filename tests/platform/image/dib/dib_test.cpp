@@ -8,185 +8,182 @@ using Levels = std::vector<int>;
 static constexpr std::uint32_t kTopDown2 = static_cast<std::uint32_t>(-2);
 
 // A header of 40 bytes with 72 dots an inch, and what may differ.
-static ByteMaker objInfoHeader(std::uint32_t nWidth, std::uint32_t nHeight, std::uint32_t nBits,
-                               std::uint32_t nCompression = 0, std::uint32_t nColours = 0)
+static ByteMaker InfoHeader(std::uint32_t width, std::uint32_t height, std::uint32_t bits,
+                            std::uint32_t compression = 0, std::uint32_t colours = 0)
 {
-    ByteMaker mk;
-    mk.U32Le({40, nWidth, nHeight}).U16Le({1, nBits}).U32Le({nCompression, 0, 2835, 2835, nColours, 0});
-    return mk;
+    ByteMaker maker;
+    maker.U32Le({40, width, height}).U16Le({1, bits}).U32Le({compression, 0, 2835, 2835, colours, 0});
+    return maker;
 }
 
 // The 108 bytes of version 4, with masks in the order red, green, blue, alpha.
-static ByteMaker objVersion4Header(std::uint32_t nWidth, std::uint32_t nHeight, std::uint32_t nBits,
-                                   std::uint32_t nCompression, std::initializer_list<std::uint32_t> aMasks)
+static ByteMaker Version4Header(std::uint32_t width, std::uint32_t height, std::uint32_t bits,
+                                std::uint32_t compression, std::initializer_list<std::uint32_t> masks)
 {
-    ByteMaker mk;
-    mk.U32Le({108, nWidth, nHeight}).U16Le({1, nBits}).U32Le({nCompression, 0, 0, 0, 0, 0});
-    mk.U32Le(aMasks).Zeros(108 - 40 - 16);
-    return mk;
+    ByteMaker maker;
+    maker.U32Le({108, width, height}).U16Le({1, bits}).U32Le({compression, 0, 0, 0, 0, 0});
+    maker.U32Le(masks).Zeros(108 - 40 - 16);
+    return maker;
 }
 
-static Levels aLevels(const ImageBuffer& aImage)
+static Levels LevelsOf(const ImageBuffer& image)
 {
-    return {aImage.bytes.begin(), aImage.bytes.end()};
+    return {image.bytes.begin(), image.bytes.end()};
 }
 
 // Decodes a bitmap in one piece that must be good.
-static ImageBuffer aGood(const ByteMaker& mk)
+static ImageBuffer Good(const ByteMaker& maker)
 {
-    ImageBuffer aImage;
-    EXPECT_TRUE(bDecodePackedDib(mk.aBytes(), aImage));
-    return aImage;
+    ImageBuffer image;
+    EXPECT_TRUE(DecodePackedDib(maker.aBytes(), image));
+    return image;
 }
 
-static bool bRefused(const ByteMaker& mk)
+static bool Refused(const ByteMaker& maker)
 {
-    ImageBuffer aImage;
-    aImage.width = 77;
-    const bool bDecoded = bDecodePackedDib(mk.aBytes(), aImage);
-    EXPECT_TRUE(bDecoded || aImage.width == 77) << "a picture that was refused has been touched";
-    return !bDecoded;
+    ImageBuffer image;
+    image.width = 77;
+    const bool decoded = DecodePackedDib(maker.aBytes(), image);
+    EXPECT_TRUE(decoded || image.width == 77) << "a picture that was refused has been touched";
+    return !decoded;
 }
 
 TEST(DibRaw, TwentyFourBitRowsComeFromBelowAndArePaddedToFourBytes)
 {
-    const auto aImage = aGood(objInfoHeader(1, 2, 24).U8({1, 2, 3, 0}).U8({4, 5, 6, 0}));
+    const auto image = Good(InfoHeader(1, 2, 24).U8({1, 2, 3, 0}).U8({4, 5, 6, 0}));
 
-    EXPECT_EQ(aImage.width, 1);
-    EXPECT_EQ(aImage.height, 2);
-    EXPECT_EQ(aImage.channels, 3);
-    EXPECT_EQ(aLevels(aImage), (Levels{4, 5, 6, 1, 2, 3}));
-    EXPECT_NEAR(aImage.dots_per_inch_x, 72.0, 0.01);
-    EXPECT_NEAR(aImage.dots_per_inch_y, 72.0, 0.01);
+    EXPECT_EQ(image.width, 1);
+    EXPECT_EQ(image.height, 2);
+    EXPECT_EQ(image.channels, 3);
+    EXPECT_EQ(LevelsOf(image), (Levels{4, 5, 6, 1, 2, 3}));
+    EXPECT_NEAR(image.dots_per_inch_x, 72.0, 0.01);
+    EXPECT_NEAR(image.dots_per_inch_y, 72.0, 0.01);
 }
 
 TEST(DibRaw, ANegativeHeightMeansThatTheFirstRowIsTheTop)
 {
-    EXPECT_EQ(aLevels(aGood(objInfoHeader(1, kTopDown2, 24).U8({1, 2, 3, 0, 4, 5, 6, 0}))),
+    EXPECT_EQ(LevelsOf(Good(InfoHeader(1, kTopDown2, 24).U8({1, 2, 3, 0, 4, 5, 6, 0}))),
               (Levels{1, 2, 3, 4, 5, 6}));
 }
 
 TEST(DibRaw, TheFillingOfTheLastRowMayBeMissingButNoPixel)
 {
-    EXPECT_EQ(aLevels(aGood(objInfoHeader(1, 2, 24).U8({1, 2, 3, 0, 4, 5, 6}))), (Levels{4, 5, 6, 1, 2, 3}));
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 2, 24).U8({1, 2, 3, 0, 4, 5})));
+    EXPECT_EQ(LevelsOf(Good(InfoHeader(1, 2, 24).U8({1, 2, 3, 0, 4, 5, 6}))), (Levels{4, 5, 6, 1, 2, 3}));
+    EXPECT_TRUE(Refused(InfoHeader(1, 2, 24).U8({1, 2, 3, 0, 4, 5})));
 }
 
 TEST(DibRaw, APaletteOfGreysGivesOneChannel)
 {
-    const auto aImage =
-        aGood(objInfoHeader(3, 1, 8, 0, 2).U8({10, 10, 10, 0, 200, 200, 200, 0}).U8({0, 1, 2, 0}));
+    const auto image = Good(InfoHeader(3, 1, 8, 0, 2).U8({10, 10, 10, 0, 200, 200, 200, 0}).U8({0, 1, 2, 0}));
 
-    EXPECT_EQ(aImage.channels, 1);
-    EXPECT_EQ(aLevels(aImage), (Levels{10, 200, 0})) << "an index beyond the palette is black";
+    EXPECT_EQ(image.channels, 1);
+    EXPECT_EQ(LevelsOf(image), (Levels{10, 200, 0})) << "an index beyond the palette is black";
 }
 
 TEST(DibRaw, APaletteWithAColourGivesThree)
 {
-    EXPECT_EQ(
-        aLevels(aGood(objInfoHeader(2, 1, 8, 0, 2).U8({10, 20, 30, 0, 40, 50, 60, 0}).U8({1, 0, 0, 0}))),
-        (Levels{40, 50, 60, 10, 20, 30}));
+    EXPECT_EQ(LevelsOf(Good(InfoHeader(2, 1, 8, 0, 2).U8({10, 20, 30, 0, 40, 50, 60, 0}).U8({1, 0, 0, 0}))),
+              (Levels{40, 50, 60, 10, 20, 30}));
 }
 
 TEST(DibRaw, SmallIndexesBeginAtTheHighBit)
 {
-    ByteMaker mkOne =
-        objInfoHeader(10, 1, 1).U8({0, 0, 0, 0, 255, 255, 255, 0}).U8({0b10110000, 0b01000000, 0, 0});
-    ByteMaker mkTwo = objInfoHeader(5, 1, 2, 0, 4);
-    mkTwo.U8({0, 0, 0, 0, 1, 1, 1, 0, 2, 2, 2, 0, 3, 3, 3, 0}).U8({0b00011011, 0b10000000, 0, 0});
-    ByteMaker mkFour = objInfoHeader(3, 1, 4, 0, 16);
+    ByteMaker one =
+        InfoHeader(10, 1, 1).U8({0, 0, 0, 0, 255, 255, 255, 0}).U8({0b10110000, 0b01000000, 0, 0});
+    ByteMaker two = InfoHeader(5, 1, 2, 0, 4);
+    two.U8({0, 0, 0, 0, 1, 1, 1, 0, 2, 2, 2, 0, 3, 3, 3, 0}).U8({0b00011011, 0b10000000, 0, 0});
+    ByteMaker four = InfoHeader(3, 1, 4, 0, 16);
     for (int i = 0; i < 16; ++i)
-        mkFour.U8({i, 0, 0, 0});
-    mkFour.U8({0xA5, 0xF0, 0, 0});
+        four.U8({i, 0, 0, 0});
+    four.U8({0xA5, 0xF0, 0, 0});
 
-    EXPECT_EQ(aLevels(aGood(mkOne)), (Levels{255, 0, 255, 255, 0, 0, 0, 0, 0, 255}));
-    EXPECT_EQ(aLevels(aGood(mkTwo)), (Levels{0, 1, 2, 3, 2}));
-    EXPECT_EQ(aLevels(aGood(mkFour)), (Levels{10, 0, 0, 5, 0, 0, 15, 0, 0}));
+    EXPECT_EQ(LevelsOf(Good(one)), (Levels{255, 0, 255, 255, 0, 0, 0, 0, 0, 255}));
+    EXPECT_EQ(LevelsOf(Good(two)), (Levels{0, 1, 2, 3, 2}));
+    EXPECT_EQ(LevelsOf(Good(four)), (Levels{10, 0, 0, 5, 0, 0, 15, 0, 0}));
 }
 
 TEST(DibRaw, OneBitOfTwoColoursIsNoGrey)
 {
-    EXPECT_EQ(aLevels(aGood(objInfoHeader(2, 1, 1).U8({255, 0, 0, 0, 0, 0, 255, 0}).U8({0x40, 0, 0, 0}))),
+    EXPECT_EQ(LevelsOf(Good(InfoHeader(2, 1, 1).U8({255, 0, 0, 0, 0, 0, 255, 0}).U8({0x40, 0, 0, 0}))),
               (Levels{255, 0, 0, 0, 0, 255}));
 }
 
 TEST(DibRaw, WithoutAnyPaletteTheIndexesAreLevels)
 {
-    const auto mk = objInfoHeader(3, 1, 4);
-    ImageBuffer aImage;
+    const auto maker = InfoHeader(3, 1, 4);
+    ImageBuffer image;
 
-    ASSERT_TRUE(bDecodeDib(mk.aBytes(), ByteMaker().U8({0x0F, 0x80, 0, 0}).aBytes(), aImage));
+    ASSERT_TRUE(DecodeDib(maker.aBytes(), ByteMaker().U8({0x0F, 0x80, 0, 0}).aBytes(), image));
 
-    EXPECT_EQ(aLevels(aImage), (Levels{0, 255, 136}));
+    EXPECT_EQ(LevelsOf(image), (Levels{0, 255, 136}));
 }
 
 TEST(DibRaw, SixteenBitsAreFiveFiveFiveUnlessMasksSayOtherwise)
 {
-    ByteMaker mkMasks = objInfoHeader(2, 1, 16, 3);
-    mkMasks.U32Le({0xF800, 0x07E0, 0x001F}).U16Le({0xF800, 0x07E0});
+    ByteMaker masks = InfoHeader(2, 1, 16, 3);
+    masks.U32Le({0xF800, 0x07E0, 0x001F}).U16Le({0xF800, 0x07E0});
 
-    EXPECT_EQ(aLevels(aGood(objInfoHeader(2, 1, 16).U16Le({0x7C00, 0x0210}))),
-              (Levels{0, 0, 255, 132, 132, 0}));
-    EXPECT_EQ(aLevels(aGood(mkMasks)), (Levels{0, 0, 255, 0, 255, 0}));
+    EXPECT_EQ(LevelsOf(Good(InfoHeader(2, 1, 16).U16Le({0x7C00, 0x0210}))), (Levels{0, 0, 255, 132, 132, 0}));
+    EXPECT_EQ(LevelsOf(Good(masks)), (Levels{0, 0, 255, 0, 255, 0}));
 }
 
 TEST(DibRaw, MasksOfAnyWidthAndPlaceAreScaledToEightBitsWithRounding)
 {
     // Red has 1 bit, green 10 and blue none.
-    ByteMaker mk = objInfoHeader(3, 1, 32, 3);
-    mk.U32Le({0x80000000, 0x3FF, 0}).U32Le({0x80000000, 0x3FF, 0x201});
+    ByteMaker maker = InfoHeader(3, 1, 32, 3);
+    maker.U32Le({0x80000000, 0x3FF, 0}).U32Le({0x80000000, 0x3FF, 0x201});
 
-    EXPECT_EQ(aLevels(aGood(mk)), (Levels{0, 0, 255, 0, 255, 0, 0, 128, 0}));
+    EXPECT_EQ(LevelsOf(Good(maker)), (Levels{0, 0, 255, 0, 255, 0, 0, 128, 0}));
 }
 
 TEST(DibRaw, AMaskWithGapsOrAllBitsDoesNoHarm)
 {
-    ByteMaker mk = objInfoHeader(1, 1, 32, 3);
-    mk.U32Le({0xFFFFFFFF, 0x80000001, 0xFF}).U32Le({0xFFFFFFFF});
+    ByteMaker maker = InfoHeader(1, 1, 32, 3);
+    maker.U32Le({0xFFFFFFFF, 0x80000001, 0xFF}).U32Le({0xFFFFFFFF});
 
-    EXPECT_EQ(aLevels(aGood(mk)), (Levels{255, 255, 255}));
+    EXPECT_EQ(LevelsOf(Good(maker)), (Levels{255, 255, 255}));
 }
 
 TEST(DibRaw, ThePlainThirtyTwoBitsAreOpaque)
 {
-    const auto aImage =
-        aGood(objInfoHeader(5, 1, 32).U32Le({0x10203, 0x04050607, 0x08090A0B, 0xC0D0E0F, 0x112233}));
+    const auto image =
+        Good(InfoHeader(5, 1, 32).U32Le({0x10203, 0x04050607, 0x08090A0B, 0xC0D0E0F, 0x112233}));
 
-    EXPECT_EQ(aImage.channels, 3);
-    EXPECT_EQ(aLevels(aImage), (Levels{3, 2, 1, 7, 6, 5, 11, 10, 9, 15, 14, 13, 0x33, 0x22, 0x11}));
+    EXPECT_EQ(image.channels, 3);
+    EXPECT_EQ(LevelsOf(image), (Levels{3, 2, 1, 7, 6, 5, 11, 10, 9, 15, 14, 13, 0x33, 0x22, 0x11}));
 }
 
 TEST(DibAlpha, CountsWhenAHeaderNamesItsMask)
 {
-    const auto aV4 = aGood(
-        objVersion4Header(2, 1, 32, 3, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}).U32Le({0x80102030, 0x00FFFFFF}));
-    ByteMaker mkBehind = objInfoHeader(1, 1, 16, 6);
-    mkBehind.U32Le({0xF00, 0xF0, 0xF, 0xF000}).U16Le({0x8F10, 0});
+    const auto v4 = Good(
+        Version4Header(2, 1, 32, 3, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}).U32Le({0x80102030, 0x00FFFFFF}));
+    ByteMaker behind = InfoHeader(1, 1, 16, 6);
+    behind.U32Le({0xF00, 0xF0, 0xF, 0xF000}).U16Le({0x8F10, 0});
 
-    EXPECT_EQ(aLevels(aV4), (Levels{0x30, 0x20, 0x10, 0x80, 255, 255, 255, 0}));
-    EXPECT_EQ(aLevels(aGood(mkBehind)), (Levels{0, 17, 255, 136}));
+    EXPECT_EQ(LevelsOf(v4), (Levels{0x30, 0x20, 0x10, 0x80, 255, 255, 255, 0}));
+    EXPECT_EQ(LevelsOf(Good(behind)), (Levels{0, 17, 255, 136}));
 }
 
 TEST(DibAlpha, CountsInAPlainBitmapWhoseLongHeaderNamesIt)
 {
-    EXPECT_EQ(aGood(objVersion4Header(1, 1, 32, 0, {0, 0, 0, 0xFF000000}).U32Le({0x80102030})).channels, 4);
-    EXPECT_EQ(aGood(objVersion4Header(1, 1, 32, 0, {0, 0, 0, 0}).U32Le({0x80102030})).channels, 3);
+    EXPECT_EQ(Good(Version4Header(1, 1, 32, 0, {0, 0, 0, 0xFF000000}).U32Le({0x80102030})).channels, 4);
+    EXPECT_EQ(Good(Version4Header(1, 1, 32, 0, {0, 0, 0, 0}).U32Le({0x80102030})).channels, 3);
 }
 
 TEST(DibAlpha, ThatIsNowhereSetMeansAnOpaquePicture)
 {
-    const auto aImage = aGood(
-        objVersion4Header(2, 1, 32, 3, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}).U32Le({0x00102030, 0x00405060}));
+    const auto image = Good(
+        Version4Header(2, 1, 32, 3, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}).U32Le({0x00102030, 0x00405060}));
 
-    EXPECT_EQ(aLevels(aImage), (Levels{0x30, 0x20, 0x10, 0x60, 0x50, 0x40}));
+    EXPECT_EQ(LevelsOf(image), (Levels{0x30, 0x20, 0x10, 0x60, 0x50, 0x40}));
 }
 
 TEST(DibHeaders, TheShortOneOfOs2HasPaletteEntriesOfThreeBytes)
 {
-    ByteMaker mk;
-    mk.U32Le({12}).U16Le({2, 1, 1, 1}).U8({1, 2, 3, 4, 5, 6}).U8({0x40, 0, 0, 0});
+    ByteMaker maker;
+    maker.U32Le({12}).U16Le({2, 1, 1, 1}).U8({1, 2, 3, 4, 5, 6}).U8({0x40, 0, 0, 0});
 
-    EXPECT_EQ(aLevels(aGood(mk)), (Levels{1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(LevelsOf(Good(maker)), (Levels{1, 2, 3, 4, 5, 6}));
 }
 
 TEST(DibHeaders, TheLongOneOfOs2MayLeaveOffItsEnd)
@@ -196,130 +193,128 @@ TEST(DibHeaders, TheLongOneOfOs2MayLeaveOffItsEnd)
     ByteMaker mk64;
     mk64.U32Le({64, 1, 1}).U16Le({1, 24}).U32Le({0, 0, 0, 0, 0, 0}).Zeros(24).U8({7, 8, 9, 0});
 
-    EXPECT_EQ(aLevels(aGood(mk16)), (Levels{7, 8, 9}));
-    EXPECT_EQ(aLevels(aGood(mk64)), (Levels{7, 8, 9}));
+    EXPECT_EQ(LevelsOf(Good(mk16)), (Levels{7, 8, 9}));
+    EXPECT_EQ(LevelsOf(Good(mk64)), (Levels{7, 8, 9}));
 }
 
 TEST(DibHeaders, Version5TellsWhereItsProfileLies)
 {
-    ByteMaker mk;
-    mk.U32Le({124, 1, 1}).U16Le({1, 24}).U32Le({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x4D424544}).Zeros(48);
-    mk.U32Le({4, 128, 500, 0}).U8({1, 2, 3, 0});
-    DibHeader objHeader;
+    ByteMaker maker;
+    maker.U32Le({124, 1, 1}).U16Le({1, 24}).U32Le({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x4D424544}).Zeros(48);
+    maker.U32Le({4, 128, 500, 0}).U8({1, 2, 3, 0});
+    DibHeader header;
 
-    ASSERT_TRUE(bReadDibHeader(mk.aBytes(), objHeader));
+    ASSERT_TRUE(ReadDibHeader(maker.aBytes(), header));
 
-    EXPECT_EQ(objHeader.nBitsOffset, 124u);
-    EXPECT_EQ(objHeader.nProfileOffset, 128u);
-    EXPECT_EQ(objHeader.nProfileSize, 500u);
+    EXPECT_EQ(header.bits_offset, 124u);
+    EXPECT_EQ(header.profile_offset, 128u);
+    EXPECT_EQ(header.profile_size, 500u);
 }
 
 TEST(DibHeaders, ThatNoProgramWritesAreRefused)
 {
-    EXPECT_TRUE(bRefused(objInfoHeader(0, 1, 24).Zeros(64))) << "no width";
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 0, 24).Zeros(64))) << "no height";
-    EXPECT_TRUE(bRefused(objInfoHeader(0x80000001, 1, 24).Zeros(64))) << "a width below 0";
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 0x80000000, 24).Zeros(64)))
-        << "a height that can't be turned round";
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 1, 0).Zeros(64)));
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 1, 7).Zeros(64)));
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 1, 64).Zeros(64)));
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 1, 24, 1).Zeros(64))) << "runs of 24 bits";
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 1, 24, 3).Zeros(64))) << "masks of 24 bits";
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 1, 24, 99).Zeros(64)));
-    EXPECT_TRUE(bRefused(objInfoHeader(1, 1, 8, 0, 0xFFFFFFFF).Zeros(2000))) << "a palette of 16 gigabytes";
-    EXPECT_TRUE(bRefused(ByteMaker().U32Le({15}).Zeros(64)));
-    EXPECT_TRUE(bRefused(ByteMaker().U32Le({40}).Zeros(20)));
-    EXPECT_TRUE(bRefused(ByteMaker()));
+    EXPECT_TRUE(Refused(InfoHeader(0, 1, 24).Zeros(64))) << "no width";
+    EXPECT_TRUE(Refused(InfoHeader(1, 0, 24).Zeros(64))) << "no height";
+    EXPECT_TRUE(Refused(InfoHeader(0x80000001, 1, 24).Zeros(64))) << "a width below 0";
+    EXPECT_TRUE(Refused(InfoHeader(1, 0x80000000, 24).Zeros(64))) << "a height that can't be turned round";
+    EXPECT_TRUE(Refused(InfoHeader(1, 1, 0).Zeros(64)));
+    EXPECT_TRUE(Refused(InfoHeader(1, 1, 7).Zeros(64)));
+    EXPECT_TRUE(Refused(InfoHeader(1, 1, 64).Zeros(64)));
+    EXPECT_TRUE(Refused(InfoHeader(1, 1, 24, 1).Zeros(64))) << "runs of 24 bits";
+    EXPECT_TRUE(Refused(InfoHeader(1, 1, 24, 3).Zeros(64))) << "masks of 24 bits";
+    EXPECT_TRUE(Refused(InfoHeader(1, 1, 24, 99).Zeros(64)));
+    EXPECT_TRUE(Refused(InfoHeader(1, 1, 8, 0, 0xFFFFFFFF).Zeros(2000))) << "a palette of 16 gigabytes";
+    EXPECT_TRUE(Refused(ByteMaker().U32Le({15}).Zeros(64)));
+    EXPECT_TRUE(Refused(ByteMaker().U32Le({40}).Zeros(20)));
+    EXPECT_TRUE(Refused(ByteMaker()));
 }
 
 TEST(DibLimits, ASizeThatTheBytesCannotHoldIsRefused)
 {
-    EXPECT_TRUE(bRefused(objInfoHeader(60000, 8000, 24).Zeros(64)));
-    EXPECT_TRUE(bRefused(objInfoHeader(65501, 1, 8, 0, 1).Zeros(70000)));
-    EXPECT_TRUE(bRefused(objInfoHeader(0x7FFFFFFF, 0x7FFFFFFF, 32).Zeros(64)));
-    EXPECT_TRUE(bRefused(objInfoHeader(60000, 8000, 8, 1, 1).U8({0, 0, 0, 0, 5, 0, 0, 1}))) << "runs";
+    EXPECT_TRUE(Refused(InfoHeader(60000, 8000, 24).Zeros(64)));
+    EXPECT_TRUE(Refused(InfoHeader(65501, 1, 8, 0, 1).Zeros(70000)));
+    EXPECT_TRUE(Refused(InfoHeader(0x7FFFFFFF, 0x7FFFFFFF, 32).Zeros(64)));
+    EXPECT_TRUE(Refused(InfoHeader(60000, 8000, 8, 1, 1).U8({0, 0, 0, 0, 5, 0, 0, 1}))) << "runs";
 }
 
-static ByteMaker objRle8(std::uint32_t nWidth, std::uint32_t nHeight)
+static ByteMaker Rle8(std::uint32_t width, std::uint32_t height)
 {
-    ByteMaker mk = objInfoHeader(nWidth, nHeight, 8, 1, 10);
+    ByteMaker maker = InfoHeader(width, height, 8, 1, 10);
     for (int i = 0; i < 10; ++i)
-        mk.U8({i, i, i, 0});
-    return mk;
+        maker.U8({i, i, i, 0});
+    return maker;
 }
 
-static ByteMaker objRle4(std::uint32_t nWidth, std::uint32_t nHeight)
+static ByteMaker Rle4(std::uint32_t width, std::uint32_t height)
 {
-    ByteMaker mk = objInfoHeader(nWidth, nHeight, 4, 2, 16);
+    ByteMaker maker = InfoHeader(width, height, 4, 2, 16);
     for (int i = 0; i < 16; ++i)
-        mk.U8({i, i, i, 0});
-    return mk;
+        maker.U8({i, i, i, 0});
+    return maker;
 }
 
 TEST(DibRuns, RunsAndLiteralsFillTheRowsFromBelow)
 {
-    EXPECT_EQ(aLevels(aGood(objRle8(5, 2).U8({2, 7, 0, 3, 1, 2, 3, 0, 0, 0, 5, 9, 0, 1}))),
+    EXPECT_EQ(LevelsOf(Good(Rle8(5, 2).U8({2, 7, 0, 3, 1, 2, 3, 0, 0, 0, 5, 9, 0, 1}))),
               (Levels{9, 9, 9, 9, 9, 7, 7, 1, 2, 3}));
-    EXPECT_EQ(aLevels(aGood(objRle4(7, 1).U8({3, 0x12, 0, 3, 0x34, 0x50, 1, 0xF0, 0, 1}))),
+    EXPECT_EQ(LevelsOf(Good(Rle4(7, 1).U8({3, 0x12, 0, 3, 0x34, 0x50, 1, 0xF0, 0, 1}))),
               (Levels{1, 2, 1, 3, 4, 5, 15}));
-    EXPECT_EQ(aLevels(aGood(objRle4(5, 1).U8({0, 5, 0x12, 0x34, 0x50, 0, 0, 1}))), (Levels{1, 2, 3, 4, 5}))
+    EXPECT_EQ(LevelsOf(Good(Rle4(5, 1).U8({0, 5, 0x12, 0x34, 0x50, 0, 0, 1}))), (Levels{1, 2, 3, 4, 5}))
         << "literals end on an even count of bytes";
 }
 
 TEST(DibRuns, ADeltaLeavesWhatItPassesOverAtIndex0)
 {
-    EXPECT_EQ(aLevels(aGood(objRle8(3, 3).U8({1, 4, 0, 2, 1, 1, 1, 6, 0, 0, 1, 8, 0, 1}))),
+    EXPECT_EQ(LevelsOf(Good(Rle8(3, 3).U8({1, 4, 0, 2, 1, 1, 1, 6, 0, 0, 1, 8, 0, 1}))),
               (Levels{8, 0, 0, 0, 0, 6, 4, 0, 0}));
-    EXPECT_EQ(aLevels(aGood(objRle8(2, 4).U8({1, 4, 0, 2, 0, 3, 1, 6, 0, 1}))),
+    EXPECT_EQ(LevelsOf(Good(Rle8(2, 4).U8({1, 4, 0, 2, 0, 3, 1, 6, 0, 1}))),
               (Levels{0, 6, 0, 0, 0, 0, 4, 0}));
 }
 
 TEST(DibRuns, RowsAndPicturesMayEndEarly)
 {
-    EXPECT_EQ(aLevels(aGood(objRle8(2, 3).U8({1, 4, 0, 0, 1, 5, 0, 1}))), (Levels{0, 0, 5, 0, 4, 0}));
+    EXPECT_EQ(LevelsOf(Good(Rle8(2, 3).U8({1, 4, 0, 0, 1, 5, 0, 1}))), (Levels{0, 0, 5, 0, 4, 0}));
 }
 
 TEST(DibRuns, ThatGoBeyondTheEdgesAreCut)
 {
-    EXPECT_EQ(
-        aLevels(aGood(objRle8(2, 2).U8({255, 3, 0, 0, 0, 200}).Zeros(200).U8({0, 0, 9, 9, 0, 0, 9, 9}))),
-        (Levels{0, 0, 3, 3}));
-    EXPECT_EQ(aLevels(aGood(objRle8(2, 2).U8({1, 3, 0, 2, 255, 255, 1, 4, 0, 1}))), (Levels{0, 0, 3, 0}));
+    EXPECT_EQ(LevelsOf(Good(Rle8(2, 2).U8({255, 3, 0, 0, 0, 200}).Zeros(200).U8({0, 0, 9, 9, 0, 0, 9, 9}))),
+              (Levels{0, 0, 3, 3}));
+    EXPECT_EQ(LevelsOf(Good(Rle8(2, 2).U8({1, 3, 0, 2, 255, 255, 1, 4, 0, 1}))), (Levels{0, 0, 3, 0}));
 }
 
 TEST(DibRuns, ThatStopBeforeTheRowsAreDoneAreRefused)
 {
-    EXPECT_TRUE(bRefused(objRle8(2, 2).U8({2, 3, 0, 0, 1, 4})));
-    EXPECT_TRUE(bRefused(objRle8(2, 2).U8({2, 3, 0, 0, 2})));
-    EXPECT_TRUE(bRefused(objRle8(2, 2).U8({2, 3, 0, 0, 0, 200, 1, 1})));
-    EXPECT_TRUE(bRefused(objRle8(2, 2)));
-    EXPECT_FALSE(bRefused(objRle8(2, 2).U8({2, 3, 0, 0, 2, 4}))) << "only the end mark is missing";
-    EXPECT_FALSE(bRefused(objRle8(2, 2).U8({2, 3, 0, 0, 2, 4, 0, 0})));
+    EXPECT_TRUE(Refused(Rle8(2, 2).U8({2, 3, 0, 0, 1, 4})));
+    EXPECT_TRUE(Refused(Rle8(2, 2).U8({2, 3, 0, 0, 2})));
+    EXPECT_TRUE(Refused(Rle8(2, 2).U8({2, 3, 0, 0, 0, 200, 1, 1})));
+    EXPECT_TRUE(Refused(Rle8(2, 2)));
+    EXPECT_FALSE(Refused(Rle8(2, 2).U8({2, 3, 0, 0, 2, 4}))) << "only the end mark is missing";
+    EXPECT_FALSE(Refused(Rle8(2, 2).U8({2, 3, 0, 0, 2, 4, 0, 0})));
 }
 
 TEST(DibRuns, OfTwentyFourBitsAreRead)
 {
-    ByteMaker mk;
-    mk.U32Le({64, 3, 1}).U16Le({1, 24}).U32Le({4, 0, 0, 0, 0, 0}).Zeros(24);
+    ByteMaker maker;
+    maker.U32Le({64, 3, 1}).U16Le({1, 24}).U32Le({4, 0, 0, 0, 0, 0}).Zeros(24);
 
-    EXPECT_EQ(aLevels(aGood(mk.U8({2, 1, 2, 3, 1, 4, 5, 6, 0, 1}))), (Levels{1, 2, 3, 1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(LevelsOf(Good(maker.U8({2, 1, 2, 3, 1, 4, 5, 6, 0, 1}))), (Levels{1, 2, 3, 1, 2, 3, 4, 5, 6}));
 }
 
 TEST(DibRuns, EndWhateverTheBytesAre)
 {
     // A small generator, so that a failure comes again.
-    std::uint32_t nState = 1;
-    const auto nNext = [&nState] {
-        return nState = nState * 1664525 + 1013904223, static_cast<int>(nState >> 24);
+    std::uint32_t state = 1;
+    const auto next = [&state] {
+        return state = state * 1664525 + 1013904223, static_cast<int>(state >> 24);
     };
-    for (int lTry = 0; lTry < 3000; ++lTry) {
-        ByteMaker mk = lTry % 2 == 0 ? objRle8(17, 9) : objRle4(17, 9);
-        for (int i = nNext() % 120; i > 0; --i)
-            mk.U8({nNext() % 4 == 0 ? nNext() % 4 : nNext()});
-        ImageBuffer aImage;
-        if (bDecodePackedDib(mk.aBytes(), aImage)) {
-            ASSERT_EQ(aImage.bytes.size(), 17u * 9u);
+    for (int attempt = 0; attempt < 3000; ++attempt) {
+        ByteMaker maker = attempt % 2 == 0 ? Rle8(17, 9) : Rle4(17, 9);
+        for (int i = next() % 120; i > 0; --i)
+            maker.U8({next() % 4 == 0 ? next() % 4 : next()});
+        ImageBuffer image;
+        if (DecodePackedDib(maker.aBytes(), image)) {
+            ASSERT_EQ(image.bytes.size(), 17u * 9u);
         }
     }
 }

@@ -53,10 +53,10 @@ static bool bReadHeaders(InputFile& objFile, BmpFile& objBmp)
     const bool bSaysWhere = objBmp.nBitsOffset >= nHeaderEnd;
     const std::uint64_t nEnd =
         bSaysWhere ? std::min<std::uint64_t>(objBmp.nBitsOffset, aHead.size()) : aHead.size();
-    if (!bReadDibHeader(aHead.first(nEnd).subspan(kFileHeaderSize), objBmp.objHeader))
+    if (!ReadDibHeader(aHead.first(nEnd).subspan(kFileHeaderSize), objBmp.objHeader))
         return false;
     if (!bSaysWhere)
-        objBmp.nBitsOffset = kFileHeaderSize + objBmp.objHeader.nBitsOffset;
+        objBmp.nBitsOffset = kFileHeaderSize + objBmp.objHeader.bits_offset;
     return objBmp.nBitsOffset < objFile.Size();
 }
 
@@ -72,11 +72,11 @@ static bool bColourProfile(Bytes aProfile)
 // left.
 static void ReadProfile(InputFile& objFile, const DibHeader& objHeader, ImageBuffer& aImage)
 {
-    const std::uint64_t nOffset = kFileHeaderSize + objHeader.nProfileOffset;
-    if (aImage.channels == 1 || objHeader.nProfileSize == 0 || objHeader.nProfileSize > kMaxProfile ||
-        nOffset > objFile.Size() || objHeader.nProfileSize > objFile.Size() - nOffset)
+    const std::uint64_t nOffset = kFileHeaderSize + objHeader.profile_offset;
+    if (aImage.channels == 1 || objHeader.profile_size == 0 || objHeader.profile_size > kMaxProfile ||
+        nOffset > objFile.Size() || objHeader.profile_size > objFile.Size() - nOffset)
         return;
-    std::vector<std::uint8_t> aProfile(objHeader.nProfileSize);
+    std::vector<std::uint8_t> aProfile(objHeader.profile_size);
     if (objFile.ReadAt(nOffset, aProfile) == aProfile.size() && bColourProfile(aProfile))
         aImage.icc_profile = std::move(aProfile);
 }
@@ -85,38 +85,38 @@ static void ReadProfile(InputFile& objFile, const DibHeader& objHeader, ImageBuf
 static bool bDecodeRawFile(InputFile& objFile, const BmpFile& objBmp, ImageBuffer& aImage)
 {
     const DibHeader& objHeader = objBmp.objHeader;
-    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight))
+    if (!IsSizeAllowed(objHeader.width, objHeader.height))
         return false;
-    const StoredRows objStored{objBmp.nBitsOffset, nDibStride(objHeader),
-                               (objHeader.nWidth * objHeader.nBits + 7) / 8, objHeader.nHeight};
+    const StoredRows objStored{objBmp.nBitsOffset, DibStride(objHeader),
+                               (objHeader.width * objHeader.bits + 7) / 8, objHeader.height};
     ImageBuffer aResult;
     if (!bHoldsRows(objFile, objStored) ||
-        !Allocate(aResult, objHeader.nWidth, objHeader.nHeight, lDibChannels(objHeader)))
+        !Allocate(aResult, objHeader.width, objHeader.height, DibChannels(objHeader)))
         return false;
     const DibRows objRows(objHeader);
-    const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(aResult.channels);
+    const std::uint64_t nRowSize = objHeader.width * static_cast<std::uint64_t>(aResult.channels);
     const bool bRead = bReadRows(objFile, objStored, [&](std::uint64_t nStored, const std::uint8_t* pRow) {
-        const std::uint64_t y = objHeader.bTopDown ? nStored : objHeader.nHeight - 1 - nStored;
-        objRows.Convert(pRow, aResult.bytes.data() + y * nRowSize, objHeader.nWidth);
+        const std::uint64_t y = objHeader.top_down ? nStored : objHeader.height - 1 - nStored;
+        objRows.Convert(pRow, aResult.bytes.data() + y * nRowSize, objHeader.width);
     });
     if (!bRead)
         return false;
     DropUnsetAlpha(aResult);
-    aResult.dots_per_inch_x = objHeader.dDotsPerInchX;
-    aResult.dots_per_inch_y = objHeader.dDotsPerInchY;
+    aResult.dots_per_inch_x = objHeader.dots_per_inch_x;
+    aResult.dots_per_inch_y = objHeader.dots_per_inch_y;
     aImage = std::move(aResult);
     return true;
 }
 
 static bool bDecode(InputFile& objFile, const BmpFile& objBmp, ImageBuffer& aImage)
 {
-    if (objBmp.objHeader.eStorage == DibStorage::kRaw) {
+    if (objBmp.objHeader.storage == DibStorage::kRaw) {
         if (!bDecodeRawFile(objFile, objBmp, aImage))
             return false;
     } else {
         const Bytes aAll = objFile.All();
         if (objBmp.nBitsOffset > aAll.size() ||
-            !bDecodeDibBits(objBmp.objHeader, aAll.subspan(objBmp.nBitsOffset), aImage))
+            !DecodeDibBits(objBmp.objHeader, aAll.subspan(objBmp.nBitsOffset), aImage))
             return false;
     }
     if (aImage.icc_profile.empty())

@@ -98,8 +98,8 @@ static bool bDecodeBareFrame(const AniHeader& objHeader, Bytes aFrame, ImageBuff
     }
     constexpr std::uint32_t kInfoHeaderSize = 40;
     DibHeader objOwn;
-    if (nStart == kInfoHeaderSize && bReadDibHeader(aFrame, objOwn) && objOwn.nBitsOffset <= aFrame.size())
-        return bDecodeDibBits(objOwn, aFrame.subspan(objOwn.nBitsOffset), aImage);
+    if (nStart == kInfoHeaderSize && ReadDibHeader(aFrame, objOwn) && objOwn.bits_offset <= aFrame.size())
+        return DecodeDibBits(objOwn, aFrame.subspan(objOwn.bits_offset), aImage);
     std::array<std::uint8_t, kInfoHeaderSize> aMade{};
     const auto Put = [&aMade](std::size_t nPlace, std::uint32_t nValue) {
         for (std::size_t i = 0; i < 4; ++i)
@@ -109,7 +109,7 @@ static bool bDecodeBareFrame(const AniHeader& objHeader, Bytes aFrame, ImageBuff
     Put(4, objHeader.nWidth);
     Put(8, objHeader.nHeight);
     Put(12, 1 | (objHeader.nBits & 0xFFFF) << 16);
-    return bDecodeDib(aMade, aFrame, aImage);
+    return DecodeDib(aMade, aFrame, aImage);
 }
 
 static bool bDecodeFrame(const AniHeader& objHeader, Bytes aFrame, ImageBuffer& aImage)

@@ -79,10 +79,10 @@ struct IconMask {
 
 static bool bFindMask(const DibHeader& objColours, Bytes aPicture, IconMask& objMask)
 {
-    const std::uint64_t nOffset = objColours.nBitsOffset + nDibStride(objColours) * objColours.nHeight;
-    objMask.nStride = (objColours.nWidth + 31) / 32 * 4;
-    objMask.bTopDown = objColours.bTopDown;
-    const std::uint64_t nSize = objMask.nStride * (objColours.nHeight - 1) + (objColours.nWidth + 7) / 8;
+    const std::uint64_t nOffset = objColours.bits_offset + DibStride(objColours) * objColours.height;
+    objMask.nStride = (objColours.width + 31) / 32 * 4;
+    objMask.bTopDown = objColours.top_down;
+    const std::uint64_t nSize = objMask.nStride * (objColours.height - 1) + (objColours.width + 7) / 8;
     if (nOffset > aPicture.size() || nSize > aPicture.size() - nOffset)
         return false;
     objMask.pRows = aPicture.data() + nOffset;
@@ -124,24 +124,24 @@ static void ShowInverted(ImageBuffer& aImage)
 static bool bDecodeBitmap(Bytes aPicture, const IconEntry& objEntry, ImageBuffer& aImage)
 {
     DibHeader objHeader;
-    if (!bReadDibHeader(aPicture, objHeader) || objHeader.eStorage != DibStorage::kRaw ||
-        objHeader.nBitsOffset > aPicture.size())
+    if (!ReadDibHeader(aPicture, objHeader) || objHeader.storage != DibStorage::kRaw ||
+        objHeader.bits_offset > aPicture.size())
         return false;
     // The header counts the mask's rows too. A few writers forgot that, and the mask.
-    const bool bNoMask = objHeader.nWidth == objEntry.nWidth && objHeader.nHeight == objEntry.nHeight;
+    const bool bNoMask = objHeader.width == objEntry.nWidth && objHeader.height == objEntry.nHeight;
     if (!bNoMask)
-        objHeader.nHeight /= 2;
-    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight))
+        objHeader.height /= 2;
+    if (!IsSizeAllowed(objHeader.width, objHeader.height))
         return false;
-    if (objHeader.nBits == 32 && objHeader.aMasks[3] == 0)
-        objHeader.aMasks[3] = 0xFF000000;
+    if (objHeader.bits == 32 && objHeader.masks[3] == 0)
+        objHeader.masks[3] = 0xFF000000;
     ImageBuffer aResult;
-    if (!bDecodeDibBits(objHeader, aPicture.subspan(objHeader.nBitsOffset), aResult))
+    if (!DecodeDibBits(objHeader, aPicture.subspan(objHeader.bits_offset), aResult))
         return false;
     if (aResult.channels != 4) {
         IconMask objMask;
         const bool bMask = !bNoMask && bFindMask(objHeader, aPicture, objMask);
-        const bool bNeeded = !bNoMask && objHeader.nBits != 32;
+        const bool bNeeded = !bNoMask && objHeader.bits != 32;
         if ((bNeeded && !bMask) || !bAddAlpha(aResult))
             return false;
         if (bMask && !bApplyMask(objMask, aResult))

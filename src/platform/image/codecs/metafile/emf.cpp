@@ -112,7 +112,7 @@ static bool bDecode(InputFile& objFile, const EmfHeader& objHeader, ImageBuffer&
     objRequest.nObjects = objHeader.nObjects;
     objRequest.lWidth = objHeader.lWidth;
     objRequest.lHeight = objHeader.lHeight;
-    objRequest.DecodeDib = bDecodeDib;
+    objRequest.DecodeDib = DecodeDib;
     SetMapping(objHeader, objRequest);
     ImageBuffer aResult;
     if (!bOnlyPicture(aFile, objHeader, objRequest, aResult)) {

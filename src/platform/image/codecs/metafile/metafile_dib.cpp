@@ -57,10 +57,10 @@ bool bDecodeOnlyBitmap(Bytes aHeader, Bytes aBits, std::int32_t lWidth, std::int
 {
     DibHeader objHeader;
     ImageBuffer aResult;
-    if (!bReadDibHeader(aHeader, objHeader) || objHeader.eStorage != DibStorage::kRaw ||
-        objHeader.nWidth != static_cast<std::uint64_t>(lWidth) ||
-        objHeader.nHeight != static_cast<std::uint64_t>(lHeight) || lDibChannels(objHeader) == 4 ||
-        !bDecodeDibBits(objHeader, aBits, aResult))
+    if (!ReadDibHeader(aHeader, objHeader) || objHeader.storage != DibStorage::kRaw ||
+        objHeader.width != static_cast<std::uint64_t>(lWidth) ||
+        objHeader.height != static_cast<std::uint64_t>(lHeight) || DibChannels(objHeader) == 4 ||
+        !DecodeDibBits(objHeader, aBits, aResult))
         return false;
     aImage = std::move(aResult);
     return true;

@@ -106,8 +106,8 @@ static bool bOnlyPicture(const MetafileRequest& objRequest, ImageBuffer& aImage)
         return false;
     const Bytes aDib = rd.Take(rd.Left());
     DibHeader objDib;
-    return bReadDibHeader(aDib, objDib) && objDib.nBitsOffset <= aDib.size() &&
-           bDecodeOnlyBitmap(aDib.first(objDib.nBitsOffset), aDib.subspan(objDib.nBitsOffset),
+    return ReadDibHeader(aDib, objDib) && objDib.bits_offset <= aDib.size() &&
+           bDecodeOnlyBitmap(aDib.first(objDib.bits_offset), aDib.subspan(objDib.bits_offset),
                              objRequest.lWidth, objRequest.lHeight, aImage);
 }
 
@@ -119,7 +119,7 @@ static bool bDecode(InputFile& objFile, const WmfHeader& objHeader, ImageBuffer&
     MetafileRequest objRequest;
     objRequest.aRecords = aFile.subspan(objHeader.nRecordsOffset);
     objRequest.nObjects = objHeader.nObjects;
-    objRequest.DecodeDib = bDecodeDib;
+    objRequest.DecodeDib = DecodeDib;
     const WmfRecords objWalk = objWalkWmf(objRequest.aRecords);
     if (!objWalk.bWhole || !bFindSize(objHeader, objWalk, objRequest))
         return false;
