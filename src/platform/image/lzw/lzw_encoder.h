@@ -10,6 +10,6 @@ class OutputFile;
 
 /// Writes the picture data of a GIF: the code size, the codes in sub-blocks of at most 255 bytes, and the
 /// empty block at the end. Method: T. Welch's LZW with codes of growing width, the least significant bit
-/// first; the table is cleared when its 4096 codes are used. nBits (1 to 8) is how many bits an index has;
-/// aIndexes holds at least one. False if the file could not be written.
-bool bWriteLzw(Bytes aIndexes, unsigned nBits, OutputFile& objOut);
+/// first; the table is cleared when its 4096 codes are used. bits (1 to 8) is how many bits an index has;
+/// indexes holds at least one. False if the file could not be written.
+bool WriteLzw(Bytes indexes, unsigned bits, OutputFile& out);

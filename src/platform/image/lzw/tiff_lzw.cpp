@@ -13,23 +13,23 @@ static constexpr std::uint32_t kCodeBits = 12;
 
 namespace
 {
-/// Codes as a stream of bits. The room behind pOut is seen to by the caller.
+/// Codes as a stream of bits. The room behind out is seen to by the caller.
 struct CodeStream {
-    std::uint8_t* pOut;
-    std::uint64_t nBits = 0;   ///< the last of them not yet written
-    std::uint32_t nCount = 0;  ///< how many are not yet written: 0 to 7 between two codes
-    std::uint32_t nWidth = 9;
+    std::uint8_t* out;
+    std::uint64_t bits = 0;   ///< the last of them not yet written
+    std::uint32_t count = 0;  ///< how many are not yet written: 0 to 7 between two codes
+    std::uint32_t width = 9;
 
-    void Put(std::uint32_t nCode)
+    void Put(std::uint32_t code)
     {
-        nBits = nBits << nWidth | nCode;
-        nCount += nWidth;
-        std::uint64_t nBytes = nBits << (64 - nCount);
+        bits = bits << width | code;
+        count += width;
+        std::uint64_t bytes = bits << (64 - count);
         if constexpr (std::endian::native == std::endian::little)
-            nBytes = __builtin_bswap64(nBytes);
-        std::memcpy(pOut, &nBytes, 8);
-        pOut += nCount / 8;
-        nCount %= 8;
+            bytes = __builtin_bswap64(bytes);
+        std::memcpy(out, &bytes, 8);
+        out += count / 8;
+        count %= 8;
     }
 };
 }  // namespace
@@ -37,58 +37,58 @@ struct CodeStream {
 TiffLzwEncoder::TiffLzwEncoder()
 {
     // Any numbers without a pattern do; these are a linear congruential generator's.
-    std::uint32_t nState = 12345;
-    for (std::uint32_t& nSpread : m_aSpread) {
-        nState = nState * 1664525u + 1013904223u;
-        nSpread = nState >> 8;
+    std::uint32_t state = 12345;
+    for (std::uint32_t& spread : spread_) {
+        state = state * 1664525u + 1013904223u;
+        spread = state >> 8;
     }
 }
 
-void TiffLzwEncoder::Encode(Bytes aStrip, std::vector<std::uint8_t>& aCodes)
+void TiffLzwEncoder::Encode(Bytes strip, std::vector<std::uint8_t>& codes)
 {
     // At worst a code of 12 bits for each byte and a clear code for each table, and what the last store
     // touches.
-    aCodes.resize(aStrip.size() * 3 / 2 + aStrip.size() / 1000 + 64);
-    CodeStream objOut{aCodes.data()};
-    m_aTable.fill(kEmptySlot);
-    objOut.Put(kClear);
-    std::uint32_t nNextCode = kFirstString;
+    codes.resize(strip.size() * 3 / 2 + strip.size() / 1000 + 64);
+    CodeStream out{codes.data()};
+    table_.fill(kEmptySlot);
+    out.Put(kClear);
+    std::uint32_t next_code = kFirstString;
     // After a new string: true when the table is full, and was cleared.
-    const auto bCount = [&] {
-        ++nNextCode;
-        if (nNextCode == kFull) {
-            objOut.Put(kClear);
-            objOut.nWidth = 9;
-            nNextCode = kFirstString;
+    const auto count = [&] {
+        ++next_code;
+        if (next_code == kFull) {
+            out.Put(kClear);
+            out.width = 9;
+            next_code = kFirstString;
             return true;
         }
-        if (std::has_single_bit(nNextCode))
-            ++objOut.nWidth;
+        if (std::has_single_bit(next_code))
+            ++out.width;
         return false;
     };
-    std::uint32_t nString = aStrip[0];
-    for (const std::uint8_t nByte : aStrip.subspan(1)) {
-        const std::uint32_t nKey = nString << 8 | nByte;
-        std::uint32_t nSlot = (nString << 2 ^ m_aSpread[nByte]) % kSlots;
-        std::uint32_t nFound = m_aTable[nSlot];
-        while (nFound >> kCodeBits != nKey && nFound != kEmptySlot) {
-            nSlot = (nSlot + 1) % kSlots;
-            nFound = m_aTable[nSlot];
+    std::uint32_t string = strip[0];
+    for (const std::uint8_t byte : strip.subspan(1)) {
+        const std::uint32_t key = string << 8 | byte;
+        std::uint32_t slot = (string << 2 ^ spread_[byte]) % kSlots;
+        std::uint32_t found = table_[slot];
+        while (found >> kCodeBits != key && found != kEmptySlot) {
+            slot = (slot + 1) % kSlots;
+            found = table_[slot];
         }
-        if (nFound != kEmptySlot) {
-            nString = nFound & ((1u << kCodeBits) - 1);
+        if (found != kEmptySlot) {
+            string = found & ((1u << kCodeBits) - 1);
             continue;
         }
-        objOut.Put(nString);
-        m_aTable[nSlot] = nKey << kCodeBits | nNextCode;
-        nString = nByte;
-        if (bCount())
-            m_aTable.fill(kEmptySlot);
+        out.Put(string);
+        table_[slot] = key << kCodeBits | next_code;
+        string = byte;
+        if (count())
+            table_.fill(kEmptySlot);
     }
-    objOut.Put(nString);
-    bCount();
-    objOut.Put(kEnd);
-    if (objOut.nCount > 0)
-        ++objOut.pOut;  // the last store left the remaining bits, then zeros, there
-    aCodes.resize(static_cast<std::size_t>(objOut.pOut - aCodes.data()));
+    out.Put(string);
+    count();
+    out.Put(kEnd);
+    if (out.count > 0)
+        ++out.out;  // the last store left the remaining bits, then zeros, there
+    codes.resize(static_cast<std::size_t>(out.out - codes.data()));
 }

@@ -17,13 +17,13 @@ class TiffLzwEncoder
 {
 public:
     TiffLzwEncoder();
-    /// Puts the strip's codes in place of what is in aCodes. aStrip is not empty.
-    void Encode(Bytes aStrip, std::vector<std::uint8_t>& aCodes);
+    /// Puts the strip's codes in place of what is in codes. strip is not empty.
+    void Encode(Bytes strip, std::vector<std::uint8_t>& codes);
 
 private:
     static constexpr std::uint32_t kSlots = 1 << 14;
 
-    std::array<std::uint32_t, 256> m_aSpread;  ///< where strings that end in a byte begin to be looked for
+    std::array<std::uint32_t, 256> spread_;  ///< where strings that end in a byte begin to be looked for
     /// String (code of all but the last byte, last byte) and its code: 12 + 8 + 12 bits.
-    std::array<std::uint32_t, kSlots> m_aTable;
+    std::array<std::uint32_t, kSlots> table_;
 };

@@ -72,5 +72,5 @@ bool bEncodeGif(const ImageBuffer& aImage, const SaveSettings& objSettings, Outp
     objOut.WriteU16Le(nWidth);
     objOut.WriteU16Le(nHeight);
     objOut.WriteU8(0);
-    return bWriteLzw(objIndexed.aIndexes, nBits, objOut) && objOut.WriteU8(0x3B) && !objOut.Failed();
+    return WriteLzw(objIndexed.aIndexes, nBits, objOut) && objOut.WriteU8(0x3B) && !objOut.Failed();
 }
