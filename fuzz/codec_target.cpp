@@ -39,8 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
                 continue;
             // Also run what every load and some saves do with the file's metadata.
             FinishLoaded(aImage);
-            aExifForSave(aImage,
-                         {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
+            ExifForSave(aImage, {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
             ConvertToSrgb(aImage);
             if (!bWhole(aImage))
                 std::abort();

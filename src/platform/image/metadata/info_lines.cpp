@@ -3,20 +3,20 @@
 
 #include <utility>
 
-std::string sInfoLines(const ImageInfoTexts& objTexts)
+std::string InfoLines(const ImageInfoTexts& texts)
 {
-    const std::pair<const char*, const std::string&> aLines[] = {
-        {"Title: ", objTexts.sTitle},
-        {"Description: ", objTexts.sDescription},
-        {"Date: ", objTexts.sDateTime},
-        {"Author: ", objTexts.sAuthor},
-        {"Copyright: ", objTexts.sCopyright},
-        {"Equipment type: ", objTexts.sEquipmentType},
-        {"Equipment model: ", objTexts.sEquipmentModel},
+    const std::pair<const char*, const std::string&> lines[] = {
+        {"Title: ", texts.sTitle},
+        {"Description: ", texts.sDescription},
+        {"Date: ", texts.sDateTime},
+        {"Author: ", texts.sAuthor},
+        {"Copyright: ", texts.sCopyright},
+        {"Equipment type: ", texts.sEquipmentType},
+        {"Equipment model: ", texts.sEquipmentModel},
     };
-    std::string sLines;
-    for (const auto& [sName, sText] : aLines)
-        if (!sText.empty())
-            sLines += (sLines.empty() ? "" : "\n") + (sName + sText);
-    return sLines;
+    std::string result;
+    for (const auto& [name, text] : lines)
+        if (!text.empty())
+            result += (result.empty() ? "" : "\n") + (name + text);
+    return result;
 }

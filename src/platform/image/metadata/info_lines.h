@@ -8,4 +8,4 @@
 
 /// A line for each text that isn't empty, "Title: ..." and so on, in UTF-8, parted by line feeds; "" if all
 /// are empty.
-std::string sInfoLines(const ImageInfoTexts& objTexts);
+std::string InfoLines(const ImageInfoTexts& texts);

@@ -9,117 +9,117 @@
 #include "src/platform/image/metadata/metadata_ifd.h"
 #include "src/platform/image/pixels/orientation.h"
 
-static std::vector<ExifText> aTextsToWrite(const ImageInfoTexts& objTexts)
+static std::vector<ExifText> TextsToWrite(const ImageInfoTexts& texts)
 {
-    const std::vector<ExifText> aAll = {
-        {kTagDocumentName, objTexts.sTitle},           {kTagImageDescription, objTexts.sDescription},
-        {kTagMake, objTexts.sEquipmentType},           {kTagModel, objTexts.sEquipmentModel},
-        {kTagDateTime, sExifDate(objTexts.sDateTime)}, {kTagArtist, objTexts.sAuthor},
-        {kTagCopyright, objTexts.sCopyright},
+    const std::vector<ExifText> all = {
+        {kTagDocumentName, texts.sTitle},          {kTagImageDescription, texts.sDescription},
+        {kTagMake, texts.sEquipmentType},          {kTagModel, texts.sEquipmentModel},
+        {kTagDateTime, ExifDate(texts.sDateTime)}, {kTagArtist, texts.sAuthor},
+        {kTagCopyright, texts.sCopyright},
     };
-    std::vector<ExifText> aTexts;
-    for (ExifText objText : aAll) {
-        objText.sText.erase(std::min(objText.sText.find('\0'), objText.sText.size()));
-        if (!objText.sText.empty())
-            aTexts.push_back(objText);
+    std::vector<ExifText> result;
+    for (ExifText text : all) {
+        text.text.erase(std::min(text.text.find('\0'), text.text.size()));
+        if (!text.text.empty())
+            result.push_back(text);
     }
-    return aTexts;
+    return result;
 }
 
 // The orientation tag of the first directory, if it holds one of the eight numbers.
-static std::optional<IfdEntry> objOrientation(const IfdReader& objReader)
+static std::optional<IfdEntry> Orientation(const IfdReader& reader)
 {
-    const auto aFirst = objReader.aEntries(objReader.nFirstDirectory());
-    const IfdEntry* pEntry = pEntryWithTag(aFirst, kTagOrientation);
-    const std::uint32_t nValue = pEntry ? objReader.nNumber(*pEntry).value_or(0) : 0;
-    if (nValue < 1 || nValue > 8)
+    const auto first = reader.Entries(reader.FirstDirectory());
+    const IfdEntry* entry = EntryWithTag(first, kTagOrientation);
+    const std::uint32_t value = entry ? reader.Number(*entry).value_or(0) : 0;
+    if (value < 1 || value > 8)
         return std::nullopt;
-    return *pEntry;
+    return *entry;
 }
 
-static void SetResolution(std::vector<std::uint8_t>& aExif, double dDotsPerInchX, double dDotsPerInchY)
+static void SetResolution(std::vector<std::uint8_t>& exif, double dots_per_inch_x, double dots_per_inch_y)
 {
-    const IfdReader objReader(aExif);
-    const auto aFirst = objReader.aEntries(objReader.nFirstDirectory());
-    const IfdEntry* pX = pEntryWithTag(aFirst, kTagXResolution);
-    const IfdEntry* pY = pEntryWithTag(aFirst, kTagYResolution);
-    const IfdEntry* pUnit = pEntryWithTag(aFirst, kTagResolutionUnit);
-    if (!pX || !pY || dDotsPerInchX <= 0 || dDotsPerInchY <= 0)
+    const IfdReader reader(exif);
+    const auto first = reader.Entries(reader.FirstDirectory());
+    const IfdEntry* x = EntryWithTag(first, kTagXResolution);
+    const IfdEntry* y = EntryWithTag(first, kTagYResolution);
+    const IfdEntry* unit = EntryWithTag(first, kTagResolutionUnit);
+    if (!x || !y || dots_per_inch_x <= 0 || dots_per_inch_y <= 0)
         return;
-    SetExifRational(aExif, *pX, dDotsPerInchX);
-    SetExifRational(aExif, *pY, dDotsPerInchY);
-    if (pUnit)
-        SetExifNumber(aExif, *pUnit, 2);  // inches; also what a reader takes a missing unit for
+    SetExifRational(exif, *x, dots_per_inch_x);
+    SetExifRational(exif, *y, dots_per_inch_y);
+    if (unit)
+        SetExifNumber(exif, *unit, 2);  // inches; also what a reader takes a missing unit for
 }
 
-static void SetPixelSize(std::vector<std::uint8_t>& aExif, std::int32_t lWidth, std::int32_t lHeight)
+static void SetPixelSize(std::vector<std::uint8_t>& exif, std::int32_t width, std::int32_t height)
 {
-    const IfdReader objReader(aExif);
-    const auto aFirst = objReader.aEntries(objReader.nFirstDirectory());
-    const IfdEntry* pPointer = pEntryWithTag(aFirst, kTagExifDirectory);
-    const auto aInner = objReader.aEntries(pPointer ? objReader.nNumber(*pPointer).value_or(0) : 0);
-    if (const IfdEntry* pWidth = pEntryWithTag(aInner, kTagPixelXDimension))
-        SetExifNumber(aExif, *pWidth, static_cast<std::uint32_t>(lWidth));
-    if (const IfdEntry* pHeight = pEntryWithTag(aInner, kTagPixelYDimension))
-        SetExifNumber(aExif, *pHeight, static_cast<std::uint32_t>(lHeight));
+    const IfdReader reader(exif);
+    const auto first = reader.Entries(reader.FirstDirectory());
+    const IfdEntry* pointer = EntryWithTag(first, kTagExifDirectory);
+    const auto inner = reader.Entries(pointer ? reader.Number(*pointer).value_or(0) : 0);
+    if (const IfdEntry* width_entry = EntryWithTag(inner, kTagPixelXDimension))
+        SetExifNumber(exif, *width_entry, static_cast<std::uint32_t>(width));
+    if (const IfdEntry* height_entry = EntryWithTag(inner, kTagPixelYDimension))
+        SetExifNumber(exif, *height_entry, static_cast<std::uint32_t>(height));
 }
 
-std::vector<std::uint8_t> aExifForSave(const ImageBuffer& aImage, const ImageInfoTexts& objTexts)
+std::vector<std::uint8_t> ExifForSave(const ImageBuffer& image, const ImageInfoTexts& texts)
 {
-    const std::vector<ExifText> aTexts = aTextsToWrite(objTexts);
-    std::vector<std::uint8_t> aExif = aImage.metadata.exif;
-    if (IfdReader(aExif).nEntryCount(IfdReader(aExif).nFirstDirectory()) == 0)
-        aExif.clear();
-    if (aExif.empty() && aTexts.empty())
+    const std::vector<ExifText> exif_texts = TextsToWrite(texts);
+    std::vector<std::uint8_t> exif = image.metadata.exif;
+    if (IfdReader(exif).EntryCount(IfdReader(exif).FirstDirectory()) == 0)
+        exif.clear();
+    if (exif.empty() && exif_texts.empty())
         return {};
-    DropExifThumbnail(aExif);
-    if (const auto objEntry = objOrientation(IfdReader(aExif)))
-        SetExifNumber(aExif, *objEntry, 1);
-    SetResolution(aExif, aImage.dots_per_inch_x, aImage.dots_per_inch_y);
-    SetPixelSize(aExif, aImage.width, aImage.height);
-    RewriteExif(aExif, aTexts);
-    return aExif;
+    DropExifThumbnail(exif);
+    if (const auto entry = Orientation(IfdReader(exif)))
+        SetExifNumber(exif, *entry, 1);
+    SetResolution(exif, image.dots_per_inch_x, image.dots_per_inch_y);
+    SetPixelSize(exif, image.width, image.height);
+    RewriteExif(exif, exif_texts);
+    return exif;
 }
 
 // Sets the number of tiff:Orientation to 1, written as an attribute or as an element.
-static void SetXmpOrientation(std::vector<std::uint8_t>& aXmp)
+static void SetXmpOrientation(std::vector<std::uint8_t>& xmp)
 {
-    for (const std::string_view sBefore :
+    for (const std::string_view before :
          {"tiff:Orientation=\"", "tiff:Orientation='", "<tiff:Orientation>"}) {
-        const auto itFound = std::search(aXmp.begin(), aXmp.end(), sBefore.begin(), sBefore.end());
-        if (std::distance(itFound, aXmp.end()) < static_cast<std::ptrdiff_t>(sBefore.size() + 2))
+        const auto found = std::search(xmp.begin(), xmp.end(), before.begin(), before.end());
+        if (std::distance(found, xmp.end()) < static_cast<std::ptrdiff_t>(before.size() + 2))
             continue;
-        const auto itDigit = itFound + static_cast<std::ptrdiff_t>(sBefore.size());
-        const std::uint8_t nAfter = itDigit[1];
-        if (*itDigit >= '1' && *itDigit <= '8' && (nAfter == '"' || nAfter == '\'' || nAfter == '<'))
-            *itDigit = '1';
+        const auto digit = found + static_cast<std::ptrdiff_t>(before.size());
+        const std::uint8_t after = digit[1];
+        if (*digit >= '1' && *digit <= '8' && (after == '"' || after == '\'' || after == '<'))
+            *digit = '1';
     }
 }
 
-void FinishLoaded(ImageBuffer& aImage)
+void FinishLoaded(ImageBuffer& image)
 {
-    std::vector<std::uint8_t>& aExif = aImage.metadata.exif;
-    if (aExif.empty())
+    std::vector<std::uint8_t>& exif = image.metadata.exif;
+    if (exif.empty())
         return;
-    const IfdReader objReader(aExif);
-    if (const auto objEntry = objOrientation(objReader)) {
-        ApplyOrientation(aImage, static_cast<std::int32_t>(objReader.nNumber(*objEntry).value_or(1)));
-        SetExifNumber(aExif, *objEntry, 1);
-        SetXmpOrientation(aImage.metadata.xmp);
+    const IfdReader reader(exif);
+    if (const auto entry = Orientation(reader)) {
+        ApplyOrientation(image, static_cast<std::int32_t>(reader.Number(*entry).value_or(1)));
+        SetExifNumber(exif, *entry, 1);
+        SetXmpOrientation(image.metadata.xmp);
     }
-    DropExifThumbnail(aExif);
+    DropExifThumbnail(exif);
 }
 
-ExifResolution objExifResolution(Bytes aExif)
+ExifResolution ReadExifResolution(Bytes exif)
 {
-    const IfdReader objReader(aExif);
-    const auto aFirst = objReader.aEntries(objReader.nFirstDirectory());
-    const IfdEntry* pX = pEntryWithTag(aFirst, kTagXResolution);
-    const IfdEntry* pY = pEntryWithTag(aFirst, kTagYResolution);
-    const IfdEntry* pUnit = pEntryWithTag(aFirst, kTagResolutionUnit);
-    const std::uint32_t nUnit = pUnit ? objReader.nNumber(*pUnit).value_or(2) : 2;
-    const double dInch = nUnit == 2 ? 1 : nUnit == 3 ? 2.54 : 0;  // 1 is no absolute unit
-    const double dX = pX ? objReader.dRational(*pX).value_or(0) * dInch : 0;
-    const double dY = pY ? objReader.dRational(*pY).value_or(0) * dInch : 0;
-    return dX > 0 && dY > 0 ? ExifResolution{dX, dY} : ExifResolution{};
+    const IfdReader reader(exif);
+    const auto first = reader.Entries(reader.FirstDirectory());
+    const IfdEntry* x_entry = EntryWithTag(first, kTagXResolution);
+    const IfdEntry* y_entry = EntryWithTag(first, kTagYResolution);
+    const IfdEntry* unit_entry = EntryWithTag(first, kTagResolutionUnit);
+    const std::uint32_t unit = unit_entry ? reader.Number(*unit_entry).value_or(2) : 2;
+    const double inch = unit == 2 ? 1 : unit == 3 ? 2.54 : 0;  // 1 is no absolute unit
+    const double x = x_entry ? reader.Rational(*x_entry).value_or(0) * inch : 0;
+    const double y = y_entry ? reader.Rational(*y_entry).value_or(0) * inch : 0;
+    return x > 0 && y > 0 ? ExifResolution{x, y} : ExifResolution{};
 }

@@ -12,112 +12,106 @@ namespace
 class DateScanner
 {
 public:
-    explicit DateScanner(std::string_view sText) : m_sLeft(sText) {}
-    bool bEnd() const { return m_sLeft.empty(); }
-    /// A number of nLeast to nMost digits.
-    bool Number(int& nValue, std::size_t nLeast, std::size_t nMost)
+    explicit DateScanner(std::string_view text) : left_(text) {}
+    bool End() const { return left_.empty(); }
+    /// A number of min to max digits.
+    bool Number(int& value, std::size_t min, std::size_t max)
     {
-        std::size_t nDigits = 0;
-        while (nDigits < m_sLeft.size() && nDigits < nMost && m_sLeft[nDigits] >= '0' &&
-               m_sLeft[nDigits] <= '9')
-            ++nDigits;
-        if (nDigits < nLeast)
+        std::size_t digits = 0;
+        while (digits < left_.size() && digits < max && left_[digits] >= '0' && left_[digits] <= '9')
+            ++digits;
+        if (digits < min)
             return false;
-        std::from_chars(m_sLeft.data(), m_sLeft.data() + nDigits, nValue);
-        m_sLeft.remove_prefix(nDigits);
+        std::from_chars(left_.data(), left_.data() + digits, value);
+        left_.remove_prefix(digits);
         return true;
     }
-    bool Sign(char cSign)
+    bool Sign(char sign)
     {
-        const bool bThere = m_sLeft.starts_with(cSign);
-        if (bThere)
-            m_sLeft.remove_prefix(1);
-        return bThere;
+        const bool exists = left_.starts_with(sign);
+        if (exists)
+            left_.remove_prefix(1);
+        return exists;
     }
-    bool Word(std::string_view sLower)
+    bool Word(std::string_view lower)
     {
-        if (m_sLeft.size() < sLower.size())
+        if (left_.size() < lower.size())
             return false;
-        for (std::size_t i = 0; i < sLower.size(); ++i)
-            if ((m_sLeft[i] | 0x20) != sLower[i])
+        for (std::size_t i = 0; i < lower.size(); ++i)
+            if ((left_[i] | 0x20) != lower[i])
                 return false;
-        m_sLeft.remove_prefix(sLower.size());
+        left_.remove_prefix(lower.size());
         return true;
     }
 
 private:
-    std::string_view m_sLeft;
+    std::string_view left_;
 };
 
 struct DateAndTime {
-    int nYear = 0, nMonth = 0, nDay = 0, nHour = 0, nMinute = 0, nSecond = 0;
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
 };
 }  // namespace
 
-static bool bPossible(const DateAndTime& objDate)
+static bool IsPossible(const DateAndTime& date)
 {
     static constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (objDate.nYear < 1 || objDate.nMonth < 1 || objDate.nMonth > 12 || objDate.nDay < 1)
+    if (date.year < 1 || date.month < 1 || date.month > 12 || date.day < 1)
         return false;
-    const bool bLeap = objDate.nYear % 4 == 0 && (objDate.nYear % 100 != 0 || objDate.nYear % 400 == 0);
-    const int nDays =
-        kDays[static_cast<std::size_t>(objDate.nMonth - 1)] + (bLeap && objDate.nMonth == 2 ? 1 : 0);
-    return objDate.nDay <= nDays && objDate.nHour <= 23 && objDate.nMinute <= 59 && objDate.nSecond <= 59;
+    const bool leap = date.year % 4 == 0 && (date.year % 100 != 0 || date.year % 400 == 0);
+    const int days = kDays[static_cast<std::size_t>(date.month - 1)] + (leap && date.month == 2 ? 1 : 0);
+    return date.day <= days && date.hour <= 23 && date.minute <= 59 && date.second <= 59;
 }
 
-static bool bReadDate(DateScanner& objScanner, DateAndTime& objDate)
+static bool ReadDate(DateScanner& scanner, DateAndTime& date)
 {
-    int nFirst = 0;
-    if (!objScanner.Number(nFirst, 1, 4))
+    int first = 0;
+    if (!scanner.Number(first, 1, 4))
         return false;
-    if (objScanner.Sign('/')) {
-        objDate.nMonth = nFirst;
-        return objScanner.Number(objDate.nDay, 1, 2) && objScanner.Sign('/') &&
-               objScanner.Number(objDate.nYear, 4, 4);
+    if (scanner.Sign('/')) {
+        date.month = first;
+        return scanner.Number(date.day, 1, 2) && scanner.Sign('/') && scanner.Number(date.year, 4, 4);
     }
-    objDate.nYear = nFirst;
-    const char cSign = objScanner.Sign('-') ? '-' : ':';
-    return nFirst >= 1000 && (cSign == '-' || objScanner.Sign(':')) &&
-           objScanner.Number(objDate.nMonth, 1, 2) && objScanner.Sign(cSign) &&
-           objScanner.Number(objDate.nDay, 1, 2);
+    date.year = first;
+    const char sign = scanner.Sign('-') ? '-' : ':';
+    return first >= 1000 && (sign == '-' || scanner.Sign(':')) && scanner.Number(date.month, 1, 2) &&
+           scanner.Sign(sign) && scanner.Number(date.day, 1, 2);
 }
 
-static bool bReadTime(DateScanner& objScanner, DateAndTime& objDate)
+static bool ReadTime(DateScanner& scanner, DateAndTime& date)
 {
-    if (!objScanner.Number(objDate.nHour, 1, 2) || !objScanner.Sign(':') ||
-        !objScanner.Number(objDate.nMinute, 2, 2))
+    if (!scanner.Number(date.hour, 1, 2) || !scanner.Sign(':') || !scanner.Number(date.minute, 2, 2))
         return false;
-    if (objScanner.Sign(':') && !objScanner.Number(objDate.nSecond, 2, 2))
+    if (scanner.Sign(':') && !scanner.Number(date.second, 2, 2))
         return false;
-    objScanner.Sign(' ');
-    const bool bMorning = objScanner.Word("am");
-    const bool bEvening = !bMorning && objScanner.Word("pm");
-    if (!bMorning && !bEvening)
+    scanner.Sign(' ');
+    const bool morning = scanner.Word("am");
+    const bool evening = !morning && scanner.Word("pm");
+    if (!morning && !evening)
         return true;
-    if (objDate.nHour < 1 || objDate.nHour > 12)
+    if (date.hour < 1 || date.hour > 12)
         return false;
-    objDate.nHour = objDate.nHour % 12 + (bEvening ? 12 : 0);
+    date.hour = date.hour % 12 + (evening ? 12 : 0);
     return true;
 }
 
-std::string sExifDate(std::string_view sText)
+std::string ExifDate(std::string_view text)
 {
-    const std::string sAsItStands(sText);
-    const std::size_t nFirst = sText.find_first_not_of(' ');
-    const std::size_t nLast = sText.find_last_not_of(' ');
-    if (nFirst == std::string_view::npos)
-        return sAsItStands;
-    DateScanner objScanner(sText.substr(nFirst, nLast - nFirst + 1));
-    DateAndTime objDate;
-    if (!bReadDate(objScanner, objDate))
-        return sAsItStands;
-    if (!objScanner.bEnd() &&
-        !((objScanner.Sign(' ') || objScanner.Sign('T')) && bReadTime(objScanner, objDate)))
-        return sAsItStands;
-    if (!objScanner.bEnd() || !bPossible(objDate))
-        return sAsItStands;
-    std::array<char, 80> aForm{};
-    std::snprintf(aForm.data(), aForm.size(), "%04d:%02d:%02d %02d:%02d:%02d", objDate.nYear, objDate.nMonth,
-                  objDate.nDay, objDate.nHour, objDate.nMinute, objDate.nSecond);
-    return aForm.data();
+    const std::string as_it_stands(text);
+    const std::size_t first = text.find_first_not_of(' ');
+    const std::size_t last = text.find_last_not_of(' ');
+    if (first == std::string_view::npos)
+        return as_it_stands;
+    DateScanner scanner(text.substr(first, last - first + 1));
+    DateAndTime date;
+    if (!ReadDate(scanner, date))
+        return as_it_stands;
+    if (!scanner.End() && !((scanner.Sign(' ') || scanner.Sign('T')) && ReadTime(scanner, date)))
+        return as_it_stands;
+    if (!scanner.End() || !IsPossible(date))
+        return as_it_stands;
+    std::array<char, 80> form{};
+    std::snprintf(form.data(), form.size(), "%04d:%02d:%02d %02d:%02d:%02d", date.year, date.month, date.day,
+                  date.hour, date.minute, date.second);
+    return form.data();
 }

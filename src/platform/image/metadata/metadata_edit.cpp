@@ -13,212 +13,210 @@ static constexpr std::size_t kEntrySize = 12;
 namespace
 {
 struct Range {
-    std::size_t nBegin;
-    std::size_t nEnd;
+    std::size_t begin;
+    std::size_t end;
 };
 struct RawEntry {
-    std::uint16_t nTag;
-    std::array<std::uint8_t, kEntrySize> aBytes;
+    std::uint16_t tag;
+    std::array<std::uint8_t, kEntrySize> bytes;
 };
 }  // namespace
 
-void SetExifNumber(std::vector<std::uint8_t>& aExif, const IfdEntry& objEntry, std::uint32_t nValue)
+void SetExifNumber(std::vector<std::uint8_t>& exif, const IfdEntry& entry, std::uint32_t value)
 {
-    const bool bBigEndian = IfdReader(aExif).bBigEndian();
-    if (objEntry.nType == 3)
-        PutU16(aExif, objEntry.nValueOffset, static_cast<std::uint16_t>(nValue), bBigEndian);
-    else if (objEntry.nType == 4)
-        PutU32(aExif, objEntry.nValueOffset, nValue, bBigEndian);
+    const bool big_endian = IfdReader(exif).IsBigEndian();
+    if (entry.type == 3)
+        PutU16(exif, entry.value_offset, static_cast<std::uint16_t>(value), big_endian);
+    else if (entry.type == 4)
+        PutU32(exif, entry.value_offset, value, big_endian);
 }
 
-void SetExifRational(std::vector<std::uint8_t>& aExif, const IfdEntry& objEntry, double dValue)
+void SetExifRational(std::vector<std::uint8_t>& exif, const IfdEntry& entry, double value)
 {
-    if (objEntry.nType != 5 || !(dValue >= 0) || dValue > 4'000'000)
+    if (entry.type != 5 || !(value >= 0) || value > 4'000'000)
         return;
-    const bool bBigEndian = IfdReader(aExif).bBigEndian();
-    const bool bWhole = std::abs(dValue - std::round(dValue)) < 0.0005;
-    const double dDenominator = bWhole ? 1 : 1000;
-    PutU32(aExif, objEntry.nValueOffset, static_cast<std::uint32_t>(std::lround(dValue * dDenominator)),
-           bBigEndian);
-    PutU32(aExif, objEntry.nValueOffset + 4, static_cast<std::uint32_t>(dDenominator), bBigEndian);
+    const bool big_endian = IfdReader(exif).IsBigEndian();
+    const bool whole = std::abs(value - std::round(value)) < 0.0005;
+    const double denominator = whole ? 1 : 1000;
+    PutU32(exif, entry.value_offset, static_cast<std::uint32_t>(std::lround(value * denominator)),
+           big_endian);
+    PutU32(exif, entry.value_offset + 4, static_cast<std::uint32_t>(denominator), big_endian);
 }
 
 // The bytes of a directory and of its values.
-static void AddRanges(const IfdReader& objReader, std::size_t nDirectory, std::size_t nBlockSize,
-                      std::vector<Range>& aRanges)
+static void AddRanges(const IfdReader& reader, std::size_t directory, std::size_t block_size,
+                      std::vector<Range>& ranges)
 {
-    const std::size_t nCount = objReader.nEntryCount(nDirectory);
-    if (nCount == 0)
+    const std::size_t count = reader.EntryCount(directory);
+    if (count == 0)
         return;
-    aRanges.push_back({nDirectory, std::min(nBlockSize, nDirectory + 2 + nCount * kEntrySize + 4)});
-    for (const IfdEntry& objEntry : objReader.aEntries(nDirectory))
-        aRanges.push_back({objEntry.nValueOffset, objEntry.nValueOffset + objEntry.nValueSize});
+    ranges.push_back({directory, std::min(block_size, directory + 2 + count * kEntrySize + 4)});
+    for (const IfdEntry& entry : reader.Entries(directory))
+        ranges.push_back({entry.value_offset, entry.value_offset + entry.value_size});
 }
 
 // The bytes of the directories that stay: the first, and those that it points to.
-static std::vector<Range> aRangesThatStay(const IfdReader& objReader, std::size_t nBlockSize)
+static std::vector<Range> RangesThatStay(const IfdReader& reader, std::size_t block_size)
 {
-    std::vector<Range> aRanges = {{0, 8}};
-    const auto aFirst = objReader.aEntries(objReader.nFirstDirectory());
-    AddRanges(objReader, objReader.nFirstDirectory(), nBlockSize, aRanges);
-    for (const std::uint16_t nTag : {kTagExifDirectory, kTagGpsDirectory}) {
-        const IfdEntry* pPointer = pEntryWithTag(aFirst, nTag);
-        const std::size_t nDirectory = pPointer ? objReader.nNumber(*pPointer).value_or(0) : 0;
-        AddRanges(objReader, nDirectory, nBlockSize, aRanges);
-        const auto aInner = objReader.aEntries(nDirectory);
-        if (const IfdEntry* pInner = pEntryWithTag(aInner, kTagInteroperability))
-            AddRanges(objReader, objReader.nNumber(*pInner).value_or(0), nBlockSize, aRanges);
+    std::vector<Range> ranges = {{0, 8}};
+    const auto first = reader.Entries(reader.FirstDirectory());
+    AddRanges(reader, reader.FirstDirectory(), block_size, ranges);
+    for (const std::uint16_t tag : {kTagExifDirectory, kTagGpsDirectory}) {
+        const IfdEntry* pointer = EntryWithTag(first, tag);
+        const std::size_t directory = pointer ? reader.Number(*pointer).value_or(0) : 0;
+        AddRanges(reader, directory, block_size, ranges);
+        const auto inner_entries = reader.Entries(directory);
+        if (const IfdEntry* interoperability = EntryWithTag(inner_entries, kTagInteroperability))
+            AddRanges(reader, reader.Number(*interoperability).value_or(0), block_size, ranges);
     }
-    return aRanges;
+    return ranges;
 }
 
 // The bytes of the thumbnail's directory and of the thumbnail.
-static std::vector<Range> aRangesOfThumbnail(const IfdReader& objReader, std::size_t nDirectory,
-                                             std::size_t nBlockSize)
+static std::vector<Range> RangesOfThumbnail(const IfdReader& reader, std::size_t directory,
+                                            std::size_t block_size)
 {
     constexpr std::uint16_t kStripOffsets = 0x0111, kStripSizes = 0x0117, kJpegOffset = 0x0201,
                             kJpegSize = 0x0202;
-    std::vector<Range> aRanges;
-    AddRanges(objReader, nDirectory, nBlockSize, aRanges);
-    const auto aEntries = objReader.aEntries(nDirectory);
-    const auto AddData = [&](std::uint16_t nOffsetTag, std::uint16_t nSizeTag) {
-        const IfdEntry* pOffset = pEntryWithTag(aEntries, nOffsetTag);
-        const IfdEntry* pSize = pEntryWithTag(aEntries, nSizeTag);
-        const std::size_t nParts = pOffset && pSize ? std::min(pOffset->nCount, pSize->nCount) : 0;
-        for (std::size_t i = 0; i < nParts; ++i) {
-            const std::size_t nBegin = objReader.nNumber(*pOffset, i).value_or(0);
-            const std::size_t nSize = objReader.nNumber(*pSize, i).value_or(0);
-            if (nBegin < nBlockSize)
-                aRanges.push_back({nBegin, nBegin + std::min(nSize, nBlockSize - nBegin)});
+    std::vector<Range> ranges;
+    AddRanges(reader, directory, block_size, ranges);
+    const auto entries = reader.Entries(directory);
+    const auto add_data = [&](std::uint16_t offset_tag, std::uint16_t size_tag) {
+        const IfdEntry* offset = EntryWithTag(entries, offset_tag);
+        const IfdEntry* size_entry = EntryWithTag(entries, size_tag);
+        const std::size_t parts = offset && size_entry ? std::min(offset->count, size_entry->count) : 0;
+        for (std::size_t i = 0; i < parts; ++i) {
+            const std::size_t begin = reader.Number(*offset, i).value_or(0);
+            const std::size_t size = reader.Number(*size_entry, i).value_or(0);
+            if (begin < block_size)
+                ranges.push_back({begin, begin + std::min(size, block_size - begin)});
         }
     };
-    AddData(kJpegOffset, kJpegSize);
-    AddData(kStripOffsets, kStripSizes);
-    return aRanges;
+    add_data(kJpegOffset, kJpegSize);
+    add_data(kStripOffsets, kStripSizes);
+    return ranges;
 }
 
-void DropExifThumbnail(std::vector<std::uint8_t>& aExif)
+void DropExifThumbnail(std::vector<std::uint8_t>& exif)
 {
     constexpr std::size_t kPadding = 3;  // bytes after the thumbnail that fill it up to a whole word
-    const IfdReader objReader(aExif);
-    const std::size_t nSecond = objReader.nNextDirectory(objReader.nFirstDirectory());
-    if (nSecond == 0)
+    const IfdReader reader(exif);
+    const std::size_t second = reader.NextDirectory(reader.FirstDirectory());
+    if (second == 0)
         return;
-    const std::vector<Range> aStay = aRangesThatStay(objReader, aExif.size());
-    std::vector<Range> aGone = aRangesOfThumbnail(objReader, nSecond, aExif.size());
-    std::size_t nStayEnd = 0;
-    for (const Range& objRange : aStay)
-        nStayEnd = std::max(nStayEnd, objRange.nEnd);
+    const std::vector<Range> kept_ranges = RangesThatStay(reader, exif.size());
+    std::vector<Range> removed = RangesOfThumbnail(reader, second, exif.size());
+    std::size_t stay_end = 0;
+    for (const Range& range : kept_ranges)
+        stay_end = std::max(stay_end, range.end);
     // A block of many thousand entries is no camera's; comparing all with all would only cost time there.
     constexpr std::size_t kManyRanges = 4096;
-    if (aStay.size() > kManyRanges || aGone.size() > kManyRanges)
-        aGone.clear();
-    std::erase_if(aGone, [&](const Range& objGone) {
-        return std::any_of(aStay.begin(), aStay.end(), [&](const Range& objStay) {
-            return objGone.nBegin < objStay.nEnd && objStay.nBegin < objGone.nEnd;
+    if (kept_ranges.size() > kManyRanges || removed.size() > kManyRanges)
+        removed.clear();
+    std::erase_if(removed, [&](const Range& range) {
+        return std::any_of(kept_ranges.begin(), kept_ranges.end(), [&](const Range& kept) {
+            return range.begin < kept.end && kept.begin < range.end;
         });
     });
-    const std::size_t nNextOffset =
-        objReader.nFirstDirectory() + 2 + objReader.nEntryCount(objReader.nFirstDirectory()) * kEntrySize;
-    PutU32(aExif, nNextOffset, 0, objReader.bBigEndian());
-    std::sort(aGone.begin(), aGone.end(), [](const Range& a, const Range& b) { return a.nEnd > b.nEnd; });
-    std::size_t nEnd = aExif.size();
-    for (const Range& objGone : aGone) {
-        std::fill(aExif.begin() + static_cast<std::ptrdiff_t>(objGone.nBegin),
-                  aExif.begin() + static_cast<std::ptrdiff_t>(objGone.nEnd), std::uint8_t{0});
-        if (objGone.nEnd + kPadding >= nEnd)
-            nEnd = std::min(nEnd, std::max(objGone.nBegin, nStayEnd));
+    const std::size_t next_offset =
+        reader.FirstDirectory() + 2 + reader.EntryCount(reader.FirstDirectory()) * kEntrySize;
+    PutU32(exif, next_offset, 0, reader.IsBigEndian());
+    std::sort(removed.begin(), removed.end(), [](const Range& a, const Range& b) { return a.end > b.end; });
+    std::size_t end = exif.size();
+    for (const Range& range : removed) {
+        std::fill(exif.begin() + static_cast<std::ptrdiff_t>(range.begin),
+                  exif.begin() + static_cast<std::ptrdiff_t>(range.end), std::uint8_t{0});
+        if (range.end + kPadding >= end)
+            end = std::min(end, std::max(range.begin, stay_end));
     }
-    aExif.resize(nEnd);
+    exif.resize(end);
 }
 
 // True for a tag that says how a file stores its pixels or where, or holds a block that travels on its own.
-static bool bTagOfStorage(std::uint16_t nTag)
+static bool TagOfStorage(std::uint16_t tag)
 {
     static constexpr std::array<std::uint16_t, 34> kTags = {
         0x00FE, 0x00FF, 0x0100, 0x0101, 0x0102, 0x0103, 0x0106, 0x010A, 0x0111, 0x0115, 0x0116, 0x0117,
         0x011C, 0x0120, 0x0121, 0x0124, 0x0125, 0x013D, 0x0140, 0x0142, 0x0143, 0x0144, 0x0145, 0x014A,
         0x0152, 0x0153, 0x015B, 0x0200, 0x0201, 0x0202, 0x02BC, 0x83BB, 0x8649, 0x8773};
-    return std::find(kTags.begin(), kTags.end(), nTag) != kTags.end();
+    return std::find(kTags.begin(), kTags.end(), tag) != kTags.end();
 }
 
-static std::size_t nAppended(std::vector<std::uint8_t>& aExif, std::size_t nSize)
+static std::size_t Appended(std::vector<std::uint8_t>& exif, std::size_t size)
 {
-    const std::size_t nOffset = (aExif.size() + 1) / 2 * 2;
-    aExif.resize(nOffset + nSize);
-    return nOffset;
+    const std::size_t offset = (exif.size() + 1) / 2 * 2;
+    exif.resize(offset + size);
+    return offset;
 }
 
 // The directory entry for a text, whose bytes are put where the old text was if they fit there, else at the
 // end.
-static RawEntry objTextEntry(std::vector<std::uint8_t>& aExif, const ExifText& objText, const IfdEntry* pOld,
-                             bool bBigEndian)
+static RawEntry TextEntry(std::vector<std::uint8_t>& exif, const ExifText& text, const IfdEntry* old,
+                          bool big_endian)
 {
-    const std::size_t nSize = objText.sText.size() + 1;
-    std::vector<std::uint8_t> aEntry(kEntrySize);
-    PutU16(aEntry, 0, objText.nTag, bBigEndian);
-    PutU16(aEntry, 2, 2, bBigEndian);
-    PutU32(aEntry, 4, static_cast<std::uint32_t>(nSize), bBigEndian);
-    if (nSize <= 4) {
-        std::memcpy(aEntry.data() + 8, objText.sText.c_str(), nSize);
+    const std::size_t size = text.text.size() + 1;
+    std::vector<std::uint8_t> bytes(kEntrySize);
+    PutU16(bytes, 0, text.tag, big_endian);
+    PutU16(bytes, 2, 2, big_endian);
+    PutU32(bytes, 4, static_cast<std::uint32_t>(size), big_endian);
+    if (size <= 4) {
+        std::memcpy(bytes.data() + 8, text.text.c_str(), size);
     } else {
-        const bool bFits = pOld && pOld->nType == 2 && pOld->nValueSize >= nSize;
-        const std::size_t nOffset = bFits ? pOld->nValueOffset : nAppended(aExif, nSize);
-        std::memcpy(aExif.data() + nOffset, objText.sText.c_str(), nSize);
-        PutU32(aEntry, 8, static_cast<std::uint32_t>(nOffset), bBigEndian);
+        const bool fits = old && old->type == 2 && old->value_size >= size;
+        const std::size_t offset = fits ? old->value_offset : Appended(exif, size);
+        std::memcpy(exif.data() + offset, text.text.c_str(), size);
+        PutU32(bytes, 8, static_cast<std::uint32_t>(offset), big_endian);
     }
-    RawEntry objEntry{objText.nTag, {}};
-    std::copy(aEntry.begin(), aEntry.end(), objEntry.aBytes.begin());
-    return objEntry;
+    RawEntry entry{text.tag, {}};
+    std::copy(bytes.begin(), bytes.end(), entry.bytes.begin());
+    return entry;
 }
 
-static void WriteDirectory(std::vector<std::uint8_t>& aExif, std::size_t nOffset,
-                           const std::vector<RawEntry>& aRaw, bool bBigEndian)
+static void WriteDirectory(std::vector<std::uint8_t>& exif, std::size_t offset,
+                           const std::vector<RawEntry>& raw, bool big_endian)
 {
-    PutU16(aExif, nOffset, static_cast<std::uint16_t>(aRaw.size()), bBigEndian);
-    std::size_t nAt = nOffset + 2;
-    for (const RawEntry& objEntry : aRaw) {
-        std::copy(objEntry.aBytes.begin(), objEntry.aBytes.end(),
-                  aExif.begin() + static_cast<std::ptrdiff_t>(nAt));
-        nAt += kEntrySize;
+    PutU16(exif, offset, static_cast<std::uint16_t>(raw.size()), big_endian);
+    std::size_t at = offset + 2;
+    for (const RawEntry& entry : raw) {
+        std::copy(entry.bytes.begin(), entry.bytes.end(), exif.begin() + static_cast<std::ptrdiff_t>(at));
+        at += kEntrySize;
     }
-    PutU32(aExif, nAt, 0, bBigEndian);
+    PutU32(exif, at, 0, big_endian);
 }
 
-void RewriteExif(std::vector<std::uint8_t>& aExif, const std::vector<ExifText>& aTexts)
+void RewriteExif(std::vector<std::uint8_t>& exif, const std::vector<ExifText>& texts)
 {
-    if (IfdReader(aExif).nFirstDirectory() == 0)
-        aExif = {'I', 'I', 42, 0, 0, 0, 0, 0};
-    const bool bBigEndian = IfdReader(aExif).bBigEndian();
-    const std::size_t nOldDirectory = IfdReader(aExif).nFirstDirectory();
-    const std::size_t nOldCount = IfdReader(aExif).nEntryCount(nOldDirectory);
-    const std::vector<IfdEntry> aOld = IfdReader(aExif).aEntries(nOldDirectory);
+    if (IfdReader(exif).FirstDirectory() == 0)
+        exif = {'I', 'I', 42, 0, 0, 0, 0, 0};
+    const bool big_endian = IfdReader(exif).IsBigEndian();
+    const std::size_t old_directory = IfdReader(exif).FirstDirectory();
+    const std::size_t old_count = IfdReader(exif).EntryCount(old_directory);
+    const std::vector<IfdEntry> old = IfdReader(exif).Entries(old_directory);
 
-    std::vector<RawEntry> aRaw;
-    for (const IfdEntry& objEntry : aOld) {
-        const bool bReplaced = std::any_of(aTexts.begin(), aTexts.end(), [&](const ExifText& objText) {
-            return objText.nTag == objEntry.nTag;
-        });
-        if (bReplaced || bTagOfStorage(objEntry.nTag))
+    std::vector<RawEntry> raw;
+    for (const IfdEntry& entry : old) {
+        const bool replaced = std::any_of(texts.begin(), texts.end(),
+                                          [&](const ExifText& text) { return text.tag == entry.tag; });
+        if (replaced || TagOfStorage(entry.tag))
             continue;
-        aRaw.push_back({objEntry.nTag, {}});
-        std::memcpy(aRaw.back().aBytes.data(), aExif.data() + objEntry.nEntryOffset, kEntrySize);
+        raw.push_back({entry.tag, {}});
+        std::memcpy(raw.back().bytes.data(), exif.data() + entry.entry_offset, kEntrySize);
     }
-    for (const ExifText& objText : aTexts)
-        aRaw.push_back(objTextEntry(aExif, objText, pEntryWithTag(aOld, objText.nTag), bBigEndian));
-    if (aRaw.empty() || aRaw.size() > 0xFFFF) {
-        aExif.clear();
+    for (const ExifText& text : texts)
+        raw.push_back(TextEntry(exif, text, EntryWithTag(old, text.tag), big_endian));
+    if (raw.empty() || raw.size() > 0xFFFF) {
+        exif.clear();
         return;
     }
-    std::stable_sort(aRaw.begin(), aRaw.end(),
-                     [](const RawEntry& a, const RawEntry& b) { return a.nTag < b.nTag; });
+    std::stable_sort(raw.begin(), raw.end(),
+                     [](const RawEntry& a, const RawEntry& b) { return a.tag < b.tag; });
 
-    const std::size_t nNewSize = 2 + aRaw.size() * kEntrySize + 4;
-    const std::size_t nOldSize =
-        nOldCount > 0 ? std::min(aExif.size() - nOldDirectory, 2 + nOldCount * kEntrySize + 4) : 0;
-    std::fill_n(aExif.begin() + static_cast<std::ptrdiff_t>(nOldCount > 0 ? nOldDirectory : 0), nOldSize,
+    const std::size_t new_size = 2 + raw.size() * kEntrySize + 4;
+    const std::size_t old_size =
+        old_count > 0 ? std::min(exif.size() - old_directory, 2 + old_count * kEntrySize + 4) : 0;
+    std::fill_n(exif.begin() + static_cast<std::ptrdiff_t>(old_count > 0 ? old_directory : 0), old_size,
                 std::uint8_t{0});
-    const std::size_t nDirectory = nNewSize <= nOldSize ? nOldDirectory : nAppended(aExif, nNewSize);
-    WriteDirectory(aExif, nDirectory, aRaw, bBigEndian);
-    PutU32(aExif, 4, static_cast<std::uint32_t>(nDirectory), bBigEndian);
+    const std::size_t directory = new_size <= old_size ? old_directory : Appended(exif, new_size);
+    WriteDirectory(exif, directory, raw, big_endian);
+    PutU32(exif, 4, static_cast<std::uint32_t>(directory), big_endian);
 }

@@ -27,21 +27,21 @@ constexpr std::uint16_t kTagPixelXDimension = 0xA002;
 constexpr std::uint16_t kTagPixelYDimension = 0xA003;
 
 struct ExifText {
-    std::uint16_t nTag;
-    std::string sText;  ///< not empty
+    std::uint16_t tag;
+    std::string text;  ///< not empty
 };
 
 /// Sets the first number of an entry of 16-bit or 32-bit numbers, other entries not.
-void SetExifNumber(std::vector<std::uint8_t>& aExif, const IfdEntry& objEntry, std::uint32_t nValue);
+void SetExifNumber(std::vector<std::uint8_t>& exif, const IfdEntry& entry, std::uint32_t value);
 
-/// Sets the first rational of an entry of rationals to dValue, exact to a thousandth; other entries not.
-void SetExifRational(std::vector<std::uint8_t>& aExif, const IfdEntry& objEntry, double dValue);
+/// Sets the first rational of an entry of rationals to value, exact to a thousandth; other entries not.
+void SetExifRational(std::vector<std::uint8_t>& exif, const IfdEntry& entry, double value);
 
 /// Takes the second directory out of the chain and what belongs to it out of the block: cut off where it is
 /// the block's end, set to zero elsewhere. What also belongs to another directory stays.
-void DropExifThumbnail(std::vector<std::uint8_t>& aExif);
+void DropExifThumbnail(std::vector<std::uint8_t>& exif);
 
 /// Writes the first directory anew, as the only one of the chain and sorted by tag, without the tags that
 /// describe how a file stores its pixels, and with the texts in place of the tags that they name. It stays
 /// where it was if it fits there. Without a TIFF header the block becomes a new one. Empty if no tag is left.
-void RewriteExif(std::vector<std::uint8_t>& aExif, const std::vector<ExifText>& aTexts);
+void RewriteExif(std::vector<std::uint8_t>& exif, const std::vector<ExifText>& texts);

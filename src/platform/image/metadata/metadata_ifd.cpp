@@ -8,112 +8,111 @@ static constexpr std::size_t kBlockLimit = 64 * 1024 * 1024;
 static constexpr std::size_t kEntrySize = 12;
 
 // Bytes of one value, by type; 0 for a type that is not known.
-static std::size_t nTypeSize(std::uint16_t nType)
+static std::size_t TypeSize(std::uint16_t type)
 {
     static constexpr std::array<std::uint8_t, 14> kSizes = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
-    return nType < kSizes.size() ? kSizes[nType] : 0;
+    return type < kSizes.size() ? kSizes[type] : 0;
 }
 
-IfdReader::IfdReader(Bytes aBlock)
+IfdReader::IfdReader(Bytes block)
 {
-    if (aBlock.size() < 8 || aBlock.size() > kBlockLimit)
+    if (block.size() < 8 || block.size() > kBlockLimit)
         return;
-    const bool bLittle = aBlock[0] == 'I' && aBlock[1] == 'I';
-    m_bBigEndian = aBlock[0] == 'M' && aBlock[1] == 'M';
-    if (!bLittle && !m_bBigEndian)
+    const bool little = block[0] == 'I' && block[1] == 'I';
+    big_endian_ = block[0] == 'M' && block[1] == 'M';
+    if (!little && !big_endian_)
         return;
-    m_aBlock = aBlock;
-    m_nFirst = U16(2) == 42 ? U32(4) : 0;
+    block_ = block;
+    first_ = U16(2) == 42 ? U32(4) : 0;
 }
 
-std::uint16_t IfdReader::U16(std::size_t nOffset) const
+std::uint16_t IfdReader::U16(std::size_t offset) const
 {
-    if (nOffset > m_aBlock.size() || m_aBlock.size() - nOffset < 2)
+    if (offset > block_.size() || block_.size() - offset < 2)
         return 0;
-    const std::uint8_t* p = m_aBlock.data() + nOffset;
-    return static_cast<std::uint16_t>(m_bBigEndian ? p[0] << 8 | p[1] : p[1] << 8 | p[0]);
+    const std::uint8_t* p = block_.data() + offset;
+    return static_cast<std::uint16_t>(big_endian_ ? p[0] << 8 | p[1] : p[1] << 8 | p[0]);
 }
 
-std::uint32_t IfdReader::U32(std::size_t nOffset) const
+std::uint32_t IfdReader::U32(std::size_t offset) const
 {
-    if (nOffset > m_aBlock.size() || m_aBlock.size() - nOffset < 4)
+    if (offset > block_.size() || block_.size() - offset < 4)
         return 0;
-    const std::uint32_t nFirst = U16(nOffset);
-    const std::uint32_t nSecond = U16(nOffset + 2);
-    return m_bBigEndian ? nFirst << 16 | nSecond : nSecond << 16 | nFirst;
+    const std::uint32_t first = U16(offset);
+    const std::uint32_t second = U16(offset + 2);
+    return big_endian_ ? first << 16 | second : second << 16 | first;
 }
 
-std::size_t IfdReader::nEntryCount(std::size_t nDirectory) const
+std::size_t IfdReader::EntryCount(std::size_t directory) const
 {
-    if (nDirectory < 8 || nDirectory > m_aBlock.size() || m_aBlock.size() - nDirectory < 2)
+    if (directory < 8 || directory > block_.size() || block_.size() - directory < 2)
         return 0;
-    const std::size_t nCount = U16(nDirectory);
-    return nCount <= (m_aBlock.size() - nDirectory - 2) / kEntrySize ? nCount : 0;
+    const std::size_t count = U16(directory);
+    return count <= (block_.size() - directory - 2) / kEntrySize ? count : 0;
 }
 
-std::vector<IfdEntry> IfdReader::aEntries(std::size_t nDirectory) const
+std::vector<IfdEntry> IfdReader::Entries(std::size_t directory) const
 {
-    std::vector<IfdEntry> aFound;
-    const std::size_t nCount = nEntryCount(nDirectory);
-    aFound.reserve(nCount);
-    for (std::size_t i = 0; i < nCount; ++i) {
-        IfdEntry objEntry;
-        objEntry.nEntryOffset = nDirectory + 2 + i * kEntrySize;
-        objEntry.nTag = U16(objEntry.nEntryOffset);
-        objEntry.nType = U16(objEntry.nEntryOffset + 2);
-        objEntry.nCount = U32(objEntry.nEntryOffset + 4);
-        objEntry.nValueSize = nTypeSize(objEntry.nType) * objEntry.nCount;
-        objEntry.nValueOffset =
-            objEntry.nValueSize <= 4 ? objEntry.nEntryOffset + 8 : U32(objEntry.nEntryOffset + 8);
-        if (objEntry.nValueSize > 0 && objEntry.nValueOffset <= m_aBlock.size() &&
-            objEntry.nValueSize <= m_aBlock.size() - objEntry.nValueOffset)
-            aFound.push_back(objEntry);
+    std::vector<IfdEntry> found;
+    const std::size_t count = EntryCount(directory);
+    found.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        IfdEntry entry;
+        entry.entry_offset = directory + 2 + i * kEntrySize;
+        entry.tag = U16(entry.entry_offset);
+        entry.type = U16(entry.entry_offset + 2);
+        entry.count = U32(entry.entry_offset + 4);
+        entry.value_size = TypeSize(entry.type) * entry.count;
+        entry.value_offset = entry.value_size <= 4 ? entry.entry_offset + 8 : U32(entry.entry_offset + 8);
+        if (entry.value_size > 0 && entry.value_offset <= block_.size() &&
+            entry.value_size <= block_.size() - entry.value_offset)
+            found.push_back(entry);
     }
-    return aFound;
+    return found;
 }
 
-std::size_t IfdReader::nNextDirectory(std::size_t nDirectory) const
+std::size_t IfdReader::NextDirectory(std::size_t directory) const
 {
-    const std::size_t nCount = nEntryCount(nDirectory);
-    return nCount > 0 ? U32(nDirectory + 2 + nCount * kEntrySize) : 0;
+    const std::size_t count = EntryCount(directory);
+    return count > 0 ? U32(directory + 2 + count * kEntrySize) : 0;
 }
 
-std::optional<std::uint32_t> IfdReader::nNumber(const IfdEntry& objEntry, std::size_t nIndex) const
+std::optional<std::uint32_t> IfdReader::Number(const IfdEntry& entry, std::size_t index) const
 {
-    if (nIndex >= objEntry.nCount)
+    if (index >= entry.count)
         return std::nullopt;
-    if (objEntry.nType == 1)
-        return m_aBlock[objEntry.nValueOffset + nIndex];
-    if (objEntry.nType == 3)
-        return U16(objEntry.nValueOffset + nIndex * 2);
-    if (objEntry.nType == 4 || objEntry.nType == 13)
-        return U32(objEntry.nValueOffset + nIndex * 4);
+    if (entry.type == 1)
+        return block_[entry.value_offset + index];
+    if (entry.type == 3)
+        return U16(entry.value_offset + index * 2);
+    if (entry.type == 4 || entry.type == 13)
+        return U32(entry.value_offset + index * 4);
     return std::nullopt;
 }
 
-std::optional<double> IfdReader::dRational(const IfdEntry& objEntry) const
+std::optional<double> IfdReader::Rational(const IfdEntry& entry) const
 {
-    const std::uint32_t nDenominator = U32(objEntry.nValueOffset + 4);
-    if (objEntry.nType != 5 || nDenominator == 0)
+    const std::uint32_t denominator = U32(entry.value_offset + 4);
+    if (entry.type != 5 || denominator == 0)
         return std::nullopt;
-    return static_cast<double>(U32(objEntry.nValueOffset)) / nDenominator;
+    return static_cast<double>(U32(entry.value_offset)) / denominator;
 }
 
-const IfdEntry* pEntryWithTag(const std::vector<IfdEntry>& aEntries, std::uint16_t nTag)
+const IfdEntry* EntryWithTag(const std::vector<IfdEntry>& entries, std::uint16_t tag)
 {
-    const auto itFound = std::find_if(aEntries.begin(), aEntries.end(),
-                                      [nTag](const IfdEntry& objEntry) { return objEntry.nTag == nTag; });
-    return itFound == aEntries.end() ? nullptr : &*itFound;
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [tag](const IfdEntry& entry) { return entry.tag == tag; });
+    return found == entries.end() ? nullptr : &*found;
 }
 
-void PutU16(std::vector<std::uint8_t>& aBlock, std::size_t nOffset, std::uint16_t nValue, bool bBigEndian)
+void PutU16(std::vector<std::uint8_t>& block, std::size_t offset, std::uint16_t value, bool big_endian)
 {
-    aBlock[nOffset + (bBigEndian ? 0 : 1)] = static_cast<std::uint8_t>(nValue >> 8);
-    aBlock[nOffset + (bBigEndian ? 1 : 0)] = static_cast<std::uint8_t>(nValue);
+    block[offset + (big_endian ? 0 : 1)] = static_cast<std::uint8_t>(value >> 8);
+    block[offset + (big_endian ? 1 : 0)] = static_cast<std::uint8_t>(value);
 }
 
-void PutU32(std::vector<std::uint8_t>& aBlock, std::size_t nOffset, std::uint32_t nValue, bool bBigEndian)
+void PutU32(std::vector<std::uint8_t>& block, std::size_t offset, std::uint32_t value, bool big_endian)
 {
-    PutU16(aBlock, nOffset + (bBigEndian ? 0 : 2), static_cast<std::uint16_t>(nValue >> 16), bBigEndian);
-    PutU16(aBlock, nOffset + (bBigEndian ? 2 : 0), static_cast<std::uint16_t>(nValue), bBigEndian);
+    PutU16(block, offset + (big_endian ? 0 : 2), static_cast<std::uint16_t>(value >> 16), big_endian);
+    PutU16(block, offset + (big_endian ? 2 : 0), static_cast<std::uint16_t>(value), big_endian);
 }

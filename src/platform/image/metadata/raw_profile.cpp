@@ -7,93 +7,91 @@
 
 static constexpr std::uint16_t kIptcResource = 0x0404;
 
-static int nHexDigit(char cDigit)
+static int HexDigit(char digit)
 {
-    if (cDigit >= '0' && cDigit <= '9')
-        return cDigit - '0';
-    if (cDigit >= 'a' && cDigit <= 'f')
-        return cDigit - 'a' + 10;
-    if (cDigit >= 'A' && cDigit <= 'F')
-        return cDigit - 'A' + 10;
+    if (digit >= '0' && digit <= '9')
+        return digit - '0';
+    if (digit >= 'a' && digit <= 'f')
+        return digit - 'a' + 10;
+    if (digit >= 'A' && digit <= 'F')
+        return digit - 'A' + 10;
     return -1;
 }
 
-std::vector<std::uint8_t> aFromRawProfile(std::string_view sText)
+std::vector<std::uint8_t> FromRawProfile(std::string_view text)
 {
-    const std::size_t nKind = sText.find_first_not_of('\n');
-    const std::size_t nKindEnd = sText.find('\n', nKind);
-    if (nKind == std::string_view::npos || nKindEnd == std::string_view::npos)
+    const std::size_t kind = text.find_first_not_of('\n');
+    const std::size_t kind_end = text.find('\n', kind);
+    if (kind == std::string_view::npos || kind_end == std::string_view::npos)
         return {};
-    const std::size_t nDigits = std::min(sText.find_first_not_of(" \n", nKindEnd), sText.size());
-    std::uint32_t nLength = 0;
-    const auto [pEnd, objError] =
-        std::from_chars(sText.data() + nDigits, sText.data() + sText.size(), nLength);
+    const std::size_t digits = std::min(text.find_first_not_of(" \n", kind_end), text.size());
+    std::uint32_t length = 0;
+    const auto [end, error] = std::from_chars(text.data() + digits, text.data() + text.size(), length);
     // Two digits a byte: a length that the text can't hold is not believed.
-    if (objError != std::errc{} || nLength > sText.size() / 2)
+    if (error != std::errc{} || length > text.size() / 2)
         return {};
-    std::vector<std::uint8_t> aBlock;
-    aBlock.reserve(nLength);
-    int nHigh = -1;
-    for (const char* pDigit = pEnd; pDigit != sText.data() + sText.size() && aBlock.size() < nLength;
-         ++pDigit) {
-        const int nDigit = nHexDigit(*pDigit);
-        if (nDigit < 0)
+    std::vector<std::uint8_t> block;
+    block.reserve(length);
+    int high = -1;
+    for (const char* digit = end; digit != text.data() + text.size() && block.size() < length; ++digit) {
+        const int value = HexDigit(*digit);
+        if (value < 0)
             continue;
-        if (nHigh >= 0)
-            aBlock.push_back(static_cast<std::uint8_t>(nHigh << 4 | nDigit));
-        nHigh = nHigh < 0 ? nDigit : -1;
+        if (high >= 0)
+            block.push_back(static_cast<std::uint8_t>(high << 4 | value));
+        high = high < 0 ? value : -1;
     }
-    return aBlock.size() == nLength ? aBlock : std::vector<std::uint8_t>{};
+    return block.size() == length ? block : std::vector<std::uint8_t>{};
 }
 
-std::string sToRawProfile(std::string_view sKind, Bytes aBlock)
+std::string ToRawProfile(std::string_view kind, Bytes block)
 {
     static constexpr std::string_view kDigits = "0123456789abcdef";
     static constexpr std::size_t kBytesALine = 36;
-    std::string sLength = std::to_string(aBlock.size());
-    sLength.insert(0, sLength.size() < 8 ? 8 - sLength.size() : 0, ' ');
-    std::string sText = "\n" + std::string(sKind) + "\n" + sLength;
-    for (std::size_t i = 0; i < aBlock.size(); ++i) {
+    std::string length = std::to_string(block.size());
+    length.insert(0, length.size() < 8 ? 8 - length.size() : 0, ' ');
+    std::string text = "\n" + std::string(kind) + "\n" + length;
+    for (std::size_t i = 0; i < block.size(); ++i) {
         if (i % kBytesALine == 0)
-            sText += '\n';
-        sText += kDigits[aBlock[i] >> 4];
-        sText += kDigits[aBlock[i] & 15];
+            text += '\n';
+        text += kDigits[block[i] >> 4];
+        text += kDigits[block[i] & 15];
     }
-    return sText + "\n";
+    return text + "\n";
 }
 
-std::vector<std::uint8_t> aIptcOfResources(Bytes aBlock)
+std::vector<std::uint8_t> IptcOfResources(Bytes block)
 {
-    if (!aBlock.empty() && aBlock[0] == 0x1C)
-        return {aBlock.begin(), aBlock.end()};
-    ByteReader objReader(aBlock);
-    while (objReader.Left() >= 12) {
-        const Bytes aMark = objReader.Take(4);
-        if (std::memcmp(aMark.data(), "8BIM", 4) != 0)
+    if (!block.empty() && block[0] == 0x1C)
+        return {block.begin(), block.end()};
+    ByteReader reader(block);
+    while (reader.Left() >= 12) {
+        const Bytes mark = reader.Take(4);
+        if (std::memcmp(mark.data(), "8BIM", 4) != 0)
             return {};
-        const std::uint16_t nNumber = objReader.U16Be();
+        const std::uint16_t number = reader.U16Be();
         // The name and the data are each padded to an even length; the name's own length byte counts with it.
-        objReader.Take(objReader.U8() | 1U);
-        const std::uint32_t nLength = objReader.U32Be();
-        const Bytes aData = objReader.Take(nLength);
-        if (objReader.Failed())
+        reader.Take(reader.U8() | 1U);
+        const std::uint32_t length = reader.U32Be();
+        const Bytes data = reader.Take(length);
+        if (reader.Failed())
             return {};
-        if (nNumber == kIptcResource && !aData.empty() && aData[0] == 0x1C)
-            return {aData.begin(), aData.end()};
-        if (nLength % 2 == 1 && objReader.Left() > 0)
-            objReader.Take(1);
+        if (number == kIptcResource && !data.empty() && data[0] == 0x1C)
+            return {data.begin(), data.end()};
+        if (length % 2 == 1 && reader.Left() > 0)
+            reader.Take(1);
     }
     return {};
 }
 
-std::vector<std::uint8_t> aIptcAsResource(Bytes aIptc)
+std::vector<std::uint8_t> IptcAsResource(Bytes iptc)
 {
-    const auto nLength = static_cast<std::uint32_t>(aIptc.size());
-    std::vector<std::uint8_t> aBlock = {'8', 'B', 'I', 'M', kIptcResource >> 8, kIptcResource & 0xFF, 0, 0};
-    for (int nShift = 24; nShift >= 0; nShift -= 8)
-        aBlock.push_back(static_cast<std::uint8_t>(nLength >> nShift));
-    aBlock.insert(aBlock.end(), aIptc.begin(), aIptc.end());
-    if (nLength % 2 == 1)
-        aBlock.push_back(0);
-    return aBlock;
+    const auto length = static_cast<std::uint32_t>(iptc.size());
+    std::vector<std::uint8_t> block = {'8', 'B', 'I', 'M', kIptcResource >> 8, kIptcResource & 0xFF, 0, 0};
+    for (int shift = 24; shift >= 0; shift -= 8)
+        block.push_back(static_cast<std::uint8_t>(length >> shift));
+    block.insert(block.end(), iptc.begin(), iptc.end());
+    if (length % 2 == 1)
+        block.push_back(0);
+    return block;
 }

@@ -14,14 +14,14 @@ constexpr std::string_view kRawProfilePrefix = "Raw profile type ";
 
 /// The block in a text of the form "\n", kind, "\n", its length in decimal, "\n", hexadecimal digits with
 /// line ends anywhere between them. Empty when the text is not of that form or shorter than it says.
-std::vector<std::uint8_t> aFromRawProfile(std::string_view sText);
+std::vector<std::uint8_t> FromRawProfile(std::string_view text);
 
 /// The text of a block, in that form.
-std::string sToRawProfile(std::string_view sKind, Bytes aBlock);
+std::string ToRawProfile(std::string_view kind, Bytes block);
 
 /// The IPTC datasets of a block that holds them bare or wrapped in image resources ("8BIM", number 0x0404);
 /// empty when there are none.
-std::vector<std::uint8_t> aIptcOfResources(Bytes aBlock);
+std::vector<std::uint8_t> IptcOfResources(Bytes block);
 
 /// IPTC datasets wrapped as one image resource, as other programs expect them behind "iptc".
-std::vector<std::uint8_t> aIptcAsResource(Bytes aIptc);
+std::vector<std::uint8_t> IptcAsResource(Bytes iptc);

@@ -5,18 +5,18 @@
 
 TEST(InfoLines, AreEmptyWithoutTexts)
 {
-    EXPECT_EQ(sInfoLines({}), "");
+    EXPECT_EQ(InfoLines({}), "");
 }
 
 TEST(InfoLines, NameEachTextThatIsThere)
 {
-    ImageInfoTexts objTexts;
-    objTexts.sDescription = "A river\nin spring";
-    objTexts.sEquipmentModel = "X1";
+    ImageInfoTexts texts;
+    texts.sDescription = "A river\nin spring";
+    texts.sEquipmentModel = "X1";
 
-    EXPECT_EQ(sInfoLines(objTexts), "Description: A river\nin spring\nEquipment model: X1");
-    objTexts = {"1", "2", "3", "4", "5", "6", "7"};
+    EXPECT_EQ(InfoLines(texts), "Description: A river\nin spring\nEquipment model: X1");
+    texts = {"1", "2", "3", "4", "5", "6", "7"};
     EXPECT_EQ(
-        sInfoLines(objTexts),
+        InfoLines(texts),
         "Title: 1\nDescription: 2\nDate: 3\nAuthor: 4\nCopyright: 5\nEquipment type: 6\nEquipment model: 7");
 }

@@ -15,112 +15,106 @@ namespace
 using Block = std::vector<std::uint8_t>;
 
 struct TagValue {
-    std::uint16_t nTag, nType;
-    std::uint32_t nCount;
-    Block aValue;
+    std::uint16_t tag, type;
+    std::uint32_t count;
+    Block value;
 };
 
-Block aNumber(std::uint32_t nValue, std::size_t nSize, bool bBigEndian)
+Block Number(std::uint32_t value, std::size_t size, bool big_endian)
 {
-    Block aBytes(nSize);
-    if (nSize == 2)
-        PutU16(aBytes, 0, static_cast<std::uint16_t>(nValue), bBigEndian);
+    Block bytes(size);
+    if (size == 2)
+        PutU16(bytes, 0, static_cast<std::uint16_t>(value), big_endian);
     else
-        PutU32(aBytes, 0, nValue, bBigEndian);
-    return aBytes;
+        PutU32(bytes, 0, value, big_endian);
+    return bytes;
 }
 
 // A camera's block: first directory, EXIF directory with a maker note, second directory, thumbnail at the
 // end.
 struct CameraExif {
-    bool bBigEndian = false;
-    std::uint16_t nOrientation = 6;
-    Block aThumbnail = Block(5000, 0xAB);
-    std::size_t nMakerNoteOffset = 0;
+    bool big_endian = false;
+    std::uint16_t orientation = 6;
+    Block thumbnail = Block(5000, 0xAB);
+    std::size_t maker_note_offset = 0;
 
-    TagValue Short(std::uint16_t nTag, std::uint32_t n) const
+    TagValue Short(std::uint16_t tag, std::uint32_t n) const { return {tag, 3, 1, Number(n, 2, big_endian)}; }
+    TagValue Long(std::uint16_t tag, std::uint32_t n) const { return {tag, 4, 1, Number(n, 4, big_endian)}; }
+    TagValue Ratio(std::uint16_t tag, std::uint32_t n) const
     {
-        return {nTag, 3, 1, aNumber(n, 2, bBigEndian)};
+        Block value = Number(n, 4, big_endian);
+        const Block one = Number(1, 4, big_endian);
+        value.insert(value.end(), one.begin(), one.end());
+        return {tag, 5, 1, value};
     }
-    TagValue Long(std::uint16_t nTag, std::uint32_t n) const
+    static TagValue Text(std::uint16_t tag, const std::string& s)
     {
-        return {nTag, 4, 1, aNumber(n, 4, bBigEndian)};
-    }
-    TagValue Ratio(std::uint16_t nTag, std::uint32_t n) const
-    {
-        Block aValue = aNumber(n, 4, bBigEndian);
-        const Block aOne = aNumber(1, 4, bBigEndian);
-        aValue.insert(aValue.end(), aOne.begin(), aOne.end());
-        return {nTag, 5, 1, aValue};
-    }
-    static TagValue Text(std::uint16_t nTag, const std::string& s)
-    {
-        Block aValue(s.begin(), s.end());
-        aValue.push_back(0);
-        return {nTag, 2, static_cast<std::uint32_t>(aValue.size()), aValue};
+        Block value(s.begin(), s.end());
+        value.push_back(0);
+        return {tag, 2, static_cast<std::uint32_t>(value.size()), value};
     }
 
     // Appends a directory and its values; returns where the offset of the next directory has to be written.
-    std::size_t Append(Block& aBlock, const std::vector<TagValue>& aTags)
+    std::size_t Append(Block& block, const std::vector<TagValue>& tags)
     {
-        const std::size_t nStart = aBlock.size();
-        aBlock.resize(nStart + 2 + aTags.size() * 12 + 4);
-        PutU16(aBlock, nStart, static_cast<std::uint16_t>(aTags.size()), bBigEndian);
-        for (std::size_t i = 0; i < aTags.size(); ++i) {
-            const std::size_t nEntry = nStart + 2 + i * 12;
-            PutU16(aBlock, nEntry, aTags[i].nTag, bBigEndian);
-            PutU16(aBlock, nEntry + 2, aTags[i].nType, bBigEndian);
-            PutU32(aBlock, nEntry + 4, aTags[i].nCount, bBigEndian);
-            if (aTags[i].aValue.size() <= 4) {
-                std::copy(aTags[i].aValue.begin(), aTags[i].aValue.end(),
-                          aBlock.begin() + static_cast<long>(nEntry) + 8);
+        const std::size_t start = block.size();
+        block.resize(start + 2 + tags.size() * 12 + 4);
+        PutU16(block, start, static_cast<std::uint16_t>(tags.size()), big_endian);
+        for (std::size_t i = 0; i < tags.size(); ++i) {
+            const std::size_t entry = start + 2 + i * 12;
+            PutU16(block, entry, tags[i].tag, big_endian);
+            PutU16(block, entry + 2, tags[i].type, big_endian);
+            PutU32(block, entry + 4, tags[i].count, big_endian);
+            if (tags[i].value.size() <= 4) {
+                std::copy(tags[i].value.begin(), tags[i].value.end(),
+                          block.begin() + static_cast<long>(entry) + 8);
                 continue;
             }
-            if (aTags[i].nTag == 0x927C)
-                nMakerNoteOffset = aBlock.size();
-            PutU32(aBlock, nEntry + 8, static_cast<std::uint32_t>(aBlock.size()), bBigEndian);
-            aBlock.insert(aBlock.end(), aTags[i].aValue.begin(), aTags[i].aValue.end());
-            aBlock.resize((aBlock.size() + 1) / 2 * 2);
+            if (tags[i].tag == 0x927C)
+                maker_note_offset = block.size();
+            PutU32(block, entry + 8, static_cast<std::uint32_t>(block.size()), big_endian);
+            block.insert(block.end(), tags[i].value.begin(), tags[i].value.end());
+            block.resize((block.size() + 1) / 2 * 2);
         }
-        return nStart + 2 + aTags.size() * 12;
+        return start + 2 + tags.size() * 12;
     }
 
-    Block aMade()
+    Block Made()
     {
-        Block aBlock = bBigEndian ? Block{'M', 'M', 0, 42, 0, 0, 0, 8} : Block{'I', 'I', 42, 0, 8, 0, 0, 0};
-        const std::size_t nNext = Append(
-            aBlock, {Text(kTagMake, "Cameras Ltd"), Short(kTagOrientation, nOrientation),
-                     Ratio(kTagXResolution, 72), Ratio(kTagYResolution, 72), Short(kTagResolutionUnit, 2),
-                     Text(kTagArtist, "Somebody Old"), Long(kTagExifDirectory, 0)});
-        const std::size_t nPointer = nNext - 4;
-        PutU32(aBlock, nPointer, static_cast<std::uint32_t>(aBlock.size()), bBigEndian);
-        Append(aBlock, {Text(0x9003, "2020:01:02 03:04:05"),
-                        {0x927C, 7, 100, Block(100, 0x5A)},
-                        Short(kTagPixelXDimension, 40),
-                        Long(kTagPixelYDimension, 30)});
-        PutU32(aBlock, nNext, static_cast<std::uint32_t>(aBlock.size()), bBigEndian);
-        const std::size_t nSecond = aBlock.size();
-        Append(aBlock, {Short(0x0103, 6), Long(0x0201, 0),
-                        Long(0x0202, static_cast<std::uint32_t>(aThumbnail.size()))});
-        PutU32(aBlock, nSecond + 2 + 12 + 8, static_cast<std::uint32_t>(aBlock.size()), bBigEndian);
-        aBlock.insert(aBlock.end(), aThumbnail.begin(), aThumbnail.end());
-        return aBlock;
+        Block block = big_endian ? Block{'M', 'M', 0, 42, 0, 0, 0, 8} : Block{'I', 'I', 42, 0, 8, 0, 0, 0};
+        const std::size_t next = Append(
+            block, {Text(kTagMake, "Cameras Ltd"), Short(kTagOrientation, orientation),
+                    Ratio(kTagXResolution, 72), Ratio(kTagYResolution, 72), Short(kTagResolutionUnit, 2),
+                    Text(kTagArtist, "Somebody Old"), Long(kTagExifDirectory, 0)});
+        const std::size_t pointer = next - 4;
+        PutU32(block, pointer, static_cast<std::uint32_t>(block.size()), big_endian);
+        Append(block, {Text(0x9003, "2020:01:02 03:04:05"),
+                       {0x927C, 7, 100, Block(100, 0x5A)},
+                       Short(kTagPixelXDimension, 40),
+                       Long(kTagPixelYDimension, 30)});
+        PutU32(block, next, static_cast<std::uint32_t>(block.size()), big_endian);
+        const std::size_t second = block.size();
+        Append(block, {Short(0x0103, 6), Long(0x0201, 0),
+                       Long(0x0202, static_cast<std::uint32_t>(thumbnail.size()))});
+        PutU32(block, second + 2 + 12 + 8, static_cast<std::uint32_t>(block.size()), big_endian);
+        block.insert(block.end(), thumbnail.begin(), thumbnail.end());
+        return block;
     }
 };
 
-std::uint32_t nFirstDirectoryNumber(const Block& aExif, std::uint16_t nTag)
+std::uint32_t FirstDirectoryNumber(const Block& exif, std::uint16_t tag)
 {
-    const IfdReader objReader(aExif);
-    const auto aEntries = objReader.aEntries(objReader.nFirstDirectory());
-    const IfdEntry* pEntry = pEntryWithTag(aEntries, nTag);
-    return pEntry ? objReader.nNumber(*pEntry).value_or(0) : 0;
+    const IfdReader reader(exif);
+    const auto entries = reader.Entries(reader.FirstDirectory());
+    const IfdEntry* entry = EntryWithTag(entries, tag);
+    return entry ? reader.Number(*entry).value_or(0) : 0;
 }
 
 // What Pillow finds in the first directory, as "tag=value;" in the order of the tags.
-std::string sAsPillowReadsIt(const Block& aExif)
+std::string AsPillowReadsIt(const Block& exif)
 {
-    const TestFolder objFolder;
-    WriteFileContent(objFolder.sPath("exif"), aExif);
+    const TestFolder folder;
+    WriteFileContent(folder.sPath("exif"), exif);
     return sPython(
         "import sys\nfrom PIL import Image\n"
         "e = Image.Exif(); e.load(b'Exif\\0\\0' + open(sys.argv[1], 'rb').read())\n"
@@ -128,7 +122,7 @@ std::string sAsPillowReadsIt(const Block& aExif)
         "    if t not in (0x8769,): print('%04X=%s' % (t, e[t]), end=';')\n"
         "x = e.get_ifd(0x8769)\n"
         "for t in sorted(x):\n    print('%04X=%s' % (t, x[t] if t != 0x927C else len(x[t])), end=';')\n",
-        objFolder.sPath("exif"));
+        folder.sPath("exif"));
 }
 
 ImageInfoTexts AllTexts()
@@ -137,42 +131,42 @@ ImageInfoTexts AllTexts()
             "Model 7"};
 }
 
-ImageInfoTexts TitleOnly(const std::string& sTitle)
+ImageInfoTexts TitleOnly(const std::string& title)
 {
-    ImageInfoTexts objTexts;
-    objTexts.sTitle = sTitle;
-    return objTexts;
+    ImageInfoTexts texts;
+    texts.sTitle = title;
+    return texts;
 }
 }  // namespace
 
 TEST(ExifForSave, IsEmptyWithoutSourceAndTexts)
 {
-    EXPECT_TRUE(aExifForSave(aPattern(4, 4, 3), {}).empty());
+    EXPECT_TRUE(ExifForSave(aPattern(4, 4, 3), {}).empty());
 }
 
 TEST(ExifForSave, HoldsTheSevenTextsWhereReadersLookForThem)
 {
-    const Block aExif = aExifForSave(aPattern(4, 4, 3), AllTexts());
+    const Block exif = ExifForSave(aPattern(4, 4, 3), AllTexts());
 
-    EXPECT_EQ(sAsPillowReadsIt(aExif),
+    EXPECT_EQ(AsPillowReadsIt(exif),
               "010D=A title;010E=What is to be seen;010F=Maker & Sons;0110=Model 7;0132=2021:07:04 21:05:00;"
               "013B=Ann Author;8298=(c) Ann;");
 }
 
 TEST(ExifForSave, KeepsTheSourcesTagsAndLetsTextsWin)
 {
-    for (const bool bBigEndian : {false, true}) {
-        CameraExif objCamera{.bBigEndian = bBigEndian};
-        ImageBuffer aImage = aPattern(64, 48, 3);
-        aImage.metadata.exif = objCamera.aMade();
-        aImage.dots_per_inch_x = aImage.dots_per_inch_y = 299.5;
-        ImageInfoTexts objTexts;
-        objTexts.sAuthor = "Somebody with a longer name than the one before";
-        objTexts.sTitle = "New";
+    for (const bool big_endian : {false, true}) {
+        CameraExif camera{.big_endian = big_endian};
+        ImageBuffer image = aPattern(64, 48, 3);
+        image.metadata.exif = camera.Made();
+        image.dots_per_inch_x = image.dots_per_inch_y = 299.5;
+        ImageInfoTexts texts;
+        texts.sAuthor = "Somebody with a longer name than the one before";
+        texts.sTitle = "New";
 
-        const Block aExif = aExifForSave(aImage, objTexts);
+        const Block exif = ExifForSave(image, texts);
 
-        EXPECT_EQ(sAsPillowReadsIt(aExif),
+        EXPECT_EQ(AsPillowReadsIt(exif),
                   "010D=New;010F=Cameras Ltd;0112=1;011A=299.5;011B=299.5;0128=2;"
                   "013B=Somebody with a longer name than the one before;"
                   "9003=2020:01:02 03:04:05;927C=100;A002=64;A003=48;");
@@ -181,144 +175,144 @@ TEST(ExifForSave, KeepsTheSourcesTagsAndLetsTextsWin)
 
 TEST(ExifForSave, LeavesTheMakerNoteWhereItsInnerOffsetsExpectIt)
 {
-    CameraExif objCamera;
-    ImageBuffer aImage = aPattern(64, 48, 3);
-    aImage.metadata.exif = objCamera.aMade();
+    CameraExif camera;
+    ImageBuffer image = aPattern(64, 48, 3);
+    image.metadata.exif = camera.Made();
 
-    const Block aExif = aExifForSave(aImage, AllTexts());
+    const Block exif = ExifForSave(image, AllTexts());
 
-    const Block aNote(aExif.begin() + static_cast<long>(objCamera.nMakerNoteOffset),
-                      aExif.begin() + static_cast<long>(objCamera.nMakerNoteOffset) + 100);
-    EXPECT_EQ(aNote, Block(100, 0x5A));
+    const Block note(exif.begin() + static_cast<long>(camera.maker_note_offset),
+                     exif.begin() + static_cast<long>(camera.maker_note_offset) + 100);
+    EXPECT_EQ(note, Block(100, 0x5A));
 }
 
 TEST(ExifForSave, DropsTheThumbnailAndItsDirectory)
 {
-    CameraExif objCamera;
-    ImageBuffer aImage = aPattern(64, 48, 3);
-    aImage.metadata.exif = objCamera.aMade();
+    CameraExif camera;
+    ImageBuffer image = aPattern(64, 48, 3);
+    image.metadata.exif = camera.Made();
 
-    const Block aExif = aExifForSave(aImage, {});
+    const Block exif = ExifForSave(image, {});
 
-    EXPECT_EQ(std::count(aExif.begin(), aExif.end(), 0xAB), 0);
-    EXPECT_LT(aExif.size(), aImage.metadata.exif.size() - 5000);
-    EXPECT_EQ(IfdReader(aExif).nNextDirectory(IfdReader(aExif).nFirstDirectory()), 0u);
+    EXPECT_EQ(std::count(exif.begin(), exif.end(), 0xAB), 0);
+    EXPECT_LT(exif.size(), image.metadata.exif.size() - 5000);
+    EXPECT_EQ(IfdReader(exif).NextDirectory(IfdReader(exif).FirstDirectory()), 0u);
 }
 
 TEST(ExifForSave, GrowsNoFurtherWhenTheSameTextsAreSavedAgain)
 {
-    CameraExif objCamera;
-    ImageBuffer aImage = aPattern(64, 48, 3);
-    aImage.metadata.exif = objCamera.aMade();
-    const Block aOnce = aExifForSave(aImage, AllTexts());
-    aImage.metadata.exif = aOnce;
+    CameraExif camera;
+    ImageBuffer image = aPattern(64, 48, 3);
+    image.metadata.exif = camera.Made();
+    const Block once = ExifForSave(image, AllTexts());
+    image.metadata.exif = once;
 
-    EXPECT_EQ(aExifForSave(aImage, AllTexts()), aOnce);
+    EXPECT_EQ(ExifForSave(image, AllTexts()), once);
 }
 
 TEST(ExifForSave, LeavesOutWhatTellsHowAFileStoredItsPixels)
 {
-    CameraExif objCamera;
-    Block aBlock = {'I', 'I', 42, 0, 8, 0, 0, 0};
-    objCamera.Append(aBlock, {objCamera.Short(0x0100, 9), objCamera.Short(0x0103, 4),
-                              CameraExif::Text(kTagMake, "M"), objCamera.Long(0x0111, 8)});
-    ImageBuffer aImage = aPattern(4, 4, 3);
-    aImage.metadata.exif = aBlock;
+    CameraExif camera;
+    Block block = {'I', 'I', 42, 0, 8, 0, 0, 0};
+    camera.Append(block, {camera.Short(0x0100, 9), camera.Short(0x0103, 4), CameraExif::Text(kTagMake, "M"),
+                          camera.Long(0x0111, 8)});
+    ImageBuffer image = aPattern(4, 4, 3);
+    image.metadata.exif = block;
 
-    EXPECT_EQ(sAsPillowReadsIt(aExifForSave(aImage, {})), "010F=M;");
+    EXPECT_EQ(AsPillowReadsIt(ExifForSave(image, {})), "010F=M;");
 }
 
 TEST(ExifForSave, TakesABlockThatIsNoneForNone)
 {
-    ImageBuffer aImage = aPattern(4, 4, 3);
-    aImage.metadata.exif = {'X', 'X', 1, 2, 3, 4, 5, 6, 7, 8};
-    EXPECT_TRUE(aExifForSave(aImage, {}).empty());
-    EXPECT_EQ(sAsPillowReadsIt(aExifForSave(aImage, TitleOnly("T"))), "010D=T;");
+    ImageBuffer image = aPattern(4, 4, 3);
+    image.metadata.exif = {'X', 'X', 1, 2, 3, 4, 5, 6, 7, 8};
+    EXPECT_TRUE(ExifForSave(image, {}).empty());
+    EXPECT_EQ(AsPillowReadsIt(ExifForSave(image, TitleOnly("T"))), "010D=T;");
 }
 
 TEST(ExifForSave, EndsATextAtItsFirstZero)
 {
-    const Block aExif = aExifForSave(aPattern(4, 4, 3), TitleOnly(std::string("abcdef\0ghi", 10)));
-    EXPECT_EQ(sAsPillowReadsIt(aExif), "010D=abcdef;");
+    const Block exif = ExifForSave(aPattern(4, 4, 3), TitleOnly(std::string("abcdef\0ghi", 10)));
+    EXPECT_EQ(AsPillowReadsIt(exif), "010D=abcdef;");
 }
 
 TEST(FinishLoaded, TurnsThePictureAndSetsTheOrientationToOne)
 {
-    CameraExif objCamera;
-    ImageBuffer aImage = aPattern(40, 30, 3);
-    aImage.dots_per_inch_x = 100;
-    aImage.dots_per_inch_y = 200;
-    aImage.metadata.exif = objCamera.aMade();
-    const std::string sXmp = "<rdf:Description tiff:Orientation=\"6\"/>";
-    aImage.metadata.xmp.assign(sXmp.begin(), sXmp.end());
+    CameraExif camera;
+    ImageBuffer image = aPattern(40, 30, 3);
+    image.dots_per_inch_x = 100;
+    image.dots_per_inch_y = 200;
+    image.metadata.exif = camera.Made();
+    const std::string xmp = "<rdf:Description tiff:Orientation=\"6\"/>";
+    image.metadata.xmp.assign(xmp.begin(), xmp.end());
 
-    FinishLoaded(aImage);
+    FinishLoaded(image);
 
-    EXPECT_EQ(aImage.width, 30);
-    EXPECT_EQ(aImage.height, 40);
-    EXPECT_EQ(aImage.dots_per_inch_x, 200);
-    EXPECT_EQ(nFirstDirectoryNumber(aImage.metadata.exif, kTagOrientation), 1u);
-    const std::string sAfter(aImage.metadata.xmp.begin(), aImage.metadata.xmp.end());
-    EXPECT_EQ(sAfter, "<rdf:Description tiff:Orientation=\"1\"/>");
-    EXPECT_EQ(std::count(aImage.metadata.exif.begin(), aImage.metadata.exif.end(), 0xAB), 0);
+    EXPECT_EQ(image.width, 30);
+    EXPECT_EQ(image.height, 40);
+    EXPECT_EQ(image.dots_per_inch_x, 200);
+    EXPECT_EQ(FirstDirectoryNumber(image.metadata.exif, kTagOrientation), 1u);
+    const std::string after(image.metadata.xmp.begin(), image.metadata.xmp.end());
+    EXPECT_EQ(after, "<rdf:Description tiff:Orientation=\"1\"/>");
+    EXPECT_EQ(std::count(image.metadata.exif.begin(), image.metadata.exif.end(), 0xAB), 0);
 }
 
 TEST(FinishLoaded, SurvivesEveryBlockThatIsCutOrChanged)
 {
-    CameraExif objCamera{.aThumbnail = Block(20, 0xAB)};
-    const Block aGood = objCamera.aMade();
-    const auto TakesIt = [](const Block& aExif) {
-        ImageBuffer aImage = aPattern(3, 2, 3);
-        aImage.metadata.exif = aExif;
-        FinishLoaded(aImage);
-        EXPECT_EQ(aImage.bytes.size(), 18u);
-        const Block aSaved = aExifForSave(aImage, AllTexts());
-        EXPECT_LE(aSaved.size(), aExif.size() + 1000);
-        EXPECT_EQ(IfdReader(aSaved).nNextDirectory(IfdReader(aSaved).nFirstDirectory()), 0u);
+    CameraExif camera{.thumbnail = Block(20, 0xAB)};
+    const Block good = camera.Made();
+    const auto takes_it = [](const Block& exif) {
+        ImageBuffer image = aPattern(3, 2, 3);
+        image.metadata.exif = exif;
+        FinishLoaded(image);
+        EXPECT_EQ(image.bytes.size(), 18u);
+        const Block saved = ExifForSave(image, AllTexts());
+        EXPECT_LE(saved.size(), exif.size() + 1000);
+        EXPECT_EQ(IfdReader(saved).NextDirectory(IfdReader(saved).FirstDirectory()), 0u);
     };
-    for (std::size_t n = 0; n <= aGood.size(); ++n)
-        TakesIt(Block(aGood.begin(), aGood.begin() + static_cast<long>(n)));
-    for (std::size_t n = 0; n < aGood.size(); ++n)
-        for (const std::uint8_t nValue : Block{0x00, 0x01, 0x7F, 0x80, 0xFF}) {
-            Block aChanged = aGood;
-            aChanged[n] = nValue;
-            TakesIt(aChanged);
+    for (std::size_t n = 0; n <= good.size(); ++n)
+        takes_it(Block(good.begin(), good.begin() + static_cast<long>(n)));
+    for (std::size_t n = 0; n < good.size(); ++n)
+        for (const std::uint8_t value : Block{0x00, 0x01, 0x7F, 0x80, 0xFF}) {
+            Block changed = good;
+            changed[n] = value;
+            takes_it(changed);
         }
-    std::mt19937 objRandom(7);
+    std::mt19937 random(7);
     for (int i = 0; i < 20000; ++i) {
-        Block aChanged = aGood;
+        Block changed = good;
         for (int k = 0; k < 6; ++k)
-            aChanged[objRandom() % aChanged.size()] = static_cast<std::uint8_t>(objRandom());
-        TakesIt(aChanged);
+            changed[random() % changed.size()] = static_cast<std::uint8_t>(random());
+        takes_it(changed);
     }
 }
 
 TEST(ExifResolution, IsReadInInchesAndCentimetresAndOnlyThere)
 {
-    CameraExif objCamera;
-    Block aExif = objCamera.aMade();
-    EXPECT_EQ(objExifResolution(aExif).dDotsPerInchX, 72);
-    const IfdReader objReader(aExif);
-    const auto aEntries = objReader.aEntries(objReader.nFirstDirectory());
-    const IfdEntry* pUnit = pEntryWithTag(aEntries, kTagResolutionUnit);
-    SetExifNumber(aExif, *pUnit, 3);
-    EXPECT_DOUBLE_EQ(objExifResolution(aExif).dDotsPerInchY, 72 * 2.54);
-    SetExifNumber(aExif, *pUnit, 1);
-    EXPECT_EQ(objExifResolution(aExif).dDotsPerInchX, 0);
-    EXPECT_EQ(objExifResolution({}).dDotsPerInchX, 0);
+    CameraExif camera;
+    Block exif = camera.Made();
+    EXPECT_EQ(ReadExifResolution(exif).dots_per_inch_x, 72);
+    const IfdReader reader(exif);
+    const auto entries = reader.Entries(reader.FirstDirectory());
+    const IfdEntry* unit = EntryWithTag(entries, kTagResolutionUnit);
+    SetExifNumber(exif, *unit, 3);
+    EXPECT_DOUBLE_EQ(ReadExifResolution(exif).dots_per_inch_y, 72 * 2.54);
+    SetExifNumber(exif, *unit, 1);
+    EXPECT_EQ(ReadExifResolution(exif).dots_per_inch_x, 0);
+    EXPECT_EQ(ReadExifResolution({}).dots_per_inch_x, 0);
 }
 
 TEST(ExifDate, TurnsDatesIntoExifFormAndLeavesOtherTexts)
 {
-    EXPECT_EQ(sExifDate("7/4/2021"), "2021:07:04 00:00:00");
-    EXPECT_EQ(sExifDate("12/31/1999 11:59:58 PM"), "1999:12:31 23:59:58");
-    EXPECT_EQ(sExifDate("1/2/2003 12:05 am"), "2003:01:02 00:05:00");
-    EXPECT_EQ(sExifDate("2021-07-04"), "2021:07:04 00:00:00");
-    EXPECT_EQ(sExifDate("2021-07-04T23:01:02"), "2021:07:04 23:01:02");
-    EXPECT_EQ(sExifDate("2021:07:04 23:01:02"), "2021:07:04 23:01:02");
-    EXPECT_EQ(sExifDate("2/29/2020"), "2020:02:29 00:00:00");
-    for (const char* sOther : {"", "  ", "Christmas", "2/29/2021", "13/1/2021", "0/1/2021", "7/4/21",
-                               "2021-07-04x", "2021-7", "7/4/2021 25:00", "7/4/2021 13:00 PM", "7/4/2021 9",
-                               "1:2:3", "99999/1/1", "2021-07:04", "summer 1999"})
-        EXPECT_EQ(sExifDate(sOther), sOther);
+    EXPECT_EQ(ExifDate("7/4/2021"), "2021:07:04 00:00:00");
+    EXPECT_EQ(ExifDate("12/31/1999 11:59:58 PM"), "1999:12:31 23:59:58");
+    EXPECT_EQ(ExifDate("1/2/2003 12:05 am"), "2003:01:02 00:05:00");
+    EXPECT_EQ(ExifDate("2021-07-04"), "2021:07:04 00:00:00");
+    EXPECT_EQ(ExifDate("2021-07-04T23:01:02"), "2021:07:04 23:01:02");
+    EXPECT_EQ(ExifDate("2021:07:04 23:01:02"), "2021:07:04 23:01:02");
+    EXPECT_EQ(ExifDate("2/29/2020"), "2020:02:29 00:00:00");
+    for (const char* other : {"", "  ", "Christmas", "2/29/2021", "13/1/2021", "0/1/2021", "7/4/21",
+                              "2021-07-04x", "2021-7", "7/4/2021 25:00", "7/4/2021 13:00 PM", "7/4/2021 9",
+                              "1:2:3", "99999/1/1", "2021-07:04", "summer 1999"})
+        EXPECT_EQ(ExifDate(other), other);
 }

@@ -44,7 +44,7 @@ static void WriteTransparency(std::int32_t nTransparent, OutputFile& objOut)
 bool bEncodeGif(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
 {
     const IndexedImage objIndexed = objQuantised(aImage);
-    const std::string sComment = sInfoLines(objSettings.objTexts);
+    const std::string sComment = InfoLines(objSettings.objTexts);
     const unsigned nBits = nIndexBits(objIndexed.aPalette.size());
     const auto nWidth = static_cast<std::uint16_t>(aImage.width);
     const auto nHeight = static_cast<std::uint16_t>(aImage.height);

@@ -88,7 +88,7 @@ bool bEncodeJ2k(const ImageBuffer& aImage, const SaveSettings& objSettings, Outp
         objParameters.cp_fixed_quality = 1;
         objParameters.tcp_distoratio[0] = static_cast<float>(dTargetPsnr(aImage, objSettings.lJPEGQuality));
     }
-    std::string sComment = sInfoLines(objSettings.objTexts).substr(0, kMostComment);
+    std::string sComment = InfoLines(objSettings.objTexts).substr(0, kMostComment);
     if (!sComment.empty())
         objParameters.cp_comment = sComment.data();  // copied by the library
 

@@ -166,9 +166,9 @@ static void SetResolution(const jpeg_decompress_struct& objJpeg, ImageBuffer& aI
         aImage.dots_per_inch_y = objJpeg.Y_density * dInch;
         return;
     }
-    const ExifResolution objResolution = objExifResolution(aImage.metadata.exif);
-    aImage.dots_per_inch_x = objResolution.dDotsPerInchX;
-    aImage.dots_per_inch_y = objResolution.dDotsPerInchY;
+    const ExifResolution objResolution = ReadExifResolution(aImage.metadata.exif);
+    aImage.dots_per_inch_x = objResolution.dots_per_inch_x;
+    aImage.dots_per_inch_y = objResolution.dots_per_inch_y;
 }
 
 bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)

@@ -108,10 +108,10 @@ static void SetDensity(jpeg_compress_struct& objJpeg, double dDotsPerInchX, doub
 static std::vector<JpegSegment> aSegmentsOf(const ImageBuffer& aImage, const ImageInfoTexts& objTexts)
 {
     ImageMetadata objMetadata = aImage.metadata;
-    objMetadata.exif = aExifForSave(aImage, objTexts);
+    objMetadata.exif = ExifForSave(aImage, objTexts);
     if (objMetadata.exif.size() > kLongestExif) {
         // The source's block came from a format that holds longer ones. The texts at least are written.
-        objMetadata.exif = aExifForSave(ImageBuffer{}, objTexts);
+        objMetadata.exif = ExifForSave(ImageBuffer{}, objTexts);
     }
     const bool bKeepProfile = ProfileFits(aImage.icc_profile, aImage.channels);
     return aSegmentsToWrite(objMetadata, bKeepProfile ? Bytes(aImage.icc_profile) : Bytes{});

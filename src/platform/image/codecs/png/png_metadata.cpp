@@ -102,7 +102,7 @@ static void ReadXmp(Bytes aPacket, ImageMetadata& objMetadata)
 static void ReadRawProfile(std::string_view sKind, Bytes aText, ImageMetadata& objMetadata)
 {
     static constexpr std::string_view kXmpMark("http://ns.adobe.com/xap/1.0/\0", 29);
-    const std::vector<std::uint8_t> aBlock = aFromRawProfile(sOf(aText));
+    const std::vector<std::uint8_t> aBlock = FromRawProfile(sOf(aText));
     if (sKind == "exif" || (sKind == "APP1" && sOf(aBlock).starts_with(kExifMark)))
         ReadPngExif(aBlock, objMetadata);
     else if (sKind == "APP1" && sOf(aBlock).starts_with(kXmpMark))
@@ -110,7 +110,7 @@ static void ReadRawProfile(std::string_view sKind, Bytes aText, ImageMetadata& o
     else if (sKind == "xmp")
         ReadXmp(aBlock, objMetadata);
     else if (sKind == "iptc" && objMetadata.iptc.empty())
-        objMetadata.iptc = aIptcOfResources(aBlock);
+        objMetadata.iptc = IptcOfResources(aBlock);
 }
 
 void ReadPngText(std::uint32_t nType, Bytes aChunk, ImageMetadata& objMetadata)
@@ -222,7 +222,7 @@ static bool WriteResolution(OutputFile& objOut, const ImageBuffer& aImage)
 
 static bool WriteIptc(OutputFile& objOut, Bytes aIptc)
 {
-    const std::string sText = sToRawProfile("iptc", aIptcAsResource(aIptc));
+    const std::string sText = ToRawProfile("iptc", IptcAsResource(aIptc));
     const std::vector<std::uint8_t> aPacked = aDeflated(aOf(sText));
     const std::string sChunk = std::string(kRawProfilePrefix) + "iptc" + std::string(2, '\0');
     return WritePngChunk(objOut, nPngType("zTXt"), aOf(sChunk + std::string(sOf(aPacked))));
@@ -235,7 +235,7 @@ bool WritePngMetadata(OutputFile& objOut, const ImageBuffer& aImage, bool bGrey,
     const bool bProfile = !aImage.icc_profile.empty() && ProfileFits(aImage.icc_profile, bGrey ? 1 : 3);
     if (bProfile && !WriteProfile(objOut, aImage.icc_profile))
         return false;
-    const std::vector<std::uint8_t> aExif = aExifForSave(aImage, objTexts);
+    const std::vector<std::uint8_t> aExif = ExifForSave(aImage, objTexts);
     return WriteResolution(objOut, aImage) &&
            (aExif.empty() || WritePngChunk(objOut, nPngType("eXIf"), aExif)) &&
            WriteTexts(objOut, objTexts) &&

@@ -59,7 +59,7 @@ static void PutLines(std::span<std::uint8_t> aComments, std::string_view sText, 
 // Month, day, year, hour, minute, second.
 static void PutDate(std::span<std::uint8_t> aField, const std::string& sDateTime)
 {
-    const std::string sDate = sExifDate(sDateTime);
+    const std::string sDate = ExifDate(sDateTime);
     static constexpr std::string_view kForm = "dddd:dd:dd dd:dd:dd";
     const bool bDate = sDate.size() == kForm.size() &&
                        std::equal(kForm.begin(), kForm.end(), sDate.begin(), [](char cForm, char cDate) {

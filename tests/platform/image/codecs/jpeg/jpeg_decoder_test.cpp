@@ -300,8 +300,8 @@ TEST(JpegLoad, TurnsAPhotographUprightAndForgetsTheOrientation)
     EXPECT_LT(objDifference(aImage, aScene()).dMean, 4);
     EXPECT_EQ(aImage.dots_per_inch_x, 144);
     const IfdReader objReader(aImage.metadata.exif);
-    const auto aEntries = objReader.aEntries(objReader.nFirstDirectory());
-    EXPECT_EQ(objReader.nNumber(*pEntryWithTag(aEntries, kTagOrientation)), 1u);
+    const auto aEntries = objReader.Entries(objReader.FirstDirectory());
+    EXPECT_EQ(objReader.Number(*EntryWithTag(aEntries, kTagOrientation)), 1u);
 }
 
 TEST(JpegLoad, ShowsAllEightOrientationsAlike)

@@ -196,13 +196,13 @@ TEST(TiffMetadata, ComesFromItsTags)
     EXPECT_EQ(std::string(aImage->metadata.xmp.begin(), aImage->metadata.xmp.end()), "<x:xmpmeta/>");
     EXPECT_EQ(aImage->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
     const IfdReader objExif(aImage->metadata.exif);
-    const auto aEntries = objExif.aEntries(objExif.nFirstDirectory());
-    const IfdEntry* pMake = pEntryWithTag(aEntries, kTagMake);
+    const auto aEntries = objExif.Entries(objExif.FirstDirectory());
+    const IfdEntry* pMake = EntryWithTag(aEntries, kTagMake);
     ASSERT_TRUE(pMake);
-    const auto* pText = reinterpret_cast<const char*>(aImage->metadata.exif.data() + pMake->nValueOffset);
+    const auto* pText = reinterpret_cast<const char*>(aImage->metadata.exif.data() + pMake->value_offset);
     EXPECT_STREQ(pText, "Cameras Ltd");
-    EXPECT_TRUE(pEntryWithTag(aEntries, kTagImageDescription));
-    EXPECT_FALSE(pEntryWithTag(aEntries, 256));
+    EXPECT_TRUE(EntryWithTag(aEntries, kTagImageDescription));
+    EXPECT_FALSE(EntryWithTag(aEntries, 256));
 }
 
 TEST(TiffMetadata, HasItsIptcAlsoAmongImageResources)
@@ -275,13 +275,13 @@ TEST(TiffMetadata, KeepsItsDirectoryOfExifInEitherByteOrder)
         ASSERT_TRUE(aImage);
         EXPECT_EQ(aImage->bytes, (PixelBytes{10, 20}));
         const IfdReader objExif(aImage->metadata.exif);
-        const auto aFirst = objExif.aEntries(objExif.nFirstDirectory());
-        const IfdEntry* pPointer = pEntryWithTag(aFirst, kTagExifDirectory);
+        const auto aFirst = objExif.Entries(objExif.FirstDirectory());
+        const IfdEntry* pPointer = EntryWithTag(aFirst, kTagExifDirectory);
         ASSERT_TRUE(pPointer);
-        const auto aInner = objExif.aEntries(objExif.nNumber(*pPointer).value_or(0));
+        const auto aInner = objExif.Entries(objExif.Number(*pPointer).value_or(0));
         ASSERT_EQ(aInner.size(), 2u);
-        EXPECT_DOUBLE_EQ(objExif.dRational(aInner[0]).value_or(0), 0.004);
-        EXPECT_EQ(aInner[1].nValueSize, 20u);
+        EXPECT_DOUBLE_EQ(objExif.Rational(aInner[0]).value_or(0), 0.004);
+        EXPECT_EQ(aInner[1].value_size, 20u);
     }
 }
 

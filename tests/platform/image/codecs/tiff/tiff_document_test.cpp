@@ -221,11 +221,11 @@ TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
         const auto aImage = aDecoded(codecTiff, aFile, i);
         ASSERT_TRUE(aImage);
         const IfdReader objExif(aImage->metadata.exif);
-        const auto aEntries = objExif.aEntries(objExif.nFirstDirectory());
-        ASSERT_TRUE(pEntryWithTag(aEntries, kTagDocumentName));
-        const IfdEntry* pModel = pEntryWithTag(aEntries, kTagModel);
+        const auto aEntries = objExif.Entries(objExif.FirstDirectory());
+        ASSERT_TRUE(EntryWithTag(aEntries, kTagDocumentName));
+        const IfdEntry* pModel = EntryWithTag(aEntries, kTagModel);
         ASSERT_TRUE(pModel);
-        EXPECT_STREQ(reinterpret_cast<const char*>(aImage->metadata.exif.data() + pModel->nValueOffset),
+        EXPECT_STREQ(reinterpret_cast<const char*>(aImage->metadata.exif.data() + pModel->value_offset),
                      "X-1000");
     }
     EXPECT_DOUBLE_EQ(aDecoded(codecTiff, aFile)->dots_per_inch_x, 300);

@@ -76,7 +76,7 @@ static std::vector<std::uint8_t> aReadIptc(InputFile& objFile, const TiffHeader&
     const TiffEntry* pEntry = pEntryOf(aEntries, TIFFTAG_RICHTIFFIPTC);
     if (!pEntry) {
         const TiffEntry* pResources = pEntryOf(aEntries, TIFFTAG_PHOTOSHOP);
-        return pResources ? aIptcOfResources(aReadValue(objFile, objHeader, *pResources, kMaxBlock, true))
+        return pResources ? IptcOfResources(aReadValue(objFile, objHeader, *pResources, kMaxBlock, true))
                           : std::vector<std::uint8_t>{};
     }
     std::vector<std::uint8_t> aIptc = aReadValue(objFile, objHeader, *pEntry, kMaxBlock, true);
@@ -127,7 +127,7 @@ std::vector<TiffTag> aTiffMetadataTags(const ImageBuffer& aImage, const ImageInf
                                        bool bProfile)
 {
     std::vector<TiffTag> aTags;
-    const std::vector<std::uint8_t> aExif = aExifForSave(aImage, objTexts);
+    const std::vector<std::uint8_t> aExif = ExifForSave(aImage, objTexts);
     if (!aExif.empty()) {
         InputFile objBlock{Bytes(aExif)};
         if (const std::optional<TiffHeader> objHeader = objReadTiffHeader(objBlock))
