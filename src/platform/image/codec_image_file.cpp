@@ -92,7 +92,7 @@ try {
         !aImage.icc_profile.empty() && !pCodec->bHoldsProfile && !IsSrgbProfile(aImage.icc_profile);
     ImageBuffer aOwn;
     if (bFlatten)
-        aOwn = aLaidOnWhite(aImage);
+        aOwn = LayOnWhite(aImage);
     else if (bConvert)
         aOwn = aImage;
     if (bConvert)

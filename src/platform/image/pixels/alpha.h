@@ -6,4 +6,4 @@
 
 /// The picture of 4 channels as one of 3, each pixel mixed with white by its alpha and rounded to the nearest
 /// level. Everything beside the pixels is kept.
-ImageBuffer aLaidOnWhite(const ImageBuffer& aImage);
+ImageBuffer LayOnWhite(const ImageBuffer& image);

@@ -11,150 +11,149 @@
 #include <immintrin.h>
 #endif
 
-static std::uint32_t nLoad(const std::uint8_t* pBytes)
+static std::uint32_t Load(const std::uint8_t* bytes)
 {
-    std::uint32_t nWord = 0;
-    std::memcpy(&nWord, pBytes, 4);
-    return nWord;
+    std::uint32_t word = 0;
+    std::memcpy(&word, bytes, 4);
+    return word;
 }
 
-static void Store(std::uint8_t* pBytes, std::uint32_t nWord)
+static void Store(std::uint8_t* bytes, std::uint32_t word)
 {
-    std::memcpy(pBytes, &nWord, 4);
+    std::memcpy(bytes, &word, 4);
 }
 
-void PackRowFromFourBytes(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels)
+void PackRowFromFourBytes(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels)
 {
     std::uint64_t x = 0;
 #if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
     // Four pixels are three words.
-    for (; x + 4 <= nPixels; x += 4, pIn += 16, pOut += 12) {
-        const std::uint32_t n0 = nLoad(pIn), n1 = nLoad(pIn + 4), n2 = nLoad(pIn + 8), n3 = nLoad(pIn + 12);
-        Store(pOut, (n0 & 0xFFFFFF) | n1 << 24);
-        Store(pOut + 4, (n1 >> 8 & 0xFFFF) | n2 << 16);
-        Store(pOut + 8, (n2 >> 16 & 0xFF) | n3 << 8);
+    for (; x + 4 <= pixels; x += 4, in += 16, out += 12) {
+        const std::uint32_t n0 = Load(in), n1 = Load(in + 4), n2 = Load(in + 8), n3 = Load(in + 12);
+        Store(out, (n0 & 0xFFFFFF) | n1 << 24);
+        Store(out + 4, (n1 >> 8 & 0xFFFF) | n2 << 16);
+        Store(out + 8, (n2 >> 16 & 0xFF) | n3 << 8);
     }
 #endif
-    for (; x < nPixels; ++x, pIn += 4, pOut += 3)
-        std::memmove(pOut, pIn, 3);
+    for (; x < pixels; ++x, in += 4, out += 3)
+        std::memmove(out, in, 3);
 }
 
 #if defined(__x86_64__)
-static bool bShuffles()
+static bool HasShuffles()
 {
-    static const bool bFound = __builtin_cpu_supports("ssse3") != 0;
-    return bFound;
+    static const bool kFound = __builtin_cpu_supports("ssse3") != 0;
+    return kFound;
 }
 
 // Five pixels a step. The sixteenth byte is stored as it was read, so that the next step, also in place,
 // finds it.
-__attribute__((target("ssse3"))) static std::uint64_t nSwapped(const std::uint8_t* pIn, std::uint8_t* pOut,
-                                                               std::uint64_t nPixels)
+__attribute__((target("ssse3"))) static std::uint64_t Swapped(const std::uint8_t* in, std::uint8_t* out,
+                                                              std::uint64_t pixel_count)
 {
-    const __m128i aOrder = _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, 15);
+    const __m128i order = _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, 15);
     std::uint64_t x = 0;
-    for (; x + 6 <= nPixels; x += 5) {
-        const __m128i aPixels = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pIn + x * 3));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(pOut + x * 3), _mm_shuffle_epi8(aPixels, aOrder));
+    for (; x + 6 <= pixel_count; x += 5) {
+        const __m128i pixels = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + x * 3));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + x * 3), _mm_shuffle_epi8(pixels, order));
     }
     return x;
 }
 
-__attribute__((target("ssse3"))) static std::uint64_t nSwappedOfFour(const std::uint8_t* pIn,
-                                                                     std::uint8_t* pOut,
-                                                                     std::uint64_t nPixels)
+__attribute__((target("ssse3"))) static std::uint64_t SwappedOfFour(const std::uint8_t* in, std::uint8_t* out,
+                                                                    std::uint64_t pixel_count)
 {
-    const __m128i aOrder = _mm_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
+    const __m128i order = _mm_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
     std::uint64_t x = 0;
-    for (; x + 4 <= nPixels; x += 4) {
-        const __m128i aPixels = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pIn + x * 4));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(pOut + x * 4), _mm_shuffle_epi8(aPixels, aOrder));
+    for (; x + 4 <= pixel_count; x += 4) {
+        const __m128i pixels = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + x * 4));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + x * 4), _mm_shuffle_epi8(pixels, order));
     }
     return x;
 }
 #else
-static bool bShuffles()
+static bool HasShuffles()
 {
     return false;
 }
-static std::uint64_t nSwapped(const std::uint8_t*, std::uint8_t*, std::uint64_t)
+static std::uint64_t Swapped(const std::uint8_t*, std::uint8_t*, std::uint64_t)
 {
     return 0;
 }
-static std::uint64_t nSwappedOfFour(const std::uint8_t*, std::uint8_t*, std::uint64_t)
+static std::uint64_t SwappedOfFour(const std::uint8_t*, std::uint8_t*, std::uint64_t)
 {
     return 0;
 }
 #endif
 
-void SwapRedAndBlue(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels)
+void SwapRedAndBlue(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels)
 {
-    for (std::uint64_t x = bShuffles() ? nSwapped(pIn, pOut, nPixels) : 0; x < nPixels; ++x) {
-        const std::uint8_t nFirst = pIn[x * 3];
-        const std::uint8_t nSecond = pIn[x * 3 + 1];
-        pOut[x * 3] = pIn[x * 3 + 2];
-        pOut[x * 3 + 1] = nSecond;
-        pOut[x * 3 + 2] = nFirst;
+    for (std::uint64_t x = HasShuffles() ? Swapped(in, out, pixels) : 0; x < pixels; ++x) {
+        const std::uint8_t first = in[x * 3];
+        const std::uint8_t second = in[x * 3 + 1];
+        out[x * 3] = in[x * 3 + 2];
+        out[x * 3 + 1] = second;
+        out[x * 3 + 2] = first;
     }
 }
 
-void SwapRedAndBlueOfFour(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels)
+void SwapRedAndBlueOfFour(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels)
 {
-    for (std::uint64_t x = bShuffles() ? nSwappedOfFour(pIn, pOut, nPixels) : 0; x < nPixels; ++x) {
-        const std::uint32_t nPixel = nLoad(pIn + x * 4);
-        const std::uint8_t nFirst = pIn[x * 4];
-        const std::uint8_t nThird = pIn[x * 4 + 2];
-        Store(pOut + x * 4, nPixel);
-        pOut[x * 4] = nThird;
-        pOut[x * 4 + 2] = nFirst;
+    for (std::uint64_t x = HasShuffles() ? SwappedOfFour(in, out, pixels) : 0; x < pixels; ++x) {
+        const std::uint32_t pixel = Load(in + x * 4);
+        const std::uint8_t first = in[x * 4];
+        const std::uint8_t third = in[x * 4 + 2];
+        Store(out + x * 4, pixel);
+        out[x * 4] = third;
+        out[x * 4 + 2] = first;
     }
 }
 
-static std::uint64_t nPixelsOf(const ImageBuffer& aImage)
+static std::uint64_t PixelsOf(const ImageBuffer& image)
 {
-    return static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.height);
+    return static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.height);
 }
 
-void DropUnsetAlpha(ImageBuffer& aImage)
+void DropUnsetAlpha(ImageBuffer& image)
 {
-    if (aImage.channels != 4)
+    if (image.channels != 4)
         return;
-    const std::uint64_t nPixels = nPixelsOf(aImage);
-    std::uint8_t* pBytes = aImage.bytes.data();
-    for (std::uint64_t i = 0; i < nPixels; ++i) {
-        if (pBytes[i * 4 + 3] != 0)
+    const std::uint64_t pixels = PixelsOf(image);
+    std::uint8_t* bytes = image.bytes.data();
+    for (std::uint64_t i = 0; i < pixels; ++i) {
+        if (bytes[i * 4 + 3] != 0)
             return;
     }
     // In place: what is written never overtakes what is still to be read.
-    PackRowFromFourBytes(pBytes, pBytes, nPixels);
-    aImage.channels = 3;
-    aImage.bytes.resize(nPixels * 3);
+    PackRowFromFourBytes(bytes, bytes, pixels);
+    image.channels = 3;
+    image.bytes.resize(pixels * 3);
 }
 
-bool bAddAlpha(ImageBuffer& aImage)
+bool AddAlpha(ImageBuffer& image)
 {
-    if (aImage.channels == 4)
+    if (image.channels == 4)
         return true;
-    ImageBuffer aResult;
-    if (!Allocate(aResult, static_cast<std::uint64_t>(aImage.width),
-                  static_cast<std::uint64_t>(aImage.height), 4))
+    ImageBuffer result;
+    if (!Allocate(result, static_cast<std::uint64_t>(image.width), static_cast<std::uint64_t>(image.height),
+                  4))
         return false;
-    const std::size_t nStep = aImage.channels == 1 ? 1 : 3;
-    const std::size_t nGreen = aImage.channels == 1 ? 0 : 1;
-    const std::size_t nRed = aImage.channels == 1 ? 0 : 2;
-    const std::uint8_t* pIn = aImage.bytes.data();
-    std::uint8_t* pOut = aResult.bytes.data();
-    for (std::uint64_t i = nPixelsOf(aImage); i > 0; --i, pIn += nStep, pOut += 4) {
-        pOut[0] = pIn[0];
-        pOut[1] = pIn[nGreen];
-        pOut[2] = pIn[nRed];
-        pOut[3] = 255;
+    const std::size_t step = image.channels == 1 ? 1 : 3;
+    const std::size_t green = image.channels == 1 ? 0 : 1;
+    const std::size_t red = image.channels == 1 ? 0 : 2;
+    const std::uint8_t* in = image.bytes.data();
+    std::uint8_t* out = result.bytes.data();
+    for (std::uint64_t i = PixelsOf(image); i > 0; --i, in += step, out += 4) {
+        out[0] = in[0];
+        out[1] = in[green];
+        out[2] = in[red];
+        out[3] = 255;
     }
-    aResult.dots_per_inch_x = aImage.dots_per_inch_x;
-    aResult.dots_per_inch_y = aImage.dots_per_inch_y;
-    aResult.metadata = std::move(aImage.metadata);
-    if (aImage.channels == 3)  // a profile of greys doesn't fit colours
-        aResult.icc_profile = std::move(aImage.icc_profile);
-    aImage = std::move(aResult);
+    result.dots_per_inch_x = image.dots_per_inch_x;
+    result.dots_per_inch_y = image.dots_per_inch_y;
+    result.metadata = std::move(image.metadata);
+    if (image.channels == 3)  // a profile of greys doesn't fit colours
+        result.icc_profile = std::move(image.icc_profile);
+    image = std::move(result);
     return true;
 }

@@ -6,19 +6,19 @@
 
 #include "src/platform/image_buffer.h"
 
-/// Copies nPixels pixels of four bytes without their fourth.
-void PackRowFromFourBytes(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels);
+/// Copies pixels pixels of four bytes without their fourth.
+void PackRowFromFourBytes(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels);
 
-/// Exchanges the first and the third byte of nPixels pixels of three bytes: B, G, R to R, G, B and back. pIn
-/// and pOut are the same or don't overlap.
-void SwapRedAndBlue(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels);
+/// Exchanges the first and the third byte of pixels pixels of three bytes: B, G, R to R, G, B and back. in
+/// and out are the same or don't overlap.
+void SwapRedAndBlue(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels);
 /// The same with pixels of four bytes, whose fourth stays.
-void SwapRedAndBlueOfFour(const std::uint8_t* pIn, std::uint8_t* pOut, std::uint64_t nPixels);
+void SwapRedAndBlueOfFour(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels);
 
 /// Makes a picture of 4 channels one of 3 when its alpha is 0 everywhere: a writer that never set it meant no
 /// empty picture. Any other picture is left alone.
-void DropUnsetAlpha(ImageBuffer& aImage);
+void DropUnsetAlpha(ImageBuffer& image);
 
-/// Makes a picture of 1 or 3 channels one of 4, opaque. False, with aImage as it was, when there is no
+/// Makes a picture of 1 or 3 channels one of 4, opaque. False, with image as it was, when there is no
 /// memory.
-bool bAddAlpha(ImageBuffer& aImage);
+bool AddAlpha(ImageBuffer& image);

@@ -5,30 +5,29 @@
 
 static constexpr std::uint64_t kPiece = 256 * 1024;
 
-bool bHoldsRows(const InputFile& objFile, const StoredRows& objRows)
+bool HoldsRows(const InputFile& file, const StoredRows& rows)
 {
     // Rows and strides come from pictures of a size that is allowed, so that the product fits in 64 bits.
-    const std::uint64_t nNeeded =
-        objRows.nRows == 0 ? 0 : objRows.nStride * (objRows.nRows - 1) + objRows.nRowBytes;
-    return objRows.nOffset <= objFile.Size() && nNeeded <= objFile.Size() - objRows.nOffset;
+    const std::uint64_t needed = rows.rows == 0 ? 0 : rows.stride * (rows.rows - 1) + rows.row_bytes;
+    return rows.offset <= file.Size() && needed <= file.Size() - rows.offset;
 }
 
-bool bReadRows(InputFile& objFile, const StoredRows& objRows,
-               const std::function<void(std::uint64_t, const std::uint8_t*)>& fnRow)
+bool ReadRows(InputFile& file, const StoredRows& rows,
+              const std::function<void(std::uint64_t, const std::uint8_t*)>& row)
 {
-    if (objRows.nStride == 0)
+    if (rows.stride == 0)
         return false;
-    const std::uint64_t nRowsPerPiece =
-        std::clamp<std::uint64_t>(kPiece / objRows.nStride, 1, std::max<std::uint64_t>(objRows.nRows, 1));
-    PixelBytes aPiece(nRowsPerPiece * objRows.nStride);
-    for (std::uint64_t y = 0; y < objRows.nRows;) {
-        const std::uint64_t nRows = std::min(nRowsPerPiece, objRows.nRows - y);
-        const std::size_t nRead = objFile.ReadAt(objRows.nOffset + y * objRows.nStride,
-                                                 std::span(aPiece).first(nRows * objRows.nStride));
-        for (std::uint64_t i = 0; i < nRows; ++i, ++y) {
-            if (i * objRows.nStride + objRows.nRowBytes > nRead)
+    const std::uint64_t rows_per_piece =
+        std::clamp<std::uint64_t>(kPiece / rows.stride, 1, std::max<std::uint64_t>(rows.rows, 1));
+    PixelBytes piece(rows_per_piece * rows.stride);
+    for (std::uint64_t y = 0; y < rows.rows;) {
+        const std::uint64_t row_count = std::min(rows_per_piece, rows.rows - y);
+        const std::size_t got =
+            file.ReadAt(rows.offset + y * rows.stride, std::span(piece).first(row_count * rows.stride));
+        for (std::uint64_t i = 0; i < row_count; ++i, ++y) {
+            if (i * rows.stride + rows.row_bytes > got)
                 return false;
-            fnRow(y, aPiece.data() + i * objRows.nStride);
+            row(y, piece.data() + i * rows.stride);
         }
     }
     return true;

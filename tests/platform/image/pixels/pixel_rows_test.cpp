@@ -7,41 +7,41 @@
 
 namespace
 {
-std::vector<std::uint8_t> aNumbered(std::size_t nBytes)
+std::vector<std::uint8_t> Numbered(std::size_t byte_count)
 {
-    std::vector<std::uint8_t> aBytes(nBytes);
-    std::iota(aBytes.begin(), aBytes.end(), std::uint8_t{1});
-    return aBytes;
+    std::vector<std::uint8_t> bytes(byte_count);
+    std::iota(bytes.begin(), bytes.end(), std::uint8_t{1});
+    return bytes;
 }
 
 // The same by the plain rule.
-std::vector<std::uint8_t> aSwapped(std::vector<std::uint8_t> aBytes, std::size_t nStep)
+std::vector<std::uint8_t> Swapped(std::vector<std::uint8_t> bytes, std::size_t step)
 {
-    for (std::size_t i = 0; i + nStep <= aBytes.size(); i += nStep)
-        std::swap(aBytes[i], aBytes[i + 2]);
-    return aBytes;
+    for (std::size_t i = 0; i + step <= bytes.size(); i += step)
+        std::swap(bytes[i], bytes[i + 2]);
+    return bytes;
 }
 }  // namespace
 
 TEST(SwapRedAndBlue, ExchangesThemInPlaceAndOtherwiseForEveryLength)
 {
-    for (std::size_t nPixels = 0; nPixels < 50; ++nPixels) {
-        const auto aThree = aNumbered(nPixels * 3);
-        std::vector<std::uint8_t> aOut(nPixels * 3 + 1, 99);
-        SwapRedAndBlue(aThree.data(), aOut.data(), nPixels);
-        EXPECT_EQ(aOut.back(), 99);
-        aOut.pop_back();
-        EXPECT_EQ(aOut, aSwapped(aThree, 3));
-        SwapRedAndBlue(aOut.data(), aOut.data(), nPixels);
-        EXPECT_EQ(aOut, aThree);
+    for (std::size_t pixels = 0; pixels < 50; ++pixels) {
+        const auto three = Numbered(pixels * 3);
+        std::vector<std::uint8_t> out(pixels * 3 + 1, 99);
+        SwapRedAndBlue(three.data(), out.data(), pixels);
+        EXPECT_EQ(out.back(), 99);
+        out.pop_back();
+        EXPECT_EQ(out, Swapped(three, 3));
+        SwapRedAndBlue(out.data(), out.data(), pixels);
+        EXPECT_EQ(out, three);
 
-        const auto aFour = aNumbered(nPixels * 4);
-        aOut.assign(nPixels * 4 + 1, 99);
-        SwapRedAndBlueOfFour(aFour.data(), aOut.data(), nPixels);
-        EXPECT_EQ(aOut.back(), 99);
-        aOut.pop_back();
-        EXPECT_EQ(aOut, aSwapped(aFour, 4));
-        SwapRedAndBlueOfFour(aOut.data(), aOut.data(), nPixels);
-        EXPECT_EQ(aOut, aFour);
+        const auto four = Numbered(pixels * 4);
+        out.assign(pixels * 4 + 1, 99);
+        SwapRedAndBlueOfFour(four.data(), out.data(), pixels);
+        EXPECT_EQ(out.back(), 99);
+        out.pop_back();
+        EXPECT_EQ(out, Swapped(four, 4));
+        SwapRedAndBlueOfFour(out.data(), out.data(), pixels);
+        EXPECT_EQ(out, four);
     }
 }

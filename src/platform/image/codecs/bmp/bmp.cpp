@@ -90,12 +90,12 @@ static bool bDecodeRawFile(InputFile& objFile, const BmpFile& objBmp, ImageBuffe
     const StoredRows objStored{objBmp.nBitsOffset, DibStride(objHeader),
                                (objHeader.width * objHeader.bits + 7) / 8, objHeader.height};
     ImageBuffer aResult;
-    if (!bHoldsRows(objFile, objStored) ||
+    if (!HoldsRows(objFile, objStored) ||
         !Allocate(aResult, objHeader.width, objHeader.height, DibChannels(objHeader)))
         return false;
     const DibRows objRows(objHeader);
     const std::uint64_t nRowSize = objHeader.width * static_cast<std::uint64_t>(aResult.channels);
-    const bool bRead = bReadRows(objFile, objStored, [&](std::uint64_t nStored, const std::uint8_t* pRow) {
+    const bool bRead = ReadRows(objFile, objStored, [&](std::uint64_t nStored, const std::uint8_t* pRow) {
         const std::uint64_t y = objHeader.top_down ? nStored : objHeader.height - 1 - nStored;
         objRows.Convert(pRow, aResult.bytes.data() + y * nRowSize, objHeader.width);
     });

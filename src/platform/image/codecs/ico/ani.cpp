@@ -118,7 +118,7 @@ static bool bDecodeFrame(const AniHeader& objHeader, Bytes aFrame, ImageBuffer& 
         return bDecodeIconEntry(aFrame, aIconEntries(aFrame).front(), aImage);
     ImageBuffer aResult;
     if ((objHeader.nFlags & kFramesAreIcons) != 0 || !bDecodeBareFrame(objHeader, aFrame, aResult) ||
-        !bAddAlpha(aResult))
+        !AddAlpha(aResult))
         return false;
     aImage = std::move(aResult);
     return true;

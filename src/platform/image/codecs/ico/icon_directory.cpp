@@ -64,7 +64,7 @@ static bool bDecodePng(Bytes aPicture, ImageBuffer& aImage)
     InputFile objFile(aPicture);
     const std::unique_ptr<ImageDecoder> pDecoder = pCodec ? pCodec->Open(objFile) : nullptr;
     ImageBuffer aResult;
-    if (!pDecoder || !pDecoder->DecodeFrame(0, aResult) || !bAddAlpha(aResult))
+    if (!pDecoder || !pDecoder->DecodeFrame(0, aResult) || !AddAlpha(aResult))
         return false;
     aImage = std::move(aResult);
     return true;
@@ -142,7 +142,7 @@ static bool bDecodeBitmap(Bytes aPicture, const IconEntry& objEntry, ImageBuffer
         IconMask objMask;
         const bool bMask = !bNoMask && bFindMask(objHeader, aPicture, objMask);
         const bool bNeeded = !bNoMask && objHeader.bits != 32;
-        if ((bNeeded && !bMask) || !bAddAlpha(aResult))
+        if ((bNeeded && !bMask) || !AddAlpha(aResult))
             return false;
         if (bMask && !bApplyMask(objMask, aResult))
             ShowInverted(aResult);

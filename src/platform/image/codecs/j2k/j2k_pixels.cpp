@@ -240,7 +240,7 @@ bool bMakePicture(const opj_image_t& objImage, ImageBuffer& aImage)
     if (objRoles.nAlpha >= 0) {
         if (bGrey) {
             ConvertToSrgb(aResult);  // a grey profile says nothing about the three channels that come now
-            if (!bAddAlpha(aResult))
+            if (!AddAlpha(aResult))
                 return false;
         }
         const SampleRows objAlpha(objImage.comps[objRoles.nAlpha], objGrid);

@@ -228,11 +228,11 @@ static bool bDecodeRaw(InputFile& objFile, const RasHeader& objHeader, const Ras
 {
     const StoredRows objStored{objHeader.nBitsOffset(), objHeader.nStride(), objHeader.nRowBytes(),
                                objHeader.nHeight};
-    if (!bHoldsRows(objFile, objStored) ||
+    if (!HoldsRows(objFile, objStored) ||
         !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objColours.lChannels))
         return false;
     const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(objColours.lChannels);
-    return bReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
+    return ReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
         ConvertRow(objHeader, objColours, pRow, aImage.bytes.data() + y * nRowSize);
     });
 }

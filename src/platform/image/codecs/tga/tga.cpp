@@ -114,9 +114,9 @@ static bool bDecodePlain(InputFile& objFile, const TgaHeader& objHeader, const T
 {
     const std::uint64_t nRowSize = objHeader.nWidth * objHeader.nPixelSize();
     const StoredRows objStored{objHeader.nBitsOffset, nRowSize, nRowSize, objHeader.nHeight};
-    return bHoldsRows(objFile, objStored) &&
+    return HoldsRows(objFile, objStored) &&
            Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objPixels.lChannels()) &&
-           bReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
+           ReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
                objPixels.Convert(pRow, pRowOf(objHeader, aImage, y));
            });
 }

@@ -128,7 +128,7 @@ bool bFaxStrip(const ImageBuffer& aImage, std::uint16_t nCompression, const Take
                TiffStrips& objStrips)
 {
     if (aImage.channels == 4)
-        return bFaxStrip(aLaidOnWhite(aImage), nCompression, fnTake, objStrips);
+        return bFaxStrip(LayOnWhite(aImage), nCompression, fnTake, objStrips);
     const auto nWidth = static_cast<std::size_t>(aImage.width);
     const auto nHeight = static_cast<std::size_t>(aImage.height);
     const std::size_t nPackedRow = (nWidth + 7) / 8;

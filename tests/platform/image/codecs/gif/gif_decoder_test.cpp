@@ -53,7 +53,7 @@ PixelBytes aFourChannels(ImageBuffer aImage)
         aImage = aColour;
     }
     if (aImage.channels == 3) {
-        EXPECT_TRUE(bAddAlpha(aImage));
+        EXPECT_TRUE(AddAlpha(aImage));
     }
     for (std::size_t i = 0; i < aImage.bytes.size(); i += 4)
         if (aImage.bytes[i + 3] == 0)

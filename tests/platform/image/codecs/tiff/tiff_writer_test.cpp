@@ -55,7 +55,7 @@ std::string sTagOf(const Block& aFile, std::uint16_t nTag)
 // What is white and what is black at half intensity, on white paper.
 ImageBuffer aBlackAndWhite(const ImageBuffer& aImage)
 {
-    const ImageBuffer aOpaque = aImage.channels == 4 ? aLaidOnWhite(aImage) : aImage;
+    const ImageBuffer aOpaque = aImage.channels == 4 ? LayOnWhite(aImage) : aImage;
     ImageBuffer aResult;
     aResult.width = aImage.width;
     aResult.height = aImage.height;
