@@ -6,30 +6,30 @@
 #include "src/platform/image/quantiser/quantiser_flat.h"
 #include "src/platform/image/quantiser/quantiser_palette.h"
 
-static bool bAnyTransparent(const ImageBuffer& aImage)
+static bool HasTransparentPixel(const ImageBuffer& image)
 {
-    if (aImage.channels != 4)
+    if (image.channels != 4)
         return false;
-    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
-        if (aImage.bytes[i] < 128)
+    for (std::size_t i = 3; i < image.bytes.size(); i += 4)
+        if (image.bytes[i] < 128)
             return true;
     return false;
 }
 
-IndexedImage objQuantised(const ImageBuffer& aImage)
+IndexedImage Quantise(const ImageBuffer& image)
 {
-    if (auto objFew = objExact(aImage))
-        return std::move(*objFew);
-    IndexedImage objResult;
-    const bool bTransparent = bAnyTransparent(aImage);
-    const std::vector<FlatColour> aFlats = aFlatColours(aImage);
-    objResult.aPalette = aFittedPalette(aImage, aFlats, bTransparent ? 255 : 256);
-    if (bTransparent)
-        objResult.nTransparent = static_cast<std::int32_t>(objResult.aPalette.size());
-    objResult.aIndexes = aDithered(aImage, objResult.aPalette, objResult.nTransparent);
-    if (!aFlats.empty())
-        TakeFlatColours(aImage, aFlats, 0, objResult.aIndexes);
-    if (bTransparent)
-        objResult.aPalette.push_back({0, 0, 0});
-    return objResult;
+    if (auto few = QuantiseExactly(image))
+        return std::move(*few);
+    IndexedImage result;
+    const bool transparent = HasTransparentPixel(image);
+    const std::vector<FlatColour> flats = FindFlatColours(image);
+    result.palette = FitPalette(image, flats, transparent ? 255 : 256);
+    if (transparent)
+        result.transparent = static_cast<std::int32_t>(result.palette.size());
+    result.indexes = Dither(image, result.palette, result.transparent);
+    if (!flats.empty())
+        TakeFlatColours(image, flats, 0, result.indexes);
+    if (transparent)
+        result.palette.push_back({0, 0, 0});
+    return result;
 }

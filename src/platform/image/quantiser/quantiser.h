@@ -11,13 +11,13 @@
 using PaletteColour = std::array<std::uint8_t, 3>;  ///< B, G, R
 
 struct IndexedImage {
-    std::vector<PaletteColour> aPalette;  ///< 1 to 256 colours, the transparent one included
-    std::int32_t nTransparent = -1;       ///< its index; -1 if the picture is opaque
-    PixelBytes aIndexes;                  ///< one for each pixel, rows top to bottom
+    std::vector<PaletteColour> palette;  ///< 1 to 256 colours, the transparent one included
+    std::int32_t transparent = -1;       ///< its index; -1 if the picture is opaque
+    PixelBytes indexes;                  ///< one for each pixel, rows top to bottom
 };
 
 /// A picture of 256 colours or fewer is kept exactly. A picture of more gets a palette fitted to it, and the
 /// error of each pixel is spread over its neighbours. Where alpha is below 128 a pixel is transparent,
 /// elsewhere opaque; one colour of the 256 is then the transparent one. The same picture gives the same
 /// result on every machine.
-IndexedImage objQuantised(const ImageBuffer& aImage);
+IndexedImage Quantise(const ImageBuffer& image);

@@ -22,136 +22,134 @@ static constexpr std::int16_t kMostError = 12;
 using Lanes = std::int16_t __attribute__((vector_size(16)));  ///< B, G, R, A of a pixel of two bands
 using Halves = std::uint64_t __attribute__((vector_size(16)));
 
-static Lanes lnClamped(Lanes ln, std::int16_t nLow, std::int16_t nHigh)
+static Lanes Clamp(Lanes lanes, std::int16_t low, std::int16_t high)
 {
-    const Lanes lnLow = Lanes{} + nLow, lnHigh = Lanes{} + nHigh;
-    ln = ln < lnLow ? lnLow : ln;
-    return ln > lnHigh ? lnHigh : ln;
+    const Lanes lows = Lanes{} + low, highs = Lanes{} + high;
+    lanes = lanes < lows ? lows : lanes;
+    return lanes > highs ? highs : lanes;
 }
 
-static Lanes lnPixels(const std::uint8_t* pFirst, const std::uint8_t* pSecond)
+static Lanes LoadPixels(const std::uint8_t* first, const std::uint8_t* second)
 {
     using Loaded = std::uint8_t __attribute__((vector_size(8)));
-    std::array<std::uint32_t, 2> aPixels{};
-    std::memcpy(&aPixels[0], pFirst, 4);
-    std::memcpy(&aPixels[1], pSecond, 4);
-    Loaded vBytes;
-    std::memcpy(&vBytes, aPixels.data(), 8);
-    return __builtin_convertvector(vBytes, Lanes);
+    std::array<std::uint32_t, 2> pixels{};
+    std::memcpy(&pixels[0], first, 4);
+    std::memcpy(&pixels[1], second, 4);
+    Loaded bytes;
+    std::memcpy(&bytes, pixels.data(), 8);
+    return __builtin_convertvector(bytes, Lanes);
 }
 
 /// A row of two bands: where its pixels come from and its indexes go to, and the errors that the row above
-/// left, which are replaced by those for the row below. aErrors has one element before the first pixel's and
+/// left, which are replaced by those for the row below. errors has one element before the first pixel's and
 /// one after the last.
 struct RowPair {
-    std::array<const std::uint8_t*, 2> aPixels;
-    std::array<std::uint8_t*, 2> aIndexes;
-    Lanes* aErrors;
+    std::array<const std::uint8_t*, 2> pixels;
+    std::array<std::uint8_t*, 2> indexes;
+    Lanes* errors;
 };
 
 struct Quantiser {
-    std::vector<std::uint8_t> aNearest;
-    std::array<std::uint64_t, 256> aColours{};  ///< B, G, R, 0 in 16 bits each
-    std::uint8_t nTransparent = 0;
+    std::vector<std::uint8_t> nearest;
+    std::array<std::uint64_t, 256> colours{};  ///< B, G, R, 0 in 16 bits each
+    std::uint8_t transparent = 0;
 };
 
 struct Running {
-    Lanes lnRight{}, lnBelow{},
-        lnAhead{};  ///< sixteenths of a level for the next pixel, for the one below, and ahead
+    Lanes right{}, below{},
+        ahead{};  ///< sixteenths of a level for the next pixel, for the one below, and ahead
 };
 
-template <std::int32_t nChannels>
-static inline void TakePixel(const RowPair& objRow, std::int32_t x, std::int32_t nStep,
-                             const Quantiser& objQuantiser, Running& objRunning)
+template <std::int32_t kChannels>
+static inline void TakePixel(const RowPair& row, std::int32_t x, std::int32_t step,
+                             const Quantiser& quantiser, Running& running)
 {
     constexpr std::uint64_t kUpper = (std::uint64_t{1} << kTableBits) - 1;
     constexpr std::uint64_t kLane = kUpper << 32 | kUpper << 16 | kUpper;
     constexpr std::uint64_t kGather =
         std::uint64_t{1} << (32 + 2 * kTableBits) | std::uint64_t{1} << (16 + kTableBits) | 1;
     constexpr std::uint64_t kMask = (std::uint64_t{1} << 3 * kTableBits) - 1;
-    const std::uint8_t* pFirst = objRow.aPixels[0] + std::ptrdiff_t{x} * nChannels;
-    const std::uint8_t* pSecond = objRow.aPixels[1] + std::ptrdiff_t{x} * nChannels;
-    Lanes* pError = objRow.aErrors + x;
+    const std::uint8_t* first = row.pixels[0] + std::ptrdiff_t{x} * kChannels;
+    const std::uint8_t* second = row.pixels[1] + std::ptrdiff_t{x} * kChannels;
+    Lanes* carried = row.errors + x;
 
-    const Lanes lnTaken =
-        lnClamped((*pError + objRunning.lnRight + std::int16_t{8}) >> 4, -kMostError, kMostError);
-    const Lanes lnWanted = lnClamped(lnPixels(pFirst, pSecond) + lnTaken, 0, 255);
+    const Lanes taken = Clamp((*carried + running.right + std::int16_t{8}) >> 4, -kMostError, kMostError);
+    const Lanes wanted = Clamp(LoadPixels(first, second) + taken, 0, 255);
     // One product brings the upper bits of R, G and B together from bit 32 on.
-    const Halves aCells = reinterpret_cast<Halves>(lnWanted >> (8 - kTableBits)) & kLane;
-    std::uint8_t nFirst = objQuantiser.aNearest[aCells[0] * kGather >> 32 & kMask];
-    std::uint8_t nSecond = objQuantiser.aNearest[aCells[1] * kGather >> 32 & kMask];
-    const Halves aColours = {objQuantiser.aColours[nFirst], objQuantiser.aColours[nSecond]};
-    Lanes lnError = lnWanted - reinterpret_cast<Lanes>(aColours);
-    if constexpr (nChannels == 4) {
-        const bool bFirst = pFirst[3] >= 128, bSecond = pSecond[3] >= 128;
-        const Halves aOpaque = {bFirst ? ~std::uint64_t{0} : 0, bSecond ? ~std::uint64_t{0} : 0};
-        lnError &= reinterpret_cast<Lanes>(aOpaque);
-        nFirst = bFirst ? nFirst : objQuantiser.nTransparent;
-        nSecond = bSecond ? nSecond : objQuantiser.nTransparent;
+    const Halves cells = reinterpret_cast<Halves>(wanted >> (8 - kTableBits)) & kLane;
+    std::uint8_t first_index = quantiser.nearest[cells[0] * kGather >> 32 & kMask];
+    std::uint8_t second_index = quantiser.nearest[cells[1] * kGather >> 32 & kMask];
+    const Halves colours = {quantiser.colours[first_index], quantiser.colours[second_index]};
+    Lanes error = wanted - reinterpret_cast<Lanes>(colours);
+    if constexpr (kChannels == 4) {
+        const bool first_visible = first[3] >= 128, second_visible = second[3] >= 128;
+        const Halves opaque = {first_visible ? ~std::uint64_t{0} : 0, second_visible ? ~std::uint64_t{0} : 0};
+        error &= reinterpret_cast<Lanes>(opaque);
+        first_index = first_visible ? first_index : quantiser.transparent;
+        second_index = second_visible ? second_index : quantiser.transparent;
     }
-    objRow.aIndexes[0][x] = nFirst;
-    objRow.aIndexes[1][x] = nSecond;
+    row.indexes[0][x] = first_index;
+    row.indexes[1][x] = second_index;
 
-    objRunning.lnRight = lnError * std::int16_t{7};
-    pError[-nStep] = objRunning.lnBelow + lnError * std::int16_t{3};
-    objRunning.lnBelow = objRunning.lnAhead + lnError * std::int16_t{5};
-    objRunning.lnAhead = lnError;
+    running.right = error * std::int16_t{7};
+    carried[-step] = running.below + error * std::int16_t{3};
+    running.below = running.ahead + error * std::int16_t{5};
+    running.ahead = error;
 }
 
-template <std::int32_t nChannels>
-static void TakeRow(const std::array<RowPair, 2>& aRows, std::int32_t nWidth, bool bBackwards,
-                    const Quantiser& objQuantiser)
+template <std::int32_t kChannels>
+static void TakeRow(const std::array<RowPair, 2>& rows, std::int32_t width, bool backwards,
+                    const Quantiser& quantiser)
 {
-    const RowPair objFirst = aRows[0], objSecond = aRows[1];
-    const std::int32_t nStep = bBackwards ? -1 : 1;
-    std::int32_t x = bBackwards ? nWidth - 1 : 0;
-    Running objRunningFirst, objRunningSecond;
-    for (std::int32_t i = 0; i < nWidth; ++i, x += nStep) {
-        TakePixel<nChannels>(objFirst, x, nStep, objQuantiser, objRunningFirst);
-        TakePixel<nChannels>(objSecond, x, nStep, objQuantiser, objRunningSecond);
+    const RowPair first = rows[0], second = rows[1];
+    const std::int32_t step = backwards ? -1 : 1;
+    std::int32_t x = backwards ? width - 1 : 0;
+    Running running_first, running_second;
+    for (std::int32_t i = 0; i < width; ++i, x += step) {
+        TakePixel<kChannels>(first, x, step, quantiser, running_first);
+        TakePixel<kChannels>(second, x, step, quantiser, running_second);
     }
-    objFirst.aErrors[x - nStep] = objRunningFirst.lnBelow;
-    objSecond.aErrors[x - nStep] = objRunningSecond.lnBelow;
+    first.errors[x - step] = running_first.below;
+    second.errors[x - step] = running_second.below;
 }
 
-PixelBytes aDithered(const ImageBuffer& aImage, std::span<const PaletteColour> aPalette,
-                     std::int32_t nTransparent)
+PixelBytes Dither(const ImageBuffer& image, std::span<const PaletteColour> palette, std::int32_t transparent)
 {
-    Quantiser objQuantiser;
-    objQuantiser.aNearest = aNearestTable(aPalette);
-    objQuantiser.nTransparent = static_cast<std::uint8_t>(nTransparent);
-    for (std::size_t i = 0; i < aPalette.size(); ++i)
+    Quantiser quantiser;
+    quantiser.nearest = BuildNearestTable(palette);
+    quantiser.transparent = static_cast<std::uint8_t>(transparent);
+    for (std::size_t i = 0; i < palette.size(); ++i)
         for (std::size_t c = 0; c < 3; ++c)
-            objQuantiser.aColours[i] |= std::uint64_t{aPalette[i][c]} << (16 * c);
+            quantiser.colours[i] |= std::uint64_t{palette[i][c]} << (16 * c);
 
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    const std::size_t nRowBytes = nWidth * static_cast<std::size_t>(aImage.channels);
+    const auto width = static_cast<std::size_t>(image.width);
+    const std::size_t row_bytes = width * static_cast<std::size_t>(image.channels);
     // A pixel is loaded as four bytes, which for the last one of three would be beyond the picture's end.
-    PixelBytes aLastRow(aImage.bytes.end() - static_cast<std::ptrdiff_t>(nRowBytes), aImage.bytes.end());
-    aLastRow.push_back(0);
-    PixelBytes aNowhere(nWidth);
-    PixelBytes aIndexes(nWidth * static_cast<std::size_t>(aImage.height));
-    std::vector<Lanes> aErrors(2 * (nWidth + 2));
+    PixelBytes last_row(image.bytes.end() - static_cast<std::ptrdiff_t>(row_bytes), image.bytes.end());
+    last_row.push_back(0);
+    PixelBytes nowhere(width);
+    PixelBytes indexes(width * static_cast<std::size_t>(image.height));
+    std::vector<Lanes> errors(2 * (width + 2));
 
-    const std::int32_t lBandRows = (aImage.height + kBands - 1) / kBands;
-    for (std::int32_t lRow = -kLeadRows; lRow < lBandRows; ++lRow) {
-        std::array<RowPair, 2> aRows{};
-        for (std::int32_t lBand = 0; lBand < kBands; ++lBand) {
-            RowPair& objRow = aRows[static_cast<std::size_t>(lBand / 2)];
-            const std::int32_t y = std::clamp(lBand * lBandRows + lRow, 0, aImage.height - 1);
-            const bool bWanted = lRow >= 0 && lBand * lBandRows + lRow < aImage.height;
-            const auto nHalf = static_cast<std::size_t>(lBand % 2);
-            const auto nRow = static_cast<std::size_t>(y);
-            objRow.aPixels[nHalf] =
-                y == aImage.height - 1 ? aLastRow.data() : aImage.bytes.data() + nRow * nRowBytes;
-            objRow.aIndexes[nHalf] = bWanted ? aIndexes.data() + nRow * nWidth : aNowhere.data();
-            objRow.aErrors = aErrors.data() + static_cast<std::size_t>(lBand / 2) * (nWidth + 2) + 1;
+    const std::int32_t band_rows = (image.height + kBands - 1) / kBands;
+    for (std::int32_t row_index = -kLeadRows; row_index < band_rows; ++row_index) {
+        std::array<RowPair, 2> rows{};
+        for (std::int32_t band = 0; band < kBands; ++band) {
+            RowPair& row = rows[static_cast<std::size_t>(band / 2)];
+            const std::int32_t y = std::clamp(band * band_rows + row_index, 0, image.height - 1);
+            const bool wanted = row_index >= 0 && band * band_rows + row_index < image.height;
+            const auto half = static_cast<std::size_t>(band % 2);
+            const auto row_start = static_cast<std::size_t>(y);
+            row.pixels[half] =
+                y == image.height - 1 ? last_row.data() : image.bytes.data() + row_start * row_bytes;
+            row.indexes[half] = wanted ? indexes.data() + row_start * width : nowhere.data();
+            row.errors = errors.data() + static_cast<std::size_t>(band / 2) * (width + 2) + 1;
         }
-        const bool bBackwards = (lRow & 1) != 0;
-        if (aImage.channels == 4)
-            TakeRow<4>(aRows, aImage.width, bBackwards, objQuantiser);
+        const bool backwards = (row_index & 1) != 0;
+        if (image.channels == 4)
+            TakeRow<4>(rows, image.width, backwards, quantiser);
         else
-            TakeRow<3>(aRows, aImage.width, bBackwards, objQuantiser);
+            TakeRow<3>(rows, image.width, backwards, quantiser);
     }
-    return aIndexes;
+    return indexes;
 }

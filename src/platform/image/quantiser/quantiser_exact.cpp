@@ -9,83 +9,83 @@ static constexpr std::size_t kMostColours = 256;
 class ColourIndex
 {
 public:
-    /// The index of nColour, a new one if it is new; -1 if there are 256 others.
-    std::int32_t Of(std::uint32_t nColour)
+    /// The index of colour, a new one if it is new; -1 if there are 256 others.
+    std::int32_t Of(std::uint32_t colour)
     {
-        std::size_t nPlace = nColour * 0x9E3779B1u >> 22;
-        while (m_aPlaces[nPlace].nIndex >= 0 && m_aPlaces[nPlace].nColour != nColour)
-            nPlace = (nPlace + 1) % m_aPlaces.size();
-        Place& objPlace = m_aPlaces[nPlace];
-        if (objPlace.nIndex < 0) {
-            if (m_nColours == kMostColours)
+        std::size_t place_index = colour * 0x9E3779B1u >> 22;
+        while (places_[place_index].index >= 0 && places_[place_index].colour != colour)
+            place_index = (place_index + 1) % places_.size();
+        Place& place = places_[place_index];
+        if (place.index < 0) {
+            if (colours_ == kMostColours)
                 return -1;
-            objPlace = {nColour, static_cast<std::int32_t>(m_nColours++)};
+            place = {colour, static_cast<std::int32_t>(colours_++)};
         }
-        return objPlace.nIndex;
+        return place.index;
     }
-    std::size_t Count() const { return m_nColours; }
+    std::size_t Count() const { return colours_; }
 
 private:
     struct Place {
-        std::uint32_t nColour = 0;
-        std::int32_t nIndex = -1;
+        std::uint32_t colour = 0;
+        std::int32_t index = -1;
     };
-    std::array<Place, 1024> m_aPlaces;
-    std::size_t m_nColours = 0;
+    std::array<Place, 1024> places_;
+    std::size_t colours_ = 0;
 };
 
-static IndexedImage objGreys(const ImageBuffer& aImage)
+static IndexedImage QuantiseGreys(const ImageBuffer& image)
 {
-    std::array<bool, 256> aUsed{};
-    for (const std::uint8_t nGrey : aImage.bytes)
-        aUsed[nGrey] = true;
-    IndexedImage objResult;
-    std::array<std::uint8_t, 256> aIndexOf{};
+    std::array<bool, 256> used{};
+    for (const std::uint8_t grey : image.bytes)
+        used[grey] = true;
+    IndexedImage result;
+    std::array<std::uint8_t, 256> index_of{};
     for (std::size_t i = 0; i < 256; ++i)
-        if (aUsed[i]) {
-            const auto nGrey = static_cast<std::uint8_t>(i);
-            aIndexOf[i] = static_cast<std::uint8_t>(objResult.aPalette.size());
-            objResult.aPalette.push_back({nGrey, nGrey, nGrey});
+        if (used[i]) {
+            const auto grey = static_cast<std::uint8_t>(i);
+            index_of[i] = static_cast<std::uint8_t>(result.palette.size());
+            result.palette.push_back({grey, grey, grey});
         }
-    objResult.aIndexes.resize(aImage.bytes.size());
-    for (std::size_t i = 0; i < aImage.bytes.size(); ++i)
-        objResult.aIndexes[i] = aIndexOf[aImage.bytes[i]];
-    return objResult;
+    result.indexes.resize(image.bytes.size());
+    for (std::size_t i = 0; i < image.bytes.size(); ++i)
+        result.indexes[i] = index_of[image.bytes[i]];
+    return result;
 }
 
-std::optional<IndexedImage> objExact(const ImageBuffer& aImage)
+std::optional<IndexedImage> QuantiseExactly(const ImageBuffer& image)
 {
-    if (aImage.channels == 1)
-        return objGreys(aImage);
+    if (image.channels == 1)
+        return QuantiseGreys(image);
     constexpr std::uint32_t kTransparent = 0x1000000;  // no colour
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::size_t nPixels = aImage.bytes.size() / nChannels;
-    ColourIndex objColours;
-    IndexedImage objResult;
-    objResult.aIndexes.reserve(nPixels);  // touched only as far as the colours suffice
-    std::uint32_t nLast = ~std::uint32_t{0};
-    std::uint8_t nLastIndex = 0;
-    const std::uint8_t* pPixel = aImage.bytes.data();
-    for (std::size_t i = 0; i < nPixels; ++i, pPixel += nChannels) {
-        std::uint32_t nColour = pPixel[0] | static_cast<std::uint32_t>(pPixel[1]) << 8 |
-                                static_cast<std::uint32_t>(pPixel[2]) << 16;
-        if (nChannels == 4 && pPixel[3] < 128)
-            nColour = kTransparent;
-        if (nColour != nLast) {
-            nLast = nColour;
-            const std::int32_t nIndex = objColours.Of(nColour);
-            if (nIndex < 0)
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::size_t pixels = image.bytes.size() / channels;
+    ColourIndex colours;
+    IndexedImage result;
+    result.indexes.reserve(pixels);  // touched only as far as the colours suffice
+    std::uint32_t last = ~std::uint32_t{0};
+    std::uint8_t last_index = 0;
+    const std::uint8_t* pixel = image.bytes.data();
+    for (std::size_t i = 0; i < pixels; ++i, pixel += channels) {
+        std::uint32_t colour =
+            pixel[0] | static_cast<std::uint32_t>(pixel[1]) << 8 | static_cast<std::uint32_t>(pixel[2]) << 16;
+        if (channels == 4 && pixel[3] < 128)
+            colour = kTransparent;
+        if (colour != last) {
+            last = colour;
+            const std::int32_t index = colours.Of(colour);
+            if (index < 0)
                 return std::nullopt;
-            nLastIndex = static_cast<std::uint8_t>(nIndex);
-            if (objColours.Count() > objResult.aPalette.size()) {
-                objResult.aPalette.push_back({static_cast<std::uint8_t>(nColour),
-                                              static_cast<std::uint8_t>(nColour >> 8),
-                                              static_cast<std::uint8_t>(nColour >> 16)});
-                if (nColour == kTransparent)
-                    objResult.nTransparent = nIndex;
+            last_index = static_cast<std::uint8_t>(index);
+            if (colours.Count() > result.palette.size()) {
+                result.palette.push_back({static_cast<std::uint8_t>(colour),
+                                          static_cast<std::uint8_t>(colour >> 8),
+                                          static_cast<std::uint8_t>(colour >> 16)});
+                if (colour == kTransparent)
+                    result.transparent = index;
             }
         }
-        objResult.aIndexes.push_back(nLastIndex);
+        result.indexes.push_back(last_index);
     }
-    return objResult;
+    return result;
 }

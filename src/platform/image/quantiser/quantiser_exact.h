@@ -8,4 +8,4 @@
 
 /// The picture in its own colours, in the order in which they appear (greys in ascending order); nothing if
 /// it has more than 256, the transparent one included.
-std::optional<IndexedImage> objExact(const ImageBuffer& aImage);
+std::optional<IndexedImage> QuantiseExactly(const ImageBuffer& image);

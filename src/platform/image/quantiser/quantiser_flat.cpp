@@ -10,77 +10,75 @@ static constexpr std::size_t kBlock = 8;  // pixels a side
 static constexpr std::uint64_t kLeastShare = 512;
 static constexpr std::uint32_t kNoColour = 0x1000000;
 
-static std::uint32_t ColourAt(const std::uint8_t* pPixel)
+static std::uint32_t ColourAt(const std::uint8_t* pixel)
 {
-    return pPixel[0] | static_cast<std::uint32_t>(pPixel[1]) << 8 |
-           static_cast<std::uint32_t>(pPixel[2]) << 16;
+    return pixel[0] | static_cast<std::uint32_t>(pixel[1]) << 8 | static_cast<std::uint32_t>(pixel[2]) << 16;
 }
 
-static bool bPlain(const std::uint8_t* pBlock, std::size_t nChannels, std::size_t nRowBytes)
+static bool IsPlain(const std::uint8_t* block, std::size_t channels, std::size_t row_bytes)
 {
-    if (nChannels == 4 && pBlock[3] < 128)
+    if (channels == 4 && block[3] < 128)
         return false;
     // All bytes but the last pixel's are equal to those one pixel on; all rows are equal to the first.
-    if (std::memcmp(pBlock, pBlock + nChannels, (kBlock - 1) * nChannels) != 0)
+    if (std::memcmp(block, block + channels, (kBlock - 1) * channels) != 0)
         return false;
-    for (std::size_t nRow = 1; nRow < kBlock; ++nRow)
-        if (std::memcmp(pBlock, pBlock + nRow * nRowBytes, kBlock * nChannels) != 0)
+    for (std::size_t row = 1; row < kBlock; ++row)
+        if (std::memcmp(block, block + row * row_bytes, kBlock * channels) != 0)
             return false;
     return true;
 }
 
-std::vector<FlatColour> aFlatColours(const ImageBuffer& aImage)
+std::vector<FlatColour> FindFlatColours(const ImageBuffer& image)
 {
-    const auto nWidth = static_cast<std::size_t>(aImage.width),
-               nHeight = static_cast<std::size_t>(aImage.height);
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::size_t nRowBytes = nWidth * nChannels;
-    std::unordered_map<std::uint32_t, std::uint64_t> colCounts;
-    for (std::size_t y = 0; y + kBlock <= nHeight; y += kBlock)
-        for (std::size_t x = 0; x + kBlock <= nWidth; x += kBlock) {
-            const std::uint8_t* pBlock = aImage.bytes.data() + y * nRowBytes + x * nChannels;
-            if (bPlain(pBlock, nChannels, nRowBytes))
-                colCounts[ColourAt(pBlock)] += kBlock * kBlock;
+    const auto width = static_cast<std::size_t>(image.width), height = static_cast<std::size_t>(image.height);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::size_t row_bytes = width * channels;
+    std::unordered_map<std::uint32_t, std::uint64_t> count_of;
+    for (std::size_t y = 0; y + kBlock <= height; y += kBlock)
+        for (std::size_t x = 0; x + kBlock <= width; x += kBlock) {
+            const std::uint8_t* block = image.bytes.data() + y * row_bytes + x * channels;
+            if (IsPlain(block, channels, row_bytes))
+                count_of[ColourAt(block)] += kBlock * kBlock;
         }
-    std::vector<std::pair<std::uint64_t, std::uint32_t>> aCounts;
-    for (const auto& [nColour, nPixels] : colCounts)
-        if (nPixels >= nWidth * nHeight / kLeastShare)
-            aCounts.emplace_back(nPixels, nColour);
-    std::sort(aCounts.rbegin(), aCounts.rend());
-    aCounts.resize(std::min(aCounts.size(), kMaxFlatColours));
-    std::vector<FlatColour> aFlats;
-    for (const auto& [nPixels, nColour] : aCounts)
-        aFlats.push_back({{static_cast<std::uint8_t>(nColour), static_cast<std::uint8_t>(nColour >> 8),
-                           static_cast<std::uint8_t>(nColour >> 16)},
-                          nPixels});
-    return aFlats;
+    std::vector<std::pair<std::uint64_t, std::uint32_t>> counts;
+    for (const auto& [colour, pixels] : count_of)
+        if (pixels >= width * height / kLeastShare)
+            counts.emplace_back(pixels, colour);
+    std::sort(counts.rbegin(), counts.rend());
+    counts.resize(std::min(counts.size(), kMaxFlatColours));
+    std::vector<FlatColour> flats;
+    for (const auto& [pixels, colour] : counts)
+        flats.push_back({{static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
+                          static_cast<std::uint8_t>(colour >> 16)},
+                         pixels});
+    return flats;
 }
 
-void TakeFlatColours(const ImageBuffer& aImage, const std::vector<FlatColour>& aFlats, std::size_t nFirst,
-                     PixelBytes& aIndexes)
+void TakeFlatColours(const ImageBuffer& image, const std::vector<FlatColour>& flats, std::size_t first,
+                     PixelBytes& indexes)
 {
     // A hash table with so many empty places that nearly every pixel is settled by one look.
     struct Place {
-        std::uint32_t nColour = kNoColour;
-        std::uint32_t nIndex = 0;
+        std::uint32_t colour = kNoColour;
+        std::uint32_t index = 0;
     };
-    std::array<Place, 1024> aPlaces;
-    const auto nFirstPlace = [](std::uint32_t nColour) { return nColour * 0x9E3779B1u >> 22; };
-    for (std::size_t i = 0; i < aFlats.size(); ++i) {
-        const std::uint32_t nColour = ColourAt(aFlats[i].aColour.data());
-        std::size_t nPlace = nFirstPlace(nColour);
-        while (aPlaces[nPlace].nColour != kNoColour)
-            nPlace = (nPlace + 1) % aPlaces.size();
-        aPlaces[nPlace] = {nColour, static_cast<std::uint32_t>(nFirst + i)};
+    std::array<Place, 1024> places;
+    const auto first_place = [](std::uint32_t colour) { return colour * 0x9E3779B1u >> 22; };
+    for (std::size_t i = 0; i < flats.size(); ++i) {
+        const std::uint32_t colour = ColourAt(flats[i].colour.data());
+        std::size_t place = first_place(colour);
+        while (places[place].colour != kNoColour)
+            place = (place + 1) % places.size();
+        places[place] = {colour, static_cast<std::uint32_t>(first + i)};
     }
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::uint8_t* pPixel = aImage.bytes.data();
-    for (std::size_t i = 0; i < aIndexes.size(); ++i, pPixel += nChannels) {
-        const std::uint32_t nColour = ColourAt(pPixel);
-        std::size_t nPlace = nFirstPlace(nColour);
-        while (aPlaces[nPlace].nColour != nColour && aPlaces[nPlace].nColour != kNoColour)
-            nPlace = (nPlace + 1) % aPlaces.size();
-        if (aPlaces[nPlace].nColour == nColour && (nChannels == 3 || pPixel[3] >= 128))
-            aIndexes[i] = static_cast<std::uint8_t>(aPlaces[nPlace].nIndex);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::uint8_t* pixel = image.bytes.data();
+    for (std::size_t i = 0; i < indexes.size(); ++i, pixel += channels) {
+        const std::uint32_t colour = ColourAt(pixel);
+        std::size_t place = first_place(colour);
+        while (places[place].colour != colour && places[place].colour != kNoColour)
+            place = (place + 1) % places.size();
+        if (places[place].colour == colour && (channels == 3 || pixel[3] >= 128))
+            indexes[i] = static_cast<std::uint8_t>(places[place].index);
     }
 }

@@ -15,277 +15,273 @@ static constexpr std::int32_t kFarAway = 1000;  // levels: what fills the places
 using Colour = std::array<std::int32_t, 3>;  ///< B, G, R
 
 struct CellSums {
-    std::uint64_t nCount = 0;
-    std::array<std::uint64_t, 3> aSums{};  ///< of the pixels' B, G and R
+    std::uint64_t count = 0;
+    std::array<std::uint64_t, 3> sums{};  ///< of the pixels' B, G and R
 };
 
 struct Cell {
-    double dCount;
-    Colour aMean;
+    double count;
+    Colour mean;
 };
 
-static std::size_t CellOf(std::uint32_t nColour)
+static std::size_t CellOf(std::uint32_t colour)
 {
-    return (nColour >> 9 & 0x7C00) | (nColour >> 6 & 0x3E0) | (nColour >> 3 & 0x1F);
+    return (colour >> 9 & 0x7C00) | (colour >> 6 & 0x3E0) | (colour >> 3 & 0x1F);
 }
 
 // A cell's count and the sums of the three low bits of its pixels are added up in one number of four 16-bit
 // fields, which is emptied into the wide sums before a field can overflow.
-static void EmptyPacked(std::uint64_t& nPacked, std::size_t nCell, CellSums& objSums)
+static void EmptyPacked(std::uint64_t& packed, std::size_t cell, CellSums& sums)
 {
-    const std::uint64_t nCount = nPacked >> 48;
-    objSums.nCount += nCount;
+    const std::uint64_t count = packed >> 48;
+    sums.count += count;
     for (std::size_t c = 0; c < 3; ++c) {
-        const std::uint64_t nBase = (nCell >> (5 * c) & 31) * 8;
-        objSums.aSums[c] += nCount * nBase + (nPacked >> (16 * c) & 0xFFFF);
+        const std::uint64_t base = (cell >> (5 * c) & 31) * 8;
+        sums.sums[c] += count * base + (packed >> (16 * c) & 0xFFFF);
     }
-    nPacked = 0;
+    packed = 0;
 }
 
-template <std::size_t nChannels>
-static std::vector<CellSums> aHistogram(const PixelBytes& aBytes)
+template <std::size_t kChannels>
+static std::vector<CellSums> ColourHistogram(const PixelBytes& bytes)
 {
-    std::vector<std::uint64_t> aPacked(kCells);
-    std::vector<CellSums> aSums(kCells);
-    const std::uint8_t* pEnd = aBytes.data() + aBytes.size();
-    for (const std::uint8_t* p = aBytes.data(); p != pEnd; p += nChannels) {
-        if (nChannels == 4 && p[3] < 128)
+    std::vector<std::uint64_t> packed(kCells);
+    std::vector<CellSums> sums(kCells);
+    const std::uint8_t* end = bytes.data() + bytes.size();
+    for (const std::uint8_t* p = bytes.data(); p != end; p += kChannels) {
+        if (kChannels == 4 && p[3] < 128)
             continue;
-        const std::uint32_t nColour =
+        const std::uint32_t colour =
             p[0] | static_cast<std::uint32_t>(p[1]) << 8 | static_cast<std::uint32_t>(p[2]) << 16;
-        const std::size_t nCell = CellOf(nColour);
-        const std::uint64_t nLow = nColour & 0x070707;
-        aPacked[nCell] += std::uint64_t{1} << 48 | (nLow & 7) | (nLow & 0x700) << 8 | (nLow & 0x70000) << 16;
-        if (aPacked[nCell] >> 61 != 0)
-            EmptyPacked(aPacked[nCell], nCell, aSums[nCell]);
+        const std::size_t cell = CellOf(colour);
+        const std::uint64_t low = colour & 0x070707;
+        packed[cell] += std::uint64_t{1} << 48 | (low & 7) | (low & 0x700) << 8 | (low & 0x70000) << 16;
+        if (packed[cell] >> 61 != 0)
+            EmptyPacked(packed[cell], cell, sums[cell]);
     }
     for (std::size_t i = 0; i < kCells; ++i)
-        if (aPacked[i] != 0)
-            EmptyPacked(aPacked[i], i, aSums[i]);
-    return aSums;
+        if (packed[i] != 0)
+            EmptyPacked(packed[i], i, sums[i]);
+    return sums;
 }
 
 // Sums over all cells from the cube's corner up to a cell, so that those of any box come from its eight
 // corners.
 struct Moments {
-    double dCount = 0;
-    std::array<double, 3> aSums{};
-    double dSquares = 0;
+    double count = 0;
+    std::array<double, 3> sums{};
+    double squares = 0;
 
-    Moments& Add(const Moments& o, double dSign)
+    Moments& Add(const Moments& o, double sign)
     {
-        dCount += dSign * o.dCount;
+        count += sign * o.count;
         for (std::size_t c = 0; c < 3; ++c)
-            aSums[c] += dSign * o.aSums[c];
-        dSquares += dSign * o.dSquares;
+            sums[c] += sign * o.sums[c];
+        squares += sign * o.squares;
         return *this;
     }
     double SumsSquaredPerCount() const
     {
-        if (dCount <= 0)
+        if (count <= 0)
             return 0;
-        return (aSums[0] * aSums[0] + aSums[1] * aSums[1] + aSums[2] * aSums[2]) / dCount;
+        return (sums[0] * sums[0] + sums[1] * sums[1] + sums[2] * sums[2]) / count;
     }
-    double Variance() const { return std::max(0.0, dSquares - SumsSquaredPerCount()); }
+    double Variance() const { return std::max(0.0, squares - SumsSquaredPerCount()); }
 };
 
-// The cells with aLow < cell <= aHigh along each axis, counted from 1.
+// The cells with low < cell <= high along each axis, counted from 1.
 struct Box {
-    std::array<std::size_t, 3> aLow{};
-    std::array<std::size_t, 3> aHigh{};
-    double dVariance = 0;
+    std::array<std::size_t, 3> low{};
+    std::array<std::size_t, 3> high{};
+    double variance = 0;
 };
 
 class Cube
 {
 public:
-    explicit Cube(const std::vector<CellSums>& aSums);
-    Moments Of(const Box& objBox) const;
-    /// Cuts objBox in two where the variance within falls most; False if it can't be cut.
-    bool Cut(Box& objBox, Box& objOther) const;
+    explicit Cube(const std::vector<CellSums>& sums);
+    Moments Of(const Box& box) const;
+    /// Cuts box in two where the variance within falls most; False if it can't be cut.
+    bool Cut(Box& box, Box& other) const;
 
 private:
     static std::size_t At(std::size_t b, std::size_t g, std::size_t r)
     {
         return (r * (kSide + 1) + g) * (kSide + 1) + b;
     }
-    std::vector<Moments> m_aUpTo;
+    std::vector<Moments> up_to_;
 };
 
-Cube::Cube(const std::vector<CellSums>& aSums) : m_aUpTo((kSide + 1) * (kSide + 1) * (kSide + 1))
+Cube::Cube(const std::vector<CellSums>& sums) : up_to_((kSide + 1) * (kSide + 1) * (kSide + 1))
 {
     for (std::size_t r = 1; r <= kSide; ++r)
         for (std::size_t g = 1; g <= kSide; ++g)
             for (std::size_t b = 1; b <= kSide; ++b) {
-                const CellSums& objCell = aSums[((r - 1) * kSide + g - 1) * kSide + b - 1];
-                Moments& m = m_aUpTo[At(b, g, r)];
-                if (objCell.nCount > 0) {
-                    m.dCount = static_cast<double>(objCell.nCount);
+                const CellSums& cell = sums[((r - 1) * kSide + g - 1) * kSide + b - 1];
+                Moments& m = up_to_[At(b, g, r)];
+                if (cell.count > 0) {
+                    m.count = static_cast<double>(cell.count);
                     for (std::size_t c = 0; c < 3; ++c)
-                        m.aSums[c] = static_cast<double>(objCell.aSums[c]);
-                    m.dSquares = m.SumsSquaredPerCount();
+                        m.sums[c] = static_cast<double>(cell.sums[c]);
+                    m.squares = m.SumsSquaredPerCount();
                 }
             }
     for (std::size_t r = 1; r <= kSide; ++r)
         for (std::size_t g = 1; g <= kSide; ++g)
             for (std::size_t b = 1; b <= kSide; ++b)
-                m_aUpTo[At(b, g, r)].Add(m_aUpTo[At(b - 1, g, r)], 1);
+                up_to_[At(b, g, r)].Add(up_to_[At(b - 1, g, r)], 1);
     for (std::size_t r = 1; r <= kSide; ++r)
         for (std::size_t g = 1; g <= kSide; ++g)
             for (std::size_t b = 1; b <= kSide; ++b)
-                m_aUpTo[At(b, g, r)].Add(m_aUpTo[At(b, g - 1, r)], 1);
+                up_to_[At(b, g, r)].Add(up_to_[At(b, g - 1, r)], 1);
     for (std::size_t r = 1; r <= kSide; ++r)
         for (std::size_t g = 1; g <= kSide; ++g)
             for (std::size_t b = 1; b <= kSide; ++b)
-                m_aUpTo[At(b, g, r)].Add(m_aUpTo[At(b, g, r - 1)], 1);
+                up_to_[At(b, g, r)].Add(up_to_[At(b, g, r - 1)], 1);
 }
 
-Moments Cube::Of(const Box& objBox) const
+Moments Cube::Of(const Box& box) const
 {
-    Moments objSum;
-    for (unsigned nCorner = 0; nCorner < 8; ++nCorner) {
-        const auto nAt = [&](std::size_t c) {
-            return (nCorner >> c & 1) != 0 ? objBox.aHigh[c] : objBox.aLow[c];
-        };
-        const bool bPlus = ((nCorner ^ nCorner >> 1 ^ nCorner >> 2) & 1) != 0;
-        objSum.Add(m_aUpTo[At(nAt(0), nAt(1), nAt(2))], bPlus ? 1 : -1);
+    Moments sum;
+    for (unsigned corner = 0; corner < 8; ++corner) {
+        const auto at = [&](std::size_t c) { return (corner >> c & 1) != 0 ? box.high[c] : box.low[c]; };
+        const bool plus = ((corner ^ corner >> 1 ^ corner >> 2) & 1) != 0;
+        sum.Add(up_to_[At(at(0), at(1), at(2))], plus ? 1 : -1);
     }
-    return objSum;
+    return sum;
 }
 
-bool Cube::Cut(Box& objBox, Box& objOther) const
+bool Cube::Cut(Box& box, Box& other) const
 {
-    const Moments objWhole = Of(objBox);
-    double dBest = 0;
-    std::size_t nBestAxis = 3;
-    std::size_t nBestAt = 0;
-    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis) {
-        Box objHalf = objBox;
-        for (std::size_t nAt = objBox.aLow[nAxis] + 1; nAt < objBox.aHigh[nAxis]; ++nAt) {
-            objHalf.aHigh[nAxis] = nAt;
-            const Moments objLow = Of(objHalf);
-            Moments objHigh = objWhole;
-            objHigh.Add(objLow, -1);
-            if (objLow.dCount < 0.5 || objHigh.dCount < 0.5)
+    const Moments whole = Of(box);
+    double best = 0;
+    std::size_t best_axis = 3;
+    std::size_t best_at = 0;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        Box half = box;
+        for (std::size_t at = box.low[axis] + 1; at < box.high[axis]; ++at) {
+            half.high[axis] = at;
+            const Moments low = Of(half);
+            Moments high = whole;
+            high.Add(low, -1);
+            if (low.count < 0.5 || high.count < 0.5)
                 continue;
-            const double dGain = objLow.SumsSquaredPerCount() + objHigh.SumsSquaredPerCount();
-            if (dGain > dBest) {
-                dBest = dGain;
-                nBestAxis = nAxis;
-                nBestAt = nAt;
+            const double gain = low.SumsSquaredPerCount() + high.SumsSquaredPerCount();
+            if (gain > best) {
+                best = gain;
+                best_axis = axis;
+                best_at = at;
             }
         }
     }
-    if (nBestAxis == 3)
+    if (best_axis == 3)
         return false;
-    objOther = objBox;
-    objBox.aHigh[nBestAxis] = nBestAt;
-    objOther.aLow[nBestAxis] = nBestAt;
-    objBox.dVariance = Of(objBox).Variance();
-    objOther.dVariance = Of(objOther).Variance();
+    other = box;
+    box.high[best_axis] = best_at;
+    other.low[best_axis] = best_at;
+    box.variance = Of(box).Variance();
+    other.variance = Of(other).Variance();
     return true;
 }
 
-static std::vector<Colour> aCutColours(const std::vector<CellSums>& aSums, std::size_t nColours)
+static std::vector<Colour> CutColours(const std::vector<CellSums>& sums, std::size_t colour_count)
 {
-    const Cube objCube(aSums);
-    std::vector<Box> aBoxes(1);
-    aBoxes[0].aHigh.fill(kSide);
-    aBoxes[0].dVariance = objCube.Of(aBoxes[0]).Variance();
-    while (aBoxes.size() < nColours) {
-        const auto itWidest = std::max_element(aBoxes.begin(), aBoxes.end(), [](const Box& a, const Box& b) {
-            return a.dVariance < b.dVariance;
-        });
-        if (itWidest->dVariance <= 0)
+    const Cube cube(sums);
+    std::vector<Box> boxes(1);
+    boxes[0].high.fill(kSide);
+    boxes[0].variance = cube.Of(boxes[0]).Variance();
+    while (boxes.size() < colour_count) {
+        const auto widest = std::max_element(
+            boxes.begin(), boxes.end(), [](const Box& a, const Box& b) { return a.variance < b.variance; });
+        if (widest->variance <= 0)
             break;
-        Box objOther;
-        if (objCube.Cut(*itWidest, objOther))
-            aBoxes.push_back(objOther);
+        Box other;
+        if (cube.Cut(*widest, other))
+            boxes.push_back(other);
         else
-            itWidest->dVariance = 0;
+            widest->variance = 0;
     }
-    std::vector<Colour> aColours;
-    for (const Box& objBox : aBoxes) {
-        const Moments m = objCube.Of(objBox);
-        if (m.dCount < 0.5)
+    std::vector<Colour> colours;
+    for (const Box& box : boxes) {
+        const Moments m = cube.Of(box);
+        if (m.count < 0.5)
             continue;
-        Colour aMean{};
+        Colour mean{};
         for (std::size_t c = 0; c < 3; ++c)
-            aMean[c] = static_cast<std::int32_t>(m.aSums[c] / m.dCount + 0.5);
-        aColours.push_back(aMean);
+            mean[c] = static_cast<std::int32_t>(m.sums[c] / m.count + 0.5);
+        colours.push_back(mean);
     }
-    return aColours;
+    return colours;
 }
 
 // Distance and index in one number, so that the nearest colour is a plain minimum, which compilers turn into
 // vectors.
-__attribute__((target_clones("avx2", "default"))) static std::int32_t nNearest(
-    const std::int32_t* pB, const std::int32_t* pG, const std::int32_t* pR, std::int32_t nB, std::int32_t nG,
-    std::int32_t nR)
+__attribute__((target_clones("avx2", "default"))) static std::int32_t Nearest(
+    const std::int32_t* blues, const std::int32_t* greens, const std::int32_t* reds, std::int32_t blue,
+    std::int32_t green, std::int32_t red)
 {
-    std::int32_t nBest = INT32_MAX;
+    std::int32_t best = INT32_MAX;
     for (std::int32_t i = 0; i < 256; ++i) {
-        const std::int32_t b = pB[i] - nB, g = pG[i] - nG, r = pR[i] - nR;
-        nBest = std::min(nBest, (b * b + g * g + r * r) << 8 | i);
+        const std::int32_t b = blues[i] - blue, g = greens[i] - green, r = reds[i] - red;
+        best = std::min(best, (b * b + g * g + r * r) << 8 | i);
     }
-    return nBest & 255;
+    return best & 255;
 }
 
-// k-means: each cell goes to its nearest colour, each colour from nFixed on to the mean of its cells.
-static void Refine(const std::vector<Cell>& aCells, std::vector<Colour>& aColours, std::size_t nFixed)
+// k-means: each cell goes to its nearest colour, each colour from fixed on to the mean of its cells.
+static void Refine(const std::vector<Cell>& cells, std::vector<Colour>& colours, std::size_t fixed)
 {
-    std::array<std::array<std::int32_t, 256>, 3> aPlanes;
-    for (int nRound = 0; nRound < kRounds; ++nRound) {
+    std::array<std::array<std::int32_t, 256>, 3> planes;
+    for (int round = 0; round < kRounds; ++round) {
         for (std::size_t c = 0; c < 3; ++c)
             for (std::size_t i = 0; i < 256; ++i)
-                aPlanes[c][i] = i < aColours.size() ? aColours[i][c] : kFarAway;
-        std::array<std::array<double, 4>, 256> aSums{};
-        for (const Cell& objCell : aCells) {
-            const std::int32_t nColour = nNearest(aPlanes[0].data(), aPlanes[1].data(), aPlanes[2].data(),
-                                                  objCell.aMean[0], objCell.aMean[1], objCell.aMean[2]);
-            std::array<double, 4>& aSum = aSums[static_cast<std::size_t>(nColour)];
+                planes[c][i] = i < colours.size() ? colours[i][c] : kFarAway;
+        std::array<std::array<double, 4>, 256> sums{};
+        for (const Cell& cell : cells) {
+            const std::int32_t colour = Nearest(planes[0].data(), planes[1].data(), planes[2].data(),
+                                                cell.mean[0], cell.mean[1], cell.mean[2]);
+            std::array<double, 4>& sum = sums[static_cast<std::size_t>(colour)];
             for (std::size_t c = 0; c < 3; ++c)
-                aSum[c] += objCell.dCount * objCell.aMean[c];
-            aSum[3] += objCell.dCount;
+                sum[c] += cell.count * cell.mean[c];
+            sum[3] += cell.count;
         }
-        for (std::size_t i = nFixed; i < aColours.size(); ++i)
-            for (std::size_t c = 0; c < 3 && aSums[i][3] > 0; ++c)
-                aColours[i][c] = static_cast<std::int32_t>(aSums[i][c] / aSums[i][3] + 0.5);
+        for (std::size_t i = fixed; i < colours.size(); ++i)
+            for (std::size_t c = 0; c < 3 && sums[i][3] > 0; ++c)
+                colours[i][c] = static_cast<std::int32_t>(sums[i][c] / sums[i][3] + 0.5);
     }
 }
 
-std::vector<PaletteColour> aFittedPalette(const ImageBuffer& aImage, const std::vector<FlatColour>& aFlats,
-                                          std::size_t nColours)
+std::vector<PaletteColour> FitPalette(const ImageBuffer& image, const std::vector<FlatColour>& flats,
+                                      std::size_t colour_count)
 {
-    std::vector<CellSums> aSums =
-        aImage.channels == 4 ? aHistogram<4>(aImage.bytes) : aHistogram<3>(aImage.bytes);
-    std::vector<Colour> aColours;
-    for (const FlatColour& objFlat : aFlats) {
-        const PaletteColour& aColour = objFlat.aColour;
-        aColours.push_back({aColour[0], aColour[1], aColour[2]});
-        CellSums& objSums = aSums[CellOf(aColour[0] | static_cast<std::uint32_t>(aColour[1]) << 8 |
-                                         static_cast<std::uint32_t>(aColour[2]) << 16)];
-        objSums.nCount -= objFlat.nPixels;
+    std::vector<CellSums> cell_sums =
+        image.channels == 4 ? ColourHistogram<4>(image.bytes) : ColourHistogram<3>(image.bytes);
+    std::vector<Colour> colours;
+    for (const FlatColour& flat : flats) {
+        const PaletteColour& colour = flat.colour;
+        colours.push_back({colour[0], colour[1], colour[2]});
+        CellSums& sums = cell_sums[CellOf(colour[0] | static_cast<std::uint32_t>(colour[1]) << 8 |
+                                          static_cast<std::uint32_t>(colour[2]) << 16)];
+        sums.count -= flat.pixels;
         for (std::size_t c = 0; c < 3; ++c)
-            objSums.aSums[c] -= objFlat.nPixels * aColour[c];
+            sums.sums[c] -= flat.pixels * colour[c];
     }
-    std::vector<Cell> aCells;
-    for (const CellSums& objSums : aSums)
-        if (objSums.nCount > 0) {
-            Cell objCell{static_cast<double>(objSums.nCount), {}};
+    std::vector<Cell> cells;
+    for (const CellSums& sums : cell_sums)
+        if (sums.count > 0) {
+            Cell cell{static_cast<double>(sums.count), {}};
             for (std::size_t c = 0; c < 3; ++c)
-                objCell.aMean[c] =
-                    static_cast<std::int32_t>((objSums.aSums[c] + objSums.nCount / 2) / objSums.nCount);
-            aCells.push_back(objCell);
+                cell.mean[c] = static_cast<std::int32_t>((sums.sums[c] + sums.count / 2) / sums.count);
+            cells.push_back(cell);
         }
-    if (!aCells.empty()) {
-        const std::vector<Colour> aCut = aCutColours(aSums, nColours - aFlats.size());
-        aColours.insert(aColours.end(), aCut.begin(), aCut.end());
-        Refine(aCells, aColours, aFlats.size());
+    if (!cells.empty()) {
+        const std::vector<Colour> cut = CutColours(cell_sums, colour_count - flats.size());
+        colours.insert(colours.end(), cut.begin(), cut.end());
+        Refine(cells, colours, flats.size());
     }
-    std::vector<PaletteColour> aPalette;
-    for (const Colour& aColour : aColours)
-        aPalette.push_back({static_cast<std::uint8_t>(aColour[0]), static_cast<std::uint8_t>(aColour[1]),
-                            static_cast<std::uint8_t>(aColour[2])});
-    return aPalette;
+    std::vector<PaletteColour> palette;
+    for (const Colour& colour : colours)
+        palette.push_back({static_cast<std::uint8_t>(colour[0]), static_cast<std::uint8_t>(colour[1]),
+                           static_cast<std::uint8_t>(colour[2])});
+    return palette;
 }

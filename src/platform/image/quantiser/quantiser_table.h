@@ -11,6 +11,6 @@
 constexpr unsigned kTableBits = 6;  ///< of each of B, G and R
 
 /// The index of the nearest palette colour for each cell of the colour cube, measured from the cell's middle.
-/// The cell of a colour is made of the upper bits of B, of G and of R, R's lowest. aPalette has 1 to 256
+/// The cell of a colour is made of the upper bits of B, of G and of R, R's lowest. palette has 1 to 256
 /// colours; of colours equally near the first is taken.
-std::vector<std::uint8_t> aNearestTable(std::span<const PaletteColour> aPalette);
+std::vector<std::uint8_t> BuildNearestTable(std::span<const PaletteColour> palette);

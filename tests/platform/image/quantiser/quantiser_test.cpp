@@ -19,206 +19,205 @@
 
 namespace
 {
-ImageBuffer aFilled(std::int32_t lWidth, std::int32_t lHeight, const PaletteColour& aColour)
+ImageBuffer Filled(std::int32_t width, std::int32_t height, const PaletteColour& colour)
 {
-    ImageBuffer aImage;
-    aImage.width = lWidth;
-    aImage.height = lHeight;
-    aImage.channels = 3;
-    for (std::int32_t i = 0; i < lWidth * lHeight; ++i)
-        aImage.bytes.insert(aImage.bytes.end(), aColour.begin(), aColour.end());
-    return aImage;
+    ImageBuffer image;
+    image.width = width;
+    image.height = height;
+    image.channels = 3;
+    for (std::int32_t i = 0; i < width * height; ++i)
+        image.bytes.insert(image.bytes.end(), colour.begin(), colour.end());
+    return image;
 }
 
-void Fill(ImageBuffer& aImage, std::int32_t lLeft, std::int32_t lTop, std::int32_t lWidth,
-          std::int32_t lHeight, const PaletteColour& aColour)
+void Fill(ImageBuffer& image, std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height,
+          const PaletteColour& colour)
 {
-    for (std::int32_t y = lTop; y < lTop + lHeight; ++y)
-        for (std::int32_t x = lLeft; x < lLeft + lWidth; ++x)
-            std::copy(aColour.begin(), aColour.end(),
-                      aImage.bytes.begin() + (y * aImage.width + x) * aImage.channels);
+    for (std::int32_t y = top; y < top + height; ++y)
+        for (std::int32_t x = left; x < left + width; ++x)
+            std::copy(colour.begin(), colour.end(),
+                      image.bytes.begin() + (y * image.width + x) * image.channels);
 }
 
-PaletteColour ColourAt(const IndexedImage& objImage, std::size_t nPixel)
+PaletteColour ColourAt(const IndexedImage& image, std::size_t pixel)
 {
-    return objImage.aPalette.at(objImage.aIndexes.at(nPixel));
+    return image.palette.at(image.indexes.at(pixel));
 }
 
-ImageBuffer aShown(const ImageBuffer& aSource, const IndexedImage& objImage)
+ImageBuffer Shown(const ImageBuffer& source, const IndexedImage& image)
 {
-    ImageBuffer aResult = aFilled(aSource.width, aSource.height, {});
-    for (std::size_t i = 0; i < objImage.aIndexes.size(); ++i)
+    ImageBuffer result = Filled(source.width, source.height, {});
+    for (std::size_t i = 0; i < image.indexes.size(); ++i)
         for (std::size_t c = 0; c < 3; ++c)
-            aResult.bytes[i * 3 + c] = ColourAt(objImage, i)[c];
-    return aResult;
+            result.bytes[i * 3 + c] = ColourAt(image, i)[c];
+    return result;
 }
 
-double dPsnr(const ImageBuffer& aOne, const ImageBuffer& aOther)
+double Psnr(const ImageBuffer& one, const ImageBuffer& other)
 {
-    double dSum = 0;
-    for (std::size_t i = 0; i < aOne.bytes.size(); ++i)
-        dSum += std::pow(aOne.bytes[i] - aOther.bytes[i], 2);
-    return 10 * std::log10(255 * 255 / (dSum / static_cast<double>(aOne.bytes.size())));
+    double sum = 0;
+    for (std::size_t i = 0; i < one.bytes.size(); ++i)
+        sum += std::pow(one.bytes[i] - other.bytes[i], 2);
+    return 10 * std::log10(255 * 255 / (sum / static_cast<double>(one.bytes.size())));
 }
 
 // The mean of channel c over a square of the picture.
-double dMean(const ImageBuffer& aImage, std::int32_t lLeft, std::int32_t lTop, std::int32_t lSide,
-             std::int32_t c)
+double Mean(const ImageBuffer& image, std::int32_t left, std::int32_t top, std::int32_t side, std::int32_t c)
 {
-    double dSum = 0;
-    for (std::int32_t y = lTop; y < lTop + lSide; ++y)
-        for (std::int32_t x = lLeft; x < lLeft + lSide; ++x)
-            dSum += aImage.bytes[static_cast<std::size_t>((y * aImage.width + x) * 3 + c)];
-    return dSum / lSide / lSide;
+    double sum = 0;
+    for (std::int32_t y = top; y < top + side; ++y)
+        for (std::int32_t x = left; x < left + side; ++x)
+            sum += image.bytes[static_cast<std::size_t>((y * image.width + x) * 3 + c)];
+    return sum / side / side;
 }
 }  // namespace
 
 TEST(ExactColours, GivesUpAtThe257thColour)
 {
-    ImageBuffer aImage = aFilled(257, 1, {});
+    ImageBuffer image = Filled(257, 1, {});
     for (std::size_t i = 0; i < 256; ++i)
-        aImage.bytes[i * 3] = static_cast<std::uint8_t>(i);
-    ASSERT_TRUE(objExact(aImage));
-    EXPECT_EQ(objExact(aImage)->aPalette.size(), 256u);
+        image.bytes[i * 3] = static_cast<std::uint8_t>(i);
+    ASSERT_TRUE(QuantiseExactly(image));
+    EXPECT_EQ(QuantiseExactly(image)->palette.size(), 256u);
 
-    aImage.bytes[256 * 3 + 1] = 1;
+    image.bytes[256 * 3 + 1] = 1;
 
-    EXPECT_FALSE(objExact(aImage));
+    EXPECT_FALSE(QuantiseExactly(image));
 }
 
 TEST(ExactColours, CountsTransparencyAsOneColourWhateverLiesBelow)
 {
-    ImageBuffer aImage;
-    aImage.width = 3;
-    aImage.height = 1;
-    aImage.channels = 4;
-    aImage.bytes = {1, 2, 3, 255, 4, 5, 6, 127, 7, 8, 9, 0};
+    ImageBuffer image;
+    image.width = 3;
+    image.height = 1;
+    image.channels = 4;
+    image.bytes = {1, 2, 3, 255, 4, 5, 6, 127, 7, 8, 9, 0};
 
-    const auto objImage = objExact(aImage);
+    const auto indexed = QuantiseExactly(image);
 
-    ASSERT_TRUE(objImage);
-    EXPECT_EQ(objImage->aPalette.size(), 2u);
-    EXPECT_EQ(objImage->nTransparent, 1);
-    EXPECT_EQ(objImage->aIndexes, (PixelBytes{0, 1, 1}));
+    ASSERT_TRUE(indexed);
+    EXPECT_EQ(indexed->palette.size(), 2u);
+    EXPECT_EQ(indexed->transparent, 1);
+    EXPECT_EQ(indexed->indexes, (PixelBytes{0, 1, 1}));
 }
 
 RC_GTEST_PROP(NearestTable, IsNeverFartherOffThanTheNearestColourOfEachCellsMiddle, ())
 {
-    const auto aPalette = *rc::gen::suchThat(
+    const auto palette = *rc::gen::suchThat(
         rc::gen::container<std::vector<PaletteColour>>(rc::gen::arbitrary<PaletteColour>()),
         [](const auto& a) { return !a.empty() && a.size() <= 256; });
-    const auto aTable = aNearestTable(aPalette);
-    RC_ASSERT(aTable.size() == std::size_t{1} << 3 * kTableBits);
-    const auto nDistance = [](const PaletteColour& a, int b, int g, int r) {
+    const auto table = BuildNearestTable(palette);
+    RC_ASSERT(table.size() == std::size_t{1} << 3 * kTableBits);
+    const auto distance = [](const PaletteColour& a, int b, int g, int r) {
         return (a[0] - b) * (a[0] - b) + (a[1] - g) * (a[1] - g) + (a[2] - r) * (a[2] - r);
     };
-    for (std::size_t nCell = 0; nCell < aTable.size(); nCell += 997) {
-        const int b = static_cast<int>(nCell >> 12) * 4 + 2, g = static_cast<int>(nCell >> 6 & 63) * 4 + 2;
-        const int r = static_cast<int>(nCell & 63) * 4 + 2;
-        int nLeast = std::numeric_limits<int>::max();
-        for (const auto& aColour : aPalette)
-            nLeast = std::min(nLeast, nDistance(aColour, b, g, r));
-        RC_ASSERT(nDistance(aPalette.at(aTable[nCell]), b, g, r) == nLeast);
+    for (std::size_t cell = 0; cell < table.size(); cell += 997) {
+        const int b = static_cast<int>(cell >> 12) * 4 + 2, g = static_cast<int>(cell >> 6 & 63) * 4 + 2;
+        const int r = static_cast<int>(cell & 63) * 4 + 2;
+        int min = std::numeric_limits<int>::max();
+        for (const auto& colour : palette)
+            min = std::min(min, distance(colour, b, g, r));
+        RC_ASSERT(distance(palette.at(table[cell]), b, g, r) == min);
     }
 }
 
 TEST(FittedPalette, HasTheMeanAndNoMoreColoursThanAsked)
 {
-    ImageBuffer aImage = aFilled(10, 10, {10, 20, 30});
-    Fill(aImage, 0, 0, 10, 5, {12, 22, 32});
+    ImageBuffer image = Filled(10, 10, {10, 20, 30});
+    Fill(image, 0, 0, 10, 5, {12, 22, 32});
 
-    EXPECT_EQ(aFittedPalette(aImage, {}, 1), (std::vector<PaletteColour>{{11, 21, 31}}));
-    EXPECT_LE(aFittedPalette(aPattern(100, 100, 3), {}, 17).size(), 17u);
-    EXPECT_EQ(aFittedPalette(aPattern(100, 100, 3), {}, 256).size(), 256u);
+    EXPECT_EQ(FitPalette(image, {}, 1), (std::vector<PaletteColour>{{11, 21, 31}}));
+    EXPECT_LE(FitPalette(aPattern(100, 100, 3), {}, 17).size(), 17u);
+    EXPECT_EQ(FitPalette(aPattern(100, 100, 3), {}, 256).size(), 256u);
 }
 
 TEST(FittedPalette, PutsTheFlatColoursFirstAsTheyAre)
 {
-    ImageBuffer aImage = aPattern(96, 96, 3);
-    Fill(aImage, 0, 0, 48, 48, {3, 3, 201});
-    const auto aFlats = aFlatColours(aImage);
-    ASSERT_FALSE(aFlats.empty());
+    ImageBuffer image = aPattern(96, 96, 3);
+    Fill(image, 0, 0, 48, 48, {3, 3, 201});
+    const auto flats = FindFlatColours(image);
+    ASSERT_FALSE(flats.empty());
 
-    const auto aPalette = aFittedPalette(aImage, aFlats, 64);
+    const auto palette = FitPalette(image, flats, 64);
 
-    EXPECT_EQ(aPalette[0], (PaletteColour{3, 3, 201}));
-    EXPECT_LE(aPalette.size(), 64u);
+    EXPECT_EQ(palette[0], (PaletteColour{3, 3, 201}));
+    EXPECT_LE(palette.size(), 64u);
 }
 
 TEST(FittedPalette, DoesNotCountTransparentPixels)
 {
-    ImageBuffer aImage = aPattern(64, 64, 4);
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4) {
-        aImage.bytes[i + 3] = i % 8 == 0 ? 127 : 128;
+    ImageBuffer image = aPattern(64, 64, 4);
+    for (std::size_t i = 0; i < image.bytes.size(); i += 4) {
+        image.bytes[i + 3] = i % 8 == 0 ? 127 : 128;
         if (i % 8 != 0)
-            std::fill_n(&aImage.bytes[i], 3, std::uint8_t{77});
+            std::fill_n(&image.bytes[i], 3, std::uint8_t{77});
     }
 
-    EXPECT_EQ(aFittedPalette(aImage, {}, 256), (std::vector<PaletteColour>{{77, 77, 77}}));
-    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
-        aImage.bytes[i] = 0;
-    EXPECT_TRUE(aFittedPalette(aImage, {}, 256).empty());
+    EXPECT_EQ(FitPalette(image, {}, 256), (std::vector<PaletteColour>{{77, 77, 77}}));
+    for (std::size_t i = 3; i < image.bytes.size(); i += 4)
+        image.bytes[i] = 0;
+    EXPECT_TRUE(FitPalette(image, {}, 256).empty());
 }
 
 TEST(FlatColours, AreThoseOfPlainBlocksByFrequency)
 {
-    ImageBuffer aImage = aPattern(200, 200, 3);
-    Fill(aImage, 0, 0, 80, 80, {240, 240, 240});
-    Fill(aImage, 80, 0, 80, 160, {242, 242, 242});
-    Fill(aImage, 3, 180, 8, 8, {1, 1, 1});  // on no boundary of blocks
+    ImageBuffer image = aPattern(200, 200, 3);
+    Fill(image, 0, 0, 80, 80, {240, 240, 240});
+    Fill(image, 80, 0, 80, 160, {242, 242, 242});
+    Fill(image, 3, 180, 8, 8, {1, 1, 1});  // on no boundary of blocks
 
-    const auto aFlats = aFlatColours(aImage);
+    const auto flats = FindFlatColours(image);
 
-    ASSERT_GE(aFlats.size(), 2u);
-    EXPECT_EQ(aFlats[0].aColour, (PaletteColour{242, 242, 242}));
-    EXPECT_EQ(aFlats[0].nPixels, 80u * 160u);
-    EXPECT_EQ(aFlats[1].aColour, (PaletteColour{240, 240, 240}));
-    for (const FlatColour& objFlat : aFlats)
-        EXPECT_NE(objFlat.aColour, (PaletteColour{1, 1, 1}));
-    EXPECT_TRUE(aFlatColours(aFilled(7, 7, {})).empty());
+    ASSERT_GE(flats.size(), 2u);
+    EXPECT_EQ(flats[0].colour, (PaletteColour{242, 242, 242}));
+    EXPECT_EQ(flats[0].pixels, 80u * 160u);
+    EXPECT_EQ(flats[1].colour, (PaletteColour{240, 240, 240}));
+    for (const FlatColour& flat : flats)
+        EXPECT_NE(flat.colour, (PaletteColour{1, 1, 1}));
+    EXPECT_TRUE(FindFlatColours(Filled(7, 7, {})).empty());
 }
 
 TEST(Quantiser, LeavesPlainAreasWithoutASpeckle)
 {
     // Two greys that lie in one cell of any coarse table, beside a slope that needs all the other colours.
-    ImageBuffer aImage = aPattern(256, 256, 3);
-    Fill(aImage, 0, 128, 128, 128, {240, 240, 240});
-    Fill(aImage, 128, 128, 128, 128, {242, 242, 242});
+    ImageBuffer image = aPattern(256, 256, 3);
+    Fill(image, 0, 128, 128, 128, {240, 240, 240});
+    Fill(image, 128, 128, 128, 128, {242, 242, 242});
 
-    const IndexedImage objImage = objQuantised(aImage);
+    const IndexedImage indexed = Quantise(image);
 
     for (std::size_t y = 128; y < 256; ++y)
         for (std::size_t x = 0; x < 256; ++x) {
-            const std::uint8_t nGrey = x < 128 ? 240 : 242;
-            ASSERT_EQ(ColourAt(objImage, y * 256 + x), (PaletteColour{nGrey, nGrey, nGrey})) << x << "," << y;
+            const std::uint8_t grey = x < 128 ? 240 : 242;
+            ASSERT_EQ(ColourAt(indexed, y * 256 + x), (PaletteColour{grey, grey, grey})) << x << "," << y;
         }
 }
 
 TEST(Quantiser, KeepsTheMeanOfEveryRegionByDithering)
 {
-    const ImageBuffer aImage = aPattern(256, 192, 3);
+    const ImageBuffer image = aPattern(256, 192, 3);
 
-    const ImageBuffer aResult = aShown(aImage, objQuantised(aImage));
+    const ImageBuffer result = Shown(image, Quantise(image));
 
     for (std::int32_t y = 0; y < 192; y += 16)
         for (std::int32_t x = 0; x < 256; x += 16)
             for (std::int32_t c = 0; c < 3; ++c)
-                EXPECT_NEAR(dMean(aResult, x, y, 16, c), dMean(aImage, x, y, 16, c), 4) << x << "," << y;
+                EXPECT_NEAR(Mean(result, x, y, 16, c), Mean(image, x, y, 16, c), 4) << x << "," << y;
 }
 
 TEST(Quantiser, ComesCloserThanTheBestDitheringOfOtherPrograms)
 {
-    const ImageBuffer aImage = aPattern(320, 240, 3);
-    const TestFolder objFolder;
-    WritePnm(objFolder.sPath("in.ppm"), aImage);
+    const ImageBuffer image = aPattern(320, 240, 3);
+    const TestFolder folder;
+    WritePnm(folder.sPath("in.ppm"), image);
 
-    const double dOwn = dPsnr(aShown(aImage, objQuantised(aImage)), aImage);
+    const double own = Psnr(Shown(image, Quantise(image)), image);
 
-    for (const std::string& sProgram : {ImageMagick("convert"), std::string("gm convert")}) {
-        ASSERT_TRUE(bRun(sProgram + " " + objFolder.sPath("in.ppm") + " " + objFolder.sPath("out.gif")));
-        ASSERT_TRUE(bRun(ImageMagick("convert") + " " + objFolder.sPath("out.gif") + " " +
-                         objFolder.sPath("out.ppm")));
-        EXPECT_GE(dOwn, dPsnr(*aReadPnm(objFolder.sPath("out.ppm")), aImage)) << sProgram;
+    for (const std::string& program : {ImageMagick("convert"), std::string("gm convert")}) {
+        ASSERT_TRUE(bRun(program + " " + folder.sPath("in.ppm") + " " + folder.sPath("out.gif")));
+        ASSERT_TRUE(
+            bRun(ImageMagick("convert") + " " + folder.sPath("out.gif") + " " + folder.sPath("out.ppm")));
+        EXPECT_GE(own, Psnr(*aReadPnm(folder.sPath("out.ppm")), image)) << program;
     }
 }
 
@@ -226,45 +225,45 @@ TEST(Dithering, LeavesNoSeamBetweenItsBands)
 {
     // A flat tone between two greys: every row is to be as light as every other, those at the bands' edges
     // too.
-    const ImageBuffer aImage = aFilled(512, 403, {101, 101, 101});
-    const std::vector<PaletteColour> aGreys = {{96, 96, 96}, {112, 112, 112}};
+    const ImageBuffer image = Filled(512, 403, {101, 101, 101});
+    const std::vector<PaletteColour> greys = {{96, 96, 96}, {112, 112, 112}};
 
-    const PixelBytes aIndexes = aDithered(aImage, aGreys, -1);
+    const PixelBytes indexes = Dither(image, greys, -1);
 
     for (std::size_t y = 0; y < 403; ++y) {
-        double dSum = 0;
+        double sum = 0;
         for (std::size_t x = 0; x < 512; ++x)
-            dSum += aGreys.at(aIndexes[y * 512 + x])[0];
-        EXPECT_NEAR(dSum / 512, 101, 1.5) << y;
+            sum += greys.at(indexes[y * 512 + x])[0];
+        EXPECT_NEAR(sum / 512, 101, 1.5) << y;
     }
 }
 
 TEST(Dithering, TakesPicturesOfAnySize)
 {
-    for (std::int32_t lHeight = 1; lHeight < 12; ++lHeight)
-        for (const std::int32_t lWidth : {1, 2, 33}) {
-            const ImageBuffer aImage = aFilled(lWidth, lHeight, {200, 0, 0});
-            const std::vector<PaletteColour> aColours = {{0, 0, 200}, {200, 0, 0}};
-            EXPECT_EQ(aDithered(aImage, aColours, -1), PixelBytes(aImage.bytes.size() / 3, 1));
+    for (std::int32_t height = 1; height < 12; ++height)
+        for (const std::int32_t width : {1, 2, 33}) {
+            const ImageBuffer image = Filled(width, height, {200, 0, 0});
+            const std::vector<PaletteColour> colours = {{0, 0, 200}, {200, 0, 0}};
+            EXPECT_EQ(Dither(image, colours, -1), PixelBytes(image.bytes.size() / 3, 1));
         }
 }
 
 TEST(Dithering, PassesNoErrorIntoTransparentPixelsNorOutOfThem)
 {
-    ImageBuffer aImage;
-    aImage.width = 40;
-    aImage.height = 40;
-    aImage.channels = 4;
+    ImageBuffer image;
+    image.width = 40;
+    image.height = 40;
+    image.channels = 4;
     for (int i = 0; i < 1600; ++i) {
-        const bool bOpaque = i % 2 == 0;
-        const auto nGrey = static_cast<std::uint8_t>(bOpaque ? 8 : 255);
-        aImage.bytes.insert(aImage.bytes.end(),
-                            {nGrey, nGrey, nGrey, static_cast<std::uint8_t>(bOpaque ? 255 : 0)});
+        const bool opaque = i % 2 == 0;
+        const auto grey = static_cast<std::uint8_t>(opaque ? 8 : 255);
+        image.bytes.insert(image.bytes.end(),
+                           {grey, grey, grey, static_cast<std::uint8_t>(opaque ? 255 : 0)});
     }
-    const std::vector<PaletteColour> aColours = {{8, 8, 8}, {255, 255, 255}};
+    const std::vector<PaletteColour> colours = {{8, 8, 8}, {255, 255, 255}};
 
-    const PixelBytes aIndexes = aDithered(aImage, aColours, 2);
+    const PixelBytes indexes = Dither(image, colours, 2);
 
-    for (std::size_t i = 0; i < aIndexes.size(); ++i)
-        EXPECT_EQ(aIndexes[i], i % 2 == 0 ? 0 : 2);
+    for (std::size_t i = 0; i < indexes.size(); ++i)
+        EXPECT_EQ(indexes[i], i % 2 == 0 ? 0 : 2);
 }

@@ -43,34 +43,33 @@ static void WriteTransparency(std::int32_t nTransparent, OutputFile& objOut)
 
 bool bEncodeGif(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
 {
-    const IndexedImage objIndexed = objQuantised(aImage);
+    const IndexedImage objIndexed = Quantise(aImage);
     const std::string sComment = InfoLines(objSettings.objTexts);
-    const unsigned nBits = nIndexBits(objIndexed.aPalette.size());
+    const unsigned nBits = nIndexBits(objIndexed.palette.size());
     const auto nWidth = static_cast<std::uint16_t>(aImage.width);
     const auto nHeight = static_cast<std::uint16_t>(aImage.height);
 
-    const bool b89a = !sComment.empty() || objIndexed.nTransparent >= 0;
+    const bool b89a = !sComment.empty() || objIndexed.transparent >= 0;
     const std::uint8_t aSignature[] = {'G', 'I', 'F', '8', static_cast<std::uint8_t>(b89a ? '9' : '7'), 'a'};
     objOut.Write(aSignature);
     objOut.WriteU16Le(nWidth);
     objOut.WriteU16Le(nHeight);
     objOut.WriteU8(
         static_cast<std::uint8_t>(0x80 | 7 << 4 | (nBits - 1)));  // a table of colours of 8 bits a channel
-    objOut.WriteU8(static_cast<std::uint8_t>(std::max(objIndexed.nTransparent, 0)));  // background
-    objOut.WriteU8(0);                                                                // pixels are square
+    objOut.WriteU8(static_cast<std::uint8_t>(std::max(objIndexed.transparent, 0)));  // background
+    objOut.WriteU8(0);                                                               // pixels are square
     for (std::size_t i = 0; i < std::size_t{1} << nBits; ++i) {
-        const PaletteColour aColour =
-            i < objIndexed.aPalette.size() ? objIndexed.aPalette[i] : PaletteColour{};
+        const PaletteColour aColour = i < objIndexed.palette.size() ? objIndexed.palette[i] : PaletteColour{};
         const std::uint8_t aRgb[] = {aColour[2], aColour[1], aColour[0]};
         objOut.Write(aRgb);
     }
     WriteComment(sComment, objOut);
-    WriteTransparency(objIndexed.nTransparent, objOut);
+    WriteTransparency(objIndexed.transparent, objOut);
     objOut.WriteU8(0x2C);
     objOut.WriteU16Le(0);
     objOut.WriteU16Le(0);
     objOut.WriteU16Le(nWidth);
     objOut.WriteU16Le(nHeight);
     objOut.WriteU8(0);
-    return WriteLzw(objIndexed.aIndexes, nBits, objOut) && objOut.WriteU8(0x3B) && !objOut.Failed();
+    return WriteLzw(objIndexed.indexes, nBits, objOut) && objOut.WriteU8(0x3B) && !objOut.Failed();
 }
