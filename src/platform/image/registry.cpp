@@ -23,7 +23,7 @@ static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
         &codecJpeg, &codecPng, &codecTiff, &codecGif, &codecJ2k, &codecRas, &codecEmf,
-        &codecWmf,  &codecAni, &codecBmp,  &codecIco, &codecCur, &codecPcx,
+        &codecWmf,  &codecAni, &kBmpCodec, &codecIco, &codecCur, &codecPcx,
         &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;

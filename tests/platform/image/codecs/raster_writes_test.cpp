@@ -118,7 +118,7 @@ TEST_P(RasterWrites, SayThatNothingWasWrittenWhenTheFileFailed)
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, RasterWrites,
-                         testing::Values(Written{"bmp", codecBmp, "bmptopnm"},
+                         testing::Values(Written{"bmp", kBmpCodec, "bmptopnm"},
                                          Written{"pcx", codecPcx, "pcxtoppm"},
                                          Written{"ras", codecRas, "rasttopnm"},
                                          Written{"tga", codecTga, "tgatoppm"}),
@@ -161,7 +161,7 @@ static void CheckRoundTrip(const Codec& objCodec)
 
 RC_GTEST_PROP(RasterRoundTrip, BmpGivesEveryPixelBack, ())
 {
-    CheckRoundTrip(codecBmp);
+    CheckRoundTrip(kBmpCodec);
 }
 
 RC_GTEST_PROP(RasterRoundTrip, PcxGivesEveryPixelBack, ())

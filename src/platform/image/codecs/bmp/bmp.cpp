@@ -24,163 +24,161 @@ static constexpr std::uint64_t kPaletteSize = 256 * 4;
 static constexpr std::uint64_t kLongestHeader = 4096;
 static constexpr std::uint64_t kMaxProfile = 16 << 20;
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    ByteReader rd(aHead);
-    const bool bMagic = rd.U8() == 'B' && rd.U8() == 'M';
-    rd.Take(12);
-    const std::uint32_t nHeaderSize = rd.U32Le();
-    return bMagic && !rd.Failed() && (nHeaderSize == 12 || (nHeaderSize >= 16 && nHeaderSize <= 1024));
+    ByteReader reader(head);
+    const bool has_magic = reader.U8() == 'B' && reader.U8() == 'M';
+    reader.Take(12);
+    const std::uint32_t header_size = reader.U32Le();
+    return has_magic && !reader.Failed() && (header_size == 12 || (header_size >= 16 && header_size <= 1024));
 }
 
 /// What Open found.
 struct BmpFile {
-    DibHeader objHeader;
-    std::uint64_t nBitsOffset = 0;  ///< in the file
+    DibHeader header;
+    std::uint64_t bits_offset = 0;  ///< in the file
 };
 
 // The bits lie where the file header says, and right behind the palette if it says nothing that can be.
-static bool bReadHeaders(InputFile& objFile, BmpFile& objBmp)
+static bool ReadHeader(InputFile& file, BmpFile& bmp)
 {
-    std::array<std::uint8_t, kLongestHeader> aStart;
-    const Bytes aHead = Bytes(aStart).first(objFile.ReadAt(0, aStart));
-    if (!Sniff(aHead, ""))
+    std::array<std::uint8_t, kLongestHeader> start;
+    const Bytes head = Bytes(start).first(file.ReadAt(0, start));
+    if (!Sniff(head, ""))
         return false;
-    ByteReader rd(aHead.subspan(10));
-    objBmp.nBitsOffset = rd.U32Le();
-    const std::uint64_t nHeaderEnd = kFileHeaderSize + rd.U32Le();
+    ByteReader reader(head.subspan(10));
+    bmp.bits_offset = reader.U32Le();
+    const std::uint64_t header_end = kFileHeaderSize + reader.U32Le();
     // A palette may be cut short by the bits that begin before its end.
-    const bool bSaysWhere = objBmp.nBitsOffset >= nHeaderEnd;
-    const std::uint64_t nEnd =
-        bSaysWhere ? std::min<std::uint64_t>(objBmp.nBitsOffset, aHead.size()) : aHead.size();
-    if (!ReadDibHeader(aHead.first(nEnd).subspan(kFileHeaderSize), objBmp.objHeader))
+    const bool says_where = bmp.bits_offset >= header_end;
+    const std::uint64_t end =
+        says_where ? std::min<std::uint64_t>(bmp.bits_offset, head.size()) : head.size();
+    if (!ReadDibHeader(head.first(end).subspan(kFileHeaderSize), bmp.header))
         return false;
-    if (!bSaysWhere)
-        objBmp.nBitsOffset = kFileHeaderSize + objBmp.objHeader.bits_offset;
-    return objBmp.nBitsOffset < objFile.Size();
+    if (!says_where)
+        bmp.bits_offset = kFileHeaderSize + bmp.header.bits_offset;
+    return bmp.bits_offset < file.Size();
 }
 
 // A profile for colours, as far as its header tells.
-static bool bColourProfile(Bytes aProfile)
+static bool IsColourProfile(Bytes profile)
 {
     constexpr std::size_t kHeaderSize = 128;
-    return aProfile.size() >= kHeaderSize && std::memcmp(aProfile.data() + 16, "RGB ", 4) == 0 &&
-           std::memcmp(aProfile.data() + 36, "acsp", 4) == 0;
+    return profile.size() >= kHeaderSize && std::memcmp(profile.data() + 16, "RGB ", 4) == 0 &&
+           std::memcmp(profile.data() + 36, "acsp", 4) == 0;
 }
 
 // A profile that doesn't fit (for greys, for instance, which have no tones of their own in an RGB profile) is
 // left.
-static void ReadProfile(InputFile& objFile, const DibHeader& objHeader, ImageBuffer& aImage)
+static void ReadProfile(InputFile& file, const DibHeader& header, ImageBuffer& image)
 {
-    const std::uint64_t nOffset = kFileHeaderSize + objHeader.profile_offset;
-    if (aImage.channels == 1 || objHeader.profile_size == 0 || objHeader.profile_size > kMaxProfile ||
-        nOffset > objFile.Size() || objHeader.profile_size > objFile.Size() - nOffset)
+    const std::uint64_t offset = kFileHeaderSize + header.profile_offset;
+    if (image.channels == 1 || header.profile_size == 0 || header.profile_size > kMaxProfile ||
+        offset > file.Size() || header.profile_size > file.Size() - offset)
         return;
-    std::vector<std::uint8_t> aProfile(objHeader.profile_size);
-    if (objFile.ReadAt(nOffset, aProfile) == aProfile.size() && bColourProfile(aProfile))
-        aImage.icc_profile = std::move(aProfile);
+    std::vector<std::uint8_t> profile(header.profile_size);
+    if (file.ReadAt(offset, profile) == profile.size() && IsColourProfile(profile))
+        image.icc_profile = std::move(profile);
 }
 
 // The common case, large and uncompressed: from the file into the picture.
-static bool bDecodeRawFile(InputFile& objFile, const BmpFile& objBmp, ImageBuffer& aImage)
+static bool DecodeRawFile(InputFile& file, const BmpFile& bmp, ImageBuffer& image)
 {
-    const DibHeader& objHeader = objBmp.objHeader;
-    if (!IsSizeAllowed(objHeader.width, objHeader.height))
+    const DibHeader& header = bmp.header;
+    if (!IsSizeAllowed(header.width, header.height))
         return false;
-    const StoredRows objStored{objBmp.nBitsOffset, DibStride(objHeader),
-                               (objHeader.width * objHeader.bits + 7) / 8, objHeader.height};
-    ImageBuffer aResult;
-    if (!HoldsRows(objFile, objStored) ||
-        !Allocate(aResult, objHeader.width, objHeader.height, DibChannels(objHeader)))
+    const StoredRows layout{bmp.bits_offset, DibStride(header), (header.width * header.bits + 7) / 8,
+                            header.height};
+    ImageBuffer result;
+    if (!HoldsRows(file, layout) || !Allocate(result, header.width, header.height, DibChannels(header)))
         return false;
-    const DibRows objRows(objHeader);
-    const std::uint64_t nRowSize = objHeader.width * static_cast<std::uint64_t>(aResult.channels);
-    const bool bRead = ReadRows(objFile, objStored, [&](std::uint64_t nStored, const std::uint8_t* pRow) {
-        const std::uint64_t y = objHeader.top_down ? nStored : objHeader.height - 1 - nStored;
-        objRows.Convert(pRow, aResult.bytes.data() + y * nRowSize, objHeader.width);
+    const DibRows rows(header);
+    const std::uint64_t row_size = header.width * static_cast<std::uint64_t>(result.channels);
+    const bool read = ReadRows(file, layout, [&](std::uint64_t stored_row, const std::uint8_t* row) {
+        const std::uint64_t y = header.top_down ? stored_row : header.height - 1 - stored_row;
+        rows.Convert(row, result.bytes.data() + y * row_size, header.width);
     });
-    if (!bRead)
+    if (!read)
         return false;
-    DropUnsetAlpha(aResult);
-    aResult.dots_per_inch_x = objHeader.dots_per_inch_x;
-    aResult.dots_per_inch_y = objHeader.dots_per_inch_y;
-    aImage = std::move(aResult);
+    DropUnsetAlpha(result);
+    result.dots_per_inch_x = header.dots_per_inch_x;
+    result.dots_per_inch_y = header.dots_per_inch_y;
+    image = std::move(result);
     return true;
 }
 
-static bool bDecode(InputFile& objFile, const BmpFile& objBmp, ImageBuffer& aImage)
+static bool Decode(InputFile& file, const BmpFile& bmp, ImageBuffer& image)
 {
-    if (objBmp.objHeader.storage == DibStorage::kRaw) {
-        if (!bDecodeRawFile(objFile, objBmp, aImage))
+    if (bmp.header.storage == DibStorage::kRaw) {
+        if (!DecodeRawFile(file, bmp, image))
             return false;
     } else {
-        const Bytes aAll = objFile.All();
-        if (objBmp.nBitsOffset > aAll.size() ||
-            !DecodeDibBits(objBmp.objHeader, aAll.subspan(objBmp.nBitsOffset), aImage))
+        const Bytes all = file.All();
+        if (bmp.bits_offset > all.size() || !DecodeDibBits(bmp.header, all.subspan(bmp.bits_offset), image))
             return false;
     }
-    if (aImage.icc_profile.empty())
-        ReadProfile(objFile, objBmp.objHeader, aImage);
+    if (image.icc_profile.empty())
+        ReadProfile(file, bmp.header, image);
     return true;
 }
 
-static std::unique_ptr<ImageDecoder> Open(InputFile& objFile)
+static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {
-    BmpFile objBmp;
-    if (!bReadHeaders(objFile, objBmp))
+    BmpFile bmp;
+    if (!ReadHeader(file, bmp))
         return nullptr;
-    return pSinglePage([&objFile, objBmp](ImageBuffer& aImage) { return bDecode(objFile, objBmp, aImage); });
+    return pSinglePage([&file, bmp](ImageBuffer& image) { return Decode(file, bmp, image); });
 }
 
-static std::uint32_t nDotsPerMetre(double dDotsPerInch)
+static std::uint32_t DotsPerMetre(double dots_per_inch)
 {
-    const double dDots = dDotsPerInch / 0.0254;
-    return dDots > 0 && dDots < 1e9 ? static_cast<std::uint32_t>(std::lround(dDots)) : 0;
+    const double dots = dots_per_inch / 0.0254;
+    return dots > 0 && dots < 1e9 ? static_cast<std::uint32_t>(std::lround(dots)) : 0;
 }
 
-static void WriteHeaders(const ImageBuffer& aImage, std::uint64_t nStride, OutputFile& objOut)
+static void WriteHeaders(const ImageBuffer& image, std::uint64_t stride, OutputFile& out)
 {
-    const bool bGrey = aImage.channels == 1;
-    const std::uint64_t nBitsOffset = kFileHeaderSize + kInfoHeaderSize + (bGrey ? kPaletteSize : 0);
-    const std::uint64_t nBits = nStride * static_cast<std::uint64_t>(aImage.height);
-    objOut.WriteU8('B');
-    objOut.WriteU8('M');
-    objOut.WriteU32Le(static_cast<std::uint32_t>(nBitsOffset + nBits));
-    objOut.WriteU32Le(0);
-    objOut.WriteU32Le(static_cast<std::uint32_t>(nBitsOffset));
-    objOut.WriteU32Le(kInfoHeaderSize);
-    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.width));
-    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.height));
-    objOut.WriteU16Le(1);
-    objOut.WriteU16Le(bGrey ? 8 : 24);
-    objOut.WriteU32Le(0);
-    objOut.WriteU32Le(static_cast<std::uint32_t>(nBits));
-    objOut.WriteU32Le(nDotsPerMetre(aImage.dots_per_inch_x));
-    objOut.WriteU32Le(nDotsPerMetre(aImage.dots_per_inch_y));
-    objOut.WriteU32Le(bGrey ? 256 : 0);
-    objOut.WriteU32Le(0);
-    for (std::uint32_t nGrey = 0; bGrey && nGrey < 256; ++nGrey)
-        objOut.WriteU32Le(nGrey * 0x10101);
+    const bool grey = image.channels == 1;
+    const std::uint64_t bits_offset = kFileHeaderSize + kInfoHeaderSize + (grey ? kPaletteSize : 0);
+    const std::uint64_t bits = stride * static_cast<std::uint64_t>(image.height);
+    out.WriteU8('B');
+    out.WriteU8('M');
+    out.WriteU32Le(static_cast<std::uint32_t>(bits_offset + bits));
+    out.WriteU32Le(0);
+    out.WriteU32Le(static_cast<std::uint32_t>(bits_offset));
+    out.WriteU32Le(kInfoHeaderSize);
+    out.WriteU32Le(static_cast<std::uint32_t>(image.width));
+    out.WriteU32Le(static_cast<std::uint32_t>(image.height));
+    out.WriteU16Le(1);
+    out.WriteU16Le(grey ? 8 : 24);
+    out.WriteU32Le(0);
+    out.WriteU32Le(static_cast<std::uint32_t>(bits));
+    out.WriteU32Le(DotsPerMetre(image.dots_per_inch_x));
+    out.WriteU32Le(DotsPerMetre(image.dots_per_inch_y));
+    out.WriteU32Le(grey ? 256 : 0);
+    out.WriteU32Le(0);
+    for (std::uint32_t level = 0; grey && level < 256; ++level)
+        out.WriteU32Le(level * 0x10101);
 }
 
-static bool bEncode(const ImageBuffer& aImage, const SaveSettings&, OutputFile& objOut)
+static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& out)
 {
-    const std::uint64_t nRowSize =
-        static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.channels);
-    const std::uint64_t nStride = (nRowSize + 3) / 4 * 4;
-    const auto nHeight = static_cast<std::uint64_t>(aImage.height);
-    if (nStride * nHeight > UINT32_MAX - 2 * kPaletteSize)  // the header's fields for sizes have 32 bits
+    const std::uint64_t row_size =
+        static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.channels);
+    const std::uint64_t stride = (row_size + 3) / 4 * 4;
+    const auto height = static_cast<std::uint64_t>(image.height);
+    if (stride * height > UINT32_MAX - 2 * kPaletteSize)  // the header's fields for sizes have 32 bits
         return false;
-    WriteHeaders(aImage, nStride, objOut);
+    WriteHeaders(image, stride, out);
 
     // Row by row from below, gathered into large writes: handing the kernel the rows as they lie in the
     // picture costs it three times as much.
     static constexpr std::array<std::uint8_t, 3> kFilling{};
-    for (std::uint64_t y = nHeight; y-- > 0;) {
-        objOut.Write(Bytes(aImage.bytes).subspan(y * nRowSize, nRowSize));
-        objOut.Write(Bytes(kFilling).first(nStride - nRowSize));
+    for (std::uint64_t y = height; y-- > 0;) {
+        out.Write(Bytes(image.bytes).subspan(y * row_size, row_size));
+        out.Write(Bytes(kFilling).first(stride - row_size));
     }
-    return !objOut.Failed();
+    return !out.Failed();
 }
 
-const Codec codecBmp{2, false, false, Sniff, Open, bEncode};
+const Codec kBmpCodec{2, false, false, Sniff, Open, Encode};

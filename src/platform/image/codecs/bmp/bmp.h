@@ -7,4 +7,4 @@
 
 /// Reads as dib.h says; besides that a profile that the file embeds comes with the picture. Writes 8 bits
 /// with a palette of greys for 1 channel and 24 bits for 3, bottom row first, with the resolution.
-extern const Codec codecBmp;
+extern const Codec kBmpCodec;

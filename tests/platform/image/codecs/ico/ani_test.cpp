@@ -93,7 +93,7 @@ TEST(AniReads, PastChunksThatItDoesNotKnow)
 
 TEST(AniReads, FramesThatAreBitmapFiles)
 {
-    const auto aBitmap = aEncoded(codecBmp, aPattern(3, 3, 3));
+    const auto aBitmap = aEncoded(kBmpCodec, aPattern(3, 3, 3));
 
     EXPECT_EQ(aBlues(aAnimation({objHeaderChunk(0), objFrames({ByteMaker().All(aBitmap)})})), Levels{0});
     EXPECT_EQ(aBlues(aAnimation({objHeaderChunk(1), objFrames({ByteMaker().All(aBitmap)})})), Levels{-1})
