@@ -31,7 +31,7 @@ Block Back(const Block& data, std::size_t count)
     file.All(data).U8({0x3B});
     const auto reader = GifReader::Open(file.aBytes());
     GifFrame frame;
-    if (!reader || reader->NextFrame(frame) != GifReader::Found::Frame)
+    if (!reader || reader->NextFrame(frame) != GifReader::Found::kFrame)
         return {};
     Block result;
     Block row(width);
@@ -40,7 +40,7 @@ Block Back(const Block& data, std::size_t count)
             return {};
         result.insert(result.end(), row.begin(), row.end());
     }
-    return reader->NextFrame(frame) == GifReader::Found::End ? result : Block{};
+    return reader->NextFrame(frame) == GifReader::Found::kEnd ? result : Block{};
 }
 
 Block Noise(std::size_t count, unsigned bits)

@@ -6,15 +6,15 @@
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/codecs/gif/gif_decoder.h"
 
-static bool bSniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    return aHead.size() >= 6 &&
-           (std::memcmp(aHead.data(), "GIF87a", 6) == 0 || std::memcmp(aHead.data(), "GIF89a", 6) == 0);
+    return head.size() >= 6 &&
+           (std::memcmp(head.data(), "GIF87a", 6) == 0 || std::memcmp(head.data(), "GIF89a", 6) == 0);
 }
 
-std::unique_ptr<ImageDecoder> pOpenGif(InputFile& objFile)
+std::unique_ptr<ImageDecoder> OpenGif(InputFile& file)
 {
-    return GifDecoder::Open(objFile.All());
+    return GifDecoder::Open(file.All());
 }
 
-const Codec codecGif{4, true, false, bSniff, pOpenGif, bEncodeGif};
+const Codec kGifCodec{4, true, false, Sniff, OpenGif, EncodeGif};

@@ -10,8 +10,8 @@
 /// Writing makes one picture, not interlaced: exact where it has 256 colours or fewer, else as quantiser.h
 /// says. The texts become a comment. A file that holds neither a comment nor a transparent colour is marked
 /// 87a.
-extern const Codec codecGif;
+extern const Codec kGifCodec;
 
 /// The two halves.
-std::unique_ptr<ImageDecoder> pOpenGif(InputFile& objFile);
-bool bEncodeGif(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut);
+std::unique_ptr<ImageDecoder> OpenGif(InputFile& file);
+bool EncodeGif(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

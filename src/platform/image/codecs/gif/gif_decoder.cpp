@@ -12,152 +12,151 @@
 static constexpr std::uint64_t kHarmlessScreen = 16'000'000;
 static constexpr std::uint64_t kScreenPixelsPerByte = 4096;
 
-std::unique_ptr<GifDecoder> GifDecoder::Open(Bytes aFile)
+std::unique_ptr<GifDecoder> GifDecoder::Open(Bytes file)
 {
-    std::unique_ptr<GifDecoder> pDecoder(new GifDecoder(aFile));
-    return pDecoder->ReadFile() ? std::move(pDecoder) : nullptr;
+    std::unique_ptr<GifDecoder> decoder(new GifDecoder(file));
+    return decoder->ReadFile() ? std::move(decoder) : nullptr;
 }
 
 bool GifDecoder::ReadFile()
 {
-    const auto pReader = GifReader::Open(m_aFile);
-    if (!pReader)
+    const auto reader = GifReader::Open(file_);
+    if (!reader)
         return false;
-    m_nWidth = pReader->ScreenWidth();
-    m_nHeight = pReader->ScreenHeight();
-    GifFrame objFrame;
-    while (m_lFrames < kMaxGifFrames) {
-        const GifReader::Found objFound = pReader->NextFrame(objFrame);
-        if (objFound == GifReader::Found::End)
+    width_ = reader->ScreenWidth();
+    height_ = reader->ScreenHeight();
+    GifFrame frame;
+    while (frames_ < kMaxGifFrames) {
+        const GifReader::Found found = reader->NextFrame(frame);
+        if (found == GifReader::Found::kEnd)
             break;
         // Some writers leave the screen's size out: then it is as large as its first frame needs.
-        if (m_lFrames == 0 && m_nWidth == 0)
-            m_nWidth = objFrame.nLeft + objFrame.nWidth;
-        if (m_lFrames == 0 && m_nHeight == 0)
-            m_nHeight = objFrame.nTop + objFrame.nHeight;
-        ++m_lFrames;
-        if (objFound == GifReader::Found::Broken || !pReader->SkipPixels())
+        if (frames_ == 0 && width_ == 0)
+            width_ = frame.left + frame.width;
+        if (frames_ == 0 && height_ == 0)
+            height_ = frame.top + frame.height;
+        ++frames_;
+        if (found == GifReader::Found::kBroken || !reader->SkipPixels())
             break;
     }
-    const std::uint64_t nPixels = std::uint64_t{m_nWidth} * m_nHeight;
-    return m_lFrames > 0 && IsSizeAllowed(m_nWidth, m_nHeight) &&
-           (nPixels <= kHarmlessScreen || nPixels / kScreenPixelsPerByte <= m_aFile.size());
+    const std::uint64_t pixels = std::uint64_t{width_} * height_;
+    return frames_ > 0 && IsSizeAllowed(width_, height_) &&
+           (pixels <= kHarmlessScreen || pixels / kScreenPixelsPerByte <= file_.size());
 }
 
 bool GifDecoder::Restart()
 {
-    m_pReader = GifReader::Open(m_aFile);
-    m_lDrawn = 0;
-    m_objDisposal = GifDisposal::Keep;
-    m_aScreen.assign(std::size_t{m_nWidth} * m_nHeight * 4, 0);
-    return m_pReader != nullptr;
+    reader_ = GifReader::Open(file_);
+    drawn_ = 0;
+    disposal_ = GifDisposal::kKeep;
+    screen_.assign(std::size_t{width_} * height_ * 4, 0);
+    return reader_ != nullptr;
 }
 
-GifDecoder::Area GifDecoder::AreaOf(const GifFrame& objFrame) const
+GifDecoder::Area GifDecoder::AreaOf(const GifFrame& frame) const
 {
-    return {std::min(objFrame.nLeft, m_nWidth), std::min(objFrame.nTop, m_nHeight),
-            std::min(objFrame.nLeft + objFrame.nWidth, m_nWidth),
-            std::min(objFrame.nTop + objFrame.nHeight, m_nHeight)};
+    return {std::min(frame.left, width_), std::min(frame.top, height_),
+            std::min(frame.left + frame.width, width_), std::min(frame.top + frame.height, height_)};
 }
 
 // Undoes the frame that was drawn last, if it asked for it.
 void GifDecoder::Dispose()
 {
-    if (m_objDisposal == GifDisposal::Keep)
+    if (disposal_ == GifDisposal::kKeep)
         return;
-    const std::size_t nRowBytes = std::size_t{m_objDisposeArea.nRight - m_objDisposeArea.nLeft} * 4;
-    if (nRowBytes == 0)
+    const std::size_t row_bytes = std::size_t{dispose_area_.right - dispose_area_.left} * 4;
+    if (row_bytes == 0)
         return;
-    const std::uint8_t* pBefore = m_aBefore.data();
-    for (std::uint32_t y = m_objDisposeArea.nTop; y < m_objDisposeArea.nBottom; ++y) {
-        std::uint8_t* pRow = &m_aScreen[(std::size_t{y} * m_nWidth + m_objDisposeArea.nLeft) * 4];
-        if (m_objDisposal == GifDisposal::Clear) {
-            std::memset(pRow, 0, nRowBytes);
+    const std::uint8_t* before = before_.data();
+    for (std::uint32_t y = dispose_area_.top; y < dispose_area_.bottom; ++y) {
+        std::uint8_t* row = &screen_[(std::size_t{y} * width_ + dispose_area_.left) * 4];
+        if (disposal_ == GifDisposal::kClear) {
+            std::memset(row, 0, row_bytes);
         } else {
-            std::memcpy(pRow, pBefore, nRowBytes);
-            pBefore += nRowBytes;
+            std::memcpy(row, before, row_bytes);
+            before += row_bytes;
         }
     }
 }
 
-bool GifDecoder::DrawFrame(const GifFrame& objFrame, const Area& objArea)
+bool GifDecoder::DrawFrame(const GifFrame& frame, const Area& area)
 {
-    if (objFrame.nWidth == 0 || objFrame.nHeight == 0)
-        return m_pReader->SkipPixels();
-    PixelBytes aRow(objFrame.nWidth);
-    GifRowOrder objOrder(objFrame.nHeight, objFrame.bInterlaced);
-    for (std::uint32_t i = 0; i < objFrame.nHeight; ++i) {
-        if (!m_pReader->ReadRow(aRow))
+    if (frame.width == 0 || frame.height == 0)
+        return reader_->SkipPixels();
+    PixelBytes row(frame.width);
+    GifRowOrder order(frame.height, frame.interlaced);
+    for (std::uint32_t i = 0; i < frame.height; ++i) {
+        if (!reader_->ReadRow(row))
             return false;
-        const std::uint32_t y = objFrame.nTop + objOrder.Next();
-        if (y >= objArea.nBottom || objArea.nLeft == objArea.nRight)
+        const std::uint32_t y = frame.top + order.Next();
+        if (y >= area.bottom || area.left == area.right)
             continue;
-        std::uint8_t* pOut = &m_aScreen[(std::size_t{y} * m_nWidth + objArea.nLeft) * 4];
-        for (std::uint32_t x = 0; x < objArea.nRight - objArea.nLeft; ++x, pOut += 4)
-            if (aRow[x] != objFrame.nTransparent)
-                std::memcpy(pOut, objFrame.aColours[aRow[x]].data(), 4);
+        std::uint8_t* out = &screen_[(std::size_t{y} * width_ + area.left) * 4];
+        for (std::uint32_t x = 0; x < area.right - area.left; ++x, out += 4)
+            if (row[x] != frame.transparent)
+                std::memcpy(out, frame.colours[row[x]].data(), 4);
     }
     return true;
 }
 
 bool GifDecoder::DrawNext()
 {
-    GifFrame objFrame;
-    if (m_pReader->NextFrame(objFrame) != GifReader::Found::Frame)
+    GifFrame frame;
+    if (reader_->NextFrame(frame) != GifReader::Found::kFrame)
         return false;
     Dispose();
-    m_objDisposal = objFrame.objDisposal;
-    m_objDisposeArea = AreaOf(objFrame);
-    if (m_objDisposal == GifDisposal::Restore) {
-        m_aBefore.clear();
-        for (std::uint32_t y = m_objDisposeArea.nTop; y < m_objDisposeArea.nBottom; ++y) {
-            const auto itRow = m_aScreen.begin() + static_cast<std::ptrdiff_t>(std::size_t{y} * m_nWidth * 4);
-            m_aBefore.insert(m_aBefore.end(), itRow + std::ptrdiff_t{m_objDisposeArea.nLeft} * 4,
-                             itRow + std::ptrdiff_t{m_objDisposeArea.nRight} * 4);
+    disposal_ = frame.disposal;
+    dispose_area_ = AreaOf(frame);
+    if (disposal_ == GifDisposal::kRestore) {
+        before_.clear();
+        for (std::uint32_t y = dispose_area_.top; y < dispose_area_.bottom; ++y) {
+            const auto row = screen_.begin() + static_cast<std::ptrdiff_t>(std::size_t{y} * width_ * 4);
+            before_.insert(before_.end(), row + std::ptrdiff_t{dispose_area_.left} * 4,
+                           row + std::ptrdiff_t{dispose_area_.right} * 4);
         }
     }
-    return DrawFrame(objFrame, m_objDisposeArea);
+    return DrawFrame(frame, dispose_area_);
 }
 
-bool GifDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
+bool GifDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
-    if (lFrame < 0 || lFrame >= m_lFrames || (m_lBroken && lFrame >= *m_lBroken))
+    if (frame < 0 || frame >= frames_ || (broken_ && frame >= *broken_))
         return false;
-    if ((!m_pReader || lFrame + 1 < m_lDrawn) && !Restart())
+    if ((!reader_ || frame + 1 < drawn_) && !Restart())
         return false;
-    while (m_lDrawn <= lFrame) {
+    while (drawn_ <= frame) {
         if (!DrawNext()) {
             // What follows would be drawn on a screen that nobody knows.
-            m_lBroken = m_lDrawn;
-            m_pReader.reset();
+            broken_ = drawn_;
+            reader_.reset();
             return false;
         }
-        ++m_lDrawn;
+        ++drawn_;
     }
-    return Show(aImage);
+    return Show(image);
 }
 
-bool GifDecoder::Show(ImageBuffer& aImage) const
+bool GifDecoder::Show(ImageBuffer& image) const
 {
-    std::uint8_t nOpaque = 255;
-    std::uint8_t nColour = 0;
-    const std::size_t nPixels = m_aScreen.size() / 4;
-    for (std::size_t i = 0; i < nPixels; ++i) {
-        const std::uint8_t* pPixel = &m_aScreen[i * 4];
-        nColour |= static_cast<std::uint8_t>((pPixel[0] ^ pPixel[1]) | (pPixel[2] ^ pPixel[1]));
-        nOpaque &= pPixel[3];
+    std::uint8_t opaque = 255;
+    std::uint8_t colour = 0;
+    const std::size_t pixels = screen_.size() / 4;
+    for (std::size_t i = 0; i < pixels; ++i) {
+        const std::uint8_t* pixel = &screen_[i * 4];
+        colour |= static_cast<std::uint8_t>((pixel[0] ^ pixel[1]) | (pixel[2] ^ pixel[1]));
+        opaque &= pixel[3];
     }
-    const std::int32_t lChannels = nOpaque != 255 ? 4 : nColour == 0 ? 1 : 3;
-    ImageBuffer aResult;
-    if (!Allocate(aResult, m_nWidth, m_nHeight, lChannels))
+    const std::int32_t channels = opaque != 255 ? 4 : colour == 0 ? 1 : 3;
+    ImageBuffer result;
+    if (!Allocate(result, width_, height_, channels))
         return false;
-    if (lChannels == 4)
-        std::copy(m_aScreen.begin(), m_aScreen.end(), aResult.bytes.begin());
-    else if (lChannels == 3)
-        PackRowFromFourBytes(m_aScreen.data(), aResult.bytes.data(), nPixels);
+    if (channels == 4)
+        std::copy(screen_.begin(), screen_.end(), result.bytes.begin());
+    else if (channels == 3)
+        PackRowFromFourBytes(screen_.data(), result.bytes.data(), pixels);
     else
-        for (std::size_t i = 0; i < nPixels; ++i)
-            aResult.bytes[i] = m_aScreen[i * 4];
-    aImage = std::move(aResult);
+        for (std::size_t i = 0; i < pixels; ++i)
+            result.bytes[i] = screen_[i * 4];
+    image = std::move(result);
     return true;
 }

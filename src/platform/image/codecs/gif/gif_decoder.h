@@ -18,38 +18,38 @@ constexpr std::int32_t kMaxGifFrames = 65536;
 class GifDecoder : public ImageDecoder
 {
 public:
-    /// Null for a file without a logical screen that may be shown, or without a frame. aFile is lent for the
+    /// Null for a file without a logical screen that may be shown, or without a frame. file is lent for the
     /// life of the decoder.
-    static std::unique_ptr<GifDecoder> Open(Bytes aFile);
+    static std::unique_ptr<GifDecoder> Open(Bytes file);
 
     /// The frame that is cut short or broken, if any, is the last one counted.
-    std::int32_t FrameCount() override { return m_lFrames; }
-    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override;
+    std::int32_t FrameCount() override { return frames_; }
+    bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override;
 
 private:
     struct Area {
-        std::uint32_t nLeft, nTop, nRight, nBottom;
+        std::uint32_t left, top, right, bottom;
     };
 
-    explicit GifDecoder(Bytes aFile) : m_aFile(aFile) {}
+    explicit GifDecoder(Bytes file) : file_(file) {}
     bool ReadFile();
     bool Restart();
     bool DrawNext();
-    bool DrawFrame(const GifFrame& objFrame, const Area& objArea);
+    bool DrawFrame(const GifFrame& frame, const Area& area);
     void Dispose();
-    Area AreaOf(const GifFrame& objFrame) const;
-    bool Show(ImageBuffer& aImage) const;
+    Area AreaOf(const GifFrame& frame) const;
+    bool Show(ImageBuffer& image) const;
 
-    Bytes m_aFile;
-    std::uint32_t m_nWidth = 0;
-    std::uint32_t m_nHeight = 0;
-    std::int32_t m_lFrames = 0;
+    Bytes file_;
+    std::uint32_t width_ = 0;
+    std::uint32_t height_ = 0;
+    std::int32_t frames_ = 0;
 
-    std::unique_ptr<GifReader> m_pReader;
-    std::int32_t m_lDrawn = 0;              ///< how many frames the screen has seen
-    std::optional<std::int32_t> m_lBroken;  ///< from this frame on nothing can be shown
-    PixelBytes m_aScreen;                   ///< B, G, R, A; A is 0 or 255
-    GifDisposal m_objDisposal = GifDisposal::Keep;
-    Area m_objDisposeArea{};  ///< of the frame drawn last
-    PixelBytes m_aBefore;     ///< what that area held before, if it is to be restored
+    std::unique_ptr<GifReader> reader_;
+    std::int32_t drawn_ = 0;              ///< how many frames the screen has seen
+    std::optional<std::int32_t> broken_;  ///< from this frame on nothing can be shown
+    PixelBytes screen_;                   ///< B, G, R, A; A is 0 or 255
+    GifDisposal disposal_ = GifDisposal::kKeep;
+    Area dispose_area_{};  ///< of the frame drawn last
+    PixelBytes before_;    ///< what that area held before, if it is to be restored
 };

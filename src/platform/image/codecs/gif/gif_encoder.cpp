@@ -9,67 +9,67 @@
 
 static constexpr std::size_t kBlock = 255;
 
-// How many bits an index of nColours colours has.
-static unsigned nIndexBits(std::size_t nColours)
+// How many bits an index of colours colours has.
+static unsigned IndexBits(std::size_t colours)
 {
-    unsigned nBits = 1;
-    while (std::size_t{1} << nBits < nColours)
-        ++nBits;
-    return nBits;
+    unsigned bits = 1;
+    while (std::size_t{1} << bits < colours)
+        ++bits;
+    return bits;
 }
 
-static void WriteComment(const std::string& sComment, OutputFile& objOut)
+static void WriteComment(const std::string& comment, OutputFile& out)
 {
-    if (sComment.empty())
+    if (comment.empty())
         return;
-    objOut.WriteU8(0x21);
-    objOut.WriteU8(0xFE);
-    for (std::size_t i = 0; i < sComment.size(); i += kBlock) {
-        const std::string sBlock = sComment.substr(i, kBlock);
-        objOut.WriteU8(static_cast<std::uint8_t>(sBlock.size()));
-        objOut.Write({reinterpret_cast<const std::uint8_t*>(sBlock.data()), sBlock.size()});
+    out.WriteU8(0x21);
+    out.WriteU8(0xFE);
+    for (std::size_t i = 0; i < comment.size(); i += kBlock) {
+        const std::string block = comment.substr(i, kBlock);
+        out.WriteU8(static_cast<std::uint8_t>(block.size()));
+        out.Write({reinterpret_cast<const std::uint8_t*>(block.data()), block.size()});
     }
-    objOut.WriteU8(0);
+    out.WriteU8(0);
 }
 
 // A graphic control that does nothing but name the transparent colour.
-static void WriteTransparency(std::int32_t nTransparent, OutputFile& objOut)
+static void WriteTransparency(std::int32_t transparent, OutputFile& out)
 {
-    if (nTransparent < 0)
+    if (transparent < 0)
         return;
-    const std::uint8_t aControl[] = {0x21, 0xF9, 4, 1, 0, 0, static_cast<std::uint8_t>(nTransparent), 0};
-    objOut.Write(aControl);
+    const std::uint8_t control[] = {0x21, 0xF9, 4, 1, 0, 0, static_cast<std::uint8_t>(transparent), 0};
+    out.Write(control);
 }
 
-bool bEncodeGif(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
+bool EncodeGif(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    const IndexedImage objIndexed = Quantise(aImage);
-    const std::string sComment = InfoLines(objSettings.objTexts);
-    const unsigned nBits = nIndexBits(objIndexed.palette.size());
-    const auto nWidth = static_cast<std::uint16_t>(aImage.width);
-    const auto nHeight = static_cast<std::uint16_t>(aImage.height);
+    const IndexedImage indexed = Quantise(image);
+    const std::string comment = InfoLines(settings.objTexts);
+    const unsigned bits = IndexBits(indexed.palette.size());
+    const auto width = static_cast<std::uint16_t>(image.width);
+    const auto height = static_cast<std::uint16_t>(image.height);
 
-    const bool b89a = !sComment.empty() || objIndexed.transparent >= 0;
-    const std::uint8_t aSignature[] = {'G', 'I', 'F', '8', static_cast<std::uint8_t>(b89a ? '9' : '7'), 'a'};
-    objOut.Write(aSignature);
-    objOut.WriteU16Le(nWidth);
-    objOut.WriteU16Le(nHeight);
-    objOut.WriteU8(
-        static_cast<std::uint8_t>(0x80 | 7 << 4 | (nBits - 1)));  // a table of colours of 8 bits a channel
-    objOut.WriteU8(static_cast<std::uint8_t>(std::max(objIndexed.transparent, 0)));  // background
-    objOut.WriteU8(0);                                                               // pixels are square
-    for (std::size_t i = 0; i < std::size_t{1} << nBits; ++i) {
-        const PaletteColour aColour = i < objIndexed.palette.size() ? objIndexed.palette[i] : PaletteColour{};
-        const std::uint8_t aRgb[] = {aColour[2], aColour[1], aColour[0]};
-        objOut.Write(aRgb);
+    const bool is_89a = !comment.empty() || indexed.transparent >= 0;
+    const std::uint8_t signature[] = {'G', 'I', 'F', '8', static_cast<std::uint8_t>(is_89a ? '9' : '7'), 'a'};
+    out.Write(signature);
+    out.WriteU16Le(width);
+    out.WriteU16Le(height);
+    out.WriteU8(
+        static_cast<std::uint8_t>(0x80 | 7 << 4 | (bits - 1)));  // a table of colours of 8 bits a channel
+    out.WriteU8(static_cast<std::uint8_t>(std::max(indexed.transparent, 0)));  // background
+    out.WriteU8(0);                                                            // pixels are square
+    for (std::size_t i = 0; i < std::size_t{1} << bits; ++i) {
+        const PaletteColour colour = i < indexed.palette.size() ? indexed.palette[i] : PaletteColour{};
+        const std::uint8_t rgb[] = {colour[2], colour[1], colour[0]};
+        out.Write(rgb);
     }
-    WriteComment(sComment, objOut);
-    WriteTransparency(objIndexed.transparent, objOut);
-    objOut.WriteU8(0x2C);
-    objOut.WriteU16Le(0);
-    objOut.WriteU16Le(0);
-    objOut.WriteU16Le(nWidth);
-    objOut.WriteU16Le(nHeight);
-    objOut.WriteU8(0);
-    return WriteLzw(objIndexed.indexes, nBits, objOut) && objOut.WriteU8(0x3B) && !objOut.Failed();
+    WriteComment(comment, out);
+    WriteTransparency(indexed.transparent, out);
+    out.WriteU8(0x2C);
+    out.WriteU16Le(0);
+    out.WriteU16Le(0);
+    out.WriteU16Le(width);
+    out.WriteU16Le(height);
+    out.WriteU8(0);
+    return WriteLzw(indexed.indexes, bits, out) && out.WriteU8(0x3B) && !out.Failed();
 }

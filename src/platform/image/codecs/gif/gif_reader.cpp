@@ -12,120 +12,119 @@
 // and the shorter codes name shorter ones.
 static constexpr std::uint64_t kPixelsPerByte = 4096 * 8 / 12 + 1;
 
-int GifReader::Give(GifFileType* pGif, std::uint8_t* pOut, int nCount)
+int GifReader::Give(GifFileType* gif, std::uint8_t* out, int count)
 {
-    auto& objReader = *static_cast<GifReader*>(pGif->UserData);
-    const std::size_t nGiven =
-        std::min(objReader.m_aLeft.size(), static_cast<std::size_t>(std::max(nCount, 0)));
-    if (nGiven > 0)
-        std::memcpy(pOut, objReader.m_aLeft.data(), nGiven);
-    objReader.m_aLeft = objReader.m_aLeft.subspan(nGiven);
-    return static_cast<int>(nGiven);
+    auto& reader = *static_cast<GifReader*>(gif->UserData);
+    const std::size_t given = std::min(reader.left_.size(), static_cast<std::size_t>(std::max(count, 0)));
+    if (given > 0)
+        std::memcpy(out, reader.left_.data(), given);
+    reader.left_ = reader.left_.subspan(given);
+    return static_cast<int>(given);
 }
 
-std::unique_ptr<GifReader> GifReader::Open(Bytes aFile)
+std::unique_ptr<GifReader> GifReader::Open(Bytes file)
 {
-    std::unique_ptr<GifReader> pReader(new GifReader(aFile));
-    pReader->m_pGif = DGifOpen(pReader.get(), &GifReader::Give, nullptr);
-    return pReader->m_pGif ? std::move(pReader) : nullptr;
+    std::unique_ptr<GifReader> reader(new GifReader(file));
+    reader->gif_ = DGifOpen(reader.get(), &GifReader::Give, nullptr);
+    return reader->gif_ ? std::move(reader) : nullptr;
 }
 
 GifReader::~GifReader()
 {
-    if (m_pGif)
-        DGifCloseFile(m_pGif, nullptr);
+    if (gif_)
+        DGifCloseFile(gif_, nullptr);
 }
 
 std::uint32_t GifReader::ScreenWidth() const
 {
-    return static_cast<std::uint32_t>(m_pGif->SWidth);
+    return static_cast<std::uint32_t>(gif_->SWidth);
 }
 
 std::uint32_t GifReader::ScreenHeight() const
 {
-    return static_cast<std::uint32_t>(m_pGif->SHeight);
+    return static_cast<std::uint32_t>(gif_->SHeight);
 }
 
 // Only the graphic control counts: comments and application blocks draw nothing, and a control that stands
 // before a plain text belongs to the text.
-bool GifReader::ReadExtension(GifFrame& objFrame)
+bool GifReader::ReadExtension(GifFrame& frame)
 {
-    int nCode = 0;
-    GifByteType* pBlock = nullptr;
-    if (DGifGetExtension(m_pGif, &nCode, &pBlock) == GIF_ERROR)
+    int code = 0;
+    GifByteType* block = nullptr;
+    if (DGifGetExtension(gif_, &code, &block) == GIF_ERROR)
         return false;
-    if (nCode == PLAINTEXT_EXT_FUNC_CODE) {
-        objFrame.objDisposal = GifDisposal::Keep;
-        objFrame.nTransparent = -1;
+    if (code == PLAINTEXT_EXT_FUNC_CODE) {
+        frame.disposal = GifDisposal::kKeep;
+        frame.transparent = -1;
     }
-    GraphicsControlBlock objControl{};
-    if (nCode == GRAPHICS_EXT_FUNC_CODE && pBlock &&
-        DGifExtensionToGCB(pBlock[0], pBlock + 1, &objControl) == GIF_OK) {
-        objFrame.nTransparent = objControl.TransparentColor;
+    GraphicsControlBlock control{};
+    if (code == GRAPHICS_EXT_FUNC_CODE && block &&
+        DGifExtensionToGCB(block[0], block + 1, &control) == GIF_OK) {
+        frame.transparent = control.TransparentColor;
         // Some writers count the third bit instead of the third value.
-        const bool bRestore = objControl.DisposalMode == DISPOSE_PREVIOUS || objControl.DisposalMode == 4;
-        objFrame.objDisposal = bRestore                                        ? GifDisposal::Restore
-                               : objControl.DisposalMode == DISPOSE_BACKGROUND ? GifDisposal::Clear
-                                                                               : GifDisposal::Keep;
+        const bool restore = control.DisposalMode == DISPOSE_PREVIOUS || control.DisposalMode == 4;
+        frame.disposal = restore                                      ? GifDisposal::kRestore
+                         : control.DisposalMode == DISPOSE_BACKGROUND ? GifDisposal::kClear
+                                                                      : GifDisposal::kKeep;
     }
-    while (pBlock)
-        if (DGifGetExtensionNext(m_pGif, &pBlock) == GIF_ERROR)
+    while (block)
+        if (DGifGetExtensionNext(gif_, &block) == GIF_ERROR)
             return false;
     return true;
 }
 
-void GifReader::SetColours(GifFrame& objFrame) const
+void GifReader::SetColours(GifFrame& frame) const
 {
-    const ColorMapObject* pMap = m_pGif->Image.ColorMap ? m_pGif->Image.ColorMap : m_pGif->SColorMap;
-    for (std::size_t i = 0; i < objFrame.aColours.size(); ++i) {
-        const auto nGrey = static_cast<std::uint8_t>(i);
-        if (!pMap)
-            objFrame.aColours[i] = {nGrey, nGrey, nGrey, 255};
-        else if (i >= static_cast<std::size_t>(pMap->ColorCount))
-            objFrame.aColours[i] = {0, 0, 0, 255};
+    const ColorMapObject* map = gif_->Image.ColorMap ? gif_->Image.ColorMap : gif_->SColorMap;
+    for (std::size_t i = 0; i < frame.colours.size(); ++i) {
+        const auto grey = static_cast<std::uint8_t>(i);
+        if (!map)
+            frame.colours[i] = {grey, grey, grey, 255};
+        else if (i >= static_cast<std::size_t>(map->ColorCount))
+            frame.colours[i] = {0, 0, 0, 255};
         else
-            objFrame.aColours[i] = {pMap->Colors[i].Blue, pMap->Colors[i].Green, pMap->Colors[i].Red, 255};
+            frame.colours[i] = {map->Colors[i].Blue, map->Colors[i].Green, map->Colors[i].Red, 255};
     }
 }
 
-GifReader::Found GifReader::NextFrame(GifFrame& objFrame)
+GifReader::Found GifReader::NextFrame(GifFrame& frame)
 {
-    objFrame = GifFrame{};
+    frame = GifFrame{};
     for (;;) {
-        GifRecordType objType = UNDEFINED_RECORD_TYPE;
-        if (DGifGetRecordType(m_pGif, &objType) == GIF_ERROR || objType == TERMINATE_RECORD_TYPE)
-            return Found::End;
-        if (objType == IMAGE_DESC_RECORD_TYPE)
+        GifRecordType type = UNDEFINED_RECORD_TYPE;
+        if (DGifGetRecordType(gif_, &type) == GIF_ERROR || type == TERMINATE_RECORD_TYPE)
+            return Found::kEnd;
+        if (type == IMAGE_DESC_RECORD_TYPE)
             break;
-        if (!ReadExtension(objFrame))
-            return Found::End;
+        if (!ReadExtension(frame))
+            return Found::kEnd;
     }
-    if (DGifGetImageHeader(m_pGif) == GIF_ERROR)
-        return Found::Broken;
-    objFrame.nLeft = static_cast<std::uint32_t>(m_pGif->Image.Left);
-    objFrame.nTop = static_cast<std::uint32_t>(m_pGif->Image.Top);
-    objFrame.nWidth = static_cast<std::uint32_t>(m_pGif->Image.Width);
-    objFrame.nHeight = static_cast<std::uint32_t>(m_pGif->Image.Height);
-    objFrame.bInterlaced = m_pGif->Image.Interlace;
-    SetColours(objFrame);
-    const std::uint64_t nPixels = std::uint64_t{objFrame.nWidth} * objFrame.nHeight;
-    const bool bPossible = nPixels == 0 || (IsSizeAllowed(objFrame.nWidth, objFrame.nHeight) &&
-                                            nPixels <= m_aLeft.size() * kPixelsPerByte);
-    return bPossible ? Found::Frame : Found::Broken;
+    if (DGifGetImageHeader(gif_) == GIF_ERROR)
+        return Found::kBroken;
+    frame.left = static_cast<std::uint32_t>(gif_->Image.Left);
+    frame.top = static_cast<std::uint32_t>(gif_->Image.Top);
+    frame.width = static_cast<std::uint32_t>(gif_->Image.Width);
+    frame.height = static_cast<std::uint32_t>(gif_->Image.Height);
+    frame.interlaced = gif_->Image.Interlace;
+    SetColours(frame);
+    const std::uint64_t pixels = std::uint64_t{frame.width} * frame.height;
+    const bool possible =
+        pixels == 0 || (IsSizeAllowed(frame.width, frame.height) && pixels <= left_.size() * kPixelsPerByte);
+    return possible ? Found::kFrame : Found::kBroken;
 }
 
-bool GifReader::ReadRow(std::span<std::uint8_t> aRow)
+bool GifReader::ReadRow(std::span<std::uint8_t> row)
 {
-    return DGifGetLine(m_pGif, aRow.data(), static_cast<int>(aRow.size())) == GIF_OK;
+    return DGifGetLine(gif_, row.data(), static_cast<int>(row.size())) == GIF_OK;
 }
 
 bool GifReader::SkipPixels()
 {
-    GifByteType* pBlock = nullptr;
+    GifByteType* block = nullptr;
     do {
-        if (DGifGetCodeNext(m_pGif, &pBlock) == GIF_ERROR)
+        if (DGifGetCodeNext(gif_, &block) == GIF_ERROR)
             return false;
-    } while (pBlock);
+    } while (block);
     return true;
 }
 
@@ -133,10 +132,10 @@ std::uint32_t GifRowOrder::Next()
 {
     static constexpr std::array<std::uint32_t, 4> kFirst = {0, 4, 2, 1};
     static constexpr std::array<std::uint32_t, 4> kStep = {8, 8, 4, 2};
-    if (m_bInterlaced)
-        while (m_nNext >= m_nHeight && m_nPass + 1 < kFirst.size())
-            m_nNext = kFirst[++m_nPass];
-    const std::uint32_t nRow = m_nNext;
-    m_nNext += m_bInterlaced ? kStep[m_nPass] : 1;
-    return nRow;
+    if (interlaced_)
+        while (next_ >= height_ && pass_ + 1 < kFirst.size())
+            next_ = kFirst[++pass_];
+    const std::uint32_t row = next_;
+    next_ += interlaced_ ? kStep[pass_] : 1;
+    return row;
 }
