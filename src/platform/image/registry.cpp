@@ -22,8 +22,8 @@
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &codecJpeg, &codecPng, &codecTiff, &kGifCodec, &codecJ2k, &codecRas, &codecEmf,
-        &codecWmf,  &codecAni, &kBmpCodec, &codecIco,  &codecCur, &codecPcx,
+        &codecJpeg, &codecPng,  &codecTiff, &kGifCodec, &codecJ2k,  &codecRas, &codecEmf,
+        &codecWmf,  &kAniCodec, &kBmpCodec, &kIcoCodec, &kCurCodec, &codecPcx,
         &codecTga,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;

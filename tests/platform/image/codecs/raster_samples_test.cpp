@@ -125,6 +125,6 @@ TEST_P(RasterSamples, OfOtherFormatsAreRefused)
 INSTANTIATE_TEST_SUITE_P(Formats, RasterSamples,
                          testing::Values(SampleFolder{"bmp", kBmpCodec}, SampleFolder{"pcx", codecPcx},
                                          SampleFolder{"ras", codecRas}, SampleFolder{"tga", codecTga},
-                                         SampleFolder{"ico", codecIco}, SampleFolder{"cur", codecCur},
-                                         SampleFolder{"ani", codecAni}),
+                                         SampleFolder{"ico", kIcoCodec}, SampleFolder{"cur", kCurCodec},
+                                         SampleFolder{"ani", kAniCodec}),
                          [](const auto& objInfo) { return std::string(objInfo.param.sFolder); });

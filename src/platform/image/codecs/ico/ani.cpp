@@ -18,109 +18,108 @@ static constexpr std::uint32_t kFramesAreIcons = 1;
 
 /// What the chunk "anih" says of frames that are bare bits.
 struct AniHeader {
-    std::uint32_t nWidth = 0;
-    std::uint32_t nHeight = 0;
-    std::uint32_t nBits = 0;
-    std::uint32_t nFlags = kFramesAreIcons;
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    std::uint32_t bits = 0;
+    std::uint32_t flags = kFramesAreIcons;
 };
 
 struct AniFile {
-    AniHeader objHeader;
-    std::vector<Bytes> aFrames;
-    std::vector<std::uint32_t> aSteps;  ///< indexes of frames; some may lie
+    AniHeader header;
+    std::vector<Bytes> frames;
+    std::vector<std::uint32_t> steps;  ///< indexes of frames; some may lie
 };
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    ByteReader rd(aHead);
-    const bool bRiff = rd.U32Le() == nRiffId("RIFF");
-    rd.U32Le();  // size: what follows is taken as far as the file goes
-    return bRiff && rd.U32Le() == nRiffId("ACON");
+    ByteReader reader(head);
+    const bool is_riff = reader.U32Le() == RiffId("RIFF");
+    reader.U32Le();  // size: what follows is taken as far as the file goes
+    return is_riff && reader.U32Le() == RiffId("ACON");
 }
 
-static AniHeader objReadHeader(Bytes aData)
+static AniHeader ReadHeader(Bytes data)
 {
-    AniHeader objHeader;
-    ByteReader rd(aData);
-    rd.Take(12);  // its size, the counts of frames and steps: both are counted here
-    objHeader.nWidth = rd.U32Le();
-    objHeader.nHeight = rd.U32Le();
-    objHeader.nBits = rd.U32Le();
-    rd.Take(8);  // planes, rate
-    const std::uint32_t nFlags = rd.U32Le();
-    if (!rd.Failed())
-        objHeader.nFlags = nFlags;
-    return objHeader;
+    AniHeader header;
+    ByteReader reader(data);
+    reader.Take(12);  // its size, the counts of frames and steps: both are counted here
+    header.width = reader.U32Le();
+    header.height = reader.U32Le();
+    header.bits = reader.U32Le();
+    reader.Take(8);  // planes, rate
+    const std::uint32_t flags = reader.U32Le();
+    if (!reader.Failed())
+        header.flags = flags;
+    return header;
 }
 
-static void ReadList(Bytes aData, AniFile& objAni)
+static void ReadList(Bytes data, AniFile& ani)
 {
-    ByteReader rd(aData);
-    if (rd.U32Le() != nRiffId("fram"))
+    ByteReader reader(data);
+    if (reader.U32Le() != RiffId("fram"))
         return;
-    for (const RiffChunk& objChunk : aRiffChunks(rd.Take(rd.Left()))) {
-        if (objChunk.nId == nRiffId("icon"))
-            objAni.aFrames.push_back(objChunk.aData);
+    for (const RiffChunk& chunk : RiffChunks(reader.Take(reader.Left()))) {
+        if (chunk.id == RiffId("icon"))
+            ani.frames.push_back(chunk.data);
     }
 }
 
-static AniFile objReadChunks(Bytes aFile)
+static AniFile ReadChunks(Bytes file)
 {
-    AniFile objAni;
-    for (const RiffChunk& objChunk : aRiffChunks(aFile.subspan(kFormHeaderSize))) {
-        if (objChunk.nId == nRiffId("anih")) {
-            objAni.objHeader = objReadHeader(objChunk.aData);
-        } else if (objChunk.nId == nRiffId("seq ")) {
-            ByteReader rd(objChunk.aData);
-            while (rd.Left() >= 4)
-                objAni.aSteps.push_back(rd.U32Le());
-        } else if (objChunk.nId == nRiffId("LIST")) {
-            ReadList(objChunk.aData, objAni);
+    AniFile ani;
+    for (const RiffChunk& chunk : RiffChunks(file.subspan(kFormHeaderSize))) {
+        if (chunk.id == RiffId("anih")) {
+            ani.header = ReadHeader(chunk.data);
+        } else if (chunk.id == RiffId("seq ")) {
+            ByteReader reader(chunk.data);
+            while (reader.Left() >= 4)
+                ani.steps.push_back(reader.U32Le());
+        } else if (chunk.id == RiffId("LIST")) {
+            ReadList(chunk.data, ani);
         }
     }
-    if (objAni.aSteps.empty()) {
-        objAni.aSteps.resize(objAni.aFrames.size());
-        std::iota(objAni.aSteps.begin(), objAni.aSteps.end(), 0u);
+    if (ani.steps.empty()) {
+        ani.steps.resize(ani.frames.size());
+        std::iota(ani.steps.begin(), ani.steps.end(), 0u);
     }
-    return objAni;
+    return ani;
 }
 
 // A bitmap as a file, with its header, or as bits whose header is the animation's.
-static bool bDecodeBareFrame(const AniHeader& objHeader, Bytes aFrame, ImageBuffer& aImage)
+static bool DecodeBareFrame(const AniHeader& header, Bytes frame, ImageBuffer& image)
 {
-    ByteReader rd(aFrame);
-    const std::uint32_t nStart = rd.U32Le();
-    if ((nStart & 0xFFFF) == ('B' | 'M' << 8)) {
-        InputFile objFile(aFrame);
-        const Codec* pBitmap = pCodecOfContent(objFile.Head(), "");
-        const std::unique_ptr<ImageDecoder> pDecoder = pBitmap ? pBitmap->Open(objFile) : nullptr;
-        return pDecoder && pDecoder->DecodeFrame(0, aImage);
+    ByteReader reader(frame);
+    const std::uint32_t start = reader.U32Le();
+    if ((start & 0xFFFF) == ('B' | 'M' << 8)) {
+        InputFile file(frame);
+        const Codec* bitmap = pCodecOfContent(file.Head(), "");
+        const std::unique_ptr<ImageDecoder> decoder = bitmap ? bitmap->Open(file) : nullptr;
+        return decoder && decoder->DecodeFrame(0, image);
     }
     constexpr std::uint32_t kInfoHeaderSize = 40;
-    DibHeader objOwn;
-    if (nStart == kInfoHeaderSize && ReadDibHeader(aFrame, objOwn) && objOwn.bits_offset <= aFrame.size())
-        return DecodeDibBits(objOwn, aFrame.subspan(objOwn.bits_offset), aImage);
-    std::array<std::uint8_t, kInfoHeaderSize> aMade{};
-    const auto Put = [&aMade](std::size_t nPlace, std::uint32_t nValue) {
+    DibHeader own;
+    if (start == kInfoHeaderSize && ReadDibHeader(frame, own) && own.bits_offset <= frame.size())
+        return DecodeDibBits(own, frame.subspan(own.bits_offset), image);
+    std::array<std::uint8_t, kInfoHeaderSize> made{};
+    const auto put = [&made](std::size_t place, std::uint32_t value) {
         for (std::size_t i = 0; i < 4; ++i)
-            aMade[nPlace + i] = static_cast<std::uint8_t>(nValue >> (8 * i));
+            made[place + i] = static_cast<std::uint8_t>(value >> (8 * i));
     };
-    Put(0, kInfoHeaderSize);
-    Put(4, objHeader.nWidth);
-    Put(8, objHeader.nHeight);
-    Put(12, 1 | (objHeader.nBits & 0xFFFF) << 16);
-    return DecodeDib(aMade, aFrame, aImage);
+    put(0, kInfoHeaderSize);
+    put(4, header.width);
+    put(8, header.height);
+    put(12, 1 | (header.bits & 0xFFFF) << 16);
+    return DecodeDib(made, frame, image);
 }
 
-static bool bDecodeFrame(const AniHeader& objHeader, Bytes aFrame, ImageBuffer& aImage)
+static bool DecodeStep(const AniHeader& header, Bytes frame, ImageBuffer& image)
 {
-    if (bIconFile(aFrame, IconKind::kIcon) || bIconFile(aFrame, IconKind::kCursor))
-        return bDecodeIconEntry(aFrame, aIconEntries(aFrame).front(), aImage);
-    ImageBuffer aResult;
-    if ((objHeader.nFlags & kFramesAreIcons) != 0 || !bDecodeBareFrame(objHeader, aFrame, aResult) ||
-        !AddAlpha(aResult))
+    if (IsIconFile(frame, IconKind::kIcon) || IsIconFile(frame, IconKind::kCursor))
+        return DecodeIconEntry(frame, IconEntries(frame).front(), image);
+    ImageBuffer result;
+    if ((header.flags & kFramesAreIcons) != 0 || !DecodeBareFrame(header, frame, result) || !AddAlpha(result))
         return false;
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }
 
@@ -128,32 +127,31 @@ static bool bDecodeFrame(const AniHeader& objHeader, Bytes aFrame, ImageBuffer& 
 class AniDecoder : public ImageDecoder
 {
 public:
-    explicit AniDecoder(AniFile objAni) : m_objAni(std::move(objAni)) {}
+    explicit AniDecoder(AniFile ani) : ani_(std::move(ani)) {}
 
-    std::int32_t FrameCount() override { return static_cast<std::int32_t>(m_objAni.aSteps.size()); }
+    std::int32_t FrameCount() override { return static_cast<std::int32_t>(ani_.steps.size()); }
 
-    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override
+    bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override
     {
-        if (lFrame < 0 || lFrame >= FrameCount())
+        if (frame < 0 || frame >= FrameCount())
             return false;
-        const std::uint32_t nFrame = m_objAni.aSteps[static_cast<std::size_t>(lFrame)];
-        return nFrame < m_objAni.aFrames.size() &&
-               bDecodeFrame(m_objAni.objHeader, m_objAni.aFrames[nFrame], aImage);
+        const std::uint32_t frame_index = ani_.steps[static_cast<std::size_t>(frame)];
+        return frame_index < ani_.frames.size() && DecodeStep(ani_.header, ani_.frames[frame_index], image);
     }
 
 private:
-    AniFile m_objAni;
+    AniFile ani_;
 };
 
-static std::unique_ptr<ImageDecoder> Open(InputFile& objFile)
+static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {
-    const Bytes aFile = objFile.All();
-    if (!Sniff(aFile, ""))
+    const Bytes bytes = file.All();
+    if (!Sniff(bytes, ""))
         return nullptr;
-    AniFile objAni = objReadChunks(aFile);
-    if (objAni.aFrames.empty())
+    AniFile ani = ReadChunks(bytes);
+    if (ani.frames.empty())
         return nullptr;
-    return std::make_unique<AniDecoder>(std::move(objAni));
+    return std::make_unique<AniDecoder>(std::move(ani));
 }
 
-const Codec codecAni{14, true, false, Sniff, Open, nullptr};
+const Codec kAniCodec{14, true, false, Sniff, Open, nullptr};

@@ -6,4 +6,4 @@
 
 /// The steps of the animation are the pages: the pictures in the order of the sequence, or as they lie in the
 /// file when it has none. Each picture is the first one of an icon or cursor, or a bitmap; it has 4 channels.
-extern const Codec codecAni;
+extern const Codec kAniCodec;

@@ -3,9 +3,9 @@
 
 #include "src/platform/image/codecs/ico/icon_directory.h"
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    return bIconFile(aHead, IconKind::kCursor);
+    return IsIconFile(head, IconKind::kCursor);
 }
 
-const Codec codecCur{13, true, false, Sniff, pOpenIcon, nullptr};
+const Codec kCurCodec{13, true, false, Sniff, OpenIcon, nullptr};

@@ -6,4 +6,4 @@
 
 /// Every picture of the cursor is a page, in the file's order; see icon_directory.h. The hot spot is no part
 /// of it.
-extern const Codec codecCur;
+extern const Codec kCurCodec;

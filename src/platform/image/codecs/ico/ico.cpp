@@ -3,9 +3,9 @@
 
 #include "src/platform/image/codecs/ico/icon_directory.h"
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    return bIconFile(aHead, IconKind::kIcon);
+    return IsIconFile(head, IconKind::kIcon);
 }
 
-const Codec codecIco{12, true, false, Sniff, pOpenIcon, nullptr};
+const Codec kIcoCodec{12, true, false, Sniff, OpenIcon, nullptr};

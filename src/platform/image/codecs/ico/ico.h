@@ -5,4 +5,4 @@
 #include "src/platform/image/codecs/codec.h"
 
 /// Every picture of the icon is a page, in the file's order; see icon_directory.h.
-extern const Codec codecIco;
+extern const Codec kIcoCodec;

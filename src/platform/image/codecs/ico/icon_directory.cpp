@@ -15,176 +15,174 @@ static constexpr std::uint64_t kDirectoryHeaderSize = 6;
 static constexpr std::uint64_t kEntrySize = 16;
 static constexpr std::int32_t kPngType = 8;
 
-std::vector<IconEntry> aIconEntries(Bytes aFile)
+std::vector<IconEntry> IconEntries(Bytes file)
 {
-    ByteReader rd(aFile);
-    const std::uint32_t nReserved = rd.U16Le();
-    const std::uint32_t nKind = rd.U16Le();
-    const std::uint64_t nClaimed = rd.U16Le();
-    if (rd.Failed() || nReserved != 0 || (nKind != 1 && nKind != 2))
+    ByteReader reader(file);
+    const std::uint32_t reserved = reader.U16Le();
+    const std::uint32_t kind = reader.U16Le();
+    const std::uint64_t claimed = reader.U16Le();
+    if (reader.Failed() || reserved != 0 || (kind != 1 && kind != 2))
         return {};
-    std::vector<IconEntry> aEntries;
-    for (std::uint64_t nLeft = std::min(nClaimed, rd.Left() / kEntrySize); nLeft > 0; --nLeft) {
-        IconEntry objEntry;
-        const std::uint32_t nWidth = rd.U8(), nHeight = rd.U8();
-        objEntry.nWidth = nWidth == 0 ? 256 : nWidth;
-        objEntry.nHeight = nHeight == 0 ? 256 : nHeight;
-        rd.Take(6);  // colours, a reserved byte, planes and bits of an icon or the hot spot of a cursor
-        objEntry.nSize = rd.U32Le();
-        objEntry.nOffset = rd.U32Le();
-        aEntries.push_back(objEntry);
+    std::vector<IconEntry> entries;
+    for (std::uint64_t left = std::min(claimed, reader.Left() / kEntrySize); left > 0; --left) {
+        IconEntry entry;
+        const std::uint32_t width = reader.U8(), height = reader.U8();
+        entry.width = width == 0 ? 256 : width;
+        entry.height = height == 0 ? 256 : height;
+        reader.Take(6);  // colours, a reserved byte, planes and bits of an icon or the hot spot of a cursor
+        entry.size = reader.U32Le();
+        entry.offset = reader.U32Le();
+        entries.push_back(entry);
     }
-    return aEntries;
+    return entries;
 }
 
-bool bIconFile(Bytes aHead, IconKind eKind)
+bool IsIconFile(Bytes head, IconKind kind)
 {
-    ByteReader rd(aHead);
-    const bool bReserved = rd.U16Le() == 0;
-    const bool bKind = rd.U16Le() == static_cast<std::uint16_t>(eKind);
-    const std::uint64_t nDirectory = kDirectoryHeaderSize + rd.U16Le() * kEntrySize;
-    if (!bReserved || !bKind)
+    ByteReader reader(head);
+    const bool reserved = reader.U16Le() == 0;
+    const bool right_kind = reader.U16Le() == static_cast<std::uint16_t>(kind);
+    const std::uint64_t directory = kDirectoryHeaderSize + reader.U16Le() * kEntrySize;
+    if (!reserved || !right_kind)
         return false;
-    const std::vector<IconEntry> aEntries = aIconEntries(aHead);
-    return std::any_of(aEntries.begin(), aEntries.end(), [nDirectory](const IconEntry& objEntry) {
-        return objEntry.nSize > 0 && objEntry.nOffset >= nDirectory;
+    const std::vector<IconEntry> entries = IconEntries(head);
+    return std::any_of(entries.begin(), entries.end(), [directory](const IconEntry& entry) {
+        return entry.size > 0 && entry.offset >= directory;
     });
 }
 
-static bool bPngFile(Bytes aPicture)
+static bool IsPng(Bytes picture)
 {
     static constexpr std::array<std::uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-    return aPicture.size() >= kSignature.size() &&
-           std::equal(kSignature.begin(), kSignature.end(), aPicture.begin());
+    return picture.size() >= kSignature.size() &&
+           std::equal(kSignature.begin(), kSignature.end(), picture.begin());
 }
 
-static bool bDecodePng(Bytes aPicture, ImageBuffer& aImage)
+static bool DecodePng(Bytes picture, ImageBuffer& image)
 {
-    const Codec* pCodec = pCodecOfType(kPngType);
-    InputFile objFile(aPicture);
-    const std::unique_ptr<ImageDecoder> pDecoder = pCodec ? pCodec->Open(objFile) : nullptr;
-    ImageBuffer aResult;
-    if (!pDecoder || !pDecoder->DecodeFrame(0, aResult) || !AddAlpha(aResult))
+    const Codec* codec = pCodecOfType(kPngType);
+    InputFile file(picture);
+    const std::unique_ptr<ImageDecoder> decoder = codec ? codec->Open(file) : nullptr;
+    ImageBuffer result;
+    if (!decoder || !decoder->DecodeFrame(0, result) || !AddAlpha(result))
         return false;
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }
 
 /// The mask behind the colours: one bit a pixel, set where the screen shows through.
 struct IconMask {
-    const std::uint8_t* pRows = nullptr;
-    std::uint64_t nStride = 0;
-    bool bTopDown = false;
+    const std::uint8_t* rows = nullptr;
+    std::uint64_t stride = 0;
+    bool top_down = false;
 };
 
-static bool bFindMask(const DibHeader& objColours, Bytes aPicture, IconMask& objMask)
+static bool FindMask(const DibHeader& colours, Bytes picture, IconMask& mask)
 {
-    const std::uint64_t nOffset = objColours.bits_offset + DibStride(objColours) * objColours.height;
-    objMask.nStride = (objColours.width + 31) / 32 * 4;
-    objMask.bTopDown = objColours.top_down;
-    const std::uint64_t nSize = objMask.nStride * (objColours.height - 1) + (objColours.width + 7) / 8;
-    if (nOffset > aPicture.size() || nSize > aPicture.size() - nOffset)
+    const std::uint64_t offset = colours.bits_offset + DibStride(colours) * colours.height;
+    mask.stride = (colours.width + 31) / 32 * 4;
+    mask.top_down = colours.top_down;
+    const std::uint64_t size = mask.stride * (colours.height - 1) + (colours.width + 7) / 8;
+    if (offset > picture.size() || size > picture.size() - offset)
         return false;
-    objMask.pRows = aPicture.data() + nOffset;
+    mask.rows = picture.data() + offset;
     return true;
 }
 
 // Makes transparent what the mask leaves out; returns whether anything is left to be seen.
-static bool bApplyMask(const IconMask& objMask, ImageBuffer& aImage)
+static bool ApplyMask(const IconMask& mask, ImageBuffer& image)
 {
-    const auto nWidth = static_cast<std::uint64_t>(aImage.width);
-    const auto nHeight = static_cast<std::uint64_t>(aImage.height);
-    bool bVisible = false;
-    for (std::uint64_t y = 0; y < nHeight; ++y) {
-        const std::uint8_t* pMask =
-            objMask.pRows + (objMask.bTopDown ? y : nHeight - 1 - y) * objMask.nStride;
-        std::uint8_t* pRow = aImage.bytes.data() + y * nWidth * 4;
-        for (std::uint64_t x = 0; x < nWidth; ++x) {
-            const bool bThrough = (pMask[x / 8] >> (7 - x % 8) & 1) != 0;
-            pRow[x * 4 + 3] = bThrough ? 0 : 255;
-            bVisible = bVisible || !bThrough;
+    const auto width = static_cast<std::uint64_t>(image.width);
+    const auto height = static_cast<std::uint64_t>(image.height);
+    bool visible = false;
+    for (std::uint64_t y = 0; y < height; ++y) {
+        const std::uint8_t* mask_row = mask.rows + (mask.top_down ? y : height - 1 - y) * mask.stride;
+        std::uint8_t* row = image.bytes.data() + y * width * 4;
+        for (std::uint64_t x = 0; x < width; ++x) {
+            const bool through = (mask_row[x / 8] >> (7 - x % 8) & 1) != 0;
+            row[x * 4 + 3] = through ? 0 : 255;
+            visible = visible || !through;
         }
     }
-    return bVisible;
+    return visible;
 }
 
 // The screen is inverted where the mask lets it through and the colour isn't black.
-static void ShowInverted(ImageBuffer& aImage)
+static void ShowInverted(ImageBuffer& image)
 {
-    for (std::size_t i = 0; i + 3 < aImage.bytes.size(); i += 4) {
-        std::uint8_t* pPixel = aImage.bytes.data() + i;
-        if ((pPixel[0] | pPixel[1] | pPixel[2]) == 0)
+    for (std::size_t i = 0; i + 3 < image.bytes.size(); i += 4) {
+        std::uint8_t* pixel = image.bytes.data() + i;
+        if ((pixel[0] | pixel[1] | pixel[2]) == 0)
             continue;
         for (int c = 0; c < 3; ++c)
-            pPixel[c] = static_cast<std::uint8_t>(255 - pPixel[c]);
-        pPixel[3] = 255;
+            pixel[c] = static_cast<std::uint8_t>(255 - pixel[c]);
+        pixel[3] = 255;
     }
 }
 
-static bool bDecodeBitmap(Bytes aPicture, const IconEntry& objEntry, ImageBuffer& aImage)
+static bool DecodeBitmap(Bytes picture, const IconEntry& entry, ImageBuffer& image)
 {
-    DibHeader objHeader;
-    if (!ReadDibHeader(aPicture, objHeader) || objHeader.storage != DibStorage::kRaw ||
-        objHeader.bits_offset > aPicture.size())
+    DibHeader header;
+    if (!ReadDibHeader(picture, header) || header.storage != DibStorage::kRaw ||
+        header.bits_offset > picture.size())
         return false;
     // The header counts the mask's rows too. A few writers forgot that, and the mask.
-    const bool bNoMask = objHeader.width == objEntry.nWidth && objHeader.height == objEntry.nHeight;
-    if (!bNoMask)
-        objHeader.height /= 2;
-    if (!IsSizeAllowed(objHeader.width, objHeader.height))
+    const bool without_mask = header.width == entry.width && header.height == entry.height;
+    if (!without_mask)
+        header.height /= 2;
+    if (!IsSizeAllowed(header.width, header.height))
         return false;
-    if (objHeader.bits == 32 && objHeader.masks[3] == 0)
-        objHeader.masks[3] = 0xFF000000;
-    ImageBuffer aResult;
-    if (!DecodeDibBits(objHeader, aPicture.subspan(objHeader.bits_offset), aResult))
+    if (header.bits == 32 && header.masks[3] == 0)
+        header.masks[3] = 0xFF000000;
+    ImageBuffer result;
+    if (!DecodeDibBits(header, picture.subspan(header.bits_offset), result))
         return false;
-    if (aResult.channels != 4) {
-        IconMask objMask;
-        const bool bMask = !bNoMask && bFindMask(objHeader, aPicture, objMask);
-        const bool bNeeded = !bNoMask && objHeader.bits != 32;
-        if ((bNeeded && !bMask) || !AddAlpha(aResult))
+    if (result.channels != 4) {
+        IconMask mask;
+        const bool has_mask = !without_mask && FindMask(header, picture, mask);
+        const bool needed = !without_mask && header.bits != 32;
+        if ((needed && !has_mask) || !AddAlpha(result))
             return false;
-        if (bMask && !bApplyMask(objMask, aResult))
-            ShowInverted(aResult);
+        if (has_mask && !ApplyMask(mask, result))
+            ShowInverted(result);
     }
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }
 
-bool bDecodeIconEntry(Bytes aFile, const IconEntry& objEntry, ImageBuffer& aImage)
+bool DecodeIconEntry(Bytes file, const IconEntry& entry, ImageBuffer& image)
 {
-    if (objEntry.nOffset > aFile.size() || objEntry.nSize > aFile.size() - objEntry.nOffset)
+    if (entry.offset > file.size() || entry.size > file.size() - entry.offset)
         return false;
-    const Bytes aPicture = aFile.subspan(objEntry.nOffset, objEntry.nSize);
-    return bPngFile(aPicture) ? bDecodePng(aPicture, aImage) : bDecodeBitmap(aPicture, objEntry, aImage);
+    const Bytes picture = file.subspan(entry.offset, entry.size);
+    return IsPng(picture) ? DecodePng(picture, image) : DecodeBitmap(picture, entry, image);
 }
 
 /// An open icon or cursor.
 class IconDecoder : public ImageDecoder
 {
 public:
-    IconDecoder(InputFile& objFile, std::vector<IconEntry> aEntries)
-        : m_objFile(objFile), m_aEntries(std::move(aEntries))
+    IconDecoder(InputFile& file, std::vector<IconEntry> entries) : file_(file), entries_(std::move(entries))
     {
     }
 
-    std::int32_t FrameCount() override { return static_cast<std::int32_t>(m_aEntries.size()); }
+    std::int32_t FrameCount() override { return static_cast<std::int32_t>(entries_.size()); }
 
-    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override
+    bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override
     {
-        return lFrame >= 0 && lFrame < FrameCount() &&
-               bDecodeIconEntry(m_objFile.All(), m_aEntries[static_cast<std::size_t>(lFrame)], aImage);
+        return frame >= 0 && frame < FrameCount() &&
+               DecodeIconEntry(file_.All(), entries_[static_cast<std::size_t>(frame)], image);
     }
 
 private:
-    InputFile& m_objFile;
-    std::vector<IconEntry> m_aEntries;
+    InputFile& file_;
+    std::vector<IconEntry> entries_;
 };
 
-std::unique_ptr<ImageDecoder> pOpenIcon(InputFile& objFile)
+std::unique_ptr<ImageDecoder> OpenIcon(InputFile& file)
 {
-    std::vector<IconEntry> aEntries = aIconEntries(objFile.All());
-    if (aEntries.empty())
+    std::vector<IconEntry> entries = IconEntries(file.All());
+    if (entries.empty())
         return nullptr;
-    return std::make_unique<IconDecoder>(objFile, std::move(aEntries));
+    return std::make_unique<IconDecoder>(file, std::move(entries));
 }

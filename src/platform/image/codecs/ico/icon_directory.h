@@ -13,24 +13,24 @@ enum class IconKind : std::uint16_t { kIcon = 1, kCursor = 2 };
 /// One entry as it stands in the directory; nothing of it is to be believed before the picture itself is
 /// looked at.
 struct IconEntry {
-    std::uint32_t nWidth = 0;  ///< pixels, 1 to 256
-    std::uint32_t nHeight = 0;
-    std::uint64_t nOffset = 0;  ///< in the file
-    std::uint64_t nSize = 0;
+    std::uint32_t width = 0;  ///< pixels, 1 to 256
+    std::uint32_t height = 0;
+    std::uint64_t offset = 0;  ///< in the file
+    std::uint64_t size = 0;
 };
 
-/// True when aHead begins a file of that kind with at least one possible entry.
-bool bIconFile(Bytes aHead, IconKind eKind);
+/// True when head begins a file of that kind with at least one possible entry.
+bool IsIconFile(Bytes head, IconKind kind);
 
 /// The entries of a file of either kind, in its order; as many as the file has room for, whatever it claims.
 /// Empty for a foreign file.
-std::vector<IconEntry> aIconEntries(Bytes aFile);
+std::vector<IconEntry> IconEntries(Bytes file);
 
 /// Decodes one entry to 4 channels. A bitmap of 32 bits has its alpha, unless that is 0 everywhere; any other
 /// is transparent where its mask says so. A picture that would be nothing but transparent, as that of a
-/// cursor that only inverts the screen, shows what it inverts as it would be on white. False, with aImage
+/// cursor that only inverts the screen, shows what it inverts as it would be on white. False, with image
 /// untouched, for an entry that lies outside of the file, is cut short or isn't known.
-bool bDecodeIconEntry(Bytes aFile, const IconEntry& objEntry, ImageBuffer& aImage);
+bool DecodeIconEntry(Bytes file, const IconEntry& entry, ImageBuffer& image);
 
 /// Every entry is a page. Null for a file without entries.
-std::unique_ptr<ImageDecoder> pOpenIcon(InputFile& objFile);
+std::unique_ptr<ImageDecoder> OpenIcon(InputFile& file);

@@ -3,19 +3,19 @@
 
 #include <algorithm>
 
-std::vector<RiffChunk> aRiffChunks(Bytes aList)
+std::vector<RiffChunk> RiffChunks(Bytes list)
 {
     constexpr std::uint64_t kChunkHeaderSize = 8;
-    std::vector<RiffChunk> aChunks;
-    ByteReader rd(aList);
-    while (rd.Left() >= kChunkHeaderSize) {
-        RiffChunk objChunk;
-        objChunk.nId = rd.U32Le();
-        const std::uint64_t nClaimed = rd.U32Le();
-        const std::uint64_t nSize = std::min(nClaimed, rd.Left());
-        objChunk.aData = rd.Take(nSize);
-        rd.Take(std::min(nSize % 2, rd.Left()));  // chunks begin at even places
-        aChunks.push_back(objChunk);
+    std::vector<RiffChunk> chunks;
+    ByteReader reader(list);
+    while (reader.Left() >= kChunkHeaderSize) {
+        RiffChunk chunk;
+        chunk.id = reader.U32Le();
+        const std::uint64_t claimed = reader.U32Le();
+        const std::uint64_t size = std::min(claimed, reader.Left());
+        chunk.data = reader.Take(size);
+        reader.Take(std::min(size % 2, reader.Left()));  // chunks begin at even places
+        chunks.push_back(chunk);
     }
-    return aChunks;
+    return chunks;
 }
