@@ -12,7 +12,7 @@
 #include "src/platform/image_library.h"
 
 /// The EXIF block (a TIFF structure from its byte order mark on, without "Exif\0\0") to put into a file that
-/// image is saved to. It is the source's block of image.objMetadata.exif with orientation 1, no thumbnail,
+/// image is saved to. It is the source's block of image.metadata.exif with orientation 1, no thumbnail,
 /// the picture's pixel size and resolution where the block names them, without the tags that describe how the
 /// source stored its pixels, and with the texts put in:
 ///   title DocumentName (0x010D), description ImageDescription (0x010E), equipment type Make (0x010F),

@@ -3,9 +3,9 @@
 
 #include "src/platform/image/codecs/j2k/j2k_boxes.h"
 
-static bool bSniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    return bIsCodestream(aHead) || bIsJp2(aHead);
+    return IsCodestream(head) || IsJp2(head);
 }
 
-const Codec codecJ2k{6, true, false, bSniff, pOpenJ2k, bEncodeJ2k};
+const Codec kJ2kCodec{6, true, false, Sniff, OpenJ2k, EncodeJ2k};

@@ -16,129 +16,129 @@ static constexpr Uuid kExif = {'J', 'p', 'g', 'T', 'i', 'f', 'f', 'E',
 static constexpr Uuid kIptc = {0x33, 0xC7, 0xA4, 0xD2, 0xB8, 0x1D, 0x47, 0x23,
                                0xA0, 0xBA, 0xF1, 0xA3, 0xE0, 0x97, 0xAD, 0x38};
 
-static constexpr std::uint32_t BoxType(const char (&sType)[5])
+static constexpr std::uint32_t BoxType(const char (&name)[5])
 {
-    std::uint32_t nType = 0;
+    std::uint32_t result = 0;
     for (std::size_t i = 0; i < 4; ++i)
-        nType = nType << 8 | static_cast<std::uint8_t>(sType[i]);
-    return nType;
+        result = result << 8 | static_cast<std::uint8_t>(name[i]);
+    return result;
 }
 
-bool bIsCodestream(Bytes aHead)
+bool IsCodestream(Bytes head)
 {
-    return aHead.size() >= sizeof kFirstMarkers &&
-           std::memcmp(aHead.data(), kFirstMarkers, sizeof kFirstMarkers) == 0;
+    return head.size() >= sizeof kFirstMarkers &&
+           std::memcmp(head.data(), kFirstMarkers, sizeof kFirstMarkers) == 0;
 }
 
-bool bIsJp2(Bytes aHead)
+bool IsJp2(Bytes head)
 {
-    return aHead.size() >= sizeof kSignature && std::memcmp(aHead.data(), kSignature, sizeof kSignature) == 0;
+    return head.size() >= sizeof kSignature && std::memcmp(head.data(), kSignature, sizeof kSignature) == 0;
 }
 
 struct Box {
-    std::uint32_t nType = 0;
-    bool bWhole = false;  ///< False where the file ends before the box
-    Bytes aContent;
+    std::uint32_t type = 0;
+    bool whole = false;  ///< False where the file ends before the box
+    Bytes content;
 };
 
 // A length of 1 means that the true one follows in 8 bytes, 0 that the box is the last one.
-static bool bNextBox(ByteReader& rd, Box& objBox)
+static bool NextBox(ByteReader& reader, Box& box)
 {
-    std::uint64_t nLength = rd.U32Be();
-    objBox.nType = rd.U32Be();
-    std::uint64_t nHeader = 8;
-    if (nLength == 1) {
-        nLength = std::uint64_t{rd.U32Be()} << 32;
-        nLength |= rd.U32Be();
-        nHeader = 16;
-    } else if (nLength == 0) {
-        nLength = nHeader + rd.Left();
+    std::uint64_t length = reader.U32Be();
+    box.type = reader.U32Be();
+    std::uint64_t header = 8;
+    if (length == 1) {
+        length = std::uint64_t{reader.U32Be()} << 32;
+        length |= reader.U32Be();
+        header = 16;
+    } else if (length == 0) {
+        length = header + reader.Left();
     }
-    if (rd.Failed() || nLength < nHeader)
+    if (reader.Failed() || length < header)
         return false;
-    objBox.bWhole = nLength - nHeader <= rd.Left();
-    objBox.aContent = rd.Take(objBox.bWhole ? nLength - nHeader : rd.Left());
+    box.whole = length - header <= reader.Left();
+    box.content = reader.Take(box.whole ? length - header : reader.Left());
     return true;
 }
 
 // A resolution box gives numerator, denominator and exponent of the dots per metre, down and across.
-static void ReadResolution(Bytes aContent, J2kFile& objFile)
+static void ReadResolution(Bytes content, J2kFile& file)
 {
-    ByteReader rd(aContent);
-    const double dDownOver = rd.U16Be(), dDownUnder = rd.U16Be(), dAcrossOver = rd.U16Be(),
-                 dAcrossUnder = rd.U16Be();
-    const int nDownPower = static_cast<std::int8_t>(rd.U8()),
-              nAcrossPower = static_cast<std::int8_t>(rd.U8());
-    if (rd.Failed() || dDownOver == 0 || dDownUnder == 0 || dAcrossOver == 0 || dAcrossUnder == 0)
+    ByteReader reader(content);
+    const double down_over = reader.U16Be(), down_under = reader.U16Be(), across_over = reader.U16Be(),
+                 across_under = reader.U16Be();
+    const int down_power = static_cast<std::int8_t>(reader.U8()),
+              across_power = static_cast<std::int8_t>(reader.U8());
+    if (reader.Failed() || down_over == 0 || down_under == 0 || across_over == 0 || across_under == 0)
         return;
-    objFile.dDotsPerInchX = dAcrossOver / dAcrossUnder * std::pow(10, nAcrossPower) * 0.0254;
-    objFile.dDotsPerInchY = dDownOver / dDownUnder * std::pow(10, nDownPower) * 0.0254;
+    file.dots_per_inch_x = across_over / across_under * std::pow(10, across_power) * 0.0254;
+    file.dots_per_inch_y = down_over / down_under * std::pow(10, down_power) * 0.0254;
 }
 
 // The header box holds, among what the library reads, a box of resolutions: how the picture was taken
 // ("resc"), and how it is to be shown ("resd"). The latter counts if both are there.
-static void ReadHeaderBox(Bytes aContent, J2kFile& objFile)
+static void ReadHeaderBox(Bytes content, J2kFile& file)
 {
-    ByteReader rd(aContent);
-    Box objBox;
-    while (bNextBox(rd, objBox)) {
-        if (objBox.nType != BoxType("res "))
+    ByteReader reader(content);
+    Box box;
+    while (NextBox(reader, box)) {
+        if (box.type != BoxType("res "))
             continue;
-        ByteReader rdInner(objBox.aContent);
-        Box objInner;
-        bool bToShow = false;
-        while (bNextBox(rdInner, objInner)) {
-            const bool bShow = objInner.nType == BoxType("resd");
-            if (bShow || (objInner.nType == BoxType("resc") && !bToShow))
-                ReadResolution(objInner.aContent, objFile);
-            bToShow = bToShow || bShow;
+        ByteReader inner_reader(box.content);
+        Box inner;
+        bool to_show = false;
+        while (NextBox(inner_reader, inner)) {
+            const bool show = inner.type == BoxType("resd");
+            if (show || (inner.type == BoxType("resc") && !to_show))
+                ReadResolution(inner.content, file);
+            to_show = to_show || show;
         }
     }
 }
 
-static void ReadUuidBox(Bytes aContent, ImageMetadata& objMetadata)
+static void ReadUuidBox(Bytes content, ImageMetadata& metadata)
 {
-    if (aContent.size() <= sizeof(Uuid))
+    if (content.size() <= sizeof(Uuid))
         return;
-    const auto bIs = [&](const Uuid& aUuid) {
-        return std::memcmp(aContent.data(), aUuid.data(), aUuid.size()) == 0;
+    const auto is = [&](const Uuid& uuid) {
+        return std::memcmp(content.data(), uuid.data(), uuid.size()) == 0;
     };
-    Bytes aBlock = aContent.subspan(sizeof(Uuid));
-    if (bIs(kExif)) {
+    Bytes block = content.subspan(sizeof(Uuid));
+    if (is(kExif)) {
         // Some writers keep the header that the block has in JPEG files.
         static constexpr std::uint8_t kJpegHeader[] = {'E', 'x', 'i', 'f', 0, 0};
-        if (aBlock.size() > sizeof kJpegHeader &&
-            std::memcmp(aBlock.data(), kJpegHeader, sizeof kJpegHeader) == 0)
-            aBlock = aBlock.subspan(sizeof kJpegHeader);
-        objMetadata.exif.assign(aBlock.begin(), aBlock.end());
-    } else if (bIs(kXmp)) {
-        objMetadata.xmp.assign(aBlock.begin(), aBlock.end());
-    } else if (bIs(kIptc) && aBlock[0] == 0x1C) {
-        objMetadata.iptc.assign(aBlock.begin(), aBlock.end());
+        if (block.size() > sizeof kJpegHeader &&
+            std::memcmp(block.data(), kJpegHeader, sizeof kJpegHeader) == 0)
+            block = block.subspan(sizeof kJpegHeader);
+        metadata.exif.assign(block.begin(), block.end());
+    } else if (is(kXmp)) {
+        metadata.xmp.assign(block.begin(), block.end());
+    } else if (is(kIptc) && block[0] == 0x1C) {
+        metadata.iptc.assign(block.begin(), block.end());
     }
 }
 
-bool bReadBoxes(Bytes aFile, J2kFile& objFile)
+bool ReadBoxes(Bytes bytes, J2kFile& file)
 {
-    if (bIsCodestream(aFile)) {
-        objFile.aCodestream = aFile;
+    if (IsCodestream(bytes)) {
+        file.codestream = bytes;
         return true;
     }
-    if (!bIsJp2(aFile))
+    if (!IsJp2(bytes))
         return false;
-    objFile.bBoxes = true;
-    ByteReader rd(aFile);
-    Box objBox;
-    while (bNextBox(rd, objBox)) {
-        if (objBox.nType == BoxType("jp2c") && objFile.aCodestream.empty()) {
-            if (!objBox.bWhole || !bIsCodestream(objBox.aContent))
+    file.is_jp2 = true;
+    ByteReader reader(bytes);
+    Box box;
+    while (NextBox(reader, box)) {
+        if (box.type == BoxType("jp2c") && file.codestream.empty()) {
+            if (!box.whole || !IsCodestream(box.content))
                 return false;
-            objFile.aCodestream = objBox.aContent;
-        } else if (objBox.nType == BoxType("jp2h")) {
-            ReadHeaderBox(objBox.aContent, objFile);
-        } else if (objBox.nType == BoxType("uuid") && objBox.bWhole) {
-            ReadUuidBox(objBox.aContent, objFile.objMetadata);
+            file.codestream = box.content;
+        } else if (box.type == BoxType("jp2h")) {
+            ReadHeaderBox(box.content, file);
+        } else if (box.type == BoxType("uuid") && box.whole) {
+            ReadUuidBox(box.content, file.metadata);
         }
     }
-    return !objFile.aCodestream.empty();
+    return !file.codestream.empty();
 }

@@ -6,18 +6,18 @@
 #include "src/platform/image_buffer.h"
 
 struct J2kFile {
-    bool bBoxes = false;       ///< a JP2 file; else a bare codestream
-    Bytes aCodestream;         ///< from its first marker on; lent from the file
-    double dDotsPerInchX = 0;  ///< 0 when the file doesn't say
-    double dDotsPerInchY = 0;
-    ImageMetadata objMetadata;
+    bool is_jp2 = false;         ///< a JP2 file; else a bare codestream
+    Bytes codestream;            ///< from its first marker on; lent from the file
+    double dots_per_inch_x = 0;  ///< 0 when the file doesn't say
+    double dots_per_inch_y = 0;
+    ImageMetadata metadata;
 };
 
 /// True for the first bytes of a bare codestream.
-bool bIsCodestream(Bytes aHead);
+bool IsCodestream(Bytes head);
 /// True for the first bytes of a JP2 file or one of its larger kin.
-bool bIsJp2(Bytes aHead);
+bool IsJp2(Bytes head);
 
 /// Walks the boxes of a JP2 file; a bare codestream is taken as it is. False for any other file, and for one
 /// whose codestream is missing or longer than the file.
-bool bReadBoxes(Bytes aFile, J2kFile& objFile);
+bool ReadBoxes(Bytes bytes, J2kFile& file);

@@ -16,289 +16,286 @@ static constexpr std::uint64_t kMostCodeBlocks =
     8'000'000;                                        // of at least 16 x 16 samples in the largest pictures
 static constexpr std::uint64_t kTilePartHeader = 12;  // bytes of the SOT segment with its marker
 
-static std::uint64_t UpDivided(std::uint64_t nValue, std::uint64_t nBy)
+static std::uint64_t UpDivided(std::uint64_t value, std::uint64_t by)
 {
-    return (nValue + nBy - 1) / nBy;
+    return (value + by - 1) / by;
 }
 
 std::uint64_t J2kSize::TilesAcross() const
 {
-    return UpDivided(nRight - nTileLeft, nTileWidth);
+    return UpDivided(right - tile_left, tile_width);
 }
 
 std::uint64_t J2kSize::TilesDown() const
 {
-    return UpDivided(nBottom - nTileTop, nTileHeight);
+    return UpDivided(bottom - tile_top, tile_height);
 }
 
-static bool bReadSize(Bytes aSegment, J2kSize& objSize)
+static bool ReadSize(Bytes segment, J2kSize& size)
 {
-    ByteReader rd(aSegment);
-    rd.U16Be();  // capabilities
-    objSize.nRight = rd.U32Be();
-    objSize.nBottom = rd.U32Be();
-    objSize.nLeft = rd.U32Be();
-    objSize.nTop = rd.U32Be();
-    objSize.nTileWidth = rd.U32Be();
-    objSize.nTileHeight = rd.U32Be();
-    objSize.nTileLeft = rd.U32Be();
-    objSize.nTileTop = rd.U32Be();
-    const std::uint64_t nComponents = rd.U16Be();
-    if (rd.Failed() || nComponents == 0 || nComponents > kMostComponents)
+    ByteReader reader(segment);
+    reader.U16Be();  // capabilities
+    size.right = reader.U32Be();
+    size.bottom = reader.U32Be();
+    size.left = reader.U32Be();
+    size.top = reader.U32Be();
+    size.tile_width = reader.U32Be();
+    size.tile_height = reader.U32Be();
+    size.tile_left = reader.U32Be();
+    size.tile_top = reader.U32Be();
+    const std::uint64_t components = reader.U16Be();
+    if (reader.Failed() || components == 0 || components > kMostComponents)
         return false;
-    std::uint64_t nLeastX = 256, nLeastY = 256, nSamples = 0;
-    for (std::uint64_t i = 0; i < nComponents; ++i) {
-        rd.U8();  // precision, which the library checks
-        const J2kComponent objComponent{rd.U8(), rd.U8()};
-        if (rd.Failed() || objComponent.nStepX == 0 || objComponent.nStepY == 0)
+    std::uint64_t min_x = 256, min_y = 256, samples = 0;
+    for (std::uint64_t i = 0; i < components; ++i) {
+        reader.U8();  // precision, which the library checks
+        const J2kComponent component{reader.U8(), reader.U8()};
+        if (reader.Failed() || component.step_x == 0 || component.step_y == 0)
             return false;
-        nLeastX = std::min<std::uint64_t>(nLeastX, objComponent.nStepX);
-        nLeastY = std::min<std::uint64_t>(nLeastY, objComponent.nStepY);
-        objSize.aComponents.push_back(objComponent);
+        min_x = std::min<std::uint64_t>(min_x, component.step_x);
+        min_y = std::min<std::uint64_t>(min_y, component.step_y);
+        size.components.push_back(component);
     }
-    const J2kSize& o = objSize;
-    const bool bTiles = o.nTileWidth > 0 && o.nTileHeight > 0 && o.nTileLeft <= o.nLeft &&
-                        o.nTileTop <= o.nTop && std::uint64_t{o.nTileLeft} + o.nTileWidth > o.nLeft &&
-                        std::uint64_t{o.nTileTop} + o.nTileHeight > o.nTop;
-    if (!bTiles || o.nLeft >= o.nRight || o.nTop >= o.nBottom)
+    const J2kSize& o = size;
+    const bool valid_tiles = o.tile_width > 0 && o.tile_height > 0 && o.tile_left <= o.left &&
+                             o.tile_top <= o.top && std::uint64_t{o.tile_left} + o.tile_width > o.left &&
+                             std::uint64_t{o.tile_top} + o.tile_height > o.top;
+    if (!valid_tiles || o.left >= o.right || o.top >= o.bottom)
         return false;
-    const std::uint64_t nWidth = UpDivided(o.nRight, nLeastX) - UpDivided(o.nLeft, nLeastX);
-    const std::uint64_t nHeight = UpDivided(o.nBottom, nLeastY) - UpDivided(o.nTop, nLeastY);
-    for (const J2kComponent& objComponent : o.aComponents)
-        nSamples += UpDivided(o.nRight - o.nLeft, objComponent.nStepX) *
-                    UpDivided(o.nBottom - o.nTop, objComponent.nStepY);
-    const std::uint64_t nTiles = o.TilesAcross() * o.TilesDown();
-    return IsSizeAllowed(nWidth, nHeight) && nSamples <= kMostSamples && nTiles <= kMostTiles &&
-           nTiles * nComponents <= kMostTileComponents;
+    const std::uint64_t width = UpDivided(o.right, min_x) - UpDivided(o.left, min_x);
+    const std::uint64_t height = UpDivided(o.bottom, min_y) - UpDivided(o.top, min_y);
+    for (const J2kComponent& component : o.components)
+        samples +=
+            UpDivided(o.right - o.left, component.step_x) * UpDivided(o.bottom - o.top, component.step_y);
+    const std::uint64_t tile_count = o.TilesAcross() * o.TilesDown();
+    return IsSizeAllowed(width, height) && samples <= kMostSamples && tile_count <= kMostTiles &&
+           tile_count * components <= kMostTileComponents;
 }
 
 /// How a tile's component is cut into precincts and code blocks.
 struct CodingStyle {
-    std::uint64_t nLayers = 1;
-    std::uint32_t nLevels = 0;
-    std::uint32_t nBlockWidth = 6, nBlockHeight = 6;           ///< as powers of two
-    std::array<std::uint32_t, 33> aPrecinctX{}, aPrecinctY{};  ///< as powers of two, by resolution
+    std::uint64_t layers = 1;
+    std::uint32_t levels = 0;
+    std::uint32_t block_width = 6, block_height = 6;           ///< as powers of two
+    std::array<std::uint32_t, 33> precinct_x{}, precinct_y{};  ///< as powers of two, by resolution
 };
 
 struct Amount {
-    std::uint64_t nPackets = 0;
-    std::uint64_t nCodeBlocks = 0;
+    std::uint64_t packets = 0;
+    std::uint64_t code_blocks = 0;
 };
 
 struct Interval {
-    std::uint64_t nFirst, nEnd;
+    std::uint64_t first, end;
 
-    Interval DividedUp(std::uint64_t nBy) const { return {UpDivided(nFirst, nBy), UpDivided(nEnd, nBy)}; }
-    /// How many cells of a grid of steps of 2^nPower it touches.
-    std::uint64_t Cells(std::uint32_t nPower) const
+    Interval DividedUp(std::uint64_t by) const { return {UpDivided(first, by), UpDivided(end, by)}; }
+    /// How many cells of a grid of steps of 2^power it touches.
+    std::uint64_t Cells(std::uint32_t power) const
     {
-        return nEnd > nFirst ? UpDivided(nEnd, std::uint64_t{1} << nPower) - (nFirst >> nPower) : 0;
+        return end > first ? UpDivided(end, std::uint64_t{1} << power) - (first >> power) : 0;
     }
 };
 
 // The part of the picture that a tile covers along one axis.
-static Interval TileAlong(std::uint64_t nTile, std::uint64_t nTileFirst, std::uint64_t nTileSize,
-                          std::uint64_t nFirst, std::uint64_t nEnd)
+static Interval TileAlong(std::uint64_t tile, std::uint64_t tile_first, std::uint64_t tile_size,
+                          std::uint64_t first, std::uint64_t end)
 {
-    return {std::max(nTileFirst + nTile * nTileSize, nFirst),
-            std::min(nTileFirst + (nTile + 1) * nTileSize, nEnd)};
+    return {std::max(tile_first + tile * tile_size, first),
+            std::min(tile_first + (tile + 1) * tile_size, end)};
 }
 
-static void Add(Amount& objAmount, const J2kSize& objSize, std::uint64_t nTile, std::size_t nComponent,
-                const CodingStyle& objStyle)
+static void Add(Amount& amount, const J2kSize& size, std::uint64_t tile, std::size_t component_index,
+                const CodingStyle& style)
 {
-    const J2kComponent& objComponent = objSize.aComponents[nComponent];
-    const std::uint64_t nAcross = objSize.TilesAcross();
-    const Interval objX =
-        TileAlong(nTile % nAcross, objSize.nTileLeft, objSize.nTileWidth, objSize.nLeft, objSize.nRight)
-            .DividedUp(objComponent.nStepX);
-    const Interval objY =
-        TileAlong(nTile / nAcross, objSize.nTileTop, objSize.nTileHeight, objSize.nTop, objSize.nBottom)
-            .DividedUp(objComponent.nStepY);
-    for (std::uint32_t nResolution = 0; nResolution <= objStyle.nLevels; ++nResolution) {
-        const std::uint64_t nScale = std::uint64_t{1} << (objStyle.nLevels - nResolution);
-        const Interval objAcross = objX.DividedUp(nScale), objDown = objY.DividedUp(nScale);
-        const std::uint32_t nPrecinctX = objStyle.aPrecinctX[nResolution],
-                            nPrecinctY = objStyle.aPrecinctY[nResolution];
-        const std::uint64_t nPrecincts = objAcross.Cells(nPrecinctX) * objDown.Cells(nPrecinctY);
-        objAmount.nPackets += nPrecincts * objStyle.nLayers;
+    const J2kComponent& component = size.components[component_index];
+    const std::uint64_t tiles_across = size.TilesAcross();
+    const Interval x = TileAlong(tile % tiles_across, size.tile_left, size.tile_width, size.left, size.right)
+                           .DividedUp(component.step_x);
+    const Interval y = TileAlong(tile / tiles_across, size.tile_top, size.tile_height, size.top, size.bottom)
+                           .DividedUp(component.step_y);
+    for (std::uint32_t resolution = 0; resolution <= style.levels; ++resolution) {
+        const std::uint64_t scale = std::uint64_t{1} << (style.levels - resolution);
+        const Interval across = x.DividedUp(scale), down = y.DividedUp(scale);
+        const std::uint32_t precinct_x = style.precinct_x[resolution],
+                            precinct_y = style.precinct_y[resolution];
+        const std::uint64_t precincts = across.Cells(precinct_x) * down.Cells(precinct_y);
+        amount.packets += precincts * style.layers;
         // Above the lowest resolution a precinct lies in three bands of half its size. A block is no larger
         // than that.
-        const std::uint32_t nHalf = nResolution == 0 ? 0 : 1;
-        const auto nBlocks = [&](const Interval& o, std::uint32_t nBlock, std::uint32_t nPrecinct) {
-            return o.DividedUp(nHalf + 1).Cells(std::min(nBlock, nPrecinct - std::min(nHalf, nPrecinct)));
+        const std::uint32_t half = resolution == 0 ? 0 : 1;
+        const auto blocks = [&](const Interval& o, std::uint32_t block, std::uint32_t precinct) {
+            return o.DividedUp(half + 1).Cells(std::min(block, precinct - std::min(half, precinct)));
         };
-        objAmount.nCodeBlocks += (nHalf == 0 ? 1 : 3) * nBlocks(objAcross, objStyle.nBlockWidth, nPrecinctX) *
-                                 nBlocks(objDown, objStyle.nBlockHeight, nPrecinctY);
+        amount.code_blocks += (half == 0 ? 1 : 3) * blocks(across, style.block_width, precinct_x) *
+                              blocks(down, style.block_height, precinct_y);
     }
 }
 
 // Reads the part that COD and COC segments have in common.
-static bool bReadStyle(ByteReader& rd, bool bPrecincts, CodingStyle& objStyle)
+static bool ReadStyle(ByteReader& reader, bool has_precincts, CodingStyle& style)
 {
-    objStyle.nLevels = rd.U8();
-    objStyle.nBlockWidth = rd.U8() + 2u;
-    objStyle.nBlockHeight = rd.U8() + 2u;
-    rd.Take(2);  // the blocks' coding passes and the wavelet
-    if (rd.Failed() || objStyle.nLevels > 32 || objStyle.nBlockWidth > 10 || objStyle.nBlockHeight > 10)
+    style.levels = reader.U8();
+    style.block_width = reader.U8() + 2u;
+    style.block_height = reader.U8() + 2u;
+    reader.Take(2);  // the blocks' coding passes and the wavelet
+    if (reader.Failed() || style.levels > 32 || style.block_width > 10 || style.block_height > 10)
         return false;
-    for (std::size_t i = 0; i <= objStyle.nLevels; ++i) {
-        const std::uint8_t nPowers = bPrecincts ? rd.U8() : 0xFF;
-        objStyle.aPrecinctX[i] = nPowers & 15;
-        objStyle.aPrecinctY[i] = nPowers >> 4;
+    for (std::size_t i = 0; i <= style.levels; ++i) {
+        const std::uint8_t powers = has_precincts ? reader.U8() : 0xFF;
+        style.precinct_x[i] = powers & 15;
+        style.precinct_y[i] = powers >> 4;
     }
-    return !rd.Failed();
+    return !reader.Failed();
 }
 
 /// The walk over one codestream.
 class Walk
 {
 public:
-    Walk(Bytes aCodestream, J2kSize& objSize) : m_aBytes(aCodestream), m_objSize(objSize) {}
-    bool bDone();
+    Walk(Bytes codestream, J2kSize& size) : bytes_(codestream), size_(size) {}
+    bool IsDone();
 
 private:
-    bool bMainHeader();
-    bool bTilePart();
-    bool bTakeStyle(std::uint16_t nMarker, Bytes aSegment, std::int64_t nTile);
-    bool bEveryTileWhole() const;
+    bool ReadMainHeader();
+    bool CheckTilePart();
+    bool TakeStyle(std::uint16_t marker, Bytes segment, std::int64_t tile);
+    bool IsEveryTileWhole() const;
 
-    std::uint64_t Position() const { return m_aBytes.size() - m_rd.Left(); }
+    std::uint64_t Position() const { return bytes_.size() - reader_.Left(); }
 
     struct Tile {
-        std::uint8_t nParts = 0;
-        std::uint8_t nPartsClaimed = 0;  ///< 0 where no part says it
+        std::uint8_t parts = 0;
+        std::uint8_t parts_claimed = 0;  ///< 0 where no part says it
     };
-    Bytes m_aBytes;
-    J2kSize& m_objSize;
-    ByteReader m_rd{m_aBytes};
-    std::uint64_t m_nLayers = 1;
-    std::vector<Tile> m_aTiles;
-    std::size_t m_nStyles = 0;  ///< COD and COC segments of the header that is being read
+    Bytes bytes_;
+    J2kSize& size_;
+    ByteReader reader_{bytes_};
+    std::uint64_t layers_ = 1;
+    std::vector<Tile> tiles_;
+    std::size_t styles_ = 0;  ///< COD and COC segments of the header that is being read
 };
 
-// nTile is -1 in the main header, where a style counts for all tiles.
-bool Walk::bTakeStyle(std::uint16_t nMarker, Bytes aSegment, std::int64_t nTile)
+// tile is -1 in the main header, where a style counts for all tiles.
+bool Walk::TakeStyle(std::uint16_t marker, Bytes segment, std::int64_t tile)
 {
-    ByteReader rd(aSegment);
-    const std::size_t nComponents = m_objSize.aComponents.size();
+    ByteReader reader(segment);
+    const std::size_t components = size_.components.size();
     // One for all components and one for each are all that make sense; each costs a look at every tile.
-    if (++m_nStyles > nComponents + 1)
+    if (++styles_ > components + 1)
         return false;
-    std::size_t nFirst = 0, nEnd = nComponents;
-    CodingStyle objStyle;
-    if (nMarker == kCoc) {
-        nFirst = rd.U8();  // two bytes only above 256 components
-        nEnd = nFirst + 1;
+    std::size_t first = 0, end = components;
+    CodingStyle style;
+    if (marker == kCoc) {
+        first = reader.U8();  // two bytes only above 256 components
+        end = first + 1;
     }
-    const bool bPrecincts = (rd.U8() & 1) != 0;
-    if (nMarker == kCod) {
-        rd.U8();  // order of the packets
-        m_nLayers = rd.U16Be();
-        rd.U8();  // colour transform
+    const bool has_precincts = (reader.U8() & 1) != 0;
+    if (marker == kCod) {
+        reader.U8();  // order of the packets
+        layers_ = reader.U16Be();
+        reader.U8();  // colour transform
     }
-    objStyle.nLayers = m_nLayers;
-    if (nEnd > nComponents || !bReadStyle(rd, bPrecincts, objStyle))
+    style.layers = layers_;
+    if (end > components || !ReadStyle(reader, has_precincts, style))
         return false;
-    Amount objAmount;
-    const auto nTiles = static_cast<std::int64_t>(m_aTiles.size());
-    for (std::int64_t n = nTile < 0 ? 0 : nTile; n < (nTile < 0 ? nTiles : nTile + 1); ++n)
-        for (std::size_t nComponent = nFirst; nComponent < nEnd; ++nComponent)
-            Add(objAmount, m_objSize, static_cast<std::uint64_t>(n), nComponent, objStyle);
+    Amount amount;
+    const auto tiles = static_cast<std::int64_t>(tiles_.size());
+    for (std::int64_t n = tile < 0 ? 0 : tile; n < (tile < 0 ? tiles : tile + 1); ++n)
+        for (std::size_t component = first; component < end; ++component)
+            Add(amount, size_, static_cast<std::uint64_t>(n), component, style);
     // The smallest packet is a byte.
-    return objAmount.nPackets <= m_aBytes.size() && objAmount.nCodeBlocks <= kMostCodeBlocks;
+    return amount.packets <= bytes_.size() && amount.code_blocks <= kMostCodeBlocks;
 }
 
-bool Walk::bMainHeader()
+bool Walk::ReadMainHeader()
 {
-    m_rd.U16Be();  // the start, which made the file one of this format
-    bool bStyle = false;
+    reader_.U16Be();  // the start, which made the file one of this format
+    bool has_style = false;
     for (;;) {
-        if (m_rd.Left() >= 2 && m_aBytes[Position()] == (kSot >> 8) &&
-            m_aBytes[Position() + 1] == (kSot & 255))
-            return !m_aTiles.empty() && bStyle;
-        const std::uint16_t nMarker = m_rd.U16Be();
-        const std::uint16_t nLength = m_rd.U16Be();
-        if (m_rd.Failed() || nMarker < 0xFF00 || nLength < 2 || (m_aTiles.empty() && nMarker != kSiz))
+        if (reader_.Left() >= 2 && bytes_[Position()] == (kSot >> 8) &&
+            bytes_[Position() + 1] == (kSot & 255))
+            return !tiles_.empty() && has_style;
+        const std::uint16_t marker = reader_.U16Be();
+        const std::uint16_t length = reader_.U16Be();
+        if (reader_.Failed() || marker < 0xFF00 || length < 2 || (tiles_.empty() && marker != kSiz))
             return false;
-        const Bytes aSegment = m_rd.Take(nLength - 2u);
-        if (nMarker == kSiz) {
-            if (!m_aTiles.empty() || m_rd.Failed() || !bReadSize(aSegment, m_objSize))
+        const Bytes segment = reader_.Take(length - 2u);
+        if (marker == kSiz) {
+            if (!tiles_.empty() || reader_.Failed() || !ReadSize(segment, size_))
                 return false;
-            const std::uint64_t nTiles = m_objSize.TilesAcross() * m_objSize.TilesDown();
-            if (nTiles * (kTilePartHeader + 2) > m_aBytes.size())
+            const std::uint64_t tiles = size_.TilesAcross() * size_.TilesDown();
+            if (tiles * (kTilePartHeader + 2) > bytes_.size())
                 return false;
-            m_aTiles.resize(nTiles);
-        } else if (nMarker == kCod || nMarker == kCoc) {
-            bStyle = bStyle || nMarker == kCod;
-            if (m_rd.Failed() || !bTakeStyle(nMarker, aSegment, -1))
+            tiles_.resize(tiles);
+        } else if (marker == kCod || marker == kCoc) {
+            has_style = has_style || marker == kCod;
+            if (reader_.Failed() || !TakeStyle(marker, segment, -1))
                 return false;
         }
     }
 }
 
-bool Walk::bTilePart()
+bool Walk::CheckTilePart()
 {
-    const std::uint64_t nStart = Position();
-    m_rd.U16Be();  // SOT
-    const std::uint16_t nSegment = m_rd.U16Be();
-    const std::uint16_t nTile = m_rd.U16Be();
-    const std::uint32_t nLength = m_rd.U32Be();
-    m_rd.U8();  // number of the part
-    const std::uint8_t nParts = m_rd.U8();
-    if (m_rd.Failed() || nSegment != 10 || nTile >= m_aTiles.size() || m_aTiles[nTile].nParts == 255)
+    const std::uint64_t start = Position();
+    reader_.U16Be();  // SOT
+    const std::uint16_t segment_index = reader_.U16Be();
+    const std::uint16_t tile = reader_.U16Be();
+    const std::uint32_t length = reader_.U32Be();
+    reader_.U8();  // number of the part
+    const std::uint8_t parts = reader_.U8();
+    if (reader_.Failed() || segment_index != 10 || tile >= tiles_.size() || tiles_[tile].parts == 255)
         return false;
-    ++m_aTiles[nTile].nParts;
-    m_aTiles[nTile].nPartsClaimed = std::max(m_aTiles[nTile].nPartsClaimed, nParts);
-    std::uint64_t nEnd = nStart + nLength;
-    if (nLength == 0) {
+    ++tiles_[tile].parts;
+    tiles_[tile].parts_claimed = std::max(tiles_[tile].parts_claimed, parts);
+    std::uint64_t end = start + length;
+    if (length == 0) {
         // The last part, as long as what is left but the end marker, which must then be there.
-        const std::size_t nSize = m_aBytes.size();
-        if (m_aBytes[nSize - 2] != (kEoc >> 8) || m_aBytes[nSize - 1] != (kEoc & 255))
+        const std::size_t size = bytes_.size();
+        if (bytes_[size - 2] != (kEoc >> 8) || bytes_[size - 1] != (kEoc & 255))
             return false;
-        nEnd = nSize - 2;
+        end = size - 2;
     }
-    if (nEnd > m_aBytes.size())
+    if (end > bytes_.size())
         return false;
-    const std::uint64_t nLayersOfMain = m_nLayers;
-    m_nStyles = 0;
+    const std::uint64_t layers_of_main = layers_;
+    styles_ = 0;
     for (;;) {
-        const std::uint16_t nMarker = m_rd.U16Be();
-        if (nMarker == kSod)
+        const std::uint16_t marker = reader_.U16Be();
+        if (marker == kSod)
             break;
-        const std::uint16_t nMarkerLength = m_rd.U16Be();
-        if (m_rd.Failed() || nMarker < 0xFF00 || nMarkerLength < 2)
+        const std::uint16_t marker_length = reader_.U16Be();
+        if (reader_.Failed() || marker < 0xFF00 || marker_length < 2)
             return false;
-        const Bytes aSegment = m_rd.Take(nMarkerLength - 2u);
-        if ((nMarker == kCod || nMarker == kCoc) && (m_rd.Failed() || !bTakeStyle(nMarker, aSegment, nTile)))
+        const Bytes segment = reader_.Take(marker_length - 2u);
+        if ((marker == kCod || marker == kCoc) && (reader_.Failed() || !TakeStyle(marker, segment, tile)))
             return false;
     }
-    m_nLayers = nLayersOfMain;
-    if (m_rd.Failed() || Position() > nEnd)
+    layers_ = layers_of_main;
+    if (reader_.Failed() || Position() > end)
         return false;
-    m_rd.Take(nEnd - Position());
+    reader_.Take(end - Position());
     return true;
 }
 
-bool Walk::bEveryTileWhole() const
+bool Walk::IsEveryTileWhole() const
 {
-    return std::all_of(m_aTiles.begin(), m_aTiles.end(), [](const Tile& objTile) {
-        return objTile.nParts > 0 && (objTile.nPartsClaimed == 0 || objTile.nParts >= objTile.nPartsClaimed);
+    return std::all_of(tiles_.begin(), tiles_.end(), [](const Tile& tile) {
+        return tile.parts > 0 && (tile.parts_claimed == 0 || tile.parts >= tile.parts_claimed);
     });
 }
 
-bool Walk::bDone()
+bool Walk::IsDone()
 {
-    if (!bMainHeader())
+    if (!ReadMainHeader())
         return false;
-    while (m_rd.Left() >= 2 && m_aBytes[Position()] == (kSot >> 8) &&
-           m_aBytes[Position() + 1] == (kSot & 255))
-        if (!bTilePart())
+    while (reader_.Left() >= 2 && bytes_[Position()] == (kSot >> 8) && bytes_[Position() + 1] == (kSot & 255))
+        if (!CheckTilePart())
             return false;
-    return m_rd.U16Be() == kEoc && bEveryTileWhole();
+    return reader_.U16Be() == kEoc && IsEveryTileWhole();
 }
 
-bool bMayDecode(Bytes aCodestream, J2kSize& objSize)
+bool MayDecode(Bytes codestream, J2kSize& size)
 {
-    return Walk(aCodestream, objSize).bDone();
+    return Walk(codestream, size).IsDone();
 }

@@ -8,14 +8,14 @@
 #include "src/platform/image/base/byte_reader.h"
 
 struct J2kComponent {
-    std::uint32_t nStepX = 1;  ///< of the reference grid, from sample to sample
-    std::uint32_t nStepY = 1;
+    std::uint32_t step_x = 1;  ///< of the reference grid, from sample to sample
+    std::uint32_t step_y = 1;
 };
 
 struct J2kSize {
-    std::uint32_t nLeft = 0, nTop = 0, nRight = 0, nBottom = 0;  ///< of the picture on the reference grid
-    std::uint32_t nTileLeft = 0, nTileTop = 0, nTileWidth = 0, nTileHeight = 0;  ///< of the first tile
-    std::vector<J2kComponent> aComponents;
+    std::uint32_t left = 0, top = 0, right = 0, bottom = 0;  ///< of the picture on the reference grid
+    std::uint32_t tile_left = 0, tile_top = 0, tile_width = 0, tile_height = 0;  ///< of the first tile
+    std::vector<J2kComponent> components;
 
     std::uint64_t TilesAcross() const;
     std::uint64_t TilesDown() const;
@@ -27,4 +27,4 @@ struct J2kSize {
 /// more than the bytes can hold, or than a sane encoder makes of such a picture. The library believes all
 /// these numbers and allocates by them, up to terabytes for a file of a hundred bytes, and it takes some
 /// files that are cut for whole.
-bool bMayDecode(Bytes aCodestream, J2kSize& objSize);
+bool MayDecode(Bytes codestream, J2kSize& size);

@@ -11,62 +11,60 @@ namespace
 class J2kDecoder : public ImageDecoder
 {
 public:
-    J2kDecoder(Bytes aFile, J2kFile objFile, std::uint64_t nPixels)
-        : m_aFile(aFile), m_objFile(std::move(objFile)), m_nPixels(nPixels)
+    J2kDecoder(Bytes bytes, J2kFile file, std::uint64_t pixels)
+        : bytes_(bytes), file_(std::move(file)), pixels_(pixels)
     {
     }
     std::int32_t FrameCount() override { return 1; }
-    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override;
+    bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override;
 
 private:
-    Bytes m_aFile;
-    J2kFile m_objFile;
-    std::uint64_t m_nPixels;  ///< of the reference grid: how much work it is
+    Bytes bytes_;
+    J2kFile file_;
+    std::uint64_t pixels_;  ///< of the reference grid: how much work it is
 };
 }  // namespace
 
-static J2kImage pDecoded(bool bBoxes, Bytes aBytes, std::uint64_t nPixels)
+static J2kImage Decoded(bool is_jp2, Bytes bytes, std::uint64_t pixels)
 {
-    const J2kCodec objCodec(opj_create_decompress(bBoxes ? OPJ_CODEC_JP2 : OPJ_CODEC_J2K));
-    const J2kStream objStream(aBytes);
-    opj_dparameters_t objParameters;
-    opj_set_default_decoder_parameters(&objParameters);
-    if (!opj_setup_decoder(objCodec.get(), &objParameters) ||
-        !opj_decoder_set_strict_mode(objCodec.get(), OPJ_TRUE))
+    const J2kCodec codec(opj_create_decompress(is_jp2 ? OPJ_CODEC_JP2 : OPJ_CODEC_J2K));
+    const J2kStream stream(bytes);
+    opj_dparameters_t parameters;
+    opj_set_default_decoder_parameters(&parameters);
+    if (!opj_setup_decoder(codec.get(), &parameters) || !opj_decoder_set_strict_mode(codec.get(), OPJ_TRUE))
         return nullptr;
-    objCodec.UseThreads(nPixels);
+    codec.UseThreads(pixels);
     // The library may give a picture and fail, and the picture is the caller's nevertheless.
-    opj_image_t* pRaw = nullptr;
-    const bool bHeader = opj_read_header(objStream.get(), objCodec.get(), &pRaw) != OPJ_FALSE;
-    J2kImage pImage(pRaw);
-    const bool bDone = bHeader && pImage && opj_decode(objCodec.get(), objStream.get(), pImage.get()) &&
-                       opj_end_decompress(objCodec.get(), objStream.get());
-    return bDone ? std::move(pImage) : nullptr;
+    opj_image_t* raw = nullptr;
+    const bool has_header = opj_read_header(stream.get(), codec.get(), &raw) != OPJ_FALSE;
+    J2kImage image(raw);
+    const bool done = has_header && image && opj_decode(codec.get(), stream.get(), image.get()) &&
+                      opj_end_decompress(codec.get(), stream.get());
+    return done ? std::move(image) : nullptr;
 }
 
-bool J2kDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
+bool J2kDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
-    if (lFrame != 0)
+    if (frame != 0)
         return false;
-    const J2kImage pImage =
-        pDecoded(m_objFile.bBoxes, m_objFile.bBoxes ? m_aFile : m_objFile.aCodestream, m_nPixels);
-    ImageBuffer aResult;
-    if (!pImage || !bMakePicture(*pImage, aResult))
+    const J2kImage decoded = Decoded(file_.is_jp2, file_.is_jp2 ? bytes_ : file_.codestream, pixels_);
+    ImageBuffer result;
+    if (!decoded || !MakePicture(*decoded, result))
         return false;
-    aResult.dots_per_inch_x = m_objFile.dDotsPerInchX;
-    aResult.dots_per_inch_y = m_objFile.dDotsPerInchY;
-    aResult.metadata = m_objFile.objMetadata;
-    aImage = std::move(aResult);
+    result.dots_per_inch_x = file_.dots_per_inch_x;
+    result.dots_per_inch_y = file_.dots_per_inch_y;
+    result.metadata = file_.metadata;
+    image = std::move(result);
     return true;
 }
 
-std::unique_ptr<ImageDecoder> pOpenJ2k(InputFile& objInput)
+std::unique_ptr<ImageDecoder> OpenJ2k(InputFile& input)
 {
-    const Bytes aFile = objInput.All();
-    J2kFile objFile;
-    J2kSize objSize;
-    if (!bReadBoxes(aFile, objFile) || !bMayDecode(objFile.aCodestream, objSize))
+    const Bytes bytes = input.All();
+    J2kFile file;
+    J2kSize size;
+    if (!ReadBoxes(bytes, file) || !MayDecode(file.codestream, size))
         return nullptr;
-    const std::uint64_t nWidth = objSize.nRight - objSize.nLeft, nHeight = objSize.nBottom - objSize.nTop;
-    return std::make_unique<J2kDecoder>(aFile, std::move(objFile), nWidth * nHeight);
+    const std::uint64_t width = size.right - size.left, height = size.bottom - size.top;
+    return std::make_unique<J2kDecoder>(bytes, std::move(file), width * height);
 }

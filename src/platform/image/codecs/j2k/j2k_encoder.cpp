@@ -16,99 +16,99 @@ static constexpr std::size_t kPixelsWorthLoss = 1024;
 static constexpr std::size_t kMostComment = 65000;  // bytes; the segment's length has 16 bits
 
 // One more than how often a tile's shorter side can be halved, and no more than 6.
-static int nResolutions(std::int32_t lWidth, std::int32_t lHeight)
+static int Resolutions(std::int32_t width, std::int32_t height)
 {
-    int nCount = 1;
-    for (std::int32_t lSide = std::min(lWidth, lHeight); lSide > 1 && nCount < 6; lSide /= 2)
-        ++nCount;
-    return nCount;
+    int count = 1;
+    for (std::int32_t side = std::min(width, height); side > 1 && count < 6; side /= 2)
+        ++count;
+    return count;
 }
 
-static J2kImage pDescription(const ImageBuffer& aImage)
+static J2kImage Description(const ImageBuffer& image)
 {
-    opj_image_cmptparm_t aComponents[4] = {};
-    for (auto& objComponent : aComponents) {
-        objComponent.dx = objComponent.dy = 1;
-        objComponent.w = static_cast<OPJ_UINT32>(aImage.width);
-        objComponent.h = static_cast<OPJ_UINT32>(aImage.height);
-        objComponent.prec = 8;
+    opj_image_cmptparm_t components[4] = {};
+    for (auto& component : components) {
+        component.dx = component.dy = 1;
+        component.w = static_cast<OPJ_UINT32>(image.width);
+        component.h = static_cast<OPJ_UINT32>(image.height);
+        component.prec = 8;
     }
-    const auto nChannels = static_cast<OPJ_UINT32>(aImage.channels);
-    J2kImage pImage(
-        opj_image_tile_create(nChannels, aComponents, nChannels == 1 ? OPJ_CLRSPC_GRAY : OPJ_CLRSPC_SRGB));
-    if (pImage) {
-        pImage->x1 = static_cast<OPJ_UINT32>(aImage.width);
-        pImage->y1 = static_cast<OPJ_UINT32>(aImage.height);
+    const auto channels = static_cast<OPJ_UINT32>(image.channels);
+    J2kImage description(
+        opj_image_tile_create(channels, components, channels == 1 ? OPJ_CLRSPC_GRAY : OPJ_CLRSPC_SRGB));
+    if (description) {
+        description->x1 = static_cast<OPJ_UINT32>(image.width);
+        description->y1 = static_cast<OPJ_UINT32>(image.height);
     }
-    return pImage;
+    return description;
 }
 
 // A tile's samples, one component after the other: R, G, B, A.
-static void FillTile(const ImageBuffer& aImage, std::int32_t lLeft, std::int32_t lTop, std::int32_t lWidth,
-                     std::int32_t lHeight, std::vector<std::uint8_t>& aTile)
+static void FillTile(const ImageBuffer& image, std::int32_t left, std::int32_t top, std::int32_t width,
+                     std::int32_t height, std::vector<std::uint8_t>& tile)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const auto nWidth = static_cast<std::size_t>(lWidth), nHeight = static_cast<std::size_t>(lHeight);
-    aTile.resize(nWidth * nHeight * nChannels);
-    std::uint8_t* pOut = aTile.data();
-    for (std::size_t nComponent = 0; nComponent < nChannels; ++nComponent) {
-        const std::size_t nChannel = nComponent < 3 && nChannels >= 3 ? 2 - nComponent : nComponent;
-        for (std::size_t y = 0; y < nHeight; ++y, pOut += nWidth) {
-            const std::size_t nFirst =
-                (static_cast<std::size_t>(lTop) + y) * static_cast<std::size_t>(aImage.width) +
-                static_cast<std::size_t>(lLeft);
-            const std::uint8_t* pIn = aImage.bytes.data() + nFirst * nChannels + nChannel;
-            for (std::size_t x = 0; x < nWidth; ++x)
-                pOut[x] = pIn[x * nChannels];
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const auto columns = static_cast<std::size_t>(width), rows = static_cast<std::size_t>(height);
+    tile.resize(columns * rows * channels);
+    std::uint8_t* out = tile.data();
+    for (std::size_t component = 0; component < channels; ++component) {
+        const std::size_t channel = component < 3 && channels >= 3 ? 2 - component : component;
+        for (std::size_t y = 0; y < rows; ++y, out += columns) {
+            const std::size_t first =
+                (static_cast<std::size_t>(top) + y) * static_cast<std::size_t>(image.width) +
+                static_cast<std::size_t>(left);
+            const std::uint8_t* in = image.bytes.data() + first * channels + channel;
+            for (std::size_t x = 0; x < columns; ++x)
+                out[x] = in[x * channels];
         }
     }
 }
 
-bool bEncodeJ2k(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
+bool EncodeJ2k(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    const auto nPixels = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height);
-    const bool bLossless = objSettings.lJPEGQuality >= 100 || nPixels < kPixelsWorthLoss;
-    const std::int32_t lTile = bLossless ? kLosslessTile : kLossyTile;
-    const std::int32_t lTileWidth = std::min(lTile, aImage.width),
-                       lTileHeight = std::min(lTile, aImage.height);
+    const auto pixels = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
+    const bool lossless = settings.lJPEGQuality >= 100 || pixels < kPixelsWorthLoss;
+    const std::int32_t tile_side = lossless ? kLosslessTile : kLossyTile;
+    const std::int32_t tile_width = std::min(tile_side, image.width),
+                       tile_height = std::min(tile_side, image.height);
 
-    opj_cparameters_t objParameters;
-    opj_set_default_encoder_parameters(&objParameters);
-    objParameters.tile_size_on = OPJ_TRUE;
-    objParameters.cp_tdx = lTileWidth;
-    objParameters.cp_tdy = lTileHeight;
-    objParameters.numresolution = nResolutions(lTileWidth, lTileHeight);
-    objParameters.tcp_mct = aImage.channels >= 3 ? 1 : 0;
-    objParameters.tcp_numlayers = 1;
-    if (bLossless) {
-        objParameters.cp_disto_alloc = 1;
-        objParameters.tcp_rates[0] = 0;
+    opj_cparameters_t parameters;
+    opj_set_default_encoder_parameters(&parameters);
+    parameters.tile_size_on = OPJ_TRUE;
+    parameters.cp_tdx = tile_width;
+    parameters.cp_tdy = tile_height;
+    parameters.numresolution = Resolutions(tile_width, tile_height);
+    parameters.tcp_mct = image.channels >= 3 ? 1 : 0;
+    parameters.tcp_numlayers = 1;
+    if (lossless) {
+        parameters.cp_disto_alloc = 1;
+        parameters.tcp_rates[0] = 0;
     } else {
-        objParameters.irreversible = 1;
-        objParameters.cp_fixed_quality = 1;
-        objParameters.tcp_distoratio[0] = static_cast<float>(dTargetPsnr(aImage, objSettings.lJPEGQuality));
+        parameters.irreversible = 1;
+        parameters.cp_fixed_quality = 1;
+        parameters.tcp_distoratio[0] = static_cast<float>(TargetPsnr(image, settings.lJPEGQuality));
     }
-    std::string sComment = InfoLines(objSettings.objTexts).substr(0, kMostComment);
-    if (!sComment.empty())
-        objParameters.cp_comment = sComment.data();  // copied by the library
+    std::string comment = InfoLines(settings.objTexts).substr(0, kMostComment);
+    if (!comment.empty())
+        parameters.cp_comment = comment.data();  // copied by the library
 
-    const J2kImage pImage = pDescription(aImage);
-    const J2kCodec objCodec(opj_create_compress(OPJ_CODEC_J2K));
-    if (!pImage || !opj_setup_encoder(objCodec.get(), &objParameters, pImage.get()))
+    const J2kImage description = Description(image);
+    const J2kCodec codec(opj_create_compress(OPJ_CODEC_J2K));
+    if (!description || !opj_setup_encoder(codec.get(), &parameters, description.get()))
         return false;
-    objCodec.UseThreads(static_cast<std::uint64_t>(lTileWidth) * static_cast<std::uint64_t>(lTileHeight));
-    const J2kStream objStream(objOut);
-    if (!opj_start_compress(objCodec.get(), pImage.get(), objStream.get()))
+    codec.UseThreads(static_cast<std::uint64_t>(tile_width) * static_cast<std::uint64_t>(tile_height));
+    const J2kStream stream(out);
+    if (!opj_start_compress(codec.get(), description.get(), stream.get()))
         return false;
-    std::vector<std::uint8_t> aTile;
-    OPJ_UINT32 nTile = 0;
-    for (std::int32_t lTop = 0; lTop < aImage.height; lTop += lTileHeight)
-        for (std::int32_t lLeft = 0; lLeft < aImage.width; lLeft += lTileWidth) {
-            FillTile(aImage, lLeft, lTop, std::min(lTileWidth, aImage.width - lLeft),
-                     std::min(lTileHeight, aImage.height - lTop), aTile);
-            if (!opj_write_tile(objCodec.get(), nTile++, aTile.data(), static_cast<OPJ_UINT32>(aTile.size()),
-                                objStream.get()))
+    std::vector<std::uint8_t> tile;
+    OPJ_UINT32 tile_index = 0;
+    for (std::int32_t top = 0; top < image.height; top += tile_height)
+        for (std::int32_t left = 0; left < image.width; left += tile_width) {
+            FillTile(image, left, top, std::min(tile_width, image.width - left),
+                     std::min(tile_height, image.height - top), tile);
+            if (!opj_write_tile(codec.get(), tile_index++, tile.data(), static_cast<OPJ_UINT32>(tile.size()),
+                                stream.get()))
                 return false;
         }
-    return opj_end_compress(objCodec.get(), objStream.get()) && !objOut.Failed();
+    return opj_end_compress(codec.get(), stream.get()) && !out.Failed();
 }

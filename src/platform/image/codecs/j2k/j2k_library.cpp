@@ -13,102 +13,100 @@ static constexpr std::uint64_t kPixelsForThreads = 200'000;
 
 static void SayNothing(const char*, void*) {}
 
-J2kCodec::J2kCodec(opj_codec_t* pCodec) : m_pCodec(pCodec)
+J2kCodec::J2kCodec(opj_codec_t* codec) : codec_(codec)
 {
-    if (!m_pCodec)
+    if (!codec_)
         throw std::bad_alloc();
-    opj_set_info_handler(m_pCodec, SayNothing, nullptr);
-    opj_set_warning_handler(m_pCodec, SayNothing, nullptr);
-    opj_set_error_handler(m_pCodec, SayNothing, nullptr);
+    opj_set_info_handler(codec_, SayNothing, nullptr);
+    opj_set_warning_handler(codec_, SayNothing, nullptr);
+    opj_set_error_handler(codec_, SayNothing, nullptr);
 }
 
 J2kCodec::~J2kCodec()
 {
-    opj_destroy_codec(m_pCodec);
+    opj_destroy_codec(codec_);
 }
 
-void J2kCodec::UseThreads(std::uint64_t nPixels) const
+void J2kCodec::UseThreads(std::uint64_t pixels) const
 {
-    if (nPixels < kPixelsForThreads)
+    if (pixels < kPixelsForThreads)
         return;
-    const unsigned nCores = std::min(std::thread::hardware_concurrency(), 8u);
-    if (nCores > 1)
-        opj_codec_set_threads(m_pCodec, static_cast<int>(nCores));
+    const unsigned cores = std::min(std::thread::hardware_concurrency(), 8u);
+    if (cores > 1)
+        opj_codec_set_threads(codec_, static_cast<int>(cores));
 }
 
-J2kStream::J2kStream(Bytes aBytes) : m_aBytes(aBytes)
+J2kStream::J2kStream(Bytes bytes) : bytes_(bytes)
 {
     Connect(true);
-    opj_stream_set_user_data_length(m_pStream, m_aBytes.size());
+    opj_stream_set_user_data_length(stream_, bytes_.size());
 }
 
-J2kStream::J2kStream(OutputFile& objOut) : m_pOut(&objOut), m_nStart(objOut.Position())
+J2kStream::J2kStream(OutputFile& out) : out_(&out), start_(out.Position())
 {
     Connect(false);
 }
 
-void J2kStream::Connect(bool bReads)
+void J2kStream::Connect(bool reads)
 {
-    m_pStream = opj_stream_create(kStreamBuffer, bReads ? OPJ_STREAM_READ : OPJ_STREAM_WRITE);
-    if (!m_pStream)
+    stream_ = opj_stream_create(kStreamBuffer, reads ? OPJ_STREAM_READ : OPJ_STREAM_WRITE);
+    if (!stream_)
         throw std::bad_alloc();
-    opj_stream_set_user_data(m_pStream, this, nullptr);
-    opj_stream_set_read_function(m_pStream, &J2kStream::Read);
-    opj_stream_set_write_function(m_pStream, &J2kStream::Write);
-    opj_stream_set_skip_function(m_pStream, &J2kStream::Skip);
-    opj_stream_set_seek_function(m_pStream, &J2kStream::Seek);
+    opj_stream_set_user_data(stream_, this, nullptr);
+    opj_stream_set_read_function(stream_, &J2kStream::Read);
+    opj_stream_set_write_function(stream_, &J2kStream::Write);
+    opj_stream_set_skip_function(stream_, &J2kStream::Skip);
+    opj_stream_set_seek_function(stream_, &J2kStream::Seek);
 }
 
 J2kStream::~J2kStream()
 {
-    opj_stream_destroy(m_pStream);
+    opj_stream_destroy(stream_);
 }
 
 static constexpr OPJ_SIZE_T kFailed = ~OPJ_SIZE_T{0};
 
-OPJ_SIZE_T J2kStream::Read(void* pOut, OPJ_SIZE_T nCount, void* pStream)
+OPJ_SIZE_T J2kStream::Read(void* out, OPJ_SIZE_T count, void* self)
 {
-    auto& objStream = *static_cast<J2kStream*>(pStream);
-    const std::size_t nGiven =
-        std::min<std::size_t>(nCount, objStream.m_aBytes.size() - objStream.m_nPosition);
-    if (nGiven == 0)
+    auto& stream = *static_cast<J2kStream*>(self);
+    const std::size_t given = std::min<std::size_t>(count, stream.bytes_.size() - stream.position_);
+    if (given == 0)
         return kFailed;  // the end
-    std::memcpy(pOut, objStream.m_aBytes.data() + objStream.m_nPosition, nGiven);
-    objStream.m_nPosition += nGiven;
-    return nGiven;
+    std::memcpy(out, stream.bytes_.data() + stream.position_, given);
+    stream.position_ += given;
+    return given;
 }
 
-OPJ_SIZE_T J2kStream::Write(void* pIn, OPJ_SIZE_T nCount, void* pStream)
+OPJ_SIZE_T J2kStream::Write(void* in, OPJ_SIZE_T count, void* self)
 {
-    auto& objStream = *static_cast<J2kStream*>(pStream);
-    if (!objStream.m_pOut->Write({static_cast<const std::uint8_t*>(pIn), nCount}))
+    auto& stream = *static_cast<J2kStream*>(self);
+    if (!stream.out_->Write({static_cast<const std::uint8_t*>(in), count}))
         return kFailed;
-    objStream.m_nPosition += nCount;
-    return nCount;
+    stream.position_ += count;
+    return count;
 }
 
-OPJ_OFF_T J2kStream::Skip(OPJ_OFF_T nCount, void* pStream)
+OPJ_OFF_T J2kStream::Skip(OPJ_OFF_T count, void* self)
 {
-    auto& objStream = *static_cast<J2kStream*>(pStream);
-    const auto nLeft = static_cast<OPJ_OFF_T>(objStream.m_aBytes.size() - objStream.m_nPosition);
-    if (nCount < 0)
+    auto& stream = *static_cast<J2kStream*>(self);
+    const auto left = static_cast<OPJ_OFF_T>(stream.bytes_.size() - stream.position_);
+    if (count < 0)
         return -1;
-    if (!objStream.m_pOut && nCount > nLeft) {
-        objStream.m_nPosition = objStream.m_aBytes.size();
-        return nLeft > 0 ? nLeft : -1;
+    if (!stream.out_ && count > left) {
+        stream.position_ = stream.bytes_.size();
+        return left > 0 ? left : -1;
     }
-    return Seek(static_cast<OPJ_OFF_T>(objStream.m_nPosition) + nCount, pStream) ? nCount : -1;
+    return Seek(static_cast<OPJ_OFF_T>(stream.position_) + count, self) ? count : -1;
 }
 
-OPJ_BOOL J2kStream::Seek(OPJ_OFF_T nPosition, void* pStream)
+OPJ_BOOL J2kStream::Seek(OPJ_OFF_T position, void* self)
 {
-    auto& objStream = *static_cast<J2kStream*>(pStream);
-    if (nPosition < 0)
+    auto& stream = *static_cast<J2kStream*>(self);
+    if (position < 0)
         return OPJ_FALSE;
-    const auto nTo = static_cast<std::uint64_t>(nPosition);
-    if (objStream.m_pOut ? !objStream.m_pOut->Seek(objStream.m_nStart + nTo)
-                         : nTo > objStream.m_aBytes.size())
+    const auto to = static_cast<std::uint64_t>(position);
+    if (stream.out_ ? !stream.out_->Seek(stream.start_ + to) : to > stream.bytes_.size())
         return OPJ_FALSE;
-    objStream.m_nPosition = nTo;
+    stream.position_ = to;
     return OPJ_TRUE;
 }

@@ -12,7 +12,7 @@
 class OutputFile;
 
 struct J2kDeleter {
-    void operator()(opj_image_t* pImage) const { opj_image_destroy(pImage); }
+    void operator()(opj_image_t* image) const { opj_image_destroy(image); }
 };
 using J2kImage = std::unique_ptr<opj_image_t, J2kDeleter>;
 
@@ -21,18 +21,18 @@ using J2kImage = std::unique_ptr<opj_image_t, J2kDeleter>;
 class J2kCodec
 {
 public:
-    explicit J2kCodec(opj_codec_t* pCodec);
+    explicit J2kCodec(opj_codec_t* codec);
     ~J2kCodec();
     J2kCodec(const J2kCodec&) = delete;
     J2kCodec& operator=(const J2kCodec&) = delete;
-    opj_codec_t* get() const { return m_pCodec; }
+    opj_codec_t* get() const { return codec_; }
 
     /// Lets it use the machine's cores, up to 8, if the picture is large enough for that to pay; the result
     /// is the same. To be called between its setup and its start.
-    void UseThreads(std::uint64_t nPixels) const;
+    void UseThreads(std::uint64_t pixels) const;
 
 private:
-    opj_codec_t* m_pCodec;
+    opj_codec_t* codec_;
 };
 
 /// A stream that reads bytes or writes into a file from its position on; either is lent for the life of the
@@ -40,23 +40,23 @@ private:
 class J2kStream
 {
 public:
-    explicit J2kStream(Bytes aBytes);
-    explicit J2kStream(OutputFile& objOut);
+    explicit J2kStream(Bytes bytes);
+    explicit J2kStream(OutputFile& out);
     ~J2kStream();
     J2kStream(const J2kStream&) = delete;
     J2kStream& operator=(const J2kStream&) = delete;
-    opj_stream_t* get() const { return m_pStream; }
+    opj_stream_t* get() const { return stream_; }
 
 private:
-    static OPJ_SIZE_T Read(void* pOut, OPJ_SIZE_T nCount, void* pStream);
-    static OPJ_SIZE_T Write(void* pIn, OPJ_SIZE_T nCount, void* pStream);
-    static OPJ_OFF_T Skip(OPJ_OFF_T nCount, void* pStream);
-    static OPJ_BOOL Seek(OPJ_OFF_T nPosition, void* pStream);
-    void Connect(bool bReads);
+    static OPJ_SIZE_T Read(void* out, OPJ_SIZE_T count, void* self);
+    static OPJ_SIZE_T Write(void* in, OPJ_SIZE_T count, void* self);
+    static OPJ_OFF_T Skip(OPJ_OFF_T count, void* self);
+    static OPJ_BOOL Seek(OPJ_OFF_T position, void* self);
+    void Connect(bool reads);
 
-    Bytes m_aBytes;
-    OutputFile* m_pOut = nullptr;
-    std::uint64_t m_nPosition = 0;  ///< in the bytes, or in the file from where it began
-    std::uint64_t m_nStart = 0;     ///< where it began in the file
-    opj_stream_t* m_pStream = nullptr;
+    Bytes bytes_;
+    OutputFile* out_ = nullptr;
+    std::uint64_t position_ = 0;  ///< in the bytes, or in the file from where it began
+    std::uint64_t start_ = 0;     ///< where it began in the file
+    opj_stream_t* stream_ = nullptr;
 };

@@ -14,110 +14,110 @@
 #include "src/platform/image/colour/colour_profile.h"
 #include "src/platform/image/pixels/pixel_rows.h"
 
-enum class Colours { Grey, Rgb, Ycc, Inks, Lab };
+enum class Colours { kGrey, kRgb, kYcc, kInks, kLab };
 
 /// Which components are which.
 struct Roles {
-    Colours objColours = Colours::Grey;
-    std::array<std::size_t, 4> aColour{};  ///< as many as the colours have
-    std::int32_t nAlpha = -1;
-    bool bPremultiplied = false;
+    Colours colours = Colours::kGrey;
+    std::array<std::size_t, 4> colour{};  ///< as many as the colours have
+    std::int32_t alpha = -1;
+    bool premultiplied = false;
 };
 
-static std::size_t nColourComponents(Colours objColours)
+static std::size_t ColourComponents(Colours colours)
 {
-    return objColours == Colours::Grey ? 1 : objColours == Colours::Inks ? 4 : 3;
+    return colours == Colours::kGrey ? 1 : colours == Colours::kInks ? 4 : 3;
 }
 
-static Bytes aProfileOf(const opj_image_t& objImage)
+static Bytes ProfileOf(const opj_image_t& image)
 {
-    return {objImage.icc_profile_buf, objImage.icc_profile_buf ? objImage.icc_profile_len : 0};
+    return {image.icc_profile_buf, image.icc_profile_buf ? image.icc_profile_len : 0};
 }
 
 // The four letters of an ICC profile's colour space.
-static bool bProfileOfInks(Bytes aProfile)
+static bool IsProfileOfInks(Bytes profile)
 {
-    return aProfile.size() > 20 && std::memcmp(aProfile.data() + 16, "CMYK", 4) == 0;
+    return profile.size() > 20 && std::memcmp(profile.data() + 16, "CMYK", 4) == 0;
 }
 
 // The library keeps the parameters of L*a*b* where otherwise the profile is, and says so by a length of 0.
-static bool bIsLab(const opj_image_t& objImage)
+static bool IsLab(const opj_image_t& image)
 {
-    return objImage.icc_profile_buf && objImage.icc_profile_len == 0;
+    return image.icc_profile_buf && image.icc_profile_len == 0;
 }
 
-static bool bFindRoles(const opj_image_t& objImage, Roles& objRoles)
+static bool FindRoles(const opj_image_t& image, Roles& roles)
 {
-    std::vector<std::size_t> aColour;
-    for (std::size_t i = 0; i < objImage.numcomps; ++i) {
-        const OPJ_UINT16 nAlpha = objImage.comps[i].alpha;
-        if (nAlpha == 0) {
-            aColour.push_back(i);
-        } else if (objRoles.nAlpha < 0 && nAlpha <= 2) {
-            objRoles.nAlpha = static_cast<std::int32_t>(i);
-            objRoles.bPremultiplied = nAlpha == 2;
+    std::vector<std::size_t> colour;
+    for (std::size_t i = 0; i < image.numcomps; ++i) {
+        const OPJ_UINT16 alpha = image.comps[i].alpha;
+        if (alpha == 0) {
+            colour.push_back(i);
+        } else if (roles.alpha < 0 && alpha <= 2) {
+            roles.alpha = static_cast<std::int32_t>(i);
+            roles.premultiplied = alpha == 2;
         }
     }
-    if (aColour.empty())
+    if (colour.empty())
         return false;
-    const bool bInks = objImage.color_space == OPJ_CLRSPC_CMYK || bProfileOfInks(aProfileOf(objImage));
-    const bool bAlphaByPlace = objRoles.nAlpha < 0 && !bInks && (aColour.size() == 2 || aColour.size() == 4);
-    if (bAlphaByPlace) {
-        objRoles.nAlpha = static_cast<std::int32_t>(aColour.back());
-        aColour.pop_back();
+    const bool has_inks = image.color_space == OPJ_CLRSPC_CMYK || IsProfileOfInks(ProfileOf(image));
+    const bool alpha_by_place = roles.alpha < 0 && !has_inks && (colour.size() == 2 || colour.size() == 4);
+    if (alpha_by_place) {
+        roles.alpha = static_cast<std::int32_t>(colour.back());
+        colour.pop_back();
     }
-    if (bInks)
-        objRoles.objColours = Colours::Inks;
-    else if (objImage.color_space == OPJ_CLRSPC_GRAY || aColour.size() < 3)
-        objRoles.objColours = Colours::Grey;
-    else if (bIsLab(objImage))
-        objRoles.objColours = Colours::Lab;
-    else if (objImage.color_space == OPJ_CLRSPC_SYCC || objImage.color_space == OPJ_CLRSPC_EYCC)
-        objRoles.objColours = Colours::Ycc;
+    if (has_inks)
+        roles.colours = Colours::kInks;
+    else if (image.color_space == OPJ_CLRSPC_GRAY || colour.size() < 3)
+        roles.colours = Colours::kGrey;
+    else if (IsLab(image))
+        roles.colours = Colours::kLab;
+    else if (image.color_space == OPJ_CLRSPC_SYCC || image.color_space == OPJ_CLRSPC_EYCC)
+        roles.colours = Colours::kYcc;
     else
-        objRoles.objColours = Colours::Rgb;
-    if (aColour.size() < nColourComponents(objRoles.objColours))
+        roles.colours = Colours::kRgb;
+    if (colour.size() < ColourComponents(roles.colours))
         return false;
-    std::copy_n(aColour.begin(), nColourComponents(objRoles.objColours), objRoles.aColour.begin());
+    std::copy_n(colour.begin(), ColourComponents(roles.colours), roles.colour.begin());
     // Nobody stores R and B of fewer samples than G; a bare codestream that looks so holds YCC.
-    const auto& objFirst = objImage.comps[objRoles.aColour[0]];
-    const auto& objSecond = objImage.comps[objRoles.aColour[1]];
-    if (objRoles.objColours == Colours::Rgb && objImage.color_space != OPJ_CLRSPC_SRGB &&
-        (objSecond.dx > objFirst.dx || objSecond.dy > objFirst.dy))
-        objRoles.objColours = Colours::Ycc;
+    const auto& first = image.comps[roles.colour[0]];
+    const auto& second = image.comps[roles.colour[1]];
+    if (roles.colours == Colours::kRgb && image.color_space != OPJ_CLRSPC_SRGB &&
+        (second.dx > first.dx || second.dy > first.dy))
+        roles.colours = Colours::kYcc;
     return true;
 }
 
 // The picture has the pixels of its finest component. False if a component that counts has no samples.
-static bool bFindGrid(const opj_image_t& objImage, const Roles& objRoles, PixelGrid& objGrid)
+static bool FindGrid(const opj_image_t& image, const Roles& roles, PixelGrid& grid)
 {
-    std::uint32_t nStepX = 256, nStepY = 256;
-    const auto Take = [&](std::size_t nComponent) {
-        const opj_image_comp_t& o = objImage.comps[nComponent];
-        nStepX = std::min(nStepX, o.dx);
-        nStepY = std::min(nStepY, o.dy);
+    std::uint32_t step_x = 256, step_y = 256;
+    const auto take = [&](std::size_t component) {
+        const opj_image_comp_t& o = image.comps[component];
+        step_x = std::min(step_x, o.dx);
+        step_y = std::min(step_y, o.dy);
         return o.data && o.w > 0 && o.h > 0 && o.dx > 0 && o.dy > 0 && o.prec >= 1 && o.prec <= 38;
     };
-    bool bSound = objRoles.nAlpha < 0 || Take(static_cast<std::size_t>(objRoles.nAlpha));
-    for (std::size_t i = 0; i < nColourComponents(objRoles.objColours); ++i)
-        bSound = Take(objRoles.aColour[i]) && bSound;
-    if (bSound)
-        objGrid = objPixelGrid(objImage, nStepX, nStepY);
-    return bSound;
+    bool sound = roles.alpha < 0 || take(static_cast<std::size_t>(roles.alpha));
+    for (std::size_t i = 0; i < ColourComponents(roles.colours); ++i)
+        sound = take(roles.colour[i]) && sound;
+    if (sound)
+        grid = PixelGridOf(image, step_x, step_y);
+    return sound;
 }
 
 // Y, Cb, Cr in B, G, R's places to B, G, R (IEC 61966-2-1, annex F, the inverse of ITU-R BT.601 in full
 // range).
-static void YccRow(std::uint8_t* pPixels, std::uint32_t nPixels, std::size_t nStride)
+static void YccRow(std::uint8_t* pixels, std::uint32_t pixel_count, std::size_t stride)
 {
-    const auto nByte = [](float fValue) {
-        return static_cast<std::uint8_t>(std::clamp(fValue + 0.5F, 0.F, 255.F));
+    const auto byte = [](float value) {
+        return static_cast<std::uint8_t>(std::clamp(value + 0.5F, 0.F, 255.F));
     };
-    for (std::uint32_t x = 0; x < nPixels; ++x, pPixels += nStride) {
-        const float fY = pPixels[2], fCb = pPixels[1] - 128.F, fCr = pPixels[0] - 128.F;
-        pPixels[2] = nByte(fY + 1.402F * fCr);
-        pPixels[1] = nByte(fY - 0.344136F * fCb - 0.714136F * fCr);
-        pPixels[0] = nByte(fY + 1.772F * fCb);
+    for (std::uint32_t x = 0; x < pixel_count; ++x, pixels += stride) {
+        const float y = pixels[2], cb = pixels[1] - 128.F, cr = pixels[0] - 128.F;
+        pixels[2] = byte(y + 1.402F * cr);
+        pixels[1] = byte(y - 0.344136F * cb - 0.714136F * cr);
+        pixels[0] = byte(y + 1.772F * cb);
     }
 }
 
@@ -126,129 +126,128 @@ using LabLevels =
 
 // How the library hands on the parameters of L*a*b*: whether the defaults hold, then range and offset of
 // each.
-static LabLevels aLabLevels(const opj_image_t& objImage, const Roles& objRoles)
+static LabLevels ReadLabLevels(const opj_image_t& image, const Roles& roles)
 {
-    std::array<std::uint32_t, 9> aParameters{};
-    std::memcpy(aParameters.data(), objImage.icc_profile_buf, sizeof aParameters);
+    std::array<std::uint32_t, 9> parameters{};
+    std::memcpy(parameters.data(), image.icc_profile_buf, sizeof parameters);
     constexpr std::uint32_t kDefault = 0x44454600;  // "DEF"
-    LabLevels aLevels{};
+    LabLevels levels{};
     for (std::size_t c = 0; c < 3; ++c) {
-        const double dMost = std::pow(2, objImage.comps[objRoles.aColour[c]].prec) - 1;
-        double dRange = c == 0 ? 100 : c == 1 ? 170 : 200;
-        double dOffset = c == 0 ? 0 : c == 1 ? (dMost + 1) / 2 : (dMost + 1) * 3 / 8;
-        if (aParameters[1] != kDefault) {
-            dRange = aParameters[2 + 2 * c];
-            dOffset = aParameters[3 + 2 * c];
+        const double max = std::pow(2, image.comps[roles.colour[c]].prec) - 1;
+        double range = c == 0 ? 100 : c == 1 ? 170 : 200;
+        double offset = c == 0 ? 0 : c == 1 ? (max + 1) / 2 : (max + 1) * 3 / 8;
+        if (parameters[1] != kDefault) {
+            range = parameters[2 + 2 * c];
+            offset = parameters[3 + 2 * c];
         }
         for (std::size_t i = 0; i < 256; ++i) {
-            const double dValue = (static_cast<double>(i) / 255 * dMost - dOffset) * dRange / dMost;
-            aLevels[c][i] =
-                static_cast<std::uint8_t>(std::clamp(c == 0 ? dValue * 2.55 : dValue + 128, 0., 255.) + 0.5);
+            const double value = (static_cast<double>(i) / 255 * max - offset) * range / max;
+            levels[c][i] =
+                static_cast<std::uint8_t>(std::clamp(c == 0 ? value * 2.55 : value + 128, 0., 255.) + 0.5);
         }
     }
-    return aLevels;
+    return levels;
 }
 
 // Inks and L*a*b* go some rows at a time through bytes of their own into the picture, which has 3 channels
 // or 4.
-static bool bThroughRows(const opj_image_t& objImage, const Roles& objRoles, const PixelGrid& objGrid,
-                         const std::vector<SampleRows>& aColours, ImageBuffer& aImage)
+static bool ConvertRows(const opj_image_t& decoded, const Roles& roles, const PixelGrid& grid,
+                        const std::vector<SampleRows>& colours, ImageBuffer& image)
 {
     constexpr std::uint32_t kPixelsAtOnce = 1 << 20;
-    const std::uint32_t nRowsAtOnce = std::max(1u, kPixelsAtOnce / objGrid.nWidth);
-    const std::size_t nComponents = aColours.size();
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    std::vector<std::uint8_t> aIn, aOut;
-    const bool bLab = objRoles.objColours == Colours::Lab;
-    const CmykToBgr objInks(bLab ? Bytes{} : aProfileOf(objImage));
-    const auto aLevels = bLab ? aLabLevels(objImage, objRoles) : LabLevels{};
-    std::uint8_t* pOut = aImage.bytes.data();
-    for (std::uint32_t nFirst = 0; nFirst < objGrid.nHeight; nFirst += nRowsAtOnce) {
-        const std::uint32_t nRows = std::min(nRowsAtOnce, objGrid.nHeight - nFirst);
-        const std::size_t nPixels = std::size_t{nRows} * objGrid.nWidth;
-        aIn.resize(nPixels * nComponents);
-        aOut.resize(nPixels * 3);
-        for (std::uint32_t y = 0; y < nRows; ++y)
-            for (std::size_t c = 0; c < nComponents; ++c)
-                aColours[c].Read(nFirst + y, &aIn[std::size_t{y} * objGrid.nWidth * nComponents + c],
-                                 nComponents);
-        if (bLab) {
-            for (std::size_t i = 0; i < aIn.size(); ++i)
-                aIn[i] = aLevels[i % 3][aIn[i]];
-            if (!LabToBgr(aIn.data(), aOut.data(), nPixels))
+    const std::uint32_t rows_at_once = std::max(1u, kPixelsAtOnce / grid.width);
+    const std::size_t components = colours.size();
+    const auto channels = static_cast<std::size_t>(image.channels);
+    std::vector<std::uint8_t> in_row, out_row;
+    const bool is_lab = roles.colours == Colours::kLab;
+    const CmykToBgr inks(is_lab ? Bytes{} : ProfileOf(decoded));
+    const auto levels = is_lab ? ReadLabLevels(decoded, roles) : LabLevels{};
+    std::uint8_t* out = image.bytes.data();
+    for (std::uint32_t first = 0; first < grid.height; first += rows_at_once) {
+        const std::uint32_t rows = std::min(rows_at_once, grid.height - first);
+        const std::size_t pixels = std::size_t{rows} * grid.width;
+        in_row.resize(pixels * components);
+        out_row.resize(pixels * 3);
+        for (std::uint32_t y = 0; y < rows; ++y)
+            for (std::size_t c = 0; c < components; ++c)
+                colours[c].Read(first + y, &in_row[std::size_t{y} * grid.width * components + c], components);
+        if (is_lab) {
+            for (std::size_t i = 0; i < in_row.size(); ++i)
+                in_row[i] = levels[i % 3][in_row[i]];
+            if (!LabToBgr(in_row.data(), out_row.data(), pixels))
                 return false;
         } else {
-            objInks.Convert(aIn.data(), aOut.data(), nPixels);
+            inks.Convert(in_row.data(), out_row.data(), pixels);
         }
-        for (std::size_t i = 0; i < nPixels; ++i, pOut += nChannels)
-            std::memcpy(pOut, &aOut[i * 3], 3);
+        for (std::size_t i = 0; i < pixels; ++i, out += channels)
+            std::memcpy(out, &out_row[i * 3], 3);
     }
     return true;
 }
 
 // Colour that was multiplied by its alpha, divided by it again.
-static void DivideByAlpha(ImageBuffer& aImage)
+static void DivideByAlpha(ImageBuffer& image)
 {
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4) {
-        const unsigned nAlpha = aImage.bytes[i + 3];
-        for (std::size_t c = 0; c < 3 && nAlpha > 0; ++c)
-            aImage.bytes[i + c] =
-                static_cast<std::uint8_t>(std::min(255u, (aImage.bytes[i + c] * 255u + nAlpha / 2) / nAlpha));
+    for (std::size_t i = 0; i < image.bytes.size(); i += 4) {
+        const unsigned alpha = image.bytes[i + 3];
+        for (std::size_t c = 0; c < 3 && alpha > 0; ++c)
+            image.bytes[i + c] =
+                static_cast<std::uint8_t>(std::min(255u, (image.bytes[i + c] * 255u + alpha / 2) / alpha));
     }
 }
 
 // A profile counts for the components as they are stored, so it is used or kept before grey gets three
 // channels.
-static void TakeProfile(const opj_image_t& objImage, const Roles& objRoles, ImageBuffer& aImage)
+static void TakeProfile(const opj_image_t& decoded, const Roles& roles, ImageBuffer& image)
 {
-    const Bytes aProfile = aProfileOf(objImage);
-    const bool bStored = objRoles.objColours == Colours::Rgb || objRoles.objColours == Colours::Grey;
-    if (bStored && ProfileFits(aProfile, aImage.channels))
-        aImage.icc_profile.assign(aProfile.begin(), aProfile.end());
+    const Bytes profile = ProfileOf(decoded);
+    const bool stored = roles.colours == Colours::kRgb || roles.colours == Colours::kGrey;
+    if (stored && ProfileFits(profile, image.channels))
+        image.icc_profile.assign(profile.begin(), profile.end());
 }
 
-bool bMakePicture(const opj_image_t& objImage, ImageBuffer& aImage)
+bool MakePicture(const opj_image_t& decoded, ImageBuffer& image)
 {
-    Roles objRoles;
-    PixelGrid objGrid{};
-    if (!bFindRoles(objImage, objRoles) || !bFindGrid(objImage, objRoles, objGrid))
+    Roles roles;
+    PixelGrid grid{};
+    if (!FindRoles(decoded, roles) || !FindGrid(decoded, roles, grid))
         return false;
-    const Colours objColours = objRoles.objColours;
-    std::vector<SampleRows> aColours;
-    for (std::size_t i = 0; i < nColourComponents(objColours); ++i)
-        aColours.emplace_back(objImage.comps[objRoles.aColour[i]], objGrid);
+    const Colours colour_model = roles.colours;
+    std::vector<SampleRows> colours;
+    for (std::size_t i = 0; i < ColourComponents(colour_model); ++i)
+        colours.emplace_back(decoded.comps[roles.colour[i]], grid);
 
-    const bool bGrey = objColours == Colours::Grey;
-    ImageBuffer aResult;
-    if (!Allocate(aResult, objGrid.nWidth, objGrid.nHeight, bGrey ? 1 : objRoles.nAlpha >= 0 ? 4 : 3))
+    const bool is_grey = colour_model == Colours::kGrey;
+    ImageBuffer result;
+    if (!Allocate(result, grid.width, grid.height, is_grey ? 1 : roles.alpha >= 0 ? 4 : 3))
         return false;
-    const auto nChannels = static_cast<std::size_t>(aResult.channels);
-    const std::size_t nRowBytes = objGrid.nWidth * nChannels;
-    if (objColours == Colours::Inks || objColours == Colours::Lab) {
-        if (!bThroughRows(objImage, objRoles, objGrid, aColours, aResult))
+    const auto channels = static_cast<std::size_t>(result.channels);
+    const std::size_t row_bytes = grid.width * channels;
+    if (colour_model == Colours::kInks || colour_model == Colours::kLab) {
+        if (!ConvertRows(decoded, roles, grid, colours, result))
             return false;
     } else {
-        for (std::uint32_t y = 0; y < objGrid.nHeight; ++y) {
-            std::uint8_t* pRow = aResult.bytes.data() + y * nRowBytes;
-            for (std::size_t c = 0; c < aColours.size(); ++c)
-                aColours[c].Read(y, pRow + aColours.size() - 1 - c, nChannels);
-            if (objColours == Colours::Ycc)
-                YccRow(pRow, objGrid.nWidth, nChannels);
+        for (std::uint32_t y = 0; y < grid.height; ++y) {
+            std::uint8_t* row = result.bytes.data() + y * row_bytes;
+            for (std::size_t c = 0; c < colours.size(); ++c)
+                colours[c].Read(y, row + colours.size() - 1 - c, channels);
+            if (colour_model == Colours::kYcc)
+                YccRow(row, grid.width, channels);
         }
     }
-    TakeProfile(objImage, objRoles, aResult);
-    if (objRoles.nAlpha >= 0) {
-        if (bGrey) {
-            ConvertToSrgb(aResult);  // a grey profile says nothing about the three channels that come now
-            if (!AddAlpha(aResult))
+    TakeProfile(decoded, roles, result);
+    if (roles.alpha >= 0) {
+        if (is_grey) {
+            ConvertToSrgb(result);  // a grey profile says nothing about the three channels that come now
+            if (!AddAlpha(result))
                 return false;
         }
-        const SampleRows objAlpha(objImage.comps[objRoles.nAlpha], objGrid);
-        for (std::uint32_t y = 0; y < objGrid.nHeight; ++y)
-            objAlpha.Read(y, aResult.bytes.data() + std::size_t{y} * objGrid.nWidth * 4 + 3, 4);
-        if (objRoles.bPremultiplied)
-            DivideByAlpha(aResult);
+        const SampleRows alpha(decoded.comps[roles.alpha], grid);
+        for (std::uint32_t y = 0; y < grid.height; ++y)
+            alpha.Read(y, result.bytes.data() + std::size_t{y} * grid.width * 4 + 3, 4);
+        if (roles.premultiplied)
+            DivideByAlpha(result);
     }
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }

@@ -15,59 +15,58 @@ static constexpr double kHalfRoot = 0.70710678118654752;
 using BlockOfLevels = std::array<std::array<double, kBlock>, kBlock>;
 
 // How coarse the coefficients get, in levels: with the factor by which IJG's library scales its tables.
-static double dStep(std::int32_t lQuality)
+static double QuantisationStep(std::int32_t quality)
 {
-    const double dQuality = std::clamp(lQuality, 1, 99);
-    return kStepAt50 * (dQuality < 50 ? 50 / dQuality : 2 - dQuality / 50);
+    const double clamped = std::clamp(quality, 1, 99);
+    return kStepAt50 * (clamped < 50 ? 50 / clamped : 2 - clamped / 50);
 }
 
-static double dLightness(const std::uint8_t* pPixel, std::int32_t lChannels)
+static double Lightness(const std::uint8_t* pixel, std::int32_t channels)
 {
-    return lChannels == 1 ? pPixel[0] : 0.114 * pPixel[0] + 0.587 * pPixel[1] + 0.299 * pPixel[2];
+    return channels == 1 ? pixel[0] : 0.114 * pixel[0] + 0.587 * pixel[1] + 0.299 * pixel[2];
 }
 
 // Haar's transform, orthonormal, so that errors of coefficients are errors of pixels.
-static void Transform(BlockOfLevels& aBlock)
+static void Transform(BlockOfLevels& block)
 {
     for (std::size_t n = kBlock; n > 1; n /= 2) {
-        BlockOfLevels aHalf{};
+        BlockOfLevels half{};
         for (std::size_t y = 0; y < n; ++y)
             for (std::size_t x = 0; x < n / 2; ++x) {
-                aHalf[y][x] = (aBlock[y][2 * x] + aBlock[y][2 * x + 1]) * kHalfRoot;
-                aHalf[y][x + n / 2] = (aBlock[y][2 * x] - aBlock[y][2 * x + 1]) * kHalfRoot;
+                half[y][x] = (block[y][2 * x] + block[y][2 * x + 1]) * kHalfRoot;
+                half[y][x + n / 2] = (block[y][2 * x] - block[y][2 * x + 1]) * kHalfRoot;
             }
         for (std::size_t y = 0; y < n / 2; ++y)
             for (std::size_t x = 0; x < n; ++x) {
-                aBlock[y][x] = (aHalf[2 * y][x] + aHalf[2 * y + 1][x]) * kHalfRoot;
-                aBlock[y + n / 2][x] = (aHalf[2 * y][x] - aHalf[2 * y + 1][x]) * kHalfRoot;
+                block[y][x] = (half[2 * y][x] + half[2 * y + 1][x]) * kHalfRoot;
+                block[y + n / 2][x] = (half[2 * y][x] - half[2 * y + 1][x]) * kHalfRoot;
             }
     }
 }
 
-double dTargetPsnr(const ImageBuffer& aImage, std::int32_t lQuality)
+double TargetPsnr(const ImageBuffer& image, std::int32_t quality)
 {
     // A coefficient that is rounded is off by a twelfth of the squared step in the mean, or, if it is smaller
     // than that, by itself.
-    const double dMost = dStep(lQuality) * dStep(lQuality) / 12;
-    const auto nWidth = static_cast<std::size_t>(aImage.width),
-               nHeight = static_cast<std::size_t>(aImage.height);
-    double dSum = 0, dCount = 0;
-    for (std::size_t y = 0; y < nHeight; y += kApart)
-        for (std::size_t x = 0; x < nWidth; x += kApart) {
-            BlockOfLevels aBlock;
+    const double max = QuantisationStep(quality) * QuantisationStep(quality) / 12;
+    const auto width = static_cast<std::size_t>(image.width), height = static_cast<std::size_t>(image.height);
+    double sum = 0, count = 0;
+    for (std::size_t y = 0; y < height; y += kApart)
+        for (std::size_t x = 0; x < width; x += kApart) {
+            BlockOfLevels block;
             for (std::size_t i = 0; i < kBlock; ++i)
                 for (std::size_t j = 0; j < kBlock; ++j) {
-                    const std::size_t nPixel =
-                        std::min(y + i, nHeight - 1) * nWidth + std::min(x + j, nWidth - 1);
-                    aBlock[i][j] = dLightness(
-                        &aImage.bytes[nPixel * static_cast<std::size_t>(aImage.channels)], aImage.channels);
+                    const std::size_t pixel =
+                        std::min(y + i, height - 1) * width + std::min(x + j, width - 1);
+                    block[i][j] = Lightness(&image.bytes[pixel * static_cast<std::size_t>(image.channels)],
+                                            image.channels);
                 }
-            Transform(aBlock);
-            for (const auto& aRow : aBlock)
-                for (const double dCoefficient : aRow)
-                    dSum += std::min(dCoefficient * dCoefficient, dMost);
-            dCount += kBlock * kBlock;
+            Transform(block);
+            for (const auto& row : block)
+                for (const double coefficient : row)
+                    sum += std::min(coefficient * coefficient, max);
+            count += kBlock * kBlock;
         }
     constexpr double kLeastError = 0.01;  // 68 dB: beyond what 8 bits can show
-    return 10 * std::log10(255 * 255 / std::max(dSum / dCount, kLeastError));
+    return 10 * std::log10(255 * 255 / std::max(sum / count, kLeastError));
 }

@@ -5,67 +5,66 @@
 
 static constexpr OPJ_UINT32 kTableBits = 16;
 
-static std::uint32_t UpDivided(std::uint32_t nValue, std::uint32_t nBy)
+static std::uint32_t UpDivided(std::uint32_t value, std::uint32_t by)
 {
-    return nValue / nBy + (nValue % nBy != 0 ? 1 : 0);
+    return value / by + (value % by != 0 ? 1 : 0);
 }
 
-PixelGrid objPixelGrid(const opj_image_t& objImage, std::uint32_t nStepX, std::uint32_t nStepY)
+PixelGrid PixelGridOf(const opj_image_t& image, std::uint32_t step_x, std::uint32_t step_y)
 {
-    PixelGrid objGrid{nStepX, nStepY, UpDivided(objImage.x0, nStepX), UpDivided(objImage.y0, nStepY), 0, 0};
-    objGrid.nWidth = UpDivided(objImage.x1, nStepX) - objGrid.nFirstX;
-    objGrid.nHeight = UpDivided(objImage.y1, nStepY) - objGrid.nFirstY;
-    return objGrid;
+    PixelGrid grid{step_x, step_y, UpDivided(image.x0, step_x), UpDivided(image.y0, step_y), 0, 0};
+    grid.width = UpDivided(image.x1, step_x) - grid.first_x;
+    grid.height = UpDivided(image.y1, step_y) - grid.first_y;
+    return grid;
 }
 
 // The sample that lies at or before a pixel, along one axis.
-static std::uint32_t SampleAt(std::uint32_t nPixel, std::uint32_t nFirst, std::uint32_t nStep,
-                              std::uint32_t nSampleStep, std::uint32_t nFirstSample, std::uint32_t nSamples)
+static std::uint32_t SampleAt(std::uint32_t pixel, std::uint32_t first, std::uint32_t step,
+                              std::uint32_t sample_step, std::uint32_t first_sample, std::uint32_t samples)
 {
-    const std::uint64_t nSample = (std::uint64_t{nFirst} + nPixel) * nStep / nSampleStep;
-    const std::uint64_t nFromFirst = nSample - std::min<std::uint64_t>(nSample, nFirstSample);
-    return static_cast<std::uint32_t>(std::min<std::uint64_t>(nFromFirst, nSamples - 1));
+    const std::uint64_t sample = (std::uint64_t{first} + pixel) * step / sample_step;
+    const std::uint64_t from_first = sample - std::min<std::uint64_t>(sample, first_sample);
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(from_first, samples - 1));
 }
 
-SampleRows::SampleRows(const opj_image_comp_t& objComponent, const PixelGrid& objGrid)
-    : m_pComponent(&objComponent),
-      m_objGrid(objGrid),
-      m_nMost((std::uint64_t{1} << objComponent.prec) - 1),
-      m_nOffset(objComponent.sgnd ? std::int64_t{1} << (objComponent.prec - 1) : 0)
+SampleRows::SampleRows(const opj_image_comp_t& component, const PixelGrid& grid)
+    : component_(&component),
+      grid_(grid),
+      max_((std::uint64_t{1} << component.prec) - 1),
+      offset_(component.sgnd ? std::int64_t{1} << (component.prec - 1) : 0)
 {
-    m_aColumns.resize(objGrid.nWidth);
-    for (std::uint32_t x = 0; x < objGrid.nWidth; ++x) {
-        m_aColumns[x] =
-            SampleAt(x, objGrid.nFirstX, objGrid.nStepX, objComponent.dx, objComponent.x0, objComponent.w);
-        m_bDirect = m_bDirect && m_aColumns[x] == x;
+    columns_.resize(grid.width);
+    for (std::uint32_t x = 0; x < grid.width; ++x) {
+        columns_[x] = SampleAt(x, grid.first_x, grid.step_x, component.dx, component.x0, component.w);
+        direct_ = direct_ && columns_[x] == x;
     }
-    m_bDirect = m_bDirect && objComponent.prec == 8 && !objComponent.sgnd;
-    if (!m_bDirect && objComponent.prec <= kTableBits)
-        for (std::uint64_t nValue = 0; nValue <= m_nMost; ++nValue)
-            m_aScaled.push_back(nScaled(nValue));
+    direct_ = direct_ && component.prec == 8 && !component.sgnd;
+    if (!direct_ && component.prec <= kTableBits)
+        for (std::uint64_t value = 0; value <= max_; ++value)
+            scaled_.push_back(Scaled(value));
 }
 
-std::uint8_t SampleRows::nScaled(std::uint64_t nValue) const
+std::uint8_t SampleRows::Scaled(std::uint64_t value) const
 {
-    return static_cast<std::uint8_t>((nValue * 255 + m_nMost / 2) / m_nMost);
+    return static_cast<std::uint8_t>((value * 255 + max_ / 2) / max_);
 }
 
-std::uint8_t SampleRows::nByte(std::int64_t nSample) const
+std::uint8_t SampleRows::ByteAt(std::int64_t sample) const
 {
-    const auto nMost = static_cast<std::int64_t>(m_nMost);
-    const auto nValue = static_cast<std::uint64_t>(std::clamp<std::int64_t>(nSample + m_nOffset, 0, nMost));
-    return m_aScaled.empty() ? nScaled(nValue) : m_aScaled[nValue];
+    const auto max = static_cast<std::int64_t>(max_);
+    const auto value = static_cast<std::uint64_t>(std::clamp<std::int64_t>(sample + offset_, 0, max));
+    return scaled_.empty() ? Scaled(value) : scaled_[value];
 }
 
-void SampleRows::Read(std::uint32_t y, std::uint8_t* pOut, std::size_t nStride) const
+void SampleRows::Read(std::uint32_t y, std::uint8_t* out, std::size_t stride) const
 {
-    const std::uint32_t nRow =
-        SampleAt(y, m_objGrid.nFirstY, m_objGrid.nStepY, m_pComponent->dy, m_pComponent->y0, m_pComponent->h);
-    const OPJ_INT32* pRow = m_pComponent->data + std::size_t{nRow} * m_pComponent->w;
-    if (m_bDirect)
-        for (std::uint32_t x = 0; x < m_objGrid.nWidth; ++x)
-            pOut[x * nStride] = static_cast<std::uint8_t>(std::clamp(pRow[x], 0, 255));
+    const std::uint32_t row_index =
+        SampleAt(y, grid_.first_y, grid_.step_y, component_->dy, component_->y0, component_->h);
+    const OPJ_INT32* row = component_->data + std::size_t{row_index} * component_->w;
+    if (direct_)
+        for (std::uint32_t x = 0; x < grid_.width; ++x)
+            out[x * stride] = static_cast<std::uint8_t>(std::clamp(row[x], 0, 255));
     else
-        for (std::uint32_t x = 0; x < m_objGrid.nWidth; ++x)
-            pOut[x * nStride] = nByte(pRow[m_aColumns[x]]);
+        for (std::uint32_t x = 0; x < grid_.width; ++x)
+            out[x * stride] = ByteAt(row[columns_[x]]);
 }

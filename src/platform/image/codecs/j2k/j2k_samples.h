@@ -7,36 +7,36 @@
 #include <cstdint>
 #include <vector>
 
-/// The grid of the picture's pixels: every nStepX-th column of the reference grid and every nStepY-th row.
+/// The grid of the picture's pixels: every step_x-th column of the reference grid and every step_y-th row.
 struct PixelGrid {
-    std::uint32_t nStepX, nStepY;
-    std::uint32_t nFirstX, nFirstY;  ///< in pixels
-    std::uint32_t nWidth, nHeight;
+    std::uint32_t step_x, step_y;
+    std::uint32_t first_x, first_y;  ///< in pixels
+    std::uint32_t width, height;
 };
 
 /// The grid of an image's area at these steps, which are at least 1.
-PixelGrid objPixelGrid(const opj_image_t& objImage, std::uint32_t nStepX, std::uint32_t nStepY);
+PixelGrid PixelGridOf(const opj_image_t& image, std::uint32_t step_x, std::uint32_t step_y);
 
 /// A component is lent for the life of the object and has samples, steps of at least 1 and a precision of 1
 /// to 38 bits.
 class SampleRows
 {
 public:
-    SampleRows(const opj_image_comp_t& objComponent, const PixelGrid& objGrid);
+    SampleRows(const opj_image_comp_t& component, const PixelGrid& grid);
 
-    /// One byte for each pixel of row y into pOut, nStride apart: the sample at or before the pixel, scaled
+    /// One byte for each pixel of row y into out, stride apart: the sample at or before the pixel, scaled
     /// from its precision by rounding; signed samples count from the middle.
-    void Read(std::uint32_t y, std::uint8_t* pOut, std::size_t nStride) const;
+    void Read(std::uint32_t y, std::uint8_t* out, std::size_t stride) const;
 
 private:
-    std::uint8_t nScaled(std::uint64_t nValue) const;
-    std::uint8_t nByte(std::int64_t nSample) const;
+    std::uint8_t Scaled(std::uint64_t value) const;
+    std::uint8_t ByteAt(std::int64_t sample) const;
 
-    const opj_image_comp_t* m_pComponent;
-    PixelGrid m_objGrid;
-    bool m_bDirect = true;  ///< each sample is a pixel, and of 8 bits
-    std::uint64_t m_nMost;
-    std::int64_t m_nOffset;
-    std::vector<std::uint32_t> m_aColumns;
-    std::vector<std::uint8_t> m_aScaled;  ///< by value, where that is quicker than a division
+    const opj_image_comp_t* component_;
+    PixelGrid grid_;
+    bool direct_ = true;  ///< each sample is a pixel, and of 8 bits
+    std::uint64_t max_;
+    std::int64_t offset_;
+    std::vector<std::uint32_t> columns_;
+    std::vector<std::uint8_t> scaled_;  ///< by value, where that is quicker than a division
 };

@@ -56,7 +56,7 @@ public:
         std::function<std::uint32_t(std::int32_t, std::int32_t, std::uint32_t, std::uint32_t, std::uint32_t)>;
     void Compose(const Box& box, const Clip& clip, const Draw& fDraw, const Mix& fMix);
 
-    /// Row y of the picture, from x = Area().lLeft on: red, green, blue in the low bytes. Not while
+    /// Row y of the picture, from x = Area().left on: red, green, blue in the low bytes. Not while
     /// measuring.
     std::uint32_t* Row(std::int32_t y);
     const std::uint32_t* Row(std::int32_t y) const { return const_cast<Canvas*>(this)->Row(y); }

@@ -46,7 +46,7 @@ static void BlurAtFullSize(const ImageBuffer& aImage, double dDeviation, ImageBu
     });
 }
 
-// What averaging over nStep pixels and going back bilinearly add to the variance is taken off the blur's.
+// What averaging over step pixels and going back bilinearly add to the variance is taken off the blur's.
 static double dRest(double dDeviation, std::int32_t lStep)
 {
     const double dSquare = static_cast<double>(lStep) * lStep;

@@ -15,72 +15,72 @@ namespace
 {
 using Block = std::vector<std::uint8_t>;
 
-Block aSample(const std::string& sName)
+Block Sample(const std::string& name)
 {
-    return aFileContent(sSamplePath("j2k/" + sName));
+    return aFileContent(sSamplePath("j2k/" + name));
 }
 
-ImageBuffer aScene(const std::string& sName = "scene.ppm")
+ImageBuffer Scene(const std::string& name = "scene.ppm")
 {
-    return aReadPnm(sSamplePath("j2k/" + sName)).value();
+    return aReadPnm(sSamplePath("j2k/" + name)).value();
 }
 
 // A codestream of the picture without loss.
-Block aStream(const ImageBuffer& aImage)
+Block Stream(const ImageBuffer& image)
 {
-    SaveSettings objSettings;
-    objSettings.lJPEGQuality = 100;
-    return aEncoded(codecJ2k, aImage, objSettings);
+    SaveSettings settings;
+    settings.lJPEGQuality = 100;
+    return aEncoded(kJ2kCodec, image, settings);
 }
 
-ImageBuffer aOfPixel(const PixelBytes& aPixel)
+ImageBuffer OfPixel(const PixelBytes& pixel)
 {
-    ImageBuffer aImage;
-    aImage.width = 5;
-    aImage.height = 3;
-    aImage.channels = static_cast<std::int32_t>(aPixel.size());
+    ImageBuffer image;
+    image.width = 5;
+    image.height = 3;
+    image.channels = static_cast<std::int32_t>(pixel.size());
     for (int i = 0; i < 15; ++i)
-        aImage.bytes.insert(aImage.bytes.end(), aPixel.begin(), aPixel.end());
-    return aImage;
+        image.bytes.insert(image.bytes.end(), pixel.begin(), pixel.end());
+    return image;
 }
 
 // The first pixel of a JP2 file whose components all have one value.
-PixelBytes aShown(const PixelBytes& aComponents, const Block& aHeaderBoxes)
+PixelBytes Shown(const PixelBytes& components, const Block& header_boxes)
 {
     // The encoder takes B, G, R, which are the components 2, 1 and 0.
-    PixelBytes aPixel = aComponents;
-    if (aPixel.size() >= 3)
-        std::swap(aPixel[0], aPixel[2]);
-    const auto aImage = aDecoded(
-        codecJ2k, Jp2File(5, 3, static_cast<int>(aPixel.size()), aHeaderBoxes, aStream(aOfPixel(aPixel))));
-    if (!aImage)
+    PixelBytes pixel = components;
+    if (pixel.size() >= 3)
+        std::swap(pixel[0], pixel[2]);
+    const auto image = aDecoded(
+        kJ2kCodec, Jp2File(5, 3, static_cast<int>(pixel.size()), header_boxes, Stream(OfPixel(pixel))));
+    if (!image)
         return {};
-    return {aImage->bytes.begin(), aImage->bytes.begin() + aImage->channels};
+    return {image->bytes.begin(), image->bytes.begin() + image->channels};
 }
 
-void ExpectNear(const PixelBytes& aOne, const PixelBytes& aOther, int lWithin)
+void ExpectNear(const PixelBytes& one, const PixelBytes& other, int within)
 {
-    ASSERT_EQ(aOne.size(), aOther.size());
-    for (std::size_t i = 0; i < aOne.size(); ++i)
-        EXPECT_NEAR(aOne[i], aOther[i], lWithin) << i;
+    ASSERT_EQ(one.size(), other.size());
+    for (std::size_t i = 0; i < one.size(); ++i)
+        EXPECT_NEAR(one[i], other[i], within) << i;
 }
 
 // Where a marker stands in a file.
-std::size_t nMarkerAt(const Block& aFile, int nSecond)
+std::size_t MarkerAt(const Block& file, int second)
 {
-    for (std::size_t i = 0; i + 1 < aFile.size(); ++i)
-        if (aFile[i] == 0xFF && aFile[i + 1] == nSecond)
+    for (std::size_t i = 0; i + 1 < file.size(); ++i)
+        if (file[i] == 0xFF && file[i + 1] == second)
             return i;
-    return aFile.size();
+    return file.size();
 }
 
 const Block kResolution = Jp2Box("res ", Jp2Box("resc", {0, 100, 0, 1, 0, 200, 0, 1, 1, 1}));
 }  // namespace
 
 struct J2kSample {
-    const char* sName;
-    const char* sScene;
-    int lWithin;
+    const char* name;
+    const char* scene;
+    int within;
 };
 
 class J2kKinds : public testing::TestWithParam<J2kSample>
@@ -89,10 +89,10 @@ class J2kKinds : public testing::TestWithParam<J2kSample>
 
 TEST_P(J2kKinds, ShowTheScene)
 {
-    const auto aImage = aDecoded(codecJ2k, aSample(GetParam().sName));
+    const auto image = aDecoded(kJ2kCodec, Sample(GetParam().name));
 
-    ASSERT_TRUE(aImage);
-    EXPECT_LE(objDifference(*aImage, aScene(GetParam().sScene)).lGreatest, GetParam().lWithin);
+    ASSERT_TRUE(image);
+    EXPECT_LE(objDifference(*image, Scene(GetParam().scene)).lGreatest, GetParam().within);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -104,246 +104,244 @@ INSTANTIATE_TEST_SUITE_P(
                     J2kSample{"magick.jp2", "scene.ppm", 40}, J2kSample{"grey.jp2", "scene-grey.pgm", 0},
                     J2kSample{"bit1.j2k", "scene-bit1.pgm", 0}, J2kSample{"bits12.j2k", "scene.ppm", 0},
                     J2kSample{"bits16.j2k", "scene.ppm", 0}, J2kSample{"signed.j2k", "scene.ppm", 0}),
-    [](const auto& objInfo) {
-        std::string sName = objInfo.param.sName;
-        std::erase_if(sName, [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); });
-        return sName;
+    [](const auto& test) {
+        std::string name = test.param.name;
+        std::erase_if(name, [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); });
+        return name;
     });
 
 TEST(J2kDecoder, GivesThePixelsThatTheReferenceProgramGives)
 {
-    const TestFolder objFolder;
-    for (const char* sName : {"lossy.j2k", "magick.jp2"}) {
-        ASSERT_TRUE(bRun("opj_decompress -i " + sSamplePath(std::string("j2k/") + sName) + " -o " +
-                         objFolder.sPath("out.png") + " && " + ImageMagick("convert") + " " +
-                         objFolder.sPath("out.png") + " " + objFolder.sPath("out.ppm")));
-        EXPECT_EQ(objDifference(*aDecoded(codecJ2k, aSample(sName)), *aReadPnm(objFolder.sPath("out.ppm")))
-                      .lGreatest,
-                  0)
-            << sName;
+    const TestFolder folder;
+    for (const char* name : {"lossy.j2k", "magick.jp2"}) {
+        ASSERT_TRUE(bRun("opj_decompress -i " + sSamplePath(std::string("j2k/") + name) + " -o " +
+                         folder.sPath("out.png") + " && " + ImageMagick("convert") + " " +
+                         folder.sPath("out.png") + " " + folder.sPath("out.ppm")));
+        EXPECT_EQ(
+            objDifference(*aDecoded(kJ2kCodec, Sample(name)), *aReadPnm(folder.sPath("out.ppm"))).lGreatest,
+            0)
+            << name;
     }
 }
 
 TEST(J2kDecoder, TakesComponentsOfFewerSamplesThanTheFirstForChroma)
 {
-    const auto aImage = aDecoded(codecJ2k, aSample("ycc420.j2k"));
+    const auto image = aDecoded(kJ2kCodec, Sample("ycc420.j2k"));
 
-    ASSERT_TRUE(aImage);
-    EXPECT_EQ(aImage->channels, 3);
-    EXPECT_LT(objDifference(*aImage, aScene("scene-even.ppm")).dMean, 4);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->channels, 3);
+    EXPECT_LT(objDifference(*image, Scene("scene-even.ppm")).dMean, 4);
 }
 
 TEST(J2kDecoder, FindsAlphaThatTheFileNames)
 {
-    const auto aColour = aDecoded(codecJ2k, aSample("alpha.jp2")),
-               aGrey = aDecoded(codecJ2k, aSample("grey-alpha.jp2"));
-    ASSERT_TRUE(aColour && aGrey);
-    ASSERT_EQ(aColour->channels, 4);
-    ASSERT_EQ(aGrey->channels, 4);
-    const ImageBuffer aWanted = aScene(), aWantedGrey = aScene("scene-grey.pgm"),
-                      aWantedAlpha = aScene("scene-alpha.pgm");
+    const auto colour = aDecoded(kJ2kCodec, Sample("alpha.jp2")),
+               grey = aDecoded(kJ2kCodec, Sample("grey-alpha.jp2"));
+    ASSERT_TRUE(colour && grey);
+    ASSERT_EQ(colour->channels, 4);
+    ASSERT_EQ(grey->channels, 4);
+    const ImageBuffer wanted = Scene(), wanted_grey = Scene("scene-grey.pgm"),
+                      wanted_alpha = Scene("scene-alpha.pgm");
 
-    for (std::size_t i = 0; i < aWantedAlpha.bytes.size(); ++i) {
-        ASSERT_EQ(aColour->bytes[i * 4 + 3], aWantedAlpha.bytes[i]);
-        ASSERT_EQ(aGrey->bytes[i * 4 + 3], aWantedAlpha.bytes[i]);
+    for (std::size_t i = 0; i < wanted_alpha.bytes.size(); ++i) {
+        ASSERT_EQ(colour->bytes[i * 4 + 3], wanted_alpha.bytes[i]);
+        ASSERT_EQ(grey->bytes[i * 4 + 3], wanted_alpha.bytes[i]);
         for (std::size_t c = 0; c < 3; ++c) {
-            ASSERT_EQ(aColour->bytes[i * 4 + c], aWanted.bytes[i * 3 + c]);
-            ASSERT_EQ(aGrey->bytes[i * 4 + c], aWantedGrey.bytes[i]);
+            ASSERT_EQ(colour->bytes[i * 4 + c], wanted.bytes[i * 3 + c]);
+            ASSERT_EQ(grey->bytes[i * 4 + c], wanted_grey.bytes[i]);
         }
     }
 }
 
 TEST(J2kDecoder, DividesColourThatWasMultipliedByItsAlpha)
 {
-    const Block aAlpha =
+    const Block alpha =
         Jp2Box("cdef", {0, 4, 0, 0, 0, 0, 0, 1, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 3, 0, 3, 0, 2, 0, 0});
 
-    EXPECT_EQ(aShown({100, 50, 20, 128}, ByteMaker().All(Jp2Colours(16)).All(aAlpha).aBytes()),
+    EXPECT_EQ(Shown({100, 50, 20, 128}, ByteMaker().All(Jp2Colours(16)).All(alpha).aBytes()),
               (PixelBytes{40, 100, 199, 128}));
 }
 
 TEST(J2kDecoder, PutsComponentsIntoTheOrderThatTheFileNames)
 {
     // Component 0 is blue (association 3), 1 green and 2 red.
-    const Block aOrder = Jp2Box("cdef", {0, 3, 0, 0, 0, 0, 0, 3, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 1});
+    const Block order = Jp2Box("cdef", {0, 3, 0, 0, 0, 0, 0, 3, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 1});
 
-    EXPECT_EQ(aShown({10, 20, 30}, ByteMaker().All(Jp2Colours(16)).All(aOrder).aBytes()),
+    EXPECT_EQ(Shown({10, 20, 30}, ByteMaker().All(Jp2Colours(16)).All(order).aBytes()),
               (PixelBytes{10, 20, 30}));
-    EXPECT_EQ(aShown({10, 20, 30}, Jp2Colours(16)), (PixelBytes{30, 20, 10}));
+    EXPECT_EQ(Shown({10, 20, 30}, Jp2Colours(16)), (PixelBytes{30, 20, 10}));
 }
 
 TEST(J2kDecoder, TurnsYccIntoRgb)
 {
-    for (const std::uint32_t nSpace : {18u, 24u}) {
-        EXPECT_EQ(aShown({76, 85, 255}, Jp2Colours(nSpace)), (PixelBytes{0, 0, 254}));
-        EXPECT_EQ(aShown({90, 128, 128}, Jp2Colours(nSpace)), (PixelBytes{90, 90, 90}));
+    for (const std::uint32_t space : {18u, 24u}) {
+        EXPECT_EQ(Shown({76, 85, 255}, Jp2Colours(space)), (PixelBytes{0, 0, 254}));
+        EXPECT_EQ(Shown({90, 128, 128}, Jp2Colours(space)), (PixelBytes{90, 90, 90}));
     }
 }
 
 TEST(J2kDecoder, TurnsInksIntoRgb)
 {
-    EXPECT_EQ(aShown({0, 255, 0, 0}, Jp2Colours(12)), (PixelBytes{255, 0, 255}));
-    EXPECT_EQ(aShown({0, 0, 255, 128}, Jp2Colours(12)), (PixelBytes{0, 127, 127}));
+    EXPECT_EQ(Shown({0, 255, 0, 0}, Jp2Colours(12)), (PixelBytes{255, 0, 255}));
+    EXPECT_EQ(Shown({0, 0, 255, 128}, Jp2Colours(12)), (PixelBytes{0, 127, 127}));
 }
 
 TEST(J2kDecoder, TurnsLabIntoRgb)
 {
     // L* 54.3, a* 80.8, b* 69.9 is sRGB's red, seen by the white of print. In bytes: a over -85..85, b over
     // -75..125.
-    const Block aDefaults = Jp2Colours(14);
-    ExpectNear(aShown({138, 249, 185}, aDefaults), {0, 0, 255}, 6);
-    ExpectNear(aShown({255, 128, 96}, aDefaults), {255, 255, 255}, 2);
+    const Block defaults = Jp2Colours(14);
+    ExpectNear(Shown({138, 249, 185}, defaults), {0, 0, 255}, 6);
+    ExpectNear(Shown({255, 128, 96}, defaults), {255, 255, 255}, 2);
     // The same with ranges and offsets of the file's own: a and b over -128..127.
-    const Block aOwn = Jp2Colours(14, ByteMaker().U32Be({100, 0, 255, 128, 255, 128, 0x00443530}).aBytes());
-    ExpectNear(aShown({138, 209, 198}, aOwn), {0, 0, 255}, 6);
+    const Block own = Jp2Colours(14, ByteMaker().U32Be({100, 0, 255, 128, 255, 128, 0x00443530}).aBytes());
+    ExpectNear(Shown({138, 209, 198}, own), {0, 0, 255}, 6);
 }
 
 TEST(J2kDecoder, LooksPaletteIndexesUp)
 {
-    ImageBuffer aIndexes = aOfPixel({0});
-    aIndexes.bytes[1] = 1;
-    const Block aPalette = Jp2Box("pclr", {0, 2, 3, 7, 7, 7, 10, 20, 30, 40, 50, 60});
-    const Block aMapping = Jp2Box("cmap", {0, 0, 1, 0, 0, 0, 1, 1, 0, 0, 1, 2});
+    ImageBuffer indexes = OfPixel({0});
+    indexes.bytes[1] = 1;
+    const Block palette = Jp2Box("pclr", {0, 2, 3, 7, 7, 7, 10, 20, 30, 40, 50, 60});
+    const Block mapping = Jp2Box("cmap", {0, 0, 1, 0, 0, 0, 1, 1, 0, 0, 1, 2});
 
-    const auto aImage = aDecoded(
-        codecJ2k, Jp2File(5, 3, 1, ByteMaker().All(Jp2Colours(16)).All(aPalette).All(aMapping).aBytes(),
-                          aStream(aIndexes)));
+    const auto image = aDecoded(
+        kJ2kCodec, Jp2File(5, 3, 1, ByteMaker().All(Jp2Colours(16)).All(palette).All(mapping).aBytes(),
+                           Stream(indexes)));
 
-    ASSERT_TRUE(aImage);
-    EXPECT_EQ(PixelBytes(aImage->bytes.begin(), aImage->bytes.begin() + 6),
+    ASSERT_TRUE(image);
+    EXPECT_EQ(PixelBytes(image->bytes.begin(), image->bytes.begin() + 6),
               (PixelBytes{30, 20, 10, 60, 50, 40}));
 }
 
 TEST(J2kDecoder, KeepsAProfileThatFitsThePixels)
 {
-    const auto aColour =
-        aDecoded(codecJ2k, Jp2File(5, 3, 3, Jp2Profile(aSwappedProfile()), aStream(aOfPixel({1, 2, 3}))));
-    const auto aGrey =
-        aDecoded(codecJ2k, Jp2File(5, 3, 1, Jp2Profile(aGreyProfile(1.0)), aStream(aOfPixel({7}))));
-    const auto aWrong =
-        aDecoded(codecJ2k, Jp2File(5, 3, 3, Jp2Profile(aGreyProfile(1.0)), aStream(aOfPixel({1, 2, 3}))));
+    const auto colour =
+        aDecoded(kJ2kCodec, Jp2File(5, 3, 3, Jp2Profile(aSwappedProfile()), Stream(OfPixel({1, 2, 3}))));
+    const auto grey =
+        aDecoded(kJ2kCodec, Jp2File(5, 3, 1, Jp2Profile(aGreyProfile(1.0)), Stream(OfPixel({7}))));
+    const auto wrong =
+        aDecoded(kJ2kCodec, Jp2File(5, 3, 3, Jp2Profile(aGreyProfile(1.0)), Stream(OfPixel({1, 2, 3}))));
 
-    ASSERT_TRUE(aColour && aGrey && aWrong);
-    EXPECT_EQ(aColour->icc_profile, aSwappedProfile());
-    EXPECT_EQ(aColour->bytes[0], 1);
-    EXPECT_EQ(aGrey->icc_profile, aGreyProfile(1.0));
-    EXPECT_TRUE(aWrong->icc_profile.empty());
+    ASSERT_TRUE(colour && grey && wrong);
+    EXPECT_EQ(colour->icc_profile, aSwappedProfile());
+    EXPECT_EQ(colour->bytes[0], 1);
+    EXPECT_EQ(grey->icc_profile, aGreyProfile(1.0));
+    EXPECT_TRUE(wrong->icc_profile.empty());
 }
 
 TEST(J2kDecoder, TurnsInksThroughTheFilesProfile)
 {
     // The profile has cyan and yellow exchanged: full cyan is yellow to see.
-    ExpectNear(aShown({255, 0, 0, 0}, Jp2Profile(aCmykProfile())), {0, 255, 255}, 12);
+    ExpectNear(Shown({255, 0, 0, 0}, Jp2Profile(aCmykProfile())), {0, 255, 255}, 12);
 }
 
 TEST(J2kDecoder, TellsResolutionAndMetadata)
 {
-    const Block aExif = {'I', 'I', 42, 0, 8, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    const auto Uuid = [](const std::string& sUuid, const Block& aContent) {
-        return Jp2Box("uuid", ByteMaker().Text(sUuid).All(aContent).aBytes());
+    const Block exif = {'I', 'I', 42, 0, 8, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+    const auto uuid = [](const std::string& id, const Block& content) {
+        return Jp2Box("uuid", ByteMaker().Text(id).All(content).aBytes());
     };
-    const Block aBoxes =
+    const Block boxes =
         ByteMaker()
-            .All(Uuid("JpgTiffExif->JP2", aExif))
-            .All(Uuid("\xBE\x7A\xCF\xCB\x97\xA9\x42\xE8\x9C\x71\x99\x94\x91\xE3\xAF\xAC", {'<', 'x', '>'}))
-            .All(Uuid("\x33\xC7\xA4\xD2\xB8\x1D\x47\x23\xA0\xBA\xF1\xA3\xE0\x97\xAD\x38", {0x1C, 2}))
-            .All(Uuid("0123456789abcdef", {1, 2, 3}))
+            .All(uuid("JpgTiffExif->JP2", exif))
+            .All(uuid("\xBE\x7A\xCF\xCB\x97\xA9\x42\xE8\x9C\x71\x99\x94\x91\xE3\xAF\xAC", {'<', 'x', '>'}))
+            .All(uuid("\x33\xC7\xA4\xD2\xB8\x1D\x47\x23\xA0\xBA\xF1\xA3\xE0\x97\xAD\x38", {0x1C, 2}))
+            .All(uuid("0123456789abcdef", {1, 2, 3}))
             .aBytes();
 
-    const auto aImage =
-        aDecoded(codecJ2k, Jp2File(5, 3, 1, ByteMaker().All(Jp2Colours(17)).All(kResolution).aBytes(),
-                                   aStream(aOfPixel({7})), aBoxes));
+    const auto image =
+        aDecoded(kJ2kCodec, Jp2File(5, 3, 1, ByteMaker().All(Jp2Colours(17)).All(kResolution).aBytes(),
+                                    Stream(OfPixel({7})), boxes));
 
-    ASSERT_TRUE(aImage);
-    EXPECT_DOUBLE_EQ(aImage->dots_per_inch_x, 2000 * 0.0254);
-    EXPECT_DOUBLE_EQ(aImage->dots_per_inch_y, 1000 * 0.0254);
-    EXPECT_EQ(aImage->metadata.exif, aExif);
-    EXPECT_EQ(aImage->metadata.xmp, (Block{'<', 'x', '>'}));
-    EXPECT_EQ(aImage->metadata.iptc, (Block{0x1C, 2}));
+    ASSERT_TRUE(image);
+    EXPECT_DOUBLE_EQ(image->dots_per_inch_x, 2000 * 0.0254);
+    EXPECT_DOUBLE_EQ(image->dots_per_inch_y, 1000 * 0.0254);
+    EXPECT_EQ(image->metadata.exif, exif);
+    EXPECT_EQ(image->metadata.xmp, (Block{'<', 'x', '>'}));
+    EXPECT_EQ(image->metadata.iptc, (Block{0x1C, 2}));
 }
 
 TEST(J2kDecoder, RefusesAFileThatIsCutWhereverItIsCut)
 {
-    for (const char* sName : {"plain.j2k", "packets.jp2", "parts.j2k"}) {
-        const Block aFile = aSample(sName);
-        for (std::size_t nSize = 0; nSize < aFile.size(); ++nSize)
-            ASSERT_FALSE(aDecoded(codecJ2k, Bytes(aFile).first(nSize))) << sName << " " << nSize;
+    for (const char* name : {"plain.j2k", "packets.jp2", "parts.j2k"}) {
+        const Block file = Sample(name);
+        for (std::size_t size = 0; size < file.size(); ++size)
+            ASSERT_FALSE(aDecoded(kJ2kCodec, Bytes(file).first(size))) << name << " " << size;
     }
 }
 
 TEST(J2kDecoder, ReadsALastPartWithoutALengthIfTheEndMarkerIsThere)
 {
-    Block aFile = aSample("plain.j2k");
-    const std::size_t nPart = nMarkerAt(aFile, 0x90);
-    std::fill_n(aFile.begin() + static_cast<std::ptrdiff_t>(nPart) + 6, 4, std::uint8_t{0});
+    Block file = Sample("plain.j2k");
+    const std::size_t part = MarkerAt(file, 0x90);
+    std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(part) + 6, 4, std::uint8_t{0});
 
-    const auto aImage = aDecoded(codecJ2k, aFile);
+    const auto image = aDecoded(kJ2kCodec, file);
 
-    ASSERT_TRUE(aImage);
-    EXPECT_EQ(objDifference(*aImage, aScene()).lGreatest, 0);
-    EXPECT_FALSE(aDecoded(codecJ2k, Bytes(aFile).first(aFile.size() - 2)));
-    EXPECT_FALSE(aDecoded(codecJ2k, Bytes(aFile).first(aFile.size() * 2 / 3)));
+    ASSERT_TRUE(image);
+    EXPECT_EQ(objDifference(*image, Scene()).lGreatest, 0);
+    EXPECT_FALSE(aDecoded(kJ2kCodec, Bytes(file).first(file.size() - 2)));
+    EXPECT_FALSE(aDecoded(kJ2kCodec, Bytes(file).first(file.size() * 2 / 3)));
 }
 
 TEST(J2kDecoder, RefusesFilesThatLackATile)
 {
-    Block aFile = aSample("tiles.j2k");
+    Block file = Sample("tiles.j2k");
     // The first tile's part is taken out.
-    const std::size_t nPart = nMarkerAt(aFile, 0x90);
-    const std::size_t nLength = aFile[nPart + 8] * 256u + aFile[nPart + 9];
-    aFile.erase(aFile.begin() + static_cast<std::ptrdiff_t>(nPart),
-                aFile.begin() + static_cast<std::ptrdiff_t>(nPart + nLength));
+    const std::size_t part = MarkerAt(file, 0x90);
+    const std::size_t length = file[part + 8] * 256u + file[part + 9];
+    file.erase(file.begin() + static_cast<std::ptrdiff_t>(part),
+               file.begin() + static_cast<std::ptrdiff_t>(part + length));
 
-    EXPECT_FALSE(aDecoded(codecJ2k, aFile));
+    EXPECT_FALSE(aDecoded(kJ2kCodec, file));
 }
 
 TEST(J2kDecoder, RefusesFilesThatLieOrAreSomethingElse)
 {
-    for (const char* sName : {"cut.j2k", "cut.jp2", "lies-about-size.jp2", "too-large.j2k", "foreign.j2k"})
-        EXPECT_FALSE(aDecoded(codecJ2k, aSample(sName))) << sName;
-    EXPECT_FALSE(codecJ2k.Sniff(aSample("foreign.j2k"), "j2k"));
-    EXPECT_TRUE(codecJ2k.Sniff(aSample("plain.j2k"), ""));
-    EXPECT_TRUE(codecJ2k.Sniff(aSample("plain.jp2"), ""));
+    for (const char* name : {"cut.j2k", "cut.jp2", "lies-about-size.jp2", "too-large.j2k", "foreign.j2k"})
+        EXPECT_FALSE(aDecoded(kJ2kCodec, Sample(name))) << name;
+    EXPECT_FALSE(kJ2kCodec.Sniff(Sample("foreign.j2k"), "j2k"));
+    EXPECT_TRUE(kJ2kCodec.Sniff(Sample("plain.j2k"), ""));
+    EXPECT_TRUE(kJ2kCodec.Sniff(Sample("plain.jp2"), ""));
 }
 
 TEST(J2kCodestream, IsRefusedWhenItsTilesOrPacketsAreMoreThanItsBytes)
 {
-    const Block aGood = aSample("plain.j2k");
-    const std::size_t nSiz = nMarkerAt(aGood, 0x51), nCod = nMarkerAt(aGood, 0x52);
-    J2kSize objSize;
-    ASSERT_TRUE(bMayDecode(aGood, objSize));
-    EXPECT_EQ(objSize.aComponents.size(), 3u);
-    const auto With = [&](std::size_t nAt, const Block& aBytes) {
-        Block aFile = aGood;
-        std::copy(aBytes.begin(), aBytes.end(), aFile.begin() + static_cast<std::ptrdiff_t>(nAt));
-        J2kSize objIgnored;
-        return bMayDecode(aFile, objIgnored);
+    const Block good = Sample("plain.j2k");
+    const std::size_t siz = MarkerAt(good, 0x51), cod = MarkerAt(good, 0x52);
+    J2kSize size;
+    ASSERT_TRUE(MayDecode(good, size));
+    EXPECT_EQ(size.components.size(), 3u);
+    const auto with = [&](std::size_t at, const Block& bytes) {
+        Block file = good;
+        std::copy(bytes.begin(), bytes.end(), file.begin() + static_cast<std::ptrdiff_t>(at));
+        J2kSize ignored;
+        return MayDecode(file, ignored);
     };
 
-    EXPECT_FALSE(With(nSiz + 22, {0, 0, 0, 1, 0, 0, 0, 1}));  // tiles of 1 x 1
-    EXPECT_FALSE(With(nSiz + 22, {0, 0, 0, 0, 0, 0, 0, 1}));  // of 0
-    EXPECT_FALSE(With(nSiz + 14, {0, 0, 0, 83}));             // nothing between the edges
-    EXPECT_FALSE(With(nSiz + 38, {0, 0}));                    // no component
-    EXPECT_FALSE(With(nSiz + 38, {0xFF, 0xFF}));              // more than the segment holds
-    EXPECT_FALSE(With(nSiz + 41, {0}));                       // a component of no step
-    EXPECT_FALSE(With(nCod + 6, {0xFF, 0xFF}));               // layers
-    EXPECT_FALSE(With(nCod + 9, {33}));                       // levels
-    EXPECT_FALSE(With(nCod + 10, {20}));                      // size of the code blocks
+    EXPECT_FALSE(with(siz + 22, {0, 0, 0, 1, 0, 0, 0, 1}));  // tiles of 1 x 1
+    EXPECT_FALSE(with(siz + 22, {0, 0, 0, 0, 0, 0, 0, 1}));  // of 0
+    EXPECT_FALSE(with(siz + 14, {0, 0, 0, 83}));             // nothing between the edges
+    EXPECT_FALSE(with(siz + 38, {0, 0}));                    // no component
+    EXPECT_FALSE(with(siz + 38, {0xFF, 0xFF}));              // more than the segment holds
+    EXPECT_FALSE(with(siz + 41, {0}));                       // a component of no step
+    EXPECT_FALSE(with(cod + 6, {0xFF, 0xFF}));               // layers
+    EXPECT_FALSE(with(cod + 9, {33}));                       // levels
+    EXPECT_FALSE(with(cod + 10, {20}));                      // size of the code blocks
 }
 
 TEST(J2kDecoder, SurvivesAnyByteOfAFileBeingAnother)
 {
-    for (const char* sName : {"packets.jp2", "bit1.j2k"}) {
-        const Block aFile = aSample(sName);
-        for (std::size_t i = 0; i < aFile.size(); i += i < 400 ? 1 : 4) {  // beyond are packets alone
-            Block aBroken = aFile;
-            aBroken[i] = static_cast<std::uint8_t>(aBroken[i] ^ (i % 3 == 0   ? 0x01
-                                                                 : i % 3 == 1 ? 0x80
-                                                                              : 0xFF));
-            if (const auto aImage = aDecoded(codecJ2k, aBroken)) {
-                EXPECT_EQ(aImage->bytes.size(), static_cast<std::size_t>(aImage->width) *
-                                                    static_cast<std::size_t>(aImage->height) *
-                                                    static_cast<std::size_t>(aImage->channels));
+    for (const char* name : {"packets.jp2", "bit1.j2k"}) {
+        const Block file = Sample(name);
+        for (std::size_t i = 0; i < file.size(); i += i < 400 ? 1 : 4) {  // beyond are packets alone
+            Block broken = file;
+            broken[i] = static_cast<std::uint8_t>(broken[i] ^ (i % 3 == 0 ? 0x01 : i % 3 == 1 ? 0x80 : 0xFF));
+            if (const auto image = aDecoded(kJ2kCodec, broken)) {
+                EXPECT_EQ(image->bytes.size(), static_cast<std::size_t>(image->width) *
+                                                   static_cast<std::size_t>(image->height) *
+                                                   static_cast<std::size_t>(image->channels));
             }
         }
     }

@@ -12,184 +12,180 @@ namespace
 {
 using Block = std::vector<std::uint8_t>;
 
-Block aSaved(const ImageBuffer& aImage, std::int32_t lQuality, const ImageInfoTexts& objTexts = {})
+Block Saved(const ImageBuffer& image, std::int32_t quality, const ImageInfoTexts& texts = {})
 {
-    SaveSettings objSettings;
-    objSettings.lJPEGQuality = lQuality;
-    objSettings.objTexts = objTexts;
-    return aEncoded(codecJ2k, aImage, objSettings);
+    SaveSettings settings;
+    settings.lJPEGQuality = quality;
+    settings.objTexts = texts;
+    return aEncoded(kJ2kCodec, image, settings);
 }
 
-double dPsnr(const ImageBuffer& aOne, const ImageBuffer& aOther)
+double Psnr(const ImageBuffer& one, const ImageBuffer& other)
 {
-    double dSum = 0;
-    for (std::size_t i = 0; i < aOne.bytes.size(); ++i)
-        dSum += std::pow(aOne.bytes[i] - aOther.bytes[i], 2);
-    return 10 * std::log10(255 * 255 / (dSum / static_cast<double>(aOne.bytes.size())));
+    double sum = 0;
+    for (std::size_t i = 0; i < one.bytes.size(); ++i)
+        sum += std::pow(one.bytes[i] - other.bytes[i], 2);
+    return 10 * std::log10(255 * 255 / (sum / static_cast<double>(one.bytes.size())));
 }
 
 // A picture with detail everywhere.
-ImageBuffer aDetailed(std::int32_t lWidth, std::int32_t lHeight)
+ImageBuffer Detailed(std::int32_t width, std::int32_t height)
 {
-    ImageBuffer aImage = aPattern(lWidth, lHeight, 3);
-    unsigned nSeed = 5;
-    for (std::size_t i = 0; i < aImage.bytes.size(); ++i) {
+    ImageBuffer image = aPattern(width, height, 3);
+    unsigned seed = 5;
+    for (std::size_t i = 0; i < image.bytes.size(); ++i) {
         if (i % 3 == 0)
-            nSeed = nSeed * 1103515245 + 12345;
-        aImage.bytes[i] = static_cast<std::uint8_t>(aImage.bytes[i] * 3 / 4 + (nSeed >> 16) % 64);
+            seed = seed * 1103515245 + 12345;
+        image.bytes[i] = static_cast<std::uint8_t>(image.bytes[i] * 3 / 4 + (seed >> 16) % 64);
     }
-    return aImage;
+    return image;
 }
 
-std::string sOpenJpegSays(const Block& aFile, const std::string& sGrep)
+std::string OpenJpegSays(const Block& file, const std::string& grep)
 {
-    const TestFolder objFolder;
-    WriteFileContent(objFolder.sPath("in.j2k"), aFile);
-    std::string sOutput;
-    EXPECT_TRUE(bRun("opj_dump -i " + objFolder.sPath("in.j2k") + " | grep -a " + sGrep, &sOutput))
-        << sOutput;
-    return sOutput;
+    const TestFolder folder;
+    WriteFileContent(folder.sPath("in.j2k"), file);
+    std::string output;
+    EXPECT_TRUE(bRun("opj_dump -i " + folder.sPath("in.j2k") + " | grep -a " + grep, &output)) << output;
+    return output;
 }
 }  // namespace
 
 TEST(J2kEncoder, LosesNothingAtQuality100)
 {
-    for (const std::int32_t lChannels : {1, 3, 4}) {
-        const ImageBuffer aImage = aPattern(150, 90, lChannels);
-        const Block aFile = aSaved(aImage, 100);
-        ASSERT_FALSE(aFile.empty());
-        EXPECT_EQ(aFile[0], 0xFF);
-        EXPECT_EQ(aFile[1], 0x4F);
-        const auto aBack = aDecoded(codecJ2k, aFile);
-        ASSERT_TRUE(aBack);
-        EXPECT_EQ(objDifference(*aBack, aImage).lGreatest, 0) << lChannels;
+    for (const std::int32_t channels : {1, 3, 4}) {
+        const ImageBuffer image = aPattern(150, 90, channels);
+        const Block file = Saved(image, 100);
+        ASSERT_FALSE(file.empty());
+        EXPECT_EQ(file[0], 0xFF);
+        EXPECT_EQ(file[1], 0x4F);
+        const auto back = aDecoded(kJ2kCodec, file);
+        ASSERT_TRUE(back);
+        EXPECT_EQ(objDifference(*back, image).lGreatest, 0) << channels;
     }
 }
 
 TEST(J2kEncoder, IsReadByOtherProgramsToThePixel)
 {
-    const TestFolder objFolder;
-    for (const std::int32_t lChannels : {1, 3}) {
-        const ImageBuffer aImage = aPattern(150, 90, lChannels);
-        WriteFileContent(objFolder.sPath("in.j2k"), aSaved(aImage, 100));
-        const std::string sFiles = objFolder.sPath("in.j2k") + " " + objFolder.sPath("out.pnm");
-        for (const std::string& sCommand :
-             {ImageMagick("convert") + " " + sFiles,
-              "opj_decompress -i " + objFolder.sPath("in.j2k") + " -o " + objFolder.sPath("out.png") +
-                  " && " + ImageMagick("convert") + " " + objFolder.sPath("out.png") + " " +
-                  objFolder.sPath("out.pnm"),
+    const TestFolder folder;
+    for (const std::int32_t channels : {1, 3}) {
+        const ImageBuffer image = aPattern(150, 90, channels);
+        WriteFileContent(folder.sPath("in.j2k"), Saved(image, 100));
+        const std::string files = folder.sPath("in.j2k") + " " + folder.sPath("out.pnm");
+        for (const std::string& command :
+             {ImageMagick("convert") + " " + files,
+              "opj_decompress -i " + folder.sPath("in.j2k") + " -o " + folder.sPath("out.png") + " && " +
+                  ImageMagick("convert") + " " + folder.sPath("out.png") + " " + folder.sPath("out.pnm"),
               "/usr/bin/python3 -c 'import sys; from PIL import Image; "
               "Image.open(sys.argv[1]).save(sys.argv[2])' " +
-                  sFiles}) {
-            std::string sOutput;
-            ASSERT_TRUE(bRun(sCommand, &sOutput)) << sOutput;
-            EXPECT_EQ(objDifference(*aReadPnm(objFolder.sPath("out.pnm")), aImage).lGreatest, 0) << sCommand;
+                  files}) {
+            std::string output;
+            ASSERT_TRUE(bRun(command, &output)) << output;
+            EXPECT_EQ(objDifference(*aReadPnm(folder.sPath("out.pnm")), image).lGreatest, 0) << command;
         }
     }
 }
 
 TEST(J2kEncoder, WritesTilesThatMeetWithoutASeam)
 {
-    const ImageBuffer aImage = aPattern(1100, 1030, 3);
-    const Block aFile = aSaved(aImage, 100);
+    const ImageBuffer image = aPattern(1100, 1030, 3);
+    const Block file = Saved(image, 100);
 
-    EXPECT_NE(sOpenJpegSays(aFile, "'tw='").find("tw=2, th=2"), std::string::npos);
-    EXPECT_EQ(objDifference(*aDecoded(codecJ2k, aFile), aImage).lGreatest, 0);
+    EXPECT_NE(OpenJpegSays(file, "'tw='").find("tw=2, th=2"), std::string::npos);
+    EXPECT_EQ(objDifference(*aDecoded(kJ2kCodec, file), image).lGreatest, 0);
 }
 
 TEST(J2kEncoder, GrowsWithTheQuality)
 {
-    for (const ImageBuffer& aImage : {aPattern(200, 160, 3), aDetailed(200, 160), aPattern(200, 160, 1)}) {
-        std::size_t nLast = 0;
-        double dLast = 0;
-        for (const std::int32_t lQuality : {1, 10, 25, 50, 60, 75, 85, 95}) {
-            const Block aFile = aSaved(aImage, lQuality);
-            const double dHere = dPsnr(*aDecoded(codecJ2k, aFile), aImage);
-            EXPECT_GE(aFile.size(), nLast) << lQuality;
-            EXPECT_GT(dHere, dLast) << lQuality;
-            nLast = aFile.size();
-            dLast = dHere;
+    for (const ImageBuffer& image : {aPattern(200, 160, 3), Detailed(200, 160), aPattern(200, 160, 1)}) {
+        std::size_t last_size = 0;
+        double last_psnr = 0;
+        for (const std::int32_t quality : {1, 10, 25, 50, 60, 75, 85, 95}) {
+            const Block file = Saved(image, quality);
+            const double here = Psnr(*aDecoded(kJ2kCodec, file), image);
+            EXPECT_GE(file.size(), last_size) << quality;
+            EXPECT_GT(here, last_psnr) << quality;
+            last_size = file.size();
+            last_psnr = here;
         }
-        EXPECT_GE(aSaved(aImage, 99).size(), nLast);
-        EXPECT_GT(dLast, 40);
+        EXPECT_GE(Saved(image, 99).size(), last_size);
+        EXPECT_GT(last_psnr, 40);
     }
 }
 
 TEST(J2kEncoder, ComesNearItsTarget)
 {
-    const ImageBuffer aImage = aDetailed(256, 256);
-    for (const std::int32_t lQuality : {30, 60, 90})
-        EXPECT_NEAR(dPsnr(*aDecoded(codecJ2k, aSaved(aImage, lQuality)), aImage),
-                    dTargetPsnr(aImage, lQuality), 1.5)
-            << lQuality;
+    const ImageBuffer image = Detailed(256, 256);
+    for (const std::int32_t quality : {30, 60, 90})
+        EXPECT_NEAR(Psnr(*aDecoded(kJ2kCodec, Saved(image, quality)), image), TargetPsnr(image, quality), 1.5)
+            << quality;
 }
 
 TEST(J2kEncoder, LosesLessThanJpegOfThatQualityInAboutAsManyBytes)
 {
-    const ImageBuffer aImage = aDetailed(320, 240);
-    const TestFolder objFolder;
-    WritePnm(objFolder.sPath("in.ppm"), aImage);
-    for (const std::int32_t lQuality : {60, 75, 90}) {
-        ASSERT_TRUE(bRun("cjpeg -quality " + std::to_string(lQuality) + " -outfile " +
-                         objFolder.sPath("out.jpg") + " " + objFolder.sPath("in.ppm")));
-        ASSERT_TRUE(bRun("djpeg -outfile " + objFolder.sPath("out.ppm") + " " + objFolder.sPath("out.jpg")));
+    const ImageBuffer image = Detailed(320, 240);
+    const TestFolder folder;
+    WritePnm(folder.sPath("in.ppm"), image);
+    for (const std::int32_t quality : {60, 75, 90}) {
+        ASSERT_TRUE(bRun("cjpeg -quality " + std::to_string(quality) + " -outfile " +
+                         folder.sPath("out.jpg") + " " + folder.sPath("in.ppm")));
+        ASSERT_TRUE(bRun("djpeg -outfile " + folder.sPath("out.ppm") + " " + folder.sPath("out.jpg")));
 
-        const Block aFile = aSaved(aImage, lQuality);
+        const Block file = Saved(image, quality);
 
-        EXPECT_LT(aFile.size(), aFileContent(objFolder.sPath("out.jpg")).size() * 3 / 2) << lQuality;
-        EXPECT_GT(dPsnr(*aDecoded(codecJ2k, aFile), aImage),
-                  dPsnr(*aReadPnm(objFolder.sPath("out.ppm")), aImage))
-            << lQuality;
+        EXPECT_LT(file.size(), aFileContent(folder.sPath("out.jpg")).size() * 3 / 2) << quality;
+        EXPECT_GT(Psnr(*aDecoded(kJ2kCodec, file), image), Psnr(*aReadPnm(folder.sPath("out.ppm")), image))
+            << quality;
     }
 }
 
 TEST(J2kTarget, IsHigherForSmoothPicturesAndRisesWithTheQuality)
 {
-    const ImageBuffer aSmooth = aPattern(200, 160, 3), aFull = aDetailed(200, 160);
-    for (std::int32_t lQuality = 2; lQuality <= 99; ++lQuality) {
-        EXPECT_GT(dTargetPsnr(aSmooth, lQuality), dTargetPsnr(aFull, lQuality)) << lQuality;
-        EXPECT_GE(dTargetPsnr(aFull, lQuality), dTargetPsnr(aFull, lQuality - 1)) << lQuality;
+    const ImageBuffer smooth = aPattern(200, 160, 3), full = Detailed(200, 160);
+    for (std::int32_t quality = 2; quality <= 99; ++quality) {
+        EXPECT_GT(TargetPsnr(smooth, quality), TargetPsnr(full, quality)) << quality;
+        EXPECT_GE(TargetPsnr(full, quality), TargetPsnr(full, quality - 1)) << quality;
     }
 }
 
 TEST(J2kEncoder, WritesPicturesOfAnyShape)
 {
-    for (const auto& [lWidth, lHeight] :
+    for (const auto& [width, height] :
          {std::pair{1, 1}, {2, 1}, {1, 3}, {1, 2000}, {3000, 1}, {33, 2}, {1025, 1}})
-        for (const std::int32_t lChannels : {1, 3, 4})
-            for (const std::int32_t lQuality : {100, 75}) {
-                const ImageBuffer aImage = aPattern(lWidth, lHeight, lChannels);
-                const auto aBack = aDecoded(codecJ2k, aSaved(aImage, lQuality));
-                ASSERT_TRUE(aBack) << lWidth << "x" << lHeight << "x" << lChannels << " " << lQuality;
-                EXPECT_LE(objDifference(*aBack, aImage).lGreatest, lQuality == 100 ? 0 : 60);
+        for (const std::int32_t channels : {1, 3, 4})
+            for (const std::int32_t quality : {100, 75}) {
+                const ImageBuffer image = aPattern(width, height, channels);
+                const auto back = aDecoded(kJ2kCodec, Saved(image, quality));
+                ASSERT_TRUE(back) << width << "x" << height << "x" << channels << " " << quality;
+                EXPECT_LE(objDifference(*back, image).lGreatest, quality == 100 ? 0 : 60);
             }
 }
 
 TEST(J2kEncoder, WritesTheTextsAsAComment)
 {
-    ImageInfoTexts objTexts;
-    objTexts.sTitle = "A title";
-    objTexts.sCopyright = std::string(70000, 'c');
+    ImageInfoTexts texts;
+    texts.sTitle = "A title";
+    texts.sCopyright = std::string(70000, 'c');
 
-    const Block aFile = aSaved(aPattern(9, 9, 3), 100, objTexts);
+    const Block file = Saved(aPattern(9, 9, 3), 100, texts);
 
-    const std::string sFile(aFile.begin(), aFile.end());
-    EXPECT_NE(sFile.find("Title: A title\nCopyright: ccc"), std::string::npos);
-    EXPECT_TRUE(aDecoded(codecJ2k, aFile));
+    const std::string file_path(file.begin(), file.end());
+    EXPECT_NE(file_path.find("Title: A title\nCopyright: ccc"), std::string::npos);
+    EXPECT_TRUE(aDecoded(kJ2kCodec, file));
 }
 
 RC_GTEST_PROP(J2kEncoder, GivesBackAnyPictureAtQuality100, ())
 {
-    ImageBuffer aImage;
-    aImage.width = *rc::gen::inRange(1, 40);
-    aImage.height = *rc::gen::inRange(1, 40);
-    aImage.channels = *rc::gen::element(1, 3, 4);
-    const auto nBytes = static_cast<std::size_t>(aImage.width * aImage.height * aImage.channels);
-    const auto aBytes = *rc::gen::container<Block>(nBytes, rc::gen::arbitrary<std::uint8_t>());
-    aImage.bytes.assign(aBytes.begin(), aBytes.end());
+    ImageBuffer image;
+    image.width = *rc::gen::inRange(1, 40);
+    image.height = *rc::gen::inRange(1, 40);
+    image.channels = *rc::gen::element(1, 3, 4);
+    const auto byte_count = static_cast<std::size_t>(image.width * image.height * image.channels);
+    const auto bytes = *rc::gen::container<Block>(byte_count, rc::gen::arbitrary<std::uint8_t>());
+    image.bytes.assign(bytes.begin(), bytes.end());
 
-    const auto aBack = aDecoded(codecJ2k, aSaved(aImage, 100));
+    const auto back = aDecoded(kJ2kCodec, Saved(image, 100));
 
-    RC_ASSERT(aBack.has_value());
-    RC_ASSERT(objDifference(*aBack, aImage).lGreatest == 0);
+    RC_ASSERT(back.has_value());
+    RC_ASSERT(objDifference(*back, image).lGreatest == 0);
 }
