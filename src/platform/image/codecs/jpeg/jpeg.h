@@ -11,8 +11,8 @@
 ///
 /// Writing makes baseline files with the standard tables: 4:2:0 below quality 90, 4:4:4 from 90, grey as
 /// grey, with density, EXIF, XMP, IPTC and profile. A block that is too long for its segments is left out.
-extern const Codec codecJpeg;
+extern const Codec kJpegCodec;
 
 /// The two halves, one source each.
-std::unique_ptr<ImageDecoder> pOpenJpeg(InputFile& objFile);
-bool bEncodeJpeg(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut);
+std::unique_ptr<ImageDecoder> OpenJpeg(InputFile& file);
+bool EncodeJpeg(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

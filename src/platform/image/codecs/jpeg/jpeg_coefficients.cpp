@@ -3,52 +3,52 @@
 
 #include "src/platform/image/base/picture_memory.h"
 
-void JpegCoefficients::Follow(jpeg_decompress_struct& objJpeg)
+void JpegCoefficients::Follow(jpeg_decompress_struct& jpeg)
 {
-    m_pRequest = objJpeg.mem->request_virt_barray;
-    m_pAccess = objJpeg.mem->access_virt_barray;
-    objJpeg.client_data = this;
-    objJpeg.mem->request_virt_barray = Request;
-    objJpeg.mem->access_virt_barray = Access;
+    request_ = jpeg.mem->request_virt_barray;
+    access_ = jpeg.mem->access_virt_barray;
+    jpeg.client_data = this;
+    jpeg.mem->request_virt_barray = Request;
+    jpeg.mem->access_virt_barray = Access;
 }
 
-jvirt_barray_ptr JpegCoefficients::Request(j_common_ptr pJpeg, int nPool, boolean bZero, JDIMENSION nBlocks,
-                                           JDIMENSION nRows, JDIMENSION nMostAtOnce)
+jvirt_barray_ptr JpegCoefficients::Request(j_common_ptr jpeg, int pool, boolean is_zero, JDIMENSION blocks,
+                                           JDIMENSION row_count, JDIMENSION max_at_once)
 {
-    auto& objThis = *static_cast<JpegCoefficients*>(pJpeg->client_data);
-    const jvirt_barray_ptr pKey = objThis.m_pRequest(pJpeg, nPool, bZero, nBlocks, nRows, nMostAtOnce);
-    if (objThis.m_nComponents < objThis.m_aComponents.size()) {
-        Rows& objRows = objThis.m_aComponents[objThis.m_nComponents++];
-        objRows.pKey = pKey;
-        objRows.nBytes = nBlocks * sizeof(JBLOCK);
+    auto& self = *static_cast<JpegCoefficients*>(jpeg->client_data);
+    const jvirt_barray_ptr key = self.request_(jpeg, pool, is_zero, blocks, row_count, max_at_once);
+    if (self.component_count_ < self.components_.size()) {
+        Rows& rows = self.components_[self.component_count_++];
+        rows.key = key;
+        rows.bytes = blocks * sizeof(JBLOCK);
     }
-    return pKey;
+    return key;
 }
 
-JBLOCKARRAY JpegCoefficients::Access(j_common_ptr pJpeg, jvirt_barray_ptr pKey, JDIMENSION nFirst,
-                                     JDIMENSION nCount, boolean bWritable)
+JBLOCKARRAY JpegCoefficients::Access(j_common_ptr jpeg, jvirt_barray_ptr key, JDIMENSION first,
+                                     JDIMENSION count, boolean writable)
 {
-    auto& objThis = *static_cast<JpegCoefficients*>(pJpeg->client_data);
-    const JBLOCKARRAY aRows = objThis.m_pAccess(pJpeg, pKey, nFirst, nCount, bWritable);
-    if (bWritable)  // scans are still being read
-        return aRows;
-    for (Rows& objRows : objThis.m_aComponents)
-        if (objRows.pKey == pKey)
-            objThis.Passed(objRows, aRows, nFirst, nCount);
-    return aRows;
+    auto& self = *static_cast<JpegCoefficients*>(jpeg->client_data);
+    const JBLOCKARRAY rows = self.access_(jpeg, key, first, count, writable);
+    if (writable)  // scans are still being read
+        return rows;
+    for (Rows& kept : self.components_)
+        if (kept.key == key)
+            self.Passed(kept, rows, first, count);
+    return rows;
 }
 
 // Only rows that libjpeg itself has pointed to are given back, and of these only what is known to be theirs.
-void JpegCoefficients::Passed(Rows& objRows, JBLOCKARRAY aNew, JDIMENSION nFirst, JDIMENSION nCount)
+void JpegCoefficients::Passed(Rows& rows, JBLOCKARRAY blocks, JDIMENSION first, JDIMENSION count)
 {
-    for (JDIMENSION i = 0; i < objRows.nLastCount && objRows.nLast + i < nFirst; ++i) {
-        auto* const pRow = reinterpret_cast<std::uint8_t*>(objRows.aLast[i]);
-        if (pRow != objRows.pEnd)
-            objRows.pBegin = pRow;
-        objRows.pEnd = pRow + objRows.nBytes;
+    for (JDIMENSION i = 0; i < rows.last_count && rows.last_row + i < first; ++i) {
+        auto* const row = reinterpret_cast<std::uint8_t*>(rows.last_blocks[i]);
+        if (row != rows.end)
+            rows.begin = row;
+        rows.end = row + rows.bytes;
     }
-    objRows.pBegin = ReleasePages(objRows.pBegin, objRows.pEnd);
-    objRows.aLast = aNew;
-    objRows.nLast = nFirst;
-    objRows.nLastCount = nCount;
+    rows.begin = ReleasePages(rows.begin, rows.end);
+    rows.last_blocks = blocks;
+    rows.last_row = first;
+    rows.last_count = count;
 }

@@ -16,30 +16,30 @@
 class JpegCoefficients
 {
 public:
-    /// Follows what objJpeg asks of its memory manager. For after jpeg_create_decompress and before
+    /// Follows what jpeg asks of its memory manager. For after jpeg_create_decompress and before
     /// jpeg_start_decompress; takes client_data, and outlives the decompression.
-    void Follow(jpeg_decompress_struct& objJpeg);
+    void Follow(jpeg_decompress_struct& jpeg);
 
 private:
     /// One component's coefficients, as rows of blocks.
     struct Rows {
-        jvirt_barray_ptr pKey = nullptr;
-        std::size_t nBytes = 0;  ///< of a row
-        JBLOCKARRAY aLast = nullptr;
-        JDIMENSION nLast = 0;  ///< the first row of aLast
-        JDIMENSION nLastCount = 0;
-        std::uint8_t* pBegin = nullptr;  ///< of what isn't needed any more and was not given back yet
-        std::uint8_t* pEnd = nullptr;
+        jvirt_barray_ptr key = nullptr;
+        std::size_t bytes = 0;  ///< of a row
+        JBLOCKARRAY last_blocks = nullptr;
+        JDIMENSION last_row = 0;  ///< the first row of last_blocks
+        JDIMENSION last_count = 0;
+        std::uint8_t* begin = nullptr;  ///< of what isn't needed any more and was not given back yet
+        std::uint8_t* end = nullptr;
     };
 
-    static jvirt_barray_ptr Request(j_common_ptr pJpeg, int nPool, boolean bZero, JDIMENSION nBlocks,
-                                    JDIMENSION nRows, JDIMENSION nMostAtOnce);
-    static JBLOCKARRAY Access(j_common_ptr pJpeg, jvirt_barray_ptr pKey, JDIMENSION nFirst, JDIMENSION nCount,
-                              boolean bWritable);
-    void Passed(Rows& objRows, JBLOCKARRAY aNew, JDIMENSION nFirst, JDIMENSION nCount);
+    static jvirt_barray_ptr Request(j_common_ptr jpeg, int pool, boolean is_zero, JDIMENSION blocks,
+                                    JDIMENSION row_count, JDIMENSION max_at_once);
+    static JBLOCKARRAY Access(j_common_ptr jpeg, jvirt_barray_ptr key, JDIMENSION first, JDIMENSION count,
+                              boolean writable);
+    void Passed(Rows& rows, JBLOCKARRAY blocks, JDIMENSION first, JDIMENSION count);
 
-    decltype(jpeg_memory_mgr::request_virt_barray) m_pRequest = nullptr;
-    decltype(jpeg_memory_mgr::access_virt_barray) m_pAccess = nullptr;
-    std::array<Rows, MAX_COMPONENTS> m_aComponents;
-    std::size_t m_nComponents = 0;
+    decltype(jpeg_memory_mgr::request_virt_barray) request_ = nullptr;
+    decltype(jpeg_memory_mgr::access_virt_barray) access_ = nullptr;
+    std::array<Rows, MAX_COMPONENTS> components_;
+    std::size_t component_count_ = 0;
 };

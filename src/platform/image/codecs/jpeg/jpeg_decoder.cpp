@@ -29,73 +29,73 @@ static constexpr std::uint64_t kMostOverPicture = std::uint64_t{16} << 20;
 // The whole file is in memory: there is nothing to begin, to refill or to close.
 static void StartSource(j_decompress_ptr) {}
 
-static boolean NothingLeft(j_decompress_ptr pJpeg)
+static boolean NothingLeft(j_decompress_ptr jpeg)
 {
-    FailJpeg(reinterpret_cast<j_common_ptr>(pJpeg));
+    FailJpeg(reinterpret_cast<j_common_ptr>(jpeg));
 }
 
-static void SkipBytes(j_decompress_ptr pJpeg, long nCount)
+static void SkipBytes(j_decompress_ptr jpeg, long count)
 {
-    if (nCount <= 0)
+    if (count <= 0)
         return;
-    if (static_cast<std::size_t>(nCount) > pJpeg->src->bytes_in_buffer)
-        FailJpeg(reinterpret_cast<j_common_ptr>(pJpeg));
-    pJpeg->src->next_input_byte += nCount;
-    pJpeg->src->bytes_in_buffer -= static_cast<std::size_t>(nCount);
+    if (static_cast<std::size_t>(count) > jpeg->src->bytes_in_buffer)
+        FailJpeg(reinterpret_cast<j_common_ptr>(jpeg));
+    jpeg->src->next_input_byte += count;
+    jpeg->src->bytes_in_buffer -= static_cast<std::size_t>(count);
 }
 
-static std::uint64_t nBlocks(const jpeg_decompress_struct& objJpeg)
+static std::uint64_t BlockCount(const jpeg_decompress_struct& jpeg)
 {
-    std::uint64_t nSum = 0;
-    for (int i = 0; i < objJpeg.num_components; ++i) {
-        const jpeg_component_info& objComponent = objJpeg.comp_info[i];
-        nSum += static_cast<std::uint64_t>(objComponent.width_in_blocks) * objComponent.height_in_blocks;
+    std::uint64_t sum = 0;
+    for (int i = 0; i < jpeg.num_components; ++i) {
+        const jpeg_component_info& component = jpeg.comp_info[i];
+        sum += static_cast<std::uint64_t>(component.width_in_blocks) * component.height_in_blocks;
     }
-    return nSum;
+    return sum;
 }
 
 // Called now and then while scans are read.
-static void WatchScans(j_common_ptr pJpeg)
+static void WatchScans(j_common_ptr common)
 {
-    const auto& objJpeg = *reinterpret_cast<j_decompress_ptr>(pJpeg);
-    const auto nScan = static_cast<std::uint64_t>(objJpeg.input_scan_number);
-    if (nScan > kMostScans || nScan * nBlocks(objJpeg) > kMostBlockVisits)
-        FailJpeg(pJpeg);
+    const auto& jpeg = *reinterpret_cast<j_decompress_ptr>(common);
+    const auto scan = static_cast<std::uint64_t>(jpeg.input_scan_number);
+    if (scan > kMostScans || scan * BlockCount(jpeg) > kMostBlockVisits)
+        FailJpeg(common);
 }
 
 namespace
 {
 // A libjpeg object with what it points to.
 struct Decompressor {
-    JpegErrors objErrors{};
-    jpeg_source_mgr objSource{};
-    jpeg_progress_mgr objProgress{};
-    JpegCoefficients objCoefficients{};
-    jpeg_decompress_struct objJpeg{};
+    JpegErrors errors{};
+    jpeg_source_mgr source{};
+    jpeg_progress_mgr progress{};
+    JpegCoefficients coefficients{};
+    jpeg_decompress_struct jpeg{};
 
-    explicit Decompressor(Bytes aFile)
+    explicit Decompressor(Bytes file)
     {
-        objSource.next_input_byte = aFile.data();
-        objSource.bytes_in_buffer = aFile.size();
-        objSource.init_source = StartSource;
-        objSource.fill_input_buffer = NothingLeft;
-        objSource.skip_input_data = SkipBytes;
-        objSource.resync_to_restart = jpeg_resync_to_restart;
-        objSource.term_source = StartSource;
-        objProgress.progress_monitor = WatchScans;
-        objJpeg.err = pInstalled(objErrors);
+        source.next_input_byte = file.data();
+        source.bytes_in_buffer = file.size();
+        source.init_source = StartSource;
+        source.fill_input_buffer = NothingLeft;
+        source.skip_input_data = SkipBytes;
+        source.resync_to_restart = jpeg_resync_to_restart;
+        source.term_source = StartSource;
+        progress.progress_monitor = WatchScans;
+        jpeg.err = Install(errors);
     }
-    ~Decompressor() { jpeg_destroy_decompress(&objJpeg); }
+    ~Decompressor() { jpeg_destroy_decompress(&jpeg); }
     Decompressor(const Decompressor&) = delete;
     Decompressor& operator=(const Decompressor&) = delete;
 
-    bool bReadHeader()
+    bool ReadHeader()
     {
-        return bTried(objErrors, [this] {
-            jpeg_create_decompress(&objJpeg);
-            objJpeg.src = &objSource;
-            objJpeg.progress = &objProgress;
-            jpeg_read_header(&objJpeg, TRUE);
+        return Try(errors, [this] {
+            jpeg_create_decompress(&jpeg);
+            jpeg.src = &source;
+            jpeg.progress = &progress;
+            jpeg_read_header(&jpeg, TRUE);
         });
     }
 };
@@ -103,122 +103,120 @@ struct Decompressor {
 class JpegDecoder : public ImageDecoder
 {
 public:
-    JpegDecoder(Bytes aFile, JpegSegments objSegments) : m_aFile(aFile), m_objSegments(std::move(objSegments))
-    {
-    }
+    JpegDecoder(Bytes file, JpegSegments segments) : file_(file), segments_(std::move(segments)) {}
     std::int32_t FrameCount() override { return 1; }
-    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override;
+    bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override;
 
 private:
-    Bytes m_aFile;
-    JpegSegments m_objSegments;
+    Bytes file_;
+    JpegSegments segments_;
 };
 }  // namespace
 
 // Grey and BGR rows come from libjpeg as the picture wants them.
-static bool bDecodeRows(Decompressor& objDecompressor, ImageBuffer& aImage)
+static bool DecodeRows(Decompressor& decompressor, ImageBuffer& image)
 {
-    jpeg_decompress_struct& objJpeg = objDecompressor.objJpeg;
-    const auto nStride = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
-    std::uint8_t* pPicture = aImage.bytes.data();
-    return bTried(objDecompressor.objErrors, [&objJpeg, pPicture, nStride] {
-        jpeg_start_decompress(&objJpeg);
-        while (objJpeg.output_scanline < objJpeg.output_height) {
-            std::array<JSAMPROW, kRowsAtOnce> aRows;
-            const JDIMENSION nRows =
-                std::min<JDIMENSION>(kRowsAtOnce, objJpeg.output_height - objJpeg.output_scanline);
-            for (JDIMENSION i = 0; i < nRows; ++i)
-                aRows[i] = pPicture + (objJpeg.output_scanline + i) * nStride;
-            jpeg_read_scanlines(&objJpeg, aRows.data(), nRows);
+    jpeg_decompress_struct& jpeg = decompressor.jpeg;
+    const auto stride = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
+    std::uint8_t* picture = image.bytes.data();
+    return Try(decompressor.errors, [&jpeg, picture, stride] {
+        jpeg_start_decompress(&jpeg);
+        while (jpeg.output_scanline < jpeg.output_height) {
+            std::array<JSAMPROW, kRowsAtOnce> rows;
+            const JDIMENSION row_count =
+                std::min<JDIMENSION>(kRowsAtOnce, jpeg.output_height - jpeg.output_scanline);
+            for (JDIMENSION i = 0; i < row_count; ++i)
+                rows[i] = picture + (jpeg.output_scanline + i) * stride;
+            jpeg_read_scanlines(&jpeg, rows.data(), row_count);
         }
-        jpeg_finish_decompress(&objJpeg);
+        jpeg_finish_decompress(&jpeg);
     });
 }
 
-static bool bDecodeInkRows(Decompressor& objDecompressor, Bytes aProfile, ImageBuffer& aImage)
+static bool DecodeInkRows(Decompressor& decompressor, Bytes profile, ImageBuffer& image)
 {
-    jpeg_decompress_struct& objJpeg = objDecompressor.objJpeg;
+    jpeg_decompress_struct& jpeg = decompressor.jpeg;
     // Inks are stored inverted, as Adobe's programs began to do. A file without Adobe's marker has lost it:
     // all that write such files set it.
-    const CmykToBgr objColours(aProfile, true);
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    PixelBytes aInks;
-    aInks.resize(nWidth * 4);
-    std::uint8_t* pInks = aInks.data();
-    std::uint8_t* pPicture = aImage.bytes.data();
-    return bTried(objDecompressor.objErrors, [&objJpeg, &objColours, pInks, pPicture, nWidth] {
-        jpeg_start_decompress(&objJpeg);
-        while (objJpeg.output_scanline < objJpeg.output_height) {
-            std::uint8_t* pRow = pPicture + objJpeg.output_scanline * nWidth * 3;
-            JSAMPROW pRowOfInks = pInks;
-            if (jpeg_read_scanlines(&objJpeg, &pRowOfInks, 1) == 1)
-                objColours.Convert(pInks, pRow, nWidth);
+    const CmykToBgr colours(profile, true);
+    const auto width = static_cast<std::size_t>(image.width);
+    PixelBytes ink_rows;
+    ink_rows.resize(width * 4);
+    std::uint8_t* inks = ink_rows.data();
+    std::uint8_t* picture = image.bytes.data();
+    return Try(decompressor.errors, [&jpeg, &colours, inks, picture, width] {
+        jpeg_start_decompress(&jpeg);
+        while (jpeg.output_scanline < jpeg.output_height) {
+            std::uint8_t* row = picture + jpeg.output_scanline * width * 3;
+            JSAMPROW row_of_inks = inks;
+            if (jpeg_read_scanlines(&jpeg, &row_of_inks, 1) == 1)
+                colours.Convert(inks, row, width);
         }
-        jpeg_finish_decompress(&objJpeg);
+        jpeg_finish_decompress(&jpeg);
     });
 }
 
-static void SetResolution(const jpeg_decompress_struct& objJpeg, ImageBuffer& aImage)
+static void SetResolution(const jpeg_decompress_struct& jpeg, ImageBuffer& image)
 {
-    const double dInch = objJpeg.density_unit == 1 ? 1 : objJpeg.density_unit == 2 ? 2.54 : 0;
-    if (objJpeg.saw_JFIF_marker && dInch > 0 && objJpeg.X_density > 0 && objJpeg.Y_density > 0) {
-        aImage.dots_per_inch_x = objJpeg.X_density * dInch;
-        aImage.dots_per_inch_y = objJpeg.Y_density * dInch;
+    const double inch = jpeg.density_unit == 1 ? 1 : jpeg.density_unit == 2 ? 2.54 : 0;
+    if (jpeg.saw_JFIF_marker && inch > 0 && jpeg.X_density > 0 && jpeg.Y_density > 0) {
+        image.dots_per_inch_x = jpeg.X_density * inch;
+        image.dots_per_inch_y = jpeg.Y_density * inch;
         return;
     }
-    const ExifResolution objResolution = ReadExifResolution(aImage.metadata.exif);
-    aImage.dots_per_inch_x = objResolution.dots_per_inch_x;
-    aImage.dots_per_inch_y = objResolution.dots_per_inch_y;
+    const ExifResolution resolution = ReadExifResolution(image.metadata.exif);
+    image.dots_per_inch_x = resolution.dots_per_inch_x;
+    image.dots_per_inch_y = resolution.dots_per_inch_y;
 }
 
-bool JpegDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
+bool JpegDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
-    const std::uint64_t nPixels = static_cast<std::uint64_t>(m_objSegments.nWidth) * m_objSegments.nHeight;
-    if (lFrame != 0 || !IsSizeAllowed(m_objSegments.nWidth, m_objSegments.nHeight) ||
-        (!m_objSegments.bArithmetic && nPixels / kMostPixelsPerByte > m_objSegments.nBytesOfScans))
+    const std::uint64_t pixels = static_cast<std::uint64_t>(segments_.width) * segments_.height;
+    if (frame != 0 || !IsSizeAllowed(segments_.width, segments_.height) ||
+        (!segments_.arithmetic && pixels / kMostPixelsPerByte > segments_.bytes_of_scans))
         return false;
-    Decompressor objDecompressor(m_aFile);
-    jpeg_decompress_struct& objJpeg = objDecompressor.objJpeg;
-    if (!objDecompressor.bReadHeader())
+    Decompressor decompressor(file_);
+    jpeg_decompress_struct& jpeg = decompressor.jpeg;
+    if (!decompressor.ReadHeader())
         return false;
-    const J_COLOR_SPACE nSpace = objJpeg.jpeg_color_space;
-    const bool bGrey = nSpace == JCS_GRAYSCALE;
-    const bool bInks = nSpace == JCS_CMYK || nSpace == JCS_YCCK;
-    if (!bGrey && !bInks && nSpace != JCS_YCbCr && nSpace != JCS_RGB)
+    const J_COLOR_SPACE space = jpeg.jpeg_color_space;
+    const bool is_grey = space == JCS_GRAYSCALE;
+    const bool has_inks = space == JCS_CMYK || space == JCS_YCCK;
+    if (!is_grey && !has_inks && space != JCS_YCbCr && space != JCS_RGB)
         return false;
-    objJpeg.out_color_space = bGrey ? JCS_GRAYSCALE : bInks ? JCS_CMYK : JCS_EXT_BGR;
+    jpeg.out_color_space = is_grey ? JCS_GRAYSCALE : has_inks ? JCS_CMYK : JCS_EXT_BGR;
 
-    ImageBuffer aResult;
-    if (!Allocate(aResult, objJpeg.image_width, objJpeg.image_height, bGrey ? 1 : 3))
+    ImageBuffer result;
+    if (!Allocate(result, jpeg.image_width, jpeg.image_height, is_grey ? 1 : 3))
         return false;
-    if (jpeg_has_multiple_scans(&objJpeg)) {
+    if (jpeg_has_multiple_scans(&jpeg)) {
         // All coefficients are kept until the last scan.
-        const std::uint64_t nCoefficients = nBlocks(objJpeg) * sizeof(JBLOCK);
-        ExpectLibraryMemory(nCoefficients);
-        if (nCoefficients > aResult.bytes.size() + kMostOverPicture)
-            objDecompressor.objCoefficients.Follow(objJpeg);
+        const std::uint64_t coefficients = BlockCount(jpeg) * sizeof(JBLOCK);
+        ExpectLibraryMemory(coefficients);
+        if (coefficients > result.bytes.size() + kMostOverPicture)
+            decompressor.coefficients.Follow(jpeg);
     }
-    const bool bDone = bInks ? bDecodeInkRows(objDecompressor, m_objSegments.aIccProfile, aResult)
-                             : bDecodeRows(objDecompressor, aResult);
-    if (!bDone)
+    const bool done = has_inks ? DecodeInkRows(decompressor, segments_.icc_profile, result)
+                               : DecodeRows(decompressor, result);
+    if (!done)
         return false;
-    if (!bInks && ProfileFits(m_objSegments.aIccProfile, aResult.channels))
-        aResult.icc_profile = m_objSegments.aIccProfile;
-    aResult.metadata = m_objSegments.objMetadata;
-    SetResolution(objJpeg, aResult);
-    aImage = std::move(aResult);
+    if (!has_inks && ProfileFits(segments_.icc_profile, result.channels))
+        result.icc_profile = segments_.icc_profile;
+    result.metadata = segments_.metadata;
+    SetResolution(jpeg, result);
+    image = std::move(result);
     return true;
 }
 
-std::unique_ptr<ImageDecoder> pOpenJpeg(InputFile& objFile)
+std::unique_ptr<ImageDecoder> OpenJpeg(InputFile& file)
 {
     // More than any picture within the limits takes; it isn't read into memory to find that out.
     constexpr std::uint64_t kLargestFile = std::uint64_t{4} << 30;
-    if (objFile.Size() > kLargestFile)
+    if (file.Size() > kLargestFile)
         return nullptr;
-    const Bytes aFile = objFile.All();
-    JpegSegments objSegments = objReadSegments(aFile);
-    if (!objSegments.bHasFrame)
+    const Bytes bytes = file.All();
+    JpegSegments segments = ReadSegments(bytes);
+    if (!segments.has_frame)
         return nullptr;
-    return std::make_unique<JpegDecoder>(aFile, std::move(objSegments));
+    return std::make_unique<JpegDecoder>(bytes, std::move(segments));
 }

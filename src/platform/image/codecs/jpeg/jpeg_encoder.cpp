@@ -23,142 +23,142 @@ namespace
 {
 // Hands the bytes on in parts.
 struct Destination {
-    jpeg_destination_mgr objManager{};  // first, so that libjpeg's pointer to it is a pointer to the whole
-    OutputFile* pOut = nullptr;
-    std::vector<std::uint8_t> aPart;
+    jpeg_destination_mgr manager{};  // first, so that libjpeg's pointer to it is a pointer to the whole
+    OutputFile* out = nullptr;
+    std::vector<std::uint8_t> part;
 
     void Empty()
     {
-        objManager.next_output_byte = aPart.data();
-        objManager.free_in_buffer = aPart.size();
+        manager.next_output_byte = part.data();
+        manager.free_in_buffer = part.size();
     }
     // No exception may pass through libjpeg.
-    bool bWrite(std::size_t nCount) noexcept
+    bool Write(std::size_t count) noexcept
     try {
-        return pOut->Write(Bytes(aPart).first(nCount));
+        return out->Write(Bytes(part).first(count));
     } catch (const std::bad_alloc&) {
         return false;
     }
 };
 
 struct Compressor {
-    JpegErrors objErrors{};
-    Destination objDestination;
-    jpeg_compress_struct objJpeg{};
+    JpegErrors errors{};
+    Destination destination;
+    jpeg_compress_struct jpeg{};
 
-    explicit Compressor(OutputFile& objOut);
-    ~Compressor() { jpeg_destroy_compress(&objJpeg); }
+    explicit Compressor(OutputFile& out);
+    ~Compressor() { jpeg_destroy_compress(&jpeg); }
     Compressor(const Compressor&) = delete;
     Compressor& operator=(const Compressor&) = delete;
 };
 }  // namespace
 
-static Destination& objDestinationOf(j_compress_ptr pJpeg)
+static Destination& DestinationOf(j_compress_ptr jpeg)
 {
-    return *reinterpret_cast<Destination*>(pJpeg->dest);
+    return *reinterpret_cast<Destination*>(jpeg->dest);
 }
 
-static void StartDestination(j_compress_ptr pJpeg)
+static void StartDestination(j_compress_ptr jpeg)
 {
-    objDestinationOf(pJpeg).Empty();
+    DestinationOf(jpeg).Empty();
 }
 
-static boolean EmptyPart(j_compress_ptr pJpeg)
+static boolean EmptyPart(j_compress_ptr jpeg)
 {
-    Destination& objDestination = objDestinationOf(pJpeg);
-    if (!objDestination.bWrite(objDestination.aPart.size()))
-        FailJpeg(reinterpret_cast<j_common_ptr>(pJpeg));
-    objDestination.Empty();
+    Destination& destination = DestinationOf(jpeg);
+    if (!destination.Write(destination.part.size()))
+        FailJpeg(reinterpret_cast<j_common_ptr>(jpeg));
+    destination.Empty();
     return TRUE;
 }
 
-static void EndDestination(j_compress_ptr pJpeg)
+static void EndDestination(j_compress_ptr jpeg)
 {
-    Destination& objDestination = objDestinationOf(pJpeg);
-    if (!objDestination.bWrite(objDestination.aPart.size() - objDestination.objManager.free_in_buffer))
-        FailJpeg(reinterpret_cast<j_common_ptr>(pJpeg));
+    Destination& destination = DestinationOf(jpeg);
+    if (!destination.Write(destination.part.size() - destination.manager.free_in_buffer))
+        FailJpeg(reinterpret_cast<j_common_ptr>(jpeg));
 }
 
-Compressor::Compressor(OutputFile& objOut)
+Compressor::Compressor(OutputFile& out)
 {
-    objDestination.objManager.init_destination = StartDestination;
-    objDestination.objManager.empty_output_buffer = EmptyPart;
-    objDestination.objManager.term_destination = EndDestination;
-    objDestination.pOut = &objOut;
-    objDestination.aPart.resize(kPartSize);
-    objJpeg.err = pInstalled(objErrors);
+    destination.manager.init_destination = StartDestination;
+    destination.manager.empty_output_buffer = EmptyPart;
+    destination.manager.term_destination = EndDestination;
+    destination.out = &out;
+    destination.part.resize(kPartSize);
+    jpeg.err = Install(errors);
 }
 
 // JFIF holds whole dots per inch or per centimetre: whichever says it more exactly. Without a resolution the
 // pixels are said to be square.
-static void SetDensity(jpeg_compress_struct& objJpeg, double dDotsPerInchX, double dDotsPerInchY)
+static void SetDensity(jpeg_compress_struct& jpeg, double dots_per_inch_x, double dots_per_inch_y)
 {
-    const auto bWhole = [](double d) { return std::abs(d - std::round(d)) < 0.005; };
-    const auto bFits = [](double d) { return d >= 0.5 && d < 65535; };
-    if (!bFits(dDotsPerInchX) || !bFits(dDotsPerInchY))
+    const auto whole = [](double d) { return std::abs(d - std::round(d)) < 0.005; };
+    const auto fits = [](double d) { return d >= 0.5 && d < 65535; };
+    if (!fits(dots_per_inch_x) || !fits(dots_per_inch_y))
         return;
-    const bool bCentimetres = (!bWhole(dDotsPerInchX) || !bWhole(dDotsPerInchY)) &&
-                              bWhole(dDotsPerInchX / 2.54) && bWhole(dDotsPerInchY / 2.54);
-    const double dUnit = bCentimetres ? 2.54 : 1;
-    objJpeg.density_unit = bCentimetres ? 2 : 1;
-    objJpeg.X_density = static_cast<UINT16>(std::lround(dDotsPerInchX / dUnit));
-    objJpeg.Y_density = static_cast<UINT16>(std::lround(dDotsPerInchY / dUnit));
+    const bool centimetres = (!whole(dots_per_inch_x) || !whole(dots_per_inch_y)) &&
+                             whole(dots_per_inch_x / 2.54) && whole(dots_per_inch_y / 2.54);
+    const double unit = centimetres ? 2.54 : 1;
+    jpeg.density_unit = centimetres ? 2 : 1;
+    jpeg.X_density = static_cast<UINT16>(std::lround(dots_per_inch_x / unit));
+    jpeg.Y_density = static_cast<UINT16>(std::lround(dots_per_inch_y / unit));
 }
 
-static std::vector<JpegSegment> aSegmentsOf(const ImageBuffer& aImage, const ImageInfoTexts& objTexts)
+static std::vector<JpegSegment> SegmentsOf(const ImageBuffer& image, const ImageInfoTexts& texts)
 {
-    ImageMetadata objMetadata = aImage.metadata;
-    objMetadata.exif = ExifForSave(aImage, objTexts);
-    if (objMetadata.exif.size() > kLongestExif) {
+    ImageMetadata metadata = image.metadata;
+    metadata.exif = ExifForSave(image, texts);
+    if (metadata.exif.size() > kLongestExif) {
         // The source's block came from a format that holds longer ones. The texts at least are written.
-        objMetadata.exif = ExifForSave(ImageBuffer{}, objTexts);
+        metadata.exif = ExifForSave(ImageBuffer{}, texts);
     }
-    const bool bKeepProfile = ProfileFits(aImage.icc_profile, aImage.channels);
-    return aSegmentsToWrite(objMetadata, bKeepProfile ? Bytes(aImage.icc_profile) : Bytes{});
+    const bool keep_profile = ProfileFits(image.icc_profile, image.channels);
+    return SegmentsToWrite(metadata, keep_profile ? Bytes(image.icc_profile) : Bytes{});
 }
 
-static void StartFile(jpeg_compress_struct& objJpeg, const ImageBuffer& aImage, std::int32_t lQuality)
+static void StartFile(jpeg_compress_struct& jpeg, const ImageBuffer& image, std::int32_t quality)
 {
-    objJpeg.image_width = static_cast<JDIMENSION>(aImage.width);
-    objJpeg.image_height = static_cast<JDIMENSION>(aImage.height);
-    objJpeg.input_components = aImage.channels;
-    objJpeg.in_color_space = aImage.channels == 1   ? JCS_GRAYSCALE
-                             : aImage.channels == 3 ? JCS_EXT_BGR
-                                                    : JCS_EXT_BGRX;
-    jpeg_set_defaults(&objJpeg);
-    jpeg_set_quality(&objJpeg, lQuality, TRUE);
-    if (lQuality >= kFullColourQuality) {
-        objJpeg.comp_info[0].h_samp_factor = 1;
-        objJpeg.comp_info[0].v_samp_factor = 1;
+    jpeg.image_width = static_cast<JDIMENSION>(image.width);
+    jpeg.image_height = static_cast<JDIMENSION>(image.height);
+    jpeg.input_components = image.channels;
+    jpeg.in_color_space = image.channels == 1   ? JCS_GRAYSCALE
+                          : image.channels == 3 ? JCS_EXT_BGR
+                                                : JCS_EXT_BGRX;
+    jpeg_set_defaults(&jpeg);
+    jpeg_set_quality(&jpeg, quality, TRUE);
+    if (quality >= kFullColourQuality) {
+        jpeg.comp_info[0].h_samp_factor = 1;
+        jpeg.comp_info[0].v_samp_factor = 1;
     }
-    SetDensity(objJpeg, aImage.dots_per_inch_x, aImage.dots_per_inch_y);
-    jpeg_start_compress(&objJpeg, TRUE);
+    SetDensity(jpeg, image.dots_per_inch_x, image.dots_per_inch_y);
+    jpeg_start_compress(&jpeg, TRUE);
 }
 
-bool bEncodeJpeg(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
+bool EncodeJpeg(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    const std::vector<JpegSegment> aSegments = aSegmentsOf(aImage, objSettings.objTexts);
-    Compressor objCompressor(objOut);
-    jpeg_compress_struct& objJpeg = objCompressor.objJpeg;
-    const std::int32_t lQuality = std::clamp(objSettings.lJPEGQuality, 1, 100);
-    const auto nStride = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
+    const std::vector<JpegSegment> segments = SegmentsOf(image, settings.objTexts);
+    Compressor compressor(out);
+    jpeg_compress_struct& jpeg = compressor.jpeg;
+    const std::int32_t quality = std::clamp(settings.lJPEGQuality, 1, 100);
+    const auto stride = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
     // libjpeg takes rows that may be written, but doesn't write to them.
-    auto* pPicture = const_cast<std::uint8_t*>(aImage.bytes.data());
-    return bTried(objCompressor.objErrors, [&] {
-        jpeg_create_compress(&objJpeg);
-        objJpeg.dest = &objCompressor.objDestination.objManager;
-        StartFile(objJpeg, aImage, lQuality);
-        for (std::size_t i = 0; i < aSegments.size(); ++i)
-            jpeg_write_marker(&objJpeg, JPEG_APP0 + aSegments[i].nApplication, aSegments[i].aBytes.data(),
-                              static_cast<unsigned>(aSegments[i].aBytes.size()));
-        while (objJpeg.next_scanline < objJpeg.image_height) {
-            std::array<JSAMPROW, kRowsAtOnce> aRows;
-            const JDIMENSION nRows =
-                std::min<JDIMENSION>(kRowsAtOnce, objJpeg.image_height - objJpeg.next_scanline);
-            for (JDIMENSION i = 0; i < nRows; ++i)
-                aRows[i] = pPicture + (objJpeg.next_scanline + i) * nStride;
-            jpeg_write_scanlines(&objJpeg, aRows.data(), nRows);
+    auto* picture = const_cast<std::uint8_t*>(image.bytes.data());
+    return Try(compressor.errors, [&] {
+        jpeg_create_compress(&jpeg);
+        jpeg.dest = &compressor.destination.manager;
+        StartFile(jpeg, image, quality);
+        for (std::size_t i = 0; i < segments.size(); ++i)
+            jpeg_write_marker(&jpeg, JPEG_APP0 + segments[i].application, segments[i].bytes.data(),
+                              static_cast<unsigned>(segments[i].bytes.size()));
+        while (jpeg.next_scanline < jpeg.image_height) {
+            std::array<JSAMPROW, kRowsAtOnce> rows;
+            const JDIMENSION row_count =
+                std::min<JDIMENSION>(kRowsAtOnce, jpeg.image_height - jpeg.next_scanline);
+            for (JDIMENSION i = 0; i < row_count; ++i)
+                rows[i] = picture + (jpeg.next_scanline + i) * stride;
+            jpeg_write_scanlines(&jpeg, rows.data(), row_count);
         }
-        jpeg_finish_compress(&objJpeg);
+        jpeg_finish_compress(&jpeg);
     });
 }

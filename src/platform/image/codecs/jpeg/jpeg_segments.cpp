@@ -16,16 +16,16 @@ static constexpr std::uint16_t kIptcResource = 0x0404;
 static constexpr std::size_t kLongestSegment = 65533;
 static constexpr std::size_t kProfileLimit = 16 * 1024 * 1024;
 
-static bool bBeginsWith(Bytes aBytes, std::string_view sName)
+static bool BeginsWith(Bytes bytes, std::string_view name)
 {
-    return aBytes.size() >= sName.size() &&
-           std::equal(sName.begin(), sName.end(), aBytes.begin(),
+    return bytes.size() >= name.size() &&
+           std::equal(name.begin(), name.end(), bytes.begin(),
                       [](char c, auto n) { return static_cast<std::uint8_t>(c) == n; });
 }
 
-static std::vector<std::uint8_t> aCopy(Bytes aBytes)
+static std::vector<std::uint8_t> CopyBytes(Bytes bytes)
 {
-    return {aBytes.begin(), aBytes.end()};
+    return {bytes.begin(), bytes.end()};
 }
 
 namespace
@@ -34,169 +34,169 @@ namespace
 class ProfileParts
 {
 public:
-    void Add(Bytes aSegment)
+    void Add(Bytes segment)
     {
-        ByteReader objReader(aSegment);
-        const std::size_t nNumber = objReader.U8();
-        const std::size_t nParts = objReader.U8();
-        m_nParts = m_nParts == 0 ? nParts : m_nParts;
-        if (objReader.Failed() || nNumber < 1 || nNumber > nParts || nParts != m_nParts ||
-            !m_aParts[nNumber].empty()) {
-            m_bBroken = true;
+        ByteReader reader(segment);
+        const std::size_t number = reader.U8();
+        const std::size_t parts = reader.U8();
+        part_count_ = part_count_ == 0 ? parts : part_count_;
+        if (reader.Failed() || number < 1 || number > parts || parts != part_count_ ||
+            !parts_[number].empty()) {
+            broken_ = true;
             return;
         }
-        m_aParts[nNumber] = aSegment.subspan(2);
+        parts_[number] = segment.subspan(2);
     }
-    std::vector<std::uint8_t> aWhole() const
+    std::vector<std::uint8_t> Whole() const
     {
-        std::vector<std::uint8_t> aProfile;
-        for (std::size_t i = 1; i <= m_nParts && !m_bBroken; ++i) {
-            if (m_aParts[i].empty() || aProfile.size() > kProfileLimit)
+        std::vector<std::uint8_t> profile;
+        for (std::size_t i = 1; i <= part_count_ && !broken_; ++i) {
+            if (parts_[i].empty() || profile.size() > kProfileLimit)
                 return {};
-            aProfile.insert(aProfile.end(), m_aParts[i].begin(), m_aParts[i].end());
+            profile.insert(profile.end(), parts_[i].begin(), parts_[i].end());
         }
-        return aProfile;
+        return profile;
     }
 
 private:
-    std::array<Bytes, 256> m_aParts;
-    std::size_t m_nParts = 0;
-    bool m_bBroken = false;
+    std::array<Bytes, 256> parts_;
+    std::size_t part_count_ = 0;
+    bool broken_ = false;
 };
 }  // namespace
 
 // The IPTC datasets among Photoshop's resources: each "8BIM", a number, a name and its bytes, both filled up
 // to even lengths.
-static std::vector<std::uint8_t> aIptcOfResources(Bytes aResources)
+static std::vector<std::uint8_t> IptcOfResources(Bytes resources)
 {
-    ByteReader objReader(aResources);
-    while (objReader.Left() >= 12) {
-        const Bytes aMark = objReader.Take(4);
-        const std::uint16_t nNumber = objReader.U16Be();
-        const std::uint8_t nName = objReader.U8();
-        objReader.Take(nName % 2 == 0 ? nName + 1u : nName);
-        const std::uint64_t nSize = objReader.U32Be();
-        const Bytes aData = objReader.Take(nSize);
-        if (!bBeginsWith(aMark, "8BIM") || objReader.Failed())
+    ByteReader reader(resources);
+    while (reader.Left() >= 12) {
+        const Bytes mark = reader.Take(4);
+        const std::uint16_t number = reader.U16Be();
+        const std::uint8_t name = reader.U8();
+        reader.Take(name % 2 == 0 ? name + 1u : name);
+        const std::uint64_t size = reader.U32Be();
+        const Bytes data = reader.Take(size);
+        if (!BeginsWith(mark, "8BIM") || reader.Failed())
             break;
-        if (nNumber == kIptcResource && !aData.empty() && aData[0] == 0x1C)
-            return aCopy(aData);
-        objReader.Take(nSize % 2 != 0 && objReader.Left() > 0 ? 1 : 0);
+        if (number == kIptcResource && !data.empty() && data[0] == 0x1C)
+            return CopyBytes(data);
+        reader.Take(size % 2 != 0 && reader.Left() > 0 ? 1 : 0);
     }
     return {};
 }
 
-static void ReadFrame(Bytes aSegment, std::uint8_t nMarker, JpegSegments& objSegments)
+static void ReadFrame(Bytes segment, std::uint8_t marker, JpegSegments& segments)
 {
-    ByteReader objReader(aSegment);
-    objReader.U8();  // bits a sample
-    const std::uint16_t nHeight = objReader.U16Be();
-    const std::uint16_t nWidth = objReader.U16Be();
-    if (objReader.Failed() || objSegments.bHasFrame)
+    ByteReader reader(segment);
+    reader.U8();  // bits a sample
+    const std::uint16_t height = reader.U16Be();
+    const std::uint16_t width = reader.U16Be();
+    if (reader.Failed() || segments.has_frame)
         return;
-    objSegments.bHasFrame = true;
-    objSegments.nWidth = nWidth;
-    objSegments.nHeight = nHeight;
-    objSegments.bArithmetic = nMarker > 0xC8;
+    segments.has_frame = true;
+    segments.width = width;
+    segments.height = height;
+    segments.arithmetic = marker > 0xC8;
 }
 
-JpegSegments objReadSegments(Bytes aFile)
+JpegSegments ReadSegments(Bytes file)
 {
-    JpegSegments objSegments;
-    ProfileParts objProfile;
-    std::vector<std::uint8_t> aResources;
-    ByteReader objReader(aFile);
-    objReader.Take(2);
-    while (!objReader.Failed()) {
+    JpegSegments segments;
+    ProfileParts profile;
+    std::vector<std::uint8_t> resources;
+    ByteReader reader(file);
+    reader.Take(2);
+    while (!reader.Failed()) {
         // Between segments anything but a marker is skipped, as decoders do.
-        std::uint8_t nMarker = objReader.U8();
-        if (nMarker != 0xFF)
+        std::uint8_t marker = reader.U8();
+        if (marker != 0xFF)
             continue;
-        while (nMarker == 0xFF && !objReader.Failed())
-            nMarker = objReader.U8();
-        const bool bAlone = nMarker == 0x00 || nMarker == 0x01 || (nMarker >= 0xD0 && nMarker <= 0xD8);
-        if (bAlone)
+        while (marker == 0xFF && !reader.Failed())
+            marker = reader.U8();
+        const bool alone = marker == 0x00 || marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
+        if (alone)
             continue;
-        if (nMarker == 0xD9)
+        if (marker == 0xD9)
             break;
-        if (nMarker == 0xDA) {
-            objSegments.nBytesOfScans = objReader.Left();
+        if (marker == 0xDA) {
+            segments.bytes_of_scans = reader.Left();
             break;
         }
-        const std::uint16_t nLength = objReader.U16Be();
-        const Bytes aSegment = objReader.Take(nLength < 2 ? 0u : nLength - 2u);
-        if (nMarker >= 0xC0 && nMarker <= 0xCF && nMarker != 0xC4 && nMarker != 0xC8 && nMarker != 0xCC)
-            ReadFrame(aSegment, nMarker, objSegments);
-        else if (nMarker == 0xE1 && bBeginsWith(aSegment, kExifName.substr(0, 5)) && aSegment.size() > 6 &&
-                 objSegments.objMetadata.exif.empty())
-            objSegments.objMetadata.exif = aCopy(aSegment.subspan(6));
-        else if (nMarker == 0xE1 && bBeginsWith(aSegment, kXmpName) && objSegments.objMetadata.xmp.empty())
-            objSegments.objMetadata.xmp = aCopy(aSegment.subspan(kXmpName.size()));
-        else if (nMarker == 0xE2 && bBeginsWith(aSegment, kIccName))
-            objProfile.Add(aSegment.subspan(kIccName.size()));
-        else if (nMarker == 0xED && bBeginsWith(aSegment, kPhotoshopName))
-            aResources.insert(aResources.end(), aSegment.begin() + kPhotoshopName.size(), aSegment.end());
+        const std::uint16_t length = reader.U16Be();
+        const Bytes segment = reader.Take(length < 2 ? 0u : length - 2u);
+        if (marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC)
+            ReadFrame(segment, marker, segments);
+        else if (marker == 0xE1 && BeginsWith(segment, kExifName.substr(0, 5)) && segment.size() > 6 &&
+                 segments.metadata.exif.empty())
+            segments.metadata.exif = CopyBytes(segment.subspan(6));
+        else if (marker == 0xE1 && BeginsWith(segment, kXmpName) && segments.metadata.xmp.empty())
+            segments.metadata.xmp = CopyBytes(segment.subspan(kXmpName.size()));
+        else if (marker == 0xE2 && BeginsWith(segment, kIccName))
+            profile.Add(segment.subspan(kIccName.size()));
+        else if (marker == 0xED && BeginsWith(segment, kPhotoshopName))
+            resources.insert(resources.end(), segment.begin() + kPhotoshopName.size(), segment.end());
     }
-    objSegments.objMetadata.iptc = aIptcOfResources(aResources);
-    objSegments.aIccProfile = objProfile.aWhole();
-    return objSegments;
+    segments.metadata.iptc = IptcOfResources(resources);
+    segments.icc_profile = profile.Whole();
+    return segments;
 }
 
-static JpegSegment objSegment(int nApplication, std::string_view sName, Bytes aBytes)
+static JpegSegment Segment(int application, std::string_view name, Bytes bytes)
 {
-    JpegSegment objResult{nApplication, {sName.begin(), sName.end()}};
-    objResult.aBytes.insert(objResult.aBytes.end(), aBytes.begin(), aBytes.end());
-    return objResult;
+    JpegSegment result{application, {name.begin(), name.end()}};
+    result.bytes.insert(result.bytes.end(), bytes.begin(), bytes.end());
+    return result;
 }
 
 // The packet without the blanks before its end mark, which are only room for editing it in place.
-static std::vector<std::uint8_t> aWithoutPadding(const std::vector<std::uint8_t>& aXmp)
+static std::vector<std::uint8_t> WithoutPadding(const std::vector<std::uint8_t>& xmp)
 {
     static constexpr std::string_view kEnd = "<?xpacket end"sv;
-    const auto itEnd = std::find_end(aXmp.begin(), aXmp.end(), kEnd.begin(), kEnd.end());
-    const auto bBlank = [](std::uint8_t n) { return n == ' ' || n == '\n' || n == '\r' || n == '\t'; };
-    const auto itPadding = std::find_if_not(std::make_reverse_iterator(itEnd), aXmp.rend(), bBlank).base();
-    std::vector<std::uint8_t> aShort(aXmp.begin(), itPadding);
-    aShort.insert(aShort.end(), itEnd, aXmp.end());
-    return aShort;
+    const auto end = std::find_end(xmp.begin(), xmp.end(), kEnd.begin(), kEnd.end());
+    const auto blank = [](std::uint8_t n) { return n == ' ' || n == '\n' || n == '\r' || n == '\t'; };
+    const auto padding = std::find_if_not(std::make_reverse_iterator(end), xmp.rend(), blank).base();
+    std::vector<std::uint8_t> result(xmp.begin(), padding);
+    result.insert(result.end(), end, xmp.end());
+    return result;
 }
 
-static std::vector<std::uint8_t> aResourceOfIptc(Bytes aIptc)
+static std::vector<std::uint8_t> ResourceOfIptc(Bytes iptc)
 {
-    std::vector<std::uint8_t> aResource = {'8', 'B', 'I', 'M', kIptcResource >> 8, kIptcResource & 0xFF,
-                                           0,   0};
-    for (const unsigned nShift : {24u, 16u, 8u, 0u})
-        aResource.push_back(static_cast<std::uint8_t>(aIptc.size() >> nShift));
-    aResource.insert(aResource.end(), aIptc.begin(), aIptc.end());
-    aResource.resize((aResource.size() + 1) / 2 * 2);
-    return aResource;
+    std::vector<std::uint8_t> resource = {'8', 'B', 'I', 'M', kIptcResource >> 8, kIptcResource & 0xFF, 0, 0};
+    for (const unsigned shift : {24u, 16u, 8u, 0u})
+        resource.push_back(static_cast<std::uint8_t>(iptc.size() >> shift));
+    resource.insert(resource.end(), iptc.begin(), iptc.end());
+    resource.resize((resource.size() + 1) / 2 * 2);
+    return resource;
 }
 
-std::vector<JpegSegment> aSegmentsToWrite(const ImageMetadata& objMetadata, Bytes aIccProfile)
+std::vector<JpegSegment> SegmentsToWrite(const ImageMetadata& metadata, Bytes icc_profile)
 {
-    std::vector<JpegSegment> aSegments;
-    const auto AddIfItFits = [&](JpegSegment objNew) {
-        if (objNew.aBytes.size() <= kLongestSegment)
-            aSegments.push_back(std::move(objNew));
+    std::vector<JpegSegment> segments;
+    const auto add_if_it_fits = [&](JpegSegment segment) {
+        if (segment.bytes.size() <= kLongestSegment)
+            segments.push_back(std::move(segment));
     };
-    if (!objMetadata.exif.empty())
-        AddIfItFits(objSegment(1, kExifName, objMetadata.exif));
-    if (objMetadata.xmp.size() + kXmpName.size() > kLongestSegment)
-        AddIfItFits(objSegment(1, kXmpName, aWithoutPadding(objMetadata.xmp)));
-    else if (!objMetadata.xmp.empty())
-        AddIfItFits(objSegment(1, kXmpName, objMetadata.xmp));
-    if (!objMetadata.iptc.empty())
-        AddIfItFits(objSegment(13, kPhotoshopName, aResourceOfIptc(objMetadata.iptc)));
+    if (!metadata.exif.empty())
+        add_if_it_fits(Segment(1, kExifName, metadata.exif));
+    if (metadata.xmp.size() + kXmpName.size() > kLongestSegment)
+        add_if_it_fits(Segment(1, kXmpName, WithoutPadding(metadata.xmp)));
+    else if (!metadata.xmp.empty())
+        add_if_it_fits(Segment(1, kXmpName, metadata.xmp));
+    if (!metadata.iptc.empty())
+        add_if_it_fits(Segment(13, kPhotoshopName, ResourceOfIptc(metadata.iptc)));
 
-    const std::size_t nPart = kLongestSegment - kIccName.size() - 2;
-    const std::size_t nParts = (aIccProfile.size() + nPart - 1) / nPart;
-    for (std::size_t i = 0; i < nParts && nParts <= 255; ++i) {
-        JpegSegment objPart = objSegment(2, kIccName, {});
-        objPart.aBytes.push_back(static_cast<std::uint8_t>(i + 1));
-        objPart.aBytes.push_back(static_cast<std::uint8_t>(nParts));
-        const Bytes aPart = aIccProfile.subspan(i * nPart, std::min(nPart, aIccProfile.size() - i * nPart));
-        objPart.aBytes.insert(objPart.aBytes.end(), aPart.begin(), aPart.end());
-        aSegments.push_back(std::move(objPart));
+    const std::size_t max_part = kLongestSegment - kIccName.size() - 2;
+    const std::size_t parts = (icc_profile.size() + max_part - 1) / max_part;
+    for (std::size_t i = 0; i < parts && parts <= 255; ++i) {
+        JpegSegment segment = Segment(2, kIccName, {});
+        segment.bytes.push_back(static_cast<std::uint8_t>(i + 1));
+        segment.bytes.push_back(static_cast<std::uint8_t>(parts));
+        const Bytes bytes =
+            icc_profile.subspan(i * max_part, std::min(max_part, icc_profile.size() - i * max_part));
+        segment.bytes.insert(segment.bytes.end(), bytes.begin(), bytes.end());
+        segments.push_back(std::move(segment));
     }
-    return aSegments;
+    return segments;
 }
