@@ -67,7 +67,7 @@ static void TryEveryByte(const Codec& objCodec, const std::vector<std::uint8_t>&
             aChanged[n] = static_cast<std::uint8_t>(lValue);
             // A size that was made large is allowed, and then takes its time: what is looked for lies
             // elsewhere.
-            const bool bSizeField = &objCodec == &codecEmf ? n >= 24 && n < 88 : n < 18;
+            const bool bSizeField = &objCodec == &kEmfCodec ? n >= 24 && n < 88 : n < 18;
             if (!bSizeField)
                 aDecoded(objCodec, aChanged);
         }
@@ -75,12 +75,12 @@ static void TryEveryByte(const Codec& objCodec, const std::vector<std::uint8_t>&
 
 TEST(MetafileSafety, EmfStandsAnyByteChanged)
 {
-    TryEveryByte(codecEmf, aRichEmf());
+    TryEveryByte(kEmfCodec, aRichEmf());
 }
 
 TEST(MetafileSafety, WmfStandsAnyByteChanged)
 {
-    TryEveryByte(codecWmf, aRichWmf());
+    TryEveryByte(kWmfCodec, aRichWmf());
 }
 
 TEST(MetafileSafety, StandsCoordinatesThatAreNoNumbersOrTooFar)
@@ -103,7 +103,7 @@ TEST(MetafileSafety, StandsCoordinatesThatAreNoNumbersOrTooFar)
     objMaker.StretchDib(objDib24(1, {kRed}), {0, 0, 9, 9}, {-kFar, -kFar, kFar, kFar});
     objMaker.Record(Emr::OffsetClip, {kFar, -kFar}).Record(Emr::ExcludeClipRect, {-kFar, -kFar, kFar, kFar});
 
-    EXPECT_TRUE(aDecoded(codecEmf, objMaker.aFile()).has_value());
+    EXPECT_TRUE(aDecoded(kEmfCodec, objMaker.aFile()).has_value());
 }
 
 TEST(MetafileSafety, RefusesDashesWithoutEnd)
@@ -113,7 +113,7 @@ TEST(MetafileSafety, RefusesDashesWithoutEnd)
     for (int n = 0; n < 3000; ++n)
         objMaker.Record(Emr::MoveTo, {-1000000, n % 100}).Record(Emr::LineTo, {1000000, n % 100 + 1});
 
-    EXPECT_FALSE(aDecoded(codecEmf, objMaker.aFile()).has_value());
+    EXPECT_FALSE(aDecoded(kEmfCodec, objMaker.aFile()).has_value());
 }
 
 TEST(MetafileSafety, RefusesStatesSavedWithoutEnd)
@@ -122,7 +122,7 @@ TEST(MetafileSafety, RefusesStatesSavedWithoutEnd)
     for (int n = 0; n < 5000; ++n)
         objMaker.Record(Emr::SaveDc);
 
-    EXPECT_FALSE(aDecoded(codecEmf, objMaker.aFile()).has_value());
+    EXPECT_FALSE(aDecoded(kEmfCodec, objMaker.aFile()).has_value());
 }
 
 TEST(MetafileSafety, RefusesABitmapThatClaimsMoreThanItHolds)
@@ -132,7 +132,7 @@ TEST(MetafileSafety, RefusesABitmapThatClaimsMoreThanItHolds)
     objHeader.U32Le({40, 60000, 60000}).U16Le({1, 24}).Zeros(24);
     objDib.objHeader = objHeader;
 
-    EXPECT_FALSE(aDecoded(codecEmf, EmfMaker(10, 10).StretchDib(objDib, {0, 0, 9, 9}, {0, 0, 9, 9}).aFile())
+    EXPECT_FALSE(aDecoded(kEmfCodec, EmfMaker(10, 10).StretchDib(objDib, {0, 0, 9, 9}, {0, 0, 9, 9}).aFile())
                      .has_value());
 }
 
@@ -143,5 +143,5 @@ TEST(MetafileSafety, LeavesOutAPatternThatIsBrokenOrNone)
     objData.U32Le({1, 0, 32, 40, 72, 4, 40, 60, 60}).U16Le({1, 24}).Zeros(24).U32Le({0});
     objMaker.Record(Emr::CreateDibBrush, objData).Select(1).Record(Emr::Rectangle, {0, 0, 9, 9});
 
-    EXPECT_TRUE(aDecoded(codecEmf, objMaker.aFile()).has_value());
+    EXPECT_TRUE(aDecoded(kEmfCodec, objMaker.aFile()).has_value());
 }

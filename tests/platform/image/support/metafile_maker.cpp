@@ -295,12 +295,12 @@ static ImageBuffer aPlayed(const Codec& objCodec, const std::vector<std::uint8_t
 
 ImageBuffer aPlayed(const EmfMaker& objMaker)
 {
-    return aPlayed(codecEmf, objMaker.aFile());
+    return aPlayed(kEmfCodec, objMaker.aFile());
 }
 
 ImageBuffer aPlayed(const WmfMaker& objMaker)
 {
-    return aPlayed(codecWmf, objMaker.aFile());
+    return aPlayed(kWmfCodec, objMaker.aFile());
 }
 
 std::uint32_t nColorAt(const ImageBuffer& aImage, std::int32_t x, std::int32_t y)

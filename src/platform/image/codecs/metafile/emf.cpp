@@ -21,120 +21,118 @@ static constexpr std::uint32_t kComment = 70;
 static constexpr std::uint32_t kStretchDibits = 81;
 static constexpr std::uint32_t kSourceCopy = 0x00CC0020;
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    return bIsEmf(aHead);
+    return IsEmf(head);
 }
 
 // From the pixels of the reference device to those of the picture.
-static void SetMapping(const EmfHeader& objHeader, MetafileRequest& objRequest)
+static void SetMapping(const EmfHeader& header, MetafileRequest& request)
 {
-    const double dPixelX = objHeader.lWidth / objHeader.dFrameWidth;
-    const double dPixelY = objHeader.lHeight / objHeader.dFrameHeight;
-    objRequest.dScaleX = 100 / objHeader.dDotsPerMillimetreX * dPixelX;
-    objRequest.dScaleY = 100 / objHeader.dDotsPerMillimetreY * dPixelY;
-    objRequest.dOffsetX = -objHeader.dFrameLeft * dPixelX;
-    objRequest.dOffsetY = -objHeader.dFrameTop * dPixelY;
-    objRequest.dDotsPerMillimetreX = objHeader.dDotsPerMillimetreX;
-    objRequest.dDotsPerMillimetreY = objHeader.dDotsPerMillimetreY;
+    const double pixel_x = header.width / header.frame_width;
+    const double pixel_y = header.height / header.frame_height;
+    request.dScaleX = 100 / header.dots_per_millimetre_x * pixel_x;
+    request.dScaleY = 100 / header.dots_per_millimetre_y * pixel_y;
+    request.dOffsetX = -header.frame_left * pixel_x;
+    request.dOffsetY = -header.frame_top * pixel_y;
+    request.dDotsPerMillimetreX = header.dots_per_millimetre_x;
+    request.dDotsPerMillimetreY = header.dots_per_millimetre_y;
 }
 
 // The bitmap of a record that lays all of it on all of the picture.
-static bool bCoversAll(Bytes aRecord, const EmfHeader& objHeader, const MetafileRequest& objRequest,
-                       ImageBuffer& aImage)
+static bool CoversAll(Bytes record, const EmfHeader& header, const MetafileRequest& request,
+                      ImageBuffer& image)
 {
-    ByteReader rd(aRecord);
-    rd.Take(8 + 16);  // type, size, bounds
-    const double dLeft = rd.I32Le();
-    const double dTop = rd.I32Le();
-    const std::int32_t lSourceX = rd.I32Le();
-    const std::int32_t lSourceY = rd.I32Le();
-    const std::int32_t lSourceWidth = rd.I32Le();
-    const std::int32_t lSourceHeight = rd.I32Le();
-    const std::uint64_t nHeaderOffset = rd.U32Le();
-    const std::uint64_t nHeaderSize = rd.U32Le();
-    const std::uint64_t nBitsOffset = rd.U32Le();
-    const std::uint64_t nBitsSize = rd.U32Le();
-    const std::uint32_t nUsage = rd.U32Le();
-    const std::uint32_t nRop = rd.U32Le();
-    const double dWidth = rd.I32Le();
-    const double dHeight = rd.I32Le();
-    const auto bAt = [](double dScale, double dOffset, double d, double dWanted) {
-        return std::floor(d * dScale + dOffset + 0.5) == dWanted;
+    ByteReader reader(record);
+    reader.Take(8 + 16);  // type, size, bounds
+    const double left = reader.I32Le();
+    const double top = reader.I32Le();
+    const std::int32_t source_x = reader.I32Le();
+    const std::int32_t source_y = reader.I32Le();
+    const std::int32_t source_width = reader.I32Le();
+    const std::int32_t source_height = reader.I32Le();
+    const std::uint64_t header_offset = reader.U32Le();
+    const std::uint64_t header_size = reader.U32Le();
+    const std::uint64_t bits_offset = reader.U32Le();
+    const std::uint64_t bits_size = reader.U32Le();
+    const std::uint32_t usage = reader.U32Le();
+    const std::uint32_t rop = reader.U32Le();
+    const double width = reader.I32Le();
+    const double height = reader.I32Le();
+    const auto at = [](double scale, double offset, double d, double wanted) {
+        return std::floor(d * scale + offset + 0.5) == wanted;
     };
-    const bool bPlaced = bAt(objRequest.dScaleX, objRequest.dOffsetX, dLeft, 0) &&
-                         bAt(objRequest.dScaleY, objRequest.dOffsetY, dTop, 0) &&
-                         bAt(objRequest.dScaleX, objRequest.dOffsetX, dLeft + dWidth, objHeader.lWidth) &&
-                         bAt(objRequest.dScaleY, objRequest.dOffsetY, dTop + dHeight, objHeader.lHeight);
-    const bool bWhole = lSourceX == 0 && lSourceY == 0 && lSourceWidth == objHeader.lWidth &&
-                        lSourceHeight == objHeader.lHeight;
-    if (rd.Failed() || !bPlaced || !bWhole || nUsage != 0 || nRop != kSourceCopy ||
-        nHeaderOffset + nHeaderSize > aRecord.size() || nBitsOffset + nBitsSize > aRecord.size())
+    const bool placed = at(request.dScaleX, request.dOffsetX, left, 0) &&
+                        at(request.dScaleY, request.dOffsetY, top, 0) &&
+                        at(request.dScaleX, request.dOffsetX, left + width, header.width) &&
+                        at(request.dScaleY, request.dOffsetY, top + height, header.height);
+    const bool whole =
+        source_x == 0 && source_y == 0 && source_width == header.width && source_height == header.height;
+    if (reader.Failed() || !placed || !whole || usage != 0 || rop != kSourceCopy ||
+        header_offset + header_size > record.size() || bits_offset + bits_size > record.size())
         return false;
-    return bDecodeOnlyBitmap(aRecord.subspan(nHeaderOffset, nHeaderSize),
-                             aRecord.subspan(nBitsOffset, nBitsSize), objHeader.lWidth, objHeader.lHeight,
-                             aImage);
+    return DecodeOnlyBitmap(record.subspan(header_offset, header_size),
+                            record.subspan(bits_offset, bits_size), header.width, header.height, image);
 }
 
 // A metafile that does nothing but show one picture is that picture, grey if it is grey, and needs no player.
-static bool bOnlyPicture(Bytes aFile, const EmfHeader& objHeader, const MetafileRequest& objRequest,
-                         ImageBuffer& aImage)
+static bool DecodeIfOnlyBitmap(Bytes file, const EmfHeader& header, const MetafileRequest& request,
+                               ImageBuffer& image)
 {
-    Bytes aPicture;
-    Bytes aLeft = aFile.subspan(objHeader.nSize);
+    Bytes picture;
+    Bytes left = file.subspan(header.size);
     for (;;) {
-        ByteReader rd(aLeft);
-        const std::uint32_t nType = rd.U32Le();
-        const std::uint32_t nSize = rd.U32Le();
-        if (nType == kEndRecord)
+        ByteReader reader(left);
+        const std::uint32_t type = reader.U32Le();
+        const std::uint32_t size = reader.U32Le();
+        if (type == kEndRecord)
             break;
-        if (nType == kStretchDibits && aPicture.empty())
-            aPicture = aLeft.first(nSize);
-        else if (nType != kSetStretchBltMode && nType != kComment)
+        if (type == kStretchDibits && picture.empty())
+            picture = left.first(size);
+        else if (type != kSetStretchBltMode && type != kComment)
             return false;
-        aLeft = aLeft.subspan(nSize);
+        left = left.subspan(size);
     }
-    return !aPicture.empty() && bCoversAll(aPicture, objHeader, objRequest, aImage);
+    return !picture.empty() && CoversAll(picture, header, request, image);
 }
 
-static bool bDecode(InputFile& objFile, const EmfHeader& objHeader, ImageBuffer& aImage)
+static bool Decode(InputFile& file, const EmfHeader& header, ImageBuffer& image)
 {
-    const auto nWidth = static_cast<std::uint64_t>(objHeader.lWidth);
-    const auto nHeight = static_cast<std::uint64_t>(objHeader.lHeight);
-    if (!IsSizeAllowed(nWidth, nHeight))
+    const auto width = static_cast<std::uint64_t>(header.width);
+    const auto height = static_cast<std::uint64_t>(header.height);
+    if (!IsSizeAllowed(width, height))
         return false;
-    const Bytes aFile = objFile.All();
-    if (!bEmfIsWhole(aFile))
+    const Bytes bytes = file.All();
+    if (!IsWholeEmf(bytes))
         return false;
-    MetafileRequest objRequest;
-    objRequest.bEnhanced = true;
-    objRequest.aRecords = aFile;
-    objRequest.nObjects = objHeader.nObjects;
-    objRequest.lWidth = objHeader.lWidth;
-    objRequest.lHeight = objHeader.lHeight;
-    objRequest.DecodeDib = DecodeDib;
-    SetMapping(objHeader, objRequest);
-    ImageBuffer aResult;
-    if (!bOnlyPicture(aFile, objHeader, objRequest, aResult)) {
-        const MetafileModule objModule = objMetafileModule();
-        if (!objModule.pPlay || !Allocate(aResult, nWidth, nHeight, 3))
+    MetafileRequest request;
+    request.bEnhanced = true;
+    request.aRecords = bytes;
+    request.nObjects = header.objects;
+    request.lWidth = header.width;
+    request.lHeight = header.height;
+    request.DecodeDib = DecodeDib;
+    SetMapping(header, request);
+    ImageBuffer result;
+    if (!DecodeIfOnlyBitmap(bytes, header, request, result)) {
+        const MetafileModule module = LoadMetafileModule();
+        if (!module.play || !Allocate(result, width, height, 3))
             return false;
-        objRequest.pPixels = aResult.bytes.data();
-        if (!objModule.pPlay(&objRequest))
+        request.pPixels = result.bytes.data();
+        if (!module.play(&request))
             return false;
     }
-    aResult.dots_per_inch_x = aResult.dots_per_inch_y = kPixelsPerInch;
-    aImage = std::move(aResult);
+    result.dots_per_inch_x = result.dots_per_inch_y = kPixelsPerInch;
+    image = std::move(result);
     return true;
 }
 
-static std::unique_ptr<ImageDecoder> Open(InputFile& objFile)
+static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {
-    const auto objHeader = objReadEmfHeader(objFile.Head());
-    if (!objHeader)
+    const auto header = ReadEmfHeader(file.Head());
+    if (!header)
         return nullptr;
-    return pSinglePage(
-        [&objFile, objHeader](ImageBuffer& aImage) { return bDecode(objFile, *objHeader, aImage); });
+    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
 }
 
-const Codec codecEmf{kEmfType, false, false, Sniff, Open, bWriteEmf};
+const Codec kEmfCodec{kEmfType, false, false, Sniff, Open, EncodeEmf};

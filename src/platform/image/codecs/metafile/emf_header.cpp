@@ -13,80 +13,80 @@ static constexpr std::uint64_t kMarkOffset = 40;
 static constexpr double kHundredthsPerInch = 2540;
 static constexpr double kPixelsPerInch = 96;
 
-bool bIsEmf(Bytes aHead)
+bool IsEmf(Bytes head)
 {
-    ByteReader rd(aHead);
-    const bool bRecord = rd.U32Le() == kHeaderRecord && rd.U32Le() >= kLeastHeader;
-    rd.Take(kMarkOffset - 8);
-    return bRecord && rd.U32Le() == kMark;
+    ByteReader reader(head);
+    const bool valid_record = reader.U32Le() == kHeaderRecord && reader.U32Le() >= kLeastHeader;
+    reader.Take(kMarkOffset - 8);
+    return valid_record && reader.U32Le() == kMark;
 }
 
-static std::int32_t lPixels(double dHundredths)
+static std::int32_t ToPixels(double hundredths)
 {
-    const double d = std::floor(dHundredths / kHundredthsPerInch * kPixelsPerInch + 0.5);
+    const double d = std::floor(hundredths / kHundredthsPerInch * kPixelsPerInch + 0.5);
     return d < 1 ? 1 : d > 1e9 ? 1'000'000'000 : static_cast<std::int32_t>(d);
 }
 
-std::optional<EmfHeader> objReadEmfHeader(Bytes aFile)
+std::optional<EmfHeader> ReadEmfHeader(Bytes file)
 {
-    if (!bIsEmf(aFile))
+    if (!IsEmf(file))
         return std::nullopt;
-    ByteReader rd(aFile);
-    EmfHeader objHeader;
-    rd.U32Le();
-    objHeader.nSize = rd.U32Le();
-    double aBounds[4], aFrame[4];
-    for (double& d : aBounds)
-        d = rd.I32Le();
-    for (double& d : aFrame)
-        d = rd.I32Le();
-    rd.Take(4 + 4 + 4 + 4);  // mark, version, bytes, records
-    objHeader.nObjects = rd.U16Le();
-    rd.Take(2 + 4 + 4 + 4);  // reserved, description, palette
-    const double dDeviceX = rd.I32Le();
-    const double dDeviceY = rd.I32Le();
-    double dMillimetresX = rd.I32Le();
-    double dMillimetresY = rd.I32Le();
-    if (rd.Failed())
+    ByteReader reader(file);
+    EmfHeader header;
+    reader.U32Le();
+    header.size = reader.U32Le();
+    double bounds[4], frame[4];
+    for (double& d : bounds)
+        d = reader.I32Le();
+    for (double& d : frame)
+        d = reader.I32Le();
+    reader.Take(4 + 4 + 4 + 4);  // mark, version, bytes, records
+    header.objects = reader.U16Le();
+    reader.Take(2 + 4 + 4 + 4);  // reserved, description, palette
+    const double device_x = reader.I32Le();
+    const double device_y = reader.I32Le();
+    double millimetres_x = reader.I32Le();
+    double millimetres_y = reader.I32Le();
+    if (reader.Failed())
         return std::nullopt;
-    if (objHeader.nSize >= kHeaderWithMicrometres && (dMillimetresX <= 0 || dMillimetresY <= 0)) {
-        rd.Take(12);  // pixel format
-        dMillimetresX = rd.I32Le() / 1000.0;
-        dMillimetresY = rd.I32Le() / 1000.0;
+    if (header.size >= kHeaderWithMicrometres && (millimetres_x <= 0 || millimetres_y <= 0)) {
+        reader.Take(12);  // pixel format
+        millimetres_x = reader.I32Le() / 1000.0;
+        millimetres_y = reader.I32Le() / 1000.0;
     }
-    const auto dDots = [](double dDevice, double dMillimetres) {
-        return dDevice > 0 && dMillimetres > 0 ? dDevice / dMillimetres : kPixelsPerInch / 25.4;
+    const auto dots = [](double device, double millimetres) {
+        return device > 0 && millimetres > 0 ? device / millimetres : kPixelsPerInch / 25.4;
     };
-    objHeader.dDotsPerMillimetreX = dDots(dDeviceX, dMillimetresX);
-    objHeader.dDotsPerMillimetreY = dDots(dDeviceY, dMillimetresY);
-    if (aFrame[2] <= aFrame[0] || aFrame[3] <= aFrame[1]) {
+    header.dots_per_millimetre_x = dots(device_x, millimetres_x);
+    header.dots_per_millimetre_y = dots(device_y, millimetres_y);
+    if (frame[2] <= frame[0] || frame[3] <= frame[1]) {
         // No frame: the bounds of what is drawn, whose last row and column count in.
         for (int n = 0; n < 4; ++n)
-            aFrame[n] = (aBounds[n] + (n >= 2 ? 1 : 0)) * 100 /
-                        (n % 2 == 0 ? objHeader.dDotsPerMillimetreX : objHeader.dDotsPerMillimetreY);
-        if (aBounds[2] < aBounds[0] || aBounds[3] < aBounds[1])
+            frame[n] = (bounds[n] + (n >= 2 ? 1 : 0)) * 100 /
+                       (n % 2 == 0 ? header.dots_per_millimetre_x : header.dots_per_millimetre_y);
+        if (bounds[2] < bounds[0] || bounds[3] < bounds[1])
             return std::nullopt;
     }
-    objHeader.dFrameLeft = aFrame[0];
-    objHeader.dFrameTop = aFrame[1];
-    objHeader.dFrameWidth = aFrame[2] - aFrame[0];
-    objHeader.dFrameHeight = aFrame[3] - aFrame[1];
-    objHeader.lWidth = lPixels(objHeader.dFrameWidth);
-    objHeader.lHeight = lPixels(objHeader.dFrameHeight);
-    return objHeader;
+    header.frame_left = frame[0];
+    header.frame_top = frame[1];
+    header.frame_width = frame[2] - frame[0];
+    header.frame_height = frame[3] - frame[1];
+    header.width = ToPixels(header.frame_width);
+    header.height = ToPixels(header.frame_height);
+    return header;
 }
 
-bool bEmfIsWhole(Bytes aFile)
+bool IsWholeEmf(Bytes file)
 {
-    Bytes aLeft = aFile;
+    Bytes left = file;
     for (;;) {
-        ByteReader rd(aLeft);
-        const std::uint32_t nType = rd.U32Le();
-        const std::uint32_t nSize = rd.U32Le();
-        if (rd.Failed() || nSize < 8 || nSize > aLeft.size())
+        ByteReader reader(left);
+        const std::uint32_t type = reader.U32Le();
+        const std::uint32_t size = reader.U32Le();
+        if (reader.Failed() || size < 8 || size > left.size())
             return false;
-        if (nType == kEndRecord)
+        if (type == kEndRecord)
             return true;
-        aLeft = aLeft.subspan(nSize);
+        left = left.subspan(size);
     }
 }

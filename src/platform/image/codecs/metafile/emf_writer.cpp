@@ -23,115 +23,114 @@ static constexpr std::uint32_t kDeviceMillimetresWide = 508;
 static constexpr std::uint32_t kDeviceMillimetresHigh = 381;
 
 // The rest of a UTF-8 character whose first byte is given: how many bytes follow.
-static std::size_t nFollowing(std::uint8_t nFirst)
+static std::size_t Following(std::uint8_t first)
 {
-    return nFirst >= 0xF0 ? 3 : nFirst >= 0xE0 ? 2 : nFirst >= 0xC0 ? 1 : 0;
+    return first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
 }
 
-static void AppendUtf16(std::vector<std::uint16_t>& aWords, const std::string& sText)
+static void AppendUtf16(std::vector<std::uint16_t>& words, const std::string& text)
 {
-    for (std::size_t n = 0; n < sText.size();) {
-        const auto nFirst = static_cast<std::uint8_t>(sText[n++]);
-        const std::size_t nMore = nFollowing(nFirst);
-        std::uint32_t nCode = nMore == 0 ? nFirst : nFirst & (0x3Fu >> nMore);
-        for (std::size_t i = 0; i < nMore && n < sText.size(); ++i)
-            nCode = nCode << 6 | (static_cast<std::uint8_t>(sText[n++]) & 0x3F);
-        if (nCode >= 0x10000 && nCode <= 0x10FFFF) {
-            aWords.push_back(static_cast<std::uint16_t>(0xD800 + ((nCode - 0x10000) >> 10)));
-            aWords.push_back(static_cast<std::uint16_t>(0xDC00 + ((nCode - 0x10000) & 0x3FF)));
-        } else if (nCode != 0)
-            aWords.push_back(static_cast<std::uint16_t>(nCode));
+    for (std::size_t n = 0; n < text.size();) {
+        const auto first = static_cast<std::uint8_t>(text[n++]);
+        const std::size_t more = Following(first);
+        std::uint32_t code = more == 0 ? first : first & (0x3Fu >> more);
+        for (std::size_t i = 0; i < more && n < text.size(); ++i)
+            code = code << 6 | (static_cast<std::uint8_t>(text[n++]) & 0x3F);
+        if (code >= 0x10000 && code <= 0x10FFFF) {
+            words.push_back(static_cast<std::uint16_t>(0xD800 + ((code - 0x10000) >> 10)));
+            words.push_back(static_cast<std::uint16_t>(0xDC00 + ((code - 0x10000) & 0x3FF)));
+        } else if (code != 0)
+            words.push_back(static_cast<std::uint16_t>(code));
     }
 }
 
 // The program's name and what the user says of the picture, each ended by a zero, and one zero more.
-static std::vector<std::uint16_t> aDescription(const ImageInfoTexts& objTexts)
+static std::vector<std::uint16_t> Description(const ImageInfoTexts& texts)
 {
-    std::string sAbout;
-    for (const std::string* pText :
-         {&objTexts.sTitle, &objTexts.sDescription, &objTexts.sAuthor, &objTexts.sCopyright})
-        if (!pText->empty())
-            sAbout += (sAbout.empty() ? "" : "; ") + *pText;
-    std::vector<std::uint16_t> aWords;
-    if (sAbout.empty())
-        return aWords;
-    AppendUtf16(aWords, "Varnel");
-    aWords.push_back(0);
-    AppendUtf16(aWords, sAbout);
-    aWords.push_back(0);
-    aWords.push_back(0);
-    return aWords;
+    std::string about;
+    for (const std::string* text : {&texts.sTitle, &texts.sDescription, &texts.sAuthor, &texts.sCopyright})
+        if (!text->empty())
+            about += (about.empty() ? "" : "; ") + *text;
+    std::vector<std::uint16_t> words;
+    if (about.empty())
+        return words;
+    AppendUtf16(words, "Varnel");
+    words.push_back(0);
+    AppendUtf16(words, about);
+    words.push_back(0);
+    words.push_back(0);
+    return words;
 }
 
-static std::uint32_t nFrame(std::int32_t lPixels)
+static std::uint32_t FrameExtent(std::int32_t pixels)
 {
-    return static_cast<std::uint32_t>(std::lround(lPixels * 2540.0 / 96));
+    return static_cast<std::uint32_t>(std::lround(pixels * 2540.0 / 96));
 }
 
-static void WriteHeader(const ImageBuffer& aImage, const std::vector<std::uint16_t>& aAbout,
-                        std::uint32_t nHeaderSize, std::uint32_t nFileSize, OutputFile& objOut)
+static void WriteHeader(const ImageBuffer& image, const std::vector<std::uint16_t>& about,
+                        std::uint32_t header_size, std::uint32_t file_size, OutputFile& out)
 {
-    const auto nWidth = static_cast<std::uint32_t>(aImage.width);
-    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
-    for (const std::uint32_t n : {1u, nHeaderSize,                  // header record
-                                  0u, 0u, nWidth - 1, nHeight - 1,  // bounds: the last pixel included
-                                  0u, 0u, nFrame(aImage.width), nFrame(aImage.height), 0x464D4520u, 0x10000u,
-                                  nFileSize, 4u})  // mark, version, bytes, records
-        objOut.WriteU32Le(n);
-    objOut.WriteU16Le(1);  // objects: the metafile itself
-    objOut.WriteU16Le(0);
-    const auto nWords = static_cast<std::uint32_t>(aAbout.size());
-    for (const std::uint32_t n : {nWords, nWords == 0 ? 0u : kHeaderSize, 0u,  // description, palette
+    const auto width = static_cast<std::uint32_t>(image.width);
+    const auto height = static_cast<std::uint32_t>(image.height);
+    for (const std::uint32_t n : {1u, header_size,                // header record
+                                  0u, 0u, width - 1, height - 1,  // bounds: the last pixel included
+                                  0u, 0u, FrameExtent(image.width), FrameExtent(image.height), 0x464D4520u,
+                                  0x10000u, file_size, 4u})  // mark, version, bytes, records
+        out.WriteU32Le(n);
+    out.WriteU16Le(1);  // objects: the metafile itself
+    out.WriteU16Le(0);
+    const auto words = static_cast<std::uint32_t>(about.size());
+    for (const std::uint32_t n : {words, words == 0 ? 0u : kHeaderSize, 0u,  // description, palette
                                   kDeviceWidth, kDeviceHeight, kDeviceMillimetresWide, kDeviceMillimetresHigh,
                                   0u, 0u, 0u,  // pixel format
                                   kDeviceMillimetresWide * 1000, kDeviceMillimetresHigh * 1000})
-        objOut.WriteU32Le(n);
-    for (const std::uint16_t nWord : aAbout)
-        objOut.WriteU16Le(nWord);
-    if (aAbout.size() % 2 != 0)
-        objOut.WriteU16Le(0);
+        out.WriteU32Le(n);
+    for (const std::uint16_t word : about)
+        out.WriteU16Le(word);
+    if (about.size() % 2 != 0)
+        out.WriteU16Le(0);
 }
 
-bool bWriteEmf(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
+bool EncodeEmf(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    const std::vector<std::uint16_t> aAbout = aDescription(objSettings.objTexts);
-    const std::uint64_t nHeaderSize = kHeaderSize + (aAbout.size() + 1) / 2 * 4;
-    const std::uint64_t nDib = nMetafileDibHeaderSize(aImage) + nMetafileDibBitsSize(aImage);
-    const std::uint64_t nFileSize = nHeaderSize + kStretchModeSize + kBitmapRecordSize + nDib + kEndSize;
-    if (nFileSize > std::numeric_limits<std::uint32_t>::max())
+    const std::vector<std::uint16_t> about = Description(settings.objTexts);
+    const std::uint64_t header_size = kHeaderSize + (about.size() + 1) / 2 * 4;
+    const std::uint64_t dib = MetafileDibHeaderSize(image) + MetafileDibBitsSize(image);
+    const std::uint64_t file_size = header_size + kStretchModeSize + kBitmapRecordSize + dib + kEndSize;
+    if (file_size > std::numeric_limits<std::uint32_t>::max())
         return false;
-    WriteHeader(aImage, aAbout, static_cast<std::uint32_t>(nHeaderSize),
-                static_cast<std::uint32_t>(nFileSize), objOut);
+    WriteHeader(image, about, static_cast<std::uint32_t>(header_size), static_cast<std::uint32_t>(file_size),
+                out);
     for (const std::uint32_t n : {21u, kStretchModeSize, kColorOnColor})
-        objOut.WriteU32Le(n);
+        out.WriteU32Le(n);
 
-    const auto nWidth = static_cast<std::uint32_t>(aImage.width);
-    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
-    const std::uint32_t nDibHeader = nMetafileDibHeaderSize(aImage);
+    const auto width = static_cast<std::uint32_t>(image.width);
+    const auto height = static_cast<std::uint32_t>(image.height);
+    const std::uint32_t dib_header = MetafileDibHeaderSize(image);
     for (const std::uint32_t n : {81u,
-                                  static_cast<std::uint32_t>(kBitmapRecordSize + nDib),
+                                  static_cast<std::uint32_t>(kBitmapRecordSize + dib),
                                   0u,
                                   0u,
-                                  nWidth - 1,
-                                  nHeight - 1,  // bounds
+                                  width - 1,
+                                  height - 1,  // bounds
                                   0u,
                                   0u,
                                   0u,
                                   0u,
-                                  nWidth,
-                                  nHeight,  // target and source corner, source size
+                                  width,
+                                  height,  // target and source corner, source size
                                   kBitmapRecordSize,
-                                  nDibHeader,
-                                  kBitmapRecordSize + nDibHeader,
-                                  static_cast<std::uint32_t>(nMetafileDibBitsSize(aImage)),
+                                  dib_header,
+                                  kBitmapRecordSize + dib_header,
+                                  static_cast<std::uint32_t>(MetafileDibBitsSize(image)),
                                   0u,
                                   kSourceCopy,
-                                  nWidth,
-                                  nHeight})
-        objOut.WriteU32Le(n);
-    if (!bWriteMetafileDib(aImage, objOut))
+                                  width,
+                                  height})
+        out.WriteU32Le(n);
+    if (!WriteMetafileDib(image, out))
         return false;
     for (const std::uint32_t n : {14u, kEndSize, 0u, 0x10u, kEndSize})
-        objOut.WriteU32Le(n);
-    return !objOut.Failed();
+        out.WriteU32Le(n);
+    return !out.Failed();
 }

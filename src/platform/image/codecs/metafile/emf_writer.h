@@ -6,4 +6,4 @@
 
 /// A metafile of the picture's size at 96 pixels an inch, with one bitmap record. Title, description, author
 /// and copyright make its description.
-bool bWriteEmf(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut);
+bool EncodeEmf(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

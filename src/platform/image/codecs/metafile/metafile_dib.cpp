@@ -11,57 +11,57 @@
 static constexpr std::uint32_t kHeaderSize = 40;
 static constexpr std::uint32_t kGreyPaletteSize = 256 * 4;
 
-static std::uint64_t nStride(const ImageBuffer& aImage)
+static std::uint64_t Stride(const ImageBuffer& image)
 {
-    const auto nRow = static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.channels);
-    return (nRow + 3) / 4 * 4;
+    const auto row = static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.channels);
+    return (row + 3) / 4 * 4;
 }
 
-std::uint32_t nMetafileDibHeaderSize(const ImageBuffer& aImage)
+std::uint32_t MetafileDibHeaderSize(const ImageBuffer& image)
 {
-    return kHeaderSize + (aImage.channels == 1 ? kGreyPaletteSize : 0);
+    return kHeaderSize + (image.channels == 1 ? kGreyPaletteSize : 0);
 }
 
-std::uint64_t nMetafileDibBitsSize(const ImageBuffer& aImage)
+std::uint64_t MetafileDibBitsSize(const ImageBuffer& image)
 {
-    return nStride(aImage) * static_cast<std::uint64_t>(aImage.height);
+    return Stride(image) * static_cast<std::uint64_t>(image.height);
 }
 
-bool bWriteMetafileDib(const ImageBuffer& aImage, OutputFile& objOut)
+bool WriteMetafileDib(const ImageBuffer& image, OutputFile& out)
 {
-    const bool bGrey = aImage.channels == 1;
-    objOut.WriteU32Le(kHeaderSize);
-    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.width));
-    objOut.WriteU32Le(static_cast<std::uint32_t>(aImage.height));
-    objOut.WriteU16Le(1);
-    objOut.WriteU16Le(bGrey ? 8 : 24);
-    objOut.WriteU32Le(0);  // not compressed
-    objOut.WriteU32Le(static_cast<std::uint32_t>(nMetafileDibBitsSize(aImage)));
-    objOut.WriteU32Le(0);  // resolution: not said
-    objOut.WriteU32Le(0);
-    objOut.WriteU32Le(bGrey ? 256 : 0);  // colours used: some readers don't know that 0 means all
-    objOut.WriteU32Le(0);
-    for (std::uint32_t n = 0; bGrey && n < 256; ++n)
-        objOut.WriteU32Le(n * 0x10101);
-    std::vector<std::uint8_t> aRow(nStride(aImage));
-    const auto nRow = static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
-    for (auto y = static_cast<std::size_t>(aImage.height); y-- > 0 && !objOut.Failed();) {
-        std::memcpy(aRow.data(), aImage.bytes.data() + y * nRow, nRow);
-        objOut.Write(aRow);
+    const bool is_grey = image.channels == 1;
+    out.WriteU32Le(kHeaderSize);
+    out.WriteU32Le(static_cast<std::uint32_t>(image.width));
+    out.WriteU32Le(static_cast<std::uint32_t>(image.height));
+    out.WriteU16Le(1);
+    out.WriteU16Le(is_grey ? 8 : 24);
+    out.WriteU32Le(0);  // not compressed
+    out.WriteU32Le(static_cast<std::uint32_t>(MetafileDibBitsSize(image)));
+    out.WriteU32Le(0);  // resolution: not said
+    out.WriteU32Le(0);
+    out.WriteU32Le(is_grey ? 256 : 0);  // colours used: some readers don't know that 0 means all
+    out.WriteU32Le(0);
+    for (std::uint32_t n = 0; is_grey && n < 256; ++n)
+        out.WriteU32Le(n * 0x10101);
+    std::vector<std::uint8_t> row(Stride(image));
+    const auto row_index = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
+    for (auto y = static_cast<std::size_t>(image.height); y-- > 0 && !out.Failed();) {
+        std::memcpy(row.data(), image.bytes.data() + y * row_index, row_index);
+        out.Write(row);
     }
-    return !objOut.Failed();
+    return !out.Failed();
 }
 
-bool bDecodeOnlyBitmap(Bytes aHeader, Bytes aBits, std::int32_t lWidth, std::int32_t lHeight,
-                       ImageBuffer& aImage)
+bool DecodeOnlyBitmap(Bytes header_bytes, Bytes bits, std::int32_t width, std::int32_t height,
+                      ImageBuffer& image)
 {
-    DibHeader objHeader;
-    ImageBuffer aResult;
-    if (!ReadDibHeader(aHeader, objHeader) || objHeader.storage != DibStorage::kRaw ||
-        objHeader.width != static_cast<std::uint64_t>(lWidth) ||
-        objHeader.height != static_cast<std::uint64_t>(lHeight) || DibChannels(objHeader) == 4 ||
-        !DecodeDibBits(objHeader, aBits, aResult))
+    DibHeader header;
+    ImageBuffer result;
+    if (!ReadDibHeader(header_bytes, header) || header.storage != DibStorage::kRaw ||
+        header.width != static_cast<std::uint64_t>(width) ||
+        header.height != static_cast<std::uint64_t>(height) || DibChannels(header) == 4 ||
+        !DecodeDibBits(header, bits, result))
         return false;
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }

@@ -10,13 +10,13 @@
 class OutputFile;
 
 /// Bytes of the header with its palette: 8 bits for a grey picture, 24 for any other.
-std::uint32_t nMetafileDibHeaderSize(const ImageBuffer& aImage);
+std::uint32_t MetafileDibHeaderSize(const ImageBuffer& image);
 /// Bytes of the rows, each filled up to four.
-std::uint64_t nMetafileDibBitsSize(const ImageBuffer& aImage);
+std::uint64_t MetafileDibBitsSize(const ImageBuffer& image);
 /// Header, palette and rows, the last row first.
-bool bWriteMetafileDib(const ImageBuffer& aImage, OutputFile& objOut);
+bool WriteMetafileDib(const ImageBuffer& image, OutputFile& out);
 
-/// True when a bitmap of these bytes, decoded into aImage, is a plain opaque picture of the given size: what
-/// a metafile that does nothing but show it looks like. aImage is untouched otherwise.
-bool bDecodeOnlyBitmap(Bytes aHeader, Bytes aBits, std::int32_t lWidth, std::int32_t lHeight,
-                       ImageBuffer& aImage);
+/// True when a bitmap of these bytes, decoded into image, is a plain opaque picture of the given size: what
+/// a metafile that does nothing but show it looks like. image is untouched otherwise.
+bool DecodeOnlyBitmap(Bytes header_bytes, Bytes bits, std::int32_t width, std::int32_t height,
+                      ImageBuffer& image);

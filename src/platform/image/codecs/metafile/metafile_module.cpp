@@ -5,11 +5,11 @@
 
 static constexpr char kFileName[] = "libvarnel_metafile.so";
 
-MetafileModule objMetafileModule()
+MetafileModule LoadMetafileModule()
 {
-    static void* pModule = nullptr;
-    if (!pModule)
-        pModule = OpenModule(kFileName);
-    return {ModuleFunction<PlayMetafile>(pModule, kPlayMetafile),
-            ModuleFunction<MeasureMetafile>(pModule, kMeasureMetafile)};
+    static void* module = nullptr;
+    if (!module)
+        module = OpenModule(kFileName);
+    return {ModuleFunction<PlayMetafile>(module, kPlayMetafile),
+            ModuleFunction<MeasureMetafile>(module, kMeasureMetafile)};
 }

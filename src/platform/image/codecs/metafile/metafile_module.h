@@ -6,9 +6,9 @@
 
 /// The module's entry points, both null if there is no module or none of this build.
 struct MetafileModule {
-    PlayMetafile* pPlay = nullptr;
-    MeasureMetafile* pMeasure = nullptr;
+    PlayMetafile* play = nullptr;
+    MeasureMetafile* measure = nullptr;
 };
 
 /// Where it is looked for: module_file.h. A module that was found is kept until the process ends.
-MetafileModule objMetafileModule();
+MetafileModule LoadMetafileModule();

@@ -22,133 +22,132 @@ static constexpr double kMostPixelsWithoutUnit = 4096;
 static constexpr std::uint16_t kStretchDib = 0x0F43;
 static constexpr std::uint32_t kSourceCopy = 0x00CC0020;
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    return bIsWmf(aHead);
+    return IsWmf(head);
 }
 
-static void SetSize(double dWidth, double dHeight, double dUnitsPerInch, MetafileRequest& objRequest)
+static void SetSize(double width, double height, double units_per_inch, MetafileRequest& request)
 {
-    double dScale = dUnitsPerInch > 0 ? kPixelsPerInch / dUnitsPerInch : 1;
-    if (dUnitsPerInch <= 0)
-        dScale = std::min(1.0, kMostPixelsWithoutUnit / std::max(std::abs(dWidth), std::abs(dHeight)));
-    const auto lPixels = [dScale](double d) {
-        return static_cast<std::int32_t>(std::clamp(std::floor(std::abs(d) * dScale + 0.5), 1.0, 1e9));
+    double scale = units_per_inch > 0 ? kPixelsPerInch / units_per_inch : 1;
+    if (units_per_inch <= 0)
+        scale = std::min(1.0, kMostPixelsWithoutUnit / std::max(std::abs(width), std::abs(height)));
+    const auto pixels = [scale](double d) {
+        return static_cast<std::int32_t>(std::clamp(std::floor(std::abs(d) * scale + 0.5), 1.0, 1e9));
     };
-    objRequest.lWidth = lPixels(dWidth);
-    objRequest.lHeight = lPixels(dHeight);
-    objRequest.dWindowWidth = dWidth;
-    objRequest.dWindowHeight = dHeight;
+    request.lWidth = pixels(width);
+    request.lHeight = pixels(height);
+    request.dWindowWidth = width;
+    request.dWindowHeight = height;
 }
 
 // Size and window: from the placeable header, or the first window that is set, or what is drawn on.
-static bool bFindSize(const WmfHeader& objHeader, const WmfRecords& objWalk, MetafileRequest& objRequest)
+static bool FindSize(const WmfHeader& header, const WmfRecords& walk, MetafileRequest& request)
 {
-    if (objHeader.bPlaceable) {
-        objRequest.dWindowLeft = objHeader.dLeft;
-        objRequest.dWindowTop = objHeader.dTop;
-        SetSize(objHeader.dWidth, objHeader.dHeight, objHeader.dUnitsPerInch, objRequest);
+    if (header.placeable) {
+        request.dWindowLeft = header.left;
+        request.dWindowTop = header.top;
+        SetSize(header.width, header.height, header.units_per_inch, request);
         return true;
     }
-    if (objWalk.dWindowWidth) {
-        objRequest.dWindowLeft = objWalk.dWindowLeft.value_or(0);
-        objRequest.dWindowTop = objWalk.dWindowTop.value_or(0);
-        SetSize(*objWalk.dWindowWidth, *objWalk.dWindowHeight, 0, objRequest);
+    if (walk.window_width) {
+        request.dWindowLeft = walk.window_left.value_or(0);
+        request.dWindowTop = walk.window_top.value_or(0);
+        SetSize(*walk.window_width, *walk.window_height, 0, request);
         return true;
     }
-    const MetafileModule objModule = objMetafileModule();
-    MetafileBounds objBounds;
-    if (!objModule.pMeasure || !objModule.pMeasure(&objRequest, &objBounds))
+    const MetafileModule module = LoadMetafileModule();
+    MetafileBounds bounds;
+    if (!module.measure || !module.measure(&request, &bounds))
         return false;
-    objRequest.dWindowLeft = objBounds.lLeft;
-    objRequest.dWindowTop = objBounds.lTop;
-    SetSize(objBounds.lRight - objBounds.lLeft, objBounds.lBottom - objBounds.lTop, 0, objRequest);
+    request.dWindowLeft = bounds.lLeft;
+    request.dWindowTop = bounds.lTop;
+    SetSize(bounds.lRight - bounds.lLeft, bounds.lBottom - bounds.lTop, 0, request);
     return true;
 }
 
 // A metafile that sets its window and shows one picture over all of it is that picture, and needs no player.
-static bool bOnlyPicture(const MetafileRequest& objRequest, ImageBuffer& aImage)
+static bool DecodeIfOnlyBitmap(const MetafileRequest& request, ImageBuffer& image)
 {
-    Bytes aPicture;
-    double dLeft = objRequest.dWindowLeft, dTop = objRequest.dWindowTop;
-    double dWidth = objRequest.dWindowWidth, dHeight = objRequest.dWindowHeight;
-    Bytes aLeft = objRequest.aRecords;
+    Bytes picture;
+    double left = request.dWindowLeft, top = request.dWindowTop;
+    double width = request.dWindowWidth, height = request.dWindowHeight;
+    Bytes rest = request.aRecords;
     for (;;) {
-        ByteReader rd(aLeft);
-        const std::uint64_t nSize = std::uint64_t{rd.U32Le()} * 2;
-        const std::uint16_t nFunction = rd.U16Le();
-        if (nFunction == 0)
+        ByteReader reader(rest);
+        const std::uint64_t size = std::uint64_t{reader.U32Le()} * 2;
+        const std::uint16_t function = reader.U16Le();
+        if (function == 0)
             break;
-        const std::int16_t iFirst = rd.I16Le();
-        const std::int16_t iSecond = rd.I16Le();
-        if (nFunction == kStretchDib && aPicture.empty())
-            aPicture = aLeft.first(nSize).subspan(6);
-        else if (nFunction == 0x020B && nSize >= 10 && aPicture.empty()) {
-            dTop = iFirst;
-            dLeft = iSecond;
-        } else if (nFunction == 0x020C && nSize >= 10 && aPicture.empty()) {
-            dHeight = iFirst;
-            dWidth = iSecond;
-        } else if (nFunction != 0x0107 && !(nFunction == 0x0103 && iFirst == 8))
+        const std::int16_t first = reader.I16Le();
+        const std::int16_t second = reader.I16Le();
+        if (function == kStretchDib && picture.empty())
+            picture = rest.first(size).subspan(6);
+        else if (function == 0x020B && size >= 10 && picture.empty()) {
+            top = first;
+            left = second;
+        } else if (function == 0x020C && size >= 10 && picture.empty()) {
+            height = first;
+            width = second;
+        } else if (function != 0x0107 && !(function == 0x0103 && first == 8))
             return false;
-        aLeft = aLeft.subspan(nSize);
+        rest = rest.subspan(size);
     }
-    ByteReader rd(aPicture);
-    const bool bCopies = rd.U32Le() == kSourceCopy && rd.U16Le() == 0;
-    const std::int16_t iSourceHeight = rd.I16Le();
-    const std::int16_t iSourceWidth = rd.I16Le();
-    const bool bFromCorner = rd.I16Le() == 0 && rd.I16Le() == 0;
-    const double dTargetHeight = rd.I16Le(), dTargetWidth = rd.I16Le();
-    const double dTargetTop = rd.I16Le(), dTargetLeft = rd.I16Le();
-    if (rd.Failed() || !bCopies || !bFromCorner || iSourceWidth != objRequest.lWidth ||
-        iSourceHeight != objRequest.lHeight || dTargetWidth != dWidth || dTargetHeight != dHeight ||
-        dTargetTop != dTop || dTargetLeft != dLeft)
+    ByteReader reader(picture);
+    const bool is_copy = reader.U32Le() == kSourceCopy && reader.U16Le() == 0;
+    const std::int16_t source_height = reader.I16Le();
+    const std::int16_t source_width = reader.I16Le();
+    const bool from_corner = reader.I16Le() == 0 && reader.I16Le() == 0;
+    const double target_height = reader.I16Le(), target_width = reader.I16Le();
+    const double target_top = reader.I16Le(), target_left = reader.I16Le();
+    if (reader.Failed() || !is_copy || !from_corner || source_width != request.lWidth ||
+        source_height != request.lHeight || target_width != width || target_height != height ||
+        target_top != top || target_left != left)
         return false;
-    const Bytes aDib = rd.Take(rd.Left());
-    DibHeader objDib;
-    return ReadDibHeader(aDib, objDib) && objDib.bits_offset <= aDib.size() &&
-           bDecodeOnlyBitmap(aDib.first(objDib.bits_offset), aDib.subspan(objDib.bits_offset),
-                             objRequest.lWidth, objRequest.lHeight, aImage);
+    const Bytes dib = reader.Take(reader.Left());
+    DibHeader header;
+    return ReadDibHeader(dib, header) && header.bits_offset <= dib.size() &&
+           DecodeOnlyBitmap(dib.first(header.bits_offset), dib.subspan(header.bits_offset), request.lWidth,
+                            request.lHeight, image);
 }
 
-static bool bDecode(InputFile& objFile, const WmfHeader& objHeader, ImageBuffer& aImage)
+static bool Decode(InputFile& file, const WmfHeader& header, ImageBuffer& image)
 {
-    const Bytes aFile = objFile.All();
-    if (objHeader.nRecordsOffset > aFile.size())
+    const Bytes bytes = file.All();
+    if (header.records_offset > bytes.size())
         return false;
-    MetafileRequest objRequest;
-    objRequest.aRecords = aFile.subspan(objHeader.nRecordsOffset);
-    objRequest.nObjects = objHeader.nObjects;
-    objRequest.DecodeDib = DecodeDib;
-    const WmfRecords objWalk = objWalkWmf(objRequest.aRecords);
-    if (!objWalk.bWhole || !bFindSize(objHeader, objWalk, objRequest))
+    MetafileRequest request;
+    request.aRecords = bytes.subspan(header.records_offset);
+    request.nObjects = header.objects;
+    request.DecodeDib = DecodeDib;
+    const WmfRecords walk = WalkWmf(request.aRecords);
+    if (!walk.whole || !FindSize(header, walk, request))
         return false;
-    const auto nWidth = static_cast<std::uint64_t>(objRequest.lWidth);
-    const auto nHeight = static_cast<std::uint64_t>(objRequest.lHeight);
-    if (!IsSizeAllowed(nWidth, nHeight))
+    const auto width = static_cast<std::uint64_t>(request.lWidth);
+    const auto height = static_cast<std::uint64_t>(request.lHeight);
+    if (!IsSizeAllowed(width, height))
         return false;
-    ImageBuffer aResult;
-    if (!bOnlyPicture(objRequest, aResult)) {
-        const MetafileModule objModule = objMetafileModule();
-        if (!objModule.pPlay || !Allocate(aResult, nWidth, nHeight, 3))
+    ImageBuffer result;
+    if (!DecodeIfOnlyBitmap(request, result)) {
+        const MetafileModule module = LoadMetafileModule();
+        if (!module.play || !Allocate(result, width, height, 3))
             return false;
-        objRequest.pPixels = aResult.bytes.data();
-        if (!objModule.pPlay(&objRequest))
+        request.pPixels = result.bytes.data();
+        if (!module.play(&request))
             return false;
     }
-    const double dDots = objHeader.dUnitsPerInch > 0 ? kPixelsPerInch : 0;
-    aResult.dots_per_inch_x = aResult.dots_per_inch_y = dDots;
-    aImage = std::move(aResult);
+    const double dots = header.units_per_inch > 0 ? kPixelsPerInch : 0;
+    result.dots_per_inch_x = result.dots_per_inch_y = dots;
+    image = std::move(result);
     return true;
 }
 
-static std::unique_ptr<ImageDecoder> Open(InputFile& objFile)
+static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {
-    const auto objHeader = objReadWmfHeader(objFile.Head());
-    if (!objHeader)
+    const auto header = ReadWmfHeader(file.Head());
+    if (!header)
         return nullptr;
-    return pSinglePage(
-        [&objFile, objHeader](ImageBuffer& aImage) { return bDecode(objFile, *objHeader, aImage); });
+    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
 }
 
-const Codec codecWmf{kWmfType, false, false, Sniff, Open, bWriteWmf};
+const Codec kWmfCodec{kWmfType, false, false, Sniff, Open, EncodeWmf};

@@ -8,4 +8,4 @@
 /// picture is. Other files have no size in inches: a unit of their window is a pixel, up to 4096 of them.
 /// Writes a placeable metafile that holds one bitmap; one of more than 32,767 pixels a side has no record
 /// that could take it.
-extern const Codec codecWmf;
+extern const Codec kWmfCodec;

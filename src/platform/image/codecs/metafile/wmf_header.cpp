@@ -7,73 +7,73 @@ static constexpr std::uint16_t kHeaderWords = 9;
 static constexpr std::uint8_t kSetWindowOrg = 0x0B;
 static constexpr std::uint8_t kSetWindowExt = 0x0C;
 
-static bool bIsPlainHeader(Bytes aHead)
+static bool IsPlainHeader(Bytes head)
 {
-    ByteReader rd(aHead);
-    const std::uint16_t nKind = rd.U16Le();
-    const std::uint16_t nWords = rd.U16Le();
-    const std::uint16_t nVersion = rd.U16Le();
-    rd.Take(4 + 2 + 4 + 2);
-    return !rd.Failed() && (nKind == 1 || nKind == 2) && nWords == kHeaderWords &&
-           (nVersion == 0x0100 || nVersion == 0x0300);
+    ByteReader reader(head);
+    const std::uint16_t kind = reader.U16Le();
+    const std::uint16_t words = reader.U16Le();
+    const std::uint16_t version = reader.U16Le();
+    reader.Take(4 + 2 + 4 + 2);
+    return !reader.Failed() && (kind == 1 || kind == 2) && words == kHeaderWords &&
+           (version == 0x0100 || version == 0x0300);
 }
 
-bool bIsWmf(Bytes aHead)
+bool IsWmf(Bytes head)
 {
-    if (ByteReader(aHead).U32Le() == kPlaceable)
-        return aHead.size() > kPlaceableSize && bIsPlainHeader(aHead.subspan(kPlaceableSize));
-    return bIsPlainHeader(aHead);
+    if (ByteReader(head).U32Le() == kPlaceable)
+        return head.size() > kPlaceableSize && IsPlainHeader(head.subspan(kPlaceableSize));
+    return IsPlainHeader(head);
 }
 
-std::optional<WmfHeader> objReadWmfHeader(Bytes aFile)
+std::optional<WmfHeader> ReadWmfHeader(Bytes file)
 {
-    if (!bIsWmf(aFile))
+    if (!IsWmf(file))
         return std::nullopt;
-    WmfHeader objHeader;
-    ByteReader rd(aFile);
-    objHeader.bPlaceable = rd.U32Le() == kPlaceable;
-    if (objHeader.bPlaceable) {
-        rd.U16Le();  // handle
-        objHeader.dLeft = rd.I16Le();
-        objHeader.dTop = rd.I16Le();
-        objHeader.dWidth = rd.I16Le() - objHeader.dLeft;
-        objHeader.dHeight = rd.I16Le() - objHeader.dTop;
-        objHeader.dUnitsPerInch = rd.U16Le();
-        rd.Take(4 + 2);  // reserved, checksum: many writers get it wrong
+    WmfHeader header;
+    ByteReader reader(file);
+    header.placeable = reader.U32Le() == kPlaceable;
+    if (header.placeable) {
+        reader.U16Le();  // handle
+        header.left = reader.I16Le();
+        header.top = reader.I16Le();
+        header.width = reader.I16Le() - header.left;
+        header.height = reader.I16Le() - header.top;
+        header.units_per_inch = reader.U16Le();
+        reader.Take(4 + 2);  // reserved, checksum: many writers get it wrong
     } else
-        rd = ByteReader(aFile);
-    rd.Take(2 + 2 + 2 + 4);  // kind, words, version, size
-    objHeader.nObjects = rd.U16Le();
-    rd.Take(4 + 2);
-    objHeader.nRecordsOffset = aFile.size() - rd.Left();
-    if (rd.Failed() || (objHeader.bPlaceable && (objHeader.dWidth == 0 || objHeader.dHeight == 0)))
+        reader = ByteReader(file);
+    reader.Take(2 + 2 + 2 + 4);  // kind, words, version, size
+    header.objects = reader.U16Le();
+    reader.Take(4 + 2);
+    header.records_offset = file.size() - reader.Left();
+    if (reader.Failed() || (header.placeable && (header.width == 0 || header.height == 0)))
         return std::nullopt;
-    return objHeader;
+    return header;
 }
 
-WmfRecords objWalkWmf(Bytes aRecords)
+WmfRecords WalkWmf(Bytes records)
 {
-    WmfRecords objResult;
+    WmfRecords result;
     for (;;) {
-        ByteReader rd(aRecords);
-        const std::uint64_t nSize = std::uint64_t{rd.U32Le()} * 2;
-        const std::uint16_t nFunction = rd.U16Le();
-        if (rd.Failed() || nSize < 6 || nSize > aRecords.size())
-            return objResult;
-        const auto nNumber = static_cast<std::uint8_t>(nFunction);
-        const std::int16_t iY = rd.I16Le();
-        const std::int16_t iX = rd.I16Le();
-        if (nNumber == kSetWindowOrg && nSize >= 10 && !objResult.dWindowLeft) {
-            objResult.dWindowLeft = iX;
-            objResult.dWindowTop = iY;
-        } else if (nNumber == kSetWindowExt && nSize >= 10 && !objResult.dWindowWidth && iX != 0 && iY != 0) {
-            objResult.dWindowWidth = iX;
-            objResult.dWindowHeight = iY;
+        ByteReader reader(records);
+        const std::uint64_t size = std::uint64_t{reader.U32Le()} * 2;
+        const std::uint16_t function = reader.U16Le();
+        if (reader.Failed() || size < 6 || size > records.size())
+            return result;
+        const auto number = static_cast<std::uint8_t>(function);
+        const std::int16_t y = reader.I16Le();
+        const std::int16_t x = reader.I16Le();
+        if (number == kSetWindowOrg && size >= 10 && !result.window_left) {
+            result.window_left = x;
+            result.window_top = y;
+        } else if (number == kSetWindowExt && size >= 10 && !result.window_width && x != 0 && y != 0) {
+            result.window_width = x;
+            result.window_height = y;
         }
-        if (nFunction == 0) {
-            objResult.bWhole = true;
-            return objResult;
+        if (function == 0) {
+            result.whole = true;
+            return result;
         }
-        aRecords = aRecords.subspan(nSize);
+        records = records.subspan(size);
     }
 }

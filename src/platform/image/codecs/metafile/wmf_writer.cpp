@@ -19,58 +19,58 @@ static constexpr std::uint16_t kAnisotropic = 8;
 static constexpr std::uint16_t kColorOnColor = 3;
 static constexpr std::uint32_t kSourceCopy = 0x00CC0020;
 
-static void WriteWords(OutputFile& objOut, std::initializer_list<std::uint16_t> aWords)
+static void WriteWords(OutputFile& out, std::initializer_list<std::uint16_t> words)
 {
-    for (const std::uint16_t nWord : aWords)
-        objOut.WriteU16Le(nWord);
+    for (const std::uint16_t word : words)
+        out.WriteU16Le(word);
 }
 
-static void WriteRecord(OutputFile& objOut, std::uint32_t nWords, std::initializer_list<std::uint16_t> aWords)
+static void WriteRecord(OutputFile& out, std::uint32_t word_count, std::initializer_list<std::uint16_t> words)
 {
-    objOut.WriteU32Le(nWords);
-    WriteWords(objOut, aWords);
+    out.WriteU32Le(word_count);
+    WriteWords(out, words);
 }
 
-static void WritePlaceableHeader(std::uint16_t nWidth, std::uint16_t nHeight, OutputFile& objOut)
+static void WritePlaceableHeader(std::uint16_t width, std::uint16_t height, OutputFile& out)
 {
     // Mark, handle, left, top, right, bottom, units, two words reserved; then their exclusive or.
-    const std::array<std::uint16_t, 10> aWords{0xCDD7, 0x9AC6, 0, 0, 0, nWidth, nHeight, kUnitsPerInch, 0, 0};
-    std::uint16_t nCheck = 0;
-    for (const std::uint16_t nWord : aWords) {
-        objOut.WriteU16Le(nWord);
-        nCheck = nCheck ^ nWord;
+    const std::array<std::uint16_t, 10> words{0xCDD7, 0x9AC6, 0, 0, 0, width, height, kUnitsPerInch, 0, 0};
+    std::uint16_t check = 0;
+    for (const std::uint16_t word : words) {
+        out.WriteU16Le(word);
+        check = check ^ word;
     }
-    objOut.WriteU16Le(nCheck);
+    out.WriteU16Le(check);
 }
 
-bool bWriteWmf(const ImageBuffer& aImage, const SaveSettings&, OutputFile& objOut)
+bool EncodeWmf(const ImageBuffer& image, const SaveSettings&, OutputFile& out)
 {
-    if (aImage.width > kMostPixels || aImage.height > kMostPixels)
+    if (image.width > kMostPixels || image.height > kMostPixels)
         return false;
-    const auto nWidth = static_cast<std::uint16_t>(aImage.width);
-    const auto nHeight = static_cast<std::uint16_t>(aImage.height);
-    const std::uint64_t nDib = nMetafileDibHeaderSize(aImage) + nMetafileDibBitsSize(aImage);
-    const auto nBitmapWords = static_cast<std::uint32_t>(kBitmapWords + nDib / 2);
-    const std::uint32_t nFileWords =
-        kHeaderWords + 2 * kModeWords + 2 * kWindowWords + nBitmapWords + kEndWords;
+    const auto width = static_cast<std::uint16_t>(image.width);
+    const auto height = static_cast<std::uint16_t>(image.height);
+    const std::uint64_t dib = MetafileDibHeaderSize(image) + MetafileDibBitsSize(image);
+    const auto bitmap_words = static_cast<std::uint32_t>(kBitmapWords + dib / 2);
+    const std::uint32_t file_words =
+        kHeaderWords + 2 * kModeWords + 2 * kWindowWords + bitmap_words + kEndWords;
 
-    WritePlaceableHeader(nWidth, nHeight, objOut);
-    WriteWords(objOut, {1, kHeaderWords, 0x0300});
-    objOut.WriteU32Le(nFileWords);
-    objOut.WriteU16Le(0);  // objects
-    objOut.WriteU32Le(nBitmapWords);
-    objOut.WriteU16Le(0);
-    WriteRecord(objOut, kModeWords, {0x0103, kAnisotropic});
-    WriteRecord(objOut, kWindowWords, {0x020B, 0, 0});
-    WriteRecord(objOut, kWindowWords, {0x020C, nHeight, nWidth});
-    WriteRecord(objOut, kModeWords, {0x0107, kColorOnColor});
-    objOut.WriteU32Le(nBitmapWords);
-    objOut.WriteU16Le(0x0F43);
-    objOut.WriteU32Le(kSourceCopy);
+    WritePlaceableHeader(width, height, out);
+    WriteWords(out, {1, kHeaderWords, 0x0300});
+    out.WriteU32Le(file_words);
+    out.WriteU16Le(0);  // objects
+    out.WriteU32Le(bitmap_words);
+    out.WriteU16Le(0);
+    WriteRecord(out, kModeWords, {0x0103, kAnisotropic});
+    WriteRecord(out, kWindowWords, {0x020B, 0, 0});
+    WriteRecord(out, kWindowWords, {0x020C, height, width});
+    WriteRecord(out, kModeWords, {0x0107, kColorOnColor});
+    out.WriteU32Le(bitmap_words);
+    out.WriteU16Le(0x0F43);
+    out.WriteU32Le(kSourceCopy);
     // Usage of the colours; source height, width, y and x; target height, width, y and x.
-    WriteWords(objOut, {0, nHeight, nWidth, 0, 0, nHeight, nWidth, 0, 0});
-    if (!bWriteMetafileDib(aImage, objOut))
+    WriteWords(out, {0, height, width, 0, 0, height, width, 0, 0});
+    if (!WriteMetafileDib(image, out))
         return false;
-    WriteRecord(objOut, kEndWords, {0});
-    return !objOut.Failed();
+    WriteRecord(out, kEndWords, {0});
+    return !out.Failed();
 }

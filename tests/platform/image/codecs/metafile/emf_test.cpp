@@ -9,256 +9,256 @@
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/metafile_maker.h"
 
-static std::vector<std::uint8_t> aWritten(const ImageBuffer& aImage, const ImageInfoTexts& objTexts = {})
+static std::vector<std::uint8_t> WrittenFile(const ImageBuffer& image, const ImageInfoTexts& texts = {})
 {
-    SaveSettings objSettings;
-    objSettings.objTexts = objTexts;
-    return aEncoded(codecEmf, aImage, objSettings);
+    SaveSettings settings;
+    settings.objTexts = texts;
+    return aEncoded(kEmfCodec, image, settings);
 }
 
 /// The file with a record before its bitmap that changes nothing, so that it must be played.
-static std::vector<std::uint8_t> aToBePlayed(std::vector<std::uint8_t> aFile)
+static std::vector<std::uint8_t> ToBePlayed(std::vector<std::uint8_t> file)
 {
-    const std::vector<std::uint8_t> aRecord = ByteMaker().U32Le({Emr::SetBkMode, 12, 1}).aBytes();
-    aFile.insert(aFile.begin() + static_cast<std::ptrdiff_t>(ByteReader(Bytes(aFile).subspan(4)).U32Le()),
-                 aRecord.begin(), aRecord.end());
-    return aFile;
+    const std::vector<std::uint8_t> record = ByteMaker().U32Le({Emr::SetBkMode, 12, 1}).aBytes();
+    file.insert(file.begin() + static_cast<std::ptrdiff_t>(ByteReader(Bytes(file).subspan(4)).U32Le()),
+                record.begin(), record.end());
+    return file;
 }
 
 TEST(CodecEmf, IsFoundByTypeAndContent)
 {
-    const std::vector<std::uint8_t> aFile = EmfMaker(10, 10).aFile();
+    const std::vector<std::uint8_t> file = EmfMaker(10, 10).aFile();
 
-    EXPECT_EQ(pCodecOfType(5), &codecEmf);
-    EXPECT_EQ(pCodecOfContent(aFile, "png"), &codecEmf);
-    EXPECT_FALSE(codecEmf.Sniff(Bytes(aFile).first(43), "emf"));
+    EXPECT_EQ(pCodecOfType(5), &kEmfCodec);
+    EXPECT_EQ(pCodecOfContent(file, "png"), &kEmfCodec);
+    EXPECT_FALSE(kEmfCodec.Sniff(Bytes(file).first(43), "emf"));
 }
 
 TEST(EmfWriter, GivesBackTheSamePixels)
 {
-    for (const std::int32_t lChannels : {1, 3})
-        for (const auto& [lWidth, lHeight] :
+    for (const std::int32_t channels : {1, 3})
+        for (const auto& [width, height] :
              {std::pair(1, 1), std::pair(37, 23), std::pair(2, 301), std::pair(400, 3)}) {
-            const ImageBuffer aImage = aPattern(lWidth, lHeight, lChannels);
-            const auto aBack = aDecoded(codecEmf, aWritten(aImage));
+            const ImageBuffer image = aPattern(width, height, channels);
+            const auto back = aDecoded(kEmfCodec, WrittenFile(image));
 
-            ASSERT_TRUE(aBack.has_value());
-            EXPECT_EQ(aBack->width, lWidth);
-            EXPECT_EQ(aBack->height, lHeight);
-            EXPECT_EQ(aBack->channels, lChannels);
-            EXPECT_EQ(aBack->bytes, aImage.bytes);
+            ASSERT_TRUE(back.has_value());
+            EXPECT_EQ(back->width, width);
+            EXPECT_EQ(back->height, height);
+            EXPECT_EQ(back->channels, channels);
+            EXPECT_EQ(back->bytes, image.bytes);
         }
 }
 
 TEST(EmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
 {
-    for (const auto& [lWidth, lHeight] :
+    for (const auto& [width, height] :
          {std::pair(1, 1), std::pair(37, 23), std::pair(2, 301), std::pair(5000, 2)}) {
-        const ImageBuffer aImage = aPattern(lWidth, lHeight, 3);
-        const auto aBack = aDecoded(codecEmf, aToBePlayed(aWritten(aImage)));
+        const ImageBuffer image = aPattern(width, height, 3);
+        const auto back = aDecoded(kEmfCodec, ToBePlayed(WrittenFile(image)));
 
-        ASSERT_TRUE(aBack.has_value());
-        EXPECT_EQ(aBack->width, lWidth);
-        EXPECT_EQ(aBack->bytes, aImage.bytes);
+        ASSERT_TRUE(back.has_value());
+        EXPECT_EQ(back->width, width);
+        EXPECT_EQ(back->bytes, image.bytes);
     }
 }
 
 TEST(EmfWriter, HoldsPicturesWiderThanCairosOwn)
 {
-    const ImageBuffer aImage = aPattern(50000, 2, 3);
-    const auto aBack = aDecoded(codecEmf, aWritten(aImage));
-    const auto aPlayedBack = aDecoded(codecEmf, aToBePlayed(aWritten(aImage)));
+    const ImageBuffer image = aPattern(50000, 2, 3);
+    const auto back = aDecoded(kEmfCodec, WrittenFile(image));
+    const auto played_back = aDecoded(kEmfCodec, ToBePlayed(WrittenFile(image)));
 
-    ASSERT_TRUE(aBack && aPlayedBack);
-    EXPECT_EQ(aBack->bytes, aImage.bytes);
-    EXPECT_EQ(aPlayedBack->bytes, aImage.bytes);
+    ASSERT_TRUE(back && played_back);
+    EXPECT_EQ(back->bytes, image.bytes);
+    EXPECT_EQ(played_back->bytes, image.bytes);
 }
 
 TEST(EmfWriter, PutsTheTextsIntoTheDescription)
 {
-    ImageInfoTexts objTexts;
-    objTexts.sTitle =
+    ImageInfoTexts texts;
+    texts.sTitle =
         "Stra\xC3\x9F"
         "e";
-    objTexts.sAuthor = "\xF0\x9F\x98\x80";
-    const std::vector<std::uint8_t> aFile = aWritten(aPattern(5, 5, 3), objTexts);
-    ByteReader rd(Bytes(aFile).subspan(60));
-    const std::uint32_t nWords = rd.U32Le();
-    const std::uint32_t nOffset = rd.U32Le();
-    ByteReader rdText(Bytes(aFile).subspan(nOffset));
-    std::u16string sText;
-    for (std::uint32_t n = 0; n < nWords; ++n)
-        sText.push_back(rdText.U16Le());
+    texts.sAuthor = "\xF0\x9F\x98\x80";
+    const std::vector<std::uint8_t> file = WrittenFile(aPattern(5, 5, 3), texts);
+    ByteReader reader(Bytes(file).subspan(60));
+    const std::uint32_t words = reader.U32Le();
+    const std::uint32_t offset = reader.U32Le();
+    ByteReader text_reader(Bytes(file).subspan(offset));
+    std::u16string text;
+    for (std::uint32_t n = 0; n < words; ++n)
+        text.push_back(text_reader.U16Le());
 
-    EXPECT_EQ(sText, std::u16string(u"Varnel\0Stra\u00dfe; \U0001f600\0\0", 19));
-    EXPECT_TRUE(aDecoded(codecEmf, aFile).has_value());
+    EXPECT_EQ(text, std::u16string(u"Varnel\0Stra\u00dfe; \U0001f600\0\0", 19));
+    EXPECT_TRUE(aDecoded(kEmfCodec, file).has_value());
 }
 
 TEST(EmfWriter, SaysInTheHeaderWhatIsInTheFile)
 {
-    const std::vector<std::uint8_t> aFile = aWritten(aPattern(30, 20, 3));
-    ByteReader rd(Bytes(aFile).subspan(48));
+    const std::vector<std::uint8_t> file = WrittenFile(aPattern(30, 20, 3));
+    ByteReader reader(Bytes(file).subspan(48));
 
-    EXPECT_EQ(rd.U32Le(), aFile.size());
-    EXPECT_EQ(rd.U32Le(), 4u);  // records
-    EXPECT_TRUE(bEmfIsWhole(aFile));
-    EXPECT_EQ(aFile.size() % 4, 0u);
+    EXPECT_EQ(reader.U32Le(), file.size());
+    EXPECT_EQ(reader.U32Le(), 4u);  // records
+    EXPECT_TRUE(IsWholeEmf(file));
+    EXPECT_EQ(file.size() % 4, 0u);
 }
 
 TEST(EmfWriter, IsUnderstoodByAnotherProgram)
 {
-    const TestFolder objFolder;
-    for (const std::int32_t lChannels : {1, 3}) {
-        const ImageBuffer aImage = aPattern(37, 23, lChannels);
-        WriteFileContent(objFolder.sPath("a.emf"), aWritten(aImage));
-        ASSERT_TRUE(bRun("emf2svg-conv -i " + objFolder.sPath("a.emf") + " -o " + objFolder.sPath("a.svg")));
-        ASSERT_TRUE(bRun("grep -o 'base64,[^\"]*' " + objFolder.sPath("a.svg") +
-                         " | cut -c8- | base64 -d > " + objFolder.sPath("a.png")));
-        ASSERT_TRUE(bRun("convert " + objFolder.sPath("a.png") +
-                         " -alpha off -type truecolor ppm:" + objFolder.sPath("a.ppm")));
-        const auto aSeen = aReadPnm(objFolder.sPath("a.ppm"));
+    const TestFolder folder;
+    for (const std::int32_t channels : {1, 3}) {
+        const ImageBuffer image = aPattern(37, 23, channels);
+        WriteFileContent(folder.sPath("a.emf"), WrittenFile(image));
+        ASSERT_TRUE(bRun("emf2svg-conv -i " + folder.sPath("a.emf") + " -o " + folder.sPath("a.svg")));
+        ASSERT_TRUE(bRun("grep -o 'base64,[^\"]*' " + folder.sPath("a.svg") + " | cut -c8- | base64 -d > " +
+                         folder.sPath("a.png")));
+        ASSERT_TRUE(bRun("convert " + folder.sPath("a.png") +
+                         " -alpha off -type truecolor ppm:" + folder.sPath("a.ppm")));
+        const auto seen = aReadPnm(folder.sPath("a.ppm"));
 
-        ASSERT_TRUE(aSeen.has_value());
-        ASSERT_EQ(aSeen->width, 37);
-        ASSERT_EQ(aSeen->height, 23);
+        ASSERT_TRUE(seen.has_value());
+        ASSERT_EQ(seen->width, 37);
+        ASSERT_EQ(seen->height, 23);
         for (std::int32_t x = 0; x < 37; ++x)
-            ASSERT_EQ(nColorAt(*aSeen, x, x % 23), nColorAt(aImage, x, x % 23));
+            ASSERT_EQ(nColorAt(*seen, x, x % 23), nColorAt(image, x, x % 23));
     }
 }
 
 TEST(EmfReader, RefusesAFileThatIsCutShortAnywhere)
 {
-    for (const std::vector<std::uint8_t>& aFile :
-         {aWritten(aPattern(7, 5, 3)), EmfMaker(20, 20)
-                                           .Brush(1, kRed)
-                                           .Record(Emr::Rectangle, {1, 1, 9, 9})
-                                           .Bounded(Emr::Polygon, {3, 1, 1, 9, 1, 5, 9})
-                                           .aFile()})
-        for (std::size_t nSize = 0; nSize < aFile.size() - 20; ++nSize)
-            ASSERT_FALSE(aDecoded(codecEmf, Bytes(aFile).first(nSize)).has_value()) << nSize;
+    for (const std::vector<std::uint8_t>& file :
+         {WrittenFile(aPattern(7, 5, 3)), EmfMaker(20, 20)
+                                              .Brush(1, kRed)
+                                              .Record(Emr::Rectangle, {1, 1, 9, 9})
+                                              .Bounded(Emr::Polygon, {3, 1, 1, 9, 1, 5, 9})
+                                              .aFile()})
+        for (std::size_t size = 0; size < file.size() - 20; ++size)
+            ASSERT_FALSE(aDecoded(kEmfCodec, Bytes(file).first(size)).has_value()) << size;
 }
 
 TEST(EmfReader, RefusesAFrameThatIsNoPictureOrTooLarge)
 {
-    std::vector<std::uint8_t> aHuge = EmfMaker(20, 20).aFile();
-    aHuge[34] = 0x7F;  // over 2,000 metres wide
-    std::vector<std::uint8_t> aNone = EmfMaker(20, 20).aFile();
+    std::vector<std::uint8_t> huge = EmfMaker(20, 20).aFile();
+    huge[34] = 0x7F;  // over 2,000 metres wide
+    std::vector<std::uint8_t> none = EmfMaker(20, 20).aFile();
     for (std::size_t n = 8; n < 40; ++n)
-        aNone[n] = n < 16 ? 1 : 0;
+        none[n] = n < 16 ? 1 : 0;
 
-    EXPECT_FALSE(aDecoded(codecEmf, aHuge).has_value());
-    EXPECT_FALSE(aDecoded(codecEmf, aNone).has_value());
+    EXPECT_FALSE(aDecoded(kEmfCodec, huge).has_value());
+    EXPECT_FALSE(aDecoded(kEmfCodec, none).has_value());
 }
 
 TEST(EmfReader, TakesTheBoundsWhenThereIsNoFrame)
 {
-    std::vector<std::uint8_t> aFile = EmfMaker(30, 20).aFile();
+    std::vector<std::uint8_t> file = EmfMaker(30, 20).aFile();
     for (std::size_t n = 24; n < 40; ++n)
-        aFile[n] = 0;
-    const auto aImage = aDecoded(codecEmf, aFile);
+        file[n] = 0;
+    const auto image = aDecoded(kEmfCodec, file);
 
-    ASSERT_TRUE(aImage.has_value());
-    EXPECT_EQ(aImage->width, 30);
-    EXPECT_EQ(aImage->height, 20);
+    ASSERT_TRUE(image.has_value());
+    EXPECT_EQ(image->width, 30);
+    EXPECT_EQ(image->height, 20);
 }
 
 TEST(EmfReader, GoesByTheFrameWhateverTheDevice)
 {
-    std::vector<std::uint8_t> aFile =
+    std::vector<std::uint8_t> file =
         EmfMaker(40, 40).Brush(1, kRed).Select(kNullPen).Record(Emr::Rectangle, {0, 0, 100, 100}).aFile();
     // A device of 480 dots an inch: 100 of them are 20 pixels.
-    const std::vector<std::uint8_t> aDevice = ByteMaker().U32Le({9600, 7200}).aBytes();
-    std::copy(aDevice.begin(), aDevice.end(), aFile.begin() + 72);
-    const auto aImage = aDecoded(codecEmf, aFile);
+    const std::vector<std::uint8_t> device = ByteMaker().U32Le({9600, 7200}).aBytes();
+    std::copy(device.begin(), device.end(), file.begin() + 72);
+    const auto image = aDecoded(kEmfCodec, file);
 
-    ASSERT_TRUE(aImage.has_value());
-    EXPECT_EQ(nCountOf(*aImage, kRed, {0, 0, 40, 40}), 400);
+    ASSERT_TRUE(image.has_value());
+    EXPECT_EQ(nCountOf(*image, kRed, {0, 0, 40, 40}), 400);
 }
 
 TEST(EmfReader, BeginsAtTheFramesCorner)
 {
-    std::vector<std::uint8_t> aFile =
+    std::vector<std::uint8_t> file =
         EmfMaker(40, 40).Brush(1, kRed).Select(kNullPen).Record(Emr::Rectangle, {10, 20, 20, 30}).aFile();
-    const std::vector<std::uint8_t> aFrame = ByteMaker().U32Le({265, 529, 1323, 1588}).aBytes();
-    std::copy(aFrame.begin(), aFrame.end(), aFile.begin() + 24);
-    const auto aImage = aDecoded(codecEmf, aFile);
+    const std::vector<std::uint8_t> frame = ByteMaker().U32Le({265, 529, 1323, 1588}).aBytes();
+    std::copy(frame.begin(), frame.end(), file.begin() + 24);
+    const auto image = aDecoded(kEmfCodec, file);
 
-    ASSERT_TRUE(aImage.has_value());
-    EXPECT_EQ(aInk(*aImage), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
+    ASSERT_TRUE(image.has_value());
+    EXPECT_EQ(aInk(*image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
 }
 
 TEST(EmfReader, RefusesARecordWhoseContentDoesNotFitIt)
 {
-    const auto bRefused = [](const EmfMaker& objMaker) {
-        return !aDecoded(codecEmf, objMaker.aFile()).has_value();
+    const auto refused = [](const EmfMaker& maker) {
+        return !aDecoded(kEmfCodec, maker.aFile()).has_value();
     };
 
-    EXPECT_TRUE(bRefused(EmfMaker(20, 20).Bounded(Emr::Polygon, {1000, 1, 1})));
-    EXPECT_TRUE(bRefused(EmfMaker(20, 20).Bounded(Emr::PolyPolygon, {2, 4, 3, 3, 1, 1})));
-    EXPECT_TRUE(bRefused(EmfMaker(20, 20).Bounded(Emr::PolyPolygon, {0x40000000, 4, 3, 3, 1, 1})));
-    EXPECT_TRUE(bRefused(EmfMaker(20, 20).Record(Emr::Rectangle, {1, 2})));
-    EXPECT_TRUE(bRefused(
+    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::Polygon, {1000, 1, 1})));
+    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::PolyPolygon, {2, 4, 3, 3, 1, 1})));
+    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::PolyPolygon, {0x40000000, 4, 3, 3, 1, 1})));
+    EXPECT_TRUE(refused(EmfMaker(20, 20).Record(Emr::Rectangle, {1, 2})));
+    EXPECT_TRUE(refused(
         EmfMaker(20, 20).Bounded(Emr::StretchDibits, {0, 0, 0, 0, 1, 1, 80, 40, 4000, 4, 0, 0, 1, 1})));
 }
 
 TEST(EmfReader, RefusesAFileThatOnlyItsOtherRecordsDraw)
 {
-    const auto Comment = [](std::uint16_t nFlags) {
+    const auto comment = [](std::uint16_t flags) {
         return ByteMaker()
             .U32Le({32, 0x2B464D45})
-            .U16Le({0x4001, nFlags})
+            .U16Le({0x4001, flags})
             .U32Le({28, 16, 0xDBC01001, 0, 96, 96});
     };
 
-    EXPECT_FALSE(aDecoded(codecEmf, EmfMaker(20, 20).Record(Emr::Comment, Comment(0)).aFile()).has_value());
-    EXPECT_TRUE(aDecoded(codecEmf, EmfMaker(20, 20).Record(Emr::Comment, Comment(1)).aFile()).has_value());
+    EXPECT_FALSE(aDecoded(kEmfCodec, EmfMaker(20, 20).Record(Emr::Comment, comment(0)).aFile()).has_value());
+    EXPECT_TRUE(aDecoded(kEmfCodec, EmfMaker(20, 20).Record(Emr::Comment, comment(1)).aFile()).has_value());
     EXPECT_TRUE(
         aDecoded(
-            codecEmf,
-            EmfMaker(20, 20).Record(Emr::Comment, Comment(0)).Record(Emr::Rectangle, {1, 1, 9, 9}).aFile())
+            kEmfCodec,
+            EmfMaker(20, 20).Record(Emr::Comment, comment(0)).Record(Emr::Rectangle, {1, 1, 9, 9}).aFile())
             .has_value());
 }
 
 TEST(EmfReader, RefusesAFileThatWantsMoreWorkThanItsPictureIsWorth)
 {
-    EmfMaker objMaker(1000, 1000);
+    EmfMaker maker(1000, 1000);
     for (int n = 0; n < 3000; ++n)
-        objMaker.Transfer(Emr::BitBlt, {0, 0, 1000, 1000}, kWhiteness, {0, 0}, {});
+        maker.Transfer(Emr::BitBlt, {0, 0, 1000, 1000}, kWhiteness, {0, 0}, {});
 
-    EXPECT_FALSE(aDecoded(codecEmf, objMaker.aFile()).has_value());
+    EXPECT_FALSE(aDecoded(kEmfCodec, maker.aFile()).has_value());
 }
 
 // What other programs made, as tests/samples/emf/README.md tells.
 TEST(EmfReader, DrawsWhatOtherProgramsWrote)
 {
     struct Expected {
-        const char* sName;
-        std::int32_t lWidth, lHeight;
-        int nLeastInk, nMostInk;  ///< percent of the pixels
+        const char* name;
+        std::int32_t width, height;
+        int min_ink, max_ink;  ///< percent of the pixels
     };
-    for (const Expected& obj :
+    for (const Expected& expected :
          {Expected{"emf/gnuplot.emf", 399, 264, 4, 25}, Expected{"emf/fig2dev.emf", 371, 232, 4, 30},
           Expected{"emf/pstoedit.emf", 354, 235, 90, 100}}) {
-        const std::vector<std::uint8_t> aFile = aFileContent(sSamplePath(obj.sName));
-        const auto aImage = aDecoded(codecEmf, aFile);
+        const std::vector<std::uint8_t> file = aFileContent(sSamplePath(expected.name));
+        const auto image = aDecoded(kEmfCodec, file);
 
-        ASSERT_TRUE(aImage.has_value()) << obj.sName;
-        EXPECT_EQ(aImage->width, obj.lWidth) << obj.sName;
-        EXPECT_EQ(aImage->height, obj.lHeight) << obj.sName;
-        const int nInk = 100 - 100 * nCountOf(*aImage, kWhite, {0, 0, obj.lWidth, obj.lHeight}) /
-                                   (obj.lWidth * obj.lHeight);
-        EXPECT_GE(nInk, obj.nLeastInk) << obj.sName;
-        EXPECT_LE(nInk, obj.nMostInk) << obj.sName;
+        ASSERT_TRUE(image.has_value()) << expected.name;
+        EXPECT_EQ(image->width, expected.width) << expected.name;
+        EXPECT_EQ(image->height, expected.height) << expected.name;
+        const int ink = 100 - 100 * nCountOf(*image, kWhite, {0, 0, expected.width, expected.height}) /
+                                  (expected.width * expected.height);
+        EXPECT_GE(ink, expected.min_ink) << expected.name;
+        EXPECT_LE(ink, expected.max_ink) << expected.name;
     }
 }
 
 TEST(EmfReader, DrawsTheColouredShapesOfAnotherProgramWhereTheyBelong)
 {
-    const auto aImage = aDecoded(codecEmf, aFileContent(sSamplePath("emf/fig2dev.emf")));
+    const auto image = aDecoded(kEmfCodec, aFileContent(sSamplePath("emf/fig2dev.emf")));
 
-    ASSERT_TRUE(aImage.has_value());
-    EXPECT_EQ(nColorAt(*aImage, 222, 40), kYellow);  // in the circle
-    EXPECT_EQ(nColorAt(*aImage, 80, 5), kBlue);      // on the box's line
-    EXPECT_EQ(nColorAt(*aImage, 80, 40), kWhite);    // in the box, which is white
-    EXPECT_GT(nCountOf(*aImage, kGreen, {290, 5, 370, 80}), 1000);
+    ASSERT_TRUE(image.has_value());
+    EXPECT_EQ(nColorAt(*image, 222, 40), kYellow);  // in the circle
+    EXPECT_EQ(nColorAt(*image, 80, 5), kBlue);      // on the box's line
+    EXPECT_EQ(nColorAt(*image, 80, 40), kWhite);    // in the box, which is white
+    EXPECT_GT(nCountOf(*image, kGreen, {290, 5, 370, 80}), 1000);
 }

@@ -10,39 +10,39 @@
 
 TEST(MetafileModule, IsFoundBesideTheProgram)
 {
-    EXPECT_NE(objMetafileModule().pPlay, nullptr);
-    EXPECT_NE(objMetafileModule().pMeasure, nullptr);
+    EXPECT_NE(LoadMetafileModule().play, nullptr);
+    EXPECT_NE(LoadMetafileModule().measure, nullptr);
 }
 
 TEST(MetafileModule, RefusesARequestOfAnotherBuild)
 {
-    ImageBuffer aImage = aPattern(2, 2, 3);
-    const std::vector<std::uint8_t> aFile = EmfMaker(2, 2).aFile();
-    MetafileRequest objRequest;
-    objRequest.bEnhanced = true;
-    objRequest.aRecords = aFile;
-    objRequest.lWidth = objRequest.lHeight = 2;
-    objRequest.pPixels = aImage.bytes.data();
-    PlayMetafile* pPlay = objMetafileModule().pPlay;
-    ASSERT_NE(pPlay, nullptr);
+    ImageBuffer image = aPattern(2, 2, 3);
+    const std::vector<std::uint8_t> file = EmfMaker(2, 2).aFile();
+    MetafileRequest request;
+    request.bEnhanced = true;
+    request.aRecords = file;
+    request.lWidth = request.lHeight = 2;
+    request.pPixels = image.bytes.data();
+    PlayMetafile* play = LoadMetafileModule().play;
+    ASSERT_NE(play, nullptr);
 
-    EXPECT_TRUE(pPlay(&objRequest));
-    objRequest.nVersion += 1;
-    EXPECT_FALSE(pPlay(&objRequest));
-    EXPECT_FALSE(pPlay(nullptr));
+    EXPECT_TRUE(play(&request));
+    request.nVersion += 1;
+    EXPECT_FALSE(play(&request));
+    EXPECT_FALSE(play(nullptr));
 }
 
 // In a process of its own, since a module that was found is kept.
 static void RefuseWithoutModule()
 {
     setenv("VARNEL_MODULE_DIR", "/nowhere", 1);
-    const bool bDrawing =
-        aDecoded(codecEmf, EmfMaker(2, 2).Record(Emr::Rectangle, {0, 0, 1, 1}).aFile()).has_value() ||
-        aDecoded(codecWmf, WmfMaker(2, 2).Record(0x041B, {1, 1, 0, 0}).aFile()).has_value() ||
-        aDecoded(codecWmf, WmfMaker().Record(0x041B, {1, 1, 0, 0}).aFile()).has_value();
-    const bool bPicture = aDecoded(codecEmf, aEncoded(codecEmf, aPattern(2, 2, 3))).has_value() &&
-                          aDecoded(codecWmf, aEncoded(codecWmf, aPattern(2, 2, 3))).has_value();
-    std::_Exit(!bDrawing && bPicture ? 0 : 1);
+    const bool drawing =
+        aDecoded(kEmfCodec, EmfMaker(2, 2).Record(Emr::Rectangle, {0, 0, 1, 1}).aFile()).has_value() ||
+        aDecoded(kWmfCodec, WmfMaker(2, 2).Record(0x041B, {1, 1, 0, 0}).aFile()).has_value() ||
+        aDecoded(kWmfCodec, WmfMaker().Record(0x041B, {1, 1, 0, 0}).aFile()).has_value();
+    const bool is_picture = aDecoded(kEmfCodec, aEncoded(kEmfCodec, aPattern(2, 2, 3))).has_value() &&
+                            aDecoded(kWmfCodec, aEncoded(kWmfCodec, aPattern(2, 2, 3))).has_value();
+    std::_Exit(!drawing && is_picture ? 0 : 1);
 }
 
 TEST(MetafileModule, IsMissedOnlyByFilesThatMustBePlayed)

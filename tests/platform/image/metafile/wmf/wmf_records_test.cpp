@@ -113,7 +113,7 @@ TEST(WmfPicture, WithoutAnyWindowIsAsLargeAsWhatIsDrawn)
 
 TEST(WmfPicture, WithoutAnythingIsRefused)
 {
-    EXPECT_FALSE(aDecoded(codecWmf, WmfMaker().Record(kSetBkMode, {1}).aFile()).has_value());
+    EXPECT_FALSE(aDecoded(kWmfCodec, WmfMaker().Record(kSetBkMode, {1}).aFile()).has_value());
 }
 
 TEST(WmfRectangle, EndsBeforeItsLastRow)
