@@ -123,7 +123,7 @@ TEST_P(RasterSamples, OfOtherFormatsAreRefused)
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, RasterSamples,
-                         testing::Values(SampleFolder{"bmp", kBmpCodec}, SampleFolder{"pcx", codecPcx},
+                         testing::Values(SampleFolder{"bmp", kBmpCodec}, SampleFolder{"pcx", kPcxCodec},
                                          SampleFolder{"ras", codecRas}, SampleFolder{"tga", codecTga},
                                          SampleFolder{"ico", kIcoCodec}, SampleFolder{"cur", kCurCodec},
                                          SampleFolder{"ani", kAniCodec}),

@@ -119,7 +119,7 @@ TEST_P(RasterWrites, SayThatNothingWasWrittenWhenTheFileFailed)
 
 INSTANTIATE_TEST_SUITE_P(Formats, RasterWrites,
                          testing::Values(Written{"bmp", kBmpCodec, "bmptopnm"},
-                                         Written{"pcx", codecPcx, "pcxtoppm"},
+                                         Written{"pcx", kPcxCodec, "pcxtoppm"},
                                          Written{"ras", codecRas, "rasttopnm"},
                                          Written{"tga", codecTga, "tgatoppm"}),
                          [](const auto& objInfo) { return std::string(objInfo.param.sExtension); });
@@ -166,7 +166,7 @@ RC_GTEST_PROP(RasterRoundTrip, BmpGivesEveryPixelBack, ())
 
 RC_GTEST_PROP(RasterRoundTrip, PcxGivesEveryPixelBack, ())
 {
-    CheckRoundTrip(codecPcx);
+    CheckRoundTrip(kPcxCodec);
 }
 
 RC_GTEST_PROP(RasterRoundTrip, RasGivesEveryPixelBack, ())

@@ -44,112 +44,113 @@ static constexpr std::array<std::array<std::uint8_t, 3>, 16> kEgaColours = {{{0x
                                                                              {0xFF, 0xFF, 0xFF}}};
 
 struct PcxHeader {
-    std::uint8_t nVersion = 0;
-    bool bPacked = false;
-    std::uint32_t nBits = 0;  ///< in one plane
-    std::uint32_t nPlanes = 0;
-    std::uint64_t nWidth = 0;
-    std::uint64_t nHeight = 0;
-    std::uint64_t nBytesPerLine = 0;  ///< of one plane
-    std::uint32_t nDotsX = 0;
-    std::uint32_t nDotsY = 0;
-    bool bGreys = false;                      ///< the header calls the palette one of greys
-    std::array<std::uint8_t, 48> aColours{};  ///< red, green, blue of 16 entries
+    std::uint8_t version = 0;
+    bool packed = false;
+    std::uint32_t bits = 0;  ///< in one plane
+    std::uint32_t planes = 0;
+    std::uint64_t width = 0;
+    std::uint64_t height = 0;
+    std::uint64_t bytes_per_line = 0;  ///< of one plane
+    std::uint32_t dots_x = 0;
+    std::uint32_t dots_y = 0;
+    bool greys = false;                      ///< the header calls the palette one of greys
+    std::array<std::uint8_t, 48> colours{};  ///< red, green, blue of 16 entries
 
-    std::uint64_t nRowSize() const { return nBytesPerLine * nPlanes; }
-    std::uint32_t nColourBits() const { return nBits * nPlanes; }
+    std::uint64_t RowSize() const { return bytes_per_line * planes; }
+    std::uint32_t ColourBits() const { return bits * planes; }
 };
 
-static bool bReadHeader(Bytes aHead, PcxHeader& objHeader)
+static bool ReadHeader(Bytes head, PcxHeader& header)
 {
-    ByteReader rd(aHead);
-    const bool bMagic = rd.U8() == kMagic;
-    objHeader.nVersion = rd.U8();
-    const std::uint8_t nEncoding = rd.U8();
-    objHeader.bPacked = nEncoding == 1;
-    objHeader.nBits = rd.U8();
-    const std::uint32_t nLeft = rd.U16Le(), nTop = rd.U16Le(), nRight = rd.U16Le(), nBottom = rd.U16Le();
-    objHeader.nDotsX = rd.U16Le();
-    objHeader.nDotsY = rd.U16Le();
-    const Bytes aColours = rd.Take(objHeader.aColours.size());
-    rd.U8();
-    objHeader.nPlanes = rd.U8();
-    objHeader.nBytesPerLine = rd.U16Le();
-    objHeader.bGreys = rd.U16Le() == kPaletteOfGreys;
-    rd.Take(58);  // screen size, filling
-    if (rd.Failed() || !bMagic || objHeader.nVersion > kVersionWithLongPalette || nEncoding > 1 ||
-        nRight < nLeft || nBottom < nTop)
+    ByteReader reader(head);
+    const bool has_magic = reader.U8() == kMagic;
+    header.version = reader.U8();
+    const std::uint8_t encoding = reader.U8();
+    header.packed = encoding == 1;
+    header.bits = reader.U8();
+    const std::uint32_t left = reader.U16Le(), top = reader.U16Le(), right = reader.U16Le(),
+                        bottom = reader.U16Le();
+    header.dots_x = reader.U16Le();
+    header.dots_y = reader.U16Le();
+    const Bytes colours = reader.Take(header.colours.size());
+    reader.U8();
+    header.planes = reader.U8();
+    header.bytes_per_line = reader.U16Le();
+    header.greys = reader.U16Le() == kPaletteOfGreys;
+    reader.Take(58);  // screen size, filling
+    if (reader.Failed() || !has_magic || header.version > kVersionWithLongPalette || encoding > 1 ||
+        right < left || bottom < top)
         return false;
-    std::copy(aColours.begin(), aColours.end(), objHeader.aColours.begin());
-    objHeader.nWidth = nRight - nLeft + 1;
-    objHeader.nHeight = nBottom - nTop + 1;
-    const std::uint32_t nBits = objHeader.nBits, nPlanes = objHeader.nPlanes;
-    const bool bKnown = (nBits == 1 && nPlanes >= 1 && nPlanes <= 4) ||
-                        ((nBits == 2 || nBits == 4) && nPlanes == 1) ||
-                        (nBits == 8 && (nPlanes == 1 || nPlanes == 3 || nPlanes == 4));
-    return bKnown && objHeader.nBytesPerLine * 8 >= objHeader.nWidth * nBits;
+    std::copy(colours.begin(), colours.end(), header.colours.begin());
+    header.width = right - left + 1;
+    header.height = bottom - top + 1;
+    const std::uint32_t bits = header.bits, planes = header.planes;
+    const bool known = (bits == 1 && planes >= 1 && planes <= 4) ||
+                       ((bits == 2 || bits == 4) && planes == 1) ||
+                       (bits == 8 && (planes == 1 || planes == 3 || planes == 4));
+    return known && header.bytes_per_line * 8 >= header.width * bits;
 }
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    PcxHeader objHeader;
-    return bReadHeader(aHead, objHeader);
+    PcxHeader header;
+    return ReadHeader(head, header);
 }
 
 // Where the pixel data ends: before the long palette, if there is one.
-static bool bHasLongPalette(const PcxHeader& objHeader, Bytes aFile)
+static bool HasLongPalette(const PcxHeader& header, Bytes file)
 {
-    return objHeader.nVersion == kVersionWithLongPalette && objHeader.nColourBits() == 8 &&
-           aFile.size() >= kHeaderSize + kLongPaletteSize &&
-           aFile[aFile.size() - kLongPaletteSize] == kLongPaletteMark;
+    return header.version == kVersionWithLongPalette && header.ColourBits() == 8 &&
+           file.size() >= kHeaderSize + kLongPaletteSize &&
+           file[file.size() - kLongPaletteSize] == kLongPaletteMark;
 }
 
-static void SetColour(Palette& aPalette, std::size_t nIndex, const std::uint8_t* pRedGreenBlue)
+static void SetColour(Palette& palette, std::size_t index, const std::uint8_t* red_green_blue)
 {
-    aPalette[nIndex] = {pRedGreenBlue[2], pRedGreenBlue[1], pRedGreenBlue[0]};
+    palette[index] = {red_green_blue[2], red_green_blue[1], red_green_blue[0]};
 }
 
-static Palette aPaletteOf(const PcxHeader& objHeader, Bytes aFile)
+static Palette PaletteOf(const PcxHeader& header, Bytes file)
 {
-    Palette aPalette{};
-    if (objHeader.nColourBits() == 1) {
-        aPalette[1] = {255, 255, 255};
-    } else if (bHasLongPalette(objHeader, aFile)) {
-        const Bytes aEntries = aFile.last(kLongPaletteSize - 1);
+    Palette palette{};
+    if (header.ColourBits() == 1) {
+        palette[1] = {255, 255, 255};
+    } else if (HasLongPalette(header, file)) {
+        const Bytes entries = file.last(kLongPaletteSize - 1);
         for (std::size_t i = 0; i < 256; ++i)
-            SetColour(aPalette, i, aEntries.data() + i * 3);
-    } else if (objHeader.nColourBits() == 8) {
+            SetColour(palette, i, entries.data() + i * 3);
+    } else if (header.ColourBits() == 8) {
         for (std::size_t i = 0; i < 256; ++i)
-            aPalette[i].fill(static_cast<std::uint8_t>(i));
+            palette[i].fill(static_cast<std::uint8_t>(i));
     } else {
         // Versions 0 and 3 have no palette, whatever stands in its place.
-        const bool bNone = objHeader.nVersion == 0 || objHeader.nVersion == 3 ||
-                           std::all_of(objHeader.aColours.begin(), objHeader.aColours.end(),
-                                       [](std::uint8_t nByte) { return nByte == 0; });
+        const bool none = header.version == 0 || header.version == 3 ||
+                          std::all_of(header.colours.begin(), header.colours.end(),
+                                      [](std::uint8_t byte) { return byte == 0; });
         for (std::size_t i = 0; i < 16; ++i)
-            SetColour(aPalette, i, bNone ? kEgaColours[i].data() : objHeader.aColours.data() + i * 3);
+            SetColour(palette, i, none ? kEgaColours[i].data() : header.colours.data() + i * 3);
     }
-    return aPalette;
+    return palette;
 }
 
 // Brings the indexes of one row, packed in a plane or spread over several, to one byte each.
-static void UnpackIndexes(const PcxHeader& objHeader, const std::uint8_t* pRow, std::uint8_t* pIndexes)
+static void UnpackIndexes(const PcxHeader& header, const std::uint8_t* row, std::uint8_t* indexes)
 {
-    const std::uint32_t nBits = objHeader.nBits;
-    const std::uint32_t nMask = (1u << nBits) - 1;
-    for (std::uint64_t x = 0; x < objHeader.nWidth; ++x) {
-        const std::uint64_t nBit = x * nBits;
-        std::uint32_t nIndex = 0;
-        for (std::uint32_t nPlane = 0; nPlane < objHeader.nPlanes; ++nPlane) {
-            const std::uint32_t nByte = pRow[nPlane * objHeader.nBytesPerLine + nBit / 8];
-            nIndex |= (nByte >> (8 - nBits - nBit % 8) & nMask) << (nPlane * nBits);
+    const std::uint32_t bits = header.bits;
+    const std::uint32_t mask = (1u << bits) - 1;
+    for (std::uint64_t x = 0; x < header.width; ++x) {
+        const std::uint64_t bit = x * bits;
+        std::uint32_t index = 0;
+        for (std::uint32_t plane = 0; plane < header.planes; ++plane) {
+            const std::uint32_t byte = row[plane * header.bytes_per_line + bit / 8];
+            index |= (byte >> (8 - bits - bit % 8) & mask) << (plane * bits);
         }
-        pIndexes[x] = static_cast<std::uint8_t>(nIndex);
+        indexes[x] = static_cast<std::uint8_t>(index);
     }
 }
 
 // The resolution, unless it is the size of a screen or of the picture, which some programs put there.
-static void SetResolution(const PcxHeader& objHeader, ImageBuffer& aImage)
+static void SetResolution(const PcxHeader& header, ImageBuffer& image)
 {
     static constexpr std::array<std::array<std::uint32_t, 2>, 9> kScreens = {{{320, 200},
                                                                               {640, 200},
@@ -160,161 +161,160 @@ static void SetResolution(const PcxHeader& objHeader, ImageBuffer& aImage)
                                                                               {720, 350},
                                                                               {800, 600},
                                                                               {1024, 768}}};
-    const std::array<std::uint32_t, 2> aDots = {objHeader.nDotsX, objHeader.nDotsY};
-    const bool bScreen = std::find(kScreens.begin(), kScreens.end(), aDots) != kScreens.end();
-    const bool bPicture = aDots[0] == objHeader.nWidth && aDots[1] == objHeader.nHeight;
-    if (aDots[0] == 0 || aDots[1] == 0 || bScreen || bPicture)
+    const std::array<std::uint32_t, 2> dots = {header.dots_x, header.dots_y};
+    const bool screen = std::find(kScreens.begin(), kScreens.end(), dots) != kScreens.end();
+    const bool is_picture = dots[0] == header.width && dots[1] == header.height;
+    if (dots[0] == 0 || dots[1] == 0 || screen || is_picture)
         return;
-    aImage.dots_per_inch_x = aDots[0];
-    aImage.dots_per_inch_y = aDots[1];
+    image.dots_per_inch_x = dots[0];
+    image.dots_per_inch_y = dots[1];
 }
 
-static void ConvertPlanes(const PcxHeader& objHeader, const std::uint8_t* pRow, std::uint8_t* pOut)
+static void ConvertPlanes(const PcxHeader& header, const std::uint8_t* row, std::uint8_t* out)
 {
-    const std::uint8_t* pRed = pRow;
-    const std::uint8_t* pGreen = pRow + objHeader.nBytesPerLine;
-    const std::uint8_t* pBlue = pGreen + objHeader.nBytesPerLine;
-    const std::uint8_t* pAlpha = pBlue + objHeader.nBytesPerLine;
-    if (objHeader.nPlanes == 3) {
-        for (std::uint64_t x = 0; x < objHeader.nWidth; ++x, pOut += 3) {
-            pOut[0] = pBlue[x];
-            pOut[1] = pGreen[x];
-            pOut[2] = pRed[x];
+    const std::uint8_t* red = row;
+    const std::uint8_t* green = row + header.bytes_per_line;
+    const std::uint8_t* blue = green + header.bytes_per_line;
+    const std::uint8_t* alpha = blue + header.bytes_per_line;
+    if (header.planes == 3) {
+        for (std::uint64_t x = 0; x < header.width; ++x, out += 3) {
+            out[0] = blue[x];
+            out[1] = green[x];
+            out[2] = red[x];
         }
         return;
     }
-    for (std::uint64_t x = 0; x < objHeader.nWidth; ++x, pOut += 4) {
-        pOut[0] = pBlue[x];
-        pOut[1] = pGreen[x];
-        pOut[2] = pRed[x];
-        pOut[3] = pAlpha[x];
+    for (std::uint64_t x = 0; x < header.width; ++x, out += 4) {
+        out[0] = blue[x];
+        out[1] = green[x];
+        out[2] = red[x];
+        out[3] = alpha[x];
     }
 }
 
-static bool bDecode(InputFile& objFile, const PcxHeader& objHeader, ImageBuffer& aImage)
+static bool Decode(InputFile& file, const PcxHeader& header, ImageBuffer& image)
 {
-    const Bytes aFile = objFile.All();
-    if (aFile.size() < kHeaderSize || !IsSizeAllowed(objHeader.nWidth, objHeader.nHeight))
+    const Bytes bytes = file.All();
+    if (bytes.size() < kHeaderSize || !IsSizeAllowed(header.width, header.height))
         return false;
     // Version 5 puts the colours of 8 bits at the end: without them the file has been cut.
-    if (objHeader.nVersion == kVersionWithLongPalette && objHeader.nColourBits() == 8 && !objHeader.bGreys &&
-        !bHasLongPalette(objHeader, aFile))
+    if (header.version == kVersionWithLongPalette && header.ColourBits() == 8 && !header.greys &&
+        !HasLongPalette(header, bytes))
         return false;
-    const std::size_t nEnd = aFile.size() - (bHasLongPalette(objHeader, aFile) ? kLongPaletteSize : 0);
-    const Bytes aData = aFile.first(nEnd).subspan(kHeaderSize);
+    const std::size_t end = bytes.size() - (HasLongPalette(header, bytes) ? kLongPaletteSize : 0);
+    const Bytes data = bytes.first(end).subspan(kHeaderSize);
     // Two bytes hold 63 at most.
-    if (objHeader.nRowSize() * objHeader.nHeight > (objHeader.bPacked ? aData.size() * 63 / 2 : aData.size()))
+    if (header.RowSize() * header.height > (header.packed ? data.size() * 63 / 2 : data.size()))
         return false;
 
-    const Palette aPalette = aPaletteOf(objHeader, aFile);
-    const bool bIndexes = objHeader.nColourBits() <= 8;
-    const std::size_t nColours = bIndexes ? std::size_t{1} << objHeader.nColourBits() : 0;
-    const bool bGrey =
-        bIndexes &&
-        std::all_of(aPalette.begin(), aPalette.begin() + static_cast<std::ptrdiff_t>(nColours),
-                    [](const auto& aEntry) { return aEntry[0] == aEntry[1] && aEntry[1] == aEntry[2]; });
-    const std::int32_t lChannels = bGrey ? 1 : objHeader.nPlanes == 4 && !bIndexes ? 4 : 3;
-    ImageBuffer aResult;
-    if (!Allocate(aResult, objHeader.nWidth, objHeader.nHeight, lChannels))
+    const Palette palette = PaletteOf(header, bytes);
+    const bool indexed = header.ColourBits() <= 8;
+    const std::size_t colours = indexed ? std::size_t{1} << header.ColourBits() : 0;
+    const bool is_grey =
+        indexed &&
+        std::all_of(palette.begin(), palette.begin() + static_cast<std::ptrdiff_t>(colours),
+                    [](const auto& entry) { return entry[0] == entry[1] && entry[1] == entry[2]; });
+    const std::int32_t channels = is_grey ? 1 : header.planes == 4 && !indexed ? 4 : 3;
+    ImageBuffer result;
+    if (!Allocate(result, header.width, header.height, channels))
         return false;
 
-    PcxRuns objRuns(aData, objHeader.bPacked);
-    std::vector<std::uint8_t> aRow(objHeader.nRowSize());
-    std::vector<std::uint8_t> aIndexes(bIndexes ? objHeader.nWidth : 0);
-    std::uint8_t* pOut = aResult.bytes.data();
-    for (std::uint64_t y = 0; y < objHeader.nHeight; ++y) {
-        if (!objRuns.bNextRow(aRow))
+    PcxRuns runs(data, header.packed);
+    std::vector<std::uint8_t> row(header.RowSize());
+    std::vector<std::uint8_t> indexes(indexed ? header.width : 0);
+    std::uint8_t* out = result.bytes.data();
+    for (std::uint64_t y = 0; y < header.height; ++y) {
+        if (!runs.NextRow(row))
             return false;
-        if (!bIndexes) {
-            ConvertPlanes(objHeader, aRow.data(), pOut);
+        if (!indexed) {
+            ConvertPlanes(header, row.data(), out);
         } else {
-            UnpackIndexes(objHeader, aRow.data(), aIndexes.data());
-            for (std::uint64_t x = 0; x < objHeader.nWidth; ++x)
-                std::memcpy(pOut + x * static_cast<std::uint64_t>(lChannels), aPalette[aIndexes[x]].data(),
-                            static_cast<std::size_t>(lChannels));
+            UnpackIndexes(header, row.data(), indexes.data());
+            for (std::uint64_t x = 0; x < header.width; ++x)
+                std::memcpy(out + x * static_cast<std::uint64_t>(channels), palette[indexes[x]].data(),
+                            static_cast<std::size_t>(channels));
         }
-        pOut += objHeader.nWidth * static_cast<std::uint64_t>(lChannels);
+        out += header.width * static_cast<std::uint64_t>(channels);
     }
-    DropUnsetAlpha(aResult);
-    SetResolution(objHeader, aResult);
-    aImage = std::move(aResult);
+    DropUnsetAlpha(result);
+    SetResolution(header, result);
+    image = std::move(result);
     return true;
 }
 
-static std::unique_ptr<ImageDecoder> Open(InputFile& objFile)
+static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {
-    PcxHeader objHeader;
-    if (!bReadHeader(objFile.Head(), objHeader))
+    PcxHeader header;
+    if (!ReadHeader(file.Head(), header))
         return nullptr;
-    return pSinglePage(
-        [&objFile, objHeader](ImageBuffer& aImage) { return bDecode(objFile, objHeader, aImage); });
+    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
 }
 
-static std::uint16_t nDots(double dDotsPerInch)
+static std::uint16_t ToDots(double dots_per_inch)
 {
-    return static_cast<std::uint16_t>(std::lround(std::clamp(dDotsPerInch, 0.0, 65535.0)));
+    return static_cast<std::uint16_t>(std::lround(std::clamp(dots_per_inch, 0.0, 65535.0)));
 }
 
-static void WriteHeader(const ImageBuffer& aImage, std::uint64_t nBytesPerLine, OutputFile& objOut)
+static void WriteHeader(const ImageBuffer& image, std::uint64_t bytes_per_line, OutputFile& out)
 {
-    const bool bGrey = aImage.channels == 1;
-    const std::array<std::uint8_t, 4> aBegin = {kMagic, kVersionWithLongPalette, 1, 8};
-    objOut.Write(aBegin);
-    objOut.WriteU32Le(0);  // left, top
-    objOut.WriteU16Le(static_cast<std::uint16_t>(aImage.width - 1));
-    objOut.WriteU16Le(static_cast<std::uint16_t>(aImage.height - 1));
-    objOut.WriteU16Le(nDots(aImage.dots_per_inch_x));
-    objOut.WriteU16Le(nDots(aImage.dots_per_inch_y));
-    objOut.Write(std::array<std::uint8_t, 48>{});
-    objOut.WriteU8(0);
-    objOut.WriteU8(bGrey ? 1 : 3);
-    objOut.WriteU16Le(static_cast<std::uint16_t>(nBytesPerLine));
-    objOut.WriteU16Le(bGrey ? kPaletteOfGreys : kPaletteOfColours);
-    objOut.Write(std::array<std::uint8_t, 58>{});
+    const bool is_grey = image.channels == 1;
+    const std::array<std::uint8_t, 4> begin = {kMagic, kVersionWithLongPalette, 1, 8};
+    out.Write(begin);
+    out.WriteU32Le(0);  // left, top
+    out.WriteU16Le(static_cast<std::uint16_t>(image.width - 1));
+    out.WriteU16Le(static_cast<std::uint16_t>(image.height - 1));
+    out.WriteU16Le(ToDots(image.dots_per_inch_x));
+    out.WriteU16Le(ToDots(image.dots_per_inch_y));
+    out.Write(std::array<std::uint8_t, 48>{});
+    out.WriteU8(0);
+    out.WriteU8(is_grey ? 1 : 3);
+    out.WriteU16Le(static_cast<std::uint16_t>(bytes_per_line));
+    out.WriteU16Le(is_grey ? kPaletteOfGreys : kPaletteOfColours);
+    out.Write(std::array<std::uint8_t, 58>{});
 }
 
 // Each plane of a row is packed by itself: readers that keep to the rule expect no run to cross its end.
-static bool bEncode(const ImageBuffer& aImage, const SaveSettings&, OutputFile& objOut)
+static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& out)
 {
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::size_t nBytesPerLine = (nWidth + 1) / 2 * 2;
-    WriteHeader(aImage, nBytesPerLine, objOut);
+    const auto width = static_cast<std::size_t>(image.width);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::size_t bytes_per_line = (width + 1) / 2 * 2;
+    WriteHeader(image, bytes_per_line, out);
 
-    std::vector<std::uint8_t> aPlanes(nBytesPerLine * 3);
-    std::vector<std::uint8_t> aPacked(nBytesPerLine * 3 * 2);
-    const std::uint8_t* pRow = aImage.bytes.data();
-    for (std::int32_t y = 0; y < aImage.height && !objOut.Failed(); ++y, pRow += nWidth * nChannels) {
-        if (nChannels == 1) {
-            std::memcpy(aPlanes.data(), pRow, nWidth);
+    std::vector<std::uint8_t> planes(bytes_per_line * 3);
+    std::vector<std::uint8_t> packed(bytes_per_line * 3 * 2);
+    const std::uint8_t* row = image.bytes.data();
+    for (std::int32_t y = 0; y < image.height && !out.Failed(); ++y, row += width * channels) {
+        if (channels == 1) {
+            std::memcpy(planes.data(), row, width);
         } else {
-            std::uint8_t* pRed = aPlanes.data();
-            std::uint8_t* pGreen = pRed + nBytesPerLine;
-            std::uint8_t* pBlue = pGreen + nBytesPerLine;
-            for (std::size_t x = 0; x < nWidth; ++x) {
-                pBlue[x] = pRow[x * 3];
-                pGreen[x] = pRow[x * 3 + 1];
-                pRed[x] = pRow[x * 3 + 2];
+            std::uint8_t* red = planes.data();
+            std::uint8_t* green = red + bytes_per_line;
+            std::uint8_t* blue = green + bytes_per_line;
+            for (std::size_t x = 0; x < width; ++x) {
+                blue[x] = row[x * 3];
+                green[x] = row[x * 3 + 1];
+                red[x] = row[x * 3 + 2];
             }
         }
-        std::size_t nPacked = 0;
-        for (std::size_t nPlane = 0; nPlane < nChannels; ++nPlane) {
+        std::size_t packed_size = 0;
+        for (std::size_t plane_index = 0; plane_index < channels; ++plane_index) {
             // The filling repeats the last pixel, which packs best.
-            const std::span<std::uint8_t> aPlane =
-                std::span(aPlanes).subspan(nPlane * nBytesPerLine, nBytesPerLine);
-            aPlane[nBytesPerLine - 1] = aPlane[nWidth - 1];
-            nPacked += nPackPcxRow(aPlane, aPacked.data() + nPacked);
+            const std::span<std::uint8_t> plane =
+                std::span(planes).subspan(plane_index * bytes_per_line, bytes_per_line);
+            plane[bytes_per_line - 1] = plane[width - 1];
+            packed_size += PackPcxRow(plane, packed.data() + packed_size);
         }
-        objOut.Write(Bytes(aPacked).first(nPacked));
+        out.Write(Bytes(packed).first(packed_size));
     }
-    if (nChannels == 1) {
-        objOut.WriteU8(kLongPaletteMark);
-        for (std::uint32_t nGrey = 0; nGrey < 256; ++nGrey)
-            objOut.Write(std::array<std::uint8_t, 3>{static_cast<std::uint8_t>(nGrey),
-                                                     static_cast<std::uint8_t>(nGrey),
-                                                     static_cast<std::uint8_t>(nGrey)});
+    if (channels == 1) {
+        out.WriteU8(kLongPaletteMark);
+        for (std::uint32_t grey = 0; grey < 256; ++grey)
+            out.Write(std::array<std::uint8_t, 3>{static_cast<std::uint8_t>(grey),
+                                                  static_cast<std::uint8_t>(grey),
+                                                  static_cast<std::uint8_t>(grey)});
     }
-    return !objOut.Failed();
+    return !out.Failed();
 }
 
-const Codec codecPcx{7, false, false, Sniff, Open, bEncode};
+const Codec kPcxCodec{7, false, false, Sniff, Open, Encode};

@@ -8,4 +8,4 @@
 /// version. One bit in one plane is black and white. Where the file has no palette the 16 colours of the EGA
 /// stand in for it, or levels of grey with 8 bits. A fourth plane is alpha. Writes version 5: three planes,
 /// or one with a palette of greys.
-extern const Codec codecPcx;
+extern const Codec kPcxCodec;

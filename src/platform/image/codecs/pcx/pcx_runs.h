@@ -12,19 +12,19 @@
 class PcxRuns
 {
 public:
-    /// aData must outlive the object. Without bPacked the bytes are taken as they are.
-    PcxRuns(Bytes aData, bool bPacked) : m_aLeft(aData), m_bPacked(bPacked) {}
+    /// data must outlive the object. Without packed the bytes are taken as they are.
+    PcxRuns(Bytes data, bool packed) : left_(data), packed_(packed) {}
 
-    /// Fills all of aRow; False when the data ended before.
-    bool bNextRow(std::span<std::uint8_t> aRow);
+    /// Fills all of row; False when the data ended before.
+    bool NextRow(std::span<std::uint8_t> row);
 
 private:
-    Bytes m_aLeft;
-    bool m_bPacked;
-    std::size_t m_nRun = 0;  ///< what is left of a run that the last row ended in
-    std::uint8_t m_nRunValue = 0;
+    Bytes left_;
+    bool packed_;
+    std::size_t run_ = 0;  ///< what is left of a run that the last row ended in
+    std::uint8_t run_value_ = 0;
 };
 
-/// Packs one row (or one plane of it) and returns how many bytes it took; pOut has room for 2 * aRow.size().
-/// pOut must not lie in aRow.
-std::size_t nPackPcxRow(Bytes aRow, std::uint8_t* pOut);
+/// Packs one row (or one plane of it) and returns how many bytes it took; out has room for 2 * row.size().
+/// out must not lie in row.
+std::size_t PackPcxRow(Bytes row, std::uint8_t* out);

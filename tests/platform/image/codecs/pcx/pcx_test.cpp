@@ -9,212 +9,212 @@
 using Levels = std::vector<int>;
 
 struct Shape {
-    int lVersion = 5;
-    int lEncoding = 1;
-    int lBits = 8;
-    int lPlanes = 1;
-    std::uint32_t nWidth = 1;
-    std::uint32_t nHeight = 1;
-    std::uint32_t nBytesPerLine = 1;
-    std::uint32_t nPaletteKind = 1;
-    std::uint32_t nDotsX = 0;
-    std::uint32_t nDotsY = 0;
-    std::vector<std::uint8_t> aColours = {};  ///< of the header
+    int version = 5;
+    int encoding = 1;
+    int bits = 8;
+    int planes = 1;
+    std::uint32_t width = 1;
+    std::uint32_t height = 1;
+    std::uint32_t bytes_per_line = 1;
+    std::uint32_t palette_kind = 1;
+    std::uint32_t dots_x = 0;
+    std::uint32_t dots_y = 0;
+    std::vector<std::uint8_t> colours = {};  ///< of the header
 };
 
-static ByteMaker objHeader(const Shape& objShape)
+static ByteMaker Header(const Shape& shape)
 {
-    ByteMaker mk;
-    mk.U8({10, objShape.lVersion, objShape.lEncoding, objShape.lBits});
-    mk.U16Le({5, 6, 5 + objShape.nWidth - 1, 6 + objShape.nHeight - 1, objShape.nDotsX, objShape.nDotsY});
-    mk.All(objShape.aColours).Zeros(48 - objShape.aColours.size()).U8({0, objShape.lPlanes});
-    mk.U16Le({objShape.nBytesPerLine, objShape.nPaletteKind}).Zeros(58);
-    return mk;
+    ByteMaker maker;
+    maker.U8({10, shape.version, shape.encoding, shape.bits});
+    maker.U16Le({5, 6, 5 + shape.width - 1, 6 + shape.height - 1, shape.dots_x, shape.dots_y});
+    maker.All(shape.colours).Zeros(48 - shape.colours.size()).U8({0, shape.planes});
+    maker.U16Le({shape.bytes_per_line, shape.palette_kind}).Zeros(58);
+    return maker;
 }
 
-static ByteMaker& Palette(ByteMaker& mk)
+static ByteMaker& Palette(ByteMaker& maker)
 {
-    mk.U8({12});
+    maker.U8({12});
     for (int i = 0; i < 256; ++i)
-        mk.U8({i, 255 - i, 7});
-    return mk;
+        maker.U8({i, 255 - i, 7});
+    return maker;
 }
 
-static Levels aLevels(const ByteMaker& mk)
+static Levels LevelsOf(const ByteMaker& maker)
 {
-    const auto aImage = aDecoded(codecPcx, mk.aBytes());
-    return aImage ? Levels{aImage->bytes.begin(), aImage->bytes.end()} : Levels{-1};
+    const auto image = aDecoded(kPcxCodec, maker.aBytes());
+    return image ? Levels{image->bytes.begin(), image->bytes.end()} : Levels{-1};
 }
 
 TEST(PcxReads, OneBitAsBlackAndWhiteWhateverThePalette)
 {
-    const Shape objShape{.lBits = 1, .nWidth = 10, .nBytesPerLine = 2, .aColours = {9, 9, 9, 8, 8, 8}};
+    const Shape shape{.bits = 1, .width = 10, .bytes_per_line = 2, .colours = {9, 9, 9, 8, 8, 8}};
 
-    EXPECT_EQ(aLevels(objHeader(objShape).U8({0xC1, 0xD0, 0x40})),
-              (Levels{255, 255, 0, 255, 0, 0, 0, 0, 0, 255}));
+    EXPECT_EQ(LevelsOf(Header(shape).U8({0xC1, 0xD0, 0x40})), (Levels{255, 255, 0, 255, 0, 0, 0, 0, 0, 255}));
 }
 
 TEST(PcxReads, PlanesOfOneBitAsIndexesTheFirstPlaneBeingTheLowestBit)
 {
-    Shape objShape{.lBits = 1, .lPlanes = 4, .nWidth = 3, .nBytesPerLine = 2};
+    Shape shape{.bits = 1, .planes = 4, .width = 3, .bytes_per_line = 2};
     for (std::uint8_t i = 0; i < 16; ++i)
-        objShape.aColours.insert(objShape.aColours.end(), {i, 0, 0});
+        shape.colours.insert(shape.colours.end(), {i, 0, 0});
 
-    EXPECT_EQ(aLevels(objHeader(objShape).U8({0x80, 0, 0x60, 0, 0x20, 0, 0xC1, 0xE0, 0})),
+    EXPECT_EQ(LevelsOf(Header(shape).U8({0x80, 0, 0x60, 0, 0x20, 0, 0xC1, 0xE0, 0})),
               (Levels{0, 0, 9, 0, 0, 10, 0, 0, 14}));
 }
 
 TEST(PcxReads, PackedIndexesFromTheHighBitsOn)
 {
-    Shape objTwo{
-        .lBits = 2, .nWidth = 4, .nBytesPerLine = 1, .aColours = {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}};
-    Shape objFour{.lBits = 4, .nWidth = 2, .nBytesPerLine = 1};
+    Shape two{.bits = 2, .width = 4, .bytes_per_line = 1, .colours = {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}};
+    Shape four{.bits = 4, .width = 2, .bytes_per_line = 1};
     for (std::uint8_t i = 0; i < 16; ++i)
-        objFour.aColours.insert(objFour.aColours.end(), {i, i, i});
+        four.colours.insert(four.colours.end(), {i, i, i});
 
-    EXPECT_EQ(aLevels(objHeader(objTwo).U8({0x1B})), (Levels{1, 2, 3, 4}));
-    EXPECT_EQ(aLevels(objHeader(objFour).U8({0xA5})), (Levels{10, 5}));
+    EXPECT_EQ(LevelsOf(Header(two).U8({0x1B})), (Levels{1, 2, 3, 4}));
+    EXPECT_EQ(LevelsOf(Header(four).U8({0xA5})), (Levels{10, 5}));
 }
 
 TEST(PcxReads, TheColoursOfTheEgaWhereTheVersionHasNoPaletteOrItIsEmpty)
 {
-    Shape objShape{.lVersion = 3, .lBits = 4, .nWidth = 2, .nBytesPerLine = 1, .aColours = {9, 9, 9}};
-    const Levels aBrownAndYellow = {0x00, 0x55, 0xAA, 0x55, 0xFF, 0xFF};
+    Shape shape{.version = 3, .bits = 4, .width = 2, .bytes_per_line = 1, .colours = {9, 9, 9}};
+    const Levels brown_and_yellow = {0x00, 0x55, 0xAA, 0x55, 0xFF, 0xFF};
 
-    EXPECT_EQ(aLevels(objHeader(objShape).U8({0x6E})), aBrownAndYellow);
-    objShape.lVersion = 0;
-    EXPECT_EQ(aLevels(objHeader(objShape).U8({0x6E})), aBrownAndYellow);
-    objShape.lVersion = 5;
-    EXPECT_NE(aLevels(objHeader(objShape).U8({0x6E})), aBrownAndYellow);
-    objShape.aColours.clear();
-    EXPECT_EQ(aLevels(objHeader(objShape).U8({0x6E})), aBrownAndYellow);
+    EXPECT_EQ(LevelsOf(Header(shape).U8({0x6E})), brown_and_yellow);
+    shape.version = 0;
+    EXPECT_EQ(LevelsOf(Header(shape).U8({0x6E})), brown_and_yellow);
+    shape.version = 5;
+    EXPECT_NE(LevelsOf(Header(shape).U8({0x6E})), brown_and_yellow);
+    shape.colours.clear();
+    EXPECT_EQ(LevelsOf(Header(shape).U8({0x6E})), brown_and_yellow);
 }
 
 TEST(PcxReads, EightBitsThroughThePaletteAtTheEnd)
 {
-    ByteMaker mk = objHeader({.nWidth = 2, .nBytesPerLine = 2}).U8({3, 100});
+    ByteMaker maker = Header({.width = 2, .bytes_per_line = 2}).U8({3, 100});
 
-    EXPECT_EQ(aLevels(Palette(mk)), (Levels{7, 252, 3, 7, 155, 100}));
+    EXPECT_EQ(LevelsOf(Palette(maker)), (Levels{7, 252, 3, 7, 155, 100}));
 }
 
 TEST(PcxReads, EightBitsAsGreysWhereThereIsNoPaletteByRight)
 {
-    EXPECT_EQ(aLevels(objHeader({.lVersion = 3, .nWidth = 2, .nBytesPerLine = 2}).U8({3, 100})),
+    EXPECT_EQ(LevelsOf(Header({.version = 3, .width = 2, .bytes_per_line = 2}).U8({3, 100})),
               (Levels{3, 100}));
-    EXPECT_EQ(aLevels(objHeader({.nWidth = 2, .nBytesPerLine = 2, .nPaletteKind = 2}).U8({3, 100})),
+    EXPECT_EQ(LevelsOf(Header({.width = 2, .bytes_per_line = 2, .palette_kind = 2}).U8({3, 100})),
               (Levels{3, 100}));
-    EXPECT_EQ(aLevels(objHeader({.nWidth = 2, .nBytesPerLine = 2}).U8({3, 100})), Levels{-1})
+    EXPECT_EQ(LevelsOf(Header({.width = 2, .bytes_per_line = 2}).U8({3, 100})), Levels{-1})
         << "version 5 promises a palette of colours";
 }
 
 TEST(PcxReads, ThreePlanesAsColoursAndAFourthAsAlpha)
 {
-    EXPECT_EQ(aLevels(objHeader({.lPlanes = 3, .nWidth = 2, .nBytesPerLine = 2}).U8({1, 2, 3, 4, 5, 6})),
+    EXPECT_EQ(LevelsOf(Header({.planes = 3, .width = 2, .bytes_per_line = 2}).U8({1, 2, 3, 4, 5, 6})),
               (Levels{5, 3, 1, 6, 4, 2}));
-    EXPECT_EQ(aLevels(objHeader({.lPlanes = 4, .nWidth = 1, .nBytesPerLine = 1}).U8({1, 2, 3, 4})),
+    EXPECT_EQ(LevelsOf(Header({.planes = 4, .width = 1, .bytes_per_line = 1}).U8({1, 2, 3, 4})),
               (Levels{3, 2, 1, 4}));
-    EXPECT_EQ(aLevels(objHeader({.lPlanes = 4, .nWidth = 1, .nBytesPerLine = 1}).U8({1, 2, 3, 0})),
+    EXPECT_EQ(LevelsOf(Header({.planes = 4, .width = 1, .bytes_per_line = 1}).U8({1, 2, 3, 0})),
               (Levels{3, 2, 1}))
         << "alpha that was never set";
 }
 
 TEST(PcxReads, DataThatIsNotPacked)
 {
-    EXPECT_EQ(aLevels(objHeader({.lEncoding = 0, .lPlanes = 3, .nWidth = 1, .nBytesPerLine = 2})
-                          .U8({0xC5, 0, 0xC6, 0, 0xC7, 0})),
+    EXPECT_EQ(LevelsOf(Header({.encoding = 0, .planes = 3, .width = 1, .bytes_per_line = 2})
+                           .U8({0xC5, 0, 0xC6, 0, 0xC7, 0})),
               (Levels{0xC7, 0xC6, 0xC5}));
 }
 
 TEST(PcxReads, RunsThatGoOnInTheNextRowAndEmptyOnes)
 {
-    ByteMaker mk = objHeader({.nWidth = 4, .nHeight = 3, .nBytesPerLine = 4, .nPaletteKind = 2});
+    ByteMaker maker = Header({.width = 4, .height = 3, .bytes_per_line = 4, .palette_kind = 2});
 
-    EXPECT_EQ(aLevels(mk.U8({1, 0xC0, 99, 0xC9, 5, 0xC2, 6})), (Levels{1, 5, 5, 5, 5, 5, 5, 5, 5, 5, 6, 6}));
+    EXPECT_EQ(LevelsOf(maker.U8({1, 0xC0, 99, 0xC9, 5, 0xC2, 6})),
+              (Levels{1, 5, 5, 5, 5, 5, 5, 5, 5, 5, 6, 6}));
 }
 
 TEST(PcxReads, LongRowsOfRunsAndSingleBytes)
 {
     // Long enough for the fast way through, with every kind of run in every place.
-    ByteMaker mk = objHeader({.nWidth = 6000, .nHeight = 1, .nBytesPerLine = 6000, .nPaletteKind = 2});
-    Levels aExpected;
-    for (int i = 0; aExpected.size() < 5900; ++i) {
-        const int lCount = i % 64, lValue = i * 7 % 256;
-        mk.U8({0xC0 + lCount, lValue});
-        aExpected.insert(aExpected.end(), static_cast<std::size_t>(lCount), lValue);
-        for (int lSingle = 0; lSingle < i % 11; ++lSingle) {
-            mk.U8({lSingle * 13});
-            aExpected.push_back(lSingle * 13);
+    ByteMaker maker = Header({.width = 6000, .height = 1, .bytes_per_line = 6000, .palette_kind = 2});
+    Levels expected;
+    for (int i = 0; expected.size() < 5900; ++i) {
+        const int count = i % 64, value = i * 7 % 256;
+        maker.U8({0xC0 + count, value});
+        expected.insert(expected.end(), static_cast<std::size_t>(count), value);
+        for (int single = 0; single < i % 11; ++single) {
+            maker.U8({single * 13});
+            expected.push_back(single * 13);
         }
     }
-    for (; aExpected.size() < 6000; aExpected.push_back(1))
-        mk.U8({1});
-    aExpected.resize(6000);
+    for (; expected.size() < 6000; expected.push_back(1))
+        maker.U8({1});
+    expected.resize(6000);
 
-    EXPECT_EQ(aLevels(mk), aExpected);
+    EXPECT_EQ(LevelsOf(maker), expected);
 }
 
 TEST(PcxReads, TheResolutionUnlessItIsTheSizeOfAScreenOrOfThePicture)
 {
-    const auto dDotsOf = [](std::uint32_t nX, std::uint32_t nY) {
-        const auto aImage = aDecoded(
-            codecPcx, objHeader({.lBits = 1, .nWidth = 8, .nDotsX = nX, .nDotsY = nY}).U8({0x11}).aBytes());
-        return aImage ? aImage->dots_per_inch_x * 1000 + aImage->dots_per_inch_y : -1;
+    const auto dots_of = [](std::uint32_t x, std::uint32_t y) {
+        const auto image = aDecoded(
+            kPcxCodec, Header({.bits = 1, .width = 8, .dots_x = x, .dots_y = y}).U8({0x11}).aBytes());
+        return image ? image->dots_per_inch_x * 1000 + image->dots_per_inch_y : -1;
     };
 
-    EXPECT_EQ(dDotsOf(300, 300), 300300);
-    EXPECT_EQ(dDotsOf(204, 98), 204098);
-    EXPECT_EQ(dDotsOf(640, 480), 0);
-    EXPECT_EQ(dDotsOf(8, 1), 0);
-    EXPECT_EQ(dDotsOf(300, 0), 0);
+    EXPECT_EQ(dots_of(300, 300), 300300);
+    EXPECT_EQ(dots_of(204, 98), 204098);
+    EXPECT_EQ(dots_of(640, 480), 0);
+    EXPECT_EQ(dots_of(8, 1), 0);
+    EXPECT_EQ(dots_of(300, 0), 0);
 }
 
 TEST(PcxReads, NoHeaderThatIsNone)
 {
-    const auto bRefused = [](Shape objShape) {
-        const auto mk = objHeader(objShape).Zeros(300);
-        return !codecPcx.Sniff(mk.aBytes(), "pcx") && !aDecoded(codecPcx, mk.aBytes());
+    const auto refused = [](Shape shape) {
+        const auto maker = Header(shape).Zeros(300);
+        return !kPcxCodec.Sniff(maker.aBytes(), "pcx") && !aDecoded(kPcxCodec, maker.aBytes());
     };
 
-    EXPECT_FALSE(bRefused({.nPaletteKind = 2}));
-    EXPECT_TRUE(bRefused({.lVersion = 6}));
-    EXPECT_TRUE(bRefused({.lEncoding = 2}));
-    EXPECT_TRUE(bRefused({.lBits = 3}));
-    EXPECT_TRUE(bRefused({.lBits = 8, .lPlanes = 2}));
-    EXPECT_TRUE(bRefused({.lBits = 1, .lPlanes = 5}));
-    EXPECT_TRUE(bRefused({.lBits = 4, .lPlanes = 2}));
-    EXPECT_TRUE(bRefused({.lPlanes = 0}));
-    EXPECT_TRUE(bRefused({.nWidth = 0})) << "the right edge lies left of the left one";
-    EXPECT_TRUE(bRefused({.nWidth = 9, .nBytesPerLine = 8})) << "a row that can't hold its pixels";
+    EXPECT_FALSE(refused({.palette_kind = 2}));
+    EXPECT_TRUE(refused({.version = 6}));
+    EXPECT_TRUE(refused({.encoding = 2}));
+    EXPECT_TRUE(refused({.bits = 3}));
+    EXPECT_TRUE(refused({.bits = 8, .planes = 2}));
+    EXPECT_TRUE(refused({.bits = 1, .planes = 5}));
+    EXPECT_TRUE(refused({.bits = 4, .planes = 2}));
+    EXPECT_TRUE(refused({.planes = 0}));
+    EXPECT_TRUE(refused({.width = 0})) << "the right edge lies left of the left one";
+    EXPECT_TRUE(refused({.width = 9, .bytes_per_line = 8})) << "a row that can't hold its pixels";
 }
 
 TEST(PcxReads, NothingLargerThanTheDataCanHold)
 {
-    EXPECT_EQ(aLevels(objHeader({.nWidth = 60000, .nHeight = 8000, .nBytesPerLine = 60000, .nPaletteKind = 2})
-                          .Zeros(1000)),
-              Levels{-1});
+    EXPECT_EQ(
+        LevelsOf(
+            Header({.width = 60000, .height = 8000, .bytes_per_line = 60000, .palette_kind = 2}).Zeros(1000)),
+        Levels{-1});
 }
 
 TEST(PcxWrites, TheResolutionAndAnEvenCountOfBytes)
 {
-    ImageBuffer aImage = aPattern(5, 2, 3);
-    aImage.dots_per_inch_x = 299.6;
-    aImage.dots_per_inch_y = 1e9;
+    ImageBuffer image = aPattern(5, 2, 3);
+    image.dots_per_inch_x = 299.6;
+    image.dots_per_inch_y = 1e9;
 
-    const auto aFile = aEncoded(codecPcx, aImage);
+    const auto file = aEncoded(kPcxCodec, image);
 
-    EXPECT_EQ(Levels(aFile.begin(), aFile.begin() + 16),
+    EXPECT_EQ(Levels(file.begin(), file.begin() + 16),
               (Levels{10, 5, 1, 8, 0, 0, 0, 0, 4, 0, 1, 0, 300 % 256, 1, 255, 255}));
-    EXPECT_EQ(aFile[65], 3) << "planes";
-    EXPECT_EQ(aFile[66], 6) << "bytes of a row of a plane";
+    EXPECT_EQ(file[65], 3) << "planes";
+    EXPECT_EQ(file[66], 6) << "bytes of a row of a plane";
 }
 
 TEST(PcxWrites, EqualBytesAsRunsThatEndWithThePlane)
 {
-    ImageBuffer aImage = aPattern(70, 1, 1);
-    std::fill(aImage.bytes.begin(), aImage.bytes.end(), std::uint8_t{7});
+    ImageBuffer image = aPattern(70, 1, 1);
+    std::fill(image.bytes.begin(), image.bytes.end(), std::uint8_t{7});
 
-    const auto aFile = aEncoded(codecPcx, aImage);
+    const auto file = aEncoded(kPcxCodec, image);
 
-    EXPECT_EQ(Levels(aFile.begin() + 128, aFile.begin() + 132), (Levels{0xC0 + 63, 7, 0xC0 + 7, 7}));
-    EXPECT_EQ(aFile.size(), 128u + 4 + 769);
+    EXPECT_EQ(Levels(file.begin() + 128, file.begin() + 132), (Levels{0xC0 + 63, 7, 0xC0 + 7, 7}));
+    EXPECT_EQ(file.size(), 128u + 4 + 769);
 }
