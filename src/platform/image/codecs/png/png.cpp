@@ -7,10 +7,10 @@
 #include "src/platform/image/codecs/png/png_reader.h"
 #include "src/platform/image/codecs/png/png_writer.h"
 
-static bool bIsPng(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    return aHead.size() >= kPngSignature.size() &&
-           std::equal(kPngSignature.begin(), kPngSignature.end(), aHead.begin());
+    return head.size() >= kPngSignature.size() &&
+           std::equal(kPngSignature.begin(), kPngSignature.end(), head.begin());
 }
 
-const Codec codecPng = {8, true, true, &bIsPng, &pOpenPng, &EncodePng};
+const Codec kPngCodec = {8, true, true, &Sniff, &OpenPng, &EncodePng};

@@ -10,4 +10,4 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-extern const Codec codecPng;
+extern const Codec kPngCodec;

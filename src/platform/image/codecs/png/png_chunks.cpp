@@ -12,70 +12,69 @@
 // strip that is inflated from it.
 static constexpr std::size_t kBufferSize = 128 * 1024;
 
-PngChunkReader::PngChunkReader(InputFile& objFile) : m_objFile(objFile)
+PngChunkReader::PngChunkReader(InputFile& file) : file_(file)
 {
-    m_aBuffer.resize(std::min<std::uint64_t>(kBufferSize, objFile.Size()));
+    buffer_.resize(std::min<std::uint64_t>(kBufferSize, file.Size()));
 }
 
-Bytes PngChunkReader::SomeAt(std::uint64_t nOffset, std::uint64_t nMost)
+Bytes PngChunkReader::SomeAt(std::uint64_t offset, std::uint64_t max)
 {
-    if (nOffset < m_nBufferStart || nOffset >= m_nBufferStart + m_nBuffered) {
-        m_nBufferStart = nOffset;
-        m_nBuffered = m_objFile.ReadAt(nOffset, m_aBuffer);
+    if (offset < buffer_start_ || offset >= buffer_start_ + buffered_) {
+        buffer_start_ = offset;
+        buffered_ = file_.ReadAt(offset, buffer_);
     }
-    const std::uint64_t nSkip = nOffset - m_nBufferStart;
-    const std::uint64_t nCount = std::min(nMost, m_nBuffered - std::min<std::uint64_t>(nSkip, m_nBuffered));
-    return Bytes(m_aBuffer).subspan(m_nBuffered ? nSkip : 0, nCount);
+    const std::uint64_t skip = offset - buffer_start_;
+    const std::uint64_t count = std::min(max, buffered_ - std::min<std::uint64_t>(skip, buffered_));
+    return Bytes(buffer_).subspan(buffered_ ? skip : 0, count);
 }
 
-std::optional<PngChunk> PngChunkReader::objChunkAt(std::uint64_t nPosition)
+std::optional<PngChunk> PngChunkReader::ChunkAt(std::uint64_t position)
 {
-    std::array<std::uint8_t, 8> aHead{};
-    for (std::size_t nDone = 0; nDone < aHead.size();) {
-        const Bytes aPiece = SomeAt(nPosition + nDone, aHead.size() - nDone);
-        if (aPiece.empty())
+    std::array<std::uint8_t, 8> head{};
+    for (std::size_t done = 0; done < head.size();) {
+        const Bytes piece = SomeAt(position + done, head.size() - done);
+        if (piece.empty())
             return std::nullopt;
-        std::copy(aPiece.begin(), aPiece.end(), aHead.begin() + static_cast<std::ptrdiff_t>(nDone));
-        nDone += aPiece.size();
+        std::copy(piece.begin(), piece.end(), head.begin() + static_cast<std::ptrdiff_t>(done));
+        done += piece.size();
     }
-    ByteReader objReader(aHead);
-    PngChunk objChunk;
-    objChunk.nLength = objReader.U32Be();
-    objChunk.nType = objReader.U32Be();
-    objChunk.nData = nPosition + 8;
-    if (nAfter(objChunk) > m_objFile.Size())
+    ByteReader reader(head);
+    PngChunk chunk;
+    chunk.length = reader.U32Be();
+    chunk.type = reader.U32Be();
+    chunk.data = position + 8;
+    if (PlaceAfter(chunk) > file_.Size())
         return std::nullopt;
-    return objChunk;
+    return chunk;
 }
 
-std::optional<std::vector<std::uint8_t>> PngChunkReader::aDataOf(const PngChunk& objChunk,
-                                                                 std::uint32_t nMost)
+std::optional<std::vector<std::uint8_t>> PngChunkReader::DataOf(const PngChunk& chunk, std::uint32_t max)
 {
-    if (objChunk.nLength > nMost)
+    if (chunk.length > max)
         return std::nullopt;
-    std::vector<std::uint8_t> aData(objChunk.nLength + 4);
-    if (m_objFile.ReadAt(objChunk.nData, aData) != aData.size())
+    std::vector<std::uint8_t> data(chunk.length + 4);
+    if (file_.ReadAt(chunk.data, data) != data.size())
         return std::nullopt;
-    const Bytes aSum = Bytes(aData).last(4);
-    const std::array<std::uint8_t, 4> aLetters = {
-        static_cast<std::uint8_t>(objChunk.nType >> 24), static_cast<std::uint8_t>(objChunk.nType >> 16),
-        static_cast<std::uint8_t>(objChunk.nType >> 8), static_cast<std::uint8_t>(objChunk.nType)};
-    const std::uint32_t nLetters = libdeflate_crc32(0, aLetters.data(), aLetters.size());
-    if (libdeflate_crc32(nLetters, aData.data(), objChunk.nLength) != ByteReader(aSum).U32Be())
+    const Bytes sum = Bytes(data).last(4);
+    const std::array<std::uint8_t, 4> letters = {
+        static_cast<std::uint8_t>(chunk.type >> 24), static_cast<std::uint8_t>(chunk.type >> 16),
+        static_cast<std::uint8_t>(chunk.type >> 8), static_cast<std::uint8_t>(chunk.type)};
+    const std::uint32_t type_crc = libdeflate_crc32(0, letters.data(), letters.size());
+    if (libdeflate_crc32(type_crc, data.data(), chunk.length) != ByteReader(sum).U32Be())
         return std::nullopt;
-    aData.resize(objChunk.nLength);
-    return aData;
+    data.resize(chunk.length);
+    return data;
 }
 
-bool WritePngChunk(OutputFile& objOut, std::uint32_t nType, Bytes aData)
+bool WritePngChunk(OutputFile& out, std::uint32_t type, Bytes data)
 {
-    const std::array<std::uint8_t, 4> aLetters = {
-        static_cast<std::uint8_t>(nType >> 24), static_cast<std::uint8_t>(nType >> 16),
-        static_cast<std::uint8_t>(nType >> 8), static_cast<std::uint8_t>(nType)};
-    std::uint32_t nSum = libdeflate_crc32(0, aLetters.data(), aLetters.size());
+    const std::array<std::uint8_t, 4> letters = {
+        static_cast<std::uint8_t>(type >> 24), static_cast<std::uint8_t>(type >> 16),
+        static_cast<std::uint8_t>(type >> 8), static_cast<std::uint8_t>(type)};
+    std::uint32_t sum = libdeflate_crc32(0, letters.data(), letters.size());
     // A null pointer would set the sum back to its start.
-    if (!aData.empty())
-        nSum = libdeflate_crc32(nSum, aData.data(), aData.size());
-    return objOut.WriteU32Be(static_cast<std::uint32_t>(aData.size())) && objOut.Write(aLetters) &&
-           objOut.Write(aData) && objOut.WriteU32Be(nSum);
+    if (!data.empty())
+        sum = libdeflate_crc32(sum, data.data(), data.size());
+    return out.WriteU32Be(static_cast<std::uint32_t>(data.size())) && out.Write(letters) && out.Write(data) &&
+           out.WriteU32Be(sum);
 }

@@ -25,131 +25,130 @@ static constexpr std::uint64_t kEmptyShare = 128;
 // most these.
 static constexpr std::uint32_t kMostSkipped = 6;
 
-PngDeflater::PngDeflater(OutputFile& objOut, std::size_t nRowBytes, std::size_t nRows,
-                         std::uint32_t nPixelBytes, PngContent objContent)
-    : m_objOut(objOut),
-      m_nRowBytes(nRowBytes),
-      m_nRowsLeft(nRows),
-      m_nPixelBytes(nPixelBytes),
-      m_objContent(objContent),
-      m_nStripSize(nRowBytes * std::clamp<std::size_t>(kStripSize / nRowBytes, 1, nRows)),
-      m_objBits(nullptr, 0, 0)
+PngDeflater::PngDeflater(OutputFile& out, std::size_t row_bytes, std::size_t rows, std::uint32_t pixel_bytes,
+                         PngContent content)
+    : out_(out),
+      row_bytes_(row_bytes),
+      rows_left_(rows),
+      pixel_bytes_(pixel_bytes),
+      content_(content),
+      strip_size_(row_bytes * std::clamp<std::size_t>(kStripSize / row_bytes, 1, rows)),
+      bits_(nullptr, 0, 0)
 {
-    m_aBuffer.resize(PngQuickCopies::kFrontSlack + kPngWindow + m_nStripSize + kSlack);
-    std::fill_n(m_aBuffer.begin(), PngQuickCopies::kFrontSlack, std::uint8_t{0});
+    buffer_.resize(PngQuickCopies::kFrontSlack + kPngWindow + strip_size_ + kSlack);
+    std::fill_n(buffer_.begin(), PngQuickCopies::kFrontSlack, std::uint8_t{0});
     // Room for a chunk, and for the block that completes it.
-    m_aPacked.resize(std::min(nRowBytes * nRows, kChunkSize + kStripSize * 3 / 2) + 1024);
+    packed_.resize(std::min(row_bytes * rows, kChunkSize + kStripSize * 3 / 2) + 1024);
     // The stream's head: deflate with the largest window, no dictionary, the compressor's default.
-    m_objBits.SetOut(m_aPacked.data());
-    m_objBits.Put(0x78, 8);
-    m_objBits.Put(0x9C, 8);
-    m_objBits.Flush();
+    bits_.SetOut(packed_.data());
+    bits_.Put(0x78, 8);
+    bits_.Put(0x9C, 8);
+    bits_.Flush();
 }
 
 bool PngDeflater::RowDone()
 {
-    m_nFilled += m_nRowBytes;
-    --m_nRowsLeft;
-    if (m_nRowsLeft > 0 && m_nFilled - m_nBegin < m_nStripSize)
+    filled_ += row_bytes_;
+    --rows_left_;
+    if (rows_left_ > 0 && filled_ - begin_ < strip_size_)
         return true;
-    if (!CompressStrip(m_nRowsLeft == 0))
+    if (!CompressStrip(rows_left_ == 0))
         return false;
-    const std::size_t nKept = std::min<std::size_t>(m_nFilled, kPngWindow);
-    const std::size_t nMoved = m_nFilled - nKept;
-    std::memmove(pBuffer(), pBuffer() + nMoved, nKept);
-    m_objQuick.Moved(nMoved);
-    m_objThorough.Moved(nMoved);
-    m_nBegin = m_nFilled = nKept;
+    const std::size_t kept = std::min<std::size_t>(filled_, kPngWindow);
+    const std::size_t moved = filled_ - kept;
+    std::memmove(Buffer(), Buffer() + moved, kept);
+    quick_.Moved(moved);
+    thorough_.Moved(moved);
+    begin_ = filled_ = kept;
     return true;
 }
 
 // Each strip is one block: a block's codes take room, so that smaller ones would gain nothing.
-bool PngDeflater::CompressStrip(bool bLast)
+bool PngDeflater::CompressStrip(bool last)
 {
-    const std::uint8_t* const pBytes = pBuffer() + m_nBegin;
-    const std::size_t nBytes = m_nFilled - m_nBegin;
-    m_nAdler = libdeflate_adler32(m_nAdler, pBytes, nBytes);
-    if (m_objContent == PngContent::Scan)
-        m_objQuick.Find(pBuffer(), m_nBegin, m_nFilled, false, m_aCopies);
-    else if (m_objContent == PngContent::Drawing)
-        m_objThorough.Find(pBuffer(), m_nBegin, m_nFilled, m_aCopies);
+    const std::uint8_t* const bytes = Buffer() + begin_;
+    const std::size_t byte_count = filled_ - begin_;
+    adler_ = libdeflate_adler32(adler_, bytes, byte_count);
+    if (content_ == PngContent::kScan)
+        quick_.Find(Buffer(), begin_, filled_, false, copies_);
+    else if (content_ == PngContent::kDrawing)
+        thorough_.Find(Buffer(), begin_, filled_, copies_);
     else
-        return CompressByTrial(bLast);
-    return WriteBlock(PngBlock(m_aCopies, pBytes, nBytes), bLast);
+        return CompressByTrial(last);
+    return WriteBlock(PngBlock(copies_, bytes, byte_count), last);
 }
 
-bool PngDeflater::CompressByTrial(bool bLast)
+bool PngDeflater::CompressByTrial(bool last)
 {
-    const std::uint8_t* const pBytes = pBuffer() + m_nBegin;
-    const std::size_t nBytes = m_nFilled - m_nBegin;
-    FindPngRuns(pBytes, nBytes, m_nBegin, m_nPixelBytes, m_objCosts, m_aRuns);
-    const PngBlock objRuns(m_aRuns, pBytes, nBytes);
-    m_objCosts = objRuns.Costs();
+    const std::uint8_t* const bytes = Buffer() + begin_;
+    const std::size_t byte_count = filled_ - begin_;
+    FindPngRuns(bytes, byte_count, begin_, pixel_bytes_, costs_, runs_);
+    const PngBlock runs(runs_, bytes, byte_count);
+    costs_ = runs.Costs();
 
-    const bool bEmpty = objRuns.Bits() < 8 * nBytes / kEmptyShare;
-    const bool bSmall = m_nStripSize <= kSmallStrip;
-    const bool bPlain = m_objContent == PngContent::Graphic
-                            ? bSmall || objRuns.Bits() < 8 * nBytes / kPlainShare
-                            : m_objContent == PngContent::Flat && bSmall;
-    const bool bSkip = m_nSkip > 0 && !bEmpty;
-    m_nSkip -= bSkip ? 1 : 0;
-    if (bSkip || (!bPlain && !bSamplePays()))
-        return WriteBlock(objRuns, bLast);
+    const bool empty = runs.Bits() < 8 * byte_count / kEmptyShare;
+    const bool small = strip_size_ <= kSmallStrip;
+    const bool plain = content_ == PngContent::kGraphic ? small || runs.Bits() < 8 * byte_count / kPlainShare
+                                                        : content_ == PngContent::kFlat && small;
+    const bool skip = skip_ > 0 && !empty;
+    skip_ -= skip ? 1 : 0;
+    if (skip || (!plain && !SamplePays()))
+        return WriteBlock(runs, last);
 
-    if (bPlain)
-        m_objThorough.Find(pBuffer(), m_nBegin, m_nFilled, m_aCopies);
+    if (plain)
+        thorough_.Find(Buffer(), begin_, filled_, copies_);
     else
-        m_objQuick.Find(pBuffer(), m_nBegin, m_nFilled, m_bNoise, m_aCopies);
-    const PngBlock objCopies(m_aCopies, pBytes, nBytes);
-    if (bPlain && !bEmpty)
-        Learn(objCopies.Bits() < objRuns.Bits() - objRuns.Bits() / kWorthShare);
-    return WriteBlock(objCopies.Bits() < objRuns.Bits() ? objCopies : objRuns, bLast);
+        quick_.Find(Buffer(), begin_, filled_, is_noise_, copies_);
+    const PngBlock copies(copies_, bytes, byte_count);
+    if (plain && !empty)
+        Learn(copies.Bits() < runs.Bits() - runs.Bits() / kWorthShare);
+    return WriteBlock(copies.Bits() < runs.Bits() ? copies : runs, last);
 }
 
 // Tries both ways on the middle of the strip and compares what would be written.
-bool PngDeflater::bSamplePays()
+bool PngDeflater::SamplePays()
 {
-    const std::size_t nSample = std::min(kSampleSize, m_nFilled - m_nBegin);
-    const std::size_t nBegin = m_nBegin + (m_nFilled - m_nBegin - nSample) / 2;
-    const std::uint8_t* const pSample = pBuffer() + nBegin;
-    FindPngRuns(pSample, nSample, nBegin, m_nPixelBytes, m_objCosts, m_aCopies);
-    const std::uint64_t nRuns = PngBlock(m_aCopies, pSample, nSample).Bits();
-    m_bNoise = nRuns > 4 * nSample;
-    m_objQuick.Find(pBuffer(), nBegin, nBegin + nSample, m_bNoise, m_aCopies, kSampleReach);
-    m_objQuick.Forget();
-    Learn(PngBlock(m_aCopies, pSample, nSample).Bits() < nRuns - nRuns / kWorthShare);
-    return m_nSkip == 0;
+    const std::size_t sample_size = std::min(kSampleSize, filled_ - begin_);
+    const std::size_t begin = begin_ + (filled_ - begin_ - sample_size) / 2;
+    const std::uint8_t* const sample = Buffer() + begin;
+    FindPngRuns(sample, sample_size, begin, pixel_bytes_, costs_, copies_);
+    const std::uint64_t runs = PngBlock(copies_, sample, sample_size).Bits();
+    is_noise_ = runs > 4 * sample_size;
+    quick_.Find(Buffer(), begin, begin + sample_size, is_noise_, copies_, kSampleReach);
+    quick_.Forget();
+    Learn(PngBlock(copies_, sample, sample_size).Bits() < runs - runs / kWorthShare);
+    return skip_ == 0;
 }
 
-void PngDeflater::Learn(bool bPaid)
+void PngDeflater::Learn(bool paid)
 {
-    m_nSkipMost = bPaid ? 0 : std::min(m_nSkipMost + 2, kMostSkipped);
-    m_nSkip = m_nSkipMost;
+    max_skip_ = paid ? 0 : std::min(max_skip_ + 2, kMostSkipped);
+    skip_ = max_skip_;
 }
 
-bool PngDeflater::WriteBlock(const PngBlock& objBlock, bool bLast)
+bool PngDeflater::WriteBlock(const PngBlock& block, bool last)
 {
-    const auto nUsed = static_cast<std::size_t>(m_objBits.Out() - m_aPacked.data());
-    if (m_aPacked.size() < nUsed + objBlock.MaxBytes()) {
-        m_aPacked.resize(nUsed + objBlock.MaxBytes());
-        m_objBits.SetOut(m_aPacked.data() + nUsed);
+    const auto used = static_cast<std::size_t>(bits_.Out() - packed_.data());
+    if (packed_.size() < used + block.MaxBytes()) {
+        packed_.resize(used + block.MaxBytes());
+        bits_.SetOut(packed_.data() + used);
     }
-    objBlock.Write(m_objBits, bLast);
-    return FlushChunk(bLast);
+    block.Write(bits_, last);
+    return FlushChunk(last);
 }
 
 // Hands what is packed to the file as a chunk once there is enough of it, or at the end.
-bool PngDeflater::FlushChunk(bool bEnd)
+bool PngDeflater::FlushChunk(bool end)
 {
-    if (bEnd) {
-        m_objBits.Align();
-        for (int nShift = 24; nShift >= 0; nShift -= 8)
-            m_objBits.Put(m_nAdler >> nShift & 0xFF, 8);
-        m_objBits.Flush();
+    if (end) {
+        bits_.Align();
+        for (int shift = 24; shift >= 0; shift -= 8)
+            bits_.Put(adler_ >> shift & 0xFF, 8);
+        bits_.Flush();
     }
-    const auto nUsed = static_cast<std::size_t>(m_objBits.Out() - m_aPacked.data());
-    if (!bEnd && nUsed < kChunkSize)
+    const auto used = static_cast<std::size_t>(bits_.Out() - packed_.data());
+    if (!end && used < kChunkSize)
         return true;
-    m_objBits.SetOut(m_aPacked.data());
-    return WritePngChunk(m_objOut, nPngType("IDAT"), Bytes(m_aPacked).first(nUsed));
+    bits_.SetOut(packed_.data());
+    return WritePngChunk(out_, PngType("IDAT"), Bytes(packed_).first(used));
 }

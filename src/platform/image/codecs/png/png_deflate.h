@@ -14,11 +14,11 @@ class OutputFile;
 
 /// What the rows hold, as far as that is known beforehand.
 enum class PngContent : std::uint8_t {
-    Photograph,  ///< samples tell whether copies pay, and they are looked for quickly
-    Flat,        ///< many pixels are as their neighbours; else as photographs
-    Graphic,     ///< most pixels are as their neighbours: strips that shrink well are searched thoroughly
-    Drawing,     ///< few colours: copies are looked for thoroughly
-    Scan         ///< black and white in bits: copies are looked for quickly
+    kPhotograph,  ///< samples tell whether copies pay, and they are looked for quickly
+    kFlat,        ///< many pixels are as their neighbours; else as photographs
+    kGraphic,     ///< most pixels are as their neighbours: strips that shrink well are searched thoroughly
+    kDrawing,     ///< few colours: copies are looked for thoroughly
+    kScan         ///< black and white in bits: copies are looked for quickly
 };
 
 /// One zlib stream, made in strips: the filtered rows of a strip and the 32 KB before it are all that is kept
@@ -27,48 +27,48 @@ enum class PngContent : std::uint8_t {
 class PngDeflater
 {
 public:
-    /// For nRows rows of nRowBytes each, the filter's byte included; nPixelBytes is 1 to 4. Throws
+    /// For rows rows of row_bytes each, the filter's byte included; pixel_bytes is 1 to 4. Throws
     /// std::bad_alloc.
-    PngDeflater(OutputFile& objOut, std::size_t nRowBytes, std::size_t nRows, std::uint32_t nPixelBytes,
-                PngContent objContent);
+    PngDeflater(OutputFile& out, std::size_t row_bytes, std::size_t rows, std::uint32_t pixel_bytes,
+                PngContent content);
 
     /// Where the next row is to be put. kSlack bytes behind it may be written too.
-    std::uint8_t* pNextRow() { return pBuffer() + m_nFilled; }
+    std::uint8_t* NextRow() { return Buffer() + filled_; }
     static constexpr std::size_t kSlack = 64;
 
     /// The row is there. After the last one the stream is finished. False when the file has failed.
     [[nodiscard]] bool RowDone();
 
 private:
-    std::uint8_t* pBuffer() { return m_aBuffer.data() + PngQuickCopies::kFrontSlack; }
-    bool CompressStrip(bool bLast);
-    bool CompressByTrial(bool bLast);
-    bool bSamplePays();
-    void Learn(bool bPaid);
-    bool WriteBlock(const PngBlock& objBlock, bool bLast);
-    bool FlushChunk(bool bEnd);
+    std::uint8_t* Buffer() { return buffer_.data() + PngQuickCopies::kFrontSlack; }
+    bool CompressStrip(bool last);
+    bool CompressByTrial(bool last);
+    bool SamplePays();
+    void Learn(bool paid);
+    bool WriteBlock(const PngBlock& block, bool last);
+    bool FlushChunk(bool end);
 
-    OutputFile& m_objOut;
-    std::size_t m_nRowBytes;
-    std::size_t m_nRowsLeft;
-    std::uint32_t m_nPixelBytes;
-    PngContent m_objContent;
-    std::size_t m_nStripSize;
+    OutputFile& out_;
+    std::size_t row_bytes_;
+    std::size_t rows_left_;
+    std::uint32_t pixel_bytes_;
+    PngContent content_;
+    std::size_t strip_size_;
 
-    PixelBytes m_aBuffer;       ///< slack, what copies may reach back to, then the strip
-    std::size_t m_nBegin = 0;   ///< where the strip begins
-    std::size_t m_nFilled = 0;  ///< where it ends so far
+    PixelBytes buffer_;       ///< slack, what copies may reach back to, then the strip
+    std::size_t begin_ = 0;   ///< where the strip begins
+    std::size_t filled_ = 0;  ///< where it ends so far
 
-    PngTokens m_aRuns;
-    PngTokens m_aCopies;
-    PngCosts m_objCosts = FirstPngCosts();  ///< by the runs of the strip before
-    PngQuickCopies m_objQuick;
-    PngThoroughCopies m_objThorough;
-    bool m_bNoise = false;
-    std::uint32_t m_nSkip = 0;  ///< strips that go by the last trial, in which copies did not pay
-    std::uint32_t m_nSkipMost = 0;
+    PngTokens runs_;
+    PngTokens copies_;
+    PngCosts costs_ = FirstPngCosts();  ///< by the runs of the strip before
+    PngQuickCopies quick_;
+    PngThoroughCopies thorough_;
+    bool is_noise_ = false;
+    std::uint32_t skip_ = 0;  ///< strips that go by the last trial, in which copies did not pay
+    std::uint32_t max_skip_ = 0;
 
-    PixelBytes m_aPacked;  ///< a chunk's data so far
-    PngBitWriter m_objBits;
-    std::uint32_t m_nAdler = 1;
+    PixelBytes packed_;  ///< a chunk's data so far
+    PngBitWriter bits_;
+    std::uint32_t adler_ = 1;
 };

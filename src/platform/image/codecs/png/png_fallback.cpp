@@ -10,13 +10,12 @@
 #include "src/platform/image/base/limits.h"
 #include "src/platform/image/codecs/png/png_pixels.h"
 
-bool bPngNeedsFallback(const PngInfo& objInfo)
+bool PngNeedsFallback(const PngInfo& info)
 {
-    const PngHeader& objHeader = objInfo.objHeader;
-    const bool bTransparentColour =
-        objHeader.objColour != PngColour::Palette && !objInfo.aTransparency.empty();
-    return objHeader.bInterlaced || objHeader.nDepth == 16 || objHeader.objColour == PngColour::GreyAlpha ||
-           bTransparentColour;
+    const PngHeader& header = info.header;
+    const bool transparent_colour = header.colour != PngColour::kPalette && !info.transparency.empty();
+    return header.interlaced || header.depth == 16 || header.colour == PngColour::kGreyAlpha ||
+           transparent_colour;
 }
 
 namespace
@@ -24,111 +23,111 @@ namespace
 // What the library's calls work on. It lives outside the function that they jump back to, so that a jump
 // leaves nothing undestroyed.
 struct Decoding {
-    InputFile& objFile;
-    std::uint64_t nPosition = 0;
-    png_structp pPng = nullptr;
-    png_infop pInfo = nullptr;
-    std::vector<png_bytep> aRows;
-    std::size_t nStride = 0;
+    InputFile& file;
+    std::uint64_t position = 0;
+    png_structp png = nullptr;
+    png_infop info = nullptr;
+    std::vector<png_bytep> rows;
+    std::size_t stride = 0;
 
-    explicit Decoding(InputFile& objSource) : objFile(objSource) {}
-    ~Decoding() { png_destroy_read_struct(&pPng, &pInfo, nullptr); }
+    explicit Decoding(InputFile& source) : file(source) {}
+    ~Decoding() { png_destroy_read_struct(&png, &info, nullptr); }
     Decoding(const Decoding&) = delete;
     Decoding& operator=(const Decoding&) = delete;
 };
 }  // namespace
 
-static void ReadBytes(png_structp pPng, png_bytep pOut, std::size_t nCount)
+static void ReadBytes(png_structp png, png_bytep out, std::size_t count)
 {
-    auto& objDecoding = *static_cast<Decoding*>(png_get_io_ptr(pPng));
-    if (objDecoding.objFile.ReadAt(objDecoding.nPosition, {pOut, nCount}) != nCount)
-        png_error(pPng, "cut short");
-    objDecoding.nPosition += nCount;
+    auto& decoding = *static_cast<Decoding*>(png_get_io_ptr(png));
+    if (decoding.file.ReadAt(decoding.position, {out, count}) != count)
+        png_error(png, "cut short");
+    decoding.position += count;
 }
 
-[[noreturn]] static void JumpBack(png_structp pPng, png_const_charp)
+[[noreturn]] static void JumpBack(png_structp png, png_const_charp)
 {
-    png_longjmp(pPng, 1);
+    png_longjmp(png, 1);
 }
 
 static void Ignore(png_structp, png_const_charp) {}
 
 // No object with a destructor may live in this function or in what it calls.
-static bool bReadRows(Decoding& objDecoding, const PngInfo& objInfo)
+static bool ReadRows(Decoding& decoding, const PngInfo& info)
 {
-    png_structp pPng = objDecoding.pPng;
-    png_infop pInfo = objDecoding.pInfo;
-    if (setjmp(png_jmpbuf(pPng)))  // NOLINT: the library's way of reporting
+    png_structp png = decoding.png;
+    png_infop library_info = decoding.info;
+    if (setjmp(png_jmpbuf(png)))  // NOLINT: the library's way of reporting
         return false;
-    png_set_read_fn(pPng, &objDecoding, &ReadBytes);
+    png_set_read_fn(png, &decoding, &ReadBytes);
     // What stands beside the pixels is read elsewhere; here it could only fail.
-    png_set_keep_unknown_chunks(pPng, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
-    png_set_user_limits(pPng, static_cast<png_uint_32>(kMaxSide), static_cast<png_uint_32>(kMaxSide));
-    png_read_info(pPng, pInfo);
+    png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    png_set_user_limits(png, static_cast<png_uint_32>(kMaxSide), static_cast<png_uint_32>(kMaxSide));
+    png_read_info(png, library_info);
 
-    const PngHeader& objHeader = objInfo.objHeader;
-    if (objHeader.objColour == PngColour::Palette) {
-        png_set_packing(pPng);  // an index a byte
+    const PngHeader& header = info.header;
+    if (header.colour == PngColour::kPalette) {
+        png_set_packing(png);  // an index a byte
     } else {
-        if (objHeader.nDepth == 16) {
-            if (dPngGammaExponent(objInfo) != 1)
-                png_set_gamma(pPng, kPngScreenGamma, objInfo.dGamma);
-            png_set_scale_16(pPng);
+        if (header.depth == 16) {
+            if (PngGammaExponent(info) != 1)
+                png_set_gamma(png, kPngScreenGamma, info.gamma);
+            png_set_scale_16(png);
         }
-        if (objHeader.nDepth < 8)
-            png_set_expand_gray_1_2_4_to_8(pPng);
-        if (!objInfo.aTransparency.empty())
-            png_set_tRNS_to_alpha(pPng);
-        if (objHeader.objColour == PngColour::GreyAlpha || !objInfo.aTransparency.empty())
-            png_set_gray_to_rgb(pPng);
-        png_set_bgr(pPng);
+        if (header.depth < 8)
+            png_set_expand_gray_1_2_4_to_8(png);
+        if (!info.transparency.empty())
+            png_set_tRNS_to_alpha(png);
+        if (header.colour == PngColour::kGreyAlpha || !info.transparency.empty())
+            png_set_gray_to_rgb(png);
+        png_set_bgr(png);
     }
-    png_set_interlace_handling(pPng);
-    png_read_update_info(pPng, pInfo);
-    if (png_get_rowbytes(pPng, pInfo) != objDecoding.nStride ||
-        png_get_image_height(pPng, pInfo) != objHeader.nHeight)
+    png_set_interlace_handling(png);
+    png_read_update_info(png, library_info);
+    if (png_get_rowbytes(png, library_info) != decoding.stride ||
+        png_get_image_height(png, library_info) != header.height)
         return false;
-    png_read_image(pPng, objDecoding.aRows.data());
+    png_read_image(png, decoding.rows.data());
     return true;
 }
 
-static bool bSpreadIndices(const PngInfo& objInfo, const ImageBuffer& aIndices, ImageBuffer& aResult)
+static bool SpreadIndices(const PngInfo& info, const ImageBuffer& indices, ImageBuffer& result)
 {
-    const PngPalette objPalette = objPaletteOf(objInfo);
-    if (!Allocate(aResult, objInfo.objHeader.nWidth, objInfo.objHeader.nHeight, objPalette.lChannels))
+    const PngPalette palette = PaletteOf(info);
+    if (!Allocate(result, info.header.width, info.header.height, palette.channels))
         return false;
-    LookUpRow(objPalette, 8, aIndices.bytes.data(), aResult.bytes.data(), aIndices.bytes.size());
+    LookUpRow(palette, 8, indices.bytes.data(), result.bytes.data(), indices.bytes.size());
     return true;
 }
 
-bool bDecodePngByLibrary(InputFile& objFile, const PngInfo& objInfo, ImageBuffer& aImage)
+bool DecodePngByLibrary(InputFile& file, const PngInfo& info, ImageBuffer& image)
 {
-    const PngHeader& objHeader = objInfo.objHeader;
-    const bool bPalette = objHeader.objColour == PngColour::Palette;
-    const bool bAlpha = objHeader.nSamples() % 2 == 0 || (!bPalette && !objInfo.aTransparency.empty());
-    const std::int32_t lChannels = bAlpha ? 4 : objHeader.objColour == PngColour::Rgb ? 3 : 1;
-    ImageBuffer aRead;
-    if (!Allocate(aRead, objHeader.nWidth, objHeader.nHeight, lChannels))
+    const PngHeader& header = info.header;
+    const bool has_palette = header.colour == PngColour::kPalette;
+    const bool has_alpha = header.SampleCount() % 2 == 0 || (!has_palette && !info.transparency.empty());
+    const std::int32_t channels = has_alpha ? 4 : header.colour == PngColour::kRgb ? 3 : 1;
+    ImageBuffer read;
+    if (!Allocate(read, header.width, header.height, channels))
         return false;
 
-    Decoding objDecoding(objFile);
-    objDecoding.nStride = aRead.bytes.size() / objHeader.nHeight;
-    for (std::size_t y = 0; y < objHeader.nHeight; ++y)
-        objDecoding.aRows.push_back(aRead.bytes.data() + y * objDecoding.nStride);
-    objDecoding.pPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &JumpBack, &Ignore);
-    objDecoding.pInfo = objDecoding.pPng ? png_create_info_struct(objDecoding.pPng) : nullptr;
-    if (!objDecoding.pInfo || !bReadRows(objDecoding, objInfo))
+    Decoding decoding(file);
+    decoding.stride = read.bytes.size() / header.height;
+    for (std::size_t y = 0; y < header.height; ++y)
+        decoding.rows.push_back(read.bytes.data() + y * decoding.stride);
+    decoding.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &JumpBack, &Ignore);
+    decoding.info = decoding.png ? png_create_info_struct(decoding.png) : nullptr;
+    if (!decoding.info || !ReadRows(decoding, info))
         return false;
 
-    const double dExponent = dPngGammaExponent(objInfo);
-    ImageBuffer aResult;
-    if (bPalette && !bSpreadIndices(objInfo, aRead, aResult))
+    const double exponent = PngGammaExponent(info);
+    ImageBuffer result;
+    if (has_palette && !SpreadIndices(info, read, result))
         return false;
-    if (!bPalette)
-        aResult = std::move(aRead);
-    if (dExponent != 1 && objHeader.nDepth != 16)
-        ApplyGamma(dExponent, aResult.channels, aResult.bytes.data(),
-                   aResult.bytes.size() / static_cast<std::size_t>(aResult.channels));
-    aImage = std::move(aResult);
+    if (!has_palette)
+        result = std::move(read);
+    if (exponent != 1 && header.depth != 16)
+        ApplyGamma(exponent, result.channels, result.bytes.data(),
+                   result.bytes.size() / static_cast<std::size_t>(result.channels));
+    image = std::move(result);
     return true;
 }

@@ -9,8 +9,8 @@ class InputFile;
 
 /// True for what is decoded here: interlaced pictures, 16 bits a sample, grey with alpha, and a single
 /// transparent colour among grey or RGB.
-bool bPngNeedsFallback(const PngInfo& objInfo);
+bool PngNeedsFallback(const PngInfo& info);
 
-/// The pixels alone, with the gamma of dPngGammaExponent applied. False, with aImage untouched, for a broken
+/// The pixels alone, with the gamma of PngGammaExponent applied. False, with image untouched, for a broken
 /// picture or one for which there is no memory.
-[[nodiscard]] bool bDecodePngByLibrary(InputFile& objFile, const PngInfo& objInfo, ImageBuffer& aImage);
+[[nodiscard]] bool DecodePngByLibrary(InputFile& file, const PngInfo& info, ImageBuffer& image);

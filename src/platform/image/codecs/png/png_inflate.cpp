@@ -7,22 +7,21 @@
 #include <algorithm>
 #include <array>
 
-static constexpr std::uint32_t kData = nPngType("IDAT");
+static constexpr std::uint32_t kData = PngType("IDAT");
 static constexpr std::uint32_t kAll = 0xFFFFFFFF;
 static constexpr std::array<std::uint8_t, 4> kDataLetters = {'I', 'D', 'A', 'T'};
 
-PngInflater::PngInflater(PngChunkReader& objReader, const PngChunk& objFirst)
-    : m_objReader(objReader), m_objChunk(objFirst), m_pState(new inflate_state)
+PngInflater::PngInflater(PngChunkReader& reader, const PngChunk& first_chunk)
+    : reader_(reader), chunk_(first_chunk), state_(new inflate_state)
 {
-    m_nSum = libdeflate_crc32(0, kDataLetters.data(), kDataLetters.size());
-    isal_inflate_init(m_pState.get());
+    sum_ = libdeflate_crc32(0, kDataLetters.data(), kDataLetters.size());
+    isal_inflate_init(state_.get());
     // The stream's two header bytes say no more than the method, and may lie in two chunks.
-    const Bytes aFirst = TakeInput(1);
-    const int nFirst = aFirst.empty() ? 0 : aFirst[0];
-    const Bytes aSecond = TakeInput(1);
-    const int nSecond = aSecond.empty() ? 0 : aSecond[0];
-    m_bBroken =
-        m_bBroken || (nFirst & 15) != 8 || (nFirst * 256 + nSecond) % 31 != 0 || (nSecond & 0x20) != 0;
+    const Bytes method_byte = TakeInput(1);
+    const int method = method_byte.empty() ? 0 : method_byte[0];
+    const Bytes flags_byte = TakeInput(1);
+    const int flags = flags_byte.empty() ? 0 : flags_byte[0];
+    broken_ = broken_ || (method & 15) != 8 || (method * 256 + flags) % 31 != 0 || (flags & 0x20) != 0;
 }
 
 PngInflater::~PngInflater() = default;
@@ -30,65 +29,64 @@ PngInflater::~PngInflater() = default;
 // Goes from a chunk that is used up to the one behind it.
 bool PngInflater::NextChunk()
 {
-    if (m_bBroken || m_bEnd)
+    if (broken_ || end_)
         return false;
-    std::uint32_t nSum = 0;
+    std::uint32_t sum = 0;
     for (std::uint64_t i = 0; i < 4; ++i) {
-        const Bytes aPiece = m_objReader.SomeAt(m_objChunk.nData + m_objChunk.nLength + i, 1);
-        nSum = nSum << 8 | (aPiece.empty() ? 0U : aPiece[0]);
+        const Bytes piece = reader_.SomeAt(chunk_.data + chunk_.length + i, 1);
+        sum = sum << 8 | (piece.empty() ? 0U : piece[0]);
     }
-    const auto objNext = m_objReader.objChunkAt(nAfter());
-    m_bBroken = nSum != m_nSum || !objNext;
-    m_bEnd = !m_bBroken && objNext->nType != kData;
-    if (m_bBroken || m_bEnd)
+    const auto next = reader_.ChunkAt(PlaceAfter());
+    broken_ = sum != sum_ || !next;
+    end_ = !broken_ && next->type != kData;
+    if (broken_ || end_)
         return false;
-    m_objChunk = *objNext;
-    m_nTaken = 0;
-    m_nSum = libdeflate_crc32(0, kDataLetters.data(), kDataLetters.size());
+    chunk_ = *next;
+    taken_ = 0;
+    sum_ = libdeflate_crc32(0, kDataLetters.data(), kDataLetters.size());
     return true;
 }
 
-Bytes PngInflater::TakeInput(std::uint32_t nMost)
+Bytes PngInflater::TakeInput(std::uint32_t max)
 {
-    while (m_nTaken == m_objChunk.nLength)
+    while (taken_ == chunk_.length)
         if (!NextChunk())
             return {};
-    const Bytes aPiece =
-        m_objReader.SomeAt(m_objChunk.nData + m_nTaken, std::min(nMost, m_objChunk.nLength - m_nTaken));
-    m_bBroken = m_bBroken || aPiece.empty();
-    if (m_bBroken)
+    const Bytes piece = reader_.SomeAt(chunk_.data + taken_, std::min(max, chunk_.length - taken_));
+    broken_ = broken_ || piece.empty();
+    if (broken_)
         return {};
-    m_nTaken += static_cast<std::uint32_t>(aPiece.size());
-    m_nSum = libdeflate_crc32(m_nSum, aPiece.data(), aPiece.size());
-    return aPiece;
+    taken_ += static_cast<std::uint32_t>(piece.size());
+    sum_ = libdeflate_crc32(sum_, piece.data(), piece.size());
+    return piece;
 }
 
-bool PngInflater::Fill(std::span<std::uint8_t> aOut)
+bool PngInflater::Fill(std::span<std::uint8_t> out)
 {
-    inflate_state& objState = *m_pState;
-    objState.next_out = aOut.data();
-    objState.avail_out = static_cast<std::uint32_t>(aOut.size());
-    while (objState.avail_out > 0 && !m_bBroken) {
-        if (objState.avail_in == 0) {
-            const Bytes aPiece = TakeInput(kAll);
+    inflate_state& state = *state_;
+    state.next_out = out.data();
+    state.avail_out = static_cast<std::uint32_t>(out.size());
+    while (state.avail_out > 0 && !broken_) {
+        if (state.avail_in == 0) {
+            const Bytes piece = TakeInput(kAll);
             // The library reads through a pointer that it calls writable.
-            objState.next_in = const_cast<std::uint8_t*>(aPiece.data());
-            objState.avail_in = static_cast<std::uint32_t>(aPiece.size());
+            state.next_in = const_cast<std::uint8_t*>(piece.data());
+            state.avail_in = static_cast<std::uint32_t>(piece.size());
         }
-        const std::uint32_t nInBefore = objState.avail_in;
-        const std::uint32_t nOutBefore = objState.avail_out;
-        if (isal_inflate(&objState) != ISAL_DECOMP_OK)
-            m_bBroken = true;
+        const std::uint32_t in_before = state.avail_in;
+        const std::uint32_t out_before = state.avail_out;
+        if (isal_inflate(&state) != ISAL_DECOMP_OK)
+            broken_ = true;
         // Neither bytes taken nor given: the stream is over, or its input is.
-        if (objState.avail_in == nInBefore && objState.avail_out == nOutBefore)
+        if (state.avail_in == in_before && state.avail_out == out_before)
             break;
     }
-    return !m_bBroken && objState.avail_out == 0;
+    return !broken_ && state.avail_out == 0;
 }
 
 bool PngInflater::Finish()
 {
     while (!TakeInput(kAll).empty())
         ;
-    return m_bEnd && !m_bBroken;
+    return end_ && !broken_;
 }

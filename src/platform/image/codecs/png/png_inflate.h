@@ -15,30 +15,30 @@ struct inflate_state;
 class PngInflater
 {
 public:
-    /// objFirst is the first IDAT of the file that objReader reads; objReader outlives this object. Throws
+    /// first is the first IDAT of the file that reader reads; reader outlives this object. Throws
     /// std::bad_alloc.
-    PngInflater(PngChunkReader& objReader, const PngChunk& objFirst);
+    PngInflater(PngChunkReader& reader, const PngChunk& first);
     ~PngInflater();
 
-    /// Inflates the next aOut.size() bytes. False when the stream ends before, is broken, or the file is; the
+    /// Inflates the next out.size() bytes. False when the stream ends before, is broken, or the file is; the
     /// bytes are then of no particular value.
-    [[nodiscard]] bool Fill(std::span<std::uint8_t> aOut);
+    [[nodiscard]] bool Fill(std::span<std::uint8_t> out);
 
     /// Passes over what is left of the chunks, checking their sums. False when the file is broken or ends
-    /// within them. nAfter() is then behind the last IDAT.
+    /// within them. PlaceAfter() is then behind the last IDAT.
     [[nodiscard]] bool Finish();
-    std::uint64_t nAfter() const { return PngChunkReader::nAfter(m_objChunk); }
+    std::uint64_t PlaceAfter() const { return PngChunkReader::PlaceAfter(chunk_); }
 
 private:
-    /// One to nMost next bytes of the stream; none at the end of the last chunk.
-    Bytes TakeInput(std::uint32_t nMost);
+    /// One to max next bytes of the stream; none at the end of the last chunk.
+    Bytes TakeInput(std::uint32_t max);
     bool NextChunk();
 
-    PngChunkReader& m_objReader;
-    PngChunk m_objChunk;
-    std::uint32_t m_nTaken = 0;  ///< of the chunk's data
-    std::uint32_t m_nSum = 0;    ///< of the chunk's letters and the data taken
-    bool m_bBroken = false;
-    bool m_bEnd = false;  ///< the chunk after the last one is no IDAT
-    std::unique_ptr<inflate_state> m_pState;
+    PngChunkReader& reader_;
+    PngChunk chunk_;
+    std::uint32_t taken_ = 0;  ///< of the chunk's data
+    std::uint32_t sum_ = 0;    ///< of the chunk's letters and the data taken
+    bool broken_ = false;
+    bool end_ = false;  ///< the chunk after the last one is no IDAT
+    std::unique_ptr<inflate_state> state_;
 };

@@ -10,192 +10,191 @@
 
 static constexpr double kMetresPerInch = 0.0254;
 
-std::uint32_t PngHeader::nSamples() const
+std::uint32_t PngHeader::SampleCount() const
 {
-    switch (objColour) {
-        case PngColour::Rgb:
+    switch (colour) {
+        case PngColour::kRgb:
             return 3;
-        case PngColour::GreyAlpha:
+        case PngColour::kGreyAlpha:
             return 2;
-        case PngColour::Rgba:
+        case PngColour::kRgba:
             return 4;
         default:
             return 1;
     }
 }
 
-static bool bDepthFits(std::uint32_t nColour, std::uint32_t nDepth)
+static bool DepthFits(std::uint32_t colour, std::uint32_t depth)
 {
-    const bool bWhole = nDepth == 8;
-    const bool bPacked = nDepth == 1 || nDepth == 2 || nDepth == 4;
-    switch (nColour) {
+    const bool whole = depth == 8;
+    const bool packed = depth == 1 || depth == 2 || depth == 4;
+    switch (colour) {
         case 0:
-            return bPacked || bWhole || nDepth == 16;
+            return packed || whole || depth == 16;
         case 3:
-            return bPacked || bWhole;
+            return packed || whole;
         case 2:
         case 4:
         case 6:
-            return bWhole || nDepth == 16;
+            return whole || depth == 16;
         default:
             return false;
     }
 }
 
-static bool bParseHeader(Bytes aData, PngHeader& objHeader)
+static bool ParseHeader(Bytes data, PngHeader& header)
 {
-    ByteReader objReader(aData);
-    objHeader.nWidth = objReader.U32Be();
-    objHeader.nHeight = objReader.U32Be();
-    objHeader.nDepth = objReader.U8();
-    const std::uint32_t nColour = objReader.U8();
-    const std::uint32_t nCompression = objReader.U8();
-    const std::uint32_t nFilter = objReader.U8();
-    const std::uint32_t nInterlace = objReader.U8();
-    if (objReader.Failed() || objReader.Left() != 0 || objHeader.nWidth == 0 || objHeader.nHeight == 0 ||
-        !bDepthFits(nColour, objHeader.nDepth) || nCompression != 0 || nFilter != 0 || nInterlace > 1)
+    ByteReader reader(data);
+    header.width = reader.U32Be();
+    header.height = reader.U32Be();
+    header.depth = reader.U8();
+    const std::uint32_t colour = reader.U8();
+    const std::uint32_t compression = reader.U8();
+    const std::uint32_t filter = reader.U8();
+    const std::uint32_t interlace = reader.U8();
+    if (reader.Failed() || reader.Left() != 0 || header.width == 0 || header.height == 0 ||
+        !DepthFits(colour, header.depth) || compression != 0 || filter != 0 || interlace > 1)
         return false;
-    objHeader.objColour = static_cast<PngColour>(nColour);
-    objHeader.bInterlaced = nInterlace == 1;
+    header.colour = static_cast<PngColour>(colour);
+    header.interlaced = interlace == 1;
     return true;
 }
 
 // A file counts pixels a metre, people count them an inch: 300 an inch are written as 11811 a metre. What is
 // within the rounding of a whole number is that number.
-static double dDotsPerInch(std::uint32_t nPerMetre)
+static double DotsPerInch(std::uint32_t per_metre)
 {
-    const double dExact = nPerMetre * kMetresPerInch;
-    const double dWhole = std::round(dExact);
-    return std::abs(dExact - dWhole) <= kMetresPerInch / 2 ? dWhole : dExact;
+    const double exact = per_metre * kMetresPerInch;
+    const double whole = std::round(exact);
+    return std::abs(exact - whole) <= kMetresPerInch / 2 ? whole : exact;
 }
 
-static void ParsePhysical(Bytes aData, PngInfo& objInfo)
+static void ParsePhysical(Bytes data, PngInfo& info)
 {
-    ByteReader objReader(aData);
-    const std::uint32_t nX = objReader.U32Be();
-    const std::uint32_t nY = objReader.U32Be();
-    const bool bMetre = objReader.U8() == 1;
-    if (objReader.Failed() || !bMetre || nX == 0 || nY == 0)
+    ByteReader reader(data);
+    const std::uint32_t x = reader.U32Be();
+    const std::uint32_t y = reader.U32Be();
+    const bool per_metre = reader.U8() == 1;
+    if (reader.Failed() || !per_metre || x == 0 || y == 0)
         return;
-    objInfo.dDotsPerInchX = dDotsPerInch(nX);
-    objInfo.dDotsPerInchY = dDotsPerInch(nY);
+    info.dots_per_inch_x = DotsPerInch(x);
+    info.dots_per_inch_y = DotsPerInch(y);
 }
 
-static void ParseTransparency(Bytes aData, PngInfo& objInfo)
+static void ParseTransparency(Bytes data, PngInfo& info)
 {
-    bool bFits = false;
-    switch (objInfo.objHeader.objColour) {
-        case PngColour::Grey:
-            bFits = aData.size() == 2;
+    bool fits = false;
+    switch (info.header.colour) {
+        case PngColour::kGrey:
+            fits = data.size() == 2;
             break;
-        case PngColour::Rgb:
-            bFits = aData.size() == 6;
+        case PngColour::kRgb:
+            fits = data.size() == 6;
             break;
-        case PngColour::Palette:
-            bFits =
-                !aData.empty() && aData.size() <= objInfo.aPalette.size() / 3 &&
-                std::any_of(aData.begin(), aData.end(), [](std::uint8_t nAlpha) { return nAlpha != 255; });
+        case PngColour::kPalette:
+            fits = !data.empty() && data.size() <= info.palette.size() / 3 &&
+                   std::any_of(data.begin(), data.end(), [](std::uint8_t alpha) { return alpha != 255; });
             break;
         default:
             break;
     }
-    if (bFits)
-        objInfo.aTransparency.assign(aData.begin(), aData.end());
+    if (fits)
+        info.transparency.assign(data.begin(), data.end());
 }
 
 // A chunk that the picture can do without. Nothing in it can be a reason to refuse the file.
-static void ReadAncillary(PngChunkReader& objReader, const PngChunk& objChunk, PngInfo& objInfo)
+static void ReadAncillary(PngChunkReader& reader, const PngChunk& chunk, PngInfo& info)
 {
-    const auto aDataOf = [&](std::uint32_t nMost) {
-        auto aFound = objReader.aDataOf(objChunk, nMost);
-        return aFound ? std::move(*aFound) : std::vector<std::uint8_t>{};
+    const auto data_of = [&](std::uint32_t max) {
+        auto found = reader.DataOf(chunk, max);
+        return found ? std::move(*found) : std::vector<std::uint8_t>{};
     };
-    switch (objChunk.nType) {
-        case nPngType("tRNS"):
-            ParseTransparency(aDataOf(256), objInfo);
+    switch (chunk.type) {
+        case PngType("tRNS"):
+            ParseTransparency(data_of(256), info);
             break;
-        case nPngType("pHYs"):
-            ParsePhysical(aDataOf(9), objInfo);
+        case PngType("pHYs"):
+            ParsePhysical(data_of(9), info);
             break;
-        case nPngType("gAMA"): {
-            const auto aData = aDataOf(4);
-            objInfo.dGamma = ByteReader(aData).U32Be() / 100'000.0;
+        case PngType("gAMA"): {
+            const auto data = data_of(4);
+            info.gamma = ByteReader(data).U32Be() / 100'000.0;
             break;
         }
-        case nPngType("sRGB"):
-            objInfo.bColourSpace = objInfo.bColourSpace || aDataOf(1).size() == 1;
+        case PngType("sRGB"):
+            info.has_colour_space = info.has_colour_space || data_of(1).size() == 1;
             break;
-        case nPngType("iCCP"): {
-            auto aProfile = aPngProfile(aDataOf(kPngMetadataMost));
-            if (ProfileFits(aProfile, objInfo.objHeader.bGrey() ? 1 : 3)) {
-                objInfo.aIccProfile = std::move(aProfile);
-                objInfo.bColourSpace = true;
+        case PngType("iCCP"): {
+            auto profile = PngProfile(data_of(kPngMetadataMost));
+            if (ProfileFits(profile, info.header.IsGrey() ? 1 : 3)) {
+                info.icc_profile = std::move(profile);
+                info.has_colour_space = true;
             }
             break;
         }
-        case nPngType("eXIf"):
-            ReadPngExif(aDataOf(kPngMetadataMost), objInfo.objMetadata);
+        case PngType("eXIf"):
+            ReadPngExif(data_of(kPngMetadataMost), info.metadata);
             break;
-        case nPngType("tEXt"):
-        case nPngType("zTXt"):
-        case nPngType("iTXt"):
-            ReadPngText(objChunk.nType, aDataOf(kPngMetadataMost), objInfo.objMetadata);
+        case PngType("tEXt"):
+        case PngType("zTXt"):
+        case PngType("iTXt"):
+            ReadPngText(chunk.type, data_of(kPngMetadataMost), info.metadata);
             break;
         default:
             break;
     }
 }
 
-static bool bReadPalette(PngChunkReader& objReader, const PngChunk& objChunk, PngInfo& objInfo)
+static bool ReadPalette(PngChunkReader& reader, const PngChunk& chunk, PngInfo& info)
 {
-    auto aData = objReader.aDataOf(objChunk, 768);
-    const bool bNeeded = objInfo.objHeader.objColour == PngColour::Palette;
-    if (!aData || aData->empty() || aData->size() % 3 != 0 || !objInfo.aPalette.empty())
-        return !bNeeded;  // with true colour it only suggests what to quantise to
-    objInfo.aPalette = std::move(*aData);
+    auto data = reader.DataOf(chunk, 768);
+    const bool needed = info.header.colour == PngColour::kPalette;
+    if (!data || data->empty() || data->size() % 3 != 0 || !info.palette.empty())
+        return !needed;  // with true colour it only suggests what to quantise to
+    info.palette = std::move(*data);
     return true;
 }
 
-bool bReadPngInfo(PngChunkReader& objReader, PngInfo& objInfo)
+bool ReadPngInfo(PngChunkReader& reader, PngInfo& info)
 {
-    const Bytes aSignature = objReader.SomeAt(0, kPngSignature.size());
-    if (!std::equal(aSignature.begin(), aSignature.end(), kPngSignature.begin(), kPngSignature.end()))
+    const Bytes signature = reader.SomeAt(0, kPngSignature.size());
+    if (!std::equal(signature.begin(), signature.end(), kPngSignature.begin(), kPngSignature.end()))
         return false;
-    std::optional<PngChunk> objChunk = objReader.objChunkAt(kPngSignature.size());
-    if (!objChunk || objChunk->nType != nPngType("IHDR"))
+    std::optional<PngChunk> chunk = reader.ChunkAt(kPngSignature.size());
+    if (!chunk || chunk->type != PngType("IHDR"))
         return false;
-    const auto aHeader = objReader.aDataOf(*objChunk, 13);
-    if (!aHeader || !bParseHeader(*aHeader, objInfo.objHeader))
+    const auto header = reader.DataOf(*chunk, 13);
+    if (!header || !ParseHeader(*header, info.header))
         return false;
-    while ((objChunk = objReader.objChunkAt(PngChunkReader::nAfter(*objChunk)))) {
-        if (objChunk->nType == nPngType("IDAT")) {
-            objInfo.objFirstData = *objChunk;
-            return objInfo.objHeader.objColour != PngColour::Palette || !objInfo.aPalette.empty();
+    while ((chunk = reader.ChunkAt(PngChunkReader::PlaceAfter(*chunk)))) {
+        if (chunk->type == PngType("IDAT")) {
+            info.first_data = *chunk;
+            return info.header.colour != PngColour::kPalette || !info.palette.empty();
         }
-        if (objChunk->nType == nPngType("PLTE")) {
-            if (!bReadPalette(objReader, *objChunk, objInfo))
+        if (chunk->type == PngType("PLTE")) {
+            if (!ReadPalette(reader, *chunk, info))
                 return false;
-        } else if (bPngCritical(objChunk->nType)) {
+        } else if (IsCriticalPngChunk(chunk->type)) {
             return false;
         } else {
-            ReadAncillary(objReader, *objChunk, objInfo);
+            ReadAncillary(reader, *chunk, info);
         }
     }
     return false;
 }
 
-bool bReadPngTail(PngChunkReader& objReader, std::uint64_t nPosition, PngInfo& objInfo)
+bool ReadPngTail(PngChunkReader& reader, std::uint64_t position, PngInfo& info)
 {
-    std::optional<PngChunk> objChunk = objReader.objChunkAt(nPosition);
-    for (; objChunk; objChunk = objReader.objChunkAt(PngChunkReader::nAfter(*objChunk))) {
-        switch (objChunk->nType) {
-            case nPngType("IEND"):
+    std::optional<PngChunk> chunk = reader.ChunkAt(position);
+    for (; chunk; chunk = reader.ChunkAt(PngChunkReader::PlaceAfter(*chunk))) {
+        switch (chunk->type) {
+            case PngType("IEND"):
                 return true;
-            case nPngType("eXIf"):
-            case nPngType("tEXt"):
-            case nPngType("zTXt"):
-            case nPngType("iTXt"):
-                ReadAncillary(objReader, *objChunk, objInfo);
+            case PngType("eXIf"):
+            case PngType("tEXt"):
+            case PngType("zTXt"):
+            case PngType("iTXt"):
+                ReadAncillary(reader, *chunk, info);
                 break;
             default:
                 break;

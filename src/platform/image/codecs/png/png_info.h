@@ -8,41 +8,41 @@
 #include "src/platform/image/codecs/png/png_chunks.h"
 
 /// Colour types, by their numbers in the file.
-enum class PngColour : std::uint8_t { Grey = 0, Rgb = 2, Palette = 3, GreyAlpha = 4, Rgba = 6 };
+enum class PngColour : std::uint8_t { kGrey = 0, kRgb = 2, kPalette = 3, kGreyAlpha = 4, kRgba = 6 };
 
 struct PngHeader {
-    std::uint32_t nWidth = 0;
-    std::uint32_t nHeight = 0;
-    std::uint32_t nDepth = 0;  ///< bits a sample: 1, 2, 4, 8 or 16
-    PngColour objColour = PngColour::Grey;
-    bool bInterlaced = false;
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    std::uint32_t depth = 0;  ///< bits a sample: 1, 2, 4, 8 or 16
+    PngColour colour = PngColour::kGrey;
+    bool interlaced = false;
 
-    std::uint32_t nSamples() const;  ///< a pixel: 1 to 4
-    bool bGrey() const { return objColour == PngColour::Grey || objColour == PngColour::GreyAlpha; }
+    std::uint32_t SampleCount() const;  ///< a pixel: 1 to 4
+    bool IsGrey() const { return colour == PngColour::kGrey || colour == PngColour::kGreyAlpha; }
     /// Bytes of one row of the whole picture without the filter's byte.
-    std::uint64_t nRowBytes() const
+    std::uint64_t RowBytes() const
     {
-        return (static_cast<std::uint64_t>(nWidth) * nSamples() * nDepth + 7) / 8;
+        return (static_cast<std::uint64_t>(width) * SampleCount() * depth + 7) / 8;
     }
 };
 
 struct PngInfo {
-    PngHeader objHeader;
-    std::vector<std::uint8_t> aPalette;       ///< R, G, B in turn
-    std::vector<std::uint8_t> aTransparency;  ///< the data of tRNS, of a length that its colour type allows
-    double dGamma = 0;                      ///< the exponent that the samples were encoded with; 0 = not said
-    bool bColourSpace = false;              ///< sRGB or a profile: then dGamma doesn't count
-    std::vector<std::uint8_t> aIccProfile;  ///< grey for grey, RGB for the others; empty = none
-    double dDotsPerInchX = 0;
-    double dDotsPerInchY = 0;
-    ImageMetadata objMetadata;
-    PngChunk objFirstData;  ///< the first IDAT
+    PngHeader header;
+    std::vector<std::uint8_t> palette;       ///< R, G, B in turn
+    std::vector<std::uint8_t> transparency;  ///< the data of tRNS, of a length that its colour type allows
+    double gamma = 0;                       ///< the exponent that the samples were encoded with; 0 = not said
+    bool has_colour_space = false;          ///< sRGB or a profile: then gamma doesn't count
+    std::vector<std::uint8_t> icc_profile;  ///< grey for grey, RGB for the others; empty = none
+    double dots_per_inch_x = 0;
+    double dots_per_inch_y = 0;
+    ImageMetadata metadata;
+    PngChunk first_data;  ///< the first IDAT
 };
 
 /// Reads from the signature to the first IDAT. Broken chunks that the picture can do without are passed over.
 /// False for a foreign, cut-short or contradictory file.
-[[nodiscard]] bool bReadPngInfo(PngChunkReader& objReader, PngInfo& objInfo);
+[[nodiscard]] bool ReadPngInfo(PngChunkReader& reader, PngInfo& info);
 
-/// Reads from nPosition, behind the last IDAT, to the end chunk: texts may stand there too. False when the
+/// Reads from position, behind the last IDAT, to the end chunk: texts may stand there too. False when the
 /// file ends before it.
-[[nodiscard]] bool bReadPngTail(PngChunkReader& objReader, std::uint64_t nPosition, PngInfo& objInfo);
+[[nodiscard]] bool ReadPngTail(PngChunkReader& reader, std::uint64_t position, PngInfo& info);

@@ -8,295 +8,291 @@
 
 static constexpr std::uint32_t kOpaque = 0xFF000000;
 
-std::size_t PngColourTable::nSlotOf(std::uint32_t nColour) const
+std::size_t PngColourTable::SlotOf(std::uint32_t colour) const
 {
-    std::size_t nSlot = nColour * 0x9E3779B1U >> 22;
-    while (m_aNumbers[nSlot] && m_aColours[nSlot] != nColour)
-        nSlot = (nSlot + 1) % kSlots;
-    return nSlot;
+    std::size_t slot = colour * 0x9E3779B1U >> 22;
+    while (numbers_[slot] && colours_[slot] != colour)
+        slot = (slot + 1) % kSlots;
+    return slot;
 }
 
-std::size_t PngColourTable::nIndexOf(std::uint32_t nColour)
+std::size_t PngColourTable::IndexOf(std::uint32_t colour)
 {
-    const std::size_t nSlot = nSlotOf(nColour);
-    if (m_aNumbers[nSlot] == 0) {
-        if (m_nColours == kMost)
+    const std::size_t slot = SlotOf(colour);
+    if (numbers_[slot] == 0) {
+        if (colour_count_ == kMost)
             return kMost;
-        m_aColours[nSlot] = nColour;
-        m_aNumbers[nSlot] = static_cast<std::uint16_t>(++m_nColours);
+        colours_[slot] = colour;
+        numbers_[slot] = static_cast<std::uint16_t>(++colour_count_);
     }
-    return m_aNumbers[nSlot] - 1U;
+    return numbers_[slot] - 1U;
 }
 
-std::vector<std::uint32_t> PngColourTable::aColours() const
+std::vector<std::uint32_t> PngColourTable::Colours() const
 {
-    std::vector<std::uint32_t> aResult(m_nColours);
+    std::vector<std::uint32_t> result(colour_count_);
     for (std::size_t i = 0; i < kSlots; ++i)
-        if (m_aNumbers[i])
-            aResult[m_aNumbers[i] - 1U] = m_aColours[i];
-    return aResult;
+        if (numbers_[i])
+            result[numbers_[i] - 1U] = colours_[i];
+    return result;
 }
 
-void PngColourTable::Renumber(const std::vector<std::uint32_t>& aOrder)
+void PngColourTable::Renumber(const std::vector<std::uint32_t>& order)
 {
-    for (std::size_t i = 0; i < aOrder.size(); ++i)
-        m_aNumbers[nSlotOf(aOrder[i])] = static_cast<std::uint16_t>(i + 1);
+    for (std::size_t i = 0; i < order.size(); ++i)
+        numbers_[SlotOf(order[i])] = static_cast<std::uint16_t>(i + 1);
 }
 
 // A pixel as one number: blue lowest, then green, red, alpha.
-template <std::size_t nChannels>
-static inline std::uint32_t nColourAt(const std::uint8_t* p)
+template <std::size_t kChannels>
+static inline std::uint32_t ColourAt(const std::uint8_t* p)
 {
-    if constexpr (nChannels == 1)
+    if constexpr (kChannels == 1)
         return kOpaque | p[0] * 0x010101U;
-    const std::uint32_t nBgr = p[0] | std::uint32_t{p[1]} << 8 | std::uint32_t{p[2]} << 16;
-    return nBgr | (nChannels == 4 ? std::uint32_t{p[3]} << 24 : kOpaque);
+    const std::uint32_t bgr = p[0] | std::uint32_t{p[1]} << 8 | std::uint32_t{p[2]} << 16;
+    return bgr | (kChannels == 4 ? std::uint32_t{p[3]} << 24 : kOpaque);
 }
 
 // Fills the table; False as soon as there are too many colours.
-template <std::size_t nChannels>
-static bool bCountColours(const ImageBuffer& aImage, PngColourTable& objTable)
+template <std::size_t kChannels>
+static bool CountColours(const ImageBuffer& image, PngColourTable& table)
 {
-    const std::uint8_t* const p = aImage.bytes.data();
-    std::uint32_t nLast = ~nColourAt<nChannels>(p);
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += nChannels) {
-        const std::uint32_t nColour = nColourAt<nChannels>(p + i);
-        if (nColour != nLast && objTable.nIndexOf(nColour) == PngColourTable::kMost)
+    const std::uint8_t* const p = image.bytes.data();
+    std::uint32_t last = ~ColourAt<kChannels>(p);
+    for (std::size_t i = 0; i < image.bytes.size(); i += kChannels) {
+        const std::uint32_t colour = ColourAt<kChannels>(p + i);
+        if (colour != last && table.IndexOf(colour) == PngColourTable::kMost)
             return false;
-        nLast = nColour;
+        last = colour;
     }
     return true;
 }
 
 // Of a grey picture, whose colours are few anyway: False as soon as there are more than four bits number.
-static bool bFewGreys(const ImageBuffer& aImage, PngColourTable& objTable)
+static bool CollectFewGreys(const ImageBuffer& image, PngColourTable& table)
 {
     constexpr std::size_t kPiece = 4096;
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    std::array<bool, 256> aSeen{};
-    for (std::size_t nDone = 0; nDone < aImage.bytes.size(); nDone += kPiece * nChannels) {
-        const std::size_t nEnd = std::min(nDone + kPiece * nChannels, aImage.bytes.size());
-        for (std::size_t i = nDone; i < nEnd; i += nChannels)
-            aSeen[aImage.bytes[i]] = true;
-        if (std::count(aSeen.begin(), aSeen.end(), true) > 16)
+    const auto channels = static_cast<std::size_t>(image.channels);
+    std::array<bool, 256> seen{};
+    for (std::size_t done = 0; done < image.bytes.size(); done += kPiece * channels) {
+        const std::size_t end = std::min(done + kPiece * channels, image.bytes.size());
+        for (std::size_t i = done; i < end; i += channels)
+            seen[image.bytes[i]] = true;
+        if (std::count(seen.begin(), seen.end(), true) > 16)
             return false;
     }
     for (std::uint32_t i = 0; i < 256; ++i)
-        if (aSeen[i])
-            objTable.nIndexOf(kOpaque | i * 0x010101U);
+        if (seen[i])
+            table.IndexOf(kOpaque | i * 0x010101U);
     return true;
 }
 
-static bool bFewColours(const ImageBuffer& aImage, PngColourTable& objTable)
+static bool CollectFewColours(const ImageBuffer& image, PngColourTable& table)
 {
-    return aImage.channels == 1   ? bCountColours<1>(aImage, objTable)
-           : aImage.channels == 3 ? bCountColours<3>(aImage, objTable)
-                                  : bCountColours<4>(aImage, objTable);
+    return image.channels == 1   ? CountColours<1>(image, table)
+           : image.channels == 3 ? CountColours<3>(image, table)
+                                 : CountColours<4>(image, table);
 }
 
-static bool bGreyPixels(const ImageBuffer& aImage)
+static bool IsAllGrey(const ImageBuffer& image)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::uint8_t* const p = aImage.bytes.data();
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += nChannels)
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::uint8_t* const p = image.bytes.data();
+    for (std::size_t i = 0; i < image.bytes.size(); i += channels)
         if (p[i] != p[i + 1] || p[i] != p[i + 2])
             return false;
     return true;
 }
 
-static bool bOpaquePixels(const ImageBuffer& aImage)
+static bool IsOpaque(const ImageBuffer& image)
 {
-    const std::uint8_t* const p = aImage.bytes.data();
-    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
+    const std::uint8_t* const p = image.bytes.data();
+    for (std::size_t i = 3; i < image.bytes.size(); i += 4)
         if (p[i] != 255)
             return false;
     return true;
 }
 
 // The fewest bits in which greys can be written as they are: all of them are multiples of 255 / (2^bits - 1).
-static std::uint32_t nGreyDepth(const std::vector<std::uint32_t>& aColours)
+static std::uint32_t GreyDepth(const std::vector<std::uint32_t>& colours)
 {
-    const auto bHolds = [&](std::uint32_t nStep) {
-        return std::all_of(aColours.begin(), aColours.end(),
-                           [nStep](std::uint32_t nColour) { return (nColour & 0xFF) % nStep == 0; });
+    const auto holds = [&](std::uint32_t step) {
+        return std::all_of(colours.begin(), colours.end(),
+                           [step](std::uint32_t colour) { return (colour & 0xFF) % step == 0; });
     };
-    return bHolds(255) ? 1 : bHolds(85) ? 2 : bHolds(17) ? 4 : 8;
+    return holds(255) ? 1 : holds(85) ? 2 : holds(17) ? 4 : 8;
 }
 
-static PngLayout objPaletteLayout(const PngColourTable& objTable)
+static PngLayout PaletteLayout(const PngColourTable& table)
 {
-    PngLayout objLayout;
-    objLayout.objColour = PngColour::Palette;
-    objLayout.objTable = objTable;
-    std::vector<std::uint32_t> aColours = objTable.aColours();
-    objLayout.nDepth = aColours.size() <= 2 ? 1 : aColours.size() <= 4 ? 2 : aColours.size() <= 16 ? 4 : 8;
+    PngLayout layout;
+    layout.colour = PngColour::kPalette;
+    layout.table = table;
+    std::vector<std::uint32_t> colours = table.Colours();
+    layout.depth = colours.size() <= 2 ? 1 : colours.size() <= 4 ? 2 : colours.size() <= 16 ? 4 : 8;
     // Those with alpha first, so that tRNS is short; then by brightness, so that like indices are like
     // colours.
-    std::sort(aColours.begin(), aColours.end(), [](std::uint32_t nA, std::uint32_t nB) {
-        const bool bOpaqueA = nA >= kOpaque;
-        const bool bOpaqueB = nB >= kOpaque;
-        const auto nBright = [](std::uint32_t n) {
+    std::sort(colours.begin(), colours.end(), [](std::uint32_t a, std::uint32_t b) {
+        const bool opaque_a = a >= kOpaque;
+        const bool opaque_b = b >= kOpaque;
+        const auto bright = [](std::uint32_t n) {
             return (n & 0xFF) + 6 * (n >> 8 & 0xFF) + 3 * (n >> 16 & 0xFF);
         };
-        return bOpaqueA != bOpaqueB         ? bOpaqueB
-               : nBright(nA) != nBright(nB) ? nBright(nA) < nBright(nB)
-                                            : nA < nB;
+        return opaque_a != opaque_b ? opaque_b : bright(a) != bright(b) ? bright(a) < bright(b) : a < b;
     });
-    objLayout.objTable.Renumber(aColours);
-    for (const std::uint32_t nColour : aColours) {
-        for (const int nShift : {16, 8, 0})
-            objLayout.aPalette.push_back(static_cast<std::uint8_t>(nColour >> nShift));
-        if (nColour < kOpaque)
-            objLayout.aTransparency.push_back(static_cast<std::uint8_t>(nColour >> 24));
+    layout.table.Renumber(colours);
+    for (const std::uint32_t colour : colours) {
+        for (const int shift : {16, 8, 0})
+            layout.palette.push_back(static_cast<std::uint8_t>(colour >> shift));
+        if (colour < kOpaque)
+            layout.transparency.push_back(static_cast<std::uint8_t>(colour >> 24));
     }
-    return objLayout;
+    return layout;
 }
 
-std::vector<PngLayout> aPngLayouts(const ImageBuffer& aImage)
+std::vector<PngLayout> PngLayouts(const ImageBuffer& image)
 {
-    const bool bProfile = !aImage.icc_profile.empty();
-    PngLayout objPlain;
-    objPlain.objColour = PngColour::Grey;
-    if (aImage.channels == 1 && bOnlyExtremes(aImage.bytes.data(), aImage.bytes.size())) {
-        objPlain.nDepth = 1;
-        return {objPlain};
+    const bool has_profile = !image.icc_profile.empty();
+    PngLayout plain;
+    plain.colour = PngColour::kGrey;
+    if (image.channels == 1 && HasOnlyExtremes(image.bytes.data(), image.bytes.size())) {
+        plain.depth = 1;
+        return {plain};
     }
-    const bool bAlpha = aImage.channels == 4 && !bOpaquePixels(aImage);
-    const bool bGrey = aImage.channels == 1 || (!bProfile && bGreyPixels(aImage));
-    objPlain.objColour = bGrey    ? bAlpha ? PngColour::GreyAlpha : PngColour::Grey
-                         : bAlpha ? PngColour::Rgba
-                                  : PngColour::Rgb;
-    PngColourTable objTable;
-    const bool bGreys = objPlain.objColour == PngColour::Grey;
-    if (bGreys ? !bFewGreys(aImage, objTable) : !bFewColours(aImage, objTable))
-        return {objPlain};
-    if (bGreys)
-        objPlain.nDepth = nGreyDepth(objTable.aColours());
-    PngLayout objPalette = objPaletteLayout(objTable);
+    const bool has_alpha = image.channels == 4 && !IsOpaque(image);
+    const bool is_grey = image.channels == 1 || (!has_profile && IsAllGrey(image));
+    plain.colour = is_grey     ? has_alpha ? PngColour::kGreyAlpha : PngColour::kGrey
+                   : has_alpha ? PngColour::kRgba
+                               : PngColour::kRgb;
+    PngColourTable table;
+    const bool greys = plain.colour == PngColour::kGrey;
+    if (greys ? !CollectFewGreys(image, table) : !CollectFewColours(image, table))
+        return {plain};
+    if (greys)
+        plain.depth = GreyDepth(table.Colours());
+    PngLayout palette = PaletteLayout(table);
     // A palette is for RGB, so a grey picture's profile doesn't fit it.
-    const bool bForbidden = aImage.channels == 1 && bProfile;
-    if (bForbidden || (bGreys && objPalette.nDepth >= objPlain.nDepth))
-        return {objPlain};
+    const bool forbidden = image.channels == 1 && has_profile;
+    if (forbidden || (greys && palette.depth >= plain.depth))
+        return {plain};
     // Both are taken to shrink by half; in a small picture the palette itself is what counts.
-    const std::uint64_t nPlainBits = objPlain.objHeader(aImage).nSamples() * objPlain.nDepth;
-    const std::uint64_t nSaved = static_cast<std::uint64_t>(aImage.width) *
-                                 static_cast<std::uint64_t>(aImage.height) *
-                                 (nPlainBits - objPalette.nDepth) / 16;
-    if (objPalette.aPalette.size() + objPalette.aTransparency.size() + 24 > nSaved)
-        return {objPlain};
-    return {objPalette, objPlain};
+    const std::uint64_t plain_bits = plain.Header(image).SampleCount() * plain.depth;
+    const std::uint64_t saved = static_cast<std::uint64_t>(image.width) *
+                                static_cast<std::uint64_t>(image.height) * (plain_bits - palette.depth) / 16;
+    if (palette.palette.size() + palette.transparency.size() + 24 > saved)
+        return {plain};
+    return {palette, plain};
 }
 
-PngHeader PngLayout::objHeader(const ImageBuffer& aImage) const
+PngHeader PngLayout::Header(const ImageBuffer& image) const
 {
-    PngHeader objResult;
-    objResult.nWidth = static_cast<std::uint32_t>(aImage.width);
-    objResult.nHeight = static_cast<std::uint32_t>(aImage.height);
-    objResult.nDepth = nDepth;
-    objResult.objColour = objColour;
-    return objResult;
+    PngHeader result;
+    result.width = static_cast<std::uint32_t>(image.width);
+    result.height = static_cast<std::uint32_t>(image.height);
+    result.depth = depth;
+    result.colour = colour;
+    return result;
 }
 
-std::uint32_t PngLayout::nPixelBytes() const
+std::uint32_t PngLayout::PixelSize() const
 {
-    PngHeader objSamples;
-    objSamples.objColour = objColour;
-    return objSamples.nSamples();
+    PngHeader samples;
+    samples.colour = colour;
+    return samples.SampleCount();
 }
 
-// Puts values of nDepth bits together, the first highest.
+// Puts values of depth bits together, the first highest.
 class ValuePacker
 {
 public:
-    ValuePacker(std::uint8_t* pOut, std::uint32_t nDepth) : m_pOut(pOut), m_nDepth(nDepth) {}
-    void Put(std::uint32_t nValue)
+    ValuePacker(std::uint8_t* out, std::uint32_t depth) : out_(out), depth_(depth) {}
+    void Put(std::uint32_t value)
     {
-        m_nBits = m_nBits << m_nDepth | nValue;
-        m_nCount += m_nDepth;
-        if (m_nCount == 8) {
-            *m_pOut++ = static_cast<std::uint8_t>(m_nBits);
-            m_nCount = 0;
+        bits_ = bits_ << depth_ | value;
+        count_ += depth_;
+        if (count_ == 8) {
+            *out_++ = static_cast<std::uint8_t>(bits_);
+            count_ = 0;
         }
     }
     void Finish()
     {
-        if (m_nCount)
-            *m_pOut = static_cast<std::uint8_t>(m_nBits << (8 - m_nCount));
+        if (count_)
+            *out_ = static_cast<std::uint8_t>(bits_ << (8 - count_));
     }
 
 private:
-    std::uint8_t* m_pOut;
-    std::uint32_t m_nDepth;
-    std::uint32_t m_nBits = 0;
-    std::uint32_t m_nCount = 0;
+    std::uint8_t* out_;
+    std::uint32_t depth_;
+    std::uint32_t bits_ = 0;
+    std::uint32_t count_ = 0;
 };
 
-template <std::size_t nChannels>
-static void PutIndices(PngLayout& objLayout, const std::uint8_t* pRow, std::size_t nPixels,
-                       std::uint8_t* pOut)
+template <std::size_t kChannels>
+static void PutIndices(PngLayout& layout, const std::uint8_t* row, std::size_t pixels, std::uint8_t* out)
 {
-    ValuePacker objPacker(pOut, objLayout.nDepth);
-    std::uint32_t nLast = 0;
-    std::size_t nIndex = PngColourTable::kMost;
-    for (std::size_t x = 0; x < nPixels; ++x) {
-        const std::uint32_t nColour = nColourAt<nChannels>(pRow + x * nChannels);
-        if (nColour != nLast || x == 0)
-            nIndex = objLayout.objTable.nIndexOf(nColour);
-        nLast = nColour;
-        objPacker.Put(static_cast<std::uint32_t>(nIndex));
+    ValuePacker packer(out, layout.depth);
+    std::uint32_t last = 0;
+    std::size_t index = PngColourTable::kMost;
+    for (std::size_t x = 0; x < pixels; ++x) {
+        const std::uint32_t colour = ColourAt<kChannels>(row + x * kChannels);
+        if (colour != last || x == 0)
+            index = layout.table.IndexOf(colour);
+        last = colour;
+        packer.Put(static_cast<std::uint32_t>(index));
     }
-    objPacker.Finish();
+    packer.Finish();
 }
 
-static void PutGreys(std::uint32_t nDepth, const std::uint8_t* pRow, std::size_t nChannels,
-                     std::size_t nPixels, std::uint8_t* pOut)
+static void PutGreys(std::uint32_t depth, const std::uint8_t* row, std::size_t channels, std::size_t pixels,
+                     std::uint8_t* out)
 {
-    if (nChannels == 1 && nDepth == 8) {
-        std::memcpy(pOut, pRow, nPixels);
-    } else if (nChannels == 1 && nDepth == 1) {
-        PackBits(pRow, pOut, nPixels);
+    if (channels == 1 && depth == 8) {
+        std::memcpy(out, row, pixels);
+    } else if (channels == 1 && depth == 1) {
+        PackBits(row, out, pixels);
     } else {
-        ValuePacker objPacker(pOut, nDepth);
-        for (std::size_t x = 0; x < nPixels; ++x)
-            objPacker.Put(pRow[x * nChannels] >> (8 - nDepth));
-        objPacker.Finish();
+        ValuePacker packer(out, depth);
+        for (std::size_t x = 0; x < pixels; ++x)
+            packer.Put(row[x * channels] >> (8 - depth));
+        packer.Finish();
     }
 }
 
-void MakePngRow(PngLayout& objLayout, const ImageBuffer& aImage, std::size_t y, std::uint8_t* pOut)
+void MakePngRow(PngLayout& layout, const ImageBuffer& image, std::size_t y, std::uint8_t* out)
 {
-    const auto nPixels = static_cast<std::size_t>(aImage.width);
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::uint8_t* const pRow = aImage.bytes.data() + y * nPixels * nChannels;
-    switch (objLayout.objColour) {
-        case PngColour::Grey:
-            PutGreys(objLayout.nDepth, pRow, nChannels, nPixels, pOut);
+    const auto pixels = static_cast<std::size_t>(image.width);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::uint8_t* const row = image.bytes.data() + y * pixels * channels;
+    switch (layout.colour) {
+        case PngColour::kGrey:
+            PutGreys(layout.depth, row, channels, pixels, out);
             break;
-        case PngColour::Palette:
-            if (nChannels == 1)
-                PutIndices<1>(objLayout, pRow, nPixels, pOut);
-            else if (nChannels == 3)
-                PutIndices<3>(objLayout, pRow, nPixels, pOut);
+        case PngColour::kPalette:
+            if (channels == 1)
+                PutIndices<1>(layout, row, pixels, out);
+            else if (channels == 3)
+                PutIndices<3>(layout, row, pixels, out);
             else
-                PutIndices<4>(objLayout, pRow, nPixels, pOut);
+                PutIndices<4>(layout, row, pixels, out);
             break;
-        case PngColour::GreyAlpha:
-            for (std::size_t x = 0; x < nPixels; ++x) {
-                pOut[2 * x] = pRow[4 * x];
-                pOut[2 * x + 1] = pRow[4 * x + 3];
+        case PngColour::kGreyAlpha:
+            for (std::size_t x = 0; x < pixels; ++x) {
+                out[2 * x] = row[4 * x];
+                out[2 * x + 1] = row[4 * x + 3];
             }
             break;
-        case PngColour::Rgb:
-            if (nChannels == 3) {
-                SwapRedAndBlue3(pRow, pOut, nPixels);
+        case PngColour::kRgb:
+            if (channels == 3) {
+                SwapRedAndBlue3(row, out, pixels);
                 break;
             }
-            for (std::size_t x = 0; x < nPixels; ++x)
+            for (std::size_t x = 0; x < pixels; ++x)
                 for (std::size_t i = 0; i < 3; ++i)
-                    pOut[3 * x + i] = pRow[4 * x + 2 - i];
+                    out[3 * x + i] = row[4 * x + 2 - i];
             break;
-        case PngColour::Rgba:
-            SwapRedAndBlue4(pRow, pOut, nPixels);
+        case PngColour::kRgba:
+            SwapRedAndBlue4(row, out, pixels);
             break;
     }
 }

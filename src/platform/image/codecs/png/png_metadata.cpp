@@ -20,225 +20,223 @@ static constexpr std::string_view kXmpKeyword = "XML:com.adobe.xmp";
 static constexpr std::string_view kExifMark("Exif\0\0", 6);
 static constexpr int kLevel = 9;  // profiles and packets are small
 
-static std::string_view sOf(Bytes aBytes)
+static std::string_view AsText(Bytes bytes)
 {
-    return {reinterpret_cast<const char*>(aBytes.data()), aBytes.size()};
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-static Bytes aOf(std::string_view sText)
+static Bytes AsBytes(std::string_view text)
 {
-    return {reinterpret_cast<const std::uint8_t*>(sText.data()), sText.size()};
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
 // Nothing says how long the unpacked block is, so the room for it grows as it proves too small.
-static std::vector<std::uint8_t> aInflated(Bytes aPacked)
+static std::vector<std::uint8_t> Inflate(Bytes packed)
 {
-    const std::unique_ptr<libdeflate_decompressor, void (*)(libdeflate_decompressor*)> pInflater(
+    const std::unique_ptr<libdeflate_decompressor, void (*)(libdeflate_decompressor*)> inflater(
         libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
-    if (!pInflater)
+    if (!inflater)
         return {};
-    std::vector<std::uint8_t> aResult;
-    for (std::size_t nRoom = 32 * 1024; nRoom <= kPngMetadataMost; nRoom *= 4) {
-        aResult.resize(nRoom);
-        std::size_t nLength = 0;
-        const auto nOutcome = libdeflate_zlib_decompress(pInflater.get(), aPacked.data(), aPacked.size(),
-                                                         aResult.data(), aResult.size(), &nLength);
-        if (nOutcome == LIBDEFLATE_SUCCESS) {
-            aResult.resize(nLength);
-            return aResult;
+    std::vector<std::uint8_t> result;
+    for (std::size_t room = 32 * 1024; room <= kPngMetadataMost; room *= 4) {
+        result.resize(room);
+        std::size_t length = 0;
+        const auto outcome = libdeflate_zlib_decompress(inflater.get(), packed.data(), packed.size(),
+                                                        result.data(), result.size(), &length);
+        if (outcome == LIBDEFLATE_SUCCESS) {
+            result.resize(length);
+            return result;
         }
-        if (nOutcome != LIBDEFLATE_INSUFFICIENT_SPACE)
+        if (outcome != LIBDEFLATE_INSUFFICIENT_SPACE)
             break;
     }
     return {};
 }
 
-static std::vector<std::uint8_t> aDeflated(Bytes aPlain)
+static std::vector<std::uint8_t> Deflate(Bytes plain)
 {
-    const std::unique_ptr<libdeflate_compressor, void (*)(libdeflate_compressor*)> pDeflater(
+    const std::unique_ptr<libdeflate_compressor, void (*)(libdeflate_compressor*)> deflater(
         libdeflate_alloc_compressor(kLevel), &libdeflate_free_compressor);
-    if (!pDeflater)
+    if (!deflater)
         return {};
-    std::vector<std::uint8_t> aResult(libdeflate_zlib_compress_bound(pDeflater.get(), aPlain.size()));
-    aResult.resize(libdeflate_zlib_compress(pDeflater.get(), aPlain.data(), aPlain.size(), aResult.data(),
-                                            aResult.size()));
-    return aResult;
+    std::vector<std::uint8_t> result(libdeflate_zlib_compress_bound(deflater.get(), plain.size()));
+    result.resize(
+        libdeflate_zlib_compress(deflater.get(), plain.data(), plain.size(), result.data(), result.size()));
+    return result;
 }
 
-// Takes the text before the next zero byte, and that byte. Nothing is left of aRest when there is none.
-static std::string_view sTakeField(Bytes& aRest)
+// Takes the text before the next zero byte, and that byte. Nothing is left of rest when there is none.
+static std::string_view TakeField(Bytes& rest)
 {
-    const auto itEnd = std::find(aRest.begin(), aRest.end(), 0);
-    const std::string_view sField = sOf(aRest).substr(0, static_cast<std::size_t>(itEnd - aRest.begin()));
-    aRest = itEnd == aRest.end() ? Bytes{} : aRest.subspan(sField.size() + 1);
-    return sField;
+    const auto end = std::find(rest.begin(), rest.end(), 0);
+    const std::string_view field = AsText(rest).substr(0, static_cast<std::size_t>(end - rest.begin()));
+    rest = end == rest.end() ? Bytes{} : rest.subspan(field.size() + 1);
+    return field;
 }
 
-std::vector<std::uint8_t> aPngProfile(Bytes aChunk)
+std::vector<std::uint8_t> PngProfile(Bytes chunk)
 {
-    sTakeField(aChunk);  // a name for people
-    if (aChunk.empty() || aChunk[0] != 0)
+    TakeField(chunk);  // a name for people
+    if (chunk.empty() || chunk[0] != 0)
         return {};
-    return aInflated(aChunk.subspan(1));
+    return Inflate(chunk.subspan(1));
 }
 
-void ReadPngExif(Bytes aChunk, ImageMetadata& objMetadata)
+void ReadPngExif(Bytes chunk, ImageMetadata& metadata)
 {
-    if (sOf(aChunk).starts_with(kExifMark))
-        aChunk = aChunk.subspan(kExifMark.size());
-    const std::string_view sBlock = sOf(aChunk);
-    const bool bTiff =
-        sBlock.starts_with(std::string_view("II*\0", 4)) || sBlock.starts_with(std::string_view("MM\0*", 4));
-    if (bTiff && objMetadata.exif.empty())
-        objMetadata.exif.assign(aChunk.begin(), aChunk.end());
+    if (AsText(chunk).starts_with(kExifMark))
+        chunk = chunk.subspan(kExifMark.size());
+    const std::string_view block = AsText(chunk);
+    const bool is_tiff =
+        block.starts_with(std::string_view("II*\0", 4)) || block.starts_with(std::string_view("MM\0*", 4));
+    if (is_tiff && metadata.exif.empty())
+        metadata.exif.assign(chunk.begin(), chunk.end());
 }
 
-static void ReadXmp(Bytes aPacket, ImageMetadata& objMetadata)
+static void ReadXmp(Bytes packet, ImageMetadata& metadata)
 {
-    if (objMetadata.xmp.empty())
-        objMetadata.xmp.assign(aPacket.begin(), aPacket.end());
+    if (metadata.xmp.empty())
+        metadata.xmp.assign(packet.begin(), packet.end());
 }
 
-static void ReadRawProfile(std::string_view sKind, Bytes aText, ImageMetadata& objMetadata)
+static void ReadRawProfile(std::string_view kind, Bytes text, ImageMetadata& metadata)
 {
     static constexpr std::string_view kXmpMark("http://ns.adobe.com/xap/1.0/\0", 29);
-    const std::vector<std::uint8_t> aBlock = FromRawProfile(sOf(aText));
-    if (sKind == "exif" || (sKind == "APP1" && sOf(aBlock).starts_with(kExifMark)))
-        ReadPngExif(aBlock, objMetadata);
-    else if (sKind == "APP1" && sOf(aBlock).starts_with(kXmpMark))
-        ReadXmp(Bytes(aBlock).subspan(kXmpMark.size()), objMetadata);
-    else if (sKind == "xmp")
-        ReadXmp(aBlock, objMetadata);
-    else if (sKind == "iptc" && objMetadata.iptc.empty())
-        objMetadata.iptc = IptcOfResources(aBlock);
+    const std::vector<std::uint8_t> block = FromRawProfile(AsText(text));
+    if (kind == "exif" || (kind == "APP1" && AsText(block).starts_with(kExifMark)))
+        ReadPngExif(block, metadata);
+    else if (kind == "APP1" && AsText(block).starts_with(kXmpMark))
+        ReadXmp(Bytes(block).subspan(kXmpMark.size()), metadata);
+    else if (kind == "xmp")
+        ReadXmp(block, metadata);
+    else if (kind == "iptc" && metadata.iptc.empty())
+        metadata.iptc = IptcOfResources(block);
 }
 
-void ReadPngText(std::uint32_t nType, Bytes aChunk, ImageMetadata& objMetadata)
+void ReadPngText(std::uint32_t type, Bytes chunk, ImageMetadata& metadata)
 {
-    const std::string_view sKeyword = sTakeField(aChunk);
-    const bool bXmp = sKeyword == kXmpKeyword;
-    if (!bXmp && !sKeyword.starts_with(kRawProfilePrefix))
+    const std::string_view keyword = TakeField(chunk);
+    const bool is_xmp = keyword == kXmpKeyword;
+    if (!is_xmp && !keyword.starts_with(kRawProfilePrefix))
         return;
-    bool bPacked = nType == nPngType("zTXt");
-    if (nType == nPngType("iTXt")) {
-        if (aChunk.size() < 2)
+    bool packed = type == PngType("zTXt");
+    if (type == PngType("iTXt")) {
+        if (chunk.size() < 2)
             return;
-        bPacked = aChunk[0] == 1;
-        aChunk = aChunk.subspan(1);
+        packed = chunk[0] == 1;
+        chunk = chunk.subspan(1);
     }
-    if (bPacked || nType == nPngType("iTXt")) {
-        if (aChunk.empty() || aChunk[0] != 0)  // the only method is 0
+    if (packed || type == PngType("iTXt")) {
+        if (chunk.empty() || chunk[0] != 0)  // the only method is 0
             return;
-        aChunk = aChunk.subspan(1);
+        chunk = chunk.subspan(1);
     }
-    if (nType == nPngType("iTXt")) {
-        sTakeField(aChunk);  // language
-        sTakeField(aChunk);  // translated keyword
+    if (type == PngType("iTXt")) {
+        TakeField(chunk);  // language
+        TakeField(chunk);  // translated keyword
     }
-    std::vector<std::uint8_t> aPlain;
-    if (bPacked) {
-        aPlain = aInflated(aChunk);
-        aChunk = aPlain;
+    std::vector<std::uint8_t> plain;
+    if (packed) {
+        plain = Inflate(chunk);
+        chunk = plain;
     }
-    if (bXmp)
-        ReadXmp(aChunk, objMetadata);
+    if (is_xmp)
+        ReadXmp(chunk, metadata);
     else
-        ReadRawProfile(sKeyword.substr(kRawProfilePrefix.size()), aChunk, objMetadata);
+        ReadRawProfile(keyword.substr(kRawProfilePrefix.size()), chunk, metadata);
 }
 
 // The text in Latin-1, which is what tEXt holds; False when it has other letters, or isn't UTF-8.
-static bool bLatin1(std::string_view sText, std::string& sLatin1)
+static bool ToLatin1(std::string_view text, std::string& latin1)
 {
-    sLatin1.clear();
-    for (std::size_t i = 0; i < sText.size(); ++i) {
-        const auto nByte = static_cast<std::uint8_t>(sText[i]);
-        if (nByte < 0x80) {
-            sLatin1 += sText[i];
+    latin1.clear();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<std::uint8_t>(text[i]);
+        if (byte < 0x80) {
+            latin1 += text[i];
             continue;
         }
-        const bool bShort =
-            (nByte == 0xC2 || nByte == 0xC3) && i + 1 < sText.size() && (sText[i + 1] & 0xC0) == 0x80;
-        if (!bShort)
+        const bool two_bytes =
+            (byte == 0xC2 || byte == 0xC3) && i + 1 < text.size() && (text[i + 1] & 0xC0) == 0x80;
+        if (!two_bytes)
             return false;
         ++i;
-        sLatin1 += static_cast<char>((nByte & 3) << 6 | (sText[i] & 0x3F));
+        latin1 += static_cast<char>((byte & 3) << 6 | (text[i] & 0x3F));
     }
     return true;
 }
 
-static bool WriteInternational(OutputFile& objOut, std::string_view sKeyword, std::string_view sText)
+static bool WriteInternational(OutputFile& out, std::string_view keyword, std::string_view text)
 {
-    std::string sChunk(sKeyword);
-    sChunk.append(5, '\0');  // the keyword's end, not packed, method 0, no language, no translated keyword
-    sChunk += sText;
-    return WritePngChunk(objOut, nPngType("iTXt"), aOf(sChunk));
+    std::string chunk(keyword);
+    chunk.append(5, '\0');  // the keyword's end, not packed, method 0, no language, no translated keyword
+    chunk += text;
+    return WritePngChunk(out, PngType("iTXt"), AsBytes(chunk));
 }
 
-static bool WriteText(OutputFile& objOut, std::string_view sKeyword, std::string sText)
+static bool WriteText(OutputFile& out, std::string_view keyword, std::string text)
 {
-    std::erase(sText, '\0');  // it would end the text
-    if (sText.empty())
+    std::erase(text, '\0');  // it would end the text
+    if (text.empty())
         return true;
-    std::string sLatin1;
-    if (!bLatin1(sText, sLatin1))
-        return WriteInternational(objOut, sKeyword, sText);
-    return WritePngChunk(objOut, nPngType("tEXt"), aOf(std::string(sKeyword) + '\0' + sLatin1));
+    std::string latin1;
+    if (!ToLatin1(text, latin1))
+        return WriteInternational(out, keyword, text);
+    return WritePngChunk(out, PngType("tEXt"), AsBytes(std::string(keyword) + '\0' + latin1));
 }
 
-static bool WriteTexts(OutputFile& objOut, const ImageInfoTexts& objTexts)
+static bool WriteTexts(OutputFile& out, const ImageInfoTexts& texts)
 {
-    std::string sEquipment = objTexts.sEquipmentType;
-    if (!sEquipment.empty() && !objTexts.sEquipmentModel.empty())
-        sEquipment += ' ';
-    sEquipment += objTexts.sEquipmentModel;
-    return WriteText(objOut, "Title", objTexts.sTitle) && WriteText(objOut, "Author", objTexts.sAuthor) &&
-           WriteText(objOut, "Description", objTexts.sDescription) &&
-           WriteText(objOut, "Copyright", objTexts.sCopyright) &&
-           WriteText(objOut, "Creation Time", objTexts.sDateTime) && WriteText(objOut, "Source", sEquipment);
+    std::string equipment = texts.sEquipmentType;
+    if (!equipment.empty() && !texts.sEquipmentModel.empty())
+        equipment += ' ';
+    equipment += texts.sEquipmentModel;
+    return WriteText(out, "Title", texts.sTitle) && WriteText(out, "Author", texts.sAuthor) &&
+           WriteText(out, "Description", texts.sDescription) &&
+           WriteText(out, "Copyright", texts.sCopyright) &&
+           WriteText(out, "Creation Time", texts.sDateTime) && WriteText(out, "Source", equipment);
 }
 
-static bool WriteProfile(OutputFile& objOut, Bytes aProfile)
+static bool WriteProfile(OutputFile& out, Bytes profile)
 {
-    const std::vector<std::uint8_t> aPacked = aDeflated(aProfile);
-    std::string sChunk("ICC profile\0\0", 13);
-    sChunk += sOf(aPacked);
-    return WritePngChunk(objOut, nPngType("iCCP"), aOf(sChunk));
+    const std::vector<std::uint8_t> packed = Deflate(profile);
+    std::string chunk("ICC profile\0\0", 13);
+    chunk += AsText(packed);
+    return WritePngChunk(out, PngType("iCCP"), AsBytes(chunk));
 }
 
-static bool WriteResolution(OutputFile& objOut, const ImageBuffer& aImage)
+static bool WriteResolution(OutputFile& out, const ImageBuffer& image)
 {
-    const double dPerMetreX = std::round(aImage.dots_per_inch_x / 0.0254);
-    const double dPerMetreY = std::round(aImage.dots_per_inch_y / 0.0254);
-    const auto bWritable = [](double dPerMetre) { return dPerMetre >= 1 && dPerMetre < 0x7FFFFFFF; };
-    if (!bWritable(dPerMetreX) || !bWritable(dPerMetreY))
+    const double per_metre_x = std::round(image.dots_per_inch_x / 0.0254);
+    const double per_metre_y = std::round(image.dots_per_inch_y / 0.0254);
+    const auto writable = [](double per_metre) { return per_metre >= 1 && per_metre < 0x7FFFFFFF; };
+    if (!writable(per_metre_x) || !writable(per_metre_y))
         return true;
-    std::uint8_t aChunk[9] = {0, 0, 0, 0, 0, 0, 0, 0, 1};
+    std::uint8_t chunk[9] = {0, 0, 0, 0, 0, 0, 0, 0, 1};
     for (int i = 0; i < 4; ++i) {
-        aChunk[i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(dPerMetreX) >> (24 - 8 * i));
-        aChunk[4 + i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(dPerMetreY) >> (24 - 8 * i));
+        chunk[i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(per_metre_x) >> (24 - 8 * i));
+        chunk[4 + i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(per_metre_y) >> (24 - 8 * i));
     }
-    return WritePngChunk(objOut, nPngType("pHYs"), aChunk);
+    return WritePngChunk(out, PngType("pHYs"), chunk);
 }
 
-static bool WriteIptc(OutputFile& objOut, Bytes aIptc)
+static bool WriteIptc(OutputFile& out, Bytes iptc)
 {
-    const std::string sText = ToRawProfile("iptc", IptcAsResource(aIptc));
-    const std::vector<std::uint8_t> aPacked = aDeflated(aOf(sText));
-    const std::string sChunk = std::string(kRawProfilePrefix) + "iptc" + std::string(2, '\0');
-    return WritePngChunk(objOut, nPngType("zTXt"), aOf(sChunk + std::string(sOf(aPacked))));
+    const std::string text = ToRawProfile("iptc", IptcAsResource(iptc));
+    const std::vector<std::uint8_t> packed = Deflate(AsBytes(text));
+    const std::string chunk = std::string(kRawProfilePrefix) + "iptc" + std::string(2, '\0');
+    return WritePngChunk(out, PngType("zTXt"), AsBytes(chunk + std::string(AsText(packed))));
 }
 
-bool WritePngMetadata(OutputFile& objOut, const ImageBuffer& aImage, bool bGrey,
-                      const ImageInfoTexts& objTexts)
+bool WritePngMetadata(OutputFile& out, const ImageBuffer& image, bool is_grey, const ImageInfoTexts& texts)
 {
-    const ImageMetadata& objMetadata = aImage.metadata;
-    const bool bProfile = !aImage.icc_profile.empty() && ProfileFits(aImage.icc_profile, bGrey ? 1 : 3);
-    if (bProfile && !WriteProfile(objOut, aImage.icc_profile))
+    const ImageMetadata& metadata = image.metadata;
+    const bool has_profile = !image.icc_profile.empty() && ProfileFits(image.icc_profile, is_grey ? 1 : 3);
+    if (has_profile && !WriteProfile(out, image.icc_profile))
         return false;
-    const std::vector<std::uint8_t> aExif = ExifForSave(aImage, objTexts);
-    return WriteResolution(objOut, aImage) &&
-           (aExif.empty() || WritePngChunk(objOut, nPngType("eXIf"), aExif)) &&
-           WriteTexts(objOut, objTexts) &&
-           (objMetadata.xmp.empty() || WriteInternational(objOut, kXmpKeyword, sOf(objMetadata.xmp))) &&
-           (objMetadata.iptc.empty() || WriteIptc(objOut, objMetadata.iptc));
+    const std::vector<std::uint8_t> exif = ExifForSave(image, texts);
+    return WriteResolution(out, image) && (exif.empty() || WritePngChunk(out, PngType("eXIf"), exif)) &&
+           WriteTexts(out, texts) &&
+           (metadata.xmp.empty() || WriteInternational(out, kXmpKeyword, AsText(metadata.xmp))) &&
+           (metadata.iptc.empty() || WriteIptc(out, metadata.iptc));
 }

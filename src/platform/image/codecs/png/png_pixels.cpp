@@ -5,124 +5,124 @@
 #include <cmath>
 #include <cstring>
 
-static bool bAllGrey(const std::vector<std::uint8_t>& aRgb)
+static bool IsAllGrey(const std::vector<std::uint8_t>& rgb)
 {
-    for (std::size_t i = 0; i + 2 < aRgb.size(); i += 3)
-        if (aRgb[i] != aRgb[i + 1] || aRgb[i] != aRgb[i + 2])
+    for (std::size_t i = 0; i + 2 < rgb.size(); i += 3)
+        if (rgb[i] != rgb[i + 1] || rgb[i] != rgb[i + 2])
             return false;
     return true;
 }
 
-PngPalette objPaletteOf(const PngInfo& objInfo)
+PngPalette PaletteOf(const PngInfo& info)
 {
-    PngPalette objPalette;
-    if (objInfo.objHeader.objColour == PngColour::Grey) {
-        const std::uint32_t nWhite = (1U << objInfo.objHeader.nDepth) - 1;
-        for (std::uint32_t i = 0; i <= nWhite; ++i)
-            objPalette.aEntries[i] = static_cast<std::uint8_t>(i * 255 / nWhite);
-        return objPalette;
+    PngPalette palette;
+    if (info.header.colour == PngColour::kGrey) {
+        const std::uint32_t white = (1U << info.header.depth) - 1;
+        for (std::uint32_t i = 0; i <= white; ++i)
+            palette.entries[i] = static_cast<std::uint8_t>(i * 255 / white);
+        return palette;
     }
-    const std::vector<std::uint8_t>& aRgb = objInfo.aPalette;
-    const bool bAlpha = !objInfo.aTransparency.empty();
-    const bool bGrey = bAllGrey(aRgb) && !bAlpha && objInfo.aIccProfile.empty();
-    objPalette.lChannels = bAlpha ? 4 : bGrey ? 1 : 3;
-    const auto nChannels = static_cast<std::size_t>(objPalette.lChannels);
+    const std::vector<std::uint8_t>& rgb = info.palette;
+    const bool has_alpha = !info.transparency.empty();
+    const bool is_grey = IsAllGrey(rgb) && !has_alpha && info.icc_profile.empty();
+    palette.channels = has_alpha ? 4 : is_grey ? 1 : 3;
+    const auto channels = static_cast<std::size_t>(palette.channels);
     for (std::size_t i = 0; i < 256; ++i) {
-        std::uint8_t* pEntry = objPalette.aEntries.data() + i * nChannels;
-        for (std::size_t nSample = 0; nSample < std::min<std::size_t>(nChannels, 3) && 3 * i < aRgb.size();
-             ++nSample)
-            pEntry[nSample] = aRgb[3 * i + 2 - nSample];
-        if (bAlpha)
-            pEntry[3] = i < objInfo.aTransparency.size() ? objInfo.aTransparency[i] : 255;
+        std::uint8_t* entry = palette.entries.data() + i * channels;
+        for (std::size_t sample = 0; sample < std::min<std::size_t>(channels, 3) && 3 * i < rgb.size();
+             ++sample)
+            entry[sample] = rgb[3 * i + 2 - sample];
+        if (has_alpha)
+            entry[3] = i < info.transparency.size() ? info.transparency[i] : 255;
     }
-    return objPalette;
+    return palette;
 }
 
-template <std::size_t nChannels>
-static void LookUp(const PngPalette& objPalette, std::uint32_t nDepth, const std::uint8_t* __restrict pIn,
-                   std::uint8_t* __restrict pOut, std::size_t nPixels)
+template <std::size_t kChannels>
+static void LookUp(const PngPalette& palette, std::uint32_t depth, const std::uint8_t* __restrict in,
+                   std::uint8_t* __restrict out, std::size_t pixels)
 {
-    const std::uint8_t* pEntries = objPalette.aEntries.data();
-    if (nDepth == 8) {
-        for (std::size_t x = 0; x < nPixels; ++x)
-            std::memcpy(pOut + x * nChannels, pEntries + pIn[x] * nChannels, nChannels);
+    const std::uint8_t* entries = palette.entries.data();
+    if (depth == 8) {
+        for (std::size_t x = 0; x < pixels; ++x)
+            std::memcpy(out + x * kChannels, entries + in[x] * kChannels, kChannels);
         return;
     }
-    const std::uint32_t nMask = (1U << nDepth) - 1;
-    const std::uint32_t nInByte = 8 / nDepth;
-    for (std::size_t x = 0; x < nPixels; x += nInByte) {
-        std::uint32_t nByte = *pIn++;
-        const std::size_t nHere = std::min<std::size_t>(nInByte, nPixels - x);
-        for (std::size_t i = 0; i < nHere; ++i) {
-            nByte <<= nDepth;
-            std::memcpy(pOut + (x + i) * nChannels, pEntries + (nByte >> 8 & nMask) * nChannels, nChannels);
+    const std::uint32_t mask = (1U << depth) - 1;
+    const std::uint32_t in_byte = 8 / depth;
+    for (std::size_t x = 0; x < pixels; x += in_byte) {
+        std::uint32_t byte = *in++;
+        const std::size_t here = std::min<std::size_t>(in_byte, pixels - x);
+        for (std::size_t i = 0; i < here; ++i) {
+            byte <<= depth;
+            std::memcpy(out + (x + i) * kChannels, entries + (byte >> 8 & mask) * kChannels, kChannels);
         }
     }
 }
 
 // Eight pixels of one channel at once: the byte is copied to eight lanes, each of which keeps its own bit.
-static void LookUpBits(const PngPalette& objPalette, const std::uint8_t* __restrict pIn,
-                       std::uint8_t* __restrict pOut, std::size_t nPixels)
+static void LookUpBits(const PngPalette& palette, const std::uint8_t* __restrict in,
+                       std::uint8_t* __restrict out, std::size_t pixels)
 {
     constexpr std::uint64_t kEach = 0x0101010101010101;
     // The leftmost pixel is the lowest byte of the lanes and the highest bit of the byte.
     constexpr std::uint64_t kBits = 0x0102040810204080;
-    const std::uint64_t nZero = objPalette.aEntries[0] * kEach;
-    const std::uint64_t nDiffer = (objPalette.aEntries[0] ^ objPalette.aEntries[1]) * kEach;
+    const std::uint64_t zero = palette.entries[0] * kEach;
+    const std::uint64_t differ = (palette.entries[0] ^ palette.entries[1]) * kEach;
     std::size_t x = 0;
-    for (; x + 8 <= nPixels; x += 8) {
-        const std::uint64_t nKept = *pIn++ * kEach & kBits;
+    for (; x + 8 <= pixels; x += 8) {
+        const std::uint64_t kept = *in++ * kEach & kBits;
         // 0x7F more sets the highest bit of every lane that isn't 0, and none overflows.
-        const std::uint64_t nSet = ((nKept + 0x7F * kEach) | nKept) & 0x80 * kEach;
-        const std::uint64_t nLanes = (nSet >> 7) * 255;
-        const std::uint64_t nEight = nZero ^ (nDiffer & nLanes);
+        const std::uint64_t set = ((kept + 0x7F * kEach) | kept) & 0x80 * kEach;
+        const std::uint64_t lanes = (set >> 7) * 255;
+        const std::uint64_t eight = zero ^ (differ & lanes);
         if constexpr (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__) {
-            std::memcpy(pOut + x, &nEight, 8);
+            std::memcpy(out + x, &eight, 8);
         } else {
             for (std::size_t i = 0; i < 8; ++i)
-                pOut[x + i] = static_cast<std::uint8_t>(nEight >> 8 * i);
+                out[x + i] = static_cast<std::uint8_t>(eight >> 8 * i);
         }
     }
-    if (x < nPixels)
-        LookUp<1>(objPalette, 1, pIn, pOut + x, nPixels - x);
+    if (x < pixels)
+        LookUp<1>(palette, 1, in, out + x, pixels - x);
 }
 
-void LookUpRow(const PngPalette& objPalette, std::uint32_t nDepth, const std::uint8_t* pIn,
-               std::uint8_t* pOut, std::size_t nPixels)
+void LookUpRow(const PngPalette& palette, std::uint32_t depth, const std::uint8_t* in, std::uint8_t* out,
+               std::size_t pixels)
 {
-    if (objPalette.lChannels == 1 && nDepth == 1)
-        LookUpBits(objPalette, pIn, pOut, nPixels);
-    else if (objPalette.lChannels == 1)
-        LookUp<1>(objPalette, nDepth, pIn, pOut, nPixels);
-    else if (objPalette.lChannels == 3)
-        LookUp<3>(objPalette, nDepth, pIn, pOut, nPixels);
+    if (palette.channels == 1 && depth == 1)
+        LookUpBits(palette, in, out, pixels);
+    else if (palette.channels == 1)
+        LookUp<1>(palette, depth, in, out, pixels);
+    else if (palette.channels == 3)
+        LookUp<3>(palette, depth, in, out, pixels);
     else
-        LookUp<4>(objPalette, nDepth, pIn, pOut, nPixels);
+        LookUp<4>(palette, depth, in, out, pixels);
 }
 
-double dPngGammaExponent(const PngInfo& objInfo)
+double PngGammaExponent(const PngInfo& info)
 {
-    if (objInfo.bColourSpace || objInfo.dGamma < 0.05 || objInfo.dGamma > 5)
+    if (info.has_colour_space || info.gamma < 0.05 || info.gamma > 5)
         return 1;
-    const double dExponent = 1 / (objInfo.dGamma * kPngScreenGamma);
-    return std::abs(dExponent - 1) < 0.05 ? 1 : dExponent;
+    const double exponent = 1 / (info.gamma * kPngScreenGamma);
+    return std::abs(exponent - 1) < 0.05 ? 1 : exponent;
 }
 
-void ApplyGamma(double dExponent, std::int32_t lChannels, std::uint8_t* pPixels, std::size_t nPixels)
+void ApplyGamma(double exponent, std::int32_t channels, std::uint8_t* pixels, std::size_t pixel_count)
 {
-    std::array<std::uint8_t, 256> aTable{};
-    for (std::size_t i = 0; i < aTable.size(); ++i)
-        aTable[i] =
-            static_cast<std::uint8_t>(std::lround(255 * std::pow(static_cast<double>(i) / 255, dExponent)));
-    ApplyTable(aTable, lChannels, pPixels, nPixels);
+    std::array<std::uint8_t, 256> table{};
+    for (std::size_t i = 0; i < table.size(); ++i)
+        table[i] =
+            static_cast<std::uint8_t>(std::lround(255 * std::pow(static_cast<double>(i) / 255, exponent)));
+    ApplyTable(table, channels, pixels, pixel_count);
 }
 
-void ApplyTable(const std::array<std::uint8_t, 256>& aTable, std::int32_t lChannels, std::uint8_t* pPixels,
-                std::size_t nPixels)
+void ApplyTable(const std::array<std::uint8_t, 256>& table, std::int32_t channels, std::uint8_t* pixels,
+                std::size_t pixel_count)
 {
-    const auto nChannels = static_cast<std::size_t>(lChannels);
-    const std::size_t nColours = std::min<std::size_t>(nChannels, 3);
-    for (std::size_t i = 0; i < nPixels * nChannels; i += nChannels)
-        for (std::size_t nSample = 0; nSample < nColours; ++nSample)
-            pPixels[i + nSample] = aTable[pPixels[i + nSample]];
+    const auto channel_count = static_cast<std::size_t>(channels);
+    const std::size_t colours = std::min<std::size_t>(channel_count, 3);
+    for (std::size_t i = 0; i < pixel_count * channel_count; i += channel_count)
+        for (std::size_t sample = 0; sample < colours; ++sample)
+            pixels[i + sample] = table[pixels[i + sample]];
 }

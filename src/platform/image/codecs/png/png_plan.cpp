@@ -16,112 +16,114 @@ static constexpr std::size_t kSampleLeast = 4 * 1024;
 static constexpr std::size_t kFlat = 40;
 static constexpr std::size_t kGraphic = 65;
 
-PngRowSource::PngRowSource(const ImageBuffer& aImage, PngPlan& objPlan)
-    : m_aImage(aImage), m_objPlan(objPlan), m_nBytes(objPlan.objLayout.objHeader(aImage).nRowBytes())
+PngRowSource::PngRowSource(const ImageBuffer& image, PngPlan& plan)
+    : image_(image), plan_(plan), bytes_(plan.layout.Header(image).RowBytes())
 {
-    m_aHere.resize(m_nBytes + 2 * kPngRowSlack, 0);
-    m_aAbove.resize(m_nBytes + 2 * kPngRowSlack, 0);
+    here_.resize(bytes_ + 2 * kPngRowSlack, 0);
+    above_.resize(bytes_ + 2 * kPngRowSlack, 0);
 }
 
-void PngRowSource::Make(std::size_t y, std::uint8_t* pOut)
+void PngRowSource::Make(std::size_t y, std::uint8_t* out)
 {
-    if (!m_objPlan.bFilter) {
-        *pOut = static_cast<std::uint8_t>(PngFilter::None);
-        MakePngRow(m_objPlan.objLayout, m_aImage, y, pOut + 1);
+    if (!plan_.filtered) {
+        *out = static_cast<std::uint8_t>(PngFilter::kNone);
+        MakePngRow(plan_.layout, image_, y, out + 1);
         return;
     }
-    std::swap(m_aHere, m_aAbove);
-    if (y != m_nNext || y == 0)
-        std::fill(m_aAbove.begin(), m_aAbove.end(), std::uint8_t{0});
-    m_nNext = y + 1;
-    MakePngRow(m_objPlan.objLayout, m_aImage, y, m_aHere.data() + kPngRowSlack);
-    const PngFilterRow objRow = {m_aHere.data() + kPngRowSlack, m_aAbove.data() + kPngRowSlack, m_nBytes,
-                                 m_objPlan.objLayout.nPixelBytes()};
-    const PngFilters& objFilters = objPngFilters();
-    objFilters.Apply(objFilters.Choose(objRow), objRow, pOut);
+    std::swap(here_, above_);
+    if (y != next_ || y == 0)
+        std::fill(above_.begin(), above_.end(), std::uint8_t{0});
+    next_ = y + 1;
+    MakePngRow(plan_.layout, image_, y, here_.data() + kPngRowSlack);
+    const PngFilterRow row = {here_.data() + kPngRowSlack, above_.data() + kPngRowSlack, bytes_,
+                              plan_.layout.PixelSize()};
+    const PngFilters& filters = PngFiltersFor();
+    filters.apply(filters.choose(row), row, out);
 }
 
 // Bits that the picture would take by the plan, going by samples that are deflated each for itself. A small
 // picture is one sample.
-static std::uint64_t nSampleBits(const ImageBuffer& aImage, PngPlan& objPlan)
+static std::uint64_t SampleBits(const ImageBuffer& image, PngPlan& plan)
 {
-    const auto nHeight = static_cast<std::size_t>(aImage.height);
-    PngRowSource objRows(aImage, objPlan);
-    const std::size_t nRowBytes = objRows.nFilteredBytes();
+    const auto height = static_cast<std::size_t>(image.height);
+    PngRowSource source(image, plan);
+    const std::size_t row_bytes = source.FilteredBytes();
     // The same rows for every plan, however wide their rows are.
-    const std::size_t nPixelRow =
-        std::size_t{static_cast<std::uint32_t>(aImage.width)} * static_cast<std::size_t>(aImage.channels);
-    const std::size_t nSample = std::clamp(nPixelRow * nHeight / kSampleShare, kSampleLeast, kSampleMost);
-    const std::size_t nRows = std::min(std::max<std::size_t>(nSample / nPixelRow, 2), nHeight);
-    PixelBytes aBuffer;
-    aBuffer.resize(PngQuickCopies::kFrontSlack + nRows * nRowBytes + 2 * kPngRowSlack, 0);
-    std::uint8_t* const pRows = aBuffer.data() + PngQuickCopies::kFrontSlack;
-    const std::size_t nBytes = nRows * nRowBytes;
-    PngTokens aTokens;
-    PngQuickCopies objFinder;
-    const std::size_t nSamples = nRows < nHeight ? kSamples : 1;
-    std::uint64_t nBits = 0;
-    for (std::size_t i = 0; i < nSamples; ++i) {
-        const std::size_t nFirst = (nHeight - nRows) * (2 * i + 1) / (2 * nSamples);
-        for (std::size_t y = 0; y < nRows; ++y)
-            objRows.Make(nFirst + y, pRows + y * nRowBytes);
-        objFinder.Forget();
-        objFinder.Find(pRows, 0, nBytes, false, aTokens);
-        const std::uint64_t nWithCopies = PngBlock(aTokens, pRows, nBytes).Bits();
-        FindPngRuns(pRows, nBytes, 0, objPlan.objLayout.nPixelBytes(), FirstPngCosts(), aTokens);
-        nBits += std::min(nWithCopies, PngBlock(aTokens, pRows, nBytes).Bits());
+    const std::size_t pixel_row =
+        std::size_t{static_cast<std::uint32_t>(image.width)} * static_cast<std::size_t>(image.channels);
+    const std::size_t sample = std::clamp(pixel_row * height / kSampleShare, kSampleLeast, kSampleMost);
+    const std::size_t row_count = std::min(std::max<std::size_t>(sample / pixel_row, 2), height);
+    PixelBytes buffer;
+    buffer.resize(PngQuickCopies::kFrontSlack + row_count * row_bytes + 2 * kPngRowSlack, 0);
+    std::uint8_t* const rows = buffer.data() + PngQuickCopies::kFrontSlack;
+    const std::size_t bytes = row_count * row_bytes;
+    PngTokens tokens;
+    PngQuickCopies finder;
+    const std::size_t samples = row_count < height ? kSamples : 1;
+    std::uint64_t bits = 0;
+    for (std::size_t i = 0; i < samples; ++i) {
+        const std::size_t first = (height - row_count) * (2 * i + 1) / (2 * samples);
+        for (std::size_t y = 0; y < row_count; ++y)
+            source.Make(first + y, rows + y * row_bytes);
+        finder.Forget();
+        finder.Find(rows, 0, bytes, false, tokens);
+        const std::uint64_t with_copies = PngBlock(tokens, rows, bytes).Bits();
+        FindPngRuns(rows, bytes, 0, plan.layout.PixelSize(), FirstPngCosts(), tokens);
+        bits += std::min(with_copies, PngBlock(tokens, rows, bytes).Bits());
     }
-    return nBits * nHeight / (nSamples * nRows) +
-           8 * (objPlan.objLayout.aPalette.size() + objPlan.objLayout.aTransparency.size());
+    return bits * height / (samples * row_count) +
+           8 * (plan.layout.palette.size() + plan.layout.transparency.size());
 }
 
 // The percentage of pixels in the sampled rows that are what their left neighbours are.
-static std::size_t nFlatness(const ImageBuffer& aImage)
+static std::size_t Flatness(const ImageBuffer& image)
 {
     constexpr std::size_t kRows = 16;
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    const auto nHeight = static_cast<std::size_t>(aImage.height);
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    std::size_t nSame = 0;
+    const auto width = static_cast<std::size_t>(image.width);
+    const auto height = static_cast<std::size_t>(image.height);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    std::size_t same = 0;
     for (std::size_t i = 0; i < kRows; ++i) {
         const std::uint8_t* const p =
-            aImage.bytes.data() + nHeight * (2 * i + 1) / (2 * kRows) * nWidth * nChannels;
-        for (std::size_t x = 1; x < nWidth; ++x)
-            nSame += std::memcmp(p + x * nChannels, p + (x - 1) * nChannels, nChannels) == 0 ? 1 : 0;
+            image.bytes.data() + height * (2 * i + 1) / (2 * kRows) * width * channels;
+        for (std::size_t x = 1; x < width; ++x)
+            same += std::memcmp(p + x * channels, p + (x - 1) * channels, channels) == 0 ? 1 : 0;
     }
-    return nSame * 100 / (kRows * nWidth);
+    return same * 100 / (kRows * width);
 }
 
-static PngContent objContentOf(const ImageBuffer& aImage, const PngLayout& objLayout)
+static PngContent ContentOf(const ImageBuffer& image, const PngLayout& layout)
 {
-    if (objLayout.objColour == PngColour::Grey && objLayout.nDepth == 1)
-        return PngContent::Scan;
-    if (objLayout.objColour == PngColour::Palette || objLayout.nDepth < 8)
-        return PngContent::Drawing;
-    const std::size_t nFlat = nFlatness(aImage);
-    return nFlat > kGraphic ? PngContent::Graphic : nFlat > kFlat ? PngContent::Flat : PngContent::Photograph;
+    if (layout.colour == PngColour::kGrey && layout.depth == 1)
+        return PngContent::kScan;
+    if (layout.colour == PngColour::kPalette || layout.depth < 8)
+        return PngContent::kDrawing;
+    const std::size_t flat = Flatness(image);
+    return flat > kGraphic ? PngContent::kGraphic
+           : flat > kFlat  ? PngContent::kFlat
+                           : PngContent::kPhotograph;
 }
 
-PngPlan objPlanFor(const ImageBuffer& aImage)
+PngPlan PlanFor(const ImageBuffer& image)
 {
-    std::vector<PngLayout> aLayouts = aPngLayouts(aImage);
-    const PngContent objContent = objContentOf(aImage, aLayouts[0]);
-    std::vector<PngPlan> aPlans;
-    for (PngLayout& objLayout : aLayouts) {
+    std::vector<PngLayout> layouts = PngLayouts(image);
+    const PngContent content = ContentOf(image, layouts[0]);
+    std::vector<PngPlan> plans;
+    for (PngLayout& layout : layouts) {
         // Differences of numbers packed into bytes mean nothing.
-        if (objLayout.nDepth == 8)
-            aPlans.push_back({objLayout, true, objContent});
-        if (objContent != PngContent::Photograph)
-            aPlans.push_back({objLayout, false, objContent});
+        if (layout.depth == 8)
+            plans.push_back({layout, true, content});
+        if (content != PngContent::kPhotograph)
+            plans.push_back({layout, false, content});
     }
-    std::size_t nBest = 0;
-    std::uint64_t nLeast = ~std::uint64_t{0};
-    for (std::size_t i = 0; i < aPlans.size() && aPlans.size() > 1; ++i) {
-        const std::uint64_t nBits = nSampleBits(aImage, aPlans[i]);
-        if (nBits < nLeast) {
-            nLeast = nBits;
-            nBest = i;
+    std::size_t best = 0;
+    std::uint64_t min = ~std::uint64_t{0};
+    for (std::size_t i = 0; i < plans.size() && plans.size() > 1; ++i) {
+        const std::uint64_t bits = SampleBits(image, plans[i]);
+        if (bits < min) {
+            min = bits;
+            best = i;
         }
     }
-    return std::move(aPlans[nBest]);
+    return std::move(plans[best]);
 }

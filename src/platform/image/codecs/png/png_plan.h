@@ -6,33 +6,33 @@
 #include "src/platform/image/codecs/png/png_layout.h"
 
 struct PngPlan {
-    PngLayout objLayout;
-    bool bFilter = true;  ///< False: all rows as they are
-    PngContent objContent = PngContent::Photograph;
+    PngLayout layout;
+    bool filtered = true;  ///< False: all rows as they are
+    PngContent content = PngContent::kPhotograph;
 };
 
 /// The plan that makes a sample of the picture's rows smallest. A picture that can only be a photograph has
 /// one plan, and no sample is taken.
-PngPlan objPlanFor(const ImageBuffer& aImage);
+PngPlan PlanFor(const ImageBuffer& image);
 
 /// Makes the rows that are deflated, the filter's byte first, one below the other.
 class PngRowSource
 {
 public:
-    /// aImage and objPlan outlive it.
-    PngRowSource(const ImageBuffer& aImage, PngPlan& objPlan);
+    /// image and plan outlive it.
+    PngRowSource(const ImageBuffer& image, PngPlan& plan);
 
-    std::size_t nFilteredBytes() const { return m_nBytes + 1; }
-    /// Row y to pOut; up to kPngRowSlack bytes behind it may be written too. y follows the y before, or
+    std::size_t FilteredBytes() const { return bytes_ + 1; }
+    /// Row y to out; up to kPngRowSlack bytes behind it may be written too. y follows the y before, or
     /// begins anew: then the row is filtered as if it were the first.
-    void Make(std::size_t y, std::uint8_t* pOut);
+    void Make(std::size_t y, std::uint8_t* out);
 
 private:
-    const ImageBuffer& m_aImage;
-    PngPlan& m_objPlan;
-    std::size_t m_nBytes;
+    const ImageBuffer& image_;
+    PngPlan& plan_;
+    std::size_t bytes_;
     // Two rows that take turns, each with zeros in front and room behind.
-    PixelBytes m_aHere;
-    PixelBytes m_aAbove;
-    std::size_t m_nNext = 0;
+    PixelBytes here_;
+    PixelBytes above_;
+    std::size_t next_ = 0;
 };

@@ -24,152 +24,149 @@ namespace
 class PngDecoder : public ImageDecoder
 {
 public:
-    explicit PngDecoder(InputFile& objFile) : m_objFile(objFile), m_objReader(objFile) {}
-    bool ReadInfo() { return bReadPngInfo(m_objReader, m_objInfo); }
+    explicit PngDecoder(InputFile& file) : file_(file), reader_(file) {}
+    bool ReadInfo() { return ReadPngInfo(reader_, info_); }
 
     std::int32_t FrameCount() override { return 1; }
-    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override;
+    bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override;
 
 private:
-    bool DecodePixels(ImageBuffer& aResult, std::uint64_t& nAfterData);
-    bool DecodeDirect(PngInflater& objInflater, UnfilterPngRows UnfilterRows, ImageBuffer& aResult);
-    bool DecodeIndices(PngInflater& objInflater, ImageBuffer& aResult);
+    bool DecodePixels(ImageBuffer& result, std::uint64_t& after_data);
+    bool DecodeDirect(PngInflater& inflater, UnfilterPngRows unfilter_rows, ImageBuffer& result);
+    bool DecodeIndices(PngInflater& inflater, ImageBuffer& result);
 
-    InputFile& m_objFile;
-    PngChunkReader m_objReader;
-    PngInfo m_objInfo;
+    InputFile& file_;
+    PngChunkReader reader_;
+    PngInfo info_;
 };
 }  // namespace
 
 // Deflate makes at most 1032 bytes of one: a header that claims more than the file can hold is lying, and is
 // found out before there is memory taken for it.
-static bool bFileCanHold(const InputFile& objFile, const PngHeader& objHeader)
+static bool FileCanHold(const InputFile& file, const PngHeader& header)
 {
-    return (objHeader.nRowBytes() + 1) * objHeader.nHeight / 1032 <= objFile.Size();
+    return (header.RowBytes() + 1) * header.height / 1032 <= file.Size();
 }
 
 // Samples whose order in the file is ours but for red and blue: rows go straight into the picture.
-bool PngDecoder::DecodeDirect(PngInflater& objInflater, UnfilterPngRows UnfilterRows, ImageBuffer& aResult)
+bool PngDecoder::DecodeDirect(PngInflater& inflater, UnfilterPngRows unfilter_rows, ImageBuffer& result)
 {
-    const std::size_t nBytes = m_objInfo.objHeader.nRowBytes();
-    const std::size_t nHeight = m_objInfo.objHeader.nHeight;
-    const std::size_t nStripRows = std::max<std::size_t>(1, kStripSize / (nBytes + 1));
-    PixelBytes aStrip;
-    aStrip.resize(nStripRows * (nBytes + 1) + kSlack);
-    const std::vector<std::uint8_t> aZeros(nBytes + kSlack);
-    for (std::size_t y = 0; y < nHeight; y += nStripRows) {
-        const std::size_t nRows = std::min(nStripRows, nHeight - y);
-        if (!objInflater.Fill(std::span(aStrip).first(nRows * (nBytes + 1))))
+    const std::size_t bytes = info_.header.RowBytes();
+    const std::size_t height = info_.header.height;
+    const std::size_t strip_rows = std::max<std::size_t>(1, kStripSize / (bytes + 1));
+    PixelBytes strip;
+    strip.resize(strip_rows * (bytes + 1) + kSlack);
+    const std::vector<std::uint8_t> zeros(bytes + kSlack);
+    for (std::size_t y = 0; y < height; y += strip_rows) {
+        const std::size_t rows = std::min(strip_rows, height - y);
+        if (!inflater.Fill(std::span(strip).first(rows * (bytes + 1))))
             return false;
-        std::uint8_t* pOut = aResult.bytes.data() + y * nBytes;
-        if (!UnfilterRows(
-                {aStrip.data(), nBytes + 1, pOut, y ? pOut - nBytes : aZeros.data(), nBytes, nRows}))
+        std::uint8_t* out = result.bytes.data() + y * bytes;
+        if (!unfilter_rows({strip.data(), bytes + 1, out, y ? out - bytes : zeros.data(), bytes, rows}))
             return false;
     }
     return true;
 }
 
 // Samples that are looked up, because they are indices or fewer than 8 bits wide.
-bool PngDecoder::DecodeIndices(PngInflater& objInflater, ImageBuffer& aResult)
+bool PngDecoder::DecodeIndices(PngInflater& inflater, ImageBuffer& result)
 {
-    const PngHeader& objHeader = m_objInfo.objHeader;
-    const PngPalette objPalette = objPaletteOf(m_objInfo);
-    const std::size_t nBytes = objHeader.nRowBytes();
-    const std::size_t nHeight = objHeader.nHeight;
-    const std::size_t nStripRows = std::max<std::size_t>(1, kStripSize / (nBytes + 1));
-    const std::size_t nOutRow =
-        std::size_t{objHeader.nWidth} * static_cast<std::size_t>(objPalette.lChannels);
-    PixelBytes aStrip;
-    aStrip.resize(nStripRows * (nBytes + 1) + kSlack);
+    const PngHeader& header = info_.header;
+    const PngPalette palette = PaletteOf(info_);
+    const std::size_t bytes = header.RowBytes();
+    const std::size_t height = header.height;
+    const std::size_t strip_rows = std::max<std::size_t>(1, kStripSize / (bytes + 1));
+    const std::size_t out_row = std::size_t{header.width} * static_cast<std::size_t>(palette.channels);
+    PixelBytes strip;
+    strip.resize(strip_rows * (bytes + 1) + kSlack);
     // The first row is the one above the strip.
-    std::vector<std::uint8_t> aUnfiltered((nStripRows + 1) * nBytes);
-    for (std::size_t y = 0; y < nHeight; y += nStripRows) {
-        const std::size_t nRows = std::min(nStripRows, nHeight - y);
-        if (!objInflater.Fill(std::span(aStrip).first(nRows * (nBytes + 1))))
+    std::vector<std::uint8_t> unfiltered((strip_rows + 1) * bytes);
+    for (std::size_t y = 0; y < height; y += strip_rows) {
+        const std::size_t row_count = std::min(strip_rows, height - y);
+        if (!inflater.Fill(std::span(strip).first(row_count * (bytes + 1))))
             return false;
-        std::uint8_t* pRows = aUnfiltered.data() + nBytes;
-        if (!objPngUnfilters().OneByte({aStrip.data(), nBytes + 1, pRows, aUnfiltered.data(), nBytes, nRows}))
+        std::uint8_t* rows = unfiltered.data() + bytes;
+        if (!PngUnfiltersFor().one_byte({strip.data(), bytes + 1, rows, unfiltered.data(), bytes, row_count}))
             return false;
-        for (std::size_t i = 0; i < nRows; ++i)
-            LookUpRow(objPalette, objHeader.nDepth, pRows + i * nBytes,
-                      aResult.bytes.data() + (y + i) * nOutRow, objHeader.nWidth);
-        std::copy_n(pRows + (nRows - 1) * nBytes, nBytes, aUnfiltered.data());
+        for (std::size_t i = 0; i < row_count; ++i)
+            LookUpRow(palette, header.depth, rows + i * bytes, result.bytes.data() + (y + i) * out_row,
+                      header.width);
+        std::copy_n(rows + (row_count - 1) * bytes, bytes, unfiltered.data());
     }
     return true;
 }
 
-bool PngDecoder::DecodePixels(ImageBuffer& aResult, std::uint64_t& nAfterData)
+bool PngDecoder::DecodePixels(ImageBuffer& result, std::uint64_t& after_data)
 {
-    const PngHeader& objHeader = m_objInfo.objHeader;
-    if (bPngNeedsFallback(m_objInfo)) {
-        nAfterData = PngChunkReader::nAfter(m_objInfo.objFirstData);
-        return bDecodePngByLibrary(m_objFile, m_objInfo, aResult);
+    const PngHeader& header = info_.header;
+    if (PngNeedsFallback(info_)) {
+        after_data = PngChunkReader::PlaceAfter(info_.first_data);
+        return DecodePngByLibrary(file_, info_, result);
     }
-    const bool bLookUp = objHeader.objColour == PngColour::Palette || objHeader.nDepth < 8;
-    const std::int32_t lChannels =
-        bLookUp ? objPaletteOf(m_objInfo).lChannels : static_cast<std::int32_t>(objHeader.nSamples());
-    if (!Allocate(aResult, objHeader.nWidth, objHeader.nHeight, lChannels))
+    const bool look_up = header.colour == PngColour::kPalette || header.depth < 8;
+    const std::int32_t channels =
+        look_up ? PaletteOf(info_).channels : static_cast<std::int32_t>(header.SampleCount());
+    if (!Allocate(result, header.width, header.height, channels))
         return false;
-    PngInflater objInflater(m_objReader, m_objInfo.objFirstData);
-    const PngUnfilters& objUnfilters = objPngUnfilters();
-    const bool bDone = bLookUp          ? DecodeIndices(objInflater, aResult)
-                       : lChannels == 1 ? DecodeDirect(objInflater, objUnfilters.OneByte, aResult)
-                       : lChannels == 3 ? DecodeDirect(objInflater, objUnfilters.Rgb, aResult)
-                                        : DecodeDirect(objInflater, objUnfilters.Rgba, aResult);
-    if (!bDone || !objInflater.Finish())
+    PngInflater inflater(reader_, info_.first_data);
+    const PngUnfilters& unfilters = PngUnfiltersFor();
+    const bool done = look_up         ? DecodeIndices(inflater, result)
+                      : channels == 1 ? DecodeDirect(inflater, unfilters.one_byte, result)
+                      : channels == 3 ? DecodeDirect(inflater, unfilters.rgb, result)
+                                      : DecodeDirect(inflater, unfilters.rgba, result);
+    if (!done || !inflater.Finish())
         return false;
-    nAfterData = objInflater.nAfter();
-    const double dExponent = dPngGammaExponent(m_objInfo);
-    if (dExponent != 1)
-        ApplyGamma(dExponent, lChannels, aResult.bytes.data(),
-                   aResult.bytes.size() / static_cast<std::size_t>(lChannels));
+    after_data = inflater.PlaceAfter();
+    const double exponent = PngGammaExponent(info_);
+    if (exponent != 1)
+        ApplyGamma(exponent, channels, result.bytes.data(),
+                   result.bytes.size() / static_cast<std::size_t>(channels));
     return true;
 }
 
 // A grey picture's profile can't stay with one that became B, G, R, A: its pixels are turned to what they
 // mean. All 256 greys go through the profile as a picture of their own, and the picture through what comes of
 // them.
-static void ApplyGreyProfile(const std::vector<std::uint8_t>& aProfile, ImageBuffer& aImage)
+static void ApplyGreyProfile(const std::vector<std::uint8_t>& profile, ImageBuffer& image)
 {
-    ImageBuffer aGreys;
-    if (!Allocate(aGreys, 256, 1, 1))
+    ImageBuffer greys;
+    if (!Allocate(greys, 256, 1, 1))
         return;
-    std::array<std::uint8_t, 256> aTable{};
-    for (std::size_t i = 0; i < aTable.size(); ++i)
-        aGreys.bytes[i] = static_cast<std::uint8_t>(i);
-    aGreys.icc_profile = aProfile;
-    if (!ConvertToSrgb(aGreys) || aGreys.bytes.size() != aTable.size())
+    std::array<std::uint8_t, 256> table{};
+    for (std::size_t i = 0; i < table.size(); ++i)
+        greys.bytes[i] = static_cast<std::uint8_t>(i);
+    greys.icc_profile = profile;
+    if (!ConvertToSrgb(greys) || greys.bytes.size() != table.size())
         return;
-    std::copy(aGreys.bytes.begin(), aGreys.bytes.end(), aTable.begin());
-    ApplyTable(aTable, aImage.channels, aImage.bytes.data(), aImage.bytes.size() / 4);
+    std::copy(greys.bytes.begin(), greys.bytes.end(), table.begin());
+    ApplyTable(table, image.channels, image.bytes.data(), image.bytes.size() / 4);
 }
 
-bool PngDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
+bool PngDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
-    const PngHeader& objHeader = m_objInfo.objHeader;
-    if (lFrame != 0 || !IsSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
-        !bFileCanHold(m_objFile, objHeader))
+    const PngHeader& header = info_.header;
+    if (frame != 0 || !IsSizeAllowed(header.width, header.height) || !FileCanHold(file_, header))
         return false;
-    ImageBuffer aResult;
-    std::uint64_t nAfterData = 0;
-    PngInfo objInfo = m_objInfo;
-    if (!DecodePixels(aResult, nAfterData) || !bReadPngTail(m_objReader, nAfterData, objInfo))
+    ImageBuffer result;
+    std::uint64_t after_data = 0;
+    PngInfo info = info_;
+    if (!DecodePixels(result, after_data) || !ReadPngTail(reader_, after_data, info))
         return false;
-    if (!objInfo.aIccProfile.empty() && objHeader.bGrey() && aResult.channels == 4)
-        ApplyGreyProfile(objInfo.aIccProfile, aResult);
+    if (!info.icc_profile.empty() && header.IsGrey() && result.channels == 4)
+        ApplyGreyProfile(info.icc_profile, result);
     else
-        aResult.icc_profile = std::move(objInfo.aIccProfile);
-    aResult.dots_per_inch_x = objInfo.dDotsPerInchX;
-    aResult.dots_per_inch_y = objInfo.dDotsPerInchY;
-    aResult.metadata = std::move(objInfo.objMetadata);
-    aImage = std::move(aResult);
+        result.icc_profile = std::move(info.icc_profile);
+    result.dots_per_inch_x = info.dots_per_inch_x;
+    result.dots_per_inch_y = info.dots_per_inch_y;
+    result.metadata = std::move(info.metadata);
+    image = std::move(result);
     return true;
 }
 
-std::unique_ptr<ImageDecoder> pOpenPng(InputFile& objFile)
+std::unique_ptr<ImageDecoder> OpenPng(InputFile& file)
 {
-    auto pDecoder = std::make_unique<PngDecoder>(objFile);
-    if (!pDecoder->ReadInfo())
+    auto decoder = std::make_unique<PngDecoder>(file);
+    if (!decoder->ReadInfo())
         return nullptr;
-    return pDecoder;
+    return decoder;
 }

@@ -11,46 +11,43 @@
 #include "src/platform/image/codecs/png/png_metadata.h"
 #include "src/platform/image/codecs/png/png_plan.h"
 
-static bool WriteHeader(OutputFile& objOut, const PngHeader& objHeader)
+static bool WriteHeader(OutputFile& out, const PngHeader& header)
 {
-    std::array<std::uint8_t, 13> aChunk{};
+    std::array<std::uint8_t, 13> chunk{};
     for (std::size_t i = 0; i < 4; ++i) {
-        aChunk[i] = static_cast<std::uint8_t>(objHeader.nWidth >> (24 - 8 * i));
-        aChunk[4 + i] = static_cast<std::uint8_t>(objHeader.nHeight >> (24 - 8 * i));
+        chunk[i] = static_cast<std::uint8_t>(header.width >> (24 - 8 * i));
+        chunk[4 + i] = static_cast<std::uint8_t>(header.height >> (24 - 8 * i));
     }
-    aChunk[8] = static_cast<std::uint8_t>(objHeader.nDepth);
-    aChunk[9] = static_cast<std::uint8_t>(objHeader.objColour);
-    return WritePngChunk(objOut, nPngType("IHDR"), aChunk);
+    chunk[8] = static_cast<std::uint8_t>(header.depth);
+    chunk[9] = static_cast<std::uint8_t>(header.colour);
+    return WritePngChunk(out, PngType("IHDR"), chunk);
 }
 
-static bool WritePalette(OutputFile& objOut, const PngLayout& objLayout)
+static bool WritePalette(OutputFile& out, const PngLayout& layout)
 {
-    return (objLayout.aPalette.empty() || WritePngChunk(objOut, nPngType("PLTE"), objLayout.aPalette)) &&
-           (objLayout.aTransparency.empty() ||
-            WritePngChunk(objOut, nPngType("tRNS"), objLayout.aTransparency));
+    return (layout.palette.empty() || WritePngChunk(out, PngType("PLTE"), layout.palette)) &&
+           (layout.transparency.empty() || WritePngChunk(out, PngType("tRNS"), layout.transparency));
 }
 
-static bool WritePixels(OutputFile& objOut, const ImageBuffer& aImage, PngPlan& objPlan)
+static bool WritePixels(OutputFile& out, const ImageBuffer& image, PngPlan& plan)
 {
-    const auto nHeight = static_cast<std::size_t>(aImage.height);
-    PngRowSource objRows(aImage, objPlan);
-    PngDeflater objDeflater(objOut, objRows.nFilteredBytes(), nHeight, objPlan.objLayout.nPixelBytes(),
-                            objPlan.objContent);
-    for (std::size_t y = 0; y < nHeight; ++y) {
-        objRows.Make(y, objDeflater.pNextRow());
-        if (!objDeflater.RowDone())
+    const auto height = static_cast<std::size_t>(image.height);
+    PngRowSource rows(image, plan);
+    PngDeflater deflater(out, rows.FilteredBytes(), height, plan.layout.PixelSize(), plan.content);
+    for (std::size_t y = 0; y < height; ++y) {
+        rows.Make(y, deflater.NextRow());
+        if (!deflater.RowDone())
             return false;
     }
     return true;
 }
 
-bool EncodePng(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
+bool EncodePng(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    PngPlan objPlan = objPlanFor(aImage);
-    const PngColour objColour = objPlan.objLayout.objColour;
-    const bool bGrey = objColour == PngColour::Grey || objColour == PngColour::GreyAlpha;
-    return objOut.Write(kPngSignature) && WriteHeader(objOut, objPlan.objLayout.objHeader(aImage)) &&
-           WritePngMetadata(objOut, aImage, bGrey, objSettings.objTexts) &&
-           WritePalette(objOut, objPlan.objLayout) && WritePixels(objOut, aImage, objPlan) &&
-           WritePngChunk(objOut, nPngType("IEND"), {});
+    PngPlan plan = PlanFor(image);
+    const PngColour colour = plan.layout.colour;
+    const bool is_grey = colour == PngColour::kGrey || colour == PngColour::kGreyAlpha;
+    return out.Write(kPngSignature) && WriteHeader(out, plan.layout.Header(image)) &&
+           WritePngMetadata(out, image, is_grey, settings.objTexts) && WritePalette(out, plan.layout) &&
+           WritePixels(out, image, plan) && WritePngChunk(out, PngType("IEND"), {});
 }

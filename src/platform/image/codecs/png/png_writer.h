@@ -6,4 +6,4 @@
 
 /// The whole file, in the layout and with the filters that a sample of the picture says are smallest. At no
 /// time is there more of the packed picture in memory than a strip.
-[[nodiscard]] bool EncodePng(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut);
+[[nodiscard]] bool EncodePng(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

@@ -127,7 +127,7 @@ TEST(BmpReads, APngFileInThePlaceOfTheBits)
 {
     const ImageBuffer inner = aPattern(9, 5, 3);
 
-    const auto image = aDecoded(kBmpCodec, Embedding(5, aEncoded(codecPng, inner)).aBytes());
+    const auto image = aDecoded(kBmpCodec, Embedding(5, aEncoded(kPngCodec, inner)).aBytes());
 
     ASSERT_TRUE(image);
     EXPECT_TRUE(image->bytes == inner.bytes);

@@ -150,7 +150,7 @@ TEST(IconPngs, GiveFourChannelsWhateverTheyHold)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer inner = aPattern(9, 5, channels);
-        const auto image = aDecoded(kIcoCodec, Icon({{aEncoded(codecPng, inner), 9, 5}}));
+        const auto image = aDecoded(kIcoCodec, Icon({{aEncoded(kPngCodec, inner), 9, 5}}));
 
         ASSERT_TRUE(image);
         EXPECT_EQ(image->channels, 4);
@@ -160,7 +160,7 @@ TEST(IconPngs, GiveFourChannelsWhateverTheyHold)
 
 TEST(IconPngs, ThatAreCutSpoilOnlyTheirOwnPage)
 {
-    auto png = aEncoded(codecPng, aPattern(9, 5, 3));
+    auto png = aEncoded(kPngCodec, aPattern(9, 5, 3));
     png.resize(png.size() / 2);
     const auto file = Icon({{png, 9, 5}, {Small(20)}});
 

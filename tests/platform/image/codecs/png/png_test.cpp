@@ -18,118 +18,117 @@ namespace
 using Block = std::vector<std::uint8_t>;
 
 // What libpng makes of a file: the very pixels as grey, RGB or RGBA of 8 bits.
-std::optional<ImageBuffer> aDecodedByLibpng(const Block& aFile, std::int32_t lChannels)
+std::optional<ImageBuffer> DecodedByLibpng(const Block& file, std::int32_t channels)
 {
-    png_image objImage{};
-    objImage.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_memory(&objImage, aFile.data(), aFile.size()))
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_memory(&image, file.data(), file.size()))
         return std::nullopt;
-    objImage.format = lChannels == 1 ? PNG_FORMAT_GRAY : lChannels == 3 ? PNG_FORMAT_BGR : PNG_FORMAT_BGRA;
-    ImageBuffer aResult;
-    aResult.width = static_cast<std::int32_t>(objImage.width);
-    aResult.height = static_cast<std::int32_t>(objImage.height);
-    aResult.channels = lChannels;
-    aResult.bytes.resize(PNG_IMAGE_SIZE(objImage));
-    const bool bDone = png_image_finish_read(&objImage, nullptr, aResult.bytes.data(), 0, nullptr) != 0;
-    png_image_free(&objImage);
-    return bDone ? std::optional(aResult) : std::nullopt;
+    image.format = channels == 1 ? PNG_FORMAT_GRAY : channels == 3 ? PNG_FORMAT_BGR : PNG_FORMAT_BGRA;
+    ImageBuffer result;
+    result.width = static_cast<std::int32_t>(image.width);
+    result.height = static_cast<std::int32_t>(image.height);
+    result.channels = channels;
+    result.bytes.resize(PNG_IMAGE_SIZE(image));
+    const bool done = png_image_finish_read(&image, nullptr, result.bytes.data(), 0, nullptr) != 0;
+    png_image_free(&image);
+    return done ? std::optional(result) : std::nullopt;
 }
 
 // A file of one type, depth and interlace, with pixels that use the whole range, written by libpng.
-Block aWrittenByLibpng(int lColourType, int lDepth, bool bInterlaced, std::uint32_t nWidth = 23,
-                       std::uint32_t nHeight = 17)
+Block WrittenByLibpng(int colour_type, int depth, bool interlaced, std::uint32_t width = 23,
+                      std::uint32_t height = 17)
 {
-    Block aFile;
-    png_structp pPng = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop pInfo = png_create_info_struct(pPng);
+    Block file;
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
     png_set_write_fn(
-        pPng, &aFile,
-        [](png_structp p, png_bytep pData, png_size_t n) {
-            auto* pFile = static_cast<Block*>(png_get_io_ptr(p));
-            pFile->insert(pFile->end(), pData, pData + n);
+        png, &file,
+        [](png_structp p, png_bytep data, png_size_t n) {
+            auto* target = static_cast<Block*>(png_get_io_ptr(p));
+            target->insert(target->end(), data, data + n);
         },
         nullptr);
-    png_set_IHDR(pPng, pInfo, nWidth, nHeight, lDepth, lColourType,
-                 bInterlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+    png_set_IHDR(png, info, width, height, depth, colour_type,
+                 interlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);
-    if (lColourType == PNG_COLOR_TYPE_PALETTE) {
-        std::vector<png_color> aPalette(static_cast<std::size_t>(1 << lDepth));
-        for (std::size_t i = 0; i < aPalette.size(); ++i)
-            aPalette[i] = {static_cast<png_byte>(i * 37), static_cast<png_byte>(255 - i),
-                           static_cast<png_byte>(i * 5)};
-        png_set_PLTE(pPng, pInfo, aPalette.data(), static_cast<int>(aPalette.size()));
+    if (colour_type == PNG_COLOR_TYPE_PALETTE) {
+        std::vector<png_color> palette(static_cast<std::size_t>(1 << depth));
+        for (std::size_t i = 0; i < palette.size(); ++i)
+            palette[i] = {static_cast<png_byte>(i * 37), static_cast<png_byte>(255 - i),
+                          static_cast<png_byte>(i * 5)};
+        png_set_PLTE(png, info, palette.data(), static_cast<int>(palette.size()));
     }
-    png_write_info(pPng, pInfo);
-    const std::size_t nRow = png_get_rowbytes(pPng, pInfo);
-    std::vector<Block> aRows(nHeight, Block(nRow));
-    std::mt19937 objRandom(7);
-    for (std::size_t y = 0; y < nHeight; ++y)
-        for (std::size_t x = 0; x < nRow; ++x)
-            aRows[y][x] = static_cast<std::uint8_t>(y % 3 == 0 ? objRandom() : x * 9 + y * 4);
-    std::vector<png_bytep> aPointers;
-    for (Block& aRow : aRows)
-        aPointers.push_back(aRow.data());
-    png_write_image(pPng, aPointers.data());
-    png_write_end(pPng, nullptr);
-    png_destroy_write_struct(&pPng, &pInfo);
-    return aFile;
+    png_write_info(png, info);
+    const std::size_t row_index = png_get_rowbytes(png, info);
+    std::vector<Block> rows(height, Block(row_index));
+    std::mt19937 random(7);
+    for (std::size_t y = 0; y < height; ++y)
+        for (std::size_t x = 0; x < row_index; ++x)
+            rows[y][x] = static_cast<std::uint8_t>(y % 3 == 0 ? random() : x * 9 + y * 4);
+    std::vector<png_bytep> pointers;
+    for (Block& row : rows)
+        pointers.push_back(row.data());
+    png_write_image(png, pointers.data());
+    png_write_end(png, nullptr);
+    png_destroy_write_struct(&png, &info);
+    return file;
 }
 
-ImageBuffer aRandomPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels, int lColours,
-                           unsigned nSeed)
+ImageBuffer RandomPicture(std::int32_t width, std::int32_t height, std::int32_t channels, int colour_count,
+                          unsigned seed)
 {
-    std::mt19937 objRandom(nSeed);
-    ImageBuffer aImage;
-    aImage.width = lWidth;
-    aImage.height = lHeight;
-    aImage.channels = lChannels;
-    Block aColours(static_cast<std::size_t>(lColours * lChannels));
-    for (std::uint8_t& n : aColours)
-        n = static_cast<std::uint8_t>(objRandom());
-    for (std::int32_t i = 0; i < lWidth * lHeight; ++i) {
-        const auto nColour =
-            static_cast<std::ptrdiff_t>(objRandom() % static_cast<unsigned>(lColours)) * lChannels;
-        aImage.bytes.insert(aImage.bytes.end(), aColours.begin() + nColour,
-                            aColours.begin() + nColour + lChannels);
+    std::mt19937 random(seed);
+    ImageBuffer image;
+    image.width = width;
+    image.height = height;
+    image.channels = channels;
+    Block colours(static_cast<std::size_t>(colour_count * channels));
+    for (std::uint8_t& n : colours)
+        n = static_cast<std::uint8_t>(random());
+    for (std::int32_t i = 0; i < width * height; ++i) {
+        const auto colour =
+            static_cast<std::ptrdiff_t>(random() % static_cast<unsigned>(colour_count)) * channels;
+        image.bytes.insert(image.bytes.end(), colours.begin() + colour, colours.begin() + colour + channels);
     }
-    return aImage;
+    return image;
 }
 
 // The picture as B, G, R, A, so that pictures that were stored in fewer channels can be compared.
-PixelBytes aFourChannels(const ImageBuffer& aImage)
+PixelBytes FourChannels(const ImageBuffer& image)
 {
-    PixelBytes aResult;
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += static_cast<std::size_t>(aImage.channels)) {
-        const std::uint8_t* p = &aImage.bytes[i];
-        const bool bGrey = aImage.channels == 1;
-        for (const std::uint8_t n : {p[0], bGrey ? p[0] : p[1], bGrey ? p[0] : p[2],
-                                     aImage.channels == 4 ? p[3] : std::uint8_t{255}})
-            aResult.push_back(n);
+    PixelBytes result;
+    for (std::size_t i = 0; i < image.bytes.size(); i += static_cast<std::size_t>(image.channels)) {
+        const std::uint8_t* p = &image.bytes[i];
+        const bool is_grey = image.channels == 1;
+        for (const std::uint8_t n : {p[0], is_grey ? p[0] : p[1], is_grey ? p[0] : p[2],
+                                     image.channels == 4 ? p[3] : std::uint8_t{255}})
+            result.push_back(n);
     }
-    return aResult;
+    return result;
 }
 
-void ExpectRoundTrip(const ImageBuffer& aImage, const std::string& sWhat)
+void ExpectRoundTrip(const ImageBuffer& image, const std::string& what)
 {
-    const Block aFile = aEncoded(codecPng, aImage);
-    const auto aOurs = aDecoded(codecPng, aFile);
-    const auto aTheirs = aDecodedByLibpng(aFile, 4);
-    ASSERT_TRUE(aOurs) << sWhat;
-    ASSERT_TRUE(aTheirs) << sWhat;
-    EXPECT_EQ(aOurs->width, aImage.width) << sWhat;
-    EXPECT_EQ(aOurs->height, aImage.height) << sWhat;
-    EXPECT_TRUE(aFourChannels(*aOurs) == aFourChannels(aImage)) << sWhat;
-    EXPECT_TRUE(aTheirs->bytes == aFourChannels(aImage)) << sWhat;
+    const Block file = aEncoded(kPngCodec, image);
+    const auto ours = aDecoded(kPngCodec, file);
+    const auto theirs = DecodedByLibpng(file, 4);
+    ASSERT_TRUE(ours) << what;
+    ASSERT_TRUE(theirs) << what;
+    EXPECT_EQ(ours->width, image.width) << what;
+    EXPECT_EQ(ours->height, image.height) << what;
+    EXPECT_TRUE(FourChannels(*ours) == FourChannels(image)) << what;
+    EXPECT_TRUE(theirs->bytes == FourChannels(image)) << what;
 }
 
-int lColourTypeOf(const Block& aFile)
+int ColourTypeOf(const Block& file)
 {
-    return aFile.at(25);
+    return file.at(25);
 }
 
-int lDepthOf(const Block& aFile)
+int DepthOf(const Block& file)
 {
-    return aFile.at(24);
+    return file.at(24);
 }
 
 }  // namespace
@@ -137,29 +136,29 @@ int lDepthOf(const Block& aFile)
 TEST(PngReader, ReadsEveryTypeDepthAndInterlaceAsLibpngDoes)
 {
     struct Kind {
-        int lColourType;
-        std::vector<int> aDepths;
-        std::int32_t lChannels;
+        int colour_type;
+        std::vector<int> depths;
+        std::int32_t channels;
     };
-    const Kind aKinds[] = {{PNG_COLOR_TYPE_GRAY, {1, 2, 4, 8}, 1},
-                           {PNG_COLOR_TYPE_RGB, {8}, 3},
-                           {PNG_COLOR_TYPE_PALETTE, {1, 2, 4, 8}, 3},
-                           {PNG_COLOR_TYPE_GRAY_ALPHA, {8}, 4},
-                           {PNG_COLOR_TYPE_RGB_ALPHA, {8}, 4}};
-    for (const Kind& objKind : aKinds) {
-        for (const int lDepth : objKind.aDepths) {
-            for (const bool bInterlaced : {false, true}) {
-                const Block aFile = aWrittenByLibpng(objKind.lColourType, lDepth, bInterlaced);
-                const std::string sWhat = "type " + std::to_string(objKind.lColourType) + ", depth " +
-                                          std::to_string(lDepth) + (bInterlaced ? ", interlaced" : "");
+    const Kind kinds[] = {{PNG_COLOR_TYPE_GRAY, {1, 2, 4, 8}, 1},
+                          {PNG_COLOR_TYPE_RGB, {8}, 3},
+                          {PNG_COLOR_TYPE_PALETTE, {1, 2, 4, 8}, 3},
+                          {PNG_COLOR_TYPE_GRAY_ALPHA, {8}, 4},
+                          {PNG_COLOR_TYPE_RGB_ALPHA, {8}, 4}};
+    for (const Kind& kind : kinds) {
+        for (const int depth : kind.depths) {
+            for (const bool interlaced : {false, true}) {
+                const Block file = WrittenByLibpng(kind.colour_type, depth, interlaced);
+                const std::string what = "type " + std::to_string(kind.colour_type) + ", depth " +
+                                         std::to_string(depth) + (interlaced ? ", interlaced" : "");
 
-                const auto aOurs = aDecoded(codecPng, aFile);
+                const auto ours = aDecoded(kPngCodec, file);
 
-                ASSERT_TRUE(aOurs) << sWhat;
-                const auto aTheirs = aDecodedByLibpng(aFile, 4);
-                ASSERT_TRUE(aTheirs) << sWhat;
-                EXPECT_EQ(aOurs->channels, objKind.lChannels) << sWhat;
-                EXPECT_TRUE(aFourChannels(*aOurs) == aTheirs->bytes) << sWhat;
+                ASSERT_TRUE(ours) << what;
+                const auto theirs = DecodedByLibpng(file, 4);
+                ASSERT_TRUE(theirs) << what;
+                EXPECT_EQ(ours->channels, kind.channels) << what;
+                EXPECT_TRUE(FourChannels(*ours) == theirs->bytes) << what;
             }
         }
     }
@@ -167,60 +166,59 @@ TEST(PngReader, ReadsEveryTypeDepthAndInterlaceAsLibpngDoes)
 
 TEST(PngReader, RoundsSixteenBitsToEight)
 {
-    for (const int lColourType :
+    for (const int colour_type :
          {PNG_COLOR_TYPE_GRAY, PNG_COLOR_TYPE_RGB, PNG_COLOR_TYPE_GRAY_ALPHA, PNG_COLOR_TYPE_RGB_ALPHA}) {
-        const Block aFile = aWrittenByLibpng(lColourType, 16, false, 3, 1);
-        const auto aOurs = aDecoded(codecPng, aFile);
-        ASSERT_TRUE(aOurs) << lColourType;
+        const Block file = WrittenByLibpng(colour_type, 16, false, 3, 1);
+        const auto ours = aDecoded(kPngCodec, file);
+        ASSERT_TRUE(ours) << colour_type;
 
         // libpng itself scales exactly, with png_set_scale_16, as its command line tool's reading does.
-        png_structp pPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-        png_infop pInfo = png_create_info_struct(pPng);
-        std::pair<const Block*, std::size_t> objSource{&aFile, 0};
-        png_set_read_fn(pPng, &objSource, [](png_structp p, png_bytep pData, png_size_t n) {
-            auto* pSource = static_cast<std::pair<const Block*, std::size_t>*>(png_get_io_ptr(p));
-            std::memcpy(pData, pSource->first->data() + pSource->second, n);
-            pSource->second += n;
+        png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+        png_infop info = png_create_info_struct(png);
+        std::pair<const Block*, std::size_t> source{&file, 0};
+        png_set_read_fn(png, &source, [](png_structp p, png_bytep data, png_size_t n) {
+            auto* reading = static_cast<std::pair<const Block*, std::size_t>*>(png_get_io_ptr(p));
+            std::memcpy(data, reading->first->data() + reading->second, n);
+            reading->second += n;
         });
-        png_read_info(pPng, pInfo);
-        png_set_scale_16(pPng);
-        png_set_gray_to_rgb(pPng);
-        png_set_bgr(pPng);
-        png_set_filler(pPng, 255, PNG_FILLER_AFTER);
-        png_read_update_info(pPng, pInfo);
-        Block aRow(png_get_rowbytes(pPng, pInfo));
-        png_read_row(pPng, aRow.data(), nullptr);
-        png_destroy_read_struct(&pPng, &pInfo, nullptr);
+        png_read_info(png, info);
+        png_set_scale_16(png);
+        png_set_gray_to_rgb(png);
+        png_set_bgr(png);
+        png_set_filler(png, 255, PNG_FILLER_AFTER);
+        png_read_update_info(png, info);
+        Block row(png_get_rowbytes(png, info));
+        png_read_row(png, row.data(), nullptr);
+        png_destroy_read_struct(&png, &info, nullptr);
 
-        const PixelBytes aExpected(aRow.begin(), aRow.end());
-        EXPECT_TRUE(aFourChannels(*aOurs) == aExpected) << lColourType;
+        const PixelBytes expected(row.begin(), row.end());
+        EXPECT_TRUE(FourChannels(*ours) == expected) << colour_type;
     }
 }
 
 TEST(PngReader, ReadsFilesOfOtherPrograms)
 {
-    const TestFolder objFolder;
-    const ImageBuffer aImage = aPattern(201, 77, 3);
-    WritePnm(objFolder.sPath("a.ppm"), aImage);
-    const std::vector<std::string> aMakers = {
-        ImageMagick("convert") + " " + objFolder.sPath("a.ppm") + " " + objFolder.sPath("o.png"),
-        ImageMagick("convert") + " " + objFolder.sPath("a.ppm") + " -interlace PNG " +
-            objFolder.sPath("o.png"),
-        "gm convert " + objFolder.sPath("a.ppm") + " " + objFolder.sPath("o.png"),
-        "pnmtopng " + objFolder.sPath("a.ppm") + " > " + objFolder.sPath("o.png") + " 2>/dev/null"};
-    for (const std::string& sMaker : aMakers) {
-        ASSERT_TRUE(bRun(sMaker)) << sMaker;
+    const TestFolder folder;
+    const ImageBuffer image = aPattern(201, 77, 3);
+    WritePnm(folder.sPath("a.ppm"), image);
+    const std::vector<std::string> makers = {
+        ImageMagick("convert") + " " + folder.sPath("a.ppm") + " " + folder.sPath("o.png"),
+        ImageMagick("convert") + " " + folder.sPath("a.ppm") + " -interlace PNG " + folder.sPath("o.png"),
+        "gm convert " + folder.sPath("a.ppm") + " " + folder.sPath("o.png"),
+        "pnmtopng " + folder.sPath("a.ppm") + " > " + folder.sPath("o.png") + " 2>/dev/null"};
+    for (const std::string& maker : makers) {
+        ASSERT_TRUE(bRun(maker)) << maker;
 
-        const auto aOurs = aDecoded(codecPng, aFileContent(objFolder.sPath("o.png")));
+        const auto ours = aDecoded(kPngCodec, aFileContent(folder.sPath("o.png")));
 
-        ASSERT_TRUE(aOurs) << sMaker;
-        EXPECT_TRUE(aOurs->bytes == aImage.bytes) << sMaker;
+        ASSERT_TRUE(ours) << maker;
+        EXPECT_TRUE(ours->bytes == image.bytes) << maker;
     }
 }
 
 TEST(PngReader, TakesTheTransparentColoursOfTrns)
 {
-    const TestFolder objFolder;
+    const TestFolder folder;
     sPython(
         "import sys\n"
         "from PIL import Image\n"
@@ -229,58 +227,58 @@ TEST(PngReader, TakesTheTransparentColoursOfTrns)
         "g = Image.new('L', (3, 1)); g.putdata([5, 6, 7]); g.save(sys.argv[1] + '/g.png', transparency=6)\n"
         "c = Image.new('RGB', (2, 1)); c.putdata([(1, 2, 3), (4, 5, 6)])\n"
         "c.save(sys.argv[1] + '/c.png', transparency=(4, 5, 6))\n",
-        objFolder.sPath(""));
-    const auto aPalette = aDecoded(codecPng, aFileContent(objFolder.sPath("p.png")));
-    const auto aGrey = aDecoded(codecPng, aFileContent(objFolder.sPath("g.png")));
-    const auto aColour = aDecoded(codecPng, aFileContent(objFolder.sPath("c.png")));
-    ASSERT_TRUE(aPalette && aGrey && aColour);
+        folder.sPath(""));
+    const auto palette = aDecoded(kPngCodec, aFileContent(folder.sPath("p.png")));
+    const auto grey = aDecoded(kPngCodec, aFileContent(folder.sPath("g.png")));
+    const auto colour = aDecoded(kPngCodec, aFileContent(folder.sPath("c.png")));
+    ASSERT_TRUE(palette && grey && colour);
 
-    EXPECT_EQ(aPalette->channels, 4);
-    EXPECT_EQ(aPalette->bytes[3], 255);
-    EXPECT_EQ(aPalette->bytes[7], 0);
-    EXPECT_EQ(aPalette->bytes[11], 128);
-    EXPECT_EQ(aGrey->channels, 4);
-    EXPECT_EQ(aGrey->bytes[7], 0);
-    EXPECT_EQ(aGrey->bytes[11], 255);
-    EXPECT_EQ(aColour->bytes[3], 255);
-    EXPECT_EQ(aColour->bytes[7], 0);
+    EXPECT_EQ(palette->channels, 4);
+    EXPECT_EQ(palette->bytes[3], 255);
+    EXPECT_EQ(palette->bytes[7], 0);
+    EXPECT_EQ(palette->bytes[11], 128);
+    EXPECT_EQ(grey->channels, 4);
+    EXPECT_EQ(grey->bytes[7], 0);
+    EXPECT_EQ(grey->bytes[11], 255);
+    EXPECT_EQ(colour->bytes[3], 255);
+    EXPECT_EQ(colour->bytes[7], 0);
 }
 
 TEST(PngReader, RefusesWhatIsEmptyForeignOrCutShortAnywhere)
 {
-    EXPECT_FALSE(aDecoded(codecPng, Block{}));
-    EXPECT_FALSE(aDecoded(codecPng, aFileContent(sSamplePath("README.md"))));
-    const Block aWhole = aWrittenByLibpng(PNG_COLOR_TYPE_RGB, 8, false);
-    const std::size_t nEndChunk = 12;
-    for (std::size_t n = 0; n + nEndChunk < aWhole.size(); n += 1 + n / 40)
-        EXPECT_FALSE(aDecoded(codecPng, Bytes(aWhole).first(n))) << n;
+    EXPECT_FALSE(aDecoded(kPngCodec, Block{}));
+    EXPECT_FALSE(aDecoded(kPngCodec, aFileContent(sSamplePath("README.md"))));
+    const Block whole = WrittenByLibpng(PNG_COLOR_TYPE_RGB, 8, false);
+    const std::size_t end_chunk = 12;
+    for (std::size_t n = 0; n + end_chunk < whole.size(); n += 1 + n / 40)
+        EXPECT_FALSE(aDecoded(kPngCodec, Bytes(whole).first(n))) << n;
 }
 
 TEST(PngReader, RefusesAHeaderThatClaimsMoreThanTheFileHolds)
 {
-    Block aFile = aWrittenByLibpng(PNG_COLOR_TYPE_RGB, 8, false);
-    const Block aSides = {0, 0, 0xEA, 0x60, 0, 0, 0xEA, 0x60};  // 60,000 x 60,000, over the limit
-    std::copy(aSides.begin(), aSides.end(), aFile.begin() + 16);
-    EXPECT_FALSE(aDecoded(codecPng, aFile));
+    Block file = WrittenByLibpng(PNG_COLOR_TYPE_RGB, 8, false);
+    const Block sides = {0, 0, 0xEA, 0x60, 0, 0, 0xEA, 0x60};  // 60,000 x 60,000, over the limit
+    std::copy(sides.begin(), sides.end(), file.begin() + 16);
+    EXPECT_FALSE(aDecoded(kPngCodec, file));
 
-    const Block aLarge = {0, 0, 0x40, 0, 0, 0, 0x40, 0};  // 16,384 x 16,384, within it
-    std::copy(aLarge.begin(), aLarge.end(), aFile.begin() + 16);
-    EXPECT_FALSE(aDecoded(codecPng, aFile));
+    const Block large = {0, 0, 0x40, 0, 0, 0, 0x40, 0};  // 16,384 x 16,384, within it
+    std::copy(large.begin(), large.end(), file.begin() + 16);
+    EXPECT_FALSE(aDecoded(kPngCodec, file));
 }
 
 TEST(PngReader, SurvivesEveryByteBeingAnother)
 {
-    for (const bool bInterlaced : {false, true}) {
-        const Block aWhole = aWrittenByLibpng(PNG_COLOR_TYPE_PALETTE, 8, bInterlaced, 9, 7);
-        for (std::size_t i = 0; i < aWhole.size(); ++i) {
-            for (const int lFlip : {0x01, 0x80, 0xFF}) {
-                Block aBroken = aWhole;
-                aBroken[i] = static_cast<std::uint8_t>(aBroken[i] ^ lFlip);
-                const auto aImage = aDecoded(codecPng, aBroken);
-                if (aImage) {
-                    EXPECT_EQ(aImage->bytes.size(), static_cast<std::size_t>(aImage->width) *
-                                                        static_cast<std::size_t>(aImage->height) *
-                                                        static_cast<std::size_t>(aImage->channels));
+    for (const bool interlaced : {false, true}) {
+        const Block whole = WrittenByLibpng(PNG_COLOR_TYPE_PALETTE, 8, interlaced, 9, 7);
+        for (std::size_t i = 0; i < whole.size(); ++i) {
+            for (const int flip : {0x01, 0x80, 0xFF}) {
+                Block broken = whole;
+                broken[i] = static_cast<std::uint8_t>(broken[i] ^ flip);
+                const auto image = aDecoded(kPngCodec, broken);
+                if (image) {
+                    EXPECT_EQ(image->bytes.size(), static_cast<std::size_t>(image->width) *
+                                                       static_cast<std::size_t>(image->height) *
+                                                       static_cast<std::size_t>(image->channels));
                 }
             }
         }
@@ -289,158 +287,157 @@ TEST(PngReader, SurvivesEveryByteBeingAnother)
 
 TEST(PngWriter, GivesBackThePixelsOfPicturesOfEveryKindAndSize)
 {
-    const std::pair<std::int32_t, std::int32_t> aSizes[] = {{1, 1}, {1, 9},   {9, 1},   {3, 2},    {8, 8},
-                                                            {7, 5}, {33, 17}, {64, 64}, {257, 31}, {1000, 3}};
-    for (const auto& [lWidth, lHeight] : aSizes)
-        for (const std::int32_t lChannels : {1, 3, 4})
-            for (const int lColours : {1, 2, 3, 16, 17, 256, 5000})
-                ExpectRoundTrip(aRandomPicture(lWidth, lHeight, lChannels, lColours, 11),
-                                std::to_string(lWidth) + "x" + std::to_string(lHeight) + ", " +
-                                    std::to_string(lChannels) + " channels, " + std::to_string(lColours) +
+    const std::pair<std::int32_t, std::int32_t> sizes[] = {{1, 1}, {1, 9},   {9, 1},   {3, 2},    {8, 8},
+                                                           {7, 5}, {33, 17}, {64, 64}, {257, 31}, {1000, 3}};
+    for (const auto& [width, height] : sizes)
+        for (const std::int32_t channels : {1, 3, 4})
+            for (const int colours : {1, 2, 3, 16, 17, 256, 5000})
+                ExpectRoundTrip(RandomPicture(width, height, channels, colours, 11),
+                                std::to_string(width) + "x" + std::to_string(height) + ", " +
+                                    std::to_string(channels) + " channels, " + std::to_string(colours) +
                                     " colours");
 }
 
 TEST(PngWriter, GivesBackSmoothPicturesOfManyStrips)
 {
-    for (const std::int32_t lChannels : {1, 3, 4})
-        ExpectRoundTrip(aPattern(1501, 701, lChannels), std::to_string(lChannels) + " channels");
+    for (const std::int32_t channels : {1, 3, 4})
+        ExpectRoundTrip(aPattern(1501, 701, channels), std::to_string(channels) + " channels");
 }
 
 TEST(PngWriter, StoresBlackAndWhiteInOneBit)
 {
-    ImageBuffer aPage = aRandomPicture(100, 50, 1, 1, 1);
-    for (std::size_t i = 0; i < aPage.bytes.size(); ++i)
-        aPage.bytes[i] = i % 7 < 3 ? 255 : 0;
+    ImageBuffer page = RandomPicture(100, 50, 1, 1, 1);
+    for (std::size_t i = 0; i < page.bytes.size(); ++i)
+        page.bytes[i] = i % 7 < 3 ? 255 : 0;
 
-    const Block aFile = aEncoded(codecPng, aPage);
+    const Block file = aEncoded(kPngCodec, page);
 
-    EXPECT_EQ(lDepthOf(aFile), 1);
-    EXPECT_EQ(lColourTypeOf(aFile), PNG_COLOR_TYPE_GRAY);
-    ExpectRoundTrip(aPage, "black and white");
+    EXPECT_EQ(DepthOf(file), 1);
+    EXPECT_EQ(ColourTypeOf(file), PNG_COLOR_TYPE_GRAY);
+    ExpectRoundTrip(page, "black and white");
 }
 
 TEST(PngWriter, StoresAGraphicOfFewColoursInAPalette)
 {
-    const ImageBuffer aGraphic = aRandomPicture(120, 90, 3, 9, 3);
+    const ImageBuffer graphic = RandomPicture(120, 90, 3, 9, 3);
 
-    const Block aFile = aEncoded(codecPng, aGraphic);
+    const Block file = aEncoded(kPngCodec, graphic);
 
-    EXPECT_EQ(lColourTypeOf(aFile), PNG_COLOR_TYPE_PALETTE);
-    EXPECT_EQ(lDepthOf(aFile), 4);
+    EXPECT_EQ(ColourTypeOf(file), PNG_COLOR_TYPE_PALETTE);
+    EXPECT_EQ(DepthOf(file), 4);
 }
 
 // Lines of the same few letters in shades of grey and blue, on a ground that is mostly one colour.
-static ImageBuffer aScreen(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
+static ImageBuffer Screen(std::int32_t width, std::int32_t height, std::int32_t channels)
 {
-    const ImageBuffer aLetters = aRandomPicture(8, 12 * 20, lChannels, 5000, 5);
-    ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels, 1, 6);
-    std::mt19937 objRandom(3);
-    const auto nPixel = static_cast<std::size_t>(lChannels);
-    for (std::int32_t y = 30; y + 12 <= lHeight; y += 20)
-        for (std::int32_t x = 10; x + 8 <= lWidth; x += 9) {
-            const auto lLetter = static_cast<std::int32_t>(objRandom() % 20);
-            for (std::int32_t lRow = 0; lRow < 12; ++lRow)
-                std::copy_n(
-                    aLetters.bytes.data() + static_cast<std::size_t>((lLetter * 12 + lRow) * 8) * nPixel,
-                    8 * nPixel,
-                    aImage.bytes.data() + static_cast<std::size_t>((y + lRow) * lWidth + x) * nPixel);
+    const ImageBuffer letters = RandomPicture(8, 12 * 20, channels, 5000, 5);
+    ImageBuffer image = RandomPicture(width, height, channels, 1, 6);
+    std::mt19937 random(3);
+    const auto pixel = static_cast<std::size_t>(channels);
+    for (std::int32_t y = 30; y + 12 <= height; y += 20)
+        for (std::int32_t x = 10; x + 8 <= width; x += 9) {
+            const auto letter = static_cast<std::int32_t>(random() % 20);
+            for (std::int32_t row = 0; row < 12; ++row)
+                std::copy_n(letters.bytes.data() + static_cast<std::size_t>((letter * 12 + row) * 8) * pixel,
+                            8 * pixel,
+                            image.bytes.data() + static_cast<std::size_t>((y + row) * width + x) * pixel);
         }
-    return aImage;
+    return image;
 }
 
 TEST(PngWriter, GivesBackScreensDrawingsAndScansOfManyStrips)
 {
-    for (const std::int32_t lChannels : {1, 3, 4})
-        ExpectRoundTrip(aScreen(900, 700, lChannels), "screen of " + std::to_string(lChannels) + " channels");
-    ImageBuffer aFew = aScreen(900, 700, 3);
-    for (std::uint8_t& n : aFew.bytes)
+    for (const std::int32_t channels : {1, 3, 4})
+        ExpectRoundTrip(Screen(900, 700, channels), "screen of " + std::to_string(channels) + " channels");
+    ImageBuffer few = Screen(900, 700, 3);
+    for (std::uint8_t& n : few.bytes)
         n &= 0x80;
-    ExpectRoundTrip(aFew, "drawing");
-    ImageBuffer aScan = aScreen(2500, 1500, 1);
-    for (std::uint8_t& n : aScan.bytes)
+    ExpectRoundTrip(few, "drawing");
+    ImageBuffer scan = Screen(2500, 1500, 1);
+    for (std::uint8_t& n : scan.bytes)
         n = n < 128 ? 0 : 255;
-    ExpectRoundTrip(aScan, "scan");
+    ExpectRoundTrip(scan, "scan");
 }
 
 TEST(PngWriter, FindsTheLettersOfAScreenAgain)
 {
-    const ImageBuffer aImage = aScreen(900, 700, 3);
+    const ImageBuffer image = Screen(900, 700, 3);
 
-    EXPECT_LT(aEncoded(codecPng, aImage).size(), aImage.bytes.size() / 6);
+    EXPECT_LT(aEncoded(kPngCodec, image).size(), image.bytes.size() / 6);
 }
 
 TEST(PngWriter, MakesTheSameFileOfTheSamePicture)
 {
-    for (const ImageBuffer& aImage : {aScreen(900, 700, 4), aPattern(1501, 701, 3), aScreen(48, 48, 4)}) {
-        const Block aFirst = aEncoded(codecPng, aImage);
-        aEncoded(codecPng, aPattern(300, 200, 3));
+    for (const ImageBuffer& image : {Screen(900, 700, 4), aPattern(1501, 701, 3), Screen(48, 48, 4)}) {
+        const Block first = aEncoded(kPngCodec, image);
+        aEncoded(kPngCodec, aPattern(300, 200, 3));
 
-        EXPECT_TRUE(aEncoded(codecPng, aImage) == aFirst);
+        EXPECT_TRUE(aEncoded(kPngCodec, image) == first);
     }
 }
 
 TEST(PngWriter, SparesASmallPictureAPaletteThatIsLargerThanWhatItSaves)
 {
-    ImageBuffer aIcon = aRandomPicture(24, 24, 3, 1, 1);
+    ImageBuffer icon = RandomPicture(24, 24, 3, 1, 1);
     for (std::int32_t i = 0; i < 24 * 24; ++i)
         for (std::int32_t c = 0; c < 3; ++c)
-            aIcon.bytes[static_cast<std::size_t>(i * 3 + c)] =
+            icon.bytes[static_cast<std::size_t>(i * 3 + c)] =
                 static_cast<std::uint8_t>(i % 24 < 8 ? 255 : 3 * (i / 24 + i % 24) + 20 * c);
 
-    const Block aFile = aEncoded(codecPng, aIcon);
+    const Block file = aEncoded(kPngCodec, icon);
 
-    EXPECT_EQ(lColourTypeOf(aFile), PNG_COLOR_TYPE_RGB);
-    EXPECT_LT(aFile.size(), 250U);
-    ExpectRoundTrip(aIcon, "icon");
+    EXPECT_EQ(ColourTypeOf(file), PNG_COLOR_TYPE_RGB);
+    EXPECT_LT(file.size(), 250U);
+    ExpectRoundTrip(icon, "icon");
 }
 
 TEST(PngWriter, CarriesResolutionProfileAndMetadata)
 {
-    ImageBuffer aImage = aPattern(20, 10, 3);
-    aImage.dots_per_inch_x = 300;
-    aImage.dots_per_inch_y = 150;
-    const std::string sXmp = "<x:xmpmeta xmlns:x='adobe:ns:meta/'/>";
-    aImage.metadata.xmp.assign(sXmp.begin(), sXmp.end());
+    ImageBuffer image = aPattern(20, 10, 3);
+    image.dots_per_inch_x = 300;
+    image.dots_per_inch_y = 150;
+    const std::string xmp = "<x:xmpmeta xmlns:x='adobe:ns:meta/'/>";
+    image.metadata.xmp.assign(xmp.begin(), xmp.end());
 
-    const auto aBack = aDecoded(codecPng, aEncoded(codecPng, aImage));
+    const auto back = aDecoded(kPngCodec, aEncoded(kPngCodec, image));
 
-    ASSERT_TRUE(aBack);
-    EXPECT_NEAR(aBack->dots_per_inch_x, 300, 0.02);
-    EXPECT_NEAR(aBack->dots_per_inch_y, 150, 0.02);
-    EXPECT_TRUE(aBack->metadata.xmp == aImage.metadata.xmp);
+    ASSERT_TRUE(back);
+    EXPECT_NEAR(back->dots_per_inch_x, 300, 0.02);
+    EXPECT_NEAR(back->dots_per_inch_y, 150, 0.02);
+    EXPECT_TRUE(back->metadata.xmp == image.metadata.xmp);
 }
 
 TEST(PngWriter, WritesTheTextsThatOtherProgramsRead)
 {
-    const TestFolder objFolder;
-    SaveSettings objSettings;
-    objSettings.objTexts.sTitle = "A title";
-    objSettings.objTexts.sDescription =
+    const TestFolder folder;
+    SaveSettings settings;
+    settings.objTexts.sTitle = "A title";
+    settings.objTexts.sDescription =
         "Gr\xC3\xBC\xC3\x9F"
         "e \xE2\x82\xAC";
-    objSettings.objTexts.sAuthor = "Somebody";
-    objSettings.objTexts.sCopyright = "2026";
-    WriteFileContent(objFolder.sPath("a.png"), aEncoded(codecPng, aPattern(8, 8, 3), objSettings));
+    settings.objTexts.sAuthor = "Somebody";
+    settings.objTexts.sCopyright = "2026";
+    WriteFileContent(folder.sPath("a.png"), aEncoded(kPngCodec, aPattern(8, 8, 3), settings));
 
-    const std::string sTexts = sPython(
+    const std::string texts = sPython(
         "import sys\n"
         "from PIL import Image\n"
         "t = Image.open(sys.argv[1]).text\n"
         "sys.stdout.buffer.write('|'.join([t['Title'], t['Description'], t['Author'], "
         "t['Copyright']]).encode('utf-8'))\n",
-        objFolder.sPath("a.png"));
+        folder.sPath("a.png"));
 
-    EXPECT_EQ(sTexts,
+    EXPECT_EQ(texts,
               "A title|Gr\xC3\xBC\xC3\x9F"
               "e \xE2\x82\xAC|Somebody|2026");
 }
 
 TEST(PngWriter, WritesNoTextsWhenThereAreNone)
 {
-    const Block aFile = aEncoded(codecPng, aPattern(8, 8, 3));
-    const std::string sFile(aFile.begin(), aFile.end());
+    const Block file = aEncoded(kPngCodec, aPattern(8, 8, 3));
+    const std::string file_path(file.begin(), file.end());
 
-    EXPECT_EQ(sFile.find("tEXt"), std::string::npos);
-    EXPECT_EQ(sFile.find("iTXt"), std::string::npos);
-    EXPECT_EQ(sFile.find("eXIf"), std::string::npos);
+    EXPECT_EQ(file_path.find("tEXt"), std::string::npos);
+    EXPECT_EQ(file_path.find("iTXt"), std::string::npos);
+    EXPECT_EQ(file_path.find("eXIf"), std::string::npos);
 }

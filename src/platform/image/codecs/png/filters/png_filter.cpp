@@ -11,106 +11,105 @@
 
 static constexpr std::array<std::uint8_t, 256> MakeCosts()
 {
-    std::array<std::uint8_t, 256> aCosts{};
+    std::array<std::uint8_t, 256> costs{};
     for (std::size_t i = 0; i < 256; ++i) {
-        const std::size_t nMagnitude = i < 128 ? i : 256 - i;
-        aCosts[i] = nMagnitude < 16 ? kPngSmallCosts[nMagnitude] : kPngLargeCosts[nMagnitude / 16];
+        const std::size_t magnitude = i < 128 ? i : 256 - i;
+        costs[i] = magnitude < 16 ? kPngSmallCosts[magnitude] : kPngLargeCosts[magnitude / 16];
     }
-    return aCosts;
+    return costs;
 }
 
 static constexpr std::array<std::uint8_t, 256> kCosts = MakeCosts();
 
-static inline int nPaethGuess(int nLeft, int nAbove, int nAboveLeft)
+static inline int PredictPaeth(int left, int above, int above_left)
 {
-    const int nToLeft = std::abs(nAbove - nAboveLeft);
-    const int nToAbove = std::abs(nLeft - nAboveLeft);
-    const int nToAboveLeft = std::abs(nLeft + nAbove - 2 * nAboveLeft);
-    if (nToLeft <= nToAbove && nToLeft <= nToAboveLeft)
-        return nLeft;
-    return nToAbove <= nToAboveLeft ? nAbove : nAboveLeft;
+    const int to_left = std::abs(above - above_left);
+    const int to_above = std::abs(left - above_left);
+    const int to_above_left = std::abs(left + above - 2 * above_left);
+    if (to_left <= to_above && to_left <= to_above_left)
+        return left;
+    return to_above <= to_above_left ? above : above_left;
 }
 
-// nCount differences from nFirst on. What is in front of a row is zero, so that its first pixel is no special
+// count differences from first on. What is in front of a row is zero, so that its first pixel is no special
 // case.
-static void Differences(PngFilter objFilter, const PngFilterRow& objRow, std::size_t nFirst,
-                        std::size_t nCount, std::uint8_t* __restrict pOut)
+static void Differences(PngFilter filter, const PngFilterRow& row, std::size_t first, std::size_t count,
+                        std::uint8_t* __restrict out)
 {
-    const std::uint8_t* __restrict pRow = objRow.pRow + nFirst;
-    const std::uint8_t* __restrict pAbove = objRow.pAbove + nFirst;
-    const std::uint8_t* __restrict pLeft = pRow - objRow.nPixelBytes;
-    const std::uint8_t* __restrict pAboveLeft = pAbove - objRow.nPixelBytes;
-    switch (objFilter) {
-        case PngFilter::None:
-            std::copy_n(pRow, nCount, pOut);
+    const std::uint8_t* __restrict at = row.row + first;
+    const std::uint8_t* __restrict above = row.above + first;
+    const std::uint8_t* __restrict left = at - row.pixel_bytes;
+    const std::uint8_t* __restrict above_left = above - row.pixel_bytes;
+    switch (filter) {
+        case PngFilter::kNone:
+            std::copy_n(at, count, out);
             break;
-        case PngFilter::Sub:
-            for (std::size_t i = 0; i < nCount; ++i)
-                pOut[i] = static_cast<std::uint8_t>(pRow[i] - pLeft[i]);
+        case PngFilter::kSub:
+            for (std::size_t i = 0; i < count; ++i)
+                out[i] = static_cast<std::uint8_t>(at[i] - left[i]);
             break;
-        case PngFilter::Up:
-            for (std::size_t i = 0; i < nCount; ++i)
-                pOut[i] = static_cast<std::uint8_t>(pRow[i] - pAbove[i]);
+        case PngFilter::kUp:
+            for (std::size_t i = 0; i < count; ++i)
+                out[i] = static_cast<std::uint8_t>(at[i] - above[i]);
             break;
-        case PngFilter::Average:
-            for (std::size_t i = 0; i < nCount; ++i)
-                pOut[i] = static_cast<std::uint8_t>(pRow[i] - (pLeft[i] + pAbove[i]) / 2);
+        case PngFilter::kAverage:
+            for (std::size_t i = 0; i < count; ++i)
+                out[i] = static_cast<std::uint8_t>(at[i] - (left[i] + above[i]) / 2);
             break;
-        case PngFilter::Paeth:
-            for (std::size_t i = 0; i < nCount; ++i)
-                pOut[i] =
-                    static_cast<std::uint8_t>(pRow[i] - nPaethGuess(pLeft[i], pAbove[i], pAboveLeft[i]));
+        case PngFilter::kPaeth:
+            for (std::size_t i = 0; i < count; ++i)
+                out[i] = static_cast<std::uint8_t>(at[i] - PredictPaeth(left[i], above[i], above_left[i]));
             break;
     }
 }
 
-static std::int64_t nCostOf(PngFilter objFilter, const PngFilterRow& objRow)
+static std::int64_t CostOf(PngFilter filter, const PngFilterRow& row)
 {
-    std::int64_t nCost = 0;
-    std::uint8_t nBefore = 0;
-    std::array<std::uint8_t, kPngFilterGroup> aGroup{};
-    for (std::size_t nFirst = 0; nFirst < objRow.nBytes; nFirst += kPngFilterGroup) {
-        const std::size_t nCount = std::min(kPngFilterGroup, objRow.nBytes - nFirst);
-        Differences(objFilter, objRow, nFirst, nCount, aGroup.data());
-        std::uint32_t nSame = 0;
-        for (std::size_t i = 0; i < nCount; ++i) {
-            nCost += kCosts[aGroup[i]];
-            nSame |= static_cast<std::uint32_t>(aGroup[i] == nBefore) << i;
-            nBefore = aGroup[i];
+    std::int64_t cost = 0;
+    std::uint8_t before = 0;
+    std::array<std::uint8_t, kPngFilterGroup> group{};
+    for (std::size_t first = 0; first < row.bytes; first += kPngFilterGroup) {
+        const std::size_t count = std::min(kPngFilterGroup, row.bytes - first);
+        Differences(filter, row, first, count, group.data());
+        std::uint32_t same = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            cost += kCosts[group[i]];
+            same |= static_cast<std::uint32_t>(group[i] == before) << i;
+            before = group[i];
         }
-        nCost -= std::popcount(nSame & nSame >> 1 & nSame >> 2) * static_cast<std::int64_t>(kPngRunBonus);
+        cost -= std::popcount(same & same >> 1 & same >> 2) * static_cast<std::int64_t>(kPngRunBonus);
     }
-    return nCost;
+    return cost;
 }
 
-static PngFilter ChooseAnywhere(const PngFilterRow& objRow)
+static PngFilter ChooseAnywhere(const PngFilterRow& row)
 {
-    PngFilter objBest = PngFilter::None;
-    std::int64_t nBest = nCostOf(objBest, objRow);
+    PngFilter best = PngFilter::kNone;
+    std::int64_t best_cost = CostOf(best, row);
     for (std::uint32_t i = 1; i < kPngFilters; ++i) {
-        const auto objFilter = static_cast<PngFilter>(i);
-        const std::int64_t nCost = nCostOf(objFilter, objRow);
-        if (nCost < nBest) {
-            nBest = nCost;
-            objBest = objFilter;
+        const auto filter = static_cast<PngFilter>(i);
+        const std::int64_t cost = CostOf(filter, row);
+        if (cost < best_cost) {
+            best_cost = cost;
+            best = filter;
         }
     }
-    return objBest;
+    return best;
 }
 
-static void ApplyAnywhere(PngFilter objFilter, const PngFilterRow& objRow, std::uint8_t* pOut)
+static void ApplyAnywhere(PngFilter filter, const PngFilterRow& row, std::uint8_t* out)
 {
-    pOut[0] = static_cast<std::uint8_t>(objFilter);
-    Differences(objFilter, objRow, 0, objRow.nBytes, pOut + 1);
+    out[0] = static_cast<std::uint8_t>(filter);
+    Differences(filter, row, 0, row.bytes, out + 1);
 }
 
-const PngFilters& objPngFilters(bool bPortable)
+const PngFilters& PngFiltersFor(bool portable)
 {
-    static constexpr PngFilters objEverywhere = {ChooseAnywhere, ApplyAnywhere};
+    static constexpr PngFilters kEverywhere = {ChooseAnywhere, ApplyAnywhere};
 #ifdef VARNEL_PNG_AVX2
-    if (!bPortable && bPngHasAvx2())
-        return objPngFiltersAvx2;
+    if (!portable && HasAvx2ForPng())
+        return kPngFiltersAvx2;
 #endif
-    static_cast<void>(bPortable);
-    return objEverywhere;
+    static_cast<void>(portable);
+    return kEverywhere;
 }

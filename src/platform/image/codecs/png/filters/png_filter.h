@@ -10,10 +10,10 @@
 /// One row's samples and those of the row above (zeros for the first row), with room around them: kRowSlack
 /// zeros in front of each, kRowSlack bytes that may be read behind.
 struct PngFilterRow {
-    const std::uint8_t* pRow;
-    const std::uint8_t* pAbove;
-    std::size_t nBytes;
-    std::uint32_t nPixelBytes;  ///< 1 to 4
+    const std::uint8_t* row;
+    const std::uint8_t* above;
+    std::size_t bytes;
+    std::uint32_t pixel_bytes;  ///< 1 to 4
 };
 constexpr std::size_t kPngRowSlack = 32;
 
@@ -22,14 +22,14 @@ struct PngFilters {
     /// of log2(1 + |difference|) over the row, less a bonus for each place where four differences in a row
     /// are alike, since these become copies. For photographs that finds smaller files than the sum of
     /// |difference| does.
-    PngFilter (*Choose)(const PngFilterRow& objRow);
-    /// The filter's byte and the differences to pOut; up to kPngRowSlack bytes behind them may be written
+    PngFilter (*choose)(const PngFilterRow& row);
+    /// The filter's byte and the differences to out; up to kPngRowSlack bytes behind them may be written
     /// too.
-    void (*Apply)(PngFilter objFilter, const PngFilterRow& objRow, std::uint8_t* pOut);
+    void (*apply)(PngFilter filter, const PngFilterRow& row, std::uint8_t* out);
 };
 
-/// The fastest that this machine has; with bPortable those that every machine has. They choose alike.
-const PngFilters& objPngFilters(bool bPortable = false);
+/// The fastest that this machine has; with portable those that every machine has. They choose alike.
+const PngFilters& PngFiltersFor(bool portable = false);
 
 /// What a difference counts for, by its magnitude n: 16 * log2(1 + n). From 16 on by n / 16, which a vector
 /// of 16 bytes can look up too.

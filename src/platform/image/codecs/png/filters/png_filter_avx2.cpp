@@ -12,176 +12,174 @@ namespace
 {
 // Samples of 32 bytes of a row, and their neighbours.
 struct Samples {
-    __m256i vHere;
-    __m256i vLeft;
-    __m256i vAbove;
-    __m256i vAboveLeft;
+    __m256i here;
+    __m256i left;
+    __m256i above;
+    __m256i above_left;
 };
 
 // What is known of one filter so far.
 struct Score {
-    __m256i vCost;  ///< four sums
-    __m256i vLast;  ///< the differences of the group before
-    std::uint64_t nRuns;
+    __m256i cost;  ///< four sums
+    __m256i last;  ///< the differences of the group before
+    std::uint64_t runs;
 };
 }  // namespace
 
-VARNEL_TARGET_AVX2 static inline __m256i vLoad(const std::uint8_t* p)
+VARNEL_TARGET_AVX2 static inline __m256i Load(const std::uint8_t* p)
 {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
 }
 
-VARNEL_TARGET_AVX2 static inline Samples objSamplesAt(const PngFilterRow& objRow, std::size_t i)
+VARNEL_TARGET_AVX2 static inline Samples SamplesAt(const PngFilterRow& row, std::size_t i)
 {
-    const std::uint8_t* const pRow = objRow.pRow + i;
-    const std::uint8_t* const pAbove = objRow.pAbove + i;
-    return {vLoad(pRow), vLoad(pRow - objRow.nPixelBytes), vLoad(pAbove), vLoad(pAbove - objRow.nPixelBytes)};
+    const std::uint8_t* const at = row.row + i;
+    const std::uint8_t* const above = row.above + i;
+    return {Load(at), Load(at - row.pixel_bytes), Load(above), Load(above - row.pixel_bytes)};
 }
 
-VARNEL_TARGET_AVX2 static inline __m256i vAverage(const Samples& obj)
+VARNEL_TARGET_AVX2 static inline __m256i Average(const Samples& obj)
 {
     // The instruction rounds up, the format wants the floor.
-    const __m256i vOdd = _mm256_and_si256(_mm256_xor_si256(obj.vLeft, obj.vAbove), _mm256_set1_epi8(1));
-    return _mm256_sub_epi8(_mm256_avg_epu8(obj.vLeft, obj.vAbove), vOdd);
+    const __m256i odd = _mm256_and_si256(_mm256_xor_si256(obj.left, obj.above), _mm256_set1_epi8(1));
+    return _mm256_sub_epi8(_mm256_avg_epu8(obj.left, obj.above), odd);
 }
 
 // In bytes, though left + above - 2 * above left needs ten bits: where left and above lie on different sides
 // of above left, the distance to it is the difference of the two other distances; where they lie on the same
 // side it is their sum, which is never the smallest, so that any large number does.
-VARNEL_TARGET_AVX2 static inline __m256i vPaeth(const Samples& obj)
+VARNEL_TARGET_AVX2 static inline __m256i Paeth(const Samples& obj)
 {
-    const __m256i vA = obj.vLeft;
-    const __m256i vB = obj.vAbove;
-    const __m256i vC = obj.vAboveLeft;
-    const __m256i vMaxBC = _mm256_max_epu8(vB, vC);
-    const __m256i vMaxAC = _mm256_max_epu8(vA, vC);
-    const __m256i vToA = _mm256_sub_epi8(vMaxBC, _mm256_min_epu8(vB, vC));
-    const __m256i vToB = _mm256_sub_epi8(vMaxAC, _mm256_min_epu8(vA, vC));
-    const __m256i vMin = _mm256_min_epu8(vToA, vToB);
-    const __m256i vSameSide = _mm256_xor_si256(_mm256_cmpeq_epi8(vMaxAC, vA), _mm256_cmpeq_epi8(vMaxBC, vC));
-    const __m256i vToC = _mm256_or_si256(_mm256_sub_epi8(_mm256_max_epu8(vToA, vToB), vMin), vSameSide);
-    const __m256i vLeast = _mm256_min_epu8(vMin, vToC);
-    const __m256i vBOrC = _mm256_blendv_epi8(vC, vB, _mm256_cmpeq_epi8(vLeast, vToB));
-    return _mm256_blendv_epi8(vBOrC, vA, _mm256_cmpeq_epi8(vLeast, vToA));
+    const __m256i a = obj.left;
+    const __m256i b = obj.above;
+    const __m256i c = obj.above_left;
+    const __m256i max_bc = _mm256_max_epu8(b, c);
+    const __m256i max_ac = _mm256_max_epu8(a, c);
+    const __m256i to_a = _mm256_sub_epi8(max_bc, _mm256_min_epu8(b, c));
+    const __m256i to_b = _mm256_sub_epi8(max_ac, _mm256_min_epu8(a, c));
+    const __m256i smaller = _mm256_min_epu8(to_a, to_b);
+    const __m256i same_side = _mm256_xor_si256(_mm256_cmpeq_epi8(max_ac, a), _mm256_cmpeq_epi8(max_bc, c));
+    const __m256i to_c = _mm256_or_si256(_mm256_sub_epi8(_mm256_max_epu8(to_a, to_b), smaller), same_side);
+    const __m256i smallest = _mm256_min_epu8(smaller, to_c);
+    const __m256i b_or_c = _mm256_blendv_epi8(c, b, _mm256_cmpeq_epi8(smallest, to_b));
+    return _mm256_blendv_epi8(b_or_c, a, _mm256_cmpeq_epi8(smallest, to_a));
 }
 
-template <PngFilter objFilter>
-VARNEL_TARGET_AVX2 static inline __m256i vDifferences(const Samples& obj)
+template <PngFilter kFilter>
+VARNEL_TARGET_AVX2 static inline __m256i Differences(const Samples& obj)
 {
-    if constexpr (objFilter == PngFilter::Sub)
-        return _mm256_sub_epi8(obj.vHere, obj.vLeft);
-    if constexpr (objFilter == PngFilter::Up)
-        return _mm256_sub_epi8(obj.vHere, obj.vAbove);
-    if constexpr (objFilter == PngFilter::Average)
-        return _mm256_sub_epi8(obj.vHere, vAverage(obj));
-    if constexpr (objFilter == PngFilter::Paeth)
-        return _mm256_sub_epi8(obj.vHere, vPaeth(obj));
-    return obj.vHere;
+    if constexpr (kFilter == PngFilter::kSub)
+        return _mm256_sub_epi8(obj.here, obj.left);
+    if constexpr (kFilter == PngFilter::kUp)
+        return _mm256_sub_epi8(obj.here, obj.above);
+    if constexpr (kFilter == PngFilter::kAverage)
+        return _mm256_sub_epi8(obj.here, Average(obj));
+    if constexpr (kFilter == PngFilter::kPaeth)
+        return _mm256_sub_epi8(obj.here, Paeth(obj));
+    return obj.here;
 }
 
-// Adds a group's differences to the score. vValid has zeros behind the row's end.
-VARNEL_TARGET_AVX2 static inline void Add(Score& objScore, __m256i vDifference, __m256i vValid,
-                                          std::uint32_t nValid)
+// Adds a group's differences to the score. mask has zeros behind the row's end.
+VARNEL_TARGET_AVX2 static inline void Add(Score& score, __m256i difference, __m256i mask, std::uint32_t count)
 {
-    const __m256i vSmallCosts =
+    const __m256i small_costs =
         _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(kPngSmallCosts)));
-    const __m256i vLargeCosts =
+    const __m256i large_costs =
         _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(kPngLargeCosts)));
     const __m256i v15 = _mm256_set1_epi8(15);
-    vDifference = _mm256_and_si256(vDifference, vValid);
-    const __m256i vMagnitude = _mm256_abs_epi8(vDifference);
-    const __m256i vSmall = _mm256_shuffle_epi8(vSmallCosts, _mm256_min_epu8(vMagnitude, v15));
-    const __m256i vLarge =
-        _mm256_shuffle_epi8(vLargeCosts, _mm256_and_si256(_mm256_srli_epi16(vMagnitude, 4), v15));
-    objScore.vCost = _mm256_add_epi64(
-        objScore.vCost, _mm256_sad_epu8(_mm256_max_epu8(vSmall, vLarge), _mm256_setzero_si256()));
-    const __m256i vCarried = _mm256_permute2x128_si256(objScore.vLast, vDifference, 0x21);
-    const __m256i vBefore = _mm256_alignr_epi8(vDifference, vCarried, 15);
-    objScore.vLast = vDifference;
-    const auto nSame =
-        static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(vDifference, vBefore))) & nValid;
-    objScore.nRuns += static_cast<std::uint32_t>(_mm_popcnt_u32(nSame & nSame >> 1 & nSame >> 2));
+    difference = _mm256_and_si256(difference, mask);
+    const __m256i magnitude = _mm256_abs_epi8(difference);
+    const __m256i small = _mm256_shuffle_epi8(small_costs, _mm256_min_epu8(magnitude, v15));
+    const __m256i large =
+        _mm256_shuffle_epi8(large_costs, _mm256_and_si256(_mm256_srli_epi16(magnitude, 4), v15));
+    score.cost =
+        _mm256_add_epi64(score.cost, _mm256_sad_epu8(_mm256_max_epu8(small, large), _mm256_setzero_si256()));
+    const __m256i carried = _mm256_permute2x128_si256(score.last, difference, 0x21);
+    const __m256i before = _mm256_alignr_epi8(difference, carried, 15);
+    score.last = difference;
+    const auto same =
+        static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(difference, before))) & count;
+    score.runs += static_cast<std::uint32_t>(_mm_popcnt_u32(same & same >> 1 & same >> 2));
 }
 
-VARNEL_TARGET_AVX2 static inline std::int64_t nTotal(const Score& objScore)
+VARNEL_TARGET_AVX2 static inline std::int64_t Total(const Score& score)
 {
-    const __m128i vHalf =
-        _mm_add_epi64(_mm256_castsi256_si128(objScore.vCost), _mm256_extracti128_si256(objScore.vCost, 1));
-    const std::int64_t nCost = _mm_extract_epi64(vHalf, 0) + _mm_extract_epi64(vHalf, 1);
-    return nCost - static_cast<std::int64_t>(objScore.nRuns * kPngRunBonus);
+    const __m128i half =
+        _mm_add_epi64(_mm256_castsi256_si128(score.cost), _mm256_extracti128_si256(score.cost, 1));
+    const std::int64_t cost = _mm_extract_epi64(half, 0) + _mm_extract_epi64(half, 1);
+    return cost - static_cast<std::int64_t>(score.runs * kPngRunBonus);
 }
 
-VARNEL_TARGET_AVX2 static PngFilter ChooseWide(const PngFilterRow& objRow)
+VARNEL_TARGET_AVX2 static PngFilter ChooseWide(const PngFilterRow& row)
 {
     const __m256i v0 = _mm256_setzero_si256();
-    Score objNone = {v0, v0, 0};
-    Score objSub = objNone;
-    Score objUp = objNone;
-    Score objAverage = objNone;
-    Score objPaeth = objNone;
-    const auto AddAll = [&](std::size_t i, __m256i vValid, std::uint32_t nValid) VARNEL_TARGET_AVX2 {
-        const Samples objSamples = objSamplesAt(objRow, i);
-        Add(objNone, vDifferences<PngFilter::None>(objSamples), vValid, nValid);
-        Add(objSub, vDifferences<PngFilter::Sub>(objSamples), vValid, nValid);
-        Add(objUp, vDifferences<PngFilter::Up>(objSamples), vValid, nValid);
-        Add(objAverage, vDifferences<PngFilter::Average>(objSamples), vValid, nValid);
-        Add(objPaeth, vDifferences<PngFilter::Paeth>(objSamples), vValid, nValid);
+    Score none = {v0, v0, 0};
+    Score sub = none;
+    Score up = none;
+    Score average = none;
+    Score paeth = none;
+    const auto add_all = [&](std::size_t i, __m256i mask, std::uint32_t count) VARNEL_TARGET_AVX2 {
+        const Samples samples = SamplesAt(row, i);
+        Add(none, Differences<PngFilter::kNone>(samples), mask, count);
+        Add(sub, Differences<PngFilter::kSub>(samples), mask, count);
+        Add(up, Differences<PngFilter::kUp>(samples), mask, count);
+        Add(average, Differences<PngFilter::kAverage>(samples), mask, count);
+        Add(paeth, Differences<PngFilter::kPaeth>(samples), mask, count);
     };
     std::size_t i = 0;
-    for (; i + kPngFilterGroup <= objRow.nBytes; i += kPngFilterGroup)
-        AddAll(i, _mm256_set1_epi8(-1), 0xFFFFFFFF);
-    if (i < objRow.nBytes) {
-        const std::size_t nLeft = objRow.nBytes - i;
-        std::uint8_t aValid[kPngFilterGroup] = {};
-        std::memset(aValid, 0xFF, nLeft);
-        AddAll(i, vLoad(aValid), (1U << nLeft) - 1);
+    for (; i + kPngFilterGroup <= row.bytes; i += kPngFilterGroup)
+        add_all(i, _mm256_set1_epi8(-1), 0xFFFFFFFF);
+    if (i < row.bytes) {
+        const std::size_t left = row.bytes - i;
+        std::uint8_t valid[kPngFilterGroup] = {};
+        std::memset(valid, 0xFF, left);
+        add_all(i, Load(valid), (1U << left) - 1);
     }
-    PngFilter objBest = PngFilter::None;
-    std::int64_t nBest = nTotal(objNone);
-    const auto Compare = [&](PngFilter objFilter, const Score& objScore) VARNEL_TARGET_AVX2 {
-        const std::int64_t nCost = nTotal(objScore);
-        if (nCost < nBest) {
-            nBest = nCost;
-            objBest = objFilter;
+    PngFilter best = PngFilter::kNone;
+    std::int64_t best_cost = Total(none);
+    const auto compare = [&](PngFilter filter, const Score& score) VARNEL_TARGET_AVX2 {
+        const std::int64_t cost = Total(score);
+        if (cost < best_cost) {
+            best_cost = cost;
+            best = filter;
         }
     };
-    Compare(PngFilter::Sub, objSub);
-    Compare(PngFilter::Up, objUp);
-    Compare(PngFilter::Average, objAverage);
-    Compare(PngFilter::Paeth, objPaeth);
-    return objBest;
+    compare(PngFilter::kSub, sub);
+    compare(PngFilter::kUp, up);
+    compare(PngFilter::kAverage, average);
+    compare(PngFilter::kPaeth, paeth);
+    return best;
 }
 
-template <PngFilter objFilter>
-VARNEL_TARGET_AVX2 static void Apply(const PngFilterRow& objRow, std::uint8_t* pOut)
+template <PngFilter kFilter>
+VARNEL_TARGET_AVX2 static void Apply(const PngFilterRow& row, std::uint8_t* out)
 {
-    for (std::size_t i = 0; i < objRow.nBytes; i += kPngFilterGroup)
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(pOut + i),
-                            vDifferences<objFilter>(objSamplesAt(objRow, i)));
+    for (std::size_t i = 0; i < row.bytes; i += kPngFilterGroup)
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), Differences<kFilter>(SamplesAt(row, i)));
 }
 
-static void ApplyWide(PngFilter objFilter, const PngFilterRow& objRow, std::uint8_t* pOut)
+static void ApplyWide(PngFilter filter, const PngFilterRow& row, std::uint8_t* out)
 {
-    *pOut++ = static_cast<std::uint8_t>(objFilter);
-    switch (objFilter) {
-        case PngFilter::None:
-            Apply<PngFilter::None>(objRow, pOut);
+    *out++ = static_cast<std::uint8_t>(filter);
+    switch (filter) {
+        case PngFilter::kNone:
+            Apply<PngFilter::kNone>(row, out);
             break;
-        case PngFilter::Sub:
-            Apply<PngFilter::Sub>(objRow, pOut);
+        case PngFilter::kSub:
+            Apply<PngFilter::kSub>(row, out);
             break;
-        case PngFilter::Up:
-            Apply<PngFilter::Up>(objRow, pOut);
+        case PngFilter::kUp:
+            Apply<PngFilter::kUp>(row, out);
             break;
-        case PngFilter::Average:
-            Apply<PngFilter::Average>(objRow, pOut);
+        case PngFilter::kAverage:
+            Apply<PngFilter::kAverage>(row, out);
             break;
-        case PngFilter::Paeth:
-            Apply<PngFilter::Paeth>(objRow, pOut);
+        case PngFilter::kPaeth:
+            Apply<PngFilter::kPaeth>(row, out);
             break;
     }
 }
 
-const PngFilters objPngFiltersAvx2 = {ChooseWide, ApplyWide};
+const PngFilters kPngFiltersAvx2 = {ChooseWide, ApplyWide};
 
 #endif

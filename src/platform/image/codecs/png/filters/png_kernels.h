@@ -10,11 +10,11 @@ struct PngUnfilters;
 struct PngFilters;
 
 /// True on a processor with AVX2 and BMI2.
-inline bool bPngHasAvx2()
+inline bool HasAvx2ForPng()
 {
     return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi2");
 }
 
-extern const PngUnfilters objPngUnfiltersAvx2;
-extern const PngFilters objPngFiltersAvx2;
+extern const PngUnfilters kPngUnfiltersAvx2;
+extern const PngFilters kPngFiltersAvx2;
 #endif

@@ -6,14 +6,14 @@
 #include <cstdint>
 
 /// B, G, R becomes R, G, B, or the other way round. In and out don't overlap.
-void SwapRedAndBlue3(const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nPixels);
+void SwapRedAndBlue3(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels);
 
 /// B, G, R, A becomes R, G, B, A, or the other way round. In and out don't overlap.
-void SwapRedAndBlue4(const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nPixels);
+void SwapRedAndBlue4(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels);
 
-/// The lowest bit of each of nPixels bytes, the first in the highest bit of the first byte; what is left of
+/// The lowest bit of each of pixels bytes, the first in the highest bit of the first byte; what is left of
 /// the last byte is 0.
-void PackBits(const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nPixels);
+void PackBits(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels);
 
 /// True when all bytes are 0 or 255.
-bool bOnlyExtremes(const std::uint8_t* pBytes, std::size_t nBytes);
+bool HasOnlyExtremes(const std::uint8_t* bytes, std::size_t byte_count);

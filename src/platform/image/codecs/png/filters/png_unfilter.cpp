@@ -8,91 +8,90 @@
 
 // The sample of the three that is nearest to left + above - above left; see the vector kernel for why this is
 // it.
-static inline int nPaeth(int nLeft, int nAbove, int nAboveLeft)
+static inline int Paeth(int left, int above, int above_left)
 {
-    const int nT = 3 * nAboveLeft - nLeft - nAbove;
-    const int nLess = std::min(nLeft, nAbove);
-    const int nMore = std::max(nLeft, nAbove);
-    const int nLessOrCorner = nMore > nT ? nAboveLeft : nLess;
-    return nT > nLess ? nLessOrCorner : nMore;
+    const int t = 3 * above_left - left - above;
+    const int less = std::min(left, above);
+    const int more = std::max(left, above);
+    const int less_or_corner = more > t ? above_left : less;
+    return t > less ? less_or_corner : more;
 }
 
-template <PngFilter objFilter>
-static inline int nGuess(int nLeft, int nAbove, int nAboveLeft)
+template <PngFilter kFilter>
+static inline int Predict(int left, int above, int above_left)
 {
-    switch (objFilter) {
-        case PngFilter::Sub:
-            return nLeft;
-        case PngFilter::Up:
-            return nAbove;
-        case PngFilter::Average:
-            return (nLeft + nAbove) / 2;
-        case PngFilter::Paeth:
-            return nPaeth(nLeft, nAbove, nAboveLeft);
+    switch (kFilter) {
+        case PngFilter::kSub:
+            return left;
+        case PngFilter::kUp:
+            return above;
+        case PngFilter::kAverage:
+            return (left + above) / 2;
+        case PngFilter::kPaeth:
+            return Paeth(left, above, above_left);
         default:
             return 0;
     }
 }
 
-// One row of pixels of nPixelBytes. With bSwap the first and the third sample change places.
-template <std::size_t nPixelBytes, bool bSwap, PngFilter objFilter>
-static void UnfilterRow(const std::uint8_t* __restrict pIn, const std::uint8_t* __restrict pAbove,
-                        std::uint8_t* __restrict pOut, std::size_t nBytes)
+// One row of pixels of kPixelBytes. With kSwap the first and the third sample change places.
+template <std::size_t kPixelBytes, bool kSwap, PngFilter kFilter>
+static void UnfilterRow(const std::uint8_t* __restrict in, const std::uint8_t* __restrict above_row,
+                        std::uint8_t* __restrict out, std::size_t bytes)
 {
-    std::array<int, nPixelBytes> aLeft{};
-    std::array<int, nPixelBytes> aAboveLeft{};
-    for (std::size_t nPixel = 0; nPixel < nBytes; nPixel += nPixelBytes) {
-        for (std::size_t nSample = 0; nSample < nPixelBytes; ++nSample) {
-            const std::size_t nFrom = bSwap && nSample < 3 ? 2 - nSample : nSample;
-            const int nAbove = pAbove[nPixel + nSample];
-            const int nValue =
-                pIn[nPixel + nFrom] + nGuess<objFilter>(aLeft[nSample], nAbove, aAboveLeft[nSample]);
-            pOut[nPixel + nSample] = static_cast<std::uint8_t>(nValue);
-            aLeft[nSample] = nValue & 0xFF;
-            aAboveLeft[nSample] = nAbove;
+    std::array<int, kPixelBytes> left{};
+    std::array<int, kPixelBytes> above_left{};
+    for (std::size_t pixel = 0; pixel < bytes; pixel += kPixelBytes) {
+        for (std::size_t sample = 0; sample < kPixelBytes; ++sample) {
+            const std::size_t from = kSwap && sample < 3 ? 2 - sample : sample;
+            const int above = above_row[pixel + sample];
+            const int value = in[pixel + from] + Predict<kFilter>(left[sample], above, above_left[sample]);
+            out[pixel + sample] = static_cast<std::uint8_t>(value);
+            left[sample] = value & 0xFF;
+            above_left[sample] = above;
         }
     }
 }
 
-template <std::size_t nPixelBytes, bool bSwap>
-static bool UnfilterRows(const PngRows& objRows)
+template <std::size_t kPixelBytes, bool kSwap>
+static bool UnfilterRows(const PngRows& rows)
 {
-    const std::uint8_t* pAbove = objRows.pAbove;
-    for (std::size_t y = 0; y < objRows.nRows; ++y) {
-        const std::uint8_t* pIn = objRows.pIn + y * objRows.nInStride;
-        std::uint8_t* pOut = objRows.pOut + y * objRows.nBytes;
-        switch (static_cast<PngFilter>(pIn[0])) {
-            case PngFilter::None:
-                UnfilterRow<nPixelBytes, bSwap, PngFilter::None>(pIn + 1, pAbove, pOut, objRows.nBytes);
+    const std::uint8_t* above = rows.above;
+    for (std::size_t y = 0; y < rows.rows; ++y) {
+        const std::uint8_t* in = rows.in + y * rows.in_stride;
+        std::uint8_t* out = rows.out + y * rows.bytes;
+        switch (static_cast<PngFilter>(in[0])) {
+            case PngFilter::kNone:
+                UnfilterRow<kPixelBytes, kSwap, PngFilter::kNone>(in + 1, above, out, rows.bytes);
                 break;
-            case PngFilter::Sub:
-                UnfilterRow<nPixelBytes, bSwap, PngFilter::Sub>(pIn + 1, pAbove, pOut, objRows.nBytes);
+            case PngFilter::kSub:
+                UnfilterRow<kPixelBytes, kSwap, PngFilter::kSub>(in + 1, above, out, rows.bytes);
                 break;
-            case PngFilter::Up:
-                UnfilterRow<nPixelBytes, bSwap, PngFilter::Up>(pIn + 1, pAbove, pOut, objRows.nBytes);
+            case PngFilter::kUp:
+                UnfilterRow<kPixelBytes, kSwap, PngFilter::kUp>(in + 1, above, out, rows.bytes);
                 break;
-            case PngFilter::Average:
-                UnfilterRow<nPixelBytes, bSwap, PngFilter::Average>(pIn + 1, pAbove, pOut, objRows.nBytes);
+            case PngFilter::kAverage:
+                UnfilterRow<kPixelBytes, kSwap, PngFilter::kAverage>(in + 1, above, out, rows.bytes);
                 break;
-            case PngFilter::Paeth:
-                UnfilterRow<nPixelBytes, bSwap, PngFilter::Paeth>(pIn + 1, pAbove, pOut, objRows.nBytes);
+            case PngFilter::kPaeth:
+                UnfilterRow<kPixelBytes, kSwap, PngFilter::kPaeth>(in + 1, above, out, rows.bytes);
                 break;
             default:
                 return false;
         }
-        pAbove = pOut;
+        above = out;
     }
     return true;
 }
 
-const PngUnfilters& objPngUnfilters(bool bPortable)
+const PngUnfilters& PngUnfiltersFor(bool portable)
 {
-    static constexpr PngUnfilters objEverywhere = {UnfilterRows<1, false>, UnfilterRows<3, true>,
-                                                   UnfilterRows<4, true>};
+    static constexpr PngUnfilters kEverywhere = {UnfilterRows<1, false>, UnfilterRows<3, true>,
+                                                 UnfilterRows<4, true>};
 #ifdef VARNEL_PNG_AVX2
-    if (!bPortable && bPngHasAvx2())
-        return objPngUnfiltersAvx2;
+    if (!portable && HasAvx2ForPng())
+        return kPngUnfiltersAvx2;
 #endif
-    static_cast<void>(bPortable);
-    return objEverywhere;
+    static_cast<void>(portable);
+    return kEverywhere;
 }

@@ -12,14 +12,14 @@
 // ones.
 static constexpr std::size_t kLeastPixels = 8;
 
-VARNEL_TARGET_AVX2 static inline __m128i vLoad4(const std::uint8_t* p)
+VARNEL_TARGET_AVX2 static inline __m128i Load4(const std::uint8_t* p)
 {
-    int nBytes = 0;
-    std::memcpy(&nBytes, p, 4);
-    return _mm_cvtsi32_si128(nBytes);
+    int bytes = 0;
+    std::memcpy(&bytes, p, 4);
+    return _mm_cvtsi32_si128(bytes);
 }
 
-VARNEL_TARGET_AVX2 static inline __m128i vLoad16(const std::uint8_t* p)
+VARNEL_TARGET_AVX2 static inline __m128i Load16(const std::uint8_t* p)
 {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
 }
@@ -29,146 +29,147 @@ VARNEL_TARGET_AVX2 static inline void Store16(std::uint8_t* p, __m128i v)
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
 }
 
-// The first nBytes (3 or 4) of v.
-template <std::size_t nBytes>
+// The first kBytes (3 or 4) of v.
+template <std::size_t kBytes>
 VARNEL_TARGET_AVX2 static inline void StorePixel(std::uint8_t* p, __m128i v)
 {
-    const int nPixel = _mm_cvtsi128_si32(v);
-    std::memcpy(p, &nPixel, nBytes);
+    const int pixel = _mm_cvtsi128_si32(v);
+    std::memcpy(p, &pixel, kBytes);
 }
 
 // Brings a row's samples into our order and adds the row above, if there is one to add.
-template <std::size_t nPixelBytes, bool bAbove>
-VARNEL_TARGET_AVX2 static void CopyOrUp(const std::uint8_t* pIn, const std::uint8_t* pAbove,
-                                        std::uint8_t* pOut, std::size_t nBytes)
+template <std::size_t kPixelBytes, bool kAbove>
+VARNEL_TARGET_AVX2 static void CopyOrUp(const std::uint8_t* in, const std::uint8_t* above, std::uint8_t* out,
+                                        std::size_t bytes)
 {
-    constexpr std::size_t nStep = nPixelBytes == 3 ? 15 : 16;
-    const __m128i vOrder =
-        nPixelBytes == 3   ? _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, 15)
-        : nPixelBytes == 4 ? _mm_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15)
+    constexpr std::size_t kStep = kPixelBytes == 3 ? 15 : 16;
+    const __m128i order =
+        kPixelBytes == 3   ? _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, 15)
+        : kPixelBytes == 4 ? _mm_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15)
                            : _mm_setr_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
     std::size_t i = 0;
-    for (; i + 16 <= nBytes; i += nStep) {
-        __m128i v = _mm_shuffle_epi8(vLoad16(pIn + i), vOrder);
-        if (bAbove)
-            v = _mm_add_epi8(v, vLoad16(pAbove + i));
-        Store16(pOut + i, v);
+    for (; i + 16 <= bytes; i += kStep) {
+        __m128i v = _mm_shuffle_epi8(Load16(in + i), order);
+        if (kAbove)
+            v = _mm_add_epi8(v, Load16(above + i));
+        Store16(out + i, v);
     }
-    for (; i < nBytes; ++i) {
-        const std::size_t nSample = i % nPixelBytes;
-        const std::size_t nFrom = nPixelBytes >= 3 && nSample < 3 ? i + 2 - 2 * nSample : i;
-        pOut[i] = static_cast<std::uint8_t>(pIn[nFrom] + (bAbove ? pAbove[i] : 0));
+    for (; i < bytes; ++i) {
+        const std::size_t sample = i % kPixelBytes;
+        const std::size_t from = kPixelBytes >= 3 && sample < 3 ? i + 2 - 2 * sample : i;
+        out[i] = static_cast<std::uint8_t>(in[from] + (kAbove ? above[i] : 0));
     }
 }
 
 // One pixel's samples in lanes of 16 bits.
 struct Neighbours {
-    __m128i vLeft;
-    __m128i vAbove;
-    __m128i vAboveLeft;
+    __m128i left;
+    __m128i above;
+    __m128i above_left;
 };
 
 // The sample of the three that is nearest to left + above - above left. The middle one of the three is found
 // by comparisons that need the left pixel late, since everything waits for it: with t = 3 * above left - left
 // - above, the greater of left and above is nearest when t is not above the lesser, the lesser when t is not
 // below the greater.
-VARNEL_TARGET_AVX2 static inline __m128i vPaeth(const Neighbours& obj)
+VARNEL_TARGET_AVX2 static inline __m128i Paeth(const Neighbours& neighbours)
 {
-    const __m128i vWithoutLeft = _mm_sub_epi16(
-        _mm_add_epi16(_mm_add_epi16(obj.vAboveLeft, obj.vAboveLeft), obj.vAboveLeft), obj.vAbove);
-    const __m128i vT = _mm_sub_epi16(vWithoutLeft, obj.vLeft);
-    const __m128i vLess = _mm_min_epi16(obj.vLeft, obj.vAbove);
-    const __m128i vMore = _mm_max_epi16(obj.vLeft, obj.vAbove);
-    const __m128i vLessOrCorner = _mm_blendv_epi8(vLess, obj.vAboveLeft, _mm_cmpgt_epi16(vMore, vT));
-    return _mm_blendv_epi8(vMore, vLessOrCorner, _mm_cmpgt_epi16(vT, vLess));
+    const __m128i without_left = _mm_sub_epi16(
+        _mm_add_epi16(_mm_add_epi16(neighbours.above_left, neighbours.above_left), neighbours.above_left),
+        neighbours.above);
+    const __m128i t = _mm_sub_epi16(without_left, neighbours.left);
+    const __m128i less = _mm_min_epi16(neighbours.left, neighbours.above);
+    const __m128i more = _mm_max_epi16(neighbours.left, neighbours.above);
+    const __m128i less_or_corner = _mm_blendv_epi8(less, neighbours.above_left, _mm_cmpgt_epi16(more, t));
+    return _mm_blendv_epi8(more, less_or_corner, _mm_cmpgt_epi16(t, less));
 }
 
-template <PngFilter objFilter>
-VARNEL_TARGET_AVX2 static inline __m128i vGuess(const Neighbours& obj)
+template <PngFilter kFilter>
+VARNEL_TARGET_AVX2 static inline __m128i Predict(const Neighbours& neighbours)
 {
-    if constexpr (objFilter == PngFilter::Sub)
-        return obj.vLeft;
-    if constexpr (objFilter == PngFilter::Average)
-        return _mm_srli_epi16(_mm_add_epi16(obj.vLeft, obj.vAbove), 1);
-    return vPaeth(obj);
+    if constexpr (kFilter == PngFilter::kSub)
+        return neighbours.left;
+    if constexpr (kFilter == PngFilter::kAverage)
+        return _mm_srli_epi16(_mm_add_epi16(neighbours.left, neighbours.above), 1);
+    return Paeth(neighbours);
 }
 
-template <std::size_t nPixelBytes>
-VARNEL_TARGET_AVX2 static inline __m128i vOrderWide()
+template <std::size_t kPixelBytes>
+VARNEL_TARGET_AVX2 static inline __m128i OrderWide()
 {
-    return nPixelBytes == 1 ? _mm_setr_epi8(0, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1)
+    return kPixelBytes == 1 ? _mm_setr_epi8(0, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1)
                             : _mm_setr_epi8(2, -1, 1, -1, 0, -1, 3, -1, -1, -1, -1, -1, -1, -1, -1, -1);
 }
 
 // A filter whose guess needs the pixel to the left, so that a row is one chain of dependent steps.
-template <std::size_t nPixelBytes, PngFilter objFilter>
-VARNEL_TARGET_AVX2 static void Chain(const std::uint8_t* pIn, const std::uint8_t* pAbove, std::uint8_t* pOut,
-                                     std::size_t nBytes)
+template <std::size_t kPixelBytes, PngFilter kFilter>
+VARNEL_TARGET_AVX2 static void Chain(const std::uint8_t* in, const std::uint8_t* above, std::uint8_t* out,
+                                     std::size_t bytes)
 {
-    const __m128i vOrder = vOrderWide<nPixelBytes>();
-    Neighbours obj = {_mm_setzero_si128(), _mm_setzero_si128(), _mm_setzero_si128()};
+    const __m128i order = OrderWide<kPixelBytes>();
+    Neighbours neighbours = {_mm_setzero_si128(), _mm_setzero_si128(), _mm_setzero_si128()};
     std::size_t i = 0;
-    const auto Step = [&]() VARNEL_TARGET_AVX2 {
-        obj.vAboveLeft = obj.vAbove;
-        if (objFilter != PngFilter::Sub)
-            obj.vAbove = _mm_cvtepu8_epi16(vLoad4(pAbove + i));
+    const auto step = [&]() VARNEL_TARGET_AVX2 {
+        neighbours.above_left = neighbours.above;
+        if (kFilter != PngFilter::kSub)
+            neighbours.above = _mm_cvtepu8_epi16(Load4(above + i));
         // The upper halves of the lanes are zero, so bytes may be added where the sum is to wrap.
-        obj.vLeft = _mm_add_epi8(_mm_shuffle_epi8(vLoad4(pIn + i), vOrder), vGuess<objFilter>(obj));
-        return _mm_packus_epi16(obj.vLeft, obj.vLeft);
+        neighbours.left = _mm_add_epi8(_mm_shuffle_epi8(Load4(in + i), order), Predict<kFilter>(neighbours));
+        return _mm_packus_epi16(neighbours.left, neighbours.left);
     };
-    for (; i + nPixelBytes < nBytes; i += nPixelBytes)
-        StorePixel<4>(pOut + i, Step());
-    StorePixel<nPixelBytes>(pOut + i, Step());
+    for (; i + kPixelBytes < bytes; i += kPixelBytes)
+        StorePixel<4>(out + i, step());
+    StorePixel<kPixelBytes>(out + i, step());
 }
 
-template <std::size_t nPixelBytes>
-VARNEL_TARGET_AVX2 static bool UnfilterRows(const PngRows& objRows)
+template <std::size_t kPixelBytes>
+VARNEL_TARGET_AVX2 static bool UnfilterRows(const PngRows& rows)
 {
-    const std::uint8_t* pAbove = objRows.pAbove;
-    const std::size_t nBytes = objRows.nBytes;
-    for (std::size_t y = 0; y < objRows.nRows; ++y) {
-        const std::uint8_t* pIn = objRows.pIn + y * objRows.nInStride + 1;
-        std::uint8_t* pOut = objRows.pOut + y * nBytes;
-        switch (static_cast<PngFilter>(pIn[-1])) {
-            case PngFilter::None:
-                CopyOrUp<nPixelBytes, false>(pIn, pAbove, pOut, nBytes);
+    const std::uint8_t* above = rows.above;
+    const std::size_t bytes = rows.bytes;
+    for (std::size_t y = 0; y < rows.rows; ++y) {
+        const std::uint8_t* in = rows.in + y * rows.in_stride + 1;
+        std::uint8_t* out = rows.out + y * bytes;
+        switch (static_cast<PngFilter>(in[-1])) {
+            case PngFilter::kNone:
+                CopyOrUp<kPixelBytes, false>(in, above, out, bytes);
                 break;
-            case PngFilter::Up:
-                CopyOrUp<nPixelBytes, true>(pIn, pAbove, pOut, nBytes);
+            case PngFilter::kUp:
+                CopyOrUp<kPixelBytes, true>(in, above, out, bytes);
                 break;
-            case PngFilter::Sub:
-                Chain<nPixelBytes, PngFilter::Sub>(pIn, pAbove, pOut, nBytes);
+            case PngFilter::kSub:
+                Chain<kPixelBytes, PngFilter::kSub>(in, above, out, bytes);
                 break;
-            case PngFilter::Average:
-                Chain<nPixelBytes, PngFilter::Average>(pIn, pAbove, pOut, nBytes);
+            case PngFilter::kAverage:
+                Chain<kPixelBytes, PngFilter::kAverage>(in, above, out, bytes);
                 break;
-            case PngFilter::Paeth:
-                Chain<nPixelBytes, PngFilter::Paeth>(pIn, pAbove, pOut, nBytes);
+            case PngFilter::kPaeth:
+                Chain<kPixelBytes, PngFilter::kPaeth>(in, above, out, bytes);
                 break;
             default:
                 return false;
         }
-        pAbove = pOut;
+        above = out;
     }
     return true;
 }
 
-template <std::size_t nPixelBytes>
-static bool UnfilterWide(const PngRows& objRows)
+template <std::size_t kPixelBytes>
+static bool UnfilterWide(const PngRows& rows)
 {
-    if (objRows.nBytes < kLeastPixels * nPixelBytes) {
-        const PngUnfilters& objPortable = objPngUnfilters(true);
-        return (nPixelBytes == 3 ? objPortable.Rgb : objPortable.Rgba)(objRows);
+    if (rows.bytes < kLeastPixels * kPixelBytes) {
+        const PngUnfilters& portable = PngUnfiltersFor(true);
+        return (kPixelBytes == 3 ? portable.rgb : portable.rgba)(rows);
     }
-    return UnfilterRows<nPixelBytes>(objRows);
+    return UnfilterRows<kPixelBytes>(rows);
 }
 
 // Chains of single bytes gain nothing from vectors, but the rows without one do.
-static bool UnfilterBytes(const PngRows& objRows)
+static bool UnfilterBytes(const PngRows& rows)
 {
-    return objPngUnfilters(true).OneByte(objRows);
+    return PngUnfiltersFor(true).one_byte(rows);
 }
 
-const PngUnfilters objPngUnfiltersAvx2 = {UnfilterBytes, UnfilterWide<3>, UnfilterWide<4>};
+const PngUnfilters kPngUnfiltersAvx2 = {UnfilterBytes, UnfilterWide<3>, UnfilterWide<4>};
 
 #endif
