@@ -120,7 +120,7 @@ TEST_P(RasterWrites, SayThatNothingWasWrittenWhenTheFileFailed)
 INSTANTIATE_TEST_SUITE_P(Formats, RasterWrites,
                          testing::Values(Written{"bmp", kBmpCodec, "bmptopnm"},
                                          Written{"pcx", kPcxCodec, "pcxtoppm"},
-                                         Written{"ras", codecRas, "rasttopnm"},
+                                         Written{"ras", kRasCodec, "rasttopnm"},
                                          Written{"tga", codecTga, "tgatoppm"}),
                          [](const auto& objInfo) { return std::string(objInfo.param.sExtension); });
 
@@ -171,7 +171,7 @@ RC_GTEST_PROP(RasterRoundTrip, PcxGivesEveryPixelBack, ())
 
 RC_GTEST_PROP(RasterRoundTrip, RasGivesEveryPixelBack, ())
 {
-    CheckRoundTrip(codecRas);
+    CheckRoundTrip(kRasCodec);
 }
 
 RC_GTEST_PROP(RasterRoundTrip, TgaGivesEveryPixelBack, ())

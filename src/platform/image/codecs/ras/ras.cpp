@@ -26,119 +26,116 @@ static constexpr std::uint32_t kRgb = 3;
 static constexpr std::uint32_t kMapOfColours = 1;  // all reds, then all greens, then all blues
 
 struct RasHeader {
-    std::uint64_t nWidth = 0;
-    std::uint64_t nHeight = 0;
-    std::uint32_t nBits = 0;
-    std::uint32_t nKind = 0;
-    std::uint32_t nMapKind = 0;
-    std::uint64_t nMapSize = 0;
+    std::uint64_t width = 0;
+    std::uint64_t height = 0;
+    std::uint32_t bits = 0;
+    std::uint32_t kind = 0;
+    std::uint32_t map_kind = 0;
+    std::uint64_t map_size = 0;
 
-    std::uint64_t nRowBytes() const { return (nWidth * nBits + 7) / 8; }
-    std::uint64_t nStride() const { return (nRowBytes() + 1) / 2 * 2; }  ///< rows are filled up to 16 bits
-    std::uint64_t nBitsOffset() const { return kHeaderSize + nMapSize; }
+    std::uint64_t RowBytes() const { return (width * bits + 7) / 8; }
+    std::uint64_t Stride() const { return (RowBytes() + 1) / 2 * 2; }  ///< rows are filled up to 16 bits
+    std::uint64_t BitsOffset() const { return kHeaderSize + map_size; }
 };
 
 /// What the pixels become: the level of every value of blue, green and red.
 struct RasColours {
-    std::int32_t lChannels = 3;
-    std::array<std::array<std::uint8_t, 256>, 3> aLevels{};
-    bool bPlain = true;  ///< every value is its own level
+    std::int32_t channels = 3;
+    std::array<std::array<std::uint8_t, 256>, 3> levels{};
+    bool plain = true;  ///< every value is its own level
 };
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    return ByteReader(aHead).U32Be() == kMagic;
+    return ByteReader(head).U32Be() == kMagic;
 }
 
-static bool bReadHeader(InputFile& objFile, RasHeader& objHeader)
+static bool ReadHeader(InputFile& file, RasHeader& header)
 {
-    ByteReader rd(objFile.Head());
-    const bool bMagic = rd.U32Be() == kMagic;
-    objHeader.nWidth = rd.U32Be();
-    objHeader.nHeight = rd.U32Be();
-    objHeader.nBits = rd.U32Be();
-    rd.U32Be();  // size of the data: old files leave it 0, so it is not believed
-    objHeader.nKind = rd.U32Be();
-    objHeader.nMapKind = rd.U32Be();
-    objHeader.nMapSize = rd.U32Be();
-    const bool bBits =
-        objHeader.nBits == 1 || objHeader.nBits == 8 || objHeader.nBits == 24 || objHeader.nBits == 32;
-    return bMagic && !rd.Failed() && bBits && objHeader.nKind <= kRgb &&
-           objHeader.nBitsOffset() < objFile.Size();
+    ByteReader reader(file.Head());
+    const bool has_magic = reader.U32Be() == kMagic;
+    header.width = reader.U32Be();
+    header.height = reader.U32Be();
+    header.bits = reader.U32Be();
+    reader.U32Be();  // size of the data: old files leave it 0, so it is not believed
+    header.kind = reader.U32Be();
+    header.map_kind = reader.U32Be();
+    header.map_size = reader.U32Be();
+    const bool is_bilevel = header.bits == 1 || header.bits == 8 || header.bits == 24 || header.bits == 32;
+    return has_magic && !reader.Failed() && is_bilevel && header.kind <= kRgb &&
+           header.BitsOffset() < file.Size();
 }
 
 // A map of a picture of 24 or 32 bits holds the levels of each channel.
-static bool bReadColours(InputFile& objFile, const RasHeader& objHeader, RasColours& objColours)
+static bool ReadColours(InputFile& file, const RasHeader& header, RasColours& colours)
 {
     constexpr std::uint64_t kLongestMap = 3 * 65536;
-    const std::size_t nEntries =
-        std::min<std::uint64_t>(objHeader.nMapSize / 3, objHeader.nBits == 1 ? 2 : 256);
-    const bool bMap = objHeader.nMapKind == kMapOfColours && nEntries > 0;
-    objColours.lChannels = objHeader.nBits <= 8 ? 1 : 3;
-    objColours.bPlain = !bMap && objHeader.nBits != 1;
-    for (auto& aLevels : objColours.aLevels) {
-        for (std::size_t i = 0; i < aLevels.size(); ++i)
-            aLevels[i] = static_cast<std::uint8_t>(objHeader.nBits == 1 ? (i == 0 ? 255 : 0) : i);
+    const std::size_t entries = std::min<std::uint64_t>(header.map_size / 3, header.bits == 1 ? 2 : 256);
+    const bool has_map = header.map_kind == kMapOfColours && entries > 0;
+    colours.channels = header.bits <= 8 ? 1 : 3;
+    colours.plain = !has_map && header.bits != 1;
+    for (auto& levels : colours.levels) {
+        for (std::size_t i = 0; i < levels.size(); ++i)
+            levels[i] = static_cast<std::uint8_t>(header.bits == 1 ? (i == 0 ? 255 : 0) : i);
     }
-    if (!bMap)
+    if (!has_map)
         return true;
-    if (objHeader.nMapSize > kLongestMap)
+    if (header.map_size > kLongestMap)
         return false;
-    std::vector<std::uint8_t> aMap(objHeader.nMapSize);
-    if (objFile.ReadAt(kHeaderSize, aMap) != aMap.size())
+    std::vector<std::uint8_t> map(header.map_size);
+    if (file.ReadAt(kHeaderSize, map) != map.size())
         return false;
     for (std::size_t c = 0; c < 3; ++c) {
-        objColours.aLevels[2 - c].fill(0);
-        std::copy_n(aMap.begin() + static_cast<std::ptrdiff_t>(c * (objHeader.nMapSize / 3)), nEntries,
-                    objColours.aLevels[2 - c].begin());
+        colours.levels[2 - c].fill(0);
+        std::copy_n(map.begin() + static_cast<std::ptrdiff_t>(c * (header.map_size / 3)), entries,
+                    colours.levels[2 - c].begin());
     }
-    const bool bGrey =
-        objColours.aLevels[0] == objColours.aLevels[1] && objColours.aLevels[1] == objColours.aLevels[2];
-    if (objHeader.nBits <= 8 && !bGrey)
-        objColours.lChannels = 3;
+    const bool is_grey = colours.levels[0] == colours.levels[1] && colours.levels[1] == colours.levels[2];
+    if (header.bits <= 8 && !is_grey)
+        colours.channels = 3;
     return true;
 }
 
 // Indexes or levels of 1 and 8 bits.
-static void ConvertSmall(const RasHeader& objHeader, const RasColours& objColours, const std::uint8_t* pRow,
-                         std::uint8_t* pOut)
+static void ConvertSmall(const RasHeader& header, const RasColours& colours, const std::uint8_t* row,
+                         std::uint8_t* out)
 {
-    for (std::uint64_t x = 0; x < objHeader.nWidth; ++x) {
-        const std::uint32_t nIndex = objHeader.nBits == 8 ? pRow[x] : pRow[x / 8] >> (7 - x % 8) & 1;
-        for (std::int32_t c = 0; c < objColours.lChannels; ++c)
-            *pOut++ = objColours.aLevels[static_cast<std::size_t>(c)][nIndex];
+    for (std::uint64_t x = 0; x < header.width; ++x) {
+        const std::uint32_t index = header.bits == 8 ? row[x] : row[x / 8] >> (7 - x % 8) & 1;
+        for (std::int32_t c = 0; c < colours.channels; ++c)
+            *out++ = colours.levels[static_cast<std::size_t>(c)][index];
     }
 }
 
-static void ConvertColours(const RasHeader& objHeader, const RasColours& objColours, const std::uint8_t* pRow,
-                           std::uint8_t* pOut)
+static void ConvertColours(const RasHeader& header, const RasColours& colours, const std::uint8_t* row,
+                           std::uint8_t* out)
 {
-    const std::uint64_t nWidth = objHeader.nWidth;
-    const bool bRgb = objHeader.nKind == kRgb;
-    if (objHeader.nBits == 24 && bRgb) {
-        SwapRedAndBlue(pRow, pOut, nWidth);
-    } else if (objHeader.nBits == 24) {
-        std::memcpy(pOut, pRow, nWidth * 3);
+    const std::uint64_t width = header.width;
+    const bool is_rgb = header.kind == kRgb;
+    if (header.bits == 24 && is_rgb) {
+        SwapRedAndBlue(row, out, width);
+    } else if (header.bits == 24) {
+        std::memcpy(out, row, width * 3);
     } else {
         // The byte that fills a pixel up comes first.
-        for (std::uint64_t x = 0; x < nWidth; ++x)
-            std::memcpy(pOut + x * 3, pRow + x * 4 + 1, 3);
-        if (bRgb)
-            SwapRedAndBlue(pOut, pOut, nWidth);
+        for (std::uint64_t x = 0; x < width; ++x)
+            std::memcpy(out + x * 3, row + x * 4 + 1, 3);
+        if (is_rgb)
+            SwapRedAndBlue(out, out, width);
     }
-    for (std::uint64_t i = 0; !objColours.bPlain && i < nWidth * 3; ++i)
-        pOut[i] = objColours.aLevels[i % 3][pOut[i]];
+    for (std::uint64_t i = 0; !colours.plain && i < width * 3; ++i)
+        out[i] = colours.levels[i % 3][out[i]];
 }
 
-static void ConvertRow(const RasHeader& objHeader, const RasColours& objColours, const std::uint8_t* pRow,
-                       std::uint8_t* pOut)
+static void ConvertRow(const RasHeader& header, const RasColours& colours, const std::uint8_t* row,
+                       std::uint8_t* out)
 {
-    if (objHeader.nBits > 8)
-        ConvertColours(objHeader, objColours, pRow, pOut);
-    else if (objHeader.nBits == 8 && objColours.bPlain)
-        std::memcpy(pOut, pRow, objHeader.nWidth);
+    if (header.bits > 8)
+        ConvertColours(header, colours, row, out);
+    else if (header.bits == 8 && colours.plain)
+        std::memcpy(out, row, header.width);
     else
-        ConvertSmall(objHeader, objColours, pRow, pOut);
+        ConvertSmall(header, colours, row, out);
 }
 
 /// The bytes of the kind byte-encoded: 0x80 begins a run (count less 1, byte), 0x80 0 is the byte 0x80. Runs
@@ -146,142 +143,137 @@ static void ConvertRow(const RasHeader& objHeader, const RasColours& objColours,
 class RasRuns
 {
 public:
-    explicit RasRuns(Bytes aData) : m_aLeft(aData) {}
+    explicit RasRuns(Bytes data) : left_(data) {}
 
-    bool bNextRow(std::span<std::uint8_t> aRow)
+    bool NextRow(std::span<std::uint8_t> row)
     {
-        std::size_t nDone = 0;
-        while (nDone < aRow.size()) {
-            const std::size_t nRoom = aRow.size() - nDone;
-            if (m_nRun > 0) {
-                const std::size_t nCount = std::min(m_nRun, nRoom);
-                std::memset(aRow.data() + nDone, m_nRunValue, nCount);
-                nDone += nCount;
-                m_nRun -= nCount;
+        std::size_t done = 0;
+        while (done < row.size()) {
+            const std::size_t room = row.size() - done;
+            if (run_ > 0) {
+                const std::size_t count = std::min(run_, room);
+                std::memset(row.data() + done, run_value_, count);
+                done += count;
+                run_ -= count;
                 continue;
             }
-            const std::size_t nPlain = nBytesToEscape(nRoom);
-            std::copy_n(m_aLeft.begin(), nPlain, aRow.begin() + static_cast<std::ptrdiff_t>(nDone));
-            nDone += nPlain;
-            m_aLeft = m_aLeft.subspan(nPlain);
-            if (nDone < aRow.size() && !bTakeRun())
+            const std::size_t plain = BytesToEscape(room);
+            std::copy_n(left_.begin(), plain, row.begin() + static_cast<std::ptrdiff_t>(done));
+            done += plain;
+            left_ = left_.subspan(plain);
+            if (done < row.size() && !TakeRun())
                 return false;
         }
         return true;
     }
 
 private:
-    std::size_t nBytesToEscape(std::size_t nRoom) const
+    std::size_t BytesToEscape(std::size_t room) const
     {
-        const std::size_t nMost = std::min(m_aLeft.size(), nRoom);
-        if (nMost == 0)
+        const std::size_t max = std::min(left_.size(), room);
+        if (max == 0)
             return 0;
-        const void* pFound = std::memchr(m_aLeft.data(), kEscape, nMost);
-        return pFound ? static_cast<std::size_t>(static_cast<const std::uint8_t*>(pFound) - m_aLeft.data())
-                      : nMost;
+        const void* found = std::memchr(left_.data(), kEscape, max);
+        return found ? static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - left_.data()) : max;
     }
 
-    bool bTakeRun()
+    bool TakeRun()
     {
-        if (m_aLeft.size() < 2)
+        if (left_.size() < 2)
             return false;
-        const std::size_t nCode = m_aLeft[1];
-        if (nCode > 0 && m_aLeft.size() < 3)
+        const std::size_t code = left_[1];
+        if (code > 0 && left_.size() < 3)
             return false;
-        m_nRun = nCode + 1;
-        m_nRunValue = nCode > 0 ? m_aLeft[2] : kEscape;
-        m_aLeft = m_aLeft.subspan(nCode > 0 ? 3 : 2);
+        run_ = code + 1;
+        run_value_ = code > 0 ? left_[2] : kEscape;
+        left_ = left_.subspan(code > 0 ? 3 : 2);
         return true;
     }
 
-    Bytes m_aLeft;
-    std::size_t m_nRun = 0;
-    std::uint8_t m_nRunValue = 0;
+    Bytes left_;
+    std::size_t run_ = 0;
+    std::uint8_t run_value_ = 0;
 };
 
-static bool bDecodeRuns(InputFile& objFile, const RasHeader& objHeader, const RasColours& objColours,
-                        ImageBuffer& aImage)
+static bool DecodeRuns(InputFile& file, const RasHeader& header, const RasColours& colours,
+                       ImageBuffer& image)
 {
-    const Bytes aFile = objFile.All();
-    if (aFile.size() < objHeader.nBitsOffset())
+    const Bytes bytes = file.All();
+    if (bytes.size() < header.BitsOffset())
         return false;
-    const Bytes aData = aFile.subspan(objHeader.nBitsOffset());
+    const Bytes data = bytes.subspan(header.BitsOffset());
     // Three bytes hold 256 at most. The last row's filling may be missing.
-    const std::uint64_t nNeeded = objHeader.nStride() * (objHeader.nHeight - 1) + objHeader.nRowBytes();
-    if (nNeeded > (aData.size() + 2) / 3 * 256 ||
-        !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objColours.lChannels))
+    const std::uint64_t needed = header.Stride() * (header.height - 1) + header.RowBytes();
+    if (needed > (data.size() + 2) / 3 * 256 ||
+        !Allocate(image, header.width, header.height, colours.channels))
         return false;
-    RasRuns objRuns(aData);
-    std::vector<std::uint8_t> aRow(objHeader.nStride());
-    const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(objColours.lChannels);
-    for (std::uint64_t y = 0; y < objHeader.nHeight; ++y) {
-        const bool bLast = y + 1 == objHeader.nHeight;
-        if (!objRuns.bNextRow(std::span(aRow).first(bLast ? objHeader.nRowBytes() : aRow.size())))
+    RasRuns runs(data);
+    std::vector<std::uint8_t> row(header.Stride());
+    const std::uint64_t row_size = header.width * static_cast<std::uint64_t>(colours.channels);
+    for (std::uint64_t y = 0; y < header.height; ++y) {
+        const bool last = y + 1 == header.height;
+        if (!runs.NextRow(std::span(row).first(last ? header.RowBytes() : row.size())))
             return false;
-        ConvertRow(objHeader, objColours, aRow.data(), aImage.bytes.data() + y * nRowSize);
+        ConvertRow(header, colours, row.data(), image.bytes.data() + y * row_size);
     }
     return true;
 }
 
-static bool bDecodeRaw(InputFile& objFile, const RasHeader& objHeader, const RasColours& objColours,
-                       ImageBuffer& aImage)
+static bool DecodeRaw(InputFile& file, const RasHeader& header, const RasColours& colours, ImageBuffer& image)
 {
-    const StoredRows objStored{objHeader.nBitsOffset(), objHeader.nStride(), objHeader.nRowBytes(),
-                               objHeader.nHeight};
-    if (!HoldsRows(objFile, objStored) ||
-        !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objColours.lChannels))
+    const StoredRows stored{header.BitsOffset(), header.Stride(), header.RowBytes(), header.height};
+    if (!HoldsRows(file, stored) || !Allocate(image, header.width, header.height, colours.channels))
         return false;
-    const std::uint64_t nRowSize = objHeader.nWidth * static_cast<std::uint64_t>(objColours.lChannels);
-    return ReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
-        ConvertRow(objHeader, objColours, pRow, aImage.bytes.data() + y * nRowSize);
+    const std::uint64_t row_size = header.width * static_cast<std::uint64_t>(colours.channels);
+    return ReadRows(file, stored, [&](std::uint64_t y, const std::uint8_t* row) {
+        ConvertRow(header, colours, row, image.bytes.data() + y * row_size);
     });
 }
 
-static bool bDecode(InputFile& objFile, const RasHeader& objHeader, ImageBuffer& aImage)
+static bool Decode(InputFile& file, const RasHeader& header, ImageBuffer& image)
 {
-    RasColours objColours;
-    ImageBuffer aResult;
-    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight) || !bReadColours(objFile, objHeader, objColours))
+    RasColours colours;
+    ImageBuffer result;
+    if (!IsSizeAllowed(header.width, header.height) || !ReadColours(file, header, colours))
         return false;
-    if (!(objHeader.nKind == kByteEncoded ? bDecodeRuns(objFile, objHeader, objColours, aResult)
-                                          : bDecodeRaw(objFile, objHeader, objColours, aResult)))
+    if (!(header.kind == kByteEncoded ? DecodeRuns(file, header, colours, result)
+                                      : DecodeRaw(file, header, colours, result)))
         return false;
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }
 
-static std::unique_ptr<ImageDecoder> Open(InputFile& objFile)
+static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {
-    RasHeader objHeader;
-    if (!bReadHeader(objFile, objHeader))
+    RasHeader header;
+    if (!ReadHeader(file, header))
         return nullptr;
-    return pSinglePage(
-        [&objFile, objHeader](ImageBuffer& aImage) { return bDecode(objFile, objHeader, aImage); });
+    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
 }
 
-static bool bEncode(const ImageBuffer& aImage, const SaveSettings&, OutputFile& objOut)
+static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& out)
 {
-    const auto nHeight = static_cast<std::uint64_t>(aImage.height);
-    const std::uint64_t nRowSize =
-        static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.channels);
-    const std::uint64_t nStride = (nRowSize + 1) / 2 * 2;
-    if (nStride * nHeight > UINT32_MAX)  // the header's field for the size has 32 bits
+    const auto height = static_cast<std::uint64_t>(image.height);
+    const std::uint64_t row_size =
+        static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.channels);
+    const std::uint64_t stride = (row_size + 1) / 2 * 2;
+    if (stride * height > UINT32_MAX)  // the header's field for the size has 32 bits
         return false;
-    objOut.WriteU32Be(kMagic);
-    objOut.WriteU32Be(static_cast<std::uint32_t>(aImage.width));
-    objOut.WriteU32Be(static_cast<std::uint32_t>(aImage.height));
-    objOut.WriteU32Be(aImage.channels == 1 ? 8 : 24);
-    objOut.WriteU32Be(static_cast<std::uint32_t>(nStride * nHeight));
-    objOut.WriteU32Be(kStandard);
-    objOut.WriteU32Be(0);
-    objOut.WriteU32Be(0);
-    if (nStride == nRowSize)
-        return objOut.Write(aImage.bytes);
-    for (std::uint64_t y = 0; y < nHeight && !objOut.Failed(); ++y) {
-        objOut.Write(Bytes(aImage.bytes).subspan(y * nRowSize, nRowSize));
-        objOut.WriteU8(0);
+    out.WriteU32Be(kMagic);
+    out.WriteU32Be(static_cast<std::uint32_t>(image.width));
+    out.WriteU32Be(static_cast<std::uint32_t>(image.height));
+    out.WriteU32Be(image.channels == 1 ? 8 : 24);
+    out.WriteU32Be(static_cast<std::uint32_t>(stride * height));
+    out.WriteU32Be(kStandard);
+    out.WriteU32Be(0);
+    out.WriteU32Be(0);
+    if (stride == row_size)
+        return out.Write(image.bytes);
+    for (std::uint64_t y = 0; y < height && !out.Failed(); ++y) {
+        out.Write(Bytes(image.bytes).subspan(y * row_size, row_size));
+        out.WriteU8(0);
     }
-    return !objOut.Failed();
+    return !out.Failed();
 }
 
-const Codec codecRas{9, false, false, Sniff, Open, bEncode};
+const Codec kRasCodec{9, false, false, Sniff, Open, Encode};

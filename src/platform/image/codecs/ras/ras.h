@@ -8,4 +8,4 @@
 /// 1, and 8 bits are greys; a map that is no table of red, green and blue counts as none. The fourth byte of
 /// 32 bits is no alpha. Writes the kind standard without a map: 8 bits, or 24 bits in the order blue, green,
 /// red.
-extern const Codec codecRas;
+extern const Codec kRasCodec;
