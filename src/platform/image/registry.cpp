@@ -24,7 +24,7 @@ static const std::vector<const Codec*>& aTable()
     static const std::vector<const Codec*> aAll = {
         &kJpegCodec, &kPngCodec, &codecTiff, &kGifCodec, &kJ2kCodec, &kRasCodec, &kEmfCodec,
         &kWmfCodec,  &kAniCodec, &kBmpCodec, &kIcoCodec, &kCurCodec, &kPcxCodec,
-        &codecTga,  // goes by the extension, and so comes after all that have a signature
+        &kTgaCodec,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;
 }

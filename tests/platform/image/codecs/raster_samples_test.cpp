@@ -124,7 +124,7 @@ TEST_P(RasterSamples, OfOtherFormatsAreRefused)
 
 INSTANTIATE_TEST_SUITE_P(Formats, RasterSamples,
                          testing::Values(SampleFolder{"bmp", kBmpCodec}, SampleFolder{"pcx", kPcxCodec},
-                                         SampleFolder{"ras", kRasCodec}, SampleFolder{"tga", codecTga},
+                                         SampleFolder{"ras", kRasCodec}, SampleFolder{"tga", kTgaCodec},
                                          SampleFolder{"ico", kIcoCodec}, SampleFolder{"cur", kCurCodec},
                                          SampleFolder{"ani", kAniCodec}),
                          [](const auto& objInfo) { return std::string(objInfo.param.sFolder); });

@@ -121,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, RasterWrites,
                          testing::Values(Written{"bmp", kBmpCodec, "bmptopnm"},
                                          Written{"pcx", kPcxCodec, "pcxtoppm"},
                                          Written{"ras", kRasCodec, "rasttopnm"},
-                                         Written{"tga", codecTga, "tgatoppm"}),
+                                         Written{"tga", kTgaCodec, "tgatoppm"}),
                          [](const auto& objInfo) { return std::string(objInfo.param.sExtension); });
 
 // A picture of any small size whose pixels repeat more or less often.
@@ -176,5 +176,5 @@ RC_GTEST_PROP(RasterRoundTrip, RasGivesEveryPixelBack, ())
 
 RC_GTEST_PROP(RasterRoundTrip, TgaGivesEveryPixelBack, ())
 {
-    CheckRoundTrip(codecTga);
+    CheckRoundTrip(kTgaCodec);
 }

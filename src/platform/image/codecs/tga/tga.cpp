@@ -13,172 +13,167 @@
 #include "src/platform/image/pixels/pixel_rows.h"
 #include "src/platform/image/pixels/stored_rows.h"
 
-static bool Sniff(Bytes aHead, std::string_view sExtension)
+static bool Sniff(Bytes head, std::string_view extension)
 {
     static constexpr std::array<std::string_view, 5> kExtensions = {"tga", "targa", "vda", "icb", "vst"};
-    TgaHeader objHeader;
-    return std::find(kExtensions.begin(), kExtensions.end(), sExtension) != kExtensions.end() &&
-           bReadTgaHeader(aHead, objHeader);
+    TgaHeader header;
+    return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end() &&
+           ReadTgaHeader(head, header);
 }
 
 /// Turns stored rows into rows of the picture.
 class TgaPixels
 {
 public:
-    TgaPixels(const TgaHeader& objHeader, TgaAlpha eAlpha, std::vector<std::array<std::uint8_t, 4>> aMap)
-        : m_objHeader(objHeader), m_eAlpha(eAlpha), m_aMap(std::move(aMap))
+    TgaPixels(const TgaHeader& header, TgaAlpha alpha, std::vector<std::array<std::uint8_t, 4>> map)
+        : header_(header), alpha_(alpha), map_(std::move(map))
     {
-        const bool bGrey =
-            objHeader.eKind == TgaKind::kGrey || (objHeader.eKind == TgaKind::kMapped && bGreyMap());
-        m_lChannels = bHasAlpha() ? 4 : bGrey ? 1 : 3;
+        const bool is_grey =
+            header.kind == TgaKind::kGrey || (header.kind == TgaKind::kMapped && HasGreyMap());
+        channels_ = HasAlpha() ? 4 : is_grey ? 1 : 3;
     }
 
-    std::int32_t lChannels() const { return m_lChannels; }
+    std::int32_t Channels() const { return channels_; }
 
-    void Convert(const std::uint8_t* pIn, std::uint8_t* pOut) const
+    void Convert(const std::uint8_t* in, std::uint8_t* out) const
     {
-        const std::uint64_t nWidth = m_objHeader.nWidth;
-        const bool bPlain = m_objHeader.eKind != TgaKind::kMapped &&
-                            m_objHeader.nBits == static_cast<std::uint32_t>(m_lChannels) * 8;
-        if (bPlain)
-            std::memcpy(pOut, pIn, nWidth * m_objHeader.nPixelSize());
-        else if (m_objHeader.eKind == TgaKind::kTrueColour && m_objHeader.nBits == 32)
-            PackRowFromFourBytes(pIn, pOut, nWidth);
+        const std::uint64_t width = header_.width;
+        const bool plain =
+            header_.kind != TgaKind::kMapped && header_.bits == static_cast<std::uint32_t>(channels_) * 8;
+        if (plain)
+            std::memcpy(out, in, width * header_.PixelSize());
+        else if (header_.kind == TgaKind::kTrueColour && header_.bits == 32)
+            PackRowFromFourBytes(in, out, width);
         else
-            ConvertEach(pIn, pOut);
-        if (m_objHeader.bFromRight)
-            Mirror(pOut);
+            ConvertEach(in, out);
+        if (header_.from_right)
+            Mirror(out);
     }
 
 private:
-    bool bGreyMap() const
+    bool HasGreyMap() const
     {
-        return std::all_of(m_aMap.begin(), m_aMap.end(), [](const auto& aEntry) {
-            return aEntry[0] == aEntry[1] && aEntry[1] == aEntry[2];
-        });
+        return std::all_of(map_.begin(), map_.end(),
+                           [](const auto& entry) { return entry[0] == entry[1] && entry[1] == entry[2]; });
     }
 
-    bool bHasAlpha() const
+    bool HasAlpha() const
     {
-        if (m_eAlpha == TgaAlpha::kNone)
+        if (alpha_ == TgaAlpha::kNone)
             return false;
-        if (m_objHeader.eKind == TgaKind::kGrey)
-            return m_objHeader.nBits == 16;
-        const std::uint32_t nBits =
-            m_objHeader.eKind == TgaKind::kMapped ? m_objHeader.nMapBits : m_objHeader.nBits;
-        return nBits == 16 || nBits == 32;
+        if (header_.kind == TgaKind::kGrey)
+            return header_.bits == 16;
+        const std::uint32_t bits = header_.kind == TgaKind::kMapped ? header_.map_bits : header_.bits;
+        return bits == 16 || bits == 32;
     }
 
-    std::array<std::uint8_t, 4> aColourOf(const std::uint8_t* pStored) const
+    std::array<std::uint8_t, 4> ColourOf(const std::uint8_t* stored) const
     {
-        const std::uint32_t nBits = m_objHeader.nBits;
-        if (m_objHeader.eKind == TgaKind::kTrueColour)
-            return aTgaColour(pStored, nBits);
-        if (m_objHeader.eKind == TgaKind::kGrey)
-            return {pStored[0], pStored[0], pStored[0], nBits == 16 ? pStored[1] : std::uint8_t{255}};
-        const std::size_t nIndex = pStored[0] | (nBits == 16 ? static_cast<std::size_t>(pStored[1]) << 8 : 0);
-        return nIndex < m_aMap.size() ? m_aMap[nIndex] : std::array<std::uint8_t, 4>{0, 0, 0, 255};
+        const std::uint32_t bits = header_.bits;
+        if (header_.kind == TgaKind::kTrueColour)
+            return TgaColour(stored, bits);
+        if (header_.kind == TgaKind::kGrey)
+            return {stored[0], stored[0], stored[0], bits == 16 ? stored[1] : std::uint8_t{255}};
+        const std::size_t index = stored[0] | (bits == 16 ? static_cast<std::size_t>(stored[1]) << 8 : 0);
+        return index < map_.size() ? map_[index] : std::array<std::uint8_t, 4>{0, 0, 0, 255};
     }
 
-    void ConvertEach(const std::uint8_t* pIn, std::uint8_t* pOut) const
+    void ConvertEach(const std::uint8_t* in, std::uint8_t* out) const
     {
-        const std::uint32_t nSize = m_objHeader.nPixelSize();
-        for (std::uint64_t x = 0; x < m_objHeader.nWidth; ++x, pIn += nSize, pOut += m_lChannels) {
-            const std::array<std::uint8_t, 4> aColour = aColourOf(pIn);
-            std::memcpy(pOut, aColour.data(), static_cast<std::size_t>(m_lChannels));
+        const std::uint32_t size = header_.PixelSize();
+        for (std::uint64_t x = 0; x < header_.width; ++x, in += size, out += channels_) {
+            const std::array<std::uint8_t, 4> colour = ColourOf(in);
+            std::memcpy(out, colour.data(), static_cast<std::size_t>(channels_));
         }
     }
 
-    void Mirror(std::uint8_t* pRow) const
+    void Mirror(std::uint8_t* row) const
     {
-        const auto nSize = static_cast<std::size_t>(m_lChannels);
-        std::uint8_t* pLast = pRow + (m_objHeader.nWidth - 1) * nSize;
-        for (; pRow < pLast; pRow += nSize, pLast -= nSize)
-            std::swap_ranges(pRow, pRow + nSize, pLast);
+        const auto size = static_cast<std::size_t>(channels_);
+        std::uint8_t* last = row + (header_.width - 1) * size;
+        for (; row < last; row += size, last -= size)
+            std::swap_ranges(row, row + size, last);
     }
 
-    const TgaHeader& m_objHeader;
-    TgaAlpha m_eAlpha;
-    std::vector<std::array<std::uint8_t, 4>> m_aMap;
-    std::int32_t m_lChannels = 3;
+    const TgaHeader& header_;
+    TgaAlpha alpha_;
+    std::vector<std::array<std::uint8_t, 4>> map_;
+    std::int32_t channels_ = 3;
 };
 
-static std::uint8_t* pRowOf(const TgaHeader& objHeader, ImageBuffer& aImage, std::uint64_t nStored)
+static std::uint8_t* RowOf(const TgaHeader& header, ImageBuffer& image, std::uint64_t stored)
 {
-    const std::uint64_t y = objHeader.bFromTop ? nStored : objHeader.nHeight - 1 - nStored;
-    return aImage.bytes.data() + y * objHeader.nWidth * static_cast<std::uint64_t>(aImage.channels);
+    const std::uint64_t y = header.from_top ? stored : header.height - 1 - stored;
+    return image.bytes.data() + y * header.width * static_cast<std::uint64_t>(image.channels);
 }
 
-static bool bDecodePlain(InputFile& objFile, const TgaHeader& objHeader, const TgaPixels& objPixels,
-                         ImageBuffer& aImage)
+static bool DecodePlain(InputFile& file, const TgaHeader& header, const TgaPixels& pixels, ImageBuffer& image)
 {
-    const std::uint64_t nRowSize = objHeader.nWidth * objHeader.nPixelSize();
-    const StoredRows objStored{objHeader.nBitsOffset, nRowSize, nRowSize, objHeader.nHeight};
-    return HoldsRows(objFile, objStored) &&
-           Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objPixels.lChannels()) &&
-           ReadRows(objFile, objStored, [&](std::uint64_t y, const std::uint8_t* pRow) {
-               objPixels.Convert(pRow, pRowOf(objHeader, aImage, y));
+    const std::uint64_t row_size = header.width * header.PixelSize();
+    const StoredRows stored{header.bits_offset, row_size, row_size, header.height};
+    return HoldsRows(file, stored) && Allocate(image, header.width, header.height, pixels.Channels()) &&
+           ReadRows(file, stored, [&](std::uint64_t y, const std::uint8_t* row) {
+               pixels.Convert(row, RowOf(header, image, y));
            });
 }
 
-static bool bDecodePacked(InputFile& objFile, const TgaHeader& objHeader, const TgaPixels& objPixels,
-                          ImageBuffer& aImage)
+static bool DecodePacked(InputFile& file, const TgaHeader& header, const TgaPixels& pixels,
+                         ImageBuffer& image)
 {
-    const Bytes aFile = objFile.All();
-    if (aFile.size() < objHeader.nBitsOffset)
+    const Bytes bytes = file.All();
+    if (bytes.size() < header.bits_offset)
         return false;
-    const Bytes aData = aFile.subspan(objHeader.nBitsOffset);
-    const std::uint32_t nPixelSize = objHeader.nPixelSize();
-    if (objHeader.nWidth * objHeader.nHeight > (aData.size() / (1 + nPixelSize) + 1) * kTgaPacket ||
-        !Allocate(aImage, objHeader.nWidth, objHeader.nHeight, objPixels.lChannels()))
+    const Bytes data = bytes.subspan(header.bits_offset);
+    const std::uint32_t pixel_size = header.PixelSize();
+    if (header.width * header.height > (data.size() / (1 + pixel_size) + 1) * kTgaPacket ||
+        !Allocate(image, header.width, header.height, pixels.Channels()))
         return false;
-    TgaRuns objRuns(aData, nPixelSize);
-    std::vector<std::uint8_t> aRow(objHeader.nWidth * nPixelSize);
-    for (std::uint64_t y = 0; y < objHeader.nHeight; ++y) {
-        if (!objRuns.bNextRow(aRow))
+    TgaRuns runs(data, pixel_size);
+    std::vector<std::uint8_t> row(header.width * pixel_size);
+    for (std::uint64_t y = 0; y < header.height; ++y) {
+        if (!runs.NextRow(row))
             return false;
-        objPixels.Convert(aRow.data(), pRowOf(objHeader, aImage, y));
+        pixels.Convert(row.data(), RowOf(header, image, y));
     }
     return true;
 }
 
 // Colours that were multiplied by their alpha, divided again.
-static void Unmultiply(ImageBuffer& aImage)
+static void Unmultiply(ImageBuffer& image)
 {
-    for (std::size_t i = 0; i + 3 < aImage.bytes.size(); i += 4) {
-        const std::uint32_t nAlpha = aImage.bytes[i + 3];
-        for (std::size_t c = 0; c < 3 && nAlpha > 0; ++c)
-            aImage.bytes[i + c] = static_cast<std::uint8_t>(
-                std::min<std::uint32_t>((aImage.bytes[i + c] * 255u + nAlpha / 2) / nAlpha, 255));
+    for (std::size_t i = 0; i + 3 < image.bytes.size(); i += 4) {
+        const std::uint32_t alpha = image.bytes[i + 3];
+        for (std::size_t c = 0; c < 3 && alpha > 0; ++c)
+            image.bytes[i + c] = static_cast<std::uint8_t>(
+                std::min<std::uint32_t>((image.bytes[i + c] * 255u + alpha / 2) / alpha, 255));
     }
 }
 
-static bool bDecode(InputFile& objFile, const TgaHeader& objHeader, ImageBuffer& aImage)
+static bool Decode(InputFile& file, const TgaHeader& header, ImageBuffer& image)
 {
-    std::vector<std::array<std::uint8_t, 4>> aMap;
-    if (!IsSizeAllowed(objHeader.nWidth, objHeader.nHeight) ||
-        (objHeader.eKind == TgaKind::kMapped && !bReadTgaMap(objFile, objHeader, aMap)))
+    std::vector<std::array<std::uint8_t, 4>> map;
+    if (!IsSizeAllowed(header.width, header.height) ||
+        (header.kind == TgaKind::kMapped && !ReadTgaMap(file, header, map)))
         return false;
-    const TgaAlpha eAlpha = eTgaAlpha(objFile, objHeader);
-    const TgaPixels objPixels(objHeader, eAlpha, std::move(aMap));
-    ImageBuffer aResult;
-    if (!(objHeader.bPacked ? bDecodePacked(objFile, objHeader, objPixels, aResult)
-                            : bDecodePlain(objFile, objHeader, objPixels, aResult)))
+    const TgaAlpha alpha = ReadTgaAlpha(file, header);
+    const TgaPixels pixels(header, alpha, std::move(map));
+    ImageBuffer result;
+    if (!(header.packed ? DecodePacked(file, header, pixels, result)
+                        : DecodePlain(file, header, pixels, result)))
         return false;
-    DropUnsetAlpha(aResult);
-    if (aResult.channels == 4 && eAlpha == TgaAlpha::kPremultiplied)
-        Unmultiply(aResult);
-    aImage = std::move(aResult);
+    DropUnsetAlpha(result);
+    if (result.channels == 4 && alpha == TgaAlpha::kPremultiplied)
+        Unmultiply(result);
+    image = std::move(result);
     return true;
 }
 
-static std::unique_ptr<ImageDecoder> Open(InputFile& objFile)
+static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {
-    TgaHeader objHeader;
-    if (!bReadTgaHeader(objFile.Head(), objHeader))
+    TgaHeader header;
+    if (!ReadTgaHeader(file.Head(), header))
         return nullptr;
-    return pSinglePage(
-        [&objFile, objHeader](ImageBuffer& aImage) { return bDecode(objFile, objHeader, aImage); });
+    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
 }
 
-const Codec codecTga{10, true, false, Sniff, Open, bEncodeTga};
+const Codec kTgaCodec{10, true, false, Sniff, Open, EncodeTga};

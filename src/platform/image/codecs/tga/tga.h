@@ -11,4 +11,4 @@
 ///
 /// Writes from the top left corner; run-length encoded where that takes at least a fifth off (see
 /// tga_encode.h).
-extern const Codec codecTga;
+extern const Codec kTgaCodec;

@@ -13,59 +13,59 @@ static constexpr std::uint8_t kGrey = 3;
 static constexpr std::uint8_t kPacked = 8;  // added to the kind
 static constexpr std::uint8_t kFromTop = 32;
 
-static Bytes aRowOf(const ImageBuffer& aImage, std::size_t y)
+static Bytes RowOf(const ImageBuffer& image, std::size_t y)
 {
-    const std::size_t nRowSize =
-        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
-    return Bytes(aImage.bytes).subspan(y * nRowSize, nRowSize);
+    const std::size_t row_size =
+        static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
+    return Bytes(image.bytes).subspan(y * row_size, row_size);
 }
 
 // Packs up to 64 rows from all over the picture.
-static bool bWorthPacking(const ImageBuffer& aImage, std::vector<std::uint8_t>& aPacked)
+static bool IsWorthPacking(const ImageBuffer& image, std::vector<std::uint8_t>& packed)
 {
-    const auto nHeight = static_cast<std::size_t>(aImage.height);
-    const std::size_t nStep = std::max<std::size_t>(nHeight / 64, 1);
-    std::uint64_t nPlain = 0;
-    std::uint64_t nPacked = 0;
-    for (std::size_t y = nStep / 2; y < nHeight; y += nStep) {
-        const Bytes aRow = aRowOf(aImage, y);
-        nPlain += aRow.size();
-        nPacked += nPackTgaRow(aRow, static_cast<std::size_t>(aImage.channels), aPacked.data());
+    const auto height = static_cast<std::size_t>(image.height);
+    const std::size_t step = std::max<std::size_t>(height / 64, 1);
+    std::uint64_t plain = 0;
+    std::uint64_t packed_size = 0;
+    for (std::size_t y = step / 2; y < height; y += step) {
+        const Bytes row = RowOf(image, y);
+        plain += row.size();
+        packed_size += PackTgaRow(row, static_cast<std::size_t>(image.channels), packed.data());
     }
-    return nPacked * 5 <= nPlain * 4;
+    return packed_size * 5 <= plain * 4;
 }
 
-static void WriteHeader(const ImageBuffer& aImage, bool bPacked, OutputFile& objOut)
+static void WriteHeader(const ImageBuffer& image, bool packed, OutputFile& out)
 {
-    const std::uint8_t nKind = aImage.channels == 1 ? kGrey : kTrueColour;
-    objOut.WriteU8(0);
-    objOut.WriteU8(0);
-    objOut.WriteU8(bPacked ? nKind | kPacked : nKind);
-    objOut.Write(std::array<std::uint8_t, 9>{});  // no colour map, at no place of a screen
-    objOut.WriteU16Le(static_cast<std::uint16_t>(aImage.width));
-    objOut.WriteU16Le(static_cast<std::uint16_t>(aImage.height));
-    objOut.WriteU8(static_cast<std::uint8_t>(aImage.channels * 8));
-    objOut.WriteU8(aImage.channels == 4 ? kFromTop | 8 : kFromTop);
+    const std::uint8_t kind = image.channels == 1 ? kGrey : kTrueColour;
+    out.WriteU8(0);
+    out.WriteU8(0);
+    out.WriteU8(packed ? kind | kPacked : kind);
+    out.Write(std::array<std::uint8_t, 9>{});  // no colour map, at no place of a screen
+    out.WriteU16Le(static_cast<std::uint16_t>(image.width));
+    out.WriteU16Le(static_cast<std::uint16_t>(image.height));
+    out.WriteU8(static_cast<std::uint8_t>(image.channels * 8));
+    out.WriteU8(image.channels == 4 ? kFromTop | 8 : kFromTop);
 }
 
-bool bEncodeTga(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
+bool EncodeTga(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    std::vector<std::uint8_t> aPacked(nMostPackedTga(static_cast<std::size_t>(aImage.width), nChannels));
-    const bool bPacked = bWorthPacking(aImage, aPacked);
-    WriteHeader(aImage, bPacked, objOut);
-    if (!bPacked)
-        objOut.Write(aImage.bytes);
-    for (std::size_t y = 0; bPacked && y < static_cast<std::size_t>(aImage.height) && !objOut.Failed(); ++y)
-        objOut.Write(Bytes(aPacked).first(nPackTgaRow(aRowOf(aImage, y), nChannels, aPacked.data())));
+    const auto channels = static_cast<std::size_t>(image.channels);
+    std::vector<std::uint8_t> packed(MaxPackedTgaSize(static_cast<std::size_t>(image.width), channels));
+    const bool packs = IsWorthPacking(image, packed);
+    WriteHeader(image, packs, out);
+    if (!packs)
+        out.Write(image.bytes);
+    for (std::size_t y = 0; packs && y < static_cast<std::size_t>(image.height) && !out.Failed(); ++y)
+        out.Write(Bytes(packed).first(PackTgaRow(RowOf(image, y), channels, packed.data())));
 
     // The footer can't point to what lies beyond 4 GB: then there is no area.
-    const std::uint64_t nEnd = objOut.Position();
-    const bool bExtension = nEnd <= UINT32_MAX;
-    if (bExtension)
-        objOut.Write(aTgaExtension(objSettings.objTexts, nChannels == 4));
-    objOut.WriteU32Le(bExtension ? static_cast<std::uint32_t>(nEnd) : 0);
-    objOut.WriteU32Le(0);  // no developer area
-    objOut.Write({reinterpret_cast<const std::uint8_t*>(kTgaSignature.data()), kTgaSignature.size()});
-    return !objOut.Failed();
+    const std::uint64_t end = out.Position();
+    const bool has_extension = end <= UINT32_MAX;
+    if (has_extension)
+        out.Write(TgaExtension(settings.objTexts, channels == 4));
+    out.WriteU32Le(has_extension ? static_cast<std::uint32_t>(end) : 0);
+    out.WriteU32Le(0);  // no developer area
+    out.Write({reinterpret_cast<const std::uint8_t*>(kTgaSignature.data()), kTgaSignature.size()});
+    return !out.Failed();
 }

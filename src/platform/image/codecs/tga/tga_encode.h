@@ -8,4 +8,4 @@
 /// and footer follow. Size against speed: a few rows are packed for trial, and the picture is run-length
 /// encoded if they became smaller by a fifth. Photographs don't, and go out in one write as they lie in
 /// memory; drawings and scans do.
-bool bEncodeTga(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut);
+bool EncodeTga(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

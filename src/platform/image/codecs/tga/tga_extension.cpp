@@ -22,74 +22,74 @@ static constexpr std::size_t kSoftwareVersion = 467;
 
 static constexpr std::uint8_t kUsefulAlpha = 3;
 
-static void PutU16(std::span<std::uint8_t> aPlace, std::size_t nValue)
+static void PutU16(std::span<std::uint8_t> place, std::size_t value)
 {
-    aPlace[0] = static_cast<std::uint8_t>(nValue);
-    aPlace[1] = static_cast<std::uint8_t>(nValue >> 8);
+    place[0] = static_cast<std::uint8_t>(value);
+    place[1] = static_cast<std::uint8_t>(value >> 8);
 }
 
-// The most of sText that fits in nRoom bytes without cutting a character in two.
-static std::string_view sFitting(std::string_view sText, std::size_t nRoom)
+// The most of text that fits in room bytes without cutting a character in two.
+static std::string_view FittingPart(std::string_view text, std::size_t room)
 {
-    if (sText.size() <= nRoom)
-        return sText;
-    while (nRoom > 0 && (static_cast<unsigned char>(sText[nRoom]) & 0xC0) == 0x80)
-        --nRoom;
-    return sText.substr(0, nRoom);
+    if (text.size() <= room)
+        return text;
+    while (room > 0 && (static_cast<unsigned char>(text[room]) & 0xC0) == 0x80)
+        --room;
+    return text.substr(0, room);
 }
 
-static void PutText(std::span<std::uint8_t> aField, std::string_view sText)
+static void PutText(std::span<std::uint8_t> field, std::string_view text)
 {
-    const std::string_view sPut = sFitting(sText, aField.size() - 1);
-    std::copy(sPut.begin(), sPut.end(), aField.begin());
+    const std::string_view put = FittingPart(text, field.size() - 1);
+    std::copy(put.begin(), put.end(), field.begin());
 }
 
-// Puts sText into the lines from nLine on and moves nLine behind it; what doesn't fit is left out.
-static void PutLines(std::span<std::uint8_t> aComments, std::string_view sText, std::size_t& nLine)
+// Puts text into the lines from line_index on and moves line_index behind it; what doesn't fit is left out.
+static void PutLines(std::span<std::uint8_t> comments, std::string_view text, std::size_t& line_index)
 {
-    for (; !sText.empty() && nLine < kCommentLines; ++nLine) {
-        const std::size_t nBreak = std::min(sText.find('\n'), sText.size());
-        const std::string_view sLine = sFitting(sText.substr(0, nBreak), kCommentLine - 1);
-        PutText(aComments.subspan(nLine * kCommentLine, kCommentLine), sLine);
-        sText.remove_prefix(sLine.size() == nBreak ? std::min(nBreak + 1, sText.size())
-                                                   : std::max<std::size_t>(sLine.size(), 1));
+    for (; !text.empty() && line_index < kCommentLines; ++line_index) {
+        const std::size_t line_break = std::min(text.find('\n'), text.size());
+        const std::string_view line = FittingPart(text.substr(0, line_break), kCommentLine - 1);
+        PutText(comments.subspan(line_index * kCommentLine, kCommentLine), line);
+        text.remove_prefix(line.size() == line_break ? std::min(line_break + 1, text.size())
+                                                     : std::max<std::size_t>(line.size(), 1));
     }
 }
 
 // Month, day, year, hour, minute, second.
-static void PutDate(std::span<std::uint8_t> aField, const std::string& sDateTime)
+static void PutDate(std::span<std::uint8_t> field, const std::string& date_time)
 {
-    const std::string sDate = ExifDate(sDateTime);
+    const std::string date = ExifDate(date_time);
     static constexpr std::string_view kForm = "dddd:dd:dd dd:dd:dd";
-    const bool bDate = sDate.size() == kForm.size() &&
-                       std::equal(kForm.begin(), kForm.end(), sDate.begin(), [](char cForm, char cDate) {
-                           return cForm == 'd' ? cDate >= '0' && cDate <= '9' : cForm == cDate;
+    const bool valid = date.size() == kForm.size() &&
+                       std::equal(kForm.begin(), kForm.end(), date.begin(), [](char form, char character) {
+                           return form == 'd' ? character >= '0' && character <= '9' : form == character;
                        });
-    if (!bDate)
+    if (!valid)
         return;
     static constexpr std::array<std::size_t, 6> kFrom = {5, 8, 0, 11, 14, 17};
     for (std::size_t i = 0; i < kFrom.size(); ++i) {
-        std::size_t nNumber = 0;
-        std::from_chars(sDate.data() + kFrom[i], sDate.data() + kFrom[i] + (kFrom[i] == 0 ? 4 : 2), nNumber);
-        PutU16(aField.subspan(i * 2, 2), nNumber);
+        std::size_t number = 0;
+        std::from_chars(date.data() + kFrom[i], date.data() + kFrom[i] + (kFrom[i] == 0 ? 4 : 2), number);
+        PutU16(field.subspan(i * 2, 2), number);
     }
 }
 
-std::array<std::uint8_t, kTgaExtensionSize> aTgaExtension(const ImageInfoTexts& objTexts, bool bAlpha)
+std::array<std::uint8_t, kTgaExtensionSize> TgaExtension(const ImageInfoTexts& texts, bool has_alpha)
 {
-    std::array<std::uint8_t, kTgaExtensionSize> aArea{};
-    const std::span<std::uint8_t> aAll(aArea);
-    PutU16(aAll, kTgaExtensionSize);
-    PutText(aAll.subspan(kAuthor, kShortText), objTexts.sAuthor);
-    std::size_t nLine = 0;
-    const auto aComments = aAll.subspan(kComments, kCommentLines * kCommentLine);
-    PutLines(aComments, objTexts.sTitle, nLine);
-    PutLines(aComments, objTexts.sDescription, nLine);
-    PutDate(aAll.subspan(kDate, 12), objTexts.sDateTime);
-    PutText(aAll.subspan(kJobName, kShortText), objTexts.sTitle);
-    PutText(aAll.subspan(kSoftware, kShortText), "Varnel");
-    PutU16(aAll.subspan(kSoftwareVersion, 2), 100);  // hundredths
-    aArea[kSoftwareVersion + 2] = ' ';
-    aArea.back() = bAlpha ? kUsefulAlpha : 0;
-    return aArea;
+    std::array<std::uint8_t, kTgaExtensionSize> area{};
+    const std::span<std::uint8_t> all(area);
+    PutU16(all, kTgaExtensionSize);
+    PutText(all.subspan(kAuthor, kShortText), texts.sAuthor);
+    std::size_t line = 0;
+    const auto comments = all.subspan(kComments, kCommentLines * kCommentLine);
+    PutLines(comments, texts.sTitle, line);
+    PutLines(comments, texts.sDescription, line);
+    PutDate(all.subspan(kDate, 12), texts.sDateTime);
+    PutText(all.subspan(kJobName, kShortText), texts.sTitle);
+    PutText(all.subspan(kSoftware, kShortText), "Varnel");
+    PutU16(all.subspan(kSoftwareVersion, 2), 100);  // hundredths
+    area[kSoftwareVersion + 2] = ' ';
+    area.back() = has_alpha ? kUsefulAlpha : 0;
+    return area;
 }

@@ -11,4 +11,4 @@
 /// The area for a picture with or without alpha. The author goes to the author's name; title and description,
 /// in lines of 80, to the four comment lines; the title also to the job's name; the date, if it is one, to
 /// the date stamp. Texts are UTF-8, cut to their fields between two characters.
-std::array<std::uint8_t, kTgaExtensionSize> aTgaExtension(const ImageInfoTexts& objTexts, bool bAlpha);
+std::array<std::uint8_t, kTgaExtensionSize> TgaExtension(const ImageInfoTexts& texts, bool has_alpha);

@@ -5,93 +5,92 @@
 
 static constexpr std::uint32_t kPackedKind = 8;  // added to the number of the plain kind
 
-static bool bKindOf(std::uint32_t nKind, TgaKind& eKind)
+static bool ReadKind(std::uint32_t code, TgaKind& kind)
 {
-    switch (nKind & ~kPackedKind) {
+    switch (code & ~kPackedKind) {
         case 1:
-            eKind = TgaKind::kMapped;
+            kind = TgaKind::kMapped;
             return true;
         case 2:
-            eKind = TgaKind::kTrueColour;
+            kind = TgaKind::kTrueColour;
             return true;
         case 3:
-            eKind = TgaKind::kGrey;
+            kind = TgaKind::kGrey;
             return true;
         default:
             return false;
     }
 }
 
-static bool bColourDepth(std::uint32_t nBits)
+static bool IsColourDepth(std::uint32_t bits)
 {
-    return nBits == 15 || nBits == 16 || nBits == 24 || nBits == 32;
+    return bits == 15 || bits == 16 || bits == 24 || bits == 32;
 }
 
-static bool bDepthFits(const TgaHeader& objHeader)
+static bool DepthFits(const TgaHeader& header)
 {
-    if (objHeader.eKind == TgaKind::kTrueColour)
-        return bColourDepth(objHeader.nBits);
-    return objHeader.nBits == 8 || objHeader.nBits == 16;
+    if (header.kind == TgaKind::kTrueColour)
+        return IsColourDepth(header.bits);
+    return header.bits == 8 || header.bits == 16;
 }
 
-bool bReadTgaHeader(Bytes aHead, TgaHeader& objHeader)
+bool ReadTgaHeader(Bytes head, TgaHeader& header)
 {
-    TgaHeader objResult;
-    ByteReader rd(aHead);
-    const std::uint32_t nIdLength = rd.U8();
-    const std::uint32_t nMapKind = rd.U8();
-    const std::uint32_t nKind = rd.U8();
-    objResult.nMapFirst = rd.U16Le();
-    objResult.nMapLength = rd.U16Le();
-    objResult.nMapBits = rd.U8();
-    rd.U32Le();  // where on a screen the picture was
-    objResult.nWidth = rd.U16Le();
-    objResult.nHeight = rd.U16Le();
-    objResult.nBits = rd.U8();
-    const std::uint32_t nDescriptor = rd.U8();
-    if (rd.Failed() || nMapKind > 1 || nKind > 11 || !bKindOf(nKind, objResult.eKind))
+    TgaHeader result;
+    ByteReader reader(head);
+    const std::uint32_t id_length = reader.U8();
+    const std::uint32_t map_kind = reader.U8();
+    const std::uint32_t kind = reader.U8();
+    result.map_first = reader.U16Le();
+    result.map_length = reader.U16Le();
+    result.map_bits = reader.U8();
+    reader.U32Le();  // where on a screen the picture was
+    result.width = reader.U16Le();
+    result.height = reader.U16Le();
+    result.bits = reader.U8();
+    const std::uint32_t descriptor = reader.U8();
+    if (reader.Failed() || map_kind > 1 || kind > 11 || !ReadKind(kind, result.kind))
         return false;
-    objResult.bPacked = (nKind & kPackedKind) != 0;
-    objResult.nAlphaBits = nDescriptor & 15;
-    objResult.bFromRight = (nDescriptor & 16) != 0;
-    objResult.bFromTop = (nDescriptor & 32) != 0;
-    const bool bInterleaved = (nDescriptor & 0xC0) != 0;
-    if (!bDepthFits(objResult) || bInterleaved || objResult.nWidth == 0 || objResult.nHeight == 0)
+    result.packed = (kind & kPackedKind) != 0;
+    result.alpha_bits = descriptor & 15;
+    result.from_right = (descriptor & 16) != 0;
+    result.from_top = (descriptor & 32) != 0;
+    const bool interleaved = (descriptor & 0xC0) != 0;
+    if (!DepthFits(result) || interleaved || result.width == 0 || result.height == 0)
         return false;
-    if (nMapKind == 0) {
-        objResult.nMapFirst = objResult.nMapLength = objResult.nMapBits = 0;
-    } else if (!bColourDepth(objResult.nMapBits)) {
+    if (map_kind == 0) {
+        result.map_first = result.map_length = result.map_bits = 0;
+    } else if (!IsColourDepth(result.map_bits)) {
         return false;
     }
-    if (objResult.eKind == TgaKind::kMapped && objResult.nMapLength == 0)
+    if (result.kind == TgaKind::kMapped && result.map_length == 0)
         return false;
-    objResult.nMapOffset = kTgaHeaderSize + nIdLength;
-    objResult.nBitsOffset =
-        objResult.nMapOffset + std::uint64_t{objResult.nMapLength} * ((objResult.nMapBits + 7) / 8);
-    objHeader = objResult;
+    result.map_offset = kTgaHeaderSize + id_length;
+    result.bits_offset = result.map_offset + std::uint64_t{result.map_length} * ((result.map_bits + 7) / 8);
+    header = result;
     return true;
 }
 
 // The extension area's byte for the kind of alpha; 0 to 4 mean something, and -1 is no area.
-static int lAttributesType(InputFile& objFile)
+static int AttributesType(InputFile& file)
 {
-    std::array<std::uint8_t, kTgaFooterSize> aFooter{};
-    if (objFile.Size() < kTgaHeaderSize + kTgaFooterSize)
+    std::array<std::uint8_t, kTgaFooterSize> footer{};
+    if (file.Size() < kTgaHeaderSize + kTgaFooterSize)
         return -1;
-    if (objFile.ReadAt(objFile.Size() - kTgaFooterSize, aFooter) != aFooter.size() ||
-        !std::equal(kTgaSignature.begin(), kTgaSignature.end(), aFooter.begin() + 8))
+    if (file.ReadAt(file.Size() - kTgaFooterSize, footer) != footer.size() ||
+        !std::equal(kTgaSignature.begin(), kTgaSignature.end(), footer.begin() + 8))
         return -1;
-    const std::uint64_t nExtension = ByteReader(aFooter).U32Le();
-    std::array<std::uint8_t, kTgaExtensionSize> aExtension{};
-    if (nExtension < kTgaHeaderSize || objFile.ReadAt(nExtension, aExtension) != aExtension.size() ||
-        ByteReader(aExtension).U16Le() < kTgaExtensionSize)
+    const std::uint64_t extension_offset = ByteReader(footer).U32Le();
+    std::array<std::uint8_t, kTgaExtensionSize> extension{};
+    if (extension_offset < kTgaHeaderSize || file.ReadAt(extension_offset, extension) != extension.size() ||
+        ByteReader(extension).U16Le() < kTgaExtensionSize)
         return -1;
-    return aExtension.back();
+    return extension.back();
 }
 
-TgaAlpha eTgaAlpha(InputFile& objFile, const TgaHeader& objHeader)
+TgaAlpha ReadTgaAlpha(InputFile& file, const TgaHeader& header)
 {
-    switch (lAttributesType(objFile)) {
+    switch (AttributesType(file)) {
         case 0:  // none
         case 1:  // undefined, to be ignored
         case 2:  // undefined, to be kept
@@ -102,33 +101,32 @@ TgaAlpha eTgaAlpha(InputFile& objFile, const TgaHeader& objHeader)
             return TgaAlpha::kPremultiplied;
         default: {
             // Programs in use write 32 bits with alpha and count none in the descriptor.
-            const bool bFourBytes = objHeader.nBits == 32 || objHeader.nMapBits == 32;
-            return objHeader.nAlphaBits > 0 || bFourBytes ? TgaAlpha::kStraight : TgaAlpha::kNone;
+            const bool four_bytes = header.bits == 32 || header.map_bits == 32;
+            return header.alpha_bits > 0 || four_bytes ? TgaAlpha::kStraight : TgaAlpha::kNone;
         }
     }
 }
 
-std::array<std::uint8_t, 4> aTgaColour(const std::uint8_t* pStored, std::uint32_t nBits)
+std::array<std::uint8_t, 4> TgaColour(const std::uint8_t* stored, std::uint32_t bits)
 {
-    if (nBits >= 24)
-        return {pStored[0], pStored[1], pStored[2], nBits == 32 ? pStored[3] : std::uint8_t{255}};
-    const std::uint32_t nColour = pStored[0] | static_cast<std::uint32_t>(pStored[1]) << 8;
-    const auto nLevel = [nColour](std::uint32_t nShift) {
-        return static_cast<std::uint8_t>(((nColour >> nShift & 31) * 255 + 15) / 31);
+    if (bits >= 24)
+        return {stored[0], stored[1], stored[2], bits == 32 ? stored[3] : std::uint8_t{255}};
+    const std::uint32_t colour = stored[0] | static_cast<std::uint32_t>(stored[1]) << 8;
+    const auto level = [colour](std::uint32_t shift) {
+        return static_cast<std::uint8_t>(((colour >> shift & 31) * 255 + 15) / 31);
     };
-    const bool bOpaque = nBits == 15 || (nColour & 0x8000) != 0;
-    return {nLevel(0), nLevel(5), nLevel(10), bOpaque ? std::uint8_t{255} : std::uint8_t{0}};
+    const bool opaque = bits == 15 || (colour & 0x8000) != 0;
+    return {level(0), level(5), level(10), opaque ? std::uint8_t{255} : std::uint8_t{0}};
 }
 
-bool bReadTgaMap(InputFile& objFile, const TgaHeader& objHeader,
-                 std::vector<std::array<std::uint8_t, 4>>& aMap)
+bool ReadTgaMap(InputFile& file, const TgaHeader& header, std::vector<std::array<std::uint8_t, 4>>& map)
 {
-    const std::size_t nEntrySize = (objHeader.nMapBits + 7) / 8;
-    std::vector<std::uint8_t> aStored(objHeader.nMapLength * nEntrySize);
-    if (objFile.ReadAt(objHeader.nMapOffset, aStored) != aStored.size())
+    const std::size_t entry_size = (header.map_bits + 7) / 8;
+    std::vector<std::uint8_t> stored(header.map_length * entry_size);
+    if (file.ReadAt(header.map_offset, stored) != stored.size())
         return false;
-    aMap.assign(objHeader.nMapFirst, {0, 0, 0, 255});
-    for (std::size_t i = 0; i < objHeader.nMapLength; ++i)
-        aMap.push_back(aTgaColour(aStored.data() + i * nEntrySize, objHeader.nMapBits));
+    map.assign(header.map_first, {0, 0, 0, 255});
+    for (std::size_t i = 0; i < header.map_length; ++i)
+        map.push_back(TgaColour(stored.data() + i * entry_size, header.map_bits));
     return true;
 }

@@ -6,98 +6,98 @@
 
 static constexpr std::uint8_t kRepeatMark = 0x80;
 
-bool TgaRuns::bNextRow(std::span<std::uint8_t> aRow)
+bool TgaRuns::NextRow(std::span<std::uint8_t> row)
 {
-    std::uint8_t* pOut = aRow.data();
-    std::size_t nRoom = aRow.size() / m_nPixelSize;
-    while (nRoom > 0) {
-        if (m_nPixelsLeft == 0) {
-            if (m_aLeft.empty())
+    std::uint8_t* out = row.data();
+    std::size_t room = row.size() / pixel_size_;
+    while (room > 0) {
+        if (pixels_left_ == 0) {
+            if (left_.empty())
                 return false;
-            m_bRepeats = (m_aLeft[0] & kRepeatMark) != 0;
-            m_nPixelsLeft = (m_aLeft[0] & 0x7Fu) + 1;
-            m_aLeft = m_aLeft.subspan(1);
+            repeats_ = (left_[0] & kRepeatMark) != 0;
+            pixels_left_ = (left_[0] & 0x7Fu) + 1;
+            left_ = left_.subspan(1);
         }
-        const std::size_t nPixels = std::min(nRoom, m_nPixelsLeft);
-        const std::size_t nStored = m_bRepeats ? m_nPixelSize : nPixels * m_nPixelSize;
-        if (m_aLeft.size() < nStored)
+        const std::size_t pixels = std::min(room, pixels_left_);
+        const std::size_t stored = repeats_ ? pixel_size_ : pixels * pixel_size_;
+        if (left_.size() < stored)
             return false;
-        if (!m_bRepeats) {
-            std::memcpy(pOut, m_aLeft.data(), nStored);
-        } else if (m_nPixelSize == 1) {
-            std::memset(pOut, m_aLeft[0], nPixels);
+        if (!repeats_) {
+            std::memcpy(out, left_.data(), stored);
+        } else if (pixel_size_ == 1) {
+            std::memset(out, left_[0], pixels);
         } else {
-            for (std::size_t i = 0; i < nPixels; ++i)
-                std::memcpy(pOut + i * m_nPixelSize, m_aLeft.data(), m_nPixelSize);
+            for (std::size_t i = 0; i < pixels; ++i)
+                std::memcpy(out + i * pixel_size_, left_.data(), pixel_size_);
         }
-        pOut += nPixels * m_nPixelSize;
-        nRoom -= nPixels;
-        m_nPixelsLeft -= nPixels;
+        out += pixels * pixel_size_;
+        room -= pixels;
+        pixels_left_ -= pixels;
         // The pixel of a repetition that goes on in the next row stays to be read again.
-        if (!m_bRepeats || m_nPixelsLeft == 0)
-            m_aLeft = m_aLeft.subspan(nStored);
+        if (!repeats_ || pixels_left_ == 0)
+            left_ = left_.subspan(stored);
     }
     return true;
 }
 
-std::size_t nMostPackedTga(std::size_t nPixels, std::size_t nPixelSize)
+std::size_t MaxPackedTgaSize(std::size_t pixels, std::size_t pixel_size)
 {
     // A repetition saves at least the two heads that it costs, so that only full plain packets add to the
     // size.
-    return nPixels * nPixelSize + nPixels / kTgaPacket + 1;
+    return pixels * pixel_size + pixels / kTgaPacket + 1;
 }
 
 // A constant size, so that the comparisons below become one or two loads.
-template <std::size_t nSize>
-static bool bSame(const std::uint8_t* pPixel)
+template <std::size_t kSize>
+static bool IsSame(const std::uint8_t* pixel)
 {
-    return std::memcmp(pPixel, pPixel + nSize, nSize) == 0;
+    return std::memcmp(pixel, pixel + kSize, kSize) == 0;
 }
 
-template <std::size_t nSize>
-static std::size_t nPack(const std::uint8_t* pIn, std::size_t nPixels, std::uint8_t* pOut)
+template <std::size_t kSize>
+static std::size_t Pack(const std::uint8_t* in, std::size_t pixels, std::uint8_t* out)
 {
     // Two equal pixels of one byte are no gain inside other ones: they cost a new head afterwards.
-    constexpr std::size_t kWorth = nSize == 1 ? 3 : 2;
-    const std::uint8_t* const pStart = pOut;
-    const auto nRunAt = [&](std::size_t x) {
-        const std::size_t nLimit = std::min(nPixels - x, kTgaPacket);
-        std::size_t nRun = 1;
-        while (nRun < nLimit && bSame<nSize>(pIn + (x + nRun - 1) * nSize))
-            ++nRun;
-        return nRun;
+    constexpr std::size_t kWorth = kSize == 1 ? 3 : 2;
+    const std::uint8_t* const start = out;
+    const auto run_at = [&](std::size_t x) {
+        const std::size_t limit = std::min(pixels - x, kTgaPacket);
+        std::size_t run = 1;
+        while (run < limit && IsSame<kSize>(in + (x + run - 1) * kSize))
+            ++run;
+        return run;
     };
-    for (std::size_t x = 0; x < nPixels;) {
-        std::size_t nRun = nRunAt(x);
-        if (nRun >= kWorth) {
-            *pOut++ = static_cast<std::uint8_t>(kRepeatMark | (nRun - 1));
-            std::memcpy(pOut, pIn + x * nSize, nSize);
-            pOut += nSize;
-            x += nRun;
+    for (std::size_t x = 0; x < pixels;) {
+        std::size_t run = run_at(x);
+        if (run >= kWorth) {
+            *out++ = static_cast<std::uint8_t>(kRepeatMark | (run - 1));
+            std::memcpy(out, in + x * kSize, kSize);
+            out += kSize;
+            x += run;
             continue;
         }
-        std::size_t nPlain = nRun;
-        while (x + nPlain < nPixels && nPlain < kTgaPacket && (nRun = nRunAt(x + nPlain)) < kWorth)
-            nPlain = std::min(nPlain + nRun, kTgaPacket);
-        *pOut++ = static_cast<std::uint8_t>(nPlain - 1);
-        std::memcpy(pOut, pIn + x * nSize, nPlain * nSize);
-        pOut += nPlain * nSize;
-        x += nPlain;
+        std::size_t plain = run;
+        while (x + plain < pixels && plain < kTgaPacket && (run = run_at(x + plain)) < kWorth)
+            plain = std::min(plain + run, kTgaPacket);
+        *out++ = static_cast<std::uint8_t>(plain - 1);
+        std::memcpy(out, in + x * kSize, plain * kSize);
+        out += plain * kSize;
+        x += plain;
     }
-    return static_cast<std::size_t>(pOut - pStart);
+    return static_cast<std::size_t>(out - start);
 }
 
-std::size_t nPackTgaRow(Bytes aRow, std::size_t nPixelSize, std::uint8_t* pOut)
+std::size_t PackTgaRow(Bytes row, std::size_t pixel_size, std::uint8_t* out)
 {
-    const std::size_t nPixels = aRow.size() / nPixelSize;
-    switch (nPixelSize) {
+    const std::size_t pixels = row.size() / pixel_size;
+    switch (pixel_size) {
         case 1:
-            return nPack<1>(aRow.data(), nPixels, pOut);
+            return Pack<1>(row.data(), pixels, out);
         case 2:
-            return nPack<2>(aRow.data(), nPixels, pOut);
+            return Pack<2>(row.data(), pixels, out);
         case 3:
-            return nPack<3>(aRow.data(), nPixels, pOut);
+            return Pack<3>(row.data(), pixels, out);
         default:
-            return nPack<4>(aRow.data(), nPixels, pOut);
+            return Pack<4>(row.data(), pixels, out);
     }
 }

@@ -14,21 +14,21 @@ constexpr std::size_t kTgaPacket = 128;
 class TgaRuns
 {
 public:
-    /// aData must outlive the object; nPixelSize is 1 to 4 bytes.
-    TgaRuns(Bytes aData, std::size_t nPixelSize) : m_aLeft(aData), m_nPixelSize(nPixelSize) {}
+    /// data must outlive the object; pixel_size is 1 to 4 bytes.
+    TgaRuns(Bytes data, std::size_t pixel_size) : left_(data), pixel_size_(pixel_size) {}
 
-    /// Fills all of aRow, whole pixels; False when the data ended before.
-    bool bNextRow(std::span<std::uint8_t> aRow);
+    /// Fills all of row, whole pixels; False when the data ended before.
+    bool NextRow(std::span<std::uint8_t> row);
 
 private:
-    Bytes m_aLeft;
-    std::size_t m_nPixelSize;
-    std::size_t m_nPixelsLeft = 0;  ///< of the packet that the last row ended in
-    bool m_bRepeats = false;
+    Bytes left_;
+    std::size_t pixel_size_;
+    std::size_t pixels_left_ = 0;  ///< of the packet that the last row ended in
+    bool repeats_ = false;
 };
 
 /// How many bytes a row takes at most when it is packed.
-std::size_t nMostPackedTga(std::size_t nPixels, std::size_t nPixelSize);
+std::size_t MaxPackedTgaSize(std::size_t pixels, std::size_t pixel_size);
 
-/// Packs the whole pixels of one row and returns how many bytes it took; pOut has room for nMostPackedTga.
-std::size_t nPackTgaRow(Bytes aRow, std::size_t nPixelSize, std::uint8_t* pOut);
+/// Packs the whole pixels of one row and returns how many bytes it took; out has room for MaxPackedTgaSize.
+std::size_t PackTgaRow(Bytes row, std::size_t pixel_size, std::uint8_t* out);

@@ -11,269 +11,267 @@ using Levels = std::vector<int>;
 
 static constexpr int kFromRight = 16, kFromTop = 32;
 
-static ByteMaker objHeader(int lKind, std::uint32_t nWidth, std::uint32_t nHeight, int lBits,
-                           int lDescriptor = kFromTop)
+static ByteMaker Header(int kind, std::uint32_t width, std::uint32_t height, int bits,
+                        int descriptor = kFromTop)
 {
-    ByteMaker mk;
-    mk.U8({0, 0, lKind}).Zeros(9).U16Le({nWidth, nHeight}).U8({lBits, lDescriptor});
-    return mk;
+    ByteMaker maker;
+    maker.U8({0, 0, kind}).Zeros(9).U16Le({width, height}).U8({bits, descriptor});
+    return maker;
 }
 
-static ByteMaker objMappedHeader(std::uint32_t nWidth, int lBits, std::uint32_t nFirst, std::uint32_t nLength,
-                                 int lMapBits, int lDescriptor = kFromTop)
+static ByteMaker MappedHeader(std::uint32_t width, int bits, std::uint32_t first, std::uint32_t length,
+                              int map_bits, int descriptor = kFromTop)
 {
-    ByteMaker mk;
-    mk.U8({0, 1, 1})
-        .U16Le({nFirst, nLength})
-        .U8({lMapBits, 0, 0, 0, 0})
-        .U16Le({nWidth, 1})
-        .U8({lBits, lDescriptor});
-    return mk;
+    ByteMaker maker;
+    maker.U8({0, 1, 1})
+        .U16Le({first, length})
+        .U8({map_bits, 0, 0, 0, 0})
+        .U16Le({width, 1})
+        .U8({bits, descriptor});
+    return maker;
 }
 
-// Adds an extension area that says lAlpha of the alpha, and the footer.
-static ByteMaker objWithExtension(ByteMaker mk, int lAlpha)
+// Adds an extension area that says alpha of the alpha, and the footer.
+static ByteMaker WithExtension(ByteMaker maker, int alpha)
 {
-    const auto nExtension = static_cast<std::uint32_t>(mk.nSize());
-    mk.U16Le({495}).Zeros(492).U8({lAlpha});
-    mk.U32Le({nExtension, 0}).Text("TRUEVISION-XFILE.").U8({0});
-    return mk;
+    const auto extension = static_cast<std::uint32_t>(maker.nSize());
+    maker.U16Le({495}).Zeros(492).U8({alpha});
+    maker.U32Le({extension, 0}).Text("TRUEVISION-XFILE.").U8({0});
+    return maker;
 }
 
-static Levels aLevels(const ByteMaker& mk)
+static Levels LevelsOf(const ByteMaker& maker)
 {
-    const auto aImage = aDecoded(codecTga, mk.aBytes());
-    return aImage ? Levels{aImage->bytes.begin(), aImage->bytes.end()} : Levels{-1};
+    const auto image = aDecoded(kTgaCodec, maker.aBytes());
+    return image ? Levels{image->bytes.begin(), image->bytes.end()} : Levels{-1};
 }
 
 TEST(TgaReads, RowsFromEachOfTheFourCorners)
 {
-    const auto aFrom = [](int lDescriptor) {
-        return aLevels(objHeader(3, 2, 2, 8, lDescriptor).U8({1, 2, 3, 4}));
+    const auto from = [](int descriptor) {
+        return LevelsOf(Header(3, 2, 2, 8, descriptor).U8({1, 2, 3, 4}));
     };
 
-    EXPECT_EQ(aFrom(0), (Levels{3, 4, 1, 2}));
-    EXPECT_EQ(aFrom(kFromTop), (Levels{1, 2, 3, 4}));
-    EXPECT_EQ(aFrom(kFromRight), (Levels{4, 3, 2, 1}));
-    EXPECT_EQ(aFrom(kFromRight | kFromTop), (Levels{2, 1, 4, 3}));
+    EXPECT_EQ(from(0), (Levels{3, 4, 1, 2}));
+    EXPECT_EQ(from(kFromTop), (Levels{1, 2, 3, 4}));
+    EXPECT_EQ(from(kFromRight), (Levels{4, 3, 2, 1}));
+    EXPECT_EQ(from(kFromRight | kFromTop), (Levels{2, 1, 4, 3}));
 }
 
 TEST(TgaReads, RowsFromTheRightInEveryCountOfChannels)
 {
-    EXPECT_EQ(aLevels(objHeader(2, 3, 1, 24, kFromTop | kFromRight).U8({1, 2, 3, 4, 5, 6, 7, 8, 9})),
+    EXPECT_EQ(LevelsOf(Header(2, 3, 1, 24, kFromTop | kFromRight).U8({1, 2, 3, 4, 5, 6, 7, 8, 9})),
               (Levels{7, 8, 9, 4, 5, 6, 1, 2, 3}));
-    EXPECT_EQ(aLevels(objHeader(2, 2, 1, 32, kFromTop | kFromRight | 8).U8({1, 2, 3, 4, 5, 6, 7, 8})),
+    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 32, kFromTop | kFromRight | 8).U8({1, 2, 3, 4, 5, 6, 7, 8})),
               (Levels{5, 6, 7, 8, 1, 2, 3, 4}));
 }
 
 TEST(TgaReads, FifteenAndSixteenBits)
 {
-    EXPECT_EQ(aLevels(objHeader(2, 2, 1, 15).U16Le({0x7C00, 0x8210})), (Levels{0, 0, 255, 132, 132, 0}));
-    EXPECT_EQ(aLevels(objHeader(2, 2, 1, 16).U16Le({0x7C00, 0x8210})), (Levels{0, 0, 255, 132, 132, 0}))
+    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 15).U16Le({0x7C00, 0x8210})), (Levels{0, 0, 255, 132, 132, 0}));
+    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 16).U16Le({0x7C00, 0x8210})), (Levels{0, 0, 255, 132, 132, 0}))
         << "no bit of alpha is counted";
-    EXPECT_EQ(aLevels(objHeader(2, 2, 1, 16, kFromTop | 1).U16Le({0x7C00, 0x8210})),
+    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 16, kFromTop | 1).U16Le({0x7C00, 0x8210})),
               (Levels{0, 0, 255, 0, 132, 132, 0, 255}));
 }
 
 TEST(TgaReads, MapsOfEveryDepthAndTheirFirstIndex)
 {
-    EXPECT_EQ(aLevels(objMappedHeader(3, 8, 5, 2, 24).U8({1, 2, 3, 4, 5, 6}).U8({6, 5, 0})),
+    EXPECT_EQ(LevelsOf(MappedHeader(3, 8, 5, 2, 24).U8({1, 2, 3, 4, 5, 6}).U8({6, 5, 0})),
               (Levels{4, 5, 6, 1, 2, 3, 0, 0, 0}));
-    EXPECT_EQ(aLevels(objMappedHeader(2, 8, 0, 2, 15).U16Le({0x7C00, 0x001F}).U8({1, 0})),
+    EXPECT_EQ(LevelsOf(MappedHeader(2, 8, 0, 2, 15).U16Le({0x7C00, 0x001F}).U8({1, 0})),
               (Levels{255, 0, 0, 0, 0, 255}));
-    EXPECT_EQ(aLevels(objMappedHeader(2, 8, 0, 2, 32).U8({1, 2, 3, 4, 5, 6, 7, 8}).U8({1, 0})),
+    EXPECT_EQ(LevelsOf(MappedHeader(2, 8, 0, 2, 32).U8({1, 2, 3, 4, 5, 6, 7, 8}).U8({1, 0})),
               (Levels{5, 6, 7, 8, 1, 2, 3, 4}));
-    EXPECT_EQ(aLevels(objMappedHeader(2, 8, 0, 2, 24).U8({7, 7, 7, 9, 9, 9}).U8({1, 0})), (Levels{9, 7}))
+    EXPECT_EQ(LevelsOf(MappedHeader(2, 8, 0, 2, 24).U8({7, 7, 7, 9, 9, 9}).U8({1, 0})), (Levels{9, 7}))
         << "a map of greys";
-    EXPECT_EQ(aLevels(objMappedHeader(2, 16, 300, 2, 24).U8({7, 7, 7, 9, 9, 9}).U16Le({301, 65535})),
+    EXPECT_EQ(LevelsOf(MappedHeader(2, 16, 300, 2, 24).U8({7, 7, 7, 9, 9, 9}).U16Le({301, 65535})),
               (Levels{9, 0}));
 }
 
 TEST(TgaReads, PastTheIdAndAMapThatIsNotUsed)
 {
-    ByteMaker mk;
-    mk.U8({5, 1, 2}).U16Le({0, 2}).U8({24, 0, 0, 0, 0}).U16Le({1, 1}).U8({24, kFromTop});
+    ByteMaker maker;
+    maker.U8({5, 1, 2}).U16Le({0, 2}).U8({24, 0, 0, 0, 0}).U16Le({1, 1}).U8({24, kFromTop});
 
-    EXPECT_EQ(aLevels(mk.Text("hello").Zeros(6).U8({1, 2, 3})), (Levels{1, 2, 3}));
+    EXPECT_EQ(LevelsOf(maker.Text("hello").Zeros(6).U8({1, 2, 3})), (Levels{1, 2, 3}));
 }
 
 TEST(TgaReads, GreysWithAlpha)
 {
-    EXPECT_EQ(aLevels(objHeader(3, 2, 1, 16, kFromTop | 8).U8({10, 20, 30, 40})),
+    EXPECT_EQ(LevelsOf(Header(3, 2, 1, 16, kFromTop | 8).U8({10, 20, 30, 40})),
               (Levels{10, 10, 10, 20, 30, 30, 30, 40}));
 }
 
 TEST(TgaReads, PacketsOfRepeatedAndOfSinglePixels)
 {
-    EXPECT_EQ(aLevels(objHeader(10, 2, 2, 24).U8({0x81, 1, 2, 3, 1, 4, 5, 6, 7, 8, 9})),
+    EXPECT_EQ(LevelsOf(Header(10, 2, 2, 24).U8({0x81, 1, 2, 3, 1, 4, 5, 6, 7, 8, 9})),
               (Levels{1, 2, 3, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-    EXPECT_EQ(aLevels(objHeader(11, 2, 2, 8).U8({0x80, 9, 0x82, 7})), (Levels{9, 7, 7, 7}))
+    EXPECT_EQ(LevelsOf(Header(11, 2, 2, 8).U8({0x80, 9, 0x82, 7})), (Levels{9, 7, 7, 7}))
         << "a packet goes on in the next row";
-    EXPECT_EQ(aLevels(objHeader(11, 2, 2, 8).U8({0x80, 9, 2, 7, 6, 5})), (Levels{9, 7, 6, 5}));
-    EXPECT_EQ(aLevels(objHeader(11, 2, 1, 8).U8({0xFF, 9})), (Levels{9, 9})) << "a packet too long";
-    EXPECT_EQ(aLevels(objHeader(9, 1, 1, 8).U8({0, 0})), Levels{-1}) << "indexes without a map";
+    EXPECT_EQ(LevelsOf(Header(11, 2, 2, 8).U8({0x80, 9, 2, 7, 6, 5})), (Levels{9, 7, 6, 5}));
+    EXPECT_EQ(LevelsOf(Header(11, 2, 1, 8).U8({0xFF, 9})), (Levels{9, 9})) << "a packet too long";
+    EXPECT_EQ(LevelsOf(Header(9, 1, 1, 8).U8({0, 0})), Levels{-1}) << "indexes without a map";
 }
 
 TEST(TgaReads, NoPacketsThatEndTooSoon)
 {
-    for (const auto& aEnd :
-         {std::vector<std::uint8_t>{}, {0x81}, {0x81, 1, 2}, {1, 1, 2, 3}, {0x80, 1, 2, 3}})
-        EXPECT_EQ(aLevels(objHeader(10, 2, 1, 24).All(aEnd)), Levels{-1});
+    for (const auto& end : {std::vector<std::uint8_t>{}, {0x81}, {0x81, 1, 2}, {1, 1, 2, 3}, {0x80, 1, 2, 3}})
+        EXPECT_EQ(LevelsOf(Header(10, 2, 1, 24).All(end)), Levels{-1});
 }
 
 TEST(TgaAlpha, CountsInThirtyTwoBitsUnlessItIsNowhereSet)
 {
-    const Levels aWith = {1, 2, 3, 4, 5, 6, 7, 8};
+    const Levels with = {1, 2, 3, 4, 5, 6, 7, 8};
 
-    EXPECT_EQ(aLevels(objHeader(2, 2, 1, 32, kFromTop | 8).U8({1, 2, 3, 4, 5, 6, 7, 8})), aWith);
-    EXPECT_EQ(aLevels(objHeader(2, 2, 1, 32).U8({1, 2, 3, 4, 5, 6, 7, 8})), aWith)
-        << "not counted, yet there";
-    EXPECT_EQ(aLevels(objHeader(2, 2, 1, 32, kFromTop | 8).U8({1, 2, 3, 0, 5, 6, 7, 0})),
+    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 32, kFromTop | 8).U8({1, 2, 3, 4, 5, 6, 7, 8})), with);
+    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 32).U8({1, 2, 3, 4, 5, 6, 7, 8})), with) << "not counted, yet there";
+    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 32, kFromTop | 8).U8({1, 2, 3, 0, 5, 6, 7, 0})),
               (Levels{1, 2, 3, 5, 6, 7}));
 }
 
 TEST(TgaAlpha, CountsAsTheExtensionAreaSays)
 {
-    const ByteMaker mk = objHeader(2, 2, 1, 32, kFromTop | 8).U8({10, 20, 30, 128, 5, 6, 7, 0});
-    const Levels aOpaque = {10, 20, 30, 5, 6, 7};
+    const ByteMaker maker = Header(2, 2, 1, 32, kFromTop | 8).U8({10, 20, 30, 128, 5, 6, 7, 0});
+    const Levels opaque = {10, 20, 30, 5, 6, 7};
 
-    EXPECT_EQ(aLevels(objWithExtension(mk, 0)), aOpaque);
-    EXPECT_EQ(aLevels(objWithExtension(mk, 1)), aOpaque);
-    EXPECT_EQ(aLevels(objWithExtension(mk, 2)), aOpaque);
-    EXPECT_EQ(aLevels(objWithExtension(mk, 3)), (Levels{10, 20, 30, 128, 5, 6, 7, 0}));
-    EXPECT_EQ(aLevels(objWithExtension(mk, 4)), (Levels{20, 40, 60, 128, 5, 6, 7, 0})) << "divided by alpha";
-    EXPECT_EQ(aLevels(objWithExtension(mk, 99)), (Levels{10, 20, 30, 128, 5, 6, 7, 0})) << "an unknown word";
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 0)), opaque);
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 1)), opaque);
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 2)), opaque);
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 3)), (Levels{10, 20, 30, 128, 5, 6, 7, 0}));
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 4)), (Levels{20, 40, 60, 128, 5, 6, 7, 0})) << "divided by alpha";
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 99)), (Levels{10, 20, 30, 128, 5, 6, 7, 0})) << "an unknown word";
 }
 
 TEST(TgaAlpha, IsClampedWhereColoursWereMoreThanTheirAlpha)
 {
-    EXPECT_EQ(aLevels(objWithExtension(objHeader(2, 1, 1, 32).U8({200, 100, 50, 100}), 4)),
+    EXPECT_EQ(LevelsOf(WithExtension(Header(2, 1, 1, 32).U8({200, 100, 50, 100}), 4)),
               (Levels{255, 255, 128, 100}));
 }
 
 TEST(TgaAlpha, DoesNotRelyOnAFooterThatLies)
 {
-    ByteMaker mk = objHeader(2, 1, 1, 32, kFromTop | 8).U8({1, 2, 3, 4}).Zeros(600);
-    for (const std::uint32_t nExtension : {0u, 17u, 200u, 0xFFFFFFFFu}) {
-        ByteMaker mkFooter = mk;
-        mkFooter.U32Le({nExtension, 0}).Text("TRUEVISION-XFILE.").U8({0});
-        EXPECT_EQ(aLevels(mkFooter), (Levels{1, 2, 3, 4})) << nExtension;
+    ByteMaker maker = Header(2, 1, 1, 32, kFromTop | 8).U8({1, 2, 3, 4}).Zeros(600);
+    for (const std::uint32_t extension : {0u, 17u, 200u, 0xFFFFFFFFu}) {
+        ByteMaker footer = maker;
+        footer.U32Le({extension, 0}).Text("TRUEVISION-XFILE.").U8({0});
+        EXPECT_EQ(LevelsOf(footer), (Levels{1, 2, 3, 4})) << extension;
     }
 }
 
 TEST(TgaSniff, GoesByExtensionAndAPossibleHeader)
 {
-    const auto bKnown = [](const ByteMaker& mk, std::string_view sExtension = "tga") {
-        return codecTga.Sniff(mk.aBytes(), sExtension);
+    const auto known = [](const ByteMaker& maker, std::string_view extension = "tga") {
+        return kTgaCodec.Sniff(maker.aBytes(), extension);
     };
 
-    for (const char* sExtension : {"tga", "targa", "vda", "icb", "vst"})
-        EXPECT_TRUE(bKnown(objHeader(2, 1, 1, 24), sExtension));
-    EXPECT_FALSE(bKnown(objHeader(2, 1, 1, 24), "jpg"));
-    EXPECT_FALSE(bKnown(objHeader(2, 1, 1, 24), ""));
-    EXPECT_FALSE(bKnown(objHeader(2, 0, 1, 24)));
-    EXPECT_FALSE(bKnown(objHeader(2, 1, 1, 17)));
-    EXPECT_FALSE(bKnown(objHeader(2, 1, 1, 8)));
-    EXPECT_FALSE(bKnown(objHeader(3, 1, 1, 24)));
-    EXPECT_FALSE(bKnown(objHeader(0, 1, 1, 24)));
-    EXPECT_FALSE(bKnown(objHeader(32, 1, 1, 24)));
-    EXPECT_FALSE(bKnown(objHeader(33, 1, 1, 24)));
-    EXPECT_FALSE(bKnown(objHeader(1, 1, 1, 8))) << "indexes without a map";
-    EXPECT_FALSE(bKnown(objHeader(2, 1, 1, 24, 0x40))) << "interleaved";
-    EXPECT_FALSE(bKnown(objMappedHeader(1, 8, 0, 1, 8))) << "a map of no known depth";
-    EXPECT_FALSE(bKnown(ByteMaker().Text("GIF89a, and then some more")));
-    EXPECT_FALSE(bKnown(ByteMaker().Zeros(17)));
+    for (const char* extension : {"tga", "targa", "vda", "icb", "vst"})
+        EXPECT_TRUE(known(Header(2, 1, 1, 24), extension));
+    EXPECT_FALSE(known(Header(2, 1, 1, 24), "jpg"));
+    EXPECT_FALSE(known(Header(2, 1, 1, 24), ""));
+    EXPECT_FALSE(known(Header(2, 0, 1, 24)));
+    EXPECT_FALSE(known(Header(2, 1, 1, 17)));
+    EXPECT_FALSE(known(Header(2, 1, 1, 8)));
+    EXPECT_FALSE(known(Header(3, 1, 1, 24)));
+    EXPECT_FALSE(known(Header(0, 1, 1, 24)));
+    EXPECT_FALSE(known(Header(32, 1, 1, 24)));
+    EXPECT_FALSE(known(Header(33, 1, 1, 24)));
+    EXPECT_FALSE(known(Header(1, 1, 1, 8))) << "indexes without a map";
+    EXPECT_FALSE(known(Header(2, 1, 1, 24, 0x40))) << "interleaved";
+    EXPECT_FALSE(known(MappedHeader(1, 8, 0, 1, 8))) << "a map of no known depth";
+    EXPECT_FALSE(known(ByteMaker().Text("GIF89a, and then some more")));
+    EXPECT_FALSE(known(ByteMaker().Zeros(17)));
 }
 
 TEST(TgaReads, NothingLargerThanTheDataCanHold)
 {
-    EXPECT_EQ(aLevels(objHeader(2, 60000, 8000, 24).Zeros(5000)), Levels{-1});
-    EXPECT_EQ(aLevels(objHeader(10, 60000, 8000, 24).Zeros(5000)), Levels{-1});
-    EXPECT_EQ(aLevels(objHeader(2, 65535, 1, 24).Zeros(200000)), Levels{-1}) << "too wide";
+    EXPECT_EQ(LevelsOf(Header(2, 60000, 8000, 24).Zeros(5000)), Levels{-1});
+    EXPECT_EQ(LevelsOf(Header(10, 60000, 8000, 24).Zeros(5000)), Levels{-1});
+    EXPECT_EQ(LevelsOf(Header(2, 65535, 1, 24).Zeros(200000)), Levels{-1}) << "too wide";
 }
 
 // The extension area of what is written for an 8 by 2 picture that isn't packed.
-static std::vector<std::uint8_t> aWrittenArea(const ImageInfoTexts& objInfo, std::int32_t lChannels = 3)
+static std::vector<std::uint8_t> WrittenArea(const ImageInfoTexts& info, std::int32_t channels = 3)
 {
-    SaveSettings objSettings;
-    objSettings.objTexts = objInfo;
-    const auto aFile = aEncoded(codecTga, aNoise(8, 2, lChannels), objSettings);
-    EXPECT_EQ(aFile.size(), 18u + 16 * static_cast<std::size_t>(lChannels) + 495 + 26);
-    return {aFile.end() - 26 - 495, aFile.end() - 26};
+    SaveSettings settings;
+    settings.objTexts = info;
+    const auto file = aEncoded(kTgaCodec, aNoise(8, 2, channels), settings);
+    EXPECT_EQ(file.size(), 18u + 16 * static_cast<std::size_t>(channels) + 495 + 26);
+    return {file.end() - 26 - 495, file.end() - 26};
 }
 
-static ImageInfoTexts objTexts(const std::string& sTitle, const std::string& sDescription,
-                               const std::string& sDateTime, const std::string& sAuthor)
+static ImageInfoTexts TextsWith(const std::string& title, const std::string& description,
+                                const std::string& date_time, const std::string& author)
 {
-    ImageInfoTexts objResult;
-    objResult.sTitle = sTitle;
-    objResult.sDescription = sDescription;
-    objResult.sDateTime = sDateTime;
-    objResult.sAuthor = sAuthor;
-    return objResult;
+    ImageInfoTexts result;
+    result.sTitle = title;
+    result.sDescription = description;
+    result.sDateTime = date_time;
+    result.sAuthor = author;
+    return result;
 }
 
-static std::string sTextAt(const std::vector<std::uint8_t>& aArea, std::size_t nOffset)
+static std::string TextAt(const std::vector<std::uint8_t>& area, std::size_t offset)
 {
-    return reinterpret_cast<const char*>(aArea.data() + nOffset);
+    return reinterpret_cast<const char*>(area.data() + offset);
 }
 
 TEST(TgaTexts, GoToTheirFields)
 {
-    const auto aArea = aWrittenArea(objTexts("The title", "What is seen", "2021-03-04 15:06:07", "Somebody"));
+    const auto area = WrittenArea(TextsWith("The title", "What is seen", "2021-03-04 15:06:07", "Somebody"));
 
-    EXPECT_EQ(ByteReader(aArea).U16Le(), 495);
-    EXPECT_EQ(sTextAt(aArea, 2), "Somebody");
-    EXPECT_EQ(sTextAt(aArea, 43), "The title");
-    EXPECT_EQ(sTextAt(aArea, 43 + 81), "What is seen");
-    EXPECT_EQ(Levels(aArea.begin() + 367, aArea.begin() + 379),
+    EXPECT_EQ(ByteReader(area).U16Le(), 495);
+    EXPECT_EQ(TextAt(area, 2), "Somebody");
+    EXPECT_EQ(TextAt(area, 43), "The title");
+    EXPECT_EQ(TextAt(area, 43 + 81), "What is seen");
+    EXPECT_EQ(Levels(area.begin() + 367, area.begin() + 379),
               (Levels{3, 0, 4, 0, 2021 % 256, 2021 / 256, 15, 0, 6, 0, 7, 0}));
-    EXPECT_EQ(sTextAt(aArea, 379), "The title");
-    EXPECT_EQ(sTextAt(aArea, 426), "Varnel");
-    EXPECT_EQ(aArea.back(), 0);
+    EXPECT_EQ(TextAt(area, 379), "The title");
+    EXPECT_EQ(TextAt(area, 426), "Varnel");
+    EXPECT_EQ(area.back(), 0);
 }
 
 TEST(TgaTexts, ThatAreEmptyOrNoDateLeaveTheirFieldsEmpty)
 {
-    const auto aArea = aWrittenArea(objTexts("", "", "last summer", ""));
+    const auto area = WrittenArea(TextsWith("", "", "last summer", ""));
 
     for (std::size_t i = 2; i < 426; ++i)
-        EXPECT_EQ(aArea[i], 0) << i;
+        EXPECT_EQ(area[i], 0) << i;
 }
 
 TEST(TgaTexts, AreCutToTheirFieldsBetweenTwoCharacters)
 {
-    const std::string sLong(500, 'x');
-    const auto aArea = aWrittenArea(objTexts("t", sLong, "", std::string(39, 'a') + "€uro"));
+    const std::string long_text(500, 'x');
+    const auto area = WrittenArea(TextsWith("t", long_text, "", std::string(39, 'a') + "€uro"));
 
-    EXPECT_EQ(sTextAt(aArea, 2), std::string(39, 'a'));
-    for (std::size_t nLine = 1; nLine < 4; ++nLine)
-        EXPECT_EQ(sTextAt(aArea, 43 + 81 * nLine), std::string(80, 'x'));
-    EXPECT_EQ(Levels(aArea.begin() + 367, aArea.begin() + 379), Levels(12, 0))
+    EXPECT_EQ(TextAt(area, 2), std::string(39, 'a'));
+    for (std::size_t line = 1; line < 4; ++line)
+        EXPECT_EQ(TextAt(area, 43 + 81 * line), std::string(80, 'x'));
+    EXPECT_EQ(Levels(area.begin() + 367, area.begin() + 379), Levels(12, 0))
         << "nothing runs over into the date";
 }
 
 TEST(TgaTexts, BreakAtTheirLineEndsAndOnStrayBytesToo)
 {
-    const auto aArea = aWrittenArea(objTexts("", "one\n\ntwo\n" + std::string(200, '\x80'), "", ""));
+    const auto area = WrittenArea(TextsWith("", "one\n\ntwo\n" + std::string(200, '\x80'), "", ""));
 
-    EXPECT_EQ(sTextAt(aArea, 43), "one");
-    EXPECT_EQ(sTextAt(aArea, 43 + 81), "");
-    EXPECT_EQ(sTextAt(aArea, 43 + 162), "two");
+    EXPECT_EQ(TextAt(area, 43), "one");
+    EXPECT_EQ(TextAt(area, 43 + 81), "");
+    EXPECT_EQ(TextAt(area, 43 + 162), "two");
 }
 
 TEST(TgaWrites, ThatAlphaIsUseful)
 {
-    EXPECT_EQ(aWrittenArea({}, 4).back(), 3);
+    EXPECT_EQ(WrittenArea({}, 4).back(), 3);
 }
 
 TEST(TgaWrites, RunsOnlyWhereTheyTakeAFifthOff)
 {
-    ImageBuffer aFlat = aPattern(100, 50, 3);
-    std::fill(aFlat.bytes.begin(), aFlat.bytes.end(), std::uint8_t{9});
+    ImageBuffer flat = aPattern(100, 50, 3);
+    std::fill(flat.bytes.begin(), flat.bytes.end(), std::uint8_t{9});
 
-    EXPECT_EQ(aEncoded(codecTga, aFlat)[2], 10);
-    EXPECT_LT(aEncoded(codecTga, aFlat).size(), 1500u);
-    EXPECT_EQ(aEncoded(codecTga, aNoise(100, 50, 3))[2], 2);
-    EXPECT_EQ(aEncoded(codecTga, aNoise(100, 50, 1))[2], 3);
+    EXPECT_EQ(aEncoded(kTgaCodec, flat)[2], 10);
+    EXPECT_LT(aEncoded(kTgaCodec, flat).size(), 1500u);
+    EXPECT_EQ(aEncoded(kTgaCodec, aNoise(100, 50, 3))[2], 2);
+    EXPECT_EQ(aEncoded(kTgaCodec, aNoise(100, 50, 1))[2], 3);
 }
