@@ -123,7 +123,7 @@ try {
     const auto sHostPath = m_objFileSystem.sHostPathToWrite(sFile);
     if (!sHostPath || aImage.width < 1 || aImage.height < 1)
         return false;
-    m_pGrowing = TiffDocument::pBegin(*sHostPath, aImage, m_objSettings);
+    m_pGrowing = TiffDocument::Begin(*sHostPath, aImage, m_objSettings);
     return m_pGrowing != nullptr;
 } catch (const std::bad_alloc&) {
     return false;
@@ -166,7 +166,7 @@ bool CodecImageFile::AppendFrame(const ImageBuffer& aImage, bool bFinish)
     bool bDone = false;
     try {
         const bool bNothing = aImage.width < 1 || aImage.height < 1;
-        bDone = m_pGrowing && (bNothing ? bFinish : m_pGrowing->bAppend(aImage, m_objSettings));
+        bDone = m_pGrowing && (bNothing ? bFinish : m_pGrowing->Append(aImage, m_objSettings));
     } catch (const std::bad_alloc&) {
     }
     if (bFinish)

@@ -22,8 +22,8 @@
 static const std::vector<const Codec*>& aTable()
 {
     static const std::vector<const Codec*> aAll = {
-        &kJpegCodec, &kPngCodec, &codecTiff, &kGifCodec, &kJ2kCodec, &kRasCodec, &kEmfCodec,
-        &kWmfCodec,  &kAniCodec, &kBmpCodec, &kIcoCodec, &kCurCodec, &kPcxCodec,
+        &kJpegCodec, &kPngCodec, &kTiffCodec, &kGifCodec, &kJ2kCodec, &kRasCodec, &kEmfCodec,
+        &kWmfCodec,  &kAniCodec, &kBmpCodec,  &kIcoCodec, &kCurCodec, &kPcxCodec,
         &kTgaCodec,  // goes by the extension, and so comes after all that have a signature
     };
     return aAll;

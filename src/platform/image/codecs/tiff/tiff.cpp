@@ -4,23 +4,21 @@
 #include "src/platform/image/codecs/tiff/tiff_decoder.h"
 #include "src/platform/image/codecs/tiff/tiff_writer.h"
 
-static bool Sniff(Bytes aHead, std::string_view)
+static bool Sniff(Bytes head, std::string_view)
 {
-    if (aHead.size() < 4)
+    if (head.size() < 4)
         return false;
-    const bool bLittle =
-        aHead[0] == 'I' && aHead[1] == 'I' && (aHead[2] == 42 || aHead[2] == 43) && aHead[3] == 0;
-    const bool bBig =
-        aHead[0] == 'M' && aHead[1] == 'M' && aHead[2] == 0 && (aHead[3] == 42 || aHead[3] == 43);
-    return bLittle || bBig;
+    const bool little = head[0] == 'I' && head[1] == 'I' && (head[2] == 42 || head[2] == 43) && head[3] == 0;
+    const bool big = head[0] == 'M' && head[1] == 'M' && head[2] == 0 && (head[3] == 42 || head[3] == 43);
+    return little || big;
 }
 
-static bool Encode(const ImageBuffer& aImage, const SaveSettings& objSettings, OutputFile& objOut)
+static bool Encode(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    TiffPageForm objForm;
-    objForm.bBigTiff = nMostPageBytes(aImage) > kClassicEnd;
-    TiffPagePlace objPlace;
-    return bWriteTiffFile(objOut, aImage, objSettings, objForm, objPlace);
+    TiffPageForm form;
+    form.big_tiff = MaxPageBytes(image) > kClassicEnd;
+    TiffPagePlace place;
+    return WriteTiffFile(out, image, settings, form, place);
 }
 
-const Codec codecTiff{3, true, true, Sniff, pOpenTiff, Encode};
+const Codec kTiffCodec{3, true, true, Sniff, OpenTiff, Encode};

@@ -7,4 +7,4 @@
 
 /// Type 3. Each directory of the file's chain is a page. Encode writes a file of one page; tiff_document.h
 /// writes files of several.
-extern const Codec codecTiff;
+extern const Codec kTiffCodec;

@@ -18,76 +18,74 @@ namespace
 class TiffDecoder : public ImageDecoder
 {
 public:
-    TiffDecoder(InputFile& objFile, const TiffHeader& objHeader, std::vector<std::uint64_t> aPages)
-        : m_objFile(objFile), m_objHeader(objHeader), m_aPages(std::move(aPages)), m_objInput(objFile)
+    TiffDecoder(InputFile& file, const TiffHeader& header, std::vector<std::uint64_t> pages)
+        : file_(file), header_(header), pages_(std::move(pages)), input_(file)
     {
     }
-    bool Ready() const { return m_objInput.Handle() != nullptr; }
-    std::int32_t FrameCount() override { return static_cast<std::int32_t>(m_aPages.size()); }
-    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override;
+    bool Ready() const { return input_.Handle() != nullptr; }
+    std::int32_t FrameCount() override { return static_cast<std::int32_t>(pages_.size()); }
+    bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override;
 
 private:
-    InputFile& m_objFile;
-    TiffHeader m_objHeader;
-    std::vector<std::uint64_t> m_aPages;
-    TiffInput m_objInput;
+    InputFile& file_;
+    TiffHeader header_;
+    std::vector<std::uint64_t> pages_;
+    TiffInput input_;
 };
 }  // namespace
 
 // A grey profile of a picture that has become BGRA for its alpha: the grey is turned, so that no profile is
 // needed.
-static void ApplyGreyProfile(std::vector<std::uint8_t> aProfile, ImageBuffer& aImage)
+static void ApplyGreyProfile(std::vector<std::uint8_t> profile, ImageBuffer& image)
 {
-    ImageBuffer aGrey;
-    aGrey.width = aImage.width;
-    aGrey.height = aImage.height;
-    aGrey.channels = 1;
-    aGrey.icc_profile = std::move(aProfile);
-    aGrey.bytes.resize(aImage.bytes.size() / 4);
-    for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
-        aGrey.bytes[i] = aImage.bytes[i * 4];
-    if (!ConvertToSrgb(aGrey))
+    ImageBuffer grey;
+    grey.width = image.width;
+    grey.height = image.height;
+    grey.channels = 1;
+    grey.icc_profile = std::move(profile);
+    grey.bytes.resize(image.bytes.size() / 4);
+    for (std::size_t i = 0; i < grey.bytes.size(); ++i)
+        grey.bytes[i] = image.bytes[i * 4];
+    if (!ConvertToSrgb(grey))
         return;
-    for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
-        aImage.bytes[i * 4] = aImage.bytes[i * 4 + 1] = aImage.bytes[i * 4 + 2] = aGrey.bytes[i];
+    for (std::size_t i = 0; i < grey.bytes.size(); ++i)
+        image.bytes[i * 4] = image.bytes[i * 4 + 1] = image.bytes[i * 4 + 2] = grey.bytes[i];
 }
 
-bool TiffDecoder::DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage)
+bool TiffDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
-    const std::uint64_t nDirectory = m_aPages[static_cast<std::size_t>(lFrame)];
-    if (!bDirectoryPlausible(m_objFile, m_objHeader, nDirectory) ||
-        !TIFFSetSubDirectory(m_objInput.Handle(), nDirectory))
+    const std::uint64_t directory = pages_[static_cast<std::size_t>(frame)];
+    if (!IsPlausibleDirectory(file_, header_, directory) || !TIFFSetSubDirectory(input_.Handle(), directory))
         return false;
-    const std::optional<TiffLayout> objLayout = objReadLayout(m_objInput.Handle(), m_objFile);
-    if (!objLayout)
+    const std::optional<TiffLayout> layout = ReadLayout(input_.Handle(), file_);
+    if (!layout)
         return false;
-    const std::vector<TiffEntry> aEntries = aReadEntries(m_objFile, m_objHeader, nDirectory);
-    std::vector<std::uint8_t> aProfile = aReadTiffProfile(m_objFile, m_objHeader, aEntries);
-    ImageBuffer aResult;
-    if (!bReadTiffPixels(m_objInput.Handle(), *objLayout, m_objFile, aProfile, aResult))
+    const std::vector<TiffEntry> entries = ReadEntries(file_, header_, directory);
+    std::vector<std::uint8_t> profile = ReadTiffProfile(file_, header_, entries);
+    ImageBuffer result;
+    if (!ReadTiffPixels(input_.Handle(), *layout, file_, profile, result))
         return false;
-    ReadTiffMetadata(m_objFile, m_objHeader, aEntries, objLayout->nOrientation, aResult);
-    const bool bOwnColours =
-        objLayout->enColour == TiffColour::kGrey || objLayout->enColour == TiffColour::kRgb ||
-        objLayout->enColour == TiffColour::kPalette || objLayout->enColour == TiffColour::kYCbCr;
-    if (bOwnColours && ProfileFits(aProfile, aResult.channels))
-        aResult.icc_profile = std::move(aProfile);
-    else if (objLayout->enColour == TiffColour::kGrey && aResult.channels == 4 && ProfileFits(aProfile, 1))
-        ApplyGreyProfile(std::move(aProfile), aResult);
-    aImage = std::move(aResult);
+    ReadTiffMetadata(file_, header_, entries, layout->orientation, result);
+    const bool own_colours = layout->colour == TiffColour::kGrey || layout->colour == TiffColour::kRgb ||
+                             layout->colour == TiffColour::kPalette || layout->colour == TiffColour::kYCbCr;
+    if (own_colours && ProfileFits(profile, result.channels))
+        result.icc_profile = std::move(profile);
+    else if (layout->colour == TiffColour::kGrey && result.channels == 4 && ProfileFits(profile, 1))
+        ApplyGreyProfile(std::move(profile), result);
+    image = std::move(result);
     return true;
 }
 
-std::unique_ptr<ImageDecoder> pOpenTiff(InputFile& objFile)
+std::unique_ptr<ImageDecoder> OpenTiff(InputFile& file)
 {
-    const std::optional<TiffHeader> objHeader = objReadTiffHeader(objFile);
-    if (!objHeader)
+    const std::optional<TiffHeader> header = ReadTiffHeader(file);
+    if (!header)
         return nullptr;
-    std::vector<std::uint64_t> aPages = aPageDirectories(objFile, *objHeader);
-    if (aPages.empty())
+    std::vector<std::uint64_t> pages = PageDirectories(file, *header);
+    if (pages.empty())
         return nullptr;
-    auto pDecoder = std::make_unique<TiffDecoder>(objFile, *objHeader, std::move(aPages));
-    if (!pDecoder->Ready())
+    auto decoder = std::make_unique<TiffDecoder>(file, *header, std::move(pages));
+    if (!decoder->Ready())
         return nullptr;
-    return pDecoder;
+    return decoder;
 }

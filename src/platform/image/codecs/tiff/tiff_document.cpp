@@ -14,32 +14,31 @@
 #include "src/platform/image/codecs/codec.h"
 #include "src/platform/image/codecs/tiff/directory/tiff_directory_writer.h"
 
-static bool bWriteWhole(int nDescriptor, std::uint64_t nOffset, Bytes aBytes)
+static bool WriteWhole(int descriptor, std::uint64_t offset, Bytes bytes)
 {
-    while (!aBytes.empty()) {
-        const ssize_t nWritten =
-            pwrite(nDescriptor, aBytes.data(), aBytes.size(), static_cast<off_t>(nOffset));
-        if (nWritten < 0 && errno == EINTR)
+    while (!bytes.empty()) {
+        const ssize_t written = pwrite(descriptor, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        if (written < 0 && errno == EINTR)
             continue;
-        if (nWritten <= 0)
+        if (written <= 0)
             return false;
-        nOffset += static_cast<std::uint64_t>(nWritten);
-        aBytes = aBytes.subspan(static_cast<std::size_t>(nWritten));
+        offset += static_cast<std::uint64_t>(written);
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
     }
     return true;
 }
 
-static bool bReadWhole(int nDescriptor, std::uint64_t nOffset, std::vector<std::uint8_t>& aBytes)
+static bool ReadWhole(int descriptor, std::uint64_t offset, std::vector<std::uint8_t>& bytes)
 {
-    std::size_t nDone = 0;
-    while (nDone < aBytes.size()) {
-        const ssize_t nRead = pread(nDescriptor, aBytes.data() + nDone, aBytes.size() - nDone,
-                                    static_cast<off_t>(nOffset + nDone));
-        if (nRead < 0 && errno == EINTR)
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got =
+            pread(descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
+        if (got < 0 && errno == EINTR)
             continue;
-        if (nRead <= 0)
+        if (got <= 0)
             return false;
-        nDone += static_cast<std::size_t>(nRead);
+        done += static_cast<std::size_t>(got);
     }
     return true;
 }
@@ -50,186 +49,184 @@ namespace
 class EndOfFile : public TiffSink
 {
 public:
-    EndOfFile(int nDescriptor, std::uint64_t nPosition) : m_nDescriptor(nDescriptor), m_nPosition(nPosition)
+    EndOfFile(int descriptor, std::uint64_t position) : descriptor_(descriptor), position_(position) {}
+    bool Write(Bytes bytes) override
     {
-    }
-    bool Write(Bytes aBytes) override
-    {
-        if (!bWriteWhole(m_nDescriptor, m_nPosition, aBytes))
+        if (!WriteWhole(descriptor_, position_, bytes))
             return false;
-        m_nPosition += aBytes.size();
+        position_ += bytes.size();
         return true;
     }
-    std::uint64_t Position() const override { return m_nPosition; }
+    std::uint64_t Position() const override { return position_; }
 
 private:
-    int m_nDescriptor;
-    std::uint64_t m_nPosition;
+    int descriptor_;
+    std::uint64_t position_;
 };
 }  // namespace
 
-std::unique_ptr<TiffDocument> TiffDocument::pBegin(const std::string& sHostPath, const ImageBuffer& aImage,
-                                                   const SaveSettings& objSettings, std::uint64_t nClassicEnd)
+std::unique_ptr<TiffDocument> TiffDocument::Begin(const std::string& host_path, const ImageBuffer& image,
+                                                  const SaveSettings& settings, std::uint64_t classic_end)
 {
-    std::unique_ptr<TiffDocument> pDocument(new TiffDocument);
-    pDocument->m_nClassicEnd = nClassicEnd;
-    pDocument->m_bBigTiff = nMostPageBytes(aImage) > nClassicEnd;
-    OutputFile objOut(sHostPath);
-    TiffPagePlace objPlace;
-    if (objOut.Failed() ||
-        !bWriteTiffFile(objOut, aImage, objSettings, {pDocument->m_bBigTiff, true, 0}, objPlace))
+    std::unique_ptr<TiffDocument> document(new TiffDocument);
+    document->classic_end_ = classic_end;
+    document->big_tiff_ = MaxPageBytes(image) > classic_end;
+    OutputFile out(host_path);
+    TiffPagePlace place;
+    if (out.Failed() || !WriteTiffFile(out, image, settings, {document->big_tiff_, true, 0}, place))
         return nullptr;
-    pDocument->m_nEnd = objOut.Size();
-    pDocument->m_nNextPointer = objPlace.nNextPointer;
-    pDocument->m_nPages = 1;
-    if (!objOut.Commit())
+    document->end_ = out.Size();
+    document->next_pointer_ = place.next_pointer;
+    document->pages_ = 1;
+    if (!out.Commit())
         return nullptr;
-    pDocument->m_nDescriptor = objOut.TakeDescriptor();
-    return pDocument;
+    document->descriptor_ = out.TakeDescriptor();
+    return document;
 }
 
 TiffDocument::~TiffDocument()
 {
-    if (m_nDescriptor >= 0)
-        close(m_nDescriptor);
+    if (descriptor_ >= 0)
+        close(descriptor_);
 }
 
-bool TiffDocument::bWriteAt(std::uint64_t nOffset, Bytes aBytes) const
+bool TiffDocument::WriteAt(std::uint64_t offset, Bytes bytes) const
 {
-    return bWriteWhole(m_nDescriptor, nOffset, aBytes);
+    return WriteWhole(descriptor_, offset, bytes);
 }
 
-bool TiffDocument::bAppend(const ImageBuffer& aImage, const SaveSettings& objSettings)
+bool TiffDocument::Append(const ImageBuffer& image, const SaveSettings& settings)
 {
-    const auto ForgetWhatIsBehind = [this] {
+    const auto forget_what_is_behind = [this] {
         // A file that can't be cut keeps bytes that nothing points to, which harms no reader.
-        if (ftruncate(m_nDescriptor, static_cast<off_t>(m_nEnd)) != 0)
+        if (ftruncate(descriptor_, static_cast<off_t>(end_)) != 0)
             return;
     };
     try {
-        if (bAppendPage(aImage, objSettings))
+        if (AppendPage(image, settings))
             return true;
     } catch (...) {
-        ForgetWhatIsBehind();
+        forget_what_is_behind();
         throw;
     }
-    ForgetWhatIsBehind();
+    forget_what_is_behind();
     return false;
 }
 
-bool TiffDocument::bAppendPage(const ImageBuffer& aImage, const SaveSettings& objSettings)
+bool TiffDocument::AppendPage(const ImageBuffer& image, const SaveSettings& settings)
 {
-    if (!m_bBigTiff && m_nEnd + nMostPageBytes(aImage) > m_nClassicEnd && !bMakeBig())
+    if (!big_tiff_ && end_ + MaxPageBytes(image) > classic_end_ && !MakeBig())
         return false;
-    EndOfFile objSink(m_nDescriptor, m_nEnd);
-    TiffPagePlace objPlace;
-    if (!bWriteTiffPage(objSink, aImage, objSettings, {m_bBigTiff, true, m_nPages}, objPlace))
+    EndOfFile sink(descriptor_, end_);
+    TiffPagePlace place;
+    if (!WriteTiffPage(sink, image, settings, {big_tiff_, true, pages_}, place))
         return false;
-    std::vector<std::uint8_t> aPointer;
-    AppendNumber(aPointer, objPlace.nDirectory, m_bBigTiff ? 8 : 4);
-    if (!bWriteAt(m_nNextPointer, aPointer))
+    std::vector<std::uint8_t> pointer;
+    AppendNumber(pointer, place.directory, big_tiff_ ? 8 : 4);
+    if (!WriteAt(next_pointer_, pointer))
         return false;
-    m_nNextPointer = objPlace.nNextPointer;
-    m_nEnd = objSink.Position();
-    ++m_nPages;
+    next_pointer_ = place.next_pointer;
+    end_ = sink.Position();
+    ++pages_;
     return true;
 }
 
-static std::uint64_t nNumberAt(const std::vector<std::uint8_t>& aBytes, std::size_t nAt, std::uint32_t nSize)
+static std::uint64_t NumberAt(const std::vector<std::uint8_t>& bytes, std::size_t at, std::uint32_t size)
 {
-    std::uint64_t nValue = 0;
-    for (std::uint32_t i = nSize; i > 0; --i)
-        nValue = nValue << 8 | aBytes[nAt + i - 1];
-    return nValue;
+    std::uint64_t value = 0;
+    for (std::uint32_t i = size; i > 0; --i)
+        value = value << 8 | bytes[at + i - 1];
+    return value;
 }
 
 /// A directory of a file that becomes one with 64-bit offsets. Its values stay where they are.
 struct WidenedDirectory {
-    std::uint64_t nDirectory = 0;    ///< the new one, put behind the file's end
-    std::uint64_t nNextPointer = 0;  ///< its own
-    std::uint64_t nOldNext = 0;      ///< the directory after the old one
+    std::uint64_t directory = 0;     ///< the new one, put behind the file's end
+    std::uint64_t next_pointer = 0;  ///< its own
+    std::uint64_t old_next = 0;      ///< the directory after the old one
 };
 
-// Writes the classic directory at nOld anew in the wide form, the directories that it points to before it.
-static bool bWiden(int nDescriptor, std::uint64_t nOld, EndOfFile& objSink, WidenedDirectory& objNew)
+// Writes the classic directory at old_offset anew in the wide form, the directories that it points to before
+// it.
+static bool Widen(int descriptor, std::uint64_t old_offset, EndOfFile& sink, WidenedDirectory& widened)
 {
-    std::vector<std::uint8_t> aCount(2);
-    if (!bReadWhole(nDescriptor, nOld, aCount))
+    std::vector<std::uint8_t> count_field(2);
+    if (!ReadWhole(descriptor, old_offset, count_field))
         return false;
-    const std::uint64_t nCount = nNumberAt(aCount, 0, 2);
-    std::vector<std::uint8_t> aOld(nCount * 12 + 4);
-    if (!bReadWhole(nDescriptor, nOld + 2, aOld))
+    const std::uint64_t count = NumberAt(count_field, 0, 2);
+    std::vector<std::uint8_t> old_entries(count * 12 + 4);
+    if (!ReadWhole(descriptor, old_offset + 2, old_entries))
         return false;
-    std::vector<std::uint8_t> aNew;
-    AppendNumber(aNew, nCount, 8);
-    for (std::uint64_t i = 0; i < nCount; ++i) {
-        const std::size_t nEntry = i * 12;
-        const auto nTag = static_cast<std::uint16_t>(nNumberAt(aOld, nEntry, 2));
-        const auto nType = static_cast<std::uint16_t>(nNumberAt(aOld, nEntry + 2, 2));
-        const std::uint64_t nValues = nNumberAt(aOld, nEntry + 4, 4);
-        const std::uint64_t nSize = nValues * nTiffTypeSize(nType);
-        AppendNumber(aNew, nTag, 2);
-        if (bPointsToTiffDirectory(nTag)) {
-            WidenedDirectory objInner;
-            if (!bWiden(nDescriptor, nNumberAt(aOld, nEntry + 8, 4), objSink, objInner))
+    std::vector<std::uint8_t> new_bytes;
+    AppendNumber(new_bytes, count, 8);
+    for (std::uint64_t i = 0; i < count; ++i) {
+        const std::size_t entry = i * 12;
+        const auto tag = static_cast<std::uint16_t>(NumberAt(old_entries, entry, 2));
+        const auto type = static_cast<std::uint16_t>(NumberAt(old_entries, entry + 2, 2));
+        const std::uint64_t values = NumberAt(old_entries, entry + 4, 4);
+        const std::uint64_t size = values * TiffTypeSize(type);
+        AppendNumber(new_bytes, tag, 2);
+        if (PointsToTiffDirectory(tag)) {
+            WidenedDirectory inner;
+            if (!Widen(descriptor, NumberAt(old_entries, entry + 8, 4), sink, inner))
                 return false;
-            AppendNumber(aNew, 18, 2);
-            AppendNumber(aNew, 1, 8);
-            AppendNumber(aNew, objInner.nDirectory, 8);
+            AppendNumber(new_bytes, 18, 2);
+            AppendNumber(new_bytes, 1, 8);
+            AppendNumber(new_bytes, inner.directory, 8);
             continue;
         }
-        AppendNumber(aNew, nType, 2);
-        AppendNumber(aNew, nValues, 8);
-        const std::uint64_t nOffset = nNumberAt(aOld, nEntry + 8, 4);
-        if (nSize > 4 && nSize <= 8) {  // what now fits into the entry has to be there
-            std::vector<std::uint8_t> aValue(nSize);
-            if (!bReadWhole(nDescriptor, nOffset, aValue))
+        AppendNumber(new_bytes, type, 2);
+        AppendNumber(new_bytes, values, 8);
+        const std::uint64_t offset = NumberAt(old_entries, entry + 8, 4);
+        if (size > 4 && size <= 8) {  // what now fits into the entry has to be there
+            std::vector<std::uint8_t> value(size);
+            if (!ReadWhole(descriptor, offset, value))
                 return false;
-            aValue.resize(8);
-            aNew.insert(aNew.end(), aValue.begin(), aValue.end());
+            value.resize(8);
+            new_bytes.insert(new_bytes.end(), value.begin(), value.end());
         } else {
-            AppendNumber(aNew, nOffset, 8);
+            AppendNumber(new_bytes, offset, 8);
         }
     }
-    AppendNumber(aNew, 0, 8);
-    if (objSink.Position() % 2 != 0) {
-        const std::uint8_t nFill = 0;
-        if (!objSink.Write({&nFill, 1}))
+    AppendNumber(new_bytes, 0, 8);
+    if (sink.Position() % 2 != 0) {
+        const std::uint8_t fill = 0;
+        if (!sink.Write({&fill, 1}))
             return false;
     }
-    objNew.nDirectory = objSink.Position();
-    objNew.nOldNext = nNumberAt(aOld, nCount * 12, 4);
-    objNew.nNextPointer = objNew.nDirectory + aNew.size() - 8;
-    return objSink.Write(aNew);
+    widened.directory = sink.Position();
+    widened.old_next = NumberAt(old_entries, count * 12, 4);
+    widened.next_pointer = widened.directory + new_bytes.size() - 8;
+    return sink.Write(new_bytes);
 }
 
 // All directories are written anew behind the end; the header, which has room for both forms, then turns from
 // the old chain to the new one in a single write.
-bool TiffDocument::bMakeBig()
+bool TiffDocument::MakeBig()
 {
-    std::vector<std::uint8_t> aFirst(4);
-    if (!bReadWhole(m_nDescriptor, 4, aFirst))
+    std::vector<std::uint8_t> first(4);
+    if (!ReadWhole(descriptor_, 4, first))
         return false;
-    EndOfFile objSink(m_nDescriptor, m_nEnd);
-    std::uint64_t nNewFirst = 0;
-    std::uint64_t nNextPointer = 0;
-    for (std::uint64_t nOld = nNumberAt(aFirst, 0, 4); nOld != 0;) {
-        WidenedDirectory objNew;
-        if (!bWiden(m_nDescriptor, nOld, objSink, objNew))
+    EndOfFile sink(descriptor_, end_);
+    std::uint64_t new_first = 0;
+    std::uint64_t next_pointer = 0;
+    for (std::uint64_t old = NumberAt(first, 0, 4); old != 0;) {
+        WidenedDirectory widened;
+        if (!Widen(descriptor_, old, sink, widened))
             return false;
-        std::vector<std::uint8_t> aPointer;
-        AppendNumber(aPointer, objNew.nDirectory, 8);
-        if (nNewFirst == 0)
-            nNewFirst = objNew.nDirectory;
-        else if (!bWriteAt(nNextPointer, aPointer))
+        std::vector<std::uint8_t> pointer;
+        AppendNumber(pointer, widened.directory, 8);
+        if (new_first == 0)
+            new_first = widened.directory;
+        else if (!WriteAt(next_pointer, pointer))
             return false;
-        nNextPointer = objNew.nNextPointer;
-        nOld = objNew.nOldNext;
+        next_pointer = widened.next_pointer;
+        old = widened.old_next;
     }
-    if (!bWriteAt(0, aTiffHeaderBytes(nNewFirst, true)))
+    if (!WriteAt(0, TiffHeaderBytes(new_first, true)))
         return false;
-    m_nEnd = objSink.Position();
-    m_nNextPointer = nNextPointer;
-    m_bBigTiff = true;
+    end_ = sink.Position();
+    next_pointer_ = next_pointer;
+    big_tiff_ = true;
     return true;
 }

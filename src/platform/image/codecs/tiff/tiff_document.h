@@ -16,28 +16,28 @@ class TiffDocument
 {
 public:
     /// Writes a file of one page, whole or not at all, and keeps it open. Null after a failure. Throws
-    /// std::bad_alloc. A classic file becomes one with 64-bit offsets before it passes nClassicEnd bytes;
+    /// std::bad_alloc. A classic file becomes one with 64-bit offsets before it passes classic_end bytes;
     /// tests make that small.
-    static std::unique_ptr<TiffDocument> pBegin(const std::string& sHostPath, const ImageBuffer& aImage,
-                                                const SaveSettings& objSettings,
-                                                std::uint64_t nClassicEnd = kClassicEnd);
+    static std::unique_ptr<TiffDocument> Begin(const std::string& host_path, const ImageBuffer& image,
+                                               const SaveSettings& settings,
+                                               std::uint64_t classic_end = kClassicEnd);
     ~TiffDocument();
     TiffDocument(const TiffDocument&) = delete;
     TiffDocument& operator=(const TiffDocument&) = delete;
 
     /// Adds a page. After False, or std::bad_alloc, the file is as it was, and another page may be tried.
-    bool bAppend(const ImageBuffer& aImage, const SaveSettings& objSettings);
+    bool Append(const ImageBuffer& image, const SaveSettings& settings);
 
 private:
     TiffDocument() = default;
-    bool bAppendPage(const ImageBuffer& aImage, const SaveSettings& objSettings);
-    bool bMakeBig();
-    bool bWriteAt(std::uint64_t nOffset, Bytes aBytes) const;
+    bool AppendPage(const ImageBuffer& image, const SaveSettings& settings);
+    bool MakeBig();
+    bool WriteAt(std::uint64_t offset, Bytes bytes) const;
 
-    int m_nDescriptor = -1;
-    std::uint64_t m_nClassicEnd = kClassicEnd;
-    std::uint64_t m_nEnd = 0;          ///< bytes of the file
-    std::uint64_t m_nNextPointer = 0;  ///< where the last directory names the one after it
-    std::uint32_t m_nPages = 0;
-    bool m_bBigTiff = false;
+    int descriptor_ = -1;
+    std::uint64_t classic_end_ = kClassicEnd;
+    std::uint64_t end_ = 0;           ///< bytes of the file
+    std::uint64_t next_pointer_ = 0;  ///< where the last directory names the one after it
+    std::uint32_t pages_ = 0;
+    bool big_tiff_ = false;
 };

@@ -26,42 +26,42 @@ static int MapNothing(thandle_t, void**, toff_t*)
 
 static void UnmapNothing(thandle_t, void*, toff_t) {}
 
-static TIFF* pOpen(const char* sMode, thandle_t pClient, TIFFReadWriteProc pRead, TIFFReadWriteProc pWrite,
-                   TIFFSeekProc pSeek, TIFFSizeProc pSize, std::uint64_t nLargestBlock)
+static TIFF* Open(const char* mode, thandle_t client, TIFFReadWriteProc read, TIFFReadWriteProc write,
+                  TIFFSeekProc seek, TIFFSizeProc size, std::uint64_t largest_block)
 {
-    const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> pOptions(TIFFOpenOptionsAlloc(),
-                                                                                &TIFFOpenOptionsFree);
-    if (!pOptions)
+    const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> options(TIFFOpenOptionsAlloc(),
+                                                                               &TIFFOpenOptionsFree);
+    if (!options)
         return nullptr;
-    TIFFOpenOptionsSetErrorHandlerExtR(pOptions.get(), &Ignore, nullptr);
-    TIFFOpenOptionsSetWarningHandlerExtR(pOptions.get(), &Ignore, nullptr);
-    TIFFOpenOptionsSetMaxSingleMemAlloc(pOptions.get(), static_cast<tmsize_t>(nLargestBlock));
-    return TIFFClientOpenExt("picture", sMode, pClient, pRead, pWrite, pSeek, &CloseNothing, pSize,
-                             &MapNothing, &UnmapNothing, pOptions.get());
+    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), &Ignore, nullptr);
+    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), &Ignore, nullptr);
+    TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), static_cast<tmsize_t>(largest_block));
+    return TIFFClientOpenExt("picture", mode, client, read, write, seek, &CloseNothing, size, &MapNothing,
+                             &UnmapNothing, options.get());
 }
 
-static std::uint64_t nSought(std::uint64_t nPosition, std::uint64_t nSize, toff_t nOffset, int nWhence)
+static std::uint64_t SeekPosition(std::uint64_t position, std::uint64_t size, toff_t offset, int whence)
 {
-    return nWhence == SEEK_SET ? nOffset : nOffset + (nWhence == SEEK_CUR ? nPosition : nSize);
+    return whence == SEEK_SET ? offset : offset + (whence == SEEK_CUR ? position : size);
 }
 
-TiffInput::TiffInput(InputFile& objFile) : m_objFile(objFile)
+TiffInput::TiffInput(InputFile& file) : file_(file)
 {
     // libtiff holds one strip as it stands in the file, so nothing it asks for is larger than the file; what
     // its decoders need beside that is small. "h": no directory yet; "m": no mapping; "c": strips as the file
     // has them.
-    const std::uint64_t nLargestBlock = objFile.Size() + 256ull * 1024 * 1024;
-    m_pTiff.reset(pOpen("rhmc", this, &Read, &Write, &Seek, &Size, nLargestBlock));
+    const std::uint64_t largest_block = file.Size() + 256ull * 1024 * 1024;
+    tiff_.reset(Open("rhmc", this, &Read, &Write, &Seek, &Size, largest_block));
 }
 
-tmsize_t TiffInput::Read(thandle_t pThis, void* pOut, tmsize_t nCount)
+tmsize_t TiffInput::Read(thandle_t self, void* out, tmsize_t count)
 {
-    auto& obj = *static_cast<TiffInput*>(pThis);
-    const std::size_t nRead = obj.m_objFile.ReadAt(
-        obj.m_nPosition,
-        {static_cast<std::uint8_t*>(pOut), static_cast<std::size_t>(std::max<tmsize_t>(nCount, 0))});
-    obj.m_nPosition += nRead;
-    return static_cast<tmsize_t>(nRead);
+    auto& tiff_input = *static_cast<TiffInput*>(self);
+    const std::size_t got = tiff_input.file_.ReadAt(
+        tiff_input.position_,
+        {static_cast<std::uint8_t*>(out), static_cast<std::size_t>(std::max<tmsize_t>(count, 0))});
+    tiff_input.position_ += got;
+    return static_cast<tmsize_t>(got);
 }
 
 tmsize_t TiffInput::Write(thandle_t, void*, tmsize_t)
@@ -69,32 +69,33 @@ tmsize_t TiffInput::Write(thandle_t, void*, tmsize_t)
     return -1;
 }
 
-toff_t TiffInput::Seek(thandle_t pThis, toff_t nOffset, int nWhence)
+toff_t TiffInput::Seek(thandle_t self, toff_t offset, int whence)
 {
-    auto& obj = *static_cast<TiffInput*>(pThis);
-    obj.m_nPosition = nSought(obj.m_nPosition, obj.m_objFile.Size(), nOffset, nWhence);
-    return obj.m_nPosition;
+    auto& tiff_input = *static_cast<TiffInput*>(self);
+    tiff_input.position_ = SeekPosition(tiff_input.position_, tiff_input.file_.Size(), offset, whence);
+    return tiff_input.position_;
 }
 
-toff_t TiffInput::Size(thandle_t pThis)
+toff_t TiffInput::Size(thandle_t self)
 {
-    return static_cast<TiffInput*>(pThis)->m_objFile.Size();
+    return static_cast<TiffInput*>(self)->file_.Size();
 }
 
 TiffStripEncoder::TiffStripEncoder()
 {
-    m_pTiff.reset(pOpen("wlm", this, &Read, &Write, &Seek, &Size, 0));
+    tiff_.reset(Open("wlm", this, &Read, &Write, &Seek, &Size, 0));
 }
 
-std::vector<std::uint8_t> TiffStripEncoder::aEncoded(std::uint32_t nStrip, std::vector<std::uint8_t>& aStrip)
+std::vector<std::uint8_t> TiffStripEncoder::Encoded(std::uint32_t strip_index,
+                                                    std::vector<std::uint8_t>& strip)
 {
     // libtiff puts each strip at the end of its file; what stands before it has been handed out.
-    m_aWritten.clear();
-    m_nPosition = 0;
-    if (TIFFWriteEncodedStrip(Handle(), nStrip, aStrip.data(), static_cast<tmsize_t>(aStrip.size())) < 0 ||
-        m_bFailed)
+    written_.clear();
+    position_ = 0;
+    if (TIFFWriteEncodedStrip(Handle(), strip_index, strip.data(), static_cast<tmsize_t>(strip.size())) < 0 ||
+        failed_)
         return {};
-    return std::move(m_aWritten);
+    return std::move(written_);
 }
 
 tmsize_t TiffStripEncoder::Read(thandle_t, void*, tmsize_t)
@@ -102,27 +103,28 @@ tmsize_t TiffStripEncoder::Read(thandle_t, void*, tmsize_t)
     return -1;
 }
 
-tmsize_t TiffStripEncoder::Write(thandle_t pThis, void* pBytes, tmsize_t nCount)
+tmsize_t TiffStripEncoder::Write(thandle_t self, void* bytes, tmsize_t count)
 {
-    auto& obj = *static_cast<TiffStripEncoder*>(pThis);
+    auto& tiff_strip_encoder = *static_cast<TiffStripEncoder*>(self);
     try {
-        const auto* pFirst = static_cast<const std::uint8_t*>(pBytes);
-        obj.m_aWritten.insert(obj.m_aWritten.end(), pFirst, pFirst + nCount);
+        const auto* first = static_cast<const std::uint8_t*>(bytes);
+        tiff_strip_encoder.written_.insert(tiff_strip_encoder.written_.end(), first, first + count);
     } catch (const std::bad_alloc&) {
-        obj.m_bFailed = true;
+        tiff_strip_encoder.failed_ = true;
         return -1;
     }
-    return nCount;
+    return count;
 }
 
-toff_t TiffStripEncoder::Seek(thandle_t pThis, toff_t nOffset, int nWhence)
+toff_t TiffStripEncoder::Seek(thandle_t self, toff_t offset, int whence)
 {
-    auto& obj = *static_cast<TiffStripEncoder*>(pThis);
-    obj.m_nPosition = nSought(obj.m_nPosition, obj.m_aWritten.size(), nOffset, nWhence);
-    return obj.m_nPosition;
+    auto& tiff_strip_encoder = *static_cast<TiffStripEncoder*>(self);
+    tiff_strip_encoder.position_ =
+        SeekPosition(tiff_strip_encoder.position_, tiff_strip_encoder.written_.size(), offset, whence);
+    return tiff_strip_encoder.position_;
 }
 
-toff_t TiffStripEncoder::Size(thandle_t pThis)
+toff_t TiffStripEncoder::Size(thandle_t self)
 {
-    return static_cast<TiffStripEncoder*>(pThis)->m_aWritten.size();
+    return static_cast<TiffStripEncoder*>(self)->written_.size();
 }

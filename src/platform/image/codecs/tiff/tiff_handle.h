@@ -16,22 +16,22 @@ class InputFile;
 class TiffInput
 {
 public:
-    /// objFile is lent for the life of this object. Handle() is null for a file that libtiff doesn't take.
-    explicit TiffInput(InputFile& objFile);
-    TIFF* Handle() const { return m_pTiff.get(); }
+    /// file is lent for the life of this object. Handle() is null for a file that libtiff doesn't take.
+    explicit TiffInput(InputFile& file);
+    TIFF* Handle() const { return tiff_.get(); }
 
 private:
     struct Close {
-        void operator()(TIFF* pTiff) const { TIFFClose(pTiff); }
+        void operator()(TIFF* tiff) const { TIFFClose(tiff); }
     };
-    static tmsize_t Read(thandle_t pThis, void* pOut, tmsize_t nCount);
-    static tmsize_t Write(thandle_t pThis, void* pBytes, tmsize_t nCount);
-    static toff_t Seek(thandle_t pThis, toff_t nOffset, int nWhence);
-    static toff_t Size(thandle_t pThis);
+    static tmsize_t Read(thandle_t self, void* out, tmsize_t count);
+    static tmsize_t Write(thandle_t self, void* bytes, tmsize_t count);
+    static toff_t Seek(thandle_t self, toff_t offset, int whence);
+    static toff_t Size(thandle_t self);
 
-    InputFile& m_objFile;
-    std::uint64_t m_nPosition = 0;
-    std::unique_ptr<TIFF, Close> m_pTiff;
+    InputFile& file_;
+    std::uint64_t position_ = 0;
+    std::unique_ptr<TIFF, Close> tiff_;
 };
 
 /// What libtiff's encoders make of a picture's strips, without a file around them.
@@ -40,21 +40,21 @@ class TiffStripEncoder
 public:
     TiffStripEncoder();
     /// To set the tags that the encoder goes by; null without memory.
-    TIFF* Handle() const { return m_pTiff.get(); }
-    /// The encoded bytes of strip nStrip; empty after a failure. aStrip is changed.
-    std::vector<std::uint8_t> aEncoded(std::uint32_t nStrip, std::vector<std::uint8_t>& aStrip);
+    TIFF* Handle() const { return tiff_.get(); }
+    /// The encoded bytes of strip strip_index; empty after a failure. strip is changed.
+    std::vector<std::uint8_t> Encoded(std::uint32_t strip_index, std::vector<std::uint8_t>& strip);
 
 private:
     struct Forget {
-        void operator()(TIFF* pTiff) const { TIFFCleanup(pTiff); }  // TIFFClose would add a directory
+        void operator()(TIFF* tiff) const { TIFFCleanup(tiff); }  // TIFFClose would add a directory
     };
-    static tmsize_t Read(thandle_t pThis, void* pOut, tmsize_t nCount);
-    static tmsize_t Write(thandle_t pThis, void* pBytes, tmsize_t nCount);
-    static toff_t Seek(thandle_t pThis, toff_t nOffset, int nWhence);
-    static toff_t Size(thandle_t pThis);
+    static tmsize_t Read(thandle_t self, void* out, tmsize_t count);
+    static tmsize_t Write(thandle_t self, void* bytes, tmsize_t count);
+    static toff_t Seek(thandle_t self, toff_t offset, int whence);
+    static toff_t Size(thandle_t self);
 
-    std::vector<std::uint8_t> m_aWritten;
-    std::uint64_t m_nPosition = 0;
-    bool m_bFailed = false;
-    std::unique_ptr<TIFF, Forget> m_pTiff;
+    std::vector<std::uint8_t> written_;
+    std::uint64_t position_ = 0;
+    bool failed_ = false;
+    std::unique_ptr<TIFF, Forget> tiff_;
 };

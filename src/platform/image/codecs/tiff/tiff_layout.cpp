@@ -15,9 +15,9 @@ static constexpr std::uint64_t kMaxChunks = 4'000'000;
 static constexpr std::uint64_t kAnyTileBytes =
     16 * 1024 * 1024;  // a tile may be so large on the smallest page
 
-std::uint32_t TiffLayout::nColours() const
+std::uint32_t TiffLayout::ColourCount() const
 {
-    switch (enColour) {
+    switch (colour) {
         case TiffColour::kGrey:
         case TiffColour::kPalette:
             return 1;
@@ -28,60 +28,60 @@ std::uint32_t TiffLayout::nColours() const
     }
 }
 
-static std::uint64_t nTagNumber(InputFile& objFile, const TiffHeader& objHeader,
-                                const std::vector<TiffEntry>& aEntries, std::uint16_t nTag,
-                                std::uint64_t nMissing)
+static std::uint64_t TagNumber(InputFile& file, const TiffHeader& header,
+                               const std::vector<TiffEntry>& entries, std::uint16_t tag,
+                               std::uint64_t missing)
 {
-    const TiffEntry* pEntry = pEntryOf(aEntries, nTag);
-    return pEntry ? nReadNumber(objFile, objHeader, *pEntry).value_or(nMissing) : nMissing;
+    const TiffEntry* entry = EntryOf(entries, tag);
+    return entry ? ReadNumber(file, header, *entry).value_or(missing) : missing;
 }
 
-static std::uint16_t nShort(TIFF* pTiff, std::uint32_t nTag, std::uint16_t nMissing)
+static std::uint16_t ReadShort(TIFF* tiff, std::uint32_t tag, std::uint16_t missing)
 {
-    std::uint16_t nValue = nMissing;
-    return TIFFGetFieldDefaulted(pTiff, nTag, &nValue) ? nValue : nMissing;
+    std::uint16_t value = missing;
+    return TIFFGetFieldDefaulted(tiff, tag, &value) ? value : missing;
 }
 
-static std::uint64_t nParts(std::uint64_t nWhole, std::uint64_t nPart)
+static std::uint64_t PartCount(std::uint64_t whole, std::uint64_t part)
 {
-    return (nWhole + nPart - 1) / nPart;
+    return (whole + part - 1) / part;
 }
 
-bool bDirectoryPlausible(InputFile& objFile, const TiffHeader& objHeader, std::uint64_t nDirectory)
+bool IsPlausibleDirectory(InputFile& file, const TiffHeader& header, std::uint64_t directory)
 {
-    const std::vector<TiffEntry> aEntries = aReadEntries(objFile, objHeader, nDirectory);
-    const auto nNumber = [&](std::uint16_t nTag, std::uint64_t nMissing) {
-        return nTagNumber(objFile, objHeader, aEntries, nTag, nMissing);
+    const std::vector<TiffEntry> entries = ReadEntries(file, header, directory);
+    const auto number = [&](std::uint16_t tag, std::uint64_t missing) {
+        return TagNumber(file, header, entries, tag, missing);
     };
-    const std::uint64_t nWidth = nNumber(TIFFTAG_IMAGEWIDTH, 0);
-    const std::uint64_t nHeight = nNumber(TIFFTAG_IMAGELENGTH, 0);
-    const std::uint64_t nSamples = nNumber(TIFFTAG_SAMPLESPERPIXEL, 1);
-    if (!IsSizeAllowed(nWidth, nHeight) || nSamples < 1 || nSamples > kMaxSamples)
+    const std::uint64_t width = number(TIFFTAG_IMAGEWIDTH, 0);
+    const std::uint64_t height = number(TIFFTAG_IMAGELENGTH, 0);
+    const std::uint64_t samples = number(TIFFTAG_SAMPLESPERPIXEL, 1);
+    if (!IsSizeAllowed(width, height) || samples < 1 || samples > kMaxSamples)
         return false;
 
-    const TiffEntry* pOffsets = pEntryOf(aEntries, TIFFTAG_TILEOFFSETS);
-    const bool bTiled = pOffsets != nullptr || pEntryOf(aEntries, TIFFTAG_TILEWIDTH) != nullptr;
-    if (!pOffsets)
-        pOffsets = pEntryOf(aEntries, TIFFTAG_STRIPOFFSETS);
-    if (!pOffsets)  // the old style of JPEG names its stream by a tag of its own
-        return nNumber(TIFFTAG_COMPRESSION, 1) == COMPRESSION_OJPEG &&
-               pEntryOf(aEntries, TIFFTAG_JPEGIFOFFSET) != nullptr;
-    const std::uint64_t nChunkWidth = bTiled ? nNumber(TIFFTAG_TILEWIDTH, 0) : nWidth;
-    std::uint64_t nChunkHeight =
-        nNumber(bTiled ? TIFFTAG_TILELENGTH : TIFFTAG_ROWSPERSTRIP, bTiled ? 0 : nHeight);
-    if (nChunkWidth < 1 || nChunkHeight < 1)
+    const TiffEntry* offsets = EntryOf(entries, TIFFTAG_TILEOFFSETS);
+    const bool tiled = offsets != nullptr || EntryOf(entries, TIFFTAG_TILEWIDTH) != nullptr;
+    if (!offsets)
+        offsets = EntryOf(entries, TIFFTAG_STRIPOFFSETS);
+    if (!offsets)  // the old style of JPEG names its stream by a tag of its own
+        return number(TIFFTAG_COMPRESSION, 1) == COMPRESSION_OJPEG &&
+               EntryOf(entries, TIFFTAG_JPEGIFOFFSET) != nullptr;
+    const std::uint64_t chunk_width = tiled ? number(TIFFTAG_TILEWIDTH, 0) : width;
+    std::uint64_t chunk_height =
+        number(tiled ? TIFFTAG_TILELENGTH : TIFFTAG_ROWSPERSTRIP, tiled ? 0 : height);
+    if (chunk_width < 1 || chunk_height < 1)
         return false;
-    const std::uint64_t nPlanes = nNumber(TIFFTAG_PLANARCONFIG, 1) == PLANARCONFIG_SEPARATE ? nSamples : 1;
-    const std::uint64_t nChunks = nParts(nWidth, nChunkWidth) * nParts(nHeight, nChunkHeight) * nPlanes;
-    return nChunks <= kMaxChunks && nChunks <= pOffsets->nCount;
+    const std::uint64_t planes = number(TIFFTAG_PLANARCONFIG, 1) == PLANARCONFIG_SEPARATE ? samples : 1;
+    const std::uint64_t chunks = PartCount(width, chunk_width) * PartCount(height, chunk_height) * planes;
+    return chunks <= kMaxChunks && chunks <= offsets->count;
 }
 
 // Bytes that a byte of the file can become at most; 0 where there is no such limit. Longest runs: LZW's table
 // full of ever longer strings, deflate's 258 bytes from 2 bits, 128 equal bytes from 2; a block of 64 samples
 // from 2 bits.
-static std::uint64_t nMostFromAByte(const TiffLayout& objLayout)
+static std::uint64_t MaxPixelsPerByte(const TiffLayout& layout)
 {
-    switch (objLayout.nCompression) {
+    switch (layout.compression) {
         case COMPRESSION_NONE:
             return 1;
         case COMPRESSION_LZW:
@@ -97,222 +97,214 @@ static std::uint64_t nMostFromAByte(const TiffLayout& objLayout)
         case COMPRESSION_CCITTRLEW:
         case COMPRESSION_CCITTFAX3:
         case COMPRESSION_CCITTFAX4:
-            return objLayout.nChunkWidth + 8;  // a bit may stand for a whole row
+            return layout.chunk_width + 8;  // a bit may stand for a whole row
         default:
             return 0;
     }
 }
 
 // libjbig allocates by the sizes in the stream's own header, which has to agree with the page's.
-static bool bJbigHeaderFits(TIFF* pTiff, InputFile& objFile, std::uint64_t nOffset,
-                            const TiffLayout& objLayout)
+static bool JbigHeaderFits(TIFF* tiff, InputFile& file, std::uint64_t offset, const TiffLayout& layout)
 {
-    std::array<std::uint8_t, 20> aHeader{};
-    if (objFile.ReadAt(nOffset, aHeader) != aHeader.size())
+    std::array<std::uint8_t, 20> header{};
+    if (file.ReadAt(offset, header) != header.size())
         return false;
     // The stream is stored, and read, with its bits turned round where the file's order of bits is libtiff's
     // own.
-    const std::uint16_t nOwnOrder = TIFFIsMSB2LSB(pTiff) ? FILLORDER_MSB2LSB : FILLORDER_LSB2MSB;
-    if (nShort(pTiff, TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == nOwnOrder)
-        TIFFReverseBits(aHeader.data(), static_cast<tmsize_t>(aHeader.size()));
-    ByteReader rd(aHeader);
-    const std::uint8_t nFirstLayer = rd.U8();
-    const std::uint8_t nLastLayer = rd.U8();
-    const std::uint8_t nPlanes = rd.U8();
-    rd.Take(1);
-    const std::uint32_t nWidth = rd.U32Be();
-    const std::uint32_t nHeight = rd.U32Be();
-    return nFirstLayer == 0 && nLastLayer == 0 && nPlanes == 1 && nWidth == objLayout.nChunkWidth &&
-           nHeight >= 1 && nHeight <= objLayout.nChunkHeight;
+    const std::uint16_t own_order = TIFFIsMSB2LSB(tiff) ? FILLORDER_MSB2LSB : FILLORDER_LSB2MSB;
+    if (ReadShort(tiff, TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == own_order)
+        TIFFReverseBits(header.data(), static_cast<tmsize_t>(header.size()));
+    ByteReader reader(header);
+    const std::uint8_t first_layer = reader.U8();
+    const std::uint8_t last_layer = reader.U8();
+    const std::uint8_t planes = reader.U8();
+    reader.Take(1);
+    const std::uint32_t width = reader.U32Be();
+    const std::uint32_t height = reader.U32Be();
+    return first_layer == 0 && last_layer == 0 && planes == 1 && width == layout.chunk_width && height >= 1 &&
+           height <= layout.chunk_height;
 }
 
 // Whether the chunks that are in the file can hold the pixels that the tags claim.
-static bool bChunksSuffice(TIFF* pTiff, const TiffLayout& objLayout, InputFile& objFile)
+static bool ChunksSuffice(TIFF* tiff, const TiffLayout& layout, InputFile& file)
 {
-    const std::uint64_t nChunkBytes = objLayout.bTiled ? TIFFTileSize64(pTiff) : TIFFStripSize64(pTiff);
-    const std::uint32_t nChunks = objLayout.bTiled ? TIFFNumberOfTiles(pTiff) : TIFFNumberOfStrips(pTiff);
-    if (nChunkBytes == 0 || nChunks == 0 || nChunkBytes > std::numeric_limits<std::uint32_t>::max())
+    const std::uint64_t chunk_bytes = layout.tiled ? TIFFTileSize64(tiff) : TIFFStripSize64(tiff);
+    const std::uint32_t chunks = layout.tiled ? TIFFNumberOfTiles(tiff) : TIFFNumberOfStrips(tiff);
+    if (chunk_bytes == 0 || chunks == 0 || chunk_bytes > std::numeric_limits<std::uint32_t>::max())
         return false;
-    const std::uint64_t nPageBytes = std::uint64_t{objLayout.nWidth} * objLayout.nHeight *
-                                     nParts(std::uint64_t{objLayout.nBits} * objLayout.nSamples, 8);
-    if (objLayout.bTiled && nChunkBytes > std::max(kAnyTileBytes, 4 * nPageBytes))
+    const std::uint64_t page_bytes = std::uint64_t{layout.width} * layout.height *
+                                     PartCount(std::uint64_t{layout.bits} * layout.samples, 8);
+    if (layout.tiled && chunk_bytes > std::max(kAnyTileBytes, 4 * page_bytes))
         return false;
-    if (objLayout.nCompression == COMPRESSION_OJPEG)
+    if (layout.compression == COMPRESSION_OJPEG)
         return true;  // its stream need not be where the tags say that the strips are
-    std::uint64_t nStored = 0;
-    for (std::uint32_t i = 0; i < nChunks; ++i) {
-        const std::uint64_t nOffset = TIFFGetStrileOffset(pTiff, i);
-        const std::uint64_t nBytes = TIFFGetStrileByteCount(pTiff, i);
-        if (nOffset < 8 || nOffset >= objFile.Size() || nBytes == 0)
+    std::uint64_t stored = 0;
+    for (std::uint32_t i = 0; i < chunks; ++i) {
+        const std::uint64_t offset = TIFFGetStrileOffset(tiff, i);
+        const std::uint64_t bytes = TIFFGetStrileByteCount(tiff, i);
+        if (offset < 8 || offset >= file.Size() || bytes == 0)
             return false;
-        if (objLayout.nCompression == COMPRESSION_JBIG &&
-            !bJbigHeaderFits(pTiff, objFile, nOffset, objLayout))
+        if (layout.compression == COMPRESSION_JBIG && !JbigHeaderFits(tiff, file, offset, layout))
             return false;
-        nStored += std::min(nBytes, objFile.Size() - nOffset);
+        stored += std::min(bytes, file.Size() - offset);
     }
-    const std::uint64_t nMost = nMostFromAByte(objLayout);
-    const std::uint64_t nRowBytes = objLayout.bTiled ? TIFFTileRowSize64(pTiff) : TIFFScanlineSize64(pTiff);
-    const std::uint64_t nPlanes = objLayout.bSeparate ? objLayout.nSamples : 1;
-    const std::uint64_t nNeeded =
-        objLayout.bTiled ? nChunkBytes * nChunks : nRowBytes * objLayout.nHeight * nPlanes;
-    return nMost == 0 || nStored * nMost >= nNeeded;
+    const std::uint64_t max = MaxPixelsPerByte(layout);
+    const std::uint64_t row_bytes = layout.tiled ? TIFFTileRowSize64(tiff) : TIFFScanlineSize64(tiff);
+    const std::uint64_t planes = layout.separate ? layout.samples : 1;
+    const std::uint64_t needed = layout.tiled ? chunk_bytes * chunks : row_bytes * layout.height * planes;
+    return max == 0 || stored * max >= needed;
 }
 
 // The first sample beyond the colours that is alpha. One that the file doesn't explain is none: editors keep
 // masks and spot colours there.
-static void ReadAlpha(TIFF* pTiff, TiffLayout& objLayout)
+static void ReadAlpha(TIFF* tiff, TiffLayout& layout)
 {
-    std::uint16_t nExtra = 0;
-    std::uint16_t* pKinds = nullptr;
-    if (!TIFFGetField(pTiff, TIFFTAG_EXTRASAMPLES, &nExtra, &pKinds))
+    std::uint16_t extra = 0;
+    std::uint16_t* kinds = nullptr;
+    if (!TIFFGetField(tiff, TIFFTAG_EXTRASAMPLES, &extra, &kinds))
         return;
-    for (std::uint16_t i = 0; i < nExtra && objLayout.nColours() + i < objLayout.nSamples; ++i) {
-        if (pKinds[i] != EXTRASAMPLE_ASSOCALPHA && pKinds[i] != EXTRASAMPLE_UNASSALPHA)
+    for (std::uint16_t i = 0; i < extra && layout.ColourCount() + i < layout.samples; ++i) {
+        if (kinds[i] != EXTRASAMPLE_ASSOCALPHA && kinds[i] != EXTRASAMPLE_UNASSALPHA)
             continue;
-        objLayout.enAlpha =
-            pKinds[i] == EXTRASAMPLE_ASSOCALPHA ? TiffAlpha::kAssociated : TiffAlpha::kUnassociated;
-        objLayout.nAlphaSample = static_cast<std::uint16_t>(objLayout.nColours() + i);
+        layout.alpha = kinds[i] == EXTRASAMPLE_ASSOCALPHA ? TiffAlpha::kAssociated : TiffAlpha::kUnassociated;
+        layout.alpha_sample = static_cast<std::uint16_t>(layout.ColourCount() + i);
         return;
     }
 }
 
 // False for a kind of colour that isn't known.
-static bool bReadColour(TIFF* pTiff, TiffLayout& objLayout)
+static bool ReadColour(TIFF* tiff, TiffLayout& layout)
 {
-    std::uint16_t nPhotometric = 0;
-    if (!TIFFGetField(pTiff, TIFFTAG_PHOTOMETRIC, &nPhotometric)) {
-        const bool bFax =
-            objLayout.nCompression >= COMPRESSION_CCITTRLE && objLayout.nCompression <= COMPRESSION_CCITTFAX4;
-        nPhotometric = objLayout.nSamples >= 3 ? PHOTOMETRIC_RGB
-                       : bFax                  ? PHOTOMETRIC_MINISWHITE
-                                               : PHOTOMETRIC_MINISBLACK;
+    std::uint16_t photometric = 0;
+    if (!TIFFGetField(tiff, TIFFTAG_PHOTOMETRIC, &photometric)) {
+        const bool fax =
+            layout.compression >= COMPRESSION_CCITTRLE && layout.compression <= COMPRESSION_CCITTFAX4;
+        photometric = layout.samples >= 3 ? PHOTOMETRIC_RGB
+                      : fax               ? PHOTOMETRIC_MINISWHITE
+                                          : PHOTOMETRIC_MINISBLACK;
     }
-    switch (nPhotometric) {
+    switch (photometric) {
         case PHOTOMETRIC_MINISWHITE:
         case PHOTOMETRIC_MINISBLACK:
         case PHOTOMETRIC_MASK:
-            objLayout.enColour = TiffColour::kGrey;
-            objLayout.bMinIsWhite = nPhotometric == PHOTOMETRIC_MINISWHITE;
+            layout.colour = TiffColour::kGrey;
+            layout.min_is_white = photometric == PHOTOMETRIC_MINISWHITE;
             break;
         case PHOTOMETRIC_RGB:
-            objLayout.enColour = objLayout.nSamples >= 3 ? TiffColour::kRgb : TiffColour::kGrey;
+            layout.colour = layout.samples >= 3 ? TiffColour::kRgb : TiffColour::kGrey;
             break;
         case PHOTOMETRIC_PALETTE:
-            objLayout.enColour = TiffColour::kPalette;
+            layout.colour = TiffColour::kPalette;
             break;
         case PHOTOMETRIC_SEPARATED:
-            objLayout.enColour = TiffColour::kCmyk;
+            layout.colour = TiffColour::kCmyk;
             break;
         case PHOTOMETRIC_YCBCR:
-            objLayout.enColour = TiffColour::kYCbCr;
+            layout.colour = TiffColour::kYCbCr;
             break;
         case PHOTOMETRIC_CIELAB:
-            objLayout.enColour = TiffColour::kLab;
+            layout.colour = TiffColour::kLab;
             break;
         case PHOTOMETRIC_ICCLAB:
-            objLayout.enColour = TiffColour::kIccLab;
+            layout.colour = TiffColour::kIccLab;
             break;
         case PHOTOMETRIC_LOGL:
         case PHOTOMETRIC_LOGLUV:
-            if (!TIFFSetField(pTiff, TIFFTAG_SGILOGDATAFMT, SGILOGDATAFMT_8BIT))
+            if (!TIFFSetField(tiff, TIFFTAG_SGILOGDATAFMT, SGILOGDATAFMT_8BIT))
                 return false;
-            objLayout.enColour = nPhotometric == PHOTOMETRIC_LOGL ? TiffColour::kGrey : TiffColour::kRgb;
+            layout.colour = photometric == PHOTOMETRIC_LOGL ? TiffColour::kGrey : TiffColour::kRgb;
             break;
         default:
             return false;
     }
-    return objLayout.nSamples >= objLayout.nColours();
+    return layout.samples >= layout.ColourCount();
 }
 
-static void ReadYCbCr(TIFF* pTiff, TiffLayout& objLayout)
+static void ReadYCbCr(TIFF* tiff, TiffLayout& layout)
 {
-    if (objLayout.nCompression == COMPRESSION_JPEG && !objLayout.bSeparate) {
-        TIFFSetField(pTiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
-        objLayout.enColour = TiffColour::kRgb;
+    if (layout.compression == COMPRESSION_JPEG && !layout.separate) {
+        TIFFSetField(tiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
+        layout.colour = TiffColour::kRgb;
         return;
     }
-    TIFFGetFieldDefaulted(pTiff, TIFFTAG_YCBCRSUBSAMPLING, &objLayout.nSubsamplingX,
-                          &objLayout.nSubsamplingY);
+    TIFFGetFieldDefaulted(tiff, TIFFTAG_YCBCRSUBSAMPLING, &layout.subsampling_x, &layout.subsampling_y);
 }
 
 // What libtiff calls the range of float and of wide whole samples, if the file has it; else the type's own.
-static void ReadRange(TIFF* pTiff, TiffLayout& objLayout)
+static void ReadRange(TIFF* tiff, TiffLayout& layout)
 {
-    if (objLayout.nFormat != SAMPLEFORMAT_IEEEFP && objLayout.nBits <= 16)
+    if (layout.format != SAMPLEFORMAT_IEEEFP && layout.bits <= 16)
         return;
-    if (objLayout.nFormat != SAMPLEFORMAT_IEEEFP) {
-        double dSpan = 1;
-        for (int i = 0; i < objLayout.nBits; ++i)
-            dSpan *= 2;
-        objLayout.dLowest = objLayout.nFormat == SAMPLEFORMAT_INT ? -dSpan / 2 : 0;
-        objLayout.dHighest = objLayout.dLowest + dSpan - 1;
+    if (layout.format != SAMPLEFORMAT_IEEEFP) {
+        double span = 1;
+        for (int i = 0; i < layout.bits; ++i)
+            span *= 2;
+        layout.lowest = layout.format == SAMPLEFORMAT_INT ? -span / 2 : 0;
+        layout.highest = layout.lowest + span - 1;
     }
-    double dLowest = 0;
-    double dHighest = 0;
-    if (TIFFGetField(pTiff, TIFFTAG_SMINSAMPLEVALUE, &dLowest) &&
-        TIFFGetField(pTiff, TIFFTAG_SMAXSAMPLEVALUE, &dHighest) && dHighest > dLowest) {
-        objLayout.dLowest = dLowest;
-        objLayout.dHighest = dHighest;
+    double lowest = 0;
+    double highest = 0;
+    if (TIFFGetField(tiff, TIFFTAG_SMINSAMPLEVALUE, &lowest) &&
+        TIFFGetField(tiff, TIFFTAG_SMAXSAMPLEVALUE, &highest) && highest > lowest) {
+        layout.lowest = lowest;
+        layout.highest = highest;
     }
 }
 
-static bool bBitsKnown(const TiffLayout& objLayout)
+static bool HasKnownDepth(const TiffLayout& layout)
 {
-    if (objLayout.nFormat == SAMPLEFORMAT_IEEEFP && objLayout.enColour != TiffColour::kPalette)
-        return objLayout.nBits == 16 || objLayout.nBits == 24 || objLayout.nBits == 32 ||
-               objLayout.nBits == 64;
-    if (objLayout.nFormat != SAMPLEFORMAT_UINT && objLayout.nFormat != SAMPLEFORMAT_INT)
+    if (layout.format == SAMPLEFORMAT_IEEEFP && layout.colour != TiffColour::kPalette)
+        return layout.bits == 16 || layout.bits == 24 || layout.bits == 32 || layout.bits == 64;
+    if (layout.format != SAMPLEFORMAT_UINT && layout.format != SAMPLEFORMAT_INT)
         return false;
-    if (objLayout.enColour == TiffColour::kPalette && objLayout.nBits > 16)
+    if (layout.colour == TiffColour::kPalette && layout.bits > 16)
         return false;
-    if (objLayout.enColour == TiffColour::kLab || objLayout.enColour == TiffColour::kIccLab)
-        return objLayout.nBits == 8 || objLayout.nBits == 16;
-    return (objLayout.nBits >= 1 && objLayout.nBits <= 16) || objLayout.nBits == 24 ||
-           objLayout.nBits == 32 || objLayout.nBits == 64;
+    if (layout.colour == TiffColour::kLab || layout.colour == TiffColour::kIccLab)
+        return layout.bits == 8 || layout.bits == 16;
+    return (layout.bits >= 1 && layout.bits <= 16) || layout.bits == 24 || layout.bits == 32 ||
+           layout.bits == 64;
 }
 
-std::optional<TiffLayout> objReadLayout(TIFF* pTiff, InputFile& objFile)
+std::optional<TiffLayout> ReadLayout(TIFF* tiff, InputFile& file)
 {
-    TiffLayout objLayout;
-    TIFFGetField(pTiff, TIFFTAG_IMAGEWIDTH, &objLayout.nWidth);
-    TIFFGetField(pTiff, TIFFTAG_IMAGELENGTH, &objLayout.nHeight);
-    objLayout.nSamples = nShort(pTiff, TIFFTAG_SAMPLESPERPIXEL, 1);
-    objLayout.nCompression = nShort(pTiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE);
-    objLayout.nOrientation = nShort(pTiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
-    objLayout.bSeparate = objLayout.nSamples > 1 &&
-                          nShort(pTiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
-    objLayout.bTiled = TIFFIsTiled(pTiff) != 0;
-    if (!IsSizeAllowed(objLayout.nWidth, objLayout.nHeight) || objLayout.nSamples < 1 ||
-        objLayout.nSamples > kMaxSamples || !TIFFIsCODECConfigured(objLayout.nCompression) ||
-        !bReadColour(pTiff, objLayout))
+    TiffLayout layout;
+    TIFFGetField(tiff, TIFFTAG_IMAGEWIDTH, &layout.width);
+    TIFFGetField(tiff, TIFFTAG_IMAGELENGTH, &layout.height);
+    layout.samples = ReadShort(tiff, TIFFTAG_SAMPLESPERPIXEL, 1);
+    layout.compression = ReadShort(tiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE);
+    layout.orientation = ReadShort(tiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
+    layout.separate = layout.samples > 1 &&
+                      ReadShort(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
+    layout.tiled = TIFFIsTiled(tiff) != 0;
+    if (!IsSizeAllowed(layout.width, layout.height) || layout.samples < 1 || layout.samples > kMaxSamples ||
+        !TIFFIsCODECConfigured(layout.compression) || !ReadColour(tiff, layout))
         return std::nullopt;
 
-    if (objLayout.enColour == TiffColour::kYCbCr)
-        ReadYCbCr(pTiff, objLayout);
+    if (layout.colour == TiffColour::kYCbCr)
+        ReadYCbCr(tiff, layout);
     // After the choices of the decoder's output, which change both.
-    objLayout.nBits = nShort(pTiff, TIFFTAG_BITSPERSAMPLE, 1);
-    objLayout.nFormat = nShort(pTiff, TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
-    if (objLayout.nFormat == SAMPLEFORMAT_VOID)
-        objLayout.nFormat = SAMPLEFORMAT_UINT;
-    if (!bBitsKnown(objLayout))
+    layout.bits = ReadShort(tiff, TIFFTAG_BITSPERSAMPLE, 1);
+    layout.format = ReadShort(tiff, TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
+    if (layout.format == SAMPLEFORMAT_VOID)
+        layout.format = SAMPLEFORMAT_UINT;
+    if (!HasKnownDepth(layout))
         return std::nullopt;
-    const bool bPowers = objLayout.nSubsamplingX >= 1 && objLayout.nSubsamplingX <= 4 &&
-                         objLayout.nSubsamplingY >= 1 && objLayout.nSubsamplingY <= 4;
-    if (!bPowers ||
-        (objLayout.bSubsampled() && (objLayout.bSeparate || objLayout.nBits != 8 || objLayout.nSamples != 3)))
+    const bool powers = layout.subsampling_x >= 1 && layout.subsampling_x <= 4 && layout.subsampling_y >= 1 &&
+                        layout.subsampling_y <= 4;
+    if (!powers || (layout.IsSubsampled() && (layout.separate || layout.bits != 8 || layout.samples != 3)))
         return std::nullopt;
-    ReadAlpha(pTiff, objLayout);
-    ReadRange(pTiff, objLayout);
+    ReadAlpha(tiff, layout);
+    ReadRange(tiff, layout);
 
-    objLayout.nChunkWidth = objLayout.nWidth;
-    if (objLayout.bTiled) {
-        TIFFGetField(pTiff, TIFFTAG_TILEWIDTH, &objLayout.nChunkWidth);
-        TIFFGetField(pTiff, TIFFTAG_TILELENGTH, &objLayout.nChunkHeight);
+    layout.chunk_width = layout.width;
+    if (layout.tiled) {
+        TIFFGetField(tiff, TIFFTAG_TILEWIDTH, &layout.chunk_width);
+        TIFFGetField(tiff, TIFFTAG_TILELENGTH, &layout.chunk_height);
     } else {
-        TIFFGetFieldDefaulted(pTiff, TIFFTAG_ROWSPERSTRIP, &objLayout.nChunkHeight);
-        objLayout.nChunkHeight = std::min(objLayout.nChunkHeight, objLayout.nHeight);
+        TIFFGetFieldDefaulted(tiff, TIFFTAG_ROWSPERSTRIP, &layout.chunk_height);
+        layout.chunk_height = std::min(layout.chunk_height, layout.height);
     }
-    if (objLayout.nChunkWidth < 1 || objLayout.nChunkHeight < 1 || !bChunksSuffice(pTiff, objLayout, objFile))
+    if (layout.chunk_width < 1 || layout.chunk_height < 1 || !ChunksSuffice(tiff, layout, file))
         return std::nullopt;
-    return objLayout;
+    return layout;
 }

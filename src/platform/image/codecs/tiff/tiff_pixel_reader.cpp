@@ -18,144 +18,142 @@ namespace
 {
 /// What the functions below share while one page is read.
 struct PageReading {
-    TIFF* pTiff;
-    const TiffLayout& objLayout;
-    const TiffRows& objRows;
-    std::uint8_t* pLevels;  ///< the whole page's
-    std::size_t nPitch;     ///< bytes of a row of levels
-    std::vector<std::uint8_t> aChunk = {};
-    bool bFinishRows;  ///< the rows are brought to their end as they come
+    TIFF* tiff;
+    const TiffLayout& layout;
+    const TiffRows& rows;
+    std::uint8_t* levels;  ///< the whole page's
+    std::size_t pitch;     ///< bytes of a row of levels
+    std::vector<std::uint8_t> chunk = {};
+    bool finish_rows;  ///< the rows are brought to their end as they come
 
-    std::uint8_t* pAt(std::uint32_t x, std::uint32_t y) const
+    std::uint8_t* PixelAt(std::uint32_t x, std::uint32_t y) const
     {
-        return pLevels + y * nPitch + std::size_t{x} * objRows.Levels();
+        return levels + y * pitch + std::size_t{x} * rows.Levels();
     }
 };
 }  // namespace
 
 // Rows that have been unpacked, while they are still in the processor's cache.
-static bool bFinishRows(const PageReading& obj, std::uint32_t x, std::uint32_t y, std::uint32_t nColumns,
-                        std::uint32_t nRows)
+static bool FinishRows(const PageReading& obj, std::uint32_t x, std::uint32_t y, std::uint32_t columns,
+                       std::uint32_t rows)
 {
-    if (!obj.bFinishRows)
+    if (!obj.finish_rows)
         return true;
-    for (std::uint32_t i = 0; i < nRows; ++i)
-        if (!obj.objRows.bFinish(obj.pAt(x, y + i), nColumns, obj.pAt(x, y + i)))
+    for (std::uint32_t i = 0; i < rows; ++i)
+        if (!obj.rows.Finish(obj.PixelAt(x, y + i), columns, obj.PixelAt(x, y + i)))
             return false;
     return true;
 }
 
 // Uncompressed strips in which a row is what the picture needs: several are read at once, straight to their
 // place.
-static bool bReadPlainStrips(PageReading& obj, InputFile& objFile)
+static bool ReadPlainStrips(PageReading& obj, InputFile& file)
 {
-    const std::uint32_t nHeight = obj.objLayout.nHeight;
-    const std::uint32_t nStripRows = obj.objLayout.nChunkHeight;
-    const std::uint64_t nRowsAtOnce = std::max<std::uint64_t>(1, kReadAtOnce / obj.nPitch);
-    for (std::uint32_t y = 0; y < nHeight;) {
-        const std::uint32_t nStrip = y / nStripRows;
-        const std::uint64_t nOffset = TIFFGetStrileOffset(obj.pTiff, nStrip) + y % nStripRows * obj.nPitch;
+    const std::uint32_t height = obj.layout.height;
+    const std::uint32_t strip_rows = obj.layout.chunk_height;
+    const std::uint64_t rows_at_once = std::max<std::uint64_t>(1, kReadAtOnce / obj.pitch);
+    for (std::uint32_t y = 0; y < height;) {
+        const std::uint32_t strip = y / strip_rows;
+        const std::uint64_t offset = TIFFGetStrileOffset(obj.tiff, strip) + y % strip_rows * obj.pitch;
         // As far as the strips follow each other in the file.
-        std::uint32_t nRows = std::min(nHeight - y, nStripRows - y % nStripRows);
-        if (TIFFGetStrileByteCount(obj.pTiff, nStrip) < (y % nStripRows + nRows) * obj.nPitch)
+        std::uint32_t rows = std::min(height - y, strip_rows - y % strip_rows);
+        if (TIFFGetStrileByteCount(obj.tiff, strip) < (y % strip_rows + rows) * obj.pitch)
             return false;
-        while (nRows < nRowsAtOnce && y + nRows < nHeight) {
-            const std::uint32_t nNext = (y + nRows) / nStripRows;
-            const std::uint32_t nMore = std::min(nHeight - y - nRows, nStripRows);
-            if (TIFFGetStrileOffset(obj.pTiff, nNext) != nOffset + nRows * obj.nPitch ||
-                TIFFGetStrileByteCount(obj.pTiff, nNext) < nMore * obj.nPitch)
+        while (rows < rows_at_once && y + rows < height) {
+            const std::uint32_t next = (y + rows) / strip_rows;
+            const std::uint32_t more = std::min(height - y - rows, strip_rows);
+            if (TIFFGetStrileOffset(obj.tiff, next) != offset + rows * obj.pitch ||
+                TIFFGetStrileByteCount(obj.tiff, next) < more * obj.pitch)
                 break;
-            nRows += nMore;
+            rows += more;
         }
-        nRows = static_cast<std::uint32_t>(std::min<std::uint64_t>(nRows, nRowsAtOnce));
-        if (objFile.ReadAt(nOffset, {obj.pAt(0, y), nRows * obj.nPitch}) != nRows * obj.nPitch)
+        rows = static_cast<std::uint32_t>(std::min<std::uint64_t>(rows, rows_at_once));
+        if (file.ReadAt(offset, {obj.PixelAt(0, y), rows * obj.pitch}) != rows * obj.pitch)
             return false;
-        obj.objRows.Unpack(obj.pAt(0, y), std::size_t{nRows} * obj.objLayout.nWidth, obj.pAt(0, y));
-        if (!bFinishRows(obj, 0, y, obj.objLayout.nWidth, nRows))
+        obj.rows.Unpack(obj.PixelAt(0, y), std::size_t{rows} * obj.layout.width, obj.PixelAt(0, y));
+        if (!FinishRows(obj, 0, y, obj.layout.width, rows))
             return false;
-        y += nRows;
+        y += rows;
     }
     return true;
 }
 
 // Decoders that may leave the rest of a damaged chunk as it was would show what was in memory.
-static bool bMayStopEarly(std::uint16_t nCompression)
+static bool MayStopEarly(std::uint16_t compression)
 {
-    return nCompression != COMPRESSION_NONE && nCompression != COMPRESSION_LZW &&
-           nCompression != COMPRESSION_ADOBE_DEFLATE && nCompression != COMPRESSION_DEFLATE &&
-           nCompression != COMPRESSION_PACKBITS;
+    return compression != COMPRESSION_NONE && compression != COMPRESSION_LZW &&
+           compression != COMPRESSION_ADOBE_DEFLATE && compression != COMPRESSION_DEFLATE &&
+           compression != COMPRESSION_PACKBITS;
 }
 
 // A strip decoded to where its levels are to be, which takes no memory of its own.
-static bool bReadStripsInPlace(PageReading& obj)
+static bool ReadStripsInPlace(PageReading& obj)
 {
-    for (std::uint32_t y = 0, nStrip = 0; y < obj.objLayout.nHeight;
-         y += obj.objLayout.nChunkHeight, ++nStrip) {
-        const std::uint32_t nRows = std::min(obj.objLayout.nChunkHeight, obj.objLayout.nHeight - y);
-        const auto nBytes = static_cast<tmsize_t>(nRows * obj.nPitch);
-        if (bMayStopEarly(obj.objLayout.nCompression))
-            std::memset(obj.pAt(0, y), 0, nRows * obj.nPitch);
-        if (TIFFReadEncodedStrip(obj.pTiff, nStrip, obj.pAt(0, y), nBytes) != nBytes)
+    for (std::uint32_t y = 0, strip = 0; y < obj.layout.height; y += obj.layout.chunk_height, ++strip) {
+        const std::uint32_t rows = std::min(obj.layout.chunk_height, obj.layout.height - y);
+        const auto bytes = static_cast<tmsize_t>(rows * obj.pitch);
+        if (MayStopEarly(obj.layout.compression))
+            std::memset(obj.PixelAt(0, y), 0, rows * obj.pitch);
+        if (TIFFReadEncodedStrip(obj.tiff, strip, obj.PixelAt(0, y), bytes) != bytes)
             return false;
-        obj.objRows.Unpack(obj.pAt(0, y), std::size_t{nRows} * obj.objLayout.nWidth, obj.pAt(0, y));
-        if (!bFinishRows(obj, 0, y, obj.objLayout.nWidth, nRows))
+        obj.rows.Unpack(obj.PixelAt(0, y), std::size_t{rows} * obj.layout.width, obj.PixelAt(0, y));
+        if (!FinishRows(obj, 0, y, obj.layout.width, rows))
             return false;
     }
     return true;
 }
 
-// Unpacks nRows rows of a decoded chunk, whose first pixel is the page's (x, y).
-static bool bUnpackChunk(PageReading& obj, std::uint32_t nPlane, std::uint32_t x, std::uint32_t y,
-                         std::uint32_t nRows, std::size_t nStoredRow)
+// Unpacks rows rows of a decoded chunk, whose first pixel is the page's (x, y).
+static bool UnpackChunk(PageReading& obj, std::uint32_t plane, std::uint32_t x, std::uint32_t y,
+                        std::uint32_t rows, std::size_t stored_row)
 {
-    const TiffLayout& objLayout = obj.objLayout;
-    const std::uint32_t nColumns = std::min(objLayout.nChunkWidth, objLayout.nWidth - x);
-    if (objLayout.bSubsampled()) {
-        obj.objRows.UnpackSubsampled(obj.aChunk.data(), objLayout.nChunkWidth, nColumns, nRows, obj.pAt(x, y),
-                                     obj.nPitch);
+    const TiffLayout& layout = obj.layout;
+    const std::uint32_t columns = std::min(layout.chunk_width, layout.width - x);
+    if (layout.IsSubsampled()) {
+        obj.rows.UnpackSubsampled(obj.chunk.data(), layout.chunk_width, columns, rows, obj.PixelAt(x, y),
+                                  obj.pitch);
     } else {
-        for (std::uint32_t i = 0; i < nRows; ++i) {
-            const std::uint8_t* pStored = obj.aChunk.data() + i * nStoredRow;
-            if (objLayout.bSeparate)
-                obj.objRows.UnpackPlane(nPlane, pStored, nColumns, obj.pAt(x, y + i));
+        for (std::uint32_t i = 0; i < rows; ++i) {
+            const std::uint8_t* stored = obj.chunk.data() + i * stored_row;
+            if (layout.separate)
+                obj.rows.UnpackPlane(plane, stored, columns, obj.PixelAt(x, y + i));
             else
-                obj.objRows.Unpack(pStored, nColumns, obj.pAt(x, y + i));
+                obj.rows.Unpack(stored, columns, obj.PixelAt(x, y + i));
         }
     }
-    return bFinishRows(obj, x, y, nColumns, nRows);
+    return FinishRows(obj, x, y, columns, rows);
 }
 
 // Whether the samples of a plane are asked for; those of another kind are not even read.
-static bool bPlaneUsed(const TiffLayout& objLayout, std::uint32_t nPlane)
+static bool IsPlaneUsed(const TiffLayout& layout, std::uint32_t plane)
 {
-    return nPlane < objLayout.nColours() ||
-           (objLayout.enAlpha != TiffAlpha::kNone && nPlane == objLayout.nAlphaSample);
+    return plane < layout.ColourCount() || (layout.alpha != TiffAlpha::kNone && plane == layout.alpha_sample);
 }
 
-static std::uint32_t nPlanesOf(const TiffLayout& objLayout)
+static std::uint32_t PlanesOf(const TiffLayout& layout)
 {
-    return objLayout.bSeparate ? objLayout.nSamples : 1;
+    return layout.separate ? layout.samples : 1;
 }
 
-static bool bReadStrips(PageReading& obj)
+static bool ReadStrips(PageReading& obj)
 {
-    const TiffLayout& objLayout = obj.objLayout;
-    const std::uint32_t nStripsAPlane = (objLayout.nHeight - 1) / objLayout.nChunkHeight + 1;
-    obj.aChunk.resize(TIFFStripSize64(obj.pTiff));
-    const std::size_t nStoredRow = TIFFScanlineSize64(obj.pTiff);
-    for (std::uint32_t nPlane = 0; nPlane < nPlanesOf(objLayout); ++nPlane) {
-        if (!bPlaneUsed(objLayout, nPlane))
+    const TiffLayout& layout = obj.layout;
+    const std::uint32_t strips_per_plane = (layout.height - 1) / layout.chunk_height + 1;
+    obj.chunk.resize(TIFFStripSize64(obj.tiff));
+    const std::size_t stored_row = TIFFScanlineSize64(obj.tiff);
+    for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
+        if (!IsPlaneUsed(layout, plane))
             continue;
-        for (std::uint32_t i = 0; i < nStripsAPlane; ++i) {
-            const std::uint32_t y = i * objLayout.nChunkHeight;
-            const std::uint32_t nRows = std::min(objLayout.nChunkHeight, objLayout.nHeight - y);
-            const auto nBytes = static_cast<tmsize_t>(TIFFVStripSize64(obj.pTiff, nRows));
-            if (bMayStopEarly(objLayout.nCompression))
-                std::fill(obj.aChunk.begin(), obj.aChunk.end(), std::uint8_t{0});
-            if (nBytes < 1 || nBytes > static_cast<tmsize_t>(obj.aChunk.size()) ||
-                TIFFReadEncodedStrip(obj.pTiff, nPlane * nStripsAPlane + i, obj.aChunk.data(), nBytes) !=
-                    nBytes ||
-                !bUnpackChunk(obj, nPlane, 0, y, nRows, nStoredRow))
+        for (std::uint32_t i = 0; i < strips_per_plane; ++i) {
+            const std::uint32_t y = i * layout.chunk_height;
+            const std::uint32_t rows = std::min(layout.chunk_height, layout.height - y);
+            const auto bytes = static_cast<tmsize_t>(TIFFVStripSize64(obj.tiff, rows));
+            if (MayStopEarly(layout.compression))
+                std::fill(obj.chunk.begin(), obj.chunk.end(), std::uint8_t{0});
+            if (bytes < 1 || bytes > static_cast<tmsize_t>(obj.chunk.size()) ||
+                TIFFReadEncodedStrip(obj.tiff, plane * strips_per_plane + i, obj.chunk.data(), bytes) !=
+                    bytes ||
+                !UnpackChunk(obj, plane, 0, y, rows, stored_row))
                 return false;
         }
     }
@@ -163,42 +161,42 @@ static bool bReadStrips(PageReading& obj)
 }
 
 // Strips too large to be held decoded beside the picture: row by row.
-static bool bReadRowByRow(PageReading& obj)
+static bool ReadRowByRow(PageReading& obj)
 {
-    const TiffLayout& objLayout = obj.objLayout;
-    const std::size_t nStoredRow = TIFFScanlineSize64(obj.pTiff);
-    obj.aChunk.assign(nStoredRow, 0);
-    for (std::uint32_t nPlane = 0; nPlane < nPlanesOf(objLayout); ++nPlane) {
-        if (!bPlaneUsed(objLayout, nPlane))
+    const TiffLayout& layout = obj.layout;
+    const std::size_t stored_row = TIFFScanlineSize64(obj.tiff);
+    obj.chunk.assign(stored_row, 0);
+    for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
+        if (!IsPlaneUsed(layout, plane))
             continue;
-        for (std::uint32_t y = 0; y < objLayout.nHeight; ++y) {
-            if (bMayStopEarly(objLayout.nCompression))
-                std::fill(obj.aChunk.begin(), obj.aChunk.end(), std::uint8_t{0});
-            if (TIFFReadScanline(obj.pTiff, obj.aChunk.data(), y, static_cast<std::uint16_t>(nPlane)) != 1 ||
-                !bUnpackChunk(obj, nPlane, 0, y, 1, nStoredRow))
+        for (std::uint32_t y = 0; y < layout.height; ++y) {
+            if (MayStopEarly(layout.compression))
+                std::fill(obj.chunk.begin(), obj.chunk.end(), std::uint8_t{0});
+            if (TIFFReadScanline(obj.tiff, obj.chunk.data(), y, static_cast<std::uint16_t>(plane)) != 1 ||
+                !UnpackChunk(obj, plane, 0, y, 1, stored_row))
                 return false;
         }
     }
     return true;
 }
 
-static bool bReadTiles(PageReading& obj)
+static bool ReadTiles(PageReading& obj)
 {
-    const TiffLayout& objLayout = obj.objLayout;
-    obj.aChunk.resize(TIFFTileSize64(obj.pTiff));
-    const std::size_t nStoredRow = TIFFTileRowSize64(obj.pTiff);
-    const auto nBytes = static_cast<tmsize_t>(obj.aChunk.size());
-    std::uint32_t nTile = 0;
-    for (std::uint32_t nPlane = 0; nPlane < nPlanesOf(objLayout); ++nPlane) {
-        for (std::uint32_t y = 0; y < objLayout.nHeight; y += objLayout.nChunkHeight) {
-            for (std::uint32_t x = 0; x < objLayout.nWidth; x += objLayout.nChunkWidth, ++nTile) {
-                if (!bPlaneUsed(objLayout, nPlane))
+    const TiffLayout& layout = obj.layout;
+    obj.chunk.resize(TIFFTileSize64(obj.tiff));
+    const std::size_t stored_row = TIFFTileRowSize64(obj.tiff);
+    const auto bytes = static_cast<tmsize_t>(obj.chunk.size());
+    std::uint32_t tile = 0;
+    for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
+        for (std::uint32_t y = 0; y < layout.height; y += layout.chunk_height) {
+            for (std::uint32_t x = 0; x < layout.width; x += layout.chunk_width, ++tile) {
+                if (!IsPlaneUsed(layout, plane))
                     continue;
-                if (bMayStopEarly(objLayout.nCompression))
-                    std::fill(obj.aChunk.begin(), obj.aChunk.end(), std::uint8_t{0});
-                const std::uint32_t nRows = std::min(objLayout.nChunkHeight, objLayout.nHeight - y);
-                if (TIFFReadEncodedTile(obj.pTiff, nTile, obj.aChunk.data(), nBytes) != nBytes ||
-                    !bUnpackChunk(obj, nPlane, x, y, nRows, nStoredRow))
+                if (MayStopEarly(layout.compression))
+                    std::fill(obj.chunk.begin(), obj.chunk.end(), std::uint8_t{0});
+                const std::uint32_t rows = std::min(layout.chunk_height, layout.height - y);
+                if (TIFFReadEncodedTile(obj.tiff, tile, obj.chunk.data(), bytes) != bytes ||
+                    !UnpackChunk(obj, plane, x, y, rows, stored_row))
                     return false;
             }
         }
@@ -206,44 +204,42 @@ static bool bReadTiles(PageReading& obj)
     return true;
 }
 
-static bool bReadChunks(PageReading& obj, InputFile& objFile)
+static bool ReadChunks(PageReading& obj, InputFile& file)
 {
-    const TiffLayout& objLayout = obj.objLayout;
-    if (objLayout.bTiled)
-        return bReadTiles(obj);
-    std::uint16_t nFillOrder = FILLORDER_MSB2LSB;
-    TIFFGetFieldDefaulted(obj.pTiff, TIFFTAG_FILLORDER, &nFillOrder);
-    if (obj.objRows.InPlace() && objLayout.nCompression == COMPRESSION_NONE &&
-        nFillOrder == FILLORDER_MSB2LSB)
-        return bReadPlainStrips(obj, objFile);
-    if (obj.objRows.InPlace() && TIFFScanlineSize64(obj.pTiff) == obj.nPitch)
-        return bReadStripsInPlace(obj);
-    if (TIFFStripSize64(obj.pTiff) > kLargeStrip && !objLayout.bSubsampled() &&
-        objLayout.nCompression != COMPRESSION_OJPEG)
-        return bReadRowByRow(obj);
-    return bReadStrips(obj);
+    const TiffLayout& layout = obj.layout;
+    if (layout.tiled)
+        return ReadTiles(obj);
+    std::uint16_t fill_order = FILLORDER_MSB2LSB;
+    TIFFGetFieldDefaulted(obj.tiff, TIFFTAG_FILLORDER, &fill_order);
+    if (obj.rows.InPlace() && layout.compression == COMPRESSION_NONE && fill_order == FILLORDER_MSB2LSB)
+        return ReadPlainStrips(obj, file);
+    if (obj.rows.InPlace() && TIFFScanlineSize64(obj.tiff) == obj.pitch)
+        return ReadStripsInPlace(obj);
+    if (TIFFStripSize64(obj.tiff) > kLargeStrip && !layout.IsSubsampled() &&
+        layout.compression != COMPRESSION_OJPEG)
+        return ReadRowByRow(obj);
+    return ReadStrips(obj);
 }
 
-bool bReadTiffPixels(TIFF* pTiff, const TiffLayout& objLayout, InputFile& objFile, Bytes aProfile,
-                     ImageBuffer& aImage)
+bool ReadTiffPixels(TIFF* tiff, const TiffLayout& layout, InputFile& file, Bytes profile, ImageBuffer& image)
 {
-    const TiffRows objRows(pTiff, objLayout, aProfile);
-    if (!objRows.Ready())
+    const TiffRows rows(tiff, layout, profile);
+    if (!rows.Ready())
         return false;
-    const std::size_t nPixels = std::size_t{objLayout.nWidth} * objLayout.nHeight;
-    const std::size_t nPitch = std::size_t{objLayout.nWidth} * objRows.Levels();
-    ImageBuffer aResult;
-    aResult.width = static_cast<std::int32_t>(objLayout.nWidth);
-    aResult.height = static_cast<std::int32_t>(objLayout.nHeight);
-    aResult.channels = static_cast<std::int32_t>(objRows.Channels());
-    ResizeFresh(aResult.bytes, nPixels * objRows.Levels());
-    const bool bFinishRows = objRows.FinishesRows() && !objLayout.bSeparate;
-    PageReading obj{pTiff, objLayout, objRows, aResult.bytes.data(), nPitch, {}, bFinishRows};
-    if (!bReadChunks(obj, objFile))
+    const std::size_t pixels = std::size_t{layout.width} * layout.height;
+    const std::size_t pitch = std::size_t{layout.width} * rows.Levels();
+    ImageBuffer result;
+    result.width = static_cast<std::int32_t>(layout.width);
+    result.height = static_cast<std::int32_t>(layout.height);
+    result.channels = static_cast<std::int32_t>(rows.Channels());
+    ResizeFresh(result.bytes, pixels * rows.Levels());
+    const bool finish_rows = rows.FinishesRows() && !layout.separate;
+    PageReading obj{tiff, layout, rows, result.bytes.data(), pitch, {}, finish_rows};
+    if (!ReadChunks(obj, file))
         return false;
-    if (!bFinishRows && !objRows.bFinish(aResult.bytes.data(), nPixels, aResult.bytes.data()))
+    if (!finish_rows && !rows.Finish(result.bytes.data(), pixels, result.bytes.data()))
         return false;
-    aResult.bytes.resize(nPixels * objRows.Channels());
-    aImage = std::move(aResult);
+    result.bytes.resize(pixels * rows.Channels());
+    image = std::move(result);
     return true;
 }

@@ -10,9 +10,8 @@
 class InputFile;
 struct ImageBuffer;
 
-/// Gives aImage the pixels of the page that pTiff is at, as they are stored (not turned); everything else of
-/// it is emptied. aProfile is the page's own, for colours of inks. False, with aImage untouched, when a strip
+/// Gives image the pixels of the page that tiff is at, as they are stored (not turned); everything else of
+/// it is emptied. profile is the page's own, for colours of inks. False, with image untouched, when a strip
 /// or tile can't be decoded. Beside the picture it takes what the largest strip has in the file, and at most
 /// 32 MB more. Throws std::bad_alloc.
-bool bReadTiffPixels(TIFF* pTiff, const TiffLayout& objLayout, InputFile& objFile, Bytes aProfile,
-                     ImageBuffer& aImage);
+bool ReadTiffPixels(TIFF* tiff, const TiffLayout& layout, InputFile& file, Bytes profile, ImageBuffer& image);

@@ -13,205 +13,202 @@
 
 static constexpr std::size_t kBlock = 4096;  // pixels that are turned at a time where a copy is needed
 
-static TiffSampleForm objFormOf(const TiffLayout& objLayout)
+static TiffSampleForm FormOf(const TiffLayout& layout)
 {
-    return {objLayout.nBits, objLayout.nFormat, objLayout.dLowest, objLayout.dHighest, false};
+    return {layout.bits, layout.format, layout.lowest, layout.highest, false};
 }
 
-TiffRows::TiffRows(TIFF* pTiff, const TiffLayout& objLayout, Bytes aProfile) : m_objLayout(objLayout)
+TiffRows::TiffRows(TIFF* tiff, const TiffLayout& layout, Bytes profile) : layout_(layout)
 {
-    const bool bAlpha = objLayout.enAlpha != TiffAlpha::kNone;
-    std::uint32_t nLevels = 3;
-    m_nChannels = bAlpha ? 4 : 3;
-    switch (objLayout.enColour) {
+    const bool has_alpha = layout.alpha != TiffAlpha::kNone;
+    std::uint32_t levels = 3;
+    channels_ = has_alpha ? 4 : 3;
+    switch (layout.colour) {
         case TiffColour::kGrey:
-            m_nChannels = bAlpha ? 4 : 1;
-            nLevels = m_nChannels;
+            channels_ = has_alpha ? 4 : 1;
+            levels = channels_;
             break;
         case TiffColour::kPalette:
-            if (objLayout.bSeparate || !bReadPalette(pTiff, bAlpha || !aProfile.empty()))
+            if (layout.separate || !ReadPalette(tiff, has_alpha || !profile.empty()))
                 return;
-            nLevels = m_nChannels;
+            levels = channels_;
             break;
         case TiffColour::kYCbCr:
-            if (!bReadYCbCr(pTiff))
+            if (!ReadYCbCr(tiff))
                 return;
-            nLevels = m_nChannels;
+            levels = channels_;
             break;
         case TiffColour::kCmyk:
-            m_pInks = std::make_unique<CmykToBgr>(aProfile);
-            nLevels = bAlpha ? 5 : 4;
+            inks_ = std::make_unique<CmykToBgr>(profile);
+            levels = has_alpha ? 5 : 4;
             break;
         default:
-            nLevels = m_nChannels;
+            levels = channels_;
     }
-    const bool bInks = objLayout.enColour == TiffColour::kCmyk;
-    const bool bLab = objLayout.enColour == TiffColour::kLab || objLayout.enColour == TiffColour::kIccLab;
-    m_bFinishesRows = !bInks && !bLab;
-    m_bInPlace = objLayout.nBits == 8 && objLayout.nFormat == SAMPLEFORMAT_UINT && !objLayout.bSeparate &&
-                 !objLayout.bSubsampled() && objLayout.enColour != TiffColour::kPalette &&
-                 objLayout.nSamples == nLevels && (!bAlpha || objLayout.nAlphaSample == nLevels - 1);
-    m_bBits = objLayout.nBits == 1 && objLayout.nSamples == 1 && nLevels == 1;
-    m_nLevels = nLevels;
+    const bool has_inks = layout.colour == TiffColour::kCmyk;
+    const bool is_lab = layout.colour == TiffColour::kLab || layout.colour == TiffColour::kIccLab;
+    finishes_rows_ = !has_inks && !is_lab;
+    in_place_ = layout.bits == 8 && layout.format == SAMPLEFORMAT_UINT && !layout.separate &&
+                !layout.IsSubsampled() && layout.colour != TiffColour::kPalette && layout.samples == levels &&
+                (!has_alpha || layout.alpha_sample == levels - 1);
+    is_bilevel_ = layout.bits == 1 && layout.samples == 1 && levels == 1;
+    levels_ = levels;
 }
 
 TiffRows::~TiffRows() = default;
 
 // Palettes have 16-bit levels, by rule n * 257. As common are writers that shift (n * 256) and those that put
 // 8-bit levels there.
-static unsigned nPaletteLevel(unsigned nStored, bool bAllNarrow, bool bAllShifted)
+static unsigned PaletteLevel(unsigned stored, bool all_narrow, bool all_shifted)
 {
-    if (bAllNarrow)
-        return nStored;
-    return bAllShifted ? nStored >> 8 : (nStored * 255 + 32895) >> 16;
+    if (all_narrow)
+        return stored;
+    return all_shifted ? stored >> 8 : (stored * 255 + 32895) >> 16;
 }
 
-bool TiffRows::bReadPalette(TIFF* pTiff, bool bKeepColours)
+bool TiffRows::ReadPalette(TIFF* tiff, bool keep_colours)
 {
-    std::array<std::uint16_t*, 3> aMaps{};
-    if (!TIFFGetField(pTiff, TIFFTAG_COLORMAP, &aMaps[0], &aMaps[1], &aMaps[2]))
+    std::array<std::uint16_t*, 3> maps{};
+    if (!TIFFGetField(tiff, TIFFTAG_COLORMAP, &maps[0], &maps[1], &maps[2]))
         return false;
-    const std::size_t nColours = std::size_t{1} << m_objLayout.nBits;
-    bool bAllNarrow = true;
-    bool bAllShifted = true;
-    bool bGrey = !bKeepColours;
-    for (std::size_t i = 0; i < nColours; ++i) {
-        bAllNarrow = bAllNarrow && std::max({aMaps[0][i], aMaps[1][i], aMaps[2][i]}) < 256;
-        bAllShifted = bAllShifted && (aMaps[0][i] | aMaps[1][i] | aMaps[2][i]) % 256 == 0;
-        bGrey = bGrey && aMaps[0][i] == aMaps[1][i] && aMaps[1][i] == aMaps[2][i];
+    const std::size_t colours = std::size_t{1} << layout_.bits;
+    bool all_narrow = true;
+    bool all_shifted = true;
+    bool is_grey = !keep_colours;
+    for (std::size_t i = 0; i < colours; ++i) {
+        all_narrow = all_narrow && std::max({maps[0][i], maps[1][i], maps[2][i]}) < 256;
+        all_shifted = all_shifted && (maps[0][i] | maps[1][i] | maps[2][i]) % 256 == 0;
+        is_grey = is_grey && maps[0][i] == maps[1][i] && maps[1][i] == maps[2][i];
     }
-    if (bGrey)
-        m_nChannels = 1;
-    m_aPalette.assign(nColours * m_nChannels, 255);
-    for (std::size_t i = 0; i < nColours; ++i)
-        for (std::uint32_t c = 0; c < std::min(m_nChannels, 3u); ++c)
-            m_aPalette[i * m_nChannels + c] =
-                static_cast<std::uint8_t>(nPaletteLevel(aMaps[2 - c][i], bAllNarrow, bAllShifted));
+    if (is_grey)
+        channels_ = 1;
+    palette_.assign(colours * channels_, 255);
+    for (std::size_t i = 0; i < colours; ++i)
+        for (std::uint32_t c = 0; c < std::min(channels_, 3u); ++c)
+            palette_[i * channels_ + c] =
+                static_cast<std::uint8_t>(PaletteLevel(maps[2 - c][i], all_narrow, all_shifted));
     return true;
 }
 
-bool TiffRows::bReadYCbCr(TIFF* pTiff)
+bool TiffRows::ReadYCbCr(TIFF* tiff)
 {
-    float* pLuma = nullptr;
-    float* pRange = nullptr;
-    if (!TIFFGetFieldDefaulted(pTiff, TIFFTAG_YCBCRCOEFFICIENTS, &pLuma) ||
-        !TIFFGetFieldDefaulted(pTiff, TIFFTAG_REFERENCEBLACKWHITE, &pRange))
+    float* luma = nullptr;
+    float* range = nullptr;
+    if (!TIFFGetFieldDefaulted(tiff, TIFFTAG_YCBCRCOEFFICIENTS, &luma) ||
+        !TIFFGetFieldDefaulted(tiff, TIFFTAG_REFERENCEBLACKWHITE, &range))
         return false;
     // Numbers that can't be meant would overflow the tables.
-    const auto bUsable = [](float dValue) { return std::abs(dValue) < 1e6f; };
-    if (!std::all_of(pLuma, pLuma + 3, bUsable) || !std::all_of(pRange, pRange + 6, bUsable) ||
-        std::abs(pLuma[1]) < 1e-3f)
+    const auto usable = [](float value) { return std::abs(value) < 1e6f; };
+    if (!std::all_of(luma, luma + 3, usable) || !std::all_of(range, range + 6, usable) ||
+        std::abs(luma[1]) < 1e-3f)
         return false;
     // libtiff wants its tables in one block behind the structure.
     constexpr std::size_t kTables =
         4 * 256 * sizeof(TIFFRGBValue) + 2 * 256 * sizeof(int) + 3 * 256 * sizeof(std::int32_t);
-    m_aYCbCr.resize((sizeof(TIFFYCbCrToRGB) + sizeof(long) + kTables) / sizeof(std::uint64_t) + 2);
-    return TIFFYCbCrToRGBInit(reinterpret_cast<TIFFYCbCrToRGB*>(m_aYCbCr.data()), pLuma, pRange) >= 0;
+    ycbcr_.resize((sizeof(TIFFYCbCrToRGB) + sizeof(long) + kTables) / sizeof(std::uint64_t) + 2);
+    return TIFFYCbCrToRGBInit(reinterpret_cast<TIFFYCbCrToRGB*>(ycbcr_.data()), luma, range) >= 0;
 }
 
 // Where a sample goes among the levels of its pixel, and in which form it is read.
-void TiffRows::UnpackSample(std::uint32_t nSample, std::uint32_t nStoredSamples, const std::uint8_t* pStored,
-                            std::size_t nPixels, std::uint8_t* pOut) const
+void TiffRows::UnpackSample(std::uint32_t sample, std::uint32_t stored_samples, const std::uint8_t* stored,
+                            std::size_t pixels, std::uint8_t* out) const
 {
-    TiffSampleForm objForm = objFormOf(m_objLayout);
-    const bool bAlpha = m_objLayout.enAlpha != TiffAlpha::kNone && nSample == m_objLayout.nAlphaSample;
-    if (!bAlpha && nSample >= m_objLayout.nColours())
+    TiffSampleForm form = FormOf(layout_);
+    const bool has_alpha = layout_.alpha != TiffAlpha::kNone && sample == layout_.alpha_sample;
+    if (!has_alpha && sample >= layout_.ColourCount())
         return;
-    const std::uint32_t nFrom = nStoredSamples == 1 ? 0 : nSample;
-    const auto Put = [&](std::uint32_t nLevel) {
-        LevelsOfSample(objForm, pStored, nFrom, nStoredSamples, nPixels, pOut + nLevel, m_nLevels);
+    const std::uint32_t from = stored_samples == 1 ? 0 : sample;
+    const auto put = [&](std::uint32_t level) {
+        LevelsOfSample(form, stored, from, stored_samples, pixels, out + level, levels_);
     };
-    if (bAlpha) {
-        Put(m_nLevels - 1);
-    } else if (m_objLayout.enColour == TiffColour::kRgb) {
-        Put(2 - nSample);
-    } else if (m_objLayout.enColour == TiffColour::kGrey && m_nLevels == 4) {
-        Put(0);
-        for (std::uint8_t* p = pOut; p != pOut + nPixels * 4; p += 4)
+    if (has_alpha) {
+        put(levels_ - 1);
+    } else if (layout_.colour == TiffColour::kRgb) {
+        put(2 - sample);
+    } else if (layout_.colour == TiffColour::kGrey && levels_ == 4) {
+        put(0);
+        for (std::uint8_t* p = out; p != out + pixels * 4; p += 4)
             p[1] = p[2] = p[0];
     } else {
         // a and b have a sign in one of the two forms, whatever the file says of its samples.
-        const bool bLab = m_objLayout.enColour == TiffColour::kLab;
-        const bool bShifted = m_objLayout.enColour == TiffColour::kIccLab;
-        if (bLab || bShifted)
-            objForm.nFormat = bLab && nSample > 0 ? SAMPLEFORMAT_INT : SAMPLEFORMAT_UINT;
-        objForm.bInSteps = bShifted || (bLab && nSample > 0);
-        Put(nSample);
+        const bool is_lab = layout_.colour == TiffColour::kLab;
+        const bool shifted = layout_.colour == TiffColour::kIccLab;
+        if (is_lab || shifted)
+            form.format = is_lab && sample > 0 ? SAMPLEFORMAT_INT : SAMPLEFORMAT_UINT;
+        form.in_steps = shifted || (is_lab && sample > 0);
+        put(sample);
     }
 }
 
-void TiffRows::UnpackPalette(const std::uint8_t* pStored, std::size_t nPixels, std::uint8_t* pLevels) const
+void TiffRows::UnpackPalette(const std::uint8_t* stored, std::size_t pixels, std::uint8_t* levels) const
 {
-    std::array<std::uint16_t, kBlock> aIndexes;
-    const std::uint32_t nStored = m_objLayout.nSamples;
-    const std::size_t nBitsAPixel = std::size_t{m_objLayout.nBits} * nStored;
+    std::array<std::uint16_t, kBlock> indexes;
+    const std::uint32_t samples = layout_.samples;
+    const std::size_t bits_per_pixel = std::size_t{layout_.bits} * samples;
     // A block begins on a byte, since it is a multiple of 8 pixels.
-    for (std::size_t nDone = 0; nDone < nPixels; nDone += kBlock) {
-        const std::size_t nNow = std::min(kBlock, nPixels - nDone);
-        const std::uint8_t* pFrom = pStored + nDone * nBitsAPixel / 8;
-        std::uint8_t* pTo = pLevels + nDone * m_nLevels;
-        IndexesOfSample(m_objLayout.nBits, pFrom, 0, nStored, nNow, aIndexes.data());
-        if (m_nChannels == 1)
-            for (std::size_t i = 0; i < nNow; ++i)
-                pTo[i] = m_aPalette[aIndexes[i]];
+    for (std::size_t done = 0; done < pixels; done += kBlock) {
+        const std::size_t now = std::min(kBlock, pixels - done);
+        const std::uint8_t* from = stored + done * bits_per_pixel / 8;
+        std::uint8_t* to = levels + done * levels_;
+        IndexesOfSample(layout_.bits, from, 0, samples, now, indexes.data());
+        if (channels_ == 1)
+            for (std::size_t i = 0; i < now; ++i)
+                to[i] = palette_[indexes[i]];
         else
-            for (std::size_t i = 0; i < nNow; ++i)
-                std::memcpy(pTo + i * m_nChannels, m_aPalette.data() + aIndexes[i] * m_nChannels,
-                            m_nChannels);
-        if (m_objLayout.enAlpha != TiffAlpha::kNone)
-            LevelsOfSample(objFormOf(m_objLayout), pFrom, m_objLayout.nAlphaSample, nStored, nNow, pTo + 3,
-                           4);
+            for (std::size_t i = 0; i < now; ++i)
+                std::memcpy(to + i * channels_, palette_.data() + indexes[i] * channels_, channels_);
+        if (layout_.alpha != TiffAlpha::kNone)
+            LevelsOfSample(FormOf(layout_), from, layout_.alpha_sample, samples, now, to + 3, 4);
     }
 }
 
-void TiffRows::Unpack(const std::uint8_t* pStored, std::size_t nPixels, std::uint8_t* pLevels) const
+void TiffRows::Unpack(const std::uint8_t* stored, std::size_t pixels, std::uint8_t* levels) const
 {
-    if (m_bBits) {
-        const bool bPalette = m_objLayout.enColour == TiffColour::kPalette;
-        const std::uint8_t nZero = m_objLayout.bMinIsWhite ? 255 : 0;
-        const auto nOne = static_cast<std::uint8_t>(~nZero);
-        ExpandBits(pStored, nPixels, bPalette ? m_aPalette[0] : nZero, bPalette ? m_aPalette[1] : nOne,
-                   pLevels);
-    } else if (m_objLayout.enColour == TiffColour::kPalette) {
-        UnpackPalette(pStored, nPixels, pLevels);
-    } else if (m_bInPlace && m_objLayout.enColour == TiffColour::kRgb) {
-        (m_nLevels == 3 ? SwapRedAndBlue : SwapRedAndBlueOfFour)(pStored, pLevels, nPixels);
-    } else if (m_bInPlace) {
-        if (pStored != pLevels)
-            std::memcpy(pLevels, pStored, nPixels * m_nLevels);
-        if (m_objLayout.enColour == TiffColour::kLab)
-            for (std::uint8_t* p = pLevels; p != pLevels + nPixels * m_nLevels; p += m_nLevels) {
+    if (is_bilevel_) {
+        const bool has_palette = layout_.colour == TiffColour::kPalette;
+        const std::uint8_t zero = layout_.min_is_white ? 255 : 0;
+        const auto one = static_cast<std::uint8_t>(~zero);
+        ExpandBits(stored, pixels, has_palette ? palette_[0] : zero, has_palette ? palette_[1] : one, levels);
+    } else if (layout_.colour == TiffColour::kPalette) {
+        UnpackPalette(stored, pixels, levels);
+    } else if (in_place_ && layout_.colour == TiffColour::kRgb) {
+        (levels_ == 3 ? SwapRedAndBlue : SwapRedAndBlueOfFour)(stored, levels, pixels);
+    } else if (in_place_) {
+        if (stored != levels)
+            std::memcpy(levels, stored, pixels * levels_);
+        if (layout_.colour == TiffColour::kLab)
+            for (std::uint8_t* p = levels; p != levels + pixels * levels_; p += levels_) {
                 p[1] ^= 0x80;
                 p[2] ^= 0x80;
             }
     } else {
-        for (std::uint32_t nSample = 0; nSample < m_objLayout.nSamples; ++nSample)
-            UnpackSample(nSample, m_objLayout.nSamples, pStored, nPixels, pLevels);
+        for (std::uint32_t sample = 0; sample < layout_.samples; ++sample)
+            UnpackSample(sample, layout_.samples, stored, pixels, levels);
     }
 }
 
-void TiffRows::UnpackPlane(std::uint32_t nPlane, const std::uint8_t* pStored, std::size_t nPixels,
-                           std::uint8_t* pLevels) const
+void TiffRows::UnpackPlane(std::uint32_t plane, const std::uint8_t* stored, std::size_t pixels,
+                           std::uint8_t* levels) const
 {
-    UnpackSample(nPlane, 1, pStored, nPixels, pLevels);
+    UnpackSample(plane, 1, stored, pixels, levels);
 }
 
-void TiffRows::UnpackSubsampled(const std::uint8_t* pStored, std::uint32_t nStoredColumns,
-                                std::uint32_t nColumns, std::uint32_t nRows, std::uint8_t* pLevels,
-                                std::size_t nPitch) const
+void TiffRows::UnpackSubsampled(const std::uint8_t* stored, std::uint32_t stored_columns,
+                                std::uint32_t columns, std::uint32_t rows, std::uint8_t* levels,
+                                std::size_t pitch) const
 {
-    const std::uint32_t nAcross = m_objLayout.nSubsamplingX;
-    const std::uint32_t nDown = m_objLayout.nSubsamplingY;
-    const std::uint32_t nUnits = (nStoredColumns + nAcross - 1) / nAcross;
-    const std::size_t nUnitSize = nAcross * nDown + 2;
-    for (std::uint32_t y = 0; y < nRows; ++y) {
-        const std::uint8_t* pUnits = pStored + std::size_t{y / nDown} * nUnits * nUnitSize;
-        std::uint8_t* pOut = pLevels + y * nPitch;
-        for (std::uint32_t x = 0; x < nColumns; ++x, pOut += 3) {
-            const std::uint8_t* pUnit = pUnits + x / nAcross * nUnitSize;
-            pOut[0] = pUnit[y % nDown * nAcross + x % nAcross];
-            pOut[1] = pUnit[nUnitSize - 2];
-            pOut[2] = pUnit[nUnitSize - 1];
+    const std::uint32_t across = layout_.subsampling_x;
+    const std::uint32_t down = layout_.subsampling_y;
+    const std::uint32_t unit_count = (stored_columns + across - 1) / across;
+    const std::size_t unit_size = across * down + 2;
+    for (std::uint32_t y = 0; y < rows; ++y) {
+        const std::uint8_t* units = stored + std::size_t{y / down} * unit_count * unit_size;
+        std::uint8_t* out = levels + y * pitch;
+        for (std::uint32_t x = 0; x < columns; ++x, out += 3) {
+            const std::uint8_t* unit = units + x / across * unit_size;
+            out[0] = unit[y % down * across + x % across];
+            out[1] = unit[unit_size - 2];
+            out[2] = unit[unit_size - 1];
         }
     }
 }
@@ -219,78 +216,78 @@ void TiffRows::UnpackSubsampled(const std::uint8_t* pStored, std::uint32_t nStor
 // Colours of three or four samples and perhaps alpha, a block at a time, since the input may lie where the
 // output goes.
 template <typename TurnBlock>
-static bool bTurnBlocks(const std::uint8_t* pLevels, std::size_t nPixels, std::uint32_t nLevels, bool bAlpha,
-                        std::size_t nBlock, std::uint8_t* pOut, TurnBlock Turn)
+static bool TurnBlocks(const std::uint8_t* levels, std::size_t pixels, std::uint32_t level_count,
+                       bool has_alpha, std::size_t block, std::uint8_t* out, TurnBlock turn)
 {
-    const std::uint32_t nColours = bAlpha ? nLevels - 1 : nLevels;
-    std::vector<std::uint8_t> aIn(std::min(nBlock, nPixels) * nColours);
-    std::vector<std::uint8_t> aOut(std::min(nBlock, nPixels) * 3);
-    for (std::size_t nDone = 0; nDone < nPixels; nDone += nBlock) {
-        const std::size_t nNow = std::min(nBlock, nPixels - nDone);
-        const std::uint8_t* pFrom = pLevels + nDone * nLevels;
-        std::uint8_t* pTo = pOut + nDone * (bAlpha ? 4 : 3);
-        for (std::size_t i = 0; i < nNow; ++i)
-            std::memcpy(aIn.data() + i * nColours, pFrom + i * nLevels, nColours);
-        if (!Turn(aIn.data(), aOut.data(), nNow))
+    const std::uint32_t colours = has_alpha ? level_count - 1 : level_count;
+    std::vector<std::uint8_t> in(std::min(block, pixels) * colours);
+    std::vector<std::uint8_t> turned(std::min(block, pixels) * 3);
+    for (std::size_t done = 0; done < pixels; done += block) {
+        const std::size_t now = std::min(block, pixels - done);
+        const std::uint8_t* from = levels + done * level_count;
+        std::uint8_t* to = out + done * (has_alpha ? 4 : 3);
+        for (std::size_t i = 0; i < now; ++i)
+            std::memcpy(in.data() + i * colours, from + i * level_count, colours);
+        if (!turn(in.data(), turned.data(), now))
             return false;
-        if (!bAlpha) {
-            std::memcpy(pTo, aOut.data(), nNow * 3);
+        if (!has_alpha) {
+            std::memcpy(to, turned.data(), now * 3);
             continue;
         }
-        for (std::size_t i = 0; i < nNow; ++i) {
-            const std::uint8_t nAlpha = pFrom[i * nLevels + nLevels - 1];
-            std::memcpy(pTo + i * 4, aOut.data() + i * 3, 3);
-            pTo[i * 4 + 3] = nAlpha;
+        for (std::size_t i = 0; i < now; ++i) {
+            const std::uint8_t alpha = from[i * level_count + level_count - 1];
+            std::memcpy(to + i * 4, turned.data() + i * 3, 3);
+            to[i * 4 + 3] = alpha;
         }
     }
     return true;
 }
 
-bool TiffRows::bFinish(const std::uint8_t* pLevels, std::size_t nPixels, std::uint8_t* pOut) const
+bool TiffRows::Finish(const std::uint8_t* levels, std::size_t pixels, std::uint8_t* out) const
 {
-    const bool bAlpha = m_objLayout.enAlpha != TiffAlpha::kNone;
-    bool bDone = true;
-    switch (m_objLayout.enColour) {
+    const bool has_alpha = layout_.alpha != TiffAlpha::kNone;
+    bool done = true;
+    switch (layout_.colour) {
         case TiffColour::kCmyk:
-            bDone = bTurnBlocks(pLevels, nPixels, m_nLevels, bAlpha, kBlock, pOut,
-                                [this](const std::uint8_t* pIn, std::uint8_t* pBgr, std::size_t nCount) {
-                                    m_pInks->Convert(pIn, pBgr, nCount);
-                                    return true;
-                                });
+            done = TurnBlocks(levels, pixels, levels_, has_alpha, kBlock, out,
+                              [this](const std::uint8_t* in, std::uint8_t* bgr, std::size_t count) {
+                                  inks_->Convert(in, bgr, count);
+                                  return true;
+                              });
             break;
         case TiffColour::kLab:
         case TiffColour::kIccLab:
             // Large blocks: each builds the way to sRGB anew.
-            bDone = bTurnBlocks(pLevels, nPixels, m_nLevels, bAlpha, 256 * kBlock, pOut,
-                                [](const std::uint8_t* pIn, std::uint8_t* pBgr, std::size_t nCount) {
-                                    return LabToBgr(pIn, pBgr, nCount);
-                                });
+            done = TurnBlocks(levels, pixels, levels_, has_alpha, 256 * kBlock, out,
+                              [](const std::uint8_t* in, std::uint8_t* bgr, std::size_t count) {
+                                  return LabToBgr(in, bgr, count);
+                              });
             break;
         case TiffColour::kYCbCr: {
-            auto* pTables = reinterpret_cast<TIFFYCbCrToRGB*>(const_cast<std::uint64_t*>(m_aYCbCr.data()));
-            const std::uint8_t* pIn = pLevels;
-            std::uint8_t* pTo = pOut;
-            for (std::size_t i = 0; i < nPixels; ++i, pIn += m_nLevels, pTo += m_nLevels) {
-                std::uint32_t nRed = 0;
-                std::uint32_t nGreen = 0;
-                std::uint32_t nBlue = 0;
-                TIFFYCbCrtoRGB(pTables, pIn[0], pIn[1], pIn[2], &nRed, &nGreen, &nBlue);
-                pTo[0] = static_cast<std::uint8_t>(nBlue);
-                pTo[1] = static_cast<std::uint8_t>(nGreen);
-                pTo[2] = static_cast<std::uint8_t>(nRed);
-                if (bAlpha)
-                    pTo[3] = pIn[3];
+            auto* tables = reinterpret_cast<TIFFYCbCrToRGB*>(const_cast<std::uint64_t*>(ycbcr_.data()));
+            const std::uint8_t* in = levels;
+            std::uint8_t* to = out;
+            for (std::size_t i = 0; i < pixels; ++i, in += levels_, to += levels_) {
+                std::uint32_t red = 0;
+                std::uint32_t green = 0;
+                std::uint32_t blue = 0;
+                TIFFYCbCrtoRGB(tables, in[0], in[1], in[2], &red, &green, &blue);
+                to[0] = static_cast<std::uint8_t>(blue);
+                to[1] = static_cast<std::uint8_t>(green);
+                to[2] = static_cast<std::uint8_t>(red);
+                if (has_alpha)
+                    to[3] = in[3];
             }
             break;
         }
         default:
-            if (pOut != pLevels)
-                std::memmove(pOut, pLevels, nPixels * m_nLevels);
-            if (m_objLayout.enColour == TiffColour::kGrey && m_objLayout.bMinIsWhite && !m_bBits)
-                for (std::size_t i = 0; i < nPixels * m_nLevels; ++i)
-                    pOut[i] = m_nLevels == 4 && i % 4 == 3 ? pOut[i] : static_cast<std::uint8_t>(~pOut[i]);
+            if (out != levels)
+                std::memmove(out, levels, pixels * levels_);
+            if (layout_.colour == TiffColour::kGrey && layout_.min_is_white && !is_bilevel_)
+                for (std::size_t i = 0; i < pixels * levels_; ++i)
+                    out[i] = levels_ == 4 && i % 4 == 3 ? out[i] : static_cast<std::uint8_t>(~out[i]);
     }
-    if (bDone && m_objLayout.enAlpha == TiffAlpha::kAssociated)
-        Unpremultiply(pOut, nPixels);
-    return bDone;
+    if (done && layout_.alpha == TiffAlpha::kAssociated)
+        Unpremultiply(out, pixels);
+    return done;
 }

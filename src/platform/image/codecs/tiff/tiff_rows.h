@@ -19,49 +19,49 @@ class CmykToBgr;
 class TiffRows
 {
 public:
-    /// Reads the palette and the other tables of the page that pTiff is at; aProfile is the page's, for pages
+    /// Reads the palette and the other tables of the page that tiff is at; profile is the page's, for pages
     /// of inks.
-    TiffRows(TIFF* pTiff, const TiffLayout& objLayout, Bytes aProfile);
+    TiffRows(TIFF* tiff, const TiffLayout& layout, Bytes profile);
     ~TiffRows();
     TiffRows(const TiffRows&) = delete;
     TiffRows& operator=(const TiffRows&) = delete;
 
     /// False for a page without the table that its colours need.
-    bool Ready() const { return m_nLevels > 0; }
-    std::uint32_t Levels() const { return m_nLevels; }
-    std::uint32_t Channels() const { return m_nChannels; }
+    bool Ready() const { return levels_ > 0; }
+    std::uint32_t Levels() const { return levels_; }
+    std::uint32_t Channels() const { return channels_; }
     /// True when a stored row needs as many bytes as its levels: it may be decoded where the levels are to
-    /// be, and Unpack be called with pStored equal to pLevels.
-    bool InPlace() const { return m_bInPlace; }
-    /// True when Finish is cheap enough for a row at a time, and may be given pLevels as pOut.
-    bool FinishesRows() const { return m_bFinishesRows; }
+    /// be, and Unpack be called with stored equal to levels.
+    bool InPlace() const { return in_place_; }
+    /// True when Finish is cheap enough for a row at a time, and may be given levels as out.
+    bool FinishesRows() const { return finishes_rows_; }
 
-    /// A row of all samples, or with nPlane of that sample alone.
-    void Unpack(const std::uint8_t* pStored, std::size_t nPixels, std::uint8_t* pLevels) const;
-    void UnpackPlane(std::uint32_t nPlane, const std::uint8_t* pStored, std::size_t nPixels,
-                     std::uint8_t* pLevels) const;
-    /// Rows of YCbCr in which several pixels share a colour. The first nColumns of nStoredColumns pixels of
-    /// nRows rows go to pLevels, whose rows are nPitch bytes apart.
-    void UnpackSubsampled(const std::uint8_t* pStored, std::uint32_t nStoredColumns, std::uint32_t nColumns,
-                          std::uint32_t nRows, std::uint8_t* pLevels, std::size_t nPitch) const;
+    /// A row of all samples, or with plane of that sample alone.
+    void Unpack(const std::uint8_t* stored, std::size_t pixels, std::uint8_t* levels) const;
+    void UnpackPlane(std::uint32_t plane, const std::uint8_t* stored, std::size_t pixels,
+                     std::uint8_t* levels) const;
+    /// Rows of YCbCr in which several pixels share a colour. The first columns of stored_columns pixels of
+    /// rows rows go to levels, whose rows are pitch bytes apart.
+    void UnpackSubsampled(const std::uint8_t* stored, std::uint32_t stored_columns, std::uint32_t columns,
+                          std::uint32_t rows, std::uint8_t* levels, std::size_t pitch) const;
 
-    /// False without memory. pOut may be pLevels or before it.
-    bool bFinish(const std::uint8_t* pLevels, std::size_t nPixels, std::uint8_t* pOut) const;
+    /// False without memory. out may be levels or before it.
+    bool Finish(const std::uint8_t* levels, std::size_t pixels, std::uint8_t* out) const;
 
 private:
-    void UnpackSample(std::uint32_t nSample, std::uint32_t nStoredSamples, const std::uint8_t* pStored,
-                      std::size_t nPixels, std::uint8_t* pOut) const;
-    void UnpackPalette(const std::uint8_t* pStored, std::size_t nPixels, std::uint8_t* pLevels) const;
-    bool bReadPalette(TIFF* pTiff, bool bKeepColours);
-    bool bReadYCbCr(TIFF* pTiff);
+    void UnpackSample(std::uint32_t sample, std::uint32_t stored_samples, const std::uint8_t* stored,
+                      std::size_t pixels, std::uint8_t* out) const;
+    void UnpackPalette(const std::uint8_t* stored, std::size_t pixels, std::uint8_t* levels) const;
+    bool ReadPalette(TIFF* tiff, bool keep_colours);
+    bool ReadYCbCr(TIFF* tiff);
 
-    TiffLayout m_objLayout;
-    std::uint32_t m_nLevels = 0;
-    std::uint32_t m_nChannels = 0;
-    bool m_bInPlace = false;
-    bool m_bFinishesRows = true;
-    bool m_bBits = false;  ///< one bit a pixel, brought to its final level when it is unpacked
-    std::vector<std::uint8_t> m_aPalette;  ///< m_nChannels bytes for each index
-    std::vector<std::uint64_t> m_aYCbCr;   ///< libtiff's tables
-    std::unique_ptr<CmykToBgr> m_pInks;
+    TiffLayout layout_;
+    std::uint32_t levels_ = 0;
+    std::uint32_t channels_ = 0;
+    bool in_place_ = false;
+    bool finishes_rows_ = true;
+    bool is_bilevel_ = false;            ///< one bit a pixel, brought to its final level when it is unpacked
+    std::vector<std::uint8_t> palette_;  ///< channels_ bytes for each index
+    std::vector<std::uint64_t> ycbcr_;   ///< libtiff's tables
+    std::unique_ptr<CmykToBgr> inks_;
 };

@@ -6,136 +6,134 @@
 #include <cstring>
 
 template <typename T>
-static T objLoad(const std::uint8_t* pBytes)
+static T LoadAs(const std::uint8_t* bytes)
 {
-    T objValue;
-    std::memcpy(&objValue, pBytes, sizeof(T));
-    return objValue;
+    T value;
+    std::memcpy(&value, bytes, sizeof(T));
+    return value;
 }
 
 // Bits that begin anywhere; at most 16, so that they lie in three bytes.
-static unsigned nBitsAt(const std::uint8_t* pStored, std::size_t nFirstBit, unsigned nBits)
+static unsigned BitsAt(const std::uint8_t* stored, std::size_t first_bit, unsigned bits)
 {
-    const std::uint8_t* p = pStored + nFirstBit / 8;
-    const unsigned nUsed = static_cast<unsigned>(nFirstBit % 8) + nBits;
-    unsigned nValue = static_cast<unsigned>(p[0]) << 16;
-    if (nUsed > 8)
-        nValue |= static_cast<unsigned>(p[1]) << 8;
-    if (nUsed > 16)
-        nValue |= p[2];
-    return nValue >> (24 - nUsed) & ((1u << nBits) - 1);
+    const std::uint8_t* p = stored + first_bit / 8;
+    const unsigned used = static_cast<unsigned>(first_bit % 8) + bits;
+    unsigned value = static_cast<unsigned>(p[0]) << 16;
+    if (used > 8)
+        value |= static_cast<unsigned>(p[1]) << 8;
+    if (used > 16)
+        value |= p[2];
+    return value >> (24 - used) & ((1u << bits) - 1);
 }
 
-static float dHalf(std::uint16_t nHalf)
+static float Half(std::uint16_t half)
 {
-    const int nExponent = nHalf >> 10 & 31;
-    const int nFraction = nHalf & 1023;
-    float dValue = 0;
-    if (nExponent == 31)
-        dValue = nFraction ? NAN : INFINITY;
+    const int exponent = half >> 10 & 31;
+    const int fraction = half & 1023;
+    float value = 0;
+    if (exponent == 31)
+        value = fraction ? NAN : INFINITY;
     else
-        dValue = nExponent ? std::ldexp(static_cast<float>(nFraction + 1024), nExponent - 25)
-                           : std::ldexp(static_cast<float>(nFraction), -24);
-    return nHalf & 0x8000 ? -dValue : dValue;
+        value = exponent ? std::ldexp(static_cast<float>(fraction + 1024), exponent - 25)
+                         : std::ldexp(static_cast<float>(fraction), -24);
+    return half & 0x8000 ? -value : value;
 }
 
-static std::uint32_t nThreeBytes(const std::uint8_t* p)
+static std::uint32_t ThreeBytes(const std::uint8_t* p)
 {
-    constexpr bool bLittle = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
-    return static_cast<std::uint32_t>(p[1]) << 8 | static_cast<std::uint32_t>(p[bLittle ? 2 : 0]) << 16 |
-           p[bLittle ? 0 : 2];
+    constexpr bool kLittle = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
+    return static_cast<std::uint32_t>(p[1]) << 8 | static_cast<std::uint32_t>(p[kLittle ? 2 : 0]) << 16 |
+           p[kLittle ? 0 : 2];
 }
 
 // A float of 24 bits: 7 of exponent (bias 63), 16 of fraction.
-static double dFloat24(std::uint32_t nValue)
+static double Float24(std::uint32_t bits)
 {
-    const int nExponent = static_cast<int>(nValue >> 16 & 127);
-    const double dFraction = static_cast<double>(nValue & 0xFFFF) / 65536;
-    double dValue = 0;
-    if (nExponent == 127)
-        dValue = nValue & 0xFFFF ? NAN : INFINITY;
+    const int exponent = static_cast<int>(bits >> 16 & 127);
+    const double fraction = static_cast<double>(bits & 0xFFFF) / 65536;
+    double value = 0;
+    if (exponent == 127)
+        value = bits & 0xFFFF ? NAN : INFINITY;
     else
-        dValue = nExponent ? std::ldexp(1 + dFraction, nExponent - 63) : std::ldexp(dFraction, -62);
-    return nValue & 0x800000 ? -dValue : dValue;
+        value = exponent ? std::ldexp(1 + fraction, exponent - 63) : std::ldexp(fraction, -62);
+    return bits & 0x800000 ? -value : value;
 }
 
-static double dWideSample(const TiffSampleForm& objForm, const std::uint8_t* p)
+static double WideSample(const TiffSampleForm& form, const std::uint8_t* p)
 {
-    if (objForm.nFormat == SAMPLEFORMAT_IEEEFP) {
-        switch (objForm.nBits) {
+    if (form.format == SAMPLEFORMAT_IEEEFP) {
+        switch (form.bits) {
             case 16:
-                return dHalf(objLoad<std::uint16_t>(p));
+                return Half(LoadAs<std::uint16_t>(p));
             case 24:
-                return dFloat24(nThreeBytes(p));
+                return Float24(ThreeBytes(p));
             case 32:
-                return objLoad<float>(p);
+                return LoadAs<float>(p);
             default:
-                return objLoad<double>(p);
+                return LoadAs<double>(p);
         }
     }
-    const bool bSigned = objForm.nFormat == SAMPLEFORMAT_INT;
-    switch (objForm.nBits) {
+    const bool is_signed = form.format == SAMPLEFORMAT_INT;
+    switch (form.bits) {
         case 24:
-            return bSigned ? static_cast<std::int32_t>(nThreeBytes(p) << 8) / 256 : nThreeBytes(p);
+            return is_signed ? static_cast<std::int32_t>(ThreeBytes(p) << 8) / 256 : ThreeBytes(p);
         case 32:
-            return bSigned ? objLoad<std::int32_t>(p) : objLoad<std::uint32_t>(p);
+            return is_signed ? LoadAs<std::int32_t>(p) : LoadAs<std::uint32_t>(p);
         default:
-            return bSigned ? static_cast<double>(objLoad<std::int64_t>(p))
-                           : static_cast<double>(objLoad<std::uint64_t>(p));
+            return is_signed ? static_cast<double>(LoadAs<std::int64_t>(p))
+                             : static_cast<double>(LoadAs<std::uint64_t>(p));
     }
 }
 
-static void WideLevels(const TiffSampleForm& objForm, const std::uint8_t* pStored, std::size_t nStep,
-                       std::size_t nPixels, std::uint8_t* pOut, std::uint32_t nPitch)
+static void WideLevels(const TiffSampleForm& form, const std::uint8_t* stored, std::size_t step,
+                       std::size_t pixels, std::uint8_t* out, std::uint32_t pitch)
 {
-    const double dScale = 255 / (objForm.dHighest - objForm.dLowest);
-    for (std::size_t i = 0; i < nPixels; ++i) {
-        const double dLevel = (dWideSample(objForm, pStored + i * nStep) - objForm.dLowest) * dScale;
+    const double scale = 255 / (form.highest - form.lowest);
+    for (std::size_t i = 0; i < pixels; ++i) {
+        const double level = (WideSample(form, stored + i * step) - form.lowest) * scale;
         // Written so that what is no number becomes 0.
-        pOut[i * nPitch] = dLevel >= 254.5 ? 255 : dLevel > 0 ? static_cast<std::uint8_t>(dLevel + 0.5) : 0;
+        out[i * pitch] = level >= 254.5 ? 255 : level > 0 ? static_cast<std::uint8_t>(level + 0.5) : 0;
     }
 }
 
-void LevelsOfSample(const TiffSampleForm& objForm, const std::uint8_t* pStored, std::uint32_t nSample,
-                    std::uint32_t nStoredSamples, std::size_t nPixels, std::uint8_t* pOut,
-                    std::uint32_t nPitch)
+void LevelsOfSample(const TiffSampleForm& form, const std::uint8_t* stored, std::uint32_t sample,
+                    std::uint32_t stored_samples, std::size_t pixels, std::uint8_t* out, std::uint32_t pitch)
 {
-    const unsigned nBits = objForm.nBits;
-    if (nBits > 16 || objForm.nFormat == SAMPLEFORMAT_IEEEFP) {
-        const std::size_t nBytes = nBits / 8;
-        WideLevels(objForm, pStored + nSample * nBytes, nStoredSamples * nBytes, nPixels, pOut, nPitch);
+    const unsigned bits = form.bits;
+    if (bits > 16 || form.format == SAMPLEFORMAT_IEEEFP) {
+        const std::size_t bytes = bits / 8;
+        WideLevels(form, stored + sample * bytes, stored_samples * bytes, pixels, out, pitch);
         return;
     }
-    const unsigned nFlip = objForm.nFormat == SAMPLEFORMAT_INT ? 1u << (nBits - 1) : 0;
-    if (nBits == 8) {
-        for (std::size_t i = 0; i < nPixels; ++i)
-            pOut[i * nPitch] = static_cast<std::uint8_t>(pStored[i * nStoredSamples + nSample] ^ nFlip);
+    const unsigned flip = form.format == SAMPLEFORMAT_INT ? 1u << (bits - 1) : 0;
+    if (bits == 8) {
+        for (std::size_t i = 0; i < pixels; ++i)
+            out[i * pitch] = static_cast<std::uint8_t>(stored[i * stored_samples + sample] ^ flip);
         return;
     }
-    if (nBits == 16) {
-        for (std::size_t i = 0; i < nPixels; ++i) {
-            const unsigned nValue =
-                objLoad<std::uint16_t>(pStored + (i * nStoredSamples + nSample) * 2) ^ nFlip;
-            const unsigned nLevel = objForm.bInSteps ? std::min(255u, (nValue + 128) >> 8)
-                                                     : (nValue * 255 + 32895) >> 16;  // n / 257, rounded
-            pOut[i * nPitch] = static_cast<std::uint8_t>(nLevel);
+    if (bits == 16) {
+        for (std::size_t i = 0; i < pixels; ++i) {
+            const unsigned value = LoadAs<std::uint16_t>(stored + (i * stored_samples + sample) * 2) ^ flip;
+            const unsigned level = form.in_steps ? std::min(255u, (value + 128) >> 8)
+                                                 : (value * 255 + 32895) >> 16;  // n / 257, rounded
+            out[i * pitch] = static_cast<std::uint8_t>(level);
         }
         return;
     }
-    const unsigned nHighest = (1u << nBits) - 1;
-    for (std::size_t i = 0; i < nPixels; ++i) {
-        const unsigned nValue = nBitsAt(pStored, (i * nStoredSamples + nSample) * nBits, nBits) ^ nFlip;
-        pOut[i * nPitch] = static_cast<std::uint8_t>((nValue * 255 + nHighest / 2) / nHighest);
+    const unsigned highest = (1u << bits) - 1;
+    for (std::size_t i = 0; i < pixels; ++i) {
+        const unsigned value = BitsAt(stored, (i * stored_samples + sample) * bits, bits) ^ flip;
+        out[i * pitch] = static_cast<std::uint8_t>((value * 255 + highest / 2) / highest);
     }
 }
 
-void IndexesOfSample(std::uint16_t nBits, const std::uint8_t* pStored, std::uint32_t nSample,
-                     std::uint32_t nStoredSamples, std::size_t nPixels, std::uint16_t* pOut)
+void IndexesOfSample(std::uint16_t bits, const std::uint8_t* stored, std::uint32_t sample,
+                     std::uint32_t stored_samples, std::size_t pixels, std::uint16_t* out)
 {
-    for (std::size_t i = 0; i < nPixels; ++i) {
-        const std::size_t nAt = i * nStoredSamples + nSample;
-        pOut[i] = nBits == 8    ? pStored[nAt]
-                  : nBits == 16 ? objLoad<std::uint16_t>(pStored + nAt * 2)
-                                : static_cast<std::uint16_t>(nBitsAt(pStored, nAt * nBits, nBits));
+    for (std::size_t i = 0; i < pixels; ++i) {
+        const std::size_t at = i * stored_samples + sample;
+        out[i] = bits == 8    ? stored[at]
+                 : bits == 16 ? LoadAs<std::uint16_t>(stored + at * 2)
+                              : static_cast<std::uint16_t>(BitsAt(stored, at * bits, bits));
     }
 }

@@ -10,22 +10,21 @@
 /// How the samples of a row are stored. Samples of 8, 16, 24, 32 and 64 bits are in the machine's byte order,
 /// others follow each other bit by bit, the highest first.
 struct TiffSampleForm {
-    std::uint16_t nBits = 8;
-    std::uint16_t nFormat = SAMPLEFORMAT_UINT;
-    double dLowest = 0;   ///< of float and of samples over 16 bits: what becomes 0
-    double dHighest = 1;  ///< and what 255
+    std::uint16_t bits = 8;
+    std::uint16_t format = SAMPLEFORMAT_UINT;
+    double lowest = 0;   ///< of float and of samples over 16 bits: what becomes 0
+    double highest = 1;  ///< and what 255
     /// Of 16 bits: a level is 256 of these, as the colours of Lab are stored, and not the 257th part of the
     /// range.
-    bool bInSteps = false;
+    bool in_steps = false;
 };
 
-/// Reads sample nSample of every nStoredSamples for nPixels pixels, and puts each, rounded to the nearest of
-/// 0..255, to pOut, nPitch bytes apart. A negative level of signed samples of up to 16 bits is the lower half
+/// Reads sample sample of every stored_samples for pixels pixels, and puts each, rounded to the nearest of
+/// 0..255, to out, pitch bytes apart. A negative level of signed samples of up to 16 bits is the lower half
 /// of the range.
-void LevelsOfSample(const TiffSampleForm& objForm, const std::uint8_t* pStored, std::uint32_t nSample,
-                    std::uint32_t nStoredSamples, std::size_t nPixels, std::uint8_t* pOut,
-                    std::uint32_t nPitch);
+void LevelsOfSample(const TiffSampleForm& form, const std::uint8_t* stored, std::uint32_t sample,
+                    std::uint32_t stored_samples, std::size_t pixels, std::uint8_t* out, std::uint32_t pitch);
 
 /// The same samples as numbers, for an index of at most 16 bits.
-void IndexesOfSample(std::uint16_t nBits, const std::uint8_t* pStored, std::uint32_t nSample,
-                     std::uint32_t nStoredSamples, std::size_t nPixels, std::uint16_t* pOut);
+void IndexesOfSample(std::uint16_t bits, const std::uint8_t* stored, std::uint32_t sample,
+                     std::uint32_t stored_samples, std::size_t pixels, std::uint16_t* out);

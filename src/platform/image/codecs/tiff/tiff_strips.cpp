@@ -14,44 +14,43 @@
 static constexpr std::size_t kStripBytes = 256 * 1024;  // stays in the processor's cache
 static constexpr std::size_t kStripsAPart = 2;          // what a thread encodes before it asks for more
 
-static std::size_t nRowBytes(const ImageBuffer& aImage)
+static std::size_t RowBytes(const ImageBuffer& image)
 {
-    return static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
+    return static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
 }
 
-static std::uint32_t nRowsForStrips(const ImageBuffer& aImage)
+static std::uint32_t RowsForStrips(const ImageBuffer& image)
 {
-    const std::size_t nRows = std::max<std::size_t>(1, kStripBytes / nRowBytes(aImage));
-    return static_cast<std::uint32_t>(std::min(nRows, static_cast<std::size_t>(aImage.height)));
+    const std::size_t rows = std::max<std::size_t>(1, kStripBytes / RowBytes(image));
+    return static_cast<std::uint32_t>(std::min(rows, static_cast<std::size_t>(image.height)));
 }
 
 // Pixels in the order of TIFF.
-static void CopyPixels(const std::uint8_t* pIn, std::size_t nPixels, std::int32_t lChannels,
-                       std::uint8_t* pOut)
+static void CopyPixels(const std::uint8_t* in, std::size_t pixels, std::int32_t channels, std::uint8_t* out)
 {
-    if (lChannels == 1)
-        std::copy_n(pIn, nPixels, pOut);
+    if (channels == 1)
+        std::copy_n(in, pixels, out);
     else
-        (lChannels == 3 ? SwapRedAndBlue : SwapRedAndBlueOfFour)(pIn, pOut, nPixels);
+        (channels == 3 ? SwapRedAndBlue : SwapRedAndBlueOfFour)(in, out, pixels);
 }
 
-bool bPlainStrips(const ImageBuffer& aImage, const TakeBytes& fnTake, TiffStrips& objStrips)
+bool EncodePlainStrips(const ImageBuffer& image, const TakeBytes& take, TiffStrips& strips)
 {
-    const std::size_t nRow = nRowBytes(aImage);
-    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
-    objStrips.nRowsAStrip = nRowsForStrips(aImage);
-    std::vector<std::uint8_t> aStrip(aImage.channels == 1 ? 0 : objStrips.nRowsAStrip * nRow);
-    for (std::uint32_t y = 0; y < nHeight; y += objStrips.nRowsAStrip) {
-        const std::uint32_t nRows = std::min(objStrips.nRowsAStrip, nHeight - y);
-        Bytes aBytes = Bytes(aImage.bytes).subspan(y * nRow, nRows * nRow);
-        if (aImage.channels != 1) {
-            CopyPixels(aBytes.data(), aBytes.size() / static_cast<std::size_t>(aImage.channels),
-                       aImage.channels, aStrip.data());
-            aBytes = Bytes(aStrip).first(aBytes.size());
+    const std::size_t row = RowBytes(image);
+    const auto height = static_cast<std::uint32_t>(image.height);
+    strips.rows_per_strip = RowsForStrips(image);
+    std::vector<std::uint8_t> strip(image.channels == 1 ? 0 : strips.rows_per_strip * row);
+    for (std::uint32_t y = 0; y < height; y += strips.rows_per_strip) {
+        const std::uint32_t rows = std::min(strips.rows_per_strip, height - y);
+        Bytes bytes = Bytes(image.bytes).subspan(y * row, rows * row);
+        if (image.channels != 1) {
+            CopyPixels(bytes.data(), bytes.size() / static_cast<std::size_t>(image.channels), image.channels,
+                       strip.data());
+            bytes = Bytes(strip).first(bytes.size());
         }
-        if (!fnTake(aBytes))
+        if (!take(bytes))
             return false;
-        objStrips.aSizes.push_back(aBytes.size());
+        strips.sizes.push_back(bytes.size());
     }
     return true;
 }
@@ -60,90 +59,89 @@ namespace
 {
 /// What one thread needs to encode strips.
 struct LzwWork {
-    TiffLzwEncoder objEncoder;
-    std::vector<std::uint8_t> aPixels;
-    std::vector<std::uint8_t> aDifferences;
+    TiffLzwEncoder encoder;
+    std::vector<std::uint8_t> pixels;
+    std::vector<std::uint8_t> differences;
 };
 }  // namespace
 
-static void EncodeLzwStrip(const ImageBuffer& aImage, std::uint32_t y, std::uint32_t nRows, LzwWork& objWork,
-                           std::vector<std::uint8_t>& aCodes)
+static void EncodeLzwStrip(const ImageBuffer& image, std::uint32_t y, std::uint32_t rows, LzwWork& work,
+                           std::vector<std::uint8_t>& codes)
 {
-    const std::size_t nRow = nRowBytes(aImage);
-    objWork.aPixels.resize(nRow);
-    objWork.aDifferences.resize(nRow * nRows);
-    for (std::uint32_t i = 0; i < nRows; ++i) {
-        CopyPixels(aImage.bytes.data() + (y + i) * nRow, static_cast<std::size_t>(aImage.width),
-                   aImage.channels, objWork.aPixels.data());
-        SubtractLeft(objWork.aPixels.data(), nRow, static_cast<std::uint32_t>(aImage.channels),
-                     objWork.aDifferences.data() + i * nRow);
+    const std::size_t row = RowBytes(image);
+    work.pixels.resize(row);
+    work.differences.resize(row * rows);
+    for (std::uint32_t i = 0; i < rows; ++i) {
+        CopyPixels(image.bytes.data() + (y + i) * row, static_cast<std::size_t>(image.width), image.channels,
+                   work.pixels.data());
+        SubtractLeft(work.pixels.data(), row, static_cast<std::uint32_t>(image.channels),
+                     work.differences.data() + i * row);
     }
-    objWork.objEncoder.Encode(objWork.aDifferences, aCodes);
+    work.encoder.Encode(work.differences, codes);
 }
 
-bool bLzwStrips(const ImageBuffer& aImage, const TakeBytes& fnTake, TiffStrips& objStrips)
+bool EncodeLzwStrips(const ImageBuffer& image, const TakeBytes& take, TiffStrips& strips)
 {
-    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
-    objStrips.nRowsAStrip = nRowsForStrips(aImage);
-    const std::size_t nStrips = (nHeight - 1) / objStrips.nRowsAStrip + 1;
+    const auto height = static_cast<std::uint32_t>(image.height);
+    strips.rows_per_strip = RowsForStrips(image);
+    const std::size_t strip_count = (height - 1) / strips.rows_per_strip + 1;
     // As many strips at a time as the cores take together; then those are handed over in their order.
-    const std::size_t nParts = std::min(CoreCount(), (nStrips + kStripsAPart - 1) / kStripsAPart);
-    const std::size_t nBatch = nParts * kStripsAPart;
-    std::vector<std::unique_ptr<LzwWork>> aWork;
-    for (std::size_t i = 0; i < nParts; ++i)
-        aWork.push_back(std::make_unique<LzwWork>());
-    std::vector<std::vector<std::uint8_t>> aCodes(nBatch);
-    for (std::size_t nFirst = 0; nFirst < nStrips; nFirst += nBatch) {
-        const std::size_t nNow = std::min(nBatch, nStrips - nFirst);
-        RunParts(nParts, [&](std::size_t nPart) {
-            for (std::size_t i = nPart; i < nNow; i += nParts) {
-                const auto y = static_cast<std::uint32_t>((nFirst + i) * objStrips.nRowsAStrip);
-                EncodeLzwStrip(aImage, y, std::min(objStrips.nRowsAStrip, nHeight - y), *aWork[nPart],
-                               aCodes[i]);
+    const std::size_t parts = std::min(CoreCount(), (strip_count + kStripsAPart - 1) / kStripsAPart);
+    const std::size_t batch = parts * kStripsAPart;
+    std::vector<std::unique_ptr<LzwWork>> work;
+    for (std::size_t i = 0; i < parts; ++i)
+        work.push_back(std::make_unique<LzwWork>());
+    std::vector<std::vector<std::uint8_t>> codes(batch);
+    for (std::size_t first = 0; first < strip_count; first += batch) {
+        const std::size_t now = std::min(batch, strip_count - first);
+        RunParts(parts, [&](std::size_t part) {
+            for (std::size_t i = part; i < now; i += parts) {
+                const auto y = static_cast<std::uint32_t>((first + i) * strips.rows_per_strip);
+                EncodeLzwStrip(image, y, std::min(strips.rows_per_strip, height - y), *work[part], codes[i]);
             }
         });
-        for (std::size_t i = 0; i < nNow; ++i) {
-            if (!fnTake(aCodes[i]))
+        for (std::size_t i = 0; i < now; ++i) {
+            if (!take(codes[i]))
                 return false;
-            objStrips.aSizes.push_back(aCodes[i].size());
+            strips.sizes.push_back(codes[i].size());
         }
     }
     return true;
 }
 
-static bool bSetFaxTags(TIFF* pTiff, const ImageBuffer& aImage, std::uint16_t nCompression)
+static bool SetFaxTags(TIFF* tiff, const ImageBuffer& image, std::uint16_t compression)
 {
-    const auto nHeight = static_cast<std::uint32_t>(aImage.height);
-    return TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(aImage.width)) &&
-           TIFFSetField(pTiff, TIFFTAG_IMAGELENGTH, nHeight) &&
-           TIFFSetField(pTiff, TIFFTAG_BITSPERSAMPLE, 1) && TIFFSetField(pTiff, TIFFTAG_SAMPLESPERPIXEL, 1) &&
-           TIFFSetField(pTiff, TIFFTAG_ROWSPERSTRIP, nHeight) &&
-           TIFFSetField(pTiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE) &&
-           TIFFSetField(pTiff, TIFFTAG_COMPRESSION, nCompression) &&
-           (nCompression != COMPRESSION_CCITTFAX3 ||
-            TIFFSetField(pTiff, TIFFTAG_GROUP3OPTIONS, GROUP3OPT_FILLBITS));
+    const auto height = static_cast<std::uint32_t>(image.height);
+    return TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(image.width)) &&
+           TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, height) && TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 1) &&
+           TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 1) &&
+           TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, height) &&
+           TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE) &&
+           TIFFSetField(tiff, TIFFTAG_COMPRESSION, compression) &&
+           (compression != COMPRESSION_CCITTFAX3 ||
+            TIFFSetField(tiff, TIFFTAG_GROUP3OPTIONS, GROUP3OPT_FILLBITS));
 }
 
-bool bFaxStrip(const ImageBuffer& aImage, std::uint16_t nCompression, const TakeBytes& fnTake,
-               TiffStrips& objStrips)
+bool EncodeFaxStrip(const ImageBuffer& image, std::uint16_t compression, const TakeBytes& take,
+                    TiffStrips& strips)
 {
-    if (aImage.channels == 4)
-        return bFaxStrip(LayOnWhite(aImage), nCompression, fnTake, objStrips);
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    const auto nHeight = static_cast<std::size_t>(aImage.height);
-    const std::size_t nPackedRow = (nWidth + 7) / 8;
-    std::vector<std::uint8_t> aLevels(nWidth);
-    std::vector<std::uint8_t> aPacked(nPackedRow * nHeight);
-    for (std::size_t y = 0; y < nHeight; ++y) {
-        LevelsAtHalf(aImage.bytes.data() + y * nRowBytes(aImage), nWidth,
-                     static_cast<std::uint32_t>(aImage.channels), aLevels.data());
-        PackDarkBits(aLevels.data(), nWidth, aPacked.data() + y * nPackedRow);
+    if (image.channels == 4)
+        return EncodeFaxStrip(LayOnWhite(image), compression, take, strips);
+    const auto width = static_cast<std::size_t>(image.width);
+    const auto height = static_cast<std::size_t>(image.height);
+    const std::size_t packed_row = (width + 7) / 8;
+    std::vector<std::uint8_t> levels(width);
+    std::vector<std::uint8_t> packed(packed_row * height);
+    for (std::size_t y = 0; y < height; ++y) {
+        LevelsAtHalf(image.bytes.data() + y * RowBytes(image), width,
+                     static_cast<std::uint32_t>(image.channels), levels.data());
+        PackDarkBits(levels.data(), width, packed.data() + y * packed_row);
     }
-    TiffStripEncoder objEncoder;
-    if (!objEncoder.Handle() || !bSetFaxTags(objEncoder.Handle(), aImage, nCompression))
+    TiffStripEncoder encoder;
+    if (!encoder.Handle() || !SetFaxTags(encoder.Handle(), image, compression))
         return false;
-    const std::vector<std::uint8_t> aCodes = objEncoder.aEncoded(0, aPacked);
-    objStrips.nRowsAStrip = static_cast<std::uint32_t>(nHeight);
-    objStrips.aSizes = {aCodes.size()};
-    return !aCodes.empty() && fnTake(aCodes);
+    const std::vector<std::uint8_t> codes = encoder.Encoded(0, packed);
+    strips.rows_per_strip = static_cast<std::uint32_t>(height);
+    strips.sizes = {codes.size()};
+    return !codes.empty() && take(codes);
 }

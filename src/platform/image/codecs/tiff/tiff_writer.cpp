@@ -12,20 +12,20 @@
 #include "src/platform/image/codecs/tiff/directory/tiff_metadata.h"
 #include "src/platform/image/codecs/tiff/tiff_strips.h"
 
-std::uint64_t nMostPageBytes(const ImageBuffer& aImage)
+std::uint64_t MaxPageBytes(const ImageBuffer& image)
 {
-    const ImageMetadata& objMetadata = aImage.metadata;
-    const std::uint64_t nBeside = objMetadata.exif.size() + objMetadata.xmp.size() + objMetadata.iptc.size() +
-                                  aImage.icc_profile.size();
+    const ImageMetadata& metadata = image.metadata;
+    const std::uint64_t beside =
+        metadata.exif.size() + metadata.xmp.size() + metadata.iptc.size() + image.icc_profile.size();
     // LZW makes noise half as large again, and a code of group 3 or 4 is shorter than the levels that it
     // stands for; a strip costs two numbers, and no text is longer than a MB.
-    return aImage.bytes.size() / 2 * 3 + aImage.bytes.size() / 500 + 2 * nBeside + 8 * 1024 * 1024 +
-           16 * static_cast<std::uint64_t>(aImage.height);
+    return image.bytes.size() / 2 * 3 + image.bytes.size() / 500 + 2 * beside + 8 * 1024 * 1024 +
+           16 * static_cast<std::uint64_t>(image.height);
 }
 
-static std::uint16_t nCompressionOf(std::int32_t lTIFFCompression)
+static std::uint16_t CompressionOf(std::int32_t tiff_compression)
 {
-    switch (lTIFFCompression) {
+    switch (tiff_compression) {
         case 1:
             return COMPRESSION_LZW;
         case 2:
@@ -40,87 +40,87 @@ static std::uint16_t nCompressionOf(std::int32_t lTIFFCompression)
 }
 
 // What says how the strips are to be read.
-static std::vector<TiffTag> aLayoutTags(const ImageBuffer& aImage, std::uint16_t nCompression,
-                                        const TiffStrips& objStrips, std::uint64_t nFirstStrip,
-                                        const TiffPageForm& objForm)
+static std::vector<TiffTag> LayoutTags(const ImageBuffer& image, std::uint16_t compression,
+                                       const TiffStrips& strips, std::uint64_t first_strip,
+                                       const TiffPageForm& form)
 {
-    const bool bFax = nCompression != COMPRESSION_NONE && nCompression != COMPRESSION_LZW;
-    const std::uint64_t nSamples = bFax ? 1 : static_cast<std::uint64_t>(aImage.channels);
-    const std::uint16_t nOffsetType = objForm.bBigTiff ? 16 : 4;
-    std::vector<std::uint64_t> aOffsets;
-    for (const std::uint64_t nSize : objStrips.aSizes) {
-        aOffsets.push_back(nFirstStrip);
-        nFirstStrip += nSize;
+    const bool fax = compression != COMPRESSION_NONE && compression != COMPRESSION_LZW;
+    const std::uint64_t samples = fax ? 1 : static_cast<std::uint64_t>(image.channels);
+    const std::uint16_t offset_type = form.big_tiff ? 16 : 4;
+    std::vector<std::uint64_t> offsets;
+    for (const std::uint64_t size : strips.sizes) {
+        offsets.push_back(first_strip);
+        first_strip += size;
     }
-    const std::uint64_t nPhotometric = bFax            ? PHOTOMETRIC_MINISWHITE
-                                       : nSamples == 1 ? PHOTOMETRIC_MINISBLACK
-                                                       : PHOTOMETRIC_RGB;
-    std::vector<TiffTag> aTags = {
-        objNumberTag(TIFFTAG_SUBFILETYPE, 4, {objForm.bOneOfSeveral ? FILETYPE_PAGE : 0u}),
-        objNumberTag(TIFFTAG_IMAGEWIDTH, 4, {static_cast<std::uint64_t>(aImage.width)}),
-        objNumberTag(TIFFTAG_IMAGELENGTH, 4, {static_cast<std::uint64_t>(aImage.height)}),
-        objNumberTag(TIFFTAG_BITSPERSAMPLE, 3, std::vector<std::uint64_t>(nSamples, bFax ? 1 : 8)),
-        objNumberTag(TIFFTAG_COMPRESSION, 3, {nCompression}),
-        objNumberTag(TIFFTAG_PHOTOMETRIC, 3, {nPhotometric}),
-        objNumberTag(TIFFTAG_STRIPOFFSETS, nOffsetType, aOffsets),
-        objNumberTag(TIFFTAG_ORIENTATION, 3, {ORIENTATION_TOPLEFT}),
-        objNumberTag(TIFFTAG_SAMPLESPERPIXEL, 3, {nSamples}),
-        objNumberTag(TIFFTAG_ROWSPERSTRIP, 4, {objStrips.nRowsAStrip}),
-        objNumberTag(TIFFTAG_STRIPBYTECOUNTS, 4, objStrips.aSizes),
-        objNumberTag(TIFFTAG_PLANARCONFIG, 3, {PLANARCONFIG_CONTIG}),
+    const std::uint64_t photometric = fax            ? PHOTOMETRIC_MINISWHITE
+                                      : samples == 1 ? PHOTOMETRIC_MINISBLACK
+                                                     : PHOTOMETRIC_RGB;
+    std::vector<TiffTag> tags = {
+        NumberTag(TIFFTAG_SUBFILETYPE, 4, {form.one_of_several ? FILETYPE_PAGE : 0u}),
+        NumberTag(TIFFTAG_IMAGEWIDTH, 4, {static_cast<std::uint64_t>(image.width)}),
+        NumberTag(TIFFTAG_IMAGELENGTH, 4, {static_cast<std::uint64_t>(image.height)}),
+        NumberTag(TIFFTAG_BITSPERSAMPLE, 3, std::vector<std::uint64_t>(samples, fax ? 1 : 8)),
+        NumberTag(TIFFTAG_COMPRESSION, 3, {compression}),
+        NumberTag(TIFFTAG_PHOTOMETRIC, 3, {photometric}),
+        NumberTag(TIFFTAG_STRIPOFFSETS, offset_type, offsets),
+        NumberTag(TIFFTAG_ORIENTATION, 3, {ORIENTATION_TOPLEFT}),
+        NumberTag(TIFFTAG_SAMPLESPERPIXEL, 3, {samples}),
+        NumberTag(TIFFTAG_ROWSPERSTRIP, 4, {strips.rows_per_strip}),
+        NumberTag(TIFFTAG_STRIPBYTECOUNTS, 4, strips.sizes),
+        NumberTag(TIFFTAG_PLANARCONFIG, 3, {PLANARCONFIG_CONTIG}),
     };
-    if (bFax)
-        aTags.push_back(objNumberTag(TIFFTAG_FILLORDER, 3, {FILLORDER_MSB2LSB}));
-    if (nCompression == COMPRESSION_CCITTFAX3)
-        aTags.push_back(objNumberTag(TIFFTAG_GROUP3OPTIONS, 4, {GROUP3OPT_FILLBITS}));
-    if (nCompression == COMPRESSION_CCITTFAX4)
-        aTags.push_back(objNumberTag(TIFFTAG_GROUP4OPTIONS, 4, {0}));
-    if (nCompression == COMPRESSION_LZW)
-        aTags.push_back(objNumberTag(TIFFTAG_PREDICTOR, 3, {2}));
-    if (nSamples == 4)
-        aTags.push_back(objNumberTag(TIFFTAG_EXTRASAMPLES, 3, {EXTRASAMPLE_UNASSALPHA}));
-    if (objForm.bOneOfSeveral)  // how many pages there will be isn't known yet: 0
-        aTags.push_back(objNumberTag(TIFFTAG_PAGENUMBER, 3, {objForm.nPage, 0}));
-    return aTags;
+    if (fax)
+        tags.push_back(NumberTag(TIFFTAG_FILLORDER, 3, {FILLORDER_MSB2LSB}));
+    if (compression == COMPRESSION_CCITTFAX3)
+        tags.push_back(NumberTag(TIFFTAG_GROUP3OPTIONS, 4, {GROUP3OPT_FILLBITS}));
+    if (compression == COMPRESSION_CCITTFAX4)
+        tags.push_back(NumberTag(TIFFTAG_GROUP4OPTIONS, 4, {0}));
+    if (compression == COMPRESSION_LZW)
+        tags.push_back(NumberTag(TIFFTAG_PREDICTOR, 3, {2}));
+    if (samples == 4)
+        tags.push_back(NumberTag(TIFFTAG_EXTRASAMPLES, 3, {EXTRASAMPLE_UNASSALPHA}));
+    if (form.one_of_several)  // how many pages there will be isn't known yet: 0
+        tags.push_back(NumberTag(TIFFTAG_PAGENUMBER, 3, {form.page, 0}));
+    return tags;
 }
 
-static bool bWriteStrips(TiffSink& objSink, const ImageBuffer& aImage, std::uint16_t nCompression,
-                         TiffStrips& objStrips)
+static bool WriteStrips(TiffSink& sink, const ImageBuffer& image, std::uint16_t compression,
+                        TiffStrips& strips)
 {
-    const TakeBytes fnTake = [&objSink](Bytes aBytes) { return objSink.Write(aBytes); };
-    switch (nCompression) {
+    const TakeBytes take = [&sink](Bytes bytes) { return sink.Write(bytes); };
+    switch (compression) {
         case COMPRESSION_NONE:
-            return bPlainStrips(aImage, fnTake, objStrips);
+            return EncodePlainStrips(image, take, strips);
         case COMPRESSION_LZW:
-            return bLzwStrips(aImage, fnTake, objStrips);
+            return EncodeLzwStrips(image, take, strips);
         default:
-            return bFaxStrip(aImage, nCompression, fnTake, objStrips);
+            return EncodeFaxStrip(image, compression, take, strips);
     }
 }
 
-bool bWriteTiffPage(TiffSink& objSink, const ImageBuffer& aImage, const SaveSettings& objSettings,
-                    const TiffPageForm& objForm, TiffPagePlace& objPlace)
+bool WriteTiffPage(TiffSink& sink, const ImageBuffer& image, const SaveSettings& settings,
+                   const TiffPageForm& form, TiffPagePlace& place)
 {
-    const std::uint16_t nCompression = nCompressionOf(objSettings.lTIFFCompression);
-    const bool bFax = nCompression != COMPRESSION_NONE && nCompression != COMPRESSION_LZW;
-    const std::uint64_t nFirstStrip = objSink.Position();
-    TiffStrips objStrips;
-    if (!bWriteStrips(objSink, aImage, nCompression, objStrips))
+    const std::uint16_t compression = CompressionOf(settings.lTIFFCompression);
+    const bool fax = compression != COMPRESSION_NONE && compression != COMPRESSION_LZW;
+    const std::uint64_t first_strip = sink.Position();
+    TiffStrips strips;
+    if (!WriteStrips(sink, image, compression, strips))
         return false;
 
-    std::vector<TiffTag> aTags = aLayoutTags(aImage, nCompression, objStrips, nFirstStrip, objForm);
-    std::vector<TiffTag> aBeside = aTiffMetadataTags(aImage, objSettings.objTexts, !bFax);
-    std::move(aBeside.begin(), aBeside.end(), std::back_inserter(aTags));
-    std::sort(aTags.begin(), aTags.end(),
-              [](const TiffTag& objLeft, const TiffTag& objRight) { return objLeft.nTag < objRight.nTag; });
-    if (objSink.Position() % 2 != 0) {
-        const std::uint8_t nFill = 0;
-        if (!objSink.Write({&nFill, 1}))
+    std::vector<TiffTag> tags = LayoutTags(image, compression, strips, first_strip, form);
+    std::vector<TiffTag> beside = TiffMetadataTags(image, settings.objTexts, !fax);
+    std::move(beside.begin(), beside.end(), std::back_inserter(tags));
+    std::sort(tags.begin(), tags.end(),
+              [](const TiffTag& left, const TiffTag& right) { return left.tag < right.tag; });
+    if (sink.Position() % 2 != 0) {
+        const std::uint8_t fill = 0;
+        if (!sink.Write({&fill, 1}))
             return false;
     }
-    const TiffDirectoryBytes objBytes = objDirectoryBytes(aTags, objSink.Position(), objForm.bBigTiff);
-    objPlace = {objBytes.nDirectory, objBytes.nNextPointer};
-    return objSink.Write(objBytes.aBytes);
+    const TiffDirectoryBytes bytes = DirectoryBytes(tags, sink.Position(), form.big_tiff);
+    place = {bytes.directory, bytes.next_pointer};
+    return sink.Write(bytes.bytes);
 }
 
 namespace
@@ -128,20 +128,20 @@ namespace
 class OutputFileSink : public TiffSink
 {
 public:
-    explicit OutputFileSink(OutputFile& objOut) : m_objOut(objOut) {}
-    bool Write(Bytes aBytes) override { return m_objOut.Write(aBytes); }
-    std::uint64_t Position() const override { return m_objOut.Position(); }
+    explicit OutputFileSink(OutputFile& out) : out_(out) {}
+    bool Write(Bytes bytes) override { return out_.Write(bytes); }
+    std::uint64_t Position() const override { return out_.Position(); }
 
 private:
-    OutputFile& m_objOut;
+    OutputFile& out_;
 };
 }  // namespace
 
-bool bWriteTiffFile(OutputFile& objOut, const ImageBuffer& aImage, const SaveSettings& objSettings,
-                    const TiffPageForm& objForm, TiffPagePlace& objPlace)
+bool WriteTiffFile(OutputFile& out, const ImageBuffer& image, const SaveSettings& settings,
+                   const TiffPageForm& form, TiffPagePlace& place)
 {
-    OutputFileSink objSink(objOut);
-    return objOut.Write(aTiffHeaderBytes(0, objForm.bBigTiff)) &&
-           bWriteTiffPage(objSink, aImage, objSettings, objForm, objPlace) && objOut.Seek(0) &&
-           objOut.Write(aTiffHeaderBytes(objPlace.nDirectory, objForm.bBigTiff));
+    OutputFileSink sink(out);
+    return out.Write(TiffHeaderBytes(0, form.big_tiff)) &&
+           WriteTiffPage(sink, image, settings, form, place) && out.Seek(0) &&
+           out.Write(TiffHeaderBytes(place.directory, form.big_tiff));
 }

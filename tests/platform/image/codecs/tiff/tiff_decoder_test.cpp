@@ -19,9 +19,9 @@ namespace
 {
 using Block = std::vector<std::uint8_t>;
 
-Block aSample(const std::string& sName)
+Block Sample(const std::string& name)
 {
-    return aFileContent(sSamplePath("tiff/" + sName + ".tif"));
+    return aFileContent(sSamplePath("tiff/" + name + ".tif"));
 }
 
 // KB by which reading damaged files may make the process grow. The address sanitizer keeps what was freed.
@@ -32,153 +32,153 @@ constexpr long kMostGrowth = 150 * 1024;
 #endif
 
 // A grey picture that tells which page it is.
-ImageBuffer aPage(int nPage, std::int32_t lSide = 16)
+ImageBuffer Page(int page, std::int32_t side = 16)
 {
-    ImageBuffer aImage;
-    aImage.width = lSide;
-    aImage.height = lSide;
-    aImage.channels = 1;
-    aImage.bytes.assign(static_cast<std::size_t>(lSide) * static_cast<std::size_t>(lSide),
-                        static_cast<std::uint8_t>(nPage % 251));
-    return aImage;
+    ImageBuffer image;
+    image.width = side;
+    image.height = side;
+    image.channels = 1;
+    image.bytes.assign(static_cast<std::size_t>(side) * static_cast<std::size_t>(side),
+                       static_cast<std::uint8_t>(page % 251));
+    return image;
 }
 
-void WritePages(const std::string& sFile, int nPages, std::int32_t lSide)
+void WritePages(const std::string& file, int pages, std::int32_t side)
 {
-    const auto pDocument = TiffDocument::pBegin(sFile, aPage(0, lSide), {});
-    ASSERT_TRUE(pDocument);
-    for (int i = 1; i < nPages; ++i)
-        ASSERT_TRUE(pDocument->bAppend(aPage(i, lSide), {}));
+    const auto document = TiffDocument::Begin(file, Page(0, side), {});
+    ASSERT_TRUE(document);
+    for (int i = 1; i < pages; ++i)
+        ASSERT_TRUE(document->Append(Page(i, side), {}));
 }
 
 // A file of nothing but directories of one tag, chained.
-Block aBareDirectories(std::uint32_t nCount, std::uint32_t nAfterTheLast)
+Block BareDirectories(std::uint32_t count, std::uint32_t after_the_last)
 {
-    ByteMaker objFile;
-    objFile.Text("II").U16Le({42}).U32Le({8});
-    for (std::uint32_t i = 0; i < nCount; ++i) {
-        const std::uint32_t nNext = i + 1 < nCount ? 8 + 18 * (i + 1) : nAfterTheLast;
-        objFile.U16Le({1, 256, 3}).U32Le({1, 1, nNext});
+    ByteMaker file;
+    file.Text("II").U16Le({42}).U32Le({8});
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t next = i + 1 < count ? 8 + 18 * (i + 1) : after_the_last;
+        file.U16Le({1, 256, 3}).U32Le({1, 1, next});
     }
-    return objFile.aBytes();
+    return file.aBytes();
 }
 
-std::int32_t lPagesOf(const Block& aFile)
+std::int32_t PagesOf(const Block& file)
 {
-    InputFile objFile{Bytes(aFile)};
-    const auto pDecoder = codecTiff.Open(objFile);
-    return pDecoder ? pDecoder->FrameCount() : 0;
+    InputFile input{Bytes(file)};
+    const auto decoder = kTiffCodec.Open(input);
+    return decoder ? decoder->FrameCount() : 0;
 }
 }  // namespace
 
 TEST(TiffSniff, KnowsBothByteOrdersAndBothSizesOfOffsets)
 {
-    const auto bKnown = [](std::string_view sHead) {
-        return codecTiff.Sniff({reinterpret_cast<const std::uint8_t*>(sHead.data()), sHead.size()}, "tif");
+    const auto known = [](std::string_view head) {
+        return kTiffCodec.Sniff({reinterpret_cast<const std::uint8_t*>(head.data()), head.size()}, "tif");
     };
 
-    EXPECT_TRUE(bKnown({"II*\0", 4}));
-    EXPECT_TRUE(bKnown({"MM\0*", 4}));
-    EXPECT_TRUE(bKnown({"II+\0", 4}));
-    EXPECT_TRUE(bKnown({"MM\0+", 4}));
-    EXPECT_FALSE(bKnown({"II\0*", 4}));
-    EXPECT_FALSE(bKnown({"IM*\0", 4}));
-    EXPECT_FALSE(bKnown("II*"));
-    EXPECT_FALSE(bKnown(""));
+    EXPECT_TRUE(known({"II*\0", 4}));
+    EXPECT_TRUE(known({"MM\0*", 4}));
+    EXPECT_TRUE(known({"II+\0", 4}));
+    EXPECT_TRUE(known({"MM\0+", 4}));
+    EXPECT_FALSE(known({"II\0*", 4}));
+    EXPECT_FALSE(known({"IM*\0", 4}));
+    EXPECT_FALSE(known("II*"));
+    EXPECT_FALSE(known(""));
 }
 
 TEST(TiffPages, ComeInAnyOrderForOnePassOverTheFile)
 {
-    const TestFolder objFolder;
+    const TestFolder folder;
     constexpr int kPages = 400;
-    WritePages(objFolder.sPath("pages.tif"), kPages, 64);
-    const auto pFile = InputFile::Open(objFolder.sPath("pages.tif"));
-    std::vector<int> aOrder(kPages);
-    std::iota(aOrder.begin(), aOrder.end(), 0);
-    std::shuffle(aOrder.begin(), aOrder.end(), std::mt19937(1));
+    WritePages(folder.sPath("pages.tif"), kPages, 64);
+    const auto file = InputFile::Open(folder.sPath("pages.tif"));
+    std::vector<int> order(kPages);
+    std::iota(order.begin(), order.end(), 0);
+    std::shuffle(order.begin(), order.end(), std::mt19937(1));
 
-    const IoCount objBefore = objIoSoFar();
-    const auto pDecoder = codecTiff.Open(*pFile);
-    ASSERT_TRUE(pDecoder);
-    ASSERT_EQ(pDecoder->FrameCount(), kPages);
-    for (const int nPage : aOrder) {
-        ImageBuffer aImage;
-        ASSERT_TRUE(pDecoder->DecodeFrame(nPage, aImage));
-        ASSERT_EQ(aImage.bytes, aPage(nPage, 64).bytes);
+    const IoCount before = objIoSoFar();
+    const auto decoder = kTiffCodec.Open(*file);
+    ASSERT_TRUE(decoder);
+    ASSERT_EQ(decoder->FrameCount(), kPages);
+    for (const int page : order) {
+        ImageBuffer image;
+        ASSERT_TRUE(decoder->DecodeFrame(page, image));
+        ASSERT_EQ(image.bytes, Page(page, 64).bytes);
     }
-    const std::uint64_t nRead = objIoSoFar().nRead - objBefore.nRead;
+    const std::uint64_t got = objIoSoFar().nRead - before.nRead;
 
     // Looking for each page from the first directory on would read 400 times 200 directories of 200 bytes: 16
     // MB.
-    EXPECT_LT(nRead, pFile->Size() * 3 / 2);
+    EXPECT_LT(got, file->Size() * 3 / 2);
 }
 
 TEST(TiffPages, OfARingAreCountedOnce)
 {
-    EXPECT_EQ(lPagesOf(aBareDirectories(5, 0)), 5);
-    EXPECT_EQ(lPagesOf(aBareDirectories(5, 8)), 5);
-    EXPECT_EQ(lPagesOf(aBareDirectories(5, 8 + 18 * 2)), 5);
+    EXPECT_EQ(PagesOf(BareDirectories(5, 0)), 5);
+    EXPECT_EQ(PagesOf(BareDirectories(5, 8)), 5);
+    EXPECT_EQ(PagesOf(BareDirectories(5, 8 + 18 * 2)), 5);
 }
 
 TEST(TiffPages, EndWhereTheChainLeavesTheFile)
 {
-    EXPECT_EQ(lPagesOf(aBareDirectories(5, 100000)), 5);
-    EXPECT_EQ(lPagesOf(aBareDirectories(5, 8 + 18 * 5 - 1)), 5);
-    Block aCut = aBareDirectories(5, 0);
-    aCut.resize(aCut.size() - 10);
-    EXPECT_EQ(lPagesOf(aCut), 4);
+    EXPECT_EQ(PagesOf(BareDirectories(5, 100000)), 5);
+    EXPECT_EQ(PagesOf(BareDirectories(5, 8 + 18 * 5 - 1)), 5);
+    Block cut = BareDirectories(5, 0);
+    cut.resize(cut.size() - 10);
+    EXPECT_EQ(PagesOf(cut), 4);
 }
 
 TEST(TiffPages, AreNoMoreThanSixteenBitsCount)
 {
-    EXPECT_EQ(lPagesOf(aBareDirectories(70000, 0)), 65535);
+    EXPECT_EQ(PagesOf(BareDirectories(70000, 0)), 65535);
 }
 
 TEST(TiffPages, ThatAreBrokenLeaveTheOthersReadable)
 {
-    const TestFolder objFolder;
-    WritePages(objFolder.sPath("pages.tif"), 3, 16);
-    Block aFile = aFileContent(objFolder.sPath("pages.tif"));
+    const TestFolder folder;
+    WritePages(folder.sPath("pages.tif"), 3, 16);
+    Block file = aFileContent(folder.sPath("pages.tif"));
     // The second page claims another compression.
-    const Block aCompression = {0x03, 0x01, 3, 0, 1, 0, 0, 0, 1, 0};
-    auto itTag = std::search(aFile.begin(), aFile.end(), aCompression.begin(), aCompression.end());
-    itTag = std::search(itTag + 1, aFile.end(), aCompression.begin(), aCompression.end());
-    ASSERT_NE(itTag, aFile.end());
-    itTag[8] = 77;
+    const Block compression = {0x03, 0x01, 3, 0, 1, 0, 0, 0, 1, 0};
+    auto tag = std::search(file.begin(), file.end(), compression.begin(), compression.end());
+    tag = std::search(tag + 1, file.end(), compression.begin(), compression.end());
+    ASSERT_NE(tag, file.end());
+    tag[8] = 77;
 
-    EXPECT_TRUE(aDecoded(codecTiff, aFile, 0));
-    EXPECT_FALSE(aDecoded(codecTiff, aFile, 1));
-    EXPECT_TRUE(aDecoded(codecTiff, aFile, 2));
+    EXPECT_TRUE(aDecoded(kTiffCodec, file, 0));
+    EXPECT_FALSE(aDecoded(kTiffCodec, file, 1));
+    EXPECT_TRUE(aDecoded(kTiffCodec, file, 2));
 }
 
 TEST(TiffReading, TakesNoMemoryForAStripBesideThePicture)
 {
-    const TestFolder objFolder;
+    const TestFolder folder;
     // 48 megapixels of 16 bits in one strip: 96 MB stored, 48 MB as a picture.
-    const std::string sFile = objFolder.sPath("large.tif");
+    const std::string file_path = folder.sPath("large.tif");
     sPython(
         "import sys; from PIL import Image; Image.MAX_IMAGE_PIXELS = None\n"
         "Image.new('I;16', (8000, 6000), 32896).save(sys.argv[1], compression='tiff_deflate', "
         "tiffinfo={278: 6000})\n",
-        sFile);
-    const auto pFile = InputFile::Open(sFile);
-    ASSERT_LT(pFile->Size(), 8u * 1024 * 1024);
-    rusage objBefore{};
-    getrusage(RUSAGE_SELF, &objBefore);
+        file_path);
+    const auto file = InputFile::Open(file_path);
+    ASSERT_LT(file->Size(), 8u * 1024 * 1024);
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
 
-    ImageBuffer aImage;
-    ASSERT_TRUE(codecTiff.Open(*pFile)->DecodeFrame(0, aImage));
+    ImageBuffer image;
+    ASSERT_TRUE(kTiffCodec.Open(*file)->DecodeFrame(0, image));
 
-    rusage objAfter{};
-    getrusage(RUSAGE_SELF, &objAfter);
-    EXPECT_EQ(aImage.bytes[12345], 128);
-    EXPECT_LT(objAfter.ru_maxrss - objBefore.ru_maxrss, (48 + 32) * 1024);  // KB
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_EQ(image.bytes[12345], 128);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, (48 + 32) * 1024);  // KB
 }
 
 TEST(TiffMetadata, ComesFromItsTags)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("tags.tif");
+    const TestFolder folder;
+    const std::string file = folder.sPath("tags.tif");
     sPython(
         "import sys; from PIL import Image, TiffImagePlugin as T\n"
         "i = T.ImageFileDirectory_v2()\n"
@@ -187,138 +187,137 @@ TEST(TiffMetadata, ComesFromItsTags)
         "i[33723] = b'\\x1c\\x02\\x00\\x00\\x02\\x00\\x04'; i.tagtype[33723] = 7\n"
         "Image.new('RGB', (5, 4), (1, 2, 3)).save(sys.argv[1], tiffinfo=i, "
         "exif=None)\n",
-        sFile);
-    const auto aImage = aDecoded(codecTiff, aFileContent(sFile));
+        file);
+    const auto image = aDecoded(kTiffCodec, aFileContent(file));
 
-    ASSERT_TRUE(aImage);
-    EXPECT_DOUBLE_EQ(aImage->dots_per_inch_x, 254);
-    EXPECT_DOUBLE_EQ(aImage->dots_per_inch_y, 127);
-    EXPECT_EQ(std::string(aImage->metadata.xmp.begin(), aImage->metadata.xmp.end()), "<x:xmpmeta/>");
-    EXPECT_EQ(aImage->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
-    const IfdReader objExif(aImage->metadata.exif);
-    const auto aEntries = objExif.Entries(objExif.FirstDirectory());
-    const IfdEntry* pMake = EntryWithTag(aEntries, kTagMake);
-    ASSERT_TRUE(pMake);
-    const auto* pText = reinterpret_cast<const char*>(aImage->metadata.exif.data() + pMake->value_offset);
-    EXPECT_STREQ(pText, "Cameras Ltd");
-    EXPECT_TRUE(EntryWithTag(aEntries, kTagImageDescription));
-    EXPECT_FALSE(EntryWithTag(aEntries, 256));
+    ASSERT_TRUE(image);
+    EXPECT_DOUBLE_EQ(image->dots_per_inch_x, 254);
+    EXPECT_DOUBLE_EQ(image->dots_per_inch_y, 127);
+    EXPECT_EQ(std::string(image->metadata.xmp.begin(), image->metadata.xmp.end()), "<x:xmpmeta/>");
+    EXPECT_EQ(image->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
+    const IfdReader exif(image->metadata.exif);
+    const auto entries = exif.Entries(exif.FirstDirectory());
+    const IfdEntry* make = EntryWithTag(entries, kTagMake);
+    ASSERT_TRUE(make);
+    const auto* text = reinterpret_cast<const char*>(image->metadata.exif.data() + make->value_offset);
+    EXPECT_STREQ(text, "Cameras Ltd");
+    EXPECT_TRUE(EntryWithTag(entries, kTagImageDescription));
+    EXPECT_FALSE(EntryWithTag(entries, 256));
 }
 
 TEST(TiffMetadata, HasItsIptcAlsoAmongImageResources)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("tags.tif");
+    const TestFolder folder;
+    const std::string file = folder.sPath("tags.tif");
     sPython(
         "import sys; from PIL import Image, TiffImagePlugin as T\n"
         "i = T.ImageFileDirectory_v2(); i.tagtype[34377] = 7\n"
         "i[34377] = b'8BIM\\x04\\x04\\0\\0\\0\\0\\0\\x07\\x1c\\x02\\x00\\x00\\x02\\x00\\x04\\0'\n"
         "Image.new('L', (5, 4)).save(sys.argv[1], tiffinfo=i)\n",
-        sFile);
+        file);
 
-    const auto aImage = aDecoded(codecTiff, aFileContent(sFile));
+    const auto image = aDecoded(kTiffCodec, aFileContent(file));
 
-    ASSERT_TRUE(aImage);
-    EXPECT_EQ(aImage->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
 }
 
 TEST(TiffMetadata, KeepsItsDirectoryOfExifInEitherByteOrder)
 {
-    for (const bool bBigEndian : {false, true}) {
-        ByteMaker objFile;
+    for (const bool big_endian : {false, true}) {
+        ByteMaker input;
         // One page of 2 by 1, whose EXIF directory holds a date and an exposure of 1/250.
-        const auto Put16 = [&](std::uint32_t n) {
-            objFile.U8({static_cast<int>(bBigEndian ? n >> 8 : n & 255),
-                        static_cast<int>(bBigEndian ? n & 255 : n >> 8)});
+        const auto put16 = [&](std::uint32_t n) {
+            input.U8({static_cast<int>(big_endian ? n >> 8 : n & 255),
+                      static_cast<int>(big_endian ? n & 255 : n >> 8)});
         };
-        const auto Put32 = [&](std::uint32_t n) {
-            Put16(bBigEndian ? n >> 16 : n & 0xFFFF);
-            Put16(bBigEndian ? n & 0xFFFF : n >> 16);
+        const auto put32 = [&](std::uint32_t n) {
+            put16(big_endian ? n >> 16 : n & 0xFFFF);
+            put16(big_endian ? n & 0xFFFF : n >> 16);
         };
-        const auto Entry = [&](std::uint32_t nTag, std::uint32_t nType, std::uint32_t nCount,
-                               std::uint32_t nValue) {
-            Put16(nTag);
-            Put16(nType);
-            Put32(nCount);
-            if (nType == 3) {
-                Put16(nValue);
-                Put16(0);
+        const auto entry = [&](std::uint32_t tag, std::uint32_t type, std::uint32_t count,
+                               std::uint32_t value) {
+            put16(tag);
+            put16(type);
+            put32(count);
+            if (type == 3) {
+                put16(value);
+                put16(0);
             } else {
-                Put32(nValue);
+                put32(value);
             }
         };
-        objFile.Text(bBigEndian ? "MM" : "II");
-        Put16(42);
-        Put32(8);
-        Put16(8);
-        Entry(256, 3, 1, 2);
-        Entry(257, 3, 1, 1);
-        Entry(258, 3, 1, 8);
-        Entry(259, 3, 1, 1);
-        Entry(262, 3, 1, 1);
-        Entry(273, 4, 1, 110);
-        Entry(279, 4, 1, 2);
-        Entry(34665, 4, 1, 112);
-        Put32(0);
-        objFile.U8({10, 20});
-        Put16(2);
-        Entry(0x829A, 5, 1, 142);
-        Entry(0x9003, 2, 20, 150);
-        Put32(0);
-        Put32(1);
-        Put32(250);
-        objFile.Text("2024:03:05 10:20:30").U8({0});
-        ASSERT_EQ(objFile.nSize(), 170u);
+        input.Text(big_endian ? "MM" : "II");
+        put16(42);
+        put32(8);
+        put16(8);
+        entry(256, 3, 1, 2);
+        entry(257, 3, 1, 1);
+        entry(258, 3, 1, 8);
+        entry(259, 3, 1, 1);
+        entry(262, 3, 1, 1);
+        entry(273, 4, 1, 110);
+        entry(279, 4, 1, 2);
+        entry(34665, 4, 1, 112);
+        put32(0);
+        input.U8({10, 20});
+        put16(2);
+        entry(0x829A, 5, 1, 142);
+        entry(0x9003, 2, 20, 150);
+        put32(0);
+        put32(1);
+        put32(250);
+        input.Text("2024:03:05 10:20:30").U8({0});
+        ASSERT_EQ(input.nSize(), 170u);
 
-        const auto aImage = aDecoded(codecTiff, objFile.aBytes());
+        const auto image = aDecoded(kTiffCodec, input.aBytes());
 
-        ASSERT_TRUE(aImage);
-        EXPECT_EQ(aImage->bytes, (PixelBytes{10, 20}));
-        const IfdReader objExif(aImage->metadata.exif);
-        const auto aFirst = objExif.Entries(objExif.FirstDirectory());
-        const IfdEntry* pPointer = EntryWithTag(aFirst, kTagExifDirectory);
-        ASSERT_TRUE(pPointer);
-        const auto aInner = objExif.Entries(objExif.Number(*pPointer).value_or(0));
-        ASSERT_EQ(aInner.size(), 2u);
-        EXPECT_DOUBLE_EQ(objExif.Rational(aInner[0]).value_or(0), 0.004);
-        EXPECT_EQ(aInner[1].value_size, 20u);
+        ASSERT_TRUE(image);
+        EXPECT_EQ(image->bytes, (PixelBytes{10, 20}));
+        const IfdReader exif(image->metadata.exif);
+        const auto first = exif.Entries(exif.FirstDirectory());
+        const IfdEntry* pointer = EntryWithTag(first, kTagExifDirectory);
+        ASSERT_TRUE(pointer);
+        const auto inner = exif.Entries(exif.Number(*pointer).value_or(0));
+        ASSERT_EQ(inner.size(), 2u);
+        EXPECT_DOUBLE_EQ(exif.Rational(inner[0]).value_or(0), 0.004);
+        EXPECT_EQ(inner[1].value_size, 20u);
     }
 }
 
 TEST(TiffProfiles, AreKeptWhereTheyFitAndAppliedToInks)
 {
-    const TestFolder objFolder;
-    const auto WithProfile = [&](const std::string& sMode, const std::string& sColour,
-                                 const Block& aProfile) {
-        WriteFileContent(objFolder.sPath("p.icc"), aProfile);
-        const std::string sFile = objFolder.sPath("p.tif");
+    const TestFolder folder;
+    const auto with_profile = [&](const std::string& mode, const std::string& colour, const Block& profile) {
+        WriteFileContent(folder.sPath("p.icc"), profile);
+        const std::string file = folder.sPath("p.tif");
         sPython(
             "import sys; from PIL import Image\n"
             "Image.new('" +
-                sMode + "', (3, 2), " + sColour +
+                mode + "', (3, 2), " + colour +
                 ").save(sys.argv[1], icc_profile=open(sys.argv[2], 'rb').read())\n",
-            sFile + " " + objFolder.sPath("p.icc"));
-        return aDecoded(codecTiff, aFileContent(sFile)).value_or(ImageBuffer{});
+            file + " " + folder.sPath("p.icc"));
+        return aDecoded(kTiffCodec, aFileContent(file)).value_or(ImageBuffer{});
     };
 
-    EXPECT_EQ(WithProfile("RGB", "(9, 8, 7)", aSwappedProfile()).icc_profile, aSwappedProfile());
-    EXPECT_EQ(WithProfile("L", "100", aGreyProfile(1.8)).icc_profile, aGreyProfile(1.8));
-    EXPECT_TRUE(WithProfile("L", "100", aSwappedProfile()).icc_profile.empty());
-    EXPECT_TRUE(WithProfile("RGB", "(9, 8, 7)", aCmykProfile()).icc_profile.empty());
+    EXPECT_EQ(with_profile("RGB", "(9, 8, 7)", aSwappedProfile()).icc_profile, aSwappedProfile());
+    EXPECT_EQ(with_profile("L", "100", aGreyProfile(1.8)).icc_profile, aGreyProfile(1.8));
+    EXPECT_TRUE(with_profile("L", "100", aSwappedProfile()).icc_profile.empty());
+    EXPECT_TRUE(with_profile("RGB", "(9, 8, 7)", aCmykProfile()).icc_profile.empty());
 
-    const ImageBuffer aInks = WithProfile("CMYK", "(255, 0, 0, 0)", aCmykProfile());
-    EXPECT_TRUE(aInks.icc_profile.empty());
-    ASSERT_EQ(aInks.channels, 3);
+    const ImageBuffer inks = with_profile("CMYK", "(255, 0, 0, 0)", aCmykProfile());
+    EXPECT_TRUE(inks.icc_profile.empty());
+    ASSERT_EQ(inks.channels, 3);
     // This profile's cyan is another one's yellow.
-    EXPECT_LT(aInks.bytes[0], 60);
-    EXPECT_GT(aInks.bytes[2], 200);
+    EXPECT_LT(inks.bytes[0], 60);
+    EXPECT_GT(inks.bytes[2], 200);
 
-    const ImageBuffer aGrey = WithProfile("LA", "(100, 50)", aGreyProfile(1.0));
-    EXPECT_TRUE(aGrey.icc_profile.empty());
-    ASSERT_EQ(aGrey.channels, 4);
-    EXPECT_EQ(aGrey.bytes[3], 50);
-    EXPECT_NEAR(aGrey.bytes[0], 168, 2);  // 100 of linear light
-    EXPECT_EQ(aGrey.bytes[0], aGrey.bytes[2]);
+    const ImageBuffer grey = with_profile("LA", "(100, 50)", aGreyProfile(1.0));
+    EXPECT_TRUE(grey.icc_profile.empty());
+    ASSERT_EQ(grey.channels, 4);
+    EXPECT_EQ(grey.bytes[3], 50);
+    EXPECT_NEAR(grey.bytes[0], 168, 2);  // 100 of linear light
+    EXPECT_EQ(grey.bytes[0], grey.bytes[2]);
 }
 
 class DamagedTiff : public testing::TestWithParam<const char*>
@@ -327,44 +326,44 @@ class DamagedTiff : public testing::TestWithParam<const char*>
 
 TEST_P(DamagedTiff, EndsInAPictureOrARefusalWhicheverByteIsWrong)
 {
-    const Block aGood = aSample(GetParam());
-    ASSERT_TRUE(aDecoded(codecTiff, aGood));
-    rusage objBefore{};
-    getrusage(RUSAGE_SELF, &objBefore);
+    const Block good = Sample(GetParam());
+    ASSERT_TRUE(aDecoded(kTiffCodec, good));
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
 
     // In the larger samples a part of the bytes does; what stands side by side is alike there.
-    const std::size_t nStep = aGood.size() / 1500 + 1;
-    for (std::size_t i = 0; i < aGood.size(); i += nStep) {
-        for (const int nWrong : {0x00, 0xFF, aGood[i] ^ 0x80, aGood[i] + 1}) {
-            Block aFile = aGood;
-            aFile[i] = static_cast<std::uint8_t>(nWrong);
-            InputFile objFile{Bytes(aFile)};
-            ImageBuffer aImage;
-            const auto pDecoder = codecTiff.Open(objFile);
-            if (pDecoder && pDecoder->DecodeFrame(0, aImage)) {
-                ASSERT_EQ(aImage.bytes.size(), static_cast<std::size_t>(aImage.width) *
-                                                   static_cast<std::size_t>(aImage.height) *
-                                                   static_cast<std::size_t>(aImage.channels));
+    const std::size_t step = good.size() / 1500 + 1;
+    for (std::size_t i = 0; i < good.size(); i += step) {
+        for (const int wrong : {0x00, 0xFF, good[i] ^ 0x80, good[i] + 1}) {
+            Block file = good;
+            file[i] = static_cast<std::uint8_t>(wrong);
+            InputFile input{Bytes(file)};
+            ImageBuffer image;
+            const auto decoder = kTiffCodec.Open(input);
+            if (decoder && decoder->DecodeFrame(0, image)) {
+                ASSERT_EQ(image.bytes.size(), static_cast<std::size_t>(image.width) *
+                                                  static_cast<std::size_t>(image.height) *
+                                                  static_cast<std::size_t>(image.channels));
             }
         }
     }
 
-    rusage objAfter{};
-    getrusage(RUSAGE_SELF, &objAfter);
-    EXPECT_LT(objAfter.ru_maxrss - objBefore.ru_maxrss, kMostGrowth);
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, kMostGrowth);
 }
 
 TEST_P(DamagedTiff, IsRefusedOrWholeWhereverItIsCut)
 {
-    const Block aGood = aSample(GetParam());
-    const auto aWhole = aDecoded(codecTiff, aGood);
-    ASSERT_TRUE(aWhole);
+    const Block good = Sample(GetParam());
+    const auto whole = aDecoded(kTiffCodec, good);
+    ASSERT_TRUE(whole);
 
-    for (std::size_t nSize = 0; nSize < aGood.size(); ++nSize) {
+    for (std::size_t size = 0; size < good.size(); ++size) {
         // Not all that stands at a file's end is needed for the picture; what is decoded must be right.
-        const auto aImage = aDecoded(codecTiff, Bytes(aGood).first(nSize));
-        if (aImage) {
-            ASSERT_EQ(aImage->bytes, aWhole->bytes) << nSize;
+        const auto image = aDecoded(kTiffCodec, Bytes(good).first(size));
+        if (image) {
+            ASSERT_EQ(image->bytes, whole->bytes) << size;
         }
     }
 }

@@ -19,218 +19,217 @@
 namespace
 {
 // Pages that are all different, and of different kinds.
-ImageBuffer aPage(int nPage)
+ImageBuffer Page(int page)
 {
-    ImageBuffer aImage = aPattern(60 + nPage, 40, nPage % 3 == 0 ? 1 : nPage % 3 == 1 ? 3 : 4);
-    aImage.bytes[0] = static_cast<std::uint8_t>(nPage);
-    return aImage;
+    ImageBuffer image = aPattern(60 + page, 40, page % 3 == 0 ? 1 : page % 3 == 1 ? 3 : 4);
+    image.bytes[0] = static_cast<std::uint8_t>(page);
+    return image;
 }
 
-std::int32_t lPages(const std::string& sFile)
+std::int32_t Pages(const std::string& file_path)
 {
-    const auto pFile = InputFile::Open(sFile);
-    const auto pDecoder = pFile ? codecTiff.Open(*pFile) : nullptr;
-    return pDecoder ? pDecoder->FrameCount() : 0;
+    const auto file = InputFile::Open(file_path);
+    const auto decoder = file ? kTiffCodec.Open(*file) : nullptr;
+    return decoder ? decoder->FrameCount() : 0;
 }
 
 // How many of the pages from the first on are as they were given.
-int nPagesIntact(const std::string& sFile)
+int PagesIntact(const std::string& file_path)
 {
-    const auto pFile = InputFile::Open(sFile);
-    const auto pDecoder = pFile ? codecTiff.Open(*pFile) : nullptr;
-    int nIntact = 0;
-    for (int i = 0; pDecoder && i < pDecoder->FrameCount(); ++i) {
-        ImageBuffer aImage;
-        if (!pDecoder->DecodeFrame(i, aImage) || aImage.bytes != aPage(i).bytes)
+    const auto file = InputFile::Open(file_path);
+    const auto decoder = file ? kTiffCodec.Open(*file) : nullptr;
+    int intact = 0;
+    for (int i = 0; decoder && i < decoder->FrameCount(); ++i) {
+        ImageBuffer image;
+        if (!decoder->DecodeFrame(i, image) || image.bytes != Page(i).bytes)
             break;
-        ++nIntact;
+        ++intact;
     }
-    return nIntact;
+    return intact;
 }
 
 /// Files of this process may not grow beyond a size while the object lives, as if the disk were full.
 class FullDisk
 {
 public:
-    explicit FullDisk(std::uint64_t nBytes)
+    explicit FullDisk(std::uint64_t bytes)
     {
-        m_pOldHandler = signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_objOld);
-        const rlimit objNew{nBytes, m_objOld.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &objNew);
+        old_handler_ = signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit limit{bytes, old_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
     }
     ~FullDisk()
     {
-        setrlimit(RLIMIT_FSIZE, &m_objOld);
-        signal(SIGXFSZ, m_pOldHandler);
+        setrlimit(RLIMIT_FSIZE, &old_);
+        signal(SIGXFSZ, old_handler_);
     }
     FullDisk(const FullDisk&) = delete;
     FullDisk& operator=(const FullDisk&) = delete;
 
 private:
-    rlimit m_objOld{};
-    void (*m_pOldHandler)(int) = nullptr;
+    rlimit old_{};
+    void (*old_handler_)(int) = nullptr;
 };
 }  // namespace
 
 TEST(TiffDocument, IsAWholeFileAfterEveryPage)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("d.tif");
-    const auto pDocument = TiffDocument::pBegin(sFile, aPage(0), {});
-    ASSERT_TRUE(pDocument);
-    EXPECT_EQ(nPagesIntact(sFile), 1);
+    const TestFolder folder;
+    const std::string file = folder.sPath("d.tif");
+    const auto document = TiffDocument::Begin(file, Page(0), {});
+    ASSERT_TRUE(document);
+    EXPECT_EQ(PagesIntact(file), 1);
 
     for (int i = 1; i < 8; ++i) {
-        SaveSettings objSettings;
-        objSettings.lTIFFCompression = i % 2;
-        ASSERT_TRUE(pDocument->bAppend(aPage(i), objSettings));
-        EXPECT_EQ(nPagesIntact(sFile), i + 1);
-        EXPECT_EQ(lPages(sFile), i + 1);
+        SaveSettings settings;
+        settings.lTIFFCompression = i % 2;
+        ASSERT_TRUE(document->Append(Page(i), settings));
+        EXPECT_EQ(PagesIntact(file), i + 1);
+        EXPECT_EQ(Pages(file), i + 1);
     }
 }
 
 TEST(TiffDocument, IsReadByOtherPrograms)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("d.tif");
+    const TestFolder folder;
+    const std::string file = folder.sPath("d.tif");
     {
-        const auto pDocument = TiffDocument::pBegin(sFile, aPage(0), {});
-        ASSERT_TRUE(pDocument);
+        const auto document = TiffDocument::Begin(file, Page(0), {});
+        ASSERT_TRUE(document);
         for (int i = 1; i < 5; ++i)
-            ASSERT_TRUE(pDocument->bAppend(aPage(i), {}));
+            ASSERT_TRUE(document->Append(Page(i), {}));
     }
-    std::string sOutput;
-    EXPECT_TRUE(bRun("tiffinfo -D " + sFile + " | grep -c 'TIFF directory'", &sOutput)) << sOutput;
-    EXPECT_EQ(sOutput, "5\n");
-    EXPECT_TRUE(bRun(ImageMagick("identify") + " -format '%wx%h ' " + sFile, &sOutput));
-    EXPECT_EQ(sOutput, "60x40 61x40 62x40 63x40 64x40 ");
+    std::string output;
+    EXPECT_TRUE(bRun("tiffinfo -D " + file + " | grep -c 'TIFF directory'", &output)) << output;
+    EXPECT_EQ(output, "5\n");
+    EXPECT_TRUE(bRun(ImageMagick("identify") + " -format '%wx%h ' " + file, &output));
+    EXPECT_EQ(output, "60x40 61x40 62x40 63x40 64x40 ");
     EXPECT_EQ(sPython("import sys; from PIL import Image\ni = Image.open(sys.argv[1])\n"
                       "for n in range(i.n_frames):\n  i.seek(n); i.load(); print(i.mode, i.size[0])",
-                      sFile),
+                      file),
               "L 60\nRGB 61\nRGBA 62\nL 63\nRGB 64\n");
 }
 
 TEST(TiffDocument, WritesEachPageOnceAndReadsNothing)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("d.tif");
+    const TestFolder folder;
+    const std::string file = folder.sPath("d.tif");
     constexpr int kPages = 1000;
-    const IoCount objBefore = objIoSoFar();
+    const IoCount before = objIoSoFar();
     {
-        const auto pDocument = TiffDocument::pBegin(sFile, aPage(0), {});
-        ASSERT_TRUE(pDocument);
+        const auto document = TiffDocument::Begin(file, Page(0), {});
+        ASSERT_TRUE(document);
         for (int i = 1; i < kPages; ++i)
-            ASSERT_TRUE(pDocument->bAppend(aPage(1), {}));
+            ASSERT_TRUE(document->Append(Page(1), {}));
     }
-    const IoCount objAfter = objIoSoFar();
+    const IoCount after = objIoSoFar();
 
-    const std::uint64_t nSize = std::filesystem::file_size(sFile);
-    EXPECT_EQ(lPages(sFile), kPages);
-    EXPECT_LT(objAfter.nWritten - objBefore.nWritten, nSize + nSize / 10);
-    EXPECT_LT(objAfter.nRead - objBefore.nRead, 100'000u);
+    const std::uint64_t size = std::filesystem::file_size(file);
+    EXPECT_EQ(Pages(file), kPages);
+    EXPECT_LT(after.nWritten - before.nWritten, size + size / 10);
+    EXPECT_LT(after.nRead - before.nRead, 100'000u);
 }
 
 TEST(TiffDocument, KeepsThePagesBeforeWhenTheDiskIsFullAndGoesOnAfterwards)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("d.tif");
-    const auto pDocument = TiffDocument::pBegin(sFile, aPage(0), {});
-    ASSERT_TRUE(pDocument && pDocument->bAppend(aPage(1), {}));
-    const auto aBefore = aFileContent(sFile);
+    const TestFolder folder;
+    const std::string file = folder.sPath("d.tif");
+    const auto document = TiffDocument::Begin(file, Page(0), {});
+    ASSERT_TRUE(document && document->Append(Page(1), {}));
+    const auto before = aFileContent(file);
 
-    for (const std::uint64_t nMore : {0u, 1u, 100u, 5000u, 9900u}) {
-        const FullDisk objFull(aBefore.size() + nMore);
-        EXPECT_FALSE(pDocument->bAppend(aPage(2), {}));
-        EXPECT_EQ(aFileContent(sFile), aBefore);
+    for (const std::uint64_t more : {0u, 1u, 100u, 5000u, 9900u}) {
+        const FullDisk full(before.size() + more);
+        EXPECT_FALSE(document->Append(Page(2), {}));
+        EXPECT_EQ(aFileContent(file), before);
     }
 
-    EXPECT_TRUE(pDocument->bAppend(aPage(2), {}));
-    EXPECT_EQ(nPagesIntact(sFile), 3);
+    EXPECT_TRUE(document->Append(Page(2), {}));
+    EXPECT_EQ(PagesIntact(file), 3);
 }
 
 TEST(TiffDocument, KeepsThePagesBeforeWhenTheProcessIsEnded)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("d.tif");
-    const pid_t nChild = fork();
-    ASSERT_GE(nChild, 0);
-    if (nChild == 0) {
-        const auto pDocument = TiffDocument::pBegin(sFile, aPage(0), {});
-        if (!pDocument || !pDocument->bAppend(aPage(1), {}))
+    const TestFolder folder;
+    const std::string file = folder.sPath("d.tif");
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const auto document = TiffDocument::Begin(file, Page(0), {});
+        if (!document || !document->Append(Page(1), {}))
             _exit(1);
         // The system ends the process in the middle of the third page.
-        const rlimit objLimit{std::filesystem::file_size(sFile) + 3000, RLIM_INFINITY};
-        const rlimit objNoCore{0, 0};
-        setrlimit(RLIMIT_CORE, &objNoCore);
-        setrlimit(RLIMIT_FSIZE, &objLimit);
+        const rlimit limit{std::filesystem::file_size(file) + 3000, RLIM_INFINITY};
+        const rlimit no_core{0, 0};
+        setrlimit(RLIMIT_CORE, &no_core);
+        setrlimit(RLIMIT_FSIZE, &limit);
         signal(SIGXFSZ, SIG_DFL);
-        ImageBuffer aLarge = aPattern(2000, 500, 3);
-        (void)pDocument->bAppend(aLarge, {});
+        ImageBuffer large = aPattern(2000, 500, 3);
+        (void)document->Append(large, {});
         _exit(2);
     }
-    int nStatus = 0;
-    waitpid(nChild, &nStatus, 0);
+    int status = 0;
+    waitpid(child, &status, 0);
 
-    EXPECT_TRUE(WIFSIGNALED(nStatus) && WTERMSIG(nStatus) == SIGXFSZ) << nStatus;
-    EXPECT_EQ(lPages(sFile), 2);
-    EXPECT_EQ(nPagesIntact(sFile), 2);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ) << status;
+    EXPECT_EQ(Pages(file), 2);
+    EXPECT_EQ(PagesIntact(file), 2);
 }
 
 TEST(TiffDocument, LeavesAnOlderFileWhenItsFirstPageFails)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("d.tif");
-    WriteFileContent(sFile, {'o', 'l', 'd'});
+    const TestFolder folder;
+    const std::string file = folder.sPath("d.tif");
+    WriteFileContent(file, {'o', 'l', 'd'});
     {
-        const FullDisk objFull(2000);
-        EXPECT_FALSE(TiffDocument::pBegin(sFile, aPage(1), {}));
+        const FullDisk full(2000);
+        EXPECT_FALSE(TiffDocument::Begin(file, Page(1), {}));
     }
-    EXPECT_EQ(aFileContent(sFile), (std::vector<std::uint8_t>{'o', 'l', 'd'}));
+    EXPECT_EQ(aFileContent(file), (std::vector<std::uint8_t>{'o', 'l', 'd'}));
     EXPECT_EQ(
-        std::distance(std::filesystem::directory_iterator(std::filesystem::path(sFile).parent_path()), {}),
-        1);
+        std::distance(std::filesystem::directory_iterator(std::filesystem::path(file).parent_path()), {}), 1);
 }
 
 TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("d.tif");
-    SaveSettings objSettings;
-    objSettings.objTexts.sTitle = "A title of more than eight bytes";
-    objSettings.objTexts.sEquipmentModel = "X-1000";
-    ImageBuffer aFirst = aPage(0);
-    aFirst.dots_per_inch_x = aFirst.dots_per_inch_y = 300;
+    const TestFolder folder;
+    const std::string file = folder.sPath("d.tif");
+    SaveSettings settings;
+    settings.objTexts.sTitle = "A title of more than eight bytes";
+    settings.objTexts.sEquipmentModel = "X-1000";
+    ImageBuffer first = Page(0);
+    first.dots_per_inch_x = first.dots_per_inch_y = 300;
     // A page counts as 8 MB and more, so the fourth is the first that may not fit.
-    const std::uint64_t nClassicEnd = nMostPageBytes(aFirst) + 50'000;
-    const auto pDocument = TiffDocument::pBegin(sFile, aFirst, objSettings, nClassicEnd);
-    ASSERT_TRUE(pDocument);
-    int nPages = 1;
-    while (aFileContent(sFile)[2] == 42 && nPages < 20) {
-        ASSERT_TRUE(pDocument->bAppend(aPage(nPages), objSettings));
-        ++nPages;
-        ASSERT_EQ(nPagesIntact(sFile), nPages);
+    const std::uint64_t classic_end = MaxPageBytes(first) + 50'000;
+    const auto document = TiffDocument::Begin(file, first, settings, classic_end);
+    ASSERT_TRUE(document);
+    int pages = 1;
+    while (aFileContent(file)[2] == 42 && pages < 20) {
+        ASSERT_TRUE(document->Append(Page(pages), settings));
+        ++pages;
+        ASSERT_EQ(PagesIntact(file), pages);
     }
-    ASSERT_GT(nPages, 2);
-    ASSERT_LT(nPages, 20);
-    ASSERT_TRUE(pDocument->bAppend(aPage(nPages), objSettings));
+    ASSERT_GT(pages, 2);
+    ASSERT_LT(pages, 20);
+    ASSERT_TRUE(document->Append(Page(pages), settings));
 
-    EXPECT_EQ(nPagesIntact(sFile), nPages + 1);
-    const auto aFile = aFileContent(sFile);
-    for (int i = 0; i <= nPages; ++i) {
-        const auto aImage = aDecoded(codecTiff, aFile, i);
-        ASSERT_TRUE(aImage);
-        const IfdReader objExif(aImage->metadata.exif);
-        const auto aEntries = objExif.Entries(objExif.FirstDirectory());
-        ASSERT_TRUE(EntryWithTag(aEntries, kTagDocumentName));
-        const IfdEntry* pModel = EntryWithTag(aEntries, kTagModel);
-        ASSERT_TRUE(pModel);
-        EXPECT_STREQ(reinterpret_cast<const char*>(aImage->metadata.exif.data() + pModel->value_offset),
+    EXPECT_EQ(PagesIntact(file), pages + 1);
+    const auto bytes = aFileContent(file);
+    for (int i = 0; i <= pages; ++i) {
+        const auto image = aDecoded(kTiffCodec, bytes, i);
+        ASSERT_TRUE(image);
+        const IfdReader exif(image->metadata.exif);
+        const auto entries = exif.Entries(exif.FirstDirectory());
+        ASSERT_TRUE(EntryWithTag(entries, kTagDocumentName));
+        const IfdEntry* model = EntryWithTag(entries, kTagModel);
+        ASSERT_TRUE(model);
+        EXPECT_STREQ(reinterpret_cast<const char*>(image->metadata.exif.data() + model->value_offset),
                      "X-1000");
     }
-    EXPECT_DOUBLE_EQ(aDecoded(codecTiff, aFile)->dots_per_inch_x, 300);
-    std::string sOutput;
-    EXPECT_TRUE(bRun("tiffinfo -D " + sFile, &sOutput));
-    EXPECT_EQ(sOutput.find("rror"), std::string::npos) << sOutput;
-    EXPECT_EQ(sOutput.find("arning"), std::string::npos) << sOutput;
+    EXPECT_DOUBLE_EQ(aDecoded(kTiffCodec, bytes)->dots_per_inch_x, 300);
+    std::string output;
+    EXPECT_TRUE(bRun("tiffinfo -D " + file, &output));
+    EXPECT_EQ(output.find("rror"), std::string::npos) << output;
+    EXPECT_EQ(output.find("arning"), std::string::npos) << output;
 }

@@ -13,61 +13,61 @@
 
 namespace
 {
-std::vector<std::string> aSampleNames(bool bRefused)
+std::vector<std::string> SampleNames(bool refused)
 {
-    std::vector<std::string> aNames;
-    for (const auto& objEntry : std::filesystem::directory_iterator(sSamplePath("tiff"))) {
-        const std::string sName = objEntry.path().stem().string();
-        if (objEntry.path().extension() == ".tif" && sName.starts_with("refused") == bRefused)
-            aNames.push_back(sName);
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(sSamplePath("tiff"))) {
+        const std::string name = entry.path().stem().string();
+        if (entry.path().extension() == ".tif" && name.starts_with("refused") == refused)
+            names.push_back(name);
     }
-    std::sort(aNames.begin(), aNames.end());
-    return aNames;
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 // A PAM of 8 bits: grey, grey and alpha (which becomes B, G, R, A), R G B, R G B A.
-ImageBuffer aReadPam(const std::string& sPath)
+ImageBuffer ReadPam(const std::string& path)
 {
-    const auto aFile = aFileContent(sPath);
-    const std::string sFile(aFile.begin(), aFile.end());
-    const std::size_t nPixels = sFile.find("ENDHDR\n") + 7;
-    std::istringstream objHead(sFile.substr(0, nPixels));
-    std::map<std::string, std::size_t> aNumbers;
-    for (std::string sLine; std::getline(objHead, sLine);) {
-        std::istringstream objLine(sLine);
-        std::string sName;
-        objLine >> sName >> aNumbers[sName];
+    const auto bytes = aFileContent(path);
+    const std::string text(bytes.begin(), bytes.end());
+    const std::size_t pixels = text.find("ENDHDR\n") + 7;
+    std::istringstream head(text.substr(0, pixels));
+    std::map<std::string, std::size_t> numbers;
+    for (std::string line; std::getline(head, line);) {
+        std::istringstream words(line);
+        std::string name;
+        words >> name >> numbers[name];
     }
-    const std::size_t nDepth = aNumbers["DEPTH"];
-    ImageBuffer aImage;
-    aImage.width = static_cast<std::int32_t>(aNumbers["WIDTH"]);
-    aImage.height = static_cast<std::int32_t>(aNumbers["HEIGHT"]);
-    aImage.channels = nDepth == 1 ? 1 : nDepth == 3 ? 3 : 4;
-    for (std::size_t i = nPixels; i + nDepth <= aFile.size(); i += nDepth) {
-        if (nDepth == 1) {
-            aImage.bytes.push_back(aFile[i]);
+    const std::size_t depth = numbers["DEPTH"];
+    ImageBuffer image;
+    image.width = static_cast<std::int32_t>(numbers["WIDTH"]);
+    image.height = static_cast<std::int32_t>(numbers["HEIGHT"]);
+    image.channels = depth == 1 ? 1 : depth == 3 ? 3 : 4;
+    for (std::size_t i = pixels; i + depth <= bytes.size(); i += depth) {
+        if (depth == 1) {
+            image.bytes.push_back(bytes[i]);
             continue;
         }
-        for (const std::size_t nChannel : {2, 1, 0})
-            aImage.bytes.push_back(aFile[i + (nDepth == 2 ? 0 : nChannel)]);
-        if (nDepth % 2 == 0)
-            aImage.bytes.push_back(aFile[i + nDepth - 1]);
+        for (const std::size_t channel : {2, 1, 0})
+            image.bytes.push_back(bytes[i + (depth == 2 ? 0 : channel)]);
+        if (depth % 2 == 0)
+            image.bytes.push_back(bytes[i + depth - 1]);
     }
-    return aImage;
+    return image;
 }
 
 // Levels by which a sample may differ from its picture; 0 for all that aren't named. JPEG decoders round in
 // their own ways; colours of Lab and of a luminance's range are computed by other white points and other
 // roundings.
-int nAllowed(const std::string& sName)
+int Allowed(const std::string& name)
 {
     static const std::map<std::string, int> kAllowed = {
         {"old-jpeg", 6}, {"ycbcr-1-1", 2},     {"ycbcr-2-1", 2},   {"ycbcr-2-2", 2},      {"ycbcr-4-2", 2},
         {"lab", 3},      {"lab-16", 3},        {"lab-shifted", 3}, {"lab-shifted-16", 3}, {"lab-alpha", 3},
         {"cmyk-16", 1},  {"premultiplied", 1}, {"float-24", 1},
     };
-    const auto itFound = kAllowed.find(sName);
-    return itFound == kAllowed.end() ? 0 : itFound->second;
+    const auto found = kAllowed.find(name);
+    return found == kAllowed.end() ? 0 : found->second;
 }
 
 class TiffSamples : public testing::TestWithParam<std::string>
@@ -78,39 +78,39 @@ class RefusedTiffSamples : public testing::TestWithParam<std::string>
 {
 };
 
-std::string sTestName(const testing::TestParamInfo<std::string>& objInfo)
+std::string TestName(const testing::TestParamInfo<std::string>& info)
 {
-    std::string sName = objInfo.param;
-    std::replace(sName.begin(), sName.end(), '-', '_');
-    return sName;
+    std::string name = info.param;
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
 }
 }  // namespace
 
 TEST_P(TiffSamples, ShowTheirPictures)
 {
-    auto aImage = aDecoded(codecTiff, aFileContent(sSamplePath("tiff/" + GetParam() + ".tif")));
+    auto image = aDecoded(kTiffCodec, aFileContent(sSamplePath("tiff/" + GetParam() + ".tif")));
 
-    ASSERT_TRUE(aImage);
-    FinishLoaded(*aImage);
-    const ImageBuffer aExpected = aReadPam(sSamplePath("tiff/" + GetParam() + ".pam"));
-    EXPECT_EQ(aImage->width, aExpected.width);
-    EXPECT_EQ(aImage->height, aExpected.height);
-    EXPECT_EQ(aImage->channels, aExpected.channels);
-    EXPECT_LE(objDifference(*aImage, aExpected).lGreatest, nAllowed(GetParam()));
+    ASSERT_TRUE(image);
+    FinishLoaded(*image);
+    const ImageBuffer expected = ReadPam(sSamplePath("tiff/" + GetParam() + ".pam"));
+    EXPECT_EQ(image->width, expected.width);
+    EXPECT_EQ(image->height, expected.height);
+    EXPECT_EQ(image->channels, expected.channels);
+    EXPECT_LE(objDifference(*image, expected).lGreatest, Allowed(GetParam()));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, TiffSamples, testing::ValuesIn(aSampleNames(false)), sTestName);
+INSTANTIATE_TEST_SUITE_P(All, TiffSamples, testing::ValuesIn(SampleNames(false)), TestName);
 
 TEST_P(RefusedTiffSamples, LeaveThePictureUntouched)
 {
-    const auto aFile = aFileContent(sSamplePath("tiff/" + GetParam() + ".tif"));
-    InputFile objFile{Bytes(aFile)};
-    ImageBuffer aImage = aPattern(3, 2, 1);
+    const auto bytes = aFileContent(sSamplePath("tiff/" + GetParam() + ".tif"));
+    InputFile file{Bytes(bytes)};
+    ImageBuffer image = aPattern(3, 2, 1);
 
-    const auto pDecoder = codecTiff.Open(objFile);
+    const auto decoder = kTiffCodec.Open(file);
 
-    EXPECT_FALSE(pDecoder && pDecoder->DecodeFrame(0, aImage));
-    EXPECT_EQ(aImage.bytes, aPattern(3, 2, 1).bytes);
+    EXPECT_FALSE(decoder && decoder->DecodeFrame(0, image));
+    EXPECT_EQ(image.bytes, aPattern(3, 2, 1).bytes);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, RefusedTiffSamples, testing::ValuesIn(aSampleNames(true)), sTestName);
+INSTANTIATE_TEST_SUITE_P(All, RefusedTiffSamples, testing::ValuesIn(SampleNames(true)), TestName);

@@ -14,197 +14,191 @@ static constexpr std::uint64_t kMaxEntries = 65535;
 static constexpr std::uint64_t kMaxCopied = 64 * 1024 * 1024;  // bytes of values, all in all
 static constexpr int kMaxDepth = 3;                            // page, EXIF, interoperability
 
-std::uint32_t nTiffTypeSize(std::uint16_t nType)
+std::uint32_t TiffTypeSize(std::uint16_t type)
 {
     static constexpr std::array<std::uint8_t, 19> kSizes = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4,
                                                             8, 4, 8, 4, 0, 0, 8, 8, 8};
-    return nType < kSizes.size() ? kSizes[nType] : 0;
+    return type < kSizes.size() ? kSizes[type] : 0;
 }
 
-static std::uint64_t nNumberAt(const std::uint8_t* pBytes, std::uint32_t nSize, bool bBigEndian)
+static std::uint64_t NumberAt(const std::uint8_t* bytes, std::uint32_t size, bool big_endian)
 {
-    std::uint64_t nValue = 0;
-    for (std::uint32_t i = 0; i < nSize; ++i)
-        nValue = nValue << 8 | pBytes[bBigEndian ? i : nSize - 1 - i];
-    return nValue;
+    std::uint64_t value = 0;
+    for (std::uint32_t i = 0; i < size; ++i)
+        value = value << 8 | bytes[big_endian ? i : size - 1 - i];
+    return value;
 }
 
 // A number of 2, 4 or 8 bytes at an offset; nothing beyond the end.
-static std::optional<std::uint64_t> nReadAt(InputFile& objFile, const TiffHeader& objHeader,
-                                            std::uint64_t nOffset, std::uint32_t nSize)
+static std::optional<std::uint64_t> ReadAt(InputFile& file, const TiffHeader& header, std::uint64_t offset,
+                                           std::uint32_t size)
 {
-    std::array<std::uint8_t, 8> aBytes{};
-    if (objFile.ReadAt(nOffset, std::span(aBytes).first(nSize)) != nSize)
+    std::array<std::uint8_t, 8> bytes{};
+    if (file.ReadAt(offset, std::span(bytes).first(size)) != size)
         return std::nullopt;
-    return nNumberAt(aBytes.data(), nSize, objHeader.bBigEndian);
+    return NumberAt(bytes.data(), size, header.big_endian);
 }
 
-std::optional<TiffHeader> objReadTiffHeader(InputFile& objFile)
+std::optional<TiffHeader> ReadTiffHeader(InputFile& file)
 {
-    const Bytes aHead = objFile.Head();
-    if (aHead.size() < 8 || aHead[0] != aHead[1] || (aHead[0] != 'I' && aHead[0] != 'M'))
+    const Bytes head = file.Head();
+    if (head.size() < 8 || head[0] != head[1] || (head[0] != 'I' && head[0] != 'M'))
         return std::nullopt;
-    TiffHeader objHeader;
-    objHeader.bBigEndian = aHead[0] == 'M';
-    const std::uint64_t nVersion = nNumberAt(aHead.data() + 2, 2, objHeader.bBigEndian);
-    if (nVersion == 42) {
-        objHeader.nFirstDirectory = nNumberAt(aHead.data() + 4, 4, objHeader.bBigEndian);
-        return objHeader;
+    TiffHeader header;
+    header.big_endian = head[0] == 'M';
+    const std::uint64_t version = NumberAt(head.data() + 2, 2, header.big_endian);
+    if (version == 42) {
+        header.first_directory = NumberAt(head.data() + 4, 4, header.big_endian);
+        return header;
     }
-    if (nVersion != 43 || aHead.size() < 16 || nNumberAt(aHead.data() + 4, 2, objHeader.bBigEndian) != 8)
+    if (version != 43 || head.size() < 16 || NumberAt(head.data() + 4, 2, header.big_endian) != 8)
         return std::nullopt;
-    objHeader.bBigTiff = true;
-    objHeader.nFirstDirectory = nNumberAt(aHead.data() + 8, 8, objHeader.bBigEndian);
-    return objHeader;
+    header.big_tiff = true;
+    header.first_directory = NumberAt(head.data() + 8, 8, header.big_endian);
+    return header;
 }
 
 // How many entries the directory has; 0 unless all of them lie inside the file.
-static std::uint64_t nEntryCount(InputFile& objFile, const TiffHeader& objHeader, std::uint64_t nDirectory)
+static std::uint64_t EntryCount(InputFile& file, const TiffHeader& header, std::uint64_t directory)
 {
-    const std::uint64_t nCountSize = objHeader.bBigTiff ? 8 : 2;
-    const std::uint64_t nEntrySize = objHeader.bBigTiff ? 20 : 12;
-    if (nDirectory < 8 || objFile.Size() < nCountSize || nDirectory > objFile.Size() - nCountSize)
+    const std::uint64_t count_size = header.big_tiff ? 8 : 2;
+    const std::uint64_t entry_size = header.big_tiff ? 20 : 12;
+    if (directory < 8 || file.Size() < count_size || directory > file.Size() - count_size)
         return 0;
-    const std::uint64_t nFirst = nDirectory + nCountSize;
-    const std::uint64_t nCount =
-        nReadAt(objFile, objHeader, nDirectory, static_cast<std::uint32_t>(nCountSize)).value_or(0);
-    if (nCount > kMaxEntries)
+    const std::uint64_t first = directory + count_size;
+    const std::uint64_t count =
+        ReadAt(file, header, directory, static_cast<std::uint32_t>(count_size)).value_or(0);
+    if (count > kMaxEntries)
         return 0;
-    return nCount * nEntrySize <= objFile.Size() - nFirst ? nCount : 0;
+    return count * entry_size <= file.Size() - first ? count : 0;
 }
 
-std::vector<std::uint64_t> aPageDirectories(InputFile& objFile, const TiffHeader& objHeader)
+std::vector<std::uint64_t> PageDirectories(InputFile& file, const TiffHeader& header)
 {
-    std::vector<std::uint64_t> aFound;
-    std::unordered_set<std::uint64_t> aSeen;
-    std::uint64_t nDirectory = objHeader.nFirstDirectory;
-    while (nDirectory != 0 && aFound.size() < kMaxPages && aSeen.insert(nDirectory).second) {
-        const std::uint64_t nCount = nEntryCount(objFile, objHeader, nDirectory);
-        if (nCount == 0)
+    std::vector<std::uint64_t> found;
+    std::unordered_set<std::uint64_t> seen;
+    std::uint64_t directory = header.first_directory;
+    while (directory != 0 && found.size() < kMaxPages && seen.insert(directory).second) {
+        const std::uint64_t count = EntryCount(file, header, directory);
+        if (count == 0)
             break;
-        aFound.push_back(nDirectory);
-        const std::uint64_t nNextPointer =
-            nDirectory + (objHeader.bBigTiff ? 8 + nCount * 20 : 2 + nCount * 12);
-        nDirectory = nReadAt(objFile, objHeader, nNextPointer, objHeader.bBigTiff ? 8 : 4).value_or(0);
+        found.push_back(directory);
+        const std::uint64_t next_pointer = directory + (header.big_tiff ? 8 + count * 20 : 2 + count * 12);
+        directory = ReadAt(file, header, next_pointer, header.big_tiff ? 8 : 4).value_or(0);
     }
-    return aFound;
+    return found;
 }
 
-std::vector<TiffEntry> aReadEntries(InputFile& objFile, const TiffHeader& objHeader, std::uint64_t nDirectory)
+std::vector<TiffEntry> ReadEntries(InputFile& file, const TiffHeader& header, std::uint64_t directory)
 {
-    const std::uint64_t nCount = nEntryCount(objFile, objHeader, nDirectory);
-    const std::uint32_t nCountSize = objHeader.bBigTiff ? 8 : 4;  // also the size of an offset
-    const std::uint32_t nEntrySize = 4 + 2 * nCountSize;
-    const std::uint64_t nFirst = nDirectory + (objHeader.bBigTiff ? 8 : 2);
-    std::vector<std::uint8_t> aBytes(nCount * nEntrySize);
-    if (objFile.ReadAt(nFirst, aBytes) != aBytes.size())
+    const std::uint64_t count = EntryCount(file, header, directory);
+    const std::uint32_t count_size = header.big_tiff ? 8 : 4;  // also the size of an offset
+    const std::uint32_t entry_size = 4 + 2 * count_size;
+    const std::uint64_t first = directory + (header.big_tiff ? 8 : 2);
+    std::vector<std::uint8_t> bytes(count * entry_size);
+    if (file.ReadAt(first, bytes) != bytes.size())
         return {};
-    std::vector<TiffEntry> aFound;
-    aFound.reserve(nCount);
-    for (std::uint64_t i = 0; i < nCount; ++i) {
-        const std::uint8_t* pEntry = aBytes.data() + i * nEntrySize;
-        TiffEntry objEntry;
-        objEntry.nTag = static_cast<std::uint16_t>(nNumberAt(pEntry, 2, objHeader.bBigEndian));
-        objEntry.nType = static_cast<std::uint16_t>(nNumberAt(pEntry + 2, 2, objHeader.bBigEndian));
-        objEntry.nCount = nNumberAt(pEntry + 4, nCountSize, objHeader.bBigEndian);
-        const std::uint64_t nSize = nTiffTypeSize(objEntry.nType);
-        if (nSize == 0 || objEntry.nCount == 0 || objEntry.nCount > objFile.Size() / nSize)
+    std::vector<TiffEntry> found;
+    found.reserve(count);
+    for (std::uint64_t i = 0; i < count; ++i) {
+        const std::uint8_t* stored = bytes.data() + i * entry_size;
+        TiffEntry entry;
+        entry.tag = static_cast<std::uint16_t>(NumberAt(stored, 2, header.big_endian));
+        entry.type = static_cast<std::uint16_t>(NumberAt(stored + 2, 2, header.big_endian));
+        entry.count = NumberAt(stored + 4, count_size, header.big_endian);
+        const std::uint64_t size = TiffTypeSize(entry.type);
+        if (size == 0 || entry.count == 0 || entry.count > file.Size() / size)
             continue;
-        objEntry.nValueOffset = objEntry.nCount * nSize <= nCountSize
-                                    ? nFirst + i * nEntrySize + 4 + nCountSize
-                                    : nNumberAt(pEntry + 4 + nCountSize, nCountSize, objHeader.bBigEndian);
-        if (objEntry.nValueOffset <= objFile.Size() - objEntry.nCount * nSize)
-            aFound.push_back(objEntry);
+        entry.value_offset = entry.count * size <= count_size
+                                 ? first + i * entry_size + 4 + count_size
+                                 : NumberAt(stored + 4 + count_size, count_size, header.big_endian);
+        if (entry.value_offset <= file.Size() - entry.count * size)
+            found.push_back(entry);
     }
-    return aFound;
+    return found;
 }
 
-const TiffEntry* pEntryOf(std::span<const TiffEntry> aEntries, std::uint16_t nTag)
+const TiffEntry* EntryOf(std::span<const TiffEntry> entries, std::uint16_t tag)
 {
-    const auto itFound = std::find_if(aEntries.begin(), aEntries.end(),
-                                      [nTag](const TiffEntry& objEntry) { return objEntry.nTag == nTag; });
-    return itFound == aEntries.end() ? nullptr : &*itFound;
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [tag](const TiffEntry& entry) { return entry.tag == tag; });
+    return found == entries.end() ? nullptr : &*found;
 }
 
 // Bytes of one number of the type: a rational is two numbers.
-static std::uint32_t nNumberSize(std::uint16_t nType)
+static std::uint32_t NumberSize(std::uint16_t type)
 {
-    return nType == 5 || nType == 10 ? 4 : nTiffTypeSize(nType);
+    return type == 5 || type == 10 ? 4 : TiffTypeSize(type);
 }
 
-std::vector<std::uint8_t> aReadValue(InputFile& objFile, const TiffHeader& objHeader,
-                                     const TiffEntry& objEntry, std::uint64_t nLimit, bool bAsStored)
+std::vector<std::uint8_t> ReadValue(InputFile& file, const TiffHeader& header, const TiffEntry& entry,
+                                    std::uint64_t limit, bool as_stored)
 {
-    const std::uint64_t nSize = objEntry.nCount * nTiffTypeSize(objEntry.nType);
-    if (nSize > nLimit)
+    const std::uint64_t size = entry.count * TiffTypeSize(entry.type);
+    if (size > limit)
         return {};
-    std::vector<std::uint8_t> aValue(nSize);
-    if (objFile.ReadAt(objEntry.nValueOffset, aValue) != nSize)
+    std::vector<std::uint8_t> value(size);
+    if (file.ReadAt(entry.value_offset, value) != size)
         return {};
-    const std::uint32_t nNumber = nNumberSize(objEntry.nType);
-    if (objHeader.bBigEndian && !bAsStored && nNumber > 1)
-        for (std::uint8_t* p = aValue.data(); p != aValue.data() + nSize; p += nNumber)
-            std::reverse(p, p + nNumber);
-    return aValue;
+    const std::uint32_t number = NumberSize(entry.type);
+    if (header.big_endian && !as_stored && number > 1)
+        for (std::uint8_t* p = value.data(); p != value.data() + size; p += number)
+            std::reverse(p, p + number);
+    return value;
 }
 
-std::optional<std::uint64_t> nReadNumber(InputFile& objFile, const TiffHeader& objHeader,
-                                         const TiffEntry& objEntry)
+std::optional<std::uint64_t> ReadNumber(InputFile& file, const TiffHeader& header, const TiffEntry& entry)
 {
     static constexpr std::array<std::uint16_t, 7> kWhole = {1, 3, 4, 13, 16, 18, 7};
-    if (std::find(kWhole.begin(), kWhole.end(), objEntry.nType) == kWhole.end())
+    if (std::find(kWhole.begin(), kWhole.end(), entry.type) == kWhole.end())
         return std::nullopt;
-    return nReadAt(objFile, objHeader, objEntry.nValueOffset, nTiffTypeSize(objEntry.nType));
+    return ReadAt(file, header, entry.value_offset, TiffTypeSize(entry.type));
 }
 
-bool bPointsToTiffDirectory(std::uint16_t nTag)
+bool PointsToTiffDirectory(std::uint16_t tag)
 {
-    return nTag == kTagExifDirectory || nTag == kTagGpsDirectory || nTag == kTagInteroperability;
+    return tag == kTagExifDirectory || tag == kTagGpsDirectory || tag == kTagInteroperability;
 }
 
-static std::vector<TiffTag> aReadTagsAt(InputFile& objFile, const TiffHeader& objHeader,
-                                        std::span<const TiffEntry> aEntries,
-                                        const std::span<const std::uint16_t>* pWanted, int nDepth,
-                                        std::uint64_t& nBudget)
+static std::vector<TiffTag> ReadTagsAt(InputFile& file, const TiffHeader& header,
+                                       std::span<const TiffEntry> entries,
+                                       const std::span<const std::uint16_t>* wanted, int depth,
+                                       std::uint64_t& budget)
 {
-    std::vector<TiffTag> aTags;
-    for (const TiffEntry& objEntry : aEntries) {
-        if (pWanted && !std::binary_search(pWanted->begin(), pWanted->end(), objEntry.nTag))
+    std::vector<TiffTag> tags;
+    for (const TiffEntry& entry : entries) {
+        if (wanted && !std::binary_search(wanted->begin(), wanted->end(), entry.tag))
             continue;
-        TiffTag objTag{objEntry.nTag, objEntry.nType, objEntry.nCount, {}, {}};
-        if (bPointsToTiffDirectory(objEntry.nTag)) {
-            const std::uint64_t nDirectory = nReadNumber(objFile, objHeader, objEntry).value_or(0);
-            if (nDepth + 1 < kMaxDepth)
-                objTag.aDirectory =
-                    aReadTagsAt(objFile, objHeader, aReadEntries(objFile, objHeader, nDirectory), nullptr,
-                                nDepth + 1, nBudget);
-            if (objTag.aDirectory.empty())
+        TiffTag tag{entry.tag, entry.type, entry.count, {}, {}};
+        if (PointsToTiffDirectory(entry.tag)) {
+            const std::uint64_t directory = ReadNumber(file, header, entry).value_or(0);
+            if (depth + 1 < kMaxDepth)
+                tag.directory = ReadTagsAt(file, header, ReadEntries(file, header, directory), nullptr,
+                                           depth + 1, budget);
+            if (tag.directory.empty())
                 continue;
         } else {
-            objTag.aValue = aReadValue(objFile, objHeader, objEntry, nBudget);
-            if (objTag.aValue.empty())
+            tag.value = ReadValue(file, header, entry, budget);
+            if (tag.value.empty())
                 continue;
-            nBudget -= objTag.aValue.size();
+            budget -= tag.value.size();
         }
-        aTags.push_back(std::move(objTag));
+        tags.push_back(std::move(tag));
     }
     // A directory has its tags in ascending order and each once; what breaks the rule is brought to it.
-    std::stable_sort(aTags.begin(), aTags.end(), [](const TiffTag& objLeft, const TiffTag& objRight) {
-        return objLeft.nTag < objRight.nTag;
-    });
-    aTags.erase(std::unique(aTags.begin(), aTags.end(),
-                            [](const TiffTag& objLeft, const TiffTag& objRight) {
-                                return objLeft.nTag == objRight.nTag;
-                            }),
-                aTags.end());
-    return aTags;
+    std::stable_sort(tags.begin(), tags.end(),
+                     [](const TiffTag& left, const TiffTag& right) { return left.tag < right.tag; });
+    tags.erase(std::unique(tags.begin(), tags.end(),
+                           [](const TiffTag& left, const TiffTag& right) { return left.tag == right.tag; }),
+               tags.end());
+    return tags;
 }
 
-std::vector<TiffTag> aReadTags(InputFile& objFile, const TiffHeader& objHeader,
-                               std::span<const TiffEntry> aEntries, std::span<const std::uint16_t> aWanted)
+std::vector<TiffTag> ReadTags(InputFile& file, const TiffHeader& header, std::span<const TiffEntry> entries,
+                              std::span<const std::uint16_t> wanted)
 {
     // Values that don't overlap are no more than the file: entries that all claim the same block come to an
     // end.
-    std::uint64_t nBudget = std::min(objFile.Size(), kMaxCopied);
-    return aReadTagsAt(objFile, objHeader, aEntries, &aWanted, 0, nBudget);
+    std::uint64_t budget = std::min(file.Size(), kMaxCopied);
+    return ReadTagsAt(file, header, entries, &wanted, 0, budget);
 }

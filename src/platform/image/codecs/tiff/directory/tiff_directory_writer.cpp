@@ -5,134 +5,133 @@
 #include <cmath>
 #include <limits>
 
-void AppendNumber(std::vector<std::uint8_t>& aBytes, std::uint64_t nValue, std::uint32_t nSize)
+void AppendNumber(std::vector<std::uint8_t>& bytes, std::uint64_t value, std::uint32_t size)
 {
-    for (std::uint32_t i = 0; i < nSize; ++i)
-        aBytes.push_back(static_cast<std::uint8_t>(nValue >> (8 * i)));
+    for (std::uint32_t i = 0; i < size; ++i)
+        bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
 }
 
-TiffTag objNumberTag(std::uint16_t nTag, std::uint16_t nType, const std::vector<std::uint64_t>& aNumbers)
+TiffTag NumberTag(std::uint16_t tag, std::uint16_t type, const std::vector<std::uint64_t>& numbers)
 {
-    TiffTag objTag{nTag, nType, aNumbers.size(), {}, {}};
-    const std::uint32_t nSize = nTiffTypeSize(nType);
-    objTag.aValue.reserve(aNumbers.size() * nSize);
-    for (const std::uint64_t nNumber : aNumbers)
-        AppendNumber(objTag.aValue, nNumber, nSize);
-    return objTag;
+    TiffTag result{tag, type, numbers.size(), {}, {}};
+    const std::uint32_t size = TiffTypeSize(type);
+    result.value.reserve(numbers.size() * size);
+    for (const std::uint64_t number : numbers)
+        AppendNumber(result.value, number, size);
+    return result;
 }
 
 // A denominator of 1000 keeps the resolutions that files have (72, 300, 118.11 a centimetre) exact.
-TiffTag objRationalTag(std::uint16_t nTag, double dValue)
+TiffTag RationalTag(std::uint16_t tag, double value)
 {
-    const double dDenominator = dValue < 4'000'000 ? 1000 : 1;
-    const double dNumerator = std::clamp(std::round(dValue * dDenominator), 0.0, 4294967295.0);
-    TiffTag objTag{nTag, 5, 1, {}, {}};
-    AppendNumber(objTag.aValue, static_cast<std::uint64_t>(dNumerator), 4);
-    AppendNumber(objTag.aValue, static_cast<std::uint64_t>(dDenominator), 4);
-    return objTag;
+    const double denominator = value < 4'000'000 ? 1000 : 1;
+    const double numerator = std::clamp(std::round(value * denominator), 0.0, 4294967295.0);
+    TiffTag result{tag, 5, 1, {}, {}};
+    AppendNumber(result.value, static_cast<std::uint64_t>(numerator), 4);
+    AppendNumber(result.value, static_cast<std::uint64_t>(denominator), 4);
+    return result;
 }
 
-TiffTag objTextTag(std::uint16_t nTag, std::string_view sText)
+TiffTag TextTag(std::uint16_t tag, std::string_view text)
 {
-    sText = sText.substr(0, sText.find('\0'));
-    TiffTag objTag{nTag, 2, sText.size() + 1, {}, {}};
-    objTag.aValue.assign(sText.begin(), sText.end());
-    objTag.aValue.push_back(0);
-    return objTag;
+    text = text.substr(0, text.find('\0'));
+    TiffTag result{tag, 2, text.size() + 1, {}, {}};
+    result.value.assign(text.begin(), text.end());
+    result.value.push_back(0);
+    return result;
 }
 
-TiffTag objBytesTag(std::uint16_t nTag, std::uint16_t nType, Bytes aBytes)
+TiffTag BytesTag(std::uint16_t tag, std::uint16_t type, Bytes bytes)
 {
-    return {
-        nTag, nType, aBytes.size() / std::max(1u, nTiffTypeSize(nType)), {aBytes.begin(), aBytes.end()}, {}};
+    return {tag, type, bytes.size() / std::max(1u, TiffTypeSize(type)), {bytes.begin(), bytes.end()}, {}};
 }
 
-static std::uint64_t nNumberOf(const std::uint8_t* pBytes, std::uint32_t nSize)
+static std::uint64_t NumberOf(const std::uint8_t* bytes, std::uint32_t size)
 {
-    std::uint64_t nValue = 0;
-    for (std::uint32_t i = nSize; i > 0; --i)
-        nValue = nValue << 8 | pBytes[i - 1];
-    return nValue;
+    std::uint64_t value = 0;
+    for (std::uint32_t i = size; i > 0; --i)
+        value = value << 8 | bytes[i - 1];
+    return value;
 }
 
 // The tag in 32 bits, as a classic file wants it; False if that can't be.
-static bool bMakeClassic(TiffTag& objTag)
+static bool MakeClassic(TiffTag& tag)
 {
-    const bool bSigned = objTag.nType == 17;
-    if (objTag.nType != 16 && objTag.nType != 18 && !bSigned)
+    const bool is_signed = tag.type == 17;
+    if (tag.type != 16 && tag.type != 18 && !is_signed)
         return true;
-    std::vector<std::uint8_t> aNarrow;
-    for (std::size_t i = 0; i + 8 <= objTag.aValue.size(); i += 8) {
-        const std::uint64_t nValue = nNumberOf(objTag.aValue.data() + i, 8);
-        const auto nSigned = static_cast<std::int64_t>(nValue);
-        if (bSigned ? nSigned != static_cast<std::int32_t>(nSigned)
-                    : nValue > std::numeric_limits<std::uint32_t>::max())
+    std::vector<std::uint8_t> narrow;
+    for (std::size_t i = 0; i + 8 <= tag.value.size(); i += 8) {
+        const std::uint64_t value = NumberOf(tag.value.data() + i, 8);
+        const auto signed_value = static_cast<std::int64_t>(value);
+        if (is_signed ? signed_value != static_cast<std::int32_t>(signed_value)
+                      : value > std::numeric_limits<std::uint32_t>::max())
             return false;
-        AppendNumber(aNarrow, nValue, 4);
+        AppendNumber(narrow, value, 4);
     }
-    objTag.nType = bSigned ? 9 : objTag.nType == 18 ? 13 : 4;
-    objTag.aValue = std::move(aNarrow);
+    tag.type = is_signed ? 9 : tag.type == 18 ? 13 : 4;
+    tag.value = std::move(narrow);
     return true;
 }
 
-// Appends the directories that aTags points to, then the values, then the directory itself.
-static TiffDirectoryBytes objAppended(std::vector<std::uint8_t> aBytes, std::vector<TiffTag> aTags,
-                                      std::uint64_t nPlace, bool bBigTiff)
+// Appends the directories that tags points to, then the values, then the directory itself.
+static TiffDirectoryBytes AppendDirectory(std::vector<std::uint8_t> bytes, std::vector<TiffTag> tags,
+                                          std::uint64_t place, bool big_tiff)
 {
-    const std::uint32_t nOffsetSize = bBigTiff ? 8 : 4;
-    const auto nAlignedEnd = [&] {
-        aBytes.resize((aBytes.size() + 1) / 2 * 2);
-        return nPlace + aBytes.size();
+    const std::uint32_t offset_size = big_tiff ? 8 : 4;
+    const auto aligned_end = [&] {
+        bytes.resize((bytes.size() + 1) / 2 * 2);
+        return place + bytes.size();
     };
-    if (!bBigTiff)
-        std::erase_if(aTags, [](TiffTag& objTag) { return !bMakeClassic(objTag); });
-    std::vector<std::uint8_t> aDirectory;
-    AppendNumber(aDirectory, aTags.size(), bBigTiff ? 8 : 2);
-    for (TiffTag& objTag : aTags) {
-        if (!objTag.aDirectory.empty()) {
-            TiffDirectoryBytes objInner =
-                objAppended(std::move(aBytes), std::move(objTag.aDirectory), nPlace, bBigTiff);
-            aBytes = std::move(objInner.aBytes);
-            objTag.nType = 4;
-            objTag.nCount = 1;
-            objTag.aValue.clear();
-            AppendNumber(objTag.aValue, objInner.nDirectory, 4);
-            if (objInner.nDirectory > std::numeric_limits<std::uint32_t>::max()) {
-                objTag.nType = 18;
-                objTag.aValue.clear();
-                AppendNumber(objTag.aValue, objInner.nDirectory, 8);
+    if (!big_tiff)
+        std::erase_if(tags, [](TiffTag& tag) { return !MakeClassic(tag); });
+    std::vector<std::uint8_t> directory;
+    AppendNumber(directory, tags.size(), big_tiff ? 8 : 2);
+    for (TiffTag& tag : tags) {
+        if (!tag.directory.empty()) {
+            TiffDirectoryBytes inner =
+                AppendDirectory(std::move(bytes), std::move(tag.directory), place, big_tiff);
+            bytes = std::move(inner.bytes);
+            tag.type = 4;
+            tag.count = 1;
+            tag.value.clear();
+            AppendNumber(tag.value, inner.directory, 4);
+            if (inner.directory > std::numeric_limits<std::uint32_t>::max()) {
+                tag.type = 18;
+                tag.value.clear();
+                AppendNumber(tag.value, inner.directory, 8);
             }
         }
-        AppendNumber(aDirectory, objTag.nTag, 2);
-        AppendNumber(aDirectory, objTag.nType, 2);
-        AppendNumber(aDirectory, objTag.nCount, nOffsetSize);
-        if (objTag.aValue.size() <= nOffsetSize) {
-            objTag.aValue.resize(nOffsetSize);
-            aDirectory.insert(aDirectory.end(), objTag.aValue.begin(), objTag.aValue.end());
+        AppendNumber(directory, tag.tag, 2);
+        AppendNumber(directory, tag.type, 2);
+        AppendNumber(directory, tag.count, offset_size);
+        if (tag.value.size() <= offset_size) {
+            tag.value.resize(offset_size);
+            directory.insert(directory.end(), tag.value.begin(), tag.value.end());
         } else {
-            AppendNumber(aDirectory, nAlignedEnd(), nOffsetSize);
-            aBytes.insert(aBytes.end(), objTag.aValue.begin(), objTag.aValue.end());
+            AppendNumber(directory, aligned_end(), offset_size);
+            bytes.insert(bytes.end(), tag.value.begin(), tag.value.end());
         }
     }
-    const std::uint64_t nDirectory = nAlignedEnd();
-    aBytes.insert(aBytes.end(), aDirectory.begin(), aDirectory.end());
-    const std::uint64_t nNextPointer = nPlace + aBytes.size();
-    AppendNumber(aBytes, 0, nOffsetSize);
-    return {std::move(aBytes), nDirectory, nNextPointer};
+    const std::uint64_t directory_offset = aligned_end();
+    bytes.insert(bytes.end(), directory.begin(), directory.end());
+    const std::uint64_t next_pointer = place + bytes.size();
+    AppendNumber(bytes, 0, offset_size);
+    return {std::move(bytes), directory_offset, next_pointer};
 }
 
-TiffDirectoryBytes objDirectoryBytes(const std::vector<TiffTag>& aTags, std::uint64_t nPlace, bool bBigTiff)
+TiffDirectoryBytes DirectoryBytes(const std::vector<TiffTag>& tags, std::uint64_t place, bool big_tiff)
 {
-    return objAppended({}, aTags, nPlace, bBigTiff);
+    return AppendDirectory({}, tags, place, big_tiff);
 }
 
-std::vector<std::uint8_t> aTiffHeaderBytes(std::uint64_t nFirstDirectory, bool bBigTiff)
+std::vector<std::uint8_t> TiffHeaderBytes(std::uint64_t first_directory, bool big_tiff)
 {
-    std::vector<std::uint8_t> aBytes = {'I', 'I'};
-    AppendNumber(aBytes, bBigTiff ? 43 : 42, 2);
-    if (bBigTiff)
-        AppendNumber(aBytes, 8, 4);  // size of an offset, then a zero
-    AppendNumber(aBytes, nFirstDirectory, bBigTiff ? 8 : 4);
-    aBytes.resize(16);
-    return aBytes;
+    std::vector<std::uint8_t> bytes = {'I', 'I'};
+    AppendNumber(bytes, big_tiff ? 43 : 42, 2);
+    if (big_tiff)
+        AppendNumber(bytes, 8, 4);  // size of an offset, then a zero
+    AppendNumber(bytes, first_directory, big_tiff ? 8 : 4);
+    bytes.resize(16);
+    return bytes;
 }

@@ -40,118 +40,115 @@ static constexpr std::array<std::uint16_t, 19> kCarried = {TIFFTAG_DOCUMENTNAME,
                                                            40094,
                                                            40095};
 
-std::vector<std::uint8_t> aReadTiffProfile(InputFile& objFile, const TiffHeader& objHeader,
-                                           const std::vector<TiffEntry>& aEntries)
+std::vector<std::uint8_t> ReadTiffProfile(InputFile& file, const TiffHeader& header,
+                                          const std::vector<TiffEntry>& entries)
 {
-    const TiffEntry* pEntry = pEntryOf(aEntries, TIFFTAG_ICCPROFILE);
-    return pEntry ? aReadValue(objFile, objHeader, *pEntry, kMaxBlock, true) : std::vector<std::uint8_t>{};
+    const TiffEntry* entry = EntryOf(entries, TIFFTAG_ICCPROFILE);
+    return entry ? ReadValue(file, header, *entry, kMaxBlock, true) : std::vector<std::uint8_t>{};
 }
 
 // Dots per inch of one direction; 0 for a tag that isn't there or says nothing.
-static double dReadResolution(InputFile& objFile, const TiffHeader& objHeader,
-                              const std::vector<TiffEntry>& aEntries, std::uint16_t nTag)
+static double ReadResolution(InputFile& file, const TiffHeader& header, const std::vector<TiffEntry>& entries,
+                             std::uint16_t tag)
 {
-    const TiffEntry* pEntry = pEntryOf(aEntries, nTag);
-    const TiffEntry* pUnit = pEntryOf(aEntries, TIFFTAG_RESOLUTIONUNIT);
-    const std::uint64_t nUnit =
-        pUnit ? nReadNumber(objFile, objHeader, *pUnit).value_or(RESUNIT_NONE) : RESUNIT_INCH;
-    if (!pEntry || pEntry->nType != 5 || (nUnit != RESUNIT_INCH && nUnit != RESUNIT_CENTIMETER))
+    const TiffEntry* entry = EntryOf(entries, tag);
+    const TiffEntry* unit_entry = EntryOf(entries, TIFFTAG_RESOLUTIONUNIT);
+    const std::uint64_t unit =
+        unit_entry ? ReadNumber(file, header, *unit_entry).value_or(RESUNIT_NONE) : RESUNIT_INCH;
+    if (!entry || entry->type != 5 || (unit != RESUNIT_INCH && unit != RESUNIT_CENTIMETER))
         return 0;
-    const std::vector<std::uint8_t> aValue = aReadValue(objFile, objHeader, *pEntry, kMaxBlock);
-    ByteReader rd(aValue);
-    const double dNumerator = rd.U32Le();
-    const double dDenominator = rd.U32Le();
-    if (rd.Failed() || dNumerator <= 0 || dDenominator <= 0)
+    const std::vector<std::uint8_t> value = ReadValue(file, header, *entry, kMaxBlock);
+    ByteReader reader(value);
+    const double numerator = reader.U32Le();
+    const double denominator = reader.U32Le();
+    if (reader.Failed() || numerator <= 0 || denominator <= 0)
         return 0;
-    const double dDots = dNumerator / dDenominator * (nUnit == RESUNIT_CENTIMETER ? 2.54 : 1);
-    return dDots < 1e6 ? dDots : 0;
+    const double dots = numerator / denominator * (unit == RESUNIT_CENTIMETER ? 2.54 : 1);
+    return dots < 1e6 ? dots : 0;
 }
 
 // IPTC datasets are bytes, but the tag is often typed as 32-bit numbers, and some writers then store those in
 // the order of their machine.
-static std::vector<std::uint8_t> aReadIptc(InputFile& objFile, const TiffHeader& objHeader,
-                                           const std::vector<TiffEntry>& aEntries)
+static std::vector<std::uint8_t> ReadIptc(InputFile& file, const TiffHeader& header,
+                                          const std::vector<TiffEntry>& entries)
 {
     constexpr std::uint8_t kMarker = 0x1C;
-    const TiffEntry* pEntry = pEntryOf(aEntries, TIFFTAG_RICHTIFFIPTC);
-    if (!pEntry) {
-        const TiffEntry* pResources = pEntryOf(aEntries, TIFFTAG_PHOTOSHOP);
-        return pResources ? IptcOfResources(aReadValue(objFile, objHeader, *pResources, kMaxBlock, true))
-                          : std::vector<std::uint8_t>{};
+    const TiffEntry* entry = EntryOf(entries, TIFFTAG_RICHTIFFIPTC);
+    if (!entry) {
+        const TiffEntry* resources = EntryOf(entries, TIFFTAG_PHOTOSHOP);
+        return resources ? IptcOfResources(ReadValue(file, header, *resources, kMaxBlock, true))
+                         : std::vector<std::uint8_t>{};
     }
-    std::vector<std::uint8_t> aIptc = aReadValue(objFile, objHeader, *pEntry, kMaxBlock, true);
-    if (aIptc.size() >= 4 && aIptc[0] != kMarker && aIptc[3] == kMarker)
-        for (std::size_t i = 0; i + 4 <= aIptc.size(); i += 4)
-            std::reverse(aIptc.begin() + static_cast<std::ptrdiff_t>(i),
-                         aIptc.begin() + static_cast<std::ptrdiff_t>(i + 4));
-    if (aIptc.empty() || aIptc[0] != kMarker)
+    std::vector<std::uint8_t> iptc = ReadValue(file, header, *entry, kMaxBlock, true);
+    if (iptc.size() >= 4 && iptc[0] != kMarker && iptc[3] == kMarker)
+        for (std::size_t i = 0; i + 4 <= iptc.size(); i += 4)
+            std::reverse(iptc.begin() + static_cast<std::ptrdiff_t>(i),
+                         iptc.begin() + static_cast<std::ptrdiff_t>(i + 4));
+    if (iptc.empty() || iptc[0] != kMarker)
         return {};
     // The padding to whole numbers isn't part of it; at most 3 bytes, since a dataset may end in zeros of its
     // own.
-    for (int i = 0; i < 3 && aIptc.back() == 0; ++i)
-        aIptc.pop_back();
-    return aIptc;
+    for (int i = 0; i < 3 && iptc.back() == 0; ++i)
+        iptc.pop_back();
+    return iptc;
 }
 
-static std::vector<std::uint8_t> aExifBlock(const std::vector<TiffTag>& aTags)
+static std::vector<std::uint8_t> ExifBlock(const std::vector<TiffTag>& tags)
 {
-    std::vector<std::uint8_t> aBlock = {'I', 'I', 42, 0};
-    const TiffDirectoryBytes objBytes = objDirectoryBytes(aTags, 8, false);
-    AppendNumber(aBlock, objBytes.nDirectory, 4);
-    aBlock.insert(aBlock.end(), objBytes.aBytes.begin(), objBytes.aBytes.end());
-    return aBlock;
+    std::vector<std::uint8_t> block = {'I', 'I', 42, 0};
+    const TiffDirectoryBytes bytes = DirectoryBytes(tags, 8, false);
+    AppendNumber(block, bytes.directory, 4);
+    block.insert(block.end(), bytes.bytes.begin(), bytes.bytes.end());
+    return block;
 }
 
-void ReadTiffMetadata(InputFile& objFile, const TiffHeader& objHeader, const std::vector<TiffEntry>& aEntries,
-                      std::uint16_t nOrientation, ImageBuffer& aImage)
+void ReadTiffMetadata(InputFile& file, const TiffHeader& header, const std::vector<TiffEntry>& entries,
+                      std::uint16_t orientation, ImageBuffer& image)
 {
-    aImage.dots_per_inch_x = dReadResolution(objFile, objHeader, aEntries, TIFFTAG_XRESOLUTION);
-    aImage.dots_per_inch_y = dReadResolution(objFile, objHeader, aEntries, TIFFTAG_YRESOLUTION);
-    if (const TiffEntry* pXmp = pEntryOf(aEntries, TIFFTAG_XMLPACKET))
-        aImage.metadata.xmp = aReadValue(objFile, objHeader, *pXmp, kMaxBlock, true);
-    aImage.metadata.iptc = aReadIptc(objFile, objHeader, aEntries);
+    image.dots_per_inch_x = ReadResolution(file, header, entries, TIFFTAG_XRESOLUTION);
+    image.dots_per_inch_y = ReadResolution(file, header, entries, TIFFTAG_YRESOLUTION);
+    if (const TiffEntry* xmp = EntryOf(entries, TIFFTAG_XMLPACKET))
+        image.metadata.xmp = ReadValue(file, header, *xmp, kMaxBlock, true);
+    image.metadata.iptc = ReadIptc(file, header, entries);
 
-    std::vector<TiffTag> aTags = aReadTags(objFile, objHeader, aEntries, kCarried);
+    std::vector<TiffTag> tags = ReadTags(file, header, entries, kCarried);
     // The page's tag holds, whatever a packet beside it says.
-    if (nOrientation != ORIENTATION_TOPLEFT || !aImage.metadata.xmp.empty()) {
-        const auto itPlace = std::find_if(aTags.begin(), aTags.end(), [](const TiffTag& objTag) {
-            return objTag.nTag > TIFFTAG_ORIENTATION;
-        });
-        aTags.insert(itPlace, objNumberTag(TIFFTAG_ORIENTATION, 3, {nOrientation}));
+    if (orientation != ORIENTATION_TOPLEFT || !image.metadata.xmp.empty()) {
+        const auto place = std::find_if(tags.begin(), tags.end(),
+                                        [](const TiffTag& tag) { return tag.tag > TIFFTAG_ORIENTATION; });
+        tags.insert(place, NumberTag(TIFFTAG_ORIENTATION, 3, {orientation}));
     }
-    if (!aTags.empty())
-        aImage.metadata.exif = aExifBlock(aTags);
+    if (!tags.empty())
+        image.metadata.exif = ExifBlock(tags);
 }
 
-std::vector<TiffTag> aTiffMetadataTags(const ImageBuffer& aImage, const ImageInfoTexts& objTexts,
-                                       bool bProfile)
+std::vector<TiffTag> TiffMetadataTags(const ImageBuffer& image, const ImageInfoTexts& texts, bool has_profile)
 {
-    std::vector<TiffTag> aTags;
-    const std::vector<std::uint8_t> aExif = ExifForSave(aImage, objTexts);
-    if (!aExif.empty()) {
-        InputFile objBlock{Bytes(aExif)};
-        if (const std::optional<TiffHeader> objHeader = objReadTiffHeader(objBlock))
-            aTags = aReadTags(objBlock, *objHeader,
-                              aReadEntries(objBlock, *objHeader, objHeader->nFirstDirectory), kCarried);
+    std::vector<TiffTag> tags;
+    const std::vector<std::uint8_t> exif = ExifForSave(image, texts);
+    if (!exif.empty()) {
+        InputFile block{Bytes(exif)};
+        if (const std::optional<TiffHeader> header = ReadTiffHeader(block))
+            tags = ReadTags(block, *header, ReadEntries(block, *header, header->first_directory), kCarried);
     }
-    if (aImage.dots_per_inch_x > 0 || aImage.dots_per_inch_y > 0) {
-        const double dX = aImage.dots_per_inch_x > 0 ? aImage.dots_per_inch_x : aImage.dots_per_inch_y;
-        const double dY = aImage.dots_per_inch_y > 0 ? aImage.dots_per_inch_y : aImage.dots_per_inch_x;
-        aTags.push_back(objRationalTag(TIFFTAG_XRESOLUTION, dX));
-        aTags.push_back(objRationalTag(TIFFTAG_YRESOLUTION, dY));
-        aTags.push_back(objNumberTag(TIFFTAG_RESOLUTIONUNIT, 3, {RESUNIT_INCH}));
+    if (image.dots_per_inch_x > 0 || image.dots_per_inch_y > 0) {
+        const double x = image.dots_per_inch_x > 0 ? image.dots_per_inch_x : image.dots_per_inch_y;
+        const double y = image.dots_per_inch_y > 0 ? image.dots_per_inch_y : image.dots_per_inch_x;
+        tags.push_back(RationalTag(TIFFTAG_XRESOLUTION, x));
+        tags.push_back(RationalTag(TIFFTAG_YRESOLUTION, y));
+        tags.push_back(NumberTag(TIFFTAG_RESOLUTIONUNIT, 3, {RESUNIT_INCH}));
     }
-    const ImageMetadata& objMetadata = aImage.metadata;
-    if (!objMetadata.xmp.empty())
-        aTags.push_back(objBytesTag(TIFFTAG_XMLPACKET, 1, objMetadata.xmp));
-    if (!objMetadata.iptc.empty()) {
-        std::vector<std::uint8_t> aIptc = objMetadata.iptc;
-        aIptc.resize((aIptc.size() + 3) / 4 * 4);
-        aTags.push_back(objBytesTag(TIFFTAG_RICHTIFFIPTC, 4, aIptc));
+    const ImageMetadata& metadata = image.metadata;
+    if (!metadata.xmp.empty())
+        tags.push_back(BytesTag(TIFFTAG_XMLPACKET, 1, metadata.xmp));
+    if (!metadata.iptc.empty()) {
+        std::vector<std::uint8_t> iptc = metadata.iptc;
+        iptc.resize((iptc.size() + 3) / 4 * 4);
+        tags.push_back(BytesTag(TIFFTAG_RICHTIFFIPTC, 4, iptc));
     }
-    if (bProfile && !aImage.icc_profile.empty())
-        aTags.push_back(objBytesTag(TIFFTAG_ICCPROFILE, 7, aImage.icc_profile));
-    std::sort(aTags.begin(), aTags.end(),
-              [](const TiffTag& objLeft, const TiffTag& objRight) { return objLeft.nTag < objRight.nTag; });
-    return aTags;
+    if (has_profile && !image.icc_profile.empty())
+        tags.push_back(BytesTag(TIFFTAG_ICCPROFILE, 7, image.icc_profile));
+    std::sort(tags.begin(), tags.end(),
+              [](const TiffTag& left, const TiffTag& right) { return left.tag < right.tag; });
+    return tags;
 }

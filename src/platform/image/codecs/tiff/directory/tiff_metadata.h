@@ -10,16 +10,16 @@
 #include "src/platform/image_library.h"
 
 /// The page's colour profile as it stands; empty for none, or one over 16 MB.
-std::vector<std::uint8_t> aReadTiffProfile(InputFile& objFile, const TiffHeader& objHeader,
-                                           const std::vector<TiffEntry>& aEntries);
+std::vector<std::uint8_t> ReadTiffProfile(InputFile& file, const TiffHeader& header,
+                                          const std::vector<TiffEntry>& entries);
 
-/// Sets the resolution and the metadata of aImage. The EXIF block is made of the page's own texts (make,
+/// Sets the resolution and the metadata of image. The EXIF block is made of the page's own texts (make,
 /// model, date and so on), its orientation if the picture is still to be turned, and the directories of EXIF
 /// and GPS.
-void ReadTiffMetadata(InputFile& objFile, const TiffHeader& objHeader, const std::vector<TiffEntry>& aEntries,
-                      std::uint16_t nOrientation, ImageBuffer& aImage);
+void ReadTiffMetadata(InputFile& file, const TiffHeader& header, const std::vector<TiffEntry>& entries,
+                      std::uint16_t orientation, ImageBuffer& image);
 
-/// The tags that carry aImage's resolution and metadata and objTexts, ascending; with bProfile the profile
+/// The tags that carry image's resolution and metadata and texts, ascending; with has_profile the profile
 /// too.
-std::vector<TiffTag> aTiffMetadataTags(const ImageBuffer& aImage, const ImageInfoTexts& objTexts,
-                                       bool bProfile);
+std::vector<TiffTag> TiffMetadataTags(const ImageBuffer& image, const ImageInfoTexts& texts,
+                                      bool has_profile);
