@@ -11,71 +11,71 @@
 static constexpr std::int32_t kTileSide = 16384;
 
 // What a metafile may cost: so much in any case, and more by the size of the picture and of the file.
-static std::uint64_t nGranted(const MetafileRequest& objRequest)
+static std::uint64_t GrantedWork(const MetafileRequest& request)
 {
-    const auto nPixels =
-        static_cast<std::uint64_t>(objRequest.lWidth) * static_cast<std::uint64_t>(objRequest.lHeight);
-    return 1'500'000'000 + nPixels * 48 + objRequest.aRecords.size() * 64;
+    const auto pixels =
+        static_cast<std::uint64_t>(request.width) * static_cast<std::uint64_t>(request.height);
+    return 1'500'000'000 + pixels * 48 + request.records.size() * 64;
 }
 
-static bool bPlay(const MetafileRequest& objRequest, Canvas& objCanvas)
+static bool Play(const MetafileRequest& request, Canvas& canvas)
 {
-    DeviceContext dc(objCanvas, objRequest);
-    return objRequest.bEnhanced ? bPlayEmf(dc, objRequest) : bPlayWmf(dc, objRequest);
+    DeviceContext dc(canvas, request);
+    return request.enhanced ? PlayEmf(dc, request) : PlayWmf(dc, request);
 }
 
-static void CopyOut(const Canvas& objCanvas, const MetafileRequest& objRequest)
+static void CopyOut(const Canvas& canvas, const MetafileRequest& request)
 {
-    const Box& box = objCanvas.Area();
-    for (std::int32_t y = box.lTop; y < box.lBottom; ++y) {
-        const std::uint32_t* pFrom = objCanvas.Row(y);
-        std::uint8_t* pTo =
-            objRequest.pPixels + (static_cast<std::size_t>(y) * static_cast<std::size_t>(objRequest.lWidth) +
-                                  static_cast<std::size_t>(box.lLeft)) *
-                                     3;
-        for (std::int32_t x = 0; x < box.Width(); ++x, pTo += 3) {
-            pTo[0] = static_cast<std::uint8_t>(pFrom[x]);
-            pTo[1] = static_cast<std::uint8_t>(pFrom[x] >> 8);
-            pTo[2] = static_cast<std::uint8_t>(pFrom[x] >> 16);
+    const Box& box = canvas.Area();
+    for (std::int32_t y = box.top; y < box.bottom; ++y) {
+        const std::uint32_t* from = canvas.Row(y);
+        std::uint8_t* to =
+            request.pixels + (static_cast<std::size_t>(y) * static_cast<std::size_t>(request.width) +
+                              static_cast<std::size_t>(box.left)) *
+                                 3;
+        for (std::int32_t x = 0; x < box.Width(); ++x, to += 3) {
+            to[0] = static_cast<std::uint8_t>(from[x]);
+            to[1] = static_cast<std::uint8_t>(from[x] >> 8);
+            to[2] = static_cast<std::uint8_t>(from[x] >> 16);
         }
     }
 }
 
-static bool bUsable(const MetafileRequest* pRequest)
+static bool IsUsable(const MetafileRequest* request)
 {
-    return pRequest && pRequest->nVersion == kMetafileApiVersion;
+    return request && request->version == kMetafileApiVersion;
 }
 
-extern "C" __attribute__((visibility("default"))) bool VarnelPlayMetafile(const MetafileRequest* pRequest)
+extern "C" __attribute__((visibility("default"))) bool VarnelPlayMetafile(const MetafileRequest* request)
 try {
-    if (!bUsable(pRequest) || !pRequest->pPixels || pRequest->lWidth < 1 || pRequest->lHeight < 1)
+    if (!IsUsable(request) || !request->pixels || request->width < 1 || request->height < 1)
         return false;
-    Budget objBudget(nGranted(*pRequest));
-    for (std::int32_t lTop = 0; lTop < pRequest->lHeight; lTop += kTileSide)
-        for (std::int32_t lLeft = 0; lLeft < pRequest->lWidth; lLeft += kTileSide) {
-            const Box box{lLeft, lTop, std::min(lLeft + kTileSide, pRequest->lWidth),
-                          std::min(lTop + kTileSide, pRequest->lHeight)};
-            const std::unique_ptr<Canvas> pCanvas = Canvas::Create(box, objBudget);
-            if (!pCanvas || !bPlay(*pRequest, *pCanvas))
+    Budget budget(GrantedWork(*request));
+    for (std::int32_t top = 0; top < request->height; top += kTileSide)
+        for (std::int32_t left = 0; left < request->width; left += kTileSide) {
+            const Box box{left, top, std::min(left + kTileSide, request->width),
+                          std::min(top + kTileSide, request->height)};
+            const std::unique_ptr<Canvas> canvas = Canvas::Create(box, budget);
+            if (!canvas || !Play(*request, *canvas))
                 return false;
-            CopyOut(*pCanvas, *pRequest);
+            CopyOut(*canvas, *request);
         }
     return true;
 } catch (const std::exception&) {
     return false;
 }
 
-extern "C" __attribute__((visibility("default"))) bool VarnelMeasureMetafile(const MetafileRequest* pRequest,
-                                                                             MetafileBounds* pBounds)
+extern "C" __attribute__((visibility("default"))) bool VarnelMeasureMetafile(const MetafileRequest* request,
+                                                                             MetafileBounds* bounds)
 try {
-    if (!bUsable(pRequest) || !pBounds || pRequest->bEnhanced)
+    if (!IsUsable(request) || !bounds || request->enhanced)
         return false;
-    Budget objBudget(nGranted(*pRequest));
-    const std::unique_ptr<Canvas> pCanvas = Canvas::CreateMeasuring(objBudget);
-    if (!bPlay(*pRequest, *pCanvas) || pCanvas->Touched().Empty())
+    Budget budget(GrantedWork(*request));
+    const std::unique_ptr<Canvas> canvas = Canvas::CreateMeasuring(budget);
+    if (!Play(*request, *canvas) || canvas->Touched().Empty())
         return false;
-    const Box& box = pCanvas->Touched();
-    *pBounds = {box.lLeft, box.lTop, box.lRight, box.lBottom};
+    const Box& box = canvas->Touched();
+    *bounds = {box.left, box.top, box.right, box.bottom};
     return true;
 } catch (const std::exception&) {
     return false;

@@ -31,12 +31,12 @@ static void SetMapping(const EmfHeader& header, MetafileRequest& request)
 {
     const double pixel_x = header.width / header.frame_width;
     const double pixel_y = header.height / header.frame_height;
-    request.dScaleX = 100 / header.dots_per_millimetre_x * pixel_x;
-    request.dScaleY = 100 / header.dots_per_millimetre_y * pixel_y;
-    request.dOffsetX = -header.frame_left * pixel_x;
-    request.dOffsetY = -header.frame_top * pixel_y;
-    request.dDotsPerMillimetreX = header.dots_per_millimetre_x;
-    request.dDotsPerMillimetreY = header.dots_per_millimetre_y;
+    request.scale_x = 100 / header.dots_per_millimetre_x * pixel_x;
+    request.scale_y = 100 / header.dots_per_millimetre_y * pixel_y;
+    request.offset_x = -header.frame_left * pixel_x;
+    request.offset_y = -header.frame_top * pixel_y;
+    request.dots_per_millimetre_x = header.dots_per_millimetre_x;
+    request.dots_per_millimetre_y = header.dots_per_millimetre_y;
 }
 
 // The bitmap of a record that lays all of it on all of the picture.
@@ -62,10 +62,10 @@ static bool CoversAll(Bytes record, const EmfHeader& header, const MetafileReque
     const auto at = [](double scale, double offset, double d, double wanted) {
         return std::floor(d * scale + offset + 0.5) == wanted;
     };
-    const bool placed = at(request.dScaleX, request.dOffsetX, left, 0) &&
-                        at(request.dScaleY, request.dOffsetY, top, 0) &&
-                        at(request.dScaleX, request.dOffsetX, left + width, header.width) &&
-                        at(request.dScaleY, request.dOffsetY, top + height, header.height);
+    const bool placed = at(request.scale_x, request.offset_x, left, 0) &&
+                        at(request.scale_y, request.offset_y, top, 0) &&
+                        at(request.scale_x, request.offset_x, left + width, header.width) &&
+                        at(request.scale_y, request.offset_y, top + height, header.height);
     const bool whole =
         source_x == 0 && source_y == 0 && source_width == header.width && source_height == header.height;
     if (reader.Failed() || !placed || !whole || usage != 0 || rop != kSourceCopy ||
@@ -106,19 +106,19 @@ static bool Decode(InputFile& file, const EmfHeader& header, ImageBuffer& image)
     if (!IsWholeEmf(bytes))
         return false;
     MetafileRequest request;
-    request.bEnhanced = true;
-    request.aRecords = bytes;
-    request.nObjects = header.objects;
-    request.lWidth = header.width;
-    request.lHeight = header.height;
-    request.DecodeDib = DecodeDib;
+    request.enhanced = true;
+    request.records = bytes;
+    request.objects = header.objects;
+    request.width = header.width;
+    request.height = header.height;
+    request.decode_dib = DecodeDib;
     SetMapping(header, request);
     ImageBuffer result;
     if (!DecodeIfOnlyBitmap(bytes, header, request, result)) {
         const MetafileModule module = LoadMetafileModule();
         if (!module.play || !Allocate(result, width, height, 3))
             return false;
-        request.pPixels = result.bytes.data();
+        request.pixels = result.bytes.data();
         if (!module.play(&request))
             return false;
     }

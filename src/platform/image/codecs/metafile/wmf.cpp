@@ -35,24 +35,24 @@ static void SetSize(double width, double height, double units_per_inch, Metafile
     const auto pixels = [scale](double d) {
         return static_cast<std::int32_t>(std::clamp(std::floor(std::abs(d) * scale + 0.5), 1.0, 1e9));
     };
-    request.lWidth = pixels(width);
-    request.lHeight = pixels(height);
-    request.dWindowWidth = width;
-    request.dWindowHeight = height;
+    request.width = pixels(width);
+    request.height = pixels(height);
+    request.window_width = width;
+    request.window_height = height;
 }
 
 // Size and window: from the placeable header, or the first window that is set, or what is drawn on.
 static bool FindSize(const WmfHeader& header, const WmfRecords& walk, MetafileRequest& request)
 {
     if (header.placeable) {
-        request.dWindowLeft = header.left;
-        request.dWindowTop = header.top;
+        request.window_left = header.left;
+        request.window_top = header.top;
         SetSize(header.width, header.height, header.units_per_inch, request);
         return true;
     }
     if (walk.window_width) {
-        request.dWindowLeft = walk.window_left.value_or(0);
-        request.dWindowTop = walk.window_top.value_or(0);
+        request.window_left = walk.window_left.value_or(0);
+        request.window_top = walk.window_top.value_or(0);
         SetSize(*walk.window_width, *walk.window_height, 0, request);
         return true;
     }
@@ -60,9 +60,9 @@ static bool FindSize(const WmfHeader& header, const WmfRecords& walk, MetafileRe
     MetafileBounds bounds;
     if (!module.measure || !module.measure(&request, &bounds))
         return false;
-    request.dWindowLeft = bounds.lLeft;
-    request.dWindowTop = bounds.lTop;
-    SetSize(bounds.lRight - bounds.lLeft, bounds.lBottom - bounds.lTop, 0, request);
+    request.window_left = bounds.left;
+    request.window_top = bounds.top;
+    SetSize(bounds.right - bounds.left, bounds.bottom - bounds.top, 0, request);
     return true;
 }
 
@@ -70,9 +70,9 @@ static bool FindSize(const WmfHeader& header, const WmfRecords& walk, MetafileRe
 static bool DecodeIfOnlyBitmap(const MetafileRequest& request, ImageBuffer& image)
 {
     Bytes picture;
-    double left = request.dWindowLeft, top = request.dWindowTop;
-    double width = request.dWindowWidth, height = request.dWindowHeight;
-    Bytes rest = request.aRecords;
+    double left = request.window_left, top = request.window_top;
+    double width = request.window_width, height = request.window_height;
+    Bytes rest = request.records;
     for (;;) {
         ByteReader reader(rest);
         const std::uint64_t size = std::uint64_t{reader.U32Le()} * 2;
@@ -100,15 +100,15 @@ static bool DecodeIfOnlyBitmap(const MetafileRequest& request, ImageBuffer& imag
     const bool from_corner = reader.I16Le() == 0 && reader.I16Le() == 0;
     const double target_height = reader.I16Le(), target_width = reader.I16Le();
     const double target_top = reader.I16Le(), target_left = reader.I16Le();
-    if (reader.Failed() || !is_copy || !from_corner || source_width != request.lWidth ||
-        source_height != request.lHeight || target_width != width || target_height != height ||
+    if (reader.Failed() || !is_copy || !from_corner || source_width != request.width ||
+        source_height != request.height || target_width != width || target_height != height ||
         target_top != top || target_left != left)
         return false;
     const Bytes dib = reader.Take(reader.Left());
     DibHeader header;
     return ReadDibHeader(dib, header) && header.bits_offset <= dib.size() &&
-           DecodeOnlyBitmap(dib.first(header.bits_offset), dib.subspan(header.bits_offset), request.lWidth,
-                            request.lHeight, image);
+           DecodeOnlyBitmap(dib.first(header.bits_offset), dib.subspan(header.bits_offset), request.width,
+                            request.height, image);
 }
 
 static bool Decode(InputFile& file, const WmfHeader& header, ImageBuffer& image)
@@ -117,14 +117,14 @@ static bool Decode(InputFile& file, const WmfHeader& header, ImageBuffer& image)
     if (header.records_offset > bytes.size())
         return false;
     MetafileRequest request;
-    request.aRecords = bytes.subspan(header.records_offset);
-    request.nObjects = header.objects;
-    request.DecodeDib = DecodeDib;
-    const WmfRecords walk = WalkWmf(request.aRecords);
+    request.records = bytes.subspan(header.records_offset);
+    request.objects = header.objects;
+    request.decode_dib = DecodeDib;
+    const WmfRecords walk = WalkWmf(request.records);
     if (!walk.whole || !FindSize(header, walk, request))
         return false;
-    const auto width = static_cast<std::uint64_t>(request.lWidth);
-    const auto height = static_cast<std::uint64_t>(request.lHeight);
+    const auto width = static_cast<std::uint64_t>(request.width);
+    const auto height = static_cast<std::uint64_t>(request.height);
     if (!IsSizeAllowed(width, height))
         return false;
     ImageBuffer result;
@@ -132,7 +132,7 @@ static bool Decode(InputFile& file, const WmfHeader& header, ImageBuffer& image)
         const MetafileModule module = LoadMetafileModule();
         if (!module.play || !Allocate(result, width, height, 3))
             return false;
-        request.pPixels = result.bytes.data();
+        request.pixels = result.bytes.data();
         if (!module.play(&request))
             return false;
     }

@@ -3,70 +3,70 @@
 
 #include <numbers>
 
-void AddArc(Outline& objOutline, const Rect& rc, double dStart, double dSweep, ArcStart eStart)
+void AddArc(Outline& outline, const Rect& rect, double start, double sweep, ArcStart join)
 {
-    const Point ptCentre{(rc.dLeft + rc.dRight) / 2, (rc.dTop + rc.dBottom) / 2};
-    const Point ptRadius{(rc.dRight - rc.dLeft) / 2, (rc.dBottom - rc.dTop) / 2};
+    const Point centre{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+    const Point radius{(rect.right - rect.left) / 2, (rect.bottom - rect.top) / 2};
     constexpr double kTurn = 2 * std::numbers::pi;
-    if (!std::isfinite(dStart) || !std::isfinite(dSweep))
+    if (!std::isfinite(start) || !std::isfinite(sweep))
         return;
-    dSweep = std::clamp(dSweep, -kTurn, kTurn);
-    const int nPieces = std::max(1, static_cast<int>(std::ceil(std::abs(dSweep) / (kTurn / 4) - 1e-9)));
-    const double dStep = dSweep / nPieces;
-    // The length of the tangents that brings a cubic nearest to an arc of dStep.
-    const double dTangent = 4.0 / 3 * std::tan(dStep / 4);
-    const auto ptAt = [&](double dCos, double dSin) {
-        return Point{ptCentre.x + ptRadius.x * dCos, ptCentre.y + ptRadius.y * dSin};
+    sweep = std::clamp(sweep, -kTurn, kTurn);
+    const int pieces = std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / (kTurn / 4) - 1e-9)));
+    const double step = sweep / pieces;
+    // The length of the tangents that brings a cubic nearest to an arc of step.
+    const double tangent = 4.0 / 3 * std::tan(step / 4);
+    const auto at = [&](double cos, double sin) {
+        return Point{centre.x + radius.x * cos, centre.y + radius.y * sin};
     };
-    double dCos = std::cos(dStart);
-    double dSin = std::sin(dStart);
-    if (eStart == ArcStart::NewFigure)
-        objOutline.MoveTo(ptAt(dCos, dSin));
+    double cos = std::cos(start);
+    double sin = std::sin(start);
+    if (join == ArcStart::kNewFigure)
+        outline.MoveTo(at(cos, sin));
     else
-        objOutline.LineTo(ptAt(dCos, dSin));
-    for (int n = 1; n <= nPieces; ++n) {
-        const double dNextCos = std::cos(dStart + n * dStep);
-        const double dNextSin = std::sin(dStart + n * dStep);
-        objOutline.CurveTo(ptAt(dCos - dTangent * dSin, dSin + dTangent * dCos),
-                           ptAt(dNextCos + dTangent * dNextSin, dNextSin - dTangent * dNextCos),
-                           ptAt(dNextCos, dNextSin));
-        dCos = dNextCos;
-        dSin = dNextSin;
+        outline.LineTo(at(cos, sin));
+    for (int n = 1; n <= pieces; ++n) {
+        const double next_cos = std::cos(start + n * step);
+        const double next_sin = std::sin(start + n * step);
+        outline.CurveTo(at(cos - tangent * sin, sin + tangent * cos),
+                        at(next_cos + tangent * next_sin, next_sin - tangent * next_cos),
+                        at(next_cos, next_sin));
+        cos = next_cos;
+        sin = next_sin;
     }
 }
 
-void AddEllipse(Outline& objOutline, const Rect& rc)
+void AddEllipse(Outline& outline, const Rect& rect)
 {
-    AddArc(objOutline, rc, 0, -2 * std::numbers::pi, ArcStart::NewFigure);
-    objOutline.Close();
+    AddArc(outline, rect, 0, -2 * std::numbers::pi, ArcStart::kNewFigure);
+    outline.Close();
 }
 
-void AddRoundRect(Outline& objOutline, const Rect& rc, double dCornerWidth, double dCornerHeight)
+void AddRoundRect(Outline& outline, const Rect& rect, double corner_width, double corner_height)
 {
-    const Rect rcGood = rc.Normalised();
-    const double dWidth = std::min(std::abs(dCornerWidth), rcGood.Width());
-    const double dHeight = std::min(std::abs(dCornerHeight), rcGood.Height());
-    if (!(dWidth > 0) || !(dHeight > 0))
-        return objOutline.AddBox(rcGood);
+    const Rect good = rect.Normalised();
+    const double width = std::min(std::abs(corner_width), good.Width());
+    const double height = std::min(std::abs(corner_height), good.Height());
+    if (!(width > 0) || !(height > 0))
+        return outline.AddBox(good);
     constexpr double kQuarter = std::numbers::pi / 2;
-    const Rect rcRight{rcGood.dRight - dWidth, 0, rcGood.dRight, 0};
-    const Rect rcLeft{rcGood.dLeft, 0, rcGood.dLeft + dWidth, 0};
-    const auto rcCorner = [&](const Rect& rcSide, bool bTop) {
-        return Rect{rcSide.dLeft, bTop ? rcGood.dTop : rcGood.dBottom - dHeight, rcSide.dRight,
-                    bTop ? rcGood.dTop + dHeight : rcGood.dBottom};
+    const Rect right{good.right - width, 0, good.right, 0};
+    const Rect left{good.left, 0, good.left + width, 0};
+    const auto corner = [&](const Rect& side, bool top) {
+        return Rect{side.left, top ? good.top : good.bottom - height, side.right,
+                    top ? good.top + height : good.bottom};
     };
-    AddArc(objOutline, rcCorner(rcRight, true), 0, -kQuarter, ArcStart::NewFigure);
-    AddArc(objOutline, rcCorner(rcLeft, true), -kQuarter, -kQuarter, ArcStart::LineFromLast);
-    AddArc(objOutline, rcCorner(rcLeft, false), -2 * kQuarter, -kQuarter, ArcStart::LineFromLast);
-    AddArc(objOutline, rcCorner(rcRight, false), -3 * kQuarter, -kQuarter, ArcStart::LineFromLast);
-    objOutline.Close();
+    AddArc(outline, corner(right, true), 0, -kQuarter, ArcStart::kNewFigure);
+    AddArc(outline, corner(left, true), -kQuarter, -kQuarter, ArcStart::kLineFromLast);
+    AddArc(outline, corner(left, false), -2 * kQuarter, -kQuarter, ArcStart::kLineFromLast);
+    AddArc(outline, corner(right, false), -3 * kQuarter, -kQuarter, ArcStart::kLineFromLast);
+    outline.Close();
 }
 
-double dArcAngle(const Rect& rc, Point pt)
+double ArcAngle(const Rect& rect, Point point)
 {
-    const double dRadiusX = (rc.dRight - rc.dLeft) / 2;
-    const double dRadiusY = (rc.dBottom - rc.dTop) / 2;
-    const double x = (pt.x - (rc.dLeft + rc.dRight) / 2) / (dRadiusX == 0 ? 1 : dRadiusX);
-    const double y = (pt.y - (rc.dTop + rc.dBottom) / 2) / (dRadiusY == 0 ? 1 : dRadiusY);
+    const double radius_x = (rect.right - rect.left) / 2;
+    const double radius_y = (rect.bottom - rect.top) / 2;
+    const double x = (point.x - (rect.left + rect.right) / 2) / (radius_x == 0 ? 1 : radius_x);
+    const double y = (point.y - (rect.top + rect.bottom) / 2) / (radius_y == 0 ? 1 : radius_y);
     return std::atan2(y, x);
 }

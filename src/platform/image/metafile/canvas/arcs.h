@@ -4,18 +4,18 @@
 
 #include "src/platform/image/metafile/canvas/outline.h"
 
-/// The whole ellipse in rc as a closed figure, beginning at its right end.
-void AddEllipse(Outline& objOutline, const Rect& rc);
+/// The whole ellipse in rect as a closed figure, beginning at its right end.
+void AddEllipse(Outline& outline, const Rect& rect);
 
-/// rc with corners that are quarters of an ellipse of the given width and height.
-void AddRoundRect(Outline& objOutline, const Rect& rc, double dCornerWidth, double dCornerHeight);
+/// rect with corners that are quarters of an ellipse of the given width and height.
+void AddRoundRect(Outline& outline, const Rect& rect, double corner_width, double corner_height);
 
 /// How an arc joins the point that the outline has reached.
-enum class ArcStart { NewFigure, LineFromLast };
+enum class ArcStart { kNewFigure, kLineFromLast };
 
-/// The part of the ellipse in rc from the angle dStart over dSweep, both in radians; angles grow from the
+/// The part of the ellipse in rect from the angle start over sweep, both in radians; angles grow from the
 /// positive x axis to the positive y axis. A sweep of more than one turn is one turn.
-void AddArc(Outline& objOutline, const Rect& rc, double dStart, double dSweep, ArcStart eStart);
+void AddArc(Outline& outline, const Rect& rect, double start, double sweep, ArcStart join);
 
-/// The parameter angle at which the ellipse in rc meets the ray from its centre through pt.
-double dArcAngle(const Rect& rc, Point pt);
+/// The parameter angle at which the ellipse in rect meets the ray from its centre through point.
+double ArcAngle(const Rect& rect, Point point);

@@ -10,18 +10,18 @@
 class Budget
 {
 public:
-    explicit Budget(std::uint64_t nUnits) : m_nLeft(nUnits) {}
+    explicit Budget(std::uint64_t units) : left_(units) {}
 
-    /// Takes nUnits off. False, from then on, when there weren't enough.
-    bool Spend(std::uint64_t nUnits)
+    /// Takes units off. False, from then on, when there weren't enough.
+    bool Spend(std::uint64_t units)
     {
-        m_bSpent = m_bSpent || nUnits > m_nLeft;
-        m_nLeft = m_bSpent ? 0 : m_nLeft - nUnits;
-        return !m_bSpent;
+        spent_ = spent_ || units > left_;
+        left_ = spent_ ? 0 : left_ - units;
+        return !spent_;
     }
-    bool Spent() const { return m_bSpent; }
+    bool Spent() const { return spent_; }
 
 private:
-    std::uint64_t m_nLeft;
-    bool m_bSpent = false;
+    std::uint64_t left_;
+    bool spent_ = false;
 };

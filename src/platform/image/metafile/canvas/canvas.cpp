@@ -9,232 +9,226 @@ static constexpr std::uint64_t kCostOfOperation = 200;
 // A layer is cleared, drawn and mixed.
 static constexpr std::uint64_t kCostOfLayer = 6;
 
-std::unique_ptr<Canvas> Canvas::Create(const Box& boxArea, Budget& objBudget)
+std::unique_ptr<Canvas> Canvas::Create(const Box& area, Budget& budget)
 {
-    std::unique_ptr<Canvas> pCanvas(new Canvas(objBudget));
-    pCanvas->m_boxArea = boxArea;
-    pCanvas->m_pSurface.reset(
-        cairo_image_surface_create(CAIRO_FORMAT_RGB24, boxArea.Width(), boxArea.Height()));
-    if (cairo_surface_status(pCanvas->m_pSurface.get()) != CAIRO_STATUS_SUCCESS)
+    std::unique_ptr<Canvas> canvas(new Canvas(budget));
+    canvas->area_ = area;
+    canvas->surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_RGB24, area.Width(), area.Height()));
+    if (cairo_surface_status(canvas->surface_.get()) != CAIRO_STATUS_SUCCESS)
         return nullptr;
-    cairo_surface_set_device_offset(pCanvas->m_pSurface.get(), -boxArea.lLeft, -boxArea.lTop);
-    pCanvas->m_pCairo.reset(cairo_create(pCanvas->m_pSurface.get()));
-    cairo_set_source_rgb(pCanvas->m_pCairo.get(), 1, 1, 1);
-    cairo_paint(pCanvas->m_pCairo.get());
-    return pCanvas->Failed() ? nullptr : std::move(pCanvas);
+    cairo_surface_set_device_offset(canvas->surface_.get(), -area.left, -area.top);
+    canvas->cairo_.reset(cairo_create(canvas->surface_.get()));
+    cairo_set_source_rgb(canvas->cairo_.get(), 1, 1, 1);
+    cairo_paint(canvas->cairo_.get());
+    return canvas->Failed() ? nullptr : std::move(canvas);
 }
 
-std::unique_ptr<Canvas> Canvas::CreateMeasuring(Budget& objBudget)
+std::unique_ptr<Canvas> Canvas::CreateMeasuring(Budget& budget)
 {
-    std::unique_ptr<Canvas> pCanvas(new Canvas(objBudget));
+    std::unique_ptr<Canvas> canvas(new Canvas(budget));
     constexpr auto kFar = static_cast<std::int32_t>(kFarthest);
-    pCanvas->m_boxArea = {-kFar, -kFar, kFar, kFar};
-    return pCanvas;
+    canvas->area_ = {-kFar, -kFar, kFar, kFar};
+    return canvas;
 }
 
 bool Canvas::Failed() const
 {
-    return m_eStatus != CAIRO_STATUS_SUCCESS ||
-           (m_pCairo && cairo_status(m_pCairo.get()) != CAIRO_STATUS_SUCCESS);
+    return status_ != CAIRO_STATUS_SUCCESS || (cairo_ && cairo_status(cairo_.get()) != CAIRO_STATUS_SUCCESS);
 }
 
 std::uint32_t* Canvas::Row(std::int32_t y)
 {
-    unsigned char* pBytes = cairo_image_surface_get_data(m_pSurface.get());
-    const int nStride = cairo_image_surface_get_stride(m_pSurface.get());
-    return reinterpret_cast<std::uint32_t*>(pBytes +
-                                            static_cast<std::ptrdiff_t>(y - m_boxArea.lTop) * nStride);
+    unsigned char* bytes = cairo_image_surface_get_data(surface_.get());
+    const int stride = cairo_image_surface_get_stride(surface_.get());
+    return reinterpret_cast<std::uint32_t*>(bytes + static_cast<std::ptrdiff_t>(y - area_.top) * stride);
 }
 
-void Canvas::Compose(const Box& box, const Clip& clip, const Draw& fDraw, const Mix& fMix)
+void Canvas::Compose(const Box& box, const Clip& clip, const Draw& draw, const Mix& mix)
 {
-    const Box boxLayer = Intersection(Intersection(box, clip.box), m_boxArea);
-    if (boxLayer.Empty())
+    const Box layer_box = Intersection(Intersection(box, clip.box), area_);
+    if (layer_box.Empty())
         return;
-    Touch(boxLayer);
-    if (Measuring() || Failed() || !m_objBudget.Spend(boxLayer.Area() * kCostOfLayer + kCostOfOperation))
+    Touch(layer_box);
+    if (Measuring() || Failed() || !budget_.Spend(layer_box.Area() * kCostOfLayer + kCostOfOperation))
         return;
-    m_aLayer.assign(boxLayer.Area(), 0);
-    const SurfacePtr pLayer(cairo_image_surface_create_for_data(
-        reinterpret_cast<unsigned char*>(m_aLayer.data()), CAIRO_FORMAT_ARGB32, boxLayer.Width(),
-        boxLayer.Height(), boxLayer.Width() * 4));
-    cairo_surface_set_device_offset(pLayer.get(), -boxLayer.lLeft, -boxLayer.lTop);
+    layer_.assign(layer_box.Area(), 0);
+    const SurfacePtr layer(cairo_image_surface_create_for_data(
+        reinterpret_cast<unsigned char*>(layer_.data()), CAIRO_FORMAT_ARGB32, layer_box.Width(),
+        layer_box.Height(), layer_box.Width() * 4));
+    cairo_surface_set_device_offset(layer.get(), -layer_box.left, -layer_box.top);
     {
-        const CairoPtr pCairo(cairo_create(pLayer.get()));
-        fDraw(pCairo.get());
-        m_eStatus = cairo_status(pCairo.get());
+        const CairoPtr cairo(cairo_create(layer.get()));
+        draw(cairo.get());
+        status_ = cairo_status(cairo.get());
     }
-    cairo_surface_finish(pLayer.get());
+    cairo_surface_finish(layer.get());
     if (Failed())
         return;
-    cairo_surface_flush(m_pSurface.get());
-    const std::uint32_t* pFrom = m_aLayer.data();
-    for (std::int32_t y = boxLayer.lTop; y < boxLayer.lBottom; ++y) {
-        std::uint32_t* pTo = Row(y) + (boxLayer.lLeft - m_boxArea.lLeft);
-        const std::uint8_t* pLevel =
-            clip.pCoverage ? clip.pCoverage->Row(y) + (boxLayer.lLeft - clip.box.lLeft) : nullptr;
-        for (std::int32_t x = boxLayer.lLeft; x < boxLayer.lRight; ++x, ++pFrom, ++pTo) {
-            const std::uint32_t nLevel = pLevel ? *pLevel++ : 255;
-            if (nLevel != 0)
-                *pTo = fMix(x, y, *pTo & 0xFFFFFF, *pFrom, nLevel);
+    cairo_surface_flush(surface_.get());
+    const std::uint32_t* from = layer_.data();
+    for (std::int32_t y = layer_box.top; y < layer_box.bottom; ++y) {
+        std::uint32_t* to = Row(y) + (layer_box.left - area_.left);
+        const std::uint8_t* levels =
+            clip.coverage ? clip.coverage->Row(y) + (layer_box.left - clip.box.left) : nullptr;
+        for (std::int32_t x = layer_box.left; x < layer_box.right; ++x, ++from, ++to) {
+            const std::uint32_t level = levels ? *levels++ : 255;
+            if (level != 0)
+                *to = mix(x, y, *to & 0xFFFFFF, *from, level);
         }
     }
-    cairo_surface_mark_dirty_rectangle(m_pSurface.get(), boxLayer.lLeft - m_boxArea.lLeft,
-                                       boxLayer.lTop - m_boxArea.lTop, boxLayer.Width(), boxLayer.Height());
+    cairo_surface_mark_dirty_rectangle(surface_.get(), layer_box.left - area_.left, layer_box.top - area_.top,
+                                       layer_box.Width(), layer_box.Height());
 }
 
-void Canvas::Paint(const Box& boxInk, std::uint64_t nWork, const Ink& objInk, int nRop2Asked,
-                   const Clip& clip, const Draw& fDraw)
+void Canvas::Paint(const Box& ink_box, std::uint64_t work, const Ink& ink, int rop2_asked, const Clip& clip,
+                   const Draw& draw)
 {
-    const Box box = Intersection(Intersection(boxInk, clip.box), m_boxArea);
-    if (box.Empty() || nRop2Asked == kRop2Nop)
+    const Box box = Intersection(Intersection(ink_box, clip.box), area_);
+    if (box.Empty() || rop2_asked == kRop2Nop)
         return;
     Touch(box);
-    if (Measuring() || Failed() || !m_objBudget.Spend(box.Area() + nWork + kCostOfOperation))
+    if (Measuring() || Failed() || !budget_.Spend(box.Area() + work + kCostOfOperation))
         return;
     // Two of the operations are plain painting in another colour.
-    Ink objPlain = objInk;
-    if (nRop2Asked == kRop2Black || nRop2Asked == kRop2White) {
-        objPlain = Ink{nRop2Asked == kRop2Black ? 0u : 0xFFFFFFu, nullptr, 0, 0};
-        nRop2Asked = kRop2Copy;
+    Ink plain = ink;
+    if (rop2_asked == kRop2Black || rop2_asked == kRop2White) {
+        plain = Ink{rop2_asked == kRop2Black ? 0u : 0xFFFFFFu, nullptr, 0, 0};
+        rop2_asked = kRop2Copy;
     }
-    if (nRop2Asked == kRop2Copy && !clip.pCoverage) {
-        cairo_t* pCairo = m_pCairo.get();
-        cairo_reset_clip(pCairo);
-        cairo_rectangle(pCairo, box.lLeft, box.lTop, box.Width(), box.Height());
-        cairo_clip(pCairo);
-        objPlain.ApplyTo(pCairo);
-        fDraw(pCairo);
+    if (rop2_asked == kRop2Copy && !clip.coverage) {
+        cairo_t* cairo = cairo_.get();
+        cairo_reset_clip(cairo);
+        cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
+        cairo_clip(cairo);
+        plain.ApplyTo(cairo);
+        draw(cairo);
         return;
     }
-    const bool bBitwise = nRop2Asked != kRop2Copy;
-    const auto fDrawInk = [&](cairo_t* pCairo) {
+    const bool bitwise = rop2_asked != kRop2Copy;
+    const auto draw_ink = [&](cairo_t* cairo) {
         // Half a pixel has no bitwise meaning.
-        cairo_set_antialias(pCairo, bBitwise ? CAIRO_ANTIALIAS_NONE : CAIRO_ANTIALIAS_DEFAULT);
-        objPlain.ApplyTo(pCairo);
-        fDraw(pCairo);
+        cairo_set_antialias(cairo, bitwise ? CAIRO_ANTIALIAS_NONE : CAIRO_ANTIALIAS_DEFAULT);
+        plain.ApplyTo(cairo);
+        draw(cairo);
     };
-    if (bBitwise)
-        Compose(box, clip, fDrawInk,
-                [nRop2Asked](std::int32_t, std::int32_t, std::uint32_t nOld, std::uint32_t nNew,
-                             std::uint32_t nLevel) {
-                    return nNew >> 24 >= 128 && nLevel >= 128 ? nRop2(nRop2Asked, nOld, nNew) : nOld;
+    if (bitwise)
+        Compose(box, clip, draw_ink,
+                [rop2_asked](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t pixel,
+                             std::uint32_t level) {
+                    return pixel >> 24 >= 128 && level >= 128 ? Rop2(rop2_asked, old, pixel) : old;
                 });
     else
-        Compose(box, clip, fDrawInk,
-                [](std::int32_t, std::int32_t, std::uint32_t nOld, std::uint32_t nNew, std::uint32_t nLevel) {
-                    return nOver(nOld, nScaled(nNew, nLevel));
+        Compose(box, clip, draw_ink,
+                [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t pixel, std::uint32_t level) {
+                    return BlendOver(old, Scaled(pixel, level));
                 });
 }
 
 // The pixels that a line along the outline can touch.
-static Box BoxOfStroke(const Outline& objOutline, const StrokeStyle& objStyle)
+static Box BoxOfStroke(const Outline& outline, const StrokeStyle& style)
 {
-    const double dLargest = std::max(dLength({objStyle.objPen.xx, objStyle.objPen.yx}),
-                                     dLength({objStyle.objPen.xy, objStyle.objPen.yy}));
-    const double dSpread =
-        objStyle.eJoin == CAIRO_LINE_JOIN_MITER ? std::max(1.5, objStyle.dMiterLimit) : 1.5;
-    const double dMargin = dTamed(objStyle.dWidth * dLargest * dSpread + 1);
-    const Rect rc = objOutline.Extents();
-    return BoxOf({rc.dLeft - dMargin, rc.dTop - dMargin, rc.dRight + dMargin, rc.dBottom + dMargin});
+    const double largest =
+        std::max(LengthOf({style.pen.xx, style.pen.yx}), LengthOf({style.pen.xy, style.pen.yy}));
+    const double spread = style.join == CAIRO_LINE_JOIN_MITER ? std::max(1.5, style.miter_limit) : 1.5;
+    const double margin = Tamed(style.width * largest * spread + 1);
+    const Rect rect = outline.Extents();
+    return BoxOf({rect.left - margin, rect.top - margin, rect.right + margin, rect.bottom + margin});
 }
 
-static void DrawAlong(cairo_t* pCairo, const Outline& objOutline, const StrokeStyle& objStyle)
+static void DrawAlong(cairo_t* cairo, const Outline& outline, const StrokeStyle& style)
 {
-    objOutline.AddTo(pCairo);
-    const cairo_matrix_t objPen{
-        objStyle.objPen.xx, objStyle.objPen.yx, objStyle.objPen.xy, objStyle.objPen.yy, 0, 0};
-    cairo_transform(pCairo, &objPen);
-    cairo_set_line_width(pCairo, objStyle.dWidth);
-    cairo_set_line_cap(pCairo, objStyle.eCap);
-    cairo_set_line_join(pCairo, objStyle.eJoin);
-    cairo_set_miter_limit(pCairo, objStyle.dMiterLimit);
-    cairo_set_dash(pCairo, objStyle.aDashes.data(), static_cast<int>(objStyle.aDashes.size()), 0);
-    cairo_stroke(pCairo);
-    cairo_identity_matrix(pCairo);
+    outline.AddTo(cairo);
+    const cairo_matrix_t pen{style.pen.xx, style.pen.yx, style.pen.xy, style.pen.yy, 0, 0};
+    cairo_transform(cairo, &pen);
+    cairo_set_line_width(cairo, style.width);
+    cairo_set_line_cap(cairo, style.cap);
+    cairo_set_line_join(cairo, style.join);
+    cairo_set_miter_limit(cairo, style.miter_limit);
+    cairo_set_dash(cairo, style.dashes.data(), static_cast<int>(style.dashes.size()), 0);
+    cairo_stroke(cairo);
+    cairo_identity_matrix(cairo);
 }
 
-static void DrawInside(cairo_t* pCairo, const Outline& objOutline, bool bWinding)
+static void DrawInside(cairo_t* cairo, const Outline& outline, bool winding)
 {
-    objOutline.AddTo(pCairo);
-    cairo_set_fill_rule(pCairo, bWinding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
-    cairo_fill(pCairo);
+    outline.AddTo(cairo);
+    cairo_set_fill_rule(cairo, winding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_fill(cairo);
 }
 
-std::uint64_t Canvas::WorkOf(const Outline& objOutline, const StrokeStyle& objStyle) const
+std::uint64_t Canvas::WorkOf(const Outline& outline, const StrokeStyle& style) const
 {
     // Each line has two sides, and two ends or joins.
-    std::uint64_t nWork = objOutline.Work(m_boxArea.lTop, m_boxArea.lBottom) * 3;
-    double dPeriod = 0;
-    for (const double dDash : objStyle.aDashes)
-        dPeriod += dDash;
-    const double dPen = objStyle.objPen.Scale();
-    if (dPeriod * dPen > 0)
-        nWork += static_cast<std::uint64_t>(dTamed(objOutline.Length() / (dPeriod * dPen))) * 200 *
-                 objStyle.aDashes.size();
-    return nWork;
+    std::uint64_t work = outline.Work(area_.top, area_.bottom) * 3;
+    double period = 0;
+    for (const double dash : style.dashes)
+        period += dash;
+    const double pen = style.pen.Scale();
+    if (period * pen > 0)
+        work +=
+            static_cast<std::uint64_t>(Tamed(outline.Length() / (period * pen))) * 200 * style.dashes.size();
+    return work;
 }
 
-void Canvas::Fill(const Outline& objOutline, bool bWinding, const Ink& objInk, int nRop2Asked,
-                  const Clip& clip, bool bExact)
+void Canvas::Fill(const Outline& outline, bool winding, const Ink& ink, int rop2_asked, const Clip& clip,
+                  bool exact)
 {
-    if (objOutline.Empty())
+    if (outline.Empty())
         return;
-    const Outline objNeat = !bExact && objOutline.Rectilinear() ? objOutline.OnPixelCorners() : objOutline;
-    Paint(BoxOf(objNeat.Extents()), objNeat.Work(m_boxArea.lTop, m_boxArea.lBottom), objInk, nRop2Asked, clip,
-          [&](cairo_t* pCairo) { DrawInside(pCairo, objNeat, bWinding); });
+    const Outline neat = !exact && outline.Rectilinear() ? outline.OnPixelCorners() : outline;
+    Paint(BoxOf(neat.Extents()), neat.Work(area_.top, area_.bottom), ink, rop2_asked, clip,
+          [&](cairo_t* cairo) { DrawInside(cairo, neat, winding); });
 }
 
-void Canvas::Stroke(const Outline& objOutline, const StrokeStyle& objStyle, const Ink& objInk, int nRop2Asked,
+void Canvas::Stroke(const Outline& outline, const StrokeStyle& style, const Ink& ink, int rop2_asked,
                     const Clip& clip)
 {
-    if (objOutline.Empty())
+    if (outline.Empty())
         return;
-    Paint(BoxOfStroke(objOutline, objStyle), WorkOf(objOutline, objStyle), objInk, nRop2Asked, clip,
-          [&](cairo_t* pCairo) { DrawAlong(pCairo, objOutline, objStyle); });
+    Paint(BoxOfStroke(outline, style), WorkOf(outline, style), ink, rop2_asked, clip,
+          [&](cairo_t* cairo) { DrawAlong(cairo, outline, style); });
 }
 
-Clip Canvas::Covered(const Box& boxInk, std::uint64_t nWork, const Draw& fDraw)
+Clip Canvas::Covered(const Box& ink, std::uint64_t work, const Draw& draw)
 {
-    const Box box = Intersection(boxInk, m_boxArea);
+    const Box box = Intersection(ink, area_);
     if (box.Empty())
         return {};
     if (Measuring())
         return {box, nullptr};
-    if (!m_objBudget.Spend(box.Area() * 8 + nWork + kCostOfOperation))
+    if (!budget_.Spend(box.Area() * 8 + work + kCostOfOperation))
         return {};
-    const SurfacePtr pMask(cairo_image_surface_create(CAIRO_FORMAT_A8, box.Width(), box.Height()));
-    cairo_surface_set_device_offset(pMask.get(), -box.lLeft, -box.lTop);
+    const SurfacePtr mask(cairo_image_surface_create(CAIRO_FORMAT_A8, box.Width(), box.Height()));
+    cairo_surface_set_device_offset(mask.get(), -box.left, -box.top);
     {
-        const CairoPtr pCairo(cairo_create(pMask.get()));
-        fDraw(pCairo.get());
-        m_eStatus = cairo_status(pCairo.get());
+        const CairoPtr cairo(cairo_create(mask.get()));
+        draw(cairo.get());
+        status_ = cairo_status(cairo.get());
     }
     if (Failed())
         return {};
-    cairo_surface_flush(pMask.get());
-    auto pCoverage = std::make_shared<Coverage>(box);
-    const unsigned char* pBytes = cairo_image_surface_get_data(pMask.get());
-    const int nStride = cairo_image_surface_get_stride(pMask.get());
-    for (std::int32_t y = box.lTop; y < box.lBottom; ++y, pBytes += nStride)
-        std::copy(pBytes, pBytes + box.Width(), pCoverage->Row(y));
-    return {box, std::move(pCoverage)};
+    cairo_surface_flush(mask.get());
+    auto coverage = std::make_shared<Coverage>(box);
+    const unsigned char* bytes = cairo_image_surface_get_data(mask.get());
+    const int stride = cairo_image_surface_get_stride(mask.get());
+    for (std::int32_t y = box.top; y < box.bottom; ++y, bytes += stride)
+        std::copy(bytes, bytes + box.Width(), coverage->Row(y));
+    return {box, std::move(coverage)};
 }
 
-Clip Canvas::ClipOf(const Outline& objOutline, bool bWinding, const Box& boxLimit)
+Clip Canvas::ClipOf(const Outline& outline, bool winding, const Box& limit)
 {
-    if (objOutline.Empty())
+    if (outline.Empty())
         return {};
-    const Outline objNeat = objOutline.Rectilinear() ? objOutline.OnPixelCorners() : objOutline;
-    return Covered(Intersection(BoxOf(objNeat.Extents()), boxLimit),
-                   objNeat.Work(m_boxArea.lTop, m_boxArea.lBottom),
-                   [&](cairo_t* pCairo) { DrawInside(pCairo, objNeat, bWinding); });
+    const Outline neat = outline.Rectilinear() ? outline.OnPixelCorners() : outline;
+    return Covered(Intersection(BoxOf(neat.Extents()), limit), neat.Work(area_.top, area_.bottom),
+                   [&](cairo_t* cairo) { DrawInside(cairo, neat, winding); });
 }
 
-Clip Canvas::ClipOf(const Outline& objOutline, const StrokeStyle& objStyle, const Box& boxLimit)
+Clip Canvas::ClipOf(const Outline& outline, const StrokeStyle& style, const Box& limit)
 {
-    if (objOutline.Empty())
+    if (outline.Empty())
         return {};
-    return Covered(Intersection(BoxOfStroke(objOutline, objStyle), boxLimit), WorkOf(objOutline, objStyle),
-                   [&](cairo_t* pCairo) { DrawAlong(pCairo, objOutline, objStyle); });
+    return Covered(Intersection(BoxOfStroke(outline, style), limit), WorkOf(outline, style),
+                   [&](cairo_t* cairo) { DrawAlong(cairo, outline, style); });
 }

@@ -9,77 +9,76 @@
 // pixel.
 static constexpr std::uint64_t kCostOfCoverage = 8;
 
-static std::uint8_t nCombinedLevel(unsigned nOld, unsigned nNew, ClipMode eMode)
+static std::uint8_t CombinedLevel(unsigned old, unsigned added, ClipMode mode)
 {
-    switch (eMode) {
-        case ClipMode::And:
-            return static_cast<std::uint8_t>(nDividedBy255(nOld * nNew));
-        case ClipMode::Or:
-            return static_cast<std::uint8_t>(nOld + nNew - nDividedBy255(nOld * nNew));
-        case ClipMode::Xor:
-            return static_cast<std::uint8_t>(nOld > nNew ? nOld - nNew : nNew - nOld);
-        case ClipMode::Difference:
-            return static_cast<std::uint8_t>(nDividedBy255(nOld * (255 - nNew)));
-        case ClipMode::Copy:
+    switch (mode) {
+        case ClipMode::kAnd:
+            return static_cast<std::uint8_t>(DividedBy255(old * added));
+        case ClipMode::kOr:
+            return static_cast<std::uint8_t>(old + added - DividedBy255(old * added));
+        case ClipMode::kXor:
+            return static_cast<std::uint8_t>(old > added ? old - added : added - old);
+        case ClipMode::kDifference:
+            return static_cast<std::uint8_t>(DividedBy255(old * (255 - added)));
+        case ClipMode::kCopy:
             break;
     }
-    return static_cast<std::uint8_t>(nNew);
+    return static_cast<std::uint8_t>(added);
 }
 
-Clip Combined(const Clip& clipOld, const Clip& clipNew, ClipMode eMode, Budget& objBudget)
+Clip Combined(const Clip& old, const Clip& added, ClipMode mode, Budget& budget)
 {
-    const Box boxBoth = Intersection(clipOld.box, clipNew.box);
-    switch (eMode) {
-        case ClipMode::Copy:
-            return clipNew;
-        case ClipMode::And:
-            if (boxBoth.Empty() || (!clipOld.pCoverage && !clipNew.pCoverage))
-                return {boxBoth, nullptr};
+    const Box both = Intersection(old.box, added.box);
+    switch (mode) {
+        case ClipMode::kCopy:
+            return added;
+        case ClipMode::kAnd:
+            if (both.Empty() || (!old.coverage && !added.coverage))
+                return {both, nullptr};
             break;
-        case ClipMode::Difference:
-            if (boxBoth.Empty())
-                return clipOld;
-            if (!clipNew.pCoverage && boxBoth == clipOld.box)
+        case ClipMode::kDifference:
+            if (both.Empty())
+                return old;
+            if (!added.coverage && both == old.box)
                 return {};
             break;
-        case ClipMode::Or:
-        case ClipMode::Xor:
-            if (clipOld.box.Empty())
-                return clipNew;
-            if (clipNew.box.Empty())
-                return clipOld;
+        case ClipMode::kOr:
+        case ClipMode::kXor:
+            if (old.box.Empty())
+                return added;
+            if (added.box.Empty())
+                return old;
             break;
         default:
-            return clipOld;
+            return old;
     }
-    const Box boxResult = eMode == ClipMode::And          ? boxBoth
-                          : eMode == ClipMode::Difference ? clipOld.box
-                                                          : Around(clipOld.box, clipNew.box);
-    if (!objBudget.Spend(boxResult.Area() * kCostOfCoverage))
-        return clipOld;
-    auto pCoverage = std::make_shared<Coverage>(boxResult);
-    for (std::int32_t y = boxResult.lTop; y < boxResult.lBottom; ++y) {
-        std::uint8_t* pRow = pCoverage->Row(y);
-        for (std::int32_t x = boxResult.lLeft; x < boxResult.lRight; ++x)
-            *pRow++ = nCombinedLevel(clipOld.Level(x, y), clipNew.Level(x, y), eMode);
+    const Box result = mode == ClipMode::kAnd          ? both
+                       : mode == ClipMode::kDifference ? old.box
+                                                       : Around(old.box, added.box);
+    if (!budget.Spend(result.Area() * kCostOfCoverage))
+        return old;
+    auto coverage = std::make_shared<Coverage>(result);
+    for (std::int32_t y = result.top; y < result.bottom; ++y) {
+        std::uint8_t* row = coverage->Row(y);
+        for (std::int32_t x = result.left; x < result.right; ++x)
+            *row++ = CombinedLevel(old.Level(x, y), added.Level(x, y), mode);
     }
-    return {boxResult, std::move(pCoverage)};
+    return {result, std::move(coverage)};
 }
 
-Clip Moved(const Clip& clip, std::int32_t lRight, std::int32_t lDown, const Box& boxLimit, Budget& objBudget)
+Clip Moved(const Clip& clip, std::int32_t right, std::int32_t down, const Box& limit, Budget& budget)
 {
-    const Box boxMoved{clip.box.lLeft + lRight, clip.box.lTop + lDown, clip.box.lRight + lRight,
-                       clip.box.lBottom + lDown};
-    const Box boxResult = Intersection(boxMoved, boxLimit);
-    if (boxResult.Empty())
+    const Box moved{clip.box.left + right, clip.box.top + down, clip.box.right + right,
+                    clip.box.bottom + down};
+    const Box result = Intersection(moved, limit);
+    if (result.Empty())
         return {};
-    if (!clip.pCoverage || !objBudget.Spend(boxResult.Area() * kCostOfCoverage))
-        return {boxResult, nullptr};
-    auto pCoverage = std::make_shared<Coverage>(boxResult);
-    for (std::int32_t y = boxResult.lTop; y < boxResult.lBottom; ++y) {
-        const std::uint8_t* pFrom =
-            clip.pCoverage->Row(y - lDown) + (boxResult.lLeft - lRight - clip.box.lLeft);
-        std::copy(pFrom, pFrom + boxResult.Width(), pCoverage->Row(y));
+    if (!clip.coverage || !budget.Spend(result.Area() * kCostOfCoverage))
+        return {result, nullptr};
+    auto coverage = std::make_shared<Coverage>(result);
+    for (std::int32_t y = result.top; y < result.bottom; ++y) {
+        const std::uint8_t* from = clip.coverage->Row(y - down) + (result.left - right - clip.box.left);
+        std::copy(from, from + result.Width(), coverage->Row(y));
     }
-    return {boxResult, std::move(pCoverage)};
+    return {result, std::move(coverage)};
 }

@@ -11,38 +11,37 @@
 
 /// How much of each pixel of a box counts, 0 to 255.
 struct Coverage {
-    explicit Coverage(const Box& boxArea) : box(boxArea), aLevels(boxArea.Area()) {}
+    explicit Coverage(const Box& area) : box(area), levels(area.Area()) {}
 
     std::uint8_t* Row(std::int32_t y)
     {
-        return aLevels.data() +
-               static_cast<std::size_t>(y - box.lTop) * static_cast<std::size_t>(box.Width());
+        return levels.data() + static_cast<std::size_t>(y - box.top) * static_cast<std::size_t>(box.Width());
     }
     const std::uint8_t* Row(std::int32_t y) const { return const_cast<Coverage*>(this)->Row(y); }
 
     Box box;
-    std::vector<std::uint8_t> aLevels;
+    std::vector<std::uint8_t> levels;
 };
 
 /// A box, or a part of one that is given by coverage. Copies share their coverage, which never changes.
 struct Clip {
     Box box;
-    std::shared_ptr<const Coverage> pCoverage;  ///< null: the whole box; else its box is this box
+    std::shared_ptr<const Coverage> coverage;  ///< null: the whole box; else its box is this box
 
     std::uint8_t Level(std::int32_t x, std::int32_t y) const
     {
         if (!box.Holds(x, y))
             return 0;
-        return pCoverage ? pCoverage->Row(y)[x - box.lLeft] : 255;
+        return coverage ? coverage->Row(y)[x - box.left] : 255;
     }
 };
 
 /// The numbers are those of the records.
-enum class ClipMode { And = 1, Or = 2, Xor = 3, Difference = 4, Copy = 5 };
+enum class ClipMode { kAnd = 1, kOr = 2, kXor = 3, kDifference = 4, kCopy = 5 };
 
-/// clipOld changed by clipNew; nothing of it lies beyond both. With the budget spent, or an unknown mode,
-/// clipOld.
-Clip Combined(const Clip& clipOld, const Clip& clipNew, ClipMode eMode, Budget& objBudget);
+/// old changed by added; nothing of it lies beyond both. With the budget spent, or an unknown mode,
+/// old.
+Clip Combined(const Clip& old, const Clip& added, ClipMode mode, Budget& budget);
 
-/// The clip moved by whole pixels, and cut to boxLimit.
-Clip Moved(const Clip& clip, std::int32_t lRight, std::int32_t lDown, const Box& boxLimit, Budget& objBudget);
+/// The clip moved by whole pixels, and cut to limit.
+Clip Moved(const Clip& clip, std::int32_t right, std::int32_t down, const Box& limit, Budget& budget);

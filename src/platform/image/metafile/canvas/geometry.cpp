@@ -3,30 +3,30 @@
 
 Affine Affine::Inverse() const
 {
-    const double dDeterminant = Determinant();
-    if (!std::isfinite(1 / dDeterminant))
+    const double determinant = Determinant();
+    if (!std::isfinite(1 / determinant))
         return {};
-    Affine objResult{yy / dDeterminant, -yx / dDeterminant, -xy / dDeterminant, xx / dDeterminant, 0, 0};
-    const Point ptMoved = objResult.ApplyToVector({x0, y0});
-    objResult.x0 = -ptMoved.x;
-    objResult.y0 = -ptMoved.y;
-    return objResult;
+    Affine result{yy / determinant, -yx / determinant, -xy / determinant, xx / determinant, 0, 0};
+    const Point moved = result.ApplyToVector({x0, y0});
+    result.x0 = -moved.x;
+    result.y0 = -moved.y;
+    return result;
 }
 
-Affine Then(const Affine& objFirst, const Affine& objSecond)
+Affine Then(const Affine& first, const Affine& second)
 {
-    const Point ptX = objSecond.ApplyToVector({objFirst.xx, objFirst.yx});
-    const Point ptY = objSecond.ApplyToVector({objFirst.xy, objFirst.yy});
-    const Point ptMoved = objSecond.Apply({objFirst.x0, objFirst.y0});
-    return {ptX.x, ptX.y, ptY.x, ptY.y, ptMoved.x, ptMoved.y};
+    const Point x = second.ApplyToVector({first.xx, first.yx});
+    const Point y = second.ApplyToVector({first.xy, first.yy});
+    const Point moved = second.Apply({first.x0, first.y0});
+    return {x.x, x.y, y.x, y.y, moved.x, moved.y};
 }
 
-Rect RectAround(const Affine& objMap, const Rect& rc)
+Rect RectAround(const Affine& map, const Rect& rect)
 {
-    const Point ptA = ptTamed(objMap.Apply({rc.dLeft, rc.dTop}));
-    const Point ptB = ptTamed(objMap.Apply({rc.dRight, rc.dTop}));
-    const Point ptC = ptTamed(objMap.Apply({rc.dRight, rc.dBottom}));
-    const Point ptD = ptTamed(objMap.Apply({rc.dLeft, rc.dBottom}));
-    return {std::min({ptA.x, ptB.x, ptC.x, ptD.x}), std::min({ptA.y, ptB.y, ptC.y, ptD.y}),
-            std::max({ptA.x, ptB.x, ptC.x, ptD.x}), std::max({ptA.y, ptB.y, ptC.y, ptD.y})};
+    const Point a = Tamed(map.Apply({rect.left, rect.top}));
+    const Point b = Tamed(map.Apply({rect.right, rect.top}));
+    const Point c = Tamed(map.Apply({rect.right, rect.bottom}));
+    const Point d = Tamed(map.Apply({rect.left, rect.bottom}));
+    return {std::min({a.x, b.x, c.x, d.x}), std::min({a.y, b.y, c.y, d.y}), std::max({a.x, b.x, c.x, d.x}),
+            std::max({a.y, b.y, c.y, d.y})};
 }

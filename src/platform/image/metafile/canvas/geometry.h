@@ -11,24 +11,24 @@ struct Point {
     double y = 0;
 };
 
-inline Point operator+(Point ptA, Point ptB)
+inline Point operator+(Point a, Point b)
 {
-    return {ptA.x + ptB.x, ptA.y + ptB.y};
+    return {a.x + b.x, a.y + b.y};
 }
 
-inline Point operator-(Point ptA, Point ptB)
+inline Point operator-(Point a, Point b)
 {
-    return {ptA.x - ptB.x, ptA.y - ptB.y};
+    return {a.x - b.x, a.y - b.y};
 }
 
-inline Point operator*(double d, Point pt)
+inline Point operator*(double d, Point point)
 {
-    return {d * pt.x, d * pt.y};
+    return {d * point.x, d * point.y};
 }
 
-inline double dLength(Point pt)
+inline double LengthOf(Point point)
 {
-    return std::hypot(pt.x, pt.y);
+    return std::hypot(point.x, point.y);
 }
 
 /// Nothing is drawn farther than this from the picture's corner: beyond it Cairo's 24.8 fixed point would
@@ -36,80 +36,79 @@ inline double dLength(Point pt)
 constexpr double kFarthest = 2'000'000;
 
 /// What isn't a number becomes 0, what is too far off comes to the border of what can be drawn.
-inline double dTamed(double d)
+inline double Tamed(double d)
 {
     return std::isnan(d) ? 0 : std::clamp(d, -kFarthest, kFarthest);
 }
 
-inline Point ptTamed(Point pt)
+inline Point Tamed(Point point)
 {
-    return {dTamed(pt.x), dTamed(pt.y)};
+    return {Tamed(point.x), Tamed(point.y)};
 }
 
 /// A rectangle of any orientation, in the units of its user.
 struct Rect {
-    double dLeft = 0;
-    double dTop = 0;
-    double dRight = 0;
-    double dBottom = 0;
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
 
     Rect Normalised() const
     {
-        return {std::min(dLeft, dRight), std::min(dTop, dBottom), std::max(dLeft, dRight),
-                std::max(dTop, dBottom)};
+        return {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
     }
-    double Width() const { return dRight - dLeft; }
-    double Height() const { return dBottom - dTop; }
+    double Width() const { return right - left; }
+    double Height() const { return bottom - top; }
 };
 
 /// Whole pixels, right and bottom excluded. Empty when they don't lie beyond left and top.
 struct Box {
-    std::int32_t lLeft = 0;
-    std::int32_t lTop = 0;
-    std::int32_t lRight = 0;
-    std::int32_t lBottom = 0;
+    std::int32_t left = 0;
+    std::int32_t top = 0;
+    std::int32_t right = 0;
+    std::int32_t bottom = 0;
 
-    bool Empty() const { return lRight <= lLeft || lBottom <= lTop; }
-    std::int32_t Width() const { return Empty() ? 0 : lRight - lLeft; }
-    std::int32_t Height() const { return Empty() ? 0 : lBottom - lTop; }
+    bool Empty() const { return right <= left || bottom <= top; }
+    std::int32_t Width() const { return Empty() ? 0 : right - left; }
+    std::int32_t Height() const { return Empty() ? 0 : bottom - top; }
     std::uint64_t Area() const
     {
         return static_cast<std::uint64_t>(Width()) * static_cast<std::uint64_t>(Height());
     }
     bool Holds(std::int32_t x, std::int32_t y) const
     {
-        return x >= lLeft && x < lRight && y >= lTop && y < lBottom;
+        return x >= left && x < right && y >= top && y < bottom;
     }
     bool operator==(const Box&) const = default;
 };
 
-inline Box Intersection(const Box& boxA, const Box& boxB)
+inline Box Intersection(const Box& a, const Box& b)
 {
-    return {std::max(boxA.lLeft, boxB.lLeft), std::max(boxA.lTop, boxB.lTop),
-            std::min(boxA.lRight, boxB.lRight), std::min(boxA.lBottom, boxB.lBottom)};
+    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+            std::min(a.bottom, b.bottom)};
 }
 
 /// The smallest box around both; an empty one counts for nothing.
-inline Box Around(const Box& boxA, const Box& boxB)
+inline Box Around(const Box& a, const Box& b)
 {
-    if (boxA.Empty())
-        return boxB;
-    if (boxB.Empty())
-        return boxA;
-    return {std::min(boxA.lLeft, boxB.lLeft), std::min(boxA.lTop, boxB.lTop),
-            std::max(boxA.lRight, boxB.lRight), std::max(boxA.lBottom, boxB.lBottom)};
+    if (a.Empty())
+        return b;
+    if (b.Empty())
+        return a;
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+            std::max(a.bottom, b.bottom)};
 }
 
-/// The pixels that a rectangle touches, or with bNearest those between its rounded edges.
-inline Box BoxOf(const Rect& rc, bool bNearest = false)
+/// The pixels that a rectangle touches, or with nearest those between its rounded edges.
+inline Box BoxOf(const Rect& rect, bool nearest = false)
 {
-    const Rect rcGood = rc.Normalised();
-    const auto lWhole = [](double d) { return static_cast<std::int32_t>(dTamed(d)); };
-    if (bNearest)
-        return {lWhole(std::floor(rcGood.dLeft + 0.5)), lWhole(std::floor(rcGood.dTop + 0.5)),
-                lWhole(std::floor(rcGood.dRight + 0.5)), lWhole(std::floor(rcGood.dBottom + 0.5))};
-    return {lWhole(std::floor(rcGood.dLeft)), lWhole(std::floor(rcGood.dTop)),
-            lWhole(std::ceil(rcGood.dRight)), lWhole(std::ceil(rcGood.dBottom))};
+    const Rect good = rect.Normalised();
+    const auto whole = [](double d) { return static_cast<std::int32_t>(Tamed(d)); };
+    if (nearest)
+        return {whole(std::floor(good.left + 0.5)), whole(std::floor(good.top + 0.5)),
+                whole(std::floor(good.right + 0.5)), whole(std::floor(good.bottom + 0.5))};
+    return {whole(std::floor(good.left)), whole(std::floor(good.top)), whole(std::ceil(good.right)),
+            whole(std::ceil(good.bottom))};
 }
 
 /// x' = xx * x + xy * y + x0, y' = yx * x + yy * y + y0.
@@ -121,8 +120,14 @@ struct Affine {
     double x0 = 0;
     double y0 = 0;
 
-    Point Apply(Point pt) const { return {xx * pt.x + xy * pt.y + x0, yx * pt.x + yy * pt.y + y0}; }
-    Point ApplyToVector(Point pt) const { return {xx * pt.x + xy * pt.y, yx * pt.x + yy * pt.y}; }
+    Point Apply(Point point) const
+    {
+        return {xx * point.x + xy * point.y + x0, yx * point.x + yy * point.y + y0};
+    }
+    Point ApplyToVector(Point point) const
+    {
+        return {xx * point.x + xy * point.y, yx * point.x + yy * point.y};
+    }
     double Determinant() const { return xx * yy - xy * yx; }
     /// True when horizontal and vertical lines stay so (or change places).
     bool KeepsAxes() const { return (xy == 0 && yx == 0) || (xx == 0 && yy == 0); }
@@ -138,7 +143,7 @@ struct Affine {
 };
 
 /// First one map, then the other.
-Affine Then(const Affine& objFirst, const Affine& objSecond);
+Affine Then(const Affine& first, const Affine& second);
 
-/// The upright rectangle around the image of rc.
-Rect RectAround(const Affine& objMap, const Rect& rc);
+/// The upright rectangle around the image of rect.
+Rect RectAround(const Affine& map, const Rect& rect);

@@ -12,13 +12,13 @@
 #include "src/platform/image/metafile/canvas/geometry.h"
 
 struct PatternRelease {
-    void operator()(cairo_pattern_t* pPattern) const { cairo_pattern_destroy(pPattern); }
+    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
 };
 struct SurfaceRelease {
-    void operator()(cairo_surface_t* pSurface) const { cairo_surface_destroy(pSurface); }
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
 };
 struct CairoRelease {
-    void operator()(cairo_t* pCairo) const { cairo_destroy(pCairo); }
+    void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
 };
 using PatternPtr = std::unique_ptr<cairo_pattern_t, PatternRelease>;
 using SurfacePtr = std::unique_ptr<cairo_surface_t, SurfaceRelease>;
@@ -26,13 +26,13 @@ using CairoPtr = std::unique_ptr<cairo_t, CairoRelease>;
 
 /// Pixels of a small or large picture: alpha in the high byte, then red, green, blue multiplied by it.
 struct Pixels {
-    std::int32_t lWidth = 0;
-    std::int32_t lHeight = 0;
-    std::vector<std::uint32_t> aPixels;  ///< lWidth * lHeight, top row first
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::vector<std::uint32_t> pixels;  ///< width * height, top row first
 
     const std::uint32_t* Row(std::int32_t y) const
     {
-        return aPixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(lWidth);
+        return pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
     }
     std::uint32_t* Row(std::int32_t y) { return const_cast<std::uint32_t*>(std::as_const(*this).Row(y)); }
 };
@@ -41,18 +41,18 @@ struct Pixels {
 constexpr std::int32_t kMaxSurfaceSide = 32000;
 
 /// A picture for Cairo on the pixels, which it borrows.
-SurfacePtr pSurfaceOn(const Pixels& objPixels);
+SurfacePtr SurfaceOn(const Pixels& pixels);
 
 struct Ink {
-    std::uint32_t nColor = 0;             ///< red, green, blue; used without a tile
-    std::shared_ptr<const Pixels> pTile;  ///< repeats from (lOriginX, lOriginY)
-    std::int32_t lOriginX = 0;
-    std::int32_t lOriginY = 0;
+    std::uint32_t color = 0;             ///< red, green, blue; used without a tile
+    std::shared_ptr<const Pixels> tile;  ///< repeats from (origin_x, origin_y)
+    std::int32_t origin_x = 0;
+    std::int32_t origin_y = 0;
 
     /// The colour at a pixel, with alpha.
     std::uint32_t At(std::int32_t x, std::int32_t y) const;
-    /// Makes it the source of pCairo, whose coordinates are pixels.
-    void ApplyTo(cairo_t* pCairo) const;
+    /// Makes it the source of cairo, whose coordinates are pixels.
+    void ApplyTo(cairo_t* cairo) const;
 };
 
-void SetSourceColor(cairo_t* pCairo, std::uint32_t nColor);
+void SetSourceColor(cairo_t* cairo, std::uint32_t color);

@@ -1,290 +1,286 @@
 // Lines and curves.
 #include "src/platform/image/metafile/canvas/outline.h"
 
-void Outline::MoveTo(Point pt)
+void Outline::MoveTo(Point point)
 {
-    pt = ptTamed(pt);
-    if (!m_aVerbs.empty() && m_aVerbs.back() == Verb::Move)
-        m_aPoints.back() = pt;
+    point = Tamed(point);
+    if (!verbs_.empty() && verbs_.back() == Verb::kMove)
+        points_.back() = point;
     else {
-        m_aVerbs.push_back(Verb::Move);
-        m_aPoints.push_back(pt);
+        verbs_.push_back(Verb::kMove);
+        points_.push_back(point);
     }
-    m_ptStart = m_ptLast = pt;
+    start_ = last_ = point;
 }
 
-void Outline::LineTo(Point pt)
+void Outline::LineTo(Point point)
 {
-    if (m_aVerbs.empty())
-        return MoveTo(pt);
-    if (m_aVerbs.back() == Verb::Close)
-        MoveTo(m_ptStart);
-    m_aVerbs.push_back(Verb::Line);
-    m_aPoints.push_back(ptTamed(pt));
-    m_ptLast = m_aPoints.back();
+    if (verbs_.empty())
+        return MoveTo(point);
+    if (verbs_.back() == Verb::kClose)
+        MoveTo(start_);
+    verbs_.push_back(Verb::kLine);
+    points_.push_back(Tamed(point));
+    last_ = points_.back();
 }
 
-void Outline::CurveTo(Point ptA, Point ptB, Point ptEnd)
+void Outline::CurveTo(Point a, Point b, Point end)
 {
-    if (m_aVerbs.empty())
-        MoveTo(ptA);
-    if (m_aVerbs.back() == Verb::Close)
-        MoveTo(m_ptStart);
-    m_aVerbs.push_back(Verb::Curve);
-    m_aPoints.push_back(ptTamed(ptA));
-    m_aPoints.push_back(ptTamed(ptB));
-    m_aPoints.push_back(ptTamed(ptEnd));
-    m_ptLast = m_aPoints.back();
+    if (verbs_.empty())
+        MoveTo(a);
+    if (verbs_.back() == Verb::kClose)
+        MoveTo(start_);
+    verbs_.push_back(Verb::kCurve);
+    points_.push_back(Tamed(a));
+    points_.push_back(Tamed(b));
+    points_.push_back(Tamed(end));
+    last_ = points_.back();
 }
 
 void Outline::Close()
 {
-    if (m_aVerbs.empty() || m_aVerbs.back() == Verb::Close)
+    if (verbs_.empty() || verbs_.back() == Verb::kClose)
         return;
-    m_aVerbs.push_back(Verb::Close);
-    m_ptLast = m_ptStart;
+    verbs_.push_back(Verb::kClose);
+    last_ = start_;
 }
 
-void Outline::AddBox(const Rect& rc)
+void Outline::AddBox(const Rect& rect)
 {
-    MoveTo({rc.dLeft, rc.dTop});
-    LineTo({rc.dRight, rc.dTop});
-    LineTo({rc.dRight, rc.dBottom});
-    LineTo({rc.dLeft, rc.dBottom});
+    MoveTo({rect.left, rect.top});
+    LineTo({rect.right, rect.top});
+    LineTo({rect.right, rect.bottom});
+    LineTo({rect.left, rect.bottom});
     Close();
 }
 
-void Outline::Append(const Outline& objOther)
+void Outline::Append(const Outline& other)
 {
-    if (objOther.Empty())
+    if (other.Empty())
         return;
-    m_aVerbs.insert(m_aVerbs.end(), objOther.m_aVerbs.begin(), objOther.m_aVerbs.end());
-    m_aPoints.insert(m_aPoints.end(), objOther.m_aPoints.begin(), objOther.m_aPoints.end());
-    m_ptStart = objOther.m_ptStart;
-    m_ptLast = objOther.m_ptLast;
+    verbs_.insert(verbs_.end(), other.verbs_.begin(), other.verbs_.end());
+    points_.insert(points_.end(), other.points_.begin(), other.points_.end());
+    start_ = other.start_;
+    last_ = other.last_;
 }
 
-void Outline::Continue(const Outline& objOther)
+void Outline::Continue(const Outline& other)
 {
-    if (objOther.Empty())
+    if (other.Empty())
         return;
-    LineTo(objOther.First());
-    m_aVerbs.insert(m_aVerbs.end(), objOther.m_aVerbs.begin() + 1, objOther.m_aVerbs.end());
-    m_aPoints.insert(m_aPoints.end(), objOther.m_aPoints.begin() + 1, objOther.m_aPoints.end());
-    m_ptLast = objOther.m_ptLast;
+    LineTo(other.First());
+    verbs_.insert(verbs_.end(), other.verbs_.begin() + 1, other.verbs_.end());
+    points_.insert(points_.end(), other.points_.begin() + 1, other.points_.end());
+    last_ = other.last_;
 }
 
 void Outline::Clear()
 {
-    m_aVerbs.clear();
-    m_aPoints.clear();
-    m_ptStart = m_ptLast = {};
+    verbs_.clear();
+    points_.clear();
+    start_ = last_ = {};
 }
 
-// Calls objVisitor(eVerb, index of its first point, point before it).
+// Calls visitor(verb, index of its first point, point before it).
 template <typename Visitor>
-void Outline::ForEach(Visitor objVisitor) const
+void Outline::ForEach(Visitor visitor) const
 {
-    std::size_t nPoint = 0;
-    Point ptStart, ptBefore;
-    for (const Verb eVerb : m_aVerbs) {
-        const std::size_t nCount = eVerb == Verb::Curve ? 3 : eVerb == Verb::Close ? 0 : 1;
-        objVisitor(eVerb, nPoint, ptBefore, ptStart);
-        nPoint += nCount;
-        ptBefore = eVerb == Verb::Close ? ptStart : m_aPoints[nPoint - 1];
-        if (eVerb == Verb::Move)
-            ptStart = ptBefore;
+    std::size_t point = 0;
+    Point start, before;
+    for (const Verb verb : verbs_) {
+        const std::size_t count = verb == Verb::kCurve ? 3 : verb == Verb::kClose ? 0 : 1;
+        visitor(verb, point, before, start);
+        point += count;
+        before = verb == Verb::kClose ? start : points_[point - 1];
+        if (verb == Verb::kMove)
+            start = before;
     }
 }
 
-Outline Outline::Transformed(const Affine& objMap) const
+Outline Outline::Transformed(const Affine& map) const
 {
-    Outline objResult = *this;
-    for (Point& pt : objResult.m_aPoints)
-        pt = ptTamed(objMap.Apply(pt));
-    objResult.m_ptStart = ptTamed(objMap.Apply(m_ptStart));
-    objResult.m_ptLast = ptTamed(objMap.Apply(m_ptLast));
-    return objResult;
+    Outline result = *this;
+    for (Point& point : result.points_)
+        point = Tamed(map.Apply(point));
+    result.start_ = Tamed(map.Apply(start_));
+    result.last_ = Tamed(map.Apply(last_));
+    return result;
 }
 
 Outline Outline::AllClosed() const
 {
-    Outline objResult;
-    ForEach([&](Verb eVerb, std::size_t nPoint, Point, Point) {
-        switch (eVerb) {
-            case Verb::Move:
-                objResult.Close();
-                objResult.MoveTo(m_aPoints[nPoint]);
+    Outline result;
+    ForEach([&](Verb verb, std::size_t point, Point, Point) {
+        switch (verb) {
+            case Verb::kMove:
+                result.Close();
+                result.MoveTo(points_[point]);
                 break;
-            case Verb::Line:
-                objResult.LineTo(m_aPoints[nPoint]);
+            case Verb::kLine:
+                result.LineTo(points_[point]);
                 break;
-            case Verb::Curve:
-                objResult.CurveTo(m_aPoints[nPoint], m_aPoints[nPoint + 1], m_aPoints[nPoint + 2]);
+            case Verb::kCurve:
+                result.CurveTo(points_[point], points_[point + 1], points_[point + 2]);
                 break;
-            case Verb::Close:
-                objResult.Close();
+            case Verb::kClose:
+                result.Close();
                 break;
         }
     });
-    objResult.Close();
-    return objResult;
+    result.Close();
+    return result;
 }
 
 Rect Outline::Extents() const
 {
-    if (m_aPoints.empty())
+    if (points_.empty())
         return {};
-    Rect rc{m_aPoints[0].x, m_aPoints[0].y, m_aPoints[0].x, m_aPoints[0].y};
-    for (const Point& pt : m_aPoints) {
-        rc.dLeft = std::min(rc.dLeft, pt.x);
-        rc.dTop = std::min(rc.dTop, pt.y);
-        rc.dRight = std::max(rc.dRight, pt.x);
-        rc.dBottom = std::max(rc.dBottom, pt.y);
+    Rect rect{points_[0].x, points_[0].y, points_[0].x, points_[0].y};
+    for (const Point& point : points_) {
+        rect.left = std::min(rect.left, point.x);
+        rect.top = std::min(rect.top, point.y);
+        rect.right = std::max(rect.right, point.x);
+        rect.bottom = std::max(rect.bottom, point.y);
     }
-    return rc;
+    return rect;
 }
 
 // Coordinates come from a chain of multiplications; a hundredth of a pixel is their noise.
-static bool bSame(double dA, double dB)
+static bool IsSame(double a, double b)
 {
-    return std::abs(dA - dB) < 0.01;
+    return std::abs(a - b) < 0.01;
 }
 
 bool Outline::Rectilinear() const
 {
-    bool bResult = true;
-    ForEach([&](Verb eVerb, std::size_t nPoint, Point ptBefore, Point ptStart) {
-        if (eVerb == Verb::Curve)
-            bResult = false;
-        if (eVerb == Verb::Line || eVerb == Verb::Close) {
-            const Point ptEnd = eVerb == Verb::Line ? m_aPoints[nPoint] : ptStart;
-            bResult = bResult && (bSame(ptEnd.x, ptBefore.x) || bSame(ptEnd.y, ptBefore.y));
+    bool result = true;
+    ForEach([&](Verb verb, std::size_t point, Point before, Point start) {
+        if (verb == Verb::kCurve)
+            result = false;
+        if (verb == Verb::kLine || verb == Verb::kClose) {
+            const Point end = verb == Verb::kLine ? points_[point] : start;
+            result = result && (IsSame(end.x, before.x) || IsSame(end.y, before.y));
         }
     });
-    return bResult;
+    return result;
 }
 
 // Moves the points of one figure, first to last, to pixel corners.
-static void MoveToCorners(Point* pFirst, Point* pLast)
+static void MoveToCorners(Point* first, Point* last)
 {
-    Rect rc{pFirst->x, pFirst->y, pFirst->x, pFirst->y};
-    for (const Point* pPoint = pFirst; pPoint != pLast; ++pPoint)
-        rc = {std::min(rc.dLeft, pPoint->x), std::min(rc.dTop, pPoint->y), std::max(rc.dRight, pPoint->x),
-              std::max(rc.dBottom, pPoint->y)};
+    Rect rect{first->x, first->y, first->x, first->y};
+    for (const Point* point = first; point != last; ++point)
+        rect = {std::min(rect.left, point->x), std::min(rect.top, point->y), std::max(rect.right, point->x),
+                std::max(rect.bottom, point->y)};
     // A bar thinner than a pixel, as rulings often are, would fall between two corners and be lost.
-    const bool bThinX = std::floor(rc.dLeft + 0.5) == std::floor(rc.dRight + 0.5) && rc.Width() > 0;
-    const bool bThinY = std::floor(rc.dTop + 0.5) == std::floor(rc.dBottom + 0.5) && rc.Height() > 0;
-    const double dMiddleX = (rc.dLeft + rc.dRight) / 2;
-    const double dMiddleY = (rc.dTop + rc.dBottom) / 2;
-    for (Point* pPoint = pFirst; pPoint != pLast; ++pPoint) {
-        pPoint->x =
-            bThinX ? std::floor(dMiddleX) + (pPoint->x > dMiddleX ? 1 : 0) : std::floor(pPoint->x + 0.5);
-        pPoint->y =
-            bThinY ? std::floor(dMiddleY) + (pPoint->y > dMiddleY ? 1 : 0) : std::floor(pPoint->y + 0.5);
+    const bool thin_x = std::floor(rect.left + 0.5) == std::floor(rect.right + 0.5) && rect.Width() > 0;
+    const bool thin_y = std::floor(rect.top + 0.5) == std::floor(rect.bottom + 0.5) && rect.Height() > 0;
+    const double middle_x = (rect.left + rect.right) / 2;
+    const double middle_y = (rect.top + rect.bottom) / 2;
+    for (Point* point = first; point != last; ++point) {
+        point->x = thin_x ? std::floor(middle_x) + (point->x > middle_x ? 1 : 0) : std::floor(point->x + 0.5);
+        point->y = thin_y ? std::floor(middle_y) + (point->y > middle_y ? 1 : 0) : std::floor(point->y + 0.5);
     }
 }
 
 Outline Outline::OnPixelCorners() const
 {
-    Outline objResult = *this;
-    Point* const pPoints = objResult.m_aPoints.data();
-    std::size_t nFirst = 0;
-    ForEach([&](Verb eVerb, std::size_t nPoint, Point, Point) {
-        if (eVerb != Verb::Move || nPoint == nFirst)
+    Outline result = *this;
+    Point* const points = result.points_.data();
+    std::size_t first = 0;
+    ForEach([&](Verb verb, std::size_t point, Point, Point) {
+        if (verb != Verb::kMove || point == first)
             return;
-        MoveToCorners(pPoints + nFirst, pPoints + nPoint);
-        nFirst = nPoint;
+        MoveToCorners(points + first, points + point);
+        first = point;
     });
-    if (nFirst < m_aPoints.size())
-        MoveToCorners(pPoints + nFirst, pPoints + m_aPoints.size());
-    return objResult;
+    if (first < points_.size())
+        MoveToCorners(points + first, points + points_.size());
+    return result;
 }
 
-Outline Outline::OnPixelCentres(double dWidth) const
+Outline Outline::OnPixelCentres(double width) const
 {
-    const bool bOdd = std::fmod(std::max(1.0, std::floor(dWidth + 0.5)), 2) == 1;
+    const bool is_odd = std::fmod(std::max(1.0, std::floor(width + 0.5)), 2) == 1;
     // A line of an odd width runs through the middle of a pixel, one of an even width between two.
-    const auto dSnapped = [bOdd](double d) { return bOdd ? std::floor(d) + 0.5 : std::floor(d); };
-    Outline objResult = *this;
-    const std::size_t nPoints = m_aPoints.size();
-    std::size_t nStart = 0;
-    std::size_t nLast = 0;
-    ForEach([&](Verb eVerb, std::size_t nPoint, Point ptBefore, Point ptStart) {
-        if (eVerb == Verb::Move)
-            nStart = nLast = nPoint;
-        else if (eVerb == Verb::Curve)
-            nLast = nPoint + 2;
+    const auto snapped = [is_odd](double d) { return is_odd ? std::floor(d) + 0.5 : std::floor(d); };
+    Outline result = *this;
+    const std::size_t points = points_.size();
+    std::size_t start = 0;
+    std::size_t last = 0;
+    ForEach([&](Verb verb, std::size_t point, Point before, Point start_point) {
+        if (verb == Verb::kMove)
+            start = last = point;
+        else if (verb == Verb::kCurve)
+            last = point + 2;
         else {
-            const std::size_t nEnd = eVerb == Verb::Line ? nPoint : nStart;
-            const Point ptEnd = eVerb == Verb::Line ? m_aPoints[nPoint] : ptStart;
+            const std::size_t end = verb == Verb::kLine ? point : start;
+            const Point end_point = verb == Verb::kLine ? points_[point] : start_point;
             // The short level pieces of a curve drawn in many lines must stay where they are, or it gets
             // dents.
-            const bool bLong = dLength(ptEnd - ptBefore) >= 4 || nPoints <= 5;
-            const bool bLevel = bLong && bSame(ptEnd.y, ptBefore.y);
-            const bool bUpright = bLong && bSame(ptEnd.x, ptBefore.x);
-            if (bLevel)
-                objResult.m_aPoints[nLast].y = objResult.m_aPoints[nEnd].y = dSnapped(ptBefore.y);
-            if (bUpright)
-                objResult.m_aPoints[nLast].x = objResult.m_aPoints[nEnd].x = dSnapped(ptBefore.x);
-            nLast = nEnd;
+            const bool is_long = LengthOf(end_point - before) >= 4 || points <= 5;
+            const bool is_level = is_long && IsSame(end_point.y, before.y);
+            const bool upright = is_long && IsSame(end_point.x, before.x);
+            if (is_level)
+                result.points_[last].y = result.points_[end].y = snapped(before.y);
+            if (upright)
+                result.points_[last].x = result.points_[end].x = snapped(before.x);
+            last = end;
         }
     });
-    return objResult;
+    return result;
 }
 
 double Outline::Length() const
 {
-    double dSum = 0;
-    ForEach([&](Verb eVerb, std::size_t nPoint, Point ptBefore, Point ptStart) {
-        if (eVerb == Verb::Line)
-            dSum += dLength(m_aPoints[nPoint] - ptBefore);
-        else if (eVerb == Verb::Close)
-            dSum += dLength(ptStart - ptBefore);
-        else if (eVerb == Verb::Curve)
-            dSum += dLength(m_aPoints[nPoint] - ptBefore) +
-                    dLength(m_aPoints[nPoint + 1] - m_aPoints[nPoint]) +
-                    dLength(m_aPoints[nPoint + 2] - m_aPoints[nPoint + 1]);
+    double sum = 0;
+    ForEach([&](Verb verb, std::size_t point, Point before, Point start) {
+        if (verb == Verb::kLine)
+            sum += LengthOf(points_[point] - before);
+        else if (verb == Verb::kClose)
+            sum += LengthOf(start - before);
+        else if (verb == Verb::kCurve)
+            sum += LengthOf(points_[point] - before) + LengthOf(points_[point + 1] - points_[point]) +
+                   LengthOf(points_[point + 2] - points_[point + 1]);
     });
-    return dSum;
+    return sum;
 }
 
-std::uint64_t Outline::Work(std::int32_t lTop, std::int32_t lBottom) const
+std::uint64_t Outline::Work(std::int32_t top, std::int32_t bottom) const
 {
-    const auto dRows = [&](Point ptA, Point ptB) {
-        const double dTop = std::max<double>(std::min(ptA.y, ptB.y), lTop);
-        return std::max(0.0, std::min<double>(std::max(ptA.y, ptB.y), lBottom) - dTop);
+    const auto rows = [&](Point a, Point b) {
+        const double upper = std::max<double>(std::min(a.y, b.y), top);
+        return std::max(0.0, std::min<double>(std::max(a.y, b.y), bottom) - upper);
     };
-    double dSum = 0;
-    ForEach([&](Verb eVerb, std::size_t nPoint, Point ptBefore, Point ptStart) {
-        if (eVerb == Verb::Line)
-            dSum += dRows(ptBefore, m_aPoints[nPoint]);
-        else if (eVerb == Verb::Close)
-            dSum += dRows(ptBefore, ptStart);
-        else if (eVerb == Verb::Curve)
-            dSum += 200 + dRows(ptBefore, m_aPoints[nPoint]) +
-                    dRows(m_aPoints[nPoint], m_aPoints[nPoint + 1]) +
-                    dRows(m_aPoints[nPoint + 1], m_aPoints[nPoint + 2]);
+    double sum = 0;
+    ForEach([&](Verb verb, std::size_t point, Point before, Point start) {
+        if (verb == Verb::kLine)
+            sum += rows(before, points_[point]);
+        else if (verb == Verb::kClose)
+            sum += rows(before, start);
+        else if (verb == Verb::kCurve)
+            sum += 200 + rows(before, points_[point]) + rows(points_[point], points_[point + 1]) +
+                   rows(points_[point + 1], points_[point + 2]);
     });
-    return static_cast<std::uint64_t>(dSum) * 4 + m_aPoints.size() * 16;
+    return static_cast<std::uint64_t>(sum) * 4 + points_.size() * 16;
 }
 
-void Outline::AddTo(cairo_t* pCairo) const
+void Outline::AddTo(cairo_t* cairo) const
 {
-    ForEach([&](Verb eVerb, std::size_t nPoint, Point, Point) {
-        switch (eVerb) {
-            case Verb::Move:
-                cairo_move_to(pCairo, m_aPoints[nPoint].x, m_aPoints[nPoint].y);
+    ForEach([&](Verb verb, std::size_t point, Point, Point) {
+        switch (verb) {
+            case Verb::kMove:
+                cairo_move_to(cairo, points_[point].x, points_[point].y);
                 break;
-            case Verb::Line:
-                cairo_line_to(pCairo, m_aPoints[nPoint].x, m_aPoints[nPoint].y);
+            case Verb::kLine:
+                cairo_line_to(cairo, points_[point].x, points_[point].y);
                 break;
-            case Verb::Curve:
-                cairo_curve_to(pCairo, m_aPoints[nPoint].x, m_aPoints[nPoint].y, m_aPoints[nPoint + 1].x,
-                               m_aPoints[nPoint + 1].y, m_aPoints[nPoint + 2].x, m_aPoints[nPoint + 2].y);
+            case Verb::kCurve:
+                cairo_curve_to(cairo, points_[point].x, points_[point].y, points_[point + 1].x,
+                               points_[point + 1].y, points_[point + 2].x, points_[point + 2].y);
                 break;
-            case Verb::Close:
-                cairo_close_path(pCairo);
+            case Verb::kClose:
+                cairo_close_path(cairo);
                 break;
         }
     });

@@ -16,79 +16,79 @@ constexpr std::uint8_t kRopNothing = 0xAA;
 
 /// Binary raster operation 1 to 16 of pen and destination: bit (pen, destination) of the number less 1,
 /// counted 00, 01, 10, 11 from the low end, says what comes out.
-inline std::uint32_t nRop2(int nOperation, std::uint32_t nDestination, std::uint32_t nPen)
+inline std::uint32_t Rop2(int operation, std::uint32_t destination, std::uint32_t pen)
 {
-    const unsigned nTable = static_cast<unsigned>(nOperation - 1);
-    std::uint32_t nResult = 0;
-    if (nTable & 1)
-        nResult |= ~nPen & ~nDestination;
-    if (nTable & 2)
-        nResult |= ~nPen & nDestination;
-    if (nTable & 4)
-        nResult |= nPen & ~nDestination;
-    if (nTable & 8)
-        nResult |= nPen & nDestination;
-    return nResult & 0xFFFFFF;
+    const unsigned table = static_cast<unsigned>(operation - 1);
+    std::uint32_t result = 0;
+    if (table & 1)
+        result |= ~pen & ~destination;
+    if (table & 2)
+        result |= ~pen & destination;
+    if (table & 4)
+        result |= pen & ~destination;
+    if (table & 8)
+        result |= pen & destination;
+    return result & 0xFFFFFF;
 }
 
-/// Ternary raster operation: the same with bit (pattern, source, destination) of nOperation.
-inline std::uint32_t nRop3(std::uint8_t nOperation, std::uint32_t nDestination, std::uint32_t nSource,
-                           std::uint32_t nPattern)
+/// Ternary raster operation: the same with bit (pattern, source, destination) of operation.
+inline std::uint32_t Rop3(std::uint8_t operation, std::uint32_t destination, std::uint32_t source,
+                          std::uint32_t pattern)
 {
-    const auto nHalf = [&](unsigned nTable) {
-        std::uint32_t nResult = 0;
-        if (nTable & 1)
-            nResult |= ~nSource & ~nDestination;
-        if (nTable & 2)
-            nResult |= ~nSource & nDestination;
-        if (nTable & 4)
-            nResult |= nSource & ~nDestination;
-        if (nTable & 8)
-            nResult |= nSource & nDestination;
-        return nResult;
+    const auto half = [&](unsigned table) {
+        std::uint32_t result = 0;
+        if (table & 1)
+            result |= ~source & ~destination;
+        if (table & 2)
+            result |= ~source & destination;
+        if (table & 4)
+            result |= source & ~destination;
+        if (table & 8)
+            result |= source & destination;
+        return result;
     };
-    return ((nHalf(nOperation & 15u) & ~nPattern) | (nHalf(nOperation >> 4) & nPattern)) & 0xFFFFFF;
+    return ((half(operation & 15u) & ~pattern) | (half(operation >> 4) & pattern)) & 0xFFFFFF;
 }
 
 /// True if the outcome depends on the source (or on the pattern).
-inline bool bUsesSource(std::uint8_t nOperation)
+inline bool UsesSource(std::uint8_t operation)
 {
-    return ((nOperation >> 2) & 0x33) != (nOperation & 0x33);
+    return ((operation >> 2) & 0x33) != (operation & 0x33);
 }
-inline bool bUsesPattern(std::uint8_t nOperation)
+inline bool UsesPattern(std::uint8_t operation)
 {
-    return (nOperation >> 4) != (nOperation & 15);
-}
-
-/// nProduct / 255 rounded, for products of two bytes.
-inline std::uint32_t nDividedBy255(std::uint32_t nProduct)
-{
-    nProduct += 128;
-    return (nProduct + (nProduct >> 8)) >> 8;
+    return (operation >> 4) != (operation & 15);
 }
 
-/// All four bytes of nPixel times nLevel / 255.
-inline std::uint32_t nScaled(std::uint32_t nPixel, std::uint32_t nLevel)
+/// product / 255 rounded, for products of two bytes.
+inline std::uint32_t DividedBy255(std::uint32_t product)
 {
-    if (nLevel == 255)
-        return nPixel;
-    std::uint32_t nResult = 0;
-    for (unsigned nShift = 0; nShift < 32; nShift += 8)
-        nResult |= nDividedBy255((nPixel >> nShift & 255) * nLevel) << nShift;
-    return nResult;
+    product += 128;
+    return (product + (product >> 8)) >> 8;
 }
 
-/// nSource (alpha, and colours already multiplied by it) laid over an opaque pixel.
-inline std::uint32_t nOver(std::uint32_t nDestination, std::uint32_t nSource)
+/// All four bytes of pixel times level / 255.
+inline std::uint32_t Scaled(std::uint32_t pixel, std::uint32_t level)
 {
-    const std::uint32_t nAlpha = nSource >> 24;
-    if (nAlpha == 255)
-        return nSource & 0xFFFFFF;
-    std::uint32_t nResult = 0;
-    for (unsigned nShift = 0; nShift < 24; nShift += 8) {
-        const std::uint32_t nSum =
-            (nSource >> nShift & 255) + nDividedBy255((nDestination >> nShift & 255) * (255 - nAlpha));
-        nResult |= (nSum > 255 ? 255 : nSum) << nShift;
+    if (level == 255)
+        return pixel;
+    std::uint32_t result = 0;
+    for (unsigned shift = 0; shift < 32; shift += 8)
+        result |= DividedBy255((pixel >> shift & 255) * level) << shift;
+    return result;
+}
+
+/// source (alpha, and colours already multiplied by it) laid over an opaque pixel.
+inline std::uint32_t BlendOver(std::uint32_t destination, std::uint32_t source)
+{
+    const std::uint32_t alpha = source >> 24;
+    if (alpha == 255)
+        return source & 0xFFFFFF;
+    std::uint32_t result = 0;
+    for (unsigned shift = 0; shift < 24; shift += 8) {
+        const std::uint32_t sum =
+            (source >> shift & 255) + DividedBy255((destination >> shift & 255) * (255 - alpha));
+        result |= (sum > 255 ? 255 : sum) << shift;
     }
-    return nResult;
+    return result;
 }

@@ -11,224 +11,220 @@ static constexpr std::uint32_t kHeader = 40;
 static constexpr std::uint32_t kHeaderWithAlphaMask = 56;
 static constexpr std::uint32_t kBitfields = 3;
 
-std::optional<DibShape> objDibShape(Bytes aHeader)
+std::optional<DibShape> DibShapeOf(Bytes header)
 {
-    ByteReader rd(aHeader);
-    const std::uint32_t nSize = rd.U32Le();
-    DibShape objShape;
-    objShape.lWidth = nSize == kOldHeader ? rd.U16Le() : rd.I32Le();
-    objShape.lHeight = nSize == kOldHeader ? rd.U16Le() : rd.I32Le();
-    rd.U16Le();
-    objShape.nBits = rd.U16Le();
-    objShape.bTopDown = objShape.lHeight < 0;
-    objShape.lHeight = objShape.bTopDown ? -objShape.lHeight : objShape.lHeight;
-    if (rd.Failed() || objShape.lWidth <= 0 || objShape.lHeight == 0)
+    ByteReader reader(header);
+    const std::uint32_t size = reader.U32Le();
+    DibShape shape;
+    shape.width = size == kOldHeader ? reader.U16Le() : reader.I32Le();
+    shape.height = size == kOldHeader ? reader.U16Le() : reader.I32Le();
+    reader.U16Le();
+    shape.bits = reader.U16Le();
+    shape.top_down = shape.height < 0;
+    shape.height = shape.top_down ? -shape.height : shape.height;
+    if (reader.Failed() || shape.width <= 0 || shape.height == 0)
         return std::nullopt;
-    return objShape;
+    return shape;
 }
 
 // How many palette entries the header is followed by, and where they begin.
 struct PalettePlace {
-    std::uint64_t nOffset = 0;
-    std::uint64_t nEntries = 0;
+    std::uint64_t offset = 0;
+    std::uint64_t entries = 0;
 };
 
-static PalettePlace objPalettePlace(Bytes aHeader)
+static PalettePlace FindPalette(Bytes header)
 {
-    ByteReader rd(aHeader);
-    const std::uint32_t nSize = rd.U32Le();
-    rd.Take(nSize == kOldHeader ? 6 : 10);
-    const std::uint32_t nBits = rd.U16Le();
-    const std::uint64_t nMost = nBits <= 8 ? 1ull << nBits : 0;
-    if (nSize == kOldHeader)
-        return {nSize, nMost};
-    const std::uint32_t nCompression = rd.U32Le();
-    rd.Take(12);
-    const std::uint32_t nUsed = rd.U32Le();
+    ByteReader reader(header);
+    const std::uint32_t size = reader.U32Le();
+    reader.Take(size == kOldHeader ? 6 : 10);
+    const std::uint32_t bits = reader.U16Le();
+    const std::uint64_t max = bits <= 8 ? 1ull << bits : 0;
+    if (size == kOldHeader)
+        return {size, max};
+    const std::uint32_t compression = reader.U32Le();
+    reader.Take(12);
+    const std::uint32_t used = reader.U32Le();
     // Between a short header and the palette stand the masks.
-    const std::uint64_t nMasks = nSize > kHeader              ? 0
-                                 : nCompression == kBitfields ? 12
-                                 : nCompression == 6          ? 16
-                                                              : 0;
-    return {nSize + nMasks, nUsed != 0 ? nUsed : nMost};
+    const std::uint64_t masks = size > kHeader              ? 0
+                                : compression == kBitfields ? 12
+                                : compression == 6          ? 16
+                                                            : 0;
+    return {size + masks, used != 0 ? used : max};
 }
 
-DibSource objPackedDib(Bytes aDib, bool bIndexesPalette)
+DibSource PackedDib(Bytes dib, bool indexes_palette)
 {
-    const auto objShape = objDibShape(aDib);
-    if (!objShape)
+    const auto shape = DibShapeOf(dib);
+    if (!shape)
         return {};
-    const PalettePlace objPlace = objPalettePlace(aDib);
-    const bool bOld = aDib[0] == kOldHeader;
-    const std::uint64_t nEntry = bIndexesPalette && objShape->nBits <= 8 ? 2 : bOld ? 3 : 4;
-    const std::uint64_t nBitsOffset = objPlace.nOffset + objPlace.nEntries * nEntry;
-    if (nBitsOffset > aDib.size())
+    const PalettePlace place = FindPalette(dib);
+    const bool old_header = dib[0] == kOldHeader;
+    const std::uint64_t entry = indexes_palette && shape->bits <= 8 ? 2 : old_header ? 3 : 4;
+    const std::uint64_t bits_offset = place.offset + place.entries * entry;
+    if (bits_offset > dib.size())
         return {};
-    return {aDib.first(nBitsOffset), aDib.subspan(nBitsOffset), bIndexesPalette};
+    return {dib.first(bits_offset), dib.subspan(bits_offset), indexes_palette};
 }
 
-static void PutU32(std::vector<std::uint8_t>& aBytes, std::size_t nOffset, std::uint32_t nValue)
+static void PutU32(std::vector<std::uint8_t>& bytes, std::size_t offset, std::uint32_t value)
 {
     for (std::size_t n = 0; n < 4; ++n)
-        aBytes[nOffset + n] = static_cast<std::uint8_t>(nValue >> 8 * n);
+        bytes[offset + n] = static_cast<std::uint8_t>(value >> 8 * n);
 }
 
 // The header with these colours (red, green, blue) as its palette.
-static std::vector<std::uint8_t> aWithPalette(Bytes aHeader, const std::vector<std::uint32_t>& aColors)
+static std::vector<std::uint8_t> WithPalette(Bytes header, const std::vector<std::uint32_t>& colors)
 {
-    const std::uint64_t nPalette = std::min<std::uint64_t>(objPalettePlace(aHeader).nOffset, aHeader.size());
-    std::vector<std::uint8_t> aResult(aHeader.begin(),
-                                      aHeader.begin() + static_cast<std::ptrdiff_t>(nPalette));
-    const bool bOld = aHeader[0] == kOldHeader;
-    if (!bOld && aResult.size() >= 36)
-        PutU32(aResult, 32, static_cast<std::uint32_t>(aColors.size()));
-    for (const std::uint32_t nColor : aColors) {
-        for (unsigned nShift = 0; nShift < 24; nShift += 8)
-            aResult.push_back(static_cast<std::uint8_t>(nColor >> nShift));
-        if (!bOld)
-            aResult.push_back(0);
+    const std::uint64_t palette = std::min<std::uint64_t>(FindPalette(header).offset, header.size());
+    std::vector<std::uint8_t> result(header.begin(), header.begin() + static_cast<std::ptrdiff_t>(palette));
+    const bool old_header = header[0] == kOldHeader;
+    if (!old_header && result.size() >= 36)
+        PutU32(result, 32, static_cast<std::uint32_t>(colors.size()));
+    for (const std::uint32_t color : colors) {
+        for (unsigned shift = 0; shift < 24; shift += 8)
+            result.push_back(static_cast<std::uint8_t>(color >> shift));
+        if (!old_header)
+            result.push_back(0);
     }
-    return aResult;
+    return result;
 }
 
 // The colours behind a palette of 16-bit indexes.
-static std::vector<std::uint32_t> aIndexedColors(Bytes aHeader, const DeviceContext& dc)
+static std::vector<std::uint32_t> IndexedColors(Bytes header, const DeviceContext& dc)
 {
-    const PalettePlace objPlace = objPalettePlace(aHeader);
-    ByteReader rd(aHeader);
-    rd.Take(objPlace.nOffset);
-    std::vector<std::uint32_t> aColors;
-    for (std::uint64_t n = 0; n < std::min<std::uint64_t>(objPlace.nEntries, 256) && rd.Left() >= 2; ++n)
-        aColors.push_back(dc.Resolved(0x01000000u | rd.U16Le()));
-    return aColors;
+    const PalettePlace place = FindPalette(header);
+    ByteReader reader(header);
+    reader.Take(place.offset);
+    std::vector<std::uint32_t> colors;
+    for (std::uint64_t n = 0; n < std::min<std::uint64_t>(place.entries, 256) && reader.Left() >= 2; ++n)
+        colors.push_back(dc.Resolved(0x01000000u | reader.U16Le()));
+    return colors;
 }
 
 // The header of a bitmap of 32 bits with a mask for alpha.
-static std::vector<std::uint8_t> aWithAlphaMask(Bytes aHeader)
+static std::vector<std::uint8_t> WithAlphaMask(Bytes header)
 {
-    std::vector<std::uint8_t> aResult(aHeader.begin(), aHeader.end());
-    const std::uint32_t nSize = ByteReader(aHeader).U32Le();
-    const std::uint32_t nCompression = ByteReader(aHeader.subspan(16)).U32Le();
-    if (nCompression != 0 || nSize < kHeader)
-        return aResult;
-    aResult.resize(std::max(nSize, kHeaderWithAlphaMask));
-    PutU32(aResult, 0, std::max(nSize, kHeaderWithAlphaMask));
-    PutU32(aResult, 16, kBitfields);
-    PutU32(aResult, 32, 0);
-    PutU32(aResult, 40, 0xFF0000);
-    PutU32(aResult, 44, 0xFF00);
-    PutU32(aResult, 48, 0xFF);
-    PutU32(aResult, 52, 0xFF000000);
-    return aResult;
+    std::vector<std::uint8_t> result(header.begin(), header.end());
+    const std::uint32_t size = ByteReader(header).U32Le();
+    const std::uint32_t compression = ByteReader(header.subspan(16)).U32Le();
+    if (compression != 0 || size < kHeader)
+        return result;
+    result.resize(std::max(size, kHeaderWithAlphaMask));
+    PutU32(result, 0, std::max(size, kHeaderWithAlphaMask));
+    PutU32(result, 16, kBitfields);
+    PutU32(result, 32, 0);
+    PutU32(result, 40, 0xFF0000);
+    PutU32(result, 44, 0xFF00);
+    PutU32(result, 48, 0xFF);
+    PutU32(result, 52, 0xFF000000);
+    return result;
 }
 
-std::vector<std::uint8_t> aWithHeight(Bytes aHeader, const DibShape& objShape, std::int64_t lHeight)
+std::vector<std::uint8_t> WithHeight(Bytes header, const DibShape& shape, std::int64_t height)
 {
-    std::vector<std::uint8_t> aResult(aHeader.begin(), aHeader.end());
-    const auto nStored = static_cast<std::uint32_t>(objShape.bTopDown ? -lHeight : lHeight);
-    const bool bOld = aResult[0] == 12;
-    for (std::size_t n = 0; n < (bOld ? 2u : 4u); ++n)
-        aResult[(bOld ? 6 : 8) + n] = static_cast<std::uint8_t>(nStored >> 8 * n);
-    return aResult;
+    std::vector<std::uint8_t> result(header.begin(), header.end());
+    const auto stored = static_cast<std::uint32_t>(shape.top_down ? -height : height);
+    const bool old_header = result[0] == 12;
+    for (std::size_t n = 0; n < (old_header ? 2u : 4u); ++n)
+        result[(old_header ? 6 : 8) + n] = static_cast<std::uint8_t>(stored >> 8 * n);
+    return result;
 }
 
-bool bDecoded(const DibSource& objDib, const DeviceContext& dc, DibColors eColors, ImageBuffer& aImage)
+bool DecodeBitmap(const DibSource& dib, const DeviceContext& dc, DibColors colors, ImageBuffer& image)
 {
-    const auto objShape = objDibShape(objDib.aHeader);
-    const auto fnDecode = dc.Request().DecodeDib;
-    if (!objShape || !fnDecode)
+    const auto shape = DibShapeOf(dib.header);
+    const auto decode = dc.Request().decode_dib;
+    if (!shape || !decode)
         return false;
-    const auto nPixels =
-        static_cast<std::uint64_t>(objShape->lWidth) * static_cast<std::uint64_t>(objShape->lHeight);
-    if (!dc.Work().Spend(nPixels))
+    const auto pixels = static_cast<std::uint64_t>(shape->width) * static_cast<std::uint64_t>(shape->height);
+    if (!dc.Work().Spend(pixels))
         return false;
-    std::vector<std::uint8_t> aHeader;
-    if (objShape->nBits == 1 && eColors == DibColors::TextAndBack)
-        aHeader = aWithPalette(objDib.aHeader,
-                               {dc.Resolved(dc.State.nTextColor), dc.Resolved(dc.State.nBackColor)});
-    else if (objDib.bIndexesPalette && objShape->nBits <= 8 && objShape->nBits > 0)
-        aHeader = aWithPalette(objDib.aHeader, aIndexedColors(objDib.aHeader, dc));
-    else if (eColors == DibColors::WithAlpha && objShape->nBits == 32 && objDib.aHeader.size() >= kHeader)
-        aHeader = aWithAlphaMask(objDib.aHeader);
-    if (!fnDecode(aHeader.empty() ? objDib.aHeader : Bytes(aHeader), objDib.aBits, aImage))
+    std::vector<std::uint8_t> header;
+    if (shape->bits == 1 && colors == DibColors::kTextAndBack)
+        header =
+            WithPalette(dib.header, {dc.Resolved(dc.state.text_color), dc.Resolved(dc.state.back_color)});
+    else if (dib.indexes_palette && shape->bits <= 8 && shape->bits > 0)
+        header = WithPalette(dib.header, IndexedColors(dib.header, dc));
+    else if (colors == DibColors::kWithAlpha && shape->bits == 32 && dib.header.size() >= kHeader)
+        header = WithAlphaMask(dib.header);
+    if (!decode(header.empty() ? dib.header : Bytes(header), dib.bits, image))
         return false;
     // A picture of another format inside may be larger than the header says.
-    return dc.Work().Spend(static_cast<std::uint64_t>(aImage.width) *
-                           static_cast<std::uint64_t>(aImage.height));
+    return dc.Work().Spend(static_cast<std::uint64_t>(image.width) *
+                           static_cast<std::uint64_t>(image.height));
 }
 
-bool bDecoded(const Bitmap16Source& objBitmap, const DeviceContext& dc, ImageBuffer& aImage)
+bool DecodeBitmap(const Bitmap16Source& bitmap, const DeviceContext& dc, ImageBuffer& image)
 {
-    const std::uint32_t nBits = objBitmap.nBitsPerPixel;
-    if (objBitmap.lWidth <= 0 || objBitmap.lHeight <= 0 || (nBits != 1 && nBits != 24 && nBits != 32))
+    const std::uint32_t bits = bitmap.bits_per_pixel;
+    if (bitmap.width <= 0 || bitmap.height <= 0 || (bits != 1 && bits != 24 && bits != 32))
         return false;
-    const auto nWidth = static_cast<std::uint64_t>(objBitmap.lWidth);
-    const auto nHeight = static_cast<std::uint64_t>(objBitmap.lHeight);
-    if (objBitmap.nBytesPerRow < (nWidth * nBits + 7) / 8 ||
-        objBitmap.aBits.size() < objBitmap.nBytesPerRow * nHeight || !dc.Work().Spend(nWidth * nHeight))
+    const auto width = static_cast<std::uint64_t>(bitmap.width);
+    const auto height = static_cast<std::uint64_t>(bitmap.height);
+    if (bitmap.bytes_per_row < (width * bits + 7) / 8 || bitmap.bits.size() < bitmap.bytes_per_row * height ||
+        !dc.Work().Spend(width * height))
         return false;
-    ImageBuffer aResult;
-    aResult.width = objBitmap.lWidth;
-    aResult.height = objBitmap.lHeight;
-    aResult.channels = 3;
-    aResult.bytes.resize(nWidth * nHeight * 3);
-    const std::uint32_t aColors[2] = {dc.Resolved(dc.State.nTextColor), dc.Resolved(dc.State.nBackColor)};
-    std::uint8_t* pOut = aResult.bytes.data();
-    for (std::uint64_t y = 0; y < nHeight; ++y) {
-        const Bytes aRow = objBitmap.aBits.subspan(y * objBitmap.nBytesPerRow, objBitmap.nBytesPerRow);
-        for (std::uint64_t x = 0; x < nWidth; ++x) {
+    ImageBuffer result;
+    result.width = bitmap.width;
+    result.height = bitmap.height;
+    result.channels = 3;
+    result.bytes.resize(width * height * 3);
+    const std::uint32_t colors[2] = {dc.Resolved(dc.state.text_color), dc.Resolved(dc.state.back_color)};
+    std::uint8_t* out = result.bytes.data();
+    for (std::uint64_t y = 0; y < height; ++y) {
+        const Bytes row = bitmap.bits.subspan(y * bitmap.bytes_per_row, bitmap.bytes_per_row);
+        for (std::uint64_t x = 0; x < width; ++x) {
             for (std::uint64_t c = 0; c < 3; ++c)
-                *pOut++ = nBits == 1
-                              ? static_cast<std::uint8_t>(aColors[aRow[x / 8] >> (7 - x % 8) & 1] >> 8 * c)
-                              : aRow[x * (nBits / 8) + c];
+                *out++ = bits == 1 ? static_cast<std::uint8_t>(colors[row[x / 8] >> (7 - x % 8) & 1] >> 8 * c)
+                                   : row[x * (bits / 8) + c];
         }
     }
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }
 
-static std::uint32_t nPixelAt(const std::uint8_t* pPixel, std::int32_t lChannels, bool bAlpha)
+static std::uint32_t PixelAt(const std::uint8_t* pixel, std::int32_t channels, bool has_alpha)
 {
-    const std::uint32_t nBlue = pPixel[0];
-    if (lChannels == 1)
-        return 0xFF000000 | nBlue * 0x10101;
-    const std::uint32_t nAlpha = !bAlpha ? 255 : lChannels == 4 ? pPixel[3] : 0;
-    return nAlpha << 24 | std::uint32_t{pPixel[2]} << 16 | std::uint32_t{pPixel[1]} << 8 | nBlue;
+    const std::uint32_t blue = pixel[0];
+    if (channels == 1)
+        return 0xFF000000 | blue * 0x10101;
+    const std::uint32_t alpha = !has_alpha ? 255 : channels == 4 ? pixel[3] : 0;
+    return alpha << 24 | std::uint32_t{pixel[2]} << 16 | std::uint32_t{pixel[1]} << 8 | blue;
 }
 
-Pixels objPixelsOf(const ImageBuffer& aImage, const Box& box, std::int32_t nStepX, std::int32_t nStepY,
-                   bool bAlpha)
+Pixels PixelsOf(const ImageBuffer& image, const Box& box, std::int32_t step_x, std::int32_t step_y,
+                bool has_alpha)
 {
-    Pixels objPixels;
-    objPixels.lWidth = (box.Width() + nStepX - 1) / nStepX;
-    objPixels.lHeight = (box.Height() + nStepY - 1) / nStepY;
-    objPixels.aPixels.resize(static_cast<std::size_t>(objPixels.lWidth) *
-                             static_cast<std::size_t>(objPixels.lHeight));
-    const auto pAt = [&](std::int32_t x, std::int32_t y) {
-        return aImage.bytes.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(aImage.width) +
-                                      static_cast<std::size_t>(x)) *
-                                         static_cast<std::size_t>(aImage.channels);
+    Pixels pixels;
+    pixels.width = (box.Width() + step_x - 1) / step_x;
+    pixels.height = (box.Height() + step_y - 1) / step_y;
+    pixels.pixels.resize(static_cast<std::size_t>(pixels.width) * static_cast<std::size_t>(pixels.height));
+    const auto at = [&](std::int32_t x, std::int32_t y) {
+        return image.bytes.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
+                                     static_cast<std::size_t>(x)) *
+                                        static_cast<std::size_t>(image.channels);
     };
-    std::uint32_t* pOut = objPixels.aPixels.data();
-    for (std::int32_t y = box.lTop; y < box.lBottom; y += nStepY) {
-        for (std::int32_t x = box.lLeft; x < box.lRight; x += nStepX) {
-            if (nStepX == 1 && nStepY == 1) {
-                *pOut++ = nPixelAt(pAt(x, y), aImage.channels, bAlpha);
+    std::uint32_t* out = pixels.pixels.data();
+    for (std::int32_t y = box.top; y < box.bottom; y += step_y) {
+        for (std::int32_t x = box.left; x < box.right; x += step_x) {
+            if (step_x == 1 && step_y == 1) {
+                *out++ = PixelAt(at(x, y), image.channels, has_alpha);
                 continue;
             }
-            std::uint64_t aSum[4] = {};
-            std::uint64_t nCount = 0;
-            for (std::int32_t v = y; v < std::min(y + nStepY, box.lBottom); ++v)
-                for (std::int32_t u = x; u < std::min(x + nStepX, box.lRight); ++u, ++nCount) {
-                    const std::uint32_t nPixel = nPixelAt(pAt(u, v), aImage.channels, bAlpha);
+            std::uint64_t sum[4] = {};
+            std::uint64_t count = 0;
+            for (std::int32_t v = y; v < std::min(y + step_y, box.bottom); ++v)
+                for (std::int32_t u = x; u < std::min(x + step_x, box.right); ++u, ++count) {
+                    const std::uint32_t pixel = PixelAt(at(u, v), image.channels, has_alpha);
                     for (unsigned c = 0; c < 4; ++c)
-                        aSum[c] += nPixel >> 8 * c & 255;
+                        sum[c] += pixel >> 8 * c & 255;
                 }
-            std::uint32_t nMean = 0;
+            std::uint32_t mean = 0;
             for (unsigned c = 0; c < 4; ++c)
-                nMean |= static_cast<std::uint32_t>((aSum[c] + nCount / 2) / nCount) << 8 * c;
-            *pOut++ = nMean;
+                mean |= static_cast<std::uint32_t>((sum[c] + count / 2) / count) << 8 * c;
+            *out++ = mean;
         }
     }
-    return objPixels;
+    return pixels;
 }

@@ -13,31 +13,31 @@ class DeviceContext;
 
 /// What a bitmap's header says of its size.
 struct DibShape {
-    std::int64_t lWidth = 0;
-    std::int64_t lHeight = 0;  ///< without its sign
-    bool bTopDown = false;
-    std::uint32_t nBits = 0;
+    std::int64_t width = 0;
+    std::int64_t height = 0;  ///< without its sign
+    bool top_down = false;
+    std::uint32_t bits = 0;
 };
-std::optional<DibShape> objDibShape(Bytes aHeader);
+std::optional<DibShape> DibShapeOf(Bytes header);
 
 /// A packed bitmap parted into header with palette and bits, as WMF records hold it. Empty when it is none.
-DibSource objPackedDib(Bytes aDib, bool bIndexesPalette);
+DibSource PackedDib(Bytes dib, bool indexes_palette);
 
-/// The header, which objShape was read from, for another number of rows.
-std::vector<std::uint8_t> aWithHeight(Bytes aHeader, const DibShape& objShape, std::int64_t lHeight);
+/// The header, which shape was read from, for another number of rows.
+std::vector<std::uint8_t> WithHeight(Bytes header, const DibShape& shape, std::int64_t height);
 
 enum class DibColors {
-    AsStored,
-    WithAlpha,    ///< the high byte of 32 bits is alpha, whatever the header says
-    TextAndBack,  ///< two colours, which are those of the text and its background
+    kAsStored,
+    kWithAlpha,    ///< the high byte of 32 bits is alpha, whatever the header says
+    kTextAndBack,  ///< two colours, which are those of the text and its background
 };
 
 /// Decodes a bitmap. False for a broken one, or when the work isn't granted.
-bool bDecoded(const DibSource& objDib, const DeviceContext& dc, DibColors eColors, ImageBuffer& aImage);
+bool DecodeBitmap(const DibSource& dib, const DeviceContext& dc, DibColors colors, ImageBuffer& image);
 /// The same of an old bitmap: one bit a pixel takes the colours of text and background.
-bool bDecoded(const Bitmap16Source& objBitmap, const DeviceContext& dc, ImageBuffer& aImage);
+bool DecodeBitmap(const Bitmap16Source& bitmap, const DeviceContext& dc, ImageBuffer& image);
 
-/// The part of a picture within box, each pixel of it the mean of nStepX by nStepY pixels (1 for the pixels
+/// The part of a picture within box, each pixel of it the mean of step_x by step_y pixels (1 for the pixels
 /// themselves). Alpha is taken over only on demand.
-Pixels objPixelsOf(const ImageBuffer& aImage, const Box& box, std::int32_t nStepX, std::int32_t nStepY,
-                   bool bAlpha);
+Pixels PixelsOf(const ImageBuffer& image, const Box& box, std::int32_t step_x, std::int32_t step_y,
+                bool has_alpha);

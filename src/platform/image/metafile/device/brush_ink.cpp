@@ -8,67 +8,66 @@
 static constexpr std::int64_t kMostPatternPixels = 4'000'000;
 
 // Hatches have one line in eight pixels of the picture, whatever its scale.
-static bool bOnHatch(std::uint32_t nHatch, std::int32_t x, std::int32_t y)
+static bool IsOnHatch(std::uint32_t hatch, std::int32_t x, std::int32_t y)
 {
-    const bool bLevel = y == 3;
-    const bool bUpright = x == 4;
-    const bool bFalling = x == y;
-    const bool bRising = x + y == 7;
-    switch (nHatch) {
+    const bool is_level = y == 3;
+    const bool upright = x == 4;
+    const bool falling = x == y;
+    const bool rising = x + y == 7;
+    switch (hatch) {
         case 0:
-            return bLevel;
+            return is_level;
         case 1:
-            return bUpright;
+            return upright;
         case 2:
-            return bFalling;
+            return falling;
         case 3:
-            return bRising;
+            return rising;
         case 4:
-            return bLevel || bUpright;
+            return is_level || upright;
         default:
-            return bFalling || bRising;
+            return falling || rising;
     }
 }
 
-static std::optional<Ink> objTileInk(const ImageBuffer& aImage)
+static std::optional<Ink> TileInk(const ImageBuffer& image)
 {
-    const bool bTooLarge = std::int64_t{aImage.width} * aImage.height > kMostPatternPixels ||
-                           aImage.width > kMaxSurfaceSide || aImage.height > kMaxSurfaceSide;
-    if (bTooLarge)
+    const bool too_large = std::int64_t{image.width} * image.height > kMostPatternPixels ||
+                           image.width > kMaxSurfaceSide || image.height > kMaxSurfaceSide;
+    if (too_large)
         return std::nullopt;
-    const Box boxAll{0, 0, aImage.width, aImage.height};
-    return Ink{0, std::make_shared<const Pixels>(objPixelsOf(aImage, boxAll, 1, 1, false)), 0, 0};
+    const Box all{0, 0, image.width, image.height};
+    return Ink{0, std::make_shared<const Pixels>(PixelsOf(image, all, 1, 1, false)), 0, 0};
 }
 
-std::optional<Ink> objInkOf(const Brush& objBrush, const DeviceContext& dc)
+std::optional<Ink> BrushInk(const Brush& brush, const DeviceContext& dc)
 {
-    ImageBuffer aImage;
-    switch (objBrush.eKind) {
-        case BrushKind::Null:
+    ImageBuffer image;
+    switch (brush.kind) {
+        case BrushKind::kNull:
             return std::nullopt;
-        case BrushKind::Solid:
-            return Ink{dc.Resolved(objBrush.nColor), nullptr, 0, 0};
-        case BrushKind::Hatched: {
+        case BrushKind::kSolid:
+            return Ink{dc.Resolved(brush.color), nullptr, 0, 0};
+        case BrushKind::kHatched: {
             // The numbers above are dithered and solid fills.
-            if (objBrush.nHatch > 5)
-                return Ink{dc.Resolved(objBrush.nColor), nullptr, 0, 0};
-            Pixels objTile{8, 8, std::vector<std::uint32_t>(64)};
-            const std::uint32_t nBack =
-                dc.State.bOpaqueBack ? dc.Resolved(dc.State.nBackColor) | 0xFF000000 : 0;
+            if (brush.hatch > 5)
+                return Ink{dc.Resolved(brush.color), nullptr, 0, 0};
+            Pixels tile{8, 8, std::vector<std::uint32_t>(64)};
+            const std::uint32_t back =
+                dc.state.opaque_back ? dc.Resolved(dc.state.back_color) | 0xFF000000 : 0;
             for (std::int32_t y = 0; y < 8; ++y)
                 for (std::int32_t x = 0; x < 8; ++x)
-                    objTile.Row(y)[x] =
-                        bOnHatch(objBrush.nHatch, x, y) ? dc.Resolved(objBrush.nColor) | 0xFF000000 : nBack;
-            return Ink{0, std::make_shared<const Pixels>(std::move(objTile)), 0, 0};
+                    tile.Row(y)[x] =
+                        IsOnHatch(brush.hatch, x, y) ? dc.Resolved(brush.color) | 0xFF000000 : back;
+            return Ink{0, std::make_shared<const Pixels>(std::move(tile)), 0, 0};
         }
-        case BrushKind::Dib:
-            return bDecoded(objBrush.objDib, dc, DibColors::AsStored, aImage) ? objTileInk(aImage)
-                                                                              : std::nullopt;
-        case BrushKind::MonoDib:
-            return bDecoded(objBrush.objDib, dc, DibColors::TextAndBack, aImage) ? objTileInk(aImage)
-                                                                                 : std::nullopt;
-        case BrushKind::Bitmap16:
-            return bDecoded(objBrush.objBitmap16, dc, aImage) ? objTileInk(aImage) : std::nullopt;
+        case BrushKind::kDib:
+            return DecodeBitmap(brush.dib, dc, DibColors::kAsStored, image) ? TileInk(image) : std::nullopt;
+        case BrushKind::kMonoDib:
+            return DecodeBitmap(brush.dib, dc, DibColors::kTextAndBack, image) ? TileInk(image)
+                                                                               : std::nullopt;
+        case BrushKind::kBitmap16:
+            return DecodeBitmap(brush.bitmap16, dc, image) ? TileInk(image) : std::nullopt;
     }
     return std::nullopt;
 }

@@ -11,4 +11,4 @@ class DeviceContext;
 
 /// The colour or the repeating picture of a brush, with the colours that the context has now. Nothing for the
 /// null brush, a broken bitmap, or one larger than a pattern can be.
-std::optional<Ink> objInkOf(const Brush& objBrush, const DeviceContext& dc);
+std::optional<Ink> BrushInk(const Brush& brush, const DeviceContext& dc);

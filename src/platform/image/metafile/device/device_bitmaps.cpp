@@ -6,281 +6,277 @@
 
 static constexpr int kHalftone = 4;
 
-Corners objCornersOf(const Rect& rc, const Affine& objMap)
+Corners CornersOf(const Rect& rect, const Affine& map)
 {
-    return {ptTamed(objMap.Apply({rc.dLeft, rc.dTop})), ptTamed(objMap.Apply({rc.dRight, rc.dTop})),
-            ptTamed(objMap.Apply({rc.dLeft, rc.dBottom}))};
+    return {Tamed(map.Apply({rect.left, rect.top})), Tamed(map.Apply({rect.right, rect.top})),
+            Tamed(map.Apply({rect.left, rect.bottom}))};
 }
 
-enum class Sampling { Nearest, Smooth };
+enum class Sampling { kNearest, kSmooth };
 
 /// Where a bitmap comes, and how its pixels are found.
 struct Placement {
-    Outline objShape;           ///< on the picture
-    Affine objSourceToPicture;  ///< pixels of the whole bitmap to pixels of the picture
-    bool bUpright = false;
-    Rect rcValid;  ///< the part of the source that exists
+    Outline shape;             ///< on the picture
+    Affine source_to_picture;  ///< pixels of the whole bitmap to pixels of the picture
+    bool upright = false;
+    Rect valid;  ///< the part of the source that exists
 };
 
 // Moves an edge to a pixel corner; two edges that were apart stay a pixel apart.
-static void RoundEdges(double& dA, double& dB)
+static void RoundEdges(double& a, double& b)
 {
-    const double dRoundA = std::floor(dA + 0.5);
-    double dRoundB = std::floor(dB + 0.5);
-    if (dRoundA == dRoundB && dA != dB)
-        dRoundB += dB > dA ? 1 : -1;
-    dA = dRoundA;
-    dB = dRoundB;
+    const double round_a = std::floor(a + 0.5);
+    double round_b = std::floor(b + 0.5);
+    if (round_a == round_b && a != b)
+        round_b += b > a ? 1 : -1;
+    a = round_a;
+    b = round_b;
 }
 
-static std::optional<Placement> objPlaced(const BitmapPart& objPart, Corners objCorners)
+static std::optional<Placement> PlaceBitmap(const BitmapPart& part, Corners corners)
 {
-    const Rect& rc = objPart.rcSource;
-    const Rect rcAll{0, 0, static_cast<double>(objPart.aImage.width),
-                     static_cast<double>(objPart.aImage.height)};
-    if (rc.Width() == 0 || rc.Height() == 0 || !std::isfinite(rc.Width()) || !std::isfinite(rc.Height()))
+    const Rect& rect = part.source;
+    const Rect all{0, 0, static_cast<double>(part.image.width), static_cast<double>(part.image.height)};
+    if (rect.Width() == 0 || rect.Height() == 0 || !std::isfinite(rect.Width()) ||
+        !std::isfinite(rect.Height()))
         return std::nullopt;
-    Placement objResult;
-    const Point ptX = objCorners.ptTopRight - objCorners.ptTopLeft;
-    const Point ptY = objCorners.ptBottomLeft - objCorners.ptTopLeft;
-    objResult.bUpright = std::abs(ptX.y) < 0.01 && std::abs(ptY.x) < 0.01;
-    if (objResult.bUpright) {
+    Placement result;
+    const Point x = corners.top_right - corners.top_left;
+    const Point y = corners.bottom_left - corners.top_left;
+    result.upright = std::abs(x.y) < 0.01 && std::abs(y.x) < 0.01;
+    if (result.upright) {
         // Strips of one picture must meet without a seam, and a bitmap of the picture's scale must keep its
         // pixels.
-        RoundEdges(objCorners.ptTopLeft.x, objCorners.ptTopRight.x);
-        RoundEdges(objCorners.ptTopLeft.y, objCorners.ptBottomLeft.y);
-        objCorners.ptBottomLeft.x = objCorners.ptTopLeft.x;
-        objCorners.ptTopRight.y = objCorners.ptTopLeft.y;
+        RoundEdges(corners.top_left.x, corners.top_right.x);
+        RoundEdges(corners.top_left.y, corners.bottom_left.y);
+        corners.bottom_left.x = corners.top_left.x;
+        corners.top_right.y = corners.top_left.y;
     }
-    const Point ptStepX = (1 / rc.Width()) * (objCorners.ptTopRight - objCorners.ptTopLeft);
-    const Point ptStepY = (1 / rc.Height()) * (objCorners.ptBottomLeft - objCorners.ptTopLeft);
-    Affine& objMap = objResult.objSourceToPicture;
-    objMap = {ptStepX.x, ptStepX.y, ptStepY.x, ptStepY.y, 0, 0};
-    const Point ptMoved = objMap.ApplyToVector({rc.dLeft, rc.dTop});
-    objMap.x0 = objCorners.ptTopLeft.x - ptMoved.x;
-    objMap.y0 = objCorners.ptTopLeft.y - ptMoved.y;
-    if (!objMap.Finite() || !std::isfinite(1 / objMap.Determinant()))
+    const Point step_x = (1 / rect.Width()) * (corners.top_right - corners.top_left);
+    const Point step_y = (1 / rect.Height()) * (corners.bottom_left - corners.top_left);
+    Affine& map = result.source_to_picture;
+    map = {step_x.x, step_x.y, step_y.x, step_y.y, 0, 0};
+    const Point moved = map.ApplyToVector({rect.left, rect.top});
+    map.x0 = corners.top_left.x - moved.x;
+    map.y0 = corners.top_left.y - moved.y;
+    if (!map.Finite() || !std::isfinite(1 / map.Determinant()))
         return std::nullopt;
-    const Rect rcGood = rc.Normalised();
-    objResult.rcValid = {std::max(rcGood.dLeft, rcAll.dLeft), std::max(rcGood.dTop, rcAll.dTop),
-                         std::min(rcGood.dRight, rcAll.dRight), std::min(rcGood.dBottom, rcAll.dBottom)};
-    if (!(objResult.rcValid.Width() > 0) || !(objResult.rcValid.Height() > 0))
+    const Rect good = rect.Normalised();
+    result.valid = {std::max(good.left, all.left), std::max(good.top, all.top),
+                    std::min(good.right, all.right), std::min(good.bottom, all.bottom)};
+    if (!(result.valid.Width() > 0) || !(result.valid.Height() > 0))
         return std::nullopt;
-    objResult.objShape.AddBox(objResult.rcValid);
-    objResult.objShape = objResult.objShape.Transformed(objMap);
-    if (objResult.bUpright)
-        objResult.objShape = objResult.objShape.OnPixelCorners();
-    return objResult;
+    result.shape.AddBox(result.valid);
+    result.shape = result.shape.Transformed(map);
+    if (result.upright)
+        result.shape = result.shape.OnPixelCorners();
+    return result;
 }
 
 /// The pixels that are needed for a part of the picture, and their place.
 struct Sampled {
-    Pixels objPixels;
-    Affine objToPicture;
+    Pixels pixels;
+    Affine to_picture;
 };
 
-static std::optional<Sampled> objSampled(const DeviceContext& dc, const BitmapPart& objPart,
-                                         const Placement& objPlace, const Box& boxNeeded, Sampling eSampling,
-                                         bool bAlpha)
+static std::optional<Sampled> Sample(const DeviceContext& dc, const BitmapPart& part, const Placement& place,
+                                     const Box& needed, Sampling sampling, bool has_alpha)
 {
-    const Affine objBack = objPlace.objSourceToPicture.Inverse();
-    const Rect rcNeeded =
-        RectAround(objBack, {static_cast<double>(boxNeeded.lLeft), static_cast<double>(boxNeeded.lTop),
-                             static_cast<double>(boxNeeded.lRight), static_cast<double>(boxNeeded.lBottom)});
+    const Affine back = place.source_to_picture.Inverse();
+    const Rect needed_rect =
+        RectAround(back, {static_cast<double>(needed.left), static_cast<double>(needed.top),
+                          static_cast<double>(needed.right), static_cast<double>(needed.bottom)});
     // How many source pixels fall on one of the picture, along each axis of the source.
-    const double dShrinkX = 1 / std::max(1e-9, dLength(objPlace.objSourceToPicture.ApplyToVector({1, 0})));
-    const double dShrinkY = 1 / std::max(1e-9, dLength(objPlace.objSourceToPicture.ApplyToVector({0, 1})));
-    const double dMarginX = std::min(2 + 2 * dShrinkX, kFarthest);
-    const double dMarginY = std::min(2 + 2 * dShrinkY, kFarthest);
-    const Box boxPart = Intersection(BoxOf(objPlace.rcValid),
-                                     BoxOf({rcNeeded.dLeft - dMarginX, rcNeeded.dTop - dMarginY,
-                                            rcNeeded.dRight + dMarginX, rcNeeded.dBottom + dMarginY}));
-    if (boxPart.Empty() || !dc.Work().Spend(boxPart.Area() * 4))
+    const double shrink_x = 1 / std::max(1e-9, LengthOf(place.source_to_picture.ApplyToVector({1, 0})));
+    const double shrink_y = 1 / std::max(1e-9, LengthOf(place.source_to_picture.ApplyToVector({0, 1})));
+    const double margin_x = std::min(2 + 2 * shrink_x, kFarthest);
+    const double margin_y = std::min(2 + 2 * shrink_y, kFarthest);
+    const Box part_box = Intersection(BoxOf(place.valid),
+                                      BoxOf({needed_rect.left - margin_x, needed_rect.top - margin_y,
+                                             needed_rect.right + margin_x, needed_rect.bottom + margin_y}));
+    if (part_box.Empty() || !dc.Work().Spend(part_box.Area() * 4))
         return std::nullopt;
     // Cairo averages well as long as it shrinks to no less than some tenth; beyond that, and where its
     // pictures would be too large, squares of pixels are averaged before.
-    const auto lStep = [&](double dShrink, std::int32_t lExtent) {
-        const double dWanted = eSampling == Sampling::Smooth ? std::floor(dShrink / 6) : 1;
-        const std::int32_t lLeast = (lExtent + kMaxSurfaceSide - 1) / kMaxSurfaceSide;
-        return std::max({1, lLeast, static_cast<std::int32_t>(std::clamp(dWanted, 1.0, 65536.0))});
+    const auto step = [&](double shrink, std::int32_t extent) {
+        const double wanted = sampling == Sampling::kSmooth ? std::floor(shrink / 6) : 1;
+        const std::int32_t min = (extent + kMaxSurfaceSide - 1) / kMaxSurfaceSide;
+        return std::max({1, min, static_cast<std::int32_t>(std::clamp(wanted, 1.0, 65536.0))});
     };
-    const std::int32_t lStepX = lStep(dShrinkX, boxPart.Width());
-    const std::int32_t lStepY = lStep(dShrinkY, boxPart.Height());
-    const Affine objScale{static_cast<double>(lStepX),
-                          0,
-                          0,
-                          static_cast<double>(lStepY),
-                          static_cast<double>(boxPart.lLeft),
-                          static_cast<double>(boxPart.lTop)};
-    return Sampled{objPixelsOf(objPart.aImage, boxPart, lStepX, lStepY, bAlpha),
-                   Then(objScale, objPlace.objSourceToPicture)};
+    const std::int32_t step_x = step(shrink_x, part_box.Width());
+    const std::int32_t step_y = step(shrink_y, part_box.Height());
+    const Affine scale{static_cast<double>(step_x),
+                       0,
+                       0,
+                       static_cast<double>(step_y),
+                       static_cast<double>(part_box.left),
+                       static_cast<double>(part_box.top)};
+    return Sampled{PixelsOf(part.image, part_box, step_x, step_y, has_alpha),
+                   Then(scale, place.source_to_picture)};
 }
 
 // Draws the sampled pixels into the shape.
-static void DrawSampled(cairo_t* pCairo, const Sampled& objSource, const Placement& objPlace,
-                        Sampling eSampling, bool bSoftEdges)
+static void DrawSampled(cairo_t* cairo, const Sampled& source, const Placement& place, Sampling sampling,
+                        bool soft_edges)
 {
-    const SurfacePtr pSurface = pSurfaceOn(objSource.objPixels);
-    const PatternPtr pPattern(cairo_pattern_create_for_surface(pSurface.get()));
-    const Affine objBack = objSource.objToPicture.Inverse();
-    const cairo_matrix_t objMatrix{objBack.xx, objBack.yx, objBack.xy, objBack.yy, objBack.x0, objBack.y0};
-    cairo_pattern_set_matrix(pPattern.get(), &objMatrix);
-    cairo_pattern_set_extend(pPattern.get(), CAIRO_EXTEND_PAD);
-    cairo_pattern_set_filter(pPattern.get(),
-                             eSampling == Sampling::Smooth ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
-    cairo_set_source(pCairo, pPattern.get());
-    cairo_set_antialias(pCairo, bSoftEdges ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
-    cairo_set_operator(pCairo, bSoftEdges ? CAIRO_OPERATOR_OVER : CAIRO_OPERATOR_SOURCE);
-    objPlace.objShape.AddTo(pCairo);
-    cairo_fill(pCairo);
+    const SurfacePtr surface = SurfaceOn(source.pixels);
+    const PatternPtr pattern(cairo_pattern_create_for_surface(surface.get()));
+    const Affine back = source.to_picture.Inverse();
+    const cairo_matrix_t matrix{back.xx, back.yx, back.xy, back.yy, back.x0, back.y0};
+    cairo_pattern_set_matrix(pattern.get(), &matrix);
+    cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_PAD);
+    cairo_pattern_set_filter(pattern.get(),
+                             sampling == Sampling::kSmooth ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
+    cairo_set_source(cairo, pattern.get());
+    cairo_set_antialias(cairo, soft_edges ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+    cairo_set_operator(cairo, soft_edges ? CAIRO_OPERATOR_OVER : CAIRO_OPERATOR_SOURCE);
+    place.shape.AddTo(cairo);
+    cairo_fill(cairo);
 }
 
 // Bitmaps of about the picture's scale, and those that are shrunk, are smoothed. One that is enlarged by far
 // is meant as blocks of colour unless the file asks for a halftone.
-static Sampling eSamplingFor(const DeviceContext& dc, const Placement& objPlace)
+static Sampling SamplingFor(const DeviceContext& dc, const Placement& place)
 {
-    const Affine& objMap = objPlace.objSourceToPicture;
-    const double dX = dLength(objMap.ApplyToVector({1, 0}));
-    const double dY = dLength(objMap.ApplyToVector({0, 1}));
-    const bool bSameSize = objPlace.bUpright && std::abs(dX - 1) < 1e-9 && std::abs(dY - 1) < 1e-9;
-    if (bSameSize)
-        return Sampling::Nearest;
-    const bool bEnlarged = std::min(dX, dY) >= 2;
-    return bEnlarged && dc.State.nStretchMode != kHalftone ? Sampling::Nearest : Sampling::Smooth;
+    const Affine& map = place.source_to_picture;
+    const double x = LengthOf(map.ApplyToVector({1, 0}));
+    const double y = LengthOf(map.ApplyToVector({0, 1}));
+    const bool same_size = place.upright && std::abs(x - 1) < 1e-9 && std::abs(y - 1) < 1e-9;
+    if (same_size)
+        return Sampling::kNearest;
+    const bool enlarged = std::min(x, y) >= 2;
+    return enlarged && dc.state.stretch_mode != kHalftone ? Sampling::kNearest : Sampling::kSmooth;
 }
 
-static void Lay(DeviceContext& dc, const BitmapPart& objPart, const Placement& objPlace, Sampling eSampling,
-                bool bAlpha, bool bSoftEdges, const std::function<void(Pixels&)>& fPrepare,
-                const Canvas::Mix& fMix)
+static void Lay(DeviceContext& dc, const BitmapPart& part, const Placement& place, Sampling sampling,
+                bool has_alpha, bool soft_edges, const std::function<void(Pixels&)>& prepare,
+                const Canvas::Mix& mix)
 {
     const Clip clip = dc.CurrentClip();
-    const Box box = BoxOf(objPlace.objShape.Extents());
-    const Box boxNeeded = Intersection(Intersection(box, clip.box), dc.Target().Area());
-    if (boxNeeded.Empty())
+    const Box box = BoxOf(place.shape.Extents());
+    const Box needed = Intersection(Intersection(box, clip.box), dc.Target().Area());
+    if (needed.Empty())
         return;
     if (dc.Target().Measuring())
-        return dc.Target().Touch(boxNeeded);
-    std::optional<Sampled> objSource = objSampled(dc, objPart, objPlace, boxNeeded, eSampling, bAlpha);
-    if (!objSource)
+        return dc.Target().Touch(needed);
+    std::optional<Sampled> source = Sample(dc, part, place, needed, sampling, has_alpha);
+    if (!source)
         return;
-    fPrepare(objSource->objPixels);
+    prepare(source->pixels);
     dc.Target().Compose(
-        boxNeeded, clip,
-        [&](cairo_t* pCairo) {
-            DrawSampled(pCairo, *objSource, objPlace, eSampling, bSoftEdges && !objPlace.bUpright);
-        },
-        fMix);
+        needed, clip,
+        [&](cairo_t* cairo) { DrawSampled(cairo, *source, place, sampling, soft_edges && !place.upright); },
+        mix);
 }
 
 static void LeaveAsTheyAre(Pixels&) {}
 
-static bool bMaskSet(const BitmapMask& objMask, const BitmapPart& objPart, const Affine& objBack,
-                     std::int32_t x, std::int32_t y)
+static bool IsMaskSet(const BitmapMask& mask, const BitmapPart& part, const Affine& back, std::int32_t x,
+                      std::int32_t y)
 {
-    const Point pt = objBack.Apply({x + 0.5, y + 0.5});
-    const auto u = static_cast<std::int64_t>(std::floor(dTamed(pt.x - objPart.rcSource.dLeft))) + objMask.lX;
-    const auto v = static_cast<std::int64_t>(std::floor(dTamed(pt.y - objPart.rcSource.dTop))) + objMask.lY;
-    if (u < 0 || v < 0 || u >= objMask.aImage.width || v >= objMask.aImage.height)
+    const Point point = back.Apply({x + 0.5, y + 0.5});
+    const auto u = static_cast<std::int64_t>(std::floor(Tamed(point.x - part.source.left))) + mask.x;
+    const auto v = static_cast<std::int64_t>(std::floor(Tamed(point.y - part.source.top))) + mask.y;
+    if (u < 0 || v < 0 || u >= mask.image.width || v >= mask.image.height)
         return false;
-    const std::int64_t nIndex = (v * objMask.aImage.width + u) * objMask.aImage.channels;
-    return objMask.aImage.bytes[static_cast<std::size_t>(nIndex)] >= 128;
+    const std::int64_t index = (v * mask.image.width + u) * mask.image.channels;
+    return mask.image.bytes[static_cast<std::size_t>(index)] >= 128;
 }
 
-void DrawBitmap(DeviceContext& dc, const BitmapPart& objPart, const Corners& objCorners, std::uint8_t nRop,
-                const BitmapMask* pMask, std::uint8_t nRopOutside)
+void DrawBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corners, std::uint8_t rop,
+                const BitmapMask* mask, std::uint8_t rop_outside)
 {
-    const auto objPlace = objPlaced(objPart, objCorners);
-    if (!objPlace)
+    const auto place = PlaceBitmap(part, corners);
+    if (!place)
         return;
-    if (nRop == kRopSourceCopy && !pMask) {
-        return Lay(dc, objPart, *objPlace, eSamplingFor(dc, *objPlace), false, true, LeaveAsTheyAre,
-                   [](std::int32_t, std::int32_t, std::uint32_t nOld, std::uint32_t nNew,
-                      std::uint32_t nLevel) { return nOver(nOld, nScaled(nNew, nLevel)); });
+    if (rop == kRopSourceCopy && !mask) {
+        return Lay(dc, part, *place, SamplingFor(dc, *place), false, true, LeaveAsTheyAre,
+                   [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source,
+                      std::uint32_t level) { return BlendOver(old, Scaled(source, level)); });
     }
-    const Ink objInk = dc.InkOf(dc.State.pBrush).value_or(Ink{0xFFFFFF, nullptr, 0, 0});
-    const Affine objBack = objPlace->objSourceToPicture.Inverse();
+    const Ink ink = dc.InkOf(dc.state.brush).value_or(Ink{0xFFFFFF, nullptr, 0, 0});
+    const Affine back = place->source_to_picture.Inverse();
     // A mean of two colours has no bitwise meaning, so nothing is smoothed.
-    Lay(dc, objPart, *objPlace, Sampling::Nearest, false, false, LeaveAsTheyAre,
-        [&](std::int32_t x, std::int32_t y, std::uint32_t nOld, std::uint32_t nNew, std::uint32_t nLevel) {
-            if (nNew >> 24 < 128 || nLevel < 128)
-                return nOld;
-            const bool bInside = !pMask || bMaskSet(*pMask, objPart, objBack, x, y);
-            return nRop3(bInside ? nRop : nRopOutside, nOld, nNew, objInk.At(x, y));
+    Lay(dc, part, *place, Sampling::kNearest, false, false, LeaveAsTheyAre,
+        [&](std::int32_t x, std::int32_t y, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
+            if (source >> 24 < 128 || level < 128)
+                return old;
+            const bool inside = !mask || IsMaskSet(*mask, part, back, x, y);
+            return Rop3(inside ? rop : rop_outside, old, source, ink.At(x, y));
         });
 }
 
-void BlendBitmap(DeviceContext& dc, const BitmapPart& objPart, const Corners& objCorners,
-                 std::uint32_t nAlpha, bool bOwnAlpha)
+void BlendBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corners, std::uint32_t alpha,
+                 bool own_alpha)
 {
-    const auto objPlace = objPlaced(objPart, objCorners);
-    if (!objPlace)
+    const auto place = PlaceBitmap(part, corners);
+    if (!place)
         return;
-    Lay(dc, objPart, *objPlace, eSamplingFor(dc, *objPlace), bOwnAlpha, true, LeaveAsTheyAre,
-        [nAlpha](std::int32_t, std::int32_t, std::uint32_t nOld, std::uint32_t nNew, std::uint32_t nLevel) {
-            return nOver(nOld, nScaled(nNew, nDividedBy255(nLevel * nAlpha)));
+    Lay(dc, part, *place, SamplingFor(dc, *place), own_alpha, true, LeaveAsTheyAre,
+        [alpha](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
+            return BlendOver(old, Scaled(source, DividedBy255(level * alpha)));
         });
 }
 
-void DrawBitmapBut(DeviceContext& dc, const BitmapPart& objPart, const Corners& objCorners,
-                   std::uint32_t nLeftOut)
+void DrawBitmapBut(DeviceContext& dc, const BitmapPart& part, const Corners& corners, std::uint32_t left_out)
 {
-    const auto objPlace = objPlaced(objPart, objCorners);
-    if (!objPlace)
+    const auto place = PlaceBitmap(part, corners);
+    if (!place)
         return;
-    const auto fnClear = [nLeftOut](Pixels& objPixels) {
-        std::replace(objPixels.aPixels.begin(), objPixels.aPixels.end(), nLeftOut | 0xFF000000, 0u);
+    const auto clear = [left_out](Pixels& pixels) {
+        std::replace(pixels.pixels.begin(), pixels.pixels.end(), left_out | 0xFF000000, 0u);
     };
-    Lay(dc, objPart, *objPlace, Sampling::Nearest, false, true, fnClear,
-        [](std::int32_t, std::int32_t, std::uint32_t nOld, std::uint32_t nNew, std::uint32_t nLevel) {
-            return nOver(nOld, nScaled(nNew, nLevel));
+    Lay(dc, part, *place, Sampling::kNearest, false, true, clear,
+        [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
+            return BlendOver(old, Scaled(source, level));
         });
 }
 
-void PaintRect(DeviceContext& dc, const Rect& rc, std::uint8_t nRop)
+void PaintRect(DeviceContext& dc, const Rect& rect, std::uint8_t rop)
 {
-    Outline objShape;
-    objShape.AddBox(rc);
-    objShape = objShape.Transformed(dc.LogicalToPicture());
-    if (objShape.Rectilinear())
-        objShape = objShape.OnPixelCorners();
-    const std::optional<Ink> objInk = dc.InkOf(dc.State.pBrush);
-    if (nRop == kRopNothing || (bUsesPattern(nRop) && !objInk))
+    Outline shape;
+    shape.AddBox(rect);
+    shape = shape.Transformed(dc.LogicalToPicture());
+    if (shape.Rectilinear())
+        shape = shape.OnPixelCorners();
+    const std::optional<Ink> ink = dc.InkOf(dc.state.brush);
+    if (rop == kRopNothing || (UsesPattern(rop) && !ink))
         return;
-    if (nRop == kRopPatternCopy)
-        return dc.Fill(objShape, *objInk, kRop2Copy);
-    if (nRop == 0x00 || nRop == 0xFF)
-        return dc.Fill(objShape, Ink{nRop == 0 ? 0u : 0xFFFFFFu, nullptr, 0, 0}, kRop2Copy);
-    const Ink objPattern = objInk.value_or(Ink{});
+    if (rop == kRopPatternCopy)
+        return dc.Fill(shape, *ink, kRop2Copy);
+    if (rop == 0x00 || rop == 0xFF)
+        return dc.Fill(shape, Ink{rop == 0 ? 0u : 0xFFFFFFu, nullptr, 0, 0}, kRop2Copy);
+    const Ink pattern = ink.value_or(Ink{});
     dc.Target().Compose(
-        BoxOf(objShape.Extents()), dc.CurrentClip(),
-        [&](cairo_t* pCairo) {
-            cairo_set_antialias(pCairo, CAIRO_ANTIALIAS_NONE);
-            objShape.AddTo(pCairo);
-            cairo_fill(pCairo);
+        BoxOf(shape.Extents()), dc.CurrentClip(),
+        [&](cairo_t* cairo) {
+            cairo_set_antialias(cairo, CAIRO_ANTIALIAS_NONE);
+            shape.AddTo(cairo);
+            cairo_fill(cairo);
         },
-        [&](std::int32_t x, std::int32_t y, std::uint32_t nOld, std::uint32_t nNew, std::uint32_t nLevel) {
-            return nNew >> 24 >= 128 && nLevel >= 128 ? nRop3(nRop, nOld, nOld, objPattern.At(x, y)) : nOld;
+        [&](std::int32_t x, std::int32_t y, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
+            return source >> 24 >= 128 && level >= 128 ? Rop3(rop, old, old, pattern.At(x, y)) : old;
         });
 }
 
-bool bCopyPicture(DeviceContext& dc, const Rect& rc, ImageBuffer& aImage)
+bool CopyPicture(DeviceContext& dc, const Rect& rect, ImageBuffer& image)
 {
-    Canvas& objCanvas = dc.Target();
-    const Box box = Intersection(BoxOf(RectAround(dc.LogicalToPicture(), rc), true), objCanvas.Area());
-    if (box.Empty() || objCanvas.Measuring() || !dc.Work().Spend(box.Area()))
+    Canvas& canvas = dc.Target();
+    const Box box = Intersection(BoxOf(RectAround(dc.LogicalToPicture(), rect), true), canvas.Area());
+    if (box.Empty() || canvas.Measuring() || !dc.Work().Spend(box.Area()))
         return false;
-    ImageBuffer aResult;
-    aResult.width = box.Width();
-    aResult.height = box.Height();
-    aResult.channels = 3;
-    aResult.bytes.resize(box.Area() * 3);
-    std::uint8_t* pOut = aResult.bytes.data();
-    for (std::int32_t y = box.lTop; y < box.lBottom; ++y) {
-        const std::uint32_t* pRow = objCanvas.Row(y) + (box.lLeft - objCanvas.Area().lLeft);
+    ImageBuffer result;
+    result.width = box.Width();
+    result.height = box.Height();
+    result.channels = 3;
+    result.bytes.resize(box.Area() * 3);
+    std::uint8_t* out = result.bytes.data();
+    for (std::int32_t y = box.top; y < box.bottom; ++y) {
+        const std::uint32_t* row = canvas.Row(y) + (box.left - canvas.Area().left);
         for (std::int32_t x = 0; x < box.Width(); ++x)
             for (unsigned c = 0; c < 3; ++c)
-                *pOut++ = static_cast<std::uint8_t>(pRow[x] >> 8 * c);
+                *out++ = static_cast<std::uint8_t>(row[x] >> 8 * c);
     }
-    aImage = std::move(aResult);
+    image = std::move(result);
     return true;
 }

@@ -15,244 +15,241 @@ static constexpr int kMapIsotropic = 7;
 // WMF knows no device; its metric map modes are held to a screen's resolution.
 static constexpr double kScreenDotsPerMillimetre = 96 / 25.4;
 
-DeviceContext::DeviceContext(Canvas& objCanvas, const MetafileRequest& objRequest)
-    : m_objCanvas(objCanvas), m_objRequest(objRequest), m_objFonts(objCanvas.Work())
+DeviceContext::DeviceContext(Canvas& canvas, const MetafileRequest& request)
+    : canvas_(canvas), request_(request), fonts_(canvas.Work())
 {
-    for (const std::uint32_t nStock : {0u, 7u, 13u})
-        Select(objStock(nStock));
-    State.pPalette = pDefaultPalette();
+    for (const std::uint32_t stock : {0u, 7u, 13u})
+        Select(Stock(stock));
+    state.palette = DefaultPalette();
     ResetClip();
-    State.clipMeta = State.clip;
-    if (objRequest.bEnhanced)
-        m_objDeviceToPicture = {objRequest.dScaleX, 0, 0, objRequest.dScaleY, objRequest.dOffsetX,
-                                objRequest.dOffsetY};
+    state.meta = state.clip;
+    if (request.enhanced)
+        device_to_picture_ = {request.scale_x, 0, 0, request.scale_y, request.offset_x, request.offset_y};
     else {
-        State.ptWindowOrg = {objRequest.dWindowLeft, objRequest.dWindowTop};
-        State.ptWindowExt = {objRequest.dWindowWidth, objRequest.dWindowHeight};
-        State.ptViewportExt = objCanvas.Measuring() ? State.ptWindowExt
-                                                    : Point{static_cast<double>(objRequest.lWidth),
-                                                            static_cast<double>(objRequest.lHeight)};
+        state.window_org = {request.window_left, request.window_top};
+        state.window_ext = {request.window_width, request.window_height};
+        state.viewport_ext = canvas.Measuring() ? state.window_ext
+                                                : Point{static_cast<double>(request.width),
+                                                        static_cast<double>(request.height)};
     }
 }
 
 bool DeviceContext::SaveState()
 {
-    if (m_aSaved.size() >= kMostSavedStates)
+    if (saved_.size() >= kMostSavedStates)
         return false;
-    m_aSaved.push_back(State);
+    saved_.push_back(state);
     return true;
 }
 
-void DeviceContext::RestoreState(std::int32_t lWhich)
+void DeviceContext::RestoreState(std::int32_t which)
 {
-    const auto lCount = static_cast<std::int64_t>(m_aSaved.size());
-    const std::int64_t lIndex = lWhich < 0 ? lCount + lWhich : std::int64_t{lWhich} - 1;
-    if (lWhich == 0 || lIndex < 0 || lIndex >= lCount)
+    const auto count = static_cast<std::int64_t>(saved_.size());
+    const std::int64_t index = which < 0 ? count + which : std::int64_t{which} - 1;
+    if (which == 0 || index < 0 || index >= count)
         return;
-    State = std::move(m_aSaved[static_cast<std::size_t>(lIndex)]);
-    m_aSaved.resize(static_cast<std::size_t>(lIndex));
+    state = std::move(saved_[static_cast<std::size_t>(index)]);
+    saved_.resize(static_cast<std::size_t>(index));
     MappingChanged();
 }
 
-void DeviceContext::Select(const Object& objObject)
+void DeviceContext::Select(const Object& object)
 {
-    if (const auto* ppPen = std::get_if<std::shared_ptr<const Pen>>(&objObject))
-        State.pPen = *ppPen;
-    else if (const auto* ppBrush = std::get_if<std::shared_ptr<const Brush>>(&objObject))
-        State.pBrush = *ppBrush;
-    else if (const auto* ppFont = std::get_if<std::shared_ptr<const Font>>(&objObject))
-        State.pFont = *ppFont;
-    else if (const auto* ppPalette = std::get_if<std::shared_ptr<const Palette>>(&objObject))
-        State.pPalette = *ppPalette;
-    else if (const auto* ppRegion = std::get_if<std::shared_ptr<const Region>>(&objObject))
+    if (const auto* pen = std::get_if<std::shared_ptr<const Pen>>(&object))
+        state.pen = *pen;
+    else if (const auto* brush = std::get_if<std::shared_ptr<const Brush>>(&object))
+        state.brush = *brush;
+    else if (const auto* font = std::get_if<std::shared_ptr<const Font>>(&object))
+        state.font = *font;
+    else if (const auto* palette = std::get_if<std::shared_ptr<const Palette>>(&object))
+        state.palette = *palette;
+    else if (const auto* region = std::get_if<std::shared_ptr<const Region>>(&object))
         // A region that is selected becomes the clip; in WMF its units are those of the device.
-        State.clip =
-            ClipOf((*ppRegion)->aRects, m_objRequest.bEnhanced ? m_objDeviceToPicture : LogicalToPicture());
+        state.clip = ClipOf((*region)->rects, request_.enhanced ? device_to_picture_ : LogicalToPicture());
 }
 
 bool DeviceContext::ExtentsAreFixed() const
 {
-    return m_objRequest.bEnhanced ? State.nMapMode < kMapIsotropic
-                                  : State.nMapMode > kMapText && State.nMapMode < kMapIsotropic;
+    return request_.enhanced ? state.map_mode < kMapIsotropic
+                             : state.map_mode > kMapText && state.map_mode < kMapIsotropic;
 }
 
-void DeviceContext::SetMapMode(int nMode)
+void DeviceContext::SetMapMode(int mode)
 {
-    if (nMode < kMapText || nMode > 8 || nMode == State.nMapMode)
+    if (mode < kMapText || mode > 8 || mode == state.map_mode)
         return;
-    State.nMapMode = nMode;
+    state.map_mode = mode;
     MappingChanged();
     // Files made for a placeable header often name the text mode and set a window nevertheless, so in WMF
     // only the metric modes have a scale of their own.
     static constexpr double kUnitsPerMillimetre[] = {0, 0, 10, 100, 100 / 25.4, 1000 / 25.4, 1440 / 25.4};
-    const bool bWmf = !m_objRequest.bEnhanced;
-    const Point ptDots = bWmf ? Point{kScreenDotsPerMillimetre, kScreenDotsPerMillimetre}
-                              : Point{m_objRequest.dDotsPerMillimetreX, m_objRequest.dDotsPerMillimetreY};
-    if (nMode >= 2 && nMode <= kMapTwips) {
-        State.ptWindowExt = {kUnitsPerMillimetre[nMode], kUnitsPerMillimetre[nMode]};
-        State.ptViewportExt = {ptDots.x, -ptDots.y};
-    } else if (nMode == kMapText && !bWmf)
-        State.ptWindowExt = State.ptViewportExt = {1, 1};
-    else if (nMode == kMapIsotropic && !bWmf) {
-        State.ptWindowExt = {10, 10};
-        State.ptViewportExt = {ptDots.x, -ptDots.y};
+    const bool is_wmf = !request_.enhanced;
+    const Point dots = is_wmf ? Point{kScreenDotsPerMillimetre, kScreenDotsPerMillimetre}
+                              : Point{request_.dots_per_millimetre_x, request_.dots_per_millimetre_y};
+    if (mode >= 2 && mode <= kMapTwips) {
+        state.window_ext = {kUnitsPerMillimetre[mode], kUnitsPerMillimetre[mode]};
+        state.viewport_ext = {dots.x, -dots.y};
+    } else if (mode == kMapText && !is_wmf)
+        state.window_ext = state.viewport_ext = {1, 1};
+    else if (mode == kMapIsotropic && !is_wmf) {
+        state.window_ext = {10, 10};
+        state.viewport_ext = {dots.x, -dots.y};
     }
 }
 
-void DeviceContext::SetViewportExt(Point ptExt)
+void DeviceContext::SetViewportExt(Point ext)
 {
-    State.ptViewportExt = ptExt;
+    state.viewport_ext = ext;
     MappingChanged();
-    if (m_objRequest.bEnhanced || m_bViewportSeen || ptExt.x == 0 || ptExt.y == 0)
+    if (request_.enhanced || viewport_seen_ || ext.x == 0 || ext.y == 0)
         return;
     // A WMF names the pixels of the screen that it was made on: what it first takes for its viewport is the
     // picture.
-    m_bViewportSeen = true;
-    m_ptViewportScale = {m_objRequest.lWidth / std::abs(ptExt.x), m_objRequest.lHeight / std::abs(ptExt.y)};
-    if (m_objCanvas.Measuring())
-        m_ptViewportScale = {1, 1};
-    m_objDeviceToPicture = {m_ptViewportScale.x, 0, 0, m_ptViewportScale.y, 0, 0};
+    viewport_seen_ = true;
+    viewport_scale_ = {request_.width / std::abs(ext.x), request_.height / std::abs(ext.y)};
+    if (canvas_.Measuring())
+        viewport_scale_ = {1, 1};
+    device_to_picture_ = {viewport_scale_.x, 0, 0, viewport_scale_.y, 0, 0};
 }
 
 // The scale of a map mode, with its signs.
-static Point ptPageScale(const DcState& objState)
+static Point PageScaleOf(const DcState& state)
 {
-    const auto dRatio = [](double dView, double dWindow) {
-        const double d = dView / dWindow;
+    const auto ratio = [](double view, double window) {
+        const double d = view / window;
         return std::isfinite(d) && d != 0 ? d : 1;
     };
-    Point ptScale{dRatio(objState.ptViewportExt.x, objState.ptWindowExt.x),
-                  dRatio(objState.ptViewportExt.y, objState.ptWindowExt.y)};
-    if (objState.nMapMode == kMapIsotropic) {
-        const double dLess = std::min(std::abs(ptScale.x), std::abs(ptScale.y));
-        ptScale = {std::copysign(dLess, ptScale.x), std::copysign(dLess, ptScale.y)};
+    Point scale{ratio(state.viewport_ext.x, state.window_ext.x),
+                ratio(state.viewport_ext.y, state.window_ext.y)};
+    if (state.map_mode == kMapIsotropic) {
+        const double less = std::min(std::abs(scale.x), std::abs(scale.y));
+        scale = {std::copysign(less, scale.x), std::copysign(less, scale.y)};
     }
-    return ptScale;
+    return scale;
 }
 
 const Affine& DeviceContext::LogicalToPicture() const
 {
-    if (m_bMappingKnown)
-        return m_objLogicalToPicture;
-    const Point ptScale = ptPageScale(State);
-    const Affine objPage{ptScale.x,
-                         0,
-                         0,
-                         ptScale.y,
-                         State.ptViewportOrg.x - State.ptWindowOrg.x * ptScale.x,
-                         State.ptViewportOrg.y - State.ptWindowOrg.y * ptScale.y};
-    m_objLogicalToPicture = Then(Then(State.objWorld, objPage), m_objDeviceToPicture);
-    if (!m_objLogicalToPicture.Finite())
-        m_objLogicalToPicture = m_objDeviceToPicture;
-    m_bMappingKnown = true;
-    return m_objLogicalToPicture;
+    if (mapping_known_)
+        return logical_to_picture_;
+    const Point scale = PageScaleOf(state);
+    const Affine page{scale.x,
+                      0,
+                      0,
+                      scale.y,
+                      state.viewport_org.x - state.window_org.x * scale.x,
+                      state.viewport_org.y - state.window_org.y * scale.y};
+    logical_to_picture_ = Then(Then(state.world, page), device_to_picture_);
+    if (!logical_to_picture_.Finite())
+        logical_to_picture_ = device_to_picture_;
+    mapping_known_ = true;
+    return logical_to_picture_;
 }
 
 Affine DeviceContext::PageScale() const
 {
-    const Point ptScale = ptPageScale(State);
-    return {std::abs(ptScale.x * m_objDeviceToPicture.xx), 0, 0,
-            std::abs(ptScale.y * m_objDeviceToPicture.yy), 0, 0};
+    const Point scale = PageScaleOf(state);
+    return {std::abs(scale.x * device_to_picture_.xx), 0, 0, std::abs(scale.y * device_to_picture_.yy), 0, 0};
 }
 
 Point DeviceContext::UnitOfDevice() const
 {
-    const Affine& objMap = LogicalToPicture();
-    const auto dUnit = [](double dPicture, double dLogical) {
-        const double d = dPicture / dLogical;
+    const Affine& map = LogicalToPicture();
+    const auto unit = [](double picture, double logical) {
+        const double d = picture / logical;
         return std::isfinite(d) ? d : 0;
     };
     // Without a device, as in WMF, lines are placed by the logical unit, or by the pixel where that is less.
-    const double dLogicalX = dLength(objMap.ApplyToVector({1, 0}));
-    const double dLogicalY = dLength(objMap.ApplyToVector({0, 1}));
-    if (!m_objRequest.bEnhanced)
-        return {std::min(1.0, dUnit(1, dLogicalX)), std::min(1.0, dUnit(1, dLogicalY))};
-    return {dUnit(std::abs(m_objDeviceToPicture.xx), dLogicalX),
-            dUnit(std::abs(m_objDeviceToPicture.yy), dLogicalY)};
+    const double logical_x = LengthOf(map.ApplyToVector({1, 0}));
+    const double logical_y = LengthOf(map.ApplyToVector({0, 1}));
+    if (!request_.enhanced)
+        return {std::min(1.0, unit(1, logical_x)), std::min(1.0, unit(1, logical_y))};
+    return {unit(std::abs(device_to_picture_.xx), logical_x),
+            unit(std::abs(device_to_picture_.yy), logical_y)};
 }
 
 Point DeviceContext::HalfPixel() const
 {
-    if (m_objRequest.bEnhanced)
-        return {std::min(0.5, std::abs(m_objDeviceToPicture.xx) / 2),
-                std::min(0.5, std::abs(m_objDeviceToPicture.yy) / 2)};
-    const Affine& objMap = LogicalToPicture();
-    return {std::min(0.5, dLength(objMap.ApplyToVector({1, 0})) / 2),
-            std::min(0.5, dLength(objMap.ApplyToVector({0, 1})) / 2)};
+    if (request_.enhanced)
+        return {std::min(0.5, std::abs(device_to_picture_.xx) / 2),
+                std::min(0.5, std::abs(device_to_picture_.yy) / 2)};
+    const Affine& map = LogicalToPicture();
+    return {std::min(0.5, LengthOf(map.ApplyToVector({1, 0})) / 2),
+            std::min(0.5, LengthOf(map.ApplyToVector({0, 1})) / 2)};
 }
 
 double DeviceContext::Handedness() const
 {
-    const Point ptScale = ptPageScale(State);
-    return ptScale.x * ptScale.y < 0 ? -1 : 1;
+    const Point scale = PageScaleOf(state);
+    return scale.x * scale.y < 0 ? -1 : 1;
 }
 
-std::uint32_t DeviceContext::Resolved(ColorRef nColor) const
+std::uint32_t DeviceContext::Resolved(ColorRef color) const
 {
-    const auto nSwapped = [](std::uint32_t n) { return (n & 255) << 16 | (n & 0xFF00) | (n >> 16 & 255); };
+    const auto swapped = [](std::uint32_t n) { return (n & 255) << 16 | (n & 0xFF00) | (n >> 16 & 255); };
     // High byte 1 is an index into the palette; 0 and 2 are colours themselves.
-    if (nColor >> 24 != 1)
-        return nSwapped(nColor);
-    const std::vector<std::uint32_t>& aColors = State.pPalette->aColors;
-    const std::size_t nIndex = nColor & 0xFFFF;
-    return nIndex < aColors.size() ? aColors[nIndex] : 0;
+    if (color >> 24 != 1)
+        return swapped(color);
+    const std::vector<std::uint32_t>& colors = state.palette->colors;
+    const std::size_t index = color & 0xFFFF;
+    return index < colors.size() ? colors[index] : 0;
 }
 
-std::optional<Ink> DeviceContext::InkOf(const Brush& objBrush) const
+std::optional<Ink> DeviceContext::InkOf(const Brush& brush) const
 {
-    std::optional<Ink> objInk = objInkOf(objBrush, *this);
-    if (objInk && objInk->pTile) {
-        const Point ptOrigin = m_objDeviceToPicture.Apply(State.ptBrushOrg);
-        objInk->lOriginX = static_cast<std::int32_t>(std::floor(dTamed(ptOrigin.x) + 0.5));
-        objInk->lOriginY = static_cast<std::int32_t>(std::floor(dTamed(ptOrigin.y) + 0.5));
+    std::optional<Ink> ink = BrushInk(brush, *this);
+    if (ink && ink->tile) {
+        const Point origin = device_to_picture_.Apply(state.brush_org);
+        ink->origin_x = static_cast<std::int32_t>(std::floor(Tamed(origin.x) + 0.5));
+        ink->origin_y = static_cast<std::int32_t>(std::floor(Tamed(origin.y) + 0.5));
     }
-    return objInk;
+    return ink;
 }
 
-std::optional<Ink> DeviceContext::InkOf(const std::shared_ptr<const Brush>& pBrush)
+std::optional<Ink> DeviceContext::InkOf(const std::shared_ptr<const Brush>& brush)
 {
-    if (!pBrush || pBrush->eKind == BrushKind::Null)
+    if (!brush || brush->kind == BrushKind::kNull)
         return std::nullopt;
-    if (pBrush->eKind == BrushKind::Solid)
-        return Ink{Resolved(pBrush->nColor), nullptr, 0, 0};
+    if (brush->kind == BrushKind::kSolid)
+        return Ink{Resolved(brush->color), nullptr, 0, 0};
     // A pattern is decoded once, as long as nothing that it depends on changes.
-    const ColorRef nBack = State.bOpaqueBack ? State.nBackColor : 0xFF000000;
-    if (pBrush != m_pInkBrush || m_nInkText != State.nTextColor || m_nInkBack != nBack) {
-        m_objInk = InkOf(*pBrush);
-        m_pInkBrush = pBrush;
-        m_nInkText = State.nTextColor;
-        m_nInkBack = nBack;
-    } else if (m_objInk && m_objInk->pTile) {
-        const Point ptOrigin = m_objDeviceToPicture.Apply(State.ptBrushOrg);
-        m_objInk->lOriginX = static_cast<std::int32_t>(std::floor(dTamed(ptOrigin.x) + 0.5));
-        m_objInk->lOriginY = static_cast<std::int32_t>(std::floor(dTamed(ptOrigin.y) + 0.5));
+    const ColorRef back = state.opaque_back ? state.back_color : 0xFF000000;
+    if (brush != ink_brush_ || ink_text_ != state.text_color || ink_back_ != back) {
+        ink_ = InkOf(*brush);
+        ink_brush_ = brush;
+        ink_text_ = state.text_color;
+        ink_back_ = back;
+    } else if (ink_ && ink_->tile) {
+        const Point origin = device_to_picture_.Apply(state.brush_org);
+        ink_->origin_x = static_cast<std::int32_t>(std::floor(Tamed(origin.x) + 0.5));
+        ink_->origin_y = static_cast<std::int32_t>(std::floor(Tamed(origin.y) + 0.5));
     }
-    return m_objInk;
+    return ink_;
 }
 
 Clip DeviceContext::CurrentClip() const
 {
-    return Combined(State.clip, State.clipMeta, ClipMode::And, Work());
+    return Combined(state.clip, state.meta, ClipMode::kAnd, Work());
 }
 
-void DeviceContext::CombineClip(const Clip& clip, ClipMode eMode)
+void DeviceContext::CombineClip(const Clip& clip, ClipMode mode)
 {
-    State.clip = Combined(State.clip, clip, eMode, Work());
+    state.clip = Combined(state.clip, clip, mode, Work());
 }
 
 void DeviceContext::SetMetaClip()
 {
-    State.clipMeta = CurrentClip();
+    state.meta = CurrentClip();
     ResetClip();
 }
 
-Clip DeviceContext::ClipOf(std::span<const Rect> aRects, const Affine& objMap)
+Clip DeviceContext::ClipOf(std::span<const Rect> rects, const Affine& map)
 {
-    const Box& boxArea = m_objCanvas.Area();
-    if (aRects.size() == 1 && objMap.KeepsAxes())
-        return {Intersection(BoxOf(RectAround(objMap, aRects[0]), true), boxArea), nullptr};
-    Outline objOutline;
-    for (const Rect& rc : aRects)
-        objOutline.AddBox(rc.Normalised());
-    return m_objCanvas.ClipOf(objOutline.Transformed(objMap), true, boxArea);
+    const Box& area = canvas_.Area();
+    if (rects.size() == 1 && map.KeepsAxes())
+        return {Intersection(BoxOf(RectAround(map, rects[0]), true), area), nullptr};
+    Outline outline;
+    for (const Rect& rect : rects)
+        outline.AddBox(rect.Normalised());
+    return canvas_.ClipOf(outline.Transformed(map), true, area);
 }

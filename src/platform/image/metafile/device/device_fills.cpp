@@ -3,164 +3,163 @@
 
 #include "src/platform/image/metafile/canvas/raster_ops.h"
 
-static std::uint32_t nMixed(const std::array<double, 3>& aColor)
+static std::uint32_t Mix(const std::array<double, 3>& color)
 {
-    std::uint32_t nResult = 0;
-    for (const double d : aColor)
-        nResult =
-            nResult << 8 | static_cast<std::uint32_t>(std::clamp(std::floor(d / 257 + 0.5), 0.0, 255.0));
-    return nResult;
+    std::uint32_t result = 0;
+    for (const double d : color)
+        result = result << 8 | static_cast<std::uint32_t>(std::clamp(std::floor(d / 257 + 0.5), 0.0, 255.0));
+    return result;
 }
 
-void FillGradientRect(DeviceContext& dc, const GradientCorner& objA, const GradientCorner& objB,
-                      bool bDownwards)
+void FillGradientRect(DeviceContext& dc, const GradientCorner& corner_a, const GradientCorner& corner_b,
+                      bool downwards)
 {
-    const Affine& objMap = dc.LogicalToPicture();
-    Outline objShape;
-    objShape.AddBox(Rect{objA.pt.x, objA.pt.y, objB.pt.x, objB.pt.y}.Normalised());
-    objShape = objShape.Transformed(objMap);
-    if (objShape.Rectilinear())
-        objShape = objShape.OnPixelCorners();
-    const Point ptA = ptTamed(objMap.Apply(objA.pt));
-    const Point ptB =
-        ptTamed(objMap.Apply(bDownwards ? Point{objA.pt.x, objB.pt.y} : Point{objB.pt.x, objA.pt.y}));
-    const Point ptRun = ptB - ptA;
-    const double dSquare = ptRun.x * ptRun.x + ptRun.y * ptRun.y;
-    if (!(dSquare > 1e-9))
+    const Affine& map = dc.LogicalToPicture();
+    Outline shape;
+    shape.AddBox(Rect{corner_a.point.x, corner_a.point.y, corner_b.point.x, corner_b.point.y}.Normalised());
+    shape = shape.Transformed(map);
+    if (shape.Rectilinear())
+        shape = shape.OnPixelCorners();
+    const Point a = Tamed(map.Apply(corner_a.point));
+    const Point b = Tamed(map.Apply(downwards ? Point{corner_a.point.x, corner_b.point.y}
+                                              : Point{corner_b.point.x, corner_a.point.y}));
+    const Point run = b - a;
+    const double square = run.x * run.x + run.y * run.y;
+    if (!(square > 1e-9))
         return;
     dc.Target().Compose(
-        BoxOf(objShape.Extents()), dc.CurrentClip(),
-        [&](cairo_t* pCairo) {
-            objShape.AddTo(pCairo);
-            cairo_fill(pCairo);
+        BoxOf(shape.Extents()), dc.CurrentClip(),
+        [&](cairo_t* cairo) {
+            shape.AddTo(cairo);
+            cairo_fill(cairo);
         },
-        [&](std::int32_t x, std::int32_t y, std::uint32_t nOld, std::uint32_t nNew, std::uint32_t nLevel) {
-            const Point pt = Point{x + 0.5, y + 0.5} - ptA;
-            const double dPart = std::clamp((pt.x * ptRun.x + pt.y * ptRun.y) / dSquare, 0.0, 1.0);
-            std::array<double, 3> aColor{};
+        [&](std::int32_t x, std::int32_t y, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
+            const Point point = Point{x + 0.5, y + 0.5} - a;
+            const double part = std::clamp((point.x * run.x + point.y * run.y) / square, 0.0, 1.0);
+            std::array<double, 3> color{};
             for (std::size_t c = 0; c < 3; ++c)
-                aColor[c] = objA.aColor[c] + dPart * (objB.aColor[c] - objA.aColor[c]);
-            return nOver(nOld, nScaled(nMixed(aColor) | 0xFF000000, nDividedBy255((nNew >> 24) * nLevel)));
+                color[c] = corner_a.color[c] + part * (corner_b.color[c] - corner_a.color[c]);
+            return BlendOver(old, Scaled(Mix(color) | 0xFF000000, DividedBy255((source >> 24) * level)));
         });
 }
 
-void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> aCorners)
+void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> corners)
 {
-    const Affine& objMap = dc.LogicalToPicture();
-    std::array<Point, 3> aPoints;
-    Outline objShape;
+    const Affine& map = dc.LogicalToPicture();
+    std::array<Point, 3> points;
+    Outline shape;
     for (std::size_t n = 0; n < 3; ++n) {
-        aPoints[n] = ptTamed(objMap.Apply(aCorners[n].pt));
-        objShape.LineTo(aPoints[n]);
+        points[n] = Tamed(map.Apply(corners[n].point));
+        shape.LineTo(points[n]);
     }
-    objShape.Close();
-    const Point ptU = aPoints[1] - aPoints[0];
-    const Point ptV = aPoints[2] - aPoints[0];
-    const double dArea = ptU.x * ptV.y - ptU.y * ptV.x;
-    if (std::abs(dArea) < 1e-6)
+    shape.Close();
+    const Point edge_u = points[1] - points[0];
+    const Point edge_v = points[2] - points[0];
+    const double area = edge_u.x * edge_v.y - edge_u.y * edge_v.x;
+    if (std::abs(area) < 1e-6)
         return;
     dc.Target().Compose(
-        BoxOf(objShape.Extents()), dc.CurrentClip(),
-        [&](cairo_t* pCairo) {
+        BoxOf(shape.Extents()), dc.CurrentClip(),
+        [&](cairo_t* cairo) {
             // Triangles of one surface share their sides: soft edges would let the ground shine through
             // between them.
-            cairo_set_antialias(pCairo, CAIRO_ANTIALIAS_NONE);
-            objShape.AddTo(pCairo);
-            cairo_fill(pCairo);
+            cairo_set_antialias(cairo, CAIRO_ANTIALIAS_NONE);
+            shape.AddTo(cairo);
+            cairo_fill(cairo);
         },
-        [&](std::int32_t x, std::int32_t y, std::uint32_t nOld, std::uint32_t nNew, std::uint32_t nLevel) {
-            const Point pt = Point{x + 0.5, y + 0.5} - aPoints[0];
-            const double dU = (pt.x * ptV.y - pt.y * ptV.x) / dArea;
-            const double dV = (ptU.x * pt.y - ptU.y * pt.x) / dArea;
-            std::array<double, 3> aColor{};
+        [&](std::int32_t x, std::int32_t y, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
+            const Point point = Point{x + 0.5, y + 0.5} - points[0];
+            const double u = (point.x * edge_v.y - point.y * edge_v.x) / area;
+            const double v = (edge_u.x * point.y - edge_u.y * point.x) / area;
+            std::array<double, 3> color{};
             for (std::size_t c = 0; c < 3; ++c)
-                aColor[c] = (1 - dU - dV) * aCorners[0].aColor[c] + dU * aCorners[1].aColor[c] +
-                            dV * aCorners[2].aColor[c];
-            return nOver(nOld, nScaled(nMixed(aColor) | 0xFF000000, nDividedBy255((nNew >> 24) * nLevel)));
+                color[c] =
+                    (1 - u - v) * corners[0].color[c] + u * corners[1].color[c] + v * corners[2].color[c];
+            return BlendOver(old, Scaled(Mix(color) | 0xFF000000, DividedBy255((source >> 24) * level)));
         });
 }
 
-static Point ptPixelOf(const DeviceContext& dc, Point pt)
+static Point PixelOf(const DeviceContext& dc, Point point)
 {
-    const Point ptPicture = ptTamed(dc.LogicalToPicture().Apply(pt));
+    const Point picture = Tamed(dc.LogicalToPicture().Apply(point));
     // A hair below the corner is the corner, by the noise of the mapping.
-    return {std::floor(ptPicture.x + 1e-6), std::floor(ptPicture.y + 1e-6)};
+    return {std::floor(picture.x + 1e-6), std::floor(picture.y + 1e-6)};
 }
 
-void FloodFill(DeviceContext& dc, Point ptFrom, ColorRef nColorAsked, bool bOverColor)
+void FloodFill(DeviceContext& dc, Point from, ColorRef color_asked, bool over_color)
 {
-    Canvas& objCanvas = dc.Target();
+    Canvas& canvas = dc.Target();
     const Clip clip = dc.CurrentClip();
-    const Box box = Intersection(clip.box, objCanvas.Area());
-    const Point ptPixel = ptPixelOf(dc, ptFrom);
-    const auto objInk = dc.InkOf(dc.State.pBrush);
-    const auto x0 = static_cast<std::int32_t>(ptPixel.x);
-    const auto y0 = static_cast<std::int32_t>(ptPixel.y);
-    if (objCanvas.Measuring() || !objInk || !box.Holds(x0, y0) || !dc.Work().Spend(box.Area() * 2))
+    const Box box = Intersection(clip.box, canvas.Area());
+    const Point pixel_point = PixelOf(dc, from);
+    const auto ink = dc.InkOf(dc.state.brush);
+    const auto x0 = static_cast<std::int32_t>(pixel_point.x);
+    const auto y0 = static_cast<std::int32_t>(pixel_point.y);
+    if (canvas.Measuring() || !ink || !box.Holds(x0, y0) || !dc.Work().Spend(box.Area() * 2))
         return;
-    const std::uint32_t nColor = dc.Resolved(nColorAsked);
-    const auto lStride = static_cast<std::size_t>(box.Width());
-    std::vector<bool> aDone(box.Area());
-    const auto nIndex = [&](std::int32_t x, std::int32_t y) {
-        return static_cast<std::size_t>(y - box.lTop) * lStride + static_cast<std::size_t>(x - box.lLeft);
+    const std::uint32_t color = dc.Resolved(color_asked);
+    const auto stride = static_cast<std::size_t>(box.Width());
+    std::vector<bool> done(box.Area());
+    const auto index = [&](std::int32_t x, std::int32_t y) {
+        return static_cast<std::size_t>(y - box.top) * stride + static_cast<std::size_t>(x - box.left);
     };
-    const auto bOpen = [&](std::int32_t x, std::int32_t y) {
-        const std::uint32_t nPixel = objCanvas.Row(y)[x - objCanvas.Area().lLeft] & 0xFFFFFF;
-        return !aDone[nIndex(x, y)] && clip.Level(x, y) >= 128 && (nPixel == nColor) == bOverColor;
+    const auto open = [&](std::int32_t x, std::int32_t y) {
+        const std::uint32_t pixel = canvas.Row(y)[x - canvas.Area().left] & 0xFFFFFF;
+        return !done[index(x, y)] && clip.Level(x, y) >= 128 && (pixel == color) == over_color;
     };
     // Runs of open pixels: the first pixel of each that touches a finished run waits here.
     struct Seed {
         std::int32_t x;
         std::int32_t y;
     };
-    std::vector<Seed> aSeeds;
-    if (bOpen(x0, y0))
-        aSeeds.push_back({x0, y0});
-    objCanvas.Touch({x0, y0, x0 + 1, y0 + 1});
-    while (!aSeeds.empty()) {
-        const Seed objSeed = aSeeds.back();
-        aSeeds.pop_back();
-        if (!bOpen(objSeed.x, objSeed.y))
+    std::vector<Seed> seeds;
+    if (open(x0, y0))
+        seeds.push_back({x0, y0});
+    canvas.Touch({x0, y0, x0 + 1, y0 + 1});
+    while (!seeds.empty()) {
+        const Seed seed = seeds.back();
+        seeds.pop_back();
+        if (!open(seed.x, seed.y))
             continue;
-        std::int32_t lLeft = objSeed.x;
-        std::int32_t lRight = objSeed.x + 1;
-        while (lLeft > box.lLeft && bOpen(lLeft - 1, objSeed.y))
-            --lLeft;
-        while (lRight < box.lRight && bOpen(lRight, objSeed.y))
-            ++lRight;
-        for (std::int32_t x = lLeft; x < lRight; ++x)
-            aDone[nIndex(x, objSeed.y)] = true;
-        for (const std::int32_t y : {objSeed.y - 1, objSeed.y + 1}) {
-            if (y < box.lTop || y >= box.lBottom)
+        std::int32_t left = seed.x;
+        std::int32_t right = seed.x + 1;
+        while (left > box.left && open(left - 1, seed.y))
+            --left;
+        while (right < box.right && open(right, seed.y))
+            ++right;
+        for (std::int32_t x = left; x < right; ++x)
+            done[index(x, seed.y)] = true;
+        for (const std::int32_t y : {seed.y - 1, seed.y + 1}) {
+            if (y < box.top || y >= box.bottom)
                 continue;
-            bool bInRun = false;
-            for (std::int32_t x = lLeft; x < lRight; ++x) {
-                const bool bNow = bOpen(x, y);
-                if (bNow && !bInRun)
-                    aSeeds.push_back({x, y});
-                bInRun = bNow;
+            bool in_run = false;
+            for (std::int32_t x = left; x < right; ++x) {
+                const bool now = open(x, y);
+                if (now && !in_run)
+                    seeds.push_back({x, y});
+                in_run = now;
             }
         }
     }
-    Box boxPainted;
-    for (std::int32_t y = box.lTop; y < box.lBottom; ++y) {
-        std::uint32_t* pRow = objCanvas.Row(y);
-        for (std::int32_t x = box.lLeft; x < box.lRight; ++x) {
-            if (!aDone[nIndex(x, y)])
+    Box painted;
+    for (std::int32_t y = box.top; y < box.bottom; ++y) {
+        std::uint32_t* row = canvas.Row(y);
+        for (std::int32_t x = box.left; x < box.right; ++x) {
+            if (!done[index(x, y)])
                 continue;
-            std::uint32_t& nPixel = pRow[x - objCanvas.Area().lLeft];
-            nPixel = nOver(nPixel, objInk->At(x, y));
-            boxPainted = Around(boxPainted, {x, y, x + 1, y + 1});
+            std::uint32_t& pixel = row[x - canvas.Area().left];
+            pixel = BlendOver(pixel, ink->At(x, y));
+            painted = Around(painted, {x, y, x + 1, y + 1});
         }
     }
-    objCanvas.Touch(boxPainted);
+    canvas.Touch(painted);
 }
 
-void SetPixel(DeviceContext& dc, Point pt, ColorRef nColor)
+void SetPixel(DeviceContext& dc, Point point, ColorRef color)
 {
     // Drawn as a box, so that it shows where the picture is larger than the device was.
-    const Point ptUnit = dc.UnitOfDevice();
-    Outline objBox;
-    objBox.AddBox({pt.x, pt.y, pt.x + ptUnit.x, pt.y + ptUnit.y});
-    dc.Fill(objBox.Transformed(dc.LogicalToPicture()), Ink{dc.Resolved(nColor), nullptr, 0, 0}, kRop2Copy);
+    const Point unit = dc.UnitOfDevice();
+    Outline box;
+    box.AddBox({point.x, point.y, point.x + unit.x, point.y + unit.y});
+    dc.Fill(box.Transformed(dc.LogicalToPicture()), Ink{dc.Resolved(color), nullptr, 0, 0}, kRop2Copy);
 }

@@ -9,17 +9,16 @@
 
 /// A corner of a gradient: logical place and colour, each channel 0 to 65535.
 struct GradientCorner {
-    Point pt;
-    std::array<double, 3> aColor{};  ///< red, green, blue
+    Point point;
+    std::array<double, 3> color{};  ///< red, green, blue
 };
 
 /// A rectangle between two corners, its colour running to the right or downwards.
-void FillGradientRect(DeviceContext& dc, const GradientCorner& objA, const GradientCorner& objB,
-                      bool bDownwards);
-void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> aCorners);
+void FillGradientRect(DeviceContext& dc, const GradientCorner& a, const GradientCorner& b, bool downwards);
+void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> corners);
 
 /// Floods from a logical point with the brush: up to pixels of the colour, or over all that have it.
-void FloodFill(DeviceContext& dc, Point ptFrom, ColorRef nColor, bool bOverColor);
+void FloodFill(DeviceContext& dc, Point from, ColorRef color, bool over_color);
 
 /// Sets the pixel at a logical point.
-void SetPixel(DeviceContext& dc, Point pt, ColorRef nColor);
+void SetPixel(DeviceContext& dc, Point point, ColorRef color);

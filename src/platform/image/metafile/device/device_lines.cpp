@@ -3,119 +3,118 @@
 
 #include "src/platform/image/metafile/device/device_context.h"
 
-static bool bIsGeometric(const Pen& objPen)
+static bool IsGeometric(const Pen& pen)
 {
-    return objPen.bExtended ? (objPen.nStyle & PenStyle::kGeometric) != 0 : objPen.dWidth > 1;
+    return pen.extended ? (pen.style & PenStyle::kGeometric) != 0 : pen.width > 1;
 }
 
 // The dashes of the named styles. Thin pens have them in pixels, wide ones in widths.
-static std::vector<double> aNamedDashes(std::uint32_t nDash, bool bGeometric)
+static std::vector<double> NamedDashes(std::uint32_t dash, bool geometric)
 {
-    static const std::array<std::vector<double>, 5> aThin = {
+    static const std::array<std::vector<double>, 5> kThin = {
         {{}, {18, 6}, {3, 3}, {9, 6, 3, 6}, {9, 3, 3, 3, 3, 3}}};
-    static const std::array<std::vector<double>, 5> aWide = {
+    static const std::array<std::vector<double>, 5> kWide = {
         {{}, {3, 1}, {1, 1}, {3, 1, 1, 1}, {3, 1, 1, 1, 1, 1}}};
-    if (nDash == PenStyle::kAlternate)
+    if (dash == PenStyle::kAlternate)
         return {1, 1};
-    if (nDash >= aThin.size())
+    if (dash >= kThin.size())
         return {};
-    return bGeometric ? aWide[nDash] : aThin[nDash];
+    return geometric ? kWide[dash] : kThin[dash];
 }
 
 // Cairo takes no negative lengths and not only zeros, and a sum that is no number of pixels would never end.
-static bool bUsableDashes(const std::vector<double>& aDashes, double dPixelsPerUnit)
+static bool AreDashesUsable(const std::vector<double>& dashes, double pixels_per_unit)
 {
-    double dSum = 0;
-    for (const double d : aDashes) {
+    double sum = 0;
+    for (const double d : dashes) {
         if (!(d >= 0) || !std::isfinite(d))
             return false;
-        dSum += d;
+        sum += d;
     }
-    return dSum * dPixelsPerUnit > 0.1;
+    return sum * pixels_per_unit > 0.1;
 }
 
-StrokeStyle DeviceContext::StyleOf(const Pen& objPen, bool bRectilinear) const
+StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
 {
-    StrokeStyle objStyle;
-    const bool bGeometric = bIsGeometric(objPen);
-    Affine objLinear = LogicalToPicture();
-    objLinear.x0 = objLinear.y0 = 0;
-    double dScale = objLinear.Scale();
-    const double dLongest =
-        std::max(dLength(objLinear.ApplyToVector({1, 0})), dLength(objLinear.ApplyToVector({0, 1})));
+    StrokeStyle style;
+    const bool geometric = IsGeometric(pen);
+    Affine linear = LogicalToPicture();
+    linear.x0 = linear.y0 = 0;
+    double scale = linear.Scale();
+    const double longest =
+        std::max(LengthOf(linear.ApplyToVector({1, 0})), LengthOf(linear.ApplyToVector({0, 1})));
     // A map that squeezes the plane to a line has no pen.
-    if (!(dScale > dLongest * 1e-3) || !std::isfinite(dScale)) {
-        dScale = std::isfinite(dLongest) && dLongest > 0 ? dLongest : 1;
-        objLinear = {dScale, 0, 0, dScale, 0, 0};
+    if (!(scale > longest * 1e-3) || !std::isfinite(scale)) {
+        scale = std::isfinite(longest) && longest > 0 ? longest : 1;
+        linear = {scale, 0, 0, scale, 0, 0};
     }
-    const double dPixels = objPen.dWidth * dScale;
+    const double pixels = pen.width * scale;
     // A pen of one pixel stays one where the picture is a trifle larger than the device was.
-    const bool bHairline = !(dPixels > 1.2) || (objPen.bExtended && !bGeometric);
-    if (bHairline || bRectilinear) {
+    const bool hairline = !(pixels > 1.2) || (pen.extended && !geometric);
+    if (hairline || rectilinear) {
         // Straight grid lines get a whole number of pixels, so that all of them look alike.
-        objStyle.dWidth = bHairline ? 1 : std::floor(dTamed(dPixels) + 0.5);
-        objStyle.objPen = {};
+        style.width = hairline ? 1 : std::floor(Tamed(pixels) + 0.5);
+        style.pen = {};
     } else {
-        objStyle.dWidth = dTamed(objPen.dWidth);
-        objStyle.objPen = objLinear;
+        style.width = Tamed(pen.width);
+        style.pen = linear;
     }
 
-    if (objPen.bExtended && bGeometric) {
-        const std::uint32_t nCap = objPen.nStyle & PenStyle::kCapMask;
-        objStyle.eCap = nCap == PenStyle::kCapSquare ? CAIRO_LINE_CAP_SQUARE
-                        : nCap == PenStyle::kCapFlat ? CAIRO_LINE_CAP_BUTT
-                                                     : CAIRO_LINE_CAP_ROUND;
-        const std::uint32_t nJoin = objPen.nStyle & PenStyle::kJoinMask;
-        objStyle.eJoin = nJoin == PenStyle::kJoinBevel   ? CAIRO_LINE_JOIN_BEVEL
-                         : nJoin == PenStyle::kJoinMiter ? CAIRO_LINE_JOIN_MITER
-                                                         : CAIRO_LINE_JOIN_ROUND;
-    } else if (bHairline) {
+    if (pen.extended && geometric) {
+        const std::uint32_t cap = pen.style & PenStyle::kCapMask;
+        style.cap = cap == PenStyle::kCapSquare ? CAIRO_LINE_CAP_SQUARE
+                    : cap == PenStyle::kCapFlat ? CAIRO_LINE_CAP_BUTT
+                                                : CAIRO_LINE_CAP_ROUND;
+        const std::uint32_t join = pen.style & PenStyle::kJoinMask;
+        style.join = join == PenStyle::kJoinBevel   ? CAIRO_LINE_JOIN_BEVEL
+                     : join == PenStyle::kJoinMiter ? CAIRO_LINE_JOIN_MITER
+                                                    : CAIRO_LINE_JOIN_ROUND;
+    } else if (hairline) {
         // One pixel is as far as a thin line reaches over its ends.
-        objStyle.eCap = CAIRO_LINE_CAP_SQUARE;
-        objStyle.eJoin = CAIRO_LINE_JOIN_MITER;
+        style.cap = CAIRO_LINE_CAP_SQUARE;
+        style.join = CAIRO_LINE_JOIN_MITER;
     }
-    objStyle.dMiterLimit = std::clamp(State.dMiterLimit, 1.0, 100.0);
-    if (bHairline)
-        objStyle.dMiterLimit = 2;
+    style.miter_limit = std::clamp(state.miter_limit, 1.0, 100.0);
+    if (hairline)
+        style.miter_limit = 2;
 
-    const std::uint32_t nDash = objPen.nStyle & PenStyle::kDashMask;
-    double dUnit = 1;  // of the dashes, in those of the pen
-    if (nDash == PenStyle::kUserStyle) {
-        objStyle.aDashes = objPen.aDashes;
-        dUnit = bGeometric && (bHairline || bRectilinear) ? dScale : 1;
+    const std::uint32_t dash = pen.style & PenStyle::kDashMask;
+    double unit = 1;  // of the dashes, in those of the pen
+    if (dash == PenStyle::kUserStyle) {
+        style.dashes = pen.dashes;
+        unit = geometric && (hairline || rectilinear) ? scale : 1;
     } else {
-        objStyle.aDashes = aNamedDashes(nDash, bGeometric);
-        dUnit = bGeometric ? objStyle.dWidth : 1;
+        style.dashes = NamedDashes(dash, geometric);
+        unit = geometric ? style.width : 1;
     }
-    for (double& d : objStyle.aDashes)
-        d *= dUnit;
-    if (!bUsableDashes(objStyle.aDashes, objStyle.objPen.Scale()))
-        objStyle.aDashes.clear();
+    for (double& d : style.dashes)
+        d *= unit;
+    if (!AreDashesUsable(style.dashes, style.pen.Scale()))
+        style.dashes.clear();
     // The caps of the pens that choose none would close the gaps.
-    if (!objStyle.aDashes.empty() && (!objPen.bExtended || !bGeometric))
-        objStyle.eCap = CAIRO_LINE_CAP_BUTT;
-    return objStyle;
+    if (!style.dashes.empty() && (!pen.extended || !geometric))
+        style.cap = CAIRO_LINE_CAP_BUTT;
+    return style;
 }
 
-void DeviceContext::DrawLine(Outline objPicture)
+void DeviceContext::DrawLine(Outline picture)
 {
-    if (!State.pPen || (State.pPen->nStyle & PenStyle::kDashMask) == PenStyle::kNull || objPicture.Empty())
+    if (!state.pen || (state.pen->style & PenStyle::kDashMask) == PenStyle::kNull || picture.Empty())
         return;
-    const std::shared_ptr<const Pen> pPen = State.pPen;
-    const std::optional<Ink> objInk = InkOf(pPen->objBrush);
-    if (!objInk)
+    const std::shared_ptr<const Pen> pen = state.pen;
+    const std::optional<Ink> ink = InkOf(pen->brush);
+    if (!ink)
         return;
     // The points name pixels, and a line runs through their middle.
-    const Point ptHalf = HalfPixel();
-    objPicture = objPicture.Transformed({1, 0, 0, 1, ptHalf.x, ptHalf.y});
-    const StrokeStyle objStyle = StyleOf(*pPen, objPicture.Rectilinear());
-    objPicture = objPicture.OnPixelCentres(objStyle.dWidth * objStyle.objPen.Scale());
+    const Point half = HalfPixel();
+    picture = picture.Transformed({1, 0, 0, 1, half.x, half.y});
+    const StrokeStyle style = StyleOf(*pen, picture.Rectilinear());
+    picture = picture.OnPixelCentres(style.width * style.pen.Scale());
     const Clip clip = CurrentClip();
-    if (!objStyle.aDashes.empty() && State.bOpaqueBack && !pPen->bExtended) {
-        StrokeStyle objGaps = objStyle;
-        objGaps.aDashes.clear();
-        m_objCanvas.Stroke(objPicture, objGaps, Ink{Resolved(State.nBackColor), nullptr, 0, 0}, State.nRop2,
-                           clip);
+    if (!style.dashes.empty() && state.opaque_back && !pen->extended) {
+        StrokeStyle gaps = style;
+        gaps.dashes.clear();
+        canvas_.Stroke(picture, gaps, Ink{Resolved(state.back_color), nullptr, 0, 0}, state.rop2, clip);
     }
-    m_objCanvas.Stroke(objPicture, objStyle, *objInk, State.nRop2, clip);
+    canvas_.Stroke(picture, style, *ink, state.rop2, clip);
 }

@@ -4,89 +4,88 @@
 #include "src/platform/image/metafile/canvas/raster_ops.h"
 
 // Paints what the clip holds, of the context's own clip.
-static void PaintClip(DeviceContext& dc, const Clip& clip, const Ink& objInk, int nRop2)
+static void PaintClip(DeviceContext& dc, const Clip& clip, const Ink& ink, int rop2)
 {
     if (clip.box.Empty())
         return;
-    Outline objBox;
-    objBox.AddBox({static_cast<double>(clip.box.lLeft), static_cast<double>(clip.box.lTop),
-                   static_cast<double>(clip.box.lRight), static_cast<double>(clip.box.lBottom)});
-    dc.Target().Fill(objBox, true, objInk, nRop2, Combined(dc.CurrentClip(), clip, ClipMode::And, dc.Work()));
+    Outline box;
+    box.AddBox({static_cast<double>(clip.box.left), static_cast<double>(clip.box.top),
+                static_cast<double>(clip.box.right), static_cast<double>(clip.box.bottom)});
+    dc.Target().Fill(box, true, ink, rop2, Combined(dc.CurrentClip(), clip, ClipMode::kAnd, dc.Work()));
 }
 
-static Clip ClipOfRegion(DeviceContext& dc, const Region& objRegion)
+static Clip ClipOfRegion(DeviceContext& dc, const Region& region)
 {
-    return dc.ClipOf(objRegion.aRects, dc.LogicalToPicture());
+    return dc.ClipOf(region.rects, dc.LogicalToPicture());
 }
 
-void FillRegion(DeviceContext& dc, const Region& objRegion, const std::shared_ptr<const Brush>& pBrush)
+void FillRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<const Brush>& brush)
 {
-    if (const auto objInk = dc.InkOf(pBrush))
-        PaintClip(dc, ClipOfRegion(dc, objRegion), *objInk, dc.State.nRop2);
+    if (const auto ink = dc.InkOf(brush))
+        PaintClip(dc, ClipOfRegion(dc, region), *ink, dc.state.rop2);
 }
 
-void InvertRegion(DeviceContext& dc, const Region& objRegion)
+void InvertRegion(DeviceContext& dc, const Region& region)
 {
-    PaintClip(dc, ClipOfRegion(dc, objRegion), Ink{}, kRop2Not);
+    PaintClip(dc, ClipOfRegion(dc, region), Ink{}, kRop2Not);
 }
 
-// For a line of levels, whether each and all lReach neighbours on both sides are set; beyond the ends nothing
+// For a line of levels, whether each and all reach neighbours on both sides are set; beyond the ends nothing
 // is.
-static void Erode(const std::vector<bool>& aIn, std::vector<bool>& aOut, std::int32_t lReach)
+static void Erode(const std::vector<bool>& in, std::vector<bool>& out, std::int32_t reach)
 {
-    const auto lCount = static_cast<std::int32_t>(aIn.size());
-    std::int32_t lRun = 0;  // how many in a row are set, up to the place read
-    for (std::int32_t l = 0; l < lCount + lReach; ++l) {
-        lRun = l < lCount && aIn[static_cast<std::size_t>(l)] ? lRun + 1 : 0;
-        if (l >= lReach)
-            aOut[static_cast<std::size_t>(l - lReach)] = lRun > 2 * lReach;
+    const auto count = static_cast<std::int32_t>(in.size());
+    std::int32_t run = 0;  // how many in a row are set, up to the place read
+    for (std::int32_t l = 0; l < count + reach; ++l) {
+        run = l < count && in[static_cast<std::size_t>(l)] ? run + 1 : 0;
+        if (l >= reach)
+            out[static_cast<std::size_t>(l - reach)] = run > 2 * reach;
     }
 }
 
-void FrameRegion(DeviceContext& dc, const Region& objRegion, const std::shared_ptr<const Brush>& pBrush,
-                 double dWidth, double dHeight)
+void FrameRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<const Brush>& brush,
+                 double width, double height)
 {
-    const auto objInk = dc.InkOf(pBrush);
-    const Clip clipAll = ClipOfRegion(dc, objRegion);
-    if (!objInk || clipAll.box.Empty())
+    const auto ink = dc.InkOf(brush);
+    const Clip all = ClipOfRegion(dc, region);
+    if (!ink || all.box.Empty())
         return;
     if (dc.Target().Measuring())
-        return dc.Target().Touch(Intersection(clipAll.box, dc.CurrentClip().box));
-    const Affine& objMap = dc.LogicalToPicture();
-    const std::int32_t lWidth = clipAll.box.Width();
-    const std::int32_t lHeight = clipAll.box.Height();
-    const auto lReach = [](double dLogical, double dScale, std::int32_t lMost) {
-        return std::clamp(static_cast<std::int32_t>(std::floor(dTamed(std::abs(dLogical * dScale)) + 0.5)), 1,
-                          lMost);
+        return dc.Target().Touch(Intersection(all.box, dc.CurrentClip().box));
+    const Affine& map = dc.LogicalToPicture();
+    const std::int32_t box_width = all.box.Width();
+    const std::int32_t box_height = all.box.Height();
+    const auto reach = [](double logical, double scale, std::int32_t max) {
+        return std::clamp(static_cast<std::int32_t>(std::floor(Tamed(std::abs(logical * scale)) + 0.5)), 1,
+                          max);
     };
-    const std::int32_t lReachX = lReach(dWidth, dLength(objMap.ApplyToVector({1, 0})), lWidth);
-    const std::int32_t lReachY = lReach(dHeight, dLength(objMap.ApplyToVector({0, 1})), lHeight);
-    if (!dc.Work().Spend(clipAll.box.Area() * 16))
+    const std::int32_t reach_x = reach(width, LengthOf(map.ApplyToVector({1, 0})), box_width);
+    const std::int32_t reach_y = reach(height, LengthOf(map.ApplyToVector({0, 1})), box_height);
+    if (!dc.Work().Spend(all.box.Area() * 16))
         return;
 
     // The inside is what is left after taking the frame's width off every edge, first along rows, then along
     // columns.
-    auto pInside = std::make_shared<Coverage>(clipAll.box);
-    std::vector<bool> aLine(static_cast<std::size_t>(lWidth));
-    std::vector<bool> aEroded(aLine.size());
-    for (std::int32_t y = 0; y < lHeight; ++y) {
-        for (std::int32_t x = 0; x < lWidth; ++x)
-            aLine[static_cast<std::size_t>(x)] =
-                clipAll.Level(clipAll.box.lLeft + x, clipAll.box.lTop + y) >= 128;
-        Erode(aLine, aEroded, lReachX);
-        std::uint8_t* pRow = pInside->Row(clipAll.box.lTop + y);
-        for (std::int32_t x = 0; x < lWidth; ++x)
-            pRow[x] = aEroded[static_cast<std::size_t>(x)] ? 255 : 0;
+    auto inside = std::make_shared<Coverage>(all.box);
+    std::vector<bool> line(static_cast<std::size_t>(box_width));
+    std::vector<bool> eroded(line.size());
+    for (std::int32_t y = 0; y < box_height; ++y) {
+        for (std::int32_t x = 0; x < box_width; ++x)
+            line[static_cast<std::size_t>(x)] = all.Level(all.box.left + x, all.box.top + y) >= 128;
+        Erode(line, eroded, reach_x);
+        std::uint8_t* row = inside->Row(all.box.top + y);
+        for (std::int32_t x = 0; x < box_width; ++x)
+            row[x] = eroded[static_cast<std::size_t>(x)] ? 255 : 0;
     }
-    aLine.assign(static_cast<std::size_t>(lHeight), false);
-    aEroded.assign(aLine.size(), false);
-    for (std::int32_t x = 0; x < lWidth; ++x) {
-        for (std::int32_t y = 0; y < lHeight; ++y)
-            aLine[static_cast<std::size_t>(y)] = pInside->Row(clipAll.box.lTop + y)[x] != 0;
-        Erode(aLine, aEroded, lReachY);
-        for (std::int32_t y = 0; y < lHeight; ++y)
-            pInside->Row(clipAll.box.lTop + y)[x] = aEroded[static_cast<std::size_t>(y)] ? 255 : 0;
+    line.assign(static_cast<std::size_t>(box_height), false);
+    eroded.assign(line.size(), false);
+    for (std::int32_t x = 0; x < box_width; ++x) {
+        for (std::int32_t y = 0; y < box_height; ++y)
+            line[static_cast<std::size_t>(y)] = inside->Row(all.box.top + y)[x] != 0;
+        Erode(line, eroded, reach_y);
+        for (std::int32_t y = 0; y < box_height; ++y)
+            inside->Row(all.box.top + y)[x] = eroded[static_cast<std::size_t>(y)] ? 255 : 0;
     }
-    const Clip clipInside{clipAll.box, std::move(pInside)};
-    PaintClip(dc, Combined(clipAll, clipInside, ClipMode::Difference, dc.Work()), *objInk, dc.State.nRop2);
+    const Clip inside_clip{all.box, std::move(inside)};
+    PaintClip(dc, Combined(all, inside_clip, ClipMode::kDifference, dc.Work()), *ink, dc.state.rop2);
 }

@@ -5,9 +5,9 @@
 #include "src/platform/image/metafile/device/device_context.h"
 
 /// Paints a region of logical units with a brush.
-void FillRegion(DeviceContext& dc, const Region& objRegion, const std::shared_ptr<const Brush>& pBrush);
-/// Paints the pixels of it that lie within dWidth (left and right) and dHeight of its edge, in logical units.
-void FrameRegion(DeviceContext& dc, const Region& objRegion, const std::shared_ptr<const Brush>& pBrush,
-                 double dWidth, double dHeight);
+void FillRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<const Brush>& brush);
+/// Paints the pixels of it that lie within width (left and right) and height of its edge, in logical units.
+void FrameRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<const Brush>& brush,
+                 double width, double height);
 /// Turns each colour in it into its opposite.
-void InvertRegion(DeviceContext& dc, const Region& objRegion);
+void InvertRegion(DeviceContext& dc, const Region& region);

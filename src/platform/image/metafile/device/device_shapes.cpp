@@ -4,173 +4,171 @@
 #include "src/platform/image/metafile/canvas/arcs.h"
 #include "src/platform/image/metafile/device/device_context.h"
 
-void DeviceContext::MoveTo(Point pt)
+void DeviceContext::MoveTo(Point point)
 {
-    State.ptPosition = pt;
-    m_bFigureOpen = false;
+    state.position = point;
+    figure_open_ = false;
 }
 
-void DeviceContext::LinesTo(std::span<const Point> aPoints)
+void DeviceContext::LinesTo(std::span<const Point> points)
 {
-    if (aPoints.empty())
+    if (points.empty())
         return;
-    const Affine& objMap = LogicalToPicture();
-    Outline objLine;
-    Outline& objTarget = m_bInPath ? m_objPath : objLine;
-    if (!m_bInPath || !m_bFigureOpen)
-        objTarget.MoveTo(objMap.Apply(State.ptPosition));
-    for (const Point& pt : aPoints)
-        objTarget.LineTo(objMap.Apply(pt));
-    State.ptPosition = aPoints.back();
-    m_bFigureOpen = m_bInPath;
-    if (!m_bInPath)
-        DrawLine(std::move(objLine));
+    const Affine& map = LogicalToPicture();
+    Outline line;
+    Outline& target = in_path_ ? path_ : line;
+    if (!in_path_ || !figure_open_)
+        target.MoveTo(map.Apply(state.position));
+    for (const Point& point : points)
+        target.LineTo(map.Apply(point));
+    state.position = points.back();
+    figure_open_ = in_path_;
+    if (!in_path_)
+        DrawLine(std::move(line));
 }
 
-void DeviceContext::CurvesTo(std::span<const Point> aPoints)
+void DeviceContext::CurvesTo(std::span<const Point> points)
 {
-    if (aPoints.size() < 3)
+    if (points.size() < 3)
         return;
-    const Affine& objMap = LogicalToPicture();
-    Outline objLine;
-    Outline& objTarget = m_bInPath ? m_objPath : objLine;
-    if (!m_bInPath || !m_bFigureOpen)
-        objTarget.MoveTo(objMap.Apply(State.ptPosition));
-    for (std::size_t n = 0; n + 3 <= aPoints.size(); n += 3) {
-        objTarget.CurveTo(objMap.Apply(aPoints[n]), objMap.Apply(aPoints[n + 1]),
-                          objMap.Apply(aPoints[n + 2]));
-        State.ptPosition = aPoints[n + 2];
+    const Affine& map = LogicalToPicture();
+    Outline line;
+    Outline& target = in_path_ ? path_ : line;
+    if (!in_path_ || !figure_open_)
+        target.MoveTo(map.Apply(state.position));
+    for (std::size_t n = 0; n + 3 <= points.size(); n += 3) {
+        target.CurveTo(map.Apply(points[n]), map.Apply(points[n + 1]), map.Apply(points[n + 2]));
+        state.position = points[n + 2];
     }
-    m_bFigureOpen = m_bInPath;
-    if (!m_bInPath)
-        DrawLine(std::move(objLine));
+    figure_open_ = in_path_;
+    if (!in_path_)
+        DrawLine(std::move(line));
 }
 
-void DeviceContext::ArcTo(const Rect& rc, double dStart, double dSweep)
+void DeviceContext::ArcTo(const Rect& rect, double start, double sweep)
 {
-    const Affine& objMap = LogicalToPicture();
-    Outline objArc;
-    objArc.MoveTo(State.ptPosition);
-    AddArc(objArc, rc, dStart, dSweep, ArcStart::LineFromLast);
-    State.ptPosition = objArc.Last();
-    if (!m_bInPath)
-        return DrawLine(objArc.Transformed(objMap));
+    const Affine& map = LogicalToPicture();
+    Outline arc;
+    arc.MoveTo(state.position);
+    AddArc(arc, rect, start, sweep, ArcStart::kLineFromLast);
+    state.position = arc.Last();
+    if (!in_path_)
+        return DrawLine(arc.Transformed(map));
     // The path goes on where it is, so its own last point takes the place of the arc's first.
-    Outline objRest;
-    if (!m_bFigureOpen)
-        m_objPath.MoveTo(objMap.Apply(objArc.First()));
-    AddArc(objRest, rc, dStart, dSweep, ArcStart::NewFigure);
-    objRest = objRest.Transformed(objMap);
-    m_objPath.Continue(objRest);
-    m_bFigureOpen = true;
+    Outline rest;
+    if (!figure_open_)
+        path_.MoveTo(map.Apply(arc.First()));
+    AddArc(rest, rect, start, sweep, ArcStart::kNewFigure);
+    rest = rest.Transformed(map);
+    path_.Continue(rest);
+    figure_open_ = true;
 }
 
-void DeviceContext::Draw(const Outline& objLogical, ShapeParts eParts)
+void DeviceContext::Draw(const Outline& logical, ShapeParts parts)
 {
-    const Outline objPicture = objLogical.Transformed(LogicalToPicture());
-    if (m_bInPath) {
-        m_objPath.Append(objPicture);
-        m_bFigureOpen = false;
+    const Outline picture = logical.Transformed(LogicalToPicture());
+    if (in_path_) {
+        path_.Append(picture);
+        figure_open_ = false;
         return;
     }
-    if (eParts != ShapeParts::Line)
-        if (const auto objInk = InkOf(State.pBrush))
-            Fill(objPicture, *objInk, State.nRop2);
-    if (eParts != ShapeParts::Fill)
-        DrawLine(objPicture);
+    if (parts != ShapeParts::kLine)
+        if (const auto ink = InkOf(state.brush))
+            Fill(picture, *ink, state.rop2);
+    if (parts != ShapeParts::kFill)
+        DrawLine(picture);
 }
 
-void DeviceContext::Draw(const Outline& objFilled, const Outline& objLine)
+void DeviceContext::Draw(const Outline& filled, const Outline& line)
 {
-    if (m_bInPath)
-        return Draw(objLine, ShapeParts::Both);
-    if (const auto objInk = InkOf(State.pBrush))
-        Fill(objFilled.Transformed(LogicalToPicture()), *objInk, State.nRop2);
-    DrawLine(objLine.Transformed(LogicalToPicture()));
+    if (in_path_)
+        return Draw(line, ShapeParts::kBoth);
+    if (const auto ink = InkOf(state.brush))
+        Fill(filled.Transformed(LogicalToPicture()), *ink, state.rop2);
+    DrawLine(line.Transformed(LogicalToPicture()));
 }
 
-Rect DeviceContext::LineBox(const Rect& rc) const
+Rect DeviceContext::LineBox(const Rect& rect) const
 {
-    const Rect rcGood = rc.Normalised();
-    const Point ptUnit = UnitOfDevice();
-    Rect rcLine = rcGood;
+    const Rect good = rect.Normalised();
+    const Point unit = UnitOfDevice();
+    Rect line = good;
     // EMF boxes name the last row and column, those of WMF what comes after.
-    if (!m_objRequest.bEnhanced) {
-        rcLine.dRight = std::max(rcGood.dLeft, rcGood.dRight - ptUnit.x);
-        rcLine.dBottom = std::max(rcGood.dTop, rcGood.dBottom - ptUnit.y);
+    if (!request_.enhanced) {
+        line.right = std::max(good.left, good.right - unit.x);
+        line.bottom = std::max(good.top, good.bottom - unit.y);
     }
-    if (State.pPen && (State.pPen->nStyle & PenStyle::kDashMask) == PenStyle::kInsideFrame) {
-        const double dInset = std::max(0.0, State.pPen->dWidth - std::max(ptUnit.x, ptUnit.y)) / 2;
-        const double dInsetX = std::min(dInset, rcLine.Width() / 2);
-        const double dInsetY = std::min(dInset, rcLine.Height() / 2);
-        rcLine = {rcLine.dLeft + dInsetX, rcLine.dTop + dInsetY, rcLine.dRight - dInsetX,
-                  rcLine.dBottom - dInsetY};
+    if (state.pen && (state.pen->style & PenStyle::kDashMask) == PenStyle::kInsideFrame) {
+        const double inset = std::max(0.0, state.pen->width - std::max(unit.x, unit.y)) / 2;
+        const double inset_x = std::min(inset, line.Width() / 2);
+        const double inset_y = std::min(inset, line.Height() / 2);
+        line = {line.left + inset_x, line.top + inset_y, line.right - inset_x, line.bottom - inset_y};
     }
-    return rcLine;
+    return line;
 }
 
-void DeviceContext::Fill(const Outline& objPicture, const Ink& objInk, int nRop2)
+void DeviceContext::Fill(const Outline& picture, const Ink& ink, int rop2)
 {
-    m_objCanvas.Fill(objPicture, State.bWinding, objInk, nRop2, CurrentClip());
+    canvas_.Fill(picture, state.winding, ink, rop2, CurrentClip());
 }
 
 void DeviceContext::BeginPath()
 {
-    m_objPath.Clear();
-    m_objWidenedBy.reset();
-    m_bInPath = true;
-    m_bFigureOpen = false;
+    path_.Clear();
+    widened_by_.reset();
+    in_path_ = true;
+    figure_open_ = false;
 }
 
 void DeviceContext::AbortPath()
 {
-    m_objPath.Clear();
-    m_objWidenedBy.reset();
-    m_bInPath = false;
+    path_.Clear();
+    widened_by_.reset();
+    in_path_ = false;
 }
 
 void DeviceContext::CloseFigure()
 {
-    if (!m_bInPath)
+    if (!in_path_)
         return;
-    m_objPath.Close();
-    m_bFigureOpen = false;
+    path_.Close();
+    figure_open_ = false;
 }
 
 void DeviceContext::WidenPath()
 {
     // What a wide line along the path covers has no outline of its own here: the path is kept, and with it
     // the pen that is drawn along it whenever the path is filled or made the clip.
-    if (!m_bInPath && State.pPen)
-        m_objWidenedBy = *State.pPen;
+    if (!in_path_ && state.pen)
+        widened_by_ = *state.pen;
 }
 
-void DeviceContext::PaintPath(ShapeParts eParts)
+void DeviceContext::PaintPath(ShapeParts parts)
 {
-    if (m_bInPath)
+    if (in_path_)
         return;
-    const Outline objPath = std::exchange(m_objPath, {});
-    const std::optional<Pen> objWidenedBy = std::exchange(m_objWidenedBy, std::nullopt);
-    if (objWidenedBy && eParts != ShapeParts::Line) {
-        if (const auto objInk = InkOf(State.pBrush))
-            m_objCanvas.Stroke(objPath, StyleOf(*objWidenedBy, false), *objInk, State.nRop2, CurrentClip());
+    const Outline path = std::exchange(path_, {});
+    const std::optional<Pen> widened_by = std::exchange(widened_by_, std::nullopt);
+    if (widened_by && parts != ShapeParts::kLine) {
+        if (const auto ink = InkOf(state.brush))
+            canvas_.Stroke(path, StyleOf(*widened_by, false), *ink, state.rop2, CurrentClip());
         return;
     }
-    if (eParts != ShapeParts::Line)
-        if (const auto objInk = InkOf(State.pBrush))
-            Fill(objPath.AllClosed(), *objInk, State.nRop2);
-    if (eParts != ShapeParts::Fill)
-        DrawLine(eParts == ShapeParts::Both ? objPath.AllClosed() : objPath);
+    if (parts != ShapeParts::kLine)
+        if (const auto ink = InkOf(state.brush))
+            Fill(path.AllClosed(), *ink, state.rop2);
+    if (parts != ShapeParts::kFill)
+        DrawLine(parts == ShapeParts::kBoth ? path.AllClosed() : path);
 }
 
-void DeviceContext::SelectClipPath(ClipMode eMode)
+void DeviceContext::SelectClipPath(ClipMode mode)
 {
-    if (m_bInPath)
+    if (in_path_)
         return;
-    const Outline objPath = std::exchange(m_objPath, {});
-    const std::optional<Pen> objWidenedBy = std::exchange(m_objWidenedBy, std::nullopt);
-    const Box& boxArea = m_objCanvas.Area();
-    CombineClip(objWidenedBy ? m_objCanvas.ClipOf(objPath, StyleOf(*objWidenedBy, false), boxArea)
-                             : m_objCanvas.ClipOf(objPath, State.bWinding, boxArea),
-                eMode);
+    const Outline path = std::exchange(path_, {});
+    const std::optional<Pen> widened_by = std::exchange(widened_by_, std::nullopt);
+    const Box& area = canvas_.Area();
+    CombineClip(widened_by ? canvas_.ClipOf(path, StyleOf(*widened_by, false), area)
+                           : canvas_.ClipOf(path, state.winding, area),
+                mode);
 }

@@ -19,238 +19,237 @@ static constexpr std::uint64_t kCostOfGlyph = 2'000;
 
 /// A letter and where it goes.
 struct PlacedGlyph {
-    FontFace* pFace = nullptr;
-    std::uint32_t nGlyph = 0;
-    double dAdvance = 0;  ///< its own, in ems
-    char32_t nCode = 0;
-    std::uint32_t nUnits = 1;
+    FontFace* face = nullptr;
+    std::uint32_t glyph = 0;
+    double advance = 0;  ///< its own, in ems
+    char32_t code = 0;
+    std::uint32_t units = 1;
 };
 
 /// A font at the size in which it is used.
 struct SizedFont {
-    FontFace* pFace = nullptr;
-    double dEm = 0;       ///< logical
-    double dWiden = 1;    ///< how much wider than it is made
-    Affine objToPicture;  ///< from logical lengths along and below the base line, no shift
+    FontFace* face = nullptr;
+    double em = 0;      ///< logical
+    double widen = 1;   ///< how much wider than it is made
+    Affine to_picture;  ///< from logical lengths along and below the base line, no shift
 };
 
-static SizedFont objSized(DeviceContext& dc, const Font& objFont)
+static SizedFont MakeSizedFont(DeviceContext& dc, const Font& font)
 {
-    SizedFont objResult;
-    objResult.pFace = dc.Fonts().pFaceFor(objFont);
-    if (!objResult.pFace)
-        return objResult;
-    const FontFace& objFace = *objResult.pFace;
-    if (objFont.dHeight > 0)
-        objResult.dEm = objFont.dHeight / (objFace.Ascent() + objFace.Descent());
+    SizedFont result;
+    result.face = dc.Fonts().FaceFor(font);
+    if (!result.face)
+        return result;
+    const FontFace& face = *result.face;
+    if (font.height > 0)
+        result.em = font.height / (face.Ascent() + face.Descent());
     else
-        objResult.dEm = objFont.dHeight < 0 ? -objFont.dHeight : 16 * dc.UnitOfDevice().y;
-    if (objFont.dWidth != 0)
-        objResult.dWiden = std::abs(objFont.dWidth) / (objFace.MeanWidth() * objResult.dEm);
-    if (!std::isfinite(objResult.dWiden) || objResult.dWiden <= 0)
-        objResult.dWiden = 1;
+        result.em = font.height < 0 ? -font.height : 16 * dc.UnitOfDevice().y;
+    if (font.width != 0)
+        result.widen = std::abs(font.width) / (face.MeanWidth() * result.em);
+    if (!std::isfinite(result.widen) || result.widen <= 0)
+        result.widen = 1;
 
     // Text turns with the world, but the signs of the page don't mirror it.
-    Affine objStand = Then(dc.State.objWorld, dc.PageScale());
-    if (objStand.Determinant() < 0)
-        objStand = Then({1, 0, 0, -1, 0, 0}, objStand);
-    const double dTurn = objFont.dEscapement / 1800 * std::numbers::pi;
-    const Affine objTurn{std::cos(dTurn), -std::sin(dTurn), std::sin(dTurn), std::cos(dTurn), 0, 0};
-    objResult.objToPicture = Then(objTurn, objStand);
-    objResult.objToPicture.x0 = objResult.objToPicture.y0 = 0;
-    return objResult;
+    Affine stand = Then(dc.state.world, dc.PageScale());
+    if (stand.Determinant() < 0)
+        stand = Then({1, 0, 0, -1, 0, 0}, stand);
+    const double angle = font.escapement / 1800 * std::numbers::pi;
+    const Affine rotation{std::cos(angle), -std::sin(angle), std::sin(angle), std::cos(angle), 0, 0};
+    result.to_picture = Then(rotation, stand);
+    result.to_picture.x0 = result.to_picture.y0 = 0;
+    return result;
 }
 
-static bool bIsSymbolFont(const Font& objFont)
+static bool IsSymbolFont(const Font& font)
 {
-    return objFont.nCharSet == kSymbolCharSet || objFont.sFace == "Symbol" || objFont.sFace == "Wingdings";
+    return font.char_set == kSymbolCharSet || font.face == "Symbol" || font.face == "Wingdings";
 }
 
 // The character that is meant, given the font that there is.
-static char32_t nMeant(const Font& objFont, const FontFace& objFace, char32_t nCode)
+static char32_t MeantCharacter(const Font& font, const FontFace& face, char32_t code)
 {
-    if (!bIsSymbolFont(objFont))
-        return nCode;
-    const char32_t nByte = nCode >= 0xF000 && nCode <= 0xF0FF ? nCode - 0xF000 : nCode;
-    if (objFace.HasSymbolMap())
-        return nByte <= 0xFF ? 0xF000 + nByte : nCode;
-    if (nByte > 0xFF)
-        return nCode;
-    const bool bDings = objFont.sFace.find("ings") != std::string::npos;
-    const char32_t nUnicode = bDings ? nUnicodeOfWingdings(static_cast<std::uint8_t>(nByte))
-                              : objFont.sFace.find("Symbol") != std::string::npos || !objFace.SameFamily()
-                                  ? nUnicodeOfSymbol(static_cast<std::uint8_t>(nByte))
-                                  : 0;
-    return nUnicode != 0 ? nUnicode : nCode;
+    if (!IsSymbolFont(font))
+        return code;
+    const char32_t byte = code >= 0xF000 && code <= 0xF0FF ? code - 0xF000 : code;
+    if (face.HasSymbolMap())
+        return byte <= 0xFF ? 0xF000 + byte : code;
+    if (byte > 0xFF)
+        return code;
+    const bool is_dingbats = font.face.find("ings") != std::string::npos;
+    const char32_t unicode = is_dingbats ? UnicodeOfWingdings(static_cast<std::uint8_t>(byte))
+                             : font.face.find("Symbol") != std::string::npos || !face.SameFamily()
+                                 ? UnicodeOfSymbol(static_cast<std::uint8_t>(byte))
+                                 : 0;
+    return unicode != 0 ? unicode : code;
 }
 
-static std::vector<PlacedGlyph> aGlyphsOf(DeviceContext& dc, const TextRun& objRun, const Font& objFont,
-                                          const SizedFont& objSize)
+static std::vector<PlacedGlyph> GlyphsOf(DeviceContext& dc, const TextRun& run, const Font& font,
+                                         const SizedFont& size)
 {
-    std::vector<PlacedGlyph> aResult;
-    aResult.reserve(objRun.aText.size());
-    for (const TextCharacter& objCharacter : objRun.aText) {
+    std::vector<PlacedGlyph> result;
+    result.reserve(run.text.size());
+    for (const TextCharacter& character : run.text) {
         if (!dc.Work().Spend(kCostOfGlyph))
             return {};
-        PlacedGlyph objGlyph;
-        objGlyph.pFace = objSize.pFace;
-        objGlyph.nUnits = objCharacter.nUnits;
-        objGlyph.nCode = objCharacter.nCode;
-        if (objRun.bGlyphNumbers && objSize.pFace->SameFamily())
-            objGlyph.nGlyph = objCharacter.nCode;
+        PlacedGlyph glyph;
+        glyph.face = size.face;
+        glyph.units = character.units;
+        glyph.code = character.code;
+        if (run.glyph_numbers && size.face->SameFamily())
+            glyph.glyph = character.code;
         else {
             // A number in another font than the one at hand says nothing, but for the usual place of ASCII.
-            if (objRun.bGlyphNumbers)
-                objGlyph.nCode = objCharacter.nCode >= kFirstAsciiGlyph
-                                     ? objCharacter.nCode - kFirstAsciiGlyph + ' '
-                                     : ' ';
-            objGlyph.nCode = nMeant(objFont, *objSize.pFace, objGlyph.nCode);
-            objGlyph.nGlyph = objSize.pFace->GlyphOf(objGlyph.nCode);
-            const bool bMissing = objGlyph.nGlyph == 0 && objGlyph.nCode > ' ' && objGlyph.nCode != 0x200B;
-            if (bMissing)
-                if (FontFace* pOther = dc.Fonts().pFaceWith(objGlyph.nCode, objFont)) {
-                    objGlyph.pFace = pOther;
-                    objGlyph.nGlyph = pOther->GlyphOf(objGlyph.nCode);
+            if (run.glyph_numbers)
+                glyph.code =
+                    character.code >= kFirstAsciiGlyph ? character.code - kFirstAsciiGlyph + ' ' : ' ';
+            glyph.code = MeantCharacter(font, *size.face, glyph.code);
+            glyph.glyph = size.face->GlyphOf(glyph.code);
+            const bool missing = glyph.glyph == 0 && glyph.code > ' ' && glyph.code != 0x200B;
+            if (missing)
+                if (FontFace* other = dc.Fonts().FaceWith(glyph.code, font)) {
+                    glyph.face = other;
+                    glyph.glyph = other->GlyphOf(glyph.code);
                 }
             // Control characters have no picture.
-            if (objGlyph.nCode < ' ')
-                objGlyph.nGlyph = objSize.pFace->GlyphOf(' ');
+            if (glyph.code < ' ')
+                glyph.glyph = size.face->GlyphOf(' ');
         }
-        objGlyph.dAdvance = objGlyph.pFace->Shape(objGlyph.nGlyph).dAdvance;
-        aResult.push_back(objGlyph);
+        glyph.advance = glyph.face->Shape(glyph.glyph).advance;
+        result.push_back(glyph);
     }
-    return aResult;
+    return result;
 }
 
 // How far each letter moves the pen, in logical units along and across the base line.
-static std::vector<Point> aStepsOf(const DeviceContext& dc, const TextRun& objRun, const SizedFont& objSize,
-                                   const std::vector<PlacedGlyph>& aGlyphs)
+static std::vector<Point> StepsOf(const DeviceContext& dc, const TextRun& run, const SizedFont& size,
+                                  const std::vector<PlacedGlyph>& glyphs)
 {
-    std::vector<Point> aResult;
-    aResult.reserve(aGlyphs.size());
-    std::size_t nUnit = 0;
-    for (const PlacedGlyph& objGlyph : aGlyphs) {
-        Point ptStep{objGlyph.dAdvance * objSize.dEm * objSize.dWiden + dc.State.dCharExtra +
-                         (objGlyph.nCode == ' ' ? dc.State.dBreakExtra : 0),
-                     0};
-        if (nUnit + objGlyph.nUnits <= objRun.aSteps.size()) {
-            ptStep = {};
-            for (std::uint32_t n = 0; n < objGlyph.nUnits; ++n)
-                ptStep = ptStep + objRun.aSteps[nUnit + n];
+    std::vector<Point> result;
+    result.reserve(glyphs.size());
+    std::size_t unit = 0;
+    for (const PlacedGlyph& glyph : glyphs) {
+        Point step{glyph.advance * size.em * size.widen + dc.state.char_extra +
+                       (glyph.code == ' ' ? dc.state.break_extra : 0),
+                   0};
+        if (unit + glyph.units <= run.steps.size()) {
+            step = {};
+            for (std::uint32_t n = 0; n < glyph.units; ++n)
+                step = step + run.steps[unit + n];
         }
-        nUnit += objGlyph.nUnits;
-        aResult.push_back(ptStep);
+        unit += glyph.units;
+        result.push_back(step);
     }
-    return aResult;
+    return result;
 }
 
 // Another font than the file was made with may be wider than the room that its distances leave. Then its
 // letters are made narrower rather than laid over each other.
-static double dCondensed(const TextRun& objRun, const SizedFont& objSize,
-                         const std::vector<PlacedGlyph>& aGlyphs, const std::vector<Point>& aSteps)
+static double Condensed(const TextRun& run, const SizedFont& size, const std::vector<PlacedGlyph>& glyphs,
+                        const std::vector<Point>& steps)
 {
-    if (objRun.aSteps.empty() || objSize.pFace->SameFamily())
+    if (run.steps.empty() || size.face->SameFamily())
         return 1;
-    double dOwn = 0;
-    double dGiven = 0;
-    for (std::size_t n = 0; n < aGlyphs.size(); ++n) {
-        dOwn += aGlyphs[n].dAdvance * objSize.dEm * objSize.dWiden;
-        dGiven += aSteps[n].x;
+    double own = 0;
+    double given = 0;
+    for (std::size_t n = 0; n < glyphs.size(); ++n) {
+        own += glyphs[n].advance * size.em * size.widen;
+        given += steps[n].x;
     }
-    const double dRatio = dGiven / dOwn;
-    return dRatio > 0.1 && dRatio < 0.97 ? std::max(0.6, dRatio) : 1;
+    const double ratio = given / own;
+    return ratio > 0.1 && ratio < 0.97 ? std::max(0.6, ratio) : 1;
 }
 
-static void AddBar(Outline& objOutline, const Affine& objMap, const Rect& rc)
+static void AddBar(Outline& outline, const Affine& map, const Rect& rect)
 {
-    Outline objBar;
-    objBar.AddBox(rc);
-    objOutline.Append(objBar.Transformed(objMap));
+    Outline bar;
+    bar.AddBox(rect);
+    outline.Append(bar.Transformed(map));
 }
 
-static void PaintBox(DeviceContext& dc, const Rect& rc, const Affine& objMap)
+static void PaintBox(DeviceContext& dc, const Rect& rect, const Affine& map)
 {
-    Outline objBox;
-    objBox.AddBox(rc);
-    dc.Fill(objBox.Transformed(objMap), Ink{dc.Resolved(dc.State.nBackColor), nullptr, 0, 0}, kRop2Copy);
+    Outline box;
+    box.AddBox(rect);
+    dc.Fill(box.Transformed(map), Ink{dc.Resolved(dc.state.back_color), nullptr, 0, 0}, kRop2Copy);
 }
 
-bool DrawText(DeviceContext& dc, const TextRun& objRun)
+bool DrawText(DeviceContext& dc, const TextRun& run)
 {
-    DcState& objState = dc.State;
-    const Affine& objMap = dc.LogicalToPicture();
-    if (objRun.rcBox && objRun.bFillBox && !dc.InPath())
-        PaintBox(dc, *objRun.rcBox, objMap);
-    if (objRun.aText.empty() || !objState.pFont)
+    DcState& state = dc.state;
+    const Affine& map = dc.LogicalToPicture();
+    if (run.box && run.fill_box && !dc.InPath())
+        PaintBox(dc, *run.box, map);
+    if (run.text.empty() || !state.font)
         return true;
-    const Font& objFont = *objState.pFont;
-    const SizedFont objSize = objSized(dc, objFont);
-    if (!objSize.pFace)
+    const Font& font = *state.font;
+    const SizedFont size = MakeSizedFont(dc, font);
+    if (!size.face)
         return false;
-    const std::vector<PlacedGlyph> aGlyphs = aGlyphsOf(dc, objRun, objFont, objSize);
-    if (aGlyphs.empty())
+    const std::vector<PlacedGlyph> glyphs = GlyphsOf(dc, run, font, size);
+    if (glyphs.empty())
         return !dc.Work().Spent();
-    const std::vector<Point> aSteps = aStepsOf(dc, objRun, objSize, aGlyphs);
-    Point ptEnd;
-    for (const Point& ptStep : aSteps)
-        ptEnd = ptEnd + ptStep;
+    const std::vector<Point> steps = StepsOf(dc, run, size, glyphs);
+    Point end;
+    for (const Point& step : steps)
+        end = end + step;
 
     // Where the base line begins, seen from the reference point.
-    const std::uint32_t nAlign = objState.nTextAlign;
-    const bool bUpdate = (nAlign & kAlignUpdate) != 0;
-    const Point ptReference = bUpdate ? objState.ptPosition : objRun.ptReference;
-    const double dAscent = objSize.pFace->Ascent() * objSize.dEm;
-    const double dDescent = objSize.pFace->Descent() * objSize.dEm;
-    const bool bCenter = (nAlign & kAlignCenter) == kAlignCenter;
-    const bool bRight = !bCenter && (nAlign & kAlignRight) != 0;
-    Point ptStart{bCenter ? -ptEnd.x / 2 : bRight ? -ptEnd.x : 0, dAscent};
-    if ((nAlign & kAlignBaseLine) == kAlignBaseLine)
-        ptStart.y = 0;
-    else if ((nAlign & kAlignBottom) != 0)
-        ptStart.y = -dDescent;
-    const Point ptOrigin = objMap.Apply(ptReference) + objSize.objToPicture.ApplyToVector(ptStart);
-    Affine objToPicture = objSize.objToPicture;
-    objToPicture.x0 = dTamed(ptOrigin.x);
-    objToPicture.y0 = dTamed(ptOrigin.y);
-    if (!objToPicture.Finite())
+    const std::uint32_t align = state.text_align;
+    const bool updates_position = (align & kAlignUpdate) != 0;
+    const Point reference = updates_position ? state.position : run.reference;
+    const double ascent = size.face->Ascent() * size.em;
+    const double descent = size.face->Descent() * size.em;
+    const bool center = (align & kAlignCenter) == kAlignCenter;
+    const bool right = !center && (align & kAlignRight) != 0;
+    Point start{center ? -end.x / 2 : right ? -end.x : 0, ascent};
+    if ((align & kAlignBaseLine) == kAlignBaseLine)
+        start.y = 0;
+    else if ((align & kAlignBottom) != 0)
+        start.y = -descent;
+    const Point origin = map.Apply(reference) + size.to_picture.ApplyToVector(start);
+    Affine to_picture = size.to_picture;
+    to_picture.x0 = Tamed(origin.x);
+    to_picture.y0 = Tamed(origin.y);
+    if (!to_picture.Finite())
         return true;
 
-    Outline objLetters;
-    const double dWiden = objSize.dWiden * dCondensed(objRun, objSize, aGlyphs, aSteps);
-    Point ptPen;
-    for (std::size_t n = 0; n < aGlyphs.size(); ++n) {
-        const Outline& objShape = aGlyphs[n].pFace->Shape(aGlyphs[n].nGlyph).objOutline;
-        const Affine objPlace{objSize.dEm * dWiden, 0, 0, objSize.dEm, ptPen.x, ptPen.y};
-        if (!dc.Work().Spend(objShape.PointCount() * 16))
+    Outline letters;
+    const double widen = size.widen * Condensed(run, size, glyphs, steps);
+    Point pen;
+    for (std::size_t n = 0; n < glyphs.size(); ++n) {
+        const Outline& shape = glyphs[n].face->Shape(glyphs[n].glyph).outline;
+        const Affine place{size.em * widen, 0, 0, size.em, pen.x, pen.y};
+        if (!dc.Work().Spend(shape.PointCount() * 16))
             return false;
-        objLetters.Append(objShape.Transformed(Then(objPlace, objToPicture)));
-        ptPen = ptPen + aSteps[n];
+        letters.Append(shape.Transformed(Then(place, to_picture)));
+        pen = pen + steps[n];
     }
-    const double dThick = std::max(objSize.pFace->UnderlineThickness() * objSize.dEm, dc.UnitOfDevice().y);
-    const auto Underline = [&](double dMiddle) {
-        AddBar(objLetters, objToPicture, {0, dMiddle - dThick / 2, ptEnd.x, dMiddle + dThick / 2});
+    const double thick = std::max(size.face->UnderlineThickness() * size.em, dc.UnitOfDevice().y);
+    const auto underline = [&](double middle) {
+        AddBar(letters, to_picture, {0, middle - thick / 2, end.x, middle + thick / 2});
     };
-    if (objFont.bUnderline)
-        Underline(objSize.pFace->UnderlineOffset() * objSize.dEm);
-    if (objFont.bStrikeOut)
-        Underline(-0.3 * dAscent);
+    if (font.underline)
+        underline(size.face->UnderlineOffset() * size.em);
+    if (font.strike_out)
+        underline(-0.3 * ascent);
 
     if (dc.InPath())
-        dc.AddToPath(objLetters);
+        dc.AddToPath(letters);
     else {
-        const Clip clipBefore = objState.clip;
-        if (objRun.rcBox && objRun.bClipToBox)
-            dc.CombineClip(dc.ClipOf({&*objRun.rcBox, 1}, objMap), ClipMode::And);
-        if (objState.bOpaqueBack && !objRun.bFillBox)
-            PaintBox(dc, {0, -dAscent, ptEnd.x, dDescent}, objToPicture);
-        dc.Target().Fill(objLetters, true, Ink{dc.Resolved(objState.nTextColor), nullptr, 0, 0}, kRop2Copy,
+        const Clip before = state.clip;
+        if (run.box && run.clip_to_box)
+            dc.CombineClip(dc.ClipOf({&*run.box, 1}, map), ClipMode::kAnd);
+        if (state.opaque_back && !run.fill_box)
+            PaintBox(dc, {0, -ascent, end.x, descent}, to_picture);
+        dc.Target().Fill(letters, true, Ink{dc.Resolved(state.text_color), nullptr, 0, 0}, kRop2Copy,
                          dc.CurrentClip(), true);
-        objState.clip = clipBefore;
+        state.clip = before;
     }
-    if (bUpdate && !bCenter) {
-        const double dTurn = objFont.dEscapement / 1800 * std::numbers::pi;
-        const double dMoved = bRight ? -ptEnd.x : ptEnd.x;
-        dc.MoveTo(ptReference + Point{dMoved * std::cos(dTurn), -dMoved * std::sin(dTurn) * dc.Handedness()});
+    if (updates_position && !center) {
+        const double turn = font.escapement / 1800 * std::numbers::pi;
+        const double moved = right ? -end.x : end.x;
+        dc.MoveTo(reference + Point{moved * std::cos(turn), -moved * std::sin(turn) * dc.Handedness()});
     }
     return !dc.Work().Spent();
 }

@@ -15,132 +15,132 @@
 static constexpr std::uint64_t kCostOfLookup = 300'000;
 static constexpr std::size_t kMostShapesKept = 4096;
 
-FontFace::FontFace(FT_FaceRec_* pFace, bool bSameFamily, bool bEmbolden, double dSlant)
-    : m_pFace(pFace), m_bSameFamily(bSameFamily), m_bEmbolden(bEmbolden), m_dSlant(dSlant)
+FontFace::FontFace(FT_FaceRec_* face, bool same_family, bool embolden, double slant)
+    : face_(face), same_family_(same_family), embolden_(embolden), slant_(slant)
 {
-    m_bSymbolMap = FT_Select_Charmap(pFace, FT_ENCODING_UNICODE) != 0 &&
-                   FT_Select_Charmap(pFace, FT_ENCODING_MS_SYMBOL) == 0;
-    const double dEm = pFace->units_per_EM > 0 ? pFace->units_per_EM : 1000;
-    m_dAscent = pFace->ascender / dEm;
-    m_dDescent = -pFace->descender / dEm;
-    const auto* pMetrics = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(pFace, FT_SFNT_OS2));
-    if (pMetrics && pMetrics->version != 0xFFFF) {
-        if (pMetrics->usWinAscent + pMetrics->usWinDescent > 0) {
-            m_dAscent = pMetrics->usWinAscent / dEm;
-            m_dDescent = pMetrics->usWinDescent / dEm;
+    symbol_map_ = FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0 &&
+                  FT_Select_Charmap(face, FT_ENCODING_MS_SYMBOL) == 0;
+    const double em = face->units_per_EM > 0 ? face->units_per_EM : 1000;
+    ascent_ = face->ascender / em;
+    descent_ = -face->descender / em;
+    const auto* metrics = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
+    if (metrics && metrics->version != 0xFFFF) {
+        if (metrics->usWinAscent + metrics->usWinDescent > 0) {
+            ascent_ = metrics->usWinAscent / em;
+            descent_ = metrics->usWinDescent / em;
         }
-        if (pMetrics->xAvgCharWidth > 0)
-            m_dMeanWidth = pMetrics->xAvgCharWidth / dEm;
+        if (metrics->xAvgCharWidth > 0)
+            mean_width_ = metrics->xAvgCharWidth / em;
     }
-    if (!(m_dAscent + m_dDescent > 0.1)) {
-        m_dAscent = 0.9;
-        m_dDescent = 0.2;
+    if (!(ascent_ + descent_ > 0.1)) {
+        ascent_ = 0.9;
+        descent_ = 0.2;
     }
-    if (pFace->underline_thickness > 0) {
-        m_dUnderlineThickness = pFace->underline_thickness / dEm;
-        m_dUnderlineOffset = -pFace->underline_position / dEm;
+    if (face->underline_thickness > 0) {
+        underline_thickness_ = face->underline_thickness / em;
+        underline_offset_ = -face->underline_position / em;
     }
 }
 
 FontFace::~FontFace()
 {
-    FT_Done_Face(m_pFace);
+    FT_Done_Face(face_);
 }
 
-std::uint32_t FontFace::GlyphOf(char32_t nCharacter) const
+std::uint32_t FontFace::GlyphOf(char32_t character) const
 {
-    return FT_Get_Char_Index(m_pFace, nCharacter);
+    return FT_Get_Char_Index(face_, character);
 }
 
 /// What an outline is built into while FreeType takes a glyph apart.
 struct GlyphTaker {
-    Outline& objOutline;
-    double dScale;
-    Point ptLast;
+    Outline& outline;
+    double scale;
+    Point last;
 
-    Point From(const FT_Vector* pPoint) const
+    Point From(const FT_Vector* point) const
     {
-        return {static_cast<double>(pPoint->x) * dScale, -static_cast<double>(pPoint->y) * dScale};
+        return {static_cast<double>(point->x) * scale, -static_cast<double>(point->y) * scale};
     }
 };
 
-static int TakeMove(const FT_Vector* pTo, void* pUser)
+static int TakeMove(const FT_Vector* to, void* user)
 {
-    auto& objTaker = *static_cast<GlyphTaker*>(pUser);
-    objTaker.objOutline.Close();
-    objTaker.ptLast = objTaker.From(pTo);
-    objTaker.objOutline.MoveTo(objTaker.ptLast);
+    auto& taker = *static_cast<GlyphTaker*>(user);
+    taker.outline.Close();
+    taker.last = taker.From(to);
+    taker.outline.MoveTo(taker.last);
     return 0;
 }
 
-static int TakeLine(const FT_Vector* pTo, void* pUser)
+static int TakeLine(const FT_Vector* to, void* user)
 {
-    auto& objTaker = *static_cast<GlyphTaker*>(pUser);
-    objTaker.ptLast = objTaker.From(pTo);
-    objTaker.objOutline.LineTo(objTaker.ptLast);
+    auto& taker = *static_cast<GlyphTaker*>(user);
+    taker.last = taker.From(to);
+    taker.outline.LineTo(taker.last);
     return 0;
 }
 
-static int TakeConic(const FT_Vector* pControl, const FT_Vector* pTo, void* pUser)
+static int TakeConic(const FT_Vector* control, const FT_Vector* to, void* user)
 {
-    auto& objTaker = *static_cast<GlyphTaker*>(pUser);
-    const Point ptControl = objTaker.From(pControl);
-    const Point ptEnd = objTaker.From(pTo);
+    auto& taker = *static_cast<GlyphTaker*>(user);
+    const Point control_point = taker.From(control);
+    const Point end = taker.From(to);
     // A quadratic curve as a cubic.
-    objTaker.objOutline.CurveTo(objTaker.ptLast + (2.0 / 3) * (ptControl - objTaker.ptLast),
-                                ptEnd + (2.0 / 3) * (ptControl - ptEnd), ptEnd);
-    objTaker.ptLast = ptEnd;
+    taker.outline.CurveTo(taker.last + (2.0 / 3) * (control_point - taker.last),
+                          end + (2.0 / 3) * (control_point - end), end);
+    taker.last = end;
     return 0;
 }
 
-static int TakeCubic(const FT_Vector* pA, const FT_Vector* pB, const FT_Vector* pTo, void* pUser)
+static int TakeCubic(const FT_Vector* a, const FT_Vector* b, const FT_Vector* to, void* user)
 {
-    auto& objTaker = *static_cast<GlyphTaker*>(pUser);
-    objTaker.ptLast = objTaker.From(pTo);
-    objTaker.objOutline.CurveTo(objTaker.From(pA), objTaker.From(pB), objTaker.ptLast);
+    auto& taker = *static_cast<GlyphTaker*>(user);
+    taker.last = taker.From(to);
+    taker.outline.CurveTo(taker.From(a), taker.From(b), taker.last);
     return 0;
 }
 
-const GlyphShape& FontFace::Shape(std::uint32_t nGlyph)
+const GlyphShape& FontFace::Shape(std::uint32_t glyph)
 {
-    const auto itFound = m_aShapes.find(nGlyph);
-    if (itFound != m_aShapes.end())
-        return itFound->second;
-    if (m_aShapes.size() >= kMostShapesKept)
-        m_aShapes.clear();
-    GlyphShape& objShape = m_aShapes[nGlyph];
-    if (FT_Load_Glyph(m_pFace, nGlyph, FT_LOAD_NO_SCALE | FT_LOAD_NO_BITMAP) != 0)
-        return objShape;
-    FT_GlyphSlot pSlot = m_pFace->glyph;
-    const double dScale = 1.0 / (m_pFace->units_per_EM > 0 ? m_pFace->units_per_EM : 1000);
-    objShape.dAdvance = static_cast<double>(pSlot->metrics.horiAdvance) * dScale;
-    if (pSlot->format != FT_GLYPH_FORMAT_OUTLINE)
-        return objShape;
-    if (m_bEmbolden)
-        FT_Outline_Embolden(&pSlot->outline, m_pFace->units_per_EM / 24);
-    if (m_dSlant != 0) {
-        const FT_Matrix objShear{0x10000, static_cast<FT_Fixed>(m_dSlant * 0x10000), 0, 0x10000};
-        FT_Outline_Transform(&pSlot->outline, &objShear);
+    const auto found = shapes_.find(glyph);
+    if (found != shapes_.end())
+        return found->second;
+    if (shapes_.size() >= kMostShapesKept)
+        shapes_.clear();
+    GlyphShape& shape = shapes_[glyph];
+    if (FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE | FT_LOAD_NO_BITMAP) != 0)
+        return shape;
+    FT_GlyphSlot slot = face_->glyph;
+    const double scale = 1.0 / (face_->units_per_EM > 0 ? face_->units_per_EM : 1000);
+    shape.advance = static_cast<double>(slot->metrics.horiAdvance) * scale;
+    if (slot->format != FT_GLYPH_FORMAT_OUTLINE)
+        return shape;
+    if (embolden_)
+        FT_Outline_Embolden(&slot->outline, face_->units_per_EM / 24);
+    if (slant_ != 0) {
+        const FT_Matrix shear{0x10000, static_cast<FT_Fixed>(slant_ * 0x10000), 0, 0x10000};
+        FT_Outline_Transform(&slot->outline, &shear);
     }
-    FT_Outline_Funcs objFunctions{TakeMove, TakeLine, TakeConic, TakeCubic, 0, 0};
-    GlyphTaker objTaker{objShape.objOutline, dScale, {}};
-    if (FT_Outline_Decompose(&pSlot->outline, &objFunctions, &objTaker) != 0)
-        objShape.objOutline.Clear();
-    objShape.objOutline.Close();
-    return objShape;
+    FT_Outline_Funcs functions{TakeMove, TakeLine, TakeConic, TakeCubic, 0, 0};
+    GlyphTaker taker{shape.outline, scale, {}};
+    if (FT_Outline_Decompose(&slot->outline, &functions, &taker) != 0)
+        shape.outline.Clear();
+    shape.outline.Close();
+    return shape;
 }
 
 FontShelf::~FontShelf()
 {
-    m_aFaces.clear();
-    if (m_pLibrary)
-        FT_Done_FreeType(m_pLibrary);
+    faces_.clear();
+    if (library_)
+        FT_Done_FreeType(library_);
 }
 
 // Names of old that no font bears any more, by what took their place; and families that go by their kind.
-static const char* sKnownSubstitute(const std::string& sFace)
+static const char* KnownSubstitute(const std::string& face)
 {
-    static constexpr std::array<std::pair<std::string_view, const char*>, 12> aKnown = {{
+    static constexpr std::array<std::pair<std::string_view, const char*>, 12> kKnown = {{
         {"Helv", "Arial"},
         {"MS Sans Serif", "Arial"},
         {"MS Shell Dlg", "Arial"},
@@ -154,123 +154,122 @@ static const char* sKnownSubstitute(const std::string& sFace)
         {"Lucida Console", "Courier New"},
         {"Arial Narrow", "Liberation Sans Narrow"},
     }};
-    for (const auto& [sName, sSubstitute] : aKnown)
-        if (sFace == sName)
-            return sSubstitute;
+    for (const auto& [name, substitute] : kKnown)
+        if (face == name)
+            return substitute;
     // PostScript's names go on with the style: Times-Roman, Helvetica-Bold.
-    if (sFace.starts_with("Helvetica"))
+    if (face.starts_with("Helvetica"))
         return "Arial";
-    if (sFace.starts_with("Times"))
+    if (face.starts_with("Times"))
         return "Times New Roman";
-    return sFace.starts_with("Courier") ? "Courier New" : nullptr;
+    return face.starts_with("Courier") ? "Courier New" : nullptr;
 }
 
-static const char* sFamilyOfKind(const Font& objFont)
+static const char* FamilyOfKind(const Font& font)
 {
-    const bool bFixed = (objFont.nPitchAndFamily & 3) == 1;
-    const int nKind = objFont.nPitchAndFamily >> 4;
-    if (bFixed || nKind == 3)
+    const bool fixed = (font.pitch_and_family & 3) == 1;
+    const int kind = font.pitch_and_family >> 4;
+    if (fixed || kind == 3)
         return "Courier New";
-    return nKind == 1 ? "Times New Roman" : "Arial";
+    return kind == 1 ? "Times New Roman" : "Arial";
 }
 
-static const FcChar8* pText(const char* sText)
+static const FcChar8* AsFcText(const char* text)
 {
-    return reinterpret_cast<const FcChar8*>(sText);
+    return reinterpret_cast<const FcChar8*>(text);
 }
 
 struct FcPatternRelease {
-    void operator()(FcPattern* pPattern) const { FcPatternDestroy(pPattern); }
+    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
 };
 using FcPatternPtr = std::unique_ptr<FcPattern, FcPatternRelease>;
 
-static FcPatternPtr pMatched(const Font& objFont, char32_t nCharacter)
+static FcPatternPtr MatchFont(const Font& font, char32_t character)
 {
-    const FcPatternPtr pPattern(FcPatternCreate());
-    if (!pPattern)
+    const FcPatternPtr pattern(FcPatternCreate());
+    if (!pattern)
         return nullptr;
-    if (!objFont.sFace.empty() && nCharacter == 0)
-        FcPatternAddString(pPattern.get(), FC_FAMILY, pText(objFont.sFace.c_str()));
-    if (const char* sSubstitute = sKnownSubstitute(objFont.sFace))
-        FcPatternAddString(pPattern.get(), FC_FAMILY, pText(sSubstitute));
-    FcPatternAddString(pPattern.get(), FC_FAMILY, pText(sFamilyOfKind(objFont)));
-    const std::int32_t lWeight = objFont.lWeight <= 0 ? 400 : std::clamp(objFont.lWeight, 1, 1000);
-    FcPatternAddInteger(pPattern.get(), FC_WEIGHT, FcWeightFromOpenType(lWeight));
-    FcPatternAddInteger(pPattern.get(), FC_SLANT, objFont.bItalic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-    FcPatternAddBool(pPattern.get(), FC_SCALABLE, FcTrue);
-    FcPatternAddBool(pPattern.get(), FC_OUTLINE, FcTrue);
-    FcPatternAddBool(pPattern.get(), FC_COLOR, FcFalse);
-    if (nCharacter != 0) {
-        FcCharSet* pSet = FcCharSetCreate();
-        FcCharSetAddChar(pSet, nCharacter);
-        FcPatternAddCharSet(pPattern.get(), FC_CHARSET, pSet);
-        FcCharSetDestroy(pSet);
+    if (!font.face.empty() && character == 0)
+        FcPatternAddString(pattern.get(), FC_FAMILY, AsFcText(font.face.c_str()));
+    if (const char* substitute = KnownSubstitute(font.face))
+        FcPatternAddString(pattern.get(), FC_FAMILY, AsFcText(substitute));
+    FcPatternAddString(pattern.get(), FC_FAMILY, AsFcText(FamilyOfKind(font)));
+    const std::int32_t weight = font.weight <= 0 ? 400 : std::clamp(font.weight, 1, 1000);
+    FcPatternAddInteger(pattern.get(), FC_WEIGHT, FcWeightFromOpenType(weight));
+    FcPatternAddInteger(pattern.get(), FC_SLANT, font.italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+    FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
+    FcPatternAddBool(pattern.get(), FC_OUTLINE, FcTrue);
+    FcPatternAddBool(pattern.get(), FC_COLOR, FcFalse);
+    if (character != 0) {
+        FcCharSet* set = FcCharSetCreate();
+        FcCharSetAddChar(set, character);
+        FcPatternAddCharSet(pattern.get(), FC_CHARSET, set);
+        FcCharSetDestroy(set);
     }
-    FcConfigSubstitute(nullptr, pPattern.get(), FcMatchPattern);
-    FcDefaultSubstitute(pPattern.get());
-    FcResult eResult = FcResultNoMatch;
-    return FcPatternPtr(FcFontMatch(nullptr, pPattern.get(), &eResult));
+    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcDefaultSubstitute(pattern.get());
+    FcResult result = FcResultNoMatch;
+    return FcPatternPtr(FcFontMatch(nullptr, pattern.get(), &result));
 }
 
-static bool bHasFamily(FcPattern* pPattern, const std::string& sFamily)
+static bool HasFamily(FcPattern* pattern, const std::string& family)
 {
-    FcChar8* pName = nullptr;
-    for (int n = 0; FcPatternGetString(pPattern, FC_FAMILY, n, &pName) == FcResultMatch; ++n)
-        if (FcStrCmpIgnoreCase(pName, pText(sFamily.c_str())) == 0)
+    FcChar8* name = nullptr;
+    for (int n = 0; FcPatternGetString(pattern, FC_FAMILY, n, &name) == FcResultMatch; ++n)
+        if (FcStrCmpIgnoreCase(name, AsFcText(family.c_str())) == 0)
             return true;
     return false;
 }
 
-FontFace* FontShelf::pFound(const std::string& sKey, const Font& objFont, char32_t nCharacter)
+FontFace* FontShelf::FindFace(const std::string& key, const Font& font, char32_t character)
 {
-    const auto itFound = m_aFaces.find(sKey);
-    if (itFound != m_aFaces.end())
-        return itFound->second.get();
-    if (!m_objBudget.Spend(kCostOfLookup) || (!m_pLibrary && FT_Init_FreeType(&m_pLibrary) != 0))
+    const auto found = faces_.find(key);
+    if (found != faces_.end())
+        return found->second.get();
+    if (!budget_.Spend(kCostOfLookup) || (!library_ && FT_Init_FreeType(&library_) != 0))
         return nullptr;
-    std::unique_ptr<FontFace>& pKept = m_aFaces[sKey];
-    const FcPatternPtr pMatch = pMatched(objFont, nCharacter);
-    FcChar8* pFile = nullptr;
-    if (!pMatch || FcPatternGetString(pMatch.get(), FC_FILE, 0, &pFile) != FcResultMatch)
+    std::unique_ptr<FontFace>& kept = faces_[key];
+    const FcPatternPtr match = MatchFont(font, character);
+    FcChar8* file = nullptr;
+    if (!match || FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch)
         return nullptr;
-    int nIndex = 0;
-    FcPatternGetInteger(pMatch.get(), FC_INDEX, 0, &nIndex);
-    FcBool bEmbolden = FcFalse;
-    FcPatternGetBool(pMatch.get(), FC_EMBOLDEN, 0, &bEmbolden);
-    FcMatrix* pMatrix = nullptr;
-    const bool bSheared =
-        FcPatternGetMatrix(pMatch.get(), FC_MATRIX, 0, &pMatrix) == FcResultMatch && pMatrix;
-    FT_Face pFace = nullptr;
-    if (FT_New_Face(m_pLibrary, reinterpret_cast<const char*>(pFile), nIndex, &pFace) != 0)
+    int index = 0;
+    FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
+    FcBool embolden = FcFalse;
+    FcPatternGetBool(match.get(), FC_EMBOLDEN, 0, &embolden);
+    FcMatrix* matrix = nullptr;
+    const bool sheared = FcPatternGetMatrix(match.get(), FC_MATRIX, 0, &matrix) == FcResultMatch && matrix;
+    FT_Face face = nullptr;
+    if (FT_New_Face(library_, reinterpret_cast<const char*>(file), index, &face) != 0)
         return nullptr;
-    if (!FT_IS_SCALABLE(pFace)) {
-        FT_Done_Face(pFace);
+    if (!FT_IS_SCALABLE(face)) {
+        FT_Done_Face(face);
         return nullptr;
     }
-    pKept = std::make_unique<FontFace>(pFace, bHasFamily(pMatch.get(), objFont.sFace), bEmbolden != FcFalse,
-                                       bSheared ? pMatrix->xy : 0);
-    if (nCharacter != 0 && pKept->GlyphOf(nCharacter) == 0)
-        pKept.reset();  // fontconfig gives the nearest, even if it doesn't have the character
-    return pKept.get();
+    kept = std::make_unique<FontFace>(face, HasFamily(match.get(), font.face), embolden != FcFalse,
+                                      sheared ? matrix->xy : 0);
+    if (character != 0 && kept->GlyphOf(character) == 0)
+        kept.reset();  // fontconfig gives the nearest, even if it doesn't have the character
+    return kept.get();
 }
 
-static std::string sStyleKey(const Font& objFont)
+static std::string StyleKey(const Font& font)
 {
-    return std::to_string(objFont.lWeight) + (objFont.bItalic ? "i" : "r") +
-           std::to_string(objFont.nPitchAndFamily & 0xF3);
+    return std::to_string(font.weight) + (font.italic ? "i" : "r") +
+           std::to_string(font.pitch_and_family & 0xF3);
 }
 
-FontFace* FontShelf::pFaceFor(const Font& objFont)
+FontFace* FontShelf::FaceFor(const Font& font)
 {
-    return pFound(objFont.sFace + '\n' + sStyleKey(objFont), objFont, 0);
+    return FindFace(font.face + '\n' + StyleKey(font), font, 0);
 }
 
-FontFace* FontShelf::pFaceWith(char32_t nCharacter, const Font& objFont)
+FontFace* FontShelf::FaceWith(char32_t character, const Font& font)
 {
     // Fonts that were opened for other characters are asked first: a text stays in one script, mostly.
-    for (const auto& [sKey, pFace] : m_aFaces)
-        if (pFace && sKey.front() == '\t' && pFace->GlyphOf(nCharacter) != 0)
-            return pFace.get();
-    return pFound('\t' + std::to_string(static_cast<std::uint32_t>(nCharacter)) + '\n' + sStyleKey(objFont),
-                  objFont, nCharacter);
+    for (const auto& [key, face] : faces_)
+        if (face && key.front() == '\t' && face->GlyphOf(character) != 0)
+            return face.get();
+    return FindFace('\t' + std::to_string(static_cast<std::uint32_t>(character)) + '\n' + StyleKey(font),
+                    font, character);
 }

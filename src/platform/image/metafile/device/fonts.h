@@ -17,67 +17,67 @@ struct FT_LibraryRec_;
 
 /// One letter. Lengths are in widths of an em; y grows downwards from the base line.
 struct GlyphShape {
-    Outline objOutline;
-    double dAdvance = 0;
+    Outline outline;
+    double advance = 0;
 };
 
 /// A font file that was found for a name and a style.
 class FontFace
 {
 public:
-    /// Takes over pFace. dSlant shears upright letters for an italic that has no font of its own.
-    FontFace(FT_FaceRec_* pFace, bool bSameFamily, bool bEmbolden, double dSlant);
+    /// Takes over face. slant shears upright letters for an italic that has no font of its own.
+    FontFace(FT_FaceRec_* face, bool same_family, bool embolden, double slant);
     ~FontFace();
     FontFace(const FontFace&) = delete;
     FontFace& operator=(const FontFace&) = delete;
 
-    bool SameFamily() const { return m_bSameFamily; }  ///< the family is the one that was asked for
-    bool HasSymbolMap() const { return m_bSymbolMap; }
+    bool SameFamily() const { return same_family_; }  ///< the family is the one that was asked for
+    bool HasSymbolMap() const { return symbol_map_; }
     /// The number of a character's glyph; 0 if there is none.
-    std::uint32_t GlyphOf(char32_t nCharacter) const;
-    const GlyphShape& Shape(std::uint32_t nGlyph);
+    std::uint32_t GlyphOf(char32_t character) const;
+    const GlyphShape& Shape(std::uint32_t glyph);
 
-    double Ascent() const { return m_dAscent; }  ///< of the cell, above the base line
-    double Descent() const { return m_dDescent; }
-    double MeanWidth() const { return m_dMeanWidth; }
+    double Ascent() const { return ascent_; }  ///< of the cell, above the base line
+    double Descent() const { return descent_; }
+    double MeanWidth() const { return mean_width_; }
     double UnderlineOffset() const
     {
-        return m_dUnderlineOffset;
+        return underline_offset_;
     }  ///< from the base line down to the line's middle
-    double UnderlineThickness() const { return m_dUnderlineThickness; }
+    double UnderlineThickness() const { return underline_thickness_; }
 
 private:
-    FT_FaceRec_* m_pFace;
-    bool m_bSameFamily;
-    bool m_bEmbolden;
-    double m_dSlant;
-    bool m_bSymbolMap = false;
-    double m_dAscent = 0.9;
-    double m_dDescent = 0.2;
-    double m_dMeanWidth = 0.45;
-    double m_dUnderlineOffset = 0.1;
-    double m_dUnderlineThickness = 0.05;
-    std::unordered_map<std::uint32_t, GlyphShape> m_aShapes;
+    FT_FaceRec_* face_;
+    bool same_family_;
+    bool embolden_;
+    double slant_;
+    bool symbol_map_ = false;
+    double ascent_ = 0.9;
+    double descent_ = 0.2;
+    double mean_width_ = 0.45;
+    double underline_offset_ = 0.1;
+    double underline_thickness_ = 0.05;
+    std::unordered_map<std::uint32_t, GlyphShape> shapes_;
 };
 
 /// The fonts of one play, found once each.
 class FontShelf
 {
 public:
-    explicit FontShelf(Budget& objBudget) : m_objBudget(objBudget) {}
+    explicit FontShelf(Budget& budget) : budget_(budget) {}
     ~FontShelf();
     FontShelf(const FontShelf&) = delete;
     FontShelf& operator=(const FontShelf&) = delete;
 
     /// Null when the machine has no font at all, or the work isn't granted.
-    FontFace* pFaceFor(const Font& objFont);
-    /// A font that has the character, in a style like objFont's; null if there is none.
-    FontFace* pFaceWith(char32_t nCharacter, const Font& objFont);
+    FontFace* FaceFor(const Font& font);
+    /// A font that has the character, in a style like font's; null if there is none.
+    FontFace* FaceWith(char32_t character, const Font& font);
 
 private:
-    FontFace* pFound(const std::string& sKey, const Font& objFont, char32_t nCharacter);
+    FontFace* FindFace(const std::string& key, const Font& font, char32_t character);
 
-    Budget& m_objBudget;
-    FT_LibraryRec_* m_pLibrary = nullptr;
-    std::map<std::string, std::unique_ptr<FontFace>> m_aFaces;
+    Budget& budget_;
+    FT_LibraryRec_* library_ = nullptr;
+    std::map<std::string, std::unique_ptr<FontFace>> faces_;
 };

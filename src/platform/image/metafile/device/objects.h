@@ -15,35 +15,35 @@
 using ColorRef = std::uint32_t;
 
 struct Palette {
-    std::vector<std::uint32_t> aColors;  ///< red, green, blue from the high byte down
+    std::vector<std::uint32_t> colors;  ///< red, green, blue from the high byte down
 };
 
 /// A device-independent bitmap, its bytes lent by the file.
 struct DibSource {
-    Bytes aHeader;                 ///< BITMAPINFOHEADER (or its older form) with the palette
-    Bytes aBits;                   ///< the pixels
-    bool bIndexesPalette = false;  ///< its palette holds indexes into the palette that is selected
+    Bytes header;                  ///< BITMAPINFOHEADER (or its older form) with the palette
+    Bytes bits;                    ///< the pixels
+    bool indexes_palette = false;  ///< its palette holds indexes into the palette that is selected
 
-    bool Empty() const { return aHeader.empty(); }
+    bool Empty() const { return header.empty(); }
 };
 
 /// The bitmap of old WMF records, without a palette.
 struct Bitmap16Source {
-    std::int32_t lWidth = 0;
-    std::int32_t lHeight = 0;
-    std::uint32_t nBytesPerRow = 0;
-    std::uint32_t nBitsPerPixel = 0;
-    Bytes aBits;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::uint32_t bytes_per_row = 0;
+    std::uint32_t bits_per_pixel = 0;
+    Bytes bits;
 };
 
-enum class BrushKind { Null, Solid, Hatched, Dib, MonoDib, Bitmap16 };
+enum class BrushKind { kNull, kSolid, kHatched, kDib, kMonoDib, kBitmap16 };
 
 struct Brush {
-    BrushKind eKind = BrushKind::Solid;
-    ColorRef nColor = 0xFFFFFF;
-    std::uint32_t nHatch = 0;  ///< 0 horizontal, 1 vertical, 2 falling, 3 rising, 4 cross, 5 diagonal cross
-    DibSource objDib;          ///< MonoDib: the two colours are those of the text and its background
-    Bitmap16Source objBitmap16;
+    BrushKind kind = BrushKind::kSolid;
+    ColorRef color = 0xFFFFFF;
+    std::uint32_t hatch = 0;  ///< 0 horizontal, 1 vertical, 2 falling, 3 rising, 4 cross, 5 diagonal cross
+    DibSource dib;            ///< MonoDib: the two colours are those of the text and its background
+    Bitmap16Source bitmap16;
 };
 
 /// The bits of a pen's style.
@@ -64,38 +64,38 @@ constexpr std::uint32_t kGeometric = 0x10000;
 }  // namespace PenStyle
 
 struct Pen {
-    std::uint32_t nStyle = 0;
-    double dWidth = 0;  ///< logical; 0 or less is one pixel
+    std::uint32_t style = 0;
+    double width = 0;  ///< logical; 0 or less is one pixel
     /// A pen of the extended kind says in its style whether it is geometric; of the others, those wider than
     /// 1 are.
-    bool bExtended = false;
-    Brush objBrush{BrushKind::Solid, 0, 0, {}, {}};
-    std::vector<double> aDashes;  ///< of kUserStyle: lengths of dash, gap, dash...
+    bool extended = false;
+    Brush brush{BrushKind::kSolid, 0, 0, {}, {}};
+    std::vector<double> dashes;  ///< of kUserStyle: lengths of dash, gap, dash...
 };
 
 struct Font {
-    double dHeight = 0;      ///< logical; above 0 the cell's, below 0 the letters', 0 a common size
-    double dWidth = 0;       ///< mean width of a letter, 0 for the font's own
-    double dEscapement = 0;  ///< tenths of a degree, against the clock
-    std::int32_t lWeight = 400;
-    bool bItalic = false;
-    bool bUnderline = false;
-    bool bStrikeOut = false;
-    std::uint8_t nCharSet = 0;
-    std::uint8_t nPitchAndFamily = 0;
-    std::string sFace;  ///< UTF-8
+    double height = 0;      ///< logical; above 0 the cell's, below 0 the letters', 0 a common size
+    double width = 0;       ///< mean width of a letter, 0 for the font's own
+    double escapement = 0;  ///< tenths of a degree, against the clock
+    std::int32_t weight = 400;
+    bool italic = false;
+    bool underline = false;
+    bool strike_out = false;
+    std::uint8_t char_set = 0;
+    std::uint8_t pitch_and_family = 0;
+    std::string face;  ///< UTF-8
 };
 
 struct Region {
-    std::vector<Rect> aRects;
+    std::vector<Rect> rects;
 };
 
 using Object =
     std::variant<std::monostate, std::shared_ptr<const Pen>, std::shared_ptr<const Brush>,
                  std::shared_ptr<const Font>, std::shared_ptr<const Palette>, std::shared_ptr<const Region>>;
 
-/// Stock object nIndex (0 to 19, as the records number them); monostate for another.
-Object objStock(std::uint32_t nIndex);
+/// Stock object index (0 to 19, as the records number them); monostate for another.
+Object Stock(std::uint32_t index);
 
 /// The colours that a palette has until the file sets others: the twenty that every device shares.
-std::shared_ptr<const Palette> pDefaultPalette();
+std::shared_ptr<const Palette> DefaultPalette();

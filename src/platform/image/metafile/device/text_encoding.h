@@ -11,18 +11,18 @@
 /// A character and how many units (bytes, or 16-bit words) of the record stand for it: the distances that a
 /// record gives are counted by units.
 struct TextCharacter {
-    char32_t nCode = 0;
-    std::uint32_t nUnits = 1;
+    char32_t code = 0;
+    std::uint32_t units = 1;
 };
 
 /// Bytes in the code page of a font's character set. What the code page doesn't have comes as U+FFFD.
-std::vector<TextCharacter> aDecodedBytes(Bytes aText, std::uint8_t nCharSet);
+std::vector<TextCharacter> DecodedBytes(Bytes text, std::uint8_t char_set);
 /// UTF-16, little-endian; half a pair comes as U+FFFD.
-std::vector<TextCharacter> aDecodedWords(Bytes aText);
+std::vector<TextCharacter> DecodedWords(Bytes text);
 
-std::string sUtf8(const std::vector<TextCharacter>& aText);
+std::string Utf8(const std::vector<TextCharacter>& text);
 
 /// What a code of the Symbol font means in Unicode; 0 for one without a meaning.
-char32_t nUnicodeOfSymbol(std::uint8_t nCode);
+char32_t UnicodeOfSymbol(std::uint8_t code);
 /// The same for the commonest signs of Wingdings; 0 for the others.
-char32_t nUnicodeOfWingdings(std::uint8_t nCode);
+char32_t UnicodeOfWingdings(std::uint8_t code);

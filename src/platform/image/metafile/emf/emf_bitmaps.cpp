@@ -19,271 +19,270 @@ enum BitmapRecord : std::uint32_t {
 
 static constexpr std::uint8_t kAlphaPerPixel = 1;
 
-static Rect rcOf(Point ptCorner, Point ptSize)
+static Rect RectAt(Point corner, Point size)
 {
-    return {ptCorner.x, ptCorner.y, ptCorner.x + ptSize.x, ptCorner.y + ptSize.y};
+    return {corner.x, corner.y, corner.x + size.x, corner.y + size.y};
 }
 
 /// The source as the transfers of one bitmap describe it.
 struct BlitSource {
-    Point ptCorner;
-    Point ptSize;
-    DibSource objDib;
+    Point corner;
+    Point size;
+    DibSource dib;
 };
 
 // Corner, transform, background and the place of the bitmap: the same fields in the same order in most
 // records.
-static bool bReadSource(const EmfRecord& objRecord, ByteReader& rd, BlitSource& objSource)
+static bool ReadSource(const EmfRecord& record, ByteReader& reader, BlitSource& source)
 {
-    objSource.ptCorner = ptRead(rd);
-    const Affine objWorld = objReadTransform(rd);
-    rd.U32Le();  // background colour: bitmaps with a palette have their own
-    const std::uint32_t nUsage = rd.U32Le();
-    const EmfDibPlace objPlace = objReadDibPlace(rd);
-    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
-    if (rd.Failed() || !objDib)
+    source.corner = ReadPoint(reader);
+    const Affine world = ReadTransform(reader);
+    reader.U32Le();  // background colour: bitmaps with a palette have their own
+    const std::uint32_t usage = reader.U32Le();
+    const EmfDibPlace place = ReadDibPlace(reader);
+    const auto dib = DibAt(record, place, usage);
+    if (reader.Failed() || !dib)
         return false;
-    objSource.objDib = *objDib;
+    source.dib = *dib;
     // The source has a transform of its own, which is the identity unless somebody drew from a scaled
     // context.
-    if (objWorld.Finite() && objWorld.xx != 0 && objWorld.yy != 0)
-        objSource.ptCorner = objWorld.Apply(objSource.ptCorner);
+    if (world.Finite() && world.xx != 0 && world.yy != 0)
+        source.corner = world.Apply(source.corner);
     return true;
 }
 
-static Corners objCornersOfDest(const DeviceContext& dc, const Rect& rcDest)
+static Corners CornersOfDest(const DeviceContext& dc, const Rect& dest)
 {
-    return objCornersOf(rcDest, dc.LogicalToPicture());
+    return CornersOf(dest, dc.LogicalToPicture());
 }
 
-static Outcome eBlit(DeviceContext& dc, const EmfRecord& objRecord)
+static Outcome Blit(DeviceContext& dc, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    rcRead(rd);  // bounds
-    const Point ptDest = ptRead(rd);
-    const Point ptDestSize = ptRead(rd);
-    const std::uint32_t nRop = rd.U32Le();
-    BlitSource objSource;
-    if (!bReadSource(objRecord, rd, objSource))
-        return Outcome::Broken;
-    objSource.ptSize = objRecord.nType == kStretchBlt ? ptRead(rd) : ptDestSize;
-    if (rd.Failed())
-        return Outcome::Broken;
-    const auto nRop3 = static_cast<std::uint8_t>(nRop >> 16);
-    const Rect rcDest = rcOf(ptDest, ptDestSize);
-    if (objSource.objDib.Empty() || !bUsesSource(nRop3)) {
-        if (!bUsesSource(nRop3))
-            PaintRect(dc, rcDest, nRop3);
-        return Outcome::Done;
+    ByteReader reader = record.Data();
+    ReadRect(reader);  // bounds
+    const Point dest = ReadPoint(reader);
+    const Point dest_size = ReadPoint(reader);
+    const std::uint32_t rop = reader.U32Le();
+    BlitSource source;
+    if (!ReadSource(record, reader, source))
+        return Outcome::kBroken;
+    source.size = record.type == kStretchBlt ? ReadPoint(reader) : dest_size;
+    if (reader.Failed())
+        return Outcome::kBroken;
+    const auto rop3 = static_cast<std::uint8_t>(rop >> 16);
+    const Rect dest_rect = RectAt(dest, dest_size);
+    if (source.dib.Empty() || !UsesSource(rop3)) {
+        if (!UsesSource(rop3))
+            PaintRect(dc, dest_rect, rop3);
+        return Outcome::kDone;
     }
-    ImageBuffer aImage;
-    if (!bDecoded(objSource.objDib, dc, DibColors::AsStored, aImage))
-        return Outcome::Broken;
-    DrawBitmap(dc, {aImage, rcOf(objSource.ptCorner, objSource.ptSize)}, objCornersOfDest(dc, rcDest), nRop3);
-    return Outcome::Done;
+    ImageBuffer image;
+    if (!DecodeBitmap(source.dib, dc, DibColors::kAsStored, image))
+        return Outcome::kBroken;
+    DrawBitmap(dc, {image, RectAt(source.corner, source.size)}, CornersOfDest(dc, dest_rect), rop3);
+    return Outcome::kDone;
 }
 
 // Corner of the mask and its bitmap; nothing when it is broken, an empty picture when there is none.
-static std::optional<BitmapMask> objReadMask(DeviceContext& dc, const EmfRecord& objRecord, ByteReader& rd)
+static std::optional<BitmapMask> ReadMask(DeviceContext& dc, const EmfRecord& record, ByteReader& reader)
 {
-    BitmapMask objMask;
-    objMask.lX = static_cast<std::int32_t>(dTamed(rd.I32Le()));
-    objMask.lY = static_cast<std::int32_t>(dTamed(rd.I32Le()));
-    const std::uint32_t nUsage = rd.U32Le();
-    const EmfDibPlace objPlace = objReadDibPlace(rd);
-    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
-    if (rd.Failed() || !objDib ||
-        (!objDib->Empty() && !bDecoded(*objDib, dc, DibColors::AsStored, objMask.aImage)))
+    BitmapMask mask;
+    mask.x = static_cast<std::int32_t>(Tamed(reader.I32Le()));
+    mask.y = static_cast<std::int32_t>(Tamed(reader.I32Le()));
+    const std::uint32_t usage = reader.U32Le();
+    const EmfDibPlace place = ReadDibPlace(reader);
+    const auto dib = DibAt(record, place, usage);
+    if (reader.Failed() || !dib ||
+        (!dib->Empty() && !DecodeBitmap(*dib, dc, DibColors::kAsStored, mask.image)))
         return std::nullopt;
-    return objMask;
+    return mask;
 }
 
-static Outcome eMaskBlt(DeviceContext& dc, const EmfRecord& objRecord)
+static Outcome MaskBlt(DeviceContext& dc, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    rcRead(rd);  // bounds
-    const Point ptDest = ptRead(rd);
-    const Point ptDestSize = ptRead(rd);
-    const std::uint32_t nRop4 = rd.U32Le();
-    BlitSource objSource;
-    if (!bReadSource(objRecord, rd, objSource))
-        return Outcome::Broken;
-    const auto objMask = objReadMask(dc, objRecord, rd);
-    if (!objMask)
-        return Outcome::Broken;
-    const auto nInside = static_cast<std::uint8_t>(nRop4 >> 16);
-    const auto nOutside = static_cast<std::uint8_t>(nRop4 >> 24);
-    const Rect rcDest = rcOf(ptDest, ptDestSize);
-    if (objSource.objDib.Empty()) {
-        if (!bUsesSource(nInside))
-            PaintRect(dc, rcDest, nInside);
-        return Outcome::Done;
+    ByteReader reader = record.Data();
+    ReadRect(reader);  // bounds
+    const Point dest = ReadPoint(reader);
+    const Point dest_size = ReadPoint(reader);
+    const std::uint32_t rop4 = reader.U32Le();
+    BlitSource source;
+    if (!ReadSource(record, reader, source))
+        return Outcome::kBroken;
+    const auto mask = ReadMask(dc, record, reader);
+    if (!mask)
+        return Outcome::kBroken;
+    const auto inside = static_cast<std::uint8_t>(rop4 >> 16);
+    const auto outside = static_cast<std::uint8_t>(rop4 >> 24);
+    const Rect dest_rect = RectAt(dest, dest_size);
+    if (source.dib.Empty()) {
+        if (!UsesSource(inside))
+            PaintRect(dc, dest_rect, inside);
+        return Outcome::kDone;
     }
-    ImageBuffer aImage;
-    if (!bDecoded(objSource.objDib, dc, DibColors::AsStored, aImage))
-        return Outcome::Broken;
-    DrawBitmap(dc, {aImage, rcOf(objSource.ptCorner, ptDestSize)}, objCornersOfDest(dc, rcDest), nInside,
-               objMask->aImage.width > 0 ? &*objMask : nullptr, nOutside);
-    return Outcome::Done;
+    ImageBuffer image;
+    if (!DecodeBitmap(source.dib, dc, DibColors::kAsStored, image))
+        return Outcome::kBroken;
+    DrawBitmap(dc, {image, RectAt(source.corner, dest_size)}, CornersOfDest(dc, dest_rect), inside,
+               mask->image.width > 0 ? &*mask : nullptr, outside);
+    return Outcome::kDone;
 }
 
-static Outcome ePlgBlt(DeviceContext& dc, const EmfRecord& objRecord)
+static Outcome PlgBlt(DeviceContext& dc, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    rcRead(rd);  // bounds
-    const Affine& objMap = dc.LogicalToPicture();
-    Corners objCorners;
-    for (Point* pPoint : {&objCorners.ptTopLeft, &objCorners.ptTopRight, &objCorners.ptBottomLeft})
-        *pPoint = ptTamed(objMap.Apply(ptRead(rd)));
+    ByteReader reader = record.Data();
+    ReadRect(reader);  // bounds
+    const Affine& map = dc.LogicalToPicture();
+    Corners corners;
+    for (Point* point : {&corners.top_left, &corners.top_right, &corners.bottom_left})
+        *point = Tamed(map.Apply(ReadPoint(reader)));
     // The source's size stands between its corner and the rest.
-    BlitSource objSource;
-    objSource.ptCorner = ptRead(rd);
-    objSource.ptSize = ptRead(rd);
-    rd.Take(24 + 4);  // transform, background
-    const std::uint32_t nUsage = rd.U32Le();
-    const EmfDibPlace objPlace = objReadDibPlace(rd);
-    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
-    const auto objMask = objReadMask(dc, objRecord, rd);
-    if (!objDib || !objMask)
-        return Outcome::Broken;
-    ImageBuffer aImage;
-    if (objDib->Empty())
-        return Outcome::Done;
-    if (!bDecoded(*objDib, dc, DibColors::AsStored, aImage))
-        return Outcome::Broken;
-    DrawBitmap(dc, {aImage, rcOf(objSource.ptCorner, objSource.ptSize)}, objCorners, kRopSourceCopy,
-               objMask->aImage.width > 0 ? &*objMask : nullptr, kRopNothing);
-    return Outcome::Done;
+    BlitSource source;
+    source.corner = ReadPoint(reader);
+    source.size = ReadPoint(reader);
+    reader.Take(24 + 4);  // transform, background
+    const std::uint32_t usage = reader.U32Le();
+    const EmfDibPlace place = ReadDibPlace(reader);
+    const auto dib = DibAt(record, place, usage);
+    const auto mask = ReadMask(dc, record, reader);
+    if (!dib || !mask)
+        return Outcome::kBroken;
+    ImageBuffer image;
+    if (dib->Empty())
+        return Outcome::kDone;
+    if (!DecodeBitmap(*dib, dc, DibColors::kAsStored, image))
+        return Outcome::kBroken;
+    DrawBitmap(dc, {image, RectAt(source.corner, source.size)}, corners, kRopSourceCopy,
+               mask->image.width > 0 ? &*mask : nullptr, kRopNothing);
+    return Outcome::kDone;
 }
 
 // These two count the rows of an ordinary bitmap, which is stored from the bottom up, from the bottom.
-static Rect rcFromBottom(const DibShape& objShape, Point ptCorner, Point ptSize)
+static Rect RectFromBottom(const DibShape& shape, Point corner, Point size)
 {
-    if (!objShape.bTopDown)
-        ptCorner.y = static_cast<double>(objShape.lHeight) - ptCorner.y - ptSize.y;
-    return rcOf(ptCorner, ptSize);
+    if (!shape.top_down)
+        corner.y = static_cast<double>(shape.height) - corner.y - size.y;
+    return RectAt(corner, size);
 }
 
-static Outcome eStretchDib(DeviceContext& dc, const EmfRecord& objRecord)
+static Outcome StretchDib(DeviceContext& dc, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    rcRead(rd);  // bounds
-    const Point ptDest = ptRead(rd);
-    const Point ptSource = ptRead(rd);
-    const Point ptSourceSize = ptRead(rd);
-    const EmfDibPlace objPlace = objReadDibPlace(rd);
-    const std::uint32_t nUsage = rd.U32Le();
-    const auto nRop3 = static_cast<std::uint8_t>(rd.U32Le() >> 16);
-    const Point ptDestSize = ptRead(rd);
-    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
-    if (rd.Failed() || !objDib)
-        return Outcome::Broken;
-    const Rect rcDest = rcOf(ptDest, ptDestSize);
-    if (objDib->Empty() || !bUsesSource(nRop3)) {
-        if (!bUsesSource(nRop3))
-            PaintRect(dc, rcDest, nRop3);
-        return Outcome::Done;
+    ByteReader reader = record.Data();
+    ReadRect(reader);  // bounds
+    const Point dest = ReadPoint(reader);
+    const Point source = ReadPoint(reader);
+    const Point source_size = ReadPoint(reader);
+    const EmfDibPlace place = ReadDibPlace(reader);
+    const std::uint32_t usage = reader.U32Le();
+    const auto rop3 = static_cast<std::uint8_t>(reader.U32Le() >> 16);
+    const Point dest_size = ReadPoint(reader);
+    const auto dib = DibAt(record, place, usage);
+    if (reader.Failed() || !dib)
+        return Outcome::kBroken;
+    const Rect dest_rect = RectAt(dest, dest_size);
+    if (dib->Empty() || !UsesSource(rop3)) {
+        if (!UsesSource(rop3))
+            PaintRect(dc, dest_rect, rop3);
+        return Outcome::kDone;
     }
-    const auto objShape = objDibShape(objDib->aHeader);
-    ImageBuffer aImage;
-    if (!objShape || !bDecoded(*objDib, dc, DibColors::AsStored, aImage))
-        return Outcome::Broken;
-    DrawBitmap(dc, {aImage, rcFromBottom(*objShape, ptSource, ptSourceSize)}, objCornersOfDest(dc, rcDest),
-               nRop3);
-    return Outcome::Done;
+    const auto shape = DibShapeOf(dib->header);
+    ImageBuffer image;
+    if (!shape || !DecodeBitmap(*dib, dc, DibColors::kAsStored, image))
+        return Outcome::kBroken;
+    DrawBitmap(dc, {image, RectFromBottom(*shape, source, source_size)}, CornersOfDest(dc, dest_rect), rop3);
+    return Outcome::kDone;
 }
 
-static Outcome eSetDib(DeviceContext& dc, const EmfRecord& objRecord)
+static Outcome SetDib(DeviceContext& dc, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    rcRead(rd);  // bounds
-    const Point ptDest = ptRead(rd);
-    const Point ptSource = ptRead(rd);
-    const Point ptSize = ptRead(rd);
-    const EmfDibPlace objPlace = objReadDibPlace(rd);
-    const std::uint32_t nUsage = rd.U32Le();
-    const std::int64_t lFirstRow = rd.U32Le();
-    const std::int64_t lRows = rd.U32Le();
-    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
-    if (rd.Failed() || !objDib)
-        return Outcome::Broken;
-    if (objDib->Empty() || lRows == 0)
-        return Outcome::Done;
-    const auto objShape = objDibShape(objDib->aHeader);
-    if (!objShape)
-        return Outcome::Broken;
+    ByteReader reader = record.Data();
+    ReadRect(reader);  // bounds
+    const Point dest = ReadPoint(reader);
+    const Point source = ReadPoint(reader);
+    const Point size = ReadPoint(reader);
+    const EmfDibPlace place = ReadDibPlace(reader);
+    const std::uint32_t usage = reader.U32Le();
+    const std::int64_t first_row = reader.U32Le();
+    const std::int64_t row_count = reader.U32Le();
+    const auto dib = DibAt(record, place, usage);
+    if (reader.Failed() || !dib)
+        return Outcome::kBroken;
+    if (dib->Empty() || row_count == 0)
+        return Outcome::kDone;
+    const auto shape = DibShapeOf(dib->header);
+    if (!shape)
+        return Outcome::kBroken;
     // Only some rows of the bitmap may be there; the header speaks of all of them.
-    DibSource objRows = *objDib;
-    const std::vector<std::uint8_t> aHeader =
-        aWithHeight(objDib->aHeader, *objShape, std::min(lRows, objShape->lHeight));
-    objRows.aHeader = aHeader;
-    ImageBuffer aImage;
-    if (!bDecoded(objRows, dc, DibColors::AsStored, aImage))
-        return Outcome::Broken;
-    Rect rcSource = rcFromBottom(*objShape, ptSource, ptSize);
-    const double dAbove =
-        static_cast<double>(objShape->bTopDown ? lFirstRow : objShape->lHeight - lFirstRow - aImage.height);
-    rcSource.dTop -= dAbove;
-    rcSource.dBottom -= dAbove;
+    DibSource rows = *dib;
+    const std::vector<std::uint8_t> header =
+        WithHeight(dib->header, *shape, std::min(row_count, shape->height));
+    rows.header = header;
+    ImageBuffer image;
+    if (!DecodeBitmap(rows, dc, DibColors::kAsStored, image))
+        return Outcome::kBroken;
+    Rect source_rect = RectFromBottom(*shape, source, size);
+    const double above =
+        static_cast<double>(shape->top_down ? first_row : shape->height - first_row - image.height);
+    source_rect.top -= above;
+    source_rect.bottom -= above;
     // The size on the device is that of the source, whatever the map mode.
-    const Point ptOrigin = dc.LogicalToPicture().Apply(ptDest);
-    const Affine& objDevice = dc.DeviceToPicture();
-    const Point ptRight = objDevice.ApplyToVector({ptSize.x, 0});
-    const Point ptDown = objDevice.ApplyToVector({0, ptSize.y});
-    DrawBitmap(dc, {aImage, rcSource},
-               {ptTamed(ptOrigin), ptTamed(ptOrigin + ptRight), ptTamed(ptOrigin + ptDown)}, kRopSourceCopy);
-    return Outcome::Done;
+    const Point origin = dc.LogicalToPicture().Apply(dest);
+    const Affine& device = dc.DeviceToPicture();
+    const Point right = device.ApplyToVector({size.x, 0});
+    const Point down = device.ApplyToVector({0, size.y});
+    DrawBitmap(dc, {image, source_rect}, {Tamed(origin), Tamed(origin + right), Tamed(origin + down)},
+               kRopSourceCopy);
+    return Outcome::kDone;
 }
 
-static Outcome eBlend(DeviceContext& dc, const EmfRecord& objRecord)
+static Outcome Blend(DeviceContext& dc, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    rcRead(rd);  // bounds
-    const Point ptDest = ptRead(rd);
-    const Point ptDestSize = ptRead(rd);
-    const std::uint32_t nHow = rd.U32Le();
-    BlitSource objSource;
-    if (!bReadSource(objRecord, rd, objSource))
-        return Outcome::Broken;
-    objSource.ptSize = ptRead(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    if (objSource.objDib.Empty())
-        return Outcome::Done;
-    const bool bBlend = objRecord.nType == kAlphaBlend;
-    const bool bOwnAlpha = bBlend && (nHow >> 24 & kAlphaPerPixel) != 0;
-    ImageBuffer aImage;
-    if (!bDecoded(objSource.objDib, dc, bOwnAlpha ? DibColors::WithAlpha : DibColors::AsStored, aImage))
-        return Outcome::Broken;
-    const auto objShape = objDibShape(objSource.objDib.aHeader);
-    const bool bHasAlpha = bOwnAlpha && objShape && objShape->nBits == 32;
-    const BitmapPart objPart{aImage, rcOf(objSource.ptCorner, objSource.ptSize)};
-    const Corners objCorners = objCornersOfDest(dc, rcOf(ptDest, ptDestSize));
-    if (bBlend)
-        BlendBitmap(dc, objPart, objCorners, nHow >> 16 & 255, bHasAlpha);
+    ByteReader reader = record.Data();
+    ReadRect(reader);  // bounds
+    const Point dest = ReadPoint(reader);
+    const Point dest_size = ReadPoint(reader);
+    const std::uint32_t how = reader.U32Le();
+    BlitSource source;
+    if (!ReadSource(record, reader, source))
+        return Outcome::kBroken;
+    source.size = ReadPoint(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    if (source.dib.Empty())
+        return Outcome::kDone;
+    const bool blend = record.type == kAlphaBlend;
+    const bool own_alpha = blend && (how >> 24 & kAlphaPerPixel) != 0;
+    ImageBuffer image;
+    if (!DecodeBitmap(source.dib, dc, own_alpha ? DibColors::kWithAlpha : DibColors::kAsStored, image))
+        return Outcome::kBroken;
+    const auto shape = DibShapeOf(source.dib.header);
+    const bool has_alpha = own_alpha && shape && shape->bits == 32;
+    const BitmapPart part{image, RectAt(source.corner, source.size)};
+    const Corners corners = CornersOfDest(dc, RectAt(dest, dest_size));
+    if (blend)
+        BlendBitmap(dc, part, corners, how >> 16 & 255, has_alpha);
     else
-        DrawBitmapBut(dc, objPart, objCorners, dc.Resolved(nHow));
-    return Outcome::Done;
+        DrawBitmapBut(dc, part, corners, dc.Resolved(how));
+    return Outcome::kDone;
 }
 
-Outcome ePlayBitmap(EmfPlay& objPlay, const EmfRecord& objRecord)
+Outcome PlayBitmap(EmfPlay& play, const EmfRecord& record)
 {
-    switch (objRecord.nType) {
+    switch (record.type) {
         case kBitBlt:
         case kStretchBlt:
-            return eBlit(objPlay.dc, objRecord);
+            return Blit(play.dc, record);
         case kMaskBlt:
-            return eMaskBlt(objPlay.dc, objRecord);
+            return MaskBlt(play.dc, record);
         case kPlgBlt:
-            return ePlgBlt(objPlay.dc, objRecord);
+            return PlgBlt(play.dc, record);
         case kSetDibitsToDevice:
-            return eSetDib(objPlay.dc, objRecord);
+            return SetDib(play.dc, record);
         case kStretchDibits:
-            return eStretchDib(objPlay.dc, objRecord);
+            return StretchDib(play.dc, record);
         case kAlphaBlend:
         case kTransparentBlt:
-            return eBlend(objPlay.dc, objRecord);
+            return Blend(play.dc, record);
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }

@@ -24,133 +24,133 @@ enum ClipRecord : std::uint32_t {
     kExtSelectClipRegion = 75,
 };
 
-static bool bClipMode(std::uint32_t nMode)
+static bool IsClipMode(std::uint32_t mode)
 {
-    return nMode >= 1 && nMode <= 5;
+    return mode >= 1 && mode <= 5;
 }
 
-static Outcome eOffsetClip(DeviceContext& dc, ByteReader& rd)
+static Outcome OffsetClip(DeviceContext& dc, ByteReader& reader)
 {
-    const Point ptMove = dc.LogicalToPicture().ApplyToVector(ptRead(rd));
-    const auto lWhole = [](double d) { return static_cast<std::int32_t>(std::floor(dTamed(d) + 0.5)); };
-    dc.State.clip = Moved(dc.State.clip, lWhole(ptMove.x), lWhole(ptMove.y), dc.Target().Area(), dc.Work());
-    return eOutcome(!rd.Failed());
+    const Point move = dc.LogicalToPicture().ApplyToVector(ReadPoint(reader));
+    const auto whole = [](double d) { return static_cast<std::int32_t>(std::floor(Tamed(d) + 0.5)); };
+    dc.state.clip = Moved(dc.state.clip, whole(move.x), whole(move.y), dc.Target().Area(), dc.Work());
+    return OutcomeOf(!reader.Failed());
 }
 
-static Outcome eClipRect(DeviceContext& dc, ByteReader& rd, ClipMode eMode)
+static Outcome ClipRect(DeviceContext& dc, ByteReader& reader, ClipMode mode)
 {
-    const Rect rc = rcRead(rd);
-    dc.CombineClip(dc.ClipOf({&rc, 1}, dc.LogicalToPicture()), eMode);
-    return eOutcome(!rd.Failed());
+    const Rect rect = ReadRect(reader);
+    dc.CombineClip(dc.ClipOf({&rect, 1}, dc.LogicalToPicture()), mode);
+    return OutcomeOf(!reader.Failed());
 }
 
-static Outcome eSelectRegion(DeviceContext& dc, ByteReader& rd)
+static Outcome SelectRegion(DeviceContext& dc, ByteReader& reader)
 {
-    const std::uint32_t nSize = rd.U32Le();
-    const std::uint32_t nMode = rd.U32Le();
-    if (rd.Failed() || !bClipMode(nMode))
-        return Outcome::Broken;
-    if (nSize == 0) {  // no region: no clip
+    const std::uint32_t size = reader.U32Le();
+    const std::uint32_t mode = reader.U32Le();
+    if (reader.Failed() || !IsClipMode(mode))
+        return Outcome::kBroken;
+    if (size == 0) {  // no region: no clip
         dc.ResetClip();
-        return Outcome::Done;
+        return Outcome::kDone;
     }
-    const auto objRegion = objReadRegion(rd);
-    if (!objRegion)
-        return Outcome::Broken;
+    const auto region = ReadRegion(reader);
+    if (!region)
+        return Outcome::kBroken;
     // These rectangles are in units of the device.
-    const Clip clip = objRegion->aRects.empty() ? Clip{} : dc.ClipOf(objRegion->aRects, dc.DeviceToPicture());
-    dc.CombineClip(clip, static_cast<ClipMode>(nMode));
-    return Outcome::Done;
+    const Clip clip = region->rects.empty() ? Clip{} : dc.ClipOf(region->rects, dc.DeviceToPicture());
+    dc.CombineClip(clip, static_cast<ClipMode>(mode));
+    return Outcome::kDone;
 }
 
-static Outcome ePaintRegion(EmfPlay& objPlay, const EmfRecord& objRecord)
+static Outcome PaintRegion(EmfPlay& play, const EmfRecord& record)
 {
-    DeviceContext& dc = objPlay.dc;
-    ByteReader rd = objRecord.Data();
-    rcRead(rd);  // bounds
-    rd.U32Le();  // size of the region
-    const bool bNamesBrush = objRecord.nType == kFillRegion || objRecord.nType == kFrameRegion;
-    const std::uint32_t nBrush = bNamesBrush ? rd.U32Le() : 0;
-    const Point ptStroke = objRecord.nType == kFrameRegion ? ptRead(rd) : Point{};
-    const auto objRegion = objReadRegion(rd);
-    if (!objRegion)
-        return Outcome::Broken;
-    if (objRegion->aRects.empty())
-        return Outcome::Done;
-    if (objRecord.nType == kInvertRegion) {
-        InvertRegion(dc, *objRegion);
-        return Outcome::Done;
+    DeviceContext& dc = play.dc;
+    ByteReader reader = record.Data();
+    ReadRect(reader);  // bounds
+    reader.U32Le();    // size of the region
+    const bool names_brush = record.type == kFillRegion || record.type == kFrameRegion;
+    const std::uint32_t brush_index = names_brush ? reader.U32Le() : 0;
+    const Point stroke = record.type == kFrameRegion ? ReadPoint(reader) : Point{};
+    const auto region = ReadRegion(reader);
+    if (!region)
+        return Outcome::kBroken;
+    if (region->rects.empty())
+        return Outcome::kDone;
+    if (record.type == kInvertRegion) {
+        InvertRegion(dc, *region);
+        return Outcome::kDone;
     }
-    std::shared_ptr<const Brush> pBrush = dc.State.pBrush;
-    if (bNamesBrush) {
-        const Object objNamed =
-            (nBrush & 0x80000000) != 0 ? objStock(nBrush & 0x7FFFFFFF) : objNumbered(objPlay, nBrush);
-        const auto* ppBrush = std::get_if<std::shared_ptr<const Brush>>(&objNamed);
-        if (!ppBrush)
-            return Outcome::Done;
-        pBrush = *ppBrush;
+    std::shared_ptr<const Brush> brush = dc.state.brush;
+    if (names_brush) {
+        const Object named =
+            (brush_index & 0x80000000) != 0 ? Stock(brush_index & 0x7FFFFFFF) : Numbered(play, brush_index);
+        const auto* selected = std::get_if<std::shared_ptr<const Brush>>(&named);
+        if (!selected)
+            return Outcome::kDone;
+        brush = *selected;
     }
-    if (objRecord.nType == kFrameRegion)
-        FrameRegion(dc, *objRegion, pBrush, ptStroke.x, ptStroke.y);
+    if (record.type == kFrameRegion)
+        FrameRegion(dc, *region, brush, stroke.x, stroke.y);
     else
-        FillRegion(dc, *objRegion, pBrush);
-    return Outcome::Done;
+        FillRegion(dc, *region, brush);
+    return Outcome::kDone;
 }
 
-Outcome ePlayClip(EmfPlay& objPlay, const EmfRecord& objRecord)
+Outcome PlayClip(EmfPlay& play, const EmfRecord& record)
 {
-    DeviceContext& dc = objPlay.dc;
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.nType) {
+    DeviceContext& dc = play.dc;
+    ByteReader reader = record.Data();
+    switch (record.type) {
         case kOffsetClip:
-            return eOffsetClip(dc, rd);
+            return OffsetClip(dc, reader);
         case kSetMetaRegion:
             dc.SetMetaClip();
-            return Outcome::Done;
+            return Outcome::kDone;
         case kExcludeClipRect:
-            return eClipRect(dc, rd, ClipMode::Difference);
+            return ClipRect(dc, reader, ClipMode::kDifference);
         case kIntersectClipRect:
-            return eClipRect(dc, rd, ClipMode::And);
+            return ClipRect(dc, reader, ClipMode::kAnd);
         case kExtSelectClipRegion:
-            return eSelectRegion(dc, rd);
+            return SelectRegion(dc, reader);
         case kBeginPath:
             dc.BeginPath();
-            return Outcome::Done;
+            return Outcome::kDone;
         case kEndPath:
             dc.EndPath();
-            return Outcome::Done;
+            return Outcome::kDone;
         case kCloseFigure:
             dc.CloseFigure();
-            return Outcome::Done;
+            return Outcome::kDone;
         case kFillPath:
-            dc.PaintPath(ShapeParts::Fill);
-            return Outcome::Done;
+            dc.PaintPath(ShapeParts::kFill);
+            return Outcome::kDone;
         case kStrokeAndFillPath:
-            dc.PaintPath(ShapeParts::Both);
-            return Outcome::Done;
+            dc.PaintPath(ShapeParts::kBoth);
+            return Outcome::kDone;
         case kStrokePath:
-            dc.PaintPath(ShapeParts::Line);
-            return Outcome::Done;
+            dc.PaintPath(ShapeParts::kLine);
+            return Outcome::kDone;
         case kFlattenPath:
-            return Outcome::Done;  // curves as many short lines look as they did
+            return Outcome::kDone;  // curves as many short lines look as they did
         case kWidenPath:
             dc.WidenPath();
-            return Outcome::Done;
+            return Outcome::kDone;
         case kSelectClipPath: {
-            const std::uint32_t nMode = rd.U32Le();
-            if (bClipMode(nMode))
-                dc.SelectClipPath(static_cast<ClipMode>(nMode));
-            return eOutcome(!rd.Failed());
+            const std::uint32_t mode = reader.U32Le();
+            if (IsClipMode(mode))
+                dc.SelectClipPath(static_cast<ClipMode>(mode));
+            return OutcomeOf(!reader.Failed());
         }
         case kAbortPath:
             dc.AbortPath();
-            return Outcome::Done;
+            return Outcome::kDone;
         case kFillRegion:
         case kFrameRegion:
         case kInvertRegion:
         case kPaintRegion:
-            return ePaintRegion(objPlay, objRecord);
+            return PaintRegion(play, record);
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }

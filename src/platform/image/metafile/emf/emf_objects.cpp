@@ -27,184 +27,183 @@ static constexpr std::uint32_t kBrushNull = 1;
 static constexpr std::uint32_t kBrushHatched = 2;
 
 // Index 0 is the metafile itself. The header says how many there are, but not every writer counts well.
-static Outcome ePut(EmfPlay& objPlay, std::uint32_t nIndex, Object objNew)
+static Outcome Put(EmfPlay& play, std::uint32_t index, Object object)
 {
-    if (nIndex == 0 || nIndex > 0xFFFF)
-        return Outcome::Broken;
-    if (nIndex >= objPlay.aObjects.size())
-        objPlay.aObjects.resize(nIndex + 1);
-    objPlay.aObjects[nIndex] = std::move(objNew);
-    return Outcome::Done;
+    if (index == 0 || index > 0xFFFF)
+        return Outcome::kBroken;
+    if (index >= play.objects.size())
+        play.objects.resize(index + 1);
+    play.objects[index] = std::move(object);
+    return Outcome::kDone;
 }
 
-static Brush objPlainBrush(std::uint32_t nStyle, ColorRef nColor, std::uint32_t nHatch)
+static Brush PlainBrush(std::uint32_t style, ColorRef color, std::uint32_t hatch)
 {
-    Brush objBrush;
-    objBrush.eKind = nStyle == kBrushNull      ? BrushKind::Null
-                     : nStyle == kBrushHatched ? BrushKind::Hatched
-                                               : BrushKind::Solid;
-    objBrush.nColor = nColor;
-    objBrush.nHatch = nHatch;
-    return objBrush;
+    Brush brush;
+    brush.kind = style == kBrushNull      ? BrushKind::kNull
+                 : style == kBrushHatched ? BrushKind::kHatched
+                                          : BrushKind::kSolid;
+    brush.color = color;
+    brush.hatch = hatch;
+    return brush;
 }
 
-static Outcome eCreatePen(EmfPlay& objPlay, ByteReader& rd)
+static Outcome CreatePen(EmfPlay& play, ByteReader& reader)
 {
-    const std::uint32_t nIndex = rd.U32Le();
-    Pen objPen;
-    objPen.nStyle = rd.U32Le();
-    objPen.dWidth = ptRead(rd).x;
-    objPen.objBrush.nColor = rd.U32Le();
-    return rd.Failed() ? Outcome::Broken
-                       : ePut(objPlay, nIndex, std::make_shared<const Pen>(std::move(objPen)));
+    const std::uint32_t index = reader.U32Le();
+    Pen pen;
+    pen.style = reader.U32Le();
+    pen.width = ReadPoint(reader).x;
+    pen.brush.color = reader.U32Le();
+    return reader.Failed() ? Outcome::kBroken : Put(play, index, std::make_shared<const Pen>(std::move(pen)));
 }
 
-static Outcome eExtCreatePen(EmfPlay& objPlay, const EmfRecord& objRecord)
+static Outcome ExtCreatePen(EmfPlay& play, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    const std::uint32_t nIndex = rd.U32Le();
-    const EmfDibPlace objPlace = objReadDibPlace(rd);
-    Pen objPen;
-    objPen.bExtended = true;
-    objPen.nStyle = rd.U32Le();
-    objPen.dWidth = rd.U32Le();
-    const std::uint32_t nBrushStyle = rd.U32Le();
-    const ColorRef nColor = rd.U32Le();
-    const std::uint32_t nHatch = rd.U32Le();
-    objPen.objBrush = objPlainBrush(nBrushStyle, nColor, nHatch);
-    const auto objDib = objDibAt(objRecord, objPlace, nColor);
-    if (objDib && !objDib->Empty() && nBrushStyle > kBrushHatched) {
-        objPen.objBrush.eKind = BrushKind::Dib;
-        objPen.objBrush.objDib = *objDib;
+    ByteReader reader = record.Data();
+    const std::uint32_t index = reader.U32Le();
+    const EmfDibPlace place = ReadDibPlace(reader);
+    Pen pen;
+    pen.extended = true;
+    pen.style = reader.U32Le();
+    pen.width = reader.U32Le();
+    const std::uint32_t brush_style = reader.U32Le();
+    const ColorRef color = reader.U32Le();
+    const std::uint32_t hatch = reader.U32Le();
+    pen.brush = PlainBrush(brush_style, color, hatch);
+    const auto dib = DibAt(record, place, color);
+    if (dib && !dib->Empty() && brush_style > kBrushHatched) {
+        pen.brush.kind = BrushKind::kDib;
+        pen.brush.dib = *dib;
     }
-    const std::uint32_t nDashes = rd.U32Le();
-    if (rd.Failed() || !objDib || rd.Left() / 4 < nDashes)
-        return Outcome::Broken;
+    const std::uint32_t dashes = reader.U32Le();
+    if (reader.Failed() || !dib || reader.Left() / 4 < dashes)
+        return Outcome::kBroken;
     // No style has more than sixteen.
-    for (std::uint32_t n = 0; n < std::min(nDashes, 16u); ++n)
-        objPen.aDashes.push_back(rd.U32Le());
-    return ePut(objPlay, nIndex, std::make_shared<const Pen>(std::move(objPen)));
+    for (std::uint32_t n = 0; n < std::min(dashes, 16u); ++n)
+        pen.dashes.push_back(reader.U32Le());
+    return Put(play, index, std::make_shared<const Pen>(std::move(pen)));
 }
 
-static Outcome eCreateBrush(EmfPlay& objPlay, ByteReader& rd)
+static Outcome CreateBrush(EmfPlay& play, ByteReader& reader)
 {
-    const std::uint32_t nIndex = rd.U32Le();
-    const std::uint32_t nStyle = rd.U32Le();
-    const ColorRef nColor = rd.U32Le();
-    const std::uint32_t nHatch = rd.U32Le();
-    if (rd.Failed())
-        return Outcome::Broken;
-    return ePut(objPlay, nIndex, std::make_shared<const Brush>(objPlainBrush(nStyle, nColor, nHatch)));
+    const std::uint32_t index = reader.U32Le();
+    const std::uint32_t style = reader.U32Le();
+    const ColorRef color = reader.U32Le();
+    const std::uint32_t hatch = reader.U32Le();
+    if (reader.Failed())
+        return Outcome::kBroken;
+    return Put(play, index, std::make_shared<const Brush>(PlainBrush(style, color, hatch)));
 }
 
-static Outcome eCreatePatternBrush(EmfPlay& objPlay, const EmfRecord& objRecord)
+static Outcome CreatePatternBrush(EmfPlay& play, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    const std::uint32_t nIndex = rd.U32Le();
-    const std::uint32_t nUsage = rd.U32Le();
-    const EmfDibPlace objPlace = objReadDibPlace(rd);
-    const auto objDib = objDibAt(objRecord, objPlace, nUsage);
-    if (rd.Failed() || !objDib)
-        return Outcome::Broken;
-    Brush objBrush;
-    objBrush.eKind = objRecord.nType == kCreateMonoBrush ? BrushKind::MonoDib : BrushKind::Dib;
-    objBrush.objDib = *objDib;
-    return ePut(objPlay, nIndex, std::make_shared<const Brush>(std::move(objBrush)));
+    ByteReader reader = record.Data();
+    const std::uint32_t index = reader.U32Le();
+    const std::uint32_t usage = reader.U32Le();
+    const EmfDibPlace place = ReadDibPlace(reader);
+    const auto dib = DibAt(record, place, usage);
+    if (reader.Failed() || !dib)
+        return Outcome::kBroken;
+    Brush brush;
+    brush.kind = record.type == kCreateMonoBrush ? BrushKind::kMonoDib : BrushKind::kDib;
+    brush.dib = *dib;
+    return Put(play, index, std::make_shared<const Brush>(std::move(brush)));
 }
 
-static Outcome eCreateFont(EmfPlay& objPlay, ByteReader& rd)
+static Outcome CreateFont(EmfPlay& play, ByteReader& reader)
 {
-    const std::uint32_t nIndex = rd.U32Le();
-    Font objFont;
-    objFont.dHeight = rd.I32Le();
-    objFont.dWidth = rd.I32Le();
-    objFont.dEscapement = rd.I32Le();
-    rd.I32Le();  // orientation of the letters: the escapement's
-    objFont.lWeight = rd.I32Le();
-    ReadFontStyle(rd, objFont);
-    if (rd.Failed())
-        return Outcome::Broken;
-    std::vector<TextCharacter> aFace = aDecodedWords(rd.Take(std::min<std::uint64_t>(rd.Left(), 64)));
-    aFace.erase(
-        std::find_if(aFace.begin(), aFace.end(), [](const TextCharacter& obj) { return obj.nCode == 0; }),
-        aFace.end());
-    objFont.sFace = sFaceOf(aFace);
-    return ePut(objPlay, nIndex, std::make_shared<const Font>(std::move(objFont)));
+    const std::uint32_t index = reader.U32Le();
+    Font font;
+    font.height = reader.I32Le();
+    font.width = reader.I32Le();
+    font.escapement = reader.I32Le();
+    reader.I32Le();  // orientation of the letters: the escapement's
+    font.weight = reader.I32Le();
+    ReadFontStyle(reader, font);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    std::vector<TextCharacter> face = DecodedWords(reader.Take(std::min<std::uint64_t>(reader.Left(), 64)));
+    face.erase(std::find_if(face.begin(), face.end(),
+                            [](const TextCharacter& text_character) { return text_character.code == 0; }),
+               face.end());
+    font.face = FaceOf(face);
+    return Put(play, index, std::make_shared<const Font>(std::move(font)));
 }
 
-static Outcome eCreatePalette(EmfPlay& objPlay, ByteReader& rd)
+static Outcome CreatePalette(EmfPlay& play, ByteReader& reader)
 {
-    const std::uint32_t nIndex = rd.U32Le();
-    rd.U16Le();  // version
-    const std::uint32_t nCount = rd.U16Le();
-    Palette objPalette;
-    if (!bReadPaletteColors(rd, nCount, objPalette.aColors))
-        return Outcome::Broken;
-    return ePut(objPlay, nIndex, std::make_shared<const Palette>(std::move(objPalette)));
+    const std::uint32_t index = reader.U32Le();
+    reader.U16Le();  // version
+    const std::uint32_t count = reader.U16Le();
+    Palette palette;
+    if (!ReadPaletteColors(reader, count, palette.colors))
+        return Outcome::kBroken;
+    return Put(play, index, std::make_shared<const Palette>(std::move(palette)));
 }
 
-static Outcome eChangePalette(EmfPlay& objPlay, const EmfRecord& objRecord)
+static Outcome ChangePalette(EmfPlay& play, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    const std::uint32_t nIndex = rd.U32Le();
-    const Object objOld = objNumbered(objPlay, nIndex);
-    const auto* ppOld = std::get_if<std::shared_ptr<const Palette>>(&objOld);
-    if (!ppOld)
-        return eOutcome(!rd.Failed());
-    Palette objPalette = **ppOld;
-    if (objRecord.nType == kResizePalette)
-        objPalette.aColors.resize(std::min(rd.U32Le(), 65535u));
+    ByteReader reader = record.Data();
+    const std::uint32_t index = reader.U32Le();
+    const Object old_object = Numbered(play, index);
+    const auto* old_palette = std::get_if<std::shared_ptr<const Palette>>(&old_object);
+    if (!old_palette)
+        return OutcomeOf(!reader.Failed());
+    Palette palette = **old_palette;
+    if (record.type == kResizePalette)
+        palette.colors.resize(std::min(reader.U32Le(), 65535u));
     else {
-        const std::uint32_t nFirst = rd.U32Le();
-        const std::uint32_t nCount = rd.U32Le();
-        std::vector<std::uint32_t> aColors;
-        if (!bReadPaletteColors(rd, nCount, aColors))
-            return Outcome::Broken;
-        for (std::size_t n = 0; n < aColors.size() && n + nFirst < objPalette.aColors.size(); ++n)
-            objPalette.aColors[n + nFirst] = aColors[n];
+        const std::uint32_t first = reader.U32Le();
+        const std::uint32_t count = reader.U32Le();
+        std::vector<std::uint32_t> colors;
+        if (!ReadPaletteColors(reader, count, colors))
+            return Outcome::kBroken;
+        for (std::size_t n = 0; n < colors.size() && n + first < palette.colors.size(); ++n)
+            palette.colors[n + first] = colors[n];
     }
-    auto pNew = std::make_shared<const Palette>(std::move(objPalette));
-    if (objPlay.dc.State.pPalette == *ppOld)
-        objPlay.dc.State.pPalette = pNew;
-    return rd.Failed() ? Outcome::Broken : ePut(objPlay, nIndex, std::move(pNew));
+    auto new_palette = std::make_shared<const Palette>(std::move(palette));
+    if (play.dc.state.palette == *old_palette)
+        play.dc.state.palette = new_palette;
+    return reader.Failed() ? Outcome::kBroken : Put(play, index, std::move(new_palette));
 }
 
-Outcome ePlayObject(EmfPlay& objPlay, const EmfRecord& objRecord)
+Outcome PlayObject(EmfPlay& play, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.nType) {
+    ByteReader reader = record.Data();
+    switch (record.type) {
         case kSelectObject:
         case kSelectPalette: {
-            const std::uint32_t nIndex = rd.U32Le();
-            if ((nIndex & kStock) != 0)
-                objPlay.dc.Select(objStock(nIndex & ~kStock));
+            const std::uint32_t index = reader.U32Le();
+            if ((index & kStock) != 0)
+                play.dc.Select(Stock(index & ~kStock));
             else
-                objPlay.dc.Select(objNumbered(objPlay, nIndex));
-            return eOutcome(!rd.Failed());
+                play.dc.Select(Numbered(play, index));
+            return OutcomeOf(!reader.Failed());
         }
         case kDeleteObject: {
-            const std::uint32_t nIndex = rd.U32Le();
-            if (nIndex < objPlay.aObjects.size())
-                objPlay.aObjects[nIndex] = {};
-            return eOutcome(!rd.Failed());
+            const std::uint32_t index = reader.U32Le();
+            if (index < play.objects.size())
+                play.objects[index] = {};
+            return OutcomeOf(!reader.Failed());
         }
         case kCreatePen:
-            return eCreatePen(objPlay, rd);
+            return CreatePen(play, reader);
         case kExtCreatePen:
-            return eExtCreatePen(objPlay, objRecord);
+            return ExtCreatePen(play, record);
         case kCreateBrush:
-            return eCreateBrush(objPlay, rd);
+            return CreateBrush(play, reader);
         case kCreateMonoBrush:
         case kCreateDibBrush:
-            return eCreatePatternBrush(objPlay, objRecord);
+            return CreatePatternBrush(play, record);
         case kCreateFont:
-            return eCreateFont(objPlay, rd);
+            return CreateFont(play, reader);
         case kCreatePalette:
-            return eCreatePalette(objPlay, rd);
+            return CreatePalette(play, reader);
         case kSetPaletteEntries:
         case kResizePalette:
-            return eChangePalette(objPlay, objRecord);
+            return ChangePalette(play, record);
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }

@@ -12,118 +12,116 @@ static constexpr std::uint16_t kEmfPlusHeader = 0x4001;
 // Even a record that does nothing has to be read.
 static constexpr std::uint64_t kCostOfRecord = 20;
 
-Point ptRead(ByteReader& rd)
+Point ReadPoint(ByteReader& reader)
 {
-    const double x = rd.I32Le();
-    return {x, static_cast<double>(rd.I32Le())};
+    const double x = reader.I32Le();
+    return {x, static_cast<double>(reader.I32Le())};
 }
 
-Rect rcRead(ByteReader& rd)
+Rect ReadRect(ByteReader& reader)
 {
-    const Point ptA = ptRead(rd);
-    const Point ptB = ptRead(rd);
-    return {ptA.x, ptA.y, ptB.x, ptB.y};
+    const Point a = ReadPoint(reader);
+    const Point b = ReadPoint(reader);
+    return {a.x, a.y, b.x, b.y};
 }
 
-Affine objReadTransform(ByteReader& rd)
+Affine ReadTransform(ByteReader& reader)
 {
     std::array<double, 6> a{};
     for (double& d : a)
-        d = std::bit_cast<float>(rd.U32Le());
+        d = std::bit_cast<float>(reader.U32Le());
     return {a[0], a[1], a[2], a[3], a[4], a[5]};
 }
 
-EmfDibPlace objReadDibPlace(ByteReader& rd)
+EmfDibPlace ReadDibPlace(ByteReader& reader)
 {
-    EmfDibPlace objPlace;
-    objPlace.nHeaderOffset = rd.U32Le();
-    objPlace.nHeaderSize = rd.U32Le();
-    objPlace.nBitsOffset = rd.U32Le();
-    objPlace.nBitsSize = rd.U32Le();
-    return objPlace;
+    EmfDibPlace place;
+    place.header_offset = reader.U32Le();
+    place.header_size = reader.U32Le();
+    place.bits_offset = reader.U32Le();
+    place.bits_size = reader.U32Le();
+    return place;
 }
 
-std::optional<DibSource> objDibAt(const EmfRecord& objRecord, const EmfDibPlace& objPlace,
-                                  std::uint32_t nUsage)
+std::optional<DibSource> DibAt(const EmfRecord& record, const EmfDibPlace& place, std::uint32_t usage)
 {
-    if (objPlace.nHeaderSize == 0)
+    if (place.header_size == 0)
         return DibSource{};
-    const std::uint64_t nRecord = objRecord.aAll.size();
-    if (std::uint64_t{objPlace.nHeaderOffset} + objPlace.nHeaderSize > nRecord ||
-        objPlace.nBitsOffset > nRecord)
+    const std::uint64_t record_index = record.all.size();
+    if (std::uint64_t{place.header_offset} + place.header_size > record_index ||
+        place.bits_offset > record_index)
         return std::nullopt;
     // Some writers count the bits without the last row's filling, or too long; what is there will do or not.
-    const std::uint64_t nBits = std::min<std::uint64_t>(objPlace.nBitsSize, nRecord - objPlace.nBitsOffset);
-    return DibSource{objRecord.aAll.subspan(objPlace.nHeaderOffset, objPlace.nHeaderSize),
-                     objRecord.aAll.subspan(objPlace.nBitsOffset, nBits), nUsage == 1};
+    const std::uint64_t bits = std::min<std::uint64_t>(place.bits_size, record_index - place.bits_offset);
+    return DibSource{record.all.subspan(place.header_offset, place.header_size),
+                     record.all.subspan(place.bits_offset, bits), usage == 1};
 }
 
-std::optional<Region> objReadRegion(ByteReader& rd)
+std::optional<Region> ReadRegion(ByteReader& reader)
 {
-    const std::uint32_t nHeader = rd.U32Le();
-    rd.U32Le();  // kind: always rectangles
-    const std::uint32_t nCount = rd.U32Le();
-    rd.U32Le();  // size of the rectangles
-    rcRead(rd);  // bounds
-    if (nHeader > 32)
-        rd.Take(nHeader - 32);
-    if (rd.Failed() || nHeader < 32 || rd.Left() / 16 < nCount)
+    const std::uint32_t header = reader.U32Le();
+    reader.U32Le();  // kind: always rectangles
+    const std::uint32_t count = reader.U32Le();
+    reader.U32Le();    // size of the rectangles
+    ReadRect(reader);  // bounds
+    if (header > 32)
+        reader.Take(header - 32);
+    if (reader.Failed() || header < 32 || reader.Left() / 16 < count)
         return std::nullopt;
-    Region objRegion;
-    objRegion.aRects.reserve(nCount);
-    for (std::uint32_t n = 0; n < nCount; ++n)
-        objRegion.aRects.push_back(rcRead(rd));
-    return objRegion;
+    Region region;
+    region.rects.reserve(count);
+    for (std::uint32_t n = 0; n < count; ++n)
+        region.rects.push_back(ReadRect(reader));
+    return region;
 }
 
-const Object& objNumbered(const EmfPlay& objPlay, std::uint32_t nIndex)
+const Object& Numbered(const EmfPlay& play, std::uint32_t index)
 {
-    static const Object objNone;
-    return nIndex < objPlay.aObjects.size() ? objPlay.aObjects[nIndex] : objNone;
+    static const Object kNone;
+    return index < play.objects.size() ? play.objects[index] : kNone;
 }
 
-static void LookIntoComment(EmfPlay& objPlay, const EmfRecord& objRecord)
+static void LookIntoComment(EmfPlay& play, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    rd.U32Le();  // size
-    if (rd.U32Le() != kEmfPlusMark || rd.U16Le() != kEmfPlusHeader)
+    ByteReader reader = record.Data();
+    reader.U32Le();  // size
+    if (reader.U32Le() != kEmfPlusMark || reader.U16Le() != kEmfPlusHeader)
         return;
-    const bool bDual = (rd.U16Le() & 1) != 0;
-    objPlay.bOnlyEmfPlus = !rd.Failed() && !bDual;
+    const bool dual = (reader.U16Le() & 1) != 0;
+    play.only_emf_plus = !reader.Failed() && !dual;
 }
 
-static Outcome ePlay(EmfPlay& objPlay, const EmfRecord& objRecord)
+static Outcome Play(EmfPlay& play, const EmfRecord& record)
 {
-    for (const auto fnFamily :
-         {ePlayPoints, ePlayState, ePlayObject, ePlayShape, ePlayClip, ePlayText, ePlayBitmap}) {
-        const Outcome eResult = fnFamily(objPlay, objRecord);
-        if (eResult != Outcome::NotMine)
-            return eResult;
+    for (const auto family : {PlayPoints, PlayState, PlayObject, PlayShape, PlayClip, PlayText, PlayBitmap}) {
+        const Outcome result = family(play, record);
+        if (result != Outcome::kNotMine)
+            return result;
     }
-    if (objRecord.nType == kComment)
-        LookIntoComment(objPlay, objRecord);
-    return Outcome::Done;  // what isn't known, or draws nothing, is left out
+    if (record.type == kComment)
+        LookIntoComment(play, record);
+    return Outcome::kDone;  // what isn't known, or draws nothing, is left out
 }
 
-bool bPlayEmf(DeviceContext& dc, const MetafileRequest& objRequest)
+bool PlayEmf(DeviceContext& dc, const MetafileRequest& request)
 {
-    EmfPlay objPlay(dc);
+    EmfPlay play(dc);
     // The first place of the table is the metafile's own.
-    objPlay.aObjects.resize(std::min<std::uint32_t>(objRequest.nObjects, 65535) + 1);
-    Bytes aLeft = objRequest.aRecords;
+    play.objects.resize(std::min<std::uint32_t>(request.objects, 65535) + 1);
+    Bytes left = request.records;
     for (;;) {
-        ByteReader rd(aLeft);
-        EmfRecord objRecord;
-        objRecord.nType = rd.U32Le();
-        const std::uint32_t nSize = rd.U32Le();
-        if (rd.Failed() || nSize < 8 || nSize > aLeft.size() || !dc.Work().Spend(kCostOfRecord + nSize / 16))
+        ByteReader reader(left);
+        EmfRecord record;
+        record.type = reader.U32Le();
+        const std::uint32_t size = reader.U32Le();
+        if (reader.Failed() || size < 8 || size > left.size() || !dc.Work().Spend(kCostOfRecord + size / 16))
             return false;
-        if (objRecord.nType == kEndOfFile)
+        if (record.type == kEndOfFile)
             break;
-        objRecord.aAll = aLeft.first(nSize);
-        aLeft = aLeft.subspan(nSize);
-        if (ePlay(objPlay, objRecord) == Outcome::Broken || dc.Work().Spent() || dc.Target().Failed())
+        record.all = left.first(size);
+        left = left.subspan(size);
+        if (Play(play, record) == Outcome::kBroken || dc.Work().Spent() || dc.Target().Failed())
             return false;
     }
-    return !objPlay.bOnlyEmfPlus || !dc.Target().Touched().Empty();
+    return !play.only_emf_plus || !dc.Target().Touched().Empty();
 }

@@ -9,58 +9,57 @@
 
 /// A record: its bytes from the type field on, and a reader that stands behind type and size.
 struct EmfRecord {
-    std::uint32_t nType = 0;
-    Bytes aAll;
-    ByteReader Data() const { return ByteReader(aAll.subspan(8)); }
+    std::uint32_t type = 0;
+    Bytes all;
+    ByteReader Data() const { return ByteReader(all.subspan(8)); }
 };
 
 /// What is carried from record to record.
 struct EmfPlay {
-    explicit EmfPlay(DeviceContext& dcTarget) : dc(dcTarget) {}
+    explicit EmfPlay(DeviceContext& target) : dc(target) {}
 
     DeviceContext& dc;
-    std::vector<Object> aObjects;
+    std::vector<Object> objects;
     /// The file says that its records of the other kind (EMF+, within comments) are all there is.
-    bool bOnlyEmfPlus = false;
+    bool only_emf_plus = false;
 };
 
-enum class Outcome { NotMine, Done, Broken };
+enum class Outcome { kNotMine, kDone, kBroken };
 
-inline Outcome eOutcome(bool bGood)
+inline Outcome OutcomeOf(bool good)
 {
-    return bGood ? Outcome::Done : Outcome::Broken;
+    return good ? Outcome::kDone : Outcome::kBroken;
 }
 
 /// Each plays its family of records.
-Outcome ePlayState(EmfPlay& objPlay, const EmfRecord& objRecord);
-Outcome ePlayClip(EmfPlay& objPlay, const EmfRecord& objRecord);
-Outcome ePlayObject(EmfPlay& objPlay, const EmfRecord& objRecord);
-Outcome ePlayShape(EmfPlay& objPlay, const EmfRecord& objRecord);
-Outcome ePlayPoints(EmfPlay& objPlay, const EmfRecord& objRecord);
-Outcome ePlayBitmap(EmfPlay& objPlay, const EmfRecord& objRecord);
-Outcome ePlayText(EmfPlay& objPlay, const EmfRecord& objRecord);
+Outcome PlayState(EmfPlay& play, const EmfRecord& record);
+Outcome PlayClip(EmfPlay& play, const EmfRecord& record);
+Outcome PlayObject(EmfPlay& play, const EmfRecord& record);
+Outcome PlayShape(EmfPlay& play, const EmfRecord& record);
+Outcome PlayPoints(EmfPlay& play, const EmfRecord& record);
+Outcome PlayBitmap(EmfPlay& play, const EmfRecord& record);
+Outcome PlayText(EmfPlay& play, const EmfRecord& record);
 
 /// All records up to the end record. False when one is broken, the work isn't granted, or nothing could be
 /// drawn of a file that is made for EMF+ alone.
-bool bPlayEmf(DeviceContext& dc, const MetafileRequest& objRequest);
+bool PlayEmf(DeviceContext& dc, const MetafileRequest& request);
 
 // What several families read.
-Point ptRead(ByteReader& rd);
-Rect rcRead(ByteReader& rd);
-Affine objReadTransform(ByteReader& rd);
+Point ReadPoint(ByteReader& reader);
+Rect ReadRect(ByteReader& reader);
+Affine ReadTransform(ByteReader& reader);
 /// Where a record says that its bitmap lies, in bytes from its own begin.
 struct EmfDibPlace {
-    std::uint32_t nHeaderOffset = 0;
-    std::uint32_t nHeaderSize = 0;  ///< 0: there is no bitmap
-    std::uint32_t nBitsOffset = 0;
-    std::uint32_t nBitsSize = 0;
+    std::uint32_t header_offset = 0;
+    std::uint32_t header_size = 0;  ///< 0: there is no bitmap
+    std::uint32_t bits_offset = 0;
+    std::uint32_t bits_size = 0;
 };
-EmfDibPlace objReadDibPlace(ByteReader& rd);
-/// The bitmap at that place; empty if there is none, nothing if the place leads outside. nUsage 1: its
+EmfDibPlace ReadDibPlace(ByteReader& reader);
+/// The bitmap at that place; empty if there is none, nothing if the place leads outside. usage 1: its
 /// palette holds indexes.
-std::optional<DibSource> objDibAt(const EmfRecord& objRecord, const EmfDibPlace& objPlace,
-                                  std::uint32_t nUsage);
+std::optional<DibSource> DibAt(const EmfRecord& record, const EmfDibPlace& place, std::uint32_t usage);
 /// Region data; nothing if it is broken.
-std::optional<Region> objReadRegion(ByteReader& rd);
-/// Object nIndex, of the table or the stock; monostate if there is none.
-const Object& objNumbered(const EmfPlay& objPlay, std::uint32_t nIndex);
+std::optional<Region> ReadRegion(ByteReader& reader);
+/// Object index, of the table or the stock; monostate if there is none.
+const Object& Numbered(const EmfPlay& play, std::uint32_t index);

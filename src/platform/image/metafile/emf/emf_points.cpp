@@ -18,57 +18,57 @@ enum PointsRecord : std::uint32_t {
 
 static constexpr std::uint32_t kFrom16 = kPolyBezier16 - kPolyBezier;
 
-static bool bReadPoints(ByteReader& rd, std::uint64_t nCount, bool bShort, std::vector<Point>& aPoints)
+static bool ReadPoints(ByteReader& reader, std::uint64_t count, bool short_points, std::vector<Point>& points)
 {
-    if (rd.Failed() || rd.Left() / (bShort ? 4 : 8) < nCount)
+    if (reader.Failed() || reader.Left() / (short_points ? 4 : 8) < count)
         return false;
-    aPoints.resize(nCount);
-    for (Point& pt : aPoints) {
-        pt.x = bShort ? rd.I16Le() : rd.I32Le();
-        pt.y = bShort ? rd.I16Le() : rd.I32Le();
+    points.resize(count);
+    for (Point& point : points) {
+        point.x = short_points ? reader.I16Le() : reader.I32Le();
+        point.y = short_points ? reader.I16Le() : reader.I32Le();
     }
     return true;
 }
 
-static Outline objCurves(const std::vector<Point>& aPoints)
+static Outline Curves(const std::vector<Point>& points)
 {
-    Outline objResult;
-    if (!aPoints.empty())
-        objResult.MoveTo(aPoints[0]);
-    for (std::size_t n = 1; n + 3 <= aPoints.size(); n += 3)
-        objResult.CurveTo(aPoints[n], aPoints[n + 1], aPoints[n + 2]);
-    return objResult;
+    Outline result;
+    if (!points.empty())
+        result.MoveTo(points[0]);
+    for (std::size_t n = 1; n + 3 <= points.size(); n += 3)
+        result.CurveTo(points[n], points[n + 1], points[n + 2]);
+    return result;
 }
 
 // Many lines or polygons in one record. The polygons are one shape: where they overlap, the fill mode
 // decides.
-static Outcome eManyFigures(DeviceContext& dc, ByteReader& rd, bool bShort, bool bPolygons)
+static Outcome DrawManyFigures(DeviceContext& dc, ByteReader& reader, bool short_points, bool polygons)
 {
-    const std::uint32_t nFigures = rd.U32Le();
-    rd.U32Le();  // number of points: the sum of the figures' own counts is what is read
-    if (rd.Failed() || rd.Left() / 4 < nFigures)
-        return Outcome::Broken;
-    std::vector<std::uint32_t> aCounts(nFigures);
-    std::uint64_t nSum = 0;
-    for (std::uint32_t& nCount : aCounts)
-        nSum += nCount = rd.U32Le();
-    std::vector<Point> aPoints;
-    if (!bReadPoints(rd, nSum, bShort, aPoints))
-        return Outcome::Broken;
-    Outline objShape;
-    std::size_t nPoint = 0;
-    for (const std::uint32_t nCount : aCounts) {
-        if (nCount == 0)
+    const std::uint32_t figures = reader.U32Le();
+    reader.U32Le();  // number of points: the sum of the figures' own counts is what is read
+    if (reader.Failed() || reader.Left() / 4 < figures)
+        return Outcome::kBroken;
+    std::vector<std::uint32_t> counts(figures);
+    std::uint64_t sum = 0;
+    for (std::uint32_t& count : counts)
+        sum += count = reader.U32Le();
+    std::vector<Point> points;
+    if (!ReadPoints(reader, sum, short_points, points))
+        return Outcome::kBroken;
+    Outline shape;
+    std::size_t point = 0;
+    for (const std::uint32_t count : counts) {
+        if (count == 0)
             continue;
-        objShape.MoveTo(aPoints[nPoint]);
-        for (std::uint32_t n = 1; n < nCount; ++n)
-            objShape.LineTo(aPoints[nPoint + n]);
-        if (bPolygons)
-            objShape.Close();
-        nPoint += nCount;
+        shape.MoveTo(points[point]);
+        for (std::uint32_t n = 1; n < count; ++n)
+            shape.LineTo(points[point + n]);
+        if (polygons)
+            shape.Close();
+        point += count;
     }
-    dc.Draw(objShape, bPolygons ? ShapeParts::Both : ShapeParts::Line);
-    return Outcome::Done;
+    dc.Draw(shape, polygons ? ShapeParts::kBoth : ShapeParts::kLine);
+    return Outcome::kDone;
 }
 
 static constexpr std::uint8_t kCloseBit = 1;
@@ -76,84 +76,84 @@ static constexpr std::uint8_t kLineType = 2;
 static constexpr std::uint8_t kCurveType = 4;
 static constexpr std::uint8_t kMoveType = 6;
 
-static Outcome eDrawTyped(DeviceContext& dc, ByteReader& rd, bool bShort)
+static Outcome DrawTyped(DeviceContext& dc, ByteReader& reader, bool short_points)
 {
-    const std::uint32_t nCount = rd.U32Le();
-    std::vector<Point> aPoints;
-    if (!bReadPoints(rd, nCount, bShort, aPoints))
-        return Outcome::Broken;
-    const Bytes aTypes = rd.Take(nCount);
-    if (rd.Failed())
-        return Outcome::Broken;
+    const std::uint32_t count = reader.U32Le();
+    std::vector<Point> points;
+    if (!ReadPoints(reader, count, short_points, points))
+        return Outcome::kBroken;
+    const Bytes types = reader.Take(count);
+    if (reader.Failed())
+        return Outcome::kBroken;
     // In a path the figure that is open goes on; outside of one all of it is one line.
-    const bool bInPath = dc.InPath();
-    Outline objLine;
-    objLine.MoveTo(dc.State.ptPosition);
-    for (std::size_t n = 0; n < nCount; ++n) {
-        const std::uint8_t nType = aTypes[n] & 6;
-        const std::size_t nUsed = nType == kCurveType ? 3 : 1;
-        if (n + nUsed > nCount)
+    const bool in_path = dc.InPath();
+    Outline line;
+    line.MoveTo(dc.state.position);
+    for (std::size_t n = 0; n < count; ++n) {
+        const std::uint8_t type = types[n] & 6;
+        const std::size_t used = type == kCurveType ? 3 : 1;
+        if (n + used > count)
             break;
-        if (nType == kMoveType) {
-            dc.MoveTo(aPoints[n]);
-            objLine.MoveTo(aPoints[n]);
-        } else if (nType == kLineType) {
-            if (bInPath)
-                dc.LinesTo({&aPoints[n], 1});
-            objLine.LineTo(aPoints[n]);
-        } else if (nType == kCurveType) {
-            if (bInPath)
-                dc.CurvesTo({&aPoints[n], 3});
-            objLine.CurveTo(aPoints[n], aPoints[n + 1], aPoints[n + 2]);
+        if (type == kMoveType) {
+            dc.MoveTo(points[n]);
+            line.MoveTo(points[n]);
+        } else if (type == kLineType) {
+            if (in_path)
+                dc.LinesTo({&points[n], 1});
+            line.LineTo(points[n]);
+        } else if (type == kCurveType) {
+            if (in_path)
+                dc.CurvesTo({&points[n], 3});
+            line.CurveTo(points[n], points[n + 1], points[n + 2]);
         }
-        n += nUsed - 1;
-        if ((aTypes[n] & kCloseBit) != 0 && nType != kMoveType) {
+        n += used - 1;
+        if ((types[n] & kCloseBit) != 0 && type != kMoveType) {
             dc.CloseFigure();
-            objLine.Close();
+            line.Close();
         }
-        dc.State.ptPosition = aPoints[n];
+        dc.state.position = points[n];
     }
-    if (!bInPath)
-        dc.Draw(objLine, ShapeParts::Line);
-    return Outcome::Done;
+    if (!in_path)
+        dc.Draw(line, ShapeParts::kLine);
+    return Outcome::kDone;
 }
 
-Outcome ePlayPoints(EmfPlay& objPlay, const EmfRecord& objRecord)
+Outcome PlayPoints(EmfPlay& play, const EmfRecord& record)
 {
-    DeviceContext& dc = objPlay.dc;
-    const bool bShort = (objRecord.nType >= kPolyBezier16 && objRecord.nType <= kPolyPolygon16) ||
-                        objRecord.nType == kPolyDraw16;
-    const std::uint32_t nKind = objRecord.nType == kPolyDraw16 ? std::uint32_t{kPolyDraw}
-                                : bShort                       ? objRecord.nType - kFrom16
-                                                               : objRecord.nType;
-    if (nKind != kPolyDraw && (nKind < kPolyBezier || nKind > kPolyPolygon))
-        return Outcome::NotMine;
-    ByteReader rd = objRecord.Data();
-    rcRead(rd);  // bounds
-    if (nKind == kPolyPolyline || nKind == kPolyPolygon)
-        return eManyFigures(dc, rd, bShort, nKind == kPolyPolygon);
-    if (nKind == kPolyDraw)
-        return eDrawTyped(dc, rd, bShort);
-    std::vector<Point> aPoints;
-    const std::uint32_t nCount = rd.U32Le();
-    if (!bReadPoints(rd, nCount, bShort, aPoints))
-        return Outcome::Broken;
-    switch (nKind) {
+    DeviceContext& dc = play.dc;
+    const bool short_points =
+        (record.type >= kPolyBezier16 && record.type <= kPolyPolygon16) || record.type == kPolyDraw16;
+    const std::uint32_t kind = record.type == kPolyDraw16 ? std::uint32_t{kPolyDraw}
+                               : short_points             ? record.type - kFrom16
+                                                          : record.type;
+    if (kind != kPolyDraw && (kind < kPolyBezier || kind > kPolyPolygon))
+        return Outcome::kNotMine;
+    ByteReader reader = record.Data();
+    ReadRect(reader);  // bounds
+    if (kind == kPolyPolyline || kind == kPolyPolygon)
+        return DrawManyFigures(dc, reader, short_points, kind == kPolyPolygon);
+    if (kind == kPolyDraw)
+        return DrawTyped(dc, reader, short_points);
+    std::vector<Point> points;
+    const std::uint32_t count = reader.U32Le();
+    if (!ReadPoints(reader, count, short_points, points))
+        return Outcome::kBroken;
+    switch (kind) {
         case kPolyBezier:
-            dc.Draw(objCurves(aPoints), ShapeParts::Line);
+            dc.Draw(Curves(points), ShapeParts::kLine);
             break;
         case kPolygon:
-            DrawPolygon(dc, aPoints);
+            DrawPolygon(dc, points);
             break;
         case kPolyline:
-            DrawPolyline(dc, aPoints);
+            DrawPolyline(dc, points);
             break;
         case kPolyBezierTo:
-            dc.CurvesTo(aPoints);
+            dc.CurvesTo(points);
             break;
         default:
-            dc.LinesTo(aPoints);
+            dc.LinesTo(points);
             break;
     }
-    return Outcome::Done;
+    return Outcome::kDone;
 }

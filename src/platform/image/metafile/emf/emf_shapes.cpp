@@ -24,133 +24,133 @@ enum ShapeRecord : std::uint32_t {
     kGradientFill = 118,
 };
 
-static Outcome eAngleArc(DeviceContext& dc, ByteReader& rd)
+static Outcome DrawAngleArc(DeviceContext& dc, ByteReader& reader)
 {
-    const Point ptCentre = ptRead(rd);
-    const double dRadius = rd.U32Le();
-    const double dStart = static_cast<double>(std::bit_cast<float>(rd.U32Le())) / 180 * std::numbers::pi;
-    const double dSweep = static_cast<double>(std::bit_cast<float>(rd.U32Le())) / 180 * std::numbers::pi;
-    if (rd.Failed())
-        return Outcome::Broken;
+    const Point centre = ReadPoint(reader);
+    const double radius = reader.U32Le();
+    const double start = static_cast<double>(std::bit_cast<float>(reader.U32Le())) / 180 * std::numbers::pi;
+    const double sweep = static_cast<double>(std::bit_cast<float>(reader.U32Le())) / 180 * std::numbers::pi;
+    if (reader.Failed())
+        return Outcome::kBroken;
     // Angles are counted against the clock, unlike those of AddArc.
-    const Rect rc{ptCentre.x - dRadius, ptCentre.y - dRadius, ptCentre.x + dRadius, ptCentre.y + dRadius};
-    if (std::isfinite(dStart) && std::isfinite(dSweep))
-        dc.ArcTo(rc, -dStart, -dSweep);
-    return Outcome::Done;
+    const Rect rect{centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius};
+    if (std::isfinite(start) && std::isfinite(sweep))
+        dc.ArcTo(rect, -start, -sweep);
+    return Outcome::kDone;
 }
 
-static Outcome eArc(DeviceContext& dc, const EmfRecord& objRecord)
+static Outcome DrawArcRecord(DeviceContext& dc, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    const Rect rc = rcRead(rd);
-    const Point ptStart = ptRead(rd);
-    const Point ptEnd = ptRead(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    if (objRecord.nType == kArcTo) {
-        const ArcSpan objSpan = objArcSpan(dc, rc.Normalised(), ptStart, ptEnd);
-        dc.ArcTo(rc.Normalised(), objSpan.dStart, objSpan.dSweep);
-        return Outcome::Done;
+    ByteReader reader = record.Data();
+    const Rect rect = ReadRect(reader);
+    const Point start = ReadPoint(reader);
+    const Point end = ReadPoint(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    if (record.type == kArcTo) {
+        const ArcSpan span = ArcSpanOf(dc, rect.Normalised(), start, end);
+        dc.ArcTo(rect.Normalised(), span.start, span.sweep);
+        return Outcome::kDone;
     }
-    const ArcKind eKind = objRecord.nType == kArc     ? ArcKind::Arc
-                          : objRecord.nType == kChord ? ArcKind::Chord
-                                                      : ArcKind::Pie;
-    DrawArc(dc, rc, ptStart, ptEnd, eKind);
-    return Outcome::Done;
+    const ArcKind kind = record.type == kArc     ? ArcKind::kArc
+                         : record.type == kChord ? ArcKind::kChord
+                                                 : ArcKind::kPie;
+    DrawArc(dc, rect, start, end, kind);
+    return Outcome::kDone;
 }
 
-static Outcome eGradient(DeviceContext& dc, ByteReader& rd)
+static Outcome DrawGradient(DeviceContext& dc, ByteReader& reader)
 {
-    rcRead(rd);  // bounds
-    const std::uint32_t nCorners = rd.U32Le();
-    const std::uint32_t nShapes = rd.U32Le();
-    const std::uint32_t nMode = rd.U32Le();
-    if (rd.Failed() || nMode > 2 || rd.Left() / 16 < nCorners)
-        return Outcome::Broken;
-    std::vector<GradientCorner> aCorners(nCorners);
-    for (GradientCorner& objCorner : aCorners) {
-        objCorner.pt = ptRead(rd);
-        for (double& d : objCorner.aColor)
-            d = rd.U16Le();
-        rd.U16Le();  // alpha isn't used
+    ReadRect(reader);  // bounds
+    const std::uint32_t corner_count = reader.U32Le();
+    const std::uint32_t shapes = reader.U32Le();
+    const std::uint32_t mode = reader.U32Le();
+    if (reader.Failed() || mode > 2 || reader.Left() / 16 < corner_count)
+        return Outcome::kBroken;
+    std::vector<GradientCorner> corners(corner_count);
+    for (GradientCorner& corner : corners) {
+        corner.point = ReadPoint(reader);
+        for (double& d : corner.color)
+            d = reader.U16Le();
+        reader.U16Le();  // alpha isn't used
     }
-    const std::uint32_t nEach = nMode == 2 ? 3 : 2;
-    if (rd.Left() / (4 * nEach) < nShapes)
-        return Outcome::Broken;
-    for (std::uint32_t n = 0; n < nShapes && !dc.Work().Spent(); ++n) {
-        std::array<std::uint32_t, 3> aIndex{};
-        for (std::uint32_t i = 0; i < nEach; ++i) {
-            aIndex[i] = rd.U32Le();
-            if (aIndex[i] >= nCorners)
-                return Outcome::Broken;
+    const std::uint32_t each = mode == 2 ? 3 : 2;
+    if (reader.Left() / (4 * each) < shapes)
+        return Outcome::kBroken;
+    for (std::uint32_t n = 0; n < shapes && !dc.Work().Spent(); ++n) {
+        std::array<std::uint32_t, 3> index{};
+        for (std::uint32_t i = 0; i < each; ++i) {
+            index[i] = reader.U32Le();
+            if (index[i] >= corner_count)
+                return Outcome::kBroken;
         }
-        if (nMode == 2) {
-            const std::array<GradientCorner, 3> aTriangle{aCorners[aIndex[0]], aCorners[aIndex[1]],
-                                                          aCorners[aIndex[2]]};
-            FillGradientTriangle(dc, aTriangle);
+        if (mode == 2) {
+            const std::array<GradientCorner, 3> triangle{corners[index[0]], corners[index[1]],
+                                                         corners[index[2]]};
+            FillGradientTriangle(dc, triangle);
         } else
-            FillGradientRect(dc, aCorners[aIndex[0]], aCorners[aIndex[1]], nMode == 1);
+            FillGradientRect(dc, corners[index[0]], corners[index[1]], mode == 1);
     }
-    return Outcome::Done;
+    return Outcome::kDone;
 }
 
-Outcome ePlayShape(EmfPlay& objPlay, const EmfRecord& objRecord)
+Outcome PlayShape(EmfPlay& play, const EmfRecord& record)
 {
-    DeviceContext& dc = objPlay.dc;
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.nType) {
+    DeviceContext& dc = play.dc;
+    ByteReader reader = record.Data();
+    switch (record.type) {
         case kMoveTo:
-            dc.MoveTo(ptRead(rd));
-            return eOutcome(!rd.Failed());
+            dc.MoveTo(ReadPoint(reader));
+            return OutcomeOf(!reader.Failed());
         case kLineTo: {
-            const Point pt = ptRead(rd);
-            if (!rd.Failed())
-                dc.LinesTo({&pt, 1});
-            return eOutcome(!rd.Failed());
+            const Point point = ReadPoint(reader);
+            if (!reader.Failed())
+                dc.LinesTo({&point, 1});
+            return OutcomeOf(!reader.Failed());
         }
         case kRectangle:
         case kEllipse: {
-            const Rect rc = rcRead(rd);
-            if (rd.Failed())
-                return Outcome::Broken;
-            if (objRecord.nType == kRectangle)
-                DrawRectangle(dc, rc);
+            const Rect rect = ReadRect(reader);
+            if (reader.Failed())
+                return Outcome::kBroken;
+            if (record.type == kRectangle)
+                DrawRectangle(dc, rect);
             else
-                DrawEllipse(dc, rc);
-            return Outcome::Done;
+                DrawEllipse(dc, rect);
+            return Outcome::kDone;
         }
         case kRoundRect: {
-            const Rect rc = rcRead(rd);
-            const Point ptCorner = ptRead(rd);
-            if (!rd.Failed())
-                DrawRoundRect(dc, rc, ptCorner.x, ptCorner.y);
-            return eOutcome(!rd.Failed());
+            const Rect rect = ReadRect(reader);
+            const Point corner = ReadPoint(reader);
+            if (!reader.Failed())
+                DrawRoundRect(dc, rect, corner.x, corner.y);
+            return OutcomeOf(!reader.Failed());
         }
         case kArc:
         case kChord:
         case kPie:
         case kArcTo:
-            return eArc(dc, objRecord);
+            return DrawArcRecord(dc, record);
         case kAngleArc:
-            return eAngleArc(dc, rd);
+            return DrawAngleArc(dc, reader);
         case kSetPixel: {
-            const Point pt = ptRead(rd);
-            const ColorRef nColor = rd.U32Le();
-            if (!rd.Failed())
-                SetPixel(dc, pt, nColor);
-            return eOutcome(!rd.Failed());
+            const Point point = ReadPoint(reader);
+            const ColorRef color = reader.U32Le();
+            if (!reader.Failed())
+                SetPixel(dc, point, color);
+            return OutcomeOf(!reader.Failed());
         }
         case kExtFloodFill: {
-            const Point pt = ptRead(rd);
-            const ColorRef nColor = rd.U32Le();
-            const std::uint32_t nMode = rd.U32Le();
-            if (!rd.Failed())
-                FloodFill(dc, pt, nColor, nMode == 1);
-            return eOutcome(!rd.Failed());
+            const Point point = ReadPoint(reader);
+            const ColorRef color = reader.U32Le();
+            const std::uint32_t mode = reader.U32Le();
+            if (!reader.Failed())
+                FloodFill(dc, point, color, mode == 1);
+            return OutcomeOf(!reader.Failed());
         }
         case kGradientFill:
-            return eGradient(dc, rd);
+            return DrawGradient(dc, reader);
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }

@@ -28,132 +28,132 @@ enum StateRecord : std::uint32_t {
     kSetTextJustification = 120,
 };
 
-static void SetIfUsable(Point& ptTarget, Point ptNew)
+static void SetIfUsable(Point& target, Point new_value)
 {
-    if (ptNew.x != 0 && ptNew.y != 0)
-        ptTarget = ptNew;
+    if (new_value.x != 0 && new_value.y != 0)
+        target = new_value;
 }
 
-static void Scale(DcState& objState, ByteReader& rd, bool bWindow)
+static void Scale(DcState& state, ByteReader& reader, bool of_window)
 {
-    const double dXNumerator = rd.I32Le();
-    const double dXDenominator = rd.I32Le();
-    const double dYNumerator = rd.I32Le();
-    const double dYDenominator = rd.I32Le();
-    Point& ptExt = bWindow ? objState.ptWindowExt : objState.ptViewportExt;
-    if (dXDenominator != 0 && dYDenominator != 0)
-        SetIfUsable(ptExt, {ptExt.x * dXNumerator / dXDenominator, ptExt.y * dYNumerator / dYDenominator});
+    const double x_numerator = reader.I32Le();
+    const double x_denominator = reader.I32Le();
+    const double y_numerator = reader.I32Le();
+    const double y_denominator = reader.I32Le();
+    Point& ext = of_window ? state.window_ext : state.viewport_ext;
+    if (x_denominator != 0 && y_denominator != 0)
+        SetIfUsable(ext, {ext.x * x_numerator / x_denominator, ext.y * y_numerator / y_denominator});
 }
 
-static void ModifyWorld(DcState& objState, ByteReader& rd)
+static void ModifyWorld(DcState& state, ByteReader& reader)
 {
-    const Affine objNew = objReadTransform(rd);
-    const std::uint32_t nMode = rd.U32Le();
-    Affine objResult = objState.objWorld;
-    if (nMode == 1)
-        objResult = {};
-    else if (nMode == 2)
-        objResult = Then(objNew, objState.objWorld);
-    else if (nMode == 3)
-        objResult = Then(objState.objWorld, objNew);
-    else if (nMode == 4)
-        objResult = objNew;
-    if (objResult.Finite())
-        objState.objWorld = objResult;
+    const Affine new_world = ReadTransform(reader);
+    const std::uint32_t mode = reader.U32Le();
+    Affine result = state.world;
+    if (mode == 1)
+        result = {};
+    else if (mode == 2)
+        result = Then(new_world, state.world);
+    else if (mode == 3)
+        result = Then(state.world, new_world);
+    else if (mode == 4)
+        result = new_world;
+    if (result.Finite())
+        state.world = result;
 }
 
 // The documentation calls the limit a whole number, the interface that writes it a floating one. No sensible
 // limit is as large as the bits of a float are when they are taken for a whole number.
-static double dMiterLimit(std::uint32_t nStored)
+static double MiterLimit(std::uint32_t stored)
 {
-    const double d = nStored <= 0xFFFF ? nStored : static_cast<double>(std::bit_cast<float>(nStored));
+    const double d = stored <= 0xFFFF ? stored : static_cast<double>(std::bit_cast<float>(stored));
     return std::isfinite(d) && d >= 1 ? d : 10;
 }
 
-Outcome ePlayState(EmfPlay& objPlay, const EmfRecord& objRecord)
+Outcome PlayState(EmfPlay& play, const EmfRecord& record)
 {
-    DeviceContext& dc = objPlay.dc;
-    DcState& objState = dc.State;
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.nType) {
+    DeviceContext& dc = play.dc;
+    DcState& state = dc.state;
+    ByteReader reader = record.Data();
+    switch (record.type) {
         case kSetWindowExt:
             if (!dc.ExtentsAreFixed())
-                SetIfUsable(objState.ptWindowExt, ptRead(rd));
+                SetIfUsable(state.window_ext, ReadPoint(reader));
             break;
         case kSetWindowOrg:
-            objState.ptWindowOrg = ptRead(rd);
+            state.window_org = ReadPoint(reader);
             break;
         case kSetViewportExt:
             if (!dc.ExtentsAreFixed())
-                SetIfUsable(objState.ptViewportExt, ptRead(rd));
+                SetIfUsable(state.viewport_ext, ReadPoint(reader));
             break;
         case kSetViewportOrg:
-            objState.ptViewportOrg = ptRead(rd);
+            state.viewport_org = ReadPoint(reader);
             break;
         case kScaleViewportExt:
         case kScaleWindowExt:
             if (!dc.ExtentsAreFixed())
-                Scale(objState, rd, objRecord.nType == kScaleWindowExt);
+                Scale(state, reader, record.type == kScaleWindowExt);
             break;
         case kSetBrushOrg:
-            objState.ptBrushOrg = ptRead(rd);
-            return eOutcome(!rd.Failed());
+            state.brush_org = ReadPoint(reader);
+            return OutcomeOf(!reader.Failed());
         case kSetMapMode:
-            dc.SetMapMode(rd.I32Le());
+            dc.SetMapMode(reader.I32Le());
             break;
         case kSetBkMode:
-            objState.bOpaqueBack = rd.U32Le() == 2;
-            return eOutcome(!rd.Failed());
+            state.opaque_back = reader.U32Le() == 2;
+            return OutcomeOf(!reader.Failed());
         case kSetPolyFillMode:
-            objState.bWinding = rd.U32Le() == 2;
-            return eOutcome(!rd.Failed());
+            state.winding = reader.U32Le() == 2;
+            return OutcomeOf(!reader.Failed());
         case kSetRop2: {
-            const std::uint32_t nRop2 = rd.U32Le();
-            if (nRop2 >= 1 && nRop2 <= 16)
-                objState.nRop2 = static_cast<int>(nRop2);
-            return eOutcome(!rd.Failed());
+            const std::uint32_t rop2 = reader.U32Le();
+            if (rop2 >= 1 && rop2 <= 16)
+                state.rop2 = static_cast<int>(rop2);
+            return OutcomeOf(!reader.Failed());
         }
         case kSetStretchBltMode:
-            objState.nStretchMode = rd.I32Le();
-            return eOutcome(!rd.Failed());
+            state.stretch_mode = reader.I32Le();
+            return OutcomeOf(!reader.Failed());
         case kSetTextAlign:
-            objState.nTextAlign = rd.U32Le();
-            return eOutcome(!rd.Failed());
+            state.text_align = reader.U32Le();
+            return OutcomeOf(!reader.Failed());
         case kSetTextColor:
-            objState.nTextColor = rd.U32Le();
-            return eOutcome(!rd.Failed());
+            state.text_color = reader.U32Le();
+            return OutcomeOf(!reader.Failed());
         case kSetBkColor:
-            objState.nBackColor = rd.U32Le();
-            return eOutcome(!rd.Failed());
+            state.back_color = reader.U32Le();
+            return OutcomeOf(!reader.Failed());
         case kSetTextJustification: {
-            const double dExtra = rd.I32Le();
-            const double dCount = rd.I32Le();
-            objState.dBreakExtra = dCount > 0 ? dExtra / dCount : 0;
-            return eOutcome(!rd.Failed());
+            const double extra = reader.I32Le();
+            const double count = reader.I32Le();
+            state.break_extra = count > 0 ? extra / count : 0;
+            return OutcomeOf(!reader.Failed());
         }
         case kSaveDc:
-            return eOutcome(dc.SaveState());
+            return OutcomeOf(dc.SaveState());
         case kRestoreDc:
-            dc.RestoreState(rd.I32Le());
+            dc.RestoreState(reader.I32Le());
             break;
         case kSetWorldTransform: {
-            const Affine objNew = objReadTransform(rd);
-            if (objNew.Finite())
-                objState.objWorld = objNew;
+            const Affine new_world = ReadTransform(reader);
+            if (new_world.Finite())
+                state.world = new_world;
             break;
         }
         case kModifyWorldTransform:
-            ModifyWorld(objState, rd);
+            ModifyWorld(state, reader);
             break;
         case kSetArcDirection:
-            objState.bClockwise = rd.U32Le() == 2;
-            return eOutcome(!rd.Failed());
+            state.clockwise = reader.U32Le() == 2;
+            return OutcomeOf(!reader.Failed());
         case kSetMiterLimit:
-            objState.dMiterLimit = dMiterLimit(rd.U32Le());
-            return eOutcome(!rd.Failed());
+            state.miter_limit = MiterLimit(reader.U32Le());
+            return OutcomeOf(!reader.Failed());
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
     dc.MappingChanged();
-    return eOutcome(!rd.Failed());
+    return OutcomeOf(!reader.Failed());
 }

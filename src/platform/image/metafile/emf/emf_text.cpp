@@ -17,95 +17,95 @@ static constexpr std::uint32_t kOptionNoRect = 0x100;
 static constexpr std::uint32_t kOptionSmallChars = 0x200;
 static constexpr std::uint32_t kOptionSteps2D = 0x2000;
 
-static std::vector<TextCharacter> aCharacters(const DeviceContext& dc, Bytes aText, bool bWide)
+static std::vector<TextCharacter> Characters(const DeviceContext& dc, Bytes text, bool wide)
 {
-    return bWide ? aDecodedWords(aText) : aDecodedBytes(aText, dc.State.pFont ? dc.State.pFont->nCharSet : 0);
+    return wide ? DecodedWords(text) : DecodedBytes(text, dc.state.font ? dc.state.font->char_set : 0);
 }
 
 // One text object; its offsets count from the start of the record.
-static Outcome eDrawObject(DeviceContext& dc, const EmfRecord& objRecord, ByteReader& rd, bool bWide)
+static Outcome DrawObject(DeviceContext& dc, const EmfRecord& record, ByteReader& reader, bool wide)
 {
-    TextRun objRun;
-    objRun.ptReference = ptRead(rd);
-    const std::uint64_t nChars = rd.U32Le();
-    const std::uint64_t nText = rd.U32Le();
-    const std::uint32_t nOptions = rd.U32Le();
-    if ((nOptions & kOptionNoRect) == 0)
-        objRun.rcBox = rcRead(rd);
-    const std::uint64_t nSteps = rd.U32Le();
-    const Bytes aAll = objRecord.aAll;
-    const std::uint64_t nTextSize = nChars * (bWide ? 2 : 1);
-    if (rd.Failed() || (nChars > 0 && (nText > aAll.size() || nTextSize > aAll.size() - nText)))
-        return Outcome::Broken;
-    objRun.bFillBox = objRun.rcBox && (nOptions & kOptionOpaque) != 0;
-    objRun.bClipToBox = objRun.rcBox && (nOptions & kOptionClipped) != 0;
-    objRun.bGlyphNumbers = bWide && (nOptions & kOptionGlyphs) != 0;
-    if (nChars > 0)
-        objRun.aText = aCharacters(dc, aAll.subspan(nText, nTextSize), bWide);
+    TextRun run;
+    run.reference = ReadPoint(reader);
+    const std::uint64_t chars = reader.U32Le();
+    const std::uint64_t text = reader.U32Le();
+    const std::uint32_t options = reader.U32Le();
+    if ((options & kOptionNoRect) == 0)
+        run.box = ReadRect(reader);
+    const std::uint64_t steps_offset = reader.U32Le();
+    const Bytes all = record.all;
+    const std::uint64_t text_size = chars * (wide ? 2 : 1);
+    if (reader.Failed() || (chars > 0 && (text > all.size() || text_size > all.size() - text)))
+        return Outcome::kBroken;
+    run.fill_box = run.box && (options & kOptionOpaque) != 0;
+    run.clip_to_box = run.box && (options & kOptionClipped) != 0;
+    run.glyph_numbers = wide && (options & kOptionGlyphs) != 0;
+    if (chars > 0)
+        run.text = Characters(dc, all.subspan(text, text_size), wide);
     // Writers leave the distances out, or point behind the record where they forgot them: then the font's own
     // hold.
-    const bool b2D = (nOptions & kOptionSteps2D) != 0;
-    const std::uint64_t nStepsSize = nChars * (b2D ? 8 : 4);
-    if (nSteps != 0 && nSteps <= aAll.size() && nStepsSize <= aAll.size() - nSteps) {
-        ByteReader rdSteps(aAll.subspan(nSteps, nStepsSize));
-        objRun.aSteps.reserve(nChars);
-        for (std::uint64_t n = 0; n < nChars; ++n) {
-            const double dAlong = rdSteps.I32Le();
-            const double dUp = b2D ? rdSteps.I32Le() : 0;
-            objRun.aSteps.push_back({dAlong, -dUp});
+    const bool two_dimensional = (options & kOptionSteps2D) != 0;
+    const std::uint64_t steps_size = chars * (two_dimensional ? 8 : 4);
+    if (steps_offset != 0 && steps_offset <= all.size() && steps_size <= all.size() - steps_offset) {
+        ByteReader step_reader(all.subspan(steps_offset, steps_size));
+        run.steps.reserve(chars);
+        for (std::uint64_t n = 0; n < chars; ++n) {
+            const double along = step_reader.I32Le();
+            const double up = two_dimensional ? step_reader.I32Le() : 0;
+            run.steps.push_back({along, -up});
         }
     }
-    return eOutcome(DrawText(dc, objRun));
+    return OutcomeOf(DrawText(dc, run));
 }
 
-static Outcome eSmallText(DeviceContext& dc, ByteReader& rd)
+static Outcome SmallText(DeviceContext& dc, ByteReader& reader)
 {
-    TextRun objRun;
-    objRun.ptReference = ptRead(rd);
-    const std::uint64_t nChars = rd.U32Le();
-    const std::uint32_t nOptions = rd.U32Le();
-    rd.Take(12);  // graphics mode and scales
-    if ((nOptions & kOptionNoRect) == 0)
-        objRun.rcBox = rcRead(rd);
+    TextRun run;
+    run.reference = ReadPoint(reader);
+    const std::uint64_t chars = reader.U32Le();
+    const std::uint32_t options = reader.U32Le();
+    reader.Take(12);  // graphics mode and scales
+    if ((options & kOptionNoRect) == 0)
+        run.box = ReadRect(reader);
     // Small characters are the low bytes of 16-bit ones, not those of a code page.
-    const bool bSmall = (nOptions & kOptionSmallChars) != 0;
-    const Bytes aText = rd.Take(nChars * (bSmall ? 1 : 2));
-    if (rd.Failed())
-        return Outcome::Broken;
-    objRun.bFillBox = objRun.rcBox && (nOptions & kOptionOpaque) != 0;
-    objRun.bClipToBox = objRun.rcBox && (nOptions & kOptionClipped) != 0;
-    objRun.bGlyphNumbers = (nOptions & kOptionGlyphs) != 0;
-    if (bSmall)
-        for (const std::uint8_t nByte : aText)
-            objRun.aText.push_back({nByte, 1});
+    const bool small = (options & kOptionSmallChars) != 0;
+    const Bytes text = reader.Take(chars * (small ? 1 : 2));
+    if (reader.Failed())
+        return Outcome::kBroken;
+    run.fill_box = run.box && (options & kOptionOpaque) != 0;
+    run.clip_to_box = run.box && (options & kOptionClipped) != 0;
+    run.glyph_numbers = (options & kOptionGlyphs) != 0;
+    if (small)
+        for (const std::uint8_t byte : text)
+            run.text.push_back({byte, 1});
     else
-        objRun.aText = aDecodedWords(aText);
-    return eOutcome(DrawText(dc, objRun));
+        run.text = DecodedWords(text);
+    return OutcomeOf(DrawText(dc, run));
 }
 
-Outcome ePlayText(EmfPlay& objPlay, const EmfRecord& objRecord)
+Outcome PlayText(EmfPlay& play, const EmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    const bool bWide = objRecord.nType == kExtTextOutW || objRecord.nType == kPolyTextOutW;
-    switch (objRecord.nType) {
+    ByteReader reader = record.Data();
+    const bool wide = record.type == kExtTextOutW || record.type == kPolyTextOutW;
+    switch (record.type) {
         case kExtTextOutA:
         case kExtTextOutW:
-            rd.Take(16 + 12);  // bounds, graphics mode, scales
-            return eDrawObject(objPlay.dc, objRecord, rd, bWide);
+            reader.Take(16 + 12);  // bounds, graphics mode, scales
+            return DrawObject(play.dc, record, reader, wide);
         case kPolyTextOutA:
         case kPolyTextOutW: {
-            rd.Take(16 + 12);
-            const std::uint32_t nCount = rd.U32Le();
-            if (rd.Left() / 40 < nCount)
-                return Outcome::Broken;
-            for (std::uint32_t n = 0; n < nCount; ++n)
-                if (eDrawObject(objPlay.dc, objRecord, rd, bWide) == Outcome::Broken)
-                    return Outcome::Broken;
-            return Outcome::Done;
+            reader.Take(16 + 12);
+            const std::uint32_t count = reader.U32Le();
+            if (reader.Left() / 40 < count)
+                return Outcome::kBroken;
+            for (std::uint32_t n = 0; n < count; ++n)
+                if (DrawObject(play.dc, record, reader, wide) == Outcome::kBroken)
+                    return Outcome::kBroken;
+            return Outcome::kDone;
         }
         case kSmallTextOut:
-            return eSmallText(objPlay.dc, rd);
+            return SmallText(play.dc, reader);
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }

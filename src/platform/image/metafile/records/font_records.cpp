@@ -1,20 +1,20 @@
 // Reads the common fields of a font.
 #include "src/platform/image/metafile/records/font_records.h"
 
-void ReadFontStyle(ByteReader& rd, Font& objFont)
+void ReadFontStyle(ByteReader& reader, Font& font)
 {
-    objFont.bItalic = rd.U8() != 0;
-    objFont.bUnderline = rd.U8() != 0;
-    objFont.bStrikeOut = rd.U8() != 0;
-    objFont.nCharSet = rd.U8();
-    rd.Take(3);  // precisions and quality
-    objFont.nPitchAndFamily = rd.U8();
+    font.italic = reader.U8() != 0;
+    font.underline = reader.U8() != 0;
+    font.strike_out = reader.U8() != 0;
+    font.char_set = reader.U8();
+    reader.Take(3);  // precisions and quality
+    font.pitch_and_family = reader.U8();
 }
 
-std::string sFaceOf(const std::vector<TextCharacter>& aName)
+std::string FaceOf(const std::vector<TextCharacter>& name)
 {
-    std::string sFace = sUtf8(aName);
-    if (sFace.starts_with('@'))
-        sFace.erase(0, 1);
-    return sFace;
+    std::string face = Utf8(name);
+    if (face.starts_with('@'))
+        face.erase(0, 1);
+    return face;
 }

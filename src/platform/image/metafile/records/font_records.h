@@ -10,7 +10,7 @@
 #include "src/platform/image/metafile/device/text_encoding.h"
 
 /// The eight bytes from the italic flag to the pitch and family, which both kinds hold behind the weight.
-void ReadFontStyle(ByteReader& rd, Font& objFont);
+void ReadFontStyle(ByteReader& reader, Font& font);
 
 /// The face's name as UTF-8, without the "@" that asks for the same font turned for vertical writing.
-std::string sFaceOf(const std::vector<TextCharacter>& aName);
+std::string FaceOf(const std::vector<TextCharacter>& name);

@@ -1,16 +1,16 @@
 // Reads the entries of a palette.
 #include "src/platform/image/metafile/records/palette_records.h"
 
-bool bReadPaletteColors(ByteReader& rd, std::uint64_t nCount, std::vector<std::uint32_t>& aColors)
+bool ReadPaletteColors(ByteReader& reader, std::uint64_t count, std::vector<std::uint32_t>& colors)
 {
-    if (rd.Failed() || rd.Left() / 4 < nCount)
+    if (reader.Failed() || reader.Left() / 4 < count)
         return false;
-    for (std::uint64_t n = 0; n < nCount; ++n) {
-        const std::uint32_t nRed = rd.U8();
-        const std::uint32_t nGreen = rd.U8();
-        const std::uint32_t nBlue = rd.U8();
-        rd.U8();  // flags
-        aColors.push_back(nRed << 16 | nGreen << 8 | nBlue);
+    for (std::uint64_t n = 0; n < count; ++n) {
+        const std::uint32_t red = reader.U8();
+        const std::uint32_t green = reader.U8();
+        const std::uint32_t blue = reader.U8();
+        reader.U8();  // flags
+        colors.push_back(red << 16 | green << 8 | blue);
     }
     return true;
 }

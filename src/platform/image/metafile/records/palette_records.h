@@ -7,6 +7,6 @@
 
 #include "src/platform/image/base/byte_reader.h"
 
-/// Reads nCount entries of red, green, blue and flags, and adds their colours (red, green, blue from the high
+/// Reads count entries of red, green, blue and flags, and adds their colours (red, green, blue from the high
 /// byte down). False, with nothing added, when they aren't all there.
-bool bReadPaletteColors(ByteReader& rd, std::uint64_t nCount, std::vector<std::uint32_t>& aColors);
+bool ReadPaletteColors(ByteReader& reader, std::uint64_t count, std::vector<std::uint32_t>& colors);

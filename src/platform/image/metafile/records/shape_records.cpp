@@ -5,82 +5,82 @@
 
 #include "src/platform/image/metafile/canvas/arcs.h"
 
-ArcSpan objArcSpan(const DeviceContext& dc, const Rect& rc, Point ptStart, Point ptEnd)
+ArcSpan ArcSpanOf(const DeviceContext& dc, const Rect& rect, Point start_point, Point end)
 {
     constexpr double kTurn = 2 * std::numbers::pi;
-    const double dStart = dArcAngle(rc, ptStart);
-    double dSweep = dArcAngle(rc, ptEnd) - dStart;
-    const bool bGrowing = dc.State.bClockwise == (dc.Handedness() > 0);
-    if (bGrowing && dSweep <= 1e-9)
-        dSweep += kTurn;
-    if (!bGrowing && dSweep >= -1e-9)
-        dSweep -= kTurn;
-    return {dStart, dSweep};
+    const double start = ArcAngle(rect, start_point);
+    double sweep = ArcAngle(rect, end) - start;
+    const bool growing = dc.state.clockwise == (dc.Handedness() > 0);
+    if (growing && sweep <= 1e-9)
+        sweep += kTurn;
+    if (!growing && sweep >= -1e-9)
+        sweep -= kTurn;
+    return {start, sweep};
 }
 
-void DrawRectangle(DeviceContext& dc, const Rect& rc)
+void DrawRectangle(DeviceContext& dc, const Rect& rect)
 {
-    Outline objFilled, objLine;
-    objFilled.AddBox(rc.Normalised());
-    objLine.AddBox(dc.LineBox(rc));
-    dc.Draw(objFilled, objLine);
+    Outline filled, line;
+    filled.AddBox(rect.Normalised());
+    line.AddBox(dc.LineBox(rect));
+    dc.Draw(filled, line);
 }
 
-void DrawEllipse(DeviceContext& dc, const Rect& rc)
+void DrawEllipse(DeviceContext& dc, const Rect& rect)
 {
-    Outline objFilled, objLine;
-    AddEllipse(objFilled, rc.Normalised());
-    AddEllipse(objLine, dc.LineBox(rc));
-    dc.Draw(objFilled, objLine);
+    Outline filled, line;
+    AddEllipse(filled, rect.Normalised());
+    AddEllipse(line, dc.LineBox(rect));
+    dc.Draw(filled, line);
 }
 
-void DrawRoundRect(DeviceContext& dc, const Rect& rc, double dCornerWidth, double dCornerHeight)
+void DrawRoundRect(DeviceContext& dc, const Rect& rect, double corner_width, double corner_height)
 {
-    Outline objFilled, objLine;
-    AddRoundRect(objFilled, rc, dCornerWidth, dCornerHeight);
-    AddRoundRect(objLine, dc.LineBox(rc), dCornerWidth, dCornerHeight);
-    dc.Draw(objFilled, objLine);
+    Outline filled, line;
+    AddRoundRect(filled, rect, corner_width, corner_height);
+    AddRoundRect(line, dc.LineBox(rect), corner_width, corner_height);
+    dc.Draw(filled, line);
 }
 
-static Outline objArcOf(const Rect& rc, const ArcSpan& objSpan, ArcKind eKind)
+static Outline ArcOf(const Rect& rect, const ArcSpan& span, ArcKind kind)
 {
-    Outline objResult;
-    if (eKind == ArcKind::Pie)
-        objResult.MoveTo({(rc.dLeft + rc.dRight) / 2, (rc.dTop + rc.dBottom) / 2});
-    AddArc(objResult, rc, objSpan.dStart, objSpan.dSweep,
-           eKind == ArcKind::Pie ? ArcStart::LineFromLast : ArcStart::NewFigure);
-    if (eKind != ArcKind::Arc)
-        objResult.Close();
-    return objResult;
+    Outline result;
+    if (kind == ArcKind::kPie)
+        result.MoveTo({(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2});
+    AddArc(result, rect, span.start, span.sweep,
+           kind == ArcKind::kPie ? ArcStart::kLineFromLast : ArcStart::kNewFigure);
+    if (kind != ArcKind::kArc)
+        result.Close();
+    return result;
 }
 
-void DrawArc(DeviceContext& dc, const Rect& rc, Point ptStart, Point ptEnd, ArcKind eKind)
+void DrawArc(DeviceContext& dc, const Rect& rect, Point start, Point end, ArcKind kind)
 {
-    const Rect rcGood = rc.Normalised();
-    const ArcSpan objSpan = objArcSpan(dc, rcGood, ptStart, ptEnd);
-    const Outline objLine = objArcOf(dc.LineBox(rc), objSpan, eKind);
-    if (eKind == ArcKind::Arc)
-        dc.Draw(objLine, ShapeParts::Line);
+    const Rect good = rect.Normalised();
+    const ArcSpan span = ArcSpanOf(dc, good, start, end);
+    const Outline line = ArcOf(dc.LineBox(rect), span, kind);
+    if (kind == ArcKind::kArc)
+        dc.Draw(line, ShapeParts::kLine);
     else
-        dc.Draw(objArcOf(rcGood, objSpan, eKind), objLine);
+        dc.Draw(ArcOf(good, span, kind), line);
 }
 
-static Outline objLineThrough(std::span<const Point> aPoints)
+static Outline LineThrough(std::span<const Point> points)
 {
-    Outline objResult;
-    for (const Point& pt : aPoints)
-        objResult.LineTo(pt);
-    return objResult;
+    Outline result;
+    for (const Point& point : points)
+        result.LineTo(point);
+    return result;
 }
 
-void DrawPolygon(DeviceContext& dc, std::span<const Point> aPoints)
+void DrawPolygon(DeviceContext& dc, std::span<const Point> points)
 {
-    Outline objShape = objLineThrough(aPoints);
-    objShape.Close();
-    dc.Draw(objShape, ShapeParts::Both);
+    Outline shape = LineThrough(points);
+    shape.Close();
+    dc.Draw(shape, ShapeParts::kBoth);
 }
 
-void DrawPolyline(DeviceContext& dc, std::span<const Point> aPoints)
+void DrawPolyline(DeviceContext& dc, std::span<const Point> points)
 {
-    dc.Draw(objLineThrough(aPoints), ShapeParts::Line);
+    dc.Draw(LineThrough(points), ShapeParts::kLine);
 }

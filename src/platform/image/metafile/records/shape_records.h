@@ -4,21 +4,21 @@
 
 #include "src/platform/image/metafile/device/device_context.h"
 
-enum class ArcKind { Arc, Chord, Pie };
+enum class ArcKind { kArc, kChord, kPie };
 
 /// An angle and how far from it an arc goes.
 struct ArcSpan {
-    double dStart = 0;
-    double dSweep = 0;
+    double start = 0;
+    double sweep = 0;
 };
 
-/// The part of the ellipse in rc between two rays from its centre, in the direction that the context has.
+/// The part of the ellipse in rect between two rays from its centre, in the direction that the context has.
 /// Rays that coincide give the whole.
-ArcSpan objArcSpan(const DeviceContext& dc, const Rect& rc, Point ptStart, Point ptEnd);
+ArcSpan ArcSpanOf(const DeviceContext& dc, const Rect& rect, Point start_point, Point end);
 
-void DrawRectangle(DeviceContext& dc, const Rect& rc);
-void DrawEllipse(DeviceContext& dc, const Rect& rc);
-void DrawRoundRect(DeviceContext& dc, const Rect& rc, double dCornerWidth, double dCornerHeight);
-void DrawArc(DeviceContext& dc, const Rect& rc, Point ptStart, Point ptEnd, ArcKind eKind);
-void DrawPolygon(DeviceContext& dc, std::span<const Point> aPoints);
-void DrawPolyline(DeviceContext& dc, std::span<const Point> aPoints);
+void DrawRectangle(DeviceContext& dc, const Rect& rect);
+void DrawEllipse(DeviceContext& dc, const Rect& rect);
+void DrawRoundRect(DeviceContext& dc, const Rect& rect, double corner_width, double corner_height);
+void DrawArc(DeviceContext& dc, const Rect& rect, Point start, Point end, ArcKind kind);
+void DrawPolygon(DeviceContext& dc, std::span<const Point> points);
+void DrawPolyline(DeviceContext& dc, std::span<const Point> points);

@@ -14,153 +14,151 @@ enum BitmapNumber : std::uint8_t {
     kStretchDib = 0x43,
 };
 
-static Rect rcOf(Point ptCorner, Point ptSize)
+static Rect RectAt(Point corner, Point size)
 {
-    return {ptCorner.x, ptCorner.y, ptCorner.x + ptSize.x, ptCorner.y + ptSize.y};
+    return {corner.x, corner.y, corner.x + size.x, corner.y + size.y};
 }
 
-static Bitmap16Source objReadBitmap16(ByteReader& rd)
+static Bitmap16Source ReadBitmap16(ByteReader& reader)
 {
-    Bitmap16Source objBitmap;
-    rd.U16Le();  // type
-    objBitmap.lWidth = rd.I16Le();
-    objBitmap.lHeight = rd.I16Le();
-    objBitmap.nBytesPerRow = rd.U16Le();
-    rd.U8();  // planes
-    objBitmap.nBitsPerPixel = rd.U8();
-    objBitmap.aBits = rd.Take(rd.Left());
-    return objBitmap;
+    Bitmap16Source bitmap;
+    reader.U16Le();  // type
+    bitmap.width = reader.I16Le();
+    bitmap.height = reader.I16Le();
+    bitmap.bytes_per_row = reader.U16Le();
+    reader.U8();  // planes
+    bitmap.bits_per_pixel = reader.U8();
+    bitmap.bits = reader.Take(reader.Left());
+    return bitmap;
 }
 
-static Outcome ePatBlt(DeviceContext& dc, ByteReader& rd)
+static Outcome PatBlt(DeviceContext& dc, ByteReader& reader)
 {
-    const auto nRop3 = static_cast<std::uint8_t>(rd.U32Le() >> 16);
-    const Point ptSize = ptReadYX(rd);
-    const Point ptDest = ptReadYX(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    if (!bUsesSource(nRop3))
-        PaintRect(dc, rcOf(ptDest, ptSize), nRop3);
-    return Outcome::Done;
+    const auto rop3 = static_cast<std::uint8_t>(reader.U32Le() >> 16);
+    const Point size = ReadPointYx(reader);
+    const Point dest = ReadPointYx(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    if (!UsesSource(rop3))
+        PaintRect(dc, RectAt(dest, size), rop3);
+    return Outcome::kDone;
 }
 
 // BitBlt and StretchBlt with either kind of bitmap, or with the picture itself as source.
-static Outcome eBlit(DeviceContext& dc, const WmfRecord& objRecord)
+static Outcome Blit(DeviceContext& dc, const WmfRecord& record)
 {
-    const std::uint8_t nNumber = objRecord.Number();
-    const bool bStretch = nNumber == kStretchBlt || nNumber == kDibStretchBlt;
-    const bool bDib = nNumber == kDibBitBlt || nNumber == kDibStretchBlt;
-    ByteReader rd = objRecord.Data();
-    const auto nRop3 = static_cast<std::uint8_t>(rd.U32Le() >> 16);
-    Point ptSourceSize = bStretch ? ptReadYX(rd) : Point{};
-    const Point ptSource = ptReadYX(rd);
-    if (objRecord.WithoutBitmap())
-        rd.U16Le();
-    const Point ptDestSize = ptReadYX(rd);
-    const Point ptDest = ptReadYX(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    if (!bStretch)
-        ptSourceSize = ptDestSize;
-    const Rect rcDest = rcOf(ptDest, ptDestSize);
-    if (!bUsesSource(nRop3)) {
-        PaintRect(dc, rcDest, nRop3);
-        return Outcome::Done;
+    const std::uint8_t number = record.Number();
+    const bool stretch = number == kStretchBlt || number == kDibStretchBlt;
+    const bool is_dib = number == kDibBitBlt || number == kDibStretchBlt;
+    ByteReader reader = record.Data();
+    const auto rop3 = static_cast<std::uint8_t>(reader.U32Le() >> 16);
+    Point source_size = stretch ? ReadPointYx(reader) : Point{};
+    const Point source = ReadPointYx(reader);
+    if (record.WithoutBitmap())
+        reader.U16Le();
+    const Point dest_size = ReadPointYx(reader);
+    const Point dest = ReadPointYx(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    if (!stretch)
+        source_size = dest_size;
+    const Rect dest_rect = RectAt(dest, dest_size);
+    if (!UsesSource(rop3)) {
+        PaintRect(dc, dest_rect, rop3);
+        return Outcome::kDone;
     }
-    const Corners objCorners = objCornersOf(rcDest, dc.LogicalToPicture());
-    ImageBuffer aImage;
-    if (objRecord.WithoutBitmap()) {
-        if (bCopyPicture(dc, rcOf(ptSource, ptSourceSize), aImage)) {
-            const Rect rcAll{0, 0, static_cast<double>(aImage.width), static_cast<double>(aImage.height)};
-            DrawBitmap(dc, {aImage, rcAll}, objCorners, nRop3);
+    const Corners corners = CornersOf(dest_rect, dc.LogicalToPicture());
+    ImageBuffer image;
+    if (record.WithoutBitmap()) {
+        if (CopyPicture(dc, RectAt(source, source_size), image)) {
+            const Rect all{0, 0, static_cast<double>(image.width), static_cast<double>(image.height)};
+            DrawBitmap(dc, {image, all}, corners, rop3);
         }
-        return Outcome::Done;
+        return Outcome::kDone;
     }
-    const bool bGood =
-        bDib ? bDecoded(objPackedDib(rd.Take(rd.Left()), false), dc, DibColors::AsStored, aImage)
-             : bDecoded(objReadBitmap16(rd), dc, aImage);
-    if (!bGood)
-        return Outcome::Broken;
-    DrawBitmap(dc, {aImage, rcOf(ptSource, ptSourceSize)}, objCorners, nRop3);
-    return Outcome::Done;
+    const bool good =
+        is_dib ? DecodeBitmap(PackedDib(reader.Take(reader.Left()), false), dc, DibColors::kAsStored, image)
+               : DecodeBitmap(ReadBitmap16(reader), dc, image);
+    if (!good)
+        return Outcome::kBroken;
+    DrawBitmap(dc, {image, RectAt(source, source_size)}, corners, rop3);
+    return Outcome::kDone;
 }
 
-static Outcome eStretchDib(DeviceContext& dc, ByteReader& rd)
+static Outcome StretchDib(DeviceContext& dc, ByteReader& reader)
 {
-    const auto nRop3 = static_cast<std::uint8_t>(rd.U32Le() >> 16);
-    const std::uint16_t nUsage = rd.U16Le();
-    const Point ptSourceSize = ptReadYX(rd);
-    Point ptSource = ptReadYX(rd);
-    const Point ptDestSize = ptReadYX(rd);
-    const Point ptDest = ptReadYX(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    const Rect rcDest = rcOf(ptDest, ptDestSize);
-    if (!bUsesSource(nRop3)) {
-        PaintRect(dc, rcDest, nRop3);
-        return Outcome::Done;
+    const auto rop3 = static_cast<std::uint8_t>(reader.U32Le() >> 16);
+    const std::uint16_t usage = reader.U16Le();
+    const Point source_size = ReadPointYx(reader);
+    Point source = ReadPointYx(reader);
+    const Point dest_size = ReadPointYx(reader);
+    const Point dest = ReadPointYx(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    const Rect dest_rect = RectAt(dest, dest_size);
+    if (!UsesSource(rop3)) {
+        PaintRect(dc, dest_rect, rop3);
+        return Outcome::kDone;
     }
-    const DibSource objDib = objPackedDib(rd.Take(rd.Left()), nUsage == 1);
-    const auto objShape = objDibShape(objDib.aHeader);
-    ImageBuffer aImage;
-    if (!objShape || !bDecoded(objDib, dc, DibColors::AsStored, aImage))
-        return Outcome::Broken;
+    const DibSource dib = PackedDib(reader.Take(reader.Left()), usage == 1);
+    const auto shape = DibShapeOf(dib.header);
+    ImageBuffer image;
+    if (!shape || !DecodeBitmap(dib, dc, DibColors::kAsStored, image))
+        return Outcome::kBroken;
     // The rows of an ordinary bitmap, which is stored from the bottom up, are counted from the bottom.
-    if (!objShape->bTopDown)
-        ptSource.y = static_cast<double>(objShape->lHeight) - ptSource.y - ptSourceSize.y;
-    DrawBitmap(dc, {aImage, rcOf(ptSource, ptSourceSize)}, objCornersOf(rcDest, dc.LogicalToPicture()),
-               nRop3);
-    return Outcome::Done;
+    if (!shape->top_down)
+        source.y = static_cast<double>(shape->height) - source.y - source_size.y;
+    DrawBitmap(dc, {image, RectAt(source, source_size)}, CornersOf(dest_rect, dc.LogicalToPicture()), rop3);
+    return Outcome::kDone;
 }
 
-static Outcome eSetDib(DeviceContext& dc, ByteReader& rd)
+static Outcome SetDib(DeviceContext& dc, ByteReader& reader)
 {
-    const std::uint16_t nUsage = rd.U16Le();
-    const std::int64_t lRows = rd.U16Le();
-    const std::int64_t lFirstRow = rd.U16Le();
-    Point ptSource = ptReadYX(rd);
-    const Point ptSize = ptReadYX(rd);
-    const Point ptDest = ptReadYX(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    DibSource objDib = objPackedDib(rd.Take(rd.Left()), nUsage == 1);
-    const auto objShape = objDibShape(objDib.aHeader);
-    if (!objShape)
-        return Outcome::Broken;
-    if (lRows == 0)
-        return Outcome::Done;
-    const std::int64_t lThere = std::min(lRows, objShape->lHeight);
-    const std::vector<std::uint8_t> aHeader = aWithHeight(objDib.aHeader, *objShape, lThere);
-    objDib.aHeader = aHeader;
-    ImageBuffer aImage;
-    if (!bDecoded(objDib, dc, DibColors::AsStored, aImage))
-        return Outcome::Broken;
-    if (!objShape->bTopDown)
-        ptSource.y = static_cast<double>(objShape->lHeight) - ptSource.y - ptSize.y;
-    ptSource.y -=
-        static_cast<double>(objShape->bTopDown ? lFirstRow : objShape->lHeight - lFirstRow - lThere);
+    const std::uint16_t usage = reader.U16Le();
+    const std::int64_t rows = reader.U16Le();
+    const std::int64_t first_row = reader.U16Le();
+    Point source = ReadPointYx(reader);
+    const Point size = ReadPointYx(reader);
+    const Point dest = ReadPointYx(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    DibSource dib = PackedDib(reader.Take(reader.Left()), usage == 1);
+    const auto shape = DibShapeOf(dib.header);
+    if (!shape)
+        return Outcome::kBroken;
+    if (rows == 0)
+        return Outcome::kDone;
+    const std::int64_t available = std::min(rows, shape->height);
+    const std::vector<std::uint8_t> header = WithHeight(dib.header, *shape, available);
+    dib.header = header;
+    ImageBuffer image;
+    if (!DecodeBitmap(dib, dc, DibColors::kAsStored, image))
+        return Outcome::kBroken;
+    if (!shape->top_down)
+        source.y = static_cast<double>(shape->height) - source.y - size.y;
+    source.y -= static_cast<double>(shape->top_down ? first_row : shape->height - first_row - available);
     // There is no device whose pixels the size could be counted in: they are taken for units like all others.
-    DrawBitmap(dc, {aImage, rcOf(ptSource, ptSize)},
-               objCornersOf(rcOf(ptDest, ptSize), dc.LogicalToPicture()), kRopSourceCopy);
-    return Outcome::Done;
+    DrawBitmap(dc, {image, RectAt(source, size)}, CornersOf(RectAt(dest, size), dc.LogicalToPicture()),
+               kRopSourceCopy);
+    return Outcome::kDone;
 }
 
-Outcome ePlayWmfBitmap(WmfPlay& objPlay, const WmfRecord& objRecord)
+Outcome PlayWmfBitmap(WmfPlay& play, const WmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.Number()) {
+    ByteReader reader = record.Data();
+    switch (record.Number()) {
         case kPatBlt:
-            return ePatBlt(objPlay.dc, rd);
+            return PatBlt(play.dc, reader);
         case kBitBlt:
         case kStretchBlt:
         case kDibBitBlt:
         case kDibStretchBlt:
-            return eBlit(objPlay.dc, objRecord);
+            return Blit(play.dc, record);
         case kStretchDib:
-            return eStretchDib(objPlay.dc, rd);
+            return StretchDib(play.dc, reader);
         case kSetDibToDevice:
-            return eSetDib(objPlay.dc, rd);
+            return SetDib(play.dc, reader);
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }

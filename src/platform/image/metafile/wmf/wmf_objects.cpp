@@ -36,202 +36,201 @@ static constexpr std::uint16_t kBrushPattern = 3;
 static constexpr std::size_t kMostObjects = 65535;
 
 // An object that draws nothing takes a place like any other.
-static Outcome ePut(WmfPlay& objPlay, Object objNew)
+static Outcome Put(WmfPlay& play, Object object)
 {
-    for (Object& objPlace : objPlay.aObjects)
-        if (std::holds_alternative<std::monostate>(objPlace)) {
-            objPlace = std::move(objNew);
-            return Outcome::Done;
+    for (Object& place : play.objects)
+        if (std::holds_alternative<std::monostate>(place)) {
+            place = std::move(object);
+            return Outcome::kDone;
         }
-    if (objPlay.aObjects.size() >= kMostObjects)
-        return Outcome::Broken;
-    objPlay.aObjects.push_back(std::move(objNew));
-    return Outcome::Done;
+    if (play.objects.size() >= kMostObjects)
+        return Outcome::kBroken;
+    play.objects.push_back(std::move(object));
+    return Outcome::kDone;
 }
 
-static Object objPlaceholder()
+static Object Placeholder()
 {
     return std::make_shared<const Region>();
 }
 
-static Outcome eCreatePen(WmfPlay& objPlay, ByteReader& rd)
+static Outcome CreatePen(WmfPlay& play, ByteReader& reader)
 {
-    Pen objPen;
-    objPen.nStyle = rd.U16Le();
-    objPen.dWidth = rd.I16Le();
-    rd.U16Le();  // height: not used
-    objPen.objBrush.nColor = rd.U32Le();
-    return rd.Failed() ? Outcome::Broken : ePut(objPlay, std::make_shared<const Pen>(std::move(objPen)));
+    Pen pen;
+    pen.style = reader.U16Le();
+    pen.width = reader.I16Le();
+    reader.U16Le();  // height: not used
+    pen.brush.color = reader.U32Le();
+    return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Pen>(std::move(pen)));
 }
 
-static Outcome eCreateBrush(WmfPlay& objPlay, ByteReader& rd)
+static Outcome CreateBrush(WmfPlay& play, ByteReader& reader)
 {
-    Brush objBrush;
-    const std::uint16_t nStyle = rd.U16Le();
-    objBrush.eKind = nStyle == kBrushNull      ? BrushKind::Null
-                     : nStyle == kBrushHatched ? BrushKind::Hatched
-                                               : BrushKind::Solid;
-    objBrush.nColor = rd.U32Le();
-    objBrush.nHatch = rd.U16Le();
-    return rd.Failed() ? Outcome::Broken : ePut(objPlay, std::make_shared<const Brush>(std::move(objBrush)));
+    Brush brush;
+    const std::uint16_t style = reader.U16Le();
+    brush.kind = style == kBrushNull      ? BrushKind::kNull
+                 : style == kBrushHatched ? BrushKind::kHatched
+                                          : BrushKind::kSolid;
+    brush.color = reader.U32Le();
+    brush.hatch = reader.U16Le();
+    return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Brush>(std::move(brush)));
 }
 
-static Bitmap16Source objReadBitmap16(ByteReader& rd, std::uint64_t nUnused)
+static Bitmap16Source ReadBitmap16(ByteReader& reader, std::uint64_t unused)
 {
-    Bitmap16Source objBitmap;
-    rd.U16Le();  // type
-    objBitmap.lWidth = rd.I16Le();
-    objBitmap.lHeight = rd.I16Le();
-    objBitmap.nBytesPerRow = rd.U16Le();
-    rd.U8();  // planes
-    objBitmap.nBitsPerPixel = rd.U8();
-    rd.Take(nUnused);
-    objBitmap.aBits = rd.Take(rd.Left());
-    return objBitmap;
+    Bitmap16Source bitmap;
+    reader.U16Le();  // type
+    bitmap.width = reader.I16Le();
+    bitmap.height = reader.I16Le();
+    bitmap.bytes_per_row = reader.U16Le();
+    reader.U8();  // planes
+    bitmap.bits_per_pixel = reader.U8();
+    reader.Take(unused);
+    bitmap.bits = reader.Take(reader.Left());
+    return bitmap;
 }
 
-static Outcome eCreateDibBrush(WmfPlay& objPlay, ByteReader& rd)
+static Outcome CreateDibBrush(WmfPlay& play, ByteReader& reader)
 {
-    const std::uint16_t nStyle = rd.U16Le();
-    const std::uint16_t nUsage = rd.U16Le();
-    ByteReader rdOld = rd;
-    Brush objBrush;
-    objBrush.eKind = BrushKind::Dib;
-    objBrush.objDib = objPackedDib(rd.Take(rd.Left()), nUsage == 1);
-    if (objBrush.objDib.Empty() && nStyle == kBrushPattern) {  // some writers put a bitmap of the old kind
-        objBrush.eKind = BrushKind::Bitmap16;
-        objBrush.objBitmap16 = objReadBitmap16(rdOld, 0);
+    const std::uint16_t style = reader.U16Le();
+    const std::uint16_t usage = reader.U16Le();
+    ByteReader old = reader;
+    Brush brush;
+    brush.kind = BrushKind::kDib;
+    brush.dib = PackedDib(reader.Take(reader.Left()), usage == 1);
+    if (brush.dib.Empty() && style == kBrushPattern) {  // some writers put a bitmap of the old kind
+        brush.kind = BrushKind::kBitmap16;
+        brush.bitmap16 = ReadBitmap16(old, 0);
     }
-    return rd.Failed() ? Outcome::Broken : ePut(objPlay, std::make_shared<const Brush>(std::move(objBrush)));
+    return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Brush>(std::move(brush)));
 }
 
-static Outcome eCreatePatternBrush(WmfPlay& objPlay, ByteReader& rd)
+static Outcome CreatePatternBrush(WmfPlay& play, ByteReader& reader)
 {
-    Brush objBrush;
-    objBrush.eKind = BrushKind::Bitmap16;
-    objBrush.objBitmap16 = objReadBitmap16(rd, 4 + 18);  // a pointer, and what has no use
-    return rd.Failed() ? Outcome::Broken : ePut(objPlay, std::make_shared<const Brush>(std::move(objBrush)));
+    Brush brush;
+    brush.kind = BrushKind::kBitmap16;
+    brush.bitmap16 = ReadBitmap16(reader, 4 + 18);  // a pointer, and what has no use
+    return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Brush>(std::move(brush)));
 }
 
-static Outcome eCreateFont(WmfPlay& objPlay, ByteReader& rd)
+static Outcome CreateFont(WmfPlay& play, ByteReader& reader)
 {
-    Font objFont;
-    objFont.dHeight = rd.I16Le();
-    objFont.dWidth = rd.I16Le();
-    objFont.dEscapement = rd.I16Le();
-    rd.I16Le();  // orientation of the letters: the escapement's
-    objFont.lWeight = rd.I16Le();
-    ReadFontStyle(rd, objFont);
-    if (rd.Failed())
-        return Outcome::Broken;
-    Bytes aFace = rd.Take(std::min<std::uint64_t>(rd.Left(), 32));
-    aFace = aFace.first(static_cast<std::size_t>(std::find(aFace.begin(), aFace.end(), 0) - aFace.begin()));
-    objFont.sFace = sFaceOf(aDecodedBytes(aFace, objFont.nCharSet == 2 ? 0 : objFont.nCharSet));
-    return ePut(objPlay, std::make_shared<const Font>(std::move(objFont)));
+    Font font;
+    font.height = reader.I16Le();
+    font.width = reader.I16Le();
+    font.escapement = reader.I16Le();
+    reader.I16Le();  // orientation of the letters: the escapement's
+    font.weight = reader.I16Le();
+    ReadFontStyle(reader, font);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    Bytes face = reader.Take(std::min<std::uint64_t>(reader.Left(), 32));
+    face = face.first(static_cast<std::size_t>(std::find(face.begin(), face.end(), 0) - face.begin()));
+    font.face = FaceOf(DecodedBytes(face, font.char_set == 2 ? 0 : font.char_set));
+    return Put(play, std::make_shared<const Font>(std::move(font)));
 }
 
-static Outcome eCreatePalette(WmfPlay& objPlay, ByteReader& rd)
+static Outcome CreatePalette(WmfPlay& play, ByteReader& reader)
 {
-    rd.U16Le();  // version
-    const std::uint64_t nCount = rd.U16Le();
-    Palette objPalette;
-    if (!bReadPaletteColors(rd, nCount, objPalette.aColors))
-        return Outcome::Broken;
-    return ePut(objPlay, std::make_shared<const Palette>(std::move(objPalette)));
+    reader.U16Le();  // version
+    const std::uint64_t count = reader.U16Le();
+    Palette palette;
+    if (!ReadPaletteColors(reader, count, palette.colors))
+        return Outcome::kBroken;
+    return Put(play, std::make_shared<const Palette>(std::move(palette)));
 }
 
 // These work on the palette that is selected.
-static Outcome eChangePalette(WmfPlay& objPlay, const WmfRecord& objRecord)
+static Outcome ChangePalette(WmfPlay& play, const WmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    const std::shared_ptr<const Palette> pOld = objPlay.dc.State.pPalette;
-    Palette objPalette = *pOld;
-    if (objRecord.Number() == kResizePalette)
-        objPalette.aColors.resize(rd.U16Le());
+    ByteReader reader = record.Data();
+    const std::shared_ptr<const Palette> old = play.dc.state.palette;
+    Palette palette = *old;
+    if (record.Number() == kResizePalette)
+        palette.colors.resize(reader.U16Le());
     else {
-        const std::size_t nFirst = rd.U16Le();
-        const std::uint64_t nCount = rd.U16Le();
-        std::vector<std::uint32_t> aColors;
-        if (!bReadPaletteColors(rd, nCount, aColors))
-            return Outcome::Broken;
-        for (std::size_t n = 0; n < aColors.size() && n + nFirst < objPalette.aColors.size(); ++n)
-            objPalette.aColors[n + nFirst] = aColors[n];
+        const std::size_t first = reader.U16Le();
+        const std::uint64_t count = reader.U16Le();
+        std::vector<std::uint32_t> colors;
+        if (!ReadPaletteColors(reader, count, colors))
+            return Outcome::kBroken;
+        for (std::size_t n = 0; n < colors.size() && n + first < palette.colors.size(); ++n)
+            palette.colors[n + first] = colors[n];
     }
-    if (rd.Failed())
-        return Outcome::Broken;
-    const auto pNew = std::make_shared<const Palette>(std::move(objPalette));
-    objPlay.dc.State.pPalette = pNew;
-    for (Object& objPlace : objPlay.aObjects)
-        if (const auto* ppPalette = std::get_if<std::shared_ptr<const Palette>>(&objPlace))
-            if (*ppPalette == pOld)
-                objPlace = pNew;
-    return Outcome::Done;
+    if (reader.Failed())
+        return Outcome::kBroken;
+    const auto new_palette = std::make_shared<const Palette>(std::move(palette));
+    play.dc.state.palette = new_palette;
+    for (Object& place : play.objects)
+        if (const auto* old_palette = std::get_if<std::shared_ptr<const Palette>>(&place))
+            if (*old_palette == old)
+                place = new_palette;
+    return Outcome::kDone;
 }
 
-static Outcome eCreateRegion(WmfPlay& objPlay, ByteReader& rd)
+static Outcome CreateRegion(WmfPlay& play, ByteReader& reader)
 {
-    rd.Take(2 + 2 + 4 + 2);  // chain, kind, count of objects, size
-    const std::uint16_t nScans = rd.U16Le();
-    rd.Take(2 + 8);  // longest scan, bounds
-    Region objRegion;
-    for (std::uint16_t n = 0; n < nScans; ++n) {
-        const std::uint16_t nEnds = rd.U16Le();
-        const double dTop = rd.I16Le();
-        const double dBottom = rd.I16Le();
-        if (rd.Failed() || rd.Left() < std::uint64_t{nEnds} * 2)
-            return Outcome::Broken;
-        for (std::uint16_t i = 0; i + 1 < nEnds; i = static_cast<std::uint16_t>(i + 2)) {
-            const double dLeft = rd.I16Le();
-            objRegion.aRects.push_back({dLeft, dTop, static_cast<double>(rd.I16Le()), dBottom});
+    reader.Take(2 + 2 + 4 + 2);  // chain, kind, count of objects, size
+    const std::uint16_t scans = reader.U16Le();
+    reader.Take(2 + 8);  // longest scan, bounds
+    Region region;
+    for (std::uint16_t n = 0; n < scans; ++n) {
+        const std::uint16_t ends = reader.U16Le();
+        const double top = reader.I16Le();
+        const double bottom = reader.I16Le();
+        if (reader.Failed() || reader.Left() < std::uint64_t{ends} * 2)
+            return Outcome::kBroken;
+        for (std::uint16_t i = 0; i + 1 < ends; i = static_cast<std::uint16_t>(i + 2)) {
+            const double left = reader.I16Le();
+            region.rects.push_back({left, top, static_cast<double>(reader.I16Le()), bottom});
         }
-        rd.Take((nEnds & 1) * 2);
-        rd.U16Le();  // the count once more
+        reader.Take((ends & 1) * 2);
+        reader.U16Le();  // the count once more
     }
-    return rd.Failed() ? Outcome::Broken
-                       : ePut(objPlay, std::make_shared<const Region>(std::move(objRegion)));
+    return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Region>(std::move(region)));
 }
 
-Outcome ePlayWmfObject(WmfPlay& objPlay, const WmfRecord& objRecord)
+Outcome PlayWmfObject(WmfPlay& play, const WmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.Number()) {
+    ByteReader reader = record.Data();
+    switch (record.Number()) {
         case kSelectClipRegion:
         case kSelectObject:
         case kSelectPalette: {
-            const Object& objChosen = objNumbered(objPlay, rd.U16Le());
-            if (!rd.Failed())
-                objPlay.dc.Select(objChosen);
-            return eOutcome(!rd.Failed());
+            const Object& chosen = Numbered(play, reader.U16Le());
+            if (!reader.Failed())
+                play.dc.Select(chosen);
+            return OutcomeOf(!reader.Failed());
         }
         case kDeleteObject: {
-            const std::uint16_t nIndex = rd.U16Le();
-            if (!rd.Failed() && nIndex < objPlay.aObjects.size())
-                objPlay.aObjects[nIndex] = {};
-            return eOutcome(!rd.Failed());
+            const std::uint16_t index = reader.U16Le();
+            if (!reader.Failed() && index < play.objects.size())
+                play.objects[index] = {};
+            return OutcomeOf(!reader.Failed());
         }
         case kAnimatePalette:
         case kSetPaletteEntries:
         case kResizePalette:
-            return eChangePalette(objPlay, objRecord);
+            return ChangePalette(play, record);
         case kCreateDibBrush:
-            return eCreateDibBrush(objPlay, rd);
+            return CreateDibBrush(play, reader);
         case kCreatePalette:
-            return eCreatePalette(objPlay, rd);
+            return CreatePalette(play, reader);
         case kCreatePatternBrush:
-            return eCreatePatternBrush(objPlay, rd);
+            return CreatePatternBrush(play, reader);
         case kCreatePen:
-            return eCreatePen(objPlay, rd);
+            return CreatePen(play, reader);
         case kCreateFont:
-            return eCreateFont(objPlay, rd);
+            return CreateFont(play, reader);
         case kCreateBrushIndirect:
-            return eCreateBrush(objPlay, rd);
+            return CreateBrush(play, reader);
         case kCreateRegion:
-            return eCreateRegion(objPlay, rd);
+            return CreateRegion(play, reader);
         case kCreateBrush:
         case kCreateBitmapIndirect:
         case kCreateBitmap:
-            return ePut(objPlay, objPlaceholder());
+            return Put(play, Placeholder());
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }

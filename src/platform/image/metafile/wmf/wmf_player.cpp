@@ -11,109 +11,109 @@ static constexpr std::uint8_t kExtTextOut = 0x32;
 static constexpr std::uint16_t kOptionOpaque = 2;
 static constexpr std::uint16_t kOptionClipped = 4;
 
-Point ptReadYX(ByteReader& rd)
+Point ReadPointYx(ByteReader& reader)
 {
-    const double y = rd.I16Le();
-    return {static_cast<double>(rd.I16Le()), y};
+    const double y = reader.I16Le();
+    return {static_cast<double>(reader.I16Le()), y};
 }
 
-Rect rcReadReversed(ByteReader& rd)
+Rect ReadReversedRect(ByteReader& reader)
 {
-    const Point ptEnd = ptReadYX(rd);
-    const Point ptStart = ptReadYX(rd);
-    return {ptStart.x, ptStart.y, ptEnd.x, ptEnd.y};
+    const Point end = ReadPointYx(reader);
+    const Point start = ReadPointYx(reader);
+    return {start.x, start.y, end.x, end.y};
 }
 
-const Object& objNumbered(const WmfPlay& objPlay, std::uint32_t nIndex)
+const Object& Numbered(const WmfPlay& play, std::uint32_t index)
 {
-    static const Object objNone;
-    return nIndex < objPlay.aObjects.size() ? objPlay.aObjects[nIndex] : objNone;
+    static const Object kNone;
+    return index < play.objects.size() ? play.objects[index] : kNone;
 }
 
-static std::uint8_t nCharSet(const DeviceContext& dc)
+static std::uint8_t CharSet(const DeviceContext& dc)
 {
-    return dc.State.pFont ? dc.State.pFont->nCharSet : 0;
+    return dc.state.font ? dc.state.font->char_set : 0;
 }
 
-static Outcome eTextOut(DeviceContext& dc, ByteReader& rd)
+static Outcome TextOut(DeviceContext& dc, ByteReader& reader)
 {
-    const std::uint64_t nCount = rd.U16Le();
-    const Bytes aText = rd.Take(nCount);
-    rd.Take(nCount & 1);
-    TextRun objRun;
-    objRun.ptReference = ptReadYX(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    objRun.aText = aDecodedBytes(aText, nCharSet(dc));
-    return eOutcome(DrawText(dc, objRun));
+    const std::uint64_t count = reader.U16Le();
+    const Bytes text = reader.Take(count);
+    reader.Take(count & 1);
+    TextRun run;
+    run.reference = ReadPointYx(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    run.text = DecodedBytes(text, CharSet(dc));
+    return OutcomeOf(DrawText(dc, run));
 }
 
-static Outcome eExtTextOut(DeviceContext& dc, ByteReader& rd)
+static Outcome ExtTextOut(DeviceContext& dc, ByteReader& reader)
 {
-    TextRun objRun;
-    objRun.ptReference = ptReadYX(rd);
-    const std::uint64_t nCount = rd.U16Le();
-    const std::uint16_t nOptions = rd.U16Le();
-    objRun.bFillBox = (nOptions & kOptionOpaque) != 0;
-    objRun.bClipToBox = (nOptions & kOptionClipped) != 0;
-    if (objRun.bFillBox || objRun.bClipToBox) {
+    TextRun run;
+    run.reference = ReadPointYx(reader);
+    const std::uint64_t count = reader.U16Le();
+    const std::uint16_t options = reader.U16Le();
+    run.fill_box = (options & kOptionOpaque) != 0;
+    run.clip_to_box = (options & kOptionClipped) != 0;
+    if (run.fill_box || run.clip_to_box) {
         // This rectangle alone stands left to right.
-        const double dLeft = rd.I16Le();
-        const double dTop = rd.I16Le();
-        const double dRight = rd.I16Le();
-        objRun.rcBox = Rect{dLeft, dTop, dRight, static_cast<double>(rd.I16Le())};
+        const double left = reader.I16Le();
+        const double top = reader.I16Le();
+        const double right = reader.I16Le();
+        run.box = Rect{left, top, right, static_cast<double>(reader.I16Le())};
     }
-    const Bytes aText = rd.Take(nCount);
-    if (rd.Failed())
-        return Outcome::Broken;
-    objRun.aText = aDecodedBytes(aText, nCharSet(dc));
-    rd.Take(std::min<std::uint64_t>(nCount & 1, rd.Left()));
+    const Bytes text = reader.Take(count);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    run.text = DecodedBytes(text, CharSet(dc));
+    reader.Take(std::min<std::uint64_t>(count & 1, reader.Left()));
     // The distances are optional.
-    if (rd.Left() >= nCount * 2)
-        for (std::uint64_t n = 0; n < nCount; ++n)
-            objRun.aSteps.push_back({static_cast<double>(rd.I16Le()), 0});
-    return eOutcome(DrawText(dc, objRun));
+    if (reader.Left() >= count * 2)
+        for (std::uint64_t n = 0; n < count; ++n)
+            run.steps.push_back({static_cast<double>(reader.I16Le()), 0});
+    return OutcomeOf(DrawText(dc, run));
 }
 
-Outcome ePlayWmfText(WmfPlay& objPlay, const WmfRecord& objRecord)
+Outcome PlayWmfText(WmfPlay& play, const WmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.Number()) {
+    ByteReader reader = record.Data();
+    switch (record.Number()) {
         case kTextOut:
-            return eTextOut(objPlay.dc, rd);
+            return TextOut(play.dc, reader);
         case kExtTextOut:
-            return eExtTextOut(objPlay.dc, rd);
+            return ExtTextOut(play.dc, reader);
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }
 
-static Outcome ePlay(WmfPlay& objPlay, const WmfRecord& objRecord)
+static Outcome Play(WmfPlay& play, const WmfRecord& record)
 {
-    for (const auto fnFamily : {ePlayWmfShape, ePlayWmfState, ePlayWmfObject, ePlayWmfText, ePlayWmfBitmap}) {
-        const Outcome eResult = fnFamily(objPlay, objRecord);
-        if (eResult != Outcome::NotMine)
-            return eResult;
+    for (const auto family : {PlayWmfShape, PlayWmfState, PlayWmfObject, PlayWmfText, PlayWmfBitmap}) {
+        const Outcome result = family(play, record);
+        if (result != Outcome::kNotMine)
+            return result;
     }
-    return Outcome::Done;  // what isn't known, or draws nothing, is left out
+    return Outcome::kDone;  // what isn't known, or draws nothing, is left out
 }
 
-bool bPlayWmf(DeviceContext& dc, const MetafileRequest& objRequest)
+bool PlayWmf(DeviceContext& dc, const MetafileRequest& request)
 {
-    WmfPlay objPlay(dc);
-    Bytes aLeft = objRequest.aRecords;
+    WmfPlay play(dc);
+    Bytes left = request.records;
     for (;;) {
-        ByteReader rd(aLeft);
-        const std::uint64_t nSize = std::uint64_t{rd.U32Le()} * 2;
-        WmfRecord objRecord;
-        objRecord.nFunction = rd.U16Le();
-        if (rd.Failed() || nSize < 6 || nSize > aLeft.size() || !dc.Work().Spend(kCostOfRecord + nSize / 16))
+        ByteReader reader(left);
+        const std::uint64_t size = std::uint64_t{reader.U32Le()} * 2;
+        WmfRecord record;
+        record.function = reader.U16Le();
+        if (reader.Failed() || size < 6 || size > left.size() || !dc.Work().Spend(kCostOfRecord + size / 16))
             return false;
-        if (objRecord.nFunction == 0)
+        if (record.function == 0)
             return true;
-        objRecord.aParameters = aLeft.subspan(6, nSize - 6);
-        aLeft = aLeft.subspan(nSize);
-        if (ePlay(objPlay, objRecord) == Outcome::Broken || dc.Work().Spent() || dc.Target().Failed())
+        record.parameters = left.subspan(6, size - 6);
+        left = left.subspan(size);
+        if (Play(play, record) == Outcome::kBroken || dc.Work().Spent() || dc.Target().Failed())
             return false;
     }
 }

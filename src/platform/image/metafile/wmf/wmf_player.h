@@ -10,33 +10,33 @@
 /// A record: its function and its parameters. The low byte of a function is its number, the high byte says
 /// how many words of parameters it has at least.
 struct WmfRecord {
-    std::uint16_t nFunction = 0;
-    Bytes aParameters;
+    std::uint16_t function = 0;
+    Bytes parameters;
 
-    std::uint8_t Number() const { return static_cast<std::uint8_t>(nFunction); }
-    ByteReader Data() const { return ByteReader(aParameters); }
+    std::uint8_t Number() const { return static_cast<std::uint8_t>(function); }
+    ByteReader Data() const { return ByteReader(parameters); }
     /// True for a transfer that has no bitmap with it, and takes its source from the picture.
-    bool WithoutBitmap() const { return aParameters.size() == (nFunction >> 8) * 2u; }
+    bool WithoutBitmap() const { return parameters.size() == (function >> 8) * 2u; }
 };
 
 struct WmfPlay {
-    explicit WmfPlay(DeviceContext& dcTarget) : dc(dcTarget) {}
+    explicit WmfPlay(DeviceContext& target) : dc(target) {}
 
     DeviceContext& dc;
-    std::vector<Object> aObjects;  ///< a new object takes the first free place
+    std::vector<Object> objects;  ///< a new object takes the first free place
 };
 
 /// Each plays its family of records.
-Outcome ePlayWmfState(WmfPlay& objPlay, const WmfRecord& objRecord);
-Outcome ePlayWmfObject(WmfPlay& objPlay, const WmfRecord& objRecord);
-Outcome ePlayWmfShape(WmfPlay& objPlay, const WmfRecord& objRecord);
-Outcome ePlayWmfBitmap(WmfPlay& objPlay, const WmfRecord& objRecord);
-Outcome ePlayWmfText(WmfPlay& objPlay, const WmfRecord& objRecord);
+Outcome PlayWmfState(WmfPlay& play, const WmfRecord& record);
+Outcome PlayWmfObject(WmfPlay& play, const WmfRecord& record);
+Outcome PlayWmfShape(WmfPlay& play, const WmfRecord& record);
+Outcome PlayWmfBitmap(WmfPlay& play, const WmfRecord& record);
+Outcome PlayWmfText(WmfPlay& play, const WmfRecord& record);
 
 /// All records up to the end record. False when one is broken or the work isn't granted.
-bool bPlayWmf(DeviceContext& dc, const MetafileRequest& objRequest);
+bool PlayWmf(DeviceContext& dc, const MetafileRequest& request);
 
 // What several families read. Coordinates stand in the file in the reverse order: y before x, bottom first.
-Point ptReadYX(ByteReader& rd);
-Rect rcReadReversed(ByteReader& rd);
-const Object& objNumbered(const WmfPlay& objPlay, std::uint32_t nIndex);
+Point ReadPointYx(ByteReader& reader);
+Rect ReadReversedRect(ByteReader& reader);
+const Object& Numbered(const WmfPlay& play, std::uint32_t index);

@@ -25,161 +25,161 @@ enum ShapeNumber : std::uint8_t {
     kExtFloodFill = 0x48,
 };
 
-static bool bReadPoints(ByteReader& rd, std::uint64_t nCount, std::vector<Point>& aPoints)
+static bool ReadPoints(ByteReader& reader, std::uint64_t count, std::vector<Point>& points)
 {
-    if (rd.Failed() || rd.Left() / 4 < nCount)
+    if (reader.Failed() || reader.Left() / 4 < count)
         return false;
-    aPoints.resize(nCount);
-    for (Point& pt : aPoints) {
-        pt.x = rd.I16Le();
-        pt.y = rd.I16Le();
+    points.resize(count);
+    for (Point& point : points) {
+        point.x = reader.I16Le();
+        point.y = reader.I16Le();
     }
     return true;
 }
 
-static Outcome ePolyPolygon(DeviceContext& dc, ByteReader& rd)
+static Outcome DrawPolyPolygon(DeviceContext& dc, ByteReader& reader)
 {
-    const std::uint16_t nFigures = rd.U16Le();
-    if (rd.Failed() || rd.Left() / 2 < nFigures)
-        return Outcome::Broken;
-    std::vector<std::uint16_t> aCounts(nFigures);
-    std::uint64_t nSum = 0;
-    for (std::uint16_t& nCount : aCounts)
-        nSum += nCount = rd.U16Le();
-    std::vector<Point> aPoints;
-    if (!bReadPoints(rd, nSum, aPoints))
-        return Outcome::Broken;
-    Outline objShape;
-    std::size_t nPoint = 0;
-    for (const std::uint16_t nCount : aCounts) {
-        if (nCount == 0)
+    const std::uint16_t figures = reader.U16Le();
+    if (reader.Failed() || reader.Left() / 2 < figures)
+        return Outcome::kBroken;
+    std::vector<std::uint16_t> counts(figures);
+    std::uint64_t sum = 0;
+    for (std::uint16_t& count : counts)
+        sum += count = reader.U16Le();
+    std::vector<Point> points;
+    if (!ReadPoints(reader, sum, points))
+        return Outcome::kBroken;
+    Outline shape;
+    std::size_t point = 0;
+    for (const std::uint16_t count : counts) {
+        if (count == 0)
             continue;
-        objShape.MoveTo(aPoints[nPoint]);
-        for (std::size_t n = 1; n < nCount; ++n)
-            objShape.LineTo(aPoints[nPoint + n]);
-        objShape.Close();
-        nPoint += nCount;
+        shape.MoveTo(points[point]);
+        for (std::size_t n = 1; n < count; ++n)
+            shape.LineTo(points[point + n]);
+        shape.Close();
+        point += count;
     }
-    dc.Draw(objShape, ShapeParts::Both);
-    return Outcome::Done;
+    dc.Draw(shape, ShapeParts::kBoth);
+    return Outcome::kDone;
 }
 
-static Outcome ePoints(DeviceContext& dc, ByteReader& rd, bool bClosed)
+static Outcome DrawPoints(DeviceContext& dc, ByteReader& reader, bool closed)
 {
-    std::vector<Point> aPoints;
-    const std::uint16_t nCount = rd.U16Le();
-    if (!bReadPoints(rd, nCount, aPoints))
-        return Outcome::Broken;
-    if (bClosed)
-        DrawPolygon(dc, aPoints);
+    std::vector<Point> points;
+    const std::uint16_t count = reader.U16Le();
+    if (!ReadPoints(reader, count, points))
+        return Outcome::kBroken;
+    if (closed)
+        DrawPolygon(dc, points);
     else
-        DrawPolyline(dc, aPoints);
-    return Outcome::Done;
+        DrawPolyline(dc, points);
+    return Outcome::kDone;
 }
 
-static Outcome eArc(DeviceContext& dc, ByteReader& rd, ArcKind eKind)
+static Outcome DrawArcRecord(DeviceContext& dc, ByteReader& reader, ArcKind kind)
 {
-    const Point ptEnd = ptReadYX(rd);
-    const Point ptStart = ptReadYX(rd);
-    const Rect rc = rcReadReversed(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    DrawArc(dc, rc, ptStart, ptEnd, eKind);
-    return Outcome::Done;
+    const Point end = ReadPointYx(reader);
+    const Point start = ReadPointYx(reader);
+    const Rect rect = ReadReversedRect(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    DrawArc(dc, rect, start, end, kind);
+    return Outcome::kDone;
 }
 
-static Outcome eRegion(WmfPlay& objPlay, const WmfRecord& objRecord)
+static Outcome DrawRegion(WmfPlay& play, const WmfRecord& record)
 {
-    DeviceContext& dc = objPlay.dc;
-    ByteReader rd = objRecord.Data();
-    const Object& objRegion = objNumbered(objPlay, rd.U16Le());
-    const bool bNamesBrush = objRecord.Number() == kFillRegion || objRecord.Number() == kFrameRegion;
-    const Object& objBrush = objNumbered(objPlay, bNamesBrush ? rd.U16Le() : 0xFFFF);
-    const Point ptFrame = objRecord.Number() == kFrameRegion ? ptReadYX(rd) : Point{};
-    if (rd.Failed())
-        return Outcome::Broken;
-    const auto* ppRegion = std::get_if<std::shared_ptr<const Region>>(&objRegion);
-    const auto* ppBrush =
-        bNamesBrush ? std::get_if<std::shared_ptr<const Brush>>(&objBrush) : &dc.State.pBrush;
-    if (!ppRegion || !ppBrush || (*ppRegion)->aRects.empty())
-        return Outcome::Done;
-    if (objRecord.Number() == kInvertRegion)
-        InvertRegion(dc, **ppRegion);
-    else if (objRecord.Number() == kFrameRegion)
-        FrameRegion(dc, **ppRegion, *ppBrush, ptFrame.x, ptFrame.y);
+    DeviceContext& dc = play.dc;
+    ByteReader reader = record.Data();
+    const Object& region_object = Numbered(play, reader.U16Le());
+    const bool names_brush = record.Number() == kFillRegion || record.Number() == kFrameRegion;
+    const Object& brush_object = Numbered(play, names_brush ? reader.U16Le() : 0xFFFF);
+    const Point frame = record.Number() == kFrameRegion ? ReadPointYx(reader) : Point{};
+    if (reader.Failed())
+        return Outcome::kBroken;
+    const auto* region = std::get_if<std::shared_ptr<const Region>>(&region_object);
+    const auto* brush =
+        names_brush ? std::get_if<std::shared_ptr<const Brush>>(&brush_object) : &dc.state.brush;
+    if (!region || !brush || (*region)->rects.empty())
+        return Outcome::kDone;
+    if (record.Number() == kInvertRegion)
+        InvertRegion(dc, **region);
+    else if (record.Number() == kFrameRegion)
+        FrameRegion(dc, **region, *brush, frame.x, frame.y);
     else
-        FillRegion(dc, **ppRegion, *ppBrush);
-    return Outcome::Done;
+        FillRegion(dc, **region, *brush);
+    return Outcome::kDone;
 }
 
-static Outcome eBox(DeviceContext& dc, const WmfRecord& objRecord)
+static Outcome DrawBox(DeviceContext& dc, const WmfRecord& record)
 {
-    ByteReader rd = objRecord.Data();
-    const bool bRound = objRecord.Number() == kRoundRect;
-    const Point ptCorner = bRound ? ptReadYX(rd) : Point{};
-    const Rect rc = rcReadReversed(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    if (bRound)
-        DrawRoundRect(dc, rc, ptCorner.x, ptCorner.y);
-    else if (objRecord.Number() == kEllipse)
-        DrawEllipse(dc, rc);
+    ByteReader reader = record.Data();
+    const bool round = record.Number() == kRoundRect;
+    const Point corner = round ? ReadPointYx(reader) : Point{};
+    const Rect rect = ReadReversedRect(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    if (round)
+        DrawRoundRect(dc, rect, corner.x, corner.y);
+    else if (record.Number() == kEllipse)
+        DrawEllipse(dc, rect);
     else
-        DrawRectangle(dc, rc);
-    return Outcome::Done;
+        DrawRectangle(dc, rect);
+    return Outcome::kDone;
 }
 
-Outcome ePlayWmfShape(WmfPlay& objPlay, const WmfRecord& objRecord)
+Outcome PlayWmfShape(WmfPlay& play, const WmfRecord& record)
 {
-    DeviceContext& dc = objPlay.dc;
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.Number()) {
+    DeviceContext& dc = play.dc;
+    ByteReader reader = record.Data();
+    switch (record.Number()) {
         case kMoveTo:
-            dc.MoveTo(ptReadYX(rd));
-            return eOutcome(!rd.Failed());
+            dc.MoveTo(ReadPointYx(reader));
+            return OutcomeOf(!reader.Failed());
         case kLineTo: {
-            const Point pt = ptReadYX(rd);
-            if (!rd.Failed())
-                dc.LinesTo({&pt, 1});
-            return eOutcome(!rd.Failed());
+            const Point point = ReadPointYx(reader);
+            if (!reader.Failed())
+                dc.LinesTo({&point, 1});
+            return OutcomeOf(!reader.Failed());
         }
         case kEllipse:
         case kRectangle:
         case kRoundRect:
-            return eBox(dc, objRecord);
+            return DrawBox(dc, record);
         case kArc:
-            return eArc(dc, rd, ArcKind::Arc);
+            return DrawArcRecord(dc, reader, ArcKind::kArc);
         case kPie:
-            return eArc(dc, rd, ArcKind::Pie);
+            return DrawArcRecord(dc, reader, ArcKind::kPie);
         case kChord:
-            return eArc(dc, rd, ArcKind::Chord);
+            return DrawArcRecord(dc, reader, ArcKind::kChord);
         case kPolygon:
         case kPolyline:
-            return ePoints(dc, rd, objRecord.Number() == kPolygon);
+            return DrawPoints(dc, reader, record.Number() == kPolygon);
         case kPolyPolygon:
-            return ePolyPolygon(dc, rd);
+            return DrawPolyPolygon(dc, reader);
         case kSetPixel: {
-            const ColorRef nColor = rd.U32Le();
-            const Point pt = ptReadYX(rd);
-            if (!rd.Failed())
-                SetPixel(dc, pt, nColor);
-            return eOutcome(!rd.Failed());
+            const ColorRef color = reader.U32Le();
+            const Point point = ReadPointYx(reader);
+            if (!reader.Failed())
+                SetPixel(dc, point, color);
+            return OutcomeOf(!reader.Failed());
         }
         case kFloodFill:
         case kExtFloodFill: {
-            const bool bOverColor = objRecord.Number() == kExtFloodFill && rd.U16Le() == 1;
-            const ColorRef nColor = rd.U32Le();
-            const Point pt = ptReadYX(rd);
-            if (!rd.Failed())
-                FloodFill(dc, pt, nColor, bOverColor);
-            return eOutcome(!rd.Failed());
+            const bool over_color = record.Number() == kExtFloodFill && reader.U16Le() == 1;
+            const ColorRef color = reader.U32Le();
+            const Point point = ReadPointYx(reader);
+            if (!reader.Failed())
+                FloodFill(dc, point, color, over_color);
+            return OutcomeOf(!reader.Failed());
         }
         case kFillRegion:
         case kFrameRegion:
         case kInvertRegion:
         case kPaintRegion:
-            return eRegion(objPlay, objRecord);
+            return DrawRegion(play, record);
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
 }

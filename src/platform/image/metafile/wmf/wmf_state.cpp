@@ -27,112 +27,112 @@ enum StateNumber : std::uint8_t {
     kSetTextAlign = 0x2E,
 };
 
-static Outcome eScale(DeviceContext& dc, ByteReader& rd, bool bWindow)
+static Outcome ScaleExtent(DeviceContext& dc, ByteReader& reader, bool of_window)
 {
-    const double dYDenominator = rd.I16Le();
-    const double dYNumerator = rd.I16Le();
-    const double dXDenominator = rd.I16Le();
-    const double dXNumerator = rd.I16Le();
-    const bool bUsable = dXDenominator != 0 && dYDenominator != 0 && dXNumerator != 0 && dYNumerator != 0;
-    if (bUsable && !dc.ExtentsAreFixed()) {
-        Point& ptExt = bWindow ? dc.State.ptWindowExt : dc.State.ptViewportExt;
-        ptExt = {ptExt.x * dXNumerator / dXDenominator, ptExt.y * dYNumerator / dYDenominator};
+    const double y_denominator = reader.I16Le();
+    const double y_numerator = reader.I16Le();
+    const double x_denominator = reader.I16Le();
+    const double x_numerator = reader.I16Le();
+    const bool usable = x_denominator != 0 && y_denominator != 0 && x_numerator != 0 && y_numerator != 0;
+    if (usable && !dc.ExtentsAreFixed()) {
+        Point& ext = of_window ? dc.state.window_ext : dc.state.viewport_ext;
+        ext = {ext.x * x_numerator / x_denominator, ext.y * y_numerator / y_denominator};
         dc.MappingChanged();
     }
-    return eOutcome(!rd.Failed());
+    return OutcomeOf(!reader.Failed());
 }
 
-static Outcome eClipRect(DeviceContext& dc, ByteReader& rd, ClipMode eMode)
+static Outcome ClipRect(DeviceContext& dc, ByteReader& reader, ClipMode mode)
 {
-    const Rect rc = rcReadReversed(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    dc.CombineClip(dc.ClipOf({&rc, 1}, dc.LogicalToPicture()), eMode);
-    return Outcome::Done;
+    const Rect rect = ReadReversedRect(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    dc.CombineClip(dc.ClipOf({&rect, 1}, dc.LogicalToPicture()), mode);
+    return Outcome::kDone;
 }
 
-static Outcome eOffsetClip(DeviceContext& dc, ByteReader& rd)
+static Outcome OffsetClip(DeviceContext& dc, ByteReader& reader)
 {
-    const Point ptMove = dc.LogicalToPicture().ApplyToVector(ptReadYX(rd));
-    const auto lWhole = [](double d) { return static_cast<std::int32_t>(std::floor(dTamed(d) + 0.5)); };
-    dc.State.clip = Moved(dc.State.clip, lWhole(ptMove.x), lWhole(ptMove.y), dc.Target().Area(), dc.Work());
-    return eOutcome(!rd.Failed());
+    const Point move = dc.LogicalToPicture().ApplyToVector(ReadPointYx(reader));
+    const auto whole = [](double d) { return static_cast<std::int32_t>(std::floor(Tamed(d) + 0.5)); };
+    dc.state.clip = Moved(dc.state.clip, whole(move.x), whole(move.y), dc.Target().Area(), dc.Work());
+    return OutcomeOf(!reader.Failed());
 }
 
-static Outcome eMap(DeviceContext& dc, const WmfRecord& objRecord, ByteReader& rd)
+static Outcome SetMapping(DeviceContext& dc, const WmfRecord& record, ByteReader& reader)
 {
-    DcState& objState = dc.State;
-    const Point pt = ptReadYX(rd);
-    if (rd.Failed())
-        return Outcome::Broken;
-    const bool bExtent = pt.x != 0 && pt.y != 0 && !dc.ExtentsAreFixed();
-    switch (objRecord.Number()) {
+    DcState& state = dc.state;
+    const Point point = ReadPointYx(reader);
+    if (reader.Failed())
+        return Outcome::kBroken;
+    const bool scalable = point.x != 0 && point.y != 0 && !dc.ExtentsAreFixed();
+    switch (record.Number()) {
         case kSetWindowOrg:
-            objState.ptWindowOrg = pt;
+            state.window_org = point;
             break;
         case kSetWindowExt:
-            if (bExtent)
-                objState.ptWindowExt = pt;
+            if (scalable)
+                state.window_ext = point;
             break;
         case kSetViewportOrg:
-            objState.ptViewportOrg = pt;
+            state.viewport_org = point;
             break;
         case kSetViewportExt:
-            if (bExtent)
-                dc.SetViewportExt(pt);
+            if (scalable)
+                dc.SetViewportExt(point);
             break;
         case kOffsetWindowOrg:
-            objState.ptWindowOrg = objState.ptWindowOrg + pt;
+            state.window_org = state.window_org + point;
             break;
         default:
-            objState.ptViewportOrg = objState.ptViewportOrg + pt;
+            state.viewport_org = state.viewport_org + point;
             break;
     }
     dc.MappingChanged();
-    return Outcome::Done;
+    return Outcome::kDone;
 }
 
-Outcome ePlayWmfState(WmfPlay& objPlay, const WmfRecord& objRecord)
+Outcome PlayWmfState(WmfPlay& play, const WmfRecord& record)
 {
-    DeviceContext& dc = objPlay.dc;
-    DcState& objState = dc.State;
-    ByteReader rd = objRecord.Data();
-    switch (objRecord.Number()) {
+    DeviceContext& dc = play.dc;
+    DcState& state = dc.state;
+    ByteReader reader = record.Data();
+    switch (record.Number()) {
         case kSetBkColor:
-            objState.nBackColor = rd.U32Le();
+            state.back_color = reader.U32Le();
             break;
         case kSetBkMode:
-            objState.bOpaqueBack = rd.U16Le() == 2;
+            state.opaque_back = reader.U16Le() == 2;
             break;
         case kSetMapMode:
-            dc.SetMapMode(rd.U16Le());
+            dc.SetMapMode(reader.U16Le());
             break;
         case kSetRop2: {
-            const std::uint16_t nRop2 = rd.U16Le();
-            if (nRop2 >= 1 && nRop2 <= 16)
-                objState.nRop2 = nRop2;
+            const std::uint16_t rop2 = reader.U16Le();
+            if (rop2 >= 1 && rop2 <= 16)
+                state.rop2 = rop2;
             break;
         }
         case kSetPolyFillMode:
-            objState.bWinding = rd.U16Le() == 2;
+            state.winding = reader.U16Le() == 2;
             break;
         case kSetStretchBltMode:
-            objState.nStretchMode = rd.U16Le();
+            state.stretch_mode = reader.U16Le();
             break;
         case kSetTextCharExtra:
-            objState.dCharExtra = rd.I16Le();
+            state.char_extra = reader.I16Le();
             break;
         case kSetTextColor:
-            objState.nTextColor = rd.U32Le();
+            state.text_color = reader.U32Le();
             break;
         case kSetTextJustification: {
-            const double dCount = rd.U16Le();
-            const double dExtra = rd.I16Le();
-            objState.dBreakExtra = dCount > 0 ? dExtra / dCount : 0;
+            const double count = reader.U16Le();
+            const double extra = reader.I16Le();
+            state.break_extra = count > 0 ? extra / count : 0;
             break;
         }
         case kSetTextAlign:
-            objState.nTextAlign = rd.U16Le();
+            state.text_align = reader.U16Le();
             break;
         case kSetWindowOrg:
         case kSetWindowExt:
@@ -140,23 +140,23 @@ Outcome ePlayWmfState(WmfPlay& objPlay, const WmfRecord& objRecord)
         case kSetViewportExt:
         case kOffsetWindowOrg:
         case kOffsetViewportOrg:
-            return eMap(dc, objRecord, rd);
+            return SetMapping(dc, record, reader);
         case kScaleWindowExt:
         case kScaleViewportExt:
-            return eScale(dc, rd, objRecord.Number() == kScaleWindowExt);
+            return ScaleExtent(dc, reader, record.Number() == kScaleWindowExt);
         case kExcludeClipRect:
-            return eClipRect(dc, rd, ClipMode::Difference);
+            return ClipRect(dc, reader, ClipMode::kDifference);
         case kIntersectClipRect:
-            return eClipRect(dc, rd, ClipMode::And);
+            return ClipRect(dc, reader, ClipMode::kAnd);
         case kOffsetClip:
-            return eOffsetClip(dc, rd);
+            return OffsetClip(dc, reader);
         case kSaveDc:
-            return eOutcome(dc.SaveState());
+            return OutcomeOf(dc.SaveState());
         case kRestoreDc:
-            dc.RestoreState(rd.I16Le());
+            dc.RestoreState(reader.I16Le());
             break;
         default:
-            return Outcome::NotMine;
+            return Outcome::kNotMine;
     }
-    return eOutcome(!rd.Failed());
+    return OutcomeOf(!reader.Failed());
 }

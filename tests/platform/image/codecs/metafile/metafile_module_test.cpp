@@ -19,15 +19,15 @@ TEST(MetafileModule, RefusesARequestOfAnotherBuild)
     ImageBuffer image = aPattern(2, 2, 3);
     const std::vector<std::uint8_t> file = EmfMaker(2, 2).aFile();
     MetafileRequest request;
-    request.bEnhanced = true;
-    request.aRecords = file;
-    request.lWidth = request.lHeight = 2;
-    request.pPixels = image.bytes.data();
+    request.enhanced = true;
+    request.records = file;
+    request.width = request.height = 2;
+    request.pixels = image.bytes.data();
     PlayMetafile* play = LoadMetafileModule().play;
     ASSERT_NE(play, nullptr);
 
     EXPECT_TRUE(play(&request));
-    request.nVersion += 1;
+    request.version += 1;
     EXPECT_FALSE(play(&request));
     EXPECT_FALSE(play(nullptr));
 }

@@ -55,60 +55,60 @@ enum Function : std::uint16_t {
 };
 
 /// Object 0 is a pen that draws nothing, object 1 a brush; both are selected.
-static WmfMaker Filled(std::uint32_t nColor)
+static WmfMaker Filled(std::uint32_t color)
 {
-    WmfMaker objMaker(40, 40);
-    objMaker.Record(kSetWindowOrg, {0, 0}).Record(kSetWindowExt, {40, 40});
-    return objMaker.Pen(5, 0, kBlack).Select(0).Brush(nColor).Select(1);
+    WmfMaker maker(40, 40);
+    maker.Record(kSetWindowOrg, {0, 0}).Record(kSetWindowExt, {40, 40});
+    return maker.Pen(5, 0, kBlack).Select(0).Brush(color).Select(1);
 }
 
 static WmfMaker Lined()
 {
-    WmfMaker objMaker(40, 40);
-    return objMaker.Record(kSetWindowExt, {40, 40});
+    WmfMaker maker(40, 40);
+    return maker.Record(kSetWindowExt, {40, 40});
 }
 
 TEST(WmfPicture, HasTheSizeOfItsPlaceableHeader)
 {
-    const ImageBuffer aImage = aPlayed(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
+    const ImageBuffer image = aPlayed(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
 
-    EXPECT_EQ(aImage.width, 192);
-    EXPECT_EQ(aImage.height, 96);
-    EXPECT_EQ(aImage.channels, 3);
-    EXPECT_EQ(aImage.dots_per_inch_x, 96);
-    EXPECT_EQ(nCountOf(aImage, kWhite, {0, 0, 192, 96}), 192 * 96);
+    EXPECT_EQ(image.width, 192);
+    EXPECT_EQ(image.height, 96);
+    EXPECT_EQ(image.channels, 3);
+    EXPECT_EQ(image.dots_per_inch_x, 96);
+    EXPECT_EQ(nCountOf(image, kWhite, {0, 0, 192, 96}), 192 * 96);
 }
 
 TEST(WmfPicture, WithoutThatHeaderHasTheSizeOfItsWindow)
 {
-    const ImageBuffer aImage =
+    const ImageBuffer image =
         aPlayed(WmfMaker().Record(kSetWindowExt, {50, 70}).Record(kSetPixel, {255, 0, 0, 0}));
 
-    EXPECT_EQ(aImage.width, 70);
-    EXPECT_EQ(aImage.height, 50);
-    EXPECT_EQ(aImage.dots_per_inch_x, 0);
-    EXPECT_EQ(nColorAt(aImage, 0, 0), kRed);
+    EXPECT_EQ(image.width, 70);
+    EXPECT_EQ(image.height, 50);
+    EXPECT_EQ(image.dots_per_inch_x, 0);
+    EXPECT_EQ(nColorAt(image, 0, 0), kRed);
 }
 
 TEST(WmfPicture, OfAFineWindowWithoutUnitsIsKeptAtSensiblePixels)
 {
-    const ImageBuffer aImage = aPlayed(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
+    const ImageBuffer image = aPlayed(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
 
-    EXPECT_EQ(aImage.width, 4096);
-    EXPECT_EQ(aImage.height, 2048);
+    EXPECT_EQ(image.width, 4096);
+    EXPECT_EQ(image.height, 2048);
 }
 
 TEST(WmfPicture, WithoutAnyWindowIsAsLargeAsWhatIsDrawn)
 {
-    WmfMaker objMaker;
-    objMaker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1).Record(kRectangle, {60, 90, 10, 30});
-    const ImageBuffer aImage = aPlayed(objMaker.Record(kRectangle, {20, 100, 10, 80}));
+    WmfMaker maker;
+    maker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1).Record(kRectangle, {60, 90, 10, 30});
+    const ImageBuffer image = aPlayed(maker.Record(kRectangle, {20, 100, 10, 80}));
 
-    EXPECT_EQ(aImage.width, 70);
-    EXPECT_EQ(aImage.height, 50);
-    EXPECT_EQ(nColorAt(aImage, 0, 0), kRed);
-    EXPECT_EQ(nColorAt(aImage, 65, 5), kRed);
-    EXPECT_EQ(nColorAt(aImage, 65, 30), kWhite);
+    EXPECT_EQ(image.width, 70);
+    EXPECT_EQ(image.height, 50);
+    EXPECT_EQ(nColorAt(image, 0, 0), kRed);
+    EXPECT_EQ(nColorAt(image, 65, 5), kRed);
+    EXPECT_EQ(nColorAt(image, 65, 30), kWhite);
 }
 
 TEST(WmfPicture, WithoutAnythingIsRefused)
@@ -118,24 +118,24 @@ TEST(WmfPicture, WithoutAnythingIsRefused)
 
 TEST(WmfRectangle, EndsBeforeItsLastRow)
 {
-    WmfMaker objMaker = Filled(kRed);
-    const ImageBuffer aFilled = aPlayed(objMaker.Record(kRectangle, {30, 25, 10, 5}));
-    const ImageBuffer aDrawn = aPlayed(Lined().Brush(kRed).Select(0).Record(kRectangle, {30, 25, 10, 5}));
+    WmfMaker maker = Filled(kRed);
+    const ImageBuffer filled = aPlayed(maker.Record(kRectangle, {30, 25, 10, 5}));
+    const ImageBuffer drawn = aPlayed(Lined().Brush(kRed).Select(0).Record(kRectangle, {30, 25, 10, 5}));
 
-    EXPECT_EQ(nCountOf(aFilled, kRed, kAll), 400);
-    EXPECT_EQ(aInk(aDrawn), (Box{5, 10, 25, 30}));
-    EXPECT_EQ(nCountOf(aDrawn, kBlack, kAll), 76);
-    EXPECT_EQ(nCountOf(aDrawn, kRed, kAll), 18 * 18);
+    EXPECT_EQ(nCountOf(filled, kRed, kAll), 400);
+    EXPECT_EQ(aInk(drawn), (Box{5, 10, 25, 30}));
+    EXPECT_EQ(nCountOf(drawn, kBlack, kAll), 76);
+    EXPECT_EQ(nCountOf(drawn, kRed, kAll), 18 * 18);
 }
 
 TEST(WmfLines, GoFromPointToPoint)
 {
-    WmfMaker objMaker = Lined();
-    objMaker.Record(kMoveTo, {5, 5}).Record(kLineTo, {5, 20}).Record(kPolyline, {2, 5, 30, 20, 30});
-    const ImageBuffer aImage = aPlayed(objMaker);
+    WmfMaker maker = Lined();
+    maker.Record(kMoveTo, {5, 5}).Record(kLineTo, {5, 20}).Record(kPolyline, {2, 5, 30, 20, 30});
+    const ImageBuffer image = aPlayed(maker);
 
-    EXPECT_EQ(nCountOf(aImage, kBlack, {5, 5, 21, 6}), 16);
-    EXPECT_EQ(nCountOf(aImage, kBlack, {5, 30, 21, 31}), 16);
+    EXPECT_EQ(nCountOf(image, kBlack, {5, 5, 21, 6}), 16);
+    EXPECT_EQ(nCountOf(image, kBlack, {5, 30, 21, 31}), 16);
 }
 
 TEST(WmfShapes, AreFilled)
@@ -152,238 +152,232 @@ TEST(WmfShapes, AreFilled)
 
 TEST(WmfPie, RunsAgainstTheClockFromItsFirstRay)
 {
-    const ImageBuffer aImage = aPlayed(Filled(kRed).Record(kPie, {0, 20, 20, 40, 40, 40, 0, 0}));
+    const ImageBuffer image = aPlayed(Filled(kRed).Record(kPie, {0, 20, 20, 40, 40, 40, 0, 0}));
 
-    EXPECT_EQ(nColorAt(aImage, 28, 12), kRed);
-    EXPECT_EQ(nColorAt(aImage, 12, 28), kWhite);
+    EXPECT_EQ(nColorAt(image, 28, 12), kRed);
+    EXPECT_EQ(nColorAt(image, 12, 28), kWhite);
 }
 
 TEST(WmfWindow, MovesAndScalesTheRest)
 {
-    WmfMaker objMaker(40, 40);
-    objMaker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1);
-    objMaker.Record(kSetMapMode, {8}).Record(kSetWindowOrg, {100, 100}).Record(kSetWindowExt, {400, 400});
-    objMaker.Record(kRectangle, {200, 200, 100, 100}).Record(kOffsetWindowOrg, {-200, -200});
-    objMaker.Record(kRectangle, {200, 200, 100, 100});
-    const ImageBuffer aImage = aPlayed(objMaker);
+    WmfMaker maker(40, 40);
+    maker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1);
+    maker.Record(kSetMapMode, {8}).Record(kSetWindowOrg, {100, 100}).Record(kSetWindowExt, {400, 400});
+    maker.Record(kRectangle, {200, 200, 100, 100}).Record(kOffsetWindowOrg, {-200, -200});
+    maker.Record(kRectangle, {200, 200, 100, 100});
+    const ImageBuffer image = aPlayed(maker);
 
-    EXPECT_EQ(nCountOf(aImage, kRed, {0, 0, 10, 10}), 100);
-    EXPECT_EQ(nCountOf(aImage, kRed, {20, 20, 30, 30}), 100);
-    EXPECT_EQ(nCountOf(aImage, kRed, kAll), 200);
+    EXPECT_EQ(nCountOf(image, kRed, {0, 0, 10, 10}), 100);
+    EXPECT_EQ(nCountOf(image, kRed, {20, 20, 30, 30}), 100);
+    EXPECT_EQ(nCountOf(image, kRed, kAll), 200);
 }
 
 TEST(WmfViewport, IsThePictureWhateverScreenItNames)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kSetViewportExt, {768, 1024}).Record(kRectangle, {20, 20, 0, 0});
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kSetViewportExt, {768, 1024}).Record(kRectangle, {20, 20, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(objMaker), kRed, {0, 0, 20, 20}), 400);
+    EXPECT_EQ(nCountOf(aPlayed(maker), kRed, {0, 0, 20, 20}), 400);
 }
 
 TEST(WmfState, IsSavedAndRestored)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kSaveDc).Brush(kBlue).Select(2).Record(kIntersectClipRect, {5, 5, 0, 0});
-    objMaker.Record(kRestoreDc, {-1}).Record(kRectangle, {10, 10, 0, 0});
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kSaveDc).Brush(kBlue).Select(2).Record(kIntersectClipRect, {5, 5, 0, 0});
+    maker.Record(kRestoreDc, {-1}).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(objMaker), kRed, kAll), 100);
+    EXPECT_EQ(nCountOf(aPlayed(maker), kRed, kAll), 100);
 }
 
 TEST(WmfClip, IsIntersectedExcludedAndMoved)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kIntersectClipRect, {20, 20, 0, 0}).Record(kExcludeClipRect, {10, 10, 5, 5});
-    objMaker.Record(kOffsetClip, {10, 5}).Record(kRectangle, {40, 40, 0, 0});
-    const ImageBuffer aImage = aPlayed(objMaker);
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kIntersectClipRect, {20, 20, 0, 0}).Record(kExcludeClipRect, {10, 10, 5, 5});
+    maker.Record(kOffsetClip, {10, 5}).Record(kRectangle, {40, 40, 0, 0});
+    const ImageBuffer image = aPlayed(maker);
 
-    EXPECT_EQ(aInk(aImage), (Box{5, 10, 25, 30}));
-    EXPECT_EQ(nCountOf(aImage, kRed, kAll), 375);
+    EXPECT_EQ(aInk(image), (Box{5, 10, 25, 30}));
+    EXPECT_EQ(nCountOf(image, kRed, kAll), 375);
 }
 
 TEST(WmfObjects, TakeTheFirstPlaceThatIsFree)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kDeleteObject, {0}).Brush(kBlue).Select(0).Record(kRectangle, {10, 10, 0, 0});
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kDeleteObject, {0}).Brush(kBlue).Select(0).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(objMaker), kBlue, kAll), 100);
+    EXPECT_EQ(nCountOf(aPlayed(maker), kBlue, kAll), 100);
 }
 
 TEST(WmfObjects, ThatDrawNothingTakeAPlaceToo)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kCreatePalette, {0x300, 1, 0, 0})
-        .Brush(kBlue)
-        .Select(3)
-        .Record(kRectangle, {10, 10, 0, 0});
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kCreatePalette, {0x300, 1, 0, 0}).Brush(kBlue).Select(3).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(objMaker), kBlue, kAll), 100);
+    EXPECT_EQ(nCountOf(aPlayed(maker), kBlue, kAll), 100);
 }
 
 TEST(WmfRop2, InvertsTwiceToNothing)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kSetRop2, {6}).Record(kRectangle, {30, 30, 0, 0}).Record(kRectangle, {20, 20, 10, 10});
-    const ImageBuffer aImage = aPlayed(objMaker);
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kSetRop2, {6}).Record(kRectangle, {30, 30, 0, 0}).Record(kRectangle, {20, 20, 10, 10});
+    const ImageBuffer image = aPlayed(maker);
 
-    EXPECT_EQ(nCountOf(aImage, kBlack, kAll), 800);
+    EXPECT_EQ(nCountOf(image, kBlack, kAll), 800);
 }
 
 TEST(WmfRegion, IsMadeOfScansAndCanBeTheClip)
 {
-    WmfMaker objMaker = Filled(kRed);
+    WmfMaker maker = Filled(kRed);
     // Two scans: rows 5 to 10 with one run, rows 10 to 20 with two.
-    objMaker.Record(kCreateRegion, {0, 6, 0,  0, 0,  2, 4, 5,  5,  35, 20,  //
-                                    2, 5, 10, 5, 35, 2, 4, 10, 20, 5,  10, 30, 35, 4});
-    objMaker.Record(kFillRegion, {2, 1});
-    const ImageBuffer aImage = aPlayed(objMaker);
-    WmfMaker objClipped = objMaker;
-    objClipped.Brush(kBlue).Select(3).Record(kSelectClip, {2}).Record(kRectangle, {40, 40, 0, 0});
+    maker.Record(kCreateRegion, {0, 6, 0,  0, 0,  2, 4, 5,  5,  35, 20,  //
+                                 2, 5, 10, 5, 35, 2, 4, 10, 20, 5,  10, 30, 35, 4});
+    maker.Record(kFillRegion, {2, 1});
+    const ImageBuffer image = aPlayed(maker);
+    WmfMaker clipped = maker;
+    clipped.Brush(kBlue).Select(3).Record(kSelectClip, {2}).Record(kRectangle, {40, 40, 0, 0});
 
-    EXPECT_EQ(nCountOf(aImage, kRed, kAll), 150 + 100);
-    EXPECT_EQ(nCountOf(aPlayed(objClipped), kBlue, kAll), 250);
-    EXPECT_EQ(nCountOf(aPlayed(objMaker.Record(kInvertRegion, {2})), kRed, kAll), 0);
+    EXPECT_EQ(nCountOf(image, kRed, kAll), 150 + 100);
+    EXPECT_EQ(nCountOf(aPlayed(clipped), kBlue, kAll), 250);
+    EXPECT_EQ(nCountOf(aPlayed(maker.Record(kInvertRegion, {2})), kRed, kAll), 0);
 }
 
 TEST(WmfSetPixel, SetsOneAndFloodFillFillsUpToAColour)
 {
-    WmfMaker objMaker = Lined();
-    objMaker.Brush(0, 1).Select(0).Record(kRectangle, {30, 30, 10, 10}).Brush(kGreen).Select(1);
-    objMaker.Record(kFloodFill, {0, 0, 20, 20}).Record(kSetPixel, {lLow(kBlue), lHigh(kBlue), 15, 12});
-    const ImageBuffer aImage = aPlayed(objMaker);
+    WmfMaker maker = Lined();
+    maker.Brush(0, 1).Select(0).Record(kRectangle, {30, 30, 10, 10}).Brush(kGreen).Select(1);
+    maker.Record(kFloodFill, {0, 0, 20, 20}).Record(kSetPixel, {lLow(kBlue), lHigh(kBlue), 15, 12});
+    const ImageBuffer image = aPlayed(maker);
 
-    EXPECT_EQ(nColorAt(aImage, 12, 15), kBlue);
-    EXPECT_EQ(nCountOf(aImage, kGreen, kAll), 18 * 18 - 1);
+    EXPECT_EQ(nColorAt(image, 12, 15), kBlue);
+    EXPECT_EQ(nCountOf(image, kGreen, kAll), 18 * 18 - 1);
 }
 
-static ByteMaker WithDib(std::initializer_list<std::uint32_t> aWords, const Dib& objDib)
+static ByteMaker WithDib(std::initializer_list<std::uint32_t> words, const Dib& dib)
 {
-    ByteMaker objResult;
-    objResult.U16Le(aWords).All(objDib.objHeader.aBytes()).All(objDib.objBits.aBytes());
-    return objResult;
+    ByteMaker result;
+    result.U16Le(words).All(dib.objHeader.aBytes()).All(dib.objBits.aBytes());
+    return result;
 }
 
 TEST(WmfBitmaps, AreCopiedAndScaled)
 {
-    const Dib objDib = objDib24(2, {kRed, kGreen, kBlue, kYellow});
-    const std::uint32_t nLow = kSrcCopy & 0xFFFF, nHigh = kSrcCopy >> 16;
-    const ImageBuffer aStretched =
-        aPlayed(Lined().Record(kStretchDib, WithDib({nLow, nHigh, 0, 2, 2, 0, 0, 20, 20, 10, 10}, objDib)));
-    const ImageBuffer aBlt =
-        aPlayed(Lined().Record(kDibBitBlt, WithDib({nLow, nHigh, 0, 0, 2, 2, 7, 5}, objDib)));
-    const ImageBuffer aStretchBlt =
-        aPlayed(Lined().Record(kDibStretchBlt, WithDib({nLow, nHigh, 1, 2, 0, 0, 10, 20, 0, 0}, objDib)));
-    const ImageBuffer aSet =
-        aPlayed(Lined().Record(kSetDibToDev, WithDib({0, 2, 0, 0, 0, 2, 2, 4, 3}, objDib)));
+    const Dib dib = objDib24(2, {kRed, kGreen, kBlue, kYellow});
+    const std::uint32_t low = kSrcCopy & 0xFFFF, high = kSrcCopy >> 16;
+    const ImageBuffer stretched =
+        aPlayed(Lined().Record(kStretchDib, WithDib({low, high, 0, 2, 2, 0, 0, 20, 20, 10, 10}, dib)));
+    const ImageBuffer blt = aPlayed(Lined().Record(kDibBitBlt, WithDib({low, high, 0, 0, 2, 2, 7, 5}, dib)));
+    const ImageBuffer stretch_blt =
+        aPlayed(Lined().Record(kDibStretchBlt, WithDib({low, high, 1, 2, 0, 0, 10, 20, 0, 0}, dib)));
+    const ImageBuffer set = aPlayed(Lined().Record(kSetDibToDev, WithDib({0, 2, 0, 0, 0, 2, 2, 4, 3}, dib)));
 
-    EXPECT_EQ(nCountOf(aStretched, kRed, {10, 10, 20, 20}), 100);
-    EXPECT_EQ(nCountOf(aStretched, kYellow, {20, 20, 30, 30}), 100);
-    EXPECT_EQ(nColorAt(aBlt, 5, 7), kRed);
-    EXPECT_EQ(nColorAt(aBlt, 6, 8), kYellow);
-    EXPECT_EQ(nCountOf(aStretchBlt, kRed, kAll), 100);
-    EXPECT_EQ(nCountOf(aStretchBlt, kGreen, kAll), 100);
-    EXPECT_EQ(nColorAt(aSet, 3, 4), kRed);
-    EXPECT_EQ(nColorAt(aSet, 4, 5), kYellow);
+    EXPECT_EQ(nCountOf(stretched, kRed, {10, 10, 20, 20}), 100);
+    EXPECT_EQ(nCountOf(stretched, kYellow, {20, 20, 30, 30}), 100);
+    EXPECT_EQ(nColorAt(blt, 5, 7), kRed);
+    EXPECT_EQ(nColorAt(blt, 6, 8), kYellow);
+    EXPECT_EQ(nCountOf(stretch_blt, kRed, kAll), 100);
+    EXPECT_EQ(nCountOf(stretch_blt, kGreen, kAll), 100);
+    EXPECT_EQ(nColorAt(set, 3, 4), kRed);
+    EXPECT_EQ(nColorAt(set, 4, 5), kYellow);
 }
 
 TEST(WmfBitmaps, OfTheOldKindTakeTheColoursOfTextAndBackground)
 {
-    ByteMaker objData;
-    objData.U16Le({kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 2, 8, 0, 0});
-    objData.U16Le({0, 8, 2, 2}).U8({1, 1}).U8({0xF0, 0, 0x0F, 0});
-    WmfMaker objMaker = Lined();
-    objMaker.Record(kSetTextColor, {lLow(kRed), lHigh(kRed)})
-        .Record(kSetBkColor, {lLow(kBlue), lHigh(kBlue)});
-    const ImageBuffer aImage = aPlayed(objMaker.Record(kBitBlt, objData));
+    ByteMaker data;
+    data.U16Le({kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 2, 8, 0, 0});
+    data.U16Le({0, 8, 2, 2}).U8({1, 1}).U8({0xF0, 0, 0x0F, 0});
+    WmfMaker maker = Lined();
+    maker.Record(kSetTextColor, {lLow(kRed), lHigh(kRed)}).Record(kSetBkColor, {lLow(kBlue), lHigh(kBlue)});
+    const ImageBuffer image = aPlayed(maker.Record(kBitBlt, data));
 
-    EXPECT_EQ(nColorAt(aImage, 0, 0), kBlue);
-    EXPECT_EQ(nColorAt(aImage, 7, 0), kRed);
-    EXPECT_EQ(nColorAt(aImage, 0, 1), kRed);
+    EXPECT_EQ(nColorAt(image, 0, 0), kBlue);
+    EXPECT_EQ(nColorAt(image, 7, 0), kRed);
+    EXPECT_EQ(nColorAt(image, 0, 1), kRed);
 }
 
 TEST(WmfBitmaps, CanComeFromThePictureItself)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kRectangle, {10, 10, 0, 0});
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kRectangle, {10, 10, 0, 0});
     // Without a bitmap: operation, source y and x, a word without use, size, target.
-    objMaker.Record(kDibBitBlt, {kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 0, 10, 10, 20, 25});
+    maker.Record(kDibBitBlt, {kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 0, 10, 10, 20, 25});
 
-    EXPECT_EQ(nCountOf(aPlayed(objMaker), kRed, {25, 20, 35, 30}), 100);
+    EXPECT_EQ(nCountOf(aPlayed(maker), kRed, {25, 20, 35, 30}), 100);
 }
 
 TEST(WmfPatBlt, PaintsTheBrush)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kPatBlt, {kPatCopy & 0xFFFF, kPatCopy >> 16, 10, 20, 5, 6});
-    objMaker.Record(kPatBlt, {kDstInvert & 0xFFFF, kDstInvert >> 16, 1, 1, 39, 39});
-    const ImageBuffer aImage = aPlayed(objMaker);
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kPatBlt, {kPatCopy & 0xFFFF, kPatCopy >> 16, 10, 20, 5, 6});
+    maker.Record(kPatBlt, {kDstInvert & 0xFFFF, kDstInvert >> 16, 1, 1, 39, 39});
+    const ImageBuffer image = aPlayed(maker);
 
-    EXPECT_EQ(nCountOf(aImage, kRed, {6, 5, 26, 15}), 200);
-    EXPECT_EQ(nColorAt(aImage, 39, 39), kBlack);
+    EXPECT_EQ(nCountOf(image, kRed, {6, 5, 26, 15}), 200);
+    EXPECT_EQ(nColorAt(image, 39, 39), kBlack);
 }
 
 TEST(WmfPatternBrush, RepeatsItsBitmap)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kDibPattern, WithDib({5, 0}, objDib24(2, {kRed, kGreen, kBlue, kYellow}))).Select(2);
-    const ImageBuffer aImage = aPlayed(objMaker.Record(kRectangle, {40, 40, 0, 0}));
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kDibPattern, WithDib({5, 0}, objDib24(2, {kRed, kGreen, kBlue, kYellow}))).Select(2);
+    const ImageBuffer image = aPlayed(maker.Record(kRectangle, {40, 40, 0, 0}));
 
-    EXPECT_EQ(nCountOf(aImage, kYellow, kAll), 400);
-    EXPECT_EQ(nColorAt(aImage, 20, 20), kRed);
+    EXPECT_EQ(nCountOf(image, kYellow, kAll), 400);
+    EXPECT_EQ(nColorAt(image, 20, 20), kRed);
 }
 
 TEST(WmfPatternBrush, OfTheOldKindHasABitmapWithoutAPalette)
 {
-    ByteMaker objPattern;
-    objPattern.U16Le({0, 8, 2, 2}).U8({1, 1}).Zeros(22).U8({0xF0, 0, 0x0F, 0});
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(kCreatePattern, objPattern).Select(2).Record(kRectangle, {8, 8, 0, 0});
+    ByteMaker pattern;
+    pattern.U16Le({0, 8, 2, 2}).U8({1, 1}).Zeros(22).U8({0xF0, 0, 0x0F, 0});
+    WmfMaker maker = Filled(kRed);
+    maker.Record(kCreatePattern, pattern).Select(2).Record(kRectangle, {8, 8, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(objMaker), kBlack, kAll), 32);
+    EXPECT_EQ(nCountOf(aPlayed(maker), kBlack, kAll), 32);
 }
 
 TEST(WmfText, IsDrawnWithItsDistancesOnItsBackground)
 {
-    WmfMaker objMaker(200, 60);
-    objMaker.Record(kSetWindowExt, {60, 200}).Font(-20, "Arial").Select(0);
-    objMaker.Record(kSetBkColor, {lLow(kYellow), lHigh(kYellow)});
-    ByteMaker objText;
-    objText.U16Le({10, 20, 3, 0}).Text("iii").U8({0}).U16Le({50, 50, 50});
-    const ImageBuffer aImage = aPlayed(objMaker.Record(kExtTextOut, objText));
+    WmfMaker maker(200, 60);
+    maker.Record(kSetWindowExt, {60, 200}).Font(-20, "Arial").Select(0);
+    maker.Record(kSetBkColor, {lLow(kYellow), lHigh(kYellow)});
+    ByteMaker text;
+    text.U16Le({10, 20, 3, 0}).Text("iii").U8({0}).U16Le({50, 50, 50});
+    const ImageBuffer image = aPlayed(maker.Record(kExtTextOut, text));
 
-    EXPECT_EQ(aInk(aImage)[0], 20);
-    EXPECT_EQ(aInk(aImage)[2], 170);
-    EXPECT_EQ(aInk(aImage)[1], 10);
-    EXPECT_GT(nCountOf(aImage, kYellow, {0, 0, 200, 60}), 2500);
+    EXPECT_EQ(aInk(image)[0], 20);
+    EXPECT_EQ(aInk(image)[2], 170);
+    EXPECT_EQ(aInk(image)[1], 10);
+    EXPECT_GT(nCountOf(image, kYellow, {0, 0, 200, 60}), 2500);
 }
 
 TEST(WmfText, FillsTheBoxThatItNames)
 {
-    WmfMaker objMaker(200, 60);
-    objMaker.Record(kSetWindowExt, {60, 200}).Record(kSetBkColor, {lLow(kGreen), lHigh(kGreen)});
+    WmfMaker maker(200, 60);
+    maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkColor, {lLow(kGreen), lHigh(kGreen)});
 
-    EXPECT_EQ(aInk(aPlayed(objMaker.Record(kExtTextOut, {0, 0, 0, 2, 10, 20, 100, 40}))),
+    EXPECT_EQ(aInk(aPlayed(maker.Record(kExtTextOut, {0, 0, 0, 2, 10, 20, 100, 40}))),
               (Box{10, 20, 100, 40}));
 }
 
 TEST(WmfText, OfTwoBytesACharacterHasDistancesByByte)
 {
-    WmfMaker objMaker(200, 60);
-    objMaker.Record(kSetWindowExt, {60, 200}).Font(-20, "MS Gothic", 128).Select(0).Record(kSetBkMode, {2});
-    objMaker.Record(kSetBkColor, {lLow(kYellow), lHigh(kYellow)});
-    ByteMaker objText;
-    objText.U16Le({10, 20, 3, 0}).U8({0x88, 0x9F, 'i', 0}).U16Le({20, 20, 60});
-    const ImageBuffer aImage = aPlayed(objMaker.Record(kExtTextOut, objText));
+    WmfMaker maker(200, 60);
+    maker.Record(kSetWindowExt, {60, 200}).Font(-20, "MS Gothic", 128).Select(0).Record(kSetBkMode, {2});
+    maker.Record(kSetBkColor, {lLow(kYellow), lHigh(kYellow)});
+    ByteMaker text;
+    text.U16Le({10, 20, 3, 0}).U8({0x88, 0x9F, 'i', 0}).U16Le({20, 20, 60});
+    const ImageBuffer image = aPlayed(maker.Record(kExtTextOut, text));
 
-    EXPECT_EQ(aInk(aImage)[2], 120);
+    EXPECT_EQ(aInk(image)[2], 120);
 }
 
 TEST(WmfText, CanDoWithoutDistances)
 {
-    WmfMaker objMaker(200, 60);
-    ByteMaker objText;
-    objText.U16Le({4}).Text("HHHH").U16Le({10, 20});
-    objMaker.Record(kSetWindowExt, {60, 200}).Record(kSetBkMode, {1}).Font(-20, "Arial").Select(0);
-    const Box box = aInk(aPlayed(objMaker.Record(kTextOut, objText)));
+    WmfMaker maker(200, 60);
+    ByteMaker text;
+    text.U16Le({4}).Text("HHHH").U16Le({10, 20});
+    maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkMode, {1}).Font(-20, "Arial").Select(0);
+    const Box box = aInk(aPlayed(maker.Record(kTextOut, text)));
 
     EXPECT_NEAR(box[0], 22, 3);
     EXPECT_GE(box[1], 10);
@@ -392,8 +386,8 @@ TEST(WmfText, CanDoWithoutDistances)
 
 TEST(WmfRecords, ThatAreUnknownOrForPrintersAreLeftOut)
 {
-    WmfMaker objMaker = Filled(kRed);
-    objMaker.Record(0x0FEE, {1, 2, 3}).Record(kEscape, {15, 4, 0, 0}).Record(kRectangle, {10, 10, 0, 0});
+    WmfMaker maker = Filled(kRed);
+    maker.Record(0x0FEE, {1, 2, 3}).Record(kEscape, {15, 4, 0, 0}).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(objMaker), kRed, kAll), 100);
+    EXPECT_EQ(nCountOf(aPlayed(maker), kRed, kAll), 100);
 }
