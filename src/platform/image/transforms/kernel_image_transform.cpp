@@ -5,25 +5,25 @@
 
 #include "src/platform/image/base/limits.h"
 
-void KernelImageTransform::SetImage(ImageBuffer& aImage)
+void KernelImageTransform::SetImage(ImageBuffer& image)
 {
-    m_aImage = std::exchange(aImage, {});
+    image_ = std::exchange(image, {});
 }
 
-void KernelImageTransform::GetImageBytes(ImageBuffer& aImage)
+void KernelImageTransform::GetImageBytes(ImageBuffer& image)
 {
-    aImage = std::exchange(m_aImage, {});
+    image = std::exchange(image_, {});
 }
 
-void KernelImageTransform::GetMaskBytes(ImageBuffer& aMask)
+void KernelImageTransform::GetMaskBytes(ImageBuffer& mask)
 {
-    aMask = {};
-    ImageBuffer aResult;
-    if (!Allocate(aResult, static_cast<std::uint64_t>(m_aImage.width),
-                  static_cast<std::uint64_t>(m_aImage.height), 1))
+    mask = {};
+    ImageBuffer result;
+    if (!Allocate(result, static_cast<std::uint64_t>(image_.width), static_cast<std::uint64_t>(image_.height),
+                  1))
         return;
     constexpr std::size_t kAlpha = 3;
-    for (std::size_t i = 0; i < aResult.bytes.size(); ++i)
-        aResult.bytes[i] = m_aImage.channels == 4 ? m_aImage.bytes[i * 4 + kAlpha] : 255;
-    aMask = std::move(aResult);
+    for (std::size_t i = 0; i < result.bytes.size(); ++i)
+        result.bytes[i] = image_.channels == 4 ? image_.bytes[i * 4 + kAlpha] : 255;
+    mask = std::move(result);
 }

@@ -28,154 +28,148 @@
 #include "src/platform/image/transforms/rows/intensity.h"
 #include "src/platform/image_transform.h"
 
-/// Each operation is one line that names its kernel: a function bool OPERATION(ImageBuffer& aImage, ...) of
-/// the namespace transforms, which is False, or throws std::bad_alloc, with aImage as it was.
+/// Each operation is one line that names its kernel: a function bool OPERATION(ImageBuffer& image, ...) of
+/// the namespace transforms, which is False, or throws std::bad_alloc, with image as it was.
 class KernelImageTransform : public ImageTransform
 {
 public:
-    void SetImage(ImageBuffer& aImage) override;
-    void GetImageBytes(ImageBuffer& aImage) override;
-    void GetMaskBytes(ImageBuffer& aMask) override;
+    void SetImage(ImageBuffer& image) override;
+    void GetImageBytes(ImageBuffer& image) override;
+    void GetMaskBytes(ImageBuffer& mask) override;
 
-    bool Autocontrast() override { return bDo(transforms::Autocontrast); }
-    bool AutoLevel() override { return bDo(transforms::AutoLevel); }
-    bool Brightness(std::int32_t lLevel) override { return bDo(transforms::Brightness, lLevel); }
-    bool Contrast(double dStretch) override { return bDo(transforms::Contrast, dStretch); }
-    bool Gamma(double dGamma) override { return bDo(transforms::Gamma, dGamma); }
-    bool Hue(double dAngle) override { return bDo(transforms::Hue, dAngle); }
-    bool Lightness(double dLightness) override { return bDo(transforms::Lightness, dLightness); }
-    bool Saturation(double dSaturation) override { return bDo(transforms::Saturation, dSaturation); }
-    bool BalanceHLS(double dHue, double dLightness, double dSaturation) override
+    bool Autocontrast() override { return Do(transforms::Autocontrast); }
+    bool AutoLevel() override { return Do(transforms::AutoLevel); }
+    bool Brightness(std::int32_t level) override { return Do(transforms::Brightness, level); }
+    bool Contrast(double stretch) override { return Do(transforms::Contrast, stretch); }
+    bool Gamma(double gamma) override { return Do(transforms::Gamma, gamma); }
+    bool Hue(double angle) override { return Do(transforms::Hue, angle); }
+    bool Lightness(double lightness) override { return Do(transforms::Lightness, lightness); }
+    bool Saturation(double saturation) override { return Do(transforms::Saturation, saturation); }
+    bool BalanceHLS(double hue, double lightness, double saturation) override
     {
-        return bDo(transforms::BalanceHLS, dHue, dLightness, dSaturation);
+        return Do(transforms::BalanceHLS, hue, lightness, saturation);
     }
-    bool Red(std::int32_t lLevel) override { return bDo(transforms::Red, lLevel); }
-    bool Green(std::int32_t lLevel) override { return bDo(transforms::Green, lLevel); }
-    bool Blue(std::int32_t lLevel) override { return bDo(transforms::Blue, lLevel); }
-    bool Colorize(std::uint8_t nRed, std::uint8_t nGreen, std::uint8_t nBlue) override
+    bool Red(std::int32_t level) override { return Do(transforms::Red, level); }
+    bool Green(std::int32_t level) override { return Do(transforms::Green, level); }
+    bool Blue(std::int32_t level) override { return Do(transforms::Blue, level); }
+    bool Colorize(std::uint8_t red, std::uint8_t green, std::uint8_t blue) override
     {
-        return bDo(transforms::Colorize, nRed, nGreen, nBlue);
+        return Do(transforms::Colorize, red, green, blue);
     }
-    bool Desaturate() override { return bDo(transforms::Desaturate); }
-    bool Intensity() override { return bDo(transforms::Intensity); }
-    bool Invert() override { return bDo(transforms::Invert); }
-    bool Equalize(double dLevel) override { return bDo(transforms::Equalize, dLevel); }
-    bool Threshold(std::uint8_t nLevel) override { return bDo(transforms::Threshold, nLevel); }
-    bool Posterize(std::int32_t lLevels) override { return bDo(transforms::Posterize, lLevels); }
-    bool FilterDifference(std::int32_t lDirection) override
+    bool Desaturate() override { return Do(transforms::Desaturate); }
+    bool Intensity() override { return Do(transforms::Intensity); }
+    bool Invert() override { return Do(transforms::Invert); }
+    bool Equalize(double level) override { return Do(transforms::Equalize, level); }
+    bool Threshold(std::uint8_t level) override { return Do(transforms::Threshold, level); }
+    bool Posterize(std::int32_t levels) override { return Do(transforms::Posterize, levels); }
+    bool FilterDifference(std::int32_t direction) override
     {
-        return bDo(transforms::FilterDifference, lDirection);
+        return Do(transforms::FilterDifference, direction);
     }
-    bool FilterHighPass(std::int32_t lKind) override { return bDo(transforms::FilterHighPass, lKind); }
-    bool FilterLowPass(std::int32_t lKind) override { return bDo(transforms::FilterLowPass, lKind); }
-    bool FilterLaplas(std::int32_t lKind) override { return bDo(transforms::FilterLaplas, lKind); }
-    bool FilterSobel(std::int32_t lDirection) override { return bDo(transforms::FilterSobel, lDirection); }
-    bool FilterPrewitt(std::int32_t lDirection) override
+    bool FilterHighPass(std::int32_t kind) override { return Do(transforms::FilterHighPass, kind); }
+    bool FilterLowPass(std::int32_t kind) override { return Do(transforms::FilterLowPass, kind); }
+    bool FilterLaplas(std::int32_t kind) override { return Do(transforms::FilterLaplas, kind); }
+    bool FilterSobel(std::int32_t direction) override { return Do(transforms::FilterSobel, direction); }
+    bool FilterPrewitt(std::int32_t direction) override { return Do(transforms::FilterPrewitt, direction); }
+    bool FilterRoberts(std::int32_t direction) override { return Do(transforms::FilterRoberts, direction); }
+    bool FilterIsotropic(std::int32_t direction) override
     {
-        return bDo(transforms::FilterPrewitt, lDirection);
+        return Do(transforms::FilterIsotropic, direction);
     }
-    bool FilterRoberts(std::int32_t lDirection) override
+    bool FilterMinimal(std::int32_t size) override { return Do(transforms::FilterMinimal, size); }
+    bool FilterMaximal(std::int32_t size) override { return Do(transforms::FilterMaximal, size); }
+    bool FilterLineDetection(std::int32_t direction) override
     {
-        return bDo(transforms::FilterRoberts, lDirection);
+        return Do(transforms::FilterLineDetection, direction);
     }
-    bool FilterIsotropic(std::int32_t lDirection) override
+    bool FilterReserved(std::int32_t value) override { return Do(transforms::FilterReserved, value); }
+    bool FilterBlur(double amount) override { return Do(transforms::FilterBlur, amount); }
+    bool FilterSharpen(double amount) override { return Do(transforms::FilterSharpen, amount); }
+    bool Deinterlace(bool odd_lines, bool interpolate) override
     {
-        return bDo(transforms::FilterIsotropic, lDirection);
-    }
-    bool FilterMinimal(std::int32_t lSize) override { return bDo(transforms::FilterMinimal, lSize); }
-    bool FilterMaximal(std::int32_t lSize) override { return bDo(transforms::FilterMaximal, lSize); }
-    bool FilterLineDetection(std::int32_t lDirection) override
-    {
-        return bDo(transforms::FilterLineDetection, lDirection);
-    }
-    bool FilterReserved(std::int32_t lValue) override { return bDo(transforms::FilterReserved, lValue); }
-    bool FilterBlur(double dAmount) override { return bDo(transforms::FilterBlur, dAmount); }
-    bool FilterSharpen(double dAmount) override { return bDo(transforms::FilterSharpen, dAmount); }
-    bool Deinterlace(bool bOddLines, bool bInterpolate) override
-    {
-        return bDo(transforms::Deinterlace, bOddLines, bInterpolate);
+        return Do(transforms::Deinterlace, odd_lines, interpolate);
     }
 
-    bool MotionBlur(double dAngle, std::int32_t lAmount) override
+    bool MotionBlur(double angle, std::int32_t amount) override
     {
-        return bDo(transforms::MotionBlur, dAngle, lAmount);
+        return Do(transforms::MotionBlur, angle, amount);
     }
-    bool GaussianBlur(std::int32_t lFuzziness) override { return bDo(transforms::GaussianBlur, lFuzziness); }
-    bool RadialBlur(double dDisplacement) override { return bDo(transforms::RadialBlur, dDisplacement); }
-    bool ZoomBlur(double dIntensity) override { return bDo(transforms::ZoomBlur, dIntensity); }
-    bool AddNoise(std::int32_t lLevel, bool bMonochrome) override
+    bool GaussianBlur(std::int32_t fuzziness) override { return Do(transforms::GaussianBlur, fuzziness); }
+    bool RadialBlur(double displacement) override { return Do(transforms::RadialBlur, displacement); }
+    bool ZoomBlur(double intensity) override { return Do(transforms::ZoomBlur, intensity); }
+    bool AddNoise(std::int32_t level, bool monochrome) override
     {
-        return bDo(transforms::AddNoise, lLevel, bMonochrome);
+        return Do(transforms::AddNoise, level, monochrome);
     }
-    bool Diffuse(std::int32_t lDistance, double dPenetration) override
+    bool Diffuse(std::int32_t distance, double penetration) override
     {
-        return bDo(transforms::Diffuse, lDistance, dPenetration);
+        return Do(transforms::Diffuse, distance, penetration);
     }
-    bool Emboss(double dAngle, std::int32_t lHeight, double dBrightness) override
+    bool Emboss(double angle, std::int32_t height, double brightness) override
     {
-        return bDo(transforms::Emboss, dAngle, lHeight, dBrightness);
+        return Do(transforms::Emboss, angle, height, brightness);
     }
-    bool Relief(double dAngle, double dBrightness, double dSmoothness) override
+    bool Relief(double angle, double brightness, double smoothness) override
     {
-        return bDo(transforms::Relief, dAngle, dBrightness, dSmoothness);
+        return Do(transforms::Relief, angle, brightness, smoothness);
     }
-    bool Texturize(double dAngle, double dBrightness, std::int32_t lTexture) override
+    bool Texturize(double angle, double brightness, std::int32_t texture) override
     {
-        return bDo(transforms::Texturize, dAngle, dBrightness, lTexture);
+        return Do(transforms::Texturize, angle, brightness, texture);
     }
-    bool Mosaic(std::int32_t lTileSize, bool bPlainColour) override
+    bool Mosaic(std::int32_t tile_size, bool plain_colour) override
     {
-        return bDo(transforms::Mosaic, lTileSize, bPlainColour);
+        return Do(transforms::Mosaic, tile_size, plain_colour);
     }
-    bool Dilation(std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare) override
+    bool Dilation(std::uint8_t level, std::uint8_t threshold, bool square) override
     {
-        return bDo(transforms::Dilation, nLevel, nThreshold, bSquare);
+        return Do(transforms::Dilation, level, threshold, square);
     }
-    bool Erosion(std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare) override
+    bool Erosion(std::uint8_t level, std::uint8_t threshold, bool square) override
     {
-        return bDo(transforms::Erosion, nLevel, nThreshold, bSquare);
+        return Do(transforms::Erosion, level, threshold, square);
     }
-    bool TraceContours(std::uint8_t nLevel, std::uint8_t nThreshold, bool bIntensity) override
+    bool TraceContours(std::uint8_t level, std::uint8_t threshold, bool intensity) override
     {
-        return bDo(transforms::TraceContours, nLevel, nThreshold, bIntensity);
+        return Do(transforms::TraceContours, level, threshold, intensity);
     }
-    bool Halftones(std::int32_t lCellSize, double dContrast) override
+    bool Halftones(std::int32_t cell_size, double contrast) override
     {
-        return bDo(transforms::Halftones, lCellSize, dContrast);
+        return Do(transforms::Halftones, cell_size, contrast);
     }
 
-    bool Autocrop() override { return bDo(transforms::Autocrop); }
-    bool Flip(bool bVertical) override { return bDo(transforms::Flip, bVertical); }
-    bool Rotate(double dAngle, Colour lBackground) override
+    bool Autocrop() override { return Do(transforms::Autocrop); }
+    bool Flip(bool vertical) override { return Do(transforms::Flip, vertical); }
+    bool Rotate(double angle, Colour background) override
     {
-        return bDo(transforms::Rotate, dAngle, lBackground);
+        return Do(transforms::Rotate, angle, background);
     }
-    bool Resize(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lInterpolation,
-                Colour lBackground) override
+    bool Resize(std::int32_t width, std::int32_t height, std::int32_t interpolation,
+                Colour background) override
     {
-        return bDo(transforms::Resize, lWidth, lHeight, lInterpolation, lBackground);
+        return Do(transforms::Resize, width, height, interpolation, background);
     }
-    bool Shift(std::int32_t lX, std::int32_t lY, Colour lBackground) override
+    bool Shift(std::int32_t x, std::int32_t y, Colour background) override
     {
-        return bDo(transforms::Shift, lX, lY, lBackground);
+        return Do(transforms::Shift, x, y, background);
     }
-    bool Perspective(bool bVertical, double dAngle) override
+    bool Perspective(bool vertical, double angle) override
     {
-        return bDo(transforms::Perspective, bVertical, dAngle);
+        return Do(transforms::Perspective, vertical, angle);
     }
-    bool Skew(bool bVertical, double dAngle) override { return bDo(transforms::Skew, bVertical, dAngle); }
-    bool Twirl(double dAngle) override { return bDo(transforms::Twirl, dAngle); }
-    bool Reproduce(std::int32_t lCopies) override { return bDo(transforms::Reproduce, lCopies); }
+    bool Skew(bool vertical, double angle) override { return Do(transforms::Skew, vertical, angle); }
+    bool Twirl(double angle) override { return Do(transforms::Twirl, angle); }
+    bool Reproduce(std::int32_t copies) override { return Do(transforms::Reproduce, copies); }
 
 private:
     /// Calls a kernel on the picture; False when there is no memory.
     template <typename Kernel, typename... Arguments>
-    bool bDo(Kernel fnKernel, Arguments... aArguments)
+    bool Do(Kernel kernel, Arguments... arguments)
     try {
-        return fnKernel(m_aImage, aArguments...);
+        return kernel(image_, arguments...);
     } catch (const std::bad_alloc&) {
         return false;
     }
 
-    ImageBuffer m_aImage;
+    ImageBuffer image_;
 };

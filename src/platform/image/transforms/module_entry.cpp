@@ -11,7 +11,7 @@ VARNEL_MODULE_FUNCTION ImageTransform* VarnelCreateImageTransform()
     return new (std::nothrow) KernelImageTransform;
 }
 
-VARNEL_MODULE_FUNCTION void VarnelDestroyImageTransform(ImageTransform* pTransform)
+VARNEL_MODULE_FUNCTION void VarnelDestroyImageTransform(ImageTransform* transform)
 {
-    delete pTransform;
+    delete transform;
 }

@@ -9,34 +9,34 @@
 #include "tests/platform/image/support/kernel_pictures.h"
 
 // Every argument hostile in turn, and some at once.
-static std::vector<Arguments> aHostileArguments()
+static std::vector<Arguments> HostileArguments()
 {
-    std::vector<Arguments> aResult;
+    std::vector<Arguments> result;
     for (const double d : aHostileDoubles()) {
-        aResult.push_back({d, d, 5, 9, 100, true});
-        aResult.push_back({30, d, 5, 9, 100, false});
+        result.push_back({d, d, 5, 9, 100, true});
+        result.push_back({30, d, 5, 9, 100, false});
     }
     for (const std::int32_t l : aHostileLongs()) {
-        aResult.push_back({0.6, 7, l, l, 100, false});
-        aResult.push_back({45, 2, l, 3, 0, true});
-        aResult.push_back({45, 2, 2, l, 255, true});
+        result.push_back({0.6, 7, l, l, 100, false});
+        result.push_back({45, 2, l, 3, 0, true});
+        result.push_back({45, 2, 2, l, 255, true});
     }
-    return aResult;
+    return result;
 }
 
 TEST(AllOperations, GiveAPictureOrFalseForAnyNumber)
 {
-    const std::vector<Arguments> aArguments = aHostileArguments();
-    for (const auto& [lWidth, lHeight] : {std::pair{1, 1}, {3, 3}, {1, 9}, {11, 1}}) {
-        for (const std::int32_t lChannels : {1, 3, 4}) {
-            const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
-            for (const Arguments& objArguments : aArguments) {
-                for (const NamedOperation& obj : aAllOperations(objArguments)) {
-                    ImageBuffer aImage = aBefore;
-                    const bool bDone = bApply(obj, aImage);
-                    ASSERT_TRUE(bDone ? bSound(aImage) : bEqual(aImage, aBefore))
-                        << obj.sName << " " << objArguments.dNumber << " " << objArguments.dOther << " "
-                        << objArguments.lNumber << " " << objArguments.lOther;
+    const std::vector<Arguments> arguments = HostileArguments();
+    for (const auto& [width, height] : {std::pair{1, 1}, {3, 3}, {1, 9}, {11, 1}}) {
+        for (const std::int32_t channels : {1, 3, 4}) {
+            const ImageBuffer before = aRandomPicture(width, height, channels);
+            for (const Arguments& call : arguments) {
+                for (const NamedOperation& named_operation : aAllOperations(call)) {
+                    ImageBuffer image = before;
+                    const bool done = bApply(named_operation, image);
+                    ASSERT_TRUE(done ? bSound(image) : bEqual(image, before))
+                        << named_operation.sName << " " << call.dNumber << " " << call.dOther << " "
+                        << call.lNumber << " " << call.lOther;
                 }
             }
         }
@@ -45,44 +45,46 @@ TEST(AllOperations, GiveAPictureOrFalseForAnyNumber)
 
 TEST(AllOperations, TakeEveryByte)
 {
-    const ImageBuffer aBefore = aRandomPicture(7, 5, 3);
+    const ImageBuffer before = aRandomPicture(7, 5, 3);
     for (int n = 0; n < 256; ++n) {
-        for (const NamedOperation& obj :
+        for (const NamedOperation& named_operation :
              aAllOperations({1, 1, 2, 2, static_cast<std::uint8_t>(n), n % 2 > 0})) {
-            ImageBuffer aImage = aBefore;
-            ASSERT_TRUE(bApply(obj, aImage) && bSound(aImage)) << obj.sName << " " << n;
+            ImageBuffer image = before;
+            ASSERT_TRUE(bApply(named_operation, image) && bSound(image)) << named_operation.sName << " " << n;
         }
     }
 }
 
 // With every seventh pixel hidden, and a profile that some operations drop.
-static ImageBuffer aPartlyHidden(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
+static ImageBuffer PartlyHidden(std::int32_t width, std::int32_t height, std::int32_t channels)
 {
-    ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels);
-    aImage.icc_profile = {1, 2, 3};
-    for (std::size_t i = 3; lChannels == 4 && i < aImage.bytes.size(); i += 28)
-        aImage.bytes[i] = 0;
-    return aImage;
+    ImageBuffer image = aRandomPicture(width, height, channels);
+    image.icc_profile = {1, 2, 3};
+    for (std::size_t i = 3; channels == 4 && i < image.bytes.size(); i += 28)
+        image.bytes[i] = 0;
+    return image;
 }
 
 // Makes one allocation after the other fail until none is left to.
-static void ExpectSafety(const NamedOperation& obj, const ImageBuffer& aBefore)
+static void ExpectSafety(const NamedOperation& named_operation, const ImageBuffer& before)
 {
-    ImageBuffer aExpected = aBefore;
-    ASSERT_TRUE(bApply(obj, aExpected)) << obj.sName;
-    for (std::size_t nBefore = 0;; ++nBefore) {
-        ASSERT_LT(nBefore, 2000U) << obj.sName << " never has enough";
-        ImageBuffer aImage = aBefore;
-        bool bDone = false, bFailed = false;
+    ImageBuffer expected = before;
+    ASSERT_TRUE(bApply(named_operation, expected)) << named_operation.sName;
+    for (std::size_t successes = 0;; ++successes) {
+        ASSERT_LT(successes, 2000U) << named_operation.sName << " never has enough";
+        ImageBuffer image = before;
+        bool done = false, failed = false;
         {
-            const FailingMemory objMemory(nBefore);
-            bDone = bApply(obj, aImage);
-            bFailed = FailingMemory::bHasFailed();
+            const FailingMemory memory(successes);
+            done = bApply(named_operation, image);
+            failed = FailingMemory::bHasFailed();
         }
-        ASSERT_TRUE(bEqual(aImage, bDone ? aExpected : aBefore)) << obj.sName << " after " << nBefore;
-        ASSERT_TRUE(bDone || aImage.icc_profile == aBefore.icc_profile) << obj.sName << " after " << nBefore;
-        ASSERT_TRUE(bDone || bFailed) << obj.sName;
-        if (!bFailed)
+        ASSERT_TRUE(bEqual(image, done ? expected : before))
+            << named_operation.sName << " after " << successes;
+        ASSERT_TRUE(done || image.icc_profile == before.icc_profile)
+            << named_operation.sName << " after " << successes;
+        ASSERT_TRUE(done || failed) << named_operation.sName;
+        if (!failed)
             return;
     }
 }
@@ -91,62 +93,62 @@ static const Arguments kTelling{33, 7, 3, 40, 100, true};  // 40 is a dark red w
 
 TEST(AllOperations, LeaveThePictureAsItWasWhenMemoryRunsOut)
 {
-    for (const std::int32_t lChannels : {1, 3, 4}) {
-        const ImageBuffer aBefore = aPartlyHidden(37, 23, lChannels);
-        for (const NamedOperation& obj : aAllOperations(kTelling))
-            ExpectSafety(obj, aBefore);
-        ExpectSafety({"Resize", [](ImageTransform& t) { return t.Resize(20, 30, 0, 0); }}, aBefore);
-        ExpectSafety({"GaussianBlur", [](ImageTransform& t) { return t.GaussianBlur(20); }}, aBefore);
-        ExpectSafety({"Skew", [](ImageTransform& t) { return t.Skew(false, 20); }}, aBefore);
-        ExpectSafety({"Rotate", [](ImageTransform& t) { return t.Rotate(90, 0); }}, aBefore);
+    for (const std::int32_t channels : {1, 3, 4}) {
+        const ImageBuffer before = PartlyHidden(37, 23, channels);
+        for (const NamedOperation& named_operation : aAllOperations(kTelling))
+            ExpectSafety(named_operation, before);
+        ExpectSafety({"Resize", [](ImageTransform& t) { return t.Resize(20, 30, 0, 0); }}, before);
+        ExpectSafety({"GaussianBlur", [](ImageTransform& t) { return t.GaussianBlur(20); }}, before);
+        ExpectSafety({"Skew", [](ImageTransform& t) { return t.Skew(false, 20); }}, before);
+        ExpectSafety({"Rotate", [](ImageTransform& t) { return t.Rotate(90, 0); }}, before);
     }
 }
 
 TEST(AllOperations, LeaveALargePictureAsItWasToo)
 {
     // Large enough for several threads.
-    const ImageBuffer aBefore = aPartlyHidden(600, 300, 3);
-    for (const NamedOperation& obj : aAllOperations(kTelling))
-        ExpectSafety(obj, aBefore);
+    const ImageBuffer before = PartlyHidden(600, 300, 3);
+    for (const NamedOperation& named_operation : aAllOperations(kTelling))
+        ExpectSafety(named_operation, before);
 }
 
 TEST(AllOperations, DontShowTheColoursBehindTransparentPixels)
 {
-    const ImageBuffer aOne = aPartlyHidden(37, 23, 4);
-    ImageBuffer aOther = aOne;
-    for (std::size_t i = 3; i < aOther.bytes.size(); i += 28)
+    const ImageBuffer one = PartlyHidden(37, 23, 4);
+    ImageBuffer other = one;
+    for (std::size_t i = 3; i < other.bytes.size(); i += 28)
         for (std::size_t c = 1; c <= 3; ++c)
-            aOther.bytes[i - c] = static_cast<std::uint8_t>(aOther.bytes[i - c] + 100);
+            other.bytes[i - c] = static_cast<std::uint8_t>(other.bytes[i - c] + 100);
 
-    for (const NamedOperation& obj : aAllOperations(kTelling)) {
-        if (obj.sName == "AddNoise")
+    for (const NamedOperation& named_operation : aAllOperations(kTelling)) {
+        if (named_operation.sName == "AddNoise")
             continue;  // seeded by all of the picture's bytes
-        ImageBuffer aFirst = aOne, aSecond = aOther;
-        ASSERT_TRUE(bApply(obj, aFirst) && bApply(obj, aSecond));
-        ASSERT_TRUE(bSameAlpha(aFirst, aSecond)) << obj.sName;
-        for (std::size_t i = 0; i < aFirst.bytes.size(); i += 4) {
-            const bool bSame = std::equal(&aFirst.bytes[i], &aFirst.bytes[i] + 4, &aSecond.bytes[i]);
-            ASSERT_TRUE(bSame || aFirst.bytes[i + 3] == 0) << obj.sName << " at " << i / 4;
+        ImageBuffer first = one, second = other;
+        ASSERT_TRUE(bApply(named_operation, first) && bApply(named_operation, second));
+        ASSERT_TRUE(bSameAlpha(first, second)) << named_operation.sName;
+        for (std::size_t i = 0; i < first.bytes.size(); i += 4) {
+            const bool same = std::equal(&first.bytes[i], &first.bytes[i] + 4, &second.bytes[i]);
+            ASSERT_TRUE(same || first.bytes[i + 3] == 0) << named_operation.sName << " at " << i / 4;
         }
     }
 }
 
 TEST(AllOperations, DoTheSameWithoutVectorInstructions)
 {
-    for (const std::int32_t lChannels : {1, 3, 4}) {
-        const ImageBuffer aBefore = aRandomOpaque(141, 67, lChannels);
-        for (const Arguments& objArguments : {Arguments{33, 7, 3, 40, 100, true},
-                                              {0.4, 0.5, 1, 90, 30, false},
-                                              {-71, 15, 17, 5, 200, true}}) {
-            for (const NamedOperation& obj : aAllOperations(objArguments)) {
-                ImageBuffer aQuick = aBefore, aPlain = aBefore;
-                const bool bDone = bApply(obj, aQuick);
+    for (const std::int32_t channels : {1, 3, 4}) {
+        const ImageBuffer before = aRandomOpaque(141, 67, channels);
+        for (const Arguments& call : {Arguments{33, 7, 3, 40, 100, true},
+                                      {0.4, 0.5, 1, 90, 30, false},
+                                      {-71, 15, 17, 5, 200, true}}) {
+            for (const NamedOperation& named_operation : aAllOperations(call)) {
+                ImageBuffer quick = before, plain = before;
+                const bool done = bApply(named_operation, quick);
                 transforms::DoWithoutAvx2(true);
-                EXPECT_EQ(bApply(obj, aPlain), bDone) << obj.sName;
+                EXPECT_EQ(bApply(named_operation, plain), done) << named_operation.sName;
                 transforms::DoWithoutAvx2(false);
-                ASSERT_TRUE(bSameAlpha(aQuick, aPlain)) << obj.sName;
-                for (std::size_t i = 0; i < aQuick.bytes.size(); ++i)
-                    ASSERT_NEAR(aQuick.bytes[i], aPlain.bytes[i], 1) << obj.sName << " at " << i;
+                ASSERT_TRUE(bSameAlpha(quick, plain)) << named_operation.sName;
+                for (std::size_t i = 0; i < quick.bytes.size(); ++i)
+                    ASSERT_NEAR(quick.bytes[i], plain.bytes[i], 1) << named_operation.sName << " at " << i;
             }
         }
     }
@@ -154,15 +156,15 @@ TEST(AllOperations, DoTheSameWithoutVectorInstructions)
 
 TEST(AllOperations, KeepAWhollyTransparentPictureTransparent)
 {
-    ImageBuffer aBefore = aRandomPicture(12, 9, 4);
-    for (std::size_t i = 3; i < aBefore.bytes.size(); i += 4)
-        aBefore.bytes[i] = 0;
-    for (const NamedOperation& obj : aAllOperations({20, 5, 3, 4, 90, false})) {
-        if (obj.sName == "Rotate" || obj.sName == "Shift")
+    ImageBuffer before = aRandomPicture(12, 9, 4);
+    for (std::size_t i = 3; i < before.bytes.size(); i += 4)
+        before.bytes[i] = 0;
+    for (const NamedOperation& named_operation : aAllOperations({20, 5, 3, 4, 90, false})) {
+        if (named_operation.sName == "Rotate" || named_operation.sName == "Shift")
             continue;  // their background is opaque
-        ImageBuffer aImage = aBefore;
-        ASSERT_TRUE(bApply(obj, aImage)) << obj.sName;
-        for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
-            ASSERT_EQ(aImage.bytes[i], 0) << obj.sName;
+        ImageBuffer image = before;
+        ASSERT_TRUE(bApply(named_operation, image)) << named_operation.sName;
+        for (std::size_t i = 3; i < image.bytes.size(); i += 4)
+            ASSERT_EQ(image.bytes[i], 0) << named_operation.sName;
     }
 }

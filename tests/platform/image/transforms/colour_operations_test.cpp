@@ -17,11 +17,11 @@
 using namespace transforms;
 
 struct Operation {
-    std::string sName;
-    std::function<bool(ImageBuffer&)> fnApply;
+    std::string name;
+    std::function<bool(ImageBuffer&)> apply;
 };
 
-static std::vector<Operation> aOperations(double d, std::int32_t l)
+static std::vector<Operation> Operations(double d, std::int32_t l)
 {
     const auto n = static_cast<std::uint8_t>(l);
     return {{"Autocontrast", [](ImageBuffer& a) { return Autocontrast(a); }},
@@ -47,66 +47,66 @@ static std::vector<Operation> aOperations(double d, std::int32_t l)
 
 TEST(ColourOperations, KeepSizeAndAlphaWhateverNumbersTheyGet)
 {
-    for (const int lChannels : kChannelCounts)
-        for (const auto& [lWidth, lHeight] : kSizes) {
-            const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
-            std::vector<Operation> aAll;
+    for (const int channels : kChannelCounts)
+        for (const auto& [width, height] : kSizes) {
+            const ImageBuffer before = aRandomPicture(width, height, channels);
+            std::vector<Operation> all;
             for (const double d : aHostileDoubles())
-                for (const Operation& obj : aOperations(d, 3))
-                    aAll.push_back(obj);
+                for (const Operation& operation : Operations(d, 3))
+                    all.push_back(operation);
             for (const std::int32_t l : aHostileLongs())
-                for (const Operation& obj : aOperations(0.3, l))
-                    aAll.push_back(obj);
-            for (const Operation& obj : aAll) {
-                ImageBuffer aImage = aBefore;
-                ASSERT_TRUE(obj.fnApply(aImage)) << obj.sName;
-                ASSERT_TRUE(bSameAlpha(aImage, aBefore)) << obj.sName;
+                for (const Operation& operation : Operations(0.3, l))
+                    all.push_back(operation);
+            for (const Operation& operation : all) {
+                ImageBuffer image = before;
+                ASSERT_TRUE(operation.apply(image)) << operation.name;
+                ASSERT_TRUE(bSameAlpha(image, before)) << operation.name;
             }
         }
 }
 
 TEST(ColourOperations, GiveAGreyPictureTheIntensityOfItsColouredTwin)
 {
-    for (const Operation& obj : aOperations(0.4, 90)) {
-        ImageBuffer aGrey = aRandomPicture(33, 17, 1);
-        ImageBuffer aColour = aWidened(aGrey);
-        ASSERT_TRUE(obj.fnApply(aGrey) && obj.fnApply(aColour) && Intensity(aColour));
-        EXPECT_EQ(aWidened(aGrey).bytes, aColour.bytes) << obj.sName;
+    for (const Operation& operation : Operations(0.4, 90)) {
+        ImageBuffer grey = aRandomPicture(33, 17, 1);
+        ImageBuffer colour = aWidened(grey);
+        ASSERT_TRUE(operation.apply(grey) && operation.apply(colour) && Intensity(colour));
+        EXPECT_EQ(aWidened(grey).bytes, colour.bytes) << operation.name;
     }
 }
 
 TEST(ColourOperations, GiveALargePictureInBandsWhatASmallOneGets)
 {
     // Every row is the same, so every band must come out as one row alone does.
-    for (const Operation& obj : aOperations(0.4, 90)) {
-        ImageBuffer aRow = aRandomPicture(601, 1, 3), aLarge = aRow;
-        aLarge.height = 600;
-        while (aLarge.bytes.size() < 601 * 600 * 3)
-            aLarge.bytes.insert(aLarge.bytes.end(), aRow.bytes.begin(), aRow.bytes.end());
-        ASSERT_TRUE(obj.fnApply(aRow) && obj.fnApply(aLarge));
+    for (const Operation& operation : Operations(0.4, 90)) {
+        ImageBuffer row = aRandomPicture(601, 1, 3), large = row;
+        large.height = 600;
+        while (large.bytes.size() < 601 * 600 * 3)
+            large.bytes.insert(large.bytes.end(), row.bytes.begin(), row.bytes.end());
+        ASSERT_TRUE(operation.apply(row) && operation.apply(large));
         for (std::size_t y = 0; y < 600; ++y)
-            ASSERT_TRUE(std::equal(aRow.bytes.begin(), aRow.bytes.end(),
-                                   aLarge.bytes.begin() + static_cast<std::ptrdiff_t>(y * 601 * 3)))
-                << obj.sName << " " << y;
+            ASSERT_TRUE(std::equal(row.bytes.begin(), row.bytes.end(),
+                                   large.bytes.begin() + static_cast<std::ptrdiff_t>(y * 601 * 3)))
+                << operation.name << " " << y;
     }
 }
 
-RC_GTEST_PROP(ColourOperations, TreatEveryPixelAlikeWhereverItStands, (std::uint32_t nSeed))
+RC_GTEST_PROP(ColourOperations, TreatEveryPixelAlikeWhereverItStands, (std::uint32_t seed))
 {
-    const auto lWidth = *rc::gen::inRange(1, 80);
-    const auto lChannels = *rc::gen::element(1, 3, 4);
+    const auto width = *rc::gen::inRange(1, 80);
+    const auto channels = *rc::gen::element(1, 3, 4);
     const double d = *rc::gen::inRange(-150, 150) / 100.0;
     const auto l = *rc::gen::inRange(-300, 300);
-    const ImageBuffer aBefore = aRandomPicture(lWidth, 3, lChannels, nSeed);
-    ImageBuffer aTurned = aBefore;
-    const auto n = static_cast<std::size_t>(lChannels);
-    for (std::size_t i = 0; i < aBefore.bytes.size(); ++i)
-        aTurned.bytes[aBefore.bytes.size() - n - i / n * n + i % n] = aBefore.bytes[i];
+    const ImageBuffer before = aRandomPicture(width, 3, channels, seed);
+    ImageBuffer turned = before;
+    const auto n = static_cast<std::size_t>(channels);
+    for (std::size_t i = 0; i < before.bytes.size(); ++i)
+        turned.bytes[before.bytes.size() - n - i / n * n + i % n] = before.bytes[i];
 
-    for (const Operation& obj : aOperations(d, l)) {
-        ImageBuffer aOne = aBefore, aOther = aTurned;
-        RC_ASSERT(obj.fnApply(aOne) && obj.fnApply(aOther));
-        for (std::size_t i = 0; i < aBefore.bytes.size(); ++i)
-            RC_ASSERT(aOther.bytes[aBefore.bytes.size() - n - i / n * n + i % n] == aOne.bytes[i]);
+    for (const Operation& operation : Operations(d, l)) {
+        ImageBuffer one = before, other = turned;
+        RC_ASSERT(operation.apply(one) && operation.apply(other));
+        for (std::size_t i = 0; i < before.bytes.size(); ++i)
+            RC_ASSERT(other.bytes[before.bytes.size() - n - i / n * n + i % n] == one.bytes[i]);
     }
 }

@@ -12,50 +12,51 @@ namespace transforms
 {
 
 struct LevelRange {
-    int lLow = 255;
-    int lHigh = 0;  // below lLow: no pixel was counted
+    int low = 255;
+    int high = 0;  // below low: no pixel was counted
 };
 
-static LevelRange objRange(const ImageBuffer& aImage, std::int32_t lChannel)
+static LevelRange LevelRangeOf(const ImageBuffer& image, std::int32_t channel)
 {
-    const Histogram aCounts = aChannelHistogram(aImage, lChannel);
-    LevelRange objFound;
+    const Histogram counts = ChannelHistogram(image, channel);
+    LevelRange found;
     for (int n = 0; n < 256; ++n)
-        if (aCounts[static_cast<std::size_t>(n)] > 0) {
-            objFound.lLow = std::min(objFound.lLow, n);
-            objFound.lHigh = n;
+        if (counts[static_cast<std::size_t>(n)] > 0) {
+            found.low = std::min(found.low, n);
+            found.high = n;
         }
-    return objFound;
+    return found;
 }
 
-static Table aStretched(const LevelRange& obj)
+static Table Stretched(const LevelRange& level_range)
 {
-    Table aTable = aIdentityTable();
-    if (obj.lHigh <= obj.lLow)
-        return aTable;
+    Table table = IdentityTable();
+    if (level_range.high <= level_range.low)
+        return table;
     for (int n = 0; n < 256; ++n)
-        aTable[static_cast<std::size_t>(n)] = nLevel(255.0 * (n - obj.lLow) / (obj.lHigh - obj.lLow));
-    return aTable;
+        table[static_cast<std::size_t>(n)] =
+            ClampToLevel(255.0 * (n - level_range.low) / (level_range.high - level_range.low));
+    return table;
 }
 
-bool Autocontrast(ImageBuffer& aImage)
+bool Autocontrast(ImageBuffer& image)
 {
-    LevelRange objAll;
-    for (std::int32_t lChannel = 0; lChannel < std::min(aImage.channels, 3); ++lChannel) {
-        const LevelRange obj = objRange(aImage, lChannel);
-        objAll = {std::min(objAll.lLow, obj.lLow), std::max(objAll.lHigh, obj.lHigh)};
+    LevelRange all;
+    for (std::int32_t channel = 0; channel < std::min(image.channels, 3); ++channel) {
+        const LevelRange level_range = LevelRangeOf(image, channel);
+        all = {std::min(all.low, level_range.low), std::max(all.high, level_range.high)};
     }
-    ApplyTable(aImage, aStretched(objAll));
+    ApplyTable(image, Stretched(all));
     return true;
 }
 
-bool AutoLevel(ImageBuffer& aImage)
+bool AutoLevel(ImageBuffer& image)
 {
-    std::array<Table, 3> aTables;
-    for (std::int32_t lChannel = 0; lChannel < 3; ++lChannel)
-        aTables[static_cast<std::size_t>(lChannel)] =
-            aStretched(objRange(aImage, std::min(lChannel, aImage.channels - 1)));
-    ApplyTables(aImage, aTables[0], aTables[1], aTables[2]);
+    std::array<Table, 3> tables;
+    for (std::int32_t channel = 0; channel < 3; ++channel)
+        tables[static_cast<std::size_t>(channel)] =
+            Stretched(LevelRangeOf(image, std::min(channel, image.channels - 1)));
+    ApplyTables(image, tables[0], tables[1], tables[2]);
     return true;
 }
 

@@ -13,9 +13,9 @@ namespace transforms
 
 /// lo and hi are the least and the greatest value of all colour channels together: the contrast becomes the
 /// greatest possible, and one map for all channels keeps greys grey and the mixture of the colours.
-bool Autocontrast(ImageBuffer& aImage);
+bool Autocontrast(ImageBuffer& image);
 
 /// Each channel has its own lo and hi, so that a tint over the whole picture goes too. A flat channel stays.
-bool AutoLevel(ImageBuffer& aImage);
+bool AutoLevel(ImageBuffer& image);
 
 }  // namespace transforms

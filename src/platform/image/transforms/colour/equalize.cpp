@@ -16,130 +16,132 @@
 namespace transforms
 {
 
-static Table aEqualizing(const Histogram& aCounts, double dLevel)
+static Table Equalizing(const Histogram& counts, double level)
 {
-    Table aTable = aIdentityTable();
-    std::uint64_t nAll = 0, nDarkest = 0, nSoFar = 0;
-    for (const std::uint64_t nCount : aCounts) {
-        nDarkest = nAll == 0 ? nCount : nDarkest;
-        nAll += nCount;
+    Table table = IdentityTable();
+    std::uint64_t all = 0, darkest = 0, so_far = 0;
+    for (const std::uint64_t count : counts) {
+        darkest = all == 0 ? count : darkest;
+        all += count;
     }
-    if (nAll == nDarkest)
-        return aTable;
-    for (std::size_t n = 0; n < aTable.size(); ++n) {
-        nSoFar += aCounts[n];
-        const double dWhole = nSoFar < nDarkest ? 0
-                                                : 255.0 * static_cast<double>(nSoFar - nDarkest) /
-                                                      static_cast<double>(nAll - nDarkest);
-        const auto dOld = static_cast<double>(n);
-        aTable[n] = nLevel(dOld + dLevel * (dWhole - dOld));
+    if (all == darkest)
+        return table;
+    for (std::size_t n = 0; n < table.size(); ++n) {
+        so_far += counts[n];
+        const double whole = so_far < darkest ? 0
+                                              : 255.0 * static_cast<double>(so_far - darkest) /
+                                                    static_cast<double>(all - darkest);
+        const auto old = static_cast<double>(n);
+        table[n] = ClampToLevel(old + level * (whole - old));
     }
-    return aTable;
+    return table;
 }
 
 // What of k one side of the scale allows: its room over the pixel's reach to that side.
-ROW_LOOP_PART static float fAllowed(float fRoom, float fReach)
+ROW_LOOP_PART static float AllowedShare(float room, float reach)
 {
-    const float fShare = fRoom / (fReach < 1.0F ? 1.0F : fReach);
-    return fReach <= 0.0F || fShare > 1.0F ? 1.0F : fShare;
+    const float share = room / (reach < 1.0F ? 1.0F : reach);
+    return reach <= 0.0F || share > 1.0F ? 1.0F : share;
 }
 
-ROW_LOOP static void MovePlanes(FloatPlanes& objPlanes, std::size_t nPixels, const float* __restrict pOld,
-                                const float* __restrict pNew)
+ROW_LOOP static void MovePlanes(FloatPlanes& planes, std::size_t pixels, const float* __restrict old_levels,
+                                const float* __restrict new_levels)
 {
-    float* __restrict pBlue = objPlanes.aBlue;
-    float* __restrict pGreen = objPlanes.aGreen;
-    float* __restrict pRed = objPlanes.aRed;
-    for (std::size_t i = 0; i < nPixels; ++i) {
-        const float fBlue = pBlue[i], fGreen = pGreen[i], fRed = pRed[i];
-        const float fOld = pOld[i], fNew = pNew[i];
-        float fMost = fBlue < fGreen ? fGreen : fBlue;
-        fMost = fMost < fRed ? fRed : fMost;
-        float fLeast = fBlue < fGreen ? fBlue : fGreen;
-        fLeast = fLeast < fRed ? fLeast : fRed;
-        const float fAbove = fAllowed(255.0F - fNew, fMost - fOld);
-        const float fBelow = fAllowed(fNew, fOld - fLeast);
-        const float fKept = fAbove < fBelow ? fAbove : fBelow;
-        pBlue[i] = fNew + fKept * (fBlue - fOld);
-        pGreen[i] = fNew + fKept * (fGreen - fOld);
-        pRed[i] = fNew + fKept * (fRed - fOld);
+    float* __restrict blue = planes.blue;
+    float* __restrict green = planes.green;
+    float* __restrict red = planes.red;
+    for (std::size_t i = 0; i < pixels; ++i) {
+        const float b = blue[i], g = green[i], r = red[i];
+        const float old_level = old_levels[i], new_level = new_levels[i];
+        float max = b < g ? g : b;
+        max = max < r ? r : max;
+        float min = b < g ? b : g;
+        min = min < r ? min : r;
+        const float above = AllowedShare(255.0F - new_level, max - old_level);
+        const float below = AllowedShare(new_level, old_level - min);
+        const float kept = above < below ? above : below;
+        blue[i] = new_level + kept * (b - old_level);
+        green[i] = new_level + kept * (g - old_level);
+        red[i] = new_level + kept * (r - old_level);
     }
 }
 
 // Whether every channel can move as far as its pixel's intensity does and stay on the scale.
-ROW_LOOP static bool bAllFit(const Planes& objPlanes, std::size_t nFirst, std::size_t nCount,
-                             const std::uint8_t* __restrict pOld, const std::uint8_t* __restrict pNew)
+ROW_LOOP static bool AllFit(const Planes& planes, std::size_t first, std::size_t count,
+                            const std::uint8_t* __restrict old_levels,
+                            const std::uint8_t* __restrict new_levels)
 {
-    const std::uint8_t* __restrict pBlue = objPlanes.aBlue + nFirst;
-    const std::uint8_t* __restrict pGreen = objPlanes.aGreen + nFirst;
-    const std::uint8_t* __restrict pRed = objPlanes.aRed + nFirst;
-    std::uint16_t nAll = 0;
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const auto nMove = static_cast<std::uint16_t>(pNew[i] - pOld[i]);
-        nAll = static_cast<std::uint16_t>(nAll | static_cast<std::uint16_t>(pBlue[i] + nMove) |
-                                          static_cast<std::uint16_t>(pGreen[i] + nMove) |
-                                          static_cast<std::uint16_t>(pRed[i] + nMove));
+    const std::uint8_t* __restrict blue = planes.blue + first;
+    const std::uint8_t* __restrict green = planes.green + first;
+    const std::uint8_t* __restrict red = planes.red + first;
+    std::uint16_t all = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto move = static_cast<std::uint16_t>(new_levels[i] - old_levels[i]);
+        all = static_cast<std::uint16_t>(all | static_cast<std::uint16_t>(blue[i] + move) |
+                                         static_cast<std::uint16_t>(green[i] + move) |
+                                         static_cast<std::uint16_t>(red[i] + move));
     }
-    return nAll < 256;
+    return all < 256;
 }
 
-ROW_LOOP static void MoveAll(std::uint8_t* __restrict pLevels, std::size_t nCount,
-                             const std::uint8_t* __restrict pOld, const std::uint8_t* __restrict pNew)
+ROW_LOOP static void MoveAll(std::uint8_t* __restrict levels, std::size_t count,
+                             const std::uint8_t* __restrict old_levels,
+                             const std::uint8_t* __restrict new_levels)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        pLevels[i] = static_cast<std::uint8_t>(pLevels[i] + pNew[i] - pOld[i]);
+    for (std::size_t i = 0; i < count; ++i)
+        levels[i] = static_cast<std::uint8_t>(levels[i] + new_levels[i] - old_levels[i]);
 }
 
 // What the planes of a block become, group by group: where all fits, which is most of it, that is a sum.
-static void MoveBlock(Planes& objPlanes, std::size_t nPixels, const std::uint8_t* pOld,
-                      const std::uint8_t* pNew)
+static void MoveBlock(Planes& planes, std::size_t pixels, const std::uint8_t* old_levels,
+                      const std::uint8_t* new_levels)
 {
     constexpr std::size_t kGroup = 32;
-    FloatPlanes objValues;
-    float aOld[kGroup], aNew[kGroup];
-    for (std::size_t i = 0; i < nPixels; i += kGroup) {
-        const std::size_t nCount = std::min(kGroup, nPixels - i);
-        std::uint8_t* const aLevels[3] = {objPlanes.aBlue + i, objPlanes.aGreen + i, objPlanes.aRed + i};
-        if (bAllFit(objPlanes, i, nCount, pOld + i, pNew + i)) {
-            for (std::uint8_t* pLevels : aLevels)
-                MoveAll(pLevels, nCount, pOld + i, pNew + i);
+    FloatPlanes float_planes;
+    float old_floats[kGroup], new_floats[kGroup];
+    for (std::size_t i = 0; i < pixels; i += kGroup) {
+        const std::size_t count = std::min(kGroup, pixels - i);
+        std::uint8_t* const channel_rows[3] = {planes.blue + i, planes.green + i, planes.red + i};
+        if (AllFit(planes, i, count, old_levels + i, new_levels + i)) {
+            for (std::uint8_t* row : channel_rows)
+                MoveAll(row, count, old_levels + i, new_levels + i);
             continue;
         }
-        float* const aValues[3] = {objValues.aBlue, objValues.aGreen, objValues.aRed};
+        float* const channels[3] = {float_planes.blue, float_planes.green, float_planes.red};
         for (std::size_t c = 0; c < 3; ++c)
-            Widen(aLevels[c], nCount, aValues[c]);
-        Widen(pOld + i, nCount, aOld);
-        Widen(pNew + i, nCount, aNew);
-        MovePlanes(objValues, nCount, aOld, aNew);
+            Widen(channel_rows[c], count, channels[c]);
+        Widen(old_levels + i, count, old_floats);
+        Widen(new_levels + i, count, new_floats);
+        MovePlanes(float_planes, count, old_floats, new_floats);
         for (std::size_t c = 0; c < 3; ++c)
-            Round(aValues[c], nCount, aLevels[c]);
+            Round(channels[c], count, channel_rows[c]);
     }
 }
 
-bool Equalize(ImageBuffer& aImage, double dLevel)
+bool Equalize(ImageBuffer& image, double level)
 {
-    if (!(dLevel > 0))
+    if (!(level > 0))
         return true;
-    const Table aTable = aEqualizing(aIntensityHistogram(aImage), std::min(dLevel, 1.0));
-    if (aImage.channels == 1) {
-        ApplyTable(aImage, aTable);
+    const Table table = Equalizing(IntensityHistogram(image), std::min(level, 1.0));
+    if (image.channels == 1) {
+        ApplyTable(image, table);
         return true;
     }
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
-        Planes objPlanes;
-        std::uint8_t aOld[kPlaneBlock], aNew[kPlaneBlock];
-        const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
-        for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kPlaneBlock) {
-            const std::size_t nPixels = std::min(kPlaneBlock, nLast - i);
-            std::uint8_t* pPixels = aImage.bytes.data() + i * nChannels;
-            SplitPixels(pPixels, nPixels, nChannels, objPlanes);
-            IntensityOf(objPlanes, nPixels, aOld);
-            for (std::size_t n = 0; n < nPixels; ++n)
-                aNew[n] = aTable[aOld[n]];
-            MoveBlock(objPlanes, nPixels, aOld, aNew);
-            JoinPixels(objPlanes, nPixels, nChannels, pPixels);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const auto width = static_cast<std::size_t>(image.width);
+    RunBands(image, [&](std::int32_t first, std::int32_t end) {
+        Planes planes;
+        std::uint8_t old_levels[kPlaneBlock], new_levels[kPlaneBlock];
+        const std::size_t last = width * static_cast<std::size_t>(end);
+        for (std::size_t i = width * static_cast<std::size_t>(first); i < last; i += kPlaneBlock) {
+            const std::size_t pixel_count = std::min(kPlaneBlock, last - i);
+            std::uint8_t* pixels = image.bytes.data() + i * channels;
+            SplitPixels(pixels, pixel_count, channels, planes);
+            IntensityOf(planes, pixel_count, old_levels);
+            for (std::size_t n = 0; n < pixel_count; ++n)
+                new_levels[n] = table[old_levels[n]];
+            MoveBlock(planes, pixel_count, old_levels, new_levels);
+            JoinPixels(planes, pixel_count, channels, pixels);
         }
     });
     return true;

@@ -15,77 +15,77 @@
 namespace transforms
 {
 
-static void ChangeGrey(ImageBuffer& aImage, const HlsChange& objChange)
+static void ChangeGrey(ImageBuffer& image, const HlsChange& change)
 {
-    Table aTable;
-    for (std::size_t n = 0; n < aTable.size(); ++n)
-        aTable[n] = nLevel((static_cast<double>(2 * n) * objChange.fLightScale + objChange.fLightAdd) / 2);
-    ApplyTable(aImage, aTable);
+    Table table;
+    for (std::size_t n = 0; n < table.size(); ++n)
+        table[n] = ClampToLevel((static_cast<double>(2 * n) * change.light_scale + change.light_add) / 2);
+    ApplyTable(image, table);
 }
 
-bool BalanceHLS(ImageBuffer& aImage, double dHue, double dLightness, double dSaturation)
+bool BalanceHLS(ImageBuffer& image, double hue, double lightness, double saturation)
 {
-    HlsChange objChange;
-    if (std::isfinite(dHue)) {
-        const double dTurn = std::fmod(dHue, 360.0);
-        objChange.fTurn = static_cast<float>((dTurn < 0 ? dTurn + 360 : dTurn) / 60);
+    HlsChange change;
+    if (std::isfinite(hue)) {
+        const double turn = std::fmod(hue, 360.0);
+        change.turn = static_cast<float>((turn < 0 ? turn + 360 : turn) / 60);
     }
-    if (!std::isnan(dLightness)) {
-        const double dShare = std::clamp(dLightness, -1.0, 1.0);
-        objChange.fLightScale = static_cast<float>(1 - std::fabs(dShare));
-        objChange.fLightAdd = static_cast<float>(dShare > 0 ? 510 * dShare : 0);
+    if (!std::isnan(lightness)) {
+        const double share = std::clamp(lightness, -1.0, 1.0);
+        change.light_scale = static_cast<float>(1 - std::fabs(share));
+        change.light_add = static_cast<float>(share > 0 ? 510 * share : 0);
     }
-    if (!std::isnan(dSaturation)) {
-        const double dShare = std::clamp(dSaturation, -1.0, 1.0);
+    if (!std::isnan(saturation)) {
+        const double share = std::clamp(saturation, -1.0, 1.0);
         // 256 times is enough to take a chroma of one level to any room.
-        objChange.fSaturation = static_cast<float>(
-            dShare < 0 ? 1 + dShare : std::min(256.0, 1 / std::max(1 - dShare, 1.0 / 256)));
+        change.saturation =
+            static_cast<float>(share < 0 ? 1 + share : std::min(256.0, 1 / std::max(1 - share, 1.0 / 256)));
     }
 
-    const HlsRow fnChange = fnHlsRow(objChange);
-    if (!fnChange)
+    const HlsRow change_row = ChooseHlsRow(change);
+    if (!change_row)
         return true;
-    if (aImage.channels == 1) {
-        ChangeGrey(aImage, objChange);
+    if (image.channels == 1) {
+        ChangeGrey(image, change);
         return true;
     }
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
-        Planes objPlanes;
-        FloatPlanes objValues;
-        const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
-        for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kPlaneBlock) {
-            const std::size_t nPixels = std::min(kPlaneBlock, nLast - i);
-            std::uint8_t* pPixels = aImage.bytes.data() + i * nChannels;
-            SplitPixels(pPixels, nPixels, nChannels, objPlanes);
-            Widen(objPlanes, nPixels, objValues);
-            fnChange(objValues, nPixels, objChange);
-            Round(objValues, nPixels, objPlanes);
-            JoinPixels(objPlanes, nPixels, nChannels, pPixels);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const auto width = static_cast<std::size_t>(image.width);
+    RunBands(image, [&](std::int32_t first, std::int32_t end) {
+        Planes planes;
+        FloatPlanes values;
+        const std::size_t last = width * static_cast<std::size_t>(end);
+        for (std::size_t i = width * static_cast<std::size_t>(first); i < last; i += kPlaneBlock) {
+            const std::size_t pixel_count = std::min(kPlaneBlock, last - i);
+            std::uint8_t* pixels = image.bytes.data() + i * channels;
+            SplitPixels(pixels, pixel_count, channels, planes);
+            Widen(planes, pixel_count, values);
+            change_row(values, pixel_count, change);
+            Round(values, pixel_count, planes);
+            JoinPixels(planes, pixel_count, channels, pixels);
         }
     });
     return true;
 }
 
-bool Hue(ImageBuffer& aImage, double dAngle)
+bool Hue(ImageBuffer& image, double angle)
 {
-    return BalanceHLS(aImage, dAngle, 0, 0);
+    return BalanceHLS(image, angle, 0, 0);
 }
 
-bool Lightness(ImageBuffer& aImage, double dLightness)
+bool Lightness(ImageBuffer& image, double lightness)
 {
-    return BalanceHLS(aImage, 0, dLightness, 0);
+    return BalanceHLS(image, 0, lightness, 0);
 }
 
-bool Saturation(ImageBuffer& aImage, double dSaturation)
+bool Saturation(ImageBuffer& image, double saturation)
 {
-    return BalanceHLS(aImage, 0, 0, dSaturation);
+    return BalanceHLS(image, 0, 0, saturation);
 }
 
-bool Desaturate(ImageBuffer& aImage)
+bool Desaturate(ImageBuffer& image)
 {
-    return BalanceHLS(aImage, 0, 0, -1);
+    return BalanceHLS(image, 0, 0, -1);
 }
 
 }  // namespace transforms

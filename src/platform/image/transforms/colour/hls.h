@@ -20,26 +20,26 @@
 namespace transforms
 {
 
-/// Adds dAngle degrees to the hue, in full turns if need be: red by 120 is green. L and S stay.
-bool Hue(ImageBuffer& aImage, double dAngle);
+/// Adds angle degrees to the hue, in full turns if need be: red by 120 is green. L and S stay.
+bool Hue(ImageBuffer& image, double angle);
 
-/// L becomes L + (1 - L) dLightness towards white, or L (1 + dLightness) towards black; -1.0 is all
+/// L becomes L + (1 - L) lightness towards white, or L (1 + lightness) towards black; -1.0 is all
 /// black, 1.0 all white, 0 changes nothing. Hue and saturation stay, with one exception: where a pixel lay so
 /// near to black or white that r(L) < 1/8, its chroma grows at most by the factor max(1, 8 r(L')). There S is
 /// made by one or two levels of rounding and noise, and keeping it would turn the shadows of photographs into
 /// saturated speckle.
-bool Lightness(ImageBuffer& aImage, double dLightness);
+bool Lightness(ImageBuffer& image, double lightness);
 
-/// S becomes S (1 + dSaturation) below 0, and min(1, S / (1 - dSaturation)) above: -1.0 is the same as
+/// S becomes S (1 + saturation) below 0, and min(1, S / (1 - saturation)) above: -1.0 is the same as
 /// Desaturate, 0.5 doubles it, 1.0 makes every pixel that has a hue as colourful as its lightness allows.
 /// (A gain, not a share of what is missing to 1, which would colour the faint tints of greys most.)
-bool Saturation(ImageBuffer& aImage, double dSaturation);
+bool Saturation(ImageBuffer& image, double saturation);
 
 /// All three in one step, each as above, saturation before lightness; rounded once.
-bool BalanceHLS(ImageBuffer& aImage, double dHue, double dLightness, double dSaturation);
+bool BalanceHLS(ImageBuffer& image, double hue, double lightness, double saturation);
 
 /// Every pixel becomes the grey of its lightness, (M + m + 1) / 2 in whole levels. The picture keeps its
 /// channels.
-bool Desaturate(ImageBuffer& aImage);
+bool Desaturate(ImageBuffer& image);
 
 }  // namespace transforms

@@ -9,109 +9,109 @@ namespace transforms
 {
 
 struct Pixel {
-    float fBlue, fGreen, fRed;
+    float blue, green, red;
 };
 
-ROW_LOOP_PART static float fBetween(float f, float fLow, float fHigh)
+ROW_LOOP_PART static float Clamp(float f, float low, float high)
 {
-    f = f < fLow ? fLow : f;
-    return f > fHigh ? fHigh : f;
+    f = f < low ? low : f;
+    return f > high ? high : f;
 }
 
 // M and m stay and the hue moves, so the new values are m + C times the share that each channel has at a hue:
 // one between a sixth of a turn before and after its own, falling to none at a third.
-ROW_LOOP_PART static Pixel objTurned(Pixel obj, float fMost, float fLeast, float fTurn)
+ROW_LOOP_PART static Pixel TurnPixel(Pixel pixel, float max, float min, float turn)
 {
-    const float fChroma = fMost - fLeast;
-    const float fFromGreen = obj.fBlue - obj.fRed;
-    const float fFromRed = obj.fGreen - obj.fBlue;
-    const float fFromBlue = obj.fRed - obj.fGreen;
-    const float fDifference = obj.fRed == fMost ? fFromRed : obj.fGreen == fMost ? fFromGreen : fFromBlue;
-    const float fSector = obj.fRed == fMost ? 0.0F : obj.fGreen == fMost ? 2.0F : 4.0F;
-    float fHue = fDifference / (fChroma < 1.0F ? 1.0F : fChroma) + fSector + fTurn;
-    fHue -= fHue >= 6.0F ? 6.0F : 0.0F;
-    fHue += fHue < 0.0F ? 6.0F : 0.0F;
-    return {fLeast + fChroma * fBetween(2.0F - std::fabs(fHue - 4.0F), 0.0F, 1.0F),
-            fLeast + fChroma * fBetween(2.0F - std::fabs(fHue - 2.0F), 0.0F, 1.0F),
-            fLeast + fChroma * fBetween(std::fabs(fHue - 3.0F) - 1.0F, 0.0F, 1.0F)};
+    const float chroma = max - min;
+    const float from_green = pixel.blue - pixel.red;
+    const float from_red = pixel.green - pixel.blue;
+    const float from_blue = pixel.red - pixel.green;
+    const float difference = pixel.red == max ? from_red : pixel.green == max ? from_green : from_blue;
+    const float sector = pixel.red == max ? 0.0F : pixel.green == max ? 2.0F : 4.0F;
+    float hue = difference / (chroma < 1.0F ? 1.0F : chroma) + sector + turn;
+    hue -= hue >= 6.0F ? 6.0F : 0.0F;
+    hue += hue < 0.0F ? 6.0F : 0.0F;
+    return {min + chroma * Clamp(2.0F - std::fabs(hue - 4.0F), 0.0F, 1.0F),
+            min + chroma * Clamp(2.0F - std::fabs(hue - 2.0F), 0.0F, 1.0F),
+            min + chroma * Clamp(std::fabs(hue - 3.0F) - 1.0F, 0.0F, 1.0F)};
 }
 
 // With the hue kept, every channel's distance from the lightness shrinks or grows with the chroma.
-// Without kLight the lightness stays, and so does the room.
-template <bool kLight>
-ROW_LOOP_PART static Pixel objScaled(Pixel obj, float fMost, float fLeast, const HlsChange& objChange)
+// Without kKLight the lightness stays, and so does the room.
+template <bool kKLight>
+ROW_LOOP_PART static Pixel Scaled(Pixel pixel, float max, float min, const HlsChange& change)
 {
-    const float fChroma = fMost - fLeast;
-    const float fSum = fMost + fLeast;
-    const float fRoom = 255.0F - std::fabs(fSum - 255.0F);
-    float fNewSum = fSum;
-    float fNewChroma = fChroma * objChange.fSaturation;
-    fNewChroma = fNewChroma > fRoom ? fRoom : fNewChroma;
-    if constexpr (kLight) {
-        fNewSum = fSum * objChange.fLightScale + objChange.fLightAdd;
-        const float fNewRoom = 255.0F - std::fabs(fNewSum - 255.0F);
-        const float fRatio = fNewRoom / (fRoom < 1.0F ? 1.0F : fRoom);
-        const float fCap = fNewRoom < 255.0F / 8.0F ? 1.0F : fNewRoom * (8.0F / 255.0F);
-        fNewChroma *= fRatio < fCap ? fRatio : fCap;
+    const float chroma = max - min;
+    const float sum = max + min;
+    const float room = 255.0F - std::fabs(sum - 255.0F);
+    float new_sum = sum;
+    float new_chroma = chroma * change.saturation;
+    new_chroma = new_chroma > room ? room : new_chroma;
+    if constexpr (kKLight) {
+        new_sum = sum * change.light_scale + change.light_add;
+        const float new_room = 255.0F - std::fabs(new_sum - 255.0F);
+        const float ratio = new_room / (room < 1.0F ? 1.0F : room);
+        const float cap = new_room < 255.0F / 8.0F ? 1.0F : new_room * (8.0F / 255.0F);
+        new_chroma *= ratio < cap ? ratio : cap;
     }
-    const float fGain = fNewChroma / (fChroma < 1.0F ? 1.0F : fChroma);
-    const float fMiddle = fSum / 2.0F, fNewMiddle = fNewSum / 2.0F;
-    return {fNewMiddle + (obj.fBlue - fMiddle) * fGain, fNewMiddle + (obj.fGreen - fMiddle) * fGain,
-            fNewMiddle + (obj.fRed - fMiddle) * fGain};
+    const float gain = new_chroma / (chroma < 1.0F ? 1.0F : chroma);
+    const float middle = sum / 2.0F, new_middle = new_sum / 2.0F;
+    return {new_middle + (pixel.blue - middle) * gain, new_middle + (pixel.green - middle) * gain,
+            new_middle + (pixel.red - middle) * gain};
 }
 
-template <bool kTurn, bool kScale, bool kLight>
-ROW_LOOP_PART static void ChangePlanes(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objGiven)
+template <bool kKTurn, bool kKScale, bool kKLight>
+ROW_LOOP_PART static void ChangePlanes(FloatPlanes& planes, std::size_t pixels, const HlsChange& given)
 {
-    const HlsChange objChange = objGiven;  // a copy of its own, which no store can change
-    float* __restrict pBlue = objPlanes.aBlue;
-    float* __restrict pGreen = objPlanes.aGreen;
-    float* __restrict pRed = objPlanes.aRed;
-    for (std::size_t i = 0; i < nPixels; ++i) {
-        Pixel obj{pBlue[i], pGreen[i], pRed[i]};
-        const float fBlueGreen = obj.fBlue < obj.fGreen ? obj.fGreen : obj.fBlue;
-        const float fMost = fBlueGreen < obj.fRed ? obj.fRed : fBlueGreen;
-        const float fLessOfTwo = obj.fBlue < obj.fGreen ? obj.fBlue : obj.fGreen;
-        const float fLeast = fLessOfTwo < obj.fRed ? fLessOfTwo : obj.fRed;
-        if constexpr (kTurn)
-            obj = objTurned(obj, fMost, fLeast, objChange.fTurn);
-        if constexpr (kScale)
-            obj = objScaled<kLight>(obj, fMost, fLeast, objChange);
-        pBlue[i] = obj.fBlue;
-        pGreen[i] = obj.fGreen;
-        pRed[i] = obj.fRed;
+    const HlsChange change = given;  // a copy of its own, which no store can change
+    float* __restrict blue = planes.blue;
+    float* __restrict green = planes.green;
+    float* __restrict red = planes.red;
+    for (std::size_t i = 0; i < pixels; ++i) {
+        Pixel pixel{blue[i], green[i], red[i]};
+        const float blue_green = pixel.blue < pixel.green ? pixel.green : pixel.blue;
+        const float max = blue_green < pixel.red ? pixel.red : blue_green;
+        const float less_of_two = pixel.blue < pixel.green ? pixel.blue : pixel.green;
+        const float min = less_of_two < pixel.red ? less_of_two : pixel.red;
+        if constexpr (kKTurn)
+            pixel = TurnPixel(pixel, max, min, change.turn);
+        if constexpr (kKScale)
+            pixel = Scaled<kKLight>(pixel, max, min, change);
+        blue[i] = pixel.blue;
+        green[i] = pixel.green;
+        red[i] = pixel.red;
     }
 }
 
-ROW_LOOP static void Turn(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
+ROW_LOOP static void Turn(FloatPlanes& planes, std::size_t pixels, const HlsChange& change)
 {
-    ChangePlanes<true, false, false>(objPlanes, nPixels, objChange);
+    ChangePlanes<true, false, false>(planes, pixels, change);
 }
-ROW_LOOP static void Saturate(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
+ROW_LOOP static void Saturate(FloatPlanes& planes, std::size_t pixels, const HlsChange& change)
 {
-    ChangePlanes<false, true, false>(objPlanes, nPixels, objChange);
+    ChangePlanes<false, true, false>(planes, pixels, change);
 }
-ROW_LOOP static void TurnAndSaturate(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
+ROW_LOOP static void TurnAndSaturate(FloatPlanes& planes, std::size_t pixels, const HlsChange& change)
 {
-    ChangePlanes<true, true, false>(objPlanes, nPixels, objChange);
+    ChangePlanes<true, true, false>(planes, pixels, change);
 }
-ROW_LOOP static void Scale(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
+ROW_LOOP static void Scale(FloatPlanes& planes, std::size_t pixels, const HlsChange& change)
 {
-    ChangePlanes<false, true, true>(objPlanes, nPixels, objChange);
+    ChangePlanes<false, true, true>(planes, pixels, change);
 }
-ROW_LOOP static void TurnAndScale(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange)
+ROW_LOOP static void TurnAndScale(FloatPlanes& planes, std::size_t pixels, const HlsChange& change)
 {
-    ChangePlanes<true, true, true>(objPlanes, nPixels, objChange);
+    ChangePlanes<true, true, true>(planes, pixels, change);
 }
 
-HlsRow fnHlsRow(const HlsChange& objChange)
+HlsRow ChooseHlsRow(const HlsChange& change)
 {
-    const bool bTurn = objChange.fTurn > 0 && objChange.fTurn < 6;
-    if (objChange.fLightScale != 1 || objChange.fLightAdd != 0)
-        return bTurn ? TurnAndScale : Scale;
-    if (objChange.fSaturation != 1)
-        return bTurn ? TurnAndSaturate : Saturate;
-    return bTurn ? Turn : nullptr;
+    const bool rotates = change.turn > 0 && change.turn < 6;
+    if (change.light_scale != 1 || change.light_add != 0)
+        return rotates ? TurnAndScale : Scale;
+    if (change.saturation != 1)
+        return rotates ? TurnAndSaturate : Saturate;
+    return rotates ? Turn : nullptr;
 }
 
 }  // namespace transforms

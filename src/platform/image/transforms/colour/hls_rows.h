@@ -11,16 +11,16 @@ namespace transforms
 
 /// On the scale of 0 to 255; the lightness is kept doubled (M + m), so that it is a whole number at first.
 struct HlsChange {
-    float fTurn = 0;        // sixths of a turn, 0 to 6
-    float fLightScale = 1;  // M + m becomes fLightScale (M + m) + fLightAdd
-    float fLightAdd = 0;
-    float fSaturation = 1;  // factor of the chroma
+    float turn = 0;         // sixths of a turn, 0 to 6
+    float light_scale = 1;  // M + m becomes light_scale (M + m) + light_add
+    float light_add = 0;
+    float saturation = 1;  // factor of the chroma
 };
 
-/// Changes the colours of nPixels pixels as hls.h says.
-using HlsRow = void (*)(FloatPlanes& objPlanes, std::size_t nPixels, const HlsChange& objChange);
+/// Changes the colours of pixels pixels as hls.h says.
+using HlsRow = void (*)(FloatPlanes& planes, std::size_t pixels, const HlsChange& change);
 
 /// The function that makes the change and no more than it; nullptr for one that changes nothing.
-HlsRow fnHlsRow(const HlsChange& objChange);
+HlsRow ChooseHlsRow(const HlsChange& change);
 
 }  // namespace transforms

@@ -12,89 +12,87 @@ namespace transforms
 {
 
 template <typename Formula>
-static Table aTableOf(const Formula& dFormula)
+static Table TableOf(const Formula& formula)
 {
-    Table aTable;
-    for (std::size_t n = 0; n < aTable.size(); ++n)
-        aTable[n] = nLevel(dFormula(static_cast<double>(n)));
-    return aTable;
+    Table table;
+    for (std::size_t n = 0; n < table.size(); ++n)
+        table[n] = ClampToLevel(formula(static_cast<double>(n)));
+    return table;
 }
 
-static Table aAdded(std::int32_t lLevel)
+static Table AddTable(std::int32_t level)
 {
-    const double dLevel = std::clamp(lLevel, -255, 255);
-    return aTableOf([=](double v) { return v + dLevel; });
+    const double added = std::clamp(level, -255, 255);
+    return TableOf([=](double v) { return v + added; });
 }
 
-bool Brightness(ImageBuffer& aImage, std::int32_t lLevel)
+bool Brightness(ImageBuffer& image, std::int32_t level)
 {
-    if (lLevel != 0)
-        ApplyTable(aImage, aAdded(lLevel));
+    if (level != 0)
+        ApplyTable(image, AddTable(level));
     return true;
 }
 
-bool Contrast(ImageBuffer& aImage, double dStretch)
+bool Contrast(ImageBuffer& image, double stretch)
 {
-    if (std::isnan(dStretch) || dStretch <= 0)
+    if (std::isnan(stretch) || stretch <= 0)
         return true;
-    const double dGain = 1 + std::min(dStretch, 1.0);
-    ApplyTable(aImage, aTableOf([=](double v) { return 127.5 + dGain * (v - 127.5); }));
+    const double gain = 1 + std::min(stretch, 1.0);
+    ApplyTable(image, TableOf([=](double v) { return 127.5 + gain * (v - 127.5); }));
     return true;
 }
 
-bool Gamma(ImageBuffer& aImage, double dGamma)
+bool Gamma(ImageBuffer& image, double gamma)
 {
-    if (std::isnan(dGamma) || dGamma == 1)
+    if (std::isnan(gamma) || gamma == 1)
         return true;
-    const double dExponent = std::max(dGamma, 0.0);
+    const double exponent = std::max(gamma, 0.0);
     // 0 to the power of 0 would be 1, and black alone would jump to white when gamma reaches 0.
-    ApplyTable(aImage, aTableOf([=](double v) { return v > 0 ? 255 * std::pow(v / 255, dExponent) : 0; }));
+    ApplyTable(image, TableOf([=](double v) { return v > 0 ? 255 * std::pow(v / 255, exponent) : 0; }));
     return true;
 }
 
-bool Red(ImageBuffer& aImage, std::int32_t lLevel)
+bool Red(ImageBuffer& image, std::int32_t level)
 {
-    if (lLevel != 0)
-        ApplyTables(aImage, aIdentityTable(), aIdentityTable(), aAdded(lLevel));
+    if (level != 0)
+        ApplyTables(image, IdentityTable(), IdentityTable(), AddTable(level));
     return true;
 }
 
-bool Green(ImageBuffer& aImage, std::int32_t lLevel)
+bool Green(ImageBuffer& image, std::int32_t level)
 {
-    if (lLevel != 0)
-        ApplyTables(aImage, aIdentityTable(), aAdded(lLevel), aIdentityTable());
+    if (level != 0)
+        ApplyTables(image, IdentityTable(), AddTable(level), IdentityTable());
     return true;
 }
 
-bool Blue(ImageBuffer& aImage, std::int32_t lLevel)
+bool Blue(ImageBuffer& image, std::int32_t level)
 {
-    if (lLevel != 0)
-        ApplyTables(aImage, aAdded(lLevel), aIdentityTable(), aIdentityTable());
+    if (level != 0)
+        ApplyTables(image, AddTable(level), IdentityTable(), IdentityTable());
     return true;
 }
 
-bool Colorize(ImageBuffer& aImage, std::uint8_t nRed, std::uint8_t nGreen, std::uint8_t nBlue)
+bool Colorize(ImageBuffer& image, std::uint8_t red, std::uint8_t green, std::uint8_t blue)
 {
-    const auto aScaled = [](std::uint8_t nShare) {
-        return aTableOf([=](double v) { return v * nShare / 255; });
-    };
-    if (nRed < 255 || nGreen < 255 || nBlue < 255)
-        ApplyTables(aImage, aScaled(nBlue), aScaled(nGreen), aScaled(nRed));
+    const auto scaled = [](std::uint8_t share) { return TableOf([=](double v) { return v * share / 255; }); };
+    if (red < 255 || green < 255 || blue < 255)
+        ApplyTables(image, scaled(blue), scaled(green), scaled(red));
     return true;
 }
 
-bool Invert(ImageBuffer& aImage)
+bool Invert(ImageBuffer& image)
 {
-    ApplyTable(aImage, aTableOf([](double v) { return 255 - v; }));
+    ApplyTable(image, TableOf([](double v) { return 255 - v; }));
     return true;
 }
 
-bool Posterize(ImageBuffer& aImage, std::int32_t lLevels)
+bool Posterize(ImageBuffer& image, std::int32_t levels)
 {
-    if (lLevels >= 256)
+    if (levels >= 256)
         return true;
-    const double dSteps = std::max(lLevels, 2) - 1;
-    ApplyTable(aImage, aTableOf([=](double v) { return 255 * std::floor(v * dSteps / 255 + 0.5) / dSteps; }));
+    const double steps = std::max(levels, 2) - 1;
+    ApplyTable(image, TableOf([=](double v) { return 255 * std::floor(v * steps / 255 + 0.5) / steps; }));
     return true;
 }
 

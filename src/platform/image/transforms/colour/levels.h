@@ -13,33 +13,33 @@
 namespace transforms
 {
 
-/// v + lLevel in every channel. -255 (black) to 255 (white); 0 changes nothing.
-bool Brightness(ImageBuffer& aImage, std::int32_t lLevel);
+/// v + level in every channel. -255 (black) to 255 (white); 0 changes nothing.
+bool Brightness(ImageBuffer& image, std::int32_t level);
 
-/// 127.5 + (1 + dStretch) (v - 127.5) in every channel: the values are stretched away from the middle grey.
+/// 127.5 + (1 + stretch) (v - 127.5) in every channel: the values are stretched away from the middle grey.
 /// 0.0 changes nothing, 1.0 doubles the contrast. Linear about the middle of the scale, not about the
 /// picture's own mean, so that equal colours stay equal from picture to picture.
-bool Contrast(ImageBuffer& aImage, double dStretch);
+bool Contrast(ImageBuffer& image, double stretch);
 
-/// 255 (v / 255)^dGamma in every channel, from 0.0 on; 1.0 changes nothing, higher is darker. Black and
+/// 255 (v / 255)^gamma in every channel, from 0.0 on; 1.0 changes nothing, higher is darker. Black and
 /// white stay as they are, so 0.0 makes all but black white. (Many programs apply 1 / gamma, where higher
 /// is lighter; here the exponent is the gamma itself.)
-bool Gamma(ImageBuffer& aImage, double dGamma);
+bool Gamma(ImageBuffer& image, double gamma);
 
-/// v + lLevel in one channel, -255 to 255; 0 changes nothing.
-bool Red(ImageBuffer& aImage, std::int32_t lLevel);
-bool Green(ImageBuffer& aImage, std::int32_t lLevel);
-bool Blue(ImageBuffer& aImage, std::int32_t lLevel);
+/// v + level in one channel, -255 to 255; 0 changes nothing.
+bool Red(ImageBuffer& image, std::int32_t level);
+bool Green(ImageBuffer& image, std::int32_t level);
+bool Blue(ImageBuffer& image, std::int32_t level);
 
-/// v nLevel / 255 in each channel with its own level: how light each component is left. 255 keeps it, 0 takes
+/// v level / 255 in each channel with its own level: how light each component is left. 255 keeps it, 0 takes
 /// it away; like light through a filter of that colour.
-bool Colorize(ImageBuffer& aImage, std::uint8_t nRed, std::uint8_t nGreen, std::uint8_t nBlue);
+bool Colorize(ImageBuffer& image, std::uint8_t red, std::uint8_t green, std::uint8_t blue);
 
 /// 255 - v in every channel.
-bool Invert(ImageBuffer& aImage);
+bool Invert(ImageBuffer& image);
 
-/// Every channel's value becomes the closest of lLevels values spread evenly from 0 to 255: with n = lLevels
+/// Every channel's value becomes the closest of levels values spread evenly from 0 to 255: with n = levels
 /// and k = round(v (n - 1) / 255), it is round(255 k / (n - 1)). 2 to 255; 256 and more change nothing.
-bool Posterize(ImageBuffer& aImage, std::int32_t lLevels);
+bool Posterize(ImageBuffer& image, std::int32_t levels);
 
 }  // namespace transforms

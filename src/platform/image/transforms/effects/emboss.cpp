@@ -23,83 +23,83 @@ namespace
 class EmbossBand
 {
 public:
-    EmbossBand(const ImageBuffer& aImage, std::int32_t lDistance)
-        : m_aImage(aImage),
-          m_lDistance(lDistance),
-          m_nReach(static_cast<std::size_t>(lDistance) * static_cast<std::size_t>(aImage.channels)),
-          m_aRows((2 * static_cast<std::size_t>(lDistance) + 1) * nWide()),
-          m_aSlopes(nStride(aImage))
+    EmbossBand(const ImageBuffer& image, std::int32_t distance)
+        : image_(image),
+          distance_(distance),
+          reach_(static_cast<std::size_t>(distance) * static_cast<std::size_t>(image.channels)),
+          rows_((2 * static_cast<std::size_t>(distance) + 1) * PaddedWidth()),
+          slopes_(Stride(image))
     {
     }
     // To be called for every band before any is changed.
-    void KeepBorders(std::int32_t lFirst, std::int32_t lEnd)
+    void KeepBorders(std::int32_t first, std::int32_t end)
     {
-        m_lFirst = lFirst;
-        m_lEnd = lEnd;
-        for (std::int32_t i = 0; i < m_lDistance; ++i) {
-            Keep(pKept(lFirst - m_lDistance + i), std::max(lFirst - m_lDistance + i, 0));
-            Keep(pBelow(i), std::min(lEnd + i, m_aImage.height - 1));
+        first_ = first;
+        end_ = end;
+        for (std::int32_t i = 0; i < distance_; ++i) {
+            Keep(Kept(first - distance_ + i), std::max(first - distance_ + i, 0));
+            Keep(Below(i), std::min(end + i, image_.height - 1));
         }
     }
     // Makes row y, one after the other, in the picture that the rows are those of.
-    void Make(std::int32_t y, Light objFrom, std::uint8_t* pTarget)
+    void Make(std::int32_t y, Light from, std::uint8_t* target)
     {
-        std::uint8_t* pOwn = pKept(y);
-        Keep(pOwn, y);
-        const std::int32_t lLower = y + m_lDistance;
-        const RowsAround objRows{pOwn - m_nReach, pOwn + m_nReach, pKept(y - m_lDistance),
-                                 lLower < m_lEnd ? pRow(m_aImage, lLower) : pBelow(lLower - m_lEnd)};
-        SlopesAroundGrey(objRows, objFrom, m_aSlopes.size(), m_aSlopes.data(), pTarget);
-        for (std::size_t i = 3; m_aImage.channels == 4 && i < m_aSlopes.size(); i += 4)
-            pTarget[i] = pOwn[i];
+        std::uint8_t* own = Kept(y);
+        Keep(own, y);
+        const std::int32_t lower = y + distance_;
+        const RowsAround rows{own - reach_, own + reach_, Kept(y - distance_),
+                              lower < end_ ? Row(image_, lower) : Below(lower - end_)};
+        SlopesAroundGrey(rows, from, slopes_.size(), slopes_.data(), target);
+        for (std::size_t i = 3; image_.channels == 4 && i < slopes_.size(); i += 4)
+            target[i] = own[i];
     }
 
 private:
-    std::size_t nWide() const { return nStride(m_aImage) + 2 * m_nReach; }
-    std::uint8_t* pSlot(std::int32_t lSlot)
+    std::size_t PaddedWidth() const { return Stride(image_) + 2 * reach_; }
+    std::uint8_t* SlotRow(std::int32_t slot)
     {
-        return m_aRows.data() + static_cast<std::size_t>(lSlot) * nWide() + m_nReach;
+        return rows_.data() + static_cast<std::size_t>(slot) * PaddedWidth() + reach_;
     }
     // As many rows as the distance, and one: a row takes the place of that which was needed for the last
     // time.
-    std::uint8_t* pKept(std::int32_t y) { return pSlot((y - m_lFirst + m_lDistance) % (m_lDistance + 1)); }
-    std::uint8_t* pBelow(std::int32_t i) { return pSlot(m_lDistance + 1 + i); }
-    void Keep(std::uint8_t* pTo, std::int32_t y)
+    std::uint8_t* Kept(std::int32_t y) { return SlotRow((y - first_ + distance_) % (distance_ + 1)); }
+    std::uint8_t* Below(std::int32_t i) { return SlotRow(distance_ + 1 + i); }
+    void Keep(std::uint8_t* to, std::int32_t y)
     {
-        const auto nChannels = static_cast<std::size_t>(m_aImage.channels);
-        const std::size_t nRow = nStride(m_aImage);
-        const std::uint8_t* pFrom = pRow(m_aImage, y);
-        std::memcpy(pTo, pFrom, nRow);
-        for (std::size_t i = 0; i < m_nReach; ++i) {
-            pTo[nRow + i] = pFrom[nRow - nChannels + i % nChannels];
-            *(pTo - m_nReach + i) = pFrom[i % nChannels];
+        const auto channels = static_cast<std::size_t>(image_.channels);
+        const std::size_t row = Stride(image_);
+        const std::uint8_t* from = Row(image_, y);
+        std::memcpy(to, from, row);
+        for (std::size_t i = 0; i < reach_; ++i) {
+            to[row + i] = from[row - channels + i % channels];
+            *(to - reach_ + i) = from[i % channels];
         }
     }
 
-    const ImageBuffer& m_aImage;
-    std::int32_t m_lDistance;
-    std::size_t m_nReach;
-    std::vector<std::uint8_t> m_aRows;
-    std::vector<std::int32_t> m_aSlopes;
-    std::int32_t m_lFirst = 0, m_lEnd = 0;
+    const ImageBuffer& image_;
+    std::int32_t distance_;
+    std::size_t reach_;
+    std::vector<std::uint8_t> rows_;
+    std::vector<std::int32_t> slopes_;
+    std::int32_t first_ = 0, end_ = 0;
 };
 
 }  // namespace
 
-bool Emboss(ImageBuffer& aImage, double dAngle, std::int32_t lHeight, double dBrightness)
+bool Emboss(ImageBuffer& image, double angle, std::int32_t height, double brightness)
 {
-    if (lHeight <= 0 || !std::isfinite(dAngle) || std::isnan(dBrightness))
+    if (height <= 0 || !std::isfinite(angle) || std::isnan(brightness))
         return true;
-    return bAmongVisible(aImage, [&] {
-        const Light objFrom = objLight(dAngle, dClamped(dBrightness, 0, 1000) / 10);
-        std::vector<EmbossBand> aBands(nBands(aImage), EmbossBand(aImage, std::min(lHeight, 16)));
-        for (std::size_t n = 0; n < aBands.size(); ++n)
-            aBands[n].KeepBorders(lBandRow(aImage, aBands.size(), n), lBandRow(aImage, aBands.size(), n + 1));
-        const auto fnBand = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
-            for (std::int32_t y = lFirst; y < lEnd; ++y)
-                aBands[nBand].Make(y, objFrom, pRow(aImage, y));
+    return IsVisible(image, [&] {
+        const Light from = LightFrom(angle, Clamped(brightness, 0, 1000) / 10);
+        std::vector<EmbossBand> bands(BandCount(image), EmbossBand(image, std::min(height, 16)));
+        for (std::size_t n = 0; n < bands.size(); ++n)
+            bands[n].KeepBorders(BandRow(image, bands.size(), n), BandRow(image, bands.size(), n + 1));
+        const auto band = [&](std::size_t band_index, std::int32_t first, std::int32_t end) {
+            for (std::int32_t y = first; y < end; ++y)
+                bands[band_index].Make(y, from, Row(image, y));
         };
-        RunBands(aImage, aBands.size(), std::ref(fnBand));
+        RunBands(image, bands.size(), std::ref(band));
         return true;
     });
 }

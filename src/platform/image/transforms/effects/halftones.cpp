@@ -16,82 +16,81 @@ namespace transforms
 {
 
 // Each pixel's place in the order in which a cell's pixels grow light.
-static std::vector<std::uint32_t> aRanks(std::size_t nCell)
+static std::vector<std::uint32_t> Ranks(std::size_t cell)
 {
     // Rounded, so that places that are equal by symmetry don't differ in a cosine's last digit.
-    std::vector<std::int64_t> aWave(nCell);
-    for (std::size_t i = 0; i < nCell; ++i)
-        aWave[i] = std::llround(1e9 * std::cos(2 * std::numbers::pi * (static_cast<double>(i) + 0.5) /
-                                               static_cast<double>(nCell)));
-    std::vector<std::uint32_t> aOrder(nCell * nCell), aResult(aOrder.size());
-    std::iota(aOrder.begin(), aOrder.end(), 0U);
-    const auto fnHeight = [&](std::uint32_t n) { return aWave[n % nCell] + aWave[n / nCell]; };
-    std::stable_sort(aOrder.begin(), aOrder.end(), [&](std::uint32_t nOne, std::uint32_t nOther) {
-        return fnHeight(nOne) < fnHeight(nOther);
-    });
-    for (std::uint32_t n = 0; n < aOrder.size(); ++n)
-        aResult[aOrder[n]] = n;
-    return aResult;
+    std::vector<std::int64_t> wave(cell);
+    for (std::size_t i = 0; i < cell; ++i)
+        wave[i] = std::llround(1e9 * std::cos(2 * std::numbers::pi * (static_cast<double>(i) + 0.5) /
+                                              static_cast<double>(cell)));
+    std::vector<std::uint32_t> order(cell * cell), result(order.size());
+    std::iota(order.begin(), order.end(), 0U);
+    const auto height = [&](std::uint32_t n) { return wave[n % cell] + wave[n / cell]; };
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::uint32_t one, std::uint32_t other) { return height(one) < height(other); });
+    for (std::uint32_t n = 0; n < order.size(); ++n)
+        result[order[n]] = n;
+    return result;
 }
 
-std::vector<std::uint8_t> aHalftoneScreen(std::int32_t lCellSize)
+std::vector<std::uint8_t> HalftoneScreen(std::int32_t cell_size)
 {
     constexpr std::size_t kBayer[4][4] = {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}};
-    const auto nCell = static_cast<std::size_t>(lCellSize), nSide = 4 * nCell;
-    const std::vector<std::uint32_t> aCell = aRanks(nCell);
-    std::vector<std::uint8_t> aScreen(nSide * nSide);
-    for (std::size_t y = 0; y < nSide; ++y) {
-        for (std::size_t x = 0; x < nSide; ++x) {
-            const std::size_t nOrder =
-                32 * aCell[y % nCell * nCell + x % nCell] + 2 * kBayer[y / nCell][x / nCell] + 1;
-            aScreen[y * nSide + x] = static_cast<std::uint8_t>(255 * nOrder / (32 * nCell * nCell));
+    const auto cell_index = static_cast<std::size_t>(cell_size), side = 4 * cell_index;
+    const std::vector<std::uint32_t> cell = Ranks(cell_index);
+    std::vector<std::uint8_t> screen(side * side);
+    for (std::size_t y = 0; y < side; ++y) {
+        for (std::size_t x = 0; x < side; ++x) {
+            const std::size_t order = 32 * cell[y % cell_index * cell_index + x % cell_index] +
+                                      2 * kBayer[y / cell_index][x / cell_index] + 1;
+            screen[y * side + x] = static_cast<std::uint8_t>(255 * order / (32 * cell_index * cell_index));
         }
     }
-    return aScreen;
+    return screen;
 }
 
-// aThresholds has one for each of the row's bytes.
-ROW_LOOP static void Screen(const std::uint8_t* __restrict aThresholds, std::size_t nCount,
-                            std::int32_t lShare, std::uint8_t* __restrict aValues)
+// thresholds has one for each of the row's bytes.
+ROW_LOOP static void Screen(const std::uint8_t* __restrict thresholds, std::size_t count, std::int32_t share,
+                            std::uint8_t* __restrict values)
 {
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const std::int32_t lDot = aValues[i] > aThresholds[i] ? 255 : 0;
-        aValues[i] = static_cast<std::uint8_t>((aValues[i] * (256 - lShare) + lDot * lShare + 128) >> 8);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::int32_t dot = values[i] > thresholds[i] ? 255 : 0;
+        values[i] = static_cast<std::uint8_t>((values[i] * (256 - share) + dot * share + 128) >> 8);
     }
 }
 
-bool Halftones(ImageBuffer& aImage, std::int32_t lCellSize, double dContrast)
+bool Halftones(ImageBuffer& image, std::int32_t cell_size, double contrast)
 {
-    const auto lShare = static_cast<std::int32_t>(256 * (dContrast > 0 ? std::min(dContrast, 1.0) : 0) + 0.5);
-    if (lShare == 0)
+    const auto share = static_cast<std::int32_t>(256 * (contrast > 0 ? std::min(contrast, 1.0) : 0) + 0.5);
+    if (share == 0)
         return true;
-    return bGuarded([&] {
-        const std::int32_t lCell = std::clamp(lCellSize, 1, 255);
-        const std::vector<std::uint8_t> aScreen = aHalftoneScreen(lCell);
-        const std::size_t nSide = 4 * static_cast<std::size_t>(lCell), nRow = nStride(aImage);
-        const auto nChannels = static_cast<std::size_t>(aImage.channels);
+    return RunGuarded([&] {
+        const std::int32_t cell = std::clamp(cell_size, 1, 255);
+        const std::vector<std::uint8_t> screen = HalftoneScreen(cell);
+        const std::size_t side = 4 * static_cast<std::size_t>(cell), row = Stride(image);
+        const auto channels = static_cast<std::size_t>(image.channels);
         // For each band a row of thresholds, and one of alpha.
-        std::vector<std::vector<std::uint8_t>> aRows(nBands(aImage), std::vector<std::uint8_t>(nRow));
-        std::vector<std::vector<std::uint8_t>> aAlphas(
-            aRows.size(), std::vector<std::uint8_t>(nChannels == 4 ? nRow / 4 : 0));
-        const auto fnBand = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
-            std::vector<std::uint8_t>&aThresholds = aRows[nBand], &aAlpha = aAlphas[nBand];
-            for (std::int32_t y = lFirst; y < lEnd; ++y) {
-                const std::uint8_t* pScreen = aScreen.data() + static_cast<std::size_t>(y) % nSide * nSide;
-                for (std::size_t i = 0, x = 0; i < nRow; i += nChannels) {
-                    for (std::size_t c = 0; c < nChannels; ++c)
-                        aThresholds[i + c] = pScreen[x];
-                    x = x + 1 == nSide ? 0 : x + 1;
+        std::vector<std::vector<std::uint8_t>> rows(BandCount(image), std::vector<std::uint8_t>(row));
+        std::vector<std::vector<std::uint8_t>> alphas(rows.size(),
+                                                      std::vector<std::uint8_t>(channels == 4 ? row / 4 : 0));
+        const auto band = [&](std::size_t band_index, std::int32_t first, std::int32_t end) {
+            std::vector<std::uint8_t>&thresholds = rows[band_index], &alpha = alphas[band_index];
+            for (std::int32_t y = first; y < end; ++y) {
+                const std::uint8_t* screen_row = screen.data() + static_cast<std::size_t>(y) % side * side;
+                for (std::size_t i = 0, x = 0; i < row; i += channels) {
+                    for (std::size_t c = 0; c < channels; ++c)
+                        thresholds[i + c] = screen_row[x];
+                    x = x + 1 == side ? 0 : x + 1;
                 }
-                std::uint8_t* pPixels = pRow(aImage, y);
-                for (std::size_t i = 0; i < aAlpha.size(); ++i)
-                    aAlpha[i] = pPixels[4 * i + 3];
-                Screen(aThresholds.data(), nRow, lShare, pPixels);
-                for (std::size_t i = 0; i < aAlpha.size(); ++i)
-                    pPixels[4 * i + 3] = aAlpha[i];
+                std::uint8_t* pixels = Row(image, y);
+                for (std::size_t i = 0; i < alpha.size(); ++i)
+                    alpha[i] = pixels[4 * i + 3];
+                Screen(thresholds.data(), row, share, pixels);
+                for (std::size_t i = 0; i < alpha.size(); ++i)
+                    pixels[4 * i + 3] = alpha[i];
             }
         };
-        RunBands(aImage, aRows.size(), std::ref(fnBand));
+        RunBands(image, rows.size(), std::ref(band));
         return true;
     });
 }

@@ -22,162 +22,161 @@ constexpr std::int32_t kWhole = 256;
 
 // Which two tiles a row or column of pixels is mixed from, and how much the second one weighs, in 1/256.
 struct Mix {
-    std::int32_t lOne, lOther, lWeight;
+    std::int32_t one, other, weight;
 };
 
-std::vector<Mix> aMixes(std::int32_t lSide, std::int32_t lTile, bool bPlain)
+std::vector<Mix> Mixes(std::int32_t side, std::int32_t tile, bool plain)
 {
-    const std::int32_t lTiles = (lSide + lTile - 1) / lTile;
-    std::vector<Mix> aResult(static_cast<std::size_t>(lSide));
-    for (std::int32_t i = 0; i < lSide; ++i) {
-        const std::int32_t lOwn = i / lTile;
+    const std::int32_t tiles = (side + tile - 1) / tile;
+    std::vector<Mix> result(static_cast<std::size_t>(side));
+    for (std::int32_t i = 0; i < side; ++i) {
+        const std::int32_t own = i / tile;
         // From -0.5 at the tile's beginning to 0.5 at its end.
-        const double dAt = (i % lTile + 0.5) / lTile - 0.5;
-        const double dShare = bPlain ? 0 : std::max(0.0, std::fabs(dAt) - 0.25) * 2;
-        const std::int32_t lNeighbour = std::clamp(lOwn + (dAt < 0 ? -1 : 1), 0, lTiles - 1);
-        aResult[static_cast<std::size_t>(i)] = {lOwn, lNeighbour,
-                                                static_cast<std::int32_t>(std::lround(dShare * kWhole))};
+        const double at = (i % tile + 0.5) / tile - 0.5;
+        const double share = plain ? 0 : std::max(0.0, std::fabs(at) - 0.25) * 2;
+        const std::int32_t neighbour = std::clamp(own + (at < 0 ? -1 : 1), 0, tiles - 1);
+        result[static_cast<std::size_t>(i)] = {own, neighbour,
+                                               static_cast<std::int32_t>(std::lround(share * kWhole))};
     }
-    return aResult;
+    return result;
 }
 
-ROW_LOOP void AddBytes(const std::uint8_t* __restrict pBytes, std::size_t nCount,
-                       std::uint16_t* __restrict aSums)
+ROW_LOOP void AddBytes(const std::uint8_t* __restrict bytes, std::size_t count,
+                       std::uint16_t* __restrict sums)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        aSums[i] = static_cast<std::uint16_t>(aSums[i] + pBytes[i]);
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] = static_cast<std::uint16_t>(sums[i] + bytes[i]);
 }
-ROW_LOOP void AddSums(const std::uint16_t* __restrict aFew, std::size_t nCount,
-                      std::uint32_t* __restrict aSums)
+ROW_LOOP void AddSums(const std::uint16_t* __restrict few, std::size_t count, std::uint32_t* __restrict sums)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        aSums[i] += aFew[i];
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] += few[i];
 }
 
 // The sums of a row of tiles' columns: of some rows first, which fit into 16 bits, and of those in 32.
 struct Columns {
-    std::vector<std::uint16_t> aFew;
-    std::vector<std::uint32_t> aSums;
+    std::vector<std::uint16_t> few;
+    std::vector<std::uint32_t> sums;
 };
 
-void AddColumns(const ImageBuffer& aImage, std::int32_t lTop, std::int32_t lBottom, Columns& objColumns)
+void AddColumns(const ImageBuffer& image, std::int32_t top, std::int32_t bottom, Columns& columns)
 {
     constexpr std::int32_t kFew = 256;
-    std::fill(objColumns.aSums.begin(), objColumns.aSums.end(), 0U);
-    for (std::int32_t lFirst = lTop; lFirst < lBottom; lFirst += kFew) {
-        std::fill(objColumns.aFew.begin(), objColumns.aFew.end(), std::uint16_t{0});
-        for (std::int32_t y = lFirst; y < std::min(lFirst + kFew, lBottom); ++y)
-            AddBytes(pRow(aImage, y), objColumns.aFew.size(), objColumns.aFew.data());
-        AddSums(objColumns.aFew.data(), objColumns.aFew.size(), objColumns.aSums.data());
+    std::fill(columns.sums.begin(), columns.sums.end(), 0U);
+    for (std::int32_t first = top; first < bottom; first += kFew) {
+        std::fill(columns.few.begin(), columns.few.end(), std::uint16_t{0});
+        for (std::int32_t y = first; y < std::min(first + kFew, bottom); ++y)
+            AddBytes(Row(image, y), columns.few.size(), columns.few.data());
+        AddSums(columns.few.data(), columns.few.size(), columns.sums.data());
     }
 }
 
 // The means of one row of tiles, all channels of them.
-void MeansOfTiles(const ImageBuffer& aImage, std::int32_t lTop, std::int32_t lTile, Columns& objColumns,
-                  std::uint8_t* pMeans)
+void MeansOfTiles(const ImageBuffer& image, std::int32_t top, std::int32_t tile, Columns& columns,
+                  std::uint8_t* means)
 {
-    const std::int32_t lBottom = std::min(lTop + lTile, aImage.height);
-    const std::int32_t lChannels = aImage.channels;
-    AddColumns(aImage, lTop, lBottom, objColumns);
-    const std::uint32_t* pSums = objColumns.aSums.data();
-    for (std::int32_t lLeft = 0; lLeft < aImage.width; lLeft += lTile) {
-        const std::int32_t lRight = std::min(lLeft + lTile, aImage.width);
-        const auto nPixels =
-            static_cast<std::uint64_t>(lRight - lLeft) * static_cast<std::uint64_t>(lBottom - lTop);
-        for (std::int32_t c = 0; c < lChannels; ++c) {
-            std::uint64_t nSum = nPixels / 2;
-            for (std::int64_t x = lLeft; x < lRight; ++x)
-                nSum += pSums[x * lChannels + c];
-            *pMeans++ = static_cast<std::uint8_t>(nSum / nPixels);
+    const std::int32_t bottom = std::min(top + tile, image.height);
+    const std::int32_t channels = image.channels;
+    AddColumns(image, top, bottom, columns);
+    const std::uint32_t* sums = columns.sums.data();
+    for (std::int32_t left = 0; left < image.width; left += tile) {
+        const std::int32_t right = std::min(left + tile, image.width);
+        const auto pixels =
+            static_cast<std::uint64_t>(right - left) * static_cast<std::uint64_t>(bottom - top);
+        for (std::int32_t c = 0; c < channels; ++c) {
+            std::uint64_t sum = pixels / 2;
+            for (std::int64_t x = left; x < right; ++x)
+                sum += sums[x * channels + c];
+            *means++ = static_cast<std::uint8_t>(sum / pixels);
         }
     }
 }
 
 // A row of tiles as a row of pixels, in 1/256 level.
-void DrawTiles(const std::uint8_t* pMeans, const std::vector<Mix>& aAcross, std::int32_t lChannels,
-               std::uint16_t* pValues)
+void DrawTiles(const std::uint8_t* means, const std::vector<Mix>& across, std::int32_t channels,
+               std::uint16_t* values)
 {
-    for (const Mix& objMix : aAcross) {
-        const std::uint8_t* pOne = pMeans + static_cast<std::ptrdiff_t>(objMix.lOne) * lChannels;
-        const std::uint8_t* pOther = pMeans + static_cast<std::ptrdiff_t>(objMix.lOther) * lChannels;
-        for (std::int32_t c = 0; c < lChannels; ++c)
-            *pValues++ =
-                static_cast<std::uint16_t>(pOne[c] * (kWhole - objMix.lWeight) + pOther[c] * objMix.lWeight);
+    for (const Mix& mix : across) {
+        const std::uint8_t* one = means + static_cast<std::ptrdiff_t>(mix.one) * channels;
+        const std::uint8_t* other = means + static_cast<std::ptrdiff_t>(mix.other) * channels;
+        for (std::int32_t c = 0; c < channels; ++c)
+            *values++ = static_cast<std::uint16_t>(one[c] * (kWhole - mix.weight) + other[c] * mix.weight);
     }
 }
 
-ROW_LOOP void MixRows(const std::uint16_t* __restrict pOne, const std::uint16_t* __restrict pOther,
-                      std::uint32_t nOther, std::size_t nCount, std::uint8_t* __restrict pTarget)
+ROW_LOOP void MixRows(const std::uint16_t* __restrict one, const std::uint16_t* __restrict other,
+                      std::uint32_t other_share, std::size_t count, std::uint8_t* __restrict target)
 {
-    const std::uint32_t nOne = kWhole - nOther;
-    for (std::size_t i = 0; i < nCount; ++i)
-        pTarget[i] = static_cast<std::uint8_t>((pOne[i] * nOne + pOther[i] * nOther + (1U << 15)) >> 16);
+    const std::uint32_t one_share = kWhole - other_share;
+    for (std::size_t i = 0; i < count; ++i)
+        target[i] =
+            static_cast<std::uint8_t>((one[i] * one_share + other[i] * other_share + (1U << 15)) >> 16);
 }
 
 // What a band draws with: two rows of tiles, drawn across, and the row of pixels that they make.
 struct Drawing {
-    std::vector<std::uint16_t> aDrawn[2];
-    std::int32_t aTile[2] = {-1, -1};  // which rows of tiles they are
-    std::vector<std::uint8_t> aPixels;
+    std::vector<std::uint16_t> drawn[2];
+    std::int32_t tile[2] = {-1, -1};  // which rows of tiles they are
+    std::vector<std::uint8_t> pixels;
 };
 
 }  // namespace
 
-bool Mosaic(ImageBuffer& aImage, std::int32_t lTileSize, bool bPlainColour)
+bool Mosaic(ImageBuffer& image, std::int32_t tile_size, bool plain_colour)
 {
-    if (lTileSize <= 1)
+    if (tile_size <= 1)
         return true;
-    return bAmongVisible(aImage, [&] {
-        const std::int32_t lTile = std::min(lTileSize, std::max(aImage.width, aImage.height));
-        const std::vector<Mix> aAcross = aMixes(aImage.width, lTile, bPlainColour);
-        const std::vector<Mix> aDown = aMixes(aImage.height, lTile, bPlainColour);
-        const std::size_t nTileRow =
-            static_cast<std::size_t>(aAcross.back().lOne + 1) * static_cast<std::size_t>(aImage.channels);
-        const std::int32_t lTileRows = aDown.back().lOne + 1;
-        std::vector<std::uint8_t> aMeans(nTileRow * static_cast<std::size_t>(lTileRows));
-        EachRows(lTileRows, nStride(aImage) * static_cast<std::size_t>(lTile),
-                 [&](std::int32_t lFirst, std::int32_t lLast) {
-                     Columns objColumns{std::vector<std::uint16_t>(nStride(aImage)),
-                                        std::vector<std::uint32_t>(nStride(aImage))};
-                     for (std::int32_t i = lFirst; i < lLast; ++i)
-                         MeansOfTiles(aImage, i * lTile, lTile, objColumns,
-                                      aMeans.data() + static_cast<std::size_t>(i) * nTileRow);
+    return IsVisible(image, [&] {
+        const std::int32_t tile = std::min(tile_size, std::max(image.width, image.height));
+        const std::vector<Mix> across = Mixes(image.width, tile, plain_colour);
+        const std::vector<Mix> down = Mixes(image.height, tile, plain_colour);
+        const std::size_t row_cells =
+            static_cast<std::size_t>(across.back().one + 1) * static_cast<std::size_t>(image.channels);
+        const std::int32_t tile_rows = down.back().one + 1;
+        std::vector<std::uint8_t> means(row_cells * static_cast<std::size_t>(tile_rows));
+        EachRows(tile_rows, Stride(image) * static_cast<std::size_t>(tile),
+                 [&](std::int32_t first, std::int32_t last) {
+                     Columns columns{std::vector<std::uint16_t>(Stride(image)),
+                                     std::vector<std::uint32_t>(Stride(image))};
+                     for (std::int32_t i = first; i < last; ++i)
+                         MeansOfTiles(image, i * tile, tile, columns,
+                                      means.data() + static_cast<std::size_t>(i) * row_cells);
                  });
-        const std::size_t nRow = nStride(aImage);
-        std::vector<Drawing> aDrawings(nBands(aImage));
-        for (Drawing& obj : aDrawings) {
-            obj.aPixels.resize(nRow);
-            for (auto& aRow : obj.aDrawn)
-                aRow.resize(nRow);
+        const std::size_t row_index = Stride(image);
+        std::vector<Drawing> drawings(BandCount(image));
+        for (Drawing& obj : drawings) {
+            obj.pixels.resize(row_index);
+            for (auto& row : obj.drawn)
+                row.resize(row_index);
         }
-        const auto fnDraw = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
-            Drawing& obj = aDrawings[nBand];
+        const auto draw = [&](std::size_t band, std::int32_t first, std::int32_t end) {
+            Drawing& obj = drawings[band];
             // Rows of tiles that are even and odd take turns, so that of two neighbours neither is drawn
             // twice.
-            const auto fnDrawn = [&](std::int32_t lTileRow) {
-                const std::size_t n = lTileRow & 1;
-                if (obj.aTile[n] != lTileRow)
-                    DrawTiles(aMeans.data() + static_cast<std::size_t>(lTileRow) * nTileRow, aAcross,
-                              aImage.channels, obj.aDrawn[n].data());
-                obj.aTile[n] = lTileRow;
-                return obj.aDrawn[n].data();
+            const auto drawn = [&](std::int32_t tile_row) {
+                const std::size_t n = tile_row & 1;
+                if (obj.tile[n] != tile_row)
+                    DrawTiles(means.data() + static_cast<std::size_t>(tile_row) * row_cells, across,
+                              image.channels, obj.drawn[n].data());
+                obj.tile[n] = tile_row;
+                return obj.drawn[n].data();
             };
-            const Mix* pLast = nullptr;
-            for (std::int32_t y = lFirst; y < lEnd; ++y) {
-                const Mix& objMix = aDown[static_cast<std::size_t>(y)];
-                if (!pLast || pLast->lOne != objMix.lOne || pLast->lWeight != 0 || objMix.lWeight != 0) {
-                    const std::uint16_t* pOne = fnDrawn(objMix.lOne);
-                    MixRows(pOne, fnDrawn(objMix.lOther), static_cast<std::uint32_t>(objMix.lWeight), nRow,
-                            obj.aPixels.data());
+            const Mix* last = nullptr;
+            for (std::int32_t y = first; y < end; ++y) {
+                const Mix& mix = down[static_cast<std::size_t>(y)];
+                if (!last || last->one != mix.one || last->weight != 0 || mix.weight != 0) {
+                    const std::uint16_t* one = drawn(mix.one);
+                    MixRows(one, drawn(mix.other), static_cast<std::uint32_t>(mix.weight), row_index,
+                            obj.pixels.data());
                 }
-                pLast = &objMix;
-                std::uint8_t* pTarget = pRow(aImage, y);
-                for (std::size_t i = 3; aImage.channels == 4 && i < nRow; i += 4)
-                    obj.aPixels[i] = pTarget[i];
-                std::copy(obj.aPixels.begin(), obj.aPixels.end(), pTarget);
+                last = &mix;
+                std::uint8_t* target = Row(image, y);
+                for (std::size_t i = 3; image.channels == 4 && i < row_index; i += 4)
+                    obj.pixels[i] = target[i];
+                std::copy(obj.pixels.begin(), obj.pixels.end(), target);
             }
         };
-        RunBands(aImage, aDrawings.size(), std::ref(fnDraw));
+        RunBands(image, drawings.size(), std::ref(draw));
         return true;
     });
 }

@@ -19,93 +19,93 @@ namespace transforms
 namespace
 {
 
-ROW_LOOP void AddBytes(const std::uint8_t* __restrict pBytes, std::size_t nCount,
-                       std::uint16_t* __restrict aSums)
+ROW_LOOP void AddBytes(const std::uint8_t* __restrict bytes, std::size_t count,
+                       std::uint16_t* __restrict sums)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        aSums[i] = static_cast<std::uint16_t>(aSums[i] + pBytes[i]);
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] = static_cast<std::uint16_t>(sums[i] + bytes[i]);
 }
 
 // floor(sum / n + 0.5), exactly: half a unit more keeps the quotient off the whole numbers.
-ROW_LOOP void Divide(const std::uint16_t* __restrict aSums, std::size_t nCount, std::int32_t lDivisor,
-                     std::uint8_t* __restrict pTarget)
+ROW_LOOP void Divide(const std::uint16_t* __restrict sums, std::size_t count, std::int32_t divisor,
+                     std::uint8_t* __restrict target)
 {
-    const float dInverse = 1.F / static_cast<float>(lDivisor);
-    const std::int32_t lHalf = lDivisor / 2;
-    for (std::size_t i = 0; i < nCount; ++i)
-        pTarget[i] = static_cast<std::uint8_t>(
-            static_cast<std::int32_t>((static_cast<float>(aSums[i] + lHalf) + 0.5F) * dInverse));
+    const float inverse = 1.F / static_cast<float>(divisor);
+    const std::int32_t half = divisor / 2;
+    for (std::size_t i = 0; i < count; ++i)
+        target[i] = static_cast<std::uint8_t>(
+            static_cast<std::int32_t>((static_cast<float>(sums[i] + half) + 0.5F) * inverse));
 }
 
-void AddPixel(const std::uint8_t* pPixel, std::size_t nTimes, std::size_t nChannels, std::uint16_t* aSums)
+void AddPixel(const std::uint8_t* pixel, std::size_t times, std::size_t channels, std::uint16_t* sums)
 {
-    for (std::size_t i = 0; i < nTimes; ++i) {
-        for (std::size_t c = 0; c < nChannels; ++c, ++aSums)
-            *aSums = static_cast<std::uint16_t>(*aSums + pPixel[c]);
+    for (std::size_t i = 0; i < times; ++i) {
+        for (std::size_t c = 0; c < channels; ++c, ++sums)
+            *sums = static_cast<std::uint16_t>(*sums + pixel[c]);
     }
 }
 
-// Adds a row moved left by lX pixels, its border pixels repeated into what that uncovers.
-void AddMoved(const std::uint8_t* pSource, std::int32_t lX, std::int32_t lWidth, std::size_t nChannels,
-              std::uint16_t* aSums)
+// Adds a row moved left by x pixels, its border pixels repeated into what that uncovers.
+void AddMoved(const std::uint8_t* source, std::int32_t x, std::int32_t width, std::size_t channels,
+              std::uint16_t* sums)
 {
-    const auto nWidth = static_cast<std::size_t>(lWidth);
-    const auto nMoved = std::min(nWidth, static_cast<std::size_t>(std::abs(lX)));
-    const std::size_t nKept = (nWidth - nMoved) * nChannels;
-    if (lX >= 0) {
-        AddBytes(pSource + nMoved * nChannels, nKept, aSums);
-        AddPixel(pSource + (nWidth - 1) * nChannels, nMoved, nChannels, aSums + nKept);
+    const auto columns = static_cast<std::size_t>(width);
+    const auto moved = std::min(columns, static_cast<std::size_t>(std::abs(x)));
+    const std::size_t kept = (columns - moved) * channels;
+    if (x >= 0) {
+        AddBytes(source + moved * channels, kept, sums);
+        AddPixel(source + (columns - 1) * channels, moved, channels, sums + kept);
     } else {
-        AddPixel(pSource, nMoved, nChannels, aSums);
-        AddBytes(pSource, nKept, aSums + nMoved * nChannels);
+        AddPixel(source, moved, channels, sums);
+        AddBytes(source, kept, sums + moved * channels);
     }
 }
 
 struct Offset {
-    std::int32_t lX, lY;
+    std::int32_t x, y;
 };
 
-std::vector<Offset> aLine(double dAngle, std::int32_t lCount)
+std::vector<Offset> Line(double angle, std::int32_t count)
 {
     // Half turns leave the line as it is; quarters are exact, so that no sine's last digit moves a pixel.
-    const double dTurn = std::fmod(std::fmod(dAngle, 180) + 180, 180);
-    const double dCos = dTurn == 90 ? 0 : std::cos(dTurn * std::numbers::pi / 180),
-                 dSin = std::sin(dTurn * std::numbers::pi / 180);
-    std::vector<Offset> aOffsets;
-    for (std::int32_t k = 0; k < lCount; ++k) {
-        const std::int32_t t = k - (lCount - 1) / 2;
-        aOffsets.push_back({static_cast<std::int32_t>(std::floor(t * dCos + 0.5)),
-                            -static_cast<std::int32_t>(std::floor(t * dSin + 0.5))});
+    const double turn = std::fmod(std::fmod(angle, 180) + 180, 180);
+    const double cos = turn == 90 ? 0 : std::cos(turn * std::numbers::pi / 180),
+                 sin = std::sin(turn * std::numbers::pi / 180);
+    std::vector<Offset> offsets;
+    for (std::int32_t k = 0; k < count; ++k) {
+        const std::int32_t t = k - (count - 1) / 2;
+        offsets.push_back({static_cast<std::int32_t>(std::floor(t * cos + 0.5)),
+                           -static_cast<std::int32_t>(std::floor(t * sin + 0.5))});
     }
-    return aOffsets;
+    return offsets;
 }
 
 }  // namespace
 
-bool MotionBlur(ImageBuffer& aImage, double dAngle, std::int32_t lAmount)
+bool MotionBlur(ImageBuffer& image, double angle, std::int32_t amount)
 {
-    const std::int32_t lCount = std::min(lAmount, 255);
-    if (lCount < 2 || !std::isfinite(dAngle))
+    const std::int32_t count = std::min(amount, 255);
+    if (count < 2 || !std::isfinite(angle))
         return true;
-    return bAmongVisible(aImage, [&] {
-        const std::vector<Offset> aOffsets = aLine(dAngle, lCount);
-        const auto nChannels = static_cast<std::size_t>(aImage.channels);
-        const std::size_t nRow = nStride(aImage);
-        ImageBuffer aResult = aLike(aImage);
-        EachRows(aImage.height, nRow * aOffsets.size(), [&](std::int32_t lFirst, std::int32_t lLast) {
-            std::vector<std::uint16_t> aSums(nRow);
-            for (std::int32_t y = lFirst; y < lLast; ++y) {
-                std::fill(aSums.begin(), aSums.end(), std::uint16_t{0});
-                for (const Offset& objOffset : aOffsets)
-                    AddMoved(pRow(aImage, std::clamp(y + objOffset.lY, 0, aImage.height - 1)), objOffset.lX,
-                             aImage.width, nChannels, aSums.data());
-                std::uint8_t* pTarget = pRow(aResult, y);
-                Divide(aSums.data(), nRow, lCount, pTarget);
-                for (std::size_t i = 3; nChannels == 4 && i < nRow; i += 4)
-                    pTarget[i] = pRow(aImage, y)[i];
+    return IsVisible(image, [&] {
+        const std::vector<Offset> offsets = Line(angle, count);
+        const auto channels = static_cast<std::size_t>(image.channels);
+        const std::size_t row = Stride(image);
+        ImageBuffer result = EmptyLike(image);
+        EachRows(image.height, row * offsets.size(), [&](std::int32_t first, std::int32_t last) {
+            std::vector<std::uint16_t> sums(row);
+            for (std::int32_t y = first; y < last; ++y) {
+                std::fill(sums.begin(), sums.end(), std::uint16_t{0});
+                for (const Offset& offset : offsets)
+                    AddMoved(Row(image, std::clamp(y + offset.y, 0, image.height - 1)), offset.x, image.width,
+                             channels, sums.data());
+                std::uint8_t* target = Row(result, y);
+                Divide(sums.data(), row, count, target);
+                for (std::size_t i = 3; channels == 4 && i < row; i += 4)
+                    target[i] = Row(image, y)[i];
             }
         });
-        TakePixels(aImage, std::move(aResult));
+        TakePixels(image, std::move(result));
         return true;
     });
 }

@@ -27,148 +27,148 @@ using NoiseTable = std::array<std::int16_t, kQuantiles>;
 
 // The value below which a Gaussian's share of 1 / 2 <= d < 1 lies: by Newton's method from the middle, where
 // the steps only ever grow too short, never too long.
-double dQuantile(double d)
+double Quantile(double d)
 {
     double x = 0;
     for (int i = 0; i < 60; ++i) {
-        const double dError = 0.5 * std::erfc(-x / std::sqrt(2.0)) - d;
-        x -= dError / (std::exp(-x * x / 2) / std::sqrt(2 * std::numbers::pi));
-        if (std::fabs(dError) < 1e-12)
+        const double error = 0.5 * std::erfc(-x / std::sqrt(2.0)) - d;
+        x -= error / (std::exp(-x * x / 2) / std::sqrt(2 * std::numbers::pi));
+        if (std::fabs(error) < 1e-12)
             break;
     }
     return x;
 }
 
-NoiseTable aNoiseOf(std::int32_t lDeviation)
+NoiseTable NoiseOf(std::int32_t deviation)
 {
-    NoiseTable aTable;
+    NoiseTable table;
     for (std::size_t i = 0; i < kQuantiles / 2; ++i) {
-        const double dNoise =
-            dQuantile((static_cast<double>(kQuantiles / 2 + i) + 0.5) / static_cast<double>(kQuantiles));
-        const auto nNoise = static_cast<std::int16_t>(std::lround(dNoise * lDeviation));
-        aTable[kQuantiles / 2 + i] = nNoise;
-        aTable[kQuantiles / 2 - 1 - i] = static_cast<std::int16_t>(-nNoise);
+        const double noise =
+            Quantile((static_cast<double>(kQuantiles / 2 + i) + 0.5) / static_cast<double>(kQuantiles));
+        const auto level = static_cast<std::int16_t>(std::lround(noise * deviation));
+        table[kQuantiles / 2 + i] = level;
+        table[kQuantiles / 2 - 1 - i] = static_cast<std::int16_t>(-level);
     }
-    return aTable;
+    return table;
 }
 
 // Random numbers of a few bits, several out of each 64 bits.
 class Dice
 {
 public:
-    explicit Dice(std::uint64_t nState) : m_nState(nState) {}
-    std::size_t nNext()
+    explicit Dice(std::uint64_t state) : state_(state) {}
+    std::size_t Next()
     {
-        if (m_nLeft == 0) {
-            m_nBits = nRandom(m_nState);
-            m_nLeft = 64 / kBits;
+        if (left_ == 0) {
+            bits_ = Random(state_);
+            left_ = 64 / kBits;
         }
-        --m_nLeft;
-        const std::size_t n = m_nBits & (kQuantiles - 1);
-        m_nBits >>= kBits;
+        --left_;
+        const std::size_t n = bits_ & (kQuantiles - 1);
+        bits_ >>= kBits;
         return n;
     }
 
 private:
-    std::uint64_t m_nState;
-    std::uint64_t m_nBits = 0;
-    std::size_t m_nLeft = 0;
+    std::uint64_t state_;
+    std::uint64_t bits_ = 0;
+    std::size_t left_ = 0;
 };
 
-void AddNoiseToRow(std::uint8_t* pPixel, std::int32_t lWidth, std::int32_t lChannels, bool bOneForAll,
-                   const NoiseTable& aNoise, std::uint64_t nState)
+void AddNoiseToRow(std::uint8_t* pixel, std::int32_t width, std::int32_t channels, bool one_for_all,
+                   const NoiseTable& noise, std::uint64_t state)
 {
-    Dice objDice(nState);
-    const std::int32_t lColours = lChannels == 1 ? 1 : 3;
-    for (std::int32_t x = 0; x < lWidth; ++x, pPixel += lChannels) {
-        std::int32_t lNoise = aNoise[objDice.nNext()];
-        pPixel[0] = nLevel(pPixel[0] + lNoise);
-        for (std::int32_t c = 1; c < lColours; ++c) {
-            if (!bOneForAll)
-                lNoise = aNoise[objDice.nNext()];
-            pPixel[c] = nLevel(pPixel[c] + lNoise);
+    Dice dice(state);
+    const std::int32_t colours = channels == 1 ? 1 : 3;
+    for (std::int32_t x = 0; x < width; ++x, pixel += channels) {
+        std::int32_t added = noise[dice.Next()];
+        pixel[0] = ClampToLevel(pixel[0] + added);
+        for (std::int32_t c = 1; c < colours; ++c) {
+            if (!one_for_all)
+                added = noise[dice.Next()];
+            pixel[c] = ClampToLevel(pixel[c] + added);
         }
     }
 }
 
 }  // namespace
 
-bool AddNoise(ImageBuffer& aImage, std::int32_t lLevel, bool bMonochrome)
+bool AddNoise(ImageBuffer& image, std::int32_t level, bool monochrome)
 {
-    if (lLevel <= 0)
+    if (level <= 0)
         return true;
-    return bGuarded([&] {
-        const NoiseTable aNoise = aNoiseOf(std::min(lLevel, 1000));
-        std::uint64_t nStart = nSeed(aImage);
-        EachRows(aImage.height, 4 * nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
-            for (std::int32_t y = lFirst; y < lLast; ++y) {
-                std::uint64_t nState = nStart + static_cast<std::uint64_t>(y);
-                nState = nRandom(nState);
-                AddNoiseToRow(pRow(aImage, y), aImage.width, aImage.channels, bMonochrome, aNoise, nState);
+    return RunGuarded([&] {
+        const NoiseTable noise = NoiseOf(std::min(level, 1000));
+        std::uint64_t start = SeedOf(image);
+        EachRows(image.height, 4 * Stride(image), [&](std::int32_t first, std::int32_t last) {
+            for (std::int32_t y = first; y < last; ++y) {
+                std::uint64_t state = start + static_cast<std::uint64_t>(y);
+                state = Random(state);
+                AddNoiseToRow(Row(image, y), image.width, image.channels, monochrome, noise, state);
             }
         });
         return true;
     });
 }
 
-// Where a pixel is taken from, from 24 random bits: equally likely from -lDistance to lDistance.
-static std::int64_t nMoved(std::uint64_t nBits, std::uint64_t nDistance)
+// Where a pixel is taken from, from 24 random bits: equally likely from -distance to distance.
+static std::int64_t MoveFrom(std::uint64_t bits, std::uint64_t distance)
 {
-    return static_cast<std::int64_t>(((nBits & 0xFFFFFF) * (2 * nDistance + 1)) >> 24) -
-           static_cast<std::int64_t>(nDistance);
+    return static_cast<std::int64_t>(((bits & 0xFFFFFF) * (2 * distance + 1)) >> 24) -
+           static_cast<std::int64_t>(distance);
 }
 
 struct Shuffling {
-    std::uint64_t nDistance;
-    std::uint64_t nMoving;  // how many of 65536 pixels move
+    std::uint64_t distance;
+    std::uint64_t moving;  // how many of 65536 pixels move
 };
 
-template <std::size_t nChannels>
-static void ShuffleRow(const ImageBuffer& aImage, std::int32_t y, const Shuffling& obj, std::uint64_t nState,
-                       std::uint8_t* pTarget)
+template <std::size_t kChannels>
+static void ShuffleRow(const ImageBuffer& image, std::int32_t y, const Shuffling& shuffling,
+                       std::uint64_t state, std::uint8_t* target)
 {
-    const std::int64_t nRight = aImage.width - 1, nBottom = aImage.height - 1;
-    const auto nRow = static_cast<std::int64_t>(nStride(aImage));
-    const std::uint8_t* pBytes = aImage.bytes.data();
-    for (std::int64_t x = 0; x <= nRight; ++x, pTarget += nChannels) {
+    const std::int64_t right = image.width - 1, bottom = image.height - 1;
+    const auto row = static_cast<std::int64_t>(Stride(image));
+    const std::uint8_t* bytes = image.bytes.data();
+    for (std::int64_t x = 0; x <= right; ++x, target += kChannels) {
         // One number for all: 16 bits say whether, 24 and 24 where. A factor takes the place of a jump, which
         // nobody could foresee.
-        const std::uint64_t nBits = nRandom(nState);
-        const std::int64_t nMoves = (nBits >> 48) < obj.nMoving ? 1 : 0;
-        const std::int64_t nX =
-            std::clamp<std::int64_t>(x + nMoves * nMoved(nBits, obj.nDistance), 0, nRight);
-        const std::int64_t nY =
-            std::clamp<std::int64_t>(y + nMoves * nMoved(nBits >> 24, obj.nDistance), 0, nBottom);
-        const std::uint8_t* pFrom = pBytes + nY * nRow + nX * static_cast<std::int64_t>(nChannels);
-        for (std::size_t c = 0; c < (nChannels == 1 ? 1 : 3); ++c)
-            pTarget[c] = pFrom[c];
+        const std::uint64_t bits = Random(state);
+        const std::int64_t moves = (bits >> 48) < shuffling.moving ? 1 : 0;
+        const std::int64_t from_x =
+            std::clamp<std::int64_t>(x + moves * MoveFrom(bits, shuffling.distance), 0, right);
+        const std::int64_t from_y =
+            std::clamp<std::int64_t>(y + moves * MoveFrom(bits >> 24, shuffling.distance), 0, bottom);
+        const std::uint8_t* from = bytes + from_y * row + from_x * static_cast<std::int64_t>(kChannels);
+        for (std::size_t c = 0; c < (kChannels == 1 ? 1 : 3); ++c)
+            target[c] = from[c];
     }
 }
 
-bool Diffuse(ImageBuffer& aImage, std::int32_t lDistance, double dPenetration)
+bool Diffuse(ImageBuffer& image, std::int32_t distance, double penetration)
 {
-    if (lDistance <= 0 || !(dPenetration > 0))
+    if (distance <= 0 || !(penetration > 0))
         return true;
-    return bAmongVisible(aImage, [&] {
-        const Shuffling obj{
-            static_cast<std::uint64_t>(std::min(lDistance, std::max(aImage.width, aImage.height))),
-            static_cast<std::uint64_t>(std::lround((1 - std::exp(-dPenetration / 10)) * 65536))};
-        const std::uint64_t nStart = nSeed(aImage) ^ 0xD1FF05E;
-        const auto fnShuffle = aImage.channels == 1   ? ShuffleRow<1>
-                               : aImage.channels == 3 ? ShuffleRow<3>
-                                                      : ShuffleRow<4>;
-        ImageBuffer aResult = aLike(aImage);
-        EachRows(aImage.height, 4 * nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
-            for (std::int32_t y = lFirst; y < lLast; ++y) {
-                std::uint64_t nState = nStart + static_cast<std::uint64_t>(y);
-                nState = nRandom(nState);
-                std::uint8_t* pTarget = pRow(aResult, y);
-                for (std::size_t i = 3; aImage.channels == 4 && i < nStride(aImage); i += 4)
-                    pTarget[i] = pRow(aImage, y)[i];
-                fnShuffle(aImage, y, obj, nState, pTarget);
+    return IsVisible(image, [&] {
+        const Shuffling shuffling{
+            static_cast<std::uint64_t>(std::min(distance, std::max(image.width, image.height))),
+            static_cast<std::uint64_t>(std::lround((1 - std::exp(-penetration / 10)) * 65536))};
+        const std::uint64_t start = SeedOf(image) ^ 0xD1FF05E;
+        const auto shuffle = image.channels == 1   ? ShuffleRow<1>
+                             : image.channels == 3 ? ShuffleRow<3>
+                                                   : ShuffleRow<4>;
+        ImageBuffer result = EmptyLike(image);
+        EachRows(image.height, 4 * Stride(image), [&](std::int32_t first, std::int32_t last) {
+            for (std::int32_t y = first; y < last; ++y) {
+                std::uint64_t state = start + static_cast<std::uint64_t>(y);
+                state = Random(state);
+                std::uint8_t* target = Row(result, y);
+                for (std::size_t i = 3; image.channels == 4 && i < Stride(image); i += 4)
+                    target[i] = Row(image, y)[i];
+                shuffle(image, y, shuffling, state, target);
             }
         });
-        TakePixels(aImage, std::move(aResult));
+        TakePixels(image, std::move(result));
         return true;
     });
 }

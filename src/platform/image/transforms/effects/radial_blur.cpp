@@ -18,77 +18,75 @@ namespace transforms
 namespace
 {
 
-// A turn by dAngle radians and a magnification about the picture's middle.
-StraightMap objAboutMiddle(const ImageBuffer& aImage, double dAngle, double dScale)
+// A turn by angle radians and a magnification about the picture's middle.
+StraightMap AboutMiddle(const ImageBuffer& image, double angle, double scale)
 {
-    const double dMidX = (aImage.width - 1) / 2.0, dMidY = (aImage.height - 1) / 2.0;
-    const double dCos = std::cos(dAngle) * dScale, dSin = std::sin(dAngle) * dScale;
-    return {dCos,  dSin, dMidX - dCos * dMidX - dSin * dMidY,
-            -dSin, dCos, dMidY + dSin * dMidX - dCos * dMidY};
+    const double mid_x = (image.width - 1) / 2.0, mid_y = (image.height - 1) / 2.0;
+    const double cos = std::cos(angle) * scale, sin = std::sin(angle) * scale;
+    return {cos, sin, mid_x - cos * mid_x - sin * mid_y, -sin, cos, mid_y + sin * mid_x - cos * mid_y};
 }
 
 // How often the steps are doubled so that the longest way, in pixels, is cut into steps of about one, and a
 // long one into steps of two: wider ones would show as bands.
-int nDoublings(double dWay)
+int Doublings(double way)
 {
     constexpr int kFine = 6, kMost = 12;
     int n = 1;
-    while (n < kMost && (n < kFine ? 1 : 2) * (1 << n) < dWay)
+    while (n < kMost && (n < kFine ? 1 : 2) * (1 << n) < way)
         ++n;
     return n;
 }
 
-// The mean of 2^nTimes pictures: of the one drawn through both maps at first, and then again and again of
-// what came of it and the same drawn through fnFurther(1), fnFurther(2) ..., in two pictures that take turns.
+// The mean of 2^times pictures: of the one drawn through both maps at first, and then again and again of
+// what came of it and the same drawn through further(1), further(2) ..., in two pictures that take turns.
 template <typename Further>
-ImageBuffer aMeans(const ImageBuffer& aImage, const StraightMap& objOne, const StraightMap& objOther,
-                   int nTimes, const Further& fnFurther)
+ImageBuffer Means(const ImageBuffer& image, const StraightMap& one, const StraightMap& other, int times,
+                  const Further& further)
 {
-    ImageBuffer aResult = aLike(aImage);
-    DrawWarpedMean(aImage, aResult, objOne, objOther);
-    if (nTimes < 2)
-        return aResult;
-    ImageBuffer aNext = aLike(aImage);
-    for (int i = 1; i < nTimes; ++i) {
-        DrawWarpedMean(aResult, aNext, {}, fnFurther(i));
-        std::swap(aResult, aNext);
+    ImageBuffer result = EmptyLike(image);
+    DrawWarpedMean(image, result, one, other);
+    if (times < 2)
+        return result;
+    ImageBuffer next = EmptyLike(image);
+    for (int i = 1; i < times; ++i) {
+        DrawWarpedMean(result, next, {}, further(i));
+        std::swap(result, next);
     }
-    return aResult;
+    return result;
 }
 
-double dCorner(const ImageBuffer& aImage)
+double CornerDistance(const ImageBuffer& image)
 {
-    return std::hypot(aImage.width, aImage.height) / 2;
+    return std::hypot(image.width, image.height) / 2;
 }
 
 }  // namespace
 
-bool RadialBlur(ImageBuffer& aImage, double dDisplacement)
+bool RadialBlur(ImageBuffer& image, double displacement)
 {
-    if (!(dDisplacement > 0))
+    if (!(displacement > 0))
         return true;
-    return bAmongVisible(aImage, [&] {
-        const double dArc = dClamped(dDisplacement, 0, 100) / 100 * 36 * std::numbers::pi / 180;
-        const int nTimes = nDoublings(dArc * dCorner(aImage));
-        const double dStep = dArc / ((1 << nTimes) - 1);
-        TakePixels(aImage, aMeans(aImage, objAboutMiddle(aImage, -dArc / 2, 1),
-                                  objAboutMiddle(aImage, -dArc / 2 + dStep, 1), nTimes,
-                                  [&](int i) { return objAboutMiddle(aImage, dStep * (1 << i), 1); }));
+    return IsVisible(image, [&] {
+        const double arc = Clamped(displacement, 0, 100) / 100 * 36 * std::numbers::pi / 180;
+        const int times = Doublings(arc * CornerDistance(image));
+        const double step = arc / ((1 << times) - 1);
+        TakePixels(image,
+                   Means(image, AboutMiddle(image, -arc / 2, 1), AboutMiddle(image, -arc / 2 + step, 1),
+                         times, [&](int i) { return AboutMiddle(image, step * (1 << i), 1); }));
         return true;
     });
 }
 
-bool ZoomBlur(ImageBuffer& aImage, double dIntensity)
+bool ZoomBlur(ImageBuffer& image, double intensity)
 {
-    if (!(dIntensity > 0))
+    if (!(intensity > 0))
         return true;
-    return bAmongVisible(aImage, [&] {
-        const double dLast = 1 - dClamped(dIntensity, 0, 100) / 200;
-        const int nTimes = nDoublings((1 - dLast) * dCorner(aImage));
-        const double dStep = std::log(dLast) / ((1 << nTimes) - 1);
-        TakePixels(aImage, aMeans(aImage, {}, objAboutMiddle(aImage, 0, std::exp(dStep)), nTimes, [&](int i) {
-                       return objAboutMiddle(aImage, 0, std::exp(dStep * (1 << i)));
-                   }));
+    return IsVisible(image, [&] {
+        const double last = 1 - Clamped(intensity, 0, 100) / 200;
+        const int times = Doublings((1 - last) * CornerDistance(image));
+        const double step = std::log(last) / ((1 << times) - 1);
+        TakePixels(image, Means(image, {}, AboutMiddle(image, 0, std::exp(step)), times,
+                                [&](int i) { return AboutMiddle(image, 0, std::exp(step * (1 << i))); }));
         return true;
     });
 }

@@ -21,51 +21,51 @@ namespace transforms
 class SlopeRows
 {
 public:
-    SlopeRows(const ImageBuffer& aGrey, Light objFrom)
-        : m_aGrey(aGrey), m_objFrom(objFrom), m_aWide(nStride(aGrey) + 2), m_aSlopes(nStride(aGrey))
+    SlopeRows(const ImageBuffer& grey, Light from)
+        : grey_(grey), from_(from), wide_(Stride(grey) + 2), slopes_(Stride(grey))
     {
     }
-    const std::vector<std::int32_t>& aRow(std::int32_t y)
+    const std::vector<std::int32_t>& SlopeRow(std::int32_t y)
     {
-        const std::uint8_t* pOwn = pRow(m_aGrey, y);
-        std::memcpy(m_aWide.data() + 1, pOwn, m_aSlopes.size());
-        m_aWide.front() = pOwn[0];
-        m_aWide.back() = pOwn[m_aSlopes.size() - 1];
-        Slopes({m_aWide.data(), m_aWide.data() + 2, pRow(m_aGrey, std::max(y - 1, 0)),
-                pRow(m_aGrey, std::min(y + 1, m_aGrey.height - 1))},
-               m_objFrom, m_aSlopes.size(), m_aSlopes.data());
-        return m_aSlopes;
+        const std::uint8_t* own = Row(grey_, y);
+        std::memcpy(wide_.data() + 1, own, slopes_.size());
+        wide_.front() = own[0];
+        wide_.back() = own[slopes_.size() - 1];
+        Slopes({wide_.data(), wide_.data() + 2, Row(grey_, std::max(y - 1, 0)),
+                Row(grey_, std::min(y + 1, grey_.height - 1))},
+               from_, slopes_.size(), slopes_.data());
+        return slopes_;
     }
 
 private:
-    const ImageBuffer& m_aGrey;
-    Light m_objFrom;
-    std::vector<std::uint8_t> m_aWide;  // the row with its ends repeated
-    std::vector<std::int32_t> m_aSlopes;
+    const ImageBuffer& grey_;
+    Light from_;
+    std::vector<std::uint8_t> wide_;  // the row with its ends repeated
+    std::vector<std::int32_t> slopes_;
 };
 
-bool Relief(ImageBuffer& aImage, double dAngle, double dBrightness, double dSmoothness)
+bool Relief(ImageBuffer& image, double angle, double brightness, double smoothness)
 {
-    if (!(dBrightness > 0) || !std::isfinite(dAngle) || std::isnan(dSmoothness))
+    if (!(brightness > 0) || !std::isfinite(angle) || std::isnan(smoothness))
         return true;
-    return bAmongVisible(aImage, [&] {
-        ImageBuffer aMap = aIntensity(aImage);
-        if (dSmoothness > 0)
-            aMap = aBlurred(aMap, std::max(0.1, std::min(dSmoothness, 16.0) / 4));
-        const Light objFrom = objLight(dAngle, std::min(dBrightness, 100.0));
-        std::vector<SlopeRows> aSlopes(nBands(aImage), SlopeRows(aMap, objFrom));
-        const std::int32_t lColours = aImage.channels == 1 ? 1 : 3;
-        const auto fnBand = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
-            for (std::int32_t y = lFirst; y < lEnd; ++y) {
-                std::uint8_t* pPixel = pRow(aImage, y);
-                for (const std::int32_t lSlope : aSlopes[nBand].aRow(y)) {
-                    for (std::int32_t c = 0; c < lColours; ++c)
-                        pPixel[c] = nLevel(pPixel[c] + lSlope);
-                    pPixel += aImage.channels;
+    return IsVisible(image, [&] {
+        ImageBuffer map = IntensityPlane(image);
+        if (smoothness > 0)
+            map = Blurred(map, std::max(0.1, std::min(smoothness, 16.0) / 4));
+        const Light from = LightFrom(angle, std::min(brightness, 100.0));
+        std::vector<SlopeRows> slopes(BandCount(image), SlopeRows(map, from));
+        const std::int32_t colours = image.channels == 1 ? 1 : 3;
+        const auto band = [&](std::size_t band_index, std::int32_t first, std::int32_t end) {
+            for (std::int32_t y = first; y < end; ++y) {
+                std::uint8_t* pixel = Row(image, y);
+                for (const std::int32_t slope : slopes[band_index].SlopeRow(y)) {
+                    for (std::int32_t c = 0; c < colours; ++c)
+                        pixel[c] = ClampToLevel(pixel[c] + slope);
+                    pixel += image.channels;
                 }
             }
         };
-        RunBands(aImage, aSlopes.size(), std::ref(fnBand));
+        RunBands(image, slopes.size(), std::ref(band));
         return true;
     });
 }

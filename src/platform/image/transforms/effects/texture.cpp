@@ -19,110 +19,111 @@ static constexpr std::size_t kWrap = kTextureSide - 1;
 static_assert((kTextureSide & kWrap) == 0, "textures repeat by a mask");
 
 // Random heights, evened out by a Gaussian both ways, around the edges too.
-static std::vector<float> aNoiseHeights(double dDeviation)
+static std::vector<float> NoiseHeights(double deviation)
 {
-    std::vector<float> aHeights(kTextureSide * kTextureSide), aAcross(aHeights.size());
-    std::uint64_t nState = 1;
-    for (float& dHeight : aHeights)
-        dHeight = static_cast<float>(nRandom(nState) >> 40) / static_cast<float>(1 << 24) - 0.5F;
+    std::vector<float> heights(kTextureSide * kTextureSide), across(heights.size());
+    std::uint64_t state = 1;
+    for (float& height : heights)
+        height = static_cast<float>(Random(state) >> 40) / static_cast<float>(1 << 24) - 0.5F;
 
-    const auto nReach = static_cast<std::size_t>(std::ceil(3 * dDeviation));
-    std::vector<float> aCurve(2 * nReach + 1);
-    for (std::size_t i = 0; i < aCurve.size(); ++i) {
-        const double d = static_cast<double>(i) - static_cast<double>(nReach);
-        aCurve[i] = static_cast<float>(std::exp(-d * d / (2 * dDeviation * dDeviation)));
+    const auto reach = static_cast<std::size_t>(std::ceil(3 * deviation));
+    std::vector<float> curve(2 * reach + 1);
+    for (std::size_t i = 0; i < curve.size(); ++i) {
+        const double d = static_cast<double>(i) - static_cast<double>(reach);
+        curve[i] = static_cast<float>(std::exp(-d * d / (2 * deviation * deviation)));
     }
     // Each pass exchanges rows and columns, so that two of them do both directions.
-    for (int nPass = 0; nPass < 2; ++nPass) {
+    for (int pass = 0; pass < 2; ++pass) {
         for (std::size_t y = 0; y < kTextureSide; ++y) {
             for (std::size_t x = 0; x < kTextureSide; ++x) {
-                float dSum = 0;
-                for (std::size_t i = 0; i < aCurve.size(); ++i)
-                    dSum += aCurve[i] * aHeights[y * kTextureSide + ((x + i - nReach) & kWrap)];
-                aAcross[x * kTextureSide + y] = dSum;
+                float sum = 0;
+                for (std::size_t i = 0; i < curve.size(); ++i)
+                    sum += curve[i] * heights[y * kTextureSide + ((x + i - reach) & kWrap)];
+                across[x * kTextureSide + y] = sum;
             }
         }
-        aHeights.swap(aAcross);
+        heights.swap(across);
     }
-    return aHeights;
+    return heights;
 }
 
 // Waves that run to the lower right, so that light from any side but along them falls on their slopes, and
 // wind a little. Whole numbers of waves fit the side.
-static std::vector<float> aWaveHeights(std::size_t nWaves)
+static std::vector<float> WaveHeights(std::size_t wave_count)
 {
     constexpr double kTurn = 2 * std::numbers::pi / static_cast<double>(kTextureSide);
-    std::vector<float> aHeights(kTextureSide * kTextureSide);
+    std::vector<float> heights(kTextureSide * kTextureSide);
     for (std::size_t y = 0; y < kTextureSide; ++y) {
         for (std::size_t x = 0; x < kTextureSide; ++x) {
-            const auto dX = static_cast<double>(x) * kTurn, dY = static_cast<double>(y) * kTurn;
-            const auto dWaves = static_cast<double>(nWaves);
-            const double dWinding = 0.9 * std::sin(3 * dX - 2 * dY) + 0.6 * std::sin(5 * dY - 4 * dX + 1);
-            aHeights[y * kTextureSide + x] = static_cast<float>(std::sin((dX + dY) * dWaves + dWinding));
+            const auto angle_x = static_cast<double>(x) * kTurn, angle_y = static_cast<double>(y) * kTurn;
+            const auto waves = static_cast<double>(wave_count);
+            const double winding =
+                0.9 * std::sin(3 * angle_x - 2 * angle_y) + 0.6 * std::sin(5 * angle_y - 4 * angle_x + 1);
+            heights[y * kTextureSide + x] =
+                static_cast<float>(std::sin((angle_x + angle_y) * waves + winding));
         }
     }
-    return aHeights;
+    return heights;
 }
 
-std::vector<float> aTextureHeights(std::int32_t lTexture)
+std::vector<float> TextureHeights(std::int32_t texture)
 {
     constexpr double kDeviations[3] = {1.5, 3, 0.8};
     constexpr std::size_t kWaves[3] = {11, 6, 23};
-    return lTexture < 3 ? aNoiseHeights(kDeviations[lTexture]) : aWaveHeights(kWaves[lTexture - 3]);
+    return texture < 3 ? NoiseHeights(kDeviations[texture]) : WaveHeights(kWaves[texture - 3]);
 }
 
 // The slopes towards the light, brought to the mean square that all textures share, times the brightness.
-static std::vector<std::int32_t> aSlopes(double dAngle, double dBrightness, std::int32_t lTexture)
+static std::vector<std::int32_t> Slopes(double angle, double brightness, std::int32_t texture)
 {
     constexpr double kMeanSquare = 5;
-    const std::vector<float> aHeights = aTextureHeights(lTexture);
-    const double dTurn = std::fmod(dAngle, 360) * std::numbers::pi / 180;
-    const double dCos = std::cos(dTurn), dSin = std::sin(dTurn);
-    std::vector<double> aExact(aHeights.size());
-    double dSquares = 0;
+    const std::vector<float> heights = TextureHeights(texture);
+    const double turn = std::fmod(angle, 360) * std::numbers::pi / 180;
+    const double cos = std::cos(turn), sin = std::sin(turn);
+    std::vector<double> exact(heights.size());
+    double squares = 0;
     for (std::size_t y = 0; y < kTextureSide; ++y) {
         for (std::size_t x = 0; x < kTextureSide; ++x) {
-            const auto fnHeight = [&](std::size_t nX, std::size_t nY) {
-                return static_cast<double>(aHeights[(nY & kWrap) * kTextureSide + (nX & kWrap)]);
+            const auto height = [&](std::size_t column, std::size_t row) {
+                return static_cast<double>(heights[(row & kWrap) * kTextureSide + (column & kWrap)]);
             };
-            const double dAcross = fnHeight(x - 1, y) - fnHeight(x + 1, y);
-            const double dUp = fnHeight(x, y + 1) - fnHeight(x, y - 1);
-            dSquares += (dAcross * dAcross + dUp * dUp) / 2;
-            aExact[y * kTextureSide + x] = dCos * dAcross + dSin * dUp;
+            const double across = height(x - 1, y) - height(x + 1, y);
+            const double up = height(x, y + 1) - height(x, y - 1);
+            squares += (across * across + up * up) / 2;
+            exact[y * kTextureSide + x] = cos * across + sin * up;
         }
     }
-    const double dScale =
-        dBrightness * std::sqrt(kMeanSquare / (dSquares / static_cast<double>(aExact.size())));
-    std::vector<std::int32_t> aResult(aExact.size());
-    std::transform(aExact.begin(), aExact.end(), aResult.begin(),
-                   [dScale](double d) { return static_cast<std::int32_t>(std::lround(d * dScale)); });
-    return aResult;
+    const double scale = brightness * std::sqrt(kMeanSquare / (squares / static_cast<double>(exact.size())));
+    std::vector<std::int32_t> result(exact.size());
+    std::transform(exact.begin(), exact.end(), result.begin(),
+                   [scale](double d) { return static_cast<std::int32_t>(std::lround(d * scale)); });
+    return result;
 }
 
-template <std::int32_t lChannels>
-static void AddSlopes(std::uint8_t* __restrict pPixel, std::size_t nWidth,
-                      const std::int32_t* __restrict pSlopes)
+template <std::int32_t kChannels>
+static void AddSlopes(std::uint8_t* __restrict pixel, std::size_t width,
+                      const std::int32_t* __restrict slopes)
 {
-    for (std::size_t x = 0; x < nWidth; ++x, pPixel += lChannels) {
-        for (std::int32_t c = 0; c < (lChannels == 1 ? 1 : 3); ++c)
-            pPixel[c] = nLevel(pPixel[c] + pSlopes[x & kWrap]);
+    for (std::size_t x = 0; x < width; ++x, pixel += kChannels) {
+        for (std::int32_t c = 0; c < (kChannels == 1 ? 1 : 3); ++c)
+            pixel[c] = ClampToLevel(pixel[c] + slopes[x & kWrap]);
     }
 }
 
-bool Texturize(ImageBuffer& aImage, double dAngle, double dBrightness, std::int32_t lTexture)
+bool Texturize(ImageBuffer& image, double angle, double brightness, std::int32_t texture)
 {
-    if (!(dBrightness > 0) || !std::isfinite(dAngle))
+    if (!(brightness > 0) || !std::isfinite(angle))
         return true;
-    return bGuarded([&] {
-        const std::vector<std::int32_t> aLit =
-            aSlopes(dAngle, std::min(dBrightness, 100.0), std::clamp(lTexture, 0, 5));
-        const auto fnAdd = aImage.channels == 1   ? AddSlopes<1>
-                           : aImage.channels == 3 ? AddSlopes<3>
-                                                  : AddSlopes<4>;
-        EachRows(aImage.height, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
-            for (std::int32_t y = lFirst; y < lLast; ++y)
-                fnAdd(pRow(aImage, y), static_cast<std::size_t>(aImage.width),
-                      aLit.data() + (static_cast<std::size_t>(y) & kWrap) * kTextureSide);
+    return RunGuarded([&] {
+        const std::vector<std::int32_t> lit =
+            Slopes(angle, std::min(brightness, 100.0), std::clamp(texture, 0, 5));
+        const auto add = image.channels == 1   ? AddSlopes<1>
+                         : image.channels == 3 ? AddSlopes<3>
+                                               : AddSlopes<4>;
+        EachRows(image.height, Stride(image), [&](std::int32_t first, std::int32_t last) {
+            for (std::int32_t y = first; y < last; ++y)
+                add(Row(image, y), static_cast<std::size_t>(image.width),
+                    lit.data() + (static_cast<std::size_t>(y) & kWrap) * kTextureSide);
         });
         return true;
     });

@@ -16,58 +16,58 @@
 namespace transforms
 {
 
-// A row, its neighbours nStep bytes on, and the row below it.
-ROW_LOOP static void Trace(const std::uint8_t* __restrict pOwn, const std::uint8_t* __restrict pRight,
-                           const std::uint8_t* __restrict pBelow, std::size_t nCount, std::uint8_t nLimit,
-                           std::uint8_t nThreshold, std::uint8_t* __restrict pTarget)
+// A row, its neighbours channels bytes on, and the row below it.
+ROW_LOOP static void Trace(const std::uint8_t* __restrict own, const std::uint8_t* __restrict right,
+                           const std::uint8_t* __restrict below, std::size_t count, std::uint8_t limit,
+                           std::uint8_t threshold, std::uint8_t* __restrict target)
 {
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const std::uint8_t nOwn = pOwn[i];
-        const auto nToRight =
-            static_cast<std::uint8_t>(std::max(nOwn, pRight[i]) - std::min(nOwn, pRight[i]));
-        const auto nToBelow =
-            static_cast<std::uint8_t>(std::max(nOwn, pBelow[i]) - std::min(nOwn, pBelow[i]));
-        const bool bContour =
-            ((nOwn < nLimit) != (pRight[i] < nLimit)) | ((nOwn < nLimit) != (pBelow[i] < nLimit));
-        const bool bOutline = (nToRight > nThreshold) | (nToBelow > nThreshold);
-        pTarget[i] = (bContour | bOutline) ? 0 : 255;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint8_t own_level = own[i];
+        const auto to_right =
+            static_cast<std::uint8_t>(std::max(own_level, right[i]) - std::min(own_level, right[i]));
+        const auto to_below =
+            static_cast<std::uint8_t>(std::max(own_level, below[i]) - std::min(own_level, below[i]));
+        const bool contour =
+            ((own_level < limit) != (right[i] < limit)) | ((own_level < limit) != (below[i] < limit));
+        const bool outline = (to_right > threshold) | (to_below > threshold);
+        target[i] = (contour | outline) ? 0 : 255;
     }
 }
 
-// The lines of aValues, as a picture of the same channels.
-static ImageBuffer aLines(const ImageBuffer& aValues, std::uint8_t nLimit, std::uint8_t nThreshold)
+// The lines of values, as a picture of the same channels.
+static ImageBuffer TraceLines(const ImageBuffer& values, std::uint8_t limit, std::uint8_t threshold)
 {
-    ImageBuffer aResult = aLike(aValues);
-    const auto nChannels = static_cast<std::size_t>(aValues.channels);
-    const std::size_t nRow = nStride(aValues);
-    EachRows(aValues.height, nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
-        std::vector<std::uint8_t> aRight(nRow);
-        for (std::int32_t y = lFirst; y < lLast; ++y) {
-            const std::uint8_t* pOwn = pRow(aValues, y);
-            std::memcpy(aRight.data(), pOwn + nChannels, nRow - nChannels);
-            std::memcpy(aRight.data() + nRow - nChannels, pOwn + nRow - nChannels, nChannels);
-            Trace(pOwn, aRight.data(), pRow(aValues, std::min(y + 1, aValues.height - 1)), nRow, nLimit,
-                  nThreshold, pRow(aResult, y));
+    ImageBuffer result = EmptyLike(values);
+    const auto channels = static_cast<std::size_t>(values.channels);
+    const std::size_t row = Stride(values);
+    EachRows(values.height, row, [&](std::int32_t first, std::int32_t last) {
+        std::vector<std::uint8_t> right(row);
+        for (std::int32_t y = first; y < last; ++y) {
+            const std::uint8_t* own = Row(values, y);
+            std::memcpy(right.data(), own + channels, row - channels);
+            std::memcpy(right.data() + row - channels, own + row - channels, channels);
+            Trace(own, right.data(), Row(values, std::min(y + 1, values.height - 1)), row, limit, threshold,
+                  Row(result, y));
         }
     });
-    return aResult;
+    return result;
 }
 
-bool TraceContours(ImageBuffer& aImage, std::uint8_t nLevel, std::uint8_t nThreshold, bool bIntensity)
+bool TraceContours(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool intensity)
 {
-    return bAmongVisible(aImage, [&] {
-        if (aImage.channels == 1 || !bIntensity) {
-            ImageBuffer aResult = aLines(aImage, nLevel, nThreshold);
-            for (std::size_t i = 3; aImage.channels == 4 && i < aImage.bytes.size(); i += 4)
-                aResult.bytes[i] = aImage.bytes[i];
-            TakePixels(aImage, std::move(aResult));
+    return IsVisible(image, [&] {
+        if (image.channels == 1 || !intensity) {
+            ImageBuffer result = TraceLines(image, level, threshold);
+            for (std::size_t i = 3; image.channels == 4 && i < image.bytes.size(); i += 4)
+                result.bytes[i] = image.bytes[i];
+            TakePixels(image, std::move(result));
             return true;
         }
-        const ImageBuffer aGrey = aLines(aIntensity(aImage), nLevel, nThreshold);
-        const auto nChannels = static_cast<std::size_t>(aImage.channels);
-        for (std::size_t i = 0; i < aGrey.bytes.size(); ++i) {
+        const ImageBuffer grey = TraceLines(IntensityPlane(image), level, threshold);
+        const auto channels = static_cast<std::size_t>(image.channels);
+        for (std::size_t i = 0; i < grey.bytes.size(); ++i) {
             for (std::size_t c = 0; c < 3; ++c)
-                aImage.bytes[i * nChannels + c] = aGrey.bytes[i];
+                image.bytes[i * channels + c] = grey.bytes[i];
         }
         return true;
     });

@@ -17,174 +17,176 @@ class BandRows
 {
 public:
     static constexpr std::size_t kRows = 5;
-    static std::size_t nPadded(const ImageBuffer& aImage)
+    static std::size_t Padded(const ImageBuffer& image)
     {
-        return (static_cast<std::size_t>(aImage.width) + 2) * static_cast<std::size_t>(aImage.channels);
+        return (static_cast<std::size_t>(image.width) + 2) * static_cast<std::size_t>(image.channels);
     }
 
-    BandRows(const ImageBuffer& aImage, std::uint8_t* pMemory)
-        : m_aImage(aImage), m_pMemory(pMemory), m_nPadded(nPadded(aImage))
+    BandRows(const ImageBuffer& image, std::uint8_t* memory)
+        : image_(image), memory_(memory), padded_(Padded(image))
     {
     }
     // To be called before the picture is changed.
-    void KeepBorders(std::int32_t lFirst, std::int32_t lEnd)
+    void KeepBorders(std::int32_t first, std::int32_t end)
     {
-        Load(3, std::max(lFirst - 1, 0));
-        Load(4, std::min(lEnd, m_aImage.height - 1));
+        Load(3, std::max(first - 1, 0));
+        Load(4, std::min(end, image_.height - 1));
     }
-    void Begin(std::int32_t lFirst, std::int32_t lEnd)
+    void Begin(std::int32_t first, std::int32_t end)
     {
-        m_lEnd = lEnd;
-        std::memcpy(pSlot(nSlot(lFirst - 1)), pSlot(3), m_nPadded);
-        Load(nSlot(lFirst), lFirst);
+        end_ = end;
+        std::memcpy(SlotRow(SlotOf(first - 1)), SlotRow(3), padded_);
+        Load(SlotOf(first), first);
     }
     // The rows y - 1 to y + 1; in ascending order of y only, and before row y is written.
-    std::array<const std::uint8_t*, 3> aAround(std::int32_t y)
+    std::array<const std::uint8_t*, 3> NeighbourRows(std::int32_t y)
     {
-        if (y + 1 < m_lEnd)
-            Load(nSlot(y + 1), y + 1);
+        if (y + 1 < end_)
+            Load(SlotOf(y + 1), y + 1);
         else
-            std::memcpy(pSlot(nSlot(y + 1)), pSlot(4), m_nPadded);
-        const auto nChannels = static_cast<std::size_t>(m_aImage.channels);
-        return {pSlot(nSlot(y - 1)) + nChannels, pSlot(nSlot(y)) + nChannels,
-                pSlot(nSlot(y + 1)) + nChannels};
+            std::memcpy(SlotRow(SlotOf(y + 1)), SlotRow(4), padded_);
+        const auto channels = static_cast<std::size_t>(image_.channels);
+        return {SlotRow(SlotOf(y - 1)) + channels, SlotRow(SlotOf(y)) + channels,
+                SlotRow(SlotOf(y + 1)) + channels};
     }
 
 private:
-    static std::size_t nSlot(std::int32_t y) { return static_cast<std::size_t>((y + 3) % 3); }
-    std::uint8_t* pSlot(std::size_t nRow) { return m_pMemory + nRow * m_nPadded; }
-    void Load(std::size_t nRow, std::int32_t y)
+    static std::size_t SlotOf(std::int32_t y) { return static_cast<std::size_t>((y + 3) % 3); }
+    std::uint8_t* SlotRow(std::size_t row) { return memory_ + row * padded_; }
+    void Load(std::size_t row_index, std::int32_t y)
     {
-        const auto nChannels = static_cast<std::size_t>(m_aImage.channels);
-        const std::size_t nBytes = m_nPadded - 2 * nChannels;
-        const std::uint8_t* pRow = m_aImage.bytes.data() + nBytes * static_cast<std::size_t>(y);
-        std::memcpy(pSlot(nRow), pRow, nChannels);
-        std::memcpy(pSlot(nRow) + nChannels, pRow, nBytes);
-        std::memcpy(pSlot(nRow) + nChannels + nBytes, pRow + nBytes - nChannels, nChannels);
+        const auto channels = static_cast<std::size_t>(image_.channels);
+        const std::size_t bytes = padded_ - 2 * channels;
+        const std::uint8_t* row = image_.bytes.data() + bytes * static_cast<std::size_t>(y);
+        std::memcpy(SlotRow(row_index), row, channels);
+        std::memcpy(SlotRow(row_index) + channels, row, bytes);
+        std::memcpy(SlotRow(row_index) + channels + bytes, row + bytes - channels, channels);
     }
 
-    const ImageBuffer& m_aImage;
-    std::uint8_t* m_pMemory;
-    std::size_t m_nPadded;
-    std::int32_t m_lEnd = 0;
+    const ImageBuffer& image_;
+    std::uint8_t* memory_;
+    std::size_t padded_;
+    std::int32_t end_ = 0;
 };
 
-bool FilterNeighbourhoods(ImageBuffer& aImage, const NeighbourhoodRow& fnRow)
+bool FilterNeighbourhoods(ImageBuffer& image, const NeighbourhoodRow& row)
 {
-    const std::size_t nCount = nBands(aImage);
-    const std::size_t nBandBytes = BandRows::kRows * BandRows::nPadded(aImage);
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::size_t nRowBytes = static_cast<std::size_t>(aImage.width) * nChannels;
-    PixelBytes aMemory;
-    const auto fnWork = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
-        BandRows objRows(aImage, aMemory.data() + nBand * nBandBytes);
-        objRows.Begin(lFirst, lEnd);
-        for (std::int32_t y = lFirst; y < lEnd; ++y) {
-            const auto aRows = objRows.aAround(y);
-            std::uint8_t* pTarget = aImage.bytes.data() + nRowBytes * static_cast<std::size_t>(y);
-            fnRow(aRows, nRowBytes, nChannels, pTarget);
-            for (std::size_t i = 3; nChannels == 4 && i < nRowBytes; i += 4)
-                pTarget[i] = aRows[1][i];
+    const std::size_t count = BandCount(image);
+    const std::size_t band_bytes = BandRows::kRows * BandRows::Padded(image);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::size_t row_bytes = static_cast<std::size_t>(image.width) * channels;
+    PixelBytes memory;
+    const auto work = [&](std::size_t band, std::int32_t first, std::int32_t end) {
+        BandRows band_rows(image, memory.data() + band * band_bytes);
+        band_rows.Begin(first, end);
+        for (std::int32_t y = first; y < end; ++y) {
+            const auto rows = band_rows.NeighbourRows(y);
+            std::uint8_t* target = image.bytes.data() + row_bytes * static_cast<std::size_t>(y);
+            row(rows, row_bytes, channels, target);
+            for (std::size_t i = 3; channels == 4 && i < row_bytes; i += 4)
+                target[i] = rows[1][i];
         }
     };
-    return bAmongVisible(aImage, [&] {
-        aMemory.resize(nCount * nBandBytes);
+    return IsVisible(image, [&] {
+        memory.resize(count * band_bytes);
         // No band begins before the borders of all are kept, and these come one after the other.
-        for (std::size_t nBand = 0; nBand < nCount; ++nBand)
-            BandRows(aImage, aMemory.data() + nBand * nBandBytes)
-                .KeepBorders(lBandRow(aImage, nCount, nBand), lBandRow(aImage, nCount, nBand + 1));
-        RunBands(aImage, nCount, std::ref(fnWork));
+        for (std::size_t band = 0; band < count; ++band)
+            BandRows(image, memory.data() + band * band_bytes)
+                .KeepBorders(BandRow(image, count, band), BandRow(image, count, band + 1));
+        RunBands(image, count, std::ref(work));
         return true;
     });
 }
 
 struct Neighbours {
-    const std::uint8_t *pAbove, *pOwn, *pBelow;
-    std::size_t nCount, nChannels;
+    const std::uint8_t *above, *own, *below;
+    std::size_t count, channels;
 };
 
-template <Shown enShown>
-ROW_LOOP_PART static void ConvolveRow(const Neighbours& obj, const Weights& w, std::uint32_t nHalf,
-                                      std::uint32_t nReciprocal, std::uint8_t* __restrict pTarget)
+template <Shown kShown>
+ROW_LOOP_PART static void ConvolveRow(const Neighbours& neighbours, const Weights& w, std::uint32_t half,
+                                      std::uint32_t reciprocal, std::uint8_t* __restrict target)
 {
-    const std::uint8_t* __restrict a = obj.pAbove - obj.nChannels;
-    const std::uint8_t* __restrict m = obj.pOwn - obj.nChannels;
-    const std::uint8_t* __restrict b = obj.pBelow - obj.nChannels;
-    const std::size_t c = obj.nChannels, nCount = obj.nCount;
+    const std::uint8_t* __restrict a = neighbours.above - neighbours.channels;
+    const std::uint8_t* __restrict m = neighbours.own - neighbours.channels;
+    const std::uint8_t* __restrict b = neighbours.below - neighbours.channels;
+    const std::size_t c = neighbours.channels, count = neighbours.count;
     const std::int16_t w0 = w[0], w1 = w[1], w2 = w[2], w3 = w[3], w4 = w[4], w5 = w[5], w6 = w[6], w7 = w[7],
                        w8 = w[8];
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const auto nSum = static_cast<std::int16_t>(w0 * a[i] + w1 * a[i + c] + w2 * a[i + 2 * c] +
-                                                    w3 * m[i] + w4 * m[i + c] + w5 * m[i + 2 * c] +
-                                                    w6 * b[i] + w7 * b[i + c] + w8 * b[i + 2 * c]);
-        if constexpr (enShown == Shown::Clipped) {
-            const std::int16_t nLow = nSum < 0 ? std::int16_t{0} : nSum;
-            pTarget[i] = static_cast<std::uint8_t>(nLow > 255 ? std::int16_t{255} : nLow);
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto sum = static_cast<std::int16_t>(w0 * a[i] + w1 * a[i + c] + w2 * a[i + 2 * c] + w3 * m[i] +
+                                                   w4 * m[i + c] + w5 * m[i + 2 * c] + w6 * b[i] +
+                                                   w7 * b[i + c] + w8 * b[i + 2 * c]);
+        if constexpr (kShown == Shown::kClipped) {
+            const std::int16_t low = sum < 0 ? std::int16_t{0} : sum;
+            target[i] = static_cast<std::uint8_t>(low > 255 ? std::int16_t{255} : low);
         } else {
-            const auto nAmount = static_cast<std::uint16_t>(nSum < 0 ? -nSum : nSum);
-            const auto nShare = static_cast<std::uint16_t>(
-                nReciprocal == 0 ? nAmount : ((nAmount + nHalf) * nReciprocal) >> 16);
-            pTarget[i] = static_cast<std::uint8_t>(nShare > 255 ? std::uint16_t{255} : nShare);
+            const auto amount = static_cast<std::uint16_t>(sum < 0 ? -sum : sum);
+            const auto share =
+                static_cast<std::uint16_t>(reciprocal == 0 ? amount : ((amount + half) * reciprocal) >> 16);
+            target[i] = static_cast<std::uint8_t>(share > 255 ? std::uint16_t{255} : share);
         }
     }
 }
 
-ROW_LOOP static void ClippedRow(const Neighbours& obj, const Weights& w, std::uint8_t* __restrict pTarget)
+ROW_LOOP static void ClippedRow(const Neighbours& neighbours, const Weights& w,
+                                std::uint8_t* __restrict target)
 {
-    ConvolveRow<Shown::Clipped>(obj, w, 0, 0, pTarget);
+    ConvolveRow<Shown::kClipped>(neighbours, w, 0, 0, target);
 }
 
-ROW_LOOP static void MagnitudeRow(const Neighbours& obj, const Weights& w, std::uint8_t* __restrict pTarget)
+ROW_LOOP static void MagnitudeRow(const Neighbours& neighbours, const Weights& w,
+                                  std::uint8_t* __restrict target)
 {
-    ConvolveRow<Shown::Magnitude>(obj, w, 0, 0, pTarget);
+    ConvolveRow<Shown::kMagnitude>(neighbours, w, 0, 0, target);
 }
 
-ROW_LOOP static void DividedRow(const Neighbours& obj, const Weights& w, std::uint16_t nDivisor,
-                                std::uint8_t* __restrict pTarget)
+ROW_LOOP static void DividedRow(const Neighbours& neighbours, const Weights& w, std::uint16_t divisor,
+                                std::uint8_t* __restrict target)
 {
     // Exact as long as the quotient is below 256: (sum + half) / 65536 stays below 1 / divisor.
-    const std::uint32_t nReciprocal = (65535U + nDivisor) / nDivisor;
-    ConvolveRow<Shown::Magnitude>(obj, w, nDivisor / 2U, nReciprocal, pTarget);
+    const std::uint32_t reciprocal = (65535U + divisor) / divisor;
+    ConvolveRow<Shown::kMagnitude>(neighbours, w, divisor / 2U, reciprocal, target);
 }
 
-bool Convolve(ImageBuffer& aImage, const Weights& aWeights, Shown enShown, std::uint16_t nDivisor)
+bool Convolve(ImageBuffer& image, const Weights& weights, Shown shown, std::uint16_t divisor)
 {
-    const auto fnRow = [&](const std::array<const std::uint8_t*, 3>& aRows, std::size_t nCount,
-                           std::size_t nChannels, std::uint8_t* pTarget) {
-        const Neighbours obj{aRows[0], aRows[1], aRows[2], nCount, nChannels};
-        if (enShown == Shown::Clipped)
-            ClippedRow(obj, aWeights, pTarget);
-        else if (nDivisor == 1)
-            MagnitudeRow(obj, aWeights, pTarget);
+    const auto row = [&](const std::array<const std::uint8_t*, 3>& rows, std::size_t count,
+                         std::size_t channels, std::uint8_t* target) {
+        const Neighbours neighbours{rows[0], rows[1], rows[2], count, channels};
+        if (shown == Shown::kClipped)
+            ClippedRow(neighbours, weights, target);
+        else if (divisor == 1)
+            MagnitudeRow(neighbours, weights, target);
         else
-            DividedRow(obj, aWeights, nDivisor, pTarget);
+            DividedRow(neighbours, weights, divisor, target);
     };
-    return FilterNeighbourhoods(aImage, std::ref(fnRow));
+    return FilterNeighbourhoods(image, std::ref(row));
 }
 
-ROW_LOOP static void FineRow(const Neighbours& obj, std::int32_t nCentre, std::int32_t nSide,
-                             std::int32_t nCorner, std::uint8_t* __restrict pTarget)
+ROW_LOOP static void FineRow(const Neighbours& neighbours, std::int32_t centre, std::int32_t side,
+                             std::int32_t corner, std::uint8_t* __restrict target)
 {
-    const std::uint8_t* __restrict a = obj.pAbove - obj.nChannels;
-    const std::uint8_t* __restrict m = obj.pOwn - obj.nChannels;
-    const std::uint8_t* __restrict b = obj.pBelow - obj.nChannels;
-    const std::size_t c = obj.nChannels, nCount = obj.nCount;
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const std::int32_t nSides = a[i + c] + m[i] + m[i + 2 * c] + b[i + c];
-        const std::int32_t nCorners = a[i] + a[i + 2 * c] + b[i] + b[i + 2 * c];
-        const std::int32_t nSum = (nCentre * m[i + c] + nSide * nSides + nCorner * nCorners + 32768) >> 16;
-        const std::int32_t nLow = nSum < 0 ? 0 : nSum;
-        pTarget[i] = static_cast<std::uint8_t>(nLow > 255 ? 255 : nLow);
+    const std::uint8_t* __restrict a = neighbours.above - neighbours.channels;
+    const std::uint8_t* __restrict m = neighbours.own - neighbours.channels;
+    const std::uint8_t* __restrict b = neighbours.below - neighbours.channels;
+    const std::size_t c = neighbours.channels, count = neighbours.count;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::int32_t sides = a[i + c] + m[i] + m[i + 2 * c] + b[i + c];
+        const std::int32_t corners = a[i] + a[i + 2 * c] + b[i] + b[i + 2 * c];
+        const std::int32_t sum = (centre * m[i + c] + side * sides + corner * corners + 32768) >> 16;
+        const std::int32_t low = sum < 0 ? 0 : sum;
+        target[i] = static_cast<std::uint8_t>(low > 255 ? 255 : low);
     }
 }
 
-bool ConvolveFine(ImageBuffer& aImage, std::int32_t nCentre, std::int32_t nSide, std::int32_t nCorner)
+bool ConvolveFine(ImageBuffer& image, std::int32_t centre, std::int32_t side, std::int32_t corner)
 {
-    const auto fnRow = [=](const std::array<const std::uint8_t*, 3>& aRows, std::size_t nCount,
-                           std::size_t nChannels, std::uint8_t* pTarget) {
-        FineRow({aRows[0], aRows[1], aRows[2], nCount, nChannels}, nCentre, nSide, nCorner, pTarget);
+    const auto row = [=](const std::array<const std::uint8_t*, 3>& rows, std::size_t count,
+                         std::size_t channels, std::uint8_t* target) {
+        FineRow({rows[0], rows[1], rows[2], count, channels}, centre, side, corner, target);
     };
-    return FilterNeighbourhoods(aImage, std::ref(fnRow));
+    return FilterNeighbourhoods(image, std::ref(row));
 }
 
 }  // namespace transforms

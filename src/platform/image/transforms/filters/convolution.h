@@ -12,17 +12,16 @@
 namespace transforms
 {
 
-/// Gives nCount bytes of a row their new values in pTarget. aRows are the row above, its own and the one
+/// Gives count bytes of a row their new values in target. rows are the row above, its own and the one
 /// below as they were, each readable from one pixel before its first to one after its last; pixels are
-/// nChannels bytes apart.
-using NeighbourhoodRow =
-    std::function<void(const std::array<const std::uint8_t*, 3>& aRows, std::size_t nCount,
-                       std::size_t nChannels, std::uint8_t* pTarget)>;
+/// channels bytes apart.
+using NeighbourhoodRow = std::function<void(const std::array<const std::uint8_t*, 3>& rows, std::size_t count,
+                                            std::size_t channels, std::uint8_t* target)>;
 
-/// Does fnRow for every row, in place, several rows at a time; it must not allocate. Beyond the border stand
-/// the border's own pixels again. Alpha stays whatever fnRow writes there. False, with the picture as it was,
+/// Does row for every row, in place, several rows at a time; it must not allocate. Beyond the border stand
+/// the border's own pixels again. Alpha stays whatever row writes there. False, with the picture as it was,
 /// when there is no memory for some rows.
-bool FilterNeighbourhoods(ImageBuffer& aImage, const NeighbourhoodRow& fnRow);
+bool FilterNeighbourhoods(ImageBuffer& image, const NeighbourhoodRow& row);
 
 /// Nine weights, row by row from the upper left: w[0] belongs to the neighbour up and left. They are laid on
 /// the picture as they stand (a correlation, as is common for pictures).
@@ -30,18 +29,18 @@ using Weights = std::array<std::int16_t, 9>;
 
 /// How the weighted sum s is brought to 0..255.
 enum class Shown {
-    Clipped,    ///< s below 0 is 0, above 255 is 255
-    Magnitude,  ///< |s| / divisor, rounded, halves up, above 255 is 255
+    kClipped,    ///< s below 0 is 0, above 255 is 255
+    kMagnitude,  ///< |s| / divisor, rounded, halves up, above 255 is 255
 };
 
-/// Every colour channel by itself, s the sum of w times neighbour. nDivisor is 1 to 29, and 1 for Clipped;
+/// Every colour channel by itself, s the sum of w times neighbour. divisor is 1 to 29, and 1 for Clipped;
 /// the weights' amounts may add up to 128 at most. A mean is a magnitude of weights that aren't negative. As
 /// FilterNeighbourhoods for the rest.
-bool Convolve(ImageBuffer& aImage, const Weights& aWeights, Shown enShown, std::uint16_t nDivisor = 1);
+bool Convolve(ImageBuffer& image, const Weights& weights, Shown shown, std::uint16_t divisor = 1);
 
-/// A symmetric convolution in 65536ths: nCentre times the pixel, nSide times the sum of the four beside it,
-/// nCorner times the sum of the other four; rounded, halves up, and clipped. With their
+/// A symmetric convolution in 65536ths: centre times the pixel, side times the sum of the four beside it,
+/// corner times the sum of the other four; rounded, halves up, and clipped. With their
 /// numbers the weights' amounts may add up to 128 times 65536 at most. As FilterNeighbourhoods for the rest.
-bool ConvolveFine(ImageBuffer& aImage, std::int32_t nCentre, std::int32_t nSide, std::int32_t nCorner);
+bool ConvolveFine(ImageBuffer& image, std::int32_t centre, std::int32_t side, std::int32_t corner);
 
 }  // namespace transforms

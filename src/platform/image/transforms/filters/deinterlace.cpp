@@ -11,44 +11,44 @@
 namespace transforms
 {
 
-ROW_LOOP static void MeanRow(const std::uint8_t* pAbove, const std::uint8_t* pBelow, std::size_t nBytes,
-                             std::uint8_t* __restrict pTarget)
+ROW_LOOP static void MeanRow(const std::uint8_t* above, const std::uint8_t* below, std::size_t bytes,
+                             std::uint8_t* __restrict target)
 {
-    for (std::size_t i = 0; i < nBytes; ++i)
-        pTarget[i] = static_cast<std::uint8_t>((pAbove[i] + pBelow[i] + 1) >> 1);
+    for (std::size_t i = 0; i < bytes; ++i)
+        target[i] = static_cast<std::uint8_t>((above[i] + below[i] + 1) >> 1);
 }
 
-ROW_LOOP static void MeanRowBesideAlpha(const std::uint8_t* pAbove, const std::uint8_t* pBelow,
-                                        std::size_t nBytes, std::uint8_t* __restrict pTarget)
+ROW_LOOP static void MeanRowBesideAlpha(const std::uint8_t* above, const std::uint8_t* below,
+                                        std::size_t bytes, std::uint8_t* __restrict target)
 {
-    for (std::size_t i = 0; i < nBytes; i += 4) {
-        const std::uint8_t nAlpha = pTarget[i + 3];
+    for (std::size_t i = 0; i < bytes; i += 4) {
+        const std::uint8_t alpha = target[i + 3];
         for (std::size_t c = 0; c < 3; ++c)
-            pTarget[i + c] = static_cast<std::uint8_t>((pAbove[i + c] + pBelow[i + c] + 1) >> 1);
-        pTarget[i + 3] = nAlpha;
+            target[i + c] = static_cast<std::uint8_t>((above[i + c] + below[i + c] + 1) >> 1);
+        target[i + 3] = alpha;
     }
 }
 
-bool Deinterlace(ImageBuffer& aImage, bool bOddLines, bool bInterpolate)
+bool Deinterlace(ImageBuffer& image, bool odd_lines, bool interpolate)
 {
-    if (aImage.height < 2)
+    if (image.height < 2)
         return true;
-    const std::size_t nRowBytes =
-        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
-    const auto fnRow = [&](std::int32_t y) {
-        return aImage.bytes.data() + nRowBytes * static_cast<std::size_t>(y);
+    const std::size_t row_bytes =
+        static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
+    const auto row = [&](std::int32_t y) {
+        return image.bytes.data() + row_bytes * static_cast<std::size_t>(y);
     };
-    const auto fnRows = [&](std::int32_t lFirst, std::int32_t lEnd) {
-        for (std::int32_t y = lFirst; y < lEnd; ++y) {
-            if ((y % 2 == 1) != bOddLines)
+    const auto rows = [&](std::int32_t first, std::int32_t end) {
+        for (std::int32_t y = first; y < end; ++y) {
+            if ((y % 2 == 1) != odd_lines)
                 continue;
-            const std::uint8_t* pAbove = fnRow(y > 0 ? y - 1 : 1);
-            const std::uint8_t* pBelow = bInterpolate && y + 1 < aImage.height ? fnRow(y + 1) : pAbove;
-            (aImage.channels == 4 ? MeanRowBesideAlpha : MeanRow)(pAbove, pBelow, nRowBytes, fnRow(y));
+            const std::uint8_t* above = row(y > 0 ? y - 1 : 1);
+            const std::uint8_t* below = interpolate && y + 1 < image.height ? row(y + 1) : above;
+            (image.channels == 4 ? MeanRowBesideAlpha : MeanRow)(above, below, row_bytes, row(y));
         }
     };
-    return bAmongVisible(aImage, [&] {
-        RunBands(aImage, fnRows);
+    return IsVisible(image, [&] {
+        RunBands(image, rows);
         return true;
     });
 }

@@ -15,95 +15,93 @@ namespace
 {
 
 struct Limits {
-    std::uint8_t nLevel, nThreshold;
+    std::uint8_t level, threshold;
 };
 
 // A row and those around it, from one pixel before its first on.
 struct Around {
-    const std::uint8_t *pAbove, *pOwn, *pBelow;
-    std::size_t nChannels;
+    const std::uint8_t *above, *own, *below;
+    std::size_t channels;
 };
 
-ROW_LOOP_PART std::uint8_t nGreater(std::uint8_t nOne, std::uint8_t nOther)
+ROW_LOOP_PART std::uint8_t Greater(std::uint8_t one, std::uint8_t other)
 {
-    return nOne < nOther ? nOther : nOne;
+    return one < other ? other : one;
 }
-ROW_LOOP_PART std::uint8_t nLesser(std::uint8_t nOne, std::uint8_t nOther)
+ROW_LOOP_PART std::uint8_t Lesser(std::uint8_t one, std::uint8_t other)
 {
-    return nOne < nOther ? nOne : nOther;
+    return one < other ? one : other;
 }
 
-template <bool bSquare, bool bGrow>
-ROW_LOOP_PART void ChangeRow(const Around& obj, std::size_t nCount, Limits objLimits,
-                             std::uint8_t* __restrict pTarget)
+template <bool kSquare, bool kGrow>
+ROW_LOOP_PART void ChangeRow(const Around& obj, std::size_t count, Limits limits,
+                             std::uint8_t* __restrict target)
 {
-    const std::uint8_t* __restrict a = obj.pAbove;
-    const std::uint8_t* __restrict m = obj.pOwn;
-    const std::uint8_t* __restrict b = obj.pBelow;
-    const std::size_t c = obj.nChannels;
-    const std::uint8_t nLevel = objLimits.nLevel, nThreshold = objLimits.nThreshold;
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const std::uint8_t nValue = m[i + c];
-        if constexpr (bGrow) {
-            std::uint8_t nMost =
-                nGreater(nGreater(nGreater(m[i], nValue), m[i + 2 * c]), nGreater(a[i + c], b[i + c]));
-            if constexpr (bSquare)
-                nMost = nGreater(nMost, nGreater(nGreater(a[i], a[i + 2 * c]), nGreater(b[i], b[i + 2 * c])));
-            const auto nGrowth = nLesser(static_cast<std::uint8_t>(nMost - nValue), nLevel);
-            pTarget[i] = nMost > nThreshold ? static_cast<std::uint8_t>(nValue + nGrowth) : nValue;
+    const std::uint8_t* __restrict a = obj.above;
+    const std::uint8_t* __restrict m = obj.own;
+    const std::uint8_t* __restrict b = obj.below;
+    const std::size_t c = obj.channels;
+    const std::uint8_t level = limits.level, threshold = limits.threshold;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint8_t value = m[i + c];
+        if constexpr (kGrow) {
+            std::uint8_t max =
+                Greater(Greater(Greater(m[i], value), m[i + 2 * c]), Greater(a[i + c], b[i + c]));
+            if constexpr (kSquare)
+                max = Greater(max, Greater(Greater(a[i], a[i + 2 * c]), Greater(b[i], b[i + 2 * c])));
+            const auto growth = Lesser(static_cast<std::uint8_t>(max - value), level);
+            target[i] = max > threshold ? static_cast<std::uint8_t>(value + growth) : value;
         } else {
-            std::uint8_t nLeast =
-                nLesser(nLesser(nLesser(m[i], nValue), m[i + 2 * c]), nLesser(a[i + c], b[i + c]));
-            if constexpr (bSquare)
-                nLeast = nLesser(nLeast, nLesser(nLesser(a[i], a[i + 2 * c]), nLesser(b[i], b[i + 2 * c])));
-            const auto nLoss = nLesser(static_cast<std::uint8_t>(nValue - nLeast), nLevel);
-            pTarget[i] = nValue > nThreshold ? static_cast<std::uint8_t>(nValue - nLoss) : nValue;
+            std::uint8_t min = Lesser(Lesser(Lesser(m[i], value), m[i + 2 * c]), Lesser(a[i + c], b[i + c]));
+            if constexpr (kSquare)
+                min = Lesser(min, Lesser(Lesser(a[i], a[i + 2 * c]), Lesser(b[i], b[i + 2 * c])));
+            const auto loss = Lesser(static_cast<std::uint8_t>(value - min), level);
+            target[i] = value > threshold ? static_cast<std::uint8_t>(value - loss) : value;
         }
     }
 }
 
-ROW_LOOP void GrowSquare(const Around& obj, std::size_t nCount, Limits objLimits, std::uint8_t* pTarget)
+ROW_LOOP void GrowSquare(const Around& obj, std::size_t count, Limits limits, std::uint8_t* target)
 {
-    ChangeRow<true, true>(obj, nCount, objLimits, pTarget);
+    ChangeRow<true, true>(obj, count, limits, target);
 }
-ROW_LOOP void GrowCross(const Around& obj, std::size_t nCount, Limits objLimits, std::uint8_t* pTarget)
+ROW_LOOP void GrowCross(const Around& obj, std::size_t count, Limits limits, std::uint8_t* target)
 {
-    ChangeRow<false, true>(obj, nCount, objLimits, pTarget);
+    ChangeRow<false, true>(obj, count, limits, target);
 }
-ROW_LOOP void WearSquare(const Around& obj, std::size_t nCount, Limits objLimits, std::uint8_t* pTarget)
+ROW_LOOP void WearSquare(const Around& obj, std::size_t count, Limits limits, std::uint8_t* target)
 {
-    ChangeRow<true, false>(obj, nCount, objLimits, pTarget);
+    ChangeRow<true, false>(obj, count, limits, target);
 }
-ROW_LOOP void WearCross(const Around& obj, std::size_t nCount, Limits objLimits, std::uint8_t* pTarget)
+ROW_LOOP void WearCross(const Around& obj, std::size_t count, Limits limits, std::uint8_t* target)
 {
-    ChangeRow<false, false>(obj, nCount, objLimits, pTarget);
+    ChangeRow<false, false>(obj, count, limits, target);
 }
 
 using RowChange = void (*)(const Around&, std::size_t, Limits, std::uint8_t*);
 
 // Beyond the border stand the border's own values, which are neither greater nor smaller than what is there.
-bool bChange(ImageBuffer& aImage, Limits objLimits, RowChange fnChange)
+bool Change(ImageBuffer& image, Limits limits, RowChange change)
 {
-    if (objLimits.nLevel == 0)
+    if (limits.level == 0)
         return true;
-    const auto fnRow = [&](const std::array<const std::uint8_t*, 3>& aRows, std::size_t nCount,
-                           std::size_t nChannels, std::uint8_t* pTarget) {
-        fnChange({aRows[0] - nChannels, aRows[1] - nChannels, aRows[2] - nChannels, nChannels}, nCount,
-                 objLimits, pTarget);
+    const auto row = [&](const std::array<const std::uint8_t*, 3>& rows, std::size_t count,
+                         std::size_t channels, std::uint8_t* target) {
+        change({rows[0] - channels, rows[1] - channels, rows[2] - channels, channels}, count, limits, target);
     };
-    return FilterNeighbourhoods(aImage, std::ref(fnRow));
+    return FilterNeighbourhoods(image, std::ref(row));
 }
 
 }  // namespace
 
-bool Dilation(ImageBuffer& aImage, std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare)
+bool Dilation(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool square)
 {
-    return bChange(aImage, {nLevel, nThreshold}, bSquare ? GrowSquare : GrowCross);
+    return Change(image, {level, threshold}, square ? GrowSquare : GrowCross);
 }
 
-bool Erosion(ImageBuffer& aImage, std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare)
+bool Erosion(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool square)
 {
-    return bChange(aImage, {nLevel, nThreshold}, bSquare ? WearSquare : WearCross);
+    return Change(image, {level, threshold}, square ? WearSquare : WearCross);
 }
 
 }  // namespace transforms

@@ -15,182 +15,184 @@
 namespace transforms
 {
 
-// The lesser or the greater of two bytes, for nCount of them.
-using Choice = void (*)(const std::uint8_t* pOne, const std::uint8_t* pOther, std::size_t nCount,
-                        std::uint8_t* __restrict pTarget);
+// The lesser or the greater of two bytes, for count of them.
+using Choice = void (*)(const std::uint8_t* one, const std::uint8_t* other, std::size_t count,
+                        std::uint8_t* __restrict target);
 
-ROW_LOOP static void Lesser(const std::uint8_t* pOne, const std::uint8_t* pOther, std::size_t nCount,
-                            std::uint8_t* __restrict pTarget)
+ROW_LOOP static void Lesser(const std::uint8_t* one, const std::uint8_t* other, std::size_t count,
+                            std::uint8_t* __restrict target)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        pTarget[i] = pOne[i] < pOther[i] ? pOne[i] : pOther[i];
+    for (std::size_t i = 0; i < count; ++i)
+        target[i] = one[i] < other[i] ? one[i] : other[i];
 }
 
-ROW_LOOP static void Greater(const std::uint8_t* pOne, const std::uint8_t* pOther, std::size_t nCount,
-                             std::uint8_t* __restrict pTarget)
+ROW_LOOP static void Greater(const std::uint8_t* one, const std::uint8_t* other, std::size_t count,
+                             std::uint8_t* __restrict target)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        pTarget[i] = pOne[i] < pOther[i] ? pOther[i] : pOne[i];
+    for (std::size_t i = 0; i < count; ++i)
+        target[i] = one[i] < other[i] ? other[i] : one[i];
 }
 
 struct Window {
-    Choice fnChoose;
-    std::size_t nSize;    // pixels
-    std::size_t nBefore;  // of them before the pixel itself
+    Choice choose;
+    std::size_t size;    // pixels
+    std::size_t before;  // of them before the pixel itself
 };
 
-// A row, in place. pMemory holds two rows with the window's width more. Windows of 2, 4, 8 ... pixels come
+// A row, in place. memory holds two rows with the window's width more. Windows of 2, 4, 8 ... pixels come
 // from two of half the size each, and the last from two that overlap.
-static void ChooseAlongRow(std::uint8_t* pRow, std::size_t nBytes, std::size_t nChannels, const Window& obj,
-                           std::uint8_t* pMemory)
+static void ChooseAlongRow(std::uint8_t* row, std::size_t bytes, std::size_t channels, const Window& window,
+                           std::uint8_t* memory)
 {
-    const std::size_t nMore = (obj.nSize - 1) * nChannels;
-    std::uint8_t* pNow = pMemory;
-    std::uint8_t* pNext = pMemory + nBytes + nMore;
-    const std::size_t nLead = obj.nBefore * nChannels;
-    for (std::size_t i = 0; i < nLead; i += nChannels)
-        std::memcpy(pNow + i, pRow, nChannels);
-    std::memcpy(pNow + nLead, pRow, nBytes);
-    for (std::size_t i = nLead + nBytes; i < nMore + nBytes; i += nChannels)
-        std::memcpy(pNow + i, pRow + nBytes - nChannels, nChannels);
+    const std::size_t more = (window.size - 1) * channels;
+    std::uint8_t* now = memory;
+    std::uint8_t* next = memory + bytes + more;
+    const std::size_t lead = window.before * channels;
+    for (std::size_t i = 0; i < lead; i += channels)
+        std::memcpy(now + i, row, channels);
+    std::memcpy(now + lead, row, bytes);
+    for (std::size_t i = lead + bytes; i < more + bytes; i += channels)
+        std::memcpy(now + i, row + bytes - channels, channels);
 
-    std::size_t nReached = 1, nLeft = nBytes + nMore;
-    while (2 * nReached < obj.nSize) {
-        nLeft -= nReached * nChannels;
-        obj.fnChoose(pNow, pNow + nReached * nChannels, nLeft, pNext);
-        std::swap(pNow, pNext);
-        nReached *= 2;
+    std::size_t reached = 1, left = bytes + more;
+    while (2 * reached < window.size) {
+        left -= reached * channels;
+        window.choose(now, now + reached * channels, left, next);
+        std::swap(now, next);
+        reached *= 2;
     }
-    obj.fnChoose(pNow, pNow + (obj.nSize - nReached) * nChannels, nBytes, pRow);
+    window.choose(now, now + (window.size - reached) * channels, bytes, row);
 }
 
-// Columns of nBytes bytes, in place. The rows are cut into blocks of the window's size. A window is the end
+// Columns of bytes bytes, in place. The rows are cut into blocks of the window's size. A window is the end
 // of one block, whose choices were made from the block's end upwards, and the beginning of the next, where
 // they are made on the way down. What an output overwrites has been looked at by then: the next block's
 // choices upwards are made before the outputs of this one are written.
 class ColumnStrip
 {
 public:
-    static std::size_t nMemory(const Window& obj, std::size_t nBytes) { return (2 * obj.nSize + 2) * nBytes; }
+    static std::size_t Memory(const Window& window, std::size_t bytes)
+    {
+        return (2 * window.size + 2) * bytes;
+    }
 
-    ColumnStrip(ImageBuffer& aImage, std::size_t nFirst, std::size_t nBytes, const Window& obj,
-                std::uint8_t* pMemory)
-        : m_pFirst(aImage.bytes.data() + nFirst),
-          m_nRowBytes(static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels)),
-          m_nHeight(static_cast<std::size_t>(aImage.height)),
-          m_nBytes(nBytes),
-          m_obj(obj),
-          m_pUpwards(pMemory),
-          m_pNextUpwards(pMemory + obj.nSize * nBytes),
-          m_pDownwards(pMemory + 2 * obj.nSize * nBytes),
-          m_pNextDownwards(m_pDownwards + nBytes)
+    ColumnStrip(ImageBuffer& image, std::size_t first, std::size_t bytes, const Window& window,
+                std::uint8_t* memory)
+        : first_(image.bytes.data() + first),
+          row_bytes_(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels)),
+          height_(static_cast<std::size_t>(image.height)),
+          bytes_(bytes),
+          window_(window),
+          upwards_(memory),
+          next_upwards_(memory + window.size * bytes),
+          downwards_(memory + 2 * window.size * bytes),
+          next_downwards_(downwards_ + bytes)
     {
     }
 
     void Choose()
     {
-        ChooseUpwards(0, m_pUpwards);
-        for (std::size_t nBlock = 0; nBlock < m_nHeight; nBlock += m_obj.nSize) {
-            if (nBlock + m_obj.nSize < m_nHeight)
-                ChooseUpwards(nBlock + m_obj.nSize, m_pNextUpwards);
-            WriteBlock(nBlock);
-            std::swap(m_pUpwards, m_pNextUpwards);
+        ChooseUpwards(0, upwards_);
+        for (std::size_t block = 0; block < height_; block += window_.size) {
+            if (block + window_.size < height_)
+                ChooseUpwards(block + window_.size, next_upwards_);
+            WriteBlock(block);
+            std::swap(upwards_, next_upwards_);
         }
     }
 
 private:
-    std::uint8_t* pRow(std::size_t y) { return m_pFirst + y * m_nRowBytes; }
+    std::uint8_t* Row(std::size_t y) { return first_ + y * row_bytes_; }
     // The row with which window n begins; beyond the border the border's.
-    std::uint8_t* pBegin(std::size_t n)
+    std::uint8_t* Begin(std::size_t n)
     {
-        return pRow(n < m_obj.nBefore ? 0 : std::min(n - m_obj.nBefore, m_nHeight - 1));
+        return Row(n < window_.before ? 0 : std::min(n - window_.before, height_ - 1));
     }
-    void ChooseUpwards(std::size_t nBlock, std::uint8_t* pChoices)
+    void ChooseUpwards(std::size_t block, std::uint8_t* choices)
     {
-        const std::size_t nLast = m_obj.nSize - 1;
-        std::memcpy(pChoices + nLast * m_nBytes, pBegin(nBlock + nLast), m_nBytes);
-        for (std::size_t i = nLast; i-- > 0;)
-            m_obj.fnChoose(pChoices + (i + 1) * m_nBytes, pBegin(nBlock + i), m_nBytes,
-                           pChoices + i * m_nBytes);
+        const std::size_t last = window_.size - 1;
+        std::memcpy(choices + last * bytes_, Begin(block + last), bytes_);
+        for (std::size_t i = last; i-- > 0;)
+            window_.choose(choices + (i + 1) * bytes_, Begin(block + i), bytes_, choices + i * bytes_);
     }
-    void WriteBlock(std::size_t nBlock)
+    void WriteBlock(std::size_t block)
     {
-        const std::size_t nEnd = std::min(m_obj.nSize, m_nHeight - nBlock);
-        std::memcpy(pRow(nBlock), m_pUpwards, m_nBytes);
-        for (std::size_t i = 1; i < nEnd; ++i) {
-            const std::uint8_t* pNew = pBegin(nBlock + m_obj.nSize + i - 1);
+        const std::size_t end = std::min(window_.size, height_ - block);
+        std::memcpy(Row(block), upwards_, bytes_);
+        for (std::size_t i = 1; i < end; ++i) {
+            const std::uint8_t* new_row = Begin(block + window_.size + i - 1);
             if (i == 1)
-                std::memcpy(m_pNextDownwards, pNew, m_nBytes);
+                std::memcpy(next_downwards_, new_row, bytes_);
             else
-                m_obj.fnChoose(m_pDownwards, pNew, m_nBytes, m_pNextDownwards);
-            std::swap(m_pDownwards, m_pNextDownwards);
-            m_obj.fnChoose(m_pUpwards + i * m_nBytes, m_pDownwards, m_nBytes, pRow(nBlock + i));
+                window_.choose(downwards_, new_row, bytes_, next_downwards_);
+            std::swap(downwards_, next_downwards_);
+            window_.choose(upwards_ + i * bytes_, downwards_, bytes_, Row(block + i));
         }
     }
 
-    std::uint8_t* m_pFirst;
-    std::size_t m_nRowBytes, m_nHeight, m_nBytes;
-    Window m_obj;
-    std::uint8_t *m_pUpwards, *m_pNextUpwards, *m_pDownwards, *m_pNextDownwards;
+    std::uint8_t* first_;
+    std::size_t row_bytes_, height_, bytes_;
+    Window window_;
+    std::uint8_t *upwards_, *next_upwards_, *downwards_, *next_downwards_;
 };
 
 // Alpha isn't worth a way around it in the loops: it is kept aside, and put back.
-static void KeepAlpha(const ImageBuffer& aImage, PixelBytes& aAlpha)
+static void KeepAlpha(const ImageBuffer& image, PixelBytes& alpha)
 {
-    for (std::size_t i = 0; i < aAlpha.size(); ++i)
-        aAlpha[i] = aImage.bytes[4 * i + 3];
+    for (std::size_t i = 0; i < alpha.size(); ++i)
+        alpha[i] = image.bytes[4 * i + 3];
 }
 
-static void PutAlphaBack(ImageBuffer& aImage, const PixelBytes& aAlpha)
+static void PutAlphaBack(ImageBuffer& image, const PixelBytes& alpha)
 {
-    for (std::size_t i = 0; i < aAlpha.size(); ++i)
-        aImage.bytes[4 * i + 3] = aAlpha[i];
+    for (std::size_t i = 0; i < alpha.size(); ++i)
+        image.bytes[4 * i + 3] = alpha[i];
 }
 
-static bool bChoose(ImageBuffer& aImage, std::int32_t lSize, Choice fnChoose)
+static bool Choose(ImageBuffer& image, std::int32_t size, Choice choose)
 {
     constexpr std::size_t kStrip = 2048;  // bytes: 512 rows of them stay in the second cache
-    const auto nSize = static_cast<std::size_t>(std::clamp(lSize, 1, 256));
-    if (nSize == 1)
+    const auto radius = static_cast<std::size_t>(std::clamp(size, 1, 256));
+    if (radius == 1)
         return true;
-    const Window obj{fnChoose, nSize, nSize / 2};
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::size_t nRowBytes = static_cast<std::size_t>(aImage.width) * nChannels;
-    const std::size_t nStrips = (nRowBytes + kStrip - 1) / kStrip;
-    const std::size_t nCount = nBands(aImage);
-    const std::size_t nAlongMemory = 2 * (nRowBytes + (nSize - 1) * nChannels);
-    const std::size_t nMemory = std::max(nAlongMemory, ColumnStrip::nMemory(obj, kStrip));
-    PixelBytes aMemory, aAlpha;
-    const auto fnRows = [&](std::size_t nBand, std::int32_t lFirst, std::int32_t lEnd) {
-        for (std::int32_t y = lFirst; y < lEnd; ++y)
-            ChooseAlongRow(aImage.bytes.data() + nRowBytes * static_cast<std::size_t>(y), nRowBytes,
-                           nChannels, obj, aMemory.data() + nBand * nMemory);
+    const Window window{choose, radius, radius / 2};
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::size_t row_bytes = static_cast<std::size_t>(image.width) * channels;
+    const std::size_t strip_count = (row_bytes + kStrip - 1) / kStrip;
+    const std::size_t count = BandCount(image);
+    const std::size_t along_memory = 2 * (row_bytes + (radius - 1) * channels);
+    const std::size_t memory_size = std::max(along_memory, ColumnStrip::Memory(window, kStrip));
+    PixelBytes memory, alpha;
+    const auto rows = [&](std::size_t band, std::int32_t first, std::int32_t end) {
+        for (std::int32_t y = first; y < end; ++y)
+            ChooseAlongRow(image.bytes.data() + row_bytes * static_cast<std::size_t>(y), row_bytes, channels,
+                           window, memory.data() + band * memory_size);
     };
-    const auto fnStrips = [&](std::size_t nPart) {
-        for (std::size_t n = nStrips * nPart / nCount; n < nStrips * (nPart + 1) / nCount; ++n)
-            ColumnStrip(aImage, n * kStrip, std::min(kStrip, nRowBytes - n * kStrip), obj,
-                        aMemory.data() + nPart * nMemory)
+    const auto strips = [&](std::size_t part) {
+        for (std::size_t n = strip_count * part / count; n < strip_count * (part + 1) / count; ++n)
+            ColumnStrip(image, n * kStrip, std::min(kStrip, row_bytes - n * kStrip), window,
+                        memory.data() + part * memory_size)
                 .Choose();
     };
-    return bAmongVisible(aImage, [&] {
-        aMemory.resize(nCount * nMemory);
-        aAlpha.resize(nChannels == 4 ? aImage.bytes.size() / 4 : 0);
-        KeepAlpha(aImage, aAlpha);
-        RunBands(aImage, nCount, std::ref(fnRows));
-        RunParts(nCount, std::ref(fnStrips));
-        PutAlphaBack(aImage, aAlpha);
+    return IsVisible(image, [&] {
+        memory.resize(count * memory_size);
+        alpha.resize(channels == 4 ? image.bytes.size() / 4 : 0);
+        KeepAlpha(image, alpha);
+        RunBands(image, count, std::ref(rows));
+        RunParts(count, std::ref(strips));
+        PutAlphaBack(image, alpha);
         return true;
     });
 }
 
-bool FilterMinimal(ImageBuffer& aImage, std::int32_t lSize)
+bool FilterMinimal(ImageBuffer& image, std::int32_t size)
 {
-    return bChoose(aImage, lSize, Lesser);
+    return Choose(image, size, Lesser);
 }
 
-bool FilterMaximal(ImageBuffer& aImage, std::int32_t lSize)
+bool FilterMaximal(ImageBuffer& image, std::int32_t size)
 {
-    return bChoose(aImage, lSize, Greater);
+    return Choose(image, size, Greater);
 }
 
 }  // namespace transforms

@@ -12,85 +12,85 @@
 namespace transforms
 {
 
-template <std::size_t nCount>
-static const Weights& aChosen(const std::array<Weights, nCount>& aChoices, std::int32_t lChoice)
+template <std::size_t kCount>
+static const Weights& Choose(const std::array<Weights, kCount>& choices, std::int32_t choice)
 {
-    return aChoices[static_cast<std::size_t>(std::clamp<std::int32_t>(lChoice, 0, nCount - 1))];
+    return choices[static_cast<std::size_t>(std::clamp<std::int32_t>(choice, 0, kCount - 1))];
 }
 
-bool FilterDifference(ImageBuffer& aImage, std::int32_t lDirection)
+bool FilterDifference(ImageBuffer& image, std::int32_t direction)
 {
     // The places of the mask around its middle, counter-clockwise from the one above.
     constexpr std::array<std::size_t, 8> kRing{1, 0, 3, 6, 7, 8, 5, 2};
-    const int nDirection = std::clamp(lDirection, 0, 7);
-    Weights aWeights{};
-    aWeights[4] = -2;
+    const int step = std::clamp(direction, 0, 7);
+    Weights weights{};
+    weights[4] = -2;
     for (int n = 0; n < 8; ++n) {
-        const int nApart = std::abs(n - nDirection);
-        aWeights[kRing[static_cast<std::size_t>(n)]] = std::min(nApart, 8 - nApart) <= 2 ? 1 : -1;
+        const int apart = std::abs(n - step);
+        weights[kRing[static_cast<std::size_t>(n)]] = std::min(apart, 8 - apart) <= 2 ? 1 : -1;
     }
-    return Convolve(aImage, aWeights, Shown::Clipped);
+    return Convolve(image, weights, Shown::kClipped);
 }
 
-bool FilterHighPass(ImageBuffer& aImage, std::int32_t lKind)
+bool FilterHighPass(ImageBuffer& image, std::int32_t kind)
 {
     static constexpr std::array<Weights, 3> kMasks{{{0, -1, 0, -1, 5, -1, 0, -1, 0},
                                                     {-1, -1, -1, -1, 9, -1, -1, -1, -1},
                                                     {1, -2, 1, -2, 5, -2, 1, -2, 1}}};
-    return Convolve(aImage, aChosen(kMasks, lKind), Shown::Clipped);
+    return Convolve(image, Choose(kMasks, kind), Shown::kClipped);
 }
 
-bool FilterLowPass(ImageBuffer& aImage, std::int32_t lKind)
+bool FilterLowPass(ImageBuffer& image, std::int32_t kind)
 {
     static constexpr std::array<Weights, 3> kMasks{
         {{1, 1, 1, 1, 1, 1, 1, 1, 1}, {1, 1, 1, 1, 2, 1, 1, 1, 1}, {1, 2, 1, 2, 4, 2, 1, 2, 1}}};
     static constexpr std::array<std::uint16_t, 3> kDivisors{9, 10, 16};
-    const auto nKind = static_cast<std::size_t>(std::clamp(lKind, 0, 2));
-    return Convolve(aImage, kMasks[nKind], Shown::Magnitude, kDivisors[nKind]);
+    const auto index = static_cast<std::size_t>(std::clamp(kind, 0, 2));
+    return Convolve(image, kMasks[index], Shown::kMagnitude, kDivisors[index]);
 }
 
-bool FilterLaplas(ImageBuffer& aImage, std::int32_t lKind)
+bool FilterLaplas(ImageBuffer& image, std::int32_t kind)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{-1, -1, -1, -1, 8, -1, -1, -1, -1}, {0, -1, 0, -1, 4, -1, 0, -1, 0}}};
-    return Convolve(aImage, aChosen(kMasks, lKind), Shown::Magnitude);
+    return Convolve(image, Choose(kMasks, kind), Shown::kMagnitude);
 }
 
-bool FilterSobel(ImageBuffer& aImage, std::int32_t lDirection)
+bool FilterSobel(ImageBuffer& image, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{-1, 0, 1, -2, 0, 2, -1, 0, 1}, {-1, -2, -1, 0, 0, 0, 1, 2, 1}}};
-    return Convolve(aImage, aChosen(kMasks, lDirection), Shown::Magnitude);
+    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude);
 }
 
-bool FilterPrewitt(ImageBuffer& aImage, std::int32_t lDirection)
+bool FilterPrewitt(ImageBuffer& image, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{-1, 0, 1, -1, 0, 1, -1, 0, 1}, {-1, -1, -1, 0, 0, 0, 1, 1, 1}}};
-    return Convolve(aImage, aChosen(kMasks, lDirection), Shown::Magnitude);
+    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude);
 }
 
-bool FilterRoberts(ImageBuffer& aImage, std::int32_t lDirection)
+bool FilterRoberts(ImageBuffer& image, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{0, 0, 0, 0, 1, 0, 0, 0, -1}, {0, 0, 0, 0, 0, 1, 0, -1, 0}}};
-    return Convolve(aImage, aChosen(kMasks, lDirection), Shown::Magnitude);
+    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude);
 }
 
-bool FilterIsotropic(ImageBuffer& aImage, std::int32_t lDirection)
+bool FilterIsotropic(ImageBuffer& image, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{-29, 0, 29, -41, 0, 41, -29, 0, 29}, {-29, -41, -29, 0, 0, 0, 29, 41, 29}}};
-    return Convolve(aImage, aChosen(kMasks, lDirection), Shown::Magnitude, 29);
+    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude, 29);
 }
 
-bool FilterLineDetection(ImageBuffer& aImage, std::int32_t lDirection)
+bool FilterLineDetection(ImageBuffer& image, std::int32_t direction)
 {
     static constexpr std::array<Weights, 4> kMasks{{{-1, 2, -1, -1, 2, -1, -1, 2, -1},
                                                     {-1, -1, -1, 2, 2, 2, -1, -1, -1},
                                                     {2, -1, -1, -1, 2, -1, -1, -1, 2},
                                                     {-1, -1, 2, -1, 2, -1, 2, -1, -1}}};
-    return Convolve(aImage, aChosen(kMasks, lDirection), Shown::Magnitude);
+    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude);
 }
 
 bool FilterReserved(ImageBuffer&, std::int32_t)
@@ -99,21 +99,21 @@ bool FilterReserved(ImageBuffer&, std::int32_t)
 }
 
 // The amount of 0 to 1 in 65536ths.
-static std::int32_t lShare(double dAmount)
+static std::int32_t ToShare(double amount)
 {
-    return dAmount > 0 ? static_cast<std::int32_t>(std::lround(std::min(dAmount, 1.0) * 65536)) : 0;
+    return amount > 0 ? static_cast<std::int32_t>(std::lround(std::min(amount, 1.0) * 65536)) : 0;
 }
 
-bool FilterBlur(ImageBuffer& aImage, double dAmount)
+bool FilterBlur(ImageBuffer& image, double amount)
 {
-    const std::int32_t lNinth = (lShare(dAmount) + 4) / 9;
-    return lNinth == 0 || ConvolveFine(aImage, 65536 - 8 * lNinth, lNinth, lNinth);
+    const std::int32_t ninth = (ToShare(amount) + 4) / 9;
+    return ninth == 0 || ConvolveFine(image, 65536 - 8 * ninth, ninth, ninth);
 }
 
-bool FilterSharpen(ImageBuffer& aImage, double dAmount)
+bool FilterSharpen(ImageBuffer& image, double amount)
 {
-    const std::int32_t lGain = lShare(dAmount);
-    return lGain == 0 || ConvolveFine(aImage, 65536 + 4 * lGain, -lGain, 0);
+    const std::int32_t gain = ToShare(amount);
+    return gain == 0 || ConvolveFine(image, 65536 + 4 * gain, -gain, 0);
 }
 
 }  // namespace transforms

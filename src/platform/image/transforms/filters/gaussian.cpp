@@ -17,65 +17,65 @@
 namespace transforms
 {
 
-ROW_LOOP static void RoundRow(const std::int16_t* __restrict pValues, std::size_t nCount,
-                              std::uint8_t* __restrict pTarget)
+ROW_LOOP static void RoundRow(const std::int16_t* __restrict values, std::size_t count,
+                              std::uint8_t* __restrict target)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        pTarget[i] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(pValues[i] + kSteps / 2) / kSteps);
+    for (std::size_t i = 0; i < count; ++i)
+        target[i] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(values[i] + kSteps / 2) / kSteps);
 }
 
-static void BlurAtFullSize(const ImageBuffer& aImage, double dDeviation, ImageBuffer& aResult)
+static void BlurAtFullSize(const ImageBuffer& image, double deviation, ImageBuffer& result)
 {
-    const GaussianCurve objCurve(dDeviation);
-    const auto nReach = static_cast<std::int32_t>(objCurve.nReach());
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::size_t nRow = nStride(aImage), nPadding = objCurve.nReach() * nChannels;
-    EachRows(aImage.height, 4 * nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
-        std::vector<std::int16_t> aDown(nRow + 2 * nPadding), aAlong(nRow);
-        std::vector<const std::uint8_t*> aRows(2 * objCurve.nReach() + 1);
-        for (std::int32_t y = lFirst; y < lLast; ++y) {
-            for (std::size_t i = 0; i < aRows.size(); ++i)
-                aRows[i] =
-                    pRow(aImage, std::clamp(y + static_cast<std::int32_t>(i) - nReach, 0, aImage.height - 1));
-            std::int16_t* pDown = aDown.data() + nPadding;
-            objCurve.Down(aRows.data(), nRow, pDown);
-            RepeatEnds(pDown, nRow, nChannels, objCurve.nReach());
-            objCurve.Along(pDown, nRow, nChannels, aAlong.data());
-            RoundRow(aAlong.data(), nRow, pRow(aResult, y));
+    const GaussianCurve curve(deviation);
+    const auto reach = static_cast<std::int32_t>(curve.Reach());
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::size_t row = Stride(image), padding = curve.Reach() * channels;
+    EachRows(image.height, 4 * row, [&](std::int32_t first, std::int32_t last) {
+        std::vector<std::int16_t> down(row + 2 * padding), along(row);
+        std::vector<const std::uint8_t*> rows(2 * curve.Reach() + 1);
+        for (std::int32_t y = first; y < last; ++y) {
+            for (std::size_t i = 0; i < rows.size(); ++i)
+                rows[i] =
+                    Row(image, std::clamp(y + static_cast<std::int32_t>(i) - reach, 0, image.height - 1));
+            std::int16_t* padded_down = down.data() + padding;
+            curve.Down(rows.data(), row, padded_down);
+            RepeatEnds(padded_down, row, channels, curve.Reach());
+            curve.Along(padded_down, row, channels, along.data());
+            RoundRow(along.data(), row, Row(result, y));
         }
     });
 }
 
 // What averaging over step pixels and going back bilinearly add to the variance is taken off the blur's.
-static double dRest(double dDeviation, std::int32_t lStep)
+static double RemainingDeviation(double deviation, std::int32_t step)
 {
-    const double dSquare = static_cast<double>(lStep) * lStep;
-    return std::sqrt(dDeviation * dDeviation - (dSquare - 1) / 12 - dSquare / 6) / lStep;
+    const double square = static_cast<double>(step) * step;
+    return std::sqrt(deviation * deviation - (square - 1) / 12 - square / 6) / step;
 }
 
-ImageBuffer aBlurred(const ImageBuffer& aImage, double dDeviation)
+ImageBuffer Blurred(const ImageBuffer& image, double deviation)
 {
-    ImageBuffer aResult = aLike(aImage);
-    if (dDeviation <= kGreatestCurve) {
-        BlurAtFullSize(aImage, dDeviation, aResult);
-        return aResult;
+    ImageBuffer result = EmptyLike(image);
+    if (deviation <= kGreatestCurve) {
+        BlurAtFullSize(image, deviation, result);
+        return result;
     }
-    const auto lStep = static_cast<std::int32_t>(dDeviation / 3);
-    SmallPicture objSmall(aImage, lStep);
-    objSmall.Blur(dRest(dDeviation, lStep));
-    objSmall.Enlarge(aResult);
-    return aResult;
+    const auto step = static_cast<std::int32_t>(deviation / 3);
+    SmallPicture small(image, step);
+    small.Blur(RemainingDeviation(deviation, step));
+    small.Enlarge(result);
+    return result;
 }
 
-bool GaussianBlur(ImageBuffer& aImage, std::int32_t lFuzziness)
+bool GaussianBlur(ImageBuffer& image, std::int32_t fuzziness)
 {
-    if (lFuzziness <= 0)
+    if (fuzziness <= 0)
         return true;
-    return bAmongVisible(aImage, [&] {
-        ImageBuffer aResult = aBlurred(aImage, std::min(lFuzziness, 255));
-        for (std::size_t i = 3; aImage.channels == 4 && i < aImage.bytes.size(); i += 4)
-            aResult.bytes[i] = aImage.bytes[i];
-        TakePixels(aImage, std::move(aResult));
+    return IsVisible(image, [&] {
+        ImageBuffer result = Blurred(image, std::min(fuzziness, 255));
+        for (std::size_t i = 3; image.channels == 4 && i < image.bytes.size(); i += 4)
+            result.bytes[i] = image.bytes[i];
+        TakePixels(image, std::move(result));
         return true;
     });
 }

@@ -19,25 +19,25 @@ constexpr double kGreatestCurve = 6;
 class GaussianCurve
 {
 public:
-    /// For 0 < dDeviation <= kGreatestCurve.
-    explicit GaussianCurve(double dDeviation);
+    /// For 0 < deviation <= kGreatestCurve.
+    explicit GaussianCurve(double deviation);
 
     /// How many values on each side take part.
-    std::size_t nReach() const { return m_nReach; }
-    /// The means of nCount columns of values. pRows are 2 nReach() + 1 rows, the middle one in their middle.
-    void Down(const std::uint8_t* const* pRows, std::size_t nCount, std::int16_t* pMeans) const;
+    std::size_t Reach() const { return reach_; }
+    /// The means of count columns of values. rows are 2 Reach() + 1 rows, the middle one in their middle.
+    void Down(const std::uint8_t* const* rows, std::size_t count, std::int16_t* means) const;
     /// The same of values in 1/64 level, 0 to 255 levels.
-    void Down(const std::int16_t* const* pRows, std::size_t nCount, std::int16_t* pMeans) const;
-    /// The means along a row of nCount values, nStep of them to a pixel; nReach() pixels more can be read on
+    void Down(const std::int16_t* const* rows, std::size_t count, std::int16_t* means) const;
+    /// The means along a row of count values, step of them to a pixel; reach() pixels more can be read on
     /// each side of it.
-    void Along(const std::int16_t* pRow, std::size_t nCount, std::size_t nStep, std::int16_t* pMeans) const;
+    void Along(const std::int16_t* row, std::size_t count, std::size_t step, std::int16_t* means) const;
 
 private:
-    std::size_t m_nReach;
-    std::vector<std::int16_t> m_aWeights;  // of a value and of pairs further and further out, in 1/32768
+    std::size_t reach_;
+    std::vector<std::int16_t> weights_;  // of a value and of pairs further and further out, in 1/32768
 };
 
-/// Repeats the first and the last pixel of a row of nCount values nReach times on its left and right.
-void RepeatEnds(std::int16_t* pRow, std::size_t nCount, std::size_t nStep, std::size_t nReach);
+/// Repeats the first and the last pixel of a row of count values reach times on its left and right.
+void RepeatEnds(std::int16_t* row, std::size_t count, std::size_t step, std::size_t reach);
 
 }  // namespace transforms

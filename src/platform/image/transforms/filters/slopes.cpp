@@ -17,34 +17,32 @@ namespace transforms
 
 static constexpr std::int32_t kOne = 4096;
 
-Light objLight(double dAngle, double dFactor)
+Light LightFrom(double angle, double factor)
 {
-    const double dTurn = std::fmod(dAngle, 360) * 3.14159265358979323846 / 180;
-    return {static_cast<std::int32_t>(std::lround(std::cos(dTurn) * dFactor * kOne)),
-            static_cast<std::int32_t>(std::lround(std::sin(dTurn) * dFactor * kOne))};
+    const double turn = std::fmod(angle, 360) * 3.14159265358979323846 / 180;
+    return {static_cast<std::int32_t>(std::lround(std::cos(turn) * factor * kOne)),
+            static_cast<std::int32_t>(std::lround(std::sin(turn) * factor * kOne))};
 }
 
-ROW_LOOP static void AllSlopes(const std::uint8_t* __restrict pLeft, const std::uint8_t* __restrict pRight,
-                               const std::uint8_t* __restrict pUpper, const std::uint8_t* __restrict pLower,
-                               Light objFrom, std::size_t nCount, std::int32_t* __restrict aSlopes)
+ROW_LOOP static void AllSlopes(const std::uint8_t* __restrict left, const std::uint8_t* __restrict right,
+                               const std::uint8_t* __restrict upper, const std::uint8_t* __restrict lower,
+                               Light from, std::size_t count, std::int32_t* __restrict slopes)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        aSlopes[i] =
-            (objFrom.lRight * (pLeft[i] - pRight[i]) + objFrom.lUp * (pLower[i] - pUpper[i]) + kOne / 2) >>
-            12;
+    for (std::size_t i = 0; i < count; ++i)
+        slopes[i] = (from.right * (left[i] - right[i]) + from.up * (lower[i] - upper[i]) + kOne / 2) >> 12;
 }
 
-void Slopes(const RowsAround& objRows, Light objFrom, std::size_t nCount, std::int32_t* aSlopes)
+void Slopes(const RowsAround& rows, Light from, std::size_t count, std::int32_t* slopes)
 {
-    AllSlopes(objRows.pLeft, objRows.pRight, objRows.pUpper, objRows.pLower, objFrom, nCount, aSlopes);
+    AllSlopes(rows.left, rows.right, rows.upper, rows.lower, from, count, slopes);
 }
 
-ROW_LOOP static void AroundGrey(const std::int32_t* __restrict aSlopes, std::size_t nCount,
-                                std::uint8_t* __restrict pTarget)
+ROW_LOOP static void AroundGrey(const std::int32_t* __restrict slopes, std::size_t count,
+                                std::uint8_t* __restrict target)
 {
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const std::int32_t lValue = 128 + aSlopes[i];
-        pTarget[i] = static_cast<std::uint8_t>(lValue < 0 ? 0 : lValue > 255 ? 255 : lValue);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::int32_t value = 128 + slopes[i];
+        target[i] = static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
     }
 }
 
@@ -52,67 +50,65 @@ ROW_LOOP static void AroundGrey(const std::int32_t* __restrict aSlopes, std::siz
 
 #define WITH_AVX2 __attribute__((target("avx2")))
 
-WITH_AVX2 static inline __m256i nLoad(const std::uint8_t* p)
+WITH_AVX2 static inline __m256i Load(const std::uint8_t* p)
 {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
 }
-WITH_AVX2 static inline __m256i nLit(__m256i nAcross, __m256i nDown, __m256i nRight, __m256i nUp)
+WITH_AVX2 static inline __m256i Lit(__m256i across, __m256i down, __m256i right, __m256i up)
 {
     // A half level more is added for the rounding.
-    const __m256i nGrey = _mm256_set1_epi16(128 * 64 + 32);
-    const __m256i nSlope =
-        _mm256_add_epi16(_mm256_mulhrs_epi16(nAcross, nRight), _mm256_mulhrs_epi16(nDown, nUp));
-    return _mm256_srai_epi16(_mm256_add_epi16(nSlope, nGrey), 6);
+    const __m256i grey = _mm256_set1_epi16(128 * 64 + 32);
+    const __m256i slope = _mm256_add_epi16(_mm256_mulhrs_epi16(across, right), _mm256_mulhrs_epi16(down, up));
+    return _mm256_srai_epi16(_mm256_add_epi16(slope, grey), 6);
 }
 
 // For cosines and sines of 1 at most; the differences are counted in 1/64 level. How many values were made: a
 // multiple of 32.
-WITH_AVX2 static std::size_t nThirtyTwos(const RowsAround& objRows, Light objFrom, std::size_t nCount,
-                                         std::uint8_t* pTarget)
+WITH_AVX2 static std::size_t ThirtyTwos(const RowsAround& rows, Light from, std::size_t count,
+                                        std::uint8_t* target)
 {
-    const auto fnWeight = [](std::int32_t l) { return static_cast<short>(std::min(8 * l, 32767)); };
-    const __m256i nRight = _mm256_set1_epi16(fnWeight(objFrom.lRight));
-    const __m256i nUp = _mm256_set1_epi16(fnWeight(objFrom.lUp));
-    const __m256i nDifference = _mm256_set1_epi16(static_cast<short>(-64 * 256 + 64));  // bytes 64 and -64
+    const auto weight = [](std::int32_t l) { return static_cast<short>(std::min(8 * l, 32767)); };
+    const __m256i right = _mm256_set1_epi16(weight(from.right));
+    const __m256i up = _mm256_set1_epi16(weight(from.up));
+    const __m256i difference = _mm256_set1_epi16(static_cast<short>(-64 * 256 + 64));  // bytes 64 and -64
     std::size_t i = 0;
-    for (; i + 32 <= nCount; i += 32) {
-        const __m256i nOne = nLoad(objRows.pLeft + i), nOther = nLoad(objRows.pRight + i);
-        const __m256i nLower = nLoad(objRows.pLower + i), nUpper = nLoad(objRows.pUpper + i);
-        const __m256i nFirst =
-            nLit(_mm256_maddubs_epi16(_mm256_unpacklo_epi8(nOne, nOther), nDifference),
-                 _mm256_maddubs_epi16(_mm256_unpacklo_epi8(nLower, nUpper), nDifference), nRight, nUp);
-        const __m256i nSecond =
-            nLit(_mm256_maddubs_epi16(_mm256_unpackhi_epi8(nOne, nOther), nDifference),
-                 _mm256_maddubs_epi16(_mm256_unpackhi_epi8(nLower, nUpper), nDifference), nRight, nUp);
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(pTarget + i), _mm256_packus_epi16(nFirst, nSecond));
+    for (; i + 32 <= count; i += 32) {
+        const __m256i one = Load(rows.left + i), other = Load(rows.right + i);
+        const __m256i lower = Load(rows.lower + i), upper = Load(rows.upper + i);
+        const __m256i first =
+            Lit(_mm256_maddubs_epi16(_mm256_unpacklo_epi8(one, other), difference),
+                _mm256_maddubs_epi16(_mm256_unpacklo_epi8(lower, upper), difference), right, up);
+        const __m256i second =
+            Lit(_mm256_maddubs_epi16(_mm256_unpackhi_epi8(one, other), difference),
+                _mm256_maddubs_epi16(_mm256_unpackhi_epi8(lower, upper), difference), right, up);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(target + i), _mm256_packus_epi16(first, second));
     }
     return i;
 }
 
-static std::size_t nQuickly(const RowsAround& objRows, Light objFrom, std::size_t nCount,
-                            std::uint8_t* pTarget)
+static std::size_t DrawQuickly(const RowsAround& rows, Light from, std::size_t count, std::uint8_t* target)
 {
-    const bool bFit = std::max(std::abs(objFrom.lRight), std::abs(objFrom.lUp)) <= kOne &&
-                      std::hypot(objFrom.lRight, objFrom.lUp) <= 1.001 * kOne;
-    return bHasAvx2() && bFit ? nThirtyTwos(objRows, objFrom, nCount, pTarget) : 0;
+    const bool fit = std::max(std::abs(from.right), std::abs(from.up)) <= kOne &&
+                     std::hypot(from.right, from.up) <= 1.001 * kOne;
+    return HasAvx2() && fit ? ThirtyTwos(rows, from, count, target) : 0;
 }
 
 #else
 
-static std::size_t nQuickly(const RowsAround&, Light, std::size_t, std::uint8_t*)
+static std::size_t DrawQuickly(const RowsAround&, Light, std::size_t, std::uint8_t*)
 {
     return 0;
 }
 
 #endif
 
-void SlopesAroundGrey(const RowsAround& objRows, Light objFrom, std::size_t nCount, std::int32_t* aSlopes,
-                      std::uint8_t* pTarget)
+void SlopesAroundGrey(const RowsAround& rows, Light from, std::size_t count, std::int32_t* slopes,
+                      std::uint8_t* target)
 {
-    const std::size_t nDone = nQuickly(objRows, objFrom, nCount, pTarget);
-    AllSlopes(objRows.pLeft + nDone, objRows.pRight + nDone, objRows.pUpper + nDone, objRows.pLower + nDone,
-              objFrom, nCount - nDone, aSlopes);
-    AroundGrey(aSlopes, nCount - nDone, pTarget + nDone);
+    const std::size_t done = DrawQuickly(rows, from, count, target);
+    AllSlopes(rows.left + done, rows.right + done, rows.upper + done, rows.lower + done, from, count - done,
+              slopes);
+    AroundGrey(slopes, count - done, target + done);
 }
 
 }  // namespace transforms

@@ -15,131 +15,129 @@ namespace transforms
 
 using Four = float __attribute__((vector_size(16)));
 
-static std::size_t nCells(std::int32_t lSide, std::int32_t lStep)
+static std::size_t CellCount(std::int32_t side, std::int32_t step)
 {
-    return static_cast<std::size_t>((lSide + lStep - 1) / lStep + 2);
+    return static_cast<std::size_t>((side + step - 1) / step + 2);
 }
 
-SmallPicture::SmallPicture(const ImageBuffer& aImage, std::int32_t lStep)
-    : m_lStep(lStep),
-      m_nChannels(static_cast<std::size_t>(aImage.channels)),
-      m_nColumns(nCells(aImage.width, lStep)),
-      m_nRows(nCells(aImage.height, lStep)),
-      m_aMeans(m_nRows * nRow())
+SmallPicture::SmallPicture(const ImageBuffer& image, std::int32_t step)
+    : step_(step),
+      channels_(static_cast<std::size_t>(image.channels)),
+      columns_(CellCount(image.width, step)),
+      rows_(CellCount(image.height, step)),
+      means_(rows_ * RowSize())
 {
-    EachRows(static_cast<std::int32_t>(m_nRows), nStride(aImage) * static_cast<std::size_t>(lStep),
-             [&](std::int32_t lFirst, std::int32_t lLast) {
-                 std::vector<std::uint32_t> aSums(nStride(aImage));
-                 for (std::int32_t y = lFirst; y < lLast; ++y)
-                     ReduceRows(aImage, (y - 1) * m_lStep, aSums,
-                                m_aMeans.data() + static_cast<std::size_t>(y) * nRow());
+    EachRows(static_cast<std::int32_t>(rows_), Stride(image) * static_cast<std::size_t>(step),
+             [&](std::int32_t first, std::int32_t last) {
+                 std::vector<std::uint32_t> sums(Stride(image));
+                 for (std::int32_t y = first; y < last; ++y)
+                     ReduceRows(image, (y - 1) * step_, sums,
+                                means_.data() + static_cast<std::size_t>(y) * RowSize());
              });
 }
 
-ROW_LOOP static void AddBytes(const std::uint8_t* __restrict pBytes, std::size_t nCount,
-                              std::uint32_t* __restrict aSums)
+ROW_LOOP static void AddBytes(const std::uint8_t* __restrict bytes, std::size_t count,
+                              std::uint32_t* __restrict sums)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        aSums[i] += pBytes[i];
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] += bytes[i];
 }
 
 // The squares whose first row is y, which may lie beyond the border.
-void SmallPicture::ReduceRows(const ImageBuffer& aImage, std::int32_t y, std::vector<std::uint32_t>& aSums,
-                              std::int16_t* pMeans) const
+void SmallPicture::ReduceRows(const ImageBuffer& image, std::int32_t y, std::vector<std::uint32_t>& sums,
+                              std::int16_t* means) const
 {
-    std::fill(aSums.begin(), aSums.end(), 0U);
-    for (std::int32_t i = 0; i < m_lStep; ++i)
-        AddBytes(pRow(aImage, std::clamp(y + i, 0, aImage.height - 1)), aSums.size(), aSums.data());
-    const auto nPixels = static_cast<std::uint32_t>(m_lStep) * static_cast<std::uint32_t>(m_lStep);
-    const std::int64_t nLast = aImage.width - 1, nChannels = aImage.channels;
-    for (std::size_t nCell = 0; nCell < m_nColumns; ++nCell) {
-        const std::int64_t nLeft = (static_cast<std::int64_t>(nCell) - 1) * m_lStep;
-        for (std::int64_t c = 0; c < nChannels; ++c) {
-            std::uint64_t nSum = 0;
-            for (std::int64_t x = nLeft; x < nLeft + m_lStep; ++x)
-                nSum +=
-                    aSums[static_cast<std::size_t>(std::clamp<std::int64_t>(x, 0, nLast) * nChannels + c)];
-            *pMeans++ = static_cast<std::int16_t>((nSum * kSteps + nPixels / 2) / nPixels);
+    std::fill(sums.begin(), sums.end(), 0U);
+    for (std::int32_t i = 0; i < step_; ++i)
+        AddBytes(Row(image, std::clamp(y + i, 0, image.height - 1)), sums.size(), sums.data());
+    const auto pixels = static_cast<std::uint32_t>(step_) * static_cast<std::uint32_t>(step_);
+    const std::int64_t last = image.width - 1, channels = image.channels;
+    for (std::size_t cell = 0; cell < columns_; ++cell) {
+        const std::int64_t left = (static_cast<std::int64_t>(cell) - 1) * step_;
+        for (std::int64_t c = 0; c < channels; ++c) {
+            std::uint64_t sum = 0;
+            for (std::int64_t x = left; x < left + step_; ++x)
+                sum += sums[static_cast<std::size_t>(std::clamp<std::int64_t>(x, 0, last) * channels + c)];
+            *means++ = static_cast<std::int16_t>((sum * kSteps + pixels / 2) / pixels);
         }
     }
 }
 
-void SmallPicture::Blur(double dDeviation)
+void SmallPicture::Blur(double deviation)
 {
-    const GaussianCurve objCurve(dDeviation);
-    const std::size_t nPadding = objCurve.nReach() * m_nChannels;
-    std::vector<std::int16_t> aResult(m_aMeans.size());
-    EachRows(static_cast<std::int32_t>(m_nRows), 4 * nRow(), [&](std::int32_t lFirst, std::int32_t lLast) {
-        std::vector<std::int16_t> aDown(nRow() + 2 * nPadding);
-        std::vector<const std::int16_t*> aRows(2 * objCurve.nReach() + 1);
-        for (std::int32_t y = lFirst; y < lLast; ++y) {
-            for (std::size_t i = 0; i < aRows.size(); ++i) {
-                const auto lRow =
-                    y + static_cast<std::int32_t>(i) - static_cast<std::int32_t>(objCurve.nReach());
-                aRows[i] = m_aMeans.data() + static_cast<std::size_t>(std::clamp(
-                                                 lRow, 0, static_cast<std::int32_t>(m_nRows) - 1)) *
-                                                 nRow();
+    const GaussianCurve curve(deviation);
+    const std::size_t padding = curve.Reach() * channels_;
+    std::vector<std::int16_t> result(means_.size());
+    EachRows(static_cast<std::int32_t>(rows_), 4 * RowSize(), [&](std::int32_t first, std::int32_t last) {
+        std::vector<std::int16_t> down(RowSize() + 2 * padding);
+        std::vector<const std::int16_t*> rows(2 * curve.Reach() + 1);
+        for (std::int32_t y = first; y < last; ++y) {
+            for (std::size_t i = 0; i < rows.size(); ++i) {
+                const auto row = y + static_cast<std::int32_t>(i) - static_cast<std::int32_t>(curve.Reach());
+                rows[i] = means_.data() +
+                          static_cast<std::size_t>(std::clamp(row, 0, static_cast<std::int32_t>(rows_) - 1)) *
+                              RowSize();
             }
-            std::int16_t* pDown = aDown.data() + nPadding;
-            objCurve.Down(aRows.data(), nRow(), pDown);
-            RepeatEnds(pDown, nRow(), m_nChannels, objCurve.nReach());
-            objCurve.Along(pDown, nRow(), m_nChannels, aResult.data() + static_cast<std::size_t>(y) * nRow());
+            std::int16_t* padded_down = down.data() + padding;
+            curve.Down(rows.data(), RowSize(), padded_down);
+            RepeatEnds(padded_down, RowSize(), channels_, curve.Reach());
+            curve.Along(padded_down, RowSize(), channels_,
+                        result.data() + static_cast<std::size_t>(y) * RowSize());
         }
     });
-    m_aMeans = std::move(aResult);
+    means_ = std::move(result);
 }
 
-std::vector<SmallPicture::Tap> SmallPicture::aTaps(std::int32_t lSide) const
+std::vector<SmallPicture::Tap> SmallPicture::Taps(std::int32_t side) const
 {
-    std::vector<Tap> aResult(static_cast<std::size_t>(lSide));
-    for (std::int32_t i = 0; i < lSide; ++i) {
-        const std::int32_t lHalves = 2 * i + 1 + m_lStep;  // from the middle of the first square, in halves
-        aResult[static_cast<std::size_t>(i)] = {
-            lHalves / (2 * m_lStep),
-            static_cast<float>(lHalves % (2 * m_lStep)) / static_cast<float>(2 * m_lStep)};
+    std::vector<Tap> result(static_cast<std::size_t>(side));
+    for (std::int32_t i = 0; i < side; ++i) {
+        const std::int32_t halves = 2 * i + 1 + step_;  // from the middle of the first square, in halves
+        result[static_cast<std::size_t>(i)] = {
+            halves / (2 * step_), static_cast<float>(halves % (2 * step_)) / static_cast<float>(2 * step_)};
     }
-    return aResult;
+    return result;
 }
 
 // Two rows of squares mixed, in levels.
-ROW_LOOP static void MixRows(const std::int16_t* __restrict pOne, const std::int16_t* __restrict pOther,
-                             std::size_t nCount, float dOther, float* __restrict aMixed)
+ROW_LOOP static void MixRows(const std::int16_t* __restrict one, const std::int16_t* __restrict other,
+                             std::size_t count, float other_share, float* __restrict mixed)
 {
-    for (std::size_t i = 0; i < nCount; ++i) {
-        const auto dOne = static_cast<float>(pOne[i]);
-        aMixed[i] = (dOne + (static_cast<float>(pOther[i]) - dOne) * dOther) / kSteps;
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto share_of_one = static_cast<float>(one[i]);
+        mixed[i] = (share_of_one + (static_cast<float>(other[i]) - share_of_one) * other_share) / kSteps;
     }
 }
 
-template <int nChannels>
-void SmallPicture::EnlargeRow(const float* aMixed, const std::vector<Tap>& aAcross, std::uint8_t* pTarget)
+template <int kChannels>
+void SmallPicture::EnlargeRow(const float* mixed, const std::vector<Tap>& across, std::uint8_t* target)
 {
     constexpr Four kHalf{0.5F, 0.5F, 0.5F, 0.5F};
-    for (const Tap& objTap : aAcross) {
+    for (const Tap& tap : across) {
         // Whatever stands behind the pixel is read along and not used; the row is longer by that much.
-        const float* pLeft = aMixed + static_cast<std::ptrdiff_t>(objTap.lCell) * nChannels;
-        Four aLeft, aRight;
-        std::memcpy(&aLeft, pLeft, sizeof aLeft);
-        std::memcpy(&aRight, pLeft + nChannels, sizeof aRight);
-        const Four aValue = aLeft + (aRight - aLeft) * objTap.dWeight + kHalf;
-        for (int c = 0; c < nChannels; ++c)
-            *pTarget++ = static_cast<std::uint8_t>(static_cast<std::int32_t>(aValue[c]));
+        const float* left_cell = mixed + static_cast<std::ptrdiff_t>(tap.cell) * kChannels;
+        Four left, right;
+        std::memcpy(&left, left_cell, sizeof left);
+        std::memcpy(&right, left_cell + kChannels, sizeof right);
+        const Four value = left + (right - left) * tap.weight + kHalf;
+        for (int c = 0; c < kChannels; ++c)
+            *target++ = static_cast<std::uint8_t>(static_cast<std::int32_t>(value[c]));
     }
 }
 
-void SmallPicture::Enlarge(ImageBuffer& aTarget) const
+void SmallPicture::Enlarge(ImageBuffer& target) const
 {
-    const std::vector<Tap> aAcross = aTaps(aTarget.width), aDown = aTaps(aTarget.height);
-    const auto fnRow = aTarget.channels == 1   ? EnlargeRow<1>
-                       : aTarget.channels == 3 ? EnlargeRow<3>
-                                               : EnlargeRow<4>;
-    EachRows(aTarget.height, nStride(aTarget), [&](std::int32_t lFirst, std::int32_t lLast) {
-        std::vector<float> aMixed(nRow() + 4);
-        for (std::int32_t y = lFirst; y < lLast; ++y) {
-            const Tap& objTap = aDown[static_cast<std::size_t>(y)];
-            const std::int16_t* pUpper = m_aMeans.data() + static_cast<std::size_t>(objTap.lCell) * nRow();
-            MixRows(pUpper, pUpper + nRow(), nRow(), objTap.dWeight, aMixed.data());
-            fnRow(aMixed.data(), aAcross, pRow(aTarget, y));
+    const std::vector<Tap> across = Taps(target.width), down = Taps(target.height);
+    const auto row = target.channels == 1   ? EnlargeRow<1>
+                     : target.channels == 3 ? EnlargeRow<3>
+                                            : EnlargeRow<4>;
+    EachRows(target.height, Stride(target), [&](std::int32_t first, std::int32_t last) {
+        std::vector<float> mixed(RowSize() + 4);
+        for (std::int32_t y = first; y < last; ++y) {
+            const Tap& tap = down[static_cast<std::size_t>(y)];
+            const std::int16_t* upper = means_.data() + static_cast<std::size_t>(tap.cell) * RowSize();
+            MixRows(upper, upper + RowSize(), RowSize(), tap.weight, mixed.data());
+            row(mixed.data(), across, Row(target, y));
         }
     });
 }

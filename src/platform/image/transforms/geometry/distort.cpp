@@ -19,169 +19,169 @@ namespace transforms
 
 static constexpr PixelValue kNothing{0, 0, 0, 0};
 
-static std::int32_t lPlace(double dPlace)
+static std::int32_t ToPlace(double place)
 {
-    return static_cast<std::int32_t>(std::floor(dClamped(dPlace, -3.0, 70000.0) * kPlaceUnit + 0.5));
+    return static_cast<std::int32_t>(std::floor(Clamped(place, -3.0, 70000.0) * kPlaceUnit + 0.5));
 }
 
 // For each line across the plane, in the order of the target: how long it is, and which of the source it is.
 struct PlaneLine {
-    double dLength;
-    std::int32_t lSource;
+    double length;
+    std::int32_t source;
 };
-static std::vector<PlaneLine> aPlaneLines(std::int32_t lLines, double dShort, bool bShortFirst)
+static std::vector<PlaneLine> PlaneLines(std::int32_t line_count, double short_side, bool short_first)
 {
-    std::vector<PlaneLine> aLines(static_cast<std::size_t>(lLines));
-    for (std::int32_t i = 0; i < lLines; ++i) {
-        const double dFromShort = ((bShortFirst ? i : lLines - 1 - i) + 0.5) / lLines;
-        const double dLength = dShort + (1 - dShort) * dFromShort;
-        const double dAt = lLines * (1 / dShort - 1 / dLength) / (1 / dShort - 1);
-        aLines[static_cast<std::size_t>(i)] = {dLength, lPlace((bShortFirst ? dAt : lLines - dAt) - 0.5)};
+    std::vector<PlaneLine> lines(static_cast<std::size_t>(line_count));
+    for (std::int32_t i = 0; i < line_count; ++i) {
+        const double from_short = ((short_first ? i : line_count - 1 - i) + 0.5) / line_count;
+        const double length = short_side + (1 - short_side) * from_short;
+        const double at = line_count * (1 / short_side - 1 / length) / (1 / short_side - 1);
+        lines[static_cast<std::size_t>(i)] = {length, ToPlace((short_first ? at : line_count - at) - 0.5)};
     }
-    return aLines;
+    return lines;
 }
 
-bool Perspective(ImageBuffer& aImage, bool bVertical, double dAngle)
+bool Perspective(ImageBuffer& image, bool vertical, double angle)
 {
-    if (std::isnan(dAngle) || dAngle == 0)
+    if (std::isnan(angle) || angle == 0)
         return true;
-    const double dShort = std::max(0.01, std::cos(dClamped(dAngle, -90, 90) * std::numbers::pi / 180));
-    if (dShort >= 1)
+    const double short_side = std::max(0.01, std::cos(Clamped(angle, -90, 90) * std::numbers::pi / 180));
+    if (short_side >= 1)
         return true;  // too small an angle to be one
-    return bGuarded([&] {
-        ImageBuffer aResult = aLike(aImage);
-        const std::int32_t lWidth = aImage.width;
-        const double dMidX = (lWidth - 1) / 2.0, dMidY = (aImage.height - 1) / 2.0;
-        const std::vector<PlaneLine> aLines = bVertical ? aPlaneLines(aImage.height, dShort, dAngle > 0)
-                                                        : aPlaneLines(lWidth, dShort, dAngle < 0);
-        const auto fnRow = [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
-            const PlaneLine objLine = aLines[static_cast<std::size_t>(y)];
-            for (std::int32_t x = 0; x < lWidth; ++x) {
-                aX[x] = lPlace(dMidX + (x - dMidX) / objLine.dLength);
-                aY[x] = objLine.lSource;
+    return RunGuarded([&] {
+        ImageBuffer result = EmptyLike(image);
+        const std::int32_t width = image.width;
+        const double mid_x = (width - 1) / 2.0, mid_y = (image.height - 1) / 2.0;
+        const std::vector<PlaneLine> lines = vertical ? PlaneLines(image.height, short_side, angle > 0)
+                                                      : PlaneLines(width, short_side, angle < 0);
+        const auto row = [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+            const PlaneLine line = lines[static_cast<std::size_t>(y)];
+            for (std::int32_t x = 0; x < width; ++x) {
+                xs[x] = ToPlace(mid_x + (x - mid_x) / line.length);
+                ys[x] = line.source;
             }
         };
-        const auto fnColumn = [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
-            for (std::int32_t x = 0; x < lWidth; ++x) {
-                const PlaneLine& objLine = aLines[static_cast<std::size_t>(x)];
-                aX[x] = objLine.lSource;
-                aY[x] = lPlace(dMidY + (y - dMidY) / objLine.dLength);
+        const auto column = [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+            for (std::int32_t x = 0; x < width; ++x) {
+                const PlaneLine& line = lines[static_cast<std::size_t>(x)];
+                xs[x] = line.source;
+                ys[x] = ToPlace(mid_y + (y - mid_y) / line.length);
             }
         };
-        if (bVertical)
-            DrawWarped(aImage, aResult, fnRow, &kNothing);
+        if (vertical)
+            DrawWarped(image, result, row, &kNothing);
         else
-            DrawWarped(aImage, aResult, fnColumn, &kNothing);
-        TakePixels(aImage, std::move(aResult));
+            DrawWarped(image, result, column, &kNothing);
+        TakePixels(image, std::move(result));
         return true;
     });
 }
 
 // The greatest number of pixels that one side of a picture can grow by.
-static double dRoomToGrow(std::int32_t lSide, std::int32_t lOther)
+static double RoomToGrow(std::int32_t side, std::int32_t other)
 {
-    std::uint64_t nLow = static_cast<std::uint64_t>(lSide), nHigh = kMaxSide;
-    while (nLow < nHigh) {
-        const std::uint64_t nMiddle = (nLow + nHigh + 1) / 2;
-        if (IsSizeAllowed(nMiddle, static_cast<std::uint64_t>(lOther)))
-            nLow = nMiddle;
+    std::uint64_t low = static_cast<std::uint64_t>(side), high = kMaxSide;
+    while (low < high) {
+        const std::uint64_t middle = (low + high + 1) / 2;
+        if (IsSizeAllowed(middle, static_cast<std::uint64_t>(other)))
+            low = middle;
         else
-            nHigh = nMiddle - 1;
+            high = middle - 1;
     }
-    return static_cast<double>(nLow) - lSide;
+    return static_cast<double>(low) - side;
 }
 
-bool Skew(ImageBuffer& aImage, bool bVertical, double dAngle)
+bool Skew(ImageBuffer& image, bool vertical, double angle)
 {
-    if (std::isnan(dAngle) || dAngle == 0)
+    if (std::isnan(angle) || angle == 0)
         return true;
-    return bGuarded([&] {
-        const std::int32_t lAlong = bVertical ? aImage.height : aImage.width;
-        const std::int32_t lAcross = bVertical ? aImage.width : aImage.height;
-        const double dTan = std::tan(dClamped(dAngle, -80, 80) * std::numbers::pi / 180);
-        const double dMove = std::min(std::fabs(dTan) * lAcross, dRoomToGrow(lAlong, lAcross));
-        const double dSlope = std::copysign(dMove / lAcross, dAngle);
-        const auto nGrown =
-            static_cast<std::uint64_t>(lAlong) + static_cast<std::uint64_t>(std::ceil(dMove - 1e-6));
-        ImageBuffer aResult;
-        if (!Allocate(aResult, bVertical ? static_cast<std::uint64_t>(aImage.width) : nGrown,
-                      bVertical ? nGrown : static_cast<std::uint64_t>(aImage.height), aImage.channels))
+    return RunGuarded([&] {
+        const std::int32_t along = vertical ? image.height : image.width;
+        const std::int32_t across = vertical ? image.width : image.height;
+        const double tan = std::tan(Clamped(angle, -80, 80) * std::numbers::pi / 180);
+        const double move = std::min(std::fabs(tan) * across, RoomToGrow(along, across));
+        const double slope = std::copysign(move / across, angle);
+        const auto grown =
+            static_cast<std::uint64_t>(along) + static_cast<std::uint64_t>(std::ceil(move - 1e-6));
+        ImageBuffer result;
+        if (!Allocate(result, vertical ? static_cast<std::uint64_t>(image.width) : grown,
+                      vertical ? grown : static_cast<std::uint64_t>(image.height), image.channels))
             return false;
 
         // A line's distance from the border that stays is its middle's, and a slope to the other side starts
         // as far in as the frame has grown.
-        const double dStart = dSlope < 0 ? dMove : 0;
-        StraightMap objMap;
-        if (bVertical) {
-            objMap.dYX = -dSlope;
-            objMap.dY0 = -dStart - dSlope * 0.5;
+        const double start = slope < 0 ? move : 0;
+        StraightMap map;
+        if (vertical) {
+            map.yx = -slope;
+            map.y0 = -start - slope * 0.5;
         } else {
-            objMap.dXY = dSlope;
-            objMap.dX0 = -dStart - dSlope * (lAcross - 0.5);
+            map.xy = slope;
+            map.x0 = -start - slope * (across - 0.5);
         }
         DrawWarped(
-            aImage, aResult,
-            [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
-                StraightPlaces(objMap, y, aResult.width, aX, aY);
+            image, result,
+            [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+                StraightPlaces(map, y, result.width, xs, ys);
             },
             &kNothing);
-        TakePixels(aImage, std::move(aResult));
+        TakePixels(image, std::move(result));
         return true;
     });
 }
 
 // sin(2 pi d) for -0.25 <= d <= 0.25, to 7 digits: Taylor's series.
-static inline float dSineOfQuarter(float d)
+static inline float SineOfQuarter(float d)
 {
     const float x = 6.28318531F * d, x2 = x * x;
-    const float dTail = 1.F / 362880 - x2 * (1.F / 39916800);
-    return x * (1 + x2 * (-1.F / 6 + x2 * (1.F / 120 + x2 * (-1.F / 5040 + x2 * dTail))));
+    const float tail = 1.F / 362880 - x2 * (1.F / 39916800);
+    return x * (1 + x2 * (-1.F / 6 + x2 * (1.F / 120 + x2 * (-1.F / 5040 + x2 * tail))));
 }
-static inline float dSine(float dTurns)
+static inline float Sine(float turns)
 {
-    const float d = dTurns - static_cast<float>(static_cast<std::int32_t>(dTurns + 8.5F) - 8);  // -0.5..0.5
-    return dSineOfQuarter(d > 0.25F ? 0.5F - d : d < -0.25F ? -0.5F - d : d);
+    const float d = turns - static_cast<float>(static_cast<std::int32_t>(turns + 8.5F) - 8);  // -0.5..0.5
+    return SineOfQuarter(d > 0.25F ? 0.5F - d : d < -0.25F ? -0.5F - d : d);
 }
 
 struct Twist {
-    float dMidX, dMidY;  // of the picture, in pixels from the first one's middle
-    float dUnitX, dUnitY;
-    float dTurns;
+    float mid_x, mid_y;  // of the picture, in pixels from the first one's middle
+    float unit_x, unit_y;
+    float turns;
 };
 
-ROW_LOOP static void TwistedPlaces(const Twist objTwist, float dY, std::int32_t lCount,
-                                   std::int32_t* __restrict aX, std::int32_t* __restrict aY)
+ROW_LOOP static void TwistedPlaces(const Twist twist, float unit_y, std::int32_t count,
+                                   std::int32_t* __restrict xs, std::int32_t* __restrict ys)
 {
-    for (std::int32_t i = 0; i < lCount; ++i) {
-        const float dX = (static_cast<float>(i) - objTwist.dMidX) / objTwist.dUnitX;
-        const float dDistance2 = dX * dX + dY * dY;
-        const float dDistance = std::sqrt(dDistance2 < 1 ? dDistance2 : 1);
-        const float dTurns = objTwist.dTurns * (1 - dDistance) * (1 - dDistance);
-        const float dSin = dSine(dTurns), dCos = dSine(dTurns + 0.25F);
-        const float dFromX = objTwist.dMidX + objTwist.dUnitX * (dX * dCos + dY * dSin);
-        const float dFromY = objTwist.dMidY + objTwist.dUnitY * (dY * dCos - dX * dSin);
-        aX[i] = static_cast<std::int32_t>(dFromX * 256 + 256.5F) - 256;
-        aY[i] = static_cast<std::int32_t>(dFromY * 256 + 256.5F) - 256;
+    for (std::int32_t i = 0; i < count; ++i) {
+        const float unit_x = (static_cast<float>(i) - twist.mid_x) / twist.unit_x;
+        const float distance2 = unit_x * unit_x + unit_y * unit_y;
+        const float distance = std::sqrt(distance2 < 1 ? distance2 : 1);
+        const float turns = twist.turns * (1 - distance) * (1 - distance);
+        const float sin = Sine(turns), cos = Sine(turns + 0.25F);
+        const float from_x = twist.mid_x + twist.unit_x * (unit_x * cos + unit_y * sin);
+        const float from_y = twist.mid_y + twist.unit_y * (unit_y * cos - unit_x * sin);
+        xs[i] = static_cast<std::int32_t>(from_x * 256 + 256.5F) - 256;
+        ys[i] = static_cast<std::int32_t>(from_y * 256 + 256.5F) - 256;
     }
 }
 
-bool Twirl(ImageBuffer& aImage, double dAngle)
+bool Twirl(ImageBuffer& image, double angle)
 {
-    if (std::isnan(dAngle) || dAngle == 0)
+    if (std::isnan(angle) || angle == 0)
         return true;
-    return bGuarded([&] {
-        ImageBuffer aResult = aLike(aImage);
-        const auto dWidth = static_cast<float>(aImage.width), dHeight = static_cast<float>(aImage.height);
-        const Twist objTwist{(dWidth - 1) / 2, (dHeight - 1) / 2, dWidth / 2, dHeight / 2,
-                             static_cast<float>(dClamped(dAngle, -360, 360) / 360)};
+    return RunGuarded([&] {
+        ImageBuffer result = EmptyLike(image);
+        const auto width = static_cast<float>(image.width), height = static_cast<float>(image.height);
+        const Twist twist{(width - 1) / 2, (height - 1) / 2, width / 2, height / 2,
+                          static_cast<float>(Clamped(angle, -360, 360) / 360)};
         DrawWarped(
-            aImage, aResult,
-            [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
-                const float dY = (static_cast<float>(y) - objTwist.dMidY) / objTwist.dUnitY;
-                TwistedPlaces(objTwist, dY, aResult.width, aX, aY);
+            image, result,
+            [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+                const float unit_y = (static_cast<float>(y) - twist.mid_y) / twist.unit_y;
+                TwistedPlaces(twist, unit_y, result.width, xs, ys);
             },
             nullptr);
-        TakePixels(aImage, std::move(aResult));
+        TakePixels(image, std::move(result));
         return true;
     });
 }

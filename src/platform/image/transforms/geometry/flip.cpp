@@ -7,23 +7,23 @@
 namespace transforms
 {
 
-static bool bOriented(ImageBuffer& aImage, std::int32_t lOrientation)
+static bool Orient(ImageBuffer& image, std::int32_t orientation)
 {
-    return bGuarded([&] {
-        ApplyOrientation(aImage, lOrientation);
+    return RunGuarded([&] {
+        ApplyOrientation(image, orientation);
         return true;
     });
 }
 
-bool Flip(ImageBuffer& aImage, bool bVertical)
+bool Flip(ImageBuffer& image, bool vertical)
 {
-    return bOriented(aImage, bVertical ? 4 : 2);
+    return Orient(image, vertical ? 4 : 2);
 }
 
-bool TurnQuarters(ImageBuffer& aImage, std::int32_t lQuarters)
+bool TurnQuarters(ImageBuffer& image, std::int32_t quarters)
 {
     constexpr std::int32_t kOrientations[4] = {1, 6, 3, 8};
-    return bOriented(aImage, kOrientations[lQuarters & 3]);
+    return Orient(image, kOrientations[quarters & 3]);
 }
 
 }  // namespace transforms

@@ -9,11 +9,11 @@
 namespace transforms
 {
 
-/// Exchanges top and bottom (bVertical) or left and right, in place. Twice is the picture again.
-bool Flip(ImageBuffer& aImage, bool bVertical);
+/// Exchanges top and bottom (vertical) or left and right, in place. Twice is the picture again.
+bool Flip(ImageBuffer& image, bool vertical);
 
-/// Turns the picture clockwise by lQuarters quarters of a turn, exactly; one and three exchange width and
+/// Turns the picture clockwise by quarters quarters of a turn, exactly; one and three exchange width and
 /// height, and the resolutions with them. False, with the picture as it was, without memory.
-bool TurnQuarters(ImageBuffer& aImage, std::int32_t lQuarters);
+bool TurnQuarters(ImageBuffer& image, std::int32_t quarters);
 
 }  // namespace transforms

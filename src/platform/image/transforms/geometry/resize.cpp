@@ -19,16 +19,16 @@ namespace transforms
 {
 
 // False if any pixel is transparent in any degree.
-static bool bOpaque(const ImageBuffer& aImage)
+static bool IsOpaque(const ImageBuffer& image)
 {
-    if (aImage.channels != 4)
+    if (image.channels != 4)
         return true;
-    for (std::int32_t y = 0; y < aImage.height; ++y) {
-        const std::uint8_t* pPixel = pRow(aImage, y);
-        std::uint8_t nAll = 255;
-        for (std::int32_t x = 0; x < aImage.width; ++x)
-            nAll &= pPixel[4 * static_cast<std::size_t>(x) + 3];
-        if (nAll != 255)
+    for (std::int32_t y = 0; y < image.height; ++y) {
+        const std::uint8_t* pixel = Row(image, y);
+        std::uint8_t all = 255;
+        for (std::int32_t x = 0; x < image.width; ++x)
+            all &= pixel[4 * static_cast<std::size_t>(x) + 3];
+        if (all != 255)
             return false;
     }
     return true;
@@ -39,173 +39,172 @@ namespace
 
 using Four = float __attribute__((vector_size(16)));
 
-void ResizeNearest(const ImageBuffer& aImage, ImageBuffer& aResult)
+void ResizeNearest(const ImageBuffer& image, ImageBuffer& result)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    std::vector<std::size_t> aFrom(static_cast<std::size_t>(aResult.width));
-    for (std::size_t x = 0; x < aFrom.size(); ++x)
-        aFrom[x] = (2 * x + 1) * static_cast<std::size_t>(aImage.width) / (2 * aFrom.size()) * nChannels;
-    EachRows(aResult.height, nStride(aResult), [&](std::int32_t lFirst, std::int32_t lLast) {
-        for (std::int32_t y = lFirst; y < lLast; ++y) {
-            const std::uint8_t* pSource = pRow(
-                aImage, static_cast<std::int32_t>((2 * static_cast<std::int64_t>(y) + 1) * aImage.height /
-                                                  (2 * static_cast<std::int64_t>(aResult.height))));
-            std::uint8_t* pTarget = pRow(aResult, y);
-            for (const std::size_t nFrom : aFrom) {
-                for (std::size_t c = 0; c < nChannels; ++c)
-                    *pTarget++ = pSource[nFrom + c];
+    const auto channels = static_cast<std::size_t>(image.channels);
+    std::vector<std::size_t> offsets(static_cast<std::size_t>(result.width));
+    for (std::size_t x = 0; x < offsets.size(); ++x)
+        offsets[x] = (2 * x + 1) * static_cast<std::size_t>(image.width) / (2 * offsets.size()) * channels;
+    EachRows(result.height, Stride(result), [&](std::int32_t first, std::int32_t last) {
+        for (std::int32_t y = first; y < last; ++y) {
+            const std::uint8_t* source =
+                Row(image, static_cast<std::int32_t>((2 * static_cast<std::int64_t>(y) + 1) * image.height /
+                                                     (2 * static_cast<std::int64_t>(result.height))));
+            std::uint8_t* target = Row(result, y);
+            for (const std::size_t offset : offsets) {
+                for (std::size_t c = 0; c < channels; ++c)
+                    *target++ = source[offset + c];
             }
         }
     });
 }
 
 // A row whose colours weigh by their alpha.
-ROW_LOOP void AddWeighedRow(const std::uint8_t* __restrict pPixel, float dWeight, std::size_t nPixels,
-                            float* __restrict aSums)
+ROW_LOOP void AddWeighedRow(const std::uint8_t* __restrict pixel, float weight, std::size_t pixels,
+                            float* __restrict sums)
 {
-    for (std::size_t i = 0; i < nPixels; ++i) {
-        const float dAlpha = dWeight * static_cast<float>(pPixel[4 * i + 3]);
-        aSums[4 * i] += dAlpha * static_cast<float>(pPixel[4 * i]);
-        aSums[4 * i + 1] += dAlpha * static_cast<float>(pPixel[4 * i + 1]);
-        aSums[4 * i + 2] += dAlpha * static_cast<float>(pPixel[4 * i + 2]);
-        aSums[4 * i + 3] += dAlpha;
+    for (std::size_t i = 0; i < pixels; ++i) {
+        const float alpha = weight * static_cast<float>(pixel[4 * i + 3]);
+        sums[4 * i] += alpha * static_cast<float>(pixel[4 * i]);
+        sums[4 * i + 1] += alpha * static_cast<float>(pixel[4 * i + 1]);
+        sums[4 * i + 2] += alpha * static_cast<float>(pixel[4 * i + 2]);
+        sums[4 * i + 3] += alpha;
     }
 }
 
 // Pixels of three values on places of four, where one register holds a pixel.
-void Spread(const float* __restrict aPixels, std::size_t nPixels, Four* __restrict aTarget)
+void Spread(const float* __restrict pixels, std::size_t pixel_count, Four* __restrict target)
 {
-    for (std::size_t i = 0; i < nPixels; ++i, aPixels += 3)
-        aTarget[i] = Four{aPixels[0], aPixels[1], aPixels[2], 0};
+    for (std::size_t i = 0; i < pixel_count; ++i, pixels += 3)
+        target[i] = Four{pixels[0], pixels[1], pixels[2], 0};
 }
 
 // One row of the target from the row of sums.
-template <int nChannels, bool bWeighed>
-void AlongRow(const float* aSums, const ResizeWeights& objWeights, std::uint8_t* pTarget)
+template <int kChannels, bool kWeighed>
+void AlongRow(const float* sums, const ResizeWeights& weights, std::uint8_t* target)
 {
-    const std::size_t nTaps = objWeights.nTaps;
-    const float* pWeight = objWeights.aWeights.data();
-    for (const std::int32_t lFirst : objWeights.aFirst) {
-        if constexpr (nChannels == 1) {
-            const float* pSum = aSums + lFirst;
-            float dSum = 0;
-            for (std::size_t k = 0; k < nTaps; ++k)
-                dSum += pWeight[k] * pSum[k];
-            *pTarget++ = nLevel(dSum);
+    const std::size_t taps = weights.taps;
+    const float* weight = weights.weights.data();
+    for (const std::int32_t first : weights.first) {
+        if constexpr (kChannels == 1) {
+            const float* source = sums + first;
+            float sum = 0;
+            for (std::size_t k = 0; k < taps; ++k)
+                sum += weight[k] * source[k];
+            *target++ = ClampToLevel(sum);
         } else {
             // Two sums, so that one addition needn't wait for the other.
-            Four aSum{0, 0, 0, 0}, aNext{0, 0, 0, 0};
-            const float* pSum = aSums + 4 * static_cast<std::size_t>(lFirst);
+            Four sum{0, 0, 0, 0}, next{0, 0, 0, 0};
+            const float* source = sums + 4 * static_cast<std::size_t>(first);
             std::size_t k = 0;
-            for (; k + 2 <= nTaps; k += 2, pSum += 8) {
-                Four aPixel, aNextPixel;
-                std::memcpy(&aPixel, pSum, sizeof aPixel);
-                std::memcpy(&aNextPixel, pSum + 4, sizeof aNextPixel);
-                aSum += aPixel * pWeight[k];
-                aNext += aNextPixel * pWeight[k + 1];
+            for (; k + 2 <= taps; k += 2, source += 8) {
+                Four pixel, next_pixel;
+                std::memcpy(&pixel, source, sizeof pixel);
+                std::memcpy(&next_pixel, source + 4, sizeof next_pixel);
+                sum += pixel * weight[k];
+                next += next_pixel * weight[k + 1];
             }
-            if (k < nTaps) {
-                Four aPixel;
-                std::memcpy(&aPixel, pSum, sizeof aPixel);
-                aSum += aPixel * pWeight[k];
+            if (k < taps) {
+                Four pixel;
+                std::memcpy(&pixel, source, sizeof pixel);
+                sum += pixel * weight[k];
             }
-            aSum += aNext;
-            if constexpr (bWeighed) {
-                const float dAlpha = aSum[3];
-                pTarget[3] = nLevel(dAlpha);
+            sum += next;
+            if constexpr (kWeighed) {
+                const float alpha = sum[3];
+                target[3] = ClampToLevel(alpha);
                 for (int c = 0; c < 3; ++c)
-                    pTarget[c] = dAlpha > 1e-3F ? nLevel(aSum[c] / dAlpha) : std::uint8_t{0};
+                    target[c] = alpha > 1e-3F ? ClampToLevel(sum[c] / alpha) : std::uint8_t{0};
             } else {
-                for (int c = 0; c < nChannels; ++c)
-                    pTarget[c] = nLevel(aSum[c]);
+                for (int c = 0; c < kChannels; ++c)
+                    target[c] = ClampToLevel(sum[c]);
             }
-            pTarget += nChannels;
+            target += kChannels;
         }
-        pWeight += nTaps;
+        weight += taps;
     }
 }
 
-void ResizeSmoothly(const ImageBuffer& aImage, ImageBuffer& aResult, bool bCubic)
+void ResizeSmoothly(const ImageBuffer& image, ImageBuffer& result, bool cubic)
 {
-    const ResizeWeights objAcross = objResizeWeights(aImage.width, aResult.width, bCubic);
-    const ResizeWeights objDown = objResizeWeights(aImage.height, aResult.height, bCubic);
-    const bool bWeighed = !bOpaque(aImage);
-    const std::size_t nRow = nStride(aImage), nPixels = static_cast<std::size_t>(aImage.width);
-    const auto fnAlong = aImage.channels == 1   ? AlongRow<1, false>
-                         : aImage.channels == 3 ? AlongRow<3, false>
-                         : bWeighed             ? AlongRow<4, true>
-                                                : AlongRow<4, false>;
+    const ResizeWeights across = ComputeResizeWeights(image.width, result.width, cubic);
+    const ResizeWeights down = ComputeResizeWeights(image.height, result.height, cubic);
+    const bool weighed = !IsOpaque(image);
+    const std::size_t row = Stride(image), pixels = static_cast<std::size_t>(image.width);
+    const auto along = image.channels == 1   ? AlongRow<1, false>
+                       : image.channels == 3 ? AlongRow<3, false>
+                       : weighed             ? AlongRow<4, true>
+                                             : AlongRow<4, false>;
 
-    EachRows(aResult.height, nStride(aResult) + nRow, [&](std::int32_t lFirst, std::int32_t lLast) {
-        std::vector<float> aSums(nRow);
-        std::vector<std::int16_t> aWeights(objDown.nTaps + 1);
-        std::vector<float> aSpread(aImage.channels == 3 ? 4 * nPixels : 0);
-        for (std::int32_t y = lFirst; y < lLast; ++y) {
-            const std::int32_t lFrom = objDown.aFirst[static_cast<std::size_t>(y)];
-            const float* pWeight = objDown.aWeights.data() + static_cast<std::size_t>(y) * objDown.nTaps;
-            if (bWeighed) {
-                std::fill(aSums.begin(), aSums.end(), 0.F);
-                for (std::size_t k = 0; k < objDown.nTaps; ++k)
-                    AddWeighedRow(pRow(aImage, lFrom + static_cast<std::int32_t>(k)), pWeight[k], nPixels,
-                                  aSums.data());
+    EachRows(result.height, Stride(result) + row, [&](std::int32_t first, std::int32_t last) {
+        std::vector<float> sums(row);
+        std::vector<std::int16_t> weights(down.taps + 1);
+        std::vector<float> spread(image.channels == 3 ? 4 * pixels : 0);
+        for (std::int32_t y = first; y < last; ++y) {
+            const std::int32_t from = down.first[static_cast<std::size_t>(y)];
+            const float* weight = down.weights.data() + static_cast<std::size_t>(y) * down.taps;
+            if (weighed) {
+                std::fill(sums.begin(), sums.end(), 0.F);
+                for (std::size_t k = 0; k < down.taps; ++k)
+                    AddWeighedRow(Row(image, from + static_cast<std::int32_t>(k)), weight[k], pixels,
+                                  sums.data());
             } else {
-                SumRows({pRow(aImage, lFrom), nRow, pWeight, objDown.nTaps}, nRow, aWeights.data(),
-                        aSums.data());
+                SumRows({Row(image, from), row, weight, down.taps}, row, weights.data(), sums.data());
             }
-            if (aImage.channels == 3)
-                Spread(aSums.data(), nPixels, reinterpret_cast<Four*>(aSpread.data()));
-            fnAlong(aImage.channels == 3 ? aSpread.data() : aSums.data(), objAcross, pRow(aResult, y));
+            if (image.channels == 3)
+                Spread(sums.data(), pixels, reinterpret_cast<Four*>(spread.data()));
+            along(image.channels == 3 ? spread.data() : sums.data(), across, Row(result, y));
         }
     });
 }
 
 }  // namespace
 
-bool Resize(ImageBuffer& aImage, std::int32_t lWidth, std::int32_t lHeight, std::int32_t lInterpolation,
+bool Resize(ImageBuffer& image, std::int32_t width, std::int32_t height, std::int32_t interpolation,
             Colour /*lBackground*/)
 {
-    lWidth = std::max(lWidth, 1);
-    lHeight = std::max(lHeight, 1);
-    if (lWidth == aImage.width && lHeight == aImage.height)
+    width = std::max(width, 1);
+    height = std::max(height, 1);
+    if (width == image.width && height == image.height)
         return true;
-    return bGuarded([&] {
-        ImageBuffer aResult;
-        if (!Allocate(aResult, static_cast<std::uint64_t>(lWidth), static_cast<std::uint64_t>(lHeight),
-                      aImage.channels))
+    return RunGuarded([&] {
+        ImageBuffer result;
+        if (!Allocate(result, static_cast<std::uint64_t>(width), static_cast<std::uint64_t>(height),
+                      image.channels))
             return false;
-        if (lInterpolation <= 0)
-            ResizeNearest(aImage, aResult);
+        if (interpolation <= 0)
+            ResizeNearest(image, result);
         else
-            ResizeSmoothly(aImage, aResult, lInterpolation >= 2);
-        TakePixels(aImage, std::move(aResult));
+            ResizeSmoothly(image, result, interpolation >= 2);
+        TakePixels(image, std::move(result));
         return true;
     });
 }
 
-bool Reproduce(ImageBuffer& aImage, std::int32_t lCopies)
+bool Reproduce(ImageBuffer& image, std::int32_t copies)
 {
-    const std::int32_t lCount = std::clamp(lCopies, 1, 32);
-    if (lCount == 1)
+    const std::int32_t count = std::clamp(copies, 1, 32);
+    if (count == 1)
         return true;
-    return bGuarded([&] {
-        ImageBuffer aCopy;
-        if (!Allocate(aCopy, static_cast<std::uint64_t>((aImage.width + lCount - 1) / lCount),
-                      static_cast<std::uint64_t>((aImage.height + lCount - 1) / lCount), aImage.channels))
+    return RunGuarded([&] {
+        ImageBuffer copy;
+        if (!Allocate(copy, static_cast<std::uint64_t>((image.width + count - 1) / count),
+                      static_cast<std::uint64_t>((image.height + count - 1) / count), image.channels))
             return false;
-        ResizeSmoothly(aImage, aCopy, false);
+        ResizeSmoothly(image, copy, false);
 
-        const auto fnStart = [lCount](std::int32_t lSide, std::int32_t i) {
-            return static_cast<std::int32_t>(static_cast<std::int64_t>(lSide) * i / lCount);
+        const auto start = [count](std::int32_t side, std::int32_t i) {
+            return static_cast<std::int32_t>(static_cast<std::int64_t>(side) * i / count);
         };
-        const auto nChannels = static_cast<std::size_t>(aImage.channels);
-        for (std::int32_t j = 0; j < lCount; ++j) {
-            const std::int32_t lTop = fnStart(aImage.height, j), lBottom = fnStart(aImage.height, j + 1);
-            for (std::int32_t y = lTop; y < lBottom; ++y) {
-                for (std::int32_t i = 0; i < lCount; ++i) {
-                    const auto nLeft = static_cast<std::size_t>(fnStart(aImage.width, i));
-                    const auto nRight = static_cast<std::size_t>(fnStart(aImage.width, i + 1));
-                    std::memcpy(pRow(aImage, y) + nLeft * nChannels, pRow(aCopy, y - lTop),
-                                (nRight - nLeft) * nChannels);
+        const auto channels = static_cast<std::size_t>(image.channels);
+        for (std::int32_t j = 0; j < count; ++j) {
+            const std::int32_t top = start(image.height, j), bottom = start(image.height, j + 1);
+            for (std::int32_t y = top; y < bottom; ++y) {
+                for (std::int32_t i = 0; i < count; ++i) {
+                    const auto left = static_cast<std::size_t>(start(image.width, i));
+                    const auto right = static_cast<std::size_t>(start(image.width, i + 1));
+                    std::memcpy(Row(image, y) + left * channels, Row(copy, y - top),
+                                (right - left) * channels);
                 }
             }
         }

@@ -9,7 +9,7 @@
 namespace transforms
 {
 
-/// Scales the picture to lWidth by lHeight pixels, each brought to 1 at least. lInterpolation, brought into
+/// Scales the picture to width by height pixels, each brought to 1 at least. interpolation, brought into
 /// 0..2, says how; the two directions are scaled one after the other and each pixel is a mean of source
 /// pixels along its row and column:
 ///   0 nearest: target pixel i is source pixel floor((i + 0.5) w / W).
@@ -20,15 +20,15 @@ namespace transforms
 ///   source pixels so have their part in it and nothing aliases. Pillow's resize is the same.
 /// The result is rounded to the nearest level (or the one beside it, where two are as near but for 1/25) and
 /// kept in 0..255. Transparent pixels weigh by their alpha
-/// too. Everything is covered, so that lBackground isn't seen. The picture's own size changes nothing. False,
+/// too. Everything is covered, so that background isn't seen. The picture's own size changes nothing. False,
 /// with the picture as it was, for a size that a picture may not have.
-bool Resize(ImageBuffer& aImage, std::int32_t lWidth, std::int32_t lHeight, std::int32_t lInterpolation,
-            Colour lBackground);
+bool Resize(ImageBuffer& image, std::int32_t width, std::int32_t height, std::int32_t interpolation,
+            Colour background);
 
-/// Lays lCopies by lCopies reduced copies of the picture into its size, lCopies brought into 1..32. A copy is
+/// Lays copies by copies reduced copies of the picture into its size, copies brought into 1..32. A copy is
 /// the picture resized bilinearly to ceil(w / n) by ceil(h / n); the copies begin at floor(i w / n) and
 /// floor(j h / n), and where the division leaves a rest, a copy's last column or row is covered by the next
 /// one. 1 changes nothing.
-bool Reproduce(ImageBuffer& aImage, std::int32_t lCopies);
+bool Reproduce(ImageBuffer& image, std::int32_t copies);
 
 }  // namespace transforms

@@ -23,74 +23,73 @@ constexpr int kOne = 1 << 14;  // leaves room for weights up to 2
 
 // Weights in whole numbers whose sum is that of 1, with one of 0 behind them. What rounding left goes to the
 // greatest.
-void RoundWeights(const WeighedRows& objRows, std::int16_t* pWeights)
+void RoundWeights(const WeighedRows& rows, std::int16_t* weights)
 {
-    int nLeft = kOne;
-    std::size_t nGreatest = 0;
-    for (std::size_t k = 0; k < objRows.nRows; ++k) {
-        pWeights[k] = static_cast<std::int16_t>(std::lround(objRows.pWeights[k] * kOne));
-        nLeft -= pWeights[k];
-        nGreatest = objRows.pWeights[k] > objRows.pWeights[nGreatest] ? k : nGreatest;
+    int left = kOne;
+    std::size_t greatest = 0;
+    for (std::size_t k = 0; k < rows.rows; ++k) {
+        weights[k] = static_cast<std::int16_t>(std::lround(rows.weights[k] * kOne));
+        left -= weights[k];
+        greatest = rows.weights[k] > rows.weights[greatest] ? k : greatest;
     }
-    pWeights[nGreatest] = static_cast<std::int16_t>(pWeights[nGreatest] + nLeft);
-    pWeights[objRows.nRows] = 0;
+    weights[greatest] = static_cast<std::int16_t>(weights[greatest] + left);
+    weights[rows.rows] = 0;
 }
 
-WITH_AVX2 inline __m256i nLoad(const std::uint8_t* p)
+WITH_AVX2 inline __m256i Load(const std::uint8_t* p)
 {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
 }
 // The values of both halves' first or second 128 bits, brought to levels.
-WITH_AVX2 inline void StoreEight(float* pSums, __m256i nSums)
+WITH_AVX2 inline void StoreEight(float* target, __m256i sums)
 {
-    _mm256_storeu_ps(pSums, _mm256_mul_ps(_mm256_cvtepi32_ps(nSums), _mm256_set1_ps(1.F / kOne)));
+    _mm256_storeu_ps(target, _mm256_mul_ps(_mm256_cvtepi32_ps(sums), _mm256_set1_ps(1.F / kOne)));
 }
 
 // How many sums were made: a multiple of 32. The four registers hold every other four values, since
 // interleaving works on halves of registers.
-WITH_AVX2 std::size_t nSumThirtyTwos(const WeighedRows& objRows, const std::int16_t* pWeights,
-                                     std::size_t nCount, float* pSums)
+WITH_AVX2 std::size_t SumThirtyTwos(const WeighedRows& rows, const std::int16_t* weights, std::size_t count,
+                                    float* target)
 {
-    const __m256i nZero = _mm256_setzero_si256();
+    const __m256i zero = _mm256_setzero_si256();
     std::size_t i = 0;
-    for (; i + 32 <= nCount; i += 32) {
-        __m256i aSums[4] = {nZero, nZero, nZero, nZero};
-        for (std::size_t k = 0; k < objRows.nRows; k += 2) {
-            const std::uint8_t* pOne = objRows.pFirst + k * objRows.nStride + i;
-            const __m256i nOne = nLoad(pOne);
-            const __m256i nOther = k + 1 < objRows.nRows ? nLoad(pOne + objRows.nStride) : nOne;
-            const __m256i nWeights = _mm256_set1_epi32(static_cast<int>(
-                static_cast<std::uint32_t>(static_cast<std::uint16_t>(pWeights[k])) |
-                static_cast<std::uint32_t>(static_cast<std::uint16_t>(pWeights[k + 1])) << 16));
-            const __m256i nLow = _mm256_unpacklo_epi8(nOne, nOther);
-            const __m256i nHigh = _mm256_unpackhi_epi8(nOne, nOther);
-            const __m256i aPairs[4] = {_mm256_unpacklo_epi8(nLow, nZero), _mm256_unpackhi_epi8(nLow, nZero),
-                                       _mm256_unpacklo_epi8(nHigh, nZero),
-                                       _mm256_unpackhi_epi8(nHigh, nZero)};
+    for (; i + 32 <= count; i += 32) {
+        __m256i sums[4] = {zero, zero, zero, zero};
+        for (std::size_t k = 0; k < rows.rows; k += 2) {
+            const std::uint8_t* one = rows.first + k * rows.stride + i;
+            const __m256i pixels = Load(one);
+            const __m256i other = k + 1 < rows.rows ? Load(one + rows.stride) : pixels;
+            const __m256i weight_pair = _mm256_set1_epi32(static_cast<int>(
+                static_cast<std::uint32_t>(static_cast<std::uint16_t>(weights[k])) |
+                static_cast<std::uint32_t>(static_cast<std::uint16_t>(weights[k + 1])) << 16));
+            const __m256i low = _mm256_unpacklo_epi8(pixels, other);
+            const __m256i high = _mm256_unpackhi_epi8(pixels, other);
+            const __m256i pairs[4] = {_mm256_unpacklo_epi8(low, zero), _mm256_unpackhi_epi8(low, zero),
+                                      _mm256_unpacklo_epi8(high, zero), _mm256_unpackhi_epi8(high, zero)};
             for (std::size_t n = 0; n < 4; ++n)
-                aSums[n] = _mm256_add_epi32(aSums[n], _mm256_madd_epi16(aPairs[n], nWeights));
+                sums[n] = _mm256_add_epi32(sums[n], _mm256_madd_epi16(pairs[n], weight_pair));
         }
-        StoreEight(pSums + i, _mm256_permute2x128_si256(aSums[0], aSums[1], 0x20));
-        StoreEight(pSums + i + 8, _mm256_permute2x128_si256(aSums[2], aSums[3], 0x20));
-        StoreEight(pSums + i + 16, _mm256_permute2x128_si256(aSums[0], aSums[1], 0x31));
-        StoreEight(pSums + i + 24, _mm256_permute2x128_si256(aSums[2], aSums[3], 0x31));
+        StoreEight(target + i, _mm256_permute2x128_si256(sums[0], sums[1], 0x20));
+        StoreEight(target + i + 8, _mm256_permute2x128_si256(sums[2], sums[3], 0x20));
+        StoreEight(target + i + 16, _mm256_permute2x128_si256(sums[0], sums[1], 0x31));
+        StoreEight(target + i + 24, _mm256_permute2x128_si256(sums[2], sums[3], 0x31));
     }
     return i;
 }
 
-std::size_t nSumQuickly(const WeighedRows& objRows, std::size_t nCount, std::int16_t* pMemory, float* pSums)
+std::size_t SumQuickly(const WeighedRows& rows, std::size_t count, std::int16_t* memory, float* sums)
 {
     // Many small weights would add up what rounding each of them lost.
     constexpr std::size_t kMost = 256;
-    if (!bHasAvx2() || objRows.nRows > kMost || nCount < 32)
+    if (!HasAvx2() || rows.rows > kMost || count < 32)
         return 0;
-    RoundWeights(objRows, pMemory);
-    return nSumThirtyTwos(objRows, pMemory, nCount, pSums);
+    RoundWeights(rows, memory);
+    return SumThirtyTwos(rows, memory, count, sums);
 }
 
 #else
 
-std::size_t nSumQuickly(const WeighedRows&, std::size_t, std::int16_t*, float*)
+std::size_t SumQuickly(const WeighedRows&, std::size_t, std::int16_t*, float*)
 {
     return 0;
 }
@@ -99,16 +98,16 @@ std::size_t nSumQuickly(const WeighedRows&, std::size_t, std::int16_t*, float*)
 
 }  // namespace
 
-void SumRows(const WeighedRows& objRows, std::size_t nCount, std::int16_t* pMemory, float* pSums)
+void SumRows(const WeighedRows& rows, std::size_t count, std::int16_t* memory, float* sums)
 {
-    const std::size_t nDone = nSumQuickly(objRows, nCount, pMemory, pSums);
-    std::fill(pSums + nDone, pSums + nCount, 0.F);
-    for (std::size_t k = 0; k < objRows.nRows; ++k) {
-        const std::uint8_t* __restrict pRow = objRows.pFirst + k * objRows.nStride;
-        const float dWeight = objRows.pWeights[k];
-        float* __restrict pTo = pSums;
-        for (std::size_t i = nDone; i < nCount; ++i)
-            pTo[i] += dWeight * static_cast<float>(pRow[i]);
+    const std::size_t done = SumQuickly(rows, count, memory, sums);
+    std::fill(sums + done, sums + count, 0.F);
+    for (std::size_t k = 0; k < rows.rows; ++k) {
+        const std::uint8_t* __restrict row = rows.first + k * rows.stride;
+        const float weight = rows.weights[k];
+        float* __restrict to = sums;
+        for (std::size_t i = done; i < count; ++i)
+            to[i] += weight * static_cast<float>(row[i]);
     }
 }
 

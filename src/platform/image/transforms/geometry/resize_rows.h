@@ -8,17 +8,17 @@
 namespace transforms
 {
 
-/// Rows of a picture that begin nStride bytes after each other, and how much each weighs; the weights' sum is
+/// Rows of a picture that begin stride bytes after each other, and how much each weighs; the weights' sum is
 /// 1, and none is greater than 1.9.
 struct WeighedRows {
-    const std::uint8_t* pFirst;
-    std::size_t nStride;
-    const float* pWeights;
-    std::size_t nRows;
+    const std::uint8_t* first;
+    std::size_t stride;
+    const float* weights;
+    std::size_t rows;
 };
 
-/// Fills pSums with the weighted sums of the rows' first nCount bytes, to 1/25 level. pMemory is for nRows +
+/// Fills sums with the weighted sums of the rows' first count bytes, to 1/25 level. memory is for rows +
 /// 1 numbers.
-void SumRows(const WeighedRows& objRows, std::size_t nCount, std::int16_t* pMemory, float* pSums);
+void SumRows(const WeighedRows& rows, std::size_t count, std::int16_t* memory, float* sums);
 
 }  // namespace transforms

@@ -7,46 +7,46 @@
 namespace transforms
 {
 
-static double dTriangle(double dDistance)
+static double Triangle(double distance)
 {
-    return std::max(0.0, 1 - std::fabs(dDistance));
+    return std::max(0.0, 1 - std::fabs(distance));
 }
 
-static double dCubic(double dDistance)
+static double Cubic(double distance)
 {
-    const double d = std::fabs(dDistance);
+    const double d = std::fabs(distance);
     if (d < 1)
         return (1.5 * d - 2.5) * d * d + 1;
     return d < 2 ? ((-0.5 * d + 2.5) * d - 4) * d + 2 : 0;
 }
 
-ResizeWeights objResizeWeights(std::int32_t lSource, std::int32_t lTarget, bool bCubic)
+ResizeWeights ComputeResizeWeights(std::int32_t source, std::int32_t target, bool cubic)
 {
-    const double dStep = static_cast<double>(lSource) / lTarget;
-    const double dWiden = std::max(1.0, dStep);
-    const double dReach = (bCubic ? 2 : 1) * dWiden;
+    const double step = static_cast<double>(source) / target;
+    const double widen = std::max(1.0, step);
+    const double reach = (cubic ? 2 : 1) * widen;
 
-    ResizeWeights objResult;
-    objResult.nTaps =
-        static_cast<std::size_t>(std::min(lSource, 2 * static_cast<std::int32_t>(std::ceil(dReach)) + 1));
-    objResult.aFirst.resize(static_cast<std::size_t>(lTarget));
-    objResult.aWeights.assign(static_cast<std::size_t>(lTarget) * objResult.nTaps, 0.F);
-    std::vector<double> aExact(objResult.nTaps);
-    for (std::size_t i = 0; i < objResult.aFirst.size(); ++i) {
-        const double dMiddle = (static_cast<double>(i) + 0.5) * dStep;
-        const auto lFirst = std::clamp(static_cast<std::int32_t>(std::floor(dMiddle - dReach)), 0,
-                                       lSource - static_cast<std::int32_t>(objResult.nTaps));
-        double dSum = 0;
-        for (std::size_t k = 0; k < objResult.nTaps; ++k) {
-            const double dDistance = (lFirst + static_cast<double>(k) + 0.5 - dMiddle) / dWiden;
-            aExact[k] = bCubic ? dCubic(dDistance) : dTriangle(dDistance);
-            dSum += aExact[k];
+    ResizeWeights result;
+    result.taps =
+        static_cast<std::size_t>(std::min(source, 2 * static_cast<std::int32_t>(std::ceil(reach)) + 1));
+    result.first.resize(static_cast<std::size_t>(target));
+    result.weights.assign(static_cast<std::size_t>(target) * result.taps, 0.F);
+    std::vector<double> exact(result.taps);
+    for (std::size_t i = 0; i < result.first.size(); ++i) {
+        const double middle = (static_cast<double>(i) + 0.5) * step;
+        const auto first = std::clamp(static_cast<std::int32_t>(std::floor(middle - reach)), 0,
+                                      source - static_cast<std::int32_t>(result.taps));
+        double sum = 0;
+        for (std::size_t k = 0; k < result.taps; ++k) {
+            const double distance = (first + static_cast<double>(k) + 0.5 - middle) / widen;
+            exact[k] = cubic ? Cubic(distance) : Triangle(distance);
+            sum += exact[k];
         }
-        objResult.aFirst[i] = lFirst;
-        for (std::size_t k = 0; k < objResult.nTaps; ++k)
-            objResult.aWeights[i * objResult.nTaps + k] = static_cast<float>(aExact[k] / dSum);
+        result.first[i] = first;
+        for (std::size_t k = 0; k < result.taps; ++k)
+            result.weights[i * result.taps + k] = static_cast<float>(exact[k] / sum);
     }
-    return objResult;
+    return result;
 }
 
 }  // namespace transforms

@@ -9,16 +9,16 @@
 namespace transforms
 {
 
-/// The weights of every target pixel: nTaps of them, for source pixels from aFirst[i] on. All of those lie
+/// The weights of every target pixel: taps of them, for source pixels from first[i] on. All of those lie
 /// inside, so that a tap beyond the border is one that weighs 0.
 struct ResizeWeights {
-    std::size_t nTaps = 0;
-    std::vector<std::int32_t> aFirst;
-    std::vector<float> aWeights;  ///< nTaps for each target pixel; their sum is 1
+    std::size_t taps = 0;
+    std::vector<std::int32_t> first;
+    std::vector<float> weights;  ///< taps for each target pixel; their sum is 1
 };
 
-/// For lSource pixels that become lTarget by the triangle or, bCubic, by Keys' cubic (a = -0.5), widened by
-/// lSource / lTarget where that is above 1. Throws std::bad_alloc.
-ResizeWeights objResizeWeights(std::int32_t lSource, std::int32_t lTarget, bool bCubic);
+/// For source pixels that become target by the triangle or, cubic, by Keys' cubic (a = -0.5), widened by
+/// source / target where that is above 1. Throws std::bad_alloc.
+ResizeWeights ComputeResizeWeights(std::int32_t source, std::int32_t target, bool cubic);
 
 }  // namespace transforms

@@ -15,47 +15,47 @@ namespace transforms
 {
 
 // The canvas's side, where a side that is a whole number but for the sines' last digits doesn't grow by one.
-static std::uint64_t nSide(double dLength)
+static std::uint64_t PaddedSide(double length)
 {
-    return static_cast<std::uint64_t>(std::ceil(dLength - 1e-6));
+    return static_cast<std::uint64_t>(std::ceil(length - 1e-6));
 }
 
-bool Rotate(ImageBuffer& aImage, double dAngle, Colour lBackground)
+bool Rotate(ImageBuffer& image, double angle, Colour background)
 {
-    if (!std::isfinite(dAngle))
+    if (!std::isfinite(angle))
         return true;
-    const double dTurn = std::fmod(dAngle, 360.0);
-    if (std::fmod(dTurn, 90.0) == 0)
-        return TurnQuarters(aImage, static_cast<std::int32_t>(dTurn / 90) + 4);
+    const double turn = std::fmod(angle, 360.0);
+    if (std::fmod(turn, 90.0) == 0)
+        return TurnQuarters(image, static_cast<std::int32_t>(turn / 90) + 4);
 
-    return bGuarded([&] {
-        const double dCos = std::cos(dTurn * std::numbers::pi / 180),
-                     dSin = std::sin(dTurn * std::numbers::pi / 180);
-        const double dWidth = aImage.width, dHeight = aImage.height;
-        const bool bWiden = aImage.channels == 1 && !bGrey(lBackground);
-        ImageBuffer aCanvas;
-        if (!Allocate(aCanvas, nSide(dWidth * std::fabs(dCos) + dHeight * std::fabs(dSin)),
-                      nSide(dWidth * std::fabs(dSin) + dHeight * std::fabs(dCos)),
-                      bWiden ? 3 : aImage.channels))
+    return RunGuarded([&] {
+        const double cos = std::cos(turn * std::numbers::pi / 180),
+                     sin = std::sin(turn * std::numbers::pi / 180);
+        const double width = image.width, height = image.height;
+        const bool widen = image.channels == 1 && !IsGrey(background);
+        ImageBuffer canvas;
+        if (!Allocate(canvas, PaddedSide(width * std::fabs(cos) + height * std::fabs(sin)),
+                      PaddedSide(width * std::fabs(sin) + height * std::fabs(cos)),
+                      widen ? 3 : image.channels))
             return false;
-        ImageBuffer aWide;
-        if (bWiden && !bWidened(aImage, aWide))
+        ImageBuffer wide;
+        if (widen && !WidenGrey(image, wide))
             return false;
-        const ImageBuffer& aSource = bWiden ? aWide : aImage;
+        const ImageBuffer& source = widen ? wide : image;
 
-        const double dMidX = (aCanvas.width - 1) / 2.0, dMidY = (aCanvas.height - 1) / 2.0;
-        const StraightMap objMap{dCos,  dSin, (dWidth - 1) / 2 - dCos * dMidX - dSin * dMidY,
-                                 -dSin, dCos, (dHeight - 1) / 2 + dSin * dMidX - dCos * dMidY};
-        const PixelValue aOutside = aBackground(aSource, lBackground);
+        const double mid_x = (canvas.width - 1) / 2.0, mid_y = (canvas.height - 1) / 2.0;
+        const StraightMap map{cos,  sin, (width - 1) / 2 - cos * mid_x - sin * mid_y,
+                              -sin, cos, (height - 1) / 2 + sin * mid_x - cos * mid_y};
+        const PixelValue outside = Background(source, background);
         DrawWarped(
-            aSource, aCanvas,
-            [&](std::int32_t y, std::int32_t* aX, std::int32_t* aY) {
-                StraightPlaces(objMap, y, aCanvas.width, aX, aY);
+            source, canvas,
+            [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+                StraightPlaces(map, y, canvas.width, xs, ys);
             },
-            &aOutside);
-        TakePixels(aImage, std::move(aCanvas));
-        if (bWiden)
-            aImage.icc_profile.clear();
+            &outside);
+        TakePixels(image, std::move(canvas));
+        if (widen)
+            image.icc_profile.clear();
         return true;
     });
 }

@@ -13,121 +13,120 @@
 namespace transforms
 {
 
-static void Fill(std::uint8_t* pTarget, std::int64_t nPixels, std::int32_t lChannels,
-                 const PixelValue& aValue)
+static void Fill(std::uint8_t* target, std::int64_t pixels, std::int32_t channels, const PixelValue& value)
 {
-    for (std::int64_t i = 0; i < nPixels; ++i, pTarget += lChannels)
-        std::memcpy(pTarget, aValue.data(), static_cast<std::size_t>(lChannels));
+    for (std::int64_t i = 0; i < pixels; ++i, target += channels)
+        std::memcpy(target, value.data(), static_cast<std::size_t>(channels));
 }
 
-bool Shift(ImageBuffer& aImage, std::int32_t lX, std::int32_t lY, Colour lBackground)
+bool Shift(ImageBuffer& image, std::int32_t right, std::int32_t down, Colour background)
 {
-    if (lX == 0 && lY == 0)
+    if (right == 0 && down == 0)
         return true;
-    if (aImage.channels == 1 && !bGrey(lBackground)) {
-        ImageBuffer aWide;
-        if (!bWidened(aImage, aWide))
+    if (image.channels == 1 && !IsGrey(background)) {
+        ImageBuffer wide;
+        if (!WidenGrey(image, wide))
             return false;
-        TakePixels(aImage, std::move(aWide));
-        aImage.icc_profile.clear();
+        TakePixels(image, std::move(wide));
+        image.icc_profile.clear();
     }
-    const std::int64_t nWidth = aImage.width, nHeight = aImage.height, nChannels = aImage.channels;
-    const std::int64_t nX = std::clamp<std::int64_t>(lX, -nWidth, nWidth);
-    const std::int64_t nY = std::clamp<std::int64_t>(lY, -nHeight, nHeight);
-    const PixelValue aFill = aBackground(aImage, lBackground);
-    const std::int64_t nKept = nWidth - std::abs(nX);
+    const std::int64_t width = image.width, height = image.height, channels = image.channels;
+    const std::int64_t shift_x = std::clamp<std::int64_t>(right, -width, width);
+    const std::int64_t shift_y = std::clamp<std::int64_t>(down, -height, height);
+    const PixelValue fill = Background(image, background);
+    const std::int64_t kept = width - std::abs(shift_x);
 
     // Against the direction of the move, so that no row is overwritten before it was moved.
-    for (std::int64_t i = 0; i < nHeight; ++i) {
-        const std::int64_t y = nY > 0 ? nHeight - 1 - i : i;
-        std::uint8_t* pTarget = pRow(aImage, static_cast<std::int32_t>(y));
-        if (y - nY < 0 || y - nY >= nHeight) {
-            Fill(pTarget, nWidth, aImage.channels, aFill);
+    for (std::int64_t i = 0; i < height; ++i) {
+        const std::int64_t y = shift_y > 0 ? height - 1 - i : i;
+        std::uint8_t* target = Row(image, static_cast<std::int32_t>(y));
+        if (y - shift_y < 0 || y - shift_y >= height) {
+            Fill(target, width, image.channels, fill);
             continue;
         }
-        const std::uint8_t* pSource = pRow(aImage, static_cast<std::int32_t>(y - nY));
-        std::memmove(pTarget + std::max<std::int64_t>(nX, 0) * nChannels,
-                     pSource + std::max<std::int64_t>(-nX, 0) * nChannels,
-                     static_cast<std::size_t>(nKept * nChannels));
-        Fill(nX > 0 ? pTarget : pTarget + nKept * nChannels, nWidth - nKept, aImage.channels, aFill);
+        const std::uint8_t* source = Row(image, static_cast<std::int32_t>(y - shift_y));
+        std::memmove(target + std::max<std::int64_t>(shift_x, 0) * channels,
+                     source + std::max<std::int64_t>(-shift_x, 0) * channels,
+                     static_cast<std::size_t>(kept * channels));
+        Fill(shift_x > 0 ? target : target + kept * channels, width - kept, image.channels, fill);
     }
     return true;
 }
 
-static bool bSame(const std::uint8_t* pOne, const std::uint8_t* pOther, std::int32_t lChannels)
+static bool IsSame(const std::uint8_t* one, const std::uint8_t* other, std::int32_t channels)
 {
-    return (lChannels == 4 && pOne[3] == 0 && pOther[3] == 0) ||
-           std::memcmp(pOne, pOther, static_cast<std::size_t>(lChannels)) == 0;
+    return (channels == 4 && one[3] == 0 && other[3] == 0) ||
+           std::memcmp(one, other, static_cast<std::size_t>(channels)) == 0;
 }
 
-// How many pixels from x on, in steps of lStep, have the colour; at most lCount.
-static std::int32_t lRun(const std::uint8_t* pPixel, std::int64_t nStep, std::int32_t lCount,
-                         std::int32_t lChannels, const std::uint8_t* pColour)
+// How many pixels from x on, in steps of step, have the colour; at most count.
+static std::int32_t RunLength(const std::uint8_t* pixel, std::int64_t step, std::int32_t count,
+                              std::int32_t channels, const std::uint8_t* colour)
 {
-    std::int32_t lFound = 0;
-    while (lFound < lCount && bSame(pPixel + lFound * nStep, pColour, lChannels))
-        ++lFound;
-    return lFound;
+    std::int32_t found = 0;
+    while (found < count && IsSame(pixel + found * step, colour, channels))
+        ++found;
+    return found;
 }
 
-static PixelValue aBorderColour(const ImageBuffer& aImage)
+static PixelValue BorderColour(const ImageBuffer& image)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const std::uint8_t* pTop = pRow(aImage, 0);
-    const std::uint8_t* pBottom = pRow(aImage, aImage.height - 1);
-    const std::uint8_t* aCorners[4] = {pTop, pTop + nStride(aImage) - nChannels, pBottom,
-                                       pBottom + nStride(aImage) - nChannels};
-    std::ptrdiff_t nBest = 0;
-    const std::uint8_t* pBest = pTop;
-    for (const std::uint8_t* pCorner : aCorners) {
-        const auto nEqual = std::count_if(std::begin(aCorners), std::end(aCorners), [&](const auto* pOther) {
-            return bSame(pCorner, pOther, aImage.channels);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::uint8_t* top = Row(image, 0);
+    const std::uint8_t* bottom = Row(image, image.height - 1);
+    const std::uint8_t* corners[4] = {top, top + Stride(image) - channels, bottom,
+                                      bottom + Stride(image) - channels};
+    std::ptrdiff_t best_count = 0;
+    const std::uint8_t* best = top;
+    for (const std::uint8_t* corner : corners) {
+        const auto equal = std::count_if(std::begin(corners), std::end(corners), [&](const auto* other) {
+            return IsSame(corner, other, image.channels);
         });
-        if (nEqual > nBest) {
-            nBest = nEqual;
-            pBest = pCorner;
+        if (equal > best_count) {
+            best_count = equal;
+            best = corner;
         }
     }
-    PixelValue aColour{};
-    std::memcpy(aColour.data(), pBest, nChannels);
-    return aColour;
+    PixelValue colour{};
+    std::memcpy(colour.data(), best, channels);
+    return colour;
 }
 
-bool Autocrop(ImageBuffer& aImage)
+bool Autocrop(ImageBuffer& image)
 {
-    if (aImage.width < 1 || aImage.height < 1)
+    if (image.width < 1 || image.height < 1)
         return true;
-    const PixelValue aColour = aBorderColour(aImage);
-    const std::int32_t lWidth = aImage.width, lChannels = aImage.channels;
-    const auto fnWholeRow = [&](std::int32_t y) {
-        return lRun(pRow(aImage, y), lChannels, lWidth, lChannels, aColour.data()) == lWidth;
+    const PixelValue colour = BorderColour(image);
+    const std::int32_t width = image.width, channels = image.channels;
+    const auto whole_row = [&](std::int32_t y) {
+        return RunLength(Row(image, y), channels, width, channels, colour.data()) == width;
     };
-    std::int32_t lTop = 0, lBottom = aImage.height;
-    while (lTop < lBottom && fnWholeRow(lTop))
-        ++lTop;
-    if (lTop == lBottom)
+    std::int32_t top = 0, bottom = image.height;
+    while (top < bottom && whole_row(top))
+        ++top;
+    if (top == bottom)
         return true;
-    while (fnWholeRow(lBottom - 1))
-        --lBottom;
+    while (whole_row(bottom - 1))
+        --bottom;
 
-    std::int32_t lLeft = lWidth, lRight = lWidth;  // counted inwards from their borders
-    for (std::int32_t y = lTop; y < lBottom; ++y) {
-        const std::uint8_t* pFirst = pRow(aImage, y);
-        lLeft = lRun(pFirst, lChannels, lLeft, lChannels, aColour.data());
-        lRight = lRun(pFirst + nStride(aImage) - lChannels, -lChannels, lRight, lChannels, aColour.data());
+    std::int32_t left = width, right = width;  // counted inwards from their borders
+    for (std::int32_t y = top; y < bottom; ++y) {
+        const std::uint8_t* first = Row(image, y);
+        left = RunLength(first, channels, left, channels, colour.data());
+        right = RunLength(first + Stride(image) - channels, -channels, right, channels, colour.data());
     }
-    const std::int32_t lNewWidth = lWidth - lLeft - lRight, lNewHeight = lBottom - lTop;
-    if (lNewWidth == lWidth && lNewHeight == aImage.height)
+    const std::int32_t new_width = width - left - right, new_height = bottom - top;
+    if (new_width == width && new_height == image.height)
         return true;
 
-    ImageBuffer aCut;
-    if (!Allocate(aCut, static_cast<std::uint64_t>(lNewWidth), static_cast<std::uint64_t>(lNewHeight),
-                  lChannels))
+    ImageBuffer cut;
+    if (!Allocate(cut, static_cast<std::uint64_t>(new_width), static_cast<std::uint64_t>(new_height),
+                  channels))
         return false;
-    for (std::int32_t y = 0; y < lNewHeight; ++y)
-        std::memcpy(pRow(aCut, y), pRow(aImage, lTop + y) + static_cast<std::int64_t>(lLeft) * lChannels,
-                    nStride(aCut));
-    TakePixels(aImage, std::move(aCut));
+    for (std::int32_t y = 0; y < new_height; ++y)
+        std::memcpy(Row(cut, y), Row(image, top + y) + static_cast<std::int64_t>(left) * channels,
+                    Stride(cut));
+    TakePixels(image, std::move(cut));
     return true;
 }
 

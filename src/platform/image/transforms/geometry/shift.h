@@ -9,15 +9,15 @@
 namespace transforms
 {
 
-/// Moves the picture lX pixels right and lY down (negative: left and up). The size stays, what leaves it is
-/// lost, and what is uncovered becomes lBackground, opaque. A grey picture that gets a background with
+/// Moves the picture right pixels right and down down (negative: left and up). The size stays, what leaves it
+/// is lost, and what is uncovered becomes background, opaque. A grey picture that gets a background with
 /// colour becomes one of 3 channels. 0, 0 changes nothing.
-bool Shift(ImageBuffer& aImage, std::int32_t lX, std::int32_t lY, Colour lBackground);
+bool Shift(ImageBuffer& image, std::int32_t right, std::int32_t down, Colour background);
 
 /// Cuts off the outer rows and columns that wholly have the border's colour. That is the colour of most of
 /// the four corners, and among equals of the first one in the order top left, top right, bottom left, bottom
 /// right. Colours are equal when all channels are; pixels that are wholly transparent are all equal. A
 /// picture of one colour stays as it is.
-bool Autocrop(ImageBuffer& aImage);
+bool Autocrop(ImageBuffer& image);
 
 }  // namespace transforms

@@ -17,128 +17,130 @@ namespace transforms
 namespace
 {
 
-const std::uint8_t* pTap(const ImageBuffer& aSource, std::int32_t x, std::int32_t y,
-                         const PixelValue* pOutside)
+const std::uint8_t* TapAt(const ImageBuffer& source, std::int32_t x, std::int32_t y,
+                          const PixelValue* outside)
 {
-    if (x < 0 || y < 0 || x >= aSource.width || y >= aSource.height) {
-        if (pOutside)
-            return pOutside->data();
-        x = std::clamp(x, 0, aSource.width - 1);
-        y = std::clamp(y, 0, aSource.height - 1);
+    if (x < 0 || y < 0 || x >= source.width || y >= source.height) {
+        if (outside)
+            return outside->data();
+        x = std::clamp(x, 0, source.width - 1);
+        y = std::clamp(y, 0, source.height - 1);
     }
-    return pRow(aSource, y) + static_cast<std::ptrdiff_t>(x) * aSource.channels;
+    return Row(source, y) + static_cast<std::ptrdiff_t>(x) * source.channels;
 }
 
 // True when none of the four pixels from x, y on is inside.
-bool bWhollyOutside(const ImageBuffer& aSource, std::int32_t x, std::int32_t y)
+bool IsWhollyOutside(const ImageBuffer& source, std::int32_t x, std::int32_t y)
 {
-    return x < -1 || y < -1 || x >= aSource.width || y >= aSource.height;
+    return x < -1 || y < -1 || x >= source.width || y >= source.height;
 }
 
 // Any place at all, and pixels of any transparency.
-template <int nChannels>
-void DrawCarefully(const ImageBuffer& aSource, std::int32_t lX, std::int32_t lY, const PixelValue* pOutside,
-                   std::uint8_t* pTarget)
+template <int kChannels>
+void DrawCarefully(const ImageBuffer& source, std::int32_t fixed_x, std::int32_t fixed_y,
+                   const PixelValue* outside, std::uint8_t* target)
 {
-    const std::int32_t x = lX >> 8, y = lY >> 8;
-    if (pOutside && bWhollyOutside(aSource, x, y)) {
-        std::memcpy(pTarget, pOutside->data(), nChannels);
+    const std::int32_t x = fixed_x >> 8, y = fixed_y >> 8;
+    if (outside && IsWhollyOutside(source, x, y)) {
+        std::memcpy(target, outside->data(), kChannels);
         return;
     }
-    const std::uint32_t nX = lX & 255, nY = lY & 255;
-    const std::uint8_t* aTaps[4] = {pTap(aSource, x, y, pOutside), pTap(aSource, x + 1, y, pOutside),
-                                    pTap(aSource, x, y + 1, pOutside), pTap(aSource, x + 1, y + 1, pOutside)};
-    std::uint32_t aWeights[4] = {(256 - nX) * (256 - nY), nX * (256 - nY), (256 - nX) * nY, nX * nY};
-    std::uint64_t nWhole = 1 << 16;
-    if constexpr (nChannels == 4) {
-        nWhole = 0;
+    const std::uint32_t share_x = fixed_x & 255, share_y = fixed_y & 255;
+    const std::uint8_t* taps[4] = {TapAt(source, x, y, outside), TapAt(source, x + 1, y, outside),
+                                   TapAt(source, x, y + 1, outside), TapAt(source, x + 1, y + 1, outside)};
+    std::uint32_t weights[4] = {(256 - share_x) * (256 - share_y), share_x * (256 - share_y),
+                                (256 - share_x) * share_y, share_x * share_y};
+    std::uint64_t whole = 1 << 16;
+    if constexpr (kChannels == 4) {
+        whole = 0;
         for (int i = 0; i < 4; ++i) {
-            aWeights[i] *= aTaps[i][3];
-            nWhole += aWeights[i];
+            weights[i] *= taps[i][3];
+            whole += weights[i];
         }
-        pTarget[3] = static_cast<std::uint8_t>((nWhole + (1 << 15)) >> 16);
-        if (nWhole == 0) {
-            std::memcpy(pTarget, aTaps[0], 3);  // nothing to see, but the hidden colour stays what it was
+        target[3] = static_cast<std::uint8_t>((whole + (1 << 15)) >> 16);
+        if (whole == 0) {
+            std::memcpy(target, taps[0], 3);  // nothing to see, but the hidden colour stays what it was
             return;
         }
     }
-    for (int c = 0; c < (nChannels == 1 ? 1 : 3); ++c) {
-        std::uint64_t nSum = nWhole / 2;
+    for (int c = 0; c < (kChannels == 1 ? 1 : 3); ++c) {
+        std::uint64_t sum = whole / 2;
         for (int i = 0; i < 4; ++i)
-            nSum += static_cast<std::uint64_t>(aWeights[i]) * aTaps[i][c];
-        pTarget[c] = static_cast<std::uint8_t>(nSum / nWhole);
+            sum += static_cast<std::uint64_t>(weights[i]) * taps[i][c];
+        target[c] = static_cast<std::uint8_t>(sum / whole);
     }
 }
 
-void DrawGreyRow(const ImageBuffer& aSource, const std::int32_t* __restrict aX,
-                 const std::int32_t* __restrict aY, std::int32_t lCount, const PixelValue* pOutside,
-                 std::uint8_t* __restrict pTarget)
+void DrawGreyRow(const ImageBuffer& source, const std::int32_t* __restrict xs,
+                 const std::int32_t* __restrict ys, std::int32_t count, const PixelValue* outside,
+                 std::uint8_t* __restrict target)
 {
-    const auto nRight = static_cast<std::uint32_t>(aSource.width - 1);
-    const auto nBottom = static_cast<std::uint32_t>(aSource.height - 1);
-    for (std::int32_t i = 0; i < lCount; ++i, ++pTarget) {
-        const std::int32_t x = aX[i] >> 8, y = aY[i] >> 8;
-        if (static_cast<std::uint32_t>(x) >= nRight || static_cast<std::uint32_t>(y) >= nBottom) {
-            DrawCarefully<1>(aSource, aX[i], aY[i], pOutside, pTarget);
+    const auto right = static_cast<std::uint32_t>(source.width - 1);
+    const auto bottom = static_cast<std::uint32_t>(source.height - 1);
+    for (std::int32_t i = 0; i < count; ++i, ++target) {
+        const std::int32_t x = xs[i] >> 8, y = ys[i] >> 8;
+        if (static_cast<std::uint32_t>(x) >= right || static_cast<std::uint32_t>(y) >= bottom) {
+            DrawCarefully<1>(source, xs[i], ys[i], outside, target);
             continue;
         }
-        const std::int32_t lX = aX[i] & 255, lY = aY[i] & 255;
-        const std::uint8_t* pUpper = pRow(aSource, y) + x;
-        const std::uint8_t* pLower = pUpper + aSource.width;
-        const std::int32_t lUpper = pUpper[0] * (256 - lX) + pUpper[1] * lX;
-        const std::int32_t lLower = pLower[0] * (256 - lX) + pLower[1] * lX;
-        pTarget[0] = static_cast<std::uint8_t>((lUpper * (256 - lY) + lLower * lY + (1 << 15)) >> 16);
+        const std::int32_t share_x = xs[i] & 255, share_y = ys[i] & 255;
+        const std::uint8_t* upper = Row(source, y) + x;
+        const std::uint8_t* lower = upper + source.width;
+        const std::int32_t upper_mix = upper[0] * (256 - share_x) + upper[1] * share_x;
+        const std::int32_t lower_mix = lower[0] * (256 - share_x) + lower[1] * share_x;
+        target[0] =
+            static_cast<std::uint8_t>((upper_mix * (256 - share_y) + lower_mix * share_y + (1 << 15)) >> 16);
     }
 }
 
-template <int nChannels>
-void DrawRow(const ImageBuffer& aSource, const std::int32_t* aX, const std::int32_t* aY, std::int32_t lCount,
-             const PixelValue* pOutside, std::uint8_t* pTarget)
+template <int kChannels>
+void DrawRow(const ImageBuffer& source, const std::int32_t* xs, const std::int32_t* ys, std::int32_t count,
+             const PixelValue* outside, std::uint8_t* target)
 {
-    for (std::int32_t i = 0; i < lCount;) {
-        for (; pOutside && i < lCount && bWhollyOutside(aSource, aX[i] >> 8, aY[i] >> 8); ++i)
-            std::memcpy(pTarget + static_cast<std::ptrdiff_t>(i) * nChannels, pOutside->data(), nChannels);
-        i += lDrawFours(aSource, aX + i, aY + i, nullptr, lCount - i,
-                        pTarget + static_cast<std::ptrdiff_t>(i) * nChannels);
-        for (const std::int32_t lEnd = std::min(i + 4, lCount); i < lEnd; ++i)
-            DrawCarefully<nChannels>(aSource, aX[i], aY[i], pOutside,
-                                     pTarget + static_cast<std::ptrdiff_t>(i) * nChannels);
+    for (std::int32_t i = 0; i < count;) {
+        for (; outside && i < count && IsWhollyOutside(source, xs[i] >> 8, ys[i] >> 8); ++i)
+            std::memcpy(target + static_cast<std::ptrdiff_t>(i) * kChannels, outside->data(), kChannels);
+        i += DrawFours(source, xs + i, ys + i, nullptr, count - i,
+                       target + static_cast<std::ptrdiff_t>(i) * kChannels);
+        for (const std::int32_t end = std::min(i + 4, count); i < end; ++i)
+            DrawCarefully<kChannels>(source, xs[i], ys[i], outside,
+                                     target + static_cast<std::ptrdiff_t>(i) * kChannels);
     }
 }
 
 }  // namespace
 
-void DrawWarped(const ImageBuffer& aSource, ImageBuffer& aTarget, const RowOfPlaces& fnPlaces,
-                const PixelValue* pOutside)
+void DrawWarped(const ImageBuffer& source, ImageBuffer& target, const RowOfPlaces& places,
+                const PixelValue* outside)
 {
-    const auto fnDraw = aTarget.channels == 1 ? DrawGreyRow : aTarget.channels == 3 ? DrawRow<3> : DrawRow<4>;
-    EachRows(aTarget.height, nStride(aTarget), [&](std::int32_t lFirst, std::int32_t lLast) {
-        std::vector<std::int32_t> aX(static_cast<std::size_t>(aTarget.width)), aY(aX.size());
-        for (std::int32_t y = lFirst; y < lLast; ++y) {
-            fnPlaces(y, aX.data(), aY.data());
-            fnDraw(aSource, aX.data(), aY.data(), aTarget.width, pOutside, pRow(aTarget, y));
+    const auto draw = target.channels == 1 ? DrawGreyRow : target.channels == 3 ? DrawRow<3> : DrawRow<4>;
+    EachRows(target.height, Stride(target), [&](std::int32_t first, std::int32_t last) {
+        std::vector<std::int32_t> xs(static_cast<std::size_t>(target.width)), ys(xs.size());
+        for (std::int32_t y = first; y < last; ++y) {
+            places(y, xs.data(), ys.data());
+            draw(source, xs.data(), ys.data(), target.width, outside, Row(target, y));
         }
     });
 }
 
 // Sums of 64 bits, 32 of them behind the point: over the longest row they stray by less than 1/60000 pixel.
-ROW_LOOP static void Progress(std::uint64_t nPlace, std::uint64_t nStep, std::int32_t lCount,
-                              std::int32_t* __restrict aPlaces)
+ROW_LOOP static void Progress(std::uint64_t place, std::uint64_t step, std::int32_t count,
+                              std::int32_t* __restrict places)
 {
-    for (std::int32_t i = 0; i < lCount; ++i, nPlace += nStep)
-        aPlaces[i] = static_cast<std::int32_t>(static_cast<std::uint32_t>(nPlace >> 24));
+    for (std::int32_t i = 0; i < count; ++i, place += step)
+        places[i] = static_cast<std::int32_t>(static_cast<std::uint32_t>(place >> 24));
 }
 
-void StraightPlaces(const StraightMap& objMap, std::int32_t y, std::int32_t lCount, std::int32_t* aX,
-                    std::int32_t* aY)
+void StraightPlaces(const StraightMap& map, std::int32_t y, std::int32_t count, std::int32_t* xs,
+                    std::int32_t* ys)
 {
     constexpr double kOne = 4294967296.0;
     constexpr std::int64_t kHalfUnit = 1 << 23;
-    const auto fnFixed = [](double dPlace, std::int64_t nAdd) {
-        return static_cast<std::uint64_t>(std::llround(dPlace * kOne) + nAdd);
+    const auto fixed = [](double place, std::int64_t add) {
+        return static_cast<std::uint64_t>(std::llround(place * kOne) + add);
     };
-    Progress(fnFixed(objMap.dXY * y + objMap.dX0, kHalfUnit), fnFixed(objMap.dXX, 0), lCount, aX);
-    Progress(fnFixed(objMap.dYY * y + objMap.dY0, kHalfUnit), fnFixed(objMap.dYX, 0), lCount, aY);
+    Progress(fixed(map.xy * y + map.x0, kHalfUnit), fixed(map.xx, 0), count, xs);
+    Progress(fixed(map.yy * y + map.y0, kHalfUnit), fixed(map.yx, 0), count, ys);
 }
 
 }  // namespace transforms

@@ -14,68 +14,67 @@ namespace transforms
 namespace
 {
 
-// One pixel whose place may lie outside, and with pUnmoved its mean with that.
-template <int nChannels>
-void DrawPixel(const ImageBuffer& aSource, std::int32_t lX, std::int32_t lY, const std::uint8_t* pUnmoved,
-               std::uint8_t* pTarget)
+// One pixel whose place may lie outside, and with unmoved its mean with that.
+template <int kChannels>
+void DrawPixel(const ImageBuffer& source, std::int32_t fixed_x, std::int32_t fixed_y,
+               const std::uint8_t* unmoved, std::uint8_t* target)
 {
-    const std::int32_t x = std::clamp(lX, 0, (aSource.width - 1) * kPlaceUnit);
-    const std::int32_t y = std::clamp(lY, 0, (aSource.height - 1) * kPlaceUnit);
-    const std::int32_t lRight = x & 255, lDown = y & 255;
-    const std::uint8_t* pUpper = pRow(aSource, y >> 8) + static_cast<std::ptrdiff_t>(x >> 8) * nChannels;
-    const std::uint8_t* pLower = lDown ? pUpper + nStride(aSource) : pUpper;
-    const std::ptrdiff_t nNext = lRight ? nChannels : 0;
-    for (int c = 0; c < (nChannels == 1 ? 1 : 3); ++c) {
-        const std::int32_t lUpper = pUpper[c] * (256 - lRight) + pUpper[c + nNext] * lRight;
-        const std::int32_t lLower = pLower[c] * (256 - lRight) + pLower[c + nNext] * lRight;
-        const std::int32_t lDrawn = lUpper * (256 - lDown) + lLower * lDown;  // 65536 a level
-        pTarget[c] = static_cast<std::uint8_t>(pUnmoved ? (lDrawn / 2 + (pUnmoved[c] << 15) + (1 << 15)) >> 16
-                                                        : (lDrawn + (1 << 15)) >> 16);
+    const std::int32_t x = std::clamp(fixed_x, 0, (source.width - 1) * kPlaceUnit);
+    const std::int32_t y = std::clamp(fixed_y, 0, (source.height - 1) * kPlaceUnit);
+    const std::int32_t right = x & 255, down = y & 255;
+    const std::uint8_t* upper = Row(source, y >> 8) + static_cast<std::ptrdiff_t>(x >> 8) * kChannels;
+    const std::uint8_t* lower = down ? upper + Stride(source) : upper;
+    const std::ptrdiff_t next = right ? kChannels : 0;
+    for (int c = 0; c < (kChannels == 1 ? 1 : 3); ++c) {
+        const std::int32_t upper_mix = upper[c] * (256 - right) + upper[c + next] * right;
+        const std::int32_t lower_mix = lower[c] * (256 - right) + lower[c + next] * right;
+        const std::int32_t drawn = upper_mix * (256 - down) + lower_mix * down;  // 65536 a level
+        target[c] = static_cast<std::uint8_t>(unmoved ? (drawn / 2 + (unmoved[c] << 15) + (1 << 15)) >> 16
+                                                      : (drawn + (1 << 15)) >> 16);
     }
 }
 
-template <int nChannels>
-void DrawRow(const ImageBuffer& aSource, const std::int32_t* aX, const std::int32_t* aY,
-             const std::uint8_t* pUnmoved, std::uint8_t* pTarget)
+template <int kChannels>
+void DrawRow(const ImageBuffer& source, const std::int32_t* xs, const std::int32_t* ys,
+             const std::uint8_t* unmoved, std::uint8_t* target)
 {
-    const auto fnAt = [](auto* p, std::int32_t i) {
-        return p ? p + static_cast<std::ptrdiff_t>(i) * nChannels : nullptr;
+    const auto at = [](auto* p, std::int32_t i) {
+        return p ? p + static_cast<std::ptrdiff_t>(i) * kChannels : nullptr;
     };
-    for (std::int32_t i = 0; i < aSource.width;) {
-        if constexpr (nChannels > 1)
-            i += lDrawFours(aSource, aX + i, aY + i, fnAt(pUnmoved, i), aSource.width - i, fnAt(pTarget, i));
-        for (const std::int32_t lEnd = std::min(i + 4, aSource.width); i < lEnd; ++i)
-            DrawPixel<nChannels>(aSource, aX[i], aY[i], fnAt(pUnmoved, i), fnAt(pTarget, i));
+    for (std::int32_t i = 0; i < source.width;) {
+        if constexpr (kChannels > 1)
+            i += DrawFours(source, xs + i, ys + i, at(unmoved, i), source.width - i, at(target, i));
+        for (const std::int32_t end = std::min(i + 4, source.width); i < end; ++i)
+            DrawPixel<kChannels>(source, xs[i], ys[i], at(unmoved, i), at(target, i));
     }
 }
 
-bool bIdentity(const StraightMap& objMap)
+bool IsIdentity(const StraightMap& map)
 {
-    return objMap.dXX == 1 && objMap.dXY == 0 && objMap.dX0 == 0 && objMap.dYX == 0 && objMap.dYY == 1 &&
-           objMap.dY0 == 0;
+    return map.xx == 1 && map.xy == 0 && map.x0 == 0 && map.yx == 0 && map.yy == 1 && map.y0 == 0;
 }
 
 }  // namespace
 
-void DrawWarpedMean(const ImageBuffer& aSource, ImageBuffer& aTarget, const StraightMap& objOne,
-                    const StraightMap& objOther)
+void DrawWarpedMean(const ImageBuffer& source, ImageBuffer& target, const StraightMap& one,
+                    const StraightMap& other)
 {
-    const auto fnDraw = aSource.channels == 1 ? DrawRow<1> : aSource.channels == 3 ? DrawRow<3> : DrawRow<4>;
-    EachRows(aTarget.height, 4 * nStride(aSource), [&](std::int32_t lFirst, std::int32_t lLast) {
-        std::vector<std::int32_t> aX(static_cast<std::size_t>(aSource.width)), aY(aX.size());
-        std::vector<std::uint8_t> aFirst(nStride(aSource));
-        for (std::int32_t y = lFirst; y < lLast; ++y) {
-            const std::uint8_t* pFirst = pRow(aSource, y);
-            if (!bIdentity(objOne)) {
-                StraightPlaces(objOne, y, aSource.width, aX.data(), aY.data());
-                fnDraw(aSource, aX.data(), aY.data(), nullptr, aFirst.data());
-                pFirst = aFirst.data();
+    const auto draw = source.channels == 1 ? DrawRow<1> : source.channels == 3 ? DrawRow<3> : DrawRow<4>;
+    EachRows(target.height, 4 * Stride(source), [&](std::int32_t first_row, std::int32_t last_row) {
+        std::vector<std::int32_t> xs(static_cast<std::size_t>(source.width)), ys(xs.size());
+        std::vector<std::uint8_t> first(Stride(source));
+        for (std::int32_t y = first_row; y < last_row; ++y) {
+            const std::uint8_t* first_pass = Row(source, y);
+            if (!IsIdentity(one)) {
+                StraightPlaces(one, y, source.width, xs.data(), ys.data());
+                draw(source, xs.data(), ys.data(), nullptr, first.data());
+                first_pass = first.data();
             }
-            StraightPlaces(objOther, y, aSource.width, aX.data(), aY.data());
-            std::uint8_t* pTarget = pRow(aTarget, y);
-            fnDraw(aSource, aX.data(), aY.data(), pFirst, pTarget);
-            for (std::size_t i = 3; aSource.channels == 4 && i < nStride(aSource); i += 4)
-                pTarget[i] = pRow(aSource, y)[i];
+            StraightPlaces(other, y, source.width, xs.data(), ys.data());
+            std::uint8_t* target_row = Row(target, y);
+            draw(source, xs.data(), ys.data(), first_pass, target_row);
+            for (std::size_t i = 3; source.channels == 4 && i < Stride(source); i += 4)
+                target_row[i] = Row(source, y)[i];
         }
     });
 }

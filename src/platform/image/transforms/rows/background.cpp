@@ -7,28 +7,27 @@
 namespace transforms
 {
 
-bool bGrey(Colour lColour)
+bool IsGrey(Colour colour)
 {
-    return (lColour & 255) == ((lColour >> 8) & 255) && (lColour & 255) == ((lColour >> 16) & 255);
+    return (colour & 255) == ((colour >> 8) & 255) && (colour & 255) == ((colour >> 16) & 255);
 }
 
-PixelValue aBackground(const ImageBuffer& aImage, Colour lColour)
+PixelValue Background(const ImageBuffer& image, Colour colour)
 {
-    const auto nRed = static_cast<std::uint8_t>(lColour & 255);
-    const auto nGreen = static_cast<std::uint8_t>((lColour >> 8) & 255);
-    const auto nBlue = static_cast<std::uint8_t>((lColour >> 16) & 255);
-    if (aImage.channels == 1)
-        return {nIntensity(nBlue, nGreen, nRed), 0, 0, 0};
-    return {nBlue, nGreen, nRed, 255};
+    const auto red = static_cast<std::uint8_t>(colour & 255);
+    const auto green = static_cast<std::uint8_t>((colour >> 8) & 255);
+    const auto blue = static_cast<std::uint8_t>((colour >> 16) & 255);
+    if (image.channels == 1)
+        return {IntensityOfPixel(blue, green, red), 0, 0, 0};
+    return {blue, green, red, 255};
 }
 
-bool bWidened(const ImageBuffer& aGrey, ImageBuffer& aWide)
+bool WidenGrey(const ImageBuffer& grey, ImageBuffer& wide)
 {
-    if (!Allocate(aWide, static_cast<std::uint64_t>(aGrey.width), static_cast<std::uint64_t>(aGrey.height),
-                  3))
+    if (!Allocate(wide, static_cast<std::uint64_t>(grey.width), static_cast<std::uint64_t>(grey.height), 3))
         return false;
-    for (std::size_t i = 0; i < aGrey.bytes.size(); ++i)
-        aWide.bytes[3 * i] = aWide.bytes[3 * i + 1] = aWide.bytes[3 * i + 2] = aGrey.bytes[i];
+    for (std::size_t i = 0; i < grey.bytes.size(); ++i)
+        wide.bytes[3 * i] = wide.bytes[3 * i + 1] = wide.bytes[3 * i + 2] = grey.bytes[i];
     return true;
 }
 

@@ -15,11 +15,11 @@ namespace transforms
 using PixelValue = std::array<std::uint8_t, 4>;
 
 /// True for a red, green and blue that are equal.
-bool bGrey(Colour lColour);
+bool IsGrey(Colour colour);
 /// The colour as a pixel of the picture's channels, opaque; of a grey picture its luma.
-PixelValue aBackground(const ImageBuffer& aImage, Colour lColour);
-/// Gives aWide the pixels of a grey picture in 3 equal channels, which can hold a colour. Whoever puts them
+PixelValue Background(const ImageBuffer& image, Colour colour);
+/// Gives wide the pixels of a grey picture in 3 equal channels, which can hold a colour. Whoever puts them
 /// in its place drops the profile, since a grey one can't describe them. False without memory.
-bool bWidened(const ImageBuffer& aGrey, ImageBuffer& aWide);
+bool WidenGrey(const ImageBuffer& grey, ImageBuffer& wide);
 
 }  // namespace transforms

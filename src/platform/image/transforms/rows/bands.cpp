@@ -10,42 +10,43 @@ namespace transforms
 
 constexpr std::size_t kWorthAThread = 1 << 18;  // bytes: about a tenth of a millisecond of the plainest work
 
-std::size_t nBands(const ImageBuffer& aImage)
+std::size_t BandCount(const ImageBuffer& image)
 {
-    const std::size_t nMost = std::min(CoreCount(), static_cast<std::size_t>(std::max(aImage.height, 1)));
-    return std::clamp<std::size_t>(aImage.bytes.size() / kWorthAThread, 1, nMost);
+    const std::size_t max = std::min(CoreCount(), static_cast<std::size_t>(std::max(image.height, 1)));
+    return std::clamp<std::size_t>(image.bytes.size() / kWorthAThread, 1, max);
 }
 
-std::int32_t lBandRow(const ImageBuffer& aImage, std::size_t nCount, std::size_t nBand)
+std::int32_t BandRow(const ImageBuffer& image, std::size_t count, std::size_t band)
 {
-    return static_cast<std::int32_t>(static_cast<std::uint64_t>(aImage.height) * nBand / nCount);
+    return static_cast<std::int32_t>(static_cast<std::uint64_t>(image.height) * band / count);
 }
 
-void RunBands(const ImageBuffer& aImage, std::size_t nCount, const BandWork& fnWork)
+void RunBands(const ImageBuffer& image, std::size_t count, const BandWork& work)
 {
-    const auto fnBand = [&](std::size_t nBand) {
-        fnWork(nBand, lBandRow(aImage, nCount, nBand), lBandRow(aImage, nCount, nBand + 1));
+    const auto band = [&](std::size_t band_index) {
+        work(band_index, BandRow(image, count, band_index), BandRow(image, count, band_index + 1));
     };
-    if (nCount == 1)
-        fnBand(0);
+    if (count == 1)
+        band(0);
     else
-        RunParts(nCount, std::ref(fnBand));
+        RunParts(count, std::ref(band));
 }
 
-void EachRows(std::int32_t lRows, std::size_t nRowBytes,
-              const std::function<void(std::int32_t, std::int32_t)>& fnRows)
+void EachRows(std::int32_t row_count, std::size_t row_bytes,
+              const std::function<void(std::int32_t, std::int32_t)>& work)
 {
-    if (lRows < 2 || nRowBytes * static_cast<std::size_t>(lRows) < kWorthAThread || CoreCount() < 2) {
-        fnRows(0, lRows);
+    if (row_count < 2 || row_bytes * static_cast<std::size_t>(row_count) < kWorthAThread || CoreCount() < 2) {
+        work(0, row_count);
         return;
     }
     // More parts than cores, since some rows take longer than others.
-    const auto nRows = static_cast<std::size_t>(lRows), nParts = std::min(nRows, 4 * CoreCount());
-    const auto fnPart = [&](std::size_t n) {
-        fnRows(static_cast<std::int32_t>(nRows * n / nParts),
-               static_cast<std::int32_t>(nRows * (n + 1) / nParts));
+    const auto rows_per_band = static_cast<std::size_t>(row_count),
+               parts = std::min(rows_per_band, 4 * CoreCount());
+    const auto part = [&](std::size_t n) {
+        work(static_cast<std::int32_t>(rows_per_band * n / parts),
+             static_cast<std::int32_t>(rows_per_band * (n + 1) / parts));
     };
-    RunParts(nParts, std::ref(fnPart));
+    RunParts(parts, std::ref(part));
 }
 
 }  // namespace transforms

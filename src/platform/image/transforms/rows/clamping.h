@@ -7,24 +7,24 @@
 namespace transforms
 {
 
-/// Brings any finite number into dLow..dHigh.
-inline double dClamped(double dValue, double dLow, double dHigh)
+/// Brings any finite number into low..high.
+inline double Clamped(double value, double low, double high)
 {
-    return dValue < dLow ? dLow : dValue > dHigh ? dHigh : dValue;
+    return value < low ? low : value > high ? high : value;
 }
-/// dValue rounded to the nearest level, halves up, and brought to 0..255; NaN is 0.
-inline std::uint8_t nLevel(double dValue)
+/// value rounded to the nearest level, halves up, and brought to 0..255; NaN is 0.
+inline std::uint8_t ClampToLevel(double value)
 {
-    return dValue > 0 ? static_cast<std::uint8_t>(dValue < 255 ? dValue + 0.5 : 255.0) : std::uint8_t{0};
+    return value > 0 ? static_cast<std::uint8_t>(value < 255 ? value + 0.5 : 255.0) : std::uint8_t{0};
 }
 /// The nearest level to a value between levels.
-inline std::uint8_t nLevel(float dValue)
+inline std::uint8_t ClampToLevel(float value)
 {
-    return static_cast<std::uint8_t>(dValue <= 0 ? 0 : dValue >= 255 ? 255 : dValue + 0.5F);
+    return static_cast<std::uint8_t>(value <= 0 ? 0 : value >= 255 ? 255 : value + 0.5F);
 }
-inline std::uint8_t nLevel(std::int32_t lValue)
+inline std::uint8_t ClampToLevel(std::int32_t value)
 {
-    return static_cast<std::uint8_t>(lValue < 0 ? 0 : lValue > 255 ? 255 : lValue);
+    return static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
 }
 
 }  // namespace transforms

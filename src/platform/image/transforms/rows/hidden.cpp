@@ -16,118 +16,116 @@ namespace
 using Cell = std::array<std::uint8_t, 4>;  // blue, green, red; and 0 where nothing of it is visible
 
 struct Level {
-    std::size_t nWidth, nHeight;
-    std::vector<Cell> aCells;
+    std::size_t width, height;
+    std::vector<Cell> cells;
 };
 
-// The mean of those of four cells that have any; nWeight gives each its part.
+// The mean of those of four cells that have any; weight gives each its part.
 template <typename Weight>
-Cell aMean(const std::array<const std::uint8_t*, 4>& aQuarters, const Weight& nWeight)
+Cell Mean(const std::array<const std::uint8_t*, 4>& quarters, const Weight& weight)
 {
-    std::uint32_t aWeights[4], nAll = 0, nAny = 0;
+    std::uint32_t weights[4], all = 0, any = 0;
     for (std::size_t i = 0; i < 4; ++i) {
-        aWeights[i] = aQuarters[i] ? nWeight(aQuarters[i][3]) : 0U;
-        nAll += aWeights[i];
-        nAny |= aWeights[i] ^ aWeights[0];
+        weights[i] = quarters[i] ? weight(quarters[i][3]) : 0U;
+        all += weights[i];
+        any |= weights[i] ^ weights[0];
     }
-    if (nAll == 0)
+    if (all == 0)
         return {0, 0, 0, 0};
-    Cell aResult{0, 0, 0, 255};
+    Cell result{0, 0, 0, 255};
     for (std::size_t c = 0; c < 3; ++c) {
-        std::uint32_t nSum = 0;
-        if (nAny == 0) {  // all weigh the same, as nearly everywhere
-            for (const std::uint8_t* p : aQuarters)
-                nSum += p[c];
-            aResult[c] = static_cast<std::uint8_t>((nSum + 2) / 4);
+        std::uint32_t sum = 0;
+        if (any == 0) {  // all weigh the same, as nearly everywhere
+            for (const std::uint8_t* p : quarters)
+                sum += p[c];
+            result[c] = static_cast<std::uint8_t>((sum + 2) / 4);
             continue;
         }
         for (std::size_t i = 0; i < 4; ++i)
-            nSum += aWeights[i] > 0 ? aWeights[i] * aQuarters[i][c] : 0U;
-        aResult[c] = static_cast<std::uint8_t>((nSum + nAll / 2) / nAll);
+            sum += weights[i] > 0 ? weights[i] * quarters[i][c] : 0U;
+        result[c] = static_cast<std::uint8_t>((sum + all / 2) / all);
     }
-    return aResult;
+    return result;
 }
 
-// fnAt gives the cell or pixel at a place.
+// at gives the cell or pixel at a place.
 template <typename At, typename Weight>
-Level objHalved(std::size_t nWidth, std::size_t nHeight, const At& fnAt, const Weight& nWeight)
+Level Halve(std::size_t width, std::size_t height, const At& at, const Weight& weight)
 {
-    Level objLevel{(nWidth + 1) / 2, (nHeight + 1) / 2, {}};
-    objLevel.aCells.resize(objLevel.nWidth * objLevel.nHeight);
-    const auto fnInside = [&](std::size_t x, std::size_t y) {
-        return x < nWidth && y < nHeight ? fnAt(x, y) : nullptr;
+    Level level{(width + 1) / 2, (height + 1) / 2, {}};
+    level.cells.resize(level.width * level.height);
+    const auto inside = [&](std::size_t x, std::size_t y) {
+        return x < width && y < height ? at(x, y) : nullptr;
     };
-    for (std::size_t y = 0; y < objLevel.nHeight; ++y)
-        for (std::size_t x = 0; x < objLevel.nWidth; ++x)
-            objLevel.aCells[y * objLevel.nWidth + x] =
-                aMean({fnInside(2 * x, 2 * y), fnInside(2 * x + 1, 2 * y), fnInside(2 * x, 2 * y + 1),
-                       fnInside(2 * x + 1, 2 * y + 1)},
-                      nWeight);
-    return objLevel;
+    for (std::size_t y = 0; y < level.height; ++y)
+        for (std::size_t x = 0; x < level.width; ++x)
+            level.cells[y * level.width + x] = Mean({inside(2 * x, 2 * y), inside(2 * x + 1, 2 * y),
+                                                     inside(2 * x, 2 * y + 1), inside(2 * x + 1, 2 * y + 1)},
+                                                    weight);
+    return level;
 }
 
 // Each next level has half the width and height of the last; the last of all is one cell.
-std::vector<Level> aLevels(const ImageBuffer& aImage)
+std::vector<Level> BuildLevels(const ImageBuffer& image)
 {
-    std::vector<Level> aResult;
-    aResult.push_back(objHalved(
-        static_cast<std::size_t>(aImage.width), static_cast<std::size_t>(aImage.height),
-        [&](std::size_t x, std::size_t y) { return pRow(aImage, static_cast<std::int32_t>(y)) + 4 * x; },
-        [](std::uint8_t nAlpha) { return std::uint32_t{nAlpha}; }));
-    while (aResult.back().aCells.size() > 1) {
-        const Level& objLast = aResult.back();
-        aResult.push_back(objHalved(
-            objLast.nWidth, objLast.nHeight,
-            [&](std::size_t x, std::size_t y) { return objLast.aCells[y * objLast.nWidth + x].data(); },
-            [](std::uint8_t nAny) { return nAny ? 1U : 0U; }));
+    std::vector<Level> result;
+    result.push_back(Halve(
+        static_cast<std::size_t>(image.width), static_cast<std::size_t>(image.height),
+        [&](std::size_t x, std::size_t y) { return Row(image, static_cast<std::int32_t>(y)) + 4 * x; },
+        [](std::uint8_t alpha) { return std::uint32_t{alpha}; }));
+    while (result.back().cells.size() > 1) {
+        const Level& last = result.back();
+        result.push_back(Halve(
+            last.width, last.height,
+            [&](std::size_t x, std::size_t y) { return last.cells[y * last.width + x].data(); },
+            [](std::uint8_t any) { return any ? 1U : 0U; }));
     }
-    return aResult;
+    return result;
 }
 
-std::size_t nHidden(const ImageBuffer& aImage)
+std::size_t Hidden(const ImageBuffer& image)
 {
-    std::size_t nFound = 0;
-    for (std::size_t i = 3; aImage.channels == 4 && i < aImage.bytes.size(); i += 4)
-        nFound += aImage.bytes[i] == 0;
-    return nFound;
+    std::size_t found = 0;
+    for (std::size_t i = 3; image.channels == 4 && i < image.bytes.size(); i += 4)
+        found += image.bytes[i] == 0;
+    return found;
 }
 
 }  // namespace
 
-HiddenColours::HiddenColours(ImageBuffer& aImage) : m_aImage(aImage)
+HiddenColours::HiddenColours(ImageBuffer& image) : image_(image)
 {
-    const std::size_t nCount = nHidden(aImage);
-    if (nCount == 0 || 4 * nCount == aImage.bytes.size())
+    const std::size_t count = Hidden(image);
+    if (count == 0 || 4 * count == image.bytes.size())
         return;
-    std::vector<Level> aAll = aLevels(aImage);
-    m_aHidden.reserve(3 * nCount);
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4)
-        if (aImage.bytes[i + 3] == 0)
-            m_aHidden.insert(m_aHidden.end(), &aImage.bytes[i], &aImage.bytes[i] + 3);
+    std::vector<Level> all = BuildLevels(image);
+    hidden_.reserve(3 * count);
+    for (std::size_t i = 0; i < image.bytes.size(); i += 4)
+        if (image.bytes[i + 3] == 0)
+            hidden_.insert(hidden_.end(), &image.bytes[i], &image.bytes[i] + 3);
 
-    for (std::size_t n = aAll.size() - 1; n-- > 0;) {
-        Level& objLevel = aAll[n];
-        for (std::size_t i = 0; i < objLevel.aCells.size(); ++i)
-            if (objLevel.aCells[i][3] == 0)
-                objLevel.aCells[i] =
-                    aAll[n + 1]
-                        .aCells[i / objLevel.nWidth / 2 * aAll[n + 1].nWidth + i % objLevel.nWidth / 2];
+    for (std::size_t n = all.size() - 1; n-- > 0;) {
+        Level& level = all[n];
+        for (std::size_t i = 0; i < level.cells.size(); ++i)
+            if (level.cells[i][3] == 0)
+                level.cells[i] =
+                    all[n + 1].cells[i / level.width / 2 * all[n + 1].width + i % level.width / 2];
     }
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    for (std::size_t i = 0; 4 * i < aImage.bytes.size(); ++i)
-        if (aImage.bytes[4 * i + 3] == 0) {
-            const Cell& aCell = aAll[0].aCells[i / nWidth / 2 * aAll[0].nWidth + i % nWidth / 2];
-            std::copy_n(aCell.begin(), 3, &aImage.bytes[4 * i]);
+    const auto width = static_cast<std::size_t>(image.width);
+    for (std::size_t i = 0; 4 * i < image.bytes.size(); ++i)
+        if (image.bytes[4 * i + 3] == 0) {
+            const Cell& cell = all[0].cells[i / width / 2 * all[0].width + i % width / 2];
+            std::copy_n(cell.begin(), 3, &image.bytes[4 * i]);
         }
 }
 
 HiddenColours::~HiddenColours()
 {
-    const std::uint8_t* pOwn = m_aHidden.data();
-    for (std::size_t i = 0; i < m_aImage.bytes.size() && pOwn != m_aHidden.data() + m_aHidden.size(); i += 4)
-        if (m_aImage.bytes[i + 3] == 0) {
-            std::copy_n(pOwn, 3, &m_aImage.bytes[i]);
-            pOwn += 3;
+    const std::uint8_t* own = hidden_.data();
+    for (std::size_t i = 0; i < image_.bytes.size() && own != hidden_.data() + hidden_.size(); i += 4)
+        if (image_.bytes[i + 3] == 0) {
+            std::copy_n(own, 3, &image_.bytes[i]);
+            own += 3;
         }
 }
 

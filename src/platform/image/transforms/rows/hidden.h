@@ -20,29 +20,29 @@ class HiddenColours
 {
 public:
     /// Throws std::bad_alloc, with the picture as it was.
-    explicit HiddenColours(ImageBuffer& aImage);
+    explicit HiddenColours(ImageBuffer& image);
     /// Puts the pixels' own colours back, unless Forget was called; alpha must be what it was then.
     ~HiddenColours();
     HiddenColours(const HiddenColours&) = delete;
     HiddenColours& operator=(const HiddenColours&) = delete;
 
-    void Forget() { m_aHidden.clear(); }
+    void Forget() { hidden_.clear(); }
 
 private:
-    ImageBuffer& m_aImage;
-    std::vector<std::uint8_t> m_aHidden;  // three bytes for each hidden pixel, as they come
+    ImageBuffer& image_;
+    std::vector<std::uint8_t> hidden_;  // three bytes for each hidden pixel, as they come
 };
 
 /// What the body returns, having seen no hidden colours; False, with the picture as it was, when it throws.
 template <typename Body>
-bool bAmongVisible(ImageBuffer& aImage, const Body& fnBody)
+bool IsVisible(ImageBuffer& image, const Body& body)
 {
-    return bGuarded([&] {
-        HiddenColours objHidden(aImage);
-        const bool bDone = fnBody();
-        if (bDone)
-            objHidden.Forget();
-        return bDone;
+    return RunGuarded([&] {
+        HiddenColours hidden(image);
+        const bool done = body();
+        if (done)
+            hidden.Forget();
+        return done;
     });
 }
 

@@ -15,64 +15,64 @@ constexpr std::size_t kBlock = 1024;
 
 // Four tables in turn: a run of equal levels would otherwise wait each time for the count before it.
 struct Counters {
-    std::array<std::array<std::uint32_t, 256>, 4> aCounts{};
+    std::array<std::array<std::uint32_t, 256>, 4> counts{};
 };
 
-// The levels stand nStep bytes apart; pAlpha, if any, 4.
-static void Count(Counters& objCounters, const std::uint8_t* pLevels, std::size_t nStep, std::size_t nPixels,
-                  const std::uint8_t* pAlpha)
+// The levels stand step bytes apart; alpha, if any, 4.
+static void Count(Counters& counters, const std::uint8_t* levels, std::size_t step, std::size_t pixels,
+                  const std::uint8_t* alpha)
 {
     std::size_t i = 0;
-    if (pAlpha) {
-        for (; i < nPixels; ++i)
-            objCounters.aCounts[i & 3][pLevels[i * nStep]] += pAlpha[4 * i] != 0;
+    if (alpha) {
+        for (; i < pixels; ++i)
+            counters.counts[i & 3][levels[i * step]] += alpha[4 * i] != 0;
         return;
     }
-    for (; i + 4 <= nPixels; i += 4)
+    for (; i + 4 <= pixels; i += 4)
         for (std::size_t n = 0; n < 4; ++n)
-            ++objCounters.aCounts[n][pLevels[(i + n) * nStep]];
-    for (; i < nPixels; ++i)
-        ++objCounters.aCounts[0][pLevels[i * nStep]];
+            ++counters.counts[n][levels[(i + n) * step]];
+    for (; i < pixels; ++i)
+        ++counters.counts[0][levels[i * step]];
 }
 
-// lChannel -1 is the intensity.
-static Histogram aHistogram(const ImageBuffer& aImage, std::int32_t lChannel)
+// channel -1 is the intensity.
+static Histogram HistogramOf(const ImageBuffer& image, std::int32_t channel)
 {
-    Histogram aResult{};
-    std::mutex objLock;
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
-        Counters objCounters;
-        const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
-        for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kBlock) {
-            const std::size_t nPixels = std::min(kBlock, nLast - i);
-            const std::uint8_t* pPixels = aImage.bytes.data() + i * nChannels;
-            const std::uint8_t* pAlpha = nChannels == 4 ? pPixels + 3 : nullptr;
-            if (lChannel >= 0) {
-                Count(objCounters, pPixels + lChannel, nChannels, nPixels, pAlpha);
+    Histogram result{};
+    std::mutex lock;
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const auto width = static_cast<std::size_t>(image.width);
+    RunBands(image, [&](std::int32_t first, std::int32_t end) {
+        Counters counters;
+        const std::size_t last = width * static_cast<std::size_t>(end);
+        for (std::size_t i = width * static_cast<std::size_t>(first); i < last; i += kBlock) {
+            const std::size_t pixel_count = std::min(kBlock, last - i);
+            const std::uint8_t* pixels = image.bytes.data() + i * channels;
+            const std::uint8_t* alpha = channels == 4 ? pixels + 3 : nullptr;
+            if (channel >= 0) {
+                Count(counters, pixels + channel, channels, pixel_count, alpha);
                 continue;
             }
-            std::uint8_t aLevels[kBlock];
-            IntensityRow(pPixels, nPixels, aImage.channels, aLevels);
-            Count(objCounters, aLevels, 1, nPixels, pAlpha);
+            std::uint8_t levels[kBlock];
+            IntensityRow(pixels, pixel_count, image.channels, levels);
+            Count(counters, levels, 1, pixel_count, alpha);
         }
-        const std::lock_guard objGuard(objLock);
-        for (const auto& aCounts : objCounters.aCounts)
-            for (std::size_t n = 0; n < aResult.size(); ++n)
-                aResult[n] += aCounts[n];
+        const std::lock_guard guard(lock);
+        for (const auto& counts : counters.counts)
+            for (std::size_t n = 0; n < result.size(); ++n)
+                result[n] += counts[n];
     });
-    return aResult;
+    return result;
 }
 
-Histogram aChannelHistogram(const ImageBuffer& aImage, std::int32_t lChannel)
+Histogram ChannelHistogram(const ImageBuffer& image, std::int32_t channel)
 {
-    return aHistogram(aImage, lChannel);
+    return HistogramOf(image, channel);
 }
 
-Histogram aIntensityHistogram(const ImageBuffer& aImage)
+Histogram IntensityHistogram(const ImageBuffer& image)
 {
-    return aHistogram(aImage, -1);
+    return HistogramOf(image, -1);
 }
 
 }  // namespace transforms

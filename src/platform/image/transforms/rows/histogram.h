@@ -15,9 +15,9 @@ namespace transforms
 using Histogram = std::array<std::uint64_t, 256>;
 
 /// Of one channel, 0 to channels - 1.
-Histogram aChannelHistogram(const ImageBuffer& aImage, std::int32_t lChannel);
+Histogram ChannelHistogram(const ImageBuffer& image, std::int32_t channel);
 
 /// Of the intensities (intensity.h).
-Histogram aIntensityHistogram(const ImageBuffer& aImage);
+Histogram IntensityHistogram(const ImageBuffer& image);
 
 }  // namespace transforms

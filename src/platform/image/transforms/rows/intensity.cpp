@@ -15,98 +15,98 @@ namespace transforms
 
 constexpr std::size_t kBlock = 1024;  // pixels at a time: they stay in the nearest cache
 
-void IntensityRow(const std::uint8_t* pPixels, std::size_t nPixels, std::int32_t lChannels,
-                  std::uint8_t* pIntensity)
+void IntensityRow(const std::uint8_t* pixels, std::size_t pixel_count, std::int32_t channels,
+                  std::uint8_t* intensity)
 {
-    if (lChannels == 1) {
-        std::memcpy(pIntensity, pPixels, nPixels);
+    if (channels == 1) {
+        std::memcpy(intensity, pixels, pixel_count);
         return;
     }
-    const auto nChannels = static_cast<std::size_t>(lChannels);
-    Planes objPlanes;
-    for (std::size_t i = 0; i < nPixels; i += kPlaneBlock) {
-        const std::size_t nPart = std::min(kPlaneBlock, nPixels - i);
-        SplitPixels(pPixels + i * nChannels, nPart, nChannels, objPlanes);
-        IntensityOf(objPlanes, nPart, pIntensity + i);
+    const auto channel_count = static_cast<std::size_t>(channels);
+    Planes planes;
+    for (std::size_t i = 0; i < pixel_count; i += kPlaneBlock) {
+        const std::size_t part = std::min(kPlaneBlock, pixel_count - i);
+        SplitPixels(pixels + i * channel_count, part, channel_count, planes);
+        IntensityOf(planes, part, intensity + i);
     }
 }
 
-ROW_LOOP static void CutRow(std::uint8_t* __restrict pValues, std::size_t nCount, std::uint8_t nLevel)
+ROW_LOOP static void CutRow(std::uint8_t* __restrict values, std::size_t count, std::uint8_t level)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        pValues[i] = pValues[i] > nLevel ? 255 : 0;
+    for (std::size_t i = 0; i < count; ++i)
+        values[i] = values[i] > level ? 255 : 0;
 }
 
-ROW_LOOP static void WriteGrey3(const std::uint8_t* __restrict pGrey, std::size_t nPixels,
-                                std::uint8_t* __restrict pPixels)
+ROW_LOOP static void WriteGrey3(const std::uint8_t* __restrict grey, std::size_t pixel_count,
+                                std::uint8_t* __restrict pixels)
 {
-    for (std::size_t i = 0; i < nPixels; ++i)
-        pPixels[3 * i] = pPixels[3 * i + 1] = pPixels[3 * i + 2] = pGrey[i];
+    for (std::size_t i = 0; i < pixel_count; ++i)
+        pixels[3 * i] = pixels[3 * i + 1] = pixels[3 * i + 2] = grey[i];
 }
 
-ROW_LOOP static void WriteGrey4(const std::uint8_t* __restrict pGrey, std::size_t nPixels,
-                                std::uint8_t* __restrict pPixels)
+ROW_LOOP static void WriteGrey4(const std::uint8_t* __restrict grey, std::size_t pixel_count,
+                                std::uint8_t* __restrict pixels)
 {
-    for (std::size_t i = 0; i < nPixels; ++i) {
-        const std::uint8_t nAlpha = pPixels[4 * i + 3];
-        pPixels[4 * i] = pPixels[4 * i + 1] = pPixels[4 * i + 2] = pGrey[i];
-        pPixels[4 * i + 3] = nAlpha;
+    for (std::size_t i = 0; i < pixel_count; ++i) {
+        const std::uint8_t alpha = pixels[4 * i + 3];
+        pixels[4 * i] = pixels[4 * i + 1] = pixels[4 * i + 2] = grey[i];
+        pixels[4 * i + 3] = alpha;
     }
 }
 
 // Gives every pixel the grey that Change makes of its intensity.
 template <typename Change>
-static void MakeGrey(ImageBuffer& aImage, const Change& ChangeRow)
+static void MakeGrey(ImageBuffer& image, const Change& change_row)
 {
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
-        std::uint8_t aGrey[kBlock];
-        const std::size_t nLast = nWidth * static_cast<std::size_t>(lEnd);
-        for (std::size_t i = nWidth * static_cast<std::size_t>(lFirst); i < nLast; i += kBlock) {
-            const std::size_t nPixels = std::min(kBlock, nLast - i);
-            std::uint8_t* pPixels = aImage.bytes.data() + i * nChannels;
-            IntensityRow(pPixels, nPixels, aImage.channels, aGrey);
-            ChangeRow(aGrey, nPixels);
-            if (nChannels == 1)
-                std::memcpy(pPixels, aGrey, nPixels);
-            else if (nChannels == 3)
-                WriteGrey3(aGrey, nPixels, pPixels);
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const auto width = static_cast<std::size_t>(image.width);
+    RunBands(image, [&](std::int32_t first, std::int32_t end) {
+        std::uint8_t grey[kBlock];
+        const std::size_t last = width * static_cast<std::size_t>(end);
+        for (std::size_t i = width * static_cast<std::size_t>(first); i < last; i += kBlock) {
+            const std::size_t pixel_count = std::min(kBlock, last - i);
+            std::uint8_t* pixels = image.bytes.data() + i * channels;
+            IntensityRow(pixels, pixel_count, image.channels, grey);
+            change_row(grey, pixel_count);
+            if (channels == 1)
+                std::memcpy(pixels, grey, pixel_count);
+            else if (channels == 3)
+                WriteGrey3(grey, pixel_count, pixels);
             else
-                WriteGrey4(aGrey, nPixels, pPixels);
+                WriteGrey4(grey, pixel_count, pixels);
         }
     });
 }
 
-ImageBuffer aIntensity(const ImageBuffer& aImage)
+ImageBuffer IntensityPlane(const ImageBuffer& image)
 {
-    ImageBuffer aResult;
-    aResult.width = aImage.width;
-    aResult.height = aImage.height;
-    aResult.channels = 1;
-    if (aImage.channels == 1) {
-        aResult.bytes = aImage.bytes;
-        return aResult;
+    ImageBuffer result;
+    result.width = image.width;
+    result.height = image.height;
+    result.channels = 1;
+    if (image.channels == 1) {
+        result.bytes = image.bytes;
+        return result;
     }
-    ResizeFresh(aResult.bytes, aImage.bytes.size() / static_cast<std::size_t>(aImage.channels));
-    EachRows(aImage.height, nStride(aImage), [&](std::int32_t lFirst, std::int32_t lLast) {
-        for (std::int32_t y = lFirst; y < lLast; ++y)
-            IntensityRow(pRow(aImage, y), static_cast<std::size_t>(aImage.width), aImage.channels,
-                         pRow(aResult, y));
+    ResizeFresh(result.bytes, image.bytes.size() / static_cast<std::size_t>(image.channels));
+    EachRows(image.height, Stride(image), [&](std::int32_t first, std::int32_t last) {
+        for (std::int32_t y = first; y < last; ++y)
+            IntensityRow(Row(image, y), static_cast<std::size_t>(image.width), image.channels,
+                         Row(result, y));
     });
-    return aResult;
+    return result;
 }
 
-bool Intensity(ImageBuffer& aImage)
+bool Intensity(ImageBuffer& image)
 {
-    if (aImage.channels > 1)
-        MakeGrey(aImage, [](std::uint8_t*, std::size_t) {});
+    if (image.channels > 1)
+        MakeGrey(image, [](std::uint8_t*, std::size_t) {});
     return true;
 }
 
-bool Threshold(ImageBuffer& aImage, std::uint8_t nLevel)
+bool Threshold(ImageBuffer& image, std::uint8_t level)
 {
-    MakeGrey(aImage, [=](std::uint8_t* pGrey, std::size_t nPixels) { CutRow(pGrey, nPixels, nLevel); });
+    MakeGrey(image, [=](std::uint8_t* grey, std::size_t pixels) { CutRow(grey, pixels, level); });
     return true;
 }
 

@@ -8,22 +8,22 @@
 namespace transforms
 {
 
-ImageBuffer aLike(const ImageBuffer& aImage)
+ImageBuffer EmptyLike(const ImageBuffer& image)
 {
-    ImageBuffer aResult;
-    ResizeFresh(aResult.bytes, aImage.bytes.size());
-    aResult.width = aImage.width;
-    aResult.height = aImage.height;
-    aResult.channels = aImage.channels;
-    return aResult;
+    ImageBuffer result;
+    ResizeFresh(result.bytes, image.bytes.size());
+    result.width = image.width;
+    result.height = image.height;
+    result.channels = image.channels;
+    return result;
 }
 
-void TakePixels(ImageBuffer& aImage, ImageBuffer&& aPixels)
+void TakePixels(ImageBuffer& image, ImageBuffer&& pixels)
 {
-    aImage.width = aPixels.width;
-    aImage.height = aPixels.height;
-    aImage.channels = aPixels.channels;
-    aImage.bytes = std::move(aPixels.bytes);
+    image.width = pixels.width;
+    image.height = pixels.height;
+    image.channels = pixels.channels;
+    image.bytes = std::move(pixels.bytes);
 }
 
 }  // namespace transforms

@@ -11,18 +11,18 @@ namespace transforms
 
 /// What the body returns; False when it throws, for want of memory. A body changes its picture last.
 template <typename Body>
-bool bGuarded(const Body& fnBody)
+bool RunGuarded(const Body& body)
 {
     try {
-        return fnBody();
+        return body();
     } catch (const std::exception&) {
         return false;
     }
 }
 
 /// A picture of the same size and channels, its bytes of no particular value; throws std::bad_alloc.
-ImageBuffer aLike(const ImageBuffer& aImage);
-/// Gives aImage the size and pixels of aPixels; profile, resolution and metadata stay.
-void TakePixels(ImageBuffer& aImage, ImageBuffer&& aPixels);
+ImageBuffer EmptyLike(const ImageBuffer& image);
+/// Gives image the size and pixels of pixels; profile, resolution and metadata stay.
+void TakePixels(ImageBuffer& image, ImageBuffer&& pixels);
 
 }  // namespace transforms

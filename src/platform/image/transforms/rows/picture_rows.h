@@ -11,17 +11,17 @@ namespace transforms
 {
 
 /// The bytes of one row.
-inline std::size_t nStride(const ImageBuffer& aImage)
+inline std::size_t Stride(const ImageBuffer& image)
 {
-    return static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.channels);
+    return static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
 }
-inline const std::uint8_t* pRow(const ImageBuffer& aImage, std::int32_t y)
+inline const std::uint8_t* Row(const ImageBuffer& image, std::int32_t y)
 {
-    return aImage.bytes.data() + static_cast<std::size_t>(y) * nStride(aImage);
+    return image.bytes.data() + static_cast<std::size_t>(y) * Stride(image);
 }
-inline std::uint8_t* pRow(ImageBuffer& aImage, std::int32_t y)
+inline std::uint8_t* Row(ImageBuffer& image, std::int32_t y)
 {
-    return aImage.bytes.data() + static_cast<std::size_t>(y) * nStride(aImage);
+    return image.bytes.data() + static_cast<std::size_t>(y) * Stride(image);
 }
 
 }  // namespace transforms

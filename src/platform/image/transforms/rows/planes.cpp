@@ -17,45 +17,45 @@ namespace transforms
 namespace
 {
 
-template <std::size_t nChannels>
-ROW_LOOP_PART void Split(const std::uint8_t* __restrict pPixels, std::size_t nFirst, std::size_t nEnd,
-                         Planes& objPlanes)
+template <std::size_t kChannels>
+ROW_LOOP_PART void Split(const std::uint8_t* __restrict pixels, std::size_t first, std::size_t end,
+                         Planes& planes)
 {
-    std::uint8_t* __restrict pBlue = objPlanes.aBlue;
-    std::uint8_t* __restrict pGreen = objPlanes.aGreen;
-    std::uint8_t* __restrict pRed = objPlanes.aRed;
-    for (std::size_t i = nFirst; i < nEnd; ++i) {
-        pBlue[i] = pPixels[nChannels * i];
-        pGreen[i] = pPixels[nChannels * i + 1];
-        pRed[i] = pPixels[nChannels * i + 2];
+    std::uint8_t* __restrict blue = planes.blue;
+    std::uint8_t* __restrict green = planes.green;
+    std::uint8_t* __restrict red = planes.red;
+    for (std::size_t i = first; i < end; ++i) {
+        blue[i] = pixels[kChannels * i];
+        green[i] = pixels[kChannels * i + 1];
+        red[i] = pixels[kChannels * i + 2];
     }
 }
 
-template <std::size_t nChannels>
-ROW_LOOP_PART void Join(const Planes& objPlanes, std::size_t nFirst, std::size_t nEnd,
-                        std::uint8_t* __restrict pPixels)
+template <std::size_t kChannels>
+ROW_LOOP_PART void Join(const Planes& planes, std::size_t first, std::size_t end,
+                        std::uint8_t* __restrict pixels)
 {
-    const std::uint8_t* __restrict pBlue = objPlanes.aBlue;
-    const std::uint8_t* __restrict pGreen = objPlanes.aGreen;
-    const std::uint8_t* __restrict pRed = objPlanes.aRed;
-    for (std::size_t i = nFirst; i < nEnd; ++i) {
-        if constexpr (nChannels == 4) {
-            const std::uint8_t nAlpha = pPixels[4 * i + 3];
-            pPixels[4 * i + 3] = nAlpha;  // all four bytes are written, so that the loop can be vectorised
+    const std::uint8_t* __restrict blue = planes.blue;
+    const std::uint8_t* __restrict green = planes.green;
+    const std::uint8_t* __restrict red = planes.red;
+    for (std::size_t i = first; i < end; ++i) {
+        if constexpr (kChannels == 4) {
+            const std::uint8_t alpha = pixels[4 * i + 3];
+            pixels[4 * i + 3] = alpha;  // all four bytes are written, so that the loop can be vectorised
         }
-        pPixels[nChannels * i] = pBlue[i];
-        pPixels[nChannels * i + 1] = pGreen[i];
-        pPixels[nChannels * i + 2] = pRed[i];
+        pixels[kChannels * i] = blue[i];
+        pixels[kChannels * i + 1] = green[i];
+        pixels[kChannels * i + 2] = red[i];
     }
 }
 
-ROW_LOOP void Split4(const std::uint8_t* pPixels, std::size_t nPixels, Planes& objPlanes)
+ROW_LOOP void Split4(const std::uint8_t* pixels, std::size_t pixel_count, Planes& planes)
 {
-    Split<4>(pPixels, 0, nPixels, objPlanes);
+    Split<4>(pixels, 0, pixel_count, planes);
 }
-ROW_LOOP void Join4(const Planes& objPlanes, std::size_t nPixels, std::uint8_t* pPixels)
+ROW_LOOP void Join4(const Planes& planes, std::size_t pixel_count, std::uint8_t* pixels)
 {
-    Join<4>(objPlanes, 0, nPixels, pPixels);
+    Join<4>(planes, 0, pixel_count, pixels);
 }
 
 #if defined(__x86_64__)
@@ -67,125 +67,122 @@ using Orders = std::array<std::array<Order, 3>, 3>;
 constexpr std::uint8_t kNone = 0x80;
 
 // For plane p the places of its bytes in the three registers that hold 16 pixels.
-constexpr Orders aSplitOrders()
+constexpr Orders SplitOrders()
 {
-    Orders aResult{};
+    Orders result{};
     for (std::size_t p = 0; p < 3; ++p)
         for (std::size_t k = 0; k < 3; ++k)
             for (std::size_t i = 0; i < 16; ++i)
-                aResult[p][k][i] =
-                    static_cast<std::uint8_t>((3 * i + p) / 16 == k ? (3 * i + p) % 16 : kNone);
-    return aResult;
+                result[p][k][i] = static_cast<std::uint8_t>((3 * i + p) / 16 == k ? (3 * i + p) % 16 : kNone);
+    return result;
 }
 // For register k the places of its bytes in the three planes.
-constexpr Orders aJoinOrders()
+constexpr Orders JoinOrders()
 {
-    Orders aResult{};
+    Orders result{};
     for (std::size_t k = 0; k < 3; ++k)
         for (std::size_t p = 0; p < 3; ++p)
             for (std::size_t j = 0; j < 16; ++j)
-                aResult[k][p][j] =
-                    static_cast<std::uint8_t>((16 * k + j) % 3 == p ? (16 * k + j) / 3 : kNone);
-    return aResult;
+                result[k][p][j] = static_cast<std::uint8_t>((16 * k + j) % 3 == p ? (16 * k + j) / 3 : kNone);
+    return result;
 }
-alignas(16) constexpr Orders kSplit = aSplitOrders();
-alignas(16) constexpr Orders kJoin = aJoinOrders();
+alignas(16) constexpr Orders kSplit = SplitOrders();
+alignas(16) constexpr Orders kJoin = JoinOrders();
 
-WITH_SHUFFLES inline __m128i nLoad(const std::uint8_t* p)
+WITH_SHUFFLES inline __m128i Load(const std::uint8_t* p)
 {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
 }
-WITH_SHUFFLES inline __m128i nGathered(const __m128i (&aFrom)[3], const std::array<Order, 3>& aOrders)
+WITH_SHUFFLES inline __m128i Gathered(const __m128i (&from)[3], const std::array<Order, 3>& orders)
 {
-    return _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(aFrom[0], nLoad(aOrders[0].data())),
-                                     _mm_shuffle_epi8(aFrom[1], nLoad(aOrders[1].data()))),
-                        _mm_shuffle_epi8(aFrom[2], nLoad(aOrders[2].data())));
+    return _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(from[0], Load(orders[0].data())),
+                                     _mm_shuffle_epi8(from[1], Load(orders[1].data()))),
+                        _mm_shuffle_epi8(from[2], Load(orders[2].data())));
 }
 
 // How many pixels of three bytes were split or joined: a multiple of 16.
-WITH_SHUFFLES std::size_t nSplitSixteens(const std::uint8_t* pPixels, std::size_t nPixels, Planes& objPlanes)
+WITH_SHUFFLES std::size_t SplitSixteens(const std::uint8_t* pixels, std::size_t pixel_count, Planes& planes)
 {
     std::size_t i = 0;
-    for (; i + 16 <= nPixels; i += 16, pPixels += 48) {
-        const __m128i aFrom[3] = {nLoad(pPixels), nLoad(pPixels + 16), nLoad(pPixels + 32)};
-        _mm_store_si128(reinterpret_cast<__m128i*>(objPlanes.aBlue + i), nGathered(aFrom, kSplit[0]));
-        _mm_store_si128(reinterpret_cast<__m128i*>(objPlanes.aGreen + i), nGathered(aFrom, kSplit[1]));
-        _mm_store_si128(reinterpret_cast<__m128i*>(objPlanes.aRed + i), nGathered(aFrom, kSplit[2]));
+    for (; i + 16 <= pixel_count; i += 16, pixels += 48) {
+        const __m128i from[3] = {Load(pixels), Load(pixels + 16), Load(pixels + 32)};
+        _mm_store_si128(reinterpret_cast<__m128i*>(planes.blue + i), Gathered(from, kSplit[0]));
+        _mm_store_si128(reinterpret_cast<__m128i*>(planes.green + i), Gathered(from, kSplit[1]));
+        _mm_store_si128(reinterpret_cast<__m128i*>(planes.red + i), Gathered(from, kSplit[2]));
     }
     return i;
 }
-WITH_SHUFFLES std::size_t nJoinSixteens(const Planes& objPlanes, std::size_t nPixels, std::uint8_t* pPixels)
+WITH_SHUFFLES std::size_t JoinSixteens(const Planes& planes, std::size_t pixel_count, std::uint8_t* pixels)
 {
     std::size_t i = 0;
-    for (; i + 16 <= nPixels; i += 16, pPixels += 48) {
-        const __m128i aFrom[3] = {nLoad(objPlanes.aBlue + i), nLoad(objPlanes.aGreen + i),
-                                  nLoad(objPlanes.aRed + i)};
+    for (; i + 16 <= pixel_count; i += 16, pixels += 48) {
+        const __m128i from[3] = {Load(planes.blue + i), Load(planes.green + i), Load(planes.red + i)};
         for (std::size_t k = 0; k < 3; ++k)
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(pPixels + 16 * k), nGathered(aFrom, kJoin[k]));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels + 16 * k), Gathered(from, kJoin[k]));
     }
     return i;
 }
 
 // How many values were rounded: a multiple of 32. Packing them into bytes keeps them on the scale.
-WITH_AVX2 std::size_t nRoundThirtyTwos(const float* pValues, std::size_t nCount, std::uint8_t* pLevels)
+WITH_AVX2 std::size_t RoundThirtyTwos(const float* values, std::size_t count, std::uint8_t* levels)
 {
-    const __m256 fHalf = _mm256_set1_ps(0.5F);
-    const __m256i nOrder = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
+    const __m256 half = _mm256_set1_ps(0.5F);
+    const __m256i order = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
     std::size_t i = 0;
-    for (; i + 32 <= nCount; i += 32) {
-        __m256i aWhole[4];
+    for (; i + 32 <= count; i += 32) {
+        __m256i whole[4];
         for (std::size_t k = 0; k < 4; ++k)
-            aWhole[k] = _mm256_cvttps_epi32(_mm256_add_ps(_mm256_loadu_ps(pValues + i + 8 * k), fHalf));
-        const __m256i nPacked = _mm256_packus_epi16(_mm256_packs_epi32(aWhole[0], aWhole[1]),
-                                                    _mm256_packs_epi32(aWhole[2], aWhole[3]));
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(pLevels + i),
-                            _mm256_permutevar8x32_epi32(nPacked, nOrder));
+            whole[k] = _mm256_cvttps_epi32(_mm256_add_ps(_mm256_loadu_ps(values + i + 8 * k), half));
+        const __m256i packed = _mm256_packus_epi16(_mm256_packs_epi32(whole[0], whole[1]),
+                                                   _mm256_packs_epi32(whole[2], whole[3]));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(levels + i),
+                            _mm256_permutevar8x32_epi32(packed, order));
     }
     return i;
 }
 
 // How many intensities were computed: a multiple of 16. A pixel's sum is made of two products of pairs, the
 // green one's weight being too large for one.
-WITH_AVX2 std::size_t nWeighSixteens(const Planes& objPlanes, std::size_t nPixels, std::uint8_t* pIntensity)
+WITH_AVX2 std::size_t WeighSixteens(const Planes& planes, std::size_t pixels, std::uint8_t* intensity)
 {
-    const __m256i nBlueGreen = _mm256_set1_epi32(19235 << 16 | 7471);
-    const __m256i nRedGreen = _mm256_set1_epi32(19235 << 16 | 19595);
-    const __m256i nHalf = _mm256_set1_epi32(1 << 15);
+    const __m256i blue_green = _mm256_set1_epi32(19235 << 16 | 7471);
+    const __m256i red_green = _mm256_set1_epi32(19235 << 16 | 19595);
+    const __m256i half = _mm256_set1_epi32(1 << 15);
     std::size_t i = 0;
-    for (; i + 16 <= nPixels; i += 16) {
-        const __m256i nBlue = _mm256_cvtepu8_epi16(nLoad(objPlanes.aBlue + i));
-        const __m256i nGreen = _mm256_cvtepu8_epi16(nLoad(objPlanes.aGreen + i));
-        const __m256i nRed = _mm256_cvtepu8_epi16(nLoad(objPlanes.aRed + i));
-        const __m256i nFirst =
-            _mm256_add_epi32(_mm256_madd_epi16(_mm256_unpacklo_epi16(nBlue, nGreen), nBlueGreen),
-                             _mm256_madd_epi16(_mm256_unpacklo_epi16(nRed, nGreen), nRedGreen));
-        const __m256i nSecond =
-            _mm256_add_epi32(_mm256_madd_epi16(_mm256_unpackhi_epi16(nBlue, nGreen), nBlueGreen),
-                             _mm256_madd_epi16(_mm256_unpackhi_epi16(nRed, nGreen), nRedGreen));
-        const __m256i nLevels = _mm256_packus_epi32(_mm256_srli_epi32(_mm256_add_epi32(nFirst, nHalf), 16),
-                                                    _mm256_srli_epi32(_mm256_add_epi32(nSecond, nHalf), 16));
+    for (; i + 16 <= pixels; i += 16) {
+        const __m256i blue = _mm256_cvtepu8_epi16(Load(planes.blue + i));
+        const __m256i green = _mm256_cvtepu8_epi16(Load(planes.green + i));
+        const __m256i red = _mm256_cvtepu8_epi16(Load(planes.red + i));
+        const __m256i first =
+            _mm256_add_epi32(_mm256_madd_epi16(_mm256_unpacklo_epi16(blue, green), blue_green),
+                             _mm256_madd_epi16(_mm256_unpacklo_epi16(red, green), red_green));
+        const __m256i second =
+            _mm256_add_epi32(_mm256_madd_epi16(_mm256_unpackhi_epi16(blue, green), blue_green),
+                             _mm256_madd_epi16(_mm256_unpackhi_epi16(red, green), red_green));
+        const __m256i levels = _mm256_packus_epi32(_mm256_srli_epi32(_mm256_add_epi32(first, half), 16),
+                                                   _mm256_srli_epi32(_mm256_add_epi32(second, half), 16));
         _mm_storeu_si128(
-            reinterpret_cast<__m128i*>(pIntensity + i),
-            _mm_packus_epi16(_mm256_castsi256_si128(nLevels), _mm256_extracti128_si256(nLevels, 1)));
+            reinterpret_cast<__m128i*>(intensity + i),
+            _mm_packus_epi16(_mm256_castsi256_si128(levels), _mm256_extracti128_si256(levels, 1)));
     }
     return i;
 }
 
 #else
 
-std::size_t nSplitSixteens(const std::uint8_t*, std::size_t, Planes&)
+std::size_t SplitSixteens(const std::uint8_t*, std::size_t, Planes&)
 {
     return 0;
 }
-std::size_t nJoinSixteens(const Planes&, std::size_t, std::uint8_t*)
+std::size_t JoinSixteens(const Planes&, std::size_t, std::uint8_t*)
 {
     return 0;
 }
-std::size_t nRoundThirtyTwos(const float*, std::size_t, std::uint8_t*)
+std::size_t RoundThirtyTwos(const float*, std::size_t, std::uint8_t*)
 {
     return 0;
 }
-std::size_t nWeighSixteens(const Planes&, std::size_t, std::uint8_t*)
+std::size_t WeighSixteens(const Planes&, std::size_t, std::uint8_t*)
 {
     return 0;
 }
@@ -194,55 +191,55 @@ std::size_t nWeighSixteens(const Planes&, std::size_t, std::uint8_t*)
 
 }  // namespace
 
-ROW_LOOP void Widen(const std::uint8_t* __restrict pLevels, std::size_t nCount, float* __restrict pValues)
+ROW_LOOP void Widen(const std::uint8_t* __restrict levels, std::size_t count, float* __restrict values)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        pValues[i] = static_cast<float>(pLevels[i]);
+    for (std::size_t i = 0; i < count; ++i)
+        values[i] = static_cast<float>(levels[i]);
 }
 
-void Widen(const Planes& objPlanes, std::size_t nPixels, FloatPlanes& objValues)
+void Widen(const Planes& planes, std::size_t pixels, FloatPlanes& values)
 {
-    Widen(objPlanes.aBlue, nPixels, objValues.aBlue);
-    Widen(objPlanes.aGreen, nPixels, objValues.aGreen);
-    Widen(objPlanes.aRed, nPixels, objValues.aRed);
+    Widen(planes.blue, pixels, values.blue);
+    Widen(planes.green, pixels, values.green);
+    Widen(planes.red, pixels, values.red);
 }
 
-void Round(const float* pValues, std::size_t nCount, std::uint8_t* pLevels)
+void Round(const float* values, std::size_t count, std::uint8_t* levels)
 {
-    for (std::size_t i = bHasAvx2() ? nRoundThirtyTwos(pValues, nCount, pLevels) : 0; i < nCount; ++i) {
-        const float fLow = pValues[i] < 0.0F ? 0.0F : pValues[i];
-        const float fBetween = fLow < 255.0F ? fLow : 255.0F;
-        pLevels[i] = static_cast<std::uint8_t>(static_cast<std::int32_t>(fBetween + 0.5F));
+    for (std::size_t i = HasAvx2() ? RoundThirtyTwos(values, count, levels) : 0; i < count; ++i) {
+        const float low = values[i] < 0.0F ? 0.0F : values[i];
+        const float between = low < 255.0F ? low : 255.0F;
+        levels[i] = static_cast<std::uint8_t>(static_cast<std::int32_t>(between + 0.5F));
     }
 }
 
-void Round(const FloatPlanes& objValues, std::size_t nPixels, Planes& objPlanes)
+void Round(const FloatPlanes& values, std::size_t pixels, Planes& planes)
 {
-    Round(objValues.aBlue, nPixels, objPlanes.aBlue);
-    Round(objValues.aGreen, nPixels, objPlanes.aGreen);
-    Round(objValues.aRed, nPixels, objPlanes.aRed);
+    Round(values.blue, pixels, planes.blue);
+    Round(values.green, pixels, planes.green);
+    Round(values.red, pixels, planes.red);
 }
 
-void SplitPixels(const std::uint8_t* pPixels, std::size_t nPixels, std::size_t nChannels, Planes& objPlanes)
+void SplitPixels(const std::uint8_t* pixels, std::size_t pixel_count, std::size_t channels, Planes& planes)
 {
-    if (nChannels == 4)
-        Split4(pPixels, nPixels, objPlanes);
+    if (channels == 4)
+        Split4(pixels, pixel_count, planes);
     else
-        Split<3>(pPixels, bHasAvx2() ? nSplitSixteens(pPixels, nPixels, objPlanes) : 0, nPixels, objPlanes);
+        Split<3>(pixels, HasAvx2() ? SplitSixteens(pixels, pixel_count, planes) : 0, pixel_count, planes);
 }
 
-void IntensityOf(const Planes& objPlanes, std::size_t nPixels, std::uint8_t* pIntensity)
+void IntensityOf(const Planes& planes, std::size_t pixels, std::uint8_t* intensity)
 {
-    for (std::size_t i = bHasAvx2() ? nWeighSixteens(objPlanes, nPixels, pIntensity) : 0; i < nPixels; ++i)
-        pIntensity[i] = nIntensity(objPlanes.aBlue[i], objPlanes.aGreen[i], objPlanes.aRed[i]);
+    for (std::size_t i = HasAvx2() ? WeighSixteens(planes, pixels, intensity) : 0; i < pixels; ++i)
+        intensity[i] = IntensityOfPixel(planes.blue[i], planes.green[i], planes.red[i]);
 }
 
-void JoinPixels(const Planes& objPlanes, std::size_t nPixels, std::size_t nChannels, std::uint8_t* pPixels)
+void JoinPixels(const Planes& planes, std::size_t pixel_count, std::size_t channels, std::uint8_t* pixels)
 {
-    if (nChannels == 4)
-        Join4(objPlanes, nPixels, pPixels);
+    if (channels == 4)
+        Join4(planes, pixel_count, pixels);
     else
-        Join<3>(objPlanes, bHasAvx2() ? nJoinSixteens(objPlanes, nPixels, pPixels) : 0, nPixels, pPixels);
+        Join<3>(planes, HasAvx2() ? JoinSixteens(planes, pixel_count, pixels) : 0, pixel_count, pixels);
 }
 
 }  // namespace transforms

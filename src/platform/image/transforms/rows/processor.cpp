@@ -6,21 +6,21 @@
 namespace transforms
 {
 
-static std::atomic<bool> bUnwanted = false;
+static std::atomic<bool> unwanted = false;
 
-bool bHasAvx2()
+bool HasAvx2()
 {
 #if defined(__x86_64__)
-    static const bool bCan = __builtin_cpu_supports("avx2");
-    return bCan && !bUnwanted;
+    static const bool kCan = __builtin_cpu_supports("avx2");
+    return kCan && !unwanted;
 #else
     return false;
 #endif
 }
 
-void DoWithoutAvx2(bool bWithout)
+void DoWithoutAvx2(bool without)
 {
-    bUnwanted = bWithout;
+    unwanted = without;
 }
 
 }  // namespace transforms

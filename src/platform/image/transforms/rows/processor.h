@@ -6,9 +6,9 @@ namespace transforms
 {
 
 /// True when the instructions of AVX2 may be used.
-bool bHasAvx2();
+bool HasAvx2();
 
 /// For tests: from now on they may not, or they may again where there are any.
-void DoWithoutAvx2(bool bWithout);
+void DoWithoutAvx2(bool without);
 
 }  // namespace transforms

@@ -6,14 +6,14 @@
 namespace transforms
 {
 
-std::uint64_t nSeed(const ImageBuffer& aImage)
+std::uint64_t SeedOf(const ImageBuffer& image)
 {
-    std::uint64_t nHash = (static_cast<std::uint64_t>(aImage.width) << 32) ^
-                          static_cast<std::uint64_t>(aImage.height) * 0x100000001B3U;
-    const std::size_t nStep = std::max<std::size_t>(1, aImage.bytes.size() / 4099);
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += nStep)
-        nHash = (nHash ^ aImage.bytes[i]) * 0x100000001B3U;
-    return nRandom(nHash);
+    std::uint64_t hash = (static_cast<std::uint64_t>(image.width) << 32) ^
+                         static_cast<std::uint64_t>(image.height) * 0x100000001B3U;
+    const std::size_t step = std::max<std::size_t>(1, image.bytes.size() / 4099);
+    for (std::size_t i = 0; i < image.bytes.size(); i += step)
+        hash = (hash ^ image.bytes[i]) * 0x100000001B3U;
+    return Random(hash);
 }
 
 }  // namespace transforms

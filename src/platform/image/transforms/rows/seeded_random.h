@@ -11,14 +11,14 @@ namespace transforms
 
 /// A hash of the picture's size and of some thousands of its bytes: what noise is seeded with, so that a
 /// picture gets the same noise each time.
-std::uint64_t nSeed(const ImageBuffer& aImage);
+std::uint64_t SeedOf(const ImageBuffer& image);
 /// The next of a sequence of numbers of 64 random bits (splitmix64, Steele, Lea and Flood 2014).
-inline std::uint64_t nRandom(std::uint64_t& nState)
+inline std::uint64_t Random(std::uint64_t& state)
 {
-    std::uint64_t nMixed = nState += 0x9E3779B97F4A7C15U;
-    nMixed = (nMixed ^ (nMixed >> 30)) * 0xBF58476D1CE4E5B9U;
-    nMixed = (nMixed ^ (nMixed >> 27)) * 0x94D049BB133111EBU;
-    return nMixed ^ (nMixed >> 31);
+    std::uint64_t mixed = state += 0x9E3779B97F4A7C15U;
+    mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9U;
+    mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EBU;
+    return mixed ^ (mixed >> 31);
 }
 
 }  // namespace transforms

@@ -9,53 +9,53 @@
 namespace transforms
 {
 
-Table aIdentityTable()
+Table IdentityTable()
 {
-    Table aTable;
-    for (std::size_t n = 0; n < aTable.size(); ++n)
-        aTable[n] = static_cast<std::uint8_t>(n);
-    return aTable;
+    Table table;
+    for (std::size_t n = 0; n < table.size(); ++n)
+        table[n] = static_cast<std::uint8_t>(n);
+    return table;
 }
 
-static void ApplyGrey(std::uint8_t* __restrict pBytes, std::size_t nCount, const Table& aTable)
+static void ApplyGrey(std::uint8_t* __restrict bytes, std::size_t count, const Table& table)
 {
-    for (std::size_t i = 0; i < nCount; ++i)
-        pBytes[i] = aTable[pBytes[i]];
+    for (std::size_t i = 0; i < count; ++i)
+        bytes[i] = table[bytes[i]];
 }
 
-template <int kChannels>
-static void ApplyColour(std::uint8_t* __restrict pBytes, std::size_t nPixels, const Table& aBlue,
-                        const Table& aGreen, const Table& aRed)
+template <int kKChannels>
+static void ApplyColour(std::uint8_t* __restrict bytes, std::size_t pixels, const Table& blue,
+                        const Table& green, const Table& red)
 {
-    for (std::size_t i = 0; i < nPixels; ++i, pBytes += kChannels) {
-        pBytes[0] = aBlue[pBytes[0]];
-        pBytes[1] = aGreen[pBytes[1]];
-        pBytes[2] = aRed[pBytes[2]];
+    for (std::size_t i = 0; i < pixels; ++i, bytes += kKChannels) {
+        bytes[0] = blue[bytes[0]];
+        bytes[1] = green[bytes[1]];
+        bytes[2] = red[bytes[2]];
     }
 }
 
-void ApplyTables(ImageBuffer& aImage, const Table& aBlue, const Table& aGreen, const Table& aRed)
+void ApplyTables(ImageBuffer& image, const Table& blue, const Table& green, const Table& red)
 {
-    Table aGrey;
-    for (std::size_t n = 0; n < aGrey.size(); ++n)
-        aGrey[n] = nIntensity(aBlue[n], aGreen[n], aRed[n]);
-    const auto nWidth = static_cast<std::size_t>(aImage.width);
-    RunBands(aImage, [&](std::int32_t lFirst, std::int32_t lEnd) {
-        const auto nPixels = nWidth * static_cast<std::size_t>(lEnd - lFirst);
-        const auto nBegin = nWidth * static_cast<std::size_t>(lFirst);
-        std::uint8_t* pBytes = aImage.bytes.data() + nBegin * static_cast<std::size_t>(aImage.channels);
-        if (aImage.channels == 1)
-            ApplyGrey(pBytes, nPixels, aGrey);
-        else if (aImage.channels == 3)
-            ApplyColour<3>(pBytes, nPixels, aBlue, aGreen, aRed);
+    Table grey;
+    for (std::size_t n = 0; n < grey.size(); ++n)
+        grey[n] = IntensityOfPixel(blue[n], green[n], red[n]);
+    const auto width = static_cast<std::size_t>(image.width);
+    RunBands(image, [&](std::int32_t first, std::int32_t end) {
+        const auto pixels = width * static_cast<std::size_t>(end - first);
+        const auto begin = width * static_cast<std::size_t>(first);
+        std::uint8_t* bytes = image.bytes.data() + begin * static_cast<std::size_t>(image.channels);
+        if (image.channels == 1)
+            ApplyGrey(bytes, pixels, grey);
+        else if (image.channels == 3)
+            ApplyColour<3>(bytes, pixels, blue, green, red);
         else
-            ApplyColour<4>(pBytes, nPixels, aBlue, aGreen, aRed);
+            ApplyColour<4>(bytes, pixels, blue, green, red);
     });
 }
 
-void ApplyTable(ImageBuffer& aImage, const Table& aTable)
+void ApplyTable(ImageBuffer& image, const Table& table)
 {
-    ApplyTables(aImage, aTable, aTable, aTable);
+    ApplyTables(image, table, table, table);
 }
 
 }  // namespace transforms

@@ -14,13 +14,13 @@ namespace transforms
 using Table = std::array<std::uint8_t, 256>;
 
 /// The table that changes nothing.
-Table aIdentityTable();
+Table IdentityTable();
 
 /// Puts each colour channel through its table; alpha stays. A grey picture gets the intensity (see
 /// intensity.h) of the colour that its grey would have become; with three equal tables that is the table.
-void ApplyTables(ImageBuffer& aImage, const Table& aBlue, const Table& aGreen, const Table& aRed);
+void ApplyTables(ImageBuffer& image, const Table& blue, const Table& green, const Table& red);
 
 /// The same table for all colour channels.
-void ApplyTable(ImageBuffer& aImage, const Table& aTable);
+void ApplyTable(ImageBuffer& image, const Table& table);
 
 }  // namespace transforms

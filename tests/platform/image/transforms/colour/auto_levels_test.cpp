@@ -9,66 +9,66 @@ using namespace transforms;
 
 TEST(Autocontrast, StretchesAllChannelsByTheSameMap)
 {
-    ImageBuffer aImage = aPicture(2, 1, 3, {50, 60, 70, 100, 120, 150});
+    ImageBuffer image = aPicture(2, 1, 3, {50, 60, 70, 100, 120, 150});
 
-    EXPECT_TRUE(Autocontrast(aImage));
+    EXPECT_TRUE(Autocontrast(image));
 
     // 50 to 0 and 150 to 255
-    EXPECT_EQ(aImage.bytes, (PixelBytes{0, 26, 51, 128, 179, 255}));
+    EXPECT_EQ(image.bytes, (PixelBytes{0, 26, 51, 128, 179, 255}));
 }
 
 TEST(AutoLevel, StretchesEveryChannelByItsOwnAndLeavesAFlatOne)
 {
-    ImageBuffer aImage = aPicture(3, 1, 3, {50, 60, 7, 100, 60, 8, 150, 60, 9});
+    ImageBuffer image = aPicture(3, 1, 3, {50, 60, 7, 100, 60, 8, 150, 60, 9});
 
-    EXPECT_TRUE(AutoLevel(aImage));
+    EXPECT_TRUE(AutoLevel(image));
 
-    EXPECT_EQ(aImage.bytes, (PixelBytes{0, 60, 0, 128, 60, 128, 255, 60, 255}));
+    EXPECT_EQ(image.bytes, (PixelBytes{0, 60, 0, 128, 60, 128, 255, 60, 255}));
 }
 
 TEST(AutoLevels, LeaveAPictureOfOneColourAndAreDoneInOneGo)
 {
-    ImageBuffer aFlat = aPicture(2, 1, 1, {77, 77});
-    EXPECT_TRUE(Autocontrast(aFlat) && AutoLevel(aFlat));
-    EXPECT_EQ(aFlat.bytes, (PixelBytes{77, 77}));
+    ImageBuffer flat = aPicture(2, 1, 1, {77, 77});
+    EXPECT_TRUE(Autocontrast(flat) && AutoLevel(flat));
+    EXPECT_EQ(flat.bytes, (PixelBytes{77, 77}));
 
-    for (const int lChannels : kChannelCounts) {
-        ImageBuffer aImage = aRandomPicture(33, 17, lChannels);
-        for (std::uint8_t& n : aImage.bytes)
+    for (const int channels : kChannelCounts) {
+        ImageBuffer image = aRandomPicture(33, 17, channels);
+        for (std::uint8_t& n : image.bytes)
             n = static_cast<std::uint8_t>(20 + n / 2);
-        EXPECT_TRUE(Autocontrast(aImage) && AutoLevel(aImage));
-        const PixelBytes aOnce = aImage.bytes;
-        EXPECT_TRUE(Autocontrast(aImage) && AutoLevel(aImage));
-        EXPECT_EQ(aImage.bytes, aOnce);
+        EXPECT_TRUE(Autocontrast(image) && AutoLevel(image));
+        const PixelBytes once = image.bytes;
+        EXPECT_TRUE(Autocontrast(image) && AutoLevel(image));
+        EXPECT_EQ(image.bytes, once);
     }
 }
 
 TEST(AutoLevels, DoNotListenToPixelsThatAreNotSeen)
 {
-    const ImageBuffer aBefore = aPicture(3, 1, 4, {0, 0, 0, 0, 100, 100, 100, 1, 200, 200, 200, 255});
-    ImageBuffer aContrast = aBefore, aLevel = aBefore;
+    const ImageBuffer before = aPicture(3, 1, 4, {0, 0, 0, 0, 100, 100, 100, 1, 200, 200, 200, 255});
+    ImageBuffer contrast = before, level = before;
 
-    EXPECT_TRUE(Autocontrast(aContrast) && AutoLevel(aLevel));
+    EXPECT_TRUE(Autocontrast(contrast) && AutoLevel(level));
 
-    const PixelBytes aExpected{0, 0, 0, 0, 0, 0, 0, 1, 255, 255, 255, 255};
-    EXPECT_EQ(aContrast.bytes, aExpected);
-    EXPECT_EQ(aLevel.bytes, aExpected);
+    const PixelBytes expected{0, 0, 0, 0, 0, 0, 0, 1, 255, 255, 255, 255};
+    EXPECT_EQ(contrast.bytes, expected);
+    EXPECT_EQ(level.bytes, expected);
 
-    ImageBuffer aUnseen = aPicture(2, 1, 4, {1, 2, 3, 0, 4, 5, 6, 0});
-    EXPECT_TRUE(Autocontrast(aUnseen) && AutoLevel(aUnseen));
-    EXPECT_EQ(aUnseen.bytes, (PixelBytes{1, 2, 3, 0, 4, 5, 6, 0}));
+    ImageBuffer unseen = aPicture(2, 1, 4, {1, 2, 3, 0, 4, 5, 6, 0});
+    EXPECT_TRUE(Autocontrast(unseen) && AutoLevel(unseen));
+    EXPECT_EQ(unseen.bytes, (PixelBytes{1, 2, 3, 0, 4, 5, 6, 0}));
 }
 
 TEST(AutoLevels, CountEveryBandOfALargePicture)
 {
-    ImageBuffer aImage = aPicture(1000, 1000, 1, {});
-    aImage.bytes.assign(1000000, 100);
-    aImage.bytes.front() = 50;
-    aImage.bytes.back() = 150;
+    ImageBuffer image = aPicture(1000, 1000, 1, {});
+    image.bytes.assign(1000000, 100);
+    image.bytes.front() = 50;
+    image.bytes.back() = 150;
 
-    EXPECT_TRUE(Autocontrast(aImage));
+    EXPECT_TRUE(Autocontrast(image));
 
-    EXPECT_EQ(aImage.bytes.front(), 0);
-    EXPECT_EQ(aImage.bytes[500000], 128);
-    EXPECT_EQ(aImage.bytes.back(), 255);
+    EXPECT_EQ(image.bytes.front(), 0);
+    EXPECT_EQ(image.bytes[500000], 128);
+    EXPECT_EQ(image.bytes.back(), 255);
 }

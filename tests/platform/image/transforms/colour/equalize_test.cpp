@@ -14,65 +14,65 @@ using namespace transforms;
 
 TEST(Equalize, SpreadsTheLevelsByHowManyPixelsLieBelow)
 {
-    ImageBuffer aImage = aPicture(5, 1, 1, {10, 20, 20, 20, 30}), aHalf = aImage;
+    ImageBuffer image = aPicture(5, 1, 1, {10, 20, 20, 20, 30}), half = image;
 
-    EXPECT_TRUE(Equalize(aImage, 1) && Equalize(aHalf, 0.5));
+    EXPECT_TRUE(Equalize(image, 1) && Equalize(half, 0.5));
 
-    EXPECT_EQ(aImage.bytes, (PixelBytes{0, 191, 191, 191, 255}));
-    EXPECT_EQ(aHalf.bytes, (PixelBytes{5, 106, 106, 106, 143}));  // 20 + (191.25 - 20) / 2
+    EXPECT_EQ(image.bytes, (PixelBytes{0, 191, 191, 191, 255}));
+    EXPECT_EQ(half.bytes, (PixelBytes{5, 106, 106, 106, 143}));  // 20 + (191.25 - 20) / 2
 }
 
 TEST(Equalize, LeavesAPictureOfOneIntensity)
 {
-    ImageBuffer aImage = aPicture(2, 1, 3, {5, 60, 7, 5, 60, 7});
-    EXPECT_TRUE(Equalize(aImage, 1));
-    EXPECT_EQ(aImage.bytes, (PixelBytes{5, 60, 7, 5, 60, 7}));
+    ImageBuffer image = aPicture(2, 1, 3, {5, 60, 7, 5, 60, 7});
+    EXPECT_TRUE(Equalize(image, 1));
+    EXPECT_EQ(image.bytes, (PixelBytes{5, 60, 7, 5, 60, 7}));
 }
 
 TEST(Equalize, ChangesNothingAtNaughtBelowOrForNaN)
 {
-    for (const int lChannels : kChannelCounts) {
-        const ImageBuffer aBefore = aRandomPicture(33, 17, lChannels);
-        ImageBuffer aImage = aBefore;
-        EXPECT_TRUE(Equalize(aImage, 0) && Equalize(aImage, -2) && Equalize(aImage, std::nan("")));
-        EXPECT_EQ(aImage.bytes, aBefore.bytes);
+    for (const int channels : kChannelCounts) {
+        const ImageBuffer before = aRandomPicture(33, 17, channels);
+        ImageBuffer image = before;
+        EXPECT_TRUE(Equalize(image, 0) && Equalize(image, -2) && Equalize(image, std::nan("")));
+        EXPECT_EQ(image.bytes, before.bytes);
     }
 }
 
 // Slowly, by the formula, over all pixels for each pixel.
-static double dEqualized(const ImageBuffer& aIntensities, int nOwn)
+static double Equalized(const ImageBuffer& intensities, int own)
 {
-    double dAtMost = 0, dDarkest = 0, dAll = 0;
-    int nLeast = 255;
-    for (const std::uint8_t n : aIntensities.bytes)
-        nLeast = std::min<int>(nLeast, n);
-    for (const std::uint8_t n : aIntensities.bytes) {
-        dAtMost += n <= nOwn;
-        dDarkest += n == nLeast;
-        ++dAll;
+    double at_most = 0, darkest = 0, all = 0;
+    int min = 255;
+    for (const std::uint8_t n : intensities.bytes)
+        min = std::min<int>(min, n);
+    for (const std::uint8_t n : intensities.bytes) {
+        at_most += n <= own;
+        darkest += n == min;
+        ++all;
     }
-    return 255 * (dAtMost - dDarkest) / (dAll - dDarkest);
+    return 255 * (at_most - darkest) / (all - darkest);
 }
 
 TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
 {
-    for (const double dLevel : {0.25, 1.0, 50.0}) {
-        const ImageBuffer aBefore = aRandomPicture(31, 20, 3, 3);
-        ImageBuffer aImage = aBefore;
-        ASSERT_TRUE(Equalize(aImage, dLevel));
-        ImageBuffer aIntensities = aRandomPicture(31, 20, 1);
-        IntensityRow(aBefore.bytes.data(), 31 * 20, 3, aIntensities.bytes.data());
+    for (const double level : {0.25, 1.0, 50.0}) {
+        const ImageBuffer before = aRandomPicture(31, 20, 3, 3);
+        ImageBuffer image = before;
+        ASSERT_TRUE(Equalize(image, level));
+        ImageBuffer intensities = aRandomPicture(31, 20, 1);
+        IntensityRow(before.bytes.data(), 31 * 20, 3, intensities.bytes.data());
         for (int x = 0; x < 31 * 20; ++x) {
-            const std::uint8_t* pOld = aBefore.bytes.data() + 3 * x;
-            const std::uint8_t* pNew = aImage.bytes.data() + 3 * x;
-            const int nOwn = aIntensities.bytes[static_cast<std::size_t>(x)];
-            const double dNew = nOwn + std::min(dLevel, 1.0) * (dEqualized(aIntensities, nOwn) - nOwn);
-            EXPECT_NEAR(nIntensity(pNew[0], pNew[1], pNew[2]), dNew, 2);
+            const std::uint8_t* old = before.bytes.data() + 3 * x;
+            const std::uint8_t* after = image.bytes.data() + 3 * x;
+            const int own = intensities.bytes[static_cast<std::size_t>(x)];
+            const double expected = own + std::min(level, 1.0) * (Equalized(intensities, own) - own);
+            EXPECT_NEAR(IntensityOfPixel(after[0], after[1], after[2]), expected, 2);
             // Same hue: the differences between the channels keep their proportion.
             for (const auto& [c, d] : {std::pair{0, 1}, {1, 2}, {2, 0}}) {
-                const double dCross = (pNew[c] - pNew[d]) * (pOld[d] - pOld[3 - c - d]) -
-                                      (pNew[d] - pNew[3 - c - d]) * (pOld[c] - pOld[d]);
-                EXPECT_LE(std::fabs(dCross), 2.0 * 255);
+                const double cross = (after[c] - after[d]) * (old[d] - old[3 - c - d]) -
+                                     (after[d] - after[3 - c - d]) * (old[c] - old[d]);
+                EXPECT_LE(std::fabs(cross), 2.0 * 255);
             }
         }
     }
@@ -80,14 +80,14 @@ TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
 
 TEST(Equalize, KeepsTheOrderOfGreysAndDoesNotCountWhatIsNotSeen)
 {
-    ImageBuffer aRamp = aPicture(256, 1, 1, {});
+    ImageBuffer ramp = aPicture(256, 1, 1, {});
     for (int n = 0; n < 256; ++n)
-        aRamp.bytes.push_back(static_cast<std::uint8_t>(n * n / 255));
-    EXPECT_TRUE(Equalize(aRamp, 1));
-    EXPECT_TRUE(std::is_sorted(aRamp.bytes.begin(), aRamp.bytes.end()));
-    EXPECT_EQ(aRamp.bytes.back(), 255);
+        ramp.bytes.push_back(static_cast<std::uint8_t>(n * n / 255));
+    EXPECT_TRUE(Equalize(ramp, 1));
+    EXPECT_TRUE(std::is_sorted(ramp.bytes.begin(), ramp.bytes.end()));
+    EXPECT_EQ(ramp.bytes.back(), 255);
 
-    ImageBuffer aCut = aPicture(3, 1, 4, {0, 0, 0, 0, 90, 90, 90, 255, 100, 100, 100, 255});
-    EXPECT_TRUE(Equalize(aCut, 1));
-    EXPECT_EQ(aCut.bytes, (PixelBytes{0, 0, 0, 0, 0, 0, 0, 255, 255, 255, 255, 255}));
+    ImageBuffer cut = aPicture(3, 1, 4, {0, 0, 0, 0, 90, 90, 90, 255, 100, 100, 100, 255});
+    EXPECT_TRUE(Equalize(cut, 1));
+    EXPECT_EQ(cut.bytes, (PixelBytes{0, 0, 0, 0, 0, 0, 0, 255, 255, 255, 255, 255}));
 }

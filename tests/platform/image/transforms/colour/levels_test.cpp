@@ -11,155 +11,155 @@
 using namespace transforms;
 
 // Blue 10, green 100, red 200, half transparent.
-static ImageBuffer aOnePixel()
+static ImageBuffer OnePixel()
 {
     return aPicture(1, 1, 4, {10, 100, 200, 128});
 }
 
 TEST(Brightness, AddsTheLevelToEveryColourChannelAndStopsAtTheEnds)
 {
-    ImageBuffer aLighter = aOnePixel(), aDarker = aOnePixel();
+    ImageBuffer lighter = OnePixel(), darker = OnePixel();
 
-    EXPECT_TRUE(Brightness(aLighter, 60));
-    EXPECT_TRUE(Brightness(aDarker, -60));
+    EXPECT_TRUE(Brightness(lighter, 60));
+    EXPECT_TRUE(Brightness(darker, -60));
 
-    EXPECT_EQ(aLighter.bytes, (PixelBytes{70, 160, 255, 128}));
-    EXPECT_EQ(aDarker.bytes, (PixelBytes{0, 40, 140, 128}));
+    EXPECT_EQ(lighter.bytes, (PixelBytes{70, 160, 255, 128}));
+    EXPECT_EQ(darker.bytes, (PixelBytes{0, 40, 140, 128}));
 }
 
 TEST(Brightness, MakesAllBlackOrWhiteAtItsEndsAndBeyond)
 {
-    for (const std::int32_t lLevel : {255, 256, 2147483647}) {
-        ImageBuffer aImage = aRandomPicture(5, 4, 3);
-        EXPECT_TRUE(Brightness(aImage, lLevel));
-        EXPECT_EQ(aImage.bytes, PixelBytes(60, 255));
-        EXPECT_TRUE(Brightness(aImage, -lLevel));
-        EXPECT_EQ(aImage.bytes, PixelBytes(60, 0));
+    for (const std::int32_t level : {255, 256, 2147483647}) {
+        ImageBuffer image = aRandomPicture(5, 4, 3);
+        EXPECT_TRUE(Brightness(image, level));
+        EXPECT_EQ(image.bytes, PixelBytes(60, 255));
+        EXPECT_TRUE(Brightness(image, -level));
+        EXPECT_EQ(image.bytes, PixelBytes(60, 0));
     }
 }
 
 TEST(Contrast, StretchesTheValuesAwayFromTheMiddle)
 {
-    ImageBuffer aImage = aPicture(5, 1, 1, {0, 100, 127, 128, 140});
+    ImageBuffer image = aPicture(5, 1, 1, {0, 100, 127, 128, 140});
 
-    EXPECT_TRUE(Contrast(aImage, 0.75));
+    EXPECT_TRUE(Contrast(image, 0.75));
 
     // 127.5 + 1.75 * (100 - 127.5) = 79.375 and so on
-    EXPECT_EQ(aImage.bytes, (PixelBytes{0, 79, 127, 128, 149}));
+    EXPECT_EQ(image.bytes, (PixelBytes{0, 79, 127, 128, 149}));
 }
 
 TEST(Contrast, DoublesAtMostHoweverLargeTheNumber)
 {
-    ImageBuffer aOne = aRandomPicture(20, 20, 3), aHuge = aOne;
-    EXPECT_TRUE(Contrast(aOne, 1));
-    EXPECT_TRUE(Contrast(aHuge, 1e300));
-    EXPECT_EQ(aOne.bytes, aHuge.bytes);
+    ImageBuffer one = aRandomPicture(20, 20, 3), huge = one;
+    EXPECT_TRUE(Contrast(one, 1));
+    EXPECT_TRUE(Contrast(huge, 1e300));
+    EXPECT_EQ(one.bytes, huge.bytes);
 }
 
 TEST(Gamma, RaisesTheShareOfWhiteToItsPower)
 {
-    ImageBuffer aImage = aPicture(4, 1, 1, {0, 64, 128, 255});
-    ImageBuffer aLighter = aImage;
+    ImageBuffer image = aPicture(4, 1, 1, {0, 64, 128, 255});
+    ImageBuffer lighter = image;
 
-    EXPECT_TRUE(Gamma(aImage, 2));
-    EXPECT_TRUE(Gamma(aLighter, 0.5));
+    EXPECT_TRUE(Gamma(image, 2));
+    EXPECT_TRUE(Gamma(lighter, 0.5));
 
-    EXPECT_EQ(aImage.bytes, (PixelBytes{0, 16, 64, 255}));
-    EXPECT_EQ(aLighter.bytes, (PixelBytes{0, 128, 181, 255}));
+    EXPECT_EQ(image.bytes, (PixelBytes{0, 16, 64, 255}));
+    EXPECT_EQ(lighter.bytes, (PixelBytes{0, 128, 181, 255}));
 }
 
 TEST(Gamma, LeavesBlackBlackAndMakesTheRestWhiteAtNaughtOrBelow)
 {
-    for (const double dGamma : {0.0, -1.0, -1e300}) {
-        ImageBuffer aImage = aPicture(3, 1, 1, {0, 1, 255});
-        EXPECT_TRUE(Gamma(aImage, dGamma));
-        EXPECT_EQ(aImage.bytes, (PixelBytes{0, 255, 255}));
+    for (const double gamma : {0.0, -1.0, -1e300}) {
+        ImageBuffer image = aPicture(3, 1, 1, {0, 1, 255});
+        EXPECT_TRUE(Gamma(image, gamma));
+        EXPECT_EQ(image.bytes, (PixelBytes{0, 255, 255}));
     }
 }
 
 TEST(Gamma, NeverChangesTheOrderOfLevels)
 {
-    for (const double dGamma : {0.1, 0.5, 0.99, 1.01, 2.2, 30.0}) {
-        ImageBuffer aImage = aPicture(256, 1, 1, {});
+    for (const double gamma : {0.1, 0.5, 0.99, 1.01, 2.2, 30.0}) {
+        ImageBuffer image = aPicture(256, 1, 1, {});
         for (int n = 0; n < 256; ++n)
-            aImage.bytes.push_back(static_cast<std::uint8_t>(n));
-        EXPECT_TRUE(Gamma(aImage, dGamma));
-        EXPECT_TRUE(std::is_sorted(aImage.bytes.begin(), aImage.bytes.end()));
+            image.bytes.push_back(static_cast<std::uint8_t>(n));
+        EXPECT_TRUE(Gamma(image, gamma));
+        EXPECT_TRUE(std::is_sorted(image.bytes.begin(), image.bytes.end()));
     }
 }
 
 TEST(ChannelLevels, MoveTheirOwnChannelOnly)
 {
-    ImageBuffer aRed = aOnePixel(), aGreen = aOnePixel(), aBlue = aOnePixel();
+    ImageBuffer red = OnePixel(), green = OnePixel(), blue = OnePixel();
 
-    EXPECT_TRUE(Red(aRed, -50));
-    EXPECT_TRUE(Green(aGreen, 128));
-    EXPECT_TRUE(Blue(aBlue, -50));
+    EXPECT_TRUE(Red(red, -50));
+    EXPECT_TRUE(Green(green, 128));
+    EXPECT_TRUE(Blue(blue, -50));
 
-    EXPECT_EQ(aRed.bytes, (PixelBytes{10, 100, 150, 128}));
-    EXPECT_EQ(aGreen.bytes, (PixelBytes{10, 228, 200, 128}));
-    EXPECT_EQ(aBlue.bytes, (PixelBytes{0, 100, 200, 128}));
+    EXPECT_EQ(red.bytes, (PixelBytes{10, 100, 150, 128}));
+    EXPECT_EQ(green.bytes, (PixelBytes{10, 228, 200, 128}));
+    EXPECT_EQ(blue.bytes, (PixelBytes{0, 100, 200, 128}));
 }
 
 TEST(ChannelLevels, MoveAGreyPictureByTheirShareOfTheIntensity)
 {
-    ImageBuffer aImage = aPicture(1, 1, 1, {100});
-    EXPECT_TRUE(Green(aImage, 100));
-    EXPECT_EQ(aImage.bytes, (PixelBytes{159}));  // 100 + 0.587 * 100
+    ImageBuffer image = aPicture(1, 1, 1, {100});
+    EXPECT_TRUE(Green(image, 100));
+    EXPECT_EQ(image.bytes, (PixelBytes{159}));  // 100 + 0.587 * 100
 }
 
 TEST(Colorize, LeavesOfEachComponentTheShareGiven)
 {
-    ImageBuffer aImage = aOnePixel();
-    EXPECT_TRUE(Colorize(aImage, 128, 255, 0));
-    EXPECT_EQ(aImage.bytes, (PixelBytes{0, 100, 100, 128}));  // 200 * 128 / 255 = 100.4
+    ImageBuffer image = OnePixel();
+    EXPECT_TRUE(Colorize(image, 128, 255, 0));
+    EXPECT_EQ(image.bytes, (PixelBytes{0, 100, 100, 128}));  // 200 * 128 / 255 = 100.4
 }
 
 TEST(Invert, GivesTheNegativeAndTwiceThePicture)
 {
-    ImageBuffer aImage = aOnePixel();
-    EXPECT_TRUE(Invert(aImage));
-    EXPECT_EQ(aImage.bytes, (PixelBytes{245, 155, 55, 128}));
-    EXPECT_TRUE(Invert(aImage));
-    EXPECT_EQ(aImage.bytes, aOnePixel().bytes);
+    ImageBuffer image = OnePixel();
+    EXPECT_TRUE(Invert(image));
+    EXPECT_EQ(image.bytes, (PixelBytes{245, 155, 55, 128}));
+    EXPECT_TRUE(Invert(image));
+    EXPECT_EQ(image.bytes, OnePixel().bytes);
 }
 
 TEST(Posterize, TakesEveryValueToTheClosestOfTheLevels)
 {
-    ImageBuffer aTwo = aPicture(4, 1, 1, {0, 127, 128, 255});
-    ImageBuffer aFive = aPicture(6, 1, 1, {31, 32, 100, 160, 223, 224});
+    ImageBuffer two = aPicture(4, 1, 1, {0, 127, 128, 255});
+    ImageBuffer five = aPicture(6, 1, 1, {31, 32, 100, 160, 223, 224});
 
-    EXPECT_TRUE(Posterize(aTwo, 2));
-    EXPECT_TRUE(Posterize(aFive, 5));
+    EXPECT_TRUE(Posterize(two, 2));
+    EXPECT_TRUE(Posterize(five, 5));
 
-    EXPECT_EQ(aTwo.bytes, (PixelBytes{0, 0, 255, 255}));
-    EXPECT_EQ(aFive.bytes, (PixelBytes{0, 64, 128, 191, 191, 255}));
+    EXPECT_EQ(two.bytes, (PixelBytes{0, 0, 255, 255}));
+    EXPECT_EQ(five.bytes, (PixelBytes{0, 64, 128, 191, 191, 255}));
 }
 
 TEST(Posterize, LeavesAsManyLevelsAsAskedForAndIsDoneInOneGo)
 {
-    for (const int lLevels : {2, 3, 7, 128, 255}) {
-        ImageBuffer aImage = aRandomPicture(100, 100, 1);
-        EXPECT_TRUE(Posterize(aImage, lLevels));
-        const PixelBytes aOnce = aImage.bytes;
-        EXPECT_TRUE(Posterize(aImage, lLevels));
-        EXPECT_EQ(aImage.bytes, aOnce);
-        std::vector<bool> aSeen(256);
-        for (const std::uint8_t n : aOnce)
-            aSeen[n] = true;
-        EXPECT_EQ(std::count(aSeen.begin(), aSeen.end(), true), lLevels);
+    for (const int levels : {2, 3, 7, 128, 255}) {
+        ImageBuffer image = aRandomPicture(100, 100, 1);
+        EXPECT_TRUE(Posterize(image, levels));
+        const PixelBytes once = image.bytes;
+        EXPECT_TRUE(Posterize(image, levels));
+        EXPECT_EQ(image.bytes, once);
+        std::vector<bool> seen(256);
+        for (const std::uint8_t n : once)
+            seen[n] = true;
+        EXPECT_EQ(std::count(seen.begin(), seen.end(), true), levels);
     }
 }
 
 TEST(Levels, ChangeNothingAtTheirNeutralValues)
 {
-    for (const int lChannels : kChannelCounts) {
-        const ImageBuffer aBefore = aRandomPicture(33, 17, lChannels);
-        ImageBuffer aImage = aBefore;
-        EXPECT_TRUE(Brightness(aImage, 0) && Contrast(aImage, 0) && Contrast(aImage, -3) &&
-                    Contrast(aImage, std::nan("")) && Gamma(aImage, 1) && Gamma(aImage, std::nan("")) &&
-                    Red(aImage, 0) && Green(aImage, 0) && Blue(aImage, 0) &&
-                    Colorize(aImage, 255, 255, 255) && Posterize(aImage, 256));
-        EXPECT_EQ(aImage.bytes, aBefore.bytes);
+    for (const int channels : kChannelCounts) {
+        const ImageBuffer before = aRandomPicture(33, 17, channels);
+        ImageBuffer image = before;
+        EXPECT_TRUE(Brightness(image, 0) && Contrast(image, 0) && Contrast(image, -3) &&
+                    Contrast(image, std::nan("")) && Gamma(image, 1) && Gamma(image, std::nan("")) &&
+                    Red(image, 0) && Green(image, 0) && Blue(image, 0) && Colorize(image, 255, 255, 255) &&
+                    Posterize(image, 256));
+        EXPECT_EQ(image.bytes, before.bytes);
     }
 }

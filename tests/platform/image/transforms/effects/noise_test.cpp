@@ -8,109 +8,109 @@
 
 TEST(AddNoise, IsTheSameEachTimeForTheSamePicture)
 {
-    for (const bool bMonochrome : {false, true}) {
-        ImageBuffer aOne = aRandomPicture(300, 401, 3), aOther = aOne;
-        ASSERT_TRUE(transforms::AddNoise(aOne, 35, bMonochrome));
-        ASSERT_TRUE(transforms::AddNoise(aOther, 35, bMonochrome));
-        EXPECT_TRUE(bEqual(aOne, aOther));
+    for (const bool monochrome : {false, true}) {
+        ImageBuffer one = aRandomPicture(300, 401, 3), other = one;
+        ASSERT_TRUE(transforms::AddNoise(one, 35, monochrome));
+        ASSERT_TRUE(transforms::AddNoise(other, 35, monochrome));
+        EXPECT_TRUE(bEqual(one, other));
     }
 }
 
 TEST(AddNoise, HasTheDeviationAskedForAndNoBias)
 {
-    for (const std::int32_t lLevel : {5, 20, 35}) {
-        ImageBuffer aImage = aPlain(200, 200, 3, 128);
-        ASSERT_TRUE(transforms::AddNoise(aImage, lLevel, false));
-        double dSum = 0, dSquares = 0;
-        for (const int nByte : aImage.bytes) {
-            dSum += nByte - 128;
-            dSquares += (nByte - 128) * (nByte - 128);
+    for (const std::int32_t level : {5, 20, 35}) {
+        ImageBuffer image = aPlain(200, 200, 3, 128);
+        ASSERT_TRUE(transforms::AddNoise(image, level, false));
+        double sum = 0, squares = 0;
+        for (const int byte : image.bytes) {
+            sum += byte - 128;
+            squares += (byte - 128) * (byte - 128);
         }
-        const auto dCount = static_cast<double>(aImage.bytes.size());
-        EXPECT_NEAR(dSum / dCount, 0, 0.5);
-        EXPECT_NEAR(std::sqrt(dSquares / dCount), lLevel, 0.03 * lLevel);
+        const auto count = static_cast<double>(image.bytes.size());
+        EXPECT_NEAR(sum / count, 0, 0.5);
+        EXPECT_NEAR(std::sqrt(squares / count), level, 0.03 * level);
     }
 }
 
 TEST(AddNoise, IsGreyWhenMonochromeAndColouredOtherwise)
 {
-    ImageBuffer aGrey = aPlain(50, 50, 4, 128), aColoured = aGrey;
-    ASSERT_TRUE(transforms::AddNoise(aGrey, 35, true));
-    ASSERT_TRUE(transforms::AddNoise(aColoured, 35, false));
-    int nDifferent = 0;
-    for (std::size_t i = 0; i < aGrey.bytes.size(); i += 4) {
-        ASSERT_EQ(aGrey.bytes[i], aGrey.bytes[i + 1]);
-        ASSERT_EQ(aGrey.bytes[i], aGrey.bytes[i + 2]);
-        ASSERT_EQ(aGrey.bytes[i + 3], 128);
-        nDifferent += aColoured.bytes[i] != aColoured.bytes[i + 1];
+    ImageBuffer grey = aPlain(50, 50, 4, 128), coloured = grey;
+    ASSERT_TRUE(transforms::AddNoise(grey, 35, true));
+    ASSERT_TRUE(transforms::AddNoise(coloured, 35, false));
+    int different = 0;
+    for (std::size_t i = 0; i < grey.bytes.size(); i += 4) {
+        ASSERT_EQ(grey.bytes[i], grey.bytes[i + 1]);
+        ASSERT_EQ(grey.bytes[i], grey.bytes[i + 2]);
+        ASSERT_EQ(grey.bytes[i + 3], 128);
+        different += coloured.bytes[i] != coloured.bytes[i + 1];
     }
-    EXPECT_GT(nDifferent, 2000);
+    EXPECT_GT(different, 2000);
 }
 
 TEST(AddNoise, OfNothingChangesNothing)
 {
-    const ImageBuffer aBefore = aRandomPicture(9, 8, 3);
-    ImageBuffer aImage = aBefore;
-    for (const std::int32_t lLevel : {0, -1, INT32_MIN})
-        ASSERT_TRUE(transforms::AddNoise(aImage, lLevel, true));
-    EXPECT_TRUE(bEqual(aImage, aBefore));
+    const ImageBuffer before = aRandomPicture(9, 8, 3);
+    ImageBuffer image = before;
+    for (const std::int32_t level : {0, -1, INT32_MIN})
+        ASSERT_TRUE(transforms::AddNoise(image, level, true));
+    EXPECT_TRUE(bEqual(image, before));
 }
 
 TEST(Diffuse, TakesOnlyPixelsFromNearby)
 {
     // A slope, where a pixel's value says where it came from.
-    ImageBuffer aBefore = aPlain(80, 80, 1, 0);
+    ImageBuffer before = aPlain(80, 80, 1, 0);
     for (int i = 0; i < 80 * 80; ++i)
-        aBefore.bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(3 * (i % 80));
-    ImageBuffer aImage = aBefore;
-    ASSERT_TRUE(transforms::Diffuse(aImage, 10, 100));
-    int nFurthest = 0;
+        before.bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(3 * (i % 80));
+    ImageBuffer image = before;
+    ASSERT_TRUE(transforms::Diffuse(image, 10, 100));
+    int furthest = 0;
     for (int y = 0; y < 80; ++y)
         for (int x = 0; x < 80; ++x)
-            nFurthest = std::max(nFurthest, std::abs(nValueAt(aImage, x, y) - nValueAt(aBefore, x, y)));
-    EXPECT_EQ(nFurthest, 30);
+            furthest = std::max(furthest, std::abs(nValueAt(image, x, y) - nValueAt(before, x, y)));
+    EXPECT_EQ(furthest, 30);
 }
 
 TEST(Diffuse, MovesMoreWithMorePenetration)
 {
-    const ImageBuffer aBefore = aRandomPicture(100, 100, 3);
-    int nLast = 0;
-    for (const double dPenetration : {1.0, 10.0, 30.0, 1e9}) {
-        ImageBuffer aImage = aBefore;
-        ASSERT_TRUE(transforms::Diffuse(aImage, 10, dPenetration));
-        int nMoved = 0;
-        for (std::size_t i = 0; i < aImage.bytes.size(); i += 3)
-            nMoved += aImage.bytes[i] != aBefore.bytes[i];
-        EXPECT_GT(nMoved, nLast);
-        EXPECT_NEAR(nMoved, 10000 * (1 - std::exp(-dPenetration / 10)), 250);
-        nLast = nMoved;
+    const ImageBuffer before = aRandomPicture(100, 100, 3);
+    int last = 0;
+    for (const double penetration : {1.0, 10.0, 30.0, 1e9}) {
+        ImageBuffer image = before;
+        ASSERT_TRUE(transforms::Diffuse(image, 10, penetration));
+        int moved = 0;
+        for (std::size_t i = 0; i < image.bytes.size(); i += 3)
+            moved += image.bytes[i] != before.bytes[i];
+        EXPECT_GT(moved, last);
+        EXPECT_NEAR(moved, 10000 * (1 - std::exp(-penetration / 10)), 250);
+        last = moved;
     }
 }
 
 TEST(Diffuse, MovesWholePixelsAndCarriesAlpha)
 {
-    ImageBuffer aImage = aPlain(40, 40, 4, 0);
-    for (std::size_t i = 0; i < aImage.bytes.size(); ++i)
-        aImage.bytes[i] = static_cast<std::uint8_t>(i % 4 == 3 ? i / 4 : i / 64);
-    const ImageBuffer aBefore = aImage;
-    ASSERT_TRUE(transforms::Diffuse(aImage, 5, 10));
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4) {
-        ASSERT_EQ(aImage.bytes[i], aImage.bytes[i + 1]);
-        ASSERT_EQ(aImage.bytes[i], aImage.bytes[i + 2]);
-        ASSERT_EQ(aImage.bytes[i + 3], aBefore.bytes[i + 3]);
+    ImageBuffer image = aPlain(40, 40, 4, 0);
+    for (std::size_t i = 0; i < image.bytes.size(); ++i)
+        image.bytes[i] = static_cast<std::uint8_t>(i % 4 == 3 ? i / 4 : i / 64);
+    const ImageBuffer before = image;
+    ASSERT_TRUE(transforms::Diffuse(image, 5, 10));
+    for (std::size_t i = 0; i < image.bytes.size(); i += 4) {
+        ASSERT_EQ(image.bytes[i], image.bytes[i + 1]);
+        ASSERT_EQ(image.bytes[i], image.bytes[i + 2]);
+        ASSERT_EQ(image.bytes[i + 3], before.bytes[i + 3]);
     }
 }
 
 TEST(Diffuse, IsTheSameEachTimeAndNothingForZero)
 {
-    const ImageBuffer aBefore = aRandomPicture(200, 300, 3);
-    ImageBuffer aOne = aBefore, aOther = aBefore, aNone = aBefore;
-    ASSERT_TRUE(transforms::Diffuse(aOne, 10, 10));
-    ASSERT_TRUE(transforms::Diffuse(aOther, 10, 10));
-    EXPECT_TRUE(bEqual(aOne, aOther));
-    for (const double dPenetration : {0.0, -3.0, std::nan("")})
-        ASSERT_TRUE(transforms::Diffuse(aNone, 10, dPenetration));
-    for (const std::int32_t lDistance : {0, -3, INT32_MIN})
-        ASSERT_TRUE(transforms::Diffuse(aNone, lDistance, 10));
-    EXPECT_TRUE(bEqual(aNone, aBefore));
+    const ImageBuffer before = aRandomPicture(200, 300, 3);
+    ImageBuffer one = before, other = before, none = before;
+    ASSERT_TRUE(transforms::Diffuse(one, 10, 10));
+    ASSERT_TRUE(transforms::Diffuse(other, 10, 10));
+    EXPECT_TRUE(bEqual(one, other));
+    for (const double penetration : {0.0, -3.0, std::nan("")})
+        ASSERT_TRUE(transforms::Diffuse(none, 10, penetration));
+    for (const std::int32_t distance : {0, -3, INT32_MIN})
+        ASSERT_TRUE(transforms::Diffuse(none, distance, 10));
+    EXPECT_TRUE(bEqual(none, before));
 }

@@ -5,32 +5,32 @@
 
 TEST(Flip, ExchangesTopAndBottomWhenVertical)
 {
-    ImageBuffer aImage = aGreyOf(2, 3, {1, 2, 3, 4, 5, 6});
-    ASSERT_TRUE(transforms::Flip(aImage, true));
-    EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{5, 6, 3, 4, 1, 2}));
+    ImageBuffer image = aGreyOf(2, 3, {1, 2, 3, 4, 5, 6});
+    ASSERT_TRUE(transforms::Flip(image, true));
+    EXPECT_EQ(aBytesOf(image), (std::vector<int>{5, 6, 3, 4, 1, 2}));
 }
 
 TEST(Flip, ExchangesLeftAndRightOtherwise)
 {
-    ImageBuffer aImage = aGreyOf(3, 2, {1, 2, 3, 4, 5, 6});
-    ASSERT_TRUE(transforms::Flip(aImage, false));
-    EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{3, 2, 1, 6, 5, 4}));
+    ImageBuffer image = aGreyOf(3, 2, {1, 2, 3, 4, 5, 6});
+    ASSERT_TRUE(transforms::Flip(image, false));
+    EXPECT_EQ(aBytesOf(image), (std::vector<int>{3, 2, 1, 6, 5, 4}));
 }
 
 TEST(Flip, MovesWholePixels)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-        for (const bool bVertical : {false, true}) {
-            const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
-            ImageBuffer aImage = aBefore;
-            ASSERT_TRUE(transforms::Flip(aImage, bVertical));
-            for (std::int32_t y = 0; y < lHeight; ++y)
-                for (std::int32_t x = 0; x < lWidth; ++x)
-                    for (std::int32_t c = 0; c < lChannels; ++c)
-                        ASSERT_EQ(nValueAt(aImage, x, y, c), nValueAt(aBefore, bVertical ? x : lWidth - 1 - x,
-                                                                      bVertical ? lHeight - 1 - y : y, c));
-            ASSERT_TRUE(transforms::Flip(aImage, bVertical));
-            EXPECT_TRUE(bEqual(aImage, aBefore));
+    for (const auto& [width, height, channels] : aShapes()) {
+        for (const bool vertical : {false, true}) {
+            const ImageBuffer before = aRandomPicture(width, height, channels);
+            ImageBuffer image = before;
+            ASSERT_TRUE(transforms::Flip(image, vertical));
+            for (std::int32_t y = 0; y < height; ++y)
+                for (std::int32_t x = 0; x < width; ++x)
+                    for (std::int32_t c = 0; c < channels; ++c)
+                        ASSERT_EQ(nValueAt(image, x, y, c), nValueAt(before, vertical ? x : width - 1 - x,
+                                                                     vertical ? height - 1 - y : y, c));
+            ASSERT_TRUE(transforms::Flip(image, vertical));
+            EXPECT_TRUE(bEqual(image, before));
         }
     }
 }

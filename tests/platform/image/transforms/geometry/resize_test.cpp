@@ -6,89 +6,88 @@
 
 #include "tests/platform/image/support/kernel_pictures.h"
 
-static ImageBuffer aResized(ImageBuffer aImage, std::int32_t lWidth, std::int32_t lHeight, std::int32_t lKind)
+static ImageBuffer Resized(ImageBuffer image, std::int32_t width, std::int32_t height, std::int32_t kind)
 {
-    EXPECT_TRUE(transforms::Resize(aImage, lWidth, lHeight, lKind, 0));
-    EXPECT_EQ(aImage.width, lWidth);
-    EXPECT_EQ(aImage.height, lHeight);
-    EXPECT_TRUE(bSound(aImage));
-    return aImage;
+    EXPECT_TRUE(transforms::Resize(image, width, height, kind, 0));
+    EXPECT_EQ(image.width, width);
+    EXPECT_EQ(image.height, height);
+    EXPECT_TRUE(bSound(image));
+    return image;
 }
 
 TEST(Resize, RepeatsAndDropsPixelsByNearest)
 {
-    EXPECT_EQ(aBytesOf(aResized(aGreyOf(2, 1, {10, 20}), 4, 2, 0)),
+    EXPECT_EQ(aBytesOf(Resized(aGreyOf(2, 1, {10, 20}), 4, 2, 0)),
               (std::vector<int>{10, 10, 20, 20, 10, 10, 20, 20}));
-    EXPECT_EQ(aBytesOf(aResized(aGreyOf(6, 1, {1, 2, 3, 4, 5, 6}), 2, 1, 0)), (std::vector<int>{2, 5}));
+    EXPECT_EQ(aBytesOf(Resized(aGreyOf(6, 1, {1, 2, 3, 4, 5, 6}), 2, 1, 0)), (std::vector<int>{2, 5}));
 }
 
 TEST(Resize, InterpolatesBetweenMiddlesByBilinear)
 {
-    EXPECT_EQ(aBytesOf(aResized(aGreyOf(2, 1, {0, 100}), 4, 1, 1)), (std::vector<int>{0, 25, 75, 100}));
+    EXPECT_EQ(aBytesOf(Resized(aGreyOf(2, 1, {0, 100}), 4, 1, 1)), (std::vector<int>{0, 25, 75, 100}));
 }
 
 TEST(Resize, ToItsOwnSizeChangesNothing)
 {
-    for (const std::int32_t lKind : {0, 1, 2}) {
-        const ImageBuffer aBefore = aRandomPicture(13, 7, 4);
-        EXPECT_TRUE(bEqual(aResized(aBefore, 13, 7, lKind), aBefore));
+    for (const std::int32_t kind : {0, 1, 2}) {
+        const ImageBuffer before = aRandomPicture(13, 7, 4);
+        EXPECT_TRUE(bEqual(Resized(before, 13, 7, kind), before));
     }
 }
 
 TEST(Resize, KeepsAPlainPicturePlain)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes())
-        for (const std::int32_t lKind : {0, 1, 2})
-            for (const auto nValue : {std::uint8_t{1}, std::uint8_t{128}, std::uint8_t{255}})
-                EXPECT_TRUE(bEqual(aResized(aPlain(lWidth, lHeight, lChannels, nValue), 17, 29, lKind),
-                                   aPlain(17, 29, lChannels, nValue)));
+    for (const auto& [width, height, channels] : aShapes())
+        for (const std::int32_t kind : {0, 1, 2})
+            for (const auto value : {std::uint8_t{1}, std::uint8_t{128}, std::uint8_t{255}})
+                EXPECT_TRUE(bEqual(Resized(aPlain(width, height, channels, value), 17, 29, kind),
+                                   aPlain(17, 29, channels, value)));
 }
 
-static double dFilter(double d, bool bCubic)
+static double Filter(double d, bool cubic)
 {
     d = std::fabs(d);
-    if (!bCubic)
+    if (!cubic)
         return std::max(0.0, 1 - d);
     return d < 1 ? 1.5 * d * d * d - 2.5 * d * d + 1 : d < 2 ? -0.5 * d * d * d + 2.5 * d * d - 4 * d + 2 : 0;
 }
 
 // Both directions at once, over all source pixels.
-static double dReference(const ImageBuffer& aImage, int lWidth, int lHeight, bool bCubic, int x, int y, int c)
+static double Reference(const ImageBuffer& image, int width, int height, bool cubic, int x, int y, int c)
 {
-    const double dStepX = static_cast<double>(aImage.width) / lWidth;
-    const double dStepY = static_cast<double>(aImage.height) / lHeight;
-    double dSum = 0, dWeights = 0;
-    for (int j = 0; j < aImage.height; ++j) {
-        for (int i = 0; i < aImage.width; ++i) {
-            double dWeight = dFilter((i + 0.5 - (x + 0.5) * dStepX) / std::max(1.0, dStepX), bCubic) *
-                             dFilter((j + 0.5 - (y + 0.5) * dStepY) / std::max(1.0, dStepY), bCubic);
-            if (aImage.channels == 4 && c < 3)
-                dWeight *= nValueAt(aImage, i, j, 3);
-            dSum += dWeight * nValueAt(aImage, i, j, c);
-            dWeights += dWeight;
+    const double step_x = static_cast<double>(image.width) / width;
+    const double step_y = static_cast<double>(image.height) / height;
+    double sum = 0, weights = 0;
+    for (int j = 0; j < image.height; ++j) {
+        for (int i = 0; i < image.width; ++i) {
+            double weight = Filter((i + 0.5 - (x + 0.5) * step_x) / std::max(1.0, step_x), cubic) *
+                            Filter((j + 0.5 - (y + 0.5) * step_y) / std::max(1.0, step_y), cubic);
+            if (image.channels == 4 && c < 3)
+                weight *= nValueAt(image, i, j, 3);
+            sum += weight * nValueAt(image, i, j, c);
+            weights += weight;
         }
     }
-    return dWeights > 0.5 || aImage.channels != 4 ? std::min(255.0, std::max(0.0, dSum / dWeights)) : -1;
+    return weights > 0.5 || image.channels != 4 ? std::min(255.0, std::max(0.0, sum / weights)) : -1;
 }
 
 TEST(Resize, AgreesWithTheFormulas)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-        const ImageBuffer aBefore = lWidth == 33 ? aRandomPicture(lWidth, lHeight, lChannels)
-                                                 : aRandomOpaque(lWidth, lHeight, lChannels);
-        for (const auto& [lToWidth, lToHeight] : {std::pair{5, 3}, {1, 1}, {9, 41}, {20, 20}}) {
-            for (const bool bCubic : {false, true}) {
-                const ImageBuffer aAfter = aResized(aBefore, lToWidth, lToHeight, bCubic ? 2 : 1);
-                for (int y = 0; y < lToHeight; ++y)
-                    for (int x = 0; x < lToWidth; ++x)
-                        for (int c = 0; c < lChannels; ++c) {
-                            const double dExpected =
-                                dReference(aBefore, lToWidth, lToHeight, bCubic, x, y, c);
+    for (const auto& [width, height, channels] : aShapes()) {
+        const ImageBuffer before =
+            width == 33 ? aRandomPicture(width, height, channels) : aRandomOpaque(width, height, channels);
+        for (const auto& [to_width, to_height] : {std::pair{5, 3}, {1, 1}, {9, 41}, {20, 20}}) {
+            for (const bool cubic : {false, true}) {
+                const ImageBuffer after = Resized(before, to_width, to_height, cubic ? 2 : 1);
+                for (int y = 0; y < to_height; ++y)
+                    for (int x = 0; x < to_width; ++x)
+                        for (int c = 0; c < channels; ++c) {
+                            const double expected = Reference(before, to_width, to_height, cubic, x, y, c);
                             // Where the cubic's overshoot has left next to no alpha, the colour is anything.
-                            const bool bClear = lChannels == 4 && c < 3 && nValueAt(aAfter, x, y, 3) < 8;
-                            if (!bClear && dExpected >= 0) {
-                                ASSERT_NEAR(nValueAt(aAfter, x, y, c), dExpected, 0.54)
-                                    << lWidth << "x" << lHeight << " to " << lToWidth << "x" << lToHeight;
+                            const bool transparent = channels == 4 && c < 3 && nValueAt(after, x, y, 3) < 8;
+                            if (!transparent && expected >= 0) {
+                                ASSERT_NEAR(nValueAt(after, x, y, c), expected, 0.54)
+                                    << width << "x" << height << " to " << to_width << "x" << to_height;
                             }
                         }
             }
@@ -98,104 +97,104 @@ TEST(Resize, AgreesWithTheFormulas)
 
 TEST(Resize, LeavesNoFalsePatternWhenItShrinks)
 {
-    ImageBuffer aStripes = aPlain(64, 64, 1, 0);
-    for (std::size_t i = 0; i < aStripes.bytes.size(); i += 2)
-        aStripes.bytes[i] = 255;
-    for (const std::int32_t lKind : {1, 2}) {
-        const ImageBuffer aSmall = aResized(aStripes, 21, 21, lKind);
+    ImageBuffer stripes = aPlain(64, 64, 1, 0);
+    for (std::size_t i = 0; i < stripes.bytes.size(); i += 2)
+        stripes.bytes[i] = 255;
+    for (const std::int32_t kind : {1, 2}) {
+        const ImageBuffer small = Resized(stripes, 21, 21, kind);
         for (int x = 2; x < 19; ++x)
-            EXPECT_NEAR(nValueAt(aSmall, x, 10), 127, 12) << lKind;
+            EXPECT_NEAR(nValueAt(small, x, 10), 127, 12) << kind;
     }
 }
 
 TEST(Resize, KeepsHiddenColoursOfTransparentPixelsOut)
 {
-    ImageBuffer aImage = aPlain(8, 8, 4, 0);
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += 8)
-        aImage.bytes[i] = aImage.bytes[i + 1] = aImage.bytes[i + 2] = aImage.bytes[i + 3] = 200;
-    for (const std::int32_t lKind : {1, 2}) {
-        const ImageBuffer aSmall = aResized(aImage, 3, 3, lKind);
-        for (std::size_t i = 0; i < aSmall.bytes.size(); i += 4)
-            EXPECT_EQ(aSmall.bytes[i], 200);
+    ImageBuffer image = aPlain(8, 8, 4, 0);
+    for (std::size_t i = 0; i < image.bytes.size(); i += 8)
+        image.bytes[i] = image.bytes[i + 1] = image.bytes[i + 2] = image.bytes[i + 3] = 200;
+    for (const std::int32_t kind : {1, 2}) {
+        const ImageBuffer small = Resized(image, 3, 3, kind);
+        for (std::size_t i = 0; i < small.bytes.size(); i += 4)
+            EXPECT_EQ(small.bytes[i], 200);
     }
 }
 
 TEST(Resize, KeepsWhatStandsBesideThePixels)
 {
-    ImageBuffer aImage = aRandomPicture(4, 4, 3);
-    aImage.icc_profile = {1, 2};
-    aImage.metadata.xmp = {3};
-    ASSERT_TRUE(transforms::Resize(aImage, 2, 2, 2, 0));
-    EXPECT_EQ(aImage.icc_profile.size(), 2U);
-    EXPECT_EQ(aImage.metadata.xmp.size(), 1U);
+    ImageBuffer image = aRandomPicture(4, 4, 3);
+    image.icc_profile = {1, 2};
+    image.metadata.xmp = {3};
+    ASSERT_TRUE(transforms::Resize(image, 2, 2, 2, 0));
+    EXPECT_EQ(image.icc_profile.size(), 2U);
+    EXPECT_EQ(image.metadata.xmp.size(), 1U);
 }
 
 TEST(Resize, BringsNumbersToTheirNearestSense)
 {
-    ImageBuffer aImage = aRandomPicture(4, 4, 3), aTwin = aImage;
-    ASSERT_TRUE(transforms::Resize(aImage, 0, INT32_MIN, -7, 0));
-    EXPECT_EQ(aImage.width, 1);
-    EXPECT_EQ(aImage.height, 1);
-    aImage = aTwin;
-    ASSERT_TRUE(transforms::Resize(aImage, 9, 9, 99, 0));
-    EXPECT_TRUE(bEqual(aImage, aResized(aTwin, 9, 9, 2)));
+    ImageBuffer image = aRandomPicture(4, 4, 3), twin = image;
+    ASSERT_TRUE(transforms::Resize(image, 0, INT32_MIN, -7, 0));
+    EXPECT_EQ(image.width, 1);
+    EXPECT_EQ(image.height, 1);
+    image = twin;
+    ASSERT_TRUE(transforms::Resize(image, 9, 9, 99, 0));
+    EXPECT_TRUE(bEqual(image, Resized(twin, 9, 9, 2)));
 }
 
 TEST(Resize, RefusesWhatIsLargerThanAPictureMayBe)
 {
-    const ImageBuffer aBefore = aRandomPicture(3, 3, 3);
-    ImageBuffer aImage = aBefore;
-    EXPECT_FALSE(transforms::Resize(aImage, 32767, 32767, 2, 0));
-    EXPECT_FALSE(transforms::Resize(aImage, 65501, 1, 0, 0));
-    EXPECT_FALSE(transforms::Resize(aImage, INT32_MAX, INT32_MAX, 1, 0));
-    EXPECT_TRUE(bEqual(aImage, aBefore));
+    const ImageBuffer before = aRandomPicture(3, 3, 3);
+    ImageBuffer image = before;
+    EXPECT_FALSE(transforms::Resize(image, 32767, 32767, 2, 0));
+    EXPECT_FALSE(transforms::Resize(image, 65501, 1, 0, 0));
+    EXPECT_FALSE(transforms::Resize(image, INT32_MAX, INT32_MAX, 1, 0));
+    EXPECT_TRUE(bEqual(image, before));
 }
 
 TEST(Reproduce, LaysCopiesSideBySide)
 {
-    ImageBuffer aImage = aGreyOf(4, 2,
-                                 {10, 10, 30, 30,  //
-                                  10, 10, 30, 30});
-    ASSERT_TRUE(transforms::Reproduce(aImage, 2));
+    ImageBuffer image = aGreyOf(4, 2,
+                                {10, 10, 30, 30,  //
+                                 10, 10, 30, 30});
+    ASSERT_TRUE(transforms::Reproduce(image, 2));
     // Each pixel of the copy, two wide and one high, has its triangle reach half over its neighbour.
-    EXPECT_EQ(nValueAt(aImage, 0, 0), nValueAt(aImage, 2, 1));
-    EXPECT_EQ(nValueAt(aImage, 1, 0), nValueAt(aImage, 3, 0));
-    EXPECT_NEAR(nValueAt(aImage, 0, 0), 13, 1);
-    EXPECT_NEAR(nValueAt(aImage, 1, 0), 27, 1);
+    EXPECT_EQ(nValueAt(image, 0, 0), nValueAt(image, 2, 1));
+    EXPECT_EQ(nValueAt(image, 1, 0), nValueAt(image, 3, 0));
+    EXPECT_NEAR(nValueAt(image, 0, 0), 13, 1);
+    EXPECT_NEAR(nValueAt(image, 1, 0), 27, 1);
 }
 
 TEST(Reproduce, RepeatsWhereTheSidesDivide)
 {
-    for (const std::int32_t lChannels : {1, 3, 4}) {
-        ImageBuffer aImage = aRandomPicture(24, 12, lChannels);
-        ASSERT_TRUE(transforms::Reproduce(aImage, 3));
+    for (const std::int32_t channels : {1, 3, 4}) {
+        ImageBuffer image = aRandomPicture(24, 12, channels);
+        ASSERT_TRUE(transforms::Reproduce(image, 3));
         for (int y = 0; y < 12; ++y)
             for (int x = 0; x < 24; ++x)
-                ASSERT_EQ(nValueAt(aImage, x, y), nValueAt(aImage, x % 8, y % 4));
+                ASSERT_EQ(nValueAt(image, x, y), nValueAt(image, x % 8, y % 4));
     }
 }
 
 TEST(Reproduce, OnceChangesNothingAndNumbersBeyondTheRangeAreBroughtIntoIt)
 {
-    const ImageBuffer aBefore = aRandomPicture(40, 33, 3);
-    ImageBuffer aOnce = aBefore, aBelow = aBefore, aMost = aBefore, aAbove = aBefore;
-    ASSERT_TRUE(transforms::Reproduce(aOnce, 1));
-    ASSERT_TRUE(transforms::Reproduce(aBelow, INT32_MIN));
-    ASSERT_TRUE(transforms::Reproduce(aMost, 32));
-    ASSERT_TRUE(transforms::Reproduce(aAbove, INT32_MAX));
-    EXPECT_TRUE(bEqual(aOnce, aBefore));
-    EXPECT_TRUE(bEqual(aBelow, aBefore));
-    EXPECT_TRUE(bEqual(aMost, aAbove));
+    const ImageBuffer before = aRandomPicture(40, 33, 3);
+    ImageBuffer once = before, below = before, max = before, above = before;
+    ASSERT_TRUE(transforms::Reproduce(once, 1));
+    ASSERT_TRUE(transforms::Reproduce(below, INT32_MIN));
+    ASSERT_TRUE(transforms::Reproduce(max, 32));
+    ASSERT_TRUE(transforms::Reproduce(above, INT32_MAX));
+    EXPECT_TRUE(bEqual(once, before));
+    EXPECT_TRUE(bEqual(below, before));
+    EXPECT_TRUE(bEqual(max, above));
 }
 
 TEST(Reproduce, IsAPictureOfTheSameSizeForAnyNumber)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-        for (const std::int32_t lCopies : aHostileLongs()) {
-            ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels);
-            ASSERT_TRUE(transforms::Reproduce(aImage, lCopies));
-            ASSERT_TRUE(bSound(aImage));
-            ASSERT_EQ(aImage.width, lWidth);
+    for (const auto& [width, height, channels] : aShapes()) {
+        for (const std::int32_t copies : aHostileLongs()) {
+            ImageBuffer image = aRandomPicture(width, height, channels);
+            ASSERT_TRUE(transforms::Reproduce(image, copies));
+            ASSERT_TRUE(bSound(image));
+            ASSERT_EQ(image.width, width);
         }
     }
 }

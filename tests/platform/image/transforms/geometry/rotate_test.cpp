@@ -11,140 +11,140 @@ static constexpr Colour kRed = 255;
 
 TEST(Rotate, TurnsClockwiseByQuarters)
 {
-    ImageBuffer aImage = aGreyOf(3, 2, {1, 2, 3, 4, 5, 6});
-    ASSERT_TRUE(transforms::Rotate(aImage, 90, kRed));
-    EXPECT_EQ(aImage.width, 2);
-    EXPECT_EQ(aImage.height, 3);
-    EXPECT_EQ(aImage.channels, 1);
-    EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{4, 1, 5, 2, 6, 3}));
+    ImageBuffer image = aGreyOf(3, 2, {1, 2, 3, 4, 5, 6});
+    ASSERT_TRUE(transforms::Rotate(image, 90, kRed));
+    EXPECT_EQ(image.width, 2);
+    EXPECT_EQ(image.height, 3);
+    EXPECT_EQ(image.channels, 1);
+    EXPECT_EQ(aBytesOf(image), (std::vector<int>{4, 1, 5, 2, 6, 3}));
 }
 
 TEST(Rotate, TakesWholeTurnsOff)
 {
-    const ImageBuffer aBefore = aRandomPicture(7, 5, 3);
-    for (const double dAngle : {0.0, 360.0, -360.0, 3.6e9}) {
-        ImageBuffer aImage = aBefore;
-        ASSERT_TRUE(transforms::Rotate(aImage, dAngle, kRed));
-        EXPECT_TRUE(bEqual(aImage, aBefore)) << dAngle;
+    const ImageBuffer before = aRandomPicture(7, 5, 3);
+    for (const double angle : {0.0, 360.0, -360.0, 3.6e9}) {
+        ImageBuffer image = before;
+        ASSERT_TRUE(transforms::Rotate(image, angle, kRed));
+        EXPECT_TRUE(bEqual(image, before)) << angle;
     }
-    ImageBuffer aLeft = aBefore, aRight = aBefore;
-    ASSERT_TRUE(transforms::Rotate(aLeft, -90, kBlack));
-    ASSERT_TRUE(transforms::Rotate(aRight, 270, kBlack));
-    EXPECT_TRUE(bEqual(aLeft, aRight));
+    ImageBuffer left = before, right = before;
+    ASSERT_TRUE(transforms::Rotate(left, -90, kBlack));
+    ASSERT_TRUE(transforms::Rotate(right, 270, kBlack));
+    EXPECT_TRUE(bEqual(left, right));
 }
 
 TEST(Rotate, FourQuartersAreThePictureAgain)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-        const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
-        ImageBuffer aImage = aBefore;
+    for (const auto& [width, height, channels] : aShapes()) {
+        const ImageBuffer before = aRandomPicture(width, height, channels);
+        ImageBuffer image = before;
         for (int i = 0; i < 4; ++i)
-            ASSERT_TRUE(transforms::Rotate(aImage, 90, kRed));
-        EXPECT_TRUE(bEqual(aImage, aBefore));
+            ASSERT_TRUE(transforms::Rotate(image, 90, kRed));
+        EXPECT_TRUE(bEqual(image, before));
     }
 }
 
 TEST(Rotate, GrowsTheCanvasToHoldAll)
 {
-    ImageBuffer aImage = aRandomPicture(40, 20, 3);
-    ASSERT_TRUE(transforms::Rotate(aImage, 30, kBlack));
-    EXPECT_EQ(aImage.width, 45);   // 40 cos 30 + 20 sin 30 = 44.6
-    EXPECT_EQ(aImage.height, 38);  // 40 sin 30 + 20 cos 30 = 37.3
+    ImageBuffer image = aRandomPicture(40, 20, 3);
+    ASSERT_TRUE(transforms::Rotate(image, 30, kBlack));
+    EXPECT_EQ(image.width, 45);   // 40 cos 30 + 20 sin 30 = 44.6
+    EXPECT_EQ(image.height, 38);  // 40 sin 30 + 20 cos 30 = 37.3
 }
 
 // The header's formula, literally, in doubles.
-static double dReference(const ImageBuffer& aImage, const ImageBuffer& aCanvas, double dAngle, int x, int y,
-                         int c, int nOutside)
+static double Reference(const ImageBuffer& image, const ImageBuffer& canvas, double angle, int x, int y,
+                        int c, int outside)
 {
-    const double dRadians = dAngle * 3.14159265358979323846 / 180;
-    const double dX = x - (aCanvas.width - 1) / 2.0, dY = y - (aCanvas.height - 1) / 2.0;
-    const double dFromX = dX * std::cos(dRadians) + dY * std::sin(dRadians) + (aImage.width - 1) / 2.0;
-    const double dFromY = dY * std::cos(dRadians) - dX * std::sin(dRadians) + (aImage.height - 1) / 2.0;
-    const int lX = static_cast<int>(std::floor(dFromX)), lY = static_cast<int>(std::floor(dFromY));
-    double dSum = 0;
+    const double radians = angle * 3.14159265358979323846 / 180;
+    const double dx = x - (canvas.width - 1) / 2.0, dy = y - (canvas.height - 1) / 2.0;
+    const double from_x = dx * std::cos(radians) + dy * std::sin(radians) + (image.width - 1) / 2.0;
+    const double from_y = dy * std::cos(radians) - dx * std::sin(radians) + (image.height - 1) / 2.0;
+    const int left = static_cast<int>(std::floor(from_x)), top = static_cast<int>(std::floor(from_y));
+    double sum = 0;
     for (int j = 0; j < 2; ++j) {
         for (int i = 0; i < 2; ++i) {
-            const bool bInside =
-                lX + i >= 0 && lX + i < aImage.width && lY + j >= 0 && lY + j < aImage.height;
-            dSum += (1 - std::fabs(dFromX - lX - i)) * (1 - std::fabs(dFromY - lY - j)) *
-                    (bInside ? nValueAt(aImage, lX + i, lY + j, c) : nOutside);
+            const bool inside =
+                left + i >= 0 && left + i < image.width && top + j >= 0 && top + j < image.height;
+            sum += (1 - std::fabs(from_x - left - i)) * (1 - std::fabs(from_y - top - j)) *
+                   (inside ? nValueAt(image, left + i, top + j, c) : outside);
         }
     }
-    return dSum;
+    return sum;
 }
 
 TEST(Rotate, AgreesWithTheFormulaWithinTheMapsResolution)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-        for (const double dAngle : {30.0, -47.0, 135.5, 271.25}) {
-            const ImageBuffer aBefore = aRandomOpaque(lWidth, lHeight, lChannels);
-            ImageBuffer aImage = aBefore;
-            ASSERT_TRUE(transforms::Rotate(aImage, dAngle, 0x0A0A0A));
-            ASSERT_TRUE(bSound(aImage));
-            for (int y = 0; y < aImage.height; ++y)
-                for (int x = 0; x < aImage.width; ++x)
-                    for (int c = 0; c < std::min(lChannels, 3); ++c)
-                        ASSERT_NEAR(nValueAt(aImage, x, y, c),
-                                    dReference(aBefore, aImage, dAngle, x, y, c, 10), 2.5)
-                            << lWidth << "x" << lHeight << " " << dAngle << " at " << x << "," << y;
+    for (const auto& [width, height, channels] : aShapes()) {
+        for (const double angle : {30.0, -47.0, 135.5, 271.25}) {
+            const ImageBuffer before = aRandomOpaque(width, height, channels);
+            ImageBuffer image = before;
+            ASSERT_TRUE(transforms::Rotate(image, angle, 0x0A0A0A));
+            ASSERT_TRUE(bSound(image));
+            for (int y = 0; y < image.height; ++y)
+                for (int x = 0; x < image.width; ++x)
+                    for (int c = 0; c < std::min(channels, 3); ++c)
+                        ASSERT_NEAR(nValueAt(image, x, y, c), Reference(before, image, angle, x, y, c, 10),
+                                    2.5)
+                            << width << "x" << height << " " << angle << " at " << x << "," << y;
         }
     }
 }
 
 TEST(Rotate, LaysTheBackgroundIntoTheCorners)
 {
-    ImageBuffer aImage = aPlain(20, 20, 4, 200);
-    ASSERT_TRUE(transforms::Rotate(aImage, 45, 0x030201));  // red 1, green 2, blue 3
-    EXPECT_EQ(nValueAt(aImage, 0, 0, 0), 3);
-    EXPECT_EQ(nValueAt(aImage, 0, 0, 1), 2);
-    EXPECT_EQ(nValueAt(aImage, 0, 0, 2), 1);
-    EXPECT_EQ(nValueAt(aImage, 0, 0, 3), 255);
-    EXPECT_EQ(nValueAt(aImage, 14, 14, 0), 200);
-    EXPECT_EQ(nValueAt(aImage, 14, 14, 3), 200);
+    ImageBuffer image = aPlain(20, 20, 4, 200);
+    ASSERT_TRUE(transforms::Rotate(image, 45, 0x030201));  // red 1, green 2, blue 3
+    EXPECT_EQ(nValueAt(image, 0, 0, 0), 3);
+    EXPECT_EQ(nValueAt(image, 0, 0, 1), 2);
+    EXPECT_EQ(nValueAt(image, 0, 0, 2), 1);
+    EXPECT_EQ(nValueAt(image, 0, 0, 3), 255);
+    EXPECT_EQ(nValueAt(image, 14, 14, 0), 200);
+    EXPECT_EQ(nValueAt(image, 14, 14, 3), 200);
 }
 
 TEST(Rotate, MakesAGreyPictureColouredOnlyForAColour)
 {
-    ImageBuffer aGrey = aPlain(9, 9, 1, 50), aColoured = aGrey;
-    aColoured.icc_profile = {1, 2, 3};
-    ASSERT_TRUE(transforms::Rotate(aGrey, 10, 0x808080));
-    ASSERT_TRUE(transforms::Rotate(aColoured, 10, kRed));
-    EXPECT_EQ(aGrey.channels, 1);
-    EXPECT_EQ(nValueAt(aGrey, 0, 0), 128);
-    EXPECT_EQ(aColoured.channels, 3);
-    EXPECT_TRUE(aColoured.icc_profile.empty());
-    EXPECT_EQ(nValueAt(aColoured, 0, 0, 2), 255);
-    EXPECT_EQ(nValueAt(aColoured, 5, 5, 2), 50);
+    ImageBuffer grey = aPlain(9, 9, 1, 50), coloured = grey;
+    coloured.icc_profile = {1, 2, 3};
+    ASSERT_TRUE(transforms::Rotate(grey, 10, 0x808080));
+    ASSERT_TRUE(transforms::Rotate(coloured, 10, kRed));
+    EXPECT_EQ(grey.channels, 1);
+    EXPECT_EQ(nValueAt(grey, 0, 0), 128);
+    EXPECT_EQ(coloured.channels, 3);
+    EXPECT_TRUE(coloured.icc_profile.empty());
+    EXPECT_EQ(nValueAt(coloured, 0, 0, 2), 255);
+    EXPECT_EQ(nValueAt(coloured, 5, 5, 2), 50);
 }
 
 TEST(Rotate, KeepsHiddenColoursOfTransparentPixelsOut)
 {
-    ImageBuffer aImage = aPlain(8, 8, 4, 255);
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += 8)
-        aImage.bytes[i] = aImage.bytes[i + 1] = aImage.bytes[i + 2] = aImage.bytes[i + 3] = 0;
-    ASSERT_TRUE(transforms::Rotate(aImage, 20, 0xFFFFFF));
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += 4)
-        ASSERT_TRUE(aImage.bytes[i] == 255 || aImage.bytes[i + 3] == 0);
+    ImageBuffer image = aPlain(8, 8, 4, 255);
+    for (std::size_t i = 0; i < image.bytes.size(); i += 8)
+        image.bytes[i] = image.bytes[i + 1] = image.bytes[i + 2] = image.bytes[i + 3] = 0;
+    ASSERT_TRUE(transforms::Rotate(image, 20, 0xFFFFFF));
+    for (std::size_t i = 0; i < image.bytes.size(); i += 4)
+        ASSERT_TRUE(image.bytes[i] == 255 || image.bytes[i + 3] == 0);
 }
 
 TEST(Rotate, IsAPictureForAnyAngle)
 {
-    for (const double dAngle : aHostileDoubles()) {
-        for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-            ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels);
-            ASSERT_TRUE(transforms::Rotate(aImage, dAngle, -1));
-            ASSERT_TRUE(bSound(aImage));
+    for (const double angle : aHostileDoubles()) {
+        for (const auto& [width, height, channels] : aShapes()) {
+            ImageBuffer image = aRandomPicture(width, height, channels);
+            ASSERT_TRUE(transforms::Rotate(image, angle, -1));
+            ASSERT_TRUE(bSound(image));
         }
     }
 }
 
 TEST(Rotate, RefusesACanvasBeyondTheLimits)
 {
-    ImageBuffer aImage = aPlain(65500, 10, 1, 7);
-    EXPECT_TRUE(transforms::Rotate(aImage, 90, kBlack));
-    EXPECT_EQ(aImage.height, 65500);
-    aImage = aPlain(65500, 65, 1, 7);
-    const ImageBuffer aBefore = aImage;
-    EXPECT_FALSE(transforms::Rotate(aImage, 45, kRed));
-    EXPECT_TRUE(bEqual(aImage, aBefore));
+    ImageBuffer image = aPlain(65500, 10, 1, 7);
+    EXPECT_TRUE(transforms::Rotate(image, 90, kBlack));
+    EXPECT_EQ(image.height, 65500);
+    image = aPlain(65500, 65, 1, 7);
+    const ImageBuffer before = image;
+    EXPECT_FALSE(transforms::Rotate(image, 45, kRed));
+    EXPECT_TRUE(bEqual(image, before));
 }

@@ -7,42 +7,42 @@
 
 TEST(Shift, MovesRightAndDown)
 {
-    ImageBuffer aImage = aGreyOf(3, 3, {1, 2, 3, 4, 5, 6, 7, 8, 9});
-    ASSERT_TRUE(transforms::Shift(aImage, 1, 2, 0));
-    EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{0, 0, 0, 0, 0, 0, 0, 1, 2}));
+    ImageBuffer image = aGreyOf(3, 3, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    ASSERT_TRUE(transforms::Shift(image, 1, 2, 0));
+    EXPECT_EQ(aBytesOf(image), (std::vector<int>{0, 0, 0, 0, 0, 0, 0, 1, 2}));
 }
 
 TEST(Shift, MovesLeftAndUpByNegativeNumbers)
 {
-    ImageBuffer aImage = aGreyOf(3, 3, {1, 2, 3, 4, 5, 6, 7, 8, 9});
-    ASSERT_TRUE(transforms::Shift(aImage, -1, -1, 0x090909));
-    EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{5, 6, 9, 8, 9, 9, 9, 9, 9}));
+    ImageBuffer image = aGreyOf(3, 3, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    ASSERT_TRUE(transforms::Shift(image, -1, -1, 0x090909));
+    EXPECT_EQ(aBytesOf(image), (std::vector<int>{5, 6, 9, 8, 9, 9, 9, 9, 9}));
 }
 
 TEST(Shift, ByNothingChangesNothingWhateverTheBackground)
 {
-    const ImageBuffer aBefore = aRandomPicture(5, 4, 1);
-    ImageBuffer aImage = aBefore;
-    ASSERT_TRUE(transforms::Shift(aImage, 0, 0, 255));
-    EXPECT_TRUE(bEqual(aImage, aBefore));
+    const ImageBuffer before = aRandomPicture(5, 4, 1);
+    ImageBuffer image = before;
+    ASSERT_TRUE(transforms::Shift(image, 0, 0, 255));
+    EXPECT_TRUE(bEqual(image, before));
 }
 
 TEST(Shift, PutsEachPixelAtItsPlaceOrTheBackground)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-        for (const std::int32_t lX : {-40, -3, -1, 0, 2, 33}) {
-            for (const std::int32_t lY : {-50, -2, 1, 4, 19}) {
-                const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
-                ImageBuffer aImage = aBefore;
-                ASSERT_TRUE(transforms::Shift(aImage, lX, lY, 0x777777));
-                for (std::int32_t y = 0; y < lHeight; ++y)
-                    for (std::int32_t x = 0; x < lWidth; ++x)
-                        for (std::int32_t c = 0; c < lChannels; ++c) {
-                            const bool bFrom =
-                                x - lX >= 0 && x - lX < lWidth && y - lY >= 0 && y - lY < lHeight;
-                            const int nFill = c == 3 ? 255 : 0x77;
-                            ASSERT_EQ(nValueAt(aImage, x, y, c),
-                                      bFrom ? nValueAt(aBefore, x - lX, y - lY, c) : nFill);
+    for (const auto& [width, height, channels] : aShapes()) {
+        for (const std::int32_t shift_x : {-40, -3, -1, 0, 2, 33}) {
+            for (const std::int32_t shift_y : {-50, -2, 1, 4, 19}) {
+                const ImageBuffer before = aRandomPicture(width, height, channels);
+                ImageBuffer image = before;
+                ASSERT_TRUE(transforms::Shift(image, shift_x, shift_y, 0x777777));
+                for (std::int32_t y = 0; y < height; ++y)
+                    for (std::int32_t x = 0; x < width; ++x)
+                        for (std::int32_t c = 0; c < channels; ++c) {
+                            const bool from = x - shift_x >= 0 && x - shift_x < width && y - shift_y >= 0 &&
+                                              y - shift_y < height;
+                            const int fill = c == 3 ? 255 : 0x77;
+                            ASSERT_EQ(nValueAt(image, x, y, c),
+                                      from ? nValueAt(before, x - shift_x, y - shift_y, c) : fill);
                         }
             }
         }
@@ -51,78 +51,78 @@ TEST(Shift, PutsEachPixelAtItsPlaceOrTheBackground)
 
 TEST(Shift, BeyondTheFrameLeavesOnlyTheBackground)
 {
-    for (const std::int32_t lFar : {INT32_MIN, INT32_MAX, 32767}) {
-        ImageBuffer aImage = aRandomPicture(5, 4, 1);
-        ASSERT_TRUE(transforms::Shift(aImage, lFar, 1, 0x0000FF));
-        EXPECT_EQ(aImage.channels, 3);
-        for (std::size_t i = 0; i < aImage.bytes.size(); i += 3)
-            ASSERT_TRUE(aImage.bytes[i] == 0 && aImage.bytes[i + 1] == 0 && aImage.bytes[i + 2] == 255);
+    for (const std::int32_t far : {INT32_MIN, INT32_MAX, 32767}) {
+        ImageBuffer image = aRandomPicture(5, 4, 1);
+        ASSERT_TRUE(transforms::Shift(image, far, 1, 0x0000FF));
+        EXPECT_EQ(image.channels, 3);
+        for (std::size_t i = 0; i < image.bytes.size(); i += 3)
+            ASSERT_TRUE(image.bytes[i] == 0 && image.bytes[i + 1] == 0 && image.bytes[i + 2] == 255);
     }
 }
 
 TEST(Autocrop, CutsTheBordersOfTheCornersColour)
 {
-    ImageBuffer aImage = aGreyOf(5, 4, {7, 7, 7, 7, 7,  //
-                                        7, 7, 1, 7, 7,  //
-                                        7, 2, 7, 7, 7,  //
-                                        7, 7, 7, 7, 7});
-    ASSERT_TRUE(transforms::Autocrop(aImage));
-    EXPECT_EQ(aImage.width, 2);
-    EXPECT_EQ(aImage.height, 2);
-    EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{7, 1, 2, 7}));
+    ImageBuffer image = aGreyOf(5, 4, {7, 7, 7, 7, 7,  //
+                                       7, 7, 1, 7, 7,  //
+                                       7, 2, 7, 7, 7,  //
+                                       7, 7, 7, 7, 7});
+    ASSERT_TRUE(transforms::Autocrop(image));
+    EXPECT_EQ(image.width, 2);
+    EXPECT_EQ(image.height, 2);
+    EXPECT_EQ(aBytesOf(image), (std::vector<int>{7, 1, 2, 7}));
 }
 
 TEST(Autocrop, TakesTheColourOfMostCorners)
 {
-    ImageBuffer aImage = aGreyOf(3, 3,
-                                 {1, 7, 7,  //
-                                  1, 2, 7,  //
-                                  7, 7, 7});
-    ASSERT_TRUE(transforms::Autocrop(aImage));
-    EXPECT_EQ(aBytesOf(aImage), (std::vector<int>{1, 7, 1, 2}));
+    ImageBuffer image = aGreyOf(3, 3,
+                                {1, 7, 7,  //
+                                 1, 2, 7,  //
+                                 7, 7, 7});
+    ASSERT_TRUE(transforms::Autocrop(image));
+    EXPECT_EQ(aBytesOf(image), (std::vector<int>{1, 7, 1, 2}));
 }
 
 TEST(Autocrop, LeavesAPictureOfOneColour)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-        ImageBuffer aImage = aPlain(lWidth, lHeight, lChannels, 90);
-        ASSERT_TRUE(transforms::Autocrop(aImage));
-        EXPECT_TRUE(bEqual(aImage, aPlain(lWidth, lHeight, lChannels, 90)));
+    for (const auto& [width, height, channels] : aShapes()) {
+        ImageBuffer image = aPlain(width, height, channels, 90);
+        ASSERT_TRUE(transforms::Autocrop(image));
+        EXPECT_TRUE(bEqual(image, aPlain(width, height, channels, 90)));
     }
 }
 
 TEST(Autocrop, LeavesAPictureWithoutABorder)
 {
-    const ImageBuffer aBefore = aGreyOf(2, 2, {1, 2, 3, 4});
-    ImageBuffer aImage = aBefore;
-    ASSERT_TRUE(transforms::Autocrop(aImage));
-    EXPECT_TRUE(bEqual(aImage, aBefore));
+    const ImageBuffer before = aGreyOf(2, 2, {1, 2, 3, 4});
+    ImageBuffer image = before;
+    ASSERT_TRUE(transforms::Autocrop(image));
+    EXPECT_TRUE(bEqual(image, before));
 }
 
 TEST(Autocrop, FindsAPictureInAnyFrame)
 {
-    for (const auto& [lWidth, lHeight, lChannels] : aShapes()) {
-        const ImageBuffer aInside = aRandomOpaque(lWidth, lHeight, lChannels, 3);
-        ImageBuffer aImage = aPlain(lWidth + 9, lHeight + 6, lChannels, 255);
-        const auto nRow = static_cast<std::size_t>(lWidth * lChannels);
-        for (std::int32_t y = 0; y < lHeight; ++y)
-            std::copy_n(aInside.bytes.begin() + y * static_cast<std::ptrdiff_t>(nRow), nRow,
-                        aImage.bytes.begin() + ((y + 2) * (lWidth + 9) + 4) * lChannels);
-        aImage.dots_per_inch_x = 300;
-        ASSERT_TRUE(transforms::Autocrop(aImage));
-        EXPECT_TRUE(bEqual(aImage, aInside)) << lWidth << "x" << lHeight;
-        EXPECT_EQ(aImage.dots_per_inch_x, 300);
+    for (const auto& [width, height, channels] : aShapes()) {
+        const ImageBuffer inside = aRandomOpaque(width, height, channels, 3);
+        ImageBuffer image = aPlain(width + 9, height + 6, channels, 255);
+        const auto row = static_cast<std::size_t>(width * channels);
+        for (std::int32_t y = 0; y < height; ++y)
+            std::copy_n(inside.bytes.begin() + y * static_cast<std::ptrdiff_t>(row), row,
+                        image.bytes.begin() + ((y + 2) * (width + 9) + 4) * channels);
+        image.dots_per_inch_x = 300;
+        ASSERT_TRUE(transforms::Autocrop(image));
+        EXPECT_TRUE(bEqual(image, inside)) << width << "x" << height;
+        EXPECT_EQ(image.dots_per_inch_x, 300);
     }
 }
 
 TEST(Autocrop, TakesTransparentPixelsForOneColour)
 {
-    ImageBuffer aImage = aRandomPicture(5, 5, 4);
-    for (std::size_t i = 3; i < aImage.bytes.size(); i += 4)
-        aImage.bytes[i] = 0;
-    aImage.bytes[4 * 12 + 3] = 255;
-    ASSERT_TRUE(transforms::Autocrop(aImage));
-    EXPECT_EQ(aImage.width, 1);
-    EXPECT_EQ(aImage.height, 1);
-    EXPECT_EQ(nValueAt(aImage, 0, 0, 3), 255);
+    ImageBuffer image = aRandomPicture(5, 5, 4);
+    for (std::size_t i = 3; i < image.bytes.size(); i += 4)
+        image.bytes[i] = 0;
+    image.bytes[4 * 12 + 3] = 255;
+    ASSERT_TRUE(transforms::Autocrop(image));
+    EXPECT_EQ(image.width, 1);
+    EXPECT_EQ(image.height, 1);
+    EXPECT_EQ(nValueAt(image, 0, 0, 3), 255);
 }

@@ -8,46 +8,46 @@ using transforms::HiddenColours;
 TEST(HiddenColours, AreThoseOfTheVisiblePixelsOfTheSmallestSquare)
 {
     // The second pixel shares a square of two with the visible one, the others one of four.
-    ImageBuffer aImage = aPicture(4, 1, 4, {10, 20, 30, 255, 0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 0});
-    HiddenColours objHidden(aImage);
-    EXPECT_EQ(aBytesOf(aImage),
+    ImageBuffer image = aPicture(4, 1, 4, {10, 20, 30, 255, 0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 0});
+    HiddenColours hidden(image);
+    EXPECT_EQ(aBytesOf(image),
               (std::vector<int>{10, 20, 30, 255, 10, 20, 30, 0, 10, 20, 30, 0, 10, 20, 30, 0}));
-    objHidden.Forget();
+    hidden.Forget();
 }
 
 TEST(HiddenColours, AreMeansThatWeighByAlpha)
 {
-    ImageBuffer aImage = aPicture(2, 2, 4, {0, 0, 0, 100, 90, 90, 90, 50, 7, 7, 7, 0, 8, 8, 8, 0});
-    HiddenColours objHidden(aImage);
-    EXPECT_EQ(nValueAt(aImage, 0, 1), 30);
-    EXPECT_EQ(nValueAt(aImage, 1, 1, 2), 30);
-    EXPECT_EQ(nValueAt(aImage, 1, 0), 90);
+    ImageBuffer image = aPicture(2, 2, 4, {0, 0, 0, 100, 90, 90, 90, 50, 7, 7, 7, 0, 8, 8, 8, 0});
+    HiddenColours hidden(image);
+    EXPECT_EQ(nValueAt(image, 0, 1), 30);
+    EXPECT_EQ(nValueAt(image, 1, 1, 2), 30);
+    EXPECT_EQ(nValueAt(image, 1, 0), 90);
 }
 
 TEST(HiddenColours, GiveTheirOwnBackUnlessToldToForget)
 {
-    ImageBuffer aBefore = aRandomPicture(21, 14, 4);
-    for (std::size_t i = 3; i < aBefore.bytes.size(); i += 12)
-        aBefore.bytes[i] = 0;
-    ImageBuffer aImage = aBefore;
+    ImageBuffer before = aRandomPicture(21, 14, 4);
+    for (std::size_t i = 3; i < before.bytes.size(); i += 12)
+        before.bytes[i] = 0;
+    ImageBuffer image = before;
     {
-        const HiddenColours objHidden(aImage);
-        EXPECT_FALSE(bEqual(aImage, aBefore));
+        const HiddenColours hidden(image);
+        EXPECT_FALSE(bEqual(image, before));
     }
-    EXPECT_TRUE(bEqual(aImage, aBefore));
+    EXPECT_TRUE(bEqual(image, before));
 
-    HiddenColours(aImage).Forget();
-    EXPECT_FALSE(bEqual(aImage, aBefore));
+    HiddenColours(image).Forget();
+    EXPECT_FALSE(bEqual(image, before));
 }
 
 TEST(HiddenColours, AreLeftWhereNothingOrAllIsHidden)
 {
-    ImageBuffer aOpaque = aRandomOpaque(9, 7, 4), aClear = aRandomPicture(9, 7, 4);
-    for (std::size_t i = 3; i < aClear.bytes.size(); i += 4)
-        aClear.bytes[i] = 0;
-    for (ImageBuffer* pImage : {&aOpaque, &aClear}) {
-        const ImageBuffer aBefore = *pImage;
-        HiddenColours(*pImage).Forget();
-        EXPECT_TRUE(bEqual(*pImage, aBefore));
+    ImageBuffer opaque = aRandomOpaque(9, 7, 4), clear = aRandomPicture(9, 7, 4);
+    for (std::size_t i = 3; i < clear.bytes.size(); i += 4)
+        clear.bytes[i] = 0;
+    for (ImageBuffer* image : {&opaque, &clear}) {
+        const ImageBuffer before = *image;
+        HiddenColours(*image).Forget();
+        EXPECT_TRUE(bEqual(*image, before));
     }
 }

@@ -11,27 +11,27 @@ using namespace transforms;
 
 TEST(Intensity, WeighsGreenMostAndBlueLeast)
 {
-    ImageBuffer aImage = aPicture(4, 1, 3, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255});
+    ImageBuffer image = aPicture(4, 1, 3, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255});
 
-    EXPECT_TRUE(Intensity(aImage));
+    EXPECT_TRUE(Intensity(image));
 
-    EXPECT_EQ(aImage.bytes, (PixelBytes{29, 29, 29, 150, 150, 150, 76, 76, 76, 255, 255, 255}));
+    EXPECT_EQ(image.bytes, (PixelBytes{29, 29, 29, 150, 150, 150, 76, 76, 76, 255, 255, 255}));
 }
 
 TEST(Intensity, AgreesWithTheFormulaOverRandomPixels)
 {
-    for (const int lChannels : {3, 4})
-        for (const auto& [lWidth, lHeight] : kSizes) {
-            const ImageBuffer aBefore = aRandomPicture(lWidth, lHeight, lChannels);
-            ImageBuffer aImage = aBefore;
-            ASSERT_TRUE(Intensity(aImage));
-            for (int y = 0; y < lHeight; ++y)
-                for (int x = 0; x < lWidth; ++x) {
-                    const double dExpected = 0.114 * nValueAt(aBefore, x, y, 0) +
-                                             0.587 * nValueAt(aBefore, x, y, 1) +
-                                             0.299 * nValueAt(aBefore, x, y, 2);
+    for (const int channels : {3, 4})
+        for (const auto& [width, height] : kSizes) {
+            const ImageBuffer before = aRandomPicture(width, height, channels);
+            ImageBuffer image = before;
+            ASSERT_TRUE(Intensity(image));
+            for (int y = 0; y < height; ++y)
+                for (int x = 0; x < width; ++x) {
+                    const double expected = 0.114 * nValueAt(before, x, y, 0) +
+                                            0.587 * nValueAt(before, x, y, 1) +
+                                            0.299 * nValueAt(before, x, y, 2);
                     for (int c = 0; c < 3; ++c)
-                        ASSERT_NEAR(nValueAt(aImage, x, y, c), dExpected, 0.51);
+                        ASSERT_NEAR(nValueAt(image, x, y, c), expected, 0.51);
                 }
         }
 }
@@ -39,29 +39,29 @@ TEST(Intensity, AgreesWithTheFormulaOverRandomPixels)
 TEST(Intensity, LeavesGreysOfAnyLevel)
 {
     for (unsigned n = 0; n < 256; ++n)
-        EXPECT_EQ(nIntensity(n, n, n), n);
-    ImageBuffer aImage = aRandomPicture(9, 9, 1);
-    const PixelBytes aBefore = aImage.bytes;
-    EXPECT_TRUE(Intensity(aImage));
-    EXPECT_EQ(aImage.bytes, aBefore);
+        EXPECT_EQ(IntensityOfPixel(n, n, n), n);
+    ImageBuffer image = aRandomPicture(9, 9, 1);
+    const PixelBytes before = image.bytes;
+    EXPECT_TRUE(Intensity(image));
+    EXPECT_EQ(image.bytes, before);
 }
 
 TEST(Threshold, TurnsWhatIsAboveItWhiteAndTheRestBlack)
 {
-    ImageBuffer aGrey = aPicture(3, 1, 1, {99, 100, 101});
-    ImageBuffer aColour = aPicture(2, 1, 4, {255, 0, 0, 9, 0, 255, 0, 8});
+    ImageBuffer grey = aPicture(3, 1, 1, {99, 100, 101});
+    ImageBuffer colour = aPicture(2, 1, 4, {255, 0, 0, 9, 0, 255, 0, 8});
 
-    EXPECT_TRUE(Threshold(aGrey, 100));
-    EXPECT_TRUE(Threshold(aColour, 100));
+    EXPECT_TRUE(Threshold(grey, 100));
+    EXPECT_TRUE(Threshold(colour, 100));
 
-    EXPECT_EQ(aGrey.bytes, (PixelBytes{0, 0, 255}));
-    EXPECT_EQ(aColour.bytes, (PixelBytes{0, 0, 0, 9, 255, 255, 255, 8}));
+    EXPECT_EQ(grey.bytes, (PixelBytes{0, 0, 255}));
+    EXPECT_EQ(colour.bytes, (PixelBytes{0, 0, 0, 9, 255, 255, 255, 8}));
 }
 
 TEST(Threshold, LeavesNothingWhiteAtTheTopAndOnlyBlackBlackAtTheBottom)
 {
-    ImageBuffer aTop = aPicture(3, 1, 1, {0, 1, 255}), aBottom = aTop;
-    EXPECT_TRUE(Threshold(aTop, 255) && Threshold(aBottom, 0));
-    EXPECT_EQ(aTop.bytes, (PixelBytes{0, 0, 0}));
-    EXPECT_EQ(aBottom.bytes, (PixelBytes{0, 255, 255}));
+    ImageBuffer top = aPicture(3, 1, 1, {0, 1, 255}), bottom = top;
+    EXPECT_TRUE(Threshold(top, 255) && Threshold(bottom, 0));
+    EXPECT_EQ(top.bytes, (PixelBytes{0, 0, 0}));
+    EXPECT_EQ(bottom.bytes, (PixelBytes{0, 255, 255}));
 }
