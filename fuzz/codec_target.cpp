@@ -26,12 +26,12 @@ static bool bWhole(const ImageBuffer& aImage)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
     InputFile objFile(Bytes(pData, nSize));
-    const Codec* pCodec = pCodecOfType(VARNEL_FUZZ_TYPE);
+    const Codec* pCodec = CodecOfType(VARNEL_FUZZ_TYPE);
     if (!pCodec)
         std::abort();
-    pCodec->Sniff(objFile.Head(), "");
+    pCodec->sniff(objFile.Head(), "");
     try {
-        const std::unique_ptr<ImageDecoder> pDecoder = pCodec->Open(objFile);
+        const std::unique_ptr<ImageDecoder> pDecoder = pCodec->open(objFile);
         const std::int32_t lFrames = pDecoder ? pDecoder->FrameCount() : 0;
         for (std::int32_t l = 0; l < lFrames && l < 8; ++l) {
             ImageBuffer aImage;

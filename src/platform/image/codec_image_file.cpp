@@ -18,180 +18,180 @@
 
 /// The file whose pages are being asked for.
 struct CodecImageFile::OpenDocument {
-    std::string sHostPath;
-    std::unique_ptr<InputFile> pFile;
-    std::unique_ptr<ImageDecoder> pDecoder;
+    std::string host_path;
+    std::unique_ptr<InputFile> file;
+    std::unique_ptr<ImageDecoder> decoder;
 };
 
-CodecImageFile::CodecImageFile(const FileSystem& objFileSystem) : m_objFileSystem(objFileSystem) {}
+CodecImageFile::CodecImageFile(const FileSystem& file_system) : file_system_(file_system) {}
 CodecImageFile::~CodecImageFile() = default;
 
-CodecImageFile::OpenDocument* CodecImageFile::pOpen(const std::string& sFile)
+CodecImageFile::OpenDocument* CodecImageFile::Open(const std::string& file)
 {
-    const auto sHostPath = m_objFileSystem.sHostPathOfExisting(sFile);
-    if (m_pDocument && sHostPath && m_pDocument->sHostPath == *sHostPath &&
-        InputFile::IdentityOf(*sHostPath) == m_pDocument->pFile->Identity())
-        return m_pDocument.get();
-    m_pDocument.reset();
-    auto pDocument = std::make_unique<OpenDocument>();
-    pDocument->pFile = sHostPath ? InputFile::Open(*sHostPath) : nullptr;
-    if (!pDocument->pFile)
+    const auto host_path = file_system_.sHostPathOfExisting(file);
+    if (document_ && host_path && document_->host_path == *host_path &&
+        InputFile::IdentityOf(*host_path) == document_->file->Identity())
+        return document_.get();
+    document_.reset();
+    auto document = std::make_unique<OpenDocument>();
+    document->file = host_path ? InputFile::Open(*host_path) : nullptr;
+    if (!document->file)
         return nullptr;
-    const Codec* pCodec = pCodecOfContent(pDocument->pFile->Head(), sLower(sExtensionOfPath(sFile)));
-    pDocument->pDecoder = pCodec ? pCodec->Open(*pDocument->pFile) : nullptr;
-    if (!pDocument->pDecoder)
+    const Codec* codec = CodecOfContent(document->file->Head(), sLower(sExtensionOfPath(file)));
+    document->decoder = codec ? codec->open(*document->file) : nullptr;
+    if (!document->decoder)
         return nullptr;
-    pDocument->sHostPath = *sHostPath;
-    m_pDocument = std::move(pDocument);
-    return m_pDocument.get();
+    document->host_path = *host_path;
+    document_ = std::move(document);
+    return document_.get();
 }
 
-bool CodecImageFile::LoadImage(const std::string& sFile, ImageBuffer& aImage)
+bool CodecImageFile::LoadImage(const std::string& file, ImageBuffer& image)
 {
-    return LoadFrame(sFile, 0, aImage);
+    return LoadFrame(file, 0, image);
 }
 
-bool CodecImageFile::LoadFrame(const std::string& sFile, std::int32_t lFrameIndex, ImageBuffer& aImage)
+bool CodecImageFile::LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image)
 try {
-    OpenDocument* pDocument = pOpen(sFile);
-    if (!pDocument)
+    OpenDocument* document = Open(file);
+    if (!document)
         return false;
-    const std::int32_t lFrames = pDocument->pDecoder->FrameCount();
-    ImageBuffer aPage;
-    const bool bDone =
-        lFrameIndex >= 0 && lFrameIndex < lFrames && pDocument->pDecoder->DecodeFrame(lFrameIndex, aPage);
-    if (lFrames == 1)
-        m_pDocument.reset();  // nobody asks for more of it, and its bytes are memory
-    if (!bDone)
+    const std::int32_t frames = document->decoder->FrameCount();
+    ImageBuffer page;
+    const bool done =
+        frame_index >= 0 && frame_index < frames && document->decoder->DecodeFrame(frame_index, page);
+    if (frames == 1)
+        document_.reset();  // nobody asks for more of it, and its bytes are memory
+    if (!done)
         return false;
-    FinishLoaded(aPage);
-    aImage = std::move(aPage);
+    FinishLoaded(page);
+    image = std::move(page);
     return true;
 } catch (const std::bad_alloc&) {
-    m_pDocument.reset();
+    document_.reset();
     return false;
 }
 
-std::int32_t CodecImageFile::GetFrameCount(const std::string& sFile)
+std::int32_t CodecImageFile::GetFrameCount(const std::string& file)
 try {
-    OpenDocument* pDocument = pOpen(sFile);
-    return pDocument ? pDocument->pDecoder->FrameCount() : 0;
+    OpenDocument* document = Open(file);
+    return document ? document->decoder->FrameCount() : 0;
 } catch (const std::bad_alloc&) {
-    m_pDocument.reset();
+    document_.reset();
     return 0;
 }
 
-bool CodecImageFile::Save(std::int32_t lType, const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::Save(std::int32_t type, const ImageBuffer& image, const std::string& file)
 try {
-    const Codec* pCodec = pCodecOfType(lType);
-    const auto sHostPath = m_objFileSystem.sHostPathToWrite(sFile);
-    if (!pCodec || !pCodec->Encode || !sHostPath || aImage.width < 1 || aImage.height < 1)
+    const Codec* codec = CodecOfType(type);
+    const auto host_path = file_system_.sHostPathToWrite(file);
+    if (!codec || !codec->encode || !host_path || image.width < 1 || image.height < 1)
         return false;
-    const bool bFlatten = aImage.channels == 4 && !pCodec->bHoldsAlpha;
-    const bool bConvert =
-        !aImage.icc_profile.empty() && !pCodec->bHoldsProfile && !IsSrgbProfile(aImage.icc_profile);
-    ImageBuffer aOwn;
-    if (bFlatten)
-        aOwn = LayOnWhite(aImage);
-    else if (bConvert)
-        aOwn = aImage;
-    if (bConvert)
-        ConvertToSrgb(aOwn);  // colours of a profile that can't be used are taken as they are
-    const ImageBuffer& aPicture = bFlatten || bConvert ? aOwn : aImage;
-    SaveSettings objSettings = m_objSettings;
-    objSettings.lJPEGQuality = std::clamp(objSettings.lJPEGQuality, 1, 100);
-    OutputFile objOut(*sHostPath);
-    return !objOut.Failed() && pCodec->Encode(aPicture, objSettings, objOut) && objOut.Commit();
+    const bool flatten = image.channels == 4 && !codec->holds_alpha;
+    const bool convert =
+        !image.icc_profile.empty() && !codec->holds_profile && !IsSrgbProfile(image.icc_profile);
+    ImageBuffer own;
+    if (flatten)
+        own = LayOnWhite(image);
+    else if (convert)
+        own = image;
+    if (convert)
+        ConvertToSrgb(own);  // colours of a profile that can't be used are taken as they are
+    const ImageBuffer& picture = flatten || convert ? own : image;
+    SaveSettings settings = settings_;
+    settings.jpeg_quality = std::clamp(settings.jpeg_quality, 1, 100);
+    OutputFile out(*host_path);
+    return !out.Failed() && codec->encode(picture, settings, out) && out.Commit();
 } catch (const std::bad_alloc&) {
     return false;
 }
 
 // The file type codes, by the operation that saves them.
-bool CodecImageFile::SaveJPEG(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveJPEG(const ImageBuffer& image, const std::string& file)
 {
-    return Save(1, aImage, sFile);
+    return Save(1, image, file);
 }
-bool CodecImageFile::SaveBMP(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveBMP(const ImageBuffer& image, const std::string& file)
 {
-    return Save(2, aImage, sFile);
+    return Save(2, image, file);
 }
-bool CodecImageFile::SaveTIFF(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveTIFF(const ImageBuffer& image, const std::string& file)
 try {
-    m_pGrowing.reset();
-    if (!m_bMultiFrameSave)
-        return Save(3, aImage, sFile);
-    const auto sHostPath = m_objFileSystem.sHostPathToWrite(sFile);
-    if (!sHostPath || aImage.width < 1 || aImage.height < 1)
+    growing_.reset();
+    if (!multi_frame_save_)
+        return Save(3, image, file);
+    const auto host_path = file_system_.sHostPathToWrite(file);
+    if (!host_path || image.width < 1 || image.height < 1)
         return false;
-    m_pGrowing = TiffDocument::Begin(*sHostPath, aImage, m_objSettings);
-    return m_pGrowing != nullptr;
+    growing_ = TiffDocument::Begin(*host_path, image, settings_);
+    return growing_ != nullptr;
 } catch (const std::bad_alloc&) {
     return false;
 }
-bool CodecImageFile::SaveGIF(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveGIF(const ImageBuffer& image, const std::string& file)
 {
-    return Save(4, aImage, sFile);
+    return Save(4, image, file);
 }
-bool CodecImageFile::SaveEMF(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveEMF(const ImageBuffer& image, const std::string& file)
 {
-    return Save(5, aImage, sFile);
+    return Save(5, image, file);
 }
-bool CodecImageFile::SaveJ2K(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveJ2K(const ImageBuffer& image, const std::string& file)
 {
-    return Save(6, aImage, sFile);
+    return Save(6, image, file);
 }
-bool CodecImageFile::SavePCX(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SavePCX(const ImageBuffer& image, const std::string& file)
 {
-    return Save(7, aImage, sFile);
+    return Save(7, image, file);
 }
-bool CodecImageFile::SavePNG(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SavePNG(const ImageBuffer& image, const std::string& file)
 {
-    return Save(8, aImage, sFile);
+    return Save(8, image, file);
 }
-bool CodecImageFile::SaveRAS(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveRAS(const ImageBuffer& image, const std::string& file)
 {
-    return Save(9, aImage, sFile);
+    return Save(9, image, file);
 }
-bool CodecImageFile::SaveTGA(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveTGA(const ImageBuffer& image, const std::string& file)
 {
-    return Save(10, aImage, sFile);
+    return Save(10, image, file);
 }
-bool CodecImageFile::SaveWMF(const ImageBuffer& aImage, const std::string& sFile)
+bool CodecImageFile::SaveWMF(const ImageBuffer& image, const std::string& file)
 {
-    return Save(11, aImage, sFile);
+    return Save(11, image, file);
 }
 
-bool CodecImageFile::AppendFrame(const ImageBuffer& aImage, bool bFinish)
+bool CodecImageFile::AppendFrame(const ImageBuffer& image, bool finish)
 {
-    bool bDone = false;
+    bool done = false;
     try {
-        const bool bNothing = aImage.width < 1 || aImage.height < 1;
-        bDone = m_pGrowing && (bNothing ? bFinish : m_pGrowing->Append(aImage, m_objSettings));
+        const bool nothing = image.width < 1 || image.height < 1;
+        done = growing_ && (nothing ? finish : growing_->Append(image, settings_));
     } catch (const std::bad_alloc&) {
     }
-    if (bFinish)
-        m_pGrowing.reset();
-    return bDone;
+    if (finish)
+        growing_.reset();
+    return done;
 }
 
-void CodecImageFile::SetJPEGQuality(std::int32_t lQuality)
+void CodecImageFile::SetJPEGQuality(std::int32_t quality)
 {
-    m_objSettings.lJPEGQuality = lQuality;
+    settings_.jpeg_quality = quality;
 }
 
-void CodecImageFile::SetTIFFCompression(std::int32_t lCompression)
+void CodecImageFile::SetTIFFCompression(std::int32_t compression)
 {
-    m_objSettings.lTIFFCompression = lCompression;
+    settings_.tiff_compression = compression;
 }
 
-void CodecImageFile::SetMultiFrameSave(bool bMultiFrameSave)
+void CodecImageFile::SetMultiFrameSave(bool multi_frame_save)
 {
-    m_bMultiFrameSave = bMultiFrameSave;
-    if (!bMultiFrameSave)
-        m_pGrowing.reset();
+    multi_frame_save_ = multi_frame_save;
+    if (!multi_frame_save)
+        growing_.reset();
 }
 
-void CodecImageFile::SetInfo(const ImageInfoTexts& objTexts)
+void CodecImageFile::SetInfo(const ImageInfoTexts& texts)
 {
-    m_objSettings.objTexts = objTexts;
+    settings_.texts = texts;
 }

@@ -16,50 +16,50 @@ class TiffDocument;
 class CodecImageFile : public ImageFile
 {
 public:
-    /// objFileSystem turns the user's paths into the host's; it must outlive this object.
-    explicit CodecImageFile(const FileSystem& objFileSystem);
+    /// file_system turns the user's paths into the host's; it must outlive this object.
+    explicit CodecImageFile(const FileSystem& file_system);
     ~CodecImageFile() override;
 
-    bool LoadImage(const std::string& sFile, ImageBuffer& aImage) override;
-    bool LoadFrame(const std::string& sFile, std::int32_t lFrameIndex, ImageBuffer& aImage) override;
-    std::int32_t GetFrameCount(const std::string& sFile) override;
+    bool LoadImage(const std::string& file, ImageBuffer& image) override;
+    bool LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image) override;
+    std::int32_t GetFrameCount(const std::string& file) override;
 
-    bool SaveBMP(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SaveGIF(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SaveJPEG(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SavePNG(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SaveTIFF(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SaveWMF(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SaveEMF(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SavePCX(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SaveTGA(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SaveRAS(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool SaveJ2K(const ImageBuffer& aImage, const std::string& sFile) override;
-    bool AppendFrame(const ImageBuffer& aImage, bool bFinish) override;
+    bool SaveBMP(const ImageBuffer& image, const std::string& file) override;
+    bool SaveGIF(const ImageBuffer& image, const std::string& file) override;
+    bool SaveJPEG(const ImageBuffer& image, const std::string& file) override;
+    bool SavePNG(const ImageBuffer& image, const std::string& file) override;
+    bool SaveTIFF(const ImageBuffer& image, const std::string& file) override;
+    bool SaveWMF(const ImageBuffer& image, const std::string& file) override;
+    bool SaveEMF(const ImageBuffer& image, const std::string& file) override;
+    bool SavePCX(const ImageBuffer& image, const std::string& file) override;
+    bool SaveTGA(const ImageBuffer& image, const std::string& file) override;
+    bool SaveRAS(const ImageBuffer& image, const std::string& file) override;
+    bool SaveJ2K(const ImageBuffer& image, const std::string& file) override;
+    bool AppendFrame(const ImageBuffer& image, bool finish) override;
 
-    void SetJPEGQuality(std::int32_t lQuality) override;
-    void SetTIFFCompression(std::int32_t lCompression) override;
-    void SetMultiFrameSave(bool bMultiFrameSave) override;
-    void SetInfo(const ImageInfoTexts& objTexts) override;
+    void SetJPEGQuality(std::int32_t quality) override;
+    void SetTIFFCompression(std::int32_t compression) override;
+    void SetMultiFrameSave(bool multi_frame_save) override;
+    void SetInfo(const ImageInfoTexts& texts) override;
 
 private:
     struct OpenDocument;
 
     /// The file opened by its codec, from the call before if it is still the same; null if no codec takes it.
-    OpenDocument* pOpen(const std::string& sFile);
-    bool Save(std::int32_t lType, const ImageBuffer& aImage, const std::string& sFile);
+    OpenDocument* Open(const std::string& file);
+    bool Save(std::int32_t type, const ImageBuffer& image, const std::string& file);
 
-    const FileSystem& m_objFileSystem;
-    SaveSettings m_objSettings;
-    bool m_bMultiFrameSave = false;
-    std::unique_ptr<OpenDocument> m_pDocument;
-    std::unique_ptr<TiffDocument> m_pGrowing;  ///< the file that AppendFrame adds to
+    const FileSystem& file_system_;
+    SaveSettings settings_;
+    bool multi_frame_save_ = false;
+    std::unique_ptr<OpenDocument> document_;
+    std::unique_ptr<TiffDocument> growing_;  ///< the file that AppendFrame adds to
 };
 
 /// The real ImageUtility.
 class BufferImageUtility : public ImageUtility
 {
 public:
-    std::int32_t GetWidth(const ImageBuffer& aImage) const override { return aImage.width; }
-    std::int32_t GetHeight(const ImageBuffer& aImage) const override { return aImage.height; }
+    std::int32_t GetWidth(const ImageBuffer& image) const override { return image.width; }
+    std::int32_t GetHeight(const ImageBuffer& image) const override { return image.height; }
 };

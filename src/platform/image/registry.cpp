@@ -19,31 +19,31 @@
 #include "src/platform/image/codecs/tga/tga.h"
 #include "src/platform/image/codecs/tiff/tiff.h"
 
-static const std::vector<const Codec*>& aTable()
+static const std::vector<const Codec*>& CodecTable()
 {
-    static const std::vector<const Codec*> aAll = {
+    static const std::vector<const Codec*> kAll = {
         &kJpegCodec, &kPngCodec, &kTiffCodec, &kGifCodec, &kJ2kCodec, &kRasCodec, &kEmfCodec,
         &kWmfCodec,  &kAniCodec, &kBmpCodec,  &kIcoCodec, &kCurCodec, &kPcxCodec,
         &kTgaCodec,  // goes by the extension, and so comes after all that have a signature
     };
-    return aAll;
+    return kAll;
 }
 
-std::span<const Codec* const> aCodecs()
+std::span<const Codec* const> Codecs()
 {
-    return aTable();
+    return CodecTable();
 }
 
-const Codec* pCodecOfType(std::int32_t lType)
+const Codec* CodecOfType(std::int32_t type)
 {
-    const auto itFound = std::find_if(aTable().begin(), aTable().end(),
-                                      [lType](const Codec* pCodec) { return pCodec->lType == lType; });
-    return itFound == aTable().end() ? nullptr : *itFound;
+    const auto found = std::find_if(CodecTable().begin(), CodecTable().end(),
+                                    [type](const Codec* codec) { return codec->type == type; });
+    return found == CodecTable().end() ? nullptr : *found;
 }
 
-const Codec* pCodecOfContent(Bytes aHead, std::string_view sExtension)
+const Codec* CodecOfContent(Bytes head, std::string_view extension)
 {
-    const auto itFound = std::find_if(aTable().begin(), aTable().end(),
-                                      [&](const Codec* pCodec) { return pCodec->Sniff(aHead, sExtension); });
-    return itFound == aTable().end() ? nullptr : *itFound;
+    const auto found = std::find_if(CodecTable().begin(), CodecTable().end(),
+                                    [&](const Codec* codec) { return codec->sniff(head, extension); });
+    return found == CodecTable().end() ? nullptr : *found;
 }

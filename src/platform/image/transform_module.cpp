@@ -9,45 +9,45 @@ static constexpr char kFileName[] = "libvarnel_transforms.so";
 
 LazyImageTransform::~LazyImageTransform()
 {
-    if (m_pModule)
-        m_pDestroy(m_pModule);
+    if (module_)
+        destroy_(module_);
 }
 
-void LazyImageTransform::SetImage(ImageBuffer& aImage)
+void LazyImageTransform::SetImage(ImageBuffer& image)
 {
-    if (m_pModule)
-        m_pModule->SetImage(aImage);
+    if (module_)
+        module_->SetImage(image);
     else
-        m_aImage = std::exchange(aImage, {});
+        image_ = std::exchange(image, {});
 }
 
-void LazyImageTransform::GetImageBytes(ImageBuffer& aImage)
+void LazyImageTransform::GetImageBytes(ImageBuffer& image)
 {
-    if (m_pModule)
-        m_pModule->GetImageBytes(aImage);
+    if (module_)
+        module_->GetImageBytes(image);
     else
-        aImage = std::exchange(m_aImage, {});
+        image = std::exchange(image_, {});
 }
 
-void LazyImageTransform::GetMaskBytes(ImageBuffer& aMask)
+void LazyImageTransform::GetMaskBytes(ImageBuffer& mask)
 {
-    if (bOpen())
-        m_pModule->GetMaskBytes(aMask);
+    if (Open())
+        module_->GetMaskBytes(mask);
     else
-        aMask = {};
+        mask = {};
 }
 
-bool LazyImageTransform::bOpen()
+bool LazyImageTransform::Open()
 {
-    if (m_bTried)
-        return m_pModule != nullptr;
-    m_bTried = true;
-    void* pModule = OpenModule(kFileName);
-    const auto pCreate = ModuleFunction<CreateImageTransform>(pModule, kCreateImageTransform);
-    m_pDestroy = ModuleFunction<DestroyImageTransform>(pModule, kDestroyImageTransform);
-    if (pCreate && m_pDestroy)
-        m_pModule = pCreate();
-    if (m_pModule)
-        m_pModule->SetImage(m_aImage);
-    return m_pModule != nullptr;
+    if (tried_)
+        return module_ != nullptr;
+    tried_ = true;
+    void* module = OpenModule(kFileName);
+    const auto create = ModuleFunction<CreateImageTransform>(module, kCreateImageTransform);
+    destroy_ = ModuleFunction<DestroyImageTransform>(module, kDestroyImageTransform);
+    if (create && destroy_)
+        module_ = create();
+    if (module_)
+        module_->SetImage(image_);
+    return module_ != nullptr;
 }

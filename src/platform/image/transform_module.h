@@ -20,163 +20,154 @@ public:
     LazyImageTransform& operator=(const LazyImageTransform&) = delete;
     ~LazyImageTransform() override;
 
-    void SetImage(ImageBuffer& aImage) override;
-    void GetImageBytes(ImageBuffer& aImage) override;
-    void GetMaskBytes(ImageBuffer& aMask) override;
+    void SetImage(ImageBuffer& image) override;
+    void GetImageBytes(ImageBuffer& image) override;
+    void GetMaskBytes(ImageBuffer& mask) override;
 
-    bool Autocrop() override { return bPass(&ImageTransform::Autocrop); }
-    bool Autocontrast() override { return bPass(&ImageTransform::Autocontrast); }
-    bool AutoLevel() override { return bPass(&ImageTransform::AutoLevel); }
-    bool Brightness(std::int32_t lLevel) override { return bPass(&ImageTransform::Brightness, lLevel); }
-    bool Contrast(double dStretch) override { return bPass(&ImageTransform::Contrast, dStretch); }
-    bool Gamma(double dGamma) override { return bPass(&ImageTransform::Gamma, dGamma); }
-    bool Hue(double dAngle) override { return bPass(&ImageTransform::Hue, dAngle); }
-    bool Lightness(double dLightness) override { return bPass(&ImageTransform::Lightness, dLightness); }
-    bool Saturation(double dSaturation) override { return bPass(&ImageTransform::Saturation, dSaturation); }
-    bool BalanceHLS(double dHue, double dLightness, double dSaturation) override
+    bool Autocrop() override { return Pass(&ImageTransform::Autocrop); }
+    bool Autocontrast() override { return Pass(&ImageTransform::Autocontrast); }
+    bool AutoLevel() override { return Pass(&ImageTransform::AutoLevel); }
+    bool Brightness(std::int32_t level) override { return Pass(&ImageTransform::Brightness, level); }
+    bool Contrast(double stretch) override { return Pass(&ImageTransform::Contrast, stretch); }
+    bool Gamma(double gamma) override { return Pass(&ImageTransform::Gamma, gamma); }
+    bool Hue(double angle) override { return Pass(&ImageTransform::Hue, angle); }
+    bool Lightness(double lightness) override { return Pass(&ImageTransform::Lightness, lightness); }
+    bool Saturation(double saturation) override { return Pass(&ImageTransform::Saturation, saturation); }
+    bool BalanceHLS(double hue, double lightness, double saturation) override
     {
-        return bPass(&ImageTransform::BalanceHLS, dHue, dLightness, dSaturation);
+        return Pass(&ImageTransform::BalanceHLS, hue, lightness, saturation);
     }
-    bool Red(std::int32_t lLevel) override { return bPass(&ImageTransform::Red, lLevel); }
-    bool Green(std::int32_t lLevel) override { return bPass(&ImageTransform::Green, lLevel); }
-    bool Blue(std::int32_t lLevel) override { return bPass(&ImageTransform::Blue, lLevel); }
-    bool Colorize(std::uint8_t nRed, std::uint8_t nGreen, std::uint8_t nBlue) override
+    bool Red(std::int32_t level) override { return Pass(&ImageTransform::Red, level); }
+    bool Green(std::int32_t level) override { return Pass(&ImageTransform::Green, level); }
+    bool Blue(std::int32_t level) override { return Pass(&ImageTransform::Blue, level); }
+    bool Colorize(std::uint8_t red, std::uint8_t green, std::uint8_t blue) override
     {
-        return bPass(&ImageTransform::Colorize, nRed, nGreen, nBlue);
+        return Pass(&ImageTransform::Colorize, red, green, blue);
     }
-    bool Desaturate() override { return bPass(&ImageTransform::Desaturate); }
-    bool Intensity() override { return bPass(&ImageTransform::Intensity); }
-    bool Invert() override { return bPass(&ImageTransform::Invert); }
-    bool Equalize(double dLevel) override { return bPass(&ImageTransform::Equalize, dLevel); }
-    bool Threshold(std::uint8_t nLevel) override { return bPass(&ImageTransform::Threshold, nLevel); }
-    bool Posterize(std::int32_t lLevels) override { return bPass(&ImageTransform::Posterize, lLevels); }
-    bool FilterDifference(std::int32_t lDirection) override
+    bool Desaturate() override { return Pass(&ImageTransform::Desaturate); }
+    bool Intensity() override { return Pass(&ImageTransform::Intensity); }
+    bool Invert() override { return Pass(&ImageTransform::Invert); }
+    bool Equalize(double level) override { return Pass(&ImageTransform::Equalize, level); }
+    bool Threshold(std::uint8_t level) override { return Pass(&ImageTransform::Threshold, level); }
+    bool Posterize(std::int32_t levels) override { return Pass(&ImageTransform::Posterize, levels); }
+    bool FilterDifference(std::int32_t direction) override
     {
-        return bPass(&ImageTransform::FilterDifference, lDirection);
+        return Pass(&ImageTransform::FilterDifference, direction);
     }
-    bool FilterHighPass(std::int32_t lKind) override { return bPass(&ImageTransform::FilterHighPass, lKind); }
-    bool FilterLowPass(std::int32_t lKind) override { return bPass(&ImageTransform::FilterLowPass, lKind); }
-    bool FilterLaplas(std::int32_t lKind) override { return bPass(&ImageTransform::FilterLaplas, lKind); }
-    bool FilterSobel(std::int32_t lDirection) override
+    bool FilterHighPass(std::int32_t kind) override { return Pass(&ImageTransform::FilterHighPass, kind); }
+    bool FilterLowPass(std::int32_t kind) override { return Pass(&ImageTransform::FilterLowPass, kind); }
+    bool FilterLaplas(std::int32_t kind) override { return Pass(&ImageTransform::FilterLaplas, kind); }
+    bool FilterSobel(std::int32_t direction) override
     {
-        return bPass(&ImageTransform::FilterSobel, lDirection);
+        return Pass(&ImageTransform::FilterSobel, direction);
     }
-    bool FilterPrewitt(std::int32_t lDirection) override
+    bool FilterPrewitt(std::int32_t direction) override
     {
-        return bPass(&ImageTransform::FilterPrewitt, lDirection);
+        return Pass(&ImageTransform::FilterPrewitt, direction);
     }
-    bool FilterRoberts(std::int32_t lDirection) override
+    bool FilterRoberts(std::int32_t direction) override
     {
-        return bPass(&ImageTransform::FilterRoberts, lDirection);
+        return Pass(&ImageTransform::FilterRoberts, direction);
     }
-    bool FilterIsotropic(std::int32_t lDirection) override
+    bool FilterIsotropic(std::int32_t direction) override
     {
-        return bPass(&ImageTransform::FilterIsotropic, lDirection);
+        return Pass(&ImageTransform::FilterIsotropic, direction);
     }
-    bool FilterMinimal(std::int32_t lSize) override { return bPass(&ImageTransform::FilterMinimal, lSize); }
-    bool FilterMaximal(std::int32_t lSize) override { return bPass(&ImageTransform::FilterMaximal, lSize); }
-    bool FilterLineDetection(std::int32_t lDirection) override
+    bool FilterMinimal(std::int32_t size) override { return Pass(&ImageTransform::FilterMinimal, size); }
+    bool FilterMaximal(std::int32_t size) override { return Pass(&ImageTransform::FilterMaximal, size); }
+    bool FilterLineDetection(std::int32_t direction) override
     {
-        return bPass(&ImageTransform::FilterLineDetection, lDirection);
+        return Pass(&ImageTransform::FilterLineDetection, direction);
     }
-    bool FilterReserved(std::int32_t lValue) override
+    bool FilterReserved(std::int32_t value) override { return Pass(&ImageTransform::FilterReserved, value); }
+    bool FilterBlur(double amount) override { return Pass(&ImageTransform::FilterBlur, amount); }
+    bool FilterSharpen(double amount) override { return Pass(&ImageTransform::FilterSharpen, amount); }
+    bool Deinterlace(bool odd_lines, bool interpolate) override
     {
-        return bPass(&ImageTransform::FilterReserved, lValue);
+        return Pass(&ImageTransform::Deinterlace, odd_lines, interpolate);
     }
-    bool FilterBlur(double dAmount) override { return bPass(&ImageTransform::FilterBlur, dAmount); }
-    bool FilterSharpen(double dAmount) override { return bPass(&ImageTransform::FilterSharpen, dAmount); }
-    bool Deinterlace(bool bOddLines, bool bInterpolate) override
+    bool MotionBlur(double angle, std::int32_t amount) override
     {
-        return bPass(&ImageTransform::Deinterlace, bOddLines, bInterpolate);
+        return Pass(&ImageTransform::MotionBlur, angle, amount);
     }
-    bool MotionBlur(double dAngle, std::int32_t lAmount) override
+    bool GaussianBlur(std::int32_t fuzziness) override
     {
-        return bPass(&ImageTransform::MotionBlur, dAngle, lAmount);
+        return Pass(&ImageTransform::GaussianBlur, fuzziness);
     }
-    bool GaussianBlur(std::int32_t lFuzziness) override
+    bool RadialBlur(double displacement) override { return Pass(&ImageTransform::RadialBlur, displacement); }
+    bool ZoomBlur(double intensity) override { return Pass(&ImageTransform::ZoomBlur, intensity); }
+    bool AddNoise(std::int32_t level, bool monochrome) override
     {
-        return bPass(&ImageTransform::GaussianBlur, lFuzziness);
+        return Pass(&ImageTransform::AddNoise, level, monochrome);
     }
-    bool RadialBlur(double dDisplacement) override
+    bool Diffuse(std::int32_t distance, double penetration) override
     {
-        return bPass(&ImageTransform::RadialBlur, dDisplacement);
+        return Pass(&ImageTransform::Diffuse, distance, penetration);
     }
-    bool ZoomBlur(double dIntensity) override { return bPass(&ImageTransform::ZoomBlur, dIntensity); }
-    bool AddNoise(std::int32_t lLevel, bool bMonochrome) override
+    bool Emboss(double angle, std::int32_t height, double brightness) override
     {
-        return bPass(&ImageTransform::AddNoise, lLevel, bMonochrome);
+        return Pass(&ImageTransform::Emboss, angle, height, brightness);
     }
-    bool Diffuse(std::int32_t lDistance, double dPenetration) override
+    bool Relief(double angle, double brightness, double smoothness) override
     {
-        return bPass(&ImageTransform::Diffuse, lDistance, dPenetration);
+        return Pass(&ImageTransform::Relief, angle, brightness, smoothness);
     }
-    bool Emboss(double dAngle, std::int32_t lHeight, double dBrightness) override
+    bool Texturize(double angle, double brightness, std::int32_t texture) override
     {
-        return bPass(&ImageTransform::Emboss, dAngle, lHeight, dBrightness);
+        return Pass(&ImageTransform::Texturize, angle, brightness, texture);
     }
-    bool Relief(double dAngle, double dBrightness, double dSmoothness) override
+    bool Mosaic(std::int32_t tile_size, bool plain_colour) override
     {
-        return bPass(&ImageTransform::Relief, dAngle, dBrightness, dSmoothness);
+        return Pass(&ImageTransform::Mosaic, tile_size, plain_colour);
     }
-    bool Texturize(double dAngle, double dBrightness, std::int32_t lTexture) override
+    bool Dilation(std::uint8_t level, std::uint8_t threshold, bool square) override
     {
-        return bPass(&ImageTransform::Texturize, dAngle, dBrightness, lTexture);
+        return Pass(&ImageTransform::Dilation, level, threshold, square);
     }
-    bool Mosaic(std::int32_t lTileSize, bool bPlainColour) override
+    bool Erosion(std::uint8_t level, std::uint8_t threshold, bool square) override
     {
-        return bPass(&ImageTransform::Mosaic, lTileSize, bPlainColour);
+        return Pass(&ImageTransform::Erosion, level, threshold, square);
     }
-    bool Dilation(std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare) override
+    bool TraceContours(std::uint8_t level, std::uint8_t threshold, bool intensity) override
     {
-        return bPass(&ImageTransform::Dilation, nLevel, nThreshold, bSquare);
+        return Pass(&ImageTransform::TraceContours, level, threshold, intensity);
     }
-    bool Erosion(std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare) override
+    bool Halftones(std::int32_t cell_size, double contrast) override
     {
-        return bPass(&ImageTransform::Erosion, nLevel, nThreshold, bSquare);
+        return Pass(&ImageTransform::Halftones, cell_size, contrast);
     }
-    bool TraceContours(std::uint8_t nLevel, std::uint8_t nThreshold, bool bIntensity) override
+    bool Flip(bool vertical) override { return Pass(&ImageTransform::Flip, vertical); }
+    bool Rotate(double angle, Colour background) override
     {
-        return bPass(&ImageTransform::TraceContours, nLevel, nThreshold, bIntensity);
+        return Pass(&ImageTransform::Rotate, angle, background);
     }
-    bool Halftones(std::int32_t lCellSize, double dContrast) override
+    bool Resize(std::int32_t width, std::int32_t height, std::int32_t interpolation,
+                Colour background) override
     {
-        return bPass(&ImageTransform::Halftones, lCellSize, dContrast);
+        return Pass(&ImageTransform::Resize, width, height, interpolation, background);
     }
-    bool Flip(bool bVertical) override { return bPass(&ImageTransform::Flip, bVertical); }
-    bool Rotate(double dAngle, Colour lBackground) override
+    bool Shift(std::int32_t x, std::int32_t y, Colour background) override
     {
-        return bPass(&ImageTransform::Rotate, dAngle, lBackground);
+        return Pass(&ImageTransform::Shift, x, y, background);
     }
-    bool Resize(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lInterpolation,
-                Colour lBackground) override
+    bool Perspective(bool vertical, double angle) override
     {
-        return bPass(&ImageTransform::Resize, lWidth, lHeight, lInterpolation, lBackground);
+        return Pass(&ImageTransform::Perspective, vertical, angle);
     }
-    bool Shift(std::int32_t lX, std::int32_t lY, Colour lBackground) override
-    {
-        return bPass(&ImageTransform::Shift, lX, lY, lBackground);
-    }
-    bool Perspective(bool bVertical, double dAngle) override
-    {
-        return bPass(&ImageTransform::Perspective, bVertical, dAngle);
-    }
-    bool Skew(bool bVertical, double dAngle) override
-    {
-        return bPass(&ImageTransform::Skew, bVertical, dAngle);
-    }
-    bool Twirl(double dAngle) override { return bPass(&ImageTransform::Twirl, dAngle); }
-    bool Reproduce(std::int32_t lCopies) override { return bPass(&ImageTransform::Reproduce, lCopies); }
+    bool Skew(bool vertical, double angle) override { return Pass(&ImageTransform::Skew, vertical, angle); }
+    bool Twirl(double angle) override { return Pass(&ImageTransform::Twirl, angle); }
+    bool Reproduce(std::int32_t copies) override { return Pass(&ImageTransform::Reproduce, copies); }
 
 private:
     template <typename... Parameters, typename... Arguments>
-    bool bPass(bool (ImageTransform::*fnOperation)(Parameters...), Arguments... aArguments)
+    bool Pass(bool (ImageTransform::*operation)(Parameters...), Arguments... arguments)
     {
-        return bOpen() && (m_pModule->*fnOperation)(aArguments...);
+        return Open() && (module_->*operation)(arguments...);
     }
-    bool bOpen();
+    bool Open();
 
-    bool m_bTried = false;
-    ImageTransform* m_pModule = nullptr;
-    DestroyImageTransform* m_pDestroy = nullptr;
-    ImageBuffer m_aImage;  ///< the picture, until the module takes it
+    bool tried_ = false;
+    ImageTransform* module_ = nullptr;
+    DestroyImageTransform* destroy_ = nullptr;
+    ImageBuffer image_;  ///< the picture, until the module takes it
 };

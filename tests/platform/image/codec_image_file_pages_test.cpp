@@ -11,32 +11,32 @@
 
 namespace
 {
-ImageBuffer aPage(int nPage)
+ImageBuffer Page(int page)
 {
-    ImageBuffer aImage = aPattern(20, 10, 1);
-    aImage.bytes[0] = static_cast<std::uint8_t>(nPage);
-    return aImage;
+    ImageBuffer image = Pattern(20, 10, 1);
+    image.bytes[0] = static_cast<std::uint8_t>(page);
+    return image;
 }
 
 class Pages : public testing::Test
 {
 protected:
-    std::string sPath(const std::string& sName) const { return m_objFolder.sPath(sName); }
-    // Which pages the file has, by what aPage put into them.
-    std::vector<int> aPagesIn(const std::string& sName)
+    std::string Path(const std::string& name) const { return folder_.Path(name); }
+    // Which pages the file has, by what Page put into them.
+    std::vector<int> PagesIn(const std::string& name)
     {
-        CodecImageFile objOther(m_objFiles);
-        std::vector<int> aFound;
-        for (std::int32_t i = 0; i < objOther.GetFrameCount(sPath(sName)); ++i) {
-            ImageBuffer aImage;
-            aFound.push_back(objOther.LoadFrame(sPath(sName), i, aImage) ? aImage.bytes[0] : -1);
+        CodecImageFile other(files_);
+        std::vector<int> found;
+        for (std::int32_t i = 0; i < other.GetFrameCount(Path(name)); ++i) {
+            ImageBuffer image;
+            found.push_back(other.LoadFrame(Path(name), i, image) ? image.bytes[0] : -1);
         }
-        return aFound;
+        return found;
     }
 
-    TestFolder m_objFolder;
-    HostFiles m_objFiles;
-    CodecImageFile m_objImageFile{m_objFiles};
+    TestFolder folder_;
+    HostFiles files_;
+    CodecImageFile image_file_{files_};
 };
 
 using ints = std::vector<int>;
@@ -44,149 +44,149 @@ using ints = std::vector<int>;
 
 TEST_F(Pages, AreAppendedToTheFileThatSaveTiffBegan)
 {
-    m_objImageFile.SetMultiFrameSave(true);
+    image_file_.SetMultiFrameSave(true);
 
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1}));
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(2), false));
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1, 2}));
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(3), true));
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1}));
+    ASSERT_TRUE(image_file_.AppendFrame(Page(2), false));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1, 2}));
+    ASSERT_TRUE(image_file_.AppendFrame(Page(3), true));
 
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1, 2, 3}));
-    EXPECT_FALSE(m_objImageFile.AppendFrame(aPage(4), false));
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1, 2, 3}));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1, 2, 3}));
+    EXPECT_FALSE(image_file_.AppendFrame(Page(4), false));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1, 2, 3}));
 }
 
 TEST_F(Pages, AreRefusedWhileNoFileIsOpen)
 {
-    EXPECT_FALSE(m_objImageFile.AppendFrame(aPage(1), false));
-    EXPECT_FALSE(m_objImageFile.AppendFrame(aPage(1), true));
-    EXPECT_FALSE(m_objImageFile.AppendFrame({}, true));
+    EXPECT_FALSE(image_file_.AppendFrame(Page(1), false));
+    EXPECT_FALSE(image_file_.AppendFrame(Page(1), true));
+    EXPECT_FALSE(image_file_.AppendFrame({}, true));
 
-    m_objImageFile.SetMultiFrameSave(false);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
-    EXPECT_FALSE(m_objImageFile.AppendFrame(aPage(2), true));
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1}));
+    image_file_.SetMultiFrameSave(false);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
+    EXPECT_FALSE(image_file_.AppendFrame(Page(2), true));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1}));
 }
 
 TEST_F(Pages, EndWithAnEmptyOne)
 {
-    m_objImageFile.SetMultiFrameSave(true);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
+    image_file_.SetMultiFrameSave(true);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
 
-    EXPECT_FALSE(m_objImageFile.AppendFrame({}, false));
-    EXPECT_TRUE(m_objImageFile.AppendFrame({}, true));
+    EXPECT_FALSE(image_file_.AppendFrame({}, false));
+    EXPECT_TRUE(image_file_.AppendFrame({}, true));
 
-    EXPECT_FALSE(m_objImageFile.AppendFrame(aPage(2), false));
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1}));
+    EXPECT_FALSE(image_file_.AppendFrame(Page(2), false));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1}));
 }
 
 TEST_F(Pages, EndWhenMultiFrameSaveIsTurnedOff)
 {
-    m_objImageFile.SetMultiFrameSave(true);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
-    m_objImageFile.SetMultiFrameSave(true);
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(2), false));
+    image_file_.SetMultiFrameSave(true);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
+    image_file_.SetMultiFrameSave(true);
+    ASSERT_TRUE(image_file_.AppendFrame(Page(2), false));
 
-    m_objImageFile.SetMultiFrameSave(false);
-    m_objImageFile.SetMultiFrameSave(true);
+    image_file_.SetMultiFrameSave(false);
+    image_file_.SetMultiFrameSave(true);
 
-    EXPECT_FALSE(m_objImageFile.AppendFrame(aPage(3), false));
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1, 2}));
+    EXPECT_FALSE(image_file_.AppendFrame(Page(3), false));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1, 2}));
 }
 
 TEST_F(Pages, GoToTheFileBegunLast)
 {
-    m_objImageFile.SetMultiFrameSave(true);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(2), sPath("b.tif")));
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(3), true));
+    image_file_.SetMultiFrameSave(true);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(2), Path("b.tif")));
+    ASSERT_TRUE(image_file_.AppendFrame(Page(3), true));
 
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1}));
-    EXPECT_EQ(aPagesIn("b.tif"), (ints{2, 3}));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1}));
+    EXPECT_EQ(PagesIn("b.tif"), (ints{2, 3}));
 }
 
 TEST_F(Pages, AreRefusedAfterABeginningThatFailed)
 {
-    m_objImageFile.SetMultiFrameSave(true);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
+    image_file_.SetMultiFrameSave(true);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
 
-    EXPECT_FALSE(m_objImageFile.SaveTIFF(aPage(2), sPath("no such folder/b.tif")));
-    EXPECT_FALSE(m_objImageFile.SaveTIFF({}, sPath("c.tif")));
+    EXPECT_FALSE(image_file_.SaveTIFF(Page(2), Path("no such folder/b.tif")));
+    EXPECT_FALSE(image_file_.SaveTIFF({}, Path("c.tif")));
 
-    EXPECT_FALSE(m_objImageFile.AppendFrame(aPage(3), false));
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1}));
-    EXPECT_FALSE(std::filesystem::exists(sPath("c.tif")));
+    EXPECT_FALSE(image_file_.AppendFrame(Page(3), false));
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1}));
+    EXPECT_FALSE(std::filesystem::exists(Path("c.tif")));
 }
 
 TEST_F(Pages, AreCopiedFromTheFileThatIsReplacedAfterwards)
 {
-    m_objImageFile.SetMultiFrameSave(true);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(2), true));
+    image_file_.SetMultiFrameSave(true);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
+    ASSERT_TRUE(image_file_.AppendFrame(Page(2), true));
 
     // What an append to an existing file does.
-    m_objImageFile.SetMultiFrameSave(true);
-    const std::int32_t lPages = m_objImageFile.GetFrameCount(sPath("a.tif"));
-    ASSERT_EQ(lPages, 2);
-    for (std::int32_t i = 0; i < lPages; ++i) {
-        ImageBuffer aImage;
-        ASSERT_TRUE(m_objImageFile.LoadFrame(sPath("a.tif"), i, aImage));
-        ASSERT_TRUE(i == 0 ? m_objImageFile.SaveTIFF(aImage, sPath("a.tif.TIF"))
-                           : m_objImageFile.AppendFrame(aImage, false));
+    image_file_.SetMultiFrameSave(true);
+    const std::int32_t pages = image_file_.GetFrameCount(Path("a.tif"));
+    ASSERT_EQ(pages, 2);
+    for (std::int32_t i = 0; i < pages; ++i) {
+        ImageBuffer image;
+        ASSERT_TRUE(image_file_.LoadFrame(Path("a.tif"), i, image));
+        ASSERT_TRUE(i == 0 ? image_file_.SaveTIFF(image, Path("a.tif.TIF"))
+                           : image_file_.AppendFrame(image, false));
     }
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(3), true));
-    std::filesystem::rename(sPath("a.tif.TIF"), sPath("a.tif"));
+    ASSERT_TRUE(image_file_.AppendFrame(Page(3), true));
+    std::filesystem::rename(Path("a.tif.TIF"), Path("a.tif"));
 
-    EXPECT_EQ(aPagesIn("a.tif"), (ints{1, 2, 3}));
-    EXPECT_EQ(m_objImageFile.GetFrameCount(sPath("a.tif")), 3);
+    EXPECT_EQ(PagesIn("a.tif"), (ints{1, 2, 3}));
+    EXPECT_EQ(image_file_.GetFrameCount(Path("a.tif")), 3);
 }
 
 TEST_F(Pages, ThatWereReadAreReadAnewWhenTheFileHasGrown)
 {
-    m_objImageFile.SetMultiFrameSave(true);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(2), false));
-    EXPECT_EQ(m_objImageFile.GetFrameCount(sPath("a.tif")), 2);
+    image_file_.SetMultiFrameSave(true);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
+    ASSERT_TRUE(image_file_.AppendFrame(Page(2), false));
+    EXPECT_EQ(image_file_.GetFrameCount(Path("a.tif")), 2);
 
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(3), false));
+    ASSERT_TRUE(image_file_.AppendFrame(Page(3), false));
 
-    EXPECT_EQ(m_objImageFile.GetFrameCount(sPath("a.tif")), 3);
-    ImageBuffer aImage;
-    ASSERT_TRUE(m_objImageFile.LoadFrame(sPath("a.tif"), 2, aImage));
-    EXPECT_EQ(aImage.bytes[0], 3);
-    EXPECT_FALSE(m_objImageFile.LoadFrame(sPath("a.tif"), 3, aImage));
-    EXPECT_FALSE(m_objImageFile.LoadFrame(sPath("a.tif"), -1, aImage));
+    EXPECT_EQ(image_file_.GetFrameCount(Path("a.tif")), 3);
+    ImageBuffer image;
+    ASSERT_TRUE(image_file_.LoadFrame(Path("a.tif"), 2, image));
+    EXPECT_EQ(image.bytes[0], 3);
+    EXPECT_FALSE(image_file_.LoadFrame(Path("a.tif"), 3, image));
+    EXPECT_FALSE(image_file_.LoadFrame(Path("a.tif"), -1, image));
 }
 
 TEST_F(Pages, CostOnePassOverTheFileWhenTheyAreAskedForOneByOne)
 {
     constexpr int kPages = 300;
-    m_objImageFile.SetMultiFrameSave(true);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(0), sPath("a.tif")));
+    image_file_.SetMultiFrameSave(true);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(0), Path("a.tif")));
     for (int i = 1; i < kPages; ++i)
-        ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(i), i == kPages - 1));
-    const IoCount objBefore = objIoSoFar();
+        ASSERT_TRUE(image_file_.AppendFrame(Page(i), i == kPages - 1));
+    const IoCount before = IoSoFar();
 
     for (int i = 0; i < kPages; ++i) {
-        ImageBuffer aImage;
-        ASSERT_TRUE(m_objImageFile.LoadFrame(sPath("a.tif"), i, aImage));
-        ASSERT_EQ(aImage.bytes[0], i & 255);
+        ImageBuffer image;
+        ASSERT_TRUE(image_file_.LoadFrame(Path("a.tif"), i, image));
+        ASSERT_EQ(image.bytes[0], i & 255);
     }
 
     // Opening the file anew for each page would read the chain of 300 directories 300 times.
-    EXPECT_LT(objIoSoFar().nRead - objBefore.nRead, 3 * std::filesystem::file_size(sPath("a.tif")));
+    EXPECT_LT(IoSoFar().read - before.read, 3 * std::filesystem::file_size(Path("a.tif")));
 }
 
 TEST_F(Pages, TakeTheSettingsThatHoldWhenTheyAreWritten)
 {
-    m_objImageFile.SetMultiFrameSave(true);
-    m_objImageFile.SetTIFFCompression(4);
-    ASSERT_TRUE(m_objImageFile.SaveTIFF(aPage(1), sPath("a.tif")));
-    m_objImageFile.SetTIFFCompression(1);
-    ASSERT_TRUE(m_objImageFile.AppendFrame(aPage(2), true));
+    image_file_.SetMultiFrameSave(true);
+    image_file_.SetTIFFCompression(4);
+    ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
+    image_file_.SetTIFFCompression(1);
+    ASSERT_TRUE(image_file_.AppendFrame(Page(2), true));
 
-    std::string sInfo;
-    ASSERT_TRUE(bRun("tiffinfo " + sPath("a.tif") + " | grep Scheme", &sInfo));
-    EXPECT_EQ(sInfo, "  Compression Scheme: CCITT Group 4\n  Compression Scheme: LZW\n");
+    std::string info;
+    ASSERT_TRUE(RunCommand("tiffinfo " + Path("a.tif") + " | grep Scheme", &info));
+    EXPECT_EQ(info, "  Compression Scheme: CCITT Group 4\n  Compression Scheme: LZW\n");
 }

@@ -12,100 +12,100 @@
 namespace
 {
 struct Library {
-    HostFiles objFiles;
-    CodecImageFile objImageFile{objFiles};
-    TestFolder objFolder;
+    HostFiles files;
+    CodecImageFile image_file{files};
+    TestFolder folder;
 
-    ImageBuffer aLoaded(const std::string& sFile)
+    ImageBuffer Loaded(const std::string& file)
     {
-        ImageBuffer aImage;
-        EXPECT_TRUE(objImageFile.LoadImage(sFile, aImage)) << sFile;
-        return aImage;
+        ImageBuffer image;
+        EXPECT_TRUE(image_file.LoadImage(file, image)) << file;
+        return image;
     }
 };
 
 // Half red, half green by its numbers; by its profile the other way round.
-ImageBuffer aExchangedColours()
+ImageBuffer ExchangedColours()
 {
-    ImageBuffer aImage = aPattern(32, 16, 3);
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += 3) {
-        const bool bLeft = i / 3 % 32 < 16;
-        aImage.bytes[i] = 0;
-        aImage.bytes[i + 1] = bLeft ? 0 : 255;
-        aImage.bytes[i + 2] = bLeft ? 255 : 0;
+    ImageBuffer image = Pattern(32, 16, 3);
+    for (std::size_t i = 0; i < image.bytes.size(); i += 3) {
+        const bool left = i / 3 % 32 < 16;
+        image.bytes[i] = 0;
+        image.bytes[i + 1] = left ? 0 : 255;
+        image.bytes[i + 2] = left ? 255 : 0;
     }
-    aImage.icc_profile = aSwappedProfile();
-    return aImage;
+    image.icc_profile = SwappedProfile();
+    return image;
 }
 }  // namespace
 
 TEST(SaveOfAPictureWithAProfile, TurnsThePixelsToSrgbWhereTheFormatHoldsNone)
 {
     Library lib;
-    const ImageBuffer aImage = aExchangedColours();
+    const ImageBuffer image = ExchangedColours();
 
-    ASSERT_TRUE(lib.objImageFile.SaveBMP(aImage, lib.objFolder.sPath("out.bmp")));
+    ASSERT_TRUE(lib.image_file.SaveBMP(image, lib.folder.Path("out.bmp")));
 
-    const ImageBuffer aBmp = lib.aLoaded(lib.objFolder.sPath("out.bmp"));
-    EXPECT_GE(aBmp.bytes[1], 254);  // the left side is green
-    EXPECT_LE(aBmp.bytes[2], 1);
-    EXPECT_EQ(aImage.icc_profile, aSwappedProfile());  // what was lent is as it was
-    EXPECT_EQ(aImage.bytes[2], 255);
+    const ImageBuffer bmp = lib.Loaded(lib.folder.Path("out.bmp"));
+    EXPECT_GE(bmp.bytes[1], 254);  // the left side is green
+    EXPECT_LE(bmp.bytes[2], 1);
+    EXPECT_EQ(image.icc_profile, SwappedProfile());  // what was lent is as it was
+    EXPECT_EQ(image.bytes[2], 255);
 }
 
 TEST(SaveOfAPictureWithAProfile, KeepsThePixelsWhereTheProfileGoesAlong)
 {
     Library lib;
-    ASSERT_TRUE(lib.objImageFile.SaveJPEG(aExchangedColours(), lib.objFolder.sPath("out.jpg")));
+    ASSERT_TRUE(lib.image_file.SaveJPEG(ExchangedColours(), lib.folder.Path("out.jpg")));
 
-    const ImageBuffer aJpeg = lib.aLoaded(lib.objFolder.sPath("out.jpg"));
-    EXPECT_EQ(aJpeg.icc_profile, aSwappedProfile());
-    EXPECT_GE(aJpeg.bytes[2], 250);
+    const ImageBuffer jpeg = lib.Loaded(lib.folder.Path("out.jpg"));
+    EXPECT_EQ(jpeg.icc_profile, SwappedProfile());
+    EXPECT_GE(jpeg.bytes[2], 250);
 }
 
 TEST(SaveOfAPictureWithAProfile, TakesTheColoursAsTheyAreWhenTheProfileCannotBeUsed)
 {
     Library lib;
-    ImageBuffer aImage = aExchangedColours();
-    std::fill(aImage.icc_profile.begin() + 132, aImage.icc_profile.end(), std::uint8_t{0xFF});
+    ImageBuffer image = ExchangedColours();
+    std::fill(image.icc_profile.begin() + 132, image.icc_profile.end(), std::uint8_t{0xFF});
 
-    ASSERT_TRUE(lib.objImageFile.SaveBMP(aImage, lib.objFolder.sPath("out.bmp")));
+    ASSERT_TRUE(lib.image_file.SaveBMP(image, lib.folder.Path("out.bmp")));
 
-    EXPECT_EQ(lib.aLoaded(lib.objFolder.sPath("out.bmp")).bytes[2], 255);
+    EXPECT_EQ(lib.Loaded(lib.folder.Path("out.bmp")).bytes[2], 255);
 }
 
 TEST(SaveOfAPictureWithAProfile, LaysAlphaOnWhiteAndTurnsTheColours)
 {
     Library lib;
-    ImageBuffer aImage = aPattern(2, 1, 4);
-    aImage.bytes = {0, 0, 255, 255, 0, 0, 255, 0};  // red and nothing
-    aImage.icc_profile = aSwappedProfile();
+    ImageBuffer image = Pattern(2, 1, 4);
+    image.bytes = {0, 0, 255, 255, 0, 0, 255, 0};  // red and nothing
+    image.icc_profile = SwappedProfile();
 
-    ASSERT_TRUE(lib.objImageFile.SaveBMP(aImage, lib.objFolder.sPath("out.bmp")));
+    ASSERT_TRUE(lib.image_file.SaveBMP(image, lib.folder.Path("out.bmp")));
 
-    const ImageBuffer aBmp = lib.aLoaded(lib.objFolder.sPath("out.bmp"));
-    EXPECT_GE(aBmp.bytes[1], 254);
-    EXPECT_LE(aBmp.bytes[2], 1);
-    EXPECT_EQ(aBmp.bytes[3] + aBmp.bytes[4] + aBmp.bytes[5], 3 * 255);
+    const ImageBuffer bmp = lib.Loaded(lib.folder.Path("out.bmp"));
+    EXPECT_GE(bmp.bytes[1], 254);
+    EXPECT_LE(bmp.bytes[2], 1);
+    EXPECT_EQ(bmp.bytes[3] + bmp.bytes[4] + bmp.bytes[5], 3 * 255);
 }
 
 TEST(Load, LeavesTheBufferWhenTheFileIsRefused)
 {
     Library lib;
-    ImageBuffer aImage = aPattern(5, 4, 3);
-    for (const char* sName : {"jpeg/cut.jpg", "jpeg/none.jpg", "jpeg/make.py", "jpeg"})
-        EXPECT_FALSE(lib.objImageFile.LoadImage(sSamplePath(sName), aImage)) << sName;
-    EXPECT_EQ(objDifference(aImage, aPattern(5, 4, 3)).lGreatest, 0);
-    EXPECT_EQ(lib.objImageFile.GetFrameCount(sSamplePath("jpeg/none.jpg")), 0);
+    ImageBuffer image = Pattern(5, 4, 3);
+    for (const char* name : {"jpeg/cut.jpg", "jpeg/none.jpg", "jpeg/make.py", "jpeg"})
+        EXPECT_FALSE(lib.image_file.LoadImage(SamplePath(name), image)) << name;
+    EXPECT_EQ(DifferenceBetween(image, Pattern(5, 4, 3)).greatest, 0);
+    EXPECT_EQ(lib.image_file.GetFrameCount(SamplePath("jpeg/none.jpg")), 0);
 }
 
 TEST(Load, SeesAFileThatWasReplacedSinceTheLastCall)
 {
     Library lib;
-    const std::string sFile = lib.objFolder.sPath("picture");
-    WriteFileContent(sFile, aFileContent(sSamplePath("jpeg/baseline.jpg")));
-    EXPECT_EQ(lib.objImageFile.GetFrameCount(sFile), 1);
-    WriteFileContent(sFile, aFileContent(sSamplePath("jpeg/grey.jpg")));
+    const std::string file = lib.folder.Path("picture");
+    WriteFileContent(file, FileContent(SamplePath("jpeg/baseline.jpg")));
+    EXPECT_EQ(lib.image_file.GetFrameCount(file), 1);
+    WriteFileContent(file, FileContent(SamplePath("jpeg/grey.jpg")));
 
-    EXPECT_EQ(lib.aLoaded(sFile).channels, 1);
+    EXPECT_EQ(lib.Loaded(file).channels, 1);
 }

@@ -5,72 +5,72 @@
 
 #include "src/platform/image/transforms/kernel_image_transform.h"
 
-static ImageBuffer aPicture()
+static ImageBuffer TestPicture()
 {
-    ImageBuffer aImage;
-    aImage.width = 2;
-    aImage.height = 1;
-    aImage.channels = 4;
-    aImage.bytes = {1, 2, 3, 40, 5, 6, 7, 255};
-    return aImage;
+    ImageBuffer image;
+    image.width = 2;
+    image.height = 1;
+    image.channels = 4;
+    image.bytes = {1, 2, 3, 40, 5, 6, 7, 255};
+    return image;
 }
 
 TEST(LazyImageTransform, HandsThePictureToTheModuleAndTakesItBack)
 {
-    LazyImageTransform objTransform;
-    ImageBuffer aImage = aPicture();
+    LazyImageTransform transform;
+    ImageBuffer image = TestPicture();
 
-    objTransform.SetImage(aImage);
-    EXPECT_EQ(aImage.width, 0);
-    EXPECT_TRUE(objTransform.FilterReserved(1));
-    objTransform.GetImageBytes(aImage);
+    transform.SetImage(image);
+    EXPECT_EQ(image.width, 0);
+    EXPECT_TRUE(transform.FilterReserved(1));
+    transform.GetImageBytes(image);
 
-    EXPECT_EQ(aImage.bytes, aPicture().bytes);
-    objTransform.SetImage(aImage);
-    EXPECT_TRUE(objTransform.FilterReserved(2));
-    objTransform.GetImageBytes(aImage);
-    EXPECT_EQ(aImage.bytes, aPicture().bytes);
+    EXPECT_EQ(image.bytes, TestPicture().bytes);
+    transform.SetImage(image);
+    EXPECT_TRUE(transform.FilterReserved(2));
+    transform.GetImageBytes(image);
+    EXPECT_EQ(image.bytes, TestPicture().bytes);
 }
 
 TEST(LazyImageTransform, IsFalseWithoutTheModuleAndKeepsThePicture)
 {
     setenv("VARNEL_MODULE_DIR", "/no/such/folder", 1);
-    LazyImageTransform objTransform;
-    ImageBuffer aImage = aPicture();
-    objTransform.SetImage(aImage);
+    LazyImageTransform transform;
+    ImageBuffer image = TestPicture();
+    transform.SetImage(image);
 
-    EXPECT_FALSE(objTransform.FilterReserved(1));
-    EXPECT_FALSE(objTransform.Invert());
-    objTransform.GetImageBytes(aImage);
+    EXPECT_FALSE(transform.FilterReserved(1));
+    EXPECT_FALSE(transform.Invert());
+    transform.GetImageBytes(image);
 
-    EXPECT_EQ(aImage.bytes, aPicture().bytes);
+    EXPECT_EQ(image.bytes, TestPicture().bytes);
     unsetenv("VARNEL_MODULE_DIR");
 }
 
 TEST(KernelImageTransform, GivesTheOpacityAsItsMask)
 {
-    KernelImageTransform objTransform;
-    ImageBuffer aImage = aPicture();
-    ImageBuffer aMask;
-    objTransform.SetImage(aImage);
+    KernelImageTransform transform;
+    ImageBuffer image = TestPicture();
+    ImageBuffer mask;
+    transform.SetImage(image);
 
-    objTransform.GetMaskBytes(aMask);
+    transform.GetMaskBytes(mask);
 
-    EXPECT_EQ(aMask.channels, 1);
-    EXPECT_EQ(aMask.bytes, (PixelBytes{40, 255}));
+    EXPECT_EQ(mask.channels, 1);
+    EXPECT_EQ(mask.bytes, (PixelBytes{40, 255}));
 }
 
 TEST(KernelImageTransform, GivesAMaskThatIsWholeForAPictureWithoutAlphaAndNoneForNoPicture)
 {
-    KernelImageTransform objTransform;
-    ImageBuffer aMask = aPicture();
-    objTransform.GetMaskBytes(aMask);
-    EXPECT_EQ(aMask.width, 0);
+    KernelImageTransform transform;
+    ImageBuffer mask = TestPicture();
+    transform.GetMaskBytes(mask);
+    EXPECT_EQ(mask.width, 0);
 
-    ImageBuffer aImage;
-    aImage.width = aImage.height = aImage.channels = 1;
-    aImage.bytes.assign(1, 0);
-    objTransform.SetImage(aImage);
-    objTransform.GetMaskBytes(aMask);
-    EXPECT_EQ(aMask.bytes, (PixelBytes{255}));
+    ImageBuffer image;
+    image.width = image.height = image.channels = 1;
+    image.bytes.assign(1, 0);
+    transform.SetImage(image);
+    transform.GetMaskBytes(mask);
+    EXPECT_EQ(mask.bytes, (PixelBytes{255}));
 }

@@ -9,10 +9,10 @@
 #include "src/platform/image/codecs/codec.h"
 
 /// Every codec, those with a signature before those that go by the extension.
-std::span<const Codec* const> aCodecs();
+std::span<const Codec* const> Codecs();
 
 /// The codec of a file type code, or null.
-const Codec* pCodecOfType(std::int32_t lType);
+const Codec* CodecOfType(std::int32_t type);
 
 /// The first codec that recognises the file, or null.
-const Codec* pCodecOfContent(Bytes aHead, std::string_view sExtension);
+const Codec* CodecOfContent(Bytes head, std::string_view extension);

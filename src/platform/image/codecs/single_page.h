@@ -13,19 +13,16 @@ template <typename Decode>
 class SinglePageDecoder : public ImageDecoder
 {
 public:
-    explicit SinglePageDecoder(Decode fnDecode) : m_fnDecode(std::move(fnDecode)) {}
+    explicit SinglePageDecoder(Decode decode) : decode_(std::move(decode)) {}
     std::int32_t FrameCount() override { return 1; }
-    bool DecodeFrame(std::int32_t lFrame, ImageBuffer& aImage) override
-    {
-        return lFrame == 0 && m_fnDecode(aImage);
-    }
+    bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override { return frame == 0 && decode_(image); }
 
 private:
-    Decode m_fnDecode;
+    Decode decode_;
 };
 
 template <typename Decode>
-std::unique_ptr<ImageDecoder> pSinglePage(Decode fnDecode)
+std::unique_ptr<ImageDecoder> SinglePage(Decode decode)
 {
-    return std::make_unique<SinglePageDecoder<Decode>>(std::move(fnDecode));
+    return std::make_unique<SinglePageDecoder<Decode>>(std::move(decode));
 }

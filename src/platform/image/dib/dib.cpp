@@ -244,11 +244,11 @@ static bool DecodeRuns(const DibHeader& header, Bytes bits, ImageBuffer& image)
 // A whole file of another format takes the place of the bits.
 static bool DecodeEmbedded(std::int32_t type, Bytes bits, ImageBuffer& image)
 {
-    const Codec* codec = pCodecOfType(type);
+    const Codec* codec = CodecOfType(type);
     InputFile file(bits);
-    if (!codec || !codec->Sniff(file.Head(), ""))
+    if (!codec || !codec->sniff(file.Head(), ""))
         return false;
-    const std::unique_ptr<ImageDecoder> decoder = codec->Open(file);
+    const std::unique_ptr<ImageDecoder> decoder = codec->open(file);
     return decoder && decoder->DecodeFrame(0, image);
 }
 

@@ -24,8 +24,8 @@ TEST(InputFile, GivesHeadAllAndParts)
 {
     const TestFolder folder;
     const auto content = Counted(10000);
-    WriteFileContent(folder.sPath("a"), content);
-    const auto file = InputFile::Open(folder.sPath("a"));
+    WriteFileContent(folder.Path("a"), content);
+    const auto file = InputFile::Open(folder.Path("a"));
     ASSERT_TRUE(file);
     std::vector<std::uint8_t> part(100);
 
@@ -58,8 +58,8 @@ TEST(InputFile, LendsBytesInMemory)
 TEST(InputFile, IsEmptyForNoBytes)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("empty"), {});
-    const auto file = InputFile::Open(folder.sPath("empty"));
+    WriteFileContent(folder.Path("empty"), {});
+    const auto file = InputFile::Open(folder.Path("empty"));
     InputFile memory{Bytes{}};
     std::vector<std::uint8_t> part(10);
 
@@ -75,10 +75,10 @@ TEST(InputFile, IsEmptyForNoBytes)
 TEST(InputFile, GivesWhatIsLeftOfAFileThatIsCutWhileItIsOpen)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("a"), Counted(10000));
-    const auto file = InputFile::Open(folder.sPath("a"));
+    WriteFileContent(folder.Path("a"), Counted(10000));
+    const auto file = InputFile::Open(folder.Path("a"));
     ASSERT_TRUE(file);
-    ASSERT_EQ(truncate(folder.sPath("a").c_str(), 3000), 0);
+    ASSERT_EQ(truncate(folder.Path("a").c_str(), 3000), 0);
 
     EXPECT_EQ(CopyOf(file->Head()), Counted(3000));
     EXPECT_EQ(CopyOf(file->All()), Counted(3000));
@@ -87,10 +87,10 @@ TEST(InputFile, GivesWhatIsLeftOfAFileThatIsCutWhileItIsOpen)
 TEST(InputFile, GivesNoMoreThanThereWasWhenItWasOpened)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("a"), Counted(100));
-    const auto file = InputFile::Open(folder.sPath("a"));
+    WriteFileContent(folder.Path("a"), Counted(100));
+    const auto file = InputFile::Open(folder.Path("a"));
     ASSERT_TRUE(file);
-    WriteFileContent(folder.sPath("a"), Counted(200));
+    WriteFileContent(folder.Path("a"), Counted(200));
 
     EXPECT_EQ(file->All().size(), 100u);
 }
@@ -98,28 +98,28 @@ TEST(InputFile, GivesNoMoreThanThereWasWhenItWasOpened)
 TEST(InputFile, OpensOnlyRegularFilesAndLinksToThem)
 {
     const TestFolder folder;
-    ASSERT_EQ(mkfifo(folder.sPath("pipe").c_str(), 0600), 0);
-    WriteFileContent(folder.sPath("a"), Counted(5));
-    ASSERT_EQ(symlink("a", folder.sPath("link").c_str()), 0);
-    ASSERT_EQ(symlink("nowhere", folder.sPath("dangling").c_str()), 0);
+    ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
+    WriteFileContent(folder.Path("a"), Counted(5));
+    ASSERT_EQ(symlink("a", folder.Path("link").c_str()), 0);
+    ASSERT_EQ(symlink("nowhere", folder.Path("dangling").c_str()), 0);
 
-    EXPECT_FALSE(InputFile::Open(folder.sPath("")));
-    EXPECT_FALSE(InputFile::Open(folder.sPath("pipe"))) << "and doesn't wait for its writer";
+    EXPECT_FALSE(InputFile::Open(folder.Path("")));
+    EXPECT_FALSE(InputFile::Open(folder.Path("pipe"))) << "and doesn't wait for its writer";
     EXPECT_FALSE(InputFile::Open("/dev/null"));
     EXPECT_FALSE(InputFile::Open("/dev/zero"));
-    EXPECT_FALSE(InputFile::Open(folder.sPath("missing")));
-    EXPECT_FALSE(InputFile::Open(folder.sPath("dangling")));
-    EXPECT_FALSE(InputFile::Open(folder.sPath("a/b")));
+    EXPECT_FALSE(InputFile::Open(folder.Path("missing")));
+    EXPECT_FALSE(InputFile::Open(folder.Path("dangling")));
+    EXPECT_FALSE(InputFile::Open(folder.Path("a/b")));
     EXPECT_FALSE(InputFile::Open(""));
-    EXPECT_TRUE(InputFile::Open(folder.sPath("link")));
+    EXPECT_TRUE(InputFile::Open(folder.Path("link")));
 }
 
 TEST(InputFile, ReadsAWholeFileOnlyWhenAPictureCanBeThatLarge)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("sparse"), Counted(5000));
-    ASSERT_EQ(truncate(folder.sPath("sparse").c_str(), off_t{1} << 40), 0);
-    const auto file = InputFile::Open(folder.sPath("sparse"));
+    WriteFileContent(folder.Path("sparse"), Counted(5000));
+    ASSERT_EQ(truncate(folder.Path("sparse").c_str(), off_t{1} << 40), 0);
+    const auto file = InputFile::Open(folder.Path("sparse"));
     ASSERT_TRUE(file);
 
     EXPECT_TRUE(file->All().empty());
@@ -129,14 +129,14 @@ TEST(InputFile, ReadsAWholeFileOnlyWhenAPictureCanBeThatLarge)
 TEST(FileIdentity, ChangesWithContentAndFile)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("a"), Counted(10));
-    WriteFileContent(folder.sPath("b"), Counted(10));
-    const auto file = InputFile::Open(folder.sPath("a"));
+    WriteFileContent(folder.Path("a"), Counted(10));
+    WriteFileContent(folder.Path("b"), Counted(10));
+    const auto file = InputFile::Open(folder.Path("a"));
     ASSERT_TRUE(file);
 
-    EXPECT_EQ(InputFile::IdentityOf(folder.sPath("a")), file->Identity());
-    EXPECT_NE(InputFile::IdentityOf(folder.sPath("b")), file->Identity());
-    EXPECT_FALSE(InputFile::IdentityOf(folder.sPath("missing")));
-    WriteFileContent(folder.sPath("a"), Counted(11));
-    EXPECT_NE(InputFile::IdentityOf(folder.sPath("a")), file->Identity());
+    EXPECT_EQ(InputFile::IdentityOf(folder.Path("a")), file->Identity());
+    EXPECT_NE(InputFile::IdentityOf(folder.Path("b")), file->Identity());
+    EXPECT_FALSE(InputFile::IdentityOf(folder.Path("missing")));
+    WriteFileContent(folder.Path("a"), Counted(11));
+    EXPECT_NE(InputFile::IdentityOf(folder.Path("a")), file->Identity());
 }

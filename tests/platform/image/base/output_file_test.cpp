@@ -21,7 +21,7 @@ static std::vector<std::uint8_t> Filled(std::size_t size, std::uint8_t byte)
 static std::vector<std::string> NamesIn(const TestFolder& folder)
 {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.sPath("")))
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path("")))
         names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
@@ -63,12 +63,12 @@ TEST(OutputFile, IsThereOnlyOnceItIsCommitted)
 {
     const TestFolder folder;
     {
-        OutputFile out(folder.sPath("a"));
+        OutputFile out(folder.Path("a"));
         ASSERT_FALSE(out.Failed());
         EXPECT_TRUE(out.Write(Filled(1000000, 7)));
-        EXPECT_FALSE(std::filesystem::exists(folder.sPath("a")));
+        EXPECT_FALSE(std::filesystem::exists(folder.Path("a")));
         EXPECT_TRUE(out.Commit());
-        EXPECT_EQ(aFileContent(folder.sPath("a")), Filled(1000000, 7));
+        EXPECT_EQ(FileContent(folder.Path("a")), Filled(1000000, 7));
     }
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
@@ -77,7 +77,7 @@ TEST(OutputFile, LeavesNothingBehindWithoutACommit)
 {
     const TestFolder folder;
     {
-        OutputFile out(folder.sPath("a"));
+        OutputFile out(folder.Path("a"));
         EXPECT_TRUE(out.Write(Filled(1000000, 7)));
     }
     EXPECT_TRUE(NamesIn(folder).empty());
@@ -86,7 +86,7 @@ TEST(OutputFile, LeavesNothingBehindWithoutACommit)
 TEST(OutputFile, WritesNumbersOfBothByteOrders)
 {
     const TestFolder folder;
-    OutputFile out(folder.sPath("a"));
+    OutputFile out(folder.Path("a"));
     out.WriteU8(1);
     out.WriteU16Le(0x0203);
     out.WriteU32Le(0x04050607);
@@ -94,14 +94,14 @@ TEST(OutputFile, WritesNumbersOfBothByteOrders)
     out.WriteU32Be(0x0A0B0C0D);
     ASSERT_TRUE(out.Commit());
 
-    EXPECT_EQ(aFileContent(folder.sPath("a")),
+    EXPECT_EQ(FileContent(folder.Path("a")),
               (std::vector<std::uint8_t>{1, 3, 2, 7, 6, 5, 4, 8, 9, 10, 11, 12, 13}));
 }
 
 TEST(OutputFile, KeepsItsPlaceThroughSmallAndLargeWritesSeeksAndReads)
 {
     const TestFolder folder;
-    OutputFile out(folder.sPath("a"));
+    OutputFile out(folder.Path("a"));
     std::vector<std::uint8_t> expected;
     for (std::size_t size : {1u, 5000u, 200000u, 3u, 131072u, 100000u, 40000u}) {
         const auto part = Filled(size, static_cast<std::uint8_t>(size % 251));
@@ -126,13 +126,13 @@ TEST(OutputFile, KeepsItsPlaceThroughSmallAndLargeWritesSeeksAndReads)
     expected.push_back(98);
     EXPECT_EQ(out.Size(), expected.size());
     ASSERT_TRUE(out.Commit());
-    EXPECT_TRUE(aFileContent(folder.sPath("a")) == expected);
+    EXPECT_TRUE(FileContent(folder.Path("a")) == expected);
 }
 
 TEST(OutputFile, WritesAnyCountOfSmallPiecesOneAfterTheOther)
 {
     const TestFolder folder;
-    OutputFile out(folder.sPath("a"));
+    OutputFile out(folder.Path("a"));
     std::vector<std::uint8_t> source(9000);
     for (std::size_t i = 0; i < source.size(); ++i)
         source[i] = static_cast<std::uint8_t>(i * 31 >> 3);
@@ -151,13 +151,13 @@ TEST(OutputFile, WritesAnyCountOfSmallPiecesOneAfterTheOther)
     EXPECT_EQ(out.Position(), expected.size());
     ASSERT_TRUE(out.Commit());
 
-    EXPECT_TRUE(aFileContent(folder.sPath("a")) == expected);
+    EXPECT_TRUE(FileContent(folder.Path("a")) == expected);
 }
 
 TEST(OutputFile, PutsPiecesOfEverySizeWhereTheyBelong)
 {
     const TestFolder folder;
-    OutputFile out(folder.sPath("a"));
+    OutputFile out(folder.Path("a"));
     std::mt19937 random(5);
     std::vector<std::uint8_t> expected;
     std::size_t at = 0;
@@ -180,22 +180,22 @@ TEST(OutputFile, PutsPiecesOfEverySizeWhereTheyBelong)
     }
     ASSERT_TRUE(out.Commit());
 
-    EXPECT_TRUE(aFileContent(folder.sPath("a")) == expected);
+    EXPECT_TRUE(FileContent(folder.Path("a")) == expected);
 }
 
 TEST(OutputFile, ReplacesAFileAndKeepsItsMode)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("a"), Filled(50, 1));
-    ASSERT_EQ(chmod(folder.sPath("a").c_str(), 0640), 0);
-    OutputFile out(folder.sPath("a"));
+    WriteFileContent(folder.Path("a"), Filled(50, 1));
+    ASSERT_EQ(chmod(folder.Path("a").c_str(), 0640), 0);
+    OutputFile out(folder.Path("a"));
     EXPECT_TRUE(out.Write(Filled(20, 2)));
-    EXPECT_EQ(aFileContent(folder.sPath("a")), Filled(50, 1)) << "the old one as long as it isn't committed";
+    EXPECT_EQ(FileContent(folder.Path("a")), Filled(50, 1)) << "the old one as long as it isn't committed";
 
     EXPECT_TRUE(out.Commit());
 
-    EXPECT_EQ(aFileContent(folder.sPath("a")), Filled(20, 2));
-    EXPECT_EQ(ModeOf(folder.sPath("a")), 0640u);
+    EXPECT_EQ(FileContent(folder.Path("a")), Filled(20, 2));
+    EXPECT_EQ(ModeOf(folder.Path("a")), 0640u);
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
@@ -203,45 +203,45 @@ TEST(OutputFile, GivesANewFileTheModeThatTheUserGivesNewFiles)
 {
     const TestFolder folder;
     const mode_t old = umask(027);
-    OutputFile out(folder.sPath("a"));
+    OutputFile out(folder.Path("a"));
     const bool done = out.Commit();
     umask(old);
 
     EXPECT_TRUE(done);
-    EXPECT_EQ(ModeOf(folder.sPath("a")), 0640u);
+    EXPECT_EQ(ModeOf(folder.Path("a")), 0640u);
 }
 
 TEST(OutputFile, ReplacesAFileThatAppearedMeanwhile)
 {
     const TestFolder folder;
-    OutputFile out(folder.sPath("a"));
+    OutputFile out(folder.Path("a"));
     EXPECT_TRUE(out.Write(Filled(20, 2)));
-    WriteFileContent(folder.sPath("a"), Filled(50, 1));
+    WriteFileContent(folder.Path("a"), Filled(50, 1));
 
     EXPECT_TRUE(out.Commit());
 
-    EXPECT_EQ(aFileContent(folder.sPath("a")), Filled(20, 2));
+    EXPECT_EQ(FileContent(folder.Path("a")), Filled(20, 2));
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
 TEST(OutputFile, TakesNothingMoreOnceItIsCommitted)
 {
     const TestFolder folder;
-    OutputFile out(folder.sPath("a"));
+    OutputFile out(folder.Path("a"));
     ASSERT_TRUE(out.Commit());
 
     EXPECT_FALSE(out.WriteU8(1));
     EXPECT_FALSE(out.Commit());
-    EXPECT_TRUE(aFileContent(folder.sPath("a")).empty());
+    EXPECT_TRUE(FileContent(folder.Path("a")).empty());
 }
 
 TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("a"), Filled(50, 1));
+    WriteFileContent(folder.Path("a"), Filled(50, 1));
     {
         const FullDisk disk(200000);
-        OutputFile out(folder.sPath("a"));
+        OutputFile out(folder.Path("a"));
         ASSERT_FALSE(out.Failed());
         EXPECT_TRUE(out.Write(Filled(150000, 2)));
         EXPECT_FALSE(out.Write(Filled(150000, 2)));
@@ -250,7 +250,7 @@ TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull)
         EXPECT_FALSE(out.Seek(0));
         EXPECT_FALSE(out.Commit());
     }
-    EXPECT_EQ(aFileContent(folder.sPath("a")), Filled(50, 1));
+    EXPECT_EQ(FileContent(folder.Path("a")), Filled(50, 1));
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
@@ -259,7 +259,7 @@ TEST(OutputFile, NoticesAFullDiskInWhatIsStillGatheredAtTheEnd)
     const TestFolder folder;
     {
         const FullDisk disk(100);
-        OutputFile out(folder.sPath("a"));
+        OutputFile out(folder.Path("a"));
         EXPECT_TRUE(out.Write(Filled(101, 2)));
         EXPECT_FALSE(out.Commit());
     }
@@ -272,7 +272,7 @@ TEST(OutputFile, NoticesAFullDiskInTheMiddleOfPieces)
     const auto piece = Filled(1000, 3);
     {
         const FullDisk disk(500500);
-        OutputFile out(folder.sPath("a"));
+        OutputFile out(folder.Path("a"));
         for (int l = 0; l < 600; ++l)
             static_cast<void>(out.Write(piece));
         EXPECT_TRUE(out.Failed());
@@ -284,54 +284,54 @@ TEST(OutputFile, NoticesAFullDiskInTheMiddleOfPieces)
 TEST(OutputFile, FollowsALinkAndReplacesWhatItPointsTo)
 {
     const TestFolder folder;
-    std::filesystem::create_directory(folder.sPath("there"));
-    WriteFileContent(folder.sPath("there/a"), Filled(50, 1));
-    ASSERT_EQ(symlink("there/a", folder.sPath("link").c_str()), 0);
-    OutputFile out(folder.sPath("link"));
+    std::filesystem::create_directory(folder.Path("there"));
+    WriteFileContent(folder.Path("there/a"), Filled(50, 1));
+    ASSERT_EQ(symlink("there/a", folder.Path("link").c_str()), 0);
+    OutputFile out(folder.Path("link"));
     EXPECT_TRUE(out.Write(Filled(20, 2)));
 
     EXPECT_TRUE(out.Commit());
 
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.sPath("link")));
-    EXPECT_EQ(aFileContent(folder.sPath("there/a")), Filled(20, 2));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
+    EXPECT_EQ(FileContent(folder.Path("there/a")), Filled(20, 2));
 }
 
 TEST(OutputFile, MakesWhatALinkPointsToInVain)
 {
     const TestFolder folder;
-    std::filesystem::create_directory(folder.sPath("there"));
-    ASSERT_EQ(symlink("there/second", folder.sPath("link").c_str()), 0);
-    ASSERT_EQ(symlink((folder.sPath("there/a")).c_str(), folder.sPath("there/second").c_str()), 0);
-    OutputFile out(folder.sPath("link"));
+    std::filesystem::create_directory(folder.Path("there"));
+    ASSERT_EQ(symlink("there/second", folder.Path("link").c_str()), 0);
+    ASSERT_EQ(symlink((folder.Path("there/a")).c_str(), folder.Path("there/second").c_str()), 0);
+    OutputFile out(folder.Path("link"));
     EXPECT_TRUE(out.Write(Filled(20, 2)));
 
     EXPECT_TRUE(out.Commit());
 
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.sPath("link")));
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.sPath("there/second")));
-    EXPECT_EQ(aFileContent(folder.sPath("there/a")), Filled(20, 2));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("there/second")));
+    EXPECT_EQ(FileContent(folder.Path("there/a")), Filled(20, 2));
 }
 
 TEST(OutputFile, FailsForLinksThatPointInARingOrIntoNoFolder)
 {
     const TestFolder folder;
-    ASSERT_EQ(symlink("one", folder.sPath("two").c_str()), 0);
-    ASSERT_EQ(symlink("two", folder.sPath("one").c_str()), 0);
-    ASSERT_EQ(symlink("nowhere/a", folder.sPath("lost").c_str()), 0);
+    ASSERT_EQ(symlink("one", folder.Path("two").c_str()), 0);
+    ASSERT_EQ(symlink("two", folder.Path("one").c_str()), 0);
+    ASSERT_EQ(symlink("nowhere/a", folder.Path("lost").c_str()), 0);
 
-    EXPECT_TRUE(OutputFile(folder.sPath("one")).Failed());
-    EXPECT_TRUE(OutputFile(folder.sPath("lost")).Failed());
+    EXPECT_TRUE(OutputFile(folder.Path("one")).Failed());
+    EXPECT_TRUE(OutputFile(folder.Path("lost")).Failed());
     EXPECT_EQ(NamesIn(folder), (std::vector<std::string>{"lost", "one", "two"}));
 }
 
 TEST(OutputFile, FailsForAFolderAPipeAndADevice)
 {
     const TestFolder folder;
-    ASSERT_EQ(mkfifo(folder.sPath("pipe").c_str(), 0600), 0);
-    std::filesystem::create_directory(folder.sPath("folder"));
+    ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
+    std::filesystem::create_directory(folder.Path("folder"));
 
-    for (const std::string& path : {folder.sPath("folder"), folder.sPath("pipe"), std::string("/dev/null"),
-                                    folder.sPath("nowhere/a"), folder.sPath("pipe/a"), std::string()}) {
+    for (const std::string& path : {folder.Path("folder"), folder.Path("pipe"), std::string("/dev/null"),
+                                    folder.Path("nowhere/a"), folder.Path("pipe/a"), std::string()}) {
         OutputFile out(path);
         EXPECT_TRUE(out.Failed() || !out.Commit()) << path;
     }
@@ -341,12 +341,12 @@ TEST(OutputFile, FailsForAFolderAPipeAndADevice)
 TEST(OutputFile, FailsForAFileThatTheUserProtected)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("a"), Filled(50, 1));
-    ASSERT_EQ(chmod(folder.sPath("a").c_str(), 0444), 0);
+    WriteFileContent(folder.Path("a"), Filled(50, 1));
+    ASSERT_EQ(chmod(folder.Path("a").c_str(), 0444), 0);
 
-    EXPECT_TRUE(OutputFile(folder.sPath("a")).Failed());
+    EXPECT_TRUE(OutputFile(folder.Path("a")).Failed());
 
-    EXPECT_EQ(aFileContent(folder.sPath("a")), Filled(50, 1));
+    EXPECT_EQ(FileContent(folder.Path("a")), Filled(50, 1));
 }
 
 TEST(OutputFile, FailsInAFolderThatTheUserProtected)
@@ -354,12 +354,12 @@ TEST(OutputFile, FailsInAFolderThatTheUserProtected)
     if (geteuid() == 0)
         GTEST_SKIP() << "nothing is protected from this user";
     const TestFolder folder;
-    std::filesystem::create_directory(folder.sPath("folder"));
-    ASSERT_EQ(chmod(folder.sPath("folder").c_str(), 0555), 0);
+    std::filesystem::create_directory(folder.Path("folder"));
+    ASSERT_EQ(chmod(folder.Path("folder").c_str(), 0555), 0);
 
-    EXPECT_TRUE(OutputFile(folder.sPath("folder/a")).Failed());
+    EXPECT_TRUE(OutputFile(folder.Path("folder/a")).Failed());
 
-    ASSERT_EQ(chmod(folder.sPath("folder").c_str(), 0755), 0);
+    ASSERT_EQ(chmod(folder.Path("folder").c_str(), 0755), 0);
 }
 
 TEST(OutputFile, CanHaveTheLongestName)
@@ -367,12 +367,12 @@ TEST(OutputFile, CanHaveTheLongestName)
     const TestFolder folder;
     const std::string name(255, 'n');
     for (int i = 0; i < 2; ++i) {  // made, and then replaced
-        OutputFile out(folder.sPath(name));
+        OutputFile out(folder.Path(name));
         EXPECT_TRUE(out.Write(Filled(20, 2)));
         EXPECT_TRUE(out.Commit());
     }
     {
-        OutputFile too_long(folder.sPath(name + "n"));
+        OutputFile too_long(folder.Path(name + "n"));
         EXPECT_TRUE(too_long.Failed() || !too_long.Commit());
     }
 
@@ -383,11 +383,11 @@ TEST(OutputFile, WritesIntoTheWorkingFolderWhenThePathNamesNone)
 {
     const TestFolder folder;
     const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.sPath(""));
+    std::filesystem::current_path(folder.Path(""));
     OutputFile out("a");
     const bool done = out.Write(Filled(20, 2)) && out.Commit();
     std::filesystem::current_path(before);
 
     EXPECT_TRUE(done);
-    EXPECT_EQ(aFileContent(folder.sPath("a")), Filled(20, 2));
+    EXPECT_EQ(FileContent(folder.Path("a")), Filled(20, 2));
 }

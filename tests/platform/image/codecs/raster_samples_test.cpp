@@ -15,110 +15,109 @@
 #include "tests/platform/image/support/raster_checks.h"
 
 struct SampleFolder {
-    const char* sFolder;
-    const Codec& objCodec;
+    const char* folder;
+    const Codec& codec;
 };
 
 // How a failure names the folder.
-static void PrintTo(const SampleFolder& objFolder, std::ostream* pStream)
+static void PrintTo(const SampleFolder& folder, std::ostream* stream)
 {
-    *pStream << objFolder.sFolder;
+    *stream << folder.folder;
 }
 
 class RasterSamples : public testing::TestWithParam<SampleFolder>
 {
 protected:
-    static std::vector<std::string> aFilesIn(const std::string& sFolder)
+    static std::vector<std::string> FilesIn(const std::string& folder)
     {
-        std::vector<std::string> aFound;
-        for (const auto& objEntry : std::filesystem::directory_iterator(sSamplePath(sFolder))) {
-            if (objEntry.is_regular_file())
-                aFound.push_back(objEntry.path().string());
+        std::vector<std::string> found;
+        for (const auto& entry : std::filesystem::directory_iterator(SamplePath(folder))) {
+            if (entry.is_regular_file())
+                found.push_back(entry.path().string());
         }
-        std::sort(aFound.begin(), aFound.end());
-        return aFound;
+        std::sort(found.begin(), found.end());
+        return found;
     }
 
     // The samples with a picture beside them.
-    static std::vector<std::string> aSamples()
+    static std::vector<std::string> Samples()
     {
-        std::vector<std::string> aFound = aFilesIn(GetParam().sFolder);
-        std::erase_if(aFound, [](const std::string& sPath) {
-            return sPath.ends_with(".pam") || !std::filesystem::exists(sPath + ".pam");
+        std::vector<std::string> found = FilesIn(GetParam().folder);
+        std::erase_if(found, [](const std::string& path) {
+            return path.ends_with(".pam") || !std::filesystem::exists(path + ".pam");
         });
-        return aFound;
+        return found;
     }
 };
 
 TEST_P(RasterSamples, GiveThePicturesBesideThem)
 {
-    ASSERT_FALSE(aSamples().empty());
-    for (const std::string& sSample : aSamples()) {
-        const auto aFile = aFileContent(sSample);
-        std::string sPicture = sSample + ".pam";
-        for (std::int32_t lFrame = 0; std::filesystem::exists(sPicture); ++lFrame) {
-            SCOPED_TRACE(sPicture);
-            const auto aExpected = aReadPam(sPicture);
-            ASSERT_TRUE(aExpected);
+    ASSERT_FALSE(Samples().empty());
+    for (const std::string& sample : Samples()) {
+        const auto bytes = FileContent(sample);
+        std::string picture = sample + ".pam";
+        for (std::int32_t frame = 0; std::filesystem::exists(picture); ++frame) {
+            SCOPED_TRACE(picture);
+            const auto expected = ReadPam(picture);
+            ASSERT_TRUE(expected);
 
-            const auto aImage = aDecoded(GetParam().objCodec, aFile, lFrame);
+            const auto image = Decoded(GetParam().codec, bytes, frame);
 
-            ASSERT_TRUE(aImage);
-            EXPECT_EQ(aImage->width, aExpected->width);
-            EXPECT_EQ(aImage->height, aExpected->height);
-            EXPECT_EQ(aImage->channels, aExpected->channels);
-            EXPECT_TRUE(aImage->bytes == aExpected->bytes) << "not the same pixels";
-            sPicture = sSample + "." + std::to_string(lFrame + 1) + ".pam";
+            ASSERT_TRUE(image);
+            EXPECT_EQ(image->width, expected->width);
+            EXPECT_EQ(image->height, expected->height);
+            EXPECT_EQ(image->channels, expected->channels);
+            EXPECT_TRUE(image->bytes == expected->bytes) << "not the same pixels";
+            picture = sample + "." + std::to_string(frame + 1) + ".pam";
         }
     }
 }
 
 TEST_P(RasterSamples, OfTheFolderRefusedAreRefused)
 {
-    const auto aRefused = aFilesIn(std::string(GetParam().sFolder) + "/refused");
-    EXPECT_GE(aRefused.size(), 4u);
-    for (const std::string& sPath : aRefused)
-        EXPECT_FALSE(aDecoded(GetParam().objCodec, aFileContent(sPath))) << sPath;
+    const auto refused = FilesIn(std::string(GetParam().folder) + "/refused");
+    EXPECT_GE(refused.size(), 4u);
+    for (const std::string& path : refused)
+        EXPECT_FALSE(Decoded(GetParam().codec, FileContent(path))) << path;
 }
 
 TEST_P(RasterSamples, AreRecognisedByTheirContentAndNoOtherFormatClaimsThem)
 {
-    for (const std::string& sSample : aSamples()) {
-        const auto aFile = aFileContent(sSample);
-        InputFile objFile(aFile);
-        const std::string sExtension = std::filesystem::path(sSample).extension().string().substr(1);
+    for (const std::string& sample : Samples()) {
+        const auto bytes = FileContent(sample);
+        InputFile file(bytes);
+        const std::string extension = std::filesystem::path(sample).extension().string().substr(1);
 
-        EXPECT_EQ(pCodecOfContent(objFile.Head(), sExtension), &GetParam().objCodec) << sSample;
-        for (const Codec* pCodec : aCodecs())
-            EXPECT_EQ(pCodec->Sniff(objFile.Head(), sExtension), pCodec == &GetParam().objCodec) << sSample;
+        EXPECT_EQ(CodecOfContent(file.Head(), extension), &GetParam().codec) << sample;
+        for (const Codec* codec : Codecs())
+            EXPECT_EQ(codec->sniff(file.Head(), extension), codec == &GetParam().codec) << sample;
     }
 }
 
 TEST_P(RasterSamples, ThatAreCutInTheMiddleAreRefused)
 {
-    for (const std::string& sSample : aSamples()) {
-        const auto aFile = aFileContent(sSample);
-        for (const std::size_t nSize : {aFile.size() / 2, aFile.size() / 4, std::size_t{20}, std::size_t{1}})
-            EXPECT_FALSE(aDecoded(GetParam().objCodec, Bytes(aFile).first(std::min(nSize, aFile.size() - 1))))
-                << sSample << " with " << nSize << " bytes";
+    for (const std::string& sample : Samples()) {
+        const auto bytes = FileContent(sample);
+        for (const std::size_t size : {bytes.size() / 2, bytes.size() / 4, std::size_t{20}, std::size_t{1}})
+            EXPECT_FALSE(Decoded(GetParam().codec, Bytes(bytes).first(std::min(size, bytes.size() - 1))))
+                << sample << " with " << size << " bytes";
     }
 }
 
 TEST_P(RasterSamples, MayLieInAnyByteAndDoNoHarm)
 {
-    for (const std::string& sSample : aSamples())
-        ExpectAnyByteMayLie(GetParam().objCodec, aFileContent(sSample));
+    for (const std::string& sample : Samples())
+        ExpectAnyByteMayLie(GetParam().codec, FileContent(sample));
 }
 
 TEST_P(RasterSamples, OfOtherFormatsAreRefused)
 {
-    const std::string sOwn = GetParam().sFolder;
-    for (const std::string sFolder : {"bmp", "pcx", "ras", "tga", "ico", "cur", "ani", "jpeg"}) {
+    const std::string own = GetParam().folder;
+    for (const std::string folder : {"bmp", "pcx", "ras", "tga", "ico", "cur", "ani", "jpeg"}) {
         // Icons and cursors are told apart by the registry; what opens the one can open the other.
-        const bool bIcons = (sOwn == "ico" || sOwn == "cur") && (sFolder == "ico" || sFolder == "cur");
-        for (const std::string& sPath :
-             sFolder == sOwn || bIcons ? std::vector<std::string>{} : aFilesIn(sFolder))
-            EXPECT_FALSE(aDecoded(GetParam().objCodec, aFileContent(sPath))) << sPath;
+        const bool icons = (own == "ico" || own == "cur") && (folder == "ico" || folder == "cur");
+        for (const std::string& path : folder == own || icons ? std::vector<std::string>{} : FilesIn(folder))
+            EXPECT_FALSE(Decoded(GetParam().codec, FileContent(path))) << path;
     }
 }
 
@@ -127,4 +126,4 @@ INSTANTIATE_TEST_SUITE_P(Formats, RasterSamples,
                                          SampleFolder{"ras", kRasCodec}, SampleFolder{"tga", kTgaCodec},
                                          SampleFolder{"ico", kIcoCodec}, SampleFolder{"cur", kCurCodec},
                                          SampleFolder{"ani", kAniCodec}),
-                         [](const auto& objInfo) { return std::string(objInfo.param.sFolder); });
+                         [](const auto& test) { return std::string(test.param.folder); });

@@ -9,74 +9,73 @@
 #include "tests/platform/image/support/raster_checks.h"
 
 struct Written {
-    const char* sExtension;
-    const Codec& objCodec;
-    const char* sNetpbm;  ///< the program of netpbm that reads the format
+    const char* extension;
+    const Codec& codec;
+    const char* netpbm;  ///< the program of netpbm that reads the format
 };
 
-static void PrintTo(const Written& objWritten, std::ostream* pStream)
+static void PrintTo(const Written& written, std::ostream* stream)
 {
-    *pStream << objWritten.sExtension;
+    *stream << written.extension;
 }
 
 class RasterWrites : public testing::TestWithParam<Written>
 {
 protected:
-    void ExpectSeenAlike(const ImageBuffer& aImage)
+    void ExpectSeenAlike(const ImageBuffer& image)
     {
-        const TestFolder objFolder;
-        const std::string sPath = objFolder.sPath(std::string("written.") + GetParam().sExtension);
-        WriteFileContent(sPath, aEncoded(GetParam().objCodec, aImage));
-        const auto aExpected = aBgraOf(aImage);
+        const TestFolder folder;
+        const std::string path = folder.Path(std::string("written.") + GetParam().extension);
+        WriteFileContent(path, Encoded(GetParam().codec, image));
+        const auto expected = BgraOf(image);
 
-        EXPECT_TRUE(aBgraByImageMagick(sPath) == aExpected) << "ImageMagick";
-        EXPECT_TRUE(aBgraByGraphicsMagick(sPath) == aExpected) << "GraphicsMagick";
-        EXPECT_TRUE(aBgraByPillow(sPath) == aExpected) << "Pillow";
-        if (aImage.channels == 4)
+        EXPECT_TRUE(BgraByImageMagick(path) == expected) << "ImageMagick";
+        EXPECT_TRUE(BgraByGraphicsMagick(path) == expected) << "GraphicsMagick";
+        EXPECT_TRUE(BgraByPillow(path) == expected) << "Pillow";
+        if (image.channels == 4)
             return;
-        std::string sOutput;
-        const std::string sPnm = objFolder.sPath("netpbm.pnm");
+        std::string output;
+        const std::string pnm = folder.Path("netpbm.pnm");
         // pamdepth: a bitmap or a small depth becomes 8 bits.
-        EXPECT_TRUE(
-            bRun(std::string(GetParam().sNetpbm) + " " + sPath + " 2> /dev/null | pamdepth 255 > " + sPnm,
-                 &sOutput))
-            << sOutput;
-        const auto aNetpbm = aReadPnm(sPnm);
-        ASSERT_TRUE(aNetpbm) << GetParam().sNetpbm;
-        EXPECT_TRUE(aBgraOf(*aNetpbm) == aExpected) << GetParam().sNetpbm;
+        EXPECT_TRUE(RunCommand(
+            std::string(GetParam().netpbm) + " " + path + " 2> /dev/null | pamdepth 255 > " + pnm, &output))
+            << output;
+        const auto netpbm = ReadPnm(pnm);
+        ASSERT_TRUE(netpbm) << GetParam().netpbm;
+        EXPECT_TRUE(BgraOf(*netpbm) == expected) << GetParam().netpbm;
     }
 };
 
 TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsInColours)
 {
-    ExpectSeenAlike(aPattern(37, 23, 3));
+    ExpectSeenAlike(Pattern(37, 23, 3));
 }
 
 TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsInGreys)
 {
-    ExpectSeenAlike(aPattern(37, 23, 1));
+    ExpectSeenAlike(Pattern(37, 23, 1));
 }
 
 TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsWithoutAnyOrderInTheirPixels)
 {
-    ExpectSeenAlike(aNoise(64, 10, 3));
+    ExpectSeenAlike(Noise(64, 10, 3));
 }
 
 TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsWithAlphaIfTheyHoldIt)
 {
-    if (GetParam().objCodec.bHoldsAlpha)
-        ExpectSeenAlike(aPattern(37, 23, 4));
+    if (GetParam().codec.holds_alpha)
+        ExpectSeenAlike(Pattern(37, 23, 4));
 }
 
 // How many bytes at the end aren't needed to see the pixels: the filling of the last row of BMP and RAS, the
 // palette of greys of PCX, what follows the pixels of a Targa file.
-static std::size_t nSpareAtEnd(std::int32_t lType, std::int32_t lChannels)
+static std::size_t SpareAtEnd(std::int32_t type, std::int32_t channels)
 {
-    switch (lType) {
+    switch (type) {
         case 2:
             return 3;
         case 7:
-            return lChannels == 1 ? 769 : 0;
+            return channels == 1 ? 769 : 0;
         case 9:
             return 1;
         default:
@@ -86,35 +85,35 @@ static std::size_t nSpareAtEnd(std::int32_t lType, std::int32_t lChannels)
 
 TEST_P(RasterWrites, AreRefusedWhenTheirEndIsMissing)
 {
-    for (const std::int32_t lChannels : {1, 3})
-        ExpectCutFilesRefused(GetParam().objCodec, aEncoded(GetParam().objCodec, aPattern(11, 7, lChannels)),
-                              nSpareAtEnd(GetParam().objCodec.lType, lChannels));
+    for (const std::int32_t channels : {1, 3})
+        ExpectCutFilesRefused(GetParam().codec, Encoded(GetParam().codec, Pattern(11, 7, channels)),
+                              SpareAtEnd(GetParam().codec.type, channels));
 }
 
 TEST_P(RasterWrites, MayLieInAnyByteAndDoNoHarm)
 {
-    for (const std::int32_t lChannels : {1, 3})
-        ExpectAnyByteMayLie(GetParam().objCodec, aEncoded(GetParam().objCodec, aPattern(19, 11, lChannels)));
+    for (const std::int32_t channels : {1, 3})
+        ExpectAnyByteMayLie(GetParam().codec, Encoded(GetParam().codec, Pattern(19, 11, channels)));
 }
 
 TEST_P(RasterWrites, KeepLargePictures)
 {
     // More rows than are read at once, a row longer than most buffers, and a column.
-    for (const auto& [lWidth, lHeight] : {std::pair{1000, 700}, std::pair{65500, 2}, std::pair{1, 5000}}) {
-        for (const std::int32_t lChannels : {1, 3}) {
-            const ImageBuffer aImage = aNoise(lWidth, lHeight, lChannels);
-            const auto aBack = aDecoded(GetParam().objCodec, aEncoded(GetParam().objCodec, aImage));
-            ASSERT_TRUE(aBack);
-            EXPECT_TRUE(aBack->bytes == aImage.bytes) << lWidth << " x " << lHeight << " x " << lChannels;
+    for (const auto& [width, height] : {std::pair{1000, 700}, std::pair{65500, 2}, std::pair{1, 5000}}) {
+        for (const std::int32_t channels : {1, 3}) {
+            const ImageBuffer image = Noise(width, height, channels);
+            const auto back = Decoded(GetParam().codec, Encoded(GetParam().codec, image));
+            ASSERT_TRUE(back);
+            EXPECT_TRUE(back->bytes == image.bytes) << width << " x " << height << " x " << channels;
         }
     }
 }
 
 TEST_P(RasterWrites, SayThatNothingWasWrittenWhenTheFileFailed)
 {
-    OutputFile objOut("/nowhere/at/all");
+    OutputFile out("/nowhere/at/all");
 
-    EXPECT_FALSE(GetParam().objCodec.Encode(aPattern(20, 20, 3), {}, objOut));
+    EXPECT_FALSE(GetParam().codec.encode(Pattern(20, 20, 3), {}, out));
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, RasterWrites,
@@ -122,41 +121,41 @@ INSTANTIATE_TEST_SUITE_P(Formats, RasterWrites,
                                          Written{"pcx", kPcxCodec, "pcxtoppm"},
                                          Written{"ras", kRasCodec, "rasttopnm"},
                                          Written{"tga", kTgaCodec, "tgatoppm"}),
-                         [](const auto& objInfo) { return std::string(objInfo.param.sExtension); });
+                         [](const auto& test) { return std::string(test.param.extension); });
 
 // A picture of any small size whose pixels repeat more or less often.
-static ImageBuffer aAnyPicture(bool bAlphaAllowed)
+static ImageBuffer AnyPicture(bool alpha_allowed)
 {
-    ImageBuffer aImage;
-    aImage.width = *rc::gen::inRange(1, 300);
-    aImage.height = *rc::gen::inRange(1, 12);
-    const auto aKinds = bAlphaAllowed ? std::vector<std::int32_t>{1, 3, 4} : std::vector<std::int32_t>{1, 3};
-    aImage.channels = *rc::gen::elementOf(aKinds);
-    const auto nPixelSize = static_cast<std::size_t>(aImage.channels);
-    const std::size_t nSize =
-        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height) * nPixelSize;
-    const int lRepeats = *rc::gen::inRange(0, 100);
-    std::uint32_t nState = *rc::gen::arbitrary<std::uint32_t>();
-    const auto nNext = [&nState] { return nState = nState * 1664525 + 1013904223, nState >> 24; };
-    while (aImage.bytes.size() < nSize) {
-        const std::size_t nDone = aImage.bytes.size();
-        const bool bRepeat = nDone > 0 && static_cast<int>(nNext() * 100 / 256) < lRepeats;
-        for (std::size_t c = 0; c < nPixelSize; ++c)
-            aImage.bytes.push_back(bRepeat ? aImage.bytes[nDone - nPixelSize + c]
-                                           : static_cast<std::uint8_t>(c == 3 ? nNext() | 1 : nNext()));
+    ImageBuffer image;
+    image.width = *rc::gen::inRange(1, 300);
+    image.height = *rc::gen::inRange(1, 12);
+    const auto kinds = alpha_allowed ? std::vector<std::int32_t>{1, 3, 4} : std::vector<std::int32_t>{1, 3};
+    image.channels = *rc::gen::elementOf(kinds);
+    const auto pixel_size = static_cast<std::size_t>(image.channels);
+    const std::size_t size =
+        static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * pixel_size;
+    const int repeats = *rc::gen::inRange(0, 100);
+    std::uint32_t state = *rc::gen::arbitrary<std::uint32_t>();
+    const auto next = [&state] { return state = state * 1664525 + 1013904223, state >> 24; };
+    while (image.bytes.size() < size) {
+        const std::size_t done = image.bytes.size();
+        const bool repeat = done > 0 && static_cast<int>(next() * 100 / 256) < repeats;
+        for (std::size_t c = 0; c < pixel_size; ++c)
+            image.bytes.push_back(repeat ? image.bytes[done - pixel_size + c]
+                                         : static_cast<std::uint8_t>(c == 3 ? next() | 1 : next()));
     }
-    return aImage;
+    return image;
 }
 
-static void CheckRoundTrip(const Codec& objCodec)
+static void CheckRoundTrip(const Codec& codec)
 {
-    const ImageBuffer aImage = aAnyPicture(objCodec.bHoldsAlpha);
-    const auto aBack = aDecoded(objCodec, aEncoded(objCodec, aImage));
-    RC_ASSERT(aBack.has_value());
-    RC_ASSERT(aBack->width == aImage.width);
-    RC_ASSERT(aBack->height == aImage.height);
-    RC_ASSERT(aBack->channels == aImage.channels);
-    RC_ASSERT(aBack->bytes == aImage.bytes);
+    const ImageBuffer image = AnyPicture(codec.holds_alpha);
+    const auto back = Decoded(codec, Encoded(codec, image));
+    RC_ASSERT(back.has_value());
+    RC_ASSERT(back->width == image.width);
+    RC_ASSERT(back->height == image.height);
+    RC_ASSERT(back->channels == image.channels);
+    RC_ASSERT(back->bytes == image.bytes);
 }
 
 RC_GTEST_PROP(RasterRoundTrip, BmpGivesEveryPixelBack, ())

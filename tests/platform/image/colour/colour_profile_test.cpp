@@ -25,17 +25,17 @@ static ImageBuffer Colours(std::initializer_list<std::array<std::uint8_t, 3>> bg
 
 TEST(ProfileFits, AsksForTheColourSpaceOfTheChannels)
 {
-    EXPECT_TRUE(ProfileFits(aSrgbProfile(), 3));
-    EXPECT_TRUE(ProfileFits(aSrgbProfile(), 4));
-    EXPECT_FALSE(ProfileFits(aSrgbProfile(), 1));
-    EXPECT_TRUE(ProfileFits(aGreyProfile(1.0), 1));
-    EXPECT_FALSE(ProfileFits(aGreyProfile(1.0), 3));
-    EXPECT_FALSE(ProfileFits(aCmykProfile(), 3));
+    EXPECT_TRUE(ProfileFits(SrgbProfile(), 3));
+    EXPECT_TRUE(ProfileFits(SrgbProfile(), 4));
+    EXPECT_FALSE(ProfileFits(SrgbProfile(), 1));
+    EXPECT_TRUE(ProfileFits(GreyProfile(1.0), 1));
+    EXPECT_FALSE(ProfileFits(GreyProfile(1.0), 3));
+    EXPECT_FALSE(ProfileFits(CmykProfile(), 3));
 }
 
 TEST(ProfileFits, RefusesWhatIsCutShortOrNoProfile)
 {
-    std::vector<std::uint8_t> profile = aSrgbProfile();
+    std::vector<std::uint8_t> profile = SrgbProfile();
     profile.pop_back();
     EXPECT_FALSE(ProfileFits(profile, 3));
     EXPECT_FALSE(ProfileFits({}, 3));
@@ -44,45 +44,45 @@ TEST(ProfileFits, RefusesWhatIsCutShortOrNoProfile)
 
 TEST(ProfileIsSrgb, KnowsSrgbByWhatItDoes)
 {
-    EXPECT_TRUE(IsSrgbProfile(aSrgbProfile()));
-    EXPECT_FALSE(IsSrgbProfile(aSwappedProfile()));
-    EXPECT_FALSE(IsSrgbProfile(aGreyProfile(1.0)));
-    EXPECT_FALSE(IsSrgbProfile(aCmykProfile()));
+    EXPECT_TRUE(IsSrgbProfile(SrgbProfile()));
+    EXPECT_FALSE(IsSrgbProfile(SwappedProfile()));
+    EXPECT_FALSE(IsSrgbProfile(GreyProfile(1.0)));
+    EXPECT_FALSE(IsSrgbProfile(CmykProfile()));
     EXPECT_FALSE(IsSrgbProfile({}));
 }
 
 TEST(ConvertToSrgb, ShowsRedAsGreenWhenTheProfileSaysSo)
 {
-    ImageBuffer image = Colours({{0, 0, 255}, {0, 255, 0}, {255, 0, 0}, {90, 90, 90}}, aSwappedProfile());
+    ImageBuffer image = Colours({{0, 0, 255}, {0, 255, 0}, {255, 0, 0}, {90, 90, 90}}, SwappedProfile());
 
     EXPECT_TRUE(ConvertToSrgb(image));
 
     EXPECT_TRUE(image.icc_profile.empty());
     EXPECT_LE(
-        objDifference(image, Colours({{0, 255, 0}, {0, 0, 255}, {255, 0, 0}, {90, 90, 90}}, {})).lGreatest,
+        DifferenceBetween(image, Colours({{0, 255, 0}, {0, 0, 255}, {255, 0, 0}, {90, 90, 90}}, {})).greatest,
         1);
 }
 
 TEST(ConvertToSrgb, KeepsAlpha)
 {
-    ImageBuffer image = aPattern(20, 10, 4);
-    image.icc_profile = aSwappedProfile();
+    ImageBuffer image = Pattern(20, 10, 4);
+    image.icc_profile = SwappedProfile();
     const ImageBuffer before = image;
 
     EXPECT_TRUE(ConvertToSrgb(image));
 
-    EXPECT_GT(objDifference(image, before).lGreatest, 50);
+    EXPECT_GT(DifferenceBetween(image, before).greatest, 50);
     for (std::size_t i = 3; i < image.bytes.size(); i += 4)
         ASSERT_EQ(image.bytes[i], before.bytes[i]);
 }
 
 TEST(ConvertToSrgb, TouchesNothingForSrgbAndForNoProfile)
 {
-    for (const auto& profile : {aSrgbProfile(), std::vector<std::uint8_t>{}}) {
-        ImageBuffer image = aPattern(20, 10, 3);
+    for (const auto& profile : {SrgbProfile(), std::vector<std::uint8_t>{}}) {
+        ImageBuffer image = Pattern(20, 10, 3);
         image.icc_profile = profile;
         EXPECT_TRUE(ConvertToSrgb(image));
-        EXPECT_EQ(objDifference(image, aPattern(20, 10, 3)).lGreatest, 0);
+        EXPECT_EQ(DifferenceBetween(image, Pattern(20, 10, 3)).greatest, 0);
         EXPECT_TRUE(image.icc_profile.empty());
     }
 }
@@ -94,7 +94,7 @@ TEST(ConvertToSrgb, BrightensAGreyOfLinearLightAndLeavesItGrey)
     image.height = 1;
     image.channels = 1;
     image.bytes = {0, 55, 255};
-    image.icc_profile = aGreyProfile(1.0);
+    image.icc_profile = GreyProfile(1.0);
 
     EXPECT_TRUE(ConvertToSrgb(image));
 
@@ -106,26 +106,26 @@ TEST(ConvertToSrgb, BrightensAGreyOfLinearLightAndLeavesItGrey)
 
 TEST(ConvertToSrgb, LeavesThePixelsWhenTheProfileCannotBeUsed)
 {
-    std::vector<std::uint8_t> broken = aSwappedProfile();
+    std::vector<std::uint8_t> broken = SwappedProfile();
     std::fill(broken.begin() + 132, broken.end(), std::uint8_t{0xFF});
-    for (const auto& profile : {broken, aGreyProfile(1.0), aCmykProfile()}) {
-        ImageBuffer image = aPattern(20, 10, 3);
+    for (const auto& profile : {broken, GreyProfile(1.0), CmykProfile()}) {
+        ImageBuffer image = Pattern(20, 10, 3);
         image.icc_profile = profile;
         EXPECT_FALSE(ConvertToSrgb(image));
-        EXPECT_EQ(objDifference(image, aPattern(20, 10, 3)).lGreatest, 0);
+        EXPECT_EQ(DifferenceBetween(image, Pattern(20, 10, 3)).greatest, 0);
         EXPECT_TRUE(image.icc_profile.empty());
     }
 }
 
 TEST(ConvertToSrgb, SurvivesEveryChangedByteOfAProfile)
 {
-    for (const auto& good : {aSwappedProfile(), aGreyProfile(1.8)})
+    for (const auto& good : {SwappedProfile(), GreyProfile(1.8)})
         for (std::size_t n = 0; n < good.size(); ++n) {
-            ImageBuffer image = aPattern(4, 2, good == aSwappedProfile() ? 3 : 1);
+            ImageBuffer image = Pattern(4, 2, good == SwappedProfile() ? 3 : 1);
             image.icc_profile = good;
             image.icc_profile[n] ^= 0xFF;
             ConvertToSrgb(image);
-            EXPECT_EQ(image.bytes.size(), aPattern(4, 2, image.channels).bytes.size());
+            EXPECT_EQ(image.bytes.size(), Pattern(4, 2, image.channels).bytes.size());
         }
 }
 
@@ -142,7 +142,7 @@ TEST(CmykToBgr, IsTheFormulaOfIdealInksWithoutAProfile)
     EXPECT_EQ(bgr, expected);
     CmykToBgr({}, true).Convert(inverted.data(), bgr.data(), 4);
     EXPECT_EQ(bgr, expected);
-    CmykToBgr(aSrgbProfile()).Convert(inks.data(), bgr.data(), 4);  // no profile of inks: not used
+    CmykToBgr(SrgbProfile()).Convert(inks.data(), bgr.data(), 4);  // no profile of inks: not used
     EXPECT_EQ(bgr, expected);
 }
 
@@ -152,7 +152,7 @@ TEST(CmykToBgr, GoesThroughTheProfile)
     const std::vector<std::uint8_t> inks = {255, 0, 0, 0, 0, 0, 255, 0, 0, 0, 0, 0};
     std::vector<std::uint8_t> bgr(9);
 
-    CmykToBgr(aCmykProfile()).Convert(inks.data(), bgr.data(), 3);
+    CmykToBgr(CmykProfile()).Convert(inks.data(), bgr.data(), 3);
 
     EXPECT_LT(bgr[0], 60);  // cyan ink shows yellow: no blue
     EXPECT_GT(bgr[2], 200);

@@ -35,7 +35,7 @@ static Levels LevelsOf(const ImageBuffer& image)
 static ImageBuffer Good(const ByteMaker& maker)
 {
     ImageBuffer image;
-    EXPECT_TRUE(DecodePackedDib(maker.aBytes(), image));
+    EXPECT_TRUE(DecodePackedDib(maker.Data(), image));
     return image;
 }
 
@@ -43,7 +43,7 @@ static bool Refused(const ByteMaker& maker)
 {
     ImageBuffer image;
     image.width = 77;
-    const bool decoded = DecodePackedDib(maker.aBytes(), image);
+    const bool decoded = DecodePackedDib(maker.Data(), image);
     EXPECT_TRUE(decoded || image.width == 77) << "a picture that was refused has been touched";
     return !decoded;
 }
@@ -113,7 +113,7 @@ TEST(DibRaw, WithoutAnyPaletteTheIndexesAreLevels)
     const auto maker = InfoHeader(3, 1, 4);
     ImageBuffer image;
 
-    ASSERT_TRUE(DecodeDib(maker.aBytes(), ByteMaker().U8({0x0F, 0x80, 0, 0}).aBytes(), image));
+    ASSERT_TRUE(DecodeDib(maker.Data(), ByteMaker().U8({0x0F, 0x80, 0, 0}).Data(), image));
 
     EXPECT_EQ(LevelsOf(image), (Levels{0, 255, 136}));
 }
@@ -204,7 +204,7 @@ TEST(DibHeaders, Version5TellsWhereItsProfileLies)
     maker.U32Le({4, 128, 500, 0}).U8({1, 2, 3, 0});
     DibHeader header;
 
-    ASSERT_TRUE(ReadDibHeader(maker.aBytes(), header));
+    ASSERT_TRUE(ReadDibHeader(maker.Data(), header));
 
     EXPECT_EQ(header.bits_offset, 124u);
     EXPECT_EQ(header.profile_offset, 128u);
@@ -313,7 +313,7 @@ TEST(DibRuns, EndWhateverTheBytesAre)
         for (int i = next() % 120; i > 0; --i)
             maker.U8({next() % 4 == 0 ? next() % 4 : next()});
         ImageBuffer image;
-        if (DecodePackedDib(maker.aBytes(), image)) {
+        if (DecodePackedDib(maker.Data(), image)) {
             ASSERT_EQ(image.bytes.size(), 17u * 9u);
         }
     }

@@ -15,10 +15,10 @@ using Block = std::vector<std::uint8_t>;
 Block Compressed(const Block& indexes, unsigned bits)
 {
     static const TestFolder kFolder;  // one for the thousands of calls
-    OutputFile out(kFolder.sPath("out"));
+    OutputFile out(kFolder.Path("out"));
     EXPECT_TRUE(WriteLzw(indexes, bits, out));
     EXPECT_TRUE(out.Commit());
-    return aFileContent(kFolder.sPath("out"));
+    return FileContent(kFolder.Path("out"));
 }
 
 // The indexes as they come back from a file around the compressed data; empty if it can't be read.
@@ -29,7 +29,7 @@ Block Back(const Block& data, std::size_t count)
     ByteMaker file;
     file.Text("GIF87a").U16Le({width, height}).U8({0, 0, 0, 0x2C}).U16Le({0, 0, width, height}).U8({0});
     file.All(data).U8({0x3B});
-    const auto reader = GifReader::Open(file.aBytes());
+    const auto reader = GifReader::Open(file.Data());
     GifFrame frame;
     if (!reader || reader->NextFrame(frame) != GifReader::Found::kFrame)
         return {};

@@ -114,15 +114,15 @@ std::uint32_t FirstDirectoryNumber(const Block& exif, std::uint16_t tag)
 std::string AsPillowReadsIt(const Block& exif)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("exif"), exif);
-    return sPython(
+    WriteFileContent(folder.Path("exif"), exif);
+    return Python(
         "import sys\nfrom PIL import Image\n"
         "e = Image.Exif(); e.load(b'Exif\\0\\0' + open(sys.argv[1], 'rb').read())\n"
         "for t in sorted(e):\n"
         "    if t not in (0x8769,): print('%04X=%s' % (t, e[t]), end=';')\n"
         "x = e.get_ifd(0x8769)\n"
         "for t in sorted(x):\n    print('%04X=%s' % (t, x[t] if t != 0x927C else len(x[t])), end=';')\n",
-        folder.sPath("exif"));
+        folder.Path("exif"));
 }
 
 ImageInfoTexts AllTexts()
@@ -141,12 +141,12 @@ ImageInfoTexts TitleOnly(const std::string& title)
 
 TEST(ExifForSave, IsEmptyWithoutSourceAndTexts)
 {
-    EXPECT_TRUE(ExifForSave(aPattern(4, 4, 3), {}).empty());
+    EXPECT_TRUE(ExifForSave(Pattern(4, 4, 3), {}).empty());
 }
 
 TEST(ExifForSave, HoldsTheSevenTextsWhereReadersLookForThem)
 {
-    const Block exif = ExifForSave(aPattern(4, 4, 3), AllTexts());
+    const Block exif = ExifForSave(Pattern(4, 4, 3), AllTexts());
 
     EXPECT_EQ(AsPillowReadsIt(exif),
               "010D=A title;010E=What is to be seen;010F=Maker & Sons;0110=Model 7;0132=2021:07:04 21:05:00;"
@@ -157,7 +157,7 @@ TEST(ExifForSave, KeepsTheSourcesTagsAndLetsTextsWin)
 {
     for (const bool big_endian : {false, true}) {
         CameraExif camera{.big_endian = big_endian};
-        ImageBuffer image = aPattern(64, 48, 3);
+        ImageBuffer image = Pattern(64, 48, 3);
         image.metadata.exif = camera.Made();
         image.dots_per_inch_x = image.dots_per_inch_y = 299.5;
         ImageInfoTexts texts;
@@ -176,7 +176,7 @@ TEST(ExifForSave, KeepsTheSourcesTagsAndLetsTextsWin)
 TEST(ExifForSave, LeavesTheMakerNoteWhereItsInnerOffsetsExpectIt)
 {
     CameraExif camera;
-    ImageBuffer image = aPattern(64, 48, 3);
+    ImageBuffer image = Pattern(64, 48, 3);
     image.metadata.exif = camera.Made();
 
     const Block exif = ExifForSave(image, AllTexts());
@@ -189,7 +189,7 @@ TEST(ExifForSave, LeavesTheMakerNoteWhereItsInnerOffsetsExpectIt)
 TEST(ExifForSave, DropsTheThumbnailAndItsDirectory)
 {
     CameraExif camera;
-    ImageBuffer image = aPattern(64, 48, 3);
+    ImageBuffer image = Pattern(64, 48, 3);
     image.metadata.exif = camera.Made();
 
     const Block exif = ExifForSave(image, {});
@@ -202,7 +202,7 @@ TEST(ExifForSave, DropsTheThumbnailAndItsDirectory)
 TEST(ExifForSave, GrowsNoFurtherWhenTheSameTextsAreSavedAgain)
 {
     CameraExif camera;
-    ImageBuffer image = aPattern(64, 48, 3);
+    ImageBuffer image = Pattern(64, 48, 3);
     image.metadata.exif = camera.Made();
     const Block once = ExifForSave(image, AllTexts());
     image.metadata.exif = once;
@@ -216,7 +216,7 @@ TEST(ExifForSave, LeavesOutWhatTellsHowAFileStoredItsPixels)
     Block block = {'I', 'I', 42, 0, 8, 0, 0, 0};
     camera.Append(block, {camera.Short(0x0100, 9), camera.Short(0x0103, 4), CameraExif::Text(kTagMake, "M"),
                           camera.Long(0x0111, 8)});
-    ImageBuffer image = aPattern(4, 4, 3);
+    ImageBuffer image = Pattern(4, 4, 3);
     image.metadata.exif = block;
 
     EXPECT_EQ(AsPillowReadsIt(ExifForSave(image, {})), "010F=M;");
@@ -224,7 +224,7 @@ TEST(ExifForSave, LeavesOutWhatTellsHowAFileStoredItsPixels)
 
 TEST(ExifForSave, TakesABlockThatIsNoneForNone)
 {
-    ImageBuffer image = aPattern(4, 4, 3);
+    ImageBuffer image = Pattern(4, 4, 3);
     image.metadata.exif = {'X', 'X', 1, 2, 3, 4, 5, 6, 7, 8};
     EXPECT_TRUE(ExifForSave(image, {}).empty());
     EXPECT_EQ(AsPillowReadsIt(ExifForSave(image, TitleOnly("T"))), "010D=T;");
@@ -232,14 +232,14 @@ TEST(ExifForSave, TakesABlockThatIsNoneForNone)
 
 TEST(ExifForSave, EndsATextAtItsFirstZero)
 {
-    const Block exif = ExifForSave(aPattern(4, 4, 3), TitleOnly(std::string("abcdef\0ghi", 10)));
+    const Block exif = ExifForSave(Pattern(4, 4, 3), TitleOnly(std::string("abcdef\0ghi", 10)));
     EXPECT_EQ(AsPillowReadsIt(exif), "010D=abcdef;");
 }
 
 TEST(FinishLoaded, TurnsThePictureAndSetsTheOrientationToOne)
 {
     CameraExif camera;
-    ImageBuffer image = aPattern(40, 30, 3);
+    ImageBuffer image = Pattern(40, 30, 3);
     image.dots_per_inch_x = 100;
     image.dots_per_inch_y = 200;
     image.metadata.exif = camera.Made();
@@ -262,7 +262,7 @@ TEST(FinishLoaded, SurvivesEveryBlockThatIsCutOrChanged)
     CameraExif camera{.thumbnail = Block(20, 0xAB)};
     const Block good = camera.Made();
     const auto takes_it = [](const Block& exif) {
-        ImageBuffer image = aPattern(3, 2, 3);
+        ImageBuffer image = Pattern(3, 2, 3);
         image.metadata.exif = exif;
         FinishLoaded(image);
         EXPECT_EQ(image.bytes.size(), 18u);

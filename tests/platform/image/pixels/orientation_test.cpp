@@ -33,10 +33,10 @@ TEST(ApplyOrientation, MovesEveryPixelToItsPlaceForAllEightAndAllChannelCounts)
     for (const int channels : {1, 3, 4})
         for (int orientation = 1; orientation <= 8; ++orientation)
             for (const auto& [w, h] : {std::pair{1, 1}, {1, 7}, {67, 1}, {33, 64}, {100, 37}}) {
-                const ImageBuffer source = aPattern(w, h, channels);
+                const ImageBuffer source = Pattern(w, h, channels);
                 ImageBuffer image = source;
                 ApplyOrientation(image, orientation);
-                EXPECT_EQ(objDifference(image, TurnedSlowly(source, orientation)).lGreatest, 0)
+                EXPECT_EQ(DifferenceBetween(image, TurnedSlowly(source, orientation)).greatest, 0)
                     << orientation << " " << w << "x" << h << " " << channels;
             }
 }
@@ -58,7 +58,7 @@ TEST(ApplyOrientation, PutsTheFirstPixelWhereTheNumberSays)
 
 TEST(ApplyOrientation, ExchangesTheResolutionsForQuarterTurnsOnly)
 {
-    ImageBuffer image = aPattern(4, 4, 3);
+    ImageBuffer image = Pattern(4, 4, 3);
     image.dots_per_inch_x = 100;
     image.dots_per_inch_y = 200;
 
@@ -71,10 +71,10 @@ TEST(ApplyOrientation, ExchangesTheResolutionsForQuarterTurnsOnly)
 
 TEST(ApplyOrientation, LeavesAPictureAloneForANumberThatIsNone)
 {
-    const ImageBuffer source = aPattern(5, 3, 3);
+    const ImageBuffer source = Pattern(5, 3, 3);
     for (const int orientation : {-1, 0, 1, 9, 65536}) {
         ImageBuffer image = source;
         ApplyOrientation(image, orientation);
-        EXPECT_EQ(objDifference(image, source).lGreatest, 0);
+        EXPECT_EQ(DifferenceBetween(image, source).greatest, 0);
     }
 }

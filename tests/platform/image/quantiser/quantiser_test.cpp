@@ -127,13 +127,13 @@ TEST(FittedPalette, HasTheMeanAndNoMoreColoursThanAsked)
     Fill(image, 0, 0, 10, 5, {12, 22, 32});
 
     EXPECT_EQ(FitPalette(image, {}, 1), (std::vector<PaletteColour>{{11, 21, 31}}));
-    EXPECT_LE(FitPalette(aPattern(100, 100, 3), {}, 17).size(), 17u);
-    EXPECT_EQ(FitPalette(aPattern(100, 100, 3), {}, 256).size(), 256u);
+    EXPECT_LE(FitPalette(Pattern(100, 100, 3), {}, 17).size(), 17u);
+    EXPECT_EQ(FitPalette(Pattern(100, 100, 3), {}, 256).size(), 256u);
 }
 
 TEST(FittedPalette, PutsTheFlatColoursFirstAsTheyAre)
 {
-    ImageBuffer image = aPattern(96, 96, 3);
+    ImageBuffer image = Pattern(96, 96, 3);
     Fill(image, 0, 0, 48, 48, {3, 3, 201});
     const auto flats = FindFlatColours(image);
     ASSERT_FALSE(flats.empty());
@@ -146,7 +146,7 @@ TEST(FittedPalette, PutsTheFlatColoursFirstAsTheyAre)
 
 TEST(FittedPalette, DoesNotCountTransparentPixels)
 {
-    ImageBuffer image = aPattern(64, 64, 4);
+    ImageBuffer image = Pattern(64, 64, 4);
     for (std::size_t i = 0; i < image.bytes.size(); i += 4) {
         image.bytes[i + 3] = i % 8 == 0 ? 127 : 128;
         if (i % 8 != 0)
@@ -161,7 +161,7 @@ TEST(FittedPalette, DoesNotCountTransparentPixels)
 
 TEST(FlatColours, AreThoseOfPlainBlocksByFrequency)
 {
-    ImageBuffer image = aPattern(200, 200, 3);
+    ImageBuffer image = Pattern(200, 200, 3);
     Fill(image, 0, 0, 80, 80, {240, 240, 240});
     Fill(image, 80, 0, 80, 160, {242, 242, 242});
     Fill(image, 3, 180, 8, 8, {1, 1, 1});  // on no boundary of blocks
@@ -180,7 +180,7 @@ TEST(FlatColours, AreThoseOfPlainBlocksByFrequency)
 TEST(Quantiser, LeavesPlainAreasWithoutASpeckle)
 {
     // Two greys that lie in one cell of any coarse table, beside a slope that needs all the other colours.
-    ImageBuffer image = aPattern(256, 256, 3);
+    ImageBuffer image = Pattern(256, 256, 3);
     Fill(image, 0, 128, 128, 128, {240, 240, 240});
     Fill(image, 128, 128, 128, 128, {242, 242, 242});
 
@@ -195,7 +195,7 @@ TEST(Quantiser, LeavesPlainAreasWithoutASpeckle)
 
 TEST(Quantiser, KeepsTheMeanOfEveryRegionByDithering)
 {
-    const ImageBuffer image = aPattern(256, 192, 3);
+    const ImageBuffer image = Pattern(256, 192, 3);
 
     const ImageBuffer result = Shown(image, Quantise(image));
 
@@ -207,17 +207,17 @@ TEST(Quantiser, KeepsTheMeanOfEveryRegionByDithering)
 
 TEST(Quantiser, ComesCloserThanTheBestDitheringOfOtherPrograms)
 {
-    const ImageBuffer image = aPattern(320, 240, 3);
+    const ImageBuffer image = Pattern(320, 240, 3);
     const TestFolder folder;
-    WritePnm(folder.sPath("in.ppm"), image);
+    WritePnm(folder.Path("in.ppm"), image);
 
     const double own = Psnr(Shown(image, Quantise(image)), image);
 
     for (const std::string& program : {ImageMagick("convert"), std::string("gm convert")}) {
-        ASSERT_TRUE(bRun(program + " " + folder.sPath("in.ppm") + " " + folder.sPath("out.gif")));
+        ASSERT_TRUE(RunCommand(program + " " + folder.Path("in.ppm") + " " + folder.Path("out.gif")));
         ASSERT_TRUE(
-            bRun(ImageMagick("convert") + " " + folder.sPath("out.gif") + " " + folder.sPath("out.ppm")));
-        EXPECT_GE(own, Psnr(*aReadPnm(folder.sPath("out.ppm")), image)) << program;
+            RunCommand(ImageMagick("convert") + " " + folder.Path("out.gif") + " " + folder.Path("out.ppm")));
+        EXPECT_GE(own, Psnr(*ReadPnm(folder.Path("out.ppm")), image)) << program;
     }
 }
 

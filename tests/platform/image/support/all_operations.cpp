@@ -3,13 +3,13 @@
 
 #include "src/platform/image/transforms/kernel_image_transform.h"
 
-std::vector<NamedOperation> aAllOperations(const Arguments& a)
+std::vector<NamedOperation> AllOperations(const Arguments& a)
 {
     using T = ImageTransform;
-    const double d = a.dNumber, e = a.dOther;
-    const std::int32_t l = a.lNumber, m = a.lOther;
-    const std::uint8_t n = a.nByte;
-    const bool b = a.bFlag;
+    const double d = a.number, e = a.other;
+    const std::int32_t l = a.whole_number, m = a.other_whole;
+    const std::uint8_t n = a.byte;
+    const bool b = a.flag;
     return {{"Autocrop", [](T& t) { return t.Autocrop(); }},
             {"Autocontrast", [](T& t) { return t.Autocontrast(); }},
             {"AutoLevel", [](T& t) { return t.AutoLevel(); }},
@@ -69,11 +69,11 @@ std::vector<NamedOperation> aAllOperations(const Arguments& a)
             {"Reproduce", [=](T& t) { return t.Reproduce(l); }}};
 }
 
-bool bApply(const NamedOperation& obj, ImageBuffer& aImage)
+bool ApplyOperation(const NamedOperation& named_operation, ImageBuffer& image)
 {
-    KernelImageTransform objTransform;
-    objTransform.SetImage(aImage);
-    const bool bDone = obj.fnApply(objTransform);
-    objTransform.GetImageBytes(aImage);
-    return bDone;
+    KernelImageTransform transform;
+    transform.SetImage(image);
+    const bool done = named_operation.apply(transform);
+    transform.GetImageBytes(image);
+    return done;
 }

@@ -11,21 +11,21 @@
 
 /// The numbers that operations are called with: each takes those of its arguments' types.
 struct Arguments {
-    double dNumber = 0;  ///< for every double but the second of two, which gets dOther
-    double dOther = 0;
-    std::int32_t lNumber = 0;
-    std::int32_t lOther = 0;
-    std::uint8_t nByte = 0;
-    bool bFlag = false;
+    double number = 0;  ///< for every double but the second of two, which gets other
+    double other = 0;
+    std::int32_t whole_number = 0;
+    std::int32_t other_whole = 0;
+    std::uint8_t byte = 0;
+    bool flag = false;
 };
 
 struct NamedOperation {
-    std::string sName;
-    std::function<bool(ImageTransform&)> fnApply;
+    std::string name;
+    std::function<bool(ImageTransform&)> apply;
 };
 
 /// All of them, each once.
-std::vector<NamedOperation> aAllOperations(const Arguments& obj);
+std::vector<NamedOperation> AllOperations(const Arguments& arguments);
 
 /// Applies one to the picture, by the kernels.
-bool bApply(const NamedOperation& obj, ImageBuffer& aImage);
+bool ApplyOperation(const NamedOperation& named_operation, ImageBuffer& image);

@@ -10,46 +10,46 @@
 class ByteMaker
 {
 public:
-    ByteMaker& U8(std::initializer_list<int> aValues)
+    ByteMaker& U8(std::initializer_list<int> values)
     {
-        for (const int lValue : aValues)
-            m_aBytes.push_back(static_cast<std::uint8_t>(lValue));
+        for (const int value : values)
+            bytes_.push_back(static_cast<std::uint8_t>(value));
         return *this;
     }
-    ByteMaker& U16Le(std::initializer_list<std::uint32_t> aValues) { return Little(aValues, 2); }
-    ByteMaker& U32Le(std::initializer_list<std::uint32_t> aValues) { return Little(aValues, 4); }
-    ByteMaker& U32Be(std::initializer_list<std::uint32_t> aValues)
+    ByteMaker& U16Le(std::initializer_list<std::uint32_t> values) { return Little(values, 2); }
+    ByteMaker& U32Le(std::initializer_list<std::uint32_t> values) { return Little(values, 4); }
+    ByteMaker& U32Be(std::initializer_list<std::uint32_t> values)
     {
-        for (const std::uint32_t nValue : aValues)
-            for (int lShift = 24; lShift >= 0; lShift -= 8)
-                m_aBytes.push_back(static_cast<std::uint8_t>(nValue >> lShift));
+        for (const std::uint32_t value : values)
+            for (int shift = 24; shift >= 0; shift -= 8)
+                bytes_.push_back(static_cast<std::uint8_t>(value >> shift));
         return *this;
     }
-    ByteMaker& Text(std::string_view sText)
+    ByteMaker& Text(std::string_view text)
     {
-        m_aBytes.insert(m_aBytes.end(), sText.begin(), sText.end());
+        bytes_.insert(bytes_.end(), text.begin(), text.end());
         return *this;
     }
-    ByteMaker& Zeros(std::size_t nCount)
+    ByteMaker& Zeros(std::size_t count)
     {
-        m_aBytes.insert(m_aBytes.end(), nCount, 0);
+        bytes_.insert(bytes_.end(), count, 0);
         return *this;
     }
-    ByteMaker& All(const std::vector<std::uint8_t>& aBytes)
+    ByteMaker& All(const std::vector<std::uint8_t>& bytes)
     {
-        m_aBytes.insert(m_aBytes.end(), aBytes.begin(), aBytes.end());
+        bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
         return *this;
     }
-    const std::vector<std::uint8_t>& aBytes() const { return m_aBytes; }
-    std::size_t nSize() const { return m_aBytes.size(); }
+    const std::vector<std::uint8_t>& Data() const { return bytes_; }
+    std::size_t Size() const { return bytes_.size(); }
 
 private:
-    ByteMaker& Little(std::initializer_list<std::uint32_t> aValues, int lBytes)
+    ByteMaker& Little(std::initializer_list<std::uint32_t> values, int bytes)
     {
-        for (const std::uint32_t nValue : aValues)
-            for (int i = 0; i < lBytes; ++i)
-                m_aBytes.push_back(static_cast<std::uint8_t>(nValue >> (8 * i)));
+        for (const std::uint32_t value : values)
+            for (int i = 0; i < bytes; ++i)
+                bytes_.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
         return *this;
     }
-    std::vector<std::uint8_t> m_aBytes;
+    std::vector<std::uint8_t> bytes_;
 };

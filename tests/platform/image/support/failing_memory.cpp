@@ -7,66 +7,66 @@
 
 static constexpr long kNever = -1;
 // How many allocations go well before one fails; below 0 none does.
-static std::atomic<long> nLeft{kNever};
+static std::atomic<long> left{kNever};
 
-FailingMemory::FailingMemory(std::size_t nBefore)
+FailingMemory::FailingMemory(std::size_t before)
 {
-    nLeft = static_cast<long>(nBefore);
+    left = static_cast<long>(before);
 }
 
 FailingMemory::~FailingMemory()
 {
-    nLeft = kNever;
+    left = kNever;
 }
 
-bool FailingMemory::bHasFailed()
+bool FailingMemory::HasFailed()
 {
-    return nLeft < 0;
+    return left < 0;
 }
 
 // Nothing when it is time to fail.
-static void* pAllocate(std::size_t nBytes, std::size_t nAlignment)
+static void* Allocate(std::size_t bytes, std::size_t alignment)
 {
-    if (nLeft >= 0 && nLeft-- == 0)
+    if (left >= 0 && left-- == 0)
         return nullptr;
-    if (nAlignment <= alignof(std::max_align_t))
-        return std::malloc(nBytes > 0 ? nBytes : 1);
-    void* pBlock = nullptr;
-    return posix_memalign(&pBlock, nAlignment, nBytes) == 0 ? pBlock : nullptr;
+    if (alignment <= alignof(std::max_align_t))
+        return std::malloc(bytes > 0 ? bytes : 1);
+    void* block = nullptr;
+    return posix_memalign(&block, alignment, bytes) == 0 ? block : nullptr;
 }
 
-static void* pOrThrow(void* pBlock)
+static void* OrThrow(void* block)
 {
-    if (!pBlock)
+    if (!block)
         throw std::bad_alloc();
-    return pBlock;
+    return block;
 }
 
-void* operator new(std::size_t nBytes)
+void* operator new(std::size_t bytes)
 {
-    return pOrThrow(pAllocate(nBytes, 0));
+    return OrThrow(Allocate(bytes, 0));
 }
-void* operator new(std::size_t nBytes, std::align_val_t nAlignment)
+void* operator new(std::size_t bytes, std::align_val_t alignment)
 {
-    return pOrThrow(pAllocate(nBytes, static_cast<std::size_t>(nAlignment)));
+    return OrThrow(Allocate(bytes, static_cast<std::size_t>(alignment)));
 }
-void* operator new(std::size_t nBytes, const std::nothrow_t&) noexcept
+void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept
 {
-    return pAllocate(nBytes, 0);
+    return Allocate(bytes, 0);
 }
-void operator delete(void* pBlock) noexcept
+void operator delete(void* block) noexcept
 {
-    std::free(pBlock);
+    std::free(block);
 }
-void operator delete(void* pBlock, std::size_t) noexcept
+void operator delete(void* block, std::size_t) noexcept
 {
-    std::free(pBlock);
+    std::free(block);
 }
-void operator delete(void* pBlock, std::align_val_t) noexcept
+void operator delete(void* block, std::align_val_t) noexcept
 {
-    std::free(pBlock);
+    std::free(block);
 }
-void operator delete(void* pBlock, std::size_t, std::align_val_t) noexcept
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept
 {
-    std::free(pBlock);
+    std::free(block);
 }

@@ -4,16 +4,16 @@
 
 #include <cstddef>
 
-/// While it lives, one allocation by operator new throws std::bad_alloc: the one before which nBefore went
+/// While it lives, one allocation by operator new throws std::bad_alloc: the one before which before went
 /// well since it was made, on any thread. One lives at a time.
 class FailingMemory
 {
 public:
-    explicit FailingMemory(std::size_t nBefore);
+    explicit FailingMemory(std::size_t before);
     ~FailingMemory();
     FailingMemory(const FailingMemory&) = delete;
     FailingMemory& operator=(const FailingMemory&) = delete;
 
     /// True when so many allocations were made that one failed.
-    static bool bHasFailed();
+    static bool HasFailed();
 };

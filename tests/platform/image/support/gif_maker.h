@@ -16,95 +16,95 @@ using GifColours = std::vector<std::array<int, 3>>;  ///< R, G, B; 2, 4, 8 ... o
 class GifMaker
 {
 public:
-    GifMaker(std::uint32_t nWidth, std::uint32_t nHeight, const GifColours& aColours, int lBackground = 0)
+    GifMaker(std::uint32_t width, std::uint32_t height, const GifColours& colours, int background = 0)
     {
-        m_objBytes.Text("GIF89a").U16Le({nWidth, nHeight});
-        m_objBytes.U8({aColours.empty() ? 0 : 0x80 | nTableSize(aColours), lBackground, 0});
-        Table(aColours);
+        bytes_.Text("GIF89a").U16Le({width, height});
+        bytes_.U8({colours.empty() ? 0 : 0x80 | TableSize(colours), background, 0});
+        Table(colours);
     }
-    /// lDisposal 0 to 7; lTransparent -1 for none.
-    GifMaker& Control(int lDisposal, int lTransparent = -1)
+    /// disposal 0 to 7; transparent -1 for none.
+    GifMaker& Control(int disposal, int transparent = -1)
     {
-        m_objBytes.U8({0x21, 0xF9, 4, lDisposal << 2 | (lTransparent >= 0 ? 1 : 0), 10, 0,
-                       lTransparent >= 0 ? lTransparent : 0, 0});
+        bytes_.U8({0x21, 0xF9, 4, disposal << 2 | (transparent >= 0 ? 1 : 0), 10, 0,
+                   transparent >= 0 ? transparent : 0, 0});
         return *this;
     }
-    GifMaker& Comment(const std::string& sText)
+    GifMaker& Comment(const std::string& text)
     {
-        m_objBytes.U8({0x21, 0xFE, static_cast<int>(sText.size())}).Text(sText).U8({0});
+        bytes_.U8({0x21, 0xFE, static_cast<int>(text.size())}).Text(text).U8({0});
         return *this;
     }
     GifMaker& PlainText()
     {
-        m_objBytes.U8({0x21, 0x01, 12}).Zeros(12).U8({1, 'x', 0});
+        bytes_.U8({0x21, 0x01, 12}).Zeros(12).U8({1, 'x', 0});
         return *this;
     }
-    GifMaker& Descriptor(std::uint32_t nLeft, std::uint32_t nTop, std::uint32_t nWidth, std::uint32_t nHeight,
-                         const GifColours& aLocal = {}, bool bInterlaced = false)
+    GifMaker& Descriptor(std::uint32_t left, std::uint32_t top, std::uint32_t width, std::uint32_t height,
+                         const GifColours& local = {}, bool interlaced = false)
     {
-        m_objBytes.U8({0x2C}).U16Le({nLeft, nTop, nWidth, nHeight});
-        m_objBytes.U8({(aLocal.empty() ? 0 : 0x80 | nTableSize(aLocal)) | (bInterlaced ? 0x40 : 0)});
-        Table(aLocal);
+        bytes_.U8({0x2C}).U16Le({left, top, width, height});
+        bytes_.U8({(local.empty() ? 0 : 0x80 | TableSize(local)) | (interlaced ? 0x40 : 0)});
+        Table(local);
         return *this;
     }
-    GifMaker& Pixels(const std::vector<int>& aIndexes)
+    GifMaker& Pixels(const std::vector<int>& indexes)
     {
-        std::vector<std::uint8_t> aData;
-        unsigned nBits = 0, nWaiting = 0;
-        const auto Code = [&](unsigned nCode) {
-            nBits |= nCode << nWaiting;
-            nWaiting += 3;
-            if (nWaiting >= 8) {
-                aData.push_back(static_cast<std::uint8_t>(nBits));
-                nBits >>= 8;
-                nWaiting -= 8;
+        std::vector<std::uint8_t> data;
+        unsigned bit_count = 0, waiting = 0;
+        const auto put_code = [&](unsigned bits) {
+            bit_count |= bits << waiting;
+            waiting += 3;
+            if (waiting >= 8) {
+                data.push_back(static_cast<std::uint8_t>(bit_count));
+                bit_count >>= 8;
+                waiting -= 8;
             }
         };
-        for (std::size_t i = 0; i < aIndexes.size(); ++i) {
+        for (std::size_t i = 0; i < indexes.size(); ++i) {
             if (i % 2 == 0)
-                Code(4);  // clear, before the reader's table grows past 3 bits
-            Code(static_cast<unsigned>(aIndexes[i]));
+                put_code(4);  // clear, before the reader's table grows past 3 bits
+            put_code(static_cast<unsigned>(indexes[i]));
         }
-        Code(5);
-        aData.push_back(static_cast<std::uint8_t>(nBits));
-        return Data(2, aData);
+        put_code(5);
+        data.push_back(static_cast<std::uint8_t>(bit_count));
+        return Data(2, data);
     }
-    GifMaker& Data(int lCodeSize, const std::vector<std::uint8_t>& aData)
+    GifMaker& Data(int code_size, const std::vector<std::uint8_t>& data)
     {
-        m_objBytes.U8({lCodeSize});
-        for (std::size_t i = 0; i < aData.size(); i += 255) {
-            const std::size_t nEnd = std::min(aData.size(), i + 255);
-            m_objBytes.U8({static_cast<int>(nEnd - i)});
-            m_objBytes.All({aData.begin() + static_cast<long>(i), aData.begin() + static_cast<long>(nEnd)});
+        bytes_.U8({code_size});
+        for (std::size_t i = 0; i < data.size(); i += 255) {
+            const std::size_t end = std::min(data.size(), i + 255);
+            bytes_.U8({static_cast<int>(end - i)});
+            bytes_.All({data.begin() + static_cast<long>(i), data.begin() + static_cast<long>(end)});
         }
-        m_objBytes.U8({0});
+        bytes_.U8({0});
         return *this;
     }
-    GifMaker& Frame(std::uint32_t nLeft, std::uint32_t nTop, std::uint32_t nWidth, std::uint32_t nHeight,
-                    const std::vector<int>& aIndexes, const GifColours& aLocal = {})
+    GifMaker& Frame(std::uint32_t left, std::uint32_t top, std::uint32_t width, std::uint32_t height,
+                    const std::vector<int>& indexes, const GifColours& local = {})
     {
-        return Descriptor(nLeft, nTop, nWidth, nHeight, aLocal).Pixels(aIndexes);
+        return Descriptor(left, top, width, height, local).Pixels(indexes);
     }
-    GifMaker& Raw(std::initializer_list<int> aValues)
+    GifMaker& Raw(std::initializer_list<int> values)
     {
-        m_objBytes.U8(aValues);
+        bytes_.U8(values);
         return *this;
     }
     GifMaker& End() { return Raw({0x3B}); }
-    const std::vector<std::uint8_t>& aBytes() const { return m_objBytes.aBytes(); }
+    const std::vector<std::uint8_t>& File() const { return bytes_.Data(); }
 
 private:
-    static int nTableSize(const GifColours& aColours)
+    static int TableSize(const GifColours& colours)
     {
-        int nBits = 1;
-        while (1u << nBits < aColours.size())
-            ++nBits;
-        return nBits - 1;
+        int bits = 1;
+        while (1u << bits < colours.size())
+            ++bits;
+        return bits - 1;
     }
-    void Table(const GifColours& aColours)
+    void Table(const GifColours& colours)
     {
-        for (const auto& aColour : aColours)
-            m_objBytes.U8({aColour[0], aColour[1], aColour[2]});
+        for (const auto& colour : colours)
+            bytes_.U8({colour[0], colour[1], colour[2]});
     }
-    ByteMaker m_objBytes;
+    ByteMaker bytes_;
 };

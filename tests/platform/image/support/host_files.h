@@ -10,9 +10,9 @@
 class HostFiles : public FakeFileSystem
 {
 public:
-    std::optional<std::string> sHostPathOfExisting(const std::string& sPath) const override
+    std::optional<std::string> sHostPathOfExisting(const std::string& path) const override
     {
-        return std::filesystem::exists(sPath) ? std::optional(sPath) : std::nullopt;
+        return std::filesystem::exists(path) ? std::optional(path) : std::nullopt;
     }
-    std::optional<std::string> sHostPathToWrite(const std::string& sPath) const override { return sPath; }
+    std::optional<std::string> sHostPathToWrite(const std::string& path) const override { return path; }
 };

@@ -18,144 +18,141 @@
 
 TestFolder::TestFolder()
 {
-    std::string sTemplate = testing::TempDir() + "varnel-image-XXXXXX";
-    m_sFolder = mkdtemp(sTemplate.data());
+    std::string name_template = testing::TempDir() + "varnel-image-XXXXXX";
+    folder_ = mkdtemp(name_template.data());
 }
 
 TestFolder::~TestFolder()
 {
-    std::error_code objIgnored;
-    std::filesystem::remove_all(m_sFolder, objIgnored);
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
 }
 
-std::string sSamplePath(const std::string& sName)
+std::string SamplePath(const std::string& name)
 {
-    return SourceFolder() + "/tests/samples/" + sName;
+    return SourceFolder() + "/tests/samples/" + name;
 }
 
-std::vector<std::uint8_t> aFileContent(const std::string& sPath)
+std::vector<std::uint8_t> FileContent(const std::string& path)
 {
-    std::ifstream objFile(sPath, std::ios::binary);
-    EXPECT_TRUE(objFile.good()) << sPath;
-    return {std::istreambuf_iterator<char>(objFile), {}};
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file.good()) << path;
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void WriteFileContent(const std::string& sPath, const std::vector<std::uint8_t>& aContent)
+void WriteFileContent(const std::string& path, const std::vector<std::uint8_t>& content)
 {
-    std::ofstream objFile(sPath, std::ios::binary);
-    objFile.write(reinterpret_cast<const char*>(aContent.data()),
-                  static_cast<std::streamsize>(aContent.size()));
-    EXPECT_TRUE(objFile.good()) << sPath;
+    std::ofstream file(path, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
+    EXPECT_TRUE(file.good()) << path;
 }
 
-bool bRun(const std::string& sCommand, std::string* pOutput)
+bool RunCommand(const std::string& command, std::string* output)
 {
-    FILE* pPipe = popen(("{ " + sCommand + "\n} 2>&1").c_str(), "r");
-    if (!pPipe)
+    FILE* pipe = popen(("{ " + command + "\n} 2>&1").c_str(), "r");
+    if (!pipe)
         return false;
-    std::string sOutput;
-    std::array<char, 4096> aPart{};
-    for (std::size_t nRead = 0; (nRead = fread(aPart.data(), 1, aPart.size(), pPipe)) > 0;)
-        sOutput.append(aPart.data(), nRead);
-    if (pOutput)
-        *pOutput = sOutput;
-    return pclose(pPipe) == 0;
+    std::string lines;
+    std::array<char, 4096> part{};
+    for (std::size_t got = 0; (got = fread(part.data(), 1, part.size(), pipe)) > 0;)
+        lines.append(part.data(), got);
+    if (output)
+        *output = lines;
+    return pclose(pipe) == 0;
 }
 
-std::string sPython(const std::string& sProgram, const std::string& sArguments)
+std::string Python(const std::string& program, const std::string& arguments)
 {
-    const TestFolder objFolder;
-    const std::string sFile = objFolder.sPath("program.py");
-    WriteFileContent(sFile, {sProgram.begin(), sProgram.end()});
-    std::string sOutput;
-    EXPECT_TRUE(bRun("/usr/bin/python3 " + sFile + " " + sArguments, &sOutput)) << sOutput;
-    return sOutput;
+    const TestFolder folder;
+    const std::string file = folder.Path("program.py");
+    WriteFileContent(file, {program.begin(), program.end()});
+    std::string output;
+    EXPECT_TRUE(RunCommand("/usr/bin/python3 " + file + " " + arguments, &output)) << output;
+    return output;
 }
 
-ImageBuffer aPattern(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
+ImageBuffer Pattern(std::int32_t width, std::int32_t height, std::int32_t channels)
 {
-    ImageBuffer aImage;
-    aImage.width = lWidth;
-    aImage.height = lHeight;
-    aImage.channels = lChannels;
-    for (std::int32_t y = 0; y < lHeight; ++y)
-        for (std::int32_t x = 0; x < lWidth; ++x)
-            for (std::int32_t c = 0; c < lChannels; ++c) {
-                const std::int32_t lSlope = c == 0   ? x * 255 / lWidth
-                                            : c == 1 ? y * 255 / lHeight
-                                                     : (x + y) * 255 / (lWidth + lHeight);
-                const bool bInBox = x > lWidth / 4 && x < lWidth / 2 && y > lHeight / 3 && y < lHeight / 2;
-                aImage.bytes.push_back(static_cast<std::uint8_t>(bInBox && c < 3 ? 230 - 80 * c : lSlope));
+    ImageBuffer image;
+    image.width = width;
+    image.height = height;
+    image.channels = channels;
+    for (std::int32_t y = 0; y < height; ++y)
+        for (std::int32_t x = 0; x < width; ++x)
+            for (std::int32_t c = 0; c < channels; ++c) {
+                const std::int32_t slope = c == 0   ? x * 255 / width
+                                           : c == 1 ? y * 255 / height
+                                                    : (x + y) * 255 / (width + height);
+                const bool in_box = x > width / 4 && x < width / 2 && y > height / 3 && y < height / 2;
+                image.bytes.push_back(static_cast<std::uint8_t>(in_box && c < 3 ? 230 - 80 * c : slope));
             }
-    return aImage;
+    return image;
 }
 
-std::optional<ImageBuffer> aReadPnm(const std::string& sPath)
+std::optional<ImageBuffer> ReadPnm(const std::string& path)
 {
-    const auto aFile = aFileContent(sPath);
-    std::istringstream objHead(
-        std::string(aFile.begin(), aFile.begin() + std::min<long>(100, std::ssize(aFile))));
-    std::string sMagic;
-    ImageBuffer aImage;
-    int lMost = 0;
-    objHead >> sMagic >> aImage.width >> aImage.height >> lMost;
-    if ((sMagic != "P5" && sMagic != "P6") || lMost != 255)
+    const auto file = FileContent(path);
+    std::istringstream head(std::string(file.begin(), file.begin() + std::min<long>(100, std::ssize(file))));
+    std::string magic;
+    ImageBuffer image;
+    int max = 0;
+    head >> magic >> image.width >> image.height >> max;
+    if ((magic != "P5" && magic != "P6") || max != 255)
         return std::nullopt;
-    aImage.channels = sMagic == "P5" ? 1 : 3;
-    const long lStart = static_cast<long>(objHead.tellg()) + 1;
-    const long lSize = static_cast<long>(aImage.width) * aImage.height * aImage.channels;
-    if (std::ssize(aFile) < lStart + lSize)
+    image.channels = magic == "P5" ? 1 : 3;
+    const long start = static_cast<long>(head.tellg()) + 1;
+    const long size = static_cast<long>(image.width) * image.height * image.channels;
+    if (std::ssize(file) < start + size)
         return std::nullopt;
-    aImage.bytes.assign(aFile.begin() + lStart, aFile.begin() + lStart + lSize);
-    if (aImage.channels == 3)
-        for (std::size_t i = 0; i + 2 < aImage.bytes.size(); i += 3)
-            std::swap(aImage.bytes[i], aImage.bytes[i + 2]);
-    return aImage;
+    image.bytes.assign(file.begin() + start, file.begin() + start + size);
+    if (image.channels == 3)
+        for (std::size_t i = 0; i + 2 < image.bytes.size(); i += 3)
+            std::swap(image.bytes[i], image.bytes[i + 2]);
+    return image;
 }
 
-void WritePnm(const std::string& sPath, const ImageBuffer& aImage)
+void WritePnm(const std::string& path, const ImageBuffer& image)
 {
-    const std::string sHead = std::string(aImage.channels == 1 ? "P5 " : "P6 ") +
-                              std::to_string(aImage.width) + " " + std::to_string(aImage.height) + " 255\n";
-    std::vector<std::uint8_t> aFile(sHead.begin(), sHead.end());
-    const auto nStep = static_cast<std::size_t>(aImage.channels);
-    for (std::size_t i = 0; i < aImage.bytes.size(); i += nStep)
-        for (std::size_t c = std::min<std::size_t>(nStep, 3); c-- > 0;)
-            aFile.push_back(aImage.bytes[i + c]);
-    WriteFileContent(sPath, aFile);
+    const std::string head = std::string(image.channels == 1 ? "P5 " : "P6 ") + std::to_string(image.width) +
+                             " " + std::to_string(image.height) + " 255\n";
+    std::vector<std::uint8_t> file(head.begin(), head.end());
+    const auto step = static_cast<std::size_t>(image.channels);
+    for (std::size_t i = 0; i < image.bytes.size(); i += step)
+        for (std::size_t c = std::min<std::size_t>(step, 3); c-- > 0;)
+            file.push_back(image.bytes[i + c]);
+    WriteFileContent(path, file);
 }
 
-std::optional<ImageBuffer> aDecoded(const Codec& objCodec, Bytes aFile, std::int32_t lFrame)
+std::optional<ImageBuffer> Decoded(const Codec& codec, Bytes bytes, std::int32_t frame)
 {
-    InputFile objFile(aFile);
-    const auto pDecoder = objCodec.Open(objFile);
-    ImageBuffer aImage;
-    if (!pDecoder || lFrame >= pDecoder->FrameCount() || !pDecoder->DecodeFrame(lFrame, aImage))
+    InputFile file(bytes);
+    const auto decoder = codec.open(file);
+    ImageBuffer image;
+    if (!decoder || frame >= decoder->FrameCount() || !decoder->DecodeFrame(frame, image))
         return std::nullopt;
-    return aImage;
+    return image;
 }
 
-std::vector<std::uint8_t> aEncoded(const Codec& objCodec, const ImageBuffer& aImage,
-                                   const SaveSettings& objSettings)
+std::vector<std::uint8_t> Encoded(const Codec& codec, const ImageBuffer& image, const SaveSettings& settings)
 {
-    const TestFolder objFolder;
-    OutputFile objOut(objFolder.sPath("encoded"));
-    if (!objCodec.Encode(aImage, objSettings, objOut) || !objOut.Commit())
+    const TestFolder folder;
+    OutputFile out(folder.Path("encoded"));
+    if (!codec.encode(image, settings, out) || !out.Commit())
         return {};
-    return aFileContent(objFolder.sPath("encoded"));
+    return FileContent(folder.Path("encoded"));
 }
 
-Difference objDifference(const ImageBuffer& aOne, const ImageBuffer& aOther)
+Difference DifferenceBetween(const ImageBuffer& one, const ImageBuffer& other)
 {
-    if (aOne.width != aOther.width || aOne.height != aOther.height || aOne.channels != aOther.channels ||
-        aOne.bytes.size() != aOther.bytes.size() || aOne.bytes.empty())
+    if (one.width != other.width || one.height != other.height || one.channels != other.channels ||
+        one.bytes.size() != other.bytes.size() || one.bytes.empty())
         return {};
-    Difference objResult{0, 0};
-    for (std::size_t i = 0; i < aOne.bytes.size(); ++i) {
-        const int lDifference = std::abs(aOne.bytes[i] - aOther.bytes[i]);
-        objResult.lGreatest = std::max(objResult.lGreatest, lDifference);
-        objResult.dMean += lDifference;
+    Difference result{0, 0};
+    for (std::size_t i = 0; i < one.bytes.size(); ++i) {
+        const int difference = std::abs(one.bytes[i] - other.bytes[i]);
+        result.greatest = std::max(result.greatest, difference);
+        result.mean += difference;
     }
-    objResult.dMean /= static_cast<double>(aOne.bytes.size());
-    return objResult;
+    result.mean /= static_cast<double>(one.bytes.size());
+    return result;
 }

@@ -17,40 +17,40 @@ public:
     TestFolder(const TestFolder&) = delete;
     TestFolder& operator=(const TestFolder&) = delete;
     /// The path of a file in the folder.
-    std::string sPath(const std::string& sName) const { return m_sFolder + "/" + sName; }
+    std::string Path(const std::string& name) const { return folder_ + "/" + name; }
 
 private:
-    std::string m_sFolder;
+    std::string folder_;
 };
 
 /// A file of tests/samples/.
-std::string sSamplePath(const std::string& sName);
+std::string SamplePath(const std::string& name);
 
 /// All bytes of a file; a missing one fails the test and gives none.
-std::vector<std::uint8_t> aFileContent(const std::string& sPath);
-void WriteFileContent(const std::string& sPath, const std::vector<std::uint8_t>& aContent);
+std::vector<std::uint8_t> FileContent(const std::string& path);
+void WriteFileContent(const std::string& path, const std::vector<std::uint8_t>& content);
 
-/// Runs a shell command; True if it ended with 0. What it printed is in *pOutput.
-bool bRun(const std::string& sCommand, std::string* pOutput = nullptr);
+/// Runs a shell command; True if it ended with 0. What it printed is in *output.
+bool RunCommand(const std::string& command, std::string* output = nullptr);
 /// Runs a Python program with the arguments and gives what it printed; a failure fails the test.
-std::string sPython(const std::string& sProgram, const std::string& sArguments);
+std::string Python(const std::string& program, const std::string& arguments);
 
 /// A picture with smooth slopes in all channels and a few hard edges; alpha is a slope too.
-ImageBuffer aPattern(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels);
+ImageBuffer Pattern(std::int32_t width, std::int32_t height, std::int32_t channels);
 /// A binary PGM or PPM as ImageMagick and djpeg write it, 8 bits.
-std::optional<ImageBuffer> aReadPnm(const std::string& sPath);
+std::optional<ImageBuffer> ReadPnm(const std::string& path);
 /// The picture as a binary PGM or PPM (alpha left out).
-void WritePnm(const std::string& sPath, const ImageBuffer& aImage);
+void WritePnm(const std::string& path, const ImageBuffer& image);
 
 /// The first page of bytes in memory, by a codec; nothing if it refuses. Without FinishLoaded.
-std::optional<ImageBuffer> aDecoded(const Codec& objCodec, Bytes aFile, std::int32_t lFrame = 0);
+std::optional<ImageBuffer> Decoded(const Codec& codec, Bytes bytes, std::int32_t frame = 0);
 /// What the codec writes for a picture; empty after a failure.
-std::vector<std::uint8_t> aEncoded(const Codec& objCodec, const ImageBuffer& aImage,
-                                   const SaveSettings& objSettings = {});
+std::vector<std::uint8_t> Encoded(const Codec& codec, const ImageBuffer& image,
+                                  const SaveSettings& settings = {});
 
 /// The greatest and the mean difference of two pictures' bytes; 256 if their sizes differ.
 struct Difference {
-    int lGreatest = 256;
-    double dMean = 256;
+    int greatest = 256;
+    double mean = 256;
 };
-Difference objDifference(const ImageBuffer& aOne, const ImageBuffer& aOther);
+Difference DifferenceBetween(const ImageBuffer& one, const ImageBuffer& other);

@@ -7,15 +7,15 @@
 
 /// Bytes that the process has asked files for and given to them so far, from wherever they came and went.
 struct IoCount {
-    std::uint64_t nRead = 0;
-    std::uint64_t nWritten = 0;
+    std::uint64_t read = 0;
+    std::uint64_t written = 0;
 };
 
-inline IoCount objIoSoFar()
+inline IoCount IoSoFar()
 {
-    std::ifstream objFile("/proc/self/io");
-    IoCount objCount;
-    std::string sName;
-    objFile >> sName >> objCount.nRead >> sName >> objCount.nWritten;
-    return objCount;
+    std::ifstream file("/proc/self/io");
+    IoCount count;
+    std::string name;
+    file >> name >> count.read >> name >> count.written;
+    return count;
 }

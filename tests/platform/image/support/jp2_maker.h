@@ -8,39 +8,34 @@
 
 using Jp2Block = std::vector<std::uint8_t>;
 
-inline Jp2Block Jp2Box(const std::string& sType, const Jp2Block& aContent)
+inline Jp2Block Jp2Box(const std::string& type, const Jp2Block& content)
 {
-    return ByteMaker()
-        .U32Be({static_cast<std::uint32_t>(aContent.size() + 8)})
-        .Text(sType)
-        .All(aContent)
-        .aBytes();
+    return ByteMaker().U32Be({static_cast<std::uint32_t>(content.size() + 8)}).Text(type).All(content).Data();
 }
 
 /// A colour box with one of the numbers of the standard: 16 sRGB, 17 grey, 18 sYCC, 12 CMYK, 14 L*a*b*, 24
 /// e-sYCC.
-inline Jp2Block Jp2Colours(std::uint32_t nSpace, const Jp2Block& aParameters = {})
+inline Jp2Block Jp2Colours(std::uint32_t space, const Jp2Block& parameters = {})
 {
-    return Jp2Box("colr", ByteMaker().U8({1, 0, 0}).U32Be({nSpace}).All(aParameters).aBytes());
+    return Jp2Box("colr", ByteMaker().U8({1, 0, 0}).U32Be({space}).All(parameters).Data());
 }
 
-inline Jp2Block Jp2Profile(const Jp2Block& aProfile)
+inline Jp2Block Jp2Profile(const Jp2Block& profile)
 {
-    return Jp2Box("colr", ByteMaker().U8({2, 0, 0}).All(aProfile).aBytes());
+    return Jp2Box("colr", ByteMaker().U8({2, 0, 0}).All(profile).Data());
 }
 
-/// The file: aHeaderBoxes stand in the header after the size, aBoxes between it and the codestream.
-inline Jp2Block Jp2File(std::uint32_t nWidth, std::uint32_t nHeight, int nComponents,
-                        const Jp2Block& aHeaderBoxes, const Jp2Block& aCodestream,
-                        const Jp2Block& aBoxes = {})
+/// The file: header_boxes stand in the header after the size, boxes between it and the codestream.
+inline Jp2Block Jp2File(std::uint32_t width, std::uint32_t height, int components,
+                        const Jp2Block& header_boxes, const Jp2Block& codestream, const Jp2Block& boxes = {})
 {
-    const Jp2Block aSize =
-        Jp2Box("ihdr", ByteMaker().U32Be({nHeight, nWidth}).U8({0, nComponents, 7, 7, 0, 0}).aBytes());
+    const Jp2Block size =
+        Jp2Box("ihdr", ByteMaker().U32Be({height, width}).U8({0, components, 7, 7, 0, 0}).Data());
     return ByteMaker()
         .All(Jp2Box("jP  ", {0x0D, 0x0A, 0x87, 0x0A}))
-        .All(Jp2Box("ftyp", ByteMaker().Text("jp2 ").U32Be({0}).Text("jp2 ").aBytes()))
-        .All(Jp2Box("jp2h", ByteMaker().All(aSize).All(aHeaderBoxes).aBytes()))
-        .All(aBoxes)
-        .All(Jp2Box("jp2c", aCodestream))
-        .aBytes();
+        .All(Jp2Box("ftyp", ByteMaker().Text("jp2 ").U32Be({0}).Text("jp2 ").Data()))
+        .All(Jp2Box("jp2h", ByteMaker().All(size).All(header_boxes).Data()))
+        .All(boxes)
+        .All(Jp2Box("jp2c", codestream))
+        .Data();
 }

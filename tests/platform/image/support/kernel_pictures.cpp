@@ -4,120 +4,118 @@
 #include <algorithm>
 #include <limits>
 
-static ImageBuffer aEmpty(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels)
+static ImageBuffer Empty(std::int32_t width, std::int32_t height, std::int32_t channels)
 {
-    ImageBuffer aImage;
-    aImage.width = lWidth;
-    aImage.height = lHeight;
-    aImage.channels = lChannels;
-    aImage.bytes.resize(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight) *
-                        static_cast<std::size_t>(lChannels));
-    return aImage;
+    ImageBuffer image;
+    image.width = width;
+    image.height = height;
+    image.channels = channels;
+    image.bytes.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                       static_cast<std::size_t>(channels));
+    return image;
 }
 
-ImageBuffer aRandomPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels,
-                           std::uint32_t nStart)
+ImageBuffer RandomPicture(std::int32_t width, std::int32_t height, std::int32_t channels, std::uint32_t start)
 {
-    ImageBuffer aImage = aEmpty(lWidth, lHeight, lChannels);
-    std::uint32_t nState = nStart * 2654435761U + 12345;
-    for (auto& nByte : aImage.bytes) {
-        nState = nState * 1664525U + 1013904223U;
-        nByte = static_cast<std::uint8_t>(nState >> 24);
+    ImageBuffer image = Empty(width, height, channels);
+    std::uint32_t state = start * 2654435761U + 12345;
+    for (auto& byte : image.bytes) {
+        state = state * 1664525U + 1013904223U;
+        byte = static_cast<std::uint8_t>(state >> 24);
     }
-    for (std::size_t i = 3; lChannels == 4 && i < aImage.bytes.size(); i += 4)
-        aImage.bytes[i] = std::max<std::uint8_t>(aImage.bytes[i], 1);
-    return aImage;
+    for (std::size_t i = 3; channels == 4 && i < image.bytes.size(); i += 4)
+        image.bytes[i] = std::max<std::uint8_t>(image.bytes[i], 1);
+    return image;
 }
 
-ImageBuffer aRandomOpaque(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels,
-                          std::uint32_t nStart)
+ImageBuffer RandomOpaque(std::int32_t width, std::int32_t height, std::int32_t channels, std::uint32_t start)
 {
-    ImageBuffer aImage = aRandomPicture(lWidth, lHeight, lChannels, nStart);
-    for (std::size_t i = 3; lChannels == 4 && i < aImage.bytes.size(); i += 4)
-        aImage.bytes[i] = 255;
-    return aImage;
+    ImageBuffer image = RandomPicture(width, height, channels, start);
+    for (std::size_t i = 3; channels == 4 && i < image.bytes.size(); i += 4)
+        image.bytes[i] = 255;
+    return image;
 }
 
-ImageBuffer aPlain(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels, std::uint8_t nValue)
+ImageBuffer Plain(std::int32_t width, std::int32_t height, std::int32_t channels, std::uint8_t value)
 {
-    ImageBuffer aImage = aEmpty(lWidth, lHeight, lChannels);
-    std::fill(aImage.bytes.begin(), aImage.bytes.end(), nValue);
-    return aImage;
+    ImageBuffer image = Empty(width, height, channels);
+    std::fill(image.bytes.begin(), image.bytes.end(), value);
+    return image;
 }
 
-ImageBuffer aGreyOf(std::int32_t lWidth, std::int32_t lHeight, std::initializer_list<int> aLevels)
+ImageBuffer GreyOf(std::int32_t width, std::int32_t height, std::initializer_list<int> levels)
 {
-    ImageBuffer aImage = aPlain(lWidth, lHeight, 1, 0);
-    std::transform(aLevels.begin(), aLevels.end(), aImage.bytes.begin(),
+    ImageBuffer image = Plain(width, height, 1, 0);
+    std::transform(levels.begin(), levels.end(), image.bytes.begin(),
                    [](int n) { return static_cast<std::uint8_t>(n); });
-    return aImage;
+    return image;
 }
 
-ImageBuffer aPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels,
-                     std::initializer_list<std::uint8_t> aBytes)
+ImageBuffer TestPicture(std::int32_t width, std::int32_t height, std::int32_t channels,
+                        std::initializer_list<std::uint8_t> bytes)
 {
-    ImageBuffer aImage;
-    aImage.width = lWidth;
-    aImage.height = lHeight;
-    aImage.channels = lChannels;
-    aImage.bytes = aBytes;
-    return aImage;
+    ImageBuffer image;
+    image.width = width;
+    image.height = height;
+    image.channels = channels;
+    image.bytes = bytes;
+    return image;
 }
 
-ImageBuffer aWidened(const ImageBuffer& aGrey)
+ImageBuffer Widened(const ImageBuffer& grey)
 {
-    ImageBuffer aWide = aPicture(aGrey.width, aGrey.height, 3, {});
-    for (const std::uint8_t n : aGrey.bytes)
-        aWide.bytes.insert(aWide.bytes.end(), {n, n, n});
-    return aWide;
+    ImageBuffer wide = TestPicture(grey.width, grey.height, 3, {});
+    for (const std::uint8_t n : grey.bytes)
+        wide.bytes.insert(wide.bytes.end(), {n, n, n});
+    return wide;
 }
 
-int nValueAt(const ImageBuffer& aImage, std::int32_t x, std::int32_t y, std::int32_t lChannel)
+int ValueAt(const ImageBuffer& image, std::int32_t x, std::int32_t y, std::int32_t channel)
 {
-    x = std::clamp(x, 0, aImage.width - 1);
-    y = std::clamp(y, 0, aImage.height - 1);
-    return aImage.bytes[static_cast<std::size_t>(
-        (static_cast<std::int64_t>(y) * aImage.width + x) * aImage.channels + lChannel)];
+    x = std::clamp(x, 0, image.width - 1);
+    y = std::clamp(y, 0, image.height - 1);
+    return image.bytes[static_cast<std::size_t>(
+        (static_cast<std::int64_t>(y) * image.width + x) * image.channels + channel)];
 }
 
-std::vector<int> aBytesOf(const ImageBuffer& aImage)
+std::vector<int> BytesOf(const ImageBuffer& image)
 {
-    return {aImage.bytes.begin(), aImage.bytes.end()};
+    return {image.bytes.begin(), image.bytes.end()};
 }
 
-bool bEqual(const ImageBuffer& aOne, const ImageBuffer& aOther)
+bool Equal(const ImageBuffer& one, const ImageBuffer& other)
 {
-    return aOne.width == aOther.width && aOne.height == aOther.height && aOne.channels == aOther.channels &&
-           aOne.bytes == aOther.bytes;
+    return one.width == other.width && one.height == other.height && one.channels == other.channels &&
+           one.bytes == other.bytes;
 }
 
-bool bSameAlpha(const ImageBuffer& aOne, const ImageBuffer& aOther)
+bool SameAlpha(const ImageBuffer& one, const ImageBuffer& other)
 {
-    for (std::size_t i = 3; aOne.channels == 4 && i < aOne.bytes.size(); i += 4)
-        if (aOne.bytes[i] != aOther.bytes[i])
+    for (std::size_t i = 3; one.channels == 4 && i < one.bytes.size(); i += 4)
+        if (one.bytes[i] != other.bytes[i])
             return false;
-    return aOne.width == aOther.width && aOne.height == aOther.height && aOne.channels == aOther.channels &&
-           aOne.bytes.size() == aOther.bytes.size();
+    return one.width == other.width && one.height == other.height && one.channels == other.channels &&
+           one.bytes.size() == other.bytes.size();
 }
 
-bool bSound(const ImageBuffer& aImage)
+bool Sound(const ImageBuffer& image)
 {
-    return aImage.width > 0 && aImage.height > 0 &&
-           aImage.bytes.size() == static_cast<std::size_t>(aImage.width) *
-                                      static_cast<std::size_t>(aImage.height) *
-                                      static_cast<std::size_t>(aImage.channels);
+    return image.width > 0 && image.height > 0 &&
+           image.bytes.size() == static_cast<std::size_t>(image.width) *
+                                     static_cast<std::size_t>(image.height) *
+                                     static_cast<std::size_t>(image.channels);
 }
 
-std::vector<PictureShape> aShapes()
+std::vector<PictureShape> Shapes()
 {
-    std::vector<PictureShape> aResult;
-    for (const std::int32_t lChannels : kChannelCounts)
-        for (const auto& [lWidth, lHeight] : kSizes)
-            aResult.push_back({lWidth, lHeight, lChannels});
-    return aResult;
+    std::vector<PictureShape> result;
+    for (const std::int32_t channels : kChannelCounts)
+        for (const auto& [width, height] : kSizes)
+            result.push_back({width, height, channels});
+    return result;
 }
 
-std::vector<double> aHostileDoubles()
+std::vector<double> HostileDoubles()
 {
     using Limits = std::numeric_limits<double>;
     return {Limits::quiet_NaN(),
@@ -141,7 +139,7 @@ std::vector<double> aHostileDoubles()
             32767.0};
 }
 
-std::vector<std::int32_t> aHostileLongs()
+std::vector<std::int32_t> HostileLongs()
 {
     return {INT32_MIN, INT32_MAX, INT32_MIN + 1, -32768, 32767,  65536, -256, -1, 0, 1,
             2,         3,         255,           256,    1000000};

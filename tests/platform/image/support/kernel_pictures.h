@@ -15,37 +15,37 @@ inline constexpr std::pair<int, int> kSizes[] = {{1, 1}, {1, 9}, {11, 1},  {2, 2
                                                  {3, 3}, {7, 5}, {33, 19}, {67, 40}};
 /// All of them together.
 struct PictureShape {
-    std::int32_t lWidth, lHeight, lChannels;
+    std::int32_t width, height, channels;
 };
-std::vector<PictureShape> aShapes();
+std::vector<PictureShape> Shapes();
 
 /// The picture with these bytes, row after row.
-ImageBuffer aPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels,
-                     std::initializer_list<std::uint8_t> aBytes);
+ImageBuffer TestPicture(std::int32_t width, std::int32_t height, std::int32_t channels,
+                        std::initializer_list<std::uint8_t> bytes);
 /// A picture of random bytes, the same for the same arguments. No pixel is wholly transparent, so that each
 /// one's colour counts.
-ImageBuffer aRandomPicture(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels,
-                           std::uint32_t nStart = 1);
+ImageBuffer RandomPicture(std::int32_t width, std::int32_t height, std::int32_t channels,
+                          std::uint32_t start = 1);
 /// Random, but without transparency.
-ImageBuffer aRandomOpaque(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels,
-                          std::uint32_t nStart = 1);
+ImageBuffer RandomOpaque(std::int32_t width, std::int32_t height, std::int32_t channels,
+                         std::uint32_t start = 1);
 /// Every byte the same.
-ImageBuffer aPlain(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels, std::uint8_t nValue);
+ImageBuffer Plain(std::int32_t width, std::int32_t height, std::int32_t channels, std::uint8_t value);
 /// A grey picture, row after row.
-ImageBuffer aGreyOf(std::int32_t lWidth, std::int32_t lHeight, std::initializer_list<int> aLevels);
+ImageBuffer GreyOf(std::int32_t width, std::int32_t height, std::initializer_list<int> levels);
 /// The grey picture as one of 3 equal channels.
-ImageBuffer aWidened(const ImageBuffer& aGrey);
+ImageBuffer Widened(const ImageBuffer& grey);
 
 /// One channel of one pixel; beyond the border the nearest pixel's.
-int nValueAt(const ImageBuffer& aImage, std::int32_t x, std::int32_t y, std::int32_t lChannel = 0);
-std::vector<int> aBytesOf(const ImageBuffer& aImage);
+int ValueAt(const ImageBuffer& image, std::int32_t x, std::int32_t y, std::int32_t channel = 0);
+std::vector<int> BytesOf(const ImageBuffer& image);
 /// Sizes, channels and bytes agree.
-bool bEqual(const ImageBuffer& aOne, const ImageBuffer& aOther);
+bool Equal(const ImageBuffer& one, const ImageBuffer& other);
 /// Sizes and channels agree, and alpha where there is one.
-bool bSameAlpha(const ImageBuffer& aOne, const ImageBuffer& aOther);
+bool SameAlpha(const ImageBuffer& one, const ImageBuffer& other);
 /// The bytes are as many as the sizes say.
-bool bSound(const ImageBuffer& aImage);
+bool Sound(const ImageBuffer& image);
 
 /// Numbers that no dialog offers: NaN, infinities, huge ones.
-std::vector<double> aHostileDoubles();
-std::vector<std::int32_t> aHostileLongs();
+std::vector<double> HostileDoubles();
+std::vector<std::int32_t> HostileLongs();

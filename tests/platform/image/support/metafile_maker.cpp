@@ -9,331 +9,327 @@
 #include "src/platform/image/codecs/metafile/wmf.h"
 #include "tests/platform/image/support/image_tools.h"
 
-static ByteMaker objDibHeader(std::int32_t lWidth, std::int32_t lHeight, std::uint32_t nBits)
+static ByteMaker MakeDibHeader(std::int32_t width, std::int32_t height, std::uint32_t bits)
 {
-    ByteMaker objResult;
-    objResult.U32Le({40, static_cast<std::uint32_t>(lWidth), static_cast<std::uint32_t>(lHeight)});
-    objResult.U16Le({1, nBits}).Zeros(24);
-    return objResult;
+    ByteMaker result;
+    result.U32Le({40, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)});
+    result.U16Le({1, bits}).Zeros(24);
+    return result;
 }
 
-static Dib objDibOf(std::int32_t lWidth, const std::vector<std::uint32_t>& aColors, std::uint32_t nBits)
+static Dib DibOf(std::int32_t width, const std::vector<std::uint32_t>& colors, std::uint32_t bits)
 {
-    const std::int32_t lHeight = static_cast<std::int32_t>(aColors.size()) / lWidth;
-    Dib objDib{objDibHeader(lWidth, lHeight, nBits), {}};
-    for (std::int32_t y = lHeight; y-- > 0;) {
-        for (std::int32_t x = 0; x < lWidth; ++x) {
-            const auto n = static_cast<int>(aColors[static_cast<std::size_t>(y * lWidth + x)]);
-            objDib.objBits.U8({n >> 16 & 255, n >> 8 & 255, n & 255});
-            if (nBits == 32)
-                objDib.objBits.U8({n >> 24 & 255});
+    const std::int32_t height = static_cast<std::int32_t>(colors.size()) / width;
+    Dib dib{MakeDibHeader(width, height, bits), {}};
+    for (std::int32_t y = height; y-- > 0;) {
+        for (std::int32_t x = 0; x < width; ++x) {
+            const auto n = static_cast<int>(colors[static_cast<std::size_t>(y * width + x)]);
+            dib.bits.U8({n >> 16 & 255, n >> 8 & 255, n & 255});
+            if (bits == 32)
+                dib.bits.U8({n >> 24 & 255});
         }
-        while (objDib.objBits.nSize() % 4 != 0)
-            objDib.objBits.U8({0});
+        while (dib.bits.Size() % 4 != 0)
+            dib.bits.U8({0});
     }
-    return objDib;
+    return dib;
 }
 
-Dib objDib24(std::int32_t lWidth, const std::vector<std::uint32_t>& aColors)
+Dib Dib24(std::int32_t width, const std::vector<std::uint32_t>& colors)
 {
-    return objDibOf(lWidth, aColors, 24);
+    return DibOf(width, colors, 24);
 }
 
-Dib objDib32(std::int32_t lWidth, const std::vector<std::uint32_t>& aColors)
+Dib Dib32(std::int32_t width, const std::vector<std::uint32_t>& colors)
 {
-    return objDibOf(lWidth, aColors, 32);
+    return DibOf(width, colors, 32);
 }
 
-Dib objDib1(const std::vector<std::string_view>& aRows, std::uint32_t nFirst, std::uint32_t nSecond)
+Dib Dib1(const std::vector<std::string_view>& rows, std::uint32_t first, std::uint32_t second)
 {
-    const auto lWidth = static_cast<std::int32_t>(aRows[0].size());
-    Dib objDib{objDibHeader(lWidth, static_cast<std::int32_t>(aRows.size()), 1), {}};
-    for (const std::uint32_t n : {nFirst, nSecond})
-        objDib.objHeader.U8(
+    const auto width = static_cast<std::int32_t>(rows[0].size());
+    Dib dib{MakeDibHeader(width, static_cast<std::int32_t>(rows.size()), 1), {}};
+    for (const std::uint32_t n : {first, second})
+        dib.header.U8(
             {static_cast<int>(n >> 16 & 255), static_cast<int>(n >> 8 & 255), static_cast<int>(n & 255), 0});
-    for (auto itRow = aRows.rbegin(); itRow != aRows.rend(); ++itRow) {
-        for (std::size_t x = 0; x < itRow->size(); x += 8) {
-            int lByte = 0;
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        for (std::size_t x = 0; x < row->size(); x += 8) {
+            int byte = 0;
             for (std::size_t n = 0; n < 8; ++n)
-                lByte = lByte << 1 | (x + n < itRow->size() && (*itRow)[x + n] == '#' ? 1 : 0);
-            objDib.objBits.U8({lByte});
+                byte = byte << 1 | (x + n < row->size() && (*row)[x + n] == '#' ? 1 : 0);
+            dib.bits.U8({byte});
         }
-        while (objDib.objBits.nSize() % 4 != 0)
-            objDib.objBits.U8({0});
+        while (dib.bits.Size() % 4 != 0)
+            dib.bits.U8({0});
     }
-    return objDib;
+    return dib;
 }
 
-static void PutFields(ByteMaker& objBytes, std::initializer_list<std::int32_t> aFields)
+static void PutFields(ByteMaker& bytes, std::initializer_list<std::int32_t> fields)
 {
-    for (const std::int32_t lField : aFields)
-        objBytes.U32Le({static_cast<std::uint32_t>(lField)});
+    for (const std::int32_t field : fields)
+        bytes.U32Le({static_cast<std::uint32_t>(field)});
 }
 
-EmfMaker::EmfMaker(std::int32_t lWidth, std::int32_t lHeight) : m_lWidth(lWidth), m_lHeight(lHeight) {}
+EmfMaker::EmfMaker(std::int32_t width, std::int32_t height) : width_(width), height_(height) {}
 
-EmfMaker& EmfMaker::Record(std::uint32_t nType, const ByteMaker& objData)
+EmfMaker& EmfMaker::Record(std::uint32_t type, const ByteMaker& data)
 {
-    const std::size_t nFilled = (objData.nSize() + 3) / 4 * 4;
-    m_objRecords.U32Le({nType, static_cast<std::uint32_t>(nFilled + 8)}).All(objData.aBytes());
-    m_objRecords.Zeros(nFilled - objData.nSize());
-    ++m_nRecords;
+    const std::size_t filled = (data.Size() + 3) / 4 * 4;
+    records_.U32Le({type, static_cast<std::uint32_t>(filled + 8)}).All(data.Data());
+    records_.Zeros(filled - data.Size());
+    ++record_count_;
     return *this;
 }
 
-EmfMaker& EmfMaker::Record(std::uint32_t nType, std::initializer_list<std::int32_t> aFields)
+EmfMaker& EmfMaker::Record(std::uint32_t type, std::initializer_list<std::int32_t> fields)
 {
-    ByteMaker objData;
-    PutFields(objData, aFields);
-    return Record(nType, objData);
+    ByteMaker data;
+    PutFields(data, fields);
+    return Record(type, data);
 }
 
-EmfMaker& EmfMaker::Bounded(std::uint32_t nType, std::initializer_list<std::int32_t> aFields)
+EmfMaker& EmfMaker::Bounded(std::uint32_t type, std::initializer_list<std::int32_t> fields)
 {
-    ByteMaker objData;
-    objData.Zeros(16);
-    PutFields(objData, aFields);
-    return Record(nType, objData);
+    ByteMaker data;
+    data.Zeros(16);
+    PutFields(data, fields);
+    return Record(type, data);
 }
 
-EmfMaker& EmfMaker::Pen(std::int32_t lIndex, std::uint32_t nStyle, std::int32_t lWidth, std::uint32_t nColor)
+EmfMaker& EmfMaker::Pen(std::int32_t index, std::uint32_t style, std::int32_t width, std::uint32_t color)
 {
-    Record(Emr::CreatePen,
-           {lIndex, static_cast<std::int32_t>(nStyle), lWidth, 0, static_cast<std::int32_t>(nColor)});
-    return Select(lIndex);
+    Record(Emr::kCreatePen,
+           {index, static_cast<std::int32_t>(style), width, 0, static_cast<std::int32_t>(color)});
+    return Select(index);
 }
 
-EmfMaker& EmfMaker::Brush(std::int32_t lIndex, std::uint32_t nColor, std::uint32_t nStyle,
-                          std::uint32_t nHatch)
+EmfMaker& EmfMaker::Brush(std::int32_t index, std::uint32_t color, std::uint32_t style, std::uint32_t hatch)
 {
-    Record(Emr::CreateBrush, {lIndex, static_cast<std::int32_t>(nStyle), static_cast<std::int32_t>(nColor),
-                              static_cast<std::int32_t>(nHatch)});
-    return Select(lIndex);
+    Record(Emr::kCreateBrush, {index, static_cast<std::int32_t>(style), static_cast<std::int32_t>(color),
+                               static_cast<std::int32_t>(hatch)});
+    return Select(index);
 }
 
-EmfMaker& EmfMaker::GeometricPen(std::int32_t lIndex, std::uint32_t nStyle, std::int32_t lWidth,
-                                 std::uint32_t nColor, std::initializer_list<std::int32_t> aDashes)
+EmfMaker& EmfMaker::GeometricPen(std::int32_t index, std::uint32_t style, std::int32_t width,
+                                 std::uint32_t color, std::initializer_list<std::int32_t> dashes)
 {
-    ByteMaker objData;
-    PutFields(objData, {lIndex, 0, 0, 0, 0, static_cast<std::int32_t>(0x10000 | nStyle), lWidth, 0,
-                        static_cast<std::int32_t>(nColor), 0, static_cast<std::int32_t>(aDashes.size())});
-    PutFields(objData, aDashes);
-    Record(Emr::ExtCreatePen, objData);
-    return Select(lIndex);
+    ByteMaker data;
+    PutFields(data, {index, 0, 0, 0, 0, static_cast<std::int32_t>(0x10000 | style), width, 0,
+                     static_cast<std::int32_t>(color), 0, static_cast<std::int32_t>(dashes.size())});
+    PutFields(data, dashes);
+    Record(Emr::kExtCreatePen, data);
+    return Select(index);
 }
 
-EmfMaker& EmfMaker::Font(std::int32_t lIndex, std::int32_t lHeight, std::u16string_view sFace,
-                         std::int32_t lEscapement, std::int32_t lWeight, std::uint32_t nStyles)
+EmfMaker& EmfMaker::Font(std::int32_t index, std::int32_t height, std::u16string_view face,
+                         std::int32_t escapement, std::int32_t weight, std::uint32_t styles)
 {
-    ByteMaker objData;
-    PutFields(objData, {lIndex, lHeight, 0, lEscapement, lEscapement, lWeight});
-    objData.U32Le({nStyles, 0});  // italic, underline, strike-out, character set; precisions, quality, pitch
+    ByteMaker data;
+    PutFields(data, {index, height, 0, escapement, escapement, weight});
+    data.U32Le({styles, 0});  // italic, underline, strike-out, character set; precisions, quality, pitch
     for (std::size_t n = 0; n < 32; ++n)
-        objData.U16Le({n < sFace.size() ? std::uint32_t{sFace[n]} : 0u});
-    Record(Emr::CreateFont, objData);
-    return Select(lIndex);
+        data.U16Le({n < face.size() ? std::uint32_t{face[n]} : 0u});
+    Record(Emr::kCreateFont, data);
+    return Select(index);
 }
 
-EmfMaker& EmfMaker::Text(std::int32_t x, std::int32_t y, std::u16string_view sText,
-                         const std::vector<std::int32_t>& aSteps, std::uint32_t nOptions,
-                         std::initializer_list<std::int32_t> aBox)
+EmfMaker& EmfMaker::Text(std::int32_t x, std::int32_t y, std::u16string_view text,
+                         const std::vector<std::int32_t>& steps, std::uint32_t options,
+                         std::initializer_list<std::int32_t> box)
 {
     constexpr std::uint32_t kTextOffset = 76;
-    const auto nChars = static_cast<std::uint32_t>(sText.size());
-    const std::uint32_t nStepsOffset = aSteps.empty() ? 0 : kTextOffset + (nChars * 2 + 3) / 4 * 4;
-    ByteMaker objData;
-    objData.Zeros(16).U32Le({1, 0, 0});
-    PutFields(objData, {x, y});
-    objData.U32Le({nChars, kTextOffset, nOptions});
-    PutFields(objData, aBox);
-    objData.U32Le({nStepsOffset});
-    for (const char16_t nChar : sText)
-        objData.U16Le({nChar});
-    if (!aSteps.empty())
-        objData.Zeros(nChars % 2 * 2);
-    for (const std::int32_t lStep : aSteps)
-        objData.U32Le({static_cast<std::uint32_t>(lStep)});
-    return Record(Emr::ExtTextOutW, objData);
+    const auto chars = static_cast<std::uint32_t>(text.size());
+    const std::uint32_t steps_offset = steps.empty() ? 0 : kTextOffset + (chars * 2 + 3) / 4 * 4;
+    ByteMaker data;
+    data.Zeros(16).U32Le({1, 0, 0});
+    PutFields(data, {x, y});
+    data.U32Le({chars, kTextOffset, options});
+    PutFields(data, box);
+    data.U32Le({steps_offset});
+    for (const char16_t character : text)
+        data.U16Le({character});
+    if (!steps.empty())
+        data.Zeros(chars % 2 * 2);
+    for (const std::int32_t step : steps)
+        data.U32Le({static_cast<std::uint32_t>(step)});
+    return Record(Emr::kExtTextOutW, data);
 }
 
-EmfMaker& EmfMaker::World(std::uint32_t nMode, double d11, double d12, double d21, double d22, double dX,
-                          double dY)
+EmfMaker& EmfMaker::World(std::uint32_t mode, double d11, double d12, double d21, double d22, double x,
+                          double y)
 {
-    ByteMaker objData;
-    for (const double d : {d11, d12, d21, d22, dX, dY})
-        objData.U32Le({std::bit_cast<std::uint32_t>(static_cast<float>(d))});
-    if (nMode == 0)
-        return Record(Emr::SetWorldTransform, objData);
-    objData.U32Le({nMode});
-    return Record(Emr::ModifyWorldTransform, objData);
+    ByteMaker data;
+    for (const double d : {d11, d12, d21, d22, x, y})
+        data.U32Le({std::bit_cast<std::uint32_t>(static_cast<float>(d))});
+    if (mode == 0)
+        return Record(Emr::kSetWorldTransform, data);
+    data.U32Le({mode});
+    return Record(Emr::kModifyWorldTransform, data);
 }
 
-EmfMaker& EmfMaker::Region(std::uint32_t nType, std::initializer_list<std::int32_t> aBefore,
-                           const std::vector<std::array<std::int32_t, 4>>& aRects)
+EmfMaker& EmfMaker::Region(std::uint32_t type, std::initializer_list<std::int32_t> before,
+                           const std::vector<std::array<std::int32_t, 4>>& rects)
 {
-    ByteMaker objData;
-    const auto nSize = static_cast<std::uint32_t>(32 + aRects.size() * 16);
-    if (nType != Emr::ExtSelectClipRegion)
-        objData.Zeros(16);
-    objData.U32Le({nSize});
-    PutFields(objData, aBefore);
-    objData.U32Le({32, 1, static_cast<std::uint32_t>(aRects.size()), nSize - 32}).Zeros(16);
-    for (const auto& aRect : aRects)
-        PutFields(objData, {aRect[0], aRect[1], aRect[2], aRect[3]});
-    return Record(nType, objData);
+    ByteMaker data;
+    const auto size = static_cast<std::uint32_t>(32 + rects.size() * 16);
+    if (type != Emr::kExtSelectClipRegion)
+        data.Zeros(16);
+    data.U32Le({size});
+    PutFields(data, before);
+    data.U32Le({32, 1, static_cast<std::uint32_t>(rects.size()), size - 32}).Zeros(16);
+    for (const auto& rect : rects)
+        PutFields(data, {rect[0], rect[1], rect[2], rect[3]});
+    return Record(type, data);
 }
 
-EmfMaker& EmfMaker::StretchDib(const Dib& objDib, std::array<std::int32_t, 4> aDest,
-                               std::array<std::int32_t, 4> aSource, std::uint32_t nRop)
+EmfMaker& EmfMaker::StretchDib(const Dib& dib, std::array<std::int32_t, 4> dest,
+                               std::array<std::int32_t, 4> source, std::uint32_t rop)
 {
-    ByteMaker objData;
-    const auto nHeader = static_cast<std::uint32_t>(objDib.objHeader.nSize());
-    objData.Zeros(16);
-    PutFields(objData, {aDest[0], aDest[1], aSource[0], aSource[1], aSource[2], aSource[3]});
-    objData.U32Le({80, nHeader, 80 + nHeader, static_cast<std::uint32_t>(objDib.objBits.nSize()), 0, nRop});
-    PutFields(objData, {aDest[2], aDest[3]});
-    objData.All(objDib.objHeader.aBytes()).All(objDib.objBits.aBytes());
-    return Record(Emr::StretchDibits, objData);
+    ByteMaker data;
+    const auto header = static_cast<std::uint32_t>(dib.header.Size());
+    data.Zeros(16);
+    PutFields(data, {dest[0], dest[1], source[0], source[1], source[2], source[3]});
+    data.U32Le({80, header, 80 + header, static_cast<std::uint32_t>(dib.bits.Size()), 0, rop});
+    PutFields(data, {dest[2], dest[3]});
+    data.All(dib.header.Data()).All(dib.bits.Data());
+    return Record(Emr::kStretchDibits, data);
 }
 
-EmfMaker& EmfMaker::Transfer(std::uint32_t nType, std::array<std::int32_t, 4> aDest, std::uint32_t nHow,
-                             std::array<std::int32_t, 2> aSource, const std::optional<Dib>& objDib,
-                             std::initializer_list<std::int32_t> aAfter)
+EmfMaker& EmfMaker::Transfer(std::uint32_t type, std::array<std::int32_t, 4> dest, std::uint32_t how,
+                             std::array<std::int32_t, 2> source, const std::optional<Dib>& dib,
+                             std::initializer_list<std::int32_t> after)
 {
-    ByteMaker objData;
-    objData.Zeros(16);
-    PutFields(objData, {aDest[0], aDest[1], aDest[2], aDest[3]});
-    objData.U32Le({nHow});
-    PutFields(objData, {aSource[0], aSource[1]});
-    const auto nOne = std::bit_cast<std::uint32_t>(1.0f);
-    objData.U32Le({nOne, 0, 0, nOne, 0, 0, kWhite, 0});
-    const auto nStart = static_cast<std::uint32_t>(8 + objData.nSize() + 16 + aAfter.size() * 4);
-    const auto nHeader = static_cast<std::uint32_t>(objDib ? objDib->objHeader.nSize() : 0);
-    const auto nBits = static_cast<std::uint32_t>(objDib ? objDib->objBits.nSize() : 0);
-    objData.U32Le({objDib ? nStart : 0, nHeader, objDib ? nStart + nHeader : 0, nBits});
-    PutFields(objData, aAfter);
-    if (objDib)
-        objData.All(objDib->objHeader.aBytes()).All(objDib->objBits.aBytes());
-    return Record(nType, objData);
+    ByteMaker data;
+    data.Zeros(16);
+    PutFields(data, {dest[0], dest[1], dest[2], dest[3]});
+    data.U32Le({how});
+    PutFields(data, {source[0], source[1]});
+    const auto one = std::bit_cast<std::uint32_t>(1.0f);
+    data.U32Le({one, 0, 0, one, 0, 0, kWhite, 0});
+    const auto start = static_cast<std::uint32_t>(8 + data.Size() + 16 + after.size() * 4);
+    const auto header = static_cast<std::uint32_t>(dib ? dib->header.Size() : 0);
+    const auto bits = static_cast<std::uint32_t>(dib ? dib->bits.Size() : 0);
+    data.U32Le({dib ? start : 0, header, dib ? start + header : 0, bits});
+    PutFields(data, after);
+    if (dib)
+        data.All(dib->header.Data()).All(dib->bits.Data());
+    return Record(type, data);
 }
 
-std::vector<std::uint8_t> EmfMaker::aFile() const
+std::vector<std::uint8_t> EmfMaker::File() const
 {
-    const auto nFrame = [](std::int32_t lPixels) {
-        return static_cast<std::uint32_t>(std::lround(lPixels * 2540.0 / 96));
+    const auto frame = [](std::int32_t pixels) {
+        return static_cast<std::uint32_t>(std::lround(pixels * 2540.0 / 96));
     };
-    ByteMaker objFile;
-    const auto nSize = static_cast<std::uint32_t>(100 + m_objRecords.nSize() + 20);
-    objFile.U32Le(
-        {1, 100, 0, 0, static_cast<std::uint32_t>(m_lWidth - 1), static_cast<std::uint32_t>(m_lHeight - 1)});
-    objFile.U32Le({0, 0, nFrame(m_lWidth), nFrame(m_lHeight), 0x464D4520, 0x10000, nSize, m_nRecords + 1});
-    objFile.U16Le({20, 0}).U32Le({0, 0, 0, 1920, 1440, 508, 381, 0, 0, 0});
-    objFile.All(m_objRecords.aBytes()).U32Le({Emr::Eof, 20, 0, 16, 20});
-    return objFile.aBytes();
+    ByteMaker file;
+    const auto size = static_cast<std::uint32_t>(100 + records_.Size() + 20);
+    file.U32Le(
+        {1, 100, 0, 0, static_cast<std::uint32_t>(width_ - 1), static_cast<std::uint32_t>(height_ - 1)});
+    file.U32Le({0, 0, frame(width_), frame(height_), 0x464D4520, 0x10000, size, record_count_ + 1});
+    file.U16Le({20, 0}).U32Le({0, 0, 0, 1920, 1440, 508, 381, 0, 0, 0});
+    file.All(records_.Data()).U32Le({Emr::kEof, 20, 0, 16, 20});
+    return file.Data();
 }
 
-WmfMaker& WmfMaker::Record(std::uint16_t nFunction, const ByteMaker& objParameters)
+WmfMaker& WmfMaker::Record(std::uint16_t function, const ByteMaker& parameters)
 {
-    const std::size_t nWords = (objParameters.nSize() + 1) / 2;
-    m_objRecords.U32Le({static_cast<std::uint32_t>(nWords + 3)})
-        .U16Le({nFunction})
-        .All(objParameters.aBytes());
-    m_objRecords.Zeros(nWords * 2 - objParameters.nSize());
+    const std::size_t words = (parameters.Size() + 1) / 2;
+    records_.U32Le({static_cast<std::uint32_t>(words + 3)}).U16Le({function}).All(parameters.Data());
+    records_.Zeros(words * 2 - parameters.Size());
     return *this;
 }
 
-WmfMaker& WmfMaker::Record(std::uint16_t nFunction, std::initializer_list<std::int32_t> aWords)
+WmfMaker& WmfMaker::Record(std::uint16_t function, std::initializer_list<std::int32_t> words)
 {
-    ByteMaker objParameters;
-    for (const std::int32_t lWord : aWords)
-        objParameters.U16Le({static_cast<std::uint32_t>(lWord) & 0xFFFF});
-    return Record(nFunction, objParameters);
+    ByteMaker parameters;
+    for (const std::int32_t word : words)
+        parameters.U16Le({static_cast<std::uint32_t>(word) & 0xFFFF});
+    return Record(function, parameters);
 }
 
-WmfMaker& WmfMaker::Pen(std::uint16_t nStyle, std::int16_t iWidth, std::uint32_t nColor)
+WmfMaker& WmfMaker::Pen(std::uint16_t style, std::int16_t width, std::uint32_t color)
 {
-    return Record(0x02FA, {nStyle, iWidth, 0, lLow(nColor), lHigh(nColor)});
+    return Record(0x02FA, {style, width, 0, Low(color), High(color)});
 }
 
-WmfMaker& WmfMaker::Brush(std::uint32_t nColor, std::uint16_t nStyle, std::uint16_t nHatch)
+WmfMaker& WmfMaker::Brush(std::uint32_t color, std::uint16_t style, std::uint16_t hatch)
 {
-    return Record(0x02FC, {nStyle, lLow(nColor), lHigh(nColor), nHatch});
+    return Record(0x02FC, {style, Low(color), High(color), hatch});
 }
 
-WmfMaker& WmfMaker::Font(std::int16_t iHeight, std::string_view sFace, std::uint8_t nCharSet)
+WmfMaker& WmfMaker::Font(std::int16_t height, std::string_view face, std::uint8_t char_set)
 {
-    ByteMaker objParameters;
-    objParameters.U16Le({static_cast<std::uint16_t>(iHeight), 0, 0, 0, 400});
-    objParameters.U8({0, 0, 0, nCharSet, 0, 0, 0, 0}).Text(sFace).Zeros(32 - sFace.size());
-    return Record(0x02FB, objParameters);
+    ByteMaker parameters;
+    parameters.U16Le({static_cast<std::uint16_t>(height), 0, 0, 0, 400});
+    parameters.U8({0, 0, 0, char_set, 0, 0, 0, 0}).Text(face).Zeros(32 - face.size());
+    return Record(0x02FB, parameters);
 }
 
-std::vector<std::uint8_t> WmfMaker::aFile() const
+std::vector<std::uint8_t> WmfMaker::File() const
 {
-    ByteMaker objFile;
-    if (m_iWidth != 0) {
-        objFile.U32Le({0x9AC6CDD7})
-            .U16Le({0, 0, 0, static_cast<std::uint16_t>(m_iWidth), static_cast<std::uint16_t>(m_iHeight),
-                    m_nUnitsPerInch, 0, 0});
-        std::uint32_t nCheck = 0;
+    ByteMaker file;
+    if (width_ != 0) {
+        file.U32Le({0x9AC6CDD7})
+            .U16Le({0, 0, 0, static_cast<std::uint16_t>(width_), static_cast<std::uint16_t>(height_),
+                    units_per_inch_, 0, 0});
+        std::uint32_t check = 0;
         for (std::size_t n = 0; n < 20; n += 2)
-            nCheck ^= objFile.aBytes()[n] | static_cast<std::uint32_t>(objFile.aBytes()[n + 1]) << 8;
-        objFile.U16Le({nCheck});
+            check ^= file.Data()[n] | static_cast<std::uint32_t>(file.Data()[n + 1]) << 8;
+        file.U16Le({check});
     }
-    const auto nWords = static_cast<std::uint32_t>(9 + m_objRecords.nSize() / 2 + 3);
-    objFile.U16Le({1, 9, 0x0300}).U32Le({nWords}).U16Le({20}).U32Le({nWords}).U16Le({0});
-    objFile.All(m_objRecords.aBytes()).U32Le({3}).U16Le({0});
-    return objFile.aBytes();
+    const auto words = static_cast<std::uint32_t>(9 + records_.Size() / 2 + 3);
+    file.U16Le({1, 9, 0x0300}).U32Le({words}).U16Le({20}).U32Le({words}).U16Le({0});
+    file.All(records_.Data()).U32Le({3}).U16Le({0});
+    return file.Data();
 }
 
-static ImageBuffer aPlayed(const Codec& objCodec, const std::vector<std::uint8_t>& aFile)
+static ImageBuffer Played(const Codec& codec, const std::vector<std::uint8_t>& file)
 {
-    const std::optional<ImageBuffer> aImage = aDecoded(objCodec, aFile);
-    EXPECT_TRUE(aImage.has_value());
-    return aImage.value_or(ImageBuffer{});
+    const std::optional<ImageBuffer> image = Decoded(codec, file);
+    EXPECT_TRUE(image.has_value());
+    return image.value_or(ImageBuffer{});
 }
 
-ImageBuffer aPlayed(const EmfMaker& objMaker)
+ImageBuffer Played(const EmfMaker& maker)
 {
-    return aPlayed(kEmfCodec, objMaker.aFile());
+    return Played(kEmfCodec, maker.File());
 }
 
-ImageBuffer aPlayed(const WmfMaker& objMaker)
+ImageBuffer Played(const WmfMaker& maker)
 {
-    return aPlayed(kWmfCodec, objMaker.aFile());
+    return Played(kWmfCodec, maker.File());
 }
 
-std::uint32_t nColorAt(const ImageBuffer& aImage, std::int32_t x, std::int32_t y)
+std::uint32_t ColorAt(const ImageBuffer& image, std::int32_t x, std::int32_t y)
 {
-    if (x < 0 || y < 0 || x >= aImage.width || y >= aImage.height)
+    if (x < 0 || y < 0 || x >= image.width || y >= image.height)
         return 0xBAD00BAD;
-    const auto lChannels = static_cast<std::size_t>(aImage.channels);
-    const std::uint8_t* pPixel =
-        aImage.bytes.data() +
-        (static_cast<std::size_t>(y) * static_cast<std::size_t>(aImage.width) + static_cast<std::size_t>(x)) *
-            lChannels;
-    if (lChannels == 1)
-        return pPixel[0] * 0x10101u;
-    return static_cast<std::uint32_t>(pPixel[0]) << 16 | static_cast<std::uint32_t>(pPixel[1]) << 8 |
-           pPixel[2];
+    const auto channels = static_cast<std::size_t>(image.channels);
+    const std::uint8_t* pixel =
+        image.bytes.data() +
+        (static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) + static_cast<std::size_t>(x)) *
+            channels;
+    if (channels == 1)
+        return pixel[0] * 0x10101u;
+    return static_cast<std::uint32_t>(pixel[0]) << 16 | static_cast<std::uint32_t>(pixel[1]) << 8 | pixel[2];
 }
 
-int nCountOf(const ImageBuffer& aImage, std::uint32_t nColor, std::array<std::int32_t, 4> aBox)
+int CountOf(const ImageBuffer& image, std::uint32_t color, std::array<std::int32_t, 4> box)
 {
-    int nCount = 0;
-    for (std::int32_t y = aBox[1]; y < aBox[3]; ++y)
-        for (std::int32_t x = aBox[0]; x < aBox[2]; ++x)
-            nCount += nColorAt(aImage, x, y) == nColor ? 1 : 0;
-    return nCount;
+    int count = 0;
+    for (std::int32_t y = box[1]; y < box[3]; ++y)
+        for (std::int32_t x = box[0]; x < box[2]; ++x)
+            count += ColorAt(image, x, y) == color ? 1 : 0;
+    return count;
 }
 
-std::array<std::int32_t, 4> aInk(const ImageBuffer& aImage)
+std::array<std::int32_t, 4> InkBounds(const ImageBuffer& image)
 {
-    std::array<std::int32_t, 4> aBox{aImage.width, aImage.height, 0, 0};
-    for (std::int32_t y = 0; y < aImage.height; ++y)
-        for (std::int32_t x = 0; x < aImage.width; ++x)
-            if (nColorAt(aImage, x, y) != kWhite)
-                aBox = {std::min(aBox[0], x), std::min(aBox[1], y), std::max(aBox[2], x + 1),
-                        std::max(aBox[3], y + 1)};
-    return aBox[2] == 0 ? std::array<std::int32_t, 4>{} : aBox;
+    std::array<std::int32_t, 4> box{image.width, image.height, 0, 0};
+    for (std::int32_t y = 0; y < image.height; ++y)
+        for (std::int32_t x = 0; x < image.width; ++x)
+            if (ColorAt(image, x, y) != kWhite)
+                box = {std::min(box[0], x), std::min(box[1], y), std::max(box[2], x + 1),
+                       std::max(box[3], y + 1)};
+    return box[2] == 0 ? std::array<std::int32_t, 4>{} : box;
 }

@@ -28,102 +28,102 @@ constexpr std::int32_t kBlackBrush = static_cast<std::int32_t>(0x80000004);
 namespace Emr
 {
 enum : std::uint32_t {
-    PolyBezier = 2,
-    Polygon = 3,
-    Polyline = 4,
-    PolyBezierTo = 5,
-    PolylineTo = 6,
-    PolyPolyline = 7,
-    PolyPolygon = 8,
-    SetWindowExt = 9,
-    SetWindowOrg = 10,
-    SetViewportExt = 11,
-    SetViewportOrg = 12,
-    SetBrushOrg = 13,
-    Eof = 14,
-    SetPixel = 15,
-    SetMapMode = 17,
-    SetBkMode = 18,
-    SetPolyFillMode = 19,
-    SetRop2 = 20,
-    SetStretchBltMode = 21,
-    SetTextAlign = 22,
-    SetTextColor = 24,
-    SetBkColor = 25,
-    OffsetClip = 26,
-    MoveTo = 27,
-    SetMetaRegion = 28,
-    ExcludeClipRect = 29,
-    IntersectClipRect = 30,
-    ScaleViewportExt = 31,
-    ScaleWindowExt = 32,
-    SaveDc = 33,
-    RestoreDc = 34,
-    SetWorldTransform = 35,
-    ModifyWorldTransform = 36,
-    SelectObject = 37,
-    CreatePen = 38,
-    CreateBrush = 39,
-    DeleteObject = 40,
-    AngleArc = 41,
-    Ellipse = 42,
-    Rectangle = 43,
-    RoundRect = 44,
-    Arc = 45,
-    Chord = 46,
-    Pie = 47,
-    SelectPalette = 48,
-    CreatePalette = 49,
-    SetPaletteEntries = 50,
-    ResizePalette = 51,
-    ExtFloodFill = 53,
-    LineTo = 54,
-    ArcTo = 55,
-    PolyDraw = 56,
-    SetArcDirection = 57,
-    SetMiterLimit = 58,
-    BeginPath = 59,
-    EndPath = 60,
-    CloseFigure = 61,
-    FillPath = 62,
-    StrokeAndFillPath = 63,
-    StrokePath = 64,
-    FlattenPath = 65,
-    WidenPath = 66,
-    SelectClipPath = 67,
-    AbortPath = 68,
-    Comment = 70,
-    FillRegion = 71,
-    FrameRegion = 72,
-    InvertRegion = 73,
-    PaintRegion = 74,
-    ExtSelectClipRegion = 75,
-    BitBlt = 76,
-    StretchBlt = 77,
-    MaskBlt = 78,
-    PlgBlt = 79,
-    SetDibitsToDevice = 80,
-    StretchDibits = 81,
-    CreateFont = 82,
-    ExtTextOutA = 83,
-    ExtTextOutW = 84,
-    PolyBezier16 = 85,
-    Polygon16 = 86,
-    Polyline16 = 87,
-    PolyBezierTo16 = 88,
-    PolylineTo16 = 89,
-    PolyPolyline16 = 90,
-    PolyPolygon16 = 91,
-    PolyDraw16 = 92,
-    CreateMonoBrush = 93,
-    CreateDibBrush = 94,
-    ExtCreatePen = 95,
-    PolyTextOutW = 97,
-    SmallTextOut = 108,
-    AlphaBlend = 114,
-    TransparentBlt = 116,
-    GradientFill = 118,
-    SetTextJustification = 120,
+    kPolyBezier = 2,
+    kPolygon = 3,
+    kPolyline = 4,
+    kPolyBezierTo = 5,
+    kPolylineTo = 6,
+    kPolyPolyline = 7,
+    kPolyPolygon = 8,
+    kSetWindowExt = 9,
+    kSetWindowOrg = 10,
+    kSetViewportExt = 11,
+    kSetViewportOrg = 12,
+    kSetBrushOrg = 13,
+    kEof = 14,
+    kSetPixel = 15,
+    kSetMapMode = 17,
+    kSetBkMode = 18,
+    kSetPolyFillMode = 19,
+    kSetRop2 = 20,
+    kSetStretchBltMode = 21,
+    kSetTextAlign = 22,
+    kSetTextColor = 24,
+    kSetBkColor = 25,
+    kOffsetClip = 26,
+    kMoveTo = 27,
+    kSetMetaRegion = 28,
+    kExcludeClipRect = 29,
+    kIntersectClipRect = 30,
+    kScaleViewportExt = 31,
+    kScaleWindowExt = 32,
+    kSaveDc = 33,
+    kRestoreDc = 34,
+    kSetWorldTransform = 35,
+    kModifyWorldTransform = 36,
+    kSelectObject = 37,
+    kCreatePen = 38,
+    kCreateBrush = 39,
+    kDeleteObject = 40,
+    kAngleArc = 41,
+    kEllipse = 42,
+    kRectangle = 43,
+    kRoundRect = 44,
+    kArc = 45,
+    kChord = 46,
+    kPie = 47,
+    kSelectPalette = 48,
+    kCreatePalette = 49,
+    kSetPaletteEntries = 50,
+    kResizePalette = 51,
+    kExtFloodFill = 53,
+    kLineTo = 54,
+    kArcTo = 55,
+    kPolyDraw = 56,
+    kSetArcDirection = 57,
+    kSetMiterLimit = 58,
+    kBeginPath = 59,
+    kEndPath = 60,
+    kCloseFigure = 61,
+    kFillPath = 62,
+    kStrokeAndFillPath = 63,
+    kStrokePath = 64,
+    kFlattenPath = 65,
+    kWidenPath = 66,
+    kSelectClipPath = 67,
+    kAbortPath = 68,
+    kComment = 70,
+    kFillRegion = 71,
+    kFrameRegion = 72,
+    kInvertRegion = 73,
+    kPaintRegion = 74,
+    kExtSelectClipRegion = 75,
+    kBitBlt = 76,
+    kStretchBlt = 77,
+    kMaskBlt = 78,
+    kPlgBlt = 79,
+    kSetDibitsToDevice = 80,
+    kStretchDibits = 81,
+    kCreateFont = 82,
+    kExtTextOutA = 83,
+    kExtTextOutW = 84,
+    kPolyBezier16 = 85,
+    kPolygon16 = 86,
+    kPolyline16 = 87,
+    kPolyBezierTo16 = 88,
+    kPolylineTo16 = 89,
+    kPolyPolyline16 = 90,
+    kPolyPolygon16 = 91,
+    kPolyDraw16 = 92,
+    kCreateMonoBrush = 93,
+    kCreateDibBrush = 94,
+    kExtCreatePen = 95,
+    kPolyTextOutW = 97,
+    kSmallTextOut = 108,
+    kAlphaBlend = 114,
+    kTransparentBlt = 116,
+    kGradientFill = 118,
+    kSetTextJustification = 120,
 };
 }
 
@@ -140,59 +140,58 @@ constexpr std::uint32_t kWhiteness = 0x00FF0062;
 
 /// A bitmap: header with palette, and bits.
 struct Dib {
-    ByteMaker objHeader;
-    ByteMaker objBits;
+    ByteMaker header;
+    ByteMaker bits;
 };
 /// 24 bits from rows of colours (red in the low byte), top row first; stored from the bottom up.
-Dib objDib24(std::int32_t lWidth, const std::vector<std::uint32_t>& aColors);
+Dib Dib24(std::int32_t width, const std::vector<std::uint32_t>& colors);
 /// 32 bits, the high byte of each colour being its alpha.
-Dib objDib32(std::int32_t lWidth, const std::vector<std::uint32_t>& aColors);
+Dib Dib32(std::int32_t width, const std::vector<std::uint32_t>& colors);
 /// 1 bit: rows of '#' (the second colour) and other signs (the first), as long as each other, top row first.
-Dib objDib1(const std::vector<std::string_view>& aRows, std::uint32_t nFirst, std::uint32_t nSecond);
+Dib Dib1(const std::vector<std::string_view>& rows, std::uint32_t first, std::uint32_t second);
 
 /// An EMF of so many pixels at 96 an inch, on a reference device with the same pixels.
 class EmfMaker
 {
 public:
-    EmfMaker(std::int32_t lWidth, std::int32_t lHeight);
+    EmfMaker(std::int32_t width, std::int32_t height);
 
-    EmfMaker& Record(std::uint32_t nType, const ByteMaker& objData);
-    EmfMaker& Record(std::uint32_t nType, std::initializer_list<std::int32_t> aFields = {});
+    EmfMaker& Record(std::uint32_t type, const ByteMaker& data);
+    EmfMaker& Record(std::uint32_t type, std::initializer_list<std::int32_t> fields = {});
     /// A record that begins with its bounds.
-    EmfMaker& Bounded(std::uint32_t nType, std::initializer_list<std::int32_t> aFields);
+    EmfMaker& Bounded(std::uint32_t type, std::initializer_list<std::int32_t> fields);
 
-    EmfMaker& Select(std::int32_t lObject) { return Record(Emr::SelectObject, {lObject}); }
+    EmfMaker& Select(std::int32_t object) { return Record(Emr::kSelectObject, {object}); }
     /// Makes and selects.
-    EmfMaker& Pen(std::int32_t lIndex, std::uint32_t nStyle, std::int32_t lWidth, std::uint32_t nColor);
-    EmfMaker& Brush(std::int32_t lIndex, std::uint32_t nColor, std::uint32_t nStyle = 0,
-                    std::uint32_t nHatch = 0);
-    EmfMaker& GeometricPen(std::int32_t lIndex, std::uint32_t nStyle, std::int32_t lWidth,
-                           std::uint32_t nColor, std::initializer_list<std::int32_t> aDashes = {});
-    EmfMaker& Font(std::int32_t lIndex, std::int32_t lHeight, std::u16string_view sFace,
-                   std::int32_t lEscapement = 0, std::int32_t lWeight = 400, std::uint32_t nStyles = 0);
-    EmfMaker& Text(std::int32_t x, std::int32_t y, std::u16string_view sText,
-                   const std::vector<std::int32_t>& aSteps = {}, std::uint32_t nOptions = 0,
-                   std::initializer_list<std::int32_t> aBox = {0, 0, 0, 0});
-    EmfMaker& World(std::uint32_t nMode, double d11, double d12, double d21, double d22, double dX,
-                    double dY);
-    EmfMaker& Region(std::uint32_t nType, std::initializer_list<std::int32_t> aBefore,
-                     const std::vector<std::array<std::int32_t, 4>>& aRects);
-    EmfMaker& StretchDib(const Dib& objDib, std::array<std::int32_t, 4> aDest,
-                         std::array<std::int32_t, 4> aSource, std::uint32_t nRop = kSrcCopy);
+    EmfMaker& Pen(std::int32_t index, std::uint32_t style, std::int32_t width, std::uint32_t color);
+    EmfMaker& Brush(std::int32_t index, std::uint32_t color, std::uint32_t style = 0,
+                    std::uint32_t hatch = 0);
+    EmfMaker& GeometricPen(std::int32_t index, std::uint32_t style, std::int32_t width, std::uint32_t color,
+                           std::initializer_list<std::int32_t> dashes = {});
+    EmfMaker& Font(std::int32_t index, std::int32_t height, std::u16string_view face,
+                   std::int32_t escapement = 0, std::int32_t weight = 400, std::uint32_t styles = 0);
+    EmfMaker& Text(std::int32_t x, std::int32_t y, std::u16string_view text,
+                   const std::vector<std::int32_t>& steps = {}, std::uint32_t options = 0,
+                   std::initializer_list<std::int32_t> box = {0, 0, 0, 0});
+    EmfMaker& World(std::uint32_t mode, double d11, double d12, double d21, double d22, double x, double y);
+    EmfMaker& Region(std::uint32_t type, std::initializer_list<std::int32_t> before,
+                     const std::vector<std::array<std::int32_t, 4>>& rects);
+    EmfMaker& StretchDib(const Dib& dib, std::array<std::int32_t, 4> dest, std::array<std::int32_t, 4> source,
+                         std::uint32_t rop = kSrcCopy);
     /// BitBlt and its kin: target, what stands between target and source corner, source corner, and what
     /// follows.
-    EmfMaker& Transfer(std::uint32_t nType, std::array<std::int32_t, 4> aDest, std::uint32_t nHow,
-                       std::array<std::int32_t, 2> aSource, const std::optional<Dib>& objDib,
-                       std::initializer_list<std::int32_t> aAfter = {});
+    EmfMaker& Transfer(std::uint32_t type, std::array<std::int32_t, 4> dest, std::uint32_t how,
+                       std::array<std::int32_t, 2> source, const std::optional<Dib>& dib,
+                       std::initializer_list<std::int32_t> after = {});
 
     /// The file, closed by the end record.
-    std::vector<std::uint8_t> aFile() const;
+    std::vector<std::uint8_t> File() const;
 
 private:
-    std::int32_t m_lWidth;
-    std::int32_t m_lHeight;
-    ByteMaker m_objRecords;
-    std::uint32_t m_nRecords = 1;
+    std::int32_t width_;
+    std::int32_t height_;
+    ByteMaker records_;
+    std::uint32_t record_count_ = 1;
 };
 
 /// A WMF.
@@ -200,47 +199,47 @@ class WmfMaker
 {
 public:
     /// Placeable, with a window of so many units at 96 an inch.
-    WmfMaker(std::int16_t iWidth, std::int16_t iHeight) : m_iWidth(iWidth), m_iHeight(iHeight) {}
+    WmfMaker(std::int16_t width, std::int16_t height) : width_(width), height_(height) {}
     /// Without the header that makes it placeable.
     WmfMaker() = default;
-    WmfMaker& UnitsPerInch(std::uint16_t nUnits)
+    WmfMaker& UnitsPerInch(std::uint16_t units)
     {
-        m_nUnitsPerInch = nUnits;
+        units_per_inch_ = units;
         return *this;
     }
 
-    WmfMaker& Record(std::uint16_t nFunction, const ByteMaker& objParameters);
-    WmfMaker& Record(std::uint16_t nFunction, std::initializer_list<std::int32_t> aWords = {});
-    WmfMaker& Pen(std::uint16_t nStyle, std::int16_t iWidth, std::uint32_t nColor);
-    WmfMaker& Brush(std::uint32_t nColor, std::uint16_t nStyle = 0, std::uint16_t nHatch = 0);
-    WmfMaker& Select(std::int32_t lObject) { return Record(0x012D, {lObject}); }
-    WmfMaker& Font(std::int16_t iHeight, std::string_view sFace, std::uint8_t nCharSet = 0);
+    WmfMaker& Record(std::uint16_t function, const ByteMaker& parameters);
+    WmfMaker& Record(std::uint16_t function, std::initializer_list<std::int32_t> words = {});
+    WmfMaker& Pen(std::uint16_t style, std::int16_t width, std::uint32_t color);
+    WmfMaker& Brush(std::uint32_t color, std::uint16_t style = 0, std::uint16_t hatch = 0);
+    WmfMaker& Select(std::int32_t object) { return Record(0x012D, {object}); }
+    WmfMaker& Font(std::int16_t height, std::string_view face, std::uint8_t char_set = 0);
 
-    std::vector<std::uint8_t> aFile() const;
+    std::vector<std::uint8_t> File() const;
 
 private:
-    std::int16_t m_iWidth = 0;
-    std::int16_t m_iHeight = 0;
-    std::uint16_t m_nUnitsPerInch = 96;
-    ByteMaker m_objRecords;
+    std::int16_t width_ = 0;
+    std::int16_t height_ = 0;
+    std::uint16_t units_per_inch_ = 96;
+    ByteMaker records_;
 };
 
 /// The parameter words of a record that mixes 16 and 32 bits: a 32-bit value as its two words.
-constexpr std::int32_t lLow(std::uint32_t n)
+constexpr std::int32_t Low(std::uint32_t n)
 {
     return static_cast<std::int32_t>(n & 0xFFFF);
 }
-constexpr std::int32_t lHigh(std::uint32_t n)
+constexpr std::int32_t High(std::uint32_t n)
 {
     return static_cast<std::int32_t>(n >> 16);
 }
 
 /// What a metafile gives; fails the test, and gives an empty picture, if it is refused.
-ImageBuffer aPlayed(const EmfMaker& objMaker);
-ImageBuffer aPlayed(const WmfMaker& objMaker);
+ImageBuffer Played(const EmfMaker& maker);
+ImageBuffer Played(const WmfMaker& maker);
 /// The colour of a pixel as records hold colours.
-std::uint32_t nColorAt(const ImageBuffer& aImage, std::int32_t x, std::int32_t y);
+std::uint32_t ColorAt(const ImageBuffer& image, std::int32_t x, std::int32_t y);
 /// How many pixels of a box (left, top, right, bottom) have the colour.
-int nCountOf(const ImageBuffer& aImage, std::uint32_t nColor, std::array<std::int32_t, 4> aBox);
+int CountOf(const ImageBuffer& image, std::uint32_t color, std::array<std::int32_t, 4> box);
 /// The smallest box (left, top, right, bottom) around all pixels that are not white; all 0 if there are none.
-std::array<std::int32_t, 4> aInk(const ImageBuffer& aImage);
+std::array<std::int32_t, 4> InkBounds(const ImageBuffer& image);

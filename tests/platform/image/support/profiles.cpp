@@ -7,74 +7,74 @@
 #include <array>
 #include <cstddef>
 
-static std::vector<std::uint8_t> aSaved(cmsHPROFILE pProfile)
+static std::vector<std::uint8_t> Saved(cmsHPROFILE profile)
 {
-    cmsUInt32Number nSize = 0;
-    cmsSaveProfileToMem(pProfile, nullptr, &nSize);
-    std::vector<std::uint8_t> aProfile(nSize);
-    cmsSaveProfileToMem(pProfile, aProfile.data(), &nSize);
-    cmsCloseProfile(pProfile);
-    return aProfile;
+    cmsUInt32Number size = 0;
+    cmsSaveProfileToMem(profile, nullptr, &size);
+    std::vector<std::uint8_t> bytes(size);
+    cmsSaveProfileToMem(profile, bytes.data(), &size);
+    cmsCloseProfile(profile);
+    return bytes;
 }
 
-std::vector<std::uint8_t> aSrgbProfile()
+std::vector<std::uint8_t> SrgbProfile()
 {
-    return aSaved(cmsCreate_sRGBProfile());
+    return Saved(cmsCreate_sRGBProfile());
 }
 
-std::vector<std::uint8_t> aSwappedProfile()
+std::vector<std::uint8_t> SwappedProfile()
 {
-    const cmsCIExyY objWhite = {0.3127, 0.3290, 1};
-    const cmsCIExyYTRIPLE objPrimaries = {{0.30, 0.60, 1}, {0.64, 0.33, 1}, {0.15, 0.06, 1}};
-    const std::array<cmsFloat64Number, 5> aSrgbCurve = {2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92, 0.04045};
-    cmsToneCurve* pCurve = cmsBuildParametricToneCurve(nullptr, 4, aSrgbCurve.data());
-    cmsToneCurve* aCurves[3] = {pCurve, pCurve, pCurve};
-    const cmsHPROFILE pProfile = cmsCreateRGBProfile(&objWhite, &objPrimaries, aCurves);
-    cmsFreeToneCurve(pCurve);
-    return aSaved(pProfile);
+    const cmsCIExyY white = {0.3127, 0.3290, 1};
+    const cmsCIExyYTRIPLE primaries = {{0.30, 0.60, 1}, {0.64, 0.33, 1}, {0.15, 0.06, 1}};
+    const std::array<cmsFloat64Number, 5> srgb_curve = {2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92, 0.04045};
+    cmsToneCurve* curve = cmsBuildParametricToneCurve(nullptr, 4, srgb_curve.data());
+    cmsToneCurve* curves[3] = {curve, curve, curve};
+    const cmsHPROFILE profile = cmsCreateRGBProfile(&white, &primaries, curves);
+    cmsFreeToneCurve(curve);
+    return Saved(profile);
 }
 
-std::vector<std::uint8_t> aGreyProfile(double dGamma)
+std::vector<std::uint8_t> GreyProfile(double gamma)
 {
-    cmsToneCurve* pCurve = cmsBuildGamma(nullptr, dGamma);
-    const cmsHPROFILE pProfile = cmsCreateGrayProfile(cmsD50_xyY(), pCurve);
-    cmsFreeToneCurve(pCurve);
-    return aSaved(pProfile);
+    cmsToneCurve* curve = cmsBuildGamma(nullptr, gamma);
+    const cmsHPROFILE profile = cmsCreateGrayProfile(cmsD50_xyY(), curve);
+    cmsFreeToneCurve(curve);
+    return Saved(profile);
 }
 
 // Fills one node of the profile's table: inks to Lab by way of sRGB.
-static cmsInt32Number SampleInks(const cmsUInt16Number aIn[], cmsUInt16Number aOut[], void* pToLab)
+static cmsInt32Number SampleInks(const cmsUInt16Number in[], cmsUInt16Number out[], void* to_lab)
 {
-    std::array<cmsUInt16Number, 3> aRgb{};
-    const std::array<std::size_t, 3> aInkOfColour = {2, 1, 0};  // red is taken by yellow, blue by cyan
+    std::array<cmsUInt16Number, 3> rgb{};
+    const std::array<std::size_t, 3> ink_of_colour = {2, 1, 0};  // red is taken by yellow, blue by cyan
     for (std::size_t i = 0; i < 3; ++i)
-        aRgb[i] = static_cast<cmsUInt16Number>((65535u - aIn[aInkOfColour[i]]) * (65535u - aIn[3]) / 65535u);
-    cmsDoTransform(pToLab, aRgb.data(), aOut, 1);
+        rgb[i] = static_cast<cmsUInt16Number>((65535u - in[ink_of_colour[i]]) * (65535u - in[3]) / 65535u);
+    cmsDoTransform(to_lab, rgb.data(), out, 1);
     return 1;
 }
 
-std::vector<std::uint8_t> aCmykProfile()
+std::vector<std::uint8_t> CmykProfile()
 {
-    const cmsHPROFILE pSrgb = cmsCreate_sRGBProfile();
-    const cmsHPROFILE pLab = cmsCreateLab4Profile(nullptr);
-    const cmsHTRANSFORM pToLab =
-        cmsCreateTransform(pSrgb, TYPE_RGB_16, pLab, TYPE_Lab_16, INTENT_PERCEPTUAL, 0);
-    cmsCloseProfile(pSrgb);
-    cmsCloseProfile(pLab);
+    const cmsHPROFILE srgb = cmsCreate_sRGBProfile();
+    const cmsHPROFILE lab = cmsCreateLab4Profile(nullptr);
+    const cmsHTRANSFORM to_lab =
+        cmsCreateTransform(srgb, TYPE_RGB_16, lab, TYPE_Lab_16, INTENT_PERCEPTUAL, 0);
+    cmsCloseProfile(srgb);
+    cmsCloseProfile(lab);
 
-    const cmsHPROFILE pProfile = cmsCreateProfilePlaceholder(nullptr);
-    cmsSetProfileVersion(pProfile, 4.3);
-    cmsSetDeviceClass(pProfile, cmsSigOutputClass);
-    cmsSetColorSpace(pProfile, cmsSigCmykData);
-    cmsSetPCS(pProfile, cmsSigLabData);
-    cmsPipeline* pPipeline = cmsPipelineAlloc(nullptr, 4, 3);
-    cmsStage* pTable = cmsStageAllocCLut16bit(nullptr, 7, 4, 3, nullptr);
-    cmsStageSampleCLut16bit(pTable, SampleInks, pToLab, 0);
-    cmsPipelineInsertStage(pPipeline, cmsAT_BEGIN, cmsStageAllocToneCurves(nullptr, 4, nullptr));
-    cmsPipelineInsertStage(pPipeline, cmsAT_END, pTable);
-    cmsPipelineInsertStage(pPipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, 3, nullptr));
-    cmsWriteTag(pProfile, cmsSigAToB0Tag, pPipeline);
-    cmsPipelineFree(pPipeline);
-    cmsDeleteTransform(pToLab);
-    return aSaved(pProfile);
+    const cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
+    cmsSetProfileVersion(profile, 4.3);
+    cmsSetDeviceClass(profile, cmsSigOutputClass);
+    cmsSetColorSpace(profile, cmsSigCmykData);
+    cmsSetPCS(profile, cmsSigLabData);
+    cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 4, 3);
+    cmsStage* table = cmsStageAllocCLut16bit(nullptr, 7, 4, 3, nullptr);
+    cmsStageSampleCLut16bit(table, SampleInks, to_lab, 0);
+    cmsPipelineInsertStage(pipeline, cmsAT_BEGIN, cmsStageAllocToneCurves(nullptr, 4, nullptr));
+    cmsPipelineInsertStage(pipeline, cmsAT_END, table);
+    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, 3, nullptr));
+    cmsWriteTag(profile, cmsSigAToB0Tag, pipeline);
+    cmsPipelineFree(pipeline);
+    cmsDeleteTransform(to_lab);
+    return Saved(profile);
 }

@@ -5,10 +5,10 @@
 #include <vector>
 
 /// sRGB.
-std::vector<std::uint8_t> aSrgbProfile();
+std::vector<std::uint8_t> SrgbProfile();
 /// sRGB with the red and the green primary exchanged: red pixels are green to see.
-std::vector<std::uint8_t> aSwappedProfile();
+std::vector<std::uint8_t> SwappedProfile();
 /// Grey of a gamma.
-std::vector<std::uint8_t> aGreyProfile(double dGamma);
+std::vector<std::uint8_t> GreyProfile(double gamma);
 /// Ideal inks with cyan and yellow exchanged.
-std::vector<std::uint8_t> aCmykProfile();
+std::vector<std::uint8_t> CmykProfile();

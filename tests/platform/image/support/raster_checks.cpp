@@ -9,145 +9,145 @@
 #include "src/platform/image/base/input_file.h"
 #include "tests/support/paths.h"
 
-std::optional<ImageBuffer> aReadPam(const std::string& sPath)
+std::optional<ImageBuffer> ReadPam(const std::string& path)
 {
-    const auto aFile = aFileContent(sPath);
-    const std::string sText(aFile.begin(), aFile.end());
-    const std::string sEnd = "ENDHDR\n";
-    const std::size_t nEnd = sText.find(sEnd);
-    if (!sText.starts_with("P7\n") || nEnd == std::string::npos)
+    const auto file = FileContent(path);
+    const std::string text(file.begin(), file.end());
+    const std::string end_mark = "ENDHDR\n";
+    const std::size_t end = text.find(end_mark);
+    if (!text.starts_with("P7\n") || end == std::string::npos)
         return std::nullopt;
-    std::istringstream objHead(sText.substr(3, nEnd - 3));
-    ImageBuffer aImage;
-    for (std::string sName, sValue; objHead >> sName >> sValue;) {
-        if (sName == "WIDTH")
-            aImage.width = std::stoi(sValue);
-        if (sName == "HEIGHT")
-            aImage.height = std::stoi(sValue);
-        if (sName == "DEPTH")
-            aImage.channels = std::stoi(sValue);
+    std::istringstream head(text.substr(3, end - 3));
+    ImageBuffer image;
+    for (std::string name, value; head >> name >> value;) {
+        if (name == "WIDTH")
+            image.width = std::stoi(value);
+        if (name == "HEIGHT")
+            image.height = std::stoi(value);
+        if (name == "DEPTH")
+            image.channels = std::stoi(value);
     }
-    aImage.bytes.assign(aFile.begin() + static_cast<std::ptrdiff_t>(nEnd + sEnd.size()), aFile.end());
-    const auto nChannels = static_cast<std::size_t>(aImage.channels);
-    for (std::size_t i = 0; nChannels >= 3 && i + nChannels <= aImage.bytes.size(); i += nChannels)
-        std::swap(aImage.bytes[i], aImage.bytes[i + 2]);
-    if (aImage.bytes.size() !=
-        static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height) * nChannels)
+    image.bytes.assign(file.begin() + static_cast<std::ptrdiff_t>(end + end_mark.size()), file.end());
+    const auto channels = static_cast<std::size_t>(image.channels);
+    for (std::size_t i = 0; channels >= 3 && i + channels <= image.bytes.size(); i += channels)
+        std::swap(image.bytes[i], image.bytes[i + 2]);
+    if (image.bytes.size() !=
+        static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * channels)
         return std::nullopt;
-    return aImage;
+    return image;
 }
 
-std::vector<std::uint8_t> aBgraOf(const ImageBuffer& aImage)
+std::vector<std::uint8_t> BgraOf(const ImageBuffer& image)
 {
-    std::vector<std::uint8_t> aResult;
-    const auto nStep = static_cast<std::size_t>(aImage.channels);
-    for (std::size_t i = 0; i + nStep <= aImage.bytes.size(); i += nStep) {
+    std::vector<std::uint8_t> result;
+    const auto step = static_cast<std::size_t>(image.channels);
+    for (std::size_t i = 0; i + step <= image.bytes.size(); i += step) {
         for (std::size_t c = 0; c < 3; ++c)
-            aResult.push_back(aImage.bytes[i + (nStep == 1 ? 0 : c)]);
-        aResult.push_back(nStep == 4 ? aImage.bytes[i + 3] : 255);
+            result.push_back(image.bytes[i + (step == 1 ? 0 : c)]);
+        result.push_back(step == 4 ? image.bytes[i + 3] : 255);
     }
-    return aResult;
+    return result;
 }
 
-// A program that reads like ImageMagick's convert; sOptions come between the file and the pixels.
-static std::vector<std::uint8_t> aBgraByCommand(const std::string& sProgram, const std::string& sPath,
-                                                const std::string& sOptions)
+// A program that reads like ImageMagick's convert; options come between the file and the pixels.
+static std::vector<std::uint8_t> BgraByCommand(const std::string& program, const std::string& path,
+                                               const std::string& options)
 {
-    const TestFolder objFolder;
-    std::string sOutput;
-    const std::string sPixels = objFolder.sPath("pixels");
-    const bool bRead =
-        bRun(sProgram + " '" + sPath + "[0]' " + sOptions + " -depth 8 rgba:" + sPixels, &sOutput);
-    EXPECT_TRUE(bRead) << sOutput;
-    if (!bRead)
+    const TestFolder folder;
+    std::string output;
+    const std::string pixels = folder.Path("pixels");
+    const bool read =
+        RunCommand(program + " '" + path + "[0]' " + options + " -depth 8 rgba:" + pixels, &output);
+    EXPECT_TRUE(read) << output;
+    if (!read)
         return {};
-    auto aBytes = aFileContent(sPixels);
-    for (std::size_t i = 0; i + 3 < aBytes.size(); i += 4)
-        std::swap(aBytes[i], aBytes[i + 2]);
-    return aBytes;
+    auto bytes = FileContent(pixels);
+    for (std::size_t i = 0; i + 3 < bytes.size(); i += 4)
+        std::swap(bytes[i], bytes[i + 2]);
+    return bytes;
 }
 
-std::vector<std::uint8_t> aBgraByImageMagick(const std::string& sPath)
+std::vector<std::uint8_t> BgraByImageMagick(const std::string& path)
 {
     // What the format stores the other way up is only turned on demand.
-    return aBgraByCommand(ImageMagick("convert"), sPath, "-auto-orient");
+    return BgraByCommand(ImageMagick("convert"), path, "-auto-orient");
 }
 
-std::vector<std::uint8_t> aBgraByGraphicsMagick(const std::string& sPath)
+std::vector<std::uint8_t> BgraByGraphicsMagick(const std::string& path)
 {
-    return aBgraByCommand("gm convert", sPath, "");
+    return BgraByCommand("gm convert", path, "");
 }
 
-std::vector<std::uint8_t> aBgraByPillow(const std::string& sPath)
+std::vector<std::uint8_t> BgraByPillow(const std::string& path)
 {
-    const TestFolder objFolder;
-    sPython(
+    const TestFolder folder;
+    Python(
         "import sys\nfrom PIL import Image\n"
         "r, g, b, a = Image.open(sys.argv[1]).convert('RGBA').split()\n"
         "open(sys.argv[2], 'wb').write(Image.merge('RGBA', (b, g, r, a)).tobytes())\n",
-        "'" + sPath + "' " + objFolder.sPath("pixels"));
-    return aFileContent(objFolder.sPath("pixels"));
+        "'" + path + "' " + folder.Path("pixels"));
+    return FileContent(folder.Path("pixels"));
 }
 
-ImageBuffer aNoise(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lChannels, std::uint32_t nSeed)
+ImageBuffer Noise(std::int32_t width, std::int32_t height, std::int32_t channels, std::uint32_t seed)
 {
-    ImageBuffer aImage;
-    aImage.width = lWidth;
-    aImage.height = lHeight;
-    aImage.channels = lChannels;
-    aImage.bytes.resize(static_cast<std::size_t>(lWidth) * static_cast<std::size_t>(lHeight) *
-                        static_cast<std::size_t>(lChannels));
-    for (std::uint8_t& nByte : aImage.bytes) {
-        nSeed = nSeed * 1664525 + 1013904223;
-        nByte = static_cast<std::uint8_t>(nSeed >> 24);
+    ImageBuffer image;
+    image.width = width;
+    image.height = height;
+    image.channels = channels;
+    image.bytes.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                       static_cast<std::size_t>(channels));
+    for (std::uint8_t& byte : image.bytes) {
+        seed = seed * 1664525 + 1013904223;
+        byte = static_cast<std::uint8_t>(seed >> 24);
     }
-    return aImage;
+    return image;
 }
 
 // Whatever comes must be whole.
-static void DecodeAll(const Codec& objCodec, Bytes aFile)
+static void DecodeAll(const Codec& codec, Bytes bytes)
 {
-    InputFile objFile(aFile);
-    objCodec.Sniff(objFile.Head(), "tga");
-    const auto pDecoder = objCodec.Open(objFile);
-    if (!pDecoder)
+    InputFile file(bytes);
+    codec.sniff(file.Head(), "tga");
+    const auto decoder = codec.open(file);
+    if (!decoder)
         return;
-    const std::int32_t lFrames = pDecoder->FrameCount();
-    ASSERT_GE(lFrames, 1);
-    for (std::int32_t lFrame = 0; lFrame < std::min(lFrames, 8); ++lFrame) {
-        ImageBuffer aImage;
-        if (!pDecoder->DecodeFrame(lFrame, aImage))
+    const std::int32_t frames = decoder->FrameCount();
+    ASSERT_GE(frames, 1);
+    for (std::int32_t frame = 0; frame < std::min(frames, 8); ++frame) {
+        ImageBuffer image;
+        if (!decoder->DecodeFrame(frame, image))
             continue;
-        ASSERT_TRUE(aImage.channels == 1 || aImage.channels == 3 || aImage.channels == 4);
-        ASSERT_GT(aImage.width, 0);
-        ASSERT_GT(aImage.height, 0);
-        ASSERT_EQ(aImage.bytes.size(), static_cast<std::size_t>(aImage.width) *
-                                           static_cast<std::size_t>(aImage.height) *
-                                           static_cast<std::size_t>(aImage.channels));
+        ASSERT_TRUE(image.channels == 1 || image.channels == 3 || image.channels == 4);
+        ASSERT_GT(image.width, 0);
+        ASSERT_GT(image.height, 0);
+        ASSERT_EQ(image.bytes.size(), static_cast<std::size_t>(image.width) *
+                                          static_cast<std::size_t>(image.height) *
+                                          static_cast<std::size_t>(image.channels));
     }
 }
 
-void ExpectAnyByteMayLie(const Codec& objCodec, const std::vector<std::uint8_t>& aFile)
+void ExpectAnyByteMayLie(const Codec& codec, const std::vector<std::uint8_t>& file)
 {
-    std::vector<std::uint8_t> aChanged = aFile;
-    for (std::size_t i = 0; i < aFile.size(); i += i < 400 ? 1 : 41) {
-        const std::uint8_t nRight = aFile[i];
-        for (const int lWrong : {0, 255, nRight ^ 0x80, nRight ^ 1, nRight + 1, nRight - 1}) {
-            aChanged[i] = static_cast<std::uint8_t>(lWrong);
-            DecodeAll(objCodec, aChanged);
+    std::vector<std::uint8_t> changed = file;
+    for (std::size_t i = 0; i < file.size(); i += i < 400 ? 1 : 41) {
+        const std::uint8_t right = file[i];
+        for (const int wrong : {0, 255, right ^ 0x80, right ^ 1, right + 1, right - 1}) {
+            changed[i] = static_cast<std::uint8_t>(wrong);
+            DecodeAll(codec, changed);
             if (testing::Test::HasFatalFailure()) {
-                ADD_FAILURE() << "byte " << i << " as " << lWrong;
+                ADD_FAILURE() << "byte " << i << " as " << wrong;
                 return;
             }
         }
-        aChanged[i] = nRight;
+        changed[i] = right;
     }
 }
 
-void ExpectCutFilesRefused(const Codec& objCodec, const std::vector<std::uint8_t>& aFile,
-                           std::size_t nSpareAtEnd)
+void ExpectCutFilesRefused(const Codec& codec, const std::vector<std::uint8_t>& file,
+                           std::size_t spare_at_end)
 {
-    for (std::size_t nSize = 0; nSize + nSpareAtEnd < aFile.size(); ++nSize)
-        ASSERT_FALSE(aDecoded(objCodec, Bytes(aFile).first(nSize)))
-            << "with " << nSize << " of " << aFile.size() << " bytes";
+    for (std::size_t size = 0; size + spare_at_end < file.size(); ++size)
+        ASSERT_FALSE(Decoded(codec, Bytes(file).first(size)))
+            << "with " << size << " of " << file.size() << " bytes";
 }

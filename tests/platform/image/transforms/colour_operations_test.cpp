@@ -49,18 +49,18 @@ TEST(ColourOperations, KeepSizeAndAlphaWhateverNumbersTheyGet)
 {
     for (const int channels : kChannelCounts)
         for (const auto& [width, height] : kSizes) {
-            const ImageBuffer before = aRandomPicture(width, height, channels);
+            const ImageBuffer before = RandomPicture(width, height, channels);
             std::vector<Operation> all;
-            for (const double d : aHostileDoubles())
+            for (const double d : HostileDoubles())
                 for (const Operation& operation : Operations(d, 3))
                     all.push_back(operation);
-            for (const std::int32_t l : aHostileLongs())
+            for (const std::int32_t l : HostileLongs())
                 for (const Operation& operation : Operations(0.3, l))
                     all.push_back(operation);
             for (const Operation& operation : all) {
                 ImageBuffer image = before;
                 ASSERT_TRUE(operation.apply(image)) << operation.name;
-                ASSERT_TRUE(bSameAlpha(image, before)) << operation.name;
+                ASSERT_TRUE(SameAlpha(image, before)) << operation.name;
             }
         }
 }
@@ -68,10 +68,10 @@ TEST(ColourOperations, KeepSizeAndAlphaWhateverNumbersTheyGet)
 TEST(ColourOperations, GiveAGreyPictureTheIntensityOfItsColouredTwin)
 {
     for (const Operation& operation : Operations(0.4, 90)) {
-        ImageBuffer grey = aRandomPicture(33, 17, 1);
-        ImageBuffer colour = aWidened(grey);
+        ImageBuffer grey = RandomPicture(33, 17, 1);
+        ImageBuffer colour = Widened(grey);
         ASSERT_TRUE(operation.apply(grey) && operation.apply(colour) && Intensity(colour));
-        EXPECT_EQ(aWidened(grey).bytes, colour.bytes) << operation.name;
+        EXPECT_EQ(Widened(grey).bytes, colour.bytes) << operation.name;
     }
 }
 
@@ -79,7 +79,7 @@ TEST(ColourOperations, GiveALargePictureInBandsWhatASmallOneGets)
 {
     // Every row is the same, so every band must come out as one row alone does.
     for (const Operation& operation : Operations(0.4, 90)) {
-        ImageBuffer row = aRandomPicture(601, 1, 3), large = row;
+        ImageBuffer row = RandomPicture(601, 1, 3), large = row;
         large.height = 600;
         while (large.bytes.size() < 601 * 600 * 3)
             large.bytes.insert(large.bytes.end(), row.bytes.begin(), row.bytes.end());
@@ -97,7 +97,7 @@ RC_GTEST_PROP(ColourOperations, TreatEveryPixelAlikeWhereverItStands, (std::uint
     const auto channels = *rc::gen::element(1, 3, 4);
     const double d = *rc::gen::inRange(-150, 150) / 100.0;
     const auto l = *rc::gen::inRange(-300, 300);
-    const ImageBuffer before = aRandomPicture(width, 3, channels, seed);
+    const ImageBuffer before = RandomPicture(width, 3, channels, seed);
     ImageBuffer turned = before;
     const auto n = static_cast<std::size_t>(channels);
     for (std::size_t i = 0; i < before.bytes.size(); ++i)

@@ -11,15 +11,15 @@ static ImageBuffer AnyPicture()
 {
     const auto width = *rc::gen::inRange(1, 40), height = *rc::gen::inRange(1, 40);
     const auto channels = *rc::gen::element(1, 3, 4);
-    return aRandomPicture(width, height, channels, *rc::gen::inRange<std::uint32_t>(0, 1000000));
+    return RandomPicture(width, height, channels, *rc::gen::inRange<std::uint32_t>(0, 1000000));
 }
 
 using Apply = std::function<bool(ImageTransform&)>;
 
 static ImageBuffer After(ImageBuffer image, const Apply& apply)
 {
-    RC_ASSERT(bApply({"", apply}, image));
-    RC_ASSERT(bSound(image));
+    RC_ASSERT(ApplyOperation({"", apply}, image));
+    RC_ASSERT(Sound(image));
     return image;
 }
 
@@ -64,7 +64,7 @@ RC_GTEST_PROP(Operations, ChangeNothingByNeutralValues, ())
         {"Twirl", [](auto& t) { return t.Twirl(0); }},
         {"Reproduce", [](auto& t) { return t.Reproduce(1); }}};
     for (const auto& [name, apply] : neutral)
-        if (!bEqual(After(image, apply), image))
+        if (!Equal(After(image, apply), image))
             RC_FAIL(name);
 }
 
@@ -74,16 +74,15 @@ RC_GTEST_PROP(Operations, AreUndoneByTheirOpposites, ())
     const bool vertical = *rc::gen::arbitrary<bool>();
     const double quarter = 90.0 * *rc::gen::inRange(-4, 5);
 
-    RC_ASSERT(bEqual(After(image, [=](auto& t) { return t.Flip(vertical) && t.Flip(vertical); }), image));
+    RC_ASSERT(Equal(After(image, [=](auto& t) { return t.Flip(vertical) && t.Flip(vertical); }), image));
     RC_ASSERT(
-        bEqual(After(image, [=](auto& t) { return t.Rotate(quarter, 0) && t.Rotate(-quarter, 0); }), image));
-    RC_ASSERT(bEqual(After(image, [](auto& t) { return t.Invert() && t.Invert(); }), image));
-    RC_ASSERT(bEqual(After(image,
-                           [](auto& t) {
-                               return t.Rotate(90, 0) && t.Rotate(90, 0) && t.Rotate(90, 0) &&
-                                      t.Rotate(90, 0);
-                           }),
-                     image));
+        Equal(After(image, [=](auto& t) { return t.Rotate(quarter, 0) && t.Rotate(-quarter, 0); }), image));
+    RC_ASSERT(Equal(After(image, [](auto& t) { return t.Invert() && t.Invert(); }), image));
+    RC_ASSERT(Equal(After(image,
+                          [](auto& t) {
+                              return t.Rotate(90, 0) && t.Rotate(90, 0) && t.Rotate(90, 0) && t.Rotate(90, 0);
+                          }),
+                    image));
 }
 
 RC_GTEST_PROP(Operations, DoNothingMoreWhenDoneAgain, ())
@@ -102,7 +101,7 @@ RC_GTEST_PROP(Operations, DoNothingMoreWhenDoneAgain, ())
         {"Deinterlace", [=](auto& t) { return t.Deinterlace(n > 99, false); }}};
     for (const auto& [name, apply] : all) {
         const ImageBuffer once = After(image, apply);
-        if (!bEqual(After(once, apply), once))
+        if (!Equal(After(once, apply), once))
             RC_FAIL(name);
     }
 }
@@ -111,37 +110,37 @@ RC_GTEST_PROP(Operations, GiveTheSameForTheSamePicture, ())
 {
     const ImageBuffer image = AnyPicture();
     for (const NamedOperation& named_operation :
-         aAllOperations({0.7, 25, 5, 9, 77, *rc::gen::arbitrary<bool>()})) {
+         AllOperations({0.7, 25, 5, 9, 77, *rc::gen::arbitrary<bool>()})) {
         ImageBuffer one = image, other = image;
-        RC_ASSERT(bApply(named_operation, one) && bApply(named_operation, other));
-        if (!bEqual(one, other))
-            RC_FAIL(named_operation.sName);
+        RC_ASSERT(ApplyOperation(named_operation, one) && ApplyOperation(named_operation, other));
+        if (!Equal(one, other))
+            RC_FAIL(named_operation.name);
     }
 }
 
 RC_GTEST_PROP(Operations, CarryAlphaUnlessTheyMoveThePicture, ())
 {
-    const ImageBuffer image = aRandomPicture(*rc::gen::inRange(1, 40), *rc::gen::inRange(1, 40), 4,
-                                             *rc::gen::inRange<std::uint32_t>(0, 1000000));
+    const ImageBuffer image = RandomPicture(*rc::gen::inRange(1, 40), *rc::gen::inRange(1, 40), 4,
+                                            *rc::gen::inRange<std::uint32_t>(0, 1000000));
     for (const NamedOperation& named_operation :
-         aAllOperations({0.7, 25, 5, 9, 77, *rc::gen::arbitrary<bool>()})) {
-        const bool moves = named_operation.sName == "Autocrop" || named_operation.sName == "Flip" ||
-                           named_operation.sName == "Rotate" || named_operation.sName == "Resize" ||
-                           named_operation.sName == "Shift" || named_operation.sName == "Perspective" ||
-                           named_operation.sName == "Skew" || named_operation.sName == "Twirl" ||
-                           named_operation.sName == "Reproduce";
+         AllOperations({0.7, 25, 5, 9, 77, *rc::gen::arbitrary<bool>()})) {
+        const bool moves = named_operation.name == "Autocrop" || named_operation.name == "Flip" ||
+                           named_operation.name == "Rotate" || named_operation.name == "Resize" ||
+                           named_operation.name == "Shift" || named_operation.name == "Perspective" ||
+                           named_operation.name == "Skew" || named_operation.name == "Twirl" ||
+                           named_operation.name == "Reproduce";
         ImageBuffer changed = image;
-        RC_ASSERT(bApply(named_operation, changed));
-        if (!moves && !bSameAlpha(changed, image))
-            RC_FAIL(named_operation.sName);
+        RC_ASSERT(ApplyOperation(named_operation, changed));
+        if (!moves && !SameAlpha(changed, image))
+            RC_FAIL(named_operation.name);
     }
 }
 
 RC_GTEST_PROP(Operations, OfBlurringLeaveAPlainPicturePlain, ())
 {
     const ImageBuffer image =
-        aPlain(*rc::gen::inRange(1, 40), *rc::gen::inRange(1, 40), *rc::gen::element(1, 3, 4),
-               static_cast<std::uint8_t>(*rc::gen::inRange(0, 256)));
+        Plain(*rc::gen::inRange(1, 40), *rc::gen::inRange(1, 40), *rc::gen::element(1, 3, 4),
+              static_cast<std::uint8_t>(*rc::gen::inRange(0, 256)));
     const std::int32_t l = *rc::gen::inRange(0, 300);
     const double d = *rc::gen::inRange(-400, 400) / 3.0;
     const std::vector<std::pair<const char*, Apply>> all{
@@ -160,7 +159,7 @@ RC_GTEST_PROP(Operations, OfBlurringLeaveAPlainPicturePlain, ())
         {"Twirl", [=](auto& t) { return t.Twirl(d); }},
         {"Reproduce", [=](auto& t) { return t.Reproduce(l); }}};
     for (const auto& [name, apply] : all)
-        if (!bEqual(After(image, apply), image))
+        if (!Equal(After(image, apply), image))
             RC_FAIL(name);
 }
 
@@ -210,7 +209,7 @@ RC_GTEST_PROP(Operations, HaveTheSizesThatTheySay, ())
 RC_GTEST_PROP(Operations, OnLevelsKeepTheirOrder, ())
 {
     // Every level once, in its order.
-    ImageBuffer image = aPlain(256, 1, 1, 0);
+    ImageBuffer image = Plain(256, 1, 1, 0);
     for (std::size_t i = 0; i < 256; ++i)
         image.bytes[i] = static_cast<std::uint8_t>(i);
     const std::int32_t l = *rc::gen::inRange(-300, 300);

@@ -127,7 +127,7 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     BmpFile bmp;
     if (!ReadHeader(file, bmp))
         return nullptr;
-    return pSinglePage([&file, bmp](ImageBuffer& image) { return Decode(file, bmp, image); });
+    return SinglePage([&file, bmp](ImageBuffer& image) { return Decode(file, bmp, image); });
 }
 
 static std::uint32_t DotsPerMetre(double dots_per_inch)

@@ -44,7 +44,7 @@ static void WriteTransparency(std::int32_t transparent, OutputFile& out)
 bool EncodeGif(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
     const IndexedImage indexed = Quantise(image);
-    const std::string comment = InfoLines(settings.objTexts);
+    const std::string comment = InfoLines(settings.texts);
     const unsigned bits = IndexBits(indexed.palette.size());
     const auto width = static_cast<std::uint16_t>(image.width);
     const auto height = static_cast<std::uint16_t>(image.height);

@@ -92,8 +92,8 @@ static bool DecodeBareFrame(const AniHeader& header, Bytes frame, ImageBuffer& i
     const std::uint32_t start = reader.U32Le();
     if ((start & 0xFFFF) == ('B' | 'M' << 8)) {
         InputFile file(frame);
-        const Codec* bitmap = pCodecOfContent(file.Head(), "");
-        const std::unique_ptr<ImageDecoder> decoder = bitmap ? bitmap->Open(file) : nullptr;
+        const Codec* bitmap = CodecOfContent(file.Head(), "");
+        const std::unique_ptr<ImageDecoder> decoder = bitmap ? bitmap->open(file) : nullptr;
         return decoder && decoder->DecodeFrame(0, image);
     }
     constexpr std::uint32_t kInfoHeaderSize = 40;

@@ -60,9 +60,9 @@ static bool IsPng(Bytes picture)
 
 static bool DecodePng(Bytes picture, ImageBuffer& image)
 {
-    const Codec* codec = pCodecOfType(kPngType);
+    const Codec* codec = CodecOfType(kPngType);
     InputFile file(picture);
-    const std::unique_ptr<ImageDecoder> decoder = codec ? codec->Open(file) : nullptr;
+    const std::unique_ptr<ImageDecoder> decoder = codec ? codec->open(file) : nullptr;
     ImageBuffer result;
     if (!decoder || !decoder->DecodeFrame(0, result) || !AddAlpha(result))
         return false;

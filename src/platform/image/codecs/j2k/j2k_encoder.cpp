@@ -67,7 +67,7 @@ static void FillTile(const ImageBuffer& image, std::int32_t left, std::int32_t t
 bool EncodeJ2k(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
     const auto pixels = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
-    const bool lossless = settings.lJPEGQuality >= 100 || pixels < kPixelsWorthLoss;
+    const bool lossless = settings.jpeg_quality >= 100 || pixels < kPixelsWorthLoss;
     const std::int32_t tile_side = lossless ? kLosslessTile : kLossyTile;
     const std::int32_t tile_width = std::min(tile_side, image.width),
                        tile_height = std::min(tile_side, image.height);
@@ -86,9 +86,9 @@ bool EncodeJ2k(const ImageBuffer& image, const SaveSettings& settings, OutputFil
     } else {
         parameters.irreversible = 1;
         parameters.cp_fixed_quality = 1;
-        parameters.tcp_distoratio[0] = static_cast<float>(TargetPsnr(image, settings.lJPEGQuality));
+        parameters.tcp_distoratio[0] = static_cast<float>(TargetPsnr(image, settings.jpeg_quality));
     }
-    std::string comment = InfoLines(settings.objTexts).substr(0, kMostComment);
+    std::string comment = InfoLines(settings.texts).substr(0, kMostComment);
     if (!comment.empty())
         parameters.cp_comment = comment.data();  // copied by the library
 

@@ -137,10 +137,10 @@ static void StartFile(jpeg_compress_struct& jpeg, const ImageBuffer& image, std:
 
 bool EncodeJpeg(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    const std::vector<JpegSegment> segments = SegmentsOf(image, settings.objTexts);
+    const std::vector<JpegSegment> segments = SegmentsOf(image, settings.texts);
     Compressor compressor(out);
     jpeg_compress_struct& jpeg = compressor.jpeg;
-    const std::int32_t quality = std::clamp(settings.lJPEGQuality, 1, 100);
+    const std::int32_t quality = std::clamp(settings.jpeg_quality, 1, 100);
     const auto stride = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
     // libjpeg takes rows that may be written, but doesn't write to them.
     auto* picture = const_cast<std::uint8_t*>(image.bytes.data());

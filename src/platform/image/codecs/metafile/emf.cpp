@@ -132,7 +132,7 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     const auto header = ReadEmfHeader(file.Head());
     if (!header)
         return nullptr;
-    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
+    return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
 }
 
 const Codec kEmfCodec{kEmfType, false, false, Sniff, Open, EncodeEmf};

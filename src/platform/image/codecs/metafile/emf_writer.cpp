@@ -93,7 +93,7 @@ static void WriteHeader(const ImageBuffer& image, const std::vector<std::uint16_
 
 bool EncodeEmf(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    const std::vector<std::uint16_t> about = Description(settings.objTexts);
+    const std::vector<std::uint16_t> about = Description(settings.texts);
     const std::uint64_t header_size = kHeaderSize + (about.size() + 1) / 2 * 4;
     const std::uint64_t dib = MetafileDibHeaderSize(image) + MetafileDibBitsSize(image);
     const std::uint64_t file_size = header_size + kStretchModeSize + kBitmapRecordSize + dib + kEndSize;

@@ -147,7 +147,7 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     const auto header = ReadWmfHeader(file.Head());
     if (!header)
         return nullptr;
-    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
+    return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
 }
 
 const Codec kWmfCodec{kWmfType, false, false, Sniff, Open, EncodeWmf};

@@ -247,7 +247,7 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     PcxHeader header;
     if (!ReadHeader(file.Head(), header))
         return nullptr;
-    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
+    return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
 }
 
 static std::uint16_t ToDots(double dots_per_inch)

@@ -48,6 +48,6 @@ bool EncodePng(const ImageBuffer& image, const SaveSettings& settings, OutputFil
     const PngColour colour = plan.layout.colour;
     const bool is_grey = colour == PngColour::kGrey || colour == PngColour::kGreyAlpha;
     return out.Write(kPngSignature) && WriteHeader(out, plan.layout.Header(image)) &&
-           WritePngMetadata(out, image, is_grey, settings.objTexts) && WritePalette(out, plan.layout) &&
+           WritePngMetadata(out, image, is_grey, settings.texts) && WritePalette(out, plan.layout) &&
            WritePixels(out, image, plan) && WritePngChunk(out, PngType("IEND"), {});
 }

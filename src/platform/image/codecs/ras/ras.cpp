@@ -248,7 +248,7 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     RasHeader header;
     if (!ReadHeader(file, header))
         return nullptr;
-    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
+    return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
 }
 
 static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& out)

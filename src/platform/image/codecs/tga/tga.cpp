@@ -173,7 +173,7 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     TgaHeader header;
     if (!ReadTgaHeader(file.Head(), header))
         return nullptr;
-    return pSinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
+    return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
 }
 
 const Codec kTgaCodec{10, true, false, Sniff, Open, EncodeTga};

@@ -63,7 +63,7 @@ bool EncodeTga(const ImageBuffer& image, const SaveSettings& settings, OutputFil
     const std::uint64_t end = out.Position();
     const bool has_extension = end <= UINT32_MAX;
     if (has_extension)
-        out.Write(TgaExtension(settings.objTexts, channels == 4));
+        out.Write(TgaExtension(settings.texts, channels == 4));
     out.WriteU32Le(has_extension ? static_cast<std::uint32_t>(end) : 0);
     out.WriteU32Le(0);  // no developer area
     out.Write({reinterpret_cast<const std::uint8_t*>(kTgaSignature.data()), kTgaSignature.size()});

@@ -101,7 +101,7 @@ static bool WriteStrips(TiffSink& sink, const ImageBuffer& image, std::uint16_t 
 bool WriteTiffPage(TiffSink& sink, const ImageBuffer& image, const SaveSettings& settings,
                    const TiffPageForm& form, TiffPagePlace& place)
 {
-    const std::uint16_t compression = CompressionOf(settings.lTIFFCompression);
+    const std::uint16_t compression = CompressionOf(settings.tiff_compression);
     const bool fax = compression != COMPRESSION_NONE && compression != COMPRESSION_LZW;
     const std::uint64_t first_strip = sink.Position();
     TiffStrips strips;
@@ -109,7 +109,7 @@ bool WriteTiffPage(TiffSink& sink, const ImageBuffer& image, const SaveSettings&
         return false;
 
     std::vector<TiffTag> tags = LayoutTags(image, compression, strips, first_strip, form);
-    std::vector<TiffTag> beside = TiffMetadataTags(image, settings.objTexts, !fax);
+    std::vector<TiffTag> beside = TiffMetadataTags(image, settings.texts, !fax);
     std::move(beside.begin(), beside.end(), std::back_inserter(tags));
     std::sort(tags.begin(), tags.end(),
               [](const TiffTag& left, const TiffTag& right) { return left.tag < right.tag; });

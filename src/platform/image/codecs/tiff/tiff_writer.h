@@ -40,7 +40,7 @@ std::uint64_t MaxPageBytes(const ImageBuffer& image);
 /// A classic file ends where 32 bits do.
 constexpr std::uint64_t kClassicEnd = 0xFFFFFFFFu;
 
-/// Appends the page to the sink: nothing in the file points to it yet. settings.lTIFFCompression is 0
+/// Appends the page to the sink: nothing in the file points to it yet. settings.tiff_compression is 0
 /// none, 1 LZW, 2 CCITT run length, 3 group 3, 4 group 4, any other number none; 2 to 4 make the picture
 /// black and white. False as soon as the sink refuses, or without memory. Throws only std::bad_alloc.
 bool WriteTiffPage(TiffSink& sink, const ImageBuffer& image, const SaveSettings& settings,

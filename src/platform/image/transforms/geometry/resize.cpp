@@ -161,7 +161,7 @@ void ResizeSmoothly(const ImageBuffer& image, ImageBuffer& result, bool cubic)
 }  // namespace
 
 bool Resize(ImageBuffer& image, std::int32_t width, std::int32_t height, std::int32_t interpolation,
-            Colour /*lBackground*/)
+            Colour /*background*/)
 {
     width = std::max(width, 1);
     height = std::max(height, 1);

@@ -43,19 +43,19 @@ static ByteMaker Version5File(std::uint32_t profile_offset, std::uint32_t profil
 
 TEST(BmpReads, TheBitsWhereTheFileSaysThatTheyAre)
 {
-    EXPECT_EQ(LevelsOf(aDecoded(kBmpCodec, SmallFile(54).U8({1, 2, 3, 4, 5, 6, 0, 0}).aBytes())),
+    EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, SmallFile(54).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data())),
               (Levels{1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(LevelsOf(aDecoded(kBmpCodec, SmallFile(60).Zeros(6).U8({1, 2, 3, 4, 5, 6}).aBytes())),
+    EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, SmallFile(60).Zeros(6).U8({1, 2, 3, 4, 5, 6}).Data())),
               (Levels{1, 2, 3, 4, 5, 6}));
-    EXPECT_FALSE(aDecoded(kBmpCodec, SmallFile(63).U8({1, 2, 3, 4, 5, 6, 0, 0}).aBytes()));
-    EXPECT_FALSE(aDecoded(kBmpCodec, SmallFile(0xFFFFFFFF).U8({1, 2, 3, 4, 5, 6, 0, 0}).aBytes()));
+    EXPECT_FALSE(Decoded(kBmpCodec, SmallFile(63).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data()));
+    EXPECT_FALSE(Decoded(kBmpCodec, SmallFile(0xFFFFFFFF).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data()));
 }
 
 TEST(BmpReads, TheBitsBehindThePaletteWhenTheFileSaysNothingThatCanBe)
 {
-    EXPECT_EQ(LevelsOf(aDecoded(kBmpCodec, SmallFile(0).U8({1, 2, 3, 4, 5, 6, 0, 0}).aBytes())),
+    EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, SmallFile(0).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data())),
               (Levels{1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(LevelsOf(aDecoded(kBmpCodec, SmallFile(20).U8({1, 2, 3, 4, 5, 6, 0, 0}).aBytes())),
+    EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, SmallFile(20).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data())),
               (Levels{1, 2, 3, 4, 5, 6}));
 }
 
@@ -66,12 +66,12 @@ TEST(BmpReads, APaletteThatEndsWhereTheBitsBegin)
     maker.Text("BM").U32Le({0, 0, 62}).U32Le({40, 2, 1}).U16Le({1, 8}).U32Le({0, 0, 0, 0, 0, 0});
     maker.U8({9, 8, 7, 0, 6, 5, 4, 0}).U8({1, 0, 0, 0});
 
-    EXPECT_EQ(LevelsOf(aDecoded(kBmpCodec, maker.aBytes())), (Levels{6, 5, 4, 9, 8, 7}));
+    EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, maker.Data())), (Levels{6, 5, 4, 9, 8, 7}));
 }
 
 TEST(BmpReads, TheResolutionOfEachDirection)
 {
-    const auto image = aDecoded(kBmpCodec, SmallFile(54).U8({1, 2, 3, 4, 5, 6, 0, 0}).aBytes());
+    const auto image = Decoded(kBmpCodec, SmallFile(54).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data());
 
     ASSERT_TRUE(image);
     EXPECT_NEAR(image->dots_per_inch_x, 300, 0.01);
@@ -80,7 +80,7 @@ TEST(BmpReads, TheResolutionOfEachDirection)
 
 TEST(BmpReads, AProfileThatItEmbeds)
 {
-    const auto image = aDecoded(kBmpCodec, Version5File(128, 128, "RGB ").aBytes());
+    const auto image = Decoded(kBmpCodec, Version5File(128, 128, "RGB ").Data());
 
     ASSERT_TRUE(image);
     EXPECT_EQ(image->icc_profile.size(), 128u);
@@ -92,7 +92,7 @@ TEST(BmpReads, WithoutAProfileThatDoesNotFitOrIsNotThere)
     for (const auto& maker : {Version5File(128, 128, "GRAY"), Version5File(128, 129, "RGB "),
                               Version5File(0xFFFFFFFF, 128, "RGB "), Version5File(128, 0xFFFFFFFF, "RGB "),
                               Version5File(129, 127, "RGB "), Version5File(0, 0, "RGB ")}) {
-        const auto image = aDecoded(kBmpCodec, maker.aBytes());
+        const auto image = Decoded(kBmpCodec, maker.Data());
 
         ASSERT_TRUE(image);
         EXPECT_TRUE(image->icc_profile.empty());
@@ -114,20 +114,20 @@ static ByteMaker Embedding(std::uint32_t compression, const std::vector<std::uin
 
 TEST(BmpReads, AJpegFileInThePlaceOfTheBits)
 {
-    const auto jpeg = aFileContent(sSamplePath("jpeg/baseline.jpg"));
+    const auto jpeg = FileContent(SamplePath("jpeg/baseline.jpg"));
 
-    const auto image = aDecoded(kBmpCodec, Embedding(4, jpeg).aBytes());
+    const auto image = Decoded(kBmpCodec, Embedding(4, jpeg).Data());
 
     ASSERT_TRUE(image);
     EXPECT_GT(image->width, 1);
-    EXPECT_FALSE(aDecoded(kBmpCodec, Embedding(5, jpeg).aBytes())) << "the header promised PNG";
+    EXPECT_FALSE(Decoded(kBmpCodec, Embedding(5, jpeg).Data())) << "the header promised PNG";
 }
 
 TEST(BmpReads, APngFileInThePlaceOfTheBits)
 {
-    const ImageBuffer inner = aPattern(9, 5, 3);
+    const ImageBuffer inner = Pattern(9, 5, 3);
 
-    const auto image = aDecoded(kBmpCodec, Embedding(5, aEncoded(kPngCodec, inner)).aBytes());
+    const auto image = Decoded(kBmpCodec, Embedding(5, Encoded(kPngCodec, inner)).Data());
 
     ASSERT_TRUE(image);
     EXPECT_TRUE(image->bytes == inner.bytes);
@@ -139,17 +139,17 @@ TEST(BmpReads, RunsFromTheirPlaceInTheFile)
     maker.Text("BM").U32Le({0, 0, 70}).U32Le({40, 3, 2}).U16Le({1, 8}).U32Le({1, 0, 0, 0, 2, 0});
     maker.U8({9, 9, 9, 0, 6, 6, 6, 0}).Zeros(8).U8({3, 1, 0, 0, 2, 0, 1, 1, 0, 1});
 
-    EXPECT_EQ(LevelsOf(aDecoded(kBmpCodec, maker.aBytes())), (Levels{9, 9, 6, 6, 6, 6}));
+    EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, maker.Data())), (Levels{9, 9, 6, 6, 6, 6}));
 }
 
 TEST(BmpReads, NothingWhenTheFileBecomesShorterMeanwhile)
 {
     const TestFolder folder;
-    const std::string path = folder.sPath("cut.bmp");
-    WriteFileContent(path, aEncoded(kBmpCodec, aPattern(200, 2000, 3)));
+    const std::string path = folder.Path("cut.bmp");
+    WriteFileContent(path, Encoded(kBmpCodec, Pattern(200, 2000, 3)));
     const auto file = InputFile::Open(path);
     ASSERT_TRUE(file);
-    const auto decoder = kBmpCodec.Open(*file);
+    const auto decoder = kBmpCodec.open(*file);
     ASSERT_TRUE(decoder);
     ASSERT_EQ(truncate(path.c_str(), 700000), 0);
     ImageBuffer image;
@@ -162,9 +162,9 @@ TEST(BmpReads, NothingWhenTheFileBecomesShorterMeanwhile)
 
 TEST(BmpReads, OnlyTheOnePage)
 {
-    const auto bytes = aEncoded(kBmpCodec, aPattern(3, 3, 3));
+    const auto bytes = Encoded(kBmpCodec, Pattern(3, 3, 3));
     InputFile file(bytes);
-    const auto decoder = kBmpCodec.Open(file);
+    const auto decoder = kBmpCodec.open(file);
     ASSERT_TRUE(decoder);
     ImageBuffer image;
 
@@ -175,11 +175,11 @@ TEST(BmpReads, OnlyTheOnePage)
 
 TEST(BmpWrites, HeadersWithSizesAndResolution)
 {
-    ImageBuffer image = aPattern(5, 3, 3);
+    ImageBuffer image = Pattern(5, 3, 3);
     image.dots_per_inch_x = 300;
     image.dots_per_inch_y = 150;
 
-    const auto bytes = aEncoded(kBmpCodec, image);
+    const auto bytes = Encoded(kBmpCodec, image);
 
     ByteReader reader(bytes);
     EXPECT_EQ(reader.U16Le(), 'B' | 'M' << 8);
@@ -200,11 +200,11 @@ TEST(BmpWrites, HeadersWithSizesAndResolution)
 
 TEST(BmpWrites, NoResolutionThatTheFieldCannotHold)
 {
-    ImageBuffer image = aPattern(1, 1, 3);
+    ImageBuffer image = Pattern(1, 1, 3);
     image.dots_per_inch_x = 1e300;
     image.dots_per_inch_y = -5;
 
-    const auto back = aDecoded(kBmpCodec, aEncoded(kBmpCodec, image));
+    const auto back = Decoded(kBmpCodec, Encoded(kBmpCodec, image));
 
     ASSERT_TRUE(back);
     EXPECT_EQ(back->dots_per_inch_x, 0);

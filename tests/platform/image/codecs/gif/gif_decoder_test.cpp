@@ -20,14 +20,14 @@ using Pages = std::vector<ImageBuffer>;
 
 Block Sample(const std::string& name)
 {
-    return aFileContent(sSamplePath("gif/" + name));
+    return FileContent(SamplePath("gif/" + name));
 }
 
 Pages PagesOf(const Block& file)
 {
     Pages result;
     for (std::int32_t i = 0;; ++i) {
-        auto page = aDecoded(kGifCodec, file, i);
+        auto page = Decoded(kGifCodec, file, i);
         if (!page)
             return result;
         result.push_back(std::move(*page));
@@ -37,7 +37,7 @@ Pages PagesOf(const Block& file)
 std::int32_t Frames(const Block& file)
 {
     InputFile input(file);
-    const auto decoder = kGifCodec.Open(input);
+    const auto decoder = kGifCodec.open(input);
     return decoder ? decoder->FrameCount() : 0;
 }
 
@@ -65,15 +65,15 @@ PixelBytes FourChannels(ImageBuffer image)
 PixelBytes Coalesced(const std::string& name)
 {
     const TestFolder folder;
-    const std::string out = folder.sPath("out");
+    const std::string out = folder.Path("out");
     std::string output;
-    EXPECT_TRUE(bRun(ImageMagick("convert") + " " + sSamplePath("gif/" + name) +
-                         " -coalesce -alpha set -depth 8 bgra:" + out,
-                     &output))
+    EXPECT_TRUE(RunCommand(ImageMagick("convert") + " " + SamplePath("gif/" + name) +
+                               " -coalesce -alpha set -depth 8 bgra:" + out,
+                           &output))
         << output;
     ImageBuffer all;
     all.channels = 4;
-    const Block bytes = aFileContent(out);
+    const Block bytes = FileContent(out);
     all.bytes.assign(bytes.begin(), bytes.end());
     return FourChannels(all);
 }
@@ -132,16 +132,16 @@ INSTANTIATE_TEST_SUITE_P(Samples, GifPages,
 
 TEST(GifDecoder, GivesGreyColourOrAlphaAsThePageNeeds)
 {
-    EXPECT_EQ(aDecoded(kGifCodec, Sample("grey.gif"))->channels, 1);
-    EXPECT_EQ(aDecoded(kGifCodec, Sample("plain.gif"))->channels, 3);
-    EXPECT_EQ(aDecoded(kGifCodec, Sample("transparent.gif"))->channels, 4);
+    EXPECT_EQ(Decoded(kGifCodec, Sample("grey.gif"))->channels, 1);
+    EXPECT_EQ(Decoded(kGifCodec, Sample("plain.gif"))->channels, 3);
+    EXPECT_EQ(Decoded(kGifCodec, Sample("transparent.gif"))->channels, 4);
 }
 
 TEST(GifDecoder, FindsTheSceneThatOtherProgramsPacked)
 {
-    const auto scene = aReadPnm(sSamplePath("gif/scene.ppm"));
+    const auto scene = ReadPnm(SamplePath("gif/scene.ppm"));
     for (const char* name : {"plain.gif", "interlaced.gif", "optimised.gif", "sicle.gif"})
-        EXPECT_LE(objDifference(*aDecoded(kGifCodec, Sample(name)), *scene).lGreatest, 3) << name;
+        EXPECT_LE(DifferenceBetween(*Decoded(kGifCodec, Sample(name)), *scene).greatest, 3) << name;
 }
 
 TEST(GifDecoder, LeavesAFrameInPlaceUnlessItAsksForMore)
@@ -154,7 +154,7 @@ TEST(GifDecoder, LeavesAFrameInPlaceUnlessItAsksForMore)
                                      .Frame(1, 0, 1, 1, {1})
                                      .Frame(2, 0, 1, 1, {2})
                                      .End()
-                                     .aBytes()),
+                                     .File()),
                   (Texts{"RR.", "RG.", "RGB"}));
 }
 
@@ -166,7 +166,7 @@ TEST(GifDecoder, ClearsAFrameThatAsksForTheBackground)
                                  .Frame(1, 0, 1, 1, {1})
                                  .Frame(2, 0, 1, 1, {2})
                                  .End()
-                                 .aBytes()),
+                                 .File()),
               (Texts{"RRR", "RGR", "R.B"}));
 }
 
@@ -181,7 +181,7 @@ TEST(GifDecoder, BringsBackWhatWasThereBeforeAFrameThatAsksForIt)
                                      .Frame(0, 0, 1, 1, {3})
                                      .Frame(2, 0, 1, 1, {2})
                                      .End()
-                                     .aBytes()),
+                                     .File()),
                   (Texts{"RG.", "RBB", "WG.", "RGB"}));
 }
 
@@ -192,7 +192,7 @@ TEST(GifDecoder, BringsBackNothingBeforeTheFirstFrame)
                                  .Frame(0, 0, 2, 1, {0, 0})
                                  .Frame(0, 0, 1, 1, {1})
                                  .End()
-                                 .aBytes()),
+                                 .File()),
               (Texts{"RR", "G."}));
 }
 
@@ -203,7 +203,7 @@ TEST(GifDecoder, LetsTheScreenShowThroughTheTransparentIndex)
                                  .Control(0, 2)
                                  .Frame(0, 0, 3, 1, {2, 3, 2})
                                  .End()
-                                 .aBytes()),
+                                 .File()),
               (Texts{"RG.", "RW."}));
 }
 
@@ -214,14 +214,14 @@ TEST(GifDecoder, ForgetsTheControlAfterItsFrame)
                                  .Frame(0, 0, 1, 1, {0})
                                  .Frame(0, 0, 1, 1, {0})
                                  .End()
-                                 .aBytes()),
+                                 .File()),
               (Texts{".", "R"}));
 }
 
 TEST(GifDecoder, GivesTheControlBeforeAPlainTextToTheText)
 {
     EXPECT_EQ(LettersOfPages(
-                  GifMaker(1, 1, kColours).Control(0, 0).PlainText().Frame(0, 0, 1, 1, {0}).End().aBytes()),
+                  GifMaker(1, 1, kColours).Control(0, 0).PlainText().Frame(0, 0, 1, 1, {0}).End().File()),
               (Texts{"R"}));
 }
 
@@ -229,7 +229,7 @@ TEST(GifDecoder, ReadsOnPastComments)
 {
     EXPECT_EQ(
         LettersOfPages(
-            GifMaker(1, 1, kColours).Control(0, 0).Comment("hello").Frame(0, 0, 1, 1, {0}).End().aBytes()),
+            GifMaker(1, 1, kColours).Control(0, 0).Comment("hello").Frame(0, 0, 1, 1, {0}).End().File()),
         (Texts{"."}));
 }
 
@@ -239,16 +239,16 @@ TEST(GifDecoder, PrefersTheFramesOwnColours)
 
     EXPECT_EQ(
         LettersOfPages(
-            GifMaker(2, 1, kColours).Frame(0, 0, 2, 1, {0, 1}, local).Frame(0, 0, 1, 1, {2}).End().aBytes()),
+            GifMaker(2, 1, kColours).Frame(0, 0, 2, 1, {0, 1}, local).Frame(0, 0, 1, 1, {2}).End().File()),
         (Texts{"WK", "BK"}));
 }
 
 TEST(GifDecoder, TakesIndexesBeyondTheTableAsBlackAndNoTableAsGreys)
 {
     EXPECT_EQ(
-        LettersOfPages(GifMaker(2, 1, {{255, 0, 0}, {0, 255, 0}}).Frame(0, 0, 2, 1, {1, 3}).End().aBytes()),
+        LettersOfPages(GifMaker(2, 1, {{255, 0, 0}, {0, 255, 0}}).Frame(0, 0, 2, 1, {1, 3}).End().File()),
         (Texts{"GK"}));
-    const auto greys = aDecoded(kGifCodec, GifMaker(2, 1, {}).Frame(0, 0, 2, 1, {1, 3}).End().aBytes());
+    const auto greys = Decoded(kGifCodec, GifMaker(2, 1, {}).Frame(0, 0, 2, 1, {1, 3}).End().File());
     ASSERT_TRUE(greys);
     EXPECT_EQ(greys->bytes, (PixelBytes{1, 3}));
 }
@@ -262,13 +262,13 @@ TEST(GifDecoder, ClipsFramesToTheScreen)
                                  .Frame(5, 5, 1, 1, {0})
                                  .Frame(0, 1, 3, 1, {1, 2, 3})
                                  .End()
-                                 .aBytes()),
+                                 .File()),
               (Texts{"...R", "....", "..GB"}));
 }
 
 TEST(GifDecoder, MakesAScreenWithoutASizeAsLargeAsItsFirstFrameNeeds)
 {
-    const auto image = aDecoded(kGifCodec, GifMaker(0, 0, kColours).Frame(1, 0, 1, 2, {0, 1}).End().aBytes());
+    const auto image = Decoded(kGifCodec, GifMaker(0, 0, kColours).Frame(1, 0, 1, 2, {0, 1}).End().File());
 
     ASSERT_TRUE(image);
     EXPECT_EQ(image->width, 2);
@@ -283,7 +283,7 @@ TEST(GifDecoder, DrawsNothingForAnEmptyFrame)
                                  .Frame(0, 0, 0, 1, {})
                                  .Frame(0, 0, 1, 1, {1})
                                  .End()
-                                 .aBytes()),
+                                 .File()),
               (Texts{"B", "B", "G"}));
 }
 
@@ -300,7 +300,7 @@ TEST(GifDecoder, PutsInterlacedRowsIntoTheirPlaces)
             wanted += "RGBW"[y % 4];
 
         const auto file =
-            GifMaker(1, height, kColours).Descriptor(0, 0, 1, height, {}, true).Pixels(stored).End().aBytes();
+            GifMaker(1, height, kColours).Descriptor(0, 0, 1, height, {}, true).Pixels(stored).End().File();
 
         EXPECT_EQ(LettersOfPages(file), Texts{wanted});
     }
@@ -311,13 +311,13 @@ TEST(GifDecoder, GivesPagesInAnyOrder)
     const Block file = Sample("dispose-previous.gif");
     const Pages in_order = PagesOf(file);
     InputFile input(file);
-    const auto decoder = kGifCodec.Open(input);
+    const auto decoder = kGifCodec.open(input);
     ASSERT_EQ(decoder->FrameCount(), 5);
 
     for (const std::int32_t frame : {4, 0, 2, 2, 1, 3}) {
         ImageBuffer page;
         ASSERT_TRUE(decoder->DecodeFrame(frame, page)) << frame;
-        EXPECT_EQ(objDifference(page, in_order[static_cast<std::size_t>(frame)]).lGreatest, 0) << frame;
+        EXPECT_EQ(DifferenceBetween(page, in_order[static_cast<std::size_t>(frame)]).greatest, 0) << frame;
     }
     ImageBuffer page;
     EXPECT_FALSE(decoder->DecodeFrame(-1, page));
@@ -329,7 +329,7 @@ TEST(GifDecoder, RefusesTheFrameThatIsCutAndKeepsThoseBefore)
 {
     const Block file = Sample("cut.gif");
     InputFile input(file);
-    const auto decoder = kGifCodec.Open(input);
+    const auto decoder = kGifCodec.open(input);
     const std::int32_t last = decoder->FrameCount() - 1;
     ASSERT_GT(last, 0);
     ImageBuffer page;
@@ -345,25 +345,25 @@ TEST(GifDecoder, RefusesAPictureThatEndsTooSoonWhereverItEnds)
 {
     const Block file = Sample("plain.gif");
     for (std::size_t size = 0; size + 1 < file.size(); ++size)
-        EXPECT_FALSE(aDecoded(kGifCodec, Bytes(file).first(size))) << size;
+        EXPECT_FALSE(Decoded(kGifCodec, Bytes(file).first(size))) << size;
     EXPECT_TRUE(
-        aDecoded(kGifCodec, Bytes(file).first(file.size() - 1)));  // nothing but the trailer is missing
+        Decoded(kGifCodec, Bytes(file).first(file.size() - 1)));  // nothing but the trailer is missing
 }
 
 TEST(GifDecoder, RefusesFilesThatLieOrAreSomethingElse)
 {
     for (const char* name : {"cut-first.gif", "lies-about-size.gif", "foreign.gif"})
-        EXPECT_FALSE(aDecoded(kGifCodec, Sample(name))) << name;
-    EXPECT_FALSE(kGifCodec.Sniff(Sample("foreign.gif"), "gif"));
-    EXPECT_TRUE(kGifCodec.Sniff(Sample("plain.gif"), ""));
-    EXPECT_EQ(Frames(GifMaker(1, 1, kColours).End().aBytes()), 0);
-    EXPECT_EQ(Frames(GifMaker(0, 0, kColours).Frame(0, 0, 0, 0, {}).End().aBytes()), 0);
+        EXPECT_FALSE(Decoded(kGifCodec, Sample(name))) << name;
+    EXPECT_FALSE(kGifCodec.sniff(Sample("foreign.gif"), "gif"));
+    EXPECT_TRUE(kGifCodec.sniff(Sample("plain.gif"), ""));
+    EXPECT_EQ(Frames(GifMaker(1, 1, kColours).End().File()), 0);
+    EXPECT_EQ(Frames(GifMaker(0, 0, kColours).Frame(0, 0, 0, 0, {}).End().File()), 0);
 }
 
 TEST(GifDecoder, RefusesAScreenThatItsFileCouldNeverFill)
 {
-    EXPECT_EQ(Frames(GifMaker(60000, 8000, kColours).Frame(0, 0, 1, 1, {0}).End().aBytes()), 0);
-    EXPECT_EQ(Frames(GifMaker(4000, 4000, kColours).Frame(0, 0, 1, 1, {0}).End().aBytes()), 1);
+    EXPECT_EQ(Frames(GifMaker(60000, 8000, kColours).Frame(0, 0, 1, 1, {0}).End().File()), 0);
+    EXPECT_EQ(Frames(GifMaker(4000, 4000, kColours).Frame(0, 0, 1, 1, {0}).End().File()), 1);
 }
 
 TEST(GifDecoder, ShowsNothingAfterAFrameOfBrokenCodes)
@@ -374,12 +374,12 @@ TEST(GifDecoder, ShowsNothingAfterAFrameOfBrokenCodes)
                            .Data(2, {0xFF, 0xFF})
                            .Frame(0, 0, 2, 1, {0, 1})
                            .End()
-                           .aBytes();
+                           .File();
 
     EXPECT_EQ(Frames(file), 3);
-    EXPECT_TRUE(aDecoded(kGifCodec, file, 0));
-    EXPECT_FALSE(aDecoded(kGifCodec, file, 1));
-    EXPECT_FALSE(aDecoded(kGifCodec, file, 2));
+    EXPECT_TRUE(Decoded(kGifCodec, file, 0));
+    EXPECT_FALSE(Decoded(kGifCodec, file, 1));
+    EXPECT_FALSE(Decoded(kGifCodec, file, 2));
 }
 
 TEST(GifDecoder, StopsCountingFramesAtItsLimit)
@@ -388,7 +388,7 @@ TEST(GifDecoder, StopsCountingFramesAtItsLimit)
     for (std::int32_t i = 0; i < kMaxGifFrames + 10; ++i)
         maker.Frame(0, 0, 1, 1, {0});
 
-    EXPECT_EQ(Frames(maker.End().aBytes()), kMaxGifFrames);
+    EXPECT_EQ(Frames(maker.End().File()), kMaxGifFrames);
 }
 
 TEST(GifDecoder, SurvivesAnyByteOfAFileBeingAnother)
@@ -398,7 +398,7 @@ TEST(GifDecoder, SurvivesAnyByteOfAFileBeingAnother)
         Block broken = file;
         broken[i] = static_cast<std::uint8_t>(broken[i] ^ (i % 3 == 0 ? 0x01 : i % 3 == 1 ? 0x80 : 0xFF));
         InputFile input(broken);
-        const auto decoder = kGifCodec.Open(input);
+        const auto decoder = kGifCodec.open(input);
         ImageBuffer page;
         for (std::int32_t frame = 0; decoder && frame < decoder->FrameCount(); ++frame)
             if (decoder->DecodeFrame(frame, page)) {

@@ -45,12 +45,12 @@ ImageBuffer OfColours(std::int32_t width, std::int32_t height, unsigned colours)
 ImageBuffer By(const std::string& program, const Block& file)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("in.gif"), file);
+    WriteFileContent(folder.Path("in.gif"), file);
     std::string output;
-    EXPECT_TRUE(bRun(program + " " + folder.sPath("in.gif") + " " + folder.sPath("out.ppm"), &output))
+    EXPECT_TRUE(RunCommand(program + " " + folder.Path("in.gif") + " " + folder.Path("out.ppm"), &output))
         << output;
     EXPECT_EQ(output, "");
-    return aReadPnm(folder.sPath("out.ppm")).value_or(ImageBuffer{});
+    return ReadPnm(folder.Path("out.ppm")).value_or(ImageBuffer{});
 }
 
 const std::string kPillow =
@@ -60,10 +60,10 @@ const std::string kPillow =
 std::string Identified(const Block& file, const std::string& format)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("in.gif"), file);
+    WriteFileContent(folder.Path("in.gif"), file);
     std::string output;
     EXPECT_TRUE(
-        bRun(ImageMagick("identify") + " -format '" + format + "' " + folder.sPath("in.gif"), &output))
+        RunCommand(ImageMagick("identify") + " -format '" + format + "' " + folder.Path("in.gif"), &output))
         << output;
     return output;
 }
@@ -77,18 +77,18 @@ TEST_P(GifColourCounts, UpTo256AreKeptExactlyAsOtherProgramsFindToo)
 {
     const ImageBuffer image = OfColours(61, 43, GetParam());
 
-    const Block file = aEncoded(kGifCodec, image);
+    const Block file = Encoded(kGifCodec, image);
 
     ASSERT_FALSE(file.empty());
-    const auto back = aDecoded(kGifCodec, file);
+    const auto back = Decoded(kGifCodec, file);
     ASSERT_TRUE(back);
     if (GetParam() == 1)
         EXPECT_EQ(back->channels, 1);  // the one colour is black
     else
-        EXPECT_EQ(objDifference(*back, image).lGreatest, 0);
-    EXPECT_EQ(objDifference(By(ImageMagick("convert"), file), image).lGreatest, 0);
-    EXPECT_EQ(objDifference(By("gm convert", file), image).lGreatest, 0);
-    EXPECT_EQ(objDifference(By(kPillow, file), image).lGreatest, 0);
+        EXPECT_EQ(DifferenceBetween(*back, image).greatest, 0);
+    EXPECT_EQ(DifferenceBetween(By(ImageMagick("convert"), file), image).greatest, 0);
+    EXPECT_EQ(DifferenceBetween(By("gm convert", file), image).greatest, 0);
+    EXPECT_EQ(DifferenceBetween(By(kPillow, file), image).greatest, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Colours, GifColourCounts,
@@ -100,27 +100,27 @@ TEST(GifEncoder, KeepsAll256Greys)
     for (std::size_t i = 0; i < image.bytes.size(); ++i)
         image.bytes[i] = static_cast<std::uint8_t>(i * 5);
 
-    const auto back = aDecoded(kGifCodec, aEncoded(kGifCodec, image));
+    const auto back = Decoded(kGifCodec, Encoded(kGifCodec, image));
 
     ASSERT_TRUE(back);
-    EXPECT_EQ(objDifference(*back, image).lGreatest, 0);
+    EXPECT_EQ(DifferenceBetween(*back, image).greatest, 0);
 }
 
 TEST(GifEncoder, WritesNoLargerTableThanThePictureNeeds)
 {
-    EXPECT_EQ(aEncoded(kGifCodec, OfColours(10, 10, 2))[10] & 7, 0);
-    EXPECT_EQ(aEncoded(kGifCodec, OfColours(10, 10, 5))[10] & 7, 2);
-    EXPECT_EQ(aEncoded(kGifCodec, OfColours(40, 10, 256))[10] & 7, 7);
+    EXPECT_EQ(Encoded(kGifCodec, OfColours(10, 10, 2))[10] & 7, 0);
+    EXPECT_EQ(Encoded(kGifCodec, OfColours(10, 10, 5))[10] & 7, 2);
+    EXPECT_EQ(Encoded(kGifCodec, OfColours(40, 10, 256))[10] & 7, 7);
 }
 
 TEST(GifEncoder, FitsAPaletteToAPictureOfMoreColours)
 {
-    const ImageBuffer image = aPattern(200, 150, 3);
+    const ImageBuffer image = Pattern(200, 150, 3);
 
-    const auto back = aDecoded(kGifCodec, aEncoded(kGifCodec, image));
+    const auto back = Decoded(kGifCodec, Encoded(kGifCodec, image));
 
     ASSERT_TRUE(back);
-    EXPECT_LT(objDifference(*back, image).dMean, 6);
+    EXPECT_LT(DifferenceBetween(*back, image).mean, 6);
     std::set<std::array<std::uint8_t, 3>> colours;
     for (std::size_t i = 0; i < back->bytes.size(); i += 3)
         colours.insert({back->bytes[i], back->bytes[i + 1], back->bytes[i + 2]});
@@ -131,8 +131,8 @@ TEST(GifEncoder, FitsAPaletteToAPictureOfMoreColours)
 TEST(GifEncoder, MakesPixelsBelowHalfAlphaTransparentAndOthersOpaque)
 {
     for (const std::int32_t width : {6, 200}) {  // few colours and many
-        const ImageBuffer image = aPattern(width, width, 4);
-        const auto back = aDecoded(kGifCodec, aEncoded(kGifCodec, image));
+        const ImageBuffer image = Pattern(width, width, 4);
+        const auto back = Decoded(kGifCodec, Encoded(kGifCodec, image));
         ASSERT_TRUE(back);
         ASSERT_EQ(back->channels, 4);
         double sum = 0;
@@ -153,15 +153,15 @@ TEST(GifEncoder, SpendsNoColourOnTransparencyThatIsNotThere)
         with_alpha.bytes[i * 4 + 3] = 128;
     }
 
-    const auto back = aDecoded(kGifCodec, aEncoded(kGifCodec, with_alpha));
+    const auto back = Decoded(kGifCodec, Encoded(kGifCodec, with_alpha));
 
     ASSERT_TRUE(back);
-    EXPECT_EQ(objDifference(*back, image).lGreatest, 0);
+    EXPECT_EQ(DifferenceBetween(*back, image).greatest, 0);
 }
 
 TEST(GifEncoder, KeepsAPictureThatIsTransparentThroughout)
 {
-    const auto back = aDecoded(kGifCodec, aEncoded(kGifCodec, Blank(5, 4, 4)));
+    const auto back = Decoded(kGifCodec, Encoded(kGifCodec, Blank(5, 4, 4)));
 
     ASSERT_TRUE(back);
     EXPECT_EQ(back->channels, 4);
@@ -171,21 +171,21 @@ TEST(GifEncoder, KeepsAPictureThatIsTransparentThroughout)
 TEST(GifEncoder, WritesTheTextsAsAComment)
 {
     SaveSettings settings;
-    settings.objTexts.sTitle = "A title";
-    settings.objTexts.sAuthor = "K\xC3\xA4the";
-    settings.objTexts.sCopyright = std::string(700, 'c');
+    settings.texts.sTitle = "A title";
+    settings.texts.sAuthor = "K\xC3\xA4the";
+    settings.texts.sCopyright = std::string(700, 'c');
 
-    const Block file = aEncoded(kGifCodec, OfColours(4, 4, 3), settings);
+    const Block file = Encoded(kGifCodec, OfColours(4, 4, 3), settings);
 
     EXPECT_EQ(std::string(file.begin(), file.begin() + 6), "GIF89a");
     EXPECT_EQ(Identified(file, "%c"),
               "Title: A title\nAuthor: K\xC3\xA4the\nCopyright: " + std::string(700, 'c'));
-    EXPECT_TRUE(aDecoded(kGifCodec, file));
+    EXPECT_TRUE(Decoded(kGifCodec, file));
 }
 
 TEST(GifEncoder, WritesNoCommentWithoutTexts)
 {
-    const Block file = aEncoded(kGifCodec, OfColours(4, 4, 3));
+    const Block file = Encoded(kGifCodec, OfColours(4, 4, 3));
 
     EXPECT_EQ(std::string(file.begin(), file.begin() + 6), "GIF87a");
     EXPECT_EQ(Identified(file, "%c"), "");
@@ -194,10 +194,10 @@ TEST(GifEncoder, WritesNoCommentWithoutTexts)
 TEST(GifEncoder, WritesTheLargestSides)
 {
     for (const auto& [width, height] : {std::pair{65500, 1}, {1, 65500}, {1, 1}}) {
-        const ImageBuffer image = aPattern(width, height, 1);
-        const auto back = aDecoded(kGifCodec, aEncoded(kGifCodec, image));
+        const ImageBuffer image = Pattern(width, height, 1);
+        const auto back = Decoded(kGifCodec, Encoded(kGifCodec, image));
         ASSERT_TRUE(back);
-        EXPECT_EQ(objDifference(*back, image).lGreatest, 0);
+        EXPECT_EQ(DifferenceBetween(*back, image).greatest, 0);
     }
 }
 
@@ -220,8 +220,8 @@ RC_GTEST_PROP(GifEncoder, GivesBackAnyPictureOfFewColours, ())
         for (std::size_t i = 0; i < image.bytes.size(); i += 3)
             image.bytes[i] = static_cast<std::uint8_t>(255 - image.bytes[i + 1]);
 
-    const auto back = aDecoded(kGifCodec, aEncoded(kGifCodec, image));
+    const auto back = Decoded(kGifCodec, Encoded(kGifCodec, image));
 
     RC_ASSERT(back.has_value());
-    RC_ASSERT(objDifference(*back, image).lGreatest == 0);
+    RC_ASSERT(DifferenceBetween(*back, image).greatest == 0);
 }

@@ -12,8 +12,8 @@ static ByteMaker Chunk(std::string_view name, const ByteMaker& data, std::int64_
 {
     ByteMaker maker;
     maker.Text(name).U32Le(
-        {claimed < 0 ? static_cast<std::uint32_t>(data.nSize()) : static_cast<std::uint32_t>(claimed)});
-    maker.All(data.aBytes()).Zeros(data.nSize() % 2);
+        {claimed < 0 ? static_cast<std::uint32_t>(data.Size()) : static_cast<std::uint32_t>(claimed)});
+    maker.All(data.Data()).Zeros(data.Size() % 2);
     return maker;
 }
 
@@ -28,8 +28,8 @@ static std::vector<std::uint8_t> Animation(std::initializer_list<ByteMaker> chun
     ByteMaker body;
     body.Text("ACON");
     for (const ByteMaker& maker : chunks)
-        body.All(maker.aBytes());
-    return Chunk("RIFF", body).aBytes();
+        body.All(maker.Data());
+    return Chunk("RIFF", body).Data();
 }
 
 static ByteMaker Frames(std::initializer_list<ByteMaker> frames)
@@ -37,7 +37,7 @@ static ByteMaker Frames(std::initializer_list<ByteMaker> frames)
     ByteMaker maker;
     maker.Text("fram");
     for (const ByteMaker& frame : frames)
-        maker.All(Chunk("icon", frame).aBytes());
+        maker.All(Chunk("icon", frame).Data());
     return Chunk("LIST", maker);
 }
 
@@ -54,7 +54,7 @@ static ByteMaker Cursor(int blue)
 static Levels Blues(const std::vector<std::uint8_t>& bytes)
 {
     InputFile file(bytes);
-    const auto decoder = kAniCodec.Open(file);
+    const auto decoder = kAniCodec.open(file);
     Levels found;
     for (std::int32_t frame = 0; decoder && frame < decoder->FrameCount(); ++frame) {
         ImageBuffer image;
@@ -83,7 +83,7 @@ TEST(AniReads, TheFramesInTheOrderOfTheSequence)
 TEST(AniReads, PastChunksThatItDoesNotKnow)
 {
     const auto info =
-        Chunk("LIST", ByteMaker().Text("INFO").All(Chunk("IART", ByteMaker().Text("me!")).aBytes()));
+        Chunk("LIST", ByteMaker().Text("INFO").All(Chunk("IART", ByteMaker().Text("me!")).Data()));
 
     EXPECT_EQ(Blues(Animation({info, Chunk("rate", ByteMaker().U32Le({6})),
                                Chunk("odd ", ByteMaker().U8({1})), Frames({Cursor(1)}), HeaderChunk(1)})),
@@ -92,7 +92,7 @@ TEST(AniReads, PastChunksThatItDoesNotKnow)
 
 TEST(AniReads, FramesThatAreBitmapFiles)
 {
-    const auto bitmap = aEncoded(kBmpCodec, aPattern(3, 3, 3));
+    const auto bitmap = Encoded(kBmpCodec, Pattern(3, 3, 3));
 
     EXPECT_EQ(Blues(Animation({HeaderChunk(0), Frames({ByteMaker().All(bitmap)})})), Levels{0});
     EXPECT_EQ(Blues(Animation({HeaderChunk(1), Frames({ByteMaker().All(bitmap)})})), Levels{-1})
@@ -124,10 +124,10 @@ TEST(AniReads, WhatIsThereOfChunksThatClaimMore)
 
 TEST(AniReads, NothingWithoutFrames)
 {
-    EXPECT_FALSE(aDecoded(kAniCodec, Animation({})));
-    EXPECT_FALSE(aDecoded(kAniCodec, Animation({HeaderChunk(1), Frames({})})));
-    EXPECT_FALSE(aDecoded(kAniCodec, ByteMaker().Text("RIFF").U32Le({4}).Text("WAVE").aBytes()));
-    EXPECT_FALSE(aDecoded(kAniCodec, ByteMaker().Text("RIFF").aBytes()));
+    EXPECT_FALSE(Decoded(kAniCodec, Animation({})));
+    EXPECT_FALSE(Decoded(kAniCodec, Animation({HeaderChunk(1), Frames({})})));
+    EXPECT_FALSE(Decoded(kAniCodec, ByteMaker().Text("RIFF").U32Le({4}).Text("WAVE").Data()));
+    EXPECT_FALSE(Decoded(kAniCodec, ByteMaker().Text("RIFF").Data()));
 }
 
 TEST(AniReads, NoFrameThatIsNone)
@@ -140,6 +140,6 @@ TEST(AniReads, NoFrameThatIsNone)
 
 TEST(AniCodec, OnlyReads)
 {
-    EXPECT_EQ(kAniCodec.Encode, nullptr);
-    EXPECT_EQ(kAniCodec.lType, 14);
+    EXPECT_EQ(kAniCodec.encode, nullptr);
+    EXPECT_EQ(kAniCodec.type, 14);
 }

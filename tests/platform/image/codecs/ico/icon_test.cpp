@@ -23,7 +23,7 @@ static ByteMaker Bitmap(std::uint32_t width, std::uint32_t rows, std::uint32_t b
 // 2 by 1 pixels of 24 bits, the second one masked out.
 static Picture Small(int blue = 1)
 {
-    return Bitmap(2, 2, 24).U8({blue, 2, 3, 4, 5, 6, 0, 0}).U8({0x40, 0, 0, 0}).aBytes();
+    return Bitmap(2, 2, 24).U8({blue, 2, 3, 4, 5, 6, 0, 0}).U8({0x40, 0, 0, 0}).Data();
 }
 
 struct Entry {
@@ -49,12 +49,12 @@ static std::vector<std::uint8_t> Icon(const std::vector<Entry>& entries, std::ui
     }
     for (const Entry& entry : entries)
         maker.All(entry.picture);
-    return maker.aBytes();
+    return maker.Data();
 }
 
 static Levels LevelsOf(const std::vector<std::uint8_t>& file, std::int32_t frame = 0)
 {
-    const auto image = aDecoded(kIcoCodec, file, frame);
+    const auto image = Decoded(kIcoCodec, file, frame);
     if (!image)
         return {-1};
     EXPECT_EQ(image->channels, 4);
@@ -64,7 +64,7 @@ static Levels LevelsOf(const std::vector<std::uint8_t>& file, std::int32_t frame
 static std::int32_t FramesOf(const std::vector<std::uint8_t>& bytes)
 {
     InputFile file(bytes);
-    const auto decoder = kIcoCodec.Open(file);
+    const auto decoder = kIcoCodec.open(file);
     return decoder ? decoder->FrameCount() : 0;
 }
 
@@ -81,24 +81,24 @@ TEST(IconBitmaps, OfEveryDepthHaveTheirMaskBehindTheColours)
     const auto sixteen = Bitmap(2, 2, 16).U16Le({0x0421, 0x0842}).U8({0x80, 0, 0, 0});
     const Levels expected = {1, 1, 1, 0, 2, 2, 2, 255};
 
-    EXPECT_EQ(LevelsOf(Icon({{one.aBytes()}})), expected);
-    EXPECT_EQ(LevelsOf(Icon({{four.aBytes()}})), expected);
-    EXPECT_EQ(LevelsOf(Icon({{eight.aBytes()}})), expected);
-    EXPECT_EQ(LevelsOf(Icon({{sixteen.aBytes()}})), (Levels{8, 8, 8, 0, 16, 16, 16, 255}));
+    EXPECT_EQ(LevelsOf(Icon({{one.Data()}})), expected);
+    EXPECT_EQ(LevelsOf(Icon({{four.Data()}})), expected);
+    EXPECT_EQ(LevelsOf(Icon({{eight.Data()}})), expected);
+    EXPECT_EQ(LevelsOf(Icon({{sixteen.Data()}})), (Levels{8, 8, 8, 0, 16, 16, 16, 255}));
 }
 
 TEST(IconBitmaps, HaveRowsFromBelowInBothParts)
 {
     const auto maker = Bitmap(1, 4, 24).U8({1, 1, 1, 0, 2, 2, 2, 0}).U8({0, 0, 0, 0, 0x80, 0, 0, 0});
 
-    EXPECT_EQ(LevelsOf(Icon({{maker.aBytes(), 1, 2}})), (Levels{2, 2, 2, 0, 1, 1, 1, 255}));
+    EXPECT_EQ(LevelsOf(Icon({{maker.Data(), 1, 2}})), (Levels{2, 2, 2, 0, 1, 1, 1, 255}));
 }
 
 TEST(IconBitmaps, OfThirtyTwoBitsHaveTheirOwnAlpha)
 {
     const auto maker = Bitmap(2, 2, 32).U8({1, 2, 3, 100, 4, 5, 6, 0}).U8({0xC0, 0, 0, 0});
 
-    EXPECT_EQ(LevelsOf(Icon({{maker.aBytes()}})), (Levels{1, 2, 3, 100, 4, 5, 6, 0}));
+    EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), (Levels{1, 2, 3, 100, 4, 5, 6, 0}));
 }
 
 TEST(IconBitmaps, OfThirtyTwoBitsWithoutAnyAlphaGoByTheMask)
@@ -107,8 +107,8 @@ TEST(IconBitmaps, OfThirtyTwoBitsWithoutAnyAlphaGoByTheMask)
     ByteMaker masked = maker;
     masked.U8({0x80, 0, 0, 0});
 
-    EXPECT_EQ(LevelsOf(Icon({{masked.aBytes()}})), (Levels{1, 2, 3, 0, 4, 5, 6, 255}));
-    EXPECT_EQ(LevelsOf(Icon({{maker.aBytes()}})), (Levels{1, 2, 3, 255, 4, 5, 6, 255})) << "and need none";
+    EXPECT_EQ(LevelsOf(Icon({{masked.Data()}})), (Levels{1, 2, 3, 0, 4, 5, 6, 255}));
+    EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), (Levels{1, 2, 3, 255, 4, 5, 6, 255})) << "and need none";
 }
 
 TEST(IconBitmaps, ThatOnlyInvertTheScreenShowWhatTheyInvert)
@@ -116,14 +116,14 @@ TEST(IconBitmaps, ThatOnlyInvertTheScreenShowWhatTheyInvert)
     // A beam: masked out as a whole, the first pixel inverts, the second one does nothing.
     const auto maker = Bitmap(2, 2, 1).U8({0, 0, 0, 0, 255, 255, 255, 0, 0x80, 0, 0, 0, 0xC0, 0, 0, 0});
 
-    EXPECT_EQ(LevelsOf(Icon({{maker.aBytes()}})), (Levels{0, 0, 0, 255, 0, 0, 0, 0}));
+    EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), (Levels{0, 0, 0, 255, 0, 0, 0, 0}));
 }
 
 TEST(IconBitmaps, WhoseHeaderForgotTheMaskHaveNone)
 {
     const auto maker = Bitmap(2, 2, 24).U8({1, 2, 3, 4, 5, 6, 0, 0, 7, 8, 9, 10, 11, 12, 0, 0});
 
-    EXPECT_EQ(LevelsOf(Icon({{maker.aBytes(), 2, 2}})),
+    EXPECT_EQ(LevelsOf(Icon({{maker.Data(), 2, 2}})),
               (Levels{7, 8, 9, 255, 10, 11, 12, 255, 1, 2, 3, 255, 4, 5, 6, 255}));
 }
 
@@ -131,7 +131,7 @@ TEST(IconBitmaps, WithoutTheMaskThatTheyNeedAreRefused)
 {
     const auto maker = Bitmap(2, 2, 24).U8({1, 2, 3, 4, 5, 6, 0, 0});
 
-    EXPECT_EQ(LevelsOf(Icon({{maker.aBytes()}})), Levels{-1});
+    EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), Levels{-1});
 }
 
 TEST(IconBitmaps, ThatNoIconHasAreRefused)
@@ -139,9 +139,9 @@ TEST(IconBitmaps, ThatNoIconHasAreRefused)
     ByteMaker runs;
     runs.U32Le({40, 2, 2}).U16Le({1, 8}).U32Le({1, 0, 0, 0, 1, 0}).U8({1, 1, 1, 0, 2, 0, 0, 1, 0, 0, 0, 0});
 
-    EXPECT_EQ(LevelsOf(Icon({{runs.aBytes()}})), Levels{-1});
-    EXPECT_EQ(LevelsOf(Icon({{Bitmap(2, 1, 24).Zeros(50).aBytes(), 2, 7}})), Levels{-1}) << "no row is left";
-    EXPECT_EQ(LevelsOf(Icon({{Bitmap(60000, 16000, 32).Zeros(50).aBytes()}})), Levels{-1});
+    EXPECT_EQ(LevelsOf(Icon({{runs.Data()}})), Levels{-1});
+    EXPECT_EQ(LevelsOf(Icon({{Bitmap(2, 1, 24).Zeros(50).Data(), 2, 7}})), Levels{-1}) << "no row is left";
+    EXPECT_EQ(LevelsOf(Icon({{Bitmap(60000, 16000, 32).Zeros(50).Data()}})), Levels{-1});
     EXPECT_EQ(LevelsOf(Icon({{Picture{}, 2, 1, 22, 0}})), Levels{-1}) << "nothing at all";
     EXPECT_EQ(LevelsOf(Icon({{Picture{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0}}})), Levels{-1});
 }
@@ -149,18 +149,18 @@ TEST(IconBitmaps, ThatNoIconHasAreRefused)
 TEST(IconPngs, GiveFourChannelsWhateverTheyHold)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
-        const ImageBuffer inner = aPattern(9, 5, channels);
-        const auto image = aDecoded(kIcoCodec, Icon({{aEncoded(kPngCodec, inner), 9, 5}}));
+        const ImageBuffer inner = Pattern(9, 5, channels);
+        const auto image = Decoded(kIcoCodec, Icon({{Encoded(kPngCodec, inner), 9, 5}}));
 
         ASSERT_TRUE(image);
         EXPECT_EQ(image->channels, 4);
-        EXPECT_EQ(aBgraOf(*image), aBgraOf(inner));
+        EXPECT_EQ(BgraOf(*image), BgraOf(inner));
     }
 }
 
 TEST(IconPngs, ThatAreCutSpoilOnlyTheirOwnPage)
 {
-    auto png = aEncoded(kPngCodec, aPattern(9, 5, 3));
+    auto png = Encoded(kPngCodec, Pattern(9, 5, 3));
     png.resize(png.size() / 2);
     const auto file = Icon({{png, 9, 5}, {Small(20)}});
 
@@ -215,27 +215,27 @@ TEST(IconSniff, TellsIconsFromCursors)
     const auto icon_file = Icon({{Small()}}, 1);
     const auto cursor_file = Icon({{Small()}}, 2);
 
-    EXPECT_TRUE(kIcoCodec.Sniff(icon_file, ""));
-    EXPECT_FALSE(kCurCodec.Sniff(icon_file, ""));
-    EXPECT_FALSE(kIcoCodec.Sniff(cursor_file, ""));
-    EXPECT_TRUE(kCurCodec.Sniff(cursor_file, ""));
-    EXPECT_FALSE(kIcoCodec.Sniff(Icon({{Small()}}, 3), ""));
-    EXPECT_TRUE(aDecoded(kCurCodec, cursor_file));
+    EXPECT_TRUE(kIcoCodec.sniff(icon_file, ""));
+    EXPECT_FALSE(kCurCodec.sniff(icon_file, ""));
+    EXPECT_FALSE(kIcoCodec.sniff(cursor_file, ""));
+    EXPECT_TRUE(kCurCodec.sniff(cursor_file, ""));
+    EXPECT_FALSE(kIcoCodec.sniff(Icon({{Small()}}, 3), ""));
+    EXPECT_TRUE(Decoded(kCurCodec, cursor_file));
 }
 
 TEST(IconSniff, NeedsOneEntryThatIsPossible)
 {
-    EXPECT_TRUE(kIcoCodec.Sniff(Icon({{Small(), 2, 1, 3}, {Small()}}), ""));
-    EXPECT_FALSE(kIcoCodec.Sniff(Icon({{Small(), 2, 1, 3}}), ""));
-    EXPECT_FALSE(kIcoCodec.Sniff(Icon({{Small(), 2, 1, -1, 0}}), ""));
-    EXPECT_FALSE(kIcoCodec.Sniff(ByteMaker().Zeros(100).aBytes(), ""));
-    EXPECT_FALSE(kIcoCodec.Sniff(Bytes{}, ""));
+    EXPECT_TRUE(kIcoCodec.sniff(Icon({{Small(), 2, 1, 3}, {Small()}}), ""));
+    EXPECT_FALSE(kIcoCodec.sniff(Icon({{Small(), 2, 1, 3}}), ""));
+    EXPECT_FALSE(kIcoCodec.sniff(Icon({{Small(), 2, 1, -1, 0}}), ""));
+    EXPECT_FALSE(kIcoCodec.sniff(ByteMaker().Zeros(100).Data(), ""));
+    EXPECT_FALSE(kIcoCodec.sniff(Bytes{}, ""));
 }
 
 TEST(IconCodecs, OnlyRead)
 {
-    EXPECT_EQ(kIcoCodec.Encode, nullptr);
-    EXPECT_EQ(kCurCodec.Encode, nullptr);
-    EXPECT_EQ(kIcoCodec.lType, 12);
-    EXPECT_EQ(kCurCodec.lType, 13);
+    EXPECT_EQ(kIcoCodec.encode, nullptr);
+    EXPECT_EQ(kCurCodec.encode, nullptr);
+    EXPECT_EQ(kIcoCodec.type, 12);
+    EXPECT_EQ(kCurCodec.type, 13);
 }

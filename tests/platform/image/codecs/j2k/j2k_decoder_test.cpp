@@ -17,20 +17,20 @@ using Block = std::vector<std::uint8_t>;
 
 Block Sample(const std::string& name)
 {
-    return aFileContent(sSamplePath("j2k/" + name));
+    return FileContent(SamplePath("j2k/" + name));
 }
 
 ImageBuffer Scene(const std::string& name = "scene.ppm")
 {
-    return aReadPnm(sSamplePath("j2k/" + name)).value();
+    return ReadPnm(SamplePath("j2k/" + name)).value();
 }
 
 // A codestream of the picture without loss.
 Block Stream(const ImageBuffer& image)
 {
     SaveSettings settings;
-    settings.lJPEGQuality = 100;
-    return aEncoded(kJ2kCodec, image, settings);
+    settings.jpeg_quality = 100;
+    return Encoded(kJ2kCodec, image, settings);
 }
 
 ImageBuffer OfPixel(const PixelBytes& pixel)
@@ -51,7 +51,7 @@ PixelBytes Shown(const PixelBytes& components, const Block& header_boxes)
     PixelBytes pixel = components;
     if (pixel.size() >= 3)
         std::swap(pixel[0], pixel[2]);
-    const auto image = aDecoded(
+    const auto image = Decoded(
         kJ2kCodec, Jp2File(5, 3, static_cast<int>(pixel.size()), header_boxes, Stream(OfPixel(pixel))));
     if (!image)
         return {};
@@ -89,10 +89,10 @@ class J2kKinds : public testing::TestWithParam<J2kSample>
 
 TEST_P(J2kKinds, ShowTheScene)
 {
-    const auto image = aDecoded(kJ2kCodec, Sample(GetParam().name));
+    const auto image = Decoded(kJ2kCodec, Sample(GetParam().name));
 
     ASSERT_TRUE(image);
-    EXPECT_LE(objDifference(*image, Scene(GetParam().scene)).lGreatest, GetParam().within);
+    EXPECT_LE(DifferenceBetween(*image, Scene(GetParam().scene)).greatest, GetParam().within);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -114,11 +114,11 @@ TEST(J2kDecoder, GivesThePixelsThatTheReferenceProgramGives)
 {
     const TestFolder folder;
     for (const char* name : {"lossy.j2k", "magick.jp2"}) {
-        ASSERT_TRUE(bRun("opj_decompress -i " + sSamplePath(std::string("j2k/") + name) + " -o " +
-                         folder.sPath("out.png") + " && " + ImageMagick("convert") + " " +
-                         folder.sPath("out.png") + " " + folder.sPath("out.ppm")));
+        ASSERT_TRUE(RunCommand("opj_decompress -i " + SamplePath(std::string("j2k/") + name) + " -o " +
+                               folder.Path("out.png") + " && " + ImageMagick("convert") + " " +
+                               folder.Path("out.png") + " " + folder.Path("out.ppm")));
         EXPECT_EQ(
-            objDifference(*aDecoded(kJ2kCodec, Sample(name)), *aReadPnm(folder.sPath("out.ppm"))).lGreatest,
+            DifferenceBetween(*Decoded(kJ2kCodec, Sample(name)), *ReadPnm(folder.Path("out.ppm"))).greatest,
             0)
             << name;
     }
@@ -126,17 +126,17 @@ TEST(J2kDecoder, GivesThePixelsThatTheReferenceProgramGives)
 
 TEST(J2kDecoder, TakesComponentsOfFewerSamplesThanTheFirstForChroma)
 {
-    const auto image = aDecoded(kJ2kCodec, Sample("ycc420.j2k"));
+    const auto image = Decoded(kJ2kCodec, Sample("ycc420.j2k"));
 
     ASSERT_TRUE(image);
     EXPECT_EQ(image->channels, 3);
-    EXPECT_LT(objDifference(*image, Scene("scene-even.ppm")).dMean, 4);
+    EXPECT_LT(DifferenceBetween(*image, Scene("scene-even.ppm")).mean, 4);
 }
 
 TEST(J2kDecoder, FindsAlphaThatTheFileNames)
 {
-    const auto colour = aDecoded(kJ2kCodec, Sample("alpha.jp2")),
-               grey = aDecoded(kJ2kCodec, Sample("grey-alpha.jp2"));
+    const auto colour = Decoded(kJ2kCodec, Sample("alpha.jp2")),
+               grey = Decoded(kJ2kCodec, Sample("grey-alpha.jp2"));
     ASSERT_TRUE(colour && grey);
     ASSERT_EQ(colour->channels, 4);
     ASSERT_EQ(grey->channels, 4);
@@ -158,7 +158,7 @@ TEST(J2kDecoder, DividesColourThatWasMultipliedByItsAlpha)
     const Block alpha =
         Jp2Box("cdef", {0, 4, 0, 0, 0, 0, 0, 1, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 3, 0, 3, 0, 2, 0, 0});
 
-    EXPECT_EQ(Shown({100, 50, 20, 128}, ByteMaker().All(Jp2Colours(16)).All(alpha).aBytes()),
+    EXPECT_EQ(Shown({100, 50, 20, 128}, ByteMaker().All(Jp2Colours(16)).All(alpha).Data()),
               (PixelBytes{40, 100, 199, 128}));
 }
 
@@ -167,7 +167,7 @@ TEST(J2kDecoder, PutsComponentsIntoTheOrderThatTheFileNames)
     // Component 0 is blue (association 3), 1 green and 2 red.
     const Block order = Jp2Box("cdef", {0, 3, 0, 0, 0, 0, 0, 3, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 1});
 
-    EXPECT_EQ(Shown({10, 20, 30}, ByteMaker().All(Jp2Colours(16)).All(order).aBytes()),
+    EXPECT_EQ(Shown({10, 20, 30}, ByteMaker().All(Jp2Colours(16)).All(order).Data()),
               (PixelBytes{10, 20, 30}));
     EXPECT_EQ(Shown({10, 20, 30}, Jp2Colours(16)), (PixelBytes{30, 20, 10}));
 }
@@ -194,7 +194,7 @@ TEST(J2kDecoder, TurnsLabIntoRgb)
     ExpectNear(Shown({138, 249, 185}, defaults), {0, 0, 255}, 6);
     ExpectNear(Shown({255, 128, 96}, defaults), {255, 255, 255}, 2);
     // The same with ranges and offsets of the file's own: a and b over -128..127.
-    const Block own = Jp2Colours(14, ByteMaker().U32Be({100, 0, 255, 128, 255, 128, 0x00443530}).aBytes());
+    const Block own = Jp2Colours(14, ByteMaker().U32Be({100, 0, 255, 128, 255, 128, 0x00443530}).Data());
     ExpectNear(Shown({138, 209, 198}, own), {0, 0, 255}, 6);
 }
 
@@ -205,9 +205,9 @@ TEST(J2kDecoder, LooksPaletteIndexesUp)
     const Block palette = Jp2Box("pclr", {0, 2, 3, 7, 7, 7, 10, 20, 30, 40, 50, 60});
     const Block mapping = Jp2Box("cmap", {0, 0, 1, 0, 0, 0, 1, 1, 0, 0, 1, 2});
 
-    const auto image = aDecoded(
-        kJ2kCodec, Jp2File(5, 3, 1, ByteMaker().All(Jp2Colours(16)).All(palette).All(mapping).aBytes(),
-                           Stream(indexes)));
+    const auto image = Decoded(
+        kJ2kCodec,
+        Jp2File(5, 3, 1, ByteMaker().All(Jp2Colours(16)).All(palette).All(mapping).Data(), Stream(indexes)));
 
     ASSERT_TRUE(image);
     EXPECT_EQ(PixelBytes(image->bytes.begin(), image->bytes.begin() + 6),
@@ -217,30 +217,30 @@ TEST(J2kDecoder, LooksPaletteIndexesUp)
 TEST(J2kDecoder, KeepsAProfileThatFitsThePixels)
 {
     const auto colour =
-        aDecoded(kJ2kCodec, Jp2File(5, 3, 3, Jp2Profile(aSwappedProfile()), Stream(OfPixel({1, 2, 3}))));
+        Decoded(kJ2kCodec, Jp2File(5, 3, 3, Jp2Profile(SwappedProfile()), Stream(OfPixel({1, 2, 3}))));
     const auto grey =
-        aDecoded(kJ2kCodec, Jp2File(5, 3, 1, Jp2Profile(aGreyProfile(1.0)), Stream(OfPixel({7}))));
+        Decoded(kJ2kCodec, Jp2File(5, 3, 1, Jp2Profile(GreyProfile(1.0)), Stream(OfPixel({7}))));
     const auto wrong =
-        aDecoded(kJ2kCodec, Jp2File(5, 3, 3, Jp2Profile(aGreyProfile(1.0)), Stream(OfPixel({1, 2, 3}))));
+        Decoded(kJ2kCodec, Jp2File(5, 3, 3, Jp2Profile(GreyProfile(1.0)), Stream(OfPixel({1, 2, 3}))));
 
     ASSERT_TRUE(colour && grey && wrong);
-    EXPECT_EQ(colour->icc_profile, aSwappedProfile());
+    EXPECT_EQ(colour->icc_profile, SwappedProfile());
     EXPECT_EQ(colour->bytes[0], 1);
-    EXPECT_EQ(grey->icc_profile, aGreyProfile(1.0));
+    EXPECT_EQ(grey->icc_profile, GreyProfile(1.0));
     EXPECT_TRUE(wrong->icc_profile.empty());
 }
 
 TEST(J2kDecoder, TurnsInksThroughTheFilesProfile)
 {
     // The profile has cyan and yellow exchanged: full cyan is yellow to see.
-    ExpectNear(Shown({255, 0, 0, 0}, Jp2Profile(aCmykProfile())), {0, 255, 255}, 12);
+    ExpectNear(Shown({255, 0, 0, 0}, Jp2Profile(CmykProfile())), {0, 255, 255}, 12);
 }
 
 TEST(J2kDecoder, TellsResolutionAndMetadata)
 {
     const Block exif = {'I', 'I', 42, 0, 8, 0, 0, 0, 0, 0, 0, 0, 0, 0};
     const auto uuid = [](const std::string& id, const Block& content) {
-        return Jp2Box("uuid", ByteMaker().Text(id).All(content).aBytes());
+        return Jp2Box("uuid", ByteMaker().Text(id).All(content).Data());
     };
     const Block boxes =
         ByteMaker()
@@ -248,11 +248,11 @@ TEST(J2kDecoder, TellsResolutionAndMetadata)
             .All(uuid("\xBE\x7A\xCF\xCB\x97\xA9\x42\xE8\x9C\x71\x99\x94\x91\xE3\xAF\xAC", {'<', 'x', '>'}))
             .All(uuid("\x33\xC7\xA4\xD2\xB8\x1D\x47\x23\xA0\xBA\xF1\xA3\xE0\x97\xAD\x38", {0x1C, 2}))
             .All(uuid("0123456789abcdef", {1, 2, 3}))
-            .aBytes();
+            .Data();
 
     const auto image =
-        aDecoded(kJ2kCodec, Jp2File(5, 3, 1, ByteMaker().All(Jp2Colours(17)).All(kResolution).aBytes(),
-                                    Stream(OfPixel({7})), boxes));
+        Decoded(kJ2kCodec, Jp2File(5, 3, 1, ByteMaker().All(Jp2Colours(17)).All(kResolution).Data(),
+                                   Stream(OfPixel({7})), boxes));
 
     ASSERT_TRUE(image);
     EXPECT_DOUBLE_EQ(image->dots_per_inch_x, 2000 * 0.0254);
@@ -267,7 +267,7 @@ TEST(J2kDecoder, RefusesAFileThatIsCutWhereverItIsCut)
     for (const char* name : {"plain.j2k", "packets.jp2", "parts.j2k"}) {
         const Block file = Sample(name);
         for (std::size_t size = 0; size < file.size(); ++size)
-            ASSERT_FALSE(aDecoded(kJ2kCodec, Bytes(file).first(size))) << name << " " << size;
+            ASSERT_FALSE(Decoded(kJ2kCodec, Bytes(file).first(size))) << name << " " << size;
     }
 }
 
@@ -277,12 +277,12 @@ TEST(J2kDecoder, ReadsALastPartWithoutALengthIfTheEndMarkerIsThere)
     const std::size_t part = MarkerAt(file, 0x90);
     std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(part) + 6, 4, std::uint8_t{0});
 
-    const auto image = aDecoded(kJ2kCodec, file);
+    const auto image = Decoded(kJ2kCodec, file);
 
     ASSERT_TRUE(image);
-    EXPECT_EQ(objDifference(*image, Scene()).lGreatest, 0);
-    EXPECT_FALSE(aDecoded(kJ2kCodec, Bytes(file).first(file.size() - 2)));
-    EXPECT_FALSE(aDecoded(kJ2kCodec, Bytes(file).first(file.size() * 2 / 3)));
+    EXPECT_EQ(DifferenceBetween(*image, Scene()).greatest, 0);
+    EXPECT_FALSE(Decoded(kJ2kCodec, Bytes(file).first(file.size() - 2)));
+    EXPECT_FALSE(Decoded(kJ2kCodec, Bytes(file).first(file.size() * 2 / 3)));
 }
 
 TEST(J2kDecoder, RefusesFilesThatLackATile)
@@ -294,16 +294,16 @@ TEST(J2kDecoder, RefusesFilesThatLackATile)
     file.erase(file.begin() + static_cast<std::ptrdiff_t>(part),
                file.begin() + static_cast<std::ptrdiff_t>(part + length));
 
-    EXPECT_FALSE(aDecoded(kJ2kCodec, file));
+    EXPECT_FALSE(Decoded(kJ2kCodec, file));
 }
 
 TEST(J2kDecoder, RefusesFilesThatLieOrAreSomethingElse)
 {
     for (const char* name : {"cut.j2k", "cut.jp2", "lies-about-size.jp2", "too-large.j2k", "foreign.j2k"})
-        EXPECT_FALSE(aDecoded(kJ2kCodec, Sample(name))) << name;
-    EXPECT_FALSE(kJ2kCodec.Sniff(Sample("foreign.j2k"), "j2k"));
-    EXPECT_TRUE(kJ2kCodec.Sniff(Sample("plain.j2k"), ""));
-    EXPECT_TRUE(kJ2kCodec.Sniff(Sample("plain.jp2"), ""));
+        EXPECT_FALSE(Decoded(kJ2kCodec, Sample(name))) << name;
+    EXPECT_FALSE(kJ2kCodec.sniff(Sample("foreign.j2k"), "j2k"));
+    EXPECT_TRUE(kJ2kCodec.sniff(Sample("plain.j2k"), ""));
+    EXPECT_TRUE(kJ2kCodec.sniff(Sample("plain.jp2"), ""));
 }
 
 TEST(J2kCodestream, IsRefusedWhenItsTilesOrPacketsAreMoreThanItsBytes)
@@ -338,7 +338,7 @@ TEST(J2kDecoder, SurvivesAnyByteOfAFileBeingAnother)
         for (std::size_t i = 0; i < file.size(); i += i < 400 ? 1 : 4) {  // beyond are packets alone
             Block broken = file;
             broken[i] = static_cast<std::uint8_t>(broken[i] ^ (i % 3 == 0 ? 0x01 : i % 3 == 1 ? 0x80 : 0xFF));
-            if (const auto image = aDecoded(kJ2kCodec, broken)) {
+            if (const auto image = Decoded(kJ2kCodec, broken)) {
                 EXPECT_EQ(image->bytes.size(), static_cast<std::size_t>(image->width) *
                                                    static_cast<std::size_t>(image->height) *
                                                    static_cast<std::size_t>(image->channels));

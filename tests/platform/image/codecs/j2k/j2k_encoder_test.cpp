@@ -15,9 +15,9 @@ using Block = std::vector<std::uint8_t>;
 Block Saved(const ImageBuffer& image, std::int32_t quality, const ImageInfoTexts& texts = {})
 {
     SaveSettings settings;
-    settings.lJPEGQuality = quality;
-    settings.objTexts = texts;
-    return aEncoded(kJ2kCodec, image, settings);
+    settings.jpeg_quality = quality;
+    settings.texts = texts;
+    return Encoded(kJ2kCodec, image, settings);
 }
 
 double Psnr(const ImageBuffer& one, const ImageBuffer& other)
@@ -31,7 +31,7 @@ double Psnr(const ImageBuffer& one, const ImageBuffer& other)
 // A picture with detail everywhere.
 ImageBuffer Detailed(std::int32_t width, std::int32_t height)
 {
-    ImageBuffer image = aPattern(width, height, 3);
+    ImageBuffer image = Pattern(width, height, 3);
     unsigned seed = 5;
     for (std::size_t i = 0; i < image.bytes.size(); ++i) {
         if (i % 3 == 0)
@@ -44,9 +44,9 @@ ImageBuffer Detailed(std::int32_t width, std::int32_t height)
 std::string OpenJpegSays(const Block& file, const std::string& grep)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("in.j2k"), file);
+    WriteFileContent(folder.Path("in.j2k"), file);
     std::string output;
-    EXPECT_TRUE(bRun("opj_dump -i " + folder.sPath("in.j2k") + " | grep -a " + grep, &output)) << output;
+    EXPECT_TRUE(RunCommand("opj_dump -i " + folder.Path("in.j2k") + " | grep -a " + grep, &output)) << output;
     return output;
 }
 }  // namespace
@@ -54,14 +54,14 @@ std::string OpenJpegSays(const Block& file, const std::string& grep)
 TEST(J2kEncoder, LosesNothingAtQuality100)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
-        const ImageBuffer image = aPattern(150, 90, channels);
+        const ImageBuffer image = Pattern(150, 90, channels);
         const Block file = Saved(image, 100);
         ASSERT_FALSE(file.empty());
         EXPECT_EQ(file[0], 0xFF);
         EXPECT_EQ(file[1], 0x4F);
-        const auto back = aDecoded(kJ2kCodec, file);
+        const auto back = Decoded(kJ2kCodec, file);
         ASSERT_TRUE(back);
-        EXPECT_EQ(objDifference(*back, image).lGreatest, 0) << channels;
+        EXPECT_EQ(DifferenceBetween(*back, image).greatest, 0) << channels;
     }
 }
 
@@ -69,40 +69,40 @@ TEST(J2kEncoder, IsReadByOtherProgramsToThePixel)
 {
     const TestFolder folder;
     for (const std::int32_t channels : {1, 3}) {
-        const ImageBuffer image = aPattern(150, 90, channels);
-        WriteFileContent(folder.sPath("in.j2k"), Saved(image, 100));
-        const std::string files = folder.sPath("in.j2k") + " " + folder.sPath("out.pnm");
+        const ImageBuffer image = Pattern(150, 90, channels);
+        WriteFileContent(folder.Path("in.j2k"), Saved(image, 100));
+        const std::string files = folder.Path("in.j2k") + " " + folder.Path("out.pnm");
         for (const std::string& command :
              {ImageMagick("convert") + " " + files,
-              "opj_decompress -i " + folder.sPath("in.j2k") + " -o " + folder.sPath("out.png") + " && " +
-                  ImageMagick("convert") + " " + folder.sPath("out.png") + " " + folder.sPath("out.pnm"),
+              "opj_decompress -i " + folder.Path("in.j2k") + " -o " + folder.Path("out.png") + " && " +
+                  ImageMagick("convert") + " " + folder.Path("out.png") + " " + folder.Path("out.pnm"),
               "/usr/bin/python3 -c 'import sys; from PIL import Image; "
               "Image.open(sys.argv[1]).save(sys.argv[2])' " +
                   files}) {
             std::string output;
-            ASSERT_TRUE(bRun(command, &output)) << output;
-            EXPECT_EQ(objDifference(*aReadPnm(folder.sPath("out.pnm")), image).lGreatest, 0) << command;
+            ASSERT_TRUE(RunCommand(command, &output)) << output;
+            EXPECT_EQ(DifferenceBetween(*ReadPnm(folder.Path("out.pnm")), image).greatest, 0) << command;
         }
     }
 }
 
 TEST(J2kEncoder, WritesTilesThatMeetWithoutASeam)
 {
-    const ImageBuffer image = aPattern(1100, 1030, 3);
+    const ImageBuffer image = Pattern(1100, 1030, 3);
     const Block file = Saved(image, 100);
 
     EXPECT_NE(OpenJpegSays(file, "'tw='").find("tw=2, th=2"), std::string::npos);
-    EXPECT_EQ(objDifference(*aDecoded(kJ2kCodec, file), image).lGreatest, 0);
+    EXPECT_EQ(DifferenceBetween(*Decoded(kJ2kCodec, file), image).greatest, 0);
 }
 
 TEST(J2kEncoder, GrowsWithTheQuality)
 {
-    for (const ImageBuffer& image : {aPattern(200, 160, 3), Detailed(200, 160), aPattern(200, 160, 1)}) {
+    for (const ImageBuffer& image : {Pattern(200, 160, 3), Detailed(200, 160), Pattern(200, 160, 1)}) {
         std::size_t last_size = 0;
         double last_psnr = 0;
         for (const std::int32_t quality : {1, 10, 25, 50, 60, 75, 85, 95}) {
             const Block file = Saved(image, quality);
-            const double here = Psnr(*aDecoded(kJ2kCodec, file), image);
+            const double here = Psnr(*Decoded(kJ2kCodec, file), image);
             EXPECT_GE(file.size(), last_size) << quality;
             EXPECT_GT(here, last_psnr) << quality;
             last_size = file.size();
@@ -117,7 +117,7 @@ TEST(J2kEncoder, ComesNearItsTarget)
 {
     const ImageBuffer image = Detailed(256, 256);
     for (const std::int32_t quality : {30, 60, 90})
-        EXPECT_NEAR(Psnr(*aDecoded(kJ2kCodec, Saved(image, quality)), image), TargetPsnr(image, quality), 1.5)
+        EXPECT_NEAR(Psnr(*Decoded(kJ2kCodec, Saved(image, quality)), image), TargetPsnr(image, quality), 1.5)
             << quality;
 }
 
@@ -125,23 +125,23 @@ TEST(J2kEncoder, LosesLessThanJpegOfThatQualityInAboutAsManyBytes)
 {
     const ImageBuffer image = Detailed(320, 240);
     const TestFolder folder;
-    WritePnm(folder.sPath("in.ppm"), image);
+    WritePnm(folder.Path("in.ppm"), image);
     for (const std::int32_t quality : {60, 75, 90}) {
-        ASSERT_TRUE(bRun("cjpeg -quality " + std::to_string(quality) + " -outfile " +
-                         folder.sPath("out.jpg") + " " + folder.sPath("in.ppm")));
-        ASSERT_TRUE(bRun("djpeg -outfile " + folder.sPath("out.ppm") + " " + folder.sPath("out.jpg")));
+        ASSERT_TRUE(RunCommand("cjpeg -quality " + std::to_string(quality) + " -outfile " +
+                               folder.Path("out.jpg") + " " + folder.Path("in.ppm")));
+        ASSERT_TRUE(RunCommand("djpeg -outfile " + folder.Path("out.ppm") + " " + folder.Path("out.jpg")));
 
         const Block file = Saved(image, quality);
 
-        EXPECT_LT(file.size(), aFileContent(folder.sPath("out.jpg")).size() * 3 / 2) << quality;
-        EXPECT_GT(Psnr(*aDecoded(kJ2kCodec, file), image), Psnr(*aReadPnm(folder.sPath("out.ppm")), image))
+        EXPECT_LT(file.size(), FileContent(folder.Path("out.jpg")).size() * 3 / 2) << quality;
+        EXPECT_GT(Psnr(*Decoded(kJ2kCodec, file), image), Psnr(*ReadPnm(folder.Path("out.ppm")), image))
             << quality;
     }
 }
 
 TEST(J2kTarget, IsHigherForSmoothPicturesAndRisesWithTheQuality)
 {
-    const ImageBuffer smooth = aPattern(200, 160, 3), full = Detailed(200, 160);
+    const ImageBuffer smooth = Pattern(200, 160, 3), full = Detailed(200, 160);
     for (std::int32_t quality = 2; quality <= 99; ++quality) {
         EXPECT_GT(TargetPsnr(smooth, quality), TargetPsnr(full, quality)) << quality;
         EXPECT_GE(TargetPsnr(full, quality), TargetPsnr(full, quality - 1)) << quality;
@@ -154,10 +154,10 @@ TEST(J2kEncoder, WritesPicturesOfAnyShape)
          {std::pair{1, 1}, {2, 1}, {1, 3}, {1, 2000}, {3000, 1}, {33, 2}, {1025, 1}})
         for (const std::int32_t channels : {1, 3, 4})
             for (const std::int32_t quality : {100, 75}) {
-                const ImageBuffer image = aPattern(width, height, channels);
-                const auto back = aDecoded(kJ2kCodec, Saved(image, quality));
+                const ImageBuffer image = Pattern(width, height, channels);
+                const auto back = Decoded(kJ2kCodec, Saved(image, quality));
                 ASSERT_TRUE(back) << width << "x" << height << "x" << channels << " " << quality;
-                EXPECT_LE(objDifference(*back, image).lGreatest, quality == 100 ? 0 : 60);
+                EXPECT_LE(DifferenceBetween(*back, image).greatest, quality == 100 ? 0 : 60);
             }
 }
 
@@ -167,11 +167,11 @@ TEST(J2kEncoder, WritesTheTextsAsAComment)
     texts.sTitle = "A title";
     texts.sCopyright = std::string(70000, 'c');
 
-    const Block file = Saved(aPattern(9, 9, 3), 100, texts);
+    const Block file = Saved(Pattern(9, 9, 3), 100, texts);
 
     const std::string file_path(file.begin(), file.end());
     EXPECT_NE(file_path.find("Title: A title\nCopyright: ccc"), std::string::npos);
-    EXPECT_TRUE(aDecoded(kJ2kCodec, file));
+    EXPECT_TRUE(Decoded(kJ2kCodec, file));
 }
 
 RC_GTEST_PROP(J2kEncoder, GivesBackAnyPictureAtQuality100, ())
@@ -184,8 +184,8 @@ RC_GTEST_PROP(J2kEncoder, GivesBackAnyPictureAtQuality100, ())
     const auto bytes = *rc::gen::container<Block>(byte_count, rc::gen::arbitrary<std::uint8_t>());
     image.bytes.assign(bytes.begin(), bytes.end());
 
-    const auto back = aDecoded(kJ2kCodec, Saved(image, 100));
+    const auto back = Decoded(kJ2kCodec, Saved(image, 100));
 
     RC_ASSERT(back.has_value());
-    RC_ASSERT(objDifference(*back, image).lGreatest == 0);
+    RC_ASSERT(DifferenceBetween(*back, image).greatest == 0);
 }

@@ -20,12 +20,12 @@ using Block = std::vector<std::uint8_t>;
 
 Block Sample(const std::string& name)
 {
-    return aFileContent(sSamplePath("jpeg/" + name));
+    return FileContent(SamplePath("jpeg/" + name));
 }
 
 ImageBuffer Scene()
 {
-    return aReadPnm(sSamplePath("jpeg/scene.ppm")).value();
+    return ReadPnm(SamplePath("jpeg/scene.ppm")).value();
 }
 
 // What another program decodes the sample to; it is called with the sample, the options and the PNM file to
@@ -33,11 +33,11 @@ ImageBuffer Scene()
 ImageBuffer By(const std::string& program, const std::string& name, const std::string& options = "")
 {
     const TestFolder folder;
-    const std::string out = folder.sPath("out.pnm");
+    const std::string out = folder.Path("out.pnm");
     std::string output;
-    EXPECT_TRUE(bRun(program + " " + sSamplePath("jpeg/" + name) + " " + options + " " + out, &output))
+    EXPECT_TRUE(RunCommand(program + " " + SamplePath("jpeg/" + name) + " " + options + " " + out, &output))
         << output;
-    return aReadPnm(out).value_or(ImageBuffer{});
+    return ReadPnm(out).value_or(ImageBuffer{});
 }
 
 // The file with one more segment right after its beginning.
@@ -74,14 +74,14 @@ class JpegKinds : public testing::TestWithParam<const char*>
 
 TEST_P(JpegKinds, DecodeAsOtherProgramsDecodeThem)
 {
-    const auto image = aDecoded(kJpegCodec, Sample(GetParam()));
+    const auto image = Decoded(kJpegCodec, Sample(GetParam()));
 
     ASSERT_TRUE(image);
-    EXPECT_LE(
-        objDifference(*image, By(ImageMagick("convert"), GetParam(), "-colorspace sRGB -depth 8")).lGreatest,
-        2);
+    EXPECT_LE(DifferenceBetween(*image, By(ImageMagick("convert"), GetParam(), "-colorspace sRGB -depth 8"))
+                  .greatest,
+              2);
     if (image->channels == 3) {
-        EXPECT_LT(objDifference(*image, Scene()).dMean, 4);
+        EXPECT_LT(DifferenceBetween(*image, Scene()).mean, 4);
     }
 }
 
@@ -99,9 +99,9 @@ INSTANTIATE_TEST_SUITE_P(Samples, JpegKinds,
 TEST(JpegDecoder, GivesExactlyThePixelsOfTheReferenceDecoder)
 {
     for (const char* name : {"baseline.jpg", "progressive.jpg", "grey.jpg"}) {
-        const auto image = aDecoded(kJpegCodec, Sample(name));
+        const auto image = Decoded(kJpegCodec, Sample(name));
         ASSERT_TRUE(image) << name;
-        EXPECT_EQ(objDifference(*image, By("djpeg -dct int", name, ">")).lGreatest, 0) << name;
+        EXPECT_EQ(DifferenceBetween(*image, By("djpeg -dct int", name, ">")).greatest, 0) << name;
     }
 }
 
@@ -110,37 +110,37 @@ TEST(JpegDecoder, GivesExactlyThePixelsOfTheReferenceDecoder)
 TEST(JpegDecoder, GivesTheSamePixelsOfALargeProgressiveFile)
 {
     const TestFolder folder;
-    WritePnm(folder.sPath("in.ppm"), aPattern(4200, 4101, 3));
+    WritePnm(folder.Path("in.ppm"), Pattern(4200, 4101, 3));
     for (const char* sampling : {"1x1", "2x1,1x1,1x1"}) {
-        const std::string file = folder.sPath("in.jpg");
-        const std::string out = folder.sPath("out.ppm");
-        ASSERT_TRUE(bRun("cjpeg -progressive -sample " + std::string(sampling) + " -outfile " + file + " " +
-                         folder.sPath("in.ppm")));
-        ASSERT_TRUE(bRun("djpeg -dct int -outfile " + out + " " + file));
+        const std::string file = folder.Path("in.jpg");
+        const std::string out = folder.Path("out.ppm");
+        ASSERT_TRUE(RunCommand("cjpeg -progressive -sample " + std::string(sampling) + " -outfile " + file +
+                               " " + folder.Path("in.ppm")));
+        ASSERT_TRUE(RunCommand("djpeg -dct int -outfile " + out + " " + file));
 
-        const auto image = aDecoded(kJpegCodec, aFileContent(file));
+        const auto image = Decoded(kJpegCodec, FileContent(file));
 
         ASSERT_TRUE(image) << sampling;
-        EXPECT_EQ(objDifference(*image, aReadPnm(out).value_or(ImageBuffer{})).lGreatest, 0) << sampling;
+        EXPECT_EQ(DifferenceBetween(*image, ReadPnm(out).value_or(ImageBuffer{})).greatest, 0) << sampling;
     }
 }
 
 TEST(JpegDecoder, ShowsInksOfEveryKindInTheColoursOfTheScene)
 {
     for (const char* name : {"cmyk.jpg", "cmyk-plain.jpg", "ycck.jpg"}) {
-        const auto image = aDecoded(kJpegCodec, Sample(name));
+        const auto image = Decoded(kJpegCodec, Sample(name));
         ASSERT_TRUE(image) << name;
         EXPECT_EQ(image->channels, 3);
-        const double mean = objDifference(*image, Scene()).dMean;
+        const double mean = DifferenceBetween(*image, Scene()).mean;
         EXPECT_LT(mean, 5) << name;
     }
 }
 
 TEST(JpegDecoder, TurnsInksThroughTheFilesProfile)
 {
-    const Block file = WithSegment(Sample("cmyk.jpg"), 2, kIcc, IccPart(1, 1, aCmykProfile()));
-    const auto plain = aDecoded(kJpegCodec, Sample("cmyk.jpg"));
-    const auto image = aDecoded(kJpegCodec, file);
+    const Block file = WithSegment(Sample("cmyk.jpg"), 2, kIcc, IccPart(1, 1, CmykProfile()));
+    const auto plain = Decoded(kJpegCodec, Sample("cmyk.jpg"));
+    const auto image = Decoded(kJpegCodec, file);
 
     ASSERT_TRUE(image);
     EXPECT_TRUE(image->icc_profile.empty());
@@ -148,8 +148,8 @@ TEST(JpegDecoder, TurnsInksThroughTheFilesProfile)
     ImageBuffer exchanged = *plain;
     for (std::size_t i = 0; i + 2 < exchanged.bytes.size(); i += 3)
         std::swap(exchanged.bytes[i], exchanged.bytes[i + 2]);
-    EXPECT_LT(objDifference(*image, exchanged).dMean, 6);
-    EXPECT_GT(objDifference(*image, *plain).dMean, 30);
+    EXPECT_LT(DifferenceBetween(*image, exchanged).mean, 6);
+    EXPECT_GT(DifferenceBetween(*image, *plain).mean, 30);
 }
 
 class JpegRefused : public testing::TestWithParam<const char*>
@@ -158,7 +158,7 @@ class JpegRefused : public testing::TestWithParam<const char*>
 
 TEST_P(JpegRefused, IsAnOrdinaryFalse)
 {
-    EXPECT_FALSE(aDecoded(kJpegCodec, Sample(GetParam())));
+    EXPECT_FALSE(Decoded(kJpegCodec, Sample(GetParam())));
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, JpegRefused,
@@ -176,7 +176,7 @@ TEST(JpegDecoder, RefusesAFileCutAtAnyByte)
     for (const char* name : {"baseline.jpg", "progressive.jpg", "arithmetic.jpg", "restarts.jpg"}) {
         const Block good = Sample(name);
         for (std::size_t n = 0; n < good.size(); ++n)
-            ASSERT_FALSE(aDecoded(kJpegCodec, Bytes(good).first(n))) << name << " cut to " << n;
+            ASSERT_FALSE(Decoded(kJpegCodec, Bytes(good).first(n))) << name << " cut to " << n;
     }
 }
 
@@ -190,7 +190,7 @@ TEST(JpegDecoder, SurvivesEveryChangedByte)
             for (const std::uint8_t mask : Block{0xFF, 0x01, 0x80}) {
                 Block changed = good;
                 changed[n] ^= mask;
-                decoded += aDecoded(kJpegCodec, changed) ? 1 : 0;
+                decoded += Decoded(kJpegCodec, changed) ? 1 : 0;
             }
         EXPECT_GT(decoded, 0) << name;
     }
@@ -207,10 +207,10 @@ TEST(JpegDecoder, DecodesAPictureThatIsDamagedBetweenRestarts)
         ++marker;
     changed[marker + 20] ^= 0x3C;
 
-    const auto image = aDecoded(kJpegCodec, changed);
+    const auto image = Decoded(kJpegCodec, changed);
 
     ASSERT_TRUE(image);
-    EXPECT_LT(objDifference(*image, Scene()).dMean, 20);
+    EXPECT_LT(DifferenceBetween(*image, Scene()).mean, 20);
 }
 
 TEST(JpegDecoder, RefusesMoreMegapixelsThanAllowedBeforeDecoding)
@@ -224,7 +224,7 @@ TEST(JpegDecoder, RefusesMoreMegapixelsThanAllowedBeforeDecoding)
         found[n + 1] = 0;
     }
     setenv("VARNEL_MAX_MEGAPIXELS", "100", 1);
-    EXPECT_FALSE(aDecoded(kJpegCodec, large));
+    EXPECT_FALSE(Decoded(kJpegCodec, large));
     unsetenv("VARNEL_MAX_MEGAPIXELS");
 }
 
@@ -238,18 +238,18 @@ TEST(JpegDecoder, ReadsResolutionInInchesCentimetresOrFromExif)
         file[17] = y;
     };
     set_density(1, 200, 100);
-    EXPECT_EQ(aDecoded(kJpegCodec, file)->dots_per_inch_x, 200);
-    EXPECT_EQ(aDecoded(kJpegCodec, file)->dots_per_inch_y, 100);
+    EXPECT_EQ(Decoded(kJpegCodec, file)->dots_per_inch_x, 200);
+    EXPECT_EQ(Decoded(kJpegCodec, file)->dots_per_inch_y, 100);
     set_density(2, 100, 50);
-    EXPECT_DOUBLE_EQ(aDecoded(kJpegCodec, file)->dots_per_inch_x, 254);
+    EXPECT_DOUBLE_EQ(Decoded(kJpegCodec, file)->dots_per_inch_x, 254);
     set_density(0, 1, 1);
-    EXPECT_EQ(aDecoded(kJpegCodec, file)->dots_per_inch_x, 0);
+    EXPECT_EQ(Decoded(kJpegCodec, file)->dots_per_inch_x, 0);
     Block exif = {'M', 'M', 0, 42, 0, 0, 0, 8, 0, 2};
     for (const std::uint8_t tag : Block{0x1A, 0x1B})
         exif.insert(exif.end(), {1, tag, 0, 5, 0, 0, 0, 1, 0, 0, 0, 38});
     exif.insert(exif.end(), {0, 0, 0, 0, 0, 0, 1, 44, 0, 0, 0, 1});
     file = WithSegment(file, 1, std::string("Exif\0\0", 6), exif);
-    EXPECT_EQ(aDecoded(kJpegCodec, file)->dots_per_inch_x, 300);
+    EXPECT_EQ(Decoded(kJpegCodec, file)->dots_per_inch_x, 300);
 }
 
 TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
@@ -259,7 +259,7 @@ TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
     Block resources = {'8', 'B', 'I', 'M', 3,   0xED, 1, 'n', 0, 0, 0, 3, 1, 2,
                        3,   0,   '8', 'B', 'I', 'M',  4, 4,   0, 0, 0, 0, 0, 8};
     resources.insert(resources.end(), iptc.begin(), iptc.end());
-    const Block profile = aSwappedProfile();
+    const Block profile = SwappedProfile();
     const Block first(profile.begin(), profile.begin() + 100);
     const Block second(profile.begin() + 100, profile.end());
     Block file = WithSegment(Sample("baseline.jpg"), 1, kXmp, xmp);
@@ -267,7 +267,7 @@ TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
     file = WithSegment(file, 2, kIcc, IccPart(1, 2, first));
     file = WithSegment(file, 2, kIcc, IccPart(2, 2, second));  // comes first in the file
 
-    const auto image = aDecoded(kJpegCodec, file);
+    const auto image = Decoded(kJpegCodec, file);
 
     ASSERT_TRUE(image);
     EXPECT_EQ(image->metadata.xmp, xmp);
@@ -278,14 +278,14 @@ TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
 TEST(JpegDecoder, DropsAProfileThatIsBrokenOrOfAnotherSpace)
 {
     const Block good = Sample("baseline.jpg");
-    const Block profile = aSwappedProfile();
+    const Block profile = SwappedProfile();
     for (const Block& part : {IccPart(1, 2, profile), IccPart(0, 1, profile), IccPart(2, 1, profile),
-                              IccPart(1, 1, aGreyProfile(1)), IccPart(1, 1, {}), Block{1}}) {
-        const auto image = aDecoded(kJpegCodec, WithSegment(good, 2, kIcc, part));
+                              IccPart(1, 1, GreyProfile(1)), IccPart(1, 1, {}), Block{1}}) {
+        const auto image = Decoded(kJpegCodec, WithSegment(good, 2, kIcc, part));
         ASSERT_TRUE(image);
         EXPECT_TRUE(image->icc_profile.empty());
     }
-    EXPECT_TRUE(aDecoded(kJpegCodec, WithSegment(Sample("grey.jpg"), 2, kIcc, IccPart(1, 1, profile)))
+    EXPECT_TRUE(Decoded(kJpegCodec, WithSegment(Sample("grey.jpg"), 2, kIcc, IccPart(1, 1, profile)))
                     ->icc_profile.empty());
 }
 
@@ -295,9 +295,9 @@ TEST(JpegLoad, TurnsAPhotographUprightAndForgetsTheOrientation)
     CodecImageFile image_file(files);
     ImageBuffer image;
 
-    ASSERT_TRUE(image_file.LoadImage(sSamplePath("jpeg/turned.jpg"), image));
+    ASSERT_TRUE(image_file.LoadImage(SamplePath("jpeg/turned.jpg"), image));
 
-    EXPECT_LT(objDifference(image, Scene()).dMean, 4);
+    EXPECT_LT(DifferenceBetween(image, Scene()).mean, 4);
     EXPECT_EQ(image.dots_per_inch_x, 144);
     const IfdReader reader(image.metadata.exif);
     const auto entries = reader.Entries(reader.FirstDirectory());
@@ -310,7 +310,7 @@ TEST(JpegLoad, ShowsAllEightOrientationsAlike)
     CodecImageFile image_file(files);
     const TestFolder folder;
     // Pillow stores the scene so that each orientation tag puts it upright.
-    sPython(
+    Python(
         "import sys\nfrom PIL import Image as I\n"
         "back = {1: None, 2: I.FLIP_LEFT_RIGHT, 3: I.ROTATE_180, 4: I.FLIP_TOP_BOTTOM, 5: I.TRANSPOSE,\n"
         "        6: I.ROTATE_90, 7: I.TRANSVERSE, 8: I.ROTATE_270}\n"
@@ -319,11 +319,11 @@ TEST(JpegLoad, ShowsAllEightOrientationsAlike)
         "    e = I.Exif(); e[0x112] = n\n"
         "    (p.transpose(how) if how is not None else p).save('%s%d.jpg' % (sys.argv[2], n), quality=98,\n"
         "        subsampling=0, exif=e.tobytes())\n",
-        sSamplePath("jpeg/scene.ppm") + " " + folder.sPath(""));
+        SamplePath("jpeg/scene.ppm") + " " + folder.Path(""));
     for (int orientation = 1; orientation <= 8; ++orientation) {
         ImageBuffer image;
-        ASSERT_TRUE(image_file.LoadImage(folder.sPath(std::to_string(orientation) + ".jpg"), image));
-        EXPECT_LT(objDifference(image, Scene()).dMean, 1.5) << orientation;
+        ASSERT_TRUE(image_file.LoadImage(folder.Path(std::to_string(orientation) + ".jpg"), image));
+        EXPECT_LT(DifferenceBetween(image, Scene()).mean, 1.5) << orientation;
     }
 }
 
@@ -332,12 +332,12 @@ TEST(JpegLoad, GoesByContentAndCountsOnePage)
     const HostFiles files;
     CodecImageFile image_file(files);
     const TestFolder folder;
-    WriteFileContent(folder.sPath("photo.bmp"), Sample("baseline.jpg"));
+    WriteFileContent(folder.Path("photo.bmp"), Sample("baseline.jpg"));
     ImageBuffer image;
 
-    EXPECT_EQ(image_file.GetFrameCount(folder.sPath("photo.bmp")), 1);
-    EXPECT_TRUE(image_file.LoadFrame(folder.sPath("photo.bmp"), 0, image));
-    EXPECT_FALSE(image_file.LoadFrame(folder.sPath("photo.bmp"), 1, image));
-    EXPECT_FALSE(image_file.LoadFrame(folder.sPath("photo.bmp"), -1, image));
+    EXPECT_EQ(image_file.GetFrameCount(folder.Path("photo.bmp")), 1);
+    EXPECT_TRUE(image_file.LoadFrame(folder.Path("photo.bmp"), 0, image));
+    EXPECT_FALSE(image_file.LoadFrame(folder.Path("photo.bmp"), 1, image));
+    EXPECT_FALSE(image_file.LoadFrame(folder.Path("photo.bmp"), -1, image));
     EXPECT_EQ(image.width, 83);
 }

@@ -17,7 +17,7 @@ using Block = std::vector<std::uint8_t>;
 SaveSettings Quality(std::int32_t quality)
 {
     SaveSettings settings;
-    settings.lJPEGQuality = quality;
+    settings.jpeg_quality = quality;
     return settings;
 }
 
@@ -25,21 +25,21 @@ SaveSettings Quality(std::int32_t quality)
 std::string Pillow(const Block& file, const std::string& expression)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("picture.jpg"), file);
-    return sPython(
+    WriteFileContent(folder.Path("picture.jpg"), file);
+    return Python(
         "import sys\nfrom PIL import Image, JpegImagePlugin, IptcImagePlugin\n"
         "p = Image.open(sys.argv[1]); p.load()\nprint(" +
             expression + ", end='')\n",
-        folder.sPath("picture.jpg"));
+        folder.Path("picture.jpg"));
 }
 
 ImageBuffer AsPillowDecodes(const Block& file)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("picture.jpg"), file);
-    sPython("import sys\nfrom PIL import Image\nImage.open(sys.argv[1]).save(sys.argv[2])\n",
-            folder.sPath("picture.jpg") + " " + folder.sPath("picture.ppm"));
-    return aReadPnm(folder.sPath("picture.ppm")).value_or(ImageBuffer{});
+    WriteFileContent(folder.Path("picture.jpg"), file);
+    Python("import sys\nfrom PIL import Image\nImage.open(sys.argv[1]).save(sys.argv[2])\n",
+           folder.Path("picture.jpg") + " " + folder.Path("picture.ppm"));
+    return ReadPnm(folder.Path("picture.ppm")).value_or(ImageBuffer{});
 }
 }  // namespace
 
@@ -47,90 +47,90 @@ TEST(JpegEncoder, MakesFilesThatPillowDecodesAsWeDo)
 {
     for (const int channels : {1, 3})
         for (const auto& [w, h] : {std::pair{1, 1}, {83, 61}, {16, 16}, {640, 1}, {1, 300}}) {
-            const ImageBuffer image = aPattern(w, h, channels);
-            const Block file = aEncoded(kJpegCodec, image, Quality(95));
-            const auto ours = aDecoded(kJpegCodec, file);
+            const ImageBuffer image = Pattern(w, h, channels);
+            const Block file = Encoded(kJpegCodec, image, Quality(95));
+            const auto ours = Decoded(kJpegCodec, file);
             ASSERT_TRUE(ours);
             EXPECT_EQ(ours->channels, channels);
-            EXPECT_LE(objDifference(*ours, AsPillowDecodes(file)).lGreatest, 1);
-            EXPECT_LT(objDifference(*ours, image).dMean, 2);
+            EXPECT_LE(DifferenceBetween(*ours, AsPillowDecodes(file)).greatest, 1);
+            EXPECT_LT(DifferenceBetween(*ours, image).mean, 2);
         }
 }
 
 TEST(JpegEncoder, HalvesTheColoursBelowQualityNinetyOnly)
 {
-    const ImageBuffer image = aPattern(64, 64, 3);
+    const ImageBuffer image = Pattern(64, 64, 3);
     const std::string sampling = "JpegImagePlugin.get_sampling(p)";  // 0 is 4:4:4, 2 is 4:2:0
-    EXPECT_EQ(Pillow(aEncoded(kJpegCodec, image, Quality(89)), sampling), "2");
-    EXPECT_EQ(Pillow(aEncoded(kJpegCodec, image, Quality(90)), sampling), "0");
+    EXPECT_EQ(Pillow(Encoded(kJpegCodec, image, Quality(89)), sampling), "2");
+    EXPECT_EQ(Pillow(Encoded(kJpegCodec, image, Quality(90)), sampling), "0");
 }
 
 TEST(JpegEncoder, WritesTheTablesThatOtherProgramsWriteForTheQuality)
 {
     const TestFolder folder;
-    const ImageBuffer image = aPattern(200, 150, 3);
-    WritePnm(folder.sPath("in.ppm"), image);
+    const ImageBuffer image = Pattern(200, 150, 3);
+    WritePnm(folder.Path("in.ppm"), image);
     for (const int quality : {1, 40, 75, 100}) {
-        ASSERT_TRUE(bRun("cjpeg -baseline -quality " + std::to_string(quality) +
-                         (quality >= 90 ? " -sample 1x1" : "") + " -outfile " + folder.sPath("out.jpg") +
-                         " " + folder.sPath("in.ppm")));
-        EXPECT_EQ(aEncoded(kJpegCodec, image, Quality(quality)), aFileContent(folder.sPath("out.jpg")));
+        ASSERT_TRUE(RunCommand("cjpeg -baseline -quality " + std::to_string(quality) +
+                               (quality >= 90 ? " -sample 1x1" : "") + " -outfile " + folder.Path("out.jpg") +
+                               " " + folder.Path("in.ppm")));
+        EXPECT_EQ(Encoded(kJpegCodec, image, Quality(quality)), FileContent(folder.Path("out.jpg")));
     }
 }
 
 TEST(JpegEncoder, ClampsTheQuality)
 {
-    const ImageBuffer image = aPattern(64, 64, 3);
-    EXPECT_EQ(aEncoded(kJpegCodec, image, Quality(-5)), aEncoded(kJpegCodec, image, Quality(1)));
-    EXPECT_EQ(aEncoded(kJpegCodec, image, Quality(500)), aEncoded(kJpegCodec, image, Quality(100)));
+    const ImageBuffer image = Pattern(64, 64, 3);
+    EXPECT_EQ(Encoded(kJpegCodec, image, Quality(-5)), Encoded(kJpegCodec, image, Quality(1)));
+    EXPECT_EQ(Encoded(kJpegCodec, image, Quality(500)), Encoded(kJpegCodec, image, Quality(100)));
 }
 
 TEST(JpegEncoder, WritesTheSevenTexts)
 {
     SaveSettings settings;
-    settings.objTexts = {"T", "Described here", "2021-07-04", "Ann", "(c)", "Maker", "Model"};
+    settings.texts = {"T", "Described here", "2021-07-04", "Ann", "(c)", "Maker", "Model"};
     EXPECT_EQ(
-        Pillow(aEncoded(kJpegCodec, aPattern(9, 9, 3), settings), "sorted(p.getexif().items())"),
+        Pillow(Encoded(kJpegCodec, Pattern(9, 9, 3), settings), "sorted(p.getexif().items())"),
         "[(269, 'T'), (270, 'Described here'), (271, 'Maker'), (272, 'Model'), (306, '2021:07:04 00:00:00'), "
         "(315, 'Ann'), (33432, '(c)')]");
 }
 
 TEST(JpegEncoder, WritesNoExifWithoutSourceAndTexts)
 {
-    EXPECT_EQ(Pillow(aEncoded(kJpegCodec, aPattern(9, 9, 3)), "sorted(p.info)"),
+    EXPECT_EQ(Pillow(Encoded(kJpegCodec, Pattern(9, 9, 3)), "sorted(p.info)"),
               "['jfif', 'jfif_density', 'jfif_unit', 'jfif_version']");
 }
 
 TEST(JpegEncoder, WritesTheResolutionAsExactlyAsJfifCan)
 {
-    ImageBuffer image = aPattern(9, 9, 3);
+    ImageBuffer image = Pattern(9, 9, 3);
     image.dots_per_inch_x = 300;
     image.dots_per_inch_y = 150;
-    EXPECT_EQ(Pillow(aEncoded(kJpegCodec, image), "p.info['jfif_unit'], p.info['jfif_density']"),
+    EXPECT_EQ(Pillow(Encoded(kJpegCodec, image), "p.info['jfif_unit'], p.info['jfif_density']"),
               "1 (300, 150)");
     image.dots_per_inch_x = image.dots_per_inch_y = 100 * 2.54;
     image.dots_per_inch_x = image.dots_per_inch_y = 118 * 2.54;
-    EXPECT_EQ(Pillow(aEncoded(kJpegCodec, image), "p.info['jfif_unit'], p.info['jfif_density']"),
+    EXPECT_EQ(Pillow(Encoded(kJpegCodec, image), "p.info['jfif_unit'], p.info['jfif_density']"),
               "2 (118, 118)");
     for (const double none : {0.0, -1.0, 1e9, std::nan("")}) {
         image.dots_per_inch_x = image.dots_per_inch_y = none;
-        EXPECT_EQ(Pillow(aEncoded(kJpegCodec, image), "p.info['jfif_unit'], p.info['jfif_density']"),
+        EXPECT_EQ(Pillow(Encoded(kJpegCodec, image), "p.info['jfif_unit'], p.info['jfif_density']"),
                   "0 (1, 1)");
     }
 }
 
 TEST(JpegEncoder, CarriesProfileXmpAndIptcThrough)
 {
-    ImageBuffer image = aPattern(33, 21, 3);
-    image.icc_profile = aSwappedProfile();
+    ImageBuffer image = Pattern(33, 21, 3);
+    image.icc_profile = SwappedProfile();
     image.metadata.xmp = {'<', 'x', '/', '>'};
     image.metadata.iptc = {0x1C, 2, 120, 0, 5, 'h', 'e', 'l', 'l', 'o'};
 
-    const Block file = aEncoded(kJpegCodec, image);
+    const Block file = Encoded(kJpegCodec, image);
 
     EXPECT_EQ(Pillow(file, "IptcImagePlugin.getiptcinfo(p)"), "{(2, 120): b'hello'}");
     EXPECT_EQ(Pillow(file, "len(p.info['icc_profile'])"), std::to_string(image.icc_profile.size()));
-    const auto back = aDecoded(kJpegCodec, file);
+    const auto back = Decoded(kJpegCodec, file);
     ASSERT_TRUE(back);
     EXPECT_EQ(back->icc_profile, image.icc_profile);
     EXPECT_EQ(back->metadata.xmp, image.metadata.xmp);
@@ -139,56 +139,56 @@ TEST(JpegEncoder, CarriesProfileXmpAndIptcThrough)
 
 TEST(JpegEncoder, SplitsAProfileThatIsLongerThanASegment)
 {
-    ImageBuffer image = aPattern(9, 9, 3);
-    image.icc_profile = aSwappedProfile();
+    ImageBuffer image = Pattern(9, 9, 3);
+    image.icc_profile = SwappedProfile();
     image.icc_profile.resize(150'000, 7);  // bytes after a profile's own size are allowed
 
-    const Block file = aEncoded(kJpegCodec, image);
+    const Block file = Encoded(kJpegCodec, image);
 
-    EXPECT_EQ(aDecoded(kJpegCodec, file)->icc_profile, image.icc_profile);
+    EXPECT_EQ(Decoded(kJpegCodec, file)->icc_profile, image.icc_profile);
     EXPECT_EQ(Pillow(file, "len(p.info['icc_profile'])"), "150000");
 }
 
 TEST(JpegEncoder, LeavesOutAProfileOfAnotherSpace)
 {
-    ImageBuffer image = aPattern(9, 9, 1);
-    image.icc_profile = aSwappedProfile();
-    EXPECT_EQ(Pillow(aEncoded(kJpegCodec, image), "'icc_profile' in p.info"), "False");
+    ImageBuffer image = Pattern(9, 9, 1);
+    image.icc_profile = SwappedProfile();
+    EXPECT_EQ(Pillow(Encoded(kJpegCodec, image), "'icc_profile' in p.info"), "False");
 }
 
 TEST(JpegEncoder, LeavesOutBlocksThatAreTooLongAndStillWritesTheTexts)
 {
-    ImageBuffer image = aPattern(9, 9, 3);
+    ImageBuffer image = Pattern(9, 9, 3);
     image.metadata.exif = {'I', 'I', 42, 0, 8, 0, 0, 0, 1, 0, 0x12, 1, 3,
                            0,   1,   0,  0, 0, 1, 0, 0, 0, 0, 0,    0, 0};
     image.metadata.exif.resize(70'000, 1);
     image.metadata.xmp.assign(70'000, 'x');
     image.metadata.iptc.assign(70'000, 0x1C);
     SaveSettings settings;
-    settings.objTexts.sAuthor = "Ann";
+    settings.texts.sAuthor = "Ann";
 
-    const Block file = aEncoded(kJpegCodec, image, settings);
+    const Block file = Encoded(kJpegCodec, image, settings);
 
     EXPECT_EQ(Pillow(file, "sorted(p.getexif().items())"), "[(315, 'Ann')]");
-    EXPECT_TRUE(aDecoded(kJpegCodec, file)->metadata.xmp.empty());
-    EXPECT_TRUE(aDecoded(kJpegCodec, file)->metadata.iptc.empty());
+    EXPECT_TRUE(Decoded(kJpegCodec, file)->metadata.xmp.empty());
+    EXPECT_TRUE(Decoded(kJpegCodec, file)->metadata.iptc.empty());
 }
 
 TEST(JpegEncoder, TakesThePaddingOffAnXmpPacketThatIsTooLong)
 {
-    ImageBuffer image = aPattern(9, 9, 3);
+    ImageBuffer image = Pattern(9, 9, 3);
     const std::string xmp = "<x/>" + std::string(70'000, ' ') + "<?xpacket end='w'?>";
     image.metadata.xmp.assign(xmp.begin(), xmp.end());
 
-    const auto back = aDecoded(kJpegCodec, aEncoded(kJpegCodec, image));
+    const auto back = Decoded(kJpegCodec, Encoded(kJpegCodec, image));
 
     EXPECT_EQ(std::string(back->metadata.xmp.begin(), back->metadata.xmp.end()), "<x/><?xpacket end='w'?>");
 }
 
 TEST(JpegEncoder, HoldsTheLongestSides)
 {
-    EXPECT_EQ(aDecoded(kJpegCodec, aEncoded(kJpegCodec, aPattern(65500, 2, 3)))->width, 65500);
-    EXPECT_EQ(aDecoded(kJpegCodec, aEncoded(kJpegCodec, aPattern(1, 65500, 1)))->height, 65500);
+    EXPECT_EQ(Decoded(kJpegCodec, Encoded(kJpegCodec, Pattern(65500, 2, 3)))->width, 65500);
+    EXPECT_EQ(Decoded(kJpegCodec, Encoded(kJpegCodec, Pattern(1, 65500, 1)))->height, 65500);
 }
 
 TEST(JpegSave, LaysAlphaOnWhiteAndKeepsExifAcrossALoad)
@@ -197,16 +197,16 @@ TEST(JpegSave, LaysAlphaOnWhiteAndKeepsExifAcrossALoad)
     CodecImageFile image_file(files);
     const TestFolder folder;
     ImageBuffer image;
-    ASSERT_TRUE(image_file.LoadImage(sSamplePath("jpeg/turned.jpg"), image));
-    ASSERT_TRUE(image_file.SaveJPEG(image, folder.sPath("upright.jpg")));
-    EXPECT_EQ(Pillow(aFileContent(folder.sPath("upright.jpg")), "p.size, sorted(p.getexif().items())"),
+    ASSERT_TRUE(image_file.LoadImage(SamplePath("jpeg/turned.jpg"), image));
+    ASSERT_TRUE(image_file.SaveJPEG(image, folder.Path("upright.jpg")));
+    EXPECT_EQ(Pillow(FileContent(folder.Path("upright.jpg")), "p.size, sorted(p.getexif().items())"),
               "(83, 61) [(271, 'Cameras Ltd'), (274, 1)]");
 
-    ImageBuffer clear = aPattern(40, 30, 4);
+    ImageBuffer clear = Pattern(40, 30, 4);
     for (std::size_t i = 3; i < clear.bytes.size(); i += 4)
         clear.bytes[i] = 0;
-    ASSERT_TRUE(image_file.SaveJPEG(clear, folder.sPath("clear.jpg")));
-    EXPECT_EQ(Pillow(aFileContent(folder.sPath("clear.jpg")), "p.getextrema()"),
+    ASSERT_TRUE(image_file.SaveJPEG(clear, folder.Path("clear.jpg")));
+    EXPECT_EQ(Pillow(FileContent(folder.Path("clear.jpg")), "p.getextrema()"),
               "((255, 255), (255, 255), (255, 255))");
 }
 
@@ -215,7 +215,7 @@ TEST(JpegSave, IsFalseForAFullDiskAndLeavesNothing)
     const HostFiles files;
     CodecImageFile image_file(files);
     const TestFolder folder;
-    EXPECT_FALSE(image_file.SaveJPEG(aPattern(40, 30, 3), folder.sPath("missing/out.jpg")));
-    EXPECT_FALSE(image_file.SaveJPEG(aPattern(40, 30, 3), "/dev/full"));
-    EXPECT_FALSE(image_file.SaveJPEG(ImageBuffer{}, folder.sPath("empty.jpg")));
+    EXPECT_FALSE(image_file.SaveJPEG(Pattern(40, 30, 3), folder.Path("missing/out.jpg")));
+    EXPECT_FALSE(image_file.SaveJPEG(Pattern(40, 30, 3), "/dev/full"));
+    EXPECT_FALSE(image_file.SaveJPEG(ImageBuffer{}, folder.Path("empty.jpg")));
 }

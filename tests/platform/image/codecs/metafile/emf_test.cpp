@@ -12,14 +12,14 @@
 static std::vector<std::uint8_t> WrittenFile(const ImageBuffer& image, const ImageInfoTexts& texts = {})
 {
     SaveSettings settings;
-    settings.objTexts = texts;
-    return aEncoded(kEmfCodec, image, settings);
+    settings.texts = texts;
+    return Encoded(kEmfCodec, image, settings);
 }
 
 /// The file with a record before its bitmap that changes nothing, so that it must be played.
 static std::vector<std::uint8_t> ToBePlayed(std::vector<std::uint8_t> file)
 {
-    const std::vector<std::uint8_t> record = ByteMaker().U32Le({Emr::SetBkMode, 12, 1}).aBytes();
+    const std::vector<std::uint8_t> record = ByteMaker().U32Le({Emr::kSetBkMode, 12, 1}).Data();
     file.insert(file.begin() + static_cast<std::ptrdiff_t>(ByteReader(Bytes(file).subspan(4)).U32Le()),
                 record.begin(), record.end());
     return file;
@@ -27,11 +27,11 @@ static std::vector<std::uint8_t> ToBePlayed(std::vector<std::uint8_t> file)
 
 TEST(CodecEmf, IsFoundByTypeAndContent)
 {
-    const std::vector<std::uint8_t> file = EmfMaker(10, 10).aFile();
+    const std::vector<std::uint8_t> file = EmfMaker(10, 10).File();
 
-    EXPECT_EQ(pCodecOfType(5), &kEmfCodec);
-    EXPECT_EQ(pCodecOfContent(file, "png"), &kEmfCodec);
-    EXPECT_FALSE(kEmfCodec.Sniff(Bytes(file).first(43), "emf"));
+    EXPECT_EQ(CodecOfType(5), &kEmfCodec);
+    EXPECT_EQ(CodecOfContent(file, "png"), &kEmfCodec);
+    EXPECT_FALSE(kEmfCodec.sniff(Bytes(file).first(43), "emf"));
 }
 
 TEST(EmfWriter, GivesBackTheSamePixels)
@@ -39,8 +39,8 @@ TEST(EmfWriter, GivesBackTheSamePixels)
     for (const std::int32_t channels : {1, 3})
         for (const auto& [width, height] :
              {std::pair(1, 1), std::pair(37, 23), std::pair(2, 301), std::pair(400, 3)}) {
-            const ImageBuffer image = aPattern(width, height, channels);
-            const auto back = aDecoded(kEmfCodec, WrittenFile(image));
+            const ImageBuffer image = Pattern(width, height, channels);
+            const auto back = Decoded(kEmfCodec, WrittenFile(image));
 
             ASSERT_TRUE(back.has_value());
             EXPECT_EQ(back->width, width);
@@ -54,8 +54,8 @@ TEST(EmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
 {
     for (const auto& [width, height] :
          {std::pair(1, 1), std::pair(37, 23), std::pair(2, 301), std::pair(5000, 2)}) {
-        const ImageBuffer image = aPattern(width, height, 3);
-        const auto back = aDecoded(kEmfCodec, ToBePlayed(WrittenFile(image)));
+        const ImageBuffer image = Pattern(width, height, 3);
+        const auto back = Decoded(kEmfCodec, ToBePlayed(WrittenFile(image)));
 
         ASSERT_TRUE(back.has_value());
         EXPECT_EQ(back->width, width);
@@ -65,9 +65,9 @@ TEST(EmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
 
 TEST(EmfWriter, HoldsPicturesWiderThanCairosOwn)
 {
-    const ImageBuffer image = aPattern(50000, 2, 3);
-    const auto back = aDecoded(kEmfCodec, WrittenFile(image));
-    const auto played_back = aDecoded(kEmfCodec, ToBePlayed(WrittenFile(image)));
+    const ImageBuffer image = Pattern(50000, 2, 3);
+    const auto back = Decoded(kEmfCodec, WrittenFile(image));
+    const auto played_back = Decoded(kEmfCodec, ToBePlayed(WrittenFile(image)));
 
     ASSERT_TRUE(back && played_back);
     EXPECT_EQ(back->bytes, image.bytes);
@@ -81,7 +81,7 @@ TEST(EmfWriter, PutsTheTextsIntoTheDescription)
         "Stra\xC3\x9F"
         "e";
     texts.sAuthor = "\xF0\x9F\x98\x80";
-    const std::vector<std::uint8_t> file = WrittenFile(aPattern(5, 5, 3), texts);
+    const std::vector<std::uint8_t> file = WrittenFile(Pattern(5, 5, 3), texts);
     ByteReader reader(Bytes(file).subspan(60));
     const std::uint32_t words = reader.U32Le();
     const std::uint32_t offset = reader.U32Le();
@@ -91,12 +91,12 @@ TEST(EmfWriter, PutsTheTextsIntoTheDescription)
         text.push_back(text_reader.U16Le());
 
     EXPECT_EQ(text, std::u16string(u"Varnel\0Stra\u00dfe; \U0001f600\0\0", 19));
-    EXPECT_TRUE(aDecoded(kEmfCodec, file).has_value());
+    EXPECT_TRUE(Decoded(kEmfCodec, file).has_value());
 }
 
 TEST(EmfWriter, SaysInTheHeaderWhatIsInTheFile)
 {
-    const std::vector<std::uint8_t> file = WrittenFile(aPattern(30, 20, 3));
+    const std::vector<std::uint8_t> file = WrittenFile(Pattern(30, 20, 3));
     ByteReader reader(Bytes(file).subspan(48));
 
     EXPECT_EQ(reader.U32Le(), file.size());
@@ -109,53 +109,53 @@ TEST(EmfWriter, IsUnderstoodByAnotherProgram)
 {
     const TestFolder folder;
     for (const std::int32_t channels : {1, 3}) {
-        const ImageBuffer image = aPattern(37, 23, channels);
-        WriteFileContent(folder.sPath("a.emf"), WrittenFile(image));
-        ASSERT_TRUE(bRun("emf2svg-conv -i " + folder.sPath("a.emf") + " -o " + folder.sPath("a.svg")));
-        ASSERT_TRUE(bRun("grep -o 'base64,[^\"]*' " + folder.sPath("a.svg") + " | cut -c8- | base64 -d > " +
-                         folder.sPath("a.png")));
-        ASSERT_TRUE(bRun("convert " + folder.sPath("a.png") +
-                         " -alpha off -type truecolor ppm:" + folder.sPath("a.ppm")));
-        const auto seen = aReadPnm(folder.sPath("a.ppm"));
+        const ImageBuffer image = Pattern(37, 23, channels);
+        WriteFileContent(folder.Path("a.emf"), WrittenFile(image));
+        ASSERT_TRUE(RunCommand("emf2svg-conv -i " + folder.Path("a.emf") + " -o " + folder.Path("a.svg")));
+        ASSERT_TRUE(RunCommand("grep -o 'base64,[^\"]*' " + folder.Path("a.svg") +
+                               " | cut -c8- | base64 -d > " + folder.Path("a.png")));
+        ASSERT_TRUE(RunCommand("convert " + folder.Path("a.png") +
+                               " -alpha off -type truecolor ppm:" + folder.Path("a.ppm")));
+        const auto seen = ReadPnm(folder.Path("a.ppm"));
 
         ASSERT_TRUE(seen.has_value());
         ASSERT_EQ(seen->width, 37);
         ASSERT_EQ(seen->height, 23);
         for (std::int32_t x = 0; x < 37; ++x)
-            ASSERT_EQ(nColorAt(*seen, x, x % 23), nColorAt(image, x, x % 23));
+            ASSERT_EQ(ColorAt(*seen, x, x % 23), ColorAt(image, x, x % 23));
     }
 }
 
 TEST(EmfReader, RefusesAFileThatIsCutShortAnywhere)
 {
     for (const std::vector<std::uint8_t>& file :
-         {WrittenFile(aPattern(7, 5, 3)), EmfMaker(20, 20)
-                                              .Brush(1, kRed)
-                                              .Record(Emr::Rectangle, {1, 1, 9, 9})
-                                              .Bounded(Emr::Polygon, {3, 1, 1, 9, 1, 5, 9})
-                                              .aFile()})
+         {WrittenFile(Pattern(7, 5, 3)), EmfMaker(20, 20)
+                                             .Brush(1, kRed)
+                                             .Record(Emr::kRectangle, {1, 1, 9, 9})
+                                             .Bounded(Emr::kPolygon, {3, 1, 1, 9, 1, 5, 9})
+                                             .File()})
         for (std::size_t size = 0; size < file.size() - 20; ++size)
-            ASSERT_FALSE(aDecoded(kEmfCodec, Bytes(file).first(size)).has_value()) << size;
+            ASSERT_FALSE(Decoded(kEmfCodec, Bytes(file).first(size)).has_value()) << size;
 }
 
 TEST(EmfReader, RefusesAFrameThatIsNoPictureOrTooLarge)
 {
-    std::vector<std::uint8_t> huge = EmfMaker(20, 20).aFile();
+    std::vector<std::uint8_t> huge = EmfMaker(20, 20).File();
     huge[34] = 0x7F;  // over 2,000 metres wide
-    std::vector<std::uint8_t> none = EmfMaker(20, 20).aFile();
+    std::vector<std::uint8_t> none = EmfMaker(20, 20).File();
     for (std::size_t n = 8; n < 40; ++n)
         none[n] = n < 16 ? 1 : 0;
 
-    EXPECT_FALSE(aDecoded(kEmfCodec, huge).has_value());
-    EXPECT_FALSE(aDecoded(kEmfCodec, none).has_value());
+    EXPECT_FALSE(Decoded(kEmfCodec, huge).has_value());
+    EXPECT_FALSE(Decoded(kEmfCodec, none).has_value());
 }
 
 TEST(EmfReader, TakesTheBoundsWhenThereIsNoFrame)
 {
-    std::vector<std::uint8_t> file = EmfMaker(30, 20).aFile();
+    std::vector<std::uint8_t> file = EmfMaker(30, 20).File();
     for (std::size_t n = 24; n < 40; ++n)
         file[n] = 0;
-    const auto image = aDecoded(kEmfCodec, file);
+    const auto image = Decoded(kEmfCodec, file);
 
     ASSERT_TRUE(image.has_value());
     EXPECT_EQ(image->width, 30);
@@ -165,40 +165,38 @@ TEST(EmfReader, TakesTheBoundsWhenThereIsNoFrame)
 TEST(EmfReader, GoesByTheFrameWhateverTheDevice)
 {
     std::vector<std::uint8_t> file =
-        EmfMaker(40, 40).Brush(1, kRed).Select(kNullPen).Record(Emr::Rectangle, {0, 0, 100, 100}).aFile();
+        EmfMaker(40, 40).Brush(1, kRed).Select(kNullPen).Record(Emr::kRectangle, {0, 0, 100, 100}).File();
     // A device of 480 dots an inch: 100 of them are 20 pixels.
-    const std::vector<std::uint8_t> device = ByteMaker().U32Le({9600, 7200}).aBytes();
+    const std::vector<std::uint8_t> device = ByteMaker().U32Le({9600, 7200}).Data();
     std::copy(device.begin(), device.end(), file.begin() + 72);
-    const auto image = aDecoded(kEmfCodec, file);
+    const auto image = Decoded(kEmfCodec, file);
 
     ASSERT_TRUE(image.has_value());
-    EXPECT_EQ(nCountOf(*image, kRed, {0, 0, 40, 40}), 400);
+    EXPECT_EQ(CountOf(*image, kRed, {0, 0, 40, 40}), 400);
 }
 
 TEST(EmfReader, BeginsAtTheFramesCorner)
 {
     std::vector<std::uint8_t> file =
-        EmfMaker(40, 40).Brush(1, kRed).Select(kNullPen).Record(Emr::Rectangle, {10, 20, 20, 30}).aFile();
-    const std::vector<std::uint8_t> frame = ByteMaker().U32Le({265, 529, 1323, 1588}).aBytes();
+        EmfMaker(40, 40).Brush(1, kRed).Select(kNullPen).Record(Emr::kRectangle, {10, 20, 20, 30}).File();
+    const std::vector<std::uint8_t> frame = ByteMaker().U32Le({265, 529, 1323, 1588}).Data();
     std::copy(frame.begin(), frame.end(), file.begin() + 24);
-    const auto image = aDecoded(kEmfCodec, file);
+    const auto image = Decoded(kEmfCodec, file);
 
     ASSERT_TRUE(image.has_value());
-    EXPECT_EQ(aInk(*image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
+    EXPECT_EQ(InkBounds(*image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
 }
 
 TEST(EmfReader, RefusesARecordWhoseContentDoesNotFitIt)
 {
-    const auto refused = [](const EmfMaker& maker) {
-        return !aDecoded(kEmfCodec, maker.aFile()).has_value();
-    };
+    const auto refused = [](const EmfMaker& maker) { return !Decoded(kEmfCodec, maker.File()).has_value(); };
 
-    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::Polygon, {1000, 1, 1})));
-    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::PolyPolygon, {2, 4, 3, 3, 1, 1})));
-    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::PolyPolygon, {0x40000000, 4, 3, 3, 1, 1})));
-    EXPECT_TRUE(refused(EmfMaker(20, 20).Record(Emr::Rectangle, {1, 2})));
+    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::kPolygon, {1000, 1, 1})));
+    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::kPolyPolygon, {2, 4, 3, 3, 1, 1})));
+    EXPECT_TRUE(refused(EmfMaker(20, 20).Bounded(Emr::kPolyPolygon, {0x40000000, 4, 3, 3, 1, 1})));
+    EXPECT_TRUE(refused(EmfMaker(20, 20).Record(Emr::kRectangle, {1, 2})));
     EXPECT_TRUE(refused(
-        EmfMaker(20, 20).Bounded(Emr::StretchDibits, {0, 0, 0, 0, 1, 1, 80, 40, 4000, 4, 0, 0, 1, 1})));
+        EmfMaker(20, 20).Bounded(Emr::kStretchDibits, {0, 0, 0, 0, 1, 1, 80, 40, 4000, 4, 0, 0, 1, 1})));
 }
 
 TEST(EmfReader, RefusesAFileThatOnlyItsOtherRecordsDraw)
@@ -210,12 +208,12 @@ TEST(EmfReader, RefusesAFileThatOnlyItsOtherRecordsDraw)
             .U32Le({28, 16, 0xDBC01001, 0, 96, 96});
     };
 
-    EXPECT_FALSE(aDecoded(kEmfCodec, EmfMaker(20, 20).Record(Emr::Comment, comment(0)).aFile()).has_value());
-    EXPECT_TRUE(aDecoded(kEmfCodec, EmfMaker(20, 20).Record(Emr::Comment, comment(1)).aFile()).has_value());
+    EXPECT_FALSE(Decoded(kEmfCodec, EmfMaker(20, 20).Record(Emr::kComment, comment(0)).File()).has_value());
+    EXPECT_TRUE(Decoded(kEmfCodec, EmfMaker(20, 20).Record(Emr::kComment, comment(1)).File()).has_value());
     EXPECT_TRUE(
-        aDecoded(
+        Decoded(
             kEmfCodec,
-            EmfMaker(20, 20).Record(Emr::Comment, comment(0)).Record(Emr::Rectangle, {1, 1, 9, 9}).aFile())
+            EmfMaker(20, 20).Record(Emr::kComment, comment(0)).Record(Emr::kRectangle, {1, 1, 9, 9}).File())
             .has_value());
 }
 
@@ -223,9 +221,9 @@ TEST(EmfReader, RefusesAFileThatWantsMoreWorkThanItsPictureIsWorth)
 {
     EmfMaker maker(1000, 1000);
     for (int n = 0; n < 3000; ++n)
-        maker.Transfer(Emr::BitBlt, {0, 0, 1000, 1000}, kWhiteness, {0, 0}, {});
+        maker.Transfer(Emr::kBitBlt, {0, 0, 1000, 1000}, kWhiteness, {0, 0}, {});
 
-    EXPECT_FALSE(aDecoded(kEmfCodec, maker.aFile()).has_value());
+    EXPECT_FALSE(Decoded(kEmfCodec, maker.File()).has_value());
 }
 
 // What other programs made, as tests/samples/emf/README.md tells.
@@ -239,13 +237,13 @@ TEST(EmfReader, DrawsWhatOtherProgramsWrote)
     for (const Expected& expected :
          {Expected{"emf/gnuplot.emf", 399, 264, 4, 25}, Expected{"emf/fig2dev.emf", 371, 232, 4, 30},
           Expected{"emf/pstoedit.emf", 354, 235, 90, 100}}) {
-        const std::vector<std::uint8_t> file = aFileContent(sSamplePath(expected.name));
-        const auto image = aDecoded(kEmfCodec, file);
+        const std::vector<std::uint8_t> file = FileContent(SamplePath(expected.name));
+        const auto image = Decoded(kEmfCodec, file);
 
         ASSERT_TRUE(image.has_value()) << expected.name;
         EXPECT_EQ(image->width, expected.width) << expected.name;
         EXPECT_EQ(image->height, expected.height) << expected.name;
-        const int ink = 100 - 100 * nCountOf(*image, kWhite, {0, 0, expected.width, expected.height}) /
+        const int ink = 100 - 100 * CountOf(*image, kWhite, {0, 0, expected.width, expected.height}) /
                                   (expected.width * expected.height);
         EXPECT_GE(ink, expected.min_ink) << expected.name;
         EXPECT_LE(ink, expected.max_ink) << expected.name;
@@ -254,11 +252,11 @@ TEST(EmfReader, DrawsWhatOtherProgramsWrote)
 
 TEST(EmfReader, DrawsTheColouredShapesOfAnotherProgramWhereTheyBelong)
 {
-    const auto image = aDecoded(kEmfCodec, aFileContent(sSamplePath("emf/fig2dev.emf")));
+    const auto image = Decoded(kEmfCodec, FileContent(SamplePath("emf/fig2dev.emf")));
 
     ASSERT_TRUE(image.has_value());
-    EXPECT_EQ(nColorAt(*image, 222, 40), kYellow);  // in the circle
-    EXPECT_EQ(nColorAt(*image, 80, 5), kBlue);      // on the box's line
-    EXPECT_EQ(nColorAt(*image, 80, 40), kWhite);    // in the box, which is white
-    EXPECT_GT(nCountOf(*image, kGreen, {290, 5, 370, 80}), 1000);
+    EXPECT_EQ(ColorAt(*image, 222, 40), kYellow);  // in the circle
+    EXPECT_EQ(ColorAt(*image, 80, 5), kBlue);      // on the box's line
+    EXPECT_EQ(ColorAt(*image, 80, 40), kWhite);    // in the box, which is white
+    EXPECT_GT(CountOf(*image, kGreen, {290, 5, 370, 80}), 1000);
 }

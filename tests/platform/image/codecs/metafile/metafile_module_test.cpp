@@ -16,8 +16,8 @@ TEST(MetafileModule, IsFoundBesideTheProgram)
 
 TEST(MetafileModule, RefusesARequestOfAnotherBuild)
 {
-    ImageBuffer image = aPattern(2, 2, 3);
-    const std::vector<std::uint8_t> file = EmfMaker(2, 2).aFile();
+    ImageBuffer image = Pattern(2, 2, 3);
+    const std::vector<std::uint8_t> file = EmfMaker(2, 2).File();
     MetafileRequest request;
     request.enhanced = true;
     request.records = file;
@@ -37,11 +37,11 @@ static void RefuseWithoutModule()
 {
     setenv("VARNEL_MODULE_DIR", "/nowhere", 1);
     const bool drawing =
-        aDecoded(kEmfCodec, EmfMaker(2, 2).Record(Emr::Rectangle, {0, 0, 1, 1}).aFile()).has_value() ||
-        aDecoded(kWmfCodec, WmfMaker(2, 2).Record(0x041B, {1, 1, 0, 0}).aFile()).has_value() ||
-        aDecoded(kWmfCodec, WmfMaker().Record(0x041B, {1, 1, 0, 0}).aFile()).has_value();
-    const bool is_picture = aDecoded(kEmfCodec, aEncoded(kEmfCodec, aPattern(2, 2, 3))).has_value() &&
-                            aDecoded(kWmfCodec, aEncoded(kWmfCodec, aPattern(2, 2, 3))).has_value();
+        Decoded(kEmfCodec, EmfMaker(2, 2).Record(Emr::kRectangle, {0, 0, 1, 1}).File()).has_value() ||
+        Decoded(kWmfCodec, WmfMaker(2, 2).Record(0x041B, {1, 1, 0, 0}).File()).has_value() ||
+        Decoded(kWmfCodec, WmfMaker().Record(0x041B, {1, 1, 0, 0}).File()).has_value();
+    const bool is_picture = Decoded(kEmfCodec, Encoded(kEmfCodec, Pattern(2, 2, 3))).has_value() &&
+                            Decoded(kWmfCodec, Encoded(kWmfCodec, Pattern(2, 2, 3))).has_value();
     std::_Exit(!drawing && is_picture ? 0 : 1);
 }
 

@@ -42,7 +42,7 @@ static ByteMaker& Palette(ByteMaker& maker)
 
 static Levels LevelsOf(const ByteMaker& maker)
 {
-    const auto image = aDecoded(kPcxCodec, maker.aBytes());
+    const auto image = Decoded(kPcxCodec, maker.Data());
     return image ? Levels{image->bytes.begin(), image->bytes.end()} : Levels{-1};
 }
 
@@ -155,8 +155,8 @@ TEST(PcxReads, LongRowsOfRunsAndSingleBytes)
 TEST(PcxReads, TheResolutionUnlessItIsTheSizeOfAScreenOrOfThePicture)
 {
     const auto dots_of = [](std::uint32_t x, std::uint32_t y) {
-        const auto image = aDecoded(
-            kPcxCodec, Header({.bits = 1, .width = 8, .dots_x = x, .dots_y = y}).U8({0x11}).aBytes());
+        const auto image =
+            Decoded(kPcxCodec, Header({.bits = 1, .width = 8, .dots_x = x, .dots_y = y}).U8({0x11}).Data());
         return image ? image->dots_per_inch_x * 1000 + image->dots_per_inch_y : -1;
     };
 
@@ -171,7 +171,7 @@ TEST(PcxReads, NoHeaderThatIsNone)
 {
     const auto refused = [](Shape shape) {
         const auto maker = Header(shape).Zeros(300);
-        return !kPcxCodec.Sniff(maker.aBytes(), "pcx") && !aDecoded(kPcxCodec, maker.aBytes());
+        return !kPcxCodec.sniff(maker.Data(), "pcx") && !Decoded(kPcxCodec, maker.Data());
     };
 
     EXPECT_FALSE(refused({.palette_kind = 2}));
@@ -196,11 +196,11 @@ TEST(PcxReads, NothingLargerThanTheDataCanHold)
 
 TEST(PcxWrites, TheResolutionAndAnEvenCountOfBytes)
 {
-    ImageBuffer image = aPattern(5, 2, 3);
+    ImageBuffer image = Pattern(5, 2, 3);
     image.dots_per_inch_x = 299.6;
     image.dots_per_inch_y = 1e9;
 
-    const auto file = aEncoded(kPcxCodec, image);
+    const auto file = Encoded(kPcxCodec, image);
 
     EXPECT_EQ(Levels(file.begin(), file.begin() + 16),
               (Levels{10, 5, 1, 8, 0, 0, 0, 0, 4, 0, 1, 0, 300 % 256, 1, 255, 255}));
@@ -210,10 +210,10 @@ TEST(PcxWrites, TheResolutionAndAnEvenCountOfBytes)
 
 TEST(PcxWrites, EqualBytesAsRunsThatEndWithThePlane)
 {
-    ImageBuffer image = aPattern(70, 1, 1);
+    ImageBuffer image = Pattern(70, 1, 1);
     std::fill(image.bytes.begin(), image.bytes.end(), std::uint8_t{7});
 
-    const auto file = aEncoded(kPcxCodec, image);
+    const auto file = Encoded(kPcxCodec, image);
 
     EXPECT_EQ(Levels(file.begin() + 128, file.begin() + 132), (Levels{0xC0 + 63, 7, 0xC0 + 7, 7}));
     EXPECT_EQ(file.size(), 128u + 4 + 769);

@@ -110,8 +110,8 @@ PixelBytes FourChannels(const ImageBuffer& image)
 
 void ExpectRoundTrip(const ImageBuffer& image, const std::string& what)
 {
-    const Block file = aEncoded(kPngCodec, image);
-    const auto ours = aDecoded(kPngCodec, file);
+    const Block file = Encoded(kPngCodec, image);
+    const auto ours = Decoded(kPngCodec, file);
     const auto theirs = DecodedByLibpng(file, 4);
     ASSERT_TRUE(ours) << what;
     ASSERT_TRUE(theirs) << what;
@@ -152,7 +152,7 @@ TEST(PngReader, ReadsEveryTypeDepthAndInterlaceAsLibpngDoes)
                 const std::string what = "type " + std::to_string(kind.colour_type) + ", depth " +
                                          std::to_string(depth) + (interlaced ? ", interlaced" : "");
 
-                const auto ours = aDecoded(kPngCodec, file);
+                const auto ours = Decoded(kPngCodec, file);
 
                 ASSERT_TRUE(ours) << what;
                 const auto theirs = DecodedByLibpng(file, 4);
@@ -169,7 +169,7 @@ TEST(PngReader, RoundsSixteenBitsToEight)
     for (const int colour_type :
          {PNG_COLOR_TYPE_GRAY, PNG_COLOR_TYPE_RGB, PNG_COLOR_TYPE_GRAY_ALPHA, PNG_COLOR_TYPE_RGB_ALPHA}) {
         const Block file = WrittenByLibpng(colour_type, 16, false, 3, 1);
-        const auto ours = aDecoded(kPngCodec, file);
+        const auto ours = Decoded(kPngCodec, file);
         ASSERT_TRUE(ours) << colour_type;
 
         // libpng itself scales exactly, with png_set_scale_16, as its command line tool's reading does.
@@ -199,17 +199,17 @@ TEST(PngReader, RoundsSixteenBitsToEight)
 TEST(PngReader, ReadsFilesOfOtherPrograms)
 {
     const TestFolder folder;
-    const ImageBuffer image = aPattern(201, 77, 3);
-    WritePnm(folder.sPath("a.ppm"), image);
+    const ImageBuffer image = Pattern(201, 77, 3);
+    WritePnm(folder.Path("a.ppm"), image);
     const std::vector<std::string> makers = {
-        ImageMagick("convert") + " " + folder.sPath("a.ppm") + " " + folder.sPath("o.png"),
-        ImageMagick("convert") + " " + folder.sPath("a.ppm") + " -interlace PNG " + folder.sPath("o.png"),
-        "gm convert " + folder.sPath("a.ppm") + " " + folder.sPath("o.png"),
-        "pnmtopng " + folder.sPath("a.ppm") + " > " + folder.sPath("o.png") + " 2>/dev/null"};
+        ImageMagick("convert") + " " + folder.Path("a.ppm") + " " + folder.Path("o.png"),
+        ImageMagick("convert") + " " + folder.Path("a.ppm") + " -interlace PNG " + folder.Path("o.png"),
+        "gm convert " + folder.Path("a.ppm") + " " + folder.Path("o.png"),
+        "pnmtopng " + folder.Path("a.ppm") + " > " + folder.Path("o.png") + " 2>/dev/null"};
     for (const std::string& maker : makers) {
-        ASSERT_TRUE(bRun(maker)) << maker;
+        ASSERT_TRUE(RunCommand(maker)) << maker;
 
-        const auto ours = aDecoded(kPngCodec, aFileContent(folder.sPath("o.png")));
+        const auto ours = Decoded(kPngCodec, FileContent(folder.Path("o.png")));
 
         ASSERT_TRUE(ours) << maker;
         EXPECT_TRUE(ours->bytes == image.bytes) << maker;
@@ -219,7 +219,7 @@ TEST(PngReader, ReadsFilesOfOtherPrograms)
 TEST(PngReader, TakesTheTransparentColoursOfTrns)
 {
     const TestFolder folder;
-    sPython(
+    Python(
         "import sys\n"
         "from PIL import Image\n"
         "p = Image.new('P', (4, 1)); p.putpalette([255,0,0, 0,255,0, 0,0,255] + [0]*759)\n"
@@ -227,10 +227,10 @@ TEST(PngReader, TakesTheTransparentColoursOfTrns)
         "g = Image.new('L', (3, 1)); g.putdata([5, 6, 7]); g.save(sys.argv[1] + '/g.png', transparency=6)\n"
         "c = Image.new('RGB', (2, 1)); c.putdata([(1, 2, 3), (4, 5, 6)])\n"
         "c.save(sys.argv[1] + '/c.png', transparency=(4, 5, 6))\n",
-        folder.sPath(""));
-    const auto palette = aDecoded(kPngCodec, aFileContent(folder.sPath("p.png")));
-    const auto grey = aDecoded(kPngCodec, aFileContent(folder.sPath("g.png")));
-    const auto colour = aDecoded(kPngCodec, aFileContent(folder.sPath("c.png")));
+        folder.Path(""));
+    const auto palette = Decoded(kPngCodec, FileContent(folder.Path("p.png")));
+    const auto grey = Decoded(kPngCodec, FileContent(folder.Path("g.png")));
+    const auto colour = Decoded(kPngCodec, FileContent(folder.Path("c.png")));
     ASSERT_TRUE(palette && grey && colour);
 
     EXPECT_EQ(palette->channels, 4);
@@ -246,12 +246,12 @@ TEST(PngReader, TakesTheTransparentColoursOfTrns)
 
 TEST(PngReader, RefusesWhatIsEmptyForeignOrCutShortAnywhere)
 {
-    EXPECT_FALSE(aDecoded(kPngCodec, Block{}));
-    EXPECT_FALSE(aDecoded(kPngCodec, aFileContent(sSamplePath("README.md"))));
+    EXPECT_FALSE(Decoded(kPngCodec, Block{}));
+    EXPECT_FALSE(Decoded(kPngCodec, FileContent(SamplePath("README.md"))));
     const Block whole = WrittenByLibpng(PNG_COLOR_TYPE_RGB, 8, false);
     const std::size_t end_chunk = 12;
     for (std::size_t n = 0; n + end_chunk < whole.size(); n += 1 + n / 40)
-        EXPECT_FALSE(aDecoded(kPngCodec, Bytes(whole).first(n))) << n;
+        EXPECT_FALSE(Decoded(kPngCodec, Bytes(whole).first(n))) << n;
 }
 
 TEST(PngReader, RefusesAHeaderThatClaimsMoreThanTheFileHolds)
@@ -259,11 +259,11 @@ TEST(PngReader, RefusesAHeaderThatClaimsMoreThanTheFileHolds)
     Block file = WrittenByLibpng(PNG_COLOR_TYPE_RGB, 8, false);
     const Block sides = {0, 0, 0xEA, 0x60, 0, 0, 0xEA, 0x60};  // 60,000 x 60,000, over the limit
     std::copy(sides.begin(), sides.end(), file.begin() + 16);
-    EXPECT_FALSE(aDecoded(kPngCodec, file));
+    EXPECT_FALSE(Decoded(kPngCodec, file));
 
     const Block large = {0, 0, 0x40, 0, 0, 0, 0x40, 0};  // 16,384 x 16,384, within it
     std::copy(large.begin(), large.end(), file.begin() + 16);
-    EXPECT_FALSE(aDecoded(kPngCodec, file));
+    EXPECT_FALSE(Decoded(kPngCodec, file));
 }
 
 TEST(PngReader, SurvivesEveryByteBeingAnother)
@@ -274,7 +274,7 @@ TEST(PngReader, SurvivesEveryByteBeingAnother)
             for (const int flip : {0x01, 0x80, 0xFF}) {
                 Block broken = whole;
                 broken[i] = static_cast<std::uint8_t>(broken[i] ^ flip);
-                const auto image = aDecoded(kPngCodec, broken);
+                const auto image = Decoded(kPngCodec, broken);
                 if (image) {
                     EXPECT_EQ(image->bytes.size(), static_cast<std::size_t>(image->width) *
                                                        static_cast<std::size_t>(image->height) *
@@ -301,7 +301,7 @@ TEST(PngWriter, GivesBackThePixelsOfPicturesOfEveryKindAndSize)
 TEST(PngWriter, GivesBackSmoothPicturesOfManyStrips)
 {
     for (const std::int32_t channels : {1, 3, 4})
-        ExpectRoundTrip(aPattern(1501, 701, channels), std::to_string(channels) + " channels");
+        ExpectRoundTrip(Pattern(1501, 701, channels), std::to_string(channels) + " channels");
 }
 
 TEST(PngWriter, StoresBlackAndWhiteInOneBit)
@@ -310,7 +310,7 @@ TEST(PngWriter, StoresBlackAndWhiteInOneBit)
     for (std::size_t i = 0; i < page.bytes.size(); ++i)
         page.bytes[i] = i % 7 < 3 ? 255 : 0;
 
-    const Block file = aEncoded(kPngCodec, page);
+    const Block file = Encoded(kPngCodec, page);
 
     EXPECT_EQ(DepthOf(file), 1);
     EXPECT_EQ(ColourTypeOf(file), PNG_COLOR_TYPE_GRAY);
@@ -321,7 +321,7 @@ TEST(PngWriter, StoresAGraphicOfFewColoursInAPalette)
 {
     const ImageBuffer graphic = RandomPicture(120, 90, 3, 9, 3);
 
-    const Block file = aEncoded(kPngCodec, graphic);
+    const Block file = Encoded(kPngCodec, graphic);
 
     EXPECT_EQ(ColourTypeOf(file), PNG_COLOR_TYPE_PALETTE);
     EXPECT_EQ(DepthOf(file), 4);
@@ -363,16 +363,16 @@ TEST(PngWriter, FindsTheLettersOfAScreenAgain)
 {
     const ImageBuffer image = Screen(900, 700, 3);
 
-    EXPECT_LT(aEncoded(kPngCodec, image).size(), image.bytes.size() / 6);
+    EXPECT_LT(Encoded(kPngCodec, image).size(), image.bytes.size() / 6);
 }
 
 TEST(PngWriter, MakesTheSameFileOfTheSamePicture)
 {
-    for (const ImageBuffer& image : {Screen(900, 700, 4), aPattern(1501, 701, 3), Screen(48, 48, 4)}) {
-        const Block first = aEncoded(kPngCodec, image);
-        aEncoded(kPngCodec, aPattern(300, 200, 3));
+    for (const ImageBuffer& image : {Screen(900, 700, 4), Pattern(1501, 701, 3), Screen(48, 48, 4)}) {
+        const Block first = Encoded(kPngCodec, image);
+        Encoded(kPngCodec, Pattern(300, 200, 3));
 
-        EXPECT_TRUE(aEncoded(kPngCodec, image) == first);
+        EXPECT_TRUE(Encoded(kPngCodec, image) == first);
     }
 }
 
@@ -384,7 +384,7 @@ TEST(PngWriter, SparesASmallPictureAPaletteThatIsLargerThanWhatItSaves)
             icon.bytes[static_cast<std::size_t>(i * 3 + c)] =
                 static_cast<std::uint8_t>(i % 24 < 8 ? 255 : 3 * (i / 24 + i % 24) + 20 * c);
 
-    const Block file = aEncoded(kPngCodec, icon);
+    const Block file = Encoded(kPngCodec, icon);
 
     EXPECT_EQ(ColourTypeOf(file), PNG_COLOR_TYPE_RGB);
     EXPECT_LT(file.size(), 250U);
@@ -393,13 +393,13 @@ TEST(PngWriter, SparesASmallPictureAPaletteThatIsLargerThanWhatItSaves)
 
 TEST(PngWriter, CarriesResolutionProfileAndMetadata)
 {
-    ImageBuffer image = aPattern(20, 10, 3);
+    ImageBuffer image = Pattern(20, 10, 3);
     image.dots_per_inch_x = 300;
     image.dots_per_inch_y = 150;
     const std::string xmp = "<x:xmpmeta xmlns:x='adobe:ns:meta/'/>";
     image.metadata.xmp.assign(xmp.begin(), xmp.end());
 
-    const auto back = aDecoded(kPngCodec, aEncoded(kPngCodec, image));
+    const auto back = Decoded(kPngCodec, Encoded(kPngCodec, image));
 
     ASSERT_TRUE(back);
     EXPECT_NEAR(back->dots_per_inch_x, 300, 0.02);
@@ -411,21 +411,21 @@ TEST(PngWriter, WritesTheTextsThatOtherProgramsRead)
 {
     const TestFolder folder;
     SaveSettings settings;
-    settings.objTexts.sTitle = "A title";
-    settings.objTexts.sDescription =
+    settings.texts.sTitle = "A title";
+    settings.texts.sDescription =
         "Gr\xC3\xBC\xC3\x9F"
         "e \xE2\x82\xAC";
-    settings.objTexts.sAuthor = "Somebody";
-    settings.objTexts.sCopyright = "2026";
-    WriteFileContent(folder.sPath("a.png"), aEncoded(kPngCodec, aPattern(8, 8, 3), settings));
+    settings.texts.sAuthor = "Somebody";
+    settings.texts.sCopyright = "2026";
+    WriteFileContent(folder.Path("a.png"), Encoded(kPngCodec, Pattern(8, 8, 3), settings));
 
-    const std::string texts = sPython(
+    const std::string texts = Python(
         "import sys\n"
         "from PIL import Image\n"
         "t = Image.open(sys.argv[1]).text\n"
         "sys.stdout.buffer.write('|'.join([t['Title'], t['Description'], t['Author'], "
         "t['Copyright']]).encode('utf-8'))\n",
-        folder.sPath("a.png"));
+        folder.Path("a.png"));
 
     EXPECT_EQ(texts,
               "A title|Gr\xC3\xBC\xC3\x9F"
@@ -434,7 +434,7 @@ TEST(PngWriter, WritesTheTextsThatOtherProgramsRead)
 
 TEST(PngWriter, WritesNoTextsWhenThereAreNone)
 {
-    const Block file = aEncoded(kPngCodec, aPattern(8, 8, 3));
+    const Block file = Encoded(kPngCodec, Pattern(8, 8, 3));
     const std::string file_path(file.begin(), file.end());
 
     EXPECT_EQ(file_path.find("tEXt"), std::string::npos);

@@ -18,7 +18,7 @@ static ByteMaker Header(std::uint32_t width, std::uint32_t height, std::uint32_t
 
 static Levels LevelsOf(const ByteMaker& maker)
 {
-    const auto image = aDecoded(kRasCodec, maker.aBytes());
+    const auto image = Decoded(kRasCodec, maker.Data());
     return image ? Levels{image->bytes.begin(), image->bytes.end()} : Levels{-1};
 }
 
@@ -112,7 +112,7 @@ TEST(RasReads, NothingLargerThanTheDataCanHold)
 
 TEST(RasWrites, TheKindStandardWithTheSizeOfItsData)
 {
-    const auto file = aEncoded(kRasCodec, aPattern(5, 3, 3));
+    const auto file = Encoded(kRasCodec, Pattern(5, 3, 3));
 
     ByteReader reader(file);
     for (const std::uint32_t expected : {0x59A66A95u, 5u, 3u, 24u, 48u, 1u, 0u, 0u})

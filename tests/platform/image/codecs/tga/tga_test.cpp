@@ -34,7 +34,7 @@ static ByteMaker MappedHeader(std::uint32_t width, int bits, std::uint32_t first
 // Adds an extension area that says alpha of the alpha, and the footer.
 static ByteMaker WithExtension(ByteMaker maker, int alpha)
 {
-    const auto extension = static_cast<std::uint32_t>(maker.nSize());
+    const auto extension = static_cast<std::uint32_t>(maker.Size());
     maker.U16Le({495}).Zeros(492).U8({alpha});
     maker.U32Le({extension, 0}).Text("TRUEVISION-XFILE.").U8({0});
     return maker;
@@ -42,7 +42,7 @@ static ByteMaker WithExtension(ByteMaker maker, int alpha)
 
 static Levels LevelsOf(const ByteMaker& maker)
 {
-    const auto image = aDecoded(kTgaCodec, maker.aBytes());
+    const auto image = Decoded(kTgaCodec, maker.Data());
     return image ? Levels{image->bytes.begin(), image->bytes.end()} : Levels{-1};
 }
 
@@ -162,7 +162,7 @@ TEST(TgaAlpha, DoesNotRelyOnAFooterThatLies)
 TEST(TgaSniff, GoesByExtensionAndAPossibleHeader)
 {
     const auto known = [](const ByteMaker& maker, std::string_view extension = "tga") {
-        return kTgaCodec.Sniff(maker.aBytes(), extension);
+        return kTgaCodec.sniff(maker.Data(), extension);
     };
 
     for (const char* extension : {"tga", "targa", "vda", "icb", "vst"})
@@ -194,8 +194,8 @@ TEST(TgaReads, NothingLargerThanTheDataCanHold)
 static std::vector<std::uint8_t> WrittenArea(const ImageInfoTexts& info, std::int32_t channels = 3)
 {
     SaveSettings settings;
-    settings.objTexts = info;
-    const auto file = aEncoded(kTgaCodec, aNoise(8, 2, channels), settings);
+    settings.texts = info;
+    const auto file = Encoded(kTgaCodec, Noise(8, 2, channels), settings);
     EXPECT_EQ(file.size(), 18u + 16 * static_cast<std::size_t>(channels) + 495 + 26);
     return {file.end() - 26 - 495, file.end() - 26};
 }
@@ -267,11 +267,11 @@ TEST(TgaWrites, ThatAlphaIsUseful)
 
 TEST(TgaWrites, RunsOnlyWhereTheyTakeAFifthOff)
 {
-    ImageBuffer flat = aPattern(100, 50, 3);
+    ImageBuffer flat = Pattern(100, 50, 3);
     std::fill(flat.bytes.begin(), flat.bytes.end(), std::uint8_t{9});
 
-    EXPECT_EQ(aEncoded(kTgaCodec, flat)[2], 10);
-    EXPECT_LT(aEncoded(kTgaCodec, flat).size(), 1500u);
-    EXPECT_EQ(aEncoded(kTgaCodec, aNoise(100, 50, 3))[2], 2);
-    EXPECT_EQ(aEncoded(kTgaCodec, aNoise(100, 50, 1))[2], 3);
+    EXPECT_EQ(Encoded(kTgaCodec, flat)[2], 10);
+    EXPECT_LT(Encoded(kTgaCodec, flat).size(), 1500u);
+    EXPECT_EQ(Encoded(kTgaCodec, Noise(100, 50, 3))[2], 2);
+    EXPECT_EQ(Encoded(kTgaCodec, Noise(100, 50, 1))[2], 3);
 }

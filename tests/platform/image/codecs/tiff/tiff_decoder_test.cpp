@@ -21,7 +21,7 @@ using Block = std::vector<std::uint8_t>;
 
 Block Sample(const std::string& name)
 {
-    return aFileContent(sSamplePath("tiff/" + name + ".tif"));
+    return FileContent(SamplePath("tiff/" + name + ".tif"));
 }
 
 // KB by which reading damaged files may make the process grow. The address sanitizer keeps what was freed.
@@ -60,13 +60,13 @@ Block BareDirectories(std::uint32_t count, std::uint32_t after_the_last)
         const std::uint32_t next = i + 1 < count ? 8 + 18 * (i + 1) : after_the_last;
         file.U16Le({1, 256, 3}).U32Le({1, 1, next});
     }
-    return file.aBytes();
+    return file.Data();
 }
 
 std::int32_t PagesOf(const Block& file)
 {
     InputFile input{Bytes(file)};
-    const auto decoder = kTiffCodec.Open(input);
+    const auto decoder = kTiffCodec.open(input);
     return decoder ? decoder->FrameCount() : 0;
 }
 }  // namespace
@@ -74,7 +74,7 @@ std::int32_t PagesOf(const Block& file)
 TEST(TiffSniff, KnowsBothByteOrdersAndBothSizesOfOffsets)
 {
     const auto known = [](std::string_view head) {
-        return kTiffCodec.Sniff({reinterpret_cast<const std::uint8_t*>(head.data()), head.size()}, "tif");
+        return kTiffCodec.sniff({reinterpret_cast<const std::uint8_t*>(head.data()), head.size()}, "tif");
     };
 
     EXPECT_TRUE(known({"II*\0", 4}));
@@ -91,14 +91,14 @@ TEST(TiffPages, ComeInAnyOrderForOnePassOverTheFile)
 {
     const TestFolder folder;
     constexpr int kPages = 400;
-    WritePages(folder.sPath("pages.tif"), kPages, 64);
-    const auto file = InputFile::Open(folder.sPath("pages.tif"));
+    WritePages(folder.Path("pages.tif"), kPages, 64);
+    const auto file = InputFile::Open(folder.Path("pages.tif"));
     std::vector<int> order(kPages);
     std::iota(order.begin(), order.end(), 0);
     std::shuffle(order.begin(), order.end(), std::mt19937(1));
 
-    const IoCount before = objIoSoFar();
-    const auto decoder = kTiffCodec.Open(*file);
+    const IoCount before = IoSoFar();
+    const auto decoder = kTiffCodec.open(*file);
     ASSERT_TRUE(decoder);
     ASSERT_EQ(decoder->FrameCount(), kPages);
     for (const int page : order) {
@@ -106,7 +106,7 @@ TEST(TiffPages, ComeInAnyOrderForOnePassOverTheFile)
         ASSERT_TRUE(decoder->DecodeFrame(page, image));
         ASSERT_EQ(image.bytes, Page(page, 64).bytes);
     }
-    const std::uint64_t got = objIoSoFar().nRead - before.nRead;
+    const std::uint64_t got = IoSoFar().read - before.read;
 
     // Looking for each page from the first directory on would read 400 times 200 directories of 200 bytes: 16
     // MB.
@@ -137,8 +137,8 @@ TEST(TiffPages, AreNoMoreThanSixteenBitsCount)
 TEST(TiffPages, ThatAreBrokenLeaveTheOthersReadable)
 {
     const TestFolder folder;
-    WritePages(folder.sPath("pages.tif"), 3, 16);
-    Block file = aFileContent(folder.sPath("pages.tif"));
+    WritePages(folder.Path("pages.tif"), 3, 16);
+    Block file = FileContent(folder.Path("pages.tif"));
     // The second page claims another compression.
     const Block compression = {0x03, 0x01, 3, 0, 1, 0, 0, 0, 1, 0};
     auto tag = std::search(file.begin(), file.end(), compression.begin(), compression.end());
@@ -146,17 +146,17 @@ TEST(TiffPages, ThatAreBrokenLeaveTheOthersReadable)
     ASSERT_NE(tag, file.end());
     tag[8] = 77;
 
-    EXPECT_TRUE(aDecoded(kTiffCodec, file, 0));
-    EXPECT_FALSE(aDecoded(kTiffCodec, file, 1));
-    EXPECT_TRUE(aDecoded(kTiffCodec, file, 2));
+    EXPECT_TRUE(Decoded(kTiffCodec, file, 0));
+    EXPECT_FALSE(Decoded(kTiffCodec, file, 1));
+    EXPECT_TRUE(Decoded(kTiffCodec, file, 2));
 }
 
 TEST(TiffReading, TakesNoMemoryForAStripBesideThePicture)
 {
     const TestFolder folder;
     // 48 megapixels of 16 bits in one strip: 96 MB stored, 48 MB as a picture.
-    const std::string file_path = folder.sPath("large.tif");
-    sPython(
+    const std::string file_path = folder.Path("large.tif");
+    Python(
         "import sys; from PIL import Image; Image.MAX_IMAGE_PIXELS = None\n"
         "Image.new('I;16', (8000, 6000), 32896).save(sys.argv[1], compression='tiff_deflate', "
         "tiffinfo={278: 6000})\n",
@@ -167,7 +167,7 @@ TEST(TiffReading, TakesNoMemoryForAStripBesideThePicture)
     getrusage(RUSAGE_SELF, &before);
 
     ImageBuffer image;
-    ASSERT_TRUE(kTiffCodec.Open(*file)->DecodeFrame(0, image));
+    ASSERT_TRUE(kTiffCodec.open(*file)->DecodeFrame(0, image));
 
     rusage after{};
     getrusage(RUSAGE_SELF, &after);
@@ -178,8 +178,8 @@ TEST(TiffReading, TakesNoMemoryForAStripBesideThePicture)
 TEST(TiffMetadata, ComesFromItsTags)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("tags.tif");
-    sPython(
+    const std::string file = folder.Path("tags.tif");
+    Python(
         "import sys; from PIL import Image, TiffImagePlugin as T\n"
         "i = T.ImageFileDirectory_v2()\n"
         "i[271] = 'Cameras Ltd'; i[270] = 'Hills'; i[282] = 100.0; i[283] = 50.0; i[296] = 3\n"
@@ -188,7 +188,7 @@ TEST(TiffMetadata, ComesFromItsTags)
         "Image.new('RGB', (5, 4), (1, 2, 3)).save(sys.argv[1], tiffinfo=i, "
         "exif=None)\n",
         file);
-    const auto image = aDecoded(kTiffCodec, aFileContent(file));
+    const auto image = Decoded(kTiffCodec, FileContent(file));
 
     ASSERT_TRUE(image);
     EXPECT_DOUBLE_EQ(image->dots_per_inch_x, 254);
@@ -208,15 +208,15 @@ TEST(TiffMetadata, ComesFromItsTags)
 TEST(TiffMetadata, HasItsIptcAlsoAmongImageResources)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("tags.tif");
-    sPython(
+    const std::string file = folder.Path("tags.tif");
+    Python(
         "import sys; from PIL import Image, TiffImagePlugin as T\n"
         "i = T.ImageFileDirectory_v2(); i.tagtype[34377] = 7\n"
         "i[34377] = b'8BIM\\x04\\x04\\0\\0\\0\\0\\0\\x07\\x1c\\x02\\x00\\x00\\x02\\x00\\x04\\0'\n"
         "Image.new('L', (5, 4)).save(sys.argv[1], tiffinfo=i)\n",
         file);
 
-    const auto image = aDecoded(kTiffCodec, aFileContent(file));
+    const auto image = Decoded(kTiffCodec, FileContent(file));
 
     ASSERT_TRUE(image);
     EXPECT_EQ(image->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
@@ -268,9 +268,9 @@ TEST(TiffMetadata, KeepsItsDirectoryOfExifInEitherByteOrder)
         put32(1);
         put32(250);
         input.Text("2024:03:05 10:20:30").U8({0});
-        ASSERT_EQ(input.nSize(), 170u);
+        ASSERT_EQ(input.Size(), 170u);
 
-        const auto image = aDecoded(kTiffCodec, input.aBytes());
+        const auto image = Decoded(kTiffCodec, input.Data());
 
         ASSERT_TRUE(image);
         EXPECT_EQ(image->bytes, (PixelBytes{10, 20}));
@@ -289,30 +289,30 @@ TEST(TiffProfiles, AreKeptWhereTheyFitAndAppliedToInks)
 {
     const TestFolder folder;
     const auto with_profile = [&](const std::string& mode, const std::string& colour, const Block& profile) {
-        WriteFileContent(folder.sPath("p.icc"), profile);
-        const std::string file = folder.sPath("p.tif");
-        sPython(
+        WriteFileContent(folder.Path("p.icc"), profile);
+        const std::string file = folder.Path("p.tif");
+        Python(
             "import sys; from PIL import Image\n"
             "Image.new('" +
                 mode + "', (3, 2), " + colour +
                 ").save(sys.argv[1], icc_profile=open(sys.argv[2], 'rb').read())\n",
-            file + " " + folder.sPath("p.icc"));
-        return aDecoded(kTiffCodec, aFileContent(file)).value_or(ImageBuffer{});
+            file + " " + folder.Path("p.icc"));
+        return Decoded(kTiffCodec, FileContent(file)).value_or(ImageBuffer{});
     };
 
-    EXPECT_EQ(with_profile("RGB", "(9, 8, 7)", aSwappedProfile()).icc_profile, aSwappedProfile());
-    EXPECT_EQ(with_profile("L", "100", aGreyProfile(1.8)).icc_profile, aGreyProfile(1.8));
-    EXPECT_TRUE(with_profile("L", "100", aSwappedProfile()).icc_profile.empty());
-    EXPECT_TRUE(with_profile("RGB", "(9, 8, 7)", aCmykProfile()).icc_profile.empty());
+    EXPECT_EQ(with_profile("RGB", "(9, 8, 7)", SwappedProfile()).icc_profile, SwappedProfile());
+    EXPECT_EQ(with_profile("L", "100", GreyProfile(1.8)).icc_profile, GreyProfile(1.8));
+    EXPECT_TRUE(with_profile("L", "100", SwappedProfile()).icc_profile.empty());
+    EXPECT_TRUE(with_profile("RGB", "(9, 8, 7)", CmykProfile()).icc_profile.empty());
 
-    const ImageBuffer inks = with_profile("CMYK", "(255, 0, 0, 0)", aCmykProfile());
+    const ImageBuffer inks = with_profile("CMYK", "(255, 0, 0, 0)", CmykProfile());
     EXPECT_TRUE(inks.icc_profile.empty());
     ASSERT_EQ(inks.channels, 3);
     // This profile's cyan is another one's yellow.
     EXPECT_LT(inks.bytes[0], 60);
     EXPECT_GT(inks.bytes[2], 200);
 
-    const ImageBuffer grey = with_profile("LA", "(100, 50)", aGreyProfile(1.0));
+    const ImageBuffer grey = with_profile("LA", "(100, 50)", GreyProfile(1.0));
     EXPECT_TRUE(grey.icc_profile.empty());
     ASSERT_EQ(grey.channels, 4);
     EXPECT_EQ(grey.bytes[3], 50);
@@ -327,7 +327,7 @@ class DamagedTiff : public testing::TestWithParam<const char*>
 TEST_P(DamagedTiff, EndsInAPictureOrARefusalWhicheverByteIsWrong)
 {
     const Block good = Sample(GetParam());
-    ASSERT_TRUE(aDecoded(kTiffCodec, good));
+    ASSERT_TRUE(Decoded(kTiffCodec, good));
     rusage before{};
     getrusage(RUSAGE_SELF, &before);
 
@@ -339,7 +339,7 @@ TEST_P(DamagedTiff, EndsInAPictureOrARefusalWhicheverByteIsWrong)
             file[i] = static_cast<std::uint8_t>(wrong);
             InputFile input{Bytes(file)};
             ImageBuffer image;
-            const auto decoder = kTiffCodec.Open(input);
+            const auto decoder = kTiffCodec.open(input);
             if (decoder && decoder->DecodeFrame(0, image)) {
                 ASSERT_EQ(image.bytes.size(), static_cast<std::size_t>(image.width) *
                                                   static_cast<std::size_t>(image.height) *
@@ -356,12 +356,12 @@ TEST_P(DamagedTiff, EndsInAPictureOrARefusalWhicheverByteIsWrong)
 TEST_P(DamagedTiff, IsRefusedOrWholeWhereverItIsCut)
 {
     const Block good = Sample(GetParam());
-    const auto whole = aDecoded(kTiffCodec, good);
+    const auto whole = Decoded(kTiffCodec, good);
     ASSERT_TRUE(whole);
 
     for (std::size_t size = 0; size < good.size(); ++size) {
         // Not all that stands at a file's end is needed for the picture; what is decoded must be right.
-        const auto image = aDecoded(kTiffCodec, Bytes(good).first(size));
+        const auto image = Decoded(kTiffCodec, Bytes(good).first(size));
         if (image) {
             ASSERT_EQ(image->bytes, whole->bytes) << size;
         }

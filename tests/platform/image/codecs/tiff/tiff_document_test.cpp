@@ -21,7 +21,7 @@ namespace
 // Pages that are all different, and of different kinds.
 ImageBuffer Page(int page)
 {
-    ImageBuffer image = aPattern(60 + page, 40, page % 3 == 0 ? 1 : page % 3 == 1 ? 3 : 4);
+    ImageBuffer image = Pattern(60 + page, 40, page % 3 == 0 ? 1 : page % 3 == 1 ? 3 : 4);
     image.bytes[0] = static_cast<std::uint8_t>(page);
     return image;
 }
@@ -29,7 +29,7 @@ ImageBuffer Page(int page)
 std::int32_t Pages(const std::string& file_path)
 {
     const auto file = InputFile::Open(file_path);
-    const auto decoder = file ? kTiffCodec.Open(*file) : nullptr;
+    const auto decoder = file ? kTiffCodec.open(*file) : nullptr;
     return decoder ? decoder->FrameCount() : 0;
 }
 
@@ -37,7 +37,7 @@ std::int32_t Pages(const std::string& file_path)
 int PagesIntact(const std::string& file_path)
 {
     const auto file = InputFile::Open(file_path);
-    const auto decoder = file ? kTiffCodec.Open(*file) : nullptr;
+    const auto decoder = file ? kTiffCodec.open(*file) : nullptr;
     int intact = 0;
     for (int i = 0; decoder && i < decoder->FrameCount(); ++i) {
         ImageBuffer image;
@@ -76,14 +76,14 @@ private:
 TEST(TiffDocument, IsAWholeFileAfterEveryPage)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("d.tif");
+    const std::string file = folder.Path("d.tif");
     const auto document = TiffDocument::Begin(file, Page(0), {});
     ASSERT_TRUE(document);
     EXPECT_EQ(PagesIntact(file), 1);
 
     for (int i = 1; i < 8; ++i) {
         SaveSettings settings;
-        settings.lTIFFCompression = i % 2;
+        settings.tiff_compression = i % 2;
         ASSERT_TRUE(document->Append(Page(i), settings));
         EXPECT_EQ(PagesIntact(file), i + 1);
         EXPECT_EQ(Pages(file), i + 1);
@@ -93,7 +93,7 @@ TEST(TiffDocument, IsAWholeFileAfterEveryPage)
 TEST(TiffDocument, IsReadByOtherPrograms)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("d.tif");
+    const std::string file = folder.Path("d.tif");
     {
         const auto document = TiffDocument::Begin(file, Page(0), {});
         ASSERT_TRUE(document);
@@ -101,48 +101,48 @@ TEST(TiffDocument, IsReadByOtherPrograms)
             ASSERT_TRUE(document->Append(Page(i), {}));
     }
     std::string output;
-    EXPECT_TRUE(bRun("tiffinfo -D " + file + " | grep -c 'TIFF directory'", &output)) << output;
+    EXPECT_TRUE(RunCommand("tiffinfo -D " + file + " | grep -c 'TIFF directory'", &output)) << output;
     EXPECT_EQ(output, "5\n");
-    EXPECT_TRUE(bRun(ImageMagick("identify") + " -format '%wx%h ' " + file, &output));
+    EXPECT_TRUE(RunCommand(ImageMagick("identify") + " -format '%wx%h ' " + file, &output));
     EXPECT_EQ(output, "60x40 61x40 62x40 63x40 64x40 ");
-    EXPECT_EQ(sPython("import sys; from PIL import Image\ni = Image.open(sys.argv[1])\n"
-                      "for n in range(i.n_frames):\n  i.seek(n); i.load(); print(i.mode, i.size[0])",
-                      file),
+    EXPECT_EQ(Python("import sys; from PIL import Image\ni = Image.open(sys.argv[1])\n"
+                     "for n in range(i.n_frames):\n  i.seek(n); i.load(); print(i.mode, i.size[0])",
+                     file),
               "L 60\nRGB 61\nRGBA 62\nL 63\nRGB 64\n");
 }
 
 TEST(TiffDocument, WritesEachPageOnceAndReadsNothing)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("d.tif");
+    const std::string file = folder.Path("d.tif");
     constexpr int kPages = 1000;
-    const IoCount before = objIoSoFar();
+    const IoCount before = IoSoFar();
     {
         const auto document = TiffDocument::Begin(file, Page(0), {});
         ASSERT_TRUE(document);
         for (int i = 1; i < kPages; ++i)
             ASSERT_TRUE(document->Append(Page(1), {}));
     }
-    const IoCount after = objIoSoFar();
+    const IoCount after = IoSoFar();
 
     const std::uint64_t size = std::filesystem::file_size(file);
     EXPECT_EQ(Pages(file), kPages);
-    EXPECT_LT(after.nWritten - before.nWritten, size + size / 10);
-    EXPECT_LT(after.nRead - before.nRead, 100'000u);
+    EXPECT_LT(after.written - before.written, size + size / 10);
+    EXPECT_LT(after.read - before.read, 100'000u);
 }
 
 TEST(TiffDocument, KeepsThePagesBeforeWhenTheDiskIsFullAndGoesOnAfterwards)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("d.tif");
+    const std::string file = folder.Path("d.tif");
     const auto document = TiffDocument::Begin(file, Page(0), {});
     ASSERT_TRUE(document && document->Append(Page(1), {}));
-    const auto before = aFileContent(file);
+    const auto before = FileContent(file);
 
     for (const std::uint64_t more : {0u, 1u, 100u, 5000u, 9900u}) {
         const FullDisk full(before.size() + more);
         EXPECT_FALSE(document->Append(Page(2), {}));
-        EXPECT_EQ(aFileContent(file), before);
+        EXPECT_EQ(FileContent(file), before);
     }
 
     EXPECT_TRUE(document->Append(Page(2), {}));
@@ -152,7 +152,7 @@ TEST(TiffDocument, KeepsThePagesBeforeWhenTheDiskIsFullAndGoesOnAfterwards)
 TEST(TiffDocument, KeepsThePagesBeforeWhenTheProcessIsEnded)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("d.tif");
+    const std::string file = folder.Path("d.tif");
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
@@ -165,7 +165,7 @@ TEST(TiffDocument, KeepsThePagesBeforeWhenTheProcessIsEnded)
         setrlimit(RLIMIT_CORE, &no_core);
         setrlimit(RLIMIT_FSIZE, &limit);
         signal(SIGXFSZ, SIG_DFL);
-        ImageBuffer large = aPattern(2000, 500, 3);
+        ImageBuffer large = Pattern(2000, 500, 3);
         (void)document->Append(large, {});
         _exit(2);
     }
@@ -180,13 +180,13 @@ TEST(TiffDocument, KeepsThePagesBeforeWhenTheProcessIsEnded)
 TEST(TiffDocument, LeavesAnOlderFileWhenItsFirstPageFails)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("d.tif");
+    const std::string file = folder.Path("d.tif");
     WriteFileContent(file, {'o', 'l', 'd'});
     {
         const FullDisk full(2000);
         EXPECT_FALSE(TiffDocument::Begin(file, Page(1), {}));
     }
-    EXPECT_EQ(aFileContent(file), (std::vector<std::uint8_t>{'o', 'l', 'd'}));
+    EXPECT_EQ(FileContent(file), (std::vector<std::uint8_t>{'o', 'l', 'd'}));
     EXPECT_EQ(
         std::distance(std::filesystem::directory_iterator(std::filesystem::path(file).parent_path()), {}), 1);
 }
@@ -194,10 +194,10 @@ TEST(TiffDocument, LeavesAnOlderFileWhenItsFirstPageFails)
 TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
 {
     const TestFolder folder;
-    const std::string file = folder.sPath("d.tif");
+    const std::string file = folder.Path("d.tif");
     SaveSettings settings;
-    settings.objTexts.sTitle = "A title of more than eight bytes";
-    settings.objTexts.sEquipmentModel = "X-1000";
+    settings.texts.sTitle = "A title of more than eight bytes";
+    settings.texts.sEquipmentModel = "X-1000";
     ImageBuffer first = Page(0);
     first.dots_per_inch_x = first.dots_per_inch_y = 300;
     // A page counts as 8 MB and more, so the fourth is the first that may not fit.
@@ -205,7 +205,7 @@ TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
     const auto document = TiffDocument::Begin(file, first, settings, classic_end);
     ASSERT_TRUE(document);
     int pages = 1;
-    while (aFileContent(file)[2] == 42 && pages < 20) {
+    while (FileContent(file)[2] == 42 && pages < 20) {
         ASSERT_TRUE(document->Append(Page(pages), settings));
         ++pages;
         ASSERT_EQ(PagesIntact(file), pages);
@@ -215,9 +215,9 @@ TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
     ASSERT_TRUE(document->Append(Page(pages), settings));
 
     EXPECT_EQ(PagesIntact(file), pages + 1);
-    const auto bytes = aFileContent(file);
+    const auto bytes = FileContent(file);
     for (int i = 0; i <= pages; ++i) {
-        const auto image = aDecoded(kTiffCodec, bytes, i);
+        const auto image = Decoded(kTiffCodec, bytes, i);
         ASSERT_TRUE(image);
         const IfdReader exif(image->metadata.exif);
         const auto entries = exif.Entries(exif.FirstDirectory());
@@ -227,9 +227,9 @@ TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
         EXPECT_STREQ(reinterpret_cast<const char*>(image->metadata.exif.data() + model->value_offset),
                      "X-1000");
     }
-    EXPECT_DOUBLE_EQ(aDecoded(kTiffCodec, bytes)->dots_per_inch_x, 300);
+    EXPECT_DOUBLE_EQ(Decoded(kTiffCodec, bytes)->dots_per_inch_x, 300);
     std::string output;
-    EXPECT_TRUE(bRun("tiffinfo -D " + file, &output));
+    EXPECT_TRUE(RunCommand("tiffinfo -D " + file, &output));
     EXPECT_EQ(output.find("rror"), std::string::npos) << output;
     EXPECT_EQ(output.find("arning"), std::string::npos) << output;
 }

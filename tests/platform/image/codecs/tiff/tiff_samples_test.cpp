@@ -16,7 +16,7 @@ namespace
 std::vector<std::string> SampleNames(bool refused)
 {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(sSamplePath("tiff"))) {
+    for (const auto& entry : std::filesystem::directory_iterator(SamplePath("tiff"))) {
         const std::string name = entry.path().stem().string();
         if (entry.path().extension() == ".tif" && name.starts_with("refused") == refused)
             names.push_back(name);
@@ -28,7 +28,7 @@ std::vector<std::string> SampleNames(bool refused)
 // A PAM of 8 bits: grey, grey and alpha (which becomes B, G, R, A), R G B, R G B A.
 ImageBuffer ReadPam(const std::string& path)
 {
-    const auto bytes = aFileContent(path);
+    const auto bytes = FileContent(path);
     const std::string text(bytes.begin(), bytes.end());
     const std::size_t pixels = text.find("ENDHDR\n") + 7;
     std::istringstream head(text.substr(0, pixels));
@@ -88,29 +88,29 @@ std::string TestName(const testing::TestParamInfo<std::string>& info)
 
 TEST_P(TiffSamples, ShowTheirPictures)
 {
-    auto image = aDecoded(kTiffCodec, aFileContent(sSamplePath("tiff/" + GetParam() + ".tif")));
+    auto image = Decoded(kTiffCodec, FileContent(SamplePath("tiff/" + GetParam() + ".tif")));
 
     ASSERT_TRUE(image);
     FinishLoaded(*image);
-    const ImageBuffer expected = ReadPam(sSamplePath("tiff/" + GetParam() + ".pam"));
+    const ImageBuffer expected = ReadPam(SamplePath("tiff/" + GetParam() + ".pam"));
     EXPECT_EQ(image->width, expected.width);
     EXPECT_EQ(image->height, expected.height);
     EXPECT_EQ(image->channels, expected.channels);
-    EXPECT_LE(objDifference(*image, expected).lGreatest, Allowed(GetParam()));
+    EXPECT_LE(DifferenceBetween(*image, expected).greatest, Allowed(GetParam()));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TiffSamples, testing::ValuesIn(SampleNames(false)), TestName);
 
 TEST_P(RefusedTiffSamples, LeaveThePictureUntouched)
 {
-    const auto bytes = aFileContent(sSamplePath("tiff/" + GetParam() + ".tif"));
+    const auto bytes = FileContent(SamplePath("tiff/" + GetParam() + ".tif"));
     InputFile file{Bytes(bytes)};
-    ImageBuffer image = aPattern(3, 2, 1);
+    ImageBuffer image = Pattern(3, 2, 1);
 
-    const auto decoder = kTiffCodec.Open(file);
+    const auto decoder = kTiffCodec.open(file);
 
     EXPECT_FALSE(decoder && decoder->DecodeFrame(0, image));
-    EXPECT_EQ(image.bytes, aPattern(3, 2, 1).bytes);
+    EXPECT_EQ(image.bytes, Pattern(3, 2, 1).bytes);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, RefusedTiffSamples, testing::ValuesIn(SampleNames(true)), TestName);

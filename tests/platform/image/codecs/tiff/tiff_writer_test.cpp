@@ -26,7 +26,7 @@ using Block = std::vector<std::uint8_t>;
 SaveSettings Compression(std::int32_t compression)
 {
     SaveSettings settings;
-    settings.lTIFFCompression = compression;
+    settings.tiff_compression = compression;
     return settings;
 }
 
@@ -79,35 +79,35 @@ class WrittenTiff : public testing::TestWithParam<Way>
 protected:
     bool Fax() const { return GetParam().compression >= 2 && GetParam().compression <= 4; }
     // 83 is no multiple of 8; the picture is higher than one strip.
-    ImageBuffer Source() const { return aPattern(83, 1100, GetParam().channels); }
+    ImageBuffer Source() const { return Pattern(83, 1100, GetParam().channels); }
     ImageBuffer Expected() const { return Fax() ? BlackAndWhite(Source()) : Source(); }
-    Block File() const { return aEncoded(kTiffCodec, Source(), Compression(GetParam().compression)); }
+    Block File() const { return Encoded(kTiffCodec, Source(), Compression(GetParam().compression)); }
 };
 }  // namespace
 
 TEST_P(WrittenTiff, IsReadBackAsItWas)
 {
-    const auto image = aDecoded(kTiffCodec, File());
+    const auto image = Decoded(kTiffCodec, File());
 
     ASSERT_TRUE(image);
-    EXPECT_EQ(objDifference(*image, Expected()).lGreatest, 0);
+    EXPECT_EQ(DifferenceBetween(*image, Expected()).greatest, 0);
 }
 
 TEST_P(WrittenTiff, IsReadByOtherProgramsAsItWas)
 {
     const TestFolder folder;
-    WriteFileContent(folder.sPath("w.tif"), File());
+    WriteFileContent(folder.Path("w.tif"), File());
     const std::string form = Expected().channels == 1 ? "gray:" : Expected().channels == 3 ? "bgr:" : "bgra:";
     const auto same = [&](const std::string& program) {
         std::string output;
-        EXPECT_TRUE(bRun(program, &output)) << program << "\n" << output;
+        EXPECT_TRUE(RunCommand(program, &output)) << program << "\n" << output;
         EXPECT_EQ(output, "");
-        const Block read = aFileContent(folder.sPath("w.raw"));
+        const Block read = FileContent(folder.Path("w.raw"));
         const ImageBuffer image = Expected();
         return std::equal(read.begin(), read.end(), image.bytes.begin(), image.bytes.end());
     };
-    const std::string in = folder.sPath("w.tif");
-    const std::string out = folder.sPath("w.raw");
+    const std::string in = folder.Path("w.tif");
+    const std::string out = folder.Path("w.raw");
 
     EXPECT_TRUE(same(ImageMagick("convert") + " " + in + " -depth 8 " + form + out));
     EXPECT_TRUE(same("/usr/bin/python3 -c \"import sys; from PIL import Image; i = Image.open('" + in +
@@ -116,7 +116,7 @@ TEST_P(WrittenTiff, IsReadByOtherProgramsAsItWas)
                      "open('" +
                      out + "', 'wb').write(i.tobytes())\""));
     std::string info;
-    EXPECT_TRUE(bRun("tiffinfo -D " + in, &info));
+    EXPECT_TRUE(RunCommand("tiffinfo -D " + in, &info));
     for (const char* trouble : {"rror", "arning", "nknown"})
         EXPECT_EQ(info.find(trouble), std::string::npos) << info;
 }
@@ -157,7 +157,7 @@ TEST(TiffBlackAndWhite, TurnsAtHalfOfTheIntensity)
     for (int i = 0; i < 256; ++i)
         greys.bytes.push_back(static_cast<std::uint8_t>(i));
 
-    const auto image = aDecoded(kTiffCodec, aEncoded(kTiffCodec, greys, Compression(4)));
+    const auto image = Decoded(kTiffCodec, Encoded(kTiffCodec, greys, Compression(4)));
 
     ASSERT_TRUE(image);
     EXPECT_EQ(image->bytes[127], 0);
@@ -176,7 +176,7 @@ TEST(TiffLzw, IsReadBackAtEveryLengthAroundAFullTable)
         for (std::int32_t i = 0; i < width; ++i)
             noise.bytes.push_back(static_cast<std::uint8_t>(random()));
 
-        const auto image = aDecoded(kTiffCodec, aEncoded(kTiffCodec, noise, Compression(1)));
+        const auto image = Decoded(kTiffCodec, Encoded(kTiffCodec, noise, Compression(1)));
 
         ASSERT_TRUE(image) << width;
         ASSERT_EQ(image->bytes, noise.bytes) << width;
@@ -186,26 +186,26 @@ TEST(TiffLzw, IsReadBackAtEveryLengthAroundAFullTable)
 TEST(TiffLzw, IsNoLargerThanLibtiffs)
 {
     const TestFolder folder;
-    ImageBuffer image = aPattern(1200, 900, 3);
+    ImageBuffer image = Pattern(1200, 900, 3);
     std::mt19937 random(3);
     for (std::uint8_t& level : image.bytes)
         level = static_cast<std::uint8_t>(level + random() % 4);
-    WriteFileContent(folder.sPath("none.tif"), aEncoded(kTiffCodec, image, Compression(0)));
+    WriteFileContent(folder.Path("none.tif"), Encoded(kTiffCodec, image, Compression(0)));
 
-    const Block ours = aEncoded(kTiffCodec, image, Compression(1));
-    ASSERT_TRUE(bRun("tiffcp -c lzw:2 " + folder.sPath("none.tif") + " " + folder.sPath("theirs.tif")));
+    const Block ours = Encoded(kTiffCodec, image, Compression(1));
+    ASSERT_TRUE(RunCommand("tiffcp -c lzw:2 " + folder.Path("none.tif") + " " + folder.Path("theirs.tif")));
 
     // But for the tags, which say a little more.
-    EXPECT_LE(ours.size(), aFileContent(folder.sPath("theirs.tif")).size() + 100);
+    EXPECT_LE(ours.size(), FileContent(folder.Path("theirs.tif")).size() + 100);
 }
 
 TEST(TiffTexts, GoToTheirTags)
 {
     SaveSettings settings;
-    settings.objTexts = {
-        "A title", "Gr\xC3\xBC\xC3\x9F", "3/5/2024 1:02:03 PM", "Ann", "(c) Ann", "Cameras Ltd", "X-1"};
+    settings.texts = {"A title", "Gr\xC3\xBC\xC3\x9F", "3/5/2024 1:02:03 PM", "Ann", "(c) Ann", "Cameras Ltd",
+                      "X-1"};
 
-    const Block file = aEncoded(kTiffCodec, aPattern(4, 4, 3), settings);
+    const Block file = Encoded(kTiffCodec, Pattern(4, 4, 3), settings);
 
     EXPECT_EQ(TextOfTag(file, TIFFTAG_DOCUMENTNAME), "A title");
     EXPECT_EQ(TextOfTag(file, TIFFTAG_IMAGEDESCRIPTION), "Gr\xC3\xBC\xC3\x9F");
@@ -218,7 +218,7 @@ TEST(TiffTexts, GoToTheirTags)
 
 TEST(TiffTexts, ThatAreEmptyWriteNothing)
 {
-    const Block file = aEncoded(kTiffCodec, aPattern(4, 4, 3));
+    const Block file = Encoded(kTiffCodec, Pattern(4, 4, 3));
 
     for (const int tag : {TIFFTAG_DOCUMENTNAME, TIFFTAG_IMAGEDESCRIPTION, TIFFTAG_DATETIME, TIFFTAG_ARTIST,
                           TIFFTAG_COPYRIGHT, TIFFTAG_MAKE, TIFFTAG_MODEL, TIFFTAG_SOFTWARE, TIFFTAG_EXIFIFD,
@@ -229,51 +229,51 @@ TEST(TiffTexts, ThatAreEmptyWriteNothing)
 TEST(TiffMetadata, IsCarriedFromALoadToASave)
 {
     const TestFolder folder;
-    const std::string source = folder.sPath("source.jpg");
-    const std::string target = folder.sPath("target.tif");
-    sPython(
+    const std::string source = folder.Path("source.jpg");
+    const std::string target = folder.Path("target.tif");
+    Python(
         "import sys; from PIL import Image, TiffImagePlugin as T\n"
         "e = Image.Exif(); e[271] = 'Cameras Ltd'; e[274] = 6; e[0x8769] = e[0x8825] = 0\n"
         "e._ifds[0x8769] = {0x9003: '2024:03:05 10:20:30', 0x829A: T.IFDRational(1, 250)}\n"
         "e._ifds[0x8825] = {1: 'N', 2: (48.0, 10.0, 1.5)}\n"
         "Image.new('RGB', (9, 6), (50, 100, 200)).save(sys.argv[1], 'TIFF', exif=e, dpi=(300, 150))\n",
         source);
-    auto image = aDecoded(kTiffCodec, aFileContent(source));
+    auto image = Decoded(kTiffCodec, FileContent(source));
     ASSERT_TRUE(image);
     FinishLoaded(*image);
     ASSERT_EQ(image->width, 6);
-    image->icc_profile = aSwappedProfile();
+    image->icc_profile = SwappedProfile();
     image->metadata.xmp = {'<', 'x', '/', '>'};
     image->metadata.iptc = {0x1C, 2, 5, 0, 1, 'A'};
 
-    WriteFileContent(target, aEncoded(kTiffCodec, *image));
+    WriteFileContent(target, Encoded(kTiffCodec, *image));
 
-    const auto again = aDecoded(kTiffCodec, aFileContent(target));
+    const auto again = Decoded(kTiffCodec, FileContent(target));
     ASSERT_TRUE(again);
-    EXPECT_EQ(again->icc_profile, aSwappedProfile());
+    EXPECT_EQ(again->icc_profile, SwappedProfile());
     EXPECT_EQ(again->metadata.xmp, image->metadata.xmp);
     EXPECT_EQ(again->metadata.iptc, image->metadata.iptc);
     EXPECT_DOUBLE_EQ(again->dots_per_inch_x, 150);
     EXPECT_DOUBLE_EQ(again->dots_per_inch_y, 300);
     EXPECT_EQ(
-        sPython("import sys; from PIL import Image\n"
-                "i = Image.open(sys.argv[1]); e = i.getexif(); s = e.get_ifd(0x8769); g = e.get_ifd(0x8825)\n"
-                "print(e[271], e[274], s[0x9003], float(s[0x829A]), g[1], [float(v) for v in g[2]], "
-                "i.info['dpi'], len(i.info['icc_profile']))",
-                target),
+        Python("import sys; from PIL import Image\n"
+               "i = Image.open(sys.argv[1]); e = i.getexif(); s = e.get_ifd(0x8769); g = e.get_ifd(0x8825)\n"
+               "print(e[271], e[274], s[0x9003], float(s[0x829A]), g[1], [float(v) for v in g[2]], "
+               "i.info['dpi'], len(i.info['icc_profile']))",
+               target),
         "Cameras Ltd 1 2024:03:05 10:20:30 0.004 N [48.0, 10.0, 1.5] (150.0, 300.0) " +
-            std::to_string(aSwappedProfile().size()) + "\n");
+            std::to_string(SwappedProfile().size()) + "\n");
 }
 
 TEST(TiffProfile, OfColoursIsLeftOutOfBlackAndWhite)
 {
-    ImageBuffer image = aPattern(9, 9, 3);
-    image.icc_profile = aSwappedProfile();
+    ImageBuffer image = Pattern(9, 9, 3);
+    image.icc_profile = SwappedProfile();
 
-    const auto colours = aDecoded(kTiffCodec, aEncoded(kTiffCodec, image, Compression(1)));
+    const auto colours = Decoded(kTiffCodec, Encoded(kTiffCodec, image, Compression(1)));
     ASSERT_TRUE(colours);
-    EXPECT_EQ(colours->icc_profile, aSwappedProfile());
-    const Block black_and_white_file = aEncoded(kTiffCodec, image, Compression(4));
+    EXPECT_EQ(colours->icc_profile, SwappedProfile());
+    const Block black_and_white_file = Encoded(kTiffCodec, image, Compression(4));
     InputFile file{Bytes(black_and_white_file)};
     const auto header = ReadTiffHeader(file);
     ASSERT_TRUE(header);
@@ -283,32 +283,32 @@ TEST(TiffProfile, OfColoursIsLeftOutOfBlackAndWhite)
 TEST(BigTiff, IsWrittenForWhatAClassicFileCannotHold)
 {
     const TestFolder folder;
-    ImageBuffer image = aPattern(300, 200, 3);
+    ImageBuffer image = Pattern(300, 200, 3);
     image.dots_per_inch_x = image.dots_per_inch_y = 72;
-    OutputFile out(folder.sPath("big.tif"));
+    OutputFile out(folder.Path("big.tif"));
     TiffPagePlace place;
     SaveSettings settings = Compression(1);
-    settings.objTexts.sTitle = "Large";
+    settings.texts.sTitle = "Large";
 
     ASSERT_TRUE(WriteTiffFile(out, image, settings, {true, false, 0}, place) && out.Commit());
 
-    const Block file = aFileContent(folder.sPath("big.tif"));
+    const Block file = FileContent(folder.Path("big.tif"));
     EXPECT_EQ(file[2], 43);
-    const auto read = aDecoded(kTiffCodec, file);
+    const auto read = Decoded(kTiffCodec, file);
     ASSERT_TRUE(read);
     EXPECT_EQ(read->bytes, image.bytes);
     EXPECT_DOUBLE_EQ(read->dots_per_inch_x, 72);
     EXPECT_EQ(TextOfTag(file, TIFFTAG_DOCUMENTNAME), "Large");
     std::string info;
-    EXPECT_TRUE(bRun("tiffinfo -D " + folder.sPath("big.tif"), &info));
+    EXPECT_TRUE(RunCommand("tiffinfo -D " + folder.Path("big.tif"), &info));
     EXPECT_NE(info.find("Compression Scheme: LZW"), std::string::npos) << info;
     EXPECT_EQ(info.find("arning"), std::string::npos) << info;
 }
 
 TEST(BigTiff, IsChosenBySizeAlone)
 {
-    ImageBuffer image = aPattern(300, 200, 3);
+    ImageBuffer image = Pattern(300, 200, 3);
     EXPECT_LT(MaxPageBytes(image), kClassicEnd);
     EXPECT_GT(MaxPageBytes(image), image.bytes.size() * 3 / 2);
-    EXPECT_EQ(aEncoded(kTiffCodec, image)[2], 42);
+    EXPECT_EQ(Encoded(kTiffCodec, image)[2], 42);
 }

@@ -7,7 +7,7 @@ static constexpr std::array<std::int32_t, 4> kAll{0, 0, 40, 40};
 
 static const Dib& FourColors()
 {
-    static const Dib kDib = objDib24(2, {kRed, kGreen, kBlue, kYellow});
+    static const Dib kDib = Dib24(2, {kRed, kGreen, kBlue, kYellow});
     return kDib;
 }
 
@@ -15,37 +15,36 @@ static const Dib& FourColors()
 static EmfMaker HalfRed()
 {
     EmfMaker maker(40, 40);
-    return maker.Brush(1, kRed).Select(kNullPen).Record(Emr::Rectangle, {0, 0, 20, 40});
+    return maker.Brush(1, kRed).Select(kNullPen).Record(Emr::kRectangle, {0, 0, 20, 40});
 }
 
 TEST(EmfStretchDibits, CopiesPixelByPixel)
 {
-    const ImageBuffer image = aPlayed(EmfMaker(40, 40).StretchDib(FourColors(), {5, 6, 2, 2}, {0, 0, 2, 2}));
+    const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {5, 6, 2, 2}, {0, 0, 2, 2}));
 
-    EXPECT_EQ(nColorAt(image, 5, 6), kRed);
-    EXPECT_EQ(nColorAt(image, 6, 6), kGreen);
-    EXPECT_EQ(nColorAt(image, 5, 7), kBlue);
-    EXPECT_EQ(nColorAt(image, 6, 7), kYellow);
-    EXPECT_EQ(nCountOf(image, kWhite, kAll), 1596);
+    EXPECT_EQ(ColorAt(image, 5, 6), kRed);
+    EXPECT_EQ(ColorAt(image, 6, 6), kGreen);
+    EXPECT_EQ(ColorAt(image, 5, 7), kBlue);
+    EXPECT_EQ(ColorAt(image, 6, 7), kYellow);
+    EXPECT_EQ(CountOf(image, kWhite, kAll), 1596);
 }
 
 TEST(EmfStretchDibits, EnlargesToBlocks)
 {
-    const ImageBuffer image =
-        aPlayed(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2}));
+    const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2}));
 
     for (const std::uint32_t color : {kRed, kGreen, kBlue, kYellow})
-        EXPECT_EQ(nCountOf(image, color, kAll), 400);
+        EXPECT_EQ(CountOf(image, color, kAll), 400);
 }
 
 TEST(EmfStretchDibits, SmoothsWhenAHalftoneIsAskedFor)
 {
     EmfMaker maker(40, 40);
-    maker.Record(Emr::SetStretchBltMode, {4}).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2});
-    const ImageBuffer image = aPlayed(maker);
+    maker.Record(Emr::kSetStretchBltMode, {4}).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nColorAt(image, 0, 0), kRed);
-    EXPECT_NEAR(nColorAt(image, 20, 0) & 255, 128, 12);
+    EXPECT_EQ(ColorAt(image, 0, 0), kRed);
+    EXPECT_NEAR(ColorAt(image, 20, 0) & 255, 128, 12);
 }
 
 TEST(EmfStretchDibits, AveragesWhenItShrinks)
@@ -54,68 +53,67 @@ TEST(EmfStretchDibits, AveragesWhenItShrinks)
     for (std::size_t n = 0; n < 400 * 400; ++n)
         checks.push_back((n + n / 400) % 2 == 0 ? kBlack : kWhite);
     const ImageBuffer image =
-        aPlayed(EmfMaker(40, 40).StretchDib(objDib24(400, checks), {0, 0, 40, 40}, {0, 0, 400, 400}));
+        Played(EmfMaker(40, 40).StretchDib(Dib24(400, checks), {0, 0, 40, 40}, {0, 0, 400, 400}));
 
-    EXPECT_NEAR(nColorAt(image, 20, 20) & 255, 128, 3);
-    EXPECT_NEAR(nColorAt(image, 1, 38) & 255, 128, 3);
+    EXPECT_NEAR(ColorAt(image, 20, 20) & 255, 128, 3);
+    EXPECT_NEAR(ColorAt(image, 1, 38) & 255, 128, 3);
 }
 
 TEST(EmfStretchDibits, CountsTheRowsOfItsSourceFromTheBottom)
 {
-    const ImageBuffer image = aPlayed(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 2, 1}, {0, 0, 2, 1}));
+    const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 2, 1}, {0, 0, 2, 1}));
 
-    EXPECT_EQ(nColorAt(image, 0, 0), kBlue);
-    EXPECT_EQ(nColorAt(image, 1, 0), kYellow);
+    EXPECT_EQ(ColorAt(image, 0, 0), kBlue);
+    EXPECT_EQ(ColorAt(image, 1, 0), kYellow);
 }
 
 TEST(EmfStretchDibits, MirrorsForSizesBelowNought)
 {
     const ImageBuffer image =
-        aPlayed(EmfMaker(40, 40).StretchDib(FourColors(), {20, 20, -2, 2}, {0, 0, 2, 2}));
+        Played(EmfMaker(40, 40).StretchDib(FourColors(), {20, 20, -2, 2}, {0, 0, 2, 2}));
 
-    EXPECT_EQ(nColorAt(image, 18, 20), kGreen);
-    EXPECT_EQ(nColorAt(image, 19, 20), kRed);
-    EXPECT_EQ(nColorAt(image, 18, 21), kYellow);
+    EXPECT_EQ(ColorAt(image, 18, 20), kGreen);
+    EXPECT_EQ(ColorAt(image, 19, 20), kRed);
+    EXPECT_EQ(ColorAt(image, 18, 21), kYellow);
 }
 
 TEST(EmfStretchDibits, LeavesOutWhatTheSourceDoesNotHave)
 {
-    const ImageBuffer image =
-        aPlayed(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 4, 4}));
+    const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 4, 4}));
 
-    EXPECT_EQ(nCountOf(image, kWhite, kAll), 1200);
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 100);
+    EXPECT_EQ(CountOf(image, kWhite, kAll), 1200);
+    EXPECT_EQ(CountOf(image, kRed, kAll), 100);
 }
 
 TEST(EmfStretchDibits, TurnsWithTheWorld)
 {
     EmfMaker maker(40, 40);
     maker.World(0, 0, 1, -1, 0, 40, 0).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2});
-    const ImageBuffer image = aPlayed(maker);  // a quarter turn with the clock
+    const ImageBuffer image = Played(maker);  // a quarter turn with the clock
 
-    EXPECT_EQ(nColorAt(image, 30, 10), kRed);
-    EXPECT_EQ(nColorAt(image, 30, 30), kGreen);
-    EXPECT_EQ(nColorAt(image, 10, 10), kBlue);
+    EXPECT_EQ(ColorAt(image, 30, 10), kRed);
+    EXPECT_EQ(ColorAt(image, 30, 30), kGreen);
+    EXPECT_EQ(ColorAt(image, 10, 10), kBlue);
 }
 
 TEST(EmfStretchDibits, InStripsLeavesNoSeam)
 {
     EmfMaker maker(40, 40);
-    maker.Record(Emr::SetMapMode, {8})
-        .Record(Emr::SetWindowExt, {700, 700})
-        .Record(Emr::SetViewportExt, {40, 40});
-    const Dib strip = objDib24(7, std::vector<std::uint32_t>(7, kBlue));
+    maker.Record(Emr::kSetMapMode, {8})
+        .Record(Emr::kSetWindowExt, {700, 700})
+        .Record(Emr::kSetViewportExt, {40, 40});
+    const Dib strip = Dib24(7, std::vector<std::uint32_t>(7, kBlue));
     for (std::int32_t y = 0; y < 700; y += 7)
         maker.StretchDib(strip, {0, y, 700, 7}, {0, 0, 7, 1});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kBlue, kAll), 1600);
+    EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 1600);
 }
 
 TEST(EmfStretchDibits, CombinesByItsRasterOperation)
 {
-    const Dib grey = objDib24(1, {0x0F0F0F});
+    const Dib grey = Dib24(1, {0x0F0F0F});
     const auto result = [&](std::uint32_t rop) {
-        return nColorAt(aPlayed(HalfRed().StretchDib(grey, {0, 0, 40, 40}, {0, 0, 1, 1}, rop)), 10, 10);
+        return ColorAt(Played(HalfRed().StretchDib(grey, {0, 0, 40, 40}, {0, 0, 1, 1}, rop)), 10, 10);
     };
 
     EXPECT_EQ(result(kSrcAnd), 0x00000Fu);
@@ -126,27 +124,27 @@ TEST(EmfStretchDibits, CombinesByItsRasterOperation)
 TEST(EmfBitBlt, WithoutABitmapPaintsThePattern)
 {
     const auto result = [](std::uint32_t rop) {
-        return aPlayed(HalfRed().Brush(2, kBlue).Transfer(Emr::BitBlt, {10, 10, 20, 20}, rop, {0, 0}, {}));
+        return Played(HalfRed().Brush(2, kBlue).Transfer(Emr::kBitBlt, {10, 10, 20, 20}, rop, {0, 0}, {}));
     };
 
-    EXPECT_EQ(nCountOf(result(kPatCopy), kBlue, kAll), 400);
-    EXPECT_EQ(nCountOf(result(kBlackness), kBlack, kAll), 400);
-    EXPECT_EQ(nCountOf(result(kWhiteness), kRed, kAll), 600);
-    EXPECT_EQ(nColorAt(result(kDstInvert), 15, 15), kWhite ^ kRed);
-    EXPECT_EQ(nColorAt(result(kDstInvert), 25, 15), kBlack);
-    EXPECT_EQ(nColorAt(result(kPatInvert), 15, 15), kRed ^ kBlue);
+    EXPECT_EQ(CountOf(result(kPatCopy), kBlue, kAll), 400);
+    EXPECT_EQ(CountOf(result(kBlackness), kBlack, kAll), 400);
+    EXPECT_EQ(CountOf(result(kWhiteness), kRed, kAll), 600);
+    EXPECT_EQ(ColorAt(result(kDstInvert), 15, 15), kWhite ^ kRed);
+    EXPECT_EQ(ColorAt(result(kDstInvert), 25, 15), kBlack);
+    EXPECT_EQ(ColorAt(result(kPatInvert), 15, 15), kRed ^ kBlue);
 }
 
 TEST(EmfBitBlt, TakesItsSourceFromTheTop)
 {
     EmfMaker maker(40, 40);
-    maker.Transfer(Emr::BitBlt, {3, 4, 2, 1}, kSrcCopy, {0, 0}, FourColors());
-    maker.Transfer(Emr::BitBlt, {10, 4, 1, 1}, kSrcCopy, {1, 1}, FourColors());
-    const ImageBuffer image = aPlayed(maker);
+    maker.Transfer(Emr::kBitBlt, {3, 4, 2, 1}, kSrcCopy, {0, 0}, FourColors());
+    maker.Transfer(Emr::kBitBlt, {10, 4, 1, 1}, kSrcCopy, {1, 1}, FourColors());
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nColorAt(image, 3, 4), kRed);
-    EXPECT_EQ(nColorAt(image, 4, 4), kGreen);
-    EXPECT_EQ(nColorAt(image, 10, 4), kYellow);
+    EXPECT_EQ(ColorAt(image, 3, 4), kRed);
+    EXPECT_EQ(ColorAt(image, 4, 4), kGreen);
+    EXPECT_EQ(ColorAt(image, 10, 4), kYellow);
 }
 
 TEST(EmfBitBlt, UsesThePatternWhereTheOperationDoes)
@@ -154,108 +152,105 @@ TEST(EmfBitBlt, UsesThePatternWhereTheOperationDoes)
     EmfMaker maker(40, 40);
     maker.Brush(1, kRed);
     // Pattern where the source is white, otherwise the picture: the usual way to colour a mask.
-    maker.Transfer(Emr::BitBlt, {0, 0, 4, 1}, 0x00E20746, {0, 0}, objDib1({"#.#."}, kBlack, kWhite));
-    const ImageBuffer image = aPlayed(maker);
+    maker.Transfer(Emr::kBitBlt, {0, 0, 4, 1}, 0x00E20746, {0, 0}, Dib1({"#.#."}, kBlack, kWhite));
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nColorAt(image, 0, 0), kRed);
-    EXPECT_EQ(nColorAt(image, 1, 0), kWhite);
-    EXPECT_EQ(nColorAt(image, 2, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 0, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 1, 0), kWhite);
+    EXPECT_EQ(ColorAt(image, 2, 0), kRed);
 }
 
 TEST(EmfStretchBlt, ScalesAPartOfTheSource)
 {
     EmfMaker maker(40, 40);
-    maker.Transfer(Emr::StretchBlt, {0, 0, 20, 20}, kSrcCopy, {1, 0}, FourColors(), {1, 2});
-    const ImageBuffer image = aPlayed(maker);
+    maker.Transfer(Emr::kStretchBlt, {0, 0, 20, 20}, kSrcCopy, {1, 0}, FourColors(), {1, 2});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nCountOf(image, kGreen, kAll), 200);
-    EXPECT_EQ(nCountOf(image, kYellow, kAll), 200);
+    EXPECT_EQ(CountOf(image, kGreen, kAll), 200);
+    EXPECT_EQ(CountOf(image, kYellow, kAll), 200);
 }
 
 TEST(EmfSetDibitsToDevice, TakesTheRowsThatAreThere)
 {
     ByteMaker data;
     // A bitmap of 2 by 4 pixels, of which the rows 1 and 2 from the bottom come along.
-    const Dib rows = objDib24(2, {kRed, kGreen, kBlue, kYellow});
-    std::vector<std::uint8_t> header = rows.objHeader.aBytes();
+    const Dib rows = Dib24(2, {kRed, kGreen, kBlue, kYellow});
+    std::vector<std::uint8_t> header = rows.header.Data();
     header[8] = 4;
-    data.Zeros(16)
-        .U32Le({10, 10, 0, 0, 2, 4, 76, 40, 116, 16, 0, 1, 2})
-        .All(header)
-        .All(rows.objBits.aBytes());
-    const ImageBuffer image = aPlayed(EmfMaker(40, 40).Record(Emr::SetDibitsToDevice, data));
+    data.Zeros(16).U32Le({10, 10, 0, 0, 2, 4, 76, 40, 116, 16, 0, 1, 2}).All(header).All(rows.bits.Data());
+    const ImageBuffer image = Played(EmfMaker(40, 40).Record(Emr::kSetDibitsToDevice, data));
 
-    EXPECT_EQ(nColorAt(image, 10, 10), kWhite);
-    EXPECT_EQ(nColorAt(image, 10, 11), kRed);
-    EXPECT_EQ(nColorAt(image, 11, 12), kYellow);
-    EXPECT_EQ(nColorAt(image, 10, 13), kWhite);
+    EXPECT_EQ(ColorAt(image, 10, 10), kWhite);
+    EXPECT_EQ(ColorAt(image, 10, 11), kRed);
+    EXPECT_EQ(ColorAt(image, 11, 12), kYellow);
+    EXPECT_EQ(ColorAt(image, 10, 13), kWhite);
 }
 
 TEST(EmfMaskBlt, ChoosesTheOperationByTheMask)
 {
-    const Dib source = objDib24(4, {kRed, kRed, kRed, kRed});
-    const Dib mask = objDib1({"#.#."}, kBlack, kWhite);
+    const Dib source = Dib24(4, {kRed, kRed, kRed, kRed});
+    const Dib mask = Dib1({"#.#."}, kBlack, kWhite);
     ByteMaker data;
     const auto one = std::bit_cast<std::uint32_t>(1.0f);
     data.Zeros(16).U32Le({0, 0, 4, 1, 0xAACC0020, 0, 0, one, 0, 0, one, 0, 0, kWhite, 0});
     data.U32Le({128, 40, 168, 12, 0, 0, 0, 180, 48, 228, 4});
-    data.All(source.objHeader.aBytes()).All(source.objBits.aBytes());
-    data.All(mask.objHeader.aBytes()).All(mask.objBits.aBytes());
-    const ImageBuffer image = aPlayed(EmfMaker(40, 40).Record(Emr::MaskBlt, data));
+    data.All(source.header.Data()).All(source.bits.Data());
+    data.All(mask.header.Data()).All(mask.bits.Data());
+    const ImageBuffer image = Played(EmfMaker(40, 40).Record(Emr::kMaskBlt, data));
 
-    EXPECT_EQ(nColorAt(image, 0, 0), kRed);
-    EXPECT_EQ(nColorAt(image, 1, 0), kWhite);
-    EXPECT_EQ(nColorAt(image, 2, 0), kRed);
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 2);
+    EXPECT_EQ(ColorAt(image, 0, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 1, 0), kWhite);
+    EXPECT_EQ(ColorAt(image, 2, 0), kRed);
+    EXPECT_EQ(CountOf(image, kRed, kAll), 2);
 }
 
 TEST(EmfPlgBlt, FillsAParallelogram)
 {
-    const Dib source = objDib24(1, {kRed});
+    const Dib source = Dib24(1, {kRed});
     ByteMaker data;
     const auto one = std::bit_cast<std::uint32_t>(1.0f);
     data.Zeros(16).U32Le({20, 0, 40, 20, 0, 20});  // on its corner
     data.U32Le({0, 0, 1, 1, one, 0, 0, one, 0, 0, kWhite, 0, 140, 40, 180, 4, 0, 0, 0, 0, 0, 0, 0});
-    data.All(source.objHeader.aBytes()).All(source.objBits.aBytes());
-    const ImageBuffer image = aPlayed(EmfMaker(40, 40).Record(Emr::PlgBlt, data));
+    data.All(source.header.Data()).All(source.bits.Data());
+    const ImageBuffer image = Played(EmfMaker(40, 40).Record(Emr::kPlgBlt, data));
 
-    EXPECT_EQ(nColorAt(image, 20, 20), kRed);
-    EXPECT_EQ(nColorAt(image, 20, 38), kRed);
-    EXPECT_EQ(nColorAt(image, 3, 3), kWhite);
-    EXPECT_EQ(nColorAt(image, 38, 38), kWhite);
+    EXPECT_EQ(ColorAt(image, 20, 20), kRed);
+    EXPECT_EQ(ColorAt(image, 20, 38), kRed);
+    EXPECT_EQ(ColorAt(image, 3, 3), kWhite);
+    EXPECT_EQ(ColorAt(image, 38, 38), kWhite);
 }
 
 TEST(EmfAlphaBlend, MixesByAConstant)
 {
     EmfMaker maker(40, 40);
-    maker.Transfer(Emr::AlphaBlend, {0, 0, 40, 40}, 0x00800000, {0, 0}, objDib24(1, {kBlack}), {1, 1});
+    maker.Transfer(Emr::kAlphaBlend, {0, 0, 40, 40}, 0x00800000, {0, 0}, Dib24(1, {kBlack}), {1, 1});
 
-    EXPECT_NEAR(nColorAt(aPlayed(maker), 20, 20) & 255, 127, 1);
+    EXPECT_NEAR(ColorAt(Played(maker), 20, 20) & 255, 127, 1);
 }
 
 TEST(EmfAlphaBlend, MixesByTheBitmapsOwnAlpha)
 {
     EmfMaker maker(40, 40);
     // Opaque red, nothing, and half of blue, which is stored multiplied.
-    const Dib dib = objDib32(3, {0xFF000000 | kRed, 0, 0x80800000});
-    maker.Transfer(Emr::AlphaBlend, {0, 0, 3, 1}, 0x01FF0000, {0, 0}, dib, {3, 1});
-    const ImageBuffer image = aPlayed(maker);
+    const Dib dib = Dib32(3, {0xFF000000 | kRed, 0, 0x80800000});
+    maker.Transfer(Emr::kAlphaBlend, {0, 0, 3, 1}, 0x01FF0000, {0, 0}, dib, {3, 1});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nColorAt(image, 0, 0), kRed);
-    EXPECT_EQ(nColorAt(image, 1, 0), kWhite);
-    EXPECT_EQ(nColorAt(image, 2, 0) >> 16, 0xFFu);
-    EXPECT_NEAR(nColorAt(image, 2, 0) & 255, 127, 1);
+    EXPECT_EQ(ColorAt(image, 0, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 1, 0), kWhite);
+    EXPECT_EQ(ColorAt(image, 2, 0) >> 16, 0xFFu);
+    EXPECT_NEAR(ColorAt(image, 2, 0) & 255, 127, 1);
 }
 
 TEST(EmfTransparentBlt, LeavesOutOneColour)
 {
     EmfMaker maker = HalfRed();
-    maker.Transfer(Emr::TransparentBlt, {0, 0, 20, 20}, kGreen, {0, 0}, FourColors(), {2, 2});
-    const ImageBuffer image = aPlayed(maker);
+    maker.Transfer(Emr::kTransparentBlt, {0, 0, 20, 20}, kGreen, {0, 0}, FourColors(), {2, 2});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nColorAt(image, 15, 5), kRed);  // the picture's own, where the bitmap is green
-    EXPECT_EQ(nCountOf(image, kGreen, kAll), 0);
-    EXPECT_EQ(nColorAt(image, 5, 15), kBlue);
+    EXPECT_EQ(ColorAt(image, 15, 5), kRed);  // the picture's own, where the bitmap is green
+    EXPECT_EQ(CountOf(image, kGreen, kAll), 0);
+    EXPECT_EQ(ColorAt(image, 5, 15), kBlue);
 }
 
 TEST(EmfBitmap, OfPaletteIndexesTakesTheSelectedPalette)
@@ -263,12 +258,12 @@ TEST(EmfBitmap, OfPaletteIndexesTakesTheSelectedPalette)
     EmfMaker maker(40, 40);
     ByteMaker palette;
     palette.U32Le({5}).U16Le({0x300, 2}).U8({255, 0, 0, 0, 0, 0, 255, 0});
-    maker.Record(Emr::CreatePalette, palette).Record(Emr::SelectPalette, {5});
+    maker.Record(Emr::kCreatePalette, palette).Record(Emr::kSelectPalette, {5});
     ByteMaker data;
     data.Zeros(16).U32Le({0, 0, 0, 0, 2, 1, 80, 44, 124, 4, 1, kSrcCopy, 2, 1});
     data.U32Le({40, 2, 1}).U16Le({1, 1}).Zeros(24).U16Le({1, 0}).U8({0x40, 0, 0, 0});
-    const ImageBuffer image = aPlayed(maker.Record(Emr::StretchDibits, data));
+    const ImageBuffer image = Played(maker.Record(Emr::kStretchDibits, data));
 
-    EXPECT_EQ(nColorAt(image, 0, 0), kBlue);
-    EXPECT_EQ(nColorAt(image, 1, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 0, 0), kBlue);
+    EXPECT_EQ(ColorAt(image, 1, 0), kRed);
 }

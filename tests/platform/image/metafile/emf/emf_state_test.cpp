@@ -13,66 +13,66 @@ static EmfMaker Filled(std::uint32_t color)
 TEST(EmfWindow, IsMappedOnTheViewport)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::SetMapMode, {8})
-        .Record(Emr::SetWindowOrg, {100, 100})
-        .Record(Emr::SetWindowExt, {200, 400});
-    maker.Record(Emr::SetViewportOrg, {10, 0}).Record(Emr::SetViewportExt, {20, 40});
-    const ImageBuffer image = aPlayed(maker.Record(Emr::Rectangle, {100, 100, 200, 200}));
+    maker.Record(Emr::kSetMapMode, {8})
+        .Record(Emr::kSetWindowOrg, {100, 100})
+        .Record(Emr::kSetWindowExt, {200, 400});
+    maker.Record(Emr::kSetViewportOrg, {10, 0}).Record(Emr::kSetViewportExt, {20, 40});
+    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {100, 100, 200, 200}));
 
-    EXPECT_EQ(aInk(image), (std::array<std::int32_t, 4>{10, 0, 20, 10}));
+    EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{10, 0, 20, 10}));
 }
 
 TEST(EmfWindow, MayBeMirrored)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::SetMapMode, {8})
-        .Record(Emr::SetWindowExt, {40, -40})
-        .Record(Emr::SetViewportExt, {40, 40});
-    maker.Record(Emr::SetViewportOrg, {0, 40});
-    const ImageBuffer image = aPlayed(maker.Record(Emr::Rectangle, {0, 0, 10, 10}));
+    maker.Record(Emr::kSetMapMode, {8})
+        .Record(Emr::kSetWindowExt, {40, -40})
+        .Record(Emr::kSetViewportExt, {40, 40});
+    maker.Record(Emr::kSetViewportOrg, {0, 40});
+    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10}));
 
-    EXPECT_EQ(aInk(image), (std::array<std::int32_t, 4>{0, 30, 10, 40}));
+    EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 30, 10, 40}));
 }
 
 TEST(EmfWindow, CanBeScaled)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::SetMapMode, {8})
-        .Record(Emr::SetWindowExt, {40, 40})
-        .Record(Emr::SetViewportExt, {40, 40});
-    maker.Record(Emr::ScaleWindowExt, {2, 1, 2, 1}).Record(Emr::ScaleViewportExt, {1, 2, 1, 2});
-    const ImageBuffer image = aPlayed(maker.Record(Emr::Rectangle, {0, 0, 40, 40}));
+    maker.Record(Emr::kSetMapMode, {8})
+        .Record(Emr::kSetWindowExt, {40, 40})
+        .Record(Emr::kSetViewportExt, {40, 40});
+    maker.Record(Emr::kScaleWindowExt, {2, 1, 2, 1}).Record(Emr::kScaleViewportExt, {1, 2, 1, 2});
+    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
 
-    EXPECT_EQ(aInk(image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
+    EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
 }
 
 TEST(EmfMapMode, IsotropicKeepsSquaresSquare)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::SetMapMode, {7})
-        .Record(Emr::SetWindowExt, {10, 10})
-        .Record(Emr::SetViewportExt, {40, 20});
+    maker.Record(Emr::kSetMapMode, {7})
+        .Record(Emr::kSetWindowExt, {10, 10})
+        .Record(Emr::kSetViewportExt, {40, 20});
 
-    EXPECT_EQ(aInk(aPlayed(maker.Record(Emr::Rectangle, {0, 0, 10, 10}))),
+    EXPECT_EQ(InkBounds(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10}))),
               (std::array<std::int32_t, 4>{0, 0, 20, 20}));
 }
 
 TEST(EmfMapMode, OfTenthsOfAMillimetreCountsUpwards)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::SetMapMode, {2}).Record(Emr::SetViewportOrg, {0, 40});
+    maker.Record(Emr::kSetMapMode, {2}).Record(Emr::kSetViewportOrg, {0, 40});
     // 5.08 mm are 19.2 pixels at 96 an inch.
-    const ImageBuffer image = aPlayed(maker.Record(Emr::Rectangle, {0, 0, 51, 51}));
+    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 51, 51}));
 
-    EXPECT_EQ(aInk(image), (std::array<std::int32_t, 4>{0, 21, 19, 40}));
+    EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 21, 19, 40}));
 }
 
 TEST(EmfMapMode, OfTextLeavesTheExtentsAlone)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::SetWindowExt, {4000, 4000}).Record(Emr::SetViewportExt, {40, 40});
+    maker.Record(Emr::kSetWindowExt, {4000, 4000}).Record(Emr::kSetViewportExt, {40, 40});
 
-    EXPECT_EQ(aInk(aPlayed(maker.Record(Emr::Rectangle, {5, 5, 10, 10}))),
+    EXPECT_EQ(InkBounds(Played(maker.Record(Emr::kRectangle, {5, 5, 10, 10}))),
               (std::array<std::int32_t, 4>{5, 5, 10, 10}));
 }
 
@@ -81,7 +81,7 @@ TEST(EmfWorldTransform, MovesScalesAndTurns)
     EmfMaker maker = Filled(kRed);
     maker.World(0, 0, 2, -2, 0, 30, 5);  // twice the size, a quarter turn, then moved
 
-    EXPECT_EQ(aInk(aPlayed(maker.Record(Emr::Rectangle, {0, 0, 10, 5}))),
+    EXPECT_EQ(InkBounds(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 5}))),
               (std::array<std::int32_t, 4>{20, 5, 30, 25}));
 }
 
@@ -90,7 +90,7 @@ TEST(EmfWorldTransform, IsMultipliedFromEitherSide)
     const auto place = [](std::uint32_t mode) {
         EmfMaker maker = Filled(kRed);
         maker.World(0, 2, 0, 0, 2, 0, 0).World(mode, 1, 0, 0, 1, 5, 5);
-        return aInk(aPlayed(maker.Record(Emr::Rectangle, {0, 0, 5, 5})));
+        return InkBounds(Played(maker.Record(Emr::kRectangle, {0, 0, 5, 5})));
     };
 
     EXPECT_EQ(place(2), (std::array<std::int32_t, 4>{10, 10, 20, 20}));  // moved before it is scaled
@@ -102,28 +102,28 @@ TEST(EmfWorldTransform, IsMultipliedFromEitherSide)
 TEST(EmfRestoreDc, BringsBackWhatWasSaved)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::SaveDc).Brush(2, kBlue).World(0, 1, 0, 0, 1, 20, 20).Record(Emr::SaveDc);
-    maker.Brush(3, kGreen).Record(Emr::RestoreDc, {-2}).Record(Emr::Rectangle, {0, 0, 10, 10});
-    const ImageBuffer image = aPlayed(maker);
+    maker.Record(Emr::kSaveDc).Brush(2, kBlue).World(0, 1, 0, 0, 1, 20, 20).Record(Emr::kSaveDc);
+    maker.Brush(3, kGreen).Record(Emr::kRestoreDc, {-2}).Record(Emr::kRectangle, {0, 0, 10, 10});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nCountOf(image, kRed, {0, 0, 10, 10}), 100);
-    EXPECT_EQ(nCountOf(image, kWhite, kAll), 1500);
+    EXPECT_EQ(CountOf(image, kRed, {0, 0, 10, 10}), 100);
+    EXPECT_EQ(CountOf(image, kWhite, kAll), 1500);
 }
 
 TEST(EmfRestoreDc, OfAStateThatWasNotSavedChangesNothing)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::RestoreDc, {-1}).Record(Emr::RestoreDc, {7}).Record(Emr::RestoreDc, {0});
+    maker.Record(Emr::kRestoreDc, {-1}).Record(Emr::kRestoreDc, {7}).Record(Emr::kRestoreDc, {0});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker.Record(Emr::Rectangle, {0, 0, 10, 10})), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
 }
 
 TEST(EmfRop2, CombinesPenAndPictureBitByBit)
 {
     const auto result = [](std::int32_t rop2) {
         EmfMaker maker = Filled(0x00FF00);
-        maker.Record(Emr::Rectangle, {0, 0, 40, 40}).Brush(2, 0x0F0FF0).Record(Emr::SetRop2, {rop2});
-        return nColorAt(aPlayed(maker.Record(Emr::Rectangle, {10, 10, 30, 30})), 20, 20);
+        maker.Record(Emr::kRectangle, {0, 0, 40, 40}).Brush(2, 0x0F0FF0).Record(Emr::kSetRop2, {rop2});
+        return ColorAt(Played(maker.Record(Emr::kRectangle, {10, 10, 30, 30})), 20, 20);
     };
     constexpr std::uint32_t kOld = 0x00FF00, kPen = 0x0F0FF0, kAllBits = 0xFFFFFF;
 
@@ -148,67 +148,70 @@ TEST(EmfRop2, CombinesPenAndPictureBitByBit)
 TEST(EmfRop2, OfExclusiveOrTwiceIsNothing)
 {
     EmfMaker maker = Filled(0x5500AA);
-    maker.Record(Emr::SetRop2, {7});
-    maker.Record(Emr::Ellipse, {5, 5, 35, 35}).Record(Emr::Ellipse, {5, 5, 35, 35});
+    maker.Record(Emr::kSetRop2, {7});
+    maker.Record(Emr::kEllipse, {5, 5, 35, 35}).Record(Emr::kEllipse, {5, 5, 35, 35});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kWhite, kAll), 1600);
+    EXPECT_EQ(CountOf(Played(maker), kWhite, kAll), 1600);
 }
 
 TEST(EmfBrush, HatchesOnTheBackground)
 {
     EmfMaker maker(40, 40);
-    maker.Record(Emr::SetBkColor, {static_cast<std::int32_t>(kYellow)}).Select(kNullPen).Brush(1, kRed, 2, 0);
-    const ImageBuffer image = aPlayed(maker.Record(Emr::Rectangle, {0, 0, 40, 40}));
+    maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kYellow)})
+        .Select(kNullPen)
+        .Brush(1, kRed, 2, 0);
+    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
 
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 5 * 40);  // one row in eight
-    EXPECT_EQ(nCountOf(image, kYellow, kAll), 35 * 40);
+    EXPECT_EQ(CountOf(image, kRed, kAll), 5 * 40);  // one row in eight
+    EXPECT_EQ(CountOf(image, kYellow, kAll), 35 * 40);
 }
 
 TEST(EmfBrush, HatchesLeaveATransparentBackgroundAlone)
 {
     EmfMaker maker(40, 40);
-    maker.Record(Emr::SetBkMode, {1}).Select(kNullPen).Brush(1, kRed, 2, 5);
-    const ImageBuffer image = aPlayed(maker.Record(Emr::Rectangle, {0, 0, 40, 40}));
+    maker.Record(Emr::kSetBkMode, {1}).Select(kNullPen).Brush(1, kRed, 2, 5);
+    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
 
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 25 * 16);
-    EXPECT_EQ(nCountOf(image, kWhite, kAll), 1600 - 25 * 16);
+    EXPECT_EQ(CountOf(image, kRed, kAll), 25 * 16);
+    EXPECT_EQ(CountOf(image, kWhite, kAll), 1600 - 25 * 16);
 }
 
 static EmfMaker WithPattern(std::uint32_t type, const Dib& dib)
 {
     EmfMaker maker(40, 40);
-    const auto header = static_cast<std::uint32_t>(dib.objHeader.nSize());
+    const auto header = static_cast<std::uint32_t>(dib.header.Size());
     ByteMaker data;
-    data.U32Le({1, 0, 32, header, 32 + header, static_cast<std::uint32_t>(dib.objBits.nSize())});
-    data.All(dib.objHeader.aBytes()).All(dib.objBits.aBytes());
+    data.U32Le({1, 0, 32, header, 32 + header, static_cast<std::uint32_t>(dib.bits.Size())});
+    data.All(dib.header.Data()).All(dib.bits.Data());
     maker.Select(kNullPen).Record(type, data).Select(1);
     return maker;
 }
 
 TEST(EmfPatternBrush, RepeatsItsBitmapFromTheBrushOrigin)
 {
-    EmfMaker maker = WithPattern(Emr::CreateDibBrush, objDib24(2, {kRed, kGreen, kBlue, kYellow}));
-    maker.Record(Emr::SetBrushOrg, {1, 0});
-    const ImageBuffer image = aPlayed(maker.Record(Emr::Rectangle, {0, 0, 20, 20}));
+    EmfMaker maker = WithPattern(Emr::kCreateDibBrush, Dib24(2, {kRed, kGreen, kBlue, kYellow}));
+    maker.Record(Emr::kSetBrushOrg, {1, 0});
+    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 20, 20}));
 
-    EXPECT_EQ(nColorAt(image, 1, 0), kRed);
-    EXPECT_EQ(nColorAt(image, 0, 0), kGreen);
-    EXPECT_EQ(nColorAt(image, 1, 1), kBlue);
-    EXPECT_EQ(nColorAt(image, 12, 17), kYellow);
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 100);
+    EXPECT_EQ(ColorAt(image, 1, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 0, 0), kGreen);
+    EXPECT_EQ(ColorAt(image, 1, 1), kBlue);
+    EXPECT_EQ(ColorAt(image, 12, 17), kYellow);
+    EXPECT_EQ(CountOf(image, kRed, kAll), 100);
 }
 
 TEST(EmfMonoBrush, TakesTheColoursOfTextAndBackground)
 {
-    EmfMaker maker = WithPattern(Emr::CreateMonoBrush, objDib1({"#...", "...."}, kBlack, kWhite));
-    maker.Record(Emr::SetTextColor, {static_cast<std::int32_t>(kRed)});
-    maker.Record(Emr::SetBkColor, {static_cast<std::int32_t>(kBlue)}).Record(Emr::Rectangle, {0, 0, 8, 8});
-    maker.Record(Emr::SetBkColor, {static_cast<std::int32_t>(kGreen)}).Record(Emr::Rectangle, {8, 0, 16, 8});
-    const ImageBuffer image = aPlayed(maker);
+    EmfMaker maker = WithPattern(Emr::kCreateMonoBrush, Dib1({"#...", "...."}, kBlack, kWhite));
+    maker.Record(Emr::kSetTextColor, {static_cast<std::int32_t>(kRed)});
+    maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kBlue)}).Record(Emr::kRectangle, {0, 0, 8, 8});
+    maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kGreen)})
+        .Record(Emr::kRectangle, {8, 0, 16, 8});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 2 * 56);
-    EXPECT_EQ(nCountOf(image, kBlue, {0, 0, 8, 8}), 8);
-    EXPECT_EQ(nCountOf(image, kGreen, {8, 0, 16, 8}), 8);
+    EXPECT_EQ(CountOf(image, kRed, kAll), 2 * 56);
+    EXPECT_EQ(CountOf(image, kBlue, {0, 0, 8, 8}), 8);
+    EXPECT_EQ(CountOf(image, kGreen, {8, 0, 16, 8}), 8);
 }
 
 TEST(EmfPalette, GivesIndexedColours)
@@ -218,21 +221,21 @@ TEST(EmfPalette, GivesIndexedColours)
     palette.U32Le({5}).U16Le({0x300, 2}).U8({10, 20, 30, 0, 40, 50, 60, 0});
     ByteMaker change;
     change.U32Le({5, 1, 1}).U8({70, 80, 90, 0});
-    maker.Select(kNullPen).Record(Emr::CreatePalette, palette).Record(Emr::SelectPalette, {5});
-    maker.Brush(1, 0x01000001).Record(Emr::Rectangle, {0, 0, 10, 10});
-    maker.Record(Emr::SetPaletteEntries, change).Record(Emr::Rectangle, {10, 0, 20, 10});
-    const ImageBuffer image = aPlayed(maker);
+    maker.Select(kNullPen).Record(Emr::kCreatePalette, palette).Record(Emr::kSelectPalette, {5});
+    maker.Brush(1, 0x01000001).Record(Emr::kRectangle, {0, 0, 10, 10});
+    maker.Record(Emr::kSetPaletteEntries, change).Record(Emr::kRectangle, {10, 0, 20, 10});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nColorAt(image, 5, 5), 40u | 50u << 8 | 60u << 16);
-    EXPECT_EQ(nColorAt(image, 15, 5), 70u | 80u << 8 | 90u << 16);
+    EXPECT_EQ(ColorAt(image, 5, 5), 40u | 50u << 8 | 60u << 16);
+    EXPECT_EQ(ColorAt(image, 15, 5), 70u | 80u << 8 | 90u << 16);
 }
 
 TEST(EmfObjects, ThatAreDeletedFreeTheirPlace)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(Emr::DeleteObject, {1}).Brush(1, kBlue).Record(Emr::Rectangle, {0, 0, 10, 10});
+    maker.Record(Emr::kDeleteObject, {1}).Brush(1, kBlue).Record(Emr::kRectangle, {0, 0, 10, 10});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kBlue, kAll), 100);
+    EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
 }
 
 TEST(EmfObjects, ThatDoNotExistChangeNothing)
@@ -241,15 +244,15 @@ TEST(EmfObjects, ThatDoNotExistChangeNothing)
     maker.Select(17)
         .Select(12345)
         .Select(static_cast<std::int32_t>(0x80000063))
-        .Record(Emr::DeleteObject, {999});
+        .Record(Emr::kDeleteObject, {999});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker.Record(Emr::Rectangle, {0, 0, 10, 10})), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
 }
 
 TEST(EmfRecords, ThatAreUnknownAreLeftOut)
 {
     EmfMaker maker = Filled(kRed);
-    maker.Record(4711, {1, 2, 3}).Record(Emr::Comment, {4, 0x12345678}).Record(98, {1});
+    maker.Record(4711, {1, 2, 3}).Record(Emr::kComment, {4, 0x12345678}).Record(98, {1});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker.Record(Emr::Rectangle, {0, 0, 10, 10})), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
 }

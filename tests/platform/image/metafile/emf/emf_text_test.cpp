@@ -7,7 +7,7 @@ using Box = std::array<std::int32_t, 4>;
 static EmfMaker Writing(std::int32_t height = -20)
 {
     EmfMaker maker(200, 100);
-    return maker.Record(Emr::SetBkMode, {1}).Font(1, height, u"Arial");
+    return maker.Record(Emr::kSetBkMode, {1}).Font(1, height, u"Arial");
 }
 
 static std::int32_t Width(const Box& box)
@@ -22,7 +22,7 @@ static std::int32_t Height(const Box& box)
 
 TEST(EmfText, StandsBelowItsReferencePoint)
 {
-    const Box box = aInk(aPlayed(Writing().Text(50, 30, u"Hg")));
+    const Box box = InkBounds(Played(Writing().Text(50, 30, u"Hg")));
 
     EXPECT_GE(box[0], 49);
     EXPECT_LE(box[0], 54);
@@ -35,7 +35,7 @@ TEST(EmfText, StandsBelowItsReferencePoint)
 TEST(EmfText, IsAlignedToTheRightTheMiddleAndTheBaseLine)
 {
     const auto of = [](std::int32_t align) {
-        return aInk(aPlayed(Writing().Record(Emr::SetTextAlign, {align}).Text(100, 50, u"HHHH")));
+        return InkBounds(Played(Writing().Record(Emr::kSetTextAlign, {align}).Text(100, 50, u"HHHH")));
     };
 
     EXPECT_NEAR(of(2)[2], 100, 4);
@@ -47,8 +47,8 @@ TEST(EmfText, IsAlignedToTheRightTheMiddleAndTheBaseLine)
 
 TEST(EmfText, TakesTheHeightOfTheCellOrOfTheLetters)
 {
-    const std::int32_t letters = Height(aInk(aPlayed(Writing(-40).Text(10, 10, u"H"))));
-    const std::int32_t cell = Height(aInk(aPlayed(Writing(40).Text(10, 10, u"H"))));
+    const std::int32_t letters = Height(InkBounds(Played(Writing(-40).Text(10, 10, u"H"))));
+    const std::int32_t cell = Height(InkBounds(Played(Writing(40).Text(10, 10, u"H"))));
 
     EXPECT_NEAR(letters, 29, 3);
     EXPECT_LT(cell, letters - 1);
@@ -56,8 +56,8 @@ TEST(EmfText, TakesTheHeightOfTheCellOrOfTheLetters)
 
 TEST(EmfText, FollowsTheDistancesOfTheRecord)
 {
-    const Box wide = aInk(aPlayed(Writing().Text(10, 10, u"lll", {50, 50, 10})));
-    const Box own = aInk(aPlayed(Writing().Text(10, 10, u"lll")));
+    const Box wide = InkBounds(Played(Writing().Text(10, 10, u"lll", {50, 50, 10})));
+    const Box own = InkBounds(Played(Writing().Text(10, 10, u"lll")));
 
     EXPECT_NEAR(Width(wide), Width(own) + 2 * 50 - 2 * 4, 6);
 }
@@ -65,39 +65,39 @@ TEST(EmfText, FollowsTheDistancesOfTheRecord)
 TEST(EmfText, IsDrawnInItsColour)
 {
     EmfMaker maker = Writing(-60);
-    maker.Record(Emr::SetTextColor, {static_cast<std::int32_t>(kRed)}).Text(10, 10, u"H");
+    maker.Record(Emr::kSetTextColor, {static_cast<std::int32_t>(kRed)}).Text(10, 10, u"H");
 
-    EXPECT_GT(nCountOf(aPlayed(maker), kRed, {0, 0, 200, 100}), 100);
+    EXPECT_GT(CountOf(Played(maker), kRed, {0, 0, 200, 100}), 100);
 }
 
 TEST(EmfText, LaysItsBackgroundWhenThatIsOpaque)
 {
     EmfMaker maker = Writing();
-    maker.Record(Emr::SetBkMode, {2}).Record(Emr::SetBkColor, {static_cast<std::int32_t>(kYellow)});
-    const ImageBuffer image = aPlayed(maker.Text(10, 10, u"il", {40, 40}));
+    maker.Record(Emr::kSetBkMode, {2}).Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kYellow)});
+    const ImageBuffer image = Played(maker.Text(10, 10, u"il", {40, 40}));
 
-    EXPECT_EQ(aInk(image)[0], 10);
-    EXPECT_EQ(aInk(image)[2], 90);
-    EXPECT_EQ(aInk(image)[1], 10);
-    EXPECT_EQ(nColorAt(image, 80, 20), kYellow);
+    EXPECT_EQ(InkBounds(image)[0], 10);
+    EXPECT_EQ(InkBounds(image)[2], 90);
+    EXPECT_EQ(InkBounds(image)[1], 10);
+    EXPECT_EQ(ColorAt(image, 80, 20), kYellow);
 }
 
 TEST(EmfText, FillsAndClipsToItsBox)
 {
     EmfMaker maker = Writing(-60);
-    maker.Record(Emr::SetBkColor, {static_cast<std::int32_t>(kGreen)});
-    const ImageBuffer image = aPlayed(maker.Text(0, 0, u"HHHHH", {}, 6, {20, 20, 60, 40}));
+    maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kGreen)});
+    const ImageBuffer image = Played(maker.Text(0, 0, u"HHHHH", {}, 6, {20, 20, 60, 40}));
 
-    EXPECT_EQ(aInk(image), (Box{20, 20, 60, 40}));
-    EXPECT_GT(nCountOf(image, kGreen, {20, 20, 60, 40}), 50);
-    EXPECT_GT(nCountOf(image, kBlack, {20, 20, 60, 40}), 50);
+    EXPECT_EQ(InkBounds(image), (Box{20, 20, 60, 40}));
+    EXPECT_GT(CountOf(image, kGreen, {20, 20, 60, 40}), 50);
+    EXPECT_GT(CountOf(image, kBlack, {20, 20, 60, 40}), 50);
 }
 
 TEST(EmfText, ClimbsByItsEscapement)
 {
     EmfMaker maker(200, 100);
-    maker.Record(Emr::SetBkMode, {1}).Font(1, -20, u"Arial", 900);
-    const Box box = aInk(aPlayed(maker.Text(50, 90, u"HHHH")));
+    maker.Record(Emr::kSetBkMode, {1}).Font(1, -20, u"Arial", 900);
+    const Box box = InkBounds(Played(maker.Text(50, 90, u"HHHH")));
 
     EXPECT_GT(Height(box), 40);
     EXPECT_LT(Width(box), 20);
@@ -110,11 +110,11 @@ TEST(EmfText, StaysUprightWhenThePageIsMirrored)
     EmfMaker plain = Writing(-40);
     plain.Text(20, 20, u"L");
     EmfMaker mirrored(200, 100);
-    mirrored.Record(Emr::SetMapMode, {8}).Record(Emr::SetWindowExt, {200, -100});
-    mirrored.Record(Emr::SetViewportExt, {200, 100}).Record(Emr::SetViewportOrg, {0, 100});
-    mirrored.Record(Emr::SetBkMode, {1}).Font(1, -40, u"Arial").Text(20, 80, u"L");
+    mirrored.Record(Emr::kSetMapMode, {8}).Record(Emr::kSetWindowExt, {200, -100});
+    mirrored.Record(Emr::kSetViewportExt, {200, 100}).Record(Emr::kSetViewportOrg, {0, 100});
+    mirrored.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Arial").Text(20, 80, u"L");
 
-    EXPECT_EQ(aPlayed(mirrored).bytes, aPlayed(plain).bytes);
+    EXPECT_EQ(Played(mirrored).bytes, Played(plain).bytes);
 }
 
 TEST(EmfText, TurnsWithTheWorld)
@@ -122,15 +122,15 @@ TEST(EmfText, TurnsWithTheWorld)
     EmfMaker maker = Writing();
     maker.World(0, 0, 1, -1, 0, 100, 10);
 
-    EXPECT_GT(Height(aInk(aPlayed(maker.Text(0, 0, u"HHHH")))), 40);
+    EXPECT_GT(Height(InkBounds(Played(maker.Text(0, 0, u"HHHH")))), 40);
 }
 
 TEST(EmfText, MovesThePositionWhenTheAlignmentSaysSo)
 {
     EmfMaker maker = Writing();
-    maker.Record(Emr::SetTextAlign, {1}).Record(Emr::MoveTo, {10, 10});
+    maker.Record(Emr::kSetTextAlign, {1}).Record(Emr::kMoveTo, {10, 10});
     maker.Text(150, 80, u"H", {50}).Text(150, 80, u"H", {50});
-    const Box box = aInk(aPlayed(maker));
+    const Box box = InkBounds(Played(maker));
 
     EXPECT_LT(box[0], 15);
     EXPECT_NEAR(box[2], 75, 4);
@@ -141,8 +141,8 @@ TEST(EmfText, CanBeUnderlinedAndStruckOut)
 {
     const auto ink = [](std::uint32_t styles) {
         EmfMaker maker(200, 100);
-        maker.Record(Emr::SetBkMode, {1}).Font(1, -40, u"Arial", 0, 400, styles).Text(10, 10, u"i", {150});
-        return Width(aInk(aPlayed(maker)));
+        maker.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Arial", 0, 400, styles).Text(10, 10, u"i", {150});
+        return Width(InkBounds(Played(maker)));
     };
 
     EXPECT_LT(ink(0), 10);
@@ -154,8 +154,8 @@ TEST(EmfText, CanBeBold)
 {
     const auto ink = [](std::int32_t weight) {
         EmfMaker maker(200, 100);
-        maker.Record(Emr::SetBkMode, {1}).Font(1, -60, u"Arial", 0, weight).Text(10, 10, u"HI");
-        return nCountOf(aPlayed(maker), kBlack, {0, 0, 200, 100});
+        maker.Record(Emr::kSetBkMode, {1}).Font(1, -60, u"Arial", 0, weight).Text(10, 10, u"HI");
+        return CountOf(Played(maker), kBlack, {0, 0, 200, 100});
     };
 
     EXPECT_GT(ink(700), ink(400) * 5 / 4);
@@ -164,14 +164,14 @@ TEST(EmfText, CanBeBold)
 TEST(EmfText, FindsAFontThatHasTheCharacter)
 {
     // Arial's substitutes have no such arrow or have it: in either case there must be ink.
-    EXPECT_GT(Width(aInk(aPlayed(Writing().Text(10, 10, u"\u21d4")))), 5);
+    EXPECT_GT(Width(InkBounds(Played(Writing().Text(10, 10, u"\u21d4")))), 5);
 }
 
 TEST(EmfText, OfTheSymbolFontIsGreek)
 {
     EmfMaker symbol(200, 100);
-    symbol.Record(Emr::SetBkMode, {1}).Font(1, -40, u"Symbol").Text(10, 10, u"l");
-    const Box lambda = aInk(aPlayed(symbol));
+    symbol.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Symbol").Text(10, 10, u"l");
+    const Box lambda = InkBounds(Played(symbol));
 
     EXPECT_GT(Width(lambda), 12);  // a Latin l is a third of that
 }
@@ -179,8 +179,8 @@ TEST(EmfText, OfTheSymbolFontIsGreek)
 TEST(EmfText, MayNameGlyphsOfAFontThatIsNotThere)
 {
     // Glyph 43 of the fonts of that system is H.
-    const Box glyph = aInk(aPlayed(Writing().Text(10, 10, u"\u002b", {}, 0x10)));
-    const Box letter = aInk(aPlayed(Writing().Text(10, 10, u"H")));
+    const Box glyph = InkBounds(Played(Writing().Text(10, 10, u"\u002b", {}, 0x10)));
+    const Box letter = InkBounds(Played(Writing().Text(10, 10, u"H")));
 
     EXPECT_EQ(glyph, letter);
 }
@@ -195,29 +195,29 @@ TEST(EmfText, CanBeSmallRecordsAndManyInOne)
     many.U32Le({24, 10, 1, 120, 0}).Zeros(16).U32Le({0});
     many.U16Le({'H', 0});
 
-    const Box two = aInk(aPlayed(Writing().Text(10, 10, u"HH")));
-    EXPECT_EQ(aInk(aPlayed(Writing().Record(Emr::SmallTextOut, small))), two);
-    EXPECT_NEAR(Width(aInk(aPlayed(Writing().Record(Emr::PolyTextOutW, many)))), Width(two), 2);
+    const Box two = InkBounds(Played(Writing().Text(10, 10, u"HH")));
+    EXPECT_EQ(InkBounds(Played(Writing().Record(Emr::kSmallTextOut, small))), two);
+    EXPECT_NEAR(Width(InkBounds(Played(Writing().Record(Emr::kPolyTextOutW, many)))), Width(two), 2);
 }
 
 TEST(EmfText, OfBytesGoesThroughTheCodePageOfItsFont)
 {
     EmfMaker maker(200, 100);
-    maker.Record(Emr::SetBkMode, {1}).Font(1, -40, u"Arial", 0, 400, 204u << 24);  // Russian
+    maker.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Arial", 0, 400, 204u << 24);  // Russian
     ByteMaker data;
     data.Zeros(16).U32Le({1, 0, 0, 10, 10, 1, 76, 0}).Zeros(16).U32Le({0}).U8({0xC6});  // Zhe
-    maker.Record(Emr::ExtTextOutA, data);
+    maker.Record(Emr::kExtTextOutA, data);
 
-    EXPECT_EQ(aInk(aPlayed(maker)), aInk(aPlayed(Writing(-40).Text(10, 10, u"\u0416"))));
+    EXPECT_EQ(InkBounds(Played(maker)), InkBounds(Played(Writing(-40).Text(10, 10, u"\u0416"))));
 }
 
 TEST(EmfText, BecomesPartOfAPath)
 {
     EmfMaker maker = Writing(-60);
-    maker.Record(Emr::BeginPath).Text(10, 10, u"H").Record(Emr::EndPath).Record(Emr::SelectClipPath, {5});
-    maker.Brush(2, kRed).Select(kNullPen).Record(Emr::Rectangle, {0, 0, 200, 100});
-    const ImageBuffer image = aPlayed(maker);
+    maker.Record(Emr::kBeginPath).Text(10, 10, u"H").Record(Emr::kEndPath).Record(Emr::kSelectClipPath, {5});
+    maker.Brush(2, kRed).Select(kNullPen).Record(Emr::kRectangle, {0, 0, 200, 100});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_GT(nCountOf(image, kRed, {0, 0, 200, 100}), 300);
-    EXPECT_GT(nCountOf(image, kWhite, {0, 0, 200, 100}), 15000);
+    EXPECT_GT(CountOf(image, kRed, {0, 0, 200, 100}), 300);
+    EXPECT_GT(CountOf(image, kWhite, {0, 0, 200, 100}), 15000);
 }

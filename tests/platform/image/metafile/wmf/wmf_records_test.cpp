@@ -70,29 +70,29 @@ static WmfMaker Lined()
 
 TEST(WmfPicture, HasTheSizeOfItsPlaceableHeader)
 {
-    const ImageBuffer image = aPlayed(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
+    const ImageBuffer image = Played(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
 
     EXPECT_EQ(image.width, 192);
     EXPECT_EQ(image.height, 96);
     EXPECT_EQ(image.channels, 3);
     EXPECT_EQ(image.dots_per_inch_x, 96);
-    EXPECT_EQ(nCountOf(image, kWhite, {0, 0, 192, 96}), 192 * 96);
+    EXPECT_EQ(CountOf(image, kWhite, {0, 0, 192, 96}), 192 * 96);
 }
 
 TEST(WmfPicture, WithoutThatHeaderHasTheSizeOfItsWindow)
 {
     const ImageBuffer image =
-        aPlayed(WmfMaker().Record(kSetWindowExt, {50, 70}).Record(kSetPixel, {255, 0, 0, 0}));
+        Played(WmfMaker().Record(kSetWindowExt, {50, 70}).Record(kSetPixel, {255, 0, 0, 0}));
 
     EXPECT_EQ(image.width, 70);
     EXPECT_EQ(image.height, 50);
     EXPECT_EQ(image.dots_per_inch_x, 0);
-    EXPECT_EQ(nColorAt(image, 0, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 0, 0), kRed);
 }
 
 TEST(WmfPicture, OfAFineWindowWithoutUnitsIsKeptAtSensiblePixels)
 {
-    const ImageBuffer image = aPlayed(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
+    const ImageBuffer image = Played(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
 
     EXPECT_EQ(image.width, 4096);
     EXPECT_EQ(image.height, 2048);
@@ -102,60 +102,60 @@ TEST(WmfPicture, WithoutAnyWindowIsAsLargeAsWhatIsDrawn)
 {
     WmfMaker maker;
     maker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1).Record(kRectangle, {60, 90, 10, 30});
-    const ImageBuffer image = aPlayed(maker.Record(kRectangle, {20, 100, 10, 80}));
+    const ImageBuffer image = Played(maker.Record(kRectangle, {20, 100, 10, 80}));
 
     EXPECT_EQ(image.width, 70);
     EXPECT_EQ(image.height, 50);
-    EXPECT_EQ(nColorAt(image, 0, 0), kRed);
-    EXPECT_EQ(nColorAt(image, 65, 5), kRed);
-    EXPECT_EQ(nColorAt(image, 65, 30), kWhite);
+    EXPECT_EQ(ColorAt(image, 0, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 65, 5), kRed);
+    EXPECT_EQ(ColorAt(image, 65, 30), kWhite);
 }
 
 TEST(WmfPicture, WithoutAnythingIsRefused)
 {
-    EXPECT_FALSE(aDecoded(kWmfCodec, WmfMaker().Record(kSetBkMode, {1}).aFile()).has_value());
+    EXPECT_FALSE(Decoded(kWmfCodec, WmfMaker().Record(kSetBkMode, {1}).File()).has_value());
 }
 
 TEST(WmfRectangle, EndsBeforeItsLastRow)
 {
     WmfMaker maker = Filled(kRed);
-    const ImageBuffer filled = aPlayed(maker.Record(kRectangle, {30, 25, 10, 5}));
-    const ImageBuffer drawn = aPlayed(Lined().Brush(kRed).Select(0).Record(kRectangle, {30, 25, 10, 5}));
+    const ImageBuffer filled = Played(maker.Record(kRectangle, {30, 25, 10, 5}));
+    const ImageBuffer drawn = Played(Lined().Brush(kRed).Select(0).Record(kRectangle, {30, 25, 10, 5}));
 
-    EXPECT_EQ(nCountOf(filled, kRed, kAll), 400);
-    EXPECT_EQ(aInk(drawn), (Box{5, 10, 25, 30}));
-    EXPECT_EQ(nCountOf(drawn, kBlack, kAll), 76);
-    EXPECT_EQ(nCountOf(drawn, kRed, kAll), 18 * 18);
+    EXPECT_EQ(CountOf(filled, kRed, kAll), 400);
+    EXPECT_EQ(InkBounds(drawn), (Box{5, 10, 25, 30}));
+    EXPECT_EQ(CountOf(drawn, kBlack, kAll), 76);
+    EXPECT_EQ(CountOf(drawn, kRed, kAll), 18 * 18);
 }
 
 TEST(WmfLines, GoFromPointToPoint)
 {
     WmfMaker maker = Lined();
     maker.Record(kMoveTo, {5, 5}).Record(kLineTo, {5, 20}).Record(kPolyline, {2, 5, 30, 20, 30});
-    const ImageBuffer image = aPlayed(maker);
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nCountOf(image, kBlack, {5, 5, 21, 6}), 16);
-    EXPECT_EQ(nCountOf(image, kBlack, {5, 30, 21, 31}), 16);
+    EXPECT_EQ(CountOf(image, kBlack, {5, 5, 21, 6}), 16);
+    EXPECT_EQ(CountOf(image, kBlack, {5, 30, 21, 31}), 16);
 }
 
 TEST(WmfShapes, AreFilled)
 {
-    EXPECT_EQ(nCountOf(aPlayed(Filled(kRed).Record(kPolygon, {4, 5, 5, 25, 5, 25, 25, 5, 25})), kRed, kAll),
+    EXPECT_EQ(CountOf(Played(Filled(kRed).Record(kPolygon, {4, 5, 5, 25, 5, 25, 25, 5, 25})), kRed, kAll),
               400);
-    EXPECT_EQ(aInk(aPlayed(Filled(kRed).Record(kEllipse, {35, 35, 5, 5}))), (Box{5, 5, 35, 35}));
-    EXPECT_EQ(nColorAt(aPlayed(Filled(kRed).Record(kRoundRect, {20, 20, 35, 35, 5, 5})), 5, 5), kWhite);
-    EXPECT_EQ(nCountOf(aPlayed(Filled(kRed).Record(kPolyPolygon, {2, 4, 4, 5, 5, 35, 5, 35, 35, 5, 35, 15, 15,
-                                                                  25, 15, 25, 25, 15, 25})),
-                       kRed, kAll),
+    EXPECT_EQ(InkBounds(Played(Filled(kRed).Record(kEllipse, {35, 35, 5, 5}))), (Box{5, 5, 35, 35}));
+    EXPECT_EQ(ColorAt(Played(Filled(kRed).Record(kRoundRect, {20, 20, 35, 35, 5, 5})), 5, 5), kWhite);
+    EXPECT_EQ(CountOf(Played(Filled(kRed).Record(kPolyPolygon, {2, 4, 4, 5, 5, 35, 5, 35, 35, 5, 35, 15, 15,
+                                                                25, 15, 25, 25, 15, 25})),
+                      kRed, kAll),
               800);
 }
 
 TEST(WmfPie, RunsAgainstTheClockFromItsFirstRay)
 {
-    const ImageBuffer image = aPlayed(Filled(kRed).Record(kPie, {0, 20, 20, 40, 40, 40, 0, 0}));
+    const ImageBuffer image = Played(Filled(kRed).Record(kPie, {0, 20, 20, 40, 40, 40, 0, 0}));
 
-    EXPECT_EQ(nColorAt(image, 28, 12), kRed);
-    EXPECT_EQ(nColorAt(image, 12, 28), kWhite);
+    EXPECT_EQ(ColorAt(image, 28, 12), kRed);
+    EXPECT_EQ(ColorAt(image, 12, 28), kWhite);
 }
 
 TEST(WmfWindow, MovesAndScalesTheRest)
@@ -165,11 +165,11 @@ TEST(WmfWindow, MovesAndScalesTheRest)
     maker.Record(kSetMapMode, {8}).Record(kSetWindowOrg, {100, 100}).Record(kSetWindowExt, {400, 400});
     maker.Record(kRectangle, {200, 200, 100, 100}).Record(kOffsetWindowOrg, {-200, -200});
     maker.Record(kRectangle, {200, 200, 100, 100});
-    const ImageBuffer image = aPlayed(maker);
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nCountOf(image, kRed, {0, 0, 10, 10}), 100);
-    EXPECT_EQ(nCountOf(image, kRed, {20, 20, 30, 30}), 100);
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 200);
+    EXPECT_EQ(CountOf(image, kRed, {0, 0, 10, 10}), 100);
+    EXPECT_EQ(CountOf(image, kRed, {20, 20, 30, 30}), 100);
+    EXPECT_EQ(CountOf(image, kRed, kAll), 200);
 }
 
 TEST(WmfViewport, IsThePictureWhateverScreenItNames)
@@ -177,7 +177,7 @@ TEST(WmfViewport, IsThePictureWhateverScreenItNames)
     WmfMaker maker = Filled(kRed);
     maker.Record(kSetViewportExt, {768, 1024}).Record(kRectangle, {20, 20, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kRed, {0, 0, 20, 20}), 400);
+    EXPECT_EQ(CountOf(Played(maker), kRed, {0, 0, 20, 20}), 400);
 }
 
 TEST(WmfState, IsSavedAndRestored)
@@ -186,7 +186,7 @@ TEST(WmfState, IsSavedAndRestored)
     maker.Record(kSaveDc).Brush(kBlue).Select(2).Record(kIntersectClipRect, {5, 5, 0, 0});
     maker.Record(kRestoreDc, {-1}).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Played(maker), kRed, kAll), 100);
 }
 
 TEST(WmfClip, IsIntersectedExcludedAndMoved)
@@ -194,10 +194,10 @@ TEST(WmfClip, IsIntersectedExcludedAndMoved)
     WmfMaker maker = Filled(kRed);
     maker.Record(kIntersectClipRect, {20, 20, 0, 0}).Record(kExcludeClipRect, {10, 10, 5, 5});
     maker.Record(kOffsetClip, {10, 5}).Record(kRectangle, {40, 40, 0, 0});
-    const ImageBuffer image = aPlayed(maker);
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(aInk(image), (Box{5, 10, 25, 30}));
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 375);
+    EXPECT_EQ(InkBounds(image), (Box{5, 10, 25, 30}));
+    EXPECT_EQ(CountOf(image, kRed, kAll), 375);
 }
 
 TEST(WmfObjects, TakeTheFirstPlaceThatIsFree)
@@ -205,7 +205,7 @@ TEST(WmfObjects, TakeTheFirstPlaceThatIsFree)
     WmfMaker maker = Filled(kRed);
     maker.Record(kDeleteObject, {0}).Brush(kBlue).Select(0).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kBlue, kAll), 100);
+    EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
 }
 
 TEST(WmfObjects, ThatDrawNothingTakeAPlaceToo)
@@ -213,16 +213,16 @@ TEST(WmfObjects, ThatDrawNothingTakeAPlaceToo)
     WmfMaker maker = Filled(kRed);
     maker.Record(kCreatePalette, {0x300, 1, 0, 0}).Brush(kBlue).Select(3).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kBlue, kAll), 100);
+    EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
 }
 
 TEST(WmfRop2, InvertsTwiceToNothing)
 {
     WmfMaker maker = Filled(kRed);
     maker.Record(kSetRop2, {6}).Record(kRectangle, {30, 30, 0, 0}).Record(kRectangle, {20, 20, 10, 10});
-    const ImageBuffer image = aPlayed(maker);
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nCountOf(image, kBlack, kAll), 800);
+    EXPECT_EQ(CountOf(image, kBlack, kAll), 800);
 }
 
 TEST(WmfRegion, IsMadeOfScansAndCanBeTheClip)
@@ -232,52 +232,52 @@ TEST(WmfRegion, IsMadeOfScansAndCanBeTheClip)
     maker.Record(kCreateRegion, {0, 6, 0,  0, 0,  2, 4, 5,  5,  35, 20,  //
                                  2, 5, 10, 5, 35, 2, 4, 10, 20, 5,  10, 30, 35, 4});
     maker.Record(kFillRegion, {2, 1});
-    const ImageBuffer image = aPlayed(maker);
+    const ImageBuffer image = Played(maker);
     WmfMaker clipped = maker;
     clipped.Brush(kBlue).Select(3).Record(kSelectClip, {2}).Record(kRectangle, {40, 40, 0, 0});
 
-    EXPECT_EQ(nCountOf(image, kRed, kAll), 150 + 100);
-    EXPECT_EQ(nCountOf(aPlayed(clipped), kBlue, kAll), 250);
-    EXPECT_EQ(nCountOf(aPlayed(maker.Record(kInvertRegion, {2})), kRed, kAll), 0);
+    EXPECT_EQ(CountOf(image, kRed, kAll), 150 + 100);
+    EXPECT_EQ(CountOf(Played(clipped), kBlue, kAll), 250);
+    EXPECT_EQ(CountOf(Played(maker.Record(kInvertRegion, {2})), kRed, kAll), 0);
 }
 
 TEST(WmfSetPixel, SetsOneAndFloodFillFillsUpToAColour)
 {
     WmfMaker maker = Lined();
     maker.Brush(0, 1).Select(0).Record(kRectangle, {30, 30, 10, 10}).Brush(kGreen).Select(1);
-    maker.Record(kFloodFill, {0, 0, 20, 20}).Record(kSetPixel, {lLow(kBlue), lHigh(kBlue), 15, 12});
-    const ImageBuffer image = aPlayed(maker);
+    maker.Record(kFloodFill, {0, 0, 20, 20}).Record(kSetPixel, {Low(kBlue), High(kBlue), 15, 12});
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nColorAt(image, 12, 15), kBlue);
-    EXPECT_EQ(nCountOf(image, kGreen, kAll), 18 * 18 - 1);
+    EXPECT_EQ(ColorAt(image, 12, 15), kBlue);
+    EXPECT_EQ(CountOf(image, kGreen, kAll), 18 * 18 - 1);
 }
 
 static ByteMaker WithDib(std::initializer_list<std::uint32_t> words, const Dib& dib)
 {
     ByteMaker result;
-    result.U16Le(words).All(dib.objHeader.aBytes()).All(dib.objBits.aBytes());
+    result.U16Le(words).All(dib.header.Data()).All(dib.bits.Data());
     return result;
 }
 
 TEST(WmfBitmaps, AreCopiedAndScaled)
 {
-    const Dib dib = objDib24(2, {kRed, kGreen, kBlue, kYellow});
+    const Dib dib = Dib24(2, {kRed, kGreen, kBlue, kYellow});
     const std::uint32_t low = kSrcCopy & 0xFFFF, high = kSrcCopy >> 16;
     const ImageBuffer stretched =
-        aPlayed(Lined().Record(kStretchDib, WithDib({low, high, 0, 2, 2, 0, 0, 20, 20, 10, 10}, dib)));
-    const ImageBuffer blt = aPlayed(Lined().Record(kDibBitBlt, WithDib({low, high, 0, 0, 2, 2, 7, 5}, dib)));
+        Played(Lined().Record(kStretchDib, WithDib({low, high, 0, 2, 2, 0, 0, 20, 20, 10, 10}, dib)));
+    const ImageBuffer blt = Played(Lined().Record(kDibBitBlt, WithDib({low, high, 0, 0, 2, 2, 7, 5}, dib)));
     const ImageBuffer stretch_blt =
-        aPlayed(Lined().Record(kDibStretchBlt, WithDib({low, high, 1, 2, 0, 0, 10, 20, 0, 0}, dib)));
-    const ImageBuffer set = aPlayed(Lined().Record(kSetDibToDev, WithDib({0, 2, 0, 0, 0, 2, 2, 4, 3}, dib)));
+        Played(Lined().Record(kDibStretchBlt, WithDib({low, high, 1, 2, 0, 0, 10, 20, 0, 0}, dib)));
+    const ImageBuffer set = Played(Lined().Record(kSetDibToDev, WithDib({0, 2, 0, 0, 0, 2, 2, 4, 3}, dib)));
 
-    EXPECT_EQ(nCountOf(stretched, kRed, {10, 10, 20, 20}), 100);
-    EXPECT_EQ(nCountOf(stretched, kYellow, {20, 20, 30, 30}), 100);
-    EXPECT_EQ(nColorAt(blt, 5, 7), kRed);
-    EXPECT_EQ(nColorAt(blt, 6, 8), kYellow);
-    EXPECT_EQ(nCountOf(stretch_blt, kRed, kAll), 100);
-    EXPECT_EQ(nCountOf(stretch_blt, kGreen, kAll), 100);
-    EXPECT_EQ(nColorAt(set, 3, 4), kRed);
-    EXPECT_EQ(nColorAt(set, 4, 5), kYellow);
+    EXPECT_EQ(CountOf(stretched, kRed, {10, 10, 20, 20}), 100);
+    EXPECT_EQ(CountOf(stretched, kYellow, {20, 20, 30, 30}), 100);
+    EXPECT_EQ(ColorAt(blt, 5, 7), kRed);
+    EXPECT_EQ(ColorAt(blt, 6, 8), kYellow);
+    EXPECT_EQ(CountOf(stretch_blt, kRed, kAll), 100);
+    EXPECT_EQ(CountOf(stretch_blt, kGreen, kAll), 100);
+    EXPECT_EQ(ColorAt(set, 3, 4), kRed);
+    EXPECT_EQ(ColorAt(set, 4, 5), kYellow);
 }
 
 TEST(WmfBitmaps, OfTheOldKindTakeTheColoursOfTextAndBackground)
@@ -286,12 +286,12 @@ TEST(WmfBitmaps, OfTheOldKindTakeTheColoursOfTextAndBackground)
     data.U16Le({kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 2, 8, 0, 0});
     data.U16Le({0, 8, 2, 2}).U8({1, 1}).U8({0xF0, 0, 0x0F, 0});
     WmfMaker maker = Lined();
-    maker.Record(kSetTextColor, {lLow(kRed), lHigh(kRed)}).Record(kSetBkColor, {lLow(kBlue), lHigh(kBlue)});
-    const ImageBuffer image = aPlayed(maker.Record(kBitBlt, data));
+    maker.Record(kSetTextColor, {Low(kRed), High(kRed)}).Record(kSetBkColor, {Low(kBlue), High(kBlue)});
+    const ImageBuffer image = Played(maker.Record(kBitBlt, data));
 
-    EXPECT_EQ(nColorAt(image, 0, 0), kBlue);
-    EXPECT_EQ(nColorAt(image, 7, 0), kRed);
-    EXPECT_EQ(nColorAt(image, 0, 1), kRed);
+    EXPECT_EQ(ColorAt(image, 0, 0), kBlue);
+    EXPECT_EQ(ColorAt(image, 7, 0), kRed);
+    EXPECT_EQ(ColorAt(image, 0, 1), kRed);
 }
 
 TEST(WmfBitmaps, CanComeFromThePictureItself)
@@ -301,7 +301,7 @@ TEST(WmfBitmaps, CanComeFromThePictureItself)
     // Without a bitmap: operation, source y and x, a word without use, size, target.
     maker.Record(kDibBitBlt, {kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 0, 10, 10, 20, 25});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kRed, {25, 20, 35, 30}), 100);
+    EXPECT_EQ(CountOf(Played(maker), kRed, {25, 20, 35, 30}), 100);
 }
 
 TEST(WmfPatBlt, PaintsTheBrush)
@@ -309,20 +309,20 @@ TEST(WmfPatBlt, PaintsTheBrush)
     WmfMaker maker = Filled(kRed);
     maker.Record(kPatBlt, {kPatCopy & 0xFFFF, kPatCopy >> 16, 10, 20, 5, 6});
     maker.Record(kPatBlt, {kDstInvert & 0xFFFF, kDstInvert >> 16, 1, 1, 39, 39});
-    const ImageBuffer image = aPlayed(maker);
+    const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(nCountOf(image, kRed, {6, 5, 26, 15}), 200);
-    EXPECT_EQ(nColorAt(image, 39, 39), kBlack);
+    EXPECT_EQ(CountOf(image, kRed, {6, 5, 26, 15}), 200);
+    EXPECT_EQ(ColorAt(image, 39, 39), kBlack);
 }
 
 TEST(WmfPatternBrush, RepeatsItsBitmap)
 {
     WmfMaker maker = Filled(kRed);
-    maker.Record(kDibPattern, WithDib({5, 0}, objDib24(2, {kRed, kGreen, kBlue, kYellow}))).Select(2);
-    const ImageBuffer image = aPlayed(maker.Record(kRectangle, {40, 40, 0, 0}));
+    maker.Record(kDibPattern, WithDib({5, 0}, Dib24(2, {kRed, kGreen, kBlue, kYellow}))).Select(2);
+    const ImageBuffer image = Played(maker.Record(kRectangle, {40, 40, 0, 0}));
 
-    EXPECT_EQ(nCountOf(image, kYellow, kAll), 400);
-    EXPECT_EQ(nColorAt(image, 20, 20), kRed);
+    EXPECT_EQ(CountOf(image, kYellow, kAll), 400);
+    EXPECT_EQ(ColorAt(image, 20, 20), kRed);
 }
 
 TEST(WmfPatternBrush, OfTheOldKindHasABitmapWithoutAPalette)
@@ -332,30 +332,30 @@ TEST(WmfPatternBrush, OfTheOldKindHasABitmapWithoutAPalette)
     WmfMaker maker = Filled(kRed);
     maker.Record(kCreatePattern, pattern).Select(2).Record(kRectangle, {8, 8, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kBlack, kAll), 32);
+    EXPECT_EQ(CountOf(Played(maker), kBlack, kAll), 32);
 }
 
 TEST(WmfText, IsDrawnWithItsDistancesOnItsBackground)
 {
     WmfMaker maker(200, 60);
     maker.Record(kSetWindowExt, {60, 200}).Font(-20, "Arial").Select(0);
-    maker.Record(kSetBkColor, {lLow(kYellow), lHigh(kYellow)});
+    maker.Record(kSetBkColor, {Low(kYellow), High(kYellow)});
     ByteMaker text;
     text.U16Le({10, 20, 3, 0}).Text("iii").U8({0}).U16Le({50, 50, 50});
-    const ImageBuffer image = aPlayed(maker.Record(kExtTextOut, text));
+    const ImageBuffer image = Played(maker.Record(kExtTextOut, text));
 
-    EXPECT_EQ(aInk(image)[0], 20);
-    EXPECT_EQ(aInk(image)[2], 170);
-    EXPECT_EQ(aInk(image)[1], 10);
-    EXPECT_GT(nCountOf(image, kYellow, {0, 0, 200, 60}), 2500);
+    EXPECT_EQ(InkBounds(image)[0], 20);
+    EXPECT_EQ(InkBounds(image)[2], 170);
+    EXPECT_EQ(InkBounds(image)[1], 10);
+    EXPECT_GT(CountOf(image, kYellow, {0, 0, 200, 60}), 2500);
 }
 
 TEST(WmfText, FillsTheBoxThatItNames)
 {
     WmfMaker maker(200, 60);
-    maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkColor, {lLow(kGreen), lHigh(kGreen)});
+    maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkColor, {Low(kGreen), High(kGreen)});
 
-    EXPECT_EQ(aInk(aPlayed(maker.Record(kExtTextOut, {0, 0, 0, 2, 10, 20, 100, 40}))),
+    EXPECT_EQ(InkBounds(Played(maker.Record(kExtTextOut, {0, 0, 0, 2, 10, 20, 100, 40}))),
               (Box{10, 20, 100, 40}));
 }
 
@@ -363,12 +363,12 @@ TEST(WmfText, OfTwoBytesACharacterHasDistancesByByte)
 {
     WmfMaker maker(200, 60);
     maker.Record(kSetWindowExt, {60, 200}).Font(-20, "MS Gothic", 128).Select(0).Record(kSetBkMode, {2});
-    maker.Record(kSetBkColor, {lLow(kYellow), lHigh(kYellow)});
+    maker.Record(kSetBkColor, {Low(kYellow), High(kYellow)});
     ByteMaker text;
     text.U16Le({10, 20, 3, 0}).U8({0x88, 0x9F, 'i', 0}).U16Le({20, 20, 60});
-    const ImageBuffer image = aPlayed(maker.Record(kExtTextOut, text));
+    const ImageBuffer image = Played(maker.Record(kExtTextOut, text));
 
-    EXPECT_EQ(aInk(image)[2], 120);
+    EXPECT_EQ(InkBounds(image)[2], 120);
 }
 
 TEST(WmfText, CanDoWithoutDistances)
@@ -377,7 +377,7 @@ TEST(WmfText, CanDoWithoutDistances)
     ByteMaker text;
     text.U16Le({4}).Text("HHHH").U16Le({10, 20});
     maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkMode, {1}).Font(-20, "Arial").Select(0);
-    const Box box = aInk(aPlayed(maker.Record(kTextOut, text)));
+    const Box box = InkBounds(Played(maker.Record(kTextOut, text)));
 
     EXPECT_NEAR(box[0], 22, 3);
     EXPECT_GE(box[1], 10);
@@ -389,5 +389,5 @@ TEST(WmfRecords, ThatAreUnknownOrForPrintersAreLeftOut)
     WmfMaker maker = Filled(kRed);
     maker.Record(0x0FEE, {1, 2, 3}).Record(kEscape, {15, 4, 0, 0}).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(nCountOf(aPlayed(maker), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Played(maker), kRed, kAll), 100);
 }

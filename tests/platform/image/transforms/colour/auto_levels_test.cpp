@@ -9,7 +9,7 @@ using namespace transforms;
 
 TEST(Autocontrast, StretchesAllChannelsByTheSameMap)
 {
-    ImageBuffer image = aPicture(2, 1, 3, {50, 60, 70, 100, 120, 150});
+    ImageBuffer image = TestPicture(2, 1, 3, {50, 60, 70, 100, 120, 150});
 
     EXPECT_TRUE(Autocontrast(image));
 
@@ -19,7 +19,7 @@ TEST(Autocontrast, StretchesAllChannelsByTheSameMap)
 
 TEST(AutoLevel, StretchesEveryChannelByItsOwnAndLeavesAFlatOne)
 {
-    ImageBuffer image = aPicture(3, 1, 3, {50, 60, 7, 100, 60, 8, 150, 60, 9});
+    ImageBuffer image = TestPicture(3, 1, 3, {50, 60, 7, 100, 60, 8, 150, 60, 9});
 
     EXPECT_TRUE(AutoLevel(image));
 
@@ -28,12 +28,12 @@ TEST(AutoLevel, StretchesEveryChannelByItsOwnAndLeavesAFlatOne)
 
 TEST(AutoLevels, LeaveAPictureOfOneColourAndAreDoneInOneGo)
 {
-    ImageBuffer flat = aPicture(2, 1, 1, {77, 77});
+    ImageBuffer flat = TestPicture(2, 1, 1, {77, 77});
     EXPECT_TRUE(Autocontrast(flat) && AutoLevel(flat));
     EXPECT_EQ(flat.bytes, (PixelBytes{77, 77}));
 
     for (const int channels : kChannelCounts) {
-        ImageBuffer image = aRandomPicture(33, 17, channels);
+        ImageBuffer image = RandomPicture(33, 17, channels);
         for (std::uint8_t& n : image.bytes)
             n = static_cast<std::uint8_t>(20 + n / 2);
         EXPECT_TRUE(Autocontrast(image) && AutoLevel(image));
@@ -45,7 +45,7 @@ TEST(AutoLevels, LeaveAPictureOfOneColourAndAreDoneInOneGo)
 
 TEST(AutoLevels, DoNotListenToPixelsThatAreNotSeen)
 {
-    const ImageBuffer before = aPicture(3, 1, 4, {0, 0, 0, 0, 100, 100, 100, 1, 200, 200, 200, 255});
+    const ImageBuffer before = TestPicture(3, 1, 4, {0, 0, 0, 0, 100, 100, 100, 1, 200, 200, 200, 255});
     ImageBuffer contrast = before, level = before;
 
     EXPECT_TRUE(Autocontrast(contrast) && AutoLevel(level));
@@ -54,14 +54,14 @@ TEST(AutoLevels, DoNotListenToPixelsThatAreNotSeen)
     EXPECT_EQ(contrast.bytes, expected);
     EXPECT_EQ(level.bytes, expected);
 
-    ImageBuffer unseen = aPicture(2, 1, 4, {1, 2, 3, 0, 4, 5, 6, 0});
+    ImageBuffer unseen = TestPicture(2, 1, 4, {1, 2, 3, 0, 4, 5, 6, 0});
     EXPECT_TRUE(Autocontrast(unseen) && AutoLevel(unseen));
     EXPECT_EQ(unseen.bytes, (PixelBytes{1, 2, 3, 0, 4, 5, 6, 0}));
 }
 
 TEST(AutoLevels, CountEveryBandOfALargePicture)
 {
-    ImageBuffer image = aPicture(1000, 1000, 1, {});
+    ImageBuffer image = TestPicture(1000, 1000, 1, {});
     image.bytes.assign(1000000, 100);
     image.bytes.front() = 50;
     image.bytes.back() = 150;

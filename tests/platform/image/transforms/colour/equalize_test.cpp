@@ -14,7 +14,7 @@ using namespace transforms;
 
 TEST(Equalize, SpreadsTheLevelsByHowManyPixelsLieBelow)
 {
-    ImageBuffer image = aPicture(5, 1, 1, {10, 20, 20, 20, 30}), half = image;
+    ImageBuffer image = TestPicture(5, 1, 1, {10, 20, 20, 20, 30}), half = image;
 
     EXPECT_TRUE(Equalize(image, 1) && Equalize(half, 0.5));
 
@@ -24,7 +24,7 @@ TEST(Equalize, SpreadsTheLevelsByHowManyPixelsLieBelow)
 
 TEST(Equalize, LeavesAPictureOfOneIntensity)
 {
-    ImageBuffer image = aPicture(2, 1, 3, {5, 60, 7, 5, 60, 7});
+    ImageBuffer image = TestPicture(2, 1, 3, {5, 60, 7, 5, 60, 7});
     EXPECT_TRUE(Equalize(image, 1));
     EXPECT_EQ(image.bytes, (PixelBytes{5, 60, 7, 5, 60, 7}));
 }
@@ -32,7 +32,7 @@ TEST(Equalize, LeavesAPictureOfOneIntensity)
 TEST(Equalize, ChangesNothingAtNaughtBelowOrForNaN)
 {
     for (const int channels : kChannelCounts) {
-        const ImageBuffer before = aRandomPicture(33, 17, channels);
+        const ImageBuffer before = RandomPicture(33, 17, channels);
         ImageBuffer image = before;
         EXPECT_TRUE(Equalize(image, 0) && Equalize(image, -2) && Equalize(image, std::nan("")));
         EXPECT_EQ(image.bytes, before.bytes);
@@ -57,10 +57,10 @@ static double Equalized(const ImageBuffer& intensities, int own)
 TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
 {
     for (const double level : {0.25, 1.0, 50.0}) {
-        const ImageBuffer before = aRandomPicture(31, 20, 3, 3);
+        const ImageBuffer before = RandomPicture(31, 20, 3, 3);
         ImageBuffer image = before;
         ASSERT_TRUE(Equalize(image, level));
-        ImageBuffer intensities = aRandomPicture(31, 20, 1);
+        ImageBuffer intensities = RandomPicture(31, 20, 1);
         IntensityRow(before.bytes.data(), 31 * 20, 3, intensities.bytes.data());
         for (int x = 0; x < 31 * 20; ++x) {
             const std::uint8_t* old = before.bytes.data() + 3 * x;
@@ -80,14 +80,14 @@ TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
 
 TEST(Equalize, KeepsTheOrderOfGreysAndDoesNotCountWhatIsNotSeen)
 {
-    ImageBuffer ramp = aPicture(256, 1, 1, {});
+    ImageBuffer ramp = TestPicture(256, 1, 1, {});
     for (int n = 0; n < 256; ++n)
         ramp.bytes.push_back(static_cast<std::uint8_t>(n * n / 255));
     EXPECT_TRUE(Equalize(ramp, 1));
     EXPECT_TRUE(std::is_sorted(ramp.bytes.begin(), ramp.bytes.end()));
     EXPECT_EQ(ramp.bytes.back(), 255);
 
-    ImageBuffer cut = aPicture(3, 1, 4, {0, 0, 0, 0, 90, 90, 90, 255, 100, 100, 100, 255});
+    ImageBuffer cut = TestPicture(3, 1, 4, {0, 0, 0, 0, 90, 90, 90, 255, 100, 100, 100, 255});
     EXPECT_TRUE(Equalize(cut, 1));
     EXPECT_EQ(cut.bytes, (PixelBytes{0, 0, 0, 0, 0, 0, 0, 255, 255, 255, 255, 255}));
 }

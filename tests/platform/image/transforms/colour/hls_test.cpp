@@ -54,27 +54,26 @@ template <typename Operation, typename Change>
 static void ExpectLikeTheTextbook(const Operation& operation, const Change& change, double min_room)
 {
     for (const int channels : {3, 4}) {
-        const ImageBuffer before = aRandomPicture(67, 41, channels, 5);
+        const ImageBuffer before = RandomPicture(67, 41, channels, 5);
         ImageBuffer image = before;
         ASSERT_TRUE(operation(image));
-        ASSERT_TRUE(bSameAlpha(image, before));
+        ASSERT_TRUE(SameAlpha(image, before));
         for (int y = 0; y < 41; ++y)
             for (int x = 0; x < 67; ++x) {
-                Hls hls =
-                    HlsOf(nValueAt(before, x, y, 0), nValueAt(before, x, y, 1), nValueAt(before, x, y, 2));
+                Hls hls = HlsOf(ValueAt(before, x, y, 0), ValueAt(before, x, y, 1), ValueAt(before, x, y, 2));
                 if (1 - std::fabs(2 * hls.lightness - 1) < min_room)
                     continue;
                 change(hls);
-                ASSERT_NEAR(nValueAt(image, x, y, 0), ChannelOf(hls, -2), 0.51) << x << " " << y;
-                ASSERT_NEAR(nValueAt(image, x, y, 1), ChannelOf(hls, 0), 0.51) << x << " " << y;
-                ASSERT_NEAR(nValueAt(image, x, y, 2), ChannelOf(hls, 2), 0.51) << x << " " << y;
+                ASSERT_NEAR(ValueAt(image, x, y, 0), ChannelOf(hls, -2), 0.51) << x << " " << y;
+                ASSERT_NEAR(ValueAt(image, x, y, 1), ChannelOf(hls, 0), 0.51) << x << " " << y;
+                ASSERT_NEAR(ValueAt(image, x, y, 2), ChannelOf(hls, 2), 0.51) << x << " " << y;
             }
     }
 }
 
 TEST(Hue, TurnsRedThroughYellowToGreen)
 {
-    ImageBuffer sixty = aPicture(1, 1, 3, {0, 0, 255}), hundred_twenty = sixty, back = sixty;
+    ImageBuffer sixty = TestPicture(1, 1, 3, {0, 0, 255}), hundred_twenty = sixty, back = sixty;
 
     EXPECT_TRUE(Hue(sixty, 60) && Hue(hundred_twenty, 120) && Hue(back, -120));
 
@@ -93,7 +92,7 @@ TEST(Hue, AgreesWithTheTextbookAtEveryAngle)
 TEST(Hue, ComesBackWithinOneLevel)
 {
     for (const double angle : {0.3, 17.0, 60.0, 100.0, 181.0, 345.0, 1e9 + 1}) {
-        const ImageBuffer before = aRandomPicture(100, 50, 3);
+        const ImageBuffer before = RandomPicture(100, 50, 3);
         ImageBuffer image = before;
         EXPECT_TRUE(Hue(image, angle) && Hue(image, -angle));
         for (std::size_t i = 0; i < image.bytes.size(); ++i)
@@ -103,7 +102,7 @@ TEST(Hue, ComesBackWithinOneLevel)
 
 TEST(Lightness, GoesAShareOfTheWayToBlackOrWhite)
 {
-    ImageBuffer lighter = aPicture(2, 1, 3, {0, 0, 255, 100, 100, 100}), darker = lighter;
+    ImageBuffer lighter = TestPicture(2, 1, 3, {0, 0, 255, 100, 100, 100}), darker = lighter;
 
     EXPECT_TRUE(Lightness(lighter, 0.2) && Lightness(darker, -0.2));
 
@@ -124,7 +123,7 @@ TEST(Lightness, AgreesWithTheTextbook)
 
 TEST(Lightness, MakesNoSpeckleOfShadows)
 {
-    ImageBuffer image = aPicture(1, 1, 3, {1, 0, 2});
+    ImageBuffer image = TestPicture(1, 1, 3, {1, 0, 2});
 
     EXPECT_TRUE(Lightness(image, 0.2));
 
@@ -137,7 +136,7 @@ TEST(Lightness, EndsAtBlackAndWhite)
 {
     for (const int channels : {1, 3})
         for (const double end : {1.0, 7.0, std::numeric_limits<double>::infinity()}) {
-            ImageBuffer white = aRandomPicture(20, 20, channels), black = white;
+            ImageBuffer white = RandomPicture(20, 20, channels), black = white;
             EXPECT_TRUE(Lightness(white, end) && Lightness(black, -end));
             EXPECT_EQ(white.bytes, PixelBytes(white.bytes.size(), 255));
             EXPECT_EQ(black.bytes, PixelBytes(black.bytes.size(), 0));
@@ -158,7 +157,7 @@ TEST(Saturation, AgreesWithTheTextbook)
 
 TEST(Saturation, LeavesGreysGreyAtItsGreatest)
 {
-    ImageBuffer image = aWidened(aRandomPicture(16, 16, 1));
+    ImageBuffer image = Widened(RandomPicture(16, 16, 1));
     const PixelBytes before = image.bytes;
     EXPECT_TRUE(Saturation(image, 1));
     EXPECT_EQ(image.bytes, before);
@@ -166,7 +165,7 @@ TEST(Saturation, LeavesGreysGreyAtItsGreatest)
 
 TEST(Desaturate, GivesTheMiddleOfTheGreatestAndTheLeastChannel)
 {
-    ImageBuffer image = aPicture(2, 1, 4, {10, 200, 100, 7, 255, 0, 0, 255});
+    ImageBuffer image = TestPicture(2, 1, 4, {10, 200, 100, 7, 255, 0, 0, 255});
     ImageBuffer other = image;
 
     EXPECT_TRUE(Desaturate(image) && Saturation(other, -1));
@@ -191,7 +190,7 @@ TEST(BalanceHLS, ChangesNothingAtNeutralValuesNorForNaN)
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
     for (const int channels : kChannelCounts) {
-        const ImageBuffer before = aRandomPicture(33, 17, channels);
+        const ImageBuffer before = RandomPicture(33, 17, channels);
         ImageBuffer image = before;
         EXPECT_TRUE(Hue(image, 0) && Hue(image, 360) && Hue(image, -720) && Hue(image, infinity) &&
                     Hue(image, nan) && Lightness(image, 0) && Lightness(image, nan) && Saturation(image, 0) &&

@@ -13,7 +13,7 @@ using namespace transforms;
 // Blue 10, green 100, red 200, half transparent.
 static ImageBuffer OnePixel()
 {
-    return aPicture(1, 1, 4, {10, 100, 200, 128});
+    return TestPicture(1, 1, 4, {10, 100, 200, 128});
 }
 
 TEST(Brightness, AddsTheLevelToEveryColourChannelAndStopsAtTheEnds)
@@ -30,7 +30,7 @@ TEST(Brightness, AddsTheLevelToEveryColourChannelAndStopsAtTheEnds)
 TEST(Brightness, MakesAllBlackOrWhiteAtItsEndsAndBeyond)
 {
     for (const std::int32_t level : {255, 256, 2147483647}) {
-        ImageBuffer image = aRandomPicture(5, 4, 3);
+        ImageBuffer image = RandomPicture(5, 4, 3);
         EXPECT_TRUE(Brightness(image, level));
         EXPECT_EQ(image.bytes, PixelBytes(60, 255));
         EXPECT_TRUE(Brightness(image, -level));
@@ -40,7 +40,7 @@ TEST(Brightness, MakesAllBlackOrWhiteAtItsEndsAndBeyond)
 
 TEST(Contrast, StretchesTheValuesAwayFromTheMiddle)
 {
-    ImageBuffer image = aPicture(5, 1, 1, {0, 100, 127, 128, 140});
+    ImageBuffer image = TestPicture(5, 1, 1, {0, 100, 127, 128, 140});
 
     EXPECT_TRUE(Contrast(image, 0.75));
 
@@ -50,7 +50,7 @@ TEST(Contrast, StretchesTheValuesAwayFromTheMiddle)
 
 TEST(Contrast, DoublesAtMostHoweverLargeTheNumber)
 {
-    ImageBuffer one = aRandomPicture(20, 20, 3), huge = one;
+    ImageBuffer one = RandomPicture(20, 20, 3), huge = one;
     EXPECT_TRUE(Contrast(one, 1));
     EXPECT_TRUE(Contrast(huge, 1e300));
     EXPECT_EQ(one.bytes, huge.bytes);
@@ -58,7 +58,7 @@ TEST(Contrast, DoublesAtMostHoweverLargeTheNumber)
 
 TEST(Gamma, RaisesTheShareOfWhiteToItsPower)
 {
-    ImageBuffer image = aPicture(4, 1, 1, {0, 64, 128, 255});
+    ImageBuffer image = TestPicture(4, 1, 1, {0, 64, 128, 255});
     ImageBuffer lighter = image;
 
     EXPECT_TRUE(Gamma(image, 2));
@@ -71,7 +71,7 @@ TEST(Gamma, RaisesTheShareOfWhiteToItsPower)
 TEST(Gamma, LeavesBlackBlackAndMakesTheRestWhiteAtNaughtOrBelow)
 {
     for (const double gamma : {0.0, -1.0, -1e300}) {
-        ImageBuffer image = aPicture(3, 1, 1, {0, 1, 255});
+        ImageBuffer image = TestPicture(3, 1, 1, {0, 1, 255});
         EXPECT_TRUE(Gamma(image, gamma));
         EXPECT_EQ(image.bytes, (PixelBytes{0, 255, 255}));
     }
@@ -80,7 +80,7 @@ TEST(Gamma, LeavesBlackBlackAndMakesTheRestWhiteAtNaughtOrBelow)
 TEST(Gamma, NeverChangesTheOrderOfLevels)
 {
     for (const double gamma : {0.1, 0.5, 0.99, 1.01, 2.2, 30.0}) {
-        ImageBuffer image = aPicture(256, 1, 1, {});
+        ImageBuffer image = TestPicture(256, 1, 1, {});
         for (int n = 0; n < 256; ++n)
             image.bytes.push_back(static_cast<std::uint8_t>(n));
         EXPECT_TRUE(Gamma(image, gamma));
@@ -103,7 +103,7 @@ TEST(ChannelLevels, MoveTheirOwnChannelOnly)
 
 TEST(ChannelLevels, MoveAGreyPictureByTheirShareOfTheIntensity)
 {
-    ImageBuffer image = aPicture(1, 1, 1, {100});
+    ImageBuffer image = TestPicture(1, 1, 1, {100});
     EXPECT_TRUE(Green(image, 100));
     EXPECT_EQ(image.bytes, (PixelBytes{159}));  // 100 + 0.587 * 100
 }
@@ -126,8 +126,8 @@ TEST(Invert, GivesTheNegativeAndTwiceThePicture)
 
 TEST(Posterize, TakesEveryValueToTheClosestOfTheLevels)
 {
-    ImageBuffer two = aPicture(4, 1, 1, {0, 127, 128, 255});
-    ImageBuffer five = aPicture(6, 1, 1, {31, 32, 100, 160, 223, 224});
+    ImageBuffer two = TestPicture(4, 1, 1, {0, 127, 128, 255});
+    ImageBuffer five = TestPicture(6, 1, 1, {31, 32, 100, 160, 223, 224});
 
     EXPECT_TRUE(Posterize(two, 2));
     EXPECT_TRUE(Posterize(five, 5));
@@ -139,7 +139,7 @@ TEST(Posterize, TakesEveryValueToTheClosestOfTheLevels)
 TEST(Posterize, LeavesAsManyLevelsAsAskedForAndIsDoneInOneGo)
 {
     for (const int levels : {2, 3, 7, 128, 255}) {
-        ImageBuffer image = aRandomPicture(100, 100, 1);
+        ImageBuffer image = RandomPicture(100, 100, 1);
         EXPECT_TRUE(Posterize(image, levels));
         const PixelBytes once = image.bytes;
         EXPECT_TRUE(Posterize(image, levels));
@@ -154,7 +154,7 @@ TEST(Posterize, LeavesAsManyLevelsAsAskedForAndIsDoneInOneGo)
 TEST(Levels, ChangeNothingAtTheirNeutralValues)
 {
     for (const int channels : kChannelCounts) {
-        const ImageBuffer before = aRandomPicture(33, 17, channels);
+        const ImageBuffer before = RandomPicture(33, 17, channels);
         ImageBuffer image = before;
         EXPECT_TRUE(Brightness(image, 0) && Contrast(image, 0) && Contrast(image, -3) &&
                     Contrast(image, std::nan("")) && Gamma(image, 1) && Gamma(image, std::nan("")) &&

@@ -33,9 +33,9 @@ static void ExpectEach(const ImageBuffer& image, const ImageBuffer& before, cons
         for (int x = 0; x < image.width; ++x)
             for (int c = 0; c < image.channels; ++c) {
                 if (c == 3)
-                    ASSERT_EQ(nValueAt(image, x, y, 3), nValueAt(before, x, y, 3));
+                    ASSERT_EQ(ValueAt(image, x, y, 3), ValueAt(before, x, y, 3));
                 else
-                    ASSERT_NEAR(nValueAt(image, x, y, c), expected(x, y, c), tolerance)
+                    ASSERT_NEAR(ValueAt(image, x, y, c), expected(x, y, c), tolerance)
                         << image.width << "x" << image.height << "x" << image.channels << " at " << x << ","
                         << y << "," << c;
             }
@@ -43,11 +43,11 @@ static void ExpectEach(const ImageBuffer& image, const ImageBuffer& before, cons
 
 static int Around(const ImageBuffer& image, int x, int y, int c, bool square, bool greatest)
 {
-    int found = nValueAt(image, x, y, c);
+    int found = ValueAt(image, x, y, c);
     for (int j = -1; j <= 1; ++j)
         for (int i = -1; i <= 1; ++i)
             if (square || i == 0 || j == 0) {
-                const int n = nValueAt(image, x + i, y + j, c);
+                const int n = ValueAt(image, x + i, y + j, c);
                 found = greatest ? std::max(found, n) : std::min(found, n);
             }
     return found;
@@ -55,17 +55,17 @@ static int Around(const ImageBuffer& image, int x, int y, int c, bool square, bo
 
 TEST(Dilation, AgreesWithItsFormula)
 {
-    for (const auto& [width, height, channels] : aShapes())
+    for (const auto& [width, height, channels] : Shapes())
         for (const bool square : {false, true})
             for (const auto& [level, threshold] :
                  {std::pair{100, 100}, {255, 0}, {0, 0}, {7, 200}, {255, 255}}) {
-                const ImageBuffer before = aRandomPicture(width, height, channels);
+                const ImageBuffer before = RandomPicture(width, height, channels);
                 ImageBuffer image = before;
                 ASSERT_TRUE(transforms::Dilation(image, static_cast<std::uint8_t>(level),
                                                  static_cast<std::uint8_t>(threshold), square));
                 const int max = level, limit = threshold;
                 ExpectEach(image, before, [&](int x, int y, int c) {
-                    const int m = Around(before, x, y, c, square, true), v = nValueAt(before, x, y, c);
+                    const int m = Around(before, x, y, c, square, true), v = ValueAt(before, x, y, c);
                     return m > limit ? std::min(m, v + max) : v;
                 });
             }
@@ -73,17 +73,17 @@ TEST(Dilation, AgreesWithItsFormula)
 
 TEST(Erosion, AgreesWithItsFormula)
 {
-    for (const auto& [width, height, channels] : aShapes())
+    for (const auto& [width, height, channels] : Shapes())
         for (const bool square : {false, true})
             for (const auto& [level, threshold] :
                  {std::pair{40, 40}, {255, 0}, {0, 0}, {7, 200}, {255, 255}}) {
-                const ImageBuffer before = aRandomPicture(width, height, channels);
+                const ImageBuffer before = RandomPicture(width, height, channels);
                 ImageBuffer image = before;
                 ASSERT_TRUE(transforms::Erosion(image, static_cast<std::uint8_t>(level),
                                                 static_cast<std::uint8_t>(threshold), square));
                 const int max = level, limit = threshold;
                 ExpectEach(image, before, [&](int x, int y, int c) {
-                    const int m = Around(before, x, y, c, square, false), v = nValueAt(before, x, y, c);
+                    const int m = Around(before, x, y, c, square, false), v = ValueAt(before, x, y, c);
                     return v > limit ? std::max(m, v - max) : v;
                 });
             }
@@ -91,16 +91,16 @@ TEST(Erosion, AgreesWithItsFormula)
 
 static double Slope(const ImageBuffer& image, int x, int y, int c, double angle, int h)
 {
-    return std::cos(angle * kToRadians) * (nValueAt(image, x - h, y, c) - nValueAt(image, x + h, y, c)) +
-           std::sin(angle * kToRadians) * (nValueAt(image, x, y + h, c) - nValueAt(image, x, y - h, c));
+    return std::cos(angle * kToRadians) * (ValueAt(image, x - h, y, c) - ValueAt(image, x + h, y, c)) +
+           std::sin(angle * kToRadians) * (ValueAt(image, x, y + h, c) - ValueAt(image, x, y - h, c));
 }
 
 TEST(Emboss, AgreesWithItsFormula)
 {
-    for (const auto& [width, height, channels] : aShapes())
+    for (const auto& [width, height, channels] : Shapes())
         for (const auto& [angle, high, brightness] :
              {std::tuple{0.0, 1, 10.0}, {90.0, 2, 5.0}, {217.0, 16, 1.0}, {33.0, 999, 20.0}}) {
-            const ImageBuffer before = aRandomPicture(width, height, channels);
+            const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
             ASSERT_TRUE(transforms::Emboss(image, angle, high, brightness));
             ExpectEach(
@@ -115,7 +115,7 @@ TEST(Emboss, AgreesWithItsFormula)
 TEST(Emboss, WorksInBandsAsInOnePiece)
 {
     // Large enough for several bands, and as high as the rows that a band needs of the next one.
-    const ImageBuffer before = aRandomPicture(500, 700, 3);
+    const ImageBuffer before = RandomPicture(500, 700, 3);
     ImageBuffer image = before;
     ASSERT_TRUE(transforms::Emboss(image, 70, 16, 3));
     ExpectEach(
@@ -127,39 +127,39 @@ TEST(Emboss, LightsTheSideTowardsTheLight)
 {
     // A raised square: its right side is the light one under light from the right, its top under light from
     // above.
-    ImageBuffer image = aPlain(20, 20, 1, 50);
+    ImageBuffer image = Plain(20, 20, 1, 50);
     for (int y = 5; y < 15; ++y)
         std::fill_n(image.bytes.begin() + y * 20 + 5, 10, std::uint8_t{90});
     ImageBuffer right = image, above = image;
     ASSERT_TRUE(transforms::Emboss(right, 0, 1, 10));
-    EXPECT_EQ(nValueAt(right, 14, 10), 168);
-    EXPECT_EQ(nValueAt(right, 5, 10), 88);
-    EXPECT_EQ(nValueAt(right, 10, 10), 128);
+    EXPECT_EQ(ValueAt(right, 14, 10), 168);
+    EXPECT_EQ(ValueAt(right, 5, 10), 88);
+    EXPECT_EQ(ValueAt(right, 10, 10), 128);
     ASSERT_TRUE(transforms::Emboss(above, 90, 1, 10));
-    EXPECT_EQ(nValueAt(above, 10, 5), 168);
-    EXPECT_EQ(nValueAt(above, 10, 14), 88);
+    EXPECT_EQ(ValueAt(above, 10, 5), 168);
+    EXPECT_EQ(ValueAt(above, 10, 14), 88);
 }
 
 TEST(Relief, IsAddedToTheColours)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
-        const ImageBuffer before = aRandomPicture(21, 13, channels);
+        const ImageBuffer before = RandomPicture(21, 13, channels);
         ImageBuffer image = before;
         ASSERT_TRUE(transforms::Relief(image, 60, 0.5, 0));
-        ImageBuffer grey = aPlain(21, 13, 1, 0);
+        ImageBuffer grey = Plain(21, 13, 1, 0);
         for (int i = 0; i < 21 * 13; ++i) {
             const int x = i % 21, y = i / 21;
             grey.bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(
                 channels == 1
-                    ? nValueAt(before, x, y)
-                    : transforms::IntensityOfPixel(static_cast<std::uint32_t>(nValueAt(before, x, y, 0)),
-                                                   static_cast<std::uint32_t>(nValueAt(before, x, y, 1)),
-                                                   static_cast<std::uint32_t>(nValueAt(before, x, y, 2))));
+                    ? ValueAt(before, x, y)
+                    : transforms::IntensityOfPixel(static_cast<std::uint32_t>(ValueAt(before, x, y, 0)),
+                                                   static_cast<std::uint32_t>(ValueAt(before, x, y, 1)),
+                                                   static_cast<std::uint32_t>(ValueAt(before, x, y, 2))));
         }
         ExpectEach(
             image, before,
             [&](int x, int y, int c) {
-                return Clamped(nValueAt(before, x, y, c) + 0.5 * Slope(grey, x, y, 0, 60, 1));
+                return Clamped(ValueAt(before, x, y, c) + 0.5 * Slope(grey, x, y, 0, 60, 1));
             },
             1);
     }
@@ -167,7 +167,7 @@ TEST(Relief, IsAddedToTheColours)
 
 TEST(Relief, IsFlatterTheSmootherItIs)
 {
-    const ImageBuffer before = aRandomPicture(64, 64, 1);
+    const ImageBuffer before = RandomPicture(64, 64, 1);
     double last = 1e9;
     for (const double smoothness : {0.0, 4.0, 8.0, 16.0}) {
         ImageBuffer image = before;
@@ -185,14 +185,14 @@ TEST(Texturize, AddsTheTexturesSlopesAndNothingElse)
     for (std::int32_t texture = 0; texture < 6; ++texture) {
         const std::vector<float> heights = transforms::TextureHeights(texture);
         ASSERT_EQ(heights.size(), 256U * 256U);
-        ImageBuffer image = aPlain(300, 280, 3, 128);
+        ImageBuffer image = Plain(300, 280, 3, 128);
         ASSERT_TRUE(transforms::Texturize(image, 0, 3, texture));
         double squares = 0, sum = 0;
         for (int y = 0; y < 256; ++y)
             for (int x = 1; x < 255; ++x) {
                 const double towards = heights[static_cast<std::size_t>(y * 256 + x - 1)] -
                                        heights[static_cast<std::size_t>(y * 256 + x + 1)];
-                const int lit = nValueAt(image, x, y) - 128;
+                const int lit = ValueAt(image, x, y) - 128;
                 ASSERT_TRUE(lit * towards > 0 || std::abs(lit) <= 1) << texture;
                 squares += lit * lit;
                 sum += lit;
@@ -200,32 +200,32 @@ TEST(Texturize, AddsTheTexturesSlopesAndNothingElse)
         EXPECT_NEAR(sum / (256 * 254), 0, 0.3) << texture;
         EXPECT_GT(std::sqrt(squares / (256 * 254)), 1.5) << texture;
         EXPECT_LT(std::sqrt(squares / (256 * 254)), 12) << texture;
-        EXPECT_EQ(nValueAt(image, 3, 4), nValueAt(image, 259, 260));
+        EXPECT_EQ(ValueAt(image, 3, 4), ValueAt(image, 259, 260));
     }
 }
 
 TEST(Texturize, HasSixTexturesAndNoMore)
 {
-    const ImageBuffer before = aPlain(64, 64, 1, 128);
+    const ImageBuffer before = Plain(64, 64, 1, 128);
     std::vector<ImageBuffer> all;
     for (std::int32_t texture = 0; texture < 6; ++texture) {
         all.push_back(before);
         ASSERT_TRUE(transforms::Texturize(all.back(), 10, 5, texture));
         for (std::size_t i = 0; i + 1 < all.size(); ++i)
-            EXPECT_FALSE(bEqual(all[i], all.back()));
+            EXPECT_FALSE(Equal(all[i], all.back()));
     }
     ImageBuffer beyond = before, below = before;
     ASSERT_TRUE(transforms::Texturize(beyond, 10, 5, INT32_MAX));
     ASSERT_TRUE(transforms::Texturize(below, 10, 5, INT32_MIN));
-    EXPECT_TRUE(bEqual(beyond, all[5]));
-    EXPECT_TRUE(bEqual(below, all[0]));
+    EXPECT_TRUE(Equal(beyond, all[5]));
+    EXPECT_TRUE(Equal(below, all[0]));
 }
 
 TEST(Mosaic, GivesPlainTilesTheirMean)
 {
-    for (const auto& [width, height, channels] : aShapes())
+    for (const auto& [width, height, channels] : Shapes())
         for (const std::int32_t tile : {2, 3, 6, 40}) {
-            const ImageBuffer before = aRandomPicture(width, height, channels);
+            const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
             ASSERT_TRUE(transforms::Mosaic(image, tile, true));
             const std::int32_t right = width, bottom = height;
@@ -233,7 +233,7 @@ TEST(Mosaic, GivesPlainTilesTheirMean)
                 int sum = 0, pixels = 0;
                 for (int j = y / tile * tile; j < std::min(y / tile * tile + tile, bottom); ++j)
                     for (int i = x / tile * tile; i < std::min(x / tile * tile + tile, right); ++i, ++pixels)
-                        sum += nValueAt(before, i, j, c);
+                        sum += ValueAt(before, i, j, c);
                 return (sum + pixels / 2) / pixels;
             });
         }
@@ -241,26 +241,26 @@ TEST(Mosaic, GivesPlainTilesTheirMean)
 
 TEST(Mosaic, PassesSoftlyFromTileToTile)
 {
-    ImageBuffer image = aGreyOf(8, 1, {0, 0, 0, 0, 160, 160, 160, 160});
+    ImageBuffer image = GreyOf(8, 1, {0, 0, 0, 0, 160, 160, 160, 160});
     ASSERT_TRUE(transforms::Mosaic(image, 4, false));
-    EXPECT_EQ(aBytesOf(image), (std::vector<int>{0, 0, 0, 40, 120, 160, 160, 160}));
+    EXPECT_EQ(BytesOf(image), (std::vector<int>{0, 0, 0, 40, 120, 160, 160, 160}));
 }
 
 TEST(Mosaic, OfOnePixelChangesNothing)
 {
-    const ImageBuffer before = aRandomPicture(9, 8, 3);
+    const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
     for (const std::int32_t tile : {1, 0, -1, INT32_MIN})
         for (const bool plain : {false, true})
             ASSERT_TRUE(transforms::Mosaic(image, tile, plain));
-    EXPECT_TRUE(bEqual(image, before));
+    EXPECT_TRUE(Equal(image, before));
 }
 
 TEST(Halftones, KeepTheToneOfAPlainPicture)
 {
     for (const std::int32_t cell : {1, 2, 3, 4, 7, 16}) {
         for (const int tone : {0, 30, 128, 200, 255}) {
-            ImageBuffer image = aPlain(4 * cell, 4 * cell, 1, static_cast<std::uint8_t>(tone));
+            ImageBuffer image = Plain(4 * cell, 4 * cell, 1, static_cast<std::uint8_t>(tone));
             ASSERT_TRUE(transforms::Halftones(image, cell, 1));
             double white = 0;
             for (const int byte : image.bytes) {
@@ -274,27 +274,27 @@ TEST(Halftones, KeepTheToneOfAPlainPicture)
 
 TEST(Halftones, PutLightDotsIntoTheMiddlesOfTheCells)
 {
-    ImageBuffer image = aPlain(16, 16, 1, 60);
+    ImageBuffer image = Plain(16, 16, 1, 60);
     ASSERT_TRUE(transforms::Halftones(image, 8, 1));
-    EXPECT_EQ(nValueAt(image, 4, 4), 255);
-    EXPECT_EQ(nValueAt(image, 0, 0), 0);
-    EXPECT_EQ(nValueAt(image, 11, 12), 255);
-    EXPECT_EQ(nValueAt(image, 8, 8), 0);
+    EXPECT_EQ(ValueAt(image, 4, 4), 255);
+    EXPECT_EQ(ValueAt(image, 0, 0), 0);
+    EXPECT_EQ(ValueAt(image, 11, 12), 255);
+    EXPECT_EQ(ValueAt(image, 8, 8), 0);
 }
 
 TEST(Halftones, ComparePixelsWithTheScreen)
 {
-    for (const auto& [width, height, channels] : aShapes())
+    for (const auto& [width, height, channels] : Shapes())
         for (const std::int32_t cell : {1, 5})
             for (const double contrast : {1.0, 0.5}) {
                 const std::vector<std::uint8_t> screen = transforms::HalftoneScreen(cell);
-                const ImageBuffer before = aRandomPicture(width, height, channels);
+                const ImageBuffer before = RandomPicture(width, height, channels);
                 ImageBuffer image = before;
                 ASSERT_TRUE(transforms::Halftones(image, cell, contrast));
                 ExpectEach(
                     image, before,
                     [&](int x, int y, int c) {
-                        const int v = nValueAt(before, x, y, c);
+                        const int v = ValueAt(before, x, y, c);
                         const int s =
                             screen[static_cast<std::size_t>(y % (4 * cell) * 4 * cell + x % (4 * cell))];
                         return Clamped(v + contrast * ((v > s ? 255 : 0) - v));
@@ -305,16 +305,16 @@ TEST(Halftones, ComparePixelsWithTheScreen)
 
 TEST(TraceContours, AgreesWithItsRule)
 {
-    for (const auto& [width, height, channels] : aShapes())
+    for (const auto& [width, height, channels] : Shapes())
         for (const auto& [level, threshold] : {std::pair{100, 100}, {0, 20}, {200, 255}, {0, 255}}) {
-            const ImageBuffer before = aRandomPicture(width, height, channels);
+            const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
             const int line = level, step = threshold;
             ASSERT_TRUE(transforms::TraceContours(image, static_cast<std::uint8_t>(level),
                                                   static_cast<std::uint8_t>(threshold), false));
             ExpectEach(image, before, [&](int x, int y, int c) {
-                const int v = nValueAt(before, x, y, c);
-                for (const int u : {nValueAt(before, x + 1, y, c), nValueAt(before, x, y + 1, c)})
+                const int v = ValueAt(before, x, y, c);
+                for (const int u : {ValueAt(before, x + 1, y, c), ValueAt(before, x, y + 1, c)})
                     if ((v < line) != (u < line) || std::abs(u - v) > step)
                         return 0;
                 return 255;
@@ -324,31 +324,31 @@ TEST(TraceContours, AgreesWithItsRule)
 
 TEST(TraceContours, DrawsBlackLinesByIntensity)
 {
-    ImageBuffer image = aPlain(4, 2, 3, 0);
+    ImageBuffer image = Plain(4, 2, 3, 0);
     for (const std::size_t i : {6U, 9U, 18U, 21U})
         image.bytes[i] = image.bytes[i + 1] = image.bytes[i + 2] = 255;
     ASSERT_TRUE(transforms::TraceContours(image, 100, 100, true));
     for (int y = 0; y < 2; ++y)
         for (int c = 0; c < 3; ++c)
-            EXPECT_EQ((std::vector<int>{nValueAt(image, 0, y, c), nValueAt(image, 1, y, c),
-                                        nValueAt(image, 2, y, c), nValueAt(image, 3, y, c)}),
+            EXPECT_EQ((std::vector<int>{ValueAt(image, 0, y, c), ValueAt(image, 1, y, c),
+                                        ValueAt(image, 2, y, c), ValueAt(image, 3, y, c)}),
                       (std::vector<int>{255, 0, 255, 255}));
 }
 
 TEST(Effects, ArePicturesForAnyNumber)
 {
     using namespace transforms;
-    for (const auto& [width, height, channels] : aShapes()) {
-        const ImageBuffer before = aRandomPicture(width, height, channels);
+    for (const auto& [width, height, channels] : Shapes()) {
+        const ImageBuffer before = RandomPicture(width, height, channels);
         const auto expect = [&before](const auto& operation) {
             ImageBuffer image = before;
             ASSERT_TRUE(operation(image));
-            ASSERT_TRUE(bSound(image));
+            ASSERT_TRUE(Sound(image));
             ASSERT_EQ(image.width, before.width);
             ASSERT_EQ(image.height, before.height);
             ASSERT_EQ(image.channels, before.channels);
         };
-        for (const double d : aHostileDoubles()) {
+        for (const double d : HostileDoubles()) {
             expect([&](ImageBuffer& a) { return Emboss(a, d, 3, 10); });
             expect([&](ImageBuffer& a) { return Emboss(a, 30, 16, d); });
             expect([&](ImageBuffer& a) { return Relief(a, d, 4, 10); });
@@ -362,7 +362,7 @@ TEST(Effects, ArePicturesForAnyNumber)
             expect([&](ImageBuffer& a) { return ZoomBlur(a, d); });
             expect([&](ImageBuffer& a) { return Diffuse(a, 3, d); });
         }
-        for (const std::int32_t l : aHostileLongs()) {
+        for (const std::int32_t l : HostileLongs()) {
             expect([&](ImageBuffer& a) { return Emboss(a, 30, l, 10); });
             expect([&](ImageBuffer& a) { return Halftones(a, l, 1); });
             expect([&](ImageBuffer& a) { return Mosaic(a, l, false); });
@@ -377,12 +377,12 @@ TEST(Effects, ArePicturesForAnyNumber)
 TEST(Effects, OfNothingChangeNothing)
 {
     using namespace transforms;
-    const ImageBuffer before = aRandomPicture(17, 11, 3);
+    const ImageBuffer before = RandomPicture(17, 11, 3);
     ImageBuffer image = before;
     const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_TRUE(Emboss(image, 0, 0, 10) && Emboss(image, nan, 1, 10) && Emboss(image, 0, 1, nan));
     EXPECT_TRUE(Relief(image, 0, 0, 10) && Relief(image, nan, 1, 10) && Relief(image, 0, 1, nan));
     EXPECT_TRUE(Texturize(image, 0, 0, 1) && Texturize(image, nan, 5, 1) && Texturize(image, 0, nan, 1));
     EXPECT_TRUE(Halftones(image, 5, 0) && Halftones(image, 5, nan));
-    EXPECT_TRUE(bEqual(image, before));
+    EXPECT_TRUE(Equal(image, before));
 }

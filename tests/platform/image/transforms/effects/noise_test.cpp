@@ -9,17 +9,17 @@
 TEST(AddNoise, IsTheSameEachTimeForTheSamePicture)
 {
     for (const bool monochrome : {false, true}) {
-        ImageBuffer one = aRandomPicture(300, 401, 3), other = one;
+        ImageBuffer one = RandomPicture(300, 401, 3), other = one;
         ASSERT_TRUE(transforms::AddNoise(one, 35, monochrome));
         ASSERT_TRUE(transforms::AddNoise(other, 35, monochrome));
-        EXPECT_TRUE(bEqual(one, other));
+        EXPECT_TRUE(Equal(one, other));
     }
 }
 
 TEST(AddNoise, HasTheDeviationAskedForAndNoBias)
 {
     for (const std::int32_t level : {5, 20, 35}) {
-        ImageBuffer image = aPlain(200, 200, 3, 128);
+        ImageBuffer image = Plain(200, 200, 3, 128);
         ASSERT_TRUE(transforms::AddNoise(image, level, false));
         double sum = 0, squares = 0;
         for (const int byte : image.bytes) {
@@ -34,7 +34,7 @@ TEST(AddNoise, HasTheDeviationAskedForAndNoBias)
 
 TEST(AddNoise, IsGreyWhenMonochromeAndColouredOtherwise)
 {
-    ImageBuffer grey = aPlain(50, 50, 4, 128), coloured = grey;
+    ImageBuffer grey = Plain(50, 50, 4, 128), coloured = grey;
     ASSERT_TRUE(transforms::AddNoise(grey, 35, true));
     ASSERT_TRUE(transforms::AddNoise(coloured, 35, false));
     int different = 0;
@@ -49,17 +49,17 @@ TEST(AddNoise, IsGreyWhenMonochromeAndColouredOtherwise)
 
 TEST(AddNoise, OfNothingChangesNothing)
 {
-    const ImageBuffer before = aRandomPicture(9, 8, 3);
+    const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
     for (const std::int32_t level : {0, -1, INT32_MIN})
         ASSERT_TRUE(transforms::AddNoise(image, level, true));
-    EXPECT_TRUE(bEqual(image, before));
+    EXPECT_TRUE(Equal(image, before));
 }
 
 TEST(Diffuse, TakesOnlyPixelsFromNearby)
 {
     // A slope, where a pixel's value says where it came from.
-    ImageBuffer before = aPlain(80, 80, 1, 0);
+    ImageBuffer before = Plain(80, 80, 1, 0);
     for (int i = 0; i < 80 * 80; ++i)
         before.bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(3 * (i % 80));
     ImageBuffer image = before;
@@ -67,13 +67,13 @@ TEST(Diffuse, TakesOnlyPixelsFromNearby)
     int furthest = 0;
     for (int y = 0; y < 80; ++y)
         for (int x = 0; x < 80; ++x)
-            furthest = std::max(furthest, std::abs(nValueAt(image, x, y) - nValueAt(before, x, y)));
+            furthest = std::max(furthest, std::abs(ValueAt(image, x, y) - ValueAt(before, x, y)));
     EXPECT_EQ(furthest, 30);
 }
 
 TEST(Diffuse, MovesMoreWithMorePenetration)
 {
-    const ImageBuffer before = aRandomPicture(100, 100, 3);
+    const ImageBuffer before = RandomPicture(100, 100, 3);
     int last = 0;
     for (const double penetration : {1.0, 10.0, 30.0, 1e9}) {
         ImageBuffer image = before;
@@ -89,7 +89,7 @@ TEST(Diffuse, MovesMoreWithMorePenetration)
 
 TEST(Diffuse, MovesWholePixelsAndCarriesAlpha)
 {
-    ImageBuffer image = aPlain(40, 40, 4, 0);
+    ImageBuffer image = Plain(40, 40, 4, 0);
     for (std::size_t i = 0; i < image.bytes.size(); ++i)
         image.bytes[i] = static_cast<std::uint8_t>(i % 4 == 3 ? i / 4 : i / 64);
     const ImageBuffer before = image;
@@ -103,14 +103,14 @@ TEST(Diffuse, MovesWholePixelsAndCarriesAlpha)
 
 TEST(Diffuse, IsTheSameEachTimeAndNothingForZero)
 {
-    const ImageBuffer before = aRandomPicture(200, 300, 3);
+    const ImageBuffer before = RandomPicture(200, 300, 3);
     ImageBuffer one = before, other = before, none = before;
     ASSERT_TRUE(transforms::Diffuse(one, 10, 10));
     ASSERT_TRUE(transforms::Diffuse(other, 10, 10));
-    EXPECT_TRUE(bEqual(one, other));
+    EXPECT_TRUE(Equal(one, other));
     for (const double penetration : {0.0, -3.0, std::nan("")})
         ASSERT_TRUE(transforms::Diffuse(none, 10, penetration));
     for (const std::int32_t distance : {0, -3, INT32_MIN})
         ASSERT_TRUE(transforms::Diffuse(none, distance, 10));
-    EXPECT_TRUE(bEqual(none, before));
+    EXPECT_TRUE(Equal(none, before));
 }

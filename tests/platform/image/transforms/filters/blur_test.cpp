@@ -12,15 +12,15 @@ static constexpr double kToRadians = 3.14159265358979323846 / 180;
 template <typename Operation>
 static void ExpectABlur(const Operation& blur)
 {
-    for (const auto& [width, height, channels] : aShapes()) {
-        ImageBuffer image = aPlain(width, height, channels, 201);
+    for (const auto& [width, height, channels] : Shapes()) {
+        ImageBuffer image = Plain(width, height, channels, 201);
         ASSERT_TRUE(blur(image));
-        ASSERT_TRUE(bEqual(image, aPlain(width, height, channels, 201)));
+        ASSERT_TRUE(Equal(image, Plain(width, height, channels, 201)));
 
-        const ImageBuffer before = aRandomPicture(width, height, channels);
+        const ImageBuffer before = RandomPicture(width, height, channels);
         image = before;
         ASSERT_TRUE(blur(image));
-        ASSERT_TRUE(bSound(image));
+        ASSERT_TRUE(Sound(image));
         ASSERT_EQ(image.width, width);
         ASSERT_EQ(image.channels, channels);
         for (std::size_t i = 3; channels == 4 && i < image.bytes.size(); i += 4)
@@ -36,11 +36,11 @@ TEST(GaussianBlur, KeepsSizeAlphaAndPlainPictures)
 
 TEST(GaussianBlur, OfNothingChangesNothing)
 {
-    const ImageBuffer before = aRandomPicture(9, 8, 3);
+    const ImageBuffer before = RandomPicture(9, 8, 3);
     for (const std::int32_t fuzziness : {0, -1, INT32_MIN}) {
         ImageBuffer image = before;
         ASSERT_TRUE(transforms::GaussianBlur(image, fuzziness));
-        EXPECT_TRUE(bEqual(image, before));
+        EXPECT_TRUE(Equal(image, before));
     }
 }
 
@@ -58,7 +58,7 @@ static std::vector<double> Gaussian(const ImageBuffer& image, double deviation)
         for (int x = 0; x < image.width; ++x)
             for (int i = -reach; i <= reach; ++i)
                 across[static_cast<std::size_t>(y * image.width + x)] +=
-                    weights[static_cast<std::size_t>(i + reach)] / sum * nValueAt(image, x + i, y);
+                    weights[static_cast<std::size_t>(i + reach)] / sum * ValueAt(image, x + i, y);
     for (int y = 0; y < image.height; ++y)
         for (int x = 0; x < image.width; ++x)
             for (int i = -reach; i <= reach; ++i)
@@ -81,20 +81,20 @@ static void ExpectGaussian(const ImageBuffer& before, std::int32_t fuzziness, do
 TEST(GaussianBlur, IsTheSampledCurveForSmallDeviations)
 {
     for (const std::int32_t fuzziness : {1, 2, 5})
-        ExpectGaussian(aRandomPicture(47, 31, 1), fuzziness, 1.5);
+        ExpectGaussian(RandomPicture(47, 31, 1), fuzziness, 1.5);
 }
 
 TEST(GaussianBlur, StaysNearTheCurveForGreatOnes)
 {
     // Slopes and an edge: the shape of photographs, and large enough to be blurred on a smaller picture.
-    ImageBuffer image = aPlain(181, 167, 1, 0);
+    ImageBuffer image = Plain(181, 167, 1, 0);
     for (int y = 0; y < 167; ++y)
         for (int x = 0; x < 181; ++x)
             image.bytes[static_cast<std::size_t>(y * 181 + x)] =
                 static_cast<std::uint8_t>(x > 90 ? 255 - y : (x + y) / 2);
     for (const std::int32_t fuzziness : {7, 12, 25})
         ExpectGaussian(image, fuzziness, 5);
-    ExpectGaussian(aRandomPicture(150, 150, 1), 10, 3);
+    ExpectGaussian(RandomPicture(150, 150, 1), 10, 3);
 }
 
 TEST(MotionBlur, KeepsSizeAlphaAndPlainPictures)
@@ -107,30 +107,30 @@ TEST(MotionBlur, KeepsSizeAlphaAndPlainPictures)
 
 TEST(MotionBlur, IsTheMeanAlongTheRow)
 {
-    ImageBuffer image = aGreyOf(5, 1, {0, 0, 90, 0, 0});
+    ImageBuffer image = GreyOf(5, 1, {0, 0, 90, 0, 0});
     ASSERT_TRUE(transforms::MotionBlur(image, 0, 3));
-    EXPECT_EQ(aBytesOf(image), (std::vector<int>{0, 30, 30, 30, 0}));
+    EXPECT_EQ(BytesOf(image), (std::vector<int>{0, 30, 30, 30, 0}));
 }
 
 TEST(MotionBlur, RunsUpwardsAtNinetyDegreesAndCounterclockwiseBetween)
 {
-    ImageBuffer image = aPlain(5, 5, 1, 0);
+    ImageBuffer image = Plain(5, 5, 1, 0);
     image.bytes[12] = 90;
     ImageBuffer up = image, slant = image;
     ASSERT_TRUE(transforms::MotionBlur(up, 90, 3));
-    EXPECT_EQ(nValueAt(up, 2, 1), 30);
-    EXPECT_EQ(nValueAt(up, 2, 3), 30);
-    EXPECT_EQ(nValueAt(up, 1, 2), 0);
+    EXPECT_EQ(ValueAt(up, 2, 1), 30);
+    EXPECT_EQ(ValueAt(up, 2, 3), 30);
+    EXPECT_EQ(ValueAt(up, 1, 2), 0);
     ASSERT_TRUE(transforms::MotionBlur(slant, 45, 3));
-    EXPECT_EQ(nValueAt(slant, 3, 1), 30);
-    EXPECT_EQ(nValueAt(slant, 1, 3), 30);
-    EXPECT_EQ(nValueAt(slant, 3, 3), 0);
+    EXPECT_EQ(ValueAt(slant, 3, 1), 30);
+    EXPECT_EQ(ValueAt(slant, 1, 3), 30);
+    EXPECT_EQ(ValueAt(slant, 3, 3), 0);
 }
 
 TEST(MotionBlur, AgreesWithTheFormula)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
-        const ImageBuffer before = aRandomPicture(31, 23, channels);
+        const ImageBuffer before = RandomPicture(31, 23, channels);
         for (const double angle : {0.0, 20.0, 90.0, 117.0}) {
             for (const std::int32_t amount : {2, 3, 10, 100, 255}) {
                 ImageBuffer image = before;
@@ -141,11 +141,11 @@ TEST(MotionBlur, AgreesWithTheFormula)
                         for (int k = 0; k < amount; ++k) {
                             const int t = k - (amount - 1) / 2;
                             const double cos = angle == 90 ? 0 : std::cos(angle * kToRadians);
-                            sum += nValueAt(
+                            sum += ValueAt(
                                 before, x + static_cast<int>(std::floor(t * cos + 0.5)),
                                 y - static_cast<int>(std::floor(t * std::sin(angle * kToRadians) + 0.5)));
                         }
-                        ASSERT_EQ(nValueAt(image, x, y), (2 * sum + amount) / (2 * amount))
+                        ASSERT_EQ(ValueAt(image, x, y), (2 * sum + amount) / (2 * amount))
                             << angle << " " << amount;
                     }
             }
@@ -155,20 +155,20 @@ TEST(MotionBlur, AgreesWithTheFormula)
 
 TEST(MotionBlur, TakesHalfTurnsOff)
 {
-    ImageBuffer one = aRandomPicture(30, 20, 3), other = one;
+    ImageBuffer one = RandomPicture(30, 20, 3), other = one;
     ASSERT_TRUE(transforms::MotionBlur(one, 30, 12));
     ASSERT_TRUE(transforms::MotionBlur(other, 30 - 720, 12));
-    EXPECT_TRUE(bEqual(one, other));
+    EXPECT_TRUE(Equal(one, other));
 }
 
 TEST(MotionBlur, OfOnePixelOrNoAngleChangesNothing)
 {
-    const ImageBuffer before = aRandomPicture(9, 8, 3);
+    const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
     for (const std::int32_t amount : {1, 0, -5, INT32_MIN})
         ASSERT_TRUE(transforms::MotionBlur(image, 10, amount));
     ASSERT_TRUE(transforms::MotionBlur(image, std::nan(""), 10));
-    EXPECT_TRUE(bEqual(image, before));
+    EXPECT_TRUE(Equal(image, before));
 }
 
 TEST(RadialBlur, KeepsSizeAlphaAndPlainPictures)
@@ -185,13 +185,13 @@ TEST(ZoomBlur, KeepsSizeAlphaAndPlainPictures)
 
 TEST(RadialAndZoomBlur, OfNothingChangeNothing)
 {
-    const ImageBuffer before = aRandomPicture(9, 8, 3);
+    const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
     for (const double d : {0.0, -1.0, std::nan(""), -1e300}) {
         ASSERT_TRUE(transforms::RadialBlur(image, d));
         ASSERT_TRUE(transforms::ZoomBlur(image, d));
     }
-    EXPECT_TRUE(bEqual(image, before));
+    EXPECT_TRUE(Equal(image, before));
 }
 
 // The picture between its pixels; beyond the border the border goes on.
@@ -199,17 +199,17 @@ static double Between(const ImageBuffer& image, double x, double y)
 {
     const int left = static_cast<int>(std::floor(x)), top = static_cast<int>(std::floor(y));
     const double right_share = x - left, bottom_share = y - top;
-    return (nValueAt(image, left, top) * (1 - right_share) + nValueAt(image, left + 1, top) * right_share) *
+    return (ValueAt(image, left, top) * (1 - right_share) + ValueAt(image, left + 1, top) * right_share) *
                (1 - bottom_share) +
-           (nValueAt(image, left, top + 1) * (1 - right_share) +
-            nValueAt(image, left + 1, top + 1) * right_share) *
+           (ValueAt(image, left, top + 1) * (1 - right_share) +
+            ValueAt(image, left + 1, top + 1) * right_share) *
                bottom_share;
 }
 
 // A smooth hill, on which interpolating more than once costs next to nothing.
 static ImageBuffer Hill(int side)
 {
-    ImageBuffer image = aPlain(side, side, 1, 0);
+    ImageBuffer image = Plain(side, side, 1, 0);
     for (int y = 0; y < side; ++y)
         for (int x = 0; x < side; ++x)
             image.bytes[static_cast<std::size_t>(y * side + x)] = static_cast<std::uint8_t>(
@@ -231,7 +231,7 @@ TEST(RadialBlur, IsTheMeanOverItsArc)
                                 60 + (y - 60) * std::cos(turn) - (x - 60) * std::sin(turn)) /
                         101;
             }
-            ASSERT_NEAR(nValueAt(image, x, y), mean, 3) << x << "," << y;
+            ASSERT_NEAR(ValueAt(image, x, y), mean, 3) << x << "," << y;
         }
     }
 }
@@ -248,8 +248,8 @@ TEST(ZoomBlur, IsTheMeanOfTheWayToTheMiddle)
                 const double scale = std::pow(0.75, k / 100.0);
                 mean += Between(before, 60 + (x - 60) * scale, 60 + (y - 60) * scale) / 101;
             }
-            ASSERT_NEAR(nValueAt(image, x, y), mean, 3) << x << "," << y;
+            ASSERT_NEAR(ValueAt(image, x, y), mean, 3) << x << "," << y;
         }
     }
-    EXPECT_EQ(nValueAt(image, 60, 60), nValueAt(before, 60, 60));
+    EXPECT_EQ(ValueAt(image, 60, 60), ValueAt(before, 60, 60));
 }

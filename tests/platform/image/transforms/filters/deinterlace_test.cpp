@@ -9,7 +9,7 @@ using namespace transforms;
 
 static ImageBuffer FiveLines()
 {
-    return aPicture(1, 5, 1, {10, 20, 31, 40, 50});
+    return TestPicture(1, 5, 1, {10, 20, 31, 40, 50});
 }
 
 TEST(Deinterlace, RepeatsTheLineAbove)
@@ -34,16 +34,16 @@ TEST(Deinterlace, LeavesTheOtherLinesAlphaAndAPictureOfOneLine)
         for (const auto& [width, height] : kSizes)
             for (const bool is_odd : {false, true})
                 for (const bool interpolate : {false, true}) {
-                    const ImageBuffer before = aRandomPicture(width, height, channels);
+                    const ImageBuffer before = RandomPicture(width, height, channels);
                     ImageBuffer image = before;
                     ASSERT_TRUE(Deinterlace(image, is_odd, interpolate));
-                    ASSERT_TRUE(bSameAlpha(image, before));
+                    ASSERT_TRUE(SameAlpha(image, before));
                     for (int y = 0; y < height; ++y) {
                         if ((y % 2 == 1) == is_odd && height > 1)
                             continue;
                         for (int x = 0; x < width; ++x)
                             for (int c = 0; c < channels; ++c)
-                                ASSERT_EQ(nValueAt(image, x, y, c), nValueAt(before, x, y, c));
+                                ASSERT_EQ(ValueAt(image, x, y, c), ValueAt(before, x, y, c));
                     }
                 }
 }

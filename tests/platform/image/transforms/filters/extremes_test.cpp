@@ -16,7 +16,7 @@ static int LeastAround(const ImageBuffer& image, int x, int y, int c, int size)
     int min = 255;
     for (int dy = -(size / 2); dy < size - size / 2; ++dy)
         for (int dx = -(size / 2); dx < size - size / 2; ++dx)
-            min = std::min(min, nValueAt(image, x + dx, y + dy, c));
+            min = std::min(min, ValueAt(image, x + dx, y + dy, c));
     return min;
 }
 
@@ -25,14 +25,14 @@ TEST(FilterMinimal, TakesTheLeastOfTheSquareForEverySizeOfItAndOfThePicture)
     for (const int channels : kChannelCounts)
         for (const auto& [width, height] : kSizes)
             for (const int size : {2, 3, 4, 5, 8, 9, 16, 33}) {
-                const ImageBuffer before = aRandomPicture(width, height, channels);
+                const ImageBuffer before = RandomPicture(width, height, channels);
                 ImageBuffer image = before;
                 ASSERT_TRUE(FilterMinimal(image, size));
-                ASSERT_TRUE(bSameAlpha(image, before));
+                ASSERT_TRUE(SameAlpha(image, before));
                 for (int y = 0; y < height; ++y)
                     for (int x = 0; x < width; ++x)
                         for (int c = 0; c < std::min(channels, 3); ++c)
-                            ASSERT_EQ(nValueAt(image, x, y, c), LeastAround(before, x, y, c, size))
+                            ASSERT_EQ(ValueAt(image, x, y, c), LeastAround(before, x, y, c, size))
                                 << width << "x" << height << "x" << channels << " size " << size << " at "
                                 << x << " " << y;
             }
@@ -40,7 +40,7 @@ TEST(FilterMinimal, TakesTheLeastOfTheSquareForEverySizeOfItAndOfThePicture)
 
 TEST(FilterMinimal, WorksInBandsAndStripsAsInOnePiece)
 {
-    ImageBuffer image = aPicture(1100, 400, 3, {});
+    ImageBuffer image = TestPicture(1100, 400, 3, {});
     image.bytes.assign(1100 * 400 * 3, 200);
     const auto place = [](int x, int y) { return static_cast<std::size_t>((y * 1100 + x) * 3 + 1); };
     for (const auto& [x, y] : {std::pair{0, 0}, {682, 199}, {683, 200}, {1099, 399}})
@@ -62,7 +62,7 @@ TEST(FilterMinimal, WorksInBandsAndStripsAsInOnePiece)
 
 TEST(FilterMinimal, CoversAPictureThatIsSmallerThanTheSquare)
 {
-    ImageBuffer image = aRandomPicture(3, 3, 1);
+    ImageBuffer image = RandomPicture(3, 3, 1);
     const std::uint8_t min = *std::min_element(image.bytes.begin(), image.bytes.end());
     for (const std::int32_t size : {256, 257, 2147483647}) {
         ImageBuffer covered = image;
@@ -75,7 +75,7 @@ TEST(FilterMaximal, IsTheNegativeOfTheLeastOfTheNegative)
 {
     for (const int channels : kChannelCounts)
         for (const int size : {2, 5, 12, 256}) {
-            ImageBuffer greatest = aRandomPicture(67, 41, channels), min = greatest;
+            ImageBuffer greatest = RandomPicture(67, 41, channels), min = greatest;
             EXPECT_TRUE(FilterMaximal(greatest, size));
             EXPECT_TRUE(Invert(min) && FilterMinimal(min, size) && Invert(min));
             EXPECT_EQ(greatest.bytes, min.bytes);
@@ -85,7 +85,7 @@ TEST(FilterMaximal, IsTheNegativeOfTheLeastOfTheNegative)
 TEST(Extremes, ChangeNothingForASquareOfOneOrLess)
 {
     for (const std::int32_t size : {1, 0, -1, -2147483647 - 1}) {
-        ImageBuffer image = aRandomPicture(9, 8, 4);
+        ImageBuffer image = RandomPicture(9, 8, 4);
         const PixelBytes before = image.bytes;
         EXPECT_TRUE(FilterMinimal(image, size) && FilterMaximal(image, size));
         EXPECT_EQ(image.bytes, before);

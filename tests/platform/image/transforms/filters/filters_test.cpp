@@ -23,18 +23,18 @@ static void ExpectMask(const Operation& operation, const Mask& mask,
 {
     for (const int channels : kChannelCounts)
         for (const auto& [width, height] : kSizes) {
-            const ImageBuffer before = aRandomPicture(width, height, channels);
+            const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
             ASSERT_TRUE(operation(image));
-            ASSERT_TRUE(bSameAlpha(image, before));
+            ASSERT_TRUE(SameAlpha(image, before));
             for (int y = 0; y < height; ++y)
                 for (int x = 0; x < width; ++x)
                     for (int c = 0; c < std::min(channels, 3); ++c) {
                         double sum = 0;
                         for (int n = 0; n < 9; ++n)
                             sum += mask[static_cast<std::size_t>(n)] *
-                                   nValueAt(before, x + n % 3 - 1, y + n / 3 - 1, c);
-                        ASSERT_NEAR(nValueAt(image, x, y, c), std::clamp(shown(sum), 0.0, 255.0), tolerance)
+                                   ValueAt(before, x + n % 3 - 1, y + n / 3 - 1, c);
+                        ASSERT_NEAR(ValueAt(image, x, y, c), std::clamp(shown(sum), 0.0, 255.0), tolerance)
                             << width << "x" << height << "x" << channels << " at " << x << " " << y;
                     }
         }
@@ -74,7 +74,7 @@ TEST(FilterDifference, LooksForRisesInEachOfItsEightDirections)
 
 TEST(FilterDifference, FindsOppositeEdgesInOppositeDirections)
 {
-    ImageBuffer up = aPicture(1, 4, 1, {90, 90, 20, 20}), down = up;
+    ImageBuffer up = TestPicture(1, 4, 1, {90, 90, 20, 20}), down = up;
     EXPECT_TRUE(FilterDifference(up, 0) && FilterDifference(down, 4));
     EXPECT_EQ(up.bytes, (PixelBytes{0, 210, 210, 0}));
     EXPECT_EQ(down.bytes, (PixelBytes{0, 0, 0, 0}));
@@ -124,7 +124,7 @@ TEST(GradientFilters, ShowTheAmountOfTheSlopeAcrossTheirDirection)
 
 TEST(GradientFilters, FindAVerticalEdgeWhenTheyLookForVerticalOnesOnly)
 {
-    const ImageBuffer edge = aPicture(4, 3, 1, {10, 10, 30, 30, 10, 10, 30, 30, 10, 10, 30, 30});
+    const ImageBuffer edge = TestPicture(4, 3, 1, {10, 10, 30, 30, 10, 10, 30, 30, 10, 10, 30, 30});
     ImageBuffer vertical = edge, horizontal = edge;
 
     EXPECT_TRUE(FilterSobel(vertical, 0) && FilterSobel(horizontal, 1));
@@ -165,7 +165,7 @@ TEST(Filters, ChangeNothingAtTheirNeutralValues)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const int channels : kChannelCounts) {
-        const ImageBuffer before = aRandomPicture(33, 17, channels);
+        const ImageBuffer before = RandomPicture(33, 17, channels);
         ImageBuffer image = before;
         EXPECT_TRUE(FilterBlur(image, 0) && FilterBlur(image, -5) && FilterBlur(image, nan) &&
                     FilterSharpen(image, 0) && FilterSharpen(image, -5) && FilterSharpen(image, nan) &&
@@ -176,7 +176,7 @@ TEST(Filters, ChangeNothingAtTheirNeutralValues)
 
 TEST(Filters, LeaveAnEvenAreaOrMakeItBlack)
 {
-    const ImageBuffer flat = aPicture(2, 2, 1, {201, 201, 201, 201});
+    const ImageBuffer flat = TestPicture(2, 2, 1, {201, 201, 201, 201});
     const auto after = [&](const Operation& operation) {
         ImageBuffer image = flat;
         EXPECT_TRUE(operation(image));
@@ -196,31 +196,31 @@ TEST(Filters, LeaveAnEvenAreaOrMakeItBlack)
 
 TEST(Filters, TakeAnyNumberForItsNearestAndGiveAPicture)
 {
-    const ImageBuffer before = aRandomPicture(3, 3, 4);
-    for (const std::int32_t l : aHostileLongs())
+    const ImageBuffer before = RandomPicture(3, 3, 4);
+    for (const std::int32_t l : HostileLongs())
         for (const auto& fn : {FilterDifference, FilterHighPass, FilterLowPass, FilterLaplas, FilterSobel,
                                FilterPrewitt, FilterRoberts, FilterIsotropic, FilterLineDetection}) {
             ImageBuffer image = before, nearest = before;
             EXPECT_TRUE(fn(image, l) && fn(nearest, std::clamp(l, 0, 7)));
             EXPECT_EQ(image.bytes, nearest.bytes);
         }
-    for (const double d : aHostileDoubles()) {
+    for (const double d : HostileDoubles()) {
         ImageBuffer image = before;
         EXPECT_TRUE(FilterBlur(image, d) && FilterSharpen(image, d));
-        EXPECT_TRUE(bSameAlpha(image, before));
+        EXPECT_TRUE(SameAlpha(image, before));
     }
 }
 
 TEST(Filters, DoNotShowWhereTheBandsOfALargePictureMeet)
 {
-    const ImageBuffer before = aRandomPicture(500, 700, 3);
+    const ImageBuffer before = RandomPicture(500, 700, 3);
     ImageBuffer image = before;
     EXPECT_TRUE(FilterLowPass(image, 0));
     for (int y = 0; y < 700; ++y)
         for (int x = 0; x < 500; x += 7) {
             int sum = 4;
             for (int n = 0; n < 9; ++n)
-                sum += nValueAt(before, x + n % 3 - 1, y + n / 3 - 1, 1);
-            ASSERT_EQ(nValueAt(image, x, y, 1), sum / 9) << x << " " << y;
+                sum += ValueAt(before, x + n % 3 - 1, y + n / 3 - 1, 1);
+            ASSERT_EQ(ValueAt(image, x, y, 1), sum / 9) << x << " " << y;
         }
 }

@@ -11,11 +11,11 @@ static constexpr double kToRadians = 3.14159265358979323846 / 180;
 
 TEST(Perspective, OfNoAngleChangesNothing)
 {
-    const ImageBuffer before = aRandomPicture(9, 6, 4);
+    const ImageBuffer before = RandomPicture(9, 6, 4);
     for (const double angle : {0.0, -0.0, std::nan("")}) {
         ImageBuffer image = before;
         ASSERT_TRUE(transforms::Perspective(image, true, angle));
-        EXPECT_TRUE(bEqual(image, before));
+        EXPECT_TRUE(Equal(image, before));
     }
 }
 
@@ -24,13 +24,13 @@ static int White(const ImageBuffer& image, int line, bool is_row)
 {
     int n = 0;
     for (int i = 0; i < (is_row ? image.width : image.height); ++i)
-        n += nValueAt(image, is_row ? i : line, is_row ? line : i) >= 128;
+        n += ValueAt(image, is_row ? i : line, is_row ? line : i) >= 128;
     return n;
 }
 
 TEST(Perspective, ShortensTheTopAboveZeroAndTheBottomBelow)
 {
-    ImageBuffer up = aPlain(200, 100, 1, 255), down = up;
+    ImageBuffer up = Plain(200, 100, 1, 255), down = up;
     ASSERT_TRUE(transforms::Perspective(up, true, 60));
     ASSERT_TRUE(transforms::Perspective(down, true, -60));
     EXPECT_NEAR(White(up, 0, true), 100, 2);  // cos 60 = 0.5
@@ -42,7 +42,7 @@ TEST(Perspective, ShortensTheTopAboveZeroAndTheBottomBelow)
 
 TEST(Perspective, ShortensTheRightAboveZeroOtherwise)
 {
-    ImageBuffer image = aPlain(100, 200, 3, 255);
+    ImageBuffer image = Plain(100, 200, 3, 255);
     ASSERT_TRUE(transforms::Perspective(image, false, 60));
     EXPECT_NEAR(White(image, 99, false), 100, 2);
     EXPECT_NEAR(White(image, 0, false), 200, 2);
@@ -54,65 +54,65 @@ TEST(Perspective, KeepsStraightLinesStraight)
 {
     // A diagonal from corner to corner runs, after the tilt, from the short top's left end to the right
     // bottom corner.
-    ImageBuffer image = aPlain(200, 200, 1, 0);
+    ImageBuffer image = Plain(200, 200, 1, 0);
     for (int y = 0; y < 200; ++y)
         for (int x = 0; x < y; ++x)
             image.bytes[static_cast<std::size_t>(y * 200 + x)] = 255;
     ASSERT_TRUE(transforms::Perspective(image, true, 60));
     for (int y = 10; y < 190; y += 20) {
         const double line = 50 + (200 - 50) * (y + 0.5) / 200;
-        EXPECT_GE(nValueAt(image, static_cast<int>(line) - 3, y), 200) << y;
-        EXPECT_LE(nValueAt(image, static_cast<int>(line) + 3, y), 55) << y;
+        EXPECT_GE(ValueAt(image, static_cast<int>(line) - 3, y), 200) << y;
+        EXPECT_LE(ValueAt(image, static_cast<int>(line) + 3, y), 55) << y;
     }
 }
 
 TEST(Perspective, LeavesNothingWhereItUncoversAPictureWithAlpha)
 {
-    ImageBuffer image = aPlain(50, 50, 4, 255);
+    ImageBuffer image = Plain(50, 50, 4, 255);
     ASSERT_TRUE(transforms::Perspective(image, true, 45));
-    EXPECT_EQ(nValueAt(image, 0, 0, 3), 0);
-    EXPECT_EQ(nValueAt(image, 25, 25, 3), 255);
+    EXPECT_EQ(ValueAt(image, 0, 0, 3), 0);
+    EXPECT_EQ(ValueAt(image, 25, 25, 3), 255);
     for (std::size_t i = 0; i < image.bytes.size(); i += 4)
         ASSERT_TRUE(image.bytes[i] == 255 || image.bytes[i + 3] == 0);  // no dark fringe
 }
 
 TEST(Skew, OfNoAngleChangesNothing)
 {
-    const ImageBuffer before = aRandomPicture(9, 6, 3);
+    const ImageBuffer before = RandomPicture(9, 6, 3);
     for (const double angle : {0.0, std::nan("")}) {
         ImageBuffer image = before;
         ASSERT_TRUE(transforms::Skew(image, false, angle));
-        EXPECT_TRUE(bEqual(image, before));
+        EXPECT_TRUE(Equal(image, before));
     }
 }
 
 TEST(Skew, MovesTheTopBorderToTheRightByTheHeightAtFortyFiveDegrees)
 {
-    ImageBuffer image = aPlain(40, 20, 1, 255);
+    ImageBuffer image = Plain(40, 20, 1, 255);
     ASSERT_TRUE(transforms::Skew(image, false, 45));
     EXPECT_EQ(image.width, 60);
     EXPECT_EQ(image.height, 20);
-    EXPECT_EQ(nValueAt(image, 18, 0), 0);
-    EXPECT_EQ(nValueAt(image, 21, 0), 255);
-    EXPECT_EQ(nValueAt(image, 1, 19), 255);
-    EXPECT_EQ(nValueAt(image, 42, 19), 0);
+    EXPECT_EQ(ValueAt(image, 18, 0), 0);
+    EXPECT_EQ(ValueAt(image, 21, 0), 255);
+    EXPECT_EQ(ValueAt(image, 1, 19), 255);
+    EXPECT_EQ(ValueAt(image, 42, 19), 0);
 }
 
 TEST(Skew, MovesTheRightBorderDownWhenVertical)
 {
-    ImageBuffer image = aPlain(20, 40, 4, 255);
+    ImageBuffer image = Plain(20, 40, 4, 255);
     ASSERT_TRUE(transforms::Skew(image, true, 45));
     EXPECT_EQ(image.width, 20);
     EXPECT_EQ(image.height, 60);
-    EXPECT_EQ(nValueAt(image, 0, 1, 3), 255);
-    EXPECT_EQ(nValueAt(image, 19, 0, 3), 0);
-    EXPECT_EQ(nValueAt(image, 19, 58, 3), 255);
+    EXPECT_EQ(ValueAt(image, 0, 1, 3), 255);
+    EXPECT_EQ(ValueAt(image, 19, 0, 3), 0);
+    EXPECT_EQ(ValueAt(image, 19, 58, 3), 255);
 }
 
 TEST(Skew, MovesTheOtherWayBelowZero)
 {
-    for (const auto& [width, height, channels] : aShapes()) {
-        ImageBuffer left = aRandomOpaque(width, height, 3), right = left;
+    for (const auto& [width, height, channels] : Shapes()) {
+        ImageBuffer left = RandomOpaque(width, height, 3), right = left;
         ASSERT_TRUE(transforms::Skew(right, false, 45));
         for (auto* p = left.bytes.data(); p < left.bytes.data() + left.bytes.size(); p += 3 * width)
             for (int x = 0; x < width / 2; ++x)
@@ -122,49 +122,49 @@ TEST(Skew, MovesTheOtherWayBelowZero)
         ASSERT_EQ(left.width, right.width);
         for (int y = 0; y < left.height; ++y)
             for (int x = 0; x < left.width; ++x)
-                ASSERT_NEAR(nValueAt(left, x, y), nValueAt(right, left.width - 1 - x, y), 2);
+                ASSERT_NEAR(ValueAt(left, x, y), ValueAt(right, left.width - 1 - x, y), 2);
     }
 }
 
 TEST(Skew, StaysWithinWhatAPictureMayBe)
 {
-    ImageBuffer image = aPlain(100, 5000, 1, 255);
+    ImageBuffer image = Plain(100, 5000, 1, 255);
     setenv("VARNEL_MAX_MEGAPIXELS", "1", 1);
     const bool skewed = transforms::Skew(image, false, 80);
     unsetenv("VARNEL_MAX_MEGAPIXELS");
     EXPECT_TRUE(skewed);
     EXPECT_EQ(image.width, 200);
     EXPECT_EQ(image.height, 5000);
-    EXPECT_EQ(nValueAt(image, 150, 1), 255);
-    EXPECT_EQ(nValueAt(image, 50, 4998), 255);
+    EXPECT_EQ(ValueAt(image, 150, 1), 255);
+    EXPECT_EQ(ValueAt(image, 50, 4998), 255);
 }
 
 TEST(Twirl, OfNoAngleChangesNothing)
 {
-    const ImageBuffer before = aRandomPicture(9, 6, 3);
+    const ImageBuffer before = RandomPicture(9, 6, 3);
     for (const double angle : {0.0, std::nan("")}) {
         ImageBuffer image = before;
         ASSERT_TRUE(transforms::Twirl(image, angle));
-        EXPECT_TRUE(bEqual(image, before));
+        EXPECT_TRUE(Equal(image, before));
     }
 }
 
 TEST(Twirl, TurnsTheMiddleClockwiseAndLeavesTheBorder)
 {
     // A white upper half: next to the middle a quarter of a turn clockwise brings it to the right.
-    ImageBuffer image = aPlain(101, 101, 1, 0);
+    ImageBuffer image = Plain(101, 101, 1, 0);
     std::fill_n(image.bytes.begin(), 50 * 101, std::uint8_t{255});
     ASSERT_TRUE(transforms::Twirl(image, 90));
-    EXPECT_EQ(nValueAt(image, 53, 50), 255);
-    EXPECT_EQ(nValueAt(image, 47, 50), 0);
-    EXPECT_EQ(nValueAt(image, 0, 20), 255);
-    EXPECT_EQ(nValueAt(image, 100, 80), 0);
+    EXPECT_EQ(ValueAt(image, 53, 50), 255);
+    EXPECT_EQ(ValueAt(image, 47, 50), 0);
+    EXPECT_EQ(ValueAt(image, 0, 20), 255);
+    EXPECT_EQ(ValueAt(image, 100, 80), 0);
 }
 
 TEST(Twirl, AgreesWithTheFormula)
 {
     // A slope, so that a place's error of a few hundredths of a pixel is a level at most.
-    ImageBuffer image = aPlain(120, 80, 1, 0);
+    ImageBuffer image = Plain(120, 80, 1, 0);
     for (int y = 0; y < 80; ++y)
         for (int x = 0; x < 120; ++x)
             image.bytes[static_cast<std::size_t>(y * 120 + x)] = static_cast<std::uint8_t>(x + y);
@@ -178,7 +178,7 @@ TEST(Twirl, AgreesWithTheFormula)
                 const double turn = angle * kToRadians * (1 - d) * (1 - d);
                 const double from_x = 59.5 + 60 * (unit_x * std::cos(turn) + unit_y * std::sin(turn));
                 const double from_y = 39.5 + 40 * (unit_y * std::cos(turn) - unit_x * std::sin(turn));
-                ASSERT_NEAR(nValueAt(twirled, x, y), from_x + from_y, 1.1) << x << "," << y;
+                ASSERT_NEAR(ValueAt(twirled, x, y), from_x + from_y, 1.1) << x << "," << y;
             }
         }
     }
@@ -186,24 +186,24 @@ TEST(Twirl, AgreesWithTheFormula)
 
 TEST(Twirl, MovesNothingOutsideTheEllipse)
 {
-    const ImageBuffer before = aRandomPicture(301, 97, 3);
+    const ImageBuffer before = RandomPicture(301, 97, 3);
     ImageBuffer image = before;
     ASSERT_TRUE(transforms::Twirl(image, 300));
     for (int i = 0; i < 10; ++i)
         for (int j = 0; j < 5; ++j)
-            EXPECT_EQ(nValueAt(image, i, j, 1), nValueAt(before, i, j, 1));
+            EXPECT_EQ(ValueAt(image, i, j, 1), ValueAt(before, i, j, 1));
 }
 
 TEST(Distortions, ArePicturesForAnyAngle)
 {
-    for (const double angle : aHostileDoubles()) {
-        for (const auto& [width, height, channels] : aShapes()) {
+    for (const double angle : HostileDoubles()) {
+        for (const auto& [width, height, channels] : Shapes()) {
             for (const bool vertical : {false, true}) {
-                ImageBuffer one = aRandomPicture(width, height, channels), two = one, three = one;
+                ImageBuffer one = RandomPicture(width, height, channels), two = one, three = one;
                 ASSERT_TRUE(transforms::Perspective(one, vertical, angle));
                 ASSERT_TRUE(transforms::Skew(two, vertical, angle));
                 ASSERT_TRUE(transforms::Twirl(three, angle));
-                ASSERT_TRUE(bSound(one) && bSound(two) && bSound(three));
+                ASSERT_TRUE(Sound(one) && Sound(two) && Sound(three));
                 ASSERT_EQ(one.width, width);
                 ASSERT_EQ(three.height, height);
             }

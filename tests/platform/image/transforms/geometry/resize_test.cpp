@@ -11,37 +11,37 @@ static ImageBuffer Resized(ImageBuffer image, std::int32_t width, std::int32_t h
     EXPECT_TRUE(transforms::Resize(image, width, height, kind, 0));
     EXPECT_EQ(image.width, width);
     EXPECT_EQ(image.height, height);
-    EXPECT_TRUE(bSound(image));
+    EXPECT_TRUE(Sound(image));
     return image;
 }
 
 TEST(Resize, RepeatsAndDropsPixelsByNearest)
 {
-    EXPECT_EQ(aBytesOf(Resized(aGreyOf(2, 1, {10, 20}), 4, 2, 0)),
+    EXPECT_EQ(BytesOf(Resized(GreyOf(2, 1, {10, 20}), 4, 2, 0)),
               (std::vector<int>{10, 10, 20, 20, 10, 10, 20, 20}));
-    EXPECT_EQ(aBytesOf(Resized(aGreyOf(6, 1, {1, 2, 3, 4, 5, 6}), 2, 1, 0)), (std::vector<int>{2, 5}));
+    EXPECT_EQ(BytesOf(Resized(GreyOf(6, 1, {1, 2, 3, 4, 5, 6}), 2, 1, 0)), (std::vector<int>{2, 5}));
 }
 
 TEST(Resize, InterpolatesBetweenMiddlesByBilinear)
 {
-    EXPECT_EQ(aBytesOf(Resized(aGreyOf(2, 1, {0, 100}), 4, 1, 1)), (std::vector<int>{0, 25, 75, 100}));
+    EXPECT_EQ(BytesOf(Resized(GreyOf(2, 1, {0, 100}), 4, 1, 1)), (std::vector<int>{0, 25, 75, 100}));
 }
 
 TEST(Resize, ToItsOwnSizeChangesNothing)
 {
     for (const std::int32_t kind : {0, 1, 2}) {
-        const ImageBuffer before = aRandomPicture(13, 7, 4);
-        EXPECT_TRUE(bEqual(Resized(before, 13, 7, kind), before));
+        const ImageBuffer before = RandomPicture(13, 7, 4);
+        EXPECT_TRUE(Equal(Resized(before, 13, 7, kind), before));
     }
 }
 
 TEST(Resize, KeepsAPlainPicturePlain)
 {
-    for (const auto& [width, height, channels] : aShapes())
+    for (const auto& [width, height, channels] : Shapes())
         for (const std::int32_t kind : {0, 1, 2})
             for (const auto value : {std::uint8_t{1}, std::uint8_t{128}, std::uint8_t{255}})
-                EXPECT_TRUE(bEqual(Resized(aPlain(width, height, channels, value), 17, 29, kind),
-                                   aPlain(17, 29, channels, value)));
+                EXPECT_TRUE(Equal(Resized(Plain(width, height, channels, value), 17, 29, kind),
+                                  Plain(17, 29, channels, value)));
 }
 
 static double Filter(double d, bool cubic)
@@ -63,8 +63,8 @@ static double Reference(const ImageBuffer& image, int width, int height, bool cu
             double weight = Filter((i + 0.5 - (x + 0.5) * step_x) / std::max(1.0, step_x), cubic) *
                             Filter((j + 0.5 - (y + 0.5) * step_y) / std::max(1.0, step_y), cubic);
             if (image.channels == 4 && c < 3)
-                weight *= nValueAt(image, i, j, 3);
-            sum += weight * nValueAt(image, i, j, c);
+                weight *= ValueAt(image, i, j, 3);
+            sum += weight * ValueAt(image, i, j, c);
             weights += weight;
         }
     }
@@ -73,9 +73,9 @@ static double Reference(const ImageBuffer& image, int width, int height, bool cu
 
 TEST(Resize, AgreesWithTheFormulas)
 {
-    for (const auto& [width, height, channels] : aShapes()) {
+    for (const auto& [width, height, channels] : Shapes()) {
         const ImageBuffer before =
-            width == 33 ? aRandomPicture(width, height, channels) : aRandomOpaque(width, height, channels);
+            width == 33 ? RandomPicture(width, height, channels) : RandomOpaque(width, height, channels);
         for (const auto& [to_width, to_height] : {std::pair{5, 3}, {1, 1}, {9, 41}, {20, 20}}) {
             for (const bool cubic : {false, true}) {
                 const ImageBuffer after = Resized(before, to_width, to_height, cubic ? 2 : 1);
@@ -84,9 +84,9 @@ TEST(Resize, AgreesWithTheFormulas)
                         for (int c = 0; c < channels; ++c) {
                             const double expected = Reference(before, to_width, to_height, cubic, x, y, c);
                             // Where the cubic's overshoot has left next to no alpha, the colour is anything.
-                            const bool transparent = channels == 4 && c < 3 && nValueAt(after, x, y, 3) < 8;
+                            const bool transparent = channels == 4 && c < 3 && ValueAt(after, x, y, 3) < 8;
                             if (!transparent && expected >= 0) {
-                                ASSERT_NEAR(nValueAt(after, x, y, c), expected, 0.54)
+                                ASSERT_NEAR(ValueAt(after, x, y, c), expected, 0.54)
                                     << width << "x" << height << " to " << to_width << "x" << to_height;
                             }
                         }
@@ -97,19 +97,19 @@ TEST(Resize, AgreesWithTheFormulas)
 
 TEST(Resize, LeavesNoFalsePatternWhenItShrinks)
 {
-    ImageBuffer stripes = aPlain(64, 64, 1, 0);
+    ImageBuffer stripes = Plain(64, 64, 1, 0);
     for (std::size_t i = 0; i < stripes.bytes.size(); i += 2)
         stripes.bytes[i] = 255;
     for (const std::int32_t kind : {1, 2}) {
         const ImageBuffer small = Resized(stripes, 21, 21, kind);
         for (int x = 2; x < 19; ++x)
-            EXPECT_NEAR(nValueAt(small, x, 10), 127, 12) << kind;
+            EXPECT_NEAR(ValueAt(small, x, 10), 127, 12) << kind;
     }
 }
 
 TEST(Resize, KeepsHiddenColoursOfTransparentPixelsOut)
 {
-    ImageBuffer image = aPlain(8, 8, 4, 0);
+    ImageBuffer image = Plain(8, 8, 4, 0);
     for (std::size_t i = 0; i < image.bytes.size(); i += 8)
         image.bytes[i] = image.bytes[i + 1] = image.bytes[i + 2] = image.bytes[i + 3] = 200;
     for (const std::int32_t kind : {1, 2}) {
@@ -121,7 +121,7 @@ TEST(Resize, KeepsHiddenColoursOfTransparentPixelsOut)
 
 TEST(Resize, KeepsWhatStandsBesideThePixels)
 {
-    ImageBuffer image = aRandomPicture(4, 4, 3);
+    ImageBuffer image = RandomPicture(4, 4, 3);
     image.icc_profile = {1, 2};
     image.metadata.xmp = {3};
     ASSERT_TRUE(transforms::Resize(image, 2, 2, 2, 0));
@@ -131,69 +131,69 @@ TEST(Resize, KeepsWhatStandsBesideThePixels)
 
 TEST(Resize, BringsNumbersToTheirNearestSense)
 {
-    ImageBuffer image = aRandomPicture(4, 4, 3), twin = image;
+    ImageBuffer image = RandomPicture(4, 4, 3), twin = image;
     ASSERT_TRUE(transforms::Resize(image, 0, INT32_MIN, -7, 0));
     EXPECT_EQ(image.width, 1);
     EXPECT_EQ(image.height, 1);
     image = twin;
     ASSERT_TRUE(transforms::Resize(image, 9, 9, 99, 0));
-    EXPECT_TRUE(bEqual(image, Resized(twin, 9, 9, 2)));
+    EXPECT_TRUE(Equal(image, Resized(twin, 9, 9, 2)));
 }
 
 TEST(Resize, RefusesWhatIsLargerThanAPictureMayBe)
 {
-    const ImageBuffer before = aRandomPicture(3, 3, 3);
+    const ImageBuffer before = RandomPicture(3, 3, 3);
     ImageBuffer image = before;
     EXPECT_FALSE(transforms::Resize(image, 32767, 32767, 2, 0));
     EXPECT_FALSE(transforms::Resize(image, 65501, 1, 0, 0));
     EXPECT_FALSE(transforms::Resize(image, INT32_MAX, INT32_MAX, 1, 0));
-    EXPECT_TRUE(bEqual(image, before));
+    EXPECT_TRUE(Equal(image, before));
 }
 
 TEST(Reproduce, LaysCopiesSideBySide)
 {
-    ImageBuffer image = aGreyOf(4, 2,
-                                {10, 10, 30, 30,  //
-                                 10, 10, 30, 30});
+    ImageBuffer image = GreyOf(4, 2,
+                               {10, 10, 30, 30,  //
+                                10, 10, 30, 30});
     ASSERT_TRUE(transforms::Reproduce(image, 2));
     // Each pixel of the copy, two wide and one high, has its triangle reach half over its neighbour.
-    EXPECT_EQ(nValueAt(image, 0, 0), nValueAt(image, 2, 1));
-    EXPECT_EQ(nValueAt(image, 1, 0), nValueAt(image, 3, 0));
-    EXPECT_NEAR(nValueAt(image, 0, 0), 13, 1);
-    EXPECT_NEAR(nValueAt(image, 1, 0), 27, 1);
+    EXPECT_EQ(ValueAt(image, 0, 0), ValueAt(image, 2, 1));
+    EXPECT_EQ(ValueAt(image, 1, 0), ValueAt(image, 3, 0));
+    EXPECT_NEAR(ValueAt(image, 0, 0), 13, 1);
+    EXPECT_NEAR(ValueAt(image, 1, 0), 27, 1);
 }
 
 TEST(Reproduce, RepeatsWhereTheSidesDivide)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
-        ImageBuffer image = aRandomPicture(24, 12, channels);
+        ImageBuffer image = RandomPicture(24, 12, channels);
         ASSERT_TRUE(transforms::Reproduce(image, 3));
         for (int y = 0; y < 12; ++y)
             for (int x = 0; x < 24; ++x)
-                ASSERT_EQ(nValueAt(image, x, y), nValueAt(image, x % 8, y % 4));
+                ASSERT_EQ(ValueAt(image, x, y), ValueAt(image, x % 8, y % 4));
     }
 }
 
 TEST(Reproduce, OnceChangesNothingAndNumbersBeyondTheRangeAreBroughtIntoIt)
 {
-    const ImageBuffer before = aRandomPicture(40, 33, 3);
+    const ImageBuffer before = RandomPicture(40, 33, 3);
     ImageBuffer once = before, below = before, max = before, above = before;
     ASSERT_TRUE(transforms::Reproduce(once, 1));
     ASSERT_TRUE(transforms::Reproduce(below, INT32_MIN));
     ASSERT_TRUE(transforms::Reproduce(max, 32));
     ASSERT_TRUE(transforms::Reproduce(above, INT32_MAX));
-    EXPECT_TRUE(bEqual(once, before));
-    EXPECT_TRUE(bEqual(below, before));
-    EXPECT_TRUE(bEqual(max, above));
+    EXPECT_TRUE(Equal(once, before));
+    EXPECT_TRUE(Equal(below, before));
+    EXPECT_TRUE(Equal(max, above));
 }
 
 TEST(Reproduce, IsAPictureOfTheSameSizeForAnyNumber)
 {
-    for (const auto& [width, height, channels] : aShapes()) {
-        for (const std::int32_t copies : aHostileLongs()) {
-            ImageBuffer image = aRandomPicture(width, height, channels);
+    for (const auto& [width, height, channels] : Shapes()) {
+        for (const std::int32_t copies : HostileLongs()) {
+            ImageBuffer image = RandomPicture(width, height, channels);
             ASSERT_TRUE(transforms::Reproduce(image, copies));
-            ASSERT_TRUE(bSound(image));
+            ASSERT_TRUE(Sound(image));
             ASSERT_EQ(image.width, width);
         }
     }

@@ -11,42 +11,42 @@ static constexpr Colour kRed = 255;
 
 TEST(Rotate, TurnsClockwiseByQuarters)
 {
-    ImageBuffer image = aGreyOf(3, 2, {1, 2, 3, 4, 5, 6});
+    ImageBuffer image = GreyOf(3, 2, {1, 2, 3, 4, 5, 6});
     ASSERT_TRUE(transforms::Rotate(image, 90, kRed));
     EXPECT_EQ(image.width, 2);
     EXPECT_EQ(image.height, 3);
     EXPECT_EQ(image.channels, 1);
-    EXPECT_EQ(aBytesOf(image), (std::vector<int>{4, 1, 5, 2, 6, 3}));
+    EXPECT_EQ(BytesOf(image), (std::vector<int>{4, 1, 5, 2, 6, 3}));
 }
 
 TEST(Rotate, TakesWholeTurnsOff)
 {
-    const ImageBuffer before = aRandomPicture(7, 5, 3);
+    const ImageBuffer before = RandomPicture(7, 5, 3);
     for (const double angle : {0.0, 360.0, -360.0, 3.6e9}) {
         ImageBuffer image = before;
         ASSERT_TRUE(transforms::Rotate(image, angle, kRed));
-        EXPECT_TRUE(bEqual(image, before)) << angle;
+        EXPECT_TRUE(Equal(image, before)) << angle;
     }
     ImageBuffer left = before, right = before;
     ASSERT_TRUE(transforms::Rotate(left, -90, kBlack));
     ASSERT_TRUE(transforms::Rotate(right, 270, kBlack));
-    EXPECT_TRUE(bEqual(left, right));
+    EXPECT_TRUE(Equal(left, right));
 }
 
 TEST(Rotate, FourQuartersAreThePictureAgain)
 {
-    for (const auto& [width, height, channels] : aShapes()) {
-        const ImageBuffer before = aRandomPicture(width, height, channels);
+    for (const auto& [width, height, channels] : Shapes()) {
+        const ImageBuffer before = RandomPicture(width, height, channels);
         ImageBuffer image = before;
         for (int i = 0; i < 4; ++i)
             ASSERT_TRUE(transforms::Rotate(image, 90, kRed));
-        EXPECT_TRUE(bEqual(image, before));
+        EXPECT_TRUE(Equal(image, before));
     }
 }
 
 TEST(Rotate, GrowsTheCanvasToHoldAll)
 {
-    ImageBuffer image = aRandomPicture(40, 20, 3);
+    ImageBuffer image = RandomPicture(40, 20, 3);
     ASSERT_TRUE(transforms::Rotate(image, 30, kBlack));
     EXPECT_EQ(image.width, 45);   // 40 cos 30 + 20 sin 30 = 44.6
     EXPECT_EQ(image.height, 38);  // 40 sin 30 + 20 cos 30 = 37.3
@@ -67,7 +67,7 @@ static double Reference(const ImageBuffer& image, const ImageBuffer& canvas, dou
             const bool inside =
                 left + i >= 0 && left + i < image.width && top + j >= 0 && top + j < image.height;
             sum += (1 - std::fabs(from_x - left - i)) * (1 - std::fabs(from_y - top - j)) *
-                   (inside ? nValueAt(image, left + i, top + j, c) : outside);
+                   (inside ? ValueAt(image, left + i, top + j, c) : outside);
         }
     }
     return sum;
@@ -75,16 +75,16 @@ static double Reference(const ImageBuffer& image, const ImageBuffer& canvas, dou
 
 TEST(Rotate, AgreesWithTheFormulaWithinTheMapsResolution)
 {
-    for (const auto& [width, height, channels] : aShapes()) {
+    for (const auto& [width, height, channels] : Shapes()) {
         for (const double angle : {30.0, -47.0, 135.5, 271.25}) {
-            const ImageBuffer before = aRandomOpaque(width, height, channels);
+            const ImageBuffer before = RandomOpaque(width, height, channels);
             ImageBuffer image = before;
             ASSERT_TRUE(transforms::Rotate(image, angle, 0x0A0A0A));
-            ASSERT_TRUE(bSound(image));
+            ASSERT_TRUE(Sound(image));
             for (int y = 0; y < image.height; ++y)
                 for (int x = 0; x < image.width; ++x)
                     for (int c = 0; c < std::min(channels, 3); ++c)
-                        ASSERT_NEAR(nValueAt(image, x, y, c), Reference(before, image, angle, x, y, c, 10),
+                        ASSERT_NEAR(ValueAt(image, x, y, c), Reference(before, image, angle, x, y, c, 10),
                                     2.5)
                             << width << "x" << height << " " << angle << " at " << x << "," << y;
         }
@@ -93,33 +93,33 @@ TEST(Rotate, AgreesWithTheFormulaWithinTheMapsResolution)
 
 TEST(Rotate, LaysTheBackgroundIntoTheCorners)
 {
-    ImageBuffer image = aPlain(20, 20, 4, 200);
+    ImageBuffer image = Plain(20, 20, 4, 200);
     ASSERT_TRUE(transforms::Rotate(image, 45, 0x030201));  // red 1, green 2, blue 3
-    EXPECT_EQ(nValueAt(image, 0, 0, 0), 3);
-    EXPECT_EQ(nValueAt(image, 0, 0, 1), 2);
-    EXPECT_EQ(nValueAt(image, 0, 0, 2), 1);
-    EXPECT_EQ(nValueAt(image, 0, 0, 3), 255);
-    EXPECT_EQ(nValueAt(image, 14, 14, 0), 200);
-    EXPECT_EQ(nValueAt(image, 14, 14, 3), 200);
+    EXPECT_EQ(ValueAt(image, 0, 0, 0), 3);
+    EXPECT_EQ(ValueAt(image, 0, 0, 1), 2);
+    EXPECT_EQ(ValueAt(image, 0, 0, 2), 1);
+    EXPECT_EQ(ValueAt(image, 0, 0, 3), 255);
+    EXPECT_EQ(ValueAt(image, 14, 14, 0), 200);
+    EXPECT_EQ(ValueAt(image, 14, 14, 3), 200);
 }
 
 TEST(Rotate, MakesAGreyPictureColouredOnlyForAColour)
 {
-    ImageBuffer grey = aPlain(9, 9, 1, 50), coloured = grey;
+    ImageBuffer grey = Plain(9, 9, 1, 50), coloured = grey;
     coloured.icc_profile = {1, 2, 3};
     ASSERT_TRUE(transforms::Rotate(grey, 10, 0x808080));
     ASSERT_TRUE(transforms::Rotate(coloured, 10, kRed));
     EXPECT_EQ(grey.channels, 1);
-    EXPECT_EQ(nValueAt(grey, 0, 0), 128);
+    EXPECT_EQ(ValueAt(grey, 0, 0), 128);
     EXPECT_EQ(coloured.channels, 3);
     EXPECT_TRUE(coloured.icc_profile.empty());
-    EXPECT_EQ(nValueAt(coloured, 0, 0, 2), 255);
-    EXPECT_EQ(nValueAt(coloured, 5, 5, 2), 50);
+    EXPECT_EQ(ValueAt(coloured, 0, 0, 2), 255);
+    EXPECT_EQ(ValueAt(coloured, 5, 5, 2), 50);
 }
 
 TEST(Rotate, KeepsHiddenColoursOfTransparentPixelsOut)
 {
-    ImageBuffer image = aPlain(8, 8, 4, 255);
+    ImageBuffer image = Plain(8, 8, 4, 255);
     for (std::size_t i = 0; i < image.bytes.size(); i += 8)
         image.bytes[i] = image.bytes[i + 1] = image.bytes[i + 2] = image.bytes[i + 3] = 0;
     ASSERT_TRUE(transforms::Rotate(image, 20, 0xFFFFFF));
@@ -129,22 +129,22 @@ TEST(Rotate, KeepsHiddenColoursOfTransparentPixelsOut)
 
 TEST(Rotate, IsAPictureForAnyAngle)
 {
-    for (const double angle : aHostileDoubles()) {
-        for (const auto& [width, height, channels] : aShapes()) {
-            ImageBuffer image = aRandomPicture(width, height, channels);
+    for (const double angle : HostileDoubles()) {
+        for (const auto& [width, height, channels] : Shapes()) {
+            ImageBuffer image = RandomPicture(width, height, channels);
             ASSERT_TRUE(transforms::Rotate(image, angle, -1));
-            ASSERT_TRUE(bSound(image));
+            ASSERT_TRUE(Sound(image));
         }
     }
 }
 
 TEST(Rotate, RefusesACanvasBeyondTheLimits)
 {
-    ImageBuffer image = aPlain(65500, 10, 1, 7);
+    ImageBuffer image = Plain(65500, 10, 1, 7);
     EXPECT_TRUE(transforms::Rotate(image, 90, kBlack));
     EXPECT_EQ(image.height, 65500);
-    image = aPlain(65500, 65, 1, 7);
+    image = Plain(65500, 65, 1, 7);
     const ImageBuffer before = image;
     EXPECT_FALSE(transforms::Rotate(image, 45, kRed));
-    EXPECT_TRUE(bEqual(image, before));
+    EXPECT_TRUE(Equal(image, before));
 }

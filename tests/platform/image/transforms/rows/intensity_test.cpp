@@ -11,7 +11,7 @@ using namespace transforms;
 
 TEST(Intensity, WeighsGreenMostAndBlueLeast)
 {
-    ImageBuffer image = aPicture(4, 1, 3, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255});
+    ImageBuffer image = TestPicture(4, 1, 3, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255});
 
     EXPECT_TRUE(Intensity(image));
 
@@ -22,16 +22,16 @@ TEST(Intensity, AgreesWithTheFormulaOverRandomPixels)
 {
     for (const int channels : {3, 4})
         for (const auto& [width, height] : kSizes) {
-            const ImageBuffer before = aRandomPicture(width, height, channels);
+            const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
             ASSERT_TRUE(Intensity(image));
             for (int y = 0; y < height; ++y)
                 for (int x = 0; x < width; ++x) {
-                    const double expected = 0.114 * nValueAt(before, x, y, 0) +
-                                            0.587 * nValueAt(before, x, y, 1) +
-                                            0.299 * nValueAt(before, x, y, 2);
+                    const double expected = 0.114 * ValueAt(before, x, y, 0) +
+                                            0.587 * ValueAt(before, x, y, 1) +
+                                            0.299 * ValueAt(before, x, y, 2);
                     for (int c = 0; c < 3; ++c)
-                        ASSERT_NEAR(nValueAt(image, x, y, c), expected, 0.51);
+                        ASSERT_NEAR(ValueAt(image, x, y, c), expected, 0.51);
                 }
         }
 }
@@ -40,7 +40,7 @@ TEST(Intensity, LeavesGreysOfAnyLevel)
 {
     for (unsigned n = 0; n < 256; ++n)
         EXPECT_EQ(IntensityOfPixel(n, n, n), n);
-    ImageBuffer image = aRandomPicture(9, 9, 1);
+    ImageBuffer image = RandomPicture(9, 9, 1);
     const PixelBytes before = image.bytes;
     EXPECT_TRUE(Intensity(image));
     EXPECT_EQ(image.bytes, before);
@@ -48,8 +48,8 @@ TEST(Intensity, LeavesGreysOfAnyLevel)
 
 TEST(Threshold, TurnsWhatIsAboveItWhiteAndTheRestBlack)
 {
-    ImageBuffer grey = aPicture(3, 1, 1, {99, 100, 101});
-    ImageBuffer colour = aPicture(2, 1, 4, {255, 0, 0, 9, 0, 255, 0, 8});
+    ImageBuffer grey = TestPicture(3, 1, 1, {99, 100, 101});
+    ImageBuffer colour = TestPicture(2, 1, 4, {255, 0, 0, 9, 0, 255, 0, 8});
 
     EXPECT_TRUE(Threshold(grey, 100));
     EXPECT_TRUE(Threshold(colour, 100));
@@ -60,7 +60,7 @@ TEST(Threshold, TurnsWhatIsAboveItWhiteAndTheRestBlack)
 
 TEST(Threshold, LeavesNothingWhiteAtTheTopAndOnlyBlackBlackAtTheBottom)
 {
-    ImageBuffer top = aPicture(3, 1, 1, {0, 1, 255}), bottom = top;
+    ImageBuffer top = TestPicture(3, 1, 1, {0, 1, 255}), bottom = top;
     EXPECT_TRUE(Threshold(top, 255) && Threshold(bottom, 0));
     EXPECT_EQ(top.bytes, (PixelBytes{0, 0, 0}));
     EXPECT_EQ(bottom.bytes, (PixelBytes{0, 255, 255}));
