@@ -8,9 +8,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
     TestApplication app;
-    app.objImages.AddImage("c:\\a.bmp");
-    app.objImages.AddImage("c:\\t.tif", {1, 2, 3});
-    app.objFiles.AddFile("c:\\j.vjb", "R M\t*^0^\t1\tC\tc:\\*.*\t-1\t*\tc:\\out\\*.png\t8\tpng\t\t\r\n");
+    app.images.AddImage("c:\\a.bmp");
+    app.images.AddImage("c:\\t.tif", {1, 2, 3});
+    app.files.AddFile("c:\\j.vjb", "R M\t*^0^\t1\tC\tc:\\*.*\t-1\t*\tc:\\out\\*.png\t8\tpng\t\t\r\n");
     Main(app, std::string(reinterpret_cast<const char*>(pData), nSize));
     return 0;
 }

@@ -12,8 +12,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
 {
     TestApplication app;
     app.bCommandLineMode = true;
-    app.objImages.AddImage("/a.bmp");
-    app.objFiles.AddFile("/j.vjb", std::string(reinterpret_cast<const char*>(pData), nSize));
+    app.images.AddImage("/a.bmp");
+    app.files.AddFile("/j.vjb", std::string(reinterpret_cast<const char*>(pData), nSize));
     SetUpToDoGrid(app);
     SetUpLogGrid(app);
     std::string sPath = "/j.vjb";

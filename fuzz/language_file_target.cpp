@@ -8,9 +8,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
     TestApplication app;
-    app.objFiles.AddFile("/program/Languages/German-Varnel.txt",
-                         std::string(reinterpret_cast<const char*>(pData), nSize));
-    app.objIni.Set("Language", "Language_Code", "German");
+    app.files.AddFile("/program/Languages/German-Varnel.txt",
+                      std::string(reinterpret_cast<const char*>(pData), nSize));
+    app.ini.Set("Language", "Language_Code", "German");
     InitializeTranslator(app);
     sTranslate(app, "Information");
     return 0;

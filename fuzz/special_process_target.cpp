@@ -22,8 +22,8 @@ struct Kernels {
 /// In-memory services, but the real operations.
 struct FuzzApplication : TestServices, Kernels, Application {
     FuzzApplication()
-        : Application(Services{objFiles, objIni, objClock, objLocale, objMutex, objFolders, objWindows,
-                               objImages, objUtility, objKernels, objLauncher})
+        : Application(Services{files, ini, clock, locale, mutex, folders, windows, images, utility,
+                               objKernels, launcher})
     {
     }
 };

@@ -27,14 +27,14 @@ protected:
         objOptions.sActionToDo = "S";
         objOptions.lSpecialProcess = lSpecialProcess;
         objOptions.sExtraParams = "1^0^FALSE^75^^^^^^^^" + sOwn;
-        app.objTransform.aCalls.clear();
+        app.transform.calls.clear();
         return bApplySpecialProcess(app, objOptions, aImage);
     }
     /// The operation called between setting and fetching the image.
     std::string sCall(std::int32_t lSpecialProcess, const std::string& sOwn)
     {
         EXPECT_TRUE(bApply(lSpecialProcess, sOwn));
-        const Calls& aCalls = app.objTransform.aCalls;
+        const Calls& aCalls = app.transform.calls;
         EXPECT_TRUE(aCalls.size() >= 2 && aCalls.front().starts_with("SetImage") &&
                     aCalls.back() == "GetImageBytes");
         return aCalls.size() == 3 ? aCalls[1] : "(" + std::to_string(aCalls.size()) + " calls)";
@@ -146,7 +146,7 @@ TEST_F(ApplySpecialProcess, LeavesImagesOfConversionsAlone)
 
     EXPECT_TRUE(bApplySpecialProcess(app, objOptions, aImage));
 
-    EXPECT_TRUE(app.objTransform.aCalls.empty());
+    EXPECT_TRUE(app.transform.calls.empty());
     EXPECT_EQ(aImage.width, 200);
 }
 
@@ -154,7 +154,7 @@ TEST_F(ApplySpecialProcess, CallsNoOperationForUnknownNumbers)
 {
     for (const std::int32_t lProcess : {57, 30, 99, 0, -1, 100}) {
         EXPECT_TRUE(bApply(lProcess, "1^2^3^"));
-        EXPECT_EQ(app.objTransform.aCalls, (Calls{"SetImage 200x100", "GetImageBytes"}));
+        EXPECT_EQ(app.transform.calls, (Calls{"SetImage 200x100", "GetImageBytes"}));
         EXPECT_EQ(aImage.width, 200);
     }
 }
@@ -163,7 +163,7 @@ TEST_F(ApplySpecialProcess, IgnoresAResizeToZeroByZero)
 {
     EXPECT_TRUE(bApply(2, "0^0^0^0^TRUE^"));
 
-    EXPECT_TRUE(app.objTransform.aCalls.empty());
+    EXPECT_TRUE(app.transform.calls.empty());
     EXPECT_EQ(aImage.bytes.size(), 20000u);
 }
 
@@ -226,7 +226,7 @@ TEST_F(ApplySpecialProcess, RaisesOverflowForLevelsBeyondAByte)
 TEST_F(ApplySpecialProcess, DoesNotFetchTheImageAfterAnOverflow)
 {
     EXPECT_EQ(sErrorOf(29, "256"), "Overflow");
-    EXPECT_EQ(app.objTransform.aCalls, (Calls{"SetImage 200x100"}));
+    EXPECT_EQ(app.transform.calls, (Calls{"SetImage 200x100"}));
 }
 
 TEST_F(ApplySpecialProcess, PassesOtherNumbersUnchecked)
@@ -237,7 +237,7 @@ TEST_F(ApplySpecialProcess, PassesOtherNumbersUnchecked)
 
 TEST_F(ApplySpecialProcess, NamesTheProcessWhenItsOperationFails)
 {
-    app.objTransform.bFail = true;
+    app.transform.fail = true;
     EXPECT_EQ(sErrorOf(24, ""),
               "Color: Invert could not be done (picture too large, out of memory, or the transforms are not "
               "installed)");
@@ -246,7 +246,7 @@ TEST_F(ApplySpecialProcess, NamesTheProcessWhenItsOperationFails)
 
 TEST_F(ApplySpecialProcess, UsesTheDecimalSignOfTheLocale)
 {
-    app.objLocale.cSign = ',';
+    app.locale.sign = ',';
     EXPECT_EQ(sCall(17, "0,75^"), "Contrast 0.75");
 }
 

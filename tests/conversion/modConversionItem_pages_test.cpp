@@ -13,137 +13,136 @@
 TEST(SplitPages, WritesOneNumberedFilePerPage)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    app.images.AddImage("/in/t.tif", {1, 2, 3});
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "*^0^FALSE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/a-1.jpg"), Pages{1});
-    EXPECT_EQ(app.objImages.aPagesOf("/in/a-2.jpg"), Pages{2});
-    EXPECT_EQ(app.objImages.aPagesOf("/in/a-3.jpg"), Pages{3});
-    EXPECT_FALSE(app.objFiles.bHas("/in/a.jpg"));
+    EXPECT_EQ(app.images.PagesOf("/in/a-1.jpg"), Pages{1});
+    EXPECT_EQ(app.images.PagesOf("/in/a-2.jpg"), Pages{2});
+    EXPECT_EQ(app.images.PagesOf("/in/a-3.jpg"), Pages{3});
+    EXPECT_FALSE(app.files.Has("/in/a.jpg"));
 }
 
 TEST(SplitPages, WritesAllPagesForAnEmptySelection)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.images.AddImage("/in/t.tif", {1, 2});
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "  ^0^FALSE^75");
 
     PerformConversionItemNCTOCX(app, objOptions);
 
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-1.jpg"));
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-1.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-2.jpg"));
 }
 
 TEST(SplitPages, WritesASinglePageWithoutANumber)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    app.images.AddImage("/in/t.tif", {1, 2, 3});
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "2^0^FALSE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/a.jpg"), Pages{2});
+    EXPECT_EQ(app.images.PagesOf("/in/a.jpg"), Pages{2});
 }
 
 TEST(SplitPages, KeepsThePathsStyleInPageNames)
 {
     TestApplication app;
-    app.objImages.AddImage("C:\\in\\t.tif", {1, 2});
-    app.objFiles.AddFolder("C:\\out");
+    app.images.AddImage("C:\\in\\t.tif", {1, 2});
+    app.files.AddFolder("C:\\out");
     clsConversionOptions objOptions = objRequest("C:\\in\\t.tif", 3, "C:\\out\\a.b", 1);
 
     PerformConversionItemNCTOCX(app, objOptions);
 
-    EXPECT_TRUE(app.objFiles.bHas("C:\\out\\a-1.b"));
+    EXPECT_TRUE(app.files.Has("C:\\out\\a-1.b"));
     EXPECT_EQ(objOptions.sTargetFile, "C:\\out\\a-2.b");
 }
 
 TEST(SplitPages, AlsoSplitsATiffIntoTiffs)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.images.AddImage("/in/t.tif", {1, 2});
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/u.tif", 3);
 
     PerformConversionItemNCTOCX(app, objOptions);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/u-1.tif"), Pages{1});
-    EXPECT_EQ(app.objImages.aPagesOf("/in/u-2.tif"), Pages{2});
-    EXPECT_FALSE(app.objFiles.bHas("/in/u.tif"));
+    EXPECT_EQ(app.images.PagesOf("/in/u-1.tif"), Pages{1});
+    EXPECT_EQ(app.images.PagesOf("/in/u-2.tif"), Pages{2});
+    EXPECT_FALSE(app.files.Has("/in/u.tif"));
 }
 
 TEST(SplitPages, ReportsMissingPagesButWritesTheOthers)
 {
     TestApplication app;
     app.frmMain.bTryAutodetectIfFailed = false;
-    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    app.images.AddImage("/in/t.tif", {1, 2, 3});
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "1,7,3^0^FALSE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
 
     EXPECT_EQ(objOptions.sErr, "Unable to load frame 2. Check Options Button");
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-1.jpg"));
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-3.jpg"));
-    EXPECT_FALSE(app.objFiles.bHas("/in/a-7.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-1.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-3.jpg"));
+    EXPECT_FALSE(app.files.Has("/in/a-7.jpg"));
 }
 
 TEST(SplitPages, KeepsTheFirstErrorIfLaterPagesSucceed)
 {
     TestApplication app;
     app.frmMain.bTryAutodetectIfFailed = false;
-    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
-    app.objImages.lBrokenPage = 0;
+    app.images.AddImage("/in/t.tif", {1, 2, 3});
+    app.images.broken_page = 0;
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1);
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
 
     EXPECT_EQ(objOptions.sErr, "Unable to load frame 0. Check Options Button");
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-2.jpg"));
 }
 
 TEST(SplitPages, FailsForPageZeroButWritesTheOthers)
 {
     TestApplication app;
     app.frmMain.bTryAutodetectIfFailed = false;
-    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.images.AddImage("/in/t.tif", {1, 2});
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "1,,2^0^FALSE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
 
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-1.jpg"));
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-2.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-1.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-2.jpg"));
 }
 
 TEST(SplitPages, RetriesWithTheNumberedNameAndKeepsTheFirstError)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/t.tif", {1, 2, 3});
+    app.images.AddImage("/in/t.tif", {1, 2, 3});
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "1,3,5^0^FALSE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
 
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-5-1.jpg"));
-    EXPECT_TRUE(app.objFiles.bHas("/in/a-5-3.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-5-1.jpg"));
+    EXPECT_TRUE(app.files.Has("/in/a-5-3.jpg"));
 }
 
 TEST(SplitPages, RetriesOnlyOnce)
 {
     TestApplication app;
-    app.objFiles.AddFile("/in/t.tif", "");
-    app.objImages.aBroken.insert("/in/t.tif");
+    app.files.AddFile("/in/t.tif", "");
+    app.images.broken.insert("/in/t.tif");
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1);
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
 
-    EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "GetFrameCount /in/t.tif"),
-              2);
+    EXPECT_EQ(std::count(app.images.calls.begin(), app.images.calls.end(), "GetFrameCount /in/t.tif"), 2);
 }
 
 TEST(SplitPages, RaisesAnErrorForAMalformedPageRange)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.images.AddImage("/in/t.tif", {1, 2});
     clsConversionOptions objOptions = objRequest("/in/t.tif", 3, "/in/a.jpg", 1, "5-^0^FALSE^75");
 
     EXPECT_THROW(PerformConversionItemNCTOCX(app, objOptions), clsRaisedError);
@@ -152,26 +151,26 @@ TEST(SplitPages, RaisesAnErrorForAMalformedPageRange)
 TEST(ConvertIntoTiff, WritesANewFileUnlessAppendIsSet)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp", {7});
-    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.images.AddImage("/in/a.bmp", {7});
+    app.images.AddImage("/in/t.tif", {1, 2});
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^FALSE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{7});
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), Pages{7});
 }
 
 TEST(ConvertIntoTiff, AppendsAfterTheExistingPages)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp", {7});
-    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.images.AddImage("/in/a.bmp", {7});
+    app.images.AddImage("/in/t.tif", {1, 2});
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2, 7}));
-    EXPECT_FALSE(app.objFiles.bHas("/in/t.tif.TIF"));
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2, 7}));
+    EXPECT_FALSE(app.files.Has("/in/t.tif.TIF"));
     EXPECT_EQ(aPictureCalls(app),
               (Calls{"LoadFrame /in/t.tif 0", "SaveTIFF /in/t.tif.TIF", "LoadFrame /in/t.tif 1",
                      "AppendFrame False", "LoadImage /in/a.bmp", "AppendFrame True"}));
@@ -180,101 +179,101 @@ TEST(ConvertIntoTiff, AppendsAfterTheExistingPages)
 TEST(ConvertIntoTiff, WritesANewFileIfTheTargetIsMissing)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp", {7});
+    app.images.AddImage("/in/a.bmp", {7});
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{7});
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), Pages{7});
 }
 
 TEST(ConvertIntoTiff, ClosesTheTargetIfTheSourceFailsToLoad)
 {
     TestApplication app;
-    app.objFiles.AddFile("/in/a.bmp", "no picture");
-    app.objImages.aBroken.insert("/in/a.bmp");
-    app.objImages.AddImage("/in/t.tif", {1});
+    app.files.AddFile("/in/a.bmp", "no picture");
+    app.images.broken.insert("/in/a.bmp");
+    app.images.AddImage("/in/t.tif", {1});
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
     EXPECT_EQ(objOptions.lErr, -101);
     EXPECT_EQ(aPictureCalls(app).back(), "AppendFrame True");
-    EXPECT_EQ(app.objImages.aCalls.back(), "MultiFrameSave False");
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{1});
+    EXPECT_EQ(app.images.calls.back(), "MultiFrameSave False");
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), Pages{1});
 }
 
 TEST(ConvertIntoTiff, NeverReplacesATargetIfPagesWereLost)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp", {7});
-    app.objImages.AddImage("/in/t.tif", {1, 2});
-    app.objImages.aUnwritable.insert("/in/t.tif.TIF");
+    app.images.AddImage("/in/a.bmp", {7});
+    app.images.AddImage("/in/t.tif", {1, 2});
+    app.images.unwritable.insert("/in/t.tif.TIF");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2}));
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2}));
 }
 
 TEST(AppendPagesToTiff, AppendsOnlyTheSelectedPages)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/s.tif", {11, 12, 13});
-    app.objImages.AddImage("/in/t.tif", {1, 2});
+    app.images.AddImage("/in/s.tif", {11, 12, 13});
+    app.images.AddImage("/in/t.tif", {1, 2});
     clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "1,3^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2, 11, 13}));
-    EXPECT_FALSE(app.objFiles.bHas("/in/t.tif.TIF"));
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2, 11, 13}));
+    EXPECT_FALSE(app.files.Has("/in/t.tif.TIF"));
 }
 
 TEST(AppendPagesToTiff, CreatesANewFileFromAllPages)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/s.tif", {11, 12, 13});
+    app.images.AddImage("/in/s.tif", {11, 12, 13});
     clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "*^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{11, 12, 13}));
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{11, 12, 13}));
 }
 
 TEST(AppendPagesToTiff, SavesASinglePageAsASingleFrame)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/s.tif", {11, 12, 13});
+    app.images.AddImage("/in/s.tif", {11, 12, 13});
     clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "2^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), Pages{12});
-    EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "MultiFrameSave True"), 0);
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), Pages{12});
+    EXPECT_EQ(std::count(app.images.calls.begin(), app.images.calls.end(), "MultiFrameSave True"), 0);
 }
 
 TEST(AppendPagesToTiff, AppendsNothingForAnEmptySelection)
 {
     TestApplication app;
     app.frmMain.bTryAutodetectIfFailed = false;
-    app.objImages.AddImage("/in/s.tif", {11, 12});
+    app.images.AddImage("/in/s.tif", {11, 12});
     clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
 
-    EXPECT_FALSE(app.objFiles.bHas("/in/t.tif"));
+    EXPECT_FALSE(app.files.Has("/in/t.tif"));
 }
 
 TEST(AppendPagesToTiff, LeavesAnUnreadableTargetAlone)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/s.tif", {11});
-    app.objImages.AddImage("/in/t.tif", {1, 2});
-    app.objImages.lBrokenPage = 1;
+    app.images.AddImage("/in/s.tif", {11});
+    app.images.AddImage("/in/t.tif", {1, 2});
+    app.images.broken_page = 1;
     clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "1^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
     EXPECT_EQ(objOptions.lErr, -101);
-    EXPECT_EQ(app.objImages.aPagesOf("/in/t.tif"), (Pages{1, 2}));
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2}));
 }

@@ -11,8 +11,8 @@
 TEST(PerformConversionItem, SavesInTheFormatOfTheTargetType)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp");
-    app.objFiles.AddFolder("/out");
+    app.images.AddImage("/in/a.bmp");
+    app.files.AddFolder("/out");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/out/a.png", 8);
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
@@ -25,37 +25,37 @@ TEST(PerformConversionItem, SavesInTheFormatOfTheTargetType)
 TEST(PerformConversionItem, SetsCompressionAndQualityBeforeLoading)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp");
-    app.objFiles.AddFolder("/out");
+    app.images.AddImage("/in/a.bmp");
+    app.files.AddFolder("/out");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/out/a.jpg", 1, "*^4^FALSE^60^a title");
 
     PerformConversionItemNCTOCX(app, objOptions);
 
-    ASSERT_GE(app.objImages.aCalls.size(), 3u);
-    EXPECT_EQ(app.objImages.aCalls[0], "TIFFCompression 4");
-    EXPECT_EQ(app.objImages.aCalls[1], "JPEGQuality 60");
-    EXPECT_EQ(app.objImages.aCalls[2], "LoadImage /in/a.bmp");
-    EXPECT_EQ(app.objImages.objTexts.sTitle, "a title");
+    ASSERT_GE(app.images.calls.size(), 3u);
+    EXPECT_EQ(app.images.calls[0], "TIFFCompression 4");
+    EXPECT_EQ(app.images.calls[1], "JPEGQuality 60");
+    EXPECT_EQ(app.images.calls[2], "LoadImage /in/a.bmp");
+    EXPECT_EQ(app.images.texts.sTitle, "a title");
 }
 
 TEST(PerformConversionItem, CreatesTheTargetFolder)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp");
+    app.images.AddImage("/in/a.bmp");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/new/deep/a.png", 8);
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
-    EXPECT_TRUE(app.objFiles.bHas("/in/new/deep/a.png"));
+    EXPECT_TRUE(app.files.Has("/in/new/deep/a.png"));
 }
 
 TEST(PerformConversionItem, FailsButCarriesOnIfTargetFolderIsMissing)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp");
-    app.objFiles.AddFolder("/fixed");
-    app.objFiles.MakeReadOnly("/fixed");
-    app.objImages.aUnwritable.insert("/fixed/new/a.png");
+    app.images.AddImage("/in/a.bmp");
+    app.files.AddFolder("/fixed");
+    app.files.MakeReadOnly("/fixed");
+    app.images.unwritable.insert("/fixed/new/a.png");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/fixed/new/a.png", 8);
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -100);
@@ -68,8 +68,8 @@ TEST(PerformConversionItem, FailsButCarriesOnIfTargetFolderIsMissing)
 TEST(PerformConversionItem, ReturnsZeroIfTheSourceFailsToLoad)
 {
     TestApplication app;
-    app.objFiles.AddFile("/in/x.jpg", "a text");
-    app.objImages.aBroken.insert("/in/x.jpg");
+    app.files.AddFile("/in/x.jpg", "a text");
+    app.images.broken.insert("/in/x.jpg");
     clsConversionOptions objOptions = objRequest("/in/x.jpg", 1, "/in/x.png", 8);
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
@@ -81,8 +81,8 @@ TEST(PerformConversionItem, ReturnsZeroIfTheSourceFailsToLoad)
 TEST(PerformConversionItem, FailsIfTheTargetCannotBeWritten)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp");
-    app.objImages.aUnwritable.insert("/in/a.png");
+    app.images.AddImage("/in/a.bmp");
+    app.images.unwritable.insert("/in/a.png");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
@@ -94,7 +94,7 @@ TEST(PerformConversionItem, ReportsAReadOnlyTypeAsAFailedSave)
 {
     for (const std::int32_t lType : {12, 13, 14, 0, 99}) {
         TestApplication app;
-        app.objImages.AddImage("/in/a.bmp");
+        app.images.AddImage("/in/a.bmp");
         clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.ico", lType);
 
         EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103) << lType;
@@ -117,7 +117,7 @@ TEST(SaveImageAsType, CallsTheSaveFunctionOfEachType)
     for (std::int32_t lType = 1; lType <= 11; ++lType)
         EXPECT_TRUE(bSaveImageAsType(app, objOptions, lType, "/t", aImage)) << lType;
 
-    EXPECT_EQ(app.objImages.aCalls, aExpected);
+    EXPECT_EQ(app.images.calls, aExpected);
 }
 
 TEST(SaveImageAsType, ClearsAnEarlierErrorOnSuccess)
@@ -139,52 +139,52 @@ TEST(SaveImageAsType, ClearsAnEarlierErrorOnSuccess)
 TEST(ConversionItem, ConvertsNothingForAnyOtherMethod)
 {
     TestApplication app;
-    app.objImages.AddImage("/in/a.bmp");
+    app.images.AddImage("/in/a.bmp");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
     objOptions.lConversionMethod = 2;
 
     EXPECT_EQ(lPerformConversionItem(app, objOptions), 0);
 
-    EXPECT_TRUE(app.objImages.aCalls.empty());
+    EXPECT_TRUE(app.images.calls.empty());
 }
 
 TEST(ConversionItem, DeletesTheSourceOnRequestAfterSuccess)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objImages.AddImage("/in/a.bmp");
+    app.images.AddImage("/in/a.bmp");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
 
     lPerformConversionItem(app, objOptions);
 
-    EXPECT_FALSE(app.objFiles.bHas("/in/a.bmp"));
-    EXPECT_TRUE(app.objFiles.bHas("/in/a.png"));
+    EXPECT_FALSE(app.files.Has("/in/a.bmp"));
+    EXPECT_TRUE(app.files.Has("/in/a.png"));
 }
 
 TEST(ConversionItem, KeepsTheSourceIfSavingFails)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objImages.AddImage("/in/a.bmp");
-    app.objImages.aUnwritable.insert("/in/a.png");
+    app.images.AddImage("/in/a.bmp");
+    app.images.unwritable.insert("/in/a.png");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
 
     lPerformConversionItem(app, objOptions);
 
-    EXPECT_TRUE(app.objFiles.bHas("/in/a.bmp"));
+    EXPECT_TRUE(app.files.Has("/in/a.bmp"));
 }
 
 TEST(ConversionItem, DeletesASourceThatFailedToLoad)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objFiles.AddFile("/in/x.jpg", "a text");
-    app.objImages.aBroken.insert("/in/x.jpg");
+    app.files.AddFile("/in/x.jpg", "a text");
+    app.images.broken.insert("/in/x.jpg");
     clsConversionOptions objOptions = objRequest("/in/x.jpg", 1, "/in/x.png", 8);
 
     EXPECT_EQ(lPerformConversionItem(app, objOptions), 0);
 
-    EXPECT_FALSE(app.objFiles.bHas("/in/x.jpg"));
+    EXPECT_FALSE(app.files.Has("/in/x.jpg"));
     EXPECT_EQ(objOptions.sErr, "Unsupported source image file format. Unable to load image.");
 }
 
@@ -192,36 +192,36 @@ TEST(ConversionItem, DeletesTheSourceForAnyOtherMethodToo)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objImages.AddImage("/in/a.bmp");
+    app.images.AddImage("/in/a.bmp");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
     objOptions.lConversionMethod = 2;
 
     lPerformConversionItem(app, objOptions);
 
-    EXPECT_FALSE(app.objFiles.bHas("/in/a.bmp"));
+    EXPECT_FALSE(app.files.Has("/in/a.bmp"));
 }
 
 TEST(ConversionItem, KeepsASourceThatEqualsItsTargetIgnoringCase)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objImages.AddImage("C:\\in\\A.PNG");
+    app.images.AddImage("C:\\in\\A.PNG");
     clsConversionOptions objOptions = objRequest("C:\\in\\A.PNG", 8, "c:\\in\\a.png", 8);
 
     lPerformConversionItem(app, objOptions);
 
-    EXPECT_TRUE(app.objFiles.aDeletedFiles.empty());
+    EXPECT_TRUE(app.files.deleted_files.empty());
 }
 
 TEST(ConversionItem, KeepsASourceThatALinkMakesItsTarget)
 {
     TestApplication app;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objFiles.AddLink("/link", "/in");
-    app.objImages.AddImage("/in/a.png");
+    app.files.AddLink("/link", "/in");
+    app.images.AddImage("/in/a.png");
     clsConversionOptions objOptions = objRequest("/in/a.png", 8, "/link/a.png", 8);
 
     lPerformConversionItem(app, objOptions);
 
-    EXPECT_TRUE(app.objFiles.aDeletedFiles.empty());
+    EXPECT_TRUE(app.files.deleted_files.empty());
 }

@@ -18,8 +18,8 @@ protected:
         SetUpToDoGrid(app);
         SetUpLogGrid(app);
         app.frmMain.bRunning = true;
-        app.objFiles.AddFolder("/in");
-        app.objFiles.AddFolder("/out");
+        app.files.AddFolder("/in");
+        app.files.AddFolder("/out");
         objOptions.lOriginalFileType = 2;
         objOptions.lTargetFileType = 8;
         objOptions.sExtraParams = "*^0^FALSE^75";
@@ -28,7 +28,7 @@ protected:
     void AddPictures(int lCount)
     {
         for (int l = 1; l <= lCount; ++l)
-            app.objImages.AddImage("/in/" + std::to_string(l) + ".bmp");
+            app.images.AddImage("/in/" + std::to_string(l) + ".bmp");
     }
     std::int32_t lRun(const std::string& sSource, const std::string& sTarget)
     {
@@ -41,7 +41,7 @@ protected:
     std::vector<std::string> aSaved() const
     {
         std::vector<std::string> aResult;
-        for (const std::string& sCall : app.objImages.aCalls)
+        for (const std::string& sCall : app.images.calls)
             if (sCall.starts_with("Save"))
                 aResult.push_back(sCall);
         return aResult;
@@ -49,7 +49,7 @@ protected:
     // Pauses the run while it processes events before file lPosition, from 1.
     void PauseAtHeadOf(int lPosition)
     {
-        app.objWindows.OnDoEvents = [this, lPosition] {
+        app.windows.on_do_events = [this, lPosition] {
             if (static_cast<int>(aSaved().size()) == lPosition - 1)
                 app.frmMain.bRunning = false;
         };
@@ -65,7 +65,7 @@ using Calls = std::vector<std::string>;
 
 TEST_F(ConversionTask, ConvertsASingleFileWithoutLoggingIt)
 {
-    app.objImages.AddImage("/in/a.bmp");
+    app.images.AddImage("/in/a.bmp");
 
     EXPECT_EQ(lRun("/in/a.bmp", "/out/a.png"), 0);
 
@@ -77,8 +77,8 @@ TEST_F(ConversionTask, ConvertsASingleFileWithoutLoggingIt)
 
 TEST_F(ConversionTask, FailsIfASingleFileDoesNotLoad)
 {
-    app.objFiles.AddFile("/in/a.bmp", "");
-    app.objImages.aBroken.insert("/in/a.bmp");
+    app.files.AddFile("/in/a.bmp", "");
+    app.images.broken.insert("/in/a.bmp");
 
     EXPECT_EQ(lRun("/in/a.bmp", "/out/a.png"), -101);
 
@@ -104,19 +104,19 @@ TEST_F(ConversionTask, SucceedsSilentlyForAnEmptyList)
 
 TEST_F(ConversionTask, MirrorsTheTreeBelowTheTargetFolder)
 {
-    app.objImages.AddImage("C:\\in\\a.bmp");
-    app.objImages.AddImage("C:\\in\\a\\b.bmp");
+    app.images.AddImage("C:\\in\\a.bmp");
+    app.images.AddImage("C:\\in\\a\\b.bmp");
     objOptions.bDoSubfolders = true;
 
     EXPECT_EQ(lRun("C:\\in\\*.bmp", "C:\\out\\*.png"), 0);
 
     EXPECT_EQ(aSaved(), (Calls{"SavePNG C:\\out\\a.png", "SavePNG C:\\out\\a\\b.png"}));
-    EXPECT_TRUE(app.objFiles.FolderExists("C:\\out\\a"));
+    EXPECT_TRUE(app.files.FolderExists("C:\\out\\a"));
 }
 
 TEST_F(ConversionTask, SavesBesideTheSourcesOnRequest)
 {
-    app.objImages.AddImage("/in/sub/b.bmp");
+    app.images.AddImage("/in/sub/b.bmp");
     objOptions.bDoSubfolders = true;
     objOptions.bSaveInOriginalFolder = true;
 
@@ -143,7 +143,7 @@ TEST_F(ConversionTask, AppendsManySourcesToOneTiff)
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/all.tif"), 0);
 
-    EXPECT_EQ(app.objImages.aPagesOf("/out/all.tif").size(), 2u);
+    EXPECT_EQ(app.images.PagesOf("/out/all.tif").size(), 2u);
 }
 
 TEST_F(ConversionTask, IgnoresAWildcardTargetOfASingleSource)
@@ -152,13 +152,13 @@ TEST_F(ConversionTask, IgnoresAWildcardTargetOfASingleSource)
 
     EXPECT_EQ(lRun("/in/1.bmp", "/out/*.png"), 0);
 
-    EXPECT_TRUE(app.objImages.aCalls.empty());
+    EXPECT_TRUE(app.images.calls.empty());
 }
 
 TEST_F(ConversionTask, IgnoresListedFilesThatDoNotLoad)
 {
     AddPictures(2);
-    app.objImages.aBroken.insert("/in/2.bmp");
+    app.images.broken.insert("/in/2.bmp");
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
 
@@ -168,7 +168,7 @@ TEST_F(ConversionTask, IgnoresListedFilesThatDoNotLoad)
 TEST_F(ConversionTask, LogsAFailedFileAndCarriesOn)
 {
     AddPictures(3);
-    app.objImages.aUnwritable.insert("/out/2.png");
+    app.images.unwritable.insert("/out/2.png");
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), -103);
 
@@ -180,7 +180,7 @@ TEST_F(ConversionTask, LogsAFailedFileAndCarriesOn)
 TEST_F(ConversionTask, ReportsEveryFileButReturnsTheLastResult)
 {
     AddPictures(2);
-    app.objImages.aUnwritable.insert("/out/1.png");
+    app.images.unwritable.insert("/out/1.png");
     app.frmMain.sLogFile = "/out/report.txt";
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
@@ -214,8 +214,8 @@ TEST_F(ConversionTask, ResumesOneFileBeforeThePause)
     lRun("/in/*.bmp", "/out/*.png");
     EXPECT_EQ(app.frmMain.lResumeFileIndex, 4);
 
-    app.objWindows.OnDoEvents = nullptr;
-    app.objImages.aCalls.clear();
+    app.windows.on_do_events = nullptr;
+    app.images.calls.clear();
     app.frmMain.bRunning = true;
     lRun("/in/*.bmp", "/out/*.png");
     EXPECT_EQ(aSaved().front(), "SavePNG /out/4.png");
@@ -260,7 +260,7 @@ TEST_F(ConversionTask, AppliesTheResumePositionToTheNextTask)
 TEST_F(ConversionTask, ReportsAPauseWhileBuildingTheList)
 {
     AddPictures(2);
-    app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = false; };
+    app.windows.on_do_events = [&] { app.frmMain.bRunning = false; };
 
     lRun("/in/*.bmp", "/out/*.png");
 

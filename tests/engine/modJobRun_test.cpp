@@ -17,15 +17,15 @@ protected:
     {
         SetUpToDoGrid(app);
         SetUpLogGrid(app);
-        app.objFiles.AddFolder("/in");
-        app.objFiles.AddFolder("/out");
+        app.files.AddFolder("/in");
+        app.files.AddFolder("/out");
     }
 
     // Adds a task that converts /in/NAME.bmp to /out/NAME.png.
     void AddTask(const std::string& sName, bool bWithImage = true)
     {
         if (bWithImage)
-            app.objImages.AddImage("/in/" + sName + ".bmp");
+            app.images.AddImage("/in/" + sName + ".bmp");
         clsConversionOptions objOptions;
         objOptions.sExtraParams = "*^0^FALSE^75";
         objOptions.sOriginalFile = "/in/" + sName + ".bmp";
@@ -66,7 +66,7 @@ TEST_F(JobRun, ReapsLaunchedProgramsPerTaskAndAtItsEnd)
 
     ConversionJobBegin(app);
 
-    EXPECT_EQ(app.objLauncher.lCollections, 3);
+    EXPECT_EQ(app.launcher.collections, 3);
 }
 
 TEST_F(JobRun, CountsItsTasksInTheStatusBar)
@@ -75,7 +75,7 @@ TEST_F(JobRun, CountsItsTasksInTheStatusBar)
     AddTask("b");
     app.frmMain.fgToDo.SetTextMatrix(1, 10, "+");
     std::string sCount;
-    app.objWindows.OnDoEvents = [&] { sCount = app.frmMainMDI.sbMain.Panel(3); };
+    app.windows.on_do_events = [&] { sCount = app.frmMainMDI.sbMain.Panel(3); };
 
     ConversionJobBegin(app);
 
@@ -91,8 +91,8 @@ TEST_F(JobRun, StartsAtTheFirstUnmarkedRow)
     ConversionJobBegin(app);
 
     EXPECT_EQ(sMark(1), "-");
-    EXPECT_FALSE(app.objFiles.bHas("/out/a.png"));
-    EXPECT_TRUE(app.objFiles.bHas("/out/b.png"));
+    EXPECT_FALSE(app.files.Has("/out/a.png"));
+    EXPECT_TRUE(app.files.Has("/out/b.png"));
 }
 
 TEST_F(JobRun, ShowsANoticeIfAllRowsAreMarked)
@@ -102,9 +102,9 @@ TEST_F(JobRun, ShowsANoticeIfAllRowsAreMarked)
 
     ConversionJobBegin(app);
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Information");
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText,
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].title, "Information");
+    EXPECT_EQ(app.windows.boxes[0].text,
               "Please click the ADD (+) button first, then click Convert. Or click "
               "REWIND, then click CONVERT");
     EXPECT_FALSE(app.frmMain.bRunning);
@@ -118,7 +118,7 @@ TEST_F(JobRun, ShowsNoNoticeInCommandLineMode)
 
     ConversionJobBegin(app);
 
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST_F(JobRun, AsksForATaskIfTheVisibleTableIsEmpty)
@@ -127,9 +127,9 @@ TEST_F(JobRun, AsksForATaskIfTheVisibleTableIsEmpty)
 
     ConversionJobBegin(app);
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Please click the ADD (+) button first, then click Convert");
-    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Information");
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Please click the ADD (+) button first, then click Convert");
+    EXPECT_EQ(app.windows.boxes[0].title, "Information");
 }
 
 TEST_F(JobRun, ClearsTheLogWhenItStarts)
@@ -146,8 +146,8 @@ TEST_F(JobRun, ResumesWithThePausedTask)
 {
     AddTask("a");
     AddTask("b");
-    app.objWindows.OnDoEvents = [&] {
-        if (app.objFiles.bHas("/out/a.png") && app.frmMain.keyPause.Enabled())
+    app.windows.on_do_events = [&] {
+        if (app.files.Has("/out/a.png") && app.frmMain.keyPause.Enabled())
             ConversionJobPause(app);
     };
 
@@ -156,7 +156,7 @@ TEST_F(JobRun, ResumesWithThePausedTask)
     EXPECT_EQ(sMark(2), "");
     EXPECT_FALSE(app.frmMain.bRunning);
 
-    app.objWindows.OnDoEvents = nullptr;
+    app.windows.on_do_events = nullptr;
     ConversionJobBegin(app);
     EXPECT_EQ(sMark(2), "+");
 }
@@ -199,7 +199,7 @@ TEST_F(JobRun, KeepsThePreviousRowsTypesForEmptyCells)
 
     ConversionJobBegin(app);
 
-    EXPECT_EQ(app.objImages.aCalls.back(), "SaveBMP /out/b.png");
+    EXPECT_EQ(app.images.calls.back(), "SaveBMP /out/b.png");
 }
 
 TEST_F(JobRun, TreatsAnActionWithBothLettersAsAConversion)
@@ -215,7 +215,7 @@ TEST_F(JobRun, TreatsAnActionWithBothLettersAsAConversion)
     PerformBlock(app, 1, objOptions, lErr);
 
     EXPECT_EQ(lErr, 0);
-    EXPECT_TRUE(app.objFiles.bHas("/out/a.png"));
+    EXPECT_TRUE(app.files.Has("/out/a.png"));
 }
 
 TEST_F(JobRun, MarksATaskWithNeitherLetterAsPassed)
@@ -226,7 +226,7 @@ TEST_F(JobRun, MarksATaskWithNeitherLetterAsPassed)
     ConversionJobBegin(app);
 
     EXPECT_EQ(sMark(1), "+");
-    EXPECT_TRUE(app.objImages.aCalls.empty());
+    EXPECT_TRUE(app.images.calls.empty());
 }
 
 TEST_F(JobRun, AsksBeforeDiscardingAnEditedTask)
@@ -234,15 +234,15 @@ TEST_F(JobRun, AsksBeforeDiscardingAnEditedTask)
     AddTask("a");
     app.frmMain.fgToDo.SetRow(1);
     app.frmMain.bDirtyConversionItem = true;
-    app.objWindows.aAnswers = {BoxAnswer::Cancel};
+    app.windows.answers = {BoxAnswer::Cancel};
 
     ConversionJobBegin(app);
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Update Conversion Item");
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText,
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].title, "Update Conversion Item");
+    EXPECT_EQ(app.windows.boxes[0].text,
               "You've changed the current conversion item #1\r\rDo you want to update your changes?");
-    EXPECT_EQ(app.objWindows.aBoxes[0].eButtons, BoxButtons::YesNoCancel);
+    EXPECT_EQ(app.windows.boxes[0].buttons, BoxButtons::YesNoCancel);
     EXPECT_TRUE(app.frmMain.bDirtyConversionItem);
     EXPECT_EQ(sMark(1), "");
 }
@@ -252,7 +252,7 @@ TEST_F(JobRun, UpdatesOrDiscardsAnEditedTaskAsAnswered)
     AddTask("a");
     app.frmMain.fgToDo.SetRow(1);
     app.frmMain.bDirtyConversionItem = true;
-    app.objWindows.aAnswers = {BoxAnswer::Yes, BoxAnswer::No};
+    app.windows.answers = {BoxAnswer::Yes, BoxAnswer::No};
     int lUpdates = 0;
     JobRunHooks objHooks;
     objHooks.ConversionJobUpdate = [&](Application&) {
@@ -281,13 +281,13 @@ TEST_F(JobRun, AsksNothingWhileTheSchedulerIsOn)
     bCheckToUpdateDirtyConversionItem(app, {}, bGoOn);
 
     EXPECT_TRUE(bGoOn);
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
     EXPECT_TRUE(app.frmMain.bDirtyConversionItem);
 }
 
 TEST_F(JobRun, FailsAReloadThatLoadsItself)
 {
-    app.objFiles.AddFile("/j.vjb", " \t \t1\tS1\tReload\t0\t\t/j.vjb\t1\t\t\t\r\n");
+    app.files.AddFile("/j.vjb", " \t \t1\tS1\tReload\t0\t\t/j.vjb\t1\t\t\t\r\n");
     app.frmMain.fgToDo.AddItem(" \t \t1\tS1\tReload\t0\t\t/j.vjb\t1", 1);
 
     ConversionJobBegin(app);

@@ -13,7 +13,7 @@ protected:
     Launch()
     {
         app.frmMain.bRunning = true;
-        app.frmMain.lJobStartTick = app.objClock.lTick;
+        app.frmMain.lJobStartTick = app.clock.tick;
         objOptions.sOriginalFile = "/bin/tool";
         objOptions.sTargetFile = "-a \"b c\"";
         objOptions.sExtraParams = "128^6^-1";
@@ -21,7 +21,7 @@ protected:
     std::int32_t lRun() { return lLaunchTask(app, objOptions); }
 
     TestApplication app;
-    FakeProcessLauncher& objLauncher = app.objLauncher;
+    FakeProcessLauncher& objLauncher = app.launcher;
     clsConversionOptions objOptions;
 };
 
@@ -31,16 +31,16 @@ TEST_F(Launch, PassesArgumentsPriorityAndWindowState)
 {
     EXPECT_EQ(lRun(), 0);
 
-    ASSERT_EQ(objLauncher.aStarts.size(), 1u);
-    EXPECT_EQ(objLauncher.aStarts[0].sProgram, "/bin/tool");
-    EXPECT_EQ(objLauncher.aStarts[0].sArguments, "-a \"b c\"");
-    EXPECT_EQ(objLauncher.aStarts[0].lPriority, 128);
-    EXPECT_EQ(objLauncher.aStarts[0].lWindowState, 6);
+    ASSERT_EQ(objLauncher.starts.size(), 1u);
+    EXPECT_EQ(objLauncher.starts[0].sProgram, "/bin/tool");
+    EXPECT_EQ(objLauncher.starts[0].sArguments, "-a \"b c\"");
+    EXPECT_EQ(objLauncher.starts[0].lPriority, 128);
+    EXPECT_EQ(objLauncher.starts[0].lWindowState, 6);
 }
 
 TEST_F(Launch, SucceedsAndStoresAnyExitCode)
 {
-    objLauncher.lExitCode = 3;
+    objLauncher.exit_code = 3;
 
     EXPECT_EQ(lRun(), 0);
 
@@ -49,49 +49,49 @@ TEST_F(Launch, SucceedsAndStoresAnyExitCode)
 
 TEST_F(Launch, FailsIfTheProgramCannotBeStarted)
 {
-    objLauncher.bCanStart = false;
+    objLauncher.can_start = false;
     EXPECT_EQ(lRun(), -10);
     EXPECT_EQ(objOptions.lCommandLineExitCode, 0);
 }
 
 TEST_F(Launch, ProcessesEventsAndShowsSecondsWhileWaiting)
 {
-    objLauncher.lLooksUntilEnd = 4;
-    objLauncher.OnLook = [&] { app.objClock.lTick += 1500; };
+    objLauncher.looks_until_end = 4;
+    objLauncher.on_look = [&] { app.clock.tick += 1500; };
 
     EXPECT_EQ(lRun(), 0);
 
-    EXPECT_EQ(app.objWindows.lDoEvents, 4);
+    EXPECT_EQ(app.windows.do_events, 4);
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(11), "4.5");
 }
 
 TEST_F(Launch, SleepsBetweenPollsInsteadOfSpinning)
 {
-    objLauncher.lLooksUntilEnd = 3;
+    objLauncher.looks_until_end = 3;
 
     lRun();
 
     for (std::size_t i = 0; i < 3; ++i)
-        EXPECT_TRUE(objLauncher.aWaits[i] > 0 && objLauncher.aWaits[i] <= 50);
+        EXPECT_TRUE(objLauncher.waits[i] > 0 && objLauncher.waits[i] <= 50);
 }
 
 TEST_F(Launch, GivesUpAfterTheTimeout)
 {
     objOptions.sExtraParams = "32^1^2";
-    objLauncher.lLooksUntilEnd = 0;
-    objLauncher.OnLook = [&] { app.objClock.lTick += 1000; };
+    objLauncher.looks_until_end = 0;
+    objLauncher.on_look = [&] { app.clock.tick += 1000; };
 
     EXPECT_EQ(lRun(), -11);
 
-    EXPECT_EQ(app.objWindows.lDoEvents, 3);  // at 0, 1 and 2 seconds; 3 exceeds the timeout
+    EXPECT_EQ(app.windows.do_events, 3);  // at 0, 1 and 2 seconds; 3 exceeds the timeout
 }
 
 TEST_F(Launch, PollsOnceMoreAfterTheTimeout)
 {
     objOptions.sExtraParams = "32^1^0";
-    objLauncher.lLooksUntilEnd = 2;
-    objLauncher.lExitCode = 5;
-    objLauncher.OnLook = [&] { app.objClock.lTick += 1; };
+    objLauncher.looks_until_end = 2;
+    objLauncher.exit_code = 5;
+    objLauncher.on_look = [&] { app.clock.tick += 1; };
 
     EXPECT_EQ(lRun(), 0);
 
@@ -101,20 +101,20 @@ TEST_F(Launch, PollsOnceMoreAfterTheTimeout)
 TEST_F(Launch, TimesOutImmediatelyWithATimeoutOfZero)
 {
     objOptions.sExtraParams = "32^1^0";
-    objLauncher.lLooksUntilEnd = 0;
-    objLauncher.OnLook = [&] { app.objClock.lTick += 1; };
+    objLauncher.looks_until_end = 0;
+    objLauncher.on_look = [&] { app.clock.tick += 1; };
 
     EXPECT_EQ(lRun(), -11);
 }
 
 TEST_F(Launch, StopsWaitingIfTheRunIsPaused)
 {
-    objLauncher.lLooksUntilEnd = 0;
-    app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = app.objWindows.lDoEvents < 3; };
+    objLauncher.looks_until_end = 0;
+    app.windows.on_do_events = [&] { app.frmMain.bRunning = app.windows.do_events < 3; };
 
     EXPECT_EQ(lRun(), -11);
 
-    EXPECT_EQ(app.objWindows.lDoEvents, 3);
+    EXPECT_EQ(app.windows.do_events, 3);
 }
 
 TEST_F(Launch, ReadsDetailsWithoutFieldsAsZeros)
@@ -123,5 +123,5 @@ TEST_F(Launch, ReadsDetailsWithoutFieldsAsZeros)
 
     EXPECT_EQ(lRun(), 0);
 
-    EXPECT_EQ(objLauncher.aStarts[0].lPriority, 0);
+    EXPECT_EQ(objLauncher.starts[0].lPriority, 0);
 }

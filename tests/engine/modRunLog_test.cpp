@@ -17,7 +17,7 @@ protected:
     {
         SetUpToDoGrid(app);
         SetUpLogGrid(app);
-        app.objFiles.AddFolder("/out");
+        app.files.AddFolder("/out");
         objOptions.sActionToDo = "C";
         objOptions.sExtraParams = "*^0^FALSE^75";
         objOptions.sOriginalFile = "/in/a.bmp";
@@ -95,7 +95,7 @@ TEST_F(RunLog, ReportsNothingWithoutAReportFileInSettings)
 
     LogConversionError(app, 1, objOptions);
 
-    EXPECT_FALSE(app.objFiles.bHas("/out/x.log"));
+    EXPECT_FALSE(app.files.Has("/out/x.log"));
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 3);
 }
 
@@ -105,7 +105,7 @@ TEST_F(RunLog, WritesTheRowToTheSettingsReportFile)
 
     LogConversionError(app, 1, objOptions);
 
-    EXPECT_EQ(app.objFiles.sContent("/out/settings.log"),
+    EXPECT_EQ(app.files.Content("/out/settings.log"),
               "\t*^0^FALSE^75\t1\tC\t/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\tUnable to convert\n");
 }
 
@@ -122,7 +122,7 @@ TEST_F(RunLog, AdoptsTheRequestsReportFileOnceVerbose)
     objSuccess.sErr.clear();
     LogConversionError(app, 2, objSuccess);
 
-    EXPECT_EQ(app.objFiles.sContent("/out/x.log"),
+    EXPECT_EQ(app.files.Content("/out/x.log"),
               "\t*^0^FALSE^75\t1\tC\t/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\tUnable to convert\n"
               "\t*^0^FALSE^75\t2\tC\t/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\n");
 }
@@ -133,7 +133,7 @@ TEST_F(RunLog, ReportsNothingIfVerboseWithoutAFileName)
 
     LogConversionError(app, 1, objOptions);
 
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
     EXPECT_EQ(app.frmMain.sLogFile, "");
 }
 
@@ -163,7 +163,7 @@ TEST_F(RunLog, MarksExitCodesAsPassedWithoutReportingThem)
     EXPECT_EQ(sLogCell(1, 9), "");
     EXPECT_EQ(sLogCell(1, 10), "+");
     EXPECT_EQ(sLogCell(1, 11), "Exit Code: 3");
-    EXPECT_FALSE(app.objFiles.bHas("/out/r.log"));
+    EXPECT_FALSE(app.files.Has("/out/r.log"));
 }
 
 TEST(UpdatePassedCell, MarksCurrentRowThenMovesToGivenRow)
@@ -180,7 +180,7 @@ TEST(UpdatePassedCell, MarksCurrentRowThenMovesToGivenRow)
     EXPECT_EQ(fgToDo.TextMatrix(1, 10), "-");
     EXPECT_EQ(fgToDo.TextMatrix(2, 10), "");
     EXPECT_EQ(fgToDo.Row(), 2);
-    EXPECT_EQ(app.objWindows.lDoEvents, 1);
+    EXPECT_EQ(app.windows.do_events, 1);
 }
 
 TEST(UpdatePassedCell, DrawsTheTextInItsBackgroundColour)

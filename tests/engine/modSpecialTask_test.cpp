@@ -22,8 +22,8 @@ protected:
         SetUpToDoGrid(app);
         SetUpLogGrid(app);
         app.frmMain.bRunning = true;
-        app.objFiles.AddFolder("/in");
-        app.objFiles.AddFolder("/out");
+        app.files.AddFolder("/in");
+        app.files.AddFolder("/out");
         objOptions.sActionToDo = "S24";
         objOptions.lSpecialProcess = 24;
         objOptions.lOriginalFileType = 2;
@@ -34,7 +34,7 @@ protected:
     void AddPictures(int lCount)
     {
         for (int l = 1; l <= lCount; ++l)
-            app.objImages.AddImage("/in/" + std::to_string(l) + ".bmp");
+            app.images.AddImage("/in/" + std::to_string(l) + ".bmp");
     }
     std::int32_t lRun(const std::string& sSource, const std::string& sTarget)
     {
@@ -67,8 +67,8 @@ TEST_F(SpecialTask, AppliesItsProcessBetweenLoadAndSave)
 
     EXPECT_EQ(lRun("/in/1.bmp", "/out/1.bmp"), 0);
 
-    EXPECT_EQ(app.objTransform.aCalls, (Calls{"SetImage 1x1", "Invert", "GetImageBytes"}));
-    EXPECT_EQ(app.objImages.aPagesOf("/out/1.bmp").size(), 1u);
+    EXPECT_EQ(app.transform.calls, (Calls{"SetImage 1x1", "Invert", "GetImageBytes"}));
+    EXPECT_EQ(app.images.PagesOf("/out/1.bmp").size(), 1u);
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(8), "/in/1.bmp");
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(11), "1000.0");
@@ -80,7 +80,7 @@ TEST_F(SpecialTask, FailsIfTheSourceIsMissing)
 
     EXPECT_EQ(objOptions.lErr, -10000);
     EXPECT_EQ(sLog(1, 11), "File: /in/none.bmp does not exist");
-    EXPECT_TRUE(app.objTransform.aCalls.empty());
+    EXPECT_TRUE(app.transform.calls.empty());
 }
 
 TEST_F(SpecialTask, SucceedsSilentlyForAnEmptyList)
@@ -92,25 +92,25 @@ TEST_F(SpecialTask, SucceedsSilentlyForAnEmptyList)
 TEST_F(SpecialTask, MirrorsTheTreeBelowTheTargetFolder)
 {
     AddPictures(1);
-    app.objImages.AddImage("/in/sub/2.bmp");
+    app.images.AddImage("/in/sub/2.bmp");
     objOptions.bDoSubfolders = true;
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.bmp"), 0);
 
-    EXPECT_TRUE(app.objFiles.FileExists("/out/1.bmp"));
-    EXPECT_TRUE(app.objFiles.FileExists("/out/sub/2.bmp"));
+    EXPECT_TRUE(app.files.FileExists("/out/1.bmp"));
+    EXPECT_TRUE(app.files.FileExists("/out/sub/2.bmp"));
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(6), "100.0  Percent Complete ");
 }
 
 TEST_F(SpecialTask, FailsForListedFilesThatDoNotLoad)
 {
     AddPictures(2);
-    app.objImages.aBroken.insert("/in/1.bmp");
+    app.images.broken.insert("/in/1.bmp");
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.bmp"), -101);
 
     EXPECT_EQ(sLog(1, 4), "/in/1.bmp");
-    EXPECT_TRUE(app.objFiles.FileExists("/out/2.bmp"));
+    EXPECT_TRUE(app.files.FileExists("/out/2.bmp"));
 }
 
 TEST_F(SpecialTask, FailsOnlyTheFileThatOverflows)
@@ -123,13 +123,13 @@ TEST_F(SpecialTask, FailsOnlyTheFileThatOverflows)
 
     EXPECT_EQ(sLog(1, 11), "Unable to convert: Overflow");
     EXPECT_EQ(sLog(2, 11), "Unable to convert: Overflow");
-    EXPECT_FALSE(app.objFiles.FileExists("/out/1.bmp"));
+    EXPECT_FALSE(app.files.FileExists("/out/1.bmp"));
 }
 
 TEST_F(SpecialTask, ReportsEveryFileButReturnsTheLastResult)
 {
     AddPictures(2);
-    app.objImages.aBroken.insert("/in/1.bmp");
+    app.images.broken.insert("/in/1.bmp");
     app.frmMain.sLogFile = "/out/report.txt";
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.bmp"), 0);
@@ -141,19 +141,19 @@ TEST_F(SpecialTask, ReportsEveryFileButReturnsTheLastResult)
 TEST_F(SpecialTask, ResumesOneFileBeforeThePause)
 {
     AddPictures(6);
-    app.objWindows.OnDoEvents = [&] {
-        app.frmMain.bRunning = app.objFiles.FileExists("/out/4.bmp") ? false : app.frmMain.bRunning;
+    app.windows.on_do_events = [&] {
+        app.frmMain.bRunning = app.files.FileExists("/out/4.bmp") ? false : app.frmMain.bRunning;
     };
 
     lRun("/in/*.bmp", "/out/*.bmp");
     EXPECT_EQ(app.frmMain.lResumeFileIndex, 4);
 
-    app.objWindows.OnDoEvents = nullptr;
-    app.objImages.aCalls.clear();
+    app.windows.on_do_events = nullptr;
+    app.images.calls.clear();
     app.frmMain.bRunning = true;
     lRun("/in/*.bmp", "/out/*.bmp");
-    EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "LoadImage /in/4.bmp"), 1);
-    EXPECT_EQ(std::count(app.objImages.aCalls.begin(), app.objImages.aCalls.end(), "LoadImage /in/3.bmp"), 0);
+    EXPECT_EQ(std::count(app.images.calls.begin(), app.images.calls.end(), "LoadImage /in/4.bmp"), 1);
+    EXPECT_EQ(std::count(app.images.calls.begin(), app.images.calls.end(), "LoadImage /in/3.bmp"), 0);
 }
 
 TEST_F(SpecialTask, ShowsProgressRelativeToTheWholeList)
@@ -161,7 +161,7 @@ TEST_F(SpecialTask, ShowsProgressRelativeToTheWholeList)
     AddPictures(8);
     app.frmMain.lResumeFileIndex = 3;
     std::vector<std::string> aPercents;
-    app.objTransform.OnSetImage = [&] { aPercents.push_back(app.frmMainMDI.sbMain.Panel(6)); };
+    app.transform.on_set_image = [&] { aPercents.push_back(app.frmMainMDI.sbMain.Panel(6)); };
 
     lRun("/in/*.bmp", "/out/*.bmp");
 
@@ -172,51 +172,51 @@ TEST_F(SpecialTask, ShowsProgressRelativeToTheWholeList)
 TEST_F(SpecialTask, ReportsSingleFilesButNotListedOnes)
 {
     AddPictures(1);
-    app.objImages.aBroken.insert("/in/1.bmp");
+    app.images.broken.insert("/in/1.bmp");
     objOptions.bVerboseLog = true;
     objOptions.sLogFile = "/out/report.txt";
 
     lRun("/in/*.bmp", "/out/*.bmp");
-    EXPECT_FALSE(app.objFiles.FileExists("/out/report.txt"));
+    EXPECT_FALSE(app.files.FileExists("/out/report.txt"));
 
     lRun("/in/1.bmp", "/out/1.bmp");
-    EXPECT_TRUE(app.objFiles.FileExists("/out/report.txt"));
+    EXPECT_TRUE(app.files.FileExists("/out/report.txt"));
 }
 
 TEST_F(SpecialTask, DeletesTheSourceOnRequestAfterSuccess)
 {
     AddPictures(2);
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objImages.aUnwritable.insert("/out/2.bmp");
+    app.images.unwritable.insert("/out/2.bmp");
 
     lRun("/in/*.bmp", "/out/*.bmp");
 
-    EXPECT_FALSE(app.objFiles.FileExists("/in/1.bmp"));
-    EXPECT_TRUE(app.objFiles.FileExists("/in/2.bmp"));
+    EXPECT_FALSE(app.files.FileExists("/in/1.bmp"));
+    EXPECT_TRUE(app.files.FileExists("/in/2.bmp"));
 }
 
 TEST_F(SpecialTask, NeverDeletesASourceThatEqualsItsTarget)
 {
-    app.objImages.AddImage("/in/a.bmp");
-    app.objFiles.AddLink("/link", "/in");
+    app.images.AddImage("/in/a.bmp");
+    app.files.AddLink("/link", "/in");
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
 
     lRun("/in/a.bmp", "/in/A.BMP");
-    EXPECT_TRUE(app.objFiles.FileExists("/in/a.bmp"));
+    EXPECT_TRUE(app.files.FileExists("/in/a.bmp"));
     lRun("/in/a.bmp", "/link/a.bmp");
-    EXPECT_TRUE(app.objFiles.FileExists("/in/a.bmp"));
+    EXPECT_TRUE(app.files.FileExists("/in/a.bmp"));
 }
 
 TEST_F(SpecialTask, RetriesDeletingALockedSource)
 {
     AddPictures(1);
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objFiles.lDeletesToRefuse = 2;
+    app.files.deletes_to_refuse = 2;
 
     EXPECT_EQ(lRun("/in/1.bmp", "/out/1.bmp"), 0);
 
-    EXPECT_FALSE(app.objFiles.FileExists("/in/1.bmp"));
-    EXPECT_FALSE(app.objClock.aSleeps.empty());
+    EXPECT_FALSE(app.files.FileExists("/in/1.bmp"));
+    EXPECT_FALSE(app.clock.sleeps.empty());
 }
 
 TEST_F(SpecialTask, LoadsAndSavesForProcess57WithoutAnOperation)
@@ -226,8 +226,8 @@ TEST_F(SpecialTask, LoadsAndSavesForProcess57WithoutAnOperation)
 
     EXPECT_EQ(lRun("/in/1.bmp", "/out/1.bmp"), 0);
 
-    EXPECT_EQ(app.objTransform.aCalls, (Calls{"SetImage 1x1", "GetImageBytes"}));
-    EXPECT_TRUE(app.objFiles.FileExists("/out/1.bmp"));
+    EXPECT_EQ(app.transform.calls, (Calls{"SetImage 1x1", "GetImageBytes"}));
+    EXPECT_TRUE(app.files.FileExists("/out/1.bmp"));
 }
 
 TEST_F(SpecialTask, SucceedsWithoutDoingAnythingForUnknownNumbers)
@@ -239,23 +239,23 @@ TEST_F(SpecialTask, SucceedsWithoutDoingAnythingForUnknownNumbers)
         EXPECT_EQ(lRun("/in/1.bmp", "/out/1.bmp"), 0);
     }
 
-    EXPECT_TRUE(app.objImages.aCalls.empty());
-    EXPECT_TRUE(app.objFiles.FileExists("/in/1.bmp"));
+    EXPECT_TRUE(app.images.calls.empty());
+    EXPECT_TRUE(app.files.FileExists("/in/1.bmp"));
 }
 
 TEST_F(SpecialTask, LaunchesAProgramAndLogsItsExitCode)
 {
     SetUpLaunch();
-    app.objLauncher.lExitCode = 3;
+    app.launcher.exit_code = 3;
     app.frmMain.bDeleteOriginalFileAfterProcessing = true;
-    app.objFiles.AddFile("/bin/tool");
+    app.files.AddFile("/bin/tool");
 
     EXPECT_EQ(lRun("/bin/tool", "-x"), 0);
 
     EXPECT_EQ(sLog(1, 11), "Exit Code: 3");
     EXPECT_EQ(sLog(1, 10), "+");
     EXPECT_EQ(objOptions.sErr, "Successfully Processed.");
-    EXPECT_TRUE(app.objFiles.FileExists("/bin/tool"));
+    EXPECT_TRUE(app.files.FileExists("/bin/tool"));
 }
 
 TEST_F(SpecialTask, LogsALaunchTwiceIfThereIsAReportFile)
@@ -272,7 +272,7 @@ TEST_F(SpecialTask, LogsALaunchTwiceIfThereIsAReportFile)
 TEST_F(SpecialTask, LogsAFailedLaunchOnce)
 {
     SetUpLaunch();
-    app.objLauncher.bCanStart = false;
+    app.launcher.can_start = false;
 
     EXPECT_EQ(lRun("/bin/none", ""), -10);
 
@@ -284,8 +284,8 @@ TEST_F(SpecialTask, LogsALaunchThatTimesOut)
 {
     SetUpLaunch();
     objOptions.sExtraParams = "32^1^5";
-    app.objLauncher.lLooksUntilEnd = 0;
-    app.objLauncher.OnLook = [&] { app.objClock.lTick += 6000; };
+    app.launcher.looks_until_end = 0;
+    app.launcher.on_look = [&] { app.clock.tick += 6000; };
 
     EXPECT_EQ(lRun("/bin/tool", ""), -11);
 
@@ -295,8 +295,8 @@ TEST_F(SpecialTask, LogsALaunchThatTimesOut)
 TEST_F(SpecialTask, LaunchesAgainAfterAPause)
 {
     app.frmMain.fgToDo.AddItem("\t32^1^-1\t1\tS100\t/bin/tool\t\t\t-x\t\t\t\t", 1);
-    app.objLauncher.lLooksUntilEnd = 0;
-    app.objLauncher.OnLook = [&] { app.frmMain.bRunning = false; };
+    app.launcher.looks_until_end = 0;
+    app.launcher.on_look = [&] { app.frmMain.bRunning = false; };
     app.frmMain.bRunning = false;
 
     ConversionJobBegin(app);
@@ -305,10 +305,10 @@ TEST_F(SpecialTask, LaunchesAgainAfterAPause)
     EXPECT_EQ(sLog(1, 10), "-");
     EXPECT_EQ(sLog(1, 11), "Process did not complete in the specified time (Timeout)");
 
-    app.objLauncher.lLooksUntilEnd = 1;
+    app.launcher.looks_until_end = 1;
     ConversionJobBegin(app);
 
-    EXPECT_EQ(app.objLauncher.aStarts.size(), 2u);
+    EXPECT_EQ(app.launcher.starts.size(), 2u);
 }
 
 TEST(ExitCodeText, IsEmptyForCodesOfOtherTasks)
@@ -320,9 +320,9 @@ TEST(ExitCodeText, IsEmptyForCodesOfOtherTasks)
 
 TEST_F(SpecialTask, LoadsTheNextSliceOfAJob)
 {
-    app.objFiles.AddFile("/jobs/a.vjb",
-                         "M\td\t1\tC\t/in/1.bmp\t2\tbmp\t/out/1.png\t8\tpng\t\t\r\n"
-                         "M\td\t2\tC\t/in/2.bmp\t2\tbmp\t/out/2.png\t8\tpng\t\t\r\n");
+    app.files.AddFile("/jobs/a.vjb",
+                      "M\td\t1\tC\t/in/1.bmp\t2\tbmp\t/out/1.png\t8\tpng\t\t\r\n"
+                      "M\td\t2\tC\t/in/2.bmp\t2\tbmp\t/out/2.png\t8\tpng\t\t\r\n");
     objOptions.lSpecialProcess = 1;
     objOptions.lTargetFileType = 2;
 
@@ -342,7 +342,7 @@ TEST_F(SpecialTask, RunsAJobSliceBySlice)
         sJob += "M\t1^0^FALSE^75\t" + sName + "\tC\t/in/" + sName + ".bmp\t2\tbmp\t/out/" + sName +
                 ".png\t8\tpng\t\t\r\n";
     }
-    app.objFiles.AddFile("/jobs/a.vjb", sJob);
+    app.files.AddFile("/jobs/a.vjb", sJob);
     app.frmMain.fgToDo.AddItem("M\t1^0^FALSE^75\t1\tC\t/in/1.bmp\t2\tbmp\t/out/1.png\t8\tpng\t\t", 1);
     app.frmMain.fgToDo.AddItem(" \t \t2\tS1\tReload conversion job start at task 2\t\t\t/jobs/a.vjb\t2\t\t\t",
                                2);
@@ -351,7 +351,7 @@ TEST_F(SpecialTask, RunsAJobSliceBySlice)
     ConversionJobBegin(app);
 
     for (const char* sTarget : {"/out/1.png", "/out/2.png", "/out/3.png"})
-        EXPECT_TRUE(app.objFiles.FileExists(sTarget)) << sTarget;
+        EXPECT_TRUE(app.files.FileExists(sTarget)) << sTarget;
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColOriginal), "/in/2.bmp");
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, kColPass), "+");
     EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(2, kColPass), "+");
@@ -360,7 +360,7 @@ TEST_F(SpecialTask, RunsAJobSliceBySlice)
 TEST_F(SpecialTask, MarksEveryKindOfTaskInAJob)
 {
     AddPictures(1);
-    app.objLauncher.lExitCode = 7;
+    app.launcher.exit_code = 7;
     const auto AddRow = [&](const std::string& sDetails, const std::string& sAction,
                             const std::string& sOriginal, const std::string& sTarget) {
         app.frmMain.fgToDo.AddItem(
@@ -399,10 +399,10 @@ TEST_F(SpecialTask, IsChosenByTheLetterSUnlessThereIsAC)
 
     PerformBlock(app, 1, objOptions, lErr);
     EXPECT_EQ(lErr, 0);
-    EXPECT_EQ(app.objTransform.aCalls.size(), 3u);
+    EXPECT_EQ(app.transform.calls.size(), 3u);
 
-    app.objTransform.aCalls.clear();
+    app.transform.calls.clear();
     objOptions.sActionToDo = "CS";
     PerformBlock(app, 1, objOptions, lErr);
-    EXPECT_TRUE(app.objTransform.aCalls.empty());
+    EXPECT_TRUE(app.transform.calls.empty());
 }

@@ -16,12 +16,12 @@ class Parser : public testing::Test
 protected:
     Parser()
     {
-        app.objFiles.AddFile("c:\\my pictures\\a.bmp");
-        app.objFiles.AddFile("c:\\a.png");
-        app.objFiles.AddFile("c:\\p\\a.bmp");
-        app.objFiles.AddFile("/pics/a.bmp");
-        app.objFiles.AddFolder("c:\\out");
-        app.objFiles.AddFolder("/out");
+        app.files.AddFile("c:\\my pictures\\a.bmp");
+        app.files.AddFile("c:\\a.png");
+        app.files.AddFile("c:\\p\\a.bmp");
+        app.files.AddFile("/pics/a.bmp");
+        app.files.AddFolder("c:\\out");
+        app.files.AddFolder("/out");
     }
     bool bParse(const std::string& sText) { return bParseCommandLine(app, sText, objOptions); }
 
@@ -61,7 +61,7 @@ TEST_F(Parser, RejectsAnEmptyTextSilently)
     EXPECT_FALSE(bParse(""));
 
     EXPECT_FALSE(app.bCommandLineMode);
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST_F(Parser, AcceptsUnquotedPathsWithSpaces)
@@ -87,7 +87,7 @@ TEST_F(Parser, ResolvesBareNamesAgainstTheProgramsFolder)
     EXPECT_FALSE(bParse("/S \"x.bmp\" /T c:\\out\\a.png"));
     EXPECT_EQ(objOptions.sOriginalFile, "/program/\"x.bmp\"");
 
-    app.objFolders.sOwn = "C:\\Varnel";
+    app.folders.own = "C:\\Varnel";
     bParse("/S x.bmp /J \"x.vjb\" /L r.log /B b.vjb");
     EXPECT_EQ(objOptions.sOriginalFile, "C:\\Varnel\\x.bmp");
     EXPECT_EQ(objOptions.sCLBatchJobFile, "C:\\Varnel\\x.vjb");
@@ -133,7 +133,7 @@ TEST_F(Parser, CreatesTheFolderOfTheReportFile)
 {
     bParse("/S c:\\a.png /T c:\\out\\a.bmp /L c:\\logs\\deep\\r.txt");
 
-    EXPECT_TRUE(app.objFiles.FolderExists("c:\\logs\\deep"));
+    EXPECT_TRUE(app.files.FolderExists("c:\\logs\\deep"));
     EXPECT_EQ(objOptions.sLogFile, "c:\\logs\\deep\\r.txt");
 }
 
@@ -170,12 +170,12 @@ TEST_F(Parser, CopiesTheTargetsTypeToAnUntypedSource)
 
 TEST_F(Parser, RejectsAndReportsAMissingType)
 {
-    app.objFiles.AddFile("c:\\x.unknown");
+    app.files.AddFile("c:\\x.unknown");
 
     EXPECT_FALSE(bParse("/S c:\\x.unknown /T c:\\out\\y.png /L c:\\out\\r.txt"));
 
     EXPECT_EQ(objOptions.lErr, -202);
-    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"),
+    EXPECT_EQ(app.files.Content("c:\\out\\r.txt"),
               "Original or Target file type not properly specified. Specify /F# and /C#\n");
 }
 
@@ -183,15 +183,15 @@ TEST_F(Parser, ReportsUnknownSwitchesAndCarriesOn)
 {
     EXPECT_TRUE(bParse("/S c:\\a.png /A /s /T c:\\out\\a.bmp /L c:\\out\\r.txt"));
 
-    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"), kUnknown + " /A /s\n");
+    EXPECT_EQ(app.files.Content("c:\\out\\r.txt"), kUnknown + " /A /s\n");
 }
 
 TEST_F(Parser, RejectsALineWithOnlyUnknownSwitches)
 {
     EXPECT_FALSE(bParse("/s /V"));
 
-    ASSERT_FALSE(app.objWindows.aBoxes.empty());
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText, kUnknown + " /s");
+    ASSERT_FALSE(app.windows.boxes.empty());
+    EXPECT_EQ(app.windows.boxes[0].text, kUnknown + " /s");
 }
 
 TEST_F(Parser, OpensTheCommandLineHelpTopic)
@@ -200,7 +200,7 @@ TEST_F(Parser, OpensTheCommandLineHelpTopic)
 
     EXPECT_FALSE(bParse("/?"));
 
-    EXPECT_EQ(app.objWindows.aHelpCalls, std::vector<std::string>{"Varnel.HLP#30"});
+    EXPECT_EQ(app.windows.help_calls, std::vector<std::string>{"Varnel.HLP#30"});
 }
 
 TEST_F(Parser, LeavesTwoEmptyDetailsBeforeTheLetters)
@@ -219,7 +219,7 @@ TEST_F(Parser, IgnoresTheTargetWhenSavingBesideTheSource)
 
 TEST_F(Parser, RequiresNoFilesToRunAJob)
 {
-    app.objFiles.AddFile("c:\\x.vjb");
+    app.files.AddFile("c:\\x.vjb");
 
     EXPECT_TRUE(bParse("/J \"c:\\x.vjb\""));
 
@@ -232,7 +232,7 @@ TEST_F(Parser, RejectsAMissingJobFile)
     EXPECT_FALSE(bParse("/J c:\\missing.vjb /L c:\\out\\r.txt"));
 
     EXPECT_EQ(objOptions.lErr, -8);
-    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"),
+    EXPECT_EQ(app.files.Content("c:\\out\\r.txt"),
               "Conversion Job File (*.VJB) specified in the command line (/J) does not exist.\n");
 }
 

@@ -19,8 +19,8 @@ protected:
         SetUpLogGrid(app);
         app.bCommandLineMode = true;
         app.frmMain.bRunning = true;
-        app.frmMain.lJobStartTick = app.objClock.lTick - 1500;
-        app.objFiles.AddFolder("/out");
+        app.frmMain.lJobStartTick = app.clock.tick - 1500;
+        app.files.AddFolder("/out");
         objOptions.lOriginalFileType = 2;
         objOptions.lTargetFileType = 8;
         objOptions.sLogFile = "/out/r.txt";
@@ -31,7 +31,7 @@ protected:
         objOptions.sTargetFile = sTarget;
         return lRunFromCommandLine(app, objOptions);
     }
-    std::string sReport() const { return app.objFiles.sContent("/out/r.txt"); }
+    std::string sReport() const { return app.files.Content("/out/r.txt"); }
 
     TestApplication app;
     clsConversionOptions objOptions;
@@ -43,7 +43,7 @@ const std::string kTask = " M\t*^0^FALSE^75^\t1\tC\t";
 
 TEST_F(CommandLineRun, ReportsSuccessAndTheTime)
 {
-    app.objImages.AddImage("/in/a.bmp");
+    app.images.AddImage("/in/a.bmp");
 
     EXPECT_EQ(lRun("/in/a.bmp", "/out/a.png"), 0);
 
@@ -53,7 +53,7 @@ TEST_F(CommandLineRun, ReportsSuccessAndTheTime)
 
 TEST_F(CommandLineRun, ReportsSuccessForAnEmptyWildcard)
 {
-    app.objFiles.AddFolder("/in");
+    app.files.AddFolder("/in");
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
 
@@ -62,9 +62,9 @@ TEST_F(CommandLineRun, ReportsSuccessForAnEmptyWildcard)
 
 TEST_F(CommandLineRun, ReportsEachFailedFileAndTheTime)
 {
-    app.objImages.AddImage("/in/1.bmp");
-    app.objImages.AddImage("/in/2.bmp");
-    app.objImages.aUnwritable = {"/out/1.png", "/out/2.png"};
+    app.images.AddImage("/in/1.bmp");
+    app.images.AddImage("/in/2.bmp");
+    app.images.unwritable = {"/out/1.png", "/out/2.png"};
 
     EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), -103);
 
@@ -75,43 +75,43 @@ TEST_F(CommandLineRun, ReportsEachFailedFileAndTheTime)
 
 TEST_F(CommandLineRun, ShowsEveryReportInABoxIfVerbose)
 {
-    app.objImages.AddImage("/in/1.bmp");
-    app.objImages.aUnwritable = {"/out/1.png"};
+    app.images.AddImage("/in/1.bmp");
+    app.images.unwritable = {"/out/1.png"};
     objOptions.bVerbose = true;
 
     lRun("/in/1.bmp", "/out/1.png");
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 2u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Job # 1  Unable to convert - /in/1.bmp");
+    ASSERT_EQ(app.windows.boxes.size(), 2u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Job # 1  Unable to convert - /in/1.bmp");
 }
 
 TEST_F(CommandLineRun, SavesTheLogAsAJobOnlyAfterFailures)
 {
-    app.objImages.AddImage("/in/1.bmp");
+    app.images.AddImage("/in/1.bmp");
     objOptions.sLogAsConversionJobFile = "/out/x.vjb";
     lRun("/in/1.bmp", "/out/1.png");
-    EXPECT_FALSE(app.objFiles.bHas("/out/x.vjb"));
+    EXPECT_FALSE(app.files.Has("/out/x.vjb"));
 
-    app.objImages.aUnwritable = {"/out/1.png"};
+    app.images.unwritable = {"/out/1.png"};
     lRun("/in/1.bmp", "/out/1.png");
-    EXPECT_EQ(app.objFiles.sContent("/out/x.vjb"), "\t1\t1\tC\t/in/1.bmp\t2\tbmp\t/out/1.png\t\r\n");
+    EXPECT_EQ(app.files.Content("/out/x.vjb"), "\t1\t1\tC\t/in/1.bmp\t2\tbmp\t/out/1.png\t\r\n");
 }
 
 TEST_F(CommandLineRun, RunsAllTasksOfAJobFile)
 {
-    app.objImages.AddImage("/in/a.bmp");
-    app.objFiles.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
+    app.images.AddImage("/in/a.bmp");
+    app.files.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
     objOptions.sCLBatchJobFile = "/j.vjb";
 
     EXPECT_EQ(lRunFromCommandLine(app, objOptions), 0);
 
-    EXPECT_TRUE(app.objFiles.bHas("/out/a.png"));
+    EXPECT_TRUE(app.files.Has("/out/a.png"));
     EXPECT_EQ(sReport(), "Conversion Successful\nTime to complete job: 0.0\n");
 }
 
 TEST_F(CommandLineRun, FailsForAJobWithAnyLogRow)
 {
-    app.objFiles.AddFile("/j.vjb", kTask + "/in/none.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
+    app.files.AddFile("/j.vjb", kTask + "/in/none.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
     objOptions.sCLBatchJobFile = "/j.vjb";
 
     EXPECT_EQ(lRunFromCommandLine(app, objOptions), -1);
@@ -122,8 +122,8 @@ TEST_F(CommandLineRun, FailsForAJobWithAnyLogRow)
 
 TEST_F(CommandLineRun, FailsEvenIfTheLogHasOnlySuccesses)
 {
-    app.objImages.AddImage("/in/a.bmp");
-    app.objFiles.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
+    app.images.AddImage("/in/a.bmp");
+    app.files.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t\t\r\n");
     objOptions.sCLBatchJobFile = "/j.vjb";
     app.frmMain.sLogFile = "/out/settings.log";
 
@@ -132,14 +132,14 @@ TEST_F(CommandLineRun, FailsEvenIfTheLogHasOnlySuccesses)
 
 TEST_F(CommandLineRun, ResumesJobsAtTheirFirstUnmarkedRow)
 {
-    app.objImages.AddImage("/in/a.bmp");
-    app.objImages.AddImage("/in/b.bmp");
-    app.objFiles.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t+\t\r\n" + kTask +
-                                       "/in/b.bmp\t2\tbmp\t/out/b.png\t8\tpng\t\t\r\n");
+    app.images.AddImage("/in/a.bmp");
+    app.images.AddImage("/in/b.bmp");
+    app.files.AddFile("/j.vjb", kTask + "/in/a.bmp\t2\tbmp\t/out/a.png\t8\tpng\t+\t\r\n" + kTask +
+                                    "/in/b.bmp\t2\tbmp\t/out/b.png\t8\tpng\t\t\r\n");
     objOptions.sCLBatchJobFile = "/j.vjb";
 
     lRunFromCommandLine(app, objOptions);
 
-    EXPECT_FALSE(app.objFiles.bHas("/out/a.png"));
-    EXPECT_TRUE(app.objFiles.bHas("/out/b.png"));
+    EXPECT_FALSE(app.files.Has("/out/a.png"));
+    EXPECT_TRUE(app.files.Has("/out/b.png"));
 }

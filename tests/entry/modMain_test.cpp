@@ -18,11 +18,11 @@ TEST(Main, SetsTheSettingsPathAndTheHelpFile)
 TEST(Main, ReportsTheReasonThenTheRejection)
 {
     TestApplication app;
-    app.objFiles.AddFolder("c:\\out");
+    app.files.AddFolder("c:\\out");
 
     Main(app, "/S c:\\none.bmp /T c:\\out\\a.png /L c:\\out\\r.txt");
 
-    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"),
+    EXPECT_EQ(app.files.Content("c:\\out\\r.txt"),
               "Original File\r\rc:\\none.bmp\r\rdoes not exist.\nMissing required or invalid command line "
               "argument(s)\n");
     EXPECT_FALSE(app.frmMain.Visible());
@@ -35,26 +35,26 @@ TEST(Main, RejectsALineWithoutSwitchesSilently)
     Main(app, "hello");
 
     EXPECT_TRUE(app.bCommandLineMode);
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST(Main, RunsATaskWithoutSavingSettings)
 {
     TestApplication app;
-    app.objImages.AddImage("c:\\in\\a.bmp");
-    app.objFiles.AddFolder("c:\\out");
+    app.images.AddImage("c:\\in\\a.bmp");
+    app.files.AddFolder("c:\\out");
 
     Main(app, "/S c:\\in\\a.bmp /T c:\\out\\a.png /L c:\\out\\r.txt");
 
-    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"), "Conversion Successful\nTime to complete job: 0.0\n");
-    EXPECT_TRUE(app.objIni.aWritten.empty());
+    EXPECT_EQ(app.files.Content("c:\\out\\r.txt"), "Conversion Successful\nTime to complete job: 0.0\n");
+    EXPECT_TRUE(app.ini.written.empty());
     EXPECT_FALSE(app.frmMain.Visible());
 }
 
 TEST(Main, OpensTheMainWindowForAnEmptyCommand)
 {
     TestApplication app;
-    app.objWindows.bDisplay = true;
+    app.windows.display = true;
 
     Main(app, "");
 
@@ -71,36 +71,35 @@ TEST(Main, ReportsAMissingDisplayAndExits)
 
     Main(app, "");
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
     EXPECT_FALSE(app.frmMain.Visible());
 }
 
 TEST(Main, OpensAJobWithoutRunningIt)
 {
     TestApplication app;
-    app.objWindows.bDisplay = true;
-    app.objImages.AddImage("c:\\in\\a.bmp");
-    app.objFiles.AddFile("c:\\j.vjb",
-                         " M\t*^0^\t1\tC\tc:\\in\\a.bmp\t2\tbmp\tc:\\out\\a.png\t8\tpng\t\t\r\n");
+    app.windows.display = true;
+    app.images.AddImage("c:\\in\\a.bmp");
+    app.files.AddFile("c:\\j.vjb", " M\t*^0^\t1\tC\tc:\\in\\a.bmp\t2\tbmp\tc:\\out\\a.png\t8\tpng\t\t\r\n");
 
     Main(app, "/J c:\\j.vjb /O");
 
     EXPECT_TRUE(app.frmMain.Visible());
     EXPECT_FALSE(app.frmMain.bRunning);
     EXPECT_EQ(app.frmMain.fgToDo.Rows(), 3);
-    EXPECT_TRUE(app.objImages.aCalls.empty());
+    EXPECT_TRUE(app.images.calls.empty());
     EXPECT_TRUE(app.bCommandLineMode);
 }
 
 TEST(Main, ReportsARaisedErrorWithoutATimeLine)
 {
     TestApplication app;
-    app.objImages.AddImage("c:\\in\\a.tif", {1, 2});
-    app.objFiles.AddFolder("c:\\out");
+    app.images.AddImage("c:\\in\\a.tif", {1, 2});
+    app.files.AddFolder("c:\\out");
 
     Main(app, "/S c:\\in\\a.tif /T c:\\out\\a.png /1 5- /L c:\\out\\r.txt");
 
-    EXPECT_EQ(app.objFiles.sContent("c:\\out\\r.txt"), "Type mismatch\n");
+    EXPECT_EQ(app.files.Content("c:\\out\\r.txt"), "Type mismatch\n");
     EXPECT_FALSE(app.frmMain.bRunning);
     EXPECT_FALSE(app.bInternalGridChange);
 }

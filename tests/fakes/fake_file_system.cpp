@@ -13,236 +13,232 @@ namespace
 class MemoryReader : public TextReader
 {
 public:
-    explicit MemoryReader(std::string sText) : m_sText(std::move(sText)) {}
-    bool ReadLine(std::string& sLine) override
+    explicit MemoryReader(std::string text) : text_(std::move(text)) {}
+    bool ReadLine(std::string& line) override
     {
-        if (m_nAt >= m_sText.size())
+        if (at_ >= text_.size())
             return false;
-        const std::size_t nEnd = std::min(m_sText.find('\n', m_nAt), m_sText.size());
-        sLine = m_sText.substr(m_nAt, nEnd - m_nAt);
-        if (!sLine.empty() && sLine.back() == '\r')
-            sLine.pop_back();
-        m_nAt = nEnd + 1;
+        const std::size_t end = std::min(text_.find('\n', at_), text_.size());
+        line = text_.substr(at_, end - at_);
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        at_ = end + 1;
         return true;
     }
 
 private:
-    std::string m_sText;
-    std::size_t m_nAt = 0;
+    std::string text_;
+    std::size_t at_ = 0;
 };
 
 class MemoryWriter : public TextWriter
 {
 public:
-    MemoryWriter(FakeFileSystem& objFiles, std::string sPath)
-        : m_objFiles(objFiles), m_sPath(std::move(sPath))
-    {
-    }
-    void WriteLine(const std::string& sLine) override { m_sText += sLine + "\r\n"; }
-    void Commit() override { m_objFiles.AddFile(m_sPath, m_sText); }
+    MemoryWriter(FakeFileSystem& files, std::string path) : files_(files), path_(std::move(path)) {}
+    void WriteLine(const std::string& line) override { text_ += line + "\r\n"; }
+    void Commit() override { files_.AddFile(path_, text_); }
 
 private:
-    FakeFileSystem& m_objFiles;
-    std::string m_sPath;
-    std::string m_sText;
+    FakeFileSystem& files_;
+    std::string path_;
+    std::string text_;
 };
 
 }  // namespace
 
-std::string FakeFileSystem::sKey(const std::string& sPath)
+std::string FakeFileSystem::Key(const std::string& path)
 {
-    std::string sResult = sReplaceAll(sLower(sPath), "\\", "/");
-    while (sResult.size() > 1 && sResult.back() == '/')
-        sResult.pop_back();
-    return sResult;
+    std::string result = sReplaceAll(sLower(path), "\\", "/");
+    while (result.size() > 1 && result.back() == '/')
+        result.pop_back();
+    return result;
 }
 
-std::string FakeFileSystem::sResolved(const std::string& sPath) const
+std::string FakeFileSystem::Resolved(const std::string& path) const
 {
-    std::string sResult = sKey(sPath);
-    for (int lHops = 0; lHops < 20; ++lHops) {
-        bool bReplaced = false;
-        for (const auto& [sLink, objEntry] : m_aEntries) {
-            if (!objEntry.sLinkTo.empty() && (sResult == sLink || sResult.starts_with(sLink + "/"))) {
-                sResult = objEntry.sLinkTo + sResult.substr(sLink.size());
-                bReplaced = true;
+    std::string result = Key(path);
+    for (int hops = 0; hops < 20; ++hops) {
+        bool replaced = false;
+        for (const auto& [link, entry] : entries_) {
+            if (!entry.link_to.empty() && (result == link || result.starts_with(link + "/"))) {
+                result = entry.link_to + result.substr(link.size());
+                replaced = true;
                 break;
             }
         }
-        if (!bReplaced)
+        if (!replaced)
             break;
     }
-    return sResult;
+    return result;
 }
 
-const FakeFileSystem::Entry* FakeFileSystem::pFind(const std::string& sPath) const
+const FakeFileSystem::Entry* FakeFileSystem::Find(const std::string& path) const
 {
-    const auto itFound = m_aEntries.find(sResolved(sPath));
-    return itFound == m_aEntries.end() ? nullptr : &itFound->second;
+    const auto found = entries_.find(Resolved(path));
+    return found == entries_.end() ? nullptr : &found->second;
 }
 
-bool FakeFileSystem::bReadOnly(const std::string& sPath) const
+bool FakeFileSystem::IsReadOnly(const std::string& path) const
 {
-    const std::string sLooked = sResolved(sPath);
-    for (const std::string& sRoot : m_aReadOnly)
-        if (sLooked == sRoot || sLooked.starts_with(sRoot + "/"))
+    const std::string looked = Resolved(path);
+    for (const std::string& root : read_only_)
+        if (looked == root || looked.starts_with(root + "/"))
             return true;
     return false;
 }
 
-void FakeFileSystem::AddFolder(const std::string& sPath)
+void FakeFileSystem::AddFolder(const std::string& path)
 {
-    const std::string sParent = sGetParentFolderName(sPath);
-    if (!sParent.empty())
-        AddFolder(sParent);
-    const std::string sExtension = sGetExtensionName(sPath);
-    m_aEntries.try_emplace(
-        sResolved(sPath),
-        Entry{sGetBaseName(sPath) + (sExtension.empty() ? "" : "." + sExtension), true, "", ""});
+    const std::string parent = sGetParentFolderName(path);
+    if (!parent.empty())
+        AddFolder(parent);
+    const std::string extension = sGetExtensionName(path);
+    entries_.try_emplace(
+        Resolved(path), Entry{sGetBaseName(path) + (extension.empty() ? "" : "." + extension), true, "", ""});
 }
 
-void FakeFileSystem::AddFile(const std::string& sPath, const std::string& sContent)
+void FakeFileSystem::AddFile(const std::string& path, const std::string& content)
 {
-    AddFolder(sGetParentFolderName(sPath));
-    Entry& objEntry = m_aEntries[sResolved(sPath)];
-    objEntry.bFolder = false;
-    objEntry.sContent = sContent;
-    if (objEntry.sName.empty())
-        objEntry.sName = sPath.substr(sFolderOfPath(sPath).size());
+    AddFolder(sGetParentFolderName(path));
+    Entry& entry = entries_[Resolved(path)];
+    entry.is_folder = false;
+    entry.content = content;
+    if (entry.name.empty())
+        entry.name = path.substr(sFolderOfPath(path).size());
 }
 
-void FakeFileSystem::AddLink(const std::string& sPath, const std::string& sRealFolder)
+void FakeFileSystem::AddLink(const std::string& path, const std::string& real_folder)
 {
-    AddFolder(sPath);
-    AddFolder(sRealFolder);
-    m_aEntries[sKey(sPath)].sLinkTo = sKey(sRealFolder);
+    AddFolder(path);
+    AddFolder(real_folder);
+    entries_[Key(path)].link_to = Key(real_folder);
 }
 
-void FakeFileSystem::MakeReadOnly(const std::string& sPath)
+void FakeFileSystem::MakeReadOnly(const std::string& path)
 {
-    m_aReadOnly.insert(sResolved(sPath));
+    read_only_.insert(Resolved(path));
 }
 
-bool FakeFileSystem::bHas(const std::string& sPath) const
+bool FakeFileSystem::Has(const std::string& path) const
 {
-    return pFind(sPath) != nullptr;
+    return Find(path) != nullptr;
 }
 
-std::string FakeFileSystem::sContent(const std::string& sPath) const
+std::string FakeFileSystem::Content(const std::string& path) const
 {
-    const Entry* pEntry = pFind(sPath);
-    return pEntry ? pEntry->sContent : "";
+    const Entry* entry = Find(path);
+    return entry ? entry->content : "";
 }
 
-std::optional<std::string> FakeFileSystem::sHostPathOfExisting(const std::string& sPath) const
+std::optional<std::string> FakeFileSystem::sHostPathOfExisting(const std::string& path) const
 {
-    return pFind(sPath) ? std::optional(sKey(sPath)) : std::nullopt;
+    return Find(path) ? std::optional(Key(path)) : std::nullopt;
 }
 
-std::optional<std::string> FakeFileSystem::sHostPathToWrite(const std::string& sPath) const
+std::optional<std::string> FakeFileSystem::sHostPathToWrite(const std::string& path) const
 {
-    return sPath.empty() ? std::nullopt : std::optional(sKey(sPath));
+    return path.empty() ? std::nullopt : std::optional(Key(path));
 }
 
-bool FakeFileSystem::FolderExists(const std::string& sPath) const
+bool FakeFileSystem::FolderExists(const std::string& path) const
 {
-    const Entry* pEntry = pFind(sPath);
-    return pEntry && pEntry->bFolder;
+    const Entry* entry = Find(path);
+    return entry && entry->is_folder;
 }
 
-bool FakeFileSystem::FileExists(const std::string& sPath) const
+bool FakeFileSystem::FileExists(const std::string& path) const
 {
-    const Entry* pEntry = pFind(sPath);
-    return pEntry && !pEntry->bFolder;
+    const Entry* entry = Find(path);
+    return entry && !entry->is_folder;
 }
 
-bool FakeFileSystem::CreateFolder(const std::string& sPath)
+bool FakeFileSystem::CreateFolder(const std::string& path)
 {
-    if (sPath.empty() || pFind(sPath) || bReadOnly(sPath) || !FolderExists(sGetParentFolderName(sPath)))
+    if (path.empty() || Find(path) || IsReadOnly(path) || !FolderExists(sGetParentFolderName(path)))
         return false;
-    AddFolder(sPath);
-    aMadeFolders.push_back(sPath);
+    AddFolder(path);
+    made_folders.push_back(path);
     return true;
 }
 
-bool FakeFileSystem::ListFolder(const std::string& sFolder, FolderListing& objListing) const
+bool FakeFileSystem::ListFolder(const std::string& folder, FolderListing& listing) const
 {
-    if (!FolderExists(sFolder))
+    if (!FolderExists(folder))
         return false;
-    objListing = {};
-    const std::string sRoot = sResolved(sFolder);
-    const std::string sPrefix = sRoot == "/" ? sRoot : sRoot + "/";
-    for (const auto& [sPath, objEntry] : m_aEntries) {
-        const bool bBelow = sPath.size() > sPrefix.size() && sPath.starts_with(sPrefix);
-        if (!bBelow || sPath.find('/', sPrefix.size()) != std::string::npos)
+    listing = {};
+    const std::string root = Resolved(folder);
+    const std::string prefix = root == "/" ? root : root + "/";
+    for (const auto& [path, entry] : entries_) {
+        const bool below = path.size() > prefix.size() && path.starts_with(prefix);
+        if (!below || path.find('/', prefix.size()) != std::string::npos)
             continue;
-        (objEntry.bFolder ? objListing.aSubfolders : objListing.aFiles).push_back(objEntry.sName);
-        if (!objEntry.sLinkTo.empty())
-            objListing.aLinks.insert(objEntry.sName);
+        (entry.is_folder ? listing.aSubfolders : listing.aFiles).push_back(entry.name);
+        if (!entry.link_to.empty())
+            listing.aLinks.insert(entry.name);
     }
     return true;
 }
 
-std::string FakeFileSystem::sRealPath(const std::string& sPath) const
+std::string FakeFileSystem::sRealPath(const std::string& path) const
 {
-    return pFind(sPath) ? sResolved(sPath) : "";
+    return Find(path) ? Resolved(path) : "";
 }
 
-bool FakeFileSystem::CopyFile(const std::string& sSource, const std::string& sTarget)
+bool FakeFileSystem::CopyFile(const std::string& source, const std::string& target)
 {
-    if (bFailCopies || !FileExists(sSource) || bReadOnly(sTarget) || FolderExists(sTarget))
+    if (fail_copies || !FileExists(source) || IsReadOnly(target) || FolderExists(target))
         return false;
-    AddFile(sTarget, sContent(sSource));
+    AddFile(target, Content(source));
     return true;
 }
 
-bool FakeFileSystem::DeleteFile(const std::string& sPath)
+bool FakeFileSystem::DeleteFile(const std::string& path)
 {
-    if (lDeletesToRefuse > 0 || aUndeletable.contains(sPath) || bReadOnly(sPath) || !FileExists(sPath)) {
-        lDeletesToRefuse = std::max(lDeletesToRefuse - 1, 0);
-        ++lRefusedDeletes;
+    if (deletes_to_refuse > 0 || undeletable.contains(path) || IsReadOnly(path) || !FileExists(path)) {
+        deletes_to_refuse = std::max(deletes_to_refuse - 1, 0);
+        ++refused_deletes;
         return false;
     }
-    m_aEntries.erase(sResolved(sPath));
-    aDeletedFiles.push_back(sPath);
+    entries_.erase(Resolved(path));
+    deleted_files.push_back(path);
     return true;
 }
 
-bool FakeFileSystem::ClearReadOnly(const std::string& sPath)
+bool FakeFileSystem::ClearReadOnly(const std::string& path)
 {
-    return FileExists(sPath);
+    return FileExists(path);
 }
 
-std::unique_ptr<TextReader> FakeFileSystem::OpenForInput(const std::string& sPath) const
+std::unique_ptr<TextReader> FakeFileSystem::OpenForInput(const std::string& path) const
 {
-    if (!FileExists(sPath))
-        throw clsRaisedError(kErrFileNotFound, "File not found: " + sPath);
-    return std::make_unique<MemoryReader>(sContent(sPath));
+    if (!FileExists(path))
+        throw clsRaisedError(kErrFileNotFound, "File not found: " + path);
+    return std::make_unique<MemoryReader>(Content(path));
 }
 
-std::unique_ptr<TextWriter> FakeFileSystem::OpenForOutput(const std::string& sPath)
+std::unique_ptr<TextWriter> FakeFileSystem::OpenForOutput(const std::string& path)
 {
-    if (bReadOnly(sPath) || FolderExists(sPath) || !FolderExists(sGetParentFolderName(sPath)))
-        throw clsRaisedError(kErrPathFileAccess, "Path/File access error: " + sPath);
-    return std::make_unique<MemoryWriter>(*this, sPath);
+    if (IsReadOnly(path) || FolderExists(path) || !FolderExists(sGetParentFolderName(path)))
+        throw clsRaisedError(kErrPathFileAccess, "Path/File access error: " + path);
+    return std::make_unique<MemoryWriter>(*this, path);
 }
 
-void FakeFileSystem::AppendLine(const std::string& sPath, const std::string& sLine)
+void FakeFileSystem::AppendLine(const std::string& path, const std::string& line)
 {
-    if (bReadOnly(sPath) || FolderExists(sPath) || !FolderExists(sGetParentFolderName(sPath)))
-        throw clsRaisedError(kErrPathFileAccess, "Path/File access error: " + sPath);
-    AddFile(sPath, sContent(sPath) + sLine + "\n");
+    if (IsReadOnly(path) || FolderExists(path) || !FolderExists(sGetParentFolderName(path)))
+        throw clsRaisedError(kErrPathFileAccess, "Path/File access error: " + path);
+    AddFile(path, Content(path) + line + "\n");
 }
 
-std::optional<std::string> FakeFileSystem::sReadBytes(const std::string& sPath) const
+std::optional<std::string> FakeFileSystem::sReadBytes(const std::string& path) const
 {
-    return FileExists(sPath) ? std::optional(sContent(sPath)) : std::nullopt;
+    return FileExists(path) ? std::optional(Content(path)) : std::nullopt;
 }
 
-bool FakeFileSystem::AppendBytes(const std::string& sPath, const std::string& sBytes)
+bool FakeFileSystem::AppendBytes(const std::string& path, const std::string& bytes)
 {
-    if (bReadOnly(sPath) || !FileExists(sPath))
+    if (IsReadOnly(path) || !FileExists(path))
         return false;
-    AddFile(sPath, sContent(sPath) + sBytes);
+    AddFile(path, Content(path) + bytes);
     return true;
 }

@@ -15,51 +15,51 @@ class FakeFileSystem : public FileSystem
 {
 public:
     /// Sets up folders (with all parents) and files (with their folders).
-    void AddFolder(const std::string& sPath);
-    void AddFile(const std::string& sPath, const std::string& sContent = "");
+    void AddFolder(const std::string& path);
+    void AddFile(const std::string& path, const std::string& content = "");
     /// Adds a link to a folder.
-    void AddLink(const std::string& sPath, const std::string& sRealFolder);
+    void AddLink(const std::string& path, const std::string& real_folder);
     /// Makes creating, changing and deleting fail at and below this path.
-    void MakeReadOnly(const std::string& sPath);
-    bool bHas(const std::string& sPath) const;             ///< true for a file or a folder
-    std::string sContent(const std::string& sPath) const;  ///< "" if the file doesn't exist
+    void MakeReadOnly(const std::string& path);
+    bool Has(const std::string& path) const;             ///< true for a file or a folder
+    std::string Content(const std::string& path) const;  ///< "" if the file doesn't exist
 
-    std::vector<std::string> aMadeFolders;   ///< folders created by CreateFolder, in order
-    std::vector<std::string> aDeletedFiles;  ///< files deleted by DeleteFile, in order
-    std::set<std::string> aUndeletable;      ///< paths, as passed, that DeleteFile fails on
-    mutable int lRefusedDeletes = 0;         ///< number of DeleteFile calls that failed
-    int lDeletesToRefuse = 0;                ///< number of DeleteFile calls that will fail
-    bool bFailCopies = false;
+    std::vector<std::string> made_folders;   ///< folders created by CreateFolder, in order
+    std::vector<std::string> deleted_files;  ///< files deleted by DeleteFile, in order
+    std::set<std::string> undeletable;       ///< paths, as passed, that DeleteFile fails on
+    mutable int refused_deletes = 0;         ///< number of DeleteFile calls that failed
+    int deletes_to_refuse = 0;               ///< number of DeleteFile calls that will fail
+    bool fail_copies = false;
 
-    std::optional<std::string> sHostPathOfExisting(const std::string& sPath) const override;
-    std::optional<std::string> sHostPathToWrite(const std::string& sPath) const override;
-    bool FolderExists(const std::string& sPath) const override;
-    bool FileExists(const std::string& sPath) const override;
-    bool CreateFolder(const std::string& sPath) override;
-    bool ListFolder(const std::string& sFolder, FolderListing& objListing) const override;
-    std::string sRealPath(const std::string& sPath) const override;
-    bool CopyFile(const std::string& sSource, const std::string& sTarget) override;
-    bool DeleteFile(const std::string& sPath) override;
-    bool ClearReadOnly(const std::string& sPath) override;
-    std::unique_ptr<TextReader> OpenForInput(const std::string& sPath) const override;
-    std::unique_ptr<TextWriter> OpenForOutput(const std::string& sPath) override;
-    void AppendLine(const std::string& sPath, const std::string& sLine) override;
-    std::optional<std::string> sReadBytes(const std::string& sPath) const override;
-    bool AppendBytes(const std::string& sPath, const std::string& sBytes) override;
+    std::optional<std::string> sHostPathOfExisting(const std::string& path) const override;
+    std::optional<std::string> sHostPathToWrite(const std::string& path) const override;
+    bool FolderExists(const std::string& path) const override;
+    bool FileExists(const std::string& path) const override;
+    bool CreateFolder(const std::string& path) override;
+    bool ListFolder(const std::string& folder, FolderListing& listing) const override;
+    std::string sRealPath(const std::string& path) const override;
+    bool CopyFile(const std::string& source, const std::string& target) override;
+    bool DeleteFile(const std::string& path) override;
+    bool ClearReadOnly(const std::string& path) override;
+    std::unique_ptr<TextReader> OpenForInput(const std::string& path) const override;
+    std::unique_ptr<TextWriter> OpenForOutput(const std::string& path) override;
+    void AppendLine(const std::string& path, const std::string& line) override;
+    std::optional<std::string> sReadBytes(const std::string& path) const override;
+    bool AppendBytes(const std::string& path, const std::string& bytes) override;
 
 private:
     struct Entry {
-        std::string sName;  ///< last component with its original spelling
-        bool bFolder = false;
-        std::string sContent;
-        std::string sLinkTo;  ///< key of the link's target
+        std::string name;  ///< last component with its original spelling
+        bool is_folder = false;
+        std::string content;
+        std::string link_to;  ///< key of the link's target
     };
-    static std::string sKey(const std::string& sPath);
+    static std::string Key(const std::string& path);
     /// The key with all links resolved.
-    std::string sResolved(const std::string& sPath) const;
-    const Entry* pFind(const std::string& sPath) const;
-    bool bReadOnly(const std::string& sPath) const;
+    std::string Resolved(const std::string& path) const;
+    const Entry* Find(const std::string& path) const;
+    bool IsReadOnly(const std::string& path) const;
 
-    std::map<std::string, Entry> m_aEntries;
-    std::set<std::string> m_aReadOnly;
+    std::map<std::string, Entry> entries_;
+    std::set<std::string> read_only_;
 };

@@ -10,37 +10,37 @@
 class FakeProcessLauncher : public ProcessLauncher
 {
 public:
-    std::vector<ProcessStart> aStarts;  ///< all programs launched, in order
-    std::vector<std::int32_t> aWaits;   ///< timeout in milliseconds of each poll, in order
-    bool bCanStart = true;
-    int lLooksUntilEnd = 1;  ///< a program exits at this poll; 0: never
-    std::int32_t lExitCode = 0;
-    std::function<void()> OnLook;  ///< called during each poll
-    int lCollections = 0;          ///< number of CollectEnded calls
+    std::vector<ProcessStart> starts;  ///< all programs launched, in order
+    std::vector<std::int32_t> waits;   ///< timeout in milliseconds of each poll, in order
+    bool can_start = true;
+    int looks_until_end = 1;  ///< a program exits at this poll; 0: never
+    std::int32_t exit_code = 0;
+    std::function<void()> on_look;  ///< called during each poll
+    int collections = 0;            ///< number of CollectEnded calls
 
-    std::unique_ptr<ChildProcess> pStart(const ProcessStart& objStart) override
+    std::unique_ptr<ChildProcess> pStart(const ProcessStart& start) override
     {
-        aStarts.push_back(objStart);
-        return bCanStart ? std::make_unique<Child>(*this) : nullptr;
+        starts.push_back(start);
+        return can_start ? std::make_unique<Child>(*this) : nullptr;
     }
-    void CollectEnded() override { ++lCollections; }
+    void CollectEnded() override { ++collections; }
 
 private:
     class Child : public ChildProcess
     {
     public:
-        explicit Child(FakeProcessLauncher& objLauncher) : m_objLauncher(objLauncher) {}
-        bool bWaitForEnd(std::int32_t lMilliseconds) override
+        explicit Child(FakeProcessLauncher& launcher) : launcher_(launcher) {}
+        bool bWaitForEnd(std::int32_t milliseconds) override
         {
-            m_objLauncher.aWaits.push_back(lMilliseconds);
-            if (m_objLauncher.OnLook)
-                m_objLauncher.OnLook();
-            const int lLooks = static_cast<int>(m_objLauncher.aWaits.size());
-            return m_objLauncher.lLooksUntilEnd != 0 && lLooks >= m_objLauncher.lLooksUntilEnd;
+            launcher_.waits.push_back(milliseconds);
+            if (launcher_.on_look)
+                launcher_.on_look();
+            const int looks = static_cast<int>(launcher_.waits.size());
+            return launcher_.looks_until_end != 0 && looks >= launcher_.looks_until_end;
         }
-        std::int32_t lExitCode() const override { return m_objLauncher.lExitCode; }
+        std::int32_t lExitCode() const override { return launcher_.exit_code; }
 
     private:
-        FakeProcessLauncher& m_objLauncher;
+        FakeProcessLauncher& launcher_;
     };
 };

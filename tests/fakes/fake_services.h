@@ -18,101 +18,101 @@
 class FakeIniFile : public IniFile
 {
 public:
-    void Set(const std::string& sSection, const std::string& sKey, const std::string& sValue)
+    void Set(const std::string& section, const std::string& key, const std::string& value)
     {
-        m_aValues[{sLower(sSection), sLower(sKey)}] = sValue;
+        values_[{sLower(section), sLower(key)}] = value;
     }
     /// The stored value, or "(none)".
-    std::string sStored(const std::string& sSection, const std::string& sKey) const
+    std::string Stored(const std::string& section, const std::string& key) const
     {
-        const auto itFound = m_aValues.find({sLower(sSection), sLower(sKey)});
-        return itFound == m_aValues.end() ? "(none)" : itFound->second;
+        const auto found = values_.find({sLower(section), sLower(key)});
+        return found == values_.end() ? "(none)" : found->second;
     }
-    std::vector<std::string> aWritten;  ///< all writes as "section/key=value", in order
-    bool bFailWrites = false;
+    std::vector<std::string> written;  ///< all writes as "section/key=value", in order
+    bool fail_writes = false;
 
-    std::string GetPrivateProfileString(const std::string& sSection, const std::string& sKey,
-                                        const std::string& sDefault, std::int32_t lBufferSize,
+    std::string GetPrivateProfileString(const std::string& section, const std::string& key,
+                                        const std::string& fallback, std::int32_t buffer_size,
                                         const std::string&) const override
     {
-        const auto itFound = m_aValues.find({sLower(sSection), sLower(sKey)});
-        const std::string& sFound = itFound == m_aValues.end() ? sDefault : itFound->second;
-        return sFound.substr(0, static_cast<std::size_t>(lBufferSize - 1));
+        const auto found = values_.find({sLower(section), sLower(key)});
+        const std::string& value = found == values_.end() ? fallback : found->second;
+        return value.substr(0, static_cast<std::size_t>(buffer_size - 1));
     }
-    std::int32_t GetPrivateProfileInt(const std::string& sSection, const std::string& sKey,
-                                      std::int32_t lDefault, const std::string&) const override
+    std::int32_t GetPrivateProfileInt(const std::string& section, const std::string& key,
+                                      std::int32_t fallback, const std::string&) const override
     {
-        const auto itFound = m_aValues.find({sLower(sSection), sLower(sKey)});
-        return itFound == m_aValues.end() ? lDefault : lLeadingNumber(itFound->second);
+        const auto found = values_.find({sLower(section), sLower(key)});
+        return found == values_.end() ? fallback : lLeadingNumber(found->second);
     }
-    bool WritePrivateProfileString(const std::string& sSection, const std::string& sKey,
-                                   const std::string& sValue, const std::string&) override
+    bool WritePrivateProfileString(const std::string& section, const std::string& key,
+                                   const std::string& value, const std::string&) override
     {
-        if (bFailWrites)
+        if (fail_writes)
             return false;
-        Set(sSection, sKey, sValue);
-        aWritten.push_back(sSection + "/" + sKey + "=" + sValue);
+        Set(section, key, value);
+        written.push_back(section + "/" + key + "=" + value);
         return true;
     }
 
 private:
-    std::map<std::pair<std::string, std::string>, std::string> m_aValues;
+    std::map<std::pair<std::string, std::string>, std::string> values_;
 };
 
 /// The time only changes when a test or Sleep advances it.
 class FakeClock : public Clock
 {
 public:
-    std::int64_t lTick = 1'000'000;
-    double dTime = 40000;                ///< 6 July 2009
-    std::int64_t lTicksPerQuestion = 0;  ///< milliseconds that pass at each GetTickCount
-    mutable std::int64_t lPassed = 0;
-    std::vector<std::int32_t> aSleeps;
+    std::int64_t tick = 1'000'000;
+    double time = 40000;                  ///< 6 July 2009
+    std::int64_t ticks_per_question = 0;  ///< milliseconds that pass at each GetTickCount
+    mutable std::int64_t passed = 0;
+    std::vector<std::int32_t> sleeps;
 
     std::int64_t GetTickCount() const override
     {
-        lPassed += lTicksPerQuestion;
-        return lTick + lPassed;
+        passed += ticks_per_question;
+        return tick + passed;
     }
-    double dNow() const override { return dTime; }
-    void Sleep(std::int32_t lMilliseconds) override
+    double dNow() const override { return time; }
+    void Sleep(std::int32_t milliseconds) override
     {
-        aSleeps.push_back(lMilliseconds);
-        lTick += lMilliseconds;
+        sleeps.push_back(milliseconds);
+        tick += milliseconds;
     }
 };
 
 class FakeLocale : public Locale
 {
 public:
-    std::int32_t lLCID = 1033;
-    char cSign = '.';
-    std::int32_t GetUserDefaultLCID() const override { return lLCID; }
-    char cDecimalSign() const override { return cSign; }
+    std::int32_t lcid = 1033;
+    char sign = '.';
+    std::int32_t GetUserDefaultLCID() const override { return lcid; }
+    char cDecimalSign() const override { return sign; }
 };
 
 class FakeNamedMutex : public NamedMutex
 {
 public:
-    std::vector<std::string> aCalls;  ///< all calls as "Acquire NAME" or "Release NAME", in order
-    int lHeld = 0;
-    void Acquire(const std::string& sName) override
+    std::vector<std::string> calls;  ///< all calls as "Acquire NAME" or "Release NAME", in order
+    int held = 0;
+    void Acquire(const std::string& name) override
     {
-        aCalls.push_back("Acquire " + sName);
-        ++lHeld;
+        calls.push_back("Acquire " + name);
+        ++held;
     }
-    void Release(const std::string& sName) override
+    void Release(const std::string& name) override
     {
-        aCalls.push_back("Release " + sName);
-        --lHeld;
+        calls.push_back("Release " + name);
+        --held;
     }
 };
 
 class FakeProgramFolders : public ProgramFolders
 {
 public:
-    std::string sSettings = "/settings";
-    std::string sOwn = "/program";
-    std::string sSettingsFolder() const override { return sSettings; }
-    std::string sOwnFolder() const override { return sOwn; }
+    std::string settings = "/settings";
+    std::string own = "/program";
+    std::string sSettingsFolder() const override { return settings; }
+    std::string sOwnFolder() const override { return own; }
 };

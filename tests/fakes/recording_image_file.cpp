@@ -3,90 +3,90 @@
 
 #include "tests/fakes/fake_file_system.h"
 
-void RecordingImageFile::AddImage(const std::string& sFile, const std::vector<std::uint8_t>& aPages)
+void RecordingImageFile::AddImage(const std::string& file, const std::vector<std::uint8_t>& pages)
 {
-    m_objFiles.AddFile(sFile, std::string(aPages.begin(), aPages.end()));
+    files_.AddFile(file, std::string(pages.begin(), pages.end()));
 }
 
-std::vector<std::uint8_t> RecordingImageFile::aPagesOf(const std::string& sFile) const
+std::vector<std::uint8_t> RecordingImageFile::PagesOf(const std::string& file) const
 {
-    const std::string sBytes = m_objFiles.sContent(sFile);
-    return {sBytes.begin(), sBytes.end()};
+    const std::string bytes = files_.Content(file);
+    return {bytes.begin(), bytes.end()};
 }
 
-bool RecordingImageFile::LoadImage(const std::string& sFile, ImageBuffer& aImage)
+bool RecordingImageFile::LoadImage(const std::string& file, ImageBuffer& image)
 {
-    aCalls.push_back("LoadImage " + sFile);
-    const std::vector<std::uint8_t> aPages = aPagesOf(sFile);
-    if (aBroken.contains(sFile) || !m_objFiles.FileExists(sFile) || aPages.empty())
+    calls.push_back("LoadImage " + file);
+    const std::vector<std::uint8_t> pages = PagesOf(file);
+    if (broken.contains(file) || !files_.FileExists(file) || pages.empty())
         return false;
-    aImage.width = aImage.height = aImage.channels = 1;
-    aImage.bytes.assign(1, aPages[0]);
+    image.width = image.height = image.channels = 1;
+    image.bytes.assign(1, pages[0]);
     return true;
 }
 
-bool RecordingImageFile::LoadFrame(const std::string& sFile, std::int32_t lFrameIndex, ImageBuffer& aImage)
+bool RecordingImageFile::LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image)
 {
-    aCalls.push_back("LoadFrame " + sFile + " " + std::to_string(lFrameIndex));
-    const std::vector<std::uint8_t> aPages = aPagesOf(sFile);
-    if (aBroken.contains(sFile) || !m_objFiles.FileExists(sFile) || lFrameIndex == lBrokenPage ||
-        lFrameIndex < 0 || lFrameIndex >= static_cast<std::int32_t>(aPages.size()))
+    calls.push_back("LoadFrame " + file + " " + std::to_string(frame_index));
+    const std::vector<std::uint8_t> pages = PagesOf(file);
+    if (broken.contains(file) || !files_.FileExists(file) || frame_index == broken_page || frame_index < 0 ||
+        frame_index >= static_cast<std::int32_t>(pages.size()))
         return false;
-    aImage.width = aImage.height = aImage.channels = 1;
-    aImage.bytes.assign(1, aPages[static_cast<std::size_t>(lFrameIndex)]);
+    image.width = image.height = image.channels = 1;
+    image.bytes.assign(1, pages[static_cast<std::size_t>(frame_index)]);
     return true;
 }
 
-std::int32_t RecordingImageFile::GetFrameCount(const std::string& sFile)
+std::int32_t RecordingImageFile::GetFrameCount(const std::string& file)
 {
-    aCalls.push_back("GetFrameCount " + sFile);
-    return aBroken.contains(sFile) ? 0 : static_cast<std::int32_t>(aPagesOf(sFile).size());
+    calls.push_back("GetFrameCount " + file);
+    return broken.contains(file) ? 0 : static_cast<std::int32_t>(PagesOf(file).size());
 }
 
-bool RecordingImageFile::bSave(const std::string& sOperation, const ImageBuffer& aImage,
-                               const std::string& sFile)
+bool RecordingImageFile::RecordSave(const std::string& operation, const ImageBuffer& image,
+                                    const std::string& file)
 {
-    aCalls.push_back(sOperation + " " + sFile);
-    if (aUnwritable.contains(sFile) || m_objFiles.FolderExists(sFile) || aImage.width < 1)
+    calls.push_back(operation + " " + file);
+    if (unwritable.contains(file) || files_.FolderExists(file) || image.width < 1)
         return false;
-    AddImage(sFile, {aImage.bytes[0]});
-    m_sOpenFile = m_bMultiFrameSave && sOperation == "SaveTIFF" ? sFile : "";
+    AddImage(file, {image.bytes[0]});
+    open_file_ = multi_frame_save_ && operation == "SaveTIFF" ? file : "";
     return true;
 }
 
-bool RecordingImageFile::AppendFrame(const ImageBuffer& aImage, bool bFinish)
+bool RecordingImageFile::AppendFrame(const ImageBuffer& image, bool finish)
 {
-    aCalls.push_back(std::string("AppendFrame ") + (bFinish ? "True" : "False"));
-    const bool bOpen = !m_sOpenFile.empty();
-    if (bOpen && aImage.width > 0) {
-        std::vector<std::uint8_t> aPages = aPagesOf(m_sOpenFile);
-        aPages.push_back(aImage.bytes[0]);
-        AddImage(m_sOpenFile, aPages);
+    calls.push_back(std::string("AppendFrame ") + (finish ? "True" : "False"));
+    const bool open = !open_file_.empty();
+    if (open && image.width > 0) {
+        std::vector<std::uint8_t> pages = PagesOf(open_file_);
+        pages.push_back(image.bytes[0]);
+        AddImage(open_file_, pages);
     }
-    if (bFinish)
-        m_sOpenFile.clear();
-    return bOpen;
+    if (finish)
+        open_file_.clear();
+    return open;
 }
 
-void RecordingImageFile::SetJPEGQuality(std::int32_t lQuality)
+void RecordingImageFile::SetJPEGQuality(std::int32_t quality)
 {
-    aCalls.push_back("JPEGQuality " + std::to_string(lQuality));
+    calls.push_back("JPEGQuality " + std::to_string(quality));
 }
 
-void RecordingImageFile::SetTIFFCompression(std::int32_t lCompression)
+void RecordingImageFile::SetTIFFCompression(std::int32_t compression)
 {
-    aCalls.push_back("TIFFCompression " + std::to_string(lCompression));
+    calls.push_back("TIFFCompression " + std::to_string(compression));
 }
 
-void RecordingImageFile::SetMultiFrameSave(bool bMultiFrameSave)
+void RecordingImageFile::SetMultiFrameSave(bool multi_frame_save)
 {
-    aCalls.push_back(std::string("MultiFrameSave ") + (bMultiFrameSave ? "True" : "False"));
-    m_bMultiFrameSave = bMultiFrameSave;
-    if (!bMultiFrameSave)
-        m_sOpenFile.clear();
+    calls.push_back(std::string("MultiFrameSave ") + (multi_frame_save ? "True" : "False"));
+    multi_frame_save_ = multi_frame_save;
+    if (!multi_frame_save)
+        open_file_.clear();
 }
 
-void RecordingImageFile::SetInfo(const ImageInfoTexts& objInfo)
+void RecordingImageFile::SetInfo(const ImageInfoTexts& info)
 {
-    objTexts = objInfo;
+    texts = info;
 }

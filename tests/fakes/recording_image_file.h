@@ -15,50 +15,56 @@ class FakeFileSystem;
 class RecordingImageFile : public ImageFile
 {
 public:
-    explicit RecordingImageFile(FakeFileSystem& objFiles) : m_objFiles(objFiles) {}
+    explicit RecordingImageFile(FakeFileSystem& files) : files_(files) {}
 
     /// Adds an image file with these pages to the file system.
-    void AddImage(const std::string& sFile, const std::vector<std::uint8_t>& aPages = {1});
-    std::vector<std::uint8_t> aPagesOf(const std::string& sFile) const;
+    void AddImage(const std::string& file, const std::vector<std::uint8_t>& pages = {1});
+    std::vector<std::uint8_t> PagesOf(const std::string& file) const;
 
     std::vector<std::string>
-        aCalls;  ///< all calls, such as "LoadFrame /a.tif 0", "SavePNG /a.png" or "JPEGQuality 75", in order
-    std::set<std::string> aBroken;      ///< files that fail to load
-    std::set<std::string> aUnwritable;  ///< targets that fail to save
-    std::int32_t lBrokenPage = -1;      ///< page, from 0, that fails to load in any file
-    ImageInfoTexts objTexts;            ///< last value passed to SetInfo
+        calls;  ///< all calls, such as "LoadFrame /a.tif 0", "SavePNG /a.png" or "JPEGQuality 75", in order
+    std::set<std::string> broken;      ///< files that fail to load
+    std::set<std::string> unwritable;  ///< targets that fail to save
+    std::int32_t broken_page = -1;     ///< page, from 0, that fails to load in any file
+    ImageInfoTexts texts;              ///< last value passed to SetInfo
 
-    bool LoadImage(const std::string& sFile, ImageBuffer& aImage) override;
-    bool LoadFrame(const std::string& sFile, std::int32_t lFrameIndex, ImageBuffer& aImage) override;
-    std::int32_t GetFrameCount(const std::string& sFile) override;
-    bool SaveBMP(const ImageBuffer& a, const std::string& s) override { return bSave("SaveBMP", a, s); }
-    bool SaveGIF(const ImageBuffer& a, const std::string& s) override { return bSave("SaveGIF", a, s); }
-    bool SaveJPEG(const ImageBuffer& a, const std::string& s) override { return bSave("SaveJPEG", a, s); }
-    bool SavePNG(const ImageBuffer& a, const std::string& s) override { return bSave("SavePNG", a, s); }
-    bool SaveTIFF(const ImageBuffer& a, const std::string& s) override { return bSave("SaveTIFF", a, s); }
-    bool SaveWMF(const ImageBuffer& a, const std::string& s) override { return bSave("SaveWMF", a, s); }
-    bool SaveEMF(const ImageBuffer& a, const std::string& s) override { return bSave("SaveEMF", a, s); }
-    bool SavePCX(const ImageBuffer& a, const std::string& s) override { return bSave("SavePCX", a, s); }
-    bool SaveTGA(const ImageBuffer& a, const std::string& s) override { return bSave("SaveTGA", a, s); }
-    bool SaveRAS(const ImageBuffer& a, const std::string& s) override { return bSave("SaveRAS", a, s); }
-    bool SaveJ2K(const ImageBuffer& a, const std::string& s) override { return bSave("SaveJ2K", a, s); }
-    bool AppendFrame(const ImageBuffer& aImage, bool bFinish) override;
-    void SetJPEGQuality(std::int32_t lQuality) override;
-    void SetTIFFCompression(std::int32_t lCompression) override;
-    void SetMultiFrameSave(bool bMultiFrameSave) override;
-    void SetInfo(const ImageInfoTexts& objInfo) override;
+    bool LoadImage(const std::string& file, ImageBuffer& image) override;
+    bool LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image) override;
+    std::int32_t GetFrameCount(const std::string& file) override;
+    bool SaveBMP(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveBMP", a, s); }
+    bool SaveGIF(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveGIF", a, s); }
+    bool SaveJPEG(const ImageBuffer& a, const std::string& s) override
+    {
+        return RecordSave("SaveJPEG", a, s);
+    }
+    bool SavePNG(const ImageBuffer& a, const std::string& s) override { return RecordSave("SavePNG", a, s); }
+    bool SaveTIFF(const ImageBuffer& a, const std::string& s) override
+    {
+        return RecordSave("SaveTIFF", a, s);
+    }
+    bool SaveWMF(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveWMF", a, s); }
+    bool SaveEMF(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveEMF", a, s); }
+    bool SavePCX(const ImageBuffer& a, const std::string& s) override { return RecordSave("SavePCX", a, s); }
+    bool SaveTGA(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveTGA", a, s); }
+    bool SaveRAS(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveRAS", a, s); }
+    bool SaveJ2K(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveJ2K", a, s); }
+    bool AppendFrame(const ImageBuffer& image, bool finish) override;
+    void SetJPEGQuality(std::int32_t quality) override;
+    void SetTIFFCompression(std::int32_t compression) override;
+    void SetMultiFrameSave(bool multi_frame_save) override;
+    void SetInfo(const ImageInfoTexts& info) override;
 
 private:
-    bool bSave(const std::string& sOperation, const ImageBuffer& aImage, const std::string& sFile);
+    bool RecordSave(const std::string& operation, const ImageBuffer& image, const std::string& file);
 
-    FakeFileSystem& m_objFiles;
-    bool m_bMultiFrameSave = false;
-    std::string m_sOpenFile;  ///< the multi-frame file being written
+    FakeFileSystem& files_;
+    bool multi_frame_save_ = false;
+    std::string open_file_;  ///< the multi-frame file being written
 };
 
 class FakeImageUtility : public ImageUtility
 {
 public:
-    std::int32_t GetWidth(const ImageBuffer& aImage) const override { return aImage.width; }
-    std::int32_t GetHeight(const ImageBuffer& aImage) const override { return aImage.height; }
+    std::int32_t GetWidth(const ImageBuffer& image) const override { return image.width; }
+    std::int32_t GetHeight(const ImageBuffer& image) const override { return image.height; }
 };

@@ -13,160 +13,154 @@ class RecordingImageTransform : public ImageTransform
 {
 public:
     std::vector<std::string>
-        aCalls;          ///< all calls, such as "SetImage 200x100" or "Resize 100 50 0 0", in order
-    bool bFail = false;  ///< makes every operation return False
-    std::function<void()> OnSetImage;  ///< called in SetImage
+        calls;          ///< all calls, such as "SetImage 200x100" or "Resize 100 50 0 0", in order
+    bool fail = false;  ///< makes every operation return False
+    std::function<void()> on_set_image;  ///< called in SetImage
 
-    void SetImage(ImageBuffer& aImage) override
+    void SetImage(ImageBuffer& image) override
     {
-        aCalls.push_back("SetImage " + std::to_string(aImage.width) + "x" + std::to_string(aImage.height));
-        m_aImage = std::exchange(aImage, {});
-        if (OnSetImage)
-            OnSetImage();
+        calls.push_back("SetImage " + std::to_string(image.width) + "x" + std::to_string(image.height));
+        image_ = std::exchange(image, {});
+        if (on_set_image)
+            on_set_image();
     }
-    void GetImageBytes(ImageBuffer& aImage) override
+    void GetImageBytes(ImageBuffer& image) override
     {
-        aCalls.push_back("GetImageBytes");
-        aImage = std::exchange(m_aImage, {});
+        calls.push_back("GetImageBytes");
+        image = std::exchange(image_, {});
     }
-    void GetMaskBytes(ImageBuffer& aMask) override
+    void GetMaskBytes(ImageBuffer& mask) override
     {
-        aCalls.push_back("GetMaskBytes");
-        aMask = {};
+        calls.push_back("GetMaskBytes");
+        mask = {};
     }
 
-    bool Autocrop() override { return bRecord("Autocrop"); }
-    bool Autocontrast() override { return bRecord("Autocontrast"); }
-    bool AutoLevel() override { return bRecord("AutoLevel"); }
-    bool Brightness(std::int32_t lLevel) override { return bRecord("Brightness", lLevel); }
-    bool Contrast(double dStretch) override { return bRecord("Contrast", dStretch); }
-    bool Gamma(double dGamma) override { return bRecord("Gamma", dGamma); }
-    bool Hue(double dAngle) override { return bRecord("Hue", dAngle); }
-    bool Lightness(double dLightness) override { return bRecord("Lightness", dLightness); }
-    bool Saturation(double dSaturation) override { return bRecord("Saturation", dSaturation); }
-    bool BalanceHLS(double dHue, double dLightness, double dSaturation) override
+    bool Autocrop() override { return Record("Autocrop"); }
+    bool Autocontrast() override { return Record("Autocontrast"); }
+    bool AutoLevel() override { return Record("AutoLevel"); }
+    bool Brightness(std::int32_t level) override { return Record("Brightness", level); }
+    bool Contrast(double stretch) override { return Record("Contrast", stretch); }
+    bool Gamma(double gamma) override { return Record("Gamma", gamma); }
+    bool Hue(double angle) override { return Record("Hue", angle); }
+    bool Lightness(double lightness) override { return Record("Lightness", lightness); }
+    bool Saturation(double saturation) override { return Record("Saturation", saturation); }
+    bool BalanceHLS(double hue, double lightness, double saturation) override
     {
-        return bRecord("BalanceHLS", dHue, dLightness, dSaturation);
+        return Record("BalanceHLS", hue, lightness, saturation);
     }
-    bool Red(std::int32_t lLevel) override { return bRecord("Red", lLevel); }
-    bool Green(std::int32_t lLevel) override { return bRecord("Green", lLevel); }
-    bool Blue(std::int32_t lLevel) override { return bRecord("Blue", lLevel); }
-    bool Colorize(std::uint8_t nRed, std::uint8_t nGreen, std::uint8_t nBlue) override
+    bool Red(std::int32_t level) override { return Record("Red", level); }
+    bool Green(std::int32_t level) override { return Record("Green", level); }
+    bool Blue(std::int32_t level) override { return Record("Blue", level); }
+    bool Colorize(std::uint8_t red, std::uint8_t green, std::uint8_t blue) override
     {
-        return bRecord("Colorize", nRed, nGreen, nBlue);
+        return Record("Colorize", red, green, blue);
     }
-    bool Desaturate() override { return bRecord("Desaturate"); }
-    bool Intensity() override { return bRecord("Intensity"); }
-    bool Invert() override { return bRecord("Invert"); }
-    bool Equalize(double dLevel) override { return bRecord("Equalize", dLevel); }
-    bool Threshold(std::uint8_t nLevel) override { return bRecord("Threshold", nLevel); }
-    bool Posterize(std::int32_t lLevels) override { return bRecord("Posterize", lLevels); }
-    bool FilterDifference(std::int32_t lDirection) override
+    bool Desaturate() override { return Record("Desaturate"); }
+    bool Intensity() override { return Record("Intensity"); }
+    bool Invert() override { return Record("Invert"); }
+    bool Equalize(double level) override { return Record("Equalize", level); }
+    bool Threshold(std::uint8_t level) override { return Record("Threshold", level); }
+    bool Posterize(std::int32_t levels) override { return Record("Posterize", levels); }
+    bool FilterDifference(std::int32_t direction) override { return Record("FilterDifference", direction); }
+    bool FilterHighPass(std::int32_t kind) override { return Record("FilterHighPass", kind); }
+    bool FilterLowPass(std::int32_t kind) override { return Record("FilterLowPass", kind); }
+    bool FilterLaplas(std::int32_t kind) override { return Record("FilterLaplas", kind); }
+    bool FilterSobel(std::int32_t direction) override { return Record("FilterSobel", direction); }
+    bool FilterPrewitt(std::int32_t direction) override { return Record("FilterPrewitt", direction); }
+    bool FilterRoberts(std::int32_t direction) override { return Record("FilterRoberts", direction); }
+    bool FilterIsotropic(std::int32_t direction) override { return Record("FilterIsotropic", direction); }
+    bool FilterMinimal(std::int32_t size) override { return Record("FilterMinimal", size); }
+    bool FilterMaximal(std::int32_t size) override { return Record("FilterMaximal", size); }
+    bool FilterLineDetection(std::int32_t direction) override
     {
-        return bRecord("FilterDifference", lDirection);
+        return Record("FilterLineDetection", direction);
     }
-    bool FilterHighPass(std::int32_t lKind) override { return bRecord("FilterHighPass", lKind); }
-    bool FilterLowPass(std::int32_t lKind) override { return bRecord("FilterLowPass", lKind); }
-    bool FilterLaplas(std::int32_t lKind) override { return bRecord("FilterLaplas", lKind); }
-    bool FilterSobel(std::int32_t lDirection) override { return bRecord("FilterSobel", lDirection); }
-    bool FilterPrewitt(std::int32_t lDirection) override { return bRecord("FilterPrewitt", lDirection); }
-    bool FilterRoberts(std::int32_t lDirection) override { return bRecord("FilterRoberts", lDirection); }
-    bool FilterIsotropic(std::int32_t lDirection) override { return bRecord("FilterIsotropic", lDirection); }
-    bool FilterMinimal(std::int32_t lSize) override { return bRecord("FilterMinimal", lSize); }
-    bool FilterMaximal(std::int32_t lSize) override { return bRecord("FilterMaximal", lSize); }
-    bool FilterLineDetection(std::int32_t lDirection) override
+    bool FilterReserved(std::int32_t value) override { return Record("FilterReserved", value); }
+    bool FilterBlur(double amount) override { return Record("FilterBlur", amount); }
+    bool FilterSharpen(double amount) override { return Record("FilterSharpen", amount); }
+    bool Deinterlace(bool odd_lines, bool interpolate) override
     {
-        return bRecord("FilterLineDetection", lDirection);
+        return Record("Deinterlace", odd_lines, interpolate);
     }
-    bool FilterReserved(std::int32_t lValue) override { return bRecord("FilterReserved", lValue); }
-    bool FilterBlur(double dAmount) override { return bRecord("FilterBlur", dAmount); }
-    bool FilterSharpen(double dAmount) override { return bRecord("FilterSharpen", dAmount); }
-    bool Deinterlace(bool bOddLines, bool bInterpolate) override
+    bool MotionBlur(double angle, std::int32_t amount) override
     {
-        return bRecord("Deinterlace", bOddLines, bInterpolate);
+        return Record("MotionBlur", angle, amount);
     }
-    bool MotionBlur(double dAngle, std::int32_t lAmount) override
+    bool GaussianBlur(std::int32_t fuzziness) override { return Record("GaussianBlur", fuzziness); }
+    bool RadialBlur(double displacement) override { return Record("RadialBlur", displacement); }
+    bool ZoomBlur(double intensity) override { return Record("ZoomBlur", intensity); }
+    bool AddNoise(std::int32_t level, bool monochrome) override
     {
-        return bRecord("MotionBlur", dAngle, lAmount);
+        return Record("AddNoise", level, monochrome);
     }
-    bool GaussianBlur(std::int32_t lFuzziness) override { return bRecord("GaussianBlur", lFuzziness); }
-    bool RadialBlur(double dDisplacement) override { return bRecord("RadialBlur", dDisplacement); }
-    bool ZoomBlur(double dIntensity) override { return bRecord("ZoomBlur", dIntensity); }
-    bool AddNoise(std::int32_t lLevel, bool bMonochrome) override
+    bool Diffuse(std::int32_t distance, double penetration) override
     {
-        return bRecord("AddNoise", lLevel, bMonochrome);
+        return Record("Diffuse", distance, penetration);
     }
-    bool Diffuse(std::int32_t lDistance, double dPenetration) override
+    bool Emboss(double angle, std::int32_t height, double brightness) override
     {
-        return bRecord("Diffuse", lDistance, dPenetration);
+        return Record("Emboss", angle, height, brightness);
     }
-    bool Emboss(double dAngle, std::int32_t lHeight, double dBrightness) override
+    bool Relief(double angle, double brightness, double smoothness) override
     {
-        return bRecord("Emboss", dAngle, lHeight, dBrightness);
+        return Record("Relief", angle, brightness, smoothness);
     }
-    bool Relief(double dAngle, double dBrightness, double dSmoothness) override
+    bool Texturize(double angle, double brightness, std::int32_t texture) override
     {
-        return bRecord("Relief", dAngle, dBrightness, dSmoothness);
+        return Record("Texturize", angle, brightness, texture);
     }
-    bool Texturize(double dAngle, double dBrightness, std::int32_t lTexture) override
+    bool Mosaic(std::int32_t tile_size, bool plain_colour) override
     {
-        return bRecord("Texturize", dAngle, dBrightness, lTexture);
+        return Record("Mosaic", tile_size, plain_colour);
     }
-    bool Mosaic(std::int32_t lTileSize, bool bPlainColour) override
+    bool Dilation(std::uint8_t level, std::uint8_t threshold, bool square) override
     {
-        return bRecord("Mosaic", lTileSize, bPlainColour);
+        return Record("Dilation", level, threshold, square);
     }
-    bool Dilation(std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare) override
+    bool Erosion(std::uint8_t level, std::uint8_t threshold, bool square) override
     {
-        return bRecord("Dilation", nLevel, nThreshold, bSquare);
+        return Record("Erosion", level, threshold, square);
     }
-    bool Erosion(std::uint8_t nLevel, std::uint8_t nThreshold, bool bSquare) override
+    bool TraceContours(std::uint8_t level, std::uint8_t threshold, bool intensity) override
     {
-        return bRecord("Erosion", nLevel, nThreshold, bSquare);
+        return Record("TraceContours", level, threshold, intensity);
     }
-    bool TraceContours(std::uint8_t nLevel, std::uint8_t nThreshold, bool bIntensity) override
+    bool Halftones(std::int32_t cell_size, double contrast) override
     {
-        return bRecord("TraceContours", nLevel, nThreshold, bIntensity);
+        return Record("Halftones", cell_size, contrast);
     }
-    bool Halftones(std::int32_t lCellSize, double dContrast) override
+    bool Flip(bool vertical) override { return Record("Flip", vertical); }
+    bool Rotate(double angle, Colour background) override { return Record("Rotate", angle, background); }
+    bool Resize(std::int32_t width, std::int32_t height, std::int32_t interpolation,
+                Colour background) override
     {
-        return bRecord("Halftones", lCellSize, dContrast);
+        return Record("Resize", width, height, interpolation, background);
     }
-    bool Flip(bool bVertical) override { return bRecord("Flip", bVertical); }
-    bool Rotate(double dAngle, Colour lBackground) override { return bRecord("Rotate", dAngle, lBackground); }
-    bool Resize(std::int32_t lWidth, std::int32_t lHeight, std::int32_t lInterpolation,
-                Colour lBackground) override
+    bool Shift(std::int32_t x, std::int32_t y, Colour background) override
     {
-        return bRecord("Resize", lWidth, lHeight, lInterpolation, lBackground);
+        return Record("Shift", x, y, background);
     }
-    bool Shift(std::int32_t lX, std::int32_t lY, Colour lBackground) override
-    {
-        return bRecord("Shift", lX, lY, lBackground);
-    }
-    bool Perspective(bool bVertical, double dAngle) override
-    {
-        return bRecord("Perspective", bVertical, dAngle);
-    }
-    bool Skew(bool bVertical, double dAngle) override { return bRecord("Skew", bVertical, dAngle); }
-    bool Twirl(double dAngle) override { return bRecord("Twirl", dAngle); }
-    bool Reproduce(std::int32_t lCopies) override { return bRecord("Reproduce", lCopies); }
+    bool Perspective(bool vertical, double angle) override { return Record("Perspective", vertical, angle); }
+    bool Skew(bool vertical, double angle) override { return Record("Skew", vertical, angle); }
+    bool Twirl(double angle) override { return Record("Twirl", angle); }
+    bool Reproduce(std::int32_t copies) override { return Record("Reproduce", copies); }
 
 private:
-    static std::string sText(bool bValue) { return bValue ? "True" : "False"; }
-    static std::string sText(std::int32_t lValue) { return std::to_string(lValue); }
-    static std::string sText(std::uint8_t nValue) { return std::to_string(nValue); }
-    static std::string sText(double dValue)
+    static std::string Text(bool value) { return value ? "True" : "False"; }
+    static std::string Text(std::int32_t value) { return std::to_string(value); }
+    static std::string Text(std::uint8_t value) { return std::to_string(value); }
+    static std::string Text(double value)
     {
-        std::string sResult = std::to_string(dValue);
-        sResult.erase(sResult.find_last_not_of('0') + 1);
-        return sResult + (sResult.back() == '.' ? "0" : "");
+        std::string result = std::to_string(value);
+        result.erase(result.find_last_not_of('0') + 1);
+        return result + (result.back() == '.' ? "0" : "");
     }
     template <typename... Arguments>
-    bool bRecord(const char* sOperation, Arguments... aArguments)
+    bool Record(const char* operation, Arguments... arguments)
     {
-        aCalls.push_back((std::string(sOperation) + ... + (" " + sText(aArguments))));
-        return !bFail;
+        calls.push_back((std::string(operation) + ... + (" " + Text(arguments))));
+        return !fail;
     }
 
-    ImageBuffer m_aImage;
+    ImageBuffer image_;
 };

@@ -13,60 +13,60 @@ class ScriptedWindows : public WindowServices
 {
 public:
     struct Box {
-        std::string sText;
-        std::string sTitle;
-        BoxIcon eIcon;
-        BoxButtons eButtons;
+        std::string text;
+        std::string title;
+        BoxIcon icon;
+        BoxButtons buttons;
     };
 
-    std::vector<Box> aBoxes;              ///< all message boxes shown, in order
-    std::deque<BoxAnswer> aAnswers;       ///< answers to give, in order; then Ok or Yes
-    std::vector<std::string> aPickers;    ///< all file dialogs as "title|filter"
-    std::deque<std::string> aPicks;       ///< paths to return, in order; then ""
-    std::vector<Form*> aModalForms;       ///< all forms shown modally
-    std::vector<std::string> aHelpCalls;  ///< all help calls as "file#topic"
-    int lDoEvents = 0;
-    std::function<void()> OnDoEvents;        ///< simulates the user while events are processed
-    std::function<void(Form&)> OnShowModal;  ///< simulates the user in a modal form
-    std::function<void()> OnBox;             ///< called while a message box is shown
-    bool bDisplay = false;
+    std::vector<Box> boxes;               ///< all message boxes shown, in order
+    std::deque<BoxAnswer> answers;        ///< answers to give, in order; then Ok or Yes
+    std::vector<std::string> pickers;     ///< all file dialogs as "title|filter"
+    std::deque<std::string> picks;        ///< paths to return, in order; then ""
+    std::vector<Form*> modal_forms;       ///< all forms shown modally
+    std::vector<std::string> help_calls;  ///< all help calls as "file#topic"
+    int do_events = 0;
+    std::function<void()> on_do_events;        ///< simulates the user while events are processed
+    std::function<void(Form&)> on_show_modal;  ///< simulates the user in a modal form
+    std::function<void()> on_box;              ///< called while a message box is shown
+    bool display = false;
 
-    BoxAnswer MsgBox(const std::string& sText, const std::string& sTitle, BoxIcon eIcon,
-                     BoxButtons eButtons) override
+    BoxAnswer MsgBox(const std::string& text, const std::string& title, BoxIcon icon,
+                     BoxButtons buttons) override
     {
-        aBoxes.push_back({sText, sTitle, eIcon, eButtons});
-        if (OnBox)
-            OnBox();
-        if (aAnswers.empty())
-            return eButtons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Yes;
-        const BoxAnswer eAnswer = aAnswers.front();
-        aAnswers.pop_front();
-        return eAnswer;
+        boxes.push_back({text, title, icon, buttons});
+        if (on_box)
+            on_box();
+        if (answers.empty())
+            return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Yes;
+        const BoxAnswer answer = answers.front();
+        answers.pop_front();
+        return answer;
     }
-    std::string sPickFile(const std::string& sTitle, const std::string& sFilter, std::int32_t, bool) override
+    std::string sPickFile(const std::string& title, const std::string& filter, std::int32_t, bool) override
     {
-        aPickers.push_back(sTitle + "|" + sFilter);
-        if (aPicks.empty())
+        pickers.push_back(title + "|" + filter);
+        if (picks.empty())
             return "";
-        const std::string sPick = aPicks.front();
-        aPicks.pop_front();
-        return sPick;
+        const std::string pick = picks.front();
+        picks.pop_front();
+        return pick;
     }
     void ShowModal(Form& frm) override
     {
-        aModalForms.push_back(&frm);
-        if (OnShowModal)
-            OnShowModal(frm);
+        modal_forms.push_back(&frm);
+        if (on_show_modal)
+            on_show_modal(frm);
     }
     void DoEvents() override
     {
-        ++lDoEvents;
-        if (OnDoEvents)
-            OnDoEvents();
+        ++do_events;
+        if (on_do_events)
+            on_do_events();
     }
-    void LaunchHelp(const std::string& sHelpFile, std::int32_t lTopic) override
+    void LaunchHelp(const std::string& help_file, std::int32_t topic) override
     {
-        aHelpCalls.push_back(sHelpFile + "#" + std::to_string(lTopic));
+        help_calls.push_back(help_file + "#" + std::to_string(topic));
     }
-    bool bHasDisplay() const override { return bDisplay; }
+    bool bHasDisplay() const override { return display; }
 };

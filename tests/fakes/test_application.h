@@ -12,23 +12,23 @@
 
 /// A separate base class, so that the services are constructed before the Application that refers to them.
 struct TestServices {
-    FakeFileSystem objFiles;
-    FakeIniFile objIni;
-    FakeClock objClock;
-    FakeLocale objLocale;
-    FakeNamedMutex objMutex;
-    FakeProgramFolders objFolders;
-    ScriptedWindows objWindows;
-    RecordingImageFile objImages{objFiles};
-    FakeImageUtility objUtility;
-    RecordingImageTransform objTransform;
-    FakeProcessLauncher objLauncher;
+    FakeFileSystem files;
+    FakeIniFile ini;
+    FakeClock clock;
+    FakeLocale locale;
+    FakeNamedMutex mutex;
+    FakeProgramFolders folders;
+    ScriptedWindows windows;
+    RecordingImageFile images{files};
+    FakeImageUtility utility;
+    RecordingImageTransform transform;
+    FakeProcessLauncher launcher;
 };
 
 struct TestApplication : TestServices, Application {
     TestApplication()
-        : Application(Services{objFiles, objIni, objClock, objLocale, objMutex, objFolders, objWindows,
-                               objImages, objUtility, objTransform, objLauncher})
+        : Application(Services{files, ini, clock, locale, mutex, folders, windows, images, utility, transform,
+                               launcher})
     {
         sIniFile = "/settings/VL_SearchHistory.INI";
     }

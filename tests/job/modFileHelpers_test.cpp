@@ -6,57 +6,56 @@
 TEST(CreateFolderPath, CreatesMissingParentsFirst)
 {
     TestApplication app;
-    app.objFiles.AddFolder("C:\\");
+    app.files.AddFolder("C:\\");
 
     CreateFolderPath(app, "C:\\out\\a\\b");
 
-    EXPECT_EQ(app.objFiles.aMadeFolders,
-              (std::vector<std::string>{"C:\\out", "C:\\out\\a", "C:\\out\\a\\b"}));
+    EXPECT_EQ(app.files.made_folders, (std::vector<std::string>{"C:\\out", "C:\\out\\a", "C:\\out\\a\\b"}));
 }
 
 TEST(CreateFolderPath, AcceptsSlashesAndTrailingSeparators)
 {
     TestApplication app;
-    app.objFiles.AddFolder("/home");
+    app.files.AddFolder("/home");
 
     CreateFolderPath(app, "/home/me/out//");
 
     EXPECT_TRUE(bFolderExists(app, "/home/me/out"));
-    EXPECT_EQ(app.objFiles.aMadeFolders, (std::vector<std::string>{"/home/me", "/home/me/out"}));
+    EXPECT_EQ(app.files.made_folders, (std::vector<std::string>{"/home/me", "/home/me/out"}));
 }
 
 TEST(CreateFolderPath, FailsSilently)
 {
     TestApplication app;
-    app.objFiles.AddFolder("/cd");
-    app.objFiles.MakeReadOnly("/cd");
+    app.files.AddFolder("/cd");
+    app.files.MakeReadOnly("/cd");
 
     CreateFolderPath(app, "/cd/out");
     CreateFolderPath(app, "Z:\\nowhere");
     CreateFolderPath(app, "");
 
     EXPECT_FALSE(bFolderExists(app, "/cd/out"));
-    EXPECT_TRUE(app.objFiles.aMadeFolders.empty());
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.files.made_folders.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST(CreateFolderPath, IgnoresTextsTooLongForAPath)
 {
     TestApplication app;
-    app.objFiles.AddFolder("/");
+    app.files.AddFolder("/");
     std::string sPath;
     for (int i = 0; i < 500'000; ++i)
         sPath += "/a";
 
     CreateFolderPath(app, sPath);
 
-    EXPECT_TRUE(app.objFiles.aMadeFolders.empty());
+    EXPECT_TRUE(app.files.made_folders.empty());
 }
 
 TEST(FileExists, IsFalseForFoldersPatternsAndEmptyPaths)
 {
     TestApplication app;
-    app.objFiles.AddFile("C:\\pics\\a.jpg");
+    app.files.AddFile("C:\\pics\\a.jpg");
 
     EXPECT_TRUE(bFileExists(app, "C:\\pics\\a.jpg"));
     EXPECT_TRUE(bFileExists(app, "c:/PICS/A.JPG"));
@@ -70,49 +69,49 @@ TEST(FileExists, IsFalseForFoldersPatternsAndEmptyPaths)
 TEST(FileExists, IgnoresSpacesAroundThePath)
 {
     TestApplication app;
-    app.objFiles.AddFile("/pics/a.jpg");
+    app.files.AddFile("/pics/a.jpg");
     EXPECT_TRUE(bFileExists(app, "  /pics/a.jpg "));
 }
 
 TEST(MoveFileReplacing, ReplacesTheTargetsContent)
 {
     TestApplication app;
-    app.objFiles.AddFile("/out/a.tif.TIF", "new");
-    app.objFiles.AddFile("/out/a.tif", "old");
+    app.files.AddFile("/out/a.tif.TIF", "new");
+    app.files.AddFile("/out/a.tif", "old");
 
     EXPECT_TRUE(bMoveFileReplacing(app, "/out/a.tif.TIF", "/out/a.tif"));
 
-    EXPECT_EQ(app.objFiles.sContent("/out/a.tif"), "new");
-    EXPECT_FALSE(app.objFiles.bHas("/out/a.tif.TIF"));
+    EXPECT_EQ(app.files.Content("/out/a.tif"), "new");
+    EXPECT_FALSE(app.files.Has("/out/a.tif.TIF"));
 }
 
 TEST(MoveFileReplacing, KeepsBothFilesIfCopyingFails)
 {
     TestApplication app;
-    app.objFiles.AddFile("/out/a.tif.TIF", "new");
-    app.objFiles.AddFile("/out/a.tif", "old");
-    app.objFiles.bFailCopies = true;
+    app.files.AddFile("/out/a.tif.TIF", "new");
+    app.files.AddFile("/out/a.tif", "old");
+    app.files.fail_copies = true;
 
     EXPECT_FALSE(bMoveFileReplacing(app, "/out/a.tif.TIF", "/out/a.tif"));
 
-    EXPECT_EQ(app.objFiles.sContent("/out/a.tif"), "old");
-    EXPECT_TRUE(app.objFiles.bHas("/out/a.tif.TIF"));
+    EXPECT_EQ(app.files.Content("/out/a.tif"), "old");
+    EXPECT_TRUE(app.files.Has("/out/a.tif.TIF"));
 }
 
 TEST(MoveFileReplacing, FailsIfTheSourceCannotBeDeleted)
 {
     TestApplication app;
-    app.objFiles.AddFile("/out/t", "new");
-    app.objFiles.aUndeletable.insert("/out/t");
+    app.files.AddFile("/out/t", "new");
+    app.files.undeletable.insert("/out/t");
 
     EXPECT_FALSE(bMoveFileReplacing(app, "/out/t", "/out/a.tif"));
-    EXPECT_EQ(app.objFiles.sContent("/out/a.tif"), "new");
+    EXPECT_EQ(app.files.Content("/out/a.tif"), "new");
 }
 
 TEST(DeleteFileOnce, FailsForAMissingFile)
 {
     TestApplication app;
-    app.objFiles.AddFile("/a");
+    app.files.AddFile("/a");
 
     EXPECT_TRUE(bDeleteFileOnce(app, "/a"));
     EXPECT_FALSE(bDeleteFileOnce(app, "/a"));
@@ -123,39 +122,39 @@ TEST(DeleteFileRetrying, SucceedsImmediatelyForAMissingFile)
     TestApplication app;
 
     EXPECT_TRUE(bDeleteFileRetrying(app, "/none"));
-    EXPECT_TRUE(app.objClock.aSleeps.empty());
+    EXPECT_TRUE(app.clock.sleeps.empty());
 }
 
 TEST(DeleteFileRetrying, WaitsASecondBeforeEachRetry)
 {
     TestApplication app;
-    app.objFiles.AddFile("/held");
-    app.objFiles.lDeletesToRefuse = 3;
+    app.files.AddFile("/held");
+    app.files.deletes_to_refuse = 3;
 
     EXPECT_TRUE(bDeleteFileRetrying(app, "/held"));
 
-    EXPECT_EQ(app.objClock.aSleeps, std::vector<std::int32_t>(3, 1000));
-    EXPECT_FALSE(app.objFiles.bHas("/held"));
+    EXPECT_EQ(app.clock.sleeps, std::vector<std::int32_t>(3, 1000));
+    EXPECT_FALSE(app.files.Has("/held"));
 }
 
 TEST(DeleteFileRetrying, GivesUpAfterTwentyRetriesAndAFinalWait)
 {
     TestApplication app;
-    app.objFiles.AddFile("/held");
-    app.objFiles.aUndeletable.insert("/held");
+    app.files.AddFile("/held");
+    app.files.undeletable.insert("/held");
 
     EXPECT_FALSE(bDeleteFileRetrying(app, "/held"));
 
-    EXPECT_EQ(app.objFiles.lRefusedDeletes, 21);
-    EXPECT_EQ(app.objClock.aSleeps, std::vector<std::int32_t>(21, 1000));
+    EXPECT_EQ(app.files.refused_deletes, 21);
+    EXPECT_EQ(app.clock.sleeps, std::vector<std::int32_t>(21, 1000));
 }
 
 TEST(FolderHasEntries, IsTrueIfTheFolderContainsAnything)
 {
     TestApplication app;
-    app.objFiles.AddFile("/full/a.txt");
-    app.objFiles.AddFolder("/nested/inner");
-    app.objFiles.AddFolder("/empty");
+    app.files.AddFile("/full/a.txt");
+    app.files.AddFolder("/nested/inner");
+    app.files.AddFolder("/empty");
 
     EXPECT_TRUE(bFolderHasEntries(app, "/full"));
     EXPECT_TRUE(bFolderHasEntries(app, "\\nested\\"));

@@ -49,7 +49,7 @@ TEST(CreateFileList, ListsFilesOfOneExtensionSortedByName)
 {
     Running app;
     for (const char* sFile : {"c.BMP", "a.bmp", "b.jpg", "noext", "b.bmp", ".bmp"})
-        app.objFiles.AddFile(std::string("C:\\pics\\") + sFile);
+        app.files.AddFile(std::string("C:\\pics\\") + sFile);
 
     EXPECT_EQ(aListOf(app, "C:\\pics\\*.bmp"),
               (Paths{"C:\\pics\\.bmp", "C:\\pics\\a.bmp", "C:\\pics\\b.bmp", "C:\\pics\\c.BMP"}));
@@ -58,7 +58,7 @@ TEST(CreateFileList, ListsFilesOfOneExtensionSortedByName)
 TEST(CreateFileList, KeepsTheStyleOfThePath)
 {
     Running app;
-    app.objFiles.AddFile("/pics/sub/a.bmp");
+    app.files.AddFile("/pics/sub/a.bmp");
 
     EXPECT_EQ(aListOf(app, "/pics/*.bmp", true), Paths{"/pics/sub/a.bmp"});
     EXPECT_EQ(aListOf(app, "\\pics\\*.bmp", true), Paths{"\\pics\\sub\\a.bmp"});
@@ -67,8 +67,8 @@ TEST(CreateFileList, KeepsTheStyleOfThePath)
 TEST(CreateFileList, ListsEveryFileForStarDotStar)
 {
     Running app;
-    app.objFiles.AddFile("/p/a.bmp");
-    app.objFiles.AddFile("/p/readme");
+    app.files.AddFile("/p/a.bmp");
+    app.files.AddFile("/p/readme");
 
     EXPECT_EQ(aListOf(app, "/p/*.*"), (Paths{"/p/a.bmp", "/p/readme"}));
 }
@@ -76,8 +76,8 @@ TEST(CreateFileList, ListsEveryFileForStarDotStar)
 TEST(CreateFileList, IgnoresDotsInFolderNames)
 {
     Running app;
-    app.objFiles.AddFile("/my.pics/readme");
-    app.objFiles.AddFile("/my.pics/a.b");
+    app.files.AddFile("/my.pics/readme");
+    app.files.AddFile("/my.pics/a.b");
 
     EXPECT_EQ(aListOf(app, "/my.pics/*."), Paths{"/my.pics/readme"});
 }
@@ -85,7 +85,7 @@ TEST(CreateFileList, IgnoresDotsInFolderNames)
 TEST(CreateFileList, SucceedsWithAnEmptyListIfNothingMatches)
 {
     Running app;
-    app.objFiles.AddFile("C:\\pics\\a.jpg");
+    app.files.AddFile("C:\\pics\\a.jpg");
 
     EXPECT_EQ(aListOf(app, "C:\\pics\\*.gif"), Paths{});
     EXPECT_EQ(aListOf(app, "C:\\pics\\*"), Paths{});
@@ -95,7 +95,7 @@ TEST(CreateFileList, ListsAFoldersFilesBeforeItsSubfolders)
 {
     Running app;
     for (const char* sFile : {"z.bmp", "a/n.bmp", "a/b/m.bmp", "c/d.bmp", "c/x/y.bmp"})
-        app.objFiles.AddFile(std::string("/p/") + sFile);
+        app.files.AddFile(std::string("/p/") + sFile);
 
     EXPECT_EQ(aListOf(app, "/p/*.bmp", true),
               (Paths{"/p/z.bmp", "/p/a/n.bmp", "/p/a/b/m.bmp", "/p/c/d.bmp", "/p/c/x/y.bmp"}));
@@ -105,7 +105,7 @@ TEST(CreateFileList, ListsAFoldersFilesBeforeItsSubfolders)
 TEST(CreateFileList, ReportsAMissingFolder)
 {
     Running app;
-    app.objFiles.AddFile("C:\\a\\b1.jpg");
+    app.files.AddFile("C:\\a\\b1.jpg");
     for (const std::string sFolder : {"C:\\none\\", "C:\\a\\b", ""}) {
         clsConversionOptions objOptions;
         objOptions.sOriginalFile = sFolder + "*.jpg";
@@ -120,7 +120,7 @@ TEST(CreateFileList, ReportsAMissingFolder)
 TEST(CreateFileList, ReportsAMissingFile)
 {
     Running app;
-    app.objFiles.AddFolder("/p");
+    app.files.AddFolder("/p");
     for (const std::string sFile : {"/p/a.jpg", "/p", ""}) {
         clsConversionOptions objOptions;
         objOptions.sOriginalFile = sFile;
@@ -148,16 +148,16 @@ TEST(CreateFileList, TranslatesThePartsOfItsMessage)
 TEST(CreateFileList, ListsASingleFile)
 {
     Running app;
-    app.objFiles.AddFile("C:\\p\\a.xyz");
+    app.files.AddFile("C:\\p\\a.xyz");
     EXPECT_EQ(aListOf(app, "C:\\p\\a.xyz"), Paths{"C:\\p\\a.xyz"});
 }
 
 TEST(CreateFileList, RestoresTheMousePointer)
 {
     Running app;
-    app.objFiles.AddFile("/p/a.bmp");
+    app.files.AddFile("/p/a.bmp");
     bool bHourglass = false;
-    app.objWindows.OnDoEvents = [&] { bHourglass = app.frmMainMDI.bHourglass; };
+    app.windows.on_do_events = [&] { bHourglass = app.frmMainMDI.bHourglass; };
 
     aListOf(app, "/p/*.bmp");
 
@@ -169,8 +169,8 @@ TEST(CreateFileList, ReturnsTheFilesFoundBeforeAPause)
 {
     Running app;
     for (const char* sFile : {"1.bmp", "2.bmp", "3.bmp", "4.bmp"})
-        app.objFiles.AddFile(std::string("/p/") + sFile);
-    app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = app.objWindows.lDoEvents < 4; };
+        app.files.AddFile(std::string("/p/") + sFile);
+    app.windows.on_do_events = [&] { app.frmMain.bRunning = app.windows.do_events < 4; };
 
     EXPECT_EQ(aListOf(app, "/p/*.bmp"), (Paths{"/p/1.bmp", "/p/2.bmp"}));
     EXPECT_FALSE(app.frmMainMDI.bHourglass);
@@ -179,7 +179,7 @@ TEST(CreateFileList, ReturnsTheFilesFoundBeforeAPause)
 TEST(AddFolderFiles, ReportsAPauseAndKeepsTheHourglass)
 {
     Running app;
-    app.objFiles.AddFile("/p/a.bmp");
+    app.files.AddFile("/p/a.bmp");
     app.frmMain.bRunning = false;
     Paths colFiles;
     std::string sFolder = "/p";
@@ -192,9 +192,9 @@ TEST(AddFolderFiles, ReportsAPauseAndKeepsTheHourglass)
 TEST(AddFolderFiles, ChecksForPausesBetweenSubfoldersToo)
 {
     Running app;
-    app.objFiles.AddFolder("/p/a");
-    app.objFiles.AddFile("/p/b/x.bmp");
-    app.objWindows.OnDoEvents = [&] { app.frmMain.bRunning = app.objWindows.lDoEvents < 4; };
+    app.files.AddFolder("/p/a");
+    app.files.AddFile("/p/b/x.bmp");
+    app.windows.on_do_events = [&] { app.frmMain.bRunning = app.windows.do_events < 4; };
     Paths colFiles;
     std::string sFolder = "/p";
 
@@ -205,7 +205,7 @@ TEST(AddFolderFiles, ChecksForPausesBetweenSubfoldersToo)
 TEST(AddFolderFiles, AppendsASeparatorToTheFolder)
 {
     Running app;
-    app.objFiles.AddFile("C:\\p\\a.bmp");
+    app.files.AddFile("C:\\p\\a.bmp");
     Paths colFiles;
     std::string sFolder = "C:\\p";
 
@@ -221,22 +221,22 @@ TEST(AddFolderFiles, AppendsASeparatorToTheFolder)
 TEST(AddFolderFiles, ShowsTheFolderAndProcessesEventsPerFile)
 {
     Running app;
-    app.objFiles.AddFile("/p/a.bmp");
-    app.objFiles.AddFile("/p/b.txt");
+    app.files.AddFile("/p/a.bmp");
+    app.files.AddFile("/p/b.txt");
     Paths colFiles;
     std::string sFolder = "/p";
 
     lAddFolderFiles(app, sFolder, "*.bmp", colFiles, false);
 
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(2), "Creating File List: /p/");
-    EXPECT_EQ(app.objWindows.lDoEvents, 3);
+    EXPECT_EQ(app.windows.do_events, 3);
 }
 
 TEST(AddFolderFiles, TerminatesDespiteCyclicLinks)
 {
     Running app;
-    app.objFiles.AddFile("/p/a/x.bmp");
-    app.objFiles.AddLink("/p/a/back", "/p");
+    app.files.AddFile("/p/a/x.bmp");
+    app.files.AddLink("/p/a/back", "/p");
     Paths colFiles;
     std::string sFolder = "/p";
 
@@ -248,9 +248,9 @@ TEST(AddFolderFiles, TerminatesDespiteCyclicLinks)
 TEST(AddFolderFiles, FollowsLinksToTheSameFolderOnce)
 {
     Running app;
-    app.objFiles.AddFile("/else/x.bmp");
-    app.objFiles.AddLink("/p/first", "/else");
-    app.objFiles.AddLink("/p/second", "/else");
+    app.files.AddFile("/else/x.bmp");
+    app.files.AddLink("/p/first", "/else");
+    app.files.AddLink("/p/second", "/else");
     Paths colFiles;
     std::string sFolder = "/p";
 
@@ -262,9 +262,9 @@ TEST(AddFolderFiles, FollowsLinksToTheSameFolderOnce)
 TEST(AddFolderFiles, AlwaysWalksRealFoldersUnderTheirOwnName)
 {
     Running app;
-    app.objFiles.AddFile("/p/real/x.bmp");
-    app.objFiles.AddLink("/p/alias", "/p/real");
-    app.objFiles.AddLink("/p/zalias", "/p/real");
+    app.files.AddFile("/p/real/x.bmp");
+    app.files.AddLink("/p/alias", "/p/real");
+    app.files.AddLink("/p/zalias", "/p/real");
     Paths colFiles;
     std::string sFolder = "/p";
 

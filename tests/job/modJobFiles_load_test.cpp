@@ -84,7 +84,7 @@ TEST_F(LoadJob, ChangesNothingForAMissingFile)
     LoadJobFile(app, "/jobs/none.vjb", 1, fgToDo);
     LoadJobFile(app, "", 1, fgToDo);
     EXPECT_EQ(lTasks(), 2);
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST_F(LoadJob, SplitsAFileOfThirtyThousandTasks)
@@ -139,7 +139,7 @@ TEST_F(LoadJob, LoadsALongFileSliceBySlice)
 TEST_F(LoadJob, ShowsItsProgress)
 {
     std::vector<std::string> aTexts;
-    app.objWindows.OnDoEvents = [&] { aTexts.push_back(app.frmMainMDI.sbMain.Panel(2)); };
+    app.windows.on_do_events = [&] { aTexts.push_back(app.frmMainMDI.sbMain.Panel(2)); };
     Load(sJobOf(2500));
     EXPECT_EQ(aTexts,
               (std::vector<std::string>{"Loading Conversion Task: 1000", "Loading Conversion Task: 2000"}));
@@ -149,7 +149,7 @@ TEST_F(LoadJob, ShowsItsProgress)
 TEST_F(LoadJob, StopsOnPauseAndNumbersTheLoadedTasks)
 {
     bool bPauseEnabled = false, bAddEnabled = true;
-    app.objWindows.OnDoEvents = [&] {
+    app.windows.on_do_events = [&] {
         bPauseEnabled = app.frmMain.keyPause.Enabled();
         bAddEnabled = app.frmMain.keyAdd.Enabled();
         EXPECT_TRUE(app.frmMain.bRunning);
@@ -185,7 +185,7 @@ TEST_F(LoadJob, UpdatesTheViewBeforeProcessingEvents)
     bool bWhole = true;
     fgToDo.OnRowInserted = [&](std::int32_t) { bWhole = false; };
     fgToDo.OnTableChanged = [&] { lSeen = fgToDo.Rows(); };
-    app.objWindows.OnDoEvents = [&] { bWhole = bWhole && lSeen == fgToDo.Rows(); };
+    app.windows.on_do_events = [&] { bWhole = bWhole && lSeen == fgToDo.Rows(); };
     Load(sJobOf(3500));
     EXPECT_TRUE(bWhole);
     EXPECT_EQ(lSeen, fgToDo.Rows());
@@ -220,16 +220,15 @@ TEST(LoadJobFile, ReportsAReadErrorAndKeepsTheRowsReadSoFar)
     TestServices objServices;
     BreakingFileSystem objFiles;
     objFiles.AddFile("/jobs/a.vjb");
-    Application app(Services{objFiles, objServices.objIni, objServices.objClock, objServices.objLocale,
-                             objServices.objMutex, objServices.objFolders, objServices.objWindows,
-                             objServices.objImages, objServices.objUtility, objServices.objTransform,
-                             objServices.objLauncher});
+    Application app(Services{objFiles, objServices.ini, objServices.clock, objServices.locale,
+                             objServices.mutex, objServices.folders, objServices.windows, objServices.images,
+                             objServices.utility, objServices.transform, objServices.launcher});
 
     LoadJobFile(app, "/jobs/a.vjb", 1, app.frmMain.fgToDo);
 
-    ASSERT_EQ(objServices.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(objServices.objWindows.aBoxes[0].sText, "Path/File access error");
-    EXPECT_EQ(objServices.objWindows.aBoxes[0].sTitle, "Error");
+    ASSERT_EQ(objServices.windows.boxes.size(), 1u);
+    EXPECT_EQ(objServices.windows.boxes[0].text, "Path/File access error");
+    EXPECT_EQ(objServices.windows.boxes[0].title, "Error");
     EXPECT_EQ(app.frmMain.fgToDo.Rows(), 5);
     EXPECT_FALSE(app.frmMain.bRunning);
     EXPECT_FALSE(app.frmMainMDI.bHourglass);

@@ -12,30 +12,29 @@ using WriteJob = JobFiles;
 TEST_F(WriteJob, WritesOnlyTheMarkerLineForAnEmptyJob)
 {
     WriteJobFile(app, "/jobs/a.vjb", fgToDo);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/a.vjb"), kMarkerLine);
+    EXPECT_EQ(app.files.Content("/jobs/a.vjb"), kMarkerLine);
 }
 
 TEST_F(WriteJob, WritesATabAfterEachOfElevenCells)
 {
     Load(sTaskLine(1) + sTaskLine(2, "+"));
     WriteJobFile(app, "/jobs/b.vjb", fgToDo);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/b.vjb"), sTaskLine(1) + sTaskLine(2, "+") + kMarkerLine);
+    EXPECT_EQ(app.files.Content("/jobs/b.vjb"), sTaskLine(1) + sTaskLine(2, "+") + kMarkerLine);
 }
 
 TEST_F(WriteJob, RaisesAnErrorIfTheFileCannotBeWritten)
 {
-    app.objFiles.AddFile("/cd/a.vjb", "old");
-    app.objFiles.MakeReadOnly("/cd");
+    app.files.AddFile("/cd/a.vjb", "old");
+    app.files.MakeReadOnly("/cd");
     EXPECT_THROW(WriteJobFile(app, "/cd/a.vjb", fgToDo), clsRaisedError);
-    EXPECT_EQ(app.objFiles.sContent("/cd/a.vjb"), "old");
+    EXPECT_EQ(app.files.Content("/cd/a.vjb"), "old");
 }
 
 using OpenJob = JobFiles;
 
 TEST_F(OpenJob, RestoresPassMarks)
 {
-    app.objFiles.AddFile("/jobs/a.vjb",
-                         sTaskLine(1, "+") + sTaskLine(2, "-") + sTaskLine(3, "?") + kMarkerLine);
+    app.files.AddFile("/jobs/a.vjb", sTaskLine(1, "+") + sTaskLine(2, "-") + sTaskLine(3, "?") + kMarkerLine);
     app.frmMain.fgLog.SetRows(7);
     std::string sPath = "/jobs/a.vjb";
     bool bUsersMove = false;
@@ -59,15 +58,15 @@ TEST_F(OpenJob, RestoresPassMarks)
 
 TEST_F(OpenJob, AsksForAFileIfNoneIsGiven)
 {
-    app.objFiles.AddFile("/jobs/b.vjb", sJobOf(2));
-    app.objWindows.aPicks = {"/jobs/b.vjb"};
+    app.files.AddFile("/jobs/b.vjb", sJobOf(2));
+    app.windows.picks = {"/jobs/b.vjb"};
     std::string sPath;
 
     ConversionJobOpen(app, sPath);
 
     EXPECT_EQ(sPath, "/jobs/b.vjb");
     EXPECT_EQ(lTasks(), 2);
-    EXPECT_EQ(app.objWindows.aPickers, std::vector<std::string>{"Open Conversion Job|Tarnis (*.VJB)|*.VJB"});
+    EXPECT_EQ(app.windows.pickers, std::vector<std::string>{"Open Conversion Job|Tarnis (*.VJB)|*.VJB"});
 }
 
 TEST_F(OpenJob, ClearsTheJobsNameIfCancelled)
@@ -96,7 +95,7 @@ TEST_F(OpenJob, TakesAMissingFilesNameButClearsNothing)
     EXPECT_EQ(app.frmMain.fgLog.Rows(), 5);
     EXPECT_EQ(app.frmMain.sCurrentJobFile, "/jobs/none.vjb");
     EXPECT_EQ(app.frmMain.Caption(), "/jobs/none.vjb");
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST_F(OpenJob, OpensALogThatWasSavedAsAJob)
@@ -104,7 +103,7 @@ TEST_F(OpenJob, OpensALogThatWasSavedAsAJob)
     Grid& fgLog = app.frmMain.fgLog;
     fgLog.AddItem("RM\t1^0\t4\tC\t/in/a.bmp\t2\tbmp\t/out/a.jpg\t1\tjpg\t-\tUnable to convert", 1);
     WriteLogAsJobFile(app, "/jobs/log.vjb", fgLog);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/log.vjb"), "RM\t1\t4\tC\t/in/a.bmp\t2\tbmp\t/out/a.jpg\t\r\n");
+    EXPECT_EQ(app.files.Content("/jobs/log.vjb"), "RM\t1\t4\tC\t/in/a.bmp\t2\tbmp\t/out/a.jpg\t\r\n");
 
     std::string sPath = "/jobs/log.vjb";
     ConversionJobOpen(app, sPath);
@@ -117,13 +116,13 @@ TEST_F(JobFiles, OmitTheLogsEmptyRowUpToRowNine)
 {
     Grid& fgLog = app.frmMain.fgLog;
     WriteLogAsJobFile(app, "/jobs/log.vjb", fgLog);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/log.vjb"), "");
+    EXPECT_EQ(app.files.Content("/jobs/log.vjb"), "");
 
     for (int i = 0; i < 9; ++i)
         fgLog.AddItem("\t\t\tC\tx", 1);
     WriteLogAsJobFile(app, "/jobs/log.vjb", fgLog);
     EXPECT_TRUE(
-        app.objFiles.sContent("/jobs/log.vjb").ends_with("\t9\t\tC\tx\t\t\t\t\r\n\t10\t\t\t\t\t\t\t\r\n"));
+        app.files.Content("/jobs/log.vjb").ends_with("\t9\t\tC\tx\t\t\t\t\r\n\t10\t\t\t\t\t\t\t\r\n"));
 }
 
 using SaveJob = JobFiles;
@@ -133,19 +132,19 @@ TEST_F(SaveJob, WritesToTheJobsFile)
     Load(sJobOf(2));
     app.frmMain.sCurrentJobFile = "/jobs/c.vjb";
     ConversionJobSave(app);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/c.vjb"), sJobOf(2));
-    EXPECT_TRUE(app.objWindows.aPickers.empty());
+    EXPECT_EQ(app.files.Content("/jobs/c.vjb"), sJobOf(2));
+    EXPECT_TRUE(app.windows.pickers.empty());
 }
 
 TEST_F(SaveJob, AsksForAFileIfTheJobHasNone)
 {
     for (const char* sCurrent : {"", "*"}) {
         app.frmMain.sCurrentJobFile = sCurrent;
-        app.objWindows.aPickers.clear();
-        app.objWindows.aPicks = {"/jobs/d.vjb"};
+        app.windows.pickers.clear();
+        app.windows.picks = {"/jobs/d.vjb"};
         ConversionJobSave(app);
-        EXPECT_EQ(app.objWindows.aPickers, std::vector<std::string>{"Save|Varnel (*.VJB)|*.VJB"});
-        EXPECT_EQ(app.objFiles.sContent("/jobs/d.vjb"), kMarkerLine);
+        EXPECT_EQ(app.windows.pickers, std::vector<std::string>{"Save|Varnel (*.VJB)|*.VJB"});
+        EXPECT_EQ(app.files.Content("/jobs/d.vjb"), kMarkerLine);
         EXPECT_EQ(app.frmMain.sCurrentJobFile, "/jobs/d.vjb");
         EXPECT_EQ(app.frmMain.Caption(), "/jobs/d.vjb");
     }
@@ -158,38 +157,38 @@ TEST_F(SaveJob, ChangesNothingIfCancelled)
     ConversionJobSaveAs(app);
     EXPECT_EQ(app.frmMain.sCurrentJobFile, "/jobs/c.vjb");
     EXPECT_EQ(app.frmMain.Caption(), "/jobs/c.vjb");
-    EXPECT_FALSE(app.objFiles.bHas("/jobs/c.vjb"));
+    EXPECT_FALSE(app.files.Has("/jobs/c.vjb"));
 }
 
 TEST_F(SaveJob, AddsAMissingExtension)
 {
-    app.objWindows.aPicks = {"/jobs/e"};
+    app.windows.picks = {"/jobs/e"};
     ConversionJobSaveAs(app);
-    EXPECT_TRUE(app.objFiles.bHas("/jobs/e.VJB"));
+    EXPECT_TRUE(app.files.Has("/jobs/e.VJB"));
     EXPECT_EQ(app.frmMain.sCurrentJobFile, "/jobs/e.VJB");
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST_F(SaveJob, ConfirmsOverwritingAfterAddingTheExtension)
 {
-    app.objFiles.AddFile("/jobs/e.VJB", "old");
-    app.objWindows.aPicks = {"/jobs/e", "/jobs/e"};
-    app.objWindows.aAnswers = {BoxAnswer::No, BoxAnswer::Yes};
+    app.files.AddFile("/jobs/e.VJB", "old");
+    app.windows.picks = {"/jobs/e", "/jobs/e"};
+    app.windows.answers = {BoxAnswer::No, BoxAnswer::Yes};
 
     ConversionJobSaveAs(app);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/e.VJB"), "old");
+    EXPECT_EQ(app.files.Content("/jobs/e.VJB"), "old");
     EXPECT_EQ(app.frmMain.sCurrentJobFile, "");
 
     ConversionJobSaveAs(app);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/e.VJB"), kMarkerLine);
+    EXPECT_EQ(app.files.Content("/jobs/e.VJB"), kMarkerLine);
 }
 
 TEST_F(SaveJob, KeepsTheJobsNameIfSavingFails)
 {
-    app.objFiles.AddFolder("/cd");
-    app.objFiles.MakeReadOnly("/cd");
+    app.files.AddFolder("/cd");
+    app.files.MakeReadOnly("/cd");
     app.frmMain.sCurrentJobFile = "/jobs/c.vjb";
-    app.objWindows.aPicks = {"/cd/a.vjb"};
+    app.windows.picks = {"/cd/a.vjb"};
     EXPECT_THROW(ConversionJobSaveAs(app), clsRaisedError);
     EXPECT_EQ(app.frmMain.sCurrentJobFile, "/jobs/c.vjb");
 }
@@ -202,13 +201,13 @@ TEST_F(SaveJob, BacksUpALongFileBeforeSavingASlice)
 
     ConversionJobSave(app);
 
-    EXPECT_EQ(app.objFiles.sContent("/jobs/a.vjb.bak"), sLong);
-    const std::string sSaved = app.objFiles.sContent("/jobs/a.vjb");
+    EXPECT_EQ(app.files.Content("/jobs/a.vjb.bak"), sLong);
+    const std::string sSaved = app.files.Content("/jobs/a.vjb");
     EXPECT_EQ(std::count(sSaved.begin(), sSaved.end(), '\n'), 30001);
     EXPECT_TRUE(bContains(sSaved, "Reload conversion job start at task 30000"));
 
     ConversionJobSave(app);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/a.vjb.bak"), sLong);
+    EXPECT_EQ(app.files.Content("/jobs/a.vjb.bak"), sLong);
 }
 
 TEST_F(SaveJob, BacksUpALongFileBeforeSavingItsLastSlice)
@@ -217,7 +216,7 @@ TEST_F(SaveJob, BacksUpALongFileBeforeSavingItsLastSlice)
     Load(sLong, 30000);
     app.frmMain.sCurrentJobFile = "/jobs/a.vjb";
     ConversionJobSave(app);
-    EXPECT_EQ(app.objFiles.sContent("/jobs/a.vjb.bak"), sLong);
+    EXPECT_EQ(app.files.Content("/jobs/a.vjb.bak"), sLong);
 }
 
 TEST_F(SaveJob, MakesNoBackupForACompleteJob)
@@ -227,13 +226,13 @@ TEST_F(SaveJob, MakesNoBackupForACompleteJob)
     fgToDo.SetRow(1);
     RemoveActionItem(app);
     ConversionJobSave(app);
-    EXPECT_FALSE(app.objFiles.bHas("/jobs/a.vjb.bak"));
+    EXPECT_FALSE(app.files.Has("/jobs/a.vjb.bak"));
 }
 
 TEST_F(SaveJob, PreservesCellsAndMarksWhenReopened)
 {
     Load(sTaskLine(1, "+") + sTaskLine(2) + kMarkerLine);
-    app.objWindows.aPicks = {"/jobs/f.vjb", "/jobs/f.vjb"};
+    app.windows.picks = {"/jobs/f.vjb", "/jobs/f.vjb"};
     ConversionJobSaveAs(app);
     ConversionJobNew(app);
     std::string sPath;
@@ -247,13 +246,13 @@ TEST_F(SaveJob, SavesTheLogWithoutChangingTheJobsName)
 {
     app.frmMain.sCurrentJobFile = "/jobs/c.vjb";
     app.frmMain.fgLog.AddItem("M\td\t1\tC\t/a\t1\tjpg\t/b\t2\tbmp\t+\t", 1);
-    app.objWindows.aPicks = {"/jobs/log.vjb"};
+    app.windows.picks = {"/jobs/log.vjb"};
 
     SaveLogAsConversionJob(app);
     SaveLogAsConversionJob(app);
 
-    EXPECT_EQ(app.objWindows.aPickers, std::vector<std::string>(2, "Save|Tarnis (*.VJB)|*.VJB"));
-    EXPECT_EQ(app.objFiles.sContent("/jobs/log.vjb"), "M\t1\t1\tC\t/a\t1\tjpg\t/b\t\r\n");
+    EXPECT_EQ(app.windows.pickers, std::vector<std::string>(2, "Save|Tarnis (*.VJB)|*.VJB"));
+    EXPECT_EQ(app.files.Content("/jobs/log.vjb"), "M\t1\t1\tC\t/a\t1\tjpg\t/b\t\r\n");
     EXPECT_EQ(app.frmMain.sCurrentJobFile, "/jobs/c.vjb");
 }
 

@@ -23,7 +23,7 @@ TEST(TitleSaves, OnlyIfItContainsTheTranslatedWord)
 TEST(PickFile, ReturnsThePathOrNothingIfCancelled)
 {
     TestApplication app;
-    app.objWindows.aPicks = {"/a.vjb"};
+    app.windows.picks = {"/a.vjb"};
     EXPECT_EQ(sPickFile(app, "Open", "x|*.x", 1), "/a.vjb");
     EXPECT_EQ(sPickFile(app, "Open", "x|*.x", 1), "");
 }

@@ -116,8 +116,8 @@ TEST(CompleteTarget, TurnsAFolderIntoAPatternForWildcards)
 TEST(CompleteTarget, NamesASingleFileAfterTheExtension)
 {
     TestApplication app;
-    app.objFiles.AddFolder("C:\\out");
-    app.objFiles.AddFolder("/out");
+    app.files.AddFolder("C:\\out");
+    app.files.AddFolder("/out");
     EXPECT_EQ(sCompleted(app, "C:\\a", "C:\\out"), "C:\\out\\jpg.jpg");
     EXPECT_EQ(sCompleted(app, "C:\\a", "C:\\new\\"), "C:\\new\\jpg.jpg");
     EXPECT_EQ(sCompleted(app, "/a", "/out"), "/out/jpg.jpg");
@@ -144,7 +144,7 @@ TEST(CompleteTarget, TrimsOnlyTheFormsText)
 TEST(CompleteTarget, LeavesCompleteTargetsAlone)
 {
     TestApplication app;
-    app.objFiles.AddFolder("/my.pics/out");
+    app.files.AddFolder("/my.pics/out");
     for (const char* sTarget :
          {"C:\\out\\a.gif", "C:\\out\\*.jpg", "C:\\out\\*", "/out/*.", ".", "/my.pics/out", "/my.pics/out/"})
         EXPECT_EQ(sCompleted(app, "/a.bmp", sTarget), sTarget);

@@ -18,14 +18,14 @@ static std::vector<std::string> aBoxesFor(std::int32_t lErr)
 {
     TestApplication app;
     clsConversionOptions objOptions = objFailed(lErr);
-    app.objWindows.aAnswers.assign(3, BoxAnswer::No);
+    app.windows.answers.assign(3, BoxAnswer::No);
     EXPECT_FALSE(bReportValidationErrorGUI(app, objOptions));
     EXPECT_EQ(objOptions.lErr, lErr);
     std::vector<std::string> aTexts;
-    for (const ScriptedWindows::Box& objBox : app.objWindows.aBoxes) {
-        aTexts.push_back(objBox.sText);
-        EXPECT_EQ(objBox.sTitle, "Error");
-        EXPECT_EQ(objBox.eIcon, BoxIcon::Information);
+    for (const ScriptedWindows::Box& objBox : app.windows.boxes) {
+        aTexts.push_back(objBox.text);
+        EXPECT_EQ(objBox.title, "Error");
+        EXPECT_EQ(objBox.icon, BoxIcon::Information);
     }
     return aTexts;
 }
@@ -77,16 +77,16 @@ TEST(ReportValidationErrorGUI, AsksWhetherToAddATaskWithoutItsSource)
         TestApplication app;
         clsConversionOptions objOptions = objFailed(-4);
         objOptions.sOriginalFile = "C:\\in\\a.bmp";
-        app.objWindows.aAnswers = {eAnswer};
+        app.windows.answers = {eAnswer};
 
         EXPECT_EQ(bReportValidationErrorGUI(app, objOptions), eAnswer == BoxAnswer::Yes);
 
-        ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-        EXPECT_EQ(app.objWindows.aBoxes[0].sText,
+        ASSERT_EQ(app.windows.boxes.size(), 1u);
+        EXPECT_EQ(app.windows.boxes[0].text,
                   "Unable to add/update: \r\rOriginal File\r\rC:\\in\\a.bmp"
                   "\r\rdoes not exist.\n\nAdd anyway?");
-        EXPECT_EQ(app.objWindows.aBoxes[0].eButtons, BoxButtons::YesNo);
-        EXPECT_EQ(app.objWindows.aBoxes[0].eIcon, BoxIcon::Information);
+        EXPECT_EQ(app.windows.boxes[0].buttons, BoxButtons::YesNo);
+        EXPECT_EQ(app.windows.boxes[0].icon, BoxIcon::Information);
     }
 }
 
@@ -98,44 +98,43 @@ TEST(ReportValidationErrorGUI, ReportsAnUnspecifiedSource)
 
     EXPECT_FALSE(bReportValidationErrorGUI(app, objOptions));
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText,
-              "Unable to add/update: \r\rOriginal File has not been specified.");
-    EXPECT_EQ(app.objWindows.aBoxes[0].eButtons, BoxButtons::Ok);
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Unable to add/update: \r\rOriginal File has not been specified.");
+    EXPECT_EQ(app.windows.boxes[0].buttons, BoxButtons::Ok);
 }
 
 TEST(ReportValidationErrorGUI, CreatesTheFolderIfTheUserAgrees)
 {
     for (const std::int32_t lErr : {-3, -6}) {
         TestApplication app;
-        app.objFiles.AddFolder("C:\\");
+        app.files.AddFolder("C:\\");
         clsConversionOptions objOptions = objFailed(lErr);
-        app.objWindows.aAnswers = {BoxAnswer::Yes};
+        app.windows.answers = {BoxAnswer::Yes};
 
         EXPECT_TRUE(bReportValidationErrorGUI(app, objOptions));
 
-        EXPECT_TRUE(app.objFiles.FolderExists("C:\\out"));
-        EXPECT_EQ(app.objWindows.aBoxes[0].eButtons, BoxButtons::YesNo);
+        EXPECT_TRUE(app.files.FolderExists("C:\\out"));
+        EXPECT_EQ(app.windows.boxes[0].buttons, BoxButtons::YesNo);
     }
 }
 
 TEST(ReportValidationErrorGUI, CarriesOnEvenIfCreatingTheFolderFails)
 {
     TestApplication app;
-    app.objFiles.AddFolder("C:\\");
-    app.objFiles.MakeReadOnly("C:\\");
+    app.files.AddFolder("C:\\");
+    app.files.MakeReadOnly("C:\\");
     clsConversionOptions objOptions = objFailed(-6);
-    app.objWindows.aAnswers = {BoxAnswer::Yes};
+    app.windows.answers = {BoxAnswer::Yes};
 
     EXPECT_TRUE(bReportValidationErrorGUI(app, objOptions));
-    EXPECT_FALSE(app.objFiles.FolderExists("C:\\out"));
+    EXPECT_FALSE(app.files.FolderExists("C:\\out"));
 }
 
 /// Name of the control that gets the focus for a code; "" for none.
 static std::string sFocusFor(std::int32_t lErr, bool bEnabled = true)
 {
     TestApplication app;
-    app.objWindows.aAnswers.assign(3, BoxAnswer::No);
+    app.windows.answers.assign(3, BoxAnswer::No);
     std::string sFocused;
     for (Control* pControl : app.frmMain.Controls()) {
         pControl->SetEnabled(bEnabled);
@@ -206,7 +205,7 @@ TEST(ReportValidationErrorGUI, LetsTheUserAcceptAMismatch)
 {
     TestApplication app;
     clsConversionOptions objOptions = objFailed(-13);
-    app.objWindows.OnShowModal = [&](Form& frm) {
+    app.windows.on_show_modal = [&](Form& frm) {
         EXPECT_EQ(&frm, &app.frmTypeMatchNotification);
         app.frmTypeMatchNotification.bContinue = true;
     };
@@ -214,7 +213,7 @@ TEST(ReportValidationErrorGUI, LetsTheUserAcceptAMismatch)
     EXPECT_FALSE(bReportValidationErrorGUI(app, objOptions));
 
     EXPECT_EQ(objOptions.lErr, 0);
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST(ReportValidationErrorGUI, TreatsAClosedNoticeAsCancelled)
@@ -237,22 +236,21 @@ TEST(ReportValidationErrorGUI, TranslatesEachPartSeparately)
 
     bReportValidationErrorGUI(app, objOptions);
 
-    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Fehler");
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Ziel\r\rC:\\out\\*.jpg\r\rdarf keinen Stern haben.");
+    EXPECT_EQ(app.windows.boxes[0].title, "Fehler");
+    EXPECT_EQ(app.windows.boxes[0].text, "Ziel\r\rC:\\out\\*.jpg\r\rdarf keinen Stern haben.");
 }
 
 /// The message that the command line records for a code.
 static std::string sReported(std::int32_t lErr)
 {
     TestApplication app;
-    app.objFiles.AddFolder("/logs");
+    app.files.AddFolder("/logs");
     clsConversionOptions objOptions = objFailed(lErr);
     objOptions.sLogFile = "/logs/report.txt";
     ReportValidationErrorCommandLine(app, objOptions);
     EXPECT_EQ(objOptions.lErr, lErr);
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
-    EXPECT_EQ(app.objFiles.sContent("/logs/report.txt"),
-              objOptions.sErr.empty() ? "" : objOptions.sErr + "\n");
+    EXPECT_TRUE(app.windows.boxes.empty());
+    EXPECT_EQ(app.files.Content("/logs/report.txt"), objOptions.sErr.empty() ? "" : objOptions.sErr + "\n");
     return objOptions.sErr;
 }
 
@@ -304,7 +302,7 @@ TEST(ReportValidationErrorCommandLine, ShowsAMessageBoxIfVerbose)
 
     ReportValidationErrorCommandLine(app, objOptions);
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Invalid Target File type specified (/C# switch).");
-    EXPECT_EQ(app.objWindows.aBoxes[0].eIcon, BoxIcon::Information);
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Invalid Target File type specified (/C# switch).");
+    EXPECT_EQ(app.windows.boxes[0].icon, BoxIcon::Information);
 }

@@ -10,8 +10,8 @@ struct Check : testing::Test {
 
     Check()
     {
-        app.objFiles.AddFile("/p/a.bmp");
-        app.objFiles.AddFolder("/out");
+        app.files.AddFile("/p/a.bmp");
+        app.files.AddFolder("/out");
         objOptions.sOriginalFile = "/p/a.bmp";
         objOptions.lOriginalFileType = 2;
         objOptions.sTargetFile = "/out/a.jpg";
@@ -35,7 +35,7 @@ TEST_F(ValidateConversion, AcceptsAValidRequestUnchanged)
 
     EXPECT_EQ(objOptions.lErr, 0);
     EXPECT_EQ(objOptions.sTargetFile, "/out/a.jpg");
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST_F(ValidateConversion, NeverClearsAnEarlierError)
@@ -65,13 +65,13 @@ TEST_F(ValidateConversion, RequiresTheFolderOfAWildcard)
 TEST_F(ValidateConversion, CreatesTheTargetFolderOfAWildcard)
 {
     EXPECT_EQ(lErrOf("/p/*.bmp", "/out/new/deep/*.jpg"), 0);
-    EXPECT_TRUE(app.objFiles.FolderExists("/out/new/deep"));
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.files.FolderExists("/out/new/deep"));
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST_F(ValidateConversion, FailsIfAWildcardsTargetFolderCannotBeCreated)
 {
-    app.objFiles.MakeReadOnly("/out");
+    app.files.MakeReadOnly("/out");
     EXPECT_EQ(lErrOf("/p/*.bmp", "/out/new/*.jpg"), -3);
     EXPECT_EQ(lErrOf("/p/*.bmp", "*.jpg"), -3);
 }
@@ -113,13 +113,13 @@ TEST_F(ValidateConversion, RejectsAWildcardTargetForASingleSource)
 TEST_F(ValidateConversion, CreatesTheTargetFolderOfASingleFile)
 {
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.jpg"), 0);
-    EXPECT_TRUE(app.objFiles.FolderExists("/out/new"));
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.files.FolderExists("/out/new"));
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST_F(ValidateConversion, FailsIfTheTargetFolderCannotBeCreated)
 {
-    app.objFiles.MakeReadOnly("/out");
+    app.files.MakeReadOnly("/out");
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.jpg"), -6);
     EXPECT_EQ(lErrOf("/p/a.bmp", "a.jpg"), -6);
     EXPECT_EQ(lErrOf("/p/a.bmp", ""), -6);
@@ -165,7 +165,7 @@ TEST_F(ValidateConversion, NotesATypeMismatchAndCarriesOn)
 TEST_F(ValidateConversion, ComparesExtensionsExactlyButIgnoresCase)
 {
     for (const char* sFile : {"/p/a.jpeg", "/p/b.tiff", "/p/c.JPG", "/p/d.", "/p/e", "/p/g.Tif"})
-        app.objFiles.AddFile(sFile);
+        app.files.AddFile(sFile);
     objOptions.lOriginalFileType = 1;
     EXPECT_EQ(lErrOf("/p/a.jpeg", "/out/a.jpg"), -13);
     EXPECT_EQ(lErrOf("/p/c.JPG", "/out/a.jpg"), 0);
@@ -201,7 +201,7 @@ TEST_F(ValidateConversion, CompletesTheTargetInTheFormToo)
 
 TEST_F(ValidateConversion, RequiresOnlyTheFileOfAJob)
 {
-    app.objFiles.AddFile("/jobs/a.vjb");
+    app.files.AddFile("/jobs/a.vjb");
     objOptions = {};
     objOptions.sCLBatchJobFile = "/jobs/a.vjb";
     ValidateRequest(app, objOptions);
@@ -237,14 +237,14 @@ TEST_F(ValidateSpecial, RequiresSourceAndTarget)
 
 TEST_F(ValidateSpecial, ChecksFilesLikeAConversion)
 {
-    app.objFiles.MakeReadOnly("/cd");
+    app.files.MakeReadOnly("/cd");
     EXPECT_EQ(lErrOf("/none/*.bmp", "/out/*.bmp"), -1);
     EXPECT_EQ(lErrOf("/p/*.bmp", "/cd/*.bmp"), -3);
     EXPECT_EQ(lErrOf("/p/none.bmp", "/out/a.bmp"), -4);
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/*.bmp"), -5);
     EXPECT_EQ(lErrOf("/p/a.bmp", "/cd/a.bmp"), -6);
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.bmp"), 0);
-    EXPECT_TRUE(app.objFiles.FolderExists("/out/new"));
+    EXPECT_TRUE(app.files.FolderExists("/out/new"));
 }
 
 TEST_F(ValidateSpecial, SkipsTargetCompletionAndMismatchNotice)

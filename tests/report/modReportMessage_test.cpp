@@ -8,12 +8,12 @@
 TEST(ReportMessage, AppendsALineToTheReportFile)
 {
     TestApplication app;
-    app.objFiles.AddFile("/out/report.txt", "before\n");
+    app.files.AddFile("/out/report.txt", "before\n");
 
     ReportMessage(app, "Conversion Successful", "/out/report.txt", false);
 
-    EXPECT_EQ(app.objFiles.sContent("/out/report.txt"), "before\nConversion Successful\n");
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_EQ(app.files.Content("/out/report.txt"), "before\nConversion Successful\n");
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST(ReportMessage, WritesNothingWithoutAReportFile)
@@ -22,48 +22,48 @@ TEST(ReportMessage, WritesNothingWithoutAReportFile)
 
     ReportMessage(app, "Conversion Successful", "", false);
 
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST(ReportMessage, ShowsItsBoxWhileHoldingTheLock)
 {
     TestApplication app;
     int lHeldWhileShown = 0;
-    app.objWindows.OnBox = [&] { lHeldWhileShown = app.objMutex.lHeld; };
+    app.windows.on_box = [&] { lHeldWhileShown = app.mutex.held; };
 
     ReportMessage(app, "Conversion Successful", "", true);
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Conversion Successful");
-    EXPECT_EQ(app.objWindows.aBoxes[0].eIcon, BoxIcon::Information);
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Conversion Successful");
+    EXPECT_EQ(app.windows.boxes[0].icon, BoxIcon::Information);
     EXPECT_EQ(lHeldWhileShown, 1);
-    EXPECT_EQ(app.objMutex.aCalls,
+    EXPECT_EQ(app.mutex.calls,
               (std::vector<std::string>{"Acquire Stellor_Global_Mutex", "Release Stellor_Global_Mutex"}));
 }
 
 TEST(ReportMessage, ShowsAMessageBoxIfTheFileIsUnwritable)
 {
     TestApplication app;
-    app.objFiles.AddFolder("/out");
-    app.objFiles.MakeReadOnly("/out");
+    app.files.AddFolder("/out");
+    app.files.MakeReadOnly("/out");
 
     ReportMessage(app, "first", "/out/report.txt", false);
     ReportMessage(app, "second", "/out/report.txt", false);
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 2u);
-    EXPECT_EQ(app.objWindows.aBoxes[1].sText, "second");
-    EXPECT_EQ(app.objMutex.lHeld, 0);
+    ASSERT_EQ(app.windows.boxes.size(), 2u);
+    EXPECT_EQ(app.windows.boxes[1].text, "second");
+    EXPECT_EQ(app.mutex.held, 0);
 }
 
 TEST(ReportMessage, ReportsAnUnwritableFileOnceIfThereIsADisplay)
 {
     TestApplication app;
-    app.objWindows.bDisplay = true;
-    app.objFiles.AddFolder("/out");
-    app.objFiles.MakeReadOnly("/out");
+    app.windows.display = true;
+    app.files.AddFolder("/out");
+    app.files.MakeReadOnly("/out");
 
     ReportMessage(app, "first", "/out/report.txt", false);
     ReportMessage(app, "second", "/out/report.txt", false);
 
-    EXPECT_EQ(app.objWindows.aBoxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes.size(), 1u);
 }

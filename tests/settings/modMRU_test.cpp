@@ -10,7 +10,7 @@ static constexpr const char* kIniFile = "/settings/VL_SearchHistory.INI";
 static clsMRU SetUpList(TestApplication& app)
 {
     clsMRU mru;
-    ::Setup(mru, app.objIni, 20, kIniFile, "mruSource");
+    ::Setup(mru, app.ini, 20, kIniFile, "mruSource");
     return mru;
 }
 
@@ -59,10 +59,10 @@ TEST(ShutDown, SavesTheNewestTwentyEntries)
     for (int n = 1; n <= 25; ++n)
         AddUniqueItemToCollection(mru, "text " + std::to_string(n));
 
-    ShutDown(mru, app.objIni);
+    ShutDown(mru, app.ini);
     EXPECT_EQ(Count(mru), 0);
-    EXPECT_EQ(app.objIni.sStored("mruSource", "mruSource20"), "text 25");
-    EXPECT_EQ(app.objIni.sStored("mruSource", "mruSource1"), "text 6");
+    EXPECT_EQ(app.ini.Stored("mruSource", "mruSource20"), "text 25");
+    EXPECT_EQ(app.ini.Stored("mruSource", "mruSource1"), "text 6");
 
     mru = SetUpList(app);
     FillComboBoxFromMRU(app, app.frmMain.cbOriginalFile, mru);
@@ -75,14 +75,14 @@ TEST(ShutDown, SavesTheNewestTwentyEntries)
 TEST(WriteCollectionToIniFile, KeepsLowerKeysOfAnEarlierLongerList)
 {
     TestApplication app;
-    app.objIni.Set("mruSource", "mruSource18", "old");
-    app.objIni.Set("mruSource", "mruSource20", "newer");
+    app.ini.Set("mruSource", "mruSource18", "old");
+    app.ini.Set("mruSource", "mruSource20", "newer");
     clsMRU mru;
     mru.sKeyStem = "mruSource";
     AddUniqueItemToCollection(mru, "a");
     AddUniqueItemToCollection(mru, "b");
 
-    WriteCollectionToIniFile(mru, app.objIni);
+    WriteCollectionToIniFile(mru, app.ini);
 
     EXPECT_EQ(SetUpList(app).colMRU, (Texts{"old", "a", "b"}));
 }
@@ -91,29 +91,29 @@ TEST(WriteCollectionToIniFile, IgnoresTheLimitPassedToSetup)
 {
     TestApplication app;
     clsMRU mru;
-    ::Setup(mru, app.objIni, 3, kIniFile, "mruSource");
+    ::Setup(mru, app.ini, 3, kIniFile, "mruSource");
     for (int n = 1; n <= 10; ++n)
         AddUniqueItemToCollection(mru, std::to_string(n));
-    WriteCollectionToIniFile(mru, app.objIni);
+    WriteCollectionToIniFile(mru, app.ini);
 
     EXPECT_EQ(mru.lMaxCount, 3);
-    EXPECT_EQ(app.objIni.aWritten.size(), 10u);
-    EXPECT_EQ(app.objIni.sStored("mruSource", "mruSource11"), "1");
+    EXPECT_EQ(app.ini.written.size(), 10u);
+    EXPECT_EQ(app.ini.Stored("mruSource", "mruSource11"), "1");
 }
 
 TEST(ReadIniFileIntoCollection, SkipsMissingNumbersAndThePlaceholder)
 {
     TestApplication app;
-    app.objIni.Set("mruSource", "mruSource3", "three");
-    app.objIni.Set("mruSource", "mruSource7", "+-!#");
-    app.objIni.Set("mruSource", "mruSource9", "");
-    app.objIni.Set("mruSource", "mruSource12", "THREE");
-    app.objIni.Set("mruSource", "mruSource15", "fifteen");
-    app.objIni.Set("mruSource", "mruSource21", "beyond");
+    app.ini.Set("mruSource", "mruSource3", "three");
+    app.ini.Set("mruSource", "mruSource7", "+-!#");
+    app.ini.Set("mruSource", "mruSource9", "");
+    app.ini.Set("mruSource", "mruSource12", "THREE");
+    app.ini.Set("mruSource", "mruSource15", "fifteen");
+    app.ini.Set("mruSource", "mruSource21", "beyond");
     clsMRU mru;
     mru.colMRU = {"left over"};
 
-    ::Setup(mru, app.objIni, 20, kIniFile, "mruSource");
+    ::Setup(mru, app.ini, 20, kIniFile, "mruSource");
 
     EXPECT_EQ(mru.colMRU, (Texts{"THREE", "fifteen"}));
     EXPECT_EQ(mru.sIniFile, kIniFile);

@@ -23,7 +23,7 @@ struct LoadingApplication : TestApplication {
         frmMain.keyConvert.SetEnabled(false);
         frmMainMDI.mnuBeginConversionJob.SetEnabled(false);
     }
-    void SetMain(const std::string& sKey, const std::string& sValue) { objIni.Set("frmMain", sKey, sValue); }
+    void SetMain(const std::string& sKey, const std::string& sValue) { ini.Set("frmMain", sKey, sValue); }
     void Read()
     {
         ReadIniFile(*this, [] {});
@@ -80,7 +80,7 @@ TEST(ReadIniFile, SetsDefaultsWithoutASettingsFile)
     EXPECT_TRUE(frm.keyConvert.Enabled());
     EXPECT_TRUE(app.frmMainMDI.mnuBeginConversionJob.Enabled());
     EXPECT_FALSE(app.bInternalGridChange);
-    EXPECT_TRUE(app.objIni.aWritten.empty());
+    EXPECT_TRUE(app.ini.written.empty());
 }
 
 TEST(ReadIniFile, SetsTheDefaultColumnWidths)
@@ -132,7 +132,7 @@ TEST(ReadIniFile, LoadsEveryKeyOfTheFile)
     app.SetMain("bTryAutodetectIfFailed", "nonsense");
     app.SetMain("sLogFile", "C:\\report.txt");
     app.SetMain("bDontShowFileMismatchAgain", "True");
-    app.objIni.Set("frmScheduler", "chkPersistRunning", "1");
+    app.ini.Set("frmScheduler", "chkPersistRunning", "1");
     app.SetMain("cbSpecialProcesses.ListIndex", "5");
     app.SetMain("cbFileTypeTarget.ListIndex", "2");
     app.SetMain("cbFileTypeOriginal.ListIndex", "14");
@@ -189,7 +189,7 @@ TEST(ReadIniFile, LoadsTheMostRecentlyUsedLists)
     LoadingApplication app;
     for (const char* sStem : {"mruSource", "mruTarget", "mruSourceSpecialized", "mruTargetSpecialized",
                               "mruCommandLine", "mruCommandLineArguments"})
-        app.objIni.Set(sStem, std::string(sStem) + "20", std::string("text of ") + sStem);
+        app.ini.Set(sStem, std::string(sStem) + "20", std::string("text of ") + sStem);
     app.Read();
 
     const frmMain& frm = app.frmMain;
@@ -205,7 +205,7 @@ TEST(ReadIniFile, LoadsTheMostRecentlyUsedLists)
 TEST(ReadIniFile, LoadsKeysInAFixedOrder)
 {
     LoadingApplication app;
-    app.objIni.Set("mruTarget", "mruTarget20", "target");
+    app.ini.Set("mruTarget", "mruTarget20", "target");
     std::vector<std::string> aSteps;
     frmMain& frm = app.frmMain;
     const auto Watch = [&](ComboBox& cb) {
@@ -240,7 +240,7 @@ TEST(ReadIniFile, RaisesTypeMismatchForMalformedNumbers)
         EXPECT_FALSE(app.bInternalGridChange);
     }
     LoadingApplication app;
-    app.objIni.Set("frmScheduler", "chkPersistRunning", "");
+    app.ini.Set("frmScheduler", "chkPersistRunning", "");
     EXPECT_EQ(lErrorOf([&] { app.Read(); }), kErrTypeMismatch);
 }
 
@@ -291,7 +291,7 @@ TEST(SaveIniFile, WritesAllKeysInAFixedOrder)
     SaveIniFile(app);
 
     std::vector<std::string> aKeys;
-    for (const std::string& sLine : app.objIni.aWritten) {
+    for (const std::string& sLine : app.ini.written) {
         const std::string sKey = sLine.substr(0, sLine.find('='));
         if (!bContains(sKey, "ColWidth") && !bContains(sKey, "sSP_Details"))
             aKeys.push_back(sKey);
@@ -321,7 +321,7 @@ TEST(SaveIniFile, WritesAllKeysInAFixedOrder)
                                                "frmMain/lConversionMethod",
                                                "frmMain/sActionToDO",
                                                "frmTypeMatchNotification/bDontShowFileMismatchAgain"}));
-    EXPECT_EQ(app.objIni.aWritten.size(), aKeys.size() + 11 + 12 + 38);
+    EXPECT_EQ(app.ini.written.size(), aKeys.size() + 11 + 12 + 38);
 }
 
 TEST(SaveIniFile, SpellsBooleansDependingOnTheKey)
@@ -333,10 +333,10 @@ TEST(SaveIniFile, SpellsBooleansDependingOnTheKey)
     app.frmMain.cbDoSubfolders.SetValue(1);
     SaveIniFile(app);
 
-    EXPECT_EQ(app.objIni.sStored("frmMain", "bAutoLoadImages"), "FALSE");
-    EXPECT_EQ(app.objIni.sStored("frmMain", "bTryAutodetectIfFailed"), "TRUE");
-    EXPECT_EQ(app.objIni.sStored("frmMain", "cbDoSubfolders"), "1");
-    EXPECT_EQ(app.objIni.sStored("frmTypeMatchNotification", "bDontShowFileMismatchAgain"), "True");
+    EXPECT_EQ(app.ini.Stored("frmMain", "bAutoLoadImages"), "FALSE");
+    EXPECT_EQ(app.ini.Stored("frmMain", "bTryAutodetectIfFailed"), "TRUE");
+    EXPECT_EQ(app.ini.Stored("frmMain", "cbDoSubfolders"), "1");
+    EXPECT_EQ(app.ini.Stored("frmTypeMatchNotification", "bDontShowFileMismatchAgain"), "True");
 }
 
 TEST(SaveIniFile, SavesTheMismatchNoticeToAnUnreadSection)
@@ -348,7 +348,7 @@ TEST(SaveIniFile, SavesTheMismatchNoticeToAnUnreadSection)
     app.Read();
 
     EXPECT_FALSE(app.frmTypeMatchNotification.bDontShowAgain);
-    EXPECT_EQ(app.objIni.sStored("frmMain", "bDontShowFileMismatchAgain"), "(none)");
+    EXPECT_EQ(app.ini.Stored("frmMain", "bDontShowFileMismatchAgain"), "(none)");
 }
 
 TEST(SaveIniFile, KeepsTheLastNormalPosition)
@@ -360,9 +360,9 @@ TEST(SaveIniFile, KeepsTheLastNormalPosition)
     app.frmMain.objPlace = {kWindowMinimized, -32000, -32000, 100, 100};
     SaveIniFile(app);
 
-    EXPECT_EQ(app.objIni.sStored("frmMain", "WindowState"), "1");
-    EXPECT_EQ(app.objIni.sStored("frmMain", "Left"), "10");
-    EXPECT_EQ(app.objIni.sStored("frmMain", "Height"), "4000");
+    EXPECT_EQ(app.ini.Stored("frmMain", "WindowState"), "1");
+    EXPECT_EQ(app.ini.Stored("frmMain", "Left"), "10");
+    EXPECT_EQ(app.ini.Stored("frmMain", "Height"), "4000");
 }
 
 TEST(SaveIniFile, WritesTheWaitTimeAsANumber)
@@ -372,7 +372,7 @@ TEST(SaveIniFile, WritesTheWaitTimeAsANumber)
     for (const auto& [sText, sStored] : {std::pair{" 15 s", "15"}, {"nonsense", "0"}, {"-1", "-1"}}) {
         app.frmMain.txtCommandLineWaitTimeInSeconds.SetText(sText);
         SaveIniFile(app);
-        EXPECT_EQ(app.objIni.sStored("frmMain", "txtCommandLineWaitTimeInSeconds"), sStored);
+        EXPECT_EQ(app.ini.Stored("frmMain", "txtCommandLineWaitTimeInSeconds"), sStored);
     }
 }
 
@@ -397,7 +397,7 @@ TEST(SaveIniFile, RoundTripsAllSettings)
     SaveIniFile(app);
 
     LoadingApplication objNext;
-    objNext.objIni = app.objIni;
+    objNext.ini = app.ini;
     objNext.Read();
     const frmMain& frmNext = objNext.frmMain;
     EXPECT_EQ(frmNext.sActionToDo, "S");
@@ -416,10 +416,10 @@ TEST(SaveIniFile, IgnoresAnUnwritableFileSilently)
 {
     LoadingApplication app;
     app.Read();
-    app.objIni.bFailWrites = true;
+    app.ini.fail_writes = true;
     SaveIniFile(app);
 
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
 }
 
 TEST(FrameSettings, HaveTheirOwnSectionAndDefaults)
@@ -437,8 +437,8 @@ TEST(FrameSettings, HaveTheirOwnSectionAndDefaults)
     app.frmMainMDI.objPlace = {kWindowMaximized, 0, 0, 20000, 20000};
     SaveIniFile(app, app.frmMainMDI);
 
-    EXPECT_EQ(app.objIni.sStored("frmMainMDI", "WindowState"), "2");
-    EXPECT_EQ(app.objIni.sStored("frmMainMDI", "Width"), "12000");
+    EXPECT_EQ(app.ini.Stored("frmMainMDI", "WindowState"), "2");
+    EXPECT_EQ(app.ini.Stored("frmMainMDI", "Width"), "12000");
     ReadIniFile(app, app.frmMainMDI);
     EXPECT_EQ(app.frmMainMDI.objPlace.lWidth, 12000);
 }

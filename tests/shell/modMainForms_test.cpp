@@ -18,15 +18,15 @@ TEST(LoadMainForms, UsesDefaultsWithoutASettingsFile)
     EXPECT_EQ(app.frmMain.cbFileTypeOriginal.ListCount(), 15);
     EXPECT_EQ(app.frmMain.sActionToDo, "C");
     EXPECT_TRUE(app.frmMain.rbActionToDoConversion.Value());
-    EXPECT_TRUE(app.objIni.aWritten.empty());
+    EXPECT_TRUE(app.ini.written.empty());
     EXPECT_FALSE(app.frmMain.keyConvert.Enabled());
 }
 
 TEST(LoadMainForms, LoadsTheReportFileFromTheSettings)
 {
     TestApplication app;
-    app.objIni.Set("frmMain", "sLogFile", "/out/report.txt");
-    app.objIni.Set("frmMain", "bDeleteOriginalFileAfterProcessing", "TRUE");
+    app.ini.Set("frmMain", "sLogFile", "/out/report.txt");
+    app.ini.Set("frmMain", "bDeleteOriginalFileAfterProcessing", "TRUE");
 
     LoadMainForms(app);
 

@@ -12,11 +12,11 @@ static constexpr const char* kGerman = "/program/Languages/German-Varnel.txt";
 struct GermanApplication : TestApplication {
     explicit GermanApplication(const std::string& sFile)
     {
-        objFiles.AddFile(kGerman, sFile);
-        objIni.Set("Language", "Language_Code", "German");
+        files.AddFile(kGerman, sFile);
+        ini.Set("Language", "Language_Code", "German");
         InitializeTranslator(*this);
     }
-    std::string sFile() const { return objFiles.sContent(kGerman); }
+    std::string sFile() const { return files.Content(kGerman); }
 };
 
 TEST(Translate, ReturnsTheTranslationOfAText)
@@ -55,7 +55,7 @@ TEST(Translate, WritesNoLanguageFileForEnglish)
 
     EXPECT_EQ(sTranslate(app, "Done"), "Done");
     EXPECT_EQ(app.objTranslator.dictTranslations.at("Done"), "Done");
-    EXPECT_FALSE(app.objFiles.bHas("/program/Languages"));
+    EXPECT_FALSE(app.files.Has("/program/Languages"));
 }
 
 TEST(Translate, AppendsAfterTheTerminatorInEveryRun)
@@ -107,40 +107,40 @@ TEST(AddToLanguageFile, DoesNothingForBlankTextsOrWithoutAFile)
 
     TestApplication objEnglish;
     AddToLanguageFile(objEnglish, "Done");
-    EXPECT_TRUE(objEnglish.objWindows.aBoxes.empty());
+    EXPECT_TRUE(objEnglish.windows.boxes.empty());
 }
 
 TEST(AddToLanguageFile, ReportsAnUnwritableFileOnce)
 {
     GermanApplication app("\"Error\",\"Fehler\"\n\"Done\"\n");
-    app.objFiles.MakeReadOnly(kGerman);
+    app.files.MakeReadOnly(kGerman);
     sTranslate(app, "One");
     sTranslate(app, "Two");
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText, "Unable to add to Language file");
-    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Fehler");
-    EXPECT_EQ(app.objWindows.aBoxes[0].eIcon, BoxIcon::Warning);
-    EXPECT_EQ(app.objWindows.aBoxes[0].eButtons, BoxButtons::Ok);
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Unable to add to Language file");
+    EXPECT_EQ(app.windows.boxes[0].title, "Fehler");
+    EXPECT_EQ(app.windows.boxes[0].icon, BoxIcon::Warning);
+    EXPECT_EQ(app.windows.boxes[0].buttons, BoxButtons::Ok);
 }
 
 TEST(AddToLanguageFile, DoesNotRecreateADeletedFile)
 {
     GermanApplication app("\"Done\"\n");
-    app.objFiles.DeleteFile(kGerman);
+    app.files.DeleteFile(kGerman);
     sTranslate(app, "One");
 
-    EXPECT_FALSE(app.objFiles.bHas(kGerman));
-    EXPECT_EQ(app.objWindows.aBoxes.size(), 1u);
+    EXPECT_FALSE(app.files.Has(kGerman));
+    EXPECT_EQ(app.windows.boxes.size(), 1u);
 }
 
 TEST(InitializeTranslator, ReadsLanguageAndFontFromTheSettings)
 {
     TestApplication app;
-    app.objFiles.AddFile(kGerman, "\"Done\",\"Erledigt\"\n");
-    app.objIni.Set("Language", "Language_Code", "German");
-    app.objIni.Set("Language", "Language_Font", "DejaVu Sans");
-    app.objLocale.lLCID = 1031;
+    app.files.AddFile(kGerman, "\"Done\",\"Erledigt\"\n");
+    app.ini.Set("Language", "Language_Code", "German");
+    app.ini.Set("Language", "Language_Font", "DejaVu Sans");
+    app.locale.lcid = 1031;
 
     InitializeTranslator(app);
 
@@ -150,15 +150,15 @@ TEST(InitializeTranslator, ReadsLanguageAndFontFromTheSettings)
     EXPECT_EQ(app.objTranslator.lUserLCID, 1031);
     EXPECT_EQ(app.objTranslator.sProductStem, "Varnel");
     EXPECT_FALSE(app.bDoubleByteLocale);
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
-    EXPECT_TRUE(app.objIni.aWritten.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
+    EXPECT_TRUE(app.ini.written.empty());
 }
 
 TEST(InitializeTranslator, DetectsDoubleByteLocales)
 {
     for (const std::int32_t lLCID : {1041, 1042, 4100, 1028, 3076, 2052, 5124}) {
         TestApplication app;
-        app.objLocale.lLCID = lLCID;
+        app.locale.lcid = lLCID;
         InitializeTranslator(app);
         EXPECT_TRUE(app.bDoubleByteLocale) << lLCID;
     }
@@ -167,7 +167,7 @@ TEST(InitializeTranslator, DetectsDoubleByteLocales)
 static int lQuestionsAtFirstStart(std::int32_t lLCID, TestApplication& app)
 {
     int lQuestions = 0;
-    app.objLocale.lLCID = lLCID;
+    app.locale.lcid = lLCID;
     InitializeTranslator(app, [&](Application&) { ++lQuestions; });
     return lQuestions;
 }
@@ -177,67 +177,67 @@ TEST(InitializeTranslator, AsksUsersOfOtherLocalesOnce)
     for (const std::int32_t lLCID : {1033, 2057}) {
         TestApplication app;
         EXPECT_EQ(lQuestionsAtFirstStart(lLCID, app), 0);
-        EXPECT_EQ(app.objIni.sStored("Language", "Language_Code"), "English");
+        EXPECT_EQ(app.ini.Stored("Language", "Language_Code"), "English");
     }
     TestApplication app;
     EXPECT_EQ(lQuestionsAtFirstStart(1031, app), 1);
-    EXPECT_EQ(app.objIni.sStored("Language", "Language_Code"), "English");
+    EXPECT_EQ(app.ini.Stored("Language", "Language_Code"), "English");
     EXPECT_EQ(lQuestionsAtFirstStart(1031, app), 0);
 }
 
 TEST(InitializeTranslator, LoadsTheChosenLanguage)
 {
     TestApplication app;
-    app.objLocale.lLCID = 1031;
-    app.objFiles.AddFile(kGerman, "\"Done\",\"Erledigt\"\n");
+    app.locale.lcid = 1031;
+    app.files.AddFile(kGerman, "\"Done\",\"Erledigt\"\n");
     InitializeTranslator(app, [](Application& objAsked) {
         EXPECT_EQ(objAsked.objTranslator.sLanguage, "English");
         objAsked.objTranslator.sLanguage = "German";
     });
 
-    EXPECT_EQ(app.objIni.sStored("Language", "Language_Code"), "German");
+    EXPECT_EQ(app.ini.Stored("Language", "Language_Code"), "German");
     EXPECT_EQ(sTranslate(app, "Done"), "Erledigt");
 }
 
 TEST(InitializeTranslator, FallsBackToEnglishIfTheUserCancels)
 {
     TestApplication app;
-    app.objLocale.lLCID = 1031;
+    app.locale.lcid = 1031;
     InitializeTranslator(app, [](Application& objAsked) { objAsked.objTranslator.sLanguage = ""; });
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
     EXPECT_EQ(app.objTranslator.sLanguage, "English");
-    EXPECT_EQ(app.objIni.sStored("Language", "Language_Code"), "English");
+    EXPECT_EQ(app.ini.Stored("Language", "Language_Code"), "English");
 }
 
 TEST(InitializeTranslator, NeitherAsksNorSavesWithoutWindows)
 {
     for (const std::int32_t lLCID : {1031, 1033}) {
         TestApplication app;
-        app.objLocale.lLCID = lLCID;
+        app.locale.lcid = lLCID;
         InitializeTranslator(app);
         EXPECT_EQ(app.objTranslator.sLanguage, "English");
-        EXPECT_TRUE(app.objIni.aWritten.empty());
-        EXPECT_TRUE(app.objWindows.aBoxes.empty());
+        EXPECT_TRUE(app.ini.written.empty());
+        EXPECT_TRUE(app.windows.boxes.empty());
     }
 }
 
 static void ExpectFailure(TestApplication& app, const std::string& sText)
 {
-    app.objIni.Set("Language", "Language_Code", "German");
-    app.objIni.Set("Language", "Language_Font", "DejaVu Sans");
+    app.ini.Set("Language", "Language_Code", "German");
+    app.ini.Set("Language", "Language_Font", "DejaVu Sans");
 
     InitializeTranslator(app);
 
-    ASSERT_EQ(app.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(app.objWindows.aBoxes[0].sText, sText + ": \n" + kGerman + "\nDefaulting to English");
-    EXPECT_EQ(app.objWindows.aBoxes[0].sTitle, "Error");
-    EXPECT_EQ(app.objWindows.aBoxes[0].eIcon, BoxIcon::Warning);
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, sText + ": \n" + kGerman + "\nDefaulting to English");
+    EXPECT_EQ(app.windows.boxes[0].title, "Error");
+    EXPECT_EQ(app.windows.boxes[0].icon, BoxIcon::Warning);
     EXPECT_EQ(app.objTranslator.sLanguage, "English");
     EXPECT_EQ(app.objTranslator.sLanguageFont, "");
-    EXPECT_EQ(app.objIni.sStored("Language", "Language_Code"), "English");
+    EXPECT_EQ(app.ini.Stored("Language", "Language_Code"), "English");
     EXPECT_EQ(sTranslate(app, "Done"), "Done");
-    EXPECT_EQ(app.objWindows.aBoxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes.size(), 1u);
 }
 
 TEST(InitializeTranslator, FallsBackToEnglishIfTheFileIsMissing)
@@ -253,7 +253,7 @@ TEST(InitializeTranslator, FallsBackToEnglishIfTheFormatIsUnreadable)
                                       "ELF\0\xFF\xFE"s,
                                       "\xFF\xFE"s}) {
         TestApplication app;
-        app.objFiles.AddFile(kGerman, sBytes);
+        app.files.AddFile(kGerman, sBytes);
         ExpectFailure(app, "Unable to read Language file");
     }
 }
@@ -272,15 +272,14 @@ TEST(InitializeTranslator, FallsBackToEnglishIfReadingFails)
     TestServices svc;
     FailingFileSystem objFiles;
     objFiles.AddFile(kGerman, "\"Done\",\"Erledigt\"\n");
-    Application app(Services{objFiles, svc.objIni, svc.objClock, svc.objLocale, svc.objMutex, svc.objFolders,
-                             svc.objWindows, svc.objImages, svc.objUtility, svc.objTransform,
-                             svc.objLauncher});
+    Application app(Services{objFiles, svc.ini, svc.clock, svc.locale, svc.mutex, svc.folders, svc.windows,
+                             svc.images, svc.utility, svc.transform, svc.launcher});
     SetLanguageCode(app, "German");
 
     InitializeTranslator(app);
 
-    ASSERT_EQ(svc.objWindows.aBoxes.size(), 1u);
-    EXPECT_EQ(svc.objWindows.aBoxes[0].sText,
+    ASSERT_EQ(svc.windows.boxes.size(), 1u);
+    EXPECT_EQ(svc.windows.boxes[0].text,
               "Unable to process Language file: \n"s + kGerman + "\nDefaulting to English");
     EXPECT_EQ(sGetLanguageCode(app), "English");
 }
@@ -289,7 +288,7 @@ TEST(InitializeTranslator, AcceptsACommentInTheFirstLine)
 {
     GermanApplication app("\"! comment\n\"Done\",\"Erledigt\"\n");
 
-    EXPECT_TRUE(app.objWindows.aBoxes.empty());
+    EXPECT_TRUE(app.windows.boxes.empty());
     EXPECT_EQ(sTranslate(app, "Done"), "Erledigt");
 }
 
@@ -324,7 +323,7 @@ TEST(LanguageFont, IsStoredInTheSettings)
 
     EXPECT_EQ(sGetLanguageFont(app), "DejaVu Sans");
     EXPECT_EQ(sGetLanguageCode(app), "German");
-    EXPECT_EQ(app.objIni.sStored("language", "language_font"), "DejaVu Sans");
+    EXPECT_EQ(app.ini.Stored("language", "language_font"), "DejaVu Sans");
 }
 
 TEST(LanguageCode, IsLimitedTo127Characters)
@@ -345,7 +344,7 @@ TEST(LanguageFilePath, IsInTheProgramsLanguagesFolder)
 TEST(DetectLanguageFileFormat, ReturnsUnreadableForAMissingFile)
 {
     TestApplication app;
-    app.objFiles.AddFile("/a.txt", "\"Done\"");
+    app.files.AddFile("/a.txt", "\"Done\"");
 
     EXPECT_EQ(static_cast<int>(iDetectLanguageFileFormat(app, "/a.txt")), 0);
     EXPECT_EQ(static_cast<int>(iDetectLanguageFileFormat(app, "/gone.txt")), 99);

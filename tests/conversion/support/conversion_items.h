@@ -26,7 +26,7 @@ inline clsConversionOptions objRequest(const std::string& sSource, std::int32_t 
 inline std::vector<std::string> aPictureCalls(const TestApplication& app)
 {
     std::vector<std::string> aResult;
-    for (const std::string& sCall : app.objImages.aCalls)
+    for (const std::string& sCall : app.images.calls)
         if (sCall.starts_with("Load") || sCall.starts_with("Save") || sCall.starts_with("Append"))
             aResult.push_back(sCall);
     return aResult;

@@ -34,13 +34,13 @@ struct JobFiles : testing::Test {
 
     JobFiles()
     {
-        app.objFiles.AddFolder("/jobs");
+        app.files.AddFolder("/jobs");
         SetUpToDoGrid(app);
         SetUpLogGrid(app);
     }
     void Load(const std::string& sContent, std::int32_t lStart = 1)
     {
-        app.objFiles.AddFile("/jobs/a.vjb", sContent);
+        app.files.AddFile("/jobs/a.vjb", sContent);
         LoadJobFile(app, "/jobs/a.vjb", lStart, fgToDo);
     }
     std::int32_t lTasks() const { return fgToDo.Rows() - 2; }
