@@ -15,33 +15,33 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     return 0;
 }
 
-static bool bWhole(const ImageBuffer& aImage)
+static bool Whole(const ImageBuffer& image)
 {
-    const bool bChannels = aImage.channels == 1 || aImage.channels == 3 || aImage.channels == 4;
-    const auto nBytes = static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.height) *
-                        static_cast<std::uint64_t>(aImage.channels);
-    return bChannels && aImage.width > 0 && aImage.height > 0 && aImage.bytes.size() == nBytes;
+    const bool has_channels = image.channels == 1 || image.channels == 3 || image.channels == 4;
+    const auto bytes = static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.height) *
+                       static_cast<std::uint64_t>(image.channels);
+    return has_channels && image.width > 0 && image.height > 0 && image.bytes.size() == bytes;
 }
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    InputFile objFile(Bytes(pData, nSize));
-    const Codec* pCodec = CodecOfType(VARNEL_FUZZ_TYPE);
-    if (!pCodec)
+    InputFile file(Bytes(data, size));
+    const Codec* codec = CodecOfType(VARNEL_FUZZ_TYPE);
+    if (!codec)
         std::abort();
-    pCodec->sniff(objFile.Head(), "");
+    codec->sniff(file.Head(), "");
     try {
-        const std::unique_ptr<ImageDecoder> pDecoder = pCodec->open(objFile);
-        const std::int32_t lFrames = pDecoder ? pDecoder->FrameCount() : 0;
-        for (std::int32_t l = 0; l < lFrames && l < 8; ++l) {
-            ImageBuffer aImage;
-            if (!pDecoder->DecodeFrame(l, aImage))
+        const std::unique_ptr<ImageDecoder> decoder = codec->open(file);
+        const std::int32_t frames = decoder ? decoder->FrameCount() : 0;
+        for (std::int32_t l = 0; l < frames && l < 8; ++l) {
+            ImageBuffer image;
+            if (!decoder->DecodeFrame(l, image))
                 continue;
             // Also run what every load and some saves do with the file's metadata.
-            FinishLoaded(aImage);
-            ExifForSave(aImage, {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
-            ConvertToSrgb(aImage);
-            if (!bWhole(aImage))
+            FinishLoaded(image);
+            ExifForSave(image, {"title", "description", "1/2/2003", "author", "copyright", "type", "model"});
+            ConvertToSrgb(image);
+            if (!Whole(image))
                 std::abort();
         }
     } catch (const std::bad_alloc&) {

@@ -8,16 +8,16 @@
 #include "src/job/modTaskTables.h"
 #include "tests/fakes/test_application.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     TestApplication app;
     app.bCommandLineMode = true;
     app.images.AddImage("/a.bmp");
-    app.files.AddFile("/j.vjb", std::string(reinterpret_cast<const char*>(pData), nSize));
+    app.files.AddFile("/j.vjb", std::string(reinterpret_cast<const char*>(data), size));
     SetUpToDoGrid(app);
     SetUpLogGrid(app);
-    std::string sPath = "/j.vjb";
-    ConversionJobOpen(app, sPath);
+    std::string path = "/j.vjb";
+    ConversionJobOpen(app, path);
     try {
         ConversionJobBegin(app);
     } catch (const clsRaisedError&) {

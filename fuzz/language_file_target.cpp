@@ -5,11 +5,11 @@
 #include "src/translator/modTranslator.h"
 #include "tests/fakes/test_application.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     TestApplication app;
     app.files.AddFile("/program/Languages/German-Varnel.txt",
-                      std::string(reinterpret_cast<const char*>(pData), nSize));
+                      std::string(reinterpret_cast<const char*>(data), size));
     app.ini.Set("Language", "Language_Code", "German");
     InitializeTranslator(app);
     sTranslate(app, "Information");

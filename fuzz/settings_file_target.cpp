@@ -5,12 +5,12 @@
 
 #include "src/platform/posix/ini_text.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::string sText = IniTextOf(std::string_view(reinterpret_cast<const char*>(pData), nSize));
-    (void)IniValue(sText, "frmMain", "sLogFile");
-    const std::string sWritten = IniTextWith(sText, "frmMain", "sLogFile", "C:\\report.txt");
-    if (IniValue(sWritten, "frmMain", "sLogFile") != "C:\\report.txt")
+    const std::string text = IniTextOf(std::string_view(reinterpret_cast<const char*>(data), size));
+    (void)IniValue(text, "frmMain", "sLogFile");
+    const std::string written = IniTextWith(text, "frmMain", "sLogFile", "C:\\report.txt");
+    if (IniValue(written, "frmMain", "sLogFile") != "C:\\report.txt")
         std::abort();
     return 0;
 }

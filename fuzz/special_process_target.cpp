@@ -16,14 +16,14 @@ namespace
 {
 
 struct Kernels {
-    KernelImageTransform objKernels;
+    KernelImageTransform kernels;
 };
 
 /// In-memory services, but the real operations.
 struct FuzzApplication : TestServices, Kernels, Application {
     FuzzApplication()
-        : Application(Services{files, ini, clock, locale, mutex, folders, windows, images, utility,
-                               objKernels, launcher})
+        : Application(Services{files, ini, clock, locale, mutex, folders, windows, images, utility, kernels,
+                               launcher})
     {
     }
 };
@@ -41,57 +41,57 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 }
 
 // Fills the image by repeating the remaining bytes.
-static ImageBuffer aPictureOf(const std::uint8_t* pHead, std::string_view sBytes)
+static ImageBuffer PictureOf(const std::uint8_t* head, std::string_view bytes)
 {
-    static constexpr std::int32_t aChannels[] = {1, 3, 4};
-    ImageBuffer aImage;
-    aImage.width = pHead[1] % kLongestSide + 1;
-    aImage.height = pHead[2] % kLongestSide + 1;
-    aImage.channels = aChannels[pHead[3] % 3];
-    aImage.bytes.assign(static_cast<std::size_t>(aImage.width) * static_cast<std::size_t>(aImage.height) *
-                            static_cast<std::size_t>(aImage.channels),
-                        0);
-    for (std::size_t i = 0; i < aImage.bytes.size() && !sBytes.empty(); ++i)
-        aImage.bytes[i] = static_cast<std::uint8_t>(sBytes[i % sBytes.size()]);
-    return aImage;
+    static constexpr std::int32_t kChannels[] = {1, 3, 4};
+    ImageBuffer image;
+    image.width = head[1] % kLongestSide + 1;
+    image.height = head[2] % kLongestSide + 1;
+    image.channels = kChannels[head[3] % 3];
+    image.bytes.assign(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) *
+                           static_cast<std::size_t>(image.channels),
+                       0);
+    for (std::size_t i = 0; i < image.bytes.size() && !bytes.empty(); ++i)
+        image.bytes[i] = static_cast<std::uint8_t>(bytes[i % bytes.size()]);
+    return image;
 }
 
 // False if the process raised an error.
-static bool bApplied(FuzzApplication& app, clsConversionOptions& objOptions, ImageBuffer& aImage)
+static bool Applied(FuzzApplication& app, clsConversionOptions& options, ImageBuffer& image)
 {
     try {
-        return bApplySpecialProcess(app, objOptions, aImage);
+        return bApplySpecialProcess(app, options, image);
     } catch (const clsRaisedError&) {
         return false;
     }
 }
 
-static bool bWhole(const ImageBuffer& aImage)
+static bool Whole(const ImageBuffer& image)
 {
-    const auto nPixels = static_cast<std::uint64_t>(aImage.width) * static_cast<std::uint64_t>(aImage.height);
-    return aImage.width > 0 && aImage.height > 0 && nPixels <= 1'000'000 &&
-           (aImage.channels == 1 || aImage.channels == 3 || aImage.channels == 4) &&
-           aImage.bytes.size() == nPixels * static_cast<std::uint64_t>(aImage.channels);
+    const auto pixels = static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.height);
+    return image.width > 0 && image.height > 0 && pixels <= 1'000'000 &&
+           (image.channels == 1 || image.channels == 3 || image.channels == 4) &&
+           image.bytes.size() == pixels * static_cast<std::uint64_t>(image.channels);
 }
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    if (nSize < kHead)
+    if (size < kHead)
         return 0;
-    const std::string_view sText(reinterpret_cast<const char*>(pData) + kHead, nSize - kHead);
-    const std::size_t nDetails = std::min(sText.find('\n'), sText.size());
+    const std::string_view text(reinterpret_cast<const char*>(data) + kHead, size - kHead);
+    const std::size_t details = std::min(text.find('\n'), text.size());
     FuzzApplication app;
-    clsConversionOptions objOptions;
-    objOptions.sActionToDo = "S";
-    objOptions.lSpecialProcess = pData[0] % 61;  // including unused numbers
-    objOptions.sExtraParams = std::string(kPrefix) + std::string(sText.substr(0, nDetails));
-    ImageBuffer aImage = aPictureOf(pData, sText.substr(std::min(nDetails + 1, sText.size())));
-    ImageBuffer aAgain = aImage;
+    clsConversionOptions options;
+    options.sActionToDo = "S";
+    options.lSpecialProcess = data[0] % 61;  // including unused numbers
+    options.sExtraParams = std::string(kPrefix) + std::string(text.substr(0, details));
+    ImageBuffer image = PictureOf(data, text.substr(std::min(details + 1, text.size())));
+    ImageBuffer again = image;
 
-    const bool bDone = bApplied(app, objOptions, aImage);
-    if (bDone && !bWhole(aImage))
+    const bool done = Applied(app, options, image);
+    if (done && !Whole(image))
         std::abort();
-    if (bDone != bApplied(app, objOptions, aAgain) || (bDone && aImage.bytes != aAgain.bytes))
+    if (done != Applied(app, options, again) || (done && image.bytes != again.bytes))
         std::abort();
     return 0;
 }
