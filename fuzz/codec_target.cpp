@@ -26,7 +26,7 @@ static bool Whole(const ImageBuffer& image)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     InputFile file(Bytes(data, size));
-    const Codec* codec = CodecOfType(VARNEL_FUZZ_TYPE);
+    const Codec* codec = CodecOfType(FileType{VARNEL_FUZZ_TYPE});
     if (!codec)
         std::abort();
     codec->sniff(file.Head(), "");

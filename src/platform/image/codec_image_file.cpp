@@ -81,7 +81,7 @@ try {
     return 0;
 }
 
-bool CodecImageFile::Save(std::int32_t type, const ImageBuffer& image, const std::string& file)
+bool CodecImageFile::Save(FileType type, const ImageBuffer& image, const std::string& file)
 try {
     const Codec* codec = CodecOfType(type);
     const auto host_path = file_system_.sHostPathToWrite(file);
@@ -106,20 +106,19 @@ try {
     return false;
 }
 
-// The file type codes, by the operation that saves them.
 bool CodecImageFile::SaveJPEG(const ImageBuffer& image, const std::string& file)
 {
-    return Save(1, image, file);
+    return Save(FileType::kJpeg, image, file);
 }
 bool CodecImageFile::SaveBMP(const ImageBuffer& image, const std::string& file)
 {
-    return Save(2, image, file);
+    return Save(FileType::kBmp, image, file);
 }
 bool CodecImageFile::SaveTIFF(const ImageBuffer& image, const std::string& file)
 try {
     growing_.reset();
     if (!multi_frame_save_)
-        return Save(3, image, file);
+        return Save(FileType::kTiff, image, file);
     const auto host_path = file_system_.sHostPathToWrite(file);
     if (!host_path || image.width < 1 || image.height < 1)
         return false;
@@ -130,35 +129,35 @@ try {
 }
 bool CodecImageFile::SaveGIF(const ImageBuffer& image, const std::string& file)
 {
-    return Save(4, image, file);
+    return Save(FileType::kGif, image, file);
 }
 bool CodecImageFile::SaveEMF(const ImageBuffer& image, const std::string& file)
 {
-    return Save(5, image, file);
+    return Save(FileType::kEmf, image, file);
 }
 bool CodecImageFile::SaveJ2K(const ImageBuffer& image, const std::string& file)
 {
-    return Save(6, image, file);
+    return Save(FileType::kJ2k, image, file);
 }
 bool CodecImageFile::SavePCX(const ImageBuffer& image, const std::string& file)
 {
-    return Save(7, image, file);
+    return Save(FileType::kPcx, image, file);
 }
 bool CodecImageFile::SavePNG(const ImageBuffer& image, const std::string& file)
 {
-    return Save(8, image, file);
+    return Save(FileType::kPng, image, file);
 }
 bool CodecImageFile::SaveRAS(const ImageBuffer& image, const std::string& file)
 {
-    return Save(9, image, file);
+    return Save(FileType::kRas, image, file);
 }
 bool CodecImageFile::SaveTGA(const ImageBuffer& image, const std::string& file)
 {
-    return Save(10, image, file);
+    return Save(FileType::kTga, image, file);
 }
 bool CodecImageFile::SaveWMF(const ImageBuffer& image, const std::string& file)
 {
-    return Save(11, image, file);
+    return Save(FileType::kWmf, image, file);
 }
 
 bool CodecImageFile::AppendFrame(const ImageBuffer& image, bool finish)

@@ -47,7 +47,7 @@ private:
 
     /// The file opened by its codec, from the call before if it is still the same; null if no codec takes it.
     OpenDocument* Open(const std::string& file);
-    bool Save(std::int32_t type, const ImageBuffer& image, const std::string& file);
+    bool Save(FileType type, const ImageBuffer& image, const std::string& file);
 
     const FileSystem& file_system_;
     SaveSettings settings_;

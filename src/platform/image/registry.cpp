@@ -34,7 +34,7 @@ std::span<const Codec* const> Codecs()
     return CodecTable();
 }
 
-const Codec* CodecOfType(std::int32_t type)
+const Codec* CodecOfType(FileType type)
 {
     const auto found = std::find_if(CodecTable().begin(), CodecTable().end(),
                                     [type](const Codec* codec) { return codec->type == type; });

@@ -28,6 +28,24 @@ public:
     [[nodiscard]] virtual bool DecodeFrame(std::int32_t frame, ImageBuffer& image) = 0;
 };
 
+/// The formats. The values are the file type codes that the logic uses.
+enum class FileType : std::int32_t {
+    kJpeg = 1,
+    kBmp = 2,
+    kTiff = 3,
+    kGif = 4,
+    kEmf = 5,
+    kJ2k = 6,
+    kPcx = 7,
+    kPng = 8,
+    kRas = 9,
+    kTga = 10,
+    kWmf = 11,
+    kIco = 12,
+    kCur = 13,
+    kAni = 14
+};
+
 /// What a save may need beside the picture.
 struct SaveSettings {
     std::int32_t jpeg_quality = 75;  ///< 1..100
@@ -36,8 +54,8 @@ struct SaveSettings {
 };
 
 struct Codec {
-    std::int32_t type;  ///< the file type code, 1 to 14
-    /// What the format can hold. A picture is brought to it before Encode is called: alpha is laid on white
+    FileType type;
+    /// What the format can hold. A picture is brought to it before encode is called: alpha is laid on white
     /// where the format has none, pixels are turned to sRGB where it has no place for a profile.
     bool holds_alpha;
     bool holds_profile;

@@ -2,7 +2,6 @@
 // Room: platform/image/codecs.
 #pragma once
 
-#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -11,8 +10,8 @@
 /// Every codec, those with a signature before those that go by the extension.
 std::span<const Codec* const> Codecs();
 
-/// The codec of a file type code, or null.
-const Codec* CodecOfType(std::int32_t type);
+/// The codec of a file type, or null.
+const Codec* CodecOfType(FileType type);
 
 /// The first codec that recognises the file, or null.
 const Codec* CodecOfContent(Bytes head, std::string_view extension);

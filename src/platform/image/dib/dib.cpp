@@ -31,8 +31,6 @@ static constexpr std::uint32_t kPng = 5;
 static constexpr std::uint32_t kAlphaBitfields = 6;
 
 static constexpr std::uint32_t kEmbeddedProfile = 0x4D424544;  // "MBED"
-static constexpr std::int32_t kJpegType = 1;
-static constexpr std::int32_t kPngType = 8;
 
 /// The numbers of a header as they stand in it; those that it is too short for are 0.
 struct RawHeader {
@@ -242,7 +240,7 @@ static bool DecodeRuns(const DibHeader& header, Bytes bits, ImageBuffer& image)
 }
 
 // A whole file of another format takes the place of the bits.
-static bool DecodeEmbedded(std::int32_t type, Bytes bits, ImageBuffer& image)
+static bool DecodeEmbedded(FileType type, Bytes bits, ImageBuffer& image)
 {
     const Codec* codec = CodecOfType(type);
     InputFile file(bits);
@@ -255,9 +253,9 @@ static bool DecodeEmbedded(std::int32_t type, Bytes bits, ImageBuffer& image)
 bool DecodeDibBits(const DibHeader& header, Bytes bits, ImageBuffer& image)
 {
     if (header.storage == DibStorage::kJpeg)
-        return DecodeEmbedded(kJpegType, bits, image);
+        return DecodeEmbedded(FileType::kJpeg, bits, image);
     if (header.storage == DibStorage::kPng)
-        return DecodeEmbedded(kPngType, bits, image);
+        return DecodeEmbedded(FileType::kPng, bits, image);
     ImageBuffer result;
     if (!(header.storage == DibStorage::kRaw ? DecodeRaw(header, bits, result)
                                              : DecodeRuns(header, bits, result)))

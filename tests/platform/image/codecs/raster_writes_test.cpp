@@ -69,14 +69,14 @@ TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsWithAlphaIfTheyHoldIt)
 
 // How many bytes at the end aren't needed to see the pixels: the filling of the last row of BMP and RAS, the
 // palette of greys of PCX, what follows the pixels of a Targa file.
-static std::size_t SpareAtEnd(std::int32_t type, std::int32_t channels)
+static std::size_t SpareAtEnd(FileType type, std::int32_t channels)
 {
     switch (type) {
-        case 2:
+        case FileType::kBmp:
             return 3;
-        case 7:
+        case FileType::kPcx:
             return channels == 1 ? 769 : 0;
-        case 9:
+        case FileType::kRas:
             return 1;
         default:
             return 495 + 26;

@@ -181,4 +181,4 @@ static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& ou
     return !out.Failed();
 }
 
-const Codec kBmpCodec{2, false, false, Sniff, Open, Encode};
+const Codec kBmpCodec{FileType::kBmp, false, false, Sniff, Open, Encode};

@@ -17,4 +17,4 @@ std::unique_ptr<ImageDecoder> OpenGif(InputFile& file)
     return GifDecoder::Open(file.All());
 }
 
-const Codec kGifCodec{4, true, false, Sniff, OpenGif, EncodeGif};
+const Codec kGifCodec{FileType::kGif, true, false, Sniff, OpenGif, EncodeGif};

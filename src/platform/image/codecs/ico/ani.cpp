@@ -154,4 +154,4 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     return std::make_unique<AniDecoder>(std::move(ani));
 }
 
-const Codec kAniCodec{14, true, false, Sniff, Open, nullptr};
+const Codec kAniCodec{FileType::kAni, true, false, Sniff, Open, nullptr};

@@ -8,4 +8,4 @@ static bool Sniff(Bytes head, std::string_view)
     return IsIconFile(head, IconKind::kCursor);
 }
 
-const Codec kCurCodec{13, true, false, Sniff, OpenIcon, nullptr};
+const Codec kCurCodec{FileType::kCur, true, false, Sniff, OpenIcon, nullptr};

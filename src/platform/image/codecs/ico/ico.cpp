@@ -8,4 +8,4 @@ static bool Sniff(Bytes head, std::string_view)
     return IsIconFile(head, IconKind::kIcon);
 }
 
-const Codec kIcoCodec{12, true, false, Sniff, OpenIcon, nullptr};
+const Codec kIcoCodec{FileType::kIco, true, false, Sniff, OpenIcon, nullptr};

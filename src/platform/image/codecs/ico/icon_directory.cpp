@@ -13,7 +13,6 @@
 
 static constexpr std::uint64_t kDirectoryHeaderSize = 6;
 static constexpr std::uint64_t kEntrySize = 16;
-static constexpr std::int32_t kPngType = 8;
 
 std::vector<IconEntry> IconEntries(Bytes file)
 {
@@ -60,7 +59,7 @@ static bool IsPng(Bytes picture)
 
 static bool DecodePng(Bytes picture, ImageBuffer& image)
 {
-    const Codec* codec = CodecOfType(kPngType);
+    const Codec* codec = CodecOfType(FileType::kPng);
     InputFile file(picture);
     const std::unique_ptr<ImageDecoder> decoder = codec ? codec->open(file) : nullptr;
     ImageBuffer result;

@@ -8,4 +8,4 @@ static bool Sniff(Bytes head, std::string_view)
     return IsCodestream(head) || IsJp2(head);
 }
 
-const Codec kJ2kCodec{6, true, false, Sniff, OpenJ2k, EncodeJ2k};
+const Codec kJ2kCodec{FileType::kJ2k, true, false, Sniff, OpenJ2k, EncodeJ2k};

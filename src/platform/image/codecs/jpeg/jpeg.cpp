@@ -6,4 +6,4 @@ static bool Sniff(Bytes head, std::string_view)
     return head.size() >= 3 && head[0] == 0xFF && head[1] == 0xD8 && head[2] == 0xFF;
 }
 
-const Codec kJpegCodec = {1, false, true, Sniff, OpenJpeg, EncodeJpeg};
+const Codec kJpegCodec{FileType::kJpeg, false, true, Sniff, OpenJpeg, EncodeJpeg};

@@ -12,7 +12,6 @@
 #include "src/platform/image/codecs/single_page.h"
 #include "src/platform/image/dib/dib.h"
 
-static constexpr std::int32_t kEmfType = 5;
 static constexpr double kPixelsPerInch = 96;
 
 static constexpr std::uint32_t kEndRecord = 14;
@@ -135,4 +134,4 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
 }
 
-const Codec kEmfCodec{kEmfType, false, false, Sniff, Open, EncodeEmf};
+const Codec kEmfCodec{FileType::kEmf, false, false, Sniff, Open, EncodeEmf};

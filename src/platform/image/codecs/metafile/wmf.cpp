@@ -14,7 +14,6 @@
 #include "src/platform/image/codecs/single_page.h"
 #include "src/platform/image/dib/dib.h"
 
-static constexpr std::int32_t kWmfType = 11;
 static constexpr double kPixelsPerInch = 96;
 /// A window without a unit of length is often 20,000 wide, only so as to place points finely.
 static constexpr double kMostPixelsWithoutUnit = 4096;
@@ -150,4 +149,4 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
 }
 
-const Codec kWmfCodec{kWmfType, false, false, Sniff, Open, EncodeWmf};
+const Codec kWmfCodec{FileType::kWmf, false, false, Sniff, Open, EncodeWmf};

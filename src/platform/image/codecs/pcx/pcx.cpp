@@ -317,4 +317,4 @@ static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& ou
     return !out.Failed();
 }
 
-const Codec kPcxCodec{7, false, false, Sniff, Open, Encode};
+const Codec kPcxCodec{FileType::kPcx, false, false, Sniff, Open, Encode};

@@ -13,4 +13,4 @@ static bool Sniff(Bytes head, std::string_view)
            std::equal(kPngSignature.begin(), kPngSignature.end(), head.begin());
 }
 
-const Codec kPngCodec = {8, true, true, &Sniff, &OpenPng, &EncodePng};
+const Codec kPngCodec{FileType::kPng, true, true, Sniff, OpenPng, EncodePng};

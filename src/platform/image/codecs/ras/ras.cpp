@@ -276,4 +276,4 @@ static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& ou
     return !out.Failed();
 }
 
-const Codec kRasCodec{9, false, false, Sniff, Open, Encode};
+const Codec kRasCodec{FileType::kRas, false, false, Sniff, Open, Encode};

@@ -176,4 +176,4 @@ static std::unique_ptr<ImageDecoder> Open(InputFile& file)
     return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, header, image); });
 }
 
-const Codec kTgaCodec{10, true, false, Sniff, Open, EncodeTga};
+const Codec kTgaCodec{FileType::kTga, true, false, Sniff, Open, EncodeTga};

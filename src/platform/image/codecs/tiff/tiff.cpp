@@ -21,4 +21,4 @@ static bool Encode(const ImageBuffer& image, const SaveSettings& settings, Outpu
     return WriteTiffFile(out, image, settings, form, place);
 }
 
-const Codec kTiffCodec{3, true, true, Sniff, OpenTiff, Encode};
+const Codec kTiffCodec{FileType::kTiff, true, true, Sniff, OpenTiff, Encode};

@@ -141,5 +141,5 @@ TEST(AniReads, NoFrameThatIsNone)
 TEST(AniCodec, OnlyReads)
 {
     EXPECT_EQ(kAniCodec.encode, nullptr);
-    EXPECT_EQ(kAniCodec.type, 14);
+    EXPECT_EQ(kAniCodec.type, FileType{14});
 }

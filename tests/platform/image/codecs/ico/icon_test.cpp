@@ -236,6 +236,6 @@ TEST(IconCodecs, OnlyRead)
 {
     EXPECT_EQ(kIcoCodec.encode, nullptr);
     EXPECT_EQ(kCurCodec.encode, nullptr);
-    EXPECT_EQ(kIcoCodec.type, 12);
-    EXPECT_EQ(kCurCodec.type, 13);
+    EXPECT_EQ(kIcoCodec.type, FileType{12});
+    EXPECT_EQ(kCurCodec.type, FileType{13});
 }

@@ -29,7 +29,7 @@ TEST(CodecEmf, IsFoundByTypeAndContent)
 {
     const std::vector<std::uint8_t> file = EmfMaker(10, 10).File();
 
-    EXPECT_EQ(CodecOfType(5), &kEmfCodec);
+    EXPECT_EQ(CodecOfType(FileType{5}), &kEmfCodec);
     EXPECT_EQ(CodecOfContent(file, "png"), &kEmfCodec);
     EXPECT_FALSE(kEmfCodec.sniff(Bytes(file).first(43), "emf"));
 }

@@ -18,7 +18,7 @@ TEST(CodecWmf, IsFoundByTypeAndContent)
     const std::vector<std::uint8_t> placeable = WmfMaker(10, 10).File();
     const std::vector<std::uint8_t> plain = WmfMaker().File();
 
-    EXPECT_EQ(CodecOfType(11), &kWmfCodec);
+    EXPECT_EQ(CodecOfType(FileType{11}), &kWmfCodec);
     EXPECT_EQ(CodecOfContent(placeable, ""), &kWmfCodec);
     EXPECT_EQ(CodecOfContent(plain, "jpg"), &kWmfCodec);
     EXPECT_FALSE(kWmfCodec.sniff(Bytes(placeable).first(22), "wmf"));
