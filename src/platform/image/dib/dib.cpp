@@ -32,6 +32,8 @@ static constexpr std::uint32_t kAlphaBitfields = 6;
 
 static constexpr std::uint32_t kEmbeddedProfile = 0x4D424544;  // "MBED"
 
+namespace
+{
 /// The numbers of a header as they stand in it; those that it is too short for are 0.
 struct RawHeader {
     std::uint32_t size = 0;
@@ -39,6 +41,7 @@ struct RawHeader {
     std::uint32_t compression = 0;
     std::uint64_t colours_used = 0;
 };
+}  // namespace
 
 static double InchesFromMetres(std::int32_t dots_per_metre)
 {

@@ -12,6 +12,8 @@ static constexpr std::uint32_t kCodes = 4096;
 static constexpr std::size_t kBlock = 255;
 static constexpr std::size_t kGathered = 256 * kBlock;
 
+namespace
+{
 // Puts codes of varying width into bytes, and these into sub-blocks.
 class CodeWriter
 {
@@ -63,6 +65,7 @@ private:
     std::uint64_t bits_ = 0;
     unsigned waiting_ = 0;
 };
+}  // namespace
 
 bool WriteLzw(Bytes indexes, unsigned bits, OutputFile& out)
 {

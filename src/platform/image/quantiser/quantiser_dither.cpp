@@ -40,6 +40,8 @@ static Lanes LoadPixels(const std::uint8_t* first, const std::uint8_t* second)
     return __builtin_convertvector(bytes, Lanes);
 }
 
+namespace
+{
 /// A row of two bands: where its pixels come from and its indexes go to, and the errors that the row above
 /// left, which are replaced by those for the row below. errors has one element before the first pixel's and
 /// one after the last.
@@ -59,6 +61,7 @@ struct Running {
     Lanes right{}, below{},
         ahead{};  ///< sixteenths of a level for the next pixel, for the one below, and ahead
 };
+}  // namespace
 
 template <std::int32_t kChannels>
 static inline void TakePixel(const RowPair& row, std::int32_t x, std::int32_t step,

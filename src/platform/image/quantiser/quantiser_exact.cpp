@@ -5,6 +5,8 @@
 
 static constexpr std::size_t kMostColours = 256;
 
+namespace
+{
 // A hash table of at most 256 colours in 1024 places.
 class ColourIndex
 {
@@ -33,6 +35,7 @@ private:
     std::array<Place, 1024> places_;
     std::size_t colours_ = 0;
 };
+}  // namespace
 
 static IndexedImage QuantiseGreys(const ImageBuffer& image)
 {

@@ -12,6 +12,8 @@ static constexpr int kRounds = 4;
 
 static constexpr std::int32_t kFarAway = 1000;  // levels: what fills the places of colours that there aren't
 
+namespace
+{
 using Colour = std::array<std::int32_t, 3>;  ///< B, G, R
 
 struct CellSums {
@@ -23,6 +25,7 @@ struct Cell {
     double count;
     Colour mean;
 };
+}  // namespace
 
 static std::size_t CellOf(std::uint32_t colour)
 {
@@ -65,6 +68,8 @@ static std::vector<CellSums> ColourHistogram(const PixelBytes& bytes)
     return sums;
 }
 
+namespace
+{
 // Sums over all cells from the cube's corner up to a cell, so that those of any box come from its eight
 // corners.
 struct Moments {
@@ -111,6 +116,7 @@ private:
     }
     std::vector<Moments> up_to_;
 };
+}  // namespace
 
 Cube::Cube(const std::vector<CellSums>& sums) : up_to_((kSide + 1) * (kSide + 1) * (kSide + 1))
 {

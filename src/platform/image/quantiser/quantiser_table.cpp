@@ -11,8 +11,11 @@ static constexpr std::int32_t kCell = 256 >> kTableBits;
 static constexpr std::int32_t kSmallCube = 4 * kCell;
 static constexpr std::int32_t kLargeCube = 4 * kSmallCube;
 
+namespace
+{
 using Point = std::array<std::int32_t, 3>;
 using FourCells = std::int32_t __attribute__((vector_size(16)));
+}  // namespace
 
 // Of the colours from, those that can be nearest to the middle of some cell of the cube at first: their
 // least distance to the cube is not above the smallest of the greatest distances.

@@ -33,11 +33,14 @@ static bool Sniff(Bytes head, std::string_view)
     return has_magic && !reader.Failed() && (header_size == 12 || (header_size >= 16 && header_size <= 1024));
 }
 
+namespace
+{
 /// What Open found.
 struct BmpFile {
     DibHeader header;
     std::uint64_t bits_offset = 0;  ///< in the file
 };
+}  // namespace
 
 // The bits lie where the file header says, and right behind the palette if it says nothing that can be.
 static bool ReadHeader(InputFile& file, BmpFile& bmp)

@@ -16,6 +16,8 @@
 static constexpr std::size_t kFormHeaderSize = 12;  // "RIFF", a size, "ACON"
 static constexpr std::uint32_t kFramesAreIcons = 1;
 
+namespace
+{
 /// What the chunk "anih" says of frames that are bare bits.
 struct AniHeader {
     std::uint32_t width = 0;
@@ -29,6 +31,7 @@ struct AniFile {
     std::vector<Bytes> frames;
     std::vector<std::uint32_t> steps;  ///< indexes of frames; some may lie
 };
+}  // namespace
 
 static bool Sniff(Bytes head, std::string_view)
 {
@@ -123,6 +126,8 @@ static bool DecodeStep(const AniHeader& header, Bytes frame, ImageBuffer& image)
     return true;
 }
 
+namespace
+{
 /// An open animation. The frames are spans of the file's bytes, which the file keeps.
 class AniDecoder : public ImageDecoder
 {
@@ -142,6 +147,7 @@ public:
 private:
     AniFile ani_;
 };
+}  // namespace
 
 static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {

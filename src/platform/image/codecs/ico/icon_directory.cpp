@@ -69,12 +69,15 @@ static bool DecodePng(Bytes picture, ImageBuffer& image)
     return true;
 }
 
+namespace
+{
 /// The mask behind the colours: one bit a pixel, set where the screen shows through.
 struct IconMask {
     const std::uint8_t* rows = nullptr;
     std::uint64_t stride = 0;
     bool top_down = false;
 };
+}  // namespace
 
 static bool FindMask(const DibHeader& colours, Bytes picture, IconMask& mask)
 {
@@ -157,6 +160,8 @@ bool DecodeIconEntry(Bytes file, const IconEntry& entry, ImageBuffer& image)
     return IsPng(picture) ? DecodePng(picture, image) : DecodeBitmap(picture, entry, image);
 }
 
+namespace
+{
 /// An open icon or cursor.
 class IconDecoder : public ImageDecoder
 {
@@ -177,6 +182,7 @@ private:
     InputFile& file_;
     std::vector<IconEntry> entries_;
 };
+}  // namespace
 
 std::unique_ptr<ImageDecoder> OpenIcon(InputFile& file)
 {

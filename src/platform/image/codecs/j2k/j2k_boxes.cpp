@@ -35,11 +35,14 @@ bool IsJp2(Bytes head)
     return head.size() >= sizeof kSignature && std::memcmp(head.data(), kSignature, sizeof kSignature) == 0;
 }
 
+namespace
+{
 struct Box {
     std::uint32_t type = 0;
     bool whole = false;  ///< False where the file ends before the box
     Bytes content;
 };
+}  // namespace
 
 // A length of 1 means that the true one follows in 8 bytes, 0 that the box is the last one.
 static bool NextBox(ByteReader& reader, Box& box)

@@ -72,6 +72,8 @@ static bool ReadSize(Bytes segment, J2kSize& size)
            tile_count * components <= kMostTileComponents;
 }
 
+namespace
+{
 /// How a tile's component is cut into precincts and code blocks.
 struct CodingStyle {
     std::uint64_t layers = 1;
@@ -95,6 +97,7 @@ struct Interval {
         return end > first ? UpDivided(end, std::uint64_t{1} << power) - (first >> power) : 0;
     }
 };
+}  // namespace
 
 // The part of the picture that a tile covers along one axis.
 static Interval TileAlong(std::uint64_t tile, std::uint64_t tile_first, std::uint64_t tile_size,
@@ -148,6 +151,8 @@ static bool ReadStyle(ByteReader& reader, bool has_precincts, CodingStyle& style
     return !reader.Failed();
 }
 
+namespace
+{
 /// The walk over one codestream.
 class Walk
 {
@@ -174,6 +179,7 @@ private:
     std::vector<Tile> tiles_;
     std::size_t styles_ = 0;  ///< COD and COC segments of the header that is being read
 };
+}  // namespace
 
 // tile is -1 in the main header, where a style counts for all tiles.
 bool Walk::TakeStyle(std::uint16_t marker, Bytes segment, std::int64_t tile)

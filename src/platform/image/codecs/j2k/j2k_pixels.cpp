@@ -14,6 +14,8 @@
 #include "src/platform/image/colour/colour_profile.h"
 #include "src/platform/image/pixels/pixel_rows.h"
 
+namespace
+{
 enum class Colours { kGrey, kRgb, kYcc, kInks, kLab };
 
 /// Which components are which.
@@ -23,6 +25,7 @@ struct Roles {
     std::int32_t alpha = -1;
     bool premultiplied = false;
 };
+}  // namespace
 
 static std::size_t ColourComponents(Colours colours)
 {

@@ -23,7 +23,10 @@ static constexpr std::uint8_t kLongPaletteMark = 12;
 static constexpr std::uint16_t kPaletteOfColours = 1;
 static constexpr std::uint16_t kPaletteOfGreys = 2;
 
+namespace
+{
 using Palette = std::array<std::array<std::uint8_t, 3>, 256>;  // B, G, R
+}  // namespace
 
 // Red, green, blue of the colours that the card had when the file names none.
 static constexpr std::array<std::array<std::uint8_t, 3>, 16> kEgaColours = {{{0x00, 0x00, 0x00},
@@ -43,6 +46,8 @@ static constexpr std::array<std::array<std::uint8_t, 3>, 16> kEgaColours = {{{0x
                                                                              {0xFF, 0xFF, 0x55},
                                                                              {0xFF, 0xFF, 0xFF}}};
 
+namespace
+{
 struct PcxHeader {
     std::uint8_t version = 0;
     bool packed = false;
@@ -59,6 +64,7 @@ struct PcxHeader {
     std::uint64_t RowSize() const { return bytes_per_line * planes; }
     std::uint32_t ColourBits() const { return bits * planes; }
 };
+}  // namespace
 
 static bool ReadHeader(Bytes head, PcxHeader& header)
 {

@@ -201,6 +201,8 @@ std::uint32_t PngLayout::PixelSize() const
     return samples.SampleCount();
 }
 
+namespace
+{
 // Puts values of depth bits together, the first highest.
 class ValuePacker
 {
@@ -227,6 +229,7 @@ private:
     std::uint32_t bits_ = 0;
     std::uint32_t count_ = 0;
 };
+}  // namespace
 
 template <std::size_t kChannels>
 static void PutIndices(PngLayout& layout, const std::uint8_t* row, std::size_t pixels, std::uint8_t* out)

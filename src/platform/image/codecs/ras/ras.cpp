@@ -25,6 +25,8 @@ static constexpr std::uint32_t kRgb = 3;
 
 static constexpr std::uint32_t kMapOfColours = 1;  // all reds, then all greens, then all blues
 
+namespace
+{
 struct RasHeader {
     std::uint64_t width = 0;
     std::uint64_t height = 0;
@@ -44,6 +46,7 @@ struct RasColours {
     std::array<std::array<std::uint8_t, 256>, 3> levels{};
     bool plain = true;  ///< every value is its own level
 };
+}  // namespace
 
 static bool Sniff(Bytes head, std::string_view)
 {
@@ -138,6 +141,8 @@ static void ConvertRow(const RasHeader& header, const RasColours& colours, const
         ConvertSmall(header, colours, row, out);
 }
 
+namespace
+{
 /// The bytes of the kind byte-encoded: 0x80 begins a run (count less 1, byte), 0x80 0 is the byte 0x80. Runs
 /// go on from row to row.
 class RasRuns
@@ -194,6 +199,7 @@ private:
     std::size_t run_ = 0;
     std::uint8_t run_value_ = 0;
 };
+}  // namespace
 
 static bool DecodeRuns(InputFile& file, const RasHeader& header, const RasColours& colours,
                        ImageBuffer& image)

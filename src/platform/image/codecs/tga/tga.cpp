@@ -21,6 +21,8 @@ static bool Sniff(Bytes head, std::string_view extension)
            ReadTgaHeader(head, header);
 }
 
+namespace
+{
 /// Turns stored rows into rows of the picture.
 class TgaPixels
 {
@@ -100,6 +102,7 @@ private:
     std::vector<std::array<std::uint8_t, 4>> map_;
     std::int32_t channels_ = 3;
 };
+}  // namespace
 
 static std::uint8_t* RowOf(const TgaHeader& header, ImageBuffer& image, std::uint64_t stored)
 {

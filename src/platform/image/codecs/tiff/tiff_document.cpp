@@ -139,12 +139,15 @@ static std::uint64_t NumberAt(const std::vector<std::uint8_t>& bytes, std::size_
     return value;
 }
 
+namespace
+{
 /// A directory of a file that becomes one with 64-bit offsets. Its values stay where they are.
 struct WidenedDirectory {
     std::uint64_t directory = 0;     ///< the new one, put behind the file's end
     std::uint64_t next_pointer = 0;  ///< its own
     std::uint64_t old_next = 0;      ///< the directory after the old one
 };
+}  // namespace
 
 // Writes the classic directory at old_offset anew in the wide form, the directories that it points to before
 // it.

@@ -27,11 +27,14 @@ std::optional<DibShape> DibShapeOf(Bytes header)
     return shape;
 }
 
+namespace
+{
 // How many palette entries the header is followed by, and where they begin.
 struct PalettePlace {
     std::uint64_t offset = 0;
     std::uint64_t entries = 0;
 };
+}  // namespace
 
 static PalettePlace FindPalette(Bytes header)
 {

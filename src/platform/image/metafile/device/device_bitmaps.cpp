@@ -12,6 +12,8 @@ Corners CornersOf(const Rect& rect, const Affine& map)
             Tamed(map.Apply({rect.left, rect.bottom}))};
 }
 
+namespace
+{
 enum class Sampling { kNearest, kSmooth };
 
 /// Where a bitmap comes, and how its pixels are found.
@@ -21,6 +23,7 @@ struct Placement {
     bool upright = false;
     Rect valid;  ///< the part of the source that exists
 };
+}  // namespace
 
 // Moves an edge to a pixel corner; two edges that were apart stay a pixel apart.
 static void RoundEdges(double& a, double& b)
@@ -73,11 +76,14 @@ static std::optional<Placement> PlaceBitmap(const BitmapPart& part, Corners corn
     return result;
 }
 
+namespace
+{
 /// The pixels that are needed for a part of the picture, and their place.
 struct Sampled {
     Pixels pixels;
     Affine to_picture;
 };
+}  // namespace
 
 static std::optional<Sampled> Sample(const DeviceContext& dc, const BitmapPart& part, const Placement& place,
                                      const Box& needed, Sampling sampling, bool has_alpha)

@@ -17,6 +17,8 @@ static constexpr char32_t kFirstAsciiGlyph = 3;
 
 static constexpr std::uint64_t kCostOfGlyph = 2'000;
 
+namespace
+{
 /// A letter and where it goes.
 struct PlacedGlyph {
     FontFace* face = nullptr;
@@ -33,6 +35,7 @@ struct SizedFont {
     double widen = 1;   ///< how much wider than it is made
     Affine to_picture;  ///< from logical lengths along and below the base line, no shift
 };
+}  // namespace
 
 static SizedFont MakeSizedFont(DeviceContext& dc, const Font& font)
 {

@@ -52,6 +52,8 @@ std::uint32_t FontFace::GlyphOf(char32_t character) const
     return FT_Get_Char_Index(face_, character);
 }
 
+namespace
+{
 /// What an outline is built into while FreeType takes a glyph apart.
 struct GlyphTaker {
     Outline& outline;
@@ -63,6 +65,7 @@ struct GlyphTaker {
         return {static_cast<double>(point->x) * scale, -static_cast<double>(point->y) * scale};
     }
 };
+}  // namespace
 
 static int TakeMove(const FT_Vector* to, void* user)
 {
@@ -179,10 +182,13 @@ static const FcChar8* AsFcText(const char* text)
     return reinterpret_cast<const FcChar8*>(text);
 }
 
+namespace
+{
 struct FcPatternRelease {
     void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
 };
 using FcPatternPtr = std::unique_ptr<FcPattern, FcPatternRelease>;
+}  // namespace
 
 static FcPatternPtr MatchFont(const Font& font, char32_t character)
 {

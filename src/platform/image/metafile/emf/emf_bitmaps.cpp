@@ -6,6 +6,8 @@
 #include "src/platform/image/metafile/device/device_bitmaps.h"
 #include "src/platform/image/metafile/emf/emf_player.h"
 
+namespace
+{
 enum BitmapRecord : std::uint32_t {
     kBitBlt = 76,
     kStretchBlt = 77,
@@ -16,6 +18,7 @@ enum BitmapRecord : std::uint32_t {
     kAlphaBlend = 114,
     kTransparentBlt = 116,
 };
+}  // namespace
 
 static constexpr std::uint8_t kAlphaPerPixel = 1;
 
@@ -24,12 +27,15 @@ static Rect RectAt(Point corner, Point size)
     return {corner.x, corner.y, corner.x + size.x, corner.y + size.y};
 }
 
+namespace
+{
 /// The source as the transfers of one bitmap describe it.
 struct BlitSource {
     Point corner;
     Point size;
     DibSource dib;
 };
+}  // namespace
 
 // Corner, transform, background and the place of the bitmap: the same fields in the same order in most
 // records.

@@ -2,6 +2,8 @@
 #include "src/platform/image/metafile/device/device_regions.h"
 #include "src/platform/image/metafile/emf/emf_player.h"
 
+namespace
+{
 enum ClipRecord : std::uint32_t {
     kOffsetClip = 26,
     kSetMetaRegion = 28,
@@ -23,6 +25,7 @@ enum ClipRecord : std::uint32_t {
     kPaintRegion = 74,
     kExtSelectClipRegion = 75,
 };
+}  // namespace
 
 static bool IsClipMode(std::uint32_t mode)
 {

@@ -6,6 +6,8 @@
 #include "src/platform/image/metafile/records/font_records.h"
 #include "src/platform/image/metafile/records/palette_records.h"
 
+namespace
+{
 enum ObjectRecord : std::uint32_t {
     kSelectObject = 37,
     kCreatePen = 38,
@@ -20,6 +22,7 @@ enum ObjectRecord : std::uint32_t {
     kCreateDibBrush = 94,
     kExtCreatePen = 95,
 };
+}  // namespace
 
 static constexpr std::uint32_t kStock = 0x80000000;
 

@@ -2,6 +2,8 @@
 #include "src/platform/image/metafile/emf/emf_player.h"
 #include "src/platform/image/metafile/records/shape_records.h"
 
+namespace
+{
 enum PointsRecord : std::uint32_t {
     kPolyBezier = 2,
     kPolygon = 3,
@@ -15,6 +17,7 @@ enum PointsRecord : std::uint32_t {
     kPolyPolygon16 = 91,
     kPolyDraw16 = 92,
 };
+}  // namespace
 
 static constexpr std::uint32_t kFrom16 = kPolyBezier16 - kPolyBezier;
 

@@ -8,6 +8,8 @@
 #include "src/platform/image/metafile/emf/emf_player.h"
 #include "src/platform/image/metafile/records/shape_records.h"
 
+namespace
+{
 enum ShapeRecord : std::uint32_t {
     kSetPixel = 15,
     kMoveTo = 27,
@@ -23,6 +25,7 @@ enum ShapeRecord : std::uint32_t {
     kArcTo = 55,
     kGradientFill = 118,
 };
+}  // namespace
 
 static Outcome DrawAngleArc(DeviceContext& dc, ByteReader& reader)
 {

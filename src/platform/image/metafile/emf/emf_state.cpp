@@ -3,6 +3,8 @@
 
 #include "src/platform/image/metafile/emf/emf_player.h"
 
+namespace
+{
 enum StateRecord : std::uint32_t {
     kSetWindowExt = 9,
     kSetWindowOrg = 10,
@@ -27,6 +29,7 @@ enum StateRecord : std::uint32_t {
     kSetMiterLimit = 58,
     kSetTextJustification = 120,
 };
+}  // namespace
 
 static void SetIfUsable(Point& target, Point new_value)
 {

@@ -2,6 +2,8 @@
 #include "src/platform/image/metafile/device/device_text.h"
 #include "src/platform/image/metafile/emf/emf_player.h"
 
+namespace
+{
 enum TextRecord : std::uint32_t {
     kExtTextOutA = 83,
     kExtTextOutW = 84,
@@ -9,6 +11,7 @@ enum TextRecord : std::uint32_t {
     kPolyTextOutW = 97,
     kSmallTextOut = 108,
 };
+}  // namespace
 
 static constexpr std::uint32_t kOptionOpaque = 2;
 static constexpr std::uint32_t kOptionClipped = 4;

@@ -4,6 +4,8 @@
 #include "src/platform/image/metafile/device/device_bitmaps.h"
 #include "src/platform/image/metafile/wmf/wmf_player.h"
 
+namespace
+{
 enum BitmapNumber : std::uint8_t {
     kPatBlt = 0x1D,
     kBitBlt = 0x22,
@@ -13,6 +15,7 @@ enum BitmapNumber : std::uint8_t {
     kDibStretchBlt = 0x41,
     kStretchDib = 0x43,
 };
+}  // namespace
 
 static Rect RectAt(Point corner, Point size)
 {

@@ -7,6 +7,8 @@
 #include "src/platform/image/metafile/records/palette_records.h"
 #include "src/platform/image/metafile/wmf/wmf_player.h"
 
+namespace
+{
 // Function 0x34 selects a palette; those that make objects have 0xF in the upper half of their number.
 enum ObjectNumber : std::uint8_t {
     kSelectClipRegion = 0x2C,
@@ -27,6 +29,7 @@ enum ObjectNumber : std::uint8_t {
     kCreateBitmap = 0xFE,
     kCreateRegion = 0xFF,
 };
+}  // namespace
 
 static constexpr std::uint16_t kBrushNull = 1;
 static constexpr std::uint16_t kBrushHatched = 2;

@@ -4,6 +4,8 @@
 #include "src/platform/image/metafile/records/shape_records.h"
 #include "src/platform/image/metafile/wmf/wmf_player.h"
 
+namespace
+{
 enum ShapeNumber : std::uint8_t {
     kLineTo = 0x13,
     kMoveTo = 0x14,
@@ -24,6 +26,7 @@ enum ShapeNumber : std::uint8_t {
     kPolyPolygon = 0x38,
     kExtFloodFill = 0x48,
 };
+}  // namespace
 
 static bool ReadPoints(ByteReader& reader, std::uint64_t count, std::vector<Point>& points)
 {

@@ -1,6 +1,8 @@
 // WMF records that change the state of the device context.
 #include "src/platform/image/metafile/wmf/wmf_player.h"
 
+namespace
+{
 enum StateNumber : std::uint8_t {
     kSetBkColor = 0x01,
     kSetBkMode = 0x02,
@@ -26,6 +28,7 @@ enum StateNumber : std::uint8_t {
     kRestoreDc = 0x27,
     kSetTextAlign = 0x2E,
 };
+}  // namespace
 
 static Outcome ScaleExtent(DeviceContext& dc, ByteReader& reader, bool of_window)
 {

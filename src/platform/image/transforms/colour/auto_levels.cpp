@@ -11,10 +11,13 @@
 namespace transforms
 {
 
+namespace
+{
 struct LevelRange {
     int low = 255;
     int high = 0;  // below low: no pixel was counted
 };
+}  // namespace
 
 static LevelRange LevelRangeOf(const ImageBuffer& image, std::int32_t channel)
 {

@@ -8,9 +8,12 @@
 namespace transforms
 {
 
+namespace
+{
 struct Pixel {
     float blue, green, red;
 };
+}  // namespace
 
 ROW_LOOP_PART static float Clamp(float f, float low, float high)
 {

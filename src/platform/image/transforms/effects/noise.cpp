@@ -118,10 +118,13 @@ static std::int64_t MoveFrom(std::uint64_t bits, std::uint64_t distance)
            static_cast<std::int64_t>(distance);
 }
 
+namespace
+{
 struct Shuffling {
     std::uint64_t distance;
     std::uint64_t moving;  // how many of 65536 pixels move
 };
+}  // namespace
 
 template <std::size_t kChannels>
 static void ShuffleRow(const ImageBuffer& image, std::int32_t y, const Shuffling& shuffling,

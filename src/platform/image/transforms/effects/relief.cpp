@@ -17,6 +17,8 @@
 namespace transforms
 {
 
+namespace
+{
 // The slopes of the rows of a grey picture that it is asked for.
 class SlopeRows
 {
@@ -43,6 +45,7 @@ private:
     std::vector<std::uint8_t> wide_;  // the row with its ends repeated
     std::vector<std::int32_t> slopes_;
 };
+}  // namespace
 
 bool Relief(ImageBuffer& image, double angle, double brightness, double smoothness)
 {

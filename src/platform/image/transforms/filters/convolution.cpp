@@ -11,6 +11,8 @@
 namespace transforms
 {
 
+namespace
+{
 // A band works in place: it holds the last three rows as they were, and, from before any band began, the row
 // above its first and the one below its last, which belong to other bands.
 class BandRows
@@ -68,6 +70,7 @@ private:
     std::size_t padded_;
     std::int32_t end_ = 0;
 };
+}  // namespace
 
 bool FilterNeighbourhoods(ImageBuffer& image, const NeighbourhoodRow& row)
 {
@@ -98,10 +101,13 @@ bool FilterNeighbourhoods(ImageBuffer& image, const NeighbourhoodRow& row)
     });
 }
 
+namespace
+{
 struct Neighbours {
     const std::uint8_t *above, *own, *below;
     std::size_t count, channels;
 };
+}  // namespace
 
 template <Shown kShown>
 ROW_LOOP_PART static void ConvolveRow(const Neighbours& neighbours, const Weights& w, std::uint32_t half,

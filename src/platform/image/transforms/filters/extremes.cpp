@@ -33,11 +33,14 @@ ROW_LOOP static void Greater(const std::uint8_t* one, const std::uint8_t* other,
         target[i] = one[i] < other[i] ? other[i] : one[i];
 }
 
+namespace
+{
 struct Window {
     Choice choose;
     std::size_t size;    // pixels
     std::size_t before;  // of them before the pixel itself
 };
+}  // namespace
 
 // A row, in place. memory holds two rows with the window's width more. Windows of 2, 4, 8 ... pixels come
 // from two of half the size each, and the last from two that overlap.
@@ -64,6 +67,8 @@ static void ChooseAlongRow(std::uint8_t* row, std::size_t bytes, std::size_t cha
     window.choose(now, now + (window.size - reached) * channels, bytes, row);
 }
 
+namespace
+{
 // Columns of bytes bytes, in place. The rows are cut into blocks of the window's size. A window is the end
 // of one block, whose choices were made from the block's end upwards, and the beginning of the next, where
 // they are made on the way down. What an output overwrites has been looked at by then: the next block's
@@ -135,6 +140,7 @@ private:
     Window window_;
     std::uint8_t *upwards_, *next_upwards_, *downwards_, *next_downwards_;
 };
+}  // namespace
 
 // Alpha isn't worth a way around it in the loops: it is kept aside, and put back.
 static void KeepAlpha(const ImageBuffer& image, PixelBytes& alpha)

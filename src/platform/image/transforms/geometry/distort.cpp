@@ -24,11 +24,14 @@ static std::int32_t ToPlace(double place)
     return static_cast<std::int32_t>(std::floor(Clamped(place, -3.0, 70000.0) * kPlaceUnit + 0.5));
 }
 
+namespace
+{
 // For each line across the plane, in the order of the target: how long it is, and which of the source it is.
 struct PlaneLine {
     double length;
     std::int32_t source;
 };
+}  // namespace
 static std::vector<PlaneLine> PlaneLines(std::int32_t line_count, double short_side, bool short_first)
 {
     std::vector<PlaneLine> lines(static_cast<std::size_t>(line_count));
@@ -143,11 +146,14 @@ static inline float Sine(float turns)
     return SineOfQuarter(d > 0.25F ? 0.5F - d : d < -0.25F ? -0.5F - d : d);
 }
 
+namespace
+{
 struct Twist {
     float mid_x, mid_y;  // of the picture, in pixels from the first one's middle
     float unit_x, unit_y;
     float turns;
 };
+}  // namespace
 
 ROW_LOOP static void TwistedPlaces(const Twist twist, float unit_y, std::int32_t count,
                                    std::int32_t* __restrict xs, std::int32_t* __restrict ys)

@@ -13,10 +13,13 @@ namespace transforms
 
 constexpr std::size_t kBlock = 1024;
 
+namespace
+{
 // Four tables in turn: a run of equal levels would otherwise wait each time for the count before it.
 struct Counters {
     std::array<std::array<std::uint32_t, 256>, 4> counts{};
 };
+}  // namespace
 
 // The levels stand step bytes apart; alpha, if any, 4.
 static void Count(Counters& counters, const std::uint8_t* levels, std::size_t step, std::size_t pixels,

@@ -61,12 +61,15 @@ VARNEL_TARGET_AVX2 static void CopyOrUp(const std::uint8_t* in, const std::uint8
     }
 }
 
+namespace
+{
 // One pixel's samples in lanes of 16 bits.
 struct Neighbours {
     __m128i left;
     __m128i above;
     __m128i above_left;
 };
+}  // namespace
 
 // The sample of the three that is nearest to left + above - above left. The middle one of the three is found
 // by comparisons that need the left pixel late, since everything waits for it: with t = 3 * above left - left
