@@ -64,8 +64,8 @@ static bool ReadHeader(InputFile& file, RasHeader& header)
     header.kind = reader.U32Be();
     header.map_kind = reader.U32Be();
     header.map_size = reader.U32Be();
-    const bool is_bilevel = header.bits == 1 || header.bits == 8 || header.bits == 24 || header.bits == 32;
-    return has_magic && !reader.Failed() && is_bilevel && header.kind <= kRgb &&
+    const bool known_depth = header.bits == 1 || header.bits == 8 || header.bits == 24 || header.bits == 32;
+    return has_magic && !reader.Failed() && known_depth && header.kind <= kRgb &&
            header.BitsOffset() < file.Size();
 }
 
