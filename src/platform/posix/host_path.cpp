@@ -39,7 +39,7 @@ static void AppendName(std::string& host_path, std::string_view name)
     host_path += name;
 }
 
-static std::string Joined(std::string folder, std::string_view name)
+static std::string JoinPath(std::string folder, std::string_view name)
 {
     AppendName(folder, name);
     return folder;
@@ -88,7 +88,7 @@ static std::string ExactPath(const SplitPath& path)
 // One step down: the name as it stands if it is there, else one that differs in case only; "" for none.
 static std::string NameInFolder(FolderNames& names, const std::string& folder, const std::string& name)
 {
-    if (IsThere(Joined(folder, name)))
+    if (IsThere(JoinPath(folder, name)))
         return name;
     return names.Find(folder.empty() ? "." : folder, name);
 }
@@ -159,11 +159,11 @@ std::optional<std::string> HostPaths::ToWrite(const std::string& path) const
     bool folder_found = false;
     const std::string folder = FolderToWrite(names_, *split, folder_found);
     if (!folder_found)
-        return Joined(folder, name);
+        return JoinPath(folder, name);
     const bool any_case = HasDrive(path) || path.find('\\') != std::string::npos;
     const std::string there = any_case ? NameInFolder(names_, folder, name) : "";
     if (!there.empty())
-        return Joined(folder, there);
+        return JoinPath(folder, there);
     names_.Add(folder.empty() ? "." : folder, name);
-    return Joined(folder, name);
+    return JoinPath(folder, name);
 }

@@ -14,7 +14,7 @@ std::string IniTextOf(std::string_view bytes)
     return bIsUtf8(bytes) ? std::string(bytes) : sUtf8FromWindows1252(bytes);
 }
 
-static std::string_view Trimmed(std::string_view text)
+static std::string_view Trim(std::string_view text)
 {
     const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string_view::npos)
@@ -47,18 +47,18 @@ static KeyPlace FindKey(std::string_view text, std::string_view section, std::st
     while (begin < text.size()) {
         const std::size_t line_end = text.find('\n', begin);
         const std::size_t end = line_end == std::string_view::npos ? text.size() : line_end + 1;
-        const std::string_view line = Trimmed(text.substr(begin, line_end - begin));
+        const std::string_view line = Trim(text.substr(begin, line_end - begin));
         if (line.starts_with('[')) {
             if (place.has_section)
                 return place;
-            place.has_section = bEqualIgnoringCase(Trimmed(line.substr(1, line.find(']') - 1)), section);
+            place.has_section = bEqualIgnoringCase(Trim(line.substr(1, line.find(']') - 1)), section);
         } else if (place.has_section && !line.starts_with(';')) {
             const std::size_t sign = line.find('=');
-            if (sign != std::string_view::npos && bEqualIgnoringCase(Trimmed(line.substr(0, sign)), key)) {
+            if (sign != std::string_view::npos && bEqualIgnoringCase(Trim(line.substr(0, sign)), key)) {
                 place.has_key = true;
                 place.begin = begin;
                 place.end = end;
-                place.value = Trimmed(line.substr(sign + 1));
+                place.value = Trim(line.substr(sign + 1));
                 return place;
             }
         }
@@ -89,7 +89,7 @@ static std::string StoredValue(std::string_view value)
     for (char& c : stored)
         if (c == '\r' || c == '\n')
             c = ' ';
-    return IsQuoted(Trimmed(stored)) ? "\"" + stored + "\"" : stored;
+    return IsQuoted(Trim(stored)) ? "\"" + stored + "\"" : stored;
 }
 
 std::string IniTextWith(std::string_view text, std::string_view section, std::string_view key,

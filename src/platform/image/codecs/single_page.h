@@ -7,7 +7,7 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// A decoder of one page out of a routine that does what DecodeFrame promises. The routine keeps what Open
+/// A decoder of one page out of a routine that does what DecodeFrame promises. The routine keeps what open
 /// found.
 template <typename Decode>
 class SinglePageDecoder : public ImageDecoder

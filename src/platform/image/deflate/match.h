@@ -23,7 +23,7 @@ inline std::uint64_t Load8(const std::uint8_t* p)
 }
 
 /// How many of max bytes at a and b are alike. Up to 7 more may be read.
-inline std::uint32_t Alike(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t max)
+inline std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t max)
 {
     for (std::uint32_t length = 0; length < max; length += 8) {
         const std::uint64_t differ = Load8(a + length) ^ Load8(b + length);

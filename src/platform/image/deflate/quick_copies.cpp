@@ -78,7 +78,7 @@ void PngQuickCopies::FindWith(const std::uint8_t* buffer, std::size_t begin, std
         for (const std::uint32_t other : distances) {
             if (other == 0 || other > furthest)
                 continue;
-            const std::uint32_t other_length = Alike(p - other, p, max);
+            const std::uint32_t other_length = MatchLength(p - other, p, max);
             if (other_length > length) {
                 length = other_length;
                 distance = other;

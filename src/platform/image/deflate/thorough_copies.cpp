@@ -57,7 +57,7 @@ PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* buffer, s
         const std::uint8_t* const candidate = p - distance;
         // The last four bytes that a longer copy would have tell soonest that it is none.
         if (Load4(candidate + best.length - 3) == Load4(p + best.length - 3) && Load4(candidate) == first) {
-            const std::uint32_t length = Alike(candidate, p, max);
+            const std::uint32_t length = MatchLength(candidate, p, max);
             if (length > best.length) {
                 best = {length, distance};
                 if (length >= kNice || length == max)

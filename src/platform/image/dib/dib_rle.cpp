@@ -24,7 +24,7 @@ void DibRuns::Put(std::span<std::uint8_t> row, Bytes pixel)
 }
 
 // count pixels as they are, filled up to an even count of bytes.
-void DibRuns::Absolute(std::uint32_t count, std::span<std::uint8_t> row)
+void DibRuns::CopyAbsolute(std::uint32_t count, std::span<std::uint8_t> row)
 {
     if (storage_ == DibStorage::kRle4) {
         const Bytes pairs = reader_.Take((count + 1) / 2);
@@ -44,7 +44,7 @@ void DibRuns::Absolute(std::uint32_t count, std::span<std::uint8_t> row)
 }
 
 // count times one pixel; with 4 bits two pixels in turn.
-void DibRuns::Encoded(std::uint32_t count, std::span<std::uint8_t> row)
+void DibRuns::FillRun(std::uint32_t count, std::span<std::uint8_t> row)
 {
     const Bytes value = reader_.Take(storage_ == DibStorage::kRle24 ? 3 : 1);
     if (value.empty())
@@ -68,7 +68,7 @@ void DibRuns::NextRow(std::span<std::uint8_t> row)
     while (true) {
         const std::uint32_t count = reader_.U8();
         if (!reader_.Failed() && count > 0) {
-            Encoded(count, row);
+            FillRun(count, row);
             continue;
         }
         const std::uint32_t command = reader_.U8();
@@ -94,6 +94,6 @@ void DibRuns::NextRow(std::span<std::uint8_t> row)
                 return;
             continue;
         }
-        Absolute(command, row);
+        CopyAbsolute(command, row);
     }
 }

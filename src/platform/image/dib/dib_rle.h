@@ -22,8 +22,8 @@ public:
     bool IsComplete() const { return !cut_; }
 
 private:
-    void Absolute(std::uint32_t count, std::span<std::uint8_t> row);
-    void Encoded(std::uint32_t count, std::span<std::uint8_t> row);
+    void CopyAbsolute(std::uint32_t count, std::span<std::uint8_t> row);
+    void FillRun(std::uint32_t count, std::span<std::uint8_t> row);
     void Put(std::span<std::uint8_t> row, Bytes pixel);
 
     DibStorage storage_;

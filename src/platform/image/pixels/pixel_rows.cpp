@@ -48,8 +48,8 @@ static bool HasShuffles()
 
 // Five pixels a step. The sixteenth byte is stored as it was read, so that the next step, also in place,
 // finds it.
-__attribute__((target("ssse3"))) static std::uint64_t Swapped(const std::uint8_t* in, std::uint8_t* out,
-                                                              std::uint64_t pixel_count)
+__attribute__((target("ssse3"))) static std::uint64_t SwapQuickly(const std::uint8_t* in, std::uint8_t* out,
+                                                                  std::uint64_t pixel_count)
 {
     const __m128i order = _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, 15);
     std::uint64_t x = 0;
@@ -60,8 +60,9 @@ __attribute__((target("ssse3"))) static std::uint64_t Swapped(const std::uint8_t
     return x;
 }
 
-__attribute__((target("ssse3"))) static std::uint64_t SwappedOfFour(const std::uint8_t* in, std::uint8_t* out,
-                                                                    std::uint64_t pixel_count)
+__attribute__((target("ssse3"))) static std::uint64_t SwapFourQuickly(const std::uint8_t* in,
+                                                                      std::uint8_t* out,
+                                                                      std::uint64_t pixel_count)
 {
     const __m128i order = _mm_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
     std::uint64_t x = 0;
@@ -76,11 +77,11 @@ static bool HasShuffles()
 {
     return false;
 }
-static std::uint64_t Swapped(const std::uint8_t*, std::uint8_t*, std::uint64_t)
+static std::uint64_t SwapQuickly(const std::uint8_t*, std::uint8_t*, std::uint64_t)
 {
     return 0;
 }
-static std::uint64_t SwappedOfFour(const std::uint8_t*, std::uint8_t*, std::uint64_t)
+static std::uint64_t SwapFourQuickly(const std::uint8_t*, std::uint8_t*, std::uint64_t)
 {
     return 0;
 }
@@ -88,7 +89,7 @@ static std::uint64_t SwappedOfFour(const std::uint8_t*, std::uint8_t*, std::uint
 
 void SwapRedAndBlue(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels)
 {
-    for (std::uint64_t x = HasShuffles() ? Swapped(in, out, pixels) : 0; x < pixels; ++x) {
+    for (std::uint64_t x = HasShuffles() ? SwapQuickly(in, out, pixels) : 0; x < pixels; ++x) {
         const std::uint8_t first = in[x * 3];
         const std::uint8_t second = in[x * 3 + 1];
         out[x * 3] = in[x * 3 + 2];
@@ -99,7 +100,7 @@ void SwapRedAndBlue(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pix
 
 void SwapRedAndBlueOfFour(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels)
 {
-    for (std::uint64_t x = HasShuffles() ? SwappedOfFour(in, out, pixels) : 0; x < pixels; ++x) {
+    for (std::uint64_t x = HasShuffles() ? SwapFourQuickly(in, out, pixels) : 0; x < pixels; ++x) {
         const std::uint32_t pixel = Load(in + x * 4);
         const std::uint8_t first = in[x * 4];
         const std::uint8_t third = in[x * 4 + 2];

@@ -24,7 +24,7 @@ static int Resolutions(std::int32_t width, std::int32_t height)
     return count;
 }
 
-static J2kImage Description(const ImageBuffer& image)
+static J2kImage DescribeImage(const ImageBuffer& image)
 {
     opj_image_cmptparm_t components[4] = {};
     for (auto& component : components) {
@@ -92,7 +92,7 @@ bool EncodeJ2k(const ImageBuffer& image, const SaveSettings& settings, OutputFil
     if (!comment.empty())
         parameters.cp_comment = comment.data();  // copied by the library
 
-    const J2kImage description = Description(image);
+    const J2kImage description = DescribeImage(image);
     const J2kCodec codec(opj_create_compress(OPJ_CODEC_J2K));
     if (!description || !opj_setup_encoder(codec.get(), &parameters, description.get()))
         return false;

@@ -142,7 +142,7 @@ JpegSegments ReadSegments(Bytes file)
     return segments;
 }
 
-static JpegSegment Segment(int application, std::string_view name, Bytes bytes)
+static JpegSegment MakeSegment(int application, std::string_view name, Bytes bytes)
 {
     JpegSegment result{application, {name.begin(), name.end()}};
     result.bytes.insert(result.bytes.end(), bytes.begin(), bytes.end());
@@ -179,18 +179,18 @@ std::vector<JpegSegment> SegmentsToWrite(const ImageMetadata& metadata, Bytes ic
             segments.push_back(std::move(segment));
     };
     if (!metadata.exif.empty())
-        add_if_it_fits(Segment(1, kExifName, metadata.exif));
+        add_if_it_fits(MakeSegment(1, kExifName, metadata.exif));
     if (metadata.xmp.size() + kXmpName.size() > kLongestSegment)
-        add_if_it_fits(Segment(1, kXmpName, WithoutPadding(metadata.xmp)));
+        add_if_it_fits(MakeSegment(1, kXmpName, WithoutPadding(metadata.xmp)));
     else if (!metadata.xmp.empty())
-        add_if_it_fits(Segment(1, kXmpName, metadata.xmp));
+        add_if_it_fits(MakeSegment(1, kXmpName, metadata.xmp));
     if (!metadata.iptc.empty())
-        add_if_it_fits(Segment(13, kPhotoshopName, ResourceOfIptc(metadata.iptc)));
+        add_if_it_fits(MakeSegment(13, kPhotoshopName, ResourceOfIptc(metadata.iptc)));
 
     const std::size_t max_part = kLongestSegment - kIccName.size() - 2;
     const std::size_t parts = (icc_profile.size() + max_part - 1) / max_part;
     for (std::size_t i = 0; i < parts && parts <= 255; ++i) {
-        JpegSegment segment = Segment(2, kIccName, {});
+        JpegSegment segment = MakeSegment(2, kIccName, {});
         segment.bytes.push_back(static_cast<std::uint8_t>(i + 1));
         segment.bytes.push_back(static_cast<std::uint8_t>(parts));
         const Bytes bytes =

@@ -45,7 +45,7 @@ static void AppendUtf16(std::vector<std::uint16_t>& words, const std::string& te
 }
 
 // The program's name and what the user says of the picture, each ended by a zero, and one zero more.
-static std::vector<std::uint16_t> Description(const ImageInfoTexts& texts)
+static std::vector<std::uint16_t> DescriptionOf(const ImageInfoTexts& texts)
 {
     std::string about;
     for (const std::string* text : {&texts.sTitle, &texts.sDescription, &texts.sAuthor, &texts.sCopyright})
@@ -93,7 +93,7 @@ static void WriteHeader(const ImageBuffer& image, const std::vector<std::uint16_
 
 bool EncodeEmf(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out)
 {
-    const std::vector<std::uint16_t> about = Description(settings.texts);
+    const std::vector<std::uint16_t> about = DescriptionOf(settings.texts);
     const std::uint64_t header_size = kHeaderSize + (about.size() + 1) / 2 * 4;
     const std::uint64_t dib = MetafileDibHeaderSize(image) + MetafileDibBitsSize(image);
     const std::uint64_t file_size = header_size + kStretchModeSize + kBitmapRecordSize + dib + kEndSize;

@@ -86,8 +86,8 @@ TiffStripEncoder::TiffStripEncoder()
     tiff_.reset(Open("wlm", this, &Read, &Write, &Seek, &Size, 0));
 }
 
-std::vector<std::uint8_t> TiffStripEncoder::Encoded(std::uint32_t strip_index,
-                                                    std::vector<std::uint8_t>& strip)
+std::vector<std::uint8_t> TiffStripEncoder::Encode(std::uint32_t strip_index,
+                                                   std::vector<std::uint8_t>& strip)
 {
     // libtiff puts each strip at the end of its file; what stands before it has been handed out.
     written_.clear();

@@ -42,7 +42,7 @@ public:
     /// To set the tags that the encoder goes by; null without memory.
     TIFF* Handle() const { return tiff_.get(); }
     /// The encoded bytes of strip strip_index; empty after a failure. strip is changed.
-    std::vector<std::uint8_t> Encoded(std::uint32_t strip_index, std::vector<std::uint8_t>& strip);
+    std::vector<std::uint8_t> Encode(std::uint32_t strip_index, std::vector<std::uint8_t>& strip);
 
 private:
     struct Forget {

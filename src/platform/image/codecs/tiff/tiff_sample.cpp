@@ -26,7 +26,7 @@ static unsigned BitsAt(const std::uint8_t* stored, std::size_t first_bit, unsign
     return value >> (24 - used) & ((1u << bits) - 1);
 }
 
-static float Half(std::uint16_t half)
+static float HalfToFloat(std::uint16_t half)
 {
     const int exponent = half >> 10 & 31;
     const int fraction = half & 1023;
@@ -47,7 +47,7 @@ static std::uint32_t ThreeBytes(const std::uint8_t* p)
 }
 
 // A float of 24 bits: 7 of exponent (bias 63), 16 of fraction.
-static double Float24(std::uint32_t bits)
+static double Float24ToDouble(std::uint32_t bits)
 {
     const int exponent = static_cast<int>(bits >> 16 & 127);
     const double fraction = static_cast<double>(bits & 0xFFFF) / 65536;
@@ -59,14 +59,14 @@ static double Float24(std::uint32_t bits)
     return bits & 0x800000 ? -value : value;
 }
 
-static double WideSample(const TiffSampleForm& form, const std::uint8_t* p)
+static double ReadWideSample(const TiffSampleForm& form, const std::uint8_t* p)
 {
     if (form.format == SAMPLEFORMAT_IEEEFP) {
         switch (form.bits) {
             case 16:
-                return Half(LoadAs<std::uint16_t>(p));
+                return HalfToFloat(LoadAs<std::uint16_t>(p));
             case 24:
-                return Float24(ThreeBytes(p));
+                return Float24ToDouble(ThreeBytes(p));
             case 32:
                 return LoadAs<float>(p);
             default:
@@ -90,7 +90,7 @@ static void WideLevels(const TiffSampleForm& form, const std::uint8_t* stored, s
 {
     const double scale = 255 / (form.highest - form.lowest);
     for (std::size_t i = 0; i < pixels; ++i) {
-        const double level = (WideSample(form, stored + i * step) - form.lowest) * scale;
+        const double level = (ReadWideSample(form, stored + i * step) - form.lowest) * scale;
         // Written so that what is no number becomes 0.
         out[i * pitch] = level >= 254.5 ? 255 : level > 0 ? static_cast<std::uint8_t>(level + 0.5) : 0;
     }

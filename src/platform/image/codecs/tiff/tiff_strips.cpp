@@ -140,7 +140,7 @@ bool EncodeFaxStrip(const ImageBuffer& image, std::uint16_t compression, const T
     TiffStripEncoder encoder;
     if (!encoder.Handle() || !SetFaxTags(encoder.Handle(), image, compression))
         return false;
-    const std::vector<std::uint8_t> codes = encoder.Encoded(0, packed);
+    const std::vector<std::uint8_t> codes = encoder.Encode(0, packed);
     strips.rows_per_strip = static_cast<std::uint32_t>(height);
     strips.sizes = {codes.size()};
     return !codes.empty() && take(codes);

@@ -120,7 +120,7 @@ void Canvas::Paint(const Box& ink_box, std::uint64_t work, const Ink& ink, int r
     else
         Compose(box, clip, draw_ink,
                 [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t pixel, std::uint32_t level) {
-                    return BlendOver(old, Scaled(pixel, level));
+                    return BlendOver(old, ScalePixel(pixel, level));
                 });
 }
 
@@ -189,7 +189,7 @@ void Canvas::Stroke(const Outline& outline, const StrokeStyle& style, const Ink&
           [&](cairo_t* cairo) { DrawAlong(cairo, outline, style); });
 }
 
-Clip Canvas::Covered(const Box& ink, std::uint64_t work, const Draw& draw)
+Clip Canvas::CoverageOf(const Box& ink, std::uint64_t work, const Draw& draw)
 {
     const Box box = Intersection(ink, area_);
     if (box.Empty())
@@ -221,14 +221,14 @@ Clip Canvas::ClipOf(const Outline& outline, bool winding, const Box& limit)
     if (outline.Empty())
         return {};
     const Outline neat = outline.Rectilinear() ? outline.OnPixelCorners() : outline;
-    return Covered(Intersection(BoxOf(neat.Extents()), limit), neat.Work(area_.top, area_.bottom),
-                   [&](cairo_t* cairo) { DrawInside(cairo, neat, winding); });
+    return CoverageOf(Intersection(BoxOf(neat.Extents()), limit), neat.Work(area_.top, area_.bottom),
+                      [&](cairo_t* cairo) { DrawInside(cairo, neat, winding); });
 }
 
 Clip Canvas::ClipOf(const Outline& outline, const StrokeStyle& style, const Box& limit)
 {
     if (outline.Empty())
         return {};
-    return Covered(Intersection(BoxOfStroke(outline, style), limit), WorkOf(outline, style),
-                   [&](cairo_t* cairo) { DrawAlong(cairo, outline, style); });
+    return CoverageOf(Intersection(BoxOfStroke(outline, style), limit), WorkOf(outline, style),
+                      [&](cairo_t* cairo) { DrawAlong(cairo, outline, style); });
 }

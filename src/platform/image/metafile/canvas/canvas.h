@@ -66,7 +66,7 @@ private:
 
     void Paint(const Box& ink_box, std::uint64_t work, const Ink& ink, int rop2, const Clip& clip,
                const Draw& draw);
-    Clip Covered(const Box& ink, std::uint64_t work, const Draw& draw);
+    Clip CoverageOf(const Box& ink, std::uint64_t work, const Draw& draw);
     std::uint64_t WorkOf(const Outline& outline, const StrokeStyle& style) const;
 
     Budget& budget_;

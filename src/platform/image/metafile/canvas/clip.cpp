@@ -26,7 +26,7 @@ static std::uint8_t CombinedLevel(unsigned old, unsigned added, ClipMode mode)
     return static_cast<std::uint8_t>(added);
 }
 
-Clip Combined(const Clip& old, const Clip& added, ClipMode mode, Budget& budget)
+Clip Combine(const Clip& old, const Clip& added, ClipMode mode, Budget& budget)
 {
     const Box both = Intersection(old.box, added.box);
     switch (mode) {
@@ -66,7 +66,7 @@ Clip Combined(const Clip& old, const Clip& added, ClipMode mode, Budget& budget)
     return {result, std::move(coverage)};
 }
 
-Clip Moved(const Clip& clip, std::int32_t right, std::int32_t down, const Box& limit, Budget& budget)
+Clip Translate(const Clip& clip, std::int32_t right, std::int32_t down, const Box& limit, Budget& budget)
 {
     const Box moved{clip.box.left + right, clip.box.top + down, clip.box.right + right,
                     clip.box.bottom + down};

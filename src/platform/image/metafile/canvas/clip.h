@@ -41,7 +41,7 @@ enum class ClipMode { kAnd = 1, kOr = 2, kXor = 3, kDifference = 4, kCopy = 5 };
 
 /// old changed by added; nothing of it lies beyond both. With the budget spent, or an unknown mode,
 /// old.
-Clip Combined(const Clip& old, const Clip& added, ClipMode mode, Budget& budget);
+Clip Combine(const Clip& old, const Clip& added, ClipMode mode, Budget& budget);
 
 /// The clip moved by whole pixels, and cut to limit.
-Clip Moved(const Clip& clip, std::int32_t right, std::int32_t down, const Box& limit, Budget& budget);
+Clip Translate(const Clip& clip, std::int32_t right, std::int32_t down, const Box& limit, Budget& budget);

@@ -68,7 +68,7 @@ inline std::uint32_t DividedBy255(std::uint32_t product)
 }
 
 /// All four bytes of pixel times level / 255.
-inline std::uint32_t Scaled(std::uint32_t pixel, std::uint32_t level)
+inline std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t level)
 {
     if (level == 255)
         return pixel;

@@ -198,7 +198,7 @@ void DrawBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corner
     if (rop == kRopSourceCopy && !mask) {
         return Lay(dc, part, *place, SamplingFor(dc, *place), false, true, LeaveAsTheyAre,
                    [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source,
-                      std::uint32_t level) { return BlendOver(old, Scaled(source, level)); });
+                      std::uint32_t level) { return BlendOver(old, ScalePixel(source, level)); });
     }
     const Ink ink = dc.InkOf(dc.state.brush).value_or(Ink{0xFFFFFF, nullptr, 0, 0});
     const Affine back = place->source_to_picture.Inverse();
@@ -220,7 +220,7 @@ void BlendBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corne
         return;
     Lay(dc, part, *place, SamplingFor(dc, *place), own_alpha, true, LeaveAsTheyAre,
         [alpha](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
-            return BlendOver(old, Scaled(source, DividedBy255(level * alpha)));
+            return BlendOver(old, ScalePixel(source, DividedBy255(level * alpha)));
         });
 }
 
@@ -234,7 +234,7 @@ void DrawBitmapBut(DeviceContext& dc, const BitmapPart& part, const Corners& cor
     };
     Lay(dc, part, *place, Sampling::kNearest, false, true, clear,
         [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
-            return BlendOver(old, Scaled(source, level));
+            return BlendOver(old, ScalePixel(source, level));
         });
 }
 

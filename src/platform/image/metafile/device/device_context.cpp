@@ -19,7 +19,7 @@ DeviceContext::DeviceContext(Canvas& canvas, const MetafileRequest& request)
     : canvas_(canvas), request_(request), fonts_(canvas.Work())
 {
     for (const std::uint32_t stock : {0u, 7u, 13u})
-        Select(Stock(stock));
+        Select(StockObject(stock));
     state.palette = DefaultPalette();
     ResetClip();
     state.meta = state.clip;
@@ -229,12 +229,12 @@ std::optional<Ink> DeviceContext::InkOf(const std::shared_ptr<const Brush>& brus
 
 Clip DeviceContext::CurrentClip() const
 {
-    return Combined(state.clip, state.meta, ClipMode::kAnd, Work());
+    return Combine(state.clip, state.meta, ClipMode::kAnd, Work());
 }
 
 void DeviceContext::CombineClip(const Clip& clip, ClipMode mode)
 {
-    state.clip = Combined(state.clip, clip, mode, Work());
+    state.clip = Combine(state.clip, clip, mode, Work());
 }
 
 void DeviceContext::SetMetaClip()

@@ -39,7 +39,7 @@ void FillGradientRect(DeviceContext& dc, const GradientCorner& corner_a, const G
             std::array<double, 3> color{};
             for (std::size_t c = 0; c < 3; ++c)
                 color[c] = corner_a.color[c] + part * (corner_b.color[c] - corner_a.color[c]);
-            return BlendOver(old, Scaled(Mix(color) | 0xFF000000, DividedBy255((source >> 24) * level)));
+            return BlendOver(old, ScalePixel(Mix(color) | 0xFF000000, DividedBy255((source >> 24) * level)));
         });
 }
 
@@ -75,7 +75,7 @@ void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> 
             for (std::size_t c = 0; c < 3; ++c)
                 color[c] =
                     (1 - u - v) * corners[0].color[c] + u * corners[1].color[c] + v * corners[2].color[c];
-            return BlendOver(old, Scaled(Mix(color) | 0xFF000000, DividedBy255((source >> 24) * level)));
+            return BlendOver(old, ScalePixel(Mix(color) | 0xFF000000, DividedBy255((source >> 24) * level)));
         });
 }
 

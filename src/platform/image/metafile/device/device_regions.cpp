@@ -11,7 +11,7 @@ static void PaintClip(DeviceContext& dc, const Clip& clip, const Ink& ink, int r
     Outline box;
     box.AddBox({static_cast<double>(clip.box.left), static_cast<double>(clip.box.top),
                 static_cast<double>(clip.box.right), static_cast<double>(clip.box.bottom)});
-    dc.Target().Fill(box, true, ink, rop2, Combined(dc.CurrentClip(), clip, ClipMode::kAnd, dc.Work()));
+    dc.Target().Fill(box, true, ink, rop2, Combine(dc.CurrentClip(), clip, ClipMode::kAnd, dc.Work()));
 }
 
 static Clip ClipOfRegion(DeviceContext& dc, const Region& region)
@@ -87,5 +87,5 @@ void FrameRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<
             inside->Row(all.box.top + y)[x] = eroded[static_cast<std::size_t>(y)] ? 255 : 0;
     }
     const Clip inside_clip{all.box, std::move(inside)};
-    PaintClip(dc, Combined(all, inside_clip, ClipMode::kDifference, dc.Work()), *ink, dc.state.rop2);
+    PaintClip(dc, Combine(all, inside_clip, ClipMode::kDifference, dc.Work()), *ink, dc.state.rop2);
 }

@@ -24,7 +24,7 @@ struct MetafileRequest {
     std::uint8_t* pixels = nullptr;
 
     /// EMF: a point of the reference device is at (x * scale_x + offset_x, y * scale_y + offset_y) of the
-    /// picture, and has dDotsPerMillimetre of these units.
+    /// picture, and has dots_per_millimetre of these units.
     double scale_x = 1;
     double scale_y = 1;
     double offset_x = 0;

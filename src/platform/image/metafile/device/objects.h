@@ -95,7 +95,7 @@ using Object =
                  std::shared_ptr<const Font>, std::shared_ptr<const Palette>, std::shared_ptr<const Region>>;
 
 /// Stock object index (0 to 19, as the records number them); monostate for another.
-Object Stock(std::uint32_t index);
+Object StockObject(std::uint32_t index);
 
 /// The colours that a palette has until the file sets others: the twenty that every device shares.
 std::shared_ptr<const Palette> DefaultPalette();

@@ -24,7 +24,7 @@ static Object StockFont(double height, std::int32_t weight, const char* face, bo
     return std::make_shared<const Font>(result);
 }
 
-Object Stock(std::uint32_t index)
+Object StockObject(std::uint32_t index)
 {
     switch (index) {
         case 0:

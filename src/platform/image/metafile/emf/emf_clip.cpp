@@ -36,7 +36,7 @@ static Outcome OffsetClip(DeviceContext& dc, ByteReader& reader)
 {
     const Point move = dc.LogicalToPicture().ApplyToVector(ReadPoint(reader));
     const auto whole = [](double d) { return static_cast<std::int32_t>(std::floor(Tamed(d) + 0.5)); };
-    dc.state.clip = Moved(dc.state.clip, whole(move.x), whole(move.y), dc.Target().Area(), dc.Work());
+    dc.state.clip = Translate(dc.state.clip, whole(move.x), whole(move.y), dc.Target().Area(), dc.Work());
     return OutcomeOf(!reader.Failed());
 }
 
@@ -86,8 +86,8 @@ static Outcome PaintRegion(EmfPlay& play, const EmfRecord& record)
     }
     std::shared_ptr<const Brush> brush = dc.state.brush;
     if (names_brush) {
-        const Object named =
-            (brush_index & 0x80000000) != 0 ? Stock(brush_index & 0x7FFFFFFF) : Numbered(play, brush_index);
+        const Object named = (brush_index & 0x80000000) != 0 ? StockObject(brush_index & 0x7FFFFFFF)
+                                                             : ObjectAt(play, brush_index);
         const auto* selected = std::get_if<std::shared_ptr<const Brush>>(&named);
         if (!selected)
             return Outcome::kDone;

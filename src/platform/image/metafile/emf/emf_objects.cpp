@@ -149,7 +149,7 @@ static Outcome ChangePalette(EmfPlay& play, const EmfRecord& record)
 {
     ByteReader reader = record.Data();
     const std::uint32_t index = reader.U32Le();
-    const Object old_object = Numbered(play, index);
+    const Object old_object = ObjectAt(play, index);
     const auto* old_palette = std::get_if<std::shared_ptr<const Palette>>(&old_object);
     if (!old_palette)
         return OutcomeOf(!reader.Failed());
@@ -179,9 +179,9 @@ Outcome PlayObject(EmfPlay& play, const EmfRecord& record)
         case kSelectPalette: {
             const std::uint32_t index = reader.U32Le();
             if ((index & kStock) != 0)
-                play.dc.Select(Stock(index & ~kStock));
+                play.dc.Select(StockObject(index & ~kStock));
             else
-                play.dc.Select(Numbered(play, index));
+                play.dc.Select(ObjectAt(play, index));
             return OutcomeOf(!reader.Failed());
         }
         case kDeleteObject: {

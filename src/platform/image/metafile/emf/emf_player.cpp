@@ -75,7 +75,7 @@ std::optional<Region> ReadRegion(ByteReader& reader)
     return region;
 }
 
-const Object& Numbered(const EmfPlay& play, std::uint32_t index)
+const Object& ObjectAt(const EmfPlay& play, std::uint32_t index)
 {
     static const Object kNone;
     return index < play.objects.size() ? play.objects[index] : kNone;

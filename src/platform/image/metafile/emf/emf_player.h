@@ -62,4 +62,4 @@ std::optional<DibSource> DibAt(const EmfRecord& record, const EmfDibPlace& place
 /// Region data; nothing if it is broken.
 std::optional<Region> ReadRegion(ByteReader& reader);
 /// Object index, of the table or the stock; monostate if there is none.
-const Object& Numbered(const EmfPlay& play, std::uint32_t index);
+const Object& ObjectAt(const EmfPlay& play, std::uint32_t index);

@@ -200,7 +200,7 @@ Outcome PlayWmfObject(WmfPlay& play, const WmfRecord& record)
         case kSelectClipRegion:
         case kSelectObject:
         case kSelectPalette: {
-            const Object& chosen = Numbered(play, reader.U16Le());
+            const Object& chosen = ObjectAt(play, reader.U16Le());
             if (!reader.Failed())
                 play.dc.Select(chosen);
             return OutcomeOf(!reader.Failed());

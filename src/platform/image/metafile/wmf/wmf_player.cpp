@@ -24,7 +24,7 @@ Rect ReadReversedRect(ByteReader& reader)
     return {start.x, start.y, end.x, end.y};
 }
 
-const Object& Numbered(const WmfPlay& play, std::uint32_t index)
+const Object& ObjectAt(const WmfPlay& play, std::uint32_t index)
 {
     static const Object kNone;
     return index < play.objects.size() ? play.objects[index] : kNone;

@@ -39,4 +39,4 @@ bool PlayWmf(DeviceContext& dc, const MetafileRequest& request);
 // What several families read. Coordinates stand in the file in the reverse order: y before x, bottom first.
 Point ReadPointYx(ByteReader& reader);
 Rect ReadReversedRect(ByteReader& reader);
-const Object& Numbered(const WmfPlay& play, std::uint32_t index);
+const Object& ObjectAt(const WmfPlay& play, std::uint32_t index);

@@ -95,9 +95,9 @@ static Outcome DrawRegion(WmfPlay& play, const WmfRecord& record)
 {
     DeviceContext& dc = play.dc;
     ByteReader reader = record.Data();
-    const Object& region_object = Numbered(play, reader.U16Le());
+    const Object& region_object = ObjectAt(play, reader.U16Le());
     const bool names_brush = record.Number() == kFillRegion || record.Number() == kFrameRegion;
-    const Object& brush_object = Numbered(play, names_brush ? reader.U16Le() : 0xFFFF);
+    const Object& brush_object = ObjectAt(play, names_brush ? reader.U16Le() : 0xFFFF);
     const Point frame = record.Number() == kFrameRegion ? ReadPointYx(reader) : Point{};
     if (reader.Failed())
         return Outcome::kBroken;

@@ -58,7 +58,7 @@ static Outcome OffsetClip(DeviceContext& dc, ByteReader& reader)
 {
     const Point move = dc.LogicalToPicture().ApplyToVector(ReadPointYx(reader));
     const auto whole = [](double d) { return static_cast<std::int32_t>(std::floor(Tamed(d) + 0.5)); };
-    dc.state.clip = Moved(dc.state.clip, whole(move.x), whole(move.y), dc.Target().Area(), dc.Work());
+    dc.state.clip = Translate(dc.state.clip, whole(move.x), whole(move.y), dc.Target().Area(), dc.Work());
     return OutcomeOf(!reader.Failed());
 }
 

@@ -31,7 +31,7 @@ static LevelRange LevelRangeOf(const ImageBuffer& image, std::int32_t channel)
     return found;
 }
 
-static Table Stretched(const LevelRange& level_range)
+static Table StretchTable(const LevelRange& level_range)
 {
     Table table = IdentityTable();
     if (level_range.high <= level_range.low)
@@ -49,7 +49,7 @@ bool Autocontrast(ImageBuffer& image)
         const LevelRange level_range = LevelRangeOf(image, channel);
         all = {std::min(all.low, level_range.low), std::max(all.high, level_range.high)};
     }
-    ApplyTable(image, Stretched(all));
+    ApplyTable(image, StretchTable(all));
     return true;
 }
 
@@ -58,7 +58,7 @@ bool AutoLevel(ImageBuffer& image)
     std::array<Table, 3> tables;
     for (std::int32_t channel = 0; channel < 3; ++channel)
         tables[static_cast<std::size_t>(channel)] =
-            Stretched(LevelRangeOf(image, std::min(channel, image.channels - 1)));
+            StretchTable(LevelRangeOf(image, std::min(channel, image.channels - 1)));
     ApplyTables(image, tables[0], tables[1], tables[2]);
     return true;
 }

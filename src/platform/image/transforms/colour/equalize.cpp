@@ -16,7 +16,7 @@
 namespace transforms
 {
 
-static Table Equalizing(const Histogram& counts, double level)
+static Table EqualizeTable(const Histogram& counts, double level)
 {
     Table table = IdentityTable();
     std::uint64_t all = 0, darkest = 0, so_far = 0;
@@ -122,7 +122,7 @@ bool Equalize(ImageBuffer& image, double level)
 {
     if (!(level > 0))
         return true;
-    const Table table = Equalizing(IntensityHistogram(image), std::min(level, 1.0));
+    const Table table = EqualizeTable(IntensityHistogram(image), std::min(level, 1.0));
     if (image.channels == 1) {
         ApplyTable(image, table);
         return true;

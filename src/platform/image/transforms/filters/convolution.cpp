@@ -19,13 +19,13 @@ class BandRows
 {
 public:
     static constexpr std::size_t kRows = 5;
-    static std::size_t Padded(const ImageBuffer& image)
+    static std::size_t PaddedSize(const ImageBuffer& image)
     {
         return (static_cast<std::size_t>(image.width) + 2) * static_cast<std::size_t>(image.channels);
     }
 
     BandRows(const ImageBuffer& image, std::uint8_t* memory)
-        : image_(image), memory_(memory), padded_(Padded(image))
+        : image_(image), memory_(memory), padded_(PaddedSize(image))
     {
     }
     // To be called before the picture is changed.
@@ -75,7 +75,7 @@ private:
 bool FilterNeighbourhoods(ImageBuffer& image, const NeighbourhoodRow& row)
 {
     const std::size_t count = BandCount(image);
-    const std::size_t band_bytes = BandRows::kRows * BandRows::Padded(image);
+    const std::size_t band_bytes = BandRows::kRows * BandRows::PaddedSize(image);
     const auto channels = static_cast<std::size_t>(image.channels);
     const std::size_t row_bytes = static_cast<std::size_t>(image.width) * channels;
     PixelBytes memory;

@@ -33,7 +33,7 @@ enum class Shown {
     kMagnitude,  ///< |s| / divisor, rounded, halves up, above 255 is 255
 };
 
-/// Every colour channel by itself, s the sum of w times neighbour. divisor is 1 to 29, and 1 for Clipped;
+/// Every colour channel by itself, s the sum of w times neighbour. divisor is 1 to 29, and 1 for kClipped;
 /// the weights' amounts may add up to 128 at most. A mean is a magnitude of weights that aren't negative. As
 /// FilterNeighbourhoods for the rest.
 bool Convolve(ImageBuffer& image, const Weights& weights, Shown shown, std::uint16_t divisor = 1);

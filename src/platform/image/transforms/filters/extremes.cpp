@@ -76,7 +76,7 @@ namespace
 class ColumnStrip
 {
 public:
-    static std::size_t Memory(const Window& window, std::size_t bytes)
+    static std::size_t MemorySize(const Window& window, std::size_t bytes)
     {
         return (2 * window.size + 2) * bytes;
     }
@@ -167,7 +167,7 @@ static bool Choose(ImageBuffer& image, std::int32_t size, Choice choose)
     const std::size_t strip_count = (row_bytes + kStrip - 1) / kStrip;
     const std::size_t count = BandCount(image);
     const std::size_t along_memory = 2 * (row_bytes + (radius - 1) * channels);
-    const std::size_t memory_size = std::max(along_memory, ColumnStrip::Memory(window, kStrip));
+    const std::size_t memory_size = std::max(along_memory, ColumnStrip::MemorySize(window, kStrip));
     PixelBytes memory, alpha;
     const auto rows = [&](std::size_t band, std::int32_t first, std::int32_t end) {
         for (std::int32_t y = first; y < end; ++y)

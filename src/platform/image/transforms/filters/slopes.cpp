@@ -54,7 +54,7 @@ WITH_AVX2 static inline __m256i Load(const std::uint8_t* p)
 {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
 }
-WITH_AVX2 static inline __m256i Lit(__m256i across, __m256i down, __m256i right, __m256i up)
+WITH_AVX2 static inline __m256i ShadeLanes(__m256i across, __m256i down, __m256i right, __m256i up)
 {
     // A half level more is added for the rounding.
     const __m256i grey = _mm256_set1_epi16(128 * 64 + 32);
@@ -76,11 +76,11 @@ WITH_AVX2 static std::size_t ThirtyTwos(const RowsAround& rows, Light from, std:
         const __m256i one = Load(rows.left + i), other = Load(rows.right + i);
         const __m256i lower = Load(rows.lower + i), upper = Load(rows.upper + i);
         const __m256i first =
-            Lit(_mm256_maddubs_epi16(_mm256_unpacklo_epi8(one, other), difference),
-                _mm256_maddubs_epi16(_mm256_unpacklo_epi8(lower, upper), difference), right, up);
+            ShadeLanes(_mm256_maddubs_epi16(_mm256_unpacklo_epi8(one, other), difference),
+                       _mm256_maddubs_epi16(_mm256_unpacklo_epi8(lower, upper), difference), right, up);
         const __m256i second =
-            Lit(_mm256_maddubs_epi16(_mm256_unpackhi_epi8(one, other), difference),
-                _mm256_maddubs_epi16(_mm256_unpackhi_epi8(lower, upper), difference), right, up);
+            ShadeLanes(_mm256_maddubs_epi16(_mm256_unpackhi_epi8(one, other), difference),
+                       _mm256_maddubs_epi16(_mm256_unpackhi_epi8(lower, upper), difference), right, up);
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(target + i), _mm256_packus_epi16(first, second));
     }
     return i;

@@ -83,7 +83,7 @@ std::vector<Level> BuildLevels(const ImageBuffer& image)
     return result;
 }
 
-std::size_t Hidden(const ImageBuffer& image)
+std::size_t CountHidden(const ImageBuffer& image)
 {
     std::size_t found = 0;
     for (std::size_t i = 3; image.channels == 4 && i < image.bytes.size(); i += 4)
@@ -95,7 +95,7 @@ std::size_t Hidden(const ImageBuffer& image)
 
 HiddenColours::HiddenColours(ImageBuffer& image) : image_(image)
 {
-    const std::size_t count = Hidden(image);
+    const std::size_t count = CountHidden(image);
     if (count == 0 || 4 * count == image.bytes.size())
         return;
     std::vector<Level> all = BuildLevels(image);

@@ -93,7 +93,7 @@ WITH_SHUFFLES inline __m128i Load(const std::uint8_t* p)
 {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
 }
-WITH_SHUFFLES inline __m128i Gathered(const __m128i (&from)[3], const std::array<Order, 3>& orders)
+WITH_SHUFFLES inline __m128i Gather(const __m128i (&from)[3], const std::array<Order, 3>& orders)
 {
     return _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(from[0], Load(orders[0].data())),
                                      _mm_shuffle_epi8(from[1], Load(orders[1].data()))),
@@ -106,9 +106,9 @@ WITH_SHUFFLES std::size_t SplitSixteens(const std::uint8_t* pixels, std::size_t 
     std::size_t i = 0;
     for (; i + 16 <= pixel_count; i += 16, pixels += 48) {
         const __m128i from[3] = {Load(pixels), Load(pixels + 16), Load(pixels + 32)};
-        _mm_store_si128(reinterpret_cast<__m128i*>(planes.blue + i), Gathered(from, kSplit[0]));
-        _mm_store_si128(reinterpret_cast<__m128i*>(planes.green + i), Gathered(from, kSplit[1]));
-        _mm_store_si128(reinterpret_cast<__m128i*>(planes.red + i), Gathered(from, kSplit[2]));
+        _mm_store_si128(reinterpret_cast<__m128i*>(planes.blue + i), Gather(from, kSplit[0]));
+        _mm_store_si128(reinterpret_cast<__m128i*>(planes.green + i), Gather(from, kSplit[1]));
+        _mm_store_si128(reinterpret_cast<__m128i*>(planes.red + i), Gather(from, kSplit[2]));
     }
     return i;
 }
@@ -118,7 +118,7 @@ WITH_SHUFFLES std::size_t JoinSixteens(const Planes& planes, std::size_t pixel_c
     for (; i + 16 <= pixel_count; i += 16, pixels += 48) {
         const __m128i from[3] = {Load(planes.blue + i), Load(planes.green + i), Load(planes.red + i)};
         for (std::size_t k = 0; k < 3; ++k)
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels + 16 * k), Gathered(from, kJoin[k]));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels + 16 * k), Gather(from, kJoin[k]));
     }
     return i;
 }
