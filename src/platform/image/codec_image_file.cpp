@@ -16,7 +16,7 @@
 #include "src/platform/image/metadata/metadata.h"
 #include "src/platform/image/pixels/alpha.h"
 
-/// The file whose pages are being asked for.
+/// The file that was opened last, kept for its next page.
 struct CodecImageFile::OpenDocument {
     std::string host_path;
     std::unique_ptr<InputFile> file;
@@ -61,7 +61,7 @@ try {
     const bool done =
         frame_index >= 0 && frame_index < frames && document->decoder->DecodeFrame(frame_index, page);
     if (frames == 1)
-        document_.reset();  // nobody asks for more of it, and its bytes are memory
+        document_.reset();  // fully read: give its memory back
     if (!done)
         return false;
     FinishLoaded(page);
@@ -96,7 +96,7 @@ try {
     else if (convert)
         own = image;
     if (convert)
-        ConvertToSrgb(own);  // colours of a profile that can't be used are taken as they are
+        ConvertToSrgb(own);  // an unusable profile is dropped and the pixels stay as they are
     const ImageBuffer& picture = flatten || convert ? own : image;
     SaveSettings settings = settings_;
     settings.jpeg_quality = std::clamp(settings.jpeg_quality, 1, 100);

@@ -16,7 +16,7 @@ class TiffDocument;
 class CodecImageFile : public ImageFile
 {
 public:
-    /// file_system turns the user's paths into the host's; it must outlive this object.
+    /// file_system maps the user's paths to host paths; it must outlive this object.
     explicit CodecImageFile(const FileSystem& file_system);
     ~CodecImageFile() override;
 
@@ -45,7 +45,8 @@ public:
 private:
     struct OpenDocument;
 
-    /// The file opened by its codec, from the call before if it is still the same; null if no codec takes it.
+    /// Opens a file with the codec that recognises it, or reuses the file of the previous call if it is
+    /// unchanged. Null if no codec accepts it.
     OpenDocument* Open(const std::string& file);
     bool Save(FileType type, const ImageBuffer& image, const std::string& file);
 

@@ -1,4 +1,4 @@
-// Lists the formats. A new one needs its file in codecs/ and one line here.
+// The table of formats. A new one needs a folder in codecs/ and one line here.
 #include "src/platform/image/codecs/registry.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ static const std::vector<const Codec*>& CodecTable()
     static const std::vector<const Codec*> kAll = {
         &kJpegCodec, &kPngCodec, &kTiffCodec, &kGifCodec, &kJ2kCodec, &kRasCodec, &kEmfCodec,
         &kWmfCodec,  &kAniCodec, &kBmpCodec,  &kIcoCodec, &kCurCodec, &kPcxCodec,
-        &kTgaCodec,  // goes by the extension, and so comes after all that have a signature
+        &kTgaCodec,  // recognised by extension, so it comes after all formats with a signature
     };
     return kAll;
 }

@@ -1,4 +1,4 @@
-// Hands operations on to the module of the transforms.
+// Forwards operations to the transforms module.
 #include "src/platform/image/transform_module.h"
 
 #include <utility>

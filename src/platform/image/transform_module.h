@@ -1,17 +1,17 @@
-// Opens the module of the transforms, when the first operation is called.
+// Opens the transforms module on the first operation.
 // Room: platform/image.
 #pragma once
 
 #include "src/platform/image_transform.h"
 
-/// What the module offers: an ImageTransform of its own, made and destroyed by it.
+/// The module's entry point: creates its ImageTransform.
 using CreateImageTransform = ImageTransform*();
 using DestroyImageTransform = void(ImageTransform*);
 constexpr char kCreateImageTransform[] = "VarnelCreateImageTransform";
 constexpr char kDestroyImageTransform[] = "VarnelDestroyImageTransform";
 
-/// Hands everything on to the module libvarnel_transforms.so (where it is looked for: module_file.h). A run
-/// that transforms nothing never opens it. Without the module every operation is False.
+/// Forwards to the module libvarnel_transforms.so (see module_file.h for where it is searched). Runs without
+/// operations never open it. Without the module every operation returns False.
 class LazyImageTransform : public ImageTransform
 {
 public:

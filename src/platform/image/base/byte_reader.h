@@ -7,8 +7,8 @@
 
 using Bytes = std::span<const std::uint8_t>;
 
-/// The first read past the end sets Failed() for good, and every read from then on gives nothing or 0: a
-/// codec may read a whole header in a row and test once.
+/// The first read past the end sets Failed() for good; later reads return nothing or 0. So a codec can read a
+/// whole header and check once.
 class ByteReader
 {
 public:

@@ -1,4 +1,4 @@
-// Reads files that are being decoded.
+// Reads a file while it is decoded.
 #include "src/platform/image/base/input_file.h"
 
 #include <fcntl.h>
@@ -25,7 +25,7 @@ static FileIdentity IdentityFromStat(const struct stat& stat)
 
 std::unique_ptr<InputFile> InputFile::Open(const std::string& host_path)
 {
-    // O_NONBLOCK: opening a pipe must not wait for its writer; it is refused below.
+    // O_NONBLOCK: opening a FIFO would wait for a writer. It is refused below.
     const int descriptor = open(host_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
         return nullptr;

@@ -1,4 +1,4 @@
-// A file that is being decoded: its bytes, read when they are asked for.
+// A file being decoded; its bytes are read on demand.
 // Room: platform/image/base.
 #pragma once
 
@@ -11,7 +11,7 @@
 #include "src/platform/image/base/byte_reader.h"
 #include "src/platform/image_buffer.h"
 
-/// What tells that a file is still the one that was opened.
+/// Tells whether a path still names the file that was opened.
 struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
@@ -21,14 +21,14 @@ struct FileIdentity {
     bool operator==(const FileIdentity&) const = default;
 };
 
-/// Reads with system calls rather than through a mapping, since a mapping of a file that another program cuts
-/// short ends the process. Not copied or moved: decoders keep a reference.
+/// Reads with system calls, not through a mapping: if another program truncated a mapped file, SIGBUS would
+/// end the process. Neither copied nor moved, because decoders keep a reference.
 class InputFile
 {
 public:
-    /// A regular file at a host path; null for anything else.
+    /// Opens the regular file at a host path; null for anything else.
     static std::unique_ptr<InputFile> Open(const std::string& host_path);
-    /// Bytes in memory, lent for the life of the object.
+    /// Reads from memory that must outlive the object.
     explicit InputFile(Bytes memory);
     ~InputFile();
     InputFile(const InputFile&) = delete;
@@ -38,12 +38,12 @@ public:
     const FileIdentity& Identity() const { return identity_; }
     static std::optional<FileIdentity> IdentityOf(const std::string& host_path);
 
-    /// The first bytes, at most 4096: enough for every signature.
+    /// The first 4096 bytes, or fewer if the file is shorter: enough for every signature.
     Bytes Head();
-    /// The whole file, read on the first call and kept; shorter than Size() if the file was cut meanwhile,
-    /// empty if there is no memory for it or if it is larger than LargestFile of limits.h.
+    /// The whole file, read on the first call and kept. Shorter than Size() if the file was truncated
+    /// meanwhile; empty if it exceeds LargestFile() or memory runs out.
     Bytes All();
-    /// Fills out from offset on and returns how many bytes there were.
+    /// Reads up to out.size() bytes at offset and returns how many there were.
     std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> out);
 
 private:
@@ -51,7 +51,7 @@ private:
 
     int descriptor_ = -1;
     FileIdentity identity_;
-    Bytes memory_;     ///< set while the bytes are somebody else's, or once they have all been read
+    Bytes memory_;     ///< the caller's bytes, or all of the file once it has been read
     PixelBytes read_;  ///< what All() read
     std::vector<std::uint8_t> head_;
 };

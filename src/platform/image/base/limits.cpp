@@ -1,4 +1,4 @@
-// Refuses pictures that are too large, before they are allocated.
+// Refuses oversized pictures before memory is allocated for them.
 #include "src/platform/image/base/limits.h"
 
 #include <cstdlib>

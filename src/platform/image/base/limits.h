@@ -1,4 +1,4 @@
-// The sizes that a picture may have, asked before anything is allocated for it.
+// How large a picture may be; checked before anything is allocated for it.
 // Room: platform/image/base.
 #pragma once
 
@@ -9,14 +9,14 @@
 constexpr std::uint64_t kMaxSide = 65500;  ///< pixels
 constexpr std::uint64_t kMaxMegapixels = 512;
 
-/// True for 1..kMaxSide pixels on each side and at most 512 megapixels in all; VARNEL_MAX_MEGAPIXELS in the
-/// environment sets another count (1 to 4096).
+/// True for 1 to kMaxSide pixels on each side and at most kMaxMegapixels in all. The environment variable
+/// VARNEL_MAX_MEGAPIXELS (1 to 4096) overrides the latter.
 bool IsSizeAllowed(std::uint64_t width, std::uint64_t height);
 
-/// The most bytes that a file may have which is read as a whole: enough for the largest picture that is
-/// allowed, stored without compression and with 16 bits a channel.
+/// The size limit in bytes of a file that is read as a whole: room for the largest allowed picture,
+/// uncompressed with 16 bits per channel.
 std::uint64_t LargestFile();
 
-/// Gives image its size, 1, 3 or 4 channels and bytes of no particular value; everything else of it is
-/// emptied. False, with image as it was, for a size that isn't allowed or for which there is no memory.
+/// Makes image a picture of this size with 1, 3 or 4 channels, uninitialised pixels and no profile or
+/// metadata. False if the size isn't allowed or memory runs out; image is then unchanged.
 bool Allocate(ImageBuffer& image, std::uint64_t width, std::uint64_t height, std::int32_t channels);

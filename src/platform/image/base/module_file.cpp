@@ -1,4 +1,4 @@
-// Opens modules.
+// Finds and opens modules.
 #include "src/platform/image/base/module_file.h"
 
 #include <dlfcn.h>
@@ -14,7 +14,7 @@ static std::string FolderOf(const std::string& path)
     return last == std::string::npos ? "" : path.substr(0, last);
 }
 
-// The folder of the program, and that of the shared library that this code may stand in.
+// The folders of the program and of the shared library that contains this code.
 static std::array<std::string, 2> OwnFolders()
 {
     std::array<std::string, 2> result;

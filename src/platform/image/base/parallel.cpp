@@ -1,4 +1,4 @@
-// Runs parts of an operation on threads that live as long as the operation.
+// Runs the parts of an operation on threads that live as long as the operation.
 #include "src/platform/image/base/parallel.h"
 
 #include <algorithm>
@@ -38,7 +38,7 @@ void RunParts(std::size_t parts, const std::function<void(std::size_t)>& part)
             for (std::size_t i = 1; i < std::min(CoreCount(), parts); ++i)
                 threads.emplace_back(work);
         } catch (const std::system_error&) {
-            // The threads that there are share all parts.
+            // The threads started so far share the work.
         } catch (const std::bad_alloc&) {
         }
         work();

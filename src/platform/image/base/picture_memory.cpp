@@ -1,4 +1,4 @@
-// Asks the system for large pages.
+// Asks the system for huge pages.
 #include "src/platform/image/base/picture_memory.h"
 
 #include <malloc.h>
@@ -11,9 +11,8 @@
 static constexpr std::size_t kPage = 4096;
 static constexpr std::size_t kLargePage = 2 * 1024 * 1024;
 
-// Asks for large pages for every page that the bytes touch. One is taken only where the hint covers all of
-// it, and the memory of pictures begins a little behind a large page's beginning. A refusal costs nothing but
-// time.
+// Asks for huge pages for the whole range, rounded outwards: the kernel uses one only if the hint covers all
+// of it, and a picture's memory starts a little past a page boundary. A refusal is harmless.
 static void AskForLargePages(const void* memory, std::size_t bytes)
 {
     if (bytes < kLargePage)
@@ -35,7 +34,7 @@ void ResizeFresh(PixelBytes& bytes, std::size_t byte_count)
 void KeepPictureMemory()
 {
     constexpr int kKept = 256 * 1024 * 1024;
-    mallopt(M_MMAP_THRESHOLD, kKept);  // what is mapped on its own is always given back
+    mallopt(M_MMAP_THRESHOLD, kKept);  // separate mappings are always returned to the system
     mallopt(M_TRIM_THRESHOLD, kKept);
 }
 
@@ -43,7 +42,7 @@ void ExpectLibraryMemory(std::size_t bytes)
 {
     if (bytes < 2 * kLargePage)
         return;
-    // What is freed here is what the library gets next: the request outlives the block.
+    // The library's next allocation reuses this freed block, and the hint outlives it.
     void* memory = std::malloc(bytes);
     AskForLargePages(memory, memory ? bytes : 0);
     std::free(memory);

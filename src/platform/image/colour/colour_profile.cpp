@@ -1,4 +1,4 @@
-// Colour conversion by ICC profiles, on Little CMS.
+// Colour conversion by ICC profiles, using Little CMS.
 #include "src/platform/image/colour/colour_profile.h"
 
 #include <lcms2.h>
@@ -25,7 +25,7 @@ struct DeleteTransform {
 using ColourTransform = std::unique_ptr<void, DeleteTransform>;
 }  // namespace
 
-// The four letters of the colour space that a profile's header names; 0 for what is no profile that we use.
+// The colour space signature in a profile's header; 0 if the profile isn't usable.
 static std::uint32_t ColourSpace(Bytes profile)
 {
     if (profile.size() < kProfileHeader + 4 || profile.size() > kProfileLimit)
@@ -55,13 +55,13 @@ static Profile OpenProfile(Bytes profile)
     return Profile(cmsOpenProfileFromMem(profile.data(), static_cast<cmsUInt32Number>(profile.size())));
 }
 
-// The curve of sRGB, from its standard: device value 0..1 to linear light 0..1.
+// The sRGB transfer function (IEC 61966-2-1): device value 0..1 to linear light 0..1.
 static double SrgbToLinear(double d)
 {
     return d <= 0.04045 ? d / 12.92 : std::pow((d + 0.055) / 1.055, 2.4);
 }
 
-// True when a curve shows every level within half a level of where the curve of sRGB shows it.
+// True if a tone curve agrees with the sRGB curve to within half a level everywhere.
 static bool IsSrgbCurve(void* profile, cmsTagSignature tag)
 {
     const auto* curve = static_cast<const cmsToneCurve*>(cmsReadTag(profile, tag));
@@ -79,7 +79,7 @@ static bool IsSrgbCurve(void* profile, cmsTagSignature tag)
 static bool ColorantIs(void* profile, cmsTagSignature tag, const std::array<double, 3>& expected)
 {
     const auto* colorant = static_cast<const cmsCIEXYZ*>(cmsReadTag(profile, tag));
-    constexpr double kTolerance = 0.001;  // profiles of sRGB differ from each other by about this
+    constexpr double kTolerance = 0.001;  // sRGB profiles differ from each other by about this much
     return colorant && std::abs(colorant->X - expected[0]) < kTolerance &&
            std::abs(colorant->Y - expected[1]) < kTolerance &&
            std::abs(colorant->Z - expected[2]) < kTolerance;
@@ -89,7 +89,7 @@ bool IsSrgbProfile(Bytes bytes)
 {
     const std::uint32_t space = ColourSpace(bytes);
     const Profile profile = space == 0 ? nullptr : OpenProfile(bytes);
-    // Tables, where there are any, win over curves and colorants.
+    // Lookup tables take precedence over curves and colorants.
     if (!profile || cmsIsTag(profile.get(), cmsSigAToB0Tag) || cmsIsTag(profile.get(), cmsSigDToB0Tag))
         return false;
     if (space == cmsSigGrayData)
@@ -102,7 +102,7 @@ bool IsSrgbProfile(Bytes bytes)
            IsSrgbCurve(profile.get(), cmsSigBlueTRCTag);
 }
 
-// The intent that the profile's maker meant; absolute colours would show the colour of the paper.
+// The rendering intent in the header; absolute colorimetric would reproduce the paper's tint.
 static cmsUInt32Number Intent(void* profile)
 {
     const cmsUInt32Number wished = cmsGetHeaderRenderingIntent(profile);
@@ -120,10 +120,10 @@ static ColourTransform TransformBetween(void* from, cmsUInt32Number from_format,
                                               cmsFLAGS_BLACKPOINTCOMPENSATION | cmsFLAGS_COPY_ALPHA | flags));
 }
 
-// A grey of sRGB's curve, so that grey pixels stay one channel.
+// A grey profile with the sRGB curve, so that grey pictures keep one channel.
 static Profile GreyOfSrgb()
 {
-    // The parameters of the standard's curve: Y = (aX + b)^g above d, cX below.
+    // Parametric curve of the standard: Y = (aX + b)^g above d, cX below.
     constexpr std::array<cmsFloat64Number, 5> kParameters = {2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92,
                                                              0.04045};
     cmsToneCurve* curve = cmsBuildParametricToneCurve(nullptr, 4, kParameters.data());
@@ -134,7 +134,7 @@ static Profile GreyOfSrgb()
     return grey;
 }
 
-// 256 greys are converted, and the picture by a table of them.
+// Converts 256 greys and uses them as a LUT for the picture.
 static bool ConvertGrey(void* from, PixelBytes& bytes)
 {
     const Profile to = GreyOfSrgb();
@@ -203,15 +203,15 @@ void CmykToBgr::Convert(const std::uint8_t* inks, std::uint8_t* bgr, std::size_t
     for (std::size_t i = 0; i < pixels; ++i, inks += 4, bgr += 3) {
         const unsigned light = inks[3] ^ invert;
         for (int c = 0; c < 3; ++c) {
-            // x / 255 rounded, exact for all products of two bytes.
+            // x / 255, rounded; exact for every product of two bytes.
             const unsigned mixed = (inks[2 - c] ^ invert) * light + 128u;
             bgr[c] = static_cast<std::uint8_t>((mixed + (mixed >> 8)) >> 8);
         }
     }
 }
 
-// Made once: preparing it costs more than converting some rows. Without its cache of one colour it isn't
-// changed by use.
+// Created once, since that costs more than converting a few rows. Without the one-colour cache it is
+// immutable and can be shared by threads.
 static const ColourTransform& LabTransform()
 {
     static const ColourTransform kTransform = [] {

@@ -1,4 +1,4 @@
-// Mixes pixels with white.
+// Composites pixels over white.
 #include "src/platform/image/pixels/alpha.h"
 
 #include <cstddef>
@@ -22,7 +22,7 @@ ImageBuffer LayOnWhite(const ImageBuffer& image)
     for (std::size_t i = 0; i < pixels; ++i, in += 4, out += 3) {
         const unsigned alpha = in[3];
         for (int c = 0; c < 3; ++c) {
-            // x / 255 rounded, exact for all products of two bytes.
+            // x / 255, rounded; exact for every product of two bytes.
             const unsigned mixed = in[c] * alpha + 255u * (255u - alpha) + 128u;
             out[c] = static_cast<std::uint8_t>((mixed + (mixed >> 8)) >> 8);
         }

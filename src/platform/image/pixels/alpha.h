@@ -1,9 +1,9 @@
-// Laying a picture with alpha on a background.
+// Compositing a picture with alpha over a background.
 // Room: platform/image/pixels.
 #pragma once
 
 #include "src/platform/image_buffer.h"
 
-/// The picture of 4 channels as one of 3, each pixel mixed with white by its alpha and rounded to the nearest
-/// level. Everything beside the pixels is kept.
+/// Composites a 4-channel picture over white, rounded to the nearest level; the result has 3 channels.
+/// Profile, resolution and metadata are kept.
 ImageBuffer LayOnWhite(const ImageBuffer& image);

@@ -1,4 +1,4 @@
-// Moves pixels in place for mirrors and half turns, and in square blocks for quarter turns.
+// Flips and half turns in place, quarter turns block by block.
 #include "src/platform/image/pixels/orientation.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 #include "src/platform/image/base/picture_memory.h"
 
-// Copies count pixels to consecutive places from places that lie step bytes apart, in either direction.
+// Gathers count pixels that are step bytes apart (negative: backwards) into consecutive ones.
 template <std::size_t kChannels>
 static void Gather(std::uint8_t* target, const std::uint8_t* source, std::ptrdiff_t step, std::size_t count)
 {
@@ -17,9 +17,8 @@ static void Gather(std::uint8_t* target, const std::uint8_t* source, std::ptrdif
         std::memcpy(target, source, kChannels);
 }
 
-// Pixels of three bytes are moved as four, which is one move instead of two: the byte too many is overwritten
-// by the next pixel. The last one is moved exactly. The caller knows that the byte after every source pixel
-// but the last may be read.
+// Copies three-byte pixels as four bytes, one move instead of two; the next pixel overwrites the excess byte.
+// The last pixel is copied exactly. The byte after every source pixel but the last must be readable.
 template <>
 void Gather<3>(std::uint8_t* target, const std::uint8_t* source, std::ptrdiff_t step, std::size_t count)
 {
@@ -29,7 +28,7 @@ void Gather<3>(std::uint8_t* target, const std::uint8_t* source, std::ptrdiff_t 
         std::memcpy(target, source, 3);
 }
 
-// Rows exchanged top to bottom.
+// Swaps rows top to bottom.
 static void FlipRows(ImageBuffer& image)
 {
     const auto stride = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
@@ -40,7 +39,7 @@ static void FlipRows(ImageBuffer& image)
     }
 }
 
-// Each row reversed: it is put aside and gathered from its end.
+// Reverses each row through a copy.
 template <std::size_t kChannels>
 static void MirrorRows(ImageBuffer& image)
 {
@@ -54,8 +53,8 @@ static void MirrorRows(ImageBuffer& image)
     }
 }
 
-// Target pixel (x, y) is source pixel (y, x), the source being read from the right if from_right and from
-// below if from_below. Blocks keep the source rows and the target rows of a block in the first cache.
+// Transposes: target pixel (x, y) is source pixel (y, x), with the source read from the right if from_right
+// and from the bottom if from_below. Blocks keep both source and target rows in the L1 cache.
 template <std::size_t kChannels>
 static void Transpose(ImageBuffer& image, bool from_right, bool from_below)
 {
@@ -75,7 +74,7 @@ static void Transpose(ImageBuffer& image, bool from_right, bool from_below)
                 const std::size_t column = from_right ? source_width - 1 - y : y;
                 const std::uint8_t* source = image.bytes.data() + row * source_stride + column * kChannels;
                 std::uint8_t* target = turned.data() + (y * source_height + x0) * kChannels;
-                // The lowest row's last pixel is the end of the picture: nothing behind it may be read.
+                // The last pixel of the bottom row ends the buffer: don't read past it.
                 const std::size_t exact = from_below && x0 == 0 ? 1 : 0;
                 std::memcpy(target, source, exact * kChannels);
                 Gather<kChannels>(target + exact * kChannels,

@@ -1,4 +1,4 @@
-// Small steps on rows of pixels that several formats need.
+// Conversions of pixel rows that several codecs share.
 #include "src/platform/image/pixels/pixel_rows.h"
 
 #include <cstddef>
@@ -27,7 +27,7 @@ void PackRowFromFourBytes(const std::uint8_t* in, std::uint8_t* out, std::uint64
 {
     std::uint64_t x = 0;
 #if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-    // Four pixels are three words.
+    // Packs four pixels into three words.
     for (; x + 4 <= pixels; x += 4, in += 16, out += 12) {
         const std::uint32_t n0 = Load(in), n1 = Load(in + 4), n2 = Load(in + 8), n3 = Load(in + 12);
         Store(out, (n0 & 0xFFFFFF) | n1 << 24);
@@ -46,8 +46,8 @@ static bool HasShuffles()
     return kFound;
 }
 
-// Five pixels a step. The sixteenth byte is stored as it was read, so that the next step, also in place,
-// finds it.
+// Five pixels per step. The sixteenth byte is written back unchanged, so that the next step finds it when
+// working in place.
 __attribute__((target("ssse3"))) static std::uint64_t SwapQuickly(const std::uint8_t* in, std::uint8_t* out,
                                                                   std::uint64_t pixel_count)
 {
@@ -125,7 +125,7 @@ void DropUnsetAlpha(ImageBuffer& image)
         if (bytes[i * 4 + 3] != 0)
             return;
     }
-    // In place: what is written never overtakes what is still to be read.
+    // In place is safe: the write position never overtakes the read position.
     PackRowFromFourBytes(bytes, bytes, pixels);
     image.channels = 3;
     image.bytes.resize(pixels * 3);
@@ -153,7 +153,7 @@ bool AddAlpha(ImageBuffer& image)
     result.dots_per_inch_x = image.dots_per_inch_x;
     result.dots_per_inch_y = image.dots_per_inch_y;
     result.metadata = std::move(image.metadata);
-    if (image.channels == 3)  // a profile of greys doesn't fit colours
+    if (image.channels == 3)  // a grey profile doesn't fit RGB pixels
         result.icc_profile = std::move(image.icc_profile);
     image = std::move(result);
     return true;

@@ -1,4 +1,4 @@
-// Small steps on rows of pixels that several formats need.
+// Conversions of pixel rows that several codecs share.
 // Room: platform/image/pixels.
 #pragma once
 
@@ -6,19 +6,18 @@
 
 #include "src/platform/image_buffer.h"
 
-/// Copies pixels pixels of four bytes without their fourth.
+/// Copies `pixels` four-byte pixels, dropping the fourth byte of each.
 void PackRowFromFourBytes(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels);
 
-/// Exchanges the first and the third byte of pixels pixels of three bytes: B, G, R to R, G, B and back. in
-/// and out are the same or don't overlap.
+/// Swaps the first and third byte of `pixels` three-byte pixels: BGR to RGB and back. in and out are equal or
+/// don't overlap.
 void SwapRedAndBlue(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels);
-/// The same with pixels of four bytes, whose fourth stays.
+/// The same for four-byte pixels; the fourth byte is unchanged.
 void SwapRedAndBlueOfFour(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels);
 
-/// Makes a picture of 4 channels one of 3 when its alpha is 0 everywhere: a writer that never set it meant no
-/// empty picture. Any other picture is left alone.
+/// Drops the alpha channel if it is 0 everywhere: the writer left it unset and didn't mean an invisible
+/// picture. Other pictures are unchanged.
 void DropUnsetAlpha(ImageBuffer& image);
 
-/// Makes a picture of 1 or 3 channels one of 4, opaque. False, with image as it was, when there is no
-/// memory.
+/// Converts a picture of 1 or 3 channels to 4, opaque. False if memory runs out; image is then unchanged.
 bool AddAlpha(ImageBuffer& image);

@@ -1,4 +1,4 @@
-// Walks over rows that a file holds one after the other, uncompressed.
+// Reads uncompressed rows that follow each other in a file.
 #include "src/platform/image/pixels/stored_rows.h"
 
 #include <algorithm>
@@ -7,7 +7,7 @@ static constexpr std::uint64_t kPiece = 256 * 1024;
 
 bool HoldsRows(const InputFile& file, const StoredRows& rows)
 {
-    // Rows and strides come from pictures of a size that is allowed, so that the product fits in 64 bits.
+    // Rows and strides belong to pictures within the limits, so the product fits in 64 bits.
     const std::uint64_t needed = rows.rows == 0 ? 0 : rows.stride * (rows.rows - 1) + rows.row_bytes;
     return rows.offset <= file.Size() && needed <= file.Size() - rows.offset;
 }
