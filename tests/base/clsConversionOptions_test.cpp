@@ -1,6 +1,8 @@
 // Default values of the run request.
 #include "src/base/clsConversionOptions.h"
 
+#include <gtest/gtest.h>
+
 TEST(ConversionOptions, DefaultToConversionWithoutTypesOrDetails)
 {
     const clsConversionOptions objOptions;

@@ -1,6 +1,8 @@
 // Parsing and formatting of numbers and Booleans.
 #include "src/base/number_text.h"
 
+#include <gtest/gtest.h>
+
 #include <climits>
 #include <cmath>
 #include <random>

@@ -1,6 +1,7 @@
 // Path strings in both styles.
 #include "src/base/path_text.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck.h>
 
 #include <array>

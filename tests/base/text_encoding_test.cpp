@@ -1,6 +1,7 @@
 // UTF-8 validation and conversion to and from other encodings.
 #include "src/base/text_encoding.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 using namespace std::string_literals;

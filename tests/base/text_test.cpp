@@ -1,6 +1,7 @@
 // Trimming, case, splitting, joining and replacing.
 #include "src/base/text.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck.h>
 
 TEST(Trim, RemovesOnlySpacesFromTheEnds)

@@ -1,6 +1,8 @@
 // Numbers, names, texts and parameters of the special processes.
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <map>
 #include <set>

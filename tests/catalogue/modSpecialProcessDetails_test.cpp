@@ -1,6 +1,8 @@
 // Formatting and parsing of special process details.
 #include "src/catalogue/modSpecialProcessDetails.h"
 
+#include <gtest/gtest.h>
+
 #include "src/base/text.h"
 
 static const std::string kPrefix = "1^0^FALSE^75^title^^^^^^^";

@@ -1,4 +1,6 @@
 // All texts of the catalogue, misspellings included: users know them and translations use them as keys.
+#include <gtest/gtest.h>
+
 #include "src/base/text.h"
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 

@@ -1,6 +1,8 @@
 // What all controls and forms share: names, captions, state, observers.
 #include "src/controls/control.h"
 
+#include <gtest/gtest.h>
+
 #include "src/controls/controls.h"
 
 struct TestForm : Form {

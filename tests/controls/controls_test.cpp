@@ -1,6 +1,8 @@
 // The plain controls: what setting them does and whom it tells.
 #include "src/controls/controls.h"
 
+#include <gtest/gtest.h>
+
 #include "src/base/raised_error.h"
 
 struct FieldForm : Form {

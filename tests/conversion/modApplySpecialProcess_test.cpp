@@ -1,6 +1,8 @@
 // Which image library calls each special process makes.
 #include "src/conversion/modApplySpecialProcess.h"
 
+#include <gtest/gtest.h>
+
 #include "src/base/clsConversionOptions.h"
 #include "src/base/raised_error.h"
 #include "tests/fakes/test_application.h"

@@ -1,6 +1,8 @@
 // Launching a program and waiting for it to exit.
 #include "src/engine/modLaunch.h"
 
+#include <gtest/gtest.h>
+
 #include "src/base/clsConversionOptions.h"
 #include "tests/fakes/test_application.h"
 

@@ -1,6 +1,8 @@
 // Running a special process task.
 #include "src/engine/modSpecialTask.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 #include "src/base/clsConversionOptions.h"

@@ -1,6 +1,8 @@
 // File helpers: lookup, folder creation, move and delete.
 #include "src/job/modFileHelpers.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/test_application.h"
 
 TEST(CreateFolderPath, CreatesMissingParentsFirst)

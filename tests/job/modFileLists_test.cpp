@@ -1,6 +1,8 @@
 // File lists: pattern matching, order, pauses and links.
 #include "src/job/modFileLists.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/test_application.h"
 
 using Paths = std::vector<std::string>;

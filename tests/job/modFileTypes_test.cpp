@@ -1,6 +1,8 @@
 // File types: extensions, dialog filters and combo boxes.
 #include "src/job/modFileTypes.h"
 
+#include <gtest/gtest.h>
+
 #include <array>
 
 #include "tests/fakes/test_application.h"

@@ -1,6 +1,8 @@
 // Choosing the kind of file dialog by its title.
 #include "src/job/modPickFile.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/test_application.h"
 
 TEST(TitleSaves, IfItContainsTheWordSaveInAnyCase)

@@ -1,6 +1,8 @@
 // Target names: per file of a run, completed by validation, suggested while typing.
 #include "src/job/modTargetNaming.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/test_application.h"
 
 static clsConversionOptions objTask(const std::string& sSource, const std::string& sTarget,

@@ -1,4 +1,6 @@
 // Validation messages of the form and of the command line.
+#include <gtest/gtest.h>
+
 #include <map>
 
 #include "src/job/modValidation.h"

@@ -1,6 +1,8 @@
 // Validation of tasks: errors and side effects.
 #include "src/job/modValidation.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/test_application.h"
 
 /// An application with a file "/p/a.bmp" and a folder "/out", and a valid request.

@@ -1,6 +1,7 @@
 // Dates and times of day as floating point days.
 #include "src/scheduler/modDateTime.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck.h>
 
 #include "src/base/raised_error.h"

@@ -1,6 +1,8 @@
 // Most recently used lists.
 #include "src/settings/modMRU.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/test_application.h"
 
 using Texts = std::vector<std::string>;

@@ -1,6 +1,8 @@
 // Settings of the main form and of the frame window.
 #include "src/settings/modSettings.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
 
 #include "src/base/raised_error.h"

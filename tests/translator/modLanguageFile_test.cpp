@@ -1,6 +1,7 @@
 // Decoding and parsing of language files.
 #include "src/translator/modLanguageFile.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <vector>

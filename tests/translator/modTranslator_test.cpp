@@ -1,6 +1,8 @@
 // Translating, choosing the language at startup, and collecting untranslated texts.
 #include "src/translator/modTranslator.h"
 
+#include <gtest/gtest.h>
+
 #include "src/base/text_encoding.h"
 #include "tests/fakes/test_application.h"
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <cinttypes>
+#include <cstdint>
 #include <cstdio>
 #include <random>
 

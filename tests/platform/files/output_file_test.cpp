@@ -1,6 +1,7 @@
 // Files that are written whole or not at all: contents, modes, owners and special targets.
 #include "src/platform/files/output_file.h"
 
+#include <gtest/gtest.h>
 #include <linux/posix_acl.h>
 #include <linux/posix_acl_xattr.h>
 #include <sys/stat.h>

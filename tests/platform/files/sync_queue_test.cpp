@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdlib>
 #include <filesystem>
+#include <tuple>
 
 #include "src/platform/files/file_saver.h"
 #include "src/platform/files/output_file.h"

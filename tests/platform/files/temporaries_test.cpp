@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <memory>
 
 #include "src/platform/files/file_saver.h"
 #include "src/platform/files/output_file.h"

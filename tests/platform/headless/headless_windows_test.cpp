@@ -1,6 +1,8 @@
 // What a run without windows says, and what it answers.
 #include "src/platform/headless/headless_windows.h"
 
+#include <gtest/gtest.h>
+
 #include "src/controls/control.h"
 
 struct FormForTest : Form {

@@ -1,6 +1,8 @@
 // The transforms' module, opened on the first operation or missing.
 #include "src/platform/image/transform_module.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 
 #include "src/platform/image/transforms/kernel_image_transform.h"

@@ -1,6 +1,7 @@
 // How a path of the user becomes a path of the host.
 #include "src/platform/posix/host_path.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 #include <unistd.h>
 

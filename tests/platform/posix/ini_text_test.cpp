@@ -1,6 +1,7 @@
 // Sections and keys in the text of a settings file.
 #include "src/platform/posix/ini_text.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include "src/base/text_encoding.h"

@@ -1,6 +1,8 @@
 // The clocks of the host.
 #include "src/platform/posix/posix_clock.h"
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <ctime>
 

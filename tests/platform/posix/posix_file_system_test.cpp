@@ -1,6 +1,7 @@
 // Files and folders of the host.
 #include "src/platform/posix/posix_file_system.h"
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

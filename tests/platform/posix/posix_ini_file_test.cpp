@@ -1,6 +1,7 @@
 // The settings file on the disk.
 #include "src/platform/posix/posix_ini_file.h"
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,6 +1,8 @@
 // The locale that the environment names.
 #include "src/platform/posix/posix_locale.h"
 
+#include <gtest/gtest.h>
+
 #include <utility>
 #include <vector>
 

@@ -1,6 +1,7 @@
 // Locks between processes.
 #include "src/platform/posix/posix_named_mutex.h"
 
+#include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>

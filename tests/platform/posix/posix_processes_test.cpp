@@ -1,6 +1,7 @@
 // Programs of the host, started and waited for.
 #include "src/platform/posix/posix_processes.h"
 
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>

@@ -1,6 +1,7 @@
 // Where the settings and the program's own files lie.
 #include "src/platform/posix/posix_program_folders.h"
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

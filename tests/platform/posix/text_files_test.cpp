@@ -1,6 +1,7 @@
 // Lines read from and written to files of the host.
 #include "src/platform/posix/text_files.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>

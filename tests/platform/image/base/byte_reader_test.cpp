@@ -1,6 +1,8 @@
 // Numbers and blocks from bytes, and what happens at their end.
 #include "src/platform/image/base/byte_reader.h"
 
+#include <gtest/gtest.h>
+
 #include <array>
 
 static constexpr std::array<std::uint8_t, 8> kBytes = {0x81, 0x02, 0x03, 0x84, 5, 6, 7, 8};

@@ -2,6 +2,7 @@
 #include "src/platform/image/base/input_file.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -1,6 +1,8 @@
 // The sizes that pictures may have.
 #include "src/platform/image/base/limits.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdlib>
 

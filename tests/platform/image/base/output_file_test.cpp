@@ -1,6 +1,7 @@
 // Files that are whole or not there: writing, replacing, and every way in which it can go wrong.
 #include "src/platform/image/base/output_file.h"
 
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,5 +1,7 @@
 // Every sample with a picture beside it must decode to that picture; tests/samples/README.md says how to add
 // one.
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <filesystem>
 

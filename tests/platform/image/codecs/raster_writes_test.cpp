@@ -1,4 +1,5 @@
 // What the small raster formats write: the pixels come back, and other programs see the same.
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include "src/platform/image/base/output_file.h"

@@ -1,6 +1,8 @@
 // Device-independent bitmaps from hand-made bytes: headers, palettes, masks, runs.
 #include "src/platform/image/dib/dib.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/platform/image/support/byte_maker.h"
 
 using Levels = std::vector<int>;

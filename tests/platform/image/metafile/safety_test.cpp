@@ -1,4 +1,6 @@
 // Metafiles that lie: none may crash, hang or read beyond its bytes. What is seen of them doesn't matter.
+#include <gtest/gtest.h>
+
 #include <bit>
 
 #include "src/platform/image/codecs/metafile/emf.h"

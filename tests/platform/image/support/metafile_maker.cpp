@@ -1,6 +1,8 @@
 // Builds EMF and WMF files record by record.
 #include "tests/platform/image/support/metafile_maker.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <bit>
 #include <cmath>

@@ -2,6 +2,8 @@
 // hidden colours.
 #include "tests/platform/image/support/all_operations.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 #include "src/platform/image/transforms/rows/processor.h"

@@ -1,6 +1,7 @@
 // Windows bitmaps as files: where the bits lie, profiles, embedded files, resolution, what is written.
 #include "src/platform/image/codecs/bmp/bmp.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "src/platform/image/base/input_file.h"

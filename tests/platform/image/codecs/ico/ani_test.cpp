@@ -1,6 +1,8 @@
 // Animated cursors from hand-made bytes: sequences, bare frames, chunks that lie.
 #include "src/platform/image/codecs/ico/ani.h"
 
+#include <gtest/gtest.h>
+
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/codecs/bmp/bmp.h"
 #include "tests/platform/image/support/byte_maker.h"

@@ -1,6 +1,8 @@
 // Icons and cursors from hand-made bytes: masks, alpha, directories that lie.
 #include "src/platform/image/codecs/ico/icon_directory.h"
 
+#include <gtest/gtest.h>
+
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/codecs/ico/cur.h"
 #include "src/platform/image/codecs/ico/ico.h"

@@ -1,6 +1,8 @@
 // EMF files: recognised, refused, written and read back.
 #include "src/platform/image/codecs/metafile/emf.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdlib>
 

@@ -1,6 +1,8 @@
 // Finding the module that plays metafiles.
 #include "src/platform/image/codecs/metafile/metafile_module.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 
 #include "src/platform/image/codecs/metafile/emf.h"

@@ -1,6 +1,8 @@
 // WMF files: recognised, refused, written and read back.
 #include "src/platform/image/codecs/metafile/wmf.h"
 
+#include <gtest/gtest.h>
+
 #include "src/platform/image/codecs/registry.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/metafile_maker.h"

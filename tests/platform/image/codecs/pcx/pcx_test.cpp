@@ -1,6 +1,8 @@
 // PCX from hand-made bytes: depths, planes, palettes, runs; and what is written.
 #include "src/platform/image/codecs/pcx/pcx.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 #include "tests/platform/image/support/byte_maker.h"

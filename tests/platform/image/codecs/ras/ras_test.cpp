@@ -1,6 +1,8 @@
 // Sun rasterfiles from hand-made bytes: kinds, depths, colour maps, runs; and what is written.
 #include "src/platform/image/codecs/ras/ras.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/platform/image/support/byte_maker.h"
 #include "tests/platform/image/support/raster_checks.h"
 

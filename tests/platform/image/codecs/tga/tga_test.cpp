@@ -1,6 +1,8 @@
 // Targa files from hand-made bytes: kinds, corners, maps, alpha, runs; and the texts that are written.
 #include "src/platform/image/codecs/tga/tga.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 #include "src/platform/image/codecs/tga/tga_header.h"

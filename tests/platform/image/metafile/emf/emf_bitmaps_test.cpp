@@ -1,4 +1,6 @@
 // Bitmaps and their raster operations in EMF records.
+#include <gtest/gtest.h>
+
 #include <bit>
 
 #include "tests/platform/image/support/metafile_maker.h"

@@ -1,4 +1,6 @@
 // Paths, clipping and regions of EMF records.
+#include <gtest/gtest.h>
+
 #include "tests/platform/image/support/metafile_maker.h"
 
 using Box = std::array<std::int32_t, 4>;

@@ -1,4 +1,6 @@
 // Lines and shapes of EMF records, pixel by pixel.
+#include <gtest/gtest.h>
+
 #include "tests/platform/image/support/metafile_maker.h"
 
 static constexpr std::array<std::int32_t, 4> kAll{0, 0, 40, 40};

@@ -1,5 +1,7 @@
 // Text of EMF records. Fonts differ from machine to machine, so these look at where there is ink, not at its
 // shape.
+#include <gtest/gtest.h>
+
 #include "tests/platform/image/support/metafile_maker.h"
 
 using Box = std::array<std::int32_t, 4>;

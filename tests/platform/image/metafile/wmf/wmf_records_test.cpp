@@ -1,4 +1,6 @@
 // WMF records, pixel by pixel.
+#include <gtest/gtest.h>
+
 #include "src/platform/image/codecs/metafile/wmf.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/metafile_maker.h"

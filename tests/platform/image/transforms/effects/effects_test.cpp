@@ -1,4 +1,6 @@
 // Dilation, erosion, emboss, relief, texture, mosaic, halftones and contours.
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>

@@ -1,6 +1,8 @@
 // Noise and diffusion: always the same, as strong as asked, and within the picture.
 #include "src/platform/image/transforms/effects/noise.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 

@@ -1,4 +1,6 @@
 // Gaussian, motion, radial and zoom blur.
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 

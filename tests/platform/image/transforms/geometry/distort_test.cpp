@@ -1,6 +1,8 @@
 // Perspective, skew and twirl: sizes, directions, formulas, and any angle at all.
 #include "src/platform/image/transforms/geometry/distort.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>

@@ -1,6 +1,8 @@
 // Mirrors: each pixel at its place, and twice is the picture again.
 #include "src/platform/image/transforms/geometry/flip.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/platform/image/support/kernel_pictures.h"
 
 TEST(Flip, ExchangesTopAndBottomWhenVertical)

@@ -1,6 +1,8 @@
 // Other sizes: against the formulas in doubles, and what a person would notice.
 #include "src/platform/image/transforms/geometry/resize.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 

@@ -1,6 +1,8 @@
 // Turns: quarters exactly, all other angles against a slow reference.
 #include "src/platform/image/transforms/geometry/rotate.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 

@@ -1,6 +1,8 @@
 // Moving a picture in its frame, and cutting its borders.
 #include "src/platform/image/transforms/geometry/shift.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 #include "tests/platform/image/support/kernel_pictures.h"

@@ -1,6 +1,8 @@
 // Tests of the colours that hidden pixels lend.
 #include "src/platform/image/transforms/rows/hidden.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/platform/image/support/kernel_pictures.h"
 
 using transforms::HiddenColours;
