@@ -1,4 +1,4 @@
-// Boxes as lines on standard error.
+// Prints boxes on standard error.
 #include "src/platform/headless/headless_windows.h"
 
 #include <algorithm>
@@ -7,8 +7,7 @@
 BoxAnswer HeadlessWindows::MsgBox(const std::string& text, const std::string& title, BoxIcon,
                                   BoxButtons buttons)
 {
-    // The texts part their pieces by carriage returns, which a terminal would take for "write over this
-    // line".
+    // The texts separate lines by carriage returns, which would make a terminal overwrite the line.
     std::string lines = title + ": " + text;
     std::replace(lines.begin(), lines.end(), '\r', '\n');
     std::fprintf(stderr, "%s\n", lines.c_str());

@@ -1,4 +1,4 @@
-// Reads folders, and remembers the large ones for a moment.
+// Reads folders and caches large ones briefly.
 #include "src/platform/posix/folder_names.h"
 
 #include <dirent.h>
@@ -32,7 +32,7 @@ static std::string NameIn(const std::unordered_map<std::string, std::string>& na
     return found == names.end() ? "" : found->second;
 }
 
-// The first name that fits, without keeping any: most folders are small, and a look through one is cheap.
+// The first match, uncached: most folders are small and cheap to read.
 static std::string FirstMatch(const std::string& folder, const std::string& lowered, std::size_t& names)
 {
     std::string found;

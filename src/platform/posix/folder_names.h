@@ -1,4 +1,4 @@
-// Finds a name in a folder of the host without regard to case.
+// Looks up names in a host folder, ignoring case.
 // Room: platform/posix.
 #pragma once
 
@@ -7,20 +7,18 @@
 #include <string>
 #include <unordered_map>
 
-/// A host tells the letters' cases apart, the paths of a job don't. Each search costs a look through the
-/// whole folder, and a job may make thousands of searches in a folder of thousands of names. So the names of
-/// large folders are kept for twenty times as long as it took to read them: searching then costs at most a
-/// twentieth of the time. What other processes do to a large folder within that moment may be seen late; what
-/// this process makes is told by Add.
+/// Host names are case-sensitive, job paths aren't. A lookup reads the whole folder, and a job may make
+/// thousands of lookups in a folder of thousands of names. So the names of large folders are cached for
+/// twenty times as long as it took to read them, which bounds the cost of lookups to a twentieth of the run
+/// time. Changes by other processes may show up that much later; this process reports its own through Add.
 class FolderNames
 {
 public:
-    /// The name in folder that equals name without regard to case, the first in order of bytes if there are
-    /// several;
-    /// "" when there is none. folder is a host path.
+    /// The entry of folder, a host path, that equals name ignoring case; of several, the first in byte order.
+    /// "" if there is none.
     std::string Find(const std::string& folder, const std::string& name);
 
-    /// A file of that name is about to be made in folder.
+    /// Call this before creating a file of that name in folder.
     void Add(const std::string& folder, const std::string& name);
 
 private:

@@ -1,4 +1,4 @@
-// Takes paths apart at both separators, maps drives, and finds names in any case.
+// Splits paths at both separators, maps drives, and looks up names ignoring case.
 #include "src/platform/posix/host_path.h"
 
 #include <sys/stat.h>
@@ -45,7 +45,7 @@ static std::string JoinPath(std::string folder, std::string_view name)
     return folder;
 }
 
-// The names between the separators, without the empty ones and ".".
+// The path's components, without empty ones and ".".
 static std::vector<std::string> Components(std::string_view path)
 {
     std::vector<std::string> names;
@@ -70,7 +70,7 @@ std::string HostPaths::DriveFolder(char drive) const
 
 namespace
 {
-/// Where a path begins ("/", a drive's folder, or "" for the working folder), and what follows.
+/// A path's root ("/", a drive's folder, or "" for the working folder) and the rest.
 struct SplitPath {
     std::string base;
     std::vector<std::string> names;
@@ -85,7 +85,7 @@ static std::string ExactPath(const SplitPath& path)
     return host_path.empty() ? "." : host_path;
 }
 
-// One step down: the name as it stands if it is there, else one that differs in case only; "" for none.
+// The exact name if it exists, otherwise one that differs only in case; "" if there is none.
 static std::string NameInFolder(FolderNames& names, const std::string& folder, const std::string& name)
 {
     if (IsThere(JoinPath(folder, name)))
@@ -123,13 +123,13 @@ std::optional<std::string> HostPaths::Existing(const std::string& path) const
             return std::nullopt;
         AppendName(host_path, found);
     }
-    // All names were found on the way, and still nothing is there: the base itself is missing.
+    // Without components nothing was looked up yet: check that the root itself exists.
     const bool fits = folder_asked ? IsFolder(host_path) : IsThere(host_path);
     return fits ? std::optional(host_path) : std::nullopt;
 }
 
-// The folder as it stands if it is there, else its names one by one: from the first that isn't found on, they
-// stay as they stand.
+// The folder as given if it exists. Otherwise resolves it component by component; from the first missing one
+// on, components are kept as given.
 static std::string FolderToWrite(FolderNames& names, const SplitPath& split, bool& found)
 {
     std::string folder = ExactPath(split);

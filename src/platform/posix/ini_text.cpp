@@ -30,12 +30,12 @@ static bool IsQuoted(std::string_view value)
 
 namespace
 {
-/// Where a key stands, or would have to be put.
+/// Where a key is, or where it would be inserted.
 struct KeyPlace {
     bool has_section = false;
     bool has_key = false;
-    std::size_t begin = 0;     ///< of the key's line; without one, where a line for it is to be inserted
-    std::size_t end = 0;       ///< behind the key's line, its line end included
+    std::size_t begin = 0;     ///< start of the key's line, or the insertion point
+    std::size_t end = 0;       ///< end of the key's line, including the line end
     std::string_view value{};  ///< trimmed
 };
 }  // namespace
@@ -82,7 +82,7 @@ std::optional<std::string> IniValue(std::string_view text, std::string_view sect
     return std::string(value);
 }
 
-// The value as it is to stand in the file.
+// The value as written to the file.
 static std::string StoredValue(std::string_view value)
 {
     std::string stored = bIsUtf8(value) ? std::string(value) : sUtf8FromWindows1252(value);

@@ -1,4 +1,4 @@
-// The clock of the host.
+// The host's clock.
 // Room: platform/posix.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Does with the host's files what the logic asks for.
+// File operations of the logic on the host's file system.
 #include "src/platform/posix/posix_file_system.h"
 
 #include <dirent.h>
@@ -28,7 +28,7 @@ std::optional<std::string> PosixFileSystem::sHostPathToWrite(const std::string& 
     return bEndsInSeparator(path) ? std::nullopt : paths_.ToWrite(path);
 }
 
-// The kind of what a host path leads to, links followed; 0 when there is nothing.
+// The mode of the file at a host path, following links; 0 if there is none.
 static mode_t ModeOf(const std::optional<std::string>& host_path)
 {
     struct stat status {
@@ -72,7 +72,7 @@ bool PosixFileSystem::ListFolder(const std::string& folder, FolderListing& listi
         if (S_ISREG(mode)) {
             listing.aFiles.push_back(std::move(name));
         } else if (S_ISDIR(mode)) {
-            // Where the file system tells no types, any folder may be a link.
+            // Without a type from the file system, any folder may be a link.
             if (entry->d_type != DT_DIR)
                 listing.aLinks.insert(name);
             listing.aSubfolders.push_back(std::move(name));
@@ -91,7 +91,7 @@ std::string PosixFileSystem::sRealPath(const std::string& path) const
     return real ? real.get() : "";
 }
 
-// Reads on to the end, handing every block to take. False, with errno set, when a read fails.
+// Reads to the end of the file and passes each block to take. False, with errno set, if a read fails.
 template <typename Take>
 static bool ReadAll(int descriptor, Take take)
 {
@@ -135,7 +135,7 @@ bool PosixFileSystem::ClearReadOnly(const std::string& path)
     const mode_t mode = ModeOf(host_path);
     if (!S_ISREG(mode))
         return false;
-    // Somebody else's file may be writable to us all the same.
+    // We may be able to write to another user's file even if we can't chmod it.
     return (mode & S_IWUSR) != 0 || chmod(host_path->c_str(), (mode & 07777) | S_IWUSR) == 0 ||
            access(host_path->c_str(), W_OK) == 0;
 }
@@ -159,8 +159,8 @@ std::unique_ptr<TextWriter> PosixFileSystem::OpenForOutput(const std::string& pa
     return std::make_unique<PosixTextWriter>(*host_path, path);
 }
 
-// Appends all of it in one write, so that what several processes append stays whole. False, with errno set,
-// on failure; what was written of it is then taken back, unless somebody has appended behind it.
+// Appends everything in one write, so that lines of several processes don't mix. False, with errno set, on
+// failure; a partial write is then truncated, unless another process has appended after it.
 static bool Append(int descriptor, std::string_view bytes)
 {
     ssize_t written = 0;
@@ -186,7 +186,7 @@ void PosixFileSystem::AppendLine(const std::string& path, const std::string& lin
     const std::optional<std::string> host_path = sHostPathToWrite(path);
     if (!host_path)
         RaisePathFileAccess(path, "not a name for a file");
-    // A pipe that nobody reads must not make the program wait.
+    // Don't wait for a reader of a FIFO.
     const Descriptor file(
         open(host_path->c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666));
     if (!file || !Append(file.Number(), line + "\n"))

@@ -9,8 +9,7 @@
 #include "src/platform/file_system.h"
 #include "src/platform/posix/host_path.h"
 
-/// Pipes and devices are not files to any of these operations, except that AppendLine writes to one that
-/// exists.
+/// Pipes and devices don't count as files; only AppendLine writes to an existing one.
 class PosixFileSystem : public FileSystem
 {
 public:

@@ -1,4 +1,4 @@
-// Reads the settings file when it has changed, and replaces it under a lock.
+// Caches the settings file until it changes, and replaces it under a lock.
 #include "src/platform/posix/posix_ini_file.h"
 
 #include <fcntl.h>
@@ -15,7 +15,7 @@
 #include "src/platform/posix/ini_text.h"
 #include "src/platform/posix/replacing_file.h"
 
-// A settings file takes a few kilobytes; what is larger than this is something else.
+// A settings file has a few kilobytes; anything larger than this is something else.
 static constexpr off_t kLargestFile = 16 * 1024 * 1024;
 
 std::optional<std::string> PosixIniFile::ReadText(const std::string& ini_file) const
@@ -89,7 +89,7 @@ static bool IsForeignLink(const std::string& ini_file)
            status.st_uid != 0;
 }
 
-// A new file is for those whom the folder is for: in one that a group shares, the group shares the file.
+// A new file in a folder shared by a group is shared by the group, too.
 static void ShareAsTheFolder(const std::string& ini_file, int folder)
 {
     struct stat status {
@@ -107,7 +107,7 @@ bool PosixIniFile::WritePrivateProfileString(const std::string& section, const s
     const Descriptor folder(open(folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder || IsForeignLink(ini_file))
         return false;
-    // The lock goes with the descriptor. On a file system that has no locks it must do without.
+    // The lock is released with the descriptor. On a file system without locks we go without.
     while (flock(folder.Number(), LOCK_EX) != 0 && errno == EINTR)
         continue;
 

@@ -1,4 +1,4 @@
-// The settings file on the host's disk.
+// The settings file on disk.
 // Room: platform/posix.
 #pragma once
 
@@ -10,9 +10,9 @@
 
 #include "src/platform/ini_file.h"
 
-/// ini_file is a host path. What was read is kept until the file changes, so that reading a hundred keys
-/// costs one reading. A write locks the file's folder, reads the file afresh and replaces it, so that of two
-/// processes neither loses what the other wrote.
+/// ini_file is a host path. The text is cached until the file changes, so reading a hundred keys reads the
+/// file once. A write locks the file's folder, rereads the file and replaces it, so concurrent processes
+/// don't lose each other's changes.
 class PosixIniFile : public IniFile
 {
 public:
@@ -25,12 +25,12 @@ public:
                                    const std::string& value, const std::string& ini_file) override;
 
 private:
-    /// Nothing for a file that can't be read; an empty text for one that isn't there.
+    /// Nothing if the file can't be read; an empty text if it doesn't exist.
     std::optional<std::string> ReadText(const std::string& ini_file) const;
-    /// The text of the file, read again if it has changed; "" if it can't be read.
+    /// The file's text, reread if it has changed; "" if it can't be read.
     const std::string& Text(const std::string& ini_file) const;
 
-    mutable std::string kept_file_;  ///< the path whose text is kept
+    mutable std::string kept_file_;  ///< the path whose text is cached
     mutable struct stat kept_ {
     };
     mutable std::string kept_text_;

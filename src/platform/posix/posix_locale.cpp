@@ -1,4 +1,4 @@
-// The locales that the host's environment may name, with their identifiers and decimal signs.
+// Known locales with their identifiers and decimal signs.
 #include "src/platform/posix/posix_locale.h"
 
 #include <cstdlib>
@@ -15,8 +15,7 @@ struct LocaleRow {
 };
 }  // namespace
 
-// The first row of a language stands for its other countries too, except that English beyond these two is
-// American.
+// The first row of a language also covers its other countries, except that other English is American.
 static constexpr LocaleRow kLocales[] = {
     {"ar", "SA", 1025, '.'},  {"ar", "AE", 14337, '.'}, {"ar", "BH", 15361, '.'}, {"ar", "DZ", 5121, '.'},
     {"ar", "EG", 3073, '.'},  {"ar", "IQ", 2049, '.'},  {"ar", "JO", 11265, '.'}, {"ar", "KW", 13313, '.'},
@@ -64,7 +63,7 @@ static constexpr LocaleRow kAmerican = {"en", "US", 1033, '.'};
 static constexpr std::int32_t kSerbianLatin = 9242;
 static constexpr std::int32_t kValencian = 2051;
 
-// What the environment says for a category: the first of the three that is set and not empty.
+// The locale name for a category: the first non-empty of the three variables.
 static std::string LocaleName(const char* category)
 {
     for (const char* variable : {"LC_ALL", category, "LANG"}) {
@@ -75,7 +74,7 @@ static std::string LocaleName(const char* category)
     return "C";
 }
 
-// A name is "language_COUNTRY.encoding@modifier", of which all but the language may be missing.
+// A name is "language_COUNTRY.encoding@modifier"; everything but the language is optional.
 static const LocaleRow& RowOf(std::string_view name)
 {
     name = name.substr(0, name.find_first_of(".@"));

@@ -4,8 +4,8 @@
 
 #include "src/platform/locale.h"
 
-/// Asks the variables at each call and needs no locale to be installed. "C", "POSIX", an unknown language and
-/// English of any country but Great Britain are American English.
+/// Reads the environment on each call; no locale needs to be installed. "C", "POSIX", unknown languages and
+/// English of any country but Great Britain mean American English.
 class PosixLocale : public Locale
 {
 public:

@@ -1,4 +1,4 @@
-// Opens lock files safely in folders that everybody may write to, and waits for them.
+// Opens lock files safely in world-writable folders and waits for their locks.
 #include "src/platform/posix/posix_named_mutex.h"
 
 #include <sys/file.h>
@@ -13,11 +13,11 @@ static std::string FileName(const std::string& name)
     return result;
 }
 
-// An existing file is opened without O_CREAT, since systems refuse O_CREAT on another user's file in such
-// folders. The mode is set apart from the mask, for the other users.
+// Opens an existing file without O_CREAT, because kernels may refuse O_CREAT on another user's file in such
+// folders. The mode is set explicitly, so that the umask doesn't lock out other users.
 static Descriptor OpenLockFile(const std::string& path)
 {
-    constexpr int kAttempts = 100;  // another process may make or remove the file between the two steps
+    constexpr int kAttempts = 100;  // another process may create or remove the file between the two steps
     for (int n = 0; n < kAttempts; ++n) {
         Descriptor file = OpenRegularFile(path, O_RDONLY | O_NOFOLLOW);
         if (file || errno != ENOENT)
@@ -49,7 +49,7 @@ static Descriptor LockInFolder(const std::string& folder, const std::string& nam
         while (flock(file.Number(), LOCK_EX) != 0)
             if (errno != EINTR)
                 return Descriptor();
-        // A cleaner may have removed the file while we waited; the others meet at the new one.
+        // The file may have been removed while we waited; then the others use the new one.
         if (HasItsName(file, path))
             return file;
     }

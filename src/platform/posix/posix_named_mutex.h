@@ -1,4 +1,4 @@
-// A lock between processes as an advisory lock on a file.
+// A lock between processes: an advisory lock on a file.
 // Room: platform/posix.
 #pragma once
 
@@ -9,10 +9,9 @@
 #include "src/platform/named_mutex.h"
 #include "src/platform/posix/descriptor.h"
 
-/// The lock file lies in the first of the folders in which it can be opened or made, so that all processes of
-/// a machine, whoever's they are, meet at the same one. The system frees the lock when its owner ends, in
-/// whatever way. Links are refused, and nothing is ever written to the file: whoever puts something else in
-/// its place gains nothing.
+/// The lock file is in the first folder where it can be opened or created, so all processes on the machine
+/// use the same one, whatever their user. The system releases the lock when its owner ends, however that
+/// happens. Links are refused and nothing is written to the file, so replacing it gains an attacker nothing.
 class PosixNamedMutex : public NamedMutex
 {
 public:
@@ -27,7 +26,7 @@ public:
 private:
     struct Held {
         int times = 0;
-        Descriptor file;  ///< holds nothing where no lock could be made
+        Descriptor file;  ///< empty if no lock file could be opened
     };
     std::vector<std::string> folders_;
     std::map<std::string, Held> held_;

@@ -1,4 +1,4 @@
-// Starts programs and waits for them without using the processor.
+// Starts programs and waits for them without polling.
 #include "src/platform/posix/posix_processes.h"
 
 #include <poll.h>
@@ -14,7 +14,7 @@
 #include "src/platform/file_system.h"
 #include "src/platform/posix/descriptor.h"
 
-// The program doesn't learn its own path: it sees its arguments from the second word on.
+// Intentional: argument 0 isn't the program's path.
 static constexpr char kArgument0[] = "Dummy.exe";
 
 std::vector<std::string> CutArguments(const std::string& arguments)
@@ -50,8 +50,8 @@ bool NicenessOfPriority(std::int32_t priority, int& niceness)
     return false;
 }
 
-/// Waits on a descriptor of the process, so that its end wakes the wait; on a host that has none, looks again
-/// when the time is over.
+/// Waits on a pidfd, so the end of the process wakes the wait. Without pidfds it checks when the time is
+/// over.
 class PosixProcessLauncher::Child : public ChildProcess
 {
 public:
@@ -100,7 +100,7 @@ private:
 
 PosixProcessLauncher::PosixProcessLauncher(const FileSystem& file_system) : file_system_(file_system)
 {
-    // A parent that ignores the end of its children leaves us a host that forgets how ours ended.
+    // If our parent set SIGCHLD to be ignored, the kernel would discard our children's exit status.
     struct sigaction action {
     };
     if (sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
@@ -117,11 +117,12 @@ void PosixProcessLauncher::CollectEnded()
     std::erase_if(left_running_, [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
 }
 
-// In the child, between fork and exec: only what may be called there. Tells the parent why when it returns.
+// Runs in the child between fork and exec: async-signal-safe calls only. If it returns, it has sent errno to
+// the parent.
 static void BecomeProgram(const char* host_path, char* const* arguments, const ProcessStart& start,
                           int report)
 {
-    // What this process ignores or blocks for its own sake is not the program's affair.
+    // The program gets default signal handling, whatever this process ignores or blocks.
     for (const int signal : {SIGPIPE, SIGXFSZ})
         std::signal(signal, SIG_DFL);
     sigset_t none;
@@ -148,7 +149,7 @@ std::unique_ptr<ChildProcess> PosixProcessLauncher::pStart(const ProcessStart& s
         arguments.push_back(text.data());
     arguments.push_back(nullptr);
 
-    // The pipe closes without a word when the program takes over.
+    // A successful exec closes the pipe without writing to it.
     int pipe_ends[2];
     if (pipe2(pipe_ends, O_CLOEXEC) != 0)
         return nullptr;

@@ -1,4 +1,4 @@
-// Starts programs of the host.
+// Starts programs on the host.
 // Room: platform/posix.
 #pragma once
 
@@ -9,18 +9,18 @@
 
 class FileSystem;
 
-/// The arguments of a text: cut at blanks; double quotes hold together what has blanks and are left out. ""
-/// is an argument that is empty; a quote that isn't closed reaches to the end.
+/// Splits a command line at spaces. Double quotes group text with spaces and are removed; "" is an empty
+/// argument, and an unclosed quote extends to the end.
 std::vector<std::string> CutArguments(const std::string& arguments);
 
-/// The niceness for a priority: 64 is 19, 32 is 0, 128 is -5, 256 is -10; false for any other number.
+/// Maps a priority to a niceness: 64 to 19, 32 to 0, 128 to -5, 256 to -10. False for any other number.
 bool NicenessOfPriority(std::int32_t priority, int& niceness);
 
-/// A priority that the host refuses leaves the program at its own.
+/// If the host refuses a priority, the program keeps ours.
 class PosixProcessLauncher : public ProcessLauncher
 {
 public:
-    /// Borrows the file system, which knows where a path leads.
+    /// file_system maps paths; it must outlive this object.
     explicit PosixProcessLauncher(const FileSystem& file_system);
     PosixProcessLauncher(const PosixProcessLauncher&) = delete;
     PosixProcessLauncher& operator=(const PosixProcessLauncher&) = delete;
@@ -33,5 +33,5 @@ private:
     class Child;
 
     const FileSystem& file_system_;
-    std::vector<int> left_running_;  ///< process numbers of programs that were let go
+    std::vector<int> left_running_;  ///< process ids of programs that we stopped waiting for
 };

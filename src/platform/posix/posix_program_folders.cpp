@@ -27,7 +27,7 @@ static std::string Home()
     return user && user->pw_dir ? user->pw_dir : "/";
 }
 
-// A folder of the user's: what the variable says, if it is an absolute path, else below_home.
+// A user folder: the variable's value if it is an absolute path, otherwise below_home in the home folder.
 static std::string UserFolder(const char* variable, const char* below_home)
 {
     const std::string set = Environment(variable);
@@ -59,8 +59,8 @@ std::string PosixProgramFolders::sSettingsFolder() const
     return settings_;
 }
 
-// Copies into a folder beside the target first, so that a process that comes at the same time, or one after a
-// copy that was cut short, never takes a part for the whole.
+// Copies to a temporary folder beside the target first, so that another process never sees an incomplete
+// copy.
 static bool Fill(const fs::path& target, const fs::path& source)
 {
     const fs::path part = target.string() + "." + std::to_string(getpid());

@@ -1,4 +1,4 @@
-// Where the settings and the program's own files lie on this host.
+// Where the settings and the program's own files are on this host.
 // Room: platform/posix.
 #pragma once
 
@@ -6,24 +6,23 @@
 
 #include "src/platform/program_folders.h"
 
-/// Answers are found at the first question and stay the same for the life of the object.
+/// Each folder is determined on first use and doesn't change afterwards.
 class PosixProgramFolders : public ProgramFolders
 {
 public:
-    /// The path of the running program by default, and the folder for settings that the machine's users
-    /// share.
+    /// Defaults: the path of the running program, and the folder for settings shared by the machine's users.
     explicit PosixProgramFolders(std::string executable = RunningProgram(),
                                  std::string shared_settings = "/var/lib/varnel")
         : executable_(std::move(executable)), shared_settings_(std::move(shared_settings))
     {
     }
 
-    /// VARNEL_SETTINGS_DIR; else the shared folder, if it exists and may be written to; else varnel in the
-    /// user's folder for configurations.
+    /// VARNEL_SETTINGS_DIR; else the shared folder if it exists and is writable; else varnel in the user's
+    /// configuration folder.
     std::string sSettingsFolder() const override;
 
-    /// VARNEL_HOME; else the program's folder, if it holds Languages; else varnel in the user's folder for
-    /// data, which is filled from <prefix>/share/varnel when it isn't there. Where that can't be done,
+    /// VARNEL_HOME; else the program's folder if it contains Languages; else varnel in the user's data
+    /// folder, which is copied from <prefix>/share/varnel if it doesn't exist. If that fails,
     /// <prefix>/share/varnel.
     std::string sOwnFolder() const override;
 

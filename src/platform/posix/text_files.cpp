@@ -1,4 +1,4 @@
-// Finds lines in blocks of a file, and writes lines to a file that replaces the old one.
+// Splits blocks into lines, and writes lines to a file that atomically replaces the old one.
 #include "src/platform/posix/text_files.h"
 
 #include <unistd.h>
@@ -10,7 +10,7 @@
 #include "src/base/text_encoding.h"
 
 static constexpr std::size_t kBlockSize = 256 * 1024;
-// No line of a text is longer; a file that is all one line isn't text, and would fill the memory.
+// A longer line isn't text and would fill the memory.
 static constexpr std::size_t kLongestLine = 256 * 1024 * 1024;
 static constexpr std::string_view kMarkUtf8 = "\xEF\xBB\xBF";
 
@@ -55,7 +55,7 @@ bool PosixTextReader::Fill()
     return got > 0;
 }
 
-// The length of the text up to a character that its end cuts short.
+// The length of the bytes without an incomplete UTF-8 character at the end.
 static std::size_t WithoutCutCharacter(std::string_view bytes)
 {
     for (std::size_t back = 1; back <= 3 && back <= bytes.size(); ++back) {

@@ -1,4 +1,4 @@
-// Text files of the host, read line by line and written whole.
+// Text files, read line by line and written atomically.
 // Room: platform/posix.
 #pragma once
 
@@ -10,14 +10,12 @@
 #include "src/platform/file_system.h"
 #include "src/platform/posix/replacing_file.h"
 
-/// Reads a file in blocks; lines may be of any length, and any byte, NUL too, may stand in them. A mark of
-/// UTF-8 at the head is dropped. Whether the file is UTF-8 as a whole is found out before the first line is
-/// handed out.
+/// Reads a file in blocks. Lines may have any length and contain any byte, including NUL. A UTF-8 byte order
+/// mark is dropped. The whole file is checked for valid UTF-8 before the first line is returned.
 class PosixTextReader : public TextReader
 {
 public:
-    /// Takes the descriptor of an open regular file, and closes it. Raises clsRaisedError when it can't be
-    /// read.
+    /// Takes ownership of the descriptor of a regular file. Raises clsRaisedError if it can't be read.
     PosixTextReader(int descriptor, std::string name);
     ~PosixTextReader() override;
     PosixTextReader(const PosixTextReader&) = delete;
@@ -26,14 +24,14 @@ public:
     bool ReadLine(std::string& line) override;
 
 private:
-    /// Reads the next block behind what is left of the last one; False at the end of the file.
+    /// Appends the next block to what is left of the last one; false at the end of the file.
     bool Fill();
     bool IsWholeFileUtf8();
 
     int descriptor_;
-    std::string name_;  ///< for descriptions of errors
+    std::string name_;  ///< for error descriptions
     std::string buffer_;
-    std::size_t begin_ = 0;  ///< where in the buffer the next line begins
+    std::size_t begin_ = 0;  ///< start of the next line in buffer_
     std::int64_t position_ = 0;
     bool utf8_ = true;
 };
@@ -42,7 +40,7 @@ private:
 class PosixTextWriter : public TextWriter
 {
 public:
-    /// Raises clsRaisedError when no file can be made at host_path.
+    /// Raises clsRaisedError if no file can be created at host_path.
     PosixTextWriter(const std::string& host_path, std::string name);
 
     void WriteLine(const std::string& line) override;
@@ -53,6 +51,5 @@ private:
     std::string name_;
 };
 
-/// Raises clsRaisedError kErrPathFileAccess; the description names the path and what the system says of
-/// error.
+/// Raises clsRaisedError kErrPathFileAccess; the description names the path and the reason.
 [[noreturn]] void RaisePathFileAccess(const std::string& path, const std::string& reason);
