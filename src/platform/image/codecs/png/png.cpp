@@ -1,4 +1,4 @@
-// Puts the PNG format into the codec table's shape.
+// PNG's entry in the codec table.
 #include "src/platform/image/codecs/png/png.h"
 
 #include <algorithm>

@@ -1,11 +1,10 @@
 // The PNG format.
 // Room: platform/image/codecs/png.
 //
-// Reading takes every colour type, depth and interlacing. 16 bits become 8 by rounding, a palette of greys
-// becomes one channel, grey with alpha becomes B, G, R, A. A gamma that the file names without naming a
-// colour space is applied, as browsers do; primaries (cHRM) without a profile are not. Of an animated PNG
-// the still picture is read. Writing picks the smallest colour type that holds the picture: see
-// png_layout.h.
+// Reads all colour types, depths and interlacing. 16-bit samples are rounded to 8, a grey palette becomes one
+// channel, grey with alpha becomes BGRA. A gamma without a colour space is applied, as browsers do; primaries
+// (cHRM) without a profile are ignored. Of an animated PNG only the still picture is read. Writes the
+// smallest lossless colour type: see png_layout.h.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"

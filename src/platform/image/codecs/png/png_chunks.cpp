@@ -8,8 +8,7 @@
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/base/output_file.h"
 
-// Large enough that a picture is read with few system calls, small enough to stay in the cache beside the
-// strip that is inflated from it.
+// Large enough for few system calls, small enough to stay in the cache along with the strip being inflated.
 static constexpr std::size_t kBufferSize = 128 * 1024;
 
 PngChunkReader::PngChunkReader(InputFile& file) : file_(file)
@@ -72,7 +71,7 @@ bool WritePngChunk(OutputFile& out, std::uint32_t type, Bytes data)
         static_cast<std::uint8_t>(type >> 24), static_cast<std::uint8_t>(type >> 16),
         static_cast<std::uint8_t>(type >> 8), static_cast<std::uint8_t>(type)};
     std::uint32_t sum = libdeflate_crc32(0, letters.data(), letters.size());
-    // A null pointer would set the sum back to its start.
+    // libdeflate_crc32() returns its start value for a null pointer.
     if (!data.empty())
         sum = libdeflate_crc32(sum, data.data(), data.size());
     return out.WriteU32Be(static_cast<std::uint32_t>(data.size())) && out.Write(letters) && out.Write(data) &&

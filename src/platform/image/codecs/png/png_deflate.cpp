@@ -1,4 +1,4 @@
-// Deflates a PNG's filtered rows.
+// Deflates the filtered rows of a PNG.
 #include "src/platform/image/codecs/png/png_deflate.h"
 
 #include <libdeflate.h>
@@ -13,17 +13,17 @@ static constexpr std::size_t kStripSize = 128 * 1024;
 static constexpr std::size_t kSampleSize = 8 * 1024;
 static constexpr std::size_t kSampleReach = 16 * 1024;
 static constexpr std::size_t kChunkSize = 128 * 1024;
-// Copies must save this share of what runs leave: they take three times the time.
+// Searching for matches takes three times as long, so it must save at least 1/kWorthShare of the run-length
+// result.
 static constexpr std::uint64_t kWorthShare = 10;
-// A strip that runs bring to this share of its bytes is no photograph: it is searched thoroughly, which is
-// soon done. So is a small one, which is all there is of an icon.
+// If run-length coding shrinks a strip to 1/kPlainShare, it isn't a photograph, and a thorough search is
+// cheap. Small strips (all there is of an icon) are always searched thoroughly.
 static constexpr std::uint64_t kPlainShare = 8;
 static constexpr std::size_t kSmallStrip = 64 * 1024;
-// One that is brought to this share is all but empty, and teaches nothing about what comes after it.
+// A strip that shrinks to 1/kEmptyShare is all but empty and predicts nothing about the strips after it.
 static constexpr std::uint64_t kEmptyShare = 128;
-// After a strip in which copies didn't pay, its successors do without asking, ever more of them but at
-// most these.
-static constexpr std::uint32_t kMostSkipped = 6;
+// After a strip where matches didn't pay, the next ones skip the trial: more each time, up to this many.
+static constexpr std::uint32_t kMaxSkipped = 6;
 
 PngDeflater::PngDeflater(OutputFile& out, std::size_t row_bytes, std::size_t rows, std::uint32_t pixel_bytes,
                          PngContent content)
@@ -37,16 +37,16 @@ PngDeflater::PngDeflater(OutputFile& out, std::size_t row_bytes, std::size_t row
 {
     buffer_.resize(PngQuickCopies::kFrontSlack + kPngWindow + strip_size_ + kSlack);
     std::fill_n(buffer_.begin(), PngQuickCopies::kFrontSlack, std::uint8_t{0});
-    // Room for a chunk, and for the block that completes it.
+    // Room for a chunk and for the block that completes it.
     packed_.resize(std::min(row_bytes * rows, kChunkSize + kStripSize * 3 / 2) + 1024);
-    // The stream's head: deflate with the largest window, no dictionary, the compressor's default.
+    // zlib header: deflate, 32 KB window, no dictionary, default level.
     bits_.SetOut(packed_.data());
     bits_.Put(0x78, 8);
     bits_.Put(0x9C, 8);
     bits_.Flush();
 }
 
-bool PngDeflater::RowDone()
+bool PngDeflater::FinishRow()
 {
     filled_ += row_bytes_;
     --rows_left_;
@@ -63,7 +63,7 @@ bool PngDeflater::RowDone()
     return true;
 }
 
-// Each strip is one block: a block's codes take room, so that smaller ones would gain nothing.
+// Each strip is one block. Smaller blocks gain nothing, because each carries its code tables.
 bool PngDeflater::CompressStrip(bool last)
 {
     const std::uint8_t* const bytes = Buffer() + begin_;
@@ -105,7 +105,7 @@ bool PngDeflater::CompressByTrial(bool last)
     return WriteBlock(copies.Bits() < runs.Bits() ? copies : runs, last);
 }
 
-// Tries both ways on the middle of the strip and compares what would be written.
+// Compresses the middle of the strip both ways and compares the sizes.
 bool PngDeflater::SamplePays()
 {
     const std::size_t sample_size = std::min(kSampleSize, filled_ - begin_);
@@ -122,7 +122,7 @@ bool PngDeflater::SamplePays()
 
 void PngDeflater::Learn(bool paid)
 {
-    max_skip_ = paid ? 0 : std::min(max_skip_ + 2, kMostSkipped);
+    max_skip_ = paid ? 0 : std::min(max_skip_ + 2, kMaxSkipped);
     skip_ = max_skip_;
 }
 
@@ -137,7 +137,7 @@ bool PngDeflater::WriteBlock(const PngBlock& block, bool last)
     return FlushChunk(last);
 }
 
-// Hands what is packed to the file as a chunk once there is enough of it, or at the end.
+// Writes the compressed data as an IDAT chunk once there is enough of it, or at the end.
 bool PngDeflater::FlushChunk(bool end)
 {
     if (end) {

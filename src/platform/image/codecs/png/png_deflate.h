@@ -1,4 +1,4 @@
-// The pixels' data of a PNG that is written: filtered rows go in, IDAT chunks come out.
+// Compresses filtered rows into IDAT chunks.
 // Room: platform/image/codecs/png.
 #pragma once
 
@@ -12,32 +12,31 @@
 
 class OutputFile;
 
-/// What the rows hold, as far as that is known beforehand.
+/// What the analysis says about the rows; it decides how matches are searched.
 enum class PngContent : std::uint8_t {
-    kPhotograph,  ///< samples tell whether copies pay, and they are looked for quickly
-    kFlat,        ///< many pixels are as their neighbours; else as photographs
-    kGraphic,     ///< most pixels are as their neighbours: strips that shrink well are searched thoroughly
-    kDrawing,     ///< few colours: copies are looked for thoroughly
-    kScan         ///< black and white in bits: copies are looked for quickly
+    kPhotograph,  ///< quick search, if a sample shows that matches pay
+    kFlat,        ///< many pixels equal their neighbours; otherwise like kPhotograph
+    kGraphic,     ///< most pixels equal their neighbours: thorough search in strips that shrink well
+    kDrawing,     ///< few colours: thorough search
+    kScan         ///< 1-bit black and white: quick search
 };
 
-/// One zlib stream, made in strips: the filtered rows of a strip and the 32 KB before it are all that is kept
-/// of the picture. Where copies from afar don't make a strip clearly smaller, which is so in most
-/// photographs, only runs are looked for.
+/// Writes one zlib stream strip by strip, keeping only the filtered rows of the current strip and the 32 KB
+/// before it. Where matches don't shrink a strip clearly, as in most photographs, only runs are coded.
 class PngDeflater
 {
 public:
-    /// For rows rows of row_bytes each, the filter's byte included; pixel_bytes is 1 to 4. Throws
-    /// std::bad_alloc.
+    /// row_bytes includes the filter byte; pixel_bytes is 1 to 4. Throws std::bad_alloc.
     PngDeflater(OutputFile& out, std::size_t row_bytes, std::size_t rows, std::uint32_t pixel_bytes,
                 PngContent content);
 
-    /// Where the next row is to be put. kSlack bytes behind it may be written too.
+    /// Where to put the next row. Up to kSlack bytes past it may be overwritten too.
     std::uint8_t* NextRow() { return Buffer() + filled_; }
     static constexpr std::size_t kSlack = 64;
 
-    /// The row is there. After the last one the stream is finished. False when the file has failed.
-    [[nodiscard]] bool RowDone();
+    /// Call this when the row at NextRow() is complete. After the last row the stream is finished. False if
+    /// writing failed.
+    [[nodiscard]] bool FinishRow();
 
 private:
     std::uint8_t* Buffer() { return buffer_.data() + PngQuickCopies::kFrontSlack; }
@@ -55,20 +54,20 @@ private:
     PngContent content_;
     std::size_t strip_size_;
 
-    PixelBytes buffer_;       ///< slack, what copies may reach back to, then the strip
-    std::size_t begin_ = 0;   ///< where the strip begins
-    std::size_t filled_ = 0;  ///< where it ends so far
+    PixelBytes buffer_;       ///< slack, the 32 KB window, then the strip
+    std::size_t begin_ = 0;   ///< start of the strip
+    std::size_t filled_ = 0;  ///< end of the rows so far
 
     PngTokens runs_;
     PngTokens copies_;
-    PngCosts costs_ = FirstPngCosts();  ///< by the runs of the strip before
+    PngCosts costs_ = FirstPngCosts();  ///< from the runs of the previous strip
     PngQuickCopies quick_;
     PngThoroughCopies thorough_;
     bool is_noise_ = false;
-    std::uint32_t skip_ = 0;  ///< strips that go by the last trial, in which copies did not pay
+    std::uint32_t skip_ = 0;  ///< strips left that reuse the verdict that matches don't pay
     std::uint32_t max_skip_ = 0;
 
-    PixelBytes packed_;  ///< a chunk's data so far
+    PixelBytes packed_;  ///< the current chunk's data
     PngBitWriter bits_;
     std::uint32_t adler_ = 1;
 };

@@ -1,4 +1,4 @@
-// Decodes PNG files through libpng.
+// Decodes PNG files with libpng.
 #include "src/platform/image/codecs/png/png_fallback.h"
 
 #include <png.h>
@@ -20,8 +20,8 @@ bool PngNeedsFallback(const PngInfo& info)
 
 namespace
 {
-// What the library's calls work on. It lives outside the function that they jump back to, so that a jump
-// leaves nothing undestroyed.
+// What the libpng calls use. It lives outside the function that calls setjmp, so a longjmp skips no
+// destructors.
 struct Decoding {
     InputFile& file;
     std::uint64_t position = 0;
@@ -52,7 +52,7 @@ static void ReadBytes(png_structp png, png_bytep out, std::size_t count)
 
 static void Ignore(png_structp, png_const_charp) {}
 
-// No object with a destructor may live in this function or in what it calls.
+// Neither this function nor its callees may hold objects with destructors: errors longjmp out of them.
 static bool ReadRows(Decoding& decoding, const PngInfo& info)
 {
     png_structp png = decoding.png;
@@ -60,14 +60,14 @@ static bool ReadRows(Decoding& decoding, const PngInfo& info)
     if (setjmp(png_jmpbuf(png)))  // NOLINT: the library's way of reporting
         return false;
     png_set_read_fn(png, &decoding, &ReadBytes);
-    // What stands beside the pixels is read elsewhere; here it could only fail.
+    // Ancillary chunks are read in png_info.cpp; here they could only cause errors.
     png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
     png_set_user_limits(png, static_cast<png_uint_32>(kMaxSide), static_cast<png_uint_32>(kMaxSide));
     png_read_info(png, library_info);
 
     const PngHeader& header = info.header;
     if (header.colour == PngColour::kPalette) {
-        png_set_packing(png);  // an index a byte
+        png_set_packing(png);  // one index per byte
     } else {
         if (header.depth == 16) {
             if (PngGammaExponent(info) != 1)

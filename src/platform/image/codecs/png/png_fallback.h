@@ -1,4 +1,4 @@
-// The rarer PNG files, decoded by libpng.
+// Decodes the rarer kinds of PNG with libpng.
 // Room: platform/image/codecs/png.
 #pragma once
 
@@ -7,10 +7,10 @@
 struct ImageBuffer;
 class InputFile;
 
-/// True for what is decoded here: interlaced pictures, 16 bits a sample, grey with alpha, and a single
-/// transparent colour among grey or RGB.
+/// True for interlaced pictures, 16 bits per sample, grey with alpha, and grey or RGB with a transparent
+/// colour.
 bool PngNeedsFallback(const PngInfo& info);
 
-/// The pixels alone, with the gamma of PngGammaExponent applied. False, with image untouched, for a broken
-/// picture or one for which there is no memory.
+/// Decodes the pixels only, with PngGammaExponent() applied. False if the file is broken or memory runs out;
+/// image is then unchanged.
 [[nodiscard]] bool DecodePngByLibrary(InputFile& file, const PngInfo& info, ImageBuffer& image);

@@ -1,4 +1,4 @@
-// Inflates the pixels' data of a PNG.
+// Inflates the IDAT stream of a PNG.
 #include "src/platform/image/codecs/png/png_inflate.h"
 
 #include <isa-l/igzip_lib.h>
@@ -16,7 +16,7 @@ PngInflater::PngInflater(PngChunkReader& reader, const PngChunk& first_chunk)
 {
     sum_ = libdeflate_crc32(0, kDataLetters.data(), kDataLetters.size());
     isal_inflate_init(state_.get());
-    // The stream's two header bytes say no more than the method, and may lie in two chunks.
+    // Only the method matters in the two-byte zlib header, which may be split across chunks.
     const Bytes method_byte = TakeInput(1);
     const int method = method_byte.empty() ? 0 : method_byte[0];
     const Bytes flags_byte = TakeInput(1);
@@ -26,7 +26,7 @@ PngInflater::PngInflater(PngChunkReader& reader, const PngChunk& first_chunk)
 
 PngInflater::~PngInflater() = default;
 
-// Goes from a chunk that is used up to the one behind it.
+// Checks the exhausted chunk's CRC and moves to the next chunk.
 bool PngInflater::NextChunk()
 {
     if (broken_ || end_)
@@ -69,7 +69,7 @@ bool PngInflater::Fill(std::span<std::uint8_t> out)
     while (state.avail_out > 0 && !broken_) {
         if (state.avail_in == 0) {
             const Bytes piece = TakeInput(kAll);
-            // The library reads through a pointer that it calls writable.
+            // zlib's input pointer isn't const, but the data is only read.
             state.next_in = const_cast<std::uint8_t*>(piece.data());
             state.avail_in = static_cast<std::uint32_t>(piece.size());
         }
@@ -77,7 +77,7 @@ bool PngInflater::Fill(std::span<std::uint8_t> out)
         const std::uint32_t out_before = state.avail_out;
         if (isal_inflate(&state) != ISAL_DECOMP_OK)
             broken_ = true;
-        // Neither bytes taken nor given: the stream is over, or its input is.
+        // No progress: either the stream has ended or its input has.
         if (state.avail_in == in_before && state.avail_out == out_before)
             break;
     }

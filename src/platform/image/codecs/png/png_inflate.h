@@ -1,4 +1,4 @@
-// The pixels' data of a PNG: the IDAT chunks one after the other, inflated piece by piece.
+// The zlib stream in a PNG's IDAT chunks, inflated incrementally.
 // Room: platform/image/codecs/png.
 #pragma once
 
@@ -10,35 +10,34 @@
 
 struct inflate_state;
 
-/// Every chunk's check sum is held against its data. The stream's own sum is not: it would find nothing that
-/// those don't, but for files whose writer got it wrong, which show well everywhere.
+/// Verifies every chunk's CRC, but not the Adler-32 of the stream: that would only reject files whose writer
+/// got it wrong and which display fine everywhere else.
 class PngInflater
 {
 public:
-    /// first is the first IDAT of the file that reader reads; reader outlives this object. Throws
-    /// std::bad_alloc.
+    /// first is the file's first IDAT; reader must outlive this object. Throws std::bad_alloc.
     PngInflater(PngChunkReader& reader, const PngChunk& first);
     ~PngInflater();
 
-    /// Inflates the next out.size() bytes. False when the stream ends before, is broken, or the file is; the
-    /// bytes are then of no particular value.
+    /// Inflates the next out.size() bytes. False if the stream is broken or too short, or a CRC is wrong; out
+    /// is then undefined.
     [[nodiscard]] bool Fill(std::span<std::uint8_t> out);
 
-    /// Passes over what is left of the chunks, checking their sums. False when the file is broken or ends
-    /// within them. PlaceAfter() is then behind the last IDAT.
+    /// Skips the rest of the IDAT chunks, checking their CRCs. False if the file is broken or truncated.
+    /// PlaceAfter() is then the position after the last IDAT.
     [[nodiscard]] bool Finish();
     std::uint64_t PlaceAfter() const { return PngChunkReader::PlaceAfter(chunk_); }
 
 private:
-    /// One to max next bytes of the stream; none at the end of the last chunk.
+    /// Between 1 and max bytes of input; none at the end of the last chunk.
     Bytes TakeInput(std::uint32_t max);
     bool NextChunk();
 
     PngChunkReader& reader_;
     PngChunk chunk_;
-    std::uint32_t taken_ = 0;  ///< of the chunk's data
-    std::uint32_t sum_ = 0;    ///< of the chunk's letters and the data taken
+    std::uint32_t taken_ = 0;  ///< bytes of the chunk's data consumed
+    std::uint32_t sum_ = 0;    ///< CRC so far, of the chunk's type and the data consumed
     bool broken_ = false;
-    bool end_ = false;  ///< the chunk after the last one is no IDAT
+    bool end_ = false;  ///< the next chunk isn't an IDAT
     std::unique_ptr<inflate_state> state_;
 };

@@ -1,4 +1,4 @@
-// Reads the chunks around a PNG's pixels.
+// Reads the chunks before and after a PNG's pixels.
 #include "src/platform/image/codecs/png/png_info.h"
 
 #include <algorithm>
@@ -60,8 +60,8 @@ static bool ParseHeader(Bytes data, PngHeader& header)
     return true;
 }
 
-// A file counts pixels a metre, people count them an inch: 300 an inch are written as 11811 a metre. What is
-// within the rounding of a whole number is that number.
+// The file stores pixels per metre: 300 dpi becomes 11811. Snaps to a whole number of dpi within the rounding
+// error.
 static double DotsPerInch(std::uint32_t per_metre)
 {
     const double exact = per_metre * kMetresPerInch;
@@ -102,7 +102,7 @@ static void ParseTransparency(Bytes data, PngInfo& info)
         info.transparency.assign(data.begin(), data.end());
 }
 
-// A chunk that the picture can do without. Nothing in it can be a reason to refuse the file.
+// Reads an ancillary chunk. Its contents are never a reason to refuse the file.
 static void ReadAncillary(PngChunkReader& reader, const PngChunk& chunk, PngInfo& info)
 {
     const auto data_of = [&](std::uint32_t max) {
@@ -125,7 +125,7 @@ static void ReadAncillary(PngChunkReader& reader, const PngChunk& chunk, PngInfo
             info.has_colour_space = info.has_colour_space || data_of(1).size() == 1;
             break;
         case PngType("iCCP"): {
-            auto profile = PngProfile(data_of(kPngMetadataMost));
+            auto profile = PngProfile(data_of(kMaxPngMetadata));
             if (ProfileFits(profile, info.header.IsGrey() ? 1 : 3)) {
                 info.icc_profile = std::move(profile);
                 info.has_colour_space = true;
@@ -133,12 +133,12 @@ static void ReadAncillary(PngChunkReader& reader, const PngChunk& chunk, PngInfo
             break;
         }
         case PngType("eXIf"):
-            ReadPngExif(data_of(kPngMetadataMost), info.metadata);
+            ReadPngExif(data_of(kMaxPngMetadata), info.metadata);
             break;
         case PngType("tEXt"):
         case PngType("zTXt"):
         case PngType("iTXt"):
-            ReadPngText(chunk.type, data_of(kPngMetadataMost), info.metadata);
+            ReadPngText(chunk.type, data_of(kMaxPngMetadata), info.metadata);
             break;
         default:
             break;
@@ -150,7 +150,7 @@ static bool ReadPalette(PngChunkReader& reader, const PngChunk& chunk, PngInfo& 
     auto data = reader.DataOf(chunk, 768);
     const bool needed = info.header.colour == PngColour::kPalette;
     if (!data || data->empty() || data->size() % 3 != 0 || !info.palette.empty())
-        return !needed;  // with true colour it only suggests what to quantise to
+        return !needed;  // with true colour, PLTE is only a suggestion for quantising
     info.palette = std::move(*data);
     return true;
 }

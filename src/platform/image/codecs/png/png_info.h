@@ -1,4 +1,4 @@
-// What a PNG file says of its picture before and after the pixels.
+// The header and ancillary chunks of a PNG file.
 // Room: platform/image/codecs/png.
 #pragma once
 
@@ -7,19 +7,19 @@
 
 #include "src/platform/image/codecs/png/png_chunks.h"
 
-/// Colour types, by their numbers in the file.
+/// Colour types as numbered in the file.
 enum class PngColour : std::uint8_t { kGrey = 0, kRgb = 2, kPalette = 3, kGreyAlpha = 4, kRgba = 6 };
 
 struct PngHeader {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
-    std::uint32_t depth = 0;  ///< bits a sample: 1, 2, 4, 8 or 16
+    std::uint32_t depth = 0;  ///< bits per sample: 1, 2, 4, 8 or 16
     PngColour colour = PngColour::kGrey;
     bool interlaced = false;
 
-    std::uint32_t SampleCount() const;  ///< a pixel: 1 to 4
+    std::uint32_t SampleCount() const;  ///< per pixel: 1 to 4
     bool IsGrey() const { return colour == PngColour::kGrey || colour == PngColour::kGreyAlpha; }
-    /// Bytes of one row of the whole picture without the filter's byte.
+    /// Bytes per row of the whole picture, without the filter byte.
     std::uint64_t RowBytes() const
     {
         return (static_cast<std::uint64_t>(width) * SampleCount() * depth + 7) / 8;
@@ -28,21 +28,21 @@ struct PngHeader {
 
 struct PngInfo {
     PngHeader header;
-    std::vector<std::uint8_t> palette;       ///< R, G, B in turn
-    std::vector<std::uint8_t> transparency;  ///< the data of tRNS, of a length that its colour type allows
-    double gamma = 0;                       ///< the exponent that the samples were encoded with; 0 = not said
-    bool has_colour_space = false;          ///< sRGB or a profile: then gamma doesn't count
-    std::vector<std::uint8_t> icc_profile;  ///< grey for grey, RGB for the others; empty = none
+    std::vector<std::uint8_t> palette;       ///< RGB
+    std::vector<std::uint8_t> transparency;  ///< tRNS data, of a length valid for the colour type
+    double gamma = 0;                        ///< exponent that the samples were encoded with; 0 = unknown
+    bool has_colour_space = false;           ///< sRGB or a profile, which override gamma
+    std::vector<std::uint8_t> icc_profile;   ///< matches the colour type: grey or RGB; empty = none
     double dots_per_inch_x = 0;
     double dots_per_inch_y = 0;
     ImageMetadata metadata;
     PngChunk first_data;  ///< the first IDAT
 };
 
-/// Reads from the signature to the first IDAT. Broken chunks that the picture can do without are passed over.
-/// False for a foreign, cut-short or contradictory file.
+/// Reads from the signature to the first IDAT, skipping broken ancillary chunks. False for a file that isn't
+/// PNG, is truncated or contradicts itself.
 [[nodiscard]] bool ReadPngInfo(PngChunkReader& reader, PngInfo& info);
 
-/// Reads from position, behind the last IDAT, to the end chunk: texts may stand there too. False when the
-/// file ends before it.
+/// Reads from position, after the last IDAT, to IEND: text chunks may follow the pixels. False if IEND is
+/// missing.
 [[nodiscard]] bool ReadPngTail(PngChunkReader& reader, std::uint64_t position, PngInfo& info);

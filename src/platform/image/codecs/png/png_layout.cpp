@@ -1,4 +1,4 @@
-// Finds the colour types that hold a picture, and brings its rows into them.
+// Chooses lossless colour types for a picture and converts its rows to them.
 #include "src/platform/image/codecs/png/png_layout.h"
 
 #include <algorithm>
@@ -20,8 +20,8 @@ std::size_t PngColourTable::IndexOf(std::uint32_t colour)
 {
     const std::size_t slot = SlotOf(colour);
     if (numbers_[slot] == 0) {
-        if (colour_count_ == kMost)
-            return kMost;
+        if (colour_count_ == kMaxColours)
+            return kMaxColours;
         colours_[slot] = colour;
         numbers_[slot] = static_cast<std::uint16_t>(++colour_count_);
     }
@@ -43,7 +43,7 @@ void PngColourTable::Renumber(const std::vector<std::uint32_t>& order)
         numbers_[SlotOf(order[i])] = static_cast<std::uint16_t>(i + 1);
 }
 
-// A pixel as one number: blue lowest, then green, red, alpha.
+// A pixel as a number: blue in the lowest byte, then green, red and alpha.
 template <std::size_t kChannels>
 static inline std::uint32_t ColourAt(const std::uint8_t* p)
 {
@@ -53,7 +53,7 @@ static inline std::uint32_t ColourAt(const std::uint8_t* p)
     return bgr | (kChannels == 4 ? std::uint32_t{p[3]} << 24 : kOpaque);
 }
 
-// Fills the table; False as soon as there are too many colours.
+// Fills the table; false as soon as there are too many colours.
 template <std::size_t kChannels>
 static bool CountColours(const ImageBuffer& image, PngColourTable& table)
 {
@@ -61,14 +61,14 @@ static bool CountColours(const ImageBuffer& image, PngColourTable& table)
     std::uint32_t last = ~ColourAt<kChannels>(p);
     for (std::size_t i = 0; i < image.bytes.size(); i += kChannels) {
         const std::uint32_t colour = ColourAt<kChannels>(p + i);
-        if (colour != last && table.IndexOf(colour) == PngColourTable::kMost)
+        if (colour != last && table.IndexOf(colour) == PngColourTable::kMaxColours)
             return false;
         last = colour;
     }
     return true;
 }
 
-// Of a grey picture, whose colours are few anyway: False as soon as there are more than four bits number.
+// The same for a grey picture; false as soon as the levels don't fit in four bits.
 static bool CollectFewGreys(const ImageBuffer& image, PngColourTable& table)
 {
     constexpr std::size_t kPiece = 4096;
@@ -113,7 +113,7 @@ static bool IsOpaque(const ImageBuffer& image)
     return true;
 }
 
-// The fewest bits in which greys can be written as they are: all of them are multiples of 255 / (2^bits - 1).
+// The smallest depth that represents the greys exactly: all are multiples of 255 / (2^depth - 1).
 static std::uint32_t GreyDepth(const std::vector<std::uint32_t>& colours)
 {
     const auto holds = [&](std::uint32_t step) {
@@ -130,8 +130,8 @@ static PngLayout PaletteLayout(const PngColourTable& table)
     layout.table = table;
     std::vector<std::uint32_t> colours = table.Colours();
     layout.depth = colours.size() <= 2 ? 1 : colours.size() <= 4 ? 2 : colours.size() <= 16 ? 4 : 8;
-    // Those with alpha first, so that tRNS is short; then by brightness, so that like indices are like
-    // colours.
+    // Translucent colours first, which keeps tRNS short; then by luma, so that similar colours have similar
+    // indices.
     std::sort(colours.begin(), colours.end(), [](std::uint32_t a, std::uint32_t b) {
         const bool opaque_a = a >= kOpaque;
         const bool opaque_b = b >= kOpaque;
@@ -171,11 +171,11 @@ std::vector<PngLayout> PngLayouts(const ImageBuffer& image)
     if (greys)
         plain.depth = GreyDepth(table.Colours());
     PngLayout palette = PaletteLayout(table);
-    // A palette is for RGB, so a grey picture's profile doesn't fit it.
+    // A palette is RGB, so it can't be combined with a grey profile.
     const bool forbidden = image.channels == 1 && has_profile;
     if (forbidden || (greys && palette.depth >= plain.depth))
         return {plain};
-    // Both are taken to shrink by half; in a small picture the palette itself is what counts.
+    // Assumes that either layout deflates to half; in a small picture the palette itself decides.
     const std::uint64_t plain_bits = plain.Header(image).SampleCount() * plain.depth;
     const std::uint64_t saved = static_cast<std::uint64_t>(image.width) *
                                 static_cast<std::uint64_t>(image.height) * (plain_bits - palette.depth) / 16;
@@ -203,7 +203,7 @@ std::uint32_t PngLayout::PixelSize() const
 
 namespace
 {
-// Puts values of depth bits together, the first highest.
+// Packs values of `depth` bits into bytes, the first in the highest bits.
 class ValuePacker
 {
 public:
@@ -236,7 +236,7 @@ static void PutIndices(PngLayout& layout, const std::uint8_t* row, std::size_t p
 {
     ValuePacker packer(out, layout.depth);
     std::uint32_t last = 0;
-    std::size_t index = PngColourTable::kMost;
+    std::size_t index = PngColourTable::kMaxColours;
     for (std::size_t x = 0; x < pixels; ++x) {
         const std::uint32_t colour = ColourAt<kChannels>(row + x * kChannels);
         if (colour != last || x == 0)

@@ -18,7 +18,7 @@
 
 static constexpr std::string_view kXmpKeyword = "XML:com.adobe.xmp";
 static constexpr std::string_view kExifMark("Exif\0\0", 6);
-static constexpr int kLevel = 9;  // profiles and packets are small
+static constexpr int kLevel = 9;  // maximum compression: profiles and packets are small
 
 static std::string_view AsText(Bytes bytes)
 {
@@ -30,7 +30,7 @@ static Bytes AsBytes(std::string_view text)
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-// Nothing says how long the unpacked block is, so the room for it grows as it proves too small.
+// The uncompressed size isn't stored, so the buffer is enlarged until the data fits.
 static std::vector<std::uint8_t> Inflate(Bytes packed)
 {
     const std::unique_ptr<libdeflate_decompressor, void (*)(libdeflate_decompressor*)> inflater(
@@ -38,7 +38,7 @@ static std::vector<std::uint8_t> Inflate(Bytes packed)
     if (!inflater)
         return {};
     std::vector<std::uint8_t> result;
-    for (std::size_t room = 32 * 1024; room <= kPngMetadataMost; room *= 4) {
+    for (std::size_t room = 32 * 1024; room <= kMaxPngMetadata; room *= 4) {
         result.resize(room);
         std::size_t length = 0;
         const auto outcome = libdeflate_zlib_decompress(inflater.get(), packed.data(), packed.size(),
@@ -65,7 +65,7 @@ static std::vector<std::uint8_t> Deflate(Bytes plain)
     return result;
 }
 
-// Takes the text before the next zero byte, and that byte. Nothing is left of rest when there is none.
+// Splits off the text before the next NUL, and the NUL. Without a NUL, rest becomes empty.
 static std::string_view TakeField(Bytes& rest)
 {
     const auto end = std::find(rest.begin(), rest.end(), 0);
@@ -76,7 +76,7 @@ static std::string_view TakeField(Bytes& rest)
 
 std::vector<std::uint8_t> PngProfile(Bytes chunk)
 {
-    TakeField(chunk);  // a name for people
+    TakeField(chunk);  // profile name
     if (chunk.empty() || chunk[0] != 0)
         return {};
     return Inflate(chunk.subspan(1));
@@ -127,7 +127,7 @@ void ReadPngText(std::uint32_t type, Bytes chunk, ImageMetadata& metadata)
         chunk = chunk.subspan(1);
     }
     if (packed || type == PngType("iTXt")) {
-        if (chunk.empty() || chunk[0] != 0)  // the only method is 0
+        if (chunk.empty() || chunk[0] != 0)  // method 0, deflate, is the only one
             return;
         chunk = chunk.subspan(1);
     }
@@ -146,7 +146,7 @@ void ReadPngText(std::uint32_t type, Bytes chunk, ImageMetadata& metadata)
         ReadRawProfile(keyword.substr(kRawProfilePrefix.size()), chunk, metadata);
 }
 
-// The text in Latin-1, which is what tEXt holds; False when it has other letters, or isn't UTF-8.
+// Converts to Latin-1, the encoding of tEXt. False for other characters or invalid UTF-8.
 static bool ToLatin1(std::string_view text, std::string& latin1)
 {
     latin1.clear();
@@ -169,14 +169,14 @@ static bool ToLatin1(std::string_view text, std::string& latin1)
 static bool WriteInternational(OutputFile& out, std::string_view keyword, std::string_view text)
 {
     std::string chunk(keyword);
-    chunk.append(5, '\0');  // the keyword's end, not packed, method 0, no language, no translated keyword
+    chunk.append(5, '\0');  // keyword terminator, uncompressed, method 0, no language, no translated keyword
     chunk += text;
     return WritePngChunk(out, PngType("iTXt"), AsBytes(chunk));
 }
 
 static bool WriteText(OutputFile& out, std::string_view keyword, std::string text)
 {
-    std::erase(text, '\0');  // it would end the text
+    std::erase(text, '\0');  // NUL would end the text
     if (text.empty())
         return true;
     std::string latin1;

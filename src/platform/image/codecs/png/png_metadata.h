@@ -1,4 +1,4 @@
-// The profile, EXIF, XMP and IPTC blocks and the texts inside PNG chunks.
+// Profile, EXIF, XMP, IPTC and text chunks of PNG.
 // Room: platform/image/codecs/png.
 #pragma once
 
@@ -11,20 +11,20 @@
 
 class OutputFile;
 
-/// The largest block that is read, packed or unpacked, in bytes.
-constexpr std::uint32_t kPngMetadataMost = 16 * 1024 * 1024;
+/// Limit in bytes for a metadata block, both compressed and uncompressed.
+constexpr std::uint32_t kMaxPngMetadata = 16 * 1024 * 1024;
 
-/// The profile in the data of an iCCP chunk; empty when it is broken.
+/// The profile in an iCCP chunk's data; empty if it is broken.
 std::vector<std::uint8_t> PngProfile(Bytes chunk);
 
-/// Takes over the data of an eXIf chunk if it is a TIFF structure.
+/// Stores an eXIf chunk's data if it is a TIFF structure.
 void ReadPngExif(Bytes chunk, ImageMetadata& metadata);
 
-/// Takes over what the data of a tEXt, zTXt or iTXt chunk holds for us: an XMP packet, or EXIF, XMP or IPTC
-/// as older programs write them, in hexadecimal. A block that is there already stays.
+/// Stores what a tEXt, zTXt or iTXt chunk carries: an XMP packet, or EXIF, XMP or IPTC hex-encoded as a raw
+/// profile by older programs. Doesn't replace a block that is already set.
 void ReadPngText(std::uint32_t type, Bytes chunk, ImageMetadata& metadata);
 
-/// Writes the chunks that stand before the pixels: iCCP, pHYs, eXIf, XMP, IPTC and the texts. The profile
-/// only where it fits a picture that is written as grey or not. False when the file has failed.
+/// Writes the chunks that precede the pixels: iCCP, pHYs, eXIf, XMP, IPTC and texts. The profile is left out
+/// if it doesn't fit the colour type (is_grey). False if writing failed.
 [[nodiscard]] bool WritePngMetadata(OutputFile& out, const ImageBuffer& image, bool is_grey,
                                     const ImageInfoTexts& texts);

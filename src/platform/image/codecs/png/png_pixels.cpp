@@ -1,4 +1,4 @@
-// Turns a PNG's samples into pixels.
+// Converts PNG samples to pixels.
 #include "src/platform/image/codecs/png/png_pixels.h"
 
 #include <algorithm>
@@ -60,19 +60,20 @@ static void LookUp(const PngPalette& palette, std::uint32_t depth, const std::ui
     }
 }
 
-// Eight pixels of one channel at once: the byte is copied to eight lanes, each of which keeps its own bit.
+// Expands eight 1-bit pixels of one channel at once: the byte is copied to eight lanes, and each keeps its
+// own bit.
 static void LookUpBits(const PngPalette& palette, const std::uint8_t* __restrict in,
                        std::uint8_t* __restrict out, std::size_t pixels)
 {
     constexpr std::uint64_t kEach = 0x0101010101010101;
-    // The leftmost pixel is the lowest byte of the lanes and the highest bit of the byte.
+    // The leftmost pixel is the highest bit of the byte and goes to the lowest lane.
     constexpr std::uint64_t kBits = 0x0102040810204080;
     const std::uint64_t zero = palette.entries[0] * kEach;
     const std::uint64_t differ = (palette.entries[0] ^ palette.entries[1]) * kEach;
     std::size_t x = 0;
     for (; x + 8 <= pixels; x += 8) {
         const std::uint64_t kept = *in++ * kEach & kBits;
-        // 0x7F more sets the highest bit of every lane that isn't 0, and none overflows.
+        // Adding 0x7F sets the highest bit of every nonzero lane, and no lane overflows.
         const std::uint64_t set = ((kept + 0x7F * kEach) | kept) & 0x80 * kEach;
         const std::uint64_t lanes = (set >> 7) * 255;
         const std::uint64_t eight = zero ^ (differ & lanes);

@@ -1,4 +1,4 @@
-// Decides how a picture is written as PNG.
+// Plans how a picture is written as PNG.
 #include "src/platform/image/codecs/png/png_plan.h"
 
 #include <algorithm>
@@ -9,10 +9,10 @@
 #include "src/platform/image/deflate/run_length.h"
 
 static constexpr std::size_t kSamples = 3;
-static constexpr std::size_t kSampleMost = 24 * 1024;  // bytes of rows in each
-static constexpr std::size_t kSampleShare = 48;        // of the picture, but for small ones
-static constexpr std::size_t kSampleLeast = 4 * 1024;
-// Percent of pixels that are what their neighbours are. A photograph's sky and shadows may have many of them.
+static constexpr std::size_t kMaxSampleBytes = 24 * 1024;  // bytes of rows per sample
+static constexpr std::size_t kSampleShare = 48;            // of the picture, unless it is small
+static constexpr std::size_t kMinSampleBytes = 4 * 1024;
+// Percentage of pixels equal to their neighbours. The sky and shadows of a photograph may have many.
 static constexpr std::size_t kFlat = 40;
 static constexpr std::size_t kGraphic = 65;
 
@@ -41,17 +41,18 @@ void PngRowSource::Make(std::size_t y, std::uint8_t* out)
     filters.apply(filters.choose(row), row, out);
 }
 
-// Bits that the picture would take by the plan, going by samples that are deflated each for itself. A small
-// picture is one sample.
+// Estimates the bits the picture takes with this plan from samples deflated independently. A small picture is
+// one sample.
 static std::uint64_t SampleBits(const ImageBuffer& image, PngPlan& plan)
 {
     const auto height = static_cast<std::size_t>(image.height);
     PngRowSource source(image, plan);
     const std::size_t row_bytes = source.FilteredBytes();
-    // The same rows for every plan, however wide their rows are.
+    // Sample the same rows for every plan, whatever their row size.
     const std::size_t pixel_row =
         std::size_t{static_cast<std::uint32_t>(image.width)} * static_cast<std::size_t>(image.channels);
-    const std::size_t sample = std::clamp(pixel_row * height / kSampleShare, kSampleLeast, kSampleMost);
+    const std::size_t sample =
+        std::clamp(pixel_row * height / kSampleShare, kMinSampleBytes, kMaxSampleBytes);
     const std::size_t row_count = std::min(std::max<std::size_t>(sample / pixel_row, 2), height);
     PixelBytes buffer;
     buffer.resize(PngQuickCopies::kFrontSlack + row_count * row_bytes + 2 * kPngRowSlack, 0);
@@ -75,7 +76,7 @@ static std::uint64_t SampleBits(const ImageBuffer& image, PngPlan& plan)
            8 * (plan.layout.palette.size() + plan.layout.transparency.size());
 }
 
-// The percentage of pixels in the sampled rows that are what their left neighbours are.
+// The percentage of sampled pixels that equal their left neighbour.
 static std::size_t Flatness(const ImageBuffer& image)
 {
     constexpr std::size_t kRows = 16;
@@ -110,7 +111,7 @@ PngPlan PlanFor(const ImageBuffer& image)
     const PngContent content = ContentOf(image, layouts[0]);
     std::vector<PngPlan> plans;
     for (PngLayout& layout : layouts) {
-        // Differences of numbers packed into bytes mean nothing.
+        // With several pixels per byte, differences mean nothing: don't filter.
         if (layout.depth == 8)
             plans.push_back({layout, true, content});
         if (content != PngContent::kPhotograph)

@@ -1,4 +1,4 @@
-// How a picture is written as PNG: its layout, and whether its rows are filtered.
+// Plans how a picture is written as PNG: its layout, and whether rows are filtered.
 // Room: platform/image/codecs/png.
 #pragma once
 
@@ -7,31 +7,31 @@
 
 struct PngPlan {
     PngLayout layout;
-    bool filtered = true;  ///< False: all rows as they are
+    bool filtered = true;  ///< false: filter type None for all rows
     PngContent content = PngContent::kPhotograph;
 };
 
-/// The plan that makes a sample of the picture's rows smallest. A picture that can only be a photograph has
-/// one plan, and no sample is taken.
+/// The plan that makes a sample of the picture's rows smallest. Clear photographs have only one plan and
+/// aren't sampled.
 PngPlan PlanFor(const ImageBuffer& image);
 
-/// Makes the rows that are deflated, the filter's byte first, one below the other.
+/// Produces the filtered rows to deflate, each with its filter byte first.
 class PngRowSource
 {
 public:
-    /// image and plan outlive it.
+    /// image and plan must outlive it.
     PngRowSource(const ImageBuffer& image, PngPlan& plan);
 
     std::size_t FilteredBytes() const { return bytes_ + 1; }
-    /// Row y to out; up to kPngRowSlack bytes behind it may be written too. y follows the y before, or
-    /// begins anew: then the row is filtered as if it were the first.
+    /// Writes row y to out, and up to kPngRowSlack bytes past it. Rows are made in order; any other y starts
+    /// over and is filtered like a first row.
     void Make(std::size_t y, std::uint8_t* out);
 
 private:
     const ImageBuffer& image_;
     PngPlan& plan_;
     std::size_t bytes_;
-    // Two rows that take turns, each with zeros in front and room behind.
+    // Two rows used in turn, with zeros in front and slack behind.
     PixelBytes here_;
     PixelBytes above_;
     std::size_t next_ = 0;

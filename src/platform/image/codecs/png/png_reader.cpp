@@ -1,4 +1,4 @@
-// Decodes PNG files: the common kinds in strips that stay in the cache, the others through the library.
+// Decodes PNG files: common layouts strip by strip within the cache, the others through libpng.
 #include "src/platform/image/codecs/png/png_reader.h"
 
 #include <algorithm>
@@ -17,7 +17,7 @@
 #include "src/platform/image/colour/colour_profile.h"
 
 static constexpr std::size_t kStripSize = 192 * 1024;
-static constexpr std::size_t kSlack = 16;  // what the kernels may read behind a strip or a row
+static constexpr std::size_t kSlack = 16;  // the kernels may read this far past a strip or row
 
 namespace
 {
@@ -41,14 +41,15 @@ private:
 };
 }  // namespace
 
-// Deflate makes at most 1032 bytes of one: a header that claims more than the file can hold is lying, and is
-// found out before there is memory taken for it.
+// Deflate expands by at most 1032:1. Rejects a header that claims more pixels than the file can hold, before
+// memory is allocated for them.
 static bool FileCanHold(const InputFile& file, const PngHeader& header)
 {
     return (header.RowBytes() + 1) * header.height / 1032 <= file.Size();
 }
 
-// Samples whose order in the file is ours but for red and blue: rows go straight into the picture.
+// Samples in the buffer's layout apart from red and blue being swapped: unfilters rows straight into the
+// picture.
 bool PngDecoder::DecodeDirect(PngInflater& inflater, UnfilterPngRows unfilter_rows, ImageBuffer& result)
 {
     const std::size_t bytes = info_.header.RowBytes();
@@ -68,7 +69,7 @@ bool PngDecoder::DecodeDirect(PngInflater& inflater, UnfilterPngRows unfilter_ro
     return true;
 }
 
-// Samples that are looked up, because they are indices or fewer than 8 bits wide.
+// Samples that need a lookup: palette indices, or greys of fewer than 8 bits.
 bool PngDecoder::DecodeIndices(PngInflater& inflater, ImageBuffer& result)
 {
     const PngHeader& header = info_.header;
@@ -79,7 +80,7 @@ bool PngDecoder::DecodeIndices(PngInflater& inflater, ImageBuffer& result)
     const std::size_t out_row = std::size_t{header.width} * static_cast<std::size_t>(palette.channels);
     PixelBytes strip;
     strip.resize(strip_rows * (bytes + 1) + kSlack);
-    // The first row is the one above the strip.
+    // The first row holds the row above the strip.
     std::vector<std::uint8_t> unfiltered((strip_rows + 1) * bytes);
     for (std::size_t y = 0; y < height; y += strip_rows) {
         const std::size_t row_count = std::min(strip_rows, height - y);
@@ -124,9 +125,8 @@ bool PngDecoder::DecodePixels(ImageBuffer& result, std::uint64_t& after_data)
     return true;
 }
 
-// A grey picture's profile can't stay with one that became B, G, R, A: its pixels are turned to what they
-// mean. All 256 greys go through the profile as a picture of their own, and the picture through what comes of
-// them.
+// A grey profile doesn't fit a picture that has become BGRA, so the pixels are converted to sRGB: all 256
+// greys are converted as one small picture, which then serves as a LUT.
 static void ApplyGreyProfile(const std::vector<std::uint8_t>& profile, ImageBuffer& image)
 {
     ImageBuffer greys;

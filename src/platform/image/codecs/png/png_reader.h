@@ -6,5 +6,5 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Null for a file whose header is broken or foreign. file outlives the decoder.
+/// Null if the header is invalid. file must outlive the decoder.
 std::unique_ptr<ImageDecoder> OpenPng(InputFile& file);

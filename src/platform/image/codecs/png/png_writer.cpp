@@ -36,7 +36,7 @@ static bool WritePixels(OutputFile& out, const ImageBuffer& image, PngPlan& plan
     PngDeflater deflater(out, rows.FilteredBytes(), height, plan.layout.PixelSize(), plan.content);
     for (std::size_t y = 0; y < height; ++y) {
         rows.Make(y, deflater.NextRow());
-        if (!deflater.RowDone())
+        if (!deflater.FinishRow())
             return false;
     }
     return true;

@@ -4,6 +4,6 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// The whole file, in the layout and with the filters that a sample of the picture says are smallest. At no
-/// time is there more of the packed picture in memory than a strip.
+/// Writes the whole file, with the layout and filtering that make a sample of the picture smallest. Never
+/// holds more than a strip of compressed data.
 [[nodiscard]] bool EncodePng(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

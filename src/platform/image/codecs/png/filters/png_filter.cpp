@@ -1,4 +1,4 @@
-// Chooses and applies PNG's row filters on any machine, and picks the fastest kernels that this one has.
+// Portable PNG filter selection and filtering, and the choice of the fastest kernels.
 #include "src/platform/image/codecs/png/filters/png_filter.h"
 
 #include <algorithm>
@@ -31,7 +31,7 @@ static inline int PredictPaeth(int left, int above, int above_left)
     return to_above <= to_above_left ? above : above_left;
 }
 
-// count differences from first on. What is in front of a row is zero, so that its first pixel is no special
+// Filters `count` samples starting at `first`. The zeros in front of a row spare its first pixel a special
 // case.
 static void Differences(PngFilter filter, const PngFilterRow& row, std::size_t first, std::size_t count,
                         std::uint8_t* __restrict out)

@@ -1,4 +1,4 @@
-// Chooses and applies PNG's row filters with the vector instructions of x86-64.
+// PNG filter selection and filtering with AVX2.
 #include "src/platform/image/codecs/png/filters/png_filter.h"
 #include "src/platform/image/codecs/png/filters/png_kernels.h"
 
@@ -10,7 +10,7 @@
 
 namespace
 {
-// Samples of 32 bytes of a row, and their neighbours.
+// 32 bytes of a row and their neighbours.
 struct Samples {
     __m256i here;
     __m256i left;
@@ -18,10 +18,10 @@ struct Samples {
     __m256i above_left;
 };
 
-// What is known of one filter so far.
+// One filter's score so far.
 struct Score {
     __m256i cost;  ///< four sums
-    __m256i last;  ///< the differences of the group before
+    __m256i last;  ///< the previous group's differences
     std::uint64_t runs;
 };
 }  // namespace
@@ -40,14 +40,14 @@ VARNEL_TARGET_AVX2 static inline Samples SamplesAt(const PngFilterRow& row, std:
 
 VARNEL_TARGET_AVX2 static inline __m256i Average(const Samples& obj)
 {
-    // The instruction rounds up, the format wants the floor.
+    // _mm256_avg_epu8 rounds up; PNG wants the floor.
     const __m256i odd = _mm256_and_si256(_mm256_xor_si256(obj.left, obj.above), _mm256_set1_epi8(1));
     return _mm256_sub_epi8(_mm256_avg_epu8(obj.left, obj.above), odd);
 }
 
-// In bytes, though left + above - 2 * above left needs ten bits: where left and above lie on different sides
-// of above left, the distance to it is the difference of the two other distances; where they lie on the same
-// side it is their sum, which is never the smallest, so that any large number does.
+// Paeth in 8-bit lanes, although left + above - 2 * above_left needs ten bits. If above_left is between left
+// and above, its distance is the difference of the two other distances. Otherwise it is their sum, which is
+// never the smallest, so any large number will do.
 VARNEL_TARGET_AVX2 static inline __m256i Paeth(const Samples& obj)
 {
     const __m256i a = obj.left;
@@ -79,7 +79,7 @@ VARNEL_TARGET_AVX2 static inline __m256i Differences(const Samples& obj)
     return obj.here;
 }
 
-// Adds a group's differences to the score. mask has zeros behind the row's end.
+// Adds a group's differences to the score. mask is zero past the end of the row.
 VARNEL_TARGET_AVX2 static inline void Add(Score& score, __m256i difference, __m256i mask, std::uint32_t count)
 {
     const __m256i small_costs =

@@ -1,4 +1,4 @@
-// Which of the PNG kernels are compiled, and which of them this machine can run.
+// Detects which PNG kernels are compiled in and supported by this machine.
 // Room: platform/image/codecs/png/filters.
 #pragma once
 
@@ -9,7 +9,7 @@
 struct PngUnfilters;
 struct PngFilters;
 
-/// True on a processor with AVX2 and BMI2.
+/// True if the CPU has AVX2 and BMI2.
 inline bool HasAvx2ForPng()
 {
     return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi2");

@@ -1,4 +1,4 @@
-// Moves samples about, with vector instructions where there are some.
+// Reorders and packs samples, with AVX2 where available.
 #include "src/platform/image/codecs/png/filters/png_shuffle.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 #ifdef VARNEL_PNG_AVX2
 #include <immintrin.h>
 
-// These return how many pixels they did; the rest, less than a vector, is left to the plain loops.
+// The AVX2 versions return how many pixels they converted; plain loops do the rest.
 VARNEL_TARGET_AVX2 static std::size_t Swap3(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels)
 {
     const __m128i order = _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, 15);
@@ -23,7 +23,7 @@ VARNEL_TARGET_AVX2 static std::size_t Swap3(const std::uint8_t* in, std::uint8_t
 
 VARNEL_TARGET_AVX2 static std::size_t Pack(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels)
 {
-    // Each eight bytes are turned round, so that the first comes to the highest bit of the mask's byte.
+    // Reverse each group of eight bytes, so that its first byte ends up in the highest bit of the mask byte.
     const __m256i order = _mm256_setr_epi8(7, 6, 5, 4, 3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4,
                                            3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8);
     std::size_t i = 0;
@@ -85,7 +85,7 @@ bool HasOnlyExtremes(const std::uint8_t* bytes, std::size_t byte_count)
     for (std::size_t done = 0; done < byte_count; done += kPiece) {
         const std::uint8_t* const p = bytes + done;
         const std::size_t here = std::min(kPiece, byte_count - done);
-        std::uint8_t other = 0;  // one more makes 255 a 0 and 0 a 1
+        std::uint8_t other = 0;  // adding 1 maps 255 to 0 and 0 to 1
         for (std::size_t i = 0; i < here; ++i)
             other |= static_cast<std::uint8_t>((p[i] + 1) & 0xFE);
         if (other)

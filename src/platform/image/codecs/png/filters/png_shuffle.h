@@ -1,19 +1,19 @@
-// Moving samples about: red and blue exchanged, black and white packed into bits.
+// Reorders and packs samples: red and blue, black and white.
 // Room: platform/image/codecs/png/filters.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-/// B, G, R becomes R, G, B, or the other way round. In and out don't overlap.
+/// BGR to RGB or back. in and out must not overlap.
 void SwapRedAndBlue3(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels);
 
-/// B, G, R, A becomes R, G, B, A, or the other way round. In and out don't overlap.
+/// BGRA to RGBA or back. in and out must not overlap.
 void SwapRedAndBlue4(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels);
 
-/// The lowest bit of each of pixels bytes, the first in the highest bit of the first byte; what is left of
-/// the last byte is 0.
+/// Packs the lowest bit of each of `pixels` bytes, the first in the highest bit. Unused bits of the last byte
+/// are 0.
 void PackBits(const std::uint8_t* in, std::uint8_t* out, std::size_t pixels);
 
-/// True when all bytes are 0 or 255.
+/// True if every byte is 0 or 255.
 bool HasOnlyExtremes(const std::uint8_t* bytes, std::size_t byte_count);

@@ -1,4 +1,4 @@
-// Undoes PNG's row filters on any machine, and picks the fastest kernels that this one has.
+// Portable PNG unfiltering, and the choice of the fastest kernels.
 #include "src/platform/image/codecs/png/filters/png_unfilter.h"
 
 #include <algorithm>
@@ -6,8 +6,8 @@
 
 #include "src/platform/image/codecs/png/filters/png_kernels.h"
 
-// The sample of the three that is nearest to left + above - above left; see the vector kernel for why this is
-// it.
+// The Paeth predictor: whichever neighbour is nearest to left + above - above_left. png_unfilter_avx2.cpp
+// explains the method.
 static inline int Paeth(int left, int above, int above_left)
 {
     const int t = 3 * above_left - left - above;
@@ -34,7 +34,7 @@ static inline int Predict(int left, int above, int above_left)
     }
 }
 
-// One row of pixels of kPixelBytes. With kSwap the first and the third sample change places.
+// Unfilters a row with kPixelBytes per pixel; kSwap also swaps the first and third sample.
 template <std::size_t kPixelBytes, bool kSwap, PngFilter kFilter>
 static void UnfilterRow(const std::uint8_t* __restrict in, const std::uint8_t* __restrict above_row,
                         std::uint8_t* __restrict out, std::size_t bytes)

@@ -1,4 +1,4 @@
-// Undoes PNG's row filters with the vector instructions of x86-64.
+// PNG unfiltering with AVX2.
 #include "src/platform/image/codecs/png/filters/png_kernels.h"
 #include "src/platform/image/codecs/png/filters/png_unfilter.h"
 
@@ -8,9 +8,8 @@
 
 #include <cstring>
 
-// Pixels of 3 bytes are read as 4; the kernels therefore leave pictures of a few columns to the portable
-// ones.
-static constexpr std::size_t kLeastPixels = 8;
+// Three-byte pixels are read as four bytes, so very narrow pictures are left to the portable kernels.
+static constexpr std::size_t kMinPixels = 8;
 
 VARNEL_TARGET_AVX2 static inline __m128i Load4(const std::uint8_t* p)
 {
@@ -29,7 +28,7 @@ VARNEL_TARGET_AVX2 static inline void Store16(std::uint8_t* p, __m128i v)
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
 }
 
-// The first kBytes (3 or 4) of v.
+// Stores the low kBytes (3 or 4) of v.
 template <std::size_t kBytes>
 VARNEL_TARGET_AVX2 static inline void StorePixel(std::uint8_t* p, __m128i v)
 {
@@ -37,7 +36,7 @@ VARNEL_TARGET_AVX2 static inline void StorePixel(std::uint8_t* p, __m128i v)
     std::memcpy(p, &pixel, kBytes);
 }
 
-// Brings a row's samples into our order and adds the row above, if there is one to add.
+// Converts a row's channel order and, for filter type Up, adds the row above.
 template <std::size_t kPixelBytes, bool kAbove>
 VARNEL_TARGET_AVX2 static void CopyOrUp(const std::uint8_t* in, const std::uint8_t* above, std::uint8_t* out,
                                         std::size_t bytes)
@@ -63,7 +62,7 @@ VARNEL_TARGET_AVX2 static void CopyOrUp(const std::uint8_t* in, const std::uint8
 
 namespace
 {
-// One pixel's samples in lanes of 16 bits.
+// A pixel's samples in 16-bit lanes.
 struct Neighbours {
     __m128i left;
     __m128i above;
@@ -71,10 +70,10 @@ struct Neighbours {
 };
 }  // namespace
 
-// The sample of the three that is nearest to left + above - above left. The middle one of the three is found
-// by comparisons that need the left pixel late, since everything waits for it: with t = 3 * above left - left
-// - above, the greater of left and above is nearest when t is not above the lesser, the lesser when t is not
-// below the greater.
+// The Paeth predictor: whichever neighbour is nearest to left + above - above_left. Every pixel depends on
+// the one to its left, so the comparisons use `left` as late as possible. With t = 3 * above_left - left -
+// above, the greater of left and above is nearest if t <= the lesser, the lesser if t >= the greater, and
+// above_left otherwise.
 VARNEL_TARGET_AVX2 static inline __m128i Paeth(const Neighbours& neighbours)
 {
     const __m128i without_left = _mm_sub_epi16(
@@ -104,7 +103,7 @@ VARNEL_TARGET_AVX2 static inline __m128i OrderWide()
                             : _mm_setr_epi8(2, -1, 1, -1, 0, -1, 3, -1, -1, -1, -1, -1, -1, -1, -1, -1);
 }
 
-// A filter whose guess needs the pixel to the left, so that a row is one chain of dependent steps.
+// Filters that predict from the pixel to the left: the row is one dependency chain.
 template <std::size_t kPixelBytes, PngFilter kFilter>
 VARNEL_TARGET_AVX2 static void Chain(const std::uint8_t* in, const std::uint8_t* above, std::uint8_t* out,
                                      std::size_t bytes)
@@ -116,7 +115,7 @@ VARNEL_TARGET_AVX2 static void Chain(const std::uint8_t* in, const std::uint8_t*
         neighbours.above_left = neighbours.above;
         if (kFilter != PngFilter::kSub)
             neighbours.above = _mm_cvtepu8_epi16(Load4(above + i));
-        // The upper halves of the lanes are zero, so bytes may be added where the sum is to wrap.
+        // The upper halves of the lanes are zero, so adding bytes wraps as it should.
         neighbours.left = _mm_add_epi8(_mm_shuffle_epi8(Load4(in + i), order), Predict<kFilter>(neighbours));
         return _mm_packus_epi16(neighbours.left, neighbours.left);
     };
@@ -160,14 +159,14 @@ VARNEL_TARGET_AVX2 static bool UnfilterRows(const PngRows& rows)
 template <std::size_t kPixelBytes>
 static bool UnfilterWide(const PngRows& rows)
 {
-    if (rows.bytes < kLeastPixels * kPixelBytes) {
+    if (rows.bytes < kMinPixels * kPixelBytes) {
         const PngUnfilters& portable = PngUnfiltersFor(true);
         return (kPixelBytes == 3 ? portable.rgb : portable.rgba)(rows);
     }
     return UnfilterRows<kPixelBytes>(rows);
 }
 
-// Chains of single bytes gain nothing from vectors, but the rows without one do.
+// Single-byte dependency chains don't gain from vectors.
 static bool UnfilterBytes(const PngRows& rows)
 {
     return PngUnfiltersFor(true).one_byte(rows);
