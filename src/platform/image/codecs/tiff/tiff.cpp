@@ -1,4 +1,4 @@
-// The TIFF codec: recognises files, hands on to the decoder and the writer.
+// TIFF's entry in the codec table.
 #include "src/platform/image/codecs/tiff/tiff.h"
 
 #include "src/platform/image/codecs/tiff/tiff_decoder.h"

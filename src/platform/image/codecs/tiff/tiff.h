@@ -1,10 +1,9 @@
-// TIFF: pages of every common layout read, pages without compression, by LZW or by the CCITT methods
-// written.
+// TIFF: reads pages of all common layouts; writes them uncompressed, with LZW or with CCITT compression.
 // Room: platform/image/codecs/tiff.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Type 3. Each directory of the file's chain is a page. Encode writes a file of one page; tiff_document.h
-/// writes files of several.
+/// Type 3. Each directory in the chain is a page. Encode() writes a single page; tiff_document.h writes
+/// several.
 extern const Codec kTiffCodec;

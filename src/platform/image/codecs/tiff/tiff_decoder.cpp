@@ -34,8 +34,8 @@ private:
 };
 }  // namespace
 
-// A grey profile of a picture that has become BGRA for its alpha: the grey is turned, so that no profile is
-// needed.
+// For a grey picture that alpha turned into BGRA: converts the grey to sRGB, since a grey profile no longer
+// fits.
 static void ApplyGreyProfile(std::vector<std::uint8_t> profile, ImageBuffer& image)
 {
     ImageBuffer grey;

@@ -1,4 +1,4 @@
-// An open TIFF file: its pages in any order.
+// Decodes the pages of a TIFF file in any order.
 // Room: platform/image/codecs/tiff.
 #pragma once
 
@@ -6,6 +6,6 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Null for a file without a single directory. The directories' places are collected here, in one pass over
-/// the chain; each page is then read from its place, so n pages in any order cost one pass more.
+/// Null for a file without a valid directory. Walks the directory chain once and remembers the offsets, so
+/// reading n pages in any order doesn't walk it again.
 std::unique_ptr<ImageDecoder> OpenTiff(InputFile& file);

@@ -45,7 +45,7 @@ static bool ReadWhole(int descriptor, std::uint64_t offset, std::vector<std::uin
 
 namespace
 {
-/// Writes behind the end of a file.
+/// Appends to a file.
 class EndOfFile : public TiffSink
 {
 public:
@@ -98,7 +98,7 @@ bool TiffDocument::WriteAt(std::uint64_t offset, Bytes bytes) const
 bool TiffDocument::Append(const ImageBuffer& image, const SaveSettings& settings)
 {
     const auto forget_what_is_behind = [this] {
-        // A file that can't be cut keeps bytes that nothing points to, which harms no reader.
+        // If truncating fails, the file keeps unreferenced bytes, which readers ignore.
         if (ftruncate(descriptor_, static_cast<off_t>(end_)) != 0)
             return;
     };
@@ -141,16 +141,15 @@ static std::uint64_t NumberAt(const std::vector<std::uint8_t>& bytes, std::size_
 
 namespace
 {
-/// A directory of a file that becomes one with 64-bit offsets. Its values stay where they are.
+/// A classic directory rewritten with 64-bit offsets. The values stay where they are.
 struct WidenedDirectory {
-    std::uint64_t directory = 0;     ///< the new one, put behind the file's end
-    std::uint64_t next_pointer = 0;  ///< its own
-    std::uint64_t old_next = 0;      ///< the directory after the old one
+    std::uint64_t directory = 0;     ///< offset of the new directory, appended to the file
+    std::uint64_t next_pointer = 0;  ///< offset of the new directory's link
+    std::uint64_t old_next = 0;      ///< what the classic directory linked to
 };
 }  // namespace
 
-// Writes the classic directory at old_offset anew in the wide form, the directories that it points to before
-// it.
+// Appends a 64-bit version of the classic directory at old_offset, preceded by the directories it points to.
 static bool Widen(int descriptor, std::uint64_t old_offset, EndOfFile& sink, WidenedDirectory& widened)
 {
     std::vector<std::uint8_t> count_field(2);
@@ -181,7 +180,7 @@ static bool Widen(int descriptor, std::uint64_t old_offset, EndOfFile& sink, Wid
         AppendNumber(new_bytes, type, 2);
         AppendNumber(new_bytes, values, 8);
         const std::uint64_t offset = NumberAt(old_entries, entry + 8, 4);
-        if (size > 4 && size <= 8) {  // what now fits into the entry has to be there
+        if (size > 4 && size <= 8) {  // values of 5 to 8 bytes move into the entry
             std::vector<std::uint8_t> value(size);
             if (!ReadWhole(descriptor, offset, value))
                 return false;
@@ -203,8 +202,8 @@ static bool Widen(int descriptor, std::uint64_t old_offset, EndOfFile& sink, Wid
     return sink.Write(new_bytes);
 }
 
-// All directories are written anew behind the end; the header, which has room for both forms, then turns from
-// the old chain to the new one in a single write.
+// Appends 64-bit versions of all directories. The header has room for either form, so a single write then
+// switches from the old chain to the new one.
 bool TiffDocument::MakeBig()
 {
     std::vector<std::uint8_t> first(4);

@@ -8,16 +8,14 @@
 
 #include "src/platform/image/codecs/tiff/tiff_writer.h"
 
-/// After each call the file is a whole TIFF with the pages so far. A page's bytes and directory are put
-/// behind the file's end first; then the last directory is made to point to it, which is one write of a few
-/// bytes. So a full disk, or a process that is ended, leaves the pages before. Nothing is read back: n pages
-/// cost what they are.
+/// The file is a complete TIFF after every call. A page's data and directory are appended first; then a small
+/// write links them to the last directory. So a full disk or a killed process leaves the earlier pages
+/// intact. Nothing is read back, so the cost is linear in the number of pages.
 class TiffDocument
 {
 public:
-    /// Writes a file of one page, whole or not at all, and keeps it open. Null after a failure. Throws
-    /// std::bad_alloc. A classic file becomes one with 64-bit offsets before it passes classic_end bytes;
-    /// tests make that small.
+    /// Writes a single-page file atomically and keeps it open. Null on failure. Throws std::bad_alloc. The
+    /// file is converted to BigTIFF before it exceeds classic_end bytes, which tests lower.
     static std::unique_ptr<TiffDocument> Begin(const std::string& host_path, const ImageBuffer& image,
                                                const SaveSettings& settings,
                                                std::uint64_t classic_end = kClassicEnd);
@@ -25,7 +23,7 @@ public:
     TiffDocument(const TiffDocument&) = delete;
     TiffDocument& operator=(const TiffDocument&) = delete;
 
-    /// Adds a page. After False, or std::bad_alloc, the file is as it was, and another page may be tried.
+    /// Appends a page. After false or std::bad_alloc the file is unchanged, and appending can be retried.
     bool Append(const ImageBuffer& image, const SaveSettings& settings);
 
 private:
@@ -36,8 +34,8 @@ private:
 
     int descriptor_ = -1;
     std::uint64_t classic_end_ = kClassicEnd;
-    std::uint64_t end_ = 0;           ///< bytes of the file
-    std::uint64_t next_pointer_ = 0;  ///< where the last directory names the one after it
+    std::uint64_t end_ = 0;           ///< size of the file
+    std::uint64_t next_pointer_ = 0;  ///< offset of the last directory's link
     std::uint32_t pages_ = 0;
     bool big_tiff_ = false;
 };

@@ -1,4 +1,4 @@
-// Joins libtiff to InputFile and to memory.
+// Connects libtiff to InputFile and to memory.
 #include "src/platform/image/codecs/tiff/tiff_handle.h"
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 #include "src/platform/image/base/input_file.h"
 
-// Handlers that belong to one file: libtiff's own are the whole process's and write to standard error.
+// Per-file handlers that drop messages: libtiff's defaults are global and print to standard error.
 static int Ignore(TIFF*, void*, const char*, const char*, va_list)
 {
     return 1;
@@ -47,9 +47,8 @@ static std::uint64_t SeekPosition(std::uint64_t position, std::uint64_t size, to
 
 TiffInput::TiffInput(InputFile& file) : file_(file)
 {
-    // libtiff holds one strip as it stands in the file, so nothing it asks for is larger than the file; what
-    // its decoders need beside that is small. "h": no directory yet; "m": no mapping; "c": strips as the file
-    // has them.
+    // libtiff holds one encoded strip, so no allocation should exceed the file size by more than its codecs'
+    // working memory. "h": don't read a directory yet; "m": no memory mapping; "c": no strip chopping.
     const std::uint64_t largest_block = file.Size() + 256ull * 1024 * 1024;
     tiff_.reset(Open("rhmc", this, &Read, &Write, &Seek, &Size, largest_block));
 }
@@ -89,7 +88,7 @@ TiffStripEncoder::TiffStripEncoder()
 std::vector<std::uint8_t> TiffStripEncoder::Encode(std::uint32_t strip_index,
                                                    std::vector<std::uint8_t>& strip)
 {
-    // libtiff puts each strip at the end of its file; what stands before it has been handed out.
+    // libtiff appends each strip to its file; what came before has already been delivered.
     written_.clear();
     position_ = 0;
     if (TIFFWriteEncodedStrip(Handle(), strip_index, strip.data(), static_cast<tmsize_t>(strip.size())) < 0 ||

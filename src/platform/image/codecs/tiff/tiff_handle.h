@@ -1,4 +1,4 @@
-// libtiff on our files: opened without a message to anybody, read where it asks, written into memory.
+// Adapts libtiff to our files: opens them silently, reads on demand, encodes to memory.
 // Room: platform/image/codecs/tiff.
 #pragma once
 
@@ -12,11 +12,11 @@
 
 class InputFile;
 
-/// A file open for reading. Only its header has been read; a page is chosen by its directory's offset.
+/// An open file. Only its header has been read; pages are selected by directory offset.
 class TiffInput
 {
 public:
-    /// file is lent for the life of this object. Handle() is null for a file that libtiff doesn't take.
+    /// file must outlive this object. Handle() is null if libtiff rejects the file.
     explicit TiffInput(InputFile& file);
     TIFF* Handle() const { return tiff_.get(); }
 
@@ -34,19 +34,19 @@ private:
     std::unique_ptr<TIFF, Close> tiff_;
 };
 
-/// What libtiff's encoders make of a picture's strips, without a file around them.
+/// Encodes strips with libtiff's codecs, without producing a file.
 class TiffStripEncoder
 {
 public:
     TiffStripEncoder();
-    /// To set the tags that the encoder goes by; null without memory.
+    /// For setting the tags that control the encoder; null if memory ran out.
     TIFF* Handle() const { return tiff_.get(); }
-    /// The encoded bytes of strip strip_index; empty after a failure. strip is changed.
+    /// Encodes strip number strip_index; empty on failure. Overwrites strip.
     std::vector<std::uint8_t> Encode(std::uint32_t strip_index, std::vector<std::uint8_t>& strip);
 
 private:
     struct Forget {
-        void operator()(TIFF* tiff) const { TIFFCleanup(tiff); }  // TIFFClose would add a directory
+        void operator()(TIFF* tiff) const { TIFFCleanup(tiff); }  // TIFFClose would write a directory
     };
     static tmsize_t Read(thandle_t self, void* out, tmsize_t count);
     static tmsize_t Write(thandle_t self, void* bytes, tmsize_t count);

@@ -1,4 +1,4 @@
-// Reads and checks the tags that describe pixels.
+// Reads and validates the tags that describe the pixels.
 #include "src/platform/image/codecs/tiff/tiff_layout.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 static constexpr std::uint64_t kMaxSamples = 64;
 static constexpr std::uint64_t kMaxChunks = 4'000'000;
 static constexpr std::uint64_t kAnyTileBytes =
-    16 * 1024 * 1024;  // a tile may be so large on the smallest page
+    16 * 1024 * 1024;  // a tile may be this large even if the page is tiny
 
 std::uint32_t TiffLayout::ColourCount() const
 {
@@ -63,7 +63,7 @@ bool IsPlausibleDirectory(InputFile& file, const TiffHeader& header, std::uint64
     const bool tiled = offsets != nullptr || EntryOf(entries, TIFFTAG_TILEWIDTH) != nullptr;
     if (!offsets)
         offsets = EntryOf(entries, TIFFTAG_STRIPOFFSETS);
-    if (!offsets)  // the old style of JPEG names its stream by a tag of its own
+    if (!offsets)  // old-style JPEG has a tag for its stream instead
         return number(TIFFTAG_COMPRESSION, 1) == COMPRESSION_OJPEG &&
                EntryOf(entries, TIFFTAG_JPEGIFOFFSET) != nullptr;
     const std::uint64_t chunk_width = tiled ? number(TIFFTAG_TILEWIDTH, 0) : width;
@@ -76,9 +76,9 @@ bool IsPlausibleDirectory(InputFile& file, const TiffHeader& header, std::uint64
     return chunks <= kMaxChunks && chunks <= offsets->count;
 }
 
-// Bytes that a byte of the file can become at most; 0 where there is no such limit. Longest runs: LZW's table
-// full of ever longer strings, deflate's 258 bytes from 2 bits, 128 equal bytes from 2; a block of 64 samples
-// from 2 bits.
+// The most pixels that one byte of the file can decode to; 0 if unlimited. Worst cases: LZW strings growing
+// by one each, deflate's 258 bytes from 2 bits, PackBits' 128 bytes from 2, JPEG's 64-sample block from 2
+// bits.
 static std::uint64_t MaxPixelsPerByte(const TiffLayout& layout)
 {
     switch (layout.compression) {
@@ -97,20 +97,19 @@ static std::uint64_t MaxPixelsPerByte(const TiffLayout& layout)
         case COMPRESSION_CCITTRLEW:
         case COMPRESSION_CCITTFAX3:
         case COMPRESSION_CCITTFAX4:
-            return layout.chunk_width + 8;  // a bit may stand for a whole row
+            return layout.chunk_width + 8;  // one bit may encode a whole row
         default:
             return 0;
     }
 }
 
-// libjbig allocates by the sizes in the stream's own header, which has to agree with the page's.
+// libjbig allocates by the stream's own header, so it must agree with the page's size.
 static bool JbigHeaderFits(TIFF* tiff, InputFile& file, std::uint64_t offset, const TiffLayout& layout)
 {
     std::array<std::uint8_t, 20> header{};
     if (file.ReadAt(offset, header) != header.size())
         return false;
-    // The stream is stored, and read, with its bits turned round where the file's order of bits is libtiff's
-    // own.
+    // If the file's fill order is libtiff's own, the stream is stored with its bits reversed.
     const std::uint16_t own_order = TIFFIsMSB2LSB(tiff) ? FILLORDER_MSB2LSB : FILLORDER_LSB2MSB;
     if (ReadShort(tiff, TIFFTAG_FILLORDER, FILLORDER_MSB2LSB) == own_order)
         TIFFReverseBits(header.data(), static_cast<tmsize_t>(header.size()));
@@ -125,7 +124,7 @@ static bool JbigHeaderFits(TIFF* tiff, InputFile& file, std::uint64_t offset, co
            height <= layout.chunk_height;
 }
 
-// Whether the chunks that are in the file can hold the pixels that the tags claim.
+// True if the file's chunks are large enough for the pixels that the tags claim.
 static bool ChunksSuffice(TIFF* tiff, const TiffLayout& layout, InputFile& file)
 {
     const std::uint64_t chunk_bytes = layout.tiled ? TIFFTileSize64(tiff) : TIFFStripSize64(tiff);
@@ -137,7 +136,7 @@ static bool ChunksSuffice(TIFF* tiff, const TiffLayout& layout, InputFile& file)
     if (layout.tiled && chunk_bytes > std::max(kAnyTileBytes, 4 * page_bytes))
         return false;
     if (layout.compression == COMPRESSION_OJPEG)
-        return true;  // its stream need not be where the tags say that the strips are
+        return true;  // the stream needn't be at the strip offsets
     std::uint64_t stored = 0;
     for (std::uint32_t i = 0; i < chunks; ++i) {
         const std::uint64_t offset = TIFFGetStrileOffset(tiff, i);
@@ -155,8 +154,8 @@ static bool ChunksSuffice(TIFF* tiff, const TiffLayout& layout, InputFile& file)
     return max == 0 || stored * max >= needed;
 }
 
-// The first sample beyond the colours that is alpha. One that the file doesn't explain is none: editors keep
-// masks and spot colours there.
+// Takes the first extra sample that is alpha. Unspecified extra samples are ignored: editors store masks and
+// spot colours there.
 static void ReadAlpha(TIFF* tiff, TiffLayout& layout)
 {
     std::uint16_t extra = 0;
@@ -172,7 +171,7 @@ static void ReadAlpha(TIFF* tiff, TiffLayout& layout)
     }
 }
 
-// False for a kind of colour that isn't known.
+// False for an unknown colour model.
 static bool ReadColour(TIFF* tiff, TiffLayout& layout)
 {
     std::uint16_t photometric = 0;
@@ -230,7 +229,8 @@ static void ReadYCbCr(TIFF* tiff, TiffLayout& layout)
     TIFFGetFieldDefaulted(tiff, TIFFTAG_YCBCRSUBSAMPLING, &layout.subsampling_x, &layout.subsampling_y);
 }
 
-// What libtiff calls the range of float and of wide whole samples, if the file has it; else the type's own.
+// The range of floats and of integers wider than 16 bits: from the file's tags if present, otherwise the full
+// range of the type.
 static void ReadRange(TIFF* tiff, TiffLayout& layout)
 {
     if (layout.format != SAMPLEFORMAT_IEEEFP && layout.bits <= 16)
@@ -282,7 +282,7 @@ std::optional<TiffLayout> ReadLayout(TIFF* tiff, InputFile& file)
 
     if (layout.colour == TiffColour::kYCbCr)
         ReadYCbCr(tiff, layout);
-    // After the choices of the decoder's output, which change both.
+    // Read these last: the decoder output options above change both.
     layout.bits = ReadShort(tiff, TIFFTAG_BITSPERSAMPLE, 1);
     layout.format = ReadShort(tiff, TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
     if (layout.format == SAMPLEFORMAT_VOID)

@@ -1,4 +1,4 @@
-// Brings strips and tiles of every layout together into one picture.
+// Assembles strips and tiles of any layout into a picture.
 #include "src/platform/image/codecs/tiff/tiff_pixel_reader.h"
 
 #include <algorithm>
@@ -16,15 +16,15 @@ static constexpr std::uint64_t kReadAtOnce = 512 * 1024;
 
 namespace
 {
-/// What the functions below share while one page is read.
+/// State shared by the functions below while a page is read.
 struct PageReading {
     TIFF* tiff;
     const TiffLayout& layout;
     const TiffRows& rows;
-    std::uint8_t* levels;  ///< the whole page's
-    std::size_t pitch;     ///< bytes of a row of levels
+    std::uint8_t* levels;  ///< of the whole page
+    std::size_t pitch;     ///< bytes per row of levels
     std::vector<std::uint8_t> chunk = {};
-    bool finish_rows;  ///< the rows are brought to their end as they come
+    bool finish_rows;  ///< finish rows as they are unpacked
 
     std::uint8_t* PixelAt(std::uint32_t x, std::uint32_t y) const
     {
@@ -33,7 +33,7 @@ struct PageReading {
 };
 }  // namespace
 
-// Rows that have been unpacked, while they are still in the processor's cache.
+// Finishes freshly unpacked rows while they are in the cache.
 static bool FinishRows(const PageReading& obj, std::uint32_t x, std::uint32_t y, std::uint32_t columns,
                        std::uint32_t rows)
 {
@@ -45,8 +45,7 @@ static bool FinishRows(const PageReading& obj, std::uint32_t x, std::uint32_t y,
     return true;
 }
 
-// Uncompressed strips in which a row is what the picture needs: several are read at once, straight to their
-// place.
+// Reads uncompressed strips whose rows need no conversion, several at once, straight into the picture.
 static bool ReadPlainStrips(PageReading& obj, InputFile& file)
 {
     const std::uint32_t height = obj.layout.height;
@@ -55,7 +54,7 @@ static bool ReadPlainStrips(PageReading& obj, InputFile& file)
     for (std::uint32_t y = 0; y < height;) {
         const std::uint32_t strip = y / strip_rows;
         const std::uint64_t offset = TIFFGetStrileOffset(obj.tiff, strip) + y % strip_rows * obj.pitch;
-        // As far as the strips follow each other in the file.
+        // As many rows as are contiguous in the file.
         std::uint32_t rows = std::min(height - y, strip_rows - y % strip_rows);
         if (TIFFGetStrileByteCount(obj.tiff, strip) < (y % strip_rows + rows) * obj.pitch)
             return false;
@@ -78,7 +77,7 @@ static bool ReadPlainStrips(PageReading& obj, InputFile& file)
     return true;
 }
 
-// Decoders that may leave the rest of a damaged chunk as it was would show what was in memory.
+// True for codecs that may leave part of a damaged chunk undecoded; it would show uninitialised memory.
 static bool MayStopEarly(std::uint16_t compression)
 {
     return compression != COMPRESSION_NONE && compression != COMPRESSION_LZW &&
@@ -86,7 +85,7 @@ static bool MayStopEarly(std::uint16_t compression)
            compression != COMPRESSION_PACKBITS;
 }
 
-// A strip decoded to where its levels are to be, which takes no memory of its own.
+// Decodes strips directly to where their levels go, without extra memory.
 static bool ReadStripsInPlace(PageReading& obj)
 {
     for (std::uint32_t y = 0, strip = 0; y < obj.layout.height; y += obj.layout.chunk_height, ++strip) {
@@ -103,7 +102,7 @@ static bool ReadStripsInPlace(PageReading& obj)
     return true;
 }
 
-// Unpacks rows rows of a decoded chunk, whose first pixel is the page's (x, y).
+// Unpacks `rows` rows of a decoded chunk whose first pixel is (x, y) on the page.
 static bool UnpackChunk(PageReading& obj, std::uint32_t plane, std::uint32_t x, std::uint32_t y,
                         std::uint32_t rows, std::size_t stored_row)
 {
@@ -124,7 +123,7 @@ static bool UnpackChunk(PageReading& obj, std::uint32_t plane, std::uint32_t x, 
     return FinishRows(obj, x, y, columns, rows);
 }
 
-// Whether the samples of a plane are asked for; those of another kind are not even read.
+// True if the plane's sample is needed; other planes aren't read.
 static bool IsPlaneUsed(const TiffLayout& layout, std::uint32_t plane)
 {
     return plane < layout.ColourCount() || (layout.alpha != TiffAlpha::kNone && plane == layout.alpha_sample);
@@ -160,7 +159,7 @@ static bool ReadStrips(PageReading& obj)
     return true;
 }
 
-// Strips too large to be held decoded beside the picture: row by row.
+// Reads row by row strips that are too large to decode as a whole.
 static bool ReadRowByRow(PageReading& obj)
 {
     const TiffLayout& layout = obj.layout;

@@ -1,4 +1,4 @@
-// Reads the pixels of one page of a TIFF file, in strips and tiles.
+// Reads the pixels of a TIFF page from its strips or tiles.
 // Room: platform/image/codecs/tiff.
 #pragma once
 
@@ -10,8 +10,7 @@
 class InputFile;
 struct ImageBuffer;
 
-/// Gives image the pixels of the page that tiff is at, as they are stored (not turned); everything else of
-/// it is emptied. profile is the page's own, for colours of inks. False, with image untouched, when a strip
-/// or tile can't be decoded. Beside the picture it takes what the largest strip has in the file, and at most
-/// 32 MB more. Throws std::bad_alloc.
+/// Reads tiff's current page into image, ignoring orientation; the rest of image is cleared. profile is the
+/// page's, used for CMYK. False if a strip or tile can't be decoded; image is then unchanged. Besides the
+/// picture it needs the largest encoded strip and at most 32 MB. Throws std::bad_alloc.
 bool ReadTiffPixels(TIFF* tiff, const TiffLayout& layout, InputFile& file, Bytes profile, ImageBuffer& image);

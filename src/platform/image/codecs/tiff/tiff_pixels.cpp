@@ -7,10 +7,10 @@
 void ExpandBits(const std::uint8_t* in, std::size_t pixels, std::uint8_t zero, std::uint8_t one,
                 std::uint8_t* out)
 {
-    // Eight pixels at a time. The byte, multiplied into all eight places, keeps one bit in each; a carry out
-    // of the lower seven bits then tells whether that bit is there.
+    // Expands eight pixels at a time: multiplying copies the byte to all eight lanes, each lane keeps one
+    // bit, and a carry out of its low seven bits shows whether that bit is set.
     constexpr std::uint64_t kEach = 0x0101010101010101u;
-    constexpr std::uint64_t kOneBit = 0x0102040810204080u;  // the highest bit is the first byte in memory
+    constexpr std::uint64_t kOneBit = 0x0102040810204080u;  // the highest bit becomes the first byte
     constexpr std::uint64_t kLowSeven = 0x7F7F7F7F7F7F7F7Fu;
     const std::uint64_t zeros = zero * kEach;
     const std::uint64_t flips = (zero ^ one) * kEach;
@@ -29,8 +29,7 @@ void ExpandBits(const std::uint8_t* in, std::size_t pixels, std::uint8_t zero, s
 void PackDarkBits(const std::uint8_t* in, std::size_t pixels, std::uint8_t* out)
 {
     constexpr std::uint64_t kHighest = 0x8080808080808080u;
-    constexpr std::uint64_t kGather =
-        0x8040201008040201u;  // brings a bit of each byte together, the first highest
+    constexpr std::uint64_t kGather = 0x8040201008040201u;  // one bit of each byte, the first one highest
     const std::size_t whole = pixels / 8;
     for (std::size_t i = 0; i < whole; ++i) {
         std::uint64_t levels = 0;

@@ -1,4 +1,4 @@
-// Unpacks rows and turns their colours into grey, BGR or BGRA.
+// Unpacks rows and converts their colours to grey, BGR or BGRA.
 #include "src/platform/image/codecs/tiff/tiff_rows.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 #include "src/platform/image/colour/colour_profile.h"
 #include "src/platform/image/pixels/pixel_rows.h"
 
-static constexpr std::size_t kBlock = 4096;  // pixels that are turned at a time where a copy is needed
+static constexpr std::size_t kBlock = 4096;  // pixels converted at a time where a copy is needed
 
 static TiffSampleForm FormOf(const TiffLayout& layout)
 {
@@ -57,8 +57,8 @@ TiffRows::TiffRows(TIFF* tiff, const TiffLayout& layout, Bytes profile) : layout
 
 TiffRows::~TiffRows() = default;
 
-// Palettes have 16-bit levels, by rule n * 257. As common are writers that shift (n * 256) and those that put
-// 8-bit levels there.
+// Palette entries have 16 bits and should be n * 257. Writers that shift (n * 256) or store 8-bit values are
+// just as common.
 static unsigned PaletteLevel(unsigned stored, bool all_narrow, bool all_shifted)
 {
     if (all_narrow)
@@ -97,19 +97,19 @@ bool TiffRows::ReadYCbCr(TIFF* tiff)
     if (!TIFFGetFieldDefaulted(tiff, TIFFTAG_YCBCRCOEFFICIENTS, &luma) ||
         !TIFFGetFieldDefaulted(tiff, TIFFTAG_REFERENCEBLACKWHITE, &range))
         return false;
-    // Numbers that can't be meant would overflow the tables.
+    // Absurd coefficients would overflow the tables.
     const auto usable = [](float value) { return std::abs(value) < 1e6f; };
     if (!std::all_of(luma, luma + 3, usable) || !std::all_of(range, range + 6, usable) ||
         std::abs(luma[1]) < 1e-3f)
         return false;
-    // libtiff wants its tables in one block behind the structure.
+    // libtiff expects its tables in one block right after the structure.
     constexpr std::size_t kTables =
         4 * 256 * sizeof(TIFFRGBValue) + 2 * 256 * sizeof(int) + 3 * 256 * sizeof(std::int32_t);
     ycbcr_.resize((sizeof(TIFFYCbCrToRGB) + sizeof(long) + kTables) / sizeof(std::uint64_t) + 2);
     return TIFFYCbCrToRGBInit(reinterpret_cast<TIFFYCbCrToRGB*>(ycbcr_.data()), luma, range) >= 0;
 }
 
-// Where a sample goes among the levels of its pixel, and in which form it is read.
+// Unpacks one sample into its place among the levels of each pixel.
 void TiffRows::UnpackSample(std::uint32_t sample, std::uint32_t stored_samples, const std::uint8_t* stored,
                             std::size_t pixels, std::uint8_t* out) const
 {
@@ -130,7 +130,7 @@ void TiffRows::UnpackSample(std::uint32_t sample, std::uint32_t stored_samples, 
         for (std::uint8_t* p = out; p != out + pixels * 4; p += 4)
             p[1] = p[2] = p[0];
     } else {
-        // a and b have a sign in one of the two forms, whatever the file says of its samples.
+        // a* and b* are signed in CIELAB but offset in ICCLAB, whatever the sample format tag says.
         const bool is_lab = layout_.colour == TiffColour::kLab;
         const bool shifted = layout_.colour == TiffColour::kIccLab;
         if (is_lab || shifted)
@@ -145,7 +145,7 @@ void TiffRows::UnpackPalette(const std::uint8_t* stored, std::size_t pixels, std
     std::array<std::uint16_t, kBlock> indexes;
     const std::uint32_t samples = layout_.samples;
     const std::size_t bits_per_pixel = std::size_t{layout_.bits} * samples;
-    // A block begins on a byte, since it is a multiple of 8 pixels.
+    // Blocks start on a byte boundary, since kBlock is a multiple of 8.
     for (std::size_t done = 0; done < pixels; done += kBlock) {
         const std::size_t now = std::min(kBlock, pixels - done);
         const std::uint8_t* from = stored + done * bits_per_pixel / 8;
@@ -213,8 +213,8 @@ void TiffRows::UnpackSubsampled(const std::uint8_t* stored, std::uint32_t stored
     }
 }
 
-// Colours of three or four samples and perhaps alpha, a block at a time, since the input may lie where the
-// output goes.
+// Converts colours of three or four samples, with or without alpha. Works in blocks with a copy, since input
+// and output may overlap.
 template <typename TurnBlock>
 static bool TurnBlocks(const std::uint8_t* levels, std::size_t pixels, std::uint32_t level_count,
                        bool has_alpha, std::size_t block, std::uint8_t* out, TurnBlock turn)
@@ -257,7 +257,7 @@ bool TiffRows::Finish(const std::uint8_t* levels, std::size_t pixels, std::uint8
             break;
         case TiffColour::kLab:
         case TiffColour::kIccLab:
-            // Large blocks: each builds the way to sRGB anew.
+            // Large blocks, because each one sets up the transform to sRGB again.
             done = TurnBlocks(levels, pixels, levels_, has_alpha, 256 * kBlock, out,
                               [](const std::uint8_t* in, std::uint8_t* bgr, std::size_t count) {
                                   return LabToBgr(in, bgr, count);

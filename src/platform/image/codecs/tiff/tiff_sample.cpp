@@ -1,4 +1,4 @@
-// Brings samples of every width to 8 bits.
+// Converts samples of any width to 8 bits.
 #include "src/platform/image/codecs/tiff/tiff_sample.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ static T LoadAs(const std::uint8_t* bytes)
     return value;
 }
 
-// Bits that begin anywhere; at most 16, so that they lie in three bytes.
+// Up to 16 bits at any bit offset; they span at most three bytes.
 static unsigned BitsAt(const std::uint8_t* stored, std::size_t first_bit, unsigned bits)
 {
     const std::uint8_t* p = stored + first_bit / 8;
@@ -46,7 +46,7 @@ static std::uint32_t ThreeBytes(const std::uint8_t* p)
            p[kLittle ? 0 : 2];
 }
 
-// A float of 24 bits: 7 of exponent (bias 63), 16 of fraction.
+// A 24-bit float: 7-bit exponent (bias 63), 16-bit mantissa.
 static double Float24ToDouble(std::uint32_t bits)
 {
     const int exponent = static_cast<int>(bits >> 16 & 127);
@@ -91,7 +91,7 @@ static void WideLevels(const TiffSampleForm& form, const std::uint8_t* stored, s
     const double scale = 255 / (form.highest - form.lowest);
     for (std::size_t i = 0; i < pixels; ++i) {
         const double level = (ReadWideSample(form, stored + i * step) - form.lowest) * scale;
-        // Written so that what is no number becomes 0.
+        // The comparisons are written so that NaN becomes 0.
         out[i * pitch] = level >= 254.5 ? 255 : level > 0 ? static_cast<std::uint8_t>(level + 0.5) : 0;
     }
 }

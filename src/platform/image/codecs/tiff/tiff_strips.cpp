@@ -11,8 +11,8 @@
 #include "src/platform/image/pixels/alpha.h"
 #include "src/platform/image/pixels/pixel_rows.h"
 
-static constexpr std::size_t kStripBytes = 256 * 1024;  // stays in the processor's cache
-static constexpr std::size_t kStripsAPart = 2;          // what a thread encodes before it asks for more
+static constexpr std::size_t kStripBytes = 256 * 1024;  // fits in the L2 cache
+static constexpr std::size_t kStripsPerPart = 2;        // encoded by a thread in one go
 
 static std::size_t RowBytes(const ImageBuffer& image)
 {
@@ -25,7 +25,7 @@ static std::uint32_t RowsForStrips(const ImageBuffer& image)
     return static_cast<std::uint32_t>(std::min(rows, static_cast<std::size_t>(image.height)));
 }
 
-// Pixels in the order of TIFF.
+// Copies pixels as RGB(A), the channel order of TIFF.
 static void CopyPixels(const std::uint8_t* in, std::size_t pixels, std::int32_t channels, std::uint8_t* out)
 {
     if (channels == 1)
@@ -57,7 +57,7 @@ bool EncodePlainStrips(const ImageBuffer& image, const TakeBytes& take, TiffStri
 
 namespace
 {
-/// What one thread needs to encode strips.
+/// A thread's working memory.
 struct LzwWork {
     TiffLzwEncoder encoder;
     std::vector<std::uint8_t> pixels;
@@ -85,9 +85,9 @@ bool EncodeLzwStrips(const ImageBuffer& image, const TakeBytes& take, TiffStrips
     const auto height = static_cast<std::uint32_t>(image.height);
     strips.rows_per_strip = RowsForStrips(image);
     const std::size_t strip_count = (height - 1) / strips.rows_per_strip + 1;
-    // As many strips at a time as the cores take together; then those are handed over in their order.
-    const std::size_t parts = std::min(CoreCount(), (strip_count + kStripsAPart - 1) / kStripsAPart);
-    const std::size_t batch = parts * kStripsAPart;
+    // Encodes one batch of strips on all cores, then delivers them in order.
+    const std::size_t parts = std::min(CoreCount(), (strip_count + kStripsPerPart - 1) / kStripsPerPart);
+    const std::size_t batch = parts * kStripsPerPart;
     std::vector<std::unique_ptr<LzwWork>> work;
     for (std::size_t i = 0; i < parts; ++i)
         work.push_back(std::make_unique<LzwWork>());

@@ -1,4 +1,4 @@
-// Puts a page together: strips, metadata, directory.
+// Assembles a page: strips, metadata, directory.
 #include "src/platform/image/codecs/tiff/tiff_writer.h"
 
 #include <tiff.h>
@@ -17,8 +17,8 @@ std::uint64_t MaxPageBytes(const ImageBuffer& image)
     const ImageMetadata& metadata = image.metadata;
     const std::uint64_t beside =
         metadata.exif.size() + metadata.xmp.size() + metadata.iptc.size() + image.icc_profile.size();
-    // LZW makes noise half as large again, and a code of group 3 or 4 is shorter than the levels that it
-    // stands for; a strip costs two numbers, and no text is longer than a MB.
+    // LZW expands noise by up to a half, and a group 3 or 4 code is never longer than the 8-bit levels it
+    // encodes. Each strip needs two numbers, and no text exceeds 1 MB.
     return image.bytes.size() / 2 * 3 + image.bytes.size() / 500 + 2 * beside + 8 * 1024 * 1024 +
            16 * static_cast<std::uint64_t>(image.height);
 }
@@ -39,7 +39,7 @@ static std::uint16_t CompressionOf(std::int32_t tiff_compression)
     }
 }
 
-// What says how the strips are to be read.
+// The tags needed to read the strips.
 static std::vector<TiffTag> LayoutTags(const ImageBuffer& image, std::uint16_t compression,
                                        const TiffStrips& strips, std::uint64_t first_strip,
                                        const TiffPageForm& form)
@@ -79,7 +79,7 @@ static std::vector<TiffTag> LayoutTags(const ImageBuffer& image, std::uint16_t c
         tags.push_back(NumberTag(TIFFTAG_PREDICTOR, 3, {2}));
     if (samples == 4)
         tags.push_back(NumberTag(TIFFTAG_EXTRASAMPLES, 3, {EXTRASAMPLE_UNASSALPHA}));
-    if (form.one_of_several)  // how many pages there will be isn't known yet: 0
+    if (form.one_of_several)  // the page count isn't known yet: 0
         tags.push_back(NumberTag(TIFFTAG_PAGENUMBER, 3, {form.page, 0}));
     return tags;
 }

@@ -1,4 +1,4 @@
-// Writes a page of a TIFF file: its strips, then its directory.
+// Writes a page of a TIFF file: strips first, then its directory.
 // Room: platform/image/codecs/tiff.
 #pragma once
 
@@ -11,41 +11,41 @@ class OutputFile;
 struct ImageBuffer;
 struct SaveSettings;
 
-/// Where a page's bytes go: the file under its way, from its beginning or from its end on.
+/// Receives a page's bytes: a new file, or the end of an existing one.
 class TiffSink
 {
 public:
     virtual ~TiffSink() = default;
     virtual bool Write(Bytes bytes) = 0;
-    /// Where in the file the next byte goes.
+    /// File offset of the next byte.
     virtual std::uint64_t Position() const = 0;
 };
 
-/// What a page is in its file.
+/// How a page is stored in its file.
 struct TiffPageForm {
     bool big_tiff = false;
     bool one_of_several = false;
-    std::uint32_t page = 0;  ///< from 0
+    std::uint32_t page = 0;  ///< page number, from 0
 };
 
-/// Where its directory came to be.
+/// Where the page's directory was written.
 struct TiffPagePlace {
     std::uint64_t directory = 0;
-    std::uint64_t next_pointer = 0;  ///< where the offset of the page after it is to be put; 0 stands there
+    std::uint64_t next_pointer = 0;  ///< offset of the directory's link to the next one, which is 0
 };
 
-/// The bytes that a page takes at most, with all that belongs to it.
+/// Upper bound of the bytes a page takes, metadata included.
 std::uint64_t MaxPageBytes(const ImageBuffer& image);
 
-/// A classic file ends where 32 bits do.
+/// A classic TIFF is limited to 32-bit offsets.
 constexpr std::uint64_t kClassicEnd = 0xFFFFFFFFu;
 
-/// Appends the page to the sink: nothing in the file points to it yet. settings.tiff_compression is 0
-/// none, 1 LZW, 2 CCITT run length, 3 group 3, 4 group 4, any other number none; 2 to 4 make the picture
-/// black and white. False as soon as the sink refuses, or without memory. Throws only std::bad_alloc.
+/// Appends the page to the sink; nothing in the file links to it yet. settings.tiff_compression: 1 LZW, 2
+/// CCITT run length, 3 group 3, 4 group 4, anything else none; 2 to 4 make the picture bilevel. False if the
+/// sink fails or memory runs out. Throws only std::bad_alloc.
 bool WriteTiffPage(TiffSink& sink, const ImageBuffer& image, const SaveSettings& settings,
                    const TiffPageForm& form, TiffPagePlace& place);
 
-/// Writes a new file of that one page into out, which the caller commits.
+/// Writes a new single-page file to out; the caller commits it.
 bool WriteTiffFile(OutputFile& out, const ImageBuffer& image, const SaveSettings& settings,
                    const TiffPageForm& form, TiffPagePlace& place);

@@ -1,5 +1,4 @@
-// Walks TIFF directories in both byte orders and both sizes. Every number comes from the file and may be
-// anything.
+// Reads TIFF directories, classic and BigTIFF, in either byte order. No number in the file can be trusted.
 #include "src/platform/image/codecs/tiff/directory/tiff_directory.h"
 
 #include <algorithm>
@@ -11,7 +10,7 @@
 
 static constexpr std::size_t kMaxPages = 65535;
 static constexpr std::uint64_t kMaxEntries = 65535;
-static constexpr std::uint64_t kMaxCopied = 64 * 1024 * 1024;  // bytes of values, all in all
+static constexpr std::uint64_t kMaxCopied = 64 * 1024 * 1024;  // bytes of values in total
 static constexpr int kMaxDepth = 3;                            // page, EXIF, interoperability
 
 std::uint32_t TiffTypeSize(std::uint16_t type)
@@ -29,7 +28,7 @@ static std::uint64_t NumberAt(const std::uint8_t* bytes, std::uint32_t size, boo
     return value;
 }
 
-// A number of 2, 4 or 8 bytes at an offset; nothing beyond the end.
+// Reads a 2, 4 or 8-byte number; nothing past the end of the file.
 static std::optional<std::uint64_t> ReadAt(InputFile& file, const TiffHeader& header, std::uint64_t offset,
                                            std::uint32_t size)
 {
@@ -58,7 +57,7 @@ std::optional<TiffHeader> ReadTiffHeader(InputFile& file)
     return header;
 }
 
-// How many entries the directory has; 0 unless all of them lie inside the file.
+// The number of entries; 0 unless all of them are inside the file.
 static std::uint64_t EntryCount(InputFile& file, const TiffHeader& header, std::uint64_t directory)
 {
     const std::uint64_t count_size = header.big_tiff ? 8 : 2;
@@ -92,7 +91,7 @@ std::vector<std::uint64_t> PageDirectories(InputFile& file, const TiffHeader& he
 std::vector<TiffEntry> ReadEntries(InputFile& file, const TiffHeader& header, std::uint64_t directory)
 {
     const std::uint64_t count = EntryCount(file, header, directory);
-    const std::uint32_t count_size = header.big_tiff ? 8 : 4;  // also the size of an offset
+    const std::uint32_t count_size = header.big_tiff ? 8 : 4;  // also the offset size
     const std::uint32_t entry_size = 4 + 2 * count_size;
     const std::uint64_t first = directory + (header.big_tiff ? 8 : 2);
     std::vector<std::uint8_t> bytes(count * entry_size);
@@ -125,7 +124,7 @@ const TiffEntry* EntryOf(std::span<const TiffEntry> entries, std::uint16_t tag)
     return found == entries.end() ? nullptr : &*found;
 }
 
-// Bytes of one number of the type: a rational is two numbers.
+// Bytes of one number: a rational is two of them.
 static std::uint32_t NumberSize(std::uint16_t type)
 {
     return type == 5 || type == 10 ? 4 : TiffTypeSize(type);
@@ -185,7 +184,7 @@ static std::vector<TiffTag> ReadTagsAt(InputFile& file, const TiffHeader& header
         }
         tags.push_back(std::move(tag));
     }
-    // A directory has its tags in ascending order and each once; what breaks the rule is brought to it.
+    // Directories must be sorted without duplicates; repair those that aren't.
     std::stable_sort(tags.begin(), tags.end(),
                      [](const TiffTag& left, const TiffTag& right) { return left.tag < right.tag; });
     tags.erase(std::unique(tags.begin(), tags.end(),
@@ -197,8 +196,8 @@ static std::vector<TiffTag> ReadTagsAt(InputFile& file, const TiffHeader& header
 std::vector<TiffTag> ReadTags(InputFile& file, const TiffHeader& header, std::span<const TiffEntry> entries,
                               std::span<const std::uint16_t> wanted)
 {
-    // Values that don't overlap are no more than the file: entries that all claim the same block come to an
-    // end.
+    // Values that don't overlap can't exceed the file size; the budget stops entries that all refer to the
+    // same block.
     std::uint64_t budget = std::min(file.Size(), kMaxCopied);
     return ReadTagsAt(file, header, entries, &wanted, 0, budget);
 }

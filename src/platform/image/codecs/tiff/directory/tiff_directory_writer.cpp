@@ -1,4 +1,4 @@
-// Lays out TIFF directories: the values first, then the directory that points to them.
+// Serialises TIFF directories: values first, then the directory that refers to them.
 #include "src/platform/image/codecs/tiff/directory/tiff_directory_writer.h"
 
 #include <algorithm>
@@ -21,7 +21,7 @@ TiffTag NumberTag(std::uint16_t tag, std::uint16_t type, const std::vector<std::
     return result;
 }
 
-// A denominator of 1000 keeps the resolutions that files have (72, 300, 118.11 a centimetre) exact.
+// A denominator of 1000 represents common resolutions (72, 300, 118.11 per cm) exactly.
 TiffTag RationalTag(std::uint16_t tag, double value)
 {
     const double denominator = value < 4'000'000 ? 1000 : 1;
@@ -54,7 +54,7 @@ static std::uint64_t NumberOf(const std::uint8_t* bytes, std::uint32_t size)
     return value;
 }
 
-// The tag in 32 bits, as a classic file wants it; False if that can't be.
+// Narrows a tag to 32 bits for classic TIFF; false if a value doesn't fit.
 static bool MakeClassic(TiffTag& tag)
 {
     const bool is_signed = tag.type == 17;
@@ -74,7 +74,7 @@ static bool MakeClassic(TiffTag& tag)
     return true;
 }
 
-// Appends the directories that tags points to, then the values, then the directory itself.
+// Appends sub-directories, then values, then the directory.
 static TiffDirectoryBytes AppendDirectory(std::vector<std::uint8_t> bytes, std::vector<TiffTag> tags,
                                           std::uint64_t place, bool big_tiff)
 {
@@ -130,7 +130,7 @@ std::vector<std::uint8_t> TiffHeaderBytes(std::uint64_t first_directory, bool bi
     std::vector<std::uint8_t> bytes = {'I', 'I'};
     AppendNumber(bytes, big_tiff ? 43 : 42, 2);
     if (big_tiff)
-        AppendNumber(bytes, 8, 4);  // size of an offset, then a zero
+        AppendNumber(bytes, 8, 4);  // offset size, then zero
     AppendNumber(bytes, first_directory, big_tiff ? 8 : 4);
     bytes.resize(16);
     return bytes;

@@ -1,4 +1,4 @@
-// Puts the directories of a TIFF file into bytes, little-endian, classic or with 64-bit offsets.
+// Serialises TIFF directories, little-endian, classic or BigTIFF.
 // Room: platform/image/codecs/tiff/directory.
 #pragma once
 
@@ -9,26 +9,25 @@
 #include "src/platform/image/base/byte_reader.h"
 #include "src/platform/image/codecs/tiff/directory/tiff_directory.h"
 
-/// A directory with all that it points to, ready to be written at one place of the file.
+/// A directory and everything it points to, for writing at a fixed file offset.
 struct TiffDirectoryBytes {
     std::vector<std::uint8_t> bytes;
-    std::uint64_t directory = 0;  ///< where in the file the directory begins
-    std::uint64_t next_pointer =
-        0;  ///< where in the file the offset of the next directory is (0 now; 4 or 8 bytes)
+    std::uint64_t directory = 0;     ///< file offset of the directory
+    std::uint64_t next_pointer = 0;  ///< file offset of its link to the next directory, which is 0
 };
 
-/// tags is ascending by tag. place, an even offset in the file, is where bytes is to be written. A classic
-/// file takes no 64-bit numbers: such a tag becomes 32-bit, or is left out if a value is too large for that.
+/// tags must be ascending; place is the even file offset where the bytes will be written. Classic TIFF has no
+/// 64-bit numbers: such tags are narrowed to 32 bits, or dropped if a value doesn't fit.
 TiffDirectoryBytes DirectoryBytes(const std::vector<TiffTag>& tags, std::uint64_t place, bool big_tiff);
 
-/// The beginning of a file, 16 bytes in both forms: so a classic file can become one with 64-bit offsets at
-/// its place.
+/// The start of a file, padded to 16 bytes in either form, so that a classic header can be replaced in place
+/// by a BigTIFF one.
 std::vector<std::uint8_t> TiffHeaderBytes(std::uint64_t first_directory, bool big_tiff);
 
-/// The number as size bytes, the lowest first.
+/// Appends value in `size` bytes, little-endian.
 void AppendNumber(std::vector<std::uint8_t>& bytes, std::uint64_t value, std::uint32_t size);
 
-// Tags of one kind of value. numbers are written with the type's size.
+// Tags whose values share one type; numbers are stored in that type's size.
 TiffTag NumberTag(std::uint16_t tag, std::uint16_t type, const std::vector<std::uint64_t>& numbers);
 TiffTag RationalTag(std::uint16_t tag, double value);
 TiffTag TextTag(std::uint16_t tag, std::string_view text);  ///< ends at the first NUL

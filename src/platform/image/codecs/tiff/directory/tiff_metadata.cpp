@@ -1,4 +1,4 @@
-// Carries metadata between the tags of a TIFF page and an ImageBuffer.
+// Converts metadata between the tags of a TIFF page and an ImageBuffer.
 #include "src/platform/image/codecs/tiff/directory/tiff_metadata.h"
 
 #include <tiff.h>
@@ -17,9 +17,9 @@
 
 static constexpr std::uint64_t kMaxBlock = 16 * 1024 * 1024;
 
-// Tags of a page that tell of the picture and not of how it is stored, ascending: name, description, make,
-// model, page name, software, date, artist, computer, rating, copyright, the directories, and the texts of a
-// desktop's dialog.
+// Tags that describe the picture rather than its storage, in ascending order: document name, description,
+// make, model, page name, software, date, artist, computer, rating, copyright, sub-directories and the XP
+// texts.
 static constexpr std::array<std::uint16_t, 19> kCarried = {TIFFTAG_DOCUMENTNAME,
                                                            TIFFTAG_IMAGEDESCRIPTION,
                                                            TIFFTAG_MAKE,
@@ -47,7 +47,7 @@ std::vector<std::uint8_t> ReadTiffProfile(InputFile& file, const TiffHeader& hea
     return entry ? ReadValue(file, header, *entry, kMaxBlock, true) : std::vector<std::uint8_t>{};
 }
 
-// Dots per inch of one direction; 0 for a tag that isn't there or says nothing.
+// Resolution along one axis in dots per inch; 0 if the tag is missing or meaningless.
 static double ReadResolution(InputFile& file, const TiffHeader& header, const std::vector<TiffEntry>& entries,
                              std::uint16_t tag)
 {
@@ -67,8 +67,8 @@ static double ReadResolution(InputFile& file, const TiffHeader& header, const st
     return dots < 1e6 ? dots : 0;
 }
 
-// IPTC datasets are bytes, but the tag is often typed as 32-bit numbers, and some writers then store those in
-// the order of their machine.
+// IPTC is bytes, but the tag is often typed as 32-bit numbers, which some writers store in their own byte
+// order.
 static std::vector<std::uint8_t> ReadIptc(InputFile& file, const TiffHeader& header,
                                           const std::vector<TiffEntry>& entries)
 {
@@ -86,8 +86,7 @@ static std::vector<std::uint8_t> ReadIptc(InputFile& file, const TiffHeader& hea
                          iptc.begin() + static_cast<std::ptrdiff_t>(i + 4));
     if (iptc.empty() || iptc[0] != kMarker)
         return {};
-    // The padding to whole numbers isn't part of it; at most 3 bytes, since a dataset may end in zeros of its
-    // own.
+    // Strips the padding to 32 bits: at most 3 bytes, since a dataset may itself end in zeros.
     for (int i = 0; i < 3 && iptc.back() == 0; ++i)
         iptc.pop_back();
     return iptc;
@@ -112,7 +111,7 @@ void ReadTiffMetadata(InputFile& file, const TiffHeader& header, const std::vect
     image.metadata.iptc = ReadIptc(file, header, entries);
 
     std::vector<TiffTag> tags = ReadTags(file, header, entries, kCarried);
-    // The page's tag holds, whatever a packet beside it says.
+    // The page's own tag overrides the orientation in an XMP packet.
     if (orientation != ORIENTATION_TOPLEFT || !image.metadata.xmp.empty()) {
         const auto place = std::find_if(tags.begin(), tags.end(),
                                         [](const TiffTag& tag) { return tag.tag > TIFFTAG_ORIENTATION; });

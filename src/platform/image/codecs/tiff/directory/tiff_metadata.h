@@ -1,4 +1,4 @@
-// What a TIFF page says beside its pixels: resolution, profile, EXIF, XMP, IPTC.
+// Resolution, profile, EXIF, XMP and IPTC of a TIFF page.
 // Room: platform/image/codecs/tiff/directory.
 #pragma once
 
@@ -9,17 +9,15 @@
 #include "src/platform/image_buffer.h"
 #include "src/platform/image_library.h"
 
-/// The page's colour profile as it stands; empty for none, or one over 16 MB.
+/// The page's colour profile, unchecked; empty if missing or over 16 MB.
 std::vector<std::uint8_t> ReadTiffProfile(InputFile& file, const TiffHeader& header,
                                           const std::vector<TiffEntry>& entries);
 
-/// Sets the resolution and the metadata of image. The EXIF block is made of the page's own texts (make,
-/// model, date and so on), its orientation if the picture is still to be turned, and the directories of EXIF
-/// and GPS.
+/// Sets image's resolution and metadata. The EXIF block combines the page's own tags (make, model, date and
+/// so on), its orientation if still to be applied, and the EXIF and GPS directories.
 void ReadTiffMetadata(InputFile& file, const TiffHeader& header, const std::vector<TiffEntry>& entries,
                       std::uint16_t orientation, ImageBuffer& image);
 
-/// The tags that carry image's resolution and metadata and texts, ascending; with has_profile the profile
-/// too.
+/// The tags for image's resolution, metadata and texts, plus the profile if has_profile; ascending.
 std::vector<TiffTag> TiffMetadataTags(const ImageBuffer& image, const ImageInfoTexts& texts,
                                       bool has_profile);
