@@ -1,4 +1,4 @@
-// The codec of JPEG.
+// JPEG's entry in the codec table.
 #include "src/platform/image/codecs/jpeg/jpeg.h"
 
 static bool Sniff(Bytes head, std::string_view)

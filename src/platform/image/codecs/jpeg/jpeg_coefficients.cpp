@@ -1,4 +1,4 @@
-// Gives the memory of a progressive JPEG's coefficients back.
+// Frees the coefficients of a progressive JPEG while its rows are being produced.
 #include "src/platform/image/codecs/jpeg/jpeg_coefficients.h"
 
 #include "src/platform/image/base/picture_memory.h"
@@ -38,7 +38,7 @@ JBLOCKARRAY JpegCoefficients::Access(j_common_ptr jpeg, jvirt_barray_ptr key, JD
     return rows;
 }
 
-// Only rows that libjpeg itself has pointed to are given back, and of these only what is known to be theirs.
+// Frees only rows that libjpeg itself has returned pointers to, and only bytes known to belong to them.
 void JpegCoefficients::Passed(Rows& rows, JBLOCKARRAY blocks, JDIMENSION first, JDIMENSION count)
 {
     for (JDIMENSION i = 0; i < rows.last_count && rows.last_row + i < first; ++i) {

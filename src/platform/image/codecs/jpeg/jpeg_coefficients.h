@@ -1,4 +1,4 @@
-// Gives the memory of a progressive JPEG's coefficients back while the rows of its picture come out.
+// Frees the coefficients of a progressive JPEG while its rows are being produced.
 // Room: platform/image/codecs/jpeg.
 #pragma once
 
@@ -9,26 +9,26 @@
 
 #include <jpeglib.h>
 
-/// A JPEG of many scans is read whole before its first row is known, as coefficients that take four bytes for
-/// each byte of a picture with full colour. Together with the picture that would be three pictures at the
-/// end. But libjpeg asks its memory manager for the coefficients' rows from top to bottom, once, when it
-/// makes the picture: what lies above isn't needed any more.
+/// A multi-scan JPEG is read completely before the first row is known, into coefficients that take four bytes
+/// per byte of a full-colour picture. Without this class, memory would peak at three pictures. But libjpeg
+/// requests the coefficient rows from its memory manager once, top to bottom, while producing the picture, so
+/// rows above the current one can be freed.
 class JpegCoefficients
 {
 public:
-    /// Follows what jpeg asks of its memory manager. For after jpeg_create_decompress and before
-    /// jpeg_start_decompress; takes client_data, and outlives the decompression.
+    /// Hooks into jpeg's memory manager. Call it between jpeg_create_decompress and jpeg_start_decompress.
+    /// Uses client_data; this object must outlive the decompression.
     void Follow(jpeg_decompress_struct& jpeg);
 
 private:
-    /// One component's coefficients, as rows of blocks.
+    /// One component's coefficients, in rows of blocks.
     struct Rows {
         jvirt_barray_ptr key = nullptr;
-        std::size_t bytes = 0;  ///< of a row
+        std::size_t bytes = 0;  ///< per row
         JBLOCKARRAY last_blocks = nullptr;
-        JDIMENSION last_row = 0;  ///< the first row of last_blocks
+        JDIMENSION last_row = 0;  ///< first row of last_blocks
         JDIMENSION last_count = 0;
-        std::uint8_t* begin = nullptr;  ///< of what isn't needed any more and was not given back yet
+        std::uint8_t* begin = nullptr;  ///< start of what has been passed but not freed yet
         std::uint8_t* end = nullptr;
     };
 

@@ -16,17 +16,17 @@
 #include "src/platform/image/colour/colour_profile.h"
 #include "src/platform/image/metadata/metadata.h"
 
-// A Huffman code has at least one bit, and a block of 8 by 8 pixels at least one code.
-static constexpr std::uint64_t kMostPixelsPerByte = 512;
-// Encoders make about ten scans. Each scan walks over all blocks, however few bytes it has.
-static constexpr std::uint64_t kMostScans = 500;
-static constexpr std::uint64_t kMostBlockVisits = 1'000'000'000;
+// A Huffman code has at least one bit, and a block of 8x8 pixels at least one code.
+static constexpr std::uint64_t kMaxPixelsPerByte = 512;
+// Encoders make about ten scans. Each scan visits all blocks, however few bytes it has.
+static constexpr std::uint64_t kMaxScans = 500;
+static constexpr std::uint64_t kMaxBlockVisits = 1'000'000'000;
 static constexpr std::size_t kRowsAtOnce = 16;
-// Coefficients may take so many bytes more than the picture before they are given back bit by bit: then the
-// next picture has to get its memory from the system again.
-static constexpr std::uint64_t kMostOverPicture = std::uint64_t{16} << 20;
+// Bytes by which the coefficients may exceed the picture before they are freed progressively. Freeing has a
+// price: the next picture has to fault the memory in again.
+static constexpr std::uint64_t kMaxOverPicture = std::uint64_t{16} << 20;
 
-// The whole file is in memory: there is nothing to begin, to refill or to close.
+// The whole file is in memory, so the source needs no setup, refill or cleanup.
 static void StartSource(j_decompress_ptr) {}
 
 static boolean NothingLeft(j_decompress_ptr jpeg)
@@ -54,18 +54,18 @@ static std::uint64_t BlockCount(const jpeg_decompress_struct& jpeg)
     return sum;
 }
 
-// Called now and then while scans are read.
+// Progress callback while scans are read.
 static void WatchScans(j_common_ptr common)
 {
     const auto& jpeg = *reinterpret_cast<j_decompress_ptr>(common);
     const auto scan = static_cast<std::uint64_t>(jpeg.input_scan_number);
-    if (scan > kMostScans || scan * BlockCount(jpeg) > kMostBlockVisits)
+    if (scan > kMaxScans || scan * BlockCount(jpeg) > kMaxBlockVisits)
         FailJpeg(common);
 }
 
 namespace
 {
-// A libjpeg object with what it points to.
+// A libjpeg decompressor and everything it points to.
 struct Decompressor {
     JpegErrors errors{};
     jpeg_source_mgr source{};
@@ -113,7 +113,7 @@ private:
 };
 }  // namespace
 
-// Grey and BGR rows come from libjpeg as the picture wants them.
+// Decodes pictures that libjpeg can output as grey or BGR directly.
 static bool DecodeRows(Decompressor& decompressor, ImageBuffer& image)
 {
     jpeg_decompress_struct& jpeg = decompressor.jpeg;
@@ -136,8 +136,8 @@ static bool DecodeRows(Decompressor& decompressor, ImageBuffer& image)
 static bool DecodeInkRows(Decompressor& decompressor, Bytes profile, ImageBuffer& image)
 {
     jpeg_decompress_struct& jpeg = decompressor.jpeg;
-    // Inks are stored inverted, as Adobe's programs began to do. A file without Adobe's marker has lost it:
-    // all that write such files set it.
+    // CMYK is stored inverted, a convention that Adobe's programs began. A file without Adobe's marker has
+    // lost it: every CMYK writer sets one.
     const CmykToBgr colours(profile, true);
     const auto width = static_cast<std::size_t>(image.width);
     PixelBytes ink_rows;
@@ -173,7 +173,7 @@ bool JpegDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
     const std::uint64_t pixels = static_cast<std::uint64_t>(segments_.width) * segments_.height;
     if (frame != 0 || !IsSizeAllowed(segments_.width, segments_.height) ||
-        (!segments_.arithmetic && pixels / kMostPixelsPerByte > segments_.bytes_of_scans))
+        (!segments_.arithmetic && pixels / kMaxPixelsPerByte > segments_.bytes_of_scans))
         return false;
     Decompressor decompressor(file_);
     jpeg_decompress_struct& jpeg = decompressor.jpeg;
@@ -190,10 +190,10 @@ bool JpegDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
     if (!Allocate(result, jpeg.image_width, jpeg.image_height, is_grey ? 1 : 3))
         return false;
     if (jpeg_has_multiple_scans(&jpeg)) {
-        // All coefficients are kept until the last scan.
+        // libjpeg keeps all coefficients until the last scan.
         const std::uint64_t coefficients = BlockCount(jpeg) * sizeof(JBLOCK);
         ExpectLibraryMemory(coefficients);
-        if (coefficients > result.bytes.size() + kMostOverPicture)
+        if (coefficients > result.bytes.size() + kMaxOverPicture)
             decompressor.coefficients.Follow(jpeg);
     }
     const bool done = has_inks ? DecodeInkRows(decompressor, segments_.icc_profile, result)
@@ -210,7 +210,7 @@ bool JpegDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 
 std::unique_ptr<ImageDecoder> OpenJpeg(InputFile& file)
 {
-    // More than any picture within the limits takes; it isn't read into memory to find that out.
+    // No picture within the limits has a larger file; don't read one into memory to find out.
     constexpr std::uint64_t kLargestFile = std::uint64_t{4} << 30;
     if (file.Size() > kLargestFile)
         return nullptr;

@@ -14,16 +14,16 @@
 #include "src/platform/image/colour/colour_profile.h"
 #include "src/platform/image/metadata/metadata.h"
 
-// As much as OutputFile writes in one go without copying it.
+// The largest write that OutputFile doesn't copy.
 static constexpr std::size_t kPartSize = 128 * 1024;
 static constexpr std::int32_t kFullColourQuality = 90;
 static constexpr std::size_t kRowsAtOnce = 16;
 
 namespace
 {
-// Hands the bytes on in parts.
+// libjpeg destination that writes to the file in parts.
 struct Destination {
-    jpeg_destination_mgr manager{};  // first, so that libjpeg's pointer to it is a pointer to the whole
+    jpeg_destination_mgr manager{};  // first, so that libjpeg's pointer to it also points to the whole struct
     OutputFile* out = nullptr;
     std::vector<std::uint8_t> part;
 
@@ -32,7 +32,7 @@ struct Destination {
         manager.next_output_byte = part.data();
         manager.free_in_buffer = part.size();
     }
-    // No exception may pass through libjpeg.
+    // No exception may propagate through libjpeg.
     bool Write(std::size_t count) noexcept
     try {
         return out->Write(Bytes(part).first(count));
@@ -89,8 +89,8 @@ Compressor::Compressor(OutputFile& out)
     jpeg.err = Install(errors);
 }
 
-// JFIF holds whole dots per inch or per centimetre: whichever says it more exactly. Without a resolution the
-// pixels are said to be square.
+// JFIF stores whole dots per inch or per centimetre; uses whichever is more exact. Without a resolution it
+// declares square pixels.
 static void SetDensity(jpeg_compress_struct& jpeg, double dots_per_inch_x, double dots_per_inch_y)
 {
     const auto whole = [](double d) { return std::abs(d - std::round(d)) < 0.005; };
@@ -110,7 +110,7 @@ static std::vector<JpegSegment> SegmentsOf(const ImageBuffer& image, const Image
     ImageMetadata metadata = image.metadata;
     metadata.exif = ExifForSave(image, texts);
     if (metadata.exif.size() > kLongestExif) {
-        // The source's block came from a format that holds longer ones. The texts at least are written.
+        // The source block is too long for a segment, which other formats allow. Write at least the texts.
         metadata.exif = ExifForSave(ImageBuffer{}, texts);
     }
     const bool keep_profile = ProfileFits(image.icc_profile, image.channels);
@@ -142,7 +142,7 @@ bool EncodeJpeg(const ImageBuffer& image, const SaveSettings& settings, OutputFi
     jpeg_compress_struct& jpeg = compressor.jpeg;
     const std::int32_t quality = std::clamp(settings.jpeg_quality, 1, 100);
     const auto stride = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
-    // libjpeg takes rows that may be written, but doesn't write to them.
+    // libjpeg takes pointers to non-const rows but only reads them.
     auto* picture = const_cast<std::uint8_t*>(image.bytes.data());
     return Try(compressor.errors, [&] {
         jpeg_create_compress(&jpeg);

@@ -8,9 +8,9 @@ void FailJpeg(j_common_ptr jpeg)
     std::longjmp(reinterpret_cast<JpegErrors*>(jpeg->err)->return_point, 1);
 }
 
-// Warnings have the level -1. A marker inside the data of a scan means that the rest of them is missing,
-// unless it is a restart marker: behind that one the data go on, and only what lies before it is damaged.
-static void HearMessage(j_common_ptr jpeg, int level)
+// Warnings have level -1. A marker inside a scan's data means that the rest of the scan is missing, unless it
+// is a restart marker: then only the data before it is damaged.
+static void OnMessage(j_common_ptr jpeg, int level)
 {
     if (level >= 0 || jpeg->err->msg_code != JWRN_HIT_MARKER || !jpeg->is_decompressor)
         return;
@@ -25,7 +25,7 @@ jpeg_error_mgr* Install(JpegErrors& errors)
 {
     jpeg_error_mgr* manager = jpeg_std_error(&errors.manager);
     manager->error_exit = FailJpeg;
-    manager->emit_message = HearMessage;
+    manager->emit_message = OnMessage;
     manager->output_message = PrintNothing;
     return manager;
 }

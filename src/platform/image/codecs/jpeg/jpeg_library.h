@@ -1,4 +1,4 @@
-// libjpeg without its habit of ending the process: failures come back to the caller.
+// Makes libjpeg return errors instead of ending the process.
 // Room: platform/image/codecs/jpeg.
 #pragma once
 
@@ -8,19 +8,20 @@
 
 #include <jpeglib.h>
 
-/// libjpeg's error manager; nothing is printed. A failure jumps back into the Try that is running.
+/// libjpeg's error manager. Prints nothing; an error longjmps back to the innermost Try().
 struct JpegErrors {
-    jpeg_error_mgr manager;  // first, so that libjpeg's pointer to it is a pointer to the whole
+    jpeg_error_mgr manager;  // first, so that libjpeg's pointer to it also points to the whole struct
     std::jmp_buf return_point;
 };
 
-/// Sets the manager up and gives what belongs into a libjpeg object's err.
+/// Sets up the manager and returns the pointer for a libjpeg object's err field.
 jpeg_error_mgr* Install(JpegErrors& errors);
 
-/// Ends the step that is running.
+/// Aborts the current step.
 [[noreturn]] void FailJpeg(j_common_ptr jpeg);
 
-/// Runs a step of work with libjpeg; False if it failed. What the step makes itself must need no destructor.
+/// Runs a step that uses libjpeg; false if it failed. An error skips destructors, so the step must not create
+/// objects that need them.
 template <typename Step>
 bool Try(JpegErrors& errors, const Step& do_step)
 {

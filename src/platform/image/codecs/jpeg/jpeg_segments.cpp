@@ -1,4 +1,4 @@
-// Reads and makes application segments.
+// Reads and builds application segments.
 #include "src/platform/image/codecs/jpeg/jpeg_segments.h"
 
 #include <algorithm>
@@ -30,7 +30,7 @@ static std::vector<std::uint8_t> CopyBytes(Bytes bytes)
 
 namespace
 {
-// Gathers a profile from its numbered parts, which may come in any order.
+// Assembles a profile from numbered parts, which may come in any order.
 class ProfileParts
 {
 public:
@@ -65,8 +65,8 @@ private:
 };
 }  // namespace
 
-// The IPTC datasets among Photoshop's resources: each "8BIM", a number, a name and its bytes, both filled up
-// to even lengths.
+// The IPTC datasets in Photoshop's image resources: "8BIM", an ID, a name and data, the latter two padded to
+// even lengths.
 static std::vector<std::uint8_t> IptcOfResources(Bytes resources)
 {
     ByteReader reader(resources);
@@ -89,7 +89,7 @@ static std::vector<std::uint8_t> IptcOfResources(Bytes resources)
 static void ReadFrame(Bytes segment, std::uint8_t marker, JpegSegments& segments)
 {
     ByteReader reader(segment);
-    reader.U8();  // bits a sample
+    reader.U8();  // bits per sample
     const std::uint16_t height = reader.U16Be();
     const std::uint16_t width = reader.U16Be();
     if (reader.Failed() || segments.has_frame)
@@ -108,7 +108,7 @@ JpegSegments ReadSegments(Bytes file)
     ByteReader reader(file);
     reader.Take(2);
     while (!reader.Failed()) {
-        // Between segments anything but a marker is skipped, as decoders do.
+        // Skip garbage between segments, as decoders do.
         std::uint8_t marker = reader.U8();
         if (marker != 0xFF)
             continue;
@@ -149,7 +149,7 @@ static JpegSegment MakeSegment(int application, std::string_view name, Bytes byt
     return result;
 }
 
-// The packet without the blanks before its end mark, which are only room for editing it in place.
+// The packet without the padding before its end marker, which only leaves room for in-place editing.
 static std::vector<std::uint8_t> WithoutPadding(const std::vector<std::uint8_t>& xmp)
 {
     static constexpr std::string_view kEnd = "<?xpacket end"sv;

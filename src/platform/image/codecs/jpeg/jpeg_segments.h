@@ -1,4 +1,4 @@
-// The segments of a JPEG file beside its picture: size, EXIF, XMP, IPTC, profile.
+// The metadata segments of a JPEG file: size, EXIF, XMP, IPTC, profile.
 // Room: platform/image/codecs/jpeg.
 #pragma once
 
@@ -9,29 +9,28 @@
 #include "src/platform/image_buffer.h"
 
 struct JpegSegments {
-    bool has_frame = false;  ///< a frame header was found before the first scan
+    bool has_frame = false;  ///< a frame header precedes the first scan
     std::uint32_t width = 0;
     std::uint32_t height = 0;
     bool arithmetic = false;
-    std::uint64_t bytes_of_scans = 0;  ///< bytes from the first scan's header to the end of the file
+    std::uint64_t bytes_of_scans = 0;  ///< bytes from the first scan header to the end of the file
     ImageMetadata metadata;
-    std::vector<std::uint8_t>
-        icc_profile;  ///< as the file has it: it may be broken or of another colour space
+    std::vector<std::uint8_t> icc_profile;  ///< as stored: may be broken or for another colour space
 };
 
-/// Reads the segments before the first scan. Never fails: what is broken is left out. Of several EXIF blocks
-/// or XMP packets the first counts; an extended XMP packet (one that continues the first) is left out.
+/// Reads the segments before the first scan. Never fails: broken segments are skipped. Only the first EXIF
+/// block and the first XMP packet count; extended XMP is ignored.
 JpegSegments ReadSegments(Bytes file);
 
-/// One segment to write: the number n of APPn, and its bytes, at most 65,533.
+/// A segment to write: the n of APPn and at most 65,533 bytes.
 struct JpegSegment {
     int application = 0;
     std::vector<std::uint8_t> bytes;
 };
 
-/// The segments that hold the blocks, in the order to write them. A block that doesn't fit is left out, a
-/// long XMP packet not before its padding has been.
+/// The metadata segments in the order to write them. A block that doesn't fit is left out; an XMP packet only
+/// if it is too long even without its padding.
 std::vector<JpegSegment> SegmentsToWrite(const ImageMetadata& metadata, Bytes icc_profile);
 
-/// The longest EXIF block that a segment holds, in bytes.
+/// Maximum bytes of an EXIF block in one segment.
 constexpr std::size_t kLongestExif = 65533 - 6;
