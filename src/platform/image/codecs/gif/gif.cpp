@@ -1,4 +1,4 @@
-// The GIF codec.
+// GIF's entry in the codec table.
 #include "src/platform/image/codecs/gif/gif.h"
 
 #include <cstring>

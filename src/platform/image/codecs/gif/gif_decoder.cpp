@@ -1,4 +1,4 @@
-// Draws the frames of a GIF on its logical screen.
+// Composes the frames of a GIF on its logical screen.
 #include "src/platform/image/codecs/gif/gif_decoder.h"
 
 #include <algorithm>
@@ -7,8 +7,8 @@
 #include "src/platform/image/base/limits.h"
 #include "src/platform/image/pixels/pixel_rows.h"
 
-// A screen is no data, so a few bytes may claim any size of it. Up to this many pixels that does no harm;
-// beyond, the file has to be of a size that could fill the screen.
+// The screen size costs the file nothing, so a few bytes may claim any. Up to this many pixels that is
+// harmless; beyond, the file must be large enough to fill the screen.
 static constexpr std::uint64_t kHarmlessScreen = 16'000'000;
 static constexpr std::uint64_t kScreenPixelsPerByte = 4096;
 
@@ -30,7 +30,7 @@ bool GifDecoder::ReadFile()
         const GifReader::Found found = reader->NextFrame(frame);
         if (found == GifReader::Found::kEnd)
             break;
-        // Some writers leave the screen's size out: then it is as large as its first frame needs.
+        // Some writers leave the screen size 0: use the extent of the first frame.
         if (frames_ == 0 && width_ == 0)
             width_ = frame.left + frame.width;
         if (frames_ == 0 && height_ == 0)
@@ -59,7 +59,7 @@ GifDecoder::Area GifDecoder::AreaOf(const GifFrame& frame) const
             std::min(frame.left + frame.width, width_), std::min(frame.top + frame.height, height_)};
 }
 
-// Undoes the frame that was drawn last, if it asked for it.
+// Applies the disposal of the last frame drawn.
 void GifDecoder::Dispose()
 {
     if (disposal_ == GifDisposal::kKeep)
@@ -126,7 +126,7 @@ bool GifDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
         return false;
     while (drawn_ <= frame) {
         if (!DrawNext()) {
-            // What follows would be drawn on a screen that nobody knows.
+            // The canvas under later frames is undefined.
             broken_ = drawn_;
             reader_.reset();
             return false;

@@ -1,4 +1,4 @@
-// Draws the frames of a GIF on its logical screen, as a viewer shows them.
+// Composes the frames of a GIF on its logical screen, as a viewer shows them.
 // Room: platform/image/codecs/gif.
 #pragma once
 
@@ -9,20 +9,20 @@
 #include "src/platform/image/codecs/codec.h"
 #include "src/platform/image/codecs/gif/gif_reader.h"
 
-/// The most frames that are counted; a file may claim millions in a few bytes each.
+/// Limit on the frame count; a file can claim millions with a few bytes each.
 constexpr std::int32_t kMaxGifFrames = 65536;
 
-/// Page n is the screen after frame n was drawn. Where nothing was drawn it is transparent, whatever the
-/// file's background colour says; so do browsers. A page has 4 channels if any pixel is transparent, else 1
-/// if all are grey, else 3.
+/// Page n is the screen after frame n. Areas never drawn on are transparent, whatever background colour the
+/// file names; browsers do the same. A page has 4 channels if any pixel is transparent, else 1 if all are
+/// grey, else 3.
 class GifDecoder : public ImageDecoder
 {
 public:
-    /// Null for a file without a logical screen that may be shown, or without a frame. file is lent for the
-    /// life of the decoder.
+    /// Null if the logical screen is missing or too large, or if there is no frame. file must outlive the
+    /// decoder.
     static std::unique_ptr<GifDecoder> Open(Bytes file);
 
-    /// The frame that is cut short or broken, if any, is the last one counted.
+    /// Stops at a truncated or broken frame, which is counted.
     std::int32_t FrameCount() override { return frames_; }
     bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override;
 
@@ -46,10 +46,10 @@ private:
     std::int32_t frames_ = 0;
 
     std::unique_ptr<GifReader> reader_;
-    std::int32_t drawn_ = 0;              ///< how many frames the screen has seen
-    std::optional<std::int32_t> broken_;  ///< from this frame on nothing can be shown
-    PixelBytes screen_;                   ///< B, G, R, A; A is 0 or 255
+    std::int32_t drawn_ = 0;              ///< number of frames drawn so far
+    std::optional<std::int32_t> broken_;  ///< the first frame that can't be shown
+    PixelBytes screen_;                   ///< BGRA; A is 0 or 255
     GifDisposal disposal_ = GifDisposal::kKeep;
-    Area dispose_area_{};  ///< of the frame drawn last
-    PixelBytes before_;    ///< what that area held before, if it is to be restored
+    Area dispose_area_{};  ///< of the last frame drawn
+    PixelBytes before_;    ///< previous contents of that area, if they are to be restored
 };

@@ -9,7 +9,7 @@
 
 static constexpr std::size_t kBlock = 255;
 
-// How many bits an index of colours colours has.
+// Bits of an index into a table of `colours` entries.
 static unsigned IndexBits(std::size_t colours)
 {
     unsigned bits = 1;
@@ -32,7 +32,7 @@ static void WriteComment(const std::string& comment, OutputFile& out)
     out.WriteU8(0);
 }
 
-// A graphic control that does nothing but name the transparent colour.
+// Writes a graphic control extension that only declares the transparent colour.
 static void WriteTransparency(std::int32_t transparent, OutputFile& out)
 {
     if (transparent < 0)
@@ -55,9 +55,9 @@ bool EncodeGif(const ImageBuffer& image, const SaveSettings& settings, OutputFil
     out.WriteU16Le(width);
     out.WriteU16Le(height);
     out.WriteU8(
-        static_cast<std::uint8_t>(0x80 | 7 << 4 | (bits - 1)));  // a table of colours of 8 bits a channel
+        static_cast<std::uint8_t>(0x80 | 7 << 4 | (bits - 1)));  // global colour table, 8 bits per channel
     out.WriteU8(static_cast<std::uint8_t>(std::max(indexed.transparent, 0)));  // background
-    out.WriteU8(0);                                                            // pixels are square
+    out.WriteU8(0);                                                            // square pixels
     for (std::size_t i = 0; i < std::size_t{1} << bits; ++i) {
         const PaletteColour colour = i < indexed.palette.size() ? indexed.palette[i] : PaletteColour{};
         const std::uint8_t rgb[] = {colour[2], colour[1], colour[0]};

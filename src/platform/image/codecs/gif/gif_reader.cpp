@@ -1,4 +1,4 @@
-// Walks through the frames of a GIF with giflib's record interface.
+// Reads the frames of a GIF with giflib's record interface.
 #include "src/platform/image/codecs/gif/gif_reader.h"
 
 #include <gif_lib.h>
@@ -8,8 +8,7 @@
 
 #include "src/platform/image/base/limits.h"
 
-// The most pixels that a byte of LZW data can stand for: a code of 12 bits names a string of at most 4096,
-// and the shorter codes name shorter ones.
+// The most pixels per byte of LZW data: a 12-bit code expands to at most 4096 pixels, shorter codes to fewer.
 static constexpr std::uint64_t kPixelsPerByte = 4096 * 8 / 12 + 1;
 
 int GifReader::Give(GifFileType* gif, std::uint8_t* out, int count)
@@ -45,8 +44,8 @@ std::uint32_t GifReader::ScreenHeight() const
     return static_cast<std::uint32_t>(gif_->SHeight);
 }
 
-// Only the graphic control counts: comments and application blocks draw nothing, and a control that stands
-// before a plain text belongs to the text.
+// Only the graphic control matters: comment and application extensions draw nothing. A graphic control before
+// a plain text extension applies to the text.
 bool GifReader::ReadExtension(GifFrame& frame)
 {
     int code = 0;
@@ -61,7 +60,7 @@ bool GifReader::ReadExtension(GifFrame& frame)
     if (code == GRAPHICS_EXT_FUNC_CODE && block &&
         DGifExtensionToGCB(block[0], block + 1, &control) == GIF_OK) {
         frame.transparent = control.TransparentColor;
-        // Some writers count the third bit instead of the third value.
+        // Disposal 4 is a common mistake for 3: those writers set the third bit.
         const bool restore = control.DisposalMode == DISPOSE_PREVIOUS || control.DisposalMode == 4;
         frame.disposal = restore                                      ? GifDisposal::kRestore
                          : control.DisposalMode == DISPOSE_BACKGROUND ? GifDisposal::kClear

@@ -1,5 +1,4 @@
-// Walks through the frames of a GIF, one at a time, so that a file with a great many of them fills no
-// memory.
+// Reads the frames of a GIF one at a time, so memory doesn't grow with the number of frames.
 // Room: platform/image/codecs/gif.
 #pragma once
 
@@ -14,43 +13,42 @@ struct GifFileType;
 
 enum class GifDisposal { kKeep, kClear, kRestore };
 
-/// Where a frame lies on the logical screen and how it is to be drawn.
+/// A frame's place on the logical screen and how to draw it.
 struct GifFrame {
-    std::uint32_t left = 0;  ///< pixels; a frame may reach beyond the screen, or lie outside it
+    std::uint32_t left = 0;  ///< pixels; a frame may overlap the edge of the screen or be outside it
     std::uint32_t top = 0;
-    std::uint32_t width = 0;  ///< 0..65535, as is the height; an empty frame draws nothing
+    std::uint32_t width = 0;  ///< 0 to 65535, like height; an empty frame draws nothing
     std::uint32_t height = 0;
-    GifDisposal disposal = GifDisposal::kKeep;  ///< what becomes of its area before the next frame
-    std::int32_t transparent = -1;              ///< the index that draws nothing; -1 for none
+    GifDisposal disposal = GifDisposal::kKeep;  ///< applied to the frame's area before the next frame
+    std::int32_t transparent = -1;              ///< index of the transparent colour; -1 = none
     bool interlaced = false;
-    /// B, G, R, 255 by index. Indexes beyond the file's colour table are black; a file without any table is
-    /// grey.
+    /// BGR and 255, by index. Indices past the end of the colour table are black; without any table they are
+    /// greys.
     std::array<std::array<std::uint8_t, 4>, 256> colours{};
 };
 
-/// After a failure of any call the reader is of no more use. Not copied or moved: the library keeps a pointer
-/// to it.
+/// Unusable after any call has failed. Neither copied nor moved: giflib keeps a pointer to it.
 class GifReader
 {
 public:
-    /// Reads the logical screen; null if there is none. file is lent for the life of the reader.
+    /// Reads the logical screen; null if there is none. file must outlive the reader.
     static std::unique_ptr<GifReader> Open(Bytes file);
     ~GifReader();
     GifReader(const GifReader&) = delete;
     GifReader& operator=(const GifReader&) = delete;
 
-    std::uint32_t ScreenWidth() const;  ///< 0..65535
+    std::uint32_t ScreenWidth() const;  ///< 0 to 65535
     std::uint32_t ScreenHeight() const;
 
     enum class Found { kFrame, kEnd, kBroken };
-    /// Goes to the next frame's header; its pixels are to be read or skipped before the next call. End where
-    /// the file ends between two frames, or where something begins that isn't GIF. Broken for a frame whose
-    /// header is cut short or wrong, or claims more pixels than the rest of the file can hold.
+    /// Advances to the next frame header; read or skip its pixels before the next call. Returns End at the
+    /// end of the file or at anything that isn't a GIF block, and Broken if the header is truncated or
+    /// invalid, or claims more pixels than the rest of the file can hold.
     Found NextFrame(GifFrame& frame);
-    /// The frame's next row of indexes, in the order of the file (see GifRowOrder). row holds the frame's
+    /// Reads the frame's next row of indices in file order (see GifRowOrder). row must have the frame's
     /// width.
     bool ReadRow(std::span<std::uint8_t> row);
-    /// Passes over what is left of the frame's data without decoding it.
+    /// Skips the rest of the frame's data without decoding it.
     bool SkipPixels();
 
 private:
@@ -63,13 +61,13 @@ private:
     GifFileType* gif_ = nullptr;
 };
 
-/// The rows of a frame in the order in which a GIF stores them: 0, 1, 2, ... or, interlaced, every 8th row,
-/// those halfway between, every 4th from 2 and every 2nd from 1.
+/// The row order of a GIF frame: 0, 1, 2, ... or, if interlaced, every 8th row from 0, every 8th from 4,
+/// every 4th from 2 and every 2nd from 1.
 class GifRowOrder
 {
 public:
     GifRowOrder(std::uint32_t height, bool interlaced) : height_(height), interlaced_(interlaced) {}
-    /// The row that comes next; called no more often than there are rows.
+    /// The next row number. Don't call it more often than there are rows.
     std::uint32_t Next();
 
 private:
