@@ -1,4 +1,4 @@
-// The JPEG 2000 codec.
+// JPEG 2000's entry in the codec table.
 #include "src/platform/image/codecs/j2k/j2k.h"
 
 #include "src/platform/image/codecs/j2k/j2k_boxes.h"

@@ -1,4 +1,4 @@
-// Walks the boxes of a JP2 file.
+// Reads the boxes of a JP2 file.
 #include "src/platform/image/codecs/j2k/j2k_boxes.h"
 
 #include <array>
@@ -39,12 +39,12 @@ namespace
 {
 struct Box {
     std::uint32_t type = 0;
-    bool whole = false;  ///< False where the file ends before the box
+    bool whole = false;  ///< false if the box is truncated
     Bytes content;
 };
 }  // namespace
 
-// A length of 1 means that the true one follows in 8 bytes, 0 that the box is the last one.
+// A length of 1 means that an 8-byte length follows; 0 means that the box extends to the end of the file.
 static bool NextBox(ByteReader& reader, Box& box)
 {
     std::uint64_t length = reader.U32Be();
@@ -64,7 +64,8 @@ static bool NextBox(ByteReader& reader, Box& box)
     return true;
 }
 
-// A resolution box gives numerator, denominator and exponent of the dots per metre, down and across.
+// A resolution box stores numerator, denominator and exponent of the dots per metre, vertically and
+// horizontally.
 static void ReadResolution(Bytes content, J2kFile& file)
 {
     ByteReader reader(content);
@@ -78,8 +79,8 @@ static void ReadResolution(Bytes content, J2kFile& file)
     file.dots_per_inch_y = down_over / down_under * std::pow(10, down_power) * 0.0254;
 }
 
-// The header box holds, among what the library reads, a box of resolutions: how the picture was taken
-// ("resc"), and how it is to be shown ("resd"). The latter counts if both are there.
+// OpenJPEG reads most of the header box, but not the resolutions: as captured ("resc") and for display
+// ("resd"). The latter wins if both are present.
 static void ReadHeaderBox(Bytes content, J2kFile& file)
 {
     ByteReader reader(content);
@@ -108,7 +109,7 @@ static void ReadUuidBox(Bytes content, ImageMetadata& metadata)
     };
     Bytes block = content.subspan(sizeof(Uuid));
     if (is(kExif)) {
-        // Some writers keep the header that the block has in JPEG files.
+        // Some writers keep the prefix that the block has in JPEG files.
         static constexpr std::uint8_t kJpegHeader[] = {'E', 'x', 'i', 'f', 0, 0};
         if (block.size() > sizeof kJpegHeader &&
             std::memcmp(block.data(), kJpegHeader, sizeof kJpegHeader) == 0)

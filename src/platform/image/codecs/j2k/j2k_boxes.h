@@ -1,4 +1,4 @@
-// Finds what a JPEG 2000 file holds: the codestream, and beside it resolution and metadata.
+// Locates the contents of a JPEG 2000 file: codestream, resolution and metadata.
 // Room: platform/image/codecs/j2k.
 #pragma once
 
@@ -6,18 +6,18 @@
 #include "src/platform/image_buffer.h"
 
 struct J2kFile {
-    bool is_jp2 = false;         ///< a JP2 file; else a bare codestream
-    Bytes codestream;            ///< from its first marker on; lent from the file
-    double dots_per_inch_x = 0;  ///< 0 when the file doesn't say
+    bool is_jp2 = false;         ///< false for a bare codestream
+    Bytes codestream;            ///< from its first marker; refers to the file's bytes
+    double dots_per_inch_x = 0;  ///< 0 = unknown
     double dots_per_inch_y = 0;
     ImageMetadata metadata;
 };
 
-/// True for the first bytes of a bare codestream.
+/// True if head starts a bare codestream.
 bool IsCodestream(Bytes head);
-/// True for the first bytes of a JP2 file or one of its larger kin.
+/// True if head starts a JP2 file or one of its supersets.
 bool IsJp2(Bytes head);
 
-/// Walks the boxes of a JP2 file; a bare codestream is taken as it is. False for any other file, and for one
-/// whose codestream is missing or longer than the file.
+/// Reads the boxes of a JP2 file, or takes a bare codestream as it is. False for other files and if the
+/// codestream is missing or truncated.
 bool ReadBoxes(Bytes bytes, J2kFile& file);

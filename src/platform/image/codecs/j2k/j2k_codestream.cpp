@@ -1,4 +1,4 @@
-// Walks the markers of a JPEG 2000 codestream (ISO/IEC 15444-1, annexes A and B).
+// Checks the markers of a JPEG 2000 codestream (ISO/IEC 15444-1, annexes A and B).
 #include "src/platform/image/codecs/j2k/j2k_codestream.h"
 
 #include <algorithm>
@@ -8,13 +8,12 @@
 
 static constexpr std::uint16_t kSiz = 0xFF51, kCod = 0xFF52, kCoc = 0xFF53, kSot = 0xFF90, kSod = 0xFF93,
                                kEoc = 0xFFD9;
-static constexpr std::uint64_t kMostComponents = 64;
-static constexpr std::uint64_t kMostSamples = 4 * kMaxMegapixels * 1'000'000;
-static constexpr std::uint64_t kMostTiles = 65535;
-static constexpr std::uint64_t kMostTileComponents = 262144;
-static constexpr std::uint64_t kMostCodeBlocks =
-    8'000'000;                                        // of at least 16 x 16 samples in the largest pictures
-static constexpr std::uint64_t kTilePartHeader = 12;  // bytes of the SOT segment with its marker
+static constexpr std::uint64_t kMaxComponents = 64;
+static constexpr std::uint64_t kMaxSamples = 4 * kMaxMegapixels * 1'000'000;
+static constexpr std::uint64_t kMaxTiles = 65535;
+static constexpr std::uint64_t kMaxTileComponents = 262144;
+static constexpr std::uint64_t kMaxCodeBlocks = 8'000'000;  // 16x16 samples each in the largest pictures
+static constexpr std::uint64_t kTilePartHeader = 12;  // bytes of the SOT marker segment, marker included
 
 static std::uint64_t UpDivided(std::uint64_t value, std::uint64_t by)
 {
@@ -44,11 +43,11 @@ static bool ReadSize(Bytes segment, J2kSize& size)
     size.tile_left = reader.U32Be();
     size.tile_top = reader.U32Be();
     const std::uint64_t components = reader.U16Be();
-    if (reader.Failed() || components == 0 || components > kMostComponents)
+    if (reader.Failed() || components == 0 || components > kMaxComponents)
         return false;
     std::uint64_t min_x = 256, min_y = 256, samples = 0;
     for (std::uint64_t i = 0; i < components; ++i) {
-        reader.U8();  // precision, which the library checks
+        reader.U8();  // precision; OpenJPEG checks it
         const J2kComponent component{reader.U8(), reader.U8()};
         if (reader.Failed() || component.step_x == 0 || component.step_y == 0)
             return false;
@@ -68,18 +67,18 @@ static bool ReadSize(Bytes segment, J2kSize& size)
         samples +=
             UpDivided(o.right - o.left, component.step_x) * UpDivided(o.bottom - o.top, component.step_y);
     const std::uint64_t tile_count = o.TilesAcross() * o.TilesDown();
-    return IsSizeAllowed(width, height) && samples <= kMostSamples && tile_count <= kMostTiles &&
-           tile_count * components <= kMostTileComponents;
+    return IsSizeAllowed(width, height) && samples <= kMaxSamples && tile_count <= kMaxTiles &&
+           tile_count * components <= kMaxTileComponents;
 }
 
 namespace
 {
-/// How a tile's component is cut into precincts and code blocks.
+/// How a tile component is divided into precincts and code blocks.
 struct CodingStyle {
     std::uint64_t layers = 1;
     std::uint32_t levels = 0;
-    std::uint32_t block_width = 6, block_height = 6;           ///< as powers of two
-    std::array<std::uint32_t, 33> precinct_x{}, precinct_y{};  ///< as powers of two, by resolution
+    std::uint32_t block_width = 6, block_height = 6;           ///< log2
+    std::array<std::uint32_t, 33> precinct_x{}, precinct_y{};  ///< log2, by resolution
 };
 
 struct Amount {
@@ -91,7 +90,7 @@ struct Interval {
     std::uint64_t first, end;
 
     Interval DividedUp(std::uint64_t by) const { return {UpDivided(first, by), UpDivided(end, by)}; }
-    /// How many cells of a grid of steps of 2^power it touches.
+    /// How many grid cells of size 2^power it touches.
     std::uint64_t Cells(std::uint32_t power) const
     {
         return end > first ? UpDivided(end, std::uint64_t{1} << power) - (first >> power) : 0;
@@ -123,8 +122,8 @@ static void Add(Amount& amount, const J2kSize& size, std::uint64_t tile, std::si
                             precinct_y = style.precinct_y[resolution];
         const std::uint64_t precincts = across.Cells(precinct_x) * down.Cells(precinct_y);
         amount.packets += precincts * style.layers;
-        // Above the lowest resolution a precinct lies in three bands of half its size. A block is no larger
-        // than that.
+        // Above the lowest resolution, a precinct covers three subbands at half its size. Code blocks are
+        // limited to that size.
         const std::uint32_t half = resolution == 0 ? 0 : 1;
         const auto blocks = [&](const Interval& o, std::uint32_t block, std::uint32_t precinct) {
             return o.DividedUp(half + 1).Cells(std::min(block, precinct - std::min(half, precinct)));
@@ -134,13 +133,13 @@ static void Add(Amount& amount, const J2kSize& size, std::uint64_t tile, std::si
     }
 }
 
-// Reads the part that COD and COC segments have in common.
+// Reads the common part of COD and COC segments.
 static bool ReadStyle(ByteReader& reader, bool has_precincts, CodingStyle& style)
 {
     style.levels = reader.U8();
     style.block_width = reader.U8() + 2u;
     style.block_height = reader.U8() + 2u;
-    reader.Take(2);  // the blocks' coding passes and the wavelet
+    reader.Take(2);  // code block style and wavelet
     if (reader.Failed() || style.levels > 32 || style.block_width > 10 || style.block_height > 10)
         return false;
     for (std::size_t i = 0; i <= style.levels; ++i) {
@@ -153,12 +152,12 @@ static bool ReadStyle(ByteReader& reader, bool has_precincts, CodingStyle& style
 
 namespace
 {
-/// The walk over one codestream.
-class Walk
+/// Checks one codestream.
+class CodestreamChecker
 {
 public:
-    Walk(Bytes codestream, J2kSize& size) : bytes_(codestream), size_(size) {}
-    bool IsDone();
+    CodestreamChecker(Bytes codestream, J2kSize& size) : bytes_(codestream), size_(size) {}
+    bool Run();
 
 private:
     bool ReadMainHeader();
@@ -170,23 +169,24 @@ private:
 
     struct Tile {
         std::uint8_t parts = 0;
-        std::uint8_t parts_claimed = 0;  ///< 0 where no part says it
+        std::uint8_t parts_claimed = 0;  ///< 0 = not stated
     };
     Bytes bytes_;
     J2kSize& size_;
     ByteReader reader_{bytes_};
     std::uint64_t layers_ = 1;
     std::vector<Tile> tiles_;
-    std::size_t styles_ = 0;  ///< COD and COC segments of the header that is being read
+    std::size_t styles_ = 0;  ///< COD and COC segments in the current header
 };
 }  // namespace
 
-// tile is -1 in the main header, where a style counts for all tiles.
-bool Walk::TakeStyle(std::uint16_t marker, Bytes segment, std::int64_t tile)
+// tile is -1 for the main header, whose styles apply to all tiles.
+bool CodestreamChecker::TakeStyle(std::uint16_t marker, Bytes segment, std::int64_t tile)
 {
     ByteReader reader(segment);
     const std::size_t components = size_.components.size();
-    // One for all components and one for each are all that make sense; each costs a look at every tile.
+    // One for all components and one for each is the most that makes sense. The limit matters because each
+    // costs a pass over all tiles.
     if (++styles_ > components + 1)
         return false;
     std::size_t first = 0, end = components;
@@ -197,9 +197,9 @@ bool Walk::TakeStyle(std::uint16_t marker, Bytes segment, std::int64_t tile)
     }
     const bool has_precincts = (reader.U8() & 1) != 0;
     if (marker == kCod) {
-        reader.U8();  // order of the packets
+        reader.U8();  // progression order
         layers_ = reader.U16Be();
-        reader.U8();  // colour transform
+        reader.U8();  // multiple component transform
     }
     style.layers = layers_;
     if (end > components || !ReadStyle(reader, has_precincts, style))
@@ -209,13 +209,13 @@ bool Walk::TakeStyle(std::uint16_t marker, Bytes segment, std::int64_t tile)
     for (std::int64_t n = tile < 0 ? 0 : tile; n < (tile < 0 ? tiles : tile + 1); ++n)
         for (std::size_t component = first; component < end; ++component)
             Add(amount, size_, static_cast<std::uint64_t>(n), component, style);
-    // The smallest packet is a byte.
-    return amount.packets <= bytes_.size() && amount.code_blocks <= kMostCodeBlocks;
+    // A packet takes at least a byte.
+    return amount.packets <= bytes_.size() && amount.code_blocks <= kMaxCodeBlocks;
 }
 
-bool Walk::ReadMainHeader()
+bool CodestreamChecker::ReadMainHeader()
 {
-    reader_.U16Be();  // the start, which made the file one of this format
+    reader_.U16Be();  // SOC, which sniffing has seen
     bool has_style = false;
     for (;;) {
         if (reader_.Left() >= 2 && bytes_[Position()] == (kSot >> 8) &&
@@ -241,14 +241,14 @@ bool Walk::ReadMainHeader()
     }
 }
 
-bool Walk::CheckTilePart()
+bool CodestreamChecker::CheckTilePart()
 {
     const std::uint64_t start = Position();
     reader_.U16Be();  // SOT
     const std::uint16_t segment_index = reader_.U16Be();
     const std::uint16_t tile = reader_.U16Be();
     const std::uint32_t length = reader_.U32Be();
-    reader_.U8();  // number of the part
+    reader_.U8();  // tile-part index
     const std::uint8_t parts = reader_.U8();
     if (reader_.Failed() || segment_index != 10 || tile >= tiles_.size() || tiles_[tile].parts == 255)
         return false;
@@ -256,7 +256,7 @@ bool Walk::CheckTilePart()
     tiles_[tile].parts_claimed = std::max(tiles_[tile].parts_claimed, parts);
     std::uint64_t end = start + length;
     if (length == 0) {
-        // The last part, as long as what is left but the end marker, which must then be there.
+        // The last part extends to the end marker, which must be present.
         const std::size_t size = bytes_.size();
         if (bytes_[size - 2] != (kEoc >> 8) || bytes_[size - 1] != (kEoc & 255))
             return false;
@@ -284,14 +284,14 @@ bool Walk::CheckTilePart()
     return true;
 }
 
-bool Walk::IsEveryTileWhole() const
+bool CodestreamChecker::IsEveryTileWhole() const
 {
     return std::all_of(tiles_.begin(), tiles_.end(), [](const Tile& tile) {
         return tile.parts > 0 && (tile.parts_claimed == 0 || tile.parts >= tile.parts_claimed);
     });
 }
 
-bool Walk::IsDone()
+bool CodestreamChecker::Run()
 {
     if (!ReadMainHeader())
         return false;
@@ -303,5 +303,5 @@ bool Walk::IsDone()
 
 bool MayDecode(Bytes codestream, J2kSize& size)
 {
-    return Walk(codestream, size).IsDone();
+    return CodestreamChecker(codestream, size).Run();
 }

@@ -1,4 +1,4 @@
-// Looks a JPEG 2000 codestream through before it is decoded: whether it is whole, and what it would take.
+// Validates a JPEG 2000 codestream before decoding: is it complete, and what would it cost?
 // Room: platform/image/codecs/j2k.
 #pragma once
 
@@ -8,7 +8,7 @@
 #include "src/platform/image/base/byte_reader.h"
 
 struct J2kComponent {
-    std::uint32_t step_x = 1;  ///< of the reference grid, from sample to sample
+    std::uint32_t step_x = 1;  ///< reference grid units from sample to sample
     std::uint32_t step_y = 1;
 };
 
@@ -21,10 +21,8 @@ struct J2kSize {
     std::uint64_t TilesDown() const;
 };
 
-/// True when the library may have the codestream: its picture is of an allowed size and not more than 64
-/// components, every part of every tile is there to its last byte, the
-/// end marker too, and tiles, packets and code blocks are not
-/// more than the bytes can hold, or than a sane encoder makes of such a picture. The library believes all
-/// these numbers and allocates by them, up to terabytes for a file of a hundred bytes, and it takes some
-/// files that are cut for whole.
+/// True if the codestream is safe to decode: the picture's size is allowed, it has at most 64 components,
+/// every tile part and the end marker are complete, and the tiles, packets and code blocks aren't more than
+/// the bytes can hold or a sane encoder would make. OpenJPEG trusts all these numbers and allocates by them,
+/// up to terabytes for a file of a hundred bytes, and accepts some truncated files as complete.
 bool MayDecode(Bytes codestream, J2kSize& size);

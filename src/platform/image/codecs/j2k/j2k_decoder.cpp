@@ -21,7 +21,7 @@ public:
 private:
     Bytes bytes_;
     J2kFile file_;
-    std::uint64_t pixels_;  ///< of the reference grid: how much work it is
+    std::uint64_t pixels_;  ///< of the reference grid: a measure of the work
 };
 }  // namespace
 
@@ -34,7 +34,7 @@ static J2kImage Decoded(bool is_jp2, Bytes bytes, std::uint64_t pixels)
     if (!opj_setup_decoder(codec.get(), &parameters) || !opj_decoder_set_strict_mode(codec.get(), OPJ_TRUE))
         return nullptr;
     codec.UseThreads(pixels);
-    // The library may give a picture and fail, and the picture is the caller's nevertheless.
+    // On failure OpenJPEG may still return an image, which we must free.
     opj_image_t* raw = nullptr;
     const bool has_header = opj_read_header(stream.get(), codec.get(), &raw) != OPJ_FALSE;
     J2kImage image(raw);

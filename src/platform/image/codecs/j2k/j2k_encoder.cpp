@@ -7,15 +7,15 @@
 #include "src/platform/image/codecs/j2k/j2k_library.h"
 #include "src/platform/image/metadata/info_lines.h"
 
-// Pixels a side. Tiles keep the memory small, and the smaller ones are a little faster; the seams of larger
-// ones are fewer where something is lost.
+// Tile sizes in pixels. Tiles keep memory small, and smaller ones are slightly faster; lossy tiles are
+// larger, so that there are fewer visible seams.
 static constexpr std::int32_t kLosslessTile = 1024;
 static constexpr std::int32_t kLossyTile = 4096;
-// The library misses its target by far in pictures of a few pixels, where loss saves nothing.
+// On tiny pictures OpenJPEG misses the target PSNR by far, and lossy coding saves nothing.
 static constexpr std::size_t kPixelsWorthLoss = 1024;
-static constexpr std::size_t kMostComment = 65000;  // bytes; the segment's length has 16 bits
+static constexpr std::size_t kMaxComment = 65000;  // bytes; the segment length has 16 bits
 
-// One more than how often a tile's shorter side can be halved, and no more than 6.
+// One more than the number of times a tile's shorter side can be halved, at most 6.
 static int Resolutions(std::int32_t width, std::int32_t height)
 {
     int count = 1;
@@ -43,7 +43,7 @@ static J2kImage DescribeImage(const ImageBuffer& image)
     return description;
 }
 
-// A tile's samples, one component after the other: R, G, B, A.
+// Copies a tile's samples into planes: R, G, B, A.
 static void FillTile(const ImageBuffer& image, std::int32_t left, std::int32_t top, std::int32_t width,
                      std::int32_t height, std::vector<std::uint8_t>& tile)
 {
@@ -88,9 +88,9 @@ bool EncodeJ2k(const ImageBuffer& image, const SaveSettings& settings, OutputFil
         parameters.cp_fixed_quality = 1;
         parameters.tcp_distoratio[0] = static_cast<float>(TargetPsnr(image, settings.jpeg_quality));
     }
-    std::string comment = InfoLines(settings.texts).substr(0, kMostComment);
+    std::string comment = InfoLines(settings.texts).substr(0, kMaxComment);
     if (!comment.empty())
-        parameters.cp_comment = comment.data();  // copied by the library
+        parameters.cp_comment = comment.data();  // OpenJPEG copies it
 
     const J2kImage description = DescribeImage(image);
     const J2kCodec codec(opj_create_compress(OPJ_CODEC_J2K));

@@ -1,4 +1,4 @@
-// Connects OpenJPEG with bytes and files.
+// Connects OpenJPEG to memory and files.
 #include "src/platform/image/codecs/j2k/j2k_library.h"
 
 #include <algorithm>
@@ -71,7 +71,7 @@ OPJ_SIZE_T J2kStream::Read(void* out, OPJ_SIZE_T count, void* self)
     auto& stream = *static_cast<J2kStream*>(self);
     const std::size_t given = std::min<std::size_t>(count, stream.bytes_.size() - stream.position_);
     if (given == 0)
-        return kFailed;  // the end
+        return kFailed;  // end of stream
     std::memcpy(out, stream.bytes_.data() + stream.position_, given);
     stream.position_ += given;
     return given;

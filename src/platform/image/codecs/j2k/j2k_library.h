@@ -1,4 +1,4 @@
-// OpenJPEG's objects with owners, reading from bytes and writing to a file, and silent.
+// RAII wrappers for OpenJPEG: silent, reading from memory and writing to a file.
 // Room: platform/image/codecs/j2k.
 #pragma once
 
@@ -16,8 +16,8 @@ struct J2kDeleter {
 };
 using J2kImage = std::unique_ptr<opj_image_t, J2kDeleter>;
 
-/// A decoder or an encoder (opj_create_decompress, opj_create_compress), owned; what it has to say is
-/// dropped. Throws std::bad_alloc if it is null.
+/// Owns a decoder or encoder (opj_create_decompress, opj_create_compress) and suppresses its messages. Throws
+/// std::bad_alloc if given null.
 class J2kCodec
 {
 public:
@@ -27,16 +27,16 @@ public:
     J2kCodec& operator=(const J2kCodec&) = delete;
     opj_codec_t* get() const { return codec_; }
 
-    /// Lets it use the machine's cores, up to 8, if the picture is large enough for that to pay; the result
-    /// is the same. To be called between its setup and its start.
+    /// Enables up to 8 threads if the picture is large enough to benefit; the result is the same. Call it
+    /// after setup and before starting.
     void UseThreads(std::uint64_t pixels) const;
 
 private:
     opj_codec_t* codec_;
 };
 
-/// A stream that reads bytes or writes into a file from its position on; either is lent for the life of the
-/// stream. Throws std::bad_alloc.
+/// A stream that reads from memory, or writes to a file from its current position. The memory or file must
+/// outlive the stream. Throws std::bad_alloc.
 class J2kStream
 {
 public:
@@ -56,7 +56,7 @@ private:
 
     Bytes bytes_;
     OutputFile* out_ = nullptr;
-    std::uint64_t position_ = 0;  ///< in the bytes, or in the file from where it began
-    std::uint64_t start_ = 0;     ///< where it began in the file
+    std::uint64_t position_ = 0;  ///< in the memory, or in the file relative to start_
+    std::uint64_t start_ = 0;     ///< where the stream starts in the file
     opj_stream_t* stream_ = nullptr;
 };

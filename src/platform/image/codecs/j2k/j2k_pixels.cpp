@@ -1,4 +1,4 @@
-// Makes a picture of JPEG 2000 components.
+// Converts JPEG 2000 components to a picture.
 #include "src/platform/image/codecs/j2k/j2k_pixels.h"
 
 #include <openjpeg.h>
@@ -16,12 +16,12 @@
 
 namespace
 {
-enum class Colours { kGrey, kRgb, kYcc, kInks, kLab };
+enum class Colours { kGrey, kRgb, kYcc, kCmyk, kLab };
 
-/// Which components are which.
+/// Assigns components to channels.
 struct Roles {
     Colours colours = Colours::kGrey;
-    std::array<std::size_t, 4> colour{};  ///< as many as the colours have
+    std::array<std::size_t, 4> colour{};  ///< one per colour channel
     std::int32_t alpha = -1;
     bool premultiplied = false;
 };
@@ -29,7 +29,7 @@ struct Roles {
 
 static std::size_t ColourComponents(Colours colours)
 {
-    return colours == Colours::kGrey ? 1 : colours == Colours::kInks ? 4 : 3;
+    return colours == Colours::kGrey ? 1 : colours == Colours::kCmyk ? 4 : 3;
 }
 
 static Bytes ProfileOf(const opj_image_t& image)
@@ -37,13 +37,13 @@ static Bytes ProfileOf(const opj_image_t& image)
     return {image.icc_profile_buf, image.icc_profile_buf ? image.icc_profile_len : 0};
 }
 
-// The four letters of an ICC profile's colour space.
-static bool IsProfileOfInks(Bytes profile)
+// True if the ICC profile's colour space is CMYK.
+static bool IsCmykProfile(Bytes profile)
 {
     return profile.size() > 20 && std::memcmp(profile.data() + 16, "CMYK", 4) == 0;
 }
 
-// The library keeps the parameters of L*a*b* where otherwise the profile is, and says so by a length of 0.
+// OpenJPEG stores the CIELab parameters in place of the profile and marks that with a length of 0.
 static bool IsLab(const opj_image_t& image)
 {
     return image.icc_profile_buf && image.icc_profile_len == 0;
@@ -63,14 +63,14 @@ static bool FindRoles(const opj_image_t& image, Roles& roles)
     }
     if (colour.empty())
         return false;
-    const bool has_inks = image.color_space == OPJ_CLRSPC_CMYK || IsProfileOfInks(ProfileOf(image));
+    const bool has_inks = image.color_space == OPJ_CLRSPC_CMYK || IsCmykProfile(ProfileOf(image));
     const bool alpha_by_place = roles.alpha < 0 && !has_inks && (colour.size() == 2 || colour.size() == 4);
     if (alpha_by_place) {
         roles.alpha = static_cast<std::int32_t>(colour.back());
         colour.pop_back();
     }
     if (has_inks)
-        roles.colours = Colours::kInks;
+        roles.colours = Colours::kCmyk;
     else if (image.color_space == OPJ_CLRSPC_GRAY || colour.size() < 3)
         roles.colours = Colours::kGrey;
     else if (IsLab(image))
@@ -82,7 +82,7 @@ static bool FindRoles(const opj_image_t& image, Roles& roles)
     if (colour.size() < ColourComponents(roles.colours))
         return false;
     std::copy_n(colour.begin(), ColourComponents(roles.colours), roles.colour.begin());
-    // Nobody stores R and B of fewer samples than G; a bare codestream that looks so holds YCC.
+    // R and B are never subsampled relative to G, so a bare codestream that looks like that holds YCC.
     const auto& first = image.comps[roles.colour[0]];
     const auto& second = image.comps[roles.colour[1]];
     if (roles.colours == Colours::kRgb && image.color_space != OPJ_CLRSPC_SRGB &&
@@ -91,7 +91,7 @@ static bool FindRoles(const opj_image_t& image, Roles& roles)
     return true;
 }
 
-// The picture has the pixels of its finest component. False if a component that counts has no samples.
+// The picture's resolution is that of its finest component. False if a component in use has no samples.
 static bool FindGrid(const opj_image_t& image, const Roles& roles, PixelGrid& grid)
 {
     std::uint32_t step_x = 256, step_y = 256;
@@ -109,8 +109,8 @@ static bool FindGrid(const opj_image_t& image, const Roles& roles, PixelGrid& gr
     return sound;
 }
 
-// Y, Cb, Cr in B, G, R's places to B, G, R (IEC 61966-2-1, annex F, the inverse of ITU-R BT.601 in full
-// range).
+// Converts Y, Cb, Cr, stored in the places of B, G, R, to BGR (IEC 61966-2-1, annex F, the inverse of
+// full-range ITU-R BT.601).
 static void YccRow(std::uint8_t* pixels, std::uint32_t pixel_count, std::size_t stride)
 {
     const auto byte = [](float value) {
@@ -124,11 +124,11 @@ static void YccRow(std::uint8_t* pixels, std::uint32_t pixel_count, std::size_t 
     }
 }
 
-using LabLevels =
-    std::array<std::array<std::uint8_t, 256>, 3>;  ///< L*, a*, b* in bytes: 0..100 as 0..255, and plus 128
+using LabLevels = std::array<std::array<std::uint8_t, 256>,
+                             3>;  ///< L*, a*, b* as bytes: 0..100 scaled to 0..255, and offset by 128
 
-// How the library hands on the parameters of L*a*b*: whether the defaults hold, then range and offset of
-// each.
+// OpenJPEG's encoding of the CIELab parameters: a flag for the defaults, then range and offset of each
+// component.
 static LabLevels ReadLabLevels(const opj_image_t& image, const Roles& roles)
 {
     std::array<std::uint32_t, 9> parameters{};
@@ -152,8 +152,7 @@ static LabLevels ReadLabLevels(const opj_image_t& image, const Roles& roles)
     return levels;
 }
 
-// Inks and L*a*b* go some rows at a time through bytes of their own into the picture, which has 3 channels
-// or 4.
+// Converts CMYK or L*a*b* to the picture's 3 or 4 channels, a few rows at a time through a buffer.
 static bool ConvertRows(const opj_image_t& decoded, const Roles& roles, const PixelGrid& grid,
                         const std::vector<SampleRows>& colours, ImageBuffer& image)
 {
@@ -188,7 +187,7 @@ static bool ConvertRows(const opj_image_t& decoded, const Roles& roles, const Pi
     return true;
 }
 
-// Colour that was multiplied by its alpha, divided by it again.
+// Undoes premultiplied alpha.
 static void DivideByAlpha(ImageBuffer& image)
 {
     for (std::size_t i = 0; i < image.bytes.size(); i += 4) {
@@ -199,8 +198,7 @@ static void DivideByAlpha(ImageBuffer& image)
     }
 }
 
-// A profile counts for the components as they are stored, so it is used or kept before grey gets three
-// channels.
+// A profile describes the stored components, so apply or keep it before grey is expanded to three channels.
 static void TakeProfile(const opj_image_t& decoded, const Roles& roles, ImageBuffer& image)
 {
     const Bytes profile = ProfileOf(decoded);
@@ -226,7 +224,7 @@ bool MakePicture(const opj_image_t& decoded, ImageBuffer& image)
         return false;
     const auto channels = static_cast<std::size_t>(result.channels);
     const std::size_t row_bytes = grid.width * channels;
-    if (colour_model == Colours::kInks || colour_model == Colours::kLab) {
+    if (colour_model == Colours::kCmyk || colour_model == Colours::kLab) {
         if (!ConvertRows(decoded, roles, grid, colours, result))
             return false;
     } else {
@@ -241,7 +239,7 @@ bool MakePicture(const opj_image_t& decoded, ImageBuffer& image)
     TakeProfile(decoded, roles, result);
     if (roles.alpha >= 0) {
         if (is_grey) {
-            ConvertToSrgb(result);  // a grey profile says nothing about the three channels that come now
+            ConvertToSrgb(result);  // a grey profile doesn't fit the three channels it gets now
             if (!AddAlpha(result))
                 return false;
         }

@@ -1,4 +1,4 @@
-// Makes a picture of the components that JPEG 2000 decodes to.
+// Converts decoded JPEG 2000 components to a picture.
 // Room: platform/image/codecs/j2k.
 #pragma once
 
@@ -6,9 +6,8 @@
 
 struct opj_image;
 
-/// Scales every component to 8 bits by rounding, brings those of fewer samples to the full size, and turns
-/// YCC, inks and L*a*b* into sRGB. A profile that fits is kept. The last of two or four components is alpha
-/// where the file doesn't say otherwise; of other components beyond three none counts. False, with image as
-/// it was, for components that make no picture, a colour space that isn't known, or a size that isn't
-/// allowed.
+/// Scales all components to 8 bits and full resolution, and converts YCC, CMYK and L*a*b* to sRGB. Keeps a
+/// profile that fits. Unless the file says otherwise, the last of two or four components is alpha, and extra
+/// components beyond three are ignored. False for unusable components, an unknown colour space or a size that
+/// isn't allowed; image is then unchanged.
 bool MakePicture(const opj_image& decoded, ImageBuffer& image);

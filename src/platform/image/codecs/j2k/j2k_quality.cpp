@@ -1,4 +1,4 @@
-// Says how good a JPEG 2000 picture of a quality is to be.
+// Chooses the PSNR of a JPEG 2000 picture for a quality setting.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -6,15 +6,14 @@
 
 #include "src/platform/image/codecs/j2k/j2k.h"
 
-static constexpr std::size_t kBlock = 8;  // pixels a side
-static constexpr std::size_t kApart =
-    16;                                  // pixels from block to block: a quarter of the picture is looked at
-static constexpr double kStepAt50 = 24;  // levels
+static constexpr std::size_t kBlock = 8;   // pixels per side
+static constexpr std::size_t kApart = 16;  // pixels from block to block: samples a quarter of the picture
+static constexpr double kStepAt50 = 24;    // levels
 static constexpr double kHalfRoot = 0.70710678118654752;
 
 using BlockOfLevels = std::array<std::array<double, kBlock>, kBlock>;
 
-// How coarse the coefficients get, in levels: with the factor by which IJG's library scales its tables.
+// The quantisation step in levels for a quality, scaled the way the IJG library scales its tables.
 static double QuantisationStep(std::int32_t quality)
 {
     const double clamped = std::clamp(quality, 1, 99);
@@ -26,7 +25,7 @@ static double Lightness(const std::uint8_t* pixel, std::int32_t channels)
     return channels == 1 ? pixel[0] : 0.114 * pixel[0] + 0.587 * pixel[1] + 0.299 * pixel[2];
 }
 
-// Haar's transform, orthonormal, so that errors of coefficients are errors of pixels.
+// Orthonormal Haar transform, so a squared error in the coefficients is the same squared error in the pixels.
 static void Transform(BlockOfLevels& block)
 {
     for (std::size_t n = kBlock; n > 1; n /= 2) {
@@ -46,8 +45,7 @@ static void Transform(BlockOfLevels& block)
 
 double TargetPsnr(const ImageBuffer& image, std::int32_t quality)
 {
-    // A coefficient that is rounded is off by a twelfth of the squared step in the mean, or, if it is smaller
-    // than that, by itself.
+    // A quantised coefficient has a mean squared error of step^2 / 12, or its own square if that is smaller.
     const double max = QuantisationStep(quality) * QuantisationStep(quality) / 12;
     const auto width = static_cast<std::size_t>(image.width), height = static_cast<std::size_t>(image.height);
     double sum = 0, count = 0;
@@ -67,6 +65,6 @@ double TargetPsnr(const ImageBuffer& image, std::int32_t quality)
                     sum += std::min(coefficient * coefficient, max);
             count += kBlock * kBlock;
         }
-    constexpr double kLeastError = 0.01;  // 68 dB: beyond what 8 bits can show
-    return 10 * std::log10(255 * 255 / std::max(sum / count, kLeastError));
+    constexpr double kMinError = 0.01;  // 68 dB: invisible with 8 bits
+    return 10 * std::log10(255 * 255 / std::max(sum / count, kMinError));
 }

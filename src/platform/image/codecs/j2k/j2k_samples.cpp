@@ -1,4 +1,4 @@
-// Scales samples of any precision and spacing to bytes.
+// Scales samples of any precision and subsampling to bytes.
 #include "src/platform/image/codecs/j2k/j2k_samples.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ PixelGrid PixelGridOf(const opj_image_t& image, std::uint32_t step_x, std::uint3
     return grid;
 }
 
-// The sample that lies at or before a pixel, along one axis.
+// The sample at or before a pixel, along one axis.
 static std::uint32_t SampleAt(std::uint32_t pixel, std::uint32_t first, std::uint32_t step,
                               std::uint32_t sample_step, std::uint32_t first_sample, std::uint32_t samples)
 {
