@@ -1,4 +1,4 @@
-// Recognises EMF files, hands them to the player, and knows those that only hold a picture.
+// Recognises EMF files, passes them to the player, and decodes those that only hold a bitmap.
 #include "src/platform/image/codecs/metafile/emf.h"
 
 #include <cmath>
@@ -25,7 +25,7 @@ static bool Sniff(Bytes head, std::string_view)
     return IsEmf(head);
 }
 
-// From the pixels of the reference device to those of the picture.
+// Maps device pixels to picture pixels.
 static void SetMapping(const EmfHeader& header, MetafileRequest& request)
 {
     const double pixel_x = header.width / header.frame_width;
@@ -38,7 +38,7 @@ static void SetMapping(const EmfHeader& header, MetafileRequest& request)
     request.dots_per_millimetre_y = header.dots_per_millimetre_y;
 }
 
-// The bitmap of a record that lays all of it on all of the picture.
+// Decodes the bitmap of a record that draws all of it over the whole picture.
 static bool CoversAll(Bytes record, const EmfHeader& header, const MetafileRequest& request,
                       ImageBuffer& image)
 {
@@ -74,7 +74,7 @@ static bool CoversAll(Bytes record, const EmfHeader& header, const MetafileReque
                             record.subspan(bits_offset, bits_size), header.width, header.height, image);
 }
 
-// A metafile that does nothing but show one picture is that picture, grey if it is grey, and needs no player.
+// Decodes a metafile that only draws one bitmap without the player; a grey bitmap stays grey.
 static bool DecodeIfOnlyBitmap(Bytes file, const EmfHeader& header, const MetafileRequest& request,
                                ImageBuffer& image)
 {

@@ -1,4 +1,4 @@
-// Reads the header of an EMF and counts through its records.
+// Reads an EMF's header and checks its records.
 #include "src/platform/image/codecs/metafile/emf_header.h"
 
 #include <cmath>
@@ -6,7 +6,7 @@
 static constexpr std::uint32_t kHeaderRecord = 1;
 static constexpr std::uint32_t kEndRecord = 14;
 static constexpr std::uint32_t kMark = 0x464D4520;  // " EMF"
-static constexpr std::uint32_t kLeastHeader = 88;
+static constexpr std::uint32_t kMinHeader = 88;
 static constexpr std::uint32_t kHeaderWithMicrometres = 108;
 static constexpr std::uint64_t kMarkOffset = 40;
 
@@ -16,7 +16,7 @@ static constexpr double kPixelsPerInch = 96;
 bool IsEmf(Bytes head)
 {
     ByteReader reader(head);
-    const bool valid_record = reader.U32Le() == kHeaderRecord && reader.U32Le() >= kLeastHeader;
+    const bool valid_record = reader.U32Le() == kHeaderRecord && reader.U32Le() >= kMinHeader;
     reader.Take(kMarkOffset - 8);
     return valid_record && reader.U32Le() == kMark;
 }
@@ -40,7 +40,7 @@ std::optional<EmfHeader> ReadEmfHeader(Bytes file)
         d = reader.I32Le();
     for (double& d : frame)
         d = reader.I32Le();
-    reader.Take(4 + 4 + 4 + 4);  // mark, version, bytes, records
+    reader.Take(4 + 4 + 4 + 4);  // signature, version, bytes, records
     header.objects = reader.U16Le();
     reader.Take(2 + 4 + 4 + 4);  // reserved, description, palette
     const double device_x = reader.I32Le();
@@ -60,7 +60,7 @@ std::optional<EmfHeader> ReadEmfHeader(Bytes file)
     header.dots_per_millimetre_x = dots(device_x, millimetres_x);
     header.dots_per_millimetre_y = dots(device_y, millimetres_y);
     if (frame[2] <= frame[0] || frame[3] <= frame[1]) {
-        // No frame: the bounds of what is drawn, whose last row and column count in.
+        // Without a frame, use the drawing bounds, which are inclusive.
         for (int n = 0; n < 4; ++n)
             frame[n] = (bounds[n] + (n >= 2 ? 1 : 0)) * 100 /
                        (n % 2 == 0 ? header.dots_per_millimetre_x : header.dots_per_millimetre_y);

@@ -1,4 +1,4 @@
-// Writes the four records of an EMF that shows a picture.
+// Writes an EMF with the four records it takes to show a picture.
 #include "src/platform/image/codecs/metafile/emf_writer.h"
 
 #include <cmath>
@@ -16,14 +16,14 @@ static constexpr std::uint32_t kEndSize = 20;
 static constexpr std::uint32_t kColorOnColor = 3;
 static constexpr std::uint32_t kSourceCopy = 0x00CC0020;
 
-// A reference device on which a millimetre comes out even: 96 pixels an inch are 1920 on 508 mm.
+// A reference device with an integral number of millimetres: 1920 pixels at 96 dpi are 508 mm.
 static constexpr std::uint32_t kDeviceWidth = 1920;
 static constexpr std::uint32_t kDeviceHeight = 1440;
 static constexpr std::uint32_t kDeviceMillimetresWide = 508;
 static constexpr std::uint32_t kDeviceMillimetresHigh = 381;
 
-// The rest of a UTF-8 character whose first byte is given: how many bytes follow.
-static std::size_t Following(std::uint8_t first)
+// The number of continuation bytes after the first byte of a UTF-8 character.
+static std::size_t ContinuationBytes(std::uint8_t first)
 {
     return first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
 }
@@ -32,7 +32,7 @@ static void AppendUtf16(std::vector<std::uint16_t>& words, const std::string& te
 {
     for (std::size_t n = 0; n < text.size();) {
         const auto first = static_cast<std::uint8_t>(text[n++]);
-        const std::size_t more = Following(first);
+        const std::size_t more = ContinuationBytes(first);
         std::uint32_t code = more == 0 ? first : first & (0x3Fu >> more);
         for (std::size_t i = 0; i < more && n < text.size(); ++i)
             code = code << 6 | (static_cast<std::uint8_t>(text[n++]) & 0x3F);
@@ -44,7 +44,7 @@ static void AppendUtf16(std::vector<std::uint16_t>& words, const std::string& te
     }
 }
 
-// The program's name and what the user says of the picture, each ended by a zero, and one zero more.
+// The program's name and the user's texts, each NUL-terminated, with a second NUL at the end.
 static std::vector<std::uint16_t> DescriptionOf(const ImageInfoTexts& texts)
 {
     std::string about;
@@ -73,11 +73,11 @@ static void WriteHeader(const ImageBuffer& image, const std::vector<std::uint16_
     const auto width = static_cast<std::uint32_t>(image.width);
     const auto height = static_cast<std::uint32_t>(image.height);
     for (const std::uint32_t n : {1u, header_size,                // header record
-                                  0u, 0u, width - 1, height - 1,  // bounds: the last pixel included
+                                  0u, 0u, width - 1, height - 1,  // bounds, inclusive
                                   0u, 0u, FrameExtent(image.width), FrameExtent(image.height), 0x464D4520u,
-                                  0x10000u, file_size, 4u})  // mark, version, bytes, records
+                                  0x10000u, file_size, 4u})  // signature, version, bytes, records
         out.WriteU32Le(n);
-    out.WriteU16Le(1);  // objects: the metafile itself
+    out.WriteU16Le(1);  // one handle: the metafile itself
     out.WriteU16Le(0);
     const auto words = static_cast<std::uint32_t>(about.size());
     for (const std::uint32_t n : {words, words == 0 ? 0u : kHeaderSize, 0u,  // description, palette
@@ -118,7 +118,7 @@ bool EncodeEmf(const ImageBuffer& image, const SaveSettings& settings, OutputFil
                                   0u,
                                   0u,
                                   width,
-                                  height,  // target and source corner, source size
+                                  height,  // destination and source origin, source size
                                   kBitmapRecordSize,
                                   dib_header,
                                   kBitmapRecordSize + dib_header,

@@ -4,6 +4,6 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// A metafile of the picture's size at 96 pixels an inch, with one bitmap record. Title, description, author
-/// and copyright make its description.
+/// Writes a metafile of the picture's size at 96 dpi with one bitmap record. Title, description, author and
+/// copyright go into its description.
 bool EncodeEmf(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

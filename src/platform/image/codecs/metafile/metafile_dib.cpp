@@ -1,4 +1,4 @@
-// Writes the bitmap of a metafile, and recognises one.
+// Writes a metafile's bitmap, and recognises metafiles that are just a bitmap.
 #include "src/platform/image/codecs/metafile/metafile_dib.h"
 
 #include <cstring>
@@ -35,9 +35,9 @@ bool WriteMetafileDib(const ImageBuffer& image, OutputFile& out)
     out.WriteU32Le(static_cast<std::uint32_t>(image.height));
     out.WriteU16Le(1);
     out.WriteU16Le(is_grey ? 8 : 24);
-    out.WriteU32Le(0);  // not compressed
+    out.WriteU32Le(0);  // uncompressed
     out.WriteU32Le(static_cast<std::uint32_t>(MetafileDibBitsSize(image)));
-    out.WriteU32Le(0);  // resolution: not said
+    out.WriteU32Le(0);  // resolution: unknown
     out.WriteU32Le(0);
     out.WriteU32Le(is_grey ? 256 : 0);  // colours used: some readers don't know that 0 means all
     out.WriteU32Le(0);

@@ -1,4 +1,4 @@
-// The bitmap that a metafile of one picture holds.
+// The bitmap of a metafile that holds a single picture.
 // Room: platform/image/codecs/metafile.
 #pragma once
 
@@ -9,14 +9,14 @@
 
 class OutputFile;
 
-/// Bytes of the header with its palette: 8 bits for a grey picture, 24 for any other.
+/// Bytes of header and palette: 8 bits per pixel for a grey picture, 24 for others.
 std::uint32_t MetafileDibHeaderSize(const ImageBuffer& image);
-/// Bytes of the rows, each filled up to four.
+/// Bytes of the rows, each padded to a multiple of four.
 std::uint64_t MetafileDibBitsSize(const ImageBuffer& image);
-/// Header, palette and rows, the last row first.
+/// Writes header, palette and rows, bottom row first.
 bool WriteMetafileDib(const ImageBuffer& image, OutputFile& out);
 
-/// True when a bitmap of these bytes, decoded into image, is a plain opaque picture of the given size: what
-/// a metafile that does nothing but show it looks like. image is untouched otherwise.
+/// Decodes the bitmap of a metafile that only draws one. False, with image unchanged, unless it is a plain
+/// opaque picture of the given size.
 bool DecodeOnlyBitmap(Bytes header_bytes, Bytes bits, std::int32_t width, std::int32_t height,
                       ImageBuffer& image);

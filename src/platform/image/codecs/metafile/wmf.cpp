@@ -1,4 +1,4 @@
-// Recognises WMF files, finds their size, and hands them to the player.
+// Recognises WMF files, determines their size, and passes them to the player.
 #include "src/platform/image/codecs/metafile/wmf.h"
 
 #include <algorithm>
@@ -15,8 +15,8 @@
 #include "src/platform/image/dib/dib.h"
 
 static constexpr double kPixelsPerInch = 96;
-/// A window without a unit of length is often 20,000 wide, only so as to place points finely.
-static constexpr double kMostPixelsWithoutUnit = 4096;
+/// Windows without a physical unit are often 20,000 units wide, just to place points precisely.
+static constexpr double kMaxPixelsWithoutUnit = 4096;
 
 static constexpr std::uint16_t kStretchDib = 0x0F43;
 static constexpr std::uint32_t kSourceCopy = 0x00CC0020;
@@ -30,7 +30,7 @@ static void SetSize(double width, double height, double units_per_inch, Metafile
 {
     double scale = units_per_inch > 0 ? kPixelsPerInch / units_per_inch : 1;
     if (units_per_inch <= 0)
-        scale = std::min(1.0, kMostPixelsWithoutUnit / std::max(std::abs(width), std::abs(height)));
+        scale = std::min(1.0, kMaxPixelsWithoutUnit / std::max(std::abs(width), std::abs(height)));
     const auto pixels = [scale](double d) {
         return static_cast<std::int32_t>(std::clamp(std::floor(std::abs(d) * scale + 0.5), 1.0, 1e9));
     };
@@ -40,7 +40,8 @@ static void SetSize(double width, double height, double units_per_inch, Metafile
     request.window_height = height;
 }
 
-// Size and window: from the placeable header, or the first window that is set, or what is drawn on.
+// Determines size and window: from the placeable header, the first window set, or the extent of what is
+// drawn.
 static bool FindSize(const WmfHeader& header, const WmfRecords& walk, MetafileRequest& request)
 {
     if (header.placeable) {
@@ -65,7 +66,7 @@ static bool FindSize(const WmfHeader& header, const WmfRecords& walk, MetafileRe
     return true;
 }
 
-// A metafile that sets its window and shows one picture over all of it is that picture, and needs no player.
+// Decodes a metafile that only sets its window and draws one bitmap over it, without the player.
 static bool DecodeIfOnlyBitmap(const MetafileRequest& request, ImageBuffer& image)
 {
     Bytes picture;

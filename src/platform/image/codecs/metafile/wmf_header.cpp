@@ -1,4 +1,4 @@
-// Reads the headers of a WMF and counts through its records.
+// Reads a WMF's headers and checks its records.
 #include "src/platform/image/codecs/metafile/wmf_header.h"
 
 static constexpr std::uint32_t kPlaceable = 0x9AC6CDD7;
@@ -39,7 +39,7 @@ std::optional<WmfHeader> ReadWmfHeader(Bytes file)
         header.width = reader.I16Le() - header.left;
         header.height = reader.I16Le() - header.top;
         header.units_per_inch = reader.U16Le();
-        reader.Take(4 + 2);  // reserved, checksum: many writers get it wrong
+        reader.Take(4 + 2);  // reserved; checksum, which many writers get wrong
     } else
         reader = ByteReader(file);
     reader.Take(2 + 2 + 2 + 4);  // kind, words, version, size

@@ -1,4 +1,4 @@
-// Writes the headers and the few records of a WMF that shows a picture.
+// Writes a WMF with the headers and the few records it takes to show a picture.
 #include "src/platform/image/codecs/metafile/wmf_writer.h"
 
 #include <array>
@@ -6,7 +6,7 @@
 #include "src/platform/image/base/output_file.h"
 #include "src/platform/image/codecs/metafile/metafile_dib.h"
 
-static constexpr std::int32_t kMostPixels = 32767;
+static constexpr std::int32_t kMaxPixels = 32767;
 static constexpr std::uint16_t kUnitsPerInch = 96;
 
 static constexpr std::uint32_t kHeaderWords = 9;
@@ -33,7 +33,7 @@ static void WriteRecord(OutputFile& out, std::uint32_t word_count, std::initiali
 
 static void WritePlaceableHeader(std::uint16_t width, std::uint16_t height, OutputFile& out)
 {
-    // Mark, handle, left, top, right, bottom, units, two words reserved; then their exclusive or.
+    // Key, handle, left, top, right, bottom, units per inch, two reserved words; then the XOR of them all.
     const std::array<std::uint16_t, 10> words{0xCDD7, 0x9AC6, 0, 0, 0, width, height, kUnitsPerInch, 0, 0};
     std::uint16_t check = 0;
     for (const std::uint16_t word : words) {
@@ -45,7 +45,7 @@ static void WritePlaceableHeader(std::uint16_t width, std::uint16_t height, Outp
 
 bool EncodeWmf(const ImageBuffer& image, const SaveSettings&, OutputFile& out)
 {
-    if (image.width > kMostPixels || image.height > kMostPixels)
+    if (image.width > kMaxPixels || image.height > kMaxPixels)
         return false;
     const auto width = static_cast<std::uint16_t>(image.width);
     const auto height = static_cast<std::uint16_t>(image.height);
@@ -67,7 +67,7 @@ bool EncodeWmf(const ImageBuffer& image, const SaveSettings&, OutputFile& out)
     out.WriteU32Le(bitmap_words);
     out.WriteU16Le(0x0F43);
     out.WriteU32Le(kSourceCopy);
-    // Usage of the colours; source height, width, y and x; target height, width, y and x.
+    // Colour usage; then height, width, y and x of source and destination.
     WriteWords(out, {0, height, width, 0, 0, height, width, 0, 0});
     if (!WriteMetafileDib(image, out))
         return false;

@@ -4,6 +4,6 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// A placeable metafile of the picture's size at 96 pixels an inch, with one bitmap record. False for a
-/// picture of more than 32,767 pixels a side, which the record's 16 bits can't say.
+/// Writes a placeable metafile of the picture's size at 96 dpi with one bitmap record. False for pictures
+/// over 32,767 pixels per side, which don't fit the record's 16-bit fields.
 bool EncodeWmf(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);
