@@ -95,15 +95,51 @@ std::int32_t lLeadingNumber(std::string_view sText)
     return static_cast<std::int32_t>(bNegative ? -nValue : nValue);
 }
 
-std::string sFormatOneDecimal(double dValue, char cDecimalSign)
+// Adds one to the last digit of a decimal number, carrying to the left.
+static void RoundUp(std::string& sDigits)
 {
-    const double dTenths = std::round(std::fabs(dValue) * 10);
+    for (std::size_t i = sDigits.size(); i-- > 0;) {
+        if (sDigits[i] == '.')
+            continue;
+        if (sDigits[i] != '9') {
+            ++sDigits[i];
+            return;
+        }
+        sDigits[i] = '0';
+    }
+    sDigits.insert(0, "1");
+}
+
+// Rounds the shortest decimal form rather than the binary value: 1.005 is a half to the eye, and just below
+// one in memory.
+static std::string sWithDecimals(double dValue, std::size_t nDecimals, char cDecimalSign)
+{
     char aBuffer[400];
     const auto [pEnd, nError] =
-        std::to_chars(aBuffer, aBuffer + sizeof aBuffer, dTenths / 10, std::chars_format::fixed, 1);
-    std::string sResult(aBuffer, nError == std::errc() ? pEnd : aBuffer);
-    sResult = sReplaceAll(sResult, ".", std::string_view(&cDecimalSign, 1));
-    return dValue < 0 && dTenths > 0 ? "-" + sResult : sResult;
+        std::to_chars(aBuffer, aBuffer + sizeof aBuffer, std::fabs(dValue), std::chars_format::fixed);
+    std::string sDigits(aBuffer, nError == std::errc() ? pEnd : aBuffer);
+    if (!std::isfinite(dValue))
+        return dValue < 0 ? "-" + sDigits : sDigits;
+    if (sDigits.find('.') == std::string::npos)
+        sDigits += '.';
+    const std::size_t nEnd = sDigits.find('.') + 1 + nDecimals;
+    const bool bUp = nEnd < sDigits.size() && sDigits[nEnd] >= '5';
+    sDigits.resize(nEnd, '0');
+    if (bUp)
+        RoundUp(sDigits);
+    const bool bZero = sDigits.find_first_of("123456789") == std::string::npos;
+    sDigits = sReplaceAll(sDigits, ".", std::string_view(&cDecimalSign, 1));
+    return dValue < 0 && !bZero ? "-" + sDigits : sDigits;
+}
+
+std::string sFormatOneDecimal(double dValue, char cDecimalSign)
+{
+    return sWithDecimals(dValue, 1, cDecimalSign);
+}
+
+std::string sFormatTwoDecimals(double dValue, char cDecimalSign)
+{
+    return sWithDecimals(dValue, 2, cDecimalSign);
 }
 
 std::string sFromDouble(double dValue, char cDecimalSign)

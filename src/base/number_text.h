@@ -29,6 +29,9 @@ std::int32_t lLeadingNumber(std::string_view sText);
 /// "##0.0" and "#0.0".
 std::string sFormatOneDecimal(double dValue, char cDecimalSign = '.');
 
+/// The same with two decimals: the format "0.00".
+std::string sFormatTwoDecimals(double dValue, char cDecimalSign = '.');
+
 /// The shortest text that parses back to the same number. Only very large and very small numbers get an
 /// exponent.
 std::string sFromDouble(double dValue, char cDecimalSign = '.');

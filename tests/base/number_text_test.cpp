@@ -140,6 +140,28 @@ TEST(FormatOneDecimal, HandlesExtremeNumbers)
         EXPECT_FALSE(sFormatOneDecimal(dOdd).empty());
 }
 
+TEST(FormatTwoDecimals, PadsAndRoundsHalfAwayFromZero)
+{
+    EXPECT_EQ(sFormatTwoDecimals(0), "0.00");
+    EXPECT_EQ(sFormatTwoDecimals(45), "45.00");
+    EXPECT_EQ(sFormatTwoDecimals(0.5), "0.50");
+    EXPECT_EQ(sFormatTwoDecimals(0.125), "0.13");
+    EXPECT_EQ(sFormatTwoDecimals(1.005), "1.01");
+    EXPECT_EQ(sFormatTwoDecimals(-1.005), "-1.01");
+    EXPECT_EQ(sFormatTwoDecimals(-0.004), "0.00");
+    EXPECT_EQ(sFormatTwoDecimals(99.995), "100.00");
+    EXPECT_EQ(sFormatTwoDecimals(33.333333), "33.33");
+    EXPECT_EQ(sFormatTwoDecimals(12.5, ','), "12,50");
+}
+
+TEST(FormatTwoDecimals, HandlesExtremeNumbers)
+{
+    EXPECT_TRUE(sFormatTwoDecimals(1e307).ends_with(".00"));
+    EXPECT_EQ(sFormatTwoDecimals(5e-324), "0.00");
+    for (const double dOdd : {1e308, -1e308, HUGE_VAL, -HUGE_VAL, std::nan("")})
+        EXPECT_FALSE(sFormatTwoDecimals(dOdd).empty());
+}
+
 TEST(FromDouble, GivesTheShortestTextThatRoundTrips)
 {
     EXPECT_EQ(sFromDouble(0.75), "0.75");
