@@ -6,6 +6,7 @@
 
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/translator/modTranslator.h"
 
 namespace
@@ -21,25 +22,11 @@ constexpr Choice kWindowStates[] = {{"Hidden", 0}, {"Normal", 1}, {"Maximized", 
 constexpr Choice kPriorities[] = {
     {"Idle", 64}, {"Normal", 32}, {"High Priority", 128}, {"Realtime Priority", 256}};
 
-/// Suppresses change handlers: selecting the first entry isn't the user's doing.
-class InternalChange
-{
-public:
-    explicit InternalChange(bool& bFlag) : m_bFlag(bFlag), m_bBefore(bFlag) { m_bFlag = true; }
-    ~InternalChange() { m_bFlag = m_bBefore; }
-    InternalChange(const InternalChange&) = delete;
-    InternalChange& operator=(const InternalChange&) = delete;
-
-private:
-    bool& m_bFlag;
-    bool m_bBefore;
-};
-
 }  // namespace
 
 static void FillIn(Application& app, ComboBox& cb, std::span<const Choice> aChoices)
 {
-    const InternalChange objChange(app.bInternalGridChange);
+    const InternalChange objChange(app);
     cb.Clear();
     for (const Choice& objChoice : aChoices)
         cb.AddItem(sTranslate(app, objChoice.sText), objChoice.lItemData);
@@ -48,7 +35,7 @@ static void FillIn(Application& app, ComboBox& cb, std::span<const Choice> aChoi
 
 void FillInSpecialProcessesComboBox(Application& app)
 {
-    const InternalChange objChange(app.bInternalGridChange);
+    const InternalChange objChange(app);
     ComboBox& cb = app.frmMain.cbSpecialProcesses;
     cb.Clear();
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())

@@ -8,6 +8,7 @@
 #include "src/base/path_text.h"
 #include "src/base/text.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/job/modFileHelpers.h"
 #include "src/platform/file_system.h"
 #include "src/platform/window_services.h"
@@ -73,19 +74,21 @@ static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder, const std::
         return kListNoFolder;
     if (!bEndsInSeparator(sFolder))
         sFolder += cSeparatorOf(sFolder);
-    const bool bFormerPointer = app.frmMainMDI.bHourglass;
-    app.frmMainMDI.bHourglass = true;
+    BusyPointer objPointer(app);
+    const auto lPaused = [&objPointer] {
+        objPointer.LeaveOn();
+        return kListPaused;
+    };
     app.frmMainMDI.sbMain.SetPanel(kPanelLoading, sTranslate(app, "Creating File List: ") + sFolder);
     app.svc.objWindows.DoEvents();
     for (const std::string& sName : objListing.aFiles) {
         if (objWalk.bPaused())
-            return kListPaused;
+            return lPaused();
         if (bMatchesPattern(objWalk.sPattern, sGetExtensionName(sName)))
             objWalk.colFiles.push_back(sFolder + sName);
     }
     if (objWalk.bRecurse && !bWalkSubfolders(objWalk, sFolder, sReal, objListing))
-        return kListPaused;
-    app.frmMainMDI.bHourglass = bFormerPointer;
+        return lPaused();
     return 0;
 }
 
@@ -115,12 +118,9 @@ static bool bListOneFile(Application& app, clsConversionOptions& objOptions,
 
 bool bCreateFileList(Application& app, clsConversionOptions& objOptions, std::vector<std::string>& colFiles)
 {
-    const bool bFormerPointer = app.frmMainMDI.bHourglass;
-    app.frmMainMDI.bHourglass = true;
-    const bool bFilled = bHasWildcard(objOptions.sOriginalFile) ? bListWildcard(app, objOptions, colFiles)
-                                                                : bListOneFile(app, objOptions, colFiles);
-    app.frmMainMDI.bHourglass = bFormerPointer;
-    return bFilled;
+    const BusyPointer objPointer(app);
+    return bHasWildcard(objOptions.sOriginalFile) ? bListWildcard(app, objOptions, colFiles)
+                                                  : bListOneFile(app, objOptions, colFiles);
 }
 
 std::int32_t lAddFolderFiles(Application& app, std::string& sFolder, const std::string& sPattern,

@@ -7,6 +7,7 @@
 #include "src/base/number_text.h"
 #include "src/base/text.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/translator/modTranslator.h"
 
 namespace
@@ -112,8 +113,7 @@ static void FillIn(Application& app, ComboBox& cb, std::map<std::string, std::in
 {
     if (cb.ListCount() > 0)
         return;
-    const bool bKept = app.bInternalGridChange;
-    app.bInternalGridChange = true;
+    const InternalChange objChange(app);
     cb.Clear();
     for (const FileType& objType : kFileTypes) {
         if (!fnOffers(objType))
@@ -126,7 +126,6 @@ static void FillIn(Application& app, ComboBox& cb, std::map<std::string, std::in
                 (*pExtensions)[sKey] = cb.ListCount() - 1;
     }
     cb.SetListIndex(0);
-    app.bInternalGridChange = bKept;
 }
 
 void FillInFileTypeComboBoxOriginal(Application& app)

@@ -7,6 +7,7 @@
 #include "src/base/number_text.h"
 #include "src/base/text.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/job/modFileTypes.h"
 #include "src/platform/locale.h"
 #include "src/translator/modTranslator.h"
@@ -67,8 +68,7 @@ void SetUpToDoGrid(Application& app)
 
 void SetUpToDoGrid(Application& app, Grid& fgToDo)
 {
-    const bool bKept = app.bInternalGridChange;
-    app.bInternalGridChange = true;
+    const InternalChange objChange(app);
     fgToDo.SetRows(1);
     WriteToDoHeaders(app, fgToDo);
     SelectGridRow(app, fgToDo);
@@ -82,13 +82,12 @@ void SetUpToDoGrid(Application& app, Grid& fgToDo)
     fgToDo.SetTextMatrix(1, kColNumber, kMarker);
     FormatMarkerRow(app, fgToDo);
     SelectGridRow(app, fgToDo);
-    app.bInternalGridChange = bKept;
 }
 
 void SetUpLogGrid(Application& app)
 {
     Grid& fgLog = app.frmMain.fgLog;
-    app.bInternalGridChange = true;
+    const InternalChange objChange(app, InternalChange::After::Clear);
     fgLog.SetRows(1);
     fgLog.SetRows(2);
     const std::array<std::string, kLogColumns - kColNumber> aHeaders{sTranslate(app, "Job #"),
@@ -110,16 +109,13 @@ void SetUpLogGrid(Application& app)
     FormatCells(fgLog, 0, 0, kLogColumns - 1, objHeader);
     fgLog.SetRow(1);
     SelectGridRow(app, fgLog);
-    app.bInternalGridChange = false;
 }
 
 void SelectGridRow(Application& app, Grid& fgGrid)
 {
-    const bool bKept = app.bInternalGridChange;
-    app.bInternalGridChange = true;
+    const InternalChange objChange(app);
     fgGrid.SetCol(0);
     fgGrid.SetColSel(fgGrid.Cols() - 1);
-    app.bInternalGridChange = bKept;
 }
 
 std::string sFlagsFromRequest(const clsConversionOptions& objOptions)
@@ -142,12 +138,11 @@ static std::string sCell(const std::string& sText)
 static void InsertTask(Application& app, const std::vector<std::string>& aCells)
 {
     Grid& fgToDo = app.frmMain.fgToDo;
-    app.bInternalGridChange = true;
+    const InternalChange objChange(app);
     fgToDo.AddItem(sJoin(aCells, "\t"), fgToDo.Rows() - 1);
     fgToDo.Refresh();
     fgToDo.SetRow(fgToDo.Rows() - 1);
     SelectGridRow(app, fgToDo);
-    app.bInternalGridChange = false;
 }
 
 static void SetUpIfNeverDone(Application& app)
@@ -244,10 +239,9 @@ void LoadRequestFromGridRow(Application& app, clsConversionOptions& objOptions, 
     Grid& fgToDo = app.frmMain.fgToDo;
     if (lRow < 1 || lRow >= fgToDo.Rows() - 1)
         return;
-    app.bInternalGridChange = true;
+    const InternalChange objChange(app);
     fgToDo.SetRow(lRow);
     ReadRow(app, objOptions, lRow);
-    app.bInternalGridChange = false;
 }
 
 void RemoveActionItem(Application& app)

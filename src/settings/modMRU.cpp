@@ -5,6 +5,7 @@
 
 #include "src/base/text.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/platform/ini_file.h"
 
 static constexpr std::int32_t kEntriesKept = 20;
@@ -64,14 +65,12 @@ std::int32_t Count(const clsMRU& mru)
 
 void FillComboBoxFromMRU(Application& app, ComboBox& cb, const clsMRU& mru)
 {
-    const bool bKept = app.bInternalGridChange;
-    app.bInternalGridChange = true;
+    const InternalChange objChange(app);
     cb.Clear();
     for (auto itEntry = mru.colMRU.rbegin(); itEntry != mru.colMRU.rend(); ++itEntry)
         cb.AddItem(*itEntry);
     if (Count(mru) > 0)
         cb.SetListIndex(0);
-    app.bInternalGridChange = bKept;
 }
 
 static void UpdateMRU(Application& app, ComboBox& cb, clsMRU& mru)

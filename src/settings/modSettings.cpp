@@ -8,6 +8,7 @@
 #include "src/base/text.h"
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/platform/ini_file.h"
 #include "src/platform/locale.h"
 #include "src/settings/modMRU.h"
@@ -65,23 +66,6 @@ public:
 private:
     Application& m_app;
     std::string m_sName;
-};
-
-/// Suppresses change handlers until the end of the scope, even if an error is raised.
-class InternalChange
-{
-public:
-    explicit InternalChange(Application& app) : m_app(app), m_bKept(app.bInternalGridChange)
-    {
-        m_app.bInternalGridChange = true;
-    }
-    ~InternalChange() { m_app.bInternalGridChange = m_bKept; }
-    InternalChange(const InternalChange&) = delete;
-    InternalChange& operator=(const InternalChange&) = delete;
-
-private:
-    Application& m_app;
-    bool m_bKept;
 };
 }  // namespace
 

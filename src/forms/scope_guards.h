@@ -1,0 +1,50 @@
+// Flags of the process that hold for a scope: put back at its end, also when an error leaves it.
+// Room: forms.
+#pragma once
+
+#include "src/forms/Application.h"
+
+/// Code is changing a grid or a field in this scope, so handlers do nothing. Nested scopes leave the flag set
+/// until the outermost one ends.
+class InternalChange
+{
+public:
+    enum class After {
+        AsBefore,
+        Clear  ///< cleared even if an outer scope had set it: some routines end that way on purpose
+    };
+
+    explicit InternalChange(Application& app, After eAfter = After::AsBefore)
+        : m_bFlag(app.bInternalGridChange), m_bAfter(eAfter == After::AsBefore && app.bInternalGridChange)
+    {
+        m_bFlag = true;
+    }
+    ~InternalChange() { m_bFlag = m_bAfter; }
+    InternalChange(const InternalChange&) = delete;
+    InternalChange& operator=(const InternalChange&) = delete;
+
+private:
+    bool& m_bFlag;
+    const bool m_bAfter;
+};
+
+/// Shows the hourglass in this scope and then the pointer that was there before.
+class BusyPointer
+{
+public:
+    explicit BusyPointer(Application& app)
+        : m_bHourglass(app.frmMainMDI.bHourglass), m_bAfter(app.frmMainMDI.bHourglass)
+    {
+        m_bHourglass = true;
+    }
+    ~BusyPointer() { m_bHourglass = m_bAfter; }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+
+    /// Leaves the hourglass on at the end of the scope; the caller restores the pointer.
+    void LeaveOn() { m_bAfter = true; }
+
+private:
+    bool& m_bHourglass;
+    bool m_bAfter;
+};
