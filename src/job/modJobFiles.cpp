@@ -99,7 +99,8 @@ void ConversionJobSave(Application& app)
 // with the extension added.
 static std::string sPickJobFileToSave(Application& app, const std::string& sFilter)
 {
-    std::string sPath = sPickFile(app, sTranslate(app, "Save"), sTranslate(app, sFilter), 1);
+    std::int32_t lFilterIndex = 1;
+    std::string sPath = sPickFile(app, sTranslate(app, "Save"), sTranslate(app, sFilter), lFilterIndex);
     if (sPath.empty() || !sGetExtensionName(sPath).empty())
         return sPath;
     sPath += kExtension;
@@ -131,9 +132,10 @@ void SaveLogAsConversionJob(Application& app)
 void ConversionJobOpen(Application& app, std::string& sPath)
 {
     Grid& fgToDo = app.frmMain.fgToDo;
+    std::int32_t lFilterIndex = 1;
     if (sPath.empty())
         sPath = sPickFile(app, sTranslate(app, "Open Conversion Job"),
-                          sTranslate(app, "Tarnis (*.VJB)|*.VJB"), 1);
+                          sTranslate(app, "Tarnis (*.VJB)|*.VJB"), lFilterIndex);
     app.frmMain.sCurrentJobFile = sPath;
     if (sPath.empty())
         return;

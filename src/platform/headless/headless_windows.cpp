@@ -4,24 +4,61 @@
 #include <algorithm>
 #include <cstdio>
 
-BoxAnswer HeadlessWindows::MsgBox(const std::string& text, const std::string& title, BoxIcon,
-                                  BoxButtons buttons)
+static void WriteLines(const std::string& text, const std::string& title)
 {
     // The texts separate lines by carriage returns, which would make a terminal overwrite the line.
     std::string lines = title + ": " + text;
     std::replace(lines.begin(), lines.end(), '\r', '\n');
     std::fprintf(stderr, "%s\n", lines.c_str());
-    return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
 }
 
-std::string HeadlessWindows::sPickFile(const std::string&, const std::string&, std::int32_t, bool)
+BoxAnswer HeadlessWindows::ShowBox(const std::string& text, const std::string& title, BoxIcon,
+                                   BoxButtons buttons)
+{
+    WriteLines(text, title);
+    switch (buttons) {
+        case BoxButtons::Ok:
+            return BoxAnswer::Ok;
+        case BoxButtons::OkCancel:
+            return BoxAnswer::Cancel;
+        default:
+            return BoxAnswer::No;
+    }
+}
+
+std::size_t HeadlessWindows::ShowChoice(const std::string& text, const std::string& title, BoxIcon,
+                                        const std::vector<ChoiceButton>& buttons)
+{
+    WriteLines(text, title);
+    const auto reject = std::find_if(buttons.begin(), buttons.end(), [](const ChoiceButton& button) {
+        return button.eRole == ButtonRole::Reject;
+    });
+    return static_cast<std::size_t>(reject - buttons.begin());
+}
+
+std::string HeadlessWindows::ShowFilePicker(FilePicker&)
 {
     return "";
 }
 
-void HeadlessWindows::ShowModal(Form&) {}
+std::string HeadlessWindows::ShowFolderPicker(const std::string&, const std::string&)
+{
+    return "";
+}
 
-void HeadlessWindows::DoEvents() {}
+std::optional<std::int32_t> HeadlessWindows::ShowColourPicker(std::int32_t)
+{
+    return std::nullopt;
+}
+
+std::optional<std::string> HeadlessWindows::ShowFontPicker(const std::string&)
+{
+    return std::nullopt;
+}
+
+void HeadlessWindows::ShowForm(Form&) {}
+
+void HeadlessWindows::HandleEvents() {}
 
 void HeadlessWindows::LaunchHelp(const std::string& help_file, std::int32_t topic)
 {

@@ -43,12 +43,42 @@ TEST(HeadlessWindows, AnswerOkAndNoToEveryQuestion)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "b: a\nb: a\nb: a\n");
 }
 
+TEST(HeadlessWindows, CancelAQuestionThatHasOnlyOkBesides)
+{
+    HeadlessWindows windows;
+    testing::internal::CaptureStderr();
+
+    EXPECT_EQ(windows.MsgBox("Continue?", "Special Request", BoxIcon::Information, BoxButtons::OkCancel),
+              BoxAnswer::Cancel);
+
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Special Request: Continue?\n");
+}
+
+TEST(HeadlessWindows, ChooseTheButtonThatRejects)
+{
+    HeadlessWindows windows;
+    testing::internal::CaptureStderr();
+
+    EXPECT_EQ(windows.nChooseButton("Close?", "Varnel", BoxIcon::Question,
+                                       {{"Finish this file", ButtonRole::Accept},
+                                        {"Stop now", ButtonRole::Destructive},
+                                        {"Go on", ButtonRole::Reject}}),
+              2u);
+
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Varnel: Close?\n");
+}
+
 TEST(HeadlessWindows, PickNothingAndShowNoForm)
 {
     HeadlessWindows windows;
     FormForTest frm;
 
-    EXPECT_EQ(windows.sPickFile("Open", "All|*.*", 1, false), "");
+    FilePicker picker{"Open", "All|*.*", 3};
+    EXPECT_EQ(windows.sPickFile(picker), "");
+    EXPECT_EQ(picker.lFilterIndex, 3);
+    EXPECT_EQ(windows.sPickFolder("Browse For Folder", "/home"), "");
+    EXPECT_EQ(windows.lPickColour(255), std::nullopt);
+    EXPECT_EQ(windows.sPickFont("Sans"), std::nullopt);
     windows.ShowModal(frm);
     windows.DoEvents();
     EXPECT_FALSE(frm.Visible());
