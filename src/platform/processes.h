@@ -34,6 +34,12 @@ public:
     /// Starts a program with "Dummy.exe" for its own name and then the arguments, in this process's folder
     /// and environment and with its open standard files. Null when it can't be started.
     [[nodiscard]] virtual std::unique_ptr<ChildProcess> pStart(const ProcessStart& objStart) = 0;
+    /// Hands an existing file or folder (a path by the rules of file_system.h) to the program that the
+    /// desktop has for it; the child is the opener, which may end long before that program. Null when there
+    /// is no opener or no such file.
+    [[nodiscard]] virtual std::unique_ptr<ChildProcess> pOpenPath(const std::string& sPath) = 0;
+    /// The same for a web page ("https://...") or a mail ("mailto:...").
+    [[nodiscard]] virtual std::unique_ptr<ChildProcess> pOpenAddress(const std::string& sAddress) = 0;
     /// Clears away what the host keeps of the programs that were let go while they ran and have ended since.
     /// Every start does that too.
     virtual void CollectEnded() = 0;

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <string>
 #include <vector>
 
 #include "src/platform/processes.h"
@@ -11,8 +13,10 @@ class FakeProcessLauncher : public ProcessLauncher
 {
 public:
     std::vector<ProcessStart> starts;  ///< all programs launched, in order
+    std::vector<std::string> opened;   ///< all calls of the desktop as "path PATH" or "address ADDRESS"
     std::vector<std::int32_t> waits;   ///< timeout in milliseconds of each poll, in order
     bool can_start = true;
+    bool can_open = true;
     int looks_until_end = 1;  ///< a program exits at this poll; 0: never
     std::int32_t exit_code = 0;
     std::function<void()> on_look;  ///< called during each poll
@@ -22,6 +26,11 @@ public:
     {
         starts.push_back(start);
         return can_start ? std::make_unique<Child>(*this) : nullptr;
+    }
+    std::unique_ptr<ChildProcess> pOpenPath(const std::string& path) override { return Open("path " + path); }
+    std::unique_ptr<ChildProcess> pOpenAddress(const std::string& address) override
+    {
+        return Open("address " + address);
     }
     void CollectEnded() override { ++collections; }
 
@@ -43,4 +52,9 @@ private:
     private:
         FakeProcessLauncher& launcher_;
     };
+    std::unique_ptr<ChildProcess> Open(const std::string& what)
+    {
+        opened.push_back(what);
+        return can_open ? std::make_unique<Child>(*this) : nullptr;
+    }
 };

@@ -10,12 +10,17 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
+#include <utility>
 
+#include "src/base/text.h"
 #include "src/platform/file_system.h"
 #include "src/platform/posix/descriptor.h"
 
 // Intentional: argument 0 isn't the program's path.
 static constexpr char kArgument0[] = "Dummy.exe";
+static constexpr char kOpener[] = "xdg-open";
+static constexpr std::int32_t kNormalPriority = 32;
 
 std::vector<std::string> CutArguments(const std::string& arguments)
 {
@@ -119,8 +124,7 @@ void PosixProcessLauncher::CollectEnded()
 
 // Runs in the child between fork and exec: async-signal-safe calls only. If it returns, it has sent errno to
 // the parent.
-static void BecomeProgram(const char* host_path, char* const* arguments, const ProcessStart& start,
-                          int report)
+static void BecomeProgram(const char* host_path, char* const* arguments, std::int32_t priority, int report)
 {
     // The program gets default signal handling, whatever this process ignores or blocks.
     for (const int signal : {SIGPIPE, SIGXFSZ})
@@ -129,7 +133,7 @@ static void BecomeProgram(const char* host_path, char* const* arguments, const P
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
     int niceness = 0;
-    if (NicenessOfPriority(start.lPriority, niceness))
+    if (NicenessOfPriority(priority, niceness))
         (void)setpriority(PRIO_PROCESS, 0, niceness);
     execv(host_path, arguments);
     const int error = errno;
@@ -138,12 +142,48 @@ static void BecomeProgram(const char* host_path, char* const* arguments, const P
 
 std::unique_ptr<ChildProcess> PosixProcessLauncher::pStart(const ProcessStart& start)
 {
-    CollectEnded();
     const std::optional<std::string> host_path = file_system_.sHostPathOfExisting(start.sProgram);
     if (!host_path)
         return nullptr;
     std::vector<std::string> texts = CutArguments(start.sArguments);
     texts.insert(texts.begin(), kArgument0);
+    return Spawn(*host_path, std::move(texts), start.lPriority);
+}
+
+// The first executable of that name in PATH; "" if there is none.
+static std::string FindInPath(const std::string& name)
+{
+    const char* path = std::getenv("PATH");
+    for (const std::string& folder : aSplit(path ? path : "/usr/bin:/bin", ':')) {
+        std::string program = (folder.empty() ? "." : folder) + "/" + name;
+        if (access(program.c_str(), X_OK) == 0)
+            return program;
+    }
+    return "";
+}
+
+std::unique_ptr<ChildProcess> PosixProcessLauncher::pOpenPath(const std::string& path)
+{
+    const std::optional<std::string> host_path = file_system_.sHostPathOfExisting(path);
+    if (!host_path || host_path->empty())
+        return nullptr;
+    return pOpenAddress(host_path->front() == '-' ? "./" + *host_path : *host_path);
+}
+
+std::unique_ptr<ChildProcess> PosixProcessLauncher::pOpenAddress(const std::string& address)
+{
+    const std::string opener = FindInPath(kOpener);
+    // The opener would take an address that begins with "-" for an option.
+    if (opener.empty() || address.starts_with("-"))
+        return nullptr;
+    return Spawn(opener, {kOpener, address}, kNormalPriority);
+}
+
+std::unique_ptr<ChildProcess> PosixProcessLauncher::Spawn(const std::string& host_path,
+                                                          std::vector<std::string> texts,
+                                                          std::int32_t priority)
+{
+    CollectEnded();
     std::vector<char*> arguments;
     for (std::string& text : texts)
         arguments.push_back(text.data());
@@ -157,7 +197,7 @@ std::unique_ptr<ChildProcess> PosixProcessLauncher::pStart(const ProcessStart& s
     Descriptor write_end(pipe_ends[1]);
     const pid_t process = fork();
     if (process == 0) {
-        BecomeProgram(host_path->c_str(), arguments.data(), start, write_end.Number());
+        BecomeProgram(host_path.c_str(), arguments.data(), priority, write_end.Number());
         _exit(127);
     }
     write_end = Descriptor();

@@ -27,10 +27,17 @@ public:
     ~PosixProcessLauncher() override;
 
     std::unique_ptr<ChildProcess> pStart(const ProcessStart& start) override;
+    /// Both use xdg-open, which every desktop provides.
+    std::unique_ptr<ChildProcess> pOpenPath(const std::string& path) override;
+    std::unique_ptr<ChildProcess> pOpenAddress(const std::string& address) override;
     void CollectEnded() override;
 
 private:
     class Child;
+
+    /// Starts a program of the host; texts begins with argument 0.
+    std::unique_ptr<ChildProcess> Spawn(const std::string& host_path, std::vector<std::string> texts,
+                                        std::int32_t priority);
 
     const FileSystem& file_system_;
     std::vector<int> left_running_;  ///< process ids of programs that we stopped waiting for

@@ -225,3 +225,86 @@ TEST_F(PosixProcesses, AreCollectedWithoutAnotherStart)
 
     EXPECT_FALSE(HasChildren());
 }
+
+namespace
+{
+
+/// A desktop of our own: the opener in PATH writes its arguments to a file.
+class Desktoopener : public PosixProcesses
+{
+protected:
+    void SetUp() override
+    {
+        PosixProcesses::SetUp();
+        Script("xdg-open", "#!/bin/sh\nprintf '%s|' \"$#\" \"$1\" > " + folder_ + "/opened\nexit $CODE\n");
+        former_path_ = getenv("PATH");
+        setenv("PATH", (folder_ + ":" + former_path_).c_str(), 1);
+        setenv("CODE", "0", 1);
+    }
+    void TearDown() override
+    {
+        setenv("PATH", former_path_.c_str(), 1);
+        unsetenv("CODE");
+        PosixProcesses::TearDown();
+    }
+    static std::int32_t End(const std::unique_ptr<ChildProcess>& opener)
+    {
+        while (!opener->bWaitForEnd(1000)) {
+        }
+        return opener->lExitCode();
+    }
+
+    std::string former_path_;
+};
+
+}  // namespace
+
+TEST_F(Desktoopener, GetsAPathAsOneArgument)
+{
+    const std::string file = Script("a \"b\" $c.txt", "", false);
+
+    const auto opener = launcher_.pOpenPath(file);
+
+    ASSERT_TRUE(opener);
+    EXPECT_EQ(End(opener), 0);
+    EXPECT_EQ(Content("opened"), "1|" + file + "|");
+}
+
+TEST_F(Desktoopener, GetsFoldersPagesAndMails)
+{
+    const auto folder = launcher_.pOpenPath(folder_);
+    ASSERT_TRUE(folder);
+    End(folder);
+    EXPECT_EQ(Content("opened"), "1|" + folder_ + "|");
+
+    const auto mail = launcher_.pOpenAddress("mailto:sales@example.org?subject=a%20b");
+    ASSERT_TRUE(mail);
+    End(mail);
+    EXPECT_EQ(Content("opened"), "1|mailto:sales@example.org?subject=a%20b|");
+}
+
+TEST_F(Desktoopener, IsNotAskedForWhatIsntThereOrLooksLikeAnOption)
+{
+    EXPECT_FALSE(launcher_.pOpenPath(folder_ + "/none.txt"));
+    EXPECT_FALSE(launcher_.pOpenPath(""));
+    EXPECT_FALSE(launcher_.pOpenAddress("--version"));
+    EXPECT_EQ(Content("opened"), "");
+}
+
+TEST_F(Desktoopener, TellsItsFailureByItsExitCode)
+{
+    setenv("CODE", "4", 1);
+
+    const auto opener = launcher_.pOpenAddress("https://example.org");
+
+    ASSERT_TRUE(opener);
+    EXPECT_EQ(End(opener), 4);
+}
+
+TEST_F(Desktoopener, MayBeMissing)
+{
+    setenv("PATH", (folder_ + "/none").c_str(), 1);
+
+    EXPECT_FALSE(launcher_.pOpenPath(folder_));
+    EXPECT_FALSE(launcher_.pOpenAddress("https://example.org"));
+}
