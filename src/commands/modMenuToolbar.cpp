@@ -1,6 +1,8 @@
 // Enables the commands that make sense in the current state.
 #include "src/commands/modMenuToolbar.h"
 
+#include <initializer_list>
+
 #include "src/forms/Application.h"
 
 constexpr std::int32_t kColNumber = 2;
@@ -27,9 +29,10 @@ static void EnableForIdle(frmMain& frm)
             pKey->SetEnabled(false);
 }
 
+// A paused run that still finishes its file offers nothing at all: another run can't begin yet.
 static void EnableForRun(frmMain& frm)
 {
-    frm.keyPause.SetEnabled(true);
+    frm.keyPause.SetEnabled(frm.bRunning);
     for (Action* pKey : {&frm.keyRemove, &frm.keyUpdate, &frm.keyAdd, &frm.keyConvert, &frm.keyRewind,
                          &frm.keyOpen, &frm.keyNew})
         pKey->SetEnabled(false);
@@ -40,6 +43,7 @@ static void CopyToMenus(const frmMain& frm, frmMainMDI& mdi)
     mdi.mnuSaveLogAsConversionJob.SetEnabled(frm.KeySaveLogAsConversionJob.Enabled());
     mdi.mnuSaveConversionJob.SetEnabled(frm.KeySave.Enabled());
     mdi.mnuSaveConversionJobAs.SetEnabled(frm.KeySaveAs.Enabled());
+    mdi.mnuOpenConversionJob.SetEnabled(frm.keyOpen.Enabled());
     mdi.mnuNewConversionJob.SetEnabled(frm.keyNew.Enabled());
     mdi.mnuBeginConversionJob.SetEnabled(frm.keyConvert.Enabled());
     mdi.mnuAddConversionJob.SetEnabled(frm.keyAdd.Enabled());
@@ -53,14 +57,23 @@ void UpdateMenuToolbar(Application& app)
 {
     frmMain& frm = app.frmMain;
     frmMainMDI& mdi = app.frmMainMDI;
-    if (frm.bRunning)
+    const bool bInRun = frm.bRunning || frm.lRunsInProgress > 0;
+    if (bInRun)
         EnableForRun(frm);
     else
         EnableForIdle(frm);
-    frm.KeySave.SetEnabled(frm.fgToDo.Rows() > 1);
-    frm.KeySaveAs.SetEnabled(frm.fgToDo.Rows() > 1);
-    frm.KeySaveLogAsConversionJob.SetEnabled(frm.fgLog.Rows() > 2);
+    frm.KeyOpen.SetEnabled(!bInRun);
+    frm.KeySave.SetEnabled(!bInRun && frm.fgToDo.Rows() > 1);
+    frm.KeySaveAs.SetEnabled(!bInRun && frm.fgToDo.Rows() > 1);
+    frm.KeySaveLogAsConversionJob.SetEnabled(!bInRun && frm.fgLog.Rows() > 2);
     CopyToMenus(frm, mdi);
+    for (Action* pItem :
+         {&mdi.mnuOptions, &mdi.mnuLanguage, &mdi.mnuScheduleConversionJob, &mdi.mnuConversionOptions})
+        pItem->SetEnabled(!bInRun);
+    for (Control* pFields :
+         std::initializer_list<Control*>{&frm.frameCF, &frm.frameSpecializedAction,
+                                         &frm.rbActionToDoConversion, &frm.rbActionToDoSpecialized})
+        pFields->SetEnabled(!bInRun);
     frm.cmdUpdate.SetEnabled(mdi.mnuUpdateConversionJob.Enabled());
     frm.cmdRemove.SetEnabled(mdi.mnuRemoveConversionJob.Enabled());
     frm.cmdAdd.SetEnabled(mdi.mnuAddConversionJob.Enabled());

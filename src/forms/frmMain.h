@@ -88,7 +88,9 @@ struct frmMain : Form {
     Action KeySaveLogAsConversionJob{*this, "KeySaveLogAsConversionJob"};
 
     // State of a run
-    bool bRunning = false;
+    bool bRunning = false;              ///< a pause clears it; the run ends when it sees that
+    std::int32_t lRunsInProgress = 0;   ///< runs that were begun and haven't ended, one inside the other
+    bool bRunStopped = false;           ///< the run is to end without finishing its file
     std::int64_t lJobStartTick = 0;     ///< in milliseconds of the tick counter
     std::int32_t lResumeFileIndex = 0;  ///< position in a wildcard task's file list, from 1; 0 for none
     std::string sCurrentFile;           ///< file being processed

@@ -19,15 +19,20 @@ struct frmMainMDI : Form {
 
     StatusBar sbMain{*this, "sbMain"};
     Action mnuNewConversionJob{*this, "mnuNewConversionJob"};
+    Action mnuOpenConversionJob{*this, "mnuOpenConversionJob"};
     Action mnuSaveConversionJob{*this, "mnuSaveConversionJob"};
     Action mnuSaveConversionJobAs{*this, "mnuSaveConversionJobAs"};
     Action mnuSaveLogAsConversionJob{*this, "mnuSaveLogAsConversionJob"};
+    Action mnuLanguage{*this, "mnuLanguage"};
+    Action mnuOptions{*this, "mnuOptions"};
     Action mnuBeginConversionJob{*this, "mnuBeginConversionJob"};
     Action mnuAddConversionJob{*this, "mnuAddConversionJob"};
     Action mnuRemoveConversionJob{*this, "mnuRemoveConversionJob"};
     Action mnuUpdateConversionJob{*this, "mnuUpdateConversionJob"};
     Action mnuPause{*this, "mnuPause"};
     Action mnuRewindConversionJob{*this, "mnuRewindConversionJob"};
+    Action mnuScheduleConversionJob{*this, "mnuScheduleConversionJob"};
+    Action mnuConversionOptions{*this, "mnuConversionOptions"};
 
     bool bHourglass = false;  ///< the mouse pointer is an hourglass
     bool bMinimized = false;

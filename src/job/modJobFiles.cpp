@@ -6,7 +6,9 @@
 #include "src/base/path_text.h"
 #include "src/base/text.h"
 #include "src/commands/modMenuToolbar.h"
+#include "src/commands/modRunState.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/job/modFileHelpers.h"
 #include "src/job/modPickFile.h"
 #include "src/job/modTaskTables.h"
@@ -140,11 +142,12 @@ void ConversionJobOpen(Application& app, std::string& sPath)
     if (sPath.empty())
         return;
     const bool bFound = bFileExists(app, sPath);
-    app.bInternalGridChange = true;
-    LoadJobFile(app, sPath, 1, fgToDo);
-    for (std::int32_t lRow = 1; lRow < fgToDo.Rows(); ++lRow)
-        RestorePassMark(fgToDo, lRow);
-    app.bInternalGridChange = false;
+    {
+        const InternalChange objChange(app);
+        LoadJobFile(app, sPath, 1, fgToDo);
+        for (std::int32_t lRow = 1; lRow < fgToDo.Rows(); ++lRow)
+            RestorePassMark(fgToDo, lRow);
+    }
     if (bFound)
         SetUpLogGrid(app);
     UpdateMenuToolbar(app);
@@ -222,28 +225,30 @@ static std::string sReadTasksOrFail(Application& app, const std::string& sPath, 
     }
 }
 
+// Replaces the table by the tasks of the file; returns "" or what went wrong.
+static std::string sFillTable(Application& app, const std::string& sPath, std::int32_t lStart, Grid& fgToDo)
+{
+    const RunScope objRun(app);  // a pause ends the load, and the run that the load is part of
+    const BusyPointer objPointer(app);
+    SetUpToDoGrid(app, fgToDo);
+    fgToDo.SetRedraw(false);
+    const std::string sFailure = sReadTasksOrFail(app, sPath, lStart, fgToDo);
+    fgToDo.SetRedraw(true);
+    return sFailure;
+}
+
 void LoadJobFile(Application& app, const std::string& sJobFile, std::int32_t lStart, Grid& fgToDo)
 {
     const std::string sPath = sJobFile;  // copy: sJobFile may be a cell that loading overwrites
     if (!bFileExists(app, sPath))
         return;
-    const bool bFormerPointer = app.frmMainMDI.bHourglass;
-    const bool bWasRunning = app.frmMain.bRunning;
-    const bool bKept = app.bInternalGridChange;
-    app.frmMainMDI.bHourglass = true;
-    app.frmMain.bRunning = true;  // cleared by a pause, which stops the load
-    UpdateMenuToolbar(app);
-    app.bInternalGridChange = true;
-    SetUpToDoGrid(app, fgToDo);
-    fgToDo.SetRedraw(false);
-    const std::string sFailure = sReadTasksOrFail(app, sPath, lStart, fgToDo);
-    fgToDo.SetRedraw(true);
-    app.frmMainMDI.bHourglass = bFormerPointer;
-    app.frmMain.bRunning = bWasRunning;
-    UpdateMenuToolbar(app);
-    fgToDo.SetRow(fgToDo.Rows() - 1);
-    SelectGridRow(app, fgToDo);
-    app.bInternalGridChange = bKept;
+    std::string sFailure;
+    {
+        const InternalChange objChange(app);
+        sFailure = sFillTable(app, sPath, lStart, fgToDo);
+        fgToDo.SetRow(fgToDo.Rows() - 1);
+        SelectGridRow(app, fgToDo);
+    }
     if (!sFailure.empty())
         app.svc.objWindows.MsgBox(sFailure, sTranslate(app, "Error"), BoxIcon::Information, BoxButtons::Ok);
 }

@@ -99,6 +99,51 @@ TEST(UpdateMenuToolbar, EnablesOnlyPauseDuringARun)
         EXPECT_FALSE(pKey->Enabled()) << pKey->sName();
 }
 
+TEST(UpdateMenuToolbar, ClosesFieldsSavingAndDialogsDuringARun)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    app.frmMain.fgLog.SetRows(3);
+    frmMainMDI& mdi = app.frmMainMDI;
+    const std::vector<Control*> aClosed = {&app.frmMain.KeyOpen,
+                                           &app.frmMain.KeySave,
+                                           &app.frmMain.KeySaveAs,
+                                           &app.frmMain.KeySaveLogAsConversionJob,
+                                           &mdi.mnuOpenConversionJob,
+                                           &mdi.mnuSaveConversionJob,
+                                           &mdi.mnuOptions,
+                                           &mdi.mnuLanguage,
+                                           &mdi.mnuConversionOptions,
+                                           &mdi.mnuScheduleConversionJob,
+                                           &app.frmMain.frameCF,
+                                           &app.frmMain.frameSpecializedAction,
+                                           &app.frmMain.rbActionToDoConversion,
+                                           &app.frmMain.rbActionToDoSpecialized};
+
+    app.frmMain.bRunning = true;
+    UpdateMenuToolbar(app);
+    for (const Control* pControl : aClosed)
+        EXPECT_FALSE(pControl->Enabled()) << pControl->sName();
+
+    app.frmMain.bRunning = false;
+    UpdateMenuToolbar(app);
+    for (const Control* pControl : aClosed)
+        EXPECT_TRUE(pControl->Enabled()) << pControl->sName();
+}
+
+TEST(UpdateMenuToolbar, OffersNothingUntilAPausedRunHasEnded)
+{
+    TestApplication app;
+    FillTable(app, 1);
+    app.frmMain.lRunsInProgress = 1;
+
+    UpdateMenuToolbar(app);
+
+    for (const Action* pKey : {&app.frmMain.keyPause, &app.frmMain.keyConvert, &app.frmMain.keyAdd,
+                               &app.frmMain.keyNew, &app.frmMain.KeySave})
+        EXPECT_FALSE(pKey->Enabled()) << pKey->sName();
+}
+
 TEST(UpdateMenuToolbar, EnablesRewindOnceARunHasLeftTraces)
 {
     TestApplication app;

@@ -1,0 +1,129 @@
+// The state of a run and what is left of it.
+#include "src/commands/modRunState.h"
+
+#include <exception>
+#include <stdexcept>
+
+#include "tests/fakes/test_application.h"
+
+TEST(RunScope, RunsUntilItsEndAndTheCommandsFollow)
+{
+    TestApplication app;
+    {
+        const RunScope objRun(app);
+        EXPECT_TRUE(app.frmMain.bRunning);
+        EXPECT_TRUE(bRunInProgress(app));
+        EXPECT_TRUE(app.frmMain.keyPause.Enabled());
+        EXPECT_FALSE(app.frmMain.keyAdd.Enabled());
+        app.frmMainMDI.bHourglass = true;
+    }
+    EXPECT_FALSE(app.frmMain.bRunning);
+    EXPECT_FALSE(bRunInProgress(app));
+    EXPECT_FALSE(app.frmMain.keyPause.Enabled());
+    EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
+    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+}
+
+TEST(RunScope, LeavesTheRunAroundItGoing)
+{
+    TestApplication app;
+    const RunScope objOuter(app);
+    {
+        const RunScope objInner(app);
+    }
+    EXPECT_TRUE(app.frmMain.bRunning);
+    EXPECT_TRUE(app.frmMain.keyPause.Enabled());
+    EXPECT_FALSE(app.frmMain.keyAdd.Enabled());
+}
+
+TEST(RunScope, LetsAPauseEndTheRunsAroundItToo)
+{
+    TestApplication app;
+    {
+        const RunScope objOuter(app);
+        {
+            const RunScope objInner(app);
+            PauseRun(app);
+        }
+        EXPECT_FALSE(app.frmMain.bRunning);
+        EXPECT_TRUE(bRunInProgress(app));
+        EXPECT_FALSE(app.frmMain.keyConvert.Enabled());
+    }
+    EXPECT_FALSE(bRunInProgress(app));
+}
+
+TEST(RunScope, IsPutBackWhenAnErrorLeavesIt)
+{
+    TestApplication app;
+
+    const auto fnRaise = [&] {
+        const RunScope objOuter(app);
+        const RunScope objInner(app);
+        app.frmMainMDI.bHourglass = true;
+        throw std::runtime_error("raised");
+    };
+
+    EXPECT_THROW(fnRaise(), std::runtime_error);
+    EXPECT_FALSE(app.frmMain.bRunning);
+    EXPECT_FALSE(bRunInProgress(app));
+    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
+}
+
+TEST(RunScope, SurvivesAViewThatRaisesWhileAnErrorLeavesIt)
+{
+    TestApplication app;
+
+    const auto fnRaise = [&] {
+        const RunScope objRun(app);
+        app.frmMain.keyAdd.OnChanged = [] { throw std::bad_alloc(); };
+        throw std::runtime_error("raised");
+    };
+
+    EXPECT_THROW(fnRaise(), std::runtime_error);
+    EXPECT_FALSE(app.frmMain.bRunning);
+    EXPECT_FALSE(bRunInProgress(app));
+}
+
+TEST(StopRun, RaisesAtTheNextTestUntilTheRunHasEnded)
+{
+    TestApplication app;
+    {
+        const RunScope objRun(app);
+        EXPECT_NO_THROW(RaiseIfStopped(app));
+
+        StopRun(app);
+
+        EXPECT_FALSE(app.frmMain.bRunning);
+        EXPECT_TRUE(bRunStopped(app));
+        EXPECT_THROW(RaiseIfStopped(app), clsRunStopped);
+    }
+    EXPECT_FALSE(bRunStopped(app));
+    EXPECT_NO_THROW(RaiseIfStopped(app));
+}
+
+TEST(StopRun, DoesNothingWithoutARun)
+{
+    TestApplication app;
+
+    StopRun(app);
+
+    EXPECT_FALSE(bRunStopped(app));
+}
+
+TEST(StopRun, PassesCodeThatHandlesFailures)
+{
+    TestApplication app;
+    const RunScope objRun(app);
+    StopRun(app);
+
+    const auto fnHandleFailures = [&] {
+        try {
+            RaiseIfStopped(app);
+        } catch (const std::exception&) {
+            FAIL() << "taken for a failure";
+        }
+    };
+
+    EXPECT_THROW(fnHandleFailures(), clsRunStopped);
+}
