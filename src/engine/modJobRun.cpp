@@ -8,10 +8,13 @@
 #include "src/base/clsConversionOptions.h"
 #include "src/base/text.h"
 #include "src/commands/modMenuToolbar.h"
+#include "src/commands/modRunState.h"
+#include "src/dispatch/modDispatcher.h"
 #include "src/engine/modConversionTask.h"
 #include "src/engine/modRunLog.h"
 #include "src/engine/modSpecialTask.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/job/modFileHelpers.h"
 #include "src/job/modJobFiles.h"
 #include "src/job/modTaskTables.h"
@@ -25,14 +28,13 @@ constexpr std::int32_t kErrNotReloaded = -10000;
 void FindStartPoint(Application& app, Grid& fgToDo, std::int32_t& lRow)
 {
     fgToDo.SetRedraw(false);
-    app.bInternalGridChange = true;
+    const InternalChange objChange(app);
     for (lRow = 1; lRow <= fgToDo.Rows() - 2; ++lRow) {
         fgToDo.SetRow(lRow);
         if (fgToDo.TextMatrix(lRow, kColPass).empty())
             break;
     }
     fgToDo.SetRedraw(true);
-    app.bInternalGridChange = false;
 }
 
 void bCheckToUpdateDirtyConversionItem(Application& app, const JobRunHooks& objHooks, bool& bGoOn)
@@ -133,9 +135,40 @@ static void RunTasks(Application& app, std::int32_t lStart)
     }
 }
 
+namespace
+{
+
+/// A run of the job from its begin to its end, however it ends.
+class JobRun
+{
+public:
+    explicit JobRun(Application& app) : m_app(app), m_objRun(app), m_objChange(app) {}
+    ~JobRun()
+    {
+        m_app.svc.objProcessLauncher.CollectEnded();
+        try {
+            m_app.frmMain.fgToDo.SetRedraw(true);
+            m_app.frmMainMDI.sbMain.SetPanel(kPanelTask, "-");
+        } catch (...) {
+            // Out of memory in a view, which may be what ends the run.
+        }
+    }
+    JobRun(const JobRun&) = delete;
+    JobRun& operator=(const JobRun&) = delete;
+
+private:
+    Application& m_app;
+    const RunScope m_objRun;
+    const InternalChange m_objChange;
+};
+
+}  // namespace
+
 void ConversionJobBegin(Application& app, const JobRunHooks& objHooks)
 {
     frmMain& frm = app.frmMain;
+    if (bCloseWaits(app))
+        return;
     bool bGoOn = true;
     bCheckToUpdateDirtyConversionItem(app, objHooks, bGoOn);
     bool bNone = false;
@@ -143,9 +176,7 @@ void ConversionJobBegin(Application& app, const JobRunHooks& objHooks)
         bCheckToZeroConversionItems(app, bNone);
     if (!bGoOn || bNone)
         return;
-    frm.bRunning = true;
-    app.bInternalGridChange = true;
-    UpdateMenuToolbar(app);
+    const JobRun objRun(app);
     SetUpLogGrid(app);
     std::int32_t lStart = 0;
     FindStartPoint(app, frm.fgToDo, lStart);
@@ -156,26 +187,13 @@ void ConversionJobBegin(Application& app, const JobRunHooks& objHooks)
             sTranslate(app, "Information"), BoxIcon::Information, BoxButtons::Ok);
     frm.lJobStartTick = app.svc.objClock.GetTickCount();
     RunTasks(app, lStart);
-    EndRun(app);
-}
-
-void EndRun(Application& app)
-{
-    app.frmMainMDI.sbMain.SetPanel(kPanelTask, "-");
-    app.frmMain.bRunning = false;
-    app.bInternalGridChange = false;
-    app.frmMainMDI.bHourglass = false;
-    app.frmMain.fgToDo.SetRedraw(true);
-    app.svc.objProcessLauncher.CollectEnded();
-    UpdateMenuToolbar(app);
 }
 
 void ConversionJobPause(Application& app)
 {
     if (!app.frmMain.keyPause.Enabled())
         return;
-    app.frmMain.bRunning = false;
-    UpdateMenuToolbar(app);
+    PauseRun(app);
     app.frmMain.fgToDo.SetFocus();
 }
 
@@ -184,15 +202,16 @@ void ConversionJobRewind(Application& app)
     Grid& fgToDo = app.frmMain.fgToDo;
     app.frmMain.lResumeFileIndex = 0;
     fgToDo.SetRedraw(false);
-    app.bInternalGridChange = true;
-    for (std::int32_t lRow = fgToDo.Rows() - 1; lRow >= 1; --lRow) {
-        fgToDo.SetRow(lRow);
-        CellFormat objFormat = fgToDo.Format(lRow, kColPass);
-        objFormat.ePicture = CellPicture::None;
-        fgToDo.SetFormat(lRow, kColPass, objFormat);
-        fgToDo.SetTextMatrix(lRow, kColPass, "");
+    {
+        const InternalChange objChange(app);
+        for (std::int32_t lRow = fgToDo.Rows() - 1; lRow >= 1; --lRow) {
+            fgToDo.SetRow(lRow);
+            CellFormat objFormat = fgToDo.Format(lRow, kColPass);
+            objFormat.ePicture = CellPicture::None;
+            fgToDo.SetFormat(lRow, kColPass, objFormat);
+            fgToDo.SetTextMatrix(lRow, kColPass, "");
+        }
     }
-    app.bInternalGridChange = false;
     fgToDo.SetRedraw(true);
     SetUpLogGrid(app);
     UpdateMenuToolbar(app);

@@ -3,8 +3,8 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/base/path_text.h"
-#include "src/base/raised_error.h"
-#include "src/engine/modJobRun.h"
+#include "src/commands/modRunState.h"
+#include "src/dispatch/modDispatcher.h"
 #include "src/entry/modCommandLineParser.h"
 #include "src/entry/modCommandLineRun.h"
 #include "src/forms/Application.h"
@@ -49,13 +49,12 @@ static void RunOrOpen(Application& app, clsConversionOptions& objOptions)
 {
     app.frmMainMDI.SetVisible(false);
     LoadMainForms(app);
-    app.frmMain.bRunning = true;
     app.frmMain.lJobStartTick = app.svc.objClock.GetTickCount();
     if (!objOptions.sCLBatchJobFile.empty() && objOptions.bOpenButDoNotRun) {
-        app.frmMain.bRunning = false;
         ConversionJobOpen(app, objOptions.sCLBatchJobFile);
         ShowMainWindows(app);
     } else {
+        const RunScope objRun(app);
         lRunFromCommandLine(app, objOptions);
     }
 }
@@ -72,14 +71,28 @@ static void ParseAndRun(Application& app, const std::string& sCommandLine, clsCo
     }
 }
 
+static void ReportRaisedError(Application& app, const clsConversionOptions& objOptions,
+                              const std::string& sCommandLine, const std::string& sDescription)
+{
+    const bool bWindowRun = sCommandLine.empty() || app.frmMain.Visible();
+    if (!bWindowRun)
+        ReportMessage(app, sDescription, objOptions.sLogFile, objOptions.bVerbose);
+    // A run that has neither a report file nor boxes tells it on standard error.
+    if (bWindowRun || (objOptions.sLogFile.empty() && !objOptions.bVerbose))
+        app.svc.objWindows.MsgBox(sDescription, sTranslate(app, "Error"), BoxIcon::Information,
+                                  BoxButtons::Ok);
+}
+
 void Main(Application& app, const std::string& sCommandLine)
 {
     clsConversionOptions objOptions;
-    try {
-        InitializeProcess(app);
-        ParseAndRun(app, sCommandLine, objOptions);
-    } catch (const clsRaisedError& objError) {
-        EndRun(app);
-        ReportMessage(app, objError.sDescription(), objOptions.sLogFile, objOptions.bVerbose);
-    }
+    Dispatch(
+        app, Act::Ordinary,
+        [&] {
+            InitializeProcess(app);
+            ParseAndRun(app, sCommandLine, objOptions);
+        },
+        [&](const std::string& sDescription) {
+            ReportRaisedError(app, objOptions, sCommandLine, sDescription);
+        });
 }

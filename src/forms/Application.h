@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "src/forms/dispatch_state.h"
 #include "src/forms/frmMain.h"
 #include "src/forms/frmMainMDI.h"
 #include "src/forms/frmPleaseWait.h"
@@ -53,6 +54,7 @@ struct Application {
     bool bDoubleByteLocale = false;    ///< East Asian locale: no bold headers, a wider "Do" column
 
     TranslatorState objTranslator;
+    DispatchState objDispatch;
     ::frmMainMDI frmMainMDI;
     ::frmMain frmMain;
     ::frmPleaseWait frmPleaseWait;

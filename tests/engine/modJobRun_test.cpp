@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "src/base/clsConversionOptions.h"
+#include "src/base/raised_error.h"
+#include "src/commands/modRunState.h"
+#include "src/dispatch/modDispatcher.h"
 #include "src/job/modTaskTables.h"
 #include "tests/fakes/test_application.h"
 
@@ -35,6 +40,16 @@ protected:
         AddTaskRow(app, objOptions);
     }
     std::string sMark(std::int32_t lRow) const { return app.frmMain.fgToDo.TextMatrix(lRow, 10); }
+    void ExpectIdle() const
+    {
+        EXPECT_FALSE(app.frmMain.bRunning);
+        EXPECT_FALSE(bRunInProgress(app));
+        EXPECT_FALSE(app.bInternalGridChange);
+        EXPECT_FALSE(app.frmMainMDI.bHourglass);
+        EXPECT_EQ(app.frmMainMDI.sbMain.Panel(3), "-");
+        EXPECT_FALSE(app.frmMain.keyPause.Enabled());
+        EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
+    }
 
     TestApplication app;
 };
@@ -305,6 +320,91 @@ TEST_F(JobRun, FailsAReloadOfAMissingFileAndCarriesOn)
 
     EXPECT_EQ(sMark(1), "-");
     EXPECT_EQ(sMark(2), "+");
+}
+
+TEST_F(JobRun, PutsItsStateBackWhenATaskRaises)
+{
+    AddTask("a");
+    app.frmMain.fgToDo.SetTextMatrix(1, 5, "no number");
+
+    EXPECT_THROW(ConversionJobBegin(app), clsRaisedError);
+
+    ExpectIdle();
+    EXPECT_EQ(sMark(1), "");
+}
+
+TEST_F(JobRun, PutsItsStateBackWhateverRaisesWhileEventsAreLetIn)
+{
+    for (int lRaiseAt = 1; lRaiseAt <= 8; ++lRaiseAt) {
+        AddTask(std::to_string(lRaiseAt));
+        clsConversionOptions objWildcard;
+        objWildcard.sOriginalFile = "/in/*.bmp";
+        objWildcard.sTargetFile = "/out/*.png";
+        objWildcard.lTargetFileType = 8;
+        AddTaskRow(app, objWildcard);
+        int lEvents = 0;
+        app.windows.on_do_events = [&] {
+            if (++lEvents == lRaiseAt)
+                throw std::bad_alloc();
+        };
+
+        EXPECT_THROW(ConversionJobBegin(app), std::bad_alloc) << lRaiseAt;
+
+        app.windows.on_do_events = nullptr;
+        ExpectIdle();
+        ConversionJobRewind(app);
+    }
+}
+
+TEST_F(JobRun, BeginsNoMoreOnceClosingWasAskedFor)
+{
+    AddTask("a");
+    int lCloses = 0;
+
+    Dispatch(app, Act::Ordinary, [&] {
+        CloseWhenIdle(app, [&](Application&) { ++lCloses; });
+        ConversionJobBegin(app);
+    });
+
+    EXPECT_EQ(sMark(1), "");
+    EXPECT_EQ(lCloses, 1);
+}
+
+TEST_F(JobRun, OffersNothingWhileAPausedRunFinishesItsFile)
+{
+    AddTask("a");
+    AddTask("b");
+    bool bConvertWhilePaused = true, bPauseWhilePaused = true;
+    app.windows.on_do_events = [&] {
+        ConversionJobPause(app);
+        bConvertWhilePaused = app.frmMain.keyConvert.Enabled();
+        bPauseWhilePaused = app.frmMain.keyPause.Enabled();
+    };
+
+    ConversionJobBegin(app);
+
+    EXPECT_FALSE(bConvertWhilePaused);
+    EXPECT_FALSE(bPauseWhilePaused);
+    EXPECT_TRUE(app.frmMain.keyConvert.Enabled());
+}
+
+TEST_F(JobRun, EndsWhenItIsPausedWhileTheNextSliceLoads)
+{
+    std::string sJob;
+    for (int l = 1; l <= 2500; ++l)
+        sJob += "\t\t" + std::to_string(l) + "\tX\t\t\t\t\t\t\t\t\r\n";
+    app.files.AddFile("/j.vjb", sJob);
+    app.frmMain.fgToDo.AddItem(" \t \t1\tS1\tReload\t0\t\t/j.vjb\t1", 1);
+    app.windows.on_do_events = [&] {
+        if (app.frmMainMDI.sbMain.Panel(2) == "Loading Conversion Task: 1000")
+            ConversionJobPause(app);
+    };
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 1002);
+    EXPECT_EQ(sMark(1), "");
+    ExpectIdle();
 }
 
 TEST(FindStartPoint, ReturnsOnePastTheLastTaskIfAllAreMarked)

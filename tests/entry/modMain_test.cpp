@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "tests/fakes/test_application.h"
 
 TEST(Main, SetsTheSettingsPathAndTheHelpFile)
@@ -89,6 +91,45 @@ TEST(Main, OpensAJobWithoutRunningIt)
     EXPECT_EQ(app.frmMain.fgToDo.Rows(), 3);
     EXPECT_TRUE(app.images.calls.empty());
     EXPECT_TRUE(app.bCommandLineMode);
+}
+
+TEST(Main, TellsARaisedErrorInABoxWhereThereIsNoReportFile)
+{
+    TestApplication app;
+    app.images.AddImage("c:\\in\\a.tif", {1, 2});
+    app.files.AddFolder("c:\\out");
+
+    Main(app, "/S c:\\in\\a.tif /T c:\\out\\a.png /1 5-");
+
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Type mismatch");
+    EXPECT_EQ(app.windows.boxes[0].title, "Error");
+}
+
+TEST(Main, CatchesMoreThanRaisedErrors)
+{
+    TestApplication app;
+    app.images.AddImage("c:\\in\\a.bmp");
+    app.files.AddFolder("c:\\out");
+    app.windows.on_do_events = [] { throw std::bad_alloc(); };
+
+    Main(app, "/S c:\\in\\a.bmp /T c:\\out\\a.png /L c:\\out\\r.txt");
+
+    EXPECT_EQ(app.files.Content("c:\\out\\r.txt"), "Out of memory\n");
+    EXPECT_FALSE(app.frmMain.bRunning);
+}
+
+TEST(Main, TellsAnErrorOfAWindowRunInABox)
+{
+    TestApplication app;
+    app.windows.display = true;
+    app.windows.on_do_events = [] { throw std::bad_alloc(); };
+
+    Main(app, "");
+
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Out of memory");
+    EXPECT_EQ(app.windows.boxes[0].title, "Error");
 }
 
 TEST(Main, ReportsARaisedErrorWithoutATimeLine)

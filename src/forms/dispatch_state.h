@@ -1,0 +1,13 @@
+// Which acts are in progress: the memory of the dispatcher.
+// Room: forms.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+struct DispatchState {
+    std::vector<std::size_t>
+        aPumpsAtEntry;              ///< per act in progress: how many pumps were at work when it began
+    std::function<void()> fnClose;  ///< the close that waits until nothing is in progress
+};
