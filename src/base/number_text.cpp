@@ -95,6 +95,28 @@ std::int32_t lLeadingNumber(std::string_view sText)
     return static_cast<std::int32_t>(bNegative ? -nValue : nValue);
 }
 
+double dLeadingNumber(std::string_view sText)
+{
+    std::string sPlain = sTrim(sText);
+    if (sPlain.starts_with("+") && !sPlain.starts_with("+-"))
+        sPlain.erase(0, 1);
+    // from_chars would also accept "inf" and "nan".
+    const std::size_t nFirst = sPlain.starts_with("-") ? 1 : 0;
+    if (sPlain.find_first_of("0123456789.", nFirst) != nFirst)
+        return 0;
+    double dValue = 0;
+    const auto [pEnd, nError] = std::from_chars(sPlain.data(), sPlain.data() + sPlain.size(), dValue);
+    if (nError != std::errc::result_out_of_range)
+        return dValue;
+    const std::string_view sNumber(sPlain.data(), static_cast<std::size_t>(pEnd - sPlain.data()));
+    const std::size_t nExponent = sNumber.find_first_of("eE");
+    const bool bUnderflow = nExponent != std::string_view::npos
+                                ? sNumber[nExponent + 1] == '-'
+                                : sNumber.find('.') < sNumber.find_first_of("123456789");
+    const double dLimit = bUnderflow ? 0 : std::numeric_limits<double>::max();
+    return nFirst == 1 ? -dLimit : dLimit;
+}
+
 // Adds one to the last digit of a decimal number, carrying to the left.
 static void RoundUp(std::string& sDigits)
 {

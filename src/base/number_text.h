@@ -25,6 +25,10 @@ bool bToBoolean(std::string_view sText, char cDecimalSign = '.');
 /// Parses the digits that sText starts with; 0 if there are none. Never raises; clamps to 32 bits.
 std::int32_t lLeadingNumber(std::string_view sText);
 
+/// Parses the number that sText starts with, with decimals and an exponent; 0 if there is none. "." is the
+/// decimal sign in every locale, so "0,5" is 0. Never raises; clamps to the range of a double.
+double dLeadingNumber(std::string_view sText);
+
 /// Formats with one decimal and at least one digit before it, rounding half away from zero: the formats
 /// "##0.0" and "#0.0".
 std::string sFormatOneDecimal(double dValue, char cDecimalSign = '.');

@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cmath>
+#include <limits>
 #include <random>
 
 #include "src/base/raised_error.h"
@@ -118,6 +119,36 @@ TEST(LeadingNumber, ClampsToThirtyTwoBits)
     EXPECT_EQ(lLeadingNumber("-2147483648"), INT_MIN);
     EXPECT_EQ(lLeadingNumber("-99999999999999999999999999"), INT_MIN);
     EXPECT_EQ(lLeadingNumber("99999999999999999999999999"), INT_MAX);
+}
+
+TEST(LeadingDouble, StopsAtTheFirstForeignLetter)
+{
+    EXPECT_EQ(dLeadingNumber("12.5abc"), 12.5);
+    EXPECT_EQ(dLeadingNumber("  -12.25 "), -12.25);
+    EXPECT_EQ(dLeadingNumber("+3"), 3);
+    EXPECT_EQ(dLeadingNumber(".5"), 0.5);
+    EXPECT_EQ(dLeadingNumber("5."), 5);
+    EXPECT_EQ(dLeadingNumber("1e3x"), 1000);
+    EXPECT_EQ(dLeadingNumber("31e"), 31);
+    EXPECT_EQ(dLeadingNumber("0,5"), 0);
+    EXPECT_EQ(dLeadingNumber("1,500"), 1);
+}
+
+TEST(LeadingDouble, IsZeroForATextWithoutANumber)
+{
+    for (const char* sText : {"", " ", "-", "+", ".", "abc", "inf", "-inf", "nan", "--1", "+-1", "&H1F"})
+        EXPECT_EQ(dLeadingNumber(sText), 0) << sText;
+}
+
+TEST(LeadingDouble, ClampsToTheRangeOfADouble)
+{
+    const double dMost = std::numeric_limits<double>::max();
+    EXPECT_EQ(dLeadingNumber("1e999"), dMost);
+    EXPECT_EQ(dLeadingNumber("-1e999 days"), -dMost);
+    EXPECT_EQ(dLeadingNumber(std::string(400, '9')), dMost);
+    EXPECT_EQ(dLeadingNumber("1e-999"), 0);
+    EXPECT_EQ(dLeadingNumber("-1E-999"), 0);
+    EXPECT_EQ(dLeadingNumber("0." + std::string(400, '0') + "1"), 0);
 }
 
 TEST(FormatOneDecimal, AlwaysWritesOneDecimalAndALeadingDigit)
