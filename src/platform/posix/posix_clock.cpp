@@ -2,7 +2,6 @@
 #include "src/platform/posix/posix_clock.h"
 
 #include <chrono>
-#include <ctime>
 #include <thread>
 
 // Days from 30 December 1899 to 1 January 1970.
@@ -14,12 +13,17 @@ std::int64_t PosixClock::GetTickCount() const
     return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
+double LocalDays(std::time_t instant)
+{
+    std::tm local{};
+    localtime_r(&instant, &local);
+    return kDaysToUnixEpoch + static_cast<double>(instant + local.tm_gmtoff) / 86400;
+}
+
 double PosixClock::dNow() const
 {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    return kDaysToUnixEpoch + static_cast<double>(now + local.tm_gmtoff) / 86400;
+    tzset();  // a window that is open for weeks notices that its computer has moved to another time zone
+    return LocalDays(std::time(nullptr));
 }
 
 void PosixClock::Sleep(std::int32_t milliseconds)
