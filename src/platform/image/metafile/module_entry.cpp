@@ -11,7 +11,7 @@
 static constexpr std::int32_t kTileSide = 16384;
 
 // What a metafile may cost: so much in any case, and more by the size of the picture and of the file.
-static std::uint64_t GrantedWork(const MetafileRequest& request)
+static std::uint64_t WorkBudget(const MetafileRequest& request)
 {
     const auto pixels =
         static_cast<std::uint64_t>(request.width) * static_cast<std::uint64_t>(request.height);
@@ -50,7 +50,7 @@ extern "C" __attribute__((visibility("default"))) bool VarnelPlayMetafile(const 
 try {
     if (!IsUsable(request) || !request->pixels || request->width < 1 || request->height < 1)
         return false;
-    Budget budget(GrantedWork(*request));
+    Budget budget(WorkBudget(*request));
     for (std::int32_t top = 0; top < request->height; top += kTileSide)
         for (std::int32_t left = 0; left < request->width; left += kTileSide) {
             const Box box{left, top, std::min(left + kTileSide, request->width),
@@ -70,7 +70,7 @@ extern "C" __attribute__((visibility("default"))) bool VarnelMeasureMetafile(con
 try {
     if (!IsUsable(request) || !bounds || request->enhanced)
         return false;
-    Budget budget(GrantedWork(*request));
+    Budget budget(WorkBudget(*request));
     const std::unique_ptr<Canvas> canvas = Canvas::CreateMeasuring(budget);
     if (!Play(*request, *canvas) || canvas->Touched().Empty())
         return false;

@@ -26,7 +26,7 @@ std::unique_ptr<Canvas> Canvas::Create(const Box& area, Budget& budget)
 std::unique_ptr<Canvas> Canvas::CreateMeasuring(Budget& budget)
 {
     std::unique_ptr<Canvas> canvas(new Canvas(budget));
-    constexpr auto kFar = static_cast<std::int32_t>(kFarthest);
+    constexpr auto kFar = static_cast<std::int32_t>(kMaxCoordinate);
     canvas->area_ = {-kFar, -kFar, kFar, kFar};
     return canvas;
 }
@@ -130,7 +130,7 @@ static Box BoxOfStroke(const Outline& outline, const StrokeStyle& style)
     const double largest =
         std::max(LengthOf({style.pen.xx, style.pen.yx}), LengthOf({style.pen.xy, style.pen.yy}));
     const double spread = style.join == CAIRO_LINE_JOIN_MITER ? std::max(1.5, style.miter_limit) : 1.5;
-    const double margin = Tamed(style.width * largest * spread + 1);
+    const double margin = ClampToDrawable(style.width * largest * spread + 1);
     const Rect rect = outline.Extents();
     return BoxOf({rect.left - margin, rect.top - margin, rect.right + margin, rect.bottom + margin});
 }
@@ -165,8 +165,8 @@ std::uint64_t Canvas::WorkOf(const Outline& outline, const StrokeStyle& style) c
         period += dash;
     const double pen = style.pen.Scale();
     if (period * pen > 0)
-        work +=
-            static_cast<std::uint64_t>(Tamed(outline.Length() / (period * pen))) * 200 * style.dashes.size();
+        work += static_cast<std::uint64_t>(ClampToDrawable(outline.Length() / (period * pen))) * 200 *
+                style.dashes.size();
     return work;
 }
 

@@ -59,7 +59,7 @@ public:
     /// measuring.
     std::uint32_t* Row(std::int32_t y);
     const std::uint32_t* Row(std::int32_t y) const { return const_cast<Canvas*>(this)->Row(y); }
-    void Touch(const Box& box) { touched_ = Around(touched_, box); }
+    void Touch(const Box& box) { touched_ = Union(touched_, box); }
 
 private:
     explicit Canvas(Budget& budget) : budget_(budget) {}

@@ -13,13 +13,13 @@ static std::uint8_t CombinedLevel(unsigned old, unsigned added, ClipMode mode)
 {
     switch (mode) {
         case ClipMode::kAnd:
-            return static_cast<std::uint8_t>(DividedBy255(old * added));
+            return static_cast<std::uint8_t>(DivideBy255(old * added));
         case ClipMode::kOr:
-            return static_cast<std::uint8_t>(old + added - DividedBy255(old * added));
+            return static_cast<std::uint8_t>(old + added - DivideBy255(old * added));
         case ClipMode::kXor:
             return static_cast<std::uint8_t>(old > added ? old - added : added - old);
         case ClipMode::kDifference:
-            return static_cast<std::uint8_t>(DividedBy255(old * (255 - added)));
+            return static_cast<std::uint8_t>(DivideBy255(old * (255 - added)));
         case ClipMode::kCopy:
             break;
     }
@@ -54,7 +54,7 @@ Clip Combine(const Clip& old, const Clip& added, ClipMode mode, Budget& budget)
     }
     const Box result = mode == ClipMode::kAnd          ? both
                        : mode == ClipMode::kDifference ? old.box
-                                                       : Around(old.box, added.box);
+                                                       : Union(old.box, added.box);
     if (!budget.Spend(result.Area() * kCostOfCoverage))
         return old;
     auto coverage = std::make_shared<Coverage>(result);

@@ -21,12 +21,12 @@ Affine Then(const Affine& first, const Affine& second)
     return {x.x, x.y, y.x, y.y, moved.x, moved.y};
 }
 
-Rect RectAround(const Affine& map, const Rect& rect)
+Rect BoundsOf(const Affine& map, const Rect& rect)
 {
-    const Point a = Tamed(map.Apply({rect.left, rect.top}));
-    const Point b = Tamed(map.Apply({rect.right, rect.top}));
-    const Point c = Tamed(map.Apply({rect.right, rect.bottom}));
-    const Point d = Tamed(map.Apply({rect.left, rect.bottom}));
+    const Point a = ClampToDrawable(map.Apply({rect.left, rect.top}));
+    const Point b = ClampToDrawable(map.Apply({rect.right, rect.top}));
+    const Point c = ClampToDrawable(map.Apply({rect.right, rect.bottom}));
+    const Point d = ClampToDrawable(map.Apply({rect.left, rect.bottom}));
     return {std::min({a.x, b.x, c.x, d.x}), std::min({a.y, b.y, c.y, d.y}), std::max({a.x, b.x, c.x, d.x}),
             std::max({a.y, b.y, c.y, d.y})};
 }

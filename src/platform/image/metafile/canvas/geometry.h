@@ -33,17 +33,17 @@ inline double LengthOf(Point point)
 
 /// Nothing is drawn farther than this from the picture's corner: beyond it Cairo's 24.8 fixed point would
 /// wrap round.
-constexpr double kFarthest = 2'000'000;
+constexpr double kMaxCoordinate = 2'000'000;
 
 /// What isn't a number becomes 0, what is too far off comes to the border of what can be drawn.
-inline double Tamed(double d)
+inline double ClampToDrawable(double d)
 {
-    return std::isnan(d) ? 0 : std::clamp(d, -kFarthest, kFarthest);
+    return std::isnan(d) ? 0 : std::clamp(d, -kMaxCoordinate, kMaxCoordinate);
 }
 
-inline Point Tamed(Point point)
+inline Point ClampToDrawable(Point point)
 {
-    return {Tamed(point.x), Tamed(point.y)};
+    return {ClampToDrawable(point.x), ClampToDrawable(point.y)};
 }
 
 /// A rectangle of any orientation, in the units of its user.
@@ -89,7 +89,7 @@ inline Box Intersection(const Box& a, const Box& b)
 }
 
 /// The smallest box around both; an empty one counts for nothing.
-inline Box Around(const Box& a, const Box& b)
+inline Box Union(const Box& a, const Box& b)
 {
     if (a.Empty())
         return b;
@@ -103,7 +103,7 @@ inline Box Around(const Box& a, const Box& b)
 inline Box BoxOf(const Rect& rect, bool nearest = false)
 {
     const Rect good = rect.Normalised();
-    const auto whole = [](double d) { return static_cast<std::int32_t>(Tamed(d)); };
+    const auto whole = [](double d) { return static_cast<std::int32_t>(ClampToDrawable(d)); };
     if (nearest)
         return {whole(std::floor(good.left + 0.5)), whole(std::floor(good.top + 0.5)),
                 whole(std::floor(good.right + 0.5)), whole(std::floor(good.bottom + 0.5))};
@@ -146,4 +146,4 @@ struct Affine {
 Affine Then(const Affine& first, const Affine& second);
 
 /// The upright rectangle around the image of rect.
-Rect RectAround(const Affine& map, const Rect& rect);
+Rect BoundsOf(const Affine& map, const Rect& rect);

@@ -3,7 +3,7 @@
 
 void Outline::MoveTo(Point point)
 {
-    point = Tamed(point);
+    point = ClampToDrawable(point);
     if (!verbs_.empty() && verbs_.back() == Verb::kMove)
         points_.back() = point;
     else {
@@ -20,7 +20,7 @@ void Outline::LineTo(Point point)
     if (verbs_.back() == Verb::kClose)
         MoveTo(start_);
     verbs_.push_back(Verb::kLine);
-    points_.push_back(Tamed(point));
+    points_.push_back(ClampToDrawable(point));
     last_ = points_.back();
 }
 
@@ -31,9 +31,9 @@ void Outline::CurveTo(Point a, Point b, Point end)
     if (verbs_.back() == Verb::kClose)
         MoveTo(start_);
     verbs_.push_back(Verb::kCurve);
-    points_.push_back(Tamed(a));
-    points_.push_back(Tamed(b));
-    points_.push_back(Tamed(end));
+    points_.push_back(ClampToDrawable(a));
+    points_.push_back(ClampToDrawable(b));
+    points_.push_back(ClampToDrawable(end));
     last_ = points_.back();
 }
 
@@ -101,9 +101,9 @@ Outline Outline::Transformed(const Affine& map) const
 {
     Outline result = *this;
     for (Point& point : result.points_)
-        point = Tamed(map.Apply(point));
-    result.start_ = Tamed(map.Apply(start_));
-    result.last_ = Tamed(map.Apply(last_));
+        point = ClampToDrawable(map.Apply(point));
+    result.start_ = ClampToDrawable(map.Apply(start_));
+    result.last_ = ClampToDrawable(map.Apply(last_));
     return result;
 }
 

@@ -61,7 +61,7 @@ inline bool UsesPattern(std::uint8_t operation)
 }
 
 /// product / 255 rounded, for products of two bytes.
-inline std::uint32_t DividedBy255(std::uint32_t product)
+inline std::uint32_t DivideBy255(std::uint32_t product)
 {
     product += 128;
     return (product + (product >> 8)) >> 8;
@@ -74,7 +74,7 @@ inline std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t level)
         return pixel;
     std::uint32_t result = 0;
     for (unsigned shift = 0; shift < 32; shift += 8)
-        result |= DividedBy255((pixel >> shift & 255) * level) << shift;
+        result |= DivideBy255((pixel >> shift & 255) * level) << shift;
     return result;
 }
 
@@ -87,7 +87,7 @@ inline std::uint32_t BlendOver(std::uint32_t destination, std::uint32_t source)
     std::uint32_t result = 0;
     for (unsigned shift = 0; shift < 24; shift += 8) {
         const std::uint32_t sum =
-            (source >> shift & 255) + DividedBy255((destination >> shift & 255) * (255 - alpha));
+            (source >> shift & 255) + DivideBy255((destination >> shift & 255) * (255 - alpha));
         result |= (sum > 255 ? 255 : sum) << shift;
     }
     return result;

@@ -101,7 +101,7 @@ static std::vector<std::uint32_t> IndexedColors(Bytes header, const DeviceContex
     reader.Take(place.offset);
     std::vector<std::uint32_t> colors;
     for (std::uint64_t n = 0; n < std::min<std::uint64_t>(place.entries, 256) && reader.Left() >= 2; ++n)
-        colors.push_back(dc.Resolved(0x01000000u | reader.U16Le()));
+        colors.push_back(dc.ResolveColor(0x01000000u | reader.U16Le()));
     return colors;
 }
 
@@ -145,8 +145,8 @@ bool DecodeBitmap(const DibSource& dib, const DeviceContext& dc, DibColors color
         return false;
     std::vector<std::uint8_t> header;
     if (shape->bits == 1 && colors == DibColors::kTextAndBack)
-        header =
-            WithPalette(dib.header, {dc.Resolved(dc.state.text_color), dc.Resolved(dc.state.back_color)});
+        header = WithPalette(dib.header,
+                             {dc.ResolveColor(dc.state.text_color), dc.ResolveColor(dc.state.back_color)});
     else if (dib.indexes_palette && shape->bits <= 8 && shape->bits > 0)
         header = WithPalette(dib.header, IndexedColors(dib.header, dc));
     else if (colors == DibColors::kWithAlpha && shape->bits == 32 && dib.header.size() >= kHeader)
@@ -173,7 +173,8 @@ bool DecodeBitmap(const Bitmap16Source& bitmap, const DeviceContext& dc, ImageBu
     result.height = bitmap.height;
     result.channels = 3;
     result.bytes.resize(width * height * 3);
-    const std::uint32_t colors[2] = {dc.Resolved(dc.state.text_color), dc.Resolved(dc.state.back_color)};
+    const std::uint32_t colors[2] = {dc.ResolveColor(dc.state.text_color),
+                                     dc.ResolveColor(dc.state.back_color)};
     std::uint8_t* out = result.bytes.data();
     for (std::uint64_t y = 0; y < height; ++y) {
         const Bytes row = bitmap.bits.subspan(y * bitmap.bytes_per_row, bitmap.bytes_per_row);

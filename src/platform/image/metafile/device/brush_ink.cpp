@@ -5,7 +5,7 @@
 #include "src/platform/image/metafile/device/device_context.h"
 
 // Patterns are 8 by 8 pixels, as a rule; what is larger than a screen is no pattern.
-static constexpr std::int64_t kMostPatternPixels = 4'000'000;
+static constexpr std::int64_t kMaxPatternPixels = 4'000'000;
 
 // Hatches have one line in eight pixels of the picture, whatever its scale.
 static bool IsOnHatch(std::uint32_t hatch, std::int32_t x, std::int32_t y)
@@ -32,7 +32,7 @@ static bool IsOnHatch(std::uint32_t hatch, std::int32_t x, std::int32_t y)
 
 static std::optional<Ink> TileInk(const ImageBuffer& image)
 {
-    const bool too_large = std::int64_t{image.width} * image.height > kMostPatternPixels ||
+    const bool too_large = std::int64_t{image.width} * image.height > kMaxPatternPixels ||
                            image.width > kMaxSurfaceSide || image.height > kMaxSurfaceSide;
     if (too_large)
         return std::nullopt;
@@ -47,18 +47,18 @@ std::optional<Ink> BrushInk(const Brush& brush, const DeviceContext& dc)
         case BrushKind::kNull:
             return std::nullopt;
         case BrushKind::kSolid:
-            return Ink{dc.Resolved(brush.color), nullptr, 0, 0};
+            return Ink{dc.ResolveColor(brush.color), nullptr, 0, 0};
         case BrushKind::kHatched: {
             // The numbers above are dithered and solid fills.
             if (brush.hatch > 5)
-                return Ink{dc.Resolved(brush.color), nullptr, 0, 0};
+                return Ink{dc.ResolveColor(brush.color), nullptr, 0, 0};
             Pixels tile{8, 8, std::vector<std::uint32_t>(64)};
             const std::uint32_t back =
-                dc.state.opaque_back ? dc.Resolved(dc.state.back_color) | 0xFF000000 : 0;
+                dc.state.opaque_back ? dc.ResolveColor(dc.state.back_color) | 0xFF000000 : 0;
             for (std::int32_t y = 0; y < 8; ++y)
                 for (std::int32_t x = 0; x < 8; ++x)
                     tile.Row(y)[x] =
-                        IsOnHatch(brush.hatch, x, y) ? dc.Resolved(brush.color) | 0xFF000000 : back;
+                        IsOnHatch(brush.hatch, x, y) ? dc.ResolveColor(brush.color) | 0xFF000000 : back;
             return Ink{0, std::make_shared<const Pixels>(std::move(tile)), 0, 0};
         }
         case BrushKind::kDib:

@@ -8,8 +8,9 @@ static constexpr int kHalftone = 4;
 
 Corners CornersOf(const Rect& rect, const Affine& map)
 {
-    return {Tamed(map.Apply({rect.left, rect.top})), Tamed(map.Apply({rect.right, rect.top})),
-            Tamed(map.Apply({rect.left, rect.bottom}))};
+    return {ClampToDrawable(map.Apply({rect.left, rect.top})),
+            ClampToDrawable(map.Apply({rect.right, rect.top})),
+            ClampToDrawable(map.Apply({rect.left, rect.bottom}))};
 }
 
 namespace
@@ -79,24 +80,25 @@ static std::optional<Placement> PlaceBitmap(const BitmapPart& part, Corners corn
 namespace
 {
 /// The pixels that are needed for a part of the picture, and their place.
-struct Sampled {
+struct SampledPixels {
     Pixels pixels;
     Affine to_picture;
 };
 }  // namespace
 
-static std::optional<Sampled> Sample(const DeviceContext& dc, const BitmapPart& part, const Placement& place,
-                                     const Box& needed, Sampling sampling, bool has_alpha)
+static std::optional<SampledPixels> Sample(const DeviceContext& dc, const BitmapPart& part,
+                                           const Placement& place, const Box& needed, Sampling sampling,
+                                           bool has_alpha)
 {
     const Affine back = place.source_to_picture.Inverse();
     const Rect needed_rect =
-        RectAround(back, {static_cast<double>(needed.left), static_cast<double>(needed.top),
-                          static_cast<double>(needed.right), static_cast<double>(needed.bottom)});
+        BoundsOf(back, {static_cast<double>(needed.left), static_cast<double>(needed.top),
+                        static_cast<double>(needed.right), static_cast<double>(needed.bottom)});
     // How many source pixels fall on one of the picture, along each axis of the source.
     const double shrink_x = 1 / std::max(1e-9, LengthOf(place.source_to_picture.ApplyToVector({1, 0})));
     const double shrink_y = 1 / std::max(1e-9, LengthOf(place.source_to_picture.ApplyToVector({0, 1})));
-    const double margin_x = std::min(2 + 2 * shrink_x, kFarthest);
-    const double margin_y = std::min(2 + 2 * shrink_y, kFarthest);
+    const double margin_x = std::min(2 + 2 * shrink_x, kMaxCoordinate);
+    const double margin_y = std::min(2 + 2 * shrink_y, kMaxCoordinate);
     const Box part_box = Intersection(BoxOf(place.valid),
                                       BoxOf({needed_rect.left - margin_x, needed_rect.top - margin_y,
                                              needed_rect.right + margin_x, needed_rect.bottom + margin_y}));
@@ -117,13 +119,13 @@ static std::optional<Sampled> Sample(const DeviceContext& dc, const BitmapPart& 
                        static_cast<double>(step_y),
                        static_cast<double>(part_box.left),
                        static_cast<double>(part_box.top)};
-    return Sampled{PixelsOf(part.image, part_box, step_x, step_y, has_alpha),
-                   Then(scale, place.source_to_picture)};
+    return SampledPixels{PixelsOf(part.image, part_box, step_x, step_y, has_alpha),
+                         Then(scale, place.source_to_picture)};
 }
 
 // Draws the sampled pixels into the shape.
-static void DrawSampled(cairo_t* cairo, const Sampled& source, const Placement& place, Sampling sampling,
-                        bool soft_edges)
+static void DrawSampled(cairo_t* cairo, const SampledPixels& source, const Placement& place,
+                        Sampling sampling, bool soft_edges)
 {
     const SurfacePtr surface = SurfaceOn(source.pixels);
     const PatternPtr pattern(cairo_pattern_create_for_surface(surface.get()));
@@ -154,9 +156,9 @@ static Sampling SamplingFor(const DeviceContext& dc, const Placement& place)
     return enlarged && dc.state.stretch_mode != kHalftone ? Sampling::kNearest : Sampling::kSmooth;
 }
 
-static void Lay(DeviceContext& dc, const BitmapPart& part, const Placement& place, Sampling sampling,
-                bool has_alpha, bool soft_edges, const std::function<void(Pixels&)>& prepare,
-                const Canvas::Mix& mix)
+static void Composite(DeviceContext& dc, const BitmapPart& part, const Placement& place, Sampling sampling,
+                      bool has_alpha, bool soft_edges, const std::function<void(Pixels&)>& prepare,
+                      const Canvas::Mix& mix)
 {
     const Clip clip = dc.CurrentClip();
     const Box box = BoxOf(place.shape.Extents());
@@ -165,7 +167,7 @@ static void Lay(DeviceContext& dc, const BitmapPart& part, const Placement& plac
         return;
     if (dc.Target().Measuring())
         return dc.Target().Touch(needed);
-    std::optional<Sampled> source = Sample(dc, part, place, needed, sampling, has_alpha);
+    std::optional<SampledPixels> source = Sample(dc, part, place, needed, sampling, has_alpha);
     if (!source)
         return;
     prepare(source->pixels);
@@ -175,14 +177,15 @@ static void Lay(DeviceContext& dc, const BitmapPart& part, const Placement& plac
         mix);
 }
 
-static void LeaveAsTheyAre(Pixels&) {}
+static void KeepPixels(Pixels&) {}
 
 static bool IsMaskSet(const BitmapMask& mask, const BitmapPart& part, const Affine& back, std::int32_t x,
                       std::int32_t y)
 {
     const Point point = back.Apply({x + 0.5, y + 0.5});
-    const auto u = static_cast<std::int64_t>(std::floor(Tamed(point.x - part.source.left))) + mask.x;
-    const auto v = static_cast<std::int64_t>(std::floor(Tamed(point.y - part.source.top))) + mask.y;
+    const auto u =
+        static_cast<std::int64_t>(std::floor(ClampToDrawable(point.x - part.source.left))) + mask.x;
+    const auto v = static_cast<std::int64_t>(std::floor(ClampToDrawable(point.y - part.source.top))) + mask.y;
     if (u < 0 || v < 0 || u >= mask.image.width || v >= mask.image.height)
         return false;
     const std::int64_t index = (v * mask.image.width + u) * mask.image.channels;
@@ -196,14 +199,15 @@ void DrawBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corner
     if (!place)
         return;
     if (rop == kRopSourceCopy && !mask) {
-        return Lay(dc, part, *place, SamplingFor(dc, *place), false, true, LeaveAsTheyAre,
-                   [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source,
-                      std::uint32_t level) { return BlendOver(old, ScalePixel(source, level)); });
+        return Composite(dc, part, *place, SamplingFor(dc, *place), false, true, KeepPixels,
+                         [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source,
+                            std::uint32_t level) { return BlendOver(old, ScalePixel(source, level)); });
     }
-    const Ink ink = dc.InkOf(dc.state.brush).value_or(Ink{0xFFFFFF, nullptr, 0, 0});
+    const Ink ink = dc.InkFor(dc.state.brush).value_or(Ink{0xFFFFFF, nullptr, 0, 0});
     const Affine back = place->source_to_picture.Inverse();
     // A mean of two colours has no bitwise meaning, so nothing is smoothed.
-    Lay(dc, part, *place, Sampling::kNearest, false, false, LeaveAsTheyAre,
+    Composite(
+        dc, part, *place, Sampling::kNearest, false, false, KeepPixels,
         [&](std::int32_t x, std::int32_t y, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
             if (source >> 24 < 128 || level < 128)
                 return old;
@@ -218,13 +222,15 @@ void BlendBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corne
     const auto place = PlaceBitmap(part, corners);
     if (!place)
         return;
-    Lay(dc, part, *place, SamplingFor(dc, *place), own_alpha, true, LeaveAsTheyAre,
+    Composite(
+        dc, part, *place, SamplingFor(dc, *place), own_alpha, true, KeepPixels,
         [alpha](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
-            return BlendOver(old, ScalePixel(source, DividedBy255(level * alpha)));
+            return BlendOver(old, ScalePixel(source, DivideBy255(level * alpha)));
         });
 }
 
-void DrawBitmapBut(DeviceContext& dc, const BitmapPart& part, const Corners& corners, std::uint32_t left_out)
+void DrawBitmapExceptColor(DeviceContext& dc, const BitmapPart& part, const Corners& corners,
+                           std::uint32_t left_out)
 {
     const auto place = PlaceBitmap(part, corners);
     if (!place)
@@ -232,10 +238,10 @@ void DrawBitmapBut(DeviceContext& dc, const BitmapPart& part, const Corners& cor
     const auto clear = [left_out](Pixels& pixels) {
         std::replace(pixels.pixels.begin(), pixels.pixels.end(), left_out | 0xFF000000, 0u);
     };
-    Lay(dc, part, *place, Sampling::kNearest, false, true, clear,
-        [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
-            return BlendOver(old, ScalePixel(source, level));
-        });
+    Composite(dc, part, *place, Sampling::kNearest, false, true, clear,
+              [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source, std::uint32_t level) {
+                  return BlendOver(old, ScalePixel(source, level));
+              });
 }
 
 void PaintRect(DeviceContext& dc, const Rect& rect, std::uint8_t rop)
@@ -245,7 +251,7 @@ void PaintRect(DeviceContext& dc, const Rect& rect, std::uint8_t rop)
     shape = shape.Transformed(dc.LogicalToPicture());
     if (shape.Rectilinear())
         shape = shape.OnPixelCorners();
-    const std::optional<Ink> ink = dc.InkOf(dc.state.brush);
+    const std::optional<Ink> ink = dc.InkFor(dc.state.brush);
     if (rop == kRopNothing || (UsesPattern(rop) && !ink))
         return;
     if (rop == kRopPatternCopy)
@@ -268,7 +274,7 @@ void PaintRect(DeviceContext& dc, const Rect& rect, std::uint8_t rop)
 bool CopyPicture(DeviceContext& dc, const Rect& rect, ImageBuffer& image)
 {
     Canvas& canvas = dc.Target();
-    const Box box = Intersection(BoxOf(RectAround(dc.LogicalToPicture(), rect), true), canvas.Area());
+    const Box box = Intersection(BoxOf(BoundsOf(dc.LogicalToPicture(), rect), true), canvas.Area());
     if (box.Empty() || canvas.Measuring() || !dc.Work().Spend(box.Area()))
         return false;
     ImageBuffer result;

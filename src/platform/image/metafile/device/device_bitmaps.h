@@ -37,7 +37,8 @@ void DrawBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corner
 void BlendBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corners, std::uint32_t alpha,
                  bool own_alpha);
 /// Leaves out the pixels of one colour (red, green, blue).
-void DrawBitmapBut(DeviceContext& dc, const BitmapPart& part, const Corners& corners, std::uint32_t left_out);
+void DrawBitmapExceptColor(DeviceContext& dc, const BitmapPart& part, const Corners& corners,
+                           std::uint32_t left_out);
 /// A raster operation without a source on a rectangle of logical units.
 void PaintRect(DeviceContext& dc, const Rect& rect, std::uint8_t rop);
 /// The pixels of the picture around a rectangle of logical units, as a source.

@@ -6,7 +6,7 @@
 #include "src/platform/image/metafile/device/brush_ink.h"
 
 // A saved state takes some hundred bytes and its record eight.
-static constexpr std::size_t kMostSavedStates = 4096;
+static constexpr std::size_t kMaxSavedStates = 4096;
 
 static constexpr int kMapText = 1;
 static constexpr int kMapTwips = 6;
@@ -36,7 +36,7 @@ DeviceContext::DeviceContext(Canvas& canvas, const MetafileRequest& request)
 
 bool DeviceContext::SaveState()
 {
-    if (saved_.size() >= kMostSavedStates)
+    if (saved_.size() >= kMaxSavedStates)
         return false;
     saved_.push_back(state);
     return true;
@@ -152,7 +152,7 @@ Affine DeviceContext::PageScale() const
     return {std::abs(scale.x * device_to_picture_.xx), 0, 0, std::abs(scale.y * device_to_picture_.yy), 0, 0};
 }
 
-Point DeviceContext::UnitOfDevice() const
+Point DeviceContext::DeviceUnit() const
 {
     const Affine& map = LogicalToPicture();
     const auto unit = [](double picture, double logical) {
@@ -184,7 +184,7 @@ double DeviceContext::Handedness() const
     return scale.x * scale.y < 0 ? -1 : 1;
 }
 
-std::uint32_t DeviceContext::Resolved(ColorRef color) const
+std::uint32_t DeviceContext::ResolveColor(ColorRef color) const
 {
     const auto swapped = [](std::uint32_t n) { return (n & 255) << 16 | (n & 0xFF00) | (n >> 16 & 255); };
     // High byte 1 is an index into the palette; 0 and 2 are colours themselves.
@@ -195,34 +195,34 @@ std::uint32_t DeviceContext::Resolved(ColorRef color) const
     return index < colors.size() ? colors[index] : 0;
 }
 
-std::optional<Ink> DeviceContext::InkOf(const Brush& brush) const
+std::optional<Ink> DeviceContext::InkFor(const Brush& brush) const
 {
     std::optional<Ink> ink = BrushInk(brush, *this);
     if (ink && ink->tile) {
         const Point origin = device_to_picture_.Apply(state.brush_org);
-        ink->origin_x = static_cast<std::int32_t>(std::floor(Tamed(origin.x) + 0.5));
-        ink->origin_y = static_cast<std::int32_t>(std::floor(Tamed(origin.y) + 0.5));
+        ink->origin_x = static_cast<std::int32_t>(std::floor(ClampToDrawable(origin.x) + 0.5));
+        ink->origin_y = static_cast<std::int32_t>(std::floor(ClampToDrawable(origin.y) + 0.5));
     }
     return ink;
 }
 
-std::optional<Ink> DeviceContext::InkOf(const std::shared_ptr<const Brush>& brush)
+std::optional<Ink> DeviceContext::InkFor(const std::shared_ptr<const Brush>& brush)
 {
     if (!brush || brush->kind == BrushKind::kNull)
         return std::nullopt;
     if (brush->kind == BrushKind::kSolid)
-        return Ink{Resolved(brush->color), nullptr, 0, 0};
+        return Ink{ResolveColor(brush->color), nullptr, 0, 0};
     // A pattern is decoded once, as long as nothing that it depends on changes.
     const ColorRef back = state.opaque_back ? state.back_color : 0xFF000000;
     if (brush != ink_brush_ || ink_text_ != state.text_color || ink_back_ != back) {
-        ink_ = InkOf(*brush);
+        ink_ = InkFor(*brush);
         ink_brush_ = brush;
         ink_text_ = state.text_color;
         ink_back_ = back;
     } else if (ink_ && ink_->tile) {
         const Point origin = device_to_picture_.Apply(state.brush_org);
-        ink_->origin_x = static_cast<std::int32_t>(std::floor(Tamed(origin.x) + 0.5));
-        ink_->origin_y = static_cast<std::int32_t>(std::floor(Tamed(origin.y) + 0.5));
+        ink_->origin_x = static_cast<std::int32_t>(std::floor(ClampToDrawable(origin.x) + 0.5));
+        ink_->origin_y = static_cast<std::int32_t>(std::floor(ClampToDrawable(origin.y) + 0.5));
     }
     return ink_;
 }
@@ -247,7 +247,7 @@ Clip DeviceContext::ClipOf(std::span<const Rect> rects, const Affine& map)
 {
     const Box& area = canvas_.Area();
     if (rects.size() == 1 && map.KeepsAxes())
-        return {Intersection(BoxOf(RectAround(map, rects[0]), true), area), nullptr};
+        return {Intersection(BoxOf(BoundsOf(map, rects[0]), true), area), nullptr};
     Outline outline;
     for (const Rect& rect : rects)
         outline.AddBox(rect.Normalised());

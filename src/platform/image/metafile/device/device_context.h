@@ -71,13 +71,13 @@ public:
     Affine PageScale() const;
     const Affine& DeviceToPicture() const { return device_to_picture_; }
     /// A unit of the reference device in logical units, along each axis.
-    Point UnitOfDevice() const;
+    Point DeviceUnit() const;
 
     // Colours.
-    std::uint32_t Resolved(ColorRef color) const;
+    std::uint32_t ResolveColor(ColorRef color) const;
     /// What a brush paints with; nothing for the null brush or one whose bitmap is broken.
-    std::optional<Ink> InkOf(const std::shared_ptr<const Brush>& brush);
-    std::optional<Ink> InkOf(const Brush& brush) const;
+    std::optional<Ink> InkFor(const std::shared_ptr<const Brush>& brush);
+    std::optional<Ink> InkFor(const Brush& brush) const;
 
     // Shapes, in logical units. In a path bracket they are added to the path instead of being painted.
     void MoveTo(Point point);
@@ -112,7 +112,7 @@ public:
     Clip ClipOf(std::span<const Rect> rects, const Affine& map);
 
     Canvas& Target() const { return canvas_; }
-    FontShelf& Fonts() { return fonts_; }
+    FontCache& Fonts() { return fonts_; }
     Budget& Work() const { return canvas_.Work(); }
     const MetafileRequest& Request() const { return request_; }
 
@@ -141,5 +141,5 @@ private:
     std::optional<Ink> ink_;
     ColorRef ink_text_ = 0;
     ColorRef ink_back_ = 0;
-    FontShelf fonts_;
+    FontCache fonts_;
 };

@@ -20,9 +20,9 @@ void FillGradientRect(DeviceContext& dc, const GradientCorner& corner_a, const G
     shape = shape.Transformed(map);
     if (shape.Rectilinear())
         shape = shape.OnPixelCorners();
-    const Point a = Tamed(map.Apply(corner_a.point));
-    const Point b = Tamed(map.Apply(downwards ? Point{corner_a.point.x, corner_b.point.y}
-                                              : Point{corner_b.point.x, corner_a.point.y}));
+    const Point a = ClampToDrawable(map.Apply(corner_a.point));
+    const Point b = ClampToDrawable(map.Apply(downwards ? Point{corner_a.point.x, corner_b.point.y}
+                                                        : Point{corner_b.point.x, corner_a.point.y}));
     const Point run = b - a;
     const double square = run.x * run.x + run.y * run.y;
     if (!(square > 1e-9))
@@ -39,7 +39,7 @@ void FillGradientRect(DeviceContext& dc, const GradientCorner& corner_a, const G
             std::array<double, 3> color{};
             for (std::size_t c = 0; c < 3; ++c)
                 color[c] = corner_a.color[c] + part * (corner_b.color[c] - corner_a.color[c]);
-            return BlendOver(old, ScalePixel(Mix(color) | 0xFF000000, DividedBy255((source >> 24) * level)));
+            return BlendOver(old, ScalePixel(Mix(color) | 0xFF000000, DivideBy255((source >> 24) * level)));
         });
 }
 
@@ -49,7 +49,7 @@ void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> 
     std::array<Point, 3> points;
     Outline shape;
     for (std::size_t n = 0; n < 3; ++n) {
-        points[n] = Tamed(map.Apply(corners[n].point));
+        points[n] = ClampToDrawable(map.Apply(corners[n].point));
         shape.LineTo(points[n]);
     }
     shape.Close();
@@ -75,13 +75,13 @@ void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> 
             for (std::size_t c = 0; c < 3; ++c)
                 color[c] =
                     (1 - u - v) * corners[0].color[c] + u * corners[1].color[c] + v * corners[2].color[c];
-            return BlendOver(old, ScalePixel(Mix(color) | 0xFF000000, DividedBy255((source >> 24) * level)));
+            return BlendOver(old, ScalePixel(Mix(color) | 0xFF000000, DivideBy255((source >> 24) * level)));
         });
 }
 
 static Point PixelOf(const DeviceContext& dc, Point point)
 {
-    const Point picture = Tamed(dc.LogicalToPicture().Apply(point));
+    const Point picture = ClampToDrawable(dc.LogicalToPicture().Apply(point));
     // A hair below the corner is the corner, by the noise of the mapping.
     return {std::floor(picture.x + 1e-6), std::floor(picture.y + 1e-6)};
 }
@@ -92,12 +92,12 @@ void FloodFill(DeviceContext& dc, Point from, ColorRef color_asked, bool over_co
     const Clip clip = dc.CurrentClip();
     const Box box = Intersection(clip.box, canvas.Area());
     const Point pixel_point = PixelOf(dc, from);
-    const auto ink = dc.InkOf(dc.state.brush);
+    const auto ink = dc.InkFor(dc.state.brush);
     const auto x0 = static_cast<std::int32_t>(pixel_point.x);
     const auto y0 = static_cast<std::int32_t>(pixel_point.y);
     if (canvas.Measuring() || !ink || !box.Holds(x0, y0) || !dc.Work().Spend(box.Area() * 2))
         return;
-    const std::uint32_t color = dc.Resolved(color_asked);
+    const std::uint32_t color = dc.ResolveColor(color_asked);
     const auto stride = static_cast<std::size_t>(box.Width());
     std::vector<bool> done(box.Area());
     const auto index = [&](std::int32_t x, std::int32_t y) {
@@ -149,7 +149,7 @@ void FloodFill(DeviceContext& dc, Point from, ColorRef color_asked, bool over_co
                 continue;
             std::uint32_t& pixel = row[x - canvas.Area().left];
             pixel = BlendOver(pixel, ink->At(x, y));
-            painted = Around(painted, {x, y, x + 1, y + 1});
+            painted = Union(painted, {x, y, x + 1, y + 1});
         }
     }
     canvas.Touch(painted);
@@ -158,8 +158,8 @@ void FloodFill(DeviceContext& dc, Point from, ColorRef color_asked, bool over_co
 void SetPixel(DeviceContext& dc, Point point, ColorRef color)
 {
     // Drawn as a box, so that it shows where the picture is larger than the device was.
-    const Point unit = dc.UnitOfDevice();
+    const Point unit = dc.DeviceUnit();
     Outline box;
     box.AddBox({point.x, point.y, point.x + unit.x, point.y + unit.y});
-    dc.Fill(box.Transformed(dc.LogicalToPicture()), Ink{dc.Resolved(color), nullptr, 0, 0}, kRop2Copy);
+    dc.Fill(box.Transformed(dc.LogicalToPicture()), Ink{dc.ResolveColor(color), nullptr, 0, 0}, kRop2Copy);
 }

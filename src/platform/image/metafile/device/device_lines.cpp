@@ -53,10 +53,10 @@ StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
     const bool hairline = !(pixels > 1.2) || (pen.extended && !geometric);
     if (hairline || rectilinear) {
         // Straight grid lines get a whole number of pixels, so that all of them look alike.
-        style.width = hairline ? 1 : std::floor(Tamed(pixels) + 0.5);
+        style.width = hairline ? 1 : std::floor(ClampToDrawable(pixels) + 0.5);
         style.pen = {};
     } else {
-        style.width = Tamed(pen.width);
+        style.width = ClampToDrawable(pen.width);
         style.pen = linear;
     }
 
@@ -102,7 +102,7 @@ void DeviceContext::DrawLine(Outline picture)
     if (!state.pen || (state.pen->style & PenStyle::kDashMask) == PenStyle::kNull || picture.Empty())
         return;
     const std::shared_ptr<const Pen> pen = state.pen;
-    const std::optional<Ink> ink = InkOf(pen->brush);
+    const std::optional<Ink> ink = InkFor(pen->brush);
     if (!ink)
         return;
     // The points name pixels, and a line runs through their middle.
@@ -114,7 +114,7 @@ void DeviceContext::DrawLine(Outline picture)
     if (!style.dashes.empty() && state.opaque_back && !pen->extended) {
         StrokeStyle gaps = style;
         gaps.dashes.clear();
-        canvas_.Stroke(picture, gaps, Ink{Resolved(state.back_color), nullptr, 0, 0}, state.rop2, clip);
+        canvas_.Stroke(picture, gaps, Ink{ResolveColor(state.back_color), nullptr, 0, 0}, state.rop2, clip);
     }
     canvas_.Stroke(picture, style, *ink, state.rop2, clip);
 }

@@ -21,7 +21,7 @@ static Clip ClipOfRegion(DeviceContext& dc, const Region& region)
 
 void FillRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<const Brush>& brush)
 {
-    if (const auto ink = dc.InkOf(brush))
+    if (const auto ink = dc.InkFor(brush))
         PaintClip(dc, ClipOfRegion(dc, region), *ink, dc.state.rop2);
 }
 
@@ -46,7 +46,7 @@ static void Erode(const std::vector<bool>& in, std::vector<bool>& out, std::int3
 void FrameRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<const Brush>& brush,
                  double width, double height)
 {
-    const auto ink = dc.InkOf(brush);
+    const auto ink = dc.InkFor(brush);
     const Clip all = ClipOfRegion(dc, region);
     if (!ink || all.box.Empty())
         return;
@@ -56,8 +56,8 @@ void FrameRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<
     const std::int32_t box_width = all.box.Width();
     const std::int32_t box_height = all.box.Height();
     const auto reach = [](double logical, double scale, std::int32_t max) {
-        return std::clamp(static_cast<std::int32_t>(std::floor(Tamed(std::abs(logical * scale)) + 0.5)), 1,
-                          max);
+        return std::clamp(
+            static_cast<std::int32_t>(std::floor(ClampToDrawable(std::abs(logical * scale)) + 0.5)), 1, max);
     };
     const std::int32_t reach_x = reach(width, LengthOf(map.ApplyToVector({1, 0})), box_width);
     const std::int32_t reach_y = reach(height, LengthOf(map.ApplyToVector({0, 1})), box_height);

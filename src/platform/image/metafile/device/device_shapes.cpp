@@ -73,7 +73,7 @@ void DeviceContext::Draw(const Outline& logical, ShapeParts parts)
         return;
     }
     if (parts != ShapeParts::kLine)
-        if (const auto ink = InkOf(state.brush))
+        if (const auto ink = InkFor(state.brush))
             Fill(picture, *ink, state.rop2);
     if (parts != ShapeParts::kFill)
         DrawLine(picture);
@@ -83,7 +83,7 @@ void DeviceContext::Draw(const Outline& filled, const Outline& line)
 {
     if (in_path_)
         return Draw(line, ShapeParts::kBoth);
-    if (const auto ink = InkOf(state.brush))
+    if (const auto ink = InkFor(state.brush))
         Fill(filled.Transformed(LogicalToPicture()), *ink, state.rop2);
     DrawLine(line.Transformed(LogicalToPicture()));
 }
@@ -91,7 +91,7 @@ void DeviceContext::Draw(const Outline& filled, const Outline& line)
 Rect DeviceContext::LineBox(const Rect& rect) const
 {
     const Rect good = rect.Normalised();
-    const Point unit = UnitOfDevice();
+    const Point unit = DeviceUnit();
     Rect line = good;
     // EMF boxes name the last row and column, those of WMF what comes after.
     if (!request_.enhanced) {
@@ -150,12 +150,12 @@ void DeviceContext::PaintPath(ShapeParts parts)
     const Outline path = std::exchange(path_, {});
     const std::optional<Pen> widened_by = std::exchange(widened_by_, std::nullopt);
     if (widened_by && parts != ShapeParts::kLine) {
-        if (const auto ink = InkOf(state.brush))
+        if (const auto ink = InkFor(state.brush))
             canvas_.Stroke(path, StyleOf(*widened_by, false), *ink, state.rop2, CurrentClip());
         return;
     }
     if (parts != ShapeParts::kLine)
-        if (const auto ink = InkOf(state.brush))
+        if (const auto ink = InkFor(state.brush))
             Fill(path.AllClosed(), *ink, state.rop2);
     if (parts != ShapeParts::kFill)
         DrawLine(parts == ShapeParts::kBoth ? path.AllClosed() : path);

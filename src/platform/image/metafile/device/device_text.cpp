@@ -31,9 +31,9 @@ struct PlacedGlyph {
 /// A font at the size in which it is used.
 struct SizedFont {
     FontFace* face = nullptr;
-    double em = 0;      ///< logical
-    double widen = 1;   ///< how much wider than it is made
-    Affine to_picture;  ///< from logical lengths along and below the base line, no shift
+    double em = 0;            ///< logical
+    double width_factor = 1;  ///< how much wider than it is made
+    Affine to_picture;        ///< from logical lengths along and below the base line, no shift
 };
 }  // namespace
 
@@ -47,11 +47,11 @@ static SizedFont MakeSizedFont(DeviceContext& dc, const Font& font)
     if (font.height > 0)
         result.em = font.height / (face.Ascent() + face.Descent());
     else
-        result.em = font.height < 0 ? -font.height : 16 * dc.UnitOfDevice().y;
+        result.em = font.height < 0 ? -font.height : 16 * dc.DeviceUnit().y;
     if (font.width != 0)
-        result.widen = std::abs(font.width) / (face.MeanWidth() * result.em);
-    if (!std::isfinite(result.widen) || result.widen <= 0)
-        result.widen = 1;
+        result.width_factor = std::abs(font.width) / (face.MeanWidth() * result.em);
+    if (!std::isfinite(result.width_factor) || result.width_factor <= 0)
+        result.width_factor = 1;
 
     // Text turns with the world, but the signs of the page don't mirror it.
     Affine stand = Then(dc.state.world, dc.PageScale());
@@ -70,7 +70,7 @@ static bool IsSymbolFont(const Font& font)
 }
 
 // The character that is meant, given the font that there is.
-static char32_t MeantCharacter(const Font& font, const FontFace& face, char32_t code)
+static char32_t MapSymbolCharacter(const Font& font, const FontFace& face, char32_t code)
 {
     if (!IsSymbolFont(font))
         return code;
@@ -106,7 +106,7 @@ static std::vector<PlacedGlyph> GlyphsOf(DeviceContext& dc, const TextRun& run, 
             if (run.glyph_numbers)
                 glyph.code =
                     character.code >= kFirstAsciiGlyph ? character.code - kFirstAsciiGlyph + ' ' : ' ';
-            glyph.code = MeantCharacter(font, *size.face, glyph.code);
+            glyph.code = MapSymbolCharacter(font, *size.face, glyph.code);
             glyph.glyph = size.face->GlyphOf(glyph.code);
             const bool missing = glyph.glyph == 0 && glyph.code > ' ' && glyph.code != 0x200B;
             if (missing)
@@ -132,7 +132,7 @@ static std::vector<Point> StepsOf(const DeviceContext& dc, const TextRun& run, c
     result.reserve(glyphs.size());
     std::size_t unit = 0;
     for (const PlacedGlyph& glyph : glyphs) {
-        Point step{glyph.advance * size.em * size.widen + dc.state.char_extra +
+        Point step{glyph.advance * size.em * size.width_factor + dc.state.char_extra +
                        (glyph.code == ' ' ? dc.state.break_extra : 0),
                    0};
         if (unit + glyph.units <= run.steps.size()) {
@@ -148,15 +148,15 @@ static std::vector<Point> StepsOf(const DeviceContext& dc, const TextRun& run, c
 
 // Another font than the file was made with may be wider than the room that its distances leave. Then its
 // letters are made narrower rather than laid over each other.
-static double Condensed(const TextRun& run, const SizedFont& size, const std::vector<PlacedGlyph>& glyphs,
-                        const std::vector<Point>& steps)
+static double CondenseFactor(const TextRun& run, const SizedFont& size,
+                             const std::vector<PlacedGlyph>& glyphs, const std::vector<Point>& steps)
 {
     if (run.steps.empty() || size.face->SameFamily())
         return 1;
     double own = 0;
     double given = 0;
     for (std::size_t n = 0; n < glyphs.size(); ++n) {
-        own += glyphs[n].advance * size.em * size.widen;
+        own += glyphs[n].advance * size.em * size.width_factor;
         given += steps[n].x;
     }
     const double ratio = given / own;
@@ -174,7 +174,7 @@ static void PaintBox(DeviceContext& dc, const Rect& rect, const Affine& map)
 {
     Outline box;
     box.AddBox(rect);
-    dc.Fill(box.Transformed(map), Ink{dc.Resolved(dc.state.back_color), nullptr, 0, 0}, kRop2Copy);
+    dc.Fill(box.Transformed(map), Ink{dc.ResolveColor(dc.state.back_color), nullptr, 0, 0}, kRop2Copy);
 }
 
 bool DrawText(DeviceContext& dc, const TextRun& run)
@@ -212,23 +212,23 @@ bool DrawText(DeviceContext& dc, const TextRun& run)
         start.y = -descent;
     const Point origin = map.Apply(reference) + size.to_picture.ApplyToVector(start);
     Affine to_picture = size.to_picture;
-    to_picture.x0 = Tamed(origin.x);
-    to_picture.y0 = Tamed(origin.y);
+    to_picture.x0 = ClampToDrawable(origin.x);
+    to_picture.y0 = ClampToDrawable(origin.y);
     if (!to_picture.Finite())
         return true;
 
     Outline letters;
-    const double widen = size.widen * Condensed(run, size, glyphs, steps);
+    const double width_factor = size.width_factor * CondenseFactor(run, size, glyphs, steps);
     Point pen;
     for (std::size_t n = 0; n < glyphs.size(); ++n) {
         const Outline& shape = glyphs[n].face->Shape(glyphs[n].glyph).outline;
-        const Affine place{size.em * widen, 0, 0, size.em, pen.x, pen.y};
+        const Affine place{size.em * width_factor, 0, 0, size.em, pen.x, pen.y};
         if (!dc.Work().Spend(shape.PointCount() * 16))
             return false;
         letters.Append(shape.Transformed(Then(place, to_picture)));
         pen = pen + steps[n];
     }
-    const double thick = std::max(size.face->UnderlineThickness() * size.em, dc.UnitOfDevice().y);
+    const double thick = std::max(size.face->UnderlineThickness() * size.em, dc.DeviceUnit().y);
     const auto underline = [&](double middle) {
         AddBar(letters, to_picture, {0, middle - thick / 2, end.x, middle + thick / 2});
     };
@@ -245,7 +245,7 @@ bool DrawText(DeviceContext& dc, const TextRun& run)
             dc.CombineClip(dc.ClipOf({&*run.box, 1}, map), ClipMode::kAnd);
         if (state.opaque_back && !run.fill_box)
             PaintBox(dc, {0, -ascent, end.x, descent}, to_picture);
-        dc.Target().Fill(letters, true, Ink{dc.Resolved(state.text_color), nullptr, 0, 0}, kRop2Copy,
+        dc.Target().Fill(letters, true, Ink{dc.ResolveColor(state.text_color), nullptr, 0, 0}, kRop2Copy,
                          dc.CurrentClip(), true);
         state.clip = before;
     }

@@ -13,7 +13,7 @@
 
 // Looking a font up takes about as long as painting this many pixels.
 static constexpr std::uint64_t kCostOfLookup = 300'000;
-static constexpr std::size_t kMostShapesKept = 4096;
+static constexpr std::size_t kMaxCachedShapes = 4096;
 
 FontFace::FontFace(FT_FaceRec_* face, bool same_family, bool embolden, double slant)
     : face_(face), same_family_(same_family), embolden_(embolden), slant_(slant)
@@ -55,7 +55,7 @@ std::uint32_t FontFace::GlyphOf(char32_t character) const
 namespace
 {
 /// What an outline is built into while FreeType takes a glyph apart.
-struct GlyphTaker {
+struct OutlineSink {
     Outline& outline;
     double scale;
     Point last;
@@ -69,38 +69,38 @@ struct GlyphTaker {
 
 static int TakeMove(const FT_Vector* to, void* user)
 {
-    auto& taker = *static_cast<GlyphTaker*>(user);
-    taker.outline.Close();
-    taker.last = taker.From(to);
-    taker.outline.MoveTo(taker.last);
+    auto& sink = *static_cast<OutlineSink*>(user);
+    sink.outline.Close();
+    sink.last = sink.From(to);
+    sink.outline.MoveTo(sink.last);
     return 0;
 }
 
 static int TakeLine(const FT_Vector* to, void* user)
 {
-    auto& taker = *static_cast<GlyphTaker*>(user);
-    taker.last = taker.From(to);
-    taker.outline.LineTo(taker.last);
+    auto& sink = *static_cast<OutlineSink*>(user);
+    sink.last = sink.From(to);
+    sink.outline.LineTo(sink.last);
     return 0;
 }
 
 static int TakeConic(const FT_Vector* control, const FT_Vector* to, void* user)
 {
-    auto& taker = *static_cast<GlyphTaker*>(user);
-    const Point control_point = taker.From(control);
-    const Point end = taker.From(to);
+    auto& sink = *static_cast<OutlineSink*>(user);
+    const Point control_point = sink.From(control);
+    const Point end = sink.From(to);
     // A quadratic curve as a cubic.
-    taker.outline.CurveTo(taker.last + (2.0 / 3) * (control_point - taker.last),
-                          end + (2.0 / 3) * (control_point - end), end);
-    taker.last = end;
+    sink.outline.CurveTo(sink.last + (2.0 / 3) * (control_point - sink.last),
+                         end + (2.0 / 3) * (control_point - end), end);
+    sink.last = end;
     return 0;
 }
 
 static int TakeCubic(const FT_Vector* a, const FT_Vector* b, const FT_Vector* to, void* user)
 {
-    auto& taker = *static_cast<GlyphTaker*>(user);
-    taker.last = taker.From(to);
-    taker.outline.CurveTo(taker.From(a), taker.From(b), taker.last);
+    auto& sink = *static_cast<OutlineSink*>(user);
+    sink.last = sink.From(to);
+    sink.outline.CurveTo(sink.From(a), sink.From(b), sink.last);
     return 0;
 }
 
@@ -109,7 +109,7 @@ const GlyphShape& FontFace::Shape(std::uint32_t glyph)
     const auto found = shapes_.find(glyph);
     if (found != shapes_.end())
         return found->second;
-    if (shapes_.size() >= kMostShapesKept)
+    if (shapes_.size() >= kMaxCachedShapes)
         shapes_.clear();
     GlyphShape& shape = shapes_[glyph];
     if (FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE | FT_LOAD_NO_BITMAP) != 0)
@@ -126,14 +126,14 @@ const GlyphShape& FontFace::Shape(std::uint32_t glyph)
         FT_Outline_Transform(&slot->outline, &shear);
     }
     FT_Outline_Funcs functions{TakeMove, TakeLine, TakeConic, TakeCubic, 0, 0};
-    GlyphTaker taker{shape.outline, scale, {}};
-    if (FT_Outline_Decompose(&slot->outline, &functions, &taker) != 0)
+    OutlineSink sink{shape.outline, scale, {}};
+    if (FT_Outline_Decompose(&slot->outline, &functions, &sink) != 0)
         shape.outline.Clear();
     shape.outline.Close();
     return shape;
 }
 
-FontShelf::~FontShelf()
+FontCache::~FontCache()
 {
     faces_.clear();
     if (library_)
@@ -227,7 +227,7 @@ static bool HasFamily(FcPattern* pattern, const std::string& family)
     return false;
 }
 
-FontFace* FontShelf::FindFace(const std::string& key, const Font& font, char32_t character)
+FontFace* FontCache::FindFace(const std::string& key, const Font& font, char32_t character)
 {
     const auto found = faces_.find(key);
     if (found != faces_.end())
@@ -265,12 +265,12 @@ static std::string StyleKey(const Font& font)
            std::to_string(font.pitch_and_family & 0xF3);
 }
 
-FontFace* FontShelf::FaceFor(const Font& font)
+FontFace* FontCache::FaceFor(const Font& font)
 {
     return FindFace(font.face + '\n' + StyleKey(font), font, 0);
 }
 
-FontFace* FontShelf::FaceWith(char32_t character, const Font& font)
+FontFace* FontCache::FaceWith(char32_t character, const Font& font)
 {
     // Fonts that were opened for other characters are asked first: a text stays in one script, mostly.
     for (const auto& [key, face] : faces_)

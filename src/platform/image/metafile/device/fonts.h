@@ -61,13 +61,13 @@ private:
 };
 
 /// The fonts of one play, found once each.
-class FontShelf
+class FontCache
 {
 public:
-    explicit FontShelf(Budget& budget) : budget_(budget) {}
-    ~FontShelf();
-    FontShelf(const FontShelf&) = delete;
-    FontShelf& operator=(const FontShelf&) = delete;
+    explicit FontCache(Budget& budget) : budget_(budget) {}
+    ~FontCache();
+    FontCache(const FontCache&) = delete;
+    FontCache& operator=(const FontCache&) = delete;
 
     /// Null when the machine has no font at all, or the work isn't granted.
     FontFace* FaceFor(const Font& font);

@@ -74,7 +74,7 @@ static char32_t Convert(iconv_t converter, const std::uint8_t* bytes, std::size_
     return ByteReader(out).U32Le();
 }
 
-std::vector<TextCharacter> DecodedBytes(Bytes text, std::uint8_t char_set)
+std::vector<TextCharacter> DecodeBytes(Bytes text, std::uint8_t char_set)
 {
     std::vector<TextCharacter> result;
     iconv_t converter = iconv_open("UTF-32LE", CodePage(char_set));
@@ -94,7 +94,7 @@ std::vector<TextCharacter> DecodedBytes(Bytes text, std::uint8_t char_set)
     return result;
 }
 
-std::vector<TextCharacter> DecodedWords(Bytes text)
+std::vector<TextCharacter> DecodeUtf16(Bytes text)
 {
     std::vector<TextCharacter> result;
     ByteReader reader(text);

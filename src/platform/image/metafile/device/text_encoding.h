@@ -16,9 +16,9 @@ struct TextCharacter {
 };
 
 /// Bytes in the code page of a font's character set. What the code page doesn't have comes as U+FFFD.
-std::vector<TextCharacter> DecodedBytes(Bytes text, std::uint8_t char_set);
+std::vector<TextCharacter> DecodeBytes(Bytes text, std::uint8_t char_set);
 /// UTF-16, little-endian; half a pair comes as U+FFFD.
-std::vector<TextCharacter> DecodedWords(Bytes text);
+std::vector<TextCharacter> DecodeUtf16(Bytes text);
 
 std::string Utf8(const std::vector<TextCharacter>& text);
 

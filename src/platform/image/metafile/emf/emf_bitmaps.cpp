@@ -93,8 +93,8 @@ static Outcome Blit(DeviceContext& dc, const EmfRecord& record)
 static std::optional<BitmapMask> ReadMask(DeviceContext& dc, const EmfRecord& record, ByteReader& reader)
 {
     BitmapMask mask;
-    mask.x = static_cast<std::int32_t>(Tamed(reader.I32Le()));
-    mask.y = static_cast<std::int32_t>(Tamed(reader.I32Le()));
+    mask.x = static_cast<std::int32_t>(ClampToDrawable(reader.I32Le()));
+    mask.y = static_cast<std::int32_t>(ClampToDrawable(reader.I32Le()));
     const std::uint32_t usage = reader.U32Le();
     const EmfDibPlace place = ReadDibPlace(reader);
     const auto dib = DibAt(record, place, usage);
@@ -140,7 +140,7 @@ static Outcome PlgBlt(DeviceContext& dc, const EmfRecord& record)
     const Affine& map = dc.LogicalToPicture();
     Corners corners;
     for (Point* point : {&corners.top_left, &corners.top_right, &corners.bottom_left})
-        *point = Tamed(map.Apply(ReadPoint(reader)));
+        *point = ClampToDrawable(map.Apply(ReadPoint(reader)));
     // The source's size stands between its corner and the rest.
     BlitSource source;
     source.corner = ReadPoint(reader);
@@ -235,7 +235,8 @@ static Outcome SetDib(DeviceContext& dc, const EmfRecord& record)
     const Affine& device = dc.DeviceToPicture();
     const Point right = device.ApplyToVector({size.x, 0});
     const Point down = device.ApplyToVector({0, size.y});
-    DrawBitmap(dc, {image, source_rect}, {Tamed(origin), Tamed(origin + right), Tamed(origin + down)},
+    DrawBitmap(dc, {image, source_rect},
+               {ClampToDrawable(origin), ClampToDrawable(origin + right), ClampToDrawable(origin + down)},
                kRopSourceCopy);
     return Outcome::kDone;
 }
@@ -267,7 +268,7 @@ static Outcome Blend(DeviceContext& dc, const EmfRecord& record)
     if (blend)
         BlendBitmap(dc, part, corners, how >> 16 & 255, has_alpha);
     else
-        DrawBitmapBut(dc, part, corners, dc.Resolved(how));
+        DrawBitmapExceptColor(dc, part, corners, dc.ResolveColor(how));
     return Outcome::kDone;
 }
 

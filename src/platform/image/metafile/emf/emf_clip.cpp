@@ -35,7 +35,9 @@ static bool IsClipMode(std::uint32_t mode)
 static Outcome OffsetClip(DeviceContext& dc, ByteReader& reader)
 {
     const Point move = dc.LogicalToPicture().ApplyToVector(ReadPoint(reader));
-    const auto whole = [](double d) { return static_cast<std::int32_t>(std::floor(Tamed(d) + 0.5)); };
+    const auto whole = [](double d) {
+        return static_cast<std::int32_t>(std::floor(ClampToDrawable(d) + 0.5));
+    };
     dc.state.clip = Translate(dc.state.clip, whole(move.x), whole(move.y), dc.Target().Area(), dc.Work());
     return OutcomeOf(!reader.Failed());
 }

@@ -126,7 +126,7 @@ static Outcome CreateFont(EmfPlay& play, ByteReader& reader)
     ReadFontStyle(reader, font);
     if (reader.Failed())
         return Outcome::kBroken;
-    std::vector<TextCharacter> face = DecodedWords(reader.Take(std::min<std::uint64_t>(reader.Left(), 64)));
+    std::vector<TextCharacter> face = DecodeUtf16(reader.Take(std::min<std::uint64_t>(reader.Left(), 64)));
     face.erase(std::find_if(face.begin(), face.end(),
                             [](const TextCharacter& text_character) { return text_character.code == 0; }),
                face.end());

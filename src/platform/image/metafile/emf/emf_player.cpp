@@ -81,7 +81,7 @@ const Object& ObjectAt(const EmfPlay& play, std::uint32_t index)
     return index < play.objects.size() ? play.objects[index] : kNone;
 }
 
-static void LookIntoComment(EmfPlay& play, const EmfRecord& record)
+static void ReadComment(EmfPlay& play, const EmfRecord& record)
 {
     ByteReader reader = record.Data();
     reader.U32Le();  // size
@@ -99,7 +99,7 @@ static Outcome Play(EmfPlay& play, const EmfRecord& record)
             return result;
     }
     if (record.type == kComment)
-        LookIntoComment(play, record);
+        ReadComment(play, record);
     return Outcome::kDone;  // what isn't known, or draws nothing, is left out
 }
 

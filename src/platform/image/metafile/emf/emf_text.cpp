@@ -22,7 +22,7 @@ static constexpr std::uint32_t kOptionSteps2D = 0x2000;
 
 static std::vector<TextCharacter> Characters(const DeviceContext& dc, Bytes text, bool wide)
 {
-    return wide ? DecodedWords(text) : DecodedBytes(text, dc.state.font ? dc.state.font->char_set : 0);
+    return wide ? DecodeUtf16(text) : DecodeBytes(text, dc.state.font ? dc.state.font->char_set : 0);
 }
 
 // One text object; its offsets count from the start of the record.
@@ -82,7 +82,7 @@ static Outcome SmallText(DeviceContext& dc, ByteReader& reader)
         for (const std::uint8_t byte : text)
             run.text.push_back({byte, 1});
     else
-        run.text = DecodedWords(text);
+        run.text = DecodeUtf16(text);
     return OutcomeOf(DrawText(dc, run));
 }
 

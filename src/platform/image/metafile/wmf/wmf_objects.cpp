@@ -36,7 +36,7 @@ static constexpr std::uint16_t kBrushHatched = 2;
 static constexpr std::uint16_t kBrushPattern = 3;
 
 // More objects at once than places have numbers can't be asked for.
-static constexpr std::size_t kMostObjects = 65535;
+static constexpr std::size_t kMaxObjects = 65535;
 
 // An object that draws nothing takes a place like any other.
 static Outcome Put(WmfPlay& play, Object object)
@@ -46,7 +46,7 @@ static Outcome Put(WmfPlay& play, Object object)
             place = std::move(object);
             return Outcome::kDone;
         }
-    if (play.objects.size() >= kMostObjects)
+    if (play.objects.size() >= kMaxObjects)
         return Outcome::kBroken;
     play.objects.push_back(std::move(object));
     return Outcome::kDone;
@@ -129,7 +129,7 @@ static Outcome CreateFont(WmfPlay& play, ByteReader& reader)
         return Outcome::kBroken;
     Bytes face = reader.Take(std::min<std::uint64_t>(reader.Left(), 32));
     face = face.first(static_cast<std::size_t>(std::find(face.begin(), face.end(), 0) - face.begin()));
-    font.face = FaceOf(DecodedBytes(face, font.char_set == 2 ? 0 : font.char_set));
+    font.face = FaceOf(DecodeBytes(face, font.char_set == 2 ? 0 : font.char_set));
     return Put(play, std::make_shared<const Font>(std::move(font)));
 }
 

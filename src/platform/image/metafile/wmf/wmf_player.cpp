@@ -44,7 +44,7 @@ static Outcome TextOut(DeviceContext& dc, ByteReader& reader)
     run.reference = ReadPointYx(reader);
     if (reader.Failed())
         return Outcome::kBroken;
-    run.text = DecodedBytes(text, CharSet(dc));
+    run.text = DecodeBytes(text, CharSet(dc));
     return OutcomeOf(DrawText(dc, run));
 }
 
@@ -66,7 +66,7 @@ static Outcome ExtTextOut(DeviceContext& dc, ByteReader& reader)
     const Bytes text = reader.Take(count);
     if (reader.Failed())
         return Outcome::kBroken;
-    run.text = DecodedBytes(text, CharSet(dc));
+    run.text = DecodeBytes(text, CharSet(dc));
     reader.Take(std::min<std::uint64_t>(count & 1, reader.Left()));
     // The distances are optional.
     if (reader.Left() >= count * 2)
