@@ -1,4 +1,4 @@
-// The entry points of the player module.
+// Entry points of the player module.
 #include <algorithm>
 #include <exception>
 
@@ -7,10 +7,10 @@
 #include "src/platform/image/metafile/emf/emf_player.h"
 #include "src/platform/image/metafile/wmf/wmf_player.h"
 
-// The widest surface is that of Cairo; what is wider is played once for each of its parts.
+// Larger pictures are played once per tile, because Cairo's surfaces are limited.
 static constexpr std::int32_t kTileSide = 16384;
 
-// What a metafile may cost: so much in any case, and more by the size of the picture and of the file.
+// The work budget: a constant plus shares for the size of the picture and of the file.
 static std::uint64_t WorkBudget(const MetafileRequest& request)
 {
     const auto pixels =

@@ -13,7 +13,7 @@ void AddArc(Outline& outline, const Rect& rect, double start, double sweep, ArcS
     sweep = std::clamp(sweep, -kTurn, kTurn);
     const int pieces = std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / (kTurn / 4) - 1e-9)));
     const double step = sweep / pieces;
-    // The length of the tangents that brings a cubic nearest to an arc of step.
+    // Tangent length of the cubic that best approximates an arc of step radians.
     const double tangent = 4.0 / 3 * std::tan(step / 4);
     const auto at = [&](double cos, double sin) {
         return Point{centre.x + radius.x * cos, centre.y + radius.y * sin};

@@ -4,18 +4,18 @@
 
 #include "src/platform/image/metafile/canvas/outline.h"
 
-/// The whole ellipse in rect as a closed figure, beginning at its right end.
+/// Adds the whole ellipse in rect as a closed figure that starts at its rightmost point.
 void AddEllipse(Outline& outline, const Rect& rect);
 
-/// rect with corners that are quarters of an ellipse of the given width and height.
+/// Adds rect with elliptical corners; corner_width and corner_height are full axes.
 void AddRoundRect(Outline& outline, const Rect& rect, double corner_width, double corner_height);
 
-/// How an arc joins the point that the outline has reached.
+/// How an arc connects to the outline's last point.
 enum class ArcStart { kNewFigure, kLineFromLast };
 
-/// The part of the ellipse in rect from the angle start over sweep, both in radians; angles grow from the
-/// positive x axis to the positive y axis. A sweep of more than one turn is one turn.
+/// Adds the part of the ellipse in rect from angle start over sweep. Both are in radians, from the positive x
+/// axis towards the positive y axis. Sweeps are limited to one turn.
 void AddArc(Outline& outline, const Rect& rect, double start, double sweep, ArcStart join);
 
-/// The parameter angle at which the ellipse in rect meets the ray from its centre through point.
+/// The ellipse parameter at which the ray from rect's centre through point meets the ellipse.
 double ArcAngle(const Rect& rect, Point point);

@@ -1,18 +1,18 @@
-// The work that a metafile may cost.
+// Limits the work that playing a metafile may cost.
 // Room: platform/image/metafile/canvas.
 #pragma once
 
 #include <cstdint>
 
-/// A few bytes can ask for a whole page to be painted, and a file can say so a million times. So work is
-/// counted, in units of about one painted pixel, before it is done; a file that wants more than it was
-/// granted is refused.
+/// A record of a few bytes can paint the whole picture, and a file can hold millions of them. So work is
+/// charged before it is done, in units of about one painted pixel, and a file that exceeds its budget is
+/// refused.
 class Budget
 {
 public:
     explicit Budget(std::uint64_t units) : left_(units) {}
 
-    /// Takes units off. False, from then on, when there weren't enough.
+    /// Charges units. False if they exceed what is left, and on every later call.
     bool Spend(std::uint64_t units)
     {
         spent_ = spent_ || units > left_;

@@ -1,4 +1,4 @@
-// Paints with Cairo, and with loops of its own where Cairo has no such operation.
+// Paints with Cairo, and with its own loops for operations that Cairo lacks.
 #include "src/platform/image/metafile/canvas/canvas.h"
 
 #include <new>
@@ -6,7 +6,7 @@
 #include "src/platform/image/metafile/canvas/raster_ops.h"
 
 static constexpr std::uint64_t kCostOfOperation = 200;
-// A layer is cleared, drawn and mixed.
+// Units per pixel: a layer is cleared, drawn and composited.
 static constexpr std::uint64_t kCostOfLayer = 6;
 
 std::unique_ptr<Canvas> Canvas::Create(const Box& area, Budget& budget)
@@ -89,7 +89,7 @@ void Canvas::Paint(const Box& ink_box, std::uint64_t work, const Ink& ink, int r
     Touch(box);
     if (Measuring() || Failed() || !budget_.Spend(box.Area() + work + kCostOfOperation))
         return;
-    // Two of the operations are plain painting in another colour.
+    // kRop2Black and kRop2White are plain painting in another colour.
     Ink plain = ink;
     if (rop2_asked == kRop2Black || rop2_asked == kRop2White) {
         plain = Ink{rop2_asked == kRop2Black ? 0u : 0xFFFFFFu, nullptr, 0, 0};
@@ -106,7 +106,7 @@ void Canvas::Paint(const Box& ink_box, std::uint64_t work, const Ink& ink, int r
     }
     const bool bitwise = rop2_asked != kRop2Copy;
     const auto draw_ink = [&](cairo_t* cairo) {
-        // Half a pixel has no bitwise meaning.
+        // Antialiased edges have no bitwise meaning.
         cairo_set_antialias(cairo, bitwise ? CAIRO_ANTIALIAS_NONE : CAIRO_ANTIALIAS_DEFAULT);
         plain.ApplyTo(cairo);
         draw(cairo);
@@ -124,7 +124,7 @@ void Canvas::Paint(const Box& ink_box, std::uint64_t work, const Ink& ink, int r
                 });
 }
 
-// The pixels that a line along the outline can touch.
+// A bound on the pixels that stroking the outline touches.
 static Box BoxOfStroke(const Outline& outline, const StrokeStyle& style)
 {
     const double largest =
@@ -158,7 +158,7 @@ static void DrawInside(cairo_t* cairo, const Outline& outline, bool winding)
 
 std::uint64_t Canvas::WorkOf(const Outline& outline, const StrokeStyle& style) const
 {
-    // Each line has two sides, and two ends or joins.
+    // Each line has two sides and two ends or joins.
     std::uint64_t work = outline.Work(area_.top, area_.bottom) * 3;
     double period = 0;
     for (const double dash : style.dashes)

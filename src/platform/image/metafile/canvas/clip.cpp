@@ -1,12 +1,11 @@
-// Sets of pixels and what can be done with two of them.
+// Clips and set operations on them.
 #include "src/platform/image/metafile/canvas/clip.h"
 
 #include <cstdlib>
 
 #include "src/platform/image/metafile/canvas/raster_ops.h"
 
-// Coverage stays in memory as long as a saved state holds it, so a byte of it costs more than a painted
-// pixel.
+// Units per pixel. Saved states keep coverage in memory, so it costs more than a painted pixel.
 static constexpr std::uint64_t kCostOfCoverage = 8;
 
 static std::uint8_t CombinedLevel(unsigned old, unsigned added, ClipMode mode)

@@ -1,4 +1,4 @@
-// Where a metafile may draw.
+// The area that a metafile may draw on.
 // Room: platform/image/metafile/canvas.
 #pragma once
 
@@ -9,7 +9,7 @@
 #include "src/platform/image/metafile/canvas/budget.h"
 #include "src/platform/image/metafile/canvas/geometry.h"
 
-/// How much of each pixel of a box counts, 0 to 255.
+/// An antialiased mask of a box: coverage of each pixel, 0 to 255.
 struct Coverage {
     explicit Coverage(const Box& area) : box(area), levels(area.Area()) {}
 
@@ -23,10 +23,10 @@ struct Coverage {
     std::vector<std::uint8_t> levels;
 };
 
-/// A box, or a part of one that is given by coverage. Copies share their coverage, which never changes.
+/// A box, or the part of it given by a coverage mask. Copies share the mask, which is immutable.
 struct Clip {
     Box box;
-    std::shared_ptr<const Coverage> coverage;  ///< null: the whole box; else its box is this box
+    std::shared_ptr<const Coverage> coverage;  ///< null for the whole box; otherwise its box equals this box
 
     std::uint8_t Level(std::int32_t x, std::int32_t y) const
     {
@@ -36,12 +36,12 @@ struct Clip {
     }
 };
 
-/// The numbers are those of the records.
+/// The values are those stored in records.
 enum class ClipMode { kAnd = 1, kOr = 2, kXor = 3, kDifference = 4, kCopy = 5 };
 
-/// old changed by added; nothing of it lies beyond both. With the budget spent, or an unknown mode,
-/// old.
+/// Combines old with added; the result is within their union. Returns old for an unknown mode or a spent
+/// budget.
 Clip Combine(const Clip& old, const Clip& added, ClipMode mode, Budget& budget);
 
-/// The clip moved by whole pixels, and cut to limit.
+/// The clip moved by whole pixels and cropped to limit.
 Clip Translate(const Clip& clip, std::int32_t right, std::int32_t down, const Box& limit, Budget& budget);

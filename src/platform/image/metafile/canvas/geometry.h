@@ -31,11 +31,10 @@ inline double LengthOf(Point point)
     return std::hypot(point.x, point.y);
 }
 
-/// Nothing is drawn farther than this from the picture's corner: beyond it Cairo's 24.8 fixed point would
-/// wrap round.
+/// Limit of drawable coordinates: further out, Cairo's 24.8 fixed point would overflow.
 constexpr double kMaxCoordinate = 2'000'000;
 
-/// What isn't a number becomes 0, what is too far off comes to the border of what can be drawn.
+/// Clamps to drawable coordinates; NaN becomes 0.
 inline double ClampToDrawable(double d)
 {
     return std::isnan(d) ? 0 : std::clamp(d, -kMaxCoordinate, kMaxCoordinate);
@@ -46,7 +45,7 @@ inline Point ClampToDrawable(Point point)
     return {ClampToDrawable(point.x), ClampToDrawable(point.y)};
 }
 
-/// A rectangle of any orientation, in the units of its user.
+/// A rectangle in its user's units; its edges may be swapped.
 struct Rect {
     double left = 0;
     double top = 0;
@@ -61,7 +60,8 @@ struct Rect {
     double Height() const { return bottom - top; }
 };
 
-/// Whole pixels, right and bottom excluded. Empty when they don't lie beyond left and top.
+/// A rectangle of whole pixels, half-open: right and bottom are excluded. Empty unless they exceed left and
+/// top.
 struct Box {
     std::int32_t left = 0;
     std::int32_t top = 0;
@@ -88,7 +88,7 @@ inline Box Intersection(const Box& a, const Box& b)
             std::min(a.bottom, b.bottom)};
 }
 
-/// The smallest box around both; an empty one counts for nothing.
+/// The smallest box that contains both; empty boxes are ignored.
 inline Box Union(const Box& a, const Box& b)
 {
     if (a.Empty())
@@ -99,7 +99,7 @@ inline Box Union(const Box& a, const Box& b)
             std::max(a.bottom, b.bottom)};
 }
 
-/// The pixels that a rectangle touches, or with nearest those between its rounded edges.
+/// The pixels that a rectangle touches, or with nearest, those between its rounded edges.
 inline Box BoxOf(const Rect& rect, bool nearest = false)
 {
     const Rect good = rect.Normalised();
@@ -129,21 +129,21 @@ struct Affine {
         return {xx * point.x + xy * point.y, yx * point.x + yy * point.y};
     }
     double Determinant() const { return xx * yy - xy * yx; }
-    /// True when horizontal and vertical lines stay so (or change places).
+    /// True if the map keeps horizontal and vertical lines axis-parallel.
     bool KeepsAxes() const { return (xy == 0 && yx == 0) || (xx == 0 && yy == 0); }
     bool Finite() const
     {
         return std::isfinite(xx) && std::isfinite(yx) && std::isfinite(xy) && std::isfinite(yy) &&
                std::isfinite(x0) && std::isfinite(y0);
     }
-    /// The mean factor by which lengths grow.
+    /// The mean scale factor for lengths.
     double Scale() const { return std::sqrt(std::abs(Determinant())); }
-    /// The map that undoes this one; the identity if there is none.
+    /// The inverse map; the identity if the map is singular.
     Affine Inverse() const;
 };
 
-/// First one map, then the other.
+/// Composes the maps: first is applied first.
 Affine Then(const Affine& first, const Affine& second);
 
-/// The upright rectangle around the image of rect.
+/// The bounding rectangle of rect's image under map.
 Rect BoundsOf(const Affine& map, const Rect& rect);

@@ -3,7 +3,7 @@
 
 SurfacePtr SurfaceOn(const Pixels& pixels)
 {
-    // Cairo only reads a source picture, though its interface doesn't say so.
+    // Cairo only reads a source surface, although its interface takes a non-const pointer.
     auto* bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(pixels.pixels.data()));
     return SurfacePtr(cairo_image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, pixels.width,
                                                           pixels.height, pixels.width * 4));

@@ -1,4 +1,4 @@
-// What shapes are painted with: a colour, or a small picture that repeats.
+// What shapes are painted with: a colour or a repeating tile.
 // Room: platform/image/metafile/canvas.
 #pragma once
 
@@ -24,7 +24,7 @@ using PatternPtr = std::unique_ptr<cairo_pattern_t, PatternRelease>;
 using SurfacePtr = std::unique_ptr<cairo_surface_t, SurfaceRelease>;
 using CairoPtr = std::unique_ptr<cairo_t, CairoRelease>;
 
-/// Pixels of a small or large picture: alpha in the high byte, then red, green, blue multiplied by it.
+/// Pixels with alpha in the high byte, then premultiplied red, green and blue.
 struct Pixels {
     std::int32_t width = 0;
     std::int32_t height = 0;
@@ -37,21 +37,21 @@ struct Pixels {
     std::uint32_t* Row(std::int32_t y) { return const_cast<std::uint32_t*>(std::as_const(*this).Row(y)); }
 };
 
-/// Sides of what Cairo takes as a picture.
+/// The largest side of a Cairo surface.
 constexpr std::int32_t kMaxSurfaceSide = 32000;
 
-/// A picture for Cairo on the pixels, which it borrows.
+/// A Cairo surface on the pixels, which must outlive it.
 SurfacePtr SurfaceOn(const Pixels& pixels);
 
 struct Ink {
-    std::uint32_t color = 0;             ///< red, green, blue; used without a tile
+    std::uint32_t color = 0;             ///< red, green, blue; ignored if there is a tile
     std::shared_ptr<const Pixels> tile;  ///< repeats from (origin_x, origin_y)
     std::int32_t origin_x = 0;
     std::int32_t origin_y = 0;
 
     /// The colour at a pixel, with alpha.
     std::uint32_t At(std::int32_t x, std::int32_t y) const;
-    /// Makes it the source of cairo, whose coordinates are pixels.
+    /// Sets the ink as cairo's source; user space must be pixels.
     void ApplyTo(cairo_t* cairo) const;
 };
 

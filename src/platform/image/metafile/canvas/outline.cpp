@@ -1,4 +1,4 @@
-// Lines and curves.
+// Builds, transforms and measures outlines.
 #include "src/platform/image/metafile/canvas/outline.h"
 
 void Outline::MoveTo(Point point)
@@ -81,7 +81,7 @@ void Outline::Clear()
     start_ = last_ = {};
 }
 
-// Calls visitor(verb, index of its first point, point before it).
+// Calls visitor(verb, index of its first point, previous point, start of the figure).
 template <typename Visitor>
 void Outline::ForEach(Visitor visitor) const
 {
@@ -145,7 +145,7 @@ Rect Outline::Extents() const
     return rect;
 }
 
-// Coordinates come from a chain of multiplications; a hundredth of a pixel is their noise.
+// Coordinates result from a chain of multiplications; ignore rounding errors up to 0.01 pixels.
 static bool IsSame(double a, double b)
 {
     return std::abs(a - b) < 0.01;
@@ -165,14 +165,14 @@ bool Outline::Rectilinear() const
     return result;
 }
 
-// Moves the points of one figure, first to last, to pixel corners.
+// Snaps the points [first, last) of one figure to pixel corners.
 static void MoveToCorners(Point* first, Point* last)
 {
     Rect rect{first->x, first->y, first->x, first->y};
     for (const Point* point = first; point != last; ++point)
         rect = {std::min(rect.left, point->x), std::min(rect.top, point->y), std::max(rect.right, point->x),
                 std::max(rect.bottom, point->y)};
-    // A bar thinner than a pixel, as rulings often are, would fall between two corners and be lost.
+    // Rounding would collapse a bar thinner than a pixel, such as a table rule: keep it one pixel wide.
     const bool thin_x = std::floor(rect.left + 0.5) == std::floor(rect.right + 0.5) && rect.Width() > 0;
     const bool thin_y = std::floor(rect.top + 0.5) == std::floor(rect.bottom + 0.5) && rect.Height() > 0;
     const double middle_x = (rect.left + rect.right) / 2;
@@ -202,7 +202,7 @@ Outline Outline::OnPixelCorners() const
 Outline Outline::OnPixelCentres(double width) const
 {
     const bool is_odd = std::fmod(std::max(1.0, std::floor(width + 0.5)), 2) == 1;
-    // A line of an odd width runs through the middle of a pixel, one of an even width between two.
+    // Odd widths are centred on a pixel, even widths on a pixel edge.
     const auto snapped = [is_odd](double d) { return is_odd ? std::floor(d) + 0.5 : std::floor(d); };
     Outline result = *this;
     const std::size_t points = points_.size();
@@ -216,8 +216,7 @@ Outline Outline::OnPixelCentres(double width) const
         else {
             const std::size_t end = verb == Verb::kLine ? point : start;
             const Point end_point = verb == Verb::kLine ? points_[point] : start_point;
-            // The short level pieces of a curve drawn in many lines must stay where they are, or it gets
-            // dents.
+            // Keep the short level pieces of a flattened curve unsnapped, or it gets dents.
             const bool is_long = LengthOf(end_point - before) >= 4 || points <= 5;
             const bool is_level = is_long && IsSame(end_point.y, before.y);
             const bool upright = is_long && IsSame(end_point.x, before.x);

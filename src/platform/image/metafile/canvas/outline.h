@@ -1,4 +1,4 @@
-// Lines and curves that are filled or drawn along.
+// Lines and curves to fill or stroke.
 // Room: platform/image/metafile/canvas.
 #pragma once
 
@@ -9,50 +9,49 @@
 
 #include "src/platform/image/metafile/canvas/geometry.h"
 
-/// Figures of straight lines and cubic Béziers. Every point that goes in is tamed, so that what is in can be
-/// drawn.
+/// Figures of lines and cubic Béziers. Points are clamped to drawable coordinates as they are added.
 class Outline
 {
 public:
     enum class Verb : std::uint8_t { kMove, kLine, kCurve, kClose };
 
     void MoveTo(Point point);
-    /// Without a point to start from this is a MoveTo.
+    /// Acts as MoveTo if the outline is empty.
     void LineTo(Point point);
     void CurveTo(Point a, Point b, Point end);
-    /// Closes the figure; the next one begins where this one did unless MoveTo says otherwise.
+    /// Closes the figure. Without a MoveTo, the next figure starts where this one did.
     void Close();
 
     void AddBox(const Rect& rect);
     void Append(const Outline& other);
-    /// Appends other, but joins its first point by a line instead of beginning a figure there.
+    /// Appends other, connecting its first point by a line instead of starting a new figure.
     void Continue(const Outline& other);
     void Clear();
 
     bool Empty() const { return verbs_.empty(); }
     std::size_t PointCount() const { return points_.size(); }
-    /// The last point of the open figure, or the start of a closed one.
+    /// The last point of an open figure, or the start of a closed one.
     Point Last() const { return last_; }
     Point First() const { return points_.empty() ? Point{} : points_.front(); }
 
     Outline Transformed(const Affine& map) const;
-    /// The same with every figure closed.
+    /// A copy with every figure closed.
     Outline AllClosed() const;
-    /// The rectangle around all points, control points included.
+    /// The bounding box of all points, including control points.
     Rect Extents() const;
-    /// True if there are only horizontal and vertical lines.
+    /// True if all lines are horizontal or vertical.
     bool Rectilinear() const;
-    /// The same outline with every vertex on a pixel corner, and nothing narrower than a pixel; for
-    /// rectilinear ones.
+    /// A copy with every vertex snapped to a pixel corner and nothing thinner than a pixel. For rectilinear
+    /// outlines.
     Outline OnPixelCorners() const;
-    /// The same with the ends of horizontal and vertical lines moved so that a line of width pixels covers
-    /// whole pixels. Curves and slanting lines keep the ends that they don't share with such a line.
+    /// A copy with horizontal and vertical lines moved so that strokes of width pixels cover whole pixels.
+    /// Other vertices are kept.
     Outline OnPixelCentres(double width) const;
 
-    /// The sum of the lengths of its lines, curves taken along their control points.
+    /// The total length; curves count the length of their control polygon.
     double Length() const;
-    /// What a scan converter has to step through: the rows that the edges cross within top..bottom, and the
-    /// points.
+    /// The cost of scan conversion in budget units, from the rows that edges cross within top..bottom and the
+    /// number of points.
     std::uint64_t Work(std::int32_t top, std::int32_t bottom) const;
 
     void AddTo(cairo_t* cairo) const;

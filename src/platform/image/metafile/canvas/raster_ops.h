@@ -1,4 +1,4 @@
-// How new pixels meet those that are there: the bitwise raster operations, and mixing by coverage.
+// Combines new pixels with existing ones: raster operations and alpha blending.
 // Room: platform/image/metafile/canvas.
 #pragma once
 
@@ -14,8 +14,8 @@ constexpr std::uint8_t kRopSourceCopy = 0xCC;
 constexpr std::uint8_t kRopPatternCopy = 0xF0;
 constexpr std::uint8_t kRopNothing = 0xAA;
 
-/// Binary raster operation 1 to 16 of pen and destination: bit (pen, destination) of the number less 1,
-/// counted 00, 01, 10, 11 from the low end, says what comes out.
+/// Binary raster operation 1 to 16. Bit (pen, destination) of operation - 1, counted 00, 01, 10, 11 from the
+/// low end, is the result.
 inline std::uint32_t Rop2(int operation, std::uint32_t destination, std::uint32_t pen)
 {
     const unsigned table = static_cast<unsigned>(operation - 1);
@@ -31,7 +31,7 @@ inline std::uint32_t Rop2(int operation, std::uint32_t destination, std::uint32_
     return result & 0xFFFFFF;
 }
 
-/// Ternary raster operation: the same with bit (pattern, source, destination) of operation.
+/// Ternary raster operation: bit (pattern, source, destination) of operation is the result.
 inline std::uint32_t Rop3(std::uint8_t operation, std::uint32_t destination, std::uint32_t source,
                           std::uint32_t pattern)
 {
@@ -50,7 +50,7 @@ inline std::uint32_t Rop3(std::uint8_t operation, std::uint32_t destination, std
     return ((half(operation & 15u) & ~pattern) | (half(operation >> 4) & pattern)) & 0xFFFFFF;
 }
 
-/// True if the outcome depends on the source (or on the pattern).
+/// True if the result depends on the source (or on the pattern).
 inline bool UsesSource(std::uint8_t operation)
 {
     return ((operation >> 2) & 0x33) != (operation & 0x33);
@@ -60,7 +60,7 @@ inline bool UsesPattern(std::uint8_t operation)
     return (operation >> 4) != (operation & 15);
 }
 
-/// product / 255 rounded, for products of two bytes.
+/// Rounded product / 255, for products of two bytes.
 inline std::uint32_t DivideBy255(std::uint32_t product)
 {
     product += 128;
@@ -78,7 +78,7 @@ inline std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t level)
     return result;
 }
 
-/// source (alpha, and colours already multiplied by it) laid over an opaque pixel.
+/// Blends a premultiplied source over an opaque destination.
 inline std::uint32_t BlendOver(std::uint32_t destination, std::uint32_t source)
 {
     const std::uint32_t alpha = source >> 24;

@@ -1,4 +1,4 @@
-// Brings the bitmaps of records into the form that the decoder of bitmaps takes.
+// Normalises the bitmaps of records for the DIB decoder.
 #include "src/platform/image/metafile/device/bitmaps.h"
 
 #include <algorithm>
@@ -29,7 +29,7 @@ std::optional<DibShape> DibShapeOf(Bytes header)
 
 namespace
 {
-// How many palette entries the header is followed by, and where they begin.
+// Offset and number of entries of the colour table.
 struct PalettePlace {
     std::uint64_t offset = 0;
     std::uint64_t entries = 0;
@@ -48,7 +48,7 @@ static PalettePlace FindPalette(Bytes header)
     const std::uint32_t compression = reader.U32Le();
     reader.Take(12);
     const std::uint32_t used = reader.U32Le();
-    // Between a short header and the palette stand the masks.
+    // A 40-byte header is followed by the colour masks.
     const std::uint64_t masks = size > kHeader              ? 0
                                 : compression == kBitfields ? 12
                                 : compression == 6          ? 16
@@ -76,7 +76,7 @@ static void PutU32(std::vector<std::uint8_t>& bytes, std::size_t offset, std::ui
         bytes[offset + n] = static_cast<std::uint8_t>(value >> 8 * n);
 }
 
-// The header with these colours (red, green, blue) as its palette.
+// A copy of the header with these colours (red, green, blue) as its colour table.
 static std::vector<std::uint8_t> WithPalette(Bytes header, const std::vector<std::uint32_t>& colors)
 {
     const std::uint64_t palette = std::min<std::uint64_t>(FindPalette(header).offset, header.size());
@@ -93,7 +93,7 @@ static std::vector<std::uint8_t> WithPalette(Bytes header, const std::vector<std
     return result;
 }
 
-// The colours behind a palette of 16-bit indexes.
+// Looks up a colour table of 16-bit palette indexes.
 static std::vector<std::uint32_t> IndexedColors(Bytes header, const DeviceContext& dc)
 {
     const PalettePlace place = FindPalette(header);
@@ -105,7 +105,7 @@ static std::vector<std::uint32_t> IndexedColors(Bytes header, const DeviceContex
     return colors;
 }
 
-// The header of a bitmap of 32 bits with a mask for alpha.
+// A copy of a 32-bit header with a mask for alpha.
 static std::vector<std::uint8_t> WithAlphaMask(Bytes header)
 {
     std::vector<std::uint8_t> result(header.begin(), header.end());
@@ -153,7 +153,7 @@ bool DecodeBitmap(const DibSource& dib, const DeviceContext& dc, DibColors color
         header = WithAlphaMask(dib.header);
     if (!decode(header.empty() ? dib.header : Bytes(header), dib.bits, image))
         return false;
-    // A picture of another format inside may be larger than the header says.
+    // An embedded JPEG or PNG may be larger than the header says.
     return dc.Work().Spend(static_cast<std::uint64_t>(image.width) *
                            static_cast<std::uint64_t>(image.height));
 }

@@ -1,4 +1,4 @@
-// The bitmaps that records carry, decoded.
+// Decodes the bitmaps of records.
 // Room: platform/image/metafile/device.
 #pragma once
 
@@ -11,33 +11,33 @@
 
 class DeviceContext;
 
-/// What a bitmap's header says of its size.
+/// The dimensions of a bitmap, from its header.
 struct DibShape {
     std::int64_t width = 0;
-    std::int64_t height = 0;  ///< without its sign
+    std::int64_t height = 0;  ///< absolute value
     bool top_down = false;
     std::uint32_t bits = 0;
 };
 std::optional<DibShape> DibShapeOf(Bytes header);
 
-/// A packed bitmap parted into header with palette and bits, as WMF records hold it. Empty when it is none.
+/// Splits a packed DIB, as WMF records hold it, into header with palette, and bits. Empty if it isn't valid.
 DibSource PackedDib(Bytes dib, bool indexes_palette);
 
-/// The header, which shape was read from, for another number of rows.
+/// A copy of the header, from which shape was read, with another height.
 std::vector<std::uint8_t> WithHeight(Bytes header, const DibShape& shape, std::int64_t height);
 
 enum class DibColors {
     kAsStored,
-    kWithAlpha,    ///< the high byte of 32 bits is alpha, whatever the header says
-    kTextAndBack,  ///< two colours, which are those of the text and its background
+    kWithAlpha,    ///< the high byte of 32-bit pixels is alpha, whatever the header says
+    kTextAndBack,  ///< two colours: text and background
 };
 
-/// Decodes a bitmap. False for a broken one, or when the work isn't granted.
+/// Decodes a bitmap. False if it is invalid or the budget is spent.
 bool DecodeBitmap(const DibSource& dib, const DeviceContext& dc, DibColors colors, ImageBuffer& image);
-/// The same of an old bitmap: one bit a pixel takes the colours of text and background.
+/// The same for a device-dependent bitmap; 1-bit pixels take the text and background colours.
 bool DecodeBitmap(const Bitmap16Source& bitmap, const DeviceContext& dc, ImageBuffer& image);
 
-/// The part of a picture within box, each pixel of it the mean of step_x by step_y pixels (1 for the pixels
-/// themselves). Alpha is taken over only on demand.
+/// The part of image within box, box-filtered by step_x by step_y pixels (1 copies pixels). Opaque unless
+/// has_alpha.
 Pixels PixelsOf(const ImageBuffer& image, const Box& box, std::int32_t step_x, std::int32_t step_y,
                 bool has_alpha);

@@ -1,13 +1,13 @@
-// Turns brushes into colours and tiles.
+// Converts brushes to colours and tiles.
 #include "src/platform/image/metafile/device/brush_ink.h"
 
 #include "src/platform/image/metafile/device/bitmaps.h"
 #include "src/platform/image/metafile/device/device_context.h"
 
-// Patterns are 8 by 8 pixels, as a rule; what is larger than a screen is no pattern.
+// Patterns are usually 8 by 8 pixels; one larger than a screen is invalid.
 static constexpr std::int64_t kMaxPatternPixels = 4'000'000;
 
-// Hatches have one line in eight pixels of the picture, whatever its scale.
+// Hatch lines are eight picture pixels apart at any scale.
 static bool IsOnHatch(std::uint32_t hatch, std::int32_t x, std::int32_t y)
 {
     const bool is_level = y == 3;
@@ -49,7 +49,7 @@ std::optional<Ink> BrushInk(const Brush& brush, const DeviceContext& dc)
         case BrushKind::kSolid:
             return Ink{dc.ResolveColor(brush.color), nullptr, 0, 0};
         case BrushKind::kHatched: {
-            // The numbers above are dithered and solid fills.
+            // Higher values are dithered and solid fills.
             if (brush.hatch > 5)
                 return Ink{dc.ResolveColor(brush.color), nullptr, 0, 0};
             Pixels tile{8, 8, std::vector<std::uint32_t>(64)};

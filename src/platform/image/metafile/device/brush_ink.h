@@ -1,4 +1,4 @@
-// What the brushes of a metafile paint with.
+// Converts brushes to ink.
 // Room: platform/image/metafile/device.
 #pragma once
 
@@ -9,6 +9,6 @@
 
 class DeviceContext;
 
-/// The colour or the repeating picture of a brush, with the colours that the context has now. Nothing for the
-/// null brush, a broken bitmap, or one larger than a pattern can be.
+/// The colour or tile of a brush, with the context's current colours. Nothing for the null brush, an invalid
+/// bitmap, or one too large for a pattern.
 std::optional<Ink> BrushInk(const Brush& brush, const DeviceContext& dc);

@@ -1,4 +1,4 @@
-// Scales bitmaps and mixes them with the picture.
+// Scales bitmaps and composites them with the picture.
 #include "src/platform/image/metafile/device/device_bitmaps.h"
 
 #include "src/platform/image/metafile/canvas/raster_ops.h"
@@ -17,16 +17,16 @@ namespace
 {
 enum class Sampling { kNearest, kSmooth };
 
-/// Where a bitmap comes, and how its pixels are found.
+/// Where a bitmap is drawn, and how to sample it.
 struct Placement {
     Outline shape;             ///< on the picture
-    Affine source_to_picture;  ///< pixels of the whole bitmap to pixels of the picture
+    Affine source_to_picture;  ///< from bitmap pixels to picture pixels
     bool upright = false;
     Rect valid;  ///< the part of the source that exists
 };
 }  // namespace
 
-// Moves an edge to a pixel corner; two edges that were apart stay a pixel apart.
+// Snaps both edges to pixel corners; distinct edges stay at least a pixel apart.
 static void RoundEdges(double& a, double& b)
 {
     const double round_a = std::floor(a + 0.5);
@@ -49,8 +49,7 @@ static std::optional<Placement> PlaceBitmap(const BitmapPart& part, Corners corn
     const Point y = corners.bottom_left - corners.top_left;
     result.upright = std::abs(x.y) < 0.01 && std::abs(y.x) < 0.01;
     if (result.upright) {
-        // Strips of one picture must meet without a seam, and a bitmap of the picture's scale must keep its
-        // pixels.
+        // Strips of one image must join without a seam, and an unscaled bitmap must keep its pixels.
         RoundEdges(corners.top_left.x, corners.top_right.x);
         RoundEdges(corners.top_left.y, corners.bottom_left.y);
         corners.bottom_left.x = corners.top_left.x;
@@ -79,7 +78,7 @@ static std::optional<Placement> PlaceBitmap(const BitmapPart& part, Corners corn
 
 namespace
 {
-/// The pixels that are needed for a part of the picture, and their place.
+/// The source pixels needed for an area of the picture, and their position.
 struct SampledPixels {
     Pixels pixels;
     Affine to_picture;
@@ -94,7 +93,7 @@ static std::optional<SampledPixels> Sample(const DeviceContext& dc, const Bitmap
     const Rect needed_rect =
         BoundsOf(back, {static_cast<double>(needed.left), static_cast<double>(needed.top),
                         static_cast<double>(needed.right), static_cast<double>(needed.bottom)});
-    // How many source pixels fall on one of the picture, along each axis of the source.
+    // Source pixels per picture pixel along each axis of the source.
     const double shrink_x = 1 / std::max(1e-9, LengthOf(place.source_to_picture.ApplyToVector({1, 0})));
     const double shrink_y = 1 / std::max(1e-9, LengthOf(place.source_to_picture.ApplyToVector({0, 1})));
     const double margin_x = std::min(2 + 2 * shrink_x, kMaxCoordinate);
@@ -104,8 +103,8 @@ static std::optional<SampledPixels> Sample(const DeviceContext& dc, const Bitmap
                                              needed_rect.right + margin_x, needed_rect.bottom + margin_y}));
     if (part_box.Empty() || !dc.Work().Spend(part_box.Area() * 4))
         return std::nullopt;
-    // Cairo averages well as long as it shrinks to no less than some tenth; beyond that, and where its
-    // pictures would be too large, squares of pixels are averaged before.
+    // Cairo averages well down to about a tenth. For smaller scales and images beyond its size limit, average
+    // blocks of pixels first.
     const auto step = [&](double shrink, std::int32_t extent) {
         const double wanted = sampling == Sampling::kSmooth ? std::floor(shrink / 6) : 1;
         const std::int32_t min = (extent + kMaxSurfaceSide - 1) / kMaxSurfaceSide;
@@ -123,7 +122,6 @@ static std::optional<SampledPixels> Sample(const DeviceContext& dc, const Bitmap
                          Then(scale, place.source_to_picture)};
 }
 
-// Draws the sampled pixels into the shape.
 static void DrawSampled(cairo_t* cairo, const SampledPixels& source, const Placement& place,
                         Sampling sampling, bool soft_edges)
 {
@@ -142,8 +140,8 @@ static void DrawSampled(cairo_t* cairo, const SampledPixels& source, const Place
     cairo_fill(cairo);
 }
 
-// Bitmaps of about the picture's scale, and those that are shrunk, are smoothed. One that is enlarged by far
-// is meant as blocks of colour unless the file asks for a halftone.
+// Smooth bitmaps that are shrunk or about unscaled. Large magnifications keep sharp blocks unless the file
+// asks for halftone.
 static Sampling SamplingFor(const DeviceContext& dc, const Placement& place)
 {
     const Affine& map = place.source_to_picture;
@@ -205,7 +203,7 @@ void DrawBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corner
     }
     const Ink ink = dc.InkFor(dc.state.brush).value_or(Ink{0xFFFFFF, nullptr, 0, 0});
     const Affine back = place->source_to_picture.Inverse();
-    // A mean of two colours has no bitwise meaning, so nothing is smoothed.
+    // The mean of two colours has no bitwise meaning, so don't smooth.
     Composite(
         dc, part, *place, Sampling::kNearest, false, false, KeepPixels,
         [&](std::int32_t x, std::int32_t y, std::uint32_t old, std::uint32_t source, std::uint32_t level) {

@@ -1,18 +1,18 @@
-// Mapping, saved states, colours and clipping of a metafile's device context.
+// Mapping, saved states, colours and clipping of the device context.
 #include "src/platform/image/metafile/device/device_context.h"
 
 #include <utility>
 
 #include "src/platform/image/metafile/device/brush_ink.h"
 
-// A saved state takes some hundred bytes and its record eight.
+// A saved state takes some hundred bytes, its record only eight.
 static constexpr std::size_t kMaxSavedStates = 4096;
 
 static constexpr int kMapText = 1;
 static constexpr int kMapTwips = 6;
 static constexpr int kMapIsotropic = 7;
 
-// WMF knows no device; its metric map modes are held to a screen's resolution.
+// WMF has no reference device; its metric map modes assume a 96 dpi screen.
 static constexpr double kScreenDotsPerMillimetre = 96 / 25.4;
 
 DeviceContext::DeviceContext(Canvas& canvas, const MetafileRequest& request)
@@ -64,7 +64,7 @@ void DeviceContext::Select(const Object& object)
     else if (const auto* palette = std::get_if<std::shared_ptr<const Palette>>(&object))
         state.palette = *palette;
     else if (const auto* region = std::get_if<std::shared_ptr<const Region>>(&object))
-        // A region that is selected becomes the clip; in WMF its units are those of the device.
+        // Selecting a region sets the clip; EMF regions are in device units.
         state.clip = ClipOf((*region)->rects, request_.enhanced ? device_to_picture_ : LogicalToPicture());
 }
 
@@ -80,8 +80,8 @@ void DeviceContext::SetMapMode(int mode)
         return;
     state.map_mode = mode;
     MappingChanged();
-    // Files made for a placeable header often name the text mode and set a window nevertheless, so in WMF
-    // only the metric modes have a scale of their own.
+    // WMF files with a placeable header often select the text mode and still set a window, so only metric
+    // modes have a fixed scale.
     static constexpr double kUnitsPerMillimetre[] = {0, 0, 10, 100, 100 / 25.4, 1000 / 25.4, 1440 / 25.4};
     const bool is_wmf = !request_.enhanced;
     const Point dots = is_wmf ? Point{kScreenDotsPerMillimetre, kScreenDotsPerMillimetre}
@@ -103,8 +103,7 @@ void DeviceContext::SetViewportExt(Point ext)
     MappingChanged();
     if (request_.enhanced || viewport_seen_ || ext.x == 0 || ext.y == 0)
         return;
-    // A WMF names the pixels of the screen that it was made on: what it first takes for its viewport is the
-    // picture.
+    // A WMF's viewport is in pixels of the screen it was made on: map the first one to the whole picture.
     viewport_seen_ = true;
     viewport_scale_ = {request_.width / std::abs(ext.x), request_.height / std::abs(ext.y)};
     if (canvas_.Measuring())
@@ -112,7 +111,7 @@ void DeviceContext::SetViewportExt(Point ext)
     device_to_picture_ = {viewport_scale_.x, 0, 0, viewport_scale_.y, 0, 0};
 }
 
-// The scale of a map mode, with its signs.
+// The scale of the map mode, with signs.
 static Point PageScaleOf(const DcState& state)
 {
     const auto ratio = [](double view, double window) {
@@ -159,7 +158,7 @@ Point DeviceContext::DeviceUnit() const
         const double d = picture / logical;
         return std::isfinite(d) ? d : 0;
     };
-    // Without a device, as in WMF, lines are placed by the logical unit, or by the pixel where that is less.
+    // Without a device, as in WMF, lines are aligned to the smaller of a logical unit and a pixel.
     const double logical_x = LengthOf(map.ApplyToVector({1, 0}));
     const double logical_y = LengthOf(map.ApplyToVector({0, 1}));
     if (!request_.enhanced)
@@ -187,7 +186,7 @@ double DeviceContext::Handedness() const
 std::uint32_t DeviceContext::ResolveColor(ColorRef color) const
 {
     const auto swapped = [](std::uint32_t n) { return (n & 255) << 16 | (n & 0xFF00) | (n >> 16 & 255); };
-    // High byte 1 is an index into the palette; 0 and 2 are colours themselves.
+    // High byte 1 marks a palette index; 0 and 2 mark colours.
     if (color >> 24 != 1)
         return swapped(color);
     const std::vector<std::uint32_t>& colors = state.palette->colors;
@@ -212,7 +211,7 @@ std::optional<Ink> DeviceContext::InkFor(const std::shared_ptr<const Brush>& bru
         return std::nullopt;
     if (brush->kind == BrushKind::kSolid)
         return Ink{ResolveColor(brush->color), nullptr, 0, 0};
-    // A pattern is decoded once, as long as nothing that it depends on changes.
+    // Cache the decoded pattern until the brush or the colours it uses change.
     const ColorRef back = state.opaque_back ? state.back_color : 0xFF000000;
     if (brush != ink_brush_ || ink_text_ != state.text_color || ink_back_ != back) {
         ink_ = InkFor(*brush);

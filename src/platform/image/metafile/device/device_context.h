@@ -1,4 +1,4 @@
-// The drawing state of a metafile and the operations on shapes, which EMF and WMF records share.
+// The device context: drawing state and shape operations shared by EMF and WMF records.
 // Room: platform/image/metafile/device.
 #pragma once
 
@@ -12,7 +12,7 @@
 #include "src/platform/image/metafile/device/metafile_api.h"
 #include "src/platform/image/metafile/device/objects.h"
 
-/// What SaveDC keeps.
+/// The state that SaveDC saves.
 struct DcState {
     int map_mode = 1;
     Point window_org;
@@ -33,8 +33,8 @@ struct DcState {
     bool winding = false;
     int stretch_mode = 1;
     std::uint32_t text_align = 0;
-    double char_extra = 0;   ///< logical units after each letter
-    double break_extra = 0;  ///< logical units for each blank
+    double char_extra = 0;   ///< logical units after each character
+    double break_extra = 0;  ///< logical units added to each space
     bool clockwise = false;
     double miter_limit = 10;
     Point brush_org;  ///< units of the reference device
@@ -51,49 +51,45 @@ class DeviceContext
 public:
     DeviceContext(Canvas& canvas, const MetafileRequest& request);
 
-    DcState state;  ///< changed by the records; MappingChanged() afterwards where coordinates are concerned
+    DcState state;  ///< records change it; call MappingChanged() after changing coordinates
 
     bool SaveState();
-    /// which below 0 counts back from the last saved, above 0 from the first. An unknown one changes
-    /// nothing.
+    /// A negative index counts back from the last saved state, a positive one from the first. Unknown indexes
+    /// are ignored.
     void RestoreState(std::int32_t which);
     void Select(const Object& object);
 
-    // Coordinates.
     void SetMapMode(int mode);
-    /// The records of EMF are bound to the extents of the fixed map modes; WMF files set them whatever the
-    /// mode says.
+    /// In EMF the fixed map modes ignore extents; WMF files set them in any mode.
     bool ExtentsAreFixed() const;
     void SetViewportExt(Point ext);
     void MappingChanged() { mapping_known_ = false; }
     const Affine& LogicalToPicture() const;
-    /// Only the map mode, without world transform and signs: how text stands.
+    /// The map mode alone, without world transform and signs; text is scaled by it.
     Affine PageScale() const;
     const Affine& DeviceToPicture() const { return device_to_picture_; }
-    /// A unit of the reference device in logical units, along each axis.
+    /// The size of a reference device unit in logical units, along each axis.
     Point DeviceUnit() const;
 
-    // Colours.
     std::uint32_t ResolveColor(ColorRef color) const;
-    /// What a brush paints with; nothing for the null brush or one whose bitmap is broken.
+    /// The ink of a brush; nothing for the null brush or an invalid bitmap.
     std::optional<Ink> InkFor(const std::shared_ptr<const Brush>& brush);
     std::optional<Ink> InkFor(const Brush& brush) const;
 
-    // Shapes, in logical units. In a path bracket they are added to the path instead of being painted.
+    // Shapes in logical units. In a path bracket they are added to the path instead of being painted.
     void MoveTo(Point point);
-    /// Draws from the current position along the lines or curves, and moves it to their end.
+    /// Draws lines or curves from the current position, and moves it to their end.
     void LinesTo(std::span<const Point> points);
     void CurvesTo(std::span<const Point> points);
     void ArcTo(const Rect& rect, double start, double sweep);
     void Draw(const Outline& logical, ShapeParts parts);
-    /// A shape in a box: what is filled, and the same a pixel smaller, on which its line runs.
+    /// Draws a box-like shape: fills one outline and strokes the other, which is a pixel smaller.
     void Draw(const Outline& filled, const Outline& line);
-    /// The box of its line: without the last row and column where the records count them out.
+    /// The box that a shape's line follows: without the last row and column where records exclude them.
     Rect LineBox(const Rect& rect) const;
-    /// +1 if angles that grow with the clock do so in logical units, -1 if the page is mirrored.
+    /// +1 if clockwise angles grow in logical units, -1 if the page is mirrored.
     double Handedness() const;
 
-    // Path bracket.
     void BeginPath();
     void EndPath() { in_path_ = false; }
     void AbortPath();
@@ -104,7 +100,6 @@ public:
     bool InPath() const { return in_path_; }
     void AddToPath(const Outline& picture) { path_.Append(picture); }
 
-    // Clipping.
     Clip CurrentClip() const;
     void CombineClip(const Clip& clip, ClipMode mode);
     void ResetClip() { state.clip = {canvas_.Area(), nullptr}; }
@@ -137,7 +132,7 @@ private:
     Outline path_;
     std::optional<Pen> widened_by_;
 
-    std::shared_ptr<const Brush> ink_brush_;  ///< the brush whose ink was made last
+    std::shared_ptr<const Brush> ink_brush_;  ///< the brush of the cached ink
     std::optional<Ink> ink_;
     ColorRef ink_text_ = 0;
     ColorRef ink_back_ = 0;

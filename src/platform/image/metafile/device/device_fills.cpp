@@ -1,4 +1,4 @@
-// Colour runs, flooding, single pixels.
+// Gradients, flood fills and single pixels.
 #include "src/platform/image/metafile/device/device_fills.h"
 
 #include "src/platform/image/metafile/canvas/raster_ops.h"
@@ -61,8 +61,7 @@ void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> 
     dc.Target().Compose(
         BoxOf(shape.Extents()), dc.CurrentClip(),
         [&](cairo_t* cairo) {
-            // Triangles of one surface share their sides: soft edges would let the ground shine through
-            // between them.
+            // Adjacent triangles share edges: antialiasing would let the background show through.
             cairo_set_antialias(cairo, CAIRO_ANTIALIAS_NONE);
             shape.AddTo(cairo);
             cairo_fill(cairo);
@@ -82,7 +81,7 @@ void FillGradientTriangle(DeviceContext& dc, std::span<const GradientCorner, 3> 
 static Point PixelOf(const DeviceContext& dc, Point point)
 {
     const Point picture = ClampToDrawable(dc.LogicalToPicture().Apply(point));
-    // A hair below the corner is the corner, by the noise of the mapping.
+    // Tolerate rounding errors of the mapping just below a pixel corner.
     return {std::floor(picture.x + 1e-6), std::floor(picture.y + 1e-6)};
 }
 
@@ -107,7 +106,7 @@ void FloodFill(DeviceContext& dc, Point from, ColorRef color_asked, bool over_co
         const std::uint32_t pixel = canvas.Row(y)[x - canvas.Area().left] & 0xFFFFFF;
         return !done[index(x, y)] && clip.Level(x, y) >= 128 && (pixel == color) == over_color;
     };
-    // Runs of open pixels: the first pixel of each that touches a finished run waits here.
+    // Pending spans: the leftmost pixel of each open run next to a filled one.
     struct Seed {
         std::int32_t x;
         std::int32_t y;
@@ -157,7 +156,7 @@ void FloodFill(DeviceContext& dc, Point from, ColorRef color_asked, bool over_co
 
 void SetPixel(DeviceContext& dc, Point point, ColorRef color)
 {
-    // Drawn as a box, so that it shows where the picture is larger than the device was.
+    // Fill the whole device pixel, which may be larger than a picture pixel.
     const Point unit = dc.DeviceUnit();
     Outline box;
     box.AddBox({point.x, point.y, point.x + unit.x, point.y + unit.y});

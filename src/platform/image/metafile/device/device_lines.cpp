@@ -1,4 +1,4 @@
-// How the pens of a metafile become lines on the picture.
+// Strokes lines with the pens of a metafile.
 #include <array>
 
 #include "src/platform/image/metafile/device/device_context.h"
@@ -8,7 +8,7 @@ static bool IsGeometric(const Pen& pen)
     return pen.extended ? (pen.style & PenStyle::kGeometric) != 0 : pen.width > 1;
 }
 
-// The dashes of the named styles. Thin pens have them in pixels, wide ones in widths.
+// The dash patterns of the predefined styles: in pixels for thin pens, in pen widths for wide ones.
 static std::vector<double> NamedDashes(std::uint32_t dash, bool geometric)
 {
     static const std::array<std::vector<double>, 5> kThin = {
@@ -22,7 +22,8 @@ static std::vector<double> NamedDashes(std::uint32_t dash, bool geometric)
     return geometric ? kWide[dash] : kThin[dash];
 }
 
-// Cairo takes no negative lengths and not only zeros, and a sum that is no number of pixels would never end.
+// Cairo rejects negative lengths and all-zero patterns; stroking with non-finite or tiny ones would never
+// finish.
 static bool AreDashesUsable(const std::vector<double>& dashes, double pixels_per_unit)
 {
     double sum = 0;
@@ -43,16 +44,16 @@ StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
     double scale = linear.Scale();
     const double longest =
         std::max(LengthOf(linear.ApplyToVector({1, 0})), LengthOf(linear.ApplyToVector({0, 1})));
-    // A map that squeezes the plane to a line has no pen.
+    // A singular map has no pen shape.
     if (!(scale > longest * 1e-3) || !std::isfinite(scale)) {
         scale = std::isfinite(longest) && longest > 0 ? longest : 1;
         linear = {scale, 0, 0, scale, 0, 0};
     }
     const double pixels = pen.width * scale;
-    // A pen of one pixel stays one where the picture is a trifle larger than the device was.
+    // A one-pixel pen stays one pixel if the picture is slightly larger than the device.
     const bool hairline = !(pixels > 1.2) || (pen.extended && !geometric);
     if (hairline || rectilinear) {
-        // Straight grid lines get a whole number of pixels, so that all of them look alike.
+        // Round the width of rectilinear lines so that all lines of a grid look alike.
         style.width = hairline ? 1 : std::floor(ClampToDrawable(pixels) + 0.5);
         style.pen = {};
     } else {
@@ -70,7 +71,7 @@ StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
                      : join == PenStyle::kJoinMiter ? CAIRO_LINE_JOIN_MITER
                                                     : CAIRO_LINE_JOIN_ROUND;
     } else if (hairline) {
-        // One pixel is as far as a thin line reaches over its ends.
+        // A thin line extends one pixel past its ends.
         style.cap = CAIRO_LINE_CAP_SQUARE;
         style.join = CAIRO_LINE_JOIN_MITER;
     }
@@ -79,7 +80,7 @@ StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
         style.miter_limit = 2;
 
     const std::uint32_t dash = pen.style & PenStyle::kDashMask;
-    double unit = 1;  // of the dashes, in those of the pen
+    double unit = 1;  // length of a dash unit in pen units
     if (dash == PenStyle::kUserStyle) {
         style.dashes = pen.dashes;
         unit = geometric && (hairline || rectilinear) ? scale : 1;
@@ -91,7 +92,7 @@ StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
         d *= unit;
     if (!AreDashesUsable(style.dashes, style.pen.Scale()))
         style.dashes.clear();
-    // The caps of the pens that choose none would close the gaps.
+    // Other caps would close the gaps; only geometric extended pens choose their cap.
     if (!style.dashes.empty() && (!pen.extended || !geometric))
         style.cap = CAIRO_LINE_CAP_BUTT;
     return style;
@@ -105,7 +106,7 @@ void DeviceContext::DrawLine(Outline picture)
     const std::optional<Ink> ink = InkFor(pen->brush);
     if (!ink)
         return;
-    // The points name pixels, and a line runs through their middle.
+    // Coordinates name pixels, and lines run through pixel centres.
     const Point half = HalfPixel();
     picture = picture.Transformed({1, 0, 0, 1, half.x, half.y});
     const StrokeStyle style = StyleOf(*pen, picture.Rectilinear());

@@ -3,7 +3,7 @@
 
 #include "src/platform/image/metafile/canvas/raster_ops.h"
 
-// Paints what the clip holds, of the context's own clip.
+// Paints the clip, intersected with the context's clip.
 static void PaintClip(DeviceContext& dc, const Clip& clip, const Ink& ink, int rop2)
 {
     if (clip.box.Empty())
@@ -30,12 +30,12 @@ void InvertRegion(DeviceContext& dc, const Region& region)
     PaintClip(dc, ClipOfRegion(dc, region), Ink{}, kRop2Not);
 }
 
-// For a line of levels, whether each and all reach neighbours on both sides are set; beyond the ends nothing
-// is.
+// Erodes a row: a cell stays set if it and reach neighbours on each side are set. Cells past the ends count
+// as clear.
 static void Erode(const std::vector<bool>& in, std::vector<bool>& out, std::int32_t reach)
 {
     const auto count = static_cast<std::int32_t>(in.size());
-    std::int32_t run = 0;  // how many in a row are set, up to the place read
+    std::int32_t run = 0;  // number of consecutive set cells so far
     for (std::int32_t l = 0; l < count + reach; ++l) {
         run = l < count && in[static_cast<std::size_t>(l)] ? run + 1 : 0;
         if (l >= reach)
@@ -64,8 +64,7 @@ void FrameRegion(DeviceContext& dc, const Region& region, const std::shared_ptr<
     if (!dc.Work().Spend(all.box.Area() * 16))
         return;
 
-    // The inside is what is left after taking the frame's width off every edge, first along rows, then along
-    // columns.
+    // The interior is the region eroded by the frame's size, by rows, then by columns.
     auto inside = std::make_shared<Coverage>(all.box);
     std::vector<bool> line(static_cast<std::size_t>(box_width));
     std::vector<bool> eroded(line.size());

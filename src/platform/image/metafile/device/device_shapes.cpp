@@ -1,4 +1,4 @@
-// Lines, shapes and paths of a metafile's device context.
+// Lines, shapes and paths of the device context.
 #include <utility>
 
 #include "src/platform/image/metafile/canvas/arcs.h"
@@ -54,7 +54,7 @@ void DeviceContext::ArcTo(const Rect& rect, double start, double sweep)
     state.position = arc.Last();
     if (!in_path_)
         return DrawLine(arc.Transformed(map));
-    // The path goes on where it is, so its own last point takes the place of the arc's first.
+    // The path continues from its own last point, which replaces the arc's first.
     Outline rest;
     if (!figure_open_)
         path_.MoveTo(map.Apply(arc.First()));
@@ -93,7 +93,7 @@ Rect DeviceContext::LineBox(const Rect& rect) const
     const Rect good = rect.Normalised();
     const Point unit = DeviceUnit();
     Rect line = good;
-    // EMF boxes name the last row and column, those of WMF what comes after.
+    // EMF boxes include the last row and column, WMF boxes exclude them.
     if (!request_.enhanced) {
         line.right = std::max(good.left, good.right - unit.x);
         line.bottom = std::max(good.top, good.bottom - unit.y);
@@ -137,8 +137,8 @@ void DeviceContext::CloseFigure()
 
 void DeviceContext::WidenPath()
 {
-    // What a wide line along the path covers has no outline of its own here: the path is kept, and with it
-    // the pen that is drawn along it whenever the path is filled or made the clip.
+    // Widening is deferred: keep the path and the pen, and stroke with it when the path is filled or becomes
+    // the clip.
     if (!in_path_ && state.pen)
         widened_by_ = *state.pen;
 }

@@ -1,4 +1,4 @@
-// Places letters and draws them as outlines.
+// Lays out glyphs and draws their outlines.
 #include "src/platform/image/metafile/device/device_text.h"
 
 #include <numbers>
@@ -12,28 +12,28 @@ static constexpr std::uint32_t kAlignBottom = 8;
 static constexpr std::uint32_t kAlignBaseLine = 24;
 
 static constexpr std::uint8_t kSymbolCharSet = 2;
-// In the fonts that came with the system that made most of these files, printable ASCII begins with glyph 3.
+// In the fonts of the system that most of these files come from, glyph 3 is the space, and printable ASCII
+// follows.
 static constexpr char32_t kFirstAsciiGlyph = 3;
 
 static constexpr std::uint64_t kCostOfGlyph = 2'000;
 
 namespace
 {
-/// A letter and where it goes.
 struct PlacedGlyph {
     FontFace* face = nullptr;
     std::uint32_t glyph = 0;
-    double advance = 0;  ///< its own, in ems
+    double advance = 0;  ///< from the font, in ems
     char32_t code = 0;
     std::uint32_t units = 1;
 };
 
-/// A font at the size in which it is used.
+/// A font at its drawing size.
 struct SizedFont {
     FontFace* face = nullptr;
     double em = 0;            ///< logical
-    double width_factor = 1;  ///< how much wider than it is made
-    Affine to_picture;        ///< from logical lengths along and below the base line, no shift
+    double width_factor = 1;  ///< horizontal scale factor
+    Affine to_picture;        ///< from logical lengths along and below the baseline; without translation
 };
 }  // namespace
 
@@ -53,7 +53,7 @@ static SizedFont MakeSizedFont(DeviceContext& dc, const Font& font)
     if (!std::isfinite(result.width_factor) || result.width_factor <= 0)
         result.width_factor = 1;
 
-    // Text turns with the world, but the signs of the page don't mirror it.
+    // Text rotates with the world transform, but isn't mirrored by the page's signs.
     Affine stand = Then(dc.state.world, dc.PageScale());
     if (stand.Determinant() < 0)
         stand = Then({1, 0, 0, -1, 0, 0}, stand);
@@ -69,7 +69,7 @@ static bool IsSymbolFont(const Font& font)
     return font.char_set == kSymbolCharSet || font.face == "Symbol" || font.face == "Wingdings";
 }
 
-// The character that is meant, given the font that there is.
+// Maps symbol codes to Unicode if a substitute font is used.
 static char32_t MapSymbolCharacter(const Font& font, const FontFace& face, char32_t code)
 {
     if (!IsSymbolFont(font))
@@ -102,7 +102,7 @@ static std::vector<PlacedGlyph> GlyphsOf(DeviceContext& dc, const TextRun& run, 
         if (run.glyph_numbers && size.face->SameFamily())
             glyph.glyph = character.code;
         else {
-            // A number in another font than the one at hand says nothing, but for the usual place of ASCII.
+            // Glyph indexes mean nothing in a substitute font, except for the usual range of ASCII.
             if (run.glyph_numbers)
                 glyph.code =
                     character.code >= kFirstAsciiGlyph ? character.code - kFirstAsciiGlyph + ' ' : ' ';
@@ -114,7 +114,7 @@ static std::vector<PlacedGlyph> GlyphsOf(DeviceContext& dc, const TextRun& run, 
                     glyph.face = other;
                     glyph.glyph = other->GlyphOf(glyph.code);
                 }
-            // Control characters have no picture.
+            // Control characters draw as spaces.
             if (glyph.code < ' ')
                 glyph.glyph = size.face->GlyphOf(' ');
         }
@@ -124,7 +124,7 @@ static std::vector<PlacedGlyph> GlyphsOf(DeviceContext& dc, const TextRun& run, 
     return result;
 }
 
-// How far each letter moves the pen, in logical units along and across the base line.
+// The advance of each glyph in logical units, along and across the baseline.
 static std::vector<Point> StepsOf(const DeviceContext& dc, const TextRun& run, const SizedFont& size,
                                   const std::vector<PlacedGlyph>& glyphs)
 {
@@ -146,8 +146,8 @@ static std::vector<Point> StepsOf(const DeviceContext& dc, const TextRun& run, c
     return result;
 }
 
-// Another font than the file was made with may be wider than the room that its distances leave. Then its
-// letters are made narrower rather than laid over each other.
+// A substitute font may be wider than the record's distances allow. Condense its glyphs instead of letting
+// them overlap.
 static double CondenseFactor(const TextRun& run, const SizedFont& size,
                              const std::vector<PlacedGlyph>& glyphs, const std::vector<Point>& steps)
 {
@@ -197,7 +197,7 @@ bool DrawText(DeviceContext& dc, const TextRun& run)
     for (const Point& step : steps)
         end = end + step;
 
-    // Where the base line begins, seen from the reference point.
+    // Offset of the baseline from the reference point.
     const std::uint32_t align = state.text_align;
     const bool updates_position = (align & kAlignUpdate) != 0;
     const Point reference = updates_position ? state.position : run.reference;

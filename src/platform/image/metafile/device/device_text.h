@@ -1,4 +1,4 @@
-// Text on a metafile's picture.
+// Draws text on a metafile's picture.
 // Room: platform/image/metafile/device.
 #pragma once
 
@@ -8,18 +8,18 @@
 #include "src/platform/image/metafile/device/device_context.h"
 #include "src/platform/image/metafile/device/text_encoding.h"
 
-/// One text as a record gives it.
+/// A text string as a record gives it.
 struct TextRun {
     std::vector<TextCharacter> text;
-    bool glyph_numbers = false;  ///< the codes are numbers of glyphs in the font that the file names
-    Point reference;  ///< logical; not used when the alignment says that the current position counts
+    bool glyph_numbers = false;  ///< the codes are glyph indexes of the font that the file names
+    Point reference;             ///< logical; ignored if the alignment uses the current position
     std::vector<Point>
-        steps;  ///< by unit, logical, along the base line and across it; empty for the font's own
+        steps;  ///< logical, per unit, along and across the baseline; empty for the font's advances
     std::optional<Rect> box;  ///< logical
     bool fill_box = false;
     bool clip_to_box = false;
 };
 
-/// Draws with the font, colours and alignment of the context, and moves the position on if the alignment says
-/// so. False when the machine has no font, or the work isn't granted.
+/// Draws the text with the context's font, colours and alignment, and advances the position if the alignment
+/// says so. False if no font is installed or the budget is spent.
 bool DrawText(DeviceContext& dc, const TextRun& run);

@@ -11,7 +11,7 @@
 #include FT_OUTLINE_H
 #include FT_TRUETYPE_TABLES_H
 
-// Looking a font up takes about as long as painting this many pixels.
+// A font lookup takes about as long as painting this many pixels.
 static constexpr std::uint64_t kCostOfLookup = 300'000;
 static constexpr std::size_t kMaxCachedShapes = 4096;
 
@@ -54,7 +54,7 @@ std::uint32_t FontFace::GlyphOf(char32_t character) const
 
 namespace
 {
-/// What an outline is built into while FreeType takes a glyph apart.
+/// Receives the outline of a glyph from FreeType.
 struct OutlineSink {
     Outline& outline;
     double scale;
@@ -89,9 +89,9 @@ static int TakeConic(const FT_Vector* control, const FT_Vector* to, void* user)
     auto& sink = *static_cast<OutlineSink*>(user);
     const Point control_point = sink.From(control);
     const Point end = sink.From(to);
-    // A quadratic curve as a cubic.
+    // Convert the quadratic curve to a cubic.
     sink.outline.CurveTo(sink.last + (2.0 / 3) * (control_point - sink.last),
-                         end + (2.0 / 3) * (control_point - end), end);
+                          end + (2.0 / 3) * (control_point - end), end);
     sink.last = end;
     return 0;
 }
@@ -140,7 +140,7 @@ FontCache::~FontCache()
         FT_Done_FreeType(library_);
 }
 
-// Names of old that no font bears any more, by what took their place; and families that go by their kind.
+// Modern substitutes for obsolete fonts, and generic families for well-known ones.
 static const char* KnownSubstitute(const std::string& face)
 {
     static constexpr std::array<std::pair<std::string_view, const char*>, 12> kKnown = {{
@@ -160,7 +160,7 @@ static const char* KnownSubstitute(const std::string& face)
     for (const auto& [name, substitute] : kKnown)
         if (face == name)
             return substitute;
-    // PostScript's names go on with the style: Times-Roman, Helvetica-Bold.
+    // PostScript names carry the style: Times-Roman, Helvetica-Bold.
     if (face.starts_with("Helvetica"))
         return "Arial";
     if (face.starts_with("Times"))
@@ -255,7 +255,7 @@ FontFace* FontCache::FindFace(const std::string& key, const Font& font, char32_t
     kept = std::make_unique<FontFace>(face, HasFamily(match.get(), font.face), embolden != FcFalse,
                                       sheared ? matrix->xy : 0);
     if (character != 0 && kept->GlyphOf(character) == 0)
-        kept.reset();  // fontconfig gives the nearest, even if it doesn't have the character
+        kept.reset();  // fontconfig returns the nearest font even if it lacks the character
     return kept.get();
 }
 
@@ -272,7 +272,7 @@ FontFace* FontCache::FaceFor(const Font& font)
 
 FontFace* FontCache::FaceWith(char32_t character, const Font& font)
 {
-    // Fonts that were opened for other characters are asked first: a text stays in one script, mostly.
+    // Try fonts opened for other characters first: a text usually stays in one script.
     for (const auto& [key, face] : faces_)
         if (face && key.front() == '\t' && face->GlyphOf(character) != 0)
             return face.get();

@@ -1,4 +1,4 @@
-// Finds the fonts that a metafile names, or those that come nearest, and gives their letters as outlines.
+// Finds the best match for a metafile's fonts and provides glyph outlines.
 // Room: platform/image/metafile/device.
 #pragma once
 
@@ -15,35 +15,35 @@
 struct FT_FaceRec_;
 struct FT_LibraryRec_;
 
-/// One letter. Lengths are in widths of an em; y grows downwards from the base line.
+/// A glyph. Lengths are in ems; y grows downwards from the baseline.
 struct GlyphShape {
     Outline outline;
     double advance = 0;
 };
 
-/// A font file that was found for a name and a style.
+/// A font face opened for a name and style.
 class FontFace
 {
 public:
-    /// Takes over face. slant shears upright letters for an italic that has no font of its own.
+    /// Takes ownership of face. slant shears upright glyphs to synthesise an italic.
     FontFace(FT_FaceRec_* face, bool same_family, bool embolden, double slant);
     ~FontFace();
     FontFace(const FontFace&) = delete;
     FontFace& operator=(const FontFace&) = delete;
 
-    bool SameFamily() const { return same_family_; }  ///< the family is the one that was asked for
+    bool SameFamily() const { return same_family_; }  ///< false for a substitute
     bool HasSymbolMap() const { return symbol_map_; }
-    /// The number of a character's glyph; 0 if there is none.
+    /// The glyph index of a character; 0 if the font lacks it.
     std::uint32_t GlyphOf(char32_t character) const;
     const GlyphShape& Shape(std::uint32_t glyph);
 
-    double Ascent() const { return ascent_; }  ///< of the cell, above the base line
+    double Ascent() const { return ascent_; }  ///< of the cell, above the baseline
     double Descent() const { return descent_; }
     double MeanWidth() const { return mean_width_; }
     double UnderlineOffset() const
     {
         return underline_offset_;
-    }  ///< from the base line down to the line's middle
+    }  ///< from the baseline down to the line's centre
     double UnderlineThickness() const { return underline_thickness_; }
 
 private:
@@ -60,7 +60,7 @@ private:
     std::unordered_map<std::uint32_t, GlyphShape> shapes_;
 };
 
-/// The fonts of one play, found once each.
+/// The fonts used while playing one metafile, each looked up once.
 class FontCache
 {
 public:
@@ -69,9 +69,9 @@ public:
     FontCache(const FontCache&) = delete;
     FontCache& operator=(const FontCache&) = delete;
 
-    /// Null when the machine has no font at all, or the work isn't granted.
+    /// Null if no font is installed or the budget is spent.
     FontFace* FaceFor(const Font& font);
-    /// A font that has the character, in a style like font's; null if there is none.
+    /// A font that has the character, in a style similar to font's; null if there is none.
     FontFace* FaceWith(char32_t character, const Font& font);
 
 private:

@@ -1,4 +1,4 @@
-// Pens, brushes, fonts, palettes and regions as the records define them.
+// Pens, brushes, fonts, palettes and regions of metafile records.
 // Room: platform/image/metafile/device.
 #pragma once
 
@@ -11,23 +11,23 @@
 #include "src/platform/image/base/byte_reader.h"
 #include "src/platform/image/metafile/canvas/geometry.h"
 
-/// A colour as it stands in a record: red in the low byte, or by its high byte an index into the palette.
+/// A colour as stored: red in the low byte, or a palette index, depending on the high byte.
 using ColorRef = std::uint32_t;
 
 struct Palette {
     std::vector<std::uint32_t> colors;  ///< red, green, blue from the high byte down
 };
 
-/// A device-independent bitmap, its bytes lent by the file.
+/// A device-independent bitmap; its bytes belong to the file.
 struct DibSource {
-    Bytes header;                  ///< BITMAPINFOHEADER (or its older form) with the palette
-    Bytes bits;                    ///< the pixels
-    bool indexes_palette = false;  ///< its palette holds indexes into the palette that is selected
+    Bytes header;  ///< BITMAPINFOHEADER or BITMAPCOREHEADER, with the palette
+    Bytes bits;
+    bool indexes_palette = false;  ///< its colour table holds indexes into the selected palette
 
     bool Empty() const { return header.empty(); }
 };
 
-/// The bitmap of old WMF records, without a palette.
+/// A device-dependent bitmap of old WMF records, without a palette.
 struct Bitmap16Source {
     std::int32_t width = 0;
     std::int32_t height = 0;
@@ -42,11 +42,10 @@ struct Brush {
     BrushKind kind = BrushKind::kSolid;
     ColorRef color = 0xFFFFFF;
     std::uint32_t hatch = 0;  ///< 0 horizontal, 1 vertical, 2 falling, 3 rising, 4 cross, 5 diagonal cross
-    DibSource dib;            ///< MonoDib: the two colours are those of the text and its background
+    DibSource dib;            ///< kMonoDib: its two colours are the text and background colours
     Bitmap16Source bitmap16;
 };
 
-/// The bits of a pen's style.
 namespace PenStyle
 {
 constexpr std::uint32_t kDashMask = 0x0F;
@@ -65,18 +64,17 @@ constexpr std::uint32_t kGeometric = 0x10000;
 
 struct Pen {
     std::uint32_t style = 0;
-    double width = 0;  ///< logical; 0 or less is one pixel
-    /// A pen of the extended kind says in its style whether it is geometric; of the others, those wider than
-    /// 1 are.
+    double width = 0;  ///< logical; up to 0 means one pixel
+    /// Extended pens say in their style whether they are geometric; of the others, those wider than 1 are.
     bool extended = false;
     Brush brush{BrushKind::kSolid, 0, 0, {}, {}};
-    std::vector<double> dashes;  ///< of kUserStyle: lengths of dash, gap, dash...
+    std::vector<double> dashes;  ///< for kUserStyle: lengths of dash, gap, dash...
 };
 
 struct Font {
-    double height = 0;      ///< logical; above 0 the cell's, below 0 the letters', 0 a common size
-    double width = 0;       ///< mean width of a letter, 0 for the font's own
-    double escapement = 0;  ///< tenths of a degree, against the clock
+    double height = 0;      ///< logical; positive: cell height, negative: em height, 0: default size
+    double width = 0;       ///< mean character width; 0 for the font's own
+    double escapement = 0;  ///< tenths of a degree, counter-clockwise
     std::int32_t weight = 400;
     bool italic = false;
     bool underline = false;
@@ -94,8 +92,8 @@ using Object =
     std::variant<std::monostate, std::shared_ptr<const Pen>, std::shared_ptr<const Brush>,
                  std::shared_ptr<const Font>, std::shared_ptr<const Palette>, std::shared_ptr<const Region>>;
 
-/// Stock object index (0 to 19, as the records number them); monostate for another.
+/// Stock object 0 to 19, as records number them; monostate for any other index.
 Object StockObject(std::uint32_t index);
 
-/// The colours that a palette has until the file sets others: the twenty that every device shares.
+/// The initial palette: the twenty static colours of every device.
 std::shared_ptr<const Palette> DefaultPalette();

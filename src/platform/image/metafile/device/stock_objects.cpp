@@ -1,4 +1,4 @@
-// The pens, brushes and fonts that every device context has.
+// The stock pens, brushes and fonts of every device context.
 #include "src/platform/image/metafile/device/objects.h"
 
 static Object SolidBrush(ColorRef color)

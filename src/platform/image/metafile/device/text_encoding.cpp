@@ -1,4 +1,4 @@
-// Decodes texts.
+// Converts text from code pages, UTF-16 and symbol fonts.
 #include "src/platform/image/metafile/device/text_encoding.h"
 
 #include <iconv.h>
@@ -53,7 +53,7 @@ static bool HasDoubleBytes(std::uint8_t char_set)
     return char_set >= 128 && char_set <= 136;
 }
 
-// One character of count bytes, or 0 if they are none.
+// Converts a single character of count bytes; 0 if they are invalid.
 static char32_t Convert(iconv_t converter, const std::uint8_t* bytes, std::size_t count)
 {
     std::array<char, 2> in{};
@@ -65,7 +65,7 @@ static char32_t Convert(iconv_t converter, const std::uint8_t* bytes, std::size_
     std::size_t in_left = count;
     std::size_t out_left = out.size();
     iconv(converter, nullptr, nullptr, nullptr, nullptr);
-    // The second call brings out what a converter holds back to see whether an accent follows.
+    // The second call flushes a character held back for a combining accent.
     if (iconv(converter, &in_at, &in_left, &out_at, &out_left) == static_cast<std::size_t>(-1) ||
         in_left != 0 ||
         iconv(converter, nullptr, nullptr, &out_at, &out_left) == static_cast<std::size_t>(-1) ||
@@ -142,7 +142,7 @@ std::string Utf8(const std::vector<TextCharacter>& text)
 
 char32_t UnicodeOfSymbol(std::uint8_t code)
 {
-    // The Symbol font's own encoding, from 0x20 to 0x7E and from 0xA0 to 0xFE.
+    // The Symbol encoding for 0x20 to 0x7E and 0xA0 to 0xFE.
     static constexpr std::u32string_view kLow =
         U" !\u2200#\u2203%&\u220B()\u2217+,\u2212./0123456789:;<=>?"
         U"\u2245\u0391\u0392\u03A7\u0394\u0395\u03A6\u0393\u0397\u0399\u03D1\u039A\u039B\u039C\u039D\u039F"

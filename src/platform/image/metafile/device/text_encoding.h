@@ -1,4 +1,4 @@
-// From the bytes of metafile texts to characters.
+// Decodes the text of metafile records to characters.
 // Room: platform/image/metafile/device.
 #pragma once
 
@@ -8,21 +8,21 @@
 
 #include "src/platform/image/base/byte_reader.h"
 
-/// A character and how many units (bytes, or 16-bit words) of the record stand for it: the distances that a
-/// record gives are counted by units.
+/// A character and the number of record units (bytes or 16-bit words) it takes; a record gives its distances
+/// per unit.
 struct TextCharacter {
     char32_t code = 0;
     std::uint32_t units = 1;
 };
 
-/// Bytes in the code page of a font's character set. What the code page doesn't have comes as U+FFFD.
+/// Decodes bytes in the code page of a font's character set. Undefined bytes become U+FFFD.
 std::vector<TextCharacter> DecodeBytes(Bytes text, std::uint8_t char_set);
-/// UTF-16, little-endian; half a pair comes as U+FFFD.
+/// Decodes UTF-16LE; unpaired surrogates become U+FFFD.
 std::vector<TextCharacter> DecodeUtf16(Bytes text);
 
 std::string Utf8(const std::vector<TextCharacter>& text);
 
-/// What a code of the Symbol font means in Unicode; 0 for one without a meaning.
+/// Maps a Symbol font code to Unicode; 0 if it has no meaning.
 char32_t UnicodeOfSymbol(std::uint8_t code);
-/// The same for the commonest signs of Wingdings; 0 for the others.
+/// Maps common Wingdings codes to Unicode; 0 for the others.
 char32_t UnicodeOfWingdings(std::uint8_t code);

@@ -1,4 +1,4 @@
-// EMF records that lay bitmaps on the picture.
+// Plays EMF records that draw bitmaps.
 #include <array>
 
 #include "src/platform/image/metafile/canvas/raster_ops.h"
@@ -29,7 +29,7 @@ static Rect RectAt(Point corner, Point size)
 
 namespace
 {
-/// The source as the transfers of one bitmap describe it.
+/// The source of a blit.
 struct BlitSource {
     Point corner;
     Point size;
@@ -37,8 +37,7 @@ struct BlitSource {
 };
 }  // namespace
 
-// Corner, transform, background and the place of the bitmap: the same fields in the same order in most
-// records.
+// Reads the rest of the source: transform, background and bitmap position are the same in most records.
 static bool ReadSource(const EmfRecord& record, ByteReader& reader, BlitSource& source)
 {
     source.corner = ReadPoint(reader);
@@ -50,8 +49,7 @@ static bool ReadSource(const EmfRecord& record, ByteReader& reader, BlitSource& 
     if (reader.Failed() || !dib)
         return false;
     source.dib = *dib;
-    // The source has a transform of its own, which is the identity unless somebody drew from a scaled
-    // context.
+    // The source has its own transform: the identity unless the program drew from a scaled context.
     if (world.Finite() && world.xx != 0 && world.yy != 0)
         source.corner = world.Apply(source.corner);
     return true;
@@ -89,7 +87,7 @@ static Outcome Blit(DeviceContext& dc, const EmfRecord& record)
     return Outcome::kDone;
 }
 
-// Corner of the mask and its bitmap; nothing when it is broken, an empty picture when there is none.
+// Reads the mask's origin and bitmap. Nothing if it is invalid, an empty image if there is no mask.
 static std::optional<BitmapMask> ReadMask(DeviceContext& dc, const EmfRecord& record, ByteReader& reader)
 {
     BitmapMask mask;
@@ -141,7 +139,7 @@ static Outcome PlgBlt(DeviceContext& dc, const EmfRecord& record)
     Corners corners;
     for (Point* point : {&corners.top_left, &corners.top_right, &corners.bottom_left})
         *point = ClampToDrawable(map.Apply(ReadPoint(reader)));
-    // The source's size stands between its corner and the rest.
+    // The source size follows its corner here, before the other fields.
     BlitSource source;
     source.corner = ReadPoint(reader);
     source.size = ReadPoint(reader);
@@ -162,7 +160,7 @@ static Outcome PlgBlt(DeviceContext& dc, const EmfRecord& record)
     return Outcome::kDone;
 }
 
-// These two count the rows of an ordinary bitmap, which is stored from the bottom up, from the bottom.
+// These two records count the rows of a bottom-up bitmap from the bottom.
 static Rect RectFromBottom(const DibShape& shape, Point corner, Point size)
 {
     if (!shape.top_down)
@@ -217,7 +215,7 @@ static Outcome SetDib(DeviceContext& dc, const EmfRecord& record)
     const auto shape = DibShapeOf(dib->header);
     if (!shape)
         return Outcome::kBroken;
-    // Only some rows of the bitmap may be there; the header speaks of all of them.
+    // The record may hold only some rows of the bitmap; the header's height counts all of them.
     DibSource rows = *dib;
     const std::vector<std::uint8_t> header =
         WithHeight(dib->header, *shape, std::min(row_count, shape->height));
@@ -230,7 +228,7 @@ static Outcome SetDib(DeviceContext& dc, const EmfRecord& record)
         static_cast<double>(shape->top_down ? first_row : shape->height - first_row - image.height);
     source_rect.top -= above;
     source_rect.bottom -= above;
-    // The size on the device is that of the source, whatever the map mode.
+    // The bitmap is drawn at its own size in device pixels, whatever the map mode.
     const Point origin = dc.LogicalToPicture().Apply(dest);
     const Affine& device = dc.DeviceToPicture();
     const Point right = device.ApplyToVector({size.x, 0});

@@ -1,4 +1,4 @@
-// EMF records on clipping, path brackets and regions.
+// Plays EMF records for clipping, path brackets and regions.
 #include "src/platform/image/metafile/device/device_regions.h"
 #include "src/platform/image/metafile/emf/emf_player.h"
 
@@ -55,14 +55,14 @@ static Outcome SelectRegion(DeviceContext& dc, ByteReader& reader)
     const std::uint32_t mode = reader.U32Le();
     if (reader.Failed() || !IsClipMode(mode))
         return Outcome::kBroken;
-    if (size == 0) {  // no region: no clip
+    if (size == 0) {  // no region resets the clip
         dc.ResetClip();
         return Outcome::kDone;
     }
     const auto region = ReadRegion(reader);
     if (!region)
         return Outcome::kBroken;
-    // These rectangles are in units of the device.
+    // These rectangles are in device units.
     const Clip clip = region->rects.empty() ? Clip{} : dc.ClipOf(region->rects, dc.DeviceToPicture());
     dc.CombineClip(clip, static_cast<ClipMode>(mode));
     return Outcome::kDone;
@@ -137,7 +137,7 @@ Outcome PlayClip(EmfPlay& play, const EmfRecord& record)
             dc.PaintPath(ShapeParts::kLine);
             return Outcome::kDone;
         case kFlattenPath:
-            return Outcome::kDone;  // curves as many short lines look as they did
+            return Outcome::kDone;  // flattening wouldn't change the result
         case kWidenPath:
             dc.WidenPath();
             return Outcome::kDone;

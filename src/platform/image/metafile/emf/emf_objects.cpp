@@ -1,4 +1,4 @@
-// EMF records that make, choose and delete objects.
+// Plays EMF records that create, select and delete objects.
 #include <algorithm>
 
 #include "src/platform/image/metafile/device/text_encoding.h"
@@ -29,7 +29,7 @@ static constexpr std::uint32_t kStock = 0x80000000;
 static constexpr std::uint32_t kBrushNull = 1;
 static constexpr std::uint32_t kBrushHatched = 2;
 
-// Index 0 is the metafile itself. The header says how many there are, but not every writer counts well.
+// Index 0 is the metafile itself. Grow the table if needed: some headers announce too few objects.
 static Outcome Put(EmfPlay& play, std::uint32_t index, Object object)
 {
     if (index == 0 || index > 0xFFFF)
@@ -82,7 +82,7 @@ static Outcome ExtCreatePen(EmfPlay& play, const EmfRecord& record)
     const std::uint32_t dashes = reader.U32Le();
     if (reader.Failed() || !dib || reader.Left() / 4 < dashes)
         return Outcome::kBroken;
-    // No style has more than sixteen.
+    // Styles have at most sixteen entries.
     for (std::uint32_t n = 0; n < std::min(dashes, 16u); ++n)
         pen.dashes.push_back(reader.U32Le());
     return Put(play, index, std::make_shared<const Pen>(std::move(pen)));
@@ -121,7 +121,7 @@ static Outcome CreateFont(EmfPlay& play, ByteReader& reader)
     font.height = reader.I32Le();
     font.width = reader.I32Le();
     font.escapement = reader.I32Le();
-    reader.I32Le();  // orientation of the letters: the escapement's
+    reader.I32Le();  // character orientation: always that of the escapement
     font.weight = reader.I32Le();
     ReadFontStyle(reader, font);
     if (reader.Failed())

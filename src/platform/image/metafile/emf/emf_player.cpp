@@ -1,4 +1,4 @@
-// Steps through the records of an EMF.
+// Walks the records of an EMF and dispatches them.
 #include "src/platform/image/metafile/emf/emf_player.h"
 
 #include <array>
@@ -9,7 +9,7 @@ static constexpr std::uint32_t kComment = 70;
 static constexpr std::uint32_t kEmfPlusMark = 0x2B464D45;
 static constexpr std::uint16_t kEmfPlusHeader = 0x4001;
 
-// Even a record that does nothing has to be read.
+// Even a no-op record must be read.
 static constexpr std::uint64_t kCostOfRecord = 20;
 
 Point ReadPoint(ByteReader& reader)
@@ -51,7 +51,7 @@ std::optional<DibSource> DibAt(const EmfRecord& record, const EmfDibPlace& place
     if (std::uint64_t{place.header_offset} + place.header_size > record_index ||
         place.bits_offset > record_index)
         return std::nullopt;
-    // Some writers count the bits without the last row's filling, or too long; what is there will do or not.
+    // Some writers give a wrong size, such as one without the last row's padding: take what is there.
     const std::uint64_t bits = std::min<std::uint64_t>(place.bits_size, record_index - place.bits_offset);
     return DibSource{record.all.subspan(place.header_offset, place.header_size),
                      record.all.subspan(place.bits_offset, bits), usage == 1};
@@ -60,7 +60,7 @@ std::optional<DibSource> DibAt(const EmfRecord& record, const EmfDibPlace& place
 std::optional<Region> ReadRegion(ByteReader& reader)
 {
     const std::uint32_t header = reader.U32Le();
-    reader.U32Le();  // kind: always rectangles
+    reader.U32Le();  // type: always rectangles
     const std::uint32_t count = reader.U32Le();
     reader.U32Le();    // size of the rectangles
     ReadRect(reader);  // bounds
@@ -100,13 +100,13 @@ static Outcome Play(EmfPlay& play, const EmfRecord& record)
     }
     if (record.type == kComment)
         ReadComment(play, record);
-    return Outcome::kDone;  // what isn't known, or draws nothing, is left out
+    return Outcome::kDone;  // skip unknown records and those that draw nothing
 }
 
 bool PlayEmf(DeviceContext& dc, const MetafileRequest& request)
 {
     EmfPlay play(dc);
-    // The first place of the table is the metafile's own.
+    // Slot 0 is the metafile itself.
     play.objects.resize(std::min<std::uint32_t>(request.objects, 65535) + 1);
     Bytes left = request.records;
     for (;;) {

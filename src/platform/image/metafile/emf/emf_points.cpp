@@ -1,4 +1,4 @@
-// EMF records of lines, polygons and Béziers, with points of 32 and of 16 bits.
+// Plays EMF records of lines, polygons and Béziers, with 32-bit and 16-bit points.
 #include "src/platform/image/metafile/emf/emf_player.h"
 #include "src/platform/image/metafile/records/shape_records.h"
 
@@ -43,12 +43,12 @@ static Outline Curves(const std::vector<Point>& points)
     return result;
 }
 
-// Many lines or polygons in one record. The polygons are one shape: where they overlap, the fill mode
-// decides.
+// Draws several polylines or polygons from one record. Polygons form one shape: where they overlap, the fill
+// mode applies.
 static Outcome DrawManyFigures(DeviceContext& dc, ByteReader& reader, bool short_points, bool polygons)
 {
     const std::uint32_t figures = reader.U32Le();
-    reader.U32Le();  // number of points: the sum of the figures' own counts is what is read
+    reader.U32Le();  // total point count: the counts of the figures are used instead
     if (reader.Failed() || reader.Left() / 4 < figures)
         return Outcome::kBroken;
     std::vector<std::uint32_t> counts(figures);
@@ -88,7 +88,7 @@ static Outcome DrawTyped(DeviceContext& dc, ByteReader& reader, bool short_point
     const Bytes types = reader.Take(count);
     if (reader.Failed())
         return Outcome::kBroken;
-    // In a path the figure that is open goes on; outside of one all of it is one line.
+    // In a path, the open figure continues; elsewhere, everything is one polyline.
     const bool in_path = dc.InPath();
     Outline line;
     line.MoveTo(dc.state.position);

@@ -1,4 +1,4 @@
-// EMF records of boxes, arcs, single lines, gradients and floods.
+// Plays EMF records of boxes, arcs, lines, gradients and flood fills.
 #include <array>
 #include <bit>
 #include <numbers>
@@ -35,7 +35,7 @@ static Outcome DrawAngleArc(DeviceContext& dc, ByteReader& reader)
     const double sweep = static_cast<double>(std::bit_cast<float>(reader.U32Le())) / 180 * std::numbers::pi;
     if (reader.Failed())
         return Outcome::kBroken;
-    // Angles are counted against the clock, unlike those of AddArc.
+    // These angles are counter-clockwise, those of AddArc clockwise.
     const Rect rect{centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius};
     if (std::isfinite(start) && std::isfinite(sweep))
         dc.ArcTo(rect, -start, -sweep);
@@ -75,7 +75,7 @@ static Outcome DrawGradient(DeviceContext& dc, ByteReader& reader)
         corner.point = ReadPoint(reader);
         for (double& d : corner.color)
             d = reader.U16Le();
-        reader.U16Le();  // alpha isn't used
+        reader.U16Le();  // alpha is unused
     }
     const std::uint32_t each = mode == 2 ? 3 : 2;
     if (reader.Left() / (4 * each) < shapes)

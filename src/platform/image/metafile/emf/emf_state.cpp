@@ -1,4 +1,4 @@
-// EMF records that change the state of the device context.
+// Plays EMF records that change the state of the device context.
 #include <bit>
 
 #include "src/platform/image/metafile/emf/emf_player.h"
@@ -65,8 +65,8 @@ static void ModifyWorld(DcState& state, ByteReader& reader)
         state.world = result;
 }
 
-// The documentation calls the limit a whole number, the interface that writes it a floating one. No sensible
-// limit is as large as the bits of a float are when they are taken for a whole number.
+// The format says that the limit is an integer, but writers also store a float. Read as an integer, a float
+// is larger than any sensible limit.
 static double MiterLimit(std::uint32_t stored)
 {
     const double d = stored <= 0xFFFF ? stored : static_cast<double>(std::bit_cast<float>(stored));

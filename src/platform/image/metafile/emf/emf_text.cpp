@@ -1,4 +1,4 @@
-// EMF records of text.
+// Plays EMF text records.
 #include "src/platform/image/metafile/device/device_text.h"
 #include "src/platform/image/metafile/emf/emf_player.h"
 
@@ -25,7 +25,7 @@ static std::vector<TextCharacter> Characters(const DeviceContext& dc, Bytes text
     return wide ? DecodeUtf16(text) : DecodeBytes(text, dc.state.font ? dc.state.font->char_set : 0);
 }
 
-// One text object; its offsets count from the start of the record.
+// Draws one text object; its offsets count from the start of the record.
 static Outcome DrawObject(DeviceContext& dc, const EmfRecord& record, ByteReader& reader, bool wide)
 {
     TextRun run;
@@ -45,8 +45,7 @@ static Outcome DrawObject(DeviceContext& dc, const EmfRecord& record, ByteReader
     run.glyph_numbers = wide && (options & kOptionGlyphs) != 0;
     if (chars > 0)
         run.text = Characters(dc, all.subspan(text, text_size), wide);
-    // Writers leave the distances out, or point behind the record where they forgot them: then the font's own
-    // hold.
+    // Some writers omit the distances, or point past the end of the record: use the font's advances then.
     const bool two_dimensional = (options & kOptionSteps2D) != 0;
     const std::uint64_t steps_size = chars * (two_dimensional ? 8 : 4);
     if (steps_offset != 0 && steps_offset <= all.size() && steps_size <= all.size() - steps_offset) {
@@ -70,7 +69,7 @@ static Outcome SmallText(DeviceContext& dc, ByteReader& reader)
     reader.Take(12);  // graphics mode and scales
     if ((options & kOptionNoRect) == 0)
         run.box = ReadRect(reader);
-    // Small characters are the low bytes of 16-bit ones, not those of a code page.
+    // Small characters are the low bytes of UTF-16 units, not code page bytes.
     const bool small = (options & kOptionSmallChars) != 0;
     const Bytes text = reader.Take(chars * (small ? 1 : 2));
     if (reader.Failed())

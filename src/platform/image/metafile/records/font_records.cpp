@@ -1,4 +1,4 @@
-// Reads the common fields of a font.
+// Reads font fields.
 #include "src/platform/image/metafile/records/font_records.h"
 
 void ReadFontStyle(ByteReader& reader, Font& font)

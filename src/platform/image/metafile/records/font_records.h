@@ -1,4 +1,4 @@
-// What EMF and WMF records say of a font alike.
+// Font fields common to EMF and WMF records.
 // Room: platform/image/metafile/records.
 #pragma once
 
@@ -9,8 +9,8 @@
 #include "src/platform/image/metafile/device/objects.h"
 #include "src/platform/image/metafile/device/text_encoding.h"
 
-/// The eight bytes from the italic flag to the pitch and family, which both kinds hold behind the weight.
+/// Reads the eight bytes from the italic flag to pitch and family, which follow the weight in both formats.
 void ReadFontStyle(ByteReader& reader, Font& font);
 
-/// The face's name as UTF-8, without the "@" that asks for the same font turned for vertical writing.
+/// The face name as UTF-8, without the "@" prefix of fonts for vertical writing.
 std::string FaceOf(const std::vector<TextCharacter>& name);

@@ -1,4 +1,4 @@
-// Reads the entries of a palette.
+// Reads palette entries.
 #include "src/platform/image/metafile/records/palette_records.h"
 
 bool ReadPaletteColors(ByteReader& reader, std::uint64_t count, std::vector<std::uint32_t>& colors)

@@ -1,4 +1,4 @@
-// Draws the shapes of records.
+// Draws shapes with the context's pen and brush.
 #include "src/platform/image/metafile/records/shape_records.h"
 
 #include <numbers>

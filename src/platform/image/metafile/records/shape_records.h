@@ -1,4 +1,4 @@
-// Shapes that EMF and WMF records describe alike.
+// Shapes common to EMF and WMF records.
 // Room: platform/image/metafile/records.
 #pragma once
 
@@ -6,14 +6,14 @@
 
 enum class ArcKind { kArc, kChord, kPie };
 
-/// An angle and how far from it an arc goes.
+/// A start angle and sweep, in radians.
 struct ArcSpan {
     double start = 0;
     double sweep = 0;
 };
 
-/// The part of the ellipse in rect between two rays from its centre, in the direction that the context has.
-/// Rays that coincide give the whole.
+/// The part of rect's ellipse between the rays from its centre through start_point and end, in the context's
+/// arc direction. The whole ellipse if the rays coincide.
 ArcSpan ArcSpanOf(const DeviceContext& dc, const Rect& rect, Point start_point, Point end);
 
 void DrawRectangle(DeviceContext& dc, const Rect& rect);

@@ -1,4 +1,4 @@
-// WMF records that lay bitmaps on the picture.
+// Plays WMF records that draw bitmaps.
 #include "src/platform/image/metafile/canvas/raster_ops.h"
 #include "src/platform/image/metafile/device/bitmaps.h"
 #include "src/platform/image/metafile/device/device_bitmaps.h"
@@ -47,7 +47,7 @@ static Outcome PatBlt(DeviceContext& dc, ByteReader& reader)
     return Outcome::kDone;
 }
 
-// BitBlt and StretchBlt with either kind of bitmap, or with the picture itself as source.
+// BitBlt and StretchBlt with a DIB, an old bitmap, or the picture itself as source.
 static Outcome Blit(DeviceContext& dc, const WmfRecord& record)
 {
     const std::uint8_t number = record.Number();
@@ -108,7 +108,7 @@ static Outcome StretchDib(DeviceContext& dc, ByteReader& reader)
     ImageBuffer image;
     if (!shape || !DecodeBitmap(dib, dc, DibColors::kAsStored, image))
         return Outcome::kBroken;
-    // The rows of an ordinary bitmap, which is stored from the bottom up, are counted from the bottom.
+    // The rows of a bottom-up bitmap are counted from the bottom.
     if (!shape->top_down)
         source.y = static_cast<double>(shape->height) - source.y - source_size.y;
     DrawBitmap(dc, {image, RectAt(source, source_size)}, CornersOf(dest_rect, dc.LogicalToPicture()), rop3);
@@ -140,7 +140,7 @@ static Outcome SetDib(DeviceContext& dc, ByteReader& reader)
     if (!shape->top_down)
         source.y = static_cast<double>(shape->height) - source.y - size.y;
     source.y -= static_cast<double>(shape->top_down ? first_row : shape->height - first_row - available);
-    // There is no device whose pixels the size could be counted in: they are taken for units like all others.
+    // The size is in device pixels, but WMF has no device: treat them as logical units.
     DrawBitmap(dc, {image, RectAt(source, size)}, CornersOf(RectAt(dest, size), dc.LogicalToPicture()),
                kRopSourceCopy);
     return Outcome::kDone;

@@ -1,4 +1,4 @@
-// WMF records that make, choose and delete objects.
+// Plays WMF records that create, select and delete objects.
 #include <algorithm>
 
 #include "src/platform/image/metafile/device/bitmaps.h"
@@ -9,7 +9,7 @@
 
 namespace
 {
-// Function 0x34 selects a palette; those that make objects have 0xF in the upper half of their number.
+// Function 0x34 selects a palette; those that create objects have 0xF in the high nibble.
 enum ObjectNumber : std::uint8_t {
     kSelectClipRegion = 0x2C,
     kSelectObject = 0x2D,
@@ -35,10 +35,10 @@ static constexpr std::uint16_t kBrushNull = 1;
 static constexpr std::uint16_t kBrushHatched = 2;
 static constexpr std::uint16_t kBrushPattern = 3;
 
-// More objects at once than places have numbers can't be asked for.
+// Object indexes are 16 bits wide.
 static constexpr std::size_t kMaxObjects = 65535;
 
-// An object that draws nothing takes a place like any other.
+// Null objects occupy a slot, too.
 static Outcome Put(WmfPlay& play, Object object)
 {
     for (Object& place : play.objects)
@@ -62,7 +62,7 @@ static Outcome CreatePen(WmfPlay& play, ByteReader& reader)
     Pen pen;
     pen.style = reader.U16Le();
     pen.width = reader.I16Le();
-    reader.U16Le();  // height: not used
+    reader.U16Le();  // y coordinate of the width: unused
     pen.brush.color = reader.U32Le();
     return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Pen>(std::move(pen)));
 }
@@ -101,7 +101,7 @@ static Outcome CreateDibBrush(WmfPlay& play, ByteReader& reader)
     Brush brush;
     brush.kind = BrushKind::kDib;
     brush.dib = PackedDib(reader.Take(reader.Left()), usage == 1);
-    if (brush.dib.Empty() && style == kBrushPattern) {  // some writers put a bitmap of the old kind
+    if (brush.dib.Empty() && style == kBrushPattern) {  // some writers store an old bitmap here
         brush.kind = BrushKind::kBitmap16;
         brush.bitmap16 = ReadBitmap16(old, 0);
     }
@@ -112,7 +112,7 @@ static Outcome CreatePatternBrush(WmfPlay& play, ByteReader& reader)
 {
     Brush brush;
     brush.kind = BrushKind::kBitmap16;
-    brush.bitmap16 = ReadBitmap16(reader, 4 + 18);  // a pointer, and what has no use
+    brush.bitmap16 = ReadBitmap16(reader, 4 + 18);  // pointer and reserved bytes
     return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Brush>(std::move(brush)));
 }
 
@@ -122,7 +122,7 @@ static Outcome CreateFont(WmfPlay& play, ByteReader& reader)
     font.height = reader.I16Le();
     font.width = reader.I16Le();
     font.escapement = reader.I16Le();
-    reader.I16Le();  // orientation of the letters: the escapement's
+    reader.I16Le();  // character orientation: always that of the escapement
     font.weight = reader.I16Le();
     ReadFontStyle(reader, font);
     if (reader.Failed())
@@ -143,7 +143,7 @@ static Outcome CreatePalette(WmfPlay& play, ByteReader& reader)
     return Put(play, std::make_shared<const Palette>(std::move(palette)));
 }
 
-// These work on the palette that is selected.
+// These records change the selected palette.
 static Outcome ChangePalette(WmfPlay& play, const WmfRecord& record)
 {
     ByteReader reader = record.Data();
@@ -173,7 +173,7 @@ static Outcome ChangePalette(WmfPlay& play, const WmfRecord& record)
 
 static Outcome CreateRegion(WmfPlay& play, ByteReader& reader)
 {
-    reader.Take(2 + 2 + 4 + 2);  // chain, kind, count of objects, size
+    reader.Take(2 + 2 + 4 + 2);  // next object, type, object count, size
     const std::uint16_t scans = reader.U16Le();
     reader.Take(2 + 8);  // longest scan, bounds
     Region region;
@@ -188,7 +188,7 @@ static Outcome CreateRegion(WmfPlay& play, ByteReader& reader)
             region.rects.push_back({left, top, static_cast<double>(reader.I16Le()), bottom});
         }
         reader.Take((ends & 1) * 2);
-        reader.U16Le();  // the count once more
+        reader.U16Le();  // the repeated count
     }
     return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Region>(std::move(region)));
 }

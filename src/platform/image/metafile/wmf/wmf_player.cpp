@@ -1,4 +1,4 @@
-// Steps through the records of a WMF, and plays those of text.
+// Walks the records of a WMF and dispatches them; plays text records.
 #include "src/platform/image/metafile/wmf/wmf_player.h"
 
 #include "src/platform/image/metafile/device/device_text.h"
@@ -57,7 +57,7 @@ static Outcome ExtTextOut(DeviceContext& dc, ByteReader& reader)
     run.fill_box = (options & kOptionOpaque) != 0;
     run.clip_to_box = (options & kOptionClipped) != 0;
     if (run.fill_box || run.clip_to_box) {
-        // This rectangle alone stands left to right.
+        // Unlike others, this rectangle is stored left to right.
         const double left = reader.I16Le();
         const double top = reader.I16Le();
         const double right = reader.I16Le();
@@ -95,7 +95,7 @@ static Outcome Play(WmfPlay& play, const WmfRecord& record)
         if (result != Outcome::kNotMine)
             return result;
     }
-    return Outcome::kDone;  // what isn't known, or draws nothing, is left out
+    return Outcome::kDone;  // skip unknown records and those that draw nothing
 }
 
 bool PlayWmf(DeviceContext& dc, const MetafileRequest& request)

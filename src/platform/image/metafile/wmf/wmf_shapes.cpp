@@ -1,4 +1,4 @@
-// WMF records of lines, shapes, regions and floods.
+// Plays WMF records of lines, shapes, regions and flood fills.
 #include "src/platform/image/metafile/device/device_fills.h"
 #include "src/platform/image/metafile/device/device_regions.h"
 #include "src/platform/image/metafile/records/shape_records.h"

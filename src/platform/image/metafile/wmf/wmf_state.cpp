@@ -1,4 +1,4 @@
-// WMF records that change the state of the device context.
+// Plays WMF records that change the state of the device context.
 #include "src/platform/image/metafile/wmf/wmf_player.h"
 
 namespace
