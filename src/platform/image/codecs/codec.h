@@ -1,4 +1,4 @@
-// What every format offers: recognise a file, decode its pages, encode a picture.
+// The interface of every format: recognise a file, decode its pages, encode a picture.
 // Room: platform/image/codecs.
 #pragma once
 
@@ -13,22 +13,21 @@
 class InputFile;
 class OutputFile;
 
-/// An open file of one format. It keeps what makes the next page cheap: pages asked for in order cost one
-/// pass.
+/// An open file. It keeps what makes the next page cheap: reading all pages in order costs one pass.
 class ImageDecoder
 {
 public:
     virtual ~ImageDecoder() = default;
-    /// At least 1 for a file that was opened.
+    /// At least 1.
     [[nodiscard]] virtual std::int32_t FrameCount() = 0;
-    /// Page frame, 0 to FrameCount() - 1. False, with image untouched, when the page is broken, cut short
-    /// or over the limits. Throws only std::bad_alloc. Pixels are 8 bits a channel and, where the format has
-    /// a profile, as the profile means them; a turn that EXIF asks for is left to the caller (see
-    /// metadata.h), any other turn is done.
+    /// Decodes page `frame`, 0 to FrameCount() - 1. False if the page is broken, truncated or over the
+    /// limits; image is then unchanged. Throws only std::bad_alloc. Pixels have 8 bits per channel and
+    /// are in the colour space of the profile, if any. Any orientation is applied except EXIF's, which is
+    /// left to the caller (see metadata.h).
     [[nodiscard]] virtual bool DecodeFrame(std::int32_t frame, ImageBuffer& image) = 0;
 };
 
-/// The formats. The values are the file type codes that the logic uses.
+/// File formats. The values are the file type codes that the logic uses.
 enum class FileType : std::int32_t {
     kJpeg = 1,
     kBmp = 2,
@@ -46,25 +45,25 @@ enum class FileType : std::int32_t {
     kAni = 14
 };
 
-/// What a save may need beside the picture.
+/// What a save needs besides the picture.
 struct SaveSettings {
-    std::int32_t jpeg_quality = 75;  ///< 1..100
+    std::int32_t jpeg_quality = 75;  ///< 1 to 100
     std::int32_t tiff_compression = 0;
     ImageInfoTexts texts;
 };
 
 struct Codec {
     FileType type;
-    /// What the format can hold. A picture is brought to it before encode is called: alpha is laid on white
-    /// where the format has none, pixels are turned to sRGB where it has no place for a profile.
+    /// What the format supports. Pictures are adapted before encode() is called: alpha is composited over
+    /// white, and pixels are converted to sRGB, for formats that can't hold them otherwise.
     bool holds_alpha;
     bool holds_profile;
-    /// True when head, the first 4096 bytes or fewer, begins a file of this format. extension is lower case
-    /// and counts only for a format without a signature.
+    /// True if head, the first 4096 bytes or fewer, starts a file of this format. extension is lower case and
+    /// only matters for formats without a signature.
     bool (*sniff)(Bytes head, std::string_view extension);
-    /// Null for a file whose header is broken or foreign. file outlives the decoder.
+    /// Null if the header is broken or of another format. file must outlive the decoder.
     std::unique_ptr<ImageDecoder> (*open)(InputFile& file);
-    /// Writes the whole file; the caller commits it. Null for a format that is only read. image has 1 to
-    /// kMaxSide pixels on each side.
+    /// Writes the whole file; the caller commits it. Null for read-only formats. image has 1 to kMaxSide
+    /// pixels per side.
     bool (*encode)(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);
 };

@@ -1,4 +1,4 @@
-// The table of all formats.
+// The table of formats.
 // Room: platform/image/codecs.
 #pragma once
 
@@ -7,10 +7,10 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Every codec, those with a signature before those that go by the extension.
+/// All codecs, those with a signature before those recognised by extension.
 std::span<const Codec* const> Codecs();
 
-/// The codec of a file type, or null.
+/// The codec for a file type, or null.
 const Codec* CodecOfType(FileType type);
 
 /// The first codec that recognises the file, or null.

@@ -1,4 +1,4 @@
-// The decoder of a format whose files hold one picture.
+// A decoder for formats with one picture per file.
 // Room: platform/image/codecs.
 #pragma once
 
@@ -7,7 +7,7 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// A decoder of one page out of a routine that does what DecodeFrame promises. The routine keeps what open
+/// Makes a single-page decoder from a callable that satisfies DecodeFrame()'s contract and keeps what open()
 /// found.
 template <typename Decode>
 class SinglePageDecoder : public ImageDecoder
