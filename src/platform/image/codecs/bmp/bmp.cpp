@@ -20,7 +20,7 @@
 static constexpr std::uint64_t kFileHeaderSize = 14;
 static constexpr std::uint32_t kInfoHeaderSize = 40;
 static constexpr std::uint64_t kPaletteSize = 256 * 4;
-/// Header, masks and a full palette at their longest.
+/// Upper bound of header, masks and palette.
 static constexpr std::uint64_t kLongestHeader = 4096;
 static constexpr std::uint64_t kMaxProfile = 16 << 20;
 
@@ -35,14 +35,14 @@ static bool Sniff(Bytes head, std::string_view)
 
 namespace
 {
-/// What Open found.
+/// Result of reading the headers.
 struct BmpFile {
     DibHeader header;
     std::uint64_t bits_offset = 0;  ///< in the file
 };
 }  // namespace
 
-// The bits lie where the file header says, and right behind the palette if it says nothing that can be.
+// Pixel data starts where the file header says or, if that is implausible, right after the palette.
 static bool ReadHeader(InputFile& file, BmpFile& bmp)
 {
     std::array<std::uint8_t, kLongestHeader> start;
@@ -52,7 +52,7 @@ static bool ReadHeader(InputFile& file, BmpFile& bmp)
     ByteReader reader(head.subspan(10));
     bmp.bits_offset = reader.U32Le();
     const std::uint64_t header_end = kFileHeaderSize + reader.U32Le();
-    // A palette may be cut short by the bits that begin before its end.
+    // Pixel data may start before the palette's nominal end and thus truncate it.
     const bool says_where = bmp.bits_offset >= header_end;
     const std::uint64_t end =
         says_where ? std::min<std::uint64_t>(bmp.bits_offset, head.size()) : head.size();
@@ -63,7 +63,7 @@ static bool ReadHeader(InputFile& file, BmpFile& bmp)
     return bmp.bits_offset < file.Size();
 }
 
-// A profile for colours, as far as its header tells.
+// True for an RGB profile, judging by its header.
 static bool IsColourProfile(Bytes profile)
 {
     constexpr std::size_t kHeaderSize = 128;
@@ -71,8 +71,7 @@ static bool IsColourProfile(Bytes profile)
            std::memcmp(profile.data() + 36, "acsp", 4) == 0;
 }
 
-// A profile that doesn't fit (for greys, for instance, which have no tones of their own in an RGB profile) is
-// left.
+// Reads the embedded profile if it fits the picture. An RGB profile doesn't fit grey pixels, for example.
 static void ReadProfile(InputFile& file, const DibHeader& header, ImageBuffer& image)
 {
     const std::uint64_t offset = kFileHeaderSize + header.profile_offset;
@@ -84,7 +83,7 @@ static void ReadProfile(InputFile& file, const DibHeader& header, ImageBuffer& i
         image.icc_profile = std::move(profile);
 }
 
-// The common case, large and uncompressed: from the file into the picture.
+// Fast path for large uncompressed bitmaps: decodes from the file straight into the picture.
 static bool DecodeRawFile(InputFile& file, const BmpFile& bmp, ImageBuffer& image)
 {
     const DibHeader& header = bmp.header;
@@ -170,12 +169,12 @@ static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& ou
         static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.channels);
     const std::uint64_t stride = (row_size + 3) / 4 * 4;
     const auto height = static_cast<std::uint64_t>(image.height);
-    if (stride * height > UINT32_MAX - 2 * kPaletteSize)  // the header's fields for sizes have 32 bits
+    if (stride * height > UINT32_MAX - 2 * kPaletteSize)  // the header's size fields have 32 bits
         return false;
     WriteHeaders(image, stride, out);
 
-    // Row by row from below, gathered into large writes: handing the kernel the rows as they lie in the
-    // picture costs it three times as much.
+    // Writes row by row, bottom up, gathered into large blocks: handing the rows to the kernel where they are
+    // in the picture takes three times as long.
     static constexpr std::array<std::uint8_t, 3> kFilling{};
     for (std::uint64_t y = height; y-- > 0;) {
         out.Write(Bytes(image.bytes).subspan(y * row_size, row_size));

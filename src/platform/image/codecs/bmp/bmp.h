@@ -1,10 +1,9 @@
-// Windows and OS/2 bitmaps (BMP): read in every depth and coding that programs write, written with 24 bits
-// or grey.
+// Windows and OS/2 bitmaps (BMP): reads all depths and compressions in use, writes 24 bits or grey.
 // Room: platform/image/codecs/bmp.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Reads as dib.h says; besides that a profile that the file embeds comes with the picture. Writes 8 bits
-/// with a palette of greys for 1 channel and 24 bits for 3, bottom row first, with the resolution.
+/// See dib.h for what is read; an embedded profile is read as well. Writes 8 bits with a grey palette for 1
+/// channel and 24 bits for 3, bottom up, with the resolution.
 extern const Codec kBmpCodec;

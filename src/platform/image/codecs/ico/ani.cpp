@@ -1,4 +1,4 @@
-// Reads Windows animated cursors.
+// Reads animated Windows cursors.
 #include "src/platform/image/codecs/ico/ani.h"
 
 #include <array>
@@ -13,12 +13,12 @@
 #include "src/platform/image/dib/dib.h"
 #include "src/platform/image/pixels/pixel_rows.h"
 
-static constexpr std::size_t kFormHeaderSize = 12;  // "RIFF", a size, "ACON"
+static constexpr std::size_t kFormHeaderSize = 12;  // "RIFF", size, "ACON"
 static constexpr std::uint32_t kFramesAreIcons = 1;
 
 namespace
 {
-/// What the chunk "anih" says of frames that are bare bits.
+/// The "anih" chunk's description of frames without a header.
 struct AniHeader {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
@@ -29,7 +29,7 @@ struct AniHeader {
 struct AniFile {
     AniHeader header;
     std::vector<Bytes> frames;
-    std::vector<std::uint32_t> steps;  ///< indexes of frames; some may lie
+    std::vector<std::uint32_t> steps;  ///< frame indices; may be out of range
 };
 }  // namespace
 
@@ -37,7 +37,7 @@ static bool Sniff(Bytes head, std::string_view)
 {
     ByteReader reader(head);
     const bool is_riff = reader.U32Le() == RiffId("RIFF");
-    reader.U32Le();  // size: what follows is taken as far as the file goes
+    reader.U32Le();  // size; truncated files are read as far as they go
     return is_riff && reader.U32Le() == RiffId("ACON");
 }
 
@@ -45,7 +45,7 @@ static AniHeader ReadHeader(Bytes data)
 {
     AniHeader header;
     ByteReader reader(data);
-    reader.Take(12);  // its size, the counts of frames and steps: both are counted here
+    reader.Take(12);  // size, frame and step counts: we count ourselves
     header.width = reader.U32Le();
     header.height = reader.U32Le();
     header.bits = reader.U32Le();
@@ -88,7 +88,7 @@ static AniFile ReadChunks(Bytes file)
     return ani;
 }
 
-// A bitmap as a file, with its header, or as bits whose header is the animation's.
+// Decodes a bitmap with its own header, or bare bits described by the animation's header.
 static bool DecodeBareFrame(const AniHeader& header, Bytes frame, ImageBuffer& image)
 {
     ByteReader reader(frame);
@@ -128,7 +128,7 @@ static bool DecodeStep(const AniHeader& header, Bytes frame, ImageBuffer& image)
 
 namespace
 {
-/// An open animation. The frames are spans of the file's bytes, which the file keeps.
+/// An open animation. Frames refer to the bytes that the InputFile keeps.
 class AniDecoder : public ImageDecoder
 {
 public:

@@ -1,9 +1,8 @@
-// Windows cursors (CUR), only read.
+// Windows cursors (CUR), read-only.
 // Room: platform/image/codecs/ico.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Every picture of the cursor is a page, in the file's order; see icon_directory.h. The hot spot is no part
-/// of it.
+/// Each picture is a page, in file order; see icon_directory.h. The hot spot is ignored.
 extern const Codec kCurCodec;

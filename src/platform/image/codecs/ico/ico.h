@@ -1,8 +1,8 @@
-// Windows icons (ICO), only read.
+// Windows icons (ICO), read-only.
 // Room: platform/image/codecs/ico.
 #pragma once
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Every picture of the icon is a page, in the file's order; see icon_directory.h.
+/// Each picture is a page, in file order; see icon_directory.h.
 extern const Codec kIcoCodec;

@@ -1,4 +1,4 @@
-// Reads the directory and the pictures of icons and cursors.
+// Reads the directory and pictures of icons and cursors.
 #include "src/platform/image/codecs/ico/icon_directory.h"
 
 #include <algorithm>
@@ -28,7 +28,7 @@ std::vector<IconEntry> IconEntries(Bytes file)
         const std::uint32_t width = reader.U8(), height = reader.U8();
         entry.width = width == 0 ? 256 : width;
         entry.height = height == 0 ? 256 : height;
-        reader.Take(6);  // colours, a reserved byte, planes and bits of an icon or the hot spot of a cursor
+        reader.Take(6);  // colours, reserved, then planes and bits of an icon or the hot spot of a cursor
         entry.size = reader.U32Le();
         entry.offset = reader.U32Le();
         entries.push_back(entry);
@@ -71,7 +71,7 @@ static bool DecodePng(Bytes picture, ImageBuffer& image)
 
 namespace
 {
-/// The mask behind the colours: one bit a pixel, set where the screen shows through.
+/// The AND mask after the colours: one bit per pixel, set where the screen shows through.
 struct IconMask {
     const std::uint8_t* rows = nullptr;
     std::uint64_t stride = 0;
@@ -91,7 +91,7 @@ static bool FindMask(const DibHeader& colours, Bytes picture, IconMask& mask)
     return true;
 }
 
-// Makes transparent what the mask leaves out; returns whether anything is left to be seen.
+// Makes masked-out pixels transparent; false if no pixel is left visible.
 static bool ApplyMask(const IconMask& mask, ImageBuffer& image)
 {
     const auto width = static_cast<std::uint64_t>(image.width);
@@ -109,7 +109,7 @@ static bool ApplyMask(const IconMask& mask, ImageBuffer& image)
     return visible;
 }
 
-// The screen is inverted where the mask lets it through and the colour isn't black.
+// Shows the inverting pixels (transparent in the mask, colour not black) as they look on white.
 static void ShowInverted(ImageBuffer& image)
 {
     for (std::size_t i = 0; i + 3 < image.bytes.size(); i += 4) {
@@ -128,7 +128,7 @@ static bool DecodeBitmap(Bytes picture, const IconEntry& entry, ImageBuffer& ima
     if (!ReadDibHeader(picture, header) || header.storage != DibStorage::kRaw ||
         header.bits_offset > picture.size())
         return false;
-    // The header counts the mask's rows too. A few writers forgot that, and the mask.
+    // The header's height includes the mask rows. A few writers omitted both.
     const bool without_mask = header.width == entry.width && header.height == entry.height;
     if (!without_mask)
         header.height /= 2;

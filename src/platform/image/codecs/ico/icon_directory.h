@@ -1,4 +1,4 @@
-// What icons and cursors share: a directory of pictures, each a bitmap with a mask or a whole PNG file.
+// The directory of icons and cursors, whose pictures are bitmaps with a mask or complete PNG files.
 // Room: platform/image/codecs/ico.
 #pragma once
 
@@ -10,8 +10,7 @@
 
 enum class IconKind : std::uint16_t { kIcon = 1, kCursor = 2 };
 
-/// One entry as it stands in the directory; nothing of it is to be believed before the picture itself is
-/// looked at.
+/// A directory entry. Don't rely on it before reading the picture itself.
 struct IconEntry {
     std::uint32_t width = 0;  ///< pixels, 1 to 256
     std::uint32_t height = 0;
@@ -19,18 +18,17 @@ struct IconEntry {
     std::uint64_t size = 0;
 };
 
-/// True when head begins a file of that kind with at least one possible entry.
+/// True if head starts a file of this kind with at least one plausible entry.
 bool IsIconFile(Bytes head, IconKind kind);
 
-/// The entries of a file of either kind, in its order; as many as the file has room for, whatever it claims.
-/// Empty for a foreign file.
+/// The entries of an icon or cursor in file order, as many as fit in the file. Empty for other files.
 std::vector<IconEntry> IconEntries(Bytes file);
 
-/// Decodes one entry to 4 channels. A bitmap of 32 bits has its alpha, unless that is 0 everywhere; any other
-/// is transparent where its mask says so. A picture that would be nothing but transparent, as that of a
-/// cursor that only inverts the screen, shows what it inverts as it would be on white. False, with image
-/// untouched, for an entry that lies outside of the file, is cut short or isn't known.
+/// Decodes an entry to 4 channels. A 32-bit bitmap uses its alpha channel unless that is 0 everywhere; others
+/// take their transparency from the mask. If nothing would be visible, as in a cursor that only inverts the
+/// screen, the inverting pixels are shown as they look on white. False if the entry is outside the file,
+/// truncated or unsupported; image is then unchanged.
 bool DecodeIconEntry(Bytes file, const IconEntry& entry, ImageBuffer& image);
 
-/// Every entry is a page. Null for a file without entries.
+/// Each entry is a page. Null if there are no entries.
 std::unique_ptr<ImageDecoder> OpenIcon(InputFile& file);

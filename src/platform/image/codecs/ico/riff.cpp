@@ -1,4 +1,4 @@
-// Walks over the chunks of RIFF files.
+// Reads the chunks of RIFF files.
 #include "src/platform/image/codecs/ico/riff.h"
 
 #include <algorithm>
@@ -14,7 +14,7 @@ std::vector<RiffChunk> RiffChunks(Bytes list)
         const std::uint64_t claimed = reader.U32Le();
         const std::uint64_t size = std::min(claimed, reader.Left());
         chunk.data = reader.Take(size);
-        reader.Take(std::min(size % 2, reader.Left()));  // chunks begin at even places
+        reader.Take(std::min(size % 2, reader.Left()));  // chunks are padded to even sizes
         chunks.push_back(chunk);
     }
     return chunks;

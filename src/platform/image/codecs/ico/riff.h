@@ -9,11 +9,11 @@
 #include "src/platform/image/base/byte_reader.h"
 
 struct RiffChunk {
-    std::uint32_t id = 0;  ///< as RiffId makes it
-    Bytes data;            ///< what is there of it: a chunk that claims more than the file has is cut
+    std::uint32_t id = 0;  ///< see RiffId()
+    Bytes data;            ///< cut off at the end of the file
 };
 
-/// The number of a name of four characters.
+/// A four-character code as the number in the file.
 constexpr std::uint32_t RiffId(std::string_view name)
 {
     std::uint32_t id = 0;
@@ -22,6 +22,5 @@ constexpr std::uint32_t RiffId(std::string_view name)
     return id;
 }
 
-/// The chunks that lie one after the other in list, which is the content of a file or of a list behind its
-/// type.
+/// The chunks in the contents of a file or list, without its type.
 std::vector<RiffChunk> RiffChunks(Bytes list);

@@ -18,17 +18,17 @@
 static constexpr std::size_t kHeaderSize = 128;
 static constexpr std::uint8_t kMagic = 10;
 static constexpr std::uint8_t kVersionWithLongPalette = 5;
-static constexpr std::size_t kLongPaletteSize = 769;  // a mark and 256 entries, at the very end of the file
+static constexpr std::size_t kLongPaletteSize = 769;  // a marker and 256 entries, at the very end of the file
 static constexpr std::uint8_t kLongPaletteMark = 12;
 static constexpr std::uint16_t kPaletteOfColours = 1;
 static constexpr std::uint16_t kPaletteOfGreys = 2;
 
 namespace
 {
-using Palette = std::array<std::array<std::uint8_t, 3>, 256>;  // B, G, R
+using Palette = std::array<std::array<std::uint8_t, 3>, 256>;  // BGR
 }  // namespace
 
-// Red, green, blue of the colours that the card had when the file names none.
+// The EGA's default colours (RGB), for files without a palette.
 static constexpr std::array<std::array<std::uint8_t, 3>, 16> kEgaColours = {{{0x00, 0x00, 0x00},
                                                                              {0x00, 0x00, 0xAA},
                                                                              {0x00, 0xAA, 0x00},
@@ -51,15 +51,15 @@ namespace
 struct PcxHeader {
     std::uint8_t version = 0;
     bool packed = false;
-    std::uint32_t bits = 0;  ///< in one plane
+    std::uint32_t bits = 0;  ///< per plane
     std::uint32_t planes = 0;
     std::uint64_t width = 0;
     std::uint64_t height = 0;
-    std::uint64_t bytes_per_line = 0;  ///< of one plane
+    std::uint64_t bytes_per_line = 0;  ///< per plane
     std::uint32_t dots_x = 0;
     std::uint32_t dots_y = 0;
-    bool greys = false;                      ///< the header calls the palette one of greys
-    std::array<std::uint8_t, 48> colours{};  ///< red, green, blue of 16 entries
+    bool greys = false;                      ///< the header declares a grey palette
+    std::array<std::uint8_t, 48> colours{};  ///< 16 RGB entries
 
     std::uint64_t RowSize() const { return bytes_per_line * planes; }
     std::uint32_t ColourBits() const { return bits * planes; }
@@ -83,7 +83,7 @@ static bool ReadHeader(Bytes head, PcxHeader& header)
     header.planes = reader.U8();
     header.bytes_per_line = reader.U16Le();
     header.greys = reader.U16Le() == kPaletteOfGreys;
-    reader.Take(58);  // screen size, filling
+    reader.Take(58);  // screen size, padding
     if (reader.Failed() || !has_magic || header.version > kVersionWithLongPalette || encoding > 1 ||
         right < left || bottom < top)
         return false;
@@ -103,7 +103,7 @@ static bool Sniff(Bytes head, std::string_view)
     return ReadHeader(head, header);
 }
 
-// Where the pixel data ends: before the long palette, if there is one.
+// True if the file ends with a 256-colour palette, which the pixel data must not run into.
 static bool HasLongPalette(const PcxHeader& header, Bytes file)
 {
     return header.version == kVersionWithLongPalette && header.ColourBits() == 8 &&
@@ -129,7 +129,7 @@ static Palette PaletteOf(const PcxHeader& header, Bytes file)
         for (std::size_t i = 0; i < 256; ++i)
             palette[i].fill(static_cast<std::uint8_t>(i));
     } else {
-        // Versions 0 and 3 have no palette, whatever stands in its place.
+        // Versions 0 and 3 have no palette, whatever the header holds.
         const bool none = header.version == 0 || header.version == 3 ||
                           std::all_of(header.colours.begin(), header.colours.end(),
                                       [](std::uint8_t byte) { return byte == 0; });
@@ -139,7 +139,7 @@ static Palette PaletteOf(const PcxHeader& header, Bytes file)
     return palette;
 }
 
-// Brings the indexes of one row, packed in a plane or spread over several, to one byte each.
+// Unpacks a row's indices, from one plane or several, to one byte each.
 static void UnpackIndexes(const PcxHeader& header, const std::uint8_t* row, std::uint8_t* indexes)
 {
     const std::uint32_t bits = header.bits;
@@ -155,7 +155,7 @@ static void UnpackIndexes(const PcxHeader& header, const std::uint8_t* row, std:
     }
 }
 
-// The resolution, unless it is the size of a screen or of the picture, which some programs put there.
+// Sets the resolution unless it equals a screen size or the picture's size, which some programs store there.
 static void SetResolution(const PcxHeader& header, ImageBuffer& image)
 {
     static constexpr std::array<std::array<std::uint32_t, 2>, 9> kScreens = {{{320, 200},
@@ -203,13 +203,13 @@ static bool Decode(InputFile& file, const PcxHeader& header, ImageBuffer& image)
     const Bytes bytes = file.All();
     if (bytes.size() < kHeaderSize || !IsSizeAllowed(header.width, header.height))
         return false;
-    // Version 5 puts the colours of 8 bits at the end: without them the file has been cut.
+    // Version 5 stores 8-bit colours at the end of the file; without them it is truncated.
     if (header.version == kVersionWithLongPalette && header.ColourBits() == 8 && !header.greys &&
         !HasLongPalette(header, bytes))
         return false;
     const std::size_t end = bytes.size() - (HasLongPalette(header, bytes) ? kLongPaletteSize : 0);
     const Bytes data = bytes.first(end).subspan(kHeaderSize);
-    // Two bytes hold 63 at most.
+    // Two bytes decode to at most 63.
     if (header.RowSize() * header.height > (header.packed ? data.size() * 63 / 2 : data.size()))
         return false;
 
@@ -279,7 +279,7 @@ static void WriteHeader(const ImageBuffer& image, std::uint64_t bytes_per_line, 
     out.Write(std::array<std::uint8_t, 58>{});
 }
 
-// Each plane of a row is packed by itself: readers that keep to the rule expect no run to cross its end.
+// Each plane of a row is packed separately: strict readers don't expect a run to cross planes.
 static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& out)
 {
     const auto width = static_cast<std::size_t>(image.width);
@@ -305,7 +305,7 @@ static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& ou
         }
         std::size_t packed_size = 0;
         for (std::size_t plane_index = 0; plane_index < channels; ++plane_index) {
-            // The filling repeats the last pixel, which packs best.
+            // Pad with the last pixel, which packs best.
             const std::span<std::uint8_t> plane =
                 std::span(planes).subspan(plane_index * bytes_per_line, bytes_per_line);
             plane[bytes_per_line - 1] = plane[width - 1];

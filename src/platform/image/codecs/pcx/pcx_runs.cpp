@@ -1,4 +1,4 @@
-// The run-length coding of PCX files.
+// PCX run-length coding.
 #include "src/platform/image/codecs/pcx/pcx_runs.h"
 
 #include <algorithm>
@@ -10,20 +10,20 @@ static constexpr std::size_t kLongestRun = 63;
 static constexpr std::uint64_t kHighBits = 0x8080808080808080;
 static constexpr std::ptrdiff_t kRoom = 8 + 64;
 
-static std::uint64_t EightIndexes(const std::uint8_t* bytes)
+static std::uint64_t LoadEight(const std::uint8_t* bytes)
 {
     std::uint64_t byte_count = 0;
     std::memcpy(&byte_count, bytes, 8);
     return byte_count;
 }
 
-// The high bit of each of the eight bytes that has both high bits set, and so can't stand for itself.
-static std::uint64_t MarkCount(std::uint64_t bytes)
+// Sets the high bit of each of the eight bytes whose top two bits are set: such a byte needs a count.
+static std::uint64_t EscapeMarks(std::uint64_t bytes)
 {
     return bytes & bytes << 1 & kHighBits;
 }
 
-// The first of the eight bytes, as they lie in memory, that isn't 0. bits is not 0.
+// Index in memory order of the first byte that isn't 0. bits must not be 0.
 static std::size_t FirstOf(std::uint64_t bits)
 {
     const int zeros =
@@ -31,7 +31,7 @@ static std::size_t FirstOf(std::uint64_t bits)
     return static_cast<std::size_t>(zeros) / 8;
 }
 
-// The high bit of each of the eight bytes that is 0. Every bit is exact: no borrow passes from byte to byte.
+// Sets the high bit of each of the eight bytes that is 0. Exact: no borrow crosses bytes.
 static std::uint64_t ZeroBytes(std::uint64_t bytes)
 {
     return ~(((bytes & ~kHighBits) + ~kHighBits) | bytes) & kHighBits;
@@ -57,12 +57,12 @@ bool PcxRuns::NextRow(std::span<std::uint8_t> row)
             run_ -= count;
             continue;
         }
-        // Where there is room for the longest run: eight bytes at once, of which those before the first mark
-        // count, and then the run.
+        // While there is room for the longest run: copy eight bytes at once, keep those before the first
+        // count, then expand that run.
         while (end - out >= kRoom && in_end - in >= 10) {
-            const std::uint64_t bytes = EightIndexes(in);
+            const std::uint64_t bytes = LoadEight(in);
             std::memcpy(out, &bytes, 8);
-            const std::uint64_t found = MarkCount(bytes);
+            const std::uint64_t found = EscapeMarks(bytes);
             const std::size_t plain = found == 0 ? 8 : FirstOf(found);
             out += plain;
             in += plain;
@@ -90,14 +90,14 @@ bool PcxRuns::NextRow(std::span<std::uint8_t> row)
     return true;
 }
 
-// How often the first byte comes in a row, up to max times.
+// The length of the run at bytes, up to max.
 static std::size_t RunAt(const std::uint8_t* bytes, std::size_t max)
 {
     std::uint64_t all_first = 0;
     std::memset(&all_first, *bytes, 8);
     std::size_t count = 1;
     for (; count + 8 <= max; count += 8) {
-        const std::uint64_t change = EightIndexes(bytes + count) ^ all_first;
+        const std::uint64_t change = LoadEight(bytes + count) ^ all_first;
         if (change != 0)
             return count + FirstOf(change);
     }
@@ -112,11 +112,11 @@ std::size_t PackPcxRow(Bytes row, std::uint8_t* out)
     const std::uint8_t* const end = in + row.size();
     std::uint8_t* const start = out;
     while (in < end) {
-        // Eight bytes at once, of which those before the first one that needs a mark or is repeated count.
+        // Copy eight bytes at once and keep those before the first one that needs a count or starts a run.
         if (end - in > 8) {
-            const std::uint64_t bytes = EightIndexes(in);
-            const std::uint64_t change = bytes ^ EightIndexes(in + 1);
-            const std::uint64_t found = MarkCount(bytes) | ZeroBytes(change);
+            const std::uint64_t bytes = LoadEight(in);
+            const std::uint64_t change = bytes ^ LoadEight(in + 1);
+            const std::uint64_t found = EscapeMarks(bytes) | ZeroBytes(change);
             const std::size_t plain = found == 0 ? 8 : FirstOf(found);
             std::memcpy(out, &bytes, 8);
             out += plain;

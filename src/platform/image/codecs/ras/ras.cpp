@@ -18,7 +18,7 @@ static constexpr std::uint32_t kMagic = 0x59A66A95;
 static constexpr std::uint64_t kHeaderSize = 32;
 static constexpr std::uint8_t kEscape = 0x80;
 
-// Kinds of file; 0, the old one, differs from the standard in a header field that nobody needs.
+// File types. Type 0, old, differs from standard only in a header field that we don't use.
 static constexpr std::uint32_t kStandard = 1;
 static constexpr std::uint32_t kByteEncoded = 2;
 static constexpr std::uint32_t kRgb = 3;
@@ -36,15 +36,15 @@ struct RasHeader {
     std::uint64_t map_size = 0;
 
     std::uint64_t RowBytes() const { return (width * bits + 7) / 8; }
-    std::uint64_t Stride() const { return (RowBytes() + 1) / 2 * 2; }  ///< rows are filled up to 16 bits
+    std::uint64_t Stride() const { return (RowBytes() + 1) / 2 * 2; }  ///< rows are padded to 16 bits
     std::uint64_t BitsOffset() const { return kHeaderSize + map_size; }
 };
 
-/// What the pixels become: the level of every value of blue, green and red.
+/// Maps stored values to levels, per channel: B, G, R.
 struct RasColours {
     std::int32_t channels = 3;
     std::array<std::array<std::uint8_t, 256>, 3> levels{};
-    bool plain = true;  ///< every value is its own level
+    bool plain = true;  ///< identity
 };
 }  // namespace
 
@@ -60,7 +60,7 @@ static bool ReadHeader(InputFile& file, RasHeader& header)
     header.width = reader.U32Be();
     header.height = reader.U32Be();
     header.bits = reader.U32Be();
-    reader.U32Be();  // size of the data: old files leave it 0, so it is not believed
+    reader.U32Be();  // data size: 0 in old files, so don't rely on it
     header.kind = reader.U32Be();
     header.map_kind = reader.U32Be();
     header.map_size = reader.U32Be();
@@ -69,7 +69,7 @@ static bool ReadHeader(InputFile& file, RasHeader& header)
            header.BitsOffset() < file.Size();
 }
 
-// A map of a picture of 24 or 32 bits holds the levels of each channel.
+// Reads the map. For 24 or 32 bits per pixel it maps the levels of each channel.
 static bool ReadColours(InputFile& file, const RasHeader& header, RasColours& colours)
 {
     constexpr std::uint64_t kLongestMap = 3 * 65536;
@@ -99,7 +99,7 @@ static bool ReadColours(InputFile& file, const RasHeader& header, RasColours& co
     return true;
 }
 
-// Indexes or levels of 1 and 8 bits.
+// Converts 1 or 8-bit indices or levels.
 static void ConvertSmall(const RasHeader& header, const RasColours& colours, const std::uint8_t* row,
                          std::uint8_t* out)
 {
@@ -120,7 +120,7 @@ static void ConvertColours(const RasHeader& header, const RasColours& colours, c
     } else if (header.bits == 24) {
         std::memcpy(out, row, width * 3);
     } else {
-        // The byte that fills a pixel up comes first.
+        // The padding byte comes first.
         for (std::uint64_t x = 0; x < width; ++x)
             std::memcpy(out + x * 3, row + x * 4 + 1, 3);
         if (is_rgb)
@@ -143,8 +143,7 @@ static void ConvertRow(const RasHeader& header, const RasColours& colours, const
 
 namespace
 {
-/// The bytes of the kind byte-encoded: 0x80 begins a run (count less 1, byte), 0x80 0 is the byte 0x80. Runs
-/// go on from row to row.
+/// Decodes type byte-encoded: 0x80, count - 1, byte is a run; 0x80 0 is a literal 0x80. Runs may cross rows.
 class RasRuns
 {
 public:
@@ -208,7 +207,7 @@ static bool DecodeRuns(InputFile& file, const RasHeader& header, const RasColour
     if (bytes.size() < header.BitsOffset())
         return false;
     const Bytes data = bytes.subspan(header.BitsOffset());
-    // Three bytes hold 256 at most. The last row's filling may be missing.
+    // Three bytes decode to at most 256. The last row's padding may be missing.
     const std::uint64_t needed = header.Stride() * (header.height - 1) + header.RowBytes();
     if (needed > (data.size() + 2) / 3 * 256 ||
         !Allocate(image, header.width, header.height, colours.channels))
@@ -263,7 +262,7 @@ static bool Encode(const ImageBuffer& image, const SaveSettings&, OutputFile& ou
     const std::uint64_t row_size =
         static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.channels);
     const std::uint64_t stride = (row_size + 1) / 2 * 2;
-    if (stride * height > UINT32_MAX)  // the header's field for the size has 32 bits
+    if (stride * height > UINT32_MAX)  // the header's size field has 32 bits
         return false;
     out.WriteU32Be(kMagic);
     out.WriteU32Be(static_cast<std::uint32_t>(image.width));

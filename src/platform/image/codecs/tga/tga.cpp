@@ -23,7 +23,7 @@ static bool Sniff(Bytes head, std::string_view extension)
 
 namespace
 {
-/// Turns stored rows into rows of the picture.
+/// Converts stored rows to rows of the picture.
 class TgaPixels
 {
 public:
@@ -141,8 +141,8 @@ static bool DecodePacked(InputFile& file, const TgaHeader& header, const TgaPixe
     return true;
 }
 
-// Colours that were multiplied by their alpha, divided again.
-static void Unmultiply(ImageBuffer& image)
+// Undoes premultiplied alpha.
+static void DivideByAlpha(ImageBuffer& image)
 {
     for (std::size_t i = 0; i + 3 < image.bytes.size(); i += 4) {
         const std::uint32_t alpha = image.bytes[i + 3];
@@ -166,7 +166,7 @@ static bool Decode(InputFile& file, const TgaHeader& header, ImageBuffer& image)
         return false;
     DropUnsetAlpha(result);
     if (result.channels == 4 && alpha == TgaAlpha::kPremultiplied)
-        Unmultiply(result);
+        DivideByAlpha(result);
     image = std::move(result);
     return true;
 }

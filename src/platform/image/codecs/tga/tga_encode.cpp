@@ -10,7 +10,7 @@
 
 static constexpr std::uint8_t kTrueColour = 2;
 static constexpr std::uint8_t kGrey = 3;
-static constexpr std::uint8_t kPacked = 8;  // added to the kind
+static constexpr std::uint8_t kPacked = 8;  // added to the image type
 static constexpr std::uint8_t kFromTop = 32;
 
 static Bytes RowOf(const ImageBuffer& image, std::size_t y)
@@ -20,7 +20,7 @@ static Bytes RowOf(const ImageBuffer& image, std::size_t y)
     return Bytes(image.bytes).subspan(y * row_size, row_size);
 }
 
-// Packs up to 64 rows from all over the picture.
+// Packs up to 64 rows spread over the picture.
 static bool IsWorthPacking(const ImageBuffer& image, std::vector<std::uint8_t>& packed)
 {
     const auto height = static_cast<std::size_t>(image.height);
@@ -41,7 +41,7 @@ static void WriteHeader(const ImageBuffer& image, bool packed, OutputFile& out)
     out.WriteU8(0);
     out.WriteU8(0);
     out.WriteU8(packed ? kind | kPacked : kind);
-    out.Write(std::array<std::uint8_t, 9>{});  // no colour map, at no place of a screen
+    out.Write(std::array<std::uint8_t, 9>{});  // no colour map, screen origin 0
     out.WriteU16Le(static_cast<std::uint16_t>(image.width));
     out.WriteU16Le(static_cast<std::uint16_t>(image.height));
     out.WriteU8(static_cast<std::uint8_t>(image.channels * 8));
@@ -59,7 +59,7 @@ bool EncodeTga(const ImageBuffer& image, const SaveSettings& settings, OutputFil
     for (std::size_t y = 0; packs && y < static_cast<std::size_t>(image.height) && !out.Failed(); ++y)
         out.Write(Bytes(packed).first(PackTgaRow(RowOf(image, y), channels, packed.data())));
 
-    // The footer can't point to what lies beyond 4 GB: then there is no area.
+    // The footer's offsets have 32 bits: past 4 GB, leave the extension area out.
     const std::uint64_t end = out.Position();
     const bool has_extension = end <= UINT32_MAX;
     if (has_extension)

@@ -4,8 +4,7 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Greys with 8 bits, colours with 24, colours and alpha with 32, from the top left corner; extension area
-/// and footer follow. Size against speed: a few rows are packed for trial, and the picture is run-length
-/// encoded if they became smaller by a fifth. Photographs don't, and go out in one write as they lie in
-/// memory; drawings and scans do.
+/// Writes grey with 8 bits, colour with 24, colour with alpha with 32; top-left origin, extension area and
+/// footer. A few rows are packed as a trial, and the picture is run-length encoded only if they shrink by a
+/// fifth: drawings and scans do, while photographs don't and are written in one go.
 bool EncodeTga(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

@@ -1,4 +1,4 @@
-// Makes the extension area of a Targa file.
+// Builds the extension area of a Targa file.
 #include "src/platform/image/codecs/tga/tga_extension.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 #include "src/platform/image/metadata/metadata.h"
 
-// Where the fields begin, and how long they are with the zero that ends a text.
+// Field offsets, and field sizes including the terminating NUL.
 static constexpr std::size_t kAuthor = 2;
 static constexpr std::size_t kShortText = 41;
 static constexpr std::size_t kComments = 43;
@@ -28,8 +28,8 @@ static void PutU16(std::span<std::uint8_t> place, std::size_t value)
     place[1] = static_cast<std::uint8_t>(value >> 8);
 }
 
-// The most of text that fits in room bytes without cutting a character in two.
-static std::string_view FittingPart(std::string_view text, std::size_t room)
+// The longest part of text that fits in `room` bytes without splitting a UTF-8 character.
+static std::string_view TruncateUtf8(std::string_view text, std::size_t room)
 {
     if (text.size() <= room)
         return text;
@@ -40,16 +40,16 @@ static std::string_view FittingPart(std::string_view text, std::size_t room)
 
 static void PutText(std::span<std::uint8_t> field, std::string_view text)
 {
-    const std::string_view put = FittingPart(text, field.size() - 1);
+    const std::string_view put = TruncateUtf8(text, field.size() - 1);
     std::copy(put.begin(), put.end(), field.begin());
 }
 
-// Puts text into the lines from line_index on and moves line_index behind it; what doesn't fit is left out.
+// Writes text to the lines starting at line_index and advances it; text that doesn't fit is dropped.
 static void PutLines(std::span<std::uint8_t> comments, std::string_view text, std::size_t& line_index)
 {
     for (; !text.empty() && line_index < kCommentLines; ++line_index) {
         const std::size_t line_break = std::min(text.find('\n'), text.size());
-        const std::string_view line = FittingPart(text.substr(0, line_break), kCommentLine - 1);
+        const std::string_view line = TruncateUtf8(text.substr(0, line_break), kCommentLine - 1);
         PutText(comments.subspan(line_index * kCommentLine, kCommentLine), line);
         text.remove_prefix(line.size() == line_break ? std::min(line_break + 1, text.size())
                                                      : std::max<std::size_t>(line.size(), 1));
@@ -88,7 +88,7 @@ std::array<std::uint8_t, kTgaExtensionSize> TgaExtension(const ImageInfoTexts& t
     PutDate(all.subspan(kDate, 12), texts.sDateTime);
     PutText(all.subspan(kJobName, kShortText), texts.sTitle);
     PutText(all.subspan(kSoftware, kShortText), "Varnel");
-    PutU16(all.subspan(kSoftwareVersion, 2), 100);  // hundredths
+    PutU16(all.subspan(kSoftwareVersion, 2), 100);  // in hundredths
     area[kSoftwareVersion + 2] = ' ';
     area.back() = has_alpha ? kUsefulAlpha : 0;
     return area;

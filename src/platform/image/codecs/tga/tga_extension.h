@@ -1,4 +1,4 @@
-// The extension area of a Targa file, which holds the texts.
+// The extension area of a Targa file, which stores the texts.
 // Room: platform/image/codecs/tga.
 #pragma once
 
@@ -8,7 +8,7 @@
 #include "src/platform/image/codecs/tga/tga_header.h"
 #include "src/platform/image_library.h"
 
-/// The area for a picture with or without alpha. The author goes to the author's name; title and description,
-/// in lines of 80, to the four comment lines; the title also to the job's name; the date, if it is one, to
-/// the date stamp. Texts are UTF-8, cut to their fields between two characters.
+/// Builds the extension area. Author goes to the author field; title and description, wrapped at 80 columns,
+/// to the four comment lines; the title also to the job name; a valid date to the date stamp. Texts are
+/// UTF-8, truncated between characters.
 std::array<std::uint8_t, kTgaExtensionSize> TgaExtension(const ImageInfoTexts& texts, bool has_alpha);

@@ -1,9 +1,9 @@
-// Reads what stands around the pixels of a Targa file.
+// Reads header, colour map and footer of a Targa file.
 #include "src/platform/image/codecs/tga/tga_header.h"
 
 #include <algorithm>
 
-static constexpr std::uint32_t kPackedKind = 8;  // added to the number of the plain kind
+static constexpr std::uint32_t kPackedKind = 8;  // added to the plain image type
 
 static bool ReadKind(std::uint32_t code, TgaKind& kind)
 {
@@ -44,7 +44,7 @@ bool ReadTgaHeader(Bytes head, TgaHeader& header)
     result.map_first = reader.U16Le();
     result.map_length = reader.U16Le();
     result.map_bits = reader.U8();
-    reader.U32Le();  // where on a screen the picture was
+    reader.U32Le();  // screen origin
     result.width = reader.U16Le();
     result.height = reader.U16Le();
     result.bits = reader.U8();
@@ -71,7 +71,7 @@ bool ReadTgaHeader(Bytes head, TgaHeader& header)
     return true;
 }
 
-// The extension area's byte for the kind of alpha; 0 to 4 mean something, and -1 is no area.
+// The extension area's alpha type, 0 to 4; -1 if there is no extension area.
 static int AttributesType(InputFile& file)
 {
     std::array<std::uint8_t, kTgaFooterSize> footer{};
@@ -91,16 +91,16 @@ static int AttributesType(InputFile& file)
 TgaAlpha ReadTgaAlpha(InputFile& file, const TgaHeader& header)
 {
     switch (AttributesType(file)) {
-        case 0:  // none
-        case 1:  // undefined, to be ignored
-        case 2:  // undefined, to be kept
+        case 0:  // no alpha
+        case 1:  // undefined, ignore
+        case 2:  // undefined, retain
             return TgaAlpha::kNone;
         case 3:
             return TgaAlpha::kStraight;
         case 4:
             return TgaAlpha::kPremultiplied;
         default: {
-            // Programs in use write 32 bits with alpha and count none in the descriptor.
+            // Common programs write 32-bit pixels with alpha but leave the descriptor's count 0.
             const bool four_bytes = header.bits == 32 || header.map_bits == 32;
             return header.alpha_bits > 0 || four_bytes ? TgaAlpha::kStraight : TgaAlpha::kNone;
         }

@@ -1,4 +1,4 @@
-// What stands around the pixels of a Targa file: header, colour map, footer.
+// Header, colour map and footer of a Targa file.
 // Room: platform/image/codecs/tga.
 #pragma once
 
@@ -10,7 +10,7 @@
 
 enum class TgaKind { kMapped, kTrueColour, kGrey };
 
-/// What the alpha of the pixels is worth.
+/// How to use the pixels' alpha.
 enum class TgaAlpha { kNone, kStraight, kPremultiplied };
 
 struct TgaHeader {
@@ -18,13 +18,13 @@ struct TgaHeader {
     bool packed = false;
     std::uint64_t width = 0;
     std::uint64_t height = 0;
-    std::uint32_t bits = 0;        ///< 8, 15, 16, 24 or 32 a pixel
-    std::uint32_t alpha_bits = 0;  ///< as the descriptor counts them
+    std::uint32_t bits = 0;        ///< per pixel: 8, 15, 16, 24 or 32
+    std::uint32_t alpha_bits = 0;  ///< from the descriptor
     bool from_right = false;
     bool from_top = false;
-    std::uint32_t map_first = 0;    ///< the index of the colour map's first entry
+    std::uint32_t map_first = 0;    ///< index of the colour map's first entry
     std::uint32_t map_length = 0;   ///< entries
-    std::uint32_t map_bits = 0;     ///< 15, 16, 24 or 32 an entry
+    std::uint32_t map_bits = 0;     ///< per entry: 15, 16, 24 or 32
     std::uint64_t map_offset = 0;   ///< in the file
     std::uint64_t bits_offset = 0;  ///< in the file
 
@@ -35,20 +35,18 @@ constexpr std::size_t kTgaHeaderSize = 18;
 constexpr std::size_t kTgaFooterSize = 26;
 constexpr std::size_t kTgaExtensionSize = 495;
 
-/// Text and zero at the end of a footer.
+/// The footer's signature, NUL included.
 constexpr std::string_view kTgaSignature{"TRUEVISION-XFILE.\0", 18};
 
-/// False for a header that no Targa file has: another kind, another depth, no size, interleaved rows.
+/// False for a header that can't be a Targa's: unknown kind or depth, no size, interleaved rows.
 bool ReadTgaHeader(Bytes head, TgaHeader& header);
 
-/// What the extension area says of alpha; without one it counts where the descriptor counts alpha bits, and
-/// in 32 bits.
+/// Reads the alpha type from the extension area. Without one, alpha is used if the descriptor counts alpha
+/// bits, and for 32-bit pixels.
 TgaAlpha ReadTgaAlpha(InputFile& file, const TgaHeader& header);
 
-/// B, G, R, A of one stored pixel or map entry of 15, 16, 24 or 32 bits. Alpha is 255 for those that have
-/// none.
+/// BGRA of a stored pixel or map entry of 15, 16, 24 or 32 bits; alpha is 255 where none is stored.
 std::array<std::uint8_t, 4> TgaColour(const std::uint8_t* stored, std::uint32_t bits);
 
-/// The colour map by index, from 0 on; entries before the first are black. False when the file doesn't hold
-/// it.
+/// Reads the colour map, indexed from 0; entries before the first are black. False if the file is too short.
 bool ReadTgaMap(InputFile& file, const TgaHeader& header, std::vector<std::array<std::uint8_t, 4>>& map);

@@ -1,4 +1,4 @@
-// The run-length coding of Targa files.
+// Targa run-length coding.
 #include "src/platform/image/codecs/tga/tga_runs.h"
 
 #include <algorithm>
@@ -33,7 +33,7 @@ bool TgaRuns::NextRow(std::span<std::uint8_t> row)
         out += pixels * pixel_size_;
         room -= pixels;
         pixels_left_ -= pixels;
-        // The pixel of a repetition that goes on in the next row stays to be read again.
+        // Keep the repeated pixel in the input if the packet continues in the next row.
         if (!repeats_ || pixels_left_ == 0)
             left_ = left_.subspan(stored);
     }
@@ -42,12 +42,11 @@ bool TgaRuns::NextRow(std::span<std::uint8_t> row)
 
 std::size_t MaxPackedTgaSize(std::size_t pixels, std::size_t pixel_size)
 {
-    // A repetition saves at least the two heads that it costs, so that only full plain packets add to the
-    // size.
+    // A run packet saves at least the two headers it may cost, so the worst case is full raw packets only.
     return pixels * pixel_size + pixels / kTgaPacket + 1;
 }
 
-// A constant size, so that the comparisons below become one or two loads.
+// Compares with a constant size, which compiles to one or two loads.
 template <std::size_t kSize>
 static bool IsSame(const std::uint8_t* pixel)
 {
@@ -57,7 +56,7 @@ static bool IsSame(const std::uint8_t* pixel)
 template <std::size_t kSize>
 static std::size_t Pack(const std::uint8_t* in, std::size_t pixels, std::uint8_t* out)
 {
-    // Two equal pixels of one byte are no gain inside other ones: they cost a new head afterwards.
+    // Two equal one-byte pixels don't pay inside a raw packet, since they cost another header afterwards.
     constexpr std::size_t kWorth = kSize == 1 ? 3 : 2;
     const std::uint8_t* const start = out;
     const auto run_at = [&](std::size_t x) {

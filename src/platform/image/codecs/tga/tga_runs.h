@@ -1,4 +1,4 @@
-// The run-length coding of Targa files.
+// Targa run-length coding.
 // Room: platform/image/codecs/tga.
 #pragma once
 
@@ -7,28 +7,28 @@
 
 #include "src/platform/image/base/byte_reader.h"
 
-/// The most pixels that a packet holds.
+/// Maximum pixels per packet.
 constexpr std::size_t kTgaPacket = 128;
 
-/// Packets of 1 to 128 pixels: one that is repeated, or each by itself. Packets may go on from row to row.
+/// Decodes packets of 1 to 128 pixels: one pixel repeated, or all of them stored. Packets may cross rows.
 class TgaRuns
 {
 public:
-    /// data must outlive the object; pixel_size is 1 to 4 bytes.
+    /// data must outlive this object; pixel_size is 1 to 4 bytes.
     TgaRuns(Bytes data, std::size_t pixel_size) : left_(data), pixel_size_(pixel_size) {}
 
-    /// Fills all of row, whole pixels; False when the data ended before.
+    /// Fills row, a whole number of pixels. False if the data ends too early.
     bool NextRow(std::span<std::uint8_t> row);
 
 private:
     Bytes left_;
     std::size_t pixel_size_;
-    std::size_t pixels_left_ = 0;  ///< of the packet that the last row ended in
+    std::size_t pixels_left_ = 0;  ///< in the packet that continues in the next row
     bool repeats_ = false;
 };
 
-/// How many bytes a row takes at most when it is packed.
+/// Upper bound of a packed row in bytes.
 std::size_t MaxPackedTgaSize(std::size_t pixels, std::size_t pixel_size);
 
-/// Packs the whole pixels of one row and returns how many bytes it took; out has room for MaxPackedTgaSize.
+/// Packs a row and returns the packed size. out needs room for MaxPackedTgaSize() bytes.
 std::size_t PackTgaRow(Bytes row, std::size_t pixel_size, std::uint8_t* out);
