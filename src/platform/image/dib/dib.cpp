@@ -1,4 +1,4 @@
-// Reads the headers of device-independent bitmaps and decodes their bits.
+// Reads DIB headers and decodes the pixels.
 #include "src/platform/image/dib/dib.h"
 
 #include <algorithm>
@@ -16,11 +16,11 @@
 static constexpr std::uint32_t kOs2Header = 12;
 static constexpr std::uint32_t kOs2LongHeader = 64;
 static constexpr std::uint32_t kWindowsHeader = 40;
-static constexpr std::uint32_t kColourMasksHeader = 52;  // and each later one
+static constexpr std::uint32_t kColourMasksHeader = 52;  // also all longer ones
 static constexpr std::uint32_t kAlphaMaskHeader = 56;
 static constexpr std::uint32_t kVersion5Header = 124;
 
-// The compression field. OS/2 has its own meaning for 3 and 4.
+// Values of the compression field. In OS/2 headers 3 and 4 have other meanings.
 static constexpr std::uint32_t kRgb = 0;
 static constexpr std::uint32_t kRle8 = 1;
 static constexpr std::uint32_t kRle4 = 2;
@@ -34,7 +34,7 @@ static constexpr std::uint32_t kEmbeddedProfile = 0x4D424544;  // "MBED"
 
 namespace
 {
-/// The numbers of a header as they stand in it; those that it is too short for are 0.
+/// Header fields as stored; those past the end of a shorter header are 0.
 struct RawHeader {
     std::uint32_t size = 0;
     bool os2 = false;
@@ -48,8 +48,7 @@ static double InchesFromMetres(std::int32_t dots_per_metre)
     return dots_per_metre > 0 ? dots_per_metre * 0.0254 : 0;
 }
 
-// Reads the fields from a copy of the header filled up with zeros, since OS/2 allows to leave off any at the
-// end.
+// Reads the fields from a zero-padded copy, since OS/2 allows headers to stop after any field.
 static bool ReadFields(Bytes dib, DibHeader& header, RawHeader& raw)
 {
     ByteReader size(dib);
@@ -65,7 +64,7 @@ static bool ReadFields(Bytes dib, DibHeader& header, RawHeader& raw)
     raw.os2 = raw.size < kWindowsHeader || raw.size == kOs2LongHeader;
     const std::int64_t width = core_header ? reader.U16Le() : reader.I32Le();
     const std::int64_t height = core_header ? reader.U16Le() : reader.I32Le();
-    reader.U16Le();  // planes: always 1, whatever stands here
+    reader.U16Le();  // planes: always 1, whatever the field holds
     header.bits = reader.U16Le();
     if (width <= 0 || height == 0)
         return false;
@@ -75,7 +74,7 @@ static bool ReadFields(Bytes dib, DibHeader& header, RawHeader& raw)
     if (core_header)
         return true;
     raw.compression = reader.U32Le();
-    reader.U32Le();  // size of the bits: many writers leave it 0, so it is not believed
+    reader.U32Le();  // data size: many writers leave it 0, so don't rely on it
     header.dots_per_inch_x = InchesFromMetres(reader.I32Le());
     header.dots_per_inch_y = InchesFromMetres(reader.I32Le());
     raw.colours_used = reader.U32Le();
@@ -87,7 +86,7 @@ static bool ReadFields(Bytes dib, DibHeader& header, RawHeader& raw)
     if (raw.size < kAlphaMaskHeader)
         header.masks[3] = 0;
     const std::uint32_t colour_space = reader.U32Le();
-    reader.Take(12 * 4);  // end points, gammas
+    reader.Take(12 * 4);  // endpoints, gammas
     reader.U32Le();       // intent
     if (raw.size >= kVersion5Header && colour_space == kEmbeddedProfile) {
         header.profile_offset = reader.U32Le();
@@ -108,7 +107,7 @@ static bool ReadStorage(const RawHeader& raw, DibHeader& header)
         case kRle4:
             header.storage = DibStorage::kRle4;
             return bits == 4;
-        case kBitfields:  // for OS/2 this is a fax code, which nobody wrote
+        case kBitfields:  // in OS/2 headers a fax compression that no program wrote
             return !raw.os2 && (bits == 16 || bits == 32);
         case kAlphaBitfields:
             return !raw.os2 && (bits == 16 || bits == 32);
@@ -124,9 +123,9 @@ static bool ReadStorage(const RawHeader& raw, DibHeader& header)
     }
 }
 
-// The masks that count: those of the header, those behind it, or the usual ones. Returns how many bytes they
-// take behind the header.
-static std::uint64_t SettleMasks(const RawHeader& raw, Bytes behind_header, DibHeader& header)
+// Picks the masks: from the header, after the header, or the defaults. Returns the bytes that masks take
+// after the header.
+static std::uint64_t ReadMasks(const RawHeader& raw, Bytes behind_header, DibHeader& header)
 {
     const bool named = raw.compression == kBitfields || raw.compression == kAlphaBitfields;
     if (named && raw.size < kColourMasksHeader) {
@@ -137,7 +136,8 @@ static std::uint64_t SettleMasks(const RawHeader& raw, Bytes behind_header, DibH
         return count * 4;
     }
     if (!named) {
-        // The colour masks of the header have no meaning then; that for alpha does, and only in one place.
+        // Without bitfields compression, the colour masks are meaningless; an alpha mask counts if it is the
+        // top byte.
         const bool has_alpha = header.bits == 32 && header.masks[3] == 0xFF000000;
         if (header.bits == 16)
             header.masks = {0x7C00, 0x3E0, 0x1F, 0};
@@ -151,7 +151,7 @@ static void ReadPalette(Bytes colours, std::size_t entry_size, std::uint64_t ent
 {
     const std::uint64_t available = std::min<std::uint64_t>(entries, colours.size() / entry_size);
     header.grey_palette = true;
-    if (available == 0) {  // without any palette the indexes are levels
+    if (available == 0) {  // without a palette, indices are grey levels
         for (std::uint64_t i = 0; i < 1u << header.bits; ++i)
             header.palette[i].fill(static_cast<std::uint8_t>(i * 255 / ((1u << header.bits) - 1)));
     }
@@ -172,7 +172,7 @@ bool ReadDibHeader(Bytes dib, DibHeader& header)
     if (embedded)
         result.bits = 0;
 
-    const std::uint64_t masks = SettleMasks(raw, dib.subspan(raw.size), result);
+    const std::uint64_t masks = ReadMasks(raw, dib.subspan(raw.size), result);
     const std::size_t entry_size = raw.size == kOs2Header ? 3 : 4;
     const bool indexes = !embedded && result.bits <= 8;
     const std::uint64_t max = indexes ? 1ull << result.bits : 0;
@@ -205,7 +205,7 @@ static std::uint8_t* RowOf(ImageBuffer& image, const DibHeader& header, std::uin
 
 static bool DecodeRaw(const DibHeader& header, Bytes bits, ImageBuffer& image)
 {
-    // The last row's filling may be missing.
+    // The last row's padding may be missing.
     const std::uint64_t stride = DibStride(header);
     const std::uint64_t last_row = (header.width * header.bits + 7) / 8;
     if (!IsSizeAllowed(header.width, header.height) ||
@@ -220,8 +220,8 @@ static bool DecodeRaw(const DibHeader& header, Bytes bits, ImageBuffer& image)
 
 static bool DecodeRuns(const DibHeader& header, Bytes bits, ImageBuffer& image)
 {
-    // Two bytes hold a run of up to 255 pixels, so there is a least size for a picture that is more than its
-    // skips. Small ones may skip as they like.
+    // Two bytes encode a run of at most 255 pixels, which limits the size of a picture that isn't mostly
+    // skips. Small pictures may skip as much as they like.
     constexpr std::uint64_t kSmall = 1 << 20;
     if (!IsSizeAllowed(header.width, header.height))
         return false;
@@ -242,7 +242,7 @@ static bool DecodeRuns(const DibHeader& header, Bytes bits, ImageBuffer& image)
     return runs.IsComplete();
 }
 
-// A whole file of another format takes the place of the bits.
+// Decodes a bitmap whose pixels are a complete JPEG or PNG file.
 static bool DecodeEmbedded(FileType type, Bytes bits, ImageBuffer& image)
 {
     const Codec* codec = CodecOfType(type);

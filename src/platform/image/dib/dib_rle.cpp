@@ -1,11 +1,11 @@
-// Unpacks the run-length encoded pixels of device-independent bitmaps.
+// Decodes run-length encoded DIB pixels.
 #include "src/platform/image/dib/dib_rle.h"
 
 #include <algorithm>
 #include <array>
 
-// A pair of bytes is a count and a value; a count of 0 makes the value a command, and above these a count of
-// its own.
+// Data is pairs of count and value. If count is 0, value is a command or, above these, a count of literal
+// pixels.
 static constexpr std::uint32_t kEndOfRow = 0;
 static constexpr std::uint32_t kEndOfBitmap = 1;
 static constexpr std::uint32_t kDelta = 2;
@@ -23,7 +23,7 @@ void DibRuns::Put(std::span<std::uint8_t> row, Bytes pixel)
     ++column_;
 }
 
-// count pixels as they are, filled up to an even count of bytes.
+// Copies `count` literal pixels, which are padded to an even number of bytes.
 void DibRuns::CopyAbsolute(std::uint32_t count, std::span<std::uint8_t> row)
 {
     if (storage_ == DibStorage::kRle4) {
@@ -43,7 +43,7 @@ void DibRuns::CopyAbsolute(std::uint32_t count, std::span<std::uint8_t> row)
     reader_.Take(std::min<std::uint64_t>(pixels.size() % 2, reader_.Left()));
 }
 
-// count times one pixel; with 4 bits two pixels in turn.
+// Repeats one pixel, or two alternating pixels with 4 bits, `count` times.
 void DibRuns::FillRun(std::uint32_t count, std::span<std::uint8_t> row)
 {
     const Bytes value = reader_.Take(storage_ == DibStorage::kRle24 ? 3 : 1);
@@ -73,7 +73,7 @@ void DibRuns::NextRow(std::span<std::uint8_t> row)
         }
         const std::uint32_t command = reader_.U8();
         if (reader_.Failed()) {
-            // A last row that is full needs no mark behind it.
+            // The last row needs no end marker if it is full.
             cut_ = column_ < width_;
             ended_ = cut_;
             column_ = 0;

@@ -1,4 +1,4 @@
-// Unpacks the run-length encoded pixels of device-independent bitmaps.
+// Decodes run-length encoded DIB pixels.
 // Room: platform/image/dib.
 #pragma once
 
@@ -7,18 +7,18 @@
 
 #include "src/platform/image/dib/dib.h"
 
-/// Hands out the rows of one bitmap of kRle4, kRle8 or kRle24. Whatever the bytes are, every call ends.
+/// Decodes a kRle4, kRle8 or kRle24 bitmap row by row. Every call terminates, whatever the data.
 class DibRuns
 {
 public:
-    /// bits must outlive the object.
+    /// bits must outlive this object.
     DibRuns(const DibHeader& header, Bytes bits);
 
-    /// Fills row, width items, with the next row in stored order: one palette index of 8 bits a pixel, or
-    /// B, G, R for kRle24. Pixels that the runs pass over are 0; what runs lay beyond the right edge is cut.
+    /// Fills row with the next stored row: an 8-bit palette index per pixel, or BGR for kRle24. Skipped
+    /// pixels are 0; runs are clipped at the right edge.
     void NextRow(std::span<std::uint8_t> row);
 
-    /// False when the bytes were at an end before the rows and there was no mark to say that this is so.
+    /// False if the data ended early without an end marker.
     bool IsComplete() const { return !cut_; }
 
 private:
@@ -30,7 +30,7 @@ private:
     std::uint64_t width_;
     ByteReader reader_;
     std::uint64_t column_ = 0;
-    std::uint32_t rows_to_go_ = 0;  ///< how many rows on a delta has put the place of the next pixel
+    std::uint32_t rows_to_go_ = 0;  ///< rows that the last delta still skips
     bool ended_ = false;
     bool cut_ = false;
 };

@@ -1,4 +1,4 @@
-// Turns the raw rows of device-independent bitmaps into pixels.
+// Converts uncompressed DIB rows to pixels.
 #include "src/platform/image/dib/dib_rows.h"
 
 #include <bit>
@@ -6,7 +6,7 @@
 
 #include "src/platform/image/pixels/pixel_rows.h"
 
-// The masks of bitmaps that name none.
+// Default masks.
 static constexpr std::array<std::uint32_t, 3> kPlainMasks32 = {0xFF0000, 0xFF00, 0xFF};
 
 DibRows::DibRows(const DibHeader& header) : header_(header), channels_(DibChannels(header))

@@ -1,4 +1,4 @@
-// Turns the raw rows of device-independent bitmaps into pixels.
+// Converts uncompressed DIB rows to pixels.
 // Room: platform/image/dib.
 #pragma once
 
@@ -8,23 +8,22 @@
 
 #include "src/platform/image/dib/dib.h"
 
-/// Made once a bitmap, since the tables for palettes and masks are.
+/// Create one per bitmap: the constructor builds LUTs for palettes and masks.
 class DibRows
 {
 public:
-    /// header, of kRaw or of a run-length kind whose rows have been unpacked to raw ones, must outlive the
-    /// object.
+    /// header must outlive this object. It is kRaw, or run-length encoded with rows already unpacked.
     explicit DibRows(const DibHeader& header);
 
-    /// pixels pixels from in, which holds that many in the header's bits, to out in DibChannels channels.
+    /// Converts `pixels` pixels from the header's format to DibChannels() channels.
     void Convert(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels) const;
 
 private:
     void ConvertIndexes(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels) const;
     void ConvertMasked(const std::uint8_t* in, std::uint8_t* out, std::uint64_t pixels) const;
 
-    /// One channel of a masked pixel: its place, and the level of every value it can have. A channel of more
-    /// than 8 bits is cut to its highest 8 with the lower ones rounded in.
+    /// A channel of a masked pixel: its bit position and a LUT from value to level. Channels of more than 8
+    /// bits are rounded to their top 8 instead.
     struct Channel {
         std::uint32_t mask = 0;
         std::uint32_t shift = 0;
@@ -35,9 +34,9 @@ private:
 
     const DibHeader& header_;
     std::int32_t channels_;
-    bool plain_ = false;                      ///< the stored bytes are the pixels
-    bool plain32_ = false;                    ///< B, G, R and a byte without meaning
-    std::array<Channel, 4> masked_channels_;  ///< B, G, R, A
+    bool plain_ = false;                      ///< stored bytes are the pixels
+    bool plain32_ = false;                    ///< BGR and an unused byte
+    std::array<Channel, 4> masked_channels_;  ///< BGRA
     std::array<std::uint8_t, 256> greys_{};
-    std::vector<std::array<std::uint8_t, 8>> eight_greys_;  ///< for every byte of eight pixels of 1 bit
+    std::vector<std::array<std::uint8_t, 8>> eight_greys_;  ///< eight 1-bit pixels for each byte value
 };
