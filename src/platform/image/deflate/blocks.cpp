@@ -1,13 +1,13 @@
-// Writes deflate's blocks.
+// Writes deflate blocks.
 #include "src/platform/image/deflate/blocks.h"
 
 #include <algorithm>
 
 static constexpr std::uint32_t kLongestDistanceCode = 15;
 static constexpr std::uint32_t kLongestRunCode = 7;
-static constexpr std::size_t kMostStored = 65535;
-static constexpr std::uint32_t kStoredHead = 40;  // bits, the filling before it not counted
-// The order in which the lengths of the code for lengths stand: those that are 0 most often come last.
+static constexpr std::size_t kMaxStored = 65535;
+static constexpr std::uint32_t kStoredHead = 40;  // bits, without the padding before it
+// The order of the code lengths' own code lengths (RFC 1951, 3.2.7): those most often 0 come last.
 static constexpr std::array<std::uint8_t, 19> kRunOrder = {16, 17, 18, 0, 8,  7, 9,  6, 10, 5,
                                                            11, 4,  12, 3, 13, 2, 14, 1, 15};
 static constexpr std::array<std::uint8_t, 3> kRunExtraBits = {2, 3, 7};  // of 16, 17 and 18
@@ -20,7 +20,7 @@ PngCosts FirstPngCosts()
     for (std::size_t i = 0; i < costs.distance.size(); ++i)
         costs.distance[i] =
             static_cast<std::uint8_t>(2 + PngDistanceExtraBits(static_cast<std::uint32_t>(i)));
-    costs.min_literal = 2;  // too little costs time, too much costs copies
+    costs.min_literal = 2;  // too low costs time, too high costs matches
     costs.min_copy = 8;
     return costs;
 }
@@ -34,12 +34,12 @@ PngBlock::PngBlock(const PngTokens& tokens, const std::uint8_t* bytes, std::size
     PlanHeader();
     bits_ += BitsWith(literals_, distances_);
 
-    const std::uint64_t stored = 8 * byte_count + (byte_count / kMostStored + 1) * kStoredHead;
+    const std::uint64_t stored = 8 * byte_count + (byte_count / kMaxStored + 1) * kStoredHead;
     if (stored < bits_) {
         form_ = Form::kStored;
         bits_ = stored;
     }
-    // The fixed codes have no header; they can only win where that is a good part of the block.
+    // Fixed codes need no header; they only win where that is much of the block.
     if (byte_count > 2048)
         return;
     std::array<PngCode, kPngLiteralCodes + 2> literals{};
@@ -61,8 +61,8 @@ PngBlock::PngBlock(const PngTokens& tokens, const std::uint8_t* bytes, std::size
 
 void PngBlock::Count()
 {
-    // Neighbours are often alike, and a counter that was just written is slow to read: four counters take
-    // turns.
+    // Neighbours are often equal, and incrementing a counter that was just written stalls: rotate four
+    // counters.
     std::array<std::array<std::uint32_t, 256>, 4> turns{};
     const std::uint8_t* p = bytes_;
     for (const PngToken& token : tokens_) {
@@ -100,8 +100,8 @@ std::uint64_t PngBlock::BitsWith(const std::array<PngCode, kPngLiteralCodes + 2>
     return bits;
 }
 
-// The lengths of all codes, themselves shortened by repeats (16 the one before, 17 and 18 zeros) and Huffman
-// codes.
+// Encodes the lengths of all codes: run-length coded (16 repeats the previous length, 17 and 18 repeat 0),
+// then Huffman coded.
 void PngBlock::PlanHeader()
 {
     std::array<std::uint8_t, kPngLiteralCodes + kPngDistanceCodes> lengths{};
@@ -157,7 +157,7 @@ void PngBlock::PlanHeader()
 
 PngCosts PngBlock::Costs() const
 {
-    // What did not occur gets about what a single one would have cost.
+    // Symbols that didn't occur cost about as much as one that occurred once.
     constexpr std::uint32_t kRareLiteral = 13;
     constexpr std::uint32_t kRareLength = 10;
     constexpr std::uint32_t kRareDistance = 8;
@@ -188,7 +188,7 @@ PngCosts PngBlock::Costs() const
 void PngBlock::WriteStored(PngBitWriter& writer, bool last) const
 {
     for (std::size_t done = 0; done < byte_count_;) {
-        const std::size_t here = std::min(byte_count_ - done, kMostStored);
+        const std::size_t here = std::min(byte_count_ - done, kMaxStored);
         writer.Put(last && done + here == byte_count_ ? 1 : 0, 3);
         writer.Align();
         writer.Put(here, 16);
@@ -220,7 +220,7 @@ void PngBlock::WriteHeader(PngBitWriter& writer) const
 
 void PngBlock::WriteTokens(PngBitWriter& writer) const
 {
-    // A length's code and extra bits in one, since runs come by the thousand.
+    // A length's code and extra bits combined, since there are thousands of runs.
     struct LengthBits {
         std::uint32_t bits;
         std::uint32_t count;
@@ -233,7 +233,7 @@ void PngBlock::WriteTokens(PngBitWriter& writer) const
         lengths[i] = {code.bits | extra << code.length,
                       code.length + std::uint32_t{kPngLengthCodes.extra_bits[symbol]}};
     }
-    // A literal's code and its length in one number, and the writer in a copy of its own, stay in registers.
+    // A literal's code and length in one number, and a local copy of the writer, stay in registers.
     std::array<std::uint32_t, 256> literals;
     for (std::size_t i = 0; i < literals.size(); ++i)
         literals[i] = std::uint32_t{literals_[i].bits} << 8 | literals_[i].length;

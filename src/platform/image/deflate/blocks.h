@@ -1,21 +1,21 @@
-// Deflate's blocks: from tokens to bits.
+// Writes deflate blocks from tokens.
 // Room: platform/image/deflate.
 #pragma once
 
 #include "src/platform/image/deflate/huffman.h"
 #include "src/platform/image/deflate/tokens.h"
 
-/// The codes of one block, made for its tokens, and its length in bits.
+/// A block's Huffman codes, built for its tokens, and its size in bits.
 class PngBlock
 {
 public:
-    /// tokens stand for the bytes at bytes, all of them. Both are kept by reference.
+    /// tokens must cover exactly these bytes. Keeps references to both.
     PngBlock(const PngTokens& tokens, const std::uint8_t* bytes, std::size_t byte_count);
 
-    std::uint64_t Bits() const { return bits_; }  ///< of the form in which it will be written
+    std::uint64_t Bits() const { return bits_; }  ///< size in the cheapest of the block types
     PngCosts Costs() const;
 
-    /// What Write takes at most, in bytes, with what the writer still holds.
+    /// Upper bound in bytes of what Write() stores, including the writer's pending bits.
     std::size_t MaxBytes() const { return bits_ / 8 + byte_count_ / 16384 + 32; }
     void Write(PngBitWriter& writer, bool last) const;
 
@@ -31,7 +31,7 @@ private:
     void WriteTokens(PngBitWriter& writer) const;
 
     struct LengthRun {
-        std::uint8_t symbol;  ///< of the code that the codes' lengths are written in
+        std::uint8_t symbol;  ///< in the code length alphabet
         std::uint8_t extra;
     };
 
@@ -41,12 +41,12 @@ private:
     PngCounts counts_;
     Form form_ = Form::kOwn;
     std::uint64_t bits_ = 0;
-    std::array<PngCode, kPngLiteralCodes + 2> literals_{};  ///< the fixed code has two more that never occur
+    std::array<PngCode, kPngLiteralCodes + 2> literals_{};  ///< two more: the fixed code's
     std::array<PngCode, kPngDistanceCodes> distances_{};
 
     std::array<LengthRun, kPngLiteralCodes + kPngDistanceCodes> runs_{};
     std::size_t run_count_ = 0;
-    std::size_t literal_codes_ = 0;  ///< written ones
+    std::size_t literal_codes_ = 0;  ///< number of codes written
     std::size_t distance_codes_ = 0;
     std::array<PngCode, 19> run_codes_{};
     std::size_t run_code_count_ = 0;

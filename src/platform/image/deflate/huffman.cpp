@@ -1,20 +1,20 @@
-// Makes Huffman codes.
+// Builds Huffman codes.
 #include "src/platform/image/deflate/huffman.h"
 
 #include <algorithm>
 #include <array>
 
-static constexpr std::size_t kMostSymbols = 288;
+static constexpr std::size_t kMaxSymbols = 288;
 static constexpr std::uint32_t kSymbolBits = 9;
 static constexpr std::uint32_t kMaxDepth = 32;
 
-// The depth of each leaf in the tree of least total weight, in place: weights in ascending order becomes
-// depths in descending order. Moffat and Katajainen, "In-place calculation of minimum-redundancy codes",
-// 1995: inner nodes come in ascending order of weight too, so that two queues in one array do for a heap.
+// Computes the depth of each leaf in the minimum-redundancy tree, in place: ascending weights become
+// descending depths. A. Moffat and J. Katajainen, "In-place calculation of minimum-redundancy codes", 1995:
+// inner nodes are also created in ascending order of weight, so two queues in one array replace a heap.
 static void WeightsToDepths(std::span<std::uint32_t> weights)
 {
     const std::size_t leaves = weights.size();
-    // Inner node k is kept in place k once leaf k has been used; a used inner node keeps its parent.
+    // Inner node k takes slot k, which leaf k has left by then. A used inner node stores its parent.
     std::size_t leaf = 0;
     std::size_t inner = 0;
     const auto take = [&](std::size_t merged) {
@@ -29,11 +29,11 @@ static void WeightsToDepths(std::span<std::uint32_t> weights)
         const std::uint32_t first = take(merged);
         weights[merged] = first + take(merged);
     }
-    // From the root down, a parent's place becomes a depth.
+    // Turn parent indices into depths, from the root down.
     weights[leaves - 2] = 0;
     for (std::size_t k = leaves - 2; k-- > 0;)
         weights[k] = weights[weights[k]] + 1;
-    // On each level what isn't an inner node is a leaf; the lightest leaves are the deepest.
+    // Nodes on a level that aren't inner nodes are leaves; the lightest leaves are the deepest.
     std::size_t next_leaf = leaves;
     std::size_t next_inner = leaves - 1;
     std::size_t places = 1;
@@ -47,13 +47,13 @@ static void WeightsToDepths(std::span<std::uint32_t> weights)
     }
 }
 
-// How many codes there are of each length, none over longest: those that are deeper move up, and to make
-// room for them others go one further down.
+// The number of codes of each length, limited to `longest`. Longer codes are shortened to it; to fit in the
+// code space, shorter ones are lengthened by a bit.
 static std::array<std::uint32_t, kMaxDepth> LimitDepths(std::span<const std::uint32_t> depths,
                                                         std::uint32_t longest)
 {
     std::array<std::uint32_t, kMaxDepth> of_length{};
-    std::uint64_t used = 0;  // of the code space, in codes of longest bits
+    std::uint64_t used = 0;  // code space used, in codes of `longest` bits
     for (const std::uint32_t depth : depths) {
         const std::uint32_t length = std::min(depth, longest);
         ++of_length[length];
@@ -78,7 +78,7 @@ void FillPngCodes(std::span<PngCode> codes)
             ++next[code.length + 1U];
     std::uint32_t next_code = 0;
     for (std::uint32_t& first : next) {
-        next_code = (next_code + first) << 1;  // first is still the count of the codes one bit shorter
+        next_code = (next_code + first) << 1;  // `first` still holds the number of codes one bit shorter
         first = next_code;
     }
     for (PngCode& code : codes) {
@@ -92,7 +92,7 @@ void FillPngCodes(std::span<PngCode> codes)
 
 void MakePngCodes(std::span<const std::uint32_t> counts, std::uint32_t longest, std::span<PngCode> codes)
 {
-    std::array<std::uint32_t, kMostSymbols> sorted;  // count, symbol
+    std::array<std::uint32_t, kMaxSymbols> sorted;  // count, symbol
     std::size_t used = 0;
     for (std::size_t i = 0; i < counts.size(); ++i)
         if (counts[i])
@@ -102,7 +102,7 @@ void MakePngCodes(std::span<const std::uint32_t> counts, std::uint32_t longest, 
             sorted[used++] = 1U << kSymbolBits | symbol;
     std::sort(sorted.begin(), sorted.begin() + static_cast<std::ptrdiff_t>(used));
 
-    std::array<std::uint32_t, kMostSymbols> depths;
+    std::array<std::uint32_t, kMaxSymbols> depths;
     for (std::size_t i = 0; i < used; ++i)
         depths[i] = sorted[i] >> kSymbolBits;
     WeightsToDepths(std::span(depths).first(used));

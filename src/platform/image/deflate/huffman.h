@@ -1,4 +1,4 @@
-// Huffman codes as deflate has them, and the bits that they become.
+// Huffman codes for deflate, and the bit writer.
 // Room: platform/image/deflate.
 #pragma once
 
@@ -7,25 +7,24 @@
 #include <cstring>
 #include <span>
 
-/// A code is at most this long, so that four literals and the seven bits that may be left from before fit
-/// into 64.
+/// Code length limit: four literals and up to seven pending bits must fit in 64 bits.
 constexpr std::uint32_t kPngLongestCode = 14;
 
-/// One symbol's code: the bits in the order in which they are written, the first the lowest.
+/// A symbol's code, in writing order: the first bit is the lowest.
 struct PngCode {
     std::uint16_t bits = 0;
-    std::uint16_t length = 0;  ///< 0 = the symbol has no code
+    std::uint16_t length = 0;  ///< 0 = unused symbol
 };
 
-/// Gives each symbol that occurs a code, so that the sum of counts[i] * length is least, or nearly, among
-/// codes of at most longest bits (7 to 15). At least two symbols get one, since not every reader takes a
-/// code of one. The counts, at most 288 of them, are below 2^22.
+/// Assigns a code to each symbol that occurs so that the sum of counts[i] * length is minimal, or nearly so
+/// under the limit of longest (7 to 15) bits. At least two symbols get a code, since some decoders reject a
+/// single one. Takes at most 288 counts, each below 2^22.
 void MakePngCodes(std::span<const std::uint32_t> counts, std::uint32_t longest, std::span<PngCode> codes);
 
-/// Gives codes to lengths that are set already.
+/// Assigns canonical codes to the given lengths.
 void FillPngCodes(std::span<PngCode> codes);
 
-/// Writes bits, the lowest first. Who calls sees to it that there is room.
+/// Writes bits, lowest first. The caller makes sure that there is room.
 class PngBitWriter
 {
 public:
@@ -34,7 +33,7 @@ public:
     {
     }
 
-    /// count bits, at most 57 together with those since the last Flush.
+    /// Appends count bits, at most 57 including those since the last Flush().
     void Put(std::uint64_t bits, std::uint32_t count)
     {
         bits_ |= bits << count_;
@@ -42,8 +41,8 @@ public:
     }
     void Put(PngCode code) { Put(code.bits, code.length); }
 
-    /// Moves whole bytes out; at most 7 bits stay. Writes 8 bytes and may leave part of them to be written
-    /// again.
+    /// Writes the whole bytes; up to 7 bits remain. Stores 8 bytes, some of which the next call may
+    /// overwrite.
     void Flush()
     {
         if constexpr (kLittleEndian) {
@@ -57,7 +56,7 @@ public:
         count_ &= 7;
     }
 
-    /// Fills up to a whole byte with zeros.
+    /// Pads to a whole byte with zeros.
     void Align()
     {
         count_ = (count_ + 7) & ~7U;

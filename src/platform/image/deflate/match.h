@@ -1,4 +1,4 @@
-// What the two finders of copies share.
+// Shared by both match finders.
 // Room: platform/image/deflate.
 #pragma once
 
@@ -22,7 +22,7 @@ inline std::uint64_t Load8(const std::uint8_t* p)
     return n;
 }
 
-/// How many of max bytes at a and b are alike. Up to 7 more may be read.
+/// The number of equal bytes at a and b, at most max. May read up to 7 more.
 inline std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, std::uint32_t max)
 {
     for (std::uint32_t length = 0; length < max; length += 8) {
@@ -36,8 +36,8 @@ inline std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, s
     return max;
 }
 
-/// The shortest copy, 4 to 8 bytes, that is worth its bits in data like bytes: where few different bytes
-/// occur, literals are cheap.
+/// The shortest match length, 4 to 8, that pays for data like this: literals are cheap if few byte values
+/// occur.
 inline std::uint32_t ShortestCopyWorth(const std::uint8_t* bytes, std::size_t byte_count)
 {
     std::array<std::uint32_t, 256> counts{};

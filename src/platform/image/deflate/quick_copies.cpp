@@ -1,4 +1,4 @@
-// Finds copies quickly.
+// Finds matches quickly.
 #include "src/platform/image/deflate/quick_copies.h"
 
 #include <algorithm>
@@ -6,7 +6,7 @@
 
 #include "src/platform/image/deflate/match.h"
 
-// The inside of a longer copy isn't entered, but for its end: it is what it was copied from.
+// Of a match this long, only the end is entered: its source is in the table already.
 static constexpr std::uint32_t kLong = 24;
 static constexpr std::size_t kEntered = 12;
 static constexpr std::size_t kHashReads = 8;
@@ -19,18 +19,18 @@ void PngQuickCopies::Forget()
     known_ = 0;
 }
 
-void PngQuickCopies::Moved(std::size_t bytes)
+void PngQuickCopies::ShiftPositions(std::size_t bytes)
 {
     moved_ += static_cast<std::uint32_t>(bytes);
     known_ -= std::min(known_, bytes);
 }
 
-// kWays places a hash, of the first kHashed bytes.
+// Keeps kWays positions per hash of kHashed bytes.
 template <std::size_t kWays, std::uint32_t kHashed>
 void PngQuickCopies::FindWith(const std::uint8_t* buffer, std::size_t begin, std::size_t end,
                               std::uint32_t shortest, PngTokens& tokens)
 {
-    // All the places of a hash, the newest lowest.
+    // All positions of a hash, the newest in the lowest bits.
     using Places = std::conditional_t<kWays == 2, std::uint32_t, std::uint64_t>;
     constexpr std::uint32_t kHashBits = kWays == 2 ? 14 : 13;
     static_assert(kWays << kHashBits == kPlaces);
@@ -48,15 +48,14 @@ void PngQuickCopies::FindWith(const std::uint8_t* buffer, std::size_t begin, std
 
     for (std::size_t at = known_; at < begin && at + kHashReads <= end; ++at)
         enter(at);
-    std::size_t literal = begin;  // the first that no token stands for yet
+    std::size_t literal = begin;  // first byte not covered by a token
     std::size_t i = begin;
     while (i + kHashReads <= end) {
         const std::uint8_t* const p = buffer + i;
         const std::uint32_t first = Load4(p);
         const Places places = enter(i);
-        // Whether one of the places begins alike is unforeseeable, so that it is asked once, not for each of
-        // them: the product of the differences is zero. Distances that lead out of the window are sorted out
-        // afterwards.
+        // Test all candidates with one branch, since it is unpredictable: the product of the differences is 0
+        // if any of them matches. Distances outside the window are rejected afterwards.
         std::array<std::uint32_t, kWays> distances;
         std::array<std::uint64_t, kWays> differ;
         for (std::size_t w = 0; w < kWays; ++w) {
@@ -97,7 +96,7 @@ void PngQuickCopies::FindWith(const std::uint8_t* buffer, std::size_t begin, std
             enter(at);
     }
     tokens.push_back({static_cast<std::uint32_t>(end - literal), 0, 0});
-    known_ = i;  // what follows could not be hashed yet
+    known_ = i;  // the bytes after i couldn't be hashed yet
 }
 
 void PngQuickCopies::Find(const std::uint8_t* buffer, std::size_t begin, std::size_t end, bool is_noise,

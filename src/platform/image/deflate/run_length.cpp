@@ -1,4 +1,4 @@
-// Finds runs in a PNG's filtered rows.
+// Finds runs in filtered PNG rows.
 #include "src/platform/image/deflate/run_length.h"
 
 #include <algorithm>
@@ -10,9 +10,9 @@
 
 static constexpr std::size_t kShortRun = 4;
 static constexpr std::size_t kLongRun = 8;
-static constexpr std::size_t kGroup = 32;  // positions that are compared at once
+static constexpr std::size_t kGroup = 32;  // positions compared at once
 
-// Bit i is set where p[i] is the same as the byte distance before it; i from 0 to 31.
+// Bit i (0 to 31) is set if p[i] equals the byte `distance` before it.
 static inline std::uint32_t SameMask(const std::uint8_t* p, std::size_t distance)
 {
     std::uint32_t mask = 0;
@@ -29,7 +29,7 @@ static inline std::uint32_t SameMask(const std::uint8_t* p, std::size_t distance
     return mask;
 }
 
-// Keeps the bits at which kShortRun, or kLongRun, set bits begin.
+// Keeps the bits that start at least kShortRun, or kLongRun, consecutive set bits.
 static inline std::uint32_t RunStarts(std::uint32_t mask, bool long_runs)
 {
     mask &= mask >> 1;
@@ -67,7 +67,7 @@ static Run RunAt(const std::uint8_t* p, std::uint32_t distance, std::size_t max,
     run.length = RunLength(p, distance, std::min<std::size_t>(max, kPngLongestCopy));
     if (run.length < kShortRun)
         return run;
-    std::size_t literals = 0;  // bits of one pixel, since all of them are the same
+    std::size_t literals = 0;  // bits per pixel, as all pixels of the run are equal
     for (std::uint32_t i = 0; i < distance; ++i)
         literals += costs.literal[p[i]];
     literals = literals * run.length / distance;
@@ -80,11 +80,10 @@ void FindPngRuns(const std::uint8_t* bytes, std::size_t byte_count, std::size_t 
                  std::uint32_t pixel_bytes, const PngCosts& costs, PngTokens& tokens)
 {
     tokens.clear();
-    // Where even a run of the cheapest literals doesn't pay below the long length, short ones aren't looked
-    // for.
+    // If runs shorter than kLongRun can't beat even the cheapest literals, don't look for them.
     const bool long_runs = kLongRun * costs.min_literal <= costs.min_copy;
     const std::size_t step = kGroup - (long_runs ? kLongRun : kShortRun) + 1;
-    std::size_t literal = 0;  // the first that no token stands for yet
+    std::size_t literal = 0;  // first byte not covered by a token
     std::size_t i = before < pixel_bytes ? std::min<std::size_t>(pixel_bytes - before, byte_count) : 0;
     while (i + kGroup <= byte_count) {
         const std::uint8_t* p = bytes + i;

@@ -1,27 +1,27 @@
-// Finds copies thoroughly.
+// Finds matches thoroughly.
 #include "src/platform/image/deflate/thorough_copies.h"
 
 #include <algorithm>
 
 #include "src/platform/image/deflate/match.h"
 
-static constexpr std::uint32_t kHashed = 4;  // bytes; shorter copies than these are not found
+static constexpr std::uint32_t kHashed = 4;  // bytes; shorter matches aren't found
 static constexpr std::uint32_t kHashBits = 15;
-static constexpr std::uint32_t kCandidates = 32;  // places looked at for each position
-static constexpr std::uint32_t kNice = 128;       // a copy this long is taken without looking further
+static constexpr std::uint32_t kCandidates = 32;  // positions tried for each match
+static constexpr std::uint32_t kNice = 128;       // a match this long is taken without looking further
 
 static inline std::uint32_t HashOf(std::uint32_t bytes)
 {
     return bytes * 0x9E3779B1U >> (32 - kHashBits);
 }
 
-void PngThoroughCopies::Moved(std::size_t bytes)
+void PngThoroughCopies::ShiftPositions(std::size_t bytes)
 {
     moved_ += static_cast<std::uint32_t>(bytes);
     known_ -= std::min(known_, bytes);
 }
 
-// All positions from begin on whose four bytes end before end.
+// Enters all positions from begin on whose hashed bytes are before end.
 void PngThoroughCopies::Enter(const std::uint8_t* buffer, std::size_t begin, std::size_t end)
 {
     std::uint16_t* const newest = newest_.get();
@@ -35,7 +35,7 @@ void PngThoroughCopies::Enter(const std::uint8_t* buffer, std::size_t begin, std
     }
 }
 
-// The longest copy that the bytes at at can be; enters at.
+// The longest match at position `at`, which is entered.
 PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* buffer, std::size_t at,
                                                    std::size_t end, std::uint32_t shortest,
                                                    std::uint32_t candidates)
@@ -55,7 +55,7 @@ PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* buffer, s
     std::uint32_t distance = static_cast<std::uint16_t>(place - candidate_place);
     for (; candidates > 0 && distance > 0 && distance <= furthest; --candidates) {
         const std::uint8_t* const candidate = p - distance;
-        // The last four bytes that a longer copy would have tell soonest that it is none.
+        // First compare the last four bytes that a longer match needs: they are the most likely to differ.
         if (Load4(candidate + best.length - 3) == Load4(p + best.length - 3) && Load4(candidate) == first) {
             const std::uint32_t length = MatchLength(candidate, p, max);
             if (length > best.length) {
@@ -65,7 +65,7 @@ PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* buffer, s
             }
         }
         candidate_place = older_[candidate_place % kPngWindow];
-        // Places further back have greater distances; one that hasn't was overwritten.
+        // Distances grow along a chain; where they don't, the entry has been overwritten.
         const std::uint32_t next = static_cast<std::uint16_t>(place - candidate_place);
         if (next <= distance)
             break;
@@ -85,7 +85,7 @@ void PngThoroughCopies::Find(const std::uint8_t* buffer, std::size_t begin, std:
     Enter(buffer, std::max(known_, reach), std::min(begin + kHashed - 1, end));
     tokens.clear();
     const std::uint32_t shortest = ShortestCopyWorth(buffer + begin, end - begin);
-    std::size_t literal = begin;  // the first that no token stands for yet
+    std::size_t literal = begin;  // first byte not covered by a token
     std::size_t i = begin;
     while (i + kHashed <= end) {
         Copy copy = Longest(buffer, i, end, shortest, kCandidates);
@@ -97,8 +97,7 @@ void PngThoroughCopies::Find(const std::uint8_t* buffer, std::size_t begin, std:
         while (copy.length < kNice && i + 1 + kHashed <= end) {
             const Copy later = Longest(buffer, i + 1, end, copy.length, kCandidates / 2);
             entered = i + 2;
-            // In quarters of a byte: twice as far is a quarter worse, and the literal in front costs two of
-            // them.
+            // In quarters of a byte: doubling the distance costs one, the extra literal two.
             const int better = 4 * (static_cast<int>(later.length) - static_cast<int>(copy.length)) +
                                static_cast<int>(std::bit_width(copy.distance)) -
                                static_cast<int>(std::bit_width(later.distance));
@@ -114,6 +113,6 @@ void PngThoroughCopies::Find(const std::uint8_t* buffer, std::size_t begin, std:
         Enter(buffer, entered, std::min(i + kHashed - 1, end));
     }
     tokens.push_back({static_cast<std::uint32_t>(end - literal), 0, 0});
-    // The last three bytes could not be hashed yet.
+    // The last three bytes couldn't be hashed yet.
     known_ = end - std::min<std::size_t>(end, kHashed - 1);
 }

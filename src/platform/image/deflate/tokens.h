@@ -1,4 +1,4 @@
-// What deflate makes of bytes: literals, and copies of bytes that came before; and what these cost.
+// Deflate's tokens, literals and matches, and their costs.
 // Room: platform/image/deflate.
 #pragma once
 
@@ -9,14 +9,15 @@
 #include <span>
 #include <vector>
 
-constexpr std::uint32_t kPngWindow = 32768;  ///< the longest distance of a copy
+constexpr std::uint32_t kPngWindow = 32768;  ///< maximum distance of a match
 constexpr std::uint32_t kPngShortestCopy = 3;
 constexpr std::uint32_t kPngLongestCopy = 258;
-constexpr std::size_t kPngLiteralCodes = 286;  ///< literals, the block's end, lengths
+constexpr std::size_t kPngLiteralCodes = 286;  ///< literals, end of block, lengths
 constexpr std::size_t kPngDistanceCodes = 30;
 constexpr std::size_t kPngBlockEnd = 256;
 
-/// So many bytes as they are, then so many copied from distance before. A length of 0 ends a block's tokens.
+/// A number of literals, then a match of `length` bytes from `distance` back. Length 0 ends the block's
+/// tokens.
 struct PngToken {
     std::uint32_t literals = 0;
     std::uint16_t length = 0;
@@ -25,11 +26,11 @@ struct PngToken {
 
 using PngTokens = std::vector<PngToken>;
 
-/// The code of a length less 3, and of a distance less 1, and how many further bits tell them apart.
+/// Maps a match length less 3 to its length code and extra bits.
 struct PngLengthCodes {
-    std::array<std::uint8_t, 256> symbol{};  ///< counted from the first length code, which is 257
+    std::array<std::uint8_t, 256> symbol{};  ///< code less 257, the first length code
     std::array<std::uint8_t, 29> extra_bits{};
-    std::array<std::uint8_t, 29> first{};  ///< the first length of the code, less 3
+    std::array<std::uint8_t, 29> first{};  ///< the first length of each code, less 3
 };
 
 constexpr PngLengthCodes MakePngLengthCodes()
@@ -43,7 +44,7 @@ constexpr PngLengthCodes MakePngLengthCodes()
         for (std::uint32_t i = 0; i < 1U << bits && length < 256; ++i)
             codes.symbol[length++] = static_cast<std::uint8_t>(symbol);
     }
-    codes.symbol[255] = 28;  // 258 has a code of its own
+    codes.symbol[255] = 28;  // length 258 has a separate code
     codes.first[28] = 255;
     return codes;
 }
@@ -64,21 +65,21 @@ constexpr std::uint32_t PngDistanceExtraBits(std::uint32_t symbol)
     return symbol < 4 ? 0 : symbol / 2 - 1;
 }
 
-/// How often each code is needed.
+/// How often each code is used.
 struct PngCounts {
     std::array<std::uint32_t, kPngLiteralCodes> literals{};
     std::array<std::uint32_t, kPngDistanceCodes> distances{};
     std::uint64_t extra_bits = 0;
 };
 
-/// Bits that each thing will cost, going by the block before.
+/// Estimated costs in bits, from the previous block.
 struct PngCosts {
     std::array<std::uint8_t, 256> literal{};
-    std::array<std::uint8_t, kPngLongestCopy + 1> length{};  ///< by the length, its extra bits included
-    std::array<std::uint8_t, kPngDistanceCodes> distance{};  ///< by the code, its extra bits included
+    std::array<std::uint8_t, kPngLongestCopy + 1> length{};  ///< by length, including extra bits
+    std::array<std::uint8_t, kPngDistanceCodes> distance{};  ///< by code, including extra bits
     std::uint32_t min_literal = 0;
     std::uint32_t min_copy = 0;
 };
 
-/// A guess for before there is a block.
+/// A guess for the first block.
 PngCosts FirstPngCosts();

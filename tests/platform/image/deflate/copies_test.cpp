@@ -80,7 +80,7 @@ PngTokens TokensOf(const Block& stream, std::size_t strip_index, std::uint8_t ar
         filled += bytes;
         const std::size_t moved = filled - std::min<std::size_t>(filled, kPngWindow);
         std::copy(strip + moved, strip + filled, strip);
-        finder.Moved(moved);
+        finder.ShiftPositions(moved);
         filled -= moved;
     }
     EXPECT_TRUE(done == stream);

@@ -57,8 +57,8 @@ bool PngDeflater::FinishRow()
     const std::size_t kept = std::min<std::size_t>(filled_, kPngWindow);
     const std::size_t moved = filled_ - kept;
     std::memmove(Buffer(), Buffer() + moved, kept);
-    quick_.Moved(moved);
-    thorough_.Moved(moved);
+    quick_.ShiftPositions(moved);
+    thorough_.ShiftPositions(moved);
     begin_ = filled_ = kept;
     return true;
 }
