@@ -1,4 +1,4 @@
-// Compresses the indexes of a GIF picture through a hash table of the strings seen.
+// GIF's LZW encoder, with the strings in a hash table.
 #include "src/platform/image/lzw/lzw_encoder.h"
 
 #include <algorithm>
@@ -14,7 +14,7 @@ static constexpr std::size_t kGathered = 256 * kBlock;
 
 namespace
 {
-// Puts codes of varying width into bytes, and these into sub-blocks.
+// Packs variable-width codes into bytes and these into sub-blocks.
 class CodeWriter
 {
 public:
@@ -22,8 +22,8 @@ public:
 
     void Write(std::uint32_t code, unsigned width)
     {
-        // At most 7 bits wait, and a code has at most 12. All 8 bytes are stored, and those that are full are
-        // kept.
+        // At most 7 bits are pending and a code has at most 12. Stores all 8 bytes but counts only the full
+        // ones.
         bits_ |= std::uint64_t{code} << waiting_;
         waiting_ += width;
         for (std::size_t i = 0; i < 4; ++i)
@@ -69,15 +69,14 @@ private:
 
 bool WriteLzw(Bytes indexes, unsigned bits, OutputFile& out)
 {
-    // The format knows no codes for single bits: pictures of two colours count as ones of four.
+    // GIF has no 1-bit codes: two-colour pictures use 2.
     const unsigned code_size = std::max(bits, 2u);
     const std::uint32_t clear = 1u << code_size, end = clear + 1;
     out.WriteU8(static_cast<std::uint8_t>(code_size));
     CodeWriter writer(out);
 
-    // A string is the code of its beginning and its last index. Each place holds that in its upper 20 bits
-    // and the string's own code in the lower 12. With at most 4096 of 8192 places used a free one is soon
-    // found.
+    // A string is its prefix's code plus its last index, held in a slot's upper 20 bits; the lower 12 are the
+    // string's own code. At most 4096 of the 8192 slots are used, so probing is short.
     constexpr std::uint32_t kFree = 0xFFFFFFFF;
     constexpr unsigned kHashBits = 13;
     std::array<std::uint32_t, 1u << kHashBits> places;
@@ -104,16 +103,14 @@ bool WriteLzw(Bytes indexes, unsigned bits, OutputFile& out)
             next = end + 1;
             width = code_size + 1;
         } else {
-            // The reader learns a code one step later than the writer, so the width grows after its first
-            // use.
+            // The decoder learns each code one step later, so the width grows after the code's first use.
             if (next == 1u << width)
                 ++width;
             places[place] = string << 12 | next++;
         }
     }
     writer.Write(code, width);
-    // The reader makes one more code of the last one, and may look for the end in codes that are wider by
-    // then.
+    // The decoder still adds a code after the last one, and may then expect the end code to be wider.
     if (next == 1u << width && width < 12)
         ++width;
     writer.Write(end, width);

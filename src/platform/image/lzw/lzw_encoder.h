@@ -1,4 +1,4 @@
-// Compresses the indexes of a GIF picture.
+// GIF's LZW encoder.
 // Room: platform/image/lzw.
 #pragma once
 
@@ -8,8 +8,8 @@
 
 class OutputFile;
 
-/// Writes the picture data of a GIF: the code size, the codes in sub-blocks of at most 255 bytes, and the
-/// empty block at the end. Method: T. Welch's LZW with codes of growing width, the least significant bit
-/// first; the table is cleared when its 4096 codes are used. bits (1 to 8) is how many bits an index has;
-/// indexes holds at least one. False if the file could not be written.
+/// Writes a GIF's image data: code size, codes in sub-blocks of at most 255 bytes, and the terminating empty
+/// block. T. Welch's LZW with codes of growing width, least significant bit first; the table is cleared when
+/// all 4096 codes are used. bits (1 to 8) is the size of an index; indexes must not be empty. False if
+/// writing failed.
 bool WriteLzw(Bytes indexes, unsigned bits, OutputFile& out);

@@ -1,4 +1,4 @@
-// The LZW encoder of TIFF strips.
+// LZW encoder for TIFF strips.
 #include "src/platform/image/lzw/tiff_lzw.h"
 
 #include <bit>
@@ -13,11 +13,11 @@ static constexpr std::uint32_t kCodeBits = 12;
 
 namespace
 {
-/// Codes as a stream of bits. The room behind out is seen to by the caller.
+/// Writes a bit stream. The caller makes sure that there is room at out.
 struct CodeStream {
     std::uint8_t* out;
-    std::uint64_t bits = 0;   ///< the last of them not yet written
-    std::uint32_t count = 0;  ///< how many are not yet written: 0 to 7 between two codes
+    std::uint64_t bits = 0;   ///< pending bits, the last ones lowest
+    std::uint32_t count = 0;  ///< number of pending bits: 0 to 7 between codes
     std::uint32_t width = 9;
 
     void Put(std::uint32_t code)
@@ -36,7 +36,7 @@ struct CodeStream {
 
 TiffLzwEncoder::TiffLzwEncoder()
 {
-    // Any numbers without a pattern do; these are a linear congruential generator's.
+    // Any patternless numbers will do; these come from a linear congruential generator.
     std::uint32_t state = 12345;
     for (std::uint32_t& spread : spread_) {
         state = state * 1664525u + 1013904223u;
@@ -46,14 +46,13 @@ TiffLzwEncoder::TiffLzwEncoder()
 
 void TiffLzwEncoder::Encode(Bytes strip, std::vector<std::uint8_t>& codes)
 {
-    // At worst a code of 12 bits for each byte and a clear code for each table, and what the last store
-    // touches.
+    // Worst case: a 12-bit code per byte, a clear code per table, and the overhang of the last store.
     codes.resize(strip.size() * 3 / 2 + strip.size() / 1000 + 64);
     CodeStream out{codes.data()};
     table_.fill(kEmptySlot);
     out.Put(kClear);
     std::uint32_t next_code = kFirstString;
-    // After a new string: true when the table is full, and was cleared.
+    // Counts a new string; true if the table was full and has been cleared.
     const auto count = [&] {
         ++next_code;
         if (next_code == kFull) {
@@ -89,6 +88,6 @@ void TiffLzwEncoder::Encode(Bytes strip, std::vector<std::uint8_t>& codes)
     count();
     out.Put(kEnd);
     if (out.count > 0)
-        ++out.out;  // the last store left the remaining bits, then zeros, there
+        ++out.out;  // the last store has left the remaining bits there, zero-padded
     codes.resize(static_cast<std::size_t>(out.out - codes.data()));
 }

@@ -1,4 +1,4 @@
-// Turns a picture into one of at most 256 colours.
+// Reduces a picture to at most 256 colours.
 #include "src/platform/image/quantiser/quantiser.h"
 
 #include "src/platform/image/quantiser/quantiser_dither.h"

@@ -1,4 +1,4 @@
-// Turns a picture into one of at most 256 colours.
+// Reduces a picture to at most 256 colours.
 // Room: platform/image/quantiser.
 #pragma once
 
@@ -8,16 +8,15 @@
 
 #include "src/platform/image_buffer.h"
 
-using PaletteColour = std::array<std::uint8_t, 3>;  ///< B, G, R
+using PaletteColour = std::array<std::uint8_t, 3>;  ///< BGR
 
 struct IndexedImage {
-    std::vector<PaletteColour> palette;  ///< 1 to 256 colours, the transparent one included
+    std::vector<PaletteColour> palette;  ///< 1 to 256 colours, including the transparent one
     std::int32_t transparent = -1;       ///< its index; -1 if the picture is opaque
-    PixelBytes indexes;                  ///< one for each pixel, rows top to bottom
+    PixelBytes indexes;                  ///< one per pixel, rows top to bottom
 };
 
-/// A picture of 256 colours or fewer is kept exactly. A picture of more gets a palette fitted to it, and the
-/// error of each pixel is spread over its neighbours. Where alpha is below 128 a pixel is transparent,
-/// elsewhere opaque; one colour of the 256 is then the transparent one. The same picture gives the same
-/// result on every machine.
+/// A picture of up to 256 colours is kept exactly; others get an optimised palette and are dithered. Pixels
+/// with an alpha below 128 become transparent, which takes one of the 256 colours; all others become opaque.
+/// The result is the same on every machine.
 IndexedImage Quantise(const ImageBuffer& image);

@@ -1,4 +1,4 @@
-// Error diffusion, four bands of the picture at a time.
+// Error diffusion in four bands of the picture at once.
 #include "src/platform/image/quantiser/quantiser_dither.h"
 
 #include <algorithm>
@@ -8,18 +8,17 @@
 
 #include "src/platform/image/quantiser/quantiser_table.h"
 
-// A pixel has to wait for the error of the one before, and the processor would idle meanwhile. So the picture
-// is worked on in bands that know nothing of each other, two in the halves of one vector, and two such
-// vectors in turn. Each band begins some rows above its first, without writing there, so that at the seam the
-// errors are already what they are in the middle of a picture.
+// Each pixel depends on the error of the one before, which leaves the CPU idle. So the picture is split into
+// independent bands: two in the halves of one vector, and two such vectors in turn. Each band starts a few
+// rows early without writing, so that its errors have settled at the seam.
 static constexpr std::int32_t kBands = 4;
 static constexpr std::int32_t kLeadRows = 8;
 
-// The most levels of error that a pixel takes over. Two colours of a palette of 256 are seldom farther apart
-// than twice this, so that it hardly ever binds within the palette's reach.
-static constexpr std::int16_t kMostError = 12;
+// Clamp, in levels, for the error that a pixel takes over. Two colours of a 256-colour palette are seldom
+// more than twice this apart, so it hardly matters within the palette's gamut.
+static constexpr std::int16_t kMaxError = 12;
 
-using Lanes = std::int16_t __attribute__((vector_size(16)));  ///< B, G, R, A of a pixel of two bands
+using Lanes = std::int16_t __attribute__((vector_size(16)));  ///< BGRA of one pixel in each of two bands
 using Halves = std::uint64_t __attribute__((vector_size(16)));
 
 static Lanes Clamp(Lanes lanes, std::int16_t low, std::int16_t high)
@@ -42,9 +41,8 @@ static Lanes LoadPixels(const std::uint8_t* first, const std::uint8_t* second)
 
 namespace
 {
-/// A row of two bands: where its pixels come from and its indexes go to, and the errors that the row above
-/// left, which are replaced by those for the row below. errors has one element before the first pixel's and
-/// one after the last.
+/// A row in each of two bands: its pixels, its indices, and the errors from the row above, which are replaced
+/// with those for the row below. errors has one element before the first pixel and one after the last.
 struct RowPair {
     std::array<const std::uint8_t*, 2> pixels;
     std::array<std::uint8_t*, 2> indexes;
@@ -53,13 +51,13 @@ struct RowPair {
 
 struct Quantiser {
     std::vector<std::uint8_t> nearest;
-    std::array<std::uint64_t, 256> colours{};  ///< B, G, R, 0 in 16 bits each
+    std::array<std::uint64_t, 256> colours{};  ///< B, G, R, 0 with 16 bits each
     std::uint8_t transparent = 0;
 };
 
 struct Running {
     Lanes right{}, below{},
-        ahead{};  ///< sixteenths of a level for the next pixel, for the one below, and ahead
+        ahead{};  ///< errors in 1/16 level for the pixels to the right, below, and below ahead
 };
 }  // namespace
 
@@ -76,9 +74,9 @@ static inline void TakePixel(const RowPair& row, std::int32_t x, std::int32_t st
     const std::uint8_t* second = row.pixels[1] + std::ptrdiff_t{x} * kChannels;
     Lanes* carried = row.errors + x;
 
-    const Lanes taken = Clamp((*carried + running.right + std::int16_t{8}) >> 4, -kMostError, kMostError);
+    const Lanes taken = Clamp((*carried + running.right + std::int16_t{8}) >> 4, -kMaxError, kMaxError);
     const Lanes wanted = Clamp(LoadPixels(first, second) + taken, 0, 255);
-    // One product brings the upper bits of R, G and B together from bit 32 on.
+    // One multiplication gathers the top bits of R, G and B from bit 32 up.
     const Halves cells = reinterpret_cast<Halves>(wanted >> (8 - kTableBits)) & kLane;
     std::uint8_t first_index = quantiser.nearest[cells[0] * kGather >> 32 & kMask];
     std::uint8_t second_index = quantiser.nearest[cells[1] * kGather >> 32 & kMask];
@@ -127,7 +125,7 @@ PixelBytes Dither(const ImageBuffer& image, std::span<const PaletteColour> palet
 
     const auto width = static_cast<std::size_t>(image.width);
     const std::size_t row_bytes = width * static_cast<std::size_t>(image.channels);
-    // A pixel is loaded as four bytes, which for the last one of three would be beyond the picture's end.
+    // Pixels are loaded as four bytes, which would read past the end for the last three-byte pixel.
     PixelBytes last_row(image.bytes.end() - static_cast<std::ptrdiff_t>(row_bytes), image.bytes.end());
     last_row.push_back(0);
     PixelBytes nowhere(width);

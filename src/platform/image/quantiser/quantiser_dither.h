@@ -1,4 +1,4 @@
-// Gives each pixel of a picture a colour of a palette, spreading the errors over the neighbours.
+// Maps a picture to a palette with error diffusion.
 // Room: platform/image/quantiser.
 #pragma once
 
@@ -7,8 +7,8 @@
 
 #include "src/platform/image/quantiser/quantiser.h"
 
-/// An index for each pixel of image, which has 3 or 4 channels. transparent is the index for pixels whose
-/// alpha is below 128. Errors spread as R. W. Floyd and L. Steinberg have it ("An Adaptive Algorithm for
-/// Spatial Grey Scale"), in rows that run to and fro; what a pixel may take over is limited, so that colours
-/// beyond the palette's reach don't run into their surroundings.
+/// Returns the palette index of each pixel of image (3 or 4 channels); transparent is the index for pixels
+/// with alpha below 128. Floyd-Steinberg error diffusion ("An Adaptive Algorithm for Spatial Grey Scale") in
+/// serpentine order. The error that a pixel takes over is clamped, so that colours outside the palette's
+/// gamut don't bleed.
 PixelBytes Dither(const ImageBuffer& image, std::span<const PaletteColour> palette, std::int32_t transparent);

@@ -1,17 +1,17 @@
-// Counts the colours of a picture and gives up when there are too many for a palette.
+// Collects the colours of a picture unless there are too many for a palette.
 #include "src/platform/image/quantiser/quantiser_exact.h"
 
 #include <array>
 
-static constexpr std::size_t kMostColours = 256;
+static constexpr std::size_t kMaxColours = 256;
 
 namespace
 {
-// A hash table of at most 256 colours in 1024 places.
+// A hash table of at most 256 colours in 1024 slots.
 class ColourIndex
 {
 public:
-    /// The index of colour, a new one if it is new; -1 if there are 256 others.
+    /// The colour's index, new if necessary; -1 if there are 256 other colours.
     std::int32_t Of(std::uint32_t colour)
     {
         std::size_t place_index = colour * 0x9E3779B1u >> 22;
@@ -19,7 +19,7 @@ public:
             place_index = (place_index + 1) % places_.size();
         Place& place = places_[place_index];
         if (place.index < 0) {
-            if (colours_ == kMostColours)
+            if (colours_ == kMaxColours)
                 return -1;
             place = {colour, static_cast<std::int32_t>(colours_++)};
         }
@@ -60,12 +60,12 @@ std::optional<IndexedImage> QuantiseExactly(const ImageBuffer& image)
 {
     if (image.channels == 1)
         return QuantiseGreys(image);
-    constexpr std::uint32_t kTransparent = 0x1000000;  // no colour
+    constexpr std::uint32_t kTransparent = 0x1000000;  // not a valid colour
     const auto channels = static_cast<std::size_t>(image.channels);
     const std::size_t pixels = image.bytes.size() / channels;
     ColourIndex colours;
     IndexedImage result;
-    result.indexes.reserve(pixels);  // touched only as far as the colours suffice
+    result.indexes.reserve(pixels);  // pages are only touched as far as the colours suffice
     std::uint32_t last = ~std::uint32_t{0};
     std::uint8_t last_index = 0;
     const std::uint8_t* pixel = image.bytes.data();

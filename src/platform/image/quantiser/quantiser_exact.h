@@ -1,4 +1,4 @@
-// Keeps a picture of few colours as it is.
+// Indexes a picture of few colours without loss.
 // Room: platform/image/quantiser.
 #pragma once
 
@@ -6,6 +6,6 @@
 
 #include "src/platform/image/quantiser/quantiser.h"
 
-/// The picture in its own colours, in the order in which they appear (greys in ascending order); nothing if
-/// it has more than 256, the transparent one included.
+/// The picture with its own colours in order of appearance (greys: ascending), or nothing if there are more
+/// than 256, including the transparent one.
 std::optional<IndexedImage> QuantiseExactly(const ImageBuffer& image);

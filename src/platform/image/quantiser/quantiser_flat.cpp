@@ -1,4 +1,4 @@
-// Finds the colours of plain areas, so that these come out without a speckle.
+// Finds the colours of flat areas, so that they don't get dithered.
 #include "src/platform/image/quantiser/quantiser_flat.h"
 
 #include <algorithm>
@@ -6,8 +6,8 @@
 #include <cstring>
 #include <unordered_map>
 
-static constexpr std::size_t kBlock = 8;  // pixels a side
-static constexpr std::uint64_t kLeastShare = 512;
+static constexpr std::size_t kBlock = 8;  // pixels per side
+static constexpr std::uint64_t kMinShare = 512;
 static constexpr std::uint32_t kNoColour = 0x1000000;
 
 static std::uint32_t ColourAt(const std::uint8_t* pixel)
@@ -19,7 +19,7 @@ static bool IsPlain(const std::uint8_t* block, std::size_t channels, std::size_t
 {
     if (channels == 4 && block[3] < 128)
         return false;
-    // All bytes but the last pixel's are equal to those one pixel on; all rows are equal to the first.
+    // In the first row each byte equals the one a pixel later; all other rows equal the first.
     if (std::memcmp(block, block + channels, (kBlock - 1) * channels) != 0)
         return false;
     for (std::size_t row = 1; row < kBlock; ++row)
@@ -42,7 +42,7 @@ std::vector<FlatColour> FindFlatColours(const ImageBuffer& image)
         }
     std::vector<std::pair<std::uint64_t, std::uint32_t>> counts;
     for (const auto& [colour, pixels] : count_of)
-        if (pixels >= width * height / kLeastShare)
+        if (pixels >= width * height / kMinShare)
             counts.emplace_back(pixels, colour);
     std::sort(counts.rbegin(), counts.rend());
     counts.resize(std::min(counts.size(), kMaxFlatColours));
@@ -57,7 +57,7 @@ std::vector<FlatColour> FindFlatColours(const ImageBuffer& image)
 void TakeFlatColours(const ImageBuffer& image, const std::vector<FlatColour>& flats, std::size_t first,
                      PixelBytes& indexes)
 {
-    // A hash table with so many empty places that nearly every pixel is settled by one look.
+    // A hash table so sparse that nearly every lookup takes one probe.
     struct Place {
         std::uint32_t colour = kNoColour;
         std::uint32_t index = 0;

@@ -1,4 +1,4 @@
-// Finds the colours of the large plain areas of a picture.
+// Finds the colours of large flat areas.
 // Room: platform/image/quantiser.
 #pragma once
 
@@ -9,17 +9,16 @@
 
 struct FlatColour {
     PaletteColour colour{};
-    std::uint64_t pixels = 0;  ///< in whole plain blocks; there may be more elsewhere
+    std::uint64_t pixels = 0;  ///< in flat blocks; there may be more elsewhere
 };
 
 constexpr std::size_t kMaxFlatColours = 64;
 
-/// The colours, most frequent first, that fill at least a 512th of a picture of 3 or 4 channels with plain
-/// opaque blocks of 8x8 pixels: the grounds and surfaces of a drawing or a screen shot, seldom anything in a
-/// photograph.
+/// Colours that fill at least 1/512 of a picture (3 or 4 channels) with flat opaque 8x8 blocks, most frequent
+/// first. Drawings and screenshots have such backgrounds, photographs seldom do.
 std::vector<FlatColour> FindFlatColours(const ImageBuffer& image);
 
-/// Gives the pixels of exactly a flat colour its index, first for the first and so on, whatever they have in
-/// indexes.
+/// Overwrites the indices of pixels that are exactly a flat colour: `first` for the first flat colour, and so
+/// on.
 void TakeFlatColours(const ImageBuffer& image, const std::vector<FlatColour>& flats, std::size_t first,
                      PixelBytes& indexes);

@@ -1,20 +1,20 @@
-// Finds a palette by cutting the colour cube where that lowers the variance most.
+// Builds a palette by cutting the colour cube where that reduces the variance most.
 #include "src/platform/image/quantiser/quantiser_palette.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 
-// The cube is counted in cells of 8 levels a side.
+// The histogram's cells have 8 levels per side.
 static constexpr std::size_t kSide = 32;
 static constexpr std::size_t kCells = kSide * kSide * kSide;
 static constexpr int kRounds = 4;
 
-static constexpr std::int32_t kFarAway = 1000;  // levels: what fills the places of colours that there aren't
+static constexpr std::int32_t kFarAway = 1000;  // levels; fills unused palette slots
 
 namespace
 {
-using Colour = std::array<std::int32_t, 3>;  ///< B, G, R
+using Colour = std::array<std::int32_t, 3>;  ///< BGR
 
 struct CellSums {
     std::uint64_t count = 0;
@@ -32,8 +32,8 @@ static std::size_t CellOf(std::uint32_t colour)
     return (colour >> 9 & 0x7C00) | (colour >> 6 & 0x3E0) | (colour >> 3 & 0x1F);
 }
 
-// A cell's count and the sums of the three low bits of its pixels are added up in one number of four 16-bit
-// fields, which is emptied into the wide sums before a field can overflow.
+// A cell's count and the sums of its pixels' three low bits per channel are accumulated in four 16-bit fields
+// of one number. This flushes them to the wide sums before a field overflows.
 static void EmptyPacked(std::uint64_t& packed, std::size_t cell, CellSums& sums)
 {
     const std::uint64_t count = packed >> 48;
@@ -70,8 +70,7 @@ static std::vector<CellSums> ColourHistogram(const PixelBytes& bytes)
 
 namespace
 {
-// Sums over all cells from the cube's corner up to a cell, so that those of any box come from its eight
-// corners.
+// Cumulative sums from the cube's origin to each cell; the sum over any box follows from its eight corners.
 struct Moments {
     double count = 0;
     std::array<double, 3> sums{};
@@ -94,7 +93,7 @@ struct Moments {
     double Variance() const { return std::max(0.0, squares - SumsSquaredPerCount()); }
 };
 
-// The cells with low < cell <= high along each axis, counted from 1.
+// Cells with low < cell <= high along each axis, counted from 1.
 struct Box {
     std::array<std::size_t, 3> low{};
     std::array<std::size_t, 3> high{};
@@ -106,7 +105,7 @@ class Cube
 public:
     explicit Cube(const std::vector<CellSums>& sums);
     Moments Of(const Box& box) const;
-    /// Cuts box in two where the variance within falls most; False if it can't be cut.
+    /// Cuts box in two where that reduces the variance most; false if it can't be cut.
     bool Cut(Box& box, Box& other) const;
 
 private:
@@ -220,8 +219,7 @@ static std::vector<Colour> CutColours(const std::vector<CellSums>& sums, std::si
     return colours;
 }
 
-// Distance and index in one number, so that the nearest colour is a plain minimum, which compilers turn into
-// vectors.
+// Distance and index form one number, so the nearest colour is a plain minimum, which compilers vectorise.
 __attribute__((target_clones("avx2", "default"))) static std::int32_t Nearest(
     const std::int32_t* blues, const std::int32_t* greens, const std::int32_t* reds, std::int32_t blue,
     std::int32_t green, std::int32_t red)
@@ -234,7 +232,8 @@ __attribute__((target_clones("avx2", "default"))) static std::int32_t Nearest(
     return best & 255;
 }
 
-// k-means: each cell goes to its nearest colour, each colour from fixed on to the mean of its cells.
+// A k-means round: assigns each cell to its nearest colour and moves each colour from `fixed` on to the mean
+// of its cells.
 static void Refine(const std::vector<Cell>& cells, std::vector<Colour>& colours, std::size_t fixed)
 {
     std::array<std::array<std::int32_t, 256>, 3> planes;

@@ -1,4 +1,4 @@
-// Finds the colours that stand best for all colours of a picture.
+// Builds an optimised palette for a picture.
 // Room: platform/image/quantiser.
 #pragma once
 
@@ -8,9 +8,9 @@
 #include "src/platform/image/quantiser/quantiser.h"
 #include "src/platform/image/quantiser/quantiser_flat.h"
 
-/// At most colour_count (1 to 256) colours for a picture of 3 or 4 channels, the first of them those of
-/// flats, which are fewer; the transparent pixels of a picture of 4 channels don't count. Empty if no pixel
-/// counts. Method: X. Wu's cut of the colour cube ("Efficient Statistical Computations for Optimal Color
-/// Quantization", Graphics Gems II), followed by rounds of k-means over the cells of the histogram.
+/// At most colour_count (1 to 256) colours for a picture of 3 or 4 channels. The first ones are those of
+/// flats, which has fewer than colour_count. Transparent pixels are ignored; empty if all are. Method: X.
+/// Wu's variance-based cutting of the colour cube ("Efficient Statistical Computations for Optimal Color
+/// Quantization", Graphics Gems II), then rounds of k-means on the histogram cells.
 std::vector<PaletteColour> FitPalette(const ImageBuffer& image, const std::vector<FlatColour>& flats,
                                       std::size_t colour_count);

@@ -1,12 +1,12 @@
-// Fills the table of nearest palette colours cube by cube.
+// Fills the nearest-colour table cube by cube.
 #include "src/platform/image/quantiser/quantiser_table.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
 
-// All in levels. A table cell has 4 a side; most colours are ruled out for cubes of 64 and then of 16 at
-// once.
+// Cube sides in levels. A table cell has 4 per side; most colours are ruled out for cubes of 64 and then 16
+// at once.
 static constexpr std::int32_t kCell = 256 >> kTableBits;
 static constexpr std::int32_t kSmallCube = 4 * kCell;
 static constexpr std::int32_t kLargeCube = 4 * kSmallCube;
@@ -17,8 +17,8 @@ using Point = std::array<std::int32_t, 3>;
 using FourCells = std::int32_t __attribute__((vector_size(16)));
 }  // namespace
 
-// Of the colours from, those that can be nearest to the middle of some cell of the cube at first: their
-// least distance to the cube is not above the smallest of the greatest distances.
+// The colours in `from` that can be nearest to the centre of any cell in the cube: those whose minimum
+// distance to the cube doesn't exceed the smallest maximum distance of all colours.
 static std::vector<std::uint8_t> Candidates(std::span<const PaletteColour> palette,
                                             const std::vector<std::uint8_t>& from, const Point& first,
                                             std::int32_t side)
@@ -51,7 +51,7 @@ static FourCells Squares(std::int32_t colour, std::int32_t first)
     return v * v;
 }
 
-// The 64 cells of a small cube. Distance and index are one number, so that the nearest colour is a plain
+// Fills the 64 cells of a small cube. Distance and index form one number, so the nearest colour is a plain
 // minimum.
 static void FillSmallCube(std::span<const PaletteColour> palette, const std::vector<std::uint8_t>& found,
                           const Point& first, std::vector<std::uint8_t>& table)

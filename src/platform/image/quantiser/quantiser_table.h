@@ -1,4 +1,4 @@
-// Says which colour of a palette is nearest to a colour.
+// A LUT from colours to the nearest palette index.
 // Room: platform/image/quantiser.
 #pragma once
 
@@ -10,7 +10,7 @@
 
 constexpr unsigned kTableBits = 6;  ///< of each of B, G and R
 
-/// The index of the nearest palette colour for each cell of the colour cube, measured from the cell's middle.
-/// The cell of a colour is made of the upper bits of B, of G and of R, R's lowest. palette has 1 to 256
-/// colours; of colours equally near the first is taken.
+/// Index of the nearest palette colour for each cell of the colour cube, measured from its centre. A cell
+/// number consists of the top bits of B, G and R, with R lowest. palette has 1 to 256 colours; the first of
+/// equally near ones wins.
 std::vector<std::uint8_t> BuildNearestTable(std::span<const PaletteColour> palette);
