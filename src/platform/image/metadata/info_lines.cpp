@@ -1,4 +1,4 @@
-// Joins the texts of a save into the lines of a comment.
+// Joins the user's texts into one comment.
 #include "src/platform/image/metadata/info_lines.h"
 
 #include <utility>

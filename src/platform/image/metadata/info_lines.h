@@ -1,4 +1,4 @@
-// The texts of a save as the lines of a comment, for formats that have one comment for all.
+// Joins the user's texts, for formats with a single comment.
 // Room: platform/image/metadata.
 #pragma once
 
@@ -6,6 +6,6 @@
 
 #include "src/platform/image_library.h"
 
-/// A line for each text that isn't empty, "Title: ..." and so on, in UTF-8, parted by line feeds; "" if all
+/// One line per text that isn't empty, "Title: ..." and so on, in UTF-8, separated by line feeds; "" if all
 /// are empty.
 std::string InfoLines(const ImageInfoTexts& texts);

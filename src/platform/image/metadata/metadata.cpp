@@ -26,7 +26,7 @@ static std::vector<ExifText> TextsToWrite(const ImageInfoTexts& texts)
     return result;
 }
 
-// The orientation tag of the first directory, if it holds one of the eight numbers.
+// The first directory's orientation tag, if it is 1 to 8.
 static std::optional<IfdEntry> Orientation(const IfdReader& reader)
 {
     const auto first = reader.Entries(reader.FirstDirectory());
@@ -49,7 +49,7 @@ static void SetResolution(std::vector<std::uint8_t>& exif, double dots_per_inch_
     SetExifRational(exif, *x, dots_per_inch_x);
     SetExifRational(exif, *y, dots_per_inch_y);
     if (unit)
-        SetExifNumber(exif, *unit, 2);  // inches; also what a reader takes a missing unit for
+        SetExifNumber(exif, *unit, 2);  // inches, also the default without the tag
 }
 
 static void SetPixelSize(std::vector<std::uint8_t>& exif, std::int32_t width, std::int32_t height)
@@ -81,7 +81,7 @@ std::vector<std::uint8_t> ExifForSave(const ImageBuffer& image, const ImageInfoT
     return exif;
 }
 
-// Sets the number of tiff:Orientation to 1, written as an attribute or as an element.
+// Sets tiff:Orientation to 1, whether it is an attribute or an element.
 static void SetXmpOrientation(std::vector<std::uint8_t>& xmp)
 {
     for (const std::string_view before :
@@ -118,7 +118,7 @@ ExifResolution ReadExifResolution(Bytes exif)
     const IfdEntry* y_entry = EntryWithTag(first, kTagYResolution);
     const IfdEntry* unit_entry = EntryWithTag(first, kTagResolutionUnit);
     const std::uint32_t unit = unit_entry ? reader.Number(*unit_entry).value_or(2) : 2;
-    const double inch = unit == 2 ? 1 : unit == 3 ? 2.54 : 0;  // 1 is no absolute unit
+    const double inch = unit == 2 ? 1 : unit == 3 ? 2.54 : 0;  // 1 means no absolute unit
     const double x = x_entry ? reader.Rational(*x_entry).value_or(0) * inch : 0;
     const double y = y_entry ? reader.Rational(*y_entry).value_or(0) * inch : 0;
     return x > 0 && y > 0 ? ExifResolution{x, y} : ExifResolution{};

@@ -1,4 +1,4 @@
-// Understands the date texts that people type.
+// Parses dates as people type them.
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -8,7 +8,7 @@
 
 namespace
 {
-// Reads a text from the left; the first thing that isn't there spoils the rest.
+// Scans a text from the left; after the first mismatch everything fails.
 class DateScanner
 {
 public:

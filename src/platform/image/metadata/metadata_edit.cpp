@@ -1,4 +1,4 @@
-// Edits EXIF blocks so that what isn't edited keeps its place.
+// Edits EXIF blocks so that unedited parts keep their place.
 #include "src/platform/image/metadata/metadata_edit.h"
 
 #include <algorithm>
@@ -43,7 +43,7 @@ void SetExifRational(std::vector<std::uint8_t>& exif, const IfdEntry& entry, dou
     PutU32(exif, entry.value_offset + 4, static_cast<std::uint32_t>(denominator), big_endian);
 }
 
-// The bytes of a directory and of its values.
+// Adds the byte ranges of a directory and its values.
 static void AddRanges(const IfdReader& reader, std::size_t directory, std::size_t block_size,
                       std::vector<Range>& ranges)
 {
@@ -55,8 +55,8 @@ static void AddRanges(const IfdReader& reader, std::size_t directory, std::size_
         ranges.push_back({entry.value_offset, entry.value_offset + entry.value_size});
 }
 
-// The bytes of the directories that stay: the first, and those that it points to.
-static std::vector<Range> RangesThatStay(const IfdReader& reader, std::size_t block_size)
+// Byte ranges of the directories to keep: the first, and those it points to.
+static std::vector<Range> KeptRanges(const IfdReader& reader, std::size_t block_size)
 {
     std::vector<Range> ranges = {{0, 8}};
     const auto first = reader.Entries(reader.FirstDirectory());
@@ -72,9 +72,9 @@ static std::vector<Range> RangesThatStay(const IfdReader& reader, std::size_t bl
     return ranges;
 }
 
-// The bytes of the thumbnail's directory and of the thumbnail.
-static std::vector<Range> RangesOfThumbnail(const IfdReader& reader, std::size_t directory,
-                                            std::size_t block_size)
+// Byte ranges of the thumbnail's directory and the thumbnail.
+static std::vector<Range> ThumbnailRanges(const IfdReader& reader, std::size_t directory,
+                                          std::size_t block_size)
 {
     constexpr std::uint16_t kStripOffsets = 0x0111, kStripSizes = 0x0117, kJpegOffset = 0x0201,
                             kJpegSize = 0x0202;
@@ -99,17 +99,17 @@ static std::vector<Range> RangesOfThumbnail(const IfdReader& reader, std::size_t
 
 void DropExifThumbnail(std::vector<std::uint8_t>& exif)
 {
-    constexpr std::size_t kPadding = 3;  // bytes after the thumbnail that fill it up to a whole word
+    constexpr std::size_t kPadding = 3;  // bytes that may pad the thumbnail to 32 bits
     const IfdReader reader(exif);
     const std::size_t second = reader.NextDirectory(reader.FirstDirectory());
     if (second == 0)
         return;
-    const std::vector<Range> kept_ranges = RangesThatStay(reader, exif.size());
-    std::vector<Range> removed = RangesOfThumbnail(reader, second, exif.size());
+    const std::vector<Range> kept_ranges = KeptRanges(reader, exif.size());
+    std::vector<Range> removed = ThumbnailRanges(reader, second, exif.size());
     std::size_t stay_end = 0;
     for (const Range& range : kept_ranges)
         stay_end = std::max(stay_end, range.end);
-    // A block of many thousand entries is no camera's; comparing all with all would only cost time there.
+    // No camera writes thousands of entries, and comparing them pairwise would only waste time.
     constexpr std::size_t kManyRanges = 4096;
     if (kept_ranges.size() > kManyRanges || removed.size() > kManyRanges)
         removed.clear();
@@ -132,8 +132,8 @@ void DropExifThumbnail(std::vector<std::uint8_t>& exif)
     exif.resize(end);
 }
 
-// True for a tag that says how a file stores its pixels or where, or holds a block that travels on its own.
-static bool TagOfStorage(std::uint16_t tag)
+// True for tags that describe how or where pixels are stored, or hold a block that is copied separately.
+static bool IsStorageTag(std::uint16_t tag)
 {
     static constexpr std::array<std::uint16_t, 34> kTags = {
         0x00FE, 0x00FF, 0x0100, 0x0101, 0x0102, 0x0103, 0x0106, 0x010A, 0x0111, 0x0115, 0x0116, 0x0117,
@@ -149,8 +149,7 @@ static std::size_t Appended(std::vector<std::uint8_t>& exif, std::size_t size)
     return offset;
 }
 
-// The directory entry for a text, whose bytes are put where the old text was if they fit there, else at the
-// end.
+// The entry for a text. Its bytes replace the old text if they fit there, or else go to the end.
 static RawEntry TextEntry(std::vector<std::uint8_t>& exif, const ExifText& text, const IfdEntry* old,
                           bool big_endian)
 {
@@ -197,7 +196,7 @@ void RewriteExif(std::vector<std::uint8_t>& exif, const std::vector<ExifText>& t
     for (const IfdEntry& entry : old) {
         const bool replaced = std::any_of(texts.begin(), texts.end(),
                                           [&](const ExifText& text) { return text.tag == entry.tag; });
-        if (replaced || TagOfStorage(entry.tag))
+        if (replaced || IsStorageTag(entry.tag))
             continue;
         raw.push_back({entry.tag, {}});
         std::memcpy(raw.back().bytes.data(), exif.data() + entry.entry_offset, kEntrySize);

@@ -1,4 +1,4 @@
-// Changes an EXIF block where it lies.
+// Edits an EXIF block in place.
 // Room: platform/image/metadata.
 #pragma once
 
@@ -8,7 +8,7 @@
 
 #include "src/platform/image/metadata/metadata_ifd.h"
 
-/// Tags of the first directory and of the EXIF directory.
+/// Tags of the first directory and the EXIF directory.
 constexpr std::uint16_t kTagDocumentName = 0x010D;
 constexpr std::uint16_t kTagImageDescription = 0x010E;
 constexpr std::uint16_t kTagMake = 0x010F;
@@ -31,17 +31,17 @@ struct ExifText {
     std::string text;  ///< not empty
 };
 
-/// Sets the first number of an entry of 16-bit or 32-bit numbers, other entries not.
+/// Sets the first number of a 16-bit or 32-bit entry; other entries are unchanged.
 void SetExifNumber(std::vector<std::uint8_t>& exif, const IfdEntry& entry, std::uint32_t value);
 
-/// Sets the first rational of an entry of rationals to value, exact to a thousandth; other entries not.
+/// Sets the first rational of an entry, exact to a thousandth; entries of other types are unchanged.
 void SetExifRational(std::vector<std::uint8_t>& exif, const IfdEntry& entry, double value);
 
-/// Takes the second directory out of the chain and what belongs to it out of the block: cut off where it is
-/// the block's end, set to zero elsewhere. What also belongs to another directory stays.
+/// Unlinks the second directory and removes its data: truncates the block if that is at its end, zeroes it
+/// elsewhere. Data shared with other directories is kept.
 void DropExifThumbnail(std::vector<std::uint8_t>& exif);
 
-/// Writes the first directory anew, as the only one of the chain and sorted by tag, without the tags that
-/// describe how a file stores its pixels, and with the texts in place of the tags that they name. It stays
-/// where it was if it fits there. Without a TIFF header the block becomes a new one. Empty if no tag is left.
+/// Rewrites the first directory as the only one in the chain: sorted by tag, without tags that describe pixel
+/// storage, with the texts in place of the tags they name. It keeps its place if it fits there. A block
+/// without a TIFF header is replaced with a new one. Empty if no tag is left.
 void RewriteExif(std::vector<std::uint8_t>& exif, const std::vector<ExifText>& texts);

@@ -1,4 +1,4 @@
-// Walks TIFF directories. Every offset comes from the file and may be anything.
+// Reads TIFF directories. No offset in the data can be trusted.
 #include "src/platform/image/metadata/metadata_ifd.h"
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 static constexpr std::size_t kBlockLimit = 64 * 1024 * 1024;
 static constexpr std::size_t kEntrySize = 12;
 
-// Bytes of one value, by type; 0 for a type that is not known.
+// Bytes per value of a type; 0 for an unknown type.
 static std::size_t TypeSize(std::uint16_t type)
 {
     static constexpr std::array<std::uint8_t, 14> kSizes = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};

@@ -1,4 +1,4 @@
-// Turns blocks of metadata into hexadecimal text and back.
+// Converts metadata blocks to hexadecimal text and back.
 #include "src/platform/image/metadata/raw_profile.h"
 
 #include <algorithm>
@@ -27,7 +27,7 @@ std::vector<std::uint8_t> FromRawProfile(std::string_view text)
     const std::size_t digits = std::min(text.find_first_not_of(" \n", kind_end), text.size());
     std::uint32_t length = 0;
     const auto [end, error] = std::from_chars(text.data() + digits, text.data() + text.size(), length);
-    // Two digits a byte: a length that the text can't hold is not believed.
+    // Each byte takes two digits; don't trust a length that the text can't hold.
     if (error != std::errc{} || length > text.size() / 2)
         return {};
     std::vector<std::uint8_t> block;
@@ -70,7 +70,7 @@ std::vector<std::uint8_t> IptcOfResources(Bytes block)
         if (std::memcmp(mark.data(), "8BIM", 4) != 0)
             return {};
         const std::uint16_t number = reader.U16Be();
-        // The name and the data are each padded to an even length; the name's own length byte counts with it.
+        // Name and data are padded to even lengths; the name's length includes its length byte.
         reader.Take(reader.U8() | 1U);
         const std::uint32_t length = reader.U32Be();
         const Bytes data = reader.Take(length);
