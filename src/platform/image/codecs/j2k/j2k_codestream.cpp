@@ -15,19 +15,19 @@ static constexpr std::uint64_t kMaxTileComponents = 262144;
 static constexpr std::uint64_t kMaxCodeBlocks = 8'000'000;  // 16x16 samples each in the largest pictures
 static constexpr std::uint64_t kTilePartHeader = 12;  // bytes of the SOT marker segment, marker included
 
-static std::uint64_t UpDivided(std::uint64_t value, std::uint64_t by)
+static std::uint64_t CeilDiv(std::uint64_t value, std::uint64_t by)
 {
     return (value + by - 1) / by;
 }
 
 std::uint64_t J2kSize::TilesAcross() const
 {
-    return UpDivided(right - tile_left, tile_width);
+    return CeilDiv(right - tile_left, tile_width);
 }
 
 std::uint64_t J2kSize::TilesDown() const
 {
-    return UpDivided(bottom - tile_top, tile_height);
+    return CeilDiv(bottom - tile_top, tile_height);
 }
 
 static bool ReadSize(Bytes segment, J2kSize& size)
@@ -61,11 +61,10 @@ static bool ReadSize(Bytes segment, J2kSize& size)
                              std::uint64_t{o.tile_top} + o.tile_height > o.top;
     if (!valid_tiles || o.left >= o.right || o.top >= o.bottom)
         return false;
-    const std::uint64_t width = UpDivided(o.right, min_x) - UpDivided(o.left, min_x);
-    const std::uint64_t height = UpDivided(o.bottom, min_y) - UpDivided(o.top, min_y);
+    const std::uint64_t width = CeilDiv(o.right, min_x) - CeilDiv(o.left, min_x);
+    const std::uint64_t height = CeilDiv(o.bottom, min_y) - CeilDiv(o.top, min_y);
     for (const J2kComponent& component : o.components)
-        samples +=
-            UpDivided(o.right - o.left, component.step_x) * UpDivided(o.bottom - o.top, component.step_y);
+        samples += CeilDiv(o.right - o.left, component.step_x) * CeilDiv(o.bottom - o.top, component.step_y);
     const std::uint64_t tile_count = o.TilesAcross() * o.TilesDown();
     return IsSizeAllowed(width, height) && samples <= kMaxSamples && tile_count <= kMaxTiles &&
            tile_count * components <= kMaxTileComponents;
@@ -89,11 +88,11 @@ struct Amount {
 struct Interval {
     std::uint64_t first, end;
 
-    Interval DividedUp(std::uint64_t by) const { return {UpDivided(first, by), UpDivided(end, by)}; }
+    Interval ScaledDown(std::uint64_t by) const { return {CeilDiv(first, by), CeilDiv(end, by)}; }
     /// How many grid cells of size 2^power it touches.
     std::uint64_t Cells(std::uint32_t power) const
     {
-        return end > first ? UpDivided(end, std::uint64_t{1} << power) - (first >> power) : 0;
+        return end > first ? CeilDiv(end, std::uint64_t{1} << power) - (first >> power) : 0;
     }
 };
 }  // namespace
@@ -112,12 +111,12 @@ static void Add(Amount& amount, const J2kSize& size, std::uint64_t tile, std::si
     const J2kComponent& component = size.components[component_index];
     const std::uint64_t tiles_across = size.TilesAcross();
     const Interval x = TileAlong(tile % tiles_across, size.tile_left, size.tile_width, size.left, size.right)
-                           .DividedUp(component.step_x);
+                           .ScaledDown(component.step_x);
     const Interval y = TileAlong(tile / tiles_across, size.tile_top, size.tile_height, size.top, size.bottom)
-                           .DividedUp(component.step_y);
+                           .ScaledDown(component.step_y);
     for (std::uint32_t resolution = 0; resolution <= style.levels; ++resolution) {
         const std::uint64_t scale = std::uint64_t{1} << (style.levels - resolution);
-        const Interval across = x.DividedUp(scale), down = y.DividedUp(scale);
+        const Interval across = x.ScaledDown(scale), down = y.ScaledDown(scale);
         const std::uint32_t precinct_x = style.precinct_x[resolution],
                             precinct_y = style.precinct_y[resolution];
         const std::uint64_t precincts = across.Cells(precinct_x) * down.Cells(precinct_y);
@@ -126,7 +125,7 @@ static void Add(Amount& amount, const J2kSize& size, std::uint64_t tile, std::si
         // limited to that size.
         const std::uint32_t half = resolution == 0 ? 0 : 1;
         const auto blocks = [&](const Interval& o, std::uint32_t block, std::uint32_t precinct) {
-            return o.DividedUp(half + 1).Cells(std::min(block, precinct - std::min(half, precinct)));
+            return o.ScaledDown(half + 1).Cells(std::min(block, precinct - std::min(half, precinct)));
         };
         amount.code_blocks += (half == 0 ? 1 : 3) * blocks(across, style.block_width, precinct_x) *
                               blocks(down, style.block_height, precinct_y);

@@ -5,16 +5,16 @@
 
 static constexpr OPJ_UINT32 kTableBits = 16;
 
-static std::uint32_t UpDivided(std::uint32_t value, std::uint32_t by)
+static std::uint32_t CeilDiv(std::uint32_t value, std::uint32_t by)
 {
     return value / by + (value % by != 0 ? 1 : 0);
 }
 
 PixelGrid PixelGridOf(const opj_image_t& image, std::uint32_t step_x, std::uint32_t step_y)
 {
-    PixelGrid grid{step_x, step_y, UpDivided(image.x0, step_x), UpDivided(image.y0, step_y), 0, 0};
-    grid.width = UpDivided(image.x1, step_x) - grid.first_x;
-    grid.height = UpDivided(image.y1, step_y) - grid.first_y;
+    PixelGrid grid{step_x, step_y, CeilDiv(image.x0, step_x), CeilDiv(image.y0, step_y), 0, 0};
+    grid.width = CeilDiv(image.x1, step_x) - grid.first_x;
+    grid.height = CeilDiv(image.y1, step_y) - grid.first_y;
     return grid;
 }
 

@@ -34,12 +34,12 @@ JBLOCKARRAY JpegCoefficients::Access(j_common_ptr jpeg, jvirt_barray_ptr key, JD
         return rows;
     for (Rows& kept : self.components_)
         if (kept.key == key)
-            self.Passed(kept, rows, first, count);
+            self.FreePassedRows(kept, rows, first, count);
     return rows;
 }
 
 // Frees only rows that libjpeg itself has returned pointers to, and only bytes known to belong to them.
-void JpegCoefficients::Passed(Rows& rows, JBLOCKARRAY blocks, JDIMENSION first, JDIMENSION count)
+void JpegCoefficients::FreePassedRows(Rows& rows, JBLOCKARRAY blocks, JDIMENSION first, JDIMENSION count)
 {
     for (JDIMENSION i = 0; i < rows.last_count && rows.last_row + i < first; ++i) {
         auto* const row = reinterpret_cast<std::uint8_t*>(rows.last_blocks[i]);

@@ -36,7 +36,7 @@ private:
                                     JDIMENSION row_count, JDIMENSION max_at_once);
     static JBLOCKARRAY Access(j_common_ptr jpeg, jvirt_barray_ptr key, JDIMENSION first, JDIMENSION count,
                               boolean writable);
-    void Passed(Rows& rows, JBLOCKARRAY blocks, JDIMENSION first, JDIMENSION count);
+    void FreePassedRows(Rows& rows, JBLOCKARRAY blocks, JDIMENSION first, JDIMENSION count);
 
     decltype(jpeg_memory_mgr::request_virt_barray) request_ = nullptr;
     decltype(jpeg_memory_mgr::access_virt_barray) access_ = nullptr;

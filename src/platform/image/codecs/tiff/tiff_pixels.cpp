@@ -44,7 +44,7 @@ void PackDarkBits(const std::uint8_t* in, std::size_t pixels, std::uint8_t* out)
             out[whole] = static_cast<std::uint8_t>(out[whole] | 0x80 >> i % 8);
 }
 
-void LevelsAtHalf(const std::uint8_t* in, std::size_t pixels, std::uint32_t channels, std::uint8_t* out)
+void Threshold(const std::uint8_t* in, std::size_t pixels, std::uint32_t channels, std::uint8_t* out)
 {
     if (channels == 1) {
         for (std::size_t i = 0; i < pixels; ++i)

@@ -14,7 +14,7 @@ void ExpandBits(const std::uint8_t* in, std::size_t pixels, std::uint8_t zero, s
 void PackDarkBits(const std::uint8_t* in, std::size_t pixels, std::uint8_t* out);
 
 /// 255 where the luma 0.299 R + 0.587 G + 0.114 B is at least 128, else 0. channels is 1 (grey) or 3 (BGR).
-void LevelsAtHalf(const std::uint8_t* in, std::size_t pixels, std::uint32_t channels, std::uint8_t* out);
+void Threshold(const std::uint8_t* in, std::size_t pixels, std::uint32_t channels, std::uint8_t* out);
 
 /// Subtracts the sample `channels` bytes before it from each sample; the first pixel is unchanged.
 void SubtractLeft(const std::uint8_t* in, std::size_t bytes, std::uint32_t channels, std::uint8_t* out);

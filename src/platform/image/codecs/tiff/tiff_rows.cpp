@@ -150,7 +150,7 @@ void TiffRows::UnpackPalette(const std::uint8_t* stored, std::size_t pixels, std
         const std::size_t now = std::min(kBlock, pixels - done);
         const std::uint8_t* from = stored + done * bits_per_pixel / 8;
         std::uint8_t* to = levels + done * levels_;
-        IndexesOfSample(layout_.bits, from, 0, samples, now, indexes.data());
+        IndicesOfSample(layout_.bits, from, 0, samples, now, indexes.data());
         if (channels_ == 1)
             for (std::size_t i = 0; i < now; ++i)
                 to[i] = palette_[indexes[i]];
@@ -215,9 +215,9 @@ void TiffRows::UnpackSubsampled(const std::uint8_t* stored, std::uint32_t stored
 
 // Converts colours of three or four samples, with or without alpha. Works in blocks with a copy, since input
 // and output may overlap.
-template <typename TurnBlock>
-static bool TurnBlocks(const std::uint8_t* levels, std::size_t pixels, std::uint32_t level_count,
-                       bool has_alpha, std::size_t block, std::uint8_t* out, TurnBlock turn)
+template <typename ConvertBlock>
+static bool ConvertBlocks(const std::uint8_t* levels, std::size_t pixels, std::uint32_t level_count,
+                          bool has_alpha, std::size_t block, std::uint8_t* out, ConvertBlock convert)
 {
     const std::uint32_t colours = has_alpha ? level_count - 1 : level_count;
     std::vector<std::uint8_t> in(std::min(block, pixels) * colours);
@@ -228,7 +228,7 @@ static bool TurnBlocks(const std::uint8_t* levels, std::size_t pixels, std::uint
         std::uint8_t* to = out + done * (has_alpha ? 4 : 3);
         for (std::size_t i = 0; i < now; ++i)
             std::memcpy(in.data() + i * colours, from + i * level_count, colours);
-        if (!turn(in.data(), turned.data(), now))
+        if (!convert(in.data(), turned.data(), now))
             return false;
         if (!has_alpha) {
             std::memcpy(to, turned.data(), now * 3);
@@ -249,19 +249,19 @@ bool TiffRows::Finish(const std::uint8_t* levels, std::size_t pixels, std::uint8
     bool done = true;
     switch (layout_.colour) {
         case TiffColour::kCmyk:
-            done = TurnBlocks(levels, pixels, levels_, has_alpha, kBlock, out,
-                              [this](const std::uint8_t* in, std::uint8_t* bgr, std::size_t count) {
-                                  inks_->Convert(in, bgr, count);
-                                  return true;
-                              });
+            done = ConvertBlocks(levels, pixels, levels_, has_alpha, kBlock, out,
+                                 [this](const std::uint8_t* in, std::uint8_t* bgr, std::size_t count) {
+                                     inks_->Convert(in, bgr, count);
+                                     return true;
+                                 });
             break;
         case TiffColour::kLab:
         case TiffColour::kIccLab:
             // Large blocks, because each one sets up the transform to sRGB again.
-            done = TurnBlocks(levels, pixels, levels_, has_alpha, 256 * kBlock, out,
-                              [](const std::uint8_t* in, std::uint8_t* bgr, std::size_t count) {
-                                  return LabToBgr(in, bgr, count);
-                              });
+            done = ConvertBlocks(levels, pixels, levels_, has_alpha, 256 * kBlock, out,
+                                 [](const std::uint8_t* in, std::uint8_t* bgr, std::size_t count) {
+                                     return LabToBgr(in, bgr, count);
+                                 });
             break;
         case TiffColour::kYCbCr: {
             auto* tables = reinterpret_cast<TIFFYCbCrToRGB*>(const_cast<std::uint64_t*>(ycbcr_.data()));

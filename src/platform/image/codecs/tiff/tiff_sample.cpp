@@ -127,7 +127,7 @@ void LevelsOfSample(const TiffSampleForm& form, const std::uint8_t* stored, std:
     }
 }
 
-void IndexesOfSample(std::uint16_t bits, const std::uint8_t* stored, std::uint32_t sample,
+void IndicesOfSample(std::uint16_t bits, const std::uint8_t* stored, std::uint32_t sample,
                      std::uint32_t stored_samples, std::size_t pixels, std::uint16_t* out)
 {
     for (std::size_t i = 0; i < pixels; ++i) {

@@ -25,5 +25,5 @@ void LevelsOfSample(const TiffSampleForm& form, const std::uint8_t* stored, std:
                     std::uint32_t stored_samples, std::size_t pixels, std::uint8_t* out, std::uint32_t pitch);
 
 /// Reads the same samples unscaled, as indices of at most 16 bits.
-void IndexesOfSample(std::uint16_t bits, const std::uint8_t* stored, std::uint32_t sample,
+void IndicesOfSample(std::uint16_t bits, const std::uint8_t* stored, std::uint32_t sample,
                      std::uint32_t stored_samples, std::size_t pixels, std::uint16_t* out);

@@ -133,8 +133,8 @@ bool EncodeFaxStrip(const ImageBuffer& image, std::uint16_t compression, const T
     std::vector<std::uint8_t> levels(width);
     std::vector<std::uint8_t> packed(packed_row * height);
     for (std::size_t y = 0; y < height; ++y) {
-        LevelsAtHalf(image.bytes.data() + y * RowBytes(image), width,
-                     static_cast<std::uint32_t>(image.channels), levels.data());
+        Threshold(image.bytes.data() + y * RowBytes(image), width, static_cast<std::uint32_t>(image.channels),
+                  levels.data());
         PackDarkBits(levels.data(), width, packed.data() + y * packed_row);
     }
     TiffStripEncoder encoder;
