@@ -1,4 +1,4 @@
-// What a run without windows says, and what it answers.
+// Tests of the message boxes and answers of a run without a display.
 #include "src/platform/headless/headless_windows.h"
 
 #include <gtest/gtest.h>
@@ -9,30 +9,30 @@ struct FormForTest : Form {
     FormForTest() : Form("frmForTest") {}
 };
 
-static std::string ShownText(HeadlessWindows& windows, const std::string& text)
+static std::string BoxOutput(HeadlessWindows& windows, const std::string& text)
 {
     testing::internal::CaptureStderr();
     windows.MsgBox(text, "Error", BoxIcon::Information, BoxButtons::Ok);
     return testing::internal::GetCapturedStderr();
 }
 
-TEST(HeadlessWindows, ShowABoxOnStandardErrorAndNothingOnStandardOutput)
+TEST(HeadlessWindows, PrintsBoxesOnStandardErrorOnly)
 {
     HeadlessWindows windows;
     testing::internal::CaptureStdout();
 
-    EXPECT_EQ(ShownText(windows, "Unable to launch application."), "Error: Unable to launch application.\n");
+    EXPECT_EQ(BoxOutput(windows, "Unable to launch application."), "Error: Unable to launch application.\n");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
-TEST(HeadlessWindows, BreakLinesWhereATextHasCarriageReturns)
+TEST(HeadlessWindows, BreaksLinesAtCarriageReturns)
 {
     HeadlessWindows windows;
 
-    EXPECT_EQ(ShownText(windows, "one\rtwo"), "Error: one\ntwo\n");
+    EXPECT_EQ(BoxOutput(windows, "one\rtwo"), "Error: one\ntwo\n");
 }
 
-TEST(HeadlessWindows, AnswerOkAndNoToEveryQuestion)
+TEST(HeadlessWindows, AnswersOkButNoToQuestions)
 {
     HeadlessWindows windows;
     testing::internal::CaptureStderr();
@@ -43,7 +43,7 @@ TEST(HeadlessWindows, AnswerOkAndNoToEveryQuestion)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "b: a\nb: a\nb: a\n");
 }
 
-TEST(HeadlessWindows, CancelAQuestionThatHasOnlyOkBesides)
+TEST(HeadlessWindows, AnswersCancelToOkCancelQuestions)
 {
     HeadlessWindows windows;
     testing::internal::CaptureStderr();
@@ -54,21 +54,21 @@ TEST(HeadlessWindows, CancelAQuestionThatHasOnlyOkBesides)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Special Request: Continue?\n");
 }
 
-TEST(HeadlessWindows, ChooseTheButtonThatRejects)
+TEST(HeadlessWindows, ChoosesRejectButton)
 {
     HeadlessWindows windows;
     testing::internal::CaptureStderr();
 
     EXPECT_EQ(windows.nChooseButton("Close?", "Varnel", BoxIcon::Question,
-                                       {{"Finish this file", ButtonRole::Accept},
-                                        {"Stop now", ButtonRole::Destructive},
-                                        {"Go on", ButtonRole::Reject}}),
+                                    {{"Finish this file", ButtonRole::Accept},
+                                     {"Stop now", ButtonRole::Destructive},
+                                     {"Go on", ButtonRole::Reject}}),
               2u);
 
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Varnel: Close?\n");
 }
 
-TEST(HeadlessWindows, PickNothingAndShowNoForm)
+TEST(HeadlessWindows, PicksNoFileAndShowsNoForm)
 {
     HeadlessWindows windows;
     FormForTest frm;
@@ -85,7 +85,7 @@ TEST(HeadlessWindows, PickNothingAndShowNoForm)
     EXPECT_FALSE(windows.bHasDisplay());
 }
 
-TEST(HeadlessWindows, SayWhereTheHelpStands)
+TEST(HeadlessWindows, PrintsLocationOfHelpFile)
 {
     HeadlessWindows windows;
     testing::internal::CaptureStderr();

@@ -1,4 +1,4 @@
-// How a path of the user becomes a path of the host.
+// Tests of mapping the user's paths to host paths.
 #include "src/platform/posix/host_path.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 
 using namespace std::string_literals;
 
-TEST(ExistingPath, IsFoundWithBothSeparators)
+TEST(ExistingPath, AcceptsBothSeparators)
 {
     const HostFolder folder;
     const std::string file = folder.File("pics/a.bmp", "");
@@ -24,7 +24,7 @@ TEST(ExistingPath, IsFoundWithBothSeparators)
     EXPECT_EQ(paths.Existing(folder.Path() + "/pics/../pics/a.bmp"), folder.Path() + "/pics/../pics/a.bmp");
 }
 
-TEST(ExistingPath, IsFoundInAnyCaseIfNotAsItStands)
+TEST(ExistingPath, FallsBackToCaseInsensitiveMatch)
 {
     const HostFolder folder;
     const std::string file = folder.File("Pics/Ärger.BMP", "");
@@ -36,7 +36,7 @@ TEST(ExistingPath, IsFoundInAnyCaseIfNotAsItStands)
     EXPECT_EQ(paths.Existing(folder.File("pics/b.bmp")), std::nullopt);
 }
 
-TEST(ExistingPath, PrefersTheExactNameAndThenTheFirstInOrder)
+TEST(ExistingPath, PrefersExactNameThenFirstInByteOrder)
 {
     const HostFolder folder;
     for (const char* name : {"aBC", "ABc", "abc"})
@@ -47,7 +47,7 @@ TEST(ExistingPath, PrefersTheExactNameAndThenTheFirstInOrder)
     EXPECT_EQ(paths.Existing(folder.File("ABC")), folder.File("ABc"));
 }
 
-TEST(ExistingPath, WithASeparatorAtItsEndIsAFolder)
+TEST(ExistingPath, MustBeFolderIfItEndsInSeparator)
 {
     const HostFolder folder;
     folder.File("pics/a.bmp", "");
@@ -58,7 +58,7 @@ TEST(ExistingPath, WithASeparatorAtItsEndIsAFolder)
     EXPECT_EQ(paths.Existing(folder.File("pics/A.bmp/")), std::nullopt);
 }
 
-TEST(ExistingPath, MapsADriveFromTheEnvironmentOrTheLookup)
+TEST(ExistingPath, MapsDriveFromEnvironmentOrLookup)
 {
     const HostFolder folder;
     const std::string file = folder.File("c/Pics/a.bmp", "");
@@ -76,7 +76,7 @@ TEST(ExistingPath, MapsADriveFromTheEnvironmentOrTheLookup)
     EXPECT_EQ(paths.ToWrite("E:\\b.bmp"), std::nullopt);
 }
 
-TEST(ExistingPath, OfADriveWhoseFolderIsGoneDoesNotExist)
+TEST(ExistingPath, IsNothingIfDriveFolderIsMissing)
 {
     const HostFolder folder;
     const HostPaths paths([&](char) { return folder.File("gone"); });
@@ -86,7 +86,7 @@ TEST(ExistingPath, OfADriveWhoseFolderIsGoneDoesNotExist)
     EXPECT_EQ(paths.ToWrite("C:\\a.bmp"), folder.File("gone/a.bmp"));
 }
 
-TEST(ExistingPath, IsRelativeToTheWorkingFolder)
+TEST(ExistingPath, IsRelativeToWorkingFolder)
 {
     const HostFolder folder;
     folder.File("Sub/a.bmp", "");
@@ -103,7 +103,7 @@ TEST(ExistingPath, IsRelativeToTheWorkingFolder)
     std::filesystem::current_path(old);
 }
 
-TEST(ExistingPath, IsNothingForNoPathAndForANul)
+TEST(ExistingPath, IsNothingForEmptyPathOrNul)
 {
     const HostPaths paths;
 
@@ -113,7 +113,7 @@ TEST(ExistingPath, IsNothingForNoPathAndForANul)
     EXPECT_EQ(paths.Existing("\\"), "/");
 }
 
-TEST(PathToWrite, MakesExactlyItsNameIfItHasOnlyForwardSlashes)
+TEST(PathToWrite, KeepsExactNameIfItHasOnlySlashes)
 {
     const HostFolder folder;
     folder.File("Out/Photo.png", "");
@@ -123,7 +123,7 @@ TEST(PathToWrite, MakesExactlyItsNameIfItHasOnlyForwardSlashes)
     EXPECT_EQ(paths.ToWrite(folder.File("Out/Photo.png")), folder.File("Out/Photo.png"));
 }
 
-TEST(PathToWrite, TakesOverTheCaseOfAFileThatIsThereIfItHasABackslashOrADrive)
+TEST(PathToWrite, AdoptsCaseOfExistingFileForBackslashOrDrive)
 {
     const HostFolder folder;
     folder.File("Out/Photo.png", "");
@@ -134,7 +134,7 @@ TEST(PathToWrite, TakesOverTheCaseOfAFileThatIsThereIfItHasABackslashOrADrive)
     EXPECT_EQ(paths.ToWrite("c:\\OUT\\New.png"), folder.File("Out/New.png"));
 }
 
-TEST(PathToWrite, KeepsTheNamesOfFoldersThatAreMissing)
+TEST(PathToWrite, KeepsNamesOfMissingFolders)
 {
     const HostFolder folder;
     folder.Subfolder("Out");
@@ -144,7 +144,7 @@ TEST(PathToWrite, KeepsTheNamesOfFoldersThatAreMissing)
     EXPECT_EQ(paths.ToWrite(folder.File("out\\New\\")), folder.File("Out/New"));
 }
 
-TEST(PathToWrite, IsNothingForWhatIsNoName)
+TEST(PathToWrite, IsNothingForInvalidFileName)
 {
     const HostPaths paths([](char) { return "/tmp"s; });
 
@@ -154,7 +154,7 @@ TEST(PathToWrite, IsNothingForWhatIsNoName)
     EXPECT_NE(paths.ToWrite("/tmp/*/a.png"), std::nullopt);
 }
 
-TEST(PathToWrite, FindsWhatItNamedItselfInALargeFolder)
+TEST(PathToWrite, FindsItsOwnNewFilesInLargeFolder)
 {
     const HostFolder folder;
     for (int n = 0; n < 1500; ++n)
@@ -180,7 +180,7 @@ RC_GTEST_PROP(PathToWrite, NamesOnlyWhatExistsOrAName, (const std::string& path)
     }
 }
 
-TEST(PathToWrite, TakesAPathOfAnyLengthInAMoment)
+TEST(PathToWrite, ResolvesVeryLongPathsQuickly)
 {
     const HostPaths paths;
     std::string path;

@@ -1,4 +1,4 @@
-// Sections and keys in the text of a settings file.
+// Tests of sections and keys in the text of a settings file.
 #include "src/platform/posix/ini_text.h"
 
 #include <gtest/gtest.h>
@@ -8,12 +8,12 @@
 
 using namespace std::string_literals;
 
-TEST(IniValue, IsFoundWithoutRegardToCase)
+TEST(IniValue, IsFoundIgnoringCase)
 {
     EXPECT_EQ(IniValue("[Language]\nLanguage_Code=German\n", "LANGUAGE", "language_code"), "German");
 }
 
-TEST(IniValue, IsTrimmedAndLosesOnePairOfEqualQuotes)
+TEST(IniValue, LosesSpacesAndOnePairOfQuotes)
 {
     const std::string text = "[s]\r\n a =  one \t\r\nb=\" two \"\r\nc=''three''\r\nd=\"four'\r\ne=\"\r\n";
 
@@ -30,7 +30,7 @@ TEST(IniValue, MayBeEmpty)
     EXPECT_EQ(IniValue("[s]\na=\nb\n", "s", "b"), std::nullopt);
 }
 
-TEST(IniValue, IsTheFirstOfTheFirstSection)
+TEST(IniValue, ComesFromFirstMatchOfFirstSection)
 {
     const std::string text = "a=0\n[s]\na=1\na=2\n[t]\na=3\n[S]\na=4\nb=5\n";
 
@@ -40,7 +40,7 @@ TEST(IniValue, IsTheFirstOfTheFirstSection)
     EXPECT_EQ(IniValue(text, "u", "a"), std::nullopt);
 }
 
-TEST(IniValue, MayHoldAnEqualSignAndABracketButNoCommentsKey)
+TEST(IniValue, MayContainEqualSignAndBracket)
 {
     const std::string text = "[s]\n;a=0\na=x=[y];z\n";
 
@@ -48,44 +48,44 @@ TEST(IniValue, MayHoldAnEqualSignAndABracketButNoCommentsKey)
     EXPECT_EQ(IniValue(text, "s", ";a"), std::nullopt);
 }
 
-TEST(IniValue, IsFoundInASectionWhoseHeadIsNotNeat)
+TEST(IniValue, IsFoundInSectionWithUntidyHead)
 {
     EXPECT_EQ(IniValue(" [ s ] ; note\na=1", "s", "a"), "1");
     EXPECT_EQ(IniValue("[s\na=1", "s", "a"), "1");
 }
 
-TEST(IniTextWith, ReplacesTheValueAndKeepsEveryOtherLine)
+TEST(IniTextWith, ReplacesValueAndKeepsOtherLines)
 {
     const std::string text = "; mine\n[s]\nnonsense\na=1\n;c\nA=2\n[t]\na=3\n";
 
     EXPECT_EQ(IniTextWith(text, "S", "a", "new"), "; mine\n[s]\nnonsense\na=new\n;c\nA=2\n[t]\na=3\n");
 }
 
-TEST(IniTextWith, AddsAKeyBehindTheSectionsLastLine)
+TEST(IniTextWith, AddsKeyAfterLastLineOfSection)
 {
     EXPECT_EQ(IniTextWith("[s]\na=1\n\n[t]\nb=2\n", "s", "c", "3"), "[s]\na=1\nc=3\n\n[t]\nb=2\n");
     EXPECT_EQ(IniTextWith("[s]\n[t]\n", "s", "c", "3"), "[s]\nc=3\n[t]\n");
     EXPECT_EQ(IniTextWith("[s]", "s", "c", "3"), "[s]\nc=3\n");
 }
 
-TEST(IniTextWith, AddsASectionAtTheEnd)
+TEST(IniTextWith, AddsMissingSectionAtEnd)
 {
     EXPECT_EQ(IniTextWith("", "s", "a", "1"), "[s]\na=1\n");
     EXPECT_EQ(IniTextWith("[t]\nb=2", "s", "a", "1"), "[t]\nb=2\n[s]\na=1\n");
 }
 
-TEST(IniTextWith, EndsNewLinesAsTheFirstLineEnds)
+TEST(IniTextWith, UsesLineEndOfFirstLine)
 {
     EXPECT_EQ(IniTextWith("[s]\r\na=1\r\n", "s", "b", "2"), "[s]\r\na=1\r\nb=2\r\n");
 }
 
-TEST(IniTextWith, KeepsAValueOnOneLineAndInUtf8)
+TEST(IniTextWith, KeepsValueOnOneLineInUtf8)
 {
     EXPECT_EQ(IniTextWith("", "s", "a", "x\r\n[t]\nb=1"), "[s]\na=x  [t] b=1\n");
     EXPECT_EQ(IniTextWith("", "s", "a", "caf\xE9"), "[s]\na=café\n");
 }
 
-TEST(IniTextWith, SavesAValuesOwnQuotesFromBeingTakenOff)
+TEST(IniTextWith, ProtectsQuotesThatBelongToValue)
 {
     const std::string text = IniTextWith("", "s", "a", "\"C:\\My pics\\a.exe\"");
 
@@ -93,7 +93,7 @@ TEST(IniTextWith, SavesAValuesOwnQuotesFromBeingTakenOff)
     EXPECT_EQ(IniValue(text, "s", "a"), "\"C:\\My pics\\a.exe\"");
 }
 
-TEST(IniTextOf, DropsAMarkAndReadsWhatIsNotUtf8AsWindows1252)
+TEST(IniTextOf, DropsByteOrderMarkAndConvertsWindows1252)
 {
     EXPECT_EQ(IniTextOf("\xEF\xBB\xBF[s]"), "[s]");
     EXPECT_EQ(IniTextOf("a=ü"), "a=ü");

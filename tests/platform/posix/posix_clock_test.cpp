@@ -1,4 +1,4 @@
-// The clocks of the host.
+// Tests of the host's clocks.
 #include "src/platform/posix/posix_clock.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ TEST(PosixClock, NeverRunsBackwards)
     EXPECT_GE(clock.GetTickCount(), before + 2);
 }
 
-TEST(PosixClock, CountsLocalDaysFromTheEndOf1899)
+TEST(PosixClock, CountsLocalDaysFromEndOf1899)
 {
     const std::time_t before = std::time(nullptr);
     std::tm local{};
@@ -52,7 +52,7 @@ TEST(PosixClock, ShowsTheTimeOfTheTimeZone)
     EXPECT_NEAR(after, kDay + 3.0 / 24, 1e-9);
 }
 
-TEST(PosixClock, DoesNotWaitForNoTime)
+TEST(PosixClock, ReturnsAtOnceFromZeroWait)
 {
     PosixClock clock;
     clock.Sleep(0);

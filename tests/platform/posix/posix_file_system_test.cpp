@@ -1,4 +1,4 @@
-// Files and folders of the host.
+// Tests of files and folders on the host.
 #include "src/platform/posix/posix_file_system.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@
 using namespace std::string_literals;
 using Names = std::vector<std::string>;
 
-TEST(PosixFileSystem, TellsFilesFromFolders)
+TEST(PosixFileSystem, DistinguishesFilesFromFolders)
 {
     const HostFolder folder;
     folder.File("Sub/a.bmp", "x");
@@ -34,7 +34,7 @@ TEST(PosixFileSystem, TellsFilesFromFolders)
     EXPECT_FALSE(files.FolderExists(""));
 }
 
-TEST(PosixFileSystem, RefusesToWriteUnderANameWithAWildcardOrNoName)
+TEST(PosixFileSystem, RefusesToWriteWildcardOrEmptyName)
 {
     const PosixFileSystem files;
 
@@ -44,7 +44,7 @@ TEST(PosixFileSystem, RefusesToWriteUnderANameWithAWildcardOrNoName)
     EXPECT_EQ(files.sHostPathToWrite("/tmp/a.png"), "/tmp/a.png");
 }
 
-TEST(PosixFileSystem, MakesOneFolderWhoseParentIsThere)
+TEST(PosixFileSystem, CreatesFolderOnlyIfParentExists)
 {
     const HostFolder folder;
     PosixFileSystem files;
@@ -80,7 +80,7 @@ TEST(PosixFileSystem, ListsFilesAndSubfoldersInOrder)
     EXPECT_EQ(listing.aLinks, std::set<std::string>{"linked"});
 }
 
-TEST(PosixFileSystem, ListsNoFile)
+TEST(PosixFileSystem, ListsNothingForFile)
 {
     const HostFolder folder;
     FolderListing listing;
@@ -89,7 +89,7 @@ TEST(PosixFileSystem, ListsNoFile)
     EXPECT_FALSE(PosixFileSystem().ListFolder(folder.File("gone"), listing));
 }
 
-TEST(PosixFileSystem, GivesOneRealPathForEveryWayToAFolder)
+TEST(PosixFileSystem, GivesOneRealPathForEveryAliasOfFolder)
 {
     const HostFolder folder;
     folder.Subfolder("Real");
@@ -100,7 +100,7 @@ TEST(PosixFileSystem, GivesOneRealPathForEveryWayToAFolder)
     EXPECT_EQ(files.sRealPath(folder.File("gone")), "");
 }
 
-TEST(PosixFileSystem, CopiesAFileOverAnother)
+TEST(PosixFileSystem, OverwritesTargetOfCopy)
 {
     const HostFolder folder;
     const std::string bytes(700'000, '\0');
@@ -114,7 +114,7 @@ TEST(PosixFileSystem, CopiesAFileOverAnother)
     EXPECT_EQ(ContentOf(folder.File("a.bin")), bytes);
 }
 
-TEST(PosixFileSystem, CopiesNothingOntoAFolderOrFromNowhere)
+TEST(PosixFileSystem, RefusesToCopyOntoFolderOrFromMissingFile)
 {
     const HostFolder folder;
     folder.File("a.bin", "x");
@@ -127,7 +127,7 @@ TEST(PosixFileSystem, CopiesNothingOntoAFolderOrFromNowhere)
     EXPECT_EQ(folder.Listing(), "a.bin sub");
 }
 
-TEST(PosixFileSystem, LeavesTheOldTargetWhenACopyDoesNotFitOnTheDisk)
+TEST(PosixFileSystem, KeepsOldTargetIfDiskIsFullDuringCopy)
 {
     const HostFolder folder;
     folder.File("a.bin", std::string(700'000, 'x'));
@@ -139,7 +139,7 @@ TEST(PosixFileSystem, LeavesTheOldTargetWhenACopyDoesNotFitOnTheDisk)
     EXPECT_EQ(folder.Listing(), "a.bin b.bin");
 }
 
-TEST(PosixFileSystem, DeletesFilesOnly)
+TEST(PosixFileSystem, DeletesFilesButNotFolders)
 {
     const HostFolder folder;
     folder.File("a.bin", "x");
@@ -152,7 +152,7 @@ TEST(PosixFileSystem, DeletesFilesOnly)
     EXPECT_EQ(folder.Listing(), "sub");
 }
 
-TEST(PosixFileSystem, ClearsAFilesProtection)
+TEST(PosixFileSystem, ClearsReadOnlyPermission)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.bin", "x");
@@ -169,7 +169,7 @@ TEST(PosixFileSystem, ClearsAFilesProtection)
     EXPECT_EQ(status.st_mode & 0777, 0644u);
 }
 
-TEST(PosixFileSystem, AppendsLinesToAFileThatItMakes)
+TEST(PosixFileSystem, CreatesFileToAppendLinesTo)
 {
     const HostFolder folder;
     PosixFileSystem files;
@@ -180,7 +180,7 @@ TEST(PosixFileSystem, AppendsLinesToAFileThatItMakes)
     EXPECT_EQ(ContentOf(folder.File("report.txt")), "one\ntwo\n");
 }
 
-TEST(PosixFileSystem, AppendsToADeviceButNeverWaitsForAPipe)
+TEST(PosixFileSystem, AppendsToDeviceButNeverWaitsForPipe)
 {
     const HostFolder folder;
     ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
@@ -191,7 +191,7 @@ TEST(PosixFileSystem, AppendsToADeviceButNeverWaitsForAPipe)
     EXPECT_THROW(files.AppendLine("/dev/full", "one"), clsRaisedError);
 }
 
-TEST(PosixFileSystem, RaisesPathFileAccessWhereNothingCanBeAppended)
+TEST(PosixFileSystem, RaisesPathFileAccessIfAppendFails)
 {
     const HostFolder folder;
     PosixFileSystem files;
@@ -206,7 +206,7 @@ TEST(PosixFileSystem, RaisesPathFileAccessWhereNothingCanBeAppended)
     }
 }
 
-TEST(PosixFileSystem, TakesHalfALineBackWhenTheDiskIsFull)
+TEST(PosixFileSystem, RemovesHalfWrittenLineIfDiskIsFull)
 {
     const HostFolder folder;
     const std::string file = folder.File("report.txt", "old line\n");
@@ -216,7 +216,7 @@ TEST(PosixFileSystem, TakesHalfALineBackWhenTheDiskIsFull)
     EXPECT_EQ(ContentOf(file), "old line\n");
 }
 
-TEST(PosixFileSystem, ReadsAndAppendsBytesAsTheyAre)
+TEST(PosixFileSystem, ReadsAndAppendsBytesUnchanged)
 {
     const HostFolder folder;
     const std::string bytes = "\xFF\0\r\n"s + std::string(600'000, '\x80');

@@ -1,4 +1,4 @@
-// The settings file on the disk.
+// Tests of the settings file on disk.
 #include "src/platform/posix/posix_ini_file.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ static std::string Get(const PosixIniFile& ini, const std::string& file, const s
     return ini.GetPrivateProfileString("s", key, "default", 500, file);
 }
 
-TEST(PosixIniFile, GivesDefaultsForAMissingFileAndMakesItByWriting)
+TEST(PosixIniFile, ReturnsDefaultsUntilFirstWriteCreatesFile)
 {
     const HostFolder folder;
     const std::string file = folder.File("new/deep/VL_SearchHistory.INI");
@@ -28,7 +28,7 @@ TEST(PosixIniFile, GivesDefaultsForAMissingFileAndMakesItByWriting)
     EXPECT_EQ(ContentOf(file), "[s]\na=ü\n");
 }
 
-TEST(PosixIniFile, ReadsTheNumberThatAValueBeginsWith)
+TEST(PosixIniFile, ReadsLeadingNumberOfValue)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.ini", "[s]\na=150 twips\nb=-3.5\nc=x\nd=\n");
@@ -41,7 +41,7 @@ TEST(PosixIniFile, ReadsTheNumberThatAValueBeginsWith)
     EXPECT_EQ(ini.GetPrivateProfileInt("s", "e", 7, file), 7);
 }
 
-TEST(PosixIniFile, CutsAValueToTheBufferButNotInsideACharacter)
+TEST(PosixIniFile, TruncatesValueBetweenCharacters)
 {
     const HostFolder folder;
     const std::string long_line(600, 'x');
@@ -55,7 +55,7 @@ TEST(PosixIniFile, CutsAValueToTheBufferButNotInsideACharacter)
     EXPECT_EQ(ini.GetPrivateProfileString("s", "none", long_line, 500, file), std::string(499, 'x'));
 }
 
-TEST(PosixIniFile, SeesWhatAnotherProcessWrote)
+TEST(PosixIniFile, SeesChangesOfOtherProcesses)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.ini", "[s]\na=1\n");
@@ -69,7 +69,7 @@ TEST(PosixIniFile, SeesWhatAnotherProcessWrote)
     EXPECT_EQ(Get(ini, file, "a"), "default");
 }
 
-TEST(PosixIniFile, TurnsAWindows1252FileIntoUtf8WhenItWrites)
+TEST(PosixIniFile, ConvertsWindows1252FileToUtf8OnWrite)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.ini", "; f\xFCr mich\r\n[s]\r\na=caf\xE9\r\n");
@@ -80,7 +80,7 @@ TEST(PosixIniFile, TurnsAWindows1252FileIntoUtf8WhenItWrites)
     EXPECT_EQ(ContentOf(file), "; für mich\r\n[s]\r\na=café\r\nb=1\r\n");
 }
 
-TEST(PosixIniFile, LosesNothingWhenProcessesWriteAtTheSameTime)
+TEST(PosixIniFile, LosesNoWritesOfConcurrentProcesses)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.ini");
@@ -107,7 +107,7 @@ TEST(PosixIniFile, LosesNothingWhenProcessesWriteAtTheSameTime)
     EXPECT_EQ(folder.Listing(), "a.ini");
 }
 
-TEST(PosixIniFile, IsUnreadableAndUnwritableAsAFolder)
+TEST(PosixIniFile, CannotBeReadOrWrittenIfItIsFolder)
 {
     const HostFolder folder;
     PosixIniFile ini;
@@ -119,7 +119,7 @@ TEST(PosixIniFile, IsUnreadableAndUnwritableAsAFolder)
     EXPECT_EQ(folder.Listing(), "");
 }
 
-TEST(PosixIniFile, TakesBinaryRubbish)
+TEST(PosixIniFile, ToleratesBinaryGarbage)
 {
     const HostFolder folder;
     std::string rubbish;
@@ -133,7 +133,7 @@ TEST(PosixIniFile, TakesBinaryRubbish)
     EXPECT_EQ(Get(ini, file, "a"), "1");
 }
 
-TEST(PosixIniFile, IsLeftAloneWhereItMayNotBeReadOrWritten)
+TEST(PosixIniFile, IsUntouchedWithoutPermission)
 {
     const HostFolder folder;
     const std::string secret = folder.File("secret.ini", "[s]\na=1\n");
@@ -143,7 +143,7 @@ TEST(PosixIniFile, IsLeftAloneWhereItMayNotBeReadOrWritten)
     if (geteuid() != 0)
         GTEST_SKIP() << "needs another user's file";
 
-    EXPECT_TRUE(IsOrdinaryUser([&] {
+    EXPECT_TRUE(RunAsOrdinaryUser([&] {
         PosixIniFile ini;
         return Get(ini, secret, "a") == "default" && !ini.WritePrivateProfileString("s", "a", "2", secret) &&
                Get(ini, file, "a") == "1" && !ini.WritePrivateProfileString("s", "a", "2", file);
@@ -152,7 +152,7 @@ TEST(PosixIniFile, IsLeftAloneWhereItMayNotBeReadOrWritten)
     EXPECT_EQ(ContentOf(file), "[s]\na=1\n");
 }
 
-TEST(PosixIniFile, KeepsTheOldFileWhenTheDiskIsFull)
+TEST(PosixIniFile, KeepsOldContentIfDiskIsFull)
 {
     const HostFolder folder;
     const std::string old = "[s]\na=" + std::string(300, 'x') + "\n";
@@ -164,7 +164,7 @@ TEST(PosixIniFile, KeepsTheOldFileWhenTheDiskIsFull)
     EXPECT_EQ(folder.Listing(), "a.ini");
 }
 
-TEST(PosixIniFile, FollowsALinkOfTheUsersButNotAStrangers)
+TEST(PosixIniFile, FollowsLinkOfUserButNotOfStranger)
 {
     const HostFolder folder;
     const std::string file = folder.File("real/a.ini", "[s]\n");
@@ -181,7 +181,7 @@ TEST(PosixIniFile, FollowsALinkOfTheUsersButNotAStrangers)
     }
 }
 
-TEST(PosixIniFile, IsSharedByThoseWhomItsFolderIsFor)
+TEST(PosixIniFile, IsSharedByUsersOfItsFolder)
 {
     const HostFolder folder;
     for (const mode_t mode : {0770u, 0755u, 0700u}) {

@@ -1,4 +1,4 @@
-// The locale that the environment names.
+// Tests of the locale from the environment.
 #include "src/platform/posix/posix_locale.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ static char SignOf(const char* value)
     return PosixLocale().cDecimalSign();
 }
 
-TEST(PosixLocale, KnowsTheIdentifiersOfTheCommonLocales)
+TEST(PosixLocale, KnowsIdentifiersOfCommonLocales)
 {
     const std::vector<std::pair<const char*, std::int32_t>> locales = {
         {"en_US.UTF-8", 1033}, {"en_GB.UTF-8", 2057},    {"ja_JP.UTF-8", 1041}, {"ko_KR.UTF-8", 1042},
@@ -33,7 +33,7 @@ TEST(PosixLocale, KnowsTheIdentifiersOfTheCommonLocales)
         EXPECT_EQ(LcidOf(lang), lcid) << lang;
 }
 
-TEST(PosixLocale, IsAmericanForWhateverElse)
+TEST(PosixLocale, FallsBackToAmericanEnglish)
 {
     for (const char* lang :
          {"C", "POSIX", "C.UTF-8", "en_AU.UTF-8", "en", "en_DK", "tlh_QX", "", "_", ".@", "nonsense"})
@@ -41,14 +41,14 @@ TEST(PosixLocale, IsAmericanForWhateverElse)
     EXPECT_EQ(LcidOf(nullptr), 1033);
 }
 
-TEST(PosixLocale, TakesALanguagesFirstCountryForAnUnknownOne)
+TEST(PosixLocale, FallsBackToFirstCountryOfLanguage)
 {
     EXPECT_EQ(LcidOf("de_XX.UTF-8"), 1031);
     EXPECT_EQ(LcidOf("ja"), 1041);
     EXPECT_EQ(LcidOf("zh"), 2052);
 }
 
-TEST(PosixLocale, AsksTheVariablesInTheirOrder)
+TEST(PosixLocale, ChecksVariablesInPosixOrder)
 {
     const ScopedVariable lang("LANG", "de_DE"), messages("LC_MESSAGES", "fr_FR"),
         numeric("LC_NUMERIC", "en_US");
@@ -61,7 +61,7 @@ TEST(PosixLocale, AsksTheVariablesInTheirOrder)
     EXPECT_EQ(PosixLocale().cDecimalSign(), '.');
 }
 
-TEST(PosixLocale, HasTheDecimalSignOfTheLanguage)
+TEST(PosixLocale, UsesDecimalSignOfLanguage)
 {
     EXPECT_EQ(SignOf("de_DE.UTF-8"), ',');
     EXPECT_EQ(SignOf("de_CH.UTF-8"), '.');

@@ -1,4 +1,4 @@
-// Locks between processes.
+// Tests of locks between processes.
 #include "src/platform/posix/posix_named_mutex.h"
 
 #include <gtest/gtest.h>
@@ -15,14 +15,14 @@
 static constexpr const char* kName = "Stellor_Global_Mutex";
 static constexpr const char* kFile = "varnel-Stellor_Global_Mutex.lock";
 
-// True when somebody holds the lock of this file.
+// True if a process holds the lock on this file.
 static bool IsLocked(const std::string& path)
 {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     return flock(file.Number(), LOCK_EX | LOCK_NB) != 0;
 }
 
-TEST(NamedMutex, LocksAFileUntilTheLastRelease)
+TEST(NamedMutex, HoldsFileLockUntilLastRelease)
 {
     const HostFolder folder;
     PosixNamedMutex mutex({folder.Path()});
@@ -67,7 +67,7 @@ TEST(NamedMutex, WaitsForAnotherProcess)
     EXPECT_EQ(ContentOf(log_path), expected);
 }
 
-TEST(NamedMutex, IsFreeWhenItsOwnerDies)
+TEST(NamedMutex, IsReleasedWhenOwnerDies)
 {
     const HostFolder folder;
     int pipe_ends[2];
@@ -94,7 +94,7 @@ TEST(NamedMutex, IsFreeWhenItsOwnerDies)
     close(pipe_ends[1]);
 }
 
-TEST(NamedMutex, IsNotFooledByALinkNorAnythingElseInItsPlace)
+TEST(NamedMutex, RejectsLinksAndForeignFilesInItsPlace)
 {
     const HostFolder first, second;
     const std::string victim = first.File("victim", "precious");
@@ -127,7 +127,7 @@ TEST(NamedMutex, IsNotFooledByALinkNorAnythingElseInItsPlace)
     EXPECT_FALSE(std::filesystem::exists(first.File("not there")));
 }
 
-TEST(NamedMutex, IsSharedByTheUsersOfTheMachine)
+TEST(NamedMutex, IsSharedByAllUsersOfMachine)
 {
     const HostFolder folder;
     chmod(folder.Path().c_str(), 01777);
@@ -137,7 +137,7 @@ TEST(NamedMutex, IsSharedByTheUsersOfTheMachine)
     mutex.Release(kName);
     umask(mask);
 
-    EXPECT_TRUE(IsOrdinaryUser([&] {
+    EXPECT_TRUE(RunAsOrdinaryUser([&] {
         PosixNamedMutex other({folder.Path()});
         other.Acquire(kName);
         return IsLocked(folder.File(kFile));
@@ -145,7 +145,7 @@ TEST(NamedMutex, IsSharedByTheUsersOfTheMachine)
     EXPECT_EQ(folder.Listing(), kFile);
 }
 
-TEST(NamedMutex, MeetsAtANewFileWhenTheOldOneWasRemoved)
+TEST(NamedMutex, UsesNewFileIfOldOneIsRemoved)
 {
     const HostFolder folder;
     PosixNamedMutex mutex({folder.Path()});
@@ -157,7 +157,7 @@ TEST(NamedMutex, MeetsAtANewFileWhenTheOldOneWasRemoved)
     EXPECT_TRUE(IsLocked(folder.File(kFile)));
 }
 
-TEST(NamedMutex, GoesOnWithoutALockWhereThereIsNoPlaceForOne)
+TEST(NamedMutex, ContinuesWithoutLockIfFolderIsMissing)
 {
     PosixNamedMutex mutex({"/nowhere", "/dev/null"});
     mutex.Acquire("../any/name");
@@ -169,7 +169,7 @@ TEST(NamedMutex, GoesOnWithoutALockWhereThereIsNoPlaceForOne)
     SUCCEED();
 }
 
-TEST(NamedMutex, KeepsItsFileInItsFolderWhateverTheName)
+TEST(NamedMutex, KeepsFileInItsFolderWhateverTheName)
 {
     const HostFolder folder;
     PosixNamedMutex mutex({folder.Subfolder("locks")});

@@ -1,4 +1,4 @@
-// Programs of the host, started and waited for.
+// Tests of starting programs and waiting for them.
 #include "src/platform/posix/posix_processes.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ protected:
     {
         return launcher_.pStart({program, arguments, priority, 1});
     }
-    /// The exit code of a program that ends by itself.
+    /// The exit code of a program that terminates normally.
     std::int32_t ExitCode(const std::string& program, const std::string& arguments)
     {
         const auto child = Start(program, arguments);
@@ -64,7 +64,7 @@ protected:
     PosixProcessLauncher launcher_{files_};
 };
 
-/// Whether this process has a child, running or dead, that nobody has collected.
+/// True if this process has a child, running or zombie, that hasn't been reaped.
 bool HasChildren()
 {
     siginfo_t info{};
@@ -73,7 +73,7 @@ bool HasChildren()
 
 }  // namespace
 
-TEST(CutArguments, CutsAtBlanksAndKeepsTogetherWhatIsQuoted)
+TEST(CutArguments, SplitsAtSpacesButNotInsideQuotes)
 {
     EXPECT_EQ(CutArguments("a  b \"c d\" e\"f g\"h"), (Arguments{"a", "b", "c d", "ef gh"}));
     EXPECT_EQ(CutArguments("  "), Arguments{});
@@ -83,7 +83,7 @@ TEST(CutArguments, CutsAtBlanksAndKeepsTogetherWhatIsQuoted)
     EXPECT_EQ(CutArguments("a\\ b 'c d'"), (Arguments{"a\\", "b", "'c", "d'"}));
 }
 
-TEST(NicenessOfPriority, KnowsTheFourPriorities)
+TEST(NicenessOfPriority, MapsFourPriorities)
 {
     int niceness = 99;
     EXPECT_TRUE(NicenessOfPriority(64, niceness));
@@ -97,19 +97,19 @@ TEST(NicenessOfPriority, KnowsTheFourPriorities)
     EXPECT_FALSE(NicenessOfPriority(0, niceness));
 }
 
-TEST_F(PosixProcesses, GiveTheirExitCode)
+TEST_F(PosixProcesses, ReturnTheirExitCode)
 {
     EXPECT_EQ(ExitCode("/bin/true", ""), 0);
     EXPECT_EQ(ExitCode("/bin/false", ""), 1);
     EXPECT_EQ(ExitCode("/bin/sh", "-c \"exit 3\""), 3);
 }
 
-TEST_F(PosixProcesses, GiveTheSignalThatEndedThem)
+TEST_F(PosixProcesses, ReturnTheSignalThatKilledThem)
 {
     EXPECT_EQ(ExitCode("/bin/sh", "-c \"kill -9 $$\""), 128 + 9);
 }
 
-TEST_F(PosixProcesses, CantBeStartedWhenTheyArentThere)
+TEST_F(PosixProcesses, FailToStartIfMissing)
 {
     EXPECT_EQ(Start(folder_ + "/none", ""), nullptr);
     EXPECT_EQ(Start("", ""), nullptr);
@@ -117,7 +117,7 @@ TEST_F(PosixProcesses, CantBeStartedWhenTheyArentThere)
     EXPECT_FALSE(HasChildren());
 }
 
-TEST_F(PosixProcesses, CantBeStartedWhenTheyArentPrograms)
+TEST_F(PosixProcesses, FailToStartIfNotExecutable)
 {
     EXPECT_EQ(Start(Script("plain.sh", "#!/bin/sh\nexit 0\n", false), ""), nullptr);
     EXPECT_EQ(Start(Script("empty", ""), ""), nullptr);
@@ -125,7 +125,7 @@ TEST_F(PosixProcesses, CantBeStartedWhenTheyArentPrograms)
     EXPECT_FALSE(HasChildren());
 }
 
-TEST_F(PosixProcesses, AreFoundByThePathsOfTheLogic)
+TEST_F(PosixProcesses, AreFoundByLogicPaths)
 {
     std::string backslashes = Script("tool.sh", "#!/bin/sh\nexit 7\n");
     for (char& c : backslashes)
@@ -133,7 +133,7 @@ TEST_F(PosixProcesses, AreFoundByThePathsOfTheLogic)
     EXPECT_EQ(ExitCode(backslashes, ""), 7);
 }
 
-TEST_F(PosixProcesses, SeeTheNameDummyAndThenTheirArguments)
+TEST_F(PosixProcesses, ReceiveDummyNameAndTheirArguments)
 {
     const auto child = Start(
         "/bin/sh", "-c \"tr '\\0' '|' < /proc/$$/cmdline > " + folder_ + "/line; exit 0\" one \"two 2\"");
@@ -145,7 +145,7 @@ TEST_F(PosixProcesses, SeeTheNameDummyAndThenTheirArguments)
     EXPECT_TRUE(line.ends_with("|one|two 2|")) << line;
 }
 
-TEST_F(PosixProcesses, RunAtTheNicenessOfTheirPriority)
+TEST_F(PosixProcesses, RunAtNicenessOfTheirPriority)
 {
     const auto child = Start("/bin/sh", "-c \"nice > " + folder_ + "/nice\"", 64);
     ASSERT_NE(child, nullptr);
@@ -154,7 +154,7 @@ TEST_F(PosixProcesses, RunAtTheNicenessOfTheirPriority)
     EXPECT_EQ(Content("nice"), "19\n");
 }
 
-TEST_F(PosixProcesses, StartThoughTheirPriorityMayBeRefused)
+TEST_F(PosixProcesses, StartEvenIfPriorityIsRefused)
 {
     const auto child = Start("/bin/true", "", 256);
     ASSERT_NE(child, nullptr);
@@ -163,17 +163,16 @@ TEST_F(PosixProcesses, StartThoughTheirPriorityMayBeRefused)
     EXPECT_EQ(child->lExitCode(), 0);
 }
 
-TEST_F(PosixProcesses, DontInheritTheSignalsThatThisProcessIgnores)
+TEST_F(PosixProcesses, DoNotInheritIgnoredSignals)
 {
     std::signal(SIGXFSZ, SIG_IGN);
     EXPECT_EQ(ExitCode("/bin/sh", "-c \"kill -XFSZ $$; exit 0\""), 128 + SIGXFSZ);
     std::signal(SIGXFSZ, SIG_DFL);
 }
 
-TEST_F(PosixProcesses, AreWaitedForNoLongerThanAllowedAndRunOn)
+TEST_F(PosixProcesses, ContinueAfterWaitTimesOut)
 {
-    // A program that ends when its standard input does would end with the test; this one waits for a file to
-    // come.
+    // A program that reads standard input would end with the test; this one waits for a file to appear.
     const std::string waiting =
         Script("wait.sh", "#!/bin/sh\nwhile [ ! -e " + folder_ + "/go ]; do sleep 0.01; done\nexit 4\n");
     const auto child = Start(waiting, "");
@@ -189,7 +188,7 @@ TEST_F(PosixProcesses, AreWaitedForNoLongerThanAllowedAndRunOn)
     EXPECT_TRUE(child->bWaitForEnd(0)) << "an end stays one";
 }
 
-TEST_F(PosixProcesses, CostNoProcessorTimeWhileTheyAreWaitedFor)
+TEST_F(PosixProcesses, UseNoCpuTimeWhileBeingWaitedFor)
 {
     const auto child = Start("/bin/sleep", "0.3");
     ASSERT_NE(child, nullptr);
@@ -199,7 +198,7 @@ TEST_F(PosixProcesses, CostNoProcessorTimeWhileTheyAreWaitedFor)
     EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 10);
 }
 
-TEST_F(PosixProcesses, AreNeverEndedAndCollectedAfterTheirEnd)
+TEST_F(PosixProcesses, RunToCompletionAndAreReapedByLaterStarts)
 {
     const std::string late =
         Script("late.sh", "#!/bin/sh\nwhile [ ! -e " + folder_ + "/go ]; do sleep 0.01; done\ntouch " +
@@ -207,7 +206,7 @@ TEST_F(PosixProcesses, AreNeverEndedAndCollectedAfterTheirEnd)
     Start(late, "").reset();
     std::ofstream(folder_ + "/go") << "";
 
-    // Each start collects what has ended since; the file shows that the program went on to its end.
+    // Each start reaps finished children; the file proves that the program ran to completion.
     for (int l = 0; l < 2000 && HasChildren(); ++l)
         EXPECT_EQ(ExitCode("/bin/true", ""), 0);
     EXPECT_FALSE(HasChildren());
@@ -215,12 +214,12 @@ TEST_F(PosixProcesses, AreNeverEndedAndCollectedAfterTheirEnd)
     EXPECT_TRUE(std::filesystem::exists(folder_ + "/done"));
 }
 
-TEST_F(PosixProcesses, AreCollectedWithoutAnotherStart)
+TEST_F(PosixProcesses, AreReapedWithoutAnotherStart)
 {
     Start(Script("soon.sh", "#!/bin/sh\nexit 0\n"), "").reset();
 
     siginfo_t info{};
-    waitid(P_ALL, 0, &info, WEXITED | WNOWAIT);  // it has ended, and nobody has collected it
+    waitid(P_ALL, 0, &info, WEXITED | WNOWAIT);  // it has terminated, but isn't reaped yet
     launcher_.CollectEnded();
 
     EXPECT_FALSE(HasChildren());
@@ -229,8 +228,8 @@ TEST_F(PosixProcesses, AreCollectedWithoutAnotherStart)
 namespace
 {
 
-/// A desktop of our own: the opener in PATH writes its arguments to a file.
-class Desktoopener : public PosixProcesses
+/// Puts a fake xdg-open in PATH that writes its arguments to a file.
+class DesktopOpener : public PosixProcesses
 {
 protected:
     void SetUp() override
@@ -259,7 +258,7 @@ protected:
 
 }  // namespace
 
-TEST_F(Desktoopener, GetsAPathAsOneArgument)
+TEST_F(DesktopOpener, ReceivesPathAsSingleArgument)
 {
     const std::string file = Script("a \"b\" $c.txt", "", false);
 
@@ -270,7 +269,7 @@ TEST_F(Desktoopener, GetsAPathAsOneArgument)
     EXPECT_EQ(Content("opened"), "1|" + file + "|");
 }
 
-TEST_F(Desktoopener, GetsFoldersPagesAndMails)
+TEST_F(DesktopOpener, OpensFoldersAndMailAddresses)
 {
     const auto folder = launcher_.pOpenPath(folder_);
     ASSERT_TRUE(folder);
@@ -283,7 +282,7 @@ TEST_F(Desktoopener, GetsFoldersPagesAndMails)
     EXPECT_EQ(Content("opened"), "1|mailto:sales@example.org?subject=a%20b|");
 }
 
-TEST_F(Desktoopener, IsNotAskedForWhatIsntThereOrLooksLikeAnOption)
+TEST_F(DesktopOpener, IgnoresMissingPathsAndOptions)
 {
     EXPECT_FALSE(launcher_.pOpenPath(folder_ + "/none.txt"));
     EXPECT_FALSE(launcher_.pOpenPath(""));
@@ -291,7 +290,7 @@ TEST_F(Desktoopener, IsNotAskedForWhatIsntThereOrLooksLikeAnOption)
     EXPECT_EQ(Content("opened"), "");
 }
 
-TEST_F(Desktoopener, TellsItsFailureByItsExitCode)
+TEST_F(DesktopOpener, ReportsFailureThroughExitCode)
 {
     setenv("CODE", "4", 1);
 
@@ -301,7 +300,7 @@ TEST_F(Desktoopener, TellsItsFailureByItsExitCode)
     EXPECT_EQ(End(opener), 4);
 }
 
-TEST_F(Desktoopener, MayBeMissing)
+TEST_F(DesktopOpener, MayBeMissing)
 {
     setenv("PATH", (folder_ + "/none").c_str(), 1);
 

@@ -1,4 +1,4 @@
-// Where the settings and the program's own files lie.
+// Tests of the folders for settings and the program's own files.
 #include "src/platform/posix/posix_program_folders.h"
 
 #include <gtest/gtest.h>
@@ -11,14 +11,14 @@
 
 static constexpr const char* kNoFolder = "/nowhere/varnel";
 
-TEST(SettingsFolder, IsWhatTheVariableSays)
+TEST(SettingsFolder, ComesFromItsVariable)
 {
     const ScopedVariable variable("VARNEL_SETTINGS_DIR", "/some/where/");
 
     EXPECT_EQ(PosixProgramFolders("/usr/bin/varnel", "/tmp").sSettingsFolder(), "/some/where");
 }
 
-TEST(SettingsFolder, IsTheSharedOneWhereTheUserMayWrite)
+TEST(SettingsFolder, IsSharedOneIfUserMayWriteThere)
 {
     const HostFolder folder;
     const ScopedVariable variable("VARNEL_SETTINGS_DIR", nullptr), config("XDG_CONFIG_HOME", "/home/me/cfg");
@@ -26,13 +26,13 @@ TEST(SettingsFolder, IsTheSharedOneWhereTheUserMayWrite)
 
     chmod(folder.Path().c_str(), 0750);
     if (geteuid() == 0) {
-        EXPECT_TRUE(IsOrdinaryUser([&] {
+        EXPECT_TRUE(RunAsOrdinaryUser([&] {
             return PosixProgramFolders("", folder.Path()).sSettingsFolder() == "/home/me/cfg/varnel";
         }));
     }
 }
 
-TEST(SettingsFolder, IsTheUsersOwnElse)
+TEST(SettingsFolder, FallsBackToFolderOfUser)
 {
     const ScopedVariable variable("VARNEL_SETTINGS_DIR", nullptr), home("HOME", "/home/me/");
     {
@@ -47,7 +47,7 @@ TEST(SettingsFolder, IsTheUsersOwnElse)
     EXPECT_EQ(PosixProgramFolders("", kNoFolder).sSettingsFolder(), "/home/me/.config/varnel");
 }
 
-TEST(SettingsFolder, IsBelowTheHomeOfTheUserDatabaseWithoutAVariable)
+TEST(SettingsFolder, FallsBackToHomeFromUserDatabase)
 {
     const ScopedVariable variable("VARNEL_SETTINGS_DIR", nullptr), home("HOME", nullptr);
     const ScopedVariable config("XDG_CONFIG_HOME", nullptr);
@@ -57,14 +57,14 @@ TEST(SettingsFolder, IsBelowTheHomeOfTheUserDatabaseWithoutAVariable)
     EXPECT_TRUE(folder.ends_with("/.config/varnel"));
 }
 
-TEST(OwnFolder, IsWhatTheVariableSays)
+TEST(OwnFolder, ComesFromItsVariable)
 {
     const ScopedVariable variable("VARNEL_HOME", "/opt/varnel/");
 
     EXPECT_EQ(PosixProgramFolders("/usr/bin/varnel").sOwnFolder(), "/opt/varnel");
 }
 
-TEST(OwnFolder, IsTheProgramsIfItHoldsLanguages)
+TEST(OwnFolder, IsProgramFolderIfItHasLanguages)
 {
     const HostFolder folder;
     folder.File("app/Languages/German-Varnel.txt", "");
@@ -73,7 +73,7 @@ TEST(OwnFolder, IsTheProgramsIfItHoldsLanguages)
     EXPECT_EQ(PosixProgramFolders(folder.File("app/varnel")).sOwnFolder(), folder.File("app"));
 }
 
-TEST(OwnFolder, IsFilledFromWhatWasInstalledOnFirstUseOnly)
+TEST(OwnFolder, IsCopiedFromInstallationOnFirstUseOnly)
 {
     const HostFolder folder;
     folder.File("usr/bin/varnel", "");
@@ -90,7 +90,7 @@ TEST(OwnFolder, IsFilledFromWhatWasInstalledOnFirstUseOnly)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(data_path), {}), 1);
 }
 
-TEST(OwnFolder, IsTheInstalledOneWhereTheUserHasNoPlaceForACopy)
+TEST(OwnFolder, IsInstallationIfCopyIsImpossible)
 {
     const HostFolder folder;
     folder.File("usr/share/varnel/Languages/German-Varnel.txt", "");
@@ -100,7 +100,7 @@ TEST(OwnFolder, IsTheInstalledOneWhereTheUserHasNoPlaceForACopy)
               folder.File("usr/share/varnel"));
 }
 
-TEST(OwnFolder, IsTheUsersEvenIfNothingWasInstalled)
+TEST(OwnFolder, IsUserFolderEvenWithoutInstallation)
 {
     const ScopedVariable variable("VARNEL_HOME", nullptr), data("XDG_DATA_HOME", nullptr);
     const ScopedVariable home("HOME", "/nowhere/home");
@@ -108,7 +108,7 @@ TEST(OwnFolder, IsTheUsersEvenIfNothingWasInstalled)
     EXPECT_EQ(PosixProgramFolders("/nowhere/bin/varnel").sOwnFolder(), "/nowhere/home/.local/share/varnel");
 }
 
-TEST(RunningProgram, IsThisOne)
+TEST(RunningProgram, IsThisTestProgram)
 {
     EXPECT_EQ(std::filesystem::path(PosixProgramFolders::RunningProgram()).filename(),
               "tests_platform_posix");

@@ -1,4 +1,4 @@
-// Lines read from and written to files of the host.
+// Tests of reading and writing lines of host files.
 #include "src/platform/posix/text_files.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ static Lines LinesOfBytes(const std::string& bytes)
     return LinesOf(folder.File("a.txt", bytes));
 }
 
-TEST(TextReader, TakesBothLineEndsAndALastLineWithoutOne)
+TEST(TextReader, AcceptsBothLineEndsAndUnterminatedLastLine)
 {
     EXPECT_EQ(LinesOfBytes("one\r\ntwo\nthree"), (Lines{"one", "two", "three"}));
     EXPECT_EQ(LinesOfBytes("one\n"), (Lines{"one"}));
@@ -39,7 +39,7 @@ TEST(TextReader, TakesBothLineEndsAndALastLineWithoutOne)
     EXPECT_EQ(LinesOfBytes(""), Lines{});
 }
 
-TEST(TextReader, DropsTheMarkOfUtf8)
+TEST(TextReader, DropsUtf8ByteOrderMark)
 {
     EXPECT_EQ(LinesOfBytes("\xEF\xBB\xBF"
                            "ü\n"),
@@ -47,13 +47,13 @@ TEST(TextReader, DropsTheMarkOfUtf8)
     EXPECT_EQ(LinesOfBytes("\xEF\xBB\xBF"), Lines{});
 }
 
-TEST(TextReader, ReadsAFileThatIsNotUtf8AsAWholeAsWindows1252)
+TEST(TextReader, ReadsWholeFileAsWindows1252IfNotUtf8)
 {
     EXPECT_EQ(LinesOfBytes("ü\ncaf\xE9\n"), (Lines{"Ã¼", "café"}));
     EXPECT_EQ(LinesOfBytes("cut \xC3"), (Lines{"cut Ã"}));
 }
 
-TEST(TextReader, KeepsCharactersWholeAcrossItsBlocks)
+TEST(TextReader, KeepsCharactersWholeAcrossBlocks)
 {
     std::string text;
     for (int n = 0; n < 200'000; ++n)
@@ -89,7 +89,7 @@ TEST(TextReader, ReadsManyLines)
     EXPECT_EQ(lines.back(), " M\t1^0^FALSE\t99999\tC\tC:\\pics\\a.bmp");
 }
 
-TEST(TextReader, RaisesFileNotFoundForAMissingFile)
+TEST(TextReader, RaisesFileNotFoundForMissingFile)
 {
     try {
         LinesOf("/nowhere/a.txt");
@@ -100,7 +100,7 @@ TEST(TextReader, RaisesFileNotFoundForAMissingFile)
     }
 }
 
-TEST(TextReader, RaisesPathFileAccessForAFolderAndAPipe)
+TEST(TextReader, RaisesPathFileAccessForFolderAndPipe)
 {
     const HostFolder folder;
     ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
@@ -144,7 +144,7 @@ TEST(TextWriter, EndsLinesWithCrLf)
     EXPECT_EQ(folder.Listing(), "a.txt");
 }
 
-TEST(TextWriter, LeavesTheOldFileAloneUntilItCommits)
+TEST(TextWriter, KeepsOldFileUntilCommit)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.txt", "old");
@@ -158,7 +158,7 @@ TEST(TextWriter, LeavesTheOldFileAloneUntilItCommits)
     EXPECT_EQ(folder.Listing(), "a.txt");
 }
 
-TEST(TextWriter, KeepsTheModeOfTheFileThatItReplaces)
+TEST(TextWriter, KeepsModeOfReplacedFile)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.txt", "old");
@@ -173,7 +173,7 @@ TEST(TextWriter, KeepsTheModeOfTheFileThatItReplaces)
     EXPECT_EQ(ContentOf(file), "");
 }
 
-TEST(TextWriter, ReplacesWhatALinkPointsTo)
+TEST(TextWriter, ReplacesTargetOfLink)
 {
     const HostFolder folder;
     const std::string file = folder.File("real/a.txt", "old");
@@ -186,7 +186,7 @@ TEST(TextWriter, ReplacesWhatALinkPointsTo)
     EXPECT_EQ(ContentOf(file), "new\r\n");
 }
 
-TEST(TextWriter, RaisesPathFileAccessWhereNoFileCanBe)
+TEST(TextWriter, RaisesPathFileAccessIfFileCannotExist)
 {
     const HostFolder folder;
     const std::string read_only = folder.File("protected.txt", "old");
@@ -203,7 +203,7 @@ TEST(TextWriter, RaisesPathFileAccessWhereNoFileCanBe)
     EXPECT_EQ(ContentOf(read_only), "old");
 }
 
-TEST(TextWriter, RaisesPathFileAccessForAFileThatOnlyAnotherUserMayWriteTo)
+TEST(TextWriter, RaisesPathFileAccessForFileOfAnotherUser)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "needs another user's file";
@@ -211,7 +211,7 @@ TEST(TextWriter, RaisesPathFileAccessForAFileThatOnlyAnotherUserMayWriteTo)
     const std::string file = folder.File("a.txt", "old");
     chmod(file.c_str(), 0644);
 
-    EXPECT_TRUE(IsOrdinaryUser([&] {
+    EXPECT_TRUE(RunAsOrdinaryUser([&] {
         try {
             (void)PosixFileSystem().OpenForOutput(file);
             return false;
@@ -221,12 +221,12 @@ TEST(TextWriter, RaisesPathFileAccessForAFileThatOnlyAnotherUserMayWriteTo)
     }));
 }
 
-TEST(TextWriter, RaisesPathFileAccessInAFolderThatMayNotBeWrittenTo)
+TEST(TextWriter, RaisesPathFileAccessInReadOnlyFolder)
 {
     const HostFolder folder;
     chmod(folder.Path().c_str(), 0555);
 
-    const bool raised = IsOrdinaryUser([&] {
+    const bool raised = RunAsOrdinaryUser([&] {
         try {
             (void)PosixFileSystem().OpenForOutput(folder.File("a.txt"));
             return false;
@@ -240,7 +240,7 @@ TEST(TextWriter, RaisesPathFileAccessInAFolderThatMayNotBeWrittenTo)
     chmod(folder.Path().c_str(), 0777);
 }
 
-TEST(TextWriter, RaisesAtCommitAndKeepsTheOldFileWhenTheDiskIsFull)
+TEST(TextWriter, RaisesOnCommitAndKeepsOldFileIfDiskIsFull)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.txt", "old");

@@ -1,4 +1,4 @@
-// Makes and removes folders, variables, processes and limits for tests.
+// Folders, environment variables, processes and limits for tests.
 #include "tests/platform/posix/support/host_folder.h"
 
 #include <gtest/gtest.h>
@@ -81,7 +81,7 @@ ScopedVariable::~ScopedVariable()
     SetVariable(name_, was_set_ ? old_.c_str() : nullptr);
 }
 
-bool IsOrdinaryUser(const std::function<bool()>& work)
+bool RunAsOrdinaryUser(const std::function<bool()>& work)
 {
     const pid_t child = fork();
     if (child == 0) {

@@ -1,10 +1,10 @@
-// A folder on the disk for one test, and what tests of the host need besides.
+// A temporary folder for one test, and other helpers for tests of the host.
 #pragma once
 
 #include <functional>
 #include <string>
 
-/// Made empty below testing::TempDir(), and removed with all that is in it.
+/// Created empty below testing::TempDir(), and removed with its contents.
 class HostFolder
 {
 public:
@@ -14,21 +14,21 @@ public:
     HostFolder& operator=(const HostFolder&) = delete;
 
     const std::string& Path() const { return path_; }
-    /// The path of a name in the folder; with a content, a file of that name with its folders.
+    /// The path of a name in the folder. With content, creates the file and its parent folders.
     std::string File(const std::string& name) const { return path_ + "/" + name; }
     std::string File(const std::string& name, const std::string& content) const;
     std::string Subfolder(const std::string& name) const;
-    /// The names in the folder, in order, joined by blanks.
+    /// The names in the folder, sorted and separated by spaces.
     std::string Listing() const;
 
 private:
     std::string path_;
 };
 
-/// All bytes of a file; "(none)" for one that isn't there.
+/// The bytes of a file; "(none)" if it doesn't exist.
 std::string ContentOf(const std::string& host_path);
 
-/// Sets a variable of the environment, or unsets it with null, and puts it back at the end of the scope.
+/// Sets an environment variable, or unsets it if null, and restores it at the end of the scope.
 class ScopedVariable
 {
 public:
@@ -43,11 +43,11 @@ private:
     std::string old_;
 };
 
-/// Runs work in a process of its own, as a user without privileges where the tests run as root, and gives
-/// what it answered.
-bool IsOrdinaryUser(const std::function<bool()>& work);
+/// Runs work in a child process and returns its result. If the tests run as root, the child is an
+/// unprivileged user.
+bool RunAsOrdinaryUser(const std::function<bool()>& work);
 
-/// Files can't grow beyond so many bytes within the scope: as on a full disk, writing stops short.
+/// Limits the size of files within the scope, so that writes fail as on a full disk.
 class ScopedFileSizeLimit
 {
 public:
