@@ -6,7 +6,6 @@
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/base/limits.h"
 #include "src/platform/image/codecs/metafile/emf_header.h"
-#include "src/platform/image/codecs/metafile/emf_writer.h"
 #include "src/platform/image/codecs/metafile/metafile_dib.h"
 #include "src/platform/image/codecs/metafile/metafile_module.h"
 #include "src/platform/image/codecs/single_page.h"

@@ -1,5 +1,5 @@
 // Writes an EMF with the four records it takes to show a picture.
-#include "src/platform/image/codecs/metafile/emf_writer.h"
+#include "src/platform/image/codecs/metafile/emf.h"
 
 #include <cmath>
 #include <limits>

@@ -10,7 +10,6 @@
 #include "src/platform/image/codecs/metafile/metafile_dib.h"
 #include "src/platform/image/codecs/metafile/metafile_module.h"
 #include "src/platform/image/codecs/metafile/wmf_header.h"
-#include "src/platform/image/codecs/metafile/wmf_writer.h"
 #include "src/platform/image/codecs/single_page.h"
 #include "src/platform/image/dib/dib.h"
 

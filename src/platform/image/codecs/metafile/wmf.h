@@ -6,5 +6,9 @@
 
 /// Reads by playing the records on white, at 96 dpi if a placeable header gives the size. Other files have no
 /// physical size: one window unit is a pixel, up to 4096 of them. Writes a placeable metafile that holds one
-/// bitmap; pictures over 32,767 pixels per side don't fit into any record.
+/// bitmap.
 extern const Codec kWmfCodec;
+
+/// Implemented in wmf_writer.cpp. Writes one bitmap record at 96 dpi. False for pictures over 32,767 pixels
+/// per side, which don't fit the record's 16-bit fields.
+bool EncodeWmf(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

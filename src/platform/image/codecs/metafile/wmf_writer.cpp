@@ -1,5 +1,5 @@
 // Writes a WMF with the headers and the few records it takes to show a picture.
-#include "src/platform/image/codecs/metafile/wmf_writer.h"
+#include "src/platform/image/codecs/metafile/wmf.h"
 
 #include <array>
 

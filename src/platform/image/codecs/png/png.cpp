@@ -4,8 +4,6 @@
 #include <algorithm>
 
 #include "src/platform/image/codecs/png/png_chunks.h"
-#include "src/platform/image/codecs/png/png_reader.h"
-#include "src/platform/image/codecs/png/png_writer.h"
 
 static bool Sniff(Bytes head, std::string_view)
 {

@@ -7,6 +7,13 @@
 // smallest lossless colour type: see png_layout.h.
 #pragma once
 
+#include <memory>
+
 #include "src/platform/image/codecs/codec.h"
 
 extern const Codec kPngCodec;
+
+/// Implemented in png_reader.cpp and png_writer.cpp. Writing picks the layout and filtering that make a
+/// sample of the picture smallest, and never holds more than a strip of compressed data.
+std::unique_ptr<ImageDecoder> OpenPng(InputFile& file);
+[[nodiscard]] bool EncodePng(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

@@ -1,5 +1,5 @@
 // Decodes PNG files: common layouts strip by strip within the cache, the others through libpng.
-#include "src/platform/image/codecs/png/png_reader.h"
+#include "src/platform/image/codecs/png/png.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,5 +1,5 @@
 // Writes PNG files.
-#include "src/platform/image/codecs/png/png_writer.h"
+#include "src/platform/image/codecs/png/png.h"
 
 #include <array>
 #include <utility>

@@ -7,7 +7,6 @@
 
 #include "src/platform/image/base/limits.h"
 #include "src/platform/image/codecs/single_page.h"
-#include "src/platform/image/codecs/tga/tga_encode.h"
 #include "src/platform/image/codecs/tga/tga_header.h"
 #include "src/platform/image/codecs/tga/tga_runs.h"
 #include "src/platform/image/pixels/pixel_rows.h"

@@ -9,5 +9,10 @@
 /// and a valid header. Alpha is used if the extension area declares it useful or, in a file without one, if
 /// the descriptor counts alpha bits.
 ///
-/// Writes with a top-left origin, run-length encoded where that saves at least a fifth (see tga_encode.h).
+/// Writes grey with 8 bits, colour with 24, colour with alpha with 32; top-left origin, extension area and
+/// footer. A few rows are packed as a trial, and the picture is run-length encoded only if they shrink by a
+/// fifth: drawings and scans do, while photographs don't and are written in one go.
 extern const Codec kTgaCodec;
+
+/// Implemented in tga_encode.cpp.
+bool EncodeTga(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

@@ -1,5 +1,5 @@
 // Writes Targa files.
-#include "src/platform/image/codecs/tga/tga_encode.h"
+#include "src/platform/image/codecs/tga/tga.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,7 +1,6 @@
 // TIFF's entry in the codec table.
 #include "src/platform/image/codecs/tiff/tiff.h"
 
-#include "src/platform/image/codecs/tiff/tiff_decoder.h"
 #include "src/platform/image/codecs/tiff/tiff_writer.h"
 
 static bool Sniff(Bytes head, std::string_view)

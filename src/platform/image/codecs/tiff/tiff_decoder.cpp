@@ -1,5 +1,5 @@
 // Decodes the pages of a TIFF file.
-#include "src/platform/image/codecs/tiff/tiff_decoder.h"
+#include "src/platform/image/codecs/tiff/tiff.h"
 
 #include <optional>
 #include <utility>
