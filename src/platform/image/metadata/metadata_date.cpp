@@ -33,7 +33,7 @@ public:
             left_.remove_prefix(1);
         return exists;
     }
-    bool Word(std::string_view lower)
+    bool AcceptWord(std::string_view lower)
     {
         if (left_.size() < lower.size())
             return false;
@@ -85,8 +85,8 @@ static bool ReadTime(DateScanner& scanner, DateAndTime& date)
     if (scanner.Sign(':') && !scanner.Number(date.second, 2, 2))
         return false;
     scanner.Sign(' ');
-    const bool morning = scanner.Word("am");
-    const bool evening = !morning && scanner.Word("pm");
+    const bool morning = scanner.AcceptWord("am");
+    const bool evening = !morning && scanner.AcceptWord("pm");
     if (!morning && !evening)
         return true;
     if (date.hour < 1 || date.hour > 12)

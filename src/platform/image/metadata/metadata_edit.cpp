@@ -142,7 +142,7 @@ static bool IsStorageTag(std::uint16_t tag)
     return std::find(kTags.begin(), kTags.end(), tag) != kTags.end();
 }
 
-static std::size_t Appended(std::vector<std::uint8_t>& exif, std::size_t size)
+static std::size_t AppendSpace(std::vector<std::uint8_t>& exif, std::size_t size)
 {
     const std::size_t offset = (exif.size() + 1) / 2 * 2;
     exif.resize(offset + size);
@@ -162,7 +162,7 @@ static RawEntry TextEntry(std::vector<std::uint8_t>& exif, const ExifText& text,
         std::memcpy(bytes.data() + 8, text.text.c_str(), size);
     } else {
         const bool fits = old && old->type == 2 && old->value_size >= size;
-        const std::size_t offset = fits ? old->value_offset : Appended(exif, size);
+        const std::size_t offset = fits ? old->value_offset : AppendSpace(exif, size);
         std::memcpy(exif.data() + offset, text.text.c_str(), size);
         PutU32(bytes, 8, static_cast<std::uint32_t>(offset), big_endian);
     }
@@ -215,7 +215,7 @@ void RewriteExif(std::vector<std::uint8_t>& exif, const std::vector<ExifText>& t
         old_count > 0 ? std::min(exif.size() - old_directory, 2 + old_count * kEntrySize + 4) : 0;
     std::fill_n(exif.begin() + static_cast<std::ptrdiff_t>(old_count > 0 ? old_directory : 0), old_size,
                 std::uint8_t{0});
-    const std::size_t directory = new_size <= old_size ? old_directory : Appended(exif, new_size);
+    const std::size_t directory = new_size <= old_size ? old_directory : AppendSpace(exif, new_size);
     WriteDirectory(exif, directory, raw, big_endian);
     PutU32(exif, 4, static_cast<std::uint32_t>(directory), big_endian);
 }

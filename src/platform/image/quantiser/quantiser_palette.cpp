@@ -76,12 +76,12 @@ struct Moments {
     std::array<double, 3> sums{};
     double squares = 0;
 
-    Moments& Add(const Moments& o, double sign)
+    Moments& Add(const Moments& other, double sign)
     {
-        count += sign * o.count;
+        count += sign * other.count;
         for (std::size_t c = 0; c < 3; ++c)
-            sums[c] += sign * o.sums[c];
-        squares += sign * o.squares;
+            sums[c] += sign * other.sums[c];
+        squares += sign * other.squares;
         return *this;
     }
     double SumsSquaredPerCount() const

@@ -44,7 +44,7 @@ static std::vector<std::uint8_t> Candidates(std::span<const PaletteColour> palet
     return found;
 }
 
-static FourCells Squares(std::int32_t colour, std::int32_t first)
+static FourCells SquaredDistances(std::int32_t colour, std::int32_t first)
 {
     const std::int32_t n = first + kCell / 2 - colour;
     const FourCells v = {n, n + kCell, n + 2 * kCell, n + 3 * kCell};
@@ -59,8 +59,9 @@ static void FillSmallCube(std::span<const PaletteColour> palette, const std::vec
     std::array<FourCells, 16> nearest;
     nearest.fill(FourCells{} + std::numeric_limits<std::int32_t>::max());
     for (const std::uint8_t i : found) {
-        const FourCells b = Squares(palette[i][0], first[0]), g = Squares(palette[i][1], first[1]);
-        const FourCells r = Squares(palette[i][2], first[2]);
+        const FourCells b = SquaredDistances(palette[i][0], first[0]),
+                        g = SquaredDistances(palette[i][1], first[1]);
+        const FourCells r = SquaredDistances(palette[i][2], first[2]);
         for (std::size_t row = 0; row < 16; ++row) {
             const FourCells here = (r + (b[row / 4] + g[row % 4])) * 256 + i;
             nearest[row] = here < nearest[row] ? here : nearest[row];
@@ -76,7 +77,7 @@ static void FillSmallCube(std::span<const PaletteColour> palette, const std::vec
 }
 
 template <typename Visit>
-static void ForCubes(const Point& first, std::int32_t side, std::int32_t step, const Visit& visit)
+static void ForEachCube(const Point& first, std::int32_t side, std::int32_t step, const Visit& visit)
 {
     for (std::int32_t b = first[0]; b < first[0] + side; b += step)
         for (std::int32_t g = first[1]; g < first[1] + side; g += step)
@@ -90,9 +91,9 @@ std::vector<std::uint8_t> BuildNearestTable(std::span<const PaletteColour> palet
     std::vector<std::uint8_t> all(palette.size());
     for (std::size_t i = 0; i < all.size(); ++i)
         all[i] = static_cast<std::uint8_t>(i);
-    ForCubes({0, 0, 0}, 256, kLargeCube, [&](const Point& large) {
+    ForEachCube({0, 0, 0}, 256, kLargeCube, [&](const Point& large) {
         const auto few = Candidates(palette, all, large, kLargeCube);
-        ForCubes(large, kLargeCube, kSmallCube, [&](const Point& small) {
+        ForEachCube(large, kLargeCube, kSmallCube, [&](const Point& small) {
             FillSmallCube(palette, Candidates(palette, few, small, kSmallCube), small, table);
         });
     });

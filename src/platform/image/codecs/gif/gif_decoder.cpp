@@ -133,10 +133,10 @@ bool GifDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
         }
         ++drawn_;
     }
-    return Show(image);
+    return CopyScreen(image);
 }
 
-bool GifDecoder::Show(ImageBuffer& image) const
+bool GifDecoder::CopyScreen(ImageBuffer& image) const
 {
     std::uint8_t opaque = 255;
     std::uint8_t colour = 0;

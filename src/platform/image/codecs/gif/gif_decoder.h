@@ -38,7 +38,7 @@ private:
     bool DrawFrame(const GifFrame& frame, const Area& area);
     void Dispose();
     Area AreaOf(const GifFrame& frame) const;
-    bool Show(ImageBuffer& image) const;
+    bool CopyScreen(ImageBuffer& image) const;
 
     Bytes file_;
     std::uint32_t width_ = 0;

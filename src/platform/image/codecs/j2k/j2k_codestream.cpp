@@ -55,17 +55,18 @@ static bool ReadSize(Bytes segment, J2kSize& size)
         min_y = std::min<std::uint64_t>(min_y, component.step_y);
         size.components.push_back(component);
     }
-    const J2kSize& o = size;
-    const bool valid_tiles = o.tile_width > 0 && o.tile_height > 0 && o.tile_left <= o.left &&
-                             o.tile_top <= o.top && std::uint64_t{o.tile_left} + o.tile_width > o.left &&
-                             std::uint64_t{o.tile_top} + o.tile_height > o.top;
-    if (!valid_tiles || o.left >= o.right || o.top >= o.bottom)
+    const bool valid_tiles = size.tile_width > 0 && size.tile_height > 0 && size.tile_left <= size.left &&
+                             size.tile_top <= size.top &&
+                             std::uint64_t{size.tile_left} + size.tile_width > size.left &&
+                             std::uint64_t{size.tile_top} + size.tile_height > size.top;
+    if (!valid_tiles || size.left >= size.right || size.top >= size.bottom)
         return false;
-    const std::uint64_t width = CeilDiv(o.right, min_x) - CeilDiv(o.left, min_x);
-    const std::uint64_t height = CeilDiv(o.bottom, min_y) - CeilDiv(o.top, min_y);
-    for (const J2kComponent& component : o.components)
-        samples += CeilDiv(o.right - o.left, component.step_x) * CeilDiv(o.bottom - o.top, component.step_y);
-    const std::uint64_t tile_count = o.TilesAcross() * o.TilesDown();
+    const std::uint64_t width = CeilDiv(size.right, min_x) - CeilDiv(size.left, min_x);
+    const std::uint64_t height = CeilDiv(size.bottom, min_y) - CeilDiv(size.top, min_y);
+    for (const J2kComponent& component : size.components)
+        samples += CeilDiv(size.right - size.left, component.step_x) *
+                   CeilDiv(size.bottom - size.top, component.step_y);
+    const std::uint64_t tile_count = size.TilesAcross() * size.TilesDown();
     return IsSizeAllowed(width, height) && samples <= kMaxSamples && tile_count <= kMaxTiles &&
            tile_count * components <= kMaxTileComponents;
 }
@@ -124,8 +125,8 @@ static void Add(Amount& amount, const J2kSize& size, std::uint64_t tile, std::si
         // Above the lowest resolution, a precinct covers three subbands at half its size. Code blocks are
         // limited to that size.
         const std::uint32_t half = resolution == 0 ? 0 : 1;
-        const auto blocks = [&](const Interval& o, std::uint32_t block, std::uint32_t precinct) {
-            return o.ScaledDown(half + 1).Cells(std::min(block, precinct - std::min(half, precinct)));
+        const auto blocks = [&](const Interval& band, std::uint32_t block, std::uint32_t precinct) {
+            return band.ScaledDown(half + 1).Cells(std::min(block, precinct - std::min(half, precinct)));
         };
         amount.code_blocks += (half == 0 ? 1 : 3) * blocks(across, style.block_width, precinct_x) *
                               blocks(down, style.block_height, precinct_y);

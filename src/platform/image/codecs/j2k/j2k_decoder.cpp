@@ -25,7 +25,7 @@ private:
 };
 }  // namespace
 
-static J2kImage Decoded(bool is_jp2, Bytes bytes, std::uint64_t pixels)
+static J2kImage DecodeImage(bool is_jp2, Bytes bytes, std::uint64_t pixels)
 {
     const J2kCodec codec(opj_create_decompress(is_jp2 ? OPJ_CODEC_JP2 : OPJ_CODEC_J2K));
     const J2kStream stream(bytes);
@@ -47,7 +47,7 @@ bool J2kDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
     if (frame != 0)
         return false;
-    const J2kImage decoded = Decoded(file_.is_jp2, file_.is_jp2 ? bytes_ : file_.codestream, pixels_);
+    const J2kImage decoded = DecodeImage(file_.is_jp2, file_.is_jp2 ? bytes_ : file_.codestream, pixels_);
     ImageBuffer result;
     if (!decoded || !MakePicture(*decoded, result))
         return false;

@@ -11,15 +11,15 @@
 static constexpr OPJ_SIZE_T kStreamBuffer = 1 << 20;
 static constexpr std::uint64_t kPixelsForThreads = 200'000;
 
-static void SayNothing(const char*, void*) {}
+static void IgnoreMessage(const char*, void*) {}
 
 J2kCodec::J2kCodec(opj_codec_t* codec) : codec_(codec)
 {
     if (!codec_)
         throw std::bad_alloc();
-    opj_set_info_handler(codec_, SayNothing, nullptr);
-    opj_set_warning_handler(codec_, SayNothing, nullptr);
-    opj_set_error_handler(codec_, SayNothing, nullptr);
+    opj_set_info_handler(codec_, IgnoreMessage, nullptr);
+    opj_set_warning_handler(codec_, IgnoreMessage, nullptr);
+    opj_set_error_handler(codec_, IgnoreMessage, nullptr);
 }
 
 J2kCodec::~J2kCodec()

@@ -96,10 +96,11 @@ static bool FindGrid(const opj_image_t& image, const Roles& roles, PixelGrid& gr
 {
     std::uint32_t step_x = 256, step_y = 256;
     const auto take = [&](std::size_t component) {
-        const opj_image_comp_t& o = image.comps[component];
-        step_x = std::min(step_x, o.dx);
-        step_y = std::min(step_y, o.dy);
-        return o.data && o.w > 0 && o.h > 0 && o.dx > 0 && o.dy > 0 && o.prec >= 1 && o.prec <= 38;
+        const opj_image_comp_t& samples = image.comps[component];
+        step_x = std::min(step_x, samples.dx);
+        step_y = std::min(step_y, samples.dy);
+        return samples.data && samples.w > 0 && samples.h > 0 && samples.dx > 0 && samples.dy > 0 &&
+               samples.prec >= 1 && samples.prec <= 38;
     };
     bool sound = roles.alpha < 0 || take(static_cast<std::size_t>(roles.alpha));
     for (std::size_t i = 0; i < ColourComponents(roles.colours); ++i)

@@ -29,7 +29,7 @@ static constexpr std::uint64_t kMaxOverPicture = std::uint64_t{16} << 20;
 // The whole file is in memory, so the source needs no setup, refill or cleanup.
 static void StartSource(j_decompress_ptr) {}
 
-static boolean NothingLeft(j_decompress_ptr jpeg)
+static boolean FailAtEnd(j_decompress_ptr jpeg)
 {
     FailJpeg(reinterpret_cast<j_common_ptr>(jpeg));
 }
@@ -78,7 +78,7 @@ struct Decompressor {
         source.next_input_byte = file.data();
         source.bytes_in_buffer = file.size();
         source.init_source = StartSource;
-        source.fill_input_buffer = NothingLeft;
+        source.fill_input_buffer = FailAtEnd;
         source.skip_input_data = SkipBytes;
         source.resync_to_restart = jpeg_resync_to_restart;
         source.term_source = StartSource;

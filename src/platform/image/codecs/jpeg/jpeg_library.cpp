@@ -19,13 +19,13 @@ static void OnMessage(j_common_ptr jpeg, int level)
         FailJpeg(jpeg);
 }
 
-static void PrintNothing(j_common_ptr) {}
+static void IgnoreMessage(j_common_ptr) {}
 
 jpeg_error_mgr* Install(JpegErrors& errors)
 {
     jpeg_error_mgr* manager = jpeg_std_error(&errors.manager);
     manager->error_exit = FailJpeg;
     manager->emit_message = OnMessage;
-    manager->output_message = PrintNothing;
+    manager->output_message = IgnoreMessage;
     return manager;
 }

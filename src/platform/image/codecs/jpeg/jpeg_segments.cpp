@@ -47,7 +47,7 @@ public:
         }
         parts_[number] = segment.subspan(2);
     }
-    std::vector<std::uint8_t> Whole() const
+    std::vector<std::uint8_t> Assemble() const
     {
         std::vector<std::uint8_t> profile;
         for (std::size_t i = 1; i <= part_count_ && !broken_; ++i) {
@@ -138,7 +138,7 @@ JpegSegments ReadSegments(Bytes file)
             resources.insert(resources.end(), segment.begin() + kPhotoshopName.size(), segment.end());
     }
     segments.metadata.iptc = IptcOfResources(resources);
-    segments.icc_profile = profile.Whole();
+    segments.icc_profile = profile.Assemble();
     return segments;
 }
 

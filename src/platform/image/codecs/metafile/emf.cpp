@@ -38,8 +38,8 @@ static void SetMapping(const EmfHeader& header, MetafileRequest& request)
 }
 
 // Decodes the bitmap of a record that draws all of it over the whole picture.
-static bool CoversAll(Bytes record, const EmfHeader& header, const MetafileRequest& request,
-                      ImageBuffer& image)
+static bool DecodeCoveringBitmap(Bytes record, const EmfHeader& header, const MetafileRequest& request,
+                                 ImageBuffer& image)
 {
     ByteReader reader(record);
     reader.Take(8 + 16);  // type, size, bounds
@@ -91,7 +91,7 @@ static bool DecodeIfOnlyBitmap(Bytes file, const EmfHeader& header, const Metafi
             return false;
         left = left.subspan(size);
     }
-    return !picture.empty() && CoversAll(picture, header, request, image);
+    return !picture.empty() && DecodeCoveringBitmap(picture, header, request, image);
 }
 
 static bool Decode(InputFile& file, const EmfHeader& header, ImageBuffer& image)

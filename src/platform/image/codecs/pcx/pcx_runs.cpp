@@ -24,7 +24,7 @@ static std::uint64_t EscapeMarks(std::uint64_t bytes)
 }
 
 // Index in memory order of the first byte that isn't 0. bits must not be 0.
-static std::size_t FirstOf(std::uint64_t bits)
+static std::size_t FirstNonzero(std::uint64_t bits)
 {
     const int zeros =
         std::endian::native == std::endian::little ? std::countr_zero(bits) : std::countl_zero(bits);
@@ -63,7 +63,7 @@ bool PcxRuns::NextRow(std::span<std::uint8_t> row)
             const std::uint64_t bytes = LoadEight(in);
             std::memcpy(out, &bytes, 8);
             const std::uint64_t found = EscapeMarks(bytes);
-            const std::size_t plain = found == 0 ? 8 : FirstOf(found);
+            const std::size_t plain = found == 0 ? 8 : FirstNonzero(found);
             out += plain;
             in += plain;
             if (found == 0)
@@ -99,7 +99,7 @@ static std::size_t RunAt(const std::uint8_t* bytes, std::size_t max)
     for (; count + 8 <= max; count += 8) {
         const std::uint64_t change = LoadEight(bytes + count) ^ all_first;
         if (change != 0)
-            return count + FirstOf(change);
+            return count + FirstNonzero(change);
     }
     while (count < max && bytes[count] == *bytes)
         ++count;
@@ -117,7 +117,7 @@ std::size_t PackPcxRow(Bytes row, std::uint8_t* out)
             const std::uint64_t bytes = LoadEight(in);
             const std::uint64_t change = bytes ^ LoadEight(in + 1);
             const std::uint64_t found = EscapeMarks(bytes) | ZeroBytes(change);
-            const std::size_t plain = found == 0 ? 8 : FirstOf(found);
+            const std::size_t plain = found == 0 ? 8 : FirstNonzero(found);
             std::memcpy(out, &bytes, 8);
             out += plain;
             in += plain;

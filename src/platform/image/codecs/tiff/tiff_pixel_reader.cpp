@@ -34,43 +34,45 @@ struct PageReading {
 }  // namespace
 
 // Finishes freshly unpacked rows while they are in the cache.
-static bool FinishRows(const PageReading& obj, std::uint32_t x, std::uint32_t y, std::uint32_t columns,
+static bool FinishRows(const PageReading& reading, std::uint32_t x, std::uint32_t y, std::uint32_t columns,
                        std::uint32_t rows)
 {
-    if (!obj.finish_rows)
+    if (!reading.finish_rows)
         return true;
     for (std::uint32_t i = 0; i < rows; ++i)
-        if (!obj.rows.Finish(obj.PixelAt(x, y + i), columns, obj.PixelAt(x, y + i)))
+        if (!reading.rows.Finish(reading.PixelAt(x, y + i), columns, reading.PixelAt(x, y + i)))
             return false;
     return true;
 }
 
 // Reads uncompressed strips whose rows need no conversion, several at once, straight into the picture.
-static bool ReadPlainStrips(PageReading& obj, InputFile& file)
+static bool ReadPlainStrips(PageReading& reading, InputFile& file)
 {
-    const std::uint32_t height = obj.layout.height;
-    const std::uint32_t strip_rows = obj.layout.chunk_height;
-    const std::uint64_t rows_at_once = std::max<std::uint64_t>(1, kReadAtOnce / obj.pitch);
+    const std::uint32_t height = reading.layout.height;
+    const std::uint32_t strip_rows = reading.layout.chunk_height;
+    const std::uint64_t rows_at_once = std::max<std::uint64_t>(1, kReadAtOnce / reading.pitch);
     for (std::uint32_t y = 0; y < height;) {
         const std::uint32_t strip = y / strip_rows;
-        const std::uint64_t offset = TIFFGetStrileOffset(obj.tiff, strip) + y % strip_rows * obj.pitch;
+        const std::uint64_t offset =
+            TIFFGetStrileOffset(reading.tiff, strip) + y % strip_rows * reading.pitch;
         // As many rows as are contiguous in the file.
         std::uint32_t rows = std::min(height - y, strip_rows - y % strip_rows);
-        if (TIFFGetStrileByteCount(obj.tiff, strip) < (y % strip_rows + rows) * obj.pitch)
+        if (TIFFGetStrileByteCount(reading.tiff, strip) < (y % strip_rows + rows) * reading.pitch)
             return false;
         while (rows < rows_at_once && y + rows < height) {
             const std::uint32_t next = (y + rows) / strip_rows;
             const std::uint32_t more = std::min(height - y - rows, strip_rows);
-            if (TIFFGetStrileOffset(obj.tiff, next) != offset + rows * obj.pitch ||
-                TIFFGetStrileByteCount(obj.tiff, next) < more * obj.pitch)
+            if (TIFFGetStrileOffset(reading.tiff, next) != offset + rows * reading.pitch ||
+                TIFFGetStrileByteCount(reading.tiff, next) < more * reading.pitch)
                 break;
             rows += more;
         }
         rows = static_cast<std::uint32_t>(std::min<std::uint64_t>(rows, rows_at_once));
-        if (file.ReadAt(offset, {obj.PixelAt(0, y), rows * obj.pitch}) != rows * obj.pitch)
+        if (file.ReadAt(offset, {reading.PixelAt(0, y), rows * reading.pitch}) != rows * reading.pitch)
             return false;
-        obj.rows.Unpack(obj.PixelAt(0, y), std::size_t{rows} * obj.layout.width, obj.PixelAt(0, y));
-        if (!FinishRows(obj, 0, y, obj.layout.width, rows))
+        reading.rows.Unpack(reading.PixelAt(0, y), std::size_t{rows} * reading.layout.width,
+                            reading.PixelAt(0, y));
+        if (!FinishRows(reading, 0, y, reading.layout.width, rows))
             return false;
         y += rows;
     }
@@ -86,41 +88,43 @@ static bool MayStopEarly(std::uint16_t compression)
 }
 
 // Decodes strips directly to where their levels go, without extra memory.
-static bool ReadStripsInPlace(PageReading& obj)
+static bool ReadStripsInPlace(PageReading& reading)
 {
-    for (std::uint32_t y = 0, strip = 0; y < obj.layout.height; y += obj.layout.chunk_height, ++strip) {
-        const std::uint32_t rows = std::min(obj.layout.chunk_height, obj.layout.height - y);
-        const auto bytes = static_cast<tmsize_t>(rows * obj.pitch);
-        if (MayStopEarly(obj.layout.compression))
-            std::memset(obj.PixelAt(0, y), 0, rows * obj.pitch);
-        if (TIFFReadEncodedStrip(obj.tiff, strip, obj.PixelAt(0, y), bytes) != bytes)
+    for (std::uint32_t y = 0, strip = 0; y < reading.layout.height;
+         y += reading.layout.chunk_height, ++strip) {
+        const std::uint32_t rows = std::min(reading.layout.chunk_height, reading.layout.height - y);
+        const auto bytes = static_cast<tmsize_t>(rows * reading.pitch);
+        if (MayStopEarly(reading.layout.compression))
+            std::memset(reading.PixelAt(0, y), 0, rows * reading.pitch);
+        if (TIFFReadEncodedStrip(reading.tiff, strip, reading.PixelAt(0, y), bytes) != bytes)
             return false;
-        obj.rows.Unpack(obj.PixelAt(0, y), std::size_t{rows} * obj.layout.width, obj.PixelAt(0, y));
-        if (!FinishRows(obj, 0, y, obj.layout.width, rows))
+        reading.rows.Unpack(reading.PixelAt(0, y), std::size_t{rows} * reading.layout.width,
+                            reading.PixelAt(0, y));
+        if (!FinishRows(reading, 0, y, reading.layout.width, rows))
             return false;
     }
     return true;
 }
 
 // Unpacks `rows` rows of a decoded chunk whose first pixel is (x, y) on the page.
-static bool UnpackChunk(PageReading& obj, std::uint32_t plane, std::uint32_t x, std::uint32_t y,
+static bool UnpackChunk(PageReading& reading, std::uint32_t plane, std::uint32_t x, std::uint32_t y,
                         std::uint32_t rows, std::size_t stored_row)
 {
-    const TiffLayout& layout = obj.layout;
+    const TiffLayout& layout = reading.layout;
     const std::uint32_t columns = std::min(layout.chunk_width, layout.width - x);
     if (layout.IsSubsampled()) {
-        obj.rows.UnpackSubsampled(obj.chunk.data(), layout.chunk_width, columns, rows, obj.PixelAt(x, y),
-                                  obj.pitch);
+        reading.rows.UnpackSubsampled(reading.chunk.data(), layout.chunk_width, columns, rows,
+                                      reading.PixelAt(x, y), reading.pitch);
     } else {
         for (std::uint32_t i = 0; i < rows; ++i) {
-            const std::uint8_t* stored = obj.chunk.data() + i * stored_row;
+            const std::uint8_t* stored = reading.chunk.data() + i * stored_row;
             if (layout.separate)
-                obj.rows.UnpackPlane(plane, stored, columns, obj.PixelAt(x, y + i));
+                reading.rows.UnpackPlane(plane, stored, columns, reading.PixelAt(x, y + i));
             else
-                obj.rows.Unpack(stored, columns, obj.PixelAt(x, y + i));
+                reading.rows.Unpack(stored, columns, reading.PixelAt(x, y + i));
         }
     }
-    return FinishRows(obj, x, y, columns, rows);
+    return FinishRows(reading, x, y, columns, rows);
 }
 
 // True if the plane's sample is needed; other planes aren't read.
@@ -134,25 +138,25 @@ static std::uint32_t PlanesOf(const TiffLayout& layout)
     return layout.separate ? layout.samples : 1;
 }
 
-static bool ReadStrips(PageReading& obj)
+static bool ReadStrips(PageReading& reading)
 {
-    const TiffLayout& layout = obj.layout;
+    const TiffLayout& layout = reading.layout;
     const std::uint32_t strips_per_plane = (layout.height - 1) / layout.chunk_height + 1;
-    obj.chunk.resize(TIFFStripSize64(obj.tiff));
-    const std::size_t stored_row = TIFFScanlineSize64(obj.tiff);
+    reading.chunk.resize(TIFFStripSize64(reading.tiff));
+    const std::size_t stored_row = TIFFScanlineSize64(reading.tiff);
     for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
         if (!IsPlaneUsed(layout, plane))
             continue;
         for (std::uint32_t i = 0; i < strips_per_plane; ++i) {
             const std::uint32_t y = i * layout.chunk_height;
             const std::uint32_t rows = std::min(layout.chunk_height, layout.height - y);
-            const auto bytes = static_cast<tmsize_t>(TIFFVStripSize64(obj.tiff, rows));
+            const auto bytes = static_cast<tmsize_t>(TIFFVStripSize64(reading.tiff, rows));
             if (MayStopEarly(layout.compression))
-                std::fill(obj.chunk.begin(), obj.chunk.end(), std::uint8_t{0});
-            if (bytes < 1 || bytes > static_cast<tmsize_t>(obj.chunk.size()) ||
-                TIFFReadEncodedStrip(obj.tiff, plane * strips_per_plane + i, obj.chunk.data(), bytes) !=
-                    bytes ||
-                !UnpackChunk(obj, plane, 0, y, rows, stored_row))
+                std::fill(reading.chunk.begin(), reading.chunk.end(), std::uint8_t{0});
+            if (bytes < 1 || bytes > static_cast<tmsize_t>(reading.chunk.size()) ||
+                TIFFReadEncodedStrip(reading.tiff, plane * strips_per_plane + i, reading.chunk.data(),
+                                     bytes) != bytes ||
+                !UnpackChunk(reading, plane, 0, y, rows, stored_row))
                 return false;
         }
     }
@@ -160,31 +164,32 @@ static bool ReadStrips(PageReading& obj)
 }
 
 // Reads row by row strips that are too large to decode as a whole.
-static bool ReadRowByRow(PageReading& obj)
+static bool ReadRowByRow(PageReading& reading)
 {
-    const TiffLayout& layout = obj.layout;
-    const std::size_t stored_row = TIFFScanlineSize64(obj.tiff);
-    obj.chunk.assign(stored_row, 0);
+    const TiffLayout& layout = reading.layout;
+    const std::size_t stored_row = TIFFScanlineSize64(reading.tiff);
+    reading.chunk.assign(stored_row, 0);
     for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
         if (!IsPlaneUsed(layout, plane))
             continue;
         for (std::uint32_t y = 0; y < layout.height; ++y) {
             if (MayStopEarly(layout.compression))
-                std::fill(obj.chunk.begin(), obj.chunk.end(), std::uint8_t{0});
-            if (TIFFReadScanline(obj.tiff, obj.chunk.data(), y, static_cast<std::uint16_t>(plane)) != 1 ||
-                !UnpackChunk(obj, plane, 0, y, 1, stored_row))
+                std::fill(reading.chunk.begin(), reading.chunk.end(), std::uint8_t{0});
+            if (TIFFReadScanline(reading.tiff, reading.chunk.data(), y, static_cast<std::uint16_t>(plane)) !=
+                    1 ||
+                !UnpackChunk(reading, plane, 0, y, 1, stored_row))
                 return false;
         }
     }
     return true;
 }
 
-static bool ReadTiles(PageReading& obj)
+static bool ReadTiles(PageReading& reading)
 {
-    const TiffLayout& layout = obj.layout;
-    obj.chunk.resize(TIFFTileSize64(obj.tiff));
-    const std::size_t stored_row = TIFFTileRowSize64(obj.tiff);
-    const auto bytes = static_cast<tmsize_t>(obj.chunk.size());
+    const TiffLayout& layout = reading.layout;
+    reading.chunk.resize(TIFFTileSize64(reading.tiff));
+    const std::size_t stored_row = TIFFTileRowSize64(reading.tiff);
+    const auto bytes = static_cast<tmsize_t>(reading.chunk.size());
     std::uint32_t tile = 0;
     for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
         for (std::uint32_t y = 0; y < layout.height; y += layout.chunk_height) {
@@ -192,10 +197,10 @@ static bool ReadTiles(PageReading& obj)
                 if (!IsPlaneUsed(layout, plane))
                     continue;
                 if (MayStopEarly(layout.compression))
-                    std::fill(obj.chunk.begin(), obj.chunk.end(), std::uint8_t{0});
+                    std::fill(reading.chunk.begin(), reading.chunk.end(), std::uint8_t{0});
                 const std::uint32_t rows = std::min(layout.chunk_height, layout.height - y);
-                if (TIFFReadEncodedTile(obj.tiff, tile, obj.chunk.data(), bytes) != bytes ||
-                    !UnpackChunk(obj, plane, x, y, rows, stored_row))
+                if (TIFFReadEncodedTile(reading.tiff, tile, reading.chunk.data(), bytes) != bytes ||
+                    !UnpackChunk(reading, plane, x, y, rows, stored_row))
                     return false;
             }
         }
@@ -203,21 +208,21 @@ static bool ReadTiles(PageReading& obj)
     return true;
 }
 
-static bool ReadChunks(PageReading& obj, InputFile& file)
+static bool ReadChunks(PageReading& reading, InputFile& file)
 {
-    const TiffLayout& layout = obj.layout;
+    const TiffLayout& layout = reading.layout;
     if (layout.tiled)
-        return ReadTiles(obj);
+        return ReadTiles(reading);
     std::uint16_t fill_order = FILLORDER_MSB2LSB;
-    TIFFGetFieldDefaulted(obj.tiff, TIFFTAG_FILLORDER, &fill_order);
-    if (obj.rows.InPlace() && layout.compression == COMPRESSION_NONE && fill_order == FILLORDER_MSB2LSB)
-        return ReadPlainStrips(obj, file);
-    if (obj.rows.InPlace() && TIFFScanlineSize64(obj.tiff) == obj.pitch)
-        return ReadStripsInPlace(obj);
-    if (TIFFStripSize64(obj.tiff) > kLargeStrip && !layout.IsSubsampled() &&
+    TIFFGetFieldDefaulted(reading.tiff, TIFFTAG_FILLORDER, &fill_order);
+    if (reading.rows.InPlace() && layout.compression == COMPRESSION_NONE && fill_order == FILLORDER_MSB2LSB)
+        return ReadPlainStrips(reading, file);
+    if (reading.rows.InPlace() && TIFFScanlineSize64(reading.tiff) == reading.pitch)
+        return ReadStripsInPlace(reading);
+    if (TIFFStripSize64(reading.tiff) > kLargeStrip && !layout.IsSubsampled() &&
         layout.compression != COMPRESSION_OJPEG)
-        return ReadRowByRow(obj);
-    return ReadStrips(obj);
+        return ReadRowByRow(reading);
+    return ReadStrips(reading);
 }
 
 bool ReadTiffPixels(TIFF* tiff, const TiffLayout& layout, InputFile& file, Bytes profile, ImageBuffer& image)
@@ -233,8 +238,8 @@ bool ReadTiffPixels(TIFF* tiff, const TiffLayout& layout, InputFile& file, Bytes
     result.channels = static_cast<std::int32_t>(rows.Channels());
     ResizeFresh(result.bytes, pixels * rows.Levels());
     const bool finish_rows = rows.FinishesRows() && !layout.separate;
-    PageReading obj{tiff, layout, rows, result.bytes.data(), pitch, {}, finish_rows};
-    if (!ReadChunks(obj, file))
+    PageReading reading{tiff, layout, rows, result.bytes.data(), pitch, {}, finish_rows};
+    if (!ReadChunks(reading, file))
         return false;
     if (!finish_rows && !rows.Finish(result.bytes.data(), pixels, result.bytes.data()))
         return false;

@@ -39,7 +39,7 @@ static float HalfToFloat(std::uint16_t half)
     return half & 0x8000 ? -value : value;
 }
 
-static std::uint32_t ThreeBytes(const std::uint8_t* p)
+static std::uint32_t LoadU24(const std::uint8_t* p)
 {
     constexpr bool kLittle = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
     return static_cast<std::uint32_t>(p[1]) << 8 | static_cast<std::uint32_t>(p[kLittle ? 2 : 0]) << 16 |
@@ -66,7 +66,7 @@ static double ReadWideSample(const TiffSampleForm& form, const std::uint8_t* p)
             case 16:
                 return HalfToFloat(LoadAs<std::uint16_t>(p));
             case 24:
-                return Float24ToDouble(ThreeBytes(p));
+                return Float24ToDouble(LoadU24(p));
             case 32:
                 return LoadAs<float>(p);
             default:
@@ -76,7 +76,7 @@ static double ReadWideSample(const TiffSampleForm& form, const std::uint8_t* p)
     const bool is_signed = form.format == SAMPLEFORMAT_INT;
     switch (form.bits) {
         case 24:
-            return is_signed ? static_cast<std::int32_t>(ThreeBytes(p) << 8) / 256 : ThreeBytes(p);
+            return is_signed ? static_cast<std::int32_t>(LoadU24(p) << 8) / 256 : LoadU24(p);
         case 32:
             return is_signed ? LoadAs<std::int32_t>(p) : LoadAs<std::uint32_t>(p);
         default:

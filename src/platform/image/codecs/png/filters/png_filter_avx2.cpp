@@ -38,21 +38,21 @@ VARNEL_TARGET_AVX2 static inline Samples SamplesAt(const PngFilterRow& row, std:
     return {Load(at), Load(at - row.pixel_bytes), Load(above), Load(above - row.pixel_bytes)};
 }
 
-VARNEL_TARGET_AVX2 static inline __m256i Average(const Samples& obj)
+VARNEL_TARGET_AVX2 static inline __m256i Average(const Samples& samples)
 {
     // _mm256_avg_epu8 rounds up; PNG wants the floor.
-    const __m256i odd = _mm256_and_si256(_mm256_xor_si256(obj.left, obj.above), _mm256_set1_epi8(1));
-    return _mm256_sub_epi8(_mm256_avg_epu8(obj.left, obj.above), odd);
+    const __m256i odd = _mm256_and_si256(_mm256_xor_si256(samples.left, samples.above), _mm256_set1_epi8(1));
+    return _mm256_sub_epi8(_mm256_avg_epu8(samples.left, samples.above), odd);
 }
 
 // Paeth in 8-bit lanes, although left + above - 2 * above_left needs ten bits. If above_left is between left
 // and above, its distance is the difference of the two other distances. Otherwise it is their sum, which is
 // never the smallest, so any large number will do.
-VARNEL_TARGET_AVX2 static inline __m256i Paeth(const Samples& obj)
+VARNEL_TARGET_AVX2 static inline __m256i Paeth(const Samples& samples)
 {
-    const __m256i a = obj.left;
-    const __m256i b = obj.above;
-    const __m256i c = obj.above_left;
+    const __m256i a = samples.left;
+    const __m256i b = samples.above;
+    const __m256i c = samples.above_left;
     const __m256i max_bc = _mm256_max_epu8(b, c);
     const __m256i max_ac = _mm256_max_epu8(a, c);
     const __m256i to_a = _mm256_sub_epi8(max_bc, _mm256_min_epu8(b, c));
@@ -66,17 +66,17 @@ VARNEL_TARGET_AVX2 static inline __m256i Paeth(const Samples& obj)
 }
 
 template <PngFilter kFilter>
-VARNEL_TARGET_AVX2 static inline __m256i Differences(const Samples& obj)
+VARNEL_TARGET_AVX2 static inline __m256i Differences(const Samples& samples)
 {
     if constexpr (kFilter == PngFilter::kSub)
-        return _mm256_sub_epi8(obj.here, obj.left);
+        return _mm256_sub_epi8(samples.here, samples.left);
     if constexpr (kFilter == PngFilter::kUp)
-        return _mm256_sub_epi8(obj.here, obj.above);
+        return _mm256_sub_epi8(samples.here, samples.above);
     if constexpr (kFilter == PngFilter::kAverage)
-        return _mm256_sub_epi8(obj.here, Average(obj));
+        return _mm256_sub_epi8(samples.here, Average(samples));
     if constexpr (kFilter == PngFilter::kPaeth)
-        return _mm256_sub_epi8(obj.here, Paeth(obj));
-    return obj.here;
+        return _mm256_sub_epi8(samples.here, Paeth(samples));
+    return samples.here;
 }
 
 // Adds a group's differences to the score. mask is zero past the end of the row.
