@@ -1,4 +1,5 @@
-// Metafiles that lie: none may crash, hang or read beyond its bytes. What is seen of them doesn't matter.
+// Tests with corrupt metafiles: none may crash, hang or read out of bounds. The resulting picture doesn't
+// matter.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -62,25 +63,24 @@ static void TryEveryByte(const Codec& codec, const std::vector<std::uint8_t>& fi
         for (const int value : {0x7F, 0xFF}) {
             std::vector<std::uint8_t> changed = file;
             changed[n] = static_cast<std::uint8_t>(value);
-            // A size that was made large is allowed, and then takes its time: what is looked for lies
-            // elsewhere.
+            // An enlarged size is valid but slow, and isn't what this test looks for.
             const bool size_field = &codec == &kEmfCodec ? n >= 24 && n < 88 : n < 18;
             if (!size_field)
                 Decoded(codec, changed);
         }
 }
 
-TEST(MetafileSafety, EmfStandsAnyByteChanged)
+TEST(MetafileSafety, EmfSurvivesCorruptionOfAnySingleByte)
 {
     TryEveryByte(kEmfCodec, RichEmf());
 }
 
-TEST(MetafileSafety, WmfStandsAnyByteChanged)
+TEST(MetafileSafety, WmfSurvivesCorruptionOfAnySingleByte)
 {
     TryEveryByte(kWmfCodec, RichWmf());
 }
 
-TEST(MetafileSafety, StandsCoordinatesThatAreNoNumbersOrTooFar)
+TEST(MetafileSafety, SurvivesNanAndHugeCoordinates)
 {
     constexpr std::int32_t kFar = 0x7FFFFFFF;
     constexpr double kNone = std::bit_cast<float>(0x7FC00000u);
@@ -101,7 +101,7 @@ TEST(MetafileSafety, StandsCoordinatesThatAreNoNumbersOrTooFar)
     EXPECT_TRUE(Decoded(kEmfCodec, maker.File()).has_value());
 }
 
-TEST(MetafileSafety, RefusesDashesWithoutEnd)
+TEST(MetafileSafety, RefusesTooManyDashes)
 {
     EmfMaker maker(100, 100);
     maker.GeometricPen(1, 0x207, 1, kRed, {1, 1});
@@ -111,7 +111,7 @@ TEST(MetafileSafety, RefusesDashesWithoutEnd)
     EXPECT_FALSE(Decoded(kEmfCodec, maker.File()).has_value());
 }
 
-TEST(MetafileSafety, RefusesStatesSavedWithoutEnd)
+TEST(MetafileSafety, RefusesTooManySavedStates)
 {
     EmfMaker maker(10, 10);
     for (int n = 0; n < 5000; ++n)
@@ -120,7 +120,7 @@ TEST(MetafileSafety, RefusesStatesSavedWithoutEnd)
     EXPECT_FALSE(Decoded(kEmfCodec, maker.File()).has_value());
 }
 
-TEST(MetafileSafety, RefusesABitmapThatClaimsMoreThanItHolds)
+TEST(MetafileSafety, RefusesBitmapLargerThanItsData)
 {
     Dib dib = Dib24(1, {kRed});
     ByteMaker header;
@@ -131,7 +131,7 @@ TEST(MetafileSafety, RefusesABitmapThatClaimsMoreThanItHolds)
         Decoded(kEmfCodec, EmfMaker(10, 10).StretchDib(dib, {0, 0, 9, 9}, {0, 0, 9, 9}).File()).has_value());
 }
 
-TEST(MetafileSafety, LeavesOutAPatternThatIsBrokenOrNone)
+TEST(MetafileSafety, SkipsInvalidOrMissingPattern)
 {
     EmfMaker maker(10, 10);
     ByteMaker data;

@@ -1,4 +1,4 @@
-// Bitmaps and their raster operations in EMF records.
+// Tests of bitmaps and raster operations in EMF records.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -13,14 +13,14 @@ static const Dib& FourColors()
     return kDib;
 }
 
-/// A picture whose left half is red.
+/// A picture with a red left half.
 static EmfMaker HalfRed()
 {
     EmfMaker maker(40, 40);
     return maker.Brush(1, kRed).Select(kNullPen).Record(Emr::kRectangle, {0, 0, 20, 40});
 }
 
-TEST(EmfStretchDibits, CopiesPixelByPixel)
+TEST(EmfStretchDibits, CopiesUnscaledPixelsExactly)
 {
     const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {5, 6, 2, 2}, {0, 0, 2, 2}));
 
@@ -31,7 +31,7 @@ TEST(EmfStretchDibits, CopiesPixelByPixel)
     EXPECT_EQ(CountOf(image, kWhite, kAll), 1596);
 }
 
-TEST(EmfStretchDibits, EnlargesToBlocks)
+TEST(EmfStretchDibits, MagnifiesPixelsToBlocks)
 {
     const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2}));
 
@@ -39,7 +39,7 @@ TEST(EmfStretchDibits, EnlargesToBlocks)
         EXPECT_EQ(CountOf(image, color, kAll), 400);
 }
 
-TEST(EmfStretchDibits, SmoothsWhenAHalftoneIsAskedFor)
+TEST(EmfStretchDibits, SmoothsIfHalftoneIsSet)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetStretchBltMode, {4}).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2});
@@ -49,7 +49,7 @@ TEST(EmfStretchDibits, SmoothsWhenAHalftoneIsAskedFor)
     EXPECT_NEAR(ColorAt(image, 20, 0) & 255, 128, 12);
 }
 
-TEST(EmfStretchDibits, AveragesWhenItShrinks)
+TEST(EmfStretchDibits, AveragesPixelsWhenShrinking)
 {
     std::vector<std::uint32_t> checks;
     for (std::size_t n = 0; n < 400 * 400; ++n)
@@ -61,7 +61,7 @@ TEST(EmfStretchDibits, AveragesWhenItShrinks)
     EXPECT_NEAR(ColorAt(image, 1, 38) & 255, 128, 3);
 }
 
-TEST(EmfStretchDibits, CountsTheRowsOfItsSourceFromTheBottom)
+TEST(EmfStretchDibits, CountsSourceRowsFromBottom)
 {
     const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 2, 1}, {0, 0, 2, 1}));
 
@@ -69,7 +69,7 @@ TEST(EmfStretchDibits, CountsTheRowsOfItsSourceFromTheBottom)
     EXPECT_EQ(ColorAt(image, 1, 0), kYellow);
 }
 
-TEST(EmfStretchDibits, MirrorsForSizesBelowNought)
+TEST(EmfStretchDibits, MirrorsForNegativeSizes)
 {
     const ImageBuffer image =
         Played(EmfMaker(40, 40).StretchDib(FourColors(), {20, 20, -2, 2}, {0, 0, 2, 2}));
@@ -79,7 +79,7 @@ TEST(EmfStretchDibits, MirrorsForSizesBelowNought)
     EXPECT_EQ(ColorAt(image, 18, 21), kYellow);
 }
 
-TEST(EmfStretchDibits, LeavesOutWhatTheSourceDoesNotHave)
+TEST(EmfStretchDibits, SkipsAreaOutsideSource)
 {
     const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 4, 4}));
 
@@ -87,18 +87,18 @@ TEST(EmfStretchDibits, LeavesOutWhatTheSourceDoesNotHave)
     EXPECT_EQ(CountOf(image, kRed, kAll), 100);
 }
 
-TEST(EmfStretchDibits, TurnsWithTheWorld)
+TEST(EmfStretchDibits, RotatesWithWorldTransform)
 {
     EmfMaker maker(40, 40);
     maker.World(0, 0, 1, -1, 0, 40, 0).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2});
-    const ImageBuffer image = Played(maker);  // a quarter turn with the clock
+    const ImageBuffer image = Played(maker);  // a quarter turn clockwise
 
     EXPECT_EQ(ColorAt(image, 30, 10), kRed);
     EXPECT_EQ(ColorAt(image, 30, 30), kGreen);
     EXPECT_EQ(ColorAt(image, 10, 10), kBlue);
 }
 
-TEST(EmfStretchDibits, InStripsLeavesNoSeam)
+TEST(EmfStretchDibits, DrawsStripsWithoutSeam)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetMapMode, {8})
@@ -111,7 +111,7 @@ TEST(EmfStretchDibits, InStripsLeavesNoSeam)
     EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 1600);
 }
 
-TEST(EmfStretchDibits, CombinesByItsRasterOperation)
+TEST(EmfStretchDibits, AppliesItsRasterOperation)
 {
     const Dib grey = Dib24(1, {0x0F0F0F});
     const auto result = [&](std::uint32_t rop) {
@@ -123,7 +123,7 @@ TEST(EmfStretchDibits, CombinesByItsRasterOperation)
     EXPECT_EQ(result(kSrcInvert), 0x0F0FF0u);
 }
 
-TEST(EmfBitBlt, WithoutABitmapPaintsThePattern)
+TEST(EmfBitBlt, PaintsPatternWithoutBitmap)
 {
     const auto result = [](std::uint32_t rop) {
         return Played(HalfRed().Brush(2, kBlue).Transfer(Emr::kBitBlt, {10, 10, 20, 20}, rop, {0, 0}, {}));
@@ -137,7 +137,7 @@ TEST(EmfBitBlt, WithoutABitmapPaintsThePattern)
     EXPECT_EQ(ColorAt(result(kPatInvert), 15, 15), kRed ^ kBlue);
 }
 
-TEST(EmfBitBlt, TakesItsSourceFromTheTop)
+TEST(EmfBitBlt, CountsSourceRowsFromTop)
 {
     EmfMaker maker(40, 40);
     maker.Transfer(Emr::kBitBlt, {3, 4, 2, 1}, kSrcCopy, {0, 0}, FourColors());
@@ -149,11 +149,11 @@ TEST(EmfBitBlt, TakesItsSourceFromTheTop)
     EXPECT_EQ(ColorAt(image, 10, 4), kYellow);
 }
 
-TEST(EmfBitBlt, UsesThePatternWhereTheOperationDoes)
+TEST(EmfBitBlt, CombinesPatternWithSource)
 {
     EmfMaker maker(40, 40);
     maker.Brush(1, kRed);
-    // Pattern where the source is white, otherwise the picture: the usual way to colour a mask.
+    // The pattern where the source is white, otherwise the picture: the usual way to colour a mask.
     maker.Transfer(Emr::kBitBlt, {0, 0, 4, 1}, 0x00E20746, {0, 0}, Dib1({"#.#."}, kBlack, kWhite));
     const ImageBuffer image = Played(maker);
 
@@ -162,7 +162,7 @@ TEST(EmfBitBlt, UsesThePatternWhereTheOperationDoes)
     EXPECT_EQ(ColorAt(image, 2, 0), kRed);
 }
 
-TEST(EmfStretchBlt, ScalesAPartOfTheSource)
+TEST(EmfStretchBlt, ScalesPartOfSource)
 {
     EmfMaker maker(40, 40);
     maker.Transfer(Emr::kStretchBlt, {0, 0, 20, 20}, kSrcCopy, {1, 0}, FourColors(), {1, 2});
@@ -172,10 +172,10 @@ TEST(EmfStretchBlt, ScalesAPartOfTheSource)
     EXPECT_EQ(CountOf(image, kYellow, kAll), 200);
 }
 
-TEST(EmfSetDibitsToDevice, TakesTheRowsThatAreThere)
+TEST(EmfSetDibitsToDevice, DrawsOnlyRowsInRecord)
 {
     ByteMaker data;
-    // A bitmap of 2 by 4 pixels, of which the rows 1 and 2 from the bottom come along.
+    // Of the 2 by 4 bitmap, the record holds rows 1 and 2, counted from the bottom.
     const Dib rows = Dib24(2, {kRed, kGreen, kBlue, kYellow});
     std::vector<std::uint8_t> header = rows.header.Data();
     header[8] = 4;
@@ -188,7 +188,7 @@ TEST(EmfSetDibitsToDevice, TakesTheRowsThatAreThere)
     EXPECT_EQ(ColorAt(image, 10, 13), kWhite);
 }
 
-TEST(EmfMaskBlt, ChoosesTheOperationByTheMask)
+TEST(EmfMaskBlt, SelectsRasterOperationByMask)
 {
     const Dib source = Dib24(4, {kRed, kRed, kRed, kRed});
     const Dib mask = Dib1({"#.#."}, kBlack, kWhite);
@@ -206,12 +206,12 @@ TEST(EmfMaskBlt, ChoosesTheOperationByTheMask)
     EXPECT_EQ(CountOf(image, kRed, kAll), 2);
 }
 
-TEST(EmfPlgBlt, FillsAParallelogram)
+TEST(EmfPlgBlt, FillsParallelogram)
 {
     const Dib source = Dib24(1, {kRed});
     ByteMaker data;
     const auto one = std::bit_cast<std::uint32_t>(1.0f);
-    data.Zeros(16).U32Le({20, 0, 40, 20, 0, 20});  // on its corner
+    data.Zeros(16).U32Le({20, 0, 40, 20, 0, 20});  // relative to its corner
     data.U32Le({0, 0, 1, 1, one, 0, 0, one, 0, 0, kWhite, 0, 140, 40, 180, 4, 0, 0, 0, 0, 0, 0, 0});
     data.All(source.header.Data()).All(source.bits.Data());
     const ImageBuffer image = Played(EmfMaker(40, 40).Record(Emr::kPlgBlt, data));
@@ -222,7 +222,7 @@ TEST(EmfPlgBlt, FillsAParallelogram)
     EXPECT_EQ(ColorAt(image, 38, 38), kWhite);
 }
 
-TEST(EmfAlphaBlend, MixesByAConstant)
+TEST(EmfAlphaBlend, BlendsByConstantAlpha)
 {
     EmfMaker maker(40, 40);
     maker.Transfer(Emr::kAlphaBlend, {0, 0, 40, 40}, 0x00800000, {0, 0}, Dib24(1, {kBlack}), {1, 1});
@@ -230,10 +230,10 @@ TEST(EmfAlphaBlend, MixesByAConstant)
     EXPECT_NEAR(ColorAt(Played(maker), 20, 20) & 255, 127, 1);
 }
 
-TEST(EmfAlphaBlend, MixesByTheBitmapsOwnAlpha)
+TEST(EmfAlphaBlend, BlendsByPixelAlpha)
 {
     EmfMaker maker(40, 40);
-    // Opaque red, nothing, and half of blue, which is stored multiplied.
+    // Opaque red, transparent, and half-transparent blue, premultiplied.
     const Dib dib = Dib32(3, {0xFF000000 | kRed, 0, 0x80800000});
     maker.Transfer(Emr::kAlphaBlend, {0, 0, 3, 1}, 0x01FF0000, {0, 0}, dib, {3, 1});
     const ImageBuffer image = Played(maker);
@@ -244,18 +244,18 @@ TEST(EmfAlphaBlend, MixesByTheBitmapsOwnAlpha)
     EXPECT_NEAR(ColorAt(image, 2, 0) & 255, 127, 1);
 }
 
-TEST(EmfTransparentBlt, LeavesOutOneColour)
+TEST(EmfTransparentBlt, SkipsPixelsOfTransparentColour)
 {
     EmfMaker maker = HalfRed();
     maker.Transfer(Emr::kTransparentBlt, {0, 0, 20, 20}, kGreen, {0, 0}, FourColors(), {2, 2});
     const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(ColorAt(image, 15, 5), kRed);  // the picture's own, where the bitmap is green
+    EXPECT_EQ(ColorAt(image, 15, 5), kRed);  // the background, where the bitmap is green
     EXPECT_EQ(CountOf(image, kGreen, kAll), 0);
     EXPECT_EQ(ColorAt(image, 5, 15), kBlue);
 }
 
-TEST(EmfBitmap, OfPaletteIndexesTakesTheSelectedPalette)
+TEST(EmfBitmap, LooksUpIndexesInSelectedPalette)
 {
     EmfMaker maker(40, 40);
     ByteMaker palette;

@@ -1,4 +1,4 @@
-// Paths, clipping and regions of EMF records.
+// Tests of paths, clipping and regions in EMF records.
 #include <gtest/gtest.h>
 
 #include "tests/platform/image/support/metafile_maker.h"
@@ -13,14 +13,14 @@ static EmfMaker Filled(std::uint32_t color)
     return maker;
 }
 
-/// Adds a square as a figure of lines to the path.
+/// Adds a square to the path.
 static void AddSquare(EmfMaker& maker, std::int32_t from, std::int32_t to)
 {
     maker.Record(Emr::kMoveTo, {from, from}).Record(Emr::kLineTo, {to, from}).Record(Emr::kLineTo, {to, to});
     maker.Record(Emr::kLineTo, {from, to}).Record(Emr::kCloseFigure);
 }
 
-TEST(EmfPath, IsFilledWithAllItsFigures)
+TEST(EmfPath, FillsAllItsFigures)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kBeginPath);
@@ -33,7 +33,7 @@ TEST(EmfPath, IsFilledWithAllItsFigures)
     EXPECT_EQ(ColorAt(image, 20, 20), kWhite);
 }
 
-TEST(EmfPath, IsDrawnAlong)
+TEST(EmfPath, IsStrokedWithPen)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kBeginPath);
@@ -45,7 +45,7 @@ TEST(EmfPath, IsDrawnAlong)
     EXPECT_EQ(ColorAt(image, 15, 15), kWhite);
 }
 
-TEST(EmfPath, IsFilledAndDrawnAlongAtOnce)
+TEST(EmfPath, IsFilledAndStrokedByOneRecord)
 {
     EmfMaker maker(40, 40);
     maker.Brush(1, kRed).Record(Emr::kBeginPath);
@@ -57,7 +57,7 @@ TEST(EmfPath, IsFilledAndDrawnAlongAtOnce)
     EXPECT_EQ(CountOf(image, kRed, kAll), 18 * 18);
 }
 
-TEST(EmfPath, DrawsNothingWhileItIsOpenAndIsUsedUpOnce)
+TEST(EmfPath, DrawsNothingWhileOpenAndIsConsumedByUse)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kBeginPath).Record(Emr::kRectangle, {5, 5, 15, 15}).Record(Emr::kEndPath);
@@ -68,7 +68,7 @@ TEST(EmfPath, DrawsNothingWhileItIsOpenAndIsUsedUpOnce)
     EXPECT_EQ(CountOf(image, kBlue, kAll), 0);
 }
 
-TEST(EmfPath, ThatIsAbortedIsGone)
+TEST(EmfPath, IsDiscardedByAbort)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kBeginPath).Record(Emr::kRectangle, {5, 5, 15, 15}).Record(Emr::kAbortPath);
@@ -81,7 +81,7 @@ TEST(EmfPath, JoinsLinesCurvesAndArcsInOneFigure)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kBeginPath).Record(Emr::kMoveTo, {5, 20});
-    maker.Record(Emr::kArcTo, {5, 5, 35, 35, 5, 20, 35, 20});  // below, against the clock
+    maker.Record(Emr::kArcTo, {5, 5, 35, 35, 5, 20, 35, 20});  // below, counter-clockwise
     maker.Bounded(Emr::kPolyBezierTo, {3, 35, 0, 5, 0, 5, 20})
         .Record(Emr::kCloseFigure)
         .Record(Emr::kEndPath);
@@ -93,7 +93,7 @@ TEST(EmfPath, JoinsLinesCurvesAndArcsInOneFigure)
     EXPECT_EQ(ColorAt(image, 20, 20), kRed);
 }
 
-TEST(EmfWidenPath, FillsWhatTheWideLineCovers)
+TEST(EmfWidenPath, FillsAreaOfWideLine)
 {
     EmfMaker maker(40, 40);
     maker.Brush(1, kRed).GeometricPen(2, 0x200, 6, kBlue).Record(Emr::kBeginPath);
@@ -106,7 +106,7 @@ TEST(EmfWidenPath, FillsWhatTheWideLineCovers)
     EXPECT_EQ(CountOf(image, kBlue, kAll), 0);
 }
 
-TEST(EmfFlattenPath, KeepsTheShape)
+TEST(EmfFlattenPath, KeepsShape)
 {
     const auto shape = [](bool flatten) {
         EmfMaker maker = Filled(kRed);
@@ -119,7 +119,7 @@ TEST(EmfFlattenPath, KeepsTheShape)
     EXPECT_EQ(shape(true).bytes, shape(false).bytes);
 }
 
-TEST(EmfClip, IsIntersectedAndExcluded)
+TEST(EmfClip, IntersectsAndExcludesRectangles)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kIntersectClipRect, {5, 5, 35, 35}).Record(Emr::kExcludeClipRect, {15, 15, 25, 25});
@@ -130,7 +130,7 @@ TEST(EmfClip, IsIntersectedAndExcluded)
     EXPECT_EQ(ColorAt(image, 4, 20), kWhite);
 }
 
-TEST(EmfClip, CanBeMoved)
+TEST(EmfClip, MovesByOffset)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kIntersectClipRect, {0, 0, 20, 20}).Record(Emr::kExcludeClipRect, {5, 5, 10, 10});
@@ -142,7 +142,7 @@ TEST(EmfClip, CanBeMoved)
     EXPECT_EQ(ColorAt(image, 17, 22), kWhite);
 }
 
-TEST(EmfClip, IsSavedWithTheState)
+TEST(EmfClip, IsSavedWithState)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kSaveDc).Record(Emr::kIntersectClipRect, {0, 0, 5, 5}).Record(Emr::kRestoreDc, {-1});
@@ -150,7 +150,7 @@ TEST(EmfClip, IsSavedWithTheState)
     EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40})), kRed, kAll), 1600);
 }
 
-TEST(EmfClip, CombinesRegionsByAllModes)
+TEST(EmfClip, CombinesRegionsInAllModes)
 {
     const auto area = [](std::int32_t mode) {
         EmfMaker maker = Filled(kRed);
@@ -166,7 +166,7 @@ TEST(EmfClip, CombinesRegionsByAllModes)
     EXPECT_EQ(area(5), 400);
 }
 
-TEST(EmfClip, OfARegionOfManyBoxesIsTheirUnion)
+TEST(EmfClip, IsUnionOfBoxesOfRegion)
 {
     EmfMaker maker = Filled(kRed);
     maker.Region(Emr::kExtSelectClipRegion, {5}, {{0, 0, 20, 10}, {10, 5, 30, 15}, {35, 35, 40, 40}});
@@ -175,7 +175,7 @@ TEST(EmfClip, OfARegionOfManyBoxesIsTheirUnion)
               200 + 200 - 50 + 25);
 }
 
-TEST(EmfClip, WithoutARegionIsReset)
+TEST(EmfClip, IsResetByEmptyRegion)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kIntersectClipRect, {0, 0, 5, 5}).Record(Emr::kExtSelectClipRegion, {0, 5});
@@ -183,7 +183,7 @@ TEST(EmfClip, WithoutARegionIsReset)
     EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40})), kRed, kAll), 1600);
 }
 
-TEST(EmfClip, OfTheMetaRegionHoldsWhateverComesAfter)
+TEST(EmfClip, StaysWithinMetaRegion)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kIntersectClipRect, {0, 0, 20, 20}).Record(Emr::kSetMetaRegion);
@@ -192,7 +192,7 @@ TEST(EmfClip, OfTheMetaRegionHoldsWhateverComesAfter)
     EXPECT_EQ(CountOf(Played(maker), kRed, kAll), 400);
 }
 
-TEST(EmfClip, CanBeAPath)
+TEST(EmfClip, CanBePath)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kBeginPath).Record(Emr::kEllipse, {5, 5, 35, 35}).Record(Emr::kEndPath);
@@ -204,7 +204,7 @@ TEST(EmfClip, CanBeAPath)
     EXPECT_EQ(InkBounds(image), (Box{5, 5, 35, 35}));
 }
 
-TEST(EmfClip, HoldsRasterOperationsToo)
+TEST(EmfClip, LimitsRasterOperations)
 {
     EmfMaker maker = Filled(kWhite);
     maker.Record(Emr::kIntersectClipRect, {10, 10, 20, 20}).Record(Emr::kSetRop2, {7});
@@ -225,7 +225,7 @@ TEST(EmfRegion, IsFilledPaintedAndInverted)
     EXPECT_EQ(CountOf(image, kBlack, kAll), 800);
 }
 
-TEST(EmfRegion, IsFramedAlongItsWholeEdge)
+TEST(EmfRegion, FramesItsOuterEdgeOnly)
 {
     EmfMaker maker = Filled(kRed);
     maker.Region(Emr::kFrameRegion, {1, 2, 3}, {{5, 5, 25, 25}, {15, 15, 35, 35}});
@@ -235,5 +235,5 @@ TEST(EmfRegion, IsFramedAlongItsWholeEdge)
     EXPECT_EQ(ColorAt(image, 7, 15), kWhite);
     EXPECT_EQ(ColorAt(image, 12, 7), kRed);
     EXPECT_EQ(ColorAt(image, 12, 8), kWhite);
-    EXPECT_EQ(ColorAt(image, 20, 20), kWhite);  // where the boxes overlap there is no edge
+    EXPECT_EQ(ColorAt(image, 20, 20), kWhite);  // no edge inside, where the boxes overlap
 }

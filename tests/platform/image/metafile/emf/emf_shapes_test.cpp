@@ -1,4 +1,4 @@
-// Lines and shapes of EMF records, pixel by pixel.
+// Tests of lines and shapes in EMF records, pixel by pixel.
 #include <gtest/gtest.h>
 
 #include "tests/platform/image/support/metafile_maker.h"
@@ -23,7 +23,7 @@ TEST(EmfPicture, IsWhiteWhereNothingIsDrawn)
     EXPECT_EQ(CountOf(image, kWhite, kAll), 1600);
 }
 
-TEST(EmfRectangle, IsFilledInsideALineOfOnePixel)
+TEST(EmfRectangle, IsFilledInsideOnePixelLine)
 {
     const ImageBuffer image =
         Played(EmfMaker(40, 40).Brush(1, kRed).Pen(2, 0, 1, kBlue).Record(Emr::kRectangle, {5, 10, 24, 29}));
@@ -33,7 +33,7 @@ TEST(EmfRectangle, IsFilledInsideALineOfOnePixel)
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{5, 10, 25, 30}));
 }
 
-TEST(EmfRectangle, WithoutAPenEndsBeforeItsLastRow)
+TEST(EmfRectangle, ExcludesLastRowAndColumnWithoutPen)
 {
     const ImageBuffer image = Played(Filled(kRed).Record(Emr::kRectangle, {5, 10, 24, 29}));
 
@@ -41,7 +41,7 @@ TEST(EmfRectangle, WithoutAPenEndsBeforeItsLastRow)
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{5, 10, 24, 29}));
 }
 
-TEST(EmfRectangle, WithoutABrushIsItsLine)
+TEST(EmfRectangle, IsOnlyOutlineWithoutBrush)
 {
     const ImageBuffer image =
         Played(EmfMaker(40, 40).Select(kNullBrush).Record(Emr::kRectangle, {5, 5, 14, 14}));
@@ -50,7 +50,7 @@ TEST(EmfRectangle, WithoutABrushIsItsLine)
     EXPECT_EQ(ColorAt(image, 10, 10), kWhite);
 }
 
-TEST(EmfPen, OfTwoPixelsCoversTwoRows)
+TEST(EmfPen, CoversTwoRowsAtWidthTwo)
 {
     const ImageBuffer image = Played(EmfMaker(40, 40)
                                          .GeometricPen(1, 0x200, 2, kRed)
@@ -63,7 +63,7 @@ TEST(EmfPen, OfTwoPixelsCoversTwoRows)
     EXPECT_EQ(ColorAt(image, 20, 20), kRed);
 }
 
-TEST(EmfPen, OfFivePixelsIsCentred)
+TEST(EmfPen, IsCentredOnLineAtOddWidth)
 {
     const ImageBuffer image = Played(EmfMaker(40, 40)
                                          .GeometricPen(1, 0x200, 5, kRed)
@@ -74,7 +74,7 @@ TEST(EmfPen, OfFivePixelsIsCentred)
     EXPECT_EQ(InkBounds(image)[3], 23);
 }
 
-TEST(EmfPen, OfWidthNoughtIsOnePixelAtAnyScale)
+TEST(EmfPen, IsOnePixelAtWidthZeroAndAnyScale)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetMapMode, {8})
@@ -86,7 +86,7 @@ TEST(EmfPen, OfWidthNoughtIsOnePixelAtAnyScale)
     EXPECT_EQ(InkBounds(image)[3] - InkBounds(image)[1], 1);
 }
 
-TEST(EmfPen, GrowsWithTheScale)
+TEST(EmfPen, WidensWithScale)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetMapMode, {8})
@@ -98,7 +98,7 @@ TEST(EmfPen, GrowsWithTheScale)
     EXPECT_EQ(InkBounds(image)[3] - InkBounds(image)[1], 8);
 }
 
-TEST(EmfPen, OfNullStyleDrawsNothing)
+TEST(EmfPen, DrawsNothingInNullStyle)
 {
     const ImageBuffer image = Played(
         EmfMaker(40, 40).Pen(1, 5, 3, kRed).Record(Emr::kMoveTo, {1, 1}).Record(Emr::kLineTo, {30, 30}));
@@ -106,7 +106,7 @@ TEST(EmfPen, OfNullStyleDrawsNothing)
     EXPECT_EQ(CountOf(image, kWhite, kAll), 1600);
 }
 
-TEST(EmfPen, DashesLeaveGapsThatTheBackgroundFillsWhenItIsOpaque)
+TEST(EmfPen, FillsDashGapsWithOpaqueBackground)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kYellow)}).Pen(1, 1, 1, kRed);
@@ -120,7 +120,7 @@ TEST(EmfPen, DashesLeaveGapsThatTheBackgroundFillsWhenItIsOpaque)
     EXPECT_GE(CountOf(image, kWhite, {0, 20, 40, 21}), 5);
 }
 
-TEST(EmfPen, OfItsOwnDashesFollowsThem)
+TEST(EmfPen, FollowsCustomDashes)
 {
     EmfMaker maker(40, 40);
     maker.GeometricPen(1, 0x207, 4, kRed, {8, 8})
@@ -134,7 +134,7 @@ TEST(EmfPen, OfItsOwnDashesFollowsThem)
     EXPECT_EQ(ColorAt(image, 28, 10), kWhite);
 }
 
-TEST(EmfPen, CapsReachOverTheEndsAsTheyAreNamed)
+TEST(EmfPen, DrawsFlatSquareAndRoundCaps)
 {
     const auto reach = [](std::uint32_t cap) {
         EmfMaker maker(40, 40);
@@ -154,7 +154,7 @@ TEST(EmfPen, CapsReachOverTheEndsAsTheyAreNamed)
     EXPECT_LE(flat_edge, flat + 1);
 }
 
-TEST(EmfPen, JoinsAreMiteredBeveledOrRound)
+TEST(EmfPen, DrawsMitredBevelledAndRoundJoins)
 {
     const auto at_corner = [](std::uint32_t join) {
         EmfMaker maker(40, 40);
@@ -171,7 +171,7 @@ TEST(EmfPen, JoinsAreMiteredBeveledOrRound)
     EXPECT_GT(round, bevel);
 }
 
-TEST(EmfPen, InsideFrameStaysWithinTheBox)
+TEST(EmfPen, StaysInsideBoxInInsideFrameStyle)
 {
     EmfMaker maker(40, 40);
     maker.Select(kNullBrush).Pen(1, 6, 6, kRed).Record(Emr::kRectangle, {5, 5, 34, 34});
@@ -179,7 +179,7 @@ TEST(EmfPen, InsideFrameStaysWithinTheBox)
     EXPECT_EQ(InkBounds(Played(maker)), (std::array<std::int32_t, 4>{5, 5, 35, 35}));
 }
 
-TEST(EmfLineTo, GoesOnFromWhereTheLastLineEnded)
+TEST(EmfLineTo, ContinuesFromEndOfLastLine)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kMoveTo, {5, 5}).Record(Emr::kLineTo, {20, 5}).Record(Emr::kLineTo, {20, 20});
@@ -198,7 +198,7 @@ TEST(EmfPolygon, IsClosedAndFilled)
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{5, 5, 25, 25}));
 }
 
-TEST(EmfPolygon16, HasPointsOfSixteenBits)
+TEST(EmfPolygon16, ReadsSixteenBitPoints)
 {
     ByteMaker data;
     data.Zeros(16).U32Le({4}).U16Le({5, 5, 25, 5, 25, 25, 5, 25});
@@ -206,7 +206,7 @@ TEST(EmfPolygon16, HasPointsOfSixteenBits)
     EXPECT_EQ(CountOf(Played(Filled(kGreen).Record(Emr::kPolygon16, data)), kGreen, kAll), 400);
 }
 
-TEST(EmfPolyPolygon, OverlapsByTheFillMode)
+TEST(EmfPolyPolygon, FillsOverlapByFillMode)
 {
     const auto hole = [](std::int32_t mode) {
         EmfMaker maker = Filled(kRed);
@@ -220,7 +220,7 @@ TEST(EmfPolyPolygon, OverlapsByTheFillMode)
     EXPECT_EQ(hole(2), kRed);
 }
 
-TEST(EmfPolyPolygon16, IsTheSameWithShortPoints)
+TEST(EmfPolyPolygon16, EqualsPolyPolygonWithShortPoints)
 {
     ByteMaker data;
     data.Zeros(16).U32Le({2, 8, 4, 4});
@@ -230,7 +230,7 @@ TEST(EmfPolyPolygon16, IsTheSameWithShortPoints)
     EXPECT_EQ(CountOf(image, kRed, kAll), 900 - 100);
 }
 
-TEST(EmfPolyPolyline, DrawsEachLineOfItsOwn)
+TEST(EmfPolyPolyline, DrawsSeparateLines)
 {
     EmfMaker maker(40, 40);
     maker.Bounded(Emr::kPolyPolyline, {2, 4, 2, 2, 5, 5, 20, 5, 5, 30, 20, 30});
@@ -240,7 +240,7 @@ TEST(EmfPolyPolyline, DrawsEachLineOfItsOwn)
     EXPECT_EQ(CountOf(image, kBlack, {5, 5, 21, 6}), 16);
 }
 
-TEST(EmfPolylineTo, StartsAtTheCurrentPosition)
+TEST(EmfPolylineTo, StartsAtCurrentPosition)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kMoveTo, {5, 5})
@@ -250,7 +250,7 @@ TEST(EmfPolylineTo, StartsAtTheCurrentPosition)
     EXPECT_EQ(CountOf(Played(maker), kBlack, kAll), 16 + 15 + 15);
 }
 
-TEST(EmfPolyBezier, PassesThroughItsEnds)
+TEST(EmfPolyBezier, PassesThroughItsEndpoints)
 {
     EmfMaker maker(40, 40);
     maker.GeometricPen(1, 0x200, 3, kBlack);
@@ -259,11 +259,11 @@ TEST(EmfPolyBezier, PassesThroughItsEnds)
 
     EXPECT_EQ(ColorAt(image, 5, 33), kBlack);
     EXPECT_EQ(ColorAt(image, 35, 33), kBlack);
-    EXPECT_EQ(ColorAt(image, 20, 12), kBlack);  // the middle of this curve is at 12.5
+    EXPECT_EQ(ColorAt(image, 20, 12), kBlack);  // the curve's midpoint is at 12.5
     EXPECT_EQ(ColorAt(image, 20, 35), kWhite);
 }
 
-TEST(EmfPolyBezierTo16, StartsAtTheCurrentPosition)
+TEST(EmfPolyBezierTo16, StartsAtCurrentPosition)
 {
     ByteMaker data;
     data.Zeros(16).U32Le({3}).U16Le({5, 5, 35, 5, 35, 35});
@@ -291,7 +291,7 @@ TEST(EmfEllipse, FillsItsBox)
     EXPECT_EQ(ColorAt(image, 6, 6), kWhite);
 }
 
-TEST(EmfRoundRect, LeavesOutItsCorners)
+TEST(EmfRoundRect, LeavesCornersEmpty)
 {
     const ImageBuffer image = Played(Filled(kBlue).Record(Emr::kRoundRect, {5, 5, 35, 35, 20, 20}));
 
@@ -300,7 +300,7 @@ TEST(EmfRoundRect, LeavesOutItsCorners)
     EXPECT_EQ(ColorAt(image, 5, 20), kBlue);
 }
 
-TEST(EmfPie, RunsAgainstTheClockUnlessToldOtherwise)
+TEST(EmfPie, RunsCounterClockwiseByDefault)
 {
     const auto pie = [](std::int32_t direction) {
         return Played(Filled(kBlue)
@@ -317,7 +317,7 @@ TEST(EmfPie, RunsAgainstTheClockUnlessToldOtherwise)
     EXPECT_EQ(ColorAt(with, 12, 28), kBlue);
 }
 
-TEST(EmfChord, IsCutOffByALine)
+TEST(EmfChord, IsCutOffByStraightLine)
 {
     const ImageBuffer image = Played(Filled(kBlue).Record(Emr::kChord, {0, 0, 40, 40, 40, 20, 20, 0}));
 
@@ -325,7 +325,7 @@ TEST(EmfChord, IsCutOffByALine)
     EXPECT_EQ(ColorAt(image, 20, 20), kWhite);
 }
 
-TEST(EmfArc, IsOnlyALine)
+TEST(EmfArc, DrawsLineWithoutFill)
 {
     EmfMaker maker(40, 40);
     maker.Brush(1, kRed).GeometricPen(2, 0x200, 3, kBlack).Record(Emr::kArc, {5, 5, 35, 35, 35, 20, 20, 5});
@@ -336,7 +336,7 @@ TEST(EmfArc, IsOnlyALine)
     EXPECT_EQ(ColorAt(image, 9, 30), kWhite);
 }
 
-TEST(EmfArcTo, IsJoinedToTheCurrentPositionAndMovesIt)
+TEST(EmfArcTo, ConnectsToCurrentPositionAndMovesIt)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kMoveTo, {39, 20}).Record(Emr::kArcTo, {10, 5, 30, 35, 30, 20, 20, 5});
@@ -347,20 +347,20 @@ TEST(EmfArcTo, IsJoinedToTheCurrentPositionAndMovesIt)
     EXPECT_EQ(ColorAt(image, 10, 5), kBlack);
 }
 
-TEST(EmfAngleArc, CountsAnglesAgainstTheClock)
+TEST(EmfAngleArc, MeasuresAnglesCounterClockwise)
 {
     ByteMaker data;
-    data.U32Le({20, 20, 15, 0x00000000, 0x42B40000});  // from 0 over 90 degrees
+    data.U32Le({20, 20, 15, 0x00000000, 0x42B40000});  // 90 degrees, starting at 0
     EmfMaker maker(40, 40);
     maker.GeometricPen(1, 0x200, 3, kBlack).Record(Emr::kMoveTo, {20, 20}).Record(Emr::kAngleArc, data);
     const ImageBuffer image = Played(maker);
 
-    EXPECT_EQ(ColorAt(image, 27, 20), kBlack);  // the line to its start
+    EXPECT_EQ(ColorAt(image, 27, 20), kBlack);  // the line to the arc's start
     EXPECT_EQ(ColorAt(image, 30, 9), kBlack);
     EXPECT_EQ(ColorAt(image, 30, 31), kWhite);
 }
 
-TEST(EmfSetPixel, SetsOne)
+TEST(EmfSetPixel, SetsSinglePixel)
 {
     const ImageBuffer image =
         Played(EmfMaker(40, 40).Record(Emr::kSetPixel, {7, 9, static_cast<std::int32_t>(kRed)}));
@@ -369,7 +369,7 @@ TEST(EmfSetPixel, SetsOne)
     EXPECT_EQ(CountOf(image, kWhite, kAll), 1599);
 }
 
-TEST(EmfGradientFill, RunsFromOneColourToTheOther)
+TEST(EmfGradientFill, BlendsFromOneColourToTheOther)
 {
     ByteMaker data;
     data.Zeros(16).U32Le({2, 1, 0});
@@ -382,7 +382,7 @@ TEST(EmfGradientFill, RunsFromOneColourToTheOther)
     EXPECT_EQ(ColorAt(image, 20, 5), ColorAt(image, 20, 35));
 }
 
-TEST(EmfGradientFill, OfATriangleMeetsTheColoursOfItsCorners)
+TEST(EmfGradientFill, MatchesColoursOfTriangleCorners)
 {
     ByteMaker data;
     data.Zeros(16).U32Le({3, 1, 2});
@@ -396,7 +396,7 @@ TEST(EmfGradientFill, OfATriangleMeetsTheColoursOfItsCorners)
     EXPECT_EQ(ColorAt(image, 30, 30), kWhite);
 }
 
-TEST(EmfExtFloodFill, FillsUpToABorderOrOverAColour)
+TEST(EmfExtFloodFill, FillsUpToBorderOrOverColour)
 {
     EmfMaker maker(40, 40);
     maker.Select(kNullBrush).Record(Emr::kRectangle, {5, 5, 34, 34}).Brush(1, kRed);

@@ -1,4 +1,4 @@
-// Mapping, saved states, raster operations and objects of EMF records.
+// Tests of mapping, saved states, raster operations and objects in EMF records.
 #include <gtest/gtest.h>
 
 #include "tests/platform/image/support/metafile_maker.h"
@@ -12,7 +12,7 @@ static EmfMaker Filled(std::uint32_t color)
     return maker;
 }
 
-TEST(EmfWindow, IsMappedOnTheViewport)
+TEST(EmfWindow, MapsToViewport)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kSetMapMode, {8})
@@ -36,7 +36,7 @@ TEST(EmfWindow, MayBeMirrored)
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 30, 10, 40}));
 }
 
-TEST(EmfWindow, CanBeScaled)
+TEST(EmfWindow, IsScaledByRecord)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kSetMapMode, {8})
@@ -48,7 +48,7 @@ TEST(EmfWindow, CanBeScaled)
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
 }
 
-TEST(EmfMapMode, IsotropicKeepsSquaresSquare)
+TEST(EmfMapMode, KeepsSquaresSquareInIsotropicMode)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kSetMapMode, {7})
@@ -59,17 +59,17 @@ TEST(EmfMapMode, IsotropicKeepsSquaresSquare)
               (std::array<std::int32_t, 4>{0, 0, 20, 20}));
 }
 
-TEST(EmfMapMode, OfTenthsOfAMillimetreCountsUpwards)
+TEST(EmfMapMode, MapsTenthsOfMillimetreUpwards)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kSetMapMode, {2}).Record(Emr::kSetViewportOrg, {0, 40});
-    // 5.08 mm are 19.2 pixels at 96 an inch.
+    // 5.08 mm are 19.2 pixels at 96 dpi.
     const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 51, 51}));
 
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 21, 19, 40}));
 }
 
-TEST(EmfMapMode, OfTextLeavesTheExtentsAlone)
+TEST(EmfMapMode, IgnoresExtentsInTextMode)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kSetWindowExt, {4000, 4000}).Record(Emr::kSetViewportExt, {40, 40});
@@ -78,16 +78,16 @@ TEST(EmfMapMode, OfTextLeavesTheExtentsAlone)
               (std::array<std::int32_t, 4>{5, 5, 10, 10}));
 }
 
-TEST(EmfWorldTransform, MovesScalesAndTurns)
+TEST(EmfWorldTransform, MovesScalesAndRotates)
 {
     EmfMaker maker = Filled(kRed);
-    maker.World(0, 0, 2, -2, 0, 30, 5);  // twice the size, a quarter turn, then moved
+    maker.World(0, 0, 2, -2, 0, 30, 5);  // scaled by two, rotated by a quarter turn, then moved
 
     EXPECT_EQ(InkBounds(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 5}))),
               (std::array<std::int32_t, 4>{20, 5, 30, 25}));
 }
 
-TEST(EmfWorldTransform, IsMultipliedFromEitherSide)
+TEST(EmfWorldTransform, MultipliesFromLeftOrRight)
 {
     const auto place = [](std::uint32_t mode) {
         EmfMaker maker = Filled(kRed);
@@ -95,13 +95,13 @@ TEST(EmfWorldTransform, IsMultipliedFromEitherSide)
         return InkBounds(Played(maker.Record(Emr::kRectangle, {0, 0, 5, 5})));
     };
 
-    EXPECT_EQ(place(2), (std::array<std::int32_t, 4>{10, 10, 20, 20}));  // moved before it is scaled
+    EXPECT_EQ(place(2), (std::array<std::int32_t, 4>{10, 10, 20, 20}));  // moved before scaling
     EXPECT_EQ(place(3), (std::array<std::int32_t, 4>{5, 5, 15, 15}));
     EXPECT_EQ(place(1), (std::array<std::int32_t, 4>{0, 0, 5, 5}));
     EXPECT_EQ(place(4), (std::array<std::int32_t, 4>{5, 5, 10, 10}));
 }
 
-TEST(EmfRestoreDc, BringsBackWhatWasSaved)
+TEST(EmfRestoreDc, RestoresSavedState)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kSaveDc).Brush(2, kBlue).World(0, 1, 0, 0, 1, 20, 20).Record(Emr::kSaveDc);
@@ -112,7 +112,7 @@ TEST(EmfRestoreDc, BringsBackWhatWasSaved)
     EXPECT_EQ(CountOf(image, kWhite, kAll), 1500);
 }
 
-TEST(EmfRestoreDc, OfAStateThatWasNotSavedChangesNothing)
+TEST(EmfRestoreDc, IgnoresStateThatWasNeverSaved)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kRestoreDc, {-1}).Record(Emr::kRestoreDc, {7}).Record(Emr::kRestoreDc, {0});
@@ -120,7 +120,7 @@ TEST(EmfRestoreDc, OfAStateThatWasNotSavedChangesNothing)
     EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
 }
 
-TEST(EmfRop2, CombinesPenAndPictureBitByBit)
+TEST(EmfRop2, CombinesPenAndPictureBitwise)
 {
     const auto result = [](std::int32_t rop2) {
         EmfMaker maker = Filled(0x00FF00);
@@ -147,7 +147,7 @@ TEST(EmfRop2, CombinesPenAndPictureBitByBit)
     EXPECT_EQ(result(16), kAllBits);
 }
 
-TEST(EmfRop2, OfExclusiveOrTwiceIsNothing)
+TEST(EmfRop2, RestoresPictureAfterTwoExclusiveOrs)
 {
     EmfMaker maker = Filled(0x5500AA);
     maker.Record(Emr::kSetRop2, {7});
@@ -156,7 +156,7 @@ TEST(EmfRop2, OfExclusiveOrTwiceIsNothing)
     EXPECT_EQ(CountOf(Played(maker), kWhite, kAll), 1600);
 }
 
-TEST(EmfBrush, HatchesOnTheBackground)
+TEST(EmfBrush, HatchesOnOpaqueBackground)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kYellow)})
@@ -164,11 +164,11 @@ TEST(EmfBrush, HatchesOnTheBackground)
         .Brush(1, kRed, 2, 0);
     const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
 
-    EXPECT_EQ(CountOf(image, kRed, kAll), 5 * 40);  // one row in eight
+    EXPECT_EQ(CountOf(image, kRed, kAll), 5 * 40);  // every eighth row
     EXPECT_EQ(CountOf(image, kYellow, kAll), 35 * 40);
 }
 
-TEST(EmfBrush, HatchesLeaveATransparentBackgroundAlone)
+TEST(EmfBrush, HatchesWithoutChangingTransparentBackground)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetBkMode, {1}).Select(kNullPen).Brush(1, kRed, 2, 5);
@@ -189,7 +189,7 @@ static EmfMaker WithPattern(std::uint32_t type, const Dib& dib)
     return maker;
 }
 
-TEST(EmfPatternBrush, RepeatsItsBitmapFromTheBrushOrigin)
+TEST(EmfPatternBrush, RepeatsBitmapFromBrushOrigin)
 {
     EmfMaker maker = WithPattern(Emr::kCreateDibBrush, Dib24(2, {kRed, kGreen, kBlue, kYellow}));
     maker.Record(Emr::kSetBrushOrg, {1, 0});
@@ -202,7 +202,7 @@ TEST(EmfPatternBrush, RepeatsItsBitmapFromTheBrushOrigin)
     EXPECT_EQ(CountOf(image, kRed, kAll), 100);
 }
 
-TEST(EmfMonoBrush, TakesTheColoursOfTextAndBackground)
+TEST(EmfMonoBrush, TakesTextAndBackgroundColours)
 {
     EmfMaker maker = WithPattern(Emr::kCreateMonoBrush, Dib1({"#...", "...."}, kBlack, kWhite));
     maker.Record(Emr::kSetTextColor, {static_cast<std::int32_t>(kRed)});
@@ -216,7 +216,7 @@ TEST(EmfMonoBrush, TakesTheColoursOfTextAndBackground)
     EXPECT_EQ(CountOf(image, kGreen, {8, 0, 16, 8}), 8);
 }
 
-TEST(EmfPalette, GivesIndexedColours)
+TEST(EmfPalette, ResolvesIndexedColours)
 {
     EmfMaker maker(40, 40);
     ByteMaker palette;
@@ -232,7 +232,7 @@ TEST(EmfPalette, GivesIndexedColours)
     EXPECT_EQ(ColorAt(image, 15, 5), 70u | 80u << 8 | 90u << 16);
 }
 
-TEST(EmfObjects, ThatAreDeletedFreeTheirPlace)
+TEST(EmfObjects, FreeTheirSlotWhenDeleted)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(Emr::kDeleteObject, {1}).Brush(1, kBlue).Record(Emr::kRectangle, {0, 0, 10, 10});
@@ -240,7 +240,7 @@ TEST(EmfObjects, ThatAreDeletedFreeTheirPlace)
     EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
 }
 
-TEST(EmfObjects, ThatDoNotExistChangeNothing)
+TEST(EmfObjects, AreIgnoredIfTheyDoNotExist)
 {
     EmfMaker maker = Filled(kRed);
     maker.Select(17)
@@ -251,7 +251,7 @@ TEST(EmfObjects, ThatDoNotExistChangeNothing)
     EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
 }
 
-TEST(EmfRecords, ThatAreUnknownAreLeftOut)
+TEST(EmfRecords, AreSkippedIfUnknown)
 {
     EmfMaker maker = Filled(kRed);
     maker.Record(4711, {1, 2, 3}).Record(Emr::kComment, {4, 0x12345678}).Record(98, {1});

@@ -1,4 +1,5 @@
-// Text of EMF records. Fonts differ from machine to machine, so these look at where there is ink, not at its
+// Tests of text in EMF records. Fonts differ between machines, so these check where there is ink, not its
+// shape.
 // shape.
 #include <gtest/gtest.h>
 
@@ -22,7 +23,7 @@ static std::int32_t Height(const Box& box)
     return box[3] - box[1];
 }
 
-TEST(EmfText, StandsBelowItsReferencePoint)
+TEST(EmfText, IsDrawnBelowItsReferencePoint)
 {
     const Box box = InkBounds(Played(Writing().Text(50, 30, u"Hg")));
 
@@ -34,7 +35,7 @@ TEST(EmfText, StandsBelowItsReferencePoint)
     EXPECT_NEAR(Height(box), 19, 4);
 }
 
-TEST(EmfText, IsAlignedToTheRightTheMiddleAndTheBaseLine)
+TEST(EmfText, AlignsToRightCentreAndBaseline)
 {
     const auto of = [](std::int32_t align) {
         return InkBounds(Played(Writing().Record(Emr::kSetTextAlign, {align}).Text(100, 50, u"HHHH")));
@@ -47,7 +48,7 @@ TEST(EmfText, IsAlignedToTheRightTheMiddleAndTheBaseLine)
     EXPECT_GE(of(0)[1], 50);
 }
 
-TEST(EmfText, TakesTheHeightOfTheCellOrOfTheLetters)
+TEST(EmfText, UsesCellHeightOrEmHeight)
 {
     const std::int32_t letters = Height(InkBounds(Played(Writing(-40).Text(10, 10, u"H"))));
     const std::int32_t cell = Height(InkBounds(Played(Writing(40).Text(10, 10, u"H"))));
@@ -56,7 +57,7 @@ TEST(EmfText, TakesTheHeightOfTheCellOrOfTheLetters)
     EXPECT_LT(cell, letters - 1);
 }
 
-TEST(EmfText, FollowsTheDistancesOfTheRecord)
+TEST(EmfText, FollowsDistancesOfRecord)
 {
     const Box wide = InkBounds(Played(Writing().Text(10, 10, u"lll", {50, 50, 10})));
     const Box own = InkBounds(Played(Writing().Text(10, 10, u"lll")));
@@ -64,7 +65,7 @@ TEST(EmfText, FollowsTheDistancesOfTheRecord)
     EXPECT_NEAR(Width(wide), Width(own) + 2 * 50 - 2 * 4, 6);
 }
 
-TEST(EmfText, IsDrawnInItsColour)
+TEST(EmfText, IsDrawnInTextColour)
 {
     EmfMaker maker = Writing(-60);
     maker.Record(Emr::kSetTextColor, {static_cast<std::int32_t>(kRed)}).Text(10, 10, u"H");
@@ -72,7 +73,7 @@ TEST(EmfText, IsDrawnInItsColour)
     EXPECT_GT(CountOf(Played(maker), kRed, {0, 0, 200, 100}), 100);
 }
 
-TEST(EmfText, LaysItsBackgroundWhenThatIsOpaque)
+TEST(EmfText, FillsOpaqueBackground)
 {
     EmfMaker maker = Writing();
     maker.Record(Emr::kSetBkMode, {2}).Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kYellow)});
@@ -95,7 +96,7 @@ TEST(EmfText, FillsAndClipsToItsBox)
     EXPECT_GT(CountOf(image, kBlack, {20, 20, 60, 40}), 50);
 }
 
-TEST(EmfText, ClimbsByItsEscapement)
+TEST(EmfText, RisesByItsEscapement)
 {
     EmfMaker maker(200, 100);
     maker.Record(Emr::kSetBkMode, {1}).Font(1, -20, u"Arial", 900);
@@ -107,7 +108,7 @@ TEST(EmfText, ClimbsByItsEscapement)
     EXPECT_LE(box[3], 90);
 }
 
-TEST(EmfText, StaysUprightWhenThePageIsMirrored)
+TEST(EmfText, StaysUprightOnMirroredPage)
 {
     EmfMaker plain = Writing(-40);
     plain.Text(20, 20, u"L");
@@ -119,7 +120,7 @@ TEST(EmfText, StaysUprightWhenThePageIsMirrored)
     EXPECT_EQ(Played(mirrored).bytes, Played(plain).bytes);
 }
 
-TEST(EmfText, TurnsWithTheWorld)
+TEST(EmfText, RotatesWithWorldTransform)
 {
     EmfMaker maker = Writing();
     maker.World(0, 0, 1, -1, 0, 100, 10);
@@ -127,7 +128,7 @@ TEST(EmfText, TurnsWithTheWorld)
     EXPECT_GT(Height(InkBounds(Played(maker.Text(0, 0, u"HHHH")))), 40);
 }
 
-TEST(EmfText, MovesThePositionWhenTheAlignmentSaysSo)
+TEST(EmfText, UpdatesPositionIfAlignmentSaysSo)
 {
     EmfMaker maker = Writing();
     maker.Record(Emr::kSetTextAlign, {1}).Record(Emr::kMoveTo, {10, 10});
@@ -163,13 +164,13 @@ TEST(EmfText, CanBeBold)
     EXPECT_GT(ink(700), ink(400) * 5 / 4);
 }
 
-TEST(EmfText, FindsAFontThatHasTheCharacter)
+TEST(EmfText, FallsBackToFontWithCharacter)
 {
-    // Arial's substitutes have no such arrow or have it: in either case there must be ink.
+    // There must be ink whether or not Arial's substitute has this arrow.
     EXPECT_GT(Width(InkBounds(Played(Writing().Text(10, 10, u"\u21d4")))), 5);
 }
 
-TEST(EmfText, OfTheSymbolFontIsGreek)
+TEST(EmfText, MapsSymbolFontToGreek)
 {
     EmfMaker symbol(200, 100);
     symbol.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Symbol").Text(10, 10, u"l");
@@ -178,16 +179,16 @@ TEST(EmfText, OfTheSymbolFontIsGreek)
     EXPECT_GT(Width(lambda), 12);  // a Latin l is a third of that
 }
 
-TEST(EmfText, MayNameGlyphsOfAFontThatIsNotThere)
+TEST(EmfText, MapsGlyphIndexesOfMissingFont)
 {
-    // Glyph 43 of the fonts of that system is H.
+    // In the usual fonts of that system, glyph 43 is H.
     const Box glyph = InkBounds(Played(Writing().Text(10, 10, u"\u002b", {}, 0x10)));
     const Box letter = InkBounds(Played(Writing().Text(10, 10, u"H")));
 
     EXPECT_EQ(glyph, letter);
 }
 
-TEST(EmfText, CanBeSmallRecordsAndManyInOne)
+TEST(EmfText, ReadsSmallAndPolyTextRecords)
 {
     ByteMaker small;
     small.U32Le({10, 10, 2, 0x300, 1, 0, 0}).Text("HH");
@@ -202,10 +203,10 @@ TEST(EmfText, CanBeSmallRecordsAndManyInOne)
     EXPECT_NEAR(Width(InkBounds(Played(Writing().Record(Emr::kPolyTextOutW, many)))), Width(two), 2);
 }
 
-TEST(EmfText, OfBytesGoesThroughTheCodePageOfItsFont)
+TEST(EmfText, DecodesBytesByCodePageOfFont)
 {
     EmfMaker maker(200, 100);
-    maker.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Arial", 0, 400, 204u << 24);  // Russian
+    maker.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Arial", 0, 400, 204u << 24);  // Russian character set
     ByteMaker data;
     data.Zeros(16).U32Le({1, 0, 0, 10, 10, 1, 76, 0}).Zeros(16).U32Le({0}).U8({0xC6});  // Zhe
     maker.Record(Emr::kExtTextOutA, data);
@@ -213,7 +214,7 @@ TEST(EmfText, OfBytesGoesThroughTheCodePageOfItsFont)
     EXPECT_EQ(InkBounds(Played(maker)), InkBounds(Played(Writing(-40).Text(10, 10, u"\u0416"))));
 }
 
-TEST(EmfText, BecomesPartOfAPath)
+TEST(EmfText, JoinsOpenPath)
 {
     EmfMaker maker = Writing(-60);
     maker.Record(Emr::kBeginPath).Text(10, 10, u"H").Record(Emr::kEndPath).Record(Emr::kSelectClipPath, {5});

@@ -1,4 +1,4 @@
-// WMF records, pixel by pixel.
+// Tests of WMF records, pixel by pixel.
 #include <gtest/gtest.h>
 
 #include "src/platform/image/codecs/metafile/wmf.h"
@@ -56,7 +56,7 @@ enum Function : std::uint16_t {
     kCreatePattern = 0x01F9,
 };
 
-/// Object 0 is a pen that draws nothing, object 1 a brush; both are selected.
+/// Selects a null pen as object 0 and a brush as object 1.
 static WmfMaker Filled(std::uint32_t color)
 {
     WmfMaker maker(40, 40);
@@ -70,7 +70,7 @@ static WmfMaker Lined()
     return maker.Record(kSetWindowExt, {40, 40});
 }
 
-TEST(WmfPicture, HasTheSizeOfItsPlaceableHeader)
+TEST(WmfPicture, TakesSizeFromPlaceableHeader)
 {
     const ImageBuffer image = Played(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
 
@@ -81,7 +81,7 @@ TEST(WmfPicture, HasTheSizeOfItsPlaceableHeader)
     EXPECT_EQ(CountOf(image, kWhite, {0, 0, 192, 96}), 192 * 96);
 }
 
-TEST(WmfPicture, WithoutThatHeaderHasTheSizeOfItsWindow)
+TEST(WmfPicture, TakesSizeFromWindowWithoutPlaceableHeader)
 {
     const ImageBuffer image =
         Played(WmfMaker().Record(kSetWindowExt, {50, 70}).Record(kSetPixel, {255, 0, 0, 0}));
@@ -92,7 +92,7 @@ TEST(WmfPicture, WithoutThatHeaderHasTheSizeOfItsWindow)
     EXPECT_EQ(ColorAt(image, 0, 0), kRed);
 }
 
-TEST(WmfPicture, OfAFineWindowWithoutUnitsIsKeptAtSensiblePixels)
+TEST(WmfPicture, LimitsPixelsOfFineWindowWithoutUnits)
 {
     const ImageBuffer image = Played(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
 
@@ -100,7 +100,7 @@ TEST(WmfPicture, OfAFineWindowWithoutUnitsIsKeptAtSensiblePixels)
     EXPECT_EQ(image.height, 2048);
 }
 
-TEST(WmfPicture, WithoutAnyWindowIsAsLargeAsWhatIsDrawn)
+TEST(WmfPicture, TakesSizeFromDrawingWithoutWindow)
 {
     WmfMaker maker;
     maker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1).Record(kRectangle, {60, 90, 10, 30});
@@ -113,12 +113,12 @@ TEST(WmfPicture, WithoutAnyWindowIsAsLargeAsWhatIsDrawn)
     EXPECT_EQ(ColorAt(image, 65, 30), kWhite);
 }
 
-TEST(WmfPicture, WithoutAnythingIsRefused)
+TEST(WmfPicture, IsRefusedIfNothingIsDrawn)
 {
     EXPECT_FALSE(Decoded(kWmfCodec, WmfMaker().Record(kSetBkMode, {1}).File()).has_value());
 }
 
-TEST(WmfRectangle, EndsBeforeItsLastRow)
+TEST(WmfRectangle, ExcludesItsLastRow)
 {
     WmfMaker maker = Filled(kRed);
     const ImageBuffer filled = Played(maker.Record(kRectangle, {30, 25, 10, 5}));
@@ -130,7 +130,7 @@ TEST(WmfRectangle, EndsBeforeItsLastRow)
     EXPECT_EQ(CountOf(drawn, kRed, kAll), 18 * 18);
 }
 
-TEST(WmfLines, GoFromPointToPoint)
+TEST(WmfLines, RunFromPointToPoint)
 {
     WmfMaker maker = Lined();
     maker.Record(kMoveTo, {5, 5}).Record(kLineTo, {5, 20}).Record(kPolyline, {2, 5, 30, 20, 30});
@@ -140,7 +140,7 @@ TEST(WmfLines, GoFromPointToPoint)
     EXPECT_EQ(CountOf(image, kBlack, {5, 30, 21, 31}), 16);
 }
 
-TEST(WmfShapes, AreFilled)
+TEST(WmfShapes, AreFilledWithBrush)
 {
     EXPECT_EQ(CountOf(Played(Filled(kRed).Record(kPolygon, {4, 5, 5, 25, 5, 25, 25, 5, 25})), kRed, kAll),
               400);
@@ -152,7 +152,7 @@ TEST(WmfShapes, AreFilled)
               800);
 }
 
-TEST(WmfPie, RunsAgainstTheClockFromItsFirstRay)
+TEST(WmfPie, RunsCounterClockwiseFromFirstRay)
 {
     const ImageBuffer image = Played(Filled(kRed).Record(kPie, {0, 20, 20, 40, 40, 40, 0, 0}));
 
@@ -160,7 +160,7 @@ TEST(WmfPie, RunsAgainstTheClockFromItsFirstRay)
     EXPECT_EQ(ColorAt(image, 12, 28), kWhite);
 }
 
-TEST(WmfWindow, MovesAndScalesTheRest)
+TEST(WmfWindow, MovesAndScalesWhatFollows)
 {
     WmfMaker maker(40, 40);
     maker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1);
@@ -174,7 +174,7 @@ TEST(WmfWindow, MovesAndScalesTheRest)
     EXPECT_EQ(CountOf(image, kRed, kAll), 200);
 }
 
-TEST(WmfViewport, IsThePictureWhateverScreenItNames)
+TEST(WmfViewport, CoversPictureWhateverItsScreenSize)
 {
     WmfMaker maker = Filled(kRed);
     maker.Record(kSetViewportExt, {768, 1024}).Record(kRectangle, {20, 20, 0, 0});
@@ -202,7 +202,7 @@ TEST(WmfClip, IsIntersectedExcludedAndMoved)
     EXPECT_EQ(CountOf(image, kRed, kAll), 375);
 }
 
-TEST(WmfObjects, TakeTheFirstPlaceThatIsFree)
+TEST(WmfObjects, TakeFirstFreeSlot)
 {
     WmfMaker maker = Filled(kRed);
     maker.Record(kDeleteObject, {0}).Brush(kBlue).Select(0).Record(kRectangle, {10, 10, 0, 0});
@@ -210,7 +210,7 @@ TEST(WmfObjects, TakeTheFirstPlaceThatIsFree)
     EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
 }
 
-TEST(WmfObjects, ThatDrawNothingTakeAPlaceToo)
+TEST(WmfObjects, TakeSlotEvenIfTheyDrawNothing)
 {
     WmfMaker maker = Filled(kRed);
     maker.Record(kCreatePalette, {0x300, 1, 0, 0}).Brush(kBlue).Select(3).Record(kRectangle, {10, 10, 0, 0});
@@ -218,7 +218,7 @@ TEST(WmfObjects, ThatDrawNothingTakeAPlaceToo)
     EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
 }
 
-TEST(WmfRop2, InvertsTwiceToNothing)
+TEST(WmfRop2, RestoresPictureAfterTwoInversions)
 {
     WmfMaker maker = Filled(kRed);
     maker.Record(kSetRop2, {6}).Record(kRectangle, {30, 30, 0, 0}).Record(kRectangle, {20, 20, 10, 10});
@@ -227,7 +227,7 @@ TEST(WmfRop2, InvertsTwiceToNothing)
     EXPECT_EQ(CountOf(image, kBlack, kAll), 800);
 }
 
-TEST(WmfRegion, IsMadeOfScansAndCanBeTheClip)
+TEST(WmfRegion, ConsistsOfScansAndCanBeClip)
 {
     WmfMaker maker = Filled(kRed);
     // Two scans: rows 5 to 10 with one run, rows 10 to 20 with two.
@@ -243,7 +243,7 @@ TEST(WmfRegion, IsMadeOfScansAndCanBeTheClip)
     EXPECT_EQ(CountOf(Played(maker.Record(kInvertRegion, {2})), kRed, kAll), 0);
 }
 
-TEST(WmfSetPixel, SetsOneAndFloodFillFillsUpToAColour)
+TEST(WmfPixels, AreSetAndFloodFilledUpToColour)
 {
     WmfMaker maker = Lined();
     maker.Brush(0, 1).Select(0).Record(kRectangle, {30, 30, 10, 10}).Brush(kGreen).Select(1);
@@ -282,7 +282,7 @@ TEST(WmfBitmaps, AreCopiedAndScaled)
     EXPECT_EQ(ColorAt(set, 4, 5), kYellow);
 }
 
-TEST(WmfBitmaps, OfTheOldKindTakeTheColoursOfTextAndBackground)
+TEST(WmfBitmaps, TakeTextAndBackgroundColoursInOldFormat)
 {
     ByteMaker data;
     data.U16Le({kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 2, 8, 0, 0});
@@ -296,17 +296,17 @@ TEST(WmfBitmaps, OfTheOldKindTakeTheColoursOfTextAndBackground)
     EXPECT_EQ(ColorAt(image, 0, 1), kRed);
 }
 
-TEST(WmfBitmaps, CanComeFromThePictureItself)
+TEST(WmfBitmaps, CanBeCopiedFromPictureItself)
 {
     WmfMaker maker = Filled(kRed);
     maker.Record(kRectangle, {10, 10, 0, 0});
-    // Without a bitmap: operation, source y and x, a word without use, size, target.
+    // Without a bitmap: operation, source y and x, an unused word, size, target.
     maker.Record(kDibBitBlt, {kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 0, 10, 10, 20, 25});
 
     EXPECT_EQ(CountOf(Played(maker), kRed, {25, 20, 35, 30}), 100);
 }
 
-TEST(WmfPatBlt, PaintsTheBrush)
+TEST(WmfPatBlt, PaintsWithBrush)
 {
     WmfMaker maker = Filled(kRed);
     maker.Record(kPatBlt, {kPatCopy & 0xFFFF, kPatCopy >> 16, 10, 20, 5, 6});
@@ -327,7 +327,7 @@ TEST(WmfPatternBrush, RepeatsItsBitmap)
     EXPECT_EQ(ColorAt(image, 20, 20), kRed);
 }
 
-TEST(WmfPatternBrush, OfTheOldKindHasABitmapWithoutAPalette)
+TEST(WmfPatternBrush, AcceptsOldBitmapWithoutPalette)
 {
     ByteMaker pattern;
     pattern.U16Le({0, 8, 2, 2}).U8({1, 1}).Zeros(22).U8({0xF0, 0, 0x0F, 0});
@@ -337,7 +337,7 @@ TEST(WmfPatternBrush, OfTheOldKindHasABitmapWithoutAPalette)
     EXPECT_EQ(CountOf(Played(maker), kBlack, kAll), 32);
 }
 
-TEST(WmfText, IsDrawnWithItsDistancesOnItsBackground)
+TEST(WmfText, FollowsDistancesOnOpaqueBackground)
 {
     WmfMaker maker(200, 60);
     maker.Record(kSetWindowExt, {60, 200}).Font(-20, "Arial").Select(0);
@@ -352,7 +352,7 @@ TEST(WmfText, IsDrawnWithItsDistancesOnItsBackground)
     EXPECT_GT(CountOf(image, kYellow, {0, 0, 200, 60}), 2500);
 }
 
-TEST(WmfText, FillsTheBoxThatItNames)
+TEST(WmfText, FillsItsBox)
 {
     WmfMaker maker(200, 60);
     maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkColor, {Low(kGreen), High(kGreen)});
@@ -361,7 +361,7 @@ TEST(WmfText, FillsTheBoxThatItNames)
               (Box{10, 20, 100, 40}));
 }
 
-TEST(WmfText, OfTwoBytesACharacterHasDistancesByByte)
+TEST(WmfText, CountsDistancesPerByteOfDoubleByteText)
 {
     WmfMaker maker(200, 60);
     maker.Record(kSetWindowExt, {60, 200}).Font(-20, "MS Gothic", 128).Select(0).Record(kSetBkMode, {2});
@@ -373,7 +373,7 @@ TEST(WmfText, OfTwoBytesACharacterHasDistancesByByte)
     EXPECT_EQ(InkBounds(image)[2], 120);
 }
 
-TEST(WmfText, CanDoWithoutDistances)
+TEST(WmfText, WorksWithoutDistances)
 {
     WmfMaker maker(200, 60);
     ByteMaker text;
@@ -386,7 +386,7 @@ TEST(WmfText, CanDoWithoutDistances)
     EXPECT_GT(box[2], 60);
 }
 
-TEST(WmfRecords, ThatAreUnknownOrForPrintersAreLeftOut)
+TEST(WmfRecords, AreSkippedIfUnknownOrForPrinters)
 {
     WmfMaker maker = Filled(kRed);
     maker.Record(0x0FEE, {1, 2, 3}).Record(kEscape, {15, 4, 0, 0}).Record(kRectangle, {10, 10, 0, 0});
