@@ -1,4 +1,4 @@
-// Tests of the operations of CodecImageFile on files of several pages.
+// Tests of CodecImageFile with multi-page files.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -22,7 +22,7 @@ class Pages : public testing::Test
 {
 protected:
     std::string Path(const std::string& name) const { return folder_.Path(name); }
-    // Which pages the file has, by what Page put into them.
+    // The pages in the file, identified by the values that Page stores in them.
     std::vector<int> PagesIn(const std::string& name)
     {
         CodecImageFile other(files_);
@@ -42,7 +42,7 @@ protected:
 using ints = std::vector<int>;
 }  // namespace
 
-TEST_F(Pages, AreAppendedToTheFileThatSaveTiffBegan)
+TEST_F(Pages, AreAppendedToFileOfLastSaveTiff)
 {
     image_file_.SetMultiFrameSave(true);
 
@@ -57,7 +57,7 @@ TEST_F(Pages, AreAppendedToTheFileThatSaveTiffBegan)
     EXPECT_EQ(PagesIn("a.tif"), (ints{1, 2, 3}));
 }
 
-TEST_F(Pages, AreRefusedWhileNoFileIsOpen)
+TEST_F(Pages, AreRefusedIfNoFileIsOpen)
 {
     EXPECT_FALSE(image_file_.AppendFrame(Page(1), false));
     EXPECT_FALSE(image_file_.AppendFrame(Page(1), true));
@@ -69,7 +69,7 @@ TEST_F(Pages, AreRefusedWhileNoFileIsOpen)
     EXPECT_EQ(PagesIn("a.tif"), (ints{1}));
 }
 
-TEST_F(Pages, EndWithAnEmptyOne)
+TEST_F(Pages, EndWithEmptyFrame)
 {
     image_file_.SetMultiFrameSave(true);
     ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
@@ -95,7 +95,7 @@ TEST_F(Pages, EndWhenMultiFrameSaveIsTurnedOff)
     EXPECT_EQ(PagesIn("a.tif"), (ints{1, 2}));
 }
 
-TEST_F(Pages, GoToTheFileBegunLast)
+TEST_F(Pages, GoToFileThatWasBegunLast)
 {
     image_file_.SetMultiFrameSave(true);
     ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
@@ -106,7 +106,7 @@ TEST_F(Pages, GoToTheFileBegunLast)
     EXPECT_EQ(PagesIn("b.tif"), (ints{2, 3}));
 }
 
-TEST_F(Pages, AreRefusedAfterABeginningThatFailed)
+TEST_F(Pages, AreRefusedAfterFailedStart)
 {
     image_file_.SetMultiFrameSave(true);
     ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
@@ -119,13 +119,13 @@ TEST_F(Pages, AreRefusedAfterABeginningThatFailed)
     EXPECT_FALSE(std::filesystem::exists(Path("c.tif")));
 }
 
-TEST_F(Pages, AreCopiedFromTheFileThatIsReplacedAfterwards)
+TEST_F(Pages, SurviveCopyThatReplacesTheirFile)
 {
     image_file_.SetMultiFrameSave(true);
     ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
     ASSERT_TRUE(image_file_.AppendFrame(Page(2), true));
 
-    // What an append to an existing file does.
+    // The steps of appending to an existing file.
     image_file_.SetMultiFrameSave(true);
     const std::int32_t pages = image_file_.GetFrameCount(Path("a.tif"));
     ASSERT_EQ(pages, 2);
@@ -142,7 +142,7 @@ TEST_F(Pages, AreCopiedFromTheFileThatIsReplacedAfterwards)
     EXPECT_EQ(image_file_.GetFrameCount(Path("a.tif")), 3);
 }
 
-TEST_F(Pages, ThatWereReadAreReadAnewWhenTheFileHasGrown)
+TEST_F(Pages, AreReadAgainAfterFileHasGrown)
 {
     image_file_.SetMultiFrameSave(true);
     ASSERT_TRUE(image_file_.SaveTIFF(Page(1), Path("a.tif")));
@@ -159,7 +159,7 @@ TEST_F(Pages, ThatWereReadAreReadAnewWhenTheFileHasGrown)
     EXPECT_FALSE(image_file_.LoadFrame(Path("a.tif"), -1, image));
 }
 
-TEST_F(Pages, CostOnePassOverTheFileWhenTheyAreAskedForOneByOne)
+TEST_F(Pages, TakeSinglePassWhenReadOneByOne)
 {
     constexpr int kPages = 300;
     image_file_.SetMultiFrameSave(true);
@@ -174,11 +174,11 @@ TEST_F(Pages, CostOnePassOverTheFileWhenTheyAreAskedForOneByOne)
         ASSERT_EQ(image.bytes[0], i & 255);
     }
 
-    // Opening the file anew for each page would read the chain of 300 directories 300 times.
+    // Reopening the file for each page would read the chain of 300 directories 300 times.
     EXPECT_LT(IoSoFar().read - before.read, 3 * std::filesystem::file_size(Path("a.tif")));
 }
 
-TEST_F(Pages, TakeTheSettingsThatHoldWhenTheyAreWritten)
+TEST_F(Pages, UseSettingsAtTimeOfWriting)
 {
     image_file_.SetMultiFrameSave(true);
     image_file_.SetTIFFCompression(4);

@@ -1,4 +1,4 @@
-// Tests of what a load and a save do around the codecs.
+// Tests of loading and saving: everything but the codecs themselves.
 #include "src/platform/image/codec_image_file.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ struct Library {
     }
 };
 
-// Half red, half green by its numbers; by its profile the other way round.
+// Half red, half green by its values; the profile swaps these colours.
 ImageBuffer ExchangedColours()
 {
     ImageBuffer image = Pattern(32, 16, 3);
@@ -39,7 +39,7 @@ ImageBuffer ExchangedColours()
 }
 }  // namespace
 
-TEST(SaveOfAPictureWithAProfile, TurnsThePixelsToSrgbWhereTheFormatHoldsNone)
+TEST(SaveWithProfile, ConvertsToSrgbIfFormatHasNoProfiles)
 {
     Library lib;
     const ImageBuffer image = ExchangedColours();
@@ -47,13 +47,13 @@ TEST(SaveOfAPictureWithAProfile, TurnsThePixelsToSrgbWhereTheFormatHoldsNone)
     ASSERT_TRUE(lib.image_file.SaveBMP(image, lib.folder.Path("out.bmp")));
 
     const ImageBuffer bmp = lib.Loaded(lib.folder.Path("out.bmp"));
-    EXPECT_GE(bmp.bytes[1], 254);  // the left side is green
+    EXPECT_GE(bmp.bytes[1], 254);  // the left half is green
     EXPECT_LE(bmp.bytes[2], 1);
-    EXPECT_EQ(image.icc_profile, SwappedProfile());  // what was lent is as it was
+    EXPECT_EQ(image.icc_profile, SwappedProfile());  // the source is unchanged
     EXPECT_EQ(image.bytes[2], 255);
 }
 
-TEST(SaveOfAPictureWithAProfile, KeepsThePixelsWhereTheProfileGoesAlong)
+TEST(SaveWithProfile, KeepsPixelsIfFormatEmbedsProfile)
 {
     Library lib;
     ASSERT_TRUE(lib.image_file.SaveJPEG(ExchangedColours(), lib.folder.Path("out.jpg")));
@@ -63,7 +63,7 @@ TEST(SaveOfAPictureWithAProfile, KeepsThePixelsWhereTheProfileGoesAlong)
     EXPECT_GE(jpeg.bytes[2], 250);
 }
 
-TEST(SaveOfAPictureWithAProfile, TakesTheColoursAsTheyAreWhenTheProfileCannotBeUsed)
+TEST(SaveWithProfile, KeepsPixelsIfProfileIsUnusable)
 {
     Library lib;
     ImageBuffer image = ExchangedColours();
@@ -74,11 +74,11 @@ TEST(SaveOfAPictureWithAProfile, TakesTheColoursAsTheyAreWhenTheProfileCannotBeU
     EXPECT_EQ(lib.Loaded(lib.folder.Path("out.bmp")).bytes[2], 255);
 }
 
-TEST(SaveOfAPictureWithAProfile, LaysAlphaOnWhiteAndTurnsTheColours)
+TEST(SaveWithProfile, FlattensAlphaOnWhiteAndConvertsColours)
 {
     Library lib;
     ImageBuffer image = Pattern(2, 1, 4);
-    image.bytes = {0, 0, 255, 255, 0, 0, 255, 0};  // red and nothing
+    image.bytes = {0, 0, 255, 255, 0, 0, 255, 0};  // red and fully transparent
     image.icc_profile = SwappedProfile();
 
     ASSERT_TRUE(lib.image_file.SaveBMP(image, lib.folder.Path("out.bmp")));
@@ -89,7 +89,7 @@ TEST(SaveOfAPictureWithAProfile, LaysAlphaOnWhiteAndTurnsTheColours)
     EXPECT_EQ(bmp.bytes[3] + bmp.bytes[4] + bmp.bytes[5], 3 * 255);
 }
 
-TEST(Load, LeavesTheBufferWhenTheFileIsRefused)
+TEST(Load, LeavesBufferUntouchedIfFileIsRefused)
 {
     Library lib;
     ImageBuffer image = Pattern(5, 4, 3);
@@ -99,7 +99,7 @@ TEST(Load, LeavesTheBufferWhenTheFileIsRefused)
     EXPECT_EQ(lib.image_file.GetFrameCount(SamplePath("jpeg/none.jpg")), 0);
 }
 
-TEST(Load, SeesAFileThatWasReplacedSinceTheLastCall)
+TEST(Load, NoticesThatFileWasReplaced)
 {
     Library lib;
     const std::string file = lib.folder.Path("picture");

@@ -1,4 +1,4 @@
-// The transforms' module, opened on the first operation or missing.
+// Tests of the transforms module, loaded on the first operation or missing.
 #include "src/platform/image/transform_module.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ static ImageBuffer TestPicture()
     return image;
 }
 
-TEST(LazyImageTransform, HandsThePictureToTheModuleAndTakesItBack)
+TEST(LazyImageTransform, ConvertsPictureThroughModule)
 {
     LazyImageTransform transform;
     ImageBuffer image = TestPicture();
@@ -34,7 +34,7 @@ TEST(LazyImageTransform, HandsThePictureToTheModuleAndTakesItBack)
     EXPECT_EQ(image.bytes, TestPicture().bytes);
 }
 
-TEST(LazyImageTransform, IsFalseWithoutTheModuleAndKeepsThePicture)
+TEST(LazyImageTransform, FailsWithoutModuleAndKeepsPicture)
 {
     setenv("VARNEL_MODULE_DIR", "/no/such/folder", 1);
     LazyImageTransform transform;
@@ -49,7 +49,7 @@ TEST(LazyImageTransform, IsFalseWithoutTheModuleAndKeepsThePicture)
     unsetenv("VARNEL_MODULE_DIR");
 }
 
-TEST(KernelImageTransform, GivesTheOpacityAsItsMask)
+TEST(KernelImageTransform, ReturnsOpacityAsMask)
 {
     KernelImageTransform transform;
     ImageBuffer image = TestPicture();
@@ -62,7 +62,7 @@ TEST(KernelImageTransform, GivesTheOpacityAsItsMask)
     EXPECT_EQ(mask.bytes, (PixelBytes{40, 255}));
 }
 
-TEST(KernelImageTransform, GivesAMaskThatIsWholeForAPictureWithoutAlphaAndNoneForNoPicture)
+TEST(KernelImageTransform, ReturnsOpaqueMaskWithoutAlphaAndNoneWithoutPicture)
 {
     KernelImageTransform transform;
     ImageBuffer mask = TestPicture();

@@ -1,4 +1,4 @@
-// Numbers and blocks from bytes, and what happens at their end.
+// Tests of reading numbers and blocks of bytes, and of reading past their end.
 #include "src/platform/image/base/byte_reader.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 
 static constexpr std::array<std::uint8_t, 8> kBytes = {0x81, 0x02, 0x03, 0x84, 5, 6, 7, 8};
 
-TEST(ByteReader, ReadsNumbersOfBothByteOrders)
+TEST(ByteReader, ReadsBothByteOrders)
 {
     EXPECT_EQ(ByteReader(kBytes).U8(), 0x81);
     EXPECT_EQ(ByteReader(kBytes).U16Le(), 0x0281);
@@ -18,7 +18,7 @@ TEST(ByteReader, ReadsNumbersOfBothByteOrders)
     EXPECT_EQ(ByteReader(Bytes(kBytes).subspan(2)).I16Le(), static_cast<std::int16_t>(0x8403));
 }
 
-TEST(ByteReader, GoesOnBehindWhatItRead)
+TEST(ByteReader, AdvancesPastWhatItReads)
 {
     ByteReader reader(kBytes);
 
@@ -31,7 +31,7 @@ TEST(ByteReader, GoesOnBehindWhatItRead)
     EXPECT_FALSE(reader.Failed());
 }
 
-TEST(ByteReader, FailsForGoodWithTheFirstReadPastTheEnd)
+TEST(ByteReader, StaysFailedAfterFirstReadPastEnd)
 {
     ByteReader reader(Bytes(kBytes).first(3));
 
@@ -43,7 +43,7 @@ TEST(ByteReader, FailsForGoodWithTheFirstReadPastTheEnd)
     EXPECT_TRUE(reader.Failed());
 }
 
-TEST(ByteReader, IsNotFooledByCountsThatWouldWrapRound)
+TEST(ByteReader, RejectsCountsThatWouldOverflow)
 {
     ByteReader reader(kBytes);
     reader.U8();
@@ -52,7 +52,7 @@ TEST(ByteReader, IsNotFooledByCountsThatWouldWrapRound)
     EXPECT_TRUE(reader.Failed());
 }
 
-TEST(ByteReader, ReadsNothingFromNothing)
+TEST(ByteReader, ReadsNothingFromEmptyInput)
 {
     ByteReader reader(Bytes{});
 

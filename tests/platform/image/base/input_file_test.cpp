@@ -1,4 +1,4 @@
-// Files that are decoded: what can be opened, and what comes when a file changes meanwhile.
+// Tests of opening and reading input files, and of changes while they are open.
 #include "src/platform/image/base/input_file.h"
 
 #include <fcntl.h>
@@ -21,7 +21,7 @@ static std::vector<std::uint8_t> CopyOf(Bytes bytes)
     return {bytes.begin(), bytes.end()};
 }
 
-TEST(InputFile, GivesHeadAllAndParts)
+TEST(InputFile, ReadsHeadPartsAndWholeFile)
 {
     const TestFolder folder;
     const auto content = Counted(10000);
@@ -56,7 +56,7 @@ TEST(InputFile, LendsBytesInMemory)
     EXPECT_EQ(file.ReadAt(300, part), 0u);
 }
 
-TEST(InputFile, IsEmptyForNoBytes)
+TEST(InputFile, IsEmptyForEmptyInput)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("empty"), {});
@@ -73,7 +73,7 @@ TEST(InputFile, IsEmptyForNoBytes)
     }
 }
 
-TEST(InputFile, GivesWhatIsLeftOfAFileThatIsCutWhileItIsOpen)
+TEST(InputFile, ReadsWhatIsLeftAfterTruncation)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("a"), Counted(10000));
@@ -85,7 +85,7 @@ TEST(InputFile, GivesWhatIsLeftOfAFileThatIsCutWhileItIsOpen)
     EXPECT_EQ(CopyOf(file->All()), Counted(3000));
 }
 
-TEST(InputFile, GivesNoMoreThanThereWasWhenItWasOpened)
+TEST(InputFile, IgnoresBytesAppendedAfterOpening)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("a"), Counted(100));
@@ -115,7 +115,7 @@ TEST(InputFile, OpensOnlyRegularFilesAndLinksToThem)
     EXPECT_TRUE(InputFile::Open(folder.Path("link")));
 }
 
-TEST(InputFile, ReadsAWholeFileOnlyWhenAPictureCanBeThatLarge)
+TEST(InputFile, RefusesToReadWholeOversizedFile)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("sparse"), Counted(5000));

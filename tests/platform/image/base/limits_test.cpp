@@ -1,4 +1,4 @@
-// The sizes that pictures may have.
+// Tests of the size limits of pictures.
 #include "src/platform/image/base/limits.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-// Sets the limit of the environment for one test.
+// Sets the limit in the environment for one test.
 class LimitSetting
 {
 public:
@@ -16,7 +16,7 @@ public:
     LimitSetting& operator=(const LimitSetting&) = delete;
 };
 
-TEST(SizeAllowed, IsOneToTheLongestSide)
+TEST(SizeLimit, AllowsSidesUpToMaximum)
 {
     EXPECT_TRUE(IsSizeAllowed(1, 1));
     EXPECT_TRUE(IsSizeAllowed(65500, 1));
@@ -28,13 +28,13 @@ TEST(SizeAllowed, IsOneToTheLongestSide)
     EXPECT_FALSE(IsSizeAllowed(UINT64_MAX, UINT64_MAX)) << "nor does the product wrap round";
 }
 
-TEST(SizeAllowed, IsFiveHundredAndTwelveMegapixels)
+TEST(SizeLimit, Is512MegapixelsByDefault)
 {
     EXPECT_TRUE(IsSizeAllowed(51200, 10000));
     EXPECT_FALSE(IsSizeAllowed(51201, 10000));
 }
 
-TEST(SizeAllowed, IsWhatTheEnvironmentSays)
+TEST(SizeLimit, FollowsEnvironment)
 {
     {
         const LimitSetting setting("1");
@@ -48,7 +48,7 @@ TEST(SizeAllowed, IsWhatTheEnvironmentSays)
     EXPECT_FALSE(IsSizeAllowed(64000, 64000));
 }
 
-TEST(SizeAllowed, IsTheUsualOneWhenTheEnvironmentSaysNothingThatCanBe)
+TEST(SizeLimit, IgnoresInvalidEnvironment)
 {
     for (const char* value : {"", "0", "-1", "4097", "many", "99999999999999999999"}) {
         const LimitSetting setting(value);
@@ -57,7 +57,7 @@ TEST(SizeAllowed, IsTheUsualOneWhenTheEnvironmentSaysNothingThatCanBe)
     }
 }
 
-TEST(Allocate, GivesAPictureItsSizeAndEmptiesTheRest)
+TEST(Allocate, SetsSizeAndClearsOtherFields)
 {
     ImageBuffer image;
     image.icc_profile = {1, 2, 3};
@@ -75,7 +75,7 @@ TEST(Allocate, GivesAPictureItsSizeAndEmptiesTheRest)
     EXPECT_TRUE(image.metadata.exif.empty());
 }
 
-TEST(Allocate, LeavesThePictureAloneWhenTheSizeIsNotAllowed)
+TEST(Allocate, LeavesImageUntouchedIfSizeIsNotAllowed)
 {
     ImageBuffer image;
     image.width = 7;
@@ -87,7 +87,7 @@ TEST(Allocate, LeavesThePictureAloneWhenTheSizeIsNotAllowed)
     EXPECT_EQ(image.bytes.size(), 3u);
 }
 
-TEST(Allocate, GivesLargePicturesMemoryThatCanBeWrittenFromEndToEnd)
+TEST(Allocate, ProvidesWritableMemoryForLargePictures)
 {
     ImageBuffer image;
     ASSERT_TRUE(Allocate(image, 4001, 1001, 3));
@@ -98,7 +98,7 @@ TEST(Allocate, GivesLargePicturesMemoryThatCanBeWrittenFromEndToEnd)
     EXPECT_TRUE(copy.bytes == image.bytes);
 }
 
-TEST(LargestFile, GrowsWithTheLimit)
+TEST(LargestFile, GrowsWithSizeLimit)
 {
     const std::uint64_t usual = LargestFile();
     const LimitSetting setting("1");

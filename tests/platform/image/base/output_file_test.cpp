@@ -1,4 +1,4 @@
-// Files that are whole or not there: writing, replacing, and every way in which it can go wrong.
+// Tests of atomic saves: writing, replacing and failing.
 #include "src/platform/image/base/output_file.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ static mode_t ModeOf(const std::string& path)
     return status.st_mode & 07777;
 }
 
-// A disk on which no file grows beyond size bytes, as long as the object lives.
+// Limits file sizes during its lifetime, as on a full disk.
 class FullDisk
 {
 public:
@@ -60,7 +60,7 @@ private:
     void (*old_handler_)(int) = nullptr;
 };
 
-TEST(OutputFile, IsThereOnlyOnceItIsCommitted)
+TEST(OutputFile, AppearsOnlyOnCommit)
 {
     const TestFolder folder;
     {
@@ -74,7 +74,7 @@ TEST(OutputFile, IsThereOnlyOnceItIsCommitted)
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
-TEST(OutputFile, LeavesNothingBehindWithoutACommit)
+TEST(OutputFile, LeavesNothingBehindWithoutCommit)
 {
     const TestFolder folder;
     {
@@ -84,7 +84,7 @@ TEST(OutputFile, LeavesNothingBehindWithoutACommit)
     EXPECT_TRUE(NamesIn(folder).empty());
 }
 
-TEST(OutputFile, WritesNumbersOfBothByteOrders)
+TEST(OutputFile, WritesBothByteOrders)
 {
     const TestFolder folder;
     OutputFile out(folder.Path("a"));
@@ -99,7 +99,7 @@ TEST(OutputFile, WritesNumbersOfBothByteOrders)
               (std::vector<std::uint8_t>{1, 3, 2, 7, 6, 5, 4, 8, 9, 10, 11, 12, 13}));
 }
 
-TEST(OutputFile, KeepsItsPlaceThroughSmallAndLargeWritesSeeksAndReads)
+TEST(OutputFile, KeepsPositionAcrossWritesSeeksAndReads)
 {
     const TestFolder folder;
     OutputFile out(folder.Path("a"));
@@ -130,7 +130,7 @@ TEST(OutputFile, KeepsItsPlaceThroughSmallAndLargeWritesSeeksAndReads)
     EXPECT_TRUE(FileContent(folder.Path("a")) == expected);
 }
 
-TEST(OutputFile, WritesAnyCountOfSmallPiecesOneAfterTheOther)
+TEST(OutputFile, WritesAnyNumberOfSmallPiecesInOrder)
 {
     const TestFolder folder;
     OutputFile out(folder.Path("a"));
@@ -155,7 +155,7 @@ TEST(OutputFile, WritesAnyCountOfSmallPiecesOneAfterTheOther)
     EXPECT_TRUE(FileContent(folder.Path("a")) == expected);
 }
 
-TEST(OutputFile, PutsPiecesOfEverySizeWhereTheyBelong)
+TEST(OutputFile, WritesPiecesOfEverySizeInPlace)
 {
     const TestFolder folder;
     OutputFile out(folder.Path("a"));
@@ -184,7 +184,7 @@ TEST(OutputFile, PutsPiecesOfEverySizeWhereTheyBelong)
     EXPECT_TRUE(FileContent(folder.Path("a")) == expected);
 }
 
-TEST(OutputFile, ReplacesAFileAndKeepsItsMode)
+TEST(OutputFile, KeepsModeOfReplacedFile)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("a"), Filled(50, 1));
@@ -200,7 +200,7 @@ TEST(OutputFile, ReplacesAFileAndKeepsItsMode)
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
-TEST(OutputFile, GivesANewFileTheModeThatTheUserGivesNewFiles)
+TEST(OutputFile, CreatesNewFileWithModeFromUmask)
 {
     const TestFolder folder;
     const mode_t old = umask(027);
@@ -212,7 +212,7 @@ TEST(OutputFile, GivesANewFileTheModeThatTheUserGivesNewFiles)
     EXPECT_EQ(ModeOf(folder.Path("a")), 0640u);
 }
 
-TEST(OutputFile, ReplacesAFileThatAppearedMeanwhile)
+TEST(OutputFile, ReplacesFileThatAppearedMeanwhile)
 {
     const TestFolder folder;
     OutputFile out(folder.Path("a"));
@@ -225,7 +225,7 @@ TEST(OutputFile, ReplacesAFileThatAppearedMeanwhile)
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
-TEST(OutputFile, TakesNothingMoreOnceItIsCommitted)
+TEST(OutputFile, RejectsWritesAfterCommit)
 {
     const TestFolder folder;
     OutputFile out(folder.Path("a"));
@@ -236,7 +236,7 @@ TEST(OutputFile, TakesNothingMoreOnceItIsCommitted)
     EXPECT_TRUE(FileContent(folder.Path("a")).empty());
 }
 
-TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull)
+TEST(OutputFile, KeepsOldFileIfDiskIsFull)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("a"), Filled(50, 1));
@@ -255,7 +255,7 @@ TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull)
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
-TEST(OutputFile, NoticesAFullDiskInWhatIsStillGatheredAtTheEnd)
+TEST(OutputFile, DetectsFullDiskWhenFlushingOnCommit)
 {
     const TestFolder folder;
     {
@@ -267,7 +267,7 @@ TEST(OutputFile, NoticesAFullDiskInWhatIsStillGatheredAtTheEnd)
     EXPECT_TRUE(NamesIn(folder).empty());
 }
 
-TEST(OutputFile, NoticesAFullDiskInTheMiddleOfPieces)
+TEST(OutputFile, DetectsFullDiskBetweenWrites)
 {
     const TestFolder folder;
     const auto piece = Filled(1000, 3);
@@ -282,7 +282,7 @@ TEST(OutputFile, NoticesAFullDiskInTheMiddleOfPieces)
     EXPECT_TRUE(NamesIn(folder).empty());
 }
 
-TEST(OutputFile, FollowsALinkAndReplacesWhatItPointsTo)
+TEST(OutputFile, FollowsLinkAndReplacesItsTarget)
 {
     const TestFolder folder;
     std::filesystem::create_directory(folder.Path("there"));
@@ -297,7 +297,7 @@ TEST(OutputFile, FollowsALinkAndReplacesWhatItPointsTo)
     EXPECT_EQ(FileContent(folder.Path("there/a")), Filled(20, 2));
 }
 
-TEST(OutputFile, MakesWhatALinkPointsToInVain)
+TEST(OutputFile, CreatesTargetOfDanglingLink)
 {
     const TestFolder folder;
     std::filesystem::create_directory(folder.Path("there"));
@@ -313,7 +313,7 @@ TEST(OutputFile, MakesWhatALinkPointsToInVain)
     EXPECT_EQ(FileContent(folder.Path("there/a")), Filled(20, 2));
 }
 
-TEST(OutputFile, FailsForLinksThatPointInARingOrIntoNoFolder)
+TEST(OutputFile, FailsForLinkLoopsAndLinksIntoMissingFolders)
 {
     const TestFolder folder;
     ASSERT_EQ(symlink("one", folder.Path("two").c_str()), 0);
@@ -325,7 +325,7 @@ TEST(OutputFile, FailsForLinksThatPointInARingOrIntoNoFolder)
     EXPECT_EQ(NamesIn(folder), (std::vector<std::string>{"lost", "one", "two"}));
 }
 
-TEST(OutputFile, FailsForAFolderAPipeAndADevice)
+TEST(OutputFile, FailsForFolderPipeAndDevice)
 {
     const TestFolder folder;
     ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
@@ -339,7 +339,7 @@ TEST(OutputFile, FailsForAFolderAPipeAndADevice)
     EXPECT_EQ(NamesIn(folder), (std::vector<std::string>{"folder", "pipe"}));
 }
 
-TEST(OutputFile, FailsForAFileThatTheUserProtected)
+TEST(OutputFile, FailsForReadOnlyFile)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("a"), Filled(50, 1));
@@ -350,7 +350,7 @@ TEST(OutputFile, FailsForAFileThatTheUserProtected)
     EXPECT_EQ(FileContent(folder.Path("a")), Filled(50, 1));
 }
 
-TEST(OutputFile, FailsInAFolderThatTheUserProtected)
+TEST(OutputFile, FailsInReadOnlyFolder)
 {
     if (geteuid() == 0)
         GTEST_SKIP() << "nothing is protected from this user";
@@ -363,11 +363,11 @@ TEST(OutputFile, FailsInAFolderThatTheUserProtected)
     ASSERT_EQ(chmod(folder.Path("folder").c_str(), 0755), 0);
 }
 
-TEST(OutputFile, CanHaveTheLongestName)
+TEST(OutputFile, SupportsLongestFileName)
 {
     const TestFolder folder;
     const std::string name(255, 'n');
-    for (int i = 0; i < 2; ++i) {  // made, and then replaced
+    for (int i = 0; i < 2; ++i) {  // created, then replaced
         OutputFile out(folder.Path(name));
         EXPECT_TRUE(out.Write(Filled(20, 2)));
         EXPECT_TRUE(out.Commit());
@@ -380,7 +380,7 @@ TEST(OutputFile, CanHaveTheLongestName)
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{name});
 }
 
-TEST(OutputFile, WritesIntoTheWorkingFolderWhenThePathNamesNone)
+TEST(OutputFile, WritesIntoWorkingFolderForBareName)
 {
     const TestFolder folder;
     const auto before = std::filesystem::current_path();

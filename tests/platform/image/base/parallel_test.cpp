@@ -1,4 +1,4 @@
-// Tests of sharing work between cores.
+// Tests of distributing work over cores.
 #include "src/platform/image/base/parallel.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
-TEST(RunParts, DoesEachPartOnceAndReturnsWhenAllAreDone)
+TEST(RunParts, RunsEachPartOnceBeforeReturning)
 {
     for (const std::size_t parts : {0u, 1u, 2u, 3u, 1000u}) {
         std::vector<std::atomic<int>> done(parts);
@@ -19,7 +19,7 @@ TEST(RunParts, DoesEachPartOnceAndReturnsWhenAllAreDone)
     }
 }
 
-TEST(RunParts, ThrowsWhatAPartThrewAfterTheOthersAreDone)
+TEST(RunParts, RethrowsExceptionAfterOtherPartsEnd)
 {
     std::atomic<int> count = 0;
 
@@ -34,7 +34,7 @@ TEST(RunParts, ThrowsWhatAPartThrewAfterTheOthersAreDone)
     EXPECT_EQ(count, 16);
 }
 
-TEST(NumberOfCores, IsOneAtLeast)
+TEST(NumberOfCores, IsAtLeastOne)
 {
     EXPECT_GE(CoreCount(), 1u);
 }

@@ -1,4 +1,4 @@
-// Tests of the memory of pictures.
+// Tests of memory management for pictures.
 #include "src/platform/image/base/picture_memory.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 #include <limits>
 #include <new>
 
-TEST(ResizeFresh, GivesMemoryOfAnySizeThatCanBeWrittenToItsEnd)
+TEST(ResizeFresh, ProvidesWritableMemoryOfAnySize)
 {
     for (const std::size_t byte_count : {0u, 1u, 4096u, 2u << 20, (5u << 20) + 3, 40u << 20}) {
         PixelBytes bytes = {1, 2, 3};
@@ -22,10 +22,9 @@ TEST(ResizeFresh, GivesMemoryOfAnySizeThatCanBeWrittenToItsEnd)
     }
 }
 
-#if !defined( \
-    __SANITIZE_ADDRESS__)  // its own allocator takes no advice, and ends the process when it has no memory
+#if !defined(__SANITIZE_ADDRESS__)  // ASan's allocator ignores hints and aborts when out of memory
 
-TEST(ResizeFresh, LeavesTheBytesWhenThereIsNoMemory)
+TEST(ResizeFresh, KeepsBytesIfOutOfMemory)
 {
     PixelBytes bytes = {1, 2, 3};
     EXPECT_ANY_THROW(ResizeFresh(bytes, std::numeric_limits<std::size_t>::max() / 4));
@@ -39,7 +38,7 @@ static long PageFaults()
     return usage.ru_minflt;
 }
 
-TEST(KeepPictureMemory, LetsTheNextPictureComeWithoutAskingTheSystem)
+TEST(KeepPictureMemory, ReusesMemoryForNextPicture)
 {
     constexpr std::size_t kBytes = 48u << 20;
     constexpr long kPages = kBytes / 4096;
@@ -57,7 +56,7 @@ TEST(KeepPictureMemory, LetsTheNextPictureComeWithoutAskingTheSystem)
     EXPECT_LT(PageFaults() - before, kPages / 10);
 }
 
-TEST(KeepPictureMemory, TakesNoMoreWithEachPictureOfAnotherSize)
+TEST(KeepPictureMemory, DoesNotGrowWithVaryingPictureSizes)
 {
     constexpr std::size_t kMegabyte = 1 << 20;
     KeepPictureMemory();
@@ -66,13 +65,13 @@ TEST(KeepPictureMemory, TakesNoMoreWithEachPictureOfAnotherSize)
     for (std::size_t i = 0; i < 100; ++i) {
         PixelBytes next;
         ResizeFresh(next, (10 + i * 7 % 20) * kMegabyte + i * 4099);
-        last = std::move(next);  // two are there at a time, of 30 MB at most
+        last = std::move(next);  // at most two at a time, of up to 30 MB
     }
 
     EXPECT_LT(mallinfo2().arena, before + 130 * kMegabyte);
 }
 
-TEST(ExpectLibraryMemory, LeavesWhatIsAllocatedNextUsable)
+TEST(ExpectLibraryMemory, KeepsNextAllocationUsable)
 {
     for (const std::size_t bytes : {0u, 1u, 30u << 20}) {
         ExpectLibraryMemory(bytes);
@@ -81,7 +80,7 @@ TEST(ExpectLibraryMemory, LeavesWhatIsAllocatedNextUsable)
         EXPECT_EQ(std::count(memory, memory + bytes + 1, 0), static_cast<std::ptrdiff_t>(bytes + 1));
         std::free(memory);
     }
-    ExpectLibraryMemory(std::numeric_limits<std::size_t>::max() / 2);  // refused, and no harm done
+    ExpectLibraryMemory(std::numeric_limits<std::size_t>::max() / 2);  // refused without side effects
 }
 
 #endif

@@ -1,4 +1,4 @@
-// Tests of the colour conversion.
+// Tests of colour conversion.
 #include "src/platform/image/colour/colour_profile.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ static ImageBuffer Colours(std::initializer_list<std::array<std::uint8_t, 3>> bg
     return image;
 }
 
-TEST(ProfileFits, AsksForTheColourSpaceOfTheChannels)
+TEST(ProfileFits, RequiresColourSpaceOfChannels)
 {
     EXPECT_TRUE(ProfileFits(SrgbProfile(), 3));
     EXPECT_TRUE(ProfileFits(SrgbProfile(), 4));
@@ -33,7 +33,7 @@ TEST(ProfileFits, AsksForTheColourSpaceOfTheChannels)
     EXPECT_FALSE(ProfileFits(CmykProfile(), 3));
 }
 
-TEST(ProfileFits, RefusesWhatIsCutShortOrNoProfile)
+TEST(ProfileFits, RejectsTruncatedAndInvalidProfiles)
 {
     std::vector<std::uint8_t> profile = SrgbProfile();
     profile.pop_back();
@@ -42,7 +42,7 @@ TEST(ProfileFits, RefusesWhatIsCutShortOrNoProfile)
     EXPECT_FALSE(ProfileFits(std::vector<std::uint8_t>(5000, 0x41), 3));
 }
 
-TEST(ProfileIsSrgb, KnowsSrgbByWhatItDoes)
+TEST(ProfileIsSrgb, RecognisesSrgbByItsEffect)
 {
     EXPECT_TRUE(IsSrgbProfile(SrgbProfile()));
     EXPECT_FALSE(IsSrgbProfile(SwappedProfile()));
@@ -51,7 +51,7 @@ TEST(ProfileIsSrgb, KnowsSrgbByWhatItDoes)
     EXPECT_FALSE(IsSrgbProfile({}));
 }
 
-TEST(ConvertToSrgb, ShowsRedAsGreenWhenTheProfileSaysSo)
+TEST(ConvertToSrgb, MapsColoursThroughProfile)
 {
     ImageBuffer image = Colours({{0, 0, 255}, {0, 255, 0}, {255, 0, 0}, {90, 90, 90}}, SwappedProfile());
 
@@ -76,7 +76,7 @@ TEST(ConvertToSrgb, KeepsAlpha)
         ASSERT_EQ(image.bytes[i], before.bytes[i]);
 }
 
-TEST(ConvertToSrgb, TouchesNothingForSrgbAndForNoProfile)
+TEST(ConvertToSrgb, KeepsPixelsForSrgbAndMissingProfile)
 {
     for (const auto& profile : {SrgbProfile(), std::vector<std::uint8_t>{}}) {
         ImageBuffer image = Pattern(20, 10, 3);
@@ -87,7 +87,7 @@ TEST(ConvertToSrgb, TouchesNothingForSrgbAndForNoProfile)
     }
 }
 
-TEST(ConvertToSrgb, BrightensAGreyOfLinearLightAndLeavesItGrey)
+TEST(ConvertToSrgb, BrightensLinearGreyAndKeepsItGrey)
 {
     ImageBuffer image;
     image.width = 3;
@@ -100,11 +100,11 @@ TEST(ConvertToSrgb, BrightensAGreyOfLinearLightAndLeavesItGrey)
 
     ASSERT_EQ(image.bytes.size(), 3u);
     EXPECT_EQ(image.bytes[0], 0);
-    EXPECT_NEAR(image.bytes[1], 128, 1);  // 55/255 of the light is 128 in sRGB's curve
+    EXPECT_NEAR(image.bytes[1], 128, 1);  // linear 55/255 is 128 in sRGB
     EXPECT_EQ(image.bytes[2], 255);
 }
 
-TEST(ConvertToSrgb, LeavesThePixelsWhenTheProfileCannotBeUsed)
+TEST(ConvertToSrgb, KeepsPixelsIfProfileIsUnusable)
 {
     std::vector<std::uint8_t> broken = SwappedProfile();
     std::fill(broken.begin() + 132, broken.end(), std::uint8_t{0xFF});
@@ -117,7 +117,7 @@ TEST(ConvertToSrgb, LeavesThePixelsWhenTheProfileCannotBeUsed)
     }
 }
 
-TEST(ConvertToSrgb, SurvivesEveryChangedByteOfAProfile)
+TEST(ConvertToSrgb, SurvivesCorruptionOfAnySingleByteOfProfile)
 {
     for (const auto& good : {SwappedProfile(), GreyProfile(1.8)})
         for (std::size_t n = 0; n < good.size(); ++n) {
@@ -129,7 +129,7 @@ TEST(ConvertToSrgb, SurvivesEveryChangedByteOfAProfile)
         }
 }
 
-TEST(CmykToBgr, IsTheFormulaOfIdealInksWithoutAProfile)
+TEST(CmykToBgr, UsesNaiveFormulaWithoutProfile)
 {
     const std::vector<std::uint8_t> inks = {0, 0, 0, 0, 255, 0, 0, 0, 0, 0, 0, 255, 10, 100, 200, 50};
     std::vector<std::uint8_t> inverted;
@@ -142,30 +142,30 @@ TEST(CmykToBgr, IsTheFormulaOfIdealInksWithoutAProfile)
     EXPECT_EQ(bgr, expected);
     CmykToBgr({}, true).Convert(inverted.data(), bgr.data(), 4);
     EXPECT_EQ(bgr, expected);
-    CmykToBgr(SrgbProfile()).Convert(inks.data(), bgr.data(), 4);  // no profile of inks: not used
+    CmykToBgr(SrgbProfile()).Convert(inks.data(), bgr.data(), 4);  // not a CMYK profile: ignored
     EXPECT_EQ(bgr, expected);
 }
 
-TEST(CmykToBgr, GoesThroughTheProfile)
+TEST(CmykToBgr, AppliesProfile)
 {
-    // The profile of the tests has cyan and yellow exchanged.
+    // The test profile swaps cyan and yellow.
     const std::vector<std::uint8_t> inks = {255, 0, 0, 0, 0, 0, 255, 0, 0, 0, 0, 0};
     std::vector<std::uint8_t> bgr(9);
 
     CmykToBgr(CmykProfile()).Convert(inks.data(), bgr.data(), 3);
 
-    EXPECT_LT(bgr[0], 60);  // cyan ink shows yellow: no blue
+    EXPECT_LT(bgr[0], 60);  // cyan ink appears yellow: no blue
     EXPECT_GT(bgr[2], 200);
-    EXPECT_GT(bgr[3], 200);  // yellow ink shows cyan: no red
+    EXPECT_GT(bgr[3], 200);  // yellow ink appears cyan: no red
     EXPECT_LT(bgr[5], 60);
     EXPECT_GT(bgr[6], 250);
     EXPECT_GT(bgr[8], 250);
 }
 
-TEST(LabToBgr, ShowsBlackWhiteAndRed)
+TEST(LabToBgr, ConvertsBlackWhiteAndRed)
 {
     const std::vector<std::uint8_t> lab = {0,   128, 128, 255, 128,
-                                           128, 138, 209, 198};  // the last is sRGB's red
+                                           128, 138, 209, 198};  // the last is sRGB red
     std::vector<std::uint8_t> bgr(9);
 
     EXPECT_TRUE(LabToBgr(lab.data(), bgr.data(), 3));

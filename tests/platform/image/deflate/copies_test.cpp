@@ -1,4 +1,4 @@
-// Tests of the two finders of copies in a PNG's rows.
+// Tests of the two match finders of the PNG writer.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@ using Block = std::vector<std::uint8_t>;
 
 constexpr std::size_t kBackSlack = 64;
 
-// What a drawing's rows are like: words of a small vocabulary between stretches of nothing and of noise.
+// Rows like those of a drawing: words of a small vocabulary between runs of zeros and noise.
 Block Drawing(std::size_t byte_count, unsigned seed, unsigned values)
 {
     std::mt19937 random(seed);
@@ -42,7 +42,7 @@ Block Drawing(std::size_t byte_count, unsigned seed, unsigned values)
     return bytes;
 }
 
-// Appends what the tokens stand for to done, which holds the stream so far. False if a copy reaches too far.
+// Decodes the tokens onto done, the stream so far. False if a distance reaches too far.
 bool Unpack(const PngTokens& tokens, const std::uint8_t* bytes, Block& done)
 {
     const std::size_t begin = done.size();
@@ -58,8 +58,8 @@ bool Unpack(const PngTokens& tokens, const std::uint8_t* bytes, Block& done)
     return true;
 }
 
-// The tokens of a stream that is looked through in strips, as the writer does it: with the window in front
-// that copies may reach back to, and bytes of nobody's around. What is unpacked must be the stream.
+// Tokenises a stream in strips like the writer: with the preceding window, which matches may refer to, and
+// foreign bytes around. Decoding must restore the stream.
 template <typename Finder, typename Find>
 PngTokens TokensOf(const Block& stream, std::size_t strip_index, std::uint8_t around, const Find& find)
 {
@@ -121,7 +121,7 @@ bool IsSame(const PngTokens& one, const PngTokens& other)
 
 }  // namespace
 
-TEST(PngCopies, StandForTheBytesWhateverTheStripsAndTheValues)
+TEST(PngMatches, DecodeToStreamForAnyStripsAndValues)
 {
     for (const unsigned values : {2U, 10U, 16U, 40U, 256U})
         for (const std::size_t strip : {1U, 3U, 9U, 1000U, 40000U, 131072U}) {
@@ -133,7 +133,7 @@ TEST(PngCopies, StandForTheBytesWhateverTheStripsAndTheValues)
         }
 }
 
-TEST(PngCopies, AreFoundAcrossStrips)
+TEST(PngMatches, AreFoundAcrossStrips)
 {
     const Block word = Drawing(3000, 5, 256);
     Block stream;
@@ -144,7 +144,7 @@ TEST(PngCopies, AreFoundAcrossStrips)
     EXPECT_LT(LiteralsOf(ThoroughTokens(stream, 3000)), 3200U);
 }
 
-TEST(PngCopies, AreTheSameWhateverLiesAroundTheStream)
+TEST(PngMatches, DoNotDependOnBytesAroundStream)
 {
     const Block stream = Drawing(200000, 3, 30);
 
@@ -153,14 +153,14 @@ TEST(PngCopies, AreTheSameWhateverLiesAroundTheStream)
     EXPECT_TRUE(IsSame(ThoroughTokens(stream, 50000, 0), ThoroughTokens(stream, 50000, 17)));
 }
 
-TEST(PngCopies, LeaveFewerLiteralsWhenLookedForThoroughly)
+TEST(PngMatches, LeaveFewerLiteralsAfterThoroughSearch)
 {
     const Block stream = Drawing(300000, 9, 200);
 
     EXPECT_LT(LiteralsOf(ThoroughTokens(stream, 100000)), LiteralsOf(QuickTokens(stream, 100000, true)));
 }
 
-TEST(PngCopies, OfASampleDoNotTellOfWhatLiesBeforeIt)
+TEST(PngMatches, AreUnaffectedByEarlierSample)
 {
     const Block stream = Drawing(60000, 4, 100);
     Block buffer(PngQuickCopies::kFrontSlack, 0);

@@ -1,4 +1,4 @@
-// Device-independent bitmaps from hand-made bytes: headers, palettes, masks, runs.
+// Tests of device-independent bitmaps from hand-made bytes: headers, palettes, masks, RLE.
 #include "src/platform/image/dib/dib.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ using Levels = std::vector<int>;
 
 static constexpr std::uint32_t kTopDown2 = static_cast<std::uint32_t>(-2);
 
-// A header of 40 bytes with 72 dots an inch, and what may differ.
+// A 40-byte header with 72 dpi and the given fields.
 static ByteMaker InfoHeader(std::uint32_t width, std::uint32_t height, std::uint32_t bits,
                             std::uint32_t compression = 0, std::uint32_t colours = 0)
 {
@@ -18,7 +18,7 @@ static ByteMaker InfoHeader(std::uint32_t width, std::uint32_t height, std::uint
     return maker;
 }
 
-// The 108 bytes of version 4, with masks in the order red, green, blue, alpha.
+// A 108-byte V4 header with masks in the order red, green, blue, alpha.
 static ByteMaker Version4Header(std::uint32_t width, std::uint32_t height, std::uint32_t bits,
                                 std::uint32_t compression, std::initializer_list<std::uint32_t> masks)
 {
@@ -33,7 +33,7 @@ static Levels LevelsOf(const ImageBuffer& image)
     return {image.bytes.begin(), image.bytes.end()};
 }
 
-// Decodes a bitmap in one piece that must be good.
+// Decodes a valid bitmap in one piece.
 static ImageBuffer Good(const ByteMaker& maker)
 {
     ImageBuffer image;
@@ -50,7 +50,7 @@ static bool Refused(const ByteMaker& maker)
     return !decoded;
 }
 
-TEST(DibRaw, TwentyFourBitRowsComeFromBelowAndArePaddedToFourBytes)
+TEST(DibRaw, ReadsPaddedBottomUpRows)
 {
     const auto image = Good(InfoHeader(1, 2, 24).U8({1, 2, 3, 0}).U8({4, 5, 6, 0}));
 
@@ -62,19 +62,19 @@ TEST(DibRaw, TwentyFourBitRowsComeFromBelowAndArePaddedToFourBytes)
     EXPECT_NEAR(image.dots_per_inch_y, 72.0, 0.01);
 }
 
-TEST(DibRaw, ANegativeHeightMeansThatTheFirstRowIsTheTop)
+TEST(DibRaw, ReadsTopDownRowsForNegativeHeight)
 {
     EXPECT_EQ(LevelsOf(Good(InfoHeader(1, kTopDown2, 24).U8({1, 2, 3, 0, 4, 5, 6, 0}))),
               (Levels{1, 2, 3, 4, 5, 6}));
 }
 
-TEST(DibRaw, TheFillingOfTheLastRowMayBeMissingButNoPixel)
+TEST(DibRaw, ToleratesMissingPaddingButNotMissingPixels)
 {
     EXPECT_EQ(LevelsOf(Good(InfoHeader(1, 2, 24).U8({1, 2, 3, 0, 4, 5, 6}))), (Levels{4, 5, 6, 1, 2, 3}));
     EXPECT_TRUE(Refused(InfoHeader(1, 2, 24).U8({1, 2, 3, 0, 4, 5})));
 }
 
-TEST(DibRaw, APaletteOfGreysGivesOneChannel)
+TEST(DibRaw, ReturnsOneChannelForGreyPalette)
 {
     const auto image = Good(InfoHeader(3, 1, 8, 0, 2).U8({10, 10, 10, 0, 200, 200, 200, 0}).U8({0, 1, 2, 0}));
 
@@ -82,13 +82,13 @@ TEST(DibRaw, APaletteOfGreysGivesOneChannel)
     EXPECT_EQ(LevelsOf(image), (Levels{10, 200, 0})) << "an index beyond the palette is black";
 }
 
-TEST(DibRaw, APaletteWithAColourGivesThree)
+TEST(DibRaw, ReturnsThreeChannelsForColourPalette)
 {
     EXPECT_EQ(LevelsOf(Good(InfoHeader(2, 1, 8, 0, 2).U8({10, 20, 30, 0, 40, 50, 60, 0}).U8({1, 0, 0, 0}))),
               (Levels{40, 50, 60, 10, 20, 30}));
 }
 
-TEST(DibRaw, SmallIndexesBeginAtTheHighBit)
+TEST(DibRaw, StartsSmallIndexesAtHighBit)
 {
     ByteMaker one =
         InfoHeader(10, 1, 1).U8({0, 0, 0, 0, 255, 255, 255, 0}).U8({0b10110000, 0b01000000, 0, 0});
@@ -104,13 +104,13 @@ TEST(DibRaw, SmallIndexesBeginAtTheHighBit)
     EXPECT_EQ(LevelsOf(Good(four)), (Levels{10, 0, 0, 5, 0, 0, 15, 0, 0}));
 }
 
-TEST(DibRaw, OneBitOfTwoColoursIsNoGrey)
+TEST(DibRaw, KeepsTwoColoursOfOneBitPixels)
 {
     EXPECT_EQ(LevelsOf(Good(InfoHeader(2, 1, 1).U8({255, 0, 0, 0, 0, 0, 255, 0}).U8({0x40, 0, 0, 0}))),
               (Levels{255, 0, 0, 0, 0, 255}));
 }
 
-TEST(DibRaw, WithoutAnyPaletteTheIndexesAreLevels)
+TEST(DibRaw, UsesIndexesAsLevelsWithoutPalette)
 {
     const auto maker = InfoHeader(3, 1, 4);
     ImageBuffer image;
@@ -120,7 +120,7 @@ TEST(DibRaw, WithoutAnyPaletteTheIndexesAreLevels)
     EXPECT_EQ(LevelsOf(image), (Levels{0, 255, 136}));
 }
 
-TEST(DibRaw, SixteenBitsAreFiveFiveFiveUnlessMasksSayOtherwise)
+TEST(DibRaw, ReadsSixteenBitsAs555UnlessMasksDiffer)
 {
     ByteMaker masks = InfoHeader(2, 1, 16, 3);
     masks.U32Le({0xF800, 0x07E0, 0x001F}).U16Le({0xF800, 0x07E0});
@@ -129,16 +129,16 @@ TEST(DibRaw, SixteenBitsAreFiveFiveFiveUnlessMasksSayOtherwise)
     EXPECT_EQ(LevelsOf(Good(masks)), (Levels{0, 0, 255, 0, 255, 0}));
 }
 
-TEST(DibRaw, MasksOfAnyWidthAndPlaceAreScaledToEightBitsWithRounding)
+TEST(DibRaw, ScalesAnyMaskToEightBitsWithRounding)
 {
-    // Red has 1 bit, green 10 and blue none.
+    // Masks: red 1 bit, green 10 bits, blue none.
     ByteMaker maker = InfoHeader(3, 1, 32, 3);
     maker.U32Le({0x80000000, 0x3FF, 0}).U32Le({0x80000000, 0x3FF, 0x201});
 
     EXPECT_EQ(LevelsOf(Good(maker)), (Levels{0, 0, 255, 0, 255, 0, 0, 128, 0}));
 }
 
-TEST(DibRaw, AMaskWithGapsOrAllBitsDoesNoHarm)
+TEST(DibRaw, ToleratesMasksWithGapsOrAllBits)
 {
     ByteMaker maker = InfoHeader(1, 1, 32, 3);
     maker.U32Le({0xFFFFFFFF, 0x80000001, 0xFF}).U32Le({0xFFFFFFFF});
@@ -146,7 +146,7 @@ TEST(DibRaw, AMaskWithGapsOrAllBitsDoesNoHarm)
     EXPECT_EQ(LevelsOf(Good(maker)), (Levels{255, 255, 255}));
 }
 
-TEST(DibRaw, ThePlainThirtyTwoBitsAreOpaque)
+TEST(DibRaw, TreatsPlainThirtyTwoBitsAsOpaque)
 {
     const auto image =
         Good(InfoHeader(5, 1, 32).U32Le({0x10203, 0x04050607, 0x08090A0B, 0xC0D0E0F, 0x112233}));
@@ -155,7 +155,7 @@ TEST(DibRaw, ThePlainThirtyTwoBitsAreOpaque)
     EXPECT_EQ(LevelsOf(image), (Levels{3, 2, 1, 7, 6, 5, 11, 10, 9, 15, 14, 13, 0x33, 0x22, 0x11}));
 }
 
-TEST(DibAlpha, CountsWhenAHeaderNamesItsMask)
+TEST(DibAlpha, IsUsedIfHeaderHasItsMask)
 {
     const auto v4 = Good(
         Version4Header(2, 1, 32, 3, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}).U32Le({0x80102030, 0x00FFFFFF}));
@@ -166,13 +166,13 @@ TEST(DibAlpha, CountsWhenAHeaderNamesItsMask)
     EXPECT_EQ(LevelsOf(Good(behind)), (Levels{0, 17, 255, 136}));
 }
 
-TEST(DibAlpha, CountsInAPlainBitmapWhoseLongHeaderNamesIt)
+TEST(DibAlpha, IsUsedInPlainBitmapWithMaskInLongHeader)
 {
     EXPECT_EQ(Good(Version4Header(1, 1, 32, 0, {0, 0, 0, 0xFF000000}).U32Le({0x80102030})).channels, 4);
     EXPECT_EQ(Good(Version4Header(1, 1, 32, 0, {0, 0, 0, 0}).U32Le({0x80102030})).channels, 3);
 }
 
-TEST(DibAlpha, ThatIsNowhereSetMeansAnOpaquePicture)
+TEST(DibAlpha, IsIgnoredIfZeroEverywhere)
 {
     const auto image = Good(
         Version4Header(2, 1, 32, 3, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}).U32Le({0x00102030, 0x00405060}));
@@ -180,7 +180,7 @@ TEST(DibAlpha, ThatIsNowhereSetMeansAnOpaquePicture)
     EXPECT_EQ(LevelsOf(image), (Levels{0x30, 0x20, 0x10, 0x60, 0x50, 0x40}));
 }
 
-TEST(DibHeaders, TheShortOneOfOs2HasPaletteEntriesOfThreeBytes)
+TEST(DibHeaders, ReadThreeBytePaletteOfOs2Version1)
 {
     ByteMaker maker;
     maker.U32Le({12}).U16Le({2, 1, 1, 1}).U8({1, 2, 3, 4, 5, 6}).U8({0x40, 0, 0, 0});
@@ -188,7 +188,7 @@ TEST(DibHeaders, TheShortOneOfOs2HasPaletteEntriesOfThreeBytes)
     EXPECT_EQ(LevelsOf(Good(maker)), (Levels{1, 2, 3, 4, 5, 6}));
 }
 
-TEST(DibHeaders, TheLongOneOfOs2MayLeaveOffItsEnd)
+TEST(DibHeaders, AcceptTruncatedOs2Version2)
 {
     ByteMaker mk16;
     mk16.U32Le({16, 1, 1}).U16Le({1, 24}).U8({7, 8, 9, 0});
@@ -199,7 +199,7 @@ TEST(DibHeaders, TheLongOneOfOs2MayLeaveOffItsEnd)
     EXPECT_EQ(LevelsOf(Good(mk64)), (Levels{7, 8, 9}));
 }
 
-TEST(DibHeaders, Version5TellsWhereItsProfileLies)
+TEST(DibHeaders, LocateProfileInVersion5)
 {
     ByteMaker maker;
     maker.U32Le({124, 1, 1}).U16Le({1, 24}).U32Le({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x4D424544}).Zeros(48);
@@ -213,7 +213,7 @@ TEST(DibHeaders, Version5TellsWhereItsProfileLies)
     EXPECT_EQ(header.profile_size, 500u);
 }
 
-TEST(DibHeaders, ThatNoProgramWritesAreRefused)
+TEST(DibHeaders, AreRefusedIfNoProgramWritesThem)
 {
     EXPECT_TRUE(Refused(InfoHeader(0, 1, 24).Zeros(64))) << "no width";
     EXPECT_TRUE(Refused(InfoHeader(1, 0, 24).Zeros(64))) << "no height";
@@ -231,7 +231,7 @@ TEST(DibHeaders, ThatNoProgramWritesAreRefused)
     EXPECT_TRUE(Refused(ByteMaker()));
 }
 
-TEST(DibLimits, ASizeThatTheBytesCannotHoldIsRefused)
+TEST(DibLimits, RefuseSizesLargerThanData)
 {
     EXPECT_TRUE(Refused(InfoHeader(60000, 8000, 24).Zeros(64)));
     EXPECT_TRUE(Refused(InfoHeader(65501, 1, 8, 0, 1).Zeros(70000)));
@@ -255,7 +255,7 @@ static ByteMaker Rle4(std::uint32_t width, std::uint32_t height)
     return maker;
 }
 
-TEST(DibRuns, RunsAndLiteralsFillTheRowsFromBelow)
+TEST(DibRuns, FillRowsFromBottom)
 {
     EXPECT_EQ(LevelsOf(Good(Rle8(5, 2).U8({2, 7, 0, 3, 1, 2, 3, 0, 0, 0, 5, 9, 0, 1}))),
               (Levels{9, 9, 9, 9, 9, 7, 7, 1, 2, 3}));
@@ -265,7 +265,7 @@ TEST(DibRuns, RunsAndLiteralsFillTheRowsFromBelow)
         << "literals end on an even count of bytes";
 }
 
-TEST(DibRuns, ADeltaLeavesWhatItPassesOverAtIndex0)
+TEST(DibRuns, LeaveIndexZeroWhereDeltaSkips)
 {
     EXPECT_EQ(LevelsOf(Good(Rle8(3, 3).U8({1, 4, 0, 2, 1, 1, 1, 6, 0, 0, 1, 8, 0, 1}))),
               (Levels{8, 0, 0, 0, 0, 6, 4, 0, 0}));
@@ -273,19 +273,19 @@ TEST(DibRuns, ADeltaLeavesWhatItPassesOverAtIndex0)
               (Levels{0, 6, 0, 0, 0, 0, 4, 0}));
 }
 
-TEST(DibRuns, RowsAndPicturesMayEndEarly)
+TEST(DibRuns, MayEndRowsAndPicturesEarly)
 {
     EXPECT_EQ(LevelsOf(Good(Rle8(2, 3).U8({1, 4, 0, 0, 1, 5, 0, 1}))), (Levels{0, 0, 5, 0, 4, 0}));
 }
 
-TEST(DibRuns, ThatGoBeyondTheEdgesAreCut)
+TEST(DibRuns, AreClippedAtEdges)
 {
     EXPECT_EQ(LevelsOf(Good(Rle8(2, 2).U8({255, 3, 0, 0, 0, 200}).Zeros(200).U8({0, 0, 9, 9, 0, 0, 9, 9}))),
               (Levels{0, 0, 3, 3}));
     EXPECT_EQ(LevelsOf(Good(Rle8(2, 2).U8({1, 3, 0, 2, 255, 255, 1, 4, 0, 1}))), (Levels{0, 0, 3, 0}));
 }
 
-TEST(DibRuns, ThatStopBeforeTheRowsAreDoneAreRefused)
+TEST(DibRuns, AreRefusedIfRowsAreIncomplete)
 {
     EXPECT_TRUE(Refused(Rle8(2, 2).U8({2, 3, 0, 0, 1, 4})));
     EXPECT_TRUE(Refused(Rle8(2, 2).U8({2, 3, 0, 0, 2})));
@@ -295,7 +295,7 @@ TEST(DibRuns, ThatStopBeforeTheRowsAreDoneAreRefused)
     EXPECT_FALSE(Refused(Rle8(2, 2).U8({2, 3, 0, 0, 2, 4, 0, 0})));
 }
 
-TEST(DibRuns, OfTwentyFourBitsAreRead)
+TEST(DibRuns, AreReadWithTwentyFourBits)
 {
     ByteMaker maker;
     maker.U32Le({64, 3, 1}).U16Le({1, 24}).U32Le({4, 0, 0, 0, 0, 0}).Zeros(24);
@@ -303,9 +303,9 @@ TEST(DibRuns, OfTwentyFourBitsAreRead)
     EXPECT_EQ(LevelsOf(Good(maker.U8({2, 1, 2, 3, 1, 4, 5, 6, 0, 1}))), (Levels{1, 2, 3, 1, 2, 3, 4, 5, 6}));
 }
 
-TEST(DibRuns, EndWhateverTheBytesAre)
+TEST(DibRuns, TerminateForAnyBytes)
 {
-    // A small generator, so that a failure comes again.
+    // A small generator makes failures reproducible.
     std::uint32_t state = 1;
     const auto next = [&state] {
         return state = state * 1664525 + 1013904223, static_cast<int>(state >> 24);

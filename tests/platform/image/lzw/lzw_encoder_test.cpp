@@ -1,4 +1,4 @@
-// Tests of the compression of GIF pictures: what it writes is read by giflib.
+// Tests of LZW compression for GIF; giflib decodes the output.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -14,14 +14,14 @@ using Block = std::vector<std::uint8_t>;
 
 Block Compressed(const Block& indexes, unsigned bits)
 {
-    static const TestFolder kFolder;  // one for the thousands of calls
+    static const TestFolder kFolder;  // shared by thousands of calls
     OutputFile out(kFolder.Path("out"));
     EXPECT_TRUE(WriteLzw(indexes, bits, out));
     EXPECT_TRUE(out.Commit());
     return FileContent(kFolder.Path("out"));
 }
 
-// The indexes as they come back from a file around the compressed data; empty if it can't be read.
+// Decodes compressed data by wrapping it in a file; empty if it is invalid.
 Block Back(const Block& data, std::size_t count)
 {
     const std::uint32_t width = count > 60000 ? 1000 : static_cast<std::uint32_t>(count);
@@ -55,13 +55,13 @@ Block Noise(std::size_t count, unsigned bits)
 }
 }  // namespace
 
-TEST(LzwEncoder, WritesTheCodesOfTheKnownExample)
+TEST(LzwEncoder, WritesCodesOfKnownExample)
 {
-    // Three equal indexes of two bits: clear 4, the index, the string of two (6), end 5; codes of 3 bits.
+    // Three equal 2-bit indexes in 3-bit codes: clear 4, the index, the pair (6), end 5.
     EXPECT_EQ(Compressed({1, 1, 1}, 2), (Block{2, 2, 0x8C, 0x0B, 0}));
 }
 
-TEST(LzwEncoder, ComesBackForNoiseOfEveryWidthThroughManyClearings)
+TEST(LzwEncoder, RoundTripsNoiseOfEveryWidthAcrossClears)
 {
     for (unsigned bits = 1; bits <= 8; ++bits) {
         const Block indexes = Noise(200000, bits);
@@ -69,9 +69,9 @@ TEST(LzwEncoder, ComesBackForNoiseOfEveryWidthThroughManyClearings)
     }
 }
 
-TEST(LzwEncoder, ComesBackForEveryLengthAroundTheChangesOfWidth)
+TEST(LzwEncoder, RoundTripsLengthsAroundCodeWidthChanges)
 {
-    // In noise nearly each index is a code of its own, so the table is full or wider after about as many.
+    // In noise nearly every index is a code, so after about as many the table is full or codes get wider.
     for (const auto& [first, last] : {std::pair{1, 12}, {245, 275}, {755, 795}, {1770, 1840}, {3800, 3990}})
         for (int count = first; count <= last; ++count) {
             const Block indexes = Noise(static_cast<std::size_t>(count), 8);
@@ -83,7 +83,7 @@ TEST(LzwEncoder, ComesBackForEveryLengthAroundTheChangesOfWidth)
     }
 }
 
-TEST(LzwEncoder, PacksAPlainPictureIntoNearlyNothing)
+TEST(LzwEncoder, PacksPlainPictureIntoFewBytes)
 {
     const Block indexes(1000000, 3);
     const Block data = Compressed(indexes, 8);

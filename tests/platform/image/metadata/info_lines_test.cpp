@@ -1,4 +1,4 @@
-// Tests of the texts of a save as lines.
+// Tests of formatting the texts of a save as lines.
 #include "src/platform/image/metadata/info_lines.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@ TEST(InfoLines, AreEmptyWithoutTexts)
     EXPECT_EQ(InfoLines({}), "");
 }
 
-TEST(InfoLines, NameEachTextThatIsThere)
+TEST(InfoLines, NameEachText)
 {
     ImageInfoTexts texts;
     texts.sDescription = "A river\nin spring";

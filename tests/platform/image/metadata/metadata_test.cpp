@@ -1,4 +1,4 @@
-// Tests of the metadata that travels from a load to a save.
+// Tests of carrying metadata from load to save.
 #include "src/platform/image/metadata/metadata.h"
 
 #include <gtest/gtest.h>
@@ -30,8 +30,7 @@ Block Number(std::uint32_t value, std::size_t size, bool big_endian)
     return bytes;
 }
 
-// A camera's block: first directory, EXIF directory with a maker note, second directory, thumbnail at the
-// end.
+// An EXIF block like a camera's: IFD0, EXIF IFD with a maker note, IFD1, thumbnail at the end.
 struct CameraExif {
     bool big_endian = false;
     std::uint16_t orientation = 6;
@@ -54,7 +53,7 @@ struct CameraExif {
         return {tag, 2, static_cast<std::uint32_t>(value.size()), value};
     }
 
-    // Appends a directory and its values; returns where the offset of the next directory has to be written.
+    // Appends a directory and its values; returns the position of the next directory's offset.
     std::size_t Append(Block& block, const std::vector<TagValue>& tags)
     {
         const std::size_t start = block.size();
@@ -110,7 +109,7 @@ std::uint32_t FirstDirectoryNumber(const Block& exif, std::uint16_t tag)
     return entry ? reader.Number(*entry).value_or(0) : 0;
 }
 
-// What Pillow finds in the first directory, as "tag=value;" in the order of the tags.
+// The tags that Pillow reads from IFD0, as "tag=value;" in tag order.
 std::string AsPillowReadsIt(const Block& exif)
 {
     const TestFolder folder;
@@ -144,7 +143,7 @@ TEST(ExifForSave, IsEmptyWithoutSourceAndTexts)
     EXPECT_TRUE(ExifForSave(Pattern(4, 4, 3), {}).empty());
 }
 
-TEST(ExifForSave, HoldsTheSevenTextsWhereReadersLookForThem)
+TEST(ExifForSave, StoresSevenTextsWhereReadersExpectThem)
 {
     const Block exif = ExifForSave(Pattern(4, 4, 3), AllTexts());
 
@@ -153,7 +152,7 @@ TEST(ExifForSave, HoldsTheSevenTextsWhereReadersLookForThem)
               "013B=Ann Author;8298=(c) Ann;");
 }
 
-TEST(ExifForSave, KeepsTheSourcesTagsAndLetsTextsWin)
+TEST(ExifForSave, KeepsTagsOfSourceButPrefersTexts)
 {
     for (const bool big_endian : {false, true}) {
         CameraExif camera{.big_endian = big_endian};
@@ -173,7 +172,7 @@ TEST(ExifForSave, KeepsTheSourcesTagsAndLetsTextsWin)
     }
 }
 
-TEST(ExifForSave, LeavesTheMakerNoteWhereItsInnerOffsetsExpectIt)
+TEST(ExifForSave, KeepsOffsetOfMakerNote)
 {
     CameraExif camera;
     ImageBuffer image = Pattern(64, 48, 3);
@@ -186,7 +185,7 @@ TEST(ExifForSave, LeavesTheMakerNoteWhereItsInnerOffsetsExpectIt)
     EXPECT_EQ(note, Block(100, 0x5A));
 }
 
-TEST(ExifForSave, DropsTheThumbnailAndItsDirectory)
+TEST(ExifForSave, DropsThumbnailAndItsDirectory)
 {
     CameraExif camera;
     ImageBuffer image = Pattern(64, 48, 3);
@@ -199,7 +198,7 @@ TEST(ExifForSave, DropsTheThumbnailAndItsDirectory)
     EXPECT_EQ(IfdReader(exif).NextDirectory(IfdReader(exif).FirstDirectory()), 0u);
 }
 
-TEST(ExifForSave, GrowsNoFurtherWhenTheSameTextsAreSavedAgain)
+TEST(ExifForSave, DoesNotGrowWhenSavedAgain)
 {
     CameraExif camera;
     ImageBuffer image = Pattern(64, 48, 3);
@@ -210,7 +209,7 @@ TEST(ExifForSave, GrowsNoFurtherWhenTheSameTextsAreSavedAgain)
     EXPECT_EQ(ExifForSave(image, AllTexts()), once);
 }
 
-TEST(ExifForSave, LeavesOutWhatTellsHowAFileStoredItsPixels)
+TEST(ExifForSave, DropsTagsThatDescribePixelStorage)
 {
     CameraExif camera;
     Block block = {'I', 'I', 42, 0, 8, 0, 0, 0};
@@ -222,7 +221,7 @@ TEST(ExifForSave, LeavesOutWhatTellsHowAFileStoredItsPixels)
     EXPECT_EQ(AsPillowReadsIt(ExifForSave(image, {})), "010F=M;");
 }
 
-TEST(ExifForSave, TakesABlockThatIsNoneForNone)
+TEST(ExifForSave, IgnoresInvalidBlock)
 {
     ImageBuffer image = Pattern(4, 4, 3);
     image.metadata.exif = {'X', 'X', 1, 2, 3, 4, 5, 6, 7, 8};
@@ -230,13 +229,13 @@ TEST(ExifForSave, TakesABlockThatIsNoneForNone)
     EXPECT_EQ(AsPillowReadsIt(ExifForSave(image, TitleOnly("T"))), "010D=T;");
 }
 
-TEST(ExifForSave, EndsATextAtItsFirstZero)
+TEST(ExifForSave, EndsTextAtFirstNul)
 {
     const Block exif = ExifForSave(Pattern(4, 4, 3), TitleOnly(std::string("abcdef\0ghi", 10)));
     EXPECT_EQ(AsPillowReadsIt(exif), "010D=abcdef;");
 }
 
-TEST(FinishLoaded, TurnsThePictureAndSetsTheOrientationToOne)
+TEST(FinishLoaded, RotatesPictureAndResetsOrientation)
 {
     CameraExif camera;
     ImageBuffer image = Pattern(40, 30, 3);
@@ -257,7 +256,7 @@ TEST(FinishLoaded, TurnsThePictureAndSetsTheOrientationToOne)
     EXPECT_EQ(std::count(image.metadata.exif.begin(), image.metadata.exif.end(), 0xAB), 0);
 }
 
-TEST(FinishLoaded, SurvivesEveryBlockThatIsCutOrChanged)
+TEST(FinishLoaded, SurvivesTruncatedAndCorruptBlocks)
 {
     CameraExif camera{.thumbnail = Block(20, 0xAB)};
     const Block good = camera.Made();
@@ -287,7 +286,7 @@ TEST(FinishLoaded, SurvivesEveryBlockThatIsCutOrChanged)
     }
 }
 
-TEST(ExifResolution, IsReadInInchesAndCentimetresAndOnlyThere)
+TEST(ExifResolution, IsReadInInchesAndCentimetresOnly)
 {
     CameraExif camera;
     Block exif = camera.Made();
@@ -302,7 +301,7 @@ TEST(ExifResolution, IsReadInInchesAndCentimetresAndOnlyThere)
     EXPECT_EQ(ReadExifResolution({}).dots_per_inch_x, 0);
 }
 
-TEST(ExifDate, TurnsDatesIntoExifFormAndLeavesOtherTexts)
+TEST(ExifDate, NormalisesDatesAndKeepsOtherTexts)
 {
     EXPECT_EQ(ExifDate("7/4/2021"), "2021:07:04 00:00:00");
     EXPECT_EQ(ExifDate("12/31/1999 11:59:58 PM"), "1999:12:31 23:59:58");

@@ -1,11 +1,11 @@
-// Tests of turning pictures upright.
+// Tests of applying the EXIF orientation.
 #include "src/platform/image/pixels/orientation.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/platform/image/support/image_tools.h"
 
-// What each orientation means, pixel by pixel: the source place of target pixel (x, y) of a W by H source.
+// Reference: the source position of target pixel (x, y) for each orientation of a W by H source.
 static ImageBuffer TurnedSlowly(const ImageBuffer& source, int orientation)
 {
     const bool quarter = orientation >= 5;
@@ -28,7 +28,7 @@ static ImageBuffer TurnedSlowly(const ImageBuffer& source, int orientation)
     return result;
 }
 
-TEST(ApplyOrientation, MovesEveryPixelToItsPlaceForAllEightAndAllChannelCounts)
+TEST(ApplyOrientation, MovesEveryPixelForAllOrientationsAndChannels)
 {
     for (const int channels : {1, 3, 4})
         for (int orientation = 1; orientation <= 8; ++orientation)
@@ -41,7 +41,7 @@ TEST(ApplyOrientation, MovesEveryPixelToItsPlaceForAllEightAndAllChannelCounts)
             }
 }
 
-TEST(ApplyOrientation, PutsTheFirstPixelWhereTheNumberSays)
+TEST(ApplyOrientation, PutsFirstPixelWhereOrientationSays)
 {
     ImageBuffer image;
     image.width = 3;
@@ -56,7 +56,7 @@ TEST(ApplyOrientation, PutsTheFirstPixelWhereTheNumberSays)
     EXPECT_EQ(image.bytes, (PixelBytes{4, 1, 5, 2, 6, 3}));
 }
 
-TEST(ApplyOrientation, ExchangesTheResolutionsForQuarterTurnsOnly)
+TEST(ApplyOrientation, SwapsResolutionsForQuarterTurnsOnly)
 {
     ImageBuffer image = Pattern(4, 4, 3);
     image.dots_per_inch_x = 100;
@@ -69,7 +69,7 @@ TEST(ApplyOrientation, ExchangesTheResolutionsForQuarterTurnsOnly)
     EXPECT_EQ(image.dots_per_inch_y, 100);
 }
 
-TEST(ApplyOrientation, LeavesAPictureAloneForANumberThatIsNone)
+TEST(ApplyOrientation, IgnoresInvalidOrientation)
 {
     const ImageBuffer source = Pattern(5, 3, 3);
     for (const int orientation : {-1, 0, 1, 9, 65536}) {

@@ -1,4 +1,4 @@
-// Tests of the small steps on rows of pixels.
+// Tests of operations on rows of pixels.
 #include "src/platform/image/pixels/pixel_rows.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@ std::vector<std::uint8_t> Numbered(std::size_t byte_count)
     return bytes;
 }
 
-// The same by the plain rule.
+// The scalar reference.
 std::vector<std::uint8_t> Swapped(std::vector<std::uint8_t> bytes, std::size_t step)
 {
     for (std::size_t i = 0; i + step <= bytes.size(); i += step)
@@ -23,7 +23,7 @@ std::vector<std::uint8_t> Swapped(std::vector<std::uint8_t> bytes, std::size_t s
 }
 }  // namespace
 
-TEST(SwapRedAndBlue, ExchangesThemInPlaceAndOtherwiseForEveryLength)
+TEST(SwapRedAndBlue, MatchesReferenceForEveryLength)
 {
     for (std::size_t pixels = 0; pixels < 50; ++pixels) {
         const auto three = Numbered(pixels * 3);

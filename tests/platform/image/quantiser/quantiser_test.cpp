@@ -1,4 +1,4 @@
-// Tests of turning pictures into palettes and indexes.
+// Tests of colour quantisation and dithering.
 #include "src/platform/image/quantiser/quantiser.h"
 
 #include <gtest/gtest.h>
@@ -61,7 +61,7 @@ double Psnr(const ImageBuffer& one, const ImageBuffer& other)
     return 10 * std::log10(255 * 255 / (sum / static_cast<double>(one.bytes.size())));
 }
 
-// The mean of channel c over a square of the picture.
+// The mean of channel c over a square.
 double Mean(const ImageBuffer& image, std::int32_t left, std::int32_t top, std::int32_t side, std::int32_t c)
 {
     double sum = 0;
@@ -72,7 +72,7 @@ double Mean(const ImageBuffer& image, std::int32_t left, std::int32_t top, std::
 }
 }  // namespace
 
-TEST(ExactColours, GivesUpAtThe257thColour)
+TEST(ExactColours, GivesUpAtColour257)
 {
     ImageBuffer image = Filled(257, 1, {});
     for (std::size_t i = 0; i < 256; ++i)
@@ -85,7 +85,7 @@ TEST(ExactColours, GivesUpAtThe257thColour)
     EXPECT_FALSE(QuantiseExactly(image));
 }
 
-TEST(ExactColours, CountsTransparencyAsOneColourWhateverLiesBelow)
+TEST(ExactColours, CountsTransparencyAsOneColour)
 {
     ImageBuffer image;
     image.width = 3;
@@ -121,7 +121,7 @@ RC_GTEST_PROP(NearestTable, IsNeverFartherOffThanTheNearestColourOfEachCellsMidd
     }
 }
 
-TEST(FittedPalette, HasTheMeanAndNoMoreColoursThanAsked)
+TEST(FittedPalette, KeepsMeanWithinColourLimit)
 {
     ImageBuffer image = Filled(10, 10, {10, 20, 30});
     Fill(image, 0, 0, 10, 5, {12, 22, 32});
@@ -131,7 +131,7 @@ TEST(FittedPalette, HasTheMeanAndNoMoreColoursThanAsked)
     EXPECT_EQ(FitPalette(Pattern(100, 100, 3), {}, 256).size(), 256u);
 }
 
-TEST(FittedPalette, PutsTheFlatColoursFirstAsTheyAre)
+TEST(FittedPalette, StartsWithFlatColoursUnchanged)
 {
     ImageBuffer image = Pattern(96, 96, 3);
     Fill(image, 0, 0, 48, 48, {3, 3, 201});
@@ -144,7 +144,7 @@ TEST(FittedPalette, PutsTheFlatColoursFirstAsTheyAre)
     EXPECT_LE(palette.size(), 64u);
 }
 
-TEST(FittedPalette, DoesNotCountTransparentPixels)
+TEST(FittedPalette, IgnoresTransparentPixels)
 {
     ImageBuffer image = Pattern(64, 64, 4);
     for (std::size_t i = 0; i < image.bytes.size(); i += 4) {
@@ -164,7 +164,7 @@ TEST(FlatColours, AreThoseOfPlainBlocksByFrequency)
     ImageBuffer image = Pattern(200, 200, 3);
     Fill(image, 0, 0, 80, 80, {240, 240, 240});
     Fill(image, 80, 0, 80, 160, {242, 242, 242});
-    Fill(image, 3, 180, 8, 8, {1, 1, 1});  // on no boundary of blocks
+    Fill(image, 3, 180, 8, 8, {1, 1, 1});  // not aligned to blocks
 
     const auto flats = FindFlatColours(image);
 
@@ -177,9 +177,9 @@ TEST(FlatColours, AreThoseOfPlainBlocksByFrequency)
     EXPECT_TRUE(FindFlatColours(Filled(7, 7, {})).empty());
 }
 
-TEST(Quantiser, LeavesPlainAreasWithoutASpeckle)
+TEST(Quantiser, LeavesPlainAreasFreeOfSpeckles)
 {
-    // Two greys that lie in one cell of any coarse table, beside a slope that needs all the other colours.
+    // Two greys in the same cell of any coarse table, beside a gradient that needs all other colours.
     ImageBuffer image = Pattern(256, 256, 3);
     Fill(image, 0, 128, 128, 128, {240, 240, 240});
     Fill(image, 128, 128, 128, 128, {242, 242, 242});
@@ -193,7 +193,7 @@ TEST(Quantiser, LeavesPlainAreasWithoutASpeckle)
         }
 }
 
-TEST(Quantiser, KeepsTheMeanOfEveryRegionByDithering)
+TEST(Quantiser, KeepsMeanOfEveryRegionByDithering)
 {
     const ImageBuffer image = Pattern(256, 192, 3);
 
@@ -205,7 +205,7 @@ TEST(Quantiser, KeepsTheMeanOfEveryRegionByDithering)
                 EXPECT_NEAR(Mean(result, x, y, 16, c), Mean(image, x, y, 16, c), 4) << x << "," << y;
 }
 
-TEST(Quantiser, ComesCloserThanTheBestDitheringOfOtherPrograms)
+TEST(Quantiser, HasSmallerErrorThanDitheringOfOtherPrograms)
 {
     const ImageBuffer image = Pattern(320, 240, 3);
     const TestFolder folder;
@@ -221,10 +221,9 @@ TEST(Quantiser, ComesCloserThanTheBestDitheringOfOtherPrograms)
     }
 }
 
-TEST(Dithering, LeavesNoSeamBetweenItsBands)
+TEST(Dithering, LeavesNoSeamsBetweenBands)
 {
-    // A flat tone between two greys: every row is to be as light as every other, those at the bands' edges
-    // too.
+    // A flat tone between two greys: all rows must be equally light, including those at band edges.
     const ImageBuffer image = Filled(512, 403, {101, 101, 101});
     const std::vector<PaletteColour> greys = {{96, 96, 96}, {112, 112, 112}};
 
@@ -238,7 +237,7 @@ TEST(Dithering, LeavesNoSeamBetweenItsBands)
     }
 }
 
-TEST(Dithering, TakesPicturesOfAnySize)
+TEST(Dithering, WorksForAnyPictureSize)
 {
     for (std::int32_t height = 1; height < 12; ++height)
         for (const std::int32_t width : {1, 2, 33}) {
@@ -248,7 +247,7 @@ TEST(Dithering, TakesPicturesOfAnySize)
         }
 }
 
-TEST(Dithering, PassesNoErrorIntoTransparentPixelsNorOutOfThem)
+TEST(Dithering, PassesNoErrorThroughTransparentPixels)
 {
     ImageBuffer image;
     image.width = 40;

@@ -1,4 +1,4 @@
-// The table of the operations.
+// The table of operations.
 #include "tests/platform/image/support/all_operations.h"
 
 #include "src/platform/image/transforms/kernel_image_transform.h"

@@ -1,4 +1,4 @@
-// Every operation on a picture, for tests of what they all promise.
+// All operations on pictures, for tests of common guarantees.
 // Room: tests.
 #pragma once
 
@@ -9,9 +9,9 @@
 
 #include "src/platform/image_transform.h"
 
-/// The numbers that operations are called with: each takes those of its arguments' types.
+/// The arguments for operations: each takes those that match its parameter types.
 struct Arguments {
-    double number = 0;  ///< for every double but the second of two, which gets other
+    double number = 0;  ///< for each double, except the second of two, which gets other
     double other = 0;
     std::int32_t whole_number = 0;
     std::int32_t other_whole = 0;
@@ -24,8 +24,8 @@ struct NamedOperation {
     std::function<bool(ImageTransform&)> apply;
 };
 
-/// All of them, each once.
+/// All operations, each once.
 std::vector<NamedOperation> AllOperations(const Arguments& arguments);
 
-/// Applies one to the picture, by the kernels.
+/// Applies one operation to the picture with the kernels.
 bool ApplyOperation(const NamedOperation& named_operation, ImageBuffer& image);

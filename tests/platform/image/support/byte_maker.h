@@ -1,4 +1,4 @@
-// Builds the bytes of files that no program writes.
+// Builds byte sequences that no program writes.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-/// Appends numbers and texts; every call gives the maker back, so that a header reads as one line.
+/// Appends numbers and texts. Calls return *this, so that a header fits one line.
 class ByteMaker
 {
 public:

@@ -1,4 +1,4 @@
-// The program's operator new, which counts down to its failure.
+// Replaces operator new to make a chosen allocation fail.
 #include "tests/platform/image/support/failing_memory.h"
 
 #include <atomic>
@@ -6,7 +6,7 @@
 #include <new>
 
 static constexpr long kNever = -1;
-// How many allocations go well before one fails; below 0 none does.
+// Allocations that succeed before one fails; negative for no failure.
 static std::atomic<long> left{kNever};
 
 FailingMemory::FailingMemory(std::size_t before)
@@ -24,7 +24,7 @@ bool FailingMemory::HasFailed()
     return left < 0;
 }
 
-// Nothing when it is time to fail.
+// Null when it is time to fail.
 static void* Allocate(std::size_t bytes, std::size_t alignment)
 {
     if (left >= 0 && left-- == 0)

@@ -1,11 +1,11 @@
-// Lets the test program run out of memory at a chosen moment.
+// Simulates running out of memory at a chosen allocation.
 // Room: tests.
 #pragma once
 
 #include <cstddef>
 
-/// While it lives, one allocation by operator new throws std::bad_alloc: the one before which before went
-/// well since it was made, on any thread. One lives at a time.
+/// During its lifetime, after `before` successful allocations on any thread, one operator new throws
+/// std::bad_alloc. Only one instance may exist at a time.
 class FailingMemory
 {
 public:
@@ -14,6 +14,6 @@ public:
     FailingMemory(const FailingMemory&) = delete;
     FailingMemory& operator=(const FailingMemory&) = delete;
 
-    /// True when so many allocations were made that one failed.
+    /// True if the failing allocation was reached.
     static bool HasFailed();
 };

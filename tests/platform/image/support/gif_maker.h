@@ -1,4 +1,4 @@
-// Builds GIF files block by block, for what no program writes.
+// Builds GIF files block by block, including invalid ones.
 #pragma once
 
 #include <algorithm>
@@ -11,8 +11,8 @@
 
 using GifColours = std::vector<std::array<int, 3>>;  ///< R, G, B; 2, 4, 8 ... of them
 
-/// Pictures are written in codes of 3 bits without a single string, so that a reader's table plays no part:
-/// indexes are 0 to 3.
+/// Pictures are written as plain 3-bit codes without strings, so the reader's table doesn't matter. Indexes
+/// are 0 to 3.
 class GifMaker
 {
 public:
@@ -22,7 +22,7 @@ public:
         bytes_.U8({colours.empty() ? 0 : 0x80 | TableSize(colours), background, 0});
         Table(colours);
     }
-    /// disposal 0 to 7; transparent -1 for none.
+    /// disposal is 0 to 7; transparent is -1 for none.
     GifMaker& Control(int disposal, int transparent = -1)
     {
         bytes_.U8({0x21, 0xF9, 4, disposal << 2 | (transparent >= 0 ? 1 : 0), 10, 0,
@@ -62,7 +62,7 @@ public:
         };
         for (std::size_t i = 0; i < indexes.size(); ++i) {
             if (i % 2 == 0)
-                put_code(4);  // clear, before the reader's table grows past 3 bits
+                put_code(4);  // clear before the reader's codes exceed 3 bits
             put_code(static_cast<unsigned>(indexes[i]));
         }
         put_code(5);

@@ -1,4 +1,4 @@
-// A file system whose paths are the host's, for tests that load and save real files.
+// A file system on host paths, for tests that load and save real files.
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// Folders, outside programs and pictures for the tests of the image library.
+// Folders, external programs and pictures for tests of the image library.
 #include "tests/platform/image/support/image_tools.h"
 
 #include <gtest/gtest.h>

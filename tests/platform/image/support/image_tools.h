@@ -1,4 +1,4 @@
-// What the tests of the image library share: folders, outside programs, pictures to compare.
+// Shared helpers for tests of the image library: folders, external programs, pictures.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// A folder of its own for one test, removed with what is in it.
+/// A temporary folder for one test, removed with its contents.
 class TestFolder
 {
 public:
@@ -23,32 +23,32 @@ private:
     std::string folder_;
 };
 
-/// A file of tests/samples/.
+/// The path of a file in tests/samples/.
 std::string SamplePath(const std::string& name);
 
-/// All bytes of a file; a missing one fails the test and gives none.
+/// The bytes of a file; if it is missing, fails the test and returns none.
 std::vector<std::uint8_t> FileContent(const std::string& path);
 void WriteFileContent(const std::string& path, const std::vector<std::uint8_t>& content);
 
-/// Runs a shell command; True if it ended with 0. What it printed is in *output.
+/// Runs a shell command and stores its output in *output. True if it exits with 0.
 bool RunCommand(const std::string& command, std::string* output = nullptr);
-/// Runs a Python program with the arguments and gives what it printed; a failure fails the test.
+/// Runs a Python program with arguments and returns its output. Fails the test if it fails.
 std::string Python(const std::string& program, const std::string& arguments);
 
-/// A picture with smooth slopes in all channels and a few hard edges; alpha is a slope too.
+/// A picture with gradients in all channels, including alpha, and a few hard edges.
 ImageBuffer Pattern(std::int32_t width, std::int32_t height, std::int32_t channels);
-/// A binary PGM or PPM as ImageMagick and djpeg write it, 8 bits.
+/// Reads an 8-bit binary PGM or PPM as ImageMagick and djpeg write it.
 std::optional<ImageBuffer> ReadPnm(const std::string& path);
-/// The picture as a binary PGM or PPM (alpha left out).
+/// Writes a binary PGM or PPM, without alpha.
 void WritePnm(const std::string& path, const ImageBuffer& image);
 
-/// The first page of bytes in memory, by a codec; nothing if it refuses. Without FinishLoaded.
+/// Decodes a page from memory, without FinishLoaded; nothing if the codec refuses.
 std::optional<ImageBuffer> Decoded(const Codec& codec, Bytes bytes, std::int32_t frame = 0);
-/// What the codec writes for a picture; empty after a failure.
+/// Encodes a picture to memory; empty on failure.
 std::vector<std::uint8_t> Encoded(const Codec& codec, const ImageBuffer& image,
                                   const SaveSettings& settings = {});
 
-/// The greatest and the mean difference of two pictures' bytes; 256 if their sizes differ.
+/// The maximum and mean absolute difference between bytes; 256 if the sizes differ.
 struct Difference {
     int greatest = 256;
     double mean = 256;

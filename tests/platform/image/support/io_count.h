@@ -1,11 +1,11 @@
-// Counts what this process reads and writes, for tests of how often something is done rather than how fast.
+// Counts this process's reads and writes, so that tests can check work instead of time.
 #pragma once
 
 #include <cstdint>
 #include <fstream>
 #include <string>
 
-/// Bytes that the process has asked files for and given to them so far, from wherever they came and went.
+/// Bytes read and written by this process so far, through any file.
 struct IoCount {
     std::uint64_t read = 0;
     std::uint64_t written = 0;

@@ -1,4 +1,4 @@
-// Puts JPEG 2000 codestreams into the boxes of JP2 files, for what no program writes.
+// Wraps JPEG 2000 codestreams in JP2 boxes, including unusual ones.
 #pragma once
 
 #include <string>
@@ -13,8 +13,7 @@ inline Jp2Block Jp2Box(const std::string& type, const Jp2Block& content)
     return ByteMaker().U32Be({static_cast<std::uint32_t>(content.size() + 8)}).Text(type).All(content).Data();
 }
 
-/// A colour box with one of the numbers of the standard: 16 sRGB, 17 grey, 18 sYCC, 12 CMYK, 14 L*a*b*, 24
-/// e-sYCC.
+/// A colour box with an enumerated colour space: 16 sRGB, 17 grey, 18 sYCC, 12 CMYK, 14 L*a*b*, 24 e-sYCC.
 inline Jp2Block Jp2Colours(std::uint32_t space, const Jp2Block& parameters = {})
 {
     return Jp2Box("colr", ByteMaker().U8({1, 0, 0}).U32Be({space}).All(parameters).Data());
@@ -25,7 +24,7 @@ inline Jp2Block Jp2Profile(const Jp2Block& profile)
     return Jp2Box("colr", ByteMaker().U8({2, 0, 0}).All(profile).Data());
 }
 
-/// The file: header_boxes stand in the header after the size, boxes between it and the codestream.
+/// Builds the file: header_boxes follow the image header box, boxes precede the codestream.
 inline Jp2Block Jp2File(std::uint32_t width, std::uint32_t height, int components,
                         const Jp2Block& header_boxes, const Jp2Block& codestream, const Jp2Block& boxes = {})
 {

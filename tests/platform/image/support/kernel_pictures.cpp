@@ -1,4 +1,4 @@
-// Makes pictures for the tests of the operations.
+// Makes pictures for tests of operations.
 #include "tests/platform/image/support/kernel_pictures.h"
 
 #include <algorithm>

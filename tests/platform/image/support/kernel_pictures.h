@@ -1,4 +1,4 @@
-// Pictures for the tests of the operations: random ones, small ones by hand, and looks at single pixels.
+// Pictures for tests of operations, and comparisons.
 // Room: tests.
 #pragma once
 
@@ -9,41 +9,41 @@
 
 #include "src/platform/image_buffer.h"
 
-/// The channel counts, and sizes that find errors at borders: 1x1, single rows and columns, odd ones.
+/// Channel counts, and sizes that reveal border errors: 1x1, single rows and columns, odd ones.
 inline constexpr int kChannelCounts[] = {1, 3, 4};
 inline constexpr std::pair<int, int> kSizes[] = {{1, 1}, {1, 9}, {11, 1},  {2, 2},
                                                  {3, 3}, {7, 5}, {33, 19}, {67, 40}};
-/// All of them together.
+/// All combinations.
 struct PictureShape {
     std::int32_t width, height, channels;
 };
 std::vector<PictureShape> Shapes();
 
-/// The picture with these bytes, row after row.
+/// A picture of the given bytes, row by row.
 ImageBuffer TestPicture(std::int32_t width, std::int32_t height, std::int32_t channels,
                         std::initializer_list<std::uint8_t> bytes);
-/// A picture of random bytes, the same for the same arguments. No pixel is wholly transparent, so that each
-/// one's colour counts.
+/// A picture of random bytes, reproducible for equal arguments. No pixel is fully transparent, so every
+/// colour counts.
 ImageBuffer RandomPicture(std::int32_t width, std::int32_t height, std::int32_t channels,
                           std::uint32_t start = 1);
-/// Random, but without transparency.
+/// Random and opaque.
 ImageBuffer RandomOpaque(std::int32_t width, std::int32_t height, std::int32_t channels,
                          std::uint32_t start = 1);
-/// Every byte the same.
+/// Every byte is the same.
 ImageBuffer Plain(std::int32_t width, std::int32_t height, std::int32_t channels, std::uint8_t value);
-/// A grey picture, row after row.
+/// A grey picture, row by row.
 ImageBuffer GreyOf(std::int32_t width, std::int32_t height, std::initializer_list<int> levels);
-/// The grey picture as one of 3 equal channels.
+/// The grey picture with 3 equal channels.
 ImageBuffer Widened(const ImageBuffer& grey);
 
-/// One channel of one pixel; beyond the border the nearest pixel's.
+/// One channel of one pixel; coordinates are clamped to the border.
 int ValueAt(const ImageBuffer& image, std::int32_t x, std::int32_t y, std::int32_t channel = 0);
 std::vector<int> BytesOf(const ImageBuffer& image);
-/// Sizes, channels and bytes agree.
+/// True if sizes, channels and bytes are equal.
 bool Equal(const ImageBuffer& one, const ImageBuffer& other);
-/// Sizes and channels agree, and alpha where there is one.
+/// True if sizes and channels are equal, and alpha if present.
 bool SameAlpha(const ImageBuffer& one, const ImageBuffer& other);
-/// The bytes are as many as the sizes say.
+/// True if the number of bytes matches the size.
 bool Sound(const ImageBuffer& image);
 
 /// Numbers that no dialog offers: NaN, infinities, huge ones.

@@ -11,20 +11,20 @@
 #include "src/platform/image_buffer.h"
 #include "tests/platform/image/support/byte_maker.h"
 
-constexpr std::uint32_t kRed = 0x0000FF;  // as records hold colours: red in the low byte
+constexpr std::uint32_t kRed = 0x0000FF;  // as in records: red in the low byte
 constexpr std::uint32_t kGreen = 0x00FF00;
 constexpr std::uint32_t kBlue = 0xFF0000;
 constexpr std::uint32_t kYellow = 0x00FFFF;
 constexpr std::uint32_t kBlack = 0x000000;
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 
-/// Stock objects by their numbers in EMF records.
+/// Stock object indexes of EMF records.
 constexpr std::int32_t kNullBrush = static_cast<std::int32_t>(0x80000005);
 constexpr std::int32_t kBlackPen = static_cast<std::int32_t>(0x80000007);
 constexpr std::int32_t kNullPen = static_cast<std::int32_t>(0x80000008);
 constexpr std::int32_t kBlackBrush = static_cast<std::int32_t>(0x80000004);
 
-/// The numbers of EMF records, as far as tests name them.
+/// The EMF record types that tests use.
 namespace Emr
 {
 enum : std::uint32_t {
@@ -143,14 +143,14 @@ struct Dib {
     ByteMaker header;
     ByteMaker bits;
 };
-/// 24 bits from rows of colours (red in the low byte), top row first; stored from the bottom up.
+/// A 24-bit bottom-up bitmap from rows of colours (red in the low byte), top row first.
 Dib Dib24(std::int32_t width, const std::vector<std::uint32_t>& colors);
-/// 32 bits, the high byte of each colour being its alpha.
+/// The same with 32 bits; the high byte of each colour is its alpha.
 Dib Dib32(std::int32_t width, const std::vector<std::uint32_t>& colors);
-/// 1 bit: rows of '#' (the second colour) and other signs (the first), as long as each other, top row first.
+/// A 1-bit bitmap from equally long rows, top row first: '#' is the second colour, anything else the first.
 Dib Dib1(const std::vector<std::string_view>& rows, std::uint32_t first, std::uint32_t second);
 
-/// An EMF of so many pixels at 96 an inch, on a reference device with the same pixels.
+/// An EMF of the given size at 96 dpi, on a reference device with the same pixels.
 class EmfMaker
 {
 public:
@@ -158,11 +158,11 @@ public:
 
     EmfMaker& Record(std::uint32_t type, const ByteMaker& data);
     EmfMaker& Record(std::uint32_t type, std::initializer_list<std::int32_t> fields = {});
-    /// A record that begins with its bounds.
+    /// Adds a record that starts with its bounds.
     EmfMaker& Bounded(std::uint32_t type, std::initializer_list<std::int32_t> fields);
 
     EmfMaker& Select(std::int32_t object) { return Record(Emr::kSelectObject, {object}); }
-    /// Makes and selects.
+    /// Creates and selects the object.
     EmfMaker& Pen(std::int32_t index, std::uint32_t style, std::int32_t width, std::uint32_t color);
     EmfMaker& Brush(std::int32_t index, std::uint32_t color, std::uint32_t style = 0,
                     std::uint32_t hatch = 0);
@@ -178,13 +178,13 @@ public:
                      const std::vector<std::array<std::int32_t, 4>>& rects);
     EmfMaker& StretchDib(const Dib& dib, std::array<std::int32_t, 4> dest, std::array<std::int32_t, 4> source,
                          std::uint32_t rop = kSrcCopy);
-    /// BitBlt and its kin: target, what stands between target and source corner, source corner, and what
-    /// follows.
+    /// Adds a record like BitBlt: target, fields between target and source corner, source corner, remaining
+    /// fields.
     EmfMaker& Transfer(std::uint32_t type, std::array<std::int32_t, 4> dest, std::uint32_t how,
                        std::array<std::int32_t, 2> source, const std::optional<Dib>& dib,
                        std::initializer_list<std::int32_t> after = {});
 
-    /// The file, closed by the end record.
+    /// The file, closed by an end record.
     std::vector<std::uint8_t> File() const;
 
 private:
@@ -194,13 +194,13 @@ private:
     std::uint32_t record_count_ = 1;
 };
 
-/// A WMF.
+/// Builds a WMF.
 class WmfMaker
 {
 public:
-    /// Placeable, with a window of so many units at 96 an inch.
+    /// Placeable, with the given window at 96 units per inch.
     WmfMaker(std::int16_t width, std::int16_t height) : width_(width), height_(height) {}
-    /// Without the header that makes it placeable.
+    /// Without a placeable header.
     WmfMaker() = default;
     WmfMaker& UnitsPerInch(std::uint16_t units)
     {
@@ -224,7 +224,7 @@ private:
     ByteMaker records_;
 };
 
-/// The parameter words of a record that mixes 16 and 32 bits: a 32-bit value as its two words.
+/// For records that mix 16 and 32 bits: a 32-bit value as two parameter words.
 constexpr std::int32_t Low(std::uint32_t n)
 {
     return static_cast<std::int32_t>(n & 0xFFFF);
@@ -234,12 +234,12 @@ constexpr std::int32_t High(std::uint32_t n)
     return static_cast<std::int32_t>(n >> 16);
 }
 
-/// What a metafile gives; fails the test, and gives an empty picture, if it is refused.
+/// Renders a metafile; if it is refused, fails the test and returns an empty picture.
 ImageBuffer Played(const EmfMaker& maker);
 ImageBuffer Played(const WmfMaker& maker);
-/// The colour of a pixel as records hold colours.
+/// The colour of a pixel, red in the low byte.
 std::uint32_t ColorAt(const ImageBuffer& image, std::int32_t x, std::int32_t y);
-/// How many pixels of a box (left, top, right, bottom) have the colour.
+/// The number of pixels of the colour in a box (left, top, right, bottom).
 int CountOf(const ImageBuffer& image, std::uint32_t color, std::array<std::int32_t, 4> box);
-/// The smallest box (left, top, right, bottom) around all pixels that are not white; all 0 if there are none.
+/// The bounds (left, top, right, bottom) of all pixels that aren't white; all 0 if there are none.
 std::array<std::int32_t, 4> InkBounds(const ImageBuffer& image);

@@ -42,11 +42,11 @@ std::vector<std::uint8_t> GreyProfile(double gamma)
     return Saved(profile);
 }
 
-// Fills one node of the profile's table: inks to Lab by way of sRGB.
+// Fills a node of the CLUT, converting inks to Lab through sRGB.
 static cmsInt32Number SampleInks(const cmsUInt16Number in[], cmsUInt16Number out[], void* to_lab)
 {
     std::array<cmsUInt16Number, 3> rgb{};
-    const std::array<std::size_t, 3> ink_of_colour = {2, 1, 0};  // red is taken by yellow, blue by cyan
+    const std::array<std::size_t, 3> ink_of_colour = {2, 1, 0};  // red is absorbed by yellow, blue by cyan
     for (std::size_t i = 0; i < 3; ++i)
         rgb[i] = static_cast<cmsUInt16Number>((65535u - in[ink_of_colour[i]]) * (65535u - in[3]) / 65535u);
     cmsDoTransform(to_lab, rgb.data(), out, 1);

@@ -1,4 +1,4 @@
-// Colour profiles for tests, made so that a conversion that is left out can't be overlooked.
+// Colour profiles whose effect tests can't miss.
 #pragma once
 
 #include <cstdint>
@@ -6,9 +6,9 @@
 
 /// sRGB.
 std::vector<std::uint8_t> SrgbProfile();
-/// sRGB with the red and the green primary exchanged: red pixels are green to see.
+/// sRGB with the red and green primaries swapped: red pixels appear green.
 std::vector<std::uint8_t> SwappedProfile();
-/// Grey of a gamma.
+/// Grey with the given gamma.
 std::vector<std::uint8_t> GreyProfile(double gamma);
-/// Ideal inks with cyan and yellow exchanged.
+/// Ideal inks with cyan and yellow swapped.
 std::vector<std::uint8_t> CmykProfile();
