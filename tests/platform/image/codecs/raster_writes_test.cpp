@@ -1,4 +1,4 @@
-// What the small raster formats write: the pixels come back, and other programs see the same.
+// Checks that files of the small raster formats round-trip and look the same in other programs.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -12,7 +12,7 @@
 struct Written {
     const char* extension;
     const Codec& codec;
-    const char* netpbm;  ///< the program of netpbm that reads the format
+    const char* netpbm;  ///< the netpbm program that reads the format
 };
 
 static void PrintTo(const Written& written, std::ostream* stream)
@@ -37,7 +37,7 @@ protected:
             return;
         std::string output;
         const std::string pnm = folder.Path("netpbm.pnm");
-        // pamdepth: a bitmap or a small depth becomes 8 bits.
+        // pamdepth converts bitmaps and small depths to 8 bits.
         EXPECT_TRUE(RunCommand(
             std::string(GetParam().netpbm) + " " + path + " 2> /dev/null | pamdepth 255 > " + pnm, &output))
             << output;
@@ -47,29 +47,29 @@ protected:
     }
 };
 
-TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsInColours)
+TEST_P(RasterWrites, LookAlikeInOtherProgramsInColour)
 {
     ExpectSeenAlike(Pattern(37, 23, 3));
 }
 
-TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsInGreys)
+TEST_P(RasterWrites, LookAlikeInOtherProgramsInGrey)
 {
     ExpectSeenAlike(Pattern(37, 23, 1));
 }
 
-TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsWithoutAnyOrderInTheirPixels)
+TEST_P(RasterWrites, LookAlikeInOtherProgramsAsNoise)
 {
     ExpectSeenAlike(Noise(64, 10, 3));
 }
 
-TEST_P(RasterWrites, AreSeenAlikeByOtherProgramsWithAlphaIfTheyHoldIt)
+TEST_P(RasterWrites, LookAlikeInOtherProgramsWithAlpha)
 {
     if (GetParam().codec.holds_alpha)
         ExpectSeenAlike(Pattern(37, 23, 4));
 }
 
-// How many bytes at the end aren't needed to see the pixels: the filling of the last row of BMP and RAS, the
-// palette of greys of PCX, what follows the pixels of a Targa file.
+// Trailing bytes that decoding doesn't need: padding of the last BMP or RAS row, the grey palette of PCX,
+// anything after the pixels of a Targa file.
 static std::size_t SpareAtEnd(FileType type, std::int32_t channels)
 {
     switch (type) {
@@ -84,20 +84,20 @@ static std::size_t SpareAtEnd(FileType type, std::int32_t channels)
     }
 }
 
-TEST_P(RasterWrites, AreRefusedWhenTheirEndIsMissing)
+TEST_P(RasterWrites, AreRefusedIfTruncated)
 {
     for (const std::int32_t channels : {1, 3})
         ExpectCutFilesRefused(GetParam().codec, Encoded(GetParam().codec, Pattern(11, 7, channels)),
                               SpareAtEnd(GetParam().codec.type, channels));
 }
 
-TEST_P(RasterWrites, MayLieInAnyByteAndDoNoHarm)
+TEST_P(RasterWrites, SurviveCorruptionOfAnySingleByte)
 {
     for (const std::int32_t channels : {1, 3})
         ExpectAnyByteMayLie(GetParam().codec, Encoded(GetParam().codec, Pattern(19, 11, channels)));
 }
 
-TEST_P(RasterWrites, KeepLargePictures)
+TEST_P(RasterWrites, RoundTripLargePictures)
 {
     // More rows than are read at once, a row longer than most buffers, and a column.
     for (const auto& [width, height] : {std::pair{1000, 700}, std::pair{65500, 2}, std::pair{1, 5000}}) {
@@ -110,7 +110,7 @@ TEST_P(RasterWrites, KeepLargePictures)
     }
 }
 
-TEST_P(RasterWrites, SayThatNothingWasWrittenWhenTheFileFailed)
+TEST_P(RasterWrites, ReportFailureIfFileCannotBeWritten)
 {
     OutputFile out("/nowhere/at/all");
 
@@ -124,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, RasterWrites,
                                          Written{"tga", kTgaCodec, "tgatoppm"}),
                          [](const auto& test) { return std::string(test.param.extension); });
 
-// A picture of any small size whose pixels repeat more or less often.
+// A picture of random small size with more or less repetition.
 static ImageBuffer AnyPicture(bool alpha_allowed)
 {
     ImageBuffer image;

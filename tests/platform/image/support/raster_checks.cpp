@@ -1,4 +1,4 @@
-// Checks shared by tests of the small raster formats.
+// Checks that the tests of all small raster formats make alike.
 #include "tests/platform/image/support/raster_checks.h"
 
 #include <gtest/gtest.h>
@@ -49,7 +49,7 @@ std::vector<std::uint8_t> BgraOf(const ImageBuffer& image)
     return result;
 }
 
-// Runs a program with convert's syntax; options come between the file and the pixels.
+// A program that reads like ImageMagick's convert; options come between the file and the pixels.
 static std::vector<std::uint8_t> BgraByCommand(const std::string& program, const std::string& path,
                                                const std::string& options)
 {
@@ -69,7 +69,7 @@ static std::vector<std::uint8_t> BgraByCommand(const std::string& program, const
 
 std::vector<std::uint8_t> BgraByImageMagick(const std::string& path)
 {
-    // Rows stored in another order are only rearranged on request.
+    // What the format stores the other way up is only turned on demand.
     return BgraByCommand(ImageMagick("convert"), path, "-auto-orient");
 }
 
@@ -104,7 +104,7 @@ ImageBuffer Noise(std::int32_t width, std::int32_t height, std::int32_t channels
     return image;
 }
 
-// Every decoded picture must be complete.
+// Whatever comes must be whole.
 static void DecodeAll(const Codec& codec, Bytes bytes)
 {
     InputFile file(bytes);

@@ -1,4 +1,4 @@
-// Checks shared by tests of the small raster formats.
+// Checks that the tests of all small raster formats make alike.
 #pragma once
 
 #include <cstdint>
@@ -8,25 +8,27 @@
 
 #include "tests/platform/image/support/image_tools.h"
 
-/// Reads an 8-bit PAM file with 1, 3 or 4 channels, like those of the samples; nothing if it is invalid.
+/// A PAM file of 8 bits with 1, 3 or 4 channels, as the samples have it; nothing if it is none.
 std::optional<ImageBuffer> ReadPam(const std::string& path);
 
-/// The pixels as B, G, R, A, whatever the channels; opaque if there is no alpha.
+/// The pixels as blue, green, red and alpha, whatever the channels are; opaque where there is no alpha.
 std::vector<std::uint8_t> BgraOf(const ImageBuffer& image);
 
-/// The first picture of a file as decoded by other programs, in B, G, R, A; empty if they refuse it.
+/// The first picture of a file as other programs see it, blue, green, red and alpha; empty when they refuse
+/// it.
 std::vector<std::uint8_t> BgraByImageMagick(const std::string& path);
 std::vector<std::uint8_t> BgraByGraphicsMagick(const std::string& path);
 std::vector<std::uint8_t> BgraByPillow(const std::string& path);
 
-/// A reproducible picture of random pixels.
+/// A picture whose pixels have no order, of a generator that gives the same each time.
 ImageBuffer Noise(std::int32_t width, std::int32_t height, std::int32_t channels, std::uint32_t seed = 1);
 
-/// Changes each byte of the file in several ways (of a large file the first 400 and some others), and expects
-/// a refusal or complete pictures. Decodes up to eight pages.
+/// Decodes file with each of its bytes (of a large one the first 400 and some of the others) changed in
+/// several ways, and expects that it is either refused or gives a whole picture. Every page up to the eighth
+/// is asked for.
 void ExpectAnyByteMayLie(const Codec& codec, const std::vector<std::uint8_t>& file);
 
-/// Truncates the file at every length and expects refusals. Lengths that only lack some of the last
-/// spare_at_end bytes, which decoding doesn't need, are left out.
+/// Expects that file is refused when any number of bytes is missing at its end, up to as many as it can't do
+/// without.
 void ExpectCutFilesRefused(const Codec& codec, const std::vector<std::uint8_t>& file,
                            std::size_t spare_at_end = 0);

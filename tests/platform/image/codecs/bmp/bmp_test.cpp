@@ -1,4 +1,4 @@
-// Windows bitmaps as files: where the bits lie, profiles, embedded files, resolution, what is written.
+// Tests of BMP files: pixel offset, profiles, embedded files, resolution, writing.
 #include "src/platform/image/codecs/bmp/bmp.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 
 using Levels = std::vector<int>;
 
-// A file of one row of two pixels, 24 bits.
+// A file with one row of two 24-bit pixels.
 static ByteMaker SmallFile(std::uint32_t bits_offset)
 {
     ByteMaker maker;
@@ -42,7 +42,7 @@ static ByteMaker Version5File(std::uint32_t profile_offset, std::uint32_t profil
     return maker;
 }
 
-TEST(BmpReads, TheBitsWhereTheFileSaysThatTheyAre)
+TEST(BmpDecoder, ReadsPixelsAtOffsetFromHeader)
 {
     EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, SmallFile(54).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data())),
               (Levels{1, 2, 3, 4, 5, 6}));
@@ -52,7 +52,7 @@ TEST(BmpReads, TheBitsWhereTheFileSaysThatTheyAre)
     EXPECT_FALSE(Decoded(kBmpCodec, SmallFile(0xFFFFFFFF).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data()));
 }
 
-TEST(BmpReads, TheBitsBehindThePaletteWhenTheFileSaysNothingThatCanBe)
+TEST(BmpDecoder, ReadsPixelsAfterPaletteIfOffsetIsInvalid)
 {
     EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, SmallFile(0).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data())),
               (Levels{1, 2, 3, 4, 5, 6}));
@@ -60,9 +60,9 @@ TEST(BmpReads, TheBitsBehindThePaletteWhenTheFileSaysNothingThatCanBe)
               (Levels{1, 2, 3, 4, 5, 6}));
 }
 
-TEST(BmpReads, APaletteThatEndsWhereTheBitsBegin)
+TEST(BmpDecoder, EndsPaletteWherePixelsBegin)
 {
-    // The header means 256 colours; there is room for two.
+    // The header announces 256 colours, but there is room for two.
     ByteMaker maker;
     maker.Text("BM").U32Le({0, 0, 62}).U32Le({40, 2, 1}).U16Le({1, 8}).U32Le({0, 0, 0, 0, 0, 0});
     maker.U8({9, 8, 7, 0, 6, 5, 4, 0}).U8({1, 0, 0, 0});
@@ -70,7 +70,7 @@ TEST(BmpReads, APaletteThatEndsWhereTheBitsBegin)
     EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, maker.Data())), (Levels{6, 5, 4, 9, 8, 7}));
 }
 
-TEST(BmpReads, TheResolutionOfEachDirection)
+TEST(BmpDecoder, ReadsResolutionOfEachAxis)
 {
     const auto image = Decoded(kBmpCodec, SmallFile(54).U8({1, 2, 3, 4, 5, 6, 0, 0}).Data());
 
@@ -79,7 +79,7 @@ TEST(BmpReads, TheResolutionOfEachDirection)
     EXPECT_NEAR(image->dots_per_inch_y, 150, 0.02);
 }
 
-TEST(BmpReads, AProfileThatItEmbeds)
+TEST(BmpDecoder, ReadsEmbeddedProfile)
 {
     const auto image = Decoded(kBmpCodec, Version5File(128, 128, "RGB ").Data());
 
@@ -88,7 +88,7 @@ TEST(BmpReads, AProfileThatItEmbeds)
     EXPECT_EQ(LevelsOf(image), (Levels{1, 2, 3}));
 }
 
-TEST(BmpReads, WithoutAProfileThatDoesNotFitOrIsNotThere)
+TEST(BmpDecoder, IgnoresUnsuitableOrMissingProfile)
 {
     for (const auto& maker : {Version5File(128, 128, "GRAY"), Version5File(128, 129, "RGB "),
                               Version5File(0xFFFFFFFF, 128, "RGB "), Version5File(128, 0xFFFFFFFF, "RGB "),
@@ -100,7 +100,7 @@ TEST(BmpReads, WithoutAProfileThatDoesNotFitOrIsNotThere)
     }
 }
 
-// A bitmap whose bits are a whole file of another format.
+// A bitmap that contains a whole file of another format.
 static ByteMaker Embedding(std::uint32_t compression, const std::vector<std::uint8_t>& inner)
 {
     ByteMaker maker;
@@ -113,7 +113,7 @@ static ByteMaker Embedding(std::uint32_t compression, const std::vector<std::uin
     return maker;
 }
 
-TEST(BmpReads, AJpegFileInThePlaceOfTheBits)
+TEST(BmpDecoder, DecodesEmbeddedJpeg)
 {
     const auto jpeg = FileContent(SamplePath("jpeg/baseline.jpg"));
 
@@ -124,7 +124,7 @@ TEST(BmpReads, AJpegFileInThePlaceOfTheBits)
     EXPECT_FALSE(Decoded(kBmpCodec, Embedding(5, jpeg).Data())) << "the header promised PNG";
 }
 
-TEST(BmpReads, APngFileInThePlaceOfTheBits)
+TEST(BmpDecoder, DecodesEmbeddedPng)
 {
     const ImageBuffer inner = Pattern(9, 5, 3);
 
@@ -134,7 +134,7 @@ TEST(BmpReads, APngFileInThePlaceOfTheBits)
     EXPECT_TRUE(image->bytes == inner.bytes);
 }
 
-TEST(BmpReads, RunsFromTheirPlaceInTheFile)
+TEST(BmpDecoder, ReadsRleDataAtItsOffset)
 {
     ByteMaker maker;
     maker.Text("BM").U32Le({0, 0, 70}).U32Le({40, 3, 2}).U16Le({1, 8}).U32Le({1, 0, 0, 0, 2, 0});
@@ -143,7 +143,7 @@ TEST(BmpReads, RunsFromTheirPlaceInTheFile)
     EXPECT_EQ(LevelsOf(Decoded(kBmpCodec, maker.Data())), (Levels{9, 9, 6, 6, 6, 6}));
 }
 
-TEST(BmpReads, NothingWhenTheFileBecomesShorterMeanwhile)
+TEST(BmpDecoder, FailsIfFileIsTruncatedMeanwhile)
 {
     const TestFolder folder;
     const std::string path = folder.Path("cut.bmp");
@@ -161,7 +161,7 @@ TEST(BmpReads, NothingWhenTheFileBecomesShorterMeanwhile)
     EXPECT_TRUE(image.bytes.empty());
 }
 
-TEST(BmpReads, OnlyTheOnePage)
+TEST(BmpDecoder, HasSinglePage)
 {
     const auto bytes = Encoded(kBmpCodec, Pattern(3, 3, 3));
     InputFile file(bytes);
@@ -174,7 +174,7 @@ TEST(BmpReads, OnlyTheOnePage)
     EXPECT_FALSE(decoder->DecodeFrame(-1, image));
 }
 
-TEST(BmpWrites, HeadersWithSizesAndResolution)
+TEST(BmpEncoder, WritesHeadersWithSizesAndResolution)
 {
     ImageBuffer image = Pattern(5, 3, 3);
     image.dots_per_inch_x = 300;
@@ -199,7 +199,7 @@ TEST(BmpWrites, HeadersWithSizesAndResolution)
     EXPECT_EQ(bytes[54 + 15], 0) << "the filling of a row";
 }
 
-TEST(BmpWrites, NoResolutionThatTheFieldCannotHold)
+TEST(BmpEncoder, OmitsResolutionThatOverflowsItsField)
 {
     ImageBuffer image = Pattern(1, 1, 3);
     image.dots_per_inch_x = 1e300;

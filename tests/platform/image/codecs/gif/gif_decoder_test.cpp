@@ -1,4 +1,4 @@
-// Tests of reading GIF files.
+// Tests of the GIF decoder.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -41,7 +41,7 @@ std::int32_t Frames(const Block& file)
     return decoder ? decoder->FrameCount() : 0;
 }
 
-// Any page as B, G, R, A, with nothing left of the colours of transparent pixels.
+// Any page as B, G, R, A; transparent pixels are cleared.
 PixelBytes FourChannels(ImageBuffer image)
 {
     if (image.channels == 1) {
@@ -61,7 +61,7 @@ PixelBytes FourChannels(ImageBuffer image)
     return image.bytes;
 }
 
-// All pages as another program composites them, one after the other.
+// All pages as composited by another program, concatenated.
 PixelBytes Coalesced(const std::string& name)
 {
     const TestFolder folder;
@@ -107,7 +107,7 @@ class GifPages : public testing::TestWithParam<const char*>
 {
 };
 
-TEST_P(GifPages, LookAsAnotherProgramCompositesThem)
+TEST_P(GifPages, MatchCompositionOfOtherPrograms)
 {
     PixelBytes all;
     for (const ImageBuffer& page : PagesOf(Sample(GetParam()))) {
@@ -130,21 +130,21 @@ INSTANTIATE_TEST_SUITE_P(Samples, GifPages,
                              return name;
                          });
 
-TEST(GifDecoder, GivesGreyColourOrAlphaAsThePageNeeds)
+TEST(GifDecoder, ReturnsGreyColourOrAlphaAsNeeded)
 {
     EXPECT_EQ(Decoded(kGifCodec, Sample("grey.gif"))->channels, 1);
     EXPECT_EQ(Decoded(kGifCodec, Sample("plain.gif"))->channels, 3);
     EXPECT_EQ(Decoded(kGifCodec, Sample("transparent.gif"))->channels, 4);
 }
 
-TEST(GifDecoder, FindsTheSceneThatOtherProgramsPacked)
+TEST(GifDecoder, DecodesFilesOfOtherPrograms)
 {
     const auto scene = ReadPnm(SamplePath("gif/scene.ppm"));
     for (const char* name : {"plain.gif", "interlaced.gif", "optimised.gif", "sicle.gif"})
         EXPECT_LE(DifferenceBetween(*Decoded(kGifCodec, Sample(name)), *scene).greatest, 3) << name;
 }
 
-TEST(GifDecoder, LeavesAFrameInPlaceUnlessItAsksForMore)
+TEST(GifDecoder, KeepsFrameUnlessDisposalSaysOtherwise)
 {
     for (const int disposal : {0, 1, 5, 7})
         EXPECT_EQ(LettersOfPages(GifMaker(3, 1, kColours)
@@ -158,7 +158,7 @@ TEST(GifDecoder, LeavesAFrameInPlaceUnlessItAsksForMore)
                   (Texts{"RR.", "RG.", "RGB"}));
 }
 
-TEST(GifDecoder, ClearsAFrameThatAsksForTheBackground)
+TEST(GifDecoder, ClearsFrameWithBackgroundDisposal)
 {
     EXPECT_EQ(LettersOfPages(GifMaker(3, 1, kColours, 3)
                                  .Frame(0, 0, 3, 1, {0, 0, 0})
@@ -170,7 +170,7 @@ TEST(GifDecoder, ClearsAFrameThatAsksForTheBackground)
               (Texts{"RRR", "RGR", "R.B"}));
 }
 
-TEST(GifDecoder, BringsBackWhatWasThereBeforeAFrameThatAsksForIt)
+TEST(GifDecoder, RestoresCanvasAfterFrameWithPreviousDisposal)
 {
     for (const int disposal : {3, 4})
         EXPECT_EQ(LettersOfPages(GifMaker(3, 1, kColours)
@@ -185,7 +185,7 @@ TEST(GifDecoder, BringsBackWhatWasThereBeforeAFrameThatAsksForIt)
                   (Texts{"RG.", "RBB", "WG.", "RGB"}));
 }
 
-TEST(GifDecoder, BringsBackNothingBeforeTheFirstFrame)
+TEST(GifDecoder, ClearsCanvasIfFirstFrameIsDisposedToPrevious)
 {
     EXPECT_EQ(LettersOfPages(GifMaker(2, 1, kColours)
                                  .Control(3)
@@ -196,7 +196,7 @@ TEST(GifDecoder, BringsBackNothingBeforeTheFirstFrame)
               (Texts{"RR", "G."}));
 }
 
-TEST(GifDecoder, LetsTheScreenShowThroughTheTransparentIndex)
+TEST(GifDecoder, ShowsCanvasThroughTransparentIndex)
 {
     EXPECT_EQ(LettersOfPages(GifMaker(3, 1, kColours)
                                  .Frame(0, 0, 2, 1, {0, 1})
@@ -207,7 +207,7 @@ TEST(GifDecoder, LetsTheScreenShowThroughTheTransparentIndex)
               (Texts{"RG.", "RW."}));
 }
 
-TEST(GifDecoder, ForgetsTheControlAfterItsFrame)
+TEST(GifDecoder, ForgetsGraphicControlAfterItsFrame)
 {
     EXPECT_EQ(LettersOfPages(GifMaker(1, 1, kColours)
                                  .Control(0, 0)
@@ -218,14 +218,14 @@ TEST(GifDecoder, ForgetsTheControlAfterItsFrame)
               (Texts{".", "R"}));
 }
 
-TEST(GifDecoder, GivesTheControlBeforeAPlainTextToTheText)
+TEST(GifDecoder, AppliesGraphicControlToPlainText)
 {
     EXPECT_EQ(LettersOfPages(
                   GifMaker(1, 1, kColours).Control(0, 0).PlainText().Frame(0, 0, 1, 1, {0}).End().File()),
               (Texts{"R"}));
 }
 
-TEST(GifDecoder, ReadsOnPastComments)
+TEST(GifDecoder, SkipsComments)
 {
     EXPECT_EQ(
         LettersOfPages(
@@ -233,7 +233,7 @@ TEST(GifDecoder, ReadsOnPastComments)
         (Texts{"."}));
 }
 
-TEST(GifDecoder, PrefersTheFramesOwnColours)
+TEST(GifDecoder, PrefersLocalColourTable)
 {
     const GifColours local = {{255, 255, 255}, {0, 0, 0}};
 
@@ -243,7 +243,7 @@ TEST(GifDecoder, PrefersTheFramesOwnColours)
         (Texts{"WK", "BK"}));
 }
 
-TEST(GifDecoder, TakesIndexesBeyondTheTableAsBlackAndNoTableAsGreys)
+TEST(GifDecoder, MapsExcessIndexesToBlackAndDefaultsToGreys)
 {
     EXPECT_EQ(
         LettersOfPages(GifMaker(2, 1, {{255, 0, 0}, {0, 255, 0}}).Frame(0, 0, 2, 1, {1, 3}).End().File()),
@@ -253,7 +253,7 @@ TEST(GifDecoder, TakesIndexesBeyondTheTableAsBlackAndNoTableAsGreys)
     EXPECT_EQ(greys->bytes, (PixelBytes{1, 3}));
 }
 
-TEST(GifDecoder, ClipsFramesToTheScreen)
+TEST(GifDecoder, ClipsFramesToCanvas)
 {
     EXPECT_EQ(LettersOfPages(GifMaker(2, 2, kColours)
                                  .Control(3)
@@ -266,7 +266,7 @@ TEST(GifDecoder, ClipsFramesToTheScreen)
               (Texts{"...R", "....", "..GB"}));
 }
 
-TEST(GifDecoder, MakesAScreenWithoutASizeAsLargeAsItsFirstFrameNeeds)
+TEST(GifDecoder, SizesEmptyCanvasByFirstFrame)
 {
     const auto image = Decoded(kGifCodec, GifMaker(0, 0, kColours).Frame(1, 0, 1, 2, {0, 1}).End().File());
 
@@ -276,7 +276,7 @@ TEST(GifDecoder, MakesAScreenWithoutASizeAsLargeAsItsFirstFrameNeeds)
     EXPECT_EQ(LettersOfPage(*image), ".R.G");
 }
 
-TEST(GifDecoder, DrawsNothingForAnEmptyFrame)
+TEST(GifDecoder, DrawsNothingForEmptyFrame)
 {
     EXPECT_EQ(LettersOfPages(GifMaker(1, 1, kColours)
                                  .Frame(0, 0, 1, 1, {2})
@@ -287,10 +287,10 @@ TEST(GifDecoder, DrawsNothingForAnEmptyFrame)
               (Texts{"B", "B", "G"}));
 }
 
-TEST(GifDecoder, PutsInterlacedRowsIntoTheirPlaces)
+TEST(GifDecoder, DeinterlacesRows)
 {
     for (std::uint32_t height = 1; height <= 20; ++height) {
-        // Each row is stored as its number modulo 4, in the order of the four passes.
+        // Rows hold their number modulo 4 and are stored in the order of the four passes.
         std::vector<int> stored;
         for (const auto& [first, step] : {std::pair{0u, 8u}, {4u, 8u}, {2u, 4u}, {1u, 2u}})
             for (std::uint32_t y = first; y < height; y += step)
@@ -306,7 +306,7 @@ TEST(GifDecoder, PutsInterlacedRowsIntoTheirPlaces)
     }
 }
 
-TEST(GifDecoder, GivesPagesInAnyOrder)
+TEST(GifDecoder, DecodesPagesInAnyOrder)
 {
     const Block file = Sample("dispose-previous.gif");
     const Pages in_order = PagesOf(file);
@@ -325,7 +325,7 @@ TEST(GifDecoder, GivesPagesInAnyOrder)
     EXPECT_EQ(page.width, 0);
 }
 
-TEST(GifDecoder, RefusesTheFrameThatIsCutAndKeepsThoseBefore)
+TEST(GifDecoder, RefusesTruncatedFrameButKeepsEarlierOnes)
 {
     const Block file = Sample("cut.gif");
     InputFile input(file);
@@ -341,16 +341,15 @@ TEST(GifDecoder, RefusesTheFrameThatIsCutAndKeepsThoseBefore)
     EXPECT_TRUE(decoder->DecodeFrame(0, page));
 }
 
-TEST(GifDecoder, RefusesAPictureThatEndsTooSoonWhereverItEnds)
+TEST(GifDecoder, RefusesTruncationAtAnyByte)
 {
     const Block file = Sample("plain.gif");
     for (std::size_t size = 0; size + 1 < file.size(); ++size)
         EXPECT_FALSE(Decoded(kGifCodec, Bytes(file).first(size))) << size;
-    EXPECT_TRUE(
-        Decoded(kGifCodec, Bytes(file).first(file.size() - 1)));  // nothing but the trailer is missing
+    EXPECT_TRUE(Decoded(kGifCodec, Bytes(file).first(file.size() - 1)));  // only the trailer is missing
 }
 
-TEST(GifDecoder, RefusesFilesThatLieOrAreSomethingElse)
+TEST(GifDecoder, RefusesCorruptAndForeignFiles)
 {
     for (const char* name : {"cut-first.gif", "lies-about-size.gif", "foreign.gif"})
         EXPECT_FALSE(Decoded(kGifCodec, Sample(name))) << name;
@@ -360,13 +359,13 @@ TEST(GifDecoder, RefusesFilesThatLieOrAreSomethingElse)
     EXPECT_EQ(Frames(GifMaker(0, 0, kColours).Frame(0, 0, 0, 0, {}).End().File()), 0);
 }
 
-TEST(GifDecoder, RefusesAScreenThatItsFileCouldNeverFill)
+TEST(GifDecoder, RefusesCanvasTooLargeForFile)
 {
     EXPECT_EQ(Frames(GifMaker(60000, 8000, kColours).Frame(0, 0, 1, 1, {0}).End().File()), 0);
     EXPECT_EQ(Frames(GifMaker(4000, 4000, kColours).Frame(0, 0, 1, 1, {0}).End().File()), 1);
 }
 
-TEST(GifDecoder, ShowsNothingAfterAFrameOfBrokenCodes)
+TEST(GifDecoder, ShowsNothingAfterFrameWithInvalidCodes)
 {
     const Block file = GifMaker(2, 1, kColours)
                            .Frame(0, 0, 2, 1, {0, 1})
@@ -382,7 +381,7 @@ TEST(GifDecoder, ShowsNothingAfterAFrameOfBrokenCodes)
     EXPECT_FALSE(Decoded(kGifCodec, file, 2));
 }
 
-TEST(GifDecoder, StopsCountingFramesAtItsLimit)
+TEST(GifDecoder, StopsCountingFramesAtLimit)
 {
     GifMaker maker(1, 1, kColours);
     for (std::int32_t i = 0; i < kMaxGifFrames + 10; ++i)
@@ -391,7 +390,7 @@ TEST(GifDecoder, StopsCountingFramesAtItsLimit)
     EXPECT_EQ(Frames(maker.End().File()), kMaxGifFrames);
 }
 
-TEST(GifDecoder, SurvivesAnyByteOfAFileBeingAnother)
+TEST(GifDecoder, SurvivesCorruptionOfAnySingleByte)
 {
     const Block file = Sample("dispose-previous.gif");
     for (std::size_t i = 0; i < file.size(); ++i) {

@@ -1,4 +1,4 @@
-// Tests of writing GIF files.
+// Tests of the GIF encoder.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -26,7 +26,7 @@ ImageBuffer Blank(std::int32_t width, std::int32_t height, std::int32_t channels
     return image;
 }
 
-// A picture of colours colours, each of which occurs.
+// A picture with exactly `colours` colours.
 ImageBuffer OfColours(std::int32_t width, std::int32_t height, unsigned colours)
 {
     ImageBuffer image = Blank(width, height, 3);
@@ -41,7 +41,7 @@ ImageBuffer OfColours(std::int32_t width, std::int32_t height, unsigned colours)
     return image;
 }
 
-// What another program makes of the file, opaque.
+// The file as another program decodes it, without alpha.
 ImageBuffer By(const std::string& program, const Block& file)
 {
     const TestFolder folder;
@@ -73,7 +73,7 @@ class GifColourCounts : public testing::TestWithParam<unsigned>
 {
 };
 
-TEST_P(GifColourCounts, UpTo256AreKeptExactlyAsOtherProgramsFindToo)
+TEST_P(GifColourCounts, UpTo256SurviveRoundTripThroughOtherPrograms)
 {
     const ImageBuffer image = OfColours(61, 43, GetParam());
 
@@ -83,7 +83,7 @@ TEST_P(GifColourCounts, UpTo256AreKeptExactlyAsOtherProgramsFindToo)
     const auto back = Decoded(kGifCodec, file);
     ASSERT_TRUE(back);
     if (GetParam() == 1)
-        EXPECT_EQ(back->channels, 1);  // the one colour is black
+        EXPECT_EQ(back->channels, 1);  // a single colour, black, is grey
     else
         EXPECT_EQ(DifferenceBetween(*back, image).greatest, 0);
     EXPECT_EQ(DifferenceBetween(By(ImageMagick("convert"), file), image).greatest, 0);
@@ -106,14 +106,14 @@ TEST(GifEncoder, KeepsAll256Greys)
     EXPECT_EQ(DifferenceBetween(*back, image).greatest, 0);
 }
 
-TEST(GifEncoder, WritesNoLargerTableThanThePictureNeeds)
+TEST(GifEncoder, WritesSmallestSufficientColourTable)
 {
     EXPECT_EQ(Encoded(kGifCodec, OfColours(10, 10, 2))[10] & 7, 0);
     EXPECT_EQ(Encoded(kGifCodec, OfColours(10, 10, 5))[10] & 7, 2);
     EXPECT_EQ(Encoded(kGifCodec, OfColours(40, 10, 256))[10] & 7, 7);
 }
 
-TEST(GifEncoder, FitsAPaletteToAPictureOfMoreColours)
+TEST(GifEncoder, QuantisesPictureWithMoreColours)
 {
     const ImageBuffer image = Pattern(200, 150, 3);
 
@@ -128,7 +128,7 @@ TEST(GifEncoder, FitsAPaletteToAPictureOfMoreColours)
     EXPECT_LE(colours.size(), 256u);
 }
 
-TEST(GifEncoder, MakesPixelsBelowHalfAlphaTransparentAndOthersOpaque)
+TEST(GifEncoder, MakesPixelsBelowHalfAlphaTransparent)
 {
     for (const std::int32_t width : {6, 200}) {  // few colours and many
         const ImageBuffer image = Pattern(width, width, 4);
@@ -145,7 +145,7 @@ TEST(GifEncoder, MakesPixelsBelowHalfAlphaTransparentAndOthersOpaque)
     }
 }
 
-TEST(GifEncoder, SpendsNoColourOnTransparencyThatIsNotThere)
+TEST(GifEncoder, ReservesNoColourForUnusedTransparency)
 {
     ImageBuffer image = OfColours(61, 43, 256), with_alpha = Blank(61, 43, 4);
     for (std::size_t i = 0; i < image.bytes.size() / 3; ++i) {
@@ -159,7 +159,7 @@ TEST(GifEncoder, SpendsNoColourOnTransparencyThatIsNotThere)
     EXPECT_EQ(DifferenceBetween(*back, image).greatest, 0);
 }
 
-TEST(GifEncoder, KeepsAPictureThatIsTransparentThroughout)
+TEST(GifEncoder, KeepsFullyTransparentPicture)
 {
     const auto back = Decoded(kGifCodec, Encoded(kGifCodec, Blank(5, 4, 4)));
 
@@ -168,7 +168,7 @@ TEST(GifEncoder, KeepsAPictureThatIsTransparentThroughout)
     EXPECT_EQ(back->bytes, PixelBytes(80, 0));
 }
 
-TEST(GifEncoder, WritesTheTextsAsAComment)
+TEST(GifEncoder, WritesTextsAsComment)
 {
     SaveSettings settings;
     settings.texts.sTitle = "A title";
@@ -191,7 +191,7 @@ TEST(GifEncoder, WritesNoCommentWithoutTexts)
     EXPECT_EQ(Identified(file, "%c"), "");
 }
 
-TEST(GifEncoder, WritesTheLargestSides)
+TEST(GifEncoder, SupportsMaximumSides)
 {
     for (const auto& [width, height] : {std::pair{65500, 1}, {1, 65500}, {1, 1}}) {
         const ImageBuffer image = Pattern(width, height, 1);
@@ -207,7 +207,7 @@ RC_GTEST_PROP(GifEncoder, GivesBackAnyPictureOfFewColours, ())
     const auto channels = *rc::gen::element(1, 3);
     const auto colours = *rc::gen::nonEmpty(rc::gen::container<Block>(rc::gen::arbitrary<std::uint8_t>()));
     ImageBuffer image = Blank(width, height, channels);
-    // Runs of all lengths, for strings of all lengths.
+    // Runs of all lengths make strings of all lengths.
     const auto runs = *rc::gen::nonEmpty(rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 400)));
     std::size_t pixel = 0;
     const auto step = static_cast<std::size_t>(channels);
@@ -215,7 +215,7 @@ RC_GTEST_PROP(GifEncoder, GivesBackAnyPictureOfFewColours, ())
         for (int i = 0; i < runs[run % runs.size()] && pixel * step < image.bytes.size(); ++i, ++pixel)
             std::fill_n(&image.bytes[pixel * step], step,
                         colours[(run * 7) % std::min<std::size_t>(colours.size(), 200)]);
-    // Grey in every channel would be read as grey; 255 - x is never x.
+    // Equal channels would be read as grey; 255 - x never equals x.
     if (channels == 3)
         for (std::size_t i = 0; i < image.bytes.size(); i += 3)
             image.bytes[i] = static_cast<std::uint8_t>(255 - image.bytes[i + 1]);

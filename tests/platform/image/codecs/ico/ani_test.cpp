@@ -1,4 +1,4 @@
-// Animated cursors from hand-made bytes: sequences, bare frames, chunks that lie.
+// Tests of animated cursors from hand-made bytes: sequences, raw frames, corrupt chunks.
 #include "src/platform/image/codecs/ico/ani.h"
 
 #include <gtest/gtest.h>
@@ -43,7 +43,7 @@ static ByteMaker Frames(std::initializer_list<ByteMaker> frames)
     return Chunk("LIST", maker);
 }
 
-// A cursor of one pixel whose blue tells it from the others.
+// A one-pixel cursor identified by its blue channel.
 static ByteMaker Cursor(int blue)
 {
     ByteMaker maker;
@@ -52,7 +52,7 @@ static ByteMaker Cursor(int blue)
     return maker;
 }
 
-// The blue of each page; -1 for one that is refused.
+// The blue channel of each page; -1 for a refused one.
 static Levels Blues(const std::vector<std::uint8_t>& bytes)
 {
     InputFile file(bytes);
@@ -67,13 +67,13 @@ static Levels Blues(const std::vector<std::uint8_t>& bytes)
     return found;
 }
 
-TEST(AniReads, TheFramesAsTheyLieInTheFile)
+TEST(AniDecoder, ReadsFramesInFileOrderByDefault)
 {
     EXPECT_EQ(Blues(Animation({HeaderChunk(1), Frames({Cursor(1), Cursor(2), Cursor(3)})})),
               (Levels{1, 2, 3}));
 }
 
-TEST(AniReads, TheFramesInTheOrderOfTheSequence)
+TEST(AniDecoder, FollowsOrderOfSequenceChunk)
 {
     const auto sequence = Chunk("seq ", ByteMaker().U32Le({1, 0, 1, 7}));
 
@@ -82,7 +82,7 @@ TEST(AniReads, TheFramesInTheOrderOfTheSequence)
         << "a step that names no frame is no page to be had";
 }
 
-TEST(AniReads, PastChunksThatItDoesNotKnow)
+TEST(AniDecoder, SkipsUnknownChunks)
 {
     const auto info =
         Chunk("LIST", ByteMaker().Text("INFO").All(Chunk("IART", ByteMaker().Text("me!")).Data()));
@@ -92,7 +92,7 @@ TEST(AniReads, PastChunksThatItDoesNotKnow)
               Levels{1});
 }
 
-TEST(AniReads, FramesThatAreBitmapFiles)
+TEST(AniDecoder, ReadsFramesThatAreBitmapFiles)
 {
     const auto bitmap = Encoded(kBmpCodec, Pattern(3, 3, 3));
 
@@ -101,7 +101,7 @@ TEST(AniReads, FramesThatAreBitmapFiles)
         << "the header promised icons";
 }
 
-TEST(AniReads, FramesThatAreBareBitsOfTheHeadersSize)
+TEST(AniDecoder, ReadsRawFramesWithSizeFromHeader)
 {
     const ByteMaker bits = ByteMaker().U8({1, 2, 3, 0, 4, 5, 6, 0});
     const ByteMaker bitmap =
@@ -112,7 +112,7 @@ TEST(AniReads, FramesThatAreBareBitsOfTheHeadersSize)
     EXPECT_EQ(Blues(Animation({HeaderChunk(0, 0, 1, 2), Frames({bits})})), Levels{-1});
 }
 
-TEST(AniReads, WhatIsThereOfChunksThatClaimMore)
+TEST(AniDecoder, ReadsWhatIsPresentOfOversizedChunks)
 {
     auto frames = Frames({Cursor(1), Cursor(2)});
     auto file = Animation({frames});
@@ -124,7 +124,7 @@ TEST(AniReads, WhatIsThereOfChunksThatClaimMore)
     EXPECT_EQ(Blues(file), (Levels{1, -1}));
 }
 
-TEST(AniReads, NothingWithoutFrames)
+TEST(AniDecoder, RefusesFileWithoutFrames)
 {
     EXPECT_FALSE(Decoded(kAniCodec, Animation({})));
     EXPECT_FALSE(Decoded(kAniCodec, Animation({HeaderChunk(1), Frames({})})));
@@ -132,7 +132,7 @@ TEST(AniReads, NothingWithoutFrames)
     EXPECT_FALSE(Decoded(kAniCodec, ByteMaker().Text("RIFF").Data()));
 }
 
-TEST(AniReads, NoFrameThatIsNone)
+TEST(AniDecoder, RefusesInvalidFrames)
 {
     EXPECT_EQ(Blues(Animation({HeaderChunk(1), Frames({ByteMaker(), Cursor(5), ByteMaker().Zeros(30)})})),
               (Levels{-1, 5, -1}));
@@ -140,7 +140,7 @@ TEST(AniReads, NoFrameThatIsNone)
               (Levels{-1, -1}));
 }
 
-TEST(AniCodec, OnlyReads)
+TEST(AniCodec, HasNoEncoder)
 {
     EXPECT_EQ(kAniCodec.encode, nullptr);
     EXPECT_EQ(kAniCodec.type, FileType{14});

@@ -1,4 +1,4 @@
-// Icons and cursors from hand-made bytes: masks, alpha, directories that lie.
+// Tests of icons and cursors from hand-made bytes: masks, alpha, corrupt directories.
 #include "src/platform/image/codecs/ico/icon_directory.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 using Levels = std::vector<int>;
 using Picture = std::vector<std::uint8_t>;
 
-// A bitmap as icons hold it: rows counts the mask's rows too.
+// A bitmap as stored in icons: rows includes those of the mask.
 static ByteMaker Bitmap(std::uint32_t width, std::uint32_t rows, std::uint32_t bits,
                         std::uint32_t colours = 0)
 {
@@ -22,7 +22,7 @@ static ByteMaker Bitmap(std::uint32_t width, std::uint32_t rows, std::uint32_t b
     return maker;
 }
 
-// 2 by 1 pixels of 24 bits, the second one masked out.
+// 2 by 1 pixels of 24 bits; the second is masked out.
 static Picture Small(int blue = 1)
 {
     return Bitmap(2, 2, 24).U8({blue, 2, 3, 4, 5, 6, 0, 0}).U8({0x40, 0, 0, 0}).Data();
@@ -32,7 +32,7 @@ struct Entry {
     Picture picture;
     int width = 2;
     int height = 1;
-    std::int64_t offset = -1;  ///< what the directory claims instead of the truth
+    std::int64_t offset = -1;  ///< overrides the true offset in the directory
     std::int64_t size = -1;
 };
 
@@ -70,12 +70,12 @@ static std::int32_t FramesOf(const std::vector<std::uint8_t>& bytes)
     return decoder ? decoder->FrameCount() : 0;
 }
 
-TEST(IconBitmaps, AreTransparentWhereTheMaskSaysSo)
+TEST(IconBitmaps, AreTransparentWhereMaskIsSet)
 {
     EXPECT_EQ(LevelsOf(Icon({{Small()}})), (Levels{1, 2, 3, 255, 4, 5, 6, 0}));
 }
 
-TEST(IconBitmaps, OfEveryDepthHaveTheirMaskBehindTheColours)
+TEST(IconBitmaps, HaveMaskAfterPixelsAtEveryDepth)
 {
     const auto one = Bitmap(2, 2, 1).U8({1, 1, 1, 0, 2, 2, 2, 0, 0x40, 0, 0, 0, 0x80, 0, 0, 0});
     const auto four = Bitmap(2, 2, 4, 2).U8({1, 1, 1, 0, 2, 2, 2, 0, 0x01, 0, 0, 0, 0x80, 0, 0, 0});
@@ -89,21 +89,21 @@ TEST(IconBitmaps, OfEveryDepthHaveTheirMaskBehindTheColours)
     EXPECT_EQ(LevelsOf(Icon({{sixteen.Data()}})), (Levels{8, 8, 8, 0, 16, 16, 16, 255}));
 }
 
-TEST(IconBitmaps, HaveRowsFromBelowInBothParts)
+TEST(IconBitmaps, StorePixelsAndMaskFromBottomUp)
 {
     const auto maker = Bitmap(1, 4, 24).U8({1, 1, 1, 0, 2, 2, 2, 0}).U8({0, 0, 0, 0, 0x80, 0, 0, 0});
 
     EXPECT_EQ(LevelsOf(Icon({{maker.Data(), 1, 2}})), (Levels{2, 2, 2, 0, 1, 1, 1, 255}));
 }
 
-TEST(IconBitmaps, OfThirtyTwoBitsHaveTheirOwnAlpha)
+TEST(IconBitmaps, UseAlphaOfThirtyTwoBitPixels)
 {
     const auto maker = Bitmap(2, 2, 32).U8({1, 2, 3, 100, 4, 5, 6, 0}).U8({0xC0, 0, 0, 0});
 
     EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), (Levels{1, 2, 3, 100, 4, 5, 6, 0}));
 }
 
-TEST(IconBitmaps, OfThirtyTwoBitsWithoutAnyAlphaGoByTheMask)
+TEST(IconBitmaps, FallBackToMaskIfAlphaIsZeroEverywhere)
 {
     const auto maker = Bitmap(2, 2, 32).U8({1, 2, 3, 0, 4, 5, 6, 0});
     ByteMaker masked = maker;
@@ -113,15 +113,15 @@ TEST(IconBitmaps, OfThirtyTwoBitsWithoutAnyAlphaGoByTheMask)
     EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), (Levels{1, 2, 3, 255, 4, 5, 6, 255})) << "and need none";
 }
 
-TEST(IconBitmaps, ThatOnlyInvertTheScreenShowWhatTheyInvert)
+TEST(IconBitmaps, ShowInvertedPixelsAsOpaque)
 {
-    // A beam: masked out as a whole, the first pixel inverts, the second one does nothing.
+    // Like a text cursor: everything is masked out, the first pixel inverts, the second does nothing.
     const auto maker = Bitmap(2, 2, 1).U8({0, 0, 0, 0, 255, 255, 255, 0, 0x80, 0, 0, 0, 0xC0, 0, 0, 0});
 
     EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), (Levels{0, 0, 0, 255, 0, 0, 0, 0}));
 }
 
-TEST(IconBitmaps, WhoseHeaderForgotTheMaskHaveNone)
+TEST(IconBitmaps, AreOpaqueIfHeaderCountsNoMaskRows)
 {
     const auto maker = Bitmap(2, 2, 24).U8({1, 2, 3, 4, 5, 6, 0, 0, 7, 8, 9, 10, 11, 12, 0, 0});
 
@@ -129,14 +129,14 @@ TEST(IconBitmaps, WhoseHeaderForgotTheMaskHaveNone)
               (Levels{7, 8, 9, 255, 10, 11, 12, 255, 1, 2, 3, 255, 4, 5, 6, 255}));
 }
 
-TEST(IconBitmaps, WithoutTheMaskThatTheyNeedAreRefused)
+TEST(IconBitmaps, AreRefusedIfMaskIsMissing)
 {
     const auto maker = Bitmap(2, 2, 24).U8({1, 2, 3, 4, 5, 6, 0, 0});
 
     EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), Levels{-1});
 }
 
-TEST(IconBitmaps, ThatNoIconHasAreRefused)
+TEST(IconBitmaps, AreRefusedInUnsupportedForms)
 {
     ByteMaker runs;
     runs.U32Le({40, 2, 2}).U16Le({1, 8}).U32Le({1, 0, 0, 0, 1, 0}).U8({1, 1, 1, 0, 2, 0, 0, 1, 0, 0, 0, 0});
@@ -148,7 +148,7 @@ TEST(IconBitmaps, ThatNoIconHasAreRefused)
     EXPECT_EQ(LevelsOf(Icon({{Picture{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0}}})), Levels{-1});
 }
 
-TEST(IconPngs, GiveFourChannelsWhateverTheyHold)
+TEST(IconPngs, AlwaysDecodeToFourChannels)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer inner = Pattern(9, 5, channels);
@@ -160,7 +160,7 @@ TEST(IconPngs, GiveFourChannelsWhateverTheyHold)
     }
 }
 
-TEST(IconPngs, ThatAreCutSpoilOnlyTheirOwnPage)
+TEST(IconPngs, AffectOnlyTheirOwnPageIfTruncated)
 {
     auto png = Encoded(kPngCodec, Pattern(9, 5, 3));
     png.resize(png.size() / 2);
@@ -170,7 +170,7 @@ TEST(IconPngs, ThatAreCutSpoilOnlyTheirOwnPage)
     EXPECT_EQ(LevelsOf(file, 1)[0], 20);
 }
 
-TEST(IconDirectory, GivesEveryEntryAsAPageInTheFilesOrder)
+TEST(IconDirectory, ListsPagesInFileOrder)
 {
     const auto file = Icon({{Small(10)}, {Small(20)}, {Small(30)}});
 
@@ -179,7 +179,7 @@ TEST(IconDirectory, GivesEveryEntryAsAPageInTheFilesOrder)
         EXPECT_EQ(LevelsOf(file, frame)[0], 10 + 10 * frame);
 }
 
-TEST(IconDirectory, SpoilsOnlyTheEntriesThatLie)
+TEST(IconDirectory, LosesOnlyCorruptEntries)
 {
     const auto file = Icon({{Small(10), 2, 1, 0x7FFFFFFF},
                             {Small(20)},
@@ -197,14 +197,14 @@ TEST(IconDirectory, SpoilsOnlyTheEntriesThatLie)
     EXPECT_EQ(LevelsOf(file, 5)[0], 60) << "the bitmap knows its size better";
 }
 
-TEST(IconDirectory, MayNameOnePictureTwice)
+TEST(IconDirectory, MayReferToSamePictureTwice)
 {
     const auto file = Icon({{Small(10)}, {Picture{}, 2, 1, 38, std::ssize(Small())}});
 
     EXPECT_EQ(LevelsOf(file, 0), LevelsOf(file, 1));
 }
 
-TEST(IconDirectory, HasNoMoreEntriesThanTheFileHasRoomFor)
+TEST(IconDirectory, IsLimitedBySizeOfFile)
 {
     EXPECT_EQ(FramesOf(Icon({{Small()}}, 1, 65535)), static_cast<std::int32_t>((16 + Small().size()) / 16));
     EXPECT_EQ(FramesOf(Icon({}, 1, 5)), 0);
@@ -212,7 +212,7 @@ TEST(IconDirectory, HasNoMoreEntriesThanTheFileHasRoomFor)
     EXPECT_EQ(FramesOf({}), 0);
 }
 
-TEST(IconSniff, TellsIconsFromCursors)
+TEST(IconSniff, DistinguishesIconsFromCursors)
 {
     const auto icon_file = Icon({{Small()}}, 1);
     const auto cursor_file = Icon({{Small()}}, 2);
@@ -225,7 +225,7 @@ TEST(IconSniff, TellsIconsFromCursors)
     EXPECT_TRUE(Decoded(kCurCodec, cursor_file));
 }
 
-TEST(IconSniff, NeedsOneEntryThatIsPossible)
+TEST(IconSniff, RequiresPlausibleEntry)
 {
     EXPECT_TRUE(kIcoCodec.sniff(Icon({{Small(), 2, 1, 3}, {Small()}}), ""));
     EXPECT_FALSE(kIcoCodec.sniff(Icon({{Small(), 2, 1, 3}}), ""));
@@ -234,7 +234,7 @@ TEST(IconSniff, NeedsOneEntryThatIsPossible)
     EXPECT_FALSE(kIcoCodec.sniff(Bytes{}, ""));
 }
 
-TEST(IconCodecs, OnlyRead)
+TEST(IconCodecs, HaveNoEncoder)
 {
     EXPECT_EQ(kIcoCodec.encode, nullptr);
     EXPECT_EQ(kCurCodec.encode, nullptr);

@@ -1,4 +1,4 @@
-// Tests of reading JPEG 2000 files.
+// Tests of the JPEG 2000 decoder.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -25,7 +25,7 @@ ImageBuffer Scene(const std::string& name = "scene.ppm")
     return ReadPnm(SamplePath("j2k/" + name)).value();
 }
 
-// A codestream of the picture without loss.
+// Encodes the picture losslessly as a codestream.
 Block Stream(const ImageBuffer& image)
 {
     SaveSettings settings;
@@ -44,10 +44,10 @@ ImageBuffer OfPixel(const PixelBytes& pixel)
     return image;
 }
 
-// The first pixel of a JP2 file whose components all have one value.
+// The first pixel of a JP2 file whose components are each constant.
 PixelBytes Shown(const PixelBytes& components, const Block& header_boxes)
 {
-    // The encoder takes B, G, R, which are the components 2, 1 and 0.
+    // The encoder takes B, G, R, which become components 2, 1 and 0.
     PixelBytes pixel = components;
     if (pixel.size() >= 3)
         std::swap(pixel[0], pixel[2]);
@@ -65,7 +65,7 @@ void ExpectNear(const PixelBytes& one, const PixelBytes& other, int within)
         EXPECT_NEAR(one[i], other[i], within) << i;
 }
 
-// Where a marker stands in a file.
+// The position of a marker in a file.
 std::size_t MarkerAt(const Block& file, int second)
 {
     for (std::size_t i = 0; i + 1 < file.size(); ++i)
@@ -87,7 +87,7 @@ class J2kKinds : public testing::TestWithParam<J2kSample>
 {
 };
 
-TEST_P(J2kKinds, ShowTheScene)
+TEST_P(J2kKinds, DecodeToScene)
 {
     const auto image = Decoded(kJ2kCodec, Sample(GetParam().name));
 
@@ -110,7 +110,7 @@ INSTANTIATE_TEST_SUITE_P(
         return name;
     });
 
-TEST(J2kDecoder, GivesThePixelsThatTheReferenceProgramGives)
+TEST(J2kDecoder, MatchesReferenceDecoderExactly)
 {
     const TestFolder folder;
     for (const char* name : {"lossy.j2k", "magick.jp2"}) {
@@ -124,7 +124,7 @@ TEST(J2kDecoder, GivesThePixelsThatTheReferenceProgramGives)
     }
 }
 
-TEST(J2kDecoder, TakesComponentsOfFewerSamplesThanTheFirstForChroma)
+TEST(J2kDecoder, TreatsSubsampledComponentsAsChroma)
 {
     const auto image = Decoded(kJ2kCodec, Sample("ycc420.j2k"));
 
@@ -133,7 +133,7 @@ TEST(J2kDecoder, TakesComponentsOfFewerSamplesThanTheFirstForChroma)
     EXPECT_LT(DifferenceBetween(*image, Scene("scene-even.ppm")).mean, 4);
 }
 
-TEST(J2kDecoder, FindsAlphaThatTheFileNames)
+TEST(J2kDecoder, FindsAlphaByChannelDefinition)
 {
     const auto colour = Decoded(kJ2kCodec, Sample("alpha.jp2")),
                grey = Decoded(kJ2kCodec, Sample("grey-alpha.jp2"));
@@ -153,7 +153,7 @@ TEST(J2kDecoder, FindsAlphaThatTheFileNames)
     }
 }
 
-TEST(J2kDecoder, DividesColourThatWasMultipliedByItsAlpha)
+TEST(J2kDecoder, UnpremultipliesAlpha)
 {
     const Block alpha =
         Jp2Box("cdef", {0, 4, 0, 0, 0, 0, 0, 1, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 3, 0, 3, 0, 2, 0, 0});
@@ -162,7 +162,7 @@ TEST(J2kDecoder, DividesColourThatWasMultipliedByItsAlpha)
               (PixelBytes{40, 100, 199, 128}));
 }
 
-TEST(J2kDecoder, PutsComponentsIntoTheOrderThatTheFileNames)
+TEST(J2kDecoder, ReordersComponentsByChannelDefinition)
 {
     // Component 0 is blue (association 3), 1 green and 2 red.
     const Block order = Jp2Box("cdef", {0, 3, 0, 0, 0, 0, 0, 3, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 1});
@@ -172,7 +172,7 @@ TEST(J2kDecoder, PutsComponentsIntoTheOrderThatTheFileNames)
     EXPECT_EQ(Shown({10, 20, 30}, Jp2Colours(16)), (PixelBytes{30, 20, 10}));
 }
 
-TEST(J2kDecoder, TurnsYccIntoRgb)
+TEST(J2kDecoder, ConvertsYccToRgb)
 {
     for (const std::uint32_t space : {18u, 24u}) {
         EXPECT_EQ(Shown({76, 85, 255}, Jp2Colours(space)), (PixelBytes{0, 0, 254}));
@@ -180,25 +180,25 @@ TEST(J2kDecoder, TurnsYccIntoRgb)
     }
 }
 
-TEST(J2kDecoder, TurnsInksIntoRgb)
+TEST(J2kDecoder, ConvertsCmykToRgb)
 {
     EXPECT_EQ(Shown({0, 255, 0, 0}, Jp2Colours(12)), (PixelBytes{255, 0, 255}));
     EXPECT_EQ(Shown({0, 0, 255, 128}, Jp2Colours(12)), (PixelBytes{0, 127, 127}));
 }
 
-TEST(J2kDecoder, TurnsLabIntoRgb)
+TEST(J2kDecoder, ConvertsLabToRgb)
 {
-    // L* 54.3, a* 80.8, b* 69.9 is sRGB's red, seen by the white of print. In bytes: a over -85..85, b over
+    // L* 54.3, a* 80.8, b* 69.9 is sRGB red with a D50 white point. As bytes: a over -85..85, b over
     // -75..125.
     const Block defaults = Jp2Colours(14);
     ExpectNear(Shown({138, 249, 185}, defaults), {0, 0, 255}, 6);
     ExpectNear(Shown({255, 128, 96}, defaults), {255, 255, 255}, 2);
-    // The same with ranges and offsets of the file's own: a and b over -128..127.
+    // The same with explicit ranges and offsets: a and b over -128..127.
     const Block own = Jp2Colours(14, ByteMaker().U32Be({100, 0, 255, 128, 255, 128, 0x00443530}).Data());
     ExpectNear(Shown({138, 209, 198}, own), {0, 0, 255}, 6);
 }
 
-TEST(J2kDecoder, LooksPaletteIndexesUp)
+TEST(J2kDecoder, LooksUpPaletteIndexes)
 {
     ImageBuffer indexes = OfPixel({0});
     indexes.bytes[1] = 1;
@@ -214,7 +214,7 @@ TEST(J2kDecoder, LooksPaletteIndexesUp)
               (PixelBytes{30, 20, 10, 60, 50, 40}));
 }
 
-TEST(J2kDecoder, KeepsAProfileThatFitsThePixels)
+TEST(J2kDecoder, KeepsProfileThatFitsPixels)
 {
     const auto colour =
         Decoded(kJ2kCodec, Jp2File(5, 3, 3, Jp2Profile(SwappedProfile()), Stream(OfPixel({1, 2, 3}))));
@@ -230,13 +230,13 @@ TEST(J2kDecoder, KeepsAProfileThatFitsThePixels)
     EXPECT_TRUE(wrong->icc_profile.empty());
 }
 
-TEST(J2kDecoder, TurnsInksThroughTheFilesProfile)
+TEST(J2kDecoder, ConvertsCmykThroughEmbeddedProfile)
 {
-    // The profile has cyan and yellow exchanged: full cyan is yellow to see.
+    // The profile swaps cyan and yellow: full cyan appears yellow.
     ExpectNear(Shown({255, 0, 0, 0}, Jp2Profile(CmykProfile())), {0, 255, 255}, 12);
 }
 
-TEST(J2kDecoder, TellsResolutionAndMetadata)
+TEST(J2kDecoder, ReadsResolutionAndMetadata)
 {
     const Block exif = {'I', 'I', 42, 0, 8, 0, 0, 0, 0, 0, 0, 0, 0, 0};
     const auto uuid = [](const std::string& id, const Block& content) {
@@ -262,7 +262,7 @@ TEST(J2kDecoder, TellsResolutionAndMetadata)
     EXPECT_EQ(image->metadata.iptc, (Block{0x1C, 2}));
 }
 
-TEST(J2kDecoder, RefusesAFileThatIsCutWhereverItIsCut)
+TEST(J2kDecoder, RefusesTruncationAtAnyByte)
 {
     for (const char* name : {"plain.j2k", "packets.jp2", "parts.j2k"}) {
         const Block file = Sample(name);
@@ -271,7 +271,7 @@ TEST(J2kDecoder, RefusesAFileThatIsCutWhereverItIsCut)
     }
 }
 
-TEST(J2kDecoder, ReadsALastPartWithoutALengthIfTheEndMarkerIsThere)
+TEST(J2kDecoder, AcceptsUnsizedLastTilePartBeforeEndMarker)
 {
     Block file = Sample("plain.j2k");
     const std::size_t part = MarkerAt(file, 0x90);
@@ -285,10 +285,10 @@ TEST(J2kDecoder, ReadsALastPartWithoutALengthIfTheEndMarkerIsThere)
     EXPECT_FALSE(Decoded(kJ2kCodec, Bytes(file).first(file.size() * 2 / 3)));
 }
 
-TEST(J2kDecoder, RefusesFilesThatLackATile)
+TEST(J2kDecoder, RefusesFilesWithMissingTile)
 {
     Block file = Sample("tiles.j2k");
-    // The first tile's part is taken out.
+    // Cuts out the first tile-part.
     const std::size_t part = MarkerAt(file, 0x90);
     const std::size_t length = file[part + 8] * 256u + file[part + 9];
     file.erase(file.begin() + static_cast<std::ptrdiff_t>(part),
@@ -297,7 +297,7 @@ TEST(J2kDecoder, RefusesFilesThatLackATile)
     EXPECT_FALSE(Decoded(kJ2kCodec, file));
 }
 
-TEST(J2kDecoder, RefusesFilesThatLieOrAreSomethingElse)
+TEST(J2kDecoder, RefusesCorruptAndForeignFiles)
 {
     for (const char* name : {"cut.j2k", "cut.jp2", "lies-about-size.jp2", "too-large.j2k", "foreign.j2k"})
         EXPECT_FALSE(Decoded(kJ2kCodec, Sample(name))) << name;
@@ -306,7 +306,7 @@ TEST(J2kDecoder, RefusesFilesThatLieOrAreSomethingElse)
     EXPECT_TRUE(kJ2kCodec.sniff(Sample("plain.jp2"), ""));
 }
 
-TEST(J2kCodestream, IsRefusedWhenItsTilesOrPacketsAreMoreThanItsBytes)
+TEST(J2kCodestream, IsRefusedIfTilesOrPacketsExceedItsSize)
 {
     const Block good = Sample("plain.j2k");
     const std::size_t siz = MarkerAt(good, 0x51), cod = MarkerAt(good, 0x52);
@@ -320,22 +320,22 @@ TEST(J2kCodestream, IsRefusedWhenItsTilesOrPacketsAreMoreThanItsBytes)
         return MayDecode(file, ignored);
     };
 
-    EXPECT_FALSE(with(siz + 22, {0, 0, 0, 1, 0, 0, 0, 1}));  // tiles of 1 x 1
-    EXPECT_FALSE(with(siz + 22, {0, 0, 0, 0, 0, 0, 0, 1}));  // of 0
-    EXPECT_FALSE(with(siz + 14, {0, 0, 0, 83}));             // nothing between the edges
-    EXPECT_FALSE(with(siz + 38, {0, 0}));                    // no component
+    EXPECT_FALSE(with(siz + 22, {0, 0, 0, 1, 0, 0, 0, 1}));  // 1 x 1 tiles
+    EXPECT_FALSE(with(siz + 22, {0, 0, 0, 0, 0, 0, 0, 1}));  // 0 x 1 tiles
+    EXPECT_FALSE(with(siz + 14, {0, 0, 0, 83}));             // empty image area
+    EXPECT_FALSE(with(siz + 38, {0, 0}));                    // no components
     EXPECT_FALSE(with(siz + 38, {0xFF, 0xFF}));              // more than the segment holds
-    EXPECT_FALSE(with(siz + 41, {0}));                       // a component of no step
+    EXPECT_FALSE(with(siz + 41, {0}));                       // a component without a step
     EXPECT_FALSE(with(cod + 6, {0xFF, 0xFF}));               // layers
-    EXPECT_FALSE(with(cod + 9, {33}));                       // levels
-    EXPECT_FALSE(with(cod + 10, {20}));                      // size of the code blocks
+    EXPECT_FALSE(with(cod + 9, {33}));                       // decomposition levels
+    EXPECT_FALSE(with(cod + 10, {20}));                      // code-block size
 }
 
-TEST(J2kDecoder, SurvivesAnyByteOfAFileBeingAnother)
+TEST(J2kDecoder, SurvivesCorruptionOfAnySingleByte)
 {
     for (const char* name : {"packets.jp2", "bit1.j2k"}) {
         const Block file = Sample(name);
-        for (std::size_t i = 0; i < file.size(); i += i < 400 ? 1 : 4) {  // beyond are packets alone
+        for (std::size_t i = 0; i < file.size(); i += i < 400 ? 1 : 4) {  // after that there are only packets
             Block broken = file;
             broken[i] = static_cast<std::uint8_t>(broken[i] ^ (i % 3 == 0 ? 0x01 : i % 3 == 1 ? 0x80 : 0xFF));
             if (const auto image = Decoded(kJ2kCodec, broken)) {

@@ -1,4 +1,4 @@
-// Tests of writing JPEG 2000 files.
+// Tests of the JPEG 2000 encoder.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -51,7 +51,7 @@ std::string OpenJpegSays(const Block& file, const std::string& grep)
 }
 }  // namespace
 
-TEST(J2kEncoder, LosesNothingAtQuality100)
+TEST(J2kEncoder, IsLosslessAtQuality100)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer image = Pattern(150, 90, channels);
@@ -65,7 +65,7 @@ TEST(J2kEncoder, LosesNothingAtQuality100)
     }
 }
 
-TEST(J2kEncoder, IsReadByOtherProgramsToThePixel)
+TEST(J2kEncoder, IsDecodedByOtherProgramsExactly)
 {
     const TestFolder folder;
     for (const std::int32_t channels : {1, 3}) {
@@ -86,7 +86,7 @@ TEST(J2kEncoder, IsReadByOtherProgramsToThePixel)
     }
 }
 
-TEST(J2kEncoder, WritesTilesThatMeetWithoutASeam)
+TEST(J2kEncoder, JoinsTilesWithoutSeams)
 {
     const ImageBuffer image = Pattern(1100, 1030, 3);
     const Block file = Saved(image, 100);
@@ -95,7 +95,7 @@ TEST(J2kEncoder, WritesTilesThatMeetWithoutASeam)
     EXPECT_EQ(DifferenceBetween(*Decoded(kJ2kCodec, file), image).greatest, 0);
 }
 
-TEST(J2kEncoder, GrowsWithTheQuality)
+TEST(J2kEncoder, WritesMoreBytesForHigherQuality)
 {
     for (const ImageBuffer& image : {Pattern(200, 160, 3), Detailed(200, 160), Pattern(200, 160, 1)}) {
         std::size_t last_size = 0;
@@ -113,7 +113,7 @@ TEST(J2kEncoder, GrowsWithTheQuality)
     }
 }
 
-TEST(J2kEncoder, ComesNearItsTarget)
+TEST(J2kEncoder, ComesCloseToTargetPsnr)
 {
     const ImageBuffer image = Detailed(256, 256);
     for (const std::int32_t quality : {30, 60, 90})
@@ -121,7 +121,7 @@ TEST(J2kEncoder, ComesNearItsTarget)
             << quality;
 }
 
-TEST(J2kEncoder, LosesLessThanJpegOfThatQualityInAboutAsManyBytes)
+TEST(J2kEncoder, BeatsJpegOfSameQualityAtSimilarSize)
 {
     const ImageBuffer image = Detailed(320, 240);
     const TestFolder folder;
@@ -139,7 +139,7 @@ TEST(J2kEncoder, LosesLessThanJpegOfThatQualityInAboutAsManyBytes)
     }
 }
 
-TEST(J2kTarget, IsHigherForSmoothPicturesAndRisesWithTheQuality)
+TEST(J2kTarget, RisesWithQualityAndSmoothness)
 {
     const ImageBuffer smooth = Pattern(200, 160, 3), full = Detailed(200, 160);
     for (std::int32_t quality = 2; quality <= 99; ++quality) {
@@ -161,7 +161,7 @@ TEST(J2kEncoder, WritesPicturesOfAnyShape)
             }
 }
 
-TEST(J2kEncoder, WritesTheTextsAsAComment)
+TEST(J2kEncoder, WritesTextsAsComment)
 {
     ImageInfoTexts texts;
     texts.sTitle = "A title";

@@ -1,4 +1,4 @@
-// Tests of reading JPEG files.
+// Tests of the JPEG decoder.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -28,8 +28,7 @@ ImageBuffer Scene()
     return ReadPnm(SamplePath("jpeg/scene.ppm")).value();
 }
 
-// What another program decodes the sample to; it is called with the sample, the options and the PNM file to
-// write.
+// Decodes the sample with another program, called with the sample, options and the PNM file to write.
 ImageBuffer By(const std::string& program, const std::string& name, const std::string& options = "")
 {
     const TestFolder folder;
@@ -40,7 +39,7 @@ ImageBuffer By(const std::string& program, const std::string& name, const std::s
     return ReadPnm(out).value_or(ImageBuffer{});
 }
 
-// The file with one more segment right after its beginning.
+// Inserts a segment after the start of image.
 Block WithSegment(const Block& file, int application, const std::string& name, const Block& bytes)
 {
     const std::size_t length = 2 + name.size() + bytes.size();
@@ -72,7 +71,7 @@ class JpegKinds : public testing::TestWithParam<const char*>
 {
 };
 
-TEST_P(JpegKinds, DecodeAsOtherProgramsDecodeThem)
+TEST_P(JpegKinds, MatchOtherDecoders)
 {
     const auto image = Decoded(kJpegCodec, Sample(GetParam()));
 
@@ -96,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(Samples, JpegKinds,
                              return name;
                          });
 
-TEST(JpegDecoder, GivesExactlyThePixelsOfTheReferenceDecoder)
+TEST(JpegDecoder, MatchesReferenceDecoderExactly)
 {
     for (const char* name : {"baseline.jpg", "progressive.jpg", "grey.jpg"}) {
         const auto image = Decoded(kJpegCodec, Sample(name));
@@ -105,9 +104,9 @@ TEST(JpegDecoder, GivesExactlyThePixelsOfTheReferenceDecoder)
     }
 }
 
-// Coefficients of such a size are given back while rows come out; those of halved colours lie in rows of
-// different lengths.
-TEST(JpegDecoder, GivesTheSamePixelsOfALargeProgressiveFile)
+// Coefficients of large files are released while rows are output; with subsampling, their rows differ in
+// length.
+TEST(JpegDecoder, DecodesLargeProgressiveFileExactly)
 {
     const TestFolder folder;
     WritePnm(folder.Path("in.ppm"), Pattern(4200, 4101, 3));
@@ -125,7 +124,7 @@ TEST(JpegDecoder, GivesTheSamePixelsOfALargeProgressiveFile)
     }
 }
 
-TEST(JpegDecoder, ShowsInksOfEveryKindInTheColoursOfTheScene)
+TEST(JpegDecoder, ConvertsEveryKindOfCmykToScene)
 {
     for (const char* name : {"cmyk.jpg", "cmyk-plain.jpg", "ycck.jpg"}) {
         const auto image = Decoded(kJpegCodec, Sample(name));
@@ -136,7 +135,7 @@ TEST(JpegDecoder, ShowsInksOfEveryKindInTheColoursOfTheScene)
     }
 }
 
-TEST(JpegDecoder, TurnsInksThroughTheFilesProfile)
+TEST(JpegDecoder, ConvertsCmykThroughEmbeddedProfile)
 {
     const Block file = WithSegment(Sample("cmyk.jpg"), 2, kIcc, IccPart(1, 1, CmykProfile()));
     const auto plain = Decoded(kJpegCodec, Sample("cmyk.jpg"));
@@ -144,7 +143,7 @@ TEST(JpegDecoder, TurnsInksThroughTheFilesProfile)
 
     ASSERT_TRUE(image);
     EXPECT_TRUE(image->icc_profile.empty());
-    // The profile has cyan and yellow exchanged, and with them red and blue.
+    // The profile swaps cyan and yellow, and thus red and blue.
     ImageBuffer exchanged = *plain;
     for (std::size_t i = 0; i + 2 < exchanged.bytes.size(); i += 3)
         std::swap(exchanged.bytes[i], exchanged.bytes[i + 2]);
@@ -152,16 +151,16 @@ TEST(JpegDecoder, TurnsInksThroughTheFilesProfile)
     EXPECT_GT(DifferenceBetween(*image, *plain).mean, 30);
 }
 
-class JpegRefused : public testing::TestWithParam<const char*>
+class RefusedJpeg : public testing::TestWithParam<const char*>
 {
 };
 
-TEST_P(JpegRefused, IsAnOrdinaryFalse)
+TEST_P(RefusedJpeg, ReturnsFalseFromDecoder)
 {
     EXPECT_FALSE(Decoded(kJpegCodec, Sample(GetParam())));
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, JpegRefused,
+INSTANTIATE_TEST_SUITE_P(Samples, RefusedJpeg,
                          testing::Values("cut.jpg", "no-end.jpg", "end-too-soon.jpg", "lies-about-size.jpg",
                                          "too-large.jpg", "many-scans.jpg", "foreign.jpg", "README.md"),
                          [](const auto& test) {
@@ -171,7 +170,7 @@ INSTANTIATE_TEST_SUITE_P(Samples, JpegRefused,
                              return name;
                          });
 
-TEST(JpegDecoder, RefusesAFileCutAtAnyByte)
+TEST(JpegDecoder, RefusesTruncationAtAnyByte)
 {
     for (const char* name : {"baseline.jpg", "progressive.jpg", "arithmetic.jpg", "restarts.jpg"}) {
         const Block good = Sample(name);
@@ -180,7 +179,7 @@ TEST(JpegDecoder, RefusesAFileCutAtAnyByte)
     }
 }
 
-TEST(JpegDecoder, SurvivesEveryChangedByte)
+TEST(JpegDecoder, SurvivesCorruptionOfAnySingleByte)
 {
     for (const char* name :
          {"baseline.jpg", "progressive.jpg", "arithmetic.jpg", "restarts.jpg", "ycck.jpg"}) {
@@ -196,11 +195,11 @@ TEST(JpegDecoder, SurvivesEveryChangedByte)
     }
 }
 
-TEST(JpegDecoder, DecodesAPictureThatIsDamagedBetweenRestarts)
+TEST(JpegDecoder, DecodesDamageBetweenRestartMarkers)
 {
     const Block good = Sample("restarts.jpg");
     Block changed = good;
-    // The entropy data of one restart interval: a byte halfway between two restart markers is turned round.
+    // Inverts a byte halfway between two restart markers, inside entropy-coded data.
     const auto is_restart = [&](std::size_t n) { return good[n] == 0xFF && good[n + 1] == 0xD0; };
     std::size_t marker = 0;
     while (!is_restart(marker))
@@ -213,14 +212,14 @@ TEST(JpegDecoder, DecodesAPictureThatIsDamagedBetweenRestarts)
     EXPECT_LT(DifferenceBetween(*image, Scene()).mean, 20);
 }
 
-TEST(JpegDecoder, RefusesMoreMegapixelsThanAllowedBeforeDecoding)
+TEST(JpegDecoder, RefusesTooManyMegapixelsBeforeDecoding)
 {
-    Block large = Sample("arithmetic.jpg");  // has no least count of bytes
+    Block large = Sample("arithmetic.jpg");  // arithmetic coding has no minimum size
     const std::uint8_t frame[] = {0xFF, 0xC9};
     const auto found = std::search(large.begin(), large.end(), std::begin(frame), std::end(frame));
     ASSERT_NE(found, large.end());
     for (const int n : {5, 7}) {
-        found[n] = 0x40;  // 16384 pixels and more
+        found[n] = 0x40;  // at least 16384 pixels
         found[n + 1] = 0;
     }
     setenv("VARNEL_MAX_MEGAPIXELS", "100", 1);
@@ -228,9 +227,9 @@ TEST(JpegDecoder, RefusesMoreMegapixelsThanAllowedBeforeDecoding)
     unsetenv("VARNEL_MAX_MEGAPIXELS");
 }
 
-TEST(JpegDecoder, ReadsResolutionInInchesCentimetresOrFromExif)
+TEST(JpegDecoder, ReadsResolutionFromJfifOrExif)
 {
-    Block file = Sample("baseline.jpg");  // JFIF: at 13 the unit, then two densities
+    Block file = Sample("baseline.jpg");  // JFIF: unit at 13, then two densities
     const auto set_density = [&](std::uint8_t unit, std::uint8_t x, std::uint8_t y) {
         file[13] = unit;
         file[14] = file[16] = 0;
@@ -252,7 +251,7 @@ TEST(JpegDecoder, ReadsResolutionInInchesCentimetresOrFromExif)
     EXPECT_EQ(Decoded(kJpegCodec, file)->dots_per_inch_x, 300);
 }
 
-TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
+TEST(JpegDecoder, ReadsXmpIptcAndProfileInParts)
 {
     const Block xmp = {'<', 'x', '/', '>'};
     const Block iptc = {0x1C, 2, 5, 0, 3, 'a', 'b', 'c'};
@@ -265,7 +264,7 @@ TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
     Block file = WithSegment(Sample("baseline.jpg"), 1, kXmp, xmp);
     file = WithSegment(file, 13, kPhotoshop, resources);
     file = WithSegment(file, 2, kIcc, IccPart(1, 2, first));
-    file = WithSegment(file, 2, kIcc, IccPart(2, 2, second));  // comes first in the file
+    file = WithSegment(file, 2, kIcc, IccPart(2, 2, second));  // precedes part 1 in the file
 
     const auto image = Decoded(kJpegCodec, file);
 
@@ -275,7 +274,7 @@ TEST(JpegDecoder, BringsXmpAndIptcAndAProfileInParts)
     EXPECT_EQ(image->icc_profile, profile);
 }
 
-TEST(JpegDecoder, DropsAProfileThatIsBrokenOrOfAnotherSpace)
+TEST(JpegDecoder, DropsInvalidProfileAndProfileOfOtherSpace)
 {
     const Block good = Sample("baseline.jpg");
     const Block profile = SwappedProfile();
@@ -289,7 +288,7 @@ TEST(JpegDecoder, DropsAProfileThatIsBrokenOrOfAnotherSpace)
                     ->icc_profile.empty());
 }
 
-TEST(JpegLoad, TurnsAPhotographUprightAndForgetsTheOrientation)
+TEST(JpegLoad, RotatesPhotographUprightAndResetsOrientation)
 {
     const HostFiles files;
     CodecImageFile image_file(files);
@@ -327,7 +326,7 @@ TEST(JpegLoad, ShowsAllEightOrientationsAlike)
     }
 }
 
-TEST(JpegLoad, GoesByContentAndCountsOnePage)
+TEST(JpegLoad, DetectsContentAndReportsOnePage)
 {
     const HostFiles files;
     CodecImageFile image_file(files);

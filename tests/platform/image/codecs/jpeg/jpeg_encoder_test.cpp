@@ -1,4 +1,4 @@
-// Tests of writing JPEG files.
+// Tests of the JPEG encoder.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -21,7 +21,7 @@ SaveSettings Quality(std::int32_t quality)
     return settings;
 }
 
-// What Pillow says of a file: a Python expression over the picture p.
+// Evaluates a Python expression over the Pillow image p.
 std::string Pillow(const Block& file, const std::string& expression)
 {
     const TestFolder folder;
@@ -43,7 +43,7 @@ ImageBuffer AsPillowDecodes(const Block& file)
 }
 }  // namespace
 
-TEST(JpegEncoder, MakesFilesThatPillowDecodesAsWeDo)
+TEST(JpegEncoder, WritesFilesThatPillowDecodesEqually)
 {
     for (const int channels : {1, 3})
         for (const auto& [w, h] : {std::pair{1, 1}, {83, 61}, {16, 16}, {640, 1}, {1, 300}}) {
@@ -57,7 +57,7 @@ TEST(JpegEncoder, MakesFilesThatPillowDecodesAsWeDo)
         }
 }
 
-TEST(JpegEncoder, HalvesTheColoursBelowQualityNinetyOnly)
+TEST(JpegEncoder, SubsamplesChromaOnlyBelowQualityNinety)
 {
     const ImageBuffer image = Pattern(64, 64, 3);
     const std::string sampling = "JpegImagePlugin.get_sampling(p)";  // 0 is 4:4:4, 2 is 4:2:0
@@ -65,7 +65,7 @@ TEST(JpegEncoder, HalvesTheColoursBelowQualityNinetyOnly)
     EXPECT_EQ(Pillow(Encoded(kJpegCodec, image, Quality(90)), sampling), "0");
 }
 
-TEST(JpegEncoder, WritesTheTablesThatOtherProgramsWriteForTheQuality)
+TEST(JpegEncoder, WritesStandardTablesForQuality)
 {
     const TestFolder folder;
     const ImageBuffer image = Pattern(200, 150, 3);
@@ -78,14 +78,14 @@ TEST(JpegEncoder, WritesTheTablesThatOtherProgramsWriteForTheQuality)
     }
 }
 
-TEST(JpegEncoder, ClampsTheQuality)
+TEST(JpegEncoder, ClampsQuality)
 {
     const ImageBuffer image = Pattern(64, 64, 3);
     EXPECT_EQ(Encoded(kJpegCodec, image, Quality(-5)), Encoded(kJpegCodec, image, Quality(1)));
     EXPECT_EQ(Encoded(kJpegCodec, image, Quality(500)), Encoded(kJpegCodec, image, Quality(100)));
 }
 
-TEST(JpegEncoder, WritesTheSevenTexts)
+TEST(JpegEncoder, WritesSevenTexts)
 {
     SaveSettings settings;
     settings.texts = {"T", "Described here", "2021-07-04", "Ann", "(c)", "Maker", "Model"};
@@ -101,7 +101,7 @@ TEST(JpegEncoder, WritesNoExifWithoutSourceAndTexts)
               "['jfif', 'jfif_density', 'jfif_unit', 'jfif_version']");
 }
 
-TEST(JpegEncoder, WritesTheResolutionAsExactlyAsJfifCan)
+TEST(JpegEncoder, WritesResolutionAsExactlyAsJfifAllows)
 {
     ImageBuffer image = Pattern(9, 9, 3);
     image.dots_per_inch_x = 300;
@@ -119,7 +119,7 @@ TEST(JpegEncoder, WritesTheResolutionAsExactlyAsJfifCan)
     }
 }
 
-TEST(JpegEncoder, CarriesProfileXmpAndIptcThrough)
+TEST(JpegEncoder, CopiesProfileXmpAndIptc)
 {
     ImageBuffer image = Pattern(33, 21, 3);
     image.icc_profile = SwappedProfile();
@@ -137,11 +137,11 @@ TEST(JpegEncoder, CarriesProfileXmpAndIptcThrough)
     EXPECT_EQ(back->metadata.iptc, image.metadata.iptc);
 }
 
-TEST(JpegEncoder, SplitsAProfileThatIsLongerThanASegment)
+TEST(JpegEncoder, SplitsProfileLongerThanOneSegment)
 {
     ImageBuffer image = Pattern(9, 9, 3);
     image.icc_profile = SwappedProfile();
-    image.icc_profile.resize(150'000, 7);  // bytes after a profile's own size are allowed
+    image.icc_profile.resize(150'000, 7);  // padding after a profile is allowed
 
     const Block file = Encoded(kJpegCodec, image);
 
@@ -149,14 +149,14 @@ TEST(JpegEncoder, SplitsAProfileThatIsLongerThanASegment)
     EXPECT_EQ(Pillow(file, "len(p.info['icc_profile'])"), "150000");
 }
 
-TEST(JpegEncoder, LeavesOutAProfileOfAnotherSpace)
+TEST(JpegEncoder, OmitsProfileOfOtherColourSpace)
 {
     ImageBuffer image = Pattern(9, 9, 1);
     image.icc_profile = SwappedProfile();
     EXPECT_EQ(Pillow(Encoded(kJpegCodec, image), "'icc_profile' in p.info"), "False");
 }
 
-TEST(JpegEncoder, LeavesOutBlocksThatAreTooLongAndStillWritesTheTexts)
+TEST(JpegEncoder, OmitsOversizedBlocksButWritesTexts)
 {
     ImageBuffer image = Pattern(9, 9, 3);
     image.metadata.exif = {'I', 'I', 42, 0, 8, 0, 0, 0, 1, 0, 0x12, 1, 3,
@@ -174,7 +174,7 @@ TEST(JpegEncoder, LeavesOutBlocksThatAreTooLongAndStillWritesTheTexts)
     EXPECT_TRUE(Decoded(kJpegCodec, file)->metadata.iptc.empty());
 }
 
-TEST(JpegEncoder, TakesThePaddingOffAnXmpPacketThatIsTooLong)
+TEST(JpegEncoder, StripsPaddingFromOversizedXmpPacket)
 {
     ImageBuffer image = Pattern(9, 9, 3);
     const std::string xmp = "<x/>" + std::string(70'000, ' ') + "<?xpacket end='w'?>";
@@ -185,13 +185,13 @@ TEST(JpegEncoder, TakesThePaddingOffAnXmpPacketThatIsTooLong)
     EXPECT_EQ(std::string(back->metadata.xmp.begin(), back->metadata.xmp.end()), "<x/><?xpacket end='w'?>");
 }
 
-TEST(JpegEncoder, HoldsTheLongestSides)
+TEST(JpegEncoder, SupportsMaximumSides)
 {
     EXPECT_EQ(Decoded(kJpegCodec, Encoded(kJpegCodec, Pattern(65500, 2, 3)))->width, 65500);
     EXPECT_EQ(Decoded(kJpegCodec, Encoded(kJpegCodec, Pattern(1, 65500, 1)))->height, 65500);
 }
 
-TEST(JpegSave, LaysAlphaOnWhiteAndKeepsExifAcrossALoad)
+TEST(JpegSave, FlattensAlphaOnWhiteAndKeepsExif)
 {
     const HostFiles files;
     CodecImageFile image_file(files);
@@ -210,7 +210,7 @@ TEST(JpegSave, LaysAlphaOnWhiteAndKeepsExifAcrossALoad)
               "((255, 255), (255, 255), (255, 255))");
 }
 
-TEST(JpegSave, IsFalseForAFullDiskAndLeavesNothing)
+TEST(JpegSave, FailsOnFullDiskAndLeavesNothing)
 {
     const HostFiles files;
     CodecImageFile image_file(files);

@@ -1,4 +1,4 @@
-// EMF files: recognised, refused, written and read back.
+// Tests of EMF files: detection, refusal, writing and reading back.
 #include "src/platform/image/codecs/metafile/emf.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ static std::vector<std::uint8_t> WrittenFile(const ImageBuffer& image, const Ima
     return Encoded(kEmfCodec, image, settings);
 }
 
-/// The file with a record before its bitmap that changes nothing, so that it must be played.
+/// Inserts a no-op record before the bitmap, so that the file must be played.
 static std::vector<std::uint8_t> ToBePlayed(std::vector<std::uint8_t> file)
 {
     const std::vector<std::uint8_t> record = ByteMaker().U32Le({Emr::kSetBkMode, 12, 1}).Data();
@@ -36,7 +36,7 @@ TEST(CodecEmf, IsFoundByTypeAndContent)
     EXPECT_FALSE(kEmfCodec.sniff(Bytes(file).first(43), "emf"));
 }
 
-TEST(EmfWriter, GivesBackTheSamePixels)
+TEST(EmfWriter, RoundTripsPixels)
 {
     for (const std::int32_t channels : {1, 3})
         for (const auto& [width, height] :
@@ -52,7 +52,7 @@ TEST(EmfWriter, GivesBackTheSamePixels)
         }
 }
 
-TEST(EmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
+TEST(EmfWriter, WritesRecordsThatPlayerDrawsExactly)
 {
     for (const auto& [width, height] :
          {std::pair(1, 1), std::pair(37, 23), std::pair(2, 301), std::pair(5000, 2)}) {
@@ -65,7 +65,7 @@ TEST(EmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
     }
 }
 
-TEST(EmfWriter, HoldsPicturesWiderThanCairosOwn)
+TEST(EmfWriter, SupportsPicturesWiderThanCairoSurfaces)
 {
     const ImageBuffer image = Pattern(50000, 2, 3);
     const auto back = Decoded(kEmfCodec, WrittenFile(image));
@@ -76,7 +76,7 @@ TEST(EmfWriter, HoldsPicturesWiderThanCairosOwn)
     EXPECT_EQ(played_back->bytes, image.bytes);
 }
 
-TEST(EmfWriter, PutsTheTextsIntoTheDescription)
+TEST(EmfWriter, WritesTextsAsDescription)
 {
     ImageInfoTexts texts;
     texts.sTitle =
@@ -96,18 +96,18 @@ TEST(EmfWriter, PutsTheTextsIntoTheDescription)
     EXPECT_TRUE(Decoded(kEmfCodec, file).has_value());
 }
 
-TEST(EmfWriter, SaysInTheHeaderWhatIsInTheFile)
+TEST(EmfWriter, WritesHeaderThatMatchesFile)
 {
     const std::vector<std::uint8_t> file = WrittenFile(Pattern(30, 20, 3));
     ByteReader reader(Bytes(file).subspan(48));
 
     EXPECT_EQ(reader.U32Le(), file.size());
-    EXPECT_EQ(reader.U32Le(), 4u);  // records
+    EXPECT_EQ(reader.U32Le(), 4u);  // number of records
     EXPECT_TRUE(IsWholeEmf(file));
     EXPECT_EQ(file.size() % 4, 0u);
 }
 
-TEST(EmfWriter, IsUnderstoodByAnotherProgram)
+TEST(EmfWriter, WritesFilesThatOtherProgramsRead)
 {
     const TestFolder folder;
     for (const std::int32_t channels : {1, 3}) {
@@ -128,7 +128,7 @@ TEST(EmfWriter, IsUnderstoodByAnotherProgram)
     }
 }
 
-TEST(EmfReader, RefusesAFileThatIsCutShortAnywhere)
+TEST(EmfReader, RefusesTruncationAtAnyByte)
 {
     for (const std::vector<std::uint8_t>& file :
          {WrittenFile(Pattern(7, 5, 3)), EmfMaker(20, 20)
@@ -140,7 +140,7 @@ TEST(EmfReader, RefusesAFileThatIsCutShortAnywhere)
             ASSERT_FALSE(Decoded(kEmfCodec, Bytes(file).first(size)).has_value()) << size;
 }
 
-TEST(EmfReader, RefusesAFrameThatIsNoPictureOrTooLarge)
+TEST(EmfReader, RefusesEmptyOrOversizedFrame)
 {
     std::vector<std::uint8_t> huge = EmfMaker(20, 20).File();
     huge[34] = 0x7F;  // over 2,000 metres wide
@@ -152,7 +152,7 @@ TEST(EmfReader, RefusesAFrameThatIsNoPictureOrTooLarge)
     EXPECT_FALSE(Decoded(kEmfCodec, none).has_value());
 }
 
-TEST(EmfReader, TakesTheBoundsWhenThereIsNoFrame)
+TEST(EmfReader, UsesBoundsIfFrameIsMissing)
 {
     std::vector<std::uint8_t> file = EmfMaker(30, 20).File();
     for (std::size_t n = 24; n < 40; ++n)
@@ -164,11 +164,11 @@ TEST(EmfReader, TakesTheBoundsWhenThereIsNoFrame)
     EXPECT_EQ(image->height, 20);
 }
 
-TEST(EmfReader, GoesByTheFrameWhateverTheDevice)
+TEST(EmfReader, UsesFrameAtAnyDeviceResolution)
 {
     std::vector<std::uint8_t> file =
         EmfMaker(40, 40).Brush(1, kRed).Select(kNullPen).Record(Emr::kRectangle, {0, 0, 100, 100}).File();
-    // A device of 480 dots an inch: 100 of them are 20 pixels.
+    // A 480 dpi device: 100 device pixels are 20 picture pixels.
     const std::vector<std::uint8_t> device = ByteMaker().U32Le({9600, 7200}).Data();
     std::copy(device.begin(), device.end(), file.begin() + 72);
     const auto image = Decoded(kEmfCodec, file);
@@ -177,7 +177,7 @@ TEST(EmfReader, GoesByTheFrameWhateverTheDevice)
     EXPECT_EQ(CountOf(*image, kRed, {0, 0, 40, 40}), 400);
 }
 
-TEST(EmfReader, BeginsAtTheFramesCorner)
+TEST(EmfReader, StartsAtCornerOfFrame)
 {
     std::vector<std::uint8_t> file =
         EmfMaker(40, 40).Brush(1, kRed).Select(kNullPen).Record(Emr::kRectangle, {10, 20, 20, 30}).File();
@@ -189,7 +189,7 @@ TEST(EmfReader, BeginsAtTheFramesCorner)
     EXPECT_EQ(InkBounds(*image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
 }
 
-TEST(EmfReader, RefusesARecordWhoseContentDoesNotFitIt)
+TEST(EmfReader, RefusesRecordWithInvalidContent)
 {
     const auto refused = [](const EmfMaker& maker) { return !Decoded(kEmfCodec, maker.File()).has_value(); };
 
@@ -201,7 +201,7 @@ TEST(EmfReader, RefusesARecordWhoseContentDoesNotFitIt)
         EmfMaker(20, 20).Bounded(Emr::kStretchDibits, {0, 0, 0, 0, 1, 1, 80, 40, 4000, 4, 0, 0, 1, 1})));
 }
 
-TEST(EmfReader, RefusesAFileThatOnlyItsOtherRecordsDraw)
+TEST(EmfReader, RefusesFileDrawnByEmfPlusOnly)
 {
     const auto comment = [](std::uint16_t flags) {
         return ByteMaker()
@@ -219,7 +219,7 @@ TEST(EmfReader, RefusesAFileThatOnlyItsOtherRecordsDraw)
             .has_value());
 }
 
-TEST(EmfReader, RefusesAFileThatWantsMoreWorkThanItsPictureIsWorth)
+TEST(EmfReader, RefusesFileThatExceedsWorkBudget)
 {
     EmfMaker maker(1000, 1000);
     for (int n = 0; n < 3000; ++n)
@@ -228,13 +228,13 @@ TEST(EmfReader, RefusesAFileThatWantsMoreWorkThanItsPictureIsWorth)
     EXPECT_FALSE(Decoded(kEmfCodec, maker.File()).has_value());
 }
 
-// What other programs made, as tests/samples/emf/README.md tells.
-TEST(EmfReader, DrawsWhatOtherProgramsWrote)
+// Files of other programs; see tests/samples/emf/README.md.
+TEST(EmfReader, DrawsFilesOfOtherPrograms)
 {
     struct Expected {
         const char* name;
         std::int32_t width, height;
-        int min_ink, max_ink;  ///< percent of the pixels
+        int min_ink, max_ink;  ///< percentage of the pixels
     };
     for (const Expected& expected :
          {Expected{"emf/gnuplot.emf", 399, 264, 4, 25}, Expected{"emf/fig2dev.emf", 371, 232, 4, 30},
@@ -252,13 +252,13 @@ TEST(EmfReader, DrawsWhatOtherProgramsWrote)
     }
 }
 
-TEST(EmfReader, DrawsTheColouredShapesOfAnotherProgramWhereTheyBelong)
+TEST(EmfReader, DrawsColouredShapesOfOtherProgramInPlace)
 {
     const auto image = Decoded(kEmfCodec, FileContent(SamplePath("emf/fig2dev.emf")));
 
     ASSERT_TRUE(image.has_value());
     EXPECT_EQ(ColorAt(*image, 222, 40), kYellow);  // in the circle
-    EXPECT_EQ(ColorAt(*image, 80, 5), kBlue);      // on the box's line
+    EXPECT_EQ(ColorAt(*image, 80, 5), kBlue);      // on the box's outline
     EXPECT_EQ(ColorAt(*image, 80, 40), kWhite);    // in the box, which is white
     EXPECT_GT(CountOf(*image, kGreen, {290, 5, 370, 80}), 1000);
 }

@@ -1,4 +1,4 @@
-// Finding the module that plays metafiles.
+// Tests of loading the metafile player module.
 #include "src/platform/image/codecs/metafile/metafile_module.h"
 
 #include <gtest/gtest.h>
@@ -10,13 +10,13 @@
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/metafile_maker.h"
 
-TEST(MetafileModule, IsFoundBesideTheProgram)
+TEST(MetafileModule, IsFoundBesideProgram)
 {
     EXPECT_NE(LoadMetafileModule().play, nullptr);
     EXPECT_NE(LoadMetafileModule().measure, nullptr);
 }
 
-TEST(MetafileModule, RefusesARequestOfAnotherBuild)
+TEST(MetafileModule, RefusesRequestOfOtherBuild)
 {
     ImageBuffer image = Pattern(2, 2, 3);
     const std::vector<std::uint8_t> file = EmfMaker(2, 2).File();
@@ -34,7 +34,7 @@ TEST(MetafileModule, RefusesARequestOfAnotherBuild)
     EXPECT_FALSE(play(nullptr));
 }
 
-// In a process of its own, since a module that was found is kept.
+// Runs in a child process, because a loaded module stays loaded.
 static void RefuseWithoutModule()
 {
     setenv("VARNEL_MODULE_DIR", "/nowhere", 1);
@@ -47,7 +47,7 @@ static void RefuseWithoutModule()
     std::_Exit(!drawing && is_picture ? 0 : 1);
 }
 
-TEST(MetafileModule, IsMissedOnlyByFilesThatMustBePlayed)
+TEST(MetafileModule, IsNeededOnlyForFilesThatMustBePlayed)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
 

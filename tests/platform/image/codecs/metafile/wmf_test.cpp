@@ -1,4 +1,4 @@
-// WMF files: recognised, refused, written and read back.
+// Tests of WMF files: detection, refusal, writing and reading back.
 #include "src/platform/image/codecs/metafile/wmf.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/metafile_maker.h"
 
-/// The file with a record at its front that changes nothing, so that it must be played.
+/// Inserts a no-op record at the front, so that the file must be played.
 static std::vector<std::uint8_t> ToBePlayed(std::vector<std::uint8_t> file)
 {
     const std::vector<std::uint8_t> record = ByteMaker().U32Le({4}).U16Le({0x0102, 1}).Data();
@@ -27,7 +27,7 @@ TEST(CodecWmf, IsFoundByTypeAndContent)
     EXPECT_FALSE(kWmfCodec.sniff(Bytes(plain).subspan(1), "wmf"));
 }
 
-TEST(WmfWriter, GivesBackTheSamePixels)
+TEST(WmfWriter, RoundTripsPixels)
 {
     for (const std::int32_t channels : {1, 3})
         for (const auto& [width, height] :
@@ -42,7 +42,7 @@ TEST(WmfWriter, GivesBackTheSamePixels)
         }
 }
 
-TEST(WmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
+TEST(WmfWriter, WritesRecordsThatPlayerDrawsExactly)
 {
     for (const auto& [width, height] : {std::pair(1, 1), std::pair(37, 23), std::pair(20000, 2)}) {
         const ImageBuffer image = Pattern(width, height, 3);
@@ -54,13 +54,13 @@ TEST(WmfWriter, WritesRecordsThatThePlayerDrawsToTheSamePixels)
     }
 }
 
-TEST(WmfWriter, RefusesWhatItsRecordCannotHold)
+TEST(WmfWriter, RefusesPictureTooLargeForRecord)
 {
     EXPECT_TRUE(Encoded(kWmfCodec, Pattern(32768, 1, 3)).empty());
     EXPECT_TRUE(Encoded(kWmfCodec, Pattern(1, 32768, 3)).empty());
 }
 
-TEST(WmfWriter, WritesAHeaderWhoseChecksumAndSizesAreRight)
+TEST(WmfWriter, WritesHeaderWithValidChecksumAndSizes)
 {
     const std::vector<std::uint8_t> file = Encoded(kWmfCodec, Pattern(30, 20, 1));
     ByteReader reader(file);
@@ -73,7 +73,7 @@ TEST(WmfWriter, WritesAHeaderWhoseChecksumAndSizesAreRight)
     EXPECT_EQ(reader.U32Le() * 2 + 22, file.size());
 }
 
-TEST(WmfWriter, IsUnderstoodByAnotherProgram)
+TEST(WmfWriter, WritesFilesThatOtherProgramsRead)
 {
     const TestFolder folder;
     for (const std::int32_t channels : {1, 3}) {
@@ -92,7 +92,7 @@ TEST(WmfWriter, IsUnderstoodByAnotherProgram)
     }
 }
 
-TEST(WmfReader, RefusesAFileThatIsCutShortAnywhere)
+TEST(WmfReader, RefusesTruncationAtAnyByte)
 {
     for (const std::vector<std::uint8_t>& file :
          {Encoded(kWmfCodec, Pattern(7, 5, 3)), WmfMaker(20, 20)
@@ -105,13 +105,13 @@ TEST(WmfReader, RefusesAFileThatIsCutShortAnywhere)
             ASSERT_FALSE(Decoded(kWmfCodec, Bytes(file).first(size)).has_value()) << size;
 }
 
-TEST(WmfReader, RefusesASizeThatIsNoneOrTooLarge)
+TEST(WmfReader, RefusesEmptyOrOversizedPicture)
 {
     EXPECT_FALSE(Decoded(kWmfCodec, WmfMaker(30000, 30000).UnitsPerInch(1).File()).has_value());
     EXPECT_FALSE(Decoded(kWmfCodec, WmfMaker(10, 0).File()).has_value());
 }
 
-TEST(WmfReader, RefusesARecordWhoseContentDoesNotFitIt)
+TEST(WmfReader, RefusesRecordWithInvalidContent)
 {
     const auto refused = [](const WmfMaker& maker) { return !Decoded(kWmfCodec, maker.File()).has_value(); };
 
@@ -122,7 +122,7 @@ TEST(WmfReader, RefusesARecordWhoseContentDoesNotFitIt)
     EXPECT_TRUE(refused(WmfMaker(20, 20).Record(0x06FF, {0, 6, 0, 0, 0, 900, 4, 5, 5, 35, 20})));
 }
 
-TEST(WmfReader, BelievesAHeaderWithoutAChecksum)
+TEST(WmfReader, AcceptsHeaderWithoutChecksum)
 {
     std::vector<std::uint8_t> file = WmfMaker(20, 20).File();
     file[20] ^= 0x55;
@@ -130,8 +130,8 @@ TEST(WmfReader, BelievesAHeaderWithoutAChecksum)
     EXPECT_TRUE(Decoded(kWmfCodec, file).has_value());
 }
 
-// What another program made, as tests/samples/wmf/README.md tells.
-TEST(WmfReader, DrawsWhatAnotherProgramWrote)
+// A file of another program; see tests/samples/wmf/README.md.
+TEST(WmfReader, DrawsFileOfOtherProgram)
 {
     const auto image = Decoded(kWmfCodec, FileContent(SamplePath("wmf/shapes.wmf")));
 
@@ -139,9 +139,9 @@ TEST(WmfReader, DrawsWhatAnotherProgramWrote)
     EXPECT_EQ(image->width, 288);
     EXPECT_EQ(image->height, 192);
     EXPECT_EQ(ColorAt(*image, 50, 35), 0xA0F0FFu);   // in the rectangle
-    EXPECT_EQ(ColorAt(*image, 10, 35), 0xC80000u);   // on its line
+    EXPECT_EQ(ColorAt(*image, 10, 35), 0xC80000u);   // on its outline
     EXPECT_EQ(ColorAt(*image, 230, 50), 0x00A000u);  // in the triangle
     EXPECT_EQ(ColorAt(*image, 30, 85), 0x00A000u);   // in the pie
-    EXPECT_EQ(ColorAt(*image, 70, 85), kWhite);      // where a piece of it is missing
+    EXPECT_EQ(ColorAt(*image, 70, 85), kWhite);      // in its missing wedge
     EXPECT_GT(CountOf(*image, 0xA000A0, {10, 125, 110, 155}), 100);
 }

@@ -1,4 +1,4 @@
-// PCX from hand-made bytes: depths, planes, palettes, runs; and what is written.
+// Tests of PCX files: depths, planes, palettes and runs from hand-made bytes, and writing.
 #include "src/platform/image/codecs/pcx/pcx.h"
 
 #include <gtest/gtest.h>
@@ -48,14 +48,14 @@ static Levels LevelsOf(const ByteMaker& maker)
     return image ? Levels{image->bytes.begin(), image->bytes.end()} : Levels{-1};
 }
 
-TEST(PcxReads, OneBitAsBlackAndWhiteWhateverThePalette)
+TEST(PcxDecoder, ReadsOneBitAsBlackAndWhite)
 {
     const Shape shape{.bits = 1, .width = 10, .bytes_per_line = 2, .colours = {9, 9, 9, 8, 8, 8}};
 
     EXPECT_EQ(LevelsOf(Header(shape).U8({0xC1, 0xD0, 0x40})), (Levels{255, 255, 0, 255, 0, 0, 0, 0, 0, 255}));
 }
 
-TEST(PcxReads, PlanesOfOneBitAsIndexesTheFirstPlaneBeingTheLowestBit)
+TEST(PcxDecoder, CombinesOneBitPlanesFromLowestBit)
 {
     Shape shape{.bits = 1, .planes = 4, .width = 3, .bytes_per_line = 2};
     for (std::uint8_t i = 0; i < 16; ++i)
@@ -65,7 +65,7 @@ TEST(PcxReads, PlanesOfOneBitAsIndexesTheFirstPlaneBeingTheLowestBit)
               (Levels{0, 0, 9, 0, 0, 10, 0, 0, 14}));
 }
 
-TEST(PcxReads, PackedIndexesFromTheHighBitsOn)
+TEST(PcxDecoder, ReadsPackedIndexesFromHighBits)
 {
     Shape two{.bits = 2, .width = 4, .bytes_per_line = 1, .colours = {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}};
     Shape four{.bits = 4, .width = 2, .bytes_per_line = 1};
@@ -76,7 +76,7 @@ TEST(PcxReads, PackedIndexesFromTheHighBitsOn)
     EXPECT_EQ(LevelsOf(Header(four).U8({0xA5})), (Levels{10, 5}));
 }
 
-TEST(PcxReads, TheColoursOfTheEgaWhereTheVersionHasNoPaletteOrItIsEmpty)
+TEST(PcxDecoder, FallsBackToEgaPalette)
 {
     Shape shape{.version = 3, .bits = 4, .width = 2, .bytes_per_line = 1, .colours = {9, 9, 9}};
     const Levels brown_and_yellow = {0x00, 0x55, 0xAA, 0x55, 0xFF, 0xFF};
@@ -90,14 +90,14 @@ TEST(PcxReads, TheColoursOfTheEgaWhereTheVersionHasNoPaletteOrItIsEmpty)
     EXPECT_EQ(LevelsOf(Header(shape).U8({0x6E})), brown_and_yellow);
 }
 
-TEST(PcxReads, EightBitsThroughThePaletteAtTheEnd)
+TEST(PcxDecoder, MapsEightBitsThroughTrailingPalette)
 {
     ByteMaker maker = Header({.width = 2, .bytes_per_line = 2}).U8({3, 100});
 
     EXPECT_EQ(LevelsOf(Palette(maker)), (Levels{7, 252, 3, 7, 155, 100}));
 }
 
-TEST(PcxReads, EightBitsAsGreysWhereThereIsNoPaletteByRight)
+TEST(PcxDecoder, ReadsEightBitsAsGreyIfPaletteIsOptional)
 {
     EXPECT_EQ(LevelsOf(Header({.version = 3, .width = 2, .bytes_per_line = 2}).U8({3, 100})),
               (Levels{3, 100}));
@@ -107,7 +107,7 @@ TEST(PcxReads, EightBitsAsGreysWhereThereIsNoPaletteByRight)
         << "version 5 promises a palette of colours";
 }
 
-TEST(PcxReads, ThreePlanesAsColoursAndAFourthAsAlpha)
+TEST(PcxDecoder, ReadsThreePlanesAsColourAndFourthAsAlpha)
 {
     EXPECT_EQ(LevelsOf(Header({.planes = 3, .width = 2, .bytes_per_line = 2}).U8({1, 2, 3, 4, 5, 6})),
               (Levels{5, 3, 1, 6, 4, 2}));
@@ -118,14 +118,14 @@ TEST(PcxReads, ThreePlanesAsColoursAndAFourthAsAlpha)
         << "alpha that was never set";
 }
 
-TEST(PcxReads, DataThatIsNotPacked)
+TEST(PcxDecoder, ReadsUncompressedData)
 {
     EXPECT_EQ(LevelsOf(Header({.encoding = 0, .planes = 3, .width = 1, .bytes_per_line = 2})
                            .U8({0xC5, 0, 0xC6, 0, 0xC7, 0})),
               (Levels{0xC7, 0xC6, 0xC5}));
 }
 
-TEST(PcxReads, RunsThatGoOnInTheNextRowAndEmptyOnes)
+TEST(PcxDecoder, ReadsRunsAcrossRowsAndEmptyRuns)
 {
     ByteMaker maker = Header({.width = 4, .height = 3, .bytes_per_line = 4, .palette_kind = 2});
 
@@ -133,9 +133,9 @@ TEST(PcxReads, RunsThatGoOnInTheNextRowAndEmptyOnes)
               (Levels{1, 5, 5, 5, 5, 5, 5, 5, 5, 5, 6, 6}));
 }
 
-TEST(PcxReads, LongRowsOfRunsAndSingleBytes)
+TEST(PcxDecoder, ReadsLongRowsOfRunsAndSingleBytes)
 {
-    // Long enough for the fast way through, with every kind of run in every place.
+    // Long enough for the fast path, with runs of every length.
     ByteMaker maker = Header({.width = 6000, .height = 1, .bytes_per_line = 6000, .palette_kind = 2});
     Levels expected;
     for (int i = 0; expected.size() < 5900; ++i) {
@@ -154,7 +154,7 @@ TEST(PcxReads, LongRowsOfRunsAndSingleBytes)
     EXPECT_EQ(LevelsOf(maker), expected);
 }
 
-TEST(PcxReads, TheResolutionUnlessItIsTheSizeOfAScreenOrOfThePicture)
+TEST(PcxDecoder, IgnoresResolutionThatIsScreenOrPictureSize)
 {
     const auto dots_of = [](std::uint32_t x, std::uint32_t y) {
         const auto image =
@@ -169,7 +169,7 @@ TEST(PcxReads, TheResolutionUnlessItIsTheSizeOfAScreenOrOfThePicture)
     EXPECT_EQ(dots_of(300, 0), 0);
 }
 
-TEST(PcxReads, NoHeaderThatIsNone)
+TEST(PcxDecoder, RefusesInvalidHeaders)
 {
     const auto refused = [](Shape shape) {
         const auto maker = Header(shape).Zeros(300);
@@ -188,7 +188,7 @@ TEST(PcxReads, NoHeaderThatIsNone)
     EXPECT_TRUE(refused({.width = 9, .bytes_per_line = 8})) << "a row that can't hold its pixels";
 }
 
-TEST(PcxReads, NothingLargerThanTheDataCanHold)
+TEST(PcxDecoder, RefusesSizesLargerThanData)
 {
     EXPECT_EQ(
         LevelsOf(
@@ -196,7 +196,7 @@ TEST(PcxReads, NothingLargerThanTheDataCanHold)
         Levels{-1});
 }
 
-TEST(PcxWrites, TheResolutionAndAnEvenCountOfBytes)
+TEST(PcxEncoder, WritesResolutionAndEvenStride)
 {
     ImageBuffer image = Pattern(5, 2, 3);
     image.dots_per_inch_x = 299.6;
@@ -210,7 +210,7 @@ TEST(PcxWrites, TheResolutionAndAnEvenCountOfBytes)
     EXPECT_EQ(file[66], 6) << "bytes of a row of a plane";
 }
 
-TEST(PcxWrites, EqualBytesAsRunsThatEndWithThePlane)
+TEST(PcxEncoder, EndsRunsWithEachPlane)
 {
     ImageBuffer image = Pattern(70, 1, 1);
     std::fill(image.bytes.begin(), image.bytes.end(), std::uint8_t{7});

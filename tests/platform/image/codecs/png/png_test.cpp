@@ -1,4 +1,4 @@
-// Tests of reading and writing PNG files.
+// Tests of the PNG reader and writer.
 #include "src/platform/image/codecs/png/png.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace
 
 using Block = std::vector<std::uint8_t>;
 
-// What libpng makes of a file: the very pixels as grey, RGB or RGBA of 8 bits.
+// Decodes a file with libpng to 8-bit grey, RGB or RGBA.
 std::optional<ImageBuffer> DecodedByLibpng(const Block& file, std::int32_t channels)
 {
     png_image image{};
@@ -35,7 +35,7 @@ std::optional<ImageBuffer> DecodedByLibpng(const Block& file, std::int32_t chann
     return done ? std::optional(result) : std::nullopt;
 }
 
-// A file of one type, depth and interlace, with pixels that use the whole range, written by libpng.
+// A file of the given type, depth and interlace, written by libpng, whose pixels use the full range.
 Block WrittenByLibpng(int colour_type, int depth, bool interlaced, std::uint32_t width = 23,
                       std::uint32_t height = 17)
 {
@@ -94,7 +94,7 @@ ImageBuffer RandomPicture(std::int32_t width, std::int32_t height, std::int32_t 
     return image;
 }
 
-// The picture as B, G, R, A, so that pictures that were stored in fewer channels can be compared.
+// The picture as B, G, R, A, to compare pictures with different channels.
 PixelBytes FourChannels(const ImageBuffer& image)
 {
     PixelBytes result;
@@ -133,7 +133,7 @@ int DepthOf(const Block& file)
 
 }  // namespace
 
-TEST(PngReader, ReadsEveryTypeDepthAndInterlaceAsLibpngDoes)
+TEST(PngReader, ReadsEveryTypeDepthAndInterlaceLikeLibpng)
 {
     struct Kind {
         int colour_type;
@@ -172,7 +172,7 @@ TEST(PngReader, RoundsSixteenBitsToEight)
         const auto ours = Decoded(kPngCodec, file);
         ASSERT_TRUE(ours) << colour_type;
 
-        // libpng itself scales exactly, with png_set_scale_16, as its command line tool's reading does.
+        // libpng scales exactly only with png_set_scale_16.
         png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
         png_infop info = png_create_info_struct(png);
         std::pair<const Block*, std::size_t> source{&file, 0};
@@ -216,7 +216,7 @@ TEST(PngReader, ReadsFilesOfOtherPrograms)
     }
 }
 
-TEST(PngReader, TakesTheTransparentColoursOfTrns)
+TEST(PngReader, AppliesTransparentColoursOfTrns)
 {
     const TestFolder folder;
     Python(
@@ -244,7 +244,7 @@ TEST(PngReader, TakesTheTransparentColoursOfTrns)
     EXPECT_EQ(colour->bytes[7], 0);
 }
 
-TEST(PngReader, RefusesWhatIsEmptyForeignOrCutShortAnywhere)
+TEST(PngReader, RefusesEmptyForeignAndTruncatedFiles)
 {
     EXPECT_FALSE(Decoded(kPngCodec, Block{}));
     EXPECT_FALSE(Decoded(kPngCodec, FileContent(SamplePath("README.md"))));
@@ -254,19 +254,19 @@ TEST(PngReader, RefusesWhatIsEmptyForeignOrCutShortAnywhere)
         EXPECT_FALSE(Decoded(kPngCodec, Bytes(whole).first(n))) << n;
 }
 
-TEST(PngReader, RefusesAHeaderThatClaimsMoreThanTheFileHolds)
+TEST(PngReader, RefusesHeaderThatClaimsTooMuch)
 {
     Block file = WrittenByLibpng(PNG_COLOR_TYPE_RGB, 8, false);
-    const Block sides = {0, 0, 0xEA, 0x60, 0, 0, 0xEA, 0x60};  // 60,000 x 60,000, over the limit
+    const Block sides = {0, 0, 0xEA, 0x60, 0, 0, 0xEA, 0x60};  // 60,000 x 60,000: over the limit
     std::copy(sides.begin(), sides.end(), file.begin() + 16);
     EXPECT_FALSE(Decoded(kPngCodec, file));
 
-    const Block large = {0, 0, 0x40, 0, 0, 0, 0x40, 0};  // 16,384 x 16,384, within it
+    const Block large = {0, 0, 0x40, 0, 0, 0, 0x40, 0};  // 16,384 x 16,384: within the limit
     std::copy(large.begin(), large.end(), file.begin() + 16);
     EXPECT_FALSE(Decoded(kPngCodec, file));
 }
 
-TEST(PngReader, SurvivesEveryByteBeingAnother)
+TEST(PngReader, SurvivesCorruptionOfAnySingleByte)
 {
     for (const bool interlaced : {false, true}) {
         const Block whole = WrittenByLibpng(PNG_COLOR_TYPE_PALETTE, 8, interlaced, 9, 7);
@@ -285,7 +285,7 @@ TEST(PngReader, SurvivesEveryByteBeingAnother)
     }
 }
 
-TEST(PngWriter, GivesBackThePixelsOfPicturesOfEveryKindAndSize)
+TEST(PngWriter, RoundTripsPicturesOfEveryKindAndSize)
 {
     const std::pair<std::int32_t, std::int32_t> sizes[] = {{1, 1}, {1, 9},   {9, 1},   {3, 2},    {8, 8},
                                                            {7, 5}, {33, 17}, {64, 64}, {257, 31}, {1000, 3}};
@@ -298,13 +298,13 @@ TEST(PngWriter, GivesBackThePixelsOfPicturesOfEveryKindAndSize)
                                     " colours");
 }
 
-TEST(PngWriter, GivesBackSmoothPicturesOfManyStrips)
+TEST(PngWriter, RoundTripsSmoothPicturesOfManyStrips)
 {
     for (const std::int32_t channels : {1, 3, 4})
         ExpectRoundTrip(Pattern(1501, 701, channels), std::to_string(channels) + " channels");
 }
 
-TEST(PngWriter, StoresBlackAndWhiteInOneBit)
+TEST(PngWriter, StoresBlackAndWhiteAsOneBit)
 {
     ImageBuffer page = RandomPicture(100, 50, 1, 1, 1);
     for (std::size_t i = 0; i < page.bytes.size(); ++i)
@@ -317,7 +317,7 @@ TEST(PngWriter, StoresBlackAndWhiteInOneBit)
     ExpectRoundTrip(page, "black and white");
 }
 
-TEST(PngWriter, StoresAGraphicOfFewColoursInAPalette)
+TEST(PngWriter, StoresFewColoursInPalette)
 {
     const ImageBuffer graphic = RandomPicture(120, 90, 3, 9, 3);
 
@@ -327,7 +327,7 @@ TEST(PngWriter, StoresAGraphicOfFewColoursInAPalette)
     EXPECT_EQ(DepthOf(file), 4);
 }
 
-// Lines of the same few letters in shades of grey and blue, on a ground that is mostly one colour.
+// Text in a few letters and shades of grey and blue, on a mostly plain background.
 static ImageBuffer Screen(std::int32_t width, std::int32_t height, std::int32_t channels)
 {
     const ImageBuffer letters = RandomPicture(8, 12 * 20, channels, 5000, 5);
@@ -345,7 +345,7 @@ static ImageBuffer Screen(std::int32_t width, std::int32_t height, std::int32_t 
     return image;
 }
 
-TEST(PngWriter, GivesBackScreensDrawingsAndScansOfManyStrips)
+TEST(PngWriter, RoundTripsScreensDrawingsAndScansOfManyStrips)
 {
     for (const std::int32_t channels : {1, 3, 4})
         ExpectRoundTrip(Screen(900, 700, channels), "screen of " + std::to_string(channels) + " channels");
@@ -359,14 +359,14 @@ TEST(PngWriter, GivesBackScreensDrawingsAndScansOfManyStrips)
     ExpectRoundTrip(scan, "scan");
 }
 
-TEST(PngWriter, FindsTheLettersOfAScreenAgain)
+TEST(PngWriter, FindsRepeatedLettersOfScreenshot)
 {
     const ImageBuffer image = Screen(900, 700, 3);
 
     EXPECT_LT(Encoded(kPngCodec, image).size(), image.bytes.size() / 6);
 }
 
-TEST(PngWriter, MakesTheSameFileOfTheSamePicture)
+TEST(PngWriter, WritesSameFileForSamePicture)
 {
     for (const ImageBuffer& image : {Screen(900, 700, 4), Pattern(1501, 701, 3), Screen(48, 48, 4)}) {
         const Block first = Encoded(kPngCodec, image);
@@ -376,7 +376,7 @@ TEST(PngWriter, MakesTheSameFileOfTheSamePicture)
     }
 }
 
-TEST(PngWriter, SparesASmallPictureAPaletteThatIsLargerThanWhatItSaves)
+TEST(PngWriter, AvoidsPaletteThatCostsMoreThanItSaves)
 {
     ImageBuffer icon = RandomPicture(24, 24, 3, 1, 1);
     for (std::int32_t i = 0; i < 24 * 24; ++i)
@@ -391,7 +391,7 @@ TEST(PngWriter, SparesASmallPictureAPaletteThatIsLargerThanWhatItSaves)
     ExpectRoundTrip(icon, "icon");
 }
 
-TEST(PngWriter, CarriesResolutionProfileAndMetadata)
+TEST(PngWriter, CopiesResolutionProfileAndMetadata)
 {
     ImageBuffer image = Pattern(20, 10, 3);
     image.dots_per_inch_x = 300;
@@ -407,7 +407,7 @@ TEST(PngWriter, CarriesResolutionProfileAndMetadata)
     EXPECT_TRUE(back->metadata.xmp == image.metadata.xmp);
 }
 
-TEST(PngWriter, WritesTheTextsThatOtherProgramsRead)
+TEST(PngWriter, WritesTextsThatOtherProgramsRead)
 {
     const TestFolder folder;
     SaveSettings settings;
@@ -432,7 +432,7 @@ TEST(PngWriter, WritesTheTextsThatOtherProgramsRead)
               "e \xE2\x82\xAC|Somebody|2026");
 }
 
-TEST(PngWriter, WritesNoTextsWhenThereAreNone)
+TEST(PngWriter, WritesNoTextsIfThereAreNone)
 {
     const Block file = Encoded(kPngCodec, Pattern(8, 8, 3));
     const std::string file_path(file.begin(), file.end());

@@ -1,4 +1,4 @@
-// Sun rasterfiles from hand-made bytes: kinds, depths, colour maps, runs; and what is written.
+// Tests of Sun rasterfiles: types, depths, colour maps and runs from hand-made bytes, and writing.
 #include "src/platform/image/codecs/ras/ras.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ static Levels LevelsOf(const ByteMaker& maker)
     return image ? Levels{image->bytes.begin(), image->bytes.end()} : Levels{-1};
 }
 
-TEST(RasReads, TwentyFourBitsAsBlueGreenRedAndRowsPaddedToSixteenBits)
+TEST(RasDecoder, ReadsTwentyFourBitsInPaddedRows)
 {
     EXPECT_EQ(LevelsOf(Header(1, 2, 24).U8({1, 2, 3, 99, 4, 5, 6, 99})), (Levels{1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(LevelsOf(Header(1, 2, 24, kOld).U8({1, 2, 3, 99, 4, 5, 6})), (Levels{1, 2, 3, 4, 5, 6}))
@@ -32,24 +32,24 @@ TEST(RasReads, TwentyFourBitsAsBlueGreenRedAndRowsPaddedToSixteenBits)
     EXPECT_EQ(LevelsOf(Header(1, 2, 24).U8({1, 2, 3, 99, 4, 5})), Levels{-1});
 }
 
-TEST(RasReads, TheKindRgbTheOtherWayRound)
+TEST(RasDecoder, SwapsRedAndBlueForRgbType)
 {
     EXPECT_EQ(LevelsOf(Header(2, 1, 24, kRgb).U8({1, 2, 3, 4, 5, 6})), (Levels{3, 2, 1, 6, 5, 4}));
     EXPECT_EQ(LevelsOf(Header(2, 1, 32, kRgb).U8({99, 1, 2, 3, 99, 4, 5, 6})), (Levels{3, 2, 1, 6, 5, 4}));
 }
 
-TEST(RasReads, ThirtyTwoBitsWithoutTheirFirstByte)
+TEST(RasDecoder, SkipsFirstByteOfThirtyTwoBits)
 {
     EXPECT_EQ(LevelsOf(Header(2, 1, 32).U8({99, 1, 2, 3, 0, 4, 5, 6})), (Levels{1, 2, 3, 4, 5, 6}));
 }
 
-TEST(RasReads, OneBitAsWhiteAtZeroAndBlackAtOne)
+TEST(RasDecoder, ReadsOneBitAsWhiteZeroAndBlackOne)
 {
     EXPECT_EQ(LevelsOf(Header(10, 1, 1).U8({0b10110000, 0b01000000})),
               (Levels{0, 255, 0, 0, 255, 255, 255, 255, 255, 0}));
 }
 
-TEST(RasReads, OneBitThroughItsMap)
+TEST(RasDecoder, MapsOneBitThroughColourMap)
 {
     EXPECT_EQ(LevelsOf(Header(2, 1, 1, 1, 1, 6).U8({10, 20, 30, 40, 50, 60}).U8({0x40, 0})),
               (Levels{50, 30, 10, 60, 40, 20}));
@@ -57,7 +57,7 @@ TEST(RasReads, OneBitThroughItsMap)
               (Levels{0, 255}));
 }
 
-TEST(RasReads, EightBitsAsGreysOrThroughTheirMap)
+TEST(RasDecoder, MapsEightBitsOrReadsThemAsGrey)
 {
     EXPECT_EQ(LevelsOf(Header(3, 1, 8).U8({1, 2, 3, 99})), (Levels{1, 2, 3}));
     EXPECT_EQ(LevelsOf(Header(3, 1, 8, 1, 1, 6).U8({10, 20, 30, 40, 50, 60}).U8({1, 0, 2, 99})),
@@ -65,13 +65,13 @@ TEST(RasReads, EightBitsAsGreysOrThroughTheirMap)
         << "an index beyond the map is black";
 }
 
-TEST(RasReads, AMapThatIsNoTableAsNone)
+TEST(RasDecoder, IgnoresInvalidColourMap)
 {
     EXPECT_EQ(LevelsOf(Header(2, 1, 8, 1, 2, 5).U8({10, 20, 30, 40, 50}).U8({1, 2})), (Levels{1, 2}));
     EXPECT_EQ(LevelsOf(Header(2, 1, 8, 1, 0, 2).U8({10, 20}).U8({1, 2})), (Levels{1, 2}));
 }
 
-TEST(RasReads, AMapOfColoursThatHoldLevels)
+TEST(RasDecoder, AppliesColourMapToTrueColourChannels)
 {
     ByteMaker maker = Header(1, 1, 24, 1, 1, 768);
     for (int c = 0; c < 3; ++c)
@@ -81,7 +81,7 @@ TEST(RasReads, AMapOfColoursThatHoldLevels)
     EXPECT_EQ(LevelsOf(maker.U8({1, 2, 3, 0})), (Levels{254, 253, 252}));
 }
 
-TEST(RasReads, RunsWithTheirEscapes)
+TEST(RasDecoder, ReadsRunsAndEscapes)
 {
     EXPECT_EQ(LevelsOf(Header(4, 2, 8, kByteEncoded).U8({5, 0x80, 0, 0x80, 4, 9, 7})),
               (Levels{5, 0x80, 9, 9, 9, 9, 9, 7}))
@@ -93,7 +93,7 @@ TEST(RasReads, RunsWithTheirEscapes)
         EXPECT_EQ(LevelsOf(Header(2, 1, 8, kByteEncoded).All(end)), Levels{-1});
 }
 
-TEST(RasReads, NoHeaderThatNobodyWrites)
+TEST(RasDecoder, RefusesUnsupportedHeaders)
 {
     EXPECT_EQ(LevelsOf(Header(1, 1, 24, 0xFFFF).Zeros(8)), Levels{-1}) << "the experimental kind";
     EXPECT_EQ(LevelsOf(Header(1, 1, 24, 4).Zeros(8)), Levels{-1});
@@ -103,7 +103,7 @@ TEST(RasReads, NoHeaderThatNobodyWrites)
     EXPECT_EQ(LevelsOf(Header(1, 1, 24, kStandard, 1, 0xFFFFFFFF).Zeros(8)), Levels{-1});
 }
 
-TEST(RasReads, NothingLargerThanTheDataCanHold)
+TEST(RasDecoder, RefusesSizesLargerThanData)
 {
     for (const std::uint32_t kind : {kStandard, kByteEncoded}) {
         EXPECT_EQ(LevelsOf(Header(60000, 8000, 24, kind).Zeros(5000)), Levels{-1});
@@ -112,7 +112,7 @@ TEST(RasReads, NothingLargerThanTheDataCanHold)
     }
 }
 
-TEST(RasWrites, TheKindStandardWithTheSizeOfItsData)
+TEST(RasEncoder, WritesStandardTypeWithDataSize)
 {
     const auto file = Encoded(kRasCodec, Pattern(5, 3, 3));
 

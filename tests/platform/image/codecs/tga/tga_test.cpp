@@ -1,4 +1,4 @@
-// Targa files from hand-made bytes: kinds, corners, maps, alpha, runs; and the texts that are written.
+// Tests of Targa files: types, origins, colour maps, alpha and runs from hand-made bytes, and written texts.
 #include "src/platform/image/codecs/tga/tga.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ static ByteMaker MappedHeader(std::uint32_t width, int bits, std::uint32_t first
     return maker;
 }
 
-// Adds an extension area that says alpha of the alpha, and the footer.
+// Adds a footer and an extension area with the given attributes type for alpha.
 static ByteMaker WithExtension(ByteMaker maker, int alpha)
 {
     const auto extension = static_cast<std::uint32_t>(maker.Size());
@@ -48,7 +48,7 @@ static Levels LevelsOf(const ByteMaker& maker)
     return image ? Levels{image->bytes.begin(), image->bytes.end()} : Levels{-1};
 }
 
-TEST(TgaReads, RowsFromEachOfTheFourCorners)
+TEST(TgaDecoder, ReadsRowsFromAllFourCorners)
 {
     const auto from = [](int descriptor) {
         return LevelsOf(Header(3, 2, 2, 8, descriptor).U8({1, 2, 3, 4}));
@@ -60,7 +60,7 @@ TEST(TgaReads, RowsFromEachOfTheFourCorners)
     EXPECT_EQ(from(kFromRight | kFromTop), (Levels{2, 1, 4, 3}));
 }
 
-TEST(TgaReads, RowsFromTheRightInEveryCountOfChannels)
+TEST(TgaDecoder, MirrorsRowsOfAnyChannelCount)
 {
     EXPECT_EQ(LevelsOf(Header(2, 3, 1, 24, kFromTop | kFromRight).U8({1, 2, 3, 4, 5, 6, 7, 8, 9})),
               (Levels{7, 8, 9, 4, 5, 6, 1, 2, 3}));
@@ -68,7 +68,7 @@ TEST(TgaReads, RowsFromTheRightInEveryCountOfChannels)
               (Levels{5, 6, 7, 8, 1, 2, 3, 4}));
 }
 
-TEST(TgaReads, FifteenAndSixteenBits)
+TEST(TgaDecoder, ReadsFifteenAndSixteenBits)
 {
     EXPECT_EQ(LevelsOf(Header(2, 2, 1, 15).U16Le({0x7C00, 0x8210})), (Levels{0, 0, 255, 132, 132, 0}));
     EXPECT_EQ(LevelsOf(Header(2, 2, 1, 16).U16Le({0x7C00, 0x8210})), (Levels{0, 0, 255, 132, 132, 0}))
@@ -77,7 +77,7 @@ TEST(TgaReads, FifteenAndSixteenBits)
               (Levels{0, 0, 255, 0, 132, 132, 0, 255}));
 }
 
-TEST(TgaReads, MapsOfEveryDepthAndTheirFirstIndex)
+TEST(TgaDecoder, ReadsColourMapsOfEveryDepthAndOffset)
 {
     EXPECT_EQ(LevelsOf(MappedHeader(3, 8, 5, 2, 24).U8({1, 2, 3, 4, 5, 6}).U8({6, 5, 0})),
               (Levels{4, 5, 6, 1, 2, 3, 0, 0, 0}));
@@ -91,7 +91,7 @@ TEST(TgaReads, MapsOfEveryDepthAndTheirFirstIndex)
               (Levels{9, 0}));
 }
 
-TEST(TgaReads, PastTheIdAndAMapThatIsNotUsed)
+TEST(TgaDecoder, SkipsIdAndUnusedColourMap)
 {
     ByteMaker maker;
     maker.U8({5, 1, 2}).U16Le({0, 2}).U8({24, 0, 0, 0, 0}).U16Le({1, 1}).U8({24, kFromTop});
@@ -99,13 +99,13 @@ TEST(TgaReads, PastTheIdAndAMapThatIsNotUsed)
     EXPECT_EQ(LevelsOf(maker.Text("hello").Zeros(6).U8({1, 2, 3})), (Levels{1, 2, 3}));
 }
 
-TEST(TgaReads, GreysWithAlpha)
+TEST(TgaDecoder, ReadsGreyWithAlpha)
 {
     EXPECT_EQ(LevelsOf(Header(3, 2, 1, 16, kFromTop | 8).U8({10, 20, 30, 40})),
               (Levels{10, 10, 10, 20, 30, 30, 30, 40}));
 }
 
-TEST(TgaReads, PacketsOfRepeatedAndOfSinglePixels)
+TEST(TgaDecoder, ReadsRunLengthAndRawPackets)
 {
     EXPECT_EQ(LevelsOf(Header(10, 2, 2, 24).U8({0x81, 1, 2, 3, 1, 4, 5, 6, 7, 8, 9})),
               (Levels{1, 2, 3, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
@@ -116,13 +116,13 @@ TEST(TgaReads, PacketsOfRepeatedAndOfSinglePixels)
     EXPECT_EQ(LevelsOf(Header(9, 1, 1, 8).U8({0, 0})), Levels{-1}) << "indexes without a map";
 }
 
-TEST(TgaReads, NoPacketsThatEndTooSoon)
+TEST(TgaDecoder, RefusesTruncatedPackets)
 {
     for (const auto& end : {std::vector<std::uint8_t>{}, {0x81}, {0x81, 1, 2}, {1, 1, 2, 3}, {0x80, 1, 2, 3}})
         EXPECT_EQ(LevelsOf(Header(10, 2, 1, 24).All(end)), Levels{-1});
 }
 
-TEST(TgaAlpha, CountsInThirtyTwoBitsUnlessItIsNowhereSet)
+TEST(TgaAlpha, IsUsedUnlessItIsZeroEverywhere)
 {
     const Levels with = {1, 2, 3, 4, 5, 6, 7, 8};
 
@@ -132,7 +132,7 @@ TEST(TgaAlpha, CountsInThirtyTwoBitsUnlessItIsNowhereSet)
               (Levels{1, 2, 3, 5, 6, 7}));
 }
 
-TEST(TgaAlpha, CountsAsTheExtensionAreaSays)
+TEST(TgaAlpha, FollowsAttributesTypeOfExtensionArea)
 {
     const ByteMaker maker = Header(2, 2, 1, 32, kFromTop | 8).U8({10, 20, 30, 128, 5, 6, 7, 0});
     const Levels opaque = {10, 20, 30, 5, 6, 7};
@@ -145,13 +145,13 @@ TEST(TgaAlpha, CountsAsTheExtensionAreaSays)
     EXPECT_EQ(LevelsOf(WithExtension(maker, 99)), (Levels{10, 20, 30, 128, 5, 6, 7, 0})) << "an unknown word";
 }
 
-TEST(TgaAlpha, IsClampedWhereColoursWereMoreThanTheirAlpha)
+TEST(TgaAlpha, IsClampedIfPremultipliedColourExceedsIt)
 {
     EXPECT_EQ(LevelsOf(WithExtension(Header(2, 1, 1, 32).U8({200, 100, 50, 100}), 4)),
               (Levels{255, 255, 128, 100}));
 }
 
-TEST(TgaAlpha, DoesNotRelyOnAFooterThatLies)
+TEST(TgaAlpha, SurvivesCorruptFooter)
 {
     ByteMaker maker = Header(2, 1, 1, 32, kFromTop | 8).U8({1, 2, 3, 4}).Zeros(600);
     for (const std::uint32_t extension : {0u, 17u, 200u, 0xFFFFFFFFu}) {
@@ -161,7 +161,7 @@ TEST(TgaAlpha, DoesNotRelyOnAFooterThatLies)
     }
 }
 
-TEST(TgaSniff, GoesByExtensionAndAPossibleHeader)
+TEST(TgaSniff, RequiresExtensionAndPlausibleHeader)
 {
     const auto known = [](const ByteMaker& maker, std::string_view extension = "tga") {
         return kTgaCodec.sniff(maker.Data(), extension);
@@ -185,14 +185,14 @@ TEST(TgaSniff, GoesByExtensionAndAPossibleHeader)
     EXPECT_FALSE(known(ByteMaker().Zeros(17)));
 }
 
-TEST(TgaReads, NothingLargerThanTheDataCanHold)
+TEST(TgaDecoder, RefusesSizesLargerThanData)
 {
     EXPECT_EQ(LevelsOf(Header(2, 60000, 8000, 24).Zeros(5000)), Levels{-1});
     EXPECT_EQ(LevelsOf(Header(10, 60000, 8000, 24).Zeros(5000)), Levels{-1});
     EXPECT_EQ(LevelsOf(Header(2, 65535, 1, 24).Zeros(200000)), Levels{-1}) << "too wide";
 }
 
-// The extension area of what is written for an 8 by 2 picture that isn't packed.
+// The extension area of an uncompressed 8 by 2 picture.
 static std::vector<std::uint8_t> WrittenArea(const ImageInfoTexts& info, std::int32_t channels = 3)
 {
     SaveSettings settings;
@@ -233,7 +233,7 @@ TEST(TgaTexts, GoToTheirFields)
     EXPECT_EQ(area.back(), 0);
 }
 
-TEST(TgaTexts, ThatAreEmptyOrNoDateLeaveTheirFieldsEmpty)
+TEST(TgaTexts, LeaveFieldsEmptyIfEmptyOrInvalidDate)
 {
     const auto area = WrittenArea(TextsWith("", "", "last summer", ""));
 
@@ -241,7 +241,7 @@ TEST(TgaTexts, ThatAreEmptyOrNoDateLeaveTheirFieldsEmpty)
         EXPECT_EQ(area[i], 0) << i;
 }
 
-TEST(TgaTexts, AreCutToTheirFieldsBetweenTwoCharacters)
+TEST(TgaTexts, AreTruncatedBetweenCharacters)
 {
     const std::string long_text(500, 'x');
     const auto area = WrittenArea(TextsWith("t", long_text, "", std::string(39, 'a') + "€uro"));
@@ -253,7 +253,7 @@ TEST(TgaTexts, AreCutToTheirFieldsBetweenTwoCharacters)
         << "nothing runs over into the date";
 }
 
-TEST(TgaTexts, BreakAtTheirLineEndsAndOnStrayBytesToo)
+TEST(TgaTexts, AreSplitAtLineEndsAndTolerateStrayBytes)
 {
     const auto area = WrittenArea(TextsWith("", "one\n\ntwo\n" + std::string(200, '\x80'), "", ""));
 
@@ -262,12 +262,12 @@ TEST(TgaTexts, BreakAtTheirLineEndsAndOnStrayBytesToo)
     EXPECT_EQ(TextAt(area, 43 + 162), "two");
 }
 
-TEST(TgaWrites, ThatAlphaIsUseful)
+TEST(TgaEncoder, MarksAlphaAsUseful)
 {
     EXPECT_EQ(WrittenArea({}, 4).back(), 3);
 }
 
-TEST(TgaWrites, RunsOnlyWhereTheyTakeAFifthOff)
+TEST(TgaEncoder, WritesRunsIfTheySaveFifth)
 {
     ImageBuffer flat = Pattern(100, 50, 3);
     std::fill(flat.bytes.begin(), flat.bytes.end(), std::uint8_t{9});

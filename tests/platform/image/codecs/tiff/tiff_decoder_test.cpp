@@ -1,4 +1,4 @@
-// Tests of reading TIFF files beyond the samples: pages, metadata, damage.
+// Tests of the TIFF decoder beyond the samples: pages, metadata, corruption.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
@@ -24,14 +24,14 @@ Block Sample(const std::string& name)
     return FileContent(SamplePath("tiff/" + name + ".tif"));
 }
 
-// KB by which reading damaged files may make the process grow. The address sanitizer keeps what was freed.
+// KB by which decoding damaged files may grow the process. ASan delays freeing memory.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr long kMostGrowth = 600 * 1024;
 #else
 constexpr long kMostGrowth = 150 * 1024;
 #endif
 
-// A grey picture that tells which page it is.
+// A grey picture that encodes its page number.
 ImageBuffer Page(int page, std::int32_t side = 16)
 {
     ImageBuffer image;
@@ -51,7 +51,7 @@ void WritePages(const std::string& file, int pages, std::int32_t side)
         ASSERT_TRUE(document->Append(Page(i, side), {}));
 }
 
-// A file of nothing but directories of one tag, chained.
+// A file of chained directories with one tag each.
 Block BareDirectories(std::uint32_t count, std::uint32_t after_the_last)
 {
     ByteMaker file;
@@ -71,7 +71,7 @@ std::int32_t PagesOf(const Block& file)
 }
 }  // namespace
 
-TEST(TiffSniff, KnowsBothByteOrdersAndBothSizesOfOffsets)
+TEST(TiffSniff, AcceptsBothByteOrdersAndBigTiff)
 {
     const auto known = [](std::string_view head) {
         return kTiffCodec.sniff({reinterpret_cast<const std::uint8_t*>(head.data()), head.size()}, "tif");
@@ -87,7 +87,7 @@ TEST(TiffSniff, KnowsBothByteOrdersAndBothSizesOfOffsets)
     EXPECT_FALSE(known(""));
 }
 
-TEST(TiffPages, ComeInAnyOrderForOnePassOverTheFile)
+TEST(TiffPages, AreReadInAnyOrderInSinglePass)
 {
     const TestFolder folder;
     constexpr int kPages = 400;
@@ -108,19 +108,19 @@ TEST(TiffPages, ComeInAnyOrderForOnePassOverTheFile)
     }
     const std::uint64_t got = IoSoFar().read - before.read;
 
-    // Looking for each page from the first directory on would read 400 times 200 directories of 200 bytes: 16
+    // Walking from the first directory for each page would read 400 times 200 directories of 200 bytes: 16
     // MB.
     EXPECT_LT(got, file->Size() * 3 / 2);
 }
 
-TEST(TiffPages, OfARingAreCountedOnce)
+TEST(TiffPages, AreCountedOnceIfChainIsLoop)
 {
     EXPECT_EQ(PagesOf(BareDirectories(5, 0)), 5);
     EXPECT_EQ(PagesOf(BareDirectories(5, 8)), 5);
     EXPECT_EQ(PagesOf(BareDirectories(5, 8 + 18 * 2)), 5);
 }
 
-TEST(TiffPages, EndWhereTheChainLeavesTheFile)
+TEST(TiffPages, EndWhereChainLeavesFile)
 {
     EXPECT_EQ(PagesOf(BareDirectories(5, 100000)), 5);
     EXPECT_EQ(PagesOf(BareDirectories(5, 8 + 18 * 5 - 1)), 5);
@@ -129,17 +129,17 @@ TEST(TiffPages, EndWhereTheChainLeavesTheFile)
     EXPECT_EQ(PagesOf(cut), 4);
 }
 
-TEST(TiffPages, AreNoMoreThanSixteenBitsCount)
+TEST(TiffPages, AreLimitedToSixteenBitCount)
 {
     EXPECT_EQ(PagesOf(BareDirectories(70000, 0)), 65535);
 }
 
-TEST(TiffPages, ThatAreBrokenLeaveTheOthersReadable)
+TEST(TiffPages, StayReadableBesideBrokenOnes)
 {
     const TestFolder folder;
     WritePages(folder.Path("pages.tif"), 3, 16);
     Block file = FileContent(folder.Path("pages.tif"));
-    // The second page claims another compression.
+    // Gives the second page another compression.
     const Block compression = {0x03, 0x01, 3, 0, 1, 0, 0, 0, 1, 0};
     auto tag = std::search(file.begin(), file.end(), compression.begin(), compression.end());
     tag = std::search(tag + 1, file.end(), compression.begin(), compression.end());
@@ -151,10 +151,10 @@ TEST(TiffPages, ThatAreBrokenLeaveTheOthersReadable)
     EXPECT_TRUE(Decoded(kTiffCodec, file, 2));
 }
 
-TEST(TiffReading, TakesNoMemoryForAStripBesideThePicture)
+TEST(TiffDecoder, AllocatesNoBufferForWholeStrip)
 {
     const TestFolder folder;
-    // 48 megapixels of 16 bits in one strip: 96 MB stored, 48 MB as a picture.
+    // 48 megapixels of 16 bits in one strip: 96 MB stored, 48 MB decoded.
     const std::string file_path = folder.Path("large.tif");
     Python(
         "import sys; from PIL import Image; Image.MAX_IMAGE_PIXELS = None\n"
@@ -175,7 +175,7 @@ TEST(TiffReading, TakesNoMemoryForAStripBesideThePicture)
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, (48 + 32) * 1024);  // KB
 }
 
-TEST(TiffMetadata, ComesFromItsTags)
+TEST(TiffMetadata, IsReadFromItsTags)
 {
     const TestFolder folder;
     const std::string file = folder.Path("tags.tif");
@@ -205,7 +205,7 @@ TEST(TiffMetadata, ComesFromItsTags)
     EXPECT_FALSE(EntryWithTag(entries, 256));
 }
 
-TEST(TiffMetadata, HasItsIptcAlsoAmongImageResources)
+TEST(TiffMetadata, FindsIptcAmongImageResources)
 {
     const TestFolder folder;
     const std::string file = folder.Path("tags.tif");
@@ -222,7 +222,7 @@ TEST(TiffMetadata, HasItsIptcAlsoAmongImageResources)
     EXPECT_EQ(image->metadata.iptc, (Block{0x1c, 2, 0, 0, 2, 0, 4}));
 }
 
-TEST(TiffMetadata, KeepsItsDirectoryOfExifInEitherByteOrder)
+TEST(TiffMetadata, KeepsExifDirectoryInEitherByteOrder)
 {
     for (const bool big_endian : {false, true}) {
         ByteMaker input;
@@ -285,7 +285,7 @@ TEST(TiffMetadata, KeepsItsDirectoryOfExifInEitherByteOrder)
     }
 }
 
-TEST(TiffProfiles, AreKeptWhereTheyFitAndAppliedToInks)
+TEST(TiffProfiles, AreKeptIfTheyFitAndAppliedToCmyk)
 {
     const TestFolder folder;
     const auto with_profile = [&](const std::string& mode, const std::string& colour, const Block& profile) {
@@ -308,7 +308,7 @@ TEST(TiffProfiles, AreKeptWhereTheyFitAndAppliedToInks)
     const ImageBuffer inks = with_profile("CMYK", "(255, 0, 0, 0)", CmykProfile());
     EXPECT_TRUE(inks.icc_profile.empty());
     ASSERT_EQ(inks.channels, 3);
-    // This profile's cyan is another one's yellow.
+    // This profile swaps cyan and yellow.
     EXPECT_LT(inks.bytes[0], 60);
     EXPECT_GT(inks.bytes[2], 200);
 
@@ -316,7 +316,7 @@ TEST(TiffProfiles, AreKeptWhereTheyFitAndAppliedToInks)
     EXPECT_TRUE(grey.icc_profile.empty());
     ASSERT_EQ(grey.channels, 4);
     EXPECT_EQ(grey.bytes[3], 50);
-    EXPECT_NEAR(grey.bytes[0], 168, 2);  // 100 of linear light
+    EXPECT_NEAR(grey.bytes[0], 168, 2);  // 100 in linear light
     EXPECT_EQ(grey.bytes[0], grey.bytes[2]);
 }
 
@@ -324,14 +324,14 @@ class DamagedTiff : public testing::TestWithParam<const char*>
 {
 };
 
-TEST_P(DamagedTiff, EndsInAPictureOrARefusalWhicheverByteIsWrong)
+TEST_P(DamagedTiff, DecodesOrIsRefusedWhicheverByteIsCorrupt)
 {
     const Block good = Sample(GetParam());
     ASSERT_TRUE(Decoded(kTiffCodec, good));
     rusage before{};
     getrusage(RUSAGE_SELF, &before);
 
-    // In the larger samples a part of the bytes does; what stands side by side is alike there.
+    // In larger samples, sampling some bytes is enough: neighbours are alike.
     const std::size_t step = good.size() / 1500 + 1;
     for (std::size_t i = 0; i < good.size(); i += step) {
         for (const int wrong : {0x00, 0xFF, good[i] ^ 0x80, good[i] + 1}) {
@@ -353,14 +353,14 @@ TEST_P(DamagedTiff, EndsInAPictureOrARefusalWhicheverByteIsWrong)
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, kMostGrowth);
 }
 
-TEST_P(DamagedTiff, IsRefusedOrWholeWhereverItIsCut)
+TEST_P(DamagedTiff, DecodesCorrectlyOrIsRefusedAfterTruncation)
 {
     const Block good = Sample(GetParam());
     const auto whole = Decoded(kTiffCodec, good);
     ASSERT_TRUE(whole);
 
     for (std::size_t size = 0; size < good.size(); ++size) {
-        // Not all that stands at a file's end is needed for the picture; what is decoded must be right.
+        // The end of a file isn't always needed; if decoding succeeds, the picture must be right.
         const auto image = Decoded(kTiffCodec, Bytes(good).first(size));
         if (image) {
             ASSERT_EQ(image->bytes, whole->bytes) << size;

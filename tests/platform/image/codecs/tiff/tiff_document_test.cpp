@@ -1,4 +1,4 @@
-// Tests of TIFF files that grow page by page.
+// Tests of multi-page TIFF files that grow page by page.
 #include "src/platform/image/codecs/tiff/tiff_document.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@
 
 namespace
 {
-// Pages that are all different, and of different kinds.
+// Distinct pages of several kinds.
 ImageBuffer Page(int page)
 {
     ImageBuffer image = Pattern(60 + page, 40, page % 3 == 0 ? 1 : page % 3 == 1 ? 3 : 4);
@@ -33,7 +33,7 @@ std::int32_t Pages(const std::string& file_path)
     return decoder ? decoder->FrameCount() : 0;
 }
 
-// How many of the pages from the first on are as they were given.
+// The number of leading pages that match the given ones.
 int PagesIntact(const std::string& file_path)
 {
     const auto file = InputFile::Open(file_path);
@@ -48,7 +48,7 @@ int PagesIntact(const std::string& file_path)
     return intact;
 }
 
-/// Files of this process may not grow beyond a size while the object lives, as if the disk were full.
+/// Limits the size of files during its lifetime, as if the disk were full.
 class FullDisk
 {
 public:
@@ -73,7 +73,7 @@ private:
 };
 }  // namespace
 
-TEST(TiffDocument, IsAWholeFileAfterEveryPage)
+TEST(TiffDocument, IsCompleteAfterEveryPage)
 {
     const TestFolder folder;
     const std::string file = folder.Path("d.tif");
@@ -131,7 +131,7 @@ TEST(TiffDocument, WritesEachPageOnceAndReadsNothing)
     EXPECT_LT(after.read - before.read, 100'000u);
 }
 
-TEST(TiffDocument, KeepsThePagesBeforeWhenTheDiskIsFullAndGoesOnAfterwards)
+TEST(TiffDocument, KeepsEarlierPagesIfDiskIsFullAndContinuesLater)
 {
     const TestFolder folder;
     const std::string file = folder.Path("d.tif");
@@ -149,7 +149,7 @@ TEST(TiffDocument, KeepsThePagesBeforeWhenTheDiskIsFullAndGoesOnAfterwards)
     EXPECT_EQ(PagesIntact(file), 3);
 }
 
-TEST(TiffDocument, KeepsThePagesBeforeWhenTheProcessIsEnded)
+TEST(TiffDocument, KeepsEarlierPagesIfProcessIsKilled)
 {
     const TestFolder folder;
     const std::string file = folder.Path("d.tif");
@@ -159,7 +159,7 @@ TEST(TiffDocument, KeepsThePagesBeforeWhenTheProcessIsEnded)
         const auto document = TiffDocument::Begin(file, Page(0), {});
         if (!document || !document->Append(Page(1), {}))
             _exit(1);
-        // The system ends the process in the middle of the third page.
+        // The kernel kills the process in the middle of the third page.
         const rlimit limit{std::filesystem::file_size(file) + 3000, RLIM_INFINITY};
         const rlimit no_core{0, 0};
         setrlimit(RLIMIT_CORE, &no_core);
@@ -177,7 +177,7 @@ TEST(TiffDocument, KeepsThePagesBeforeWhenTheProcessIsEnded)
     EXPECT_EQ(PagesIntact(file), 2);
 }
 
-TEST(TiffDocument, LeavesAnOlderFileWhenItsFirstPageFails)
+TEST(TiffDocument, KeepsOldFileIfFirstPageFails)
 {
     const TestFolder folder;
     const std::string file = folder.Path("d.tif");
@@ -191,7 +191,7 @@ TEST(TiffDocument, LeavesAnOlderFileWhenItsFirstPageFails)
         std::distance(std::filesystem::directory_iterator(std::filesystem::path(file).parent_path()), {}), 1);
 }
 
-TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
+TEST(TiffDocument, BecomesBigTiffBeforeItGetsTooLarge)
 {
     const TestFolder folder;
     const std::string file = folder.Path("d.tif");
@@ -200,7 +200,7 @@ TEST(TiffDocument, TurnsIntoOneOfLongOffsetsBeforeItIsTooLarge)
     settings.texts.sEquipmentModel = "X-1000";
     ImageBuffer first = Page(0);
     first.dots_per_inch_x = first.dots_per_inch_y = 300;
-    // A page counts as 8 MB and more, so the fourth is the first that may not fit.
+    // A page counts as at least 8 MB, so the fourth is the first that may not fit.
     const std::uint64_t classic_end = MaxPageBytes(first) + 50'000;
     const auto document = TiffDocument::Begin(file, first, settings, classic_end);
     ASSERT_TRUE(document);

@@ -1,4 +1,4 @@
-// Tests of writing TIFF files of one page.
+// Tests of writing single-page TIFF files.
 #include "src/platform/image/codecs/tiff/tiff_writer.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ SaveSettings Compression(std::int32_t compression)
     return settings;
 }
 
-// The first number of a tag of the first page; 0 if it isn't there.
+// The first value of a tag of the first page; 0 if it is missing.
 std::uint64_t NumberOfTag(const Block& file, std::uint16_t tag)
 {
     InputFile input{Bytes(file)};
@@ -52,7 +52,7 @@ std::string TextOfTag(const Block& file, std::uint16_t tag)
     return {value.begin(), std::find(value.begin(), value.end(), 0)};
 }
 
-// What is white and what is black at half intensity, on white paper.
+// Thresholds the picture at half intensity, on white.
 ImageBuffer BlackAndWhite(const ImageBuffer& image)
 {
     const ImageBuffer opaque = image.channels == 4 ? LayOnWhite(image) : image;
@@ -78,14 +78,14 @@ class WrittenTiff : public testing::TestWithParam<Way>
 {
 protected:
     bool Fax() const { return GetParam().compression >= 2 && GetParam().compression <= 4; }
-    // 83 is no multiple of 8; the picture is higher than one strip.
+    // 83 isn't a multiple of 8, and the picture is taller than one strip.
     ImageBuffer Source() const { return Pattern(83, 1100, GetParam().channels); }
     ImageBuffer Expected() const { return Fax() ? BlackAndWhite(Source()) : Source(); }
     Block File() const { return Encoded(kTiffCodec, Source(), Compression(GetParam().compression)); }
 };
 }  // namespace
 
-TEST_P(WrittenTiff, IsReadBackAsItWas)
+TEST_P(WrittenTiff, IsReadBackUnchanged)
 {
     const auto image = Decoded(kTiffCodec, File());
 
@@ -93,7 +93,7 @@ TEST_P(WrittenTiff, IsReadBackAsItWas)
     EXPECT_EQ(DifferenceBetween(*image, Expected()).greatest, 0);
 }
 
-TEST_P(WrittenTiff, IsReadByOtherProgramsAsItWas)
+TEST_P(WrittenTiff, IsReadByOtherProgramsUnchanged)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("w.tif"), File());
@@ -121,7 +121,7 @@ TEST_P(WrittenTiff, IsReadByOtherProgramsAsItWas)
         EXPECT_EQ(info.find(trouble), std::string::npos) << info;
 }
 
-TEST_P(WrittenTiff, SaysHowItIsStored)
+TEST_P(WrittenTiff, DeclaresItsEncoding)
 {
     const Block bytes = File();
     constexpr std::array<std::uint64_t, 5> kSchemes = {COMPRESSION_NONE, COMPRESSION_LZW,
@@ -148,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(AllWays, WrittenTiff,
                                          Way{4, 1}, Way{4, 3}, Way{4, 4}, Way{5, 3}, Way{-1, 3},
                                          Way{32773, 1}));
 
-TEST(TiffBlackAndWhite, TurnsAtHalfOfTheIntensity)
+TEST(TiffBlackAndWhite, SplitsAtHalfIntensity)
 {
     ImageBuffer greys;
     greys.width = 256;
@@ -165,7 +165,7 @@ TEST(TiffBlackAndWhite, TurnsAtHalfOfTheIntensity)
     EXPECT_EQ(std::count(image->bytes.begin(), image->bytes.end(), 255), 128);
 }
 
-TEST(TiffLzw, IsReadBackAtEveryLengthAroundAFullTable)
+TEST(TiffLzw, IsReadBackAtLengthsAroundFullTable)
 {
     std::mt19937 random(7);
     for (std::int32_t width = 3800; width < 3880; ++width) {
@@ -183,7 +183,7 @@ TEST(TiffLzw, IsReadBackAtEveryLengthAroundAFullTable)
     }
 }
 
-TEST(TiffLzw, IsNoLargerThanLibtiffs)
+TEST(TiffLzw, IsNoLargerThanThatOfLibtiff)
 {
     const TestFolder folder;
     ImageBuffer image = Pattern(1200, 900, 3);
@@ -195,7 +195,7 @@ TEST(TiffLzw, IsNoLargerThanLibtiffs)
     const Block ours = Encoded(kTiffCodec, image, Compression(1));
     ASSERT_TRUE(RunCommand("tiffcp -c lzw:2 " + folder.Path("none.tif") + " " + folder.Path("theirs.tif")));
 
-    // But for the tags, which say a little more.
+    // Allow for a few more tags.
     EXPECT_LE(ours.size(), FileContent(folder.Path("theirs.tif")).size() + 100);
 }
 
@@ -216,7 +216,7 @@ TEST(TiffTexts, GoToTheirTags)
     EXPECT_EQ(TextOfTag(file, TIFFTAG_MODEL), "X-1");
 }
 
-TEST(TiffTexts, ThatAreEmptyWriteNothing)
+TEST(TiffTexts, WriteNothingIfEmpty)
 {
     const Block file = Encoded(kTiffCodec, Pattern(4, 4, 3));
 
@@ -226,7 +226,7 @@ TEST(TiffTexts, ThatAreEmptyWriteNothing)
         EXPECT_EQ(TextOfTag(file, static_cast<std::uint16_t>(tag)), "") << tag;
 }
 
-TEST(TiffMetadata, IsCarriedFromALoadToASave)
+TEST(TiffMetadata, IsCopiedFromLoadToSave)
 {
     const TestFolder folder;
     const std::string source = folder.Path("source.jpg");
@@ -265,7 +265,7 @@ TEST(TiffMetadata, IsCarriedFromALoadToASave)
             std::to_string(SwappedProfile().size()) + "\n");
 }
 
-TEST(TiffProfile, OfColoursIsLeftOutOfBlackAndWhite)
+TEST(TiffProfile, IsOmittedFromBlackAndWhiteIfColour)
 {
     ImageBuffer image = Pattern(9, 9, 3);
     image.icc_profile = SwappedProfile();
@@ -280,7 +280,7 @@ TEST(TiffProfile, OfColoursIsLeftOutOfBlackAndWhite)
     EXPECT_FALSE(EntryOf(ReadEntries(file, *header, header->first_directory), TIFFTAG_ICCPROFILE));
 }
 
-TEST(BigTiff, IsWrittenForWhatAClassicFileCannotHold)
+TEST(BigTiff, IsWrittenIfClassicFileIsTooSmall)
 {
     const TestFolder folder;
     ImageBuffer image = Pattern(300, 200, 3);
