@@ -8,7 +8,7 @@
 
 #include "tests/platform/image/support/image_tools.h"
 
-static std::vector<std::uint8_t> Counted(std::size_t size)
+static std::vector<std::uint8_t> CountingBytes(std::size_t size)
 {
     std::vector<std::uint8_t> bytes(size);
     for (std::size_t i = 0; i < size; ++i)
@@ -24,14 +24,14 @@ static std::vector<std::uint8_t> CopyOf(Bytes bytes)
 TEST(InputFile, ReadsHeadPartsAndWholeFile)
 {
     const TestFolder folder;
-    const auto content = Counted(10000);
+    const auto content = CountingBytes(10000);
     WriteFileContent(folder.Path("a"), content);
     const auto file = InputFile::Open(folder.Path("a"));
     ASSERT_TRUE(file);
     std::vector<std::uint8_t> part(100);
 
     EXPECT_EQ(file->Size(), 10000u);
-    EXPECT_EQ(CopyOf(file->Head()), Counted(4096));
+    EXPECT_EQ(CopyOf(file->Head()), CountingBytes(4096));
     EXPECT_EQ(file->ReadAt(5000, part), 100u);
     EXPECT_EQ(part, std::vector<std::uint8_t>(content.begin() + 5000, content.begin() + 5100));
     EXPECT_EQ(file->ReadAt(9950, part), 50u);
@@ -40,12 +40,12 @@ TEST(InputFile, ReadsHeadPartsAndWholeFile)
     EXPECT_EQ(CopyOf(file->All()), content);
     EXPECT_EQ(file->ReadAt(9950, part), 50u) << "now out of memory";
     EXPECT_EQ(file->ReadAt(UINT64_MAX, part), 0u);
-    EXPECT_EQ(CopyOf(file->Head()), Counted(4096));
+    EXPECT_EQ(CopyOf(file->Head()), CountingBytes(4096));
 }
 
 TEST(InputFile, LendsBytesInMemory)
 {
-    const auto content = Counted(300);
+    const auto content = CountingBytes(300);
     InputFile file{Bytes(content)};
     std::vector<std::uint8_t> part(100);
 
@@ -76,22 +76,22 @@ TEST(InputFile, IsEmptyForEmptyInput)
 TEST(InputFile, ReadsWhatIsLeftAfterTruncation)
 {
     const TestFolder folder;
-    WriteFileContent(folder.Path("a"), Counted(10000));
+    WriteFileContent(folder.Path("a"), CountingBytes(10000));
     const auto file = InputFile::Open(folder.Path("a"));
     ASSERT_TRUE(file);
     ASSERT_EQ(truncate(folder.Path("a").c_str(), 3000), 0);
 
-    EXPECT_EQ(CopyOf(file->Head()), Counted(3000));
-    EXPECT_EQ(CopyOf(file->All()), Counted(3000));
+    EXPECT_EQ(CopyOf(file->Head()), CountingBytes(3000));
+    EXPECT_EQ(CopyOf(file->All()), CountingBytes(3000));
 }
 
 TEST(InputFile, IgnoresBytesAppendedAfterOpening)
 {
     const TestFolder folder;
-    WriteFileContent(folder.Path("a"), Counted(100));
+    WriteFileContent(folder.Path("a"), CountingBytes(100));
     const auto file = InputFile::Open(folder.Path("a"));
     ASSERT_TRUE(file);
-    WriteFileContent(folder.Path("a"), Counted(200));
+    WriteFileContent(folder.Path("a"), CountingBytes(200));
 
     EXPECT_EQ(file->All().size(), 100u);
 }
@@ -100,7 +100,7 @@ TEST(InputFile, OpensOnlyRegularFilesAndLinksToThem)
 {
     const TestFolder folder;
     ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
-    WriteFileContent(folder.Path("a"), Counted(5));
+    WriteFileContent(folder.Path("a"), CountingBytes(5));
     ASSERT_EQ(symlink("a", folder.Path("link").c_str()), 0);
     ASSERT_EQ(symlink("nowhere", folder.Path("dangling").c_str()), 0);
 
@@ -118,26 +118,26 @@ TEST(InputFile, OpensOnlyRegularFilesAndLinksToThem)
 TEST(InputFile, RefusesToReadWholeOversizedFile)
 {
     const TestFolder folder;
-    WriteFileContent(folder.Path("sparse"), Counted(5000));
+    WriteFileContent(folder.Path("sparse"), CountingBytes(5000));
     ASSERT_EQ(truncate(folder.Path("sparse").c_str(), off_t{1} << 40), 0);
     const auto file = InputFile::Open(folder.Path("sparse"));
     ASSERT_TRUE(file);
 
     EXPECT_TRUE(file->All().empty());
-    EXPECT_EQ(CopyOf(file->Head()), Counted(4096)) << "parts of it can still be had";
+    EXPECT_EQ(CopyOf(file->Head()), CountingBytes(4096)) << "parts of it can still be had";
 }
 
 TEST(FileIdentity, ChangesWithContentAndFile)
 {
     const TestFolder folder;
-    WriteFileContent(folder.Path("a"), Counted(10));
-    WriteFileContent(folder.Path("b"), Counted(10));
+    WriteFileContent(folder.Path("a"), CountingBytes(10));
+    WriteFileContent(folder.Path("b"), CountingBytes(10));
     const auto file = InputFile::Open(folder.Path("a"));
     ASSERT_TRUE(file);
 
     EXPECT_EQ(InputFile::IdentityOf(folder.Path("a")), file->Identity());
     EXPECT_NE(InputFile::IdentityOf(folder.Path("b")), file->Identity());
     EXPECT_FALSE(InputFile::IdentityOf(folder.Path("missing")));
-    WriteFileContent(folder.Path("a"), Counted(11));
+    WriteFileContent(folder.Path("a"), CountingBytes(11));
     EXPECT_NE(InputFile::IdentityOf(folder.Path("a")), file->Identity());
 }

@@ -14,7 +14,7 @@
 
 #include "tests/platform/image/support/image_tools.h"
 
-static std::vector<std::uint8_t> Filled(std::size_t size, std::uint8_t byte)
+static std::vector<std::uint8_t> RepeatedByte(std::size_t size, std::uint8_t byte)
 {
     return std::vector<std::uint8_t>(size, byte);
 }
@@ -66,10 +66,10 @@ TEST(OutputFile, AppearsOnlyOnCommit)
     {
         OutputFile out(folder.Path("a"));
         ASSERT_FALSE(out.Failed());
-        EXPECT_TRUE(out.Write(Filled(1000000, 7)));
+        EXPECT_TRUE(out.Write(RepeatedByte(1000000, 7)));
         EXPECT_FALSE(std::filesystem::exists(folder.Path("a")));
         EXPECT_TRUE(out.Commit());
-        EXPECT_EQ(FileContent(folder.Path("a")), Filled(1000000, 7));
+        EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(1000000, 7));
     }
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
@@ -79,7 +79,7 @@ TEST(OutputFile, LeavesNothingBehindWithoutCommit)
     const TestFolder folder;
     {
         OutputFile out(folder.Path("a"));
-        EXPECT_TRUE(out.Write(Filled(1000000, 7)));
+        EXPECT_TRUE(out.Write(RepeatedByte(1000000, 7)));
     }
     EXPECT_TRUE(NamesIn(folder).empty());
 }
@@ -105,7 +105,7 @@ TEST(OutputFile, KeepsPositionAcrossWritesSeeksAndReads)
     OutputFile out(folder.Path("a"));
     std::vector<std::uint8_t> expected;
     for (std::size_t size : {1u, 5000u, 200000u, 3u, 131072u, 100000u, 40000u}) {
-        const auto part = Filled(size, static_cast<std::uint8_t>(size % 251));
+        const auto part = RepeatedByte(size, static_cast<std::uint8_t>(size % 251));
         ASSERT_TRUE(out.Write(part));
         expected.insert(expected.end(), part.begin(), part.end());
         ASSERT_EQ(out.Position(), expected.size());
@@ -187,15 +187,16 @@ TEST(OutputFile, WritesPiecesOfEverySizeInPlace)
 TEST(OutputFile, KeepsModeOfReplacedFile)
 {
     const TestFolder folder;
-    WriteFileContent(folder.Path("a"), Filled(50, 1));
+    WriteFileContent(folder.Path("a"), RepeatedByte(50, 1));
     ASSERT_EQ(chmod(folder.Path("a").c_str(), 0640), 0);
     OutputFile out(folder.Path("a"));
-    EXPECT_TRUE(out.Write(Filled(20, 2)));
-    EXPECT_EQ(FileContent(folder.Path("a")), Filled(50, 1)) << "the old one as long as it isn't committed";
+    EXPECT_TRUE(out.Write(RepeatedByte(20, 2)));
+    EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(50, 1))
+        << "the old one as long as it isn't committed";
 
     EXPECT_TRUE(out.Commit());
 
-    EXPECT_EQ(FileContent(folder.Path("a")), Filled(20, 2));
+    EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(20, 2));
     EXPECT_EQ(ModeOf(folder.Path("a")), 0640u);
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
@@ -216,12 +217,12 @@ TEST(OutputFile, ReplacesFileThatAppearedMeanwhile)
 {
     const TestFolder folder;
     OutputFile out(folder.Path("a"));
-    EXPECT_TRUE(out.Write(Filled(20, 2)));
-    WriteFileContent(folder.Path("a"), Filled(50, 1));
+    EXPECT_TRUE(out.Write(RepeatedByte(20, 2)));
+    WriteFileContent(folder.Path("a"), RepeatedByte(50, 1));
 
     EXPECT_TRUE(out.Commit());
 
-    EXPECT_EQ(FileContent(folder.Path("a")), Filled(20, 2));
+    EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(20, 2));
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
@@ -239,19 +240,19 @@ TEST(OutputFile, RejectsWritesAfterCommit)
 TEST(OutputFile, KeepsOldFileIfDiskIsFull)
 {
     const TestFolder folder;
-    WriteFileContent(folder.Path("a"), Filled(50, 1));
+    WriteFileContent(folder.Path("a"), RepeatedByte(50, 1));
     {
         const FullDisk disk(200000);
         OutputFile out(folder.Path("a"));
         ASSERT_FALSE(out.Failed());
-        EXPECT_TRUE(out.Write(Filled(150000, 2)));
-        EXPECT_FALSE(out.Write(Filled(150000, 2)));
+        EXPECT_TRUE(out.Write(RepeatedByte(150000, 2)));
+        EXPECT_FALSE(out.Write(RepeatedByte(150000, 2)));
         EXPECT_TRUE(out.Failed());
         EXPECT_FALSE(out.WriteU8(1));
         EXPECT_FALSE(out.Seek(0));
         EXPECT_FALSE(out.Commit());
     }
-    EXPECT_EQ(FileContent(folder.Path("a")), Filled(50, 1));
+    EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(50, 1));
     EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"a"});
 }
 
@@ -261,7 +262,7 @@ TEST(OutputFile, DetectsFullDiskWhenFlushingOnCommit)
     {
         const FullDisk disk(100);
         OutputFile out(folder.Path("a"));
-        EXPECT_TRUE(out.Write(Filled(101, 2)));
+        EXPECT_TRUE(out.Write(RepeatedByte(101, 2)));
         EXPECT_FALSE(out.Commit());
     }
     EXPECT_TRUE(NamesIn(folder).empty());
@@ -270,7 +271,7 @@ TEST(OutputFile, DetectsFullDiskWhenFlushingOnCommit)
 TEST(OutputFile, DetectsFullDiskBetweenWrites)
 {
     const TestFolder folder;
-    const auto piece = Filled(1000, 3);
+    const auto piece = RepeatedByte(1000, 3);
     {
         const FullDisk disk(500500);
         OutputFile out(folder.Path("a"));
@@ -286,15 +287,15 @@ TEST(OutputFile, FollowsLinkAndReplacesItsTarget)
 {
     const TestFolder folder;
     std::filesystem::create_directory(folder.Path("there"));
-    WriteFileContent(folder.Path("there/a"), Filled(50, 1));
+    WriteFileContent(folder.Path("there/a"), RepeatedByte(50, 1));
     ASSERT_EQ(symlink("there/a", folder.Path("link").c_str()), 0);
     OutputFile out(folder.Path("link"));
-    EXPECT_TRUE(out.Write(Filled(20, 2)));
+    EXPECT_TRUE(out.Write(RepeatedByte(20, 2)));
 
     EXPECT_TRUE(out.Commit());
 
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
-    EXPECT_EQ(FileContent(folder.Path("there/a")), Filled(20, 2));
+    EXPECT_EQ(FileContent(folder.Path("there/a")), RepeatedByte(20, 2));
 }
 
 TEST(OutputFile, CreatesTargetOfDanglingLink)
@@ -304,13 +305,13 @@ TEST(OutputFile, CreatesTargetOfDanglingLink)
     ASSERT_EQ(symlink("there/second", folder.Path("link").c_str()), 0);
     ASSERT_EQ(symlink((folder.Path("there/a")).c_str(), folder.Path("there/second").c_str()), 0);
     OutputFile out(folder.Path("link"));
-    EXPECT_TRUE(out.Write(Filled(20, 2)));
+    EXPECT_TRUE(out.Write(RepeatedByte(20, 2)));
 
     EXPECT_TRUE(out.Commit());
 
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("there/second")));
-    EXPECT_EQ(FileContent(folder.Path("there/a")), Filled(20, 2));
+    EXPECT_EQ(FileContent(folder.Path("there/a")), RepeatedByte(20, 2));
 }
 
 TEST(OutputFile, FailsForLinkLoopsAndLinksIntoMissingFolders)
@@ -342,12 +343,12 @@ TEST(OutputFile, FailsForFolderPipeAndDevice)
 TEST(OutputFile, FailsForReadOnlyFile)
 {
     const TestFolder folder;
-    WriteFileContent(folder.Path("a"), Filled(50, 1));
+    WriteFileContent(folder.Path("a"), RepeatedByte(50, 1));
     ASSERT_EQ(chmod(folder.Path("a").c_str(), 0444), 0);
 
     EXPECT_TRUE(OutputFile(folder.Path("a")).Failed());
 
-    EXPECT_EQ(FileContent(folder.Path("a")), Filled(50, 1));
+    EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(50, 1));
 }
 
 TEST(OutputFile, FailsInReadOnlyFolder)
@@ -369,7 +370,7 @@ TEST(OutputFile, SupportsLongestFileName)
     const std::string name(255, 'n');
     for (int i = 0; i < 2; ++i) {  // created, then replaced
         OutputFile out(folder.Path(name));
-        EXPECT_TRUE(out.Write(Filled(20, 2)));
+        EXPECT_TRUE(out.Write(RepeatedByte(20, 2)));
         EXPECT_TRUE(out.Commit());
     }
     {
@@ -386,9 +387,9 @@ TEST(OutputFile, WritesIntoWorkingFolderForBareName)
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder.Path(""));
     OutputFile out("a");
-    const bool done = out.Write(Filled(20, 2)) && out.Commit();
+    const bool done = out.Write(RepeatedByte(20, 2)) && out.Commit();
     std::filesystem::current_path(before);
 
     EXPECT_TRUE(done);
-    EXPECT_EQ(FileContent(folder.Path("a")), Filled(20, 2));
+    EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(20, 2));
 }

@@ -12,7 +12,7 @@ namespace
 {
 using Block = std::vector<std::uint8_t>;
 
-Block Compressed(const Block& indexes, unsigned bits)
+Block Compress(const Block& indexes, unsigned bits)
 {
     static const TestFolder kFolder;  // shared by thousands of calls
     OutputFile out(kFolder.Path("out"));
@@ -22,7 +22,7 @@ Block Compressed(const Block& indexes, unsigned bits)
 }
 
 // Decodes compressed data by wrapping it in a file; empty if it is invalid.
-Block Back(const Block& data, std::size_t count)
+Block Decompress(const Block& data, std::size_t count)
 {
     const std::uint32_t width = count > 60000 ? 1000 : static_cast<std::uint32_t>(count);
     const std::uint32_t height = static_cast<std::uint32_t>(count) / width;
@@ -58,14 +58,14 @@ Block Noise(std::size_t count, unsigned bits)
 TEST(LzwEncoder, WritesCodesOfKnownExample)
 {
     // Three equal 2-bit indexes in 3-bit codes: clear 4, the index, the pair (6), end 5.
-    EXPECT_EQ(Compressed({1, 1, 1}, 2), (Block{2, 2, 0x8C, 0x0B, 0}));
+    EXPECT_EQ(Compress({1, 1, 1}, 2), (Block{2, 2, 0x8C, 0x0B, 0}));
 }
 
 TEST(LzwEncoder, RoundTripsNoiseOfEveryWidthAcrossClears)
 {
     for (unsigned bits = 1; bits <= 8; ++bits) {
         const Block indexes = Noise(200000, bits);
-        EXPECT_TRUE(Back(Compressed(indexes, bits), indexes.size()) == indexes) << bits;
+        EXPECT_TRUE(Decompress(Compress(indexes, bits), indexes.size()) == indexes) << bits;
     }
 }
 
@@ -75,21 +75,21 @@ TEST(LzwEncoder, RoundTripsLengthsAroundCodeWidthChanges)
     for (const auto& [first, last] : {std::pair{1, 12}, {245, 275}, {755, 795}, {1770, 1840}, {3800, 3990}})
         for (int count = first; count <= last; ++count) {
             const Block indexes = Noise(static_cast<std::size_t>(count), 8);
-            ASSERT_TRUE(Back(Compressed(indexes, 8), indexes.size()) == indexes) << count;
+            ASSERT_TRUE(Decompress(Compress(indexes, 8), indexes.size()) == indexes) << count;
         }
     for (std::size_t count = 1; count < 100; ++count) {
         const Block indexes(count, 1);
-        ASSERT_TRUE(Back(Compressed(indexes, 1), count) == indexes) << count;
+        ASSERT_TRUE(Decompress(Compress(indexes, 1), count) == indexes) << count;
     }
 }
 
 TEST(LzwEncoder, PacksPlainPictureIntoFewBytes)
 {
     const Block indexes(1000000, 3);
-    const Block data = Compressed(indexes, 8);
+    const Block data = Compress(indexes, 8);
 
     EXPECT_LT(data.size(), 2200u);
-    EXPECT_TRUE(Back(data, indexes.size()) == indexes);
+    EXPECT_TRUE(Decompress(data, indexes.size()) == indexes);
 }
 
 RC_GTEST_PROP(LzwEncoder, GivesBackAnyIndexes, ())
@@ -100,5 +100,5 @@ RC_GTEST_PROP(LzwEncoder, GivesBackAnyIndexes, ())
             return static_cast<std::uint8_t>(n & ((1u << bits) - 1));
         })));
 
-    RC_ASSERT(Back(Compressed(indexes, bits), indexes.size()) == indexes);
+    RC_ASSERT(Decompress(Compress(indexes, bits), indexes.size()) == indexes);
 }

@@ -78,7 +78,7 @@ struct CameraExif {
         return start + 2 + tags.size() * 12;
     }
 
-    Block Made()
+    Block Build()
     {
         Block block = big_endian ? Block{'M', 'M', 0, 42, 0, 0, 0, 8} : Block{'I', 'I', 42, 0, 8, 0, 0, 0};
         const std::size_t next = Append(
@@ -157,7 +157,7 @@ TEST(ExifForSave, KeepsTagsOfSourceButPrefersTexts)
     for (const bool big_endian : {false, true}) {
         CameraExif camera{.big_endian = big_endian};
         ImageBuffer image = Pattern(64, 48, 3);
-        image.metadata.exif = camera.Made();
+        image.metadata.exif = camera.Build();
         image.dots_per_inch_x = image.dots_per_inch_y = 299.5;
         ImageInfoTexts texts;
         texts.sAuthor = "Somebody with a longer name than the one before";
@@ -176,7 +176,7 @@ TEST(ExifForSave, KeepsOffsetOfMakerNote)
 {
     CameraExif camera;
     ImageBuffer image = Pattern(64, 48, 3);
-    image.metadata.exif = camera.Made();
+    image.metadata.exif = camera.Build();
 
     const Block exif = ExifForSave(image, AllTexts());
 
@@ -189,7 +189,7 @@ TEST(ExifForSave, DropsThumbnailAndItsDirectory)
 {
     CameraExif camera;
     ImageBuffer image = Pattern(64, 48, 3);
-    image.metadata.exif = camera.Made();
+    image.metadata.exif = camera.Build();
 
     const Block exif = ExifForSave(image, {});
 
@@ -202,7 +202,7 @@ TEST(ExifForSave, DoesNotGrowWhenSavedAgain)
 {
     CameraExif camera;
     ImageBuffer image = Pattern(64, 48, 3);
-    image.metadata.exif = camera.Made();
+    image.metadata.exif = camera.Build();
     const Block once = ExifForSave(image, AllTexts());
     image.metadata.exif = once;
 
@@ -241,7 +241,7 @@ TEST(FinishLoaded, RotatesPictureAndResetsOrientation)
     ImageBuffer image = Pattern(40, 30, 3);
     image.dots_per_inch_x = 100;
     image.dots_per_inch_y = 200;
-    image.metadata.exif = camera.Made();
+    image.metadata.exif = camera.Build();
     const std::string xmp = "<rdf:Description tiff:Orientation=\"6\"/>";
     image.metadata.xmp.assign(xmp.begin(), xmp.end());
 
@@ -259,7 +259,7 @@ TEST(FinishLoaded, RotatesPictureAndResetsOrientation)
 TEST(FinishLoaded, SurvivesTruncatedAndCorruptBlocks)
 {
     CameraExif camera{.thumbnail = Block(20, 0xAB)};
-    const Block good = camera.Made();
+    const Block good = camera.Build();
     const auto takes_it = [](const Block& exif) {
         ImageBuffer image = Pattern(3, 2, 3);
         image.metadata.exif = exif;
@@ -289,7 +289,7 @@ TEST(FinishLoaded, SurvivesTruncatedAndCorruptBlocks)
 TEST(ExifResolution, IsReadInInchesAndCentimetresOnly)
 {
     CameraExif camera;
-    Block exif = camera.Made();
+    Block exif = camera.Build();
     EXPECT_EQ(ReadExifResolution(exif).dots_per_inch_x, 72);
     const IfdReader reader(exif);
     const auto entries = reader.Entries(reader.FirstDirectory());

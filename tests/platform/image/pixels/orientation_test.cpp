@@ -6,7 +6,7 @@
 #include "tests/platform/image/support/image_tools.h"
 
 // Reference: the source position of target pixel (x, y) for each orientation of a W by H source.
-static ImageBuffer TurnedSlowly(const ImageBuffer& source, int orientation)
+static ImageBuffer OrientByReference(const ImageBuffer& source, int orientation)
 {
     const bool quarter = orientation >= 5;
     ImageBuffer result = source;
@@ -36,7 +36,7 @@ TEST(ApplyOrientation, MovesEveryPixelForAllOrientationsAndChannels)
                 const ImageBuffer source = Pattern(w, h, channels);
                 ImageBuffer image = source;
                 ApplyOrientation(image, orientation);
-                EXPECT_EQ(DifferenceBetween(image, TurnedSlowly(source, orientation)).greatest, 0)
+                EXPECT_EQ(DifferenceBetween(image, OrientByReference(source, orientation)).greatest, 0)
                     << orientation << " " << w << "x" << h << " " << channels;
             }
 }

@@ -7,7 +7,7 @@
 
 namespace
 {
-std::vector<std::uint8_t> Numbered(std::size_t byte_count)
+std::vector<std::uint8_t> CountingBytes(std::size_t byte_count)
 {
     std::vector<std::uint8_t> bytes(byte_count);
     std::iota(bytes.begin(), bytes.end(), std::uint8_t{1});
@@ -15,7 +15,7 @@ std::vector<std::uint8_t> Numbered(std::size_t byte_count)
 }
 
 // The scalar reference.
-std::vector<std::uint8_t> Swapped(std::vector<std::uint8_t> bytes, std::size_t step)
+std::vector<std::uint8_t> SwapByReference(std::vector<std::uint8_t> bytes, std::size_t step)
 {
     for (std::size_t i = 0; i + step <= bytes.size(); i += step)
         std::swap(bytes[i], bytes[i + 2]);
@@ -26,21 +26,21 @@ std::vector<std::uint8_t> Swapped(std::vector<std::uint8_t> bytes, std::size_t s
 TEST(SwapRedAndBlue, MatchesReferenceForEveryLength)
 {
     for (std::size_t pixels = 0; pixels < 50; ++pixels) {
-        const auto three = Numbered(pixels * 3);
+        const auto three = CountingBytes(pixels * 3);
         std::vector<std::uint8_t> out(pixels * 3 + 1, 99);
         SwapRedAndBlue(three.data(), out.data(), pixels);
         EXPECT_EQ(out.back(), 99);
         out.pop_back();
-        EXPECT_EQ(out, Swapped(three, 3));
+        EXPECT_EQ(out, SwapByReference(three, 3));
         SwapRedAndBlue(out.data(), out.data(), pixels);
         EXPECT_EQ(out, three);
 
-        const auto four = Numbered(pixels * 4);
+        const auto four = CountingBytes(pixels * 4);
         out.assign(pixels * 4 + 1, 99);
         SwapRedAndBlueOfFour(four.data(), out.data(), pixels);
         EXPECT_EQ(out.back(), 99);
         out.pop_back();
-        EXPECT_EQ(out, Swapped(four, 4));
+        EXPECT_EQ(out, SwapByReference(four, 4));
         SwapRedAndBlueOfFour(out.data(), out.data(), pixels);
         EXPECT_EQ(out, four);
     }

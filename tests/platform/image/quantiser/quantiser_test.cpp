@@ -19,7 +19,7 @@
 
 namespace
 {
-ImageBuffer Filled(std::int32_t width, std::int32_t height, const PaletteColour& colour)
+ImageBuffer PlainPicture(std::int32_t width, std::int32_t height, const PaletteColour& colour)
 {
     ImageBuffer image;
     image.width = width;
@@ -44,9 +44,9 @@ PaletteColour ColourAt(const IndexedImage& image, std::size_t pixel)
     return image.palette.at(image.indexes.at(pixel));
 }
 
-ImageBuffer Shown(const ImageBuffer& source, const IndexedImage& image)
+ImageBuffer ApplyPalette(const ImageBuffer& source, const IndexedImage& image)
 {
-    ImageBuffer result = Filled(source.width, source.height, {});
+    ImageBuffer result = PlainPicture(source.width, source.height, {});
     for (std::size_t i = 0; i < image.indexes.size(); ++i)
         for (std::size_t c = 0; c < 3; ++c)
             result.bytes[i * 3 + c] = ColourAt(image, i)[c];
@@ -74,7 +74,7 @@ double Mean(const ImageBuffer& image, std::int32_t left, std::int32_t top, std::
 
 TEST(ExactColours, GivesUpAtColour257)
 {
-    ImageBuffer image = Filled(257, 1, {});
+    ImageBuffer image = PlainPicture(257, 1, {});
     for (std::size_t i = 0; i < 256; ++i)
         image.bytes[i * 3] = static_cast<std::uint8_t>(i);
     ASSERT_TRUE(QuantiseExactly(image));
@@ -123,7 +123,7 @@ RC_GTEST_PROP(NearestTable, IsNeverFartherOffThanTheNearestColourOfEachCellsMidd
 
 TEST(FittedPalette, KeepsMeanWithinColourLimit)
 {
-    ImageBuffer image = Filled(10, 10, {10, 20, 30});
+    ImageBuffer image = PlainPicture(10, 10, {10, 20, 30});
     Fill(image, 0, 0, 10, 5, {12, 22, 32});
 
     EXPECT_EQ(FitPalette(image, {}, 1), (std::vector<PaletteColour>{{11, 21, 31}}));
@@ -174,7 +174,7 @@ TEST(FlatColours, AreThoseOfPlainBlocksByFrequency)
     EXPECT_EQ(flats[1].colour, (PaletteColour{240, 240, 240}));
     for (const FlatColour& flat : flats)
         EXPECT_NE(flat.colour, (PaletteColour{1, 1, 1}));
-    EXPECT_TRUE(FindFlatColours(Filled(7, 7, {})).empty());
+    EXPECT_TRUE(FindFlatColours(PlainPicture(7, 7, {})).empty());
 }
 
 TEST(Quantiser, LeavesPlainAreasFreeOfSpeckles)
@@ -197,7 +197,7 @@ TEST(Quantiser, KeepsMeanOfEveryRegionByDithering)
 {
     const ImageBuffer image = Pattern(256, 192, 3);
 
-    const ImageBuffer result = Shown(image, Quantise(image));
+    const ImageBuffer result = ApplyPalette(image, Quantise(image));
 
     for (std::int32_t y = 0; y < 192; y += 16)
         for (std::int32_t x = 0; x < 256; x += 16)
@@ -211,7 +211,7 @@ TEST(Quantiser, HasSmallerErrorThanDitheringOfOtherPrograms)
     const TestFolder folder;
     WritePnm(folder.Path("in.ppm"), image);
 
-    const double own = Psnr(Shown(image, Quantise(image)), image);
+    const double own = Psnr(ApplyPalette(image, Quantise(image)), image);
 
     for (const std::string& program : {ImageMagick("convert"), std::string("gm convert")}) {
         ASSERT_TRUE(RunCommand(program + " " + folder.Path("in.ppm") + " " + folder.Path("out.gif")));
@@ -224,7 +224,7 @@ TEST(Quantiser, HasSmallerErrorThanDitheringOfOtherPrograms)
 TEST(Dithering, LeavesNoSeamsBetweenBands)
 {
     // A flat tone between two greys: all rows must be equally light, including those at band edges.
-    const ImageBuffer image = Filled(512, 403, {101, 101, 101});
+    const ImageBuffer image = PlainPicture(512, 403, {101, 101, 101});
     const std::vector<PaletteColour> greys = {{96, 96, 96}, {112, 112, 112}};
 
     const PixelBytes indexes = Dither(image, greys, -1);
@@ -241,7 +241,7 @@ TEST(Dithering, WorksForAnyPictureSize)
 {
     for (std::int32_t height = 1; height < 12; ++height)
         for (const std::int32_t width : {1, 2, 33}) {
-            const ImageBuffer image = Filled(width, height, {200, 0, 0});
+            const ImageBuffer image = PlainPicture(width, height, {200, 0, 0});
             const std::vector<PaletteColour> colours = {{0, 0, 200}, {200, 0, 0}};
             EXPECT_EQ(Dither(image, colours, -1), PixelBytes(image.bytes.size() / 3, 1));
         }

@@ -285,21 +285,21 @@ std::vector<std::uint8_t> WmfMaker::File() const
     return file.Data();
 }
 
-static ImageBuffer Played(const Codec& codec, const std::vector<std::uint8_t>& file)
+static ImageBuffer Render(const Codec& codec, const std::vector<std::uint8_t>& file)
 {
     const std::optional<ImageBuffer> image = Decoded(codec, file);
     EXPECT_TRUE(image.has_value());
     return image.value_or(ImageBuffer{});
 }
 
-ImageBuffer Played(const EmfMaker& maker)
+ImageBuffer Render(const EmfMaker& maker)
 {
-    return Played(kEmfCodec, maker.File());
+    return Render(kEmfCodec, maker.File());
 }
 
-ImageBuffer Played(const WmfMaker& maker)
+ImageBuffer Render(const WmfMaker& maker)
 {
-    return Played(kWmfCodec, maker.File());
+    return Render(kWmfCodec, maker.File());
 }
 
 std::uint32_t ColorAt(const ImageBuffer& image, std::int32_t x, std::int32_t y)

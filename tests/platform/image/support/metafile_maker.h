@@ -235,8 +235,8 @@ constexpr std::int32_t High(std::uint32_t n)
 }
 
 /// Renders a metafile; if it is refused, fails the test and returns an empty picture.
-ImageBuffer Played(const EmfMaker& maker);
-ImageBuffer Played(const WmfMaker& maker);
+ImageBuffer Render(const EmfMaker& maker);
+ImageBuffer Render(const WmfMaker& maker);
 /// The colour of a pixel, red in the low byte.
 std::uint32_t ColorAt(const ImageBuffer& image, std::int32_t x, std::int32_t y);
 /// The number of pixels of the colour in a box (left, top, right, bottom).

@@ -7,7 +7,7 @@
 #include <array>
 #include <cstddef>
 
-static std::vector<std::uint8_t> Saved(cmsHPROFILE profile)
+static std::vector<std::uint8_t> Serialise(cmsHPROFILE profile)
 {
     cmsUInt32Number size = 0;
     cmsSaveProfileToMem(profile, nullptr, &size);
@@ -19,7 +19,7 @@ static std::vector<std::uint8_t> Saved(cmsHPROFILE profile)
 
 std::vector<std::uint8_t> SrgbProfile()
 {
-    return Saved(cmsCreate_sRGBProfile());
+    return Serialise(cmsCreate_sRGBProfile());
 }
 
 std::vector<std::uint8_t> SwappedProfile()
@@ -31,7 +31,7 @@ std::vector<std::uint8_t> SwappedProfile()
     cmsToneCurve* curves[3] = {curve, curve, curve};
     const cmsHPROFILE profile = cmsCreateRGBProfile(&white, &primaries, curves);
     cmsFreeToneCurve(curve);
-    return Saved(profile);
+    return Serialise(profile);
 }
 
 std::vector<std::uint8_t> GreyProfile(double gamma)
@@ -39,7 +39,7 @@ std::vector<std::uint8_t> GreyProfile(double gamma)
     cmsToneCurve* curve = cmsBuildGamma(nullptr, gamma);
     const cmsHPROFILE profile = cmsCreateGrayProfile(cmsD50_xyY(), curve);
     cmsFreeToneCurve(curve);
-    return Saved(profile);
+    return Serialise(profile);
 }
 
 // Fills a node of the CLUT, converting inks to Lab through sRGB.
@@ -76,5 +76,5 @@ std::vector<std::uint8_t> CmykProfile()
     cmsWriteTag(profile, cmsSigAToB0Tag, pipeline);
     cmsPipelineFree(pipeline);
     cmsDeleteTransform(to_lab);
-    return Saved(profile);
+    return Serialise(profile);
 }

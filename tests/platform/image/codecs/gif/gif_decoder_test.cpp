@@ -62,7 +62,7 @@ PixelBytes FourChannels(ImageBuffer image)
 }
 
 // All pages as composited by another program, concatenated.
-PixelBytes Coalesced(const std::string& name)
+PixelBytes CompositeByImageMagick(const std::string& name)
 {
     const TestFolder folder;
     const std::string out = folder.Path("out");
@@ -116,7 +116,7 @@ TEST_P(GifPages, MatchCompositionOfOtherPrograms)
     }
 
     EXPECT_FALSE(all.empty());
-    EXPECT_TRUE(all == Coalesced(GetParam()));
+    EXPECT_TRUE(all == CompositeByImageMagick(GetParam()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, GifPages,

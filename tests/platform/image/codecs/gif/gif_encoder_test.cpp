@@ -57,7 +57,7 @@ const std::string kPillow =
     "/usr/bin/python3 -c 'import sys; from PIL import Image; "
     "Image.open(sys.argv[1]).convert(\"RGB\").save(sys.argv[2])'";
 
-std::string Identified(const Block& file, const std::string& format)
+std::string Identify(const Block& file, const std::string& format)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("in.gif"), file);
@@ -178,7 +178,7 @@ TEST(GifEncoder, WritesTextsAsComment)
     const Block file = Encoded(kGifCodec, OfColours(4, 4, 3), settings);
 
     EXPECT_EQ(std::string(file.begin(), file.begin() + 6), "GIF89a");
-    EXPECT_EQ(Identified(file, "%c"),
+    EXPECT_EQ(Identify(file, "%c"),
               "Title: A title\nAuthor: K\xC3\xA4the\nCopyright: " + std::string(700, 'c'));
     EXPECT_TRUE(Decoded(kGifCodec, file));
 }
@@ -188,7 +188,7 @@ TEST(GifEncoder, WritesNoCommentWithoutTexts)
     const Block file = Encoded(kGifCodec, OfColours(4, 4, 3));
 
     EXPECT_EQ(std::string(file.begin(), file.begin() + 6), "GIF87a");
-    EXPECT_EQ(Identified(file, "%c"), "");
+    EXPECT_EQ(Identify(file, "%c"), "");
 }
 
 TEST(GifEncoder, SupportsMaximumSides)

@@ -23,7 +23,7 @@ static ByteMaker Bitmap(std::uint32_t width, std::uint32_t rows, std::uint32_t b
 }
 
 // 2 by 1 pixels of 24 bits; the second is masked out.
-static Picture Small(int blue = 1)
+static Picture SmallBitmap(int blue = 1)
 {
     return Bitmap(2, 2, 24).U8({blue, 2, 3, 4, 5, 6, 0, 0}).U8({0x40, 0, 0, 0}).Data();
 }
@@ -72,7 +72,7 @@ static std::int32_t FramesOf(const std::vector<std::uint8_t>& bytes)
 
 TEST(IconBitmaps, AreTransparentWhereMaskIsSet)
 {
-    EXPECT_EQ(LevelsOf(Icon({{Small()}})), (Levels{1, 2, 3, 255, 4, 5, 6, 0}));
+    EXPECT_EQ(LevelsOf(Icon({{SmallBitmap()}})), (Levels{1, 2, 3, 255, 4, 5, 6, 0}));
 }
 
 TEST(IconBitmaps, HaveMaskAfterPixelsAtEveryDepth)
@@ -164,7 +164,7 @@ TEST(IconPngs, AffectOnlyTheirOwnPageIfTruncated)
 {
     auto png = Encoded(kPngCodec, Pattern(9, 5, 3));
     png.resize(png.size() / 2);
-    const auto file = Icon({{png, 9, 5}, {Small(20)}});
+    const auto file = Icon({{png, 9, 5}, {SmallBitmap(20)}});
 
     EXPECT_EQ(LevelsOf(file, 0), Levels{-1});
     EXPECT_EQ(LevelsOf(file, 1)[0], 20);
@@ -172,7 +172,7 @@ TEST(IconPngs, AffectOnlyTheirOwnPageIfTruncated)
 
 TEST(IconDirectory, ListsPagesInFileOrder)
 {
-    const auto file = Icon({{Small(10)}, {Small(20)}, {Small(30)}});
+    const auto file = Icon({{SmallBitmap(10)}, {SmallBitmap(20)}, {SmallBitmap(30)}});
 
     EXPECT_EQ(FramesOf(file), 3);
     for (std::int32_t frame = 0; frame < 3; ++frame)
@@ -181,12 +181,12 @@ TEST(IconDirectory, ListsPagesInFileOrder)
 
 TEST(IconDirectory, LosesOnlyCorruptEntries)
 {
-    const auto file = Icon({{Small(10), 2, 1, 0x7FFFFFFF},
-                            {Small(20)},
-                            {Small(30), 2, 1, -1, 0x7FFFFFFF},
-                            {Small(40), 2, 1, 3},
-                            {Small(50), 2, 1, -1, 20},
-                            {Small(60), 99, 99}});
+    const auto file = Icon({{SmallBitmap(10), 2, 1, 0x7FFFFFFF},
+                            {SmallBitmap(20)},
+                            {SmallBitmap(30), 2, 1, -1, 0x7FFFFFFF},
+                            {SmallBitmap(40), 2, 1, 3},
+                            {SmallBitmap(50), 2, 1, -1, 20},
+                            {SmallBitmap(60), 99, 99}});
 
     ASSERT_EQ(FramesOf(file), 6);
     EXPECT_EQ(LevelsOf(file, 0), Levels{-1}) << "beyond the file";
@@ -199,37 +199,38 @@ TEST(IconDirectory, LosesOnlyCorruptEntries)
 
 TEST(IconDirectory, MayReferToSamePictureTwice)
 {
-    const auto file = Icon({{Small(10)}, {Picture{}, 2, 1, 38, std::ssize(Small())}});
+    const auto file = Icon({{SmallBitmap(10)}, {Picture{}, 2, 1, 38, std::ssize(SmallBitmap())}});
 
     EXPECT_EQ(LevelsOf(file, 0), LevelsOf(file, 1));
 }
 
 TEST(IconDirectory, IsLimitedBySizeOfFile)
 {
-    EXPECT_EQ(FramesOf(Icon({{Small()}}, 1, 65535)), static_cast<std::int32_t>((16 + Small().size()) / 16));
+    EXPECT_EQ(FramesOf(Icon({{SmallBitmap()}}, 1, 65535)),
+              static_cast<std::int32_t>((16 + SmallBitmap().size()) / 16));
     EXPECT_EQ(FramesOf(Icon({}, 1, 5)), 0);
-    EXPECT_EQ(FramesOf(Icon({{Small()}}, 1, 0)), 0);
+    EXPECT_EQ(FramesOf(Icon({{SmallBitmap()}}, 1, 0)), 0);
     EXPECT_EQ(FramesOf({}), 0);
 }
 
 TEST(IconSniff, DistinguishesIconsFromCursors)
 {
-    const auto icon_file = Icon({{Small()}}, 1);
-    const auto cursor_file = Icon({{Small()}}, 2);
+    const auto icon_file = Icon({{SmallBitmap()}}, 1);
+    const auto cursor_file = Icon({{SmallBitmap()}}, 2);
 
     EXPECT_TRUE(kIcoCodec.sniff(icon_file, ""));
     EXPECT_FALSE(kCurCodec.sniff(icon_file, ""));
     EXPECT_FALSE(kIcoCodec.sniff(cursor_file, ""));
     EXPECT_TRUE(kCurCodec.sniff(cursor_file, ""));
-    EXPECT_FALSE(kIcoCodec.sniff(Icon({{Small()}}, 3), ""));
+    EXPECT_FALSE(kIcoCodec.sniff(Icon({{SmallBitmap()}}, 3), ""));
     EXPECT_TRUE(Decoded(kCurCodec, cursor_file));
 }
 
 TEST(IconSniff, RequiresPlausibleEntry)
 {
-    EXPECT_TRUE(kIcoCodec.sniff(Icon({{Small(), 2, 1, 3}, {Small()}}), ""));
-    EXPECT_FALSE(kIcoCodec.sniff(Icon({{Small(), 2, 1, 3}}), ""));
-    EXPECT_FALSE(kIcoCodec.sniff(Icon({{Small(), 2, 1, -1, 0}}), ""));
+    EXPECT_TRUE(kIcoCodec.sniff(Icon({{SmallBitmap(), 2, 1, 3}, {SmallBitmap()}}), ""));
+    EXPECT_FALSE(kIcoCodec.sniff(Icon({{SmallBitmap(), 2, 1, 3}}), ""));
+    EXPECT_FALSE(kIcoCodec.sniff(Icon({{SmallBitmap(), 2, 1, -1, 0}}), ""));
     EXPECT_FALSE(kIcoCodec.sniff(ByteMaker().Zeros(100).Data(), ""));
     EXPECT_FALSE(kIcoCodec.sniff(Bytes{}, ""));
 }

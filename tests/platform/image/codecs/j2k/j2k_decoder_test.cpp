@@ -45,7 +45,7 @@ ImageBuffer OfPixel(const PixelBytes& pixel)
 }
 
 // The first pixel of a JP2 file whose components are each constant.
-PixelBytes Shown(const PixelBytes& components, const Block& header_boxes)
+PixelBytes DecodePixel(const PixelBytes& components, const Block& header_boxes)
 {
     // The encoder takes B, G, R, which become components 2, 1 and 0.
     PixelBytes pixel = components;
@@ -158,7 +158,7 @@ TEST(J2kDecoder, UnpremultipliesAlpha)
     const Block alpha =
         Jp2Box("cdef", {0, 4, 0, 0, 0, 0, 0, 1, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 3, 0, 3, 0, 2, 0, 0});
 
-    EXPECT_EQ(Shown({100, 50, 20, 128}, ByteMaker().All(Jp2Colours(16)).All(alpha).Data()),
+    EXPECT_EQ(DecodePixel({100, 50, 20, 128}, ByteMaker().All(Jp2Colours(16)).All(alpha).Data()),
               (PixelBytes{40, 100, 199, 128}));
 }
 
@@ -167,23 +167,23 @@ TEST(J2kDecoder, ReordersComponentsByChannelDefinition)
     // Component 0 is blue (association 3), 1 green and 2 red.
     const Block order = Jp2Box("cdef", {0, 3, 0, 0, 0, 0, 0, 3, 0, 1, 0, 0, 0, 2, 0, 2, 0, 0, 0, 1});
 
-    EXPECT_EQ(Shown({10, 20, 30}, ByteMaker().All(Jp2Colours(16)).All(order).Data()),
+    EXPECT_EQ(DecodePixel({10, 20, 30}, ByteMaker().All(Jp2Colours(16)).All(order).Data()),
               (PixelBytes{10, 20, 30}));
-    EXPECT_EQ(Shown({10, 20, 30}, Jp2Colours(16)), (PixelBytes{30, 20, 10}));
+    EXPECT_EQ(DecodePixel({10, 20, 30}, Jp2Colours(16)), (PixelBytes{30, 20, 10}));
 }
 
 TEST(J2kDecoder, ConvertsYccToRgb)
 {
     for (const std::uint32_t space : {18u, 24u}) {
-        EXPECT_EQ(Shown({76, 85, 255}, Jp2Colours(space)), (PixelBytes{0, 0, 254}));
-        EXPECT_EQ(Shown({90, 128, 128}, Jp2Colours(space)), (PixelBytes{90, 90, 90}));
+        EXPECT_EQ(DecodePixel({76, 85, 255}, Jp2Colours(space)), (PixelBytes{0, 0, 254}));
+        EXPECT_EQ(DecodePixel({90, 128, 128}, Jp2Colours(space)), (PixelBytes{90, 90, 90}));
     }
 }
 
 TEST(J2kDecoder, ConvertsCmykToRgb)
 {
-    EXPECT_EQ(Shown({0, 255, 0, 0}, Jp2Colours(12)), (PixelBytes{255, 0, 255}));
-    EXPECT_EQ(Shown({0, 0, 255, 128}, Jp2Colours(12)), (PixelBytes{0, 127, 127}));
+    EXPECT_EQ(DecodePixel({0, 255, 0, 0}, Jp2Colours(12)), (PixelBytes{255, 0, 255}));
+    EXPECT_EQ(DecodePixel({0, 0, 255, 128}, Jp2Colours(12)), (PixelBytes{0, 127, 127}));
 }
 
 TEST(J2kDecoder, ConvertsLabToRgb)
@@ -191,11 +191,11 @@ TEST(J2kDecoder, ConvertsLabToRgb)
     // L* 54.3, a* 80.8, b* 69.9 is sRGB red with a D50 white point. As bytes: a over -85..85, b over
     // -75..125.
     const Block defaults = Jp2Colours(14);
-    ExpectNear(Shown({138, 249, 185}, defaults), {0, 0, 255}, 6);
-    ExpectNear(Shown({255, 128, 96}, defaults), {255, 255, 255}, 2);
+    ExpectNear(DecodePixel({138, 249, 185}, defaults), {0, 0, 255}, 6);
+    ExpectNear(DecodePixel({255, 128, 96}, defaults), {255, 255, 255}, 2);
     // The same with explicit ranges and offsets: a and b over -128..127.
     const Block own = Jp2Colours(14, ByteMaker().U32Be({100, 0, 255, 128, 255, 128, 0x00443530}).Data());
-    ExpectNear(Shown({138, 209, 198}, own), {0, 0, 255}, 6);
+    ExpectNear(DecodePixel({138, 209, 198}, own), {0, 0, 255}, 6);
 }
 
 TEST(J2kDecoder, LooksUpPaletteIndexes)
@@ -233,7 +233,7 @@ TEST(J2kDecoder, KeepsProfileThatFitsPixels)
 TEST(J2kDecoder, ConvertsCmykThroughEmbeddedProfile)
 {
     // The profile swaps cyan and yellow: full cyan appears yellow.
-    ExpectNear(Shown({255, 0, 0, 0}, Jp2Profile(CmykProfile())), {0, 255, 255}, 12);
+    ExpectNear(DecodePixel({255, 0, 0, 0}, Jp2Profile(CmykProfile())), {0, 255, 255}, 12);
 }
 
 TEST(J2kDecoder, ReadsResolutionAndMetadata)

@@ -12,7 +12,7 @@ namespace
 {
 using Block = std::vector<std::uint8_t>;
 
-Block Saved(const ImageBuffer& image, std::int32_t quality, const ImageInfoTexts& texts = {})
+Block EncodeAtQuality(const ImageBuffer& image, std::int32_t quality, const ImageInfoTexts& texts = {})
 {
     SaveSettings settings;
     settings.jpeg_quality = quality;
@@ -29,7 +29,7 @@ double Psnr(const ImageBuffer& one, const ImageBuffer& other)
 }
 
 // A picture with detail everywhere.
-ImageBuffer Detailed(std::int32_t width, std::int32_t height)
+ImageBuffer DetailedPicture(std::int32_t width, std::int32_t height)
 {
     ImageBuffer image = Pattern(width, height, 3);
     unsigned seed = 5;
@@ -55,7 +55,7 @@ TEST(J2kEncoder, IsLosslessAtQuality100)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer image = Pattern(150, 90, channels);
-        const Block file = Saved(image, 100);
+        const Block file = EncodeAtQuality(image, 100);
         ASSERT_FALSE(file.empty());
         EXPECT_EQ(file[0], 0xFF);
         EXPECT_EQ(file[1], 0x4F);
@@ -70,7 +70,7 @@ TEST(J2kEncoder, IsDecodedByOtherProgramsExactly)
     const TestFolder folder;
     for (const std::int32_t channels : {1, 3}) {
         const ImageBuffer image = Pattern(150, 90, channels);
-        WriteFileContent(folder.Path("in.j2k"), Saved(image, 100));
+        WriteFileContent(folder.Path("in.j2k"), EncodeAtQuality(image, 100));
         const std::string files = folder.Path("in.j2k") + " " + folder.Path("out.pnm");
         for (const std::string& command :
              {ImageMagick("convert") + " " + files,
@@ -89,7 +89,7 @@ TEST(J2kEncoder, IsDecodedByOtherProgramsExactly)
 TEST(J2kEncoder, JoinsTilesWithoutSeams)
 {
     const ImageBuffer image = Pattern(1100, 1030, 3);
-    const Block file = Saved(image, 100);
+    const Block file = EncodeAtQuality(image, 100);
 
     EXPECT_NE(OpenJpegSays(file, "'tw='").find("tw=2, th=2"), std::string::npos);
     EXPECT_EQ(DifferenceBetween(*Decoded(kJ2kCodec, file), image).greatest, 0);
@@ -97,33 +97,34 @@ TEST(J2kEncoder, JoinsTilesWithoutSeams)
 
 TEST(J2kEncoder, WritesMoreBytesForHigherQuality)
 {
-    for (const ImageBuffer& image : {Pattern(200, 160, 3), Detailed(200, 160), Pattern(200, 160, 1)}) {
+    for (const ImageBuffer& image : {Pattern(200, 160, 3), DetailedPicture(200, 160), Pattern(200, 160, 1)}) {
         std::size_t last_size = 0;
         double last_psnr = 0;
         for (const std::int32_t quality : {1, 10, 25, 50, 60, 75, 85, 95}) {
-            const Block file = Saved(image, quality);
+            const Block file = EncodeAtQuality(image, quality);
             const double here = Psnr(*Decoded(kJ2kCodec, file), image);
             EXPECT_GE(file.size(), last_size) << quality;
             EXPECT_GT(here, last_psnr) << quality;
             last_size = file.size();
             last_psnr = here;
         }
-        EXPECT_GE(Saved(image, 99).size(), last_size);
+        EXPECT_GE(EncodeAtQuality(image, 99).size(), last_size);
         EXPECT_GT(last_psnr, 40);
     }
 }
 
 TEST(J2kEncoder, ComesCloseToTargetPsnr)
 {
-    const ImageBuffer image = Detailed(256, 256);
+    const ImageBuffer image = DetailedPicture(256, 256);
     for (const std::int32_t quality : {30, 60, 90})
-        EXPECT_NEAR(Psnr(*Decoded(kJ2kCodec, Saved(image, quality)), image), TargetPsnr(image, quality), 1.5)
+        EXPECT_NEAR(Psnr(*Decoded(kJ2kCodec, EncodeAtQuality(image, quality)), image),
+                    TargetPsnr(image, quality), 1.5)
             << quality;
 }
 
 TEST(J2kEncoder, BeatsJpegOfSameQualityAtSimilarSize)
 {
-    const ImageBuffer image = Detailed(320, 240);
+    const ImageBuffer image = DetailedPicture(320, 240);
     const TestFolder folder;
     WritePnm(folder.Path("in.ppm"), image);
     for (const std::int32_t quality : {60, 75, 90}) {
@@ -131,7 +132,7 @@ TEST(J2kEncoder, BeatsJpegOfSameQualityAtSimilarSize)
                                folder.Path("out.jpg") + " " + folder.Path("in.ppm")));
         ASSERT_TRUE(RunCommand("djpeg -outfile " + folder.Path("out.ppm") + " " + folder.Path("out.jpg")));
 
-        const Block file = Saved(image, quality);
+        const Block file = EncodeAtQuality(image, quality);
 
         EXPECT_LT(file.size(), FileContent(folder.Path("out.jpg")).size() * 3 / 2) << quality;
         EXPECT_GT(Psnr(*Decoded(kJ2kCodec, file), image), Psnr(*ReadPnm(folder.Path("out.ppm")), image))
@@ -141,7 +142,7 @@ TEST(J2kEncoder, BeatsJpegOfSameQualityAtSimilarSize)
 
 TEST(J2kTarget, RisesWithQualityAndSmoothness)
 {
-    const ImageBuffer smooth = Pattern(200, 160, 3), full = Detailed(200, 160);
+    const ImageBuffer smooth = Pattern(200, 160, 3), full = DetailedPicture(200, 160);
     for (std::int32_t quality = 2; quality <= 99; ++quality) {
         EXPECT_GT(TargetPsnr(smooth, quality), TargetPsnr(full, quality)) << quality;
         EXPECT_GE(TargetPsnr(full, quality), TargetPsnr(full, quality - 1)) << quality;
@@ -155,7 +156,7 @@ TEST(J2kEncoder, WritesPicturesOfAnyShape)
         for (const std::int32_t channels : {1, 3, 4})
             for (const std::int32_t quality : {100, 75}) {
                 const ImageBuffer image = Pattern(width, height, channels);
-                const auto back = Decoded(kJ2kCodec, Saved(image, quality));
+                const auto back = Decoded(kJ2kCodec, EncodeAtQuality(image, quality));
                 ASSERT_TRUE(back) << width << "x" << height << "x" << channels << " " << quality;
                 EXPECT_LE(DifferenceBetween(*back, image).greatest, quality == 100 ? 0 : 60);
             }
@@ -167,7 +168,7 @@ TEST(J2kEncoder, WritesTextsAsComment)
     texts.sTitle = "A title";
     texts.sCopyright = std::string(70000, 'c');
 
-    const Block file = Saved(Pattern(9, 9, 3), 100, texts);
+    const Block file = EncodeAtQuality(Pattern(9, 9, 3), 100, texts);
 
     const std::string file_path(file.begin(), file.end());
     EXPECT_NE(file_path.find("Title: A title\nCopyright: ccc"), std::string::npos);
@@ -184,7 +185,7 @@ RC_GTEST_PROP(J2kEncoder, GivesBackAnyPictureAtQuality100, ())
     const auto bytes = *rc::gen::container<Block>(byte_count, rc::gen::arbitrary<std::uint8_t>());
     image.bytes.assign(bytes.begin(), bytes.end());
 
-    const auto back = Decoded(kJ2kCodec, Saved(image, 100));
+    const auto back = Decoded(kJ2kCodec, EncodeAtQuality(image, 100));
 
     RC_ASSERT(back.has_value());
     RC_ASSERT(DifferenceBetween(*back, image).greatest == 0);

@@ -18,7 +18,7 @@ namespace
 using Block = std::vector<std::uint8_t>;
 
 // Decodes a file with libpng to 8-bit grey, RGB or RGBA.
-std::optional<ImageBuffer> DecodedByLibpng(const Block& file, std::int32_t channels)
+std::optional<ImageBuffer> DecodeByLibpng(const Block& file, std::int32_t channels)
 {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
@@ -112,7 +112,7 @@ void ExpectRoundTrip(const ImageBuffer& image, const std::string& what)
 {
     const Block file = Encoded(kPngCodec, image);
     const auto ours = Decoded(kPngCodec, file);
-    const auto theirs = DecodedByLibpng(file, 4);
+    const auto theirs = DecodeByLibpng(file, 4);
     ASSERT_TRUE(ours) << what;
     ASSERT_TRUE(theirs) << what;
     EXPECT_EQ(ours->width, image.width) << what;
@@ -155,7 +155,7 @@ TEST(PngReader, ReadsEveryTypeDepthAndInterlaceLikeLibpng)
                 const auto ours = Decoded(kPngCodec, file);
 
                 ASSERT_TRUE(ours) << what;
-                const auto theirs = DecodedByLibpng(file, 4);
+                const auto theirs = DecodeByLibpng(file, 4);
                 ASSERT_TRUE(theirs) << what;
                 EXPECT_EQ(ours->channels, kind.channels) << what;
                 EXPECT_TRUE(FourChannels(*ours) == theirs->bytes) << what;
@@ -328,7 +328,7 @@ TEST(PngWriter, StoresFewColoursInPalette)
 }
 
 // Text in a few letters and shades of grey and blue, on a mostly plain background.
-static ImageBuffer Screen(std::int32_t width, std::int32_t height, std::int32_t channels)
+static ImageBuffer Screenshot(std::int32_t width, std::int32_t height, std::int32_t channels)
 {
     const ImageBuffer letters = RandomPicture(8, 12 * 20, channels, 5000, 5);
     ImageBuffer image = RandomPicture(width, height, channels, 1, 6);
@@ -348,12 +348,13 @@ static ImageBuffer Screen(std::int32_t width, std::int32_t height, std::int32_t 
 TEST(PngWriter, RoundTripsScreensDrawingsAndScansOfManyStrips)
 {
     for (const std::int32_t channels : {1, 3, 4})
-        ExpectRoundTrip(Screen(900, 700, channels), "screen of " + std::to_string(channels) + " channels");
-    ImageBuffer few = Screen(900, 700, 3);
+        ExpectRoundTrip(Screenshot(900, 700, channels),
+                        "screen of " + std::to_string(channels) + " channels");
+    ImageBuffer few = Screenshot(900, 700, 3);
     for (std::uint8_t& n : few.bytes)
         n &= 0x80;
     ExpectRoundTrip(few, "drawing");
-    ImageBuffer scan = Screen(2500, 1500, 1);
+    ImageBuffer scan = Screenshot(2500, 1500, 1);
     for (std::uint8_t& n : scan.bytes)
         n = n < 128 ? 0 : 255;
     ExpectRoundTrip(scan, "scan");
@@ -361,14 +362,14 @@ TEST(PngWriter, RoundTripsScreensDrawingsAndScansOfManyStrips)
 
 TEST(PngWriter, FindsRepeatedLettersOfScreenshot)
 {
-    const ImageBuffer image = Screen(900, 700, 3);
+    const ImageBuffer image = Screenshot(900, 700, 3);
 
     EXPECT_LT(Encoded(kPngCodec, image).size(), image.bytes.size() / 6);
 }
 
 TEST(PngWriter, WritesSameFileForSamePicture)
 {
-    for (const ImageBuffer& image : {Screen(900, 700, 4), Pattern(1501, 701, 3), Screen(48, 48, 4)}) {
+    for (const ImageBuffer& image : {Screenshot(900, 700, 4), Pattern(1501, 701, 3), Screenshot(48, 48, 4)}) {
         const Block first = Encoded(kPngCodec, image);
         Encoded(kPngCodec, Pattern(300, 200, 3));
 

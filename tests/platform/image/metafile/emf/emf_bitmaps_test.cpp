@@ -22,7 +22,7 @@ static EmfMaker HalfRed()
 
 TEST(EmfStretchDibits, CopiesUnscaledPixelsExactly)
 {
-    const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {5, 6, 2, 2}, {0, 0, 2, 2}));
+    const ImageBuffer image = Render(EmfMaker(40, 40).StretchDib(FourColors(), {5, 6, 2, 2}, {0, 0, 2, 2}));
 
     EXPECT_EQ(ColorAt(image, 5, 6), kRed);
     EXPECT_EQ(ColorAt(image, 6, 6), kGreen);
@@ -33,7 +33,7 @@ TEST(EmfStretchDibits, CopiesUnscaledPixelsExactly)
 
 TEST(EmfStretchDibits, MagnifiesPixelsToBlocks)
 {
-    const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2}));
+    const ImageBuffer image = Render(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2}));
 
     for (const std::uint32_t color : {kRed, kGreen, kBlue, kYellow})
         EXPECT_EQ(CountOf(image, color, kAll), 400);
@@ -43,7 +43,7 @@ TEST(EmfStretchDibits, SmoothsIfHalftoneIsSet)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetStretchBltMode, {4}).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(ColorAt(image, 0, 0), kRed);
     EXPECT_NEAR(ColorAt(image, 20, 0) & 255, 128, 12);
@@ -55,7 +55,7 @@ TEST(EmfStretchDibits, AveragesPixelsWhenShrinking)
     for (std::size_t n = 0; n < 400 * 400; ++n)
         checks.push_back((n + n / 400) % 2 == 0 ? kBlack : kWhite);
     const ImageBuffer image =
-        Played(EmfMaker(40, 40).StretchDib(Dib24(400, checks), {0, 0, 40, 40}, {0, 0, 400, 400}));
+        Render(EmfMaker(40, 40).StretchDib(Dib24(400, checks), {0, 0, 40, 40}, {0, 0, 400, 400}));
 
     EXPECT_NEAR(ColorAt(image, 20, 20) & 255, 128, 3);
     EXPECT_NEAR(ColorAt(image, 1, 38) & 255, 128, 3);
@@ -63,7 +63,7 @@ TEST(EmfStretchDibits, AveragesPixelsWhenShrinking)
 
 TEST(EmfStretchDibits, CountsSourceRowsFromBottom)
 {
-    const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 2, 1}, {0, 0, 2, 1}));
+    const ImageBuffer image = Render(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 2, 1}, {0, 0, 2, 1}));
 
     EXPECT_EQ(ColorAt(image, 0, 0), kBlue);
     EXPECT_EQ(ColorAt(image, 1, 0), kYellow);
@@ -72,7 +72,7 @@ TEST(EmfStretchDibits, CountsSourceRowsFromBottom)
 TEST(EmfStretchDibits, MirrorsForNegativeSizes)
 {
     const ImageBuffer image =
-        Played(EmfMaker(40, 40).StretchDib(FourColors(), {20, 20, -2, 2}, {0, 0, 2, 2}));
+        Render(EmfMaker(40, 40).StretchDib(FourColors(), {20, 20, -2, 2}, {0, 0, 2, 2}));
 
     EXPECT_EQ(ColorAt(image, 18, 20), kGreen);
     EXPECT_EQ(ColorAt(image, 19, 20), kRed);
@@ -81,7 +81,7 @@ TEST(EmfStretchDibits, MirrorsForNegativeSizes)
 
 TEST(EmfStretchDibits, SkipsAreaOutsideSource)
 {
-    const ImageBuffer image = Played(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 4, 4}));
+    const ImageBuffer image = Render(EmfMaker(40, 40).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 4, 4}));
 
     EXPECT_EQ(CountOf(image, kWhite, kAll), 1200);
     EXPECT_EQ(CountOf(image, kRed, kAll), 100);
@@ -91,7 +91,7 @@ TEST(EmfStretchDibits, RotatesWithWorldTransform)
 {
     EmfMaker maker(40, 40);
     maker.World(0, 0, 1, -1, 0, 40, 0).StretchDib(FourColors(), {0, 0, 40, 40}, {0, 0, 2, 2});
-    const ImageBuffer image = Played(maker);  // a quarter turn clockwise
+    const ImageBuffer image = Render(maker);  // a quarter turn clockwise
 
     EXPECT_EQ(ColorAt(image, 30, 10), kRed);
     EXPECT_EQ(ColorAt(image, 30, 30), kGreen);
@@ -108,14 +108,14 @@ TEST(EmfStretchDibits, DrawsStripsWithoutSeam)
     for (std::int32_t y = 0; y < 700; y += 7)
         maker.StretchDib(strip, {0, y, 700, 7}, {0, 0, 7, 1});
 
-    EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 1600);
+    EXPECT_EQ(CountOf(Render(maker), kBlue, kAll), 1600);
 }
 
 TEST(EmfStretchDibits, AppliesItsRasterOperation)
 {
     const Dib grey = Dib24(1, {0x0F0F0F});
     const auto result = [&](std::uint32_t rop) {
-        return ColorAt(Played(HalfRed().StretchDib(grey, {0, 0, 40, 40}, {0, 0, 1, 1}, rop)), 10, 10);
+        return ColorAt(Render(HalfRed().StretchDib(grey, {0, 0, 40, 40}, {0, 0, 1, 1}, rop)), 10, 10);
     };
 
     EXPECT_EQ(result(kSrcAnd), 0x00000Fu);
@@ -126,7 +126,7 @@ TEST(EmfStretchDibits, AppliesItsRasterOperation)
 TEST(EmfBitBlt, PaintsPatternWithoutBitmap)
 {
     const auto result = [](std::uint32_t rop) {
-        return Played(HalfRed().Brush(2, kBlue).Transfer(Emr::kBitBlt, {10, 10, 20, 20}, rop, {0, 0}, {}));
+        return Render(HalfRed().Brush(2, kBlue).Transfer(Emr::kBitBlt, {10, 10, 20, 20}, rop, {0, 0}, {}));
     };
 
     EXPECT_EQ(CountOf(result(kPatCopy), kBlue, kAll), 400);
@@ -142,7 +142,7 @@ TEST(EmfBitBlt, CountsSourceRowsFromTop)
     EmfMaker maker(40, 40);
     maker.Transfer(Emr::kBitBlt, {3, 4, 2, 1}, kSrcCopy, {0, 0}, FourColors());
     maker.Transfer(Emr::kBitBlt, {10, 4, 1, 1}, kSrcCopy, {1, 1}, FourColors());
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(ColorAt(image, 3, 4), kRed);
     EXPECT_EQ(ColorAt(image, 4, 4), kGreen);
@@ -155,7 +155,7 @@ TEST(EmfBitBlt, CombinesPatternWithSource)
     maker.Brush(1, kRed);
     // The pattern where the source is white, otherwise the picture: the usual way to colour a mask.
     maker.Transfer(Emr::kBitBlt, {0, 0, 4, 1}, 0x00E20746, {0, 0}, Dib1({"#.#."}, kBlack, kWhite));
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(ColorAt(image, 0, 0), kRed);
     EXPECT_EQ(ColorAt(image, 1, 0), kWhite);
@@ -166,7 +166,7 @@ TEST(EmfStretchBlt, ScalesPartOfSource)
 {
     EmfMaker maker(40, 40);
     maker.Transfer(Emr::kStretchBlt, {0, 0, 20, 20}, kSrcCopy, {1, 0}, FourColors(), {1, 2});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(CountOf(image, kGreen, kAll), 200);
     EXPECT_EQ(CountOf(image, kYellow, kAll), 200);
@@ -180,7 +180,7 @@ TEST(EmfSetDibitsToDevice, DrawsOnlyRowsInRecord)
     std::vector<std::uint8_t> header = rows.header.Data();
     header[8] = 4;
     data.Zeros(16).U32Le({10, 10, 0, 0, 2, 4, 76, 40, 116, 16, 0, 1, 2}).All(header).All(rows.bits.Data());
-    const ImageBuffer image = Played(EmfMaker(40, 40).Record(Emr::kSetDibitsToDevice, data));
+    const ImageBuffer image = Render(EmfMaker(40, 40).Record(Emr::kSetDibitsToDevice, data));
 
     EXPECT_EQ(ColorAt(image, 10, 10), kWhite);
     EXPECT_EQ(ColorAt(image, 10, 11), kRed);
@@ -198,7 +198,7 @@ TEST(EmfMaskBlt, SelectsRasterOperationByMask)
     data.U32Le({128, 40, 168, 12, 0, 0, 0, 180, 48, 228, 4});
     data.All(source.header.Data()).All(source.bits.Data());
     data.All(mask.header.Data()).All(mask.bits.Data());
-    const ImageBuffer image = Played(EmfMaker(40, 40).Record(Emr::kMaskBlt, data));
+    const ImageBuffer image = Render(EmfMaker(40, 40).Record(Emr::kMaskBlt, data));
 
     EXPECT_EQ(ColorAt(image, 0, 0), kRed);
     EXPECT_EQ(ColorAt(image, 1, 0), kWhite);
@@ -214,7 +214,7 @@ TEST(EmfPlgBlt, FillsParallelogram)
     data.Zeros(16).U32Le({20, 0, 40, 20, 0, 20});  // relative to its corner
     data.U32Le({0, 0, 1, 1, one, 0, 0, one, 0, 0, kWhite, 0, 140, 40, 180, 4, 0, 0, 0, 0, 0, 0, 0});
     data.All(source.header.Data()).All(source.bits.Data());
-    const ImageBuffer image = Played(EmfMaker(40, 40).Record(Emr::kPlgBlt, data));
+    const ImageBuffer image = Render(EmfMaker(40, 40).Record(Emr::kPlgBlt, data));
 
     EXPECT_EQ(ColorAt(image, 20, 20), kRed);
     EXPECT_EQ(ColorAt(image, 20, 38), kRed);
@@ -227,7 +227,7 @@ TEST(EmfAlphaBlend, BlendsByConstantAlpha)
     EmfMaker maker(40, 40);
     maker.Transfer(Emr::kAlphaBlend, {0, 0, 40, 40}, 0x00800000, {0, 0}, Dib24(1, {kBlack}), {1, 1});
 
-    EXPECT_NEAR(ColorAt(Played(maker), 20, 20) & 255, 127, 1);
+    EXPECT_NEAR(ColorAt(Render(maker), 20, 20) & 255, 127, 1);
 }
 
 TEST(EmfAlphaBlend, BlendsByPixelAlpha)
@@ -236,7 +236,7 @@ TEST(EmfAlphaBlend, BlendsByPixelAlpha)
     // Opaque red, transparent, and half-transparent blue, premultiplied.
     const Dib dib = Dib32(3, {0xFF000000 | kRed, 0, 0x80800000});
     maker.Transfer(Emr::kAlphaBlend, {0, 0, 3, 1}, 0x01FF0000, {0, 0}, dib, {3, 1});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(ColorAt(image, 0, 0), kRed);
     EXPECT_EQ(ColorAt(image, 1, 0), kWhite);
@@ -248,7 +248,7 @@ TEST(EmfTransparentBlt, SkipsPixelsOfTransparentColour)
 {
     EmfMaker maker = HalfRed();
     maker.Transfer(Emr::kTransparentBlt, {0, 0, 20, 20}, kGreen, {0, 0}, FourColors(), {2, 2});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(ColorAt(image, 15, 5), kRed);  // the background, where the bitmap is green
     EXPECT_EQ(CountOf(image, kGreen, kAll), 0);
@@ -264,7 +264,7 @@ TEST(EmfBitmap, LooksUpIndexesInSelectedPalette)
     ByteMaker data;
     data.Zeros(16).U32Le({0, 0, 0, 0, 2, 1, 80, 44, 124, 4, 1, kSrcCopy, 2, 1});
     data.U32Le({40, 2, 1}).U16Le({1, 1}).Zeros(24).U16Le({1, 0}).U8({0x40, 0, 0, 0});
-    const ImageBuffer image = Played(maker.Record(Emr::kStretchDibits, data));
+    const ImageBuffer image = Render(maker.Record(Emr::kStretchDibits, data));
 
     EXPECT_EQ(ColorAt(image, 0, 0), kBlue);
     EXPECT_EQ(ColorAt(image, 1, 0), kRed);

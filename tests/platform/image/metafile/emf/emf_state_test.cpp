@@ -5,7 +5,7 @@
 
 static constexpr std::array<std::int32_t, 4> kAll{0, 0, 40, 40};
 
-static EmfMaker Filled(std::uint32_t color)
+static EmfMaker WithBrush(std::uint32_t color)
 {
     EmfMaker maker(40, 40);
     maker.Brush(1, color).Select(kNullPen);
@@ -14,85 +14,85 @@ static EmfMaker Filled(std::uint32_t color)
 
 TEST(EmfWindow, MapsToViewport)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kSetMapMode, {8})
         .Record(Emr::kSetWindowOrg, {100, 100})
         .Record(Emr::kSetWindowExt, {200, 400});
     maker.Record(Emr::kSetViewportOrg, {10, 0}).Record(Emr::kSetViewportExt, {20, 40});
-    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {100, 100, 200, 200}));
+    const ImageBuffer image = Render(maker.Record(Emr::kRectangle, {100, 100, 200, 200}));
 
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{10, 0, 20, 10}));
 }
 
 TEST(EmfWindow, MayBeMirrored)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kSetMapMode, {8})
         .Record(Emr::kSetWindowExt, {40, -40})
         .Record(Emr::kSetViewportExt, {40, 40});
     maker.Record(Emr::kSetViewportOrg, {0, 40});
-    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10}));
+    const ImageBuffer image = Render(maker.Record(Emr::kRectangle, {0, 0, 10, 10}));
 
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 30, 10, 40}));
 }
 
 TEST(EmfWindow, IsScaledByRecord)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kSetMapMode, {8})
         .Record(Emr::kSetWindowExt, {40, 40})
         .Record(Emr::kSetViewportExt, {40, 40});
     maker.Record(Emr::kScaleWindowExt, {2, 1, 2, 1}).Record(Emr::kScaleViewportExt, {1, 2, 1, 2});
-    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
+    const ImageBuffer image = Render(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
 
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
 }
 
 TEST(EmfMapMode, KeepsSquaresSquareInIsotropicMode)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kSetMapMode, {7})
         .Record(Emr::kSetWindowExt, {10, 10})
         .Record(Emr::kSetViewportExt, {40, 20});
 
-    EXPECT_EQ(InkBounds(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10}))),
+    EXPECT_EQ(InkBounds(Render(maker.Record(Emr::kRectangle, {0, 0, 10, 10}))),
               (std::array<std::int32_t, 4>{0, 0, 20, 20}));
 }
 
 TEST(EmfMapMode, MapsTenthsOfMillimetreUpwards)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kSetMapMode, {2}).Record(Emr::kSetViewportOrg, {0, 40});
     // 5.08 mm are 19.2 pixels at 96 dpi.
-    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 51, 51}));
+    const ImageBuffer image = Render(maker.Record(Emr::kRectangle, {0, 0, 51, 51}));
 
     EXPECT_EQ(InkBounds(image), (std::array<std::int32_t, 4>{0, 21, 19, 40}));
 }
 
 TEST(EmfMapMode, IgnoresExtentsInTextMode)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kSetWindowExt, {4000, 4000}).Record(Emr::kSetViewportExt, {40, 40});
 
-    EXPECT_EQ(InkBounds(Played(maker.Record(Emr::kRectangle, {5, 5, 10, 10}))),
+    EXPECT_EQ(InkBounds(Render(maker.Record(Emr::kRectangle, {5, 5, 10, 10}))),
               (std::array<std::int32_t, 4>{5, 5, 10, 10}));
 }
 
 TEST(EmfWorldTransform, MovesScalesAndRotates)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.World(0, 0, 2, -2, 0, 30, 5);  // scaled by two, rotated by a quarter turn, then moved
 
-    EXPECT_EQ(InkBounds(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 5}))),
+    EXPECT_EQ(InkBounds(Render(maker.Record(Emr::kRectangle, {0, 0, 10, 5}))),
               (std::array<std::int32_t, 4>{20, 5, 30, 25}));
 }
 
 TEST(EmfWorldTransform, MultipliesFromLeftOrRight)
 {
     const auto place = [](std::uint32_t mode) {
-        EmfMaker maker = Filled(kRed);
+        EmfMaker maker = WithBrush(kRed);
         maker.World(0, 2, 0, 0, 2, 0, 0).World(mode, 1, 0, 0, 1, 5, 5);
-        return InkBounds(Played(maker.Record(Emr::kRectangle, {0, 0, 5, 5})));
+        return InkBounds(Render(maker.Record(Emr::kRectangle, {0, 0, 5, 5})));
     };
 
     EXPECT_EQ(place(2), (std::array<std::int32_t, 4>{10, 10, 20, 20}));  // moved before scaling
@@ -103,10 +103,10 @@ TEST(EmfWorldTransform, MultipliesFromLeftOrRight)
 
 TEST(EmfRestoreDc, RestoresSavedState)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kSaveDc).Brush(2, kBlue).World(0, 1, 0, 0, 1, 20, 20).Record(Emr::kSaveDc);
     maker.Brush(3, kGreen).Record(Emr::kRestoreDc, {-2}).Record(Emr::kRectangle, {0, 0, 10, 10});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(CountOf(image, kRed, {0, 0, 10, 10}), 100);
     EXPECT_EQ(CountOf(image, kWhite, kAll), 1500);
@@ -114,18 +114,18 @@ TEST(EmfRestoreDc, RestoresSavedState)
 
 TEST(EmfRestoreDc, IgnoresStateThatWasNeverSaved)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kRestoreDc, {-1}).Record(Emr::kRestoreDc, {7}).Record(Emr::kRestoreDc, {0});
 
-    EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Render(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
 }
 
 TEST(EmfRop2, CombinesPenAndPictureBitwise)
 {
     const auto result = [](std::int32_t rop2) {
-        EmfMaker maker = Filled(0x00FF00);
+        EmfMaker maker = WithBrush(0x00FF00);
         maker.Record(Emr::kRectangle, {0, 0, 40, 40}).Brush(2, 0x0F0FF0).Record(Emr::kSetRop2, {rop2});
-        return ColorAt(Played(maker.Record(Emr::kRectangle, {10, 10, 30, 30})), 20, 20);
+        return ColorAt(Render(maker.Record(Emr::kRectangle, {10, 10, 30, 30})), 20, 20);
     };
     constexpr std::uint32_t kOld = 0x00FF00, kPen = 0x0F0FF0, kAllBits = 0xFFFFFF;
 
@@ -149,11 +149,11 @@ TEST(EmfRop2, CombinesPenAndPictureBitwise)
 
 TEST(EmfRop2, RestoresPictureAfterTwoExclusiveOrs)
 {
-    EmfMaker maker = Filled(0x5500AA);
+    EmfMaker maker = WithBrush(0x5500AA);
     maker.Record(Emr::kSetRop2, {7});
     maker.Record(Emr::kEllipse, {5, 5, 35, 35}).Record(Emr::kEllipse, {5, 5, 35, 35});
 
-    EXPECT_EQ(CountOf(Played(maker), kWhite, kAll), 1600);
+    EXPECT_EQ(CountOf(Render(maker), kWhite, kAll), 1600);
 }
 
 TEST(EmfBrush, HatchesOnOpaqueBackground)
@@ -162,7 +162,7 @@ TEST(EmfBrush, HatchesOnOpaqueBackground)
     maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kYellow)})
         .Select(kNullPen)
         .Brush(1, kRed, 2, 0);
-    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
+    const ImageBuffer image = Render(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
 
     EXPECT_EQ(CountOf(image, kRed, kAll), 5 * 40);  // every eighth row
     EXPECT_EQ(CountOf(image, kYellow, kAll), 35 * 40);
@@ -172,7 +172,7 @@ TEST(EmfBrush, HatchesWithoutChangingTransparentBackground)
 {
     EmfMaker maker(40, 40);
     maker.Record(Emr::kSetBkMode, {1}).Select(kNullPen).Brush(1, kRed, 2, 5);
-    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
+    const ImageBuffer image = Render(maker.Record(Emr::kRectangle, {0, 0, 40, 40}));
 
     EXPECT_EQ(CountOf(image, kRed, kAll), 25 * 16);
     EXPECT_EQ(CountOf(image, kWhite, kAll), 1600 - 25 * 16);
@@ -193,7 +193,7 @@ TEST(EmfPatternBrush, RepeatsBitmapFromBrushOrigin)
 {
     EmfMaker maker = WithPattern(Emr::kCreateDibBrush, Dib24(2, {kRed, kGreen, kBlue, kYellow}));
     maker.Record(Emr::kSetBrushOrg, {1, 0});
-    const ImageBuffer image = Played(maker.Record(Emr::kRectangle, {0, 0, 20, 20}));
+    const ImageBuffer image = Render(maker.Record(Emr::kRectangle, {0, 0, 20, 20}));
 
     EXPECT_EQ(ColorAt(image, 1, 0), kRed);
     EXPECT_EQ(ColorAt(image, 0, 0), kGreen);
@@ -209,7 +209,7 @@ TEST(EmfMonoBrush, TakesTextAndBackgroundColours)
     maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kBlue)}).Record(Emr::kRectangle, {0, 0, 8, 8});
     maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kGreen)})
         .Record(Emr::kRectangle, {8, 0, 16, 8});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(CountOf(image, kRed, kAll), 2 * 56);
     EXPECT_EQ(CountOf(image, kBlue, {0, 0, 8, 8}), 8);
@@ -226,7 +226,7 @@ TEST(EmfPalette, ResolvesIndexedColours)
     maker.Select(kNullPen).Record(Emr::kCreatePalette, palette).Record(Emr::kSelectPalette, {5});
     maker.Brush(1, 0x01000001).Record(Emr::kRectangle, {0, 0, 10, 10});
     maker.Record(Emr::kSetPaletteEntries, change).Record(Emr::kRectangle, {10, 0, 20, 10});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(ColorAt(image, 5, 5), 40u | 50u << 8 | 60u << 16);
     EXPECT_EQ(ColorAt(image, 15, 5), 70u | 80u << 8 | 90u << 16);
@@ -234,27 +234,27 @@ TEST(EmfPalette, ResolvesIndexedColours)
 
 TEST(EmfObjects, FreeTheirSlotWhenDeleted)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(Emr::kDeleteObject, {1}).Brush(1, kBlue).Record(Emr::kRectangle, {0, 0, 10, 10});
 
-    EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
+    EXPECT_EQ(CountOf(Render(maker), kBlue, kAll), 100);
 }
 
 TEST(EmfObjects, AreIgnoredIfTheyDoNotExist)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Select(17)
         .Select(12345)
         .Select(static_cast<std::int32_t>(0x80000063))
         .Record(Emr::kDeleteObject, {999});
 
-    EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Render(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
 }
 
 TEST(EmfRecords, AreSkippedIfUnknown)
 {
-    EmfMaker maker = Filled(kRed);
+    EmfMaker maker = WithBrush(kRed);
     maker.Record(4711, {1, 2, 3}).Record(Emr::kComment, {4, 0x12345678}).Record(98, {1});
 
-    EXPECT_EQ(CountOf(Played(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Render(maker.Record(Emr::kRectangle, {0, 0, 10, 10})), kRed, kAll), 100);
 }

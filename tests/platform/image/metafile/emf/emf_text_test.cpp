@@ -7,7 +7,7 @@
 
 using Box = std::array<std::int32_t, 4>;
 
-static EmfMaker Writing(std::int32_t height = -20)
+static EmfMaker WithFont(std::int32_t height = -20)
 {
     EmfMaker maker(200, 100);
     return maker.Record(Emr::kSetBkMode, {1}).Font(1, height, u"Arial");
@@ -25,7 +25,7 @@ static std::int32_t Height(const Box& box)
 
 TEST(EmfText, IsDrawnBelowItsReferencePoint)
 {
-    const Box box = InkBounds(Played(Writing().Text(50, 30, u"Hg")));
+    const Box box = InkBounds(Render(WithFont().Text(50, 30, u"Hg")));
 
     EXPECT_GE(box[0], 49);
     EXPECT_LE(box[0], 54);
@@ -38,7 +38,7 @@ TEST(EmfText, IsDrawnBelowItsReferencePoint)
 TEST(EmfText, AlignsToRightCentreAndBaseline)
 {
     const auto of = [](std::int32_t align) {
-        return InkBounds(Played(Writing().Record(Emr::kSetTextAlign, {align}).Text(100, 50, u"HHHH")));
+        return InkBounds(Render(WithFont().Record(Emr::kSetTextAlign, {align}).Text(100, 50, u"HHHH")));
     };
 
     EXPECT_NEAR(of(2)[2], 100, 4);
@@ -50,8 +50,8 @@ TEST(EmfText, AlignsToRightCentreAndBaseline)
 
 TEST(EmfText, UsesCellHeightOrEmHeight)
 {
-    const std::int32_t letters = Height(InkBounds(Played(Writing(-40).Text(10, 10, u"H"))));
-    const std::int32_t cell = Height(InkBounds(Played(Writing(40).Text(10, 10, u"H"))));
+    const std::int32_t letters = Height(InkBounds(Render(WithFont(-40).Text(10, 10, u"H"))));
+    const std::int32_t cell = Height(InkBounds(Render(WithFont(40).Text(10, 10, u"H"))));
 
     EXPECT_NEAR(letters, 29, 3);
     EXPECT_LT(cell, letters - 1);
@@ -59,25 +59,25 @@ TEST(EmfText, UsesCellHeightOrEmHeight)
 
 TEST(EmfText, FollowsDistancesOfRecord)
 {
-    const Box wide = InkBounds(Played(Writing().Text(10, 10, u"lll", {50, 50, 10})));
-    const Box own = InkBounds(Played(Writing().Text(10, 10, u"lll")));
+    const Box wide = InkBounds(Render(WithFont().Text(10, 10, u"lll", {50, 50, 10})));
+    const Box own = InkBounds(Render(WithFont().Text(10, 10, u"lll")));
 
     EXPECT_NEAR(Width(wide), Width(own) + 2 * 50 - 2 * 4, 6);
 }
 
 TEST(EmfText, IsDrawnInTextColour)
 {
-    EmfMaker maker = Writing(-60);
+    EmfMaker maker = WithFont(-60);
     maker.Record(Emr::kSetTextColor, {static_cast<std::int32_t>(kRed)}).Text(10, 10, u"H");
 
-    EXPECT_GT(CountOf(Played(maker), kRed, {0, 0, 200, 100}), 100);
+    EXPECT_GT(CountOf(Render(maker), kRed, {0, 0, 200, 100}), 100);
 }
 
 TEST(EmfText, FillsOpaqueBackground)
 {
-    EmfMaker maker = Writing();
+    EmfMaker maker = WithFont();
     maker.Record(Emr::kSetBkMode, {2}).Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kYellow)});
-    const ImageBuffer image = Played(maker.Text(10, 10, u"il", {40, 40}));
+    const ImageBuffer image = Render(maker.Text(10, 10, u"il", {40, 40}));
 
     EXPECT_EQ(InkBounds(image)[0], 10);
     EXPECT_EQ(InkBounds(image)[2], 90);
@@ -87,9 +87,9 @@ TEST(EmfText, FillsOpaqueBackground)
 
 TEST(EmfText, FillsAndClipsToItsBox)
 {
-    EmfMaker maker = Writing(-60);
+    EmfMaker maker = WithFont(-60);
     maker.Record(Emr::kSetBkColor, {static_cast<std::int32_t>(kGreen)});
-    const ImageBuffer image = Played(maker.Text(0, 0, u"HHHHH", {}, 6, {20, 20, 60, 40}));
+    const ImageBuffer image = Render(maker.Text(0, 0, u"HHHHH", {}, 6, {20, 20, 60, 40}));
 
     EXPECT_EQ(InkBounds(image), (Box{20, 20, 60, 40}));
     EXPECT_GT(CountOf(image, kGreen, {20, 20, 60, 40}), 50);
@@ -100,7 +100,7 @@ TEST(EmfText, RisesByItsEscapement)
 {
     EmfMaker maker(200, 100);
     maker.Record(Emr::kSetBkMode, {1}).Font(1, -20, u"Arial", 900);
-    const Box box = InkBounds(Played(maker.Text(50, 90, u"HHHH")));
+    const Box box = InkBounds(Render(maker.Text(50, 90, u"HHHH")));
 
     EXPECT_GT(Height(box), 40);
     EXPECT_LT(Width(box), 20);
@@ -110,30 +110,30 @@ TEST(EmfText, RisesByItsEscapement)
 
 TEST(EmfText, StaysUprightOnMirroredPage)
 {
-    EmfMaker plain = Writing(-40);
+    EmfMaker plain = WithFont(-40);
     plain.Text(20, 20, u"L");
     EmfMaker mirrored(200, 100);
     mirrored.Record(Emr::kSetMapMode, {8}).Record(Emr::kSetWindowExt, {200, -100});
     mirrored.Record(Emr::kSetViewportExt, {200, 100}).Record(Emr::kSetViewportOrg, {0, 100});
     mirrored.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Arial").Text(20, 80, u"L");
 
-    EXPECT_EQ(Played(mirrored).bytes, Played(plain).bytes);
+    EXPECT_EQ(Render(mirrored).bytes, Render(plain).bytes);
 }
 
 TEST(EmfText, RotatesWithWorldTransform)
 {
-    EmfMaker maker = Writing();
+    EmfMaker maker = WithFont();
     maker.World(0, 0, 1, -1, 0, 100, 10);
 
-    EXPECT_GT(Height(InkBounds(Played(maker.Text(0, 0, u"HHHH")))), 40);
+    EXPECT_GT(Height(InkBounds(Render(maker.Text(0, 0, u"HHHH")))), 40);
 }
 
 TEST(EmfText, UpdatesPositionIfAlignmentSaysSo)
 {
-    EmfMaker maker = Writing();
+    EmfMaker maker = WithFont();
     maker.Record(Emr::kSetTextAlign, {1}).Record(Emr::kMoveTo, {10, 10});
     maker.Text(150, 80, u"H", {50}).Text(150, 80, u"H", {50});
-    const Box box = InkBounds(Played(maker));
+    const Box box = InkBounds(Render(maker));
 
     EXPECT_LT(box[0], 15);
     EXPECT_NEAR(box[2], 75, 4);
@@ -145,7 +145,7 @@ TEST(EmfText, CanBeUnderlinedAndStruckOut)
     const auto ink = [](std::uint32_t styles) {
         EmfMaker maker(200, 100);
         maker.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Arial", 0, 400, styles).Text(10, 10, u"i", {150});
-        return Width(InkBounds(Played(maker)));
+        return Width(InkBounds(Render(maker)));
     };
 
     EXPECT_LT(ink(0), 10);
@@ -158,7 +158,7 @@ TEST(EmfText, CanBeBold)
     const auto ink = [](std::int32_t weight) {
         EmfMaker maker(200, 100);
         maker.Record(Emr::kSetBkMode, {1}).Font(1, -60, u"Arial", 0, weight).Text(10, 10, u"HI");
-        return CountOf(Played(maker), kBlack, {0, 0, 200, 100});
+        return CountOf(Render(maker), kBlack, {0, 0, 200, 100});
     };
 
     EXPECT_GT(ink(700), ink(400) * 5 / 4);
@@ -167,14 +167,14 @@ TEST(EmfText, CanBeBold)
 TEST(EmfText, FallsBackToFontWithCharacter)
 {
     // There must be ink whether or not Arial's substitute has this arrow.
-    EXPECT_GT(Width(InkBounds(Played(Writing().Text(10, 10, u"\u21d4")))), 5);
+    EXPECT_GT(Width(InkBounds(Render(WithFont().Text(10, 10, u"\u21d4")))), 5);
 }
 
 TEST(EmfText, MapsSymbolFontToGreek)
 {
     EmfMaker symbol(200, 100);
     symbol.Record(Emr::kSetBkMode, {1}).Font(1, -40, u"Symbol").Text(10, 10, u"l");
-    const Box lambda = InkBounds(Played(symbol));
+    const Box lambda = InkBounds(Render(symbol));
 
     EXPECT_GT(Width(lambda), 12);  // a Latin l is a third of that
 }
@@ -182,8 +182,8 @@ TEST(EmfText, MapsSymbolFontToGreek)
 TEST(EmfText, MapsGlyphIndexesOfMissingFont)
 {
     // In the usual fonts of that system, glyph 43 is H.
-    const Box glyph = InkBounds(Played(Writing().Text(10, 10, u"\u002b", {}, 0x10)));
-    const Box letter = InkBounds(Played(Writing().Text(10, 10, u"H")));
+    const Box glyph = InkBounds(Render(WithFont().Text(10, 10, u"\u002b", {}, 0x10)));
+    const Box letter = InkBounds(Render(WithFont().Text(10, 10, u"H")));
 
     EXPECT_EQ(glyph, letter);
 }
@@ -198,9 +198,9 @@ TEST(EmfText, ReadsSmallAndPolyTextRecords)
     many.U32Le({24, 10, 1, 120, 0}).Zeros(16).U32Le({0});
     many.U16Le({'H', 0});
 
-    const Box two = InkBounds(Played(Writing().Text(10, 10, u"HH")));
-    EXPECT_EQ(InkBounds(Played(Writing().Record(Emr::kSmallTextOut, small))), two);
-    EXPECT_NEAR(Width(InkBounds(Played(Writing().Record(Emr::kPolyTextOutW, many)))), Width(two), 2);
+    const Box two = InkBounds(Render(WithFont().Text(10, 10, u"HH")));
+    EXPECT_EQ(InkBounds(Render(WithFont().Record(Emr::kSmallTextOut, small))), two);
+    EXPECT_NEAR(Width(InkBounds(Render(WithFont().Record(Emr::kPolyTextOutW, many)))), Width(two), 2);
 }
 
 TEST(EmfText, DecodesBytesByCodePageOfFont)
@@ -211,15 +211,15 @@ TEST(EmfText, DecodesBytesByCodePageOfFont)
     data.Zeros(16).U32Le({1, 0, 0, 10, 10, 1, 76, 0}).Zeros(16).U32Le({0}).U8({0xC6});  // Zhe
     maker.Record(Emr::kExtTextOutA, data);
 
-    EXPECT_EQ(InkBounds(Played(maker)), InkBounds(Played(Writing(-40).Text(10, 10, u"\u0416"))));
+    EXPECT_EQ(InkBounds(Render(maker)), InkBounds(Render(WithFont(-40).Text(10, 10, u"\u0416"))));
 }
 
 TEST(EmfText, JoinsOpenPath)
 {
-    EmfMaker maker = Writing(-60);
+    EmfMaker maker = WithFont(-60);
     maker.Record(Emr::kBeginPath).Text(10, 10, u"H").Record(Emr::kEndPath).Record(Emr::kSelectClipPath, {5});
     maker.Brush(2, kRed).Select(kNullPen).Record(Emr::kRectangle, {0, 0, 200, 100});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_GT(CountOf(image, kRed, {0, 0, 200, 100}), 300);
     EXPECT_GT(CountOf(image, kWhite, {0, 0, 200, 100}), 15000);

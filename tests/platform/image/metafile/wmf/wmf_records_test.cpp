@@ -57,14 +57,14 @@ enum Function : std::uint16_t {
 };
 
 /// Selects a null pen as object 0 and a brush as object 1.
-static WmfMaker Filled(std::uint32_t color)
+static WmfMaker WithBrush(std::uint32_t color)
 {
     WmfMaker maker(40, 40);
     maker.Record(kSetWindowOrg, {0, 0}).Record(kSetWindowExt, {40, 40});
     return maker.Pen(5, 0, kBlack).Select(0).Brush(color).Select(1);
 }
 
-static WmfMaker Lined()
+static WmfMaker WithPen()
 {
     WmfMaker maker(40, 40);
     return maker.Record(kSetWindowExt, {40, 40});
@@ -72,7 +72,7 @@ static WmfMaker Lined()
 
 TEST(WmfPicture, TakesSizeFromPlaceableHeader)
 {
-    const ImageBuffer image = Played(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
+    const ImageBuffer image = Render(WmfMaker(2880, 1440).UnitsPerInch(1440).Record(kSetBkMode, {1}));
 
     EXPECT_EQ(image.width, 192);
     EXPECT_EQ(image.height, 96);
@@ -84,7 +84,7 @@ TEST(WmfPicture, TakesSizeFromPlaceableHeader)
 TEST(WmfPicture, TakesSizeFromWindowWithoutPlaceableHeader)
 {
     const ImageBuffer image =
-        Played(WmfMaker().Record(kSetWindowExt, {50, 70}).Record(kSetPixel, {255, 0, 0, 0}));
+        Render(WmfMaker().Record(kSetWindowExt, {50, 70}).Record(kSetPixel, {255, 0, 0, 0}));
 
     EXPECT_EQ(image.width, 70);
     EXPECT_EQ(image.height, 50);
@@ -94,7 +94,7 @@ TEST(WmfPicture, TakesSizeFromWindowWithoutPlaceableHeader)
 
 TEST(WmfPicture, LimitsPixelsOfFineWindowWithoutUnits)
 {
-    const ImageBuffer image = Played(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
+    const ImageBuffer image = Render(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
 
     EXPECT_EQ(image.width, 4096);
     EXPECT_EQ(image.height, 2048);
@@ -104,7 +104,7 @@ TEST(WmfPicture, TakesSizeFromDrawingWithoutWindow)
 {
     WmfMaker maker;
     maker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1).Record(kRectangle, {60, 90, 10, 30});
-    const ImageBuffer image = Played(maker.Record(kRectangle, {20, 100, 10, 80}));
+    const ImageBuffer image = Render(maker.Record(kRectangle, {20, 100, 10, 80}));
 
     EXPECT_EQ(image.width, 70);
     EXPECT_EQ(image.height, 50);
@@ -120,9 +120,9 @@ TEST(WmfPicture, IsRefusedIfNothingIsDrawn)
 
 TEST(WmfRectangle, ExcludesItsLastRow)
 {
-    WmfMaker maker = Filled(kRed);
-    const ImageBuffer filled = Played(maker.Record(kRectangle, {30, 25, 10, 5}));
-    const ImageBuffer drawn = Played(Lined().Brush(kRed).Select(0).Record(kRectangle, {30, 25, 10, 5}));
+    WmfMaker maker = WithBrush(kRed);
+    const ImageBuffer filled = Render(maker.Record(kRectangle, {30, 25, 10, 5}));
+    const ImageBuffer drawn = Render(WithPen().Brush(kRed).Select(0).Record(kRectangle, {30, 25, 10, 5}));
 
     EXPECT_EQ(CountOf(filled, kRed, kAll), 400);
     EXPECT_EQ(InkBounds(drawn), (Box{5, 10, 25, 30}));
@@ -132,9 +132,9 @@ TEST(WmfRectangle, ExcludesItsLastRow)
 
 TEST(WmfLines, RunFromPointToPoint)
 {
-    WmfMaker maker = Lined();
+    WmfMaker maker = WithPen();
     maker.Record(kMoveTo, {5, 5}).Record(kLineTo, {5, 20}).Record(kPolyline, {2, 5, 30, 20, 30});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(CountOf(image, kBlack, {5, 5, 21, 6}), 16);
     EXPECT_EQ(CountOf(image, kBlack, {5, 30, 21, 31}), 16);
@@ -142,19 +142,19 @@ TEST(WmfLines, RunFromPointToPoint)
 
 TEST(WmfShapes, AreFilledWithBrush)
 {
-    EXPECT_EQ(CountOf(Played(Filled(kRed).Record(kPolygon, {4, 5, 5, 25, 5, 25, 25, 5, 25})), kRed, kAll),
+    EXPECT_EQ(CountOf(Render(WithBrush(kRed).Record(kPolygon, {4, 5, 5, 25, 5, 25, 25, 5, 25})), kRed, kAll),
               400);
-    EXPECT_EQ(InkBounds(Played(Filled(kRed).Record(kEllipse, {35, 35, 5, 5}))), (Box{5, 5, 35, 35}));
-    EXPECT_EQ(ColorAt(Played(Filled(kRed).Record(kRoundRect, {20, 20, 35, 35, 5, 5})), 5, 5), kWhite);
-    EXPECT_EQ(CountOf(Played(Filled(kRed).Record(kPolyPolygon, {2, 4, 4, 5, 5, 35, 5, 35, 35, 5, 35, 15, 15,
-                                                                25, 15, 25, 25, 15, 25})),
+    EXPECT_EQ(InkBounds(Render(WithBrush(kRed).Record(kEllipse, {35, 35, 5, 5}))), (Box{5, 5, 35, 35}));
+    EXPECT_EQ(ColorAt(Render(WithBrush(kRed).Record(kRoundRect, {20, 20, 35, 35, 5, 5})), 5, 5), kWhite);
+    EXPECT_EQ(CountOf(Render(WithBrush(kRed).Record(kPolyPolygon, {2, 4, 4, 5, 5, 35, 5, 35, 35, 5, 35, 15,
+                                                                   15, 25, 15, 25, 25, 15, 25})),
                       kRed, kAll),
               800);
 }
 
 TEST(WmfPie, RunsCounterClockwiseFromFirstRay)
 {
-    const ImageBuffer image = Played(Filled(kRed).Record(kPie, {0, 20, 20, 40, 40, 40, 0, 0}));
+    const ImageBuffer image = Render(WithBrush(kRed).Record(kPie, {0, 20, 20, 40, 40, 40, 0, 0}));
 
     EXPECT_EQ(ColorAt(image, 28, 12), kRed);
     EXPECT_EQ(ColorAt(image, 12, 28), kWhite);
@@ -167,7 +167,7 @@ TEST(WmfWindow, MovesAndScalesWhatFollows)
     maker.Record(kSetMapMode, {8}).Record(kSetWindowOrg, {100, 100}).Record(kSetWindowExt, {400, 400});
     maker.Record(kRectangle, {200, 200, 100, 100}).Record(kOffsetWindowOrg, {-200, -200});
     maker.Record(kRectangle, {200, 200, 100, 100});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(CountOf(image, kRed, {0, 0, 10, 10}), 100);
     EXPECT_EQ(CountOf(image, kRed, {20, 20, 30, 30}), 100);
@@ -176,27 +176,27 @@ TEST(WmfWindow, MovesAndScalesWhatFollows)
 
 TEST(WmfViewport, CoversPictureWhateverItsScreenSize)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kSetViewportExt, {768, 1024}).Record(kRectangle, {20, 20, 0, 0});
 
-    EXPECT_EQ(CountOf(Played(maker), kRed, {0, 0, 20, 20}), 400);
+    EXPECT_EQ(CountOf(Render(maker), kRed, {0, 0, 20, 20}), 400);
 }
 
 TEST(WmfState, IsSavedAndRestored)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kSaveDc).Brush(kBlue).Select(2).Record(kIntersectClipRect, {5, 5, 0, 0});
     maker.Record(kRestoreDc, {-1}).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(CountOf(Played(maker), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Render(maker), kRed, kAll), 100);
 }
 
 TEST(WmfClip, IsIntersectedExcludedAndMoved)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kIntersectClipRect, {20, 20, 0, 0}).Record(kExcludeClipRect, {10, 10, 5, 5});
     maker.Record(kOffsetClip, {10, 5}).Record(kRectangle, {40, 40, 0, 0});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(InkBounds(image), (Box{5, 10, 25, 30}));
     EXPECT_EQ(CountOf(image, kRed, kAll), 375);
@@ -204,51 +204,51 @@ TEST(WmfClip, IsIntersectedExcludedAndMoved)
 
 TEST(WmfObjects, TakeFirstFreeSlot)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kDeleteObject, {0}).Brush(kBlue).Select(0).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
+    EXPECT_EQ(CountOf(Render(maker), kBlue, kAll), 100);
 }
 
 TEST(WmfObjects, TakeSlotEvenIfTheyDrawNothing)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kCreatePalette, {0x300, 1, 0, 0}).Brush(kBlue).Select(3).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(CountOf(Played(maker), kBlue, kAll), 100);
+    EXPECT_EQ(CountOf(Render(maker), kBlue, kAll), 100);
 }
 
 TEST(WmfRop2, RestoresPictureAfterTwoInversions)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kSetRop2, {6}).Record(kRectangle, {30, 30, 0, 0}).Record(kRectangle, {20, 20, 10, 10});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(CountOf(image, kBlack, kAll), 800);
 }
 
 TEST(WmfRegion, ConsistsOfScansAndCanBeClip)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     // Two scans: rows 5 to 10 with one run, rows 10 to 20 with two.
     maker.Record(kCreateRegion, {0, 6, 0,  0, 0,  2, 4, 5,  5,  35, 20,  //
                                  2, 5, 10, 5, 35, 2, 4, 10, 20, 5,  10, 30, 35, 4});
     maker.Record(kFillRegion, {2, 1});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
     WmfMaker clipped = maker;
     clipped.Brush(kBlue).Select(3).Record(kSelectClip, {2}).Record(kRectangle, {40, 40, 0, 0});
 
     EXPECT_EQ(CountOf(image, kRed, kAll), 150 + 100);
-    EXPECT_EQ(CountOf(Played(clipped), kBlue, kAll), 250);
-    EXPECT_EQ(CountOf(Played(maker.Record(kInvertRegion, {2})), kRed, kAll), 0);
+    EXPECT_EQ(CountOf(Render(clipped), kBlue, kAll), 250);
+    EXPECT_EQ(CountOf(Render(maker.Record(kInvertRegion, {2})), kRed, kAll), 0);
 }
 
 TEST(WmfPixels, AreSetAndFloodFilledUpToColour)
 {
-    WmfMaker maker = Lined();
+    WmfMaker maker = WithPen();
     maker.Brush(0, 1).Select(0).Record(kRectangle, {30, 30, 10, 10}).Brush(kGreen).Select(1);
     maker.Record(kFloodFill, {0, 0, 20, 20}).Record(kSetPixel, {Low(kBlue), High(kBlue), 15, 12});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(ColorAt(image, 12, 15), kBlue);
     EXPECT_EQ(CountOf(image, kGreen, kAll), 18 * 18 - 1);
@@ -266,11 +266,11 @@ TEST(WmfBitmaps, AreCopiedAndScaled)
     const Dib dib = Dib24(2, {kRed, kGreen, kBlue, kYellow});
     const std::uint32_t low = kSrcCopy & 0xFFFF, high = kSrcCopy >> 16;
     const ImageBuffer stretched =
-        Played(Lined().Record(kStretchDib, WithDib({low, high, 0, 2, 2, 0, 0, 20, 20, 10, 10}, dib)));
-    const ImageBuffer blt = Played(Lined().Record(kDibBitBlt, WithDib({low, high, 0, 0, 2, 2, 7, 5}, dib)));
+        Render(WithPen().Record(kStretchDib, WithDib({low, high, 0, 2, 2, 0, 0, 20, 20, 10, 10}, dib)));
+    const ImageBuffer blt = Render(WithPen().Record(kDibBitBlt, WithDib({low, high, 0, 0, 2, 2, 7, 5}, dib)));
     const ImageBuffer stretch_blt =
-        Played(Lined().Record(kDibStretchBlt, WithDib({low, high, 1, 2, 0, 0, 10, 20, 0, 0}, dib)));
-    const ImageBuffer set = Played(Lined().Record(kSetDibToDev, WithDib({0, 2, 0, 0, 0, 2, 2, 4, 3}, dib)));
+        Render(WithPen().Record(kDibStretchBlt, WithDib({low, high, 1, 2, 0, 0, 10, 20, 0, 0}, dib)));
+    const ImageBuffer set = Render(WithPen().Record(kSetDibToDev, WithDib({0, 2, 0, 0, 0, 2, 2, 4, 3}, dib)));
 
     EXPECT_EQ(CountOf(stretched, kRed, {10, 10, 20, 20}), 100);
     EXPECT_EQ(CountOf(stretched, kYellow, {20, 20, 30, 30}), 100);
@@ -287,9 +287,9 @@ TEST(WmfBitmaps, TakeTextAndBackgroundColoursInOldFormat)
     ByteMaker data;
     data.U16Le({kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 2, 8, 0, 0});
     data.U16Le({0, 8, 2, 2}).U8({1, 1}).U8({0xF0, 0, 0x0F, 0});
-    WmfMaker maker = Lined();
+    WmfMaker maker = WithPen();
     maker.Record(kSetTextColor, {Low(kRed), High(kRed)}).Record(kSetBkColor, {Low(kBlue), High(kBlue)});
-    const ImageBuffer image = Played(maker.Record(kBitBlt, data));
+    const ImageBuffer image = Render(maker.Record(kBitBlt, data));
 
     EXPECT_EQ(ColorAt(image, 0, 0), kBlue);
     EXPECT_EQ(ColorAt(image, 7, 0), kRed);
@@ -298,20 +298,20 @@ TEST(WmfBitmaps, TakeTextAndBackgroundColoursInOldFormat)
 
 TEST(WmfBitmaps, CanBeCopiedFromPictureItself)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kRectangle, {10, 10, 0, 0});
     // Without a bitmap: operation, source y and x, an unused word, size, target.
     maker.Record(kDibBitBlt, {kSrcCopy & 0xFFFF, kSrcCopy >> 16, 0, 0, 0, 10, 10, 20, 25});
 
-    EXPECT_EQ(CountOf(Played(maker), kRed, {25, 20, 35, 30}), 100);
+    EXPECT_EQ(CountOf(Render(maker), kRed, {25, 20, 35, 30}), 100);
 }
 
 TEST(WmfPatBlt, PaintsWithBrush)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kPatBlt, {kPatCopy & 0xFFFF, kPatCopy >> 16, 10, 20, 5, 6});
     maker.Record(kPatBlt, {kDstInvert & 0xFFFF, kDstInvert >> 16, 1, 1, 39, 39});
-    const ImageBuffer image = Played(maker);
+    const ImageBuffer image = Render(maker);
 
     EXPECT_EQ(CountOf(image, kRed, {6, 5, 26, 15}), 200);
     EXPECT_EQ(ColorAt(image, 39, 39), kBlack);
@@ -319,9 +319,9 @@ TEST(WmfPatBlt, PaintsWithBrush)
 
 TEST(WmfPatternBrush, RepeatsItsBitmap)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kDibPattern, WithDib({5, 0}, Dib24(2, {kRed, kGreen, kBlue, kYellow}))).Select(2);
-    const ImageBuffer image = Played(maker.Record(kRectangle, {40, 40, 0, 0}));
+    const ImageBuffer image = Render(maker.Record(kRectangle, {40, 40, 0, 0}));
 
     EXPECT_EQ(CountOf(image, kYellow, kAll), 400);
     EXPECT_EQ(ColorAt(image, 20, 20), kRed);
@@ -331,10 +331,10 @@ TEST(WmfPatternBrush, AcceptsOldBitmapWithoutPalette)
 {
     ByteMaker pattern;
     pattern.U16Le({0, 8, 2, 2}).U8({1, 1}).Zeros(22).U8({0xF0, 0, 0x0F, 0});
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(kCreatePattern, pattern).Select(2).Record(kRectangle, {8, 8, 0, 0});
 
-    EXPECT_EQ(CountOf(Played(maker), kBlack, kAll), 32);
+    EXPECT_EQ(CountOf(Render(maker), kBlack, kAll), 32);
 }
 
 TEST(WmfText, FollowsDistancesOnOpaqueBackground)
@@ -344,7 +344,7 @@ TEST(WmfText, FollowsDistancesOnOpaqueBackground)
     maker.Record(kSetBkColor, {Low(kYellow), High(kYellow)});
     ByteMaker text;
     text.U16Le({10, 20, 3, 0}).Text("iii").U8({0}).U16Le({50, 50, 50});
-    const ImageBuffer image = Played(maker.Record(kExtTextOut, text));
+    const ImageBuffer image = Render(maker.Record(kExtTextOut, text));
 
     EXPECT_EQ(InkBounds(image)[0], 20);
     EXPECT_EQ(InkBounds(image)[2], 170);
@@ -357,7 +357,7 @@ TEST(WmfText, FillsItsBox)
     WmfMaker maker(200, 60);
     maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkColor, {Low(kGreen), High(kGreen)});
 
-    EXPECT_EQ(InkBounds(Played(maker.Record(kExtTextOut, {0, 0, 0, 2, 10, 20, 100, 40}))),
+    EXPECT_EQ(InkBounds(Render(maker.Record(kExtTextOut, {0, 0, 0, 2, 10, 20, 100, 40}))),
               (Box{10, 20, 100, 40}));
 }
 
@@ -368,7 +368,7 @@ TEST(WmfText, CountsDistancesPerByteOfDoubleByteText)
     maker.Record(kSetBkColor, {Low(kYellow), High(kYellow)});
     ByteMaker text;
     text.U16Le({10, 20, 3, 0}).U8({0x88, 0x9F, 'i', 0}).U16Le({20, 20, 60});
-    const ImageBuffer image = Played(maker.Record(kExtTextOut, text));
+    const ImageBuffer image = Render(maker.Record(kExtTextOut, text));
 
     EXPECT_EQ(InkBounds(image)[2], 120);
 }
@@ -379,7 +379,7 @@ TEST(WmfText, WorksWithoutDistances)
     ByteMaker text;
     text.U16Le({4}).Text("HHHH").U16Le({10, 20});
     maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkMode, {1}).Font(-20, "Arial").Select(0);
-    const Box box = InkBounds(Played(maker.Record(kTextOut, text)));
+    const Box box = InkBounds(Render(maker.Record(kTextOut, text)));
 
     EXPECT_NEAR(box[0], 22, 3);
     EXPECT_GE(box[1], 10);
@@ -388,8 +388,8 @@ TEST(WmfText, WorksWithoutDistances)
 
 TEST(WmfRecords, AreSkippedIfUnknownOrForPrinters)
 {
-    WmfMaker maker = Filled(kRed);
+    WmfMaker maker = WithBrush(kRed);
     maker.Record(0x0FEE, {1, 2, 3}).Record(kEscape, {15, 4, 0, 0}).Record(kRectangle, {10, 10, 0, 0});
 
-    EXPECT_EQ(CountOf(Played(maker), kRed, kAll), 100);
+    EXPECT_EQ(CountOf(Render(maker), kRed, kAll), 100);
 }
