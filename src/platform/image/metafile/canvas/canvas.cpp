@@ -175,7 +175,7 @@ void Canvas::Fill(const Outline& outline, bool winding, const Ink& ink, int rop2
 {
     if (outline.Empty())
         return;
-    const Outline neat = !exact && outline.Rectilinear() ? outline.OnPixelCorners() : outline;
+    const Outline neat = !exact && outline.IsRectilinear() ? outline.SnapToPixelCorners() : outline;
     Paint(BoxOf(neat.Extents()), neat.Work(area_.top, area_.bottom), ink, rop2_asked, clip,
           [&](cairo_t* cairo) { DrawInside(cairo, neat, winding); });
 }
@@ -220,7 +220,7 @@ Clip Canvas::ClipOf(const Outline& outline, bool winding, const Box& limit)
 {
     if (outline.Empty())
         return {};
-    const Outline neat = outline.Rectilinear() ? outline.OnPixelCorners() : outline;
+    const Outline neat = outline.IsRectilinear() ? outline.SnapToPixelCorners() : outline;
     return CoverageOf(Intersection(BoxOf(neat.Extents()), limit), neat.Work(area_.top, area_.bottom),
                       [&](cairo_t* cairo) { DrawInside(cairo, neat, winding); });
 }

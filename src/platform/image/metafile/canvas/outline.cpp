@@ -151,7 +151,7 @@ static bool IsSame(double a, double b)
     return std::abs(a - b) < 0.01;
 }
 
-bool Outline::Rectilinear() const
+bool Outline::IsRectilinear() const
 {
     bool result = true;
     ForEach([&](Verb verb, std::size_t point, Point before, Point start) {
@@ -166,7 +166,7 @@ bool Outline::Rectilinear() const
 }
 
 // Snaps the points [first, last) of one figure to pixel corners.
-static void MoveToCorners(Point* first, Point* last)
+static void SnapToCorners(Point* first, Point* last)
 {
     Rect rect{first->x, first->y, first->x, first->y};
     for (const Point* point = first; point != last; ++point)
@@ -183,7 +183,7 @@ static void MoveToCorners(Point* first, Point* last)
     }
 }
 
-Outline Outline::OnPixelCorners() const
+Outline Outline::SnapToPixelCorners() const
 {
     Outline result = *this;
     Point* const points = result.points_.data();
@@ -191,15 +191,15 @@ Outline Outline::OnPixelCorners() const
     ForEach([&](Verb verb, std::size_t point, Point, Point) {
         if (verb != Verb::kMove || point == first)
             return;
-        MoveToCorners(points + first, points + point);
+        SnapToCorners(points + first, points + point);
         first = point;
     });
     if (first < points_.size())
-        MoveToCorners(points + first, points + points_.size());
+        SnapToCorners(points + first, points + points_.size());
     return result;
 }
 
-Outline Outline::OnPixelCentres(double width) const
+Outline Outline::SnapStrokesToPixels(double width) const
 {
     const bool is_odd = std::fmod(std::max(1.0, std::floor(width + 0.5)), 2) == 1;
     // Odd widths are centred on a pixel, even widths on a pixel edge.

@@ -40,13 +40,13 @@ public:
     /// The bounding box of all points, including control points.
     Rect Extents() const;
     /// True if all lines are horizontal or vertical.
-    bool Rectilinear() const;
+    bool IsRectilinear() const;
     /// A copy with every vertex snapped to a pixel corner and nothing thinner than a pixel. For rectilinear
     /// outlines.
-    Outline OnPixelCorners() const;
+    Outline SnapToPixelCorners() const;
     /// A copy with horizontal and vertical lines moved so that strokes of width pixels cover whole pixels.
     /// Other vertices are kept.
-    Outline OnPixelCentres(double width) const;
+    Outline SnapStrokesToPixels(double width) const;
 
     /// The total length; curves count the length of their control polygon.
     double Length() const;

@@ -72,7 +72,7 @@ static std::optional<Placement> PlaceBitmap(const BitmapPart& part, Corners corn
     result.shape.AddBox(result.valid);
     result.shape = result.shape.Transformed(map);
     if (result.upright)
-        result.shape = result.shape.OnPixelCorners();
+        result.shape = result.shape.SnapToPixelCorners();
     return result;
 }
 
@@ -247,8 +247,8 @@ void PaintRect(DeviceContext& dc, const Rect& rect, std::uint8_t rop)
     Outline shape;
     shape.AddBox(rect);
     shape = shape.Transformed(dc.LogicalToPicture());
-    if (shape.Rectilinear())
-        shape = shape.OnPixelCorners();
+    if (shape.IsRectilinear())
+        shape = shape.SnapToPixelCorners();
     const std::optional<Ink> ink = dc.InkFor(dc.state.brush);
     if (rop == kRopNothing || (UsesPattern(rop) && !ink))
         return;

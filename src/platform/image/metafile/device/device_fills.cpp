@@ -18,8 +18,8 @@ void FillGradientRect(DeviceContext& dc, const GradientCorner& corner_a, const G
     Outline shape;
     shape.AddBox(Rect{corner_a.point.x, corner_a.point.y, corner_b.point.x, corner_b.point.y}.Normalised());
     shape = shape.Transformed(map);
-    if (shape.Rectilinear())
-        shape = shape.OnPixelCorners();
+    if (shape.IsRectilinear())
+        shape = shape.SnapToPixelCorners();
     const Point a = ClampToDrawable(map.Apply(corner_a.point));
     const Point b = ClampToDrawable(map.Apply(downwards ? Point{corner_a.point.x, corner_b.point.y}
                                                         : Point{corner_b.point.x, corner_a.point.y}));

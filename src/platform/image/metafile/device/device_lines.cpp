@@ -109,8 +109,8 @@ void DeviceContext::DrawLine(Outline picture)
     // Coordinates name pixels, and lines run through pixel centres.
     const Point half = HalfPixel();
     picture = picture.Transformed({1, 0, 0, 1, half.x, half.y});
-    const StrokeStyle style = StyleOf(*pen, picture.Rectilinear());
-    picture = picture.OnPixelCentres(style.width * style.pen.Scale());
+    const StrokeStyle style = StyleOf(*pen, picture.IsRectilinear());
+    picture = picture.SnapStrokesToPixels(style.width * style.pen.Scale());
     const Clip clip = CurrentClip();
     if (!style.dashes.empty() && state.opaque_back && !pen->extended) {
         StrokeStyle gaps = style;

@@ -54,12 +54,12 @@ static SizedFont MakeSizedFont(DeviceContext& dc, const Font& font)
         result.width_factor = 1;
 
     // Text rotates with the world transform, but isn't mirrored by the page's signs.
-    Affine stand = Then(dc.state.world, dc.PageScale());
-    if (stand.Determinant() < 0)
-        stand = Then({1, 0, 0, -1, 0, 0}, stand);
+    Affine orientation = Then(dc.state.world, dc.PageScale());
+    if (orientation.Determinant() < 0)
+        orientation = Then({1, 0, 0, -1, 0, 0}, orientation);
     const double angle = font.escapement / 1800 * std::numbers::pi;
     const Affine rotation{std::cos(angle), -std::sin(angle), std::sin(angle), std::cos(angle), 0, 0};
-    result.to_picture = Then(rotation, stand);
+    result.to_picture = Then(rotation, orientation);
     result.to_picture.x0 = result.to_picture.y0 = 0;
     return result;
 }

@@ -91,7 +91,7 @@ static int TakeConic(const FT_Vector* control, const FT_Vector* to, void* user)
     const Point end = sink.From(to);
     // Convert the quadratic curve to a cubic.
     sink.outline.CurveTo(sink.last + (2.0 / 3) * (control_point - sink.last),
-                          end + (2.0 / 3) * (control_point - end), end);
+                         end + (2.0 / 3) * (control_point - end), end);
     sink.last = end;
     return 0;
 }

@@ -57,7 +57,7 @@ static Outcome Blit(DeviceContext& dc, const WmfRecord& record)
     const auto rop3 = static_cast<std::uint8_t>(reader.U32Le() >> 16);
     Point source_size = stretch ? ReadPointYx(reader) : Point{};
     const Point source = ReadPointYx(reader);
-    if (record.WithoutBitmap())
+    if (record.HasNoBitmap())
         reader.U16Le();
     const Point dest_size = ReadPointYx(reader);
     const Point dest = ReadPointYx(reader);
@@ -72,7 +72,7 @@ static Outcome Blit(DeviceContext& dc, const WmfRecord& record)
     }
     const Corners corners = CornersOf(dest_rect, dc.LogicalToPicture());
     ImageBuffer image;
-    if (record.WithoutBitmap()) {
+    if (record.HasNoBitmap()) {
         if (CopyPicture(dc, RectAt(source, source_size), image)) {
             const Rect all{0, 0, static_cast<double>(image.width), static_cast<double>(image.height)};
             DrawBitmap(dc, {image, all}, corners, rop3);

@@ -16,7 +16,7 @@ struct WmfRecord {
     std::uint8_t Number() const { return static_cast<std::uint8_t>(function); }
     ByteReader Data() const { return ByteReader(parameters); }
     /// True for a blit without a bitmap, whose source is the picture itself.
-    bool WithoutBitmap() const { return parameters.size() == (function >> 8) * 2u; }
+    bool HasNoBitmap() const { return parameters.size() == (function >> 8) * 2u; }
 };
 
 struct WmfPlay {
