@@ -185,7 +185,7 @@ TEST_F(PosixProcesses, ContinueAfterWaitTimesOut)
     }
 
     EXPECT_EQ(child->lExitCode(), 4);
-    EXPECT_TRUE(child->bWaitForEnd(0)) << "an end stays one";
+    EXPECT_TRUE(child->bWaitForEnd(0)) << "the child stays terminated";
 }
 
 TEST_F(PosixProcesses, UseNoCpuTimeWhileBeingWaitedFor)

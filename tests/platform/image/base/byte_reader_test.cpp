@@ -38,7 +38,7 @@ TEST(ByteReader, StaysFailedAfterFirstReadPastEnd)
     EXPECT_EQ(reader.U32Le(), 0u);
     EXPECT_TRUE(reader.Failed());
     EXPECT_EQ(reader.Left(), 0u);
-    EXPECT_EQ(reader.U8(), 0) << "though there would be bytes";
+    EXPECT_EQ(reader.U8(), 0) << "although bytes are left";
     EXPECT_TRUE(reader.Take(1).empty());
     EXPECT_TRUE(reader.Failed());
 }

@@ -105,7 +105,7 @@ TEST(InputFile, OpensOnlyRegularFilesAndLinksToThem)
     ASSERT_EQ(symlink("nowhere", folder.Path("dangling").c_str()), 0);
 
     EXPECT_FALSE(InputFile::Open(folder.Path("")));
-    EXPECT_FALSE(InputFile::Open(folder.Path("pipe"))) << "and doesn't wait for its writer";
+    EXPECT_FALSE(InputFile::Open(folder.Path("pipe"))) << "without waiting for a writer";
     EXPECT_FALSE(InputFile::Open("/dev/null"));
     EXPECT_FALSE(InputFile::Open("/dev/zero"));
     EXPECT_FALSE(InputFile::Open(folder.Path("missing")));
@@ -124,7 +124,7 @@ TEST(InputFile, RefusesToReadWholeOversizedFile)
     ASSERT_TRUE(file);
 
     EXPECT_TRUE(file->All().empty());
-    EXPECT_EQ(CopyOf(file->Head()), CountingBytes(4096)) << "parts of it can still be had";
+    EXPECT_EQ(CopyOf(file->Head()), CountingBytes(4096)) << "parts are still readable";
 }
 
 TEST(FileIdentity, ChangesWithContentAndFile)

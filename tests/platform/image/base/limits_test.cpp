@@ -25,7 +25,7 @@ TEST(SizeLimit, AllowsSidesUpToMaximum)
     EXPECT_FALSE(IsSizeAllowed(1, 65501));
     EXPECT_FALSE(IsSizeAllowed(0, 1));
     EXPECT_FALSE(IsSizeAllowed(1, 0));
-    EXPECT_FALSE(IsSizeAllowed(UINT64_MAX, UINT64_MAX)) << "nor does the product wrap round";
+    EXPECT_FALSE(IsSizeAllowed(UINT64_MAX, UINT64_MAX)) << "the product must not overflow";
 }
 
 TEST(SizeLimit, Is512MegapixelsByDefault)

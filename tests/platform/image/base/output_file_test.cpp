@@ -191,8 +191,7 @@ TEST(OutputFile, KeepsModeOfReplacedFile)
     ASSERT_EQ(chmod(folder.Path("a").c_str(), 0640), 0);
     OutputFile out(folder.Path("a"));
     EXPECT_TRUE(out.Write(RepeatedByte(20, 2)));
-    EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(50, 1))
-        << "the old one as long as it isn't committed";
+    EXPECT_EQ(FileContent(folder.Path("a")), RepeatedByte(50, 1)) << "the old file until the commit";
 
     EXPECT_TRUE(out.Commit());
 
@@ -354,7 +353,7 @@ TEST(OutputFile, FailsForReadOnlyFile)
 TEST(OutputFile, FailsInReadOnlyFolder)
 {
     if (geteuid() == 0)
-        GTEST_SKIP() << "nothing is protected from this user";
+        GTEST_SKIP() << "permissions don't apply to root";
     const TestFolder folder;
     std::filesystem::create_directory(folder.Path("folder"));
     ASSERT_EQ(chmod(folder.Path("folder").c_str(), 0555), 0);

@@ -46,7 +46,7 @@ static bool IsRefused(const ByteMaker& maker)
     ImageBuffer image;
     image.width = 77;
     const bool decoded = DecodePackedDib(maker.Data(), image);
-    EXPECT_TRUE(decoded || image.width == 77) << "a picture that was refused has been touched";
+    EXPECT_TRUE(decoded || image.width == 77) << "a refused decode changed the image";
     return !decoded;
 }
 
@@ -222,8 +222,8 @@ TEST(DibHeaders, AreRefusedIfNoProgramWritesThem)
 {
     EXPECT_TRUE(IsRefused(InfoHeader(0, 1, 24).Zeros(64))) << "no width";
     EXPECT_TRUE(IsRefused(InfoHeader(1, 0, 24).Zeros(64))) << "no height";
-    EXPECT_TRUE(IsRefused(InfoHeader(0x80000001, 1, 24).Zeros(64))) << "a width below 0";
-    EXPECT_TRUE(IsRefused(InfoHeader(1, 0x80000000, 24).Zeros(64))) << "a height that can't be turned round";
+    EXPECT_TRUE(IsRefused(InfoHeader(0x80000001, 1, 24).Zeros(64))) << "negative width";
+    EXPECT_TRUE(IsRefused(InfoHeader(1, 0x80000000, 24).Zeros(64))) << "a height that can't be negated";
     EXPECT_TRUE(IsRefused(InfoHeader(1, 1, 0).Zeros(64)));
     EXPECT_TRUE(IsRefused(InfoHeader(1, 1, 7).Zeros(64)));
     EXPECT_TRUE(IsRefused(InfoHeader(1, 1, 64).Zeros(64)));

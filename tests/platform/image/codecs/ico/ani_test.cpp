@@ -79,7 +79,7 @@ TEST(AniDecoder, FollowsOrderOfSequenceChunk)
 
     EXPECT_EQ(Blues(Animation({HeaderChunk(3), sequence, Frames({Cursor(1), Cursor(2)})})),
               (Levels{2, 1, 2, -1}))
-        << "a step that names no frame is no page to be had";
+        << "a step without a valid frame is an unreadable page";
 }
 
 TEST(AniDecoder, SkipsUnknownChunks)
@@ -98,7 +98,7 @@ TEST(AniDecoder, ReadsFramesThatAreBitmapFiles)
 
     EXPECT_EQ(Blues(Animation({HeaderChunk(0), Frames({ByteMaker().All(bitmap)})})), Levels{0});
     EXPECT_EQ(Blues(Animation({HeaderChunk(1), Frames({ByteMaker().All(bitmap)})})), Levels{-1})
-        << "the header promised icons";
+        << "the header announces icons";
 }
 
 TEST(AniDecoder, ReadsRawFramesWithSizeFromHeader)

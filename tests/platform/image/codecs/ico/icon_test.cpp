@@ -110,7 +110,8 @@ TEST(IconBitmaps, FallBackToMaskIfAlphaIsZeroEverywhere)
     masked.U8({0x80, 0, 0, 0});
 
     EXPECT_EQ(LevelsOf(Icon({{masked.Data()}})), (Levels{1, 2, 3, 0, 4, 5, 6, 255}));
-    EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), (Levels{1, 2, 3, 255, 4, 5, 6, 255})) << "and need none";
+    EXPECT_EQ(LevelsOf(Icon({{maker.Data()}})), (Levels{1, 2, 3, 255, 4, 5, 6, 255}))
+        << "the mask is optional";
 }
 
 TEST(IconBitmaps, ShowInvertedPixelsAsOpaque)
@@ -142,9 +143,9 @@ TEST(IconBitmaps, AreRefusedInUnsupportedForms)
     runs.U32Le({40, 2, 2}).U16Le({1, 8}).U32Le({1, 0, 0, 0, 1, 0}).U8({1, 1, 1, 0, 2, 0, 0, 1, 0, 0, 0, 0});
 
     EXPECT_EQ(LevelsOf(Icon({{runs.Data()}})), Levels{-1});
-    EXPECT_EQ(LevelsOf(Icon({{Bitmap(2, 1, 24).Zeros(50).Data(), 2, 7}})), Levels{-1}) << "no row is left";
+    EXPECT_EQ(LevelsOf(Icon({{Bitmap(2, 1, 24).Zeros(50).Data(), 2, 7}})), Levels{-1}) << "no row of pixels";
     EXPECT_EQ(LevelsOf(Icon({{Bitmap(60000, 16000, 32).Zeros(50).Data()}})), Levels{-1});
-    EXPECT_EQ(LevelsOf(Icon({{Picture{}, 2, 1, 22, 0}})), Levels{-1}) << "nothing at all";
+    EXPECT_EQ(LevelsOf(Icon({{Picture{}, 2, 1, 22, 0}})), Levels{-1}) << "empty entry";
     EXPECT_EQ(LevelsOf(Icon({{Picture{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0}}})), Levels{-1});
 }
 
@@ -192,9 +193,9 @@ TEST(IconDirectory, LosesOnlyCorruptEntries)
     EXPECT_EQ(LevelsOf(file, 0), Levels{-1}) << "beyond the file";
     EXPECT_EQ(LevelsOf(file, 1)[0], 20);
     EXPECT_EQ(LevelsOf(file, 2), Levels{-1}) << "longer than the file";
-    EXPECT_EQ(LevelsOf(file, 3), Levels{-1}) << "in the directory";
+    EXPECT_EQ(LevelsOf(file, 3), Levels{-1}) << "overlaps the directory";
     EXPECT_EQ(LevelsOf(file, 4), Levels{-1}) << "too short";
-    EXPECT_EQ(LevelsOf(file, 5)[0], 60) << "the bitmap knows its size better";
+    EXPECT_EQ(LevelsOf(file, 5)[0], 60) << "the size in the bitmap wins";
 }
 
 TEST(IconDirectory, MayReferToSamePictureTwice)

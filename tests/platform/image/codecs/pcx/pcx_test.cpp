@@ -104,7 +104,7 @@ TEST(PcxDecoder, ReadsEightBitsAsGreyIfPaletteIsOptional)
     EXPECT_EQ(LevelsOf(Header({.width = 2, .bytes_per_line = 2, .palette_kind = 2}).U8({3, 100})),
               (Levels{3, 100}));
     EXPECT_EQ(LevelsOf(Header({.width = 2, .bytes_per_line = 2}).U8({3, 100})), Levels{-1})
-        << "version 5 promises a palette of colours";
+        << "version 5 requires a palette";
 }
 
 TEST(PcxDecoder, ReadsThreePlanesAsColourAndFourthAsAlpha)
@@ -115,7 +115,7 @@ TEST(PcxDecoder, ReadsThreePlanesAsColourAndFourthAsAlpha)
               (Levels{3, 2, 1, 4}));
     EXPECT_EQ(LevelsOf(Header({.planes = 4, .width = 1, .bytes_per_line = 1}).U8({1, 2, 3, 0})),
               (Levels{3, 2, 1}))
-        << "alpha that was never set";
+        << "alpha is zero everywhere";
 }
 
 TEST(PcxDecoder, ReadsUncompressedData)
@@ -184,7 +184,7 @@ TEST(PcxDecoder, RefusesInvalidHeaders)
     EXPECT_TRUE(refused({.bits = 1, .planes = 5}));
     EXPECT_TRUE(refused({.bits = 4, .planes = 2}));
     EXPECT_TRUE(refused({.planes = 0}));
-    EXPECT_TRUE(refused({.width = 0})) << "the right edge lies left of the left one";
+    EXPECT_TRUE(refused({.width = 0})) << "the right edge is left of the left edge";
     EXPECT_TRUE(refused({.width = 9, .bytes_per_line = 8})) << "a row that can't hold its pixels";
 }
 

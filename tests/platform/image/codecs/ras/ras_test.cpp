@@ -28,7 +28,7 @@ TEST(RasDecoder, ReadsTwentyFourBitsInPaddedRows)
 {
     EXPECT_EQ(LevelsOf(Header(1, 2, 24).U8({1, 2, 3, 99, 4, 5, 6, 99})), (Levels{1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(LevelsOf(Header(1, 2, 24, kOld).U8({1, 2, 3, 99, 4, 5, 6})), (Levels{1, 2, 3, 4, 5, 6}))
-        << "the last filling may be missing";
+        << "the last padding may be missing";
     EXPECT_EQ(LevelsOf(Header(1, 2, 24).U8({1, 2, 3, 99, 4, 5})), Levels{-1});
 }
 
@@ -85,10 +85,10 @@ TEST(RasDecoder, ReadsRunsAndEscapes)
 {
     EXPECT_EQ(LevelsOf(Header(4, 2, 8, kByteEncoded).U8({5, 0x80, 0, 0x80, 4, 9, 7})),
               (Levels{5, 0x80, 9, 9, 9, 9, 9, 7}))
-        << "a run goes on in the next row";
+        << "a run continues in the next row";
     EXPECT_EQ(LevelsOf(Header(2, 1, 8, kByteEncoded).U8({0x80, 1, 0x80})), (Levels{0x80, 0x80}));
     EXPECT_EQ(LevelsOf(Header(3, 1, 8, kByteEncoded).U8({0x80, 255, 4})), (Levels{4, 4, 4}))
-        << "a run too long";
+        << "an excess run is clipped";
     for (const auto& end : {std::vector<std::uint8_t>{0x80}, {0x80, 2}, {5}, {}})
         EXPECT_EQ(LevelsOf(Header(2, 1, 8, kByteEncoded).All(end)), Levels{-1});
 }

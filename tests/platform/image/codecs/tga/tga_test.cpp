@@ -72,7 +72,7 @@ TEST(TgaDecoder, ReadsFifteenAndSixteenBits)
 {
     EXPECT_EQ(LevelsOf(Header(2, 2, 1, 15).U16Le({0x7C00, 0x8210})), (Levels{0, 0, 255, 132, 132, 0}));
     EXPECT_EQ(LevelsOf(Header(2, 2, 1, 16).U16Le({0x7C00, 0x8210})), (Levels{0, 0, 255, 132, 132, 0}))
-        << "no bit of alpha is counted";
+        << "the header announces no alpha";
     EXPECT_EQ(LevelsOf(Header(2, 2, 1, 16, kFromTop | 1).U16Le({0x7C00, 0x8210})),
               (Levels{0, 0, 255, 0, 132, 132, 0, 255}));
 }
@@ -110,9 +110,9 @@ TEST(TgaDecoder, ReadsRunLengthAndRawPackets)
     EXPECT_EQ(LevelsOf(Header(10, 2, 2, 24).U8({0x81, 1, 2, 3, 1, 4, 5, 6, 7, 8, 9})),
               (Levels{1, 2, 3, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
     EXPECT_EQ(LevelsOf(Header(11, 2, 2, 8).U8({0x80, 9, 0x82, 7})), (Levels{9, 7, 7, 7}))
-        << "a packet goes on in the next row";
+        << "a packet continues in the next row";
     EXPECT_EQ(LevelsOf(Header(11, 2, 2, 8).U8({0x80, 9, 2, 7, 6, 5})), (Levels{9, 7, 6, 5}));
-    EXPECT_EQ(LevelsOf(Header(11, 2, 1, 8).U8({0xFF, 9})), (Levels{9, 9})) << "a packet too long";
+    EXPECT_EQ(LevelsOf(Header(11, 2, 1, 8).U8({0xFF, 9})), (Levels{9, 9})) << "an excess packet is clipped";
     EXPECT_EQ(LevelsOf(Header(9, 1, 1, 8).U8({0, 0})), Levels{-1}) << "indexes without a map";
 }
 
@@ -127,7 +127,8 @@ TEST(TgaAlpha, IsUsedUnlessItIsZeroEverywhere)
     const Levels with = {1, 2, 3, 4, 5, 6, 7, 8};
 
     EXPECT_EQ(LevelsOf(Header(2, 2, 1, 32, kFromTop | 8).U8({1, 2, 3, 4, 5, 6, 7, 8})), with);
-    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 32).U8({1, 2, 3, 4, 5, 6, 7, 8})), with) << "not counted, yet there";
+    EXPECT_EQ(LevelsOf(Header(2, 2, 1, 32).U8({1, 2, 3, 4, 5, 6, 7, 8})), with)
+        << "not announced, but present";
     EXPECT_EQ(LevelsOf(Header(2, 2, 1, 32, kFromTop | 8).U8({1, 2, 3, 0, 5, 6, 7, 0})),
               (Levels{1, 2, 3, 5, 6, 7}));
 }
@@ -142,7 +143,8 @@ TEST(TgaAlpha, FollowsAttributesTypeOfExtensionArea)
     EXPECT_EQ(LevelsOf(WithExtension(maker, 2)), opaque);
     EXPECT_EQ(LevelsOf(WithExtension(maker, 3)), (Levels{10, 20, 30, 128, 5, 6, 7, 0}));
     EXPECT_EQ(LevelsOf(WithExtension(maker, 4)), (Levels{20, 40, 60, 128, 5, 6, 7, 0})) << "divided by alpha";
-    EXPECT_EQ(LevelsOf(WithExtension(maker, 99)), (Levels{10, 20, 30, 128, 5, 6, 7, 0})) << "an unknown word";
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 99)), (Levels{10, 20, 30, 128, 5, 6, 7, 0}))
+        << "unknown attributes type";
 }
 
 TEST(TgaAlpha, IsClampedIfPremultipliedColourExceedsIt)
@@ -180,7 +182,7 @@ TEST(TgaSniff, RequiresExtensionAndPlausibleHeader)
     EXPECT_FALSE(known(Header(33, 1, 1, 24)));
     EXPECT_FALSE(known(Header(1, 1, 1, 8))) << "indexes without a map";
     EXPECT_FALSE(known(Header(2, 1, 1, 24, 0x40))) << "interleaved";
-    EXPECT_FALSE(known(MappedHeader(1, 8, 0, 1, 8))) << "a map of no known depth";
+    EXPECT_FALSE(known(MappedHeader(1, 8, 0, 1, 8))) << "a map of unknown depth";
     EXPECT_FALSE(known(ByteMaker().Text("GIF89a, and then some more")));
     EXPECT_FALSE(known(ByteMaker().Zeros(17)));
 }
@@ -250,7 +252,7 @@ TEST(TgaTexts, AreTruncatedBetweenCharacters)
     for (std::size_t line = 1; line < 4; ++line)
         EXPECT_EQ(TextAt(area, 43 + 81 * line), std::string(80, 'x'));
     EXPECT_EQ(Levels(area.begin() + 367, area.begin() + 379), Levels(12, 0))
-        << "nothing runs over into the date";
+        << "the text must not overflow into the date";
 }
 
 TEST(TgaTexts, AreSplitAtLineEndsAndTolerateStrayBytes)
