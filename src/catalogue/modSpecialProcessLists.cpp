@@ -27,6 +27,7 @@ constexpr Choice kPriorities[] = {
 static void FillIn(Application& app, ComboBox& cb, std::span<const Choice> aChoices)
 {
     const InternalChange objChange(app);
+    const RedrawLock objLock(cb);
     cb.Clear();
     for (const Choice& objChoice : aChoices)
         cb.AddItem(sTranslate(app, objChoice.sText), objChoice.lItemData);
@@ -37,6 +38,7 @@ void FillInSpecialProcessesComboBox(Application& app)
 {
     const InternalChange objChange(app);
     ComboBox& cb = app.frmMain.cbSpecialProcesses;
+    const RedrawLock objLock(cb);
     cb.Clear();
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
         if (objRow.sLabel)

@@ -72,7 +72,7 @@ void UpdateMenuToolbar(Application& app)
         pItem->SetEnabled(!bInRun);
     for (Control* pFields :
          std::initializer_list<Control*>{&frm.frameCF, &frm.frameSpecializedAction,
-                                         &frm.rbActionToDoConversion, &frm.rbActionToDoSpecialized})
+                                         &frm.rbActionToDo(0), &frm.rbActionToDo(1)})
         pFields->SetEnabled(!bInRun);
     frm.cmdUpdate.SetEnabled(mdi.mnuUpdateConversionJob.Enabled());
     frm.cmdRemove.SetEnabled(mdi.mnuRemoveConversionJob.Enabled());

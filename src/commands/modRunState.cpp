@@ -5,7 +5,7 @@
 #include "src/forms/Application.h"
 
 RunScope::RunScope(Application& app)
-    : m_app(app), m_bWasRunning(app.frmMain.bRunning), m_bHadHourglass(app.frmMainMDI.bHourglass)
+    : m_app(app), m_bWasRunning(app.frmMain.bRunning), m_bHadHourglass(app.frmMainMDI.Hourglass())
 {
     ++app.frmMain.lRunsInProgress;
     app.frmMain.bRunning = true;
@@ -20,7 +20,7 @@ RunScope::~RunScope()
         frm.bRunning = m_bWasRunning;
     if (frm.lRunsInProgress == 0)
         frm.bRunStopped = false;
-    m_app.frmMainMDI.bHourglass = m_bHadHourglass;
+    m_app.frmMainMDI.SetHourglass(m_bHadHourglass);
     try {
         UpdateMenuToolbar(m_app);
     } catch (...) {

@@ -1,43 +1,66 @@
-// Names, captions and observers of forms and controls.
+// What all controls do: enter their form, take or refuse a person's acts, hold back what they tell.
 #include "src/controls/control.h"
 
-#include <algorithm>
-#include <utility>
+#include "src/controls/frame.h"
 
-Control* Form::pControl(const std::string& sControlName) const
+Control::Control(Form& frm, std::string sName) : m_frm(frm), m_sName(std::move(sName))
 {
-    const auto itFound = std::find_if(m_aControls.begin(), m_aControls.end(),
-                                      [&](const Control* p) { return p->sName() == sControlName; });
-    return itFound == m_aControls.end() ? nullptr : *itFound;
+    m_frm.m_aControls.push_back(this);
 }
 
-void Form::SetCaption(const std::string& sCaption)
+Control::Control(Frame& frame, std::string sName) : Control(frame.frm(), std::move(sName))
 {
-    m_sCaption = sCaption;
-    if (OnChanged)
-        OnChanged();
+    m_pFrame = &frame;
 }
 
-void Form::SetVisible(bool bVisible)
+bool Control::bTakesActs() const
 {
-    m_bVisible = bVisible;
-    if (OnChanged)
-        OnChanged();
+    for (const Control* p = this; p; p = p->m_pFrame)
+        if (!p->m_bVisible || !p->m_bEnabled)
+            return false;
+    return m_frm.Enabled();
 }
 
-Control::Control(Form& frm, std::string sName) : m_sName(std::move(sName))
+void Control::UserLeaves()
 {
-    frm.m_aControls.push_back(this);
+    if (bAccepts())
+        Raise(OnLostFocus);
 }
 
-void Control::SetFocus()
+void Control::UserDoubleClicks()
 {
-    if (OnSetFocus)
-        OnSetFocus();
+    if (bAccepts())
+        Raise(OnDblClick);
 }
 
-void Control::RaiseChanged()
+void Control::UserDrops(const std::vector<std::string>& aPaths)
 {
-    if (OnChanged)
-        OnChanged();
+    if (OnDrop && !aPaths.empty() && bAccepts())
+        OnDrop(aPaths);
+}
+
+bool Control::UserPresses(const std::string& sKey)
+{
+    if (!bAccepts())
+        return false;
+    return (OnKeyDown && OnKeyDown(sKey)) || m_frm.UserPresses(sKey);
+}
+
+std::shared_ptr<void> Control::Watch(ControlObserver& objObserver)
+{
+    // The newcomer sees what the others haven't been told yet.
+    if (bRedrawLocked())
+        TellHeldBack();
+    return m_objObservers.Add(objObserver);
+}
+
+RedrawLock::~RedrawLock()
+{
+    if (--m_objControl.m_lRedrawLocks > 0)
+        return;
+    try {
+        m_objControl.TellHeldBack();
+    } catch (...) {
+        // Out of memory: the views show an old state.
+    }
 }

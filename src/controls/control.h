@@ -1,98 +1,216 @@
-// What every control and every form has: a name, a caption, a state, and observers.
+// What every control has: a name, texts, a state, the acts that all share, and observers.
 // Room: controls.
 //
-// A control's contents are the field: logic reads and writes it with no toolkit present. A toolkit's binder
-// mirrors it by setting OnChanged and by calling the setters when the user acts.
+// A control's contents are the field: logic reads and writes it with no toolkit present. It has two doors.
+// SetText, SetValue and the like are the program speaking. UserTypes, UserClicks and the like are a person
+// acting through a view; they do nothing while the control, a frame around it or its form takes no acts, and
+// then tell the views to show again what is so. Both raise the logic's handlers (OnClick, OnChange), after
+// the views were told. What a view says while it is being told is an echo and is ignored.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-class Control;
+#include "src/controls/form.h"
+#include "src/controls/observers.h"
 
-/// A form owns its controls as members; each enters itself here, in the order of declaration. Forms and
-/// controls stay where they were made: neither is copied or moved.
-class Form
-{
-public:
-    explicit Form(std::string sName) : m_sName(std::move(sName)) {}
-    Form(const Form&) = delete;
-    Form& operator=(const Form&) = delete;
+class Frame;
 
-    const std::string& sName() const { return m_sName; }
-    const std::vector<Control*>& Controls() const { return m_aControls; }
-    /// The control of that name, or null.
-    Control* pControl(const std::string& sControlName) const;
-
-    const std::string& Caption() const { return m_sCaption; }
-    void SetCaption(const std::string& sCaption);
-    const std::string& Tag() const { return m_sTag; }
-    void SetTag(const std::string& sTag) { m_sTag = sTag; }
-    bool Visible() const { return m_bVisible; }
-    void SetVisible(bool bVisible);
-
-    std::function<void()> OnChanged;  ///< belongs to the binder: the caption or the visibility changed
-
-protected:
-    ~Form() = default;
-
-private:
-    friend class Control;
-    std::string m_sName;
-    std::string m_sCaption;
-    std::string m_sTag;
-    bool m_bVisible = false;
-    std::vector<Control*> m_aControls;
+enum class ControlKind {
+    Action,
+    CheckBox,
+    ComboBox,
+    CommandButton,
+    Frame,
+    Grid,
+    ImageView,
+    Label,
+    ListBox,
+    Menu,
+    OptionButton,
+    ProgressBar,
+    ScrollBar,
+    Slider,
+    StatusBar,
+    TabStrip,
+    TextBox,
+    Timer,
+    ToolBar
 };
 
-/// The common half of all controls. Every setter that changes something raises OnChanged, whoever calls it.
+/// What can change about any control. A view overrides what it shows.
+class ControlObserver
+{
+public:
+    virtual void CaptionChanged() {}
+    virtual void ToolTipTextChanged() {}
+    virtual void TagChanged() {}
+    virtual void FontChanged() {}
+    virtual void ColorsChanged() {}
+    virtual void VisibleChanged() {}
+    virtual void EnabledChanged() {}
+    virtual void FocusRequested() {}
+    virtual void BroughtToFront() {}
+
+protected:
+    virtual ~ControlObserver() = default;
+};
+
 class Control
 {
 public:
+    using Observer = ControlObserver;
     Control(Form& frm, std::string sName);
+    Control(Frame& frame, std::string sName);
     virtual ~Control() = default;
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
+    virtual ControlKind eKind() const = 0;
     const std::string& sName() const { return m_sName; }
-    const std::string& Caption() const { return m_sCaption; }
-    void SetCaption(const std::string& sCaption) { Set(m_sCaption, sCaption); }
-    const std::string& ToolTipText() const { return m_sToolTipText; }
-    void SetToolTipText(const std::string& sText) { Set(m_sToolTipText, sText); }
-    const std::string& Tag() const { return m_sTag; }
-    void SetTag(const std::string& sTag) { Set(m_sTag, sTag); }
-    const std::string& FontName() const { return m_sFontName; }
-    void SetFontName(const std::string& sFontName) { Set(m_sFontName, sFontName); }
-    bool Visible() const { return m_bVisible; }
-    void SetVisible(bool bVisible) { Set(m_bVisible, bVisible); }
-    bool Enabled() const { return m_bEnabled; }
-    void SetEnabled(bool bEnabled) { Set(m_bEnabled, bEnabled); }
-    /// Asks for the keyboard focus; a binder that shows the control gives it.
-    void SetFocus();
+    Form& frm() const { return m_frm; }
+    Frame* pFrame() const { return m_pFrame; }  ///< the frame around it, or null
 
-    std::function<void()> OnChanged;   ///< belongs to the binder
-    std::function<void()> OnSetFocus;  ///< belongs to the binder
+    const std::string& Caption() const { return m_sCaption; }
+    void SetCaption(const std::string& sCaption)
+    {
+        Set(m_sCaption, sCaption, &ControlObserver::CaptionChanged);
+    }
+    const std::string& ToolTipText() const { return m_sToolTipText; }
+    void SetToolTipText(const std::string& s)
+    {
+        Set(m_sToolTipText, s, &ControlObserver::ToolTipTextChanged);
+    }
+    const std::string& Tag() const { return m_sTag; }
+    void SetTag(const std::string& sTag) { Set(m_sTag, sTag, &ControlObserver::TagChanged); }
+    const std::string& FontName() const { return m_sFontName; }
+    void SetFontName(const std::string& sFont) { Set(m_sFontName, sFont, &ControlObserver::FontChanged); }
+    /// A colour's low byte is red, then green, then blue; none is the view's own.
+    using Color = std::optional<std::int32_t>;
+    Color ForeColor() const { return m_lForeColor; }
+    void SetForeColor(Color lColor) { Set(m_lForeColor, lColor, &ControlObserver::ColorsChanged); }
+    Color BackColor() const { return m_lBackColor; }
+    void SetBackColor(Color lColor) { Set(m_lBackColor, lColor, &ControlObserver::ColorsChanged); }
+    bool Visible() const { return m_bVisible; }
+    void SetVisible(bool bVisible) { Set(m_bVisible, bVisible, &ControlObserver::VisibleChanged); }
+    bool Enabled() const { return m_bEnabled; }
+    void SetEnabled(bool bEnabled) { Set(m_bEnabled, bEnabled, &ControlObserver::EnabledChanged); }
+    /// Asks for the keyboard focus; a view gives it.
+    void SetFocus() { Tell(&ControlObserver::FocusRequested); }
+    void BringToFront() { Tell(&ControlObserver::BroughtToFront); }
+
+    /// True if a person can act on it: it and all frames around it are visible and enabled, and its form is
+    /// enabled.
+    bool bTakesActs() const;
+
+    // A person's acts that any control may have a handler for.
+    void UserLeaves();  ///< the focus goes elsewhere
+    void UserDoubleClicks();
+    void UserDrops(const std::vector<std::string>& aPaths);  ///< files and folders
+    /// A key, written as "Ctrl+N", "Del", "Esc"; one that OnKeyDown doesn't use up goes to the form. True if
+    /// it did something.
+    bool UserPresses(const std::string& sKey);
+
+    // The logic's handlers.
+    std::function<void()> OnLostFocus;
+    std::function<void()> OnDblClick;
+    std::function<void(const std::vector<std::string>& aPaths)> OnDrop;
+    std::function<bool(const std::string& sKey)> OnKeyDown;  ///< True: the key is used up
+
+    /// For Observation.
+    [[nodiscard]] std::shared_ptr<void> Watch(ControlObserver& objObserver);
 
 protected:
-    /// Stores a value and raises OnChanged if it is a new one; True in that case.
-    template <typename T>
-    bool Set(T& tField, const T& tValue)
+    template <typename TKnows, typename... TParameters, typename... TArguments>
+    void Tell(void (TKnows::*pAspect)(TParameters...), const TArguments&... aArguments) const
+    {
+        m_objObservers.Tell(pAspect, aArguments...);
+    }
+    template <typename TKnows, typename... TParameters, typename... TArguments>
+    void TellBefore(void (TKnows::*pAspect)(TParameters...), const TArguments&... aArguments) const
+    {
+        m_objObservers.TellBefore(pAspect, aArguments...);
+    }
+    /// Stores a value and tells the aspect if it is a new one; True in that case.
+    template <typename T, typename TKnows>
+    bool Set(T& tField, const T& tValue, void (TKnows::*pAspect)())
     {
         if (tField == tValue)
             return false;
         tField = tValue;
-        RaiseChanged();
+        Tell(pAspect);
         return true;
     }
-    void RaiseChanged();
+    /// The first question of every act of a person. Where the act is refused, the views are told pAspect, so
+    /// that they show again what is so.
+    template <typename TKnows>
+    bool bAccepts(void (TKnows::*pAspect)()) const
+    {
+        if (m_objObservers.bTelling())
+            return false;
+        if (!bTakesActs())
+            Tell(pAspect);
+        return bTakesActs();
+    }
+    bool bAccepts() const { return !m_objObservers.bTelling() && bTakesActs(); }
+    static void Raise(const std::function<void()>& fnHandler)
+    {
+        if (fnHandler)
+            fnHandler();
+    }
+
+    bool bWatched() const { return !m_objObservers.bEmpty(); }
+    bool bRedrawLocked() const { return m_lRedrawLocks > 0; }
+    /// Tells what was held back under a RedrawLock.
+    virtual void TellHeldBack() {}
+    /// Tells an aspect now, or notes in bHeld that TellHeldBack has to.
+    template <typename TKnows>
+    void TellOrHold(bool& bHeld, void (TKnows::*pAspect)())
+    {
+        if (bRedrawLocked())
+            bHeld = true;
+        else
+            Tell(pAspect);
+    }
+    template <typename TKnows>
+    void TellIfHeld(bool& bHeld, void (TKnows::*pAspect)())
+    {
+        if (std::exchange(bHeld, false))
+            Tell(pAspect);
+    }
 
 private:
+    friend class RedrawLock;
+    Form& m_frm;
+    Frame* m_pFrame = nullptr;
     std::string m_sName;
     std::string m_sCaption;
     std::string m_sToolTipText;
     std::string m_sTag;
     std::string m_sFontName;
+    Color m_lForeColor;
+    Color m_lBackColor;
     bool m_bVisible = true;
     bool m_bEnabled = true;
+    std::int32_t m_lRedrawLocks = 0;
+    Observers<ControlObserver> m_objObservers;
+};
+
+/// While it lives, the control's views aren't told of its texts, entries, rows and picture; when the
+/// outermost lock ends, they are told at once. For filling lists and tables.
+class RedrawLock
+{
+public:
+    explicit RedrawLock(Control& objControl) : m_objControl(objControl) { ++m_objControl.m_lRedrawLocks; }
+    ~RedrawLock();
+    RedrawLock(const RedrawLock&) = delete;
+    RedrawLock& operator=(const RedrawLock&) = delete;
+
+private:
+    Control& m_objControl;
 };

@@ -79,7 +79,7 @@ static void PutRunStateBack(Application& app)
 {
     app.frmMain.bRunning = false;
     app.bInternalGridChange = false;
-    app.frmMainMDI.bHourglass = false;
+    app.frmMainMDI.SetHourglass(false);
     app.frmMain.fgToDo.SetRedraw(true);
     app.frmMain.fgLog.SetRedraw(true);
     UpdateMenuToolbar(app);

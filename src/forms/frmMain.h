@@ -7,10 +7,15 @@
 #include <map>
 #include <string>
 
-#include "src/controls/controls.h"
-#include "src/controls/grid.h"
+#include "src/controls/action.h"
+#include "src/controls/check_box.h"
+#include "src/controls/command_button.h"
+#include "src/controls/grid/grid.h"
+#include "src/controls/label.h"
+#include "src/controls/lists/combo_box.h"
+#include "src/controls/option_button.h"
+#include "src/controls/tab_strip.h"
 #include "src/forms/clsMRU.h"
-#include "src/forms/window_place.h"
 
 /// Tasks are rows 1 to Rows() - 2 of fgToDo, between the header and the marker row.
 constexpr std::int32_t kToDoColumns = 11;
@@ -27,47 +32,50 @@ struct frmMain : Form {
     TabStrip ts{*this, "ts"};
 
     // Choice of action
-    OptionButton rbActionToDoConversion{*this, "rbActionToDo(0)"};
-    OptionButton rbActionToDoSpecialized{*this, "rbActionToDo(1)"};
+    OptionButtonFamily rbActionToDo{*this, "rbActionToDo", 2};  ///< conversion, special process
     Frame frameSpecializedAction{*this, "frameSpecializedAction"};
     Frame frameCF{*this, "frameCF"};
-    Frame frameSpecialProcessParameters{*this, "frameSpecialProcessParameters"};
-    TabStrip tsSpecialProcessParameters{*this, "tsSpecialProcessParameters"};
-    Frame frameTargetFile{*this, "frameTargetFile"};
-    Frame frameTargetFileSpecialized{*this, "frameTargetFileSpecialized"};
+    Frame frameSpecialProcessParameters{frameSpecializedAction, "frameSpecialProcessParameters"};
+    TabStrip tsSpecialProcessParameters{frameSpecializedAction, "tsSpecialProcessParameters"};
+    Frame frameTargetFile{frameCF, "frameTargetFile"};
+    Frame frameTargetFileSpecialized{frameSpecializedAction, "frameTargetFileSpecialized"};
     Frame frameImageViewer{*this, "frameImageViewer"};
-    Frame frameZoomPercentage{*this, "frameZoomPercentage"};
+    Frame frameZoomPercentage{frameImageViewer, "frameZoomPercentage"};
 
     // Conversion
-    ComboBox cbOriginalFile{*this, "cbOriginalFile"};
-    ComboBox cbFileTypeOriginal{*this, "cbFileTypeOriginal"};
-    Label lblFileTypeOriginal{*this, "lblFileTypeOriginal"};
-    CheckBox cbDoSubfolders{*this, "cbDoSubfolders"};
-    ComboBox cbTargetFile{*this, "cbTargetFile"};
-    ComboBox cbFileTypeTarget{*this, "cbFileTypeTarget"};
-    CheckBox cbSaveToOriginalFolder{*this, "cbSaveToOriginalFolder"};
-    CommandButton cmdSelectSourceFile{*this, "cmdSelectSourceFile"};
-    CommandButton cmdSelectTargetFile{*this, "cmdSelectTargetFile"};
-    CommandButton picSelectTargetFile{*this, "picSelectTargetFile"};
-    CommandButton cmdLaunchOriginal{*this, "cmdLaunchOriginal"};
-    CommandButton cmdLaunchTarget{*this, "cmdLaunchTarget"};
-    CommandButton cmdImageConversionAdvancedOptions{*this, "cmdImageConversionAdvancedOptions"};
+    ComboBox cbOriginalFile{frameCF, "cbOriginalFile"};
+    ComboBox cbFileTypeOriginal{frameCF, "cbFileTypeOriginal", ComboStyle::ListOnly};
+    Label lblFileTypeOriginal{frameCF, "lblFileTypeOriginal"};
+    CheckBox cbDoSubfolders{frameCF, "cbDoSubfolders"};
+    ComboBox cbTargetFile{frameTargetFile, "cbTargetFile"};
+    ComboBox cbFileTypeTarget{frameCF, "cbFileTypeTarget", ComboStyle::ListOnly};
+    CheckBox cbSaveToOriginalFolder{frameCF, "cbSaveToOriginalFolder"};
+    CommandButton cmdSelectSourceFile{frameCF, "cmdSelectSourceFile"};
+    CommandButton cmdSelectTargetFile{frameTargetFile, "cmdSelectTargetFile"};
+    CommandButton picSelectTargetFile{frameTargetFile, "picSelectTargetFile"};
+    CommandButton cmdLaunchOriginal{frameCF, "cmdLaunchOriginal"};
+    CommandButton cmdLaunchTarget{frameTargetFile, "cmdLaunchTarget"};
+    CommandButton cmdImageConversionAdvancedOptions{frameCF, "cmdImageConversionAdvancedOptions"};
 
     // Special process
-    ComboBox cbSpecialProcesses{*this, "cbSpecialProcesses"};
-    ComboBox cbOriginalFileSpecialized{*this, "cbOriginalFileSpecialized"};
-    ComboBox cbFileTypeOriginalSpecialized{*this, "cbFileTypeOriginalSpecialized"};
-    CheckBox cbDoSubfoldersSpecialized{*this, "cbDoSubfoldersSpecialized"};
-    ComboBox cbTargetFileSpecialized{*this, "cbTargetFileSpecialized"};
-    CheckBox cbSaveToOriginalFolderSpecialized{*this, "cbSaveToOriginalFolderSpecialized"};
-    CommandButton cmdSelectTargetFileSpecialized{*this, "cmdSelectTargetFileSpecialized"};
+    ComboBox cbSpecialProcesses{frameSpecializedAction, "cbSpecialProcesses", ComboStyle::ListOnly};
+    ComboBox cbOriginalFileSpecialized{frameSpecializedAction, "cbOriginalFileSpecialized"};
+    ComboBox cbFileTypeOriginalSpecialized{frameSpecializedAction, "cbFileTypeOriginalSpecialized",
+                                           ComboStyle::ListOnly};
+    CheckBox cbDoSubfoldersSpecialized{frameSpecializedAction, "cbDoSubfoldersSpecialized"};
+    ComboBox cbTargetFileSpecialized{frameTargetFileSpecialized, "cbTargetFileSpecialized"};
+    CheckBox cbSaveToOriginalFolderSpecialized{frameSpecializedAction, "cbSaveToOriginalFolderSpecialized"};
+    CommandButton cmdSelectTargetFileSpecialized{frameTargetFileSpecialized,
+                                                 "cmdSelectTargetFileSpecialized"};
 
     // Launch
-    ComboBox cbCommandLine{*this, "cbCommandLine"};
-    ComboBox cbCommandLineArguments{*this, "cbCommandLineArguments"};
-    ComboBox cbCommandLineWindowState{*this, "cbCommandLineWindowState"};
-    ComboBox cbCommandLineThreadPriority{*this, "cbCommandLineThreadPriority"};
-    TextBox txtCommandLineWaitTimeInSeconds{*this, "txtCommandLineWaitTimeInSeconds"};
+    ComboBox cbCommandLine{frameSpecializedAction, "cbCommandLine"};
+    ComboBox cbCommandLineArguments{frameSpecializedAction, "cbCommandLineArguments"};
+    ComboBox cbCommandLineWindowState{frameSpecializedAction, "cbCommandLineWindowState",
+                                      ComboStyle::ListOnly};
+    ComboBox cbCommandLineThreadPriority{frameSpecializedAction, "cbCommandLineThreadPriority",
+                                         ComboStyle::ListOnly};
+    TextBox txtCommandLineWaitTimeInSeconds{frameSpecializedAction, "txtCommandLineWaitTimeInSeconds"};
 
     // Buttons of the form, of the toolbar tbMain and of its drop-down
     CommandButton cmdAdd{*this, "cmdAdd"};
@@ -113,8 +121,6 @@ struct frmMain : Form {
     bool bTryAutodetectIfFailed = true;
     std::string sLogFile;                                        ///< report file
     std::array<std::string, kSpecialProcessSlots> asSP_Details;  ///< last details string of each process
-
-    WindowPlace objPlace;
 
     // Most recently used texts of the combo boxes
     clsMRU mruSource;

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "src/controls/controls.h"
-#include "src/forms/window_place.h"
+#include "src/controls/action.h"
+#include "src/controls/status_bar.h"
 
 // Panels of sbMain, counted from 1.
 constexpr std::int32_t kPanelProgress = 2;  ///< what is being loaded or listed
@@ -34,7 +34,5 @@ struct frmMainMDI : Form {
     Action mnuScheduleConversionJob{*this, "mnuScheduleConversionJob"};
     Action mnuConversionOptions{*this, "mnuConversionOptions"};
 
-    bool bHourglass = false;  ///< the mouse pointer is an hourglass
     bool bMinimized = false;
-    WindowPlace objPlace;
 };

@@ -2,7 +2,7 @@
 // Room: forms.
 #pragma once
 
-#include "src/controls/controls.h"
+#include "src/controls/label.h"
 
 struct frmPleaseWait : Form {
     frmPleaseWait() : Form("frmPleaseWait") {}

@@ -8,85 +8,84 @@
 #include <functional>
 #include <string>
 
-#include "src/controls/controls.h"
+#include "src/controls/check_box.h"
+#include "src/controls/command_button.h"
+#include "src/controls/label.h"
+#include "src/controls/lists/combo_box.h"
+#include "src/controls/option_button.h"
+#include "src/controls/tab_strip.h"
 #include "src/forms/clsMRU.h"
 
 struct frmScheduler : Form {
-    frmScheduler() : Form("frmScheduler")
-    {
-        for (OptionButton* pOption : {&optTimeBased, &optCalendarBased})
-            pOption->SetGroup({&optTimeBased, &optCalendarBased});
-        for (OptionButton* pOption : {&optDaily, &optWeekly, &optMonthly})
-            pOption->SetGroup({&optDaily, &optWeekly, &optMonthly});
-        for (OptionButton* pOption : {&optNumDays, &optWeekdays})
-            pOption->SetGroup({&optNumDays, &optWeekdays});
-        for (OptionButton* pOption : {&optImmediately, &optSkip})
-            pOption->SetGroup({&optImmediately, &optSkip});
-    }
+    frmScheduler() : Form("frmScheduler") {}
 
     TabStrip TabStrip1{*this, "TabStrip1"};
 
     // Set Up: the job and the kind of schedule
     Frame fraSetup{*this, "fraSetup"};
-    Label lblScheduledJobFile{*this, "lblScheduledJobFile"};
-    ComboBox cbScheduledJobFile{*this, "cbScheduledJobFile"};
-    CommandButton cmdSelectScheduledJobFile{*this, "cmdSelectScheduledJobFile"};
-    CommandButton picScheduledJobFile{*this, "picScheduledJobFile"};
-    OptionButton optTimeBased{*this, "optTimeBased"};
-    OptionButton optCalendarBased{*this, "optCalendarBased"};
+    Label lblScheduledJobFile{fraSetup, "lblScheduledJobFile"};
+    ComboBox cbScheduledJobFile{fraSetup, "cbScheduledJobFile"};
+    CommandButton cmdSelectScheduledJobFile{fraSetup, "cmdSelectScheduledJobFile"};
+    CommandButton picScheduledJobFile{fraSetup, "picScheduledJobFile"};
+    OptionGroup objKinds;
+    OptionButton optTimeBased{fraSetup, "optTimeBased", objKinds};
+    OptionButton optCalendarBased{fraSetup, "optCalendarBased", objKinds};
 
     // At a fixed interval
-    Frame fraTimeBased{*this, "fraTimeBased"};
-    Label lblHours{*this, "lblHours"};
-    TextBox txtHours{*this, "txtHours"};
-    Label lblMinutes{*this, "lblMinutes"};
-    TextBox txtMinutes{*this, "txtMinutes"};
-    Label lblSeconds{*this, "lblSeconds"};
-    TextBox txtSeconds{*this, "txtSeconds"};
+    Frame fraTimeBased{fraSetup, "fraTimeBased"};
+    Label lblHours{fraTimeBased, "lblHours"};
+    TextBox txtHours{fraTimeBased, "txtHours"};
+    Label lblMinutes{fraTimeBased, "lblMinutes"};
+    TextBox txtMinutes{fraTimeBased, "txtMinutes"};
+    Label lblSeconds{fraTimeBased, "lblSeconds"};
+    TextBox txtSeconds{fraTimeBased, "txtSeconds"};
 
     // By the calendar
-    Frame fraCalendarBased{*this, "fraCalendarBased"};
-    OptionButton optDaily{*this, "optDaily"};
-    OptionButton optWeekly{*this, "optWeekly"};
-    OptionButton optMonthly{*this, "optMonthly"};
-    Label lblStartTime{*this, "lblStartTime"};
-    ComboBox cbHours{*this, "cbHours"};
-    ComboBox cbMinutes{*this, "cbMinutes"};
-    ComboBox cbAmPm{*this, "cbAmPm"};
+    Frame fraCalendarBased{fraSetup, "fraCalendarBased"};
+    OptionGroup objCalendarKinds;
+    OptionButton optDaily{fraCalendarBased, "optDaily", objCalendarKinds};
+    OptionButton optWeekly{fraCalendarBased, "optWeekly", objCalendarKinds};
+    OptionButton optMonthly{fraCalendarBased, "optMonthly", objCalendarKinds};
+    Label lblStartTime{fraCalendarBased, "lblStartTime"};
+    ComboBox cbHours{fraCalendarBased, "cbHours"};
+    ComboBox cbMinutes{fraCalendarBased, "cbMinutes"};
+    ComboBox cbAmPm{fraCalendarBased, "cbAmPm"};
 
-    Frame fraDaily{*this, "fraDaily"};
-    OptionButton optNumDays{*this, "optNumDays"};
-    TextBox txtNumDays{*this, "txtNumDays"};
-    Label lblNumDays{*this, "lblNumDays"};
-    OptionButton optWeekdays{*this, "optWeekdays"};
+    Frame fraDaily{fraCalendarBased, "fraDaily"};
+    OptionGroup objDailyKinds;
+    OptionButton optNumDays{fraDaily, "optNumDays", objDailyKinds};
+    TextBox txtNumDays{fraDaily, "txtNumDays"};
+    Label lblNumDays{fraDaily, "lblNumDays"};
+    OptionButton optWeekdays{fraDaily, "optWeekdays", objDailyKinds};
 
-    Frame fraWeekly{*this, "fraWeekly"};
-    Label lblRunEvery{*this, "lblRunEvery"};
-    TextBox txtNumWeeks{*this, "txtNumWeeks"};
-    Label lblNumWeeks{*this, "lblNumWeeks"};
-    CheckBox chkMon{*this, "chkMon"};
-    CheckBox chkTue{*this, "chkTue"};
-    CheckBox chkWed{*this, "chkWed"};
-    CheckBox chkThu{*this, "chkThu"};
-    CheckBox chkFri{*this, "chkFri"};
-    CheckBox chkSat{*this, "chkSat"};
-    CheckBox chkSun{*this, "chkSun"};
+    Frame fraWeekly{fraCalendarBased, "fraWeekly"};
+    Label lblRunEvery{fraWeekly, "lblRunEvery"};
+    TextBox txtNumWeeks{fraWeekly, "txtNumWeeks"};
+    Label lblNumWeeks{fraWeekly, "lblNumWeeks"};
+    CheckBox chkMon{fraWeekly, "chkMon"};
+    CheckBox chkTue{fraWeekly, "chkTue"};
+    CheckBox chkWed{fraWeekly, "chkWed"};
+    CheckBox chkThu{fraWeekly, "chkThu"};
+    CheckBox chkFri{fraWeekly, "chkFri"};
+    CheckBox chkSat{fraWeekly, "chkSat"};
+    CheckBox chkSun{fraWeekly, "chkSun"};
 
-    Frame fraMonthly{*this, "fraMonthly"};
-    Label lblDayOfMonth{*this, "lblDayOfMonth"};
-    TextBox txtDayOfMonth{*this, "txtDayOfMonth"};
-    Label lblOfEvery{*this, "lblOfEvery"};
-    TextBox txtNumMonths{*this, "txtNumMonths"};
-    Label lblNumMonths{*this, "lblNumMonths"};
-    Label lblMonthlyNote{*this, "lblMonthlyNote"};
+    Frame fraMonthly{fraCalendarBased, "fraMonthly"};
+    Label lblDayOfMonth{fraMonthly, "lblDayOfMonth"};
+    TextBox txtDayOfMonth{fraMonthly, "txtDayOfMonth"};
+    Label lblOfEvery{fraMonthly, "lblOfEvery"};
+    TextBox txtNumMonths{fraMonthly, "txtNumMonths"};
+    Label lblNumMonths{fraMonthly, "lblNumMonths"};
+    Label lblMonthlyNote{fraMonthly, "lblMonthlyNote"};
 
     // Options
     Frame fraOptions{*this, "fraOptions"};
-    CheckBox chkPersistRunning{*this, "chkPersistRunning"};
-    Label lblTimeBased{*this, "lblTimeBased"};
-    Label lblOverrun{*this, "lblOverrun"};
-    OptionButton optImmediately{*this, "optImmediately"};
-    OptionButton optSkip{*this, "optSkip"};
+    CheckBox chkPersistRunning{fraOptions, "chkPersistRunning"};
+    Label lblTimeBased{fraOptions, "lblTimeBased"};
+    Label lblOverrun{fraOptions, "lblOverrun"};
+    OptionGroup objOverrunKinds;
+    OptionButton optImmediately{fraOptions, "optImmediately", objOverrunKinds};
+    OptionButton optSkip{fraOptions, "optSkip", objOverrunKinds};
 
     CommandButton cmdStartTimer{*this, "cmdStartTimer"};
     CommandButton cmdEndTimer{*this, "cmdEndTimer"};

@@ -2,7 +2,8 @@
 // Room: forms.
 #pragma once
 
-#include "src/controls/controls.h"
+#include "src/controls/check_box.h"
+#include "src/controls/command_button.h"
 
 struct frmTypeMatchNotification : Form {
     frmTypeMatchNotification() : Form("frmTypeMatchNotification") {}

@@ -32,12 +32,11 @@ private:
 class BusyPointer
 {
 public:
-    explicit BusyPointer(Application& app)
-        : m_bHourglass(app.frmMainMDI.bHourglass), m_bAfter(app.frmMainMDI.bHourglass)
+    explicit BusyPointer(Application& app) : m_frm(app.frmMainMDI), m_bAfter(app.frmMainMDI.Hourglass())
     {
-        m_bHourglass = true;
+        m_frm.SetHourglass(true);
     }
-    ~BusyPointer() { m_bHourglass = m_bAfter; }
+    ~BusyPointer() { m_frm.SetHourglass(m_bAfter); }
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
 
@@ -45,6 +44,6 @@ public:
     void LeaveOn() { m_bAfter = true; }
 
 private:
-    bool& m_bHourglass;
+    frmMainMDI& m_frm;
     bool m_bAfter;
 };

@@ -114,6 +114,7 @@ static void FillIn(Application& app, ComboBox& cb, std::map<std::string, std::in
     if (cb.ListCount() > 0)
         return;
     const InternalChange objChange(app);
+    const RedrawLock objLock(cb);
     cb.Clear();
     for (const FileType& objType : kFileTypes) {
         if (!fnOffers(objType))

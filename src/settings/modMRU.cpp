@@ -66,6 +66,7 @@ std::int32_t Count(const clsMRU& mru)
 void FillComboBoxFromMRU(Application& app, ComboBox& cb, const clsMRU& mru)
 {
     const InternalChange objChange(app);
+    const RedrawLock objLock(cb);
     cb.Clear();
     for (auto itEntry = mru.colMRU.rbegin(); itEntry != mru.colMRU.rend(); ++itEntry)
         cb.AddItem(*itEntry);

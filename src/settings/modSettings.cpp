@@ -121,8 +121,9 @@ static void SaveListIndex(const Section& objSection, const ComboBox& cb)
     objSection.Write(sListIndexKey(cb), cb.ListIndex());
 }
 
-static void ReadPlace(const Section& objSection, WindowPlace& objPlace, const WindowPlace& objDefault)
+static void ReadPlace(const Section& objSection, Form& frm, const WindowPlace& objDefault)
 {
+    WindowPlace objPlace = frm.Place();
     const std::int32_t lWindowState = objSection.lReadInteger("WindowState", kWindowNormal);
     if (lWindowState != kWindowNormal)
         objPlace.lWindowState = lWindowState;
@@ -130,6 +131,7 @@ static void ReadPlace(const Section& objSection, WindowPlace& objPlace, const Wi
     objPlace.lTop = objSection.lReadInteger("Top", objDefault.lTop);
     objPlace.lWidth = objSection.lReadInteger("Width", objDefault.lWidth);
     objPlace.lHeight = objSection.lReadInteger("Height", objDefault.lHeight);
+    frm.SetPlace(objPlace);
 }
 
 // A minimised or maximised window keeps its last normal position in the file.
@@ -213,7 +215,7 @@ void ReadIniFile(Application& app, const std::function<void()>& fnRefreshGUIOpti
         // above for the user's own entry.
         SetUpMRU(app, frm.mruTarget, "mruTarget", frm.cbTargetFile);
     }
-    ReadPlace(objSection, frm.objPlace, kFirstPlaceOfMain);
+    ReadPlace(objSection, frm, kFirstPlaceOfMain);
 }
 
 void SaveIniFile(Application& app)
@@ -232,7 +234,7 @@ void SaveIniFile(Application& app)
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
         if (!sFirstStartDetails(objRow).empty())
             objSection.Write(sDetailsKey(objRow), frm.asSP_Details.at(objRow.lSpecialProcess));
-    SavePlace(objSection, frm.objPlace);
+    SavePlace(objSection, frm.Place());
 
     SaveListIndex(objSection, frm.cbSpecialProcesses);
     SaveListIndex(objSection, frm.cbCommandLineWindowState);
@@ -257,10 +259,10 @@ void SaveIniFile(Application& app)
 
 void ReadIniFile(Application& app, frmMainMDI& frm)
 {
-    ReadPlace(Section(app, "frmMainMDI"), frm.objPlace, kFirstPlaceOfMDI);
+    ReadPlace(Section(app, "frmMainMDI"), frm, kFirstPlaceOfMDI);
 }
 
 void SaveIniFile(Application& app, const frmMainMDI& frm)
 {
-    SavePlace(Section(app, "frmMainMDI"), frm.objPlace);
+    SavePlace(Section(app, "frmMainMDI"), frm.Place());
 }

@@ -34,7 +34,7 @@ void RefreshGUIConvertOptions(Application& app)
     frm.lblFileTypeOriginal.SetVisible(true);
     FillInFileTypeComboBoxOriginal(app);
     FillInFileTypeComboBoxTarget(app);
-    frm.rbActionToDoConversion.SetValue(true);
+    frm.rbActionToDo(0).SetValue(true);
     frm.frameSpecializedAction.SetVisible(false);
 }
 

@@ -117,8 +117,8 @@ TEST(UpdateMenuToolbar, ClosesFieldsSavingAndDialogsDuringARun)
                                            &mdi.mnuScheduleConversionJob,
                                            &app.frmMain.frameCF,
                                            &app.frmMain.frameSpecializedAction,
-                                           &app.frmMain.rbActionToDoConversion,
-                                           &app.frmMain.rbActionToDoSpecialized};
+                                           &app.frmMain.rbActionToDo(0),
+                                           &app.frmMain.rbActionToDo(1)};
 
     app.frmMain.bRunning = true;
     UpdateMenuToolbar(app);

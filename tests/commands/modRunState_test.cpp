@@ -4,6 +4,7 @@
 #include <exception>
 #include <stdexcept>
 
+#include "tests/fakes/control_watchers.h"
 #include "tests/fakes/test_application.h"
 
 TEST(RunScope, RunsUntilItsEndAndTheCommandsFollow)
@@ -15,13 +16,13 @@ TEST(RunScope, RunsUntilItsEndAndTheCommandsFollow)
         EXPECT_TRUE(bRunInProgress(app));
         EXPECT_TRUE(app.frmMain.keyPause.Enabled());
         EXPECT_FALSE(app.frmMain.keyAdd.Enabled());
-        app.frmMainMDI.bHourglass = true;
+        app.frmMainMDI.SetHourglass(true);
     }
     EXPECT_FALSE(app.frmMain.bRunning);
     EXPECT_FALSE(bRunInProgress(app));
     EXPECT_FALSE(app.frmMain.keyPause.Enabled());
     EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
-    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.Hourglass());
 }
 
 TEST(RunScope, LeavesTheRunAroundItGoing)
@@ -59,14 +60,14 @@ TEST(RunScope, IsPutBackWhenAnErrorLeavesIt)
     const auto fnRaise = [&] {
         const RunScope objOuter(app);
         const RunScope objInner(app);
-        app.frmMainMDI.bHourglass = true;
+        app.frmMainMDI.SetHourglass(true);
         throw std::runtime_error("raised");
     };
 
     EXPECT_THROW(fnRaise(), std::runtime_error);
     EXPECT_FALSE(app.frmMain.bRunning);
     EXPECT_FALSE(bRunInProgress(app));
-    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.Hourglass());
     EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
 }
 
@@ -75,8 +76,8 @@ TEST(RunScope, SurvivesAViewThatRaisesWhileAnErrorLeavesIt)
     TestApplication app;
 
     const auto fnRaise = [&] {
+        const RaisingView objView(app.frmMain.keyAdd);
         const RunScope objRun(app);
-        app.frmMain.keyAdd.OnChanged = [] { throw std::bad_alloc(); };
         throw std::runtime_error("raised");
     };
 

@@ -51,7 +51,7 @@ protected:
     {
         EXPECT_FALSE(app.frmMain.bRunning);
         EXPECT_FALSE(app.bInternalGridChange);
-        EXPECT_FALSE(app.frmMainMDI.bHourglass);
+        EXPECT_FALSE(app.frmMainMDI.Hourglass());
         EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
         EXPECT_FALSE(app.frmMain.keyPause.Enabled());
     }
@@ -142,7 +142,8 @@ TEST_F(Dispatcher, PutsTheRunStateBackBeforeItShowsAnError)
 TEST_F(Dispatcher, PutsBackAStateThatNoScopeHolds)
 {
     Counting(Act::Ordinary, [&] {
-        app.frmMain.bRunning = app.bInternalGridChange = app.frmMainMDI.bHourglass = true;
+        app.frmMain.bRunning = app.bInternalGridChange = true;
+        app.frmMainMDI.SetHourglass(true);
         throw clsRaisedError(kErrOverflow, "Overflow");
     })();
 

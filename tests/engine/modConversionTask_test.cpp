@@ -5,6 +5,7 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/job/modTaskTables.h"
+#include "tests/fakes/control_watchers.h"
 #include "tests/fakes/test_application.h"
 
 namespace
@@ -194,11 +195,11 @@ TEST_F(ConversionTask, ShowsProgressForEachFile)
 {
     AddPictures(3);
     std::vector<std::string> aPercents;
-    app.frmMainMDI.sbMain.OnChanged = [&] {
+    const PanelWatcher objWatcher(app.frmMainMDI.sbMain, [&] {
         const std::string& sPercent = app.frmMainMDI.sbMain.Panel(6);
         if (!sPercent.empty() && (aPercents.empty() || aPercents.back() != sPercent))
             aPercents.push_back(sPercent);
-    };
+    });
 
     lRun("/in/*.bmp", "/out/*.png");
 
@@ -235,10 +236,10 @@ TEST_F(ConversionTask, StartsOverIfPausedAtTheSecondFile)
 TEST_F(ConversionTask, RepeatsTheLastFileIfPausedDuringIt)
 {
     AddPictures(3);
-    app.frmMainMDI.sbMain.OnChanged = [&] {
+    const PanelWatcher objWatcher(app.frmMainMDI.sbMain, [&] {
         if (app.frmMainMDI.sbMain.Panel(8) == "/in/3.bmp")
             app.frmMain.bRunning = false;
-    };
+    });
 
     lRun("/in/*.bmp", "/out/*.png");
 

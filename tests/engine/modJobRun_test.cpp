@@ -45,7 +45,7 @@ protected:
         EXPECT_FALSE(app.frmMain.bRunning);
         EXPECT_FALSE(bRunInProgress(app));
         EXPECT_FALSE(app.bInternalGridChange);
-        EXPECT_FALSE(app.frmMainMDI.bHourglass);
+        EXPECT_FALSE(app.frmMainMDI.Hourglass());
         EXPECT_EQ(app.frmMainMDI.sbMain.Panel(3), "-");
         EXPECT_FALSE(app.frmMain.keyPause.Enabled());
         EXPECT_TRUE(app.frmMain.keyAdd.Enabled());

@@ -58,11 +58,11 @@ TEST(BusyPointer, ShowsTheHourglassUntilTheOutermostScopeEnds)
         const BusyPointer objOuter(app);
         {
             const BusyPointer objInner(app);
-            EXPECT_TRUE(app.frmMainMDI.bHourglass);
+            EXPECT_TRUE(app.frmMainMDI.Hourglass());
         }
-        EXPECT_TRUE(app.frmMainMDI.bHourglass);
+        EXPECT_TRUE(app.frmMainMDI.Hourglass());
     }
-    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.Hourglass());
 }
 
 TEST(BusyPointer, IsPutBackWhenAnErrorLeavesTheScope)
@@ -75,7 +75,7 @@ TEST(BusyPointer, IsPutBackWhenAnErrorLeavesTheScope)
     };
 
     EXPECT_THROW(fnRaise(), std::runtime_error);
-    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.Hourglass());
 }
 
 TEST(BusyPointer, CanLeaveTheHourglassOn)
@@ -85,5 +85,5 @@ TEST(BusyPointer, CanLeaveTheHourglassOn)
         BusyPointer objPointer(app);
         objPointer.LeaveOn();
     }
-    EXPECT_TRUE(app.frmMainMDI.bHourglass);
+    EXPECT_TRUE(app.frmMainMDI.Hourglass());
 }

@@ -159,12 +159,12 @@ TEST(CreateFileList, RestoresTheMousePointer)
     Running app;
     app.files.AddFile("/p/a.bmp");
     bool bHourglass = false;
-    app.windows.on_do_events = [&] { bHourglass = app.frmMainMDI.bHourglass; };
+    app.windows.on_do_events = [&] { bHourglass = app.frmMainMDI.Hourglass(); };
 
     aListOf(app, "/p/*.bmp");
 
     EXPECT_TRUE(bHourglass);
-    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.Hourglass());
 }
 
 TEST(CreateFileList, ReturnsTheFilesFoundBeforeAPause)
@@ -175,7 +175,7 @@ TEST(CreateFileList, ReturnsTheFilesFoundBeforeAPause)
     app.windows.on_do_events = [&] { app.frmMain.bRunning = app.windows.do_events < 4; };
 
     EXPECT_EQ(aListOf(app, "/p/*.bmp"), (Paths{"/p/1.bmp", "/p/2.bmp"}));
-    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.Hourglass());
 }
 
 TEST(AddFolderFiles, ReportsAPauseAndKeepsTheHourglass)
@@ -187,7 +187,7 @@ TEST(AddFolderFiles, ReportsAPauseAndKeepsTheHourglass)
     std::string sFolder = "/p";
 
     EXPECT_EQ(lAddFolderFiles(app, sFolder, "*.bmp", colFiles, false), -2);
-    EXPECT_TRUE(app.frmMainMDI.bHourglass);
+    EXPECT_TRUE(app.frmMainMDI.Hourglass());
     EXPECT_TRUE(colFiles.empty());
 }
 

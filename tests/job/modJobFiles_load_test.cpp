@@ -153,7 +153,7 @@ TEST_F(LoadJob, StopsOnPauseAndNumbersTheLoadedTasks)
         bPauseEnabled = app.frmMain.keyPause.Enabled();
         bAddEnabled = app.frmMain.keyAdd.Enabled();
         EXPECT_TRUE(app.frmMain.bRunning);
-        EXPECT_TRUE(app.frmMainMDI.bHourglass);
+        EXPECT_TRUE(app.frmMainMDI.Hourglass());
         EXPECT_TRUE(app.bInternalGridChange);
         app.frmMain.bRunning = false;
     };
@@ -166,7 +166,7 @@ TEST_F(LoadJob, StopsOnPauseAndNumbersTheLoadedTasks)
     EXPECT_FALSE(app.frmMain.bRunning);
     EXPECT_FALSE(app.frmMain.keyPause.Enabled());
     EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
-    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.Hourglass());
     EXPECT_FALSE(app.bInternalGridChange);
 }
 
@@ -231,7 +231,7 @@ TEST(LoadJobFile, ReportsAReadErrorAndKeepsTheRowsReadSoFar)
     EXPECT_EQ(objServices.windows.boxes[0].title, "Error");
     EXPECT_EQ(app.frmMain.fgToDo.Rows(), 5);
     EXPECT_FALSE(app.frmMain.bRunning);
-    EXPECT_FALSE(app.frmMainMDI.bHourglass);
+    EXPECT_FALSE(app.frmMainMDI.Hourglass());
     EXPECT_FALSE(app.bInternalGridChange);
     EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
 }

@@ -1,9 +1,11 @@
 // Validation messages of the form and of the command line.
 #include <gtest/gtest.h>
 
+#include <list>
 #include <map>
 
 #include "src/job/modValidation.h"
+#include "tests/fakes/control_watchers.h"
 #include "tests/fakes/test_application.h"
 
 static clsConversionOptions objFailed(std::int32_t lErr)
@@ -138,9 +140,10 @@ static std::string sFocusFor(std::int32_t lErr, bool bEnabled = true)
     TestApplication app;
     app.windows.answers.assign(3, BoxAnswer::No);
     std::string sFocused;
+    std::list<FocusWatcher> aWatchers;
     for (Control* pControl : app.frmMain.Controls()) {
         pControl->SetEnabled(bEnabled);
-        pControl->OnSetFocus = [&sFocused, pControl] { sFocused += pControl->sName(); };
+        aWatchers.emplace_back(*pControl, [&sFocused, pControl] { sFocused += pControl->sName(); });
     }
     clsConversionOptions objOptions = objFailed(lErr);
     bReportValidationErrorGUI(app, objOptions);

@@ -1,6 +1,9 @@
 // The checks before a schedule may start.
 #include "src/scheduler/modSchedule.h"
 
+#include <list>
+
+#include "tests/fakes/control_watchers.h"
 #include "tests/scheduler/support/schedules.h"
 
 namespace
@@ -13,7 +16,7 @@ protected:
     {
         frm.sEditJobFile = kJobFile;
         for (Control* pControl : frm.Controls())
-            pControl->OnSetFocus = [this, pControl] { aFocused.push_back(pControl->sName()); };
+            m_aWatchers.emplace_back(*pControl, [this, pControl] { aFocused.push_back(pControl->sName()); });
     }
     std::int32_t Validate()
     {
@@ -22,6 +25,9 @@ protected:
     }
 
     Texts aFocused;
+
+private:
+    std::list<FocusWatcher> m_aWatchers;
 };
 
 }  // namespace

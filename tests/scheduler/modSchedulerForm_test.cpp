@@ -1,6 +1,7 @@
 // The scheduler's form: lists, captions, tabs, options, buttons.
 #include "src/scheduler/modSchedulerForm.h"
 
+#include "tests/fakes/control_watchers.h"
 #include "tests/scheduler/support/schedules.h"
 
 namespace
@@ -204,7 +205,7 @@ TEST_F(SchedulerForm, IsUnloadedByDoneWhileTheTimerStops)
 {
     frm.SetVisible(true);
     Begin();
-    frm.cmdDone.OnSetFocus = [this] { cmdDone_Click(app); };
+    const FocusWatcher objWatcher(frm.cmdDone, [this] { cmdDone_Click(app); });
 
     StopTimer(app);
 

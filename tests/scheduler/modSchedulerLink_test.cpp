@@ -224,7 +224,7 @@ TEST_F(ScheduledJob, IsScheduledInAModalForm)
     };
     app.frmMain.keyPause.SetEnabled(false);
 
-    app.frmMainMDI.mnuScheduleConversionJob.Choose();
+    app.frmMainMDI.mnuScheduleConversionJob.Click();
 
     EXPECT_EQ(app.windows.modal_forms, std::vector<Form*>{&frm});
     EXPECT_EQ(sShown, "/jobs/newer.vjb");

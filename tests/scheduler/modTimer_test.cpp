@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "src/base/raised_error.h"
+#include "tests/fakes/control_watchers.h"
 #include "tests/scheduler/support/schedules.h"
 
 namespace
@@ -154,7 +155,7 @@ TEST_F(Ticks, LeaveTheNumberOfDaysEnabledAfterTheEnd)
 TEST_F(Ticks, EndWithTheFocusOnDone)
 {
     bool bStoppingThen = false;
-    frm.cmdDone.OnSetFocus = [&] { bStoppingThen = frm.bStopping && !bTimerOn(); };
+    const FocusWatcher objWatcher(frm.cmdDone, [&] { bStoppingThen = frm.bStopping && !bTimerOn(); });
     SetDaily("1");
     SetTime("9", "00", "AM");
     Begin();

@@ -74,11 +74,11 @@ TEST(ReadIniFile, SetsDefaultsWithoutASettingsFile)
     EXPECT_EQ(frm.cbFileTypeOriginalSpecialized.ListIndex(), 0);
     EXPECT_EQ(frm.cbDoSubfolders.Value(), 0);
     EXPECT_EQ(frm.cbDoSubfoldersSpecialized.Value(), 0);
-    EXPECT_EQ(frm.objPlace.lWindowState, 0);
-    EXPECT_EQ(frm.objPlace.lLeft, 1000);
-    EXPECT_EQ(frm.objPlace.lTop, 1000);
-    EXPECT_EQ(frm.objPlace.lWidth, 6500);
-    EXPECT_EQ(frm.objPlace.lHeight, 7200);
+    EXPECT_EQ(frm.Place().lWindowState, 0);
+    EXPECT_EQ(frm.Place().lLeft, 1000);
+    EXPECT_EQ(frm.Place().lTop, 1000);
+    EXPECT_EQ(frm.Place().lWidth, 6500);
+    EXPECT_EQ(frm.Place().lHeight, 7200);
     EXPECT_TRUE(frm.keyConvert.Enabled());
     EXPECT_TRUE(app.frmMainMDI.mnuBeginConversionJob.Enabled());
     EXPECT_FALSE(app.bInternalGridChange);
@@ -274,13 +274,13 @@ TEST(ReadIniFile, AppliesOnlyWindowStatesOtherThanNormal)
     app.SetMain("Left", "-15 twips");
     app.SetMain("Height", "nonsense");
     app.Read();
-    EXPECT_EQ(app.frmMain.objPlace.lWindowState, kWindowMaximized);
-    EXPECT_EQ(app.frmMain.objPlace.lLeft, -15);
-    EXPECT_EQ(app.frmMain.objPlace.lHeight, 0);
+    EXPECT_EQ(app.frmMain.Place().lWindowState, kWindowMaximized);
+    EXPECT_EQ(app.frmMain.Place().lLeft, -15);
+    EXPECT_EQ(app.frmMain.Place().lHeight, 0);
 
     app.SetMain("WindowState", "0");
     app.Read();
-    EXPECT_EQ(app.frmMain.objPlace.lWindowState, kWindowMaximized);
+    EXPECT_EQ(app.frmMain.Place().lWindowState, kWindowMaximized);
 }
 
 TEST(SaveIniFile, WritesAllKeysInAFixedOrder)
@@ -357,9 +357,9 @@ TEST(SaveIniFile, KeepsTheLastNormalPosition)
 {
     LoadingApplication app;
     app.Read();
-    app.frmMain.objPlace = {kWindowNormal, 10, 20, 3000, 4000};
+    app.frmMain.SetPlace({kWindowNormal, 10, 20, 3000, 4000});
     SaveIniFile(app);
-    app.frmMain.objPlace = {kWindowMinimized, -32000, -32000, 100, 100};
+    app.frmMain.SetPlace({kWindowMinimized, -32000, -32000, 100, 100});
     SaveIniFile(app);
 
     EXPECT_EQ(app.ini.Stored("frmMain", "WindowState"), "1");
@@ -428,19 +428,21 @@ TEST(FrameSettings, HaveTheirOwnSectionAndDefaults)
 {
     TestApplication app;
     ReadIniFile(app, app.frmMainMDI);
-    EXPECT_EQ(app.frmMainMDI.objPlace.lWindowState, 0);
-    EXPECT_EQ(app.frmMainMDI.objPlace.lLeft, 150);
-    EXPECT_EQ(app.frmMainMDI.objPlace.lTop, 150);
-    EXPECT_EQ(app.frmMainMDI.objPlace.lWidth, 11000);
-    EXPECT_EQ(app.frmMainMDI.objPlace.lHeight, 7000);
+    EXPECT_EQ(app.frmMainMDI.Place().lWindowState, 0);
+    EXPECT_EQ(app.frmMainMDI.Place().lLeft, 150);
+    EXPECT_EQ(app.frmMainMDI.Place().lTop, 150);
+    EXPECT_EQ(app.frmMainMDI.Place().lWidth, 11000);
+    EXPECT_EQ(app.frmMainMDI.Place().lHeight, 7000);
 
-    app.frmMainMDI.objPlace.lWidth = 12000;
+    WindowPlace objWider = app.frmMainMDI.Place();
+    objWider.lWidth = 12000;
+    app.frmMainMDI.SetPlace(objWider);
     SaveIniFile(app, app.frmMainMDI);
-    app.frmMainMDI.objPlace = {kWindowMaximized, 0, 0, 20000, 20000};
+    app.frmMainMDI.SetPlace({kWindowMaximized, 0, 0, 20000, 20000});
     SaveIniFile(app, app.frmMainMDI);
 
     EXPECT_EQ(app.ini.Stored("frmMainMDI", "WindowState"), "2");
     EXPECT_EQ(app.ini.Stored("frmMainMDI", "Width"), "12000");
     ReadIniFile(app, app.frmMainMDI);
-    EXPECT_EQ(app.frmMainMDI.objPlace.lWidth, 12000);
+    EXPECT_EQ(app.frmMainMDI.Place().lWidth, 12000);
 }

@@ -17,7 +17,7 @@ TEST(LoadMainForms, UsesDefaultsWithoutASettingsFile)
     EXPECT_EQ(app.frmMain.cbFileTypeTarget.ListCount(), 11);
     EXPECT_EQ(app.frmMain.cbFileTypeOriginal.ListCount(), 15);
     EXPECT_EQ(app.frmMain.sActionToDo, "C");
-    EXPECT_TRUE(app.frmMain.rbActionToDoConversion.Value());
+    EXPECT_TRUE(app.frmMain.rbActionToDo(0).Value());
     EXPECT_TRUE(app.ini.written.empty());
     EXPECT_FALSE(app.frmMain.keyConvert.Enabled());
 }

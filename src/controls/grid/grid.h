@@ -1,6 +1,6 @@
 // The table of texts: rows of cells, a current cell, a selection, and pictures and colours for the few cells
 // that have them.
-// Room: controls.
+// Room: controls/grid.
 #pragma once
 
 #include <cstdint>
@@ -34,6 +34,8 @@ class Grid : public Control
 {
 public:
     Grid(Form& frm, std::string sName, std::int32_t lCols);
+
+    ControlKind eKind() const override { return ControlKind::Grid; }
 
     std::int32_t Rows() const { return static_cast<std::int32_t>(m_aRows.size()); }
     std::int32_t Cols() const { return m_lCols; }
@@ -77,8 +79,8 @@ public:
 
     std::function<void()> OnEnterCell;  ///< belongs to the logic
     std::function<void()> OnLeaveCell;  ///< belongs to the logic
-    // The rest belongs to the binder, as does OnChanged, which tells of the current row, selection and top
-    // row.
+    // The rest belongs to the binder.
+    std::function<void()> OnChanged;       ///< the current row, selection or top row
     std::function<void()> OnTableChanged;  ///< anything else may have changed
     std::function<void(std::int32_t lRow)> OnRowInserted;
     std::function<void(std::int32_t lRow)> OnRowRemoved;
@@ -86,6 +88,7 @@ public:
     std::function<bool(std::int32_t lRow)> OnRowIsVisible;
 
 private:
+    void RaiseChanged();
     void RaiseTableChanged();
 
     std::int32_t m_lCols;

@@ -1,7 +1,8 @@
 // Keeps the rows of a table and tells the views what changed.
-#include "src/controls/grid.h"
+#include "src/controls/grid/grid.h"
 
 #include <algorithm>
+#include <cstddef>
 
 Grid::Grid(Form& frm, std::string sName, std::int32_t lCols)
     : Control(frm, std::move(sName)), m_lCols(lCols), m_aRows(1), m_aColWidths(lCols, 0)
@@ -138,6 +139,12 @@ void Grid::SetTopRow(std::int32_t lTopRow)
     m_lTopRow = lTopRow;
     if (m_bRedraw)
         RaiseChanged();
+}
+
+void Grid::RaiseChanged()
+{
+    if (OnChanged)
+        OnChanged();
 }
 
 bool Grid::RowIsVisible(std::int32_t lRow) const

@@ -1,11 +1,9 @@
 // The table of texts: rows, cells, the current cell, formats that follow their rows, and whom it tells.
-#include "src/controls/grid.h"
+#include "src/controls/grid/grid.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
-
-#include "src/controls/controls.h"
 
 struct GridForm : Form {
     GridForm() : Form("frmGrid") {}
