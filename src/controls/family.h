@@ -16,7 +16,7 @@ class Family
 public:
     /// TParent is a form or a frame; further arguments are handed to each member.
     template <typename TParent, typename... TArguments>
-    Family(TParent& objParent, const std::string& sName, std::int32_t lCount, TArguments&... aArguments)
+    Family(TParent& objParent, const std::string& sName, std::int32_t lCount, TArguments&&... aArguments)
     {
         for (std::int32_t l = 0; l < lCount; ++l)
             m_aMembers.emplace_back(objParent, sName + "(" + std::to_string(l) + ")", aArguments...);

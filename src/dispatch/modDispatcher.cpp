@@ -80,8 +80,6 @@ static void PutRunStateBack(Application& app)
     app.frmMain.bRunning = false;
     app.bInternalGridChange = false;
     app.frmMainMDI.SetHourglass(false);
-    app.frmMain.fgToDo.SetRedraw(true);
-    app.frmMain.fgLog.SetRedraw(true);
     UpdateMenuToolbar(app);
 }
 

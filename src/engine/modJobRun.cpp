@@ -27,14 +27,13 @@ constexpr std::int32_t kErrNotReloaded = -10000;
 
 void FindStartPoint(Application& app, Grid& fgToDo, std::int32_t& lRow)
 {
-    fgToDo.SetRedraw(false);
+    const RedrawLock objLock(fgToDo);
     const InternalChange objChange(app);
     for (lRow = 1; lRow <= fgToDo.Rows() - 2; ++lRow) {
         fgToDo.SetRow(lRow);
         if (fgToDo.TextMatrix(lRow, kColPass).empty())
             break;
     }
-    fgToDo.SetRedraw(true);
 }
 
 void bCheckToUpdateDirtyConversionItem(Application& app, const JobRunHooks& objHooks, bool& bGoOn)
@@ -147,7 +146,6 @@ public:
     {
         m_app.svc.objProcessLauncher.CollectEnded();
         try {
-            m_app.frmMain.fgToDo.SetRedraw(true);
             m_app.frmMainMDI.sbMain.SetPanel(kPanelTask, "-");
         } catch (...) {
             // Out of memory in a view, which may be what ends the run.
@@ -201,8 +199,8 @@ void ConversionJobRewind(Application& app)
 {
     Grid& fgToDo = app.frmMain.fgToDo;
     app.frmMain.lResumeFileIndex = 0;
-    fgToDo.SetRedraw(false);
     {
+        const RedrawLock objLock(fgToDo);
         const InternalChange objChange(app);
         for (std::int32_t lRow = fgToDo.Rows() - 1; lRow >= 1; --lRow) {
             fgToDo.SetRow(lRow);
@@ -212,7 +210,6 @@ void ConversionJobRewind(Application& app)
             fgToDo.SetTextMatrix(lRow, kColPass, "");
         }
     }
-    fgToDo.SetRedraw(true);
     SetUpLogGrid(app);
     UpdateMenuToolbar(app);
     SelectGridRow(app, fgToDo);

@@ -82,14 +82,17 @@ void LogExitCode(Application& app, std::int32_t lRow, const clsConversionOptions
 
 void UpdatePassedCell(Application& app, Grid& fgGrid, std::int32_t lRow, std::int32_t lErr)
 {
-    if (!fgGrid.SetCol(kColPass))
-        return;
-    FormatPassCell(fgGrid, fgGrid.Row(), lErr == 0);
-    fgGrid.SetRow(lRow);
-    if (!fgGrid.RowIsVisible(lRow))
-        fgGrid.SetTopRow(std::max(lRow - 2, 1));
-    SelectGridRow(app, fgGrid);
-    fgGrid.Refresh();
+    {
+        const RedrawLock objLock(fgGrid);
+        if (!fgGrid.SetCol(kColPass))
+            return;
+        FormatPassCell(fgGrid, fgGrid.Row(), lErr == 0);
+        fgGrid.SetRow(lRow);
+        if (!fgGrid.RowIsVisible(lRow))
+            fgGrid.SetTopRow(std::max(lRow - 2, 1));
+        SelectGridRow(app, fgGrid);
+        fgGrid.Refresh();
+    }
     app.svc.objWindows.DoEvents();
 }
 

@@ -2,6 +2,9 @@
 #include "src/job/modJobFiles.h"
 
 #include <exception>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "src/base/path_text.h"
 #include "src/base/text.h"
@@ -19,6 +22,7 @@
 constexpr const char* kExtension = ".VJB";
 constexpr std::int32_t kPanelLoading = 2;
 constexpr std::int32_t kLinesBetweenEvents = 1000;
+constexpr std::size_t kFixedRows = 2;  ///< header and marker row
 /// A longer line isn't the log's empty last row (while its number has one digit).
 constexpr std::size_t kEmptyLogLine = 9;
 
@@ -131,6 +135,13 @@ void SaveLogAsConversionJob(Application& app)
         WriteLogAsJobFile(app, sPath, app.frmMain.fgLog);
 }
 
+static void RestorePassMarks(Grid& fgToDo)
+{
+    const RedrawLock objLock(fgToDo);
+    for (std::int32_t lRow = 1; lRow < fgToDo.Rows(); ++lRow)
+        RestorePassMark(fgToDo, lRow);
+}
+
 void ConversionJobOpen(Application& app, std::string& sPath)
 {
     Grid& fgToDo = app.frmMain.fgToDo;
@@ -145,8 +156,7 @@ void ConversionJobOpen(Application& app, std::string& sPath)
     {
         const InternalChange objChange(app);
         LoadJobFile(app, sPath, 1, fgToDo);
-        for (std::int32_t lRow = 1; lRow < fgToDo.Rows(); ++lRow)
-            RestorePassMark(fgToDo, lRow);
+        RestorePassMarks(fgToDo);
     }
     if (bFound)
         SetUpLogGrid(app);
@@ -171,25 +181,23 @@ static void ShowProgress(Application& app, const std::string& sText)
     app.frmMainMDI.sbMain.SetPanel(kPanelLoading, sText);
 }
 
-// Update the view once per batch of rows, while events are processed.
-static void LetEventsThrough(Application& app, Grid& fgToDo, std::int64_t lLine)
+static void LetEventsThrough(Application& app, std::int64_t lLine)
 {
     ShowProgress(app, sTranslate(app, "Loading Conversion Task: ") + std::to_string(lLine));
-    fgToDo.SetRedraw(true);
     app.svc.objWindows.DoEvents();
-    fgToDo.SetRedraw(false);
 }
 
-// Adds a task that loads the file from line lNext on. It repurposes the columns.
-static void AddReloadRow(Grid& fgToDo, const std::string& sPath, std::int64_t lNext)
+// A task that loads the file from line lNext on. It repurposes the columns.
+static std::string sReloadRow(const std::string& sPath, std::int64_t lNext)
 {
     const std::string sNext = std::to_string(lNext);
-    fgToDo.AddItem(" \t \t" + sNext + "\tS" + std::to_string(kProcessReload) +
-                       "\tReload conversion job start at task " + sNext + "\t0\t0\t" + sPath + "\t" + sNext,
-                   fgToDo.Rows() - 1);
+    return " \t \t" + sNext + "\tS" + std::to_string(kProcessReload) +
+           "\tReload conversion job start at task " + sNext + "\t0\t0\t" + sPath + "\t" + sNext;
 }
 
-static void ReadTasks(Application& app, const std::string& sPath, std::int32_t lStart, Grid& fgToDo)
+// The rows read stay in aRows when reading fails.
+static void ReadTasks(Application& app, const std::string& sPath, std::int32_t lStart,
+                      std::vector<std::string>& aRows)
 {
     const std::unique_ptr<TextReader> pReader = app.svc.objFileSystem.OpenForInput(sPath);
     ShowProgress(app, sTranslate(app, "Loading Conversion Job: ") + sPath);
@@ -200,29 +208,33 @@ static void ReadTasks(Application& app, const std::string& sPath, std::int32_t l
         ++lLine;
         if (lLine >= lStart) {
             if (!bIsMarkerLine(sLine) && sLine.find_first_not_of(' ') != std::string::npos)
-                fgToDo.AddItem(sLine, fgToDo.Rows() - 1);
-            bFull = fgToDo.Rows() >= kMostRowsLoaded;
+                aRows.push_back(sLine);
+            bFull = aRows.size() + kFixedRows >= kMostRowsLoaded;
         }
         if (lLine % kLinesBetweenEvents == 0 && !bFull)
-            LetEventsThrough(app, fgToDo, lLine);
+            LetEventsThrough(app, lLine);
     }
     if (bFull)
-        AddReloadRow(fgToDo, sPath, lLine + 1);
+        aRows.push_back(sReloadRow(sPath, lLine + 1));
     ShowProgress(app, sTranslate(app, "Completed loading conversion job: ") + sPath);
-    for (std::int32_t lRow = 1; lRow <= fgToDo.Rows() - 2; ++lRow)
-        fgToDo.SetTextMatrix(lRow, kColNumber, std::to_string(std::int64_t{lStart} + lRow - 1));
 }
 
 // Returns an error message, or "".
 static std::string sReadTasksOrFail(Application& app, const std::string& sPath, std::int32_t lStart,
-                                    Grid& fgToDo)
+                                    std::vector<std::string>& aRows)
 {
     try {
-        ReadTasks(app, sPath, lStart, fgToDo);
+        ReadTasks(app, sPath, lStart, aRows);
         return "";
     } catch (const std::exception& objError) {
         return objError.what();
     }
+}
+
+static void NumberTasks(Grid& fgToDo, std::int32_t lStart)
+{
+    for (std::int32_t lRow = 1; lRow <= fgToDo.Rows() - 2; ++lRow)
+        fgToDo.SetTextMatrix(lRow, kColNumber, std::to_string(std::int64_t{lStart} + lRow - 1));
 }
 
 // Replaces the table by the tasks of the file; returns "" or what went wrong.
@@ -231,9 +243,12 @@ static std::string sFillTable(Application& app, const std::string& sPath, std::i
     const RunScope objRun(app);  // a pause ends the load, and the run that the load is part of
     const BusyPointer objPointer(app);
     SetUpToDoGrid(app, fgToDo);
-    fgToDo.SetRedraw(false);
-    const std::string sFailure = sReadTasksOrFail(app, sPath, lStart, fgToDo);
-    fgToDo.SetRedraw(true);
+    std::vector<std::string> aRows;
+    const std::string sFailure = sReadTasksOrFail(app, sPath, lStart, aRows);
+    const RedrawLock objLock(fgToDo);
+    fgToDo.AddItems(std::move(aRows), 1);
+    if (sFailure.empty())
+        NumberTasks(fgToDo, lStart);
     return sFailure;
 }
 

@@ -69,6 +69,7 @@ void SetUpToDoGrid(Application& app)
 void SetUpToDoGrid(Application& app, Grid& fgToDo)
 {
     const InternalChange objChange(app);
+    const RedrawLock objLock(fgToDo);
     fgToDo.SetRows(1);
     WriteToDoHeaders(app, fgToDo);
     SelectGridRow(app, fgToDo);
@@ -88,6 +89,7 @@ void SetUpLogGrid(Application& app)
 {
     Grid& fgLog = app.frmMain.fgLog;
     const InternalChange objChange(app, InternalChange::After::Clear);
+    const RedrawLock objLock(fgLog);
     fgLog.SetRows(1);
     fgLog.SetRows(2);
     const std::array<std::string, kLogColumns - kColNumber> aHeaders{sTranslate(app, "Job #"),
@@ -114,8 +116,7 @@ void SetUpLogGrid(Application& app)
 void SelectGridRow(Application& app, Grid& fgGrid)
 {
     const InternalChange objChange(app);
-    fgGrid.SetCol(0);
-    fgGrid.SetColSel(fgGrid.Cols() - 1);
+    fgGrid.SelectRow();
 }
 
 std::string sFlagsFromRequest(const clsConversionOptions& objOptions)
@@ -198,6 +199,7 @@ void UpdateGridFromGUI_ConversionItem(Application& app)
     const std::string sFlags = std::string(frm.cbDoSubfolders.Value() == 1 ? "R" : "") +
                                (frm.cbSaveToOriginalFolder.Value() == 1 ? " G" : "") +
                                (bByLibrary ? " M" : "");
+    const RedrawLock objLock(fgToDo);
     fgToDo.SetTextMatrix(lRow, kColFlags, sFlags);
     fgToDo.SetTextMatrix(lRow, kColDetails, frm.sImageConversionOptions);
     fgToDo.SetTextMatrix(lRow, kColAction, "C");
@@ -267,6 +269,7 @@ void RemoveAllFilesWithJobNumber(Application& app, std::int32_t lRow)
     Grid& fgToDo = app.frmMain.fgToDo;
     if (lRow < 1 || lRow >= fgToDo.Rows() - 1)
         return;
+    const RedrawLock objLock(fgToDo);
     fgToDo.RemoveItem(lRow);
     for (std::int32_t l = 1; l <= fgToDo.Rows() - 2; ++l)
         fgToDo.SetTextMatrix(l, kColNumber, std::to_string(l));

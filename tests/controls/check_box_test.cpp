@@ -1,6 +1,8 @@
 // Check boxes: a click for each new value.
 #include "src/controls/check_box.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/recording_views.h"
 
 namespace

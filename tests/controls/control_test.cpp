@@ -1,6 +1,8 @@
 // What all controls share: names, texts, the acts that they take, and what they tell their views.
 #include "src/controls/control.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 

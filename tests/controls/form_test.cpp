@@ -1,6 +1,8 @@
 // A form: its controls, what it tells its window, and the window's acts.
 #include "src/controls/form.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 

@@ -1,6 +1,8 @@
 // Image views: which picture, how large, which part of it.
 #include "src/controls/image_view.h"
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,8 @@
 // Who watches: any number, who come and go as they like.
 #include "src/controls/observers.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <new>
 #include <optional>

@@ -1,6 +1,8 @@
 // Option buttons: one of a group is chosen.
 #include "src/controls/option_button.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <stdexcept>
 #include <string>

@@ -1,6 +1,8 @@
 // Numbers between two limits: scroll bars, sliders, progress bars.
 #include "src/controls/scroll_bar.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 #include "tests/fakes/recording_views.h"

@@ -1,6 +1,8 @@
 // Status bars: panels that are made as they are written to.
 #include "src/controls/status_bar.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/recording_views.h"
 
 namespace

@@ -1,6 +1,8 @@
 // Tab strips: tabs that come and go, and the selected one.
 #include "src/controls/tab_strip.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/recording_views.h"
 
 namespace

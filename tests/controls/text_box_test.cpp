@@ -1,6 +1,8 @@
 // Fields of text: who is told of a new one, and what may be selected in it.
 #include "src/controls/text_box.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 #include "tests/fakes/recording_views.h"

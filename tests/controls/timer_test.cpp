@@ -1,6 +1,8 @@
 // Timers: tick for the logic while they are on.
 #include "src/controls/timer.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/fakes/recording_views.h"
 
 TEST(Timer, TicksOnlyWhileItIsOnAndHasAnInterval)

@@ -1,9 +1,12 @@
 // A small form as a whole: a person acts through a view, the program writes, and neither hears its own words.
 #include "src/controls/command_button.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
+
 #include "src/controls/label.h"
 #include "tests/fakes/recording_views.h"
 

@@ -131,7 +131,7 @@ TEST_F(Dispatcher, PutsTheRunStateBackBeforeItShowsAnError)
         const RunScope objRun(app);
         const InternalChange objChange(app);
         const BusyPointer objPointer(app);
-        app.frmMain.fgToDo.SetRedraw(false);
+        const RedrawLock objLock(app.frmMain.fgToDo);
         throw clsRaisedError(kErrOverflow, "Overflow");
     })();
 

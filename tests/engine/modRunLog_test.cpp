@@ -5,6 +5,7 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/job/modTaskTables.h"
+#include "tests/fakes/counting_table.h"
 #include "tests/fakes/test_application.h"
 
 namespace
@@ -207,7 +208,7 @@ TEST(UpdatePassedCell, ScrollsTheRowIntoViewBelowTwoOthers)
     Grid& fgToDo = app.frmMain.fgToDo;
     for (std::int32_t l = 1; l <= 20; ++l)
         fgToDo.AddItem("\t\t" + std::to_string(l), l);
-    fgToDo.OnRowIsVisible = [](std::int32_t) { return false; };
+    fgToDo.UserScrolls(100, 1);
 
     UpdatePassedCell(app, fgToDo, 12, 0);
     EXPECT_EQ(fgToDo.TopRow(), 10);
@@ -226,4 +227,17 @@ TEST(UpdatePassedCell, IgnoresAGridWithoutAPassColumn)
     UpdatePassedCell(app, fgSmall, 2, -1);
 
     EXPECT_EQ(fgSmall.Row(), 0);
+}
+
+TEST_F(RunLog, TellsTheViewOfEachRowAndNeverResetsIt)
+{
+    CountingTable objView(app.frmMain.fgLog);
+
+    for (std::int32_t l = 1; l <= 30000; ++l)
+        LogConversionError(app, l, objOptions);
+
+    EXPECT_EQ(objView.nInsertions, 30000);
+    EXPECT_EQ(objView.nRemovals + objView.nResets, 0);
+    EXPECT_EQ(objView.nCellChanges, 30000);
+    EXPECT_EQ(objView.lRows, 30002);
 }

@@ -5,6 +5,7 @@
 
 #include "src/base/raised_error.h"
 #include "src/base/text.h"
+#include "tests/fakes/counting_table.h"
 #include "tests/job/support/job_files.h"
 
 using LoadJob = JobFiles;
@@ -183,12 +184,29 @@ TEST_F(LoadJob, UpdatesTheViewBeforeProcessingEvents)
 {
     std::int32_t lSeen = -1;
     bool bWhole = true;
-    fgToDo.OnRowInserted = [&](std::int32_t) { bWhole = false; };
-    fgToDo.OnTableChanged = [&] { lSeen = fgToDo.Rows(); };
-    app.windows.on_do_events = [&] { bWhole = bWhole && lSeen == fgToDo.Rows(); };
+    CountingTable objView(fgToDo);
+    app.windows.on_do_events = [&] {
+        lSeen = objView.lRows;
+        bWhole = bWhole && lSeen == fgToDo.Rows() && objView.nInsertions == 1;
+    };
     Load(sJobOf(3500));
     EXPECT_TRUE(bWhole);
-    EXPECT_EQ(lSeen, fgToDo.Rows());
+    EXPECT_EQ(lSeen, 2);
+    EXPECT_EQ(objView.lRows, fgToDo.Rows());
+}
+
+TEST_F(LoadJob, TellsTheViewOnceOfAllRows)
+{
+    SetUpToDoGrid(app);
+    CountingTable objView(fgToDo);
+
+    Load(sJobOf(29998));
+
+    EXPECT_EQ(fgToDo.Rows(), 30000);
+    EXPECT_EQ(objView.nInsertions, 2);  // the marker row of the new table, and all tasks
+    EXPECT_EQ(objView.nRemovals, 1);    // the old marker row
+    EXPECT_EQ(objView.nResets, 0);
+    EXPECT_EQ(objView.lRows, fgToDo.Rows());
 }
 
 /// A file system whose job file fails with an error after three lines.

@@ -1,11 +1,13 @@
-// Keeps the rows of a table and tells the views what changed.
+// Keeps the rows of a table, and a person's way through them.
 #include "src/controls/grid/grid.h"
 
 #include <algorithm>
-#include <cstddef>
 
-Grid::Grid(Form& frm, std::string sName, std::int32_t lCols)
-    : Control(frm, std::move(sName)), m_lCols(lCols), m_aRows(1), m_aColWidths(lCols, 0)
+Grid::Grid(Form& frmOwner, std::string sName, std::int32_t lCols)
+    : Control(frmOwner, std::move(sName)),
+      m_lCols(lCols),
+      m_aRows(1),
+      m_aColWidths(static_cast<std::size_t>(lCols), 0)
 {
 }
 
@@ -22,6 +24,13 @@ static std::pair<std::size_t, std::size_t> aCellBounds(std::string_view sRow, st
     return {nBegin, std::min(sRow.find('\t', nBegin), sRow.size())};
 }
 
+// How much of a row's text the columns take.
+static std::size_t nEndOfCells(std::string_view sRow, std::int32_t lCols)
+{
+    const auto [nBegin, nEnd] = aCellBounds(sRow, lCols - 1);
+    return nBegin == std::string::npos ? sRow.size() : nEnd;
+}
+
 // Tabs part the cells of a row, and line ends the rows of a file, so a text in a cell can't hold one: a blank
 // takes its place.
 static void BlankOut(std::string& sRow, std::string_view sLetters, std::size_t nBegin, std::size_t nEnd)
@@ -31,27 +40,83 @@ static void BlankOut(std::string& sRow, std::string_view sLetters, std::size_t n
             sRow[n] = ' ';
 }
 
+const Grid::Line* Grid::pLine(std::int32_t lRow) const
+{
+    return lRow >= 0 && lRow < Rows() ? &m_aRows[static_cast<std::size_t>(lRow)] : nullptr;
+}
+
+bool Grid::bHasCell(std::int32_t lRow, std::int32_t lCol) const
+{
+    return lRow >= 0 && lRow < Rows() && lCol >= 0 && lCol < m_lCols;
+}
+
+void Grid::AboutToInsert(std::int32_t lFirst, std::int32_t lCount)
+{
+    if (bWatched() && bRedrawLocked())
+        HeldRows().Insert(lFirst, lCount);
+    else
+        TellBefore(&GridObserver::RowsAboutToBeInserted, lFirst, lFirst + lCount - 1);
+}
+
+void Grid::Inserted(std::int32_t lFirst, std::int32_t lCount)
+{
+    if (m_lFirstRowHeld >= lFirst)
+        m_lFirstRowHeld += lCount;
+    if (m_lLastRowHeld >= lFirst)
+        m_lLastRowHeld += lCount;
+    if (!bRedrawLocked())
+        Tell(&GridObserver::RowsInserted, lFirst, lFirst + lCount - 1);
+    if (lFirst <= m_lRow)
+        TellCurrentCell();  // a view's current row moved with the rows
+}
+
+void Grid::RemoveRows(std::int32_t lFirst, std::int32_t lCount)
+{
+    const std::int32_t lLast = lFirst + lCount - 1;
+    if (bWatched() && bRedrawLocked())
+        HeldRows().Remove(lFirst, lCount);
+    else
+        TellBefore(&GridObserver::RowsAboutToBeRemoved, lFirst, lLast);
+    m_aRows.erase(m_aRows.begin() + lFirst, m_aRows.begin() + lLast + 1);
+    if (m_lFirstRowHeld >= lFirst)
+        m_lFirstRowHeld = std::max(lFirst, m_lFirstRowHeld - lCount);
+    if (m_lLastRowHeld >= lFirst)
+        m_lLastRowHeld = std::max(lFirst - 1, m_lLastRowHeld - lCount);
+    const bool bMoved = lFirst <= m_lRow;
+    m_lRow = std::clamp(m_lRow, 0, std::max(Rows() - 1, 0));
+    if (!bRedrawLocked())
+        Tell(&GridObserver::RowsRemoved, lFirst, lLast);
+    if (bMoved)
+        TellCurrentCell();
+}
+
 void Grid::SetRows(std::int32_t lRows)
 {
-    m_aRows.resize(std::max(lRows, 0));
-    m_aFormats.erase(m_aFormats.lower_bound({lRows, 0}), m_aFormats.end());
-    m_lRow = std::clamp(m_lRow, 0, std::max(Rows() - 1, 0));
-    RaiseTableChanged();
+    lRows = std::max(lRows, 0);
+    const std::int32_t lBefore = Rows();
+    if (lRows < lBefore)
+        RemoveRows(lRows, lBefore - lRows);
+    if (lRows <= lBefore)
+        return;
+    AboutToInsert(lBefore, lRows - lBefore);
+    m_aRows.resize(static_cast<std::size_t>(lRows));
+    Inserted(lBefore, lRows - lBefore);
 }
 
 std::string Grid::TextMatrix(std::int32_t lRow, std::int32_t lCol) const
 {
-    if (lRow < 0 || lRow >= Rows() || lCol < 0 || lCol >= m_lCols)
+    if (!bHasCell(lRow, lCol))
         return "";
-    const auto [nBegin, nEnd] = aCellBounds(m_aRows[lRow], lCol);
-    return nBegin == std::string::npos ? std::string() : m_aRows[lRow].substr(nBegin, nEnd - nBegin);
+    const std::string& sRow = pLine(lRow)->sCells;
+    const auto [nBegin, nEnd] = aCellBounds(sRow, lCol);
+    return nBegin == std::string::npos ? std::string() : sRow.substr(nBegin, nEnd - nBegin);
 }
 
 void Grid::SetTextMatrix(std::int32_t lRow, std::int32_t lCol, const std::string& sText)
 {
-    if (lRow < 0 || lRow >= Rows() || lCol < 0 || lCol >= m_lCols)
+    if (!bHasCell(lRow, lCol))
         return;
-    std::string& sRow = m_aRows[static_cast<std::size_t>(lRow)];
+    std::string& sRow = m_aRows[static_cast<std::size_t>(lRow)].sCells;
     const auto nTabs = static_cast<std::int32_t>(std::count(sRow.begin(), sRow.end(), '\t'));
     if (nTabs < lCol)
         sRow.append(static_cast<std::size_t>(lCol - nTabs), '\t');
@@ -60,139 +125,180 @@ void Grid::SetTextMatrix(std::int32_t lRow, std::int32_t lCol, const std::string
         return;
     sRow.replace(nBegin, nEnd - nBegin, sText);
     BlankOut(sRow, "\t\r\n", nBegin, nBegin + sText.size());
-    if (m_bRedraw && OnCell)
-        OnCell(lRow, lCol);
-}
-
-// Formats of the rows from lRow on move by lBy rows, since they belong to their row. They keep their order,
-// so each is put back where it was taken from.
-static void MoveFormats(std::map<std::pair<std::int32_t, std::int32_t>, CellFormat>& aFormats,
-                        std::int32_t lRow, std::int32_t lBy)
-{
-    std::vector<std::map<std::pair<std::int32_t, std::int32_t>, CellFormat>::node_type> aMoved;
-    for (auto it = aFormats.lower_bound({lRow, 0}); it != aFormats.end();)
-        aMoved.push_back(aFormats.extract(it++));
-    for (auto& objNode : aMoved) {
-        objNode.key().first += lBy;
-        aFormats.insert(aFormats.end(), std::move(objNode));
-    }
+    TellCell(lRow, lCol);
 }
 
 void Grid::AddItem(std::string_view sTabbedCells, std::int32_t lIndex)
 {
     lIndex = std::clamp(lIndex, 0, Rows());
-    const auto [nBegin, nEnd] = aCellBounds(sTabbedCells, m_lCols - 1);
-    if (nBegin != std::string::npos)
-        sTabbedCells = sTabbedCells.substr(0, nEnd);
-    const auto itRow = m_aRows.emplace(m_aRows.begin() + lIndex, sTabbedCells);
-    BlankOut(*itRow, "\r\n", 0, itRow->size());
-    MoveFormats(m_aFormats, lIndex, 1);
-    if (m_bRedraw && OnRowInserted)
-        OnRowInserted(lIndex);
+    AboutToInsert(lIndex, 1);
+    std::string& sCells = m_aRows.emplace(m_aRows.begin() + lIndex)->sCells;
+    sCells = sTabbedCells.substr(0, nEndOfCells(sTabbedCells, m_lCols));
+    BlankOut(sCells, "\r\n", 0, sCells.size());
+    Inserted(lIndex, 1);
+}
+
+void Grid::AddItems(std::vector<std::string> aTabbedRows, std::int32_t lIndex)
+{
+    if (aTabbedRows.empty())
+        return;
+    lIndex = std::clamp(lIndex, 0, Rows());
+    const auto lCount = static_cast<std::int32_t>(aTabbedRows.size());
+    AboutToInsert(lIndex, lCount);
+    m_aRows.reserve(m_aRows.size() + aTabbedRows.size());
+    auto itLine = m_aRows.insert(m_aRows.begin() + lIndex, aTabbedRows.size(), Line{});
+    for (std::string& sCells : aTabbedRows) {
+        sCells.resize(nEndOfCells(sCells, m_lCols));
+        BlankOut(sCells, "\r\n", 0, sCells.size());
+        (itLine++)->sCells = std::move(sCells);
+    }
+    Inserted(lIndex, lCount);
 }
 
 void Grid::RemoveItem(std::int32_t lIndex)
 {
-    if (lIndex < 0 || lIndex >= Rows())
-        return;
-    m_aRows.erase(m_aRows.begin() + lIndex);
-    m_aFormats.erase(m_aFormats.lower_bound({lIndex, 0}), m_aFormats.lower_bound({lIndex + 1, 0}));
-    MoveFormats(m_aFormats, lIndex + 1, -1);
-    m_lRow = std::clamp(m_lRow, 0, std::max(Rows() - 1, 0));
-    if (m_bRedraw && OnRowRemoved)
-        OnRowRemoved(lIndex);
+    if (lIndex >= 0 && lIndex < Rows())
+        RemoveRows(lIndex, 1);
+}
+
+bool Grid::MoveItems(std::int32_t lFirst, std::int32_t lLast, std::int32_t lBefore)
+{
+    if (lFirst < 0 || lLast < lFirst || lLast >= Rows() || lBefore < 0 || lBefore > Rows() ||
+        (lBefore >= lFirst && lBefore <= lLast + 1))
+        return false;
+    if (bWatched() && bRedrawLocked())
+        HeldRows().Scramble();
+    else
+        TellBefore(&GridObserver::RowsAboutToBeMoved, lFirst, lLast, lBefore);
+    const auto itRows = m_aRows.begin();
+    if (lBefore < lFirst)
+        std::rotate(itRows + lBefore, itRows + lFirst, itRows + lLast + 1);
+    else
+        std::rotate(itRows + lFirst, itRows + lLast + 1, itRows + lBefore);
+    if (m_lFirstRowHeld <= m_lLastRowHeld) {
+        m_lFirstRowHeld = 0;
+        m_lLastRowHeld = Rows() - 1;
+    }
+    if (!bRedrawLocked())
+        Tell(&GridObserver::RowsMoved, lFirst, lLast, lBefore);
+    if (m_lRow >= std::min(lFirst, lBefore) && m_lRow <= std::max(lLast, lBefore - 1))
+        TellCurrentCell();
+    return true;
+}
+
+void Grid::ChangeRow(std::int32_t lRow)
+{
+    Raise(OnLeaveCell);
+    m_lRow = std::clamp(lRow, 0, std::max(Rows() - 1, 0));  // the handler may have removed rows
+    TellCurrentCell();
+    Raise(OnEnterCell);
 }
 
 void Grid::SetRow(std::int32_t lRow)
 {
     lRow = std::clamp(lRow, 0, std::max(Rows() - 1, 0));
-    if (lRow == m_lRow)
-        return;
-    if (OnLeaveCell)
-        OnLeaveCell();
-    m_lRow = std::clamp(lRow, 0, std::max(Rows() - 1, 0));  // the handler may have removed rows
-    if (OnEnterCell)
-        OnEnterCell();
-    if (m_bRedraw)
-        RaiseChanged();
+    if (lRow != m_lRow)
+        ChangeRow(lRow);
 }
 
 bool Grid::SetCol(std::int32_t lCol)
 {
     if (lCol < 0 || lCol >= m_lCols)
         return false;
-    m_lCol = m_lColSel = lCol;
-    if (m_bRedraw)
-        RaiseChanged();
+    if (lCol != m_lCol || lCol != m_lColSel) {
+        m_lCol = m_lColSel = lCol;
+        TellCurrentCell();
+    }
     return true;
 }
 
 void Grid::SetColSel(std::int32_t lColSel)
 {
-    m_lColSel = std::clamp(lColSel, 0, m_lCols - 1);
-    if (m_bRedraw)
-        RaiseChanged();
+    lColSel = std::clamp(lColSel, 0, m_lCols - 1);
+    if (lColSel == m_lColSel)
+        return;
+    m_lColSel = lColSel;
+    TellCurrentCell();
+}
+
+void Grid::SelectRow()
+{
+    if (m_lCol == 0 && m_lColSel == m_lCols - 1)
+        return;
+    m_lCol = 0;
+    m_lColSel = m_lCols - 1;
+    TellCurrentCell();
 }
 
 void Grid::SetTopRow(std::int32_t lTopRow)
 {
+    if (lTopRow == m_lTopRow)
+        return;
     m_lTopRow = lTopRow;
-    if (m_bRedraw)
-        RaiseChanged();
-}
-
-void Grid::RaiseChanged()
-{
-    if (OnChanged)
-        OnChanged();
+    TellOrHold(m_bTopRowHeld, &GridObserver::TopRowChanged);
 }
 
 bool Grid::RowIsVisible(std::int32_t lRow) const
 {
-    return !OnRowIsVisible || OnRowIsVisible(lRow);
+    return m_lVisibleRows == 0 || (lRow >= m_lTopRow && lRow - m_lTopRow < m_lVisibleRows);
 }
 
 const CellFormat& Grid::Format(std::int32_t lRow, std::int32_t lCol) const
 {
     static const CellFormat objPlain;
-    const auto itFound = m_aFormats.find({lRow, lCol});
-    return itFound == m_aFormats.end() ? objPlain : itFound->second;
+    if (const Line* p = pLine(lRow))
+        for (const auto& [lFormatted, objFormat] : p->aFormats)
+            if (lFormatted == lCol)
+                return objFormat;
+    return objPlain;
 }
 
 void Grid::SetFormat(std::int32_t lRow, std::int32_t lCol, const CellFormat& objFormat)
 {
-    if (lRow < 0 || lRow >= Rows() || lCol < 0 || lCol >= m_lCols)
+    if (!bHasCell(lRow, lCol) || Format(lRow, lCol) == objFormat)
         return;
-    if (objFormat == CellFormat{})
-        m_aFormats.erase({lRow, lCol});
-    else
-        m_aFormats[{lRow, lCol}] = objFormat;
-    if (m_bRedraw && OnCell)
-        OnCell(lRow, lCol);
+    auto& aFormats = m_aRows[static_cast<std::size_t>(lRow)].aFormats;
+    std::erase_if(aFormats, [lCol](const auto& objEntry) { return objEntry.first == lCol; });
+    if (objFormat != CellFormat{})
+        aFormats.emplace_back(lCol, objFormat);
+    TellCell(lRow, lCol);
 }
 
 void Grid::SetColWidth(std::int32_t lCol, std::int32_t lTwips)
 {
-    m_aColWidths.at(lCol) = lTwips;
-    RaiseTableChanged();
-}
-
-void Grid::SetRedraw(bool bRedraw)
-{
-    m_bRedraw = bRedraw;
-    RaiseTableChanged();
+    std::int32_t& lWidth = m_aColWidths.at(static_cast<std::size_t>(lCol));
+    if (lWidth == lTwips)
+        return;
+    lWidth = lTwips;
+    Tell(&GridObserver::ColWidthChanged, lCol);
 }
 
 void Grid::Refresh()
 {
-    RaiseTableChanged();
+    TellOrHold(m_bRefreshHeld, &GridObserver::Refreshed);
 }
 
-void Grid::RaiseTableChanged()
+void Grid::UserChoosesRow(std::int32_t lRow)
 {
-    if (!m_bRedraw)
+    if (!bAccepts(&GridObserver::CurrentCellChanged))
         return;
-    if (OnTableChanged)
-        OnTableChanged();
-    RaiseChanged();
+    const bool bPossible = !bRedrawLocked() && lRow >= 1 && lRow < Rows();
+    if (bPossible && lRow == m_lRow)
+        return;
+    if (bPossible && (!OnBeforeRowChange || OnBeforeRowChange(lRow)))
+        SetRow(lRow);
+    else
+        TellCurrentCell();
+}
+
+void Grid::UserResizesCol(std::int32_t lCol, std::int32_t lTwips)
+{
+    if (bAccepts() && lCol >= 0 && lCol < m_lCols && lTwips >= 0)
+        SetColWidth(lCol, lTwips);
+}
+
+void Grid::UserScrolls(std::int32_t lTopRow, std::int32_t lCount)
+{
+    m_lVisibleRows = std::max(lCount, 0);
+    m_lTopRow = lTopRow;
 }

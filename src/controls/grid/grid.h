@@ -3,15 +3,17 @@
 // Room: controls/grid.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "src/controls/control.h"
+#include "src/controls/grid/row_changes.h"
 
 enum class CellPicture { None, imagePass, imageFail };
 enum class CellAlignment { Left, Centre };
@@ -28,13 +30,51 @@ struct CellFormat {
     bool operator==(const CellFormat&) const = default;
 };
 
-/// Rows and columns count from 0. A row is stored as one tab separated text, so that 30,000 rows load in a
-/// moment and cost little more than their letters. Reading a cell that isn't there gives "".
+/// First and last are both included.
+struct CellRange {
+    std::int32_t lFirstRow = 0;
+    std::int32_t lFirstCol = 0;
+    std::int32_t lLastRow = 0;
+    std::int32_t lLastCol = 0;
+    bool operator==(const CellRange&) const = default;
+};
+
+/// Made so that a model can mirror the table: each AboutTo is followed by its end, and nothing comes between.
+/// At the end of a RedrawLock the table has already changed; the ranges come in an order that keeps an
+/// observer's own row count right at each step, and cells should be read after the last one. An observer
+/// must not change the table.
+class GridObserver : public ControlObserver
+{
+public:
+    virtual void RowsAboutToBeInserted(std::int32_t /*lFirst*/, std::int32_t /*lLast*/) {}
+    virtual void RowsInserted(std::int32_t /*lFirst*/, std::int32_t /*lLast*/) {}
+    virtual void RowsAboutToBeRemoved(std::int32_t /*lFirst*/, std::int32_t /*lLast*/) {}
+    virtual void RowsRemoved(std::int32_t /*lFirst*/, std::int32_t /*lLast*/) {}
+    /// lBefore: the row that they are put in front of, counted before the move.
+    virtual void RowsAboutToBeMoved(std::int32_t /*lFirst*/, std::int32_t /*lLast*/, std::int32_t /*lBefore*/)
+    {
+    }
+    virtual void RowsMoved(std::int32_t /*lFirst*/, std::int32_t /*lLast*/, std::int32_t /*lBefore*/) {}
+    /// Read all rows again: changes under a lock that can't be told as ranges.
+    virtual void AboutToBeReset() {}
+    virtual void Reset() {}
+    virtual void CellsChanged(const CellRange& /*objCells*/) {}  ///< texts or formats; not of new rows
+    virtual void CurrentCellChanged() {}  ///< the current row or the selection; also when a person's change
+                                          ///< was refused, or the rows in front of it changed
+    virtual void TopRowChanged() {}
+    virtual void ColWidthChanged(std::int32_t /*lCol*/) {}
+    virtual void Refreshed() {}  ///< paint again; nothing changed
+};
+
+/// Rows and columns count from 0; row 0 has the headings. A row is stored as one tab separated text, so that
+/// 30,000 rows load in a moment and cost little more than their letters. Reading a cell that isn't there
+/// gives
+/// "".
 class Grid : public Control
 {
 public:
-    Grid(Form& frm, std::string sName, std::int32_t lCols);
-
+    using Observer = GridObserver;
+    Grid(Form& frmOwner, std::string sName, std::int32_t lCols);
     ControlKind eKind() const override { return ControlKind::Grid; }
 
     std::int32_t Rows() const { return static_cast<std::int32_t>(m_aRows.size()); }
@@ -49,9 +89,14 @@ public:
     /// Inserts a row in front of lIndex, from cells separated by tabs; cells beyond the last column are
     /// dropped.
     void AddItem(std::string_view sTabbedCells, std::int32_t lIndex);
+    /// Inserts many rows in front of lIndex, as AddItem does each of them.
+    void AddItems(std::vector<std::string> aTabbedRows, std::int32_t lIndex);
     void RemoveItem(std::int32_t lIndex);
+    /// Moves rows in front of row lBefore, counted before the move; False if there are no such rows, or they
+    /// are there already.
+    bool MoveItems(std::int32_t lFirst, std::int32_t lLast, std::int32_t lBefore);
 
-    std::int32_t Row() const { return m_lRow; }
+    std::int32_t Row() const { return m_lRow; }  ///< stays the same number when rows come or go
     std::int32_t Col() const { return m_lCol; }
     std::int32_t ColSel() const { return m_lColSel; }
     /// Makes a row current: OnLeaveCell before, OnEnterCell after, if it is another one. A row out of range
@@ -61,6 +106,8 @@ public:
     /// column.
     bool SetCol(std::int32_t lCol);
     void SetColSel(std::int32_t lColSel);
+    /// Selects all cells of the current row.
+    void SelectRow();
 
     std::int32_t TopRow() const { return m_lTopRow; }
     void SetTopRow(std::int32_t lTopRow);
@@ -70,34 +117,58 @@ public:
     const CellFormat& Format(std::int32_t lRow, std::int32_t lCol) const;
     void SetFormat(std::int32_t lRow, std::int32_t lCol, const CellFormat& objFormat);
 
-    std::int32_t ColWidth(std::int32_t lCol) const { return m_aColWidths.at(lCol); }  ///< twips
+    std::int32_t ColWidth(std::int32_t lCol) const { return m_aColWidths.at(static_cast<std::size_t>(lCol)); }
     void SetColWidth(std::int32_t lCol, std::int32_t lTwips);
-
-    /// While off, the view isn't told of changes; switching it on tells it once.
-    void SetRedraw(bool bRedraw);
+    /// Paints again.
     void Refresh();
 
-    std::function<void()> OnEnterCell;  ///< belongs to the logic
-    std::function<void()> OnLeaveCell;  ///< belongs to the logic
-    // The rest belongs to the binder.
-    std::function<void()> OnChanged;       ///< the current row, selection or top row
-    std::function<void()> OnTableChanged;  ///< anything else may have changed
-    std::function<void(std::int32_t lRow)> OnRowInserted;
-    std::function<void(std::int32_t lRow)> OnRowRemoved;
-    std::function<void(std::int32_t lRow, std::int32_t lCol)> OnCell;  ///< the text or format of one cell
-    std::function<bool(std::int32_t lRow)> OnRowIsVisible;
+    // A person's acts. While a RedrawLock holds, a view's rows aren't the table's, and none is taken.
+    void UserChoosesRow(std::int32_t lRow);  ///< not row 0, and only if OnBeforeRowChange lets it
+    void UserResizesCol(std::int32_t lCol, std::int32_t lTwips);
+    /// The view shows lCount rows from lTopRow on; no act, and always taken.
+    void UserScrolls(std::int32_t lTopRow, std::int32_t lCount);
+
+    // The logic's handlers.
+    std::function<void()> OnEnterCell;
+    std::function<void()> OnLeaveCell;
+    std::function<bool(std::int32_t lRow)> OnBeforeRowChange;  ///< False: a person can't go to this row
 
 private:
-    void RaiseChanged();
-    void RaiseTableChanged();
+    struct Line {
+        std::string sCells;
+        std::vector<std::pair<std::int32_t, CellFormat>> aFormats;  ///< by column; few rows have any
+        std::int32_t lFirstChanged =
+            0;  ///< cells that the views haven't been told of; none while last < first
+        std::int32_t lLastChanged = -1;
+    };
+    const Line* pLine(std::int32_t lRow) const;
+    bool bHasCell(std::int32_t lRow, std::int32_t lCol) const;
+    void AboutToInsert(std::int32_t lFirst, std::int32_t lCount);
+    void Inserted(std::int32_t lFirst, std::int32_t lCount);
+    void RemoveRows(std::int32_t lFirst, std::int32_t lCount);
+    void ChangeRow(std::int32_t lRow);
+    void TellCell(std::int32_t lRow, std::int32_t lCol);
+    void TellCurrentCell() { TellOrHold(m_bCurrentCellHeld, &GridObserver::CurrentCellChanged); }
+    RowChanges& HeldRows();
+    void HoldCell(std::int32_t lRow, std::int32_t lCol);
+    void TellHeldBack() override;
+    void TellHeldRows(const RowChanges& objChanges);
+    void TellHeldCells(const RowChanges* pChanges);
 
     std::int32_t m_lCols;
-    std::vector<std::string> m_aRows;
-    std::map<std::pair<std::int32_t, std::int32_t>, CellFormat> m_aFormats;  ///< by row, then column
+    std::vector<Line> m_aRows;
     std::vector<std::int32_t> m_aColWidths;
     std::int32_t m_lRow = 0;
     std::int32_t m_lCol = 0;
     std::int32_t m_lColSel = 0;
     std::int32_t m_lTopRow = 1;
-    bool m_bRedraw = true;
+    std::int32_t m_lVisibleRows = 0;  ///< 0 while no view says how many
+
+    // Held back under a RedrawLock
+    std::optional<RowChanges> m_objRowsHeld;
+    std::int32_t m_lFirstRowHeld = 0;  ///< between these rows are all those with changed cells
+    std::int32_t m_lLastRowHeld = -1;
+    bool m_bCurrentCellHeld = false;
+    bool m_bTopRowHeld = false;
+    bool m_bRefreshHeld = false;
 };

@@ -3,20 +3,31 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace
+{
 
 struct GridForm : Form {
     GridForm() : Form("frmGrid") {}
     Grid fg{*this, "fg", 4};
 };
 
-static std::string sRow(const Grid& fg, std::int32_t lRow)
+std::string sRow(const Grid& fg, std::int32_t lRow)
 {
     std::string sCells;
     for (std::int32_t l = 0; l < fg.Cols(); ++l)
         sCells += fg.TextMatrix(lRow, l) + "|";
     return sCells;
 }
+
+}  // namespace
 
 TEST(Grid, HasOneEmptyRowWhenNew)
 {
@@ -217,78 +228,123 @@ TEST(Grid, RemovesNothingThatIsntThere)
     EXPECT_EQ(sRow(frm.fg, 0), "||||");
 }
 
-/// Writes down what a view is told.
-static void Listen(Grid& fg, std::string& sTold)
+TEST(Grid, MovesRowsWithTheirFormats)
 {
-    fg.OnTableChanged = [&] { sTold += "table "; };
-    fg.OnRowInserted = [&](std::int32_t lRow) { sTold += "in" + std::to_string(lRow) + " "; };
-    fg.OnRowRemoved = [&](std::int32_t lRow) { sTold += "out" + std::to_string(lRow) + " "; };
-    fg.OnCell = [&](std::int32_t lRow, std::int32_t lCol) {
-        sTold += "cell" + std::to_string(lRow) + "," + std::to_string(lCol) + " ";
+    GridForm frm;
+    frm.fg.SetRows(6);
+    for (std::int32_t l = 0; l < 6; ++l)
+        frm.fg.SetTextMatrix(l, 0, std::to_string(l));
+    frm.fg.SetFormat(1, 0, {.bBold = true});
+    const auto sColumn = [&] {
+        std::string sAll;
+        for (std::int32_t l = 0; l < frm.fg.Rows(); ++l)
+            sAll += frm.fg.TextMatrix(l, 0);
+        return sAll;
     };
+
+    EXPECT_TRUE(frm.fg.MoveItems(1, 2, 5));
+    EXPECT_EQ(sColumn(), "034125");
+    EXPECT_TRUE(frm.fg.Format(3, 0).bBold);
+    EXPECT_TRUE(frm.fg.MoveItems(3, 4, 1));
+    EXPECT_EQ(sColumn(), "012345");
+
+    for (const auto& [lFirst, lLast, lBefore] : std::vector<std::array<std::int32_t, 3>>{
+             {-1, 1, 3}, {2, 1, 4}, {5, 6, 0}, {1, 2, -1}, {1, 2, 7}, {1, 2, 1}, {1, 2, 2}, {1, 2, 3}})
+        EXPECT_FALSE(frm.fg.MoveItems(lFirst, lLast, lBefore));
+    EXPECT_EQ(sColumn(), "012345");
 }
 
-TEST(Grid, TellsItsViewOfEachChange)
+TEST(Grid, TakesManyRowsAtOnceAsItTakesEach)
 {
     GridForm frm;
-    std::string sTold;
-    Listen(frm.fg, sTold);
-
-    frm.fg.AddItem("a", 1);
-    frm.fg.SetTextMatrix(1, 2, "x");
-    frm.fg.SetTextMatrix(1, 2, "x");
-    frm.fg.SetFormat(1, 3, {.bBold = true});
-    frm.fg.RemoveItem(0);
-    frm.fg.SetRows(5);
-    frm.fg.SetColWidth(1, 495);
-    frm.fg.Refresh();
-
-    EXPECT_EQ(sTold, "in1 cell1,2 cell1,3 out0 table table table ");
-    EXPECT_EQ(frm.fg.ColWidth(1), 495);
+    frm.fg.SetRows(2);
+    frm.fg.AddItems({"a\tb", "1\t2\t3\t4\t5", "x\r\ty"}, 1);
+    EXPECT_EQ(frm.fg.Rows(), 5);
+    EXPECT_EQ(sRow(frm.fg, 1), "a|b|||");
+    EXPECT_EQ(sRow(frm.fg, 2), "1|2|3|4|");
+    EXPECT_EQ(sRow(frm.fg, 3), "x |y|||");
+    frm.fg.AddItems({}, 1);
+    EXPECT_EQ(frm.fg.Rows(), 5);
 }
 
-TEST(Grid, TellsOfTheCurrentRowWithoutCallingTheTableChanged)
+TEST(Grid, SelectsAllCellsOfARow)
 {
     GridForm frm;
-    frm.fg.SetRows(3);
-    std::string sTold;
-    Listen(frm.fg, sTold);
-    int nChanged = 0;
-    frm.fg.OnChanged = [&] { ++nChanged; };
-
-    frm.fg.SetRow(2);
-    frm.fg.SetCol(1);
-    frm.fg.SetColSel(3);
-    frm.fg.SetTopRow(2);
-
-    EXPECT_EQ(sTold, "");
-    EXPECT_EQ(nChanged, 4);
-    EXPECT_EQ(frm.fg.TopRow(), 2);
-}
-
-TEST(Grid, TellsItsViewOnceAfterRedrawWasOff)
-{
-    GridForm frm;
-    std::string sTold;
-    Listen(frm.fg, sTold);
-
-    frm.fg.SetRedraw(false);
-    for (int i = 0; i < 100; ++i)
-        frm.fg.AddItem("a", 1);
-    frm.fg.SetTextMatrix(1, 1, "x");
-    frm.fg.SetRow(3);
-    frm.fg.RemoveItem(2);
-    EXPECT_EQ(sTold, "");
-    frm.fg.SetRedraw(true);
-
-    EXPECT_EQ(sTold, "table ");
+    frm.fg.SetCol(2);
+    frm.fg.SelectRow();
+    EXPECT_EQ(frm.fg.Col(), 0);
+    EXPECT_EQ(frm.fg.ColSel(), 3);
 }
 
 TEST(Grid, TakesEveryRowForVisibleUntilAViewKnowsBetter)
 {
     GridForm frm;
     EXPECT_TRUE(frm.fg.RowIsVisible(0));
-    frm.fg.OnRowIsVisible = [](std::int32_t lRow) { return lRow == 7; };
+    frm.fg.UserScrolls(7, 1);
     EXPECT_FALSE(frm.fg.RowIsVisible(0));
     EXPECT_TRUE(frm.fg.RowIsVisible(7));
+    EXPECT_FALSE(frm.fg.RowIsVisible(8));
+    EXPECT_EQ(frm.fg.TopRow(), 7);
+}
+
+TEST(Grid, LetsAPersonChooseAnyRowButTheHeader)
+{
+    GridForm frm;
+    frm.fg.SetRows(4);
+    std::string sEvents;
+    frm.fg.OnLeaveCell = [&] { sEvents += "leave" + std::to_string(frm.fg.Row()) + " "; };
+    frm.fg.OnEnterCell = [&] { sEvents += "enter" + std::to_string(frm.fg.Row()) + " "; };
+
+    frm.fg.UserChoosesRow(2);
+    frm.fg.UserChoosesRow(2);
+    frm.fg.UserChoosesRow(0);
+    frm.fg.UserChoosesRow(-1);
+    frm.fg.UserChoosesRow(4);
+    frm.fg.SetEnabled(false);
+    frm.fg.UserChoosesRow(3);
+
+    EXPECT_EQ(sEvents, "leave0 enter2 ");
+    EXPECT_EQ(frm.fg.Row(), 2);
+}
+
+TEST(Grid, AsksItsLogicBeforeAPersonChangesTheRow)
+{
+    GridForm frm;
+    frm.fg.SetRows(4);
+    frm.fg.SetRow(1);
+    std::int32_t lAsked = -1;
+    bool bLet = false;
+    frm.fg.OnBeforeRowChange = [&](std::int32_t lRow) {
+        lAsked = lRow;
+        return bLet;
+    };
+
+    frm.fg.UserChoosesRow(3);
+    EXPECT_EQ(lAsked, 3);
+    EXPECT_EQ(frm.fg.Row(), 1);
+    bLet = true;
+    frm.fg.UserChoosesRow(3);
+    EXPECT_EQ(frm.fg.Row(), 3);
+
+    bLet = false;
+    frm.fg.SetRow(2);
+    EXPECT_EQ(frm.fg.Row(), 2);
+}
+
+TEST(Grid, TakesNoRowChangeFromAViewThatIsBehind)
+{
+    GridForm frm;
+    frm.fg.SetRows(4);
+    const RedrawLock objLock(frm.fg);
+    frm.fg.UserChoosesRow(3);
+    EXPECT_EQ(frm.fg.Row(), 0);
+}
+
+TEST(Grid, KeepsTheWidthThatAPersonGivesAColumn)
+{
+    GridForm frm;
+    frm.fg.UserResizesCol(1, 495);
+    frm.fg.UserResizesCol(4, 495);
+    frm.fg.UserResizesCol(1, -1);
+    EXPECT_EQ(frm.fg.ColWidth(1), 495);
 }

@@ -1,6 +1,8 @@
 // Combo boxes: entries, selection and text, by the program and by a person.
 #include "src/controls/lists/combo_box.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <string>
 

@@ -1,6 +1,8 @@
 // List boxes: entries and the selected one.
 #include "src/controls/lists/list_box.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 
 #include "src/base/raised_error.h"
