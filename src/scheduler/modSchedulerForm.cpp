@@ -178,8 +178,8 @@ void cmdSelectScheduledJobFile_Click(Application& app)
     frmScheduler& frm = app.frmScheduler;
     // Asked of the window itself: a translated title with the word "save" in it must not turn this into a
     // dialog that saves.
-    frm.sEditJobFile = app.svc.objWindows.sPickFile(sTranslate(app, "Select .VJB Job File"),
-                                                    "VJB Job File (*.vjb)|*.vjb", 1, false);
+    FilePicker objPicker{sTranslate(app, "Select .VJB Job File"), "VJB Job File (*.vjb)|*.vjb"};
+    frm.sEditJobFile = app.svc.objWindows.sPickFile(objPicker);
     if (frm.sEditJobFile.empty())
         return ShowScheduleMessage(app, "Please select a job file");
     if (!bFileExists(app, frm.sEditJobFile))
