@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "src/dispatch/modDispatcher.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
 #include "src/platform/window_services.h"
@@ -86,46 +87,54 @@ static void SetCaptions(frmScheduler& frm)
         pText->SetTag("TranslateFalse");
 }
 
-static void ShowKind(frmScheduler& frm)
+static void ShowKind(Application& app)
 {
+    frmScheduler& frm = app.frmScheduler;
     frm.fraTimeBased.SetVisible(frm.optTimeBased.Value());
     frm.fraCalendarBased.SetVisible(frm.optCalendarBased.Value());
 }
 
-static void ShowCalendarKind(frmScheduler& frm)
+static void ShowCalendarKind(Application& app)
 {
+    frmScheduler& frm = app.frmScheduler;
     frm.fraDaily.SetVisible(frm.optDaily.Value());
     frm.fraWeekly.SetVisible(frm.optWeekly.Value());
     frm.fraMonthly.SetVisible(frm.optMonthly.Value());
 }
 
+static void EnableNumDays(Application& app)
+{
+    app.frmScheduler.txtNumDays.SetEnabled(app.frmScheduler.optNumDays.Value());
+}
+
 static void ConnectHandlers(Application& app)
 {
     frmScheduler& frm = app.frmScheduler;
-    frm.TabStrip1.OnClick = [&app] { TabStrip1_Click(app); };
+    frm.TabStrip1.OnClick = Handler(app, TabStrip1_Click);
     for (OptionButton* pOption : {&frm.optTimeBased, &frm.optCalendarBased})
-        pOption->OnClick = [&frm] { ShowKind(frm); };
+        pOption->OnClick = Handler(app, ShowKind);
     for (OptionButton* pOption : {&frm.optDaily, &frm.optWeekly, &frm.optMonthly})
-        pOption->OnClick = [&frm] { ShowCalendarKind(frm); };
-    frm.optNumDays.OnClick = [&frm] { frm.txtNumDays.SetEnabled(true); };
-    frm.optWeekdays.OnClick = [&frm] { frm.txtNumDays.SetEnabled(false); };
-    frm.cmdSelectScheduledJobFile.OnClick = [&app] { cmdSelectScheduledJobFile_Click(app); };
-    frm.picScheduledJobFile.OnClick = [&app] { cmdSelectScheduledJobFile_Click(app); };
-    frm.cmdStartTimer.OnClick = [&app] { cmdStartTimer_Click(app); };
-    frm.cmdEndTimer.OnClick = [&app] { StopTimer(app); };
-    frm.cmdDone.OnClick = [&app] { cmdDone_Click(app); };
+        pOption->OnClick = Handler(app, ShowCalendarKind);
+    for (OptionButton* pOption : {&frm.optNumDays, &frm.optWeekdays})
+        pOption->OnClick = Handler(app, EnableNumDays);
+    for (CommandButton* pButton : {&frm.cmdSelectScheduledJobFile, &frm.picScheduledJobFile})
+        pButton->OnClick = Handler(app, cmdSelectScheduledJobFile_Click);
+    frm.cmdStartTimer.OnClick = Handler(app, cmdStartTimer_Click);
+    frm.cmdEndTimer.OnClick = Handler(app, StopTimer);
+    frm.cmdDone.OnClick = Handler(app, cmdDone_Click);
 }
 
 // A form that was unloaded starts again with nothing chosen, so that reading the settings raises every
 // handler.
-static void ClearChoices(frmScheduler& frm)
+static void ClearChoices(Application& app)
 {
+    frmScheduler& frm = app.frmScheduler;
     for (OptionButton* pOption :
          {&frm.optTimeBased, &frm.optCalendarBased, &frm.optDaily, &frm.optWeekly, &frm.optMonthly,
           &frm.optNumDays, &frm.optWeekdays, &frm.optImmediately, &frm.optSkip})
         pOption->SetValue(false);
-    ShowKind(frm);
-    ShowCalendarKind(frm);
+    ShowKind(app);
+    ShowCalendarKind(app);
 }
 
 void frmScheduler_Load(Application& app)
@@ -134,7 +143,7 @@ void frmScheduler_Load(Application& app)
     frm.bLoaded = true;
     FillLists(frm);
     SetCaptions(frm);
-    ClearChoices(frm);
+    ClearChoices(app);
     ConnectHandlers(app);
     ReadIniFileScheduler(app);
     frm.TabStrip1.SelectTab(kTabSetUp);

@@ -2,6 +2,7 @@
 #include "src/scheduler/modSchedulerLink.h"
 
 #include "src/commands/modMenuToolbar.h"
+#include "src/dispatch/modDispatcher.h"
 #include "src/engine/modJobRun.h"
 #include "src/forms/Application.h"
 #include "src/job/modJobFiles.h"
@@ -17,10 +18,11 @@ void LinkScheduler(Application& app)
                                                 std::int32_t lMinutes, std::int32_t lSeconds) {
         frmSched_DisplayTimeRemainingEvent(app, lDays, lHours, lMinutes, lSeconds);
     };
-    app.frmMainMDI.mnuScheduleConversionJob.OnClick = [&app] { mnuScheduleConversionJob_Click(app); };
+    app.frmMainMDI.mnuScheduleConversionJob.OnClick = Handler(app, mnuScheduleConversionJob_Click);
     SetUpScheduler(app, app.sIniFile);
+    // An act of its own: whatever keeps the schedule from beginning must not keep the program from starting.
     if (frmSched.bPersistRunning)
-        cmdStartTimer_Click(app);
+        Dispatch(app, Act::Ordinary, [&app] { cmdStartTimer_Click(app); });
 }
 
 void mnuScheduleConversionJob_Click(Application& app)

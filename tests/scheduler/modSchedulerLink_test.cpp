@@ -213,6 +213,18 @@ TEST_F(ScheduledJob, SaysWhyItCannotBeginWithTheProgram)
     EXPECT_EQ(aMessages(), Texts{"Job file does not exist"});
 }
 
+TEST_F(ScheduledJob, LetsTheProgramStartEvenIfItCannotBegin)
+{
+    SetMonthly("31st", "1");
+    app.frmScheduler.bPersistRunning = true;
+
+    LinkScheduler(app);
+
+    EXPECT_FALSE(bTimerOn());
+    EXPECT_EQ(aMessages().back(), "Type mismatch");
+    EXPECT_EQ(app.windows.boxes.back().title, "Error");
+}
+
 TEST_F(ScheduledJob, IsScheduledInAModalForm)
 {
     LinkScheduler(app);
