@@ -1,6 +1,6 @@
-# Makes gnuplot.emf: gnuplot plot.gp
+# Makes good/gnuplot-plot.emf: gnuplot plot.gp
 set term emf enhanced color size 400,265 font "Arial,11"
-set output "gnuplot.emf"
+set output "good/gnuplot-plot.emf"
 set samples 30
 set title "Measured {/Symbol a}_1 and x^2"
 set xlabel "time / s"

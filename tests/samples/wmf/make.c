@@ -1,4 +1,4 @@
-/* Writes shapes.wmf with libUEMF, an encoder that isn't ours: cc make.c -luemf -lm -o make && ./make shapes.wmf */
+/* Writes good/libuemf-shapes.wmf with libUEMF, an encoder that isn't ours: cc make.c -luemf -lm -o make && ./make good/libuemf-shapes.wmf */
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>

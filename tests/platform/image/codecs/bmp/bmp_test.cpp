@@ -115,7 +115,7 @@ static ByteMaker Embedding(std::uint32_t compression, const std::vector<std::uin
 
 TEST(BmpDecoder, DecodesEmbeddedJpeg)
 {
-    const auto jpeg = FileContent(SamplePath("jpeg/baseline.jpg"));
+    const auto jpeg = FileContent(SamplePath("jpeg/good/cjpeg-baseline.jpg"));
 
     const auto image = Decoded(kBmpCodec, Embedding(4, jpeg).Data());
 

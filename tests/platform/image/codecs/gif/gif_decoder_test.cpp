@@ -120,9 +120,11 @@ TEST_P(GifPages, MatchCompositionOfOtherPrograms)
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, GifPages,
-                         testing::Values("plain.gif", "interlaced.gif", "grey.gif", "two-colours.gif",
-                                         "transparent.gif", "optimised.gif", "sicle.gif", "dispose-none.gif",
-                                         "dispose-background.gif", "dispose-previous.gif"),
+                         testing::Values("good/gm-plain.gif", "good/im-interlaced.gif", "good/pil-grey.gif",
+                                         "good/pil-two-colours.gif", "good/pil-transparent.gif",
+                                         "good/im-optimised.gif", "good/gifsicle-optimised.gif",
+                                         "good/im-dispose-none.gif", "good/im-dispose-background.gif",
+                                         "good/im-dispose-previous.gif"),
                          [](const auto& test) {
                              std::string name = test.param;
                              std::erase_if(
@@ -132,15 +134,16 @@ INSTANTIATE_TEST_SUITE_P(Samples, GifPages,
 
 TEST(GifDecoder, ReturnsGreyColourOrAlphaAsNeeded)
 {
-    EXPECT_EQ(Decoded(kGifCodec, Sample("grey.gif"))->channels, 1);
-    EXPECT_EQ(Decoded(kGifCodec, Sample("plain.gif"))->channels, 3);
-    EXPECT_EQ(Decoded(kGifCodec, Sample("transparent.gif"))->channels, 4);
+    EXPECT_EQ(Decoded(kGifCodec, Sample("good/pil-grey.gif"))->channels, 1);
+    EXPECT_EQ(Decoded(kGifCodec, Sample("good/gm-plain.gif"))->channels, 3);
+    EXPECT_EQ(Decoded(kGifCodec, Sample("good/pil-transparent.gif"))->channels, 4);
 }
 
 TEST(GifDecoder, DecodesFilesOfOtherPrograms)
 {
     const auto scene = ReadPnm(SamplePath("gif/scene.ppm"));
-    for (const char* name : {"plain.gif", "interlaced.gif", "optimised.gif", "sicle.gif"})
+    for (const char* name : {"good/gm-plain.gif", "good/im-interlaced.gif", "good/im-optimised.gif",
+                             "good/gifsicle-optimised.gif"})
         EXPECT_LE(DifferenceBetween(*Decoded(kGifCodec, Sample(name)), *scene).greatest, 3) << name;
 }
 
@@ -308,7 +311,7 @@ TEST(GifDecoder, DeinterlacesRows)
 
 TEST(GifDecoder, DecodesPagesInAnyOrder)
 {
-    const Block file = Sample("dispose-previous.gif");
+    const Block file = Sample("good/im-dispose-previous.gif");
     const Pages in_order = PagesOf(file);
     InputFile input(file);
     const auto decoder = kGifCodec.open(input);
@@ -327,7 +330,7 @@ TEST(GifDecoder, DecodesPagesInAnyOrder)
 
 TEST(GifDecoder, RefusesTruncatedFrameButKeepsEarlierOnes)
 {
-    const Block file = Sample("cut.gif");
+    const Block file = Sample("cut/last-frame.gif");
     InputFile input(file);
     const auto decoder = kGifCodec.open(input);
     const std::int32_t last = decoder->FrameCount() - 1;
@@ -343,7 +346,7 @@ TEST(GifDecoder, RefusesTruncatedFrameButKeepsEarlierOnes)
 
 TEST(GifDecoder, RefusesTruncationAtAnyByte)
 {
-    const Block file = Sample("plain.gif");
+    const Block file = Sample("good/gm-plain.gif");
     for (std::size_t size = 0; size + 1 < file.size(); ++size)
         EXPECT_FALSE(Decoded(kGifCodec, Bytes(file).first(size))) << size;
     EXPECT_TRUE(Decoded(kGifCodec, Bytes(file).first(file.size() - 1)));  // only the trailer is missing
@@ -351,10 +354,10 @@ TEST(GifDecoder, RefusesTruncationAtAnyByte)
 
 TEST(GifDecoder, RefusesCorruptAndForeignFiles)
 {
-    for (const char* name : {"cut-first.gif", "lies-about-size.gif", "foreign.gif"})
+    for (const char* name : {"cut/in-pixels.gif", "lying/size.gif", "foreign/png.gif"})
         EXPECT_FALSE(Decoded(kGifCodec, Sample(name))) << name;
-    EXPECT_FALSE(kGifCodec.sniff(Sample("foreign.gif"), "gif"));
-    EXPECT_TRUE(kGifCodec.sniff(Sample("plain.gif"), ""));
+    EXPECT_FALSE(kGifCodec.sniff(Sample("foreign/png.gif"), "gif"));
+    EXPECT_TRUE(kGifCodec.sniff(Sample("good/gm-plain.gif"), ""));
     EXPECT_EQ(Frames(GifMaker(1, 1, kColours).End().File()), 0);
     EXPECT_EQ(Frames(GifMaker(0, 0, kColours).Frame(0, 0, 0, 0, {}).End().File()), 0);
 }
@@ -392,7 +395,7 @@ TEST(GifDecoder, StopsCountingFramesAtLimit)
 
 TEST(GifDecoder, SurvivesCorruptionOfAnySingleByte)
 {
-    const Block file = Sample("dispose-previous.gif");
+    const Block file = Sample("good/im-dispose-previous.gif");
     for (std::size_t i = 0; i < file.size(); ++i) {
         Block broken = file;
         broken[i] = static_cast<std::uint8_t>(broken[i] ^ (i % 3 == 0 ? 0x01 : i % 3 == 1 ? 0x80 : 0xFF));

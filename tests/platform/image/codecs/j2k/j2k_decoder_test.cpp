@@ -97,13 +97,14 @@ TEST_P(J2kKinds, DecodeToScene)
 
 INSTANTIATE_TEST_SUITE_P(
     Samples, J2kKinds,
-    testing::Values(J2kSample{"plain.j2k", "scene.ppm", 0}, J2kSample{"plain.jp2", "scene.ppm", 0},
-                    J2kSample{"tiles.j2k", "scene.ppm", 0}, J2kSample{"offset.j2k", "scene.ppm", 0},
-                    J2kSample{"packets.jp2", "scene.ppm", 0}, J2kSample{"parts.j2k", "scene.ppm", 0},
-                    J2kSample{"pillow.jp2", "scene.ppm", 0}, J2kSample{"lossy.j2k", "scene.ppm", 60},
-                    J2kSample{"magick.jp2", "scene.ppm", 40}, J2kSample{"grey.jp2", "scene-grey.pgm", 0},
-                    J2kSample{"bit1.j2k", "scene-bit1.pgm", 0}, J2kSample{"bits12.j2k", "scene.ppm", 0},
-                    J2kSample{"bits16.j2k", "scene.ppm", 0}, J2kSample{"signed.j2k", "scene.ppm", 0}),
+    testing::Values(
+        J2kSample{"good/opj-plain.j2k", "scene.ppm", 0}, J2kSample{"good/opj-plain.jp2", "scene.ppm", 0},
+        J2kSample{"good/opj-tiles.j2k", "scene.ppm", 0}, J2kSample{"good/opj-offset.j2k", "scene.ppm", 0},
+        J2kSample{"good/opj-packets.jp2", "scene.ppm", 0}, J2kSample{"good/opj-parts.j2k", "scene.ppm", 0},
+        J2kSample{"good/pil-tiles.jp2", "scene.ppm", 0}, J2kSample{"good/opj-lossy.j2k", "scene.ppm", 60},
+        J2kSample{"good/im-lossy.jp2", "scene.ppm", 40}, J2kSample{"good/opj-grey.jp2", "scene-grey.pgm", 0},
+        J2kSample{"good/opj-bit1.j2k", "scene-bit1.pgm", 0}, J2kSample{"good/opj-bits12.j2k", "scene.ppm", 0},
+        J2kSample{"good/opj-bits16.j2k", "scene.ppm", 0}, J2kSample{"good/opj-signed.j2k", "scene.ppm", 0}),
     [](const auto& test) {
         std::string name = test.param.name;
         std::erase_if(name, [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); });
@@ -113,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(J2kDecoder, MatchesReferenceDecoderExactly)
 {
     const TestFolder folder;
-    for (const char* name : {"lossy.j2k", "magick.jp2"}) {
+    for (const char* name : {"good/opj-lossy.j2k", "good/im-lossy.jp2"}) {
         ASSERT_TRUE(RunCommand("opj_decompress -i " + SamplePath(std::string("j2k/") + name) + " -o " +
                                folder.Path("out.png") + " && " + ImageMagick("convert") + " " +
                                folder.Path("out.png") + " " + folder.Path("out.ppm")));
@@ -126,7 +127,7 @@ TEST(J2kDecoder, MatchesReferenceDecoderExactly)
 
 TEST(J2kDecoder, TreatsSubsampledComponentsAsChroma)
 {
-    const auto image = Decoded(kJ2kCodec, Sample("ycc420.j2k"));
+    const auto image = Decoded(kJ2kCodec, Sample("good/opj-ycc420.j2k"));
 
     ASSERT_TRUE(image);
     EXPECT_EQ(image->channels, 3);
@@ -135,8 +136,8 @@ TEST(J2kDecoder, TreatsSubsampledComponentsAsChroma)
 
 TEST(J2kDecoder, FindsAlphaByChannelDefinition)
 {
-    const auto colour = Decoded(kJ2kCodec, Sample("alpha.jp2")),
-               grey = Decoded(kJ2kCodec, Sample("grey-alpha.jp2"));
+    const auto colour = Decoded(kJ2kCodec, Sample("good/pil-alpha.jp2")),
+               grey = Decoded(kJ2kCodec, Sample("good/pil-grey-alpha.jp2"));
     ASSERT_TRUE(colour && grey);
     ASSERT_EQ(colour->channels, 4);
     ASSERT_EQ(grey->channels, 4);
@@ -264,7 +265,7 @@ TEST(J2kDecoder, ReadsResolutionAndMetadata)
 
 TEST(J2kDecoder, RefusesTruncationAtAnyByte)
 {
-    for (const char* name : {"plain.j2k", "packets.jp2", "parts.j2k"}) {
+    for (const char* name : {"good/opj-plain.j2k", "good/opj-packets.jp2", "good/opj-parts.j2k"}) {
         const Block file = Sample(name);
         for (std::size_t size = 0; size < file.size(); ++size)
             ASSERT_FALSE(Decoded(kJ2kCodec, Bytes(file).first(size))) << name << " " << size;
@@ -273,7 +274,7 @@ TEST(J2kDecoder, RefusesTruncationAtAnyByte)
 
 TEST(J2kDecoder, AcceptsUnsizedLastTilePartBeforeEndMarker)
 {
-    Block file = Sample("plain.j2k");
+    Block file = Sample("good/opj-plain.j2k");
     const std::size_t part = MarkerAt(file, 0x90);
     std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(part) + 6, 4, std::uint8_t{0});
 
@@ -287,7 +288,7 @@ TEST(J2kDecoder, AcceptsUnsizedLastTilePartBeforeEndMarker)
 
 TEST(J2kDecoder, RefusesFilesWithMissingTile)
 {
-    Block file = Sample("tiles.j2k");
+    Block file = Sample("good/opj-tiles.j2k");
     // Cuts out the first tile-part.
     const std::size_t part = MarkerAt(file, 0x90);
     const std::size_t length = file[part + 8] * 256u + file[part + 9];
@@ -299,16 +300,17 @@ TEST(J2kDecoder, RefusesFilesWithMissingTile)
 
 TEST(J2kDecoder, RefusesCorruptAndForeignFiles)
 {
-    for (const char* name : {"cut.j2k", "cut.jp2", "lies-about-size.jp2", "too-large.j2k", "foreign.j2k"})
+    for (const char* name : {"cut/in-pixels.j2k", "cut/in-pixels.jp2", "lying/size.jp2",
+                             "lying/too-large.j2k", "foreign/png.j2k"})
         EXPECT_FALSE(Decoded(kJ2kCodec, Sample(name))) << name;
-    EXPECT_FALSE(kJ2kCodec.sniff(Sample("foreign.j2k"), "j2k"));
-    EXPECT_TRUE(kJ2kCodec.sniff(Sample("plain.j2k"), ""));
-    EXPECT_TRUE(kJ2kCodec.sniff(Sample("plain.jp2"), ""));
+    EXPECT_FALSE(kJ2kCodec.sniff(Sample("foreign/png.j2k"), "j2k"));
+    EXPECT_TRUE(kJ2kCodec.sniff(Sample("good/opj-plain.j2k"), ""));
+    EXPECT_TRUE(kJ2kCodec.sniff(Sample("good/opj-plain.jp2"), ""));
 }
 
 TEST(J2kCodestream, IsRefusedIfTilesOrPacketsExceedItsSize)
 {
-    const Block good = Sample("plain.j2k");
+    const Block good = Sample("good/opj-plain.j2k");
     const std::size_t siz = MarkerAt(good, 0x51), cod = MarkerAt(good, 0x52);
     J2kSize size;
     ASSERT_TRUE(MayDecode(good, size));
@@ -333,7 +335,7 @@ TEST(J2kCodestream, IsRefusedIfTilesOrPacketsExceedItsSize)
 
 TEST(J2kDecoder, SurvivesCorruptionOfAnySingleByte)
 {
-    for (const char* name : {"packets.jp2", "bit1.j2k"}) {
+    for (const char* name : {"good/opj-packets.jp2", "good/opj-bit1.j2k"}) {
         const Block file = Sample(name);
         for (std::size_t i = 0; i < file.size(); i += i < 400 ? 1 : 4) {  // after that there are only packets
             Block broken = file;

@@ -85,9 +85,10 @@ TEST_P(JpegKinds, MatchOtherDecoders)
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, JpegKinds,
-                         testing::Values("baseline.jpg", "progressive.jpg", "wide-chroma.jpg",
-                                         "tall-chroma.jpg", "restarts.jpg", "arithmetic.jpg", "grey.jpg",
-                                         "rgb.jpg"),
+                         testing::Values("good/cjpeg-baseline.jpg", "good/cjpeg-progressive.jpg",
+                                         "good/cjpeg-wide-chroma.jpg", "good/cjpeg-tall-chroma.jpg",
+                                         "good/cjpeg-restarts.jpg", "good/cjpeg-arithmetic.jpg",
+                                         "good/cjpeg-grey.jpg", "good/cjpeg-rgb.jpg"),
                          [](const auto& test) {
                              std::string name = test.param;
                              std::erase_if(
@@ -97,7 +98,8 @@ INSTANTIATE_TEST_SUITE_P(Samples, JpegKinds,
 
 TEST(JpegDecoder, MatchesReferenceDecoderExactly)
 {
-    for (const char* name : {"baseline.jpg", "progressive.jpg", "grey.jpg"}) {
+    for (const char* name :
+         {"good/cjpeg-baseline.jpg", "good/cjpeg-progressive.jpg", "good/cjpeg-grey.jpg"}) {
         const auto image = Decoded(kJpegCodec, Sample(name));
         ASSERT_TRUE(image) << name;
         EXPECT_EQ(DifferenceBetween(*image, By("djpeg -dct int", name, ">")).greatest, 0) << name;
@@ -126,7 +128,7 @@ TEST(JpegDecoder, DecodesLargeProgressiveFileExactly)
 
 TEST(JpegDecoder, ConvertsEveryKindOfCmykToScene)
 {
-    for (const char* name : {"cmyk.jpg", "cmyk-plain.jpg", "ycck.jpg"}) {
+    for (const char* name : {"good/pil-cmyk.jpg", "good/pil-cmyk-plain.jpg", "good/im-ycck.jpg"}) {
         const auto image = Decoded(kJpegCodec, Sample(name));
         ASSERT_TRUE(image) << name;
         EXPECT_EQ(image->channels, 3);
@@ -137,8 +139,8 @@ TEST(JpegDecoder, ConvertsEveryKindOfCmykToScene)
 
 TEST(JpegDecoder, ConvertsCmykThroughEmbeddedProfile)
 {
-    const Block file = WithSegment(Sample("cmyk.jpg"), 2, kIcc, IccPart(1, 1, CmykProfile()));
-    const auto plain = Decoded(kJpegCodec, Sample("cmyk.jpg"));
+    const Block file = WithSegment(Sample("good/pil-cmyk.jpg"), 2, kIcc, IccPart(1, 1, CmykProfile()));
+    const auto plain = Decoded(kJpegCodec, Sample("good/pil-cmyk.jpg"));
     const auto image = Decoded(kJpegCodec, file);
 
     ASSERT_TRUE(image);
@@ -161,8 +163,9 @@ TEST_P(RefusedJpeg, ReturnsFalseFromDecoder)
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, RefusedJpeg,
-                         testing::Values("cut.jpg", "no-end.jpg", "end-too-soon.jpg", "lies-about-size.jpg",
-                                         "too-large.jpg", "many-scans.jpg", "foreign.jpg", "README.md"),
+                         testing::Values("cut/in-pixels.jpg", "cut/no-end.jpg", "cut/end-too-soon.jpg",
+                                         "lying/size.jpg", "lying/too-large.jpg", "lying/many-scans.jpg",
+                                         "foreign/gif.jpg", "README.md"),
                          [](const auto& test) {
                              std::string name = test.param;
                              std::erase_if(
@@ -172,7 +175,8 @@ INSTANTIATE_TEST_SUITE_P(Samples, RefusedJpeg,
 
 TEST(JpegDecoder, RefusesTruncationAtAnyByte)
 {
-    for (const char* name : {"baseline.jpg", "progressive.jpg", "arithmetic.jpg", "restarts.jpg"}) {
+    for (const char* name : {"good/cjpeg-baseline.jpg", "good/cjpeg-progressive.jpg",
+                             "good/cjpeg-arithmetic.jpg", "good/cjpeg-restarts.jpg"}) {
         const Block good = Sample(name);
         for (std::size_t n = 0; n < good.size(); ++n)
             ASSERT_FALSE(Decoded(kJpegCodec, Bytes(good).first(n))) << name << " cut to " << n;
@@ -181,8 +185,8 @@ TEST(JpegDecoder, RefusesTruncationAtAnyByte)
 
 TEST(JpegDecoder, SurvivesCorruptionOfAnySingleByte)
 {
-    for (const char* name :
-         {"baseline.jpg", "progressive.jpg", "arithmetic.jpg", "restarts.jpg", "ycck.jpg"}) {
+    for (const char* name : {"good/cjpeg-baseline.jpg", "good/cjpeg-progressive.jpg",
+                             "good/cjpeg-arithmetic.jpg", "good/cjpeg-restarts.jpg", "good/im-ycck.jpg"}) {
         const Block good = Sample(name);
         int decoded = 0;
         for (std::size_t n = 0; n < good.size(); ++n)
@@ -197,7 +201,7 @@ TEST(JpegDecoder, SurvivesCorruptionOfAnySingleByte)
 
 TEST(JpegDecoder, DecodesDamageBetweenRestartMarkers)
 {
-    const Block good = Sample("restarts.jpg");
+    const Block good = Sample("good/cjpeg-restarts.jpg");
     Block changed = good;
     // Inverts a byte halfway between two restart markers, inside entropy-coded data.
     const auto is_restart = [&](std::size_t n) { return good[n] == 0xFF && good[n + 1] == 0xD0; };
@@ -214,7 +218,7 @@ TEST(JpegDecoder, DecodesDamageBetweenRestartMarkers)
 
 TEST(JpegDecoder, RefusesTooManyMegapixelsBeforeDecoding)
 {
-    Block large = Sample("arithmetic.jpg");  // arithmetic coding has no minimum size
+    Block large = Sample("good/cjpeg-arithmetic.jpg");  // arithmetic coding has no minimum size
     const std::uint8_t frame[] = {0xFF, 0xC9};
     const auto found = std::search(large.begin(), large.end(), std::begin(frame), std::end(frame));
     ASSERT_NE(found, large.end());
@@ -229,7 +233,7 @@ TEST(JpegDecoder, RefusesTooManyMegapixelsBeforeDecoding)
 
 TEST(JpegDecoder, ReadsResolutionFromJfifOrExif)
 {
-    Block file = Sample("baseline.jpg");  // JFIF: unit at 13, then two densities
+    Block file = Sample("good/cjpeg-baseline.jpg");  // JFIF: unit at 13, then two densities
     const auto set_density = [&](std::uint8_t unit, std::uint8_t x, std::uint8_t y) {
         file[13] = unit;
         file[14] = file[16] = 0;
@@ -261,7 +265,7 @@ TEST(JpegDecoder, ReadsXmpIptcAndProfileInParts)
     const Block profile = SwappedProfile();
     const Block first(profile.begin(), profile.begin() + 100);
     const Block second(profile.begin() + 100, profile.end());
-    Block file = WithSegment(Sample("baseline.jpg"), 1, kXmp, xmp);
+    Block file = WithSegment(Sample("good/cjpeg-baseline.jpg"), 1, kXmp, xmp);
     file = WithSegment(file, 13, kPhotoshop, resources);
     file = WithSegment(file, 2, kIcc, IccPart(1, 2, first));
     file = WithSegment(file, 2, kIcc, IccPart(2, 2, second));  // precedes part 1 in the file
@@ -276,7 +280,7 @@ TEST(JpegDecoder, ReadsXmpIptcAndProfileInParts)
 
 TEST(JpegDecoder, DropsInvalidProfileAndProfileOfOtherSpace)
 {
-    const Block good = Sample("baseline.jpg");
+    const Block good = Sample("good/cjpeg-baseline.jpg");
     const Block profile = SwappedProfile();
     for (const Block& part : {IccPart(1, 2, profile), IccPart(0, 1, profile), IccPart(2, 1, profile),
                               IccPart(1, 1, GreyProfile(1)), IccPart(1, 1, {}), Block{1}}) {
@@ -284,8 +288,9 @@ TEST(JpegDecoder, DropsInvalidProfileAndProfileOfOtherSpace)
         ASSERT_TRUE(image);
         EXPECT_TRUE(image->icc_profile.empty());
     }
-    EXPECT_TRUE(Decoded(kJpegCodec, WithSegment(Sample("grey.jpg"), 2, kIcc, IccPart(1, 1, profile)))
-                    ->icc_profile.empty());
+    EXPECT_TRUE(
+        Decoded(kJpegCodec, WithSegment(Sample("good/cjpeg-grey.jpg"), 2, kIcc, IccPart(1, 1, profile)))
+            ->icc_profile.empty());
 }
 
 TEST(JpegLoad, RotatesPhotographUprightAndResetsOrientation)
@@ -294,7 +299,7 @@ TEST(JpegLoad, RotatesPhotographUprightAndResetsOrientation)
     CodecImageFile image_file(files);
     ImageBuffer image;
 
-    ASSERT_TRUE(image_file.LoadImage(SamplePath("jpeg/turned.jpg"), image));
+    ASSERT_TRUE(image_file.LoadImage(SamplePath("jpeg/good/pil-turned.jpg"), image));
 
     EXPECT_LT(DifferenceBetween(image, Scene()).mean, 4);
     EXPECT_EQ(image.dots_per_inch_x, 144);
@@ -331,7 +336,7 @@ TEST(JpegLoad, DetectsContentAndReportsOnePage)
     const HostFiles files;
     CodecImageFile image_file(files);
     const TestFolder folder;
-    WriteFileContent(folder.Path("photo.bmp"), Sample("baseline.jpg"));
+    WriteFileContent(folder.Path("photo.bmp"), Sample("good/cjpeg-baseline.jpg"));
     ImageBuffer image;
 
     EXPECT_EQ(image_file.GetFrameCount(folder.Path("photo.bmp")), 1);

@@ -197,7 +197,7 @@ TEST(JpegSave, FlattensAlphaOnWhiteAndKeepsExif)
     CodecImageFile image_file(files);
     const TestFolder folder;
     ImageBuffer image;
-    ASSERT_TRUE(image_file.LoadImage(SamplePath("jpeg/turned.jpg"), image));
+    ASSERT_TRUE(image_file.LoadImage(SamplePath("jpeg/good/pil-turned.jpg"), image));
     ASSERT_TRUE(image_file.SaveJPEG(image, folder.Path("upright.jpg")));
     EXPECT_EQ(Pillow(FileContent(folder.Path("upright.jpg")), "p.size, sorted(p.getexif().items())"),
               "(83, 61) [(271, 'Cameras Ltd'), (274, 1)]");

@@ -236,9 +236,9 @@ TEST(EmfReader, DrawsFilesOfOtherPrograms)
         std::int32_t width, height;
         int min_ink, max_ink;  ///< percentage of the pixels
     };
-    for (const Expected& expected :
-         {Expected{"emf/gnuplot.emf", 399, 264, 4, 25}, Expected{"emf/fig2dev.emf", 371, 232, 4, 30},
-          Expected{"emf/pstoedit.emf", 354, 235, 90, 100}}) {
+    for (const Expected& expected : {Expected{"emf/good/gnuplot-plot.emf", 399, 264, 4, 25},
+                                     Expected{"emf/good/fig2dev-drawing.emf", 371, 232, 4, 30},
+                                     Expected{"emf/good/pstoedit-page.emf", 354, 235, 90, 100}}) {
         const std::vector<std::uint8_t> file = FileContent(SamplePath(expected.name));
         const auto image = Decoded(kEmfCodec, file);
 
@@ -254,7 +254,7 @@ TEST(EmfReader, DrawsFilesOfOtherPrograms)
 
 TEST(EmfReader, DrawsColouredShapesOfOtherProgramInPlace)
 {
-    const auto image = Decoded(kEmfCodec, FileContent(SamplePath("emf/fig2dev.emf")));
+    const auto image = Decoded(kEmfCodec, FileContent(SamplePath("emf/good/fig2dev-drawing.emf")));
 
     ASSERT_TRUE(image.has_value());
     EXPECT_EQ(ColorAt(*image, 222, 40), kYellow);  // in the circle

@@ -133,7 +133,7 @@ TEST(WmfReader, AcceptsHeaderWithoutChecksum)
 // A file of another program; see tests/samples/wmf/README.md.
 TEST(WmfReader, DrawsFileOfOtherProgram)
 {
-    const auto image = Decoded(kWmfCodec, FileContent(SamplePath("wmf/shapes.wmf")));
+    const auto image = Decoded(kWmfCodec, FileContent(SamplePath("wmf/good/libuemf-shapes.wmf")));
 
     ASSERT_TRUE(image.has_value());
     EXPECT_EQ(image->width, 288);

@@ -21,7 +21,7 @@ using Block = std::vector<std::uint8_t>;
 
 Block Sample(const std::string& name)
 {
-    return FileContent(SamplePath("tiff/" + name + ".tif"));
+    return FileContent(SamplePath("tiff/good/" + name + ".tif"));
 }
 
 // KB by which decoding damaged files may grow the process. ASan delays freeing memory.
@@ -369,6 +369,8 @@ TEST_P(DamagedTiff, DecodesCorrectlyOrIsRefusedAfterTruncation)
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, DamagedTiff,
-                         testing::Values("g4", "g3-2d", "bits-lzw", "palette-4", "directory-first",
-                                         "jpeg-grey", "bigtiff", "tiles", "planes", "ycbcr-2-2", "old-jpeg",
-                                         "zstd", "logluv", "float-predictor", "lerc", "webp", "jbig"));
+                         testing::Values("im-g4", "libtiff-g3-2d", "pil-bits-lzw", "im-palette-4",
+                                         "hand-directory-first", "im-jpeg-grey", "im-bigtiff", "im-tiles",
+                                         "im-planes", "hand-ycbcr-2-2", "hand-old-jpeg", "im-zstd",
+                                         "libtiff-logluv", "libtiff-float-predictor", "libtiff-lerc",
+                                         "im-webp", "libtiff-jbig"));
