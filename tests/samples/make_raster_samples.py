@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Generates BMP, PCX, RAS, TGA, ICO, CUR and ANI samples written by other programs, each with its expected image (PAM).
 
-Run it in this folder. Needs ImageMagick, GraphicsMagick, netpbm and Pillow. The expected image comes from the first
+Needs ImageMagick, GraphicsMagick, netpbm and Pillow. The expected image comes from
 decoder listed with the sample; the script reports any other decoder that disagrees.
 """
 import os
@@ -11,6 +11,7 @@ import tempfile
 
 from PIL import Image
 
+os.chdir(os.path.dirname(os.path.abspath(__file__)))
 WORK = tempfile.mkdtemp()
 W, H = 37, 23
 
@@ -111,8 +112,8 @@ def visible(rgba, channels):
 
 def sample(folder, name, command, channels, *decoders):
     """Creates a sample. In command, {RGB}, {L} and so on are source images and {out} is the sample."""
-    path = os.path.join(folder, name)
-    os.makedirs(folder, exist_ok=True)
+    path = os.path.join(folder, "good", name)
+    os.makedirs(os.path.dirname(path), exist_ok=True)
     values = dict(SOURCES, BW=SOURCES["1"], out=path)
     if callable(command):
         command(path)
@@ -226,14 +227,14 @@ sample("ico", "pil-bmp.ico", pil("RGBA", sizes=[(32, 20)], bitmap_format="bmp"),
 
 # Cursors and animated cursors: none of these programs writes them, so build them from the icons.
 def cursor_of(icon):
-    data = bytearray(open(os.path.join("ico", icon), "rb").read())
+    data = bytearray(open(os.path.join("ico", "good", icon), "rb").read())
     data[2] = 2
     data[10:14] = (5).to_bytes(2, "little") + (7).to_bytes(2, "little")  # hotspot
     return bytes(data)
 
 
 def copy_pam(icon, path):
-    with open(os.path.join("ico", icon + ".pam"), "rb") as old, open(path, "wb") as new:
+    with open(os.path.join("ico", "good", icon + ".pam"), "rb") as old, open(path, "wb") as new:
         new.write(old.read())
 
 
@@ -263,23 +264,22 @@ def put(folder, name, data):
 
 
 for name in ("im-32", "netpbm-4", "netpbm-8"):
-    put("cur", name + ".cur", cursor_of(name + ".ico"))
-    copy_pam(name + ".ico", "cur/" + name + ".cur.pam")
+    put("cur/good", name + ".cur", cursor_of(name + ".ico"))
+    copy_pam(name + ".ico", "cur/good/" + name + ".cur.pam")
 
-frames = [cursor_of("im-32.ico"), open("ico/netpbm-4.ico", "rb").read(), cursor_of("netpbm-8.ico")]
+frames = [cursor_of("im-32.ico"), open("ico/good/netpbm-4.ico", "rb").read(), cursor_of("netpbm-8.ico")]
 icons = ["im-32.ico", "netpbm-4.ico", "netpbm-8.ico"]
-put("ani", "in-order.ani", animation(frames))
-put("ani", "sequence.ani", animation(frames, [2, 0, 0, 1]))
+put("ani/good", "hand-in-order.ani", animation(frames))
+put("ani/good", "hand-sequence.ani", animation(frames, [2, 0, 0, 1]))
 for name, order in (("in-order", [0, 1, 2]), ("sequence", [2, 0, 0, 1])):
     for page, frame in enumerate(order):
-        copy_pam(icons[frame], f"ani/{name}.ani" + (f".{page}" if page else "") + ".pam")
+        copy_pam(icons[frame], f"ani/good/hand-{name}.ani" + (f".{page}" if page else "") + ".pam")
 
 # Files that must be rejected.
 for folder, good in (("bmp", "im-24.bmp"), ("pcx", "im-24.pcx"), ("ras", "netpbm-24-rle.ras"), ("tga", "im-24.tga"),
-                     ("ico", "im-32.ico"), ("cur", "im-32.cur"), ("ani", "in-order.ani")):
-    data = open(os.path.join(folder, good), "rb").read()
+                     ("ico", "im-32.ico"), ("cur", "im-32.cur"), ("ani", "hand-in-order.ani")):
+    data = open(os.path.join(folder, "good", good), "rb").read()
     extension = good.rsplit(".", 1)[1]
-    refused = os.path.join(folder, "refused")
     lying = bytearray(data)
     if folder == "bmp":
         lying[18:26] = numbers(60000, 8000)
@@ -293,7 +293,7 @@ for folder, good in (("bmp", "im-24.bmp"), ("pcx", "im-24.pcx"), ("ras", "netpbm
         lying[14:18] = numbers(1 << 30)
     else:
         lying = bytearray(animation([data[:40]]))
-    put(refused, "lies-about-size." + extension, bytes(lying))
-    put(refused, "cut." + extension, data[:len(data) * 2 // 3] if folder != "ani" else data[:300])
-    put(refused, "foreign." + extension, b"This is a text, whatever its name says.\n" * 30)
-    put(refused, "empty." + extension, b"")
+    put(folder + "/lying", "size." + extension, bytes(lying))
+    put(folder + "/cut", "in-pixels." + extension, data[:len(data) * 2 // 3] if folder != "ani" else data[:300])
+    put(folder + "/foreign", "text." + extension, b"This is a text, whatever its name says.\n" * 30)
+    put(folder + "/cut", "empty." + extension, b"")

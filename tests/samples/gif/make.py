@@ -12,6 +12,32 @@ def run(*command):
     subprocess.run(command, check=True)
 
 
+def pam(path, picture):
+    """Writes the expected image of a sample."""
+    kind = {1: 'GRAYSCALE', 3: 'RGB', 4: 'RGB_ALPHA'}[len(picture.getbands())]
+    head = f'P7\nWIDTH {picture.width}\nHEIGHT {picture.height}\nDEPTH {len(picture.getbands())}\nMAXVAL 255\n' \
+           f'TUPLTYPE {kind}\nENDHDR\n'
+    open(path + '.pam', 'wb').write(head.encode() + picture.tobytes())
+
+
+def pages(path, whole=None, count=None):
+    """Writes the expected image of each page, or of the first ones of the whole file, as ImageMagick renders them."""
+    run('convert-im6.q16', whole or path, '-coalesce', '-alpha', 'set', '-depth', '8', 'frame-%d.png')
+    names = sorted(name for name in os.listdir('.') if name.startswith('frame-'))
+    for page, name in enumerate(names[:count]):
+        picture = Image.open(name).convert('RGBA')
+        if picture.getchannel('A').getextrema()[0] == 255:
+            picture = picture.convert('RGB')
+            channels = [band.tobytes() for band in picture.split()]
+            if channels[0] == channels[1] == channels[2]:
+                picture = picture.convert('L')
+        else:
+            picture = Image.composite(picture, Image.new('RGBA', picture.size), picture.getchannel('A'))
+        pam(path + (f'.{page}' if page else ''), picture)
+    for name in names:
+        os.remove(name)
+
+
 def scene(step=0, mode='RGB', ground=(20, 60, 160)):
     picture = Image.new(mode, (W, H), ground)
     draw = ImageDraw.Draw(picture)
@@ -21,20 +47,22 @@ def scene(step=0, mode='RGB', ground=(20, 60, 160)):
     return picture
 
 
+for folder in ('good', 'cut', 'lying', 'foreign'):
+    os.makedirs(folder, exist_ok=True)
 scene().save('scene.ppm')
-run('gm', 'convert', 'scene.ppm', 'plain.gif')
-run('convert-im6.q16', 'scene.ppm', '-interlace', 'GIF', 'interlaced.gif')
-scene().convert('L').save('grey.gif')
-scene().convert('1').save('two-colours.gif')
+run('gm', 'convert', 'scene.ppm', 'good/gm-plain.gif')
+run('convert-im6.q16', 'scene.ppm', '-interlace', 'GIF', 'good/im-interlaced.gif')
+scene().convert('L').save('good/pil-grey.gif')
+scene().convert('1').save('good/pil-two-colours.gif')
 
 clear = scene(0, 'RGBA', (0, 0, 0, 0))
-clear.save('transparent.gif')
+clear.save('good/pil-transparent.gif')
 
 frames = [scene(i) for i in range(5)]
 for i, frame in enumerate(frames):
     frame.save(f'frame{i}.ppm')
 names = [f'frame{i}.ppm' for i in range(5)]
-run('convert-im6.q16', '-delay', '10', *names, '-layers', 'optimize-frame', 'optimised.gif')
+run('convert-im6.q16', '-delay', '10', *names, '-layers', 'optimize-frame', 'good/im-optimised.gif')
 for dispose in ('none', 'background', 'previous'):
     spots = []
     for i in range(4):
@@ -42,23 +70,27 @@ for dispose in ('none', 'background', 'previous'):
         ImageDraw.Draw(spot).rectangle((i * 12, i * 7, i * 12 + 20, i * 7 + 14), fill=(60 * i, 200, 255 - 60 * i, 255))
         spot.save(f'frame{i}.png')
     run('convert-im6.q16', '-dispose', 'none', '-delay', '10', 'scene.ppm', '-dispose', dispose,
-        *(f'frame{i}.png' for i in range(4)), f'dispose-{dispose}.gif')
+        *(f'frame{i}.png' for i in range(4)), f'good/im-dispose-{dispose}.gif')
 for i, name in enumerate(names):
     run('gm', 'convert', name, f'frame{i}.gif')
 subprocess.run(['gifsicle', '--delay=10', '-O2', *(f'frame{i}.gif' for i in range(5))],
-               stdout=open('sicle.gif', 'wb'), check=True)
+               stdout=open('good/gifsicle-optimised.gif', 'wb'), check=True)
 
-animation = open('optimised.gif', 'rb').read()
-open('cut.gif', 'wb').write(animation[:-60])
-plain = open('plain.gif', 'rb').read()
-open('cut-first.gif', 'wb').write(plain[:len(plain) * 2 // 3])
+animation = open('good/im-optimised.gif', 'rb').read()
+open('cut/last-frame.gif', 'wb').write(animation[:-60])
+plain = open('good/gm-plain.gif', 'rb').read()
+open('cut/in-pixels.gif', 'wb').write(plain[:len(plain) * 2 // 3])
+for name in sorted(os.listdir('good')):
+    if name.endswith('.gif'):
+        pages('good/' + name)
+pages('cut/last-frame.gif', 'good/im-optimised.gif', 4)
 # A canvas and a frame of 65535 x 65535 in a file of a few hundred bytes.
-liar = bytearray(open('two-colours.gif', 'rb').read())
+liar = bytearray(open('good/pil-two-colours.gif', 'rb').read())
 at = liar.index(b',\0\0\0\0')
 liar[6:10] = liar[at + 5:at + 9] = b'\xff\xff\xff\xff'
-open('lies-about-size.gif', 'wb').write(liar)
-Image.new('RGB', (4, 4)).save('foreign.png')
-os.rename('foreign.png', 'foreign.gif')
+open('lying/size.gif', 'wb').write(liar)
+Image.new('RGB', (4, 4)).save('frame.png')
+os.rename('frame.png', 'foreign/png.gif')
 for name in os.listdir('.'):
     if name.startswith('frame'):
         os.remove(name)

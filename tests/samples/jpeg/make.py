@@ -7,6 +7,8 @@ from PIL import Image
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
 W, H = 83, 61  # not a multiple of the block size
+for folder in ('good', 'cut', 'lying', 'foreign'):
+    os.makedirs(folder, exist_ok=True)
 
 picture = Image.new('RGB', (W, H))
 for y in range(H):
@@ -16,44 +18,60 @@ for y in range(H):
 picture.save('scene.ppm')
 
 
+def pam(path, picture, note=''):
+    """Writes the expected image of a sample; the note is its tolerance."""
+    kind = {1: 'GRAYSCALE', 3: 'RGB', 4: 'RGB_ALPHA'}[len(picture.getbands())]
+    head = f'P7\n{note}WIDTH {picture.width}\nHEIGHT {picture.height}\nDEPTH {len(picture.getbands())}\nMAXVAL 255\n' \
+           f'TUPLTYPE {kind}\nENDHDR\n'
+    open(path + '.pam', 'wb').write(head.encode() + picture.tobytes())
+
+
 def cjpeg(name, *options):
     subprocess.run(['cjpeg', *options, '-outfile', name, 'scene.ppm'], check=True)
+    # As decoded by ImageMagick; decoders round differently.
+    subprocess.run(['convert-im6.q16', name, '-colorspace', 'sRGB', '-depth', '8', 'seen.ppm'], check=True)
+    pam(name, Image.open('seen.ppm').convert('L' if '-grayscale' in options else 'RGB'), '# within 2\n')
+    os.remove('seen.ppm')
 
 
-cjpeg('baseline.jpg', '-quality', '85')
-cjpeg('progressive.jpg', '-quality', '85', '-progressive', '-sample', '1x1')
-cjpeg('wide-chroma.jpg', '-quality', '85', '-sample', '2x1')
-cjpeg('tall-chroma.jpg', '-quality', '85', '-sample', '1x2')
-cjpeg('restarts.jpg', '-quality', '85', '-restart', '1')
-cjpeg('arithmetic.jpg', '-quality', '85', '-arithmetic')
-cjpeg('grey.jpg', '-quality', '85', '-grayscale')
-cjpeg('rgb.jpg', '-quality', '85', '-rgb')
+cjpeg('good/cjpeg-baseline.jpg', '-quality', '85')
+cjpeg('good/cjpeg-progressive.jpg', '-quality', '85', '-progressive', '-sample', '1x1')
+cjpeg('good/cjpeg-wide-chroma.jpg', '-quality', '85', '-sample', '2x1')
+cjpeg('good/cjpeg-tall-chroma.jpg', '-quality', '85', '-sample', '1x2')
+cjpeg('good/cjpeg-restarts.jpg', '-quality', '85', '-restart', '1')
+cjpeg('good/cjpeg-arithmetic.jpg', '-quality', '85', '-arithmetic')
+cjpeg('good/cjpeg-grey.jpg', '-quality', '85', '-grayscale')
+cjpeg('good/cjpeg-rgb.jpg', '-quality', '85', '-rgb')
 
-picture.convert('CMYK').save('cmyk.jpg', quality=90)  # Adobe marker, inverted CMYK, no transform
-subprocess.run(['convert-im6.q16', 'scene.ppm', '-colorspace', 'CMYK', '-quality', '90', 'ycck.jpg'], check=True)
+picture.convert('CMYK').save('good/pil-cmyk.jpg', quality=90)  # Adobe marker, inverted CMYK, no transform
+subprocess.run(['convert-im6.q16', 'scene.ppm', '-colorspace', 'CMYK', '-quality', '90', 'good/im-ycck.jpg'], check=True)
 # A file whose Adobe marker was stripped along with its metadata; its CMYK values are still inverted.
-adobe = open('cmyk.jpg', 'rb').read()
+adobe = open('good/pil-cmyk.jpg', 'rb').read()
 at = adobe.index(b'\xff\xee')
 size = struct.unpack('>H', adobe[at + 2:at + 4])[0]
-open('cmyk-plain.jpg', 'wb').write(adobe[:at] + adobe[at + 2 + size:])
+open('good/pil-cmyk-plain.jpg', 'wb').write(adobe[:at] + adobe[at + 2 + size:])
 
 # As stored by a camera in portrait orientation: rotated, with an orientation tag.
 exif = Image.Exif()
 exif[0x0112] = 6
 exif[0x010F] = 'Cameras Ltd'
 block = exif.tobytes()
-picture.transpose(Image.ROTATE_90).save('turned.jpg', quality=95, exif=block, dpi=(72, 144))
+picture.transpose(Image.ROTATE_90).save('good/pil-turned.jpg', quality=95, exif=block, dpi=(72, 144))
 
-good = open('baseline.jpg', 'rb').read()
-open('cut.jpg', 'wb').write(good[:len(good) * 2 // 3])
-open('no-end.jpg', 'wb').write(good[:-2])
-open('end-too-soon.jpg', 'wb').write(good[:len(good) * 2 // 3] + b'\xff\xd9')
+# CMYK comes close to the scene, and the rotated image is upright.
+for name, within in (('pil-cmyk', 5), ('pil-cmyk-plain', 5), ('im-ycck', 5), ('pil-turned', 4)):
+    pam(f'good/{name}.jpg', picture, f'# on average within {within}\n')
+
+good = open('good/cjpeg-baseline.jpg', 'rb').read()
+open('cut/in-pixels.jpg', 'wb').write(good[:len(good) * 2 // 3])
+open('cut/no-end.jpg', 'wb').write(good[:-2])
+open('cut/end-too-soon.jpg', 'wb').write(good[:len(good) * 2 // 3] + b'\xff\xd9')
 at = good.index(b'\xff\xc0')
-open('lies-about-size.jpg', 'wb').write(good[:at + 5] + struct.pack('>HH', 20000, 20000) + good[at + 9:])
-open('too-large.jpg', 'wb').write(good[:at + 5] + struct.pack('>HH', 65535, 65535) + good[at + 9:])
-picture.resize((8, 8)).save('foreign.jpg', format='GIF')
+open('lying/size.jpg', 'wb').write(good[:at + 5] + struct.pack('>HH', 20000, 20000) + good[at + 9:])
+open('lying/too-large.jpg', 'wb').write(good[:at + 5] + struct.pack('>HH', 65535, 65535) + good[at + 9:])
+picture.resize((8, 8)).save('foreign/gif.jpg', format='GIF')
 
 # A progressive file that repeats its last scan more often than any encoder would.
-bomb = open('progressive.jpg', 'rb').read()
+bomb = open('good/cjpeg-progressive.jpg', 'rb').read()
 scan = bomb.rindex(b'\xff\xda')
-open('many-scans.jpg', 'wb').write(bomb[:scan] + bomb[scan:-2] * 600 + b'\xff\xd9')
+open('lying/many-scans.jpg', 'wb').write(bomb[:scan] + bomb[scan:-2] * 600 + b'\xff\xd9')

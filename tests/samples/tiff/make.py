@@ -1,22 +1,23 @@
 #!/usr/bin/python3
 """Generates the samples in this folder. Needs Pillow, ImageMagick 6, libtiff's tools and djpeg.
 
-Each sample X.tif comes with X.pam, its expected image. For files written by a program, that is what ImageMagick decodes;
-for files assembled here, it is what this script encoded.
+For files written by a program, the expected image is what ImageMagick decodes; for files assembled here, it is what this
+script encoded.
 """
 import ctypes
 import io
 import math
 import os
+import shutil
 import struct
 import subprocess
 from PIL import Image, ImageCms
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
 W, H = 37, 29  # not a multiple of a byte, a strip or a tile
-for name in os.listdir('.'):
-    if name.endswith(('.tif', '.pam', '.ppm')):
-        os.unlink(name)
+for folder in ('good', 'cut', 'lying', 'foreign', 'unsupported'):
+    shutil.rmtree(folder, ignore_errors=True)
+    os.mkdir(folder)
 
 scene = Image.new('RGB', (W, H))
 for y in range(H):
@@ -36,18 +37,25 @@ def run(*command):
     subprocess.run(command, check=True, stderr=subprocess.DEVNULL)
 
 
+# Tolerances. JPEG decoders round differently; Lab and YCbCr colours depend on the white point and on rounding.
+WITHIN = {'hand-old-jpeg': 6, 'hand-ycbcr-1-1': 2, 'hand-ycbcr-2-1': 2, 'hand-ycbcr-2-2': 2, 'hand-ycbcr-4-2': 2,
+          'hand-lab': 3, 'hand-lab-16': 3, 'hand-lab-shifted': 3, 'hand-lab-shifted-16': 3, 'hand-lab-alpha': 3,
+          'hand-cmyk-16': 1, 'hand-premultiplied': 1, 'hand-float-24': 1}
+
+
 def pam(name, picture):
-    """Writes the expected image of a sample."""
+    """Writes the expected image of the sample good/NAME.tif."""
     kind = {1: 'GRAYSCALE', 2: 'GRAYSCALE_ALPHA', 3: 'RGB', 4: 'RGB_ALPHA'}[len(picture.getbands())]
-    head = 'P7\nWIDTH %d\nHEIGHT %d\nDEPTH %d\nMAXVAL 255\nTUPLTYPE %s\nENDHDR\n' % (
+    note = '# within %d\n' % WITHIN[name] if name in WITHIN else ''
+    head = 'P7\n' + note + 'WIDTH %d\nHEIGHT %d\nDEPTH %d\nMAXVAL 255\nTUPLTYPE %s\nENDHDR\n' % (
         picture.size + (len(picture.getbands()), kind))
-    open(name + '.pam', 'wb').write(head.encode() + picture.tobytes())
+    open('good/' + name + '.tif.pam', 'wb').write(head.encode() + picture.tobytes())
 
 
 def reference(name, channels):
     """Writes what ImageMagick decodes, as grey (1), RGB (3), or either with alpha (2, 4)."""
     form = {1: 'gray', 2: 'rgba', 3: 'rgb', 4: 'rgba'}[channels]
-    out = subprocess.run(['convert-im6.q16', name + '.tif[0]', '-auto-orient', '-depth', '16', '-endian', 'LSB',
+    out = subprocess.run(['convert-im6.q16', 'good/' + name + '.tif[0]', '-auto-orient', '-depth', '16', '-endian', 'LSB',
                           form + ':-'], check=True, stdout=subprocess.PIPE).stdout
     out = bytes((v * 255 + 32767) // 65535 for v, in struct.iter_unpack('<H', out))
     mode = {1: 'L', 2: 'RGBA', 3: 'RGB', 4: 'RGBA'}[channels]
@@ -56,13 +64,13 @@ def reference(name, channels):
 
 
 def im(name, *options, source='scene.ppm', channels=3, form=''):
-    run('convert-im6.q16', source, *options, form + name + '.tif')
-    reference(name, channels)
+    run('convert-im6.q16', source, *options, form + 'good/im-' + name + '.tif')
+    reference('im-' + name, channels)
 
 
 def tool(name, *command, channels=3):
-    run(*command, name + '.tif')
-    reference(name, channels)
+    run(*command, 'good/libtiff-' + name + '.tif')
+    reference('libtiff-' + name, channels)
 
 
 # Written by ImageMagick.
@@ -110,26 +118,26 @@ im('alpha-16', '-compress', 'LZW', '-depth', '16', source='alpha.tmp.png', chann
 im('grey-alpha', '-compress', 'LZW', '-colorspace', 'Gray', source='alpha.tmp.png', channels=2)
 
 # Written by libtiff's tools.
-tool('bits-white-is-0', 'tiffcp', '-c', 'none', 'g4.tif', channels=1)
-tool('bits-white-is-0-packbits', 'tiffcp', '-c', 'packbits', 'g4.tif', channels=1)
-tool('g3-2d', 'tiffcp', '-c', 'g3:2d:fill', 'g4.tif', channels=1)
-tool('g3-1d', 'tiffcp', '-c', 'g3:1d', 'g4.tif', channels=1)
-tool('jpeg-tiles', 'tiffcp', '-c', 'jpeg:90', '-t', '-w', '32', '-l', '32', 'plain.tif')
-tool('jpeg-rgb', 'tiffcp', '-c', 'jpeg:r:90', 'plain.tif')
-tool('planes-tiles', 'tiffcp', '-c', 'zip:2', '-p', 'separate', '-t', '-w', '16', '-l', '16', 'plain.tif')
-tool('low-bit-first', 'tiffcp', '-c', 'none', '-f', 'lsb2msb', 'plain.tif')
-tool('jbig', 'tiffcp', '-c', 'jbig', 'g4.tif', channels=1)
-tool('lerc', 'tiffcp', '-c', 'lerc', 'plain.tif')
+tool('bits-white-is-0', 'tiffcp', '-c', 'none', 'good/im-g4.tif', channels=1)
+tool('bits-white-is-0-packbits', 'tiffcp', '-c', 'packbits', 'good/im-g4.tif', channels=1)
+tool('g3-2d', 'tiffcp', '-c', 'g3:2d:fill', 'good/im-g4.tif', channels=1)
+tool('g3-1d', 'tiffcp', '-c', 'g3:1d', 'good/im-g4.tif', channels=1)
+tool('jpeg-tiles', 'tiffcp', '-c', 'jpeg:90', '-t', '-w', '32', '-l', '32', 'good/im-plain.tif')
+tool('jpeg-rgb', 'tiffcp', '-c', 'jpeg:r:90', 'good/im-plain.tif')
+tool('planes-tiles', 'tiffcp', '-c', 'zip:2', '-p', 'separate', '-t', '-w', '16', '-l', '16', 'good/im-plain.tif')
+tool('low-bit-first', 'tiffcp', '-c', 'none', '-f', 'lsb2msb', 'good/im-plain.tif')
+tool('jbig', 'tiffcp', '-c', 'jbig', 'good/im-g4.tif', channels=1)
+tool('lerc', 'tiffcp', '-c', 'lerc', 'good/im-plain.tif')
 
 # Written by Pillow.
 for name, compression in (('bits', None), ('bits-lzw', 'tiff_lzw'), ('rle', 'tiff_ccitt')):
-    bilevel.save(name + '.tif', compression=compression)
-    pam(name, bilevel.convert('L'))
+    bilevel.save('good/pil-' + name + '.tif', compression=compression)
+    pam('pil-' + name, bilevel.convert('L'))
 for mode, picture in (('palette', scene.convert('P', palette=Image.ADAPTIVE, colors=50)), ('cmyk', None),
                       ('grey-alpha', Image.merge('LA', (grey, alpha)))):
     if picture:
-        name = 'pillow-' + mode
-        picture.save(name + '.tif')
+        name = 'pil-' + mode
+        picture.save('good/' + name + '.tif')
         pam(name, picture.convert('RGB') if mode == 'palette' else picture)
 
 
@@ -169,7 +177,11 @@ def tiff(name, tags, chunks, order='<', gap=b''):
     out.write(struct.pack(order + 'H', len(tags)) + entries + b'\0\0\0\0')
     data = bytearray(out.getvalue())
     data[4:8] = struct.pack(order + 'I', at)
-    open(name + '.tif', 'wb').write(data)
+    open('good/hand-' + name + '.tif', 'wb').write(data)
+
+
+def meant(name, picture):
+    pam('hand-' + name, picture)
 
 
 def base(photometric, samples=1, bits=8, compression=1, width=W, height=H, **more):
@@ -203,30 +215,30 @@ for bits in (3, 6, 14):
     tiff('%d-bit-grey' % bits, base(1, bits=bits), [packed(rows, bits)])
     out = Image.new('L', (W, H))
     out.putdata([(v * 255 + top // 2) // top for row in rows for v in row])
-    pam('%d-bit-grey' % bits, out)
+    meant('%d-bit-grey' % bits, out)
 
 # 5 bits per channel, in two strips.
 rows = [[v >> 3 for pixel in row for v in pixel] for row in rows_of(scene, lambda v: v)]
 tiff('5-bit', base(2, samples=3, bits=5, _278=(3, [24])), [packed(rows[:24], 5), packed(rows[24:], 5)])
-pam('5-bit', scene.point(lambda v: ((v >> 3) * 255 + 15) // 31))
+meant('5-bit', scene.point(lambda v: ((v >> 3) * 255 + 15) // 31))
 
 # Signed samples: the middle of the range is mid-grey.
 tiff('signed', base(1, _339=(3, [2])), [bytes((v + 128) & 255 for v in grey.getdata())])
-pam('signed', grey)
+meant('signed', grey)
 tiff('signed-16', base(1, bits=16, _339=(3, [2])),
      [b''.join(struct.pack('<h', v * 257 - 32768) for v in grey.getdata())])
-pam('signed-16', grey)
+meant('signed-16', grey)
 tiff('24-bit', base(1, bits=24), [b''.join(struct.pack('<I', v * 0x010101)[:3] for v in grey.getdata())])
-pam('24-bit', grey)
+meant('24-bit', grey)
 # Floating point from 0 to 1, in three sizes and both byte orders.
 parts = [v / 255 for pixel in scene.getdata() for v in pixel]
 for name, bits, form in (('half', 16, 'e'), ('float', 32, 'f'), ('double', 64, 'd')):
     for order, suffix in (('<', ''), ('>', '-big-endian')):
         tiff(name + suffix, base(2, samples=3, bits=bits, _339=(3, [3] * 3)),
              [struct.pack(order + '%d%s' % (len(parts), form), *parts)], order=order)
-        pam(name + suffix, scene)
-run('tiffcp', '-c', 'zip:3', 'float.tif', 'float-predictor.tif')
-pam('float-predictor', scene)
+        meant(name + suffix, scene)
+run('tiffcp', '-c', 'zip:3', 'good/hand-float.tif', 'good/libtiff-float-predictor.tif')
+pam('libtiff-float-predictor', scene)
 
 
 def float24(value):
@@ -235,7 +247,7 @@ def float24(value):
 
 
 tiff('float-24', base(1, bits=24, _339=(3, [3])), [b''.join(float24(v / 255) for v in grey.getdata())])
-pam('float-24', grey)
+meant('float-24', grey)
 # Floating point in a range given by the file; one value is NaN.
 values = [v * 10.0 - 300 for v in grey.getdata()]
 values[0] = float('nan')
@@ -243,50 +255,50 @@ tiff('float-range', base(1, bits=32, _339=(3, [3]), _340=(11, [-300.0]), _341=(1
      [struct.pack('<%df' % len(values), *values)])
 out = grey.copy()
 out.putpixel((0, 0), 0)
-pam('float-range', out)
+meant('float-range', out)
 
 # Premultiplied alpha.
 pixels = [tuple((c * a + 127) // 255 for c in rgb) + (a,) for rgb, a in zip(scene.getdata(), alpha.getdata())]
 tiff('premultiplied', base(2, samples=4, _338=(3, [1])), [bytes(v for p in pixels for v in p)])
 out = Image.new('RGBA', (W, H))
 out.putdata([tuple(min(255, (c * 255 + p[3] // 2) // p[3]) if p[3] else c for c in p[:3]) + (p[3],) for p in pixels])
-pam('premultiplied', out)
+meant('premultiplied', out)
 # A fourth sample of unspecified meaning, and a fifth.
 tiff('unexplained', base(2, samples=4, _338=(3, [0])), [bytes(v for p in pixels for v in p[:3] + (9,))])
-pam('unexplained', Image.merge('RGB', [Image.frombytes('L', (W, H), bytes(p[i] for p in pixels)) for i in range(3)]))
+meant('unexplained', Image.merge('RGB', [Image.frombytes('L', (W, H), bytes(p[i] for p in pixels)) for i in range(3)]))
 tiff('mask-then-alpha', base(2, samples=5, _338=(3, [0, 2])),
      [bytes(v for p, a in zip(scene.getdata(), alpha.getdata()) for v in p + (9, a))])
-pam('mask-then-alpha', with_alpha)
+meant('mask-then-alpha', with_alpha)
 tiff('palette-alpha', base(3, samples=2, _338=(3, [2]), _320=(3, [v * 257 for v in list(range(256)) * 2] + [0] * 256)),
      [bytes(v for g, a in zip(grey.getdata(), alpha.getdata()) for v in (g, a))])
-pam('palette-alpha', Image.merge('RGBA', (grey, grey, Image.new('L', (W, H)), alpha)))
+meant('palette-alpha', Image.merge('RGBA', (grey, grey, Image.new('L', (W, H)), alpha)))
 
 # Palettes: grey, two colours, 8-bit levels.
 tiff('palette-grey', base(3, _320=(3, [(255 - v) * 257 for v in range(256)] * 3)), [grey.tobytes()])
-pam('palette-grey', grey.point(lambda v: 255 - v))
+meant('palette-grey', grey.point(lambda v: 255 - v))
 tiff('palette-1', base(3, bits=1, _320=(3, [10 << 8, 200 << 8, 30 << 8, 100 << 8, 50 << 8, 5 << 8])),
      [bilevel.tobytes()])
 out = Image.new('RGB', (W, H))
 out.putdata([(200, 100, 5) if v else (10, 30, 50) for v in bilevel.getdata()])
-pam('palette-1', out)
+meant('palette-1', out)
 tiff('palette-8-bit-levels', base(3, _320=(3, list(range(256)) * 2 + [7] * 256)), [grey.tobytes()])
-pam('palette-8-bit-levels', Image.merge('RGB', (grey, grey, Image.new('L', (W, H), 7))))
+meant('palette-8-bit-levels', Image.merge('RGB', (grey, grey, Image.new('L', (W, H), 7))))
 
 # CMYK without a profile: ideal inks.
 cmyk = Image.merge('CMYK', (scene.getchannel(0), scene.getchannel(1), scene.getchannel(2), alpha.point(lambda v: v // 3)))
 inks = Image.new('RGB', (W, H))
 inks.putdata([tuple(((255 - v) * (255 - p[3]) * 2 + 255) // 510 for v in p[:3]) for p in cmyk.getdata()])
-cmyk.save('cmyk.tif')
-pam('cmyk', inks)
+cmyk.save('good/pil-cmyk.tif')
+pam('pil-cmyk', inks)
 tiff('cmyk-planes', base(5, samples=4, _284=(3, [2])), [band.tobytes() for band in cmyk.split()])
-pam('cmyk-planes', inks)
+meant('cmyk-planes', inks)
 tiff('cmyk-alpha', base(5, samples=5, _338=(3, [2])),
      [bytes(v for p, a in zip(cmyk.getdata(), alpha.getdata()) for v in p + (a,))])
 inks.putalpha(alpha)
-pam('cmyk-alpha', inks)
+meant('cmyk-alpha', inks)
 tiff('cmyk-16', base(5, samples=4, bits=16), [b''.join(struct.pack('<4H', *(v * 257 for v in p)) for p in cmyk.getdata())])
 inks.putalpha(255)
-pam('cmyk-16', inks.convert('RGB'))
+meant('cmyk-16', inks.convert('RGB'))
 
 # CIE L*a*b* with D50 white; a and b are signed or, in the other encoding, offset.
 lab_profile, srgb_profile = ImageCms.createProfile('LAB'), ImageCms.createProfile('sRGB')
@@ -302,9 +314,9 @@ tiff('lab-alpha', base(8, samples=4, _338=(3, [2])),
      [b''.join(signed[i * 3:i * 3 + 3] + bytes([a]) for i, a in enumerate(alpha.getdata()))])
 tiff('lab-shifted-16', base(9, samples=3, bits=16), [b''.join(struct.pack('<H', v * 256) for v in shifted)])
 for name in ('lab', 'lab-16', 'lab-shifted', 'lab-shifted-16'):
-    pam(name, back)
+    meant(name, back)
 back.putalpha(alpha)
-pam('lab-alpha', back)
+meant('lab-alpha', back)
 
 # YCbCr with chroma subsampling of 1x1, 2x1, 2x2 and 4x2.
 ycbcr = scene.convert('YCbCr')
@@ -328,7 +340,7 @@ for across, down in ((1, 1), (2, 1), (2, 2), (4, 2)):
                     _532=(5, [(0, 1), (255, 1), (128, 1), (255, 1), (128, 1), (255, 1)])), [data])
     out = Image.new('YCbCr', (W, H))
     out.putdata(shown)
-    pam(name, out.convert('RGB'))
+    meant(name, out.convert('RGB'))
 
 # Old-style JPEG: a tag points to a complete stream.
 run('cjpeg', '-quality', '95', '-sample', '2x2', '-outfile', 'tmp.jpg', 'scene.ppm')
@@ -336,14 +348,14 @@ stream = open('tmp.jpg', 'rb').read()
 tiff('old-jpeg', base(6, samples=3, compression=6, _513=(4, [8]), _514=(4, [len(stream)]), _530=(3, [2, 2])), [],
      gap=stream)
 run('djpeg', '-nosmooth', '-outfile', 'tmp.ppm', 'tmp.jpg')
-pam('old-jpeg', Image.open('tmp.ppm'))
+meant('old-jpeg', Image.open('tmp.ppm'))
 
 # High dynamic range, written by libtiff itself.
 lib = ctypes.CDLL('libtiff.so.6')
 lib.TIFFOpen.restype = ctypes.c_void_p
 for name, photometric, compression, samples in (('logluv', 32845, 34676, 3), ('logluv-24', 32845, 34677, 3),
                                                 ('logl', 32844, 34676, 1)):
-    handle = ctypes.c_void_p(lib.TIFFOpen((name + '.tif').encode(), b'w'))
+    handle = ctypes.c_void_p(lib.TIFFOpen(('good/libtiff-' + name + '.tif').encode(), b'w'))
     for number, value in ((256, W), (257, H), (258, 32 if samples == 3 else 16), (277, samples), (262, photometric),
                           (259, compression), (284, 1), (278, 8)):
         lib.TIFFSetField(handle, number, ctypes.c_int(value))
@@ -357,8 +369,8 @@ for name, photometric, compression, samples in (('logluv', 32845, 34676, 3), ('l
             row += xyz if samples == 3 else xyz[1:2]
         lib.TIFFWriteScanline(handle, (ctypes.c_float * len(row))(*row), ctypes.c_uint32(y), ctypes.c_uint16(0))
     lib.TIFFClose(handle)
-    run('tiff2rgba', name + '.tif', 'tmp.tif')
-    pam(name, Image.open('tmp.tif').convert('RGB' if samples == 3 else 'L'))
+    run('tiff2rgba', 'good/libtiff-' + name + '.tif', 'tmp.tif')
+    pam('libtiff-' + name, Image.open('tmp.tif').convert('RGB' if samples == 3 else 'L'))
 
 # Stored in each of the eight orientations; the decoded image is the same.
 turns = {2: (Image.FLIP_LEFT_RIGHT,), 3: (Image.ROTATE_180,), 4: (Image.FLIP_TOP_BOTTOM,), 5: (Image.TRANSPOSE,),
@@ -367,10 +379,9 @@ for number, turn in turns.items():
     stored = grey.transpose(turn[0])
     tiff('turned-%d' % number, base(1, width=stored.size[0], height=stored.size[1], _274=(3, [number])),
          [stored.tobytes()], order='<>'[number % 2])
-    pam('turned-%d' % number, grey)
+    meant('turned-%d' % number, grey)
 
-# Must be rejected: truncated, false sizes, too large, another format, no image. The directory comes first, so
-# that pixels are what is missing.
+# Must be rejected. The directory comes first, so that pixels are what is missing.
 head = struct.pack('<2sHI', b'II', 42, 8)
 entries = {256: (3, 1, W), 257: (3, 1, H), 258: (3, 1, 8), 259: (3, 1, 1), 262: (3, 1, 1), 273: (4, 1, 140),
            277: (3, 1, 1), 278: (3, 1, H), 279: (4, 1, W * H)}
@@ -387,27 +398,27 @@ def directory_first(name, changes, pixels, following=0):
     open(name + '.tif', 'wb').write(out.ljust(140, b'\0') + pixels)
 
 
-directory_first('directory-first', {}, grey.tobytes())
-pam('directory-first', grey)
-directory_first('refused-cut', {}, grey.tobytes()[:-200])
-directory_first('refused-lies-about-size', {256: (4, 1, 20000), 257: (4, 1, 20000), 278: (4, 1, 20000),
+directory_first('good/hand-directory-first', {}, grey.tobytes())
+meant('directory-first', grey)
+directory_first('cut/in-pixels', {}, grey.tobytes()[:-200])
+directory_first('lying/size', {256: (4, 1, 20000), 257: (4, 1, 20000), 278: (4, 1, 20000),
                                             279: (4, 1, 400000000)}, grey.tobytes())
-directory_first('refused-lzw-lies-about-size', {256: (4, 1, 20000), 257: (4, 1, 20000), 259: (3, 1, 5),
+directory_first('lying/lzw-size', {256: (4, 1, 20000), 257: (4, 1, 20000), 259: (3, 1, 5),
                                                 278: (4, 1, 20000)}, grey.tobytes())
-directory_first('refused-too-large', {256: (4, 1, 70000), 259: (3, 1, 32773)}, grey.tobytes())
-directory_first('refused-many-strips', {257: (4, 1, 65000), 278: (4, 1, 1), 273: (4, 65000, 140),
+directory_first('lying/too-large', {256: (4, 1, 70000), 259: (3, 1, 32773)}, grey.tobytes())
+directory_first('lying/many-strips', {257: (4, 1, 65000), 278: (4, 1, 1), 273: (4, 65000, 140),
                                         279: (4, 65000, 140)}, grey.tobytes())
-directory_first('refused-unknown-compression', {259: (3, 1, 12345)}, grey.tobytes())
-directory_first('refused-colour-filter', {262: (3, 1, 32803)}, grey.tobytes())
-directory_first('refused-complex-samples', {258: (3, 1, 64), 339: (3, 1, 6)}, grey.tobytes() * 8)
-scene.save('refused-foreign.tif', format='PNG')
-open('refused-empty.tif', 'wb').write(b'')
-open('refused-header-only.tif', 'wb').write(b'II*\0\0\0\0\0')
-open('refused-directory-outside.tif', 'wb').write(b'II*\0\0\0\0\x40' + bytes(100))
+directory_first('unsupported/compression', {259: (3, 1, 12345)}, grey.tobytes())
+directory_first('unsupported/colour-filter', {262: (3, 1, 32803)}, grey.tobytes())
+directory_first('unsupported/complex-samples', {258: (3, 1, 64), 339: (3, 1, 6)}, grey.tobytes() * 8)
+scene.save('foreign/png.tif', format='PNG')
+open('cut/empty.tif', 'wb').write(b'')
+open('cut/header-only.tif', 'wb').write(b'II*\0\0\0\0\0')
+open('lying/directory-outside.tif', 'wb').write(b'II*\0\0\0\0\x40' + bytes(100))
 
 # A chain of directories that loops back to the first: one page.
-directory_first('chain-is-a-ring', {}, grey.tobytes(), following=8)
-pam('chain-is-a-ring', grey)
+directory_first('good/hand-chain-is-a-ring', {}, grey.tobytes(), following=8)
+meant('chain-is-a-ring', grey)
 
 for name in os.listdir('.'):
     if '.tmp.' in name or name.startswith('tmp.'):

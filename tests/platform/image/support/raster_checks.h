@@ -2,14 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/platform/image/support/image_tools.h"
-
-/// A PAM file of 8 bits with 1, 3 or 4 channels, as the samples have it; nothing if it is none.
-std::optional<ImageBuffer> ReadPam(const std::string& path);
 
 /// The pixels as blue, green, red and alpha, whatever the channels are; opaque where there is no alpha.
 std::vector<std::uint8_t> BgraOf(const ImageBuffer& image);
@@ -25,8 +21,8 @@ ImageBuffer Noise(std::int32_t width, std::int32_t height, std::int32_t channels
 
 /// Decodes file with each of its bytes (of a large one the first 400 and some of the others) changed in
 /// several ways, and expects that it is either refused or gives a whole picture. Every page up to the eighth
-/// is asked for.
-void ExpectAnyByteMayLie(const Codec& codec, const std::vector<std::uint8_t>& file);
+/// is asked for. With a larger step only every step-th of these bytes is changed.
+void ExpectAnyByteMayLie(const Codec& codec, const std::vector<std::uint8_t>& file, std::size_t step = 1);
 
 /// Expects that file is refused when any number of bytes is missing at its end, up to as many as it can't do
 /// without.
