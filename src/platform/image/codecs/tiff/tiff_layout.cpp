@@ -58,6 +58,10 @@ bool IsPlausibleDirectory(InputFile& file, const TiffHeader& header, std::uint64
     const std::uint64_t samples = number(TIFFTAG_SAMPLESPERPIXEL, 1);
     if (!IsSizeAllowed(width, height) || samples < 1 || samples > kMaxSamples)
         return false;
+    // A truncated file may have lost its palette; libtiff would show the indices as greys.
+    if (number(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK) == PHOTOMETRIC_PALETTE &&
+        !EntryOf(entries, TIFFTAG_COLORMAP))
+        return false;
 
     const TiffEntry* offsets = EntryOf(entries, TIFFTAG_TILEOFFSETS);
     const bool tiled = offsets != nullptr || EntryOf(entries, TIFFTAG_TILEWIDTH) != nullptr;
