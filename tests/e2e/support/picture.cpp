@@ -12,10 +12,10 @@ constexpr std::size_t kHeaders = 54;
 
 Picture objPicture(int lWidth, int lHeight, const std::function<Rgb(int x, int y)>& fnPixel)
 {
-    Picture objResult{lWidth, lHeight, std::vector<Rgb>(static_cast<std::size_t>(lWidth * lHeight))};
+    Picture objResult{lWidth, lHeight, {}};
     for (int y = 0; y < lHeight; ++y)
         for (int x = 0; x < lWidth; ++x)
-            objResult.At(x, y) = fnPixel(x, y);
+            objResult.aPixels.push_back(fnPixel(x, y));
     return objResult;
 }
 

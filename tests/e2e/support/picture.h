@@ -15,8 +15,13 @@ struct Picture {
     int lHeight = 0;
     std::vector<Rgb> aPixels;  ///< top-down
 
-    Rgb& At(int x, int y) { return aPixels[static_cast<std::size_t>(y * lWidth + x)]; }
-    const Rgb& At(int x, int y) const { return aPixels[static_cast<std::size_t>(y * lWidth + x)]; }
+    /// A pixel. Outside the image it is no colour, so that a comparison with an image that couldn't be
+    /// decoded fails instead of reading past its end.
+    Rgb At(int x, int y) const
+    {
+        const bool bInside = x >= 0 && x < lWidth && y >= 0 && y < lHeight;
+        return bInside ? aPixels[static_cast<std::size_t>(y * lWidth + x)] : Rgb{-1, -1, -1};
+    }
     bool operator==(const Picture&) const = default;
 };
 
