@@ -70,9 +70,8 @@ void UpdateMenuToolbar(Application& app)
     for (Action* pItem :
          {&mdi.mnuOptions, &mdi.mnuLanguage, &mdi.mnuScheduleConversionJob, &mdi.mnuConversionOptions})
         pItem->SetEnabled(!bInRun);
-    for (Control* pFields :
-         std::initializer_list<Control*>{&frm.frameCF, &frm.frameSpecializedAction,
-                                         &frm.rbActionToDo(0), &frm.rbActionToDo(1)})
+    for (Control* pFields : std::initializer_list<Control*>{&frm.frameCF, &frm.frameSpecializedAction,
+                                                            &frm.rbActionToDo(0), &frm.rbActionToDo(1)})
         pFields->SetEnabled(!bInRun);
     frm.cmdUpdate.SetEnabled(mdi.mnuUpdateConversionJob.Enabled());
     frm.cmdRemove.SetEnabled(mdi.mnuRemoveConversionJob.Enabled());
