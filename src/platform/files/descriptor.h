@@ -30,7 +30,7 @@ public:
     }
 
     explicit operator bool() const { return number_ >= 0; }
-    int number() const { return number_; }
+    int Number() const { return number_; }
     /// Gives up ownership: the caller closes it.
     int Release() { return std::exchange(number_, -1); }
 
@@ -45,7 +45,7 @@ inline Descriptor OpenRegularFile(const std::string& host_path, int flags, mode_
     Descriptor file(open(host_path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, mode));
     struct stat status {
     };
-    if (file && (fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))) {
+    if (file && (fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))) {
         errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
         return Descriptor();
     }

@@ -18,7 +18,7 @@ void FileSaver::SweepOnce(const SaveTarget& target)
         swept_device_ = target.folder_status.st_dev;
         swept_inode_ = target.folder_status.st_ino;
     }
-    SweepTemporaries(system_, target.folder.number());
+    SweepTemporaries(system_, target.folder.Number());
 }
 
 bool IsSyncWanted()

@@ -27,9 +27,9 @@ OutputFile::OutputFile(const std::string& host_path, FileSaver& saver, mode_t mo
     const mode_t first_mode = target_.exists ? 0600 : mode;
     SystemCalls& system = saver_.System();
     if (system.CanNameFiles())
-        file_ = Descriptor(system.Open(target_.folder.number(), ".", kTemporaryFlags, first_mode));
+        file_ = Descriptor(system.Open(target_.folder.Number(), ".", kTemporaryFlags, first_mode));
     if (!file_)
-        file_ = CreateTemporary(system, target_.folder.number(), first_mode, temporary_);
+        file_ = CreateTemporary(system, target_.folder.Number(), first_mode, temporary_);
     if (!file_) {
         temporary_.clear();
         Fail();
@@ -43,13 +43,13 @@ int OutputFile::WhyNotReplaceable() const
         return S_ISDIR(target_.status.st_mode) ? EISDIR : EINVAL;
     if ((target_.status.st_mode & 0222) == 0)
         return EACCES;
-    return faccessat(target_.folder.number(), target_.name.c_str(), W_OK, AT_EACCESS) == 0 ? 0 : errno;
+    return faccessat(target_.folder.Number(), target_.name.c_str(), W_OK, AT_EACCESS) == 0 ? 0 : errno;
 }
 
 OutputFile::~OutputFile()
 {
     if (!temporary_.empty())
-        saver_.System().Unlink(target_.folder.number(), temporary_.c_str());
+        saver_.System().Unlink(target_.folder.Number(), temporary_.c_str());
 }
 
 void OutputFile::Fail()
@@ -68,7 +68,7 @@ bool OutputFile::WriteThrough(std::span<const std::uint8_t> bytes)
     while (!bytes.empty() && !Failed()) {
         errno = 0;
         const ssize_t written =
-            saver_.System().Write(file_.number(), bytes.data(), bytes.size(), static_cast<off_t>(flushed_));
+            saver_.System().Write(file_.Number(), bytes.data(), bytes.size(), static_cast<off_t>(flushed_));
         if (written < 0 && errno == EINTR)
             continue;
         if (written <= 0) {
@@ -155,7 +155,7 @@ std::uint64_t OutputFile::Size()
     struct stat status {
     };
     Flush();
-    return file_ && fstat(file_.number(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+    return file_ && fstat(file_.Number(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
 std::size_t OutputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out)
@@ -163,7 +163,7 @@ std::size_t OutputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out
     std::size_t done = 0;
     while (Flush() && done < out.size()) {
         const ssize_t count =
-            pread(file_.number(), out.data() + done, out.size() - done, static_cast<off_t>(offset + done));
+            pread(file_.Number(), out.data() + done, out.size() - done, static_cast<off_t>(offset + done));
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
@@ -176,7 +176,7 @@ std::size_t OutputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out
 // Some file systems (network, quotas) notice only when a file is closed that it had no room.
 bool OutputFile::ReportsNoLateFailure()
 {
-    const int second = dup(file_.number());
+    const int second = dup(file_.Number());
     return second >= 0 && saver_.System().Close(second) == 0;
 }
 
@@ -186,7 +186,7 @@ static bool CopyAccessList(int folder, const std::string& name, int file)
     const Descriptor old(
         openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     std::array<char, 4096> list;
-    const ssize_t size = old ? fgetxattr(old.number(), kAttribute, list.data(), list.size()) : -1;
+    const ssize_t size = old ? fgetxattr(old.Number(), kAttribute, list.data(), list.size()) : -1;
     return size <= 0 || fsetxattr(file, kAttribute, list.data(), static_cast<std::size_t>(size), 0) == 0;
 }
 
@@ -201,42 +201,42 @@ bool OutputFile::TakeOverAttributes()
     SystemCalls& system = saver_.System();
     struct stat own {
     };
-    if (fstat(file_.number(), &own) != 0)
+    if (fstat(file_.Number(), &own) != 0)
         return false;
     mode_t mode = target_.status.st_mode & 0777;
     const auto [user, group] = std::pair(target_.status.st_uid, target_.status.st_gid);
     const bool differs = own.st_uid != user || own.st_gid != group;
-    if (differs && system.ChangeOwner(file_.number(), user, group) != 0 && own.st_gid != group &&
-        system.ChangeOwner(file_.number(), static_cast<uid_t>(-1), group) != 0)
+    if (differs && system.ChangeOwner(file_.Number(), user, group) != 0 && own.st_gid != group &&
+        system.ChangeOwner(file_.Number(), static_cast<uid_t>(-1), group) != 0)
         mode &= ~((~mode & 07u) << 3);  // another group gets no more than everyone has
-    if (!Succeeded(system.ChangeMode(file_.number(), mode)))
+    if (!Succeeded(system.ChangeMode(file_.Number(), mode)))
         return false;
-    return CopyAccessList(target_.folder.number(), target_.name, file_.number());
+    return CopyAccessList(target_.folder.Number(), target_.name, file_.Number());
 }
 
 // Puts the file where another one is, or, without one, where a nameless file couldn't be put.
 bool OutputFile::Replace()
 {
     SystemCalls& system = saver_.System();
-    const int folder = target_.folder.number();
+    const int folder = target_.folder.Number();
     if (target_.exists && !TakeOverAttributes())
         return false;
     const bool replaces =
         target_.exists || faccessat(folder, target_.name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
-    if (replaces && saver_.Syncs() && !SyncFile(system, file_.number()))
+    if (replaces && saver_.Syncs() && !SyncFile(system, file_.Number()))
         return false;
-    if (temporary_.empty() && !NameTemporary(system, file_.number(), folder, temporary_)) {
+    if (temporary_.empty() && !NameTemporary(system, file_.Number(), folder, temporary_)) {
         temporary_.clear();
         return false;
     }
     if (system.Rename(folder, temporary_.c_str(), target_.name.c_str()) != 0)
         return false;
     temporary_.clear();
-    system.Unlock(file_.number());
+    system.Unlock(file_.Number());
     // The file is in place whatever comes now. That it may not be on the disk is reported with the queue.
     if (!replaces)
         QueueForSync();
-    else if (saver_.Syncs() && !SyncFolder(system, folder, file_.number()))
+    else if (saver_.Syncs() && !SyncFolder(system, folder, file_.Number()))
         saver_.Queue().NoteFailure();
     return true;
 }
@@ -245,12 +245,12 @@ void OutputFile::QueueForSync()
 {
     if (!saver_.Syncs())
         return;
-    Descriptor file = keep_open_ ? Descriptor(fcntl(file_.number(), F_DUPFD_CLOEXEC, 0)) : std::move(file_);
+    Descriptor file = keep_open_ ? Descriptor(fcntl(file_.Number(), F_DUPFD_CLOEXEC, 0)) : std::move(file_);
     if (file)
         saver_.Queue().Add({std::move(file), std::move(target_.folder), target_.folder_status.st_dev,
                             target_.folder_status.st_ino, flushed_});
-    else if (!SyncFile(saver_.System(), file_.number()) ||
-             !SyncFolder(saver_.System(), target_.folder.number(), file_.number()))
+    else if (!SyncFile(saver_.System(), file_.Number()) ||
+             !SyncFolder(saver_.System(), target_.folder.Number(), file_.Number()))
         saver_.Queue().NoteFailure();
 }
 
@@ -261,11 +261,11 @@ bool OutputFile::PutIntoPlace()
         return false;
     if (target_.exists)
         return Replace();
-    if (new_mode_ != 0 && !Succeeded(system.ChangeMode(file_.number(), new_mode_)))
+    if (new_mode_ != 0 && !Succeeded(system.ChangeMode(file_.Number(), new_mode_)))
         return false;
     if (!temporary_.empty())
         return Replace();
-    if (system.GiveName(file_.number(), target_.folder.number(), target_.name.c_str()) == 0) {
+    if (system.GiveName(file_.Number(), target_.folder.Number(), target_.name.c_str()) == 0) {
         QueueForSync();
         return true;
     }

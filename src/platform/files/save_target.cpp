@@ -102,26 +102,26 @@ static int WalkToFolder(int base, const std::string& path, int& links_left, Desc
         parts.pop_back();
         struct stat status {
         };
-        if (fstatat(current.number(), part.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        if (fstatat(current.Number(), part.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
             return errno;
         if (!S_ISLNK(status.st_mode)) {
-            current = OpenInPlace(current.number(), part, O_PATH | O_NOFOLLOW);
+            current = OpenInPlace(current.Number(), part, O_PATH | O_NOFOLLOW);
             continue;
         }
         struct stat holder {
         };
         if (--links_left < 0)
             return ELOOP;
-        if (fstat(current.number(), &holder) != 0)
+        if (fstat(current.Number(), &holder) != 0)
             return errno;
         if (!MayFollowToFolder(status, holder))
             return EACCES;
-        if (IsInProc(current.number())) {
-            current = OpenInPlace(current.number(), part, O_PATH);
+        if (IsInProc(current.Number())) {
+            current = OpenInPlace(current.Number(), part, O_PATH);
             continue;
         }
         std::string text;
-        if (const int error = ReadLink(current.number(), part, text); error != 0)
+        if (const int error = ReadLink(current.Number(), part, text); error != 0)
             return error;
         PushParts(text, parts);
         if (text.starts_with('/'))
@@ -129,7 +129,7 @@ static int WalkToFolder(int base, const std::string& path, int& links_left, Desc
     }
     if (!current)
         return errno;
-    folder = OpenInPlace(current.number(), ".", O_RDONLY);
+    folder = OpenInPlace(current.Number(), ".", O_RDONLY);
     if (!folder)
         folder = std::move(current);
     return 0;
@@ -158,27 +158,27 @@ int FindSaveTarget(const std::string& host_path, SaveTarget& target)
         if (name.empty() || name == "." || name == "..")
             return path.empty() ? ENOENT : EISDIR;
         Descriptor folder;
-        const int start = base ? base.number() : AT_FDCWD;
+        const int start = base ? base.Number() : AT_FDCWD;
         if (const int error = OpenFolder(start, folder_path, links_left, folder); error != 0)
             return error;
-        if (fstat(folder.number(), &target.folder_status) != 0)
+        if (fstat(folder.Number(), &target.folder_status) != 0)
             return errno;
-        target.exists = fstatat(folder.number(), name.c_str(), &target.status, AT_SYMLINK_NOFOLLOW) == 0;
+        target.exists = fstatat(folder.Number(), name.c_str(), &target.status, AT_SYMLINK_NOFOLLOW) == 0;
         if (!target.exists && errno != ENOENT)
             return errno;
         const bool is_link = target.exists && S_ISLNK(target.status.st_mode);
         if (is_link && !MayFollowToFile(target.status, target.folder_status))
             return EACCES;
-        if (is_link && !IsInProc(folder.number())) {
+        if (is_link && !IsInProc(folder.Number())) {
             if (--links_left < 0)
                 return ELOOP;
-            if (const int error = ReadLink(folder.number(), name, path); error != 0)
+            if (const int error = ReadLink(folder.Number(), name, path); error != 0)
                 return error;
             base = std::move(folder);
             continue;
         }
         if (is_link)
-            target.exists = fstatat(folder.number(), name.c_str(), &target.status, 0) == 0;
+            target.exists = fstatat(folder.Number(), name.c_str(), &target.status, 0) == 0;
         target.folder = std::move(folder);
         target.name = std::move(name);
         return 0;

@@ -99,16 +99,16 @@ bool SyncQueue::SyncBatch(Batch& batch)
 {
     bool done = true;
     for (const UnsyncedFile& file : batch.files)
-        done = SyncFile(system_, file.file.number()) && done;
+        done = SyncFile(system_, file.file.Number()) && done;
     const UnsyncedFile* last = nullptr;
     for (const UnsyncedFile& file : batch.files) {
         if (!file.folder || (last && last->device == file.device && last->folder_inode == file.folder_inode))
             continue;
-        done = SyncFolder(system_, file.folder.number(), file.file.number()) && done;
+        done = SyncFolder(system_, file.folder.Number(), file.file.Number()) && done;
         last = &file;
     }
     for (const auto& [device, file] : batch.systems)
-        done = (system_.SyncFileSystem(file.number()) == 0 || MeansUnsupported(errno)) && done;
+        done = (system_.SyncFileSystem(file.Number()) == 0 || MeansUnsupported(errno)) && done;
     return done;
 }
 

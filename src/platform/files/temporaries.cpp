@@ -63,9 +63,9 @@ static Leftover RemoveLeftover(SystemCalls& system, int folder, const std::strin
         return errno == ENOENT ? Leftover::None : Leftover::InUse;
     struct stat status {
     };
-    if (fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode) || system.Lock(file.number()) != 0)
+    if (fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode) || system.Lock(file.Number()) != 0)
         return Leftover::InUse;
-    if (!IsStill(file.number(), folder, name))
+    if (!IsStill(file.Number(), folder, name))
         return Leftover::None;
     return system.Unlink(folder, name.c_str()) == 0 ? Leftover::Removed : Leftover::InUse;
 }
@@ -73,9 +73,9 @@ static Leftover RemoveLeftover(SystemCalls& system, int folder, const std::strin
 // True unless a sweep came between the creation and the lock. A file system without locks is never swept.
 static bool LockCreated(SystemCalls& system, const Descriptor& file, int folder, const std::string& name)
 {
-    if (system.Lock(file.number()) != 0)
+    if (system.Lock(file.Number()) != 0)
         return errno != EWOULDBLOCK;
-    return IsStill(file.number(), folder, name);
+    return IsStill(file.Number(), folder, name);
 }
 
 Descriptor CreateTemporary(SystemCalls& system, int folder, mode_t mode, std::string& name)

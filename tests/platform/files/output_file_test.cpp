@@ -426,7 +426,7 @@ TEST(OutputFile, HandsOutTheFileUnderItsName)
     const Descriptor file = out.CommitAndKeepOpen();
 
     ASSERT_TRUE(file);
-    EXPECT_EQ(pwrite(file.number(), " second", 7, 5), 7);
+    EXPECT_EQ(pwrite(file.Number(), " second", 7, 5), 7);
     EXPECT_EQ(ContentOf(folder.Path("a")), "first second");
     EXPECT_TRUE(saver.SyncSaves());
     EXPECT_EQ(system.Count("sync"), 1u);
