@@ -8,6 +8,7 @@
 #include "src/entry/modCommandText.h"
 #include "src/entry/modMain.h"
 #include "src/forms/Application.h"
+#include "src/platform/files/file_saver.h"
 #include "src/platform/headless/headless_windows.h"
 #include "src/platform/image/base/picture_memory.h"
 #include "src/platform/image/codec_image_file.h"
@@ -23,16 +24,17 @@
 static void Run(const std::vector<std::string>& aArguments)
 {
     PosixProgramFolders objFolders;
-    PosixIniFile objIniFile;
+    FileSaver objSaver(IsSyncWanted());
+    PosixIniFile objIniFile(objSaver);
     const std::string sIniFile = sSettingsFile(objFolders);
-    PosixFileSystem objFileSystem([&](char cDrive) {
+    PosixFileSystem objFileSystem(objSaver, [&](char cDrive) {
         return objIniFile.GetPrivateProfileString("Drives", std::string(1, cDrive), "", 4096, sIniFile);
     });
     PosixClock objClock;
     PosixLocale objLocale;
     PosixNamedMutex objNamedMutex;
     HeadlessWindows objWindows;
-    CodecImageFile objImageFile(objFileSystem);
+    CodecImageFile objImageFile(objFileSystem, objSaver);
     BufferImageUtility objImageUtility;
     LazyImageTransform objImageTransform;
     PosixProcessLauncher objProcessLauncher(objFileSystem);

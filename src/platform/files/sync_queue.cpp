@@ -95,9 +95,17 @@ void SyncQueue::WorkInBackground()
     }
 }
 
+static bool IsDeleted(int file)
+{
+    struct stat status {
+    };
+    return fstat(file, &status) == 0 && status.st_nlink == 0;
+}
+
 bool SyncQueue::SyncBatch(Batch& batch)
 {
     bool done = true;
+    std::erase_if(batch.files, [](const UnsyncedFile& file) { return IsDeleted(file.file.Number()); });
     for (const UnsyncedFile& file : batch.files)
         done = SyncFile(system_, file.file.Number()) && done;
     const UnsyncedFile* last = nullptr;

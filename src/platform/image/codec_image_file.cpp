@@ -8,8 +8,8 @@
 #include "src/base/path_text.h"
 #include "src/base/text.h"
 #include "src/platform/file_system.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/base/limits.h"
-#include "src/platform/image/base/output_file.h"
 #include "src/platform/image/codecs/registry.h"
 #include "src/platform/image/codecs/tiff/tiff_document.h"
 #include "src/platform/image/colour/colour_profile.h"
@@ -23,7 +23,10 @@ struct CodecImageFile::OpenDocument {
     std::unique_ptr<ImageDecoder> decoder;
 };
 
-CodecImageFile::CodecImageFile(const FileSystem& file_system) : file_system_(file_system) {}
+CodecImageFile::CodecImageFile(const FileSystem& file_system, FileSaver& saver)
+    : file_system_(file_system), saver_(saver)
+{
+}
 CodecImageFile::~CodecImageFile() = default;
 
 CodecImageFile::OpenDocument* CodecImageFile::Open(const std::string& file)
@@ -100,7 +103,7 @@ try {
     const ImageBuffer& picture = flatten || convert ? own : image;
     SaveSettings settings = settings_;
     settings.jpeg_quality = std::clamp(settings.jpeg_quality, 1, 100);
-    OutputFile out(*host_path);
+    OutputFile out(*host_path, saver_);
     return !out.Failed() && codec->encode(picture, settings, out) && out.Commit();
 } catch (const std::bad_alloc&) {
     return false;
@@ -122,7 +125,7 @@ try {
     const auto host_path = file_system_.sHostPathToWrite(file);
     if (!host_path || image.width < 1 || image.height < 1)
         return false;
-    growing_ = TiffDocument::Begin(*host_path, image, settings_);
+    growing_ = TiffDocument::Begin(*host_path, image, settings_, saver_);
     return growing_ != nullptr;
 } catch (const std::bad_alloc&) {
     return false;

@@ -10,14 +10,15 @@
 #include "src/platform/image/codecs/codec.h"
 #include "src/platform/image_library.h"
 
+class FileSaver;
 class FileSystem;
 class TiffDocument;
 
 class CodecImageFile : public ImageFile
 {
 public:
-    /// file_system maps the user's paths to host paths; it must outlive this object.
-    explicit CodecImageFile(const FileSystem& file_system);
+    /// file_system maps the user's paths to host paths. Both must outlive this object.
+    CodecImageFile(const FileSystem& file_system, FileSaver& saver);
     ~CodecImageFile() override;
 
     bool LoadImage(const std::string& file, ImageBuffer& image) override;
@@ -51,6 +52,7 @@ private:
     bool Save(FileType type, const ImageBuffer& image, const std::string& file);
 
     const FileSystem& file_system_;
+    FileSaver& saver_;
     SaveSettings settings_;
     bool multi_frame_save_ = false;
     std::unique_ptr<OpenDocument> document_;

@@ -14,8 +14,9 @@
 
 #include "src/base/path_text.h"
 #include "src/base/raised_error.h"
-#include "src/platform/posix/descriptor.h"
-#include "src/platform/posix/replacing_file.h"
+#include "src/platform/files/descriptor.h"
+#include "src/platform/files/file_saver.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/posix/text_files.h"
 
 std::optional<std::string> PosixFileSystem::sHostPathOfExisting(const std::string& path) const
@@ -118,9 +119,10 @@ bool PosixFileSystem::CopyFile(const std::string& source_path, const std::string
     };
     if (!source || fstat(source.Number(), &status) != 0)
         return false;
-    ReplacingFile target(*to, status.st_mode & 0777);
+    OutputFile target(*to, saver_, status.st_mode & 0777);
     return !target.Failed() &&
-           ReadAll(source.Number(), [&](std::string_view bytes) { target.Write(bytes); }) && target.Commit();
+           ReadAll(source.Number(), [&](std::string_view bytes) { target.WriteText(bytes); }) &&
+           target.Commit();
 }
 
 bool PosixFileSystem::DeleteFile(const std::string& path)
@@ -156,7 +158,7 @@ std::unique_ptr<TextWriter> PosixFileSystem::OpenForOutput(const std::string& pa
     const std::optional<std::string> host_path = sHostPathToWrite(path);
     if (!host_path)
         RaisePathFileAccess(path, "not a name for a file");
-    return std::make_unique<PosixTextWriter>(*host_path, path);
+    return std::make_unique<PosixTextWriter>(*host_path, path, saver_);
 }
 
 // Appends everything in one write, so that lines of several processes don't mix. False, with errno set, on

@@ -9,11 +9,17 @@
 #include "src/platform/file_system.h"
 #include "src/platform/posix/host_path.h"
 
+class FileSaver;
+
 /// Pipes and devices don't count as files; only AppendLine writes to an existing one.
 class PosixFileSystem : public FileSystem
 {
 public:
-    explicit PosixFileSystem(HostPaths::DriveLookup drive_folder = {}) : paths_(std::move(drive_folder)) {}
+    /// `saver` outlives this object.
+    explicit PosixFileSystem(FileSaver& saver, HostPaths::DriveLookup drive_folder = {})
+        : paths_(std::move(drive_folder)), saver_(saver)
+    {
+    }
 
     std::optional<std::string> sHostPathOfExisting(const std::string& path) const override;
     std::optional<std::string> sHostPathToWrite(const std::string& path) const override;
@@ -33,4 +39,5 @@ public:
 
 private:
     HostPaths paths_;
+    FileSaver& saver_;
 };

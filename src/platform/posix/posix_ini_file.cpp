@@ -11,9 +11,9 @@
 
 #include "src/base/number_text.h"
 #include "src/base/text_encoding.h"
-#include "src/platform/posix/descriptor.h"
+#include "src/platform/files/descriptor.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/posix/ini_text.h"
-#include "src/platform/posix/replacing_file.h"
 
 // A settings file has a few kilobytes; anything larger than this is something else.
 static constexpr off_t kLargestFile = 16 * 1024 * 1024;
@@ -78,34 +78,28 @@ std::int32_t PosixIniFile::GetPrivateProfileInt(const std::string& section, cons
     return value ? lLeadingNumber(*value) : fallback;
 }
 
-// In a folder that several users share, one of them could put a link where the file is to be, and have
-// another one write over a file of his own. So a link is followed only if the user, or the system, has made
-// it.
-static bool IsForeignLink(const std::string& ini_file)
+// A new file in a folder shared by a group is shared by the group, too.
+static mode_t ModeForNewFile(int folder)
 {
     struct stat status {
     };
-    return lstat(ini_file.c_str(), &status) == 0 && S_ISLNK(status.st_mode) && status.st_uid != geteuid() &&
-           status.st_uid != 0;
+    return fstat(folder, &status) == 0 ? 0600 | (status.st_mode & 0066) : 0600;
 }
 
-// A new file in a folder shared by a group is shared by the group, too.
-static void ShareAsTheFolder(const std::string& ini_file, int folder)
+static std::string FolderOf(const std::string& host_path)
 {
-    struct stat status {
-    };
-    if (fstat(folder, &status) == 0)
-        (void)!chmod(ini_file.c_str(), 0600 | (status.st_mode & 0066));
+    const std::string folder = std::filesystem::path(host_path).parent_path().string();
+    return folder.empty() ? "." : folder;
 }
 
 bool PosixIniFile::WritePrivateProfileString(const std::string& section, const std::string& key,
                                              const std::string& value, const std::string& ini_file)
 {
-    const std::string folder_path = HostFolderOf(ini_file);
+    const std::string folder_path = FolderOf(ini_file);
     std::error_code ignored;  // opening the folder tells
     std::filesystem::create_directories(folder_path, ignored);
     const Descriptor folder(open(folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder || IsForeignLink(ini_file))
+    if (!folder)
         return false;
     // The lock is released with the descriptor. On a file system without locks we go without.
     while (flock(folder.Number(), LOCK_EX) != 0 && errno == EINTR)
@@ -118,11 +112,7 @@ bool PosixIniFile::WritePrivateProfileString(const std::string& section, const s
     const std::string new_text = IniTextWith(*old_text, section, key, value);
     if (!is_new && new_text == *old_text)
         return true;
-    ReplacingFile file(ini_file);
-    file.Write(new_text);
-    if (!file.Commit())
-        return false;
-    if (is_new)
-        ShareAsTheFolder(ini_file, folder.Number());
-    return true;
+    OutputFile file(ini_file, saver_);
+    file.SetMode(ModeForNewFile(folder.Number()));
+    return file.WriteText(new_text) && file.Commit();
 }

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "src/platform/files/descriptor.h"
 #include "src/platform/named_mutex.h"
-#include "src/platform/posix/descriptor.h"
 
 /// The lock file is in the first folder where it can be opened or created, so all processes on the machine
 /// use the same one, whatever their user. The system releases the lock when its owner ends, however that

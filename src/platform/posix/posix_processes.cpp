@@ -15,7 +15,7 @@
 
 #include "src/base/text.h"
 #include "src/platform/file_system.h"
-#include "src/platform/posix/descriptor.h"
+#include "src/platform/files/descriptor.h"
 
 // Intentional: argument 0 isn't the program's path.
 static constexpr char kArgument0[] = "Dummy.exe";

@@ -106,21 +106,21 @@ bool PosixTextReader::ReadLine(std::string& line)
     return true;
 }
 
-PosixTextWriter::PosixTextWriter(const std::string& host_path, std::string name)
-    : file_(host_path), name_(std::move(name))
+PosixTextWriter::PosixTextWriter(const std::string& host_path, std::string name, FileSaver& saver)
+    : file_(host_path, saver), name_(std::move(name))
 {
     if (file_.Failed())
-        RaisePathFileAccess(name_, file_.Error());
+        RaisePathFileAccess(name_, file_.ErrorText());
 }
 
 void PosixTextWriter::WriteLine(const std::string& line)
 {
-    file_.Write(line);
-    file_.Write("\r\n");
+    file_.WriteText(line);
+    file_.WriteText("\r\n");
 }
 
 void PosixTextWriter::Commit()
 {
     if (!file_.Commit())
-        RaisePathFileAccess(name_, file_.Error());
+        RaisePathFileAccess(name_, file_.ErrorText());
 }

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "src/platform/file_system.h"
-#include "src/platform/posix/replacing_file.h"
+#include "src/platform/files/output_file.h"
 
 /// Reads a file in blocks. Lines may have any length and contain any byte, including NUL. A UTF-8 byte order
 /// mark is dropped. The whole file is checked for valid UTF-8 before the first line is returned.
@@ -41,13 +41,13 @@ class PosixTextWriter : public TextWriter
 {
 public:
     /// Raises clsRaisedError if no file can be created at host_path.
-    PosixTextWriter(const std::string& host_path, std::string name);
+    PosixTextWriter(const std::string& host_path, std::string name, FileSaver& saver);
 
     void WriteLine(const std::string& line) override;
     void Commit() override;
 
 private:
-    ReplacingFile file_;
+    OutputFile file_;
     std::string name_;
 };
 

@@ -25,7 +25,7 @@ protected:
     // The pages in the file, identified by the values that Page stores in them.
     std::vector<int> PagesIn(const std::string& name)
     {
-        CodecImageFile other(files_);
+        CodecImageFile other(files_, files_.saver);
         std::vector<int> found;
         for (std::int32_t i = 0; i < other.GetFrameCount(Path(name)); ++i) {
             ImageBuffer image;
@@ -36,7 +36,7 @@ protected:
 
     TestFolder folder_;
     HostFiles files_;
-    CodecImageFile image_file_{files_};
+    CodecImageFile image_file_{files_, files_.saver};
 };
 
 using ints = std::vector<int>;

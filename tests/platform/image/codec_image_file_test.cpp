@@ -13,7 +13,7 @@ namespace
 {
 struct Library {
     HostFiles files;
-    CodecImageFile image_file{files};
+    CodecImageFile image_file{files, files.saver};
     TestFolder folder;
 
     ImageBuffer Loaded(const std::string& file)

@@ -10,6 +10,7 @@
 
 #include "src/base/raised_error.h"
 #include "tests/platform/posix/support/host_folder.h"
+#include "tests/platform/posix/support/host_services.h"
 
 using namespace std::string_literals;
 using Names = std::vector<std::string>;
@@ -21,7 +22,7 @@ TEST(PosixFileSystem, DistinguishesFilesFromFolders)
     std::filesystem::create_symlink(folder.File("Sub"), folder.File("link"));
     std::filesystem::create_symlink(folder.File("gone"), folder.File("dangling"));
     ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
-    const PosixFileSystem files;
+    const HostFileSystem files;
 
     EXPECT_TRUE(files.FolderExists(folder.File("sub\\")));
     EXPECT_TRUE(files.FolderExists(folder.File("link")));
@@ -36,7 +37,7 @@ TEST(PosixFileSystem, DistinguishesFilesFromFolders)
 
 TEST(PosixFileSystem, RefusesToWriteWildcardOrEmptyName)
 {
-    const PosixFileSystem files;
+    const HostFileSystem files;
 
     EXPECT_EQ(files.sHostPathToWrite("/tmp/*.png"), std::nullopt);
     EXPECT_EQ(files.sHostPathToWrite("/tmp/a?.png"), std::nullopt);
@@ -47,7 +48,7 @@ TEST(PosixFileSystem, RefusesToWriteWildcardOrEmptyName)
 TEST(PosixFileSystem, CreatesFolderOnlyIfParentExists)
 {
     const HostFolder folder;
-    PosixFileSystem files;
+    HostFileSystem files;
 
     EXPECT_TRUE(files.CreateFolder(folder.File("New\\")));
     EXPECT_FALSE(files.CreateFolder(folder.File("New")));
@@ -73,7 +74,7 @@ TEST(PosixFileSystem, ListsFilesAndSubfoldersInOrder)
     ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
 
     FolderListing listing{{"left over"}, {}, {}};
-    ASSERT_TRUE(PosixFileSystem().ListFolder(folder.Path() + "/", listing));
+    ASSERT_TRUE(HostFileSystem().ListFolder(folder.Path() + "/", listing));
 
     EXPECT_EQ(listing.aFiles, (Names{".dot", "B.bmp", "a.bmp", "b.bmp", "link.bmp", "ä.bmp"}));
     EXPECT_EQ(listing.aSubfolders, (Names{".hidden", "linked", "z"}));
@@ -85,8 +86,8 @@ TEST(PosixFileSystem, ListsNothingForFile)
     const HostFolder folder;
     FolderListing listing;
 
-    EXPECT_FALSE(PosixFileSystem().ListFolder(folder.File("a.bmp", ""), listing));
-    EXPECT_FALSE(PosixFileSystem().ListFolder(folder.File("gone"), listing));
+    EXPECT_FALSE(HostFileSystem().ListFolder(folder.File("a.bmp", ""), listing));
+    EXPECT_FALSE(HostFileSystem().ListFolder(folder.File("gone"), listing));
 }
 
 TEST(PosixFileSystem, GivesOneRealPathForEveryAliasOfFolder)
@@ -94,7 +95,7 @@ TEST(PosixFileSystem, GivesOneRealPathForEveryAliasOfFolder)
     const HostFolder folder;
     folder.Subfolder("Real");
     std::filesystem::create_symlink("Real", folder.File("link"));
-    const PosixFileSystem files;
+    const HostFileSystem files;
 
     EXPECT_EQ(files.sRealPath(folder.File("link")), files.sRealPath(folder.File("real\\")));
     EXPECT_EQ(files.sRealPath(folder.File("gone")), "");
@@ -106,7 +107,7 @@ TEST(PosixFileSystem, OverwritesTargetOfCopy)
     const std::string bytes(700'000, '\0');
     folder.File("a.bin", bytes);
     folder.File("b.bin", "old");
-    PosixFileSystem files;
+    HostFileSystem files;
 
     EXPECT_TRUE(files.CopyFile(folder.File("A.BIN"), folder.File("b.bin")));
     EXPECT_EQ(ContentOf(folder.File("b.bin")), bytes);
@@ -119,7 +120,7 @@ TEST(PosixFileSystem, RefusesToCopyOntoFolderOrFromMissingFile)
     const HostFolder folder;
     folder.File("a.bin", "x");
     folder.Subfolder("sub");
-    PosixFileSystem files;
+    HostFileSystem files;
 
     EXPECT_FALSE(files.CopyFile(folder.File("a.bin"), folder.File("sub")));
     EXPECT_FALSE(files.CopyFile(folder.File("sub"), folder.File("b.bin")));
@@ -134,7 +135,7 @@ TEST(PosixFileSystem, KeepsOldTargetIfDiskIsFullDuringCopy)
     folder.File("b.bin", "old");
     const ScopedFileSizeLimit limit(100'000);
 
-    EXPECT_FALSE(PosixFileSystem().CopyFile(folder.File("a.bin"), folder.File("b.bin")));
+    EXPECT_FALSE(HostFileSystem().CopyFile(folder.File("a.bin"), folder.File("b.bin")));
     EXPECT_EQ(ContentOf(folder.File("b.bin")), "old");
     EXPECT_EQ(folder.Listing(), "a.bin b.bin");
 }
@@ -144,7 +145,7 @@ TEST(PosixFileSystem, DeletesFilesButNotFolders)
     const HostFolder folder;
     folder.File("a.bin", "x");
     folder.Subfolder("sub");
-    PosixFileSystem files;
+    HostFileSystem files;
 
     EXPECT_TRUE(files.DeleteFile(folder.File("A.bin")));
     EXPECT_FALSE(files.DeleteFile(folder.File("a.bin")));
@@ -157,7 +158,7 @@ TEST(PosixFileSystem, ClearsReadOnlyPermission)
     const HostFolder folder;
     const std::string file = folder.File("a.bin", "x");
     chmod(file.c_str(), 0444);
-    PosixFileSystem files;
+    HostFileSystem files;
 
     EXPECT_TRUE(files.ClearReadOnly(file));
     EXPECT_TRUE(files.ClearReadOnly(file));
@@ -172,7 +173,7 @@ TEST(PosixFileSystem, ClearsReadOnlyPermission)
 TEST(PosixFileSystem, CreatesFileToAppendLinesTo)
 {
     const HostFolder folder;
-    PosixFileSystem files;
+    HostFileSystem files;
 
     files.AppendLine(folder.File("report.txt"), "one");
     files.AppendLine(folder.File("report.txt"), "two");
@@ -184,7 +185,7 @@ TEST(PosixFileSystem, AppendsToDeviceButNeverWaitsForPipe)
 {
     const HostFolder folder;
     ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
-    PosixFileSystem files;
+    HostFileSystem files;
 
     EXPECT_NO_THROW(files.AppendLine("/dev/null", "one"));
     EXPECT_THROW(files.AppendLine(folder.File("pipe"), "one"), clsRaisedError);
@@ -194,7 +195,7 @@ TEST(PosixFileSystem, AppendsToDeviceButNeverWaitsForPipe)
 TEST(PosixFileSystem, RaisesPathFileAccessIfAppendFails)
 {
     const HostFolder folder;
-    PosixFileSystem files;
+    HostFileSystem files;
     for (const std::string& path :
          {folder.Path(), folder.File("missing/a.txt"), folder.File("*.txt"), ""s, "Q:\\report.txt"s}) {
         try {
@@ -212,7 +213,7 @@ TEST(PosixFileSystem, RemovesHalfWrittenLineIfDiskIsFull)
     const std::string file = folder.File("report.txt", "old line\n");
     const ScopedFileSizeLimit limit(12);
 
-    EXPECT_THROW(PosixFileSystem().AppendLine(file, "a longer line"), clsRaisedError);
+    EXPECT_THROW(HostFileSystem().AppendLine(file, "a longer line"), clsRaisedError);
     EXPECT_EQ(ContentOf(file), "old line\n");
 }
 
@@ -221,7 +222,7 @@ TEST(PosixFileSystem, ReadsAndAppendsBytesUnchanged)
     const HostFolder folder;
     const std::string bytes = "\xFF\0\r\n"s + std::string(600'000, '\x80');
     const std::string file = folder.File("Some.bin", bytes);
-    PosixFileSystem files;
+    HostFileSystem files;
 
     EXPECT_EQ(files.sReadBytes(folder.File("some.BIN")), bytes);
     EXPECT_TRUE(files.AppendBytes(folder.File("some.BIN"), "\0x"s));

@@ -9,8 +9,9 @@
 #include <filesystem>
 
 #include "tests/platform/posix/support/host_folder.h"
+#include "tests/platform/posix/support/host_services.h"
 
-static std::string Get(const PosixIniFile& ini, const std::string& file, const std::string& key)
+static std::string Get(const HostIniFile& ini, const std::string& file, const std::string& key)
 {
     return ini.GetPrivateProfileString("s", key, "default", 500, file);
 }
@@ -19,7 +20,7 @@ TEST(PosixIniFile, ReturnsDefaultsUntilFirstWriteCreatesFile)
 {
     const HostFolder folder;
     const std::string file = folder.File("new/deep/VL_SearchHistory.INI");
-    PosixIniFile ini;
+    HostIniFile ini;
 
     EXPECT_EQ(Get(ini, file, "a"), "default");
     EXPECT_EQ(ini.GetPrivateProfileInt("s", "a", 1000, file), 1000);
@@ -32,7 +33,7 @@ TEST(PosixIniFile, ReadsLeadingNumberOfValue)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.ini", "[s]\na=150 twips\nb=-3.5\nc=x\nd=\n");
-    const PosixIniFile ini;
+    const HostIniFile ini;
 
     EXPECT_EQ(ini.GetPrivateProfileInt("s", "a", 7, file), 150);
     EXPECT_EQ(ini.GetPrivateProfileInt("s", "b", 7, file), -3);
@@ -46,7 +47,7 @@ TEST(PosixIniFile, TruncatesValueBetweenCharacters)
     const HostFolder folder;
     const std::string long_line(600, 'x');
     const std::string file = folder.File("a.ini", "[s]\na=" + long_line + "\nb=ab€\n");
-    const PosixIniFile ini;
+    const HostIniFile ini;
 
     EXPECT_EQ(Get(ini, file, "a"), std::string(499, 'x'));
     EXPECT_EQ(ini.GetPrivateProfileString("s", "b", "", 5, file), "ab");
@@ -59,10 +60,10 @@ TEST(PosixIniFile, SeesChangesOfOtherProcesses)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.ini", "[s]\na=1\n");
-    const PosixIniFile ini;
+    const HostIniFile ini;
     EXPECT_EQ(Get(ini, file, "a"), "1");
 
-    EXPECT_TRUE(PosixIniFile().WritePrivateProfileString("s", "a", "2", file));
+    EXPECT_TRUE(HostIniFile().WritePrivateProfileString("s", "a", "2", file));
 
     EXPECT_EQ(Get(ini, file, "a"), "2");
     std::filesystem::remove(file);
@@ -73,7 +74,7 @@ TEST(PosixIniFile, ConvertsWindows1252FileToUtf8OnWrite)
 {
     const HostFolder folder;
     const std::string file = folder.File("a.ini", "; f\xFCr mich\r\n[s]\r\na=caf\xE9\r\n");
-    PosixIniFile ini;
+    HostIniFile ini;
 
     EXPECT_EQ(Get(ini, file, "a"), "café");
     EXPECT_TRUE(ini.WritePrivateProfileString("s", "b", "1", file));
@@ -87,7 +88,7 @@ TEST(PosixIniFile, LosesNoWritesOfConcurrentProcesses)
     constexpr int kProcesses = 4, kKeys = 25;
     for (int process = 0; process < kProcesses; ++process) {
         if (fork() == 0) {
-            PosixIniFile ini;
+            HostIniFile ini;
             bool all = true;
             for (int key = 0; key < kKeys; ++key)
                 all &= ini.WritePrivateProfileString("s" + std::to_string(process), std::to_string(key), "x",
@@ -98,7 +99,7 @@ TEST(PosixIniFile, LosesNoWritesOfConcurrentProcesses)
     for (int status = 0; wait(&status) > 0;)
         EXPECT_EQ(status, 0);
 
-    const PosixIniFile ini;
+    const HostIniFile ini;
     for (int process = 0; process < kProcesses; ++process)
         for (int key = 0; key < kKeys; ++key)
             EXPECT_EQ(ini.GetPrivateProfileString("s" + std::to_string(process), std::to_string(key), "", 500,
@@ -110,7 +111,7 @@ TEST(PosixIniFile, LosesNoWritesOfConcurrentProcesses)
 TEST(PosixIniFile, CannotBeReadOrWrittenIfItIsFolder)
 {
     const HostFolder folder;
-    PosixIniFile ini;
+    HostIniFile ini;
 
     EXPECT_EQ(Get(ini, folder.Path(), "a"), "default");
     EXPECT_FALSE(ini.WritePrivateProfileString("s", "a", "1", folder.Path()));
@@ -126,7 +127,7 @@ TEST(PosixIniFile, ToleratesBinaryGarbage)
     for (int n = 0; n < 5000; ++n)
         rubbish += static_cast<char>(n * 7919 >> 3);
     const std::string file = folder.File("a.ini", rubbish);
-    PosixIniFile ini;
+    HostIniFile ini;
 
     EXPECT_EQ(Get(ini, file, "a"), "default");
     EXPECT_TRUE(ini.WritePrivateProfileString("s", "a", "1", file));
@@ -144,7 +145,7 @@ TEST(PosixIniFile, IsUntouchedWithoutPermission)
         GTEST_SKIP() << "needs another user's file";
 
     EXPECT_TRUE(RunAsOrdinaryUser([&] {
-        PosixIniFile ini;
+        HostIniFile ini;
         return Get(ini, secret, "a") == "default" && !ini.WritePrivateProfileString("s", "a", "2", secret) &&
                Get(ini, file, "a") == "1" && !ini.WritePrivateProfileString("s", "a", "2", file);
     }));
@@ -159,7 +160,7 @@ TEST(PosixIniFile, KeepsOldContentIfDiskIsFull)
     const std::string file = folder.File("a.ini", old);
     const ScopedFileSizeLimit limit(100);
 
-    EXPECT_FALSE(PosixIniFile().WritePrivateProfileString("s", "b", "1", file));
+    EXPECT_FALSE(HostIniFile().WritePrivateProfileString("s", "b", "1", file));
     EXPECT_EQ(ContentOf(file), old);
     EXPECT_EQ(folder.Listing(), "a.ini");
 }
@@ -170,7 +171,7 @@ TEST(PosixIniFile, FollowsLinkOfUserButNotOfStranger)
     const std::string file = folder.File("real/a.ini", "[s]\n");
     const std::string link = folder.File("a.ini");
     std::filesystem::create_symlink(file, link);
-    PosixIniFile ini;
+    HostIniFile ini;
 
     EXPECT_TRUE(ini.WritePrivateProfileString("s", "a", "1", link));
     EXPECT_EQ(ContentOf(file), "[s]\na=1\n");
@@ -187,7 +188,7 @@ TEST(PosixIniFile, IsSharedByUsersOfItsFolder)
     for (const mode_t mode : {0770u, 0755u, 0700u}) {
         const std::string folder_path = folder.Subfolder(std::to_string(mode));
         chmod(folder_path.c_str(), mode);
-        EXPECT_TRUE(PosixIniFile().WritePrivateProfileString("s", "a", "1", folder_path + "/a.ini"));
+        EXPECT_TRUE(HostIniFile().WritePrivateProfileString("s", "a", "1", folder_path + "/a.ini"));
 
         struct stat status {
         };

@@ -13,7 +13,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "src/platform/posix/posix_file_system.h"
+#include "tests/platform/posix/support/host_services.h"
 
 namespace
 {
@@ -60,7 +60,7 @@ protected:
     }
 
     std::string folder_;
-    PosixFileSystem files_;
+    HostFileSystem files_;
     PosixProcessLauncher launcher_{files_};
 };
 

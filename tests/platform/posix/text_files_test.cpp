@@ -11,13 +11,21 @@
 #include "src/base/raised_error.h"
 #include "src/platform/posix/posix_file_system.h"
 #include "tests/platform/posix/support/host_folder.h"
+#include "tests/platform/posix/support/host_services.h"
 
 using namespace std::string_literals;
 using Lines = std::vector<std::string>;
 
+// Outlives the writers that it opens.
+static PosixFileSystem& Files()
+{
+    static HostFileSystem files;
+    return files;
+}
+
 static Lines LinesOf(const std::string& path)
 {
-    const auto reader = PosixFileSystem().OpenForInput(path);
+    const auto reader = Files().OpenForInput(path);
     Lines lines;
     std::string line;
     while (reader->ReadLine(line))
@@ -124,7 +132,7 @@ RC_GTEST_PROP(TextReader, GivesBackTheLinesThatWereWritten, (const std::vector<s
         std::erase_if(line, [](char c) { return c == '\n' || c == '\r' || (c & 0x80) != 0; });
         lines.push_back(line);
     }
-    const auto writer = PosixFileSystem().OpenForOutput(folder.File("a.txt"));
+    const auto writer = Files().OpenForOutput(folder.File("a.txt"));
     for (const std::string& line : lines)
         writer->WriteLine(line);
     writer->Commit();
@@ -135,7 +143,7 @@ RC_GTEST_PROP(TextReader, GivesBackTheLinesThatWereWritten, (const std::vector<s
 TEST(TextWriter, EndsLinesWithCrLf)
 {
     const HostFolder folder;
-    const auto writer = PosixFileSystem().OpenForOutput(folder.File("a.txt"));
+    const auto writer = Files().OpenForOutput(folder.File("a.txt"));
     writer->WriteLine("ü");
     writer->WriteLine("");
     writer->Commit();
@@ -149,7 +157,7 @@ TEST(TextWriter, KeepsOldFileUntilCommit)
     const HostFolder folder;
     const std::string file = folder.File("a.txt", "old");
     {
-        const auto writer = PosixFileSystem().OpenForOutput(file);
+        const auto writer = Files().OpenForOutput(file);
         writer->WriteLine(std::string(1'000'000, 'x'));
         EXPECT_EQ(ContentOf(file), "old");
         EXPECT_EQ(folder.Listing(), "a.txt");
@@ -163,7 +171,7 @@ TEST(TextWriter, KeepsModeOfReplacedFile)
     const HostFolder folder;
     const std::string file = folder.File("a.txt", "old");
     chmod(file.c_str(), 0640);
-    const auto writer = PosixFileSystem().OpenForOutput(file);
+    const auto writer = Files().OpenForOutput(file);
     writer->Commit();
 
     struct stat status {
@@ -178,7 +186,7 @@ TEST(TextWriter, ReplacesTargetOfLink)
     const HostFolder folder;
     const std::string file = folder.File("real/a.txt", "old");
     std::filesystem::create_symlink(file, folder.File("link.txt"));
-    const auto writer = PosixFileSystem().OpenForOutput(folder.File("link.txt"));
+    const auto writer = Files().OpenForOutput(folder.File("link.txt"));
     writer->WriteLine("new");
     writer->Commit();
 
@@ -194,7 +202,7 @@ TEST(TextWriter, RaisesPathFileAccessIfFileCannotExist)
     for (const std::string& path : {folder.Path(), folder.File("missing/a.txt"), folder.File("*.txt"),
                                     folder.File("a/"), read_only, "/dev/null"s, ""s, "Q:\\a.txt"s}) {
         try {
-            (void)PosixFileSystem().OpenForOutput(path);
+            (void)Files().OpenForOutput(path);
             FAIL() << path;
         } catch (const clsRaisedError& error) {
             EXPECT_EQ(error.lNumber(), kErrPathFileAccess) << path;
@@ -213,7 +221,7 @@ TEST(TextWriter, RaisesPathFileAccessForFileOfAnotherUser)
 
     EXPECT_TRUE(RunAsOrdinaryUser([&] {
         try {
-            (void)PosixFileSystem().OpenForOutput(file);
+            (void)Files().OpenForOutput(file);
             return false;
         } catch (const clsRaisedError&) {
             return true;
@@ -228,7 +236,7 @@ TEST(TextWriter, RaisesPathFileAccessInReadOnlyFolder)
 
     const bool raised = RunAsOrdinaryUser([&] {
         try {
-            (void)PosixFileSystem().OpenForOutput(folder.File("a.txt"));
+            (void)Files().OpenForOutput(folder.File("a.txt"));
             return false;
         } catch (const clsRaisedError& error) {
             return error.lNumber() == kErrPathFileAccess &&
@@ -245,7 +253,7 @@ TEST(TextWriter, RaisesOnCommitAndKeepsOldFileIfDiskIsFull)
     const HostFolder folder;
     const std::string file = folder.File("a.txt", "old");
     {
-        const auto writer = PosixFileSystem().OpenForOutput(file);
+        const auto writer = Files().OpenForOutput(file);
         const ScopedFileSizeLimit limit(100'000);
         for (int n = 0; n < 100'000; ++n)
             writer->WriteLine("many lines");

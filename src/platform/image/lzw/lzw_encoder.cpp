@@ -6,7 +6,7 @@
 #include <cstring>
 #include <vector>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 
 static constexpr std::uint32_t kCodes = 4096;
 static constexpr std::size_t kBlock = 255;

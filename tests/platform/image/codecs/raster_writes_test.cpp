@@ -2,7 +2,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/file_saver.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/bmp/bmp.h"
 #include "src/platform/image/codecs/pcx/pcx.h"
 #include "src/platform/image/codecs/ras/ras.h"
@@ -112,7 +113,8 @@ TEST_P(RasterWrites, RoundTripLargePictures)
 
 TEST_P(RasterWrites, ReportFailureIfFileCannotBeWritten)
 {
-    OutputFile out("/nowhere/at/all");
+    FileSaver saver(false);
+    OutputFile out("/nowhere/at/all", saver);
 
     EXPECT_FALSE(GetParam().codec.encode(Pattern(20, 20, 3), {}, out));
 }

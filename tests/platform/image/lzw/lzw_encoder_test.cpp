@@ -2,7 +2,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/file_saver.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/gif/gif_reader.h"
 #include "src/platform/image/lzw/lzw_encoder.h"
 #include "tests/platform/image/support/byte_maker.h"
@@ -15,7 +16,8 @@ using Block = std::vector<std::uint8_t>;
 Block Compress(const Block& indexes, unsigned bits)
 {
     static const TestFolder kFolder;  // shared by thousands of calls
-    OutputFile out(kFolder.Path("out"));
+    FileSaver saver(false);
+    OutputFile out(kFolder.Path("out"), saver);
     EXPECT_TRUE(WriteLzw(indexes, bits, out));
     EXPECT_TRUE(out.Commit());
     return FileContent(kFolder.Path("out"));

@@ -12,8 +12,9 @@
 #include <iterator>
 #include <sstream>
 
+#include "src/platform/files/file_saver.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/base/input_file.h"
-#include "src/platform/image/base/output_file.h"
 #include "tests/support/paths.h"
 
 TestFolder::TestFolder()
@@ -136,7 +137,8 @@ std::optional<ImageBuffer> Decoded(const Codec& codec, Bytes bytes, std::int32_t
 std::vector<std::uint8_t> Encoded(const Codec& codec, const ImageBuffer& image, const SaveSettings& settings)
 {
     const TestFolder folder;
-    OutputFile out(folder.Path("encoded"));
+    FileSaver saver(false);
+    OutputFile out(folder.Path("encoded"), saver);
     if (!codec.encode(image, settings, out) || !out.Commit())
         return {};
     return FileContent(folder.Path("encoded"));

@@ -1,7 +1,7 @@
 // Writes GIF files.
 #include <algorithm>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/gif/gif.h"
 #include "src/platform/image/lzw/lzw_encoder.h"
 #include "src/platform/image/metadata/info_lines.h"

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <string>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/j2k/j2k.h"
 #include "src/platform/image/codecs/j2k/j2k_library.h"
 #include "src/platform/image/metadata/info_lines.h"

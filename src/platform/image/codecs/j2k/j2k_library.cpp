@@ -6,7 +6,7 @@
 #include <new>
 #include <thread>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 
 static constexpr OPJ_SIZE_T kStreamBuffer = 1 << 20;
 static constexpr std::uint64_t kPixelsForThreads = 200'000;

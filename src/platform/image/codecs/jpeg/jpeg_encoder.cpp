@@ -7,7 +7,7 @@
 #include <new>
 #include <vector>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/jpeg/jpeg.h"
 #include "src/platform/image/codecs/jpeg/jpeg_library.h"
 #include "src/platform/image/codecs/jpeg/jpeg_segments.h"

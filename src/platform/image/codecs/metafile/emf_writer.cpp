@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/metafile/metafile_dib.h"
 
 static constexpr std::uint32_t kHeaderSize = 108;

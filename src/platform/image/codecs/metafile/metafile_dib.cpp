@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/dib/dib.h"
 
 static constexpr std::uint32_t kHeaderSize = 40;

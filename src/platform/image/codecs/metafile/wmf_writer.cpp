@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/metafile/metafile_dib.h"
 
 static constexpr std::int32_t kMaxPixels = 32767;

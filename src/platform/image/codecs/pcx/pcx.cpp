@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/base/limits.h"
-#include "src/platform/image/base/output_file.h"
 #include "src/platform/image/codecs/pcx/pcx_runs.h"
 #include "src/platform/image/codecs/single_page.h"
 #include "src/platform/image/pixels/pixel_rows.h"

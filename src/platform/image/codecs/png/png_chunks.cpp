@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/base/input_file.h"
-#include "src/platform/image/base/output_file.h"
 
 // Large enough for few system calls, small enough to stay in the cache along with the strip being inflated.
 static constexpr std::size_t kBufferSize = 128 * 1024;

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/png/png_chunks.h"
 #include "src/platform/image/deflate/run_length.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/png/png_chunks.h"
 #include "src/platform/image/colour/colour_profile.h"
 #include "src/platform/image/metadata/metadata.h"

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/png/png_chunks.h"
 #include "src/platform/image/codecs/png/png_deflate.h"
 #include "src/platform/image/codecs/png/png_metadata.h"

@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/base/limits.h"
-#include "src/platform/image/base/output_file.h"
 #include "src/platform/image/codecs/single_page.h"
 #include "src/platform/image/pixels/pixel_rows.h"
 #include "src/platform/image/pixels/stored_rows.h"

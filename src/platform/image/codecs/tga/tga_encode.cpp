@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/tga/tga_extension.h"
 #include "src/platform/image/codecs/tga/tga_runs.h"
 

@@ -10,7 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/file_saver.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/codec.h"
 #include "src/platform/image/codecs/tiff/directory/tiff_directory_writer.h"
 
@@ -66,40 +67,41 @@ private:
 }  // namespace
 
 std::unique_ptr<TiffDocument> TiffDocument::Begin(const std::string& host_path, const ImageBuffer& image,
-                                                  const SaveSettings& settings, std::uint64_t classic_end)
+                                                  const SaveSettings& settings, FileSaver& saver,
+                                                  std::uint64_t classic_end)
 {
-    std::unique_ptr<TiffDocument> document(new TiffDocument);
+    std::unique_ptr<TiffDocument> document(new TiffDocument(saver));
     document->classic_end_ = classic_end;
     document->big_tiff_ = MaxPageBytes(image) > classic_end;
-    OutputFile out(host_path);
+    OutputFile out(host_path, saver);
     TiffPagePlace place;
     if (out.Failed() || !WriteTiffFile(out, image, settings, {document->big_tiff_, true, 0}, place))
         return nullptr;
     document->end_ = out.Size();
     document->next_pointer_ = place.next_pointer;
     document->pages_ = 1;
-    if (!out.Commit())
+    document->file_ = out.CommitAndKeepOpen();
+    if (!document->file_)
         return nullptr;
-    document->descriptor_ = out.TakeDescriptor();
     return document;
 }
 
 TiffDocument::~TiffDocument()
 {
-    if (descriptor_ >= 0)
-        close(descriptor_);
+    if (file_ && pages_ > 1)
+        saver_.QueueAgain(std::move(file_));
 }
 
 bool TiffDocument::WriteAt(std::uint64_t offset, Bytes bytes) const
 {
-    return WriteWhole(descriptor_, offset, bytes);
+    return WriteWhole(file_.Number(), offset, bytes);
 }
 
 bool TiffDocument::Append(const ImageBuffer& image, const SaveSettings& settings)
 {
     const auto forget_what_is_behind = [this] {
         // If truncating fails, the file keeps unreferenced bytes, which readers ignore.
-        if (ftruncate(descriptor_, static_cast<off_t>(end_)) != 0)
+        if (ftruncate(file_.Number(), static_cast<off_t>(end_)) != 0)
             return;
     };
     try {
@@ -117,7 +119,7 @@ bool TiffDocument::AppendPage(const ImageBuffer& image, const SaveSettings& sett
 {
     if (!big_tiff_ && end_ + MaxPageBytes(image) > classic_end_ && !MakeBig())
         return false;
-    EndOfFile sink(descriptor_, end_);
+    EndOfFile sink(file_.Number(), end_);
     TiffPagePlace place;
     if (!WriteTiffPage(sink, image, settings, {big_tiff_, true, pages_}, place))
         return false;
@@ -207,14 +209,14 @@ static bool Widen(int descriptor, std::uint64_t old_offset, EndOfFile& sink, Wid
 bool TiffDocument::MakeBig()
 {
     std::vector<std::uint8_t> first(4);
-    if (!ReadWhole(descriptor_, 4, first))
+    if (!ReadWhole(file_.Number(), 4, first))
         return false;
-    EndOfFile sink(descriptor_, end_);
+    EndOfFile sink(file_.Number(), end_);
     std::uint64_t new_first = 0;
     std::uint64_t next_pointer = 0;
     for (std::uint64_t old = NumberAt(first, 0, 4); old != 0;) {
         WidenedDirectory widened;
-        if (!Widen(descriptor_, old, sink, widened))
+        if (!Widen(file_.Number(), old, sink, widened))
             return false;
         std::vector<std::uint8_t> pointer;
         AppendNumber(pointer, widened.directory, 8);

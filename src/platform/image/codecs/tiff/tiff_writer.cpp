@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "src/platform/image/base/output_file.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/codecs/codec.h"
 #include "src/platform/image/codecs/tiff/directory/tiff_directory_writer.h"
 #include "src/platform/image/codecs/tiff/directory/tiff_metadata.h"

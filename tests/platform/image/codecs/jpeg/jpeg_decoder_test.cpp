@@ -295,8 +295,8 @@ TEST(JpegDecoder, DropsInvalidProfileAndProfileOfOtherSpace)
 
 TEST(JpegLoad, RotatesPhotographUprightAndResetsOrientation)
 {
-    const HostFiles files;
-    CodecImageFile image_file(files);
+    HostFiles files;
+    CodecImageFile image_file(files, files.saver);
     ImageBuffer image;
 
     ASSERT_TRUE(image_file.LoadImage(SamplePath("jpeg/good/pil-turned.jpg"), image));
@@ -310,8 +310,8 @@ TEST(JpegLoad, RotatesPhotographUprightAndResetsOrientation)
 
 TEST(JpegLoad, ShowsAllEightOrientationsAlike)
 {
-    const HostFiles files;
-    CodecImageFile image_file(files);
+    HostFiles files;
+    CodecImageFile image_file(files, files.saver);
     const TestFolder folder;
     // Pillow stores the scene so that each orientation tag puts it upright.
     Python(
@@ -333,8 +333,8 @@ TEST(JpegLoad, ShowsAllEightOrientationsAlike)
 
 TEST(JpegLoad, DetectsContentAndReportsOnePage)
 {
-    const HostFiles files;
-    CodecImageFile image_file(files);
+    HostFiles files;
+    CodecImageFile image_file(files, files.saver);
     const TestFolder folder;
     WriteFileContent(folder.Path("photo.bmp"), Sample("good/cjpeg-baseline.jpg"));
     ImageBuffer image;

@@ -193,8 +193,8 @@ TEST(JpegEncoder, SupportsMaximumSides)
 
 TEST(JpegSave, FlattensAlphaOnWhiteAndKeepsExif)
 {
-    const HostFiles files;
-    CodecImageFile image_file(files);
+    HostFiles files;
+    CodecImageFile image_file(files, files.saver);
     const TestFolder folder;
     ImageBuffer image;
     ASSERT_TRUE(image_file.LoadImage(SamplePath("jpeg/good/pil-turned.jpg"), image));
@@ -212,8 +212,8 @@ TEST(JpegSave, FlattensAlphaOnWhiteAndKeepsExif)
 
 TEST(JpegSave, FailsOnFullDiskAndLeavesNothing)
 {
-    const HostFiles files;
-    CodecImageFile image_file(files);
+    HostFiles files;
+    CodecImageFile image_file(files, files.saver);
     const TestFolder folder;
     EXPECT_FALSE(image_file.SaveJPEG(Pattern(40, 30, 3), folder.Path("missing/out.jpg")));
     EXPECT_FALSE(image_file.SaveJPEG(Pattern(40, 30, 3), "/dev/full"));

@@ -6,6 +6,7 @@
 #include <numeric>
 #include <random>
 
+#include "src/platform/files/file_saver.h"
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/codecs/tiff/tiff.h"
 #include "src/platform/image/codecs/tiff/tiff_document.h"
@@ -45,7 +46,8 @@ ImageBuffer Page(int page, std::int32_t side = 16)
 
 void WritePages(const std::string& file, int pages, std::int32_t side)
 {
-    const auto document = TiffDocument::Begin(file, Page(0, side), {});
+    FileSaver saver(false);
+    const auto document = TiffDocument::Begin(file, Page(0, side), {}, saver);
     ASSERT_TRUE(document);
     for (int i = 1; i < pages; ++i)
         ASSERT_TRUE(document->Append(Page(i, side), {}));

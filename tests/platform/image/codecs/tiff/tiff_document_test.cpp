@@ -9,6 +9,7 @@
 
 #include <filesystem>
 
+#include "src/platform/files/file_saver.h"
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/codecs/tiff/tiff.h"
 #include "src/platform/image/metadata/metadata_edit.h"
@@ -76,8 +77,9 @@ private:
 TEST(TiffDocument, IsCompleteAfterEveryPage)
 {
     const TestFolder folder;
+    FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
-    const auto document = TiffDocument::Begin(file, Page(0), {});
+    const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
     ASSERT_TRUE(document);
     EXPECT_EQ(PagesIntact(file), 1);
 
@@ -93,9 +95,10 @@ TEST(TiffDocument, IsCompleteAfterEveryPage)
 TEST(TiffDocument, IsReadByOtherPrograms)
 {
     const TestFolder folder;
+    FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
     {
-        const auto document = TiffDocument::Begin(file, Page(0), {});
+        const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
         ASSERT_TRUE(document);
         for (int i = 1; i < 5; ++i)
             ASSERT_TRUE(document->Append(Page(i), {}));
@@ -114,11 +117,12 @@ TEST(TiffDocument, IsReadByOtherPrograms)
 TEST(TiffDocument, WritesEachPageOnceAndReadsNothing)
 {
     const TestFolder folder;
+    FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
     constexpr int kPages = 1000;
     const IoCount before = IoSoFar();
     {
-        const auto document = TiffDocument::Begin(file, Page(0), {});
+        const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
         ASSERT_TRUE(document);
         for (int i = 1; i < kPages; ++i)
             ASSERT_TRUE(document->Append(Page(1), {}));
@@ -134,8 +138,9 @@ TEST(TiffDocument, WritesEachPageOnceAndReadsNothing)
 TEST(TiffDocument, KeepsEarlierPagesIfDiskIsFullAndContinuesLater)
 {
     const TestFolder folder;
+    FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
-    const auto document = TiffDocument::Begin(file, Page(0), {});
+    const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
     ASSERT_TRUE(document && document->Append(Page(1), {}));
     const auto before = FileContent(file);
 
@@ -152,11 +157,12 @@ TEST(TiffDocument, KeepsEarlierPagesIfDiskIsFullAndContinuesLater)
 TEST(TiffDocument, KeepsEarlierPagesIfProcessIsKilled)
 {
     const TestFolder folder;
+    FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        const auto document = TiffDocument::Begin(file, Page(0), {});
+        const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
         if (!document || !document->Append(Page(1), {}))
             _exit(1);
         // The kernel kills the process in the middle of the third page.
@@ -180,11 +186,12 @@ TEST(TiffDocument, KeepsEarlierPagesIfProcessIsKilled)
 TEST(TiffDocument, KeepsOldFileIfFirstPageFails)
 {
     const TestFolder folder;
+    FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
     WriteFileContent(file, {'o', 'l', 'd'});
     {
         const FullDisk full(2000);
-        EXPECT_FALSE(TiffDocument::Begin(file, Page(1), {}));
+        EXPECT_FALSE(TiffDocument::Begin(file, Page(1), {}, saver));
     }
     EXPECT_EQ(FileContent(file), (std::vector<std::uint8_t>{'o', 'l', 'd'}));
     EXPECT_EQ(
@@ -194,6 +201,7 @@ TEST(TiffDocument, KeepsOldFileIfFirstPageFails)
 TEST(TiffDocument, BecomesBigTiffBeforeItGetsTooLarge)
 {
     const TestFolder folder;
+    FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
     SaveSettings settings;
     settings.texts.sTitle = "A title of more than eight bytes";
@@ -202,7 +210,7 @@ TEST(TiffDocument, BecomesBigTiffBeforeItGetsTooLarge)
     first.dots_per_inch_x = first.dots_per_inch_y = 300;
     // A page counts as at least 8 MB, so the fourth is the first that may not fit.
     const std::uint64_t classic_end = MaxPageBytes(first) + 50'000;
-    const auto document = TiffDocument::Begin(file, first, settings, classic_end);
+    const auto document = TiffDocument::Begin(file, first, settings, saver, classic_end);
     ASSERT_TRUE(document);
     int pages = 1;
     while (FileContent(file)[2] == 42 && pages < 20) {

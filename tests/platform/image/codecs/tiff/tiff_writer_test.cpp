@@ -8,8 +8,9 @@
 #include <array>
 #include <random>
 
+#include "src/platform/files/file_saver.h"
+#include "src/platform/files/output_file.h"
 #include "src/platform/image/base/input_file.h"
-#include "src/platform/image/base/output_file.h"
 #include "src/platform/image/codecs/tiff/directory/tiff_directory.h"
 #include "src/platform/image/codecs/tiff/tiff.h"
 #include "src/platform/image/metadata/metadata.h"
@@ -285,7 +286,8 @@ TEST(BigTiff, IsWrittenIfClassicFileIsTooSmall)
     const TestFolder folder;
     ImageBuffer image = Pattern(300, 200, 3);
     image.dots_per_inch_x = image.dots_per_inch_y = 72;
-    OutputFile out(folder.Path("big.tif"));
+    FileSaver saver(false);
+    OutputFile out(folder.Path("big.tif"), saver);
     TiffPagePlace place;
     SaveSettings settings = Compression(1);
     settings.texts.sTitle = "Large";
