@@ -356,11 +356,22 @@ bool bSourceIsTarget(Application& app, const clsConversionOptions& objOptions)
     return !sReal.empty() && sReal == objFiles.sRealPath(objOptions.sTargetFile);
 }
 
+bool bDeleteOriginalFile(Application& app, clsConversionOptions& objOptions)
+{
+    if (!app.svc.objFileSystem.SyncSaves()) {
+        objOptions.lErr = kErrNotConverted;
+        objOptions.sErr = sTranslate(app, "Unable to convert");
+        return false;
+    }
+    bDeleteFileRetrying(app, objOptions.sOriginalFile);
+    return true;
+}
+
 std::int32_t lPerformConversionItem(Application& app, clsConversionOptions& objOptions)
 {
     const std::int32_t lResult =
         objOptions.lConversionMethod == 1 ? PerformConversionItemNCTOCX(app, objOptions) : 0;
-    if (app.frmMain.bDeleteOriginalFileAfterProcessing && lResult == 0 && !bSourceIsTarget(app, objOptions))
-        bDeleteFileRetrying(app, objOptions.sOriginalFile);
-    return lResult;
+    if (!app.frmMain.bDeleteOriginalFileAfterProcessing || lResult != 0 || bSourceIsTarget(app, objOptions))
+        return lResult;
+    return bDeleteOriginalFile(app, objOptions) ? lResult : objOptions.lErr;
 }

@@ -23,6 +23,10 @@ std::int32_t lPerformConversionItem(Application& app, clsConversionOptions& objO
 /// equal paths ignoring case, or two paths to one file.
 bool bSourceIsTarget(Application& app, const clsConversionOptions& objOptions);
 
+/// Deletes the source once everything that was saved is on the disk. False, with lErr and sErr set to -103
+/// "Unable to convert", if the system reports that something isn't: the source then stays.
+bool bDeleteOriginalFile(Application& app, clsConversionOptions& objOptions);
+
 /// Saves aImage in the format of a file type. Sets lErr and sErr to 0 and "", or to -103 "Unable to convert"
 /// if saving fails or the type can't be saved.
 bool bSaveImageAsType(Application& app, clsConversionOptions& objOptions, std::int32_t lType,

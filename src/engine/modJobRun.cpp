@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "src/base/clsConversionOptions.h"
+#include "src/base/raised_error.h"
 #include "src/base/text.h"
 #include "src/commands/modMenuToolbar.h"
 #include "src/commands/modRunState.h"
@@ -19,6 +20,7 @@
 #include "src/job/modJobFiles.h"
 #include "src/job/modTaskTables.h"
 #include "src/platform/clock.h"
+#include "src/platform/file_system.h"
 #include "src/platform/processes.h"
 #include "src/platform/window_services.h"
 #include "src/translator/modTranslator.h"
@@ -145,6 +147,7 @@ public:
     ~JobRun()
     {
         m_app.svc.objProcessLauncher.CollectEnded();
+        (void)m_app.svc.objFileSystem.SyncSaves();  // after an error, which is what gets reported
         try {
             m_app.frmMainMDI.sbMain.SetPanel(kPanelTask, "-");
         } catch (...) {
@@ -185,6 +188,15 @@ void ConversionJobBegin(Application& app, const JobRunHooks& objHooks)
             sTranslate(app, "Information"), BoxIcon::Information, BoxButtons::Ok);
     frm.lJobStartTick = app.svc.objClock.GetTickCount();
     RunTasks(app, lStart);
+    SyncRun(app);
+}
+
+void SyncRun(Application& app)
+{
+    if (!app.svc.objFileSystem.SyncSaves())
+        throw clsRaisedError(
+            kErrPathFileAccess,
+            "Path/File access error: some saved files may be lost (the disk did not confirm them)");
 }
 
 void ConversionJobPause(Application& app)

@@ -16,8 +16,8 @@ struct JobRunHooks {
 };
 
 /// Clears the log and runs the tasks in order. A failed task doesn't stop the run. A pause stops it after the
-/// current file; the next start resumes at the task left unmarked. Restores the idle state however the run
-/// ends; lets what is raised through. Does nothing once a close is waiting.
+/// current file; the next start resumes at the task left unmarked. Syncs what was saved. Restores the idle
+/// state however the run ends; lets what is raised through. Does nothing once a close is waiting.
 void ConversionJobBegin(Application& app, const JobRunHooks& objHooks = {});
 
 /// Stops the run at its next check, if keyPause is enabled.
@@ -25,6 +25,10 @@ void ConversionJobPause(Application& app);
 
 /// Clears all Pass marks, the resume position and the log.
 void ConversionJobRewind(Application& app);
+
+/// Waits until everything that a run saved is on the disk. Raises kErrPathFileAccess if the system reports
+/// that something isn't.
+void SyncRun(Application& app);
 
 /// Finds the first unmarked row, or one past the last task if there is none. Changes the current row on the
 /// way.

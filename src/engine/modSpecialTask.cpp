@@ -52,7 +52,7 @@ std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOpti
     }
     if (app.frmMain.bDeleteOriginalFileAfterProcessing && bImage && objOptions.lErr == 0 &&
         !bSourceIsTarget(app, objOptions))
-        bDeleteFileRetrying(app, objOptions.sOriginalFile);
+        bDeleteOriginalFile(app, objOptions);
     return objOptions.lErr;
 }
 

@@ -38,6 +38,7 @@ static void ReportFailures(Application& app, const clsConversionOptions& objOpti
 std::int32_t lRunFromCommandLine(Application& app, clsConversionOptions& objOptions)
 {
     const std::int32_t lFailed = lRun(app, objOptions);
+    SyncRun(app);
     app.frmMain.bRunning = false;
     const std::string sSeconds = sSecondsOfRun(app);
     if (lFailed != 0)

@@ -86,4 +86,8 @@ public:
     /// failure.
     [[nodiscard]] virtual std::optional<std::string> sReadBytes(const std::string& sPath) const = 0;
     [[nodiscard]] virtual bool AppendBytes(const std::string& sPath, const std::string& sBytes) = 0;
+
+    /// Waits until every file that was saved, pictures included, is on the disk with its name. False if the
+    /// system reported since the last call that one of them isn't.
+    [[nodiscard]] virtual bool SyncSaves() = 0;
 };

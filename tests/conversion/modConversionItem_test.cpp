@@ -161,6 +161,32 @@ TEST(ConversionItem, DeletesTheSourceOnRequestAfterSuccess)
     EXPECT_TRUE(app.files.Has("/in/a.png"));
 }
 
+TEST(ConversionItem, SyncsBeforeItDeletesTheSource)
+{
+    TestApplication app;
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+    app.images.AddImage("/in/a.bmp");
+    app.files.fail_syncs = true;
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
+
+    EXPECT_EQ(lPerformConversionItem(app, objOptions), -103);
+
+    EXPECT_TRUE(app.files.Has("/in/a.bmp"));
+    EXPECT_EQ(objOptions.lErr, -103);
+    EXPECT_EQ(objOptions.sErr, "Unable to convert");
+}
+
+TEST(ConversionItem, LeavesSyncingToTheEndOfTheRunIfTheSourceStays)
+{
+    TestApplication app;
+    app.images.AddImage("/in/a.bmp");
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/a.png", 8);
+
+    EXPECT_EQ(lPerformConversionItem(app, objOptions), 0);
+
+    EXPECT_EQ(app.files.syncs, 0);
+}
+
 TEST(ConversionItem, KeepsTheSourceIfSavingFails)
 {
     TestApplication app;

@@ -74,6 +74,41 @@ TEST_F(JobRun, MarksEachTaskAndCarriesOnAfterAFailure)
     EXPECT_EQ(app.frmMainMDI.sbMain.Panel(3), "-");
 }
 
+TEST_F(JobRun, SyncsItsSavesAtItsEnd)
+{
+    AddTask("a");
+    app.windows.on_do_events = [&] { EXPECT_EQ(app.files.syncs, 0); };
+
+    ConversionJobBegin(app);
+
+    EXPECT_GE(app.files.syncs, 1);
+}
+
+TEST_F(JobRun, SyncsItsSavesAfterAnErrorToo)
+{
+    AddTask("a");
+    app.windows.on_do_events = [] { throw clsRaisedError(kErrOverflow, "Overflow"); };
+
+    EXPECT_THROW(ConversionJobBegin(app), clsRaisedError);
+
+    EXPECT_EQ(app.files.syncs, 1);
+}
+
+TEST_F(JobRun, RaisesAnErrorIfTheDiskDoesNotConfirmItsSaves)
+{
+    AddTask("a");
+    app.files.fail_syncs = true;
+
+    try {
+        ConversionJobBegin(app);
+        FAIL();
+    } catch (const clsRaisedError& objError) {
+        EXPECT_EQ(objError.lNumber(), kErrPathFileAccess);
+        EXPECT_TRUE(objError.sDescription().starts_with("Path/File access error: "));
+    }
+    EXPECT_EQ(sMark(1), "+");
+}
+
 TEST_F(JobRun, ReapsLaunchedProgramsPerTaskAndAtItsEnd)
 {
     AddTask("1");

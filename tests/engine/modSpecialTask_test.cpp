@@ -197,6 +197,17 @@ TEST_F(SpecialTask, DeletesTheSourceOnRequestAfterSuccess)
     EXPECT_TRUE(app.files.FileExists("/in/2.bmp"));
 }
 
+TEST_F(SpecialTask, SyncsBeforeItDeletesTheSource)
+{
+    AddPictures(1);
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+    app.files.fail_syncs = true;
+
+    EXPECT_EQ(lRun("/in/1.bmp", "/out/1.bmp"), -103);
+
+    EXPECT_TRUE(app.files.FileExists("/in/1.bmp"));
+}
+
 TEST_F(SpecialTask, NeverDeletesASourceThatEqualsItsTarget)
 {
     app.images.AddImage("/in/a.bmp");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "src/base/clsConversionOptions.h"
+#include "src/base/raised_error.h"
 #include "src/job/modTaskTables.h"
 #include "tests/fakes/test_application.h"
 
@@ -49,6 +50,16 @@ TEST_F(CommandLineRun, ReportsSuccessAndTheTime)
 
     EXPECT_EQ(sReport(), "Conversion Successful\nTime to complete job: 1.5\n");
     EXPECT_FALSE(app.frmMain.bRunning);
+}
+
+TEST_F(CommandLineRun, ReportsSuccessOnlyOnceItsSavesAreOnTheDisk)
+{
+    app.images.AddImage("/in/a.bmp");
+    app.files.fail_syncs = true;
+
+    EXPECT_THROW(lRun("/in/a.bmp", "/out/a.png"), clsRaisedError);
+
+    EXPECT_EQ(sReport(), "");
 }
 
 TEST_F(CommandLineRun, ReportsSuccessForAnEmptyWildcard)

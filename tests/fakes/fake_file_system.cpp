@@ -242,3 +242,9 @@ bool FakeFileSystem::AppendBytes(const std::string& path, const std::string& byt
     AddFile(path, Content(path) + bytes);
     return true;
 }
+
+bool FakeFileSystem::SyncSaves()
+{
+    ++syncs;
+    return !fail_syncs;
+}

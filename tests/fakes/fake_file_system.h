@@ -30,6 +30,8 @@ public:
     mutable int refused_deletes = 0;         ///< number of DeleteFile calls that failed
     int deletes_to_refuse = 0;               ///< number of DeleteFile calls that will fail
     bool fail_copies = false;
+    int syncs = 0;  ///< number of SyncSaves calls
+    bool fail_syncs = false;
 
     std::optional<std::string> sHostPathOfExisting(const std::string& path) const override;
     std::optional<std::string> sHostPathToWrite(const std::string& path) const override;
@@ -46,6 +48,7 @@ public:
     void AppendLine(const std::string& path, const std::string& line) override;
     std::optional<std::string> sReadBytes(const std::string& path) const override;
     bool AppendBytes(const std::string& path, const std::string& bytes) override;
+    bool SyncSaves() override;
 
 private:
     struct Entry {

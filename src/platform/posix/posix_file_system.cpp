@@ -217,3 +217,8 @@ bool PosixFileSystem::AppendBytes(const std::string& path, const std::string& by
     const Descriptor file = host_path ? OpenRegularFile(*host_path, O_WRONLY | O_APPEND) : Descriptor();
     return file && Append(file.Number(), bytes);
 }
+
+bool PosixFileSystem::SyncSaves()
+{
+    return saver_.SyncSaves();
+}

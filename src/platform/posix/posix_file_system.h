@@ -36,6 +36,7 @@ public:
     void AppendLine(const std::string& path, const std::string& line) override;
     std::optional<std::string> sReadBytes(const std::string& path) const override;
     bool AppendBytes(const std::string& path, const std::string& bytes) override;
+    bool SyncSaves() override;
 
 private:
     HostPaths paths_;
