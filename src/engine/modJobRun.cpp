@@ -42,7 +42,7 @@ void bCheckToUpdateDirtyConversionItem(Application& app, const JobRunHooks& objH
 {
     bGoOn = true;
     frmMain& frm = app.frmMain;
-    if (frm.bRunning || app.frmScheduler.bTimerEnabled)
+    if (frm.bRunning || app.frmScheduler.Timer1.Enabled())
         return;
     const bool bOnMarker = frm.fgToDo.TextMatrix(frm.fgToDo.Row(), kColNumber) == "*";
     const bool bNoTask = frm.fgToDo.TextMatrix(1, kColNumber) == "*";
@@ -68,7 +68,7 @@ void bCheckToZeroConversionItems(Application& app, bool& bNone)
 {
     bNone = false;
     frmMain& frm = app.frmMain;
-    if (frm.bRunning || !frm.Visible() || app.frmScheduler.bTimerEnabled || frm.fgToDo.Rows() != 2)
+    if (frm.bRunning || !frm.Visible() || app.frmScheduler.Timer1.Enabled() || frm.fgToDo.Rows() != 2)
         return;
     app.svc.objWindows.MsgBox(sTranslate(app, "Please click the ADD (+) button first, then click Convert"),
                               sTranslate(app, "Information"), BoxIcon::Information, BoxButtons::Ok);

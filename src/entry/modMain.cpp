@@ -13,6 +13,7 @@
 #include "src/platform/program_folders.h"
 #include "src/platform/window_services.h"
 #include "src/report/modReportMessage.h"
+#include "src/scheduler/modSchedulerLink.h"
 #include "src/shell/modMainForms.h"
 #include "src/translator/modTranslator.h"
 
@@ -40,6 +41,7 @@ void ShowMainWindows(Application& app)
     app.frmPleaseWait.SetVisible(true);
     app.svc.objWindows.DoEvents();
     LoadMainForms(app);
+    LinkScheduler(app);
     app.frmMainMDI.SetVisible(true);
     app.frmMain.SetVisible(true);
     app.frmPleaseWait.SetVisible(false);

@@ -14,6 +14,7 @@
 #include "src/controls/lists/combo_box.h"
 #include "src/controls/option_button.h"
 #include "src/controls/tab_strip.h"
+#include "src/controls/timer.h"
 #include "src/forms/clsMRU.h"
 
 struct frmScheduler : Form {
@@ -47,9 +48,9 @@ struct frmScheduler : Form {
     OptionButton optWeekly{fraCalendarBased, "optWeekly", objCalendarKinds};
     OptionButton optMonthly{fraCalendarBased, "optMonthly", objCalendarKinds};
     Label lblStartTime{fraCalendarBased, "lblStartTime"};
-    ComboBox cbHours{fraCalendarBased, "cbHours"};
-    ComboBox cbMinutes{fraCalendarBased, "cbMinutes"};
-    ComboBox cbAmPm{fraCalendarBased, "cbAmPm"};
+    ComboBox cbHours{fraCalendarBased, "cbHours", ComboStyle::ListOnly};
+    ComboBox cbMinutes{fraCalendarBased, "cbMinutes", ComboStyle::ListOnly};
+    ComboBox cbAmPm{fraCalendarBased, "cbAmPm", ComboStyle::ListOnly};
 
     Frame fraDaily{fraCalendarBased, "fraDaily"};
     OptionGroup objDailyKinds;
@@ -91,7 +92,7 @@ struct frmScheduler : Form {
     CommandButton cmdEndTimer{*this, "cmdEndTimer"};
     CommandButton cmdDone{*this, "cmdDone"};
 
-    bool bTimerEnabled = false;  ///< the timer is running
+    Timer Timer1{*this, "Timer1"};
 
     /// Runs a job file; returns when the run is over.
     std::function<void(const std::string& sJobFile)> RunTheJobEvent;
@@ -138,7 +139,6 @@ struct frmScheduler : Form {
     double dtCalendarTarget = 0;  ///< next target of a calendar schedule
     double dtRunTimeOfDay = 0;    ///< copy of dtUserTargetTime
     double dtLastFired = -1;      ///< target that the job was last run for; -1 for none
-    bool bFiring = false;         ///< a tick is at work
 
     // The search for the next target
     std::int16_t iTodayWeekday = 0;   ///< 1 for Sunday to 7 for Saturday

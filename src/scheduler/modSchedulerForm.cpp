@@ -22,14 +22,17 @@ constexpr std::int32_t kTabOptions = 2;
 
 static void FillLists(frmScheduler& frm)
 {
+    const RedrawLock objHours(frm.cbHours);
     frm.cbHours.Clear();
     for (int nHour = 1; nHour <= 12; ++nHour)
         frm.cbHours.AddItem(std::to_string(nHour));
+    const RedrawLock objMinutes(frm.cbMinutes);
     frm.cbMinutes.Clear();
     for (int nMinute = 0; nMinute < 60; ++nMinute)
         frm.cbMinutes.AddItem((nMinute < 10 ? "0" : "") + std::to_string(nMinute));
-    frm.cbAmPm.Clear();
     // Not translated: the schedule's times are read and written in English.
+    const RedrawLock objHalves(frm.cbAmPm);
+    frm.cbAmPm.Clear();
     frm.cbAmPm.AddItem("AM");
     frm.cbAmPm.AddItem("PM");
 }
@@ -68,9 +71,8 @@ static void SetCaptions(frmScheduler& frm)
         {&frm.chkPersistRunning, " Automatically restart the timer on program load"},
         {&frm.lblTimeBased, "Time Based:"},
         {&frm.lblOverrun,
-         "If the time period to run a job exceeds the interval you specified, how would you like the next "
-         "job to be "
-         "run:"},
+         "If the time period to run a job exceeds the interval you specified, "
+         "how would you like the next job to be run:"},
         {&frm.optImmediately, "Immediately after the current job finishes (continuous)"},
         {&frm.optSkip, "Skip this run and set the timer for the next one"},
         {&frm.cmdStartTimer, "&Begin"},
@@ -122,6 +124,19 @@ static void ConnectHandlers(Application& app)
     frm.cmdStartTimer.OnClick = Handler(app, cmdStartTimer_Click);
     frm.cmdEndTimer.OnClick = Handler(app, StopTimer);
     frm.cmdDone.OnClick = Handler(app, cmdDone_Click);
+    frm.Timer1.OnTimer = Handler(app, Timer1_Timer, Act::Unattended);
+    // Escape and the window's own button act as Done.
+    frm.OnKeyDown = [&frm](const std::string& sKey) {
+        if (sKey == "Esc")
+            frm.cmdDone.UserClicks();
+        return sKey == "Esc";
+    };
+    frm.OnQueryUnload = [&frm](CloseReason eReason) {
+        if (eReason == CloseReason::User)
+            frm.cmdDone.UserClicks();
+        return eReason == CloseReason::Program;
+    };
+    frm.OnUnload = [&app] { frmScheduler_Unload(app); };
 }
 
 // A form that was unloaded starts again with nothing chosen, so that reading the settings raises every
@@ -158,7 +173,7 @@ void frmScheduler_Unload(Application& app)
     frmScheduler& frm = app.frmScheduler;
     if (!frm.bLoaded)
         return;
-    frm.bTimerEnabled = false;
+    frm.Timer1.SetEnabled(false);
     ShutDown(frm.mruScheduleSource, app.svc.objIniFile);
     SaveIniFileScheduler(app);
     frm.bLoaded = false;

@@ -18,19 +18,6 @@ constexpr std::int32_t kTickMilliseconds = 1000;
 constexpr std::int64_t kMinutesPerDay = 1440;
 constexpr std::int16_t kSunday = 1;
 constexpr std::int16_t kSaturday = 7;
-
-/// Marks a tick at work, so that events let in by its run can't tick again.
-class FiringScope
-{
-public:
-    explicit FiringScope(bool& bFiring) : m_bFiring(bFiring) { m_bFiring = true; }
-    ~FiringScope() { m_bFiring = false; }
-    FiringScope(const FiringScope&) = delete;
-    FiringScope& operator=(const FiringScope&) = delete;
-
-private:
-    bool& m_bFiring;
-};
 }  // namespace
 
 void cmdStartTimer_Click(Application& app)
@@ -91,14 +78,15 @@ void StartTimer(Application& app)
         frm.dtCalendarTarget = frm.dtTargetComplete;
     }
     frm.dtLastFired = -1;
-    frm.bTimerEnabled = true;
+    frm.Timer1.SetInterval(kTickMilliseconds);
+    frm.Timer1.SetEnabled(true);
 }
 
 void StopTimer(Application& app)
 {
     frmScheduler& frm = app.frmScheduler;
     frm.bStopping = true;
-    frm.bTimerEnabled = false;
+    frm.Timer1.SetEnabled(false);
     frm.cmdDone.SetFocus();
     EnableScheduleInputs(app);
 }
@@ -259,11 +247,7 @@ static void TickTimeBased(Application& app)
 
 void Timer1_Timer(Application& app)
 {
-    frmScheduler& frm = app.frmScheduler;
-    if (!frm.bTimerEnabled || frm.bFiring || app.frmMain.bRunning)
-        return;
-    const FiringScope objFiring(frm.bFiring);
-    if (frm.bTimeBased)
+    if (app.frmScheduler.bTimeBased)
         TickTimeBased(app);
     else
         TickCalendar(app);

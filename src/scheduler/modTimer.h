@@ -1,8 +1,9 @@
 // The running schedule: Begin, End and the tick, which decides when the job runs.
 // Room: scheduler.
 //
-// The tick comes every second while the timer is on and doesn't return until a run it started is over. No
-// target is run twice, and no run is started within another.
+// The tick comes every second while the timer is on and doesn't return until a run it started is over. It is
+// an unattended act: the dispatcher refuses it while a run goes on, a form or a box is open, or another tick
+// is at work. No target is run twice.
 #pragma once
 
 struct Application;
@@ -26,6 +27,6 @@ void StopTimer(Application& app);
 void DisableScheduleInputs(Application& app);
 void EnableScheduleInputs(Application& app);
 
-/// The tick: shows the countdown, and runs the job when its target is due. Does nothing while a run goes on
-/// or a modal form is open. A target is moved on even if the run raised an error, which is then let through.
+/// The tick: shows the countdown, and runs the job when its target is due. A target is moved on even if the
+/// run raised an error, which is then let through.
 void Timer1_Timer(Application& app);

@@ -325,7 +325,7 @@ TEST_F(JobRun, AsksNothingWhileTheSchedulerIsOn)
     AddTask("a");
     app.frmMain.fgToDo.SetRow(1);
     app.frmMain.bDirtyConversionItem = true;
-    app.frmScheduler.bTimerEnabled = true;
+    app.frmScheduler.Timer1.SetEnabled(true);
     bool bGoOn = false;
 
     bCheckToUpdateDirtyConversionItem(app, {}, bGoOn);

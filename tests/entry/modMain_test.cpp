@@ -93,6 +93,56 @@ TEST(Main, OpensAJobWithoutRunningIt)
     EXPECT_TRUE(app.bCommandLineMode);
 }
 
+static void SetUpPersistentSchedule(TestApplication& app)
+{
+    app.files.AddFile("c:\\night.vjb");
+    app.ini.Set("mruScheduleSource", "mruScheduleSource20", "c:\\night.vjb");
+    app.ini.Set("frmScheduler", "chkPersistRunning", "1");
+}
+
+TEST(Main, StartsAPersistentScheduleWithTheWindow)
+{
+    TestApplication app;
+    app.windows.display = true;
+    SetUpPersistentSchedule(app);
+
+    Main(app, "");
+
+    EXPECT_TRUE(app.frmScheduler.Timer1.Enabled());
+    EXPECT_EQ(app.frmScheduler.sRunJobFile, "c:\\night.vjb");
+    EXPECT_FALSE(app.frmScheduler.Visible());
+    EXPECT_TRUE(app.windows.boxes.empty());
+}
+
+TEST(Main, StartsNoScheduleWithoutAWindow)
+{
+    TestApplication app;
+    SetUpPersistentSchedule(app);
+    app.images.AddImage("c:\\in\\a.bmp");
+    app.files.AddFolder("c:\\out");
+
+    Main(app, "/S c:\\in\\a.bmp /T c:\\out\\a.png /L c:\\out\\r.txt");
+
+    EXPECT_FALSE(app.frmScheduler.Timer1.Enabled());
+    EXPECT_FALSE(app.frmScheduler.bLoaded);
+    EXPECT_TRUE(app.ini.written.empty());
+}
+
+TEST(Main, ShowsTheWindowEvenIfItsScheduleCannotBegin)
+{
+    TestApplication app;
+    app.windows.display = true;
+    SetUpPersistentSchedule(app);
+    app.files.DeleteFile("c:\\night.vjb");
+
+    Main(app, "");
+
+    EXPECT_FALSE(app.frmScheduler.Timer1.Enabled());
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Job file does not exist");
+    EXPECT_TRUE(app.frmMain.Visible());
+}
+
 TEST(Main, TellsARaisedErrorInABoxWhereThereIsNoReportFile)
 {
     TestApplication app;

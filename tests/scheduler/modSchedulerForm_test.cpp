@@ -201,6 +201,55 @@ TEST_F(SchedulerForm, IsOnlyHiddenByDone)
     EXPECT_TRUE(bTimerOn());
 }
 
+TEST_F(SchedulerForm, IsHiddenByEscapeAnywhere)
+{
+    frm.SetVisible(true);
+
+    EXPECT_FALSE(frm.txtNumDays.UserPresses("F9"));
+    EXPECT_TRUE(frm.Visible());
+    EXPECT_TRUE(frm.txtNumDays.UserPresses("Esc"));
+    EXPECT_FALSE(frm.Visible());
+    EXPECT_TRUE(frm.bLoaded);
+}
+
+TEST_F(SchedulerForm, IsOnlyHiddenWhenAPersonClosesIt)
+{
+    frm.SetVisible(true);
+    Begin();
+
+    EXPECT_FALSE(frm.UserCloses());
+
+    EXPECT_FALSE(frm.Visible());
+    EXPECT_TRUE(frm.bLoaded);
+    EXPECT_TRUE(bTimerOn());
+}
+
+TEST_F(SchedulerForm, IsUnloadedWhenTheProgramClosesIt)
+{
+    Begin();
+
+    EXPECT_TRUE(frm.Unload());
+
+    EXPECT_FALSE(frm.bLoaded);
+    EXPECT_FALSE(bTimerOn());
+    EXPECT_EQ(app.ini.Stored("frmScheduler", "optDaily"), "True");
+}
+
+TEST_F(SchedulerForm, LetsAPersonActOnWhatIsShownOnly)
+{
+    frm.txtHours.UserTypes("5");
+    EXPECT_EQ(frm.txtHours.Text(), "0") << "hidden by the choice of the calendar";
+    frm.optTimeBased.UserClicks();
+    frm.txtHours.UserTypes("5");
+    EXPECT_EQ(frm.txtHours.Text(), "5");
+
+    frm.chkPersistRunning.UserToggles();
+    EXPECT_EQ(frm.chkPersistRunning.Value(), 0);
+    frm.TabStrip1.UserChooses(2);
+    frm.chkPersistRunning.UserToggles();
+    EXPECT_EQ(frm.chkPersistRunning.Value(), 1);
+}
+
 TEST_F(SchedulerForm, IsUnloadedByDoneWhileTheTimerStops)
 {
     frm.SetVisible(true);

@@ -1,9 +1,8 @@
 // Begin, End and the tick.
 #include "src/scheduler/modTimer.h"
 
-#include <stdexcept>
-
 #include "src/base/raised_error.h"
+#include "src/dispatch/modDispatcher.h"
 #include "tests/fakes/control_watchers.h"
 #include "tests/scheduler/support/schedules.h"
 
@@ -123,7 +122,7 @@ TEST_F(Ticks, LockTheInputsUntilTheEnd)
     const auto ExpectLocked = [&](bool bLocked) {
         for (const Control* pControl : frm.Controls()) {
             const bool bAmongThem = std::find(aLocked.begin(), aLocked.end(), pControl) != aLocked.end();
-            const bool bEnd = pControl == &frm.cmdEndTimer;
+            const bool bEnd = pControl == &frm.cmdEndTimer || pControl == &frm.Timer1;
             EXPECT_EQ(pControl->Enabled(), bAmongThem ? !bLocked
                                            : bEnd     ? bLocked
                                                       : true)
@@ -222,38 +221,71 @@ TEST_F(Ticks, KeepTheirKindWhenTheChoiceChangesMeanwhile)
     EXPECT_FALSE(frm.bTimeBased);
 }
 
+TEST_F(Ticks, ComeEverySecondOfAnEnabledTimer)
+{
+    EXPECT_EQ(frm.Timer1.Interval(), 0);
+    SetDaily("1");
+    Begin();
+
+    EXPECT_EQ(frm.Timer1.Interval(), 1000);
+    EXPECT_TRUE(frm.Timer1.Enabled());
+}
+
 TEST_F(Ticks, NeverRunAJobWithinItself)
 {
     SetInterval("0", "0", "1");
     Begin();
-    frm.RunTheJobEvent = [this](const std::string&) {
-        aRuns.push_back(sDateTimeText(dtNow()));
-        for (int n = 0; n < 5; ++n) {
+    int nTicks = 0;
+    app.windows.on_do_events = [&] {
+        for (; nTicks < 5; ++nTicks) {
             SetClock(dtAddSeconds(dtNow(), 1));
             Tick();
         }
+    };
+    frm.RunTheJobEvent = [this](const std::string&) {
+        aRuns.push_back(sDateTimeText(dtNow()));
+        app.svc.objWindows.DoEvents();
     };
 
     SetClock(dtOf(2027, 3, 17, 8, 0, 1));
     Tick();
 
     EXPECT_EQ(aRuns, Texts{"3/17/2027 8:00:01 AM"});
+    EXPECT_EQ(nTicks, 5);
+    EXPECT_EQ(sTarget(), "8:00:02 AM");
 }
 
 TEST_F(Countdown, StopsWhileARunGoesOn)
 {
     SetInterval("0", "0", "10");
     Begin();
-    app.frmMain.bRunning = true;
+    app.windows.on_do_events = [this] { RunUntil(dtOf(2027, 3, 17, 8, 0, 20)); };
 
-    RunUntil(dtOf(2027, 3, 17, 8, 0, 20));
+    Dispatch(app, Act::Ordinary, [this] { app.svc.objWindows.DoEvents(); });
     EXPECT_TRUE(aShown.empty());
     EXPECT_TRUE(aRuns.empty());
 
-    app.frmMain.bRunning = false;
     Tick();
     EXPECT_EQ(aShown, Texts{"0 0 0 10"});
     EXPECT_EQ(aRuns, Texts{"3/17/2027 8:00:20 AM"});
+}
+
+TEST_F(Countdown, StopsWhileAFormOrABoxIsOpen)
+{
+    SetInterval("0", "0", "10");
+    Begin();
+    app.windows.on_show_modal = [this](Form&) { RunUntil(dtOf(2027, 3, 17, 8, 0, 20)); };
+    app.windows.on_box = [this] { RunUntil(dtOf(2027, 3, 17, 8, 0, 30)); };
+
+    Dispatch(app, Act::Ordinary, [this] { app.svc.objWindows.ShowModal(frm); });
+    Dispatch(app, Act::Ordinary,
+             [this] { app.svc.objWindows.MsgBox("", "", BoxIcon::Information, BoxButtons::Ok); });
+
+    EXPECT_EQ(dtNow(), dtOf(2027, 3, 17, 8, 0, 30));
+    EXPECT_TRUE(aShown.empty());
+    EXPECT_TRUE(aRuns.empty());
+    Tick();
+    EXPECT_EQ(aRuns, Texts{"3/17/2027 8:00:30 AM"});
 }
 
 TEST_F(Ticks, MoveTheTargetOnAfterARunThatRaisedAnError)
@@ -266,11 +298,11 @@ TEST_F(Ticks, MoveTheTargetOnAfterARunThatRaisedAnError)
     SetTime("9", "00", "AM");
     Begin();
 
-    SetClock(dtOf(2027, 3, 17, 9));
-    EXPECT_THROW(Tick(), clsRaisedError);
     RunUntil(dtOf(2027, 3, 17, 9, 5));
 
     EXPECT_EQ(aRuns.size(), 1U);
+    EXPECT_EQ(aMessages(), Texts{"Type mismatch"});
+    EXPECT_EQ(app.windows.boxes[0].title, "Error");
     EXPECT_EQ(sTarget(), "3/18/2027 9:00:00 AM");
     EXPECT_TRUE(bTimerOn());
 }

@@ -87,8 +87,8 @@ protected:
         cmdStartTimer_Click(app);
         EXPECT_TRUE(bTimerOn());
     }
-    bool bTimerOn() const { return frm.bTimerEnabled; }
-    void Tick() { Timer1_Timer(app); }
+    bool bTimerOn() const { return frm.Timer1.Enabled(); }
+    void Tick() { frm.Timer1.Tick(); }
     /// Lets the clock run up to a time, which is included, with a tick every lStep seconds. A run takes its
     /// time.
     void RunUntil(double dtEnd, std::int64_t lStep = 1)
