@@ -20,7 +20,7 @@ void LinkScheduler(Application& app)
     };
     app.frmMainMDI.mnuScheduleConversionJob.OnClick = Handler(app, mnuScheduleConversionJob_Click);
     SetUpScheduler(app, app.sIniFile);
-    // An act of its own: whatever keeps the schedule from beginning must not keep the program from starting.
+    // A separate act: an error in starting the schedule must not keep the program from starting.
     if (frmSched.bPersistRunning)
         Dispatch(app, Act::Ordinary, [&app] { cmdStartTimer_Click(app); });
 }

@@ -1,4 +1,4 @@
-// Spreading a picture's brightness evenly over the scale.
+// Histogram equalisation that keeps colours.
 #include "src/platform/image/transforms/colour/equalize.h"
 
 #include <algorithm>
@@ -37,7 +37,7 @@ static Table EqualizeTable(const Histogram& counts, double level)
     return table;
 }
 
-// What of k one side of the scale allows: its room over the pixel's reach to that side.
+// The largest share that doesn't clip on one side of the scale: the room there over the pixel's reach.
 ROW_LOOP_PART static float AllowedShare(float room, float reach)
 {
     const float share = room / (reach < 1.0F ? 1.0F : reach);
@@ -66,7 +66,7 @@ ROW_LOOP static void MovePlanes(FloatPlanes& planes, std::size_t pixels, const f
     }
 }
 
-// Whether every channel can move as far as its pixel's intensity does and stay on the scale.
+// True if every channel can move as far as its pixel's intensity without clipping.
 ROW_LOOP static bool AllFit(const Planes& planes, std::size_t first, std::size_t count,
                             const std::uint8_t* __restrict old_levels,
                             const std::uint8_t* __restrict new_levels)

@@ -1,4 +1,4 @@
-// Spreading a picture's brightness evenly over the scale.
+// Histogram equalisation that keeps colours.
 // Room: platform/image/transforms/colour.
 #pragma once
 

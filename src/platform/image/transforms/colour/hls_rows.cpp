@@ -66,7 +66,7 @@ ROW_LOOP_PART static Pixel Scaled(Pixel pixel, float max, float min, const HlsCh
 template <bool kKTurn, bool kKScale, bool kKLight>
 ROW_LOOP_PART static void ChangePlanes(FloatPlanes& planes, std::size_t pixels, const HlsChange& given)
 {
-    const HlsChange change = given;  // a copy of its own, which no store can change
+    const HlsChange change = given;  // a local copy that the stores below can't alias
     float* __restrict blue = planes.blue;
     float* __restrict green = planes.green;
     float* __restrict red = planes.red;

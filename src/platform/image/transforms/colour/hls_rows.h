@@ -17,10 +17,10 @@ struct HlsChange {
     float saturation = 1;  // factor of the chroma
 };
 
-/// Changes the colours of pixels pixels as hls.h says.
+/// Applies a change to a row of pixels as described in hls.h.
 using HlsRow = void (*)(FloatPlanes& planes, std::size_t pixels, const HlsChange& change);
 
-/// The function that makes the change and no more than it; nullptr for one that changes nothing.
+/// The cheapest function that makes the change; null if nothing changes.
 HlsRow ChooseHlsRow(const HlsChange& change);
 
 }  // namespace transforms

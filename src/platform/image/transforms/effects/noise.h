@@ -9,11 +9,11 @@
 namespace transforms
 {
 
-/// Adds Gaussian noise whose standard deviation is level levels, brought into 0..1000: each channel but
-/// alpha gets noise of its own, or with monochrome all of a pixel the same. The noise is one of 4096 values
-/// that are equally likely, the Gaussian's quantiles at (i + 0.5) / 4096 rounded to whole levels; sums are
-/// kept in 0..255. The choice is seeded by the picture, so that the same picture gets the same noise. 0
-/// changes nothing.
+/// Adds Gaussian noise with a standard deviation of level (clamped to 0..1000) levels, independently for each
+/// colour channel, or the same for all channels of a pixel if monochrome. Each value is drawn from 4096
+/// equally likely ones, the Gaussian quantiles at (i + 0.5) / 4096 rounded to whole levels; sums are clamped
+/// to 0..255. The generator is seeded from the picture, so the same picture always gets the same noise. Alpha
+/// is unchanged; level 0 changes nothing.
 bool AddNoise(ImageBuffer& image, std::int32_t level, bool monochrome);
 
 /// Shuffles pixels: with the probability 1 - e^(-penetration / 10) a pixel, alpha excepted, is replaced by

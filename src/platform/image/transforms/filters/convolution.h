@@ -18,13 +18,12 @@ namespace transforms
 using NeighbourhoodRow = std::function<void(const std::array<const std::uint8_t*, 3>& rows, std::size_t count,
                                             std::size_t channels, std::uint8_t* target)>;
 
-/// Does row for every row, in place, several rows at a time; it must not allocate. Beyond the border stand
-/// the border's own pixels again. Alpha stays whatever row writes there. False, with the picture as it was,
-/// when there is no memory for some rows.
+/// Calls row for every row, in place and on several threads; row must not allocate. The border is replicated.
+/// Alpha is restored whatever row writes. False if memory runs out; the picture is then unchanged.
 bool FilterNeighbourhoods(ImageBuffer& image, const NeighbourhoodRow& row);
 
-/// Nine weights, row by row from the upper left: w[0] belongs to the neighbour up and left. They are laid on
-/// the picture as they stand (a correlation, as is common for pictures).
+/// A 3 x 3 kernel, row by row: w[0] is the weight of the upper left neighbour. It is applied without flipping
+/// (correlation, as is usual for pictures).
 using Weights = std::array<std::int16_t, 9>;
 
 /// How the weighted sum s is brought to 0..255.

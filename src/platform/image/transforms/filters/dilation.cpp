@@ -1,4 +1,4 @@
-// The greatest or smallest value around each pixel, and what of it the level and threshold let through.
+// Dilation and erosion: the maximum or minimum around each pixel, limited by level and threshold.
 #include "src/platform/image/transforms/filters/dilation.h"
 
 #include <array>
@@ -80,7 +80,7 @@ ROW_LOOP void WearCross(const Around& obj, std::size_t count, Limits limits, std
 
 using RowChange = void (*)(const Around&, std::size_t, Limits, std::uint8_t*);
 
-// Beyond the border stand the border's own values, which are neither greater nor smaller than what is there.
+// The border is extended by replication, which doesn't affect the extremes.
 bool Change(ImageBuffer& image, Limits limits, RowChange change)
 {
     if (limits.level == 0)

@@ -6,12 +6,11 @@
 
 #include "src/platform/image_buffer.h"
 
-// Every colour channel by itself, over the square of n x n pixels from n / 2 (rounded down) left of and above
-// the pixel on: for odd n the pixel is its middle, for 2 the square ends at it. Beyond the border stand the
-// border's own pixels again. n is size, 1 to 256, brought into that range; 1 changes nothing. Alpha stays.
-// The work for a pixel doesn't grow with the square (van Herk 1992 down the columns; along the rows by
-// doubling, in at most nine steps). False, with the picture as it was, only when there is no memory for up to
-// 512 rows' worth of columns and for the alpha channel.
+// Each colour channel separately, over an n x n window that starts n / 2 (rounded down) to the left of and
+// above the pixel: for odd n the pixel is in the middle. The border is replicated. n is size, clamped
+// to 1..256; 1 changes nothing. Alpha is unchanged. The cost per pixel doesn't depend on n (van Herk 1992
+// along columns; doubling in at most nine steps along rows). False only if memory runs out; the picture is
+// then unchanged.
 namespace transforms
 {
 

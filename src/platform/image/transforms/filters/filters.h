@@ -6,8 +6,8 @@
 
 #include "src/platform/image_buffer.h"
 
-// Every colour channel is filtered by itself, alpha stays, and beyond the border stand the border's own
-// pixels again. Weights are written row by row, as they lie on the picture. A kind or direction outside the
+// Each colour channel is filtered separately, alpha is unchanged, and the border is replicated. Kernels are
+// written row by row, as applied to the picture. A kind or direction outside the
 // list is brought to its nearer end. The masks are those of W. K. Pratt, Digital Image Processing (1978),
 // unless another source is named. What finds edges shows the amount of the sum, dark to light or light to
 // dark alike, undivided and cut off at 255: an even area is black. Where a direction is asked for, it is the

@@ -114,7 +114,7 @@ void SmallPicture::EnlargeRow(const float* mixed, const std::vector<Tap>& across
 {
     constexpr Four kHalf{0.5F, 0.5F, 0.5F, 0.5F};
     for (const Tap& tap : across) {
-        // Whatever stands behind the pixel is read along and not used; the row is longer by that much.
+        // Reads past a pixel of fewer than four channels; rows are padded for that.
         const float* left_cell = mixed + static_cast<std::ptrdiff_t>(tap.cell) * kChannels;
         Four left, right;
         std::memcpy(&left, left_cell, sizeof left);

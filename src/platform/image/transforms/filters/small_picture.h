@@ -11,9 +11,8 @@
 namespace transforms
 {
 
-/// The means over squares of step by step pixels, from the top left corner on, in 1/64 level. One square
-/// beyond the border on each side belongs to it: there stand the border's pixels alone, which go on beyond
-/// the border, and so do they in all squares further out. Whatever fails throws std::bad_alloc.
+/// The means of step by step blocks of pixels, from the top left corner, in units of 1/64 level. One block of
+/// replicated border pixels is added on each side. Throws std::bad_alloc if memory runs out.
 class SmallPicture
 {
 public:

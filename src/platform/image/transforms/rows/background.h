@@ -1,4 +1,4 @@
-// The colour that lies behind a picture where an operation uncovers it.
+// The background colour that geometric operations uncover.
 // Room: platform/image/transforms/rows.
 #pragma once
 

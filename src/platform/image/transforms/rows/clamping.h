@@ -1,4 +1,4 @@
-// Brings numbers into the range of what they stand for.
+// Clamping and rounding to the range of a level.
 // Room: platform/image/transforms/rows.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Keeps the colours behind the transparent parts of a picture out of what is seen.
+// Keeps the colours of invisible pixels from bleeding into visible ones.
 // Room: platform/image/transforms/rows.
 #pragma once
 
@@ -11,11 +11,11 @@
 namespace transforms
 {
 
-/// Gives each pixel of alpha 0 a colour like that of the visible ones near it, in place of its own, which is
-/// black as a rule and would be drawn over the edges of what is visible by everything that looks at a pixel's
-/// neighbours. The colour is the mean of the visible pixels of the smallest of the squares of 2, 4, 8 ...
-/// pixels it lies in that has some, each square's mean being that of its quarters' (the pull and push of
-/// Gortler et al., The Lumigraph, SIGGRAPH 1996, in its plainest form).
+/// Replaces the colour of each invisible pixel (alpha 0) by that of visible pixels nearby. Invisible pixels
+/// are usually black, and every operation that looks at neighbours would smear that black over visible edges.
+/// The new colour is the mean of the visible pixels in the smallest enclosing block of 2, 4, 8, ... pixels
+/// that has any, computed as the mean of the means of its quarters (a simple form of push-pull: Gortler et
+/// al., The Lumigraph, SIGGRAPH 1996).
 class HiddenColours
 {
 public:

@@ -1,4 +1,4 @@
-// How often each level occurs in a picture.
+// Histograms of a picture.
 #include "src/platform/image/transforms/rows/histogram.h"
 
 #include <algorithm>
@@ -15,13 +15,14 @@ constexpr std::size_t kBlock = 1024;
 
 namespace
 {
-// Four tables in turn: a run of equal levels would otherwise wait each time for the count before it.
+// Four interleaved tables: in a run of equal levels, each increment would otherwise wait for the previous
+// store.
 struct Counters {
     std::array<std::array<std::uint32_t, 256>, 4> counts{};
 };
 }  // namespace
 
-// The levels stand step bytes apart; alpha, if any, 4.
+// Levels are step bytes apart; alpha, if present, 4 bytes.
 static void Count(Counters& counters, const std::uint8_t* levels, std::size_t step, std::size_t pixels,
                   const std::uint8_t* alpha)
 {

@@ -1,4 +1,4 @@
-// How often each level occurs in a picture.
+// Histograms of a picture.
 // Room: platform/image/transforms/rows.
 #pragma once
 
@@ -10,8 +10,8 @@
 namespace transforms
 {
 
-/// For each level the number of pixels that have it. A pixel whose alpha is 0 isn't seen and isn't counted:
-/// what lies behind the cut-out part of a picture, black as a rule, must not steer how the rest is corrected.
+/// The number of pixels at each level. Pixels with alpha 0 aren't counted: the hidden colours of a cut-out,
+/// usually black, must not influence the correction of the rest.
 using Histogram = std::array<std::uint64_t, 256>;
 
 /// Of one channel, 0 to channels - 1.

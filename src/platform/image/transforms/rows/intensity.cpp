@@ -1,4 +1,4 @@
-// What of a colour is brightness.
+// Luma of pixels, and the operations based on it.
 #include "src/platform/image/transforms/rows/intensity.h"
 
 #include <algorithm>

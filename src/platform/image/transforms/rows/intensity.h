@@ -1,4 +1,4 @@
-// What of a colour is brightness: the intensity of pixels, and the operations made of it.
+// Luma of pixels, and the operations based on it.
 // Room: platform/image/transforms/rows.
 #pragma once
 

@@ -1,4 +1,4 @@
-// New pixels for a picture, which take the place of the old ones whole or not at all.
+// Replaces a picture's pixels, all or nothing.
 // Room: platform/image/transforms/rows.
 #pragma once
 

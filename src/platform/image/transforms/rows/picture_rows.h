@@ -1,4 +1,4 @@
-// Where the rows of a picture lie.
+// Access to the rows of a picture.
 // Room: platform/image/transforms/rows.
 #pragma once
 
@@ -10,7 +10,7 @@
 namespace transforms
 {
 
-/// The bytes of one row.
+/// Bytes per row.
 inline std::size_t Stride(const ImageBuffer& image)
 {
     return static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);

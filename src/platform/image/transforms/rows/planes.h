@@ -1,4 +1,4 @@
-// Takes pixels apart into planes of one colour each, and puts them together again.
+// Splits pixels into one plane per colour and joins them again.
 // Room: platform/image/transforms/rows.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Asks the processor once.
+// Detects the processor's features once.
 #include "src/platform/image/transforms/rows/processor.h"
 
 #include <atomic>

@@ -1,14 +1,14 @@
-// What the processor can do.
+// Features of the processor.
 // Room: platform/image/transforms/rows.
 #pragma once
 
 namespace transforms
 {
 
-/// True when the instructions of AVX2 may be used.
+/// True if AVX2 is available.
 bool HasAvx2();
 
-/// For tests: from now on they may not, or they may again where there are any.
+/// For tests: disables AVX2, or enables it again where it is available.
 void DoWithoutAvx2(bool without);
 
 }  // namespace transforms

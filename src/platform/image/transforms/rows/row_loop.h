@@ -1,4 +1,4 @@
-// How a loop over a row of pixels is declared so that it runs as fast as the machine can.
+// Declares a loop over a row of pixels so that it uses the best instructions available.
 // Room: platform/image/transforms/rows.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Makes a seed of a picture.
+// Derives a seed from a picture.
 #include "src/platform/image/transforms/rows/seeded_random.h"
 
 #include <algorithm>

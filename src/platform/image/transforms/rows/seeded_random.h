@@ -1,4 +1,4 @@
-// Random numbers that are the same each time for the same picture.
+// Random numbers that are reproducible for a picture.
 // Room: platform/image/transforms/rows.
 #pragma once
 

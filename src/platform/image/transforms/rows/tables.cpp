@@ -1,4 +1,4 @@
-// Changing every value of a channel by a table.
+// Applies lookup tables to channels.
 #include "src/platform/image/transforms/rows/tables.h"
 
 #include <cstddef>

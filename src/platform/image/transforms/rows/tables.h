@@ -1,4 +1,4 @@
-// Changing every value of a channel by a table.
+// Applies lookup tables to channels.
 // Room: platform/image/transforms/rows.
 #pragma once
 
@@ -10,10 +10,10 @@
 namespace transforms
 {
 
-/// For each of a channel's 256 values the one that takes its place.
+/// A LUT for the 256 values of a channel.
 using Table = std::array<std::uint8_t, 256>;
 
-/// The table that changes nothing.
+/// The identity LUT.
 Table IdentityTable();
 
 /// Puts each colour channel through its table; alpha stays. A grey picture gets the intensity (see
