@@ -30,6 +30,9 @@ LEAST_TELLING = 0.5  # in ms per megapixel; smaller differences drown in the noi
 RUNS_ALONE = 3  # per round: a single operation is a small difference
 sys.path.insert(0, os.path.join(ROOT, "tools"))
 from catalogue import processes, switches  # noqa: E402  (needs the path set above)
+from image_magick import image_magick  # noqa: E402
+
+CONVERT, MOGRIFY = image_magick("convert"), image_magick("mogrify")
 
 
 class Job:
@@ -47,7 +50,7 @@ def convert(name, folder, source, target, extra="", goal="", im="", gm="", pillo
             vips_suffix=None, lacks=()):
     """Converts a folder of images."""
     job = Job(name, folder, source, f"/S {{in}}/*.{source} /T {{out}}/*.{target} {extra}", goal,
-              im=f"mogrify-im6.q16 -path {{out}} -format {target} {im}",
+              im=f"{MOGRIFY} -path {{out}} -format {target} {im}",
               gm=f"gm mogrify -output-directory {{out}} -format {target} {gm}",
               pillow=f"/usr/bin/python3 {HERE}/peers/pillow_batch.py {pillow} {{out}} {suffix or '.' + target}",
               vips=f"{{work}}/vips_batch {vips or pillow} {{out}} {vips_suffix or '.' + target}")
@@ -82,7 +85,7 @@ JOBS = [
     convert("JPEG to J2K lossless", "mid/jpg", "jpg", "j2k", "/4 100", "1", vips_suffix=".j2k[lossless]",
             lacks=("gm",)),
     Job("22 G4 pages to PNG", "scan/g4", "tif", "/S {in}/*.tif /T {out}/*.png", "3.5",
-        im="@pages convert-im6.q16 {file} {out}/{base}-%d.png", gm="@pages gm convert {file} +adjoin {out}/{base}-%d.png",
+        im=f"@pages {CONVERT} {{file}} {{out}}/{{base}}-%d.png", gm="@pages gm convert {file} +adjoin {out}/{base}-%d.png",
         pillow=f"/usr/bin/python3 {HERE}/peers/pillow_batch.py pages {{out}} .png",
         vips="{work}/vips_batch pages {out} .png"),
     operation("resize to 1280, bicubic", "/P2 /a1280 /b0 /c2", "1.6", "-filter Catrom -resize 1280x",
@@ -196,7 +199,7 @@ class Alone:
     def command(self, tool, arguments):
         if tool == "varnel":
             return [VARNEL, "/S", f"{self.folder}/{self.file}", "/T", f"{self.out}/{self.file}"] + arguments.split()
-        head = ["mogrify-im6.q16", "-path"] if tool == "im" else ["gm", "mogrify", "-output-directory"]
+        head = [MOGRIFY, "-path"] if tool == "im" else ["gm", "mogrify", "-output-directory"]
         return head + [self.out, "-format", "bmp"] + shlex.split(arguments) + [self.file]
 
     def least(self, tool, arguments):

@@ -12,7 +12,10 @@ import tempfile
 from PIL import Image
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.abspath('../../tools'))
+from image_magick import image_magick  # noqa: E402  (needs the path set above)
 WORK = tempfile.mkdtemp()
+CONVERT = image_magick('convert')
 W, H = 37, 23
 
 
@@ -54,8 +57,8 @@ def run(command):
 
 
 def by_im(path):
-    size = run(f"identify-im6.q16 -format '%w %h\n' '{path}[0]'").split()[:2]
-    return int(size[0]), int(size[1]), run(f"convert-im6.q16 '{path}[0]' -auto-orient -depth 8 rgba:-")
+    size = run(f"{image_magick('identify')} -format '%w %h\n' '{path}[0]'").split()[:2]
+    return int(size[0]), int(size[1]), run(f"{CONVERT} '{path}[0]' -auto-orient -depth 8 rgba:-")
 
 
 def by_gm(path):
@@ -140,7 +143,7 @@ def pil(kind, **options):
     return save
 
 
-IM = "convert-im6.q16 "
+IM = CONVERT + " "
 GM = "gm convert "
 bmp, pcx, ras, tga = by_netpbm("bmptopnm"), by_netpbm("pcxtoppm"), by_netpbm("rasttopnm"), by_netpbm("tgatoppm")
 

@@ -1,10 +1,15 @@
 #!/usr/bin/python3
-"""Generates the samples in this folder. Needs Pillow, ImageMagick 6, GraphicsMagick and gifsicle."""
+"""Generates the samples in this folder. Needs Pillow, ImageMagick, GraphicsMagick and gifsicle."""
 import os
 import subprocess
+import sys
 from PIL import Image, ImageDraw
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.abspath('../../../tools'))
+from image_magick import image_magick  # noqa: E402  (needs the path set above)
+
+CONVERT = image_magick('convert')
 W, H = 67, 45
 
 
@@ -22,7 +27,7 @@ def pam(path, picture):
 
 def pages(path, whole=None, count=None):
     """Writes the expected image of each page, or of the first ones of the whole file, as ImageMagick renders them."""
-    run('convert-im6.q16', whole or path, '-coalesce', '-alpha', 'set', '-depth', '8', 'frame-%d.png')
+    run(CONVERT, whole or path, '-coalesce', '-alpha', 'set', '-depth', '8', 'frame-%d.png')
     names = sorted(name for name in os.listdir('.') if name.startswith('frame-'))
     for page, name in enumerate(names[:count]):
         picture = Image.open(name).convert('RGBA')
@@ -51,7 +56,7 @@ for folder in ('good', 'cut', 'lying', 'foreign'):
     os.makedirs(folder, exist_ok=True)
 scene().save('scene.ppm')
 run('gm', 'convert', 'scene.ppm', 'good/gm-plain.gif')
-run('convert-im6.q16', 'scene.ppm', '-interlace', 'GIF', 'good/im-interlaced.gif')
+run(CONVERT, 'scene.ppm', '-interlace', 'GIF', 'good/im-interlaced.gif')
 scene().convert('L').save('good/pil-grey.gif')
 scene().convert('1').save('good/pil-two-colours.gif')
 
@@ -62,14 +67,14 @@ frames = [scene(i) for i in range(5)]
 for i, frame in enumerate(frames):
     frame.save(f'frame{i}.ppm')
 names = [f'frame{i}.ppm' for i in range(5)]
-run('convert-im6.q16', '-delay', '10', *names, '-layers', 'optimize-frame', 'good/im-optimised.gif')
+run(CONVERT, '-delay', '10', *names, '-layers', 'optimize-frame', 'good/im-optimised.gif')
 for dispose in ('none', 'background', 'previous'):
     spots = []
     for i in range(4):
         spot = Image.new('RGBA', (W, H), (0, 0, 0, 0))
         ImageDraw.Draw(spot).rectangle((i * 12, i * 7, i * 12 + 20, i * 7 + 14), fill=(60 * i, 200, 255 - 60 * i, 255))
         spot.save(f'frame{i}.png')
-    run('convert-im6.q16', '-dispose', 'none', '-delay', '10', 'scene.ppm', '-dispose', dispose,
+    run(CONVERT, '-dispose', 'none', '-delay', '10', 'scene.ppm', '-dispose', dispose,
         *(f'frame{i}.png' for i in range(4)), f'good/im-dispose-{dispose}.gif')
 for i, name in enumerate(names):
     run('gm', 'convert', name, f'frame{i}.gif')

@@ -1,11 +1,16 @@
 #!/usr/bin/python3
-"""Generates the samples in this folder. Needs Pillow, ImageMagick 6 and OpenJPEG's opj_compress."""
+"""Generates the samples in this folder. Needs Pillow, ImageMagick and OpenJPEG's opj_compress."""
 import os
 import struct
 import subprocess
+import sys
 from PIL import Image
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.abspath('../../../tools'))
+from image_magick import image_magick  # noqa: E402  (needs the path set above)
+
+CONVERT = image_magick('convert')
 W, H = 83, 61
 for folder in ('good', 'cut', 'lying', 'foreign'):
     os.makedirs(folder, exist_ok=True)
@@ -57,7 +62,7 @@ opj('good/opj-offset.j2k', '-t', '40,40', '-d', '13,7', '-T', '5,3', '-n', '4')
 opj('good/opj-packets.jp2', '-r', '20,5,1', '-c', '[64,64],[32,32]', '-b', '16,16', '-p', 'RPCL', '-SOP', '-EPH', '-PLT')
 opj('good/opj-parts.j2k', '-TP', 'R', '-t', '50,50', '-p', 'RPCL')
 opj('good/opj-grey.jp2', source='scene-grey.pgm')
-subprocess.run(['convert-im6.q16', 'scene.ppm', '-quality', '90', 'good/im-lossy.jp2'], check=True)
+subprocess.run([CONVERT, 'scene.ppm', '-quality', '90', 'good/im-lossy.jp2'], check=True)
 decoded('good/im-lossy.jp2')
 picture.save('good/pil-tiles.jp2', tile_size=(64, 64))
 pam('good/pil-tiles.jp2', picture)

@@ -1,11 +1,16 @@
 #!/usr/bin/python3
-"""Generates the samples in this folder. Needs Pillow, ImageMagick 6 and libjpeg-turbo's cjpeg and djpeg."""
+"""Generates the samples in this folder. Needs Pillow, ImageMagick and libjpeg-turbo's cjpeg and djpeg."""
 import os
 import struct
 import subprocess
+import sys
 from PIL import Image
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.abspath('../../../tools'))
+from image_magick import image_magick  # noqa: E402  (needs the path set above)
+
+CONVERT = image_magick('convert')
 W, H = 83, 61  # not a multiple of the block size
 for folder in ('good', 'cut', 'lying', 'foreign'):
     os.makedirs(folder, exist_ok=True)
@@ -29,7 +34,7 @@ def pam(path, picture, note=''):
 def cjpeg(name, *options):
     subprocess.run(['cjpeg', *options, '-outfile', name, 'scene.ppm'], check=True)
     # As decoded by ImageMagick; decoders round differently.
-    subprocess.run(['convert-im6.q16', name, '-colorspace', 'sRGB', '-depth', '8', 'seen.ppm'], check=True)
+    subprocess.run([CONVERT, name, '-colorspace', 'sRGB', '-depth', '8', 'seen.ppm'], check=True)
     pam(name, Image.open('seen.ppm').convert('L' if '-grayscale' in options else 'RGB'), '# within 2\n')
     os.remove('seen.ppm')
 
@@ -44,7 +49,7 @@ cjpeg('good/cjpeg-grey.jpg', '-quality', '85', '-grayscale')
 cjpeg('good/cjpeg-rgb.jpg', '-quality', '85', '-rgb')
 
 picture.convert('CMYK').save('good/pil-cmyk.jpg', quality=90)  # Adobe marker, inverted CMYK, no transform
-subprocess.run(['convert-im6.q16', 'scene.ppm', '-colorspace', 'CMYK', '-quality', '90', 'good/im-ycck.jpg'], check=True)
+subprocess.run([CONVERT, 'scene.ppm', '-colorspace', 'CMYK', '-quality', '90', 'good/im-ycck.jpg'], check=True)
 # A file whose Adobe marker was stripped along with its metadata; its CMYK values are still inverted.
 adobe = open('good/pil-cmyk.jpg', 'rb').read()
 at = adobe.index(b'\xff\xee')

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Generates the samples in this folder. Needs Pillow, ImageMagick 6, GraphicsMagick and netpbm.
+"""Generates the samples in this folder. Needs Pillow, ImageMagick, GraphicsMagick and netpbm.
 
 For files written by a program, the expected image is what another program decodes; for files assembled here, it is what this
 script encoded. Prints the samples that two programs decode differently.
@@ -8,15 +8,20 @@ import os
 import shutil
 import struct
 import subprocess
+import sys
 import tempfile
 import zlib
 
 from PIL import Image
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.abspath('../../../tools'))
+from image_magick import image_magick  # noqa: E402  (needs the path set above)
+
 for folder in ('good', 'cut', 'lying', 'foreign', 'unsupported'):
     shutil.rmtree(folder, ignore_errors=True)
     os.mkdir(folder)
+CONVERT = image_magick('convert')
 W, H = 37, 23  # prime: rows end inside a byte, and the passes of interlaced images differ in width
 WORK = tempfile.mkdtemp()
 
@@ -55,7 +60,7 @@ for colours in (2, 4, 16, 200):
 
 
 def by_im(path):
-    return Image.frombytes('RGBA', (W, H), run(f"convert-im6.q16 '{path}' -depth 8 rgba:-"))
+    return Image.frombytes('RGBA', (W, H), run(f"{CONVERT} '{path}' -depth 8 rgba:-"))
 
 
 def by_gm(path):
@@ -122,7 +127,7 @@ for kind, picture, depths, number, channels in (('grey', 'grey', (8, 16), 0, 1),
             # 16-bit levels that have no exact 8-bit equivalent.
             level = '-evaluate Multiply 0.987 ' if depth == 16 else ''
             made_by('im', f'{kind}-{depth}' + ('-interlaced' if interlace else ''),
-                    f'convert-im6.q16 {{{picture}}} {level}-define png:color-type={number} '
+                    f'{CONVERT} {{{picture}}} {level}-define png:color-type={number} '
                     f'-define png:bit-depth={depth} -define png:exclude-chunk=date,tIME '
                     + ('-interlace PNG ' if interlace else '') + '{out}',
                     channels, (number, depth, interlace), by_im, *([by_pil, by_netpbm] if depth < 16 else []))

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Generates the samples in this folder. Needs Pillow, ImageMagick 6, libtiff's tools and djpeg.
+"""Generates the samples in this folder. Needs Pillow, ImageMagick, libtiff's tools and djpeg.
 
 For files written by a program, the expected image is what ImageMagick decodes; for files assembled here, it is what this
 script encoded.
@@ -11,9 +11,14 @@ import os
 import shutil
 import struct
 import subprocess
+import sys
 from PIL import Image, ImageCms
 
 os.chdir(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.abspath('../../../tools'))
+from image_magick import image_magick  # noqa: E402  (needs the path set above)
+
+CONVERT = image_magick('convert')
 W, H = 37, 29  # not a multiple of a byte, a strip or a tile
 for folder in ('good', 'cut', 'lying', 'foreign', 'unsupported'):
     shutil.rmtree(folder, ignore_errors=True)
@@ -55,7 +60,7 @@ def pam(name, picture):
 def reference(name, channels):
     """Writes what ImageMagick decodes, as grey (1), RGB (3), or either with alpha (2, 4)."""
     form = {1: 'gray', 2: 'rgba', 3: 'rgb', 4: 'rgba'}[channels]
-    out = subprocess.run(['convert-im6.q16', 'good/' + name + '.tif[0]', '-auto-orient', '-depth', '16', '-endian', 'LSB',
+    out = subprocess.run([CONVERT, 'good/' + name + '.tif[0]', '-auto-orient', '-depth', '16', '-endian', 'LSB',
                           form + ':-'], check=True, stdout=subprocess.PIPE).stdout
     out = bytes((v * 255 + 32767) // 65535 for v, in struct.iter_unpack('<H', out))
     mode = {1: 'L', 2: 'RGBA', 3: 'RGB', 4: 'RGBA'}[channels]
@@ -64,7 +69,7 @@ def reference(name, channels):
 
 
 def im(name, *options, source='scene.ppm', channels=3, form=''):
-    run('convert-im6.q16', source, *options, form + 'good/im-' + name + '.tif')
+    run(CONVERT, source, *options, form + 'good/im-' + name + '.tif')
     reference('im-' + name, channels)
 
 
