@@ -5,14 +5,18 @@
 
 #include "src/base/path_text.h"
 #include "src/base/text.h"
+#include "src/commands/modRunState.h"
 #include "src/forms/Application.h"
 #include "src/platform/clock.h"
 #include "src/platform/file_system.h"
+#include "src/platform/window_services.h"
 
 /// Longer than any valid path: reject it early.
 constexpr std::size_t kLongestPath = 32768;
 constexpr int kFurtherTries = 20;
 constexpr std::int32_t kMillisecondsBetweenTries = 1000;
+// How often a wait handles events: often enough for a click to feel immediate, rarely enough to use no CPU.
+constexpr std::int32_t kEventIntervalMilliseconds = 20;
 
 void CreateFolderPath(Application& app, const std::string& sFolder)
 {
@@ -51,16 +55,27 @@ bool bDeleteFileOnce(Application& app, const std::string& sFile)
     return app.svc.objFileSystem.ClearReadOnly(sFile) && app.svc.objFileSystem.DeleteFile(sFile);
 }
 
+// Waits while handling events. Ends early if the run is stopped.
+static void Wait(Application& app, std::int32_t lMilliseconds)
+{
+    const std::int64_t lStartTick = app.svc.objClock.GetTickCount();
+    do {
+        app.svc.objClock.Sleep(kEventIntervalMilliseconds);
+        app.svc.objWindows.DoEvents();
+        RaiseIfStopped(app);
+    } while (app.svc.objClock.GetTickCount() - lStartTick < lMilliseconds);
+}
+
 bool bDeleteFileRetrying(Application& app, const std::string& sFile)
 {
     if (!bFileExists(app, sFile) || bDeleteFileOnce(app, sFile))
         return true;
     for (int lTry = 0; lTry < kFurtherTries; ++lTry) {
-        app.svc.objClock.Sleep(kMillisecondsBetweenTries);
+        Wait(app, kMillisecondsBetweenTries);
         if (!bFileExists(app, sFile) || bDeleteFileOnce(app, sFile))
             return true;
     }
-    app.svc.objClock.Sleep(kMillisecondsBetweenTries);
+    Wait(app, kMillisecondsBetweenTries);
     return false;
 }
 

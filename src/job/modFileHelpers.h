@@ -24,7 +24,8 @@ bool bMoveFileReplacing(Application& app, const std::string& sTemp, const std::s
 bool bDeleteFileOnce(Application& app, const std::string& sFile);
 
 /// True if the file doesn't exist or was deleted. Otherwise retries every second, 20 times, and waits one
-/// more second before giving up, so that another process has time to close the file.
+/// more second before giving up, so that another process has time to close the file. Events are handled while
+/// it waits; raises clsRunStopped if the run is stopped meanwhile.
 bool bDeleteFileRetrying(Application& app, const std::string& sFile);
 
 /// True if the folder contains any file or folder.

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "src/commands/modRunState.h"
 #include "tests/fakes/test_application.h"
 
 TEST(CreateFolderPath, CreatesMissingParentsFirst)
@@ -133,9 +134,11 @@ TEST(DeleteFileRetrying, WaitsASecondBeforeEachRetry)
     app.files.AddFile("/held");
     app.files.deletes_to_refuse = 3;
 
+    const std::int64_t start = app.clock.tick;
+
     EXPECT_TRUE(bDeleteFileRetrying(app, "/held"));
 
-    EXPECT_EQ(app.clock.sleeps, std::vector<std::int32_t>(3, 1000));
+    EXPECT_EQ(app.clock.tick - start, 3 * 1000);
     EXPECT_FALSE(app.files.Has("/held"));
 }
 
@@ -145,10 +148,12 @@ TEST(DeleteFileRetrying, GivesUpAfterTwentyRetriesAndAFinalWait)
     app.files.AddFile("/held");
     app.files.undeletable.insert("/held");
 
+    const std::int64_t start = app.clock.tick;
+
     EXPECT_FALSE(bDeleteFileRetrying(app, "/held"));
 
     EXPECT_EQ(app.files.refused_deletes, 21);
-    EXPECT_EQ(app.clock.sleeps, std::vector<std::int32_t>(21, 1000));
+    EXPECT_EQ(app.clock.tick - start, 21 * 1000);
 }
 
 TEST(FolderHasEntries, IsTrueIfTheFolderContainsAnything)
@@ -164,4 +169,32 @@ TEST(FolderHasEntries, IsTrueIfTheFolderContainsAnything)
     EXPECT_FALSE(bFolderHasEntries(app, "/full/a.txt"));
     EXPECT_FALSE(bFolderHasEntries(app, "/none"));
     EXPECT_FALSE(bFolderHasEntries(app, ""));
+}
+
+TEST(DeleteFileRetrying, HandlesEventsWhileItWaits)
+{
+    TestApplication app;
+    app.files.AddFile("/held");
+    app.files.deletes_to_refuse = 1;
+    std::vector<std::int64_t> ticks;
+    app.windows.on_do_events = [&] { ticks.push_back(app.clock.tick); };
+
+    EXPECT_TRUE(bDeleteFileRetrying(app, "/held"));
+
+    ASSERT_EQ(ticks.size(), 50u);
+    EXPECT_EQ(ticks[1] - ticks[0], 20);
+}
+
+TEST(DeleteFileRetrying, LeavesTheFileOnceTheRunIsStopped)
+{
+    TestApplication app;
+    app.files.AddFile("/held");
+    app.files.undeletable.insert("/held");
+    const RunScope objRun(app);
+    app.windows.on_do_events = [&] { StopRun(app); };
+
+    EXPECT_THROW(bDeleteFileRetrying(app, "/held"), clsRunStopped);
+
+    EXPECT_EQ(app.windows.do_events, 1);
+    EXPECT_TRUE(app.files.Has("/held"));
 }
