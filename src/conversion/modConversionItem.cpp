@@ -8,6 +8,7 @@
 #include "src/base/path_text.h"
 #include "src/base/raised_error.h"
 #include "src/base/text.h"
+#include "src/commands/modRunState.h"
 #include "src/conversion/modApplySpecialProcess.h"
 #include "src/conversion/modConversionDetails.h"
 #include "src/conversion/modPageRanges.h"
@@ -63,6 +64,13 @@ static void FailToLoadAndClose(Item& objItem)
     objItem.ImageFile1.SetMultiFrameSave(false);
 }
 
+// A stopped run abandons its load, so a failure then says nothing about the file: leave the item.
+static bool bLoaded(const Item& objItem, bool bOK)
+{
+    RaiseIfStopped(objItem.app);
+    return bOK;
+}
+
 static bool bIsTiff(std::int32_t lType)
 {
     return lType == kTypeTiff;
@@ -73,7 +81,9 @@ static bool bIsTiff(std::int32_t lType)
 static bool bApplyOrFail(Item& objItem)
 {
     try {
-        return bApplySpecialProcess(objItem.app, objItem.objOptions, objItem.aImage);
+        const bool bGoOn = bApplySpecialProcess(objItem.app, objItem.objOptions, objItem.aImage);
+        RaiseIfStopped(objItem.app);
+        return bGoOn;
     } catch (const clsRaisedError& objError) {
         objItem.bProcessRaised = true;
         Fail(objItem, kErrNotConverted,
@@ -127,7 +137,8 @@ static bool bSavePage(Item& objItem)
 // Loads a selected page of the source; keeps the item's first error.
 static bool bLoadSelectedPage(Item& objItem, const std::string& sPage, std::size_t nPosition)
 {
-    if (objItem.ImageFile1.LoadFrame(objItem.objOptions.sOriginalFile, lToLong(sPage) - 1, objItem.aImage))
+    if (bLoaded(objItem, objItem.ImageFile1.LoadFrame(objItem.objOptions.sOriginalFile, lToLong(sPage) - 1,
+                                                      objItem.aImage)))
         return true;
     if (objItem.objOptions.lErr == 0)
         Fail(objItem, kErrFrameNotLoaded,
@@ -157,7 +168,7 @@ static Step AppendSourceToTiff(Item& objItem)
     ImageFile1.SetMultiFrameSave(true);
     const std::int32_t lCount = ImageFile1.GetFrameCount(objOptions.sTargetFile);
     for (std::int32_t l = 1; l <= lCount; ++l) {
-        if (!ImageFile1.LoadFrame(objOptions.sTargetFile, l - 1, objItem.aImage)) {
+        if (!bLoaded(objItem, ImageFile1.LoadFrame(objOptions.sTargetFile, l - 1, objItem.aImage))) {
             FailToLoadAndClose(objItem);
             return Step::EndItem;
         }
@@ -167,7 +178,7 @@ static Step AppendSourceToTiff(Item& objItem)
         if (objItem.bProcessRaised)
             return Step::EndItem;
     }
-    if (!ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage)) {
+    if (!bLoaded(objItem, ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage))) {
         FailToLoadAndClose(objItem);
         return Step::EndItem;
     }
@@ -188,7 +199,7 @@ static Step ConvertIntoTiff(Item& objItem)
     if (objItem.objDetails.bAppendToTiff && bFileExists(objItem.app, objOptions.sTargetFile))
         return AppendSourceToTiff(objItem);
     objItem.ImageFile1.SetMultiFrameSave(false);
-    if (!objItem.ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage)) {
+    if (!bLoaded(objItem, objItem.ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage))) {
         FailToLoad(objItem);
         return Step::EndItem;
     }
@@ -229,7 +240,7 @@ static bool bCarryOverPages(Item& objItem, const std::string& sTemporary, bool& 
     const std::string& sTarget = objItem.objOptions.sTargetFile;
     const std::int32_t lCount = objItem.ImageFile1.GetFrameCount(sTarget);
     for (std::int32_t l = 1; l <= lCount; ++l) {
-        if (!objItem.ImageFile1.LoadFrame(sTarget, l - 1, objItem.aImage)) {
+        if (!bLoaded(objItem, objItem.ImageFile1.LoadFrame(sTarget, l - 1, objItem.aImage))) {
             FailToLoadAndClose(objItem);
             return false;
         }
@@ -291,7 +302,7 @@ static Step ConvertOnce(Item& objItem)
 // behind: the first error stays even if every page is then saved, and split pages are split again under their
 // new names.
 static void ConvertWithPages(Item& objItem, std::int32_t& lResult)
-{
+try {
     for (bool bRetried = false;; bRetried = true) {
         if (ConvertOnce(objItem) == Step::EndItem)
             return;
@@ -302,11 +313,14 @@ static void ConvertWithPages(Item& objItem, std::int32_t& lResult)
         if (lResult == 0 || bRetried || !objItem.app.frmMain.bTryAutodetectIfFailed)
             return;
     }
+} catch (...) {
+    objItem.ImageFile1.SetMultiFrameSave(false);  // lets go of the file that was being written
+    throw;
 }
 
 static void ConvertPlain(Item& objItem, std::int32_t& lResult)
 {
-    if (!objItem.ImageFile1.LoadImage(objItem.objOptions.sOriginalFile, objItem.aImage)) {
+    if (!bLoaded(objItem, objItem.ImageFile1.LoadImage(objItem.objOptions.sOriginalFile, objItem.aImage))) {
         FailToLoad(objItem);
         return;
     }

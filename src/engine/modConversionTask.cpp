@@ -37,6 +37,7 @@ static void ConvertSingleFile(Application& app, std::int32_t lRow, clsConversion
     app.frmMainMDI.sbMain.SetPanel(kPanelFile, objOptions.sOriginalFile);
     app.svc.objWindows.DoEvents();
     lPerformConversionItem(app, objOptions);
+    LeaveIfStopped(app, objOptions);
     if (objOptions.lErr != 0 || !app.frmMain.sLogFile.empty())
         LogConversionError(app, lRow, objOptions);
     lResult = objOptions.lErr;
@@ -49,6 +50,7 @@ static std::int32_t lConvertList(Application& app, std::int32_t lRow, const clsC
     clsConversionOptions objFile = objFileOf(objOptions);
     return lWalkFiles(app, objOptions, objFile, colFiles, [&] {
         const std::int32_t lCode = lPerformConversionItem(app, objFile);
+        LeaveIfStopped(app, objFile);
         if (lCode != 0 || !app.frmMain.sLogFile.empty()) {
             LogConversionError(app, lRow, objFile);
             lResult = lCode;

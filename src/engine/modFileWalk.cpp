@@ -4,6 +4,7 @@
 #include "src/base/clsConversionOptions.h"
 #include "src/base/number_text.h"
 #include "src/base/text.h"
+#include "src/commands/modRunState.h"
 #include "src/engine/modRunLog.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
@@ -54,6 +55,12 @@ void KeepResumePosition(Application& app, std::int32_t lPosition)
 {
     if (!app.frmMain.bRunning)
         app.frmMain.lResumeFileIndex = lPosition >= 3 ? lPosition - 1 : 0;
+}
+
+void LeaveIfStopped(const Application& app, const clsConversionOptions& objItem)
+{
+    if (objItem.lErr != 0)
+        RaiseIfStopped(app);
 }
 
 void NotePauseBeforeWalk(Application& app, clsConversionOptions& objOptions)

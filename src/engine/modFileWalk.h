@@ -22,5 +22,9 @@ std::int32_t lWalkFiles(Application& app, const clsConversionOptions& objOptions
 /// repeated. 0 for a position below 3, and for a task without a list (position 0).
 void KeepResumePosition(Application& app, std::int32_t lPosition);
 
+/// Raises clsRunStopped if the run was stopped and the item failed: the item was abandoned, so don't record a
+/// failure.
+void LeaveIfStopped(const Application& app, const clsConversionOptions& objItem);
+
 /// Notes in the request that the run was paused while the file list was being built.
 void NotePauseBeforeWalk(Application& app, clsConversionOptions& objOptions);

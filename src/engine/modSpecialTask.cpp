@@ -62,6 +62,7 @@ static void DoSingleItem(Application& app, std::int32_t lRow, clsConversionOptio
     app.frmMainMDI.sbMain.SetPanel(kPanelFile, objOptions.sOriginalFile);
     app.svc.objWindows.DoEvents();
     lResult = lPerformSpecialItem(app, objOptions);
+    LeaveIfStopped(app, objOptions);
     if (lResult != 0 || !app.frmMain.sLogFile.empty())
         LogConversionError(app, lRow, objOptions);
     if (objOptions.lSpecialProcess == SP_LAUNCH && lResult == 0)
@@ -80,6 +81,7 @@ static std::int32_t lWalkList(Application& app, std::int32_t lRow, const clsConv
     objFile.lOriginalFileType = objOptions.lOriginalFileType;
     return lWalkFiles(app, objOptions, objFile, colFiles, [&] {
         const std::int32_t lCode = lPerformSpecialItem(app, objFile);
+        LeaveIfStopped(app, objFile);
         if (lCode != 0 || !app.frmMain.sLogFile.empty()) {
             LogConversionError(app, lRow, objFile);
             lResult = lCode;

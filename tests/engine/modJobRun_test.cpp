@@ -454,3 +454,99 @@ TEST(FindStartPoint, ReturnsOnePastTheLastTaskIfAllAreMarked)
     EXPECT_EQ(lRow, 2);
     EXPECT_FALSE(app.bInternalGridChange);
 }
+
+namespace
+{
+
+/// A run that is stopped while the image library works on its second file.
+class StoppedRun : public JobRun
+{
+protected:
+    void RunAndStopAt(const std::string& sCall)
+    {
+        app.images.on_call = [this, sCall] {
+            if (app.images.calls.back() == sCall)
+                StopRun(app);
+        };
+        Dispatch(app, Act::Ordinary, [this] { ConversionJobBegin(app); });
+    }
+};
+
+}  // namespace
+
+TEST_F(StoppedRun, LeavesTheFileInWorkUnmadeAndUnmarked)
+{
+    AddTask("a");
+    AddTask("b");
+    AddTask("c");
+
+    RunAndStopAt("LoadImage /in/b.bmp");
+
+    EXPECT_EQ(sMark(1), "+");
+    EXPECT_EQ(sMark(2), "");
+    EXPECT_TRUE(app.files.Has("/out/a.png"));
+    EXPECT_FALSE(app.files.Has("/out/b.png"));
+    EXPECT_FALSE(app.files.Has("/out/c.png"));
+    EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
+    EXPECT_TRUE(app.windows.boxes.empty());
+    ExpectIdle();
+}
+
+TEST_F(StoppedRun, TakesAnAbandonedLoadOrSaveForNoFailure)
+{
+    for (const char* sCall : {"LoadImage /in/a.bmp", "SavePNG /out/a.png"}) {
+        SetUpToDoGrid(app);
+        AddTask("a");
+        app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+        app.images.broken = {"/in/a.bmp"};
+        app.images.unwritable = {"/out/a.png"};
+        if (std::string(sCall).starts_with("Save"))
+            app.images.broken.clear();
+
+        RunAndStopAt(sCall);
+
+        EXPECT_EQ(app.images.calls.back(), sCall);
+        EXPECT_EQ(sMark(1), "");
+        EXPECT_EQ(app.frmMain.fgLog.Rows(), 2);
+        EXPECT_TRUE(app.files.Has("/in/a.bmp"));
+    }
+}
+
+TEST_F(StoppedRun, LetsGoOfAMultiPageFile)
+{
+    app.images.AddImage("/in/m.tif", {1, 2, 3});
+    app.images.AddImage("/out/m.tif", {9});
+    clsConversionOptions objOptions;
+    objOptions.sExtraParams = "*^0^TRUE^75";
+    objOptions.sOriginalFile = "/in/m.tif";
+    objOptions.lOriginalFileType = 3;
+    objOptions.sTargetFile = "/out/m.tif";
+    objOptions.lTargetFileType = 3;
+    AddTaskRow(app, objOptions);
+
+    RunAndStopAt("LoadFrame /in/m.tif 1");
+
+    EXPECT_EQ(app.images.calls.back(), "MultiFrameSave False");
+    EXPECT_EQ(app.images.PagesOf("/out/m.tif"), std::vector<std::uint8_t>{9});
+}
+
+TEST_F(StoppedRun, KeepsWhatASpecialProcessHadFinished)
+{
+    app.images.AddImage("/in/1.bmp");
+    app.images.AddImage("/in/2.bmp");
+    clsConversionOptions objOptions;
+    objOptions.sActionToDo = "S24";
+    objOptions.lSpecialProcess = 24;
+    objOptions.sOriginalFile = "/in/*.bmp";
+    objOptions.lOriginalFileType = 2;
+    objOptions.sTargetFile = "/out/*.bmp";
+    objOptions.lTargetFileType = 2;
+    AddTaskRow(app, objOptions);
+
+    RunAndStopAt("SaveBMP /out/1.bmp");
+
+    EXPECT_TRUE(app.files.Has("/out/1.bmp"));
+    EXPECT_FALSE(app.files.Has("/out/2.bmp"));
+    EXPECT_EQ(sMark(1), "");
+    ExpectIdle();
+}

@@ -14,9 +14,16 @@ std::vector<std::uint8_t> RecordingImageFile::PagesOf(const std::string& file) c
     return {bytes.begin(), bytes.end()};
 }
 
+void RecordingImageFile::Record(const std::string& call)
+{
+    calls.push_back(call);
+    if (on_call)
+        on_call();
+}
+
 bool RecordingImageFile::LoadImage(const std::string& file, ImageBuffer& image)
 {
-    calls.push_back("LoadImage " + file);
+    Record("LoadImage " + file);
     const std::vector<std::uint8_t> pages = PagesOf(file);
     if (broken.contains(file) || !files_.FileExists(file) || pages.empty())
         return false;
@@ -27,7 +34,7 @@ bool RecordingImageFile::LoadImage(const std::string& file, ImageBuffer& image)
 
 bool RecordingImageFile::LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image)
 {
-    calls.push_back("LoadFrame " + file + " " + std::to_string(frame_index));
+    Record("LoadFrame " + file + " " + std::to_string(frame_index));
     const std::vector<std::uint8_t> pages = PagesOf(file);
     if (broken.contains(file) || !files_.FileExists(file) || frame_index == broken_page || frame_index < 0 ||
         frame_index >= static_cast<std::int32_t>(pages.size()))
@@ -46,7 +53,7 @@ std::int32_t RecordingImageFile::GetFrameCount(const std::string& file)
 bool RecordingImageFile::RecordSave(const std::string& operation, const ImageBuffer& image,
                                     const std::string& file)
 {
-    calls.push_back(operation + " " + file);
+    Record(operation + " " + file);
     if (unwritable.contains(file) || files_.FolderExists(file) || image.width < 1)
         return false;
     AddImage(file, {image.bytes[0]});
@@ -56,7 +63,7 @@ bool RecordingImageFile::RecordSave(const std::string& operation, const ImageBuf
 
 bool RecordingImageFile::AppendFrame(const ImageBuffer& image, bool finish)
 {
-    calls.push_back(std::string("AppendFrame ") + (finish ? "True" : "False"));
+    Record(std::string("AppendFrame ") + (finish ? "True" : "False"));
     const bool open = !open_file_.empty();
     if (open && image.width > 0) {
         std::vector<std::uint8_t> pages = PagesOf(open_file_);

@@ -2,6 +2,7 @@
 // Room: tests/fakes.
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -23,6 +24,7 @@ public:
 
     std::vector<std::string>
         calls;  ///< all calls, such as "LoadFrame /a.tif 0", "SavePNG /a.png" or "JPEGQuality 75", in order
+    std::function<void()> on_call;     ///< called in each load and save: what happens while a worker does it
     std::set<std::string> broken;      ///< files that fail to load
     std::set<std::string> unwritable;  ///< targets that fail to save
     std::int32_t broken_page = -1;     ///< page, from 0, that fails to load in any file
@@ -55,6 +57,7 @@ public:
     void SetInfo(const ImageInfoTexts& info) override;
 
 private:
+    void Record(const std::string& call);
     bool RecordSave(const std::string& operation, const ImageBuffer& image, const std::string& file);
 
     FakeFileSystem& files_;
