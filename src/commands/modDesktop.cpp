@@ -9,15 +9,16 @@
 #include "src/platform/window_services.h"
 
 constexpr std::int64_t kMillisecondsToFail = 1000;
-constexpr std::int32_t kMillisecondsPerLook = 20;
+constexpr std::int32_t kMillisecondsPerPoll = 20;
 
-// On some desktops the opener ends at once, on others it stays until the program does: then it has worked.
+// On some desktops the opener ends at once, on others only with the program it opened. One that is still
+// running after a second has succeeded.
 static bool bWorks(Application& app, const std::unique_ptr<ChildProcess>& pOpener)
 {
     if (!pOpener)
         return false;
     const std::int64_t lStartTick = app.svc.objClock.GetTickCount();
-    while (!pOpener->bWaitForEnd(kMillisecondsPerLook)) {
+    while (!pOpener->bWaitForEnd(kMillisecondsPerPoll)) {
         if (app.svc.objClock.GetTickCount() - lStartTick >= kMillisecondsToFail)
             return true;
         app.svc.objWindows.DoEvents();

@@ -7,8 +7,8 @@
 struct Application;
 
 /// Opens an existing file or folder with the program that the desktop has for it; a text file with the user's
-/// editor. False if the desktop can't: the caller tells. Waits for at most a second, letting events through,
-/// to learn of a failure.
+/// editor. False if that fails; the caller reports it. Waits up to a second for a failure, handling events
+/// meanwhile.
 bool bOpenPath(Application& app, const std::string& sPath);
 
 /// The same for a web page ("https://...") or a mail ("mailto:...").

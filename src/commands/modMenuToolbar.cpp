@@ -29,7 +29,7 @@ static void EnableForIdle(frmMain& frm)
             pKey->SetEnabled(false);
 }
 
-// A paused run that still finishes its file offers nothing at all: another run can't begin yet.
+// While a paused run finishes its file, even Pause is disabled: another run can't start yet.
 static void EnableForRun(frmMain& frm)
 {
     frm.keyPause.SetEnabled(frm.bRunning);

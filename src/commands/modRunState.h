@@ -1,4 +1,4 @@
-// The state of a run: begun, paused, stopped, ended.
+// The state of a run: started, paused, stopped, ended.
 // Room: commands.
 #pragma once
 
@@ -9,9 +9,9 @@ struct Application;
 struct clsRunStopped {
 };
 
-/// A run goes on in this scope: bRunning is set and the commands follow. At the end the commands follow
-/// again, the pointer is the one before, and so is bRunning, unless it was cleared in between: a pause ends
-/// the runs around this one too.
+/// Marks its scope as a run: sets bRunning and updates the commands. At the end it updates them again and
+/// restores the pointer and bRunning, unless bRunning was cleared in between: a pause ends the enclosing
+/// runs too.
 class RunScope
 {
 public:
@@ -26,14 +26,14 @@ private:
     const bool m_bHadHourglass;
 };
 
-/// True from the begin of a run to its end, also while a paused one finishes its file.
+/// True from the start of a run to its end, including while a paused one finishes its file.
 bool bRunInProgress(const Application& app);
 
-/// Ends the run after the file in work.
+/// Ends the run after the current file.
 void PauseRun(Application& app);
 
-/// Ends the run without finishing the file in work, at the next RaiseIfStopped. What the file has written
-/// under its final name by then is whole. Does nothing without a run.
+/// Ends the run without finishing the current file, at the next RaiseIfStopped. Whatever the item has saved
+/// by then is whole. Does nothing if no run is in progress.
 void StopRun(Application& app);
 
 /// True once StopRun was called, until the run has ended.

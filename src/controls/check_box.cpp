@@ -1,4 +1,4 @@
-// Ticks a box.
+// Ticks and clears check boxes.
 #include "src/controls/check_box.h"
 
 void CheckBox::SetValue(std::int32_t lValue)

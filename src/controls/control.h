@@ -1,11 +1,11 @@
-// What every control has: a name, texts, a state, the acts that all share, and observers.
+// Base of all controls: name, texts, state, the user actions that all share, and observers.
 // Room: controls.
 //
 // A control's contents are the field: logic reads and writes it with no toolkit present. It has two doors.
-// SetText, SetValue and the like are the program speaking. UserTypes, UserClicks and the like are a person
-// acting through a view; they do nothing while the control, a frame around it or its form takes no acts, and
-// then tell the views to show again what is so. Both raise the logic's handlers (OnClick, OnChange), after
-// the views were told. What a view says while it is being told is an echo and is ignored.
+// SetText, SetValue and the like are for the program. UserTypes, UserClicks and the like are for a person
+// acting through a view; while the control, an enclosing frame or its form is disabled or hidden, they only
+// make the views show the current state again. Both raise the logic's handlers (OnClick, OnChange) after
+// notifying the views. Whatever a view reports during a notification is an echo and is ignored.
 #pragma once
 
 #include <cstdint>
@@ -104,23 +104,23 @@ public:
     void SetFocus() { Tell(&ControlObserver::FocusRequested); }
     void BringToFront() { Tell(&ControlObserver::BroughtToFront); }
 
-    /// True if a person can act on it: it and all frames around it are visible and enabled, and its form is
+    /// True if a person can act on it: it and all enclosing frames are visible and enabled, and its form is
     /// enabled.
     bool bTakesActs() const;
 
-    // A person's acts that any control may have a handler for.
-    void UserLeaves();  ///< the focus goes elsewhere
+    // User actions that any control may have a handler for.
+    void UserLeaves();  ///< the focus moves elsewhere
     void UserDoubleClicks();
     void UserDrops(const std::vector<std::string>& aPaths);  ///< files and folders
-    /// A key, written as "Ctrl+N", "Del", "Esc"; one that OnKeyDown doesn't use up goes to the form. True if
-    /// it did something.
+    /// A key, written as "Ctrl+N", "Del", "Esc"; the form gets those that OnKeyDown doesn't handle. True if
+    /// either handled it.
     bool UserPresses(const std::string& sKey);
 
     // The logic's handlers.
     std::function<void()> OnLostFocus;
     std::function<void()> OnDblClick;
     std::function<void(const std::vector<std::string>& aPaths)> OnDrop;
-    std::function<bool(const std::string& sKey)> OnKeyDown;  ///< True: the key is used up
+    std::function<bool(const std::string& sKey)> OnKeyDown;  ///< True if handled
 
     /// For Observation.
     [[nodiscard]] std::shared_ptr<void> Watch(ControlObserver& objObserver);
@@ -136,7 +136,7 @@ protected:
     {
         m_objObservers.TellBefore(pAspect, aArguments...);
     }
-    /// Stores a value and tells the aspect if it is a new one; True in that case.
+    /// Stores a value; if it differs from the old one, notifies pAspect and returns True.
     template <typename T, typename TKnows>
     bool Set(T& tField, const T& tValue, void (TKnows::*pAspect)())
     {
@@ -146,8 +146,8 @@ protected:
         Tell(pAspect);
         return true;
     }
-    /// The first question of every act of a person. Where the act is refused, the views are told pAspect, so
-    /// that they show again what is so.
+    /// Whether a user action may go ahead; every one asks this first. If refused, the views are notified of
+    /// pAspect, so that they show the current state again.
     template <typename TKnows>
     bool bAccepts(void (TKnows::*pAspect)()) const
     {
@@ -166,9 +166,9 @@ protected:
 
     bool bWatched() const { return !m_objObservers.bEmpty(); }
     bool bRedrawLocked() const { return m_lRedrawLocks > 0; }
-    /// Tells what was held back under a RedrawLock.
+    /// Sends the notifications that a RedrawLock held back.
     virtual void TellHeldBack() {}
-    /// Tells an aspect now, or notes in bHeld that TellHeldBack has to.
+    /// Notifies an aspect now, or under a RedrawLock sets bHeld for TellHeldBack.
     template <typename TKnows>
     void TellOrHold(bool& bHeld, void (TKnows::*pAspect)())
     {
@@ -201,8 +201,8 @@ private:
     Observers<ControlObserver> m_objObservers;
 };
 
-/// While it lives, the control's views aren't told of its texts, entries, rows and picture; when the
-/// outermost lock ends, they are told at once. For filling lists and tables.
+/// Holds back notifications about texts, entries, rows and pictures while it lives; the end of the outermost
+/// lock sends them, one for each aspect. For filling lists and tables.
 class RedrawLock
 {
 public:

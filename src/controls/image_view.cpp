@@ -1,4 +1,4 @@
-// Keeps what an image view shows.
+// Keeps the image, zoom and offset of an image view within their limits.
 #include "src/controls/image_view.h"
 
 #include <algorithm>

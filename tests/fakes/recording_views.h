@@ -1,4 +1,4 @@
-// Views that write down what they are told, one word and a blank for each aspect.
+// Views that record the notifications they receive, one word and a space each.
 // Room: tests/fakes.
 #pragma once
 
@@ -15,7 +15,7 @@
 #include "src/controls/tab_strip.h"
 #include "src/controls/timer.h"
 
-/// The aspects of all controls.
+/// Records the aspects that all controls have.
 template <typename TObserver>
 struct Records : TObserver {
     std::string sTold;
@@ -31,7 +31,7 @@ struct Records : TObserver {
     void BroughtToFront() override { sTold += "front "; }
 };
 
-/// The view of one control, and its watch.
+/// A view that observes one control.
 template <typename TControl>
 struct RecordingView : Records<typename TControl::Observer> {
     explicit RecordingView(TControl& objControl) : m_objWatch(objControl, *this) {}
@@ -111,7 +111,7 @@ private:
     Observation m_objWatch;
 };
 
-/// Of scroll bars, sliders and progress bars.
+/// For scroll bars, sliders and progress bars.
 template <>
 struct RecordingView<RangeControl> : Records<RangeObserver> {
     explicit RecordingView(RangeControl& objRange) : m_objWatch(objRange, *this) {}

@@ -24,7 +24,7 @@ static Texts EntriesOf(const ComboBox& cb)
     return aEntries;
 }
 
-TEST(AddUniqueItemToCollection, MakesARepeatedTextTheNewestInItsNewForm)
+TEST(AddUniqueItemToCollection, MovesRepeatedTextToFrontInItsNewSpelling)
 {
     TestApplication app;
     clsMRU mru = SetUpList(app);

@@ -173,7 +173,7 @@ std::size_t OutputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out
     return done;
 }
 
-// Some file systems (network, quotas) notice only when a file is closed that it had no room.
+// Network file systems and quotas may report a full disk only on close.
 bool OutputFile::ReportsNoLateFailure()
 {
     const int second = dup(file_.Number());
@@ -214,7 +214,7 @@ bool OutputFile::TakeOverAttributes()
     return CopyAccessList(target_.folder.Number(), target_.name, file_.Number());
 }
 
-// Puts the file where another one is, or, without one, where a nameless file couldn't be put.
+// Renames a temporary over the target. For existing targets, and where a nameless file can't be linked.
 bool OutputFile::Replace()
 {
     SystemCalls& system = saver_.System();
@@ -233,7 +233,7 @@ bool OutputFile::Replace()
         return false;
     temporary_.clear();
     system.Unlock(file_.Number());
-    // The file is in place whatever comes now. That it may not be on the disk is reported with the queue.
+    // The file is in place from here on. A failed folder sync is reported with the queue.
     if (!replaces)
         QueueForSync();
     else if (saver_.Syncs() && !SyncFolder(system, folder, file_.Number()))
