@@ -205,6 +205,8 @@ TEST(Quantiser, KeepsMeanOfEveryRegionByDithering)
                 EXPECT_NEAR(Mean(result, x, y, 16, c), Mean(image, x, y, 16, c), 4) << x << "," << y;
 }
 
+// All three diffuse the whole error. ImageMagick's default diffuses less of it in newer versions, which
+// lowers the error of single pixels and leaves bands.
 TEST(Quantiser, HasSmallerErrorThanDitheringOfOtherPrograms)
 {
     const ImageBuffer image = Pattern(320, 240, 3);
@@ -213,8 +215,9 @@ TEST(Quantiser, HasSmallerErrorThanDitheringOfOtherPrograms)
 
     const double own = Psnr(ApplyPalette(image, Quantise(image)), image);
 
-    for (const std::string& program : {ImageMagick("convert"), std::string("gm convert")}) {
-        ASSERT_TRUE(RunCommand(program + " " + folder.Path("in.ppm") + " " + folder.Path("out.gif")));
+    for (const std::string& program :
+         {ImageMagick("convert") + " -dither FloydSteinberg ", std::string("gm convert ")}) {
+        ASSERT_TRUE(RunCommand(program + folder.Path("in.ppm") + " " + folder.Path("out.gif")));
         ASSERT_TRUE(
             RunCommand(ImageMagick("convert") + " " + folder.Path("out.gif") + " " + folder.Path("out.ppm")));
         EXPECT_GE(own, Psnr(*ReadPnm(folder.Path("out.ppm")), image)) << program;
