@@ -1,4 +1,4 @@
-// Holds the picture that the kernels work on.
+// Holds the picture that the kernels change.
 #include "src/platform/image/transforms/kernel_image_transform.h"
 
 #include <utility>

@@ -1,4 +1,4 @@
-// The picture in work, and the kernel for each operation on it.
+// ImageTransform on top of the kernels.
 // Room: platform/image/transforms.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The two functions that the module of the transforms is known by.
+// The entry points of the transforms module.
 #include <new>
 
 #include "src/platform/image/transform_module.h"

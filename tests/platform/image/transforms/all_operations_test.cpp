@@ -1,5 +1,4 @@
-// Tests of what holds for every operation: a picture for any number, its own one after a failure, and no
-// hidden colours.
+// Guarantees of all operations: valid results for any number, no change after a failure, no hidden colours.
 #include "tests/platform/image/support/all_operations.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +9,7 @@
 #include "tests/platform/image/support/failing_memory.h"
 #include "tests/platform/image/support/kernel_pictures.h"
 
-// Every argument hostile in turn, and some at once.
+// Makes each argument hostile in turn, and some at once.
 static std::vector<Arguments> HostileArguments()
 {
     std::vector<Arguments> result;
@@ -26,7 +25,7 @@ static std::vector<Arguments> HostileArguments()
     return result;
 }
 
-TEST(AllOperations, GiveAPictureOrFalseForAnyNumber)
+TEST(AllOperations, GivePictureOrFalseForAnyNumber)
 {
     const std::vector<Arguments> arguments = HostileArguments();
     for (const auto& [width, height] : {std::pair{1, 1}, {3, 3}, {1, 9}, {11, 1}}) {
@@ -45,7 +44,7 @@ TEST(AllOperations, GiveAPictureOrFalseForAnyNumber)
     }
 }
 
-TEST(AllOperations, TakeEveryByte)
+TEST(AllOperations, AcceptEveryByte)
 {
     const ImageBuffer before = RandomPicture(7, 5, 3);
     for (int n = 0; n < 256; ++n) {
@@ -58,7 +57,7 @@ TEST(AllOperations, TakeEveryByte)
     }
 }
 
-// With every seventh pixel hidden, and a profile that some operations drop.
+// Every seventh pixel is hidden, and there is a profile, which some operations drop.
 static ImageBuffer PartlyHidden(std::int32_t width, std::int32_t height, std::int32_t channels)
 {
     ImageBuffer image = RandomPicture(width, height, channels);
@@ -68,7 +67,7 @@ static ImageBuffer PartlyHidden(std::int32_t width, std::int32_t height, std::in
     return image;
 }
 
-// Makes one allocation after the other fail until none is left to.
+// Makes each allocation fail in turn until the operation succeeds.
 static void ExpectSafety(const NamedOperation& named_operation, const ImageBuffer& before)
 {
     ImageBuffer expected = before;
@@ -91,9 +90,9 @@ static void ExpectSafety(const NamedOperation& named_operation, const ImageBuffe
     }
 }
 
-static const Arguments kTelling{33, 7, 3, 40, 100, true};  // 40 is a dark red where it is a colour
+static const Arguments kTelling{33, 7, 3, 40, 100, true};  // as a colour, 40 is a dark red
 
-TEST(AllOperations, LeaveThePictureAsItWasWhenMemoryRunsOut)
+TEST(AllOperations, LeavePictureUnchangedWhenMemoryRunsOut)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer before = PartlyHidden(37, 23, channels);
@@ -106,7 +105,7 @@ TEST(AllOperations, LeaveThePictureAsItWasWhenMemoryRunsOut)
     }
 }
 
-TEST(AllOperations, LeaveALargePictureAsItWasToo)
+TEST(AllOperations, LeaveLargePictureUnchangedWhenMemoryRunsOut)
 {
     // Large enough for several threads.
     const ImageBuffer before = PartlyHidden(600, 300, 3);
@@ -114,7 +113,7 @@ TEST(AllOperations, LeaveALargePictureAsItWasToo)
         ExpectSafety(named_operation, before);
 }
 
-TEST(AllOperations, DontShowTheColoursBehindTransparentPixels)
+TEST(AllOperations, HideColoursOfTransparentPixels)
 {
     const ImageBuffer one = PartlyHidden(37, 23, 4);
     ImageBuffer other = one;
@@ -135,7 +134,7 @@ TEST(AllOperations, DontShowTheColoursBehindTransparentPixels)
     }
 }
 
-TEST(AllOperations, DoTheSameWithoutVectorInstructions)
+TEST(AllOperations, GiveSameResultWithoutVectorInstructions)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer before = RandomOpaque(141, 67, channels);
@@ -156,14 +155,14 @@ TEST(AllOperations, DoTheSameWithoutVectorInstructions)
     }
 }
 
-TEST(AllOperations, KeepAWhollyTransparentPictureTransparent)
+TEST(AllOperations, KeepTransparentPictureTransparent)
 {
     ImageBuffer before = RandomPicture(12, 9, 4);
     for (std::size_t i = 3; i < before.bytes.size(); i += 4)
         before.bytes[i] = 0;
     for (const NamedOperation& named_operation : AllOperations({20, 5, 3, 4, 90, false})) {
         if (named_operation.name == "Rotate" || named_operation.name == "Shift")
-            continue;  // their background is opaque
+            continue;  // the background is opaque
         ImageBuffer image = before;
         ASSERT_TRUE(ApplyOperation(named_operation, image)) << named_operation.name;
         for (std::size_t i = 3; i < image.bytes.size(); i += 4)

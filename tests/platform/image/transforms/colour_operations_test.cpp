@@ -1,4 +1,4 @@
-// Tests of what holds for every colour operation: greys, alpha, sizes, hostile numbers.
+// Guarantees of all colour operations: greys, alpha, sizes, hostile numbers.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -45,7 +45,7 @@ static std::vector<Operation> Operations(double d, std::int32_t l)
             {"Posterize", [=](ImageBuffer& a) { return Posterize(a, l); }}};
 }
 
-TEST(ColourOperations, KeepSizeAndAlphaWhateverNumbersTheyGet)
+TEST(ColourOperations, KeepSizeAndAlphaForAnyNumber)
 {
     for (const int channels : kChannelCounts)
         for (const auto& [width, height] : kSizes) {
@@ -65,7 +65,7 @@ TEST(ColourOperations, KeepSizeAndAlphaWhateverNumbersTheyGet)
         }
 }
 
-TEST(ColourOperations, GiveAGreyPictureTheIntensityOfItsColouredTwin)
+TEST(ColourOperations, GiveGreyPictureIntensityOfColouredResult)
 {
     for (const Operation& operation : Operations(0.4, 90)) {
         ImageBuffer grey = RandomPicture(33, 17, 1);
@@ -75,9 +75,9 @@ TEST(ColourOperations, GiveAGreyPictureTheIntensityOfItsColouredTwin)
     }
 }
 
-TEST(ColourOperations, GiveALargePictureInBandsWhatASmallOneGets)
+TEST(ColourOperations, GiveSameResultInBands)
 {
-    // Every row is the same, so every band must come out as one row alone does.
+    // All rows are equal, so every band must give the same result as a single row.
     for (const Operation& operation : Operations(0.4, 90)) {
         ImageBuffer row = RandomPicture(601, 1, 3), large = row;
         large.height = 600;
@@ -91,7 +91,7 @@ TEST(ColourOperations, GiveALargePictureInBandsWhatASmallOneGets)
     }
 }
 
-RC_GTEST_PROP(ColourOperations, TreatEveryPixelAlikeWhereverItStands, (std::uint32_t seed))
+RC_GTEST_PROP(ColourOperations, AreIndependentOfPosition, (std::uint32_t seed))
 {
     const auto width = *rc::gen::inRange(1, 80);
     const auto channels = *rc::gen::element(1, 3, 4);

@@ -1,4 +1,4 @@
-// Properties of the operations over random pictures.
+// Properties of operations on random pictures.
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
@@ -23,7 +23,7 @@ static ImageBuffer After(ImageBuffer image, const Apply& apply)
     return image;
 }
 
-RC_GTEST_PROP(Operations, ChangeNothingByNeutralValues, ())
+RC_GTEST_PROP(Operations, ChangeNothingAtNeutralValues, ())
 {
     const ImageBuffer image = AnyPicture();
     const double turn = 360.0 * *rc::gen::inRange(-3, 4);
@@ -68,7 +68,7 @@ RC_GTEST_PROP(Operations, ChangeNothingByNeutralValues, ())
             RC_FAIL(name);
 }
 
-RC_GTEST_PROP(Operations, AreUndoneByTheirOpposites, ())
+RC_GTEST_PROP(Operations, AreReversedByTheirInverses, ())
 {
     const ImageBuffer image = AnyPicture();
     const bool vertical = *rc::gen::arbitrary<bool>();
@@ -85,7 +85,7 @@ RC_GTEST_PROP(Operations, AreUndoneByTheirOpposites, ())
                     image));
 }
 
-RC_GTEST_PROP(Operations, DoNothingMoreWhenDoneAgain, ())
+RC_GTEST_PROP(Operations, AreIdempotentWhereExpected, ())
 {
     const ImageBuffer image = AnyPicture();
     const std::int32_t l = *rc::gen::inRange(2, 20);
@@ -106,7 +106,7 @@ RC_GTEST_PROP(Operations, DoNothingMoreWhenDoneAgain, ())
     }
 }
 
-RC_GTEST_PROP(Operations, GiveTheSameForTheSamePicture, ())
+RC_GTEST_PROP(Operations, AreDeterministic, ())
 {
     const ImageBuffer image = AnyPicture();
     for (const NamedOperation& named_operation :
@@ -118,7 +118,7 @@ RC_GTEST_PROP(Operations, GiveTheSameForTheSamePicture, ())
     }
 }
 
-RC_GTEST_PROP(Operations, CarryAlphaUnlessTheyMoveThePicture, ())
+RC_GTEST_PROP(Operations, KeepAlphaUnlessGeometric, ())
 {
     const ImageBuffer image = RandomPicture(*rc::gen::inRange(1, 40), *rc::gen::inRange(1, 40), 4,
                                             *rc::gen::inRange<std::uint32_t>(0, 1000000));
@@ -136,7 +136,7 @@ RC_GTEST_PROP(Operations, CarryAlphaUnlessTheyMoveThePicture, ())
     }
 }
 
-RC_GTEST_PROP(Operations, OfBlurringLeaveAPlainPicturePlain, ())
+RC_GTEST_PROP(Operations, KeepFlatPictureFlatWhenSmoothing, ())
 {
     const ImageBuffer image =
         Plain(*rc::gen::inRange(1, 40), *rc::gen::inRange(1, 40), *rc::gen::element(1, 3, 4),
@@ -163,7 +163,7 @@ RC_GTEST_PROP(Operations, OfBlurringLeaveAPlainPicturePlain, ())
             RC_FAIL(name);
 }
 
-RC_GTEST_PROP(Operations, OfTheLeastAndGreatestEncloseEveryValue, ())
+RC_GTEST_PROP(Operations, BoundValuesByMinimumAndMaximum, ())
 {
     const ImageBuffer image = AnyPicture();
     const std::int32_t size = *rc::gen::inRange(1, 300);
@@ -177,7 +177,7 @@ RC_GTEST_PROP(Operations, OfTheLeastAndGreatestEncloseEveryValue, ())
     }
 }
 
-RC_GTEST_PROP(Operations, HaveTheSizesThatTheySay, ())
+RC_GTEST_PROP(Operations, GiveDocumentedSizes, ())
 {
     const ImageBuffer image = AnyPicture();
     const std::int32_t width = *rc::gen::inRange(-5, 90), height = *rc::gen::inRange(-5, 90);
@@ -206,9 +206,9 @@ RC_GTEST_PROP(Operations, HaveTheSizesThatTheySay, ())
     }
 }
 
-RC_GTEST_PROP(Operations, OnLevelsKeepTheirOrder, ())
+RC_GTEST_PROP(Operations, PreserveOrderOfLevels, ())
 {
-    // Every level once, in its order.
+    // Every level once, in order.
     ImageBuffer image = Plain(256, 1, 1, 0);
     for (std::size_t i = 0; i < 256; ++i)
         image.bytes[i] = static_cast<std::uint8_t>(i);

@@ -1,4 +1,4 @@
-// Stretching a picture's levels to the whole scale.
+// Stretches a picture's levels to the full range.
 #include "src/platform/image/transforms/colour/auto_levels.h"
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace
 {
 struct LevelRange {
     int low = 255;
-    int high = 0;  // below low: no pixel was counted
+    int high = 0;  // less than low if no pixel was counted
 };
 }  // namespace
 

@@ -37,7 +37,7 @@ static Table EqualizeTable(const Histogram& counts, double level)
     return table;
 }
 
-// The largest share that doesn't clip on one side of the scale: the room there over the pixel's reach.
+// The largest share of the chroma that doesn't clip at one end of the range.
 ROW_LOOP_PART static float AllowedShare(float room, float reach)
 {
     const float share = room / (reach < 1.0F ? 1.0F : reach);
@@ -92,7 +92,7 @@ ROW_LOOP static void MoveAll(std::uint8_t* __restrict levels, std::size_t count,
         levels[i] = static_cast<std::uint8_t>(levels[i] + new_levels[i] - old_levels[i]);
 }
 
-// What the planes of a block become, group by group: where all fits, which is most of it, that is a sum.
+// Moves a block group by group. Where nothing clips, which is nearly everywhere, that is a plain addition.
 static void MoveBlock(Planes& planes, std::size_t pixels, const std::uint8_t* old_levels,
                       const std::uint8_t* new_levels)
 {

@@ -1,4 +1,4 @@
-// The arithmetic of hue, lightness and saturation, for a compiler that may take every number to be finite.
+// The arithmetic of hue, lightness and saturation, compiled for finite numbers only.
 #include "src/platform/image/transforms/colour/hls_rows.h"
 
 #include <cmath>
@@ -21,8 +21,8 @@ ROW_LOOP_PART static float Clamp(float f, float low, float high)
     return f > high ? high : f;
 }
 
-// M and m stay and the hue moves, so the new values are m + C times the share that each channel has at a hue:
-// one between a sixth of a turn before and after its own, falling to none at a third.
+// M and m stay while the hue rotates: each channel becomes m + C times its weight at the new hue, which is 1
+// within 60 degrees of the channel's own hue and falls to 0 at 120.
 ROW_LOOP_PART static Pixel TurnPixel(Pixel pixel, float max, float min, float turn)
 {
     const float chroma = max - min;
@@ -39,9 +39,9 @@ ROW_LOOP_PART static Pixel TurnPixel(Pixel pixel, float max, float min, float tu
             min + chroma * Clamp(std::fabs(hue - 3.0F) - 1.0F, 0.0F, 1.0F)};
 }
 
-// With the hue kept, every channel's distance from the lightness shrinks or grows with the chroma.
-// Without kKLight the lightness stays, and so does the room.
-template <bool kKLight>
+// At constant hue each channel's distance from the lightness scales with the chroma. Without kLight the
+// lightness stays, and with it the largest possible chroma.
+template <bool kLight>
 ROW_LOOP_PART static Pixel Scaled(Pixel pixel, float max, float min, const HlsChange& change)
 {
     const float chroma = max - min;
@@ -50,7 +50,7 @@ ROW_LOOP_PART static Pixel Scaled(Pixel pixel, float max, float min, const HlsCh
     float new_sum = sum;
     float new_chroma = chroma * change.saturation;
     new_chroma = new_chroma > room ? room : new_chroma;
-    if constexpr (kKLight) {
+    if constexpr (kLight) {
         new_sum = sum * change.light_scale + change.light_add;
         const float new_room = 255.0F - std::fabs(new_sum - 255.0F);
         const float ratio = new_room / (room < 1.0F ? 1.0F : room);
@@ -63,7 +63,7 @@ ROW_LOOP_PART static Pixel Scaled(Pixel pixel, float max, float min, const HlsCh
             new_middle + (pixel.red - middle) * gain};
 }
 
-template <bool kKTurn, bool kKScale, bool kKLight>
+template <bool kTurn, bool kScale, bool kLight>
 ROW_LOOP_PART static void ChangePlanes(FloatPlanes& planes, std::size_t pixels, const HlsChange& given)
 {
     const HlsChange change = given;  // a local copy that the stores below can't alias
@@ -76,10 +76,10 @@ ROW_LOOP_PART static void ChangePlanes(FloatPlanes& planes, std::size_t pixels, 
         const float max = blue_green < pixel.red ? pixel.red : blue_green;
         const float less_of_two = pixel.blue < pixel.green ? pixel.blue : pixel.green;
         const float min = less_of_two < pixel.red ? less_of_two : pixel.red;
-        if constexpr (kKTurn)
+        if constexpr (kTurn)
             pixel = TurnPixel(pixel, max, min, change.turn);
-        if constexpr (kKScale)
-            pixel = Scaled<kKLight>(pixel, max, min, change);
+        if constexpr (kScale)
+            pixel = Scaled<kLight>(pixel, max, min, change);
         blue[i] = pixel.blue;
         green[i] = pixel.green;
         red[i] = pixel.red;

@@ -9,7 +9,7 @@
 namespace transforms
 {
 
-/// On the scale of 0 to 255; the lightness is kept doubled (M + m), so that it is a whole number at first.
+/// On a scale of 0 to 255, with twice the lightness (M + m), which starts as a whole number.
 struct HlsChange {
     float turn = 0;         // sixths of a turn, 0 to 6
     float light_scale = 1;  // M + m becomes light_scale (M + m) + light_add

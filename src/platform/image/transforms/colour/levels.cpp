@@ -1,4 +1,4 @@
-// Colour operations that look at one channel's value at a time.
+// Colour operations that map each channel by itself.
 #include "src/platform/image/transforms/colour/levels.h"
 
 #include <algorithm>
@@ -47,7 +47,7 @@ bool Gamma(ImageBuffer& image, double gamma)
     if (std::isnan(gamma) || gamma == 1)
         return true;
     const double exponent = std::max(gamma, 0.0);
-    // 0 to the power of 0 would be 1, and black alone would jump to white when gamma reaches 0.
+    // pow(0, 0) is 1, which would make black jump to white when gamma reaches 0.
     ApplyTable(image, TableOf([=](double v) { return v > 0 ? 255 * std::pow(v / 255, exponent) : 0; }));
     return true;
 }

@@ -1,4 +1,4 @@
-// Embosses a picture in place: each band keeps the rows that it still needs as they were.
+// Embosses in place: each band keeps copies of the original rows that it still needs.
 #include "src/platform/image/transforms/effects/emboss.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ namespace transforms
 namespace
 {
 
-// The rows of a band and those around it, each with its first and last pixel repeated on both sides.
+// The rows of a band and those around it, padded by replicating the first and last pixel.
 class EmbossBand
 {
 public:
@@ -31,7 +31,7 @@ public:
           slopes_(Stride(image))
     {
     }
-    // To be called for every band before any is changed.
+    // Call this for every band before any of them is changed.
     void KeepBorders(std::int32_t first, std::int32_t end)
     {
         first_ = first;
@@ -41,7 +41,7 @@ public:
             Keep(Below(i), std::min(end + i, image_.height - 1));
         }
     }
-    // Makes row y, one after the other, in the picture that the rows are those of.
+    // Writes row y; rows must come in order.
     void Make(std::int32_t y, Light from, std::uint8_t* target)
     {
         std::uint8_t* own = Kept(y);
@@ -60,8 +60,7 @@ private:
     {
         return rows_.data() + static_cast<std::size_t>(slot) * PaddedWidth() + reach_;
     }
-    // As many rows as the distance, and one: a row takes the place of that which was needed for the last
-    // time.
+    // A ring of distance + 1 rows: a new row replaces the one that is no longer needed.
     std::uint8_t* Kept(std::int32_t y) { return SlotRow((y - first_ + distance_) % (distance_ + 1)); }
     std::uint8_t* Below(std::int32_t i) { return SlotRow(distance_ + 1 + i); }
     void Keep(std::uint8_t* to, std::int32_t y)

@@ -1,4 +1,4 @@
-// Compares a picture with a screen of thresholds.
+// Halftoning by a threshold matrix.
 #include "src/platform/image/transforms/effects/halftones.h"
 
 #include <algorithm>
@@ -15,10 +15,10 @@
 namespace transforms
 {
 
-// Each pixel's place in the order in which a cell's pixels grow light.
+// The order in which the pixels of a cell turn white.
 static std::vector<std::uint32_t> Ranks(std::size_t cell)
 {
-    // Rounded, so that places that are equal by symmetry don't differ in a cosine's last digit.
+    // Rounded, so that rounding errors of the cosine don't order symmetric pixels.
     std::vector<std::int64_t> wave(cell);
     for (std::size_t i = 0; i < cell; ++i)
         wave[i] = std::llround(1e9 * std::cos(2 * std::numbers::pi * (static_cast<double>(i) + 0.5) /
@@ -49,7 +49,7 @@ std::vector<std::uint8_t> HalftoneScreen(std::int32_t cell_size)
     return screen;
 }
 
-// thresholds has one for each of the row's bytes.
+// There is one threshold per byte of the row.
 ROW_LOOP static void Screen(const std::uint8_t* __restrict thresholds, std::size_t count, std::int32_t share,
                             std::uint8_t* __restrict values)
 {
@@ -69,7 +69,7 @@ bool Halftones(ImageBuffer& image, std::int32_t cell_size, double contrast)
         const std::vector<std::uint8_t> screen = HalftoneScreen(cell);
         const std::size_t side = 4 * static_cast<std::size_t>(cell), row = Stride(image);
         const auto channels = static_cast<std::size_t>(image.channels);
-        // For each band a row of thresholds, and one of alpha.
+        // Each band has a row of thresholds and one of alpha.
         std::vector<std::vector<std::uint8_t>> rows(BandCount(image), std::vector<std::uint8_t>(row));
         std::vector<std::vector<std::uint8_t>> alphas(rows.size(),
                                                       std::vector<std::uint8_t>(channels == 4 ? row / 4 : 0));

@@ -1,4 +1,4 @@
-// Prints a picture in dots.
+// Clustered-dot halftoning.
 // Room: platform/image/transforms/effects.
 #pragma once
 
@@ -10,21 +10,20 @@
 namespace transforms
 {
 
-/// Turns tones into dots on a grid of cell_size pixels: each channel but alpha becomes h = 255 where v is
-/// greater than the screen's threshold at its place and 0 elsewhere, and then v + contrast (h - v), to the
-/// nearest level: 1 is dots alone, less leaves some of the picture.
+/// Turns tones into dots on a grid of cell_size pixels. Each channel but alpha is thresholded by the screen,
+/// h = 255 where v is above the threshold and 0 elsewhere, and becomes v + contrast (h - v), rounded: 1 gives
+/// pure dots, less blends them with the picture.
 ///
-/// The screen: with n the cell's size (brought into 1..255), the pixels of a cell are numbered by how soon
-/// they grow light, rising with cos(2 pi (x + 0.5) / n) + cos(2 pi (y + 0.5) / n), equal ones in reading
-/// order; the first ones lie in the cell's middle, where light dots begin. So that small cells, too, have
-/// tones, each rank is divided again among 4 by 4 cells in the order of Bayer's matrix. The threshold is 255
-/// (rank + (order + 0.5) / 16) / n^2, rounded down: as much of a plain tone becomes white as its value is of
-/// 255, to 1/16 of a pixel a cell.
+/// The screen: with n the cell size (clamped to 1..255), the pixels of a cell are ranked by cos(2 pi (x +
+/// 0.5) / n) + cos(2 pi (y + 0.5) / n), ties in reading order, so white dots grow from the middle of the
+/// cell. To give small cells more tones, each rank is subdivided over 4 by 4 cells in the order of a Bayer
+/// matrix. The threshold is 255 (rank + (order + 0.5) / 16) / n^2, rounded down: of a flat tone v, v / 255 of
+/// the pixels turn white, to within 1/16 pixel per cell.
 ///
-/// contrast is brought into 0..1; 0 and NaN change nothing.
+/// contrast is clamped to 0..1; 0 and NaN change nothing.
 bool Halftones(ImageBuffer& image, std::int32_t cell_size, double contrast);
 
-/// The thresholds of the screen for n = 1..255: 4n rows of 4n, after which they repeat.
+/// The screen for n = 1..255: 4n rows of 4n thresholds, which repeat.
 std::vector<std::uint8_t> HalftoneScreen(std::int32_t cell_size);
 
 }  // namespace transforms

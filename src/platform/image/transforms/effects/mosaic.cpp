@@ -1,4 +1,4 @@
-// The means of the tiles, and rows drawn from them.
+// Computes tile means and draws rows from them.
 #include "src/platform/image/transforms/effects/mosaic.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ namespace
 
 constexpr std::int32_t kWhole = 256;
 
-// Which two tiles a row or column of pixels is mixed from, and how much the second one weighs, in 1/256.
+// The two tiles that a row or column of pixels is mixed from, and the weight of the second in 1/256.
 struct Mix {
     std::int32_t one, other, weight;
 };
@@ -31,7 +31,7 @@ std::vector<Mix> Mixes(std::int32_t side, std::int32_t tile, bool plain)
     std::vector<Mix> result(static_cast<std::size_t>(side));
     for (std::int32_t i = 0; i < side; ++i) {
         const std::int32_t own = i / tile;
-        // From -0.5 at the tile's beginning to 0.5 at its end.
+        // From -0.5 at the start of the tile to 0.5 at its end.
         const double at = (i % tile + 0.5) / tile - 0.5;
         const double share = plain ? 0 : std::max(0.0, std::fabs(at) - 0.25) * 2;
         const std::int32_t neighbour = std::clamp(own + (at < 0 ? -1 : 1), 0, tiles - 1);
@@ -53,7 +53,7 @@ ROW_LOOP void AddSums(const std::uint16_t* __restrict few, std::size_t count, st
         sums[i] += few[i];
 }
 
-// The sums of a row of tiles' columns: of some rows first, which fit into 16 bits, and of those in 32.
+// Column sums of a row of tiles, accumulated in 16 bits as long as they fit and then added up in 32.
 struct Columns {
     std::vector<std::uint16_t> few;
     std::vector<std::uint32_t> sums;
@@ -71,7 +71,7 @@ void AddColumns(const ImageBuffer& image, std::int32_t top, std::int32_t bottom,
     }
 }
 
-// The means of one row of tiles, all channels of them.
+// The means of one row of tiles, all channels.
 void MeansOfTiles(const ImageBuffer& image, std::int32_t top, std::int32_t tile, Columns& columns,
                   std::uint8_t* means)
 {
@@ -92,7 +92,7 @@ void MeansOfTiles(const ImageBuffer& image, std::int32_t top, std::int32_t tile,
     }
 }
 
-// A row of tiles as a row of pixels, in 1/256 level.
+// Draws a row of tiles as a row of pixels, in 1/256 level.
 void DrawTiles(const std::uint8_t* means, const std::vector<Mix>& across, std::int32_t channels,
                std::uint16_t* values)
 {
@@ -113,10 +113,10 @@ ROW_LOOP void MixRows(const std::uint16_t* __restrict one, const std::uint16_t* 
             static_cast<std::uint8_t>((one[i] * one_share + other[i] * other_share + (1U << 15)) >> 16);
 }
 
-// What a band draws with: two rows of tiles, drawn across, and the row of pixels that they make.
+// A band's buffers: two rows of tiles drawn horizontally, and the row of pixels mixed from them.
 struct Drawing {
     std::vector<std::uint16_t> drawn[2];
-    std::int32_t tile[2] = {-1, -1};  // which rows of tiles they are
+    std::int32_t tile[2] = {-1, -1};  // which rows of tiles the buffers hold
     std::vector<std::uint8_t> pixels;
 };
 
@@ -151,8 +151,8 @@ bool Mosaic(ImageBuffer& image, std::int32_t tile_size, bool plain_colour)
         }
         const auto draw = [&](std::size_t band, std::int32_t first, std::int32_t end) {
             Drawing& obj = drawings[band];
-            // Rows of tiles that are even and odd take turns, so that of two neighbours neither is drawn
-            // twice.
+            // Even and odd rows of tiles use different buffers, so that two neighbours don't evict each
+            // other.
             const auto drawn = [&](std::int32_t tile_row) {
                 const std::size_t n = tile_row & 1;
                 if (obj.tile[n] != tile_row)

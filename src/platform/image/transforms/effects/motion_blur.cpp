@@ -1,4 +1,4 @@
-// Means along straight lines, by sums of shifted rows.
+// Motion blur as a sum of shifted rows.
 #include "src/platform/image/transforms/effects/motion_blur.h"
 
 #include <algorithm>
@@ -26,7 +26,8 @@ ROW_LOOP void AddBytes(const std::uint8_t* __restrict bytes, std::size_t count,
         sums[i] = static_cast<std::uint16_t>(sums[i] + bytes[i]);
 }
 
-// floor(sum / n + 0.5), exactly: half a unit more keeps the quotient off the whole numbers.
+// floor(sum / n + 0.5), exactly: adding 0.5 keeps the quotient away from integers, where rounding errors
+// would matter.
 ROW_LOOP void Divide(const std::uint16_t* __restrict sums, std::size_t count, std::int32_t divisor,
                      std::uint8_t* __restrict target)
 {
@@ -45,7 +46,7 @@ void AddPixel(const std::uint8_t* pixel, std::size_t times, std::size_t channels
     }
 }
 
-// Adds a row moved left by x pixels, its border pixels repeated into what that uncovers.
+// Adds a row shifted left by x pixels, replicating its border.
 void AddMoved(const std::uint8_t* source, std::int32_t x, std::int32_t width, std::size_t channels,
               std::uint16_t* sums)
 {
@@ -67,7 +68,8 @@ struct Offset {
 
 std::vector<Offset> Line(double angle, std::int32_t count)
 {
-    // Half turns leave the line as it is; quarters are exact, so that no sine's last digit moves a pixel.
+    // The line is the same after half a turn. Quarter turns are exact: a rounding error must not move a
+    // pixel.
     const double turn = std::fmod(std::fmod(angle, 180) + 180, 180);
     const double cos = turn == 90 ? 0 : std::cos(turn * std::numbers::pi / 180),
                  sin = std::sin(turn * std::numbers::pi / 180);

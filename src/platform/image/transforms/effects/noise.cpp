@@ -1,4 +1,4 @@
-// Noise and shuffling by sequences of random numbers, one a row, so that rows don't depend on each other.
+// Noise and diffusion, with one random sequence per row so that rows are independent.
 #include "src/platform/image/transforms/effects/noise.h"
 
 #include <algorithm>
@@ -25,8 +25,8 @@ constexpr std::size_t kBits = 12;
 constexpr std::size_t kQuantiles = 1 << kBits;
 using NoiseTable = std::array<std::int16_t, kQuantiles>;
 
-// The value below which a Gaussian's share of 1 / 2 <= d < 1 lies: by Newton's method from the middle, where
-// the steps only ever grow too short, never too long.
+// The Gaussian quantile of 1 / 2 <= d < 1 by Newton's method. Starting from the middle, steps never
+// overshoot.
 double Quantile(double d)
 {
     double x = 0;
@@ -52,7 +52,7 @@ NoiseTable NoiseOf(std::int32_t deviation)
     return table;
 }
 
-// Random numbers of a few bits, several out of each 64 bits.
+// Random numbers of kBits bits, several from each 64-bit one.
 class Dice
 {
 public:
@@ -111,7 +111,7 @@ bool AddNoise(ImageBuffer& image, std::int32_t level, bool monochrome)
     });
 }
 
-// Where a pixel is taken from, from 24 random bits: equally likely from -distance to distance.
+// An offset from 24 random bits, uniform over -distance to distance.
 static std::int64_t MoveFrom(std::uint64_t bits, std::uint64_t distance)
 {
     return static_cast<std::int64_t>(((bits & 0xFFFFFF) * (2 * distance + 1)) >> 24) -
@@ -122,7 +122,7 @@ namespace
 {
 struct Shuffling {
     std::uint64_t distance;
-    std::uint64_t moving;  // how many of 65536 pixels move
+    std::uint64_t moving;  // how many out of 65536 pixels move
 };
 }  // namespace
 

@@ -1,4 +1,4 @@
-// Adds noise to a picture, and shuffles its pixels.
+// Noise and diffusion.
 // Room: platform/image/transforms/effects.
 #pragma once
 
@@ -16,10 +16,9 @@ namespace transforms
 /// is unchanged; level 0 changes nothing.
 bool AddNoise(ImageBuffer& image, std::int32_t level, bool monochrome);
 
-/// Shuffles pixels: with the probability 1 - e^(-penetration / 10) a pixel, alpha excepted, is replaced by
-/// one that lies up to distance pixels from it in x and in y, each distance equally likely; beyond the
-/// border the border's pixels go on. Seeded by the picture as AddNoise is. A distance or penetration of 0 or
-/// less, or one that is no number, changes nothing.
+/// Shuffles pixels: with a probability of 1 - e^(-penetration / 10) a pixel, alpha excepted, is replaced by
+/// one up to distance pixels away in x and in y, all offsets being equally likely; the border is replicated.
+/// Seeded from the picture like AddNoise. A distance or penetration of 0 or less, or NaN, changes nothing.
 bool Diffuse(ImageBuffer& image, std::int32_t distance, double penetration);
 
 }  // namespace transforms

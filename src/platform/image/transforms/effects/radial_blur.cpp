@@ -1,5 +1,5 @@
-// Radial and zoom blur: the mean of 2^k equal steps by k means of a picture with itself one step further on,
-// each step twice the last.
+// Radial and zoom blur: the mean of 2^k equal steps as k passes, each taking the mean of the picture and the
+// picture moved on by twice the previous step.
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -18,7 +18,7 @@ namespace transforms
 namespace
 {
 
-// A turn by angle radians and a magnification about the picture's middle.
+// Rotation by angle radians and scaling about the picture's centre.
 StraightMap AboutMiddle(const ImageBuffer& image, double angle, double scale)
 {
     const double mid_x = (image.width - 1) / 2.0, mid_y = (image.height - 1) / 2.0;
@@ -26,8 +26,8 @@ StraightMap AboutMiddle(const ImageBuffer& image, double angle, double scale)
     return {cos, sin, mid_x - cos * mid_x - sin * mid_y, -sin, cos, mid_y + sin * mid_x - cos * mid_y};
 }
 
-// How often the steps are doubled so that the longest way, in pixels, is cut into steps of about one, and a
-// long one into steps of two: wider ones would show as bands.
+// The number of doublings that cuts a path of this many pixels into steps of about one pixel, or two for long
+// paths; wider steps would show as bands.
 int Doublings(double way)
 {
     constexpr int kFine = 6, kMost = 12;
@@ -37,8 +37,8 @@ int Doublings(double way)
     return n;
 }
 
-// The mean of 2^times pictures: of the one drawn through both maps at first, and then again and again of
-// what came of it and the same drawn through further(1), further(2) ..., in two pictures that take turns.
+// The mean of 2^times pictures: first of the one drawn through both maps, then repeatedly of the result and
+// the result drawn through further(1), further(2), ... Two buffers are used alternately.
 template <typename Further>
 ImageBuffer Means(const ImageBuffer& image, const StraightMap& one, const StraightMap& other, int times,
                   const Further& further)

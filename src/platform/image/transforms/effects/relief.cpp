@@ -19,7 +19,7 @@ namespace transforms
 
 namespace
 {
-// The slopes of the rows of a grey picture that it is asked for.
+// Computes the slopes of single rows of a grey picture.
 class SlopeRows
 {
 public:
@@ -42,7 +42,7 @@ public:
 private:
     const ImageBuffer& grey_;
     Light from_;
-    std::vector<std::uint8_t> wide_;  // the row with its ends repeated
+    std::vector<std::uint8_t> wide_;  // the row with its ends replicated
     std::vector<std::int32_t> slopes_;
 };
 }  // namespace

@@ -1,4 +1,4 @@
-// Six surfaces, made from random numbers and sines, and their slopes laid over a picture.
+// Six textures, made from random numbers and sines, and their slopes added to a picture.
 #include "src/platform/image/transforms/effects/texture.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ namespace transforms
 static constexpr std::size_t kWrap = kTextureSide - 1;
 static_assert((kTextureSide & kWrap) == 0, "textures repeat by a mask");
 
-// Random heights, evened out by a Gaussian both ways, around the edges too.
+// Random heights smoothed by a Gaussian that wraps around the edges.
 static std::vector<float> NoiseHeights(double deviation)
 {
     std::vector<float> heights(kTextureSide * kTextureSide), across(heights.size());
@@ -32,7 +32,7 @@ static std::vector<float> NoiseHeights(double deviation)
         const double d = static_cast<double>(i) - static_cast<double>(reach);
         curve[i] = static_cast<float>(std::exp(-d * d / (2 * deviation * deviation)));
     }
-    // Each pass exchanges rows and columns, so that two of them do both directions.
+    // Each pass also transposes, so that two passes cover both directions.
     for (int pass = 0; pass < 2; ++pass) {
         for (std::size_t y = 0; y < kTextureSide; ++y) {
             for (std::size_t x = 0; x < kTextureSide; ++x) {
@@ -47,8 +47,8 @@ static std::vector<float> NoiseHeights(double deviation)
     return heights;
 }
 
-// Waves that run to the lower right, so that light from any side but along them falls on their slopes, and
-// wind a little. Whole numbers of waves fit the side.
+// Slightly winding diagonal waves, which show under light from nearly any angle. A whole number of them fits
+// the side, so the texture tiles.
 static std::vector<float> WaveHeights(std::size_t wave_count)
 {
     constexpr double kTurn = 2 * std::numbers::pi / static_cast<double>(kTextureSide);
@@ -73,7 +73,7 @@ std::vector<float> TextureHeights(std::int32_t texture)
     return texture < 3 ? NoiseHeights(kDeviations[texture]) : WaveHeights(kWaves[texture - 3]);
 }
 
-// The slopes towards the light, brought to the mean square that all textures share, times the brightness.
+// The slopes towards the light, normalised to the same mean square for all textures, times the brightness.
 static std::vector<std::int32_t> Slopes(double angle, double brightness, std::int32_t texture)
 {
     constexpr double kMeanSquare = 5;

@@ -1,4 +1,4 @@
-// Compares each value with those right of it and below it.
+// Compares each value with its right and lower neighbours.
 #include "src/platform/image/transforms/filters/contours.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@
 namespace transforms
 {
 
-// A row, its neighbours channels bytes on, and the row below it.
+// A row, the same row shifted by one pixel, and the row below.
 ROW_LOOP static void Trace(const std::uint8_t* __restrict own, const std::uint8_t* __restrict right,
                            const std::uint8_t* __restrict below, std::size_t count, std::uint8_t limit,
                            std::uint8_t threshold, std::uint8_t* __restrict target)
@@ -34,7 +34,7 @@ ROW_LOOP static void Trace(const std::uint8_t* __restrict own, const std::uint8_
     }
 }
 
-// The lines of values, as a picture of the same channels.
+// Traces every channel of values, alpha included.
 static ImageBuffer TraceLines(const ImageBuffer& values, std::uint8_t limit, std::uint8_t threshold)
 {
     ImageBuffer result = EmptyLike(values);

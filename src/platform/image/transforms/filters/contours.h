@@ -1,4 +1,4 @@
-// Draws a picture's outlines.
+// Traces contours.
 // Room: platform/image/transforms/filters.
 #pragma once
 
@@ -9,13 +9,13 @@
 namespace transforms
 {
 
-/// Draws black lines on white, in each channel but alpha by itself (which gives coloured lines), or with
-/// intensity the same for all by the pixels' intensity. A pixel with value v is on a line when, of the
-/// neighbours right of it and below it, with value u,
-///   one is on the other side of level (v < level <= u or u < level <= v): the contour of that level; or
-///   one differs by more than threshold: the outline of a thing.
-/// Pixels at the right and lower borders have no neighbour there. With level 0 there are no contours of a
-/// level, with threshold 255 no outlines; all of it is white then. A grey picture stays grey.
+/// Draws black lines on white: for each channel but alpha separately, which gives coloured lines, or with
+/// intensity for the pixels' intensity, which gives black ones. A pixel of value v is on a line if, for a
+/// right or lower neighbour of value u,
+///   it is on the other side of level (v < level <= u or u < level <= v), a contour line; or it differs by
+///   more than threshold, an edge.
+/// There are no neighbours beyond the border. Level 0 gives no contour lines and threshold 255 no edges. A
+/// grey picture stays grey.
 bool TraceContours(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool intensity);
 
 }  // namespace transforms

@@ -1,4 +1,4 @@
-// Working on a picture by each pixel's 3 x 3 neighbourhood.
+// In-place filters over 3 x 3 neighbourhoods.
 #include "src/platform/image/transforms/filters/convolution.h"
 
 #include <algorithm>
@@ -13,8 +13,8 @@ namespace transforms
 
 namespace
 {
-// A band works in place: it holds the last three rows as they were, and, from before any band began, the row
-// above its first and the one below its last, which belong to other bands.
+// A band works in place. It keeps copies of the last three original rows and, taken before any band starts,
+// of the rows just above and below the band, which other bands will overwrite.
 class BandRows
 {
 public:
@@ -28,7 +28,7 @@ public:
         : image_(image), memory_(memory), padded_(PaddedSize(image))
     {
     }
-    // To be called before the picture is changed.
+    // Call this before the picture is changed.
     void KeepBorders(std::int32_t first, std::int32_t end)
     {
         Load(3, std::max(first - 1, 0));
@@ -40,7 +40,7 @@ public:
         std::memcpy(SlotRow(SlotOf(first - 1)), SlotRow(3), padded_);
         Load(SlotOf(first), first);
     }
-    // The rows y - 1 to y + 1; in ascending order of y only, and before row y is written.
+    // Rows y - 1 to y + 1. Call it in ascending order, before row y is written.
     std::array<const std::uint8_t*, 3> NeighbourRows(std::int32_t y)
     {
         if (y + 1 < end_)
@@ -92,7 +92,7 @@ bool FilterNeighbourhoods(ImageBuffer& image, const NeighbourhoodRow& row)
     };
     return IsVisible(image, [&] {
         memory.resize(count * band_bytes);
-        // No band begins before the borders of all are kept, and these come one after the other.
+        // All bands must have kept their borders before any of them starts.
         for (std::size_t band = 0; band < count; ++band)
             BandRows(image, memory.data() + band * band_bytes)
                 .KeepBorders(BandRow(image, count, band), BandRow(image, count, band + 1));
@@ -150,7 +150,7 @@ ROW_LOOP static void MagnitudeRow(const Neighbours& neighbours, const Weights& w
 ROW_LOOP static void DividedRow(const Neighbours& neighbours, const Weights& w, std::uint16_t divisor,
                                 std::uint8_t* __restrict target)
 {
-    // Exact as long as the quotient is below 256: (sum + half) / 65536 stays below 1 / divisor.
+    // Exact for quotients below 256, since (sum + half) / 65536 stays below 1 / divisor.
     const std::uint32_t reciprocal = (65535U + divisor) / divisor;
     ConvolveRow<Shown::kMagnitude>(neighbours, w, divisor / 2U, reciprocal, target);
 }

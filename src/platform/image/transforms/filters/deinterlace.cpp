@@ -1,4 +1,4 @@
-// Taking one of the two half pictures out of an interlaced one.
+// Deinterlacing: replaces one field of an interlaced picture.
 #include "src/platform/image/transforms/filters/deinterlace.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Taking one of the two half pictures out of an interlaced one.
+// Deinterlacing: replaces one field of an interlaced picture.
 // Room: platform/image/transforms/filters.
 #pragma once
 
@@ -7,11 +7,10 @@
 namespace transforms
 {
 
-/// Gives the odd or the even lines new values, made of the lines between them, which stay. Lines are counted
-/// from 0 at the top, so the even ones include the first. With interpolate a line becomes the mean of the
-/// lines above and below it, rounded up; otherwise the line above again. At the border the one neighbour that
-/// there is takes the place of the other. Alpha stays; so does a picture of one line. False, with the
-/// picture as it was, only without memory to tell transparent pixels apart.
+/// Replaces the odd or the even lines using the other field, which stays. Lines are counted from 0 at the
+/// top, so the first is even. With interpolate a line becomes the mean of the lines above and below it,
+/// rounded up; otherwise a copy of the line above. At the border the only neighbour is used. Alpha is
+/// unchanged, and so is a picture of one line. False if memory runs out; the picture is then unchanged.
 bool Deinterlace(ImageBuffer& image, bool odd_lines, bool interpolate);
 
 }  // namespace transforms

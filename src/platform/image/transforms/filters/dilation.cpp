@@ -18,7 +18,7 @@ struct Limits {
     std::uint8_t level, threshold;
 };
 
-// A row and those around it, from one pixel before its first on.
+// A row and those above and below, starting one pixel to the left.
 struct Around {
     const std::uint8_t *above, *own, *below;
     std::size_t channels;

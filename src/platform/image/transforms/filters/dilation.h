@@ -1,4 +1,4 @@
-// Grows the light parts of a picture, or wears them away.
+// Dilation and erosion of the light parts of a picture.
 // Room: platform/image/transforms/filters.
 #pragma once
 
@@ -9,14 +9,14 @@
 namespace transforms
 {
 
-/// Both work channel by channel, alpha excepted, on the 3 by 3 square around a pixel (square) or on the
-/// cross of itself and its four neighbours; pixels beyond the border have no part. A pixel lighter than
-/// threshold belongs to the things that grow or are worn away, and level is the most that a value changes.
+/// Each channel but alpha separately, with a 3 by 3 square or, if not square, a cross of five pixels as
+/// structuring element; pixels beyond the border are ignored. Only pixels above threshold grow or erode, and
+/// level limits the change of a value.
 ///
-/// Dilation: v becomes min(m, v + level) with m the greatest value around it, if m > threshold.
-/// Erosion: v becomes max(m, v - level) with m the smallest value around it, if v > threshold.
+/// Dilation: v becomes min(m, v + level) with m the maximum, if m > threshold. Erosion: v becomes max(m, v -
+/// level) with m the minimum, if v > threshold.
 ///
-/// Level 255 with threshold 0 is the dilation or erosion of the textbooks; level 0 changes nothing.
+/// Level 255 with threshold 0 is textbook dilation or erosion; level 0 changes nothing.
 bool Dilation(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool square);
 bool Erosion(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool square);
 

@@ -1,4 +1,4 @@
-// The least and the greatest value around each pixel.
+// Minimum and maximum filters.
 #include "src/platform/image/transforms/filters/extremes.h"
 
 #include <algorithm>
@@ -15,7 +15,7 @@
 namespace transforms
 {
 
-// The lesser or the greater of two bytes, for count of them.
+// The minimum or maximum of two rows of count bytes.
 using Choice = void (*)(const std::uint8_t* one, const std::uint8_t* other, std::size_t count,
                         std::uint8_t* __restrict target);
 
@@ -38,12 +38,12 @@ namespace
 struct Window {
     Choice choose;
     std::size_t size;    // pixels
-    std::size_t before;  // of them before the pixel itself
+    std::size_t before;  // how many of them precede the pixel
 };
 }  // namespace
 
-// A row, in place. memory holds two rows with the window's width more. Windows of 2, 4, 8 ... pixels come
-// from two of half the size each, and the last from two that overlap.
+// Filters a row in place. memory holds two rows plus the window's width each. Windows of 2, 4, 8, ... pixels
+// are combined from two of half the size, and the final one from two that overlap.
 static void ChooseAlongRow(std::uint8_t* row, std::size_t bytes, std::size_t channels, const Window& window,
                            std::uint8_t* memory)
 {
@@ -69,10 +69,10 @@ static void ChooseAlongRow(std::uint8_t* row, std::size_t bytes, std::size_t cha
 
 namespace
 {
-// Columns of bytes bytes, in place. The rows are cut into blocks of the window's size. A window is the end
-// of one block, whose choices were made from the block's end upwards, and the beginning of the next, where
-// they are made on the way down. What an output overwrites has been looked at by then: the next block's
-// choices upwards are made before the outputs of this one are written.
+// Filters a strip of columns in place by van Herk's algorithm. Rows are cut into blocks of the window's size;
+// a window is the tail of one block, with extremes accumulated upwards from the block's end, and the head of
+// the next, accumulated downwards. The upward pass over the next block runs before this block's output is
+// written, so no row is overwritten before it has been read.
 class ColumnStrip
 {
 public:
@@ -108,7 +108,7 @@ public:
 
 private:
     std::uint8_t* Row(std::size_t y) { return first_ + y * row_bytes_; }
-    // The row with which window n begins; beyond the border the border's.
+    // The first row of window n, clamped to the border.
     std::uint8_t* Begin(std::size_t n)
     {
         return Row(n < window_.before ? 0 : std::min(n - window_.before, height_ - 1));
@@ -142,7 +142,7 @@ private:
 };
 }  // namespace
 
-// Alpha isn't worth a way around it in the loops: it is kept aside, and put back.
+// The loops process alpha like any channel; saving and restoring it is cheaper than skipping it.
 static void KeepAlpha(const ImageBuffer& image, PixelBytes& alpha)
 {
     for (std::size_t i = 0; i < alpha.size(); ++i)
@@ -157,7 +157,7 @@ static void PutAlphaBack(ImageBuffer& image, const PixelBytes& alpha)
 
 static bool Choose(ImageBuffer& image, std::int32_t size, Choice choose)
 {
-    constexpr std::size_t kStrip = 2048;  // bytes: 512 rows of them stay in the second cache
+    constexpr std::size_t kStrip = 2048;  // bytes; 512 rows of a strip fit the L2 cache
     const auto radius = static_cast<std::size_t>(std::clamp(size, 1, 256));
     if (radius == 1)
         return true;

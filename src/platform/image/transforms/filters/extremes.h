@@ -1,4 +1,4 @@
-// The least and the greatest value around each pixel.
+// Minimum and maximum filters.
 // Room: platform/image/transforms/filters.
 #pragma once
 
@@ -14,10 +14,10 @@
 namespace transforms
 {
 
-/// The least of them: dark areas grow.
+/// The minimum: dark areas grow.
 bool FilterMinimal(ImageBuffer& image, std::int32_t size);
 
-/// The greatest: light areas grow. The negative of FilterMinimal of the negative.
+/// The maximum: light areas grow. The negative of FilterMinimal of the negative.
 bool FilterMaximal(ImageBuffer& image, std::int32_t size);
 
 }  // namespace transforms

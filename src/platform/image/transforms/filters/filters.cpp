@@ -1,4 +1,4 @@
-// The filters of 3 x 3 neighbours.
+// Filters with 3 x 3 kernels.
 #include "src/platform/image/transforms/filters/filters.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ static const Weights& Choose(const std::array<Weights, kCount>& choices, std::in
 
 bool FilterDifference(ImageBuffer& image, std::int32_t direction)
 {
-    // The places of the mask around its middle, counter-clockwise from the one above.
+    // The kernel's outer positions, counterclockwise from the top.
     constexpr std::array<std::size_t, 8> kRing{1, 0, 3, 6, 7, 8, 5, 2};
     const int step = std::clamp(direction, 0, 7);
     Weights weights{};
@@ -98,7 +98,7 @@ bool FilterReserved(ImageBuffer&, std::int32_t)
     return true;
 }
 
-// The amount of 0 to 1 in 65536ths.
+// An amount of 0 to 1 in 1/65536.
 static std::int32_t ToShare(double amount)
 {
     return amount > 0 ? static_cast<std::int32_t>(std::lround(std::min(amount, 1.0) * 65536)) : 0;

@@ -1,4 +1,4 @@
-// The filters of 3 x 3 neighbours: smoothing, sharpening, edges and lines.
+// Filters with 3 x 3 kernels: smoothing, sharpening, edge and line detection.
 // Room: platform/image/transforms/filters.
 #pragma once
 
@@ -7,22 +7,20 @@
 #include "src/platform/image_buffer.h"
 
 // Each colour channel is filtered separately, alpha is unchanged, and the border is replicated. Kernels are
-// written row by row, as applied to the picture. A kind or direction outside the
-// list is brought to its nearer end. The masks are those of W. K. Pratt, Digital Image Processing (1978),
-// unless another source is named. What finds edges shows the amount of the sum, dark to light or light to
-// dark alike, undivided and cut off at 255: an even area is black. Where a direction is asked for, it is the
-// direction of the edge or line itself: "vertical" finds what runs up and down. False, with the picture as it
-// was, only when there is no memory for a few rows.
+// written row by row, as applied to the picture. Kinds and directions are clamped to the list. Kernels are
+// from W. K. Pratt, Digital Image Processing (1978), unless another source is named. Edge filters show the
+// absolute value of the sum, limited to 255: flat areas are black. A direction is that of the edge or line
+// itself: "vertical" finds what runs up and down. False if memory runs out; the picture is then unchanged.
 namespace transforms
 {
 
 /// Prewitt's compass gradient, 0 to 7: up, up-left, left, down-left, down, down-right, right, up-right. Up is
 ///     1  1  1 | 1 -2  1 | -1 -1 -1
-/// and the others are it turned by an eighth each. It shows only where the picture becomes lighter in the
-/// search direction (falls are cut off at 0), so opposite directions find opposite edges.
+/// and the others are rotated by an eighth turn each. Only rises in the search direction show (the sum is
+/// clamped at 0), so opposite directions find opposite edges.
 bool FilterDifference(ImageBuffer& image, std::int32_t direction);
 
-/// Sharpens, cut off at 0 and 255:
+/// Sharpens, clamped to 0..255:
 ///     0 medium    0 -1  0 | -1  5 -1 |  0 -1  0
 ///     1 strong   -1 -1 -1 | -1  9 -1 | -1 -1 -1
 ///     2 weak      1 -2  1 | -2  5 -2 |  1 -2  1
@@ -34,7 +32,7 @@ bool FilterHighPass(ImageBuffer& image, std::int32_t kind);
 ///     2 weak     1 2 1 | 2 4 2 | 1 2 1   / 16
 bool FilterLowPass(ImageBuffer& image, std::int32_t kind);
 
-/// Laplace's operator, shown as amount:
+/// The Laplacian, absolute value:
 ///     0 high   -1 -1 -1 | -1  8 -1 | -1 -1 -1
 ///     1 low     0 -1  0 | -1  4 -1 |  0 -1  0
 bool FilterLaplas(ImageBuffer& image, std::int32_t kind);
@@ -49,25 +47,25 @@ bool FilterPrewitt(ImageBuffer& image, std::int32_t direction);
 /// change along the diagonal that falls to the right; 1 second |p(x + 1, y) - p(x, y + 1)|.
 bool FilterRoberts(ImageBuffer& image, std::int32_t direction);
 
-/// The isotropic gradient of Frei and Chen: as Sobel, with the root of 2 (as 41/29) in place of the 2.
+/// The isotropic gradient of Frei and Chen: Sobel with the square root of 2 (as 41/29) instead of 2.
 bool FilterIsotropic(ImageBuffer& image, std::int32_t direction);
 
-/// Lines one pixel wide, dark or light, shown as amount (Gonzalez and Woods):
+/// Lines one pixel wide, dark or light, absolute value (Gonzalez and Woods):
 ///     0 vertical           -1  2 -1 | -1  2 -1 | -1  2 -1
 ///     1 horizontal         -1 -1 -1 |  2  2  2 | -1 -1 -1
 ///     2 first diagonal      2 -1 -1 | -1  2 -1 | -1 -1  2    falling to the right
 ///     3 second diagonal    -1 -1  2 | -1  2 -1 |  2 -1 -1    rising to the right
 bool FilterLineDetection(ImageBuffer& image, std::int32_t direction);
 
-/// Changes nothing, whatever the number. Never False.
+/// Changes nothing.
 bool FilterReserved(ImageBuffer& image, std::int32_t value);
 
 /// v + amount (m - v) with m the mean of the 3 x 3 pixels; 0.0 changes nothing, 1.0 is the strong low pass.
-/// Numbers beyond that are brought to the nearer end, and NaN changes nothing.
+/// amount is clamped to 0..1; NaN changes nothing.
 bool FilterBlur(ImageBuffer& image, double amount);
 
-/// v + amount (4 v - the sum of the four pixels beside it), cut off at 0 and 255; 0.0 changes nothing, 1.0
-/// is the medium high pass. Numbers beyond that are brought to the nearer end, and NaN changes nothing.
+/// v + amount (4 v - s), clamped to 0..255, with s the sum of the four direct neighbours; 0.0 changes
+/// nothing, 1.0 is the medium high pass. amount is clamped to 0..1; NaN changes nothing.
 bool FilterSharpen(ImageBuffer& image, double amount);
 
 }  // namespace transforms

@@ -1,4 +1,4 @@
-// Blurs at full size for small deviations and on a smaller picture for great ones.
+// Gaussian blur: directly for small deviations, on a reduced picture for large ones.
 #include "src/platform/image/transforms/filters/gaussian.h"
 
 #include <algorithm>
@@ -46,7 +46,7 @@ static void BlurAtFullSize(const ImageBuffer& image, double deviation, ImageBuff
     });
 }
 
-// What averaging over step pixels and going back bilinearly add to the variance is taken off the blur's.
+// Averaging over step pixels and bilinear enlargement add variance, which the blur must leave out.
 static double RemainingDeviation(double deviation, std::int32_t step)
 {
     const double square = static_cast<double>(step) * step;

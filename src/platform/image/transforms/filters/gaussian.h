@@ -1,4 +1,4 @@
-// Blurs a picture by the bell curve.
+// Gaussian blur.
 // Room: platform/image/transforms/filters.
 #pragma once
 
@@ -9,17 +9,16 @@
 namespace transforms
 {
 
-/// Each channel but alpha becomes its mean under a Gaussian whose standard deviation is fuzziness pixels,
-/// brought into 0..255; 0 changes nothing. Beyond the border the border's pixels go on.
+/// Blurs each channel but alpha by a Gaussian with a standard deviation of fuzziness pixels, clamped to
+/// 0..255; 0 changes nothing. The border is replicated.
 ///
-/// Up to 6 the curve is sampled at whole pixels up to three deviations, and a mean is within 0.8 of the exact
-/// one before it is rounded. Above, that would cost without being seen: the picture is averaged over squares
-/// of a third of the deviation, those beyond the border too, blurred there with what the averaging and the
-/// bilinear way back leave of the variance, and is within three levels of the sampled curve for a picture of
-/// random pixels.
+/// Up to 6 the kernel is sampled at whole pixels up to three deviations, and results are within 0.8 levels of
+/// the exact ones before rounding. Above that the picture is reduced by a third of the deviation, blurred by
+/// the remaining variance, and enlarged bilinearly, which is cheaper and looks the same: within three levels
+/// of the sampled kernel for random pixels.
 bool GaussianBlur(ImageBuffer& image, std::int32_t fuzziness);
 
-/// The same, of all channels, for any deviation above 0, in pixels. Throws std::bad_alloc.
+/// The same for all channels and any deviation above 0, in pixels. Throws std::bad_alloc.
 ImageBuffer Blurred(const ImageBuffer& image, double deviation);
 
 }  // namespace transforms

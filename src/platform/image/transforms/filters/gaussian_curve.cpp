@@ -1,4 +1,4 @@
-// Sums of pairs of values that lie as far to both sides, times the curve there.
+// Sums of symmetric pairs of values times the kernel.
 #include "src/platform/image/transforms/filters/gaussian_curve.h"
 
 #include <algorithm>
@@ -17,13 +17,13 @@ namespace transforms
 namespace
 {
 
-// Half the product of both to the nearest 1/65536, which is one instruction for many of them.
+// value * weight / 32768, rounded: what pmulhrsw computes.
 ROW_LOOP_PART std::int16_t Multiply(std::int16_t value, std::int16_t weight)
 {
     return static_cast<std::int16_t>((((static_cast<std::int32_t>(value) * weight) >> 14) + 1) >> 1);
 }
 
-// The sums for first to count - 1, pair by pair. at gives the values that lie so far from the middle.
+// The sums first to count - 1, pair by pair. at(n) gives the values n away from the middle.
 template <typename At>
 void AddPlainly(const std::vector<std::int16_t>& weights, const At& at, int scale, std::size_t first,
                 std::size_t count, std::int16_t* means)
@@ -51,8 +51,7 @@ WITH_AVX2 inline void Store(std::int16_t* p, __m256i n)
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), n);
 }
 
-// Adds the products of 32 sums of two bytes. They come in the order of the interleaved bytes, which is put
-// right when they are stored.
+// Adds the products of 32 sums of two bytes. They are in unpacked order until they are stored.
 WITH_AVX2 inline void AddBytePairs(const std::uint8_t* one, const std::uint8_t* other, __m256i weight,
                                    __m256i& low, __m256i& high)
 {
@@ -70,7 +69,7 @@ WITH_AVX2 inline void AddShortPair(const std::int16_t* one, const std::int16_t* 
     sum = _mm256_add_epi16(sum, _mm256_mulhrs_epi16(pair, weight));
 }
 
-// How many sums of bytes were made: a multiple of 64.
+// Returns how many sums of bytes it made, a multiple of 64.
 template <typename At>
 WITH_AVX2 std::size_t AddBytesQuickly(const std::vector<std::int16_t>& weights, const At& at,
                                       std::size_t count, std::int16_t* means)
@@ -93,7 +92,7 @@ WITH_AVX2 std::size_t AddBytesQuickly(const std::vector<std::int16_t>& weights, 
     return i;
 }
 
-// The same of values of 16 bits.
+// The same for 16-bit values.
 template <typename At>
 WITH_AVX2 std::size_t AddShortsQuickly(const std::vector<std::int16_t>& weights, const At& at,
                                        std::size_t count, std::int16_t* means)
@@ -151,7 +150,7 @@ GaussianCurve::GaussianCurve(double deviation)
     double sum = 1;
     for (std::size_t n = 1; n <= reach_; ++n)
         sum += 2 * curve(n);
-    // The value in the middle makes a pair with itself. It takes what rounding the others left.
+    // The middle value is paired with itself. Its weight absorbs the rounding errors of the others.
     std::int32_t middle = 16384;
     for (std::size_t n = 1; n <= reach_; ++n) {
         weights_[n] = static_cast<std::int16_t>(std::lround(32768 * curve(n) / sum));

@@ -1,4 +1,4 @@
-// Slopes in whole numbers: of 32 bits, and of 16 where they fit.
+// Slopes in fixed point: 32 bits, or 16 where they fit.
 #include "src/platform/image/transforms/filters/slopes.h"
 
 #include <algorithm>
@@ -56,14 +56,13 @@ WITH_AVX2 static inline __m256i Load(const std::uint8_t* p)
 }
 WITH_AVX2 static inline __m256i ShadeLanes(__m256i across, __m256i down, __m256i right, __m256i up)
 {
-    // A half level more is added for the rounding.
+    // Plus half a level for rounding.
     const __m256i grey = _mm256_set1_epi16(128 * 64 + 32);
     const __m256i slope = _mm256_add_epi16(_mm256_mulhrs_epi16(across, right), _mm256_mulhrs_epi16(down, up));
     return _mm256_srai_epi16(_mm256_add_epi16(slope, grey), 6);
 }
 
-// For cosines and sines of 1 at most; the differences are counted in 1/64 level. How many values were made: a
-// multiple of 32.
+// For weights of 1 at most; differences are in 1/64 level. Returns how many values it made, a multiple of 32.
 WITH_AVX2 static std::size_t ThirtyTwos(const RowsAround& rows, Light from, std::size_t count,
                                         std::uint8_t* target)
 {

@@ -1,4 +1,4 @@
-// Means of squares, their blur, and the way back to the full size.
+// Reduces a picture, blurs it and enlarges it again.
 #include "src/platform/image/transforms/filters/small_picture.h"
 
 #include <algorithm>
@@ -43,7 +43,7 @@ ROW_LOOP static void AddBytes(const std::uint8_t* __restrict bytes, std::size_t 
         sums[i] += bytes[i];
 }
 
-// The squares whose first row is y, which may lie beyond the border.
+// Reduces the row of squares starting at y, which may be outside the picture.
 void SmallPicture::ReduceRows(const ImageBuffer& image, std::int32_t y, std::vector<std::uint32_t>& sums,
                               std::int16_t* means) const
 {
@@ -92,14 +92,15 @@ std::vector<SmallPicture::Tap> SmallPicture::Taps(std::int32_t side) const
 {
     std::vector<Tap> result(static_cast<std::size_t>(side));
     for (std::int32_t i = 0; i < side; ++i) {
-        const std::int32_t halves = 2 * i + 1 + step_;  // from the middle of the first square, in halves
+        const std::int32_t halves =
+            2 * i + 1 + step_;  // distance from the middle of the first square, in half pixels
         result[static_cast<std::size_t>(i)] = {
             halves / (2 * step_), static_cast<float>(halves % (2 * step_)) / static_cast<float>(2 * step_)};
     }
     return result;
 }
 
-// Two rows of squares mixed, in levels.
+// Interpolates between two rows of squares, in levels.
 ROW_LOOP static void MixRows(const std::int16_t* __restrict one, const std::int16_t* __restrict other,
                              std::size_t count, float other_share, float* __restrict mixed)
 {
@@ -114,7 +115,7 @@ void SmallPicture::EnlargeRow(const float* mixed, const std::vector<Tap>& across
 {
     constexpr Four kHalf{0.5F, 0.5F, 0.5F, 0.5F};
     for (const Tap& tap : across) {
-        // Reads past a pixel of fewer than four channels; rows are padded for that.
+        // Reads past a pixel of less than four channels; rows are padded for that.
         const float* left_cell = mixed + static_cast<std::ptrdiff_t>(tap.cell) * kChannels;
         Four left, right;
         std::memcpy(&left, left_cell, sizeof left);

@@ -1,4 +1,4 @@
-// A picture of the means of another one's squares, which blurs it cheaply.
+// A reduced copy of a picture, for cheap large blurs.
 // Room: platform/image/transforms/filters.
 #pragma once
 
@@ -19,13 +19,13 @@ public:
     /// step is 1 to 256.
     SmallPicture(const ImageBuffer& image, std::int32_t step);
 
-    /// Blurs it by a Gaussian; the deviation is in squares and at most kGreatestCurve.
+    /// Applies a Gaussian; deviation is in squares, at most kGreatestCurve.
     void Blur(double deviation);
-    /// Fills target, of the source's size and channels, bilinearly between the squares' middles.
+    /// Enlarges bilinearly into target, which has the source's size and channels.
     void Enlarge(ImageBuffer& target) const;
 
 private:
-    // The square left of or above a pixel's middle, and how much the next one weighs.
+    // The square to the left of or above a pixel's centre, and the weight of the next one.
     struct Tap {
         std::int32_t cell;
         float weight;

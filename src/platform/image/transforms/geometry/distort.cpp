@@ -1,4 +1,4 @@
-// Computes where the pixels of bent pictures come from, row by row.
+// Computes the source coordinates of perspective, skew and twirl.
 #include "src/platform/image/transforms/geometry/distort.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ static std::int32_t ToPlace(double place)
 
 namespace
 {
-// For each line across the plane, in the order of the target: how long it is, and which of the source it is.
+// A row (or column) of the tilted plane: its relative length, and the source row that it shows.
 struct PlaneLine {
     double length;
     std::int32_t source;
@@ -50,7 +50,7 @@ bool Perspective(ImageBuffer& image, bool vertical, double angle)
         return true;
     const double short_side = std::max(0.01, std::cos(Clamped(angle, -90, 90) * std::numbers::pi / 180));
     if (short_side >= 1)
-        return true;  // too small an angle to be one
+        return true;  // the angle is too small to matter
     return RunGuarded([&] {
         ImageBuffer result = EmptyLike(image);
         const std::int32_t width = image.width;
@@ -80,7 +80,7 @@ bool Perspective(ImageBuffer& image, bool vertical, double angle)
     });
 }
 
-// The greatest number of pixels that one side of a picture can grow by.
+// How many pixels one side can grow by within the size limits.
 static double RoomToGrow(std::int32_t side, std::int32_t other)
 {
     std::uint64_t low = static_cast<std::uint64_t>(side), high = kMaxSide;
@@ -111,8 +111,8 @@ bool Skew(ImageBuffer& image, bool vertical, double angle)
                       vertical ? grown : static_cast<std::uint64_t>(image.height), image.channels))
             return false;
 
-        // A line's distance from the border that stays is its middle's, and a slope to the other side starts
-        // as far in as the frame has grown.
+        // Distances are measured from the middle of a row. A skew to the negative side starts at the far end
+        // of the grown frame.
         const double start = slope < 0 ? move : 0;
         StraightMap map;
         if (vertical) {
@@ -133,7 +133,7 @@ bool Skew(ImageBuffer& image, bool vertical, double angle)
     });
 }
 
-// sin(2 pi d) for -0.25 <= d <= 0.25, to 7 digits: Taylor's series.
+// sin(2 pi d) for -0.25 <= d <= 0.25 to 7 digits, by Taylor series.
 static inline float SineOfQuarter(float d)
 {
     const float x = 6.28318531F * d, x2 = x * x;
@@ -149,7 +149,7 @@ static inline float Sine(float turns)
 namespace
 {
 struct Twist {
-    float mid_x, mid_y;  // of the picture, in pixels from the first one's middle
+    float mid_x, mid_y;  // the picture's centre, relative to the centre of the first pixel
     float unit_x, unit_y;
     float turns;
 };

@@ -1,4 +1,4 @@
-// Bends a picture: perspective, skew, twirl. All interpolate bilinearly.
+// Perspective, skew and twirl, with bilinear interpolation.
 // Room: platform/image/transforms/geometry.
 #pragma once
 
@@ -7,32 +7,30 @@
 namespace transforms
 {
 
-/// Turns a picture of a plane that was seen obliquely straight, or tilts a straight one: the picture is drawn
-/// as a plane pitched by angle degrees, the whole of it in a frame of the same size. vertical: the top
-/// border (angle above 0) or the bottom one (below 0) is drawn s = cos |angle| times as long as the other,
-/// which keeps its length; both stay centred at their places. Otherwise the same with the right border
-/// (above 0) and the left one. Straight lines stay straight: with t from 0 at the shortened border to 1 at
-/// the other one, a line across has the length g = s + (1 - s) t and shows the source's line at
-/// (1/s - 1/g) / (1/s - 1) of its height. What is uncovered is black, with 4 channels transparent.
+/// Draws the picture as a plane tilted by angle degrees, in a frame of the same size; this corrects
+/// converging lines or adds them. vertical: the top edge (angle above 0) or the bottom edge (below 0) shrinks
+/// to s = cos |angle| of its length, centred, and the opposite edge keeps its length. Otherwise the right
+/// edge (above 0) or the left edge shrinks. Straight lines stay straight: with t from 0 at the shortened edge
+/// to 1 at the other, a row has the relative length g = s + (1 - s) t and shows the source row at (1/s - 1/g)
+/// / (1/s - 1) of its height. Uncovered pixels are black, with 4 channels transparent.
 ///
-/// The angle is brought into -90..90, s to 0.01 at least. 0 and NaN change nothing.
+/// The angle is clamped to -90..90 and s to 0.01 or more. 0 and NaN change nothing.
 bool Perspective(ImageBuffer& image, bool vertical, double angle);
 
-/// Moves one border against the opposite one. Otherwise than vertical, rows move horizontally: a row's
-/// distance from the bottom times tan(angle) to the right, so that the top border lies h tan(angle) further
-/// right than the bottom one (below 0: left), h being the height; the frame grows by that much, rounded up.
-/// vertical: columns move down by their distance from the left border times tan(angle), so that the right
-/// border lies lower (below 0: higher). What is uncovered is black, with 4 channels transparent.
+/// Shears the picture. Not vertical: each row moves right by its distance from the bottom times tan(angle),
+/// so the top edge ends up h tan(angle) to the right of the bottom edge (left if the angle is negative),
+/// where h is the height; the frame grows by that much, rounded up. vertical: each column moves down by its
+/// distance from the left edge times tan(angle) (up if the angle is negative). Uncovered pixels are black,
+/// with 4 channels transparent.
 ///
-/// The angle is brought into -80..80, beyond which there is more frame than picture, and so that the frame
-/// isn't larger than a picture may be. 0 and NaN change nothing.
+/// The angle is clamped to -80..80, and further if the frame would exceed the size limits. 0 and NaN change
+/// nothing.
 bool Skew(ImageBuffer& image, bool vertical, double angle);
 
-/// Turns the picture about its middle, most there and not at all at the border: a pixel shows the source
-/// turned back by angle (1 - d)^2 degrees, clockwise above 0, where d is the distance from the middle with
-/// half the width and half the height as units; beyond d = 1 nothing moves. Turning happens in these units,
-/// so nothing from outside is needed. ImageMagick's swirl is the same. The angle is brought into -360..360.
-/// 0 and NaN change nothing.
+/// Rotates the picture about its centre, most at the centre and not at all at the edges: by angle (1 - d)^2
+/// degrees, clockwise above 0, where d is the distance from the centre in units of half the width and half
+/// the height; beyond d = 1 nothing moves. The rotation uses the same units, so it never samples outside the
+/// picture. The same as ImageMagick's swirl. The angle is clamped to -360..360. 0 and NaN change nothing.
 bool Twirl(ImageBuffer& image, double angle);
 
 }  // namespace transforms

@@ -1,4 +1,4 @@
-// Mirrors and quarter turns by the routine that puts loaded pictures upright.
+// Flips and quarter turns, by the routine that applies EXIF orientation.
 #include "src/platform/image/transforms/geometry/flip.h"
 
 #include "src/platform/image/pixels/orientation.h"

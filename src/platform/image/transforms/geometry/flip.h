@@ -1,4 +1,4 @@
-// Mirrors a picture, and turns it by quarters.
+// Flips a picture and rotates it by quarter turns.
 // Room: platform/image/transforms/geometry.
 #pragma once
 
@@ -9,11 +9,11 @@
 namespace transforms
 {
 
-/// Exchanges top and bottom (vertical) or left and right, in place. Twice is the picture again.
+/// Flips top to bottom (vertical) or left to right, in place.
 bool Flip(ImageBuffer& image, bool vertical);
 
-/// Turns the picture clockwise by quarters quarters of a turn, exactly; one and three exchange width and
-/// height, and the resolutions with them. False, with the picture as it was, without memory.
+/// Rotates clockwise by quarters times 90 degrees, without interpolation; 1 and 3 swap width and height, and
+/// the resolutions with them. False if memory runs out; the picture is then unchanged.
 bool TurnQuarters(ImageBuffer& image, std::int32_t quarters);
 
 }  // namespace transforms

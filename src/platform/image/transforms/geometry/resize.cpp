@@ -1,4 +1,4 @@
-// Scales row by row: down the columns into one row of fractions, then along that row.
+// Scales row by row: first vertically into a row of floats, then along that row.
 #include "src/platform/image/transforms/geometry/resize.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@
 namespace transforms
 {
 
-// False if any pixel is transparent in any degree.
+// False if any pixel is at all transparent.
 static bool IsOpaque(const ImageBuffer& image)
 {
     if (image.channels != 4)
@@ -59,7 +59,7 @@ void ResizeNearest(const ImageBuffer& image, ImageBuffer& result)
     });
 }
 
-// A row whose colours weigh by their alpha.
+// Adds a row with its colours premultiplied by alpha.
 ROW_LOOP void AddWeighedRow(const std::uint8_t* __restrict pixel, float weight, std::size_t pixels,
                             float* __restrict sums)
 {
@@ -72,14 +72,14 @@ ROW_LOOP void AddWeighedRow(const std::uint8_t* __restrict pixel, float weight, 
     }
 }
 
-// Pixels of three values on places of four, where one register holds a pixel.
+// Pads pixels from three floats to four, one vector register each.
 void Spread(const float* __restrict pixels, std::size_t pixel_count, Four* __restrict target)
 {
     for (std::size_t i = 0; i < pixel_count; ++i, pixels += 3)
         target[i] = Four{pixels[0], pixels[1], pixels[2], 0};
 }
 
-// One row of the target from the row of sums.
+// Scales one row of sums horizontally.
 template <int kChannels, bool kWeighed>
 void AlongRow(const float* sums, const ResizeWeights& weights, std::uint8_t* target)
 {
@@ -93,7 +93,7 @@ void AlongRow(const float* sums, const ResizeWeights& weights, std::uint8_t* tar
                 sum += weight[k] * source[k];
             *target++ = ClampToLevel(sum);
         } else {
-            // Two sums, so that one addition needn't wait for the other.
+            // Two accumulators, to shorten the dependency chain.
             Four sum{0, 0, 0, 0}, next{0, 0, 0, 0};
             const float* source = sums + 4 * static_cast<std::size_t>(first);
             std::size_t k = 0;

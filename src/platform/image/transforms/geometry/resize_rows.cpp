@@ -1,4 +1,4 @@
-// Two rows at a time are multiplied and added in one instruction where the processor has it.
+// Weighted sums of rows, with AVX2 two rows per multiply-add.
 #include "src/platform/image/transforms/geometry/resize_rows.h"
 
 #include <algorithm>
@@ -21,8 +21,8 @@ namespace
 #define WITH_AVX2 __attribute__((target("avx2")))
 constexpr int kOne = 1 << 14;  // leaves room for weights up to 2
 
-// Weights in whole numbers whose sum is that of 1, with one of 0 behind them. What rounding left goes to the
-// greatest.
+// Converts weights to fixed point so that they add up to exactly 1, followed by a 0. The largest weight
+// absorbs the rounding error.
 void RoundWeights(const WeighedRows& rows, std::int16_t* weights)
 {
     int left = kOne;
@@ -40,14 +40,14 @@ WITH_AVX2 inline __m256i Load(const std::uint8_t* p)
 {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
 }
-// The values of both halves' first or second 128 bits, brought to levels.
+// Stores eight fixed-point sums as floats in levels.
 WITH_AVX2 inline void StoreEight(float* target, __m256i sums)
 {
     _mm256_storeu_ps(target, _mm256_mul_ps(_mm256_cvtepi32_ps(sums), _mm256_set1_ps(1.F / kOne)));
 }
 
-// How many sums were made: a multiple of 32. The four registers hold every other four values, since
-// interleaving works on halves of registers.
+// Returns how many sums it made, a multiple of 32. Unpacking works within 128-bit lanes, so the four
+// registers hold alternating groups of four values.
 WITH_AVX2 std::size_t SumThirtyTwos(const WeighedRows& rows, const std::int16_t* weights, std::size_t count,
                                     float* target)
 {
@@ -79,7 +79,7 @@ WITH_AVX2 std::size_t SumThirtyTwos(const WeighedRows& rows, const std::int16_t*
 
 std::size_t SumQuickly(const WeighedRows& rows, std::size_t count, std::int16_t* memory, float* sums)
 {
-    // Many small weights would add up what rounding each of them lost.
+    // With many small weights, their rounding errors would add up.
     constexpr std::size_t kMost = 256;
     if (!HasAvx2() || rows.rows > kMost || count < 32)
         return 0;

@@ -1,4 +1,4 @@
-// Weighted sums down the columns of a picture.
+// Weighted sums of rows, for vertical scaling.
 // Room: platform/image/transforms/geometry.
 #pragma once
 
@@ -8,8 +8,7 @@
 namespace transforms
 {
 
-/// Rows of a picture that begin stride bytes after each other, and how much each weighs; the weights' sum is
-/// 1, and none is greater than 1.9.
+/// Rows of a picture, stride bytes apart, and their weights, which add up to 1; none exceeds 1.9.
 struct WeighedRows {
     const std::uint8_t* first;
     std::size_t stride;
@@ -17,8 +16,8 @@ struct WeighedRows {
     std::size_t rows;
 };
 
-/// Fills sums with the weighted sums of the rows' first count bytes, to 1/25 level. memory is for rows +
-/// 1 numbers.
+/// Fills sums with the weighted sums of the rows' first count bytes, accurate to 1/25 level. memory has room
+/// for rows + 1 numbers.
 void SumRows(const WeighedRows& rows, std::size_t count, std::int16_t* memory, float* sums);
 
 }  // namespace transforms

@@ -1,4 +1,4 @@
-// How much each source pixel weighs in each target pixel of a scaled row or column.
+// Filter weights for scaling a row or column.
 // Room: platform/image/transforms/geometry.
 #pragma once
 
@@ -9,16 +9,16 @@
 namespace transforms
 {
 
-/// The weights of every target pixel: taps of them, for source pixels from first[i] on. All of those lie
-/// inside, so that a tap beyond the border is one that weighs 0.
+/// Target pixel i has taps weights, for source pixels first[i], first[i] + 1, ... All of them are inside the
+/// picture: taps beyond the edge are moved in and weigh 0.
 struct ResizeWeights {
     std::size_t taps = 0;
     std::vector<std::int32_t> first;
-    std::vector<float> weights;  ///< taps for each target pixel; their sum is 1
+    std::vector<float> weights;  ///< taps per target pixel; they add up to 1
 };
 
-/// For source pixels that become target by the triangle or, cubic, by Keys' cubic (a = -0.5), widened by
-/// source / target where that is above 1. Throws std::bad_alloc.
+/// Weights for scaling from source to target pixels by the triangle filter or, if cubic, Keys' cubic (a =
+/// -0.5), widened by source / target when shrinking. Throws std::bad_alloc.
 ResizeWeights ComputeResizeWeights(std::int32_t source, std::int32_t target, bool cubic);
 
 }  // namespace transforms

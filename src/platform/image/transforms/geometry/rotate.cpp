@@ -1,4 +1,4 @@
-// Turns a picture: quarters by moving pixels, all else by drawing it through a straight map.
+// Rotation: quarter turns move pixels, all other angles go through an affine map.
 #include "src/platform/image/transforms/geometry/rotate.h"
 
 #include <cmath>
@@ -14,7 +14,7 @@
 namespace transforms
 {
 
-// The canvas's side, where a side that is a whole number but for the sines' last digits doesn't grow by one.
+// Rounds a side of the canvas up, but tolerates the rounding errors of sine and cosine.
 static std::uint64_t PaddedSide(double length)
 {
     return static_cast<std::uint64_t>(std::ceil(length - 1e-6));

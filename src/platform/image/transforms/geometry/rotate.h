@@ -1,4 +1,4 @@
-// Turns a picture by any angle.
+// Rotates a picture by any angle.
 // Room: platform/image/transforms/geometry.
 #pragma once
 
@@ -7,15 +7,15 @@
 namespace transforms
 {
 
-/// Turns the picture clockwise by angle degrees about its middle, on a canvas that holds all of it:
-/// W = ceil(w |cos| + h |sin|), H = ceil(w |sin| + h |cos|), the middles on each other. A target pixel whose
-/// middle lies (dx, dy) from the canvas's middle shows the source at (dx cos + dy sin, dy cos - dx sin) from
-/// the picture's middle, interpolated bilinearly; outside is background, opaque, and the picture's border
-/// is blended into it over one pixel.
+/// Rotates the picture clockwise by angle degrees about its centre, on a canvas that holds all of it: W =
+/// ceil(w |cos| + h |sin|), H = ceil(w |sin| + h |cos|), centres aligned. A target pixel at (dx, dy) from the
+/// canvas's centre shows the source at (dx cos + dy sin, dy cos - dx sin) from the picture's centre,
+/// interpolated bilinearly; outside is opaque background, and the picture's edge blends into it over one
+/// pixel.
 ///
-/// Whole turns are taken off; multiples of 90 degrees are exact and exchange the resolutions too. A grey
-/// picture that gets a background with colour becomes one of 3 channels; under multiples of 90 it stays grey.
-/// No change for NaN and infinities. False for a canvas larger than a picture may be.
+/// The angle is taken modulo 360; multiples of 90 degrees are exact and swap the resolutions too. A grey
+/// picture with a coloured background becomes one of 3 channels, except for multiples of 90. NaN and
+/// infinities change nothing. False if the canvas would exceed the size limits.
 bool Rotate(ImageBuffer& image, double angle, Colour background);
 
 }  // namespace transforms

@@ -1,4 +1,4 @@
-// Moves rows of a picture in place, or leaves some out.
+// Shifts rows in place, and crops uniform borders.
 #include "src/platform/image/transforms/geometry/shift.h"
 
 #include <algorithm>
@@ -36,7 +36,7 @@ bool Shift(ImageBuffer& image, std::int32_t right, std::int32_t down, Colour bac
     const PixelValue fill = Background(image, background);
     const std::int64_t kept = width - std::abs(shift_x);
 
-    // Against the direction of the move, so that no row is overwritten before it was moved.
+    // Go against the direction of the shift, so that no row is overwritten before it has been moved.
     for (std::int64_t i = 0; i < height; ++i) {
         const std::int64_t y = shift_y > 0 ? height - 1 - i : i;
         std::uint8_t* target = Row(image, static_cast<std::int32_t>(y));
@@ -59,7 +59,7 @@ static bool IsSame(const std::uint8_t* one, const std::uint8_t* other, std::int3
            std::memcmp(one, other, static_cast<std::size_t>(channels)) == 0;
 }
 
-// How many pixels from x on, in steps of step, have the colour; at most count.
+// How many consecutive pixels, step bytes apart, have the colour; at most count.
 static std::int32_t RunLength(const std::uint8_t* pixel, std::int64_t step, std::int32_t count,
                               std::int32_t channels, const std::uint8_t* colour)
 {
@@ -109,7 +109,7 @@ bool Autocrop(ImageBuffer& image)
     while (whole_row(bottom - 1))
         --bottom;
 
-    std::int32_t left = width, right = width;  // counted inwards from their borders
+    std::int32_t left = width, right = width;  // border widths so far
     for (std::int32_t y = top; y < bottom; ++y) {
         const std::uint8_t* first = Row(image, y);
         left = RunLength(first, channels, left, channels, colour.data());

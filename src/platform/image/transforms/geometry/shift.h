@@ -1,4 +1,4 @@
-// Moves a picture within its frame, and cuts its borders.
+// Shifts a picture within its frame, and crops uniform borders.
 // Room: platform/image/transforms/geometry.
 #pragma once
 
@@ -9,15 +9,15 @@
 namespace transforms
 {
 
-/// Moves the picture right pixels right and down down (negative: left and up). The size stays, what leaves it
-/// is lost, and what is uncovered becomes background, opaque. A grey picture that gets a background with
-/// colour becomes one of 3 channels. 0, 0 changes nothing.
+/// Shifts the picture by right and down pixels (negative: left and up). The size stays; what leaves the frame
+/// is lost, and uncovered pixels become opaque background. A grey picture with a coloured background becomes
+/// one of 3 channels. 0, 0 changes nothing.
 bool Shift(ImageBuffer& image, std::int32_t right, std::int32_t down, Colour background);
 
-/// Cuts off the outer rows and columns that wholly have the border's colour. That is the colour of most of
-/// the four corners, and among equals of the first one in the order top left, top right, bottom left, bottom
-/// right. Colours are equal when all channels are; pixels that are wholly transparent are all equal. A
-/// picture of one colour stays as it is.
+/// Crops the outer rows and columns that are entirely of the border colour. That is the most frequent colour
+/// of the four corners; a tie goes to the first in the order top left, top right, bottom left, bottom right.
+/// Colours are equal if all channels are; fully transparent pixels are all equal. A picture of a single
+/// colour doesn't change.
 bool Autocrop(ImageBuffer& image);
 
 }  // namespace transforms

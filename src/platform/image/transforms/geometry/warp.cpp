@@ -1,4 +1,5 @@
-// Draws a picture through a map: quickly inside, pixel by pixel at the border and where it is transparent.
+// Samples a picture through a map: vectorised inside, pixel by pixel at the edges and where it is
+// transparent.
 #include "src/platform/image/transforms/geometry/warp.h"
 
 #include <algorithm>
@@ -29,13 +30,13 @@ const std::uint8_t* TapAt(const ImageBuffer& source, std::int32_t x, std::int32_
     return Row(source, y) + static_cast<std::ptrdiff_t>(x) * source.channels;
 }
 
-// True when none of the four pixels from x, y on is inside.
+// True if none of the four taps from x, y on is inside the picture.
 bool IsWhollyOutside(const ImageBuffer& source, std::int32_t x, std::int32_t y)
 {
     return x < -1 || y < -1 || x >= source.width || y >= source.height;
 }
 
-// Any place at all, and pixels of any transparency.
+// Handles any coordinates and any alpha.
 template <int kChannels>
 void DrawCarefully(const ImageBuffer& source, std::int32_t fixed_x, std::int32_t fixed_y,
                    const PixelValue* outside, std::uint8_t* target)
@@ -59,7 +60,7 @@ void DrawCarefully(const ImageBuffer& source, std::int32_t fixed_x, std::int32_t
         }
         target[3] = static_cast<std::uint8_t>((whole + (1 << 15)) >> 16);
         if (whole == 0) {
-            std::memcpy(target, taps[0], 3);  // nothing to see, but the hidden colour stays what it was
+            std::memcpy(target, taps[0], 3);  // fully transparent: just carry the hidden colour
             return;
         }
     }
@@ -123,7 +124,7 @@ void DrawWarped(const ImageBuffer& source, ImageBuffer& target, const RowOfPlace
     });
 }
 
-// Sums of 64 bits, 32 of them behind the point: over the longest row they stray by less than 1/60000 pixel.
+// 32.32 fixed point: the error over the longest row is below 1/60000 pixel.
 ROW_LOOP static void Progress(std::uint64_t place, std::uint64_t step, std::int32_t count,
                               std::int32_t* __restrict places)
 {

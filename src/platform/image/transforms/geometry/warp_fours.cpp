@@ -1,4 +1,4 @@
-// Interpolates four pixels in one register of 256 bits: each has four lanes of 16 bits.
+// Bilinear interpolation of four pixels at once, 16 bits per channel in a 256-bit register.
 #include "src/platform/image/transforms/geometry/warp_fours.h"
 
 #include "src/platform/image/transforms/rows/picture_rows.h"
@@ -21,14 +21,14 @@ WITH_AVX2_INLINE static __m128i LoadEight(const std::uint8_t* p)
     return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
 }
 
-// Two neighbouring pixels from each of four places.
+// Loads two neighbouring pixels at each of four places.
 WITH_AVX2_INLINE static __m256i LoadPairs(const std::uint8_t* const (&places)[4], std::int64_t offset)
 {
     return _mm256_set_m128i(_mm_unpacklo_epi64(LoadEight(places[2] + offset), LoadEight(places[3] + offset)),
                             _mm_unpacklo_epi64(LoadEight(places[0] + offset), LoadEight(places[1] + offset)));
 }
 
-// Moves the bytes n, n + 1, n + 2, n + 3 of each half of a register's halves into lanes, times 128.
+// Widens the four bytes from n on and from second on of each 128-bit lane to 16 bits, times 128.
 WITH_AVX2_INLINE static __m256i SpreadLanes(__m256i bytes, int n, int second)
 {
     const auto high = [](int byte) { return static_cast<short>((byte << 8) | 0x80); };
@@ -39,7 +39,7 @@ WITH_AVX2_INLINE static __m256i SpreadLanes(__m256i bytes, int n, int second)
     return _mm256_srli_epi16(_mm256_shuffle_epi8(bytes, order), 1);
 }
 
-// The places' fractions as weights of 15 bits, one for each lane of their pixels.
+// The fractions of four coordinates as 15-bit weights, repeated for each channel.
 WITH_AVX2_INLINE static __m256i FractionWeights(__m128i places)
 {
     const __m128i shares = _mm_slli_epi32(_mm_and_si128(places, _mm_set1_epi32(255)), 7);
@@ -58,7 +58,7 @@ WITH_AVX2_INLINE static std::int32_t DrawFoursOf(const ImageBuffer& source, cons
                                                  const std::int32_t* ys, const std::uint8_t* unmoved,
                                                  std::int32_t count, std::uint8_t* target)
 {
-    // Eight bytes are read at a place, which with three channels are nearly three pixels.
+    // Eight bytes are read per place: with three channels, almost three pixels.
     const __m128i last_x = _mm_set1_epi32(source.width - (kChannels == 3 ? 3 : 2));
     const __m128i last_y = _mm_set1_epi32(source.height - 2);
     const auto row_bytes = static_cast<std::int64_t>(Stride(source));
@@ -73,7 +73,7 @@ WITH_AVX2_INLINE static std::int32_t DrawFoursOf(const ImageBuffer& source, cons
         const __m128i beyond =
             _mm_or_si128(_mm_or_si128(_mm_cmpgt_epi32(columns, last_x), _mm_cmpgt_epi32(rows, last_y)),
                          _mm_or_si128(columns, rows));
-        if (_mm_movemask_ps(_mm_castsi128_ps(beyond)) != 0)  // the sign of a negative one counts, too
+        if (_mm_movemask_ps(_mm_castsi128_ps(beyond)) != 0)  // the sign bit catches negative coordinates, too
             break;
         const std::uint8_t* places[4];
         for (int k = 0; k < 4; ++k)

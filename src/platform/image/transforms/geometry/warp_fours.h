@@ -1,4 +1,4 @@
-// The quick way through the inside of a picture: four of its places at a time, by vector instructions.
+// The fast path of bilinear sampling: four pixels at a time with AVX2.
 // Room: platform/image/transforms/geometry.
 #pragma once
 
@@ -9,12 +9,11 @@
 namespace transforms
 {
 
-/// Draws pixels of one row bilinearly, four after four, from places in 1/256 pixel as warp.h counts them, and
-/// returns how many: it stops before the first four of which one needs a pixel that isn't inside or isn't
-/// opaque, and always before the row's last pixel, since it may write up to it. unmoved, where given, is a
-/// row of pixels whose mean with those drawn is taken; alpha isn't looked at then, and of no particular
-/// value. Each value is the nearest level, but for 1/60 level. Only for 3 and 4 channels; 0 where the
-/// processor lacks the instructions.
+/// Draws pixels of one row from coordinates as in warp.h, four at a time, and returns how many it drew. It
+/// stops before a group that needs a pixel outside the source or one that isn't opaque, and always before the
+/// last pixel of the row, which it may overwrite. If unmoved is given, the result is the mean with that row
+/// of pixels; alpha is then ignored and its result undefined. Accurate to 1/60 level before rounding. 3 and 4
+/// channels only; returns 0 without AVX2.
 std::int32_t DrawFours(const ImageBuffer& source, const std::int32_t* xs, const std::int32_t* ys,
                        const std::uint8_t* unmoved, std::int32_t count, std::uint8_t* target);
 

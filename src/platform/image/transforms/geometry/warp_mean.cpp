@@ -1,4 +1,4 @@
-// Draws the mean of one picture through two straight maps.
+// The mean of a picture drawn through two affine maps.
 #include <algorithm>
 #include <cstring>
 #include <vector>
@@ -14,7 +14,7 @@ namespace transforms
 namespace
 {
 
-// One pixel whose place may lie outside, and with unmoved its mean with that.
+// Draws one pixel with edge clamping and, if unmoved is given, takes its mean with that.
 template <int kChannels>
 void DrawPixel(const ImageBuffer& source, std::int32_t fixed_x, std::int32_t fixed_y,
                const std::uint8_t* unmoved, std::uint8_t* target)

@@ -16,10 +16,10 @@ using PixelValue = std::array<std::uint8_t, 4>;
 
 /// True for a red, green and blue that are equal.
 bool IsGrey(Colour colour);
-/// The colour as a pixel of the picture's channels, opaque; of a grey picture its luma.
+/// The colour as an opaque pixel in the picture's channels; its luma for a grey picture.
 PixelValue Background(const ImageBuffer& image, Colour colour);
-/// Gives wide the pixels of a grey picture in 3 equal channels, which can hold a colour. Whoever puts them
-/// in its place drops the profile, since a grey one can't describe them. False without memory.
+/// Converts a grey picture to 3 equal channels, so that it can hold a colour. The grey profile doesn't
+/// describe the result. False if memory runs out.
 bool WidenGrey(const ImageBuffer& grey, ImageBuffer& wide);
 
 }  // namespace transforms

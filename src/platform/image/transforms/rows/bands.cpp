@@ -8,7 +8,7 @@
 namespace transforms
 {
 
-constexpr std::size_t kWorthAThread = 1 << 18;  // bytes: about a tenth of a millisecond of the plainest work
+constexpr std::size_t kWorthAThread = 1 << 18;  // bytes: about a tenth of a millisecond of the simplest work
 
 std::size_t BandCount(const ImageBuffer& image)
 {

@@ -1,4 +1,4 @@
-// Colours for hidden pixels, from means of squares that double from level to level.
+// Fills hidden pixels from an image pyramid of visible colours.
 #include "src/platform/image/transforms/rows/hidden.h"
 
 #include <algorithm>
@@ -13,14 +13,14 @@ namespace transforms
 namespace
 {
 
-using Cell = std::array<std::uint8_t, 4>;  // blue, green, red; and 0 where nothing of it is visible
+using Cell = std::array<std::uint8_t, 4>;  // blue, green, red; 0 if no pixel is visible, else 255
 
 struct Level {
     std::size_t width, height;
     std::vector<Cell> cells;
 };
 
-// The mean of those of four cells that have any; weight gives each its part.
+// The weighted mean of the visible ones of four cells.
 template <typename Weight>
 Cell Mean(const std::array<const std::uint8_t*, 4>& quarters, const Weight& weight)
 {
@@ -35,7 +35,7 @@ Cell Mean(const std::array<const std::uint8_t*, 4>& quarters, const Weight& weig
     Cell result{0, 0, 0, 255};
     for (std::size_t c = 0; c < 3; ++c) {
         std::uint32_t sum = 0;
-        if (any == 0) {  // all weigh the same, as nearly everywhere
+        if (any == 0) {  // equal weights, the usual case
             for (const std::uint8_t* p : quarters)
                 sum += p[c];
             result[c] = static_cast<std::uint8_t>((sum + 2) / 4);
@@ -48,7 +48,7 @@ Cell Mean(const std::array<const std::uint8_t*, 4>& quarters, const Weight& weig
     return result;
 }
 
-// at gives the cell or pixel at a place.
+// at(x, y) gives a cell or pixel.
 template <typename At, typename Weight>
 Level Halve(std::size_t width, std::size_t height, const At& at, const Weight& weight)
 {
@@ -65,7 +65,7 @@ Level Halve(std::size_t width, std::size_t height, const At& at, const Weight& w
     return level;
 }
 
-// Each next level has half the width and height of the last; the last of all is one cell.
+// Each level has half the width and height of the one before; the last is a single cell.
 std::vector<Level> BuildLevels(const ImageBuffer& image)
 {
     std::vector<Level> result;

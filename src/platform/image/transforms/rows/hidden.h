@@ -19,9 +19,9 @@ namespace transforms
 class HiddenColours
 {
 public:
-    /// Throws std::bad_alloc, with the picture as it was.
+    /// Throws std::bad_alloc and leaves the picture unchanged if memory runs out.
     explicit HiddenColours(ImageBuffer& image);
-    /// Puts the pixels' own colours back, unless Forget was called; alpha must be what it was then.
+    /// Restores the pixels' original colours unless Forget was called; alpha must not have changed since.
     ~HiddenColours();
     HiddenColours(const HiddenColours&) = delete;
     HiddenColours& operator=(const HiddenColours&) = delete;
@@ -30,10 +30,11 @@ public:
 
 private:
     ImageBuffer& image_;
-    std::vector<std::uint8_t> hidden_;  // three bytes for each hidden pixel, as they come
+    std::vector<std::uint8_t> hidden_;  // three bytes for each hidden pixel, in order
 };
 
-/// What the body returns, having seen no hidden colours; False, with the picture as it was, when it throws.
+/// Runs body on the picture with its hidden colours replaced, and returns its result. If body throws or
+/// returns false, the original colours are restored and the result is false.
 template <typename Body>
 bool IsVisible(ImageBuffer& image, const Body& body)
 {

@@ -22,7 +22,7 @@ struct Counters {
 };
 }  // namespace
 
-// Levels are step bytes apart; alpha, if present, 4 bytes.
+// Levels are step bytes apart; alpha, if given, 4 bytes.
 static void Count(Counters& counters, const std::uint8_t* levels, std::size_t step, std::size_t pixels,
                   const std::uint8_t* alpha)
 {
@@ -39,7 +39,7 @@ static void Count(Counters& counters, const std::uint8_t* levels, std::size_t st
         ++counters.counts[0][levels[i * step]];
 }
 
-// channel -1 is the intensity.
+// channel -1 means the intensity.
 static Histogram HistogramOf(const ImageBuffer& image, std::int32_t channel)
 {
     Histogram result{};

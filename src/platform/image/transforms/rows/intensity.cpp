@@ -13,7 +13,7 @@
 namespace transforms
 {
 
-constexpr std::size_t kBlock = 1024;  // pixels at a time: they stay in the nearest cache
+constexpr std::size_t kBlock = 1024;  // pixels; they stay in the L1 cache
 
 void IntensityRow(const std::uint8_t* pixels, std::size_t pixel_count, std::int32_t channels,
                   std::uint8_t* intensity)
@@ -54,7 +54,7 @@ ROW_LOOP static void WriteGrey4(const std::uint8_t* __restrict grey, std::size_t
     }
 }
 
-// Gives every pixel the grey that Change makes of its intensity.
+// Makes every pixel grey, with the level that change_row computes from its intensity.
 template <typename Change>
 static void MakeGrey(ImageBuffer& image, const Change& change_row)
 {

@@ -11,8 +11,8 @@
 namespace transforms
 {
 
-/// (0.299 R + 0.587 G + 0.114 B), rounded: luma by ITU-R BT.601, on the values as they are stored. The
-/// weights are counted in 65536ths (19595, 38470, 7471), so that grey v has the intensity v exactly.
+/// Luma by ITU-R BT.601 of the stored values: 0.299 R + 0.587 G + 0.114 B, rounded. The weights are in
+/// 1/65536 (19595, 38470, 7471) and add up to 1, so the intensity of grey v is exactly v.
 constexpr std::uint8_t IntensityOfPixel(std::uint32_t blue, std::uint32_t green, std::uint32_t red)
 {
     return static_cast<std::uint8_t>((7471 * blue + 38470 * green + 19595 * red + 32768) >> 16);
@@ -22,16 +22,15 @@ constexpr std::uint8_t IntensityOfPixel(std::uint32_t blue, std::uint32_t green,
 void IntensityRow(const std::uint8_t* pixels, std::size_t pixel_count, std::int32_t channels,
                   std::uint8_t* intensity);
 
-/// The picture of 1 channel that holds every pixel's intensity; of a grey picture a copy.
-/// Throws std::bad_alloc.
+/// The intensities as a grey picture; a copy if it is grey already. Throws std::bad_alloc.
 ImageBuffer IntensityPlane(const ImageBuffer& image);
 
-/// Every pixel becomes the grey of its intensity. The picture keeps its channels, alpha its values; a grey
-/// picture stays as it is. False, with the picture as it was, only when there is no memory.
+/// Replaces every pixel by the grey of its intensity. Channels and alpha stay; a grey picture doesn't change.
+/// Never False.
 bool Intensity(ImageBuffer& image);
 
-/// Pixels whose intensity is greater than level become white, all others black; alpha stays. So 255 makes
-/// everything black, and 0 leaves only black black. Never False.
+/// Makes pixels whose intensity is above level white and all others black; alpha stays. So 255 makes
+/// everything black, and 0 everything but black white. Never False.
 bool Threshold(ImageBuffer& image, std::uint8_t level);
 
 }  // namespace transforms

@@ -1,4 +1,4 @@
-// Makes room for new pixels and puts them into place.
+// Allocates new pixels and puts them into place.
 #include "src/platform/image/transforms/rows/new_pixels.h"
 
 #include <utility>

@@ -9,7 +9,8 @@
 namespace transforms
 {
 
-/// What the body returns; False when it throws, for want of memory. A body changes its picture last.
+/// Returns what body returns, or false if it throws because memory ran out. body must change its picture
+/// last.
 template <typename Body>
 bool RunGuarded(const Body& body)
 {
@@ -20,9 +21,9 @@ bool RunGuarded(const Body& body)
     }
 }
 
-/// A picture of the same size and channels, its bytes of no particular value; throws std::bad_alloc.
+/// A picture of the same size and channels with uninitialised pixels. Throws std::bad_alloc.
 ImageBuffer EmptyLike(const ImageBuffer& image);
-/// Gives image the size and pixels of pixels; profile, resolution and metadata stay.
+/// Moves size and pixels into image; its profile, resolution and metadata stay.
 void TakePixels(ImageBuffer& image, ImageBuffer&& pixels);
 
 }  // namespace transforms

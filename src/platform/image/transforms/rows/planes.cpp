@@ -1,4 +1,4 @@
-// Pixels of three bytes are taken apart by shuffles of 16 bytes, sixteen pixels at a time.
+// Deinterleaves 3-byte pixels with byte shuffles, sixteen pixels at a time.
 #include "src/platform/image/transforms/rows/planes.h"
 
 #include <array>
@@ -41,7 +41,7 @@ ROW_LOOP_PART void Join(const Planes& planes, std::size_t first, std::size_t end
     for (std::size_t i = first; i < end; ++i) {
         if constexpr (kChannels == 4) {
             const std::uint8_t alpha = pixels[4 * i + 3];
-            pixels[4 * i + 3] = alpha;  // all four bytes are written, so that the loop can be vectorised
+            pixels[4 * i + 3] = alpha;  // write all four bytes, so that the loop vectorises
         }
         pixels[kChannels * i] = blue[i];
         pixels[kChannels * i + 1] = green[i];
@@ -66,7 +66,7 @@ using Order = std::array<std::uint8_t, 16>;
 using Orders = std::array<std::array<Order, 3>, 3>;
 constexpr std::uint8_t kNone = 0x80;
 
-// For plane p the places of its bytes in the three registers that hold 16 pixels.
+// Where plane p's bytes are in the three registers that hold 16 pixels.
 constexpr Orders SplitOrders()
 {
     Orders result{};
@@ -76,7 +76,7 @@ constexpr Orders SplitOrders()
                 result[p][k][i] = static_cast<std::uint8_t>((3 * i + p) / 16 == k ? (3 * i + p) % 16 : kNone);
     return result;
 }
-// For register k the places of its bytes in the three planes.
+// Where register k's bytes are in the three planes.
 constexpr Orders JoinOrders()
 {
     Orders result{};
@@ -100,7 +100,7 @@ WITH_SHUFFLES inline __m128i Gather(const __m128i (&from)[3], const std::array<O
                         _mm_shuffle_epi8(from[2], Load(orders[2].data())));
 }
 
-// How many pixels of three bytes were split or joined: a multiple of 16.
+// These return how many 3-byte pixels they split or joined, a multiple of 16.
 WITH_SHUFFLES std::size_t SplitSixteens(const std::uint8_t* pixels, std::size_t pixel_count, Planes& planes)
 {
     std::size_t i = 0;
@@ -123,7 +123,7 @@ WITH_SHUFFLES std::size_t JoinSixteens(const Planes& planes, std::size_t pixel_c
     return i;
 }
 
-// How many values were rounded: a multiple of 32. Packing them into bytes keeps them on the scale.
+// Returns how many values it rounded, a multiple of 32. Packing into bytes saturates.
 WITH_AVX2 std::size_t RoundThirtyTwos(const float* values, std::size_t count, std::uint8_t* levels)
 {
     const __m256 half = _mm256_set1_ps(0.5F);
@@ -141,8 +141,8 @@ WITH_AVX2 std::size_t RoundThirtyTwos(const float* values, std::size_t count, st
     return i;
 }
 
-// How many intensities were computed: a multiple of 16. A pixel's sum is made of two products of pairs, the
-// green one's weight being too large for one.
+// Returns how many intensities it computed, a multiple of 16. The weight of green doesn't fit 16 bits, so it
+// is split over two multiply-adds.
 WITH_AVX2 std::size_t WeighSixteens(const Planes& planes, std::size_t pixels, std::uint8_t* intensity)
 {
     const __m256i blue_green = _mm256_set1_epi32(19235 << 16 | 7471);

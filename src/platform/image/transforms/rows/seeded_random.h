@@ -1,4 +1,4 @@
-// Random numbers that are reproducible for a picture.
+// Reproducible random numbers, seeded from a picture.
 // Room: platform/image/transforms/rows.
 #pragma once
 
@@ -9,10 +9,10 @@
 namespace transforms
 {
 
-/// A hash of the picture's size and of some thousands of its bytes: what noise is seeded with, so that a
+/// A hash of the picture's size and of a few thousand of its bytes. Noise is seeded with it, so that a
 /// picture gets the same noise each time.
 std::uint64_t SeedOf(const ImageBuffer& image);
-/// The next of a sequence of numbers of 64 random bits (splitmix64, Steele, Lea and Flood 2014).
+/// The next 64 random bits (splitmix64: Steele, Lea and Flood 2014).
 inline std::uint64_t Random(std::uint64_t& state)
 {
     std::uint64_t mixed = state += 0x9E3779B97F4A7C15U;

@@ -23,11 +23,11 @@ static void ApplyGrey(std::uint8_t* __restrict bytes, std::size_t count, const T
         bytes[i] = table[bytes[i]];
 }
 
-template <int kKChannels>
+template <int kChannels>
 static void ApplyColour(std::uint8_t* __restrict bytes, std::size_t pixels, const Table& blue,
                         const Table& green, const Table& red)
 {
-    for (std::size_t i = 0; i < pixels; ++i, bytes += kKChannels) {
+    for (std::size_t i = 0; i < pixels; ++i, bytes += kChannels) {
         bytes[0] = blue[bytes[0]];
         bytes[1] = green[bytes[1]];
         bytes[2] = red[bytes[2]];

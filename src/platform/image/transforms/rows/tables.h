@@ -16,11 +16,11 @@ using Table = std::array<std::uint8_t, 256>;
 /// The identity LUT.
 Table IdentityTable();
 
-/// Puts each colour channel through its table; alpha stays. A grey picture gets the intensity (see
-/// intensity.h) of the colour that its grey would have become; with three equal tables that is the table.
+/// Applies a LUT to each colour channel; alpha stays. For a grey picture the three results are combined to
+/// their intensity (intensity.h); if the tables are equal, that is the table itself.
 void ApplyTables(ImageBuffer& image, const Table& blue, const Table& green, const Table& red);
 
-/// The same table for all colour channels.
+/// Applies one LUT to all colour channels.
 void ApplyTable(ImageBuffer& image, const Table& table);
 
 }  // namespace transforms

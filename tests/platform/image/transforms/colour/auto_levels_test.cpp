@@ -1,4 +1,4 @@
-// Tests of stretching a picture's levels to the whole scale.
+// Stretching levels to the full range.
 #include "src/platform/image/transforms/colour/auto_levels.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 
 using namespace transforms;
 
-TEST(Autocontrast, StretchesAllChannelsByTheSameMap)
+TEST(Autocontrast, StretchesAllChannelsAlike)
 {
     ImageBuffer image = TestPicture(2, 1, 3, {50, 60, 70, 100, 120, 150});
 
@@ -17,7 +17,7 @@ TEST(Autocontrast, StretchesAllChannelsByTheSameMap)
     EXPECT_EQ(image.bytes, (PixelBytes{0, 26, 51, 128, 179, 255}));
 }
 
-TEST(AutoLevel, StretchesEveryChannelByItsOwnAndLeavesAFlatOne)
+TEST(AutoLevel, StretchesChannelsSeparatelyAndKeepsFlatOne)
 {
     ImageBuffer image = TestPicture(3, 1, 3, {50, 60, 7, 100, 60, 8, 150, 60, 9});
 
@@ -26,7 +26,7 @@ TEST(AutoLevel, StretchesEveryChannelByItsOwnAndLeavesAFlatOne)
     EXPECT_EQ(image.bytes, (PixelBytes{0, 60, 0, 128, 60, 128, 255, 60, 255}));
 }
 
-TEST(AutoLevels, LeaveAPictureOfOneColourAndAreDoneInOneGo)
+TEST(AutoLevels, KeepPictureOfOneColourAndAreIdempotent)
 {
     ImageBuffer flat = TestPicture(2, 1, 1, {77, 77});
     EXPECT_TRUE(Autocontrast(flat) && AutoLevel(flat));
@@ -43,7 +43,7 @@ TEST(AutoLevels, LeaveAPictureOfOneColourAndAreDoneInOneGo)
     }
 }
 
-TEST(AutoLevels, DoNotListenToPixelsThatAreNotSeen)
+TEST(AutoLevels, IgnoreTransparentPixels)
 {
     const ImageBuffer before = TestPicture(3, 1, 4, {0, 0, 0, 0, 100, 100, 100, 1, 200, 200, 200, 255});
     ImageBuffer contrast = before, level = before;
@@ -59,7 +59,7 @@ TEST(AutoLevels, DoNotListenToPixelsThatAreNotSeen)
     EXPECT_EQ(unseen.bytes, (PixelBytes{1, 2, 3, 0, 4, 5, 6, 0}));
 }
 
-TEST(AutoLevels, CountEveryBandOfALargePicture)
+TEST(AutoLevels, CountAllBandsOfLargePicture)
 {
     ImageBuffer image = TestPicture(1000, 1000, 1, {});
     image.bytes.assign(1000000, 100);

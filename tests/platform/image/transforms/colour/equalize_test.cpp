@@ -1,4 +1,4 @@
-// Tests of equalisation.
+// Histogram equalisation.
 #include "src/platform/image/transforms/colour/equalize.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 
 using namespace transforms;
 
-TEST(Equalize, SpreadsTheLevelsByHowManyPixelsLieBelow)
+TEST(Equalize, SpreadsLevelsByCumulativeHistogram)
 {
     ImageBuffer image = TestPicture(5, 1, 1, {10, 20, 20, 20, 30}), half = image;
 
@@ -22,14 +22,14 @@ TEST(Equalize, SpreadsTheLevelsByHowManyPixelsLieBelow)
     EXPECT_EQ(half.bytes, (PixelBytes{5, 106, 106, 106, 143}));  // 20 + (191.25 - 20) / 2
 }
 
-TEST(Equalize, LeavesAPictureOfOneIntensity)
+TEST(Equalize, LeavesPictureOfOneIntensity)
 {
     ImageBuffer image = TestPicture(2, 1, 3, {5, 60, 7, 5, 60, 7});
     EXPECT_TRUE(Equalize(image, 1));
     EXPECT_EQ(image.bytes, (PixelBytes{5, 60, 7, 5, 60, 7}));
 }
 
-TEST(Equalize, ChangesNothingAtNaughtBelowOrForNaN)
+TEST(Equalize, ChangesNothingAtZeroBelowOrForNaN)
 {
     for (const int channels : kChannelCounts) {
         const ImageBuffer before = RandomPicture(33, 17, channels);
@@ -39,7 +39,7 @@ TEST(Equalize, ChangesNothingAtNaughtBelowOrForNaN)
     }
 }
 
-// Slowly, by the formula, over all pixels for each pixel.
+// A plain implementation of the formula, which counts all pixels for each pixel.
 static double Equalized(const ImageBuffer& intensities, int own)
 {
     double at_most = 0, darkest = 0, all = 0;
@@ -54,7 +54,7 @@ static double Equalized(const ImageBuffer& intensities, int own)
     return 255 * (at_most - darkest) / (all - darkest);
 }
 
-TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
+TEST(Equalize, MatchesFormulaAndKeepsHue)
 {
     for (const double level : {0.25, 1.0, 50.0}) {
         const ImageBuffer before = RandomPicture(31, 20, 3, 3);
@@ -68,7 +68,7 @@ TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
             const int own = intensities.bytes[static_cast<std::size_t>(x)];
             const double expected = own + std::min(level, 1.0) * (Equalized(intensities, own) - own);
             EXPECT_NEAR(IntensityOfPixel(after[0], after[1], after[2]), expected, 2);
-            // Same hue: the differences between the channels keep their proportion.
+            // Same hue: the channel differences stay in proportion.
             for (const auto& [c, d] : {std::pair{0, 1}, {1, 2}, {2, 0}}) {
                 const double cross = (after[c] - after[d]) * (old[d] - old[3 - c - d]) -
                                      (after[d] - after[3 - c - d]) * (old[c] - old[d]);
@@ -78,7 +78,7 @@ TEST(Equalize, MovesTheIntensityByTheFormulaAndKeepsEveryHue)
     }
 }
 
-TEST(Equalize, KeepsTheOrderOfGreysAndDoesNotCountWhatIsNotSeen)
+TEST(Equalize, PreservesOrderAndIgnoresTransparentPixels)
 {
     ImageBuffer ramp = TestPicture(256, 1, 1, {});
     for (int n = 0; n < 256; ++n)

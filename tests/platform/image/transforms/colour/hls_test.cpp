@@ -1,4 +1,4 @@
-// Tests of hue, lightness and saturation.
+// Hue, lightness and saturation.
 #include "src/platform/image/transforms/colour/hls.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ struct Hls {
     double hue = 0, lightness = 0, saturation = 0;  // sixths of a turn, 0 to 1, 0 to 1
 };
 
-// The textbook's way there and back (Foley and van Dam), which the operations don't go.
+// The textbook conversions (Foley and van Dam), which the kernels don't use.
 static Hls HlsOf(double b, double g, double r)
 {
     const double max = std::max({b, g, r}) / 255, min = std::min({b, g, r}) / 255;
@@ -48,8 +48,8 @@ static double ChannelOf(const Hls& hls, double offset)
     return 255 * (hue < 4 ? low + (high - low) * (4 - hue) : low);
 }
 
-// Compares an operation with the textbook pixel by pixel. The few pixels next to black and white, whose
-// saturation isn't kept, are left out on asking.
+// Compares an operation with the textbook pixel by pixel, optionally skipping the few pixels near black and
+// white whose saturation isn't kept.
 template <typename Operation, typename Change>
 static void ExpectLikeTheTextbook(const Operation& operation, const Change& change, double min_room)
 {
@@ -71,7 +71,7 @@ static void ExpectLikeTheTextbook(const Operation& operation, const Change& chan
     }
 }
 
-TEST(Hue, TurnsRedThroughYellowToGreen)
+TEST(Hue, RotatesRedThroughYellowToGreen)
 {
     ImageBuffer sixty = TestPicture(1, 1, 3, {0, 0, 255}), hundred_twenty = sixty, back = sixty;
 
@@ -82,14 +82,14 @@ TEST(Hue, TurnsRedThroughYellowToGreen)
     EXPECT_EQ(back.bytes, (PixelBytes{255, 0, 0}));
 }
 
-TEST(Hue, AgreesWithTheTextbookAtEveryAngle)
+TEST(Hue, MatchesTextbookAtEveryAngle)
 {
     for (const double angle : {1.0, 30.0, 59.5, 60.0, 119.0, 180.0, 233.0, 300.0, 359.0, -45.0, 1000.0})
         ExpectLikeTheTextbook([=](ImageBuffer& a) { return Hue(a, angle); },
                               [=](Hls& hls) { hls.hue += std::fmod(angle, 360) / 60; }, 0);
 }
 
-TEST(Hue, ComesBackWithinOneLevel)
+TEST(Hue, IsReversibleWithinOneLevel)
 {
     for (const double angle : {0.3, 17.0, 60.0, 100.0, 181.0, 345.0, 1e9 + 1}) {
         const ImageBuffer before = RandomPicture(100, 50, 3);
@@ -100,7 +100,7 @@ TEST(Hue, ComesBackWithinOneLevel)
     }
 }
 
-TEST(Lightness, GoesAShareOfTheWayToBlackOrWhite)
+TEST(Lightness, MovesTowardsBlackOrWhite)
 {
     ImageBuffer lighter = TestPicture(2, 1, 3, {0, 0, 255, 100, 100, 100}), darker = lighter;
 
@@ -110,7 +110,7 @@ TEST(Lightness, GoesAShareOfTheWayToBlackOrWhite)
     EXPECT_EQ(darker.bytes, (PixelBytes{0, 0, 204, 80, 80, 80}));
 }
 
-TEST(Lightness, AgreesWithTheTextbook)
+TEST(Lightness, MatchesTextbook)
 {
     for (const double share : {-0.9, -0.5, -0.1, 0.2, 0.5, 0.75})
         ExpectLikeTheTextbook([=](ImageBuffer& a) { return Lightness(a, share); },
@@ -121,13 +121,13 @@ TEST(Lightness, AgreesWithTheTextbook)
                               1.0 / 8);
 }
 
-TEST(Lightness, MakesNoSpeckleOfShadows)
+TEST(Lightness, CausesNoSpeckleInShadows)
 {
     ImageBuffer image = TestPicture(1, 1, 3, {1, 0, 2});
 
     EXPECT_TRUE(Lightness(image, 0.2));
 
-    // With the saturation of 1 kept it would be 51, 0, 103.
+    // Keeping the saturation of 1 would give 51, 0, 103.
     EXPECT_EQ(*std::min_element(image.bytes.begin(), image.bytes.end()), 49);
     EXPECT_EQ(*std::max_element(image.bytes.begin(), image.bytes.end()), 55);
 }
@@ -143,7 +143,7 @@ TEST(Lightness, EndsAtBlackAndWhite)
         }
 }
 
-TEST(Saturation, AgreesWithTheTextbook)
+TEST(Saturation, MatchesTextbook)
 {
     for (const double share : {-1.0, -0.5, -0.1, 0.2, 0.5, 0.9, 1.0})
         ExpectLikeTheTextbook([=](ImageBuffer& a) { return Saturation(a, share); },
@@ -155,7 +155,7 @@ TEST(Saturation, AgreesWithTheTextbook)
                               0);
 }
 
-TEST(Saturation, LeavesGreysGreyAtItsGreatest)
+TEST(Saturation, KeepsGreysAtMaximum)
 {
     ImageBuffer image = Widened(RandomPicture(16, 16, 1));
     const PixelBytes before = image.bytes;
@@ -163,7 +163,7 @@ TEST(Saturation, LeavesGreysGreyAtItsGreatest)
     EXPECT_EQ(image.bytes, before);
 }
 
-TEST(Desaturate, GivesTheMiddleOfTheGreatestAndTheLeastChannel)
+TEST(Desaturate, AveragesMaximumAndMinimumChannel)
 {
     ImageBuffer image = TestPicture(2, 1, 4, {10, 200, 100, 7, 255, 0, 0, 255});
     ImageBuffer other = image;
@@ -174,7 +174,7 @@ TEST(Desaturate, GivesTheMiddleOfTheGreatestAndTheLeastChannel)
     EXPECT_EQ(other.bytes, image.bytes);
 }
 
-TEST(BalanceHLS, DoesAllThreeInOneStep)
+TEST(BalanceHLS, AppliesAllThreeInOneStep)
 {
     ExpectLikeTheTextbook([](ImageBuffer& a) { return BalanceHLS(a, 100, 0.25, -0.5); },
                           [](Hls& hls) {
@@ -185,7 +185,7 @@ TEST(BalanceHLS, DoesAllThreeInOneStep)
                           1.0 / 8);
 }
 
-TEST(BalanceHLS, ChangesNothingAtNeutralValuesNorForNaN)
+TEST(BalanceHLS, ChangesNothingAtNeutralValuesAndForNaN)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();

@@ -1,4 +1,4 @@
-// Tests of brightness, contrast, gamma and the other operations on single channels.
+// Brightness, contrast, gamma and other per-channel maps.
 #include "src/platform/image/transforms/colour/levels.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ static ImageBuffer OnePixel()
     return TestPicture(1, 1, 4, {10, 100, 200, 128});
 }
 
-TEST(Brightness, AddsTheLevelToEveryColourChannelAndStopsAtTheEnds)
+TEST(Brightness, AddsLevelToColourChannelsAndClamps)
 {
     ImageBuffer lighter = OnePixel(), darker = OnePixel();
 
@@ -27,7 +27,7 @@ TEST(Brightness, AddsTheLevelToEveryColourChannelAndStopsAtTheEnds)
     EXPECT_EQ(darker.bytes, (PixelBytes{0, 40, 140, 128}));
 }
 
-TEST(Brightness, MakesAllBlackOrWhiteAtItsEndsAndBeyond)
+TEST(Brightness, ReachesBlackAndWhiteAtItsEnds)
 {
     for (const std::int32_t level : {255, 256, 2147483647}) {
         ImageBuffer image = RandomPicture(5, 4, 3);
@@ -38,7 +38,7 @@ TEST(Brightness, MakesAllBlackOrWhiteAtItsEndsAndBeyond)
     }
 }
 
-TEST(Contrast, StretchesTheValuesAwayFromTheMiddle)
+TEST(Contrast, StretchesValuesAwayFromMiddleGrey)
 {
     ImageBuffer image = TestPicture(5, 1, 1, {0, 100, 127, 128, 140});
 
@@ -48,7 +48,7 @@ TEST(Contrast, StretchesTheValuesAwayFromTheMiddle)
     EXPECT_EQ(image.bytes, (PixelBytes{0, 79, 127, 128, 149}));
 }
 
-TEST(Contrast, DoublesAtMostHoweverLargeTheNumber)
+TEST(Contrast, DoublesAtMost)
 {
     ImageBuffer one = RandomPicture(20, 20, 3), huge = one;
     EXPECT_TRUE(Contrast(one, 1));
@@ -56,7 +56,7 @@ TEST(Contrast, DoublesAtMostHoweverLargeTheNumber)
     EXPECT_EQ(one.bytes, huge.bytes);
 }
 
-TEST(Gamma, RaisesTheShareOfWhiteToItsPower)
+TEST(Gamma, AppliesPowerFunction)
 {
     ImageBuffer image = TestPicture(4, 1, 1, {0, 64, 128, 255});
     ImageBuffer lighter = image;
@@ -68,7 +68,7 @@ TEST(Gamma, RaisesTheShareOfWhiteToItsPower)
     EXPECT_EQ(lighter.bytes, (PixelBytes{0, 128, 181, 255}));
 }
 
-TEST(Gamma, LeavesBlackBlackAndMakesTheRestWhiteAtNaughtOrBelow)
+TEST(Gamma, MakesAllButBlackWhiteAtZero)
 {
     for (const double gamma : {0.0, -1.0, -1e300}) {
         ImageBuffer image = TestPicture(3, 1, 1, {0, 1, 255});
@@ -77,7 +77,7 @@ TEST(Gamma, LeavesBlackBlackAndMakesTheRestWhiteAtNaughtOrBelow)
     }
 }
 
-TEST(Gamma, NeverChangesTheOrderOfLevels)
+TEST(Gamma, PreservesOrderOfLevels)
 {
     for (const double gamma : {0.1, 0.5, 0.99, 1.01, 2.2, 30.0}) {
         ImageBuffer image = TestPicture(256, 1, 1, {});
@@ -88,7 +88,7 @@ TEST(Gamma, NeverChangesTheOrderOfLevels)
     }
 }
 
-TEST(ChannelLevels, MoveTheirOwnChannelOnly)
+TEST(ChannelLevels, ChangeOnlyTheirChannel)
 {
     ImageBuffer red = OnePixel(), green = OnePixel(), blue = OnePixel();
 
@@ -101,21 +101,21 @@ TEST(ChannelLevels, MoveTheirOwnChannelOnly)
     EXPECT_EQ(blue.bytes, (PixelBytes{0, 100, 200, 128}));
 }
 
-TEST(ChannelLevels, MoveAGreyPictureByTheirShareOfTheIntensity)
+TEST(ChannelLevels, ChangeGreyPictureByShareOfIntensity)
 {
     ImageBuffer image = TestPicture(1, 1, 1, {100});
     EXPECT_TRUE(Green(image, 100));
     EXPECT_EQ(image.bytes, (PixelBytes{159}));  // 100 + 0.587 * 100
 }
 
-TEST(Colorize, LeavesOfEachComponentTheShareGiven)
+TEST(Colorize, ScalesEachChannel)
 {
     ImageBuffer image = OnePixel();
     EXPECT_TRUE(Colorize(image, 128, 255, 0));
     EXPECT_EQ(image.bytes, (PixelBytes{0, 100, 100, 128}));  // 200 * 128 / 255 = 100.4
 }
 
-TEST(Invert, GivesTheNegativeAndTwiceThePicture)
+TEST(Invert, GivesNegativeAndIsItsOwnInverse)
 {
     ImageBuffer image = OnePixel();
     EXPECT_TRUE(Invert(image));
@@ -124,7 +124,7 @@ TEST(Invert, GivesTheNegativeAndTwiceThePicture)
     EXPECT_EQ(image.bytes, OnePixel().bytes);
 }
 
-TEST(Posterize, TakesEveryValueToTheClosestOfTheLevels)
+TEST(Posterize, QuantisesToNearestLevel)
 {
     ImageBuffer two = TestPicture(4, 1, 1, {0, 127, 128, 255});
     ImageBuffer five = TestPicture(6, 1, 1, {31, 32, 100, 160, 223, 224});
@@ -136,7 +136,7 @@ TEST(Posterize, TakesEveryValueToTheClosestOfTheLevels)
     EXPECT_EQ(five.bytes, (PixelBytes{0, 64, 128, 191, 191, 255}));
 }
 
-TEST(Posterize, LeavesAsManyLevelsAsAskedForAndIsDoneInOneGo)
+TEST(Posterize, LeavesRequestedLevelsAndIsIdempotent)
 {
     for (const int levels : {2, 3, 7, 128, 255}) {
         ImageBuffer image = RandomPicture(100, 100, 1);
@@ -151,7 +151,7 @@ TEST(Posterize, LeavesAsManyLevelsAsAskedForAndIsDoneInOneGo)
     }
 }
 
-TEST(Levels, ChangeNothingAtTheirNeutralValues)
+TEST(Levels, ChangeNothingAtNeutralValues)
 {
     for (const int channels : kChannelCounts) {
         const ImageBuffer before = RandomPicture(33, 17, channels);

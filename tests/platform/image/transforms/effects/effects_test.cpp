@@ -25,7 +25,7 @@ static int Clamped(double d)
     return static_cast<int>(std::floor(std::clamp(d, 0.0, 255.0) + 0.5));
 }
 
-// The value of the formula of the header for every byte but alpha.
+// Compares every byte but alpha with the header's formula.
 template <typename Formula>
 static void ExpectEach(const ImageBuffer& image, const ImageBuffer& before, const Formula& expected,
                        double tolerance = 0)
@@ -55,7 +55,7 @@ static int Around(const ImageBuffer& image, int x, int y, int c, bool square, bo
     return found;
 }
 
-TEST(Dilation, AgreesWithItsFormula)
+TEST(Dilation, MatchesFormula)
 {
     for (const auto& [width, height, channels] : Shapes())
         for (const bool square : {false, true})
@@ -73,7 +73,7 @@ TEST(Dilation, AgreesWithItsFormula)
             }
 }
 
-TEST(Erosion, AgreesWithItsFormula)
+TEST(Erosion, MatchesFormula)
 {
     for (const auto& [width, height, channels] : Shapes())
         for (const bool square : {false, true})
@@ -97,7 +97,7 @@ static double Slope(const ImageBuffer& image, int x, int y, int c, double angle,
            std::sin(angle * kToRadians) * (ValueAt(image, x, y + h, c) - ValueAt(image, x, y - h, c));
 }
 
-TEST(Emboss, AgreesWithItsFormula)
+TEST(Emboss, MatchesFormula)
 {
     for (const auto& [width, height, channels] : Shapes())
         for (const auto& [angle, high, brightness] :
@@ -114,9 +114,9 @@ TEST(Emboss, AgreesWithItsFormula)
         }
 }
 
-TEST(Emboss, WorksInBandsAsInOnePiece)
+TEST(Emboss, GivesSameResultInBands)
 {
-    // Large enough for several bands, and as high as the rows that a band needs of the next one.
+    // Large enough for several bands, with the greatest height, for which bands need most rows of each other.
     const ImageBuffer before = RandomPicture(500, 700, 3);
     ImageBuffer image = before;
     ASSERT_TRUE(transforms::Emboss(image, 70, 16, 3));
@@ -125,10 +125,9 @@ TEST(Emboss, WorksInBandsAsInOnePiece)
         [&](int x, int y, int c) { return Clamped(128 + 0.3 * Slope(before, x, y, c, 70, 16)); }, 1);
 }
 
-TEST(Emboss, LightsTheSideTowardsTheLight)
+TEST(Emboss, LightensSlopesFacingLight)
 {
-    // A raised square: its right side is the light one under light from the right, its top under light from
-    // above.
+    // A raised square: its right side is lit by light from the right, its top by light from above.
     ImageBuffer image = Plain(20, 20, 1, 50);
     for (int y = 5; y < 15; ++y)
         std::fill_n(image.bytes.begin() + y * 20 + 5, 10, std::uint8_t{90});
@@ -142,7 +141,7 @@ TEST(Emboss, LightsTheSideTowardsTheLight)
     EXPECT_EQ(ValueAt(above, 10, 14), 88);
 }
 
-TEST(Relief, IsAddedToTheColours)
+TEST(Relief, AddsSlopesOfIntensityToColours)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer before = RandomPicture(21, 13, channels);
@@ -167,7 +166,7 @@ TEST(Relief, IsAddedToTheColours)
     }
 }
 
-TEST(Relief, IsFlatterTheSmootherItIs)
+TEST(Relief, FlattensWithSmoothness)
 {
     const ImageBuffer before = RandomPicture(64, 64, 1);
     double last = 1e9;
@@ -182,7 +181,7 @@ TEST(Relief, IsFlatterTheSmootherItIs)
     }
 }
 
-TEST(Texturize, AddsTheTexturesSlopesAndNothingElse)
+TEST(Texturize, AddsSlopesOfTexture)
 {
     for (std::int32_t texture = 0; texture < 6; ++texture) {
         const std::vector<float> heights = transforms::TextureHeights(texture);
@@ -206,7 +205,7 @@ TEST(Texturize, AddsTheTexturesSlopesAndNothingElse)
     }
 }
 
-TEST(Texturize, HasSixTexturesAndNoMore)
+TEST(Texturize, ClampsTextureToSixKinds)
 {
     const ImageBuffer before = Plain(64, 64, 1, 128);
     std::vector<ImageBuffer> all;
@@ -223,7 +222,7 @@ TEST(Texturize, HasSixTexturesAndNoMore)
     EXPECT_TRUE(Equal(below, all[0]));
 }
 
-TEST(Mosaic, GivesPlainTilesTheirMean)
+TEST(Mosaic, FillsPlainTilesWithMean)
 {
     for (const auto& [width, height, channels] : Shapes())
         for (const std::int32_t tile : {2, 3, 6, 40}) {
@@ -241,14 +240,14 @@ TEST(Mosaic, GivesPlainTilesTheirMean)
         }
 }
 
-TEST(Mosaic, PassesSoftlyFromTileToTile)
+TEST(Mosaic, BlendsSoftTilesIntoNeighbours)
 {
     ImageBuffer image = GreyOf(8, 1, {0, 0, 0, 0, 160, 160, 160, 160});
     ASSERT_TRUE(transforms::Mosaic(image, 4, false));
     EXPECT_EQ(BytesOf(image), (std::vector<int>{0, 0, 0, 40, 120, 160, 160, 160}));
 }
 
-TEST(Mosaic, OfOnePixelChangesNothing)
+TEST(Mosaic, WithTilesOfOnePixelChangesNothing)
 {
     const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
@@ -258,7 +257,7 @@ TEST(Mosaic, OfOnePixelChangesNothing)
     EXPECT_TRUE(Equal(image, before));
 }
 
-TEST(Halftones, KeepTheToneOfAPlainPicture)
+TEST(Halftones, KeepToneOfFlatPicture)
 {
     for (const std::int32_t cell : {1, 2, 3, 4, 7, 16}) {
         for (const int tone : {0, 30, 128, 200, 255}) {
@@ -274,7 +273,7 @@ TEST(Halftones, KeepTheToneOfAPlainPicture)
     }
 }
 
-TEST(Halftones, PutLightDotsIntoTheMiddlesOfTheCells)
+TEST(Halftones, GrowLightDotsFromCellCentres)
 {
     ImageBuffer image = Plain(16, 16, 1, 60);
     ASSERT_TRUE(transforms::Halftones(image, 8, 1));
@@ -284,7 +283,7 @@ TEST(Halftones, PutLightDotsIntoTheMiddlesOfTheCells)
     EXPECT_EQ(ValueAt(image, 8, 8), 0);
 }
 
-TEST(Halftones, ComparePixelsWithTheScreen)
+TEST(Halftones, ThresholdPixelsByScreen)
 {
     for (const auto& [width, height, channels] : Shapes())
         for (const std::int32_t cell : {1, 5})
@@ -305,7 +304,7 @@ TEST(Halftones, ComparePixelsWithTheScreen)
             }
 }
 
-TEST(TraceContours, AgreesWithItsRule)
+TEST(TraceContours, MatchesDefinition)
 {
     for (const auto& [width, height, channels] : Shapes())
         for (const auto& [level, threshold] : {std::pair{100, 100}, {0, 20}, {200, 255}, {0, 255}}) {
@@ -324,7 +323,7 @@ TEST(TraceContours, AgreesWithItsRule)
         }
 }
 
-TEST(TraceContours, DrawsBlackLinesByIntensity)
+TEST(TraceContours, DrawsBlackLinesForIntensity)
 {
     ImageBuffer image = Plain(4, 2, 3, 0);
     for (const std::size_t i : {6U, 9U, 18U, 21U})
@@ -337,7 +336,7 @@ TEST(TraceContours, DrawsBlackLinesByIntensity)
                       (std::vector<int>{255, 0, 255, 255}));
 }
 
-TEST(Effects, ArePicturesForAnyNumber)
+TEST(Effects, GivePictureForAnyNumber)
 {
     using namespace transforms;
     for (const auto& [width, height, channels] : Shapes()) {
@@ -376,7 +375,7 @@ TEST(Effects, ArePicturesForAnyNumber)
     }
 }
 
-TEST(Effects, OfNothingChangeNothing)
+TEST(Effects, ChangeNothingAtNeutralValues)
 {
     using namespace transforms;
     const ImageBuffer before = RandomPicture(17, 11, 3);

@@ -1,4 +1,4 @@
-// Noise and diffusion: always the same, as strong as asked, and within the picture.
+// Noise and diffusion: reproducible, of the requested strength, within the picture.
 #include "src/platform/image/transforms/effects/noise.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 
 #include "tests/platform/image/support/kernel_pictures.h"
 
-TEST(AddNoise, IsTheSameEachTimeForTheSamePicture)
+TEST(AddNoise, GivesSameNoiseForSamePicture)
 {
     for (const bool monochrome : {false, true}) {
         ImageBuffer one = RandomPicture(300, 401, 3), other = one;
@@ -18,7 +18,7 @@ TEST(AddNoise, IsTheSameEachTimeForTheSamePicture)
     }
 }
 
-TEST(AddNoise, HasTheDeviationAskedForAndNoBias)
+TEST(AddNoise, HasRequestedDeviationAndNoBias)
 {
     for (const std::int32_t level : {5, 20, 35}) {
         ImageBuffer image = Plain(200, 200, 3, 128);
@@ -34,7 +34,7 @@ TEST(AddNoise, HasTheDeviationAskedForAndNoBias)
     }
 }
 
-TEST(AddNoise, IsGreyWhenMonochromeAndColouredOtherwise)
+TEST(AddNoise, IsGreyOnlyWhenMonochrome)
 {
     ImageBuffer grey = Plain(50, 50, 4, 128), coloured = grey;
     ASSERT_TRUE(transforms::AddNoise(grey, 35, true));
@@ -49,7 +49,7 @@ TEST(AddNoise, IsGreyWhenMonochromeAndColouredOtherwise)
     EXPECT_GT(different, 2000);
 }
 
-TEST(AddNoise, OfNothingChangesNothing)
+TEST(AddNoise, WithoutLevelChangesNothing)
 {
     const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
@@ -58,9 +58,9 @@ TEST(AddNoise, OfNothingChangesNothing)
     EXPECT_TRUE(Equal(image, before));
 }
 
-TEST(Diffuse, TakesOnlyPixelsFromNearby)
+TEST(Diffuse, TakesPixelsFromWithinDistance)
 {
-    // A slope, where a pixel's value says where it came from.
+    // A gradient, so that a pixel's value tells where it came from.
     ImageBuffer before = Plain(80, 80, 1, 0);
     for (int i = 0; i < 80 * 80; ++i)
         before.bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(3 * (i % 80));
@@ -73,7 +73,7 @@ TEST(Diffuse, TakesOnlyPixelsFromNearby)
     EXPECT_EQ(furthest, 30);
 }
 
-TEST(Diffuse, MovesMoreWithMorePenetration)
+TEST(Diffuse, MovesMorePixelsWithHigherPenetration)
 {
     const ImageBuffer before = RandomPicture(100, 100, 3);
     int last = 0;
@@ -89,7 +89,7 @@ TEST(Diffuse, MovesMoreWithMorePenetration)
     }
 }
 
-TEST(Diffuse, MovesWholePixelsAndCarriesAlpha)
+TEST(Diffuse, MovesWholePixelsButLeavesAlpha)
 {
     ImageBuffer image = Plain(40, 40, 4, 0);
     for (std::size_t i = 0; i < image.bytes.size(); ++i)
@@ -103,7 +103,7 @@ TEST(Diffuse, MovesWholePixelsAndCarriesAlpha)
     }
 }
 
-TEST(Diffuse, IsTheSameEachTimeAndNothingForZero)
+TEST(Diffuse, IsReproducibleAndNeutralAtZero)
 {
     const ImageBuffer before = RandomPicture(200, 300, 3);
     ImageBuffer one = before, other = before, none = before;

@@ -10,7 +10,7 @@
 
 static constexpr double kToRadians = 3.14159265358979323846 / 180;
 
-// Everything that these four have in common: no change of a plain picture, of the size, of alpha.
+// What all four blurs keep: the size, alpha, and flat pictures.
 template <typename Operation>
 static void ExpectABlur(const Operation& blur)
 {
@@ -30,13 +30,13 @@ static void ExpectABlur(const Operation& blur)
     }
 }
 
-TEST(GaussianBlur, KeepsSizeAlphaAndPlainPictures)
+TEST(GaussianBlur, KeepsSizeAlphaAndFlatPictures)
 {
     for (const std::int32_t fuzziness : {1, 5, 7, 255, INT32_MAX})
         ExpectABlur([&](ImageBuffer& image) { return transforms::GaussianBlur(image, fuzziness); });
 }
 
-TEST(GaussianBlur, OfNothingChangesNothing)
+TEST(GaussianBlur, WithoutFuzzinessChangesNothing)
 {
     const ImageBuffer before = RandomPicture(9, 8, 3);
     for (const std::int32_t fuzziness : {0, -1, INT32_MIN}) {
@@ -46,7 +46,7 @@ TEST(GaussianBlur, OfNothingChangesNothing)
     }
 }
 
-// The mean under the curve, sampled as far as three deviations, with the border's pixels going on.
+// The kernel sampled up to three deviations, with a replicated border.
 static std::vector<double> Gaussian(const ImageBuffer& image, double deviation)
 {
     const int reach = static_cast<int>(std::ceil(3 * deviation));
@@ -80,15 +80,15 @@ static void ExpectGaussian(const ImageBuffer& before, std::int32_t fuzziness, do
         ASSERT_NEAR(image.bytes[i], expected[i], tolerance) << fuzziness << " at " << i;
 }
 
-TEST(GaussianBlur, IsTheSampledCurveForSmallDeviations)
+TEST(GaussianBlur, MatchesSampledKernelForSmallDeviations)
 {
     for (const std::int32_t fuzziness : {1, 2, 5})
         ExpectGaussian(RandomPicture(47, 31, 1), fuzziness, 1.5);
 }
 
-TEST(GaussianBlur, StaysNearTheCurveForGreatOnes)
+TEST(GaussianBlur, ApproximatesKernelForLargeDeviations)
 {
-    // Slopes and an edge: the shape of photographs, and large enough to be blurred on a smaller picture.
+    // Gradients and an edge, as in photographs, and large enough to be blurred on a reduced picture.
     ImageBuffer image = Plain(181, 167, 1, 0);
     for (int y = 0; y < 167; ++y)
         for (int x = 0; x < 181; ++x)
@@ -99,7 +99,7 @@ TEST(GaussianBlur, StaysNearTheCurveForGreatOnes)
     ExpectGaussian(RandomPicture(150, 150, 1), 10, 3);
 }
 
-TEST(MotionBlur, KeepsSizeAlphaAndPlainPictures)
+TEST(MotionBlur, KeepsSizeAlphaAndFlatPictures)
 {
     for (const auto& [angle, amount] : {std::pair{0.0, 10}, {33.0, 255}, {90.0, 2}, {-1e9, INT32_MAX}})
         ExpectABlur([&, turn = angle, count = amount](ImageBuffer& image) {
@@ -107,14 +107,14 @@ TEST(MotionBlur, KeepsSizeAlphaAndPlainPictures)
         });
 }
 
-TEST(MotionBlur, IsTheMeanAlongTheRow)
+TEST(MotionBlur, AveragesAlongRowAtZeroDegrees)
 {
     ImageBuffer image = GreyOf(5, 1, {0, 0, 90, 0, 0});
     ASSERT_TRUE(transforms::MotionBlur(image, 0, 3));
     EXPECT_EQ(BytesOf(image), (std::vector<int>{0, 30, 30, 30, 0}));
 }
 
-TEST(MotionBlur, RunsUpwardsAtNinetyDegreesAndCounterclockwiseBetween)
+TEST(MotionBlur, RunsUpAt90DegreesAndCounterclockwise)
 {
     ImageBuffer image = Plain(5, 5, 1, 0);
     image.bytes[12] = 90;
@@ -129,7 +129,7 @@ TEST(MotionBlur, RunsUpwardsAtNinetyDegreesAndCounterclockwiseBetween)
     EXPECT_EQ(ValueAt(slant, 3, 3), 0);
 }
 
-TEST(MotionBlur, AgreesWithTheFormula)
+TEST(MotionBlur, MatchesFormula)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer before = RandomPicture(31, 23, channels);
@@ -155,7 +155,7 @@ TEST(MotionBlur, AgreesWithTheFormula)
     }
 }
 
-TEST(MotionBlur, TakesHalfTurnsOff)
+TEST(MotionBlur, TakesAngleModulo180)
 {
     ImageBuffer one = RandomPicture(30, 20, 3), other = one;
     ASSERT_TRUE(transforms::MotionBlur(one, 30, 12));
@@ -163,7 +163,7 @@ TEST(MotionBlur, TakesHalfTurnsOff)
     EXPECT_TRUE(Equal(one, other));
 }
 
-TEST(MotionBlur, OfOnePixelOrNoAngleChangesNothing)
+TEST(MotionBlur, WithoutAmountOrAngleChangesNothing)
 {
     const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
@@ -173,19 +173,19 @@ TEST(MotionBlur, OfOnePixelOrNoAngleChangesNothing)
     EXPECT_TRUE(Equal(image, before));
 }
 
-TEST(RadialBlur, KeepsSizeAlphaAndPlainPictures)
+TEST(RadialBlur, KeepsSizeAlphaAndFlatPictures)
 {
     for (const double displacement : {0.1, 50.0, 1e300})
         ExpectABlur([&](ImageBuffer& image) { return transforms::RadialBlur(image, displacement); });
 }
 
-TEST(ZoomBlur, KeepsSizeAlphaAndPlainPictures)
+TEST(ZoomBlur, KeepsSizeAlphaAndFlatPictures)
 {
     for (const double intensity : {0.1, 50.0, 1e300})
         ExpectABlur([&](ImageBuffer& image) { return transforms::ZoomBlur(image, intensity); });
 }
 
-TEST(RadialAndZoomBlur, OfNothingChangeNothing)
+TEST(RadialAndZoomBlur, ChangeNothingAtNeutralValues)
 {
     const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
@@ -196,7 +196,7 @@ TEST(RadialAndZoomBlur, OfNothingChangeNothing)
     EXPECT_TRUE(Equal(image, before));
 }
 
-// The picture between its pixels; beyond the border the border goes on.
+// Interpolates bilinearly with a replicated border.
 static double Between(const ImageBuffer& image, double x, double y)
 {
     const int left = static_cast<int>(std::floor(x)), top = static_cast<int>(std::floor(y));
@@ -208,7 +208,7 @@ static double Between(const ImageBuffer& image, double x, double y)
                bottom_share;
 }
 
-// A smooth hill, on which interpolating more than once costs next to nothing.
+// A smooth hill, on which repeated interpolation loses hardly anything.
 static ImageBuffer Hill(int side)
 {
     ImageBuffer image = Plain(side, side, 1, 0);
@@ -219,7 +219,7 @@ static ImageBuffer Hill(int side)
     return image;
 }
 
-TEST(RadialBlur, IsTheMeanOverItsArc)
+TEST(RadialBlur, AveragesOverArc)
 {
     const ImageBuffer before = Hill(121);
     ImageBuffer image = before;
@@ -238,7 +238,7 @@ TEST(RadialBlur, IsTheMeanOverItsArc)
     }
 }
 
-TEST(ZoomBlur, IsTheMeanOfTheWayToTheMiddle)
+TEST(ZoomBlur, AveragesTowardsCentre)
 {
     const ImageBuffer before = Hill(121);
     ImageBuffer image = before;

@@ -1,4 +1,4 @@
-// Tests of taking one half picture out of an interlaced one.
+// Deinterlacing.
 #include "src/platform/image/transforms/filters/deinterlace.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@ static ImageBuffer FiveLines()
     return TestPicture(1, 5, 1, {10, 20, 31, 40, 50});
 }
 
-TEST(Deinterlace, RepeatsTheLineAbove)
+TEST(Deinterlace, CopiesLineAbove)
 {
     ImageBuffer odd = FiveLines(), even = FiveLines();
     EXPECT_TRUE(Deinterlace(odd, true, false) && Deinterlace(even, false, false));
@@ -20,7 +20,7 @@ TEST(Deinterlace, RepeatsTheLineAbove)
     EXPECT_EQ(even.bytes, (PixelBytes{20, 20, 20, 40, 40}));
 }
 
-TEST(Deinterlace, TakesTheMeanOfTheLinesAboveAndBelow)
+TEST(Deinterlace, AveragesLinesAboveAndBelow)
 {
     ImageBuffer odd = FiveLines(), even = FiveLines();
     EXPECT_TRUE(Deinterlace(odd, true, true) && Deinterlace(even, false, true));
@@ -28,7 +28,7 @@ TEST(Deinterlace, TakesTheMeanOfTheLinesAboveAndBelow)
     EXPECT_EQ(even.bytes, (PixelBytes{20, 20, 30, 40, 40}));
 }
 
-TEST(Deinterlace, LeavesTheOtherLinesAlphaAndAPictureOfOneLine)
+TEST(Deinterlace, KeepsOtherFieldAlphaAndSingleLine)
 {
     for (const int channels : kChannelCounts)
         for (const auto& [width, height] : kSizes)

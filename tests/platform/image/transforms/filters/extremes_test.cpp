@@ -1,4 +1,4 @@
-// Tests of the least and the greatest value around each pixel.
+// Minimum and maximum filters.
 #include "src/platform/image/transforms/filters/extremes.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ static int LeastAround(const ImageBuffer& image, int x, int y, int c, int size)
     return min;
 }
 
-TEST(FilterMinimal, TakesTheLeastOfTheSquareForEverySizeOfItAndOfThePicture)
+TEST(FilterMinimal, TakesMinimumOfWindowForAllSizes)
 {
     for (const int channels : kChannelCounts)
         for (const auto& [width, height] : kSizes)
@@ -38,7 +38,7 @@ TEST(FilterMinimal, TakesTheLeastOfTheSquareForEverySizeOfItAndOfThePicture)
             }
 }
 
-TEST(FilterMinimal, WorksInBandsAndStripsAsInOnePiece)
+TEST(FilterMinimal, GivesSameResultInBandsAndStrips)
 {
     ImageBuffer image = TestPicture(1100, 400, 3, {});
     image.bytes.assign(1100 * 400 * 3, 200);
@@ -60,7 +60,7 @@ TEST(FilterMinimal, WorksInBandsAndStripsAsInOnePiece)
         }
 }
 
-TEST(FilterMinimal, CoversAPictureThatIsSmallerThanTheSquare)
+TEST(FilterMinimal, HandlesPicturesSmallerThanWindow)
 {
     ImageBuffer image = RandomPicture(3, 3, 1);
     const std::uint8_t min = *std::min_element(image.bytes.begin(), image.bytes.end());
@@ -71,7 +71,7 @@ TEST(FilterMinimal, CoversAPictureThatIsSmallerThanTheSquare)
     }
 }
 
-TEST(FilterMaximal, IsTheNegativeOfTheLeastOfTheNegative)
+TEST(FilterMaximal, MirrorsFilterMinimal)
 {
     for (const int channels : kChannelCounts)
         for (const int size : {2, 5, 12, 256}) {
@@ -82,7 +82,7 @@ TEST(FilterMaximal, IsTheNegativeOfTheLeastOfTheNegative)
         }
 }
 
-TEST(Extremes, ChangeNothingForASquareOfOneOrLess)
+TEST(Extremes, ChangeNothingForWindowOfOnePixel)
 {
     for (const std::int32_t size : {1, 0, -1, -2147483647 - 1}) {
         ImageBuffer image = RandomPicture(9, 8, 4);

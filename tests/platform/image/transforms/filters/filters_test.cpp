@@ -1,4 +1,4 @@
-// Tests of the filters of 3 x 3 neighbours.
+// Filters with 3 x 3 kernels.
 #include "src/platform/image/transforms/filters/filters.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +16,7 @@ using namespace transforms;
 using Mask = std::array<double, 9>;
 using Operation = std::function<bool(ImageBuffer&)>;
 
-// Compares an operation with the weighted sum as its declaration gives it, slowly, for all sizes and
-// channels.
+// Compares an operation with a plain implementation of its declared formula, for all sizes and channels.
 static void ExpectMask(const Operation& operation, const Mask& mask,
                        const std::function<double(double)>& shown, double tolerance = 0.5000001)
 {
@@ -57,7 +56,7 @@ static Mask Divided(Mask mask, double by)
     return mask;
 }
 
-TEST(FilterDifference, LooksForRisesInEachOfItsEightDirections)
+TEST(FilterDifference, ShowsRisesInEachOfEightDirections)
 {
     const std::array<Mask, 8> masks{{{1, 1, 1, 1, -2, 1, -1, -1, -1},
                                      {1, 1, 1, 1, -2, -1, 1, -1, -1},
@@ -80,7 +79,7 @@ TEST(FilterDifference, FindsOppositeEdgesInOppositeDirections)
     EXPECT_EQ(down.bytes, (PixelBytes{0, 0, 0, 0}));
 }
 
-TEST(FilterHighPass, SharpensByTheMaskOfItsKind)
+TEST(FilterHighPass, SharpensByKernelOfItsKind)
 {
     const std::array<Mask, 3> masks{{{0, -1, 0, -1, 5, -1, 0, -1, 0},
                                      {-1, -1, -1, -1, 9, -1, -1, -1, -1},
@@ -90,7 +89,7 @@ TEST(FilterHighPass, SharpensByTheMaskOfItsKind)
                    Clipped);
 }
 
-TEST(FilterLowPass, SmoothsByTheMaskOfItsKind)
+TEST(FilterLowPass, SmoothsByKernelOfItsKind)
 {
     ExpectMask([](ImageBuffer& a) { return FilterLowPass(a, 0); }, Divided({1, 1, 1, 1, 1, 1, 1, 1, 1}, 9),
                Clipped);
@@ -100,14 +99,14 @@ TEST(FilterLowPass, SmoothsByTheMaskOfItsKind)
                Clipped);
 }
 
-TEST(FilterLaplas, ShowsTheAmountOfTheSecondDerivative)
+TEST(FilterLaplas, ShowsMagnitudeOfLaplacian)
 {
     ExpectMask([](ImageBuffer& a) { return FilterLaplas(a, 0); }, {-1, -1, -1, -1, 8, -1, -1, -1, -1},
                Amount);
     ExpectMask([](ImageBuffer& a) { return FilterLaplas(a, 1); }, {0, -1, 0, -1, 4, -1, 0, -1, 0}, Amount);
 }
 
-TEST(GradientFilters, ShowTheAmountOfTheSlopeAcrossTheirDirection)
+TEST(GradientFilters, ShowMagnitudeOfGradient)
 {
     ExpectMask([](ImageBuffer& a) { return FilterSobel(a, 0); }, {-1, 0, 1, -2, 0, 2, -1, 0, 1}, Amount);
     ExpectMask([](ImageBuffer& a) { return FilterSobel(a, 1); }, {-1, -2, -1, 0, 0, 0, 1, 2, 1}, Amount);
@@ -122,7 +121,7 @@ TEST(GradientFilters, ShowTheAmountOfTheSlopeAcrossTheirDirection)
                Amount, 0.65);
 }
 
-TEST(GradientFilters, FindAVerticalEdgeWhenTheyLookForVerticalOnesOnly)
+TEST(GradientFilters, FindVerticalEdgeOnlyInVerticalDirection)
 {
     const ImageBuffer edge = TestPicture(4, 3, 1, {10, 10, 30, 30, 10, 10, 30, 30, 10, 10, 30, 30});
     ImageBuffer vertical = edge, horizontal = edge;
@@ -144,7 +143,7 @@ TEST(FilterLineDetection, ShowsLinesOfItsDirection)
                    masks[static_cast<std::size_t>(n)], Amount);
 }
 
-TEST(FilterBlur, GoesItsShareOfTheWayToTheMean)
+TEST(FilterBlur, MovesValuesTowardsMean)
 {
     for (const double share : {0.1, 0.5, 1.0}) {
         Mask mask;
@@ -154,14 +153,14 @@ TEST(FilterBlur, GoesItsShareOfTheWayToTheMean)
     }
 }
 
-TEST(FilterSharpen, AddsItsShareOfTheDifferenceFromTheFourBeside)
+TEST(FilterSharpen, AddsShareOfLaplacian)
 {
     for (const double d : {0.1, 0.5, 1.0})
         ExpectMask([=](ImageBuffer& a) { return FilterSharpen(a, d); },
                    {0, -d, 0, -d, 1 + 4 * d, -d, 0, -d, 0}, Clipped, 0.52);
 }
 
-TEST(Filters, ChangeNothingAtTheirNeutralValues)
+TEST(Filters, ChangeNothingAtNeutralValues)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const int channels : kChannelCounts) {
@@ -174,7 +173,7 @@ TEST(Filters, ChangeNothingAtTheirNeutralValues)
     }
 }
 
-TEST(Filters, LeaveAnEvenAreaOrMakeItBlack)
+TEST(Filters, KeepFlatAreaOrMakeItBlack)
 {
     const ImageBuffer flat = TestPicture(2, 2, 1, {201, 201, 201, 201});
     const auto after = [&](const Operation& operation) {
@@ -194,7 +193,7 @@ TEST(Filters, LeaveAnEvenAreaOrMakeItBlack)
     }
 }
 
-TEST(Filters, TakeAnyNumberForItsNearestAndGiveAPicture)
+TEST(Filters, ClampNumbersAndGivePicture)
 {
     const ImageBuffer before = RandomPicture(3, 3, 4);
     for (const std::int32_t l : HostileLongs())
@@ -211,7 +210,7 @@ TEST(Filters, TakeAnyNumberForItsNearestAndGiveAPicture)
     }
 }
 
-TEST(Filters, DoNotShowWhereTheBandsOfALargePictureMeet)
+TEST(Filters, ShowNoSeamsBetweenBands)
 {
     const ImageBuffer before = RandomPicture(500, 700, 3);
     ImageBuffer image = before;

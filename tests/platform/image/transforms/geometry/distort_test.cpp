@@ -1,4 +1,4 @@
-// Perspective, skew and twirl: sizes, directions, formulas, and any angle at all.
+// Perspective, skew and twirl: sizes, directions, formulas, arbitrary angles.
 #include "src/platform/image/transforms/geometry/distort.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 
 static constexpr double kToRadians = 3.14159265358979323846 / 180;
 
-TEST(Perspective, OfNoAngleChangesNothing)
+TEST(Perspective, WithoutAngleChangesNothing)
 {
     const ImageBuffer before = RandomPicture(9, 6, 4);
     for (const double angle : {0.0, -0.0, std::nan("")}) {
@@ -21,7 +21,7 @@ TEST(Perspective, OfNoAngleChangesNothing)
     }
 }
 
-// How many pixels of a row or a column of a white picture are still white.
+// How many pixels of a row or column of a white picture are still white.
 static int White(const ImageBuffer& image, int line, bool is_row)
 {
     int n = 0;
@@ -30,7 +30,7 @@ static int White(const ImageBuffer& image, int line, bool is_row)
     return n;
 }
 
-TEST(Perspective, ShortensTheTopAboveZeroAndTheBottomBelow)
+TEST(Perspective, ShortensTopOrBottomWhenVertical)
 {
     ImageBuffer up = Plain(200, 100, 1, 255), down = up;
     ASSERT_TRUE(transforms::Perspective(up, true, 60));
@@ -42,7 +42,7 @@ TEST(Perspective, ShortensTheTopAboveZeroAndTheBottomBelow)
     EXPECT_NEAR(White(down, 99, true), 100, 2);
 }
 
-TEST(Perspective, ShortensTheRightAboveZeroOtherwise)
+TEST(Perspective, ShortensRightOrLeftOtherwise)
 {
     ImageBuffer image = Plain(100, 200, 3, 255);
     ASSERT_TRUE(transforms::Perspective(image, false, 60));
@@ -54,8 +54,8 @@ TEST(Perspective, ShortensTheRightAboveZeroOtherwise)
 
 TEST(Perspective, KeepsStraightLinesStraight)
 {
-    // A diagonal from corner to corner runs, after the tilt, from the short top's left end to the right
-    // bottom corner.
+    // After the tilt the diagonal runs from the left end of the shortened top edge to the bottom right
+    // corner.
     ImageBuffer image = Plain(200, 200, 1, 0);
     for (int y = 0; y < 200; ++y)
         for (int x = 0; x < y; ++x)
@@ -68,7 +68,7 @@ TEST(Perspective, KeepsStraightLinesStraight)
     }
 }
 
-TEST(Perspective, LeavesNothingWhereItUncoversAPictureWithAlpha)
+TEST(Perspective, UncoversTransparentPixelsWithAlpha)
 {
     ImageBuffer image = Plain(50, 50, 4, 255);
     ASSERT_TRUE(transforms::Perspective(image, true, 45));
@@ -78,7 +78,7 @@ TEST(Perspective, LeavesNothingWhereItUncoversAPictureWithAlpha)
         ASSERT_TRUE(image.bytes[i] == 255 || image.bytes[i + 3] == 0);  // no dark fringe
 }
 
-TEST(Skew, OfNoAngleChangesNothing)
+TEST(Skew, WithoutAngleChangesNothing)
 {
     const ImageBuffer before = RandomPicture(9, 6, 3);
     for (const double angle : {0.0, std::nan("")}) {
@@ -88,7 +88,7 @@ TEST(Skew, OfNoAngleChangesNothing)
     }
 }
 
-TEST(Skew, MovesTheTopBorderToTheRightByTheHeightAtFortyFiveDegrees)
+TEST(Skew, MovesTopRightByHeightAt45Degrees)
 {
     ImageBuffer image = Plain(40, 20, 1, 255);
     ASSERT_TRUE(transforms::Skew(image, false, 45));
@@ -100,7 +100,7 @@ TEST(Skew, MovesTheTopBorderToTheRightByTheHeightAtFortyFiveDegrees)
     EXPECT_EQ(ValueAt(image, 42, 19), 0);
 }
 
-TEST(Skew, MovesTheRightBorderDownWhenVertical)
+TEST(Skew, MovesRightEdgeDownWhenVertical)
 {
     ImageBuffer image = Plain(20, 40, 4, 255);
     ASSERT_TRUE(transforms::Skew(image, true, 45));
@@ -111,7 +111,7 @@ TEST(Skew, MovesTheRightBorderDownWhenVertical)
     EXPECT_EQ(ValueAt(image, 19, 58, 3), 255);
 }
 
-TEST(Skew, MovesTheOtherWayBelowZero)
+TEST(Skew, MovesOtherWayForNegativeAngle)
 {
     for (const auto& [width, height, channels] : Shapes()) {
         ImageBuffer left = RandomOpaque(width, height, 3), right = left;
@@ -128,7 +128,7 @@ TEST(Skew, MovesTheOtherWayBelowZero)
     }
 }
 
-TEST(Skew, StaysWithinWhatAPictureMayBe)
+TEST(Skew, StaysWithinSizeLimits)
 {
     ImageBuffer image = Plain(100, 5000, 1, 255);
     setenv("VARNEL_MAX_MEGAPIXELS", "1", 1);
@@ -141,7 +141,7 @@ TEST(Skew, StaysWithinWhatAPictureMayBe)
     EXPECT_EQ(ValueAt(image, 50, 4998), 255);
 }
 
-TEST(Twirl, OfNoAngleChangesNothing)
+TEST(Twirl, WithoutAngleChangesNothing)
 {
     const ImageBuffer before = RandomPicture(9, 6, 3);
     for (const double angle : {0.0, std::nan("")}) {
@@ -151,9 +151,9 @@ TEST(Twirl, OfNoAngleChangesNothing)
     }
 }
 
-TEST(Twirl, TurnsTheMiddleClockwiseAndLeavesTheBorder)
+TEST(Twirl, RotatesCentreClockwiseAndLeavesEdges)
 {
-    // A white upper half: next to the middle a quarter of a turn clockwise brings it to the right.
+    // The upper half is white; near the centre a quarter turn clockwise moves it to the right.
     ImageBuffer image = Plain(101, 101, 1, 0);
     std::fill_n(image.bytes.begin(), 50 * 101, std::uint8_t{255});
     ASSERT_TRUE(transforms::Twirl(image, 90));
@@ -163,9 +163,9 @@ TEST(Twirl, TurnsTheMiddleClockwiseAndLeavesTheBorder)
     EXPECT_EQ(ValueAt(image, 100, 80), 0);
 }
 
-TEST(Twirl, AgreesWithTheFormula)
+TEST(Twirl, MatchesFormula)
 {
-    // A slope, so that a place's error of a few hundredths of a pixel is a level at most.
+    // A gradient, so that a coordinate error of a few hundredths of a pixel is at most one level.
     ImageBuffer image = Plain(120, 80, 1, 0);
     for (int y = 0; y < 80; ++y)
         for (int x = 0; x < 120; ++x)
@@ -186,7 +186,7 @@ TEST(Twirl, AgreesWithTheFormula)
     }
 }
 
-TEST(Twirl, MovesNothingOutsideTheEllipse)
+TEST(Twirl, MovesNothingOutsideEllipse)
 {
     const ImageBuffer before = RandomPicture(301, 97, 3);
     ImageBuffer image = before;
@@ -196,7 +196,7 @@ TEST(Twirl, MovesNothingOutsideTheEllipse)
             EXPECT_EQ(ValueAt(image, i, j, 1), ValueAt(before, i, j, 1));
 }
 
-TEST(Distortions, ArePicturesForAnyAngle)
+TEST(Distortions, GivePictureForAnyAngle)
 {
     for (const double angle : HostileDoubles()) {
         for (const auto& [width, height, channels] : Shapes()) {

@@ -1,18 +1,18 @@
-// Mirrors: each pixel at its place, and twice is the picture again.
+// Flips in both directions.
 #include "src/platform/image/transforms/geometry/flip.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/platform/image/support/kernel_pictures.h"
 
-TEST(Flip, ExchangesTopAndBottomWhenVertical)
+TEST(Flip, SwapsTopAndBottomWhenVertical)
 {
     ImageBuffer image = GreyOf(2, 3, {1, 2, 3, 4, 5, 6});
     ASSERT_TRUE(transforms::Flip(image, true));
     EXPECT_EQ(BytesOf(image), (std::vector<int>{5, 6, 3, 4, 1, 2}));
 }
 
-TEST(Flip, ExchangesLeftAndRightOtherwise)
+TEST(Flip, SwapsLeftAndRightOtherwise)
 {
     ImageBuffer image = GreyOf(3, 2, {1, 2, 3, 4, 5, 6});
     ASSERT_TRUE(transforms::Flip(image, false));

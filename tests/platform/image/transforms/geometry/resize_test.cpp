@@ -1,4 +1,4 @@
-// Other sizes: against the formulas in doubles, and what a person would notice.
+// Resizing: compared with the formulas in doubles, and for visible artefacts.
 #include "src/platform/image/transforms/geometry/resize.h"
 
 #include <gtest/gtest.h>
@@ -17,19 +17,19 @@ static ImageBuffer Resized(ImageBuffer image, std::int32_t width, std::int32_t h
     return image;
 }
 
-TEST(Resize, RepeatsAndDropsPixelsByNearest)
+TEST(Resize, RepeatsAndDropsPixelsWithNearest)
 {
     EXPECT_EQ(BytesOf(Resized(GreyOf(2, 1, {10, 20}), 4, 2, 0)),
               (std::vector<int>{10, 10, 20, 20, 10, 10, 20, 20}));
     EXPECT_EQ(BytesOf(Resized(GreyOf(6, 1, {1, 2, 3, 4, 5, 6}), 2, 1, 0)), (std::vector<int>{2, 5}));
 }
 
-TEST(Resize, InterpolatesBetweenMiddlesByBilinear)
+TEST(Resize, InterpolatesBetweenPixelCentresWithBilinear)
 {
     EXPECT_EQ(BytesOf(Resized(GreyOf(2, 1, {0, 100}), 4, 1, 1)), (std::vector<int>{0, 25, 75, 100}));
 }
 
-TEST(Resize, ToItsOwnSizeChangesNothing)
+TEST(Resize, ToSameSizeChangesNothing)
 {
     for (const std::int32_t kind : {0, 1, 2}) {
         const ImageBuffer before = RandomPicture(13, 7, 4);
@@ -37,7 +37,7 @@ TEST(Resize, ToItsOwnSizeChangesNothing)
     }
 }
 
-TEST(Resize, KeepsAPlainPicturePlain)
+TEST(Resize, KeepsFlatPictureFlat)
 {
     for (const auto& [width, height, channels] : Shapes())
         for (const std::int32_t kind : {0, 1, 2})
@@ -54,7 +54,7 @@ static double Filter(double d, bool cubic)
     return d < 1 ? 1.5 * d * d * d - 2.5 * d * d + 1 : d < 2 ? -0.5 * d * d * d + 2.5 * d * d - 4 * d + 2 : 0;
 }
 
-// Both directions at once, over all source pixels.
+// Both directions at once, summing over all source pixels.
 static double Reference(const ImageBuffer& image, int width, int height, bool cubic, int x, int y, int c)
 {
     const double step_x = static_cast<double>(image.width) / width;
@@ -73,7 +73,7 @@ static double Reference(const ImageBuffer& image, int width, int height, bool cu
     return weights > 0.5 || image.channels != 4 ? std::min(255.0, std::max(0.0, sum / weights)) : -1;
 }
 
-TEST(Resize, AgreesWithTheFormulas)
+TEST(Resize, MatchesFormulas)
 {
     for (const auto& [width, height, channels] : Shapes()) {
         const ImageBuffer before =
@@ -85,7 +85,7 @@ TEST(Resize, AgreesWithTheFormulas)
                     for (int x = 0; x < to_width; ++x)
                         for (int c = 0; c < channels; ++c) {
                             const double expected = Reference(before, to_width, to_height, cubic, x, y, c);
-                            // Where the cubic's overshoot has left next to no alpha, the colour is anything.
+                            // Where the cubic's undershoot leaves hardly any alpha, the colour is arbitrary.
                             const bool transparent = channels == 4 && c < 3 && ValueAt(after, x, y, 3) < 8;
                             if (!transparent && expected >= 0) {
                                 ASSERT_NEAR(ValueAt(after, x, y, c), expected, 0.54)
@@ -97,7 +97,7 @@ TEST(Resize, AgreesWithTheFormulas)
     }
 }
 
-TEST(Resize, LeavesNoFalsePatternWhenItShrinks)
+TEST(Resize, DoesNotAliasWhenShrinking)
 {
     ImageBuffer stripes = Plain(64, 64, 1, 0);
     for (std::size_t i = 0; i < stripes.bytes.size(); i += 2)
@@ -109,7 +109,7 @@ TEST(Resize, LeavesNoFalsePatternWhenItShrinks)
     }
 }
 
-TEST(Resize, KeepsHiddenColoursOfTransparentPixelsOut)
+TEST(Resize, IgnoresHiddenColours)
 {
     ImageBuffer image = Plain(8, 8, 4, 0);
     for (std::size_t i = 0; i < image.bytes.size(); i += 8)
@@ -121,7 +121,7 @@ TEST(Resize, KeepsHiddenColoursOfTransparentPixelsOut)
     }
 }
 
-TEST(Resize, KeepsWhatStandsBesideThePixels)
+TEST(Resize, KeepsProfileResolutionAndMetadata)
 {
     ImageBuffer image = RandomPicture(4, 4, 3);
     image.icc_profile = {1, 2};
@@ -131,7 +131,7 @@ TEST(Resize, KeepsWhatStandsBesideThePixels)
     EXPECT_EQ(image.metadata.xmp.size(), 1U);
 }
 
-TEST(Resize, BringsNumbersToTheirNearestSense)
+TEST(Resize, ClampsArguments)
 {
     ImageBuffer image = RandomPicture(4, 4, 3), twin = image;
     ASSERT_TRUE(transforms::Resize(image, 0, INT32_MIN, -7, 0));
@@ -142,7 +142,7 @@ TEST(Resize, BringsNumbersToTheirNearestSense)
     EXPECT_TRUE(Equal(image, Resized(twin, 9, 9, 2)));
 }
 
-TEST(Resize, RefusesWhatIsLargerThanAPictureMayBe)
+TEST(Resize, RefusesSizesBeyondLimits)
 {
     const ImageBuffer before = RandomPicture(3, 3, 3);
     ImageBuffer image = before;
@@ -152,20 +152,20 @@ TEST(Resize, RefusesWhatIsLargerThanAPictureMayBe)
     EXPECT_TRUE(Equal(image, before));
 }
 
-TEST(Reproduce, LaysCopiesSideBySide)
+TEST(Reproduce, TilesReducedCopies)
 {
     ImageBuffer image = GreyOf(4, 2,
                                {10, 10, 30, 30,  //
                                 10, 10, 30, 30});
     ASSERT_TRUE(transforms::Reproduce(image, 2));
-    // Each pixel of the copy, two wide and one high, has its triangle reach half over its neighbour.
+    // In the 2x1 copy each pixel's triangle filter overlaps half of its neighbour.
     EXPECT_EQ(ValueAt(image, 0, 0), ValueAt(image, 2, 1));
     EXPECT_EQ(ValueAt(image, 1, 0), ValueAt(image, 3, 0));
     EXPECT_NEAR(ValueAt(image, 0, 0), 13, 1);
     EXPECT_NEAR(ValueAt(image, 1, 0), 27, 1);
 }
 
-TEST(Reproduce, RepeatsWhereTheSidesDivide)
+TEST(Reproduce, RepeatsExactlyIfSidesDivide)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         ImageBuffer image = RandomPicture(24, 12, channels);
@@ -176,7 +176,7 @@ TEST(Reproduce, RepeatsWhereTheSidesDivide)
     }
 }
 
-TEST(Reproduce, OnceChangesNothingAndNumbersBeyondTheRangeAreBroughtIntoIt)
+TEST(Reproduce, ClampsCopiesAndIgnoresOne)
 {
     const ImageBuffer before = RandomPicture(40, 33, 3);
     ImageBuffer once = before, below = before, max = before, above = before;
@@ -189,7 +189,7 @@ TEST(Reproduce, OnceChangesNothingAndNumbersBeyondTheRangeAreBroughtIntoIt)
     EXPECT_TRUE(Equal(max, above));
 }
 
-TEST(Reproduce, IsAPictureOfTheSameSizeForAnyNumber)
+TEST(Reproduce, KeepsSizeForAnyNumber)
 {
     for (const auto& [width, height, channels] : Shapes()) {
         for (const std::int32_t copies : HostileLongs()) {

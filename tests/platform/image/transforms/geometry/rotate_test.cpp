@@ -1,4 +1,4 @@
-// Turns: quarters exactly, all other angles against a slow reference.
+// Rotation: exact quarter turns, other angles compared with a slow reference.
 #include "src/platform/image/transforms/geometry/rotate.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 static constexpr Colour kBlack = 0;
 static constexpr Colour kRed = 255;
 
-TEST(Rotate, TurnsClockwiseByQuarters)
+TEST(Rotate, RotatesClockwiseByQuarters)
 {
     ImageBuffer image = GreyOf(3, 2, {1, 2, 3, 4, 5, 6});
     ASSERT_TRUE(transforms::Rotate(image, 90, kRed));
@@ -21,7 +21,7 @@ TEST(Rotate, TurnsClockwiseByQuarters)
     EXPECT_EQ(BytesOf(image), (std::vector<int>{4, 1, 5, 2, 6, 3}));
 }
 
-TEST(Rotate, TakesWholeTurnsOff)
+TEST(Rotate, TakesAngleModulo360)
 {
     const ImageBuffer before = RandomPicture(7, 5, 3);
     for (const double angle : {0.0, 360.0, -360.0, 3.6e9}) {
@@ -35,7 +35,7 @@ TEST(Rotate, TakesWholeTurnsOff)
     EXPECT_TRUE(Equal(left, right));
 }
 
-TEST(Rotate, FourQuartersAreThePictureAgain)
+TEST(Rotate, RestoresPictureAfterFourQuarters)
 {
     for (const auto& [width, height, channels] : Shapes()) {
         const ImageBuffer before = RandomPicture(width, height, channels);
@@ -46,7 +46,7 @@ TEST(Rotate, FourQuartersAreThePictureAgain)
     }
 }
 
-TEST(Rotate, GrowsTheCanvasToHoldAll)
+TEST(Rotate, GrowsCanvasToFit)
 {
     ImageBuffer image = RandomPicture(40, 20, 3);
     ASSERT_TRUE(transforms::Rotate(image, 30, kBlack));
@@ -54,7 +54,7 @@ TEST(Rotate, GrowsTheCanvasToHoldAll)
     EXPECT_EQ(image.height, 38);  // 40 sin 30 + 20 cos 30 = 37.3
 }
 
-// The header's formula, literally, in doubles.
+// The header's formula in doubles.
 static double Reference(const ImageBuffer& image, const ImageBuffer& canvas, double angle, int x, int y,
                         int c, int outside)
 {
@@ -75,7 +75,7 @@ static double Reference(const ImageBuffer& image, const ImageBuffer& canvas, dou
     return sum;
 }
 
-TEST(Rotate, AgreesWithTheFormulaWithinTheMapsResolution)
+TEST(Rotate, MatchesFormulaWithinResolutionOfMap)
 {
     for (const auto& [width, height, channels] : Shapes()) {
         for (const double angle : {30.0, -47.0, 135.5, 271.25}) {
@@ -93,7 +93,7 @@ TEST(Rotate, AgreesWithTheFormulaWithinTheMapsResolution)
     }
 }
 
-TEST(Rotate, LaysTheBackgroundIntoTheCorners)
+TEST(Rotate, FillsCornersWithBackground)
 {
     ImageBuffer image = Plain(20, 20, 4, 200);
     ASSERT_TRUE(transforms::Rotate(image, 45, 0x030201));  // red 1, green 2, blue 3
@@ -105,7 +105,7 @@ TEST(Rotate, LaysTheBackgroundIntoTheCorners)
     EXPECT_EQ(ValueAt(image, 14, 14, 3), 200);
 }
 
-TEST(Rotate, MakesAGreyPictureColouredOnlyForAColour)
+TEST(Rotate, WidensGreyPictureOnlyForColouredBackground)
 {
     ImageBuffer grey = Plain(9, 9, 1, 50), coloured = grey;
     coloured.icc_profile = {1, 2, 3};
@@ -119,7 +119,7 @@ TEST(Rotate, MakesAGreyPictureColouredOnlyForAColour)
     EXPECT_EQ(ValueAt(coloured, 5, 5, 2), 50);
 }
 
-TEST(Rotate, KeepsHiddenColoursOfTransparentPixelsOut)
+TEST(Rotate, IgnoresHiddenColours)
 {
     ImageBuffer image = Plain(8, 8, 4, 255);
     for (std::size_t i = 0; i < image.bytes.size(); i += 8)
@@ -129,7 +129,7 @@ TEST(Rotate, KeepsHiddenColoursOfTransparentPixelsOut)
         ASSERT_TRUE(image.bytes[i] == 255 || image.bytes[i + 3] == 0);
 }
 
-TEST(Rotate, IsAPictureForAnyAngle)
+TEST(Rotate, GivesPictureForAnyAngle)
 {
     for (const double angle : HostileDoubles()) {
         for (const auto& [width, height, channels] : Shapes()) {
@@ -140,7 +140,7 @@ TEST(Rotate, IsAPictureForAnyAngle)
     }
 }
 
-TEST(Rotate, RefusesACanvasBeyondTheLimits)
+TEST(Rotate, RefusesCanvasBeyondLimits)
 {
     ImageBuffer image = Plain(65500, 10, 1, 7);
     EXPECT_TRUE(transforms::Rotate(image, 90, kBlack));

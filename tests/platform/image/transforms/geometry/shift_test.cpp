@@ -1,4 +1,4 @@
-// Moving a picture in its frame, and cutting its borders.
+// Shift and autocrop.
 #include "src/platform/image/transforms/geometry/shift.h"
 
 #include <gtest/gtest.h>
@@ -14,14 +14,14 @@ TEST(Shift, MovesRightAndDown)
     EXPECT_EQ(BytesOf(image), (std::vector<int>{0, 0, 0, 0, 0, 0, 0, 1, 2}));
 }
 
-TEST(Shift, MovesLeftAndUpByNegativeNumbers)
+TEST(Shift, MovesLeftAndUpForNegativeNumbers)
 {
     ImageBuffer image = GreyOf(3, 3, {1, 2, 3, 4, 5, 6, 7, 8, 9});
     ASSERT_TRUE(transforms::Shift(image, -1, -1, 0x090909));
     EXPECT_EQ(BytesOf(image), (std::vector<int>{5, 6, 9, 8, 9, 9, 9, 9, 9}));
 }
 
-TEST(Shift, ByNothingChangesNothingWhateverTheBackground)
+TEST(Shift, ByZeroChangesNothing)
 {
     const ImageBuffer before = RandomPicture(5, 4, 1);
     ImageBuffer image = before;
@@ -29,7 +29,7 @@ TEST(Shift, ByNothingChangesNothingWhateverTheBackground)
     EXPECT_TRUE(Equal(image, before));
 }
 
-TEST(Shift, PutsEachPixelAtItsPlaceOrTheBackground)
+TEST(Shift, MovesPixelsAndFillsWithBackground)
 {
     for (const auto& [width, height, channels] : Shapes()) {
         for (const std::int32_t shift_x : {-40, -3, -1, 0, 2, 33}) {
@@ -51,7 +51,7 @@ TEST(Shift, PutsEachPixelAtItsPlaceOrTheBackground)
     }
 }
 
-TEST(Shift, BeyondTheFrameLeavesOnlyTheBackground)
+TEST(Shift, BeyondFrameLeavesOnlyBackground)
 {
     for (const std::int32_t far : {INT32_MIN, INT32_MAX, 32767}) {
         ImageBuffer image = RandomPicture(5, 4, 1);
@@ -62,7 +62,7 @@ TEST(Shift, BeyondTheFrameLeavesOnlyTheBackground)
     }
 }
 
-TEST(Autocrop, CutsTheBordersOfTheCornersColour)
+TEST(Autocrop, CropsBordersOfCornerColour)
 {
     ImageBuffer image = GreyOf(5, 4, {7, 7, 7, 7, 7,  //
                                       7, 7, 1, 7, 7,  //
@@ -74,7 +74,7 @@ TEST(Autocrop, CutsTheBordersOfTheCornersColour)
     EXPECT_EQ(BytesOf(image), (std::vector<int>{7, 1, 2, 7}));
 }
 
-TEST(Autocrop, TakesTheColourOfMostCorners)
+TEST(Autocrop, UsesMostFrequentCornerColour)
 {
     ImageBuffer image = GreyOf(3, 3,
                                {1, 7, 7,  //
@@ -84,7 +84,7 @@ TEST(Autocrop, TakesTheColourOfMostCorners)
     EXPECT_EQ(BytesOf(image), (std::vector<int>{1, 7, 1, 2}));
 }
 
-TEST(Autocrop, LeavesAPictureOfOneColour)
+TEST(Autocrop, LeavesPictureOfOneColour)
 {
     for (const auto& [width, height, channels] : Shapes()) {
         ImageBuffer image = Plain(width, height, channels, 90);
@@ -93,7 +93,7 @@ TEST(Autocrop, LeavesAPictureOfOneColour)
     }
 }
 
-TEST(Autocrop, LeavesAPictureWithoutABorder)
+TEST(Autocrop, LeavesPictureWithoutBorder)
 {
     const ImageBuffer before = GreyOf(2, 2, {1, 2, 3, 4});
     ImageBuffer image = before;
@@ -101,7 +101,7 @@ TEST(Autocrop, LeavesAPictureWithoutABorder)
     EXPECT_TRUE(Equal(image, before));
 }
 
-TEST(Autocrop, FindsAPictureInAnyFrame)
+TEST(Autocrop, FindsPictureInAnyFrame)
 {
     for (const auto& [width, height, channels] : Shapes()) {
         const ImageBuffer inside = RandomOpaque(width, height, channels, 3);
@@ -117,7 +117,7 @@ TEST(Autocrop, FindsAPictureInAnyFrame)
     }
 }
 
-TEST(Autocrop, TakesTransparentPixelsForOneColour)
+TEST(Autocrop, TreatsTransparentPixelsAsOneColour)
 {
     ImageBuffer image = RandomPicture(5, 5, 4);
     for (std::size_t i = 3; i < image.bytes.size(); i += 4)

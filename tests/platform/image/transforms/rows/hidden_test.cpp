@@ -1,4 +1,4 @@
-// Tests of the colours that hidden pixels lend.
+// Colours given to hidden pixels.
 #include "src/platform/image/transforms/rows/hidden.h"
 
 #include <gtest/gtest.h>
@@ -7,9 +7,9 @@
 
 using transforms::HiddenColours;
 
-TEST(HiddenColours, AreThoseOfTheVisiblePixelsOfTheSmallestSquare)
+TEST(HiddenColours, AreMeansOfVisiblePixelsInSmallestBlock)
 {
-    // The second pixel shares a square of two with the visible one, the others one of four.
+    // The second pixel shares a 2x2 block with the visible one, the others a 4x4 block.
     ImageBuffer image = TestPicture(4, 1, 4, {10, 20, 30, 255, 0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 0});
     HiddenColours hidden(image);
     EXPECT_EQ(BytesOf(image),
@@ -17,7 +17,7 @@ TEST(HiddenColours, AreThoseOfTheVisiblePixelsOfTheSmallestSquare)
     hidden.Forget();
 }
 
-TEST(HiddenColours, AreMeansThatWeighByAlpha)
+TEST(HiddenColours, AreWeightedByAlpha)
 {
     ImageBuffer image = TestPicture(2, 2, 4, {0, 0, 0, 100, 90, 90, 90, 50, 7, 7, 7, 0, 8, 8, 8, 0});
     HiddenColours hidden(image);
@@ -26,7 +26,7 @@ TEST(HiddenColours, AreMeansThatWeighByAlpha)
     EXPECT_EQ(ValueAt(image, 1, 0), 90);
 }
 
-TEST(HiddenColours, GiveTheirOwnBackUnlessToldToForget)
+TEST(HiddenColours, AreRestoredUnlessForgotten)
 {
     ImageBuffer before = RandomPicture(21, 14, 4);
     for (std::size_t i = 3; i < before.bytes.size(); i += 12)
@@ -42,7 +42,7 @@ TEST(HiddenColours, GiveTheirOwnBackUnlessToldToForget)
     EXPECT_FALSE(Equal(image, before));
 }
 
-TEST(HiddenColours, AreLeftWhereNothingOrAllIsHidden)
+TEST(HiddenColours, StayIfNoneOrAllPixelsAreHidden)
 {
     ImageBuffer opaque = RandomOpaque(9, 7, 4), clear = RandomPicture(9, 7, 4);
     for (std::size_t i = 3; i < clear.bytes.size(); i += 4)

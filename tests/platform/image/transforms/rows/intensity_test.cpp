@@ -1,4 +1,4 @@
-// Tests of intensity and of the threshold on it.
+// Intensity and threshold.
 #include "src/platform/image/transforms/rows/intensity.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 
 using namespace transforms;
 
-TEST(Intensity, WeighsGreenMostAndBlueLeast)
+TEST(Intensity, WeightsGreenMostAndBlueLeast)
 {
     ImageBuffer image = TestPicture(4, 1, 3, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255});
 
@@ -18,7 +18,7 @@ TEST(Intensity, WeighsGreenMostAndBlueLeast)
     EXPECT_EQ(image.bytes, (PixelBytes{29, 29, 29, 150, 150, 150, 76, 76, 76, 255, 255, 255}));
 }
 
-TEST(Intensity, AgreesWithTheFormulaOverRandomPixels)
+TEST(Intensity, MatchesFormulaOnRandomPixels)
 {
     for (const int channels : {3, 4})
         for (const auto& [width, height] : kSizes) {
@@ -36,7 +36,7 @@ TEST(Intensity, AgreesWithTheFormulaOverRandomPixels)
         }
 }
 
-TEST(Intensity, LeavesGreysOfAnyLevel)
+TEST(Intensity, LeavesGreysUnchanged)
 {
     for (unsigned n = 0; n < 256; ++n)
         EXPECT_EQ(IntensityOfPixel(n, n, n), n);
@@ -46,7 +46,7 @@ TEST(Intensity, LeavesGreysOfAnyLevel)
     EXPECT_EQ(image.bytes, before);
 }
 
-TEST(Threshold, TurnsWhatIsAboveItWhiteAndTheRestBlack)
+TEST(Threshold, MakesPixelsAboveLevelWhiteAndOthersBlack)
 {
     ImageBuffer grey = TestPicture(3, 1, 1, {99, 100, 101});
     ImageBuffer colour = TestPicture(2, 1, 4, {255, 0, 0, 9, 0, 255, 0, 8});
@@ -58,7 +58,7 @@ TEST(Threshold, TurnsWhatIsAboveItWhiteAndTheRestBlack)
     EXPECT_EQ(colour.bytes, (PixelBytes{0, 0, 0, 9, 255, 255, 255, 8}));
 }
 
-TEST(Threshold, LeavesNothingWhiteAtTheTopAndOnlyBlackBlackAtTheBottom)
+TEST(Threshold, HandlesBothEndsOfRange)
 {
     ImageBuffer top = TestPicture(3, 1, 1, {0, 1, 255}), bottom = top;
     EXPECT_TRUE(Threshold(top, 255) && Threshold(bottom, 0));
