@@ -54,7 +54,8 @@ TEST(BadInput, IsRejectedByEveryFormat)
         if (!sWhole.empty()) {
             const std::string sBytes = objFolder.sRead("whole." + sExtension);
             ASSERT_GT(sBytes.size(), 60u) << sExtension;
-            objFolder.sWrite("in/half." + sExtension, sBytes.substr(0, sBytes.size() / 2));
+            if (sExtension != "jpg")  // see BadInput.ShowsTheUpperHalfOfAJpeg
+                objFolder.sWrite("in/half." + sExtension, sBytes.substr(0, sBytes.size() / 2));
             objFolder.sWrite("in/head." + sExtension, sBytes.substr(0, 20));
         }
         fs::create_directories(objFolder.Root() / "out");
@@ -65,6 +66,22 @@ TEST(BadInput, IsRejectedByEveryFormat)
         EXPECT_EQ(objOutcome.lStatus, 0) << sExtension;
         EXPECT_TRUE(fs::is_empty(objFolder.Root() / "out")) << sExtension;
     }
+}
+
+TEST(BadInput, ShowsTheUpperHalfOfAJpeg)
+{
+    const ScratchFolder objFolder;
+    sWholeFile(objFolder, kFormats[0]);
+    const std::string sBytes = objFolder.sRead("whole.jpg");
+    objFolder.sWrite("half.jpg", sBytes.substr(0, sBytes.size() / 2));
+
+    objVarnel(objFolder, {"/S", objFolder.sPath("whole.jpg"), "/T", objFolder.sPath("whole.ras")});
+    objVarnel(objFolder, {"/S", objFolder.sPath("half.jpg"), "/T", objFolder.sPath("half.ras")});
+
+    const std::string sWhole = objFolder.sRead("whole.ras"), sHalf = objFolder.sRead("half.ras");
+    ASSERT_EQ(sHalf.size(), sWhole.size());
+    EXPECT_EQ(sHalf.substr(0, sHalf.size() / 4), sWhole.substr(0, sWhole.size() / 4));
+    EXPECT_NE(sHalf, sWhole);
 }
 
 TEST(BadInput, NeverOverwritesATargetThatIsAFolder)

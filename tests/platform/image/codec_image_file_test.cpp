@@ -93,7 +93,7 @@ TEST(Load, LeavesBufferUntouchedIfFileIsRefused)
 {
     Library lib;
     ImageBuffer image = Pattern(5, 4, 3);
-    for (const char* name : {"jpeg/cut/in-pixels.jpg", "jpeg/none.jpg", "jpeg/make.py", "jpeg"})
+    for (const char* name : {"jpeg/cut/no-pixels.jpg", "jpeg/none.jpg", "jpeg/make.py", "jpeg"})
         EXPECT_FALSE(lib.image_file.LoadImage(SamplePath(name), image)) << name;
     EXPECT_EQ(DifferenceBetween(image, Pattern(5, 4, 3)).greatest, 0);
     EXPECT_EQ(lib.image_file.GetFrameCount(SamplePath("jpeg/none.jpg")), 0);

@@ -67,10 +67,26 @@ picture.transpose(Image.ROTATE_90).save('good/pil-turned.jpg', quality=95, exif=
 for name, within in (('pil-cmyk', 5), ('pil-cmyk-plain', 5), ('im-ycck', 5), ('pil-turned', 4)):
     pam(f'good/{name}.jpg', picture, f'# on average within {within}\n')
 
+# Incomplete files show what is there. djpeg warns, and so returns 2.
 good = open('good/cjpeg-baseline.jpg', 'rb').read()
-open('cut/in-pixels.jpg', 'wb').write(good[:len(good) * 2 // 3])
-open('cut/no-end.jpg', 'wb').write(good[:-2])
-open('cut/end-too-soon.jpg', 'wb').write(good[:len(good) * 2 // 3] + b'\xff\xd9')
+progressive = open('good/cjpeg-progressive.jpg', 'rb').read()
+third_scan = progressive.index(b'\xff\xda', progressive.index(b'\xff\xda', progressive.index(b'\xff\xda') + 1) + 1)
+for name, data in (('cut-in-pixels', good[:len(good) * 2 // 3]),
+                   ('no-end', good[:-2]),
+                   ('end-too-soon', good[:len(good) * 2 // 3] + b'\xff\xd9'),
+                   ('scans-missing', progressive[:third_scan] + b'\xff\xd9')):
+    open(f'good/hand-{name}.jpg', 'wb').write(data)
+    done = subprocess.run(['djpeg', '-outfile', 'seen.ppm', f'good/hand-{name}.jpg'], capture_output=True)
+    assert done.returncode in (0, 2)
+    pam(f'good/hand-{name}.jpg', Image.open('seen.ppm'))
+os.remove('seen.ppm')
+
+# Files without picture data.
+scan = good.index(b'\xff\xda')
+pixels = scan + 2 + struct.unpack('>H', good[scan + 2:scan + 4])[0]
+open('cut/in-header.jpg', 'wb').write(good[:scan - 30])
+open('cut/no-pixels.jpg', 'wb').write(good[:pixels])
+open('cut/end-before-pixels.jpg', 'wb').write(good[:pixels] + b'\xff\xd9')
 at = good.index(b'\xff\xc0')
 open('lying/size.jpg', 'wb').write(good[:at + 5] + struct.pack('>HH', 20000, 20000) + good[at + 9:])
 open('lying/too-large.jpg', 'wb').write(good[:at + 5] + struct.pack('>HH', 65535, 65535) + good[at + 9:])

@@ -4,10 +4,9 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Reading refuses truncated files, including those that only lack the end marker: half a picture mustn't
-/// pass for a whole one, since the caller may delete the source. Damage that the decoder resynchronises after
-/// (a bad code, a lost restart marker, extra bytes) is decoded as far as possible, as other programs do. A
-/// progressive file with more scans than any encoder makes is refused.
+/// Damaged and truncated files are decoded as far as possible, as browsers do: blocks without data are grey,
+/// and missing progressive scans cost detail. A file without any picture data is refused, and so is one with
+/// more scans than any encoder makes.
 ///
 /// Writes baseline files with the standard tables: 4:2:0 below quality 90, 4:4:4 from 90, grey as grey; with
 /// density, EXIF, XMP, IPTC and profile. A block too long for its segments is left out.

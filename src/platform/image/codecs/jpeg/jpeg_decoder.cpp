@@ -18,9 +18,10 @@
 
 // A Huffman code has at least one bit, and a block of 8x8 pixels at least one code.
 static constexpr std::uint64_t kMaxPixelsPerByte = 512;
-// Encoders make about ten scans. Each scan visits all blocks, however few bytes it has.
-static constexpr std::uint64_t kMaxScans = 500;
-static constexpr std::uint64_t kMaxBlockVisits = 1'000'000'000;
+// Encoders make about ten scans. Each visits all blocks of its components, however few bytes it has, at up to
+// 80 ns a block. The limit is about ten seconds; ten scans of the largest picture make 112 million visits.
+static constexpr int kMaxScans = 500;
+static constexpr std::uint64_t kMaxBlockVisits = 125'000'000;
 static constexpr std::size_t kRowsAtOnce = 16;
 // Bytes by which the coefficients may exceed the picture before they are freed progressively. Freeing has a
 // price: the next picture has to fault the memory in again.
@@ -29,37 +30,58 @@ static constexpr std::uint64_t kMaxOverPicture = std::uint64_t{16} << 20;
 // The whole file is in memory, so the source needs no setup, refill or cleanup.
 static void StartSource(j_decompress_ptr) {}
 
-static boolean FailAtEnd(j_decompress_ptr jpeg)
+// A truncated file gets an end marker, so that libjpeg outputs what it has.
+static boolean EndAtMarker(j_decompress_ptr jpeg)
 {
-    FailJpeg(reinterpret_cast<j_common_ptr>(jpeg));
+    static constexpr std::array<JOCTET, 2> kEnd = {0xFF, JPEG_EOI};
+    jpeg->src->next_input_byte = kEnd.data();
+    jpeg->src->bytes_in_buffer = kEnd.size();
+    return TRUE;
 }
 
 static void SkipBytes(j_decompress_ptr jpeg, long count)
 {
     if (count <= 0)
         return;
-    if (static_cast<std::size_t>(count) > jpeg->src->bytes_in_buffer)
-        FailJpeg(reinterpret_cast<j_common_ptr>(jpeg));
-    jpeg->src->next_input_byte += count;
-    jpeg->src->bytes_in_buffer -= static_cast<std::size_t>(count);
+    const std::size_t skipped = std::min(static_cast<std::size_t>(count), jpeg->src->bytes_in_buffer);
+    jpeg->src->next_input_byte += skipped;
+    jpeg->src->bytes_in_buffer -= skipped;
+}
+
+static std::uint64_t BlockCount(const jpeg_component_info& component)
+{
+    return static_cast<std::uint64_t>(component.width_in_blocks) * component.height_in_blocks;
 }
 
 static std::uint64_t BlockCount(const jpeg_decompress_struct& jpeg)
 {
     std::uint64_t sum = 0;
-    for (int i = 0; i < jpeg.num_components; ++i) {
-        const jpeg_component_info& component = jpeg.comp_info[i];
-        sum += static_cast<std::uint64_t>(component.width_in_blocks) * component.height_in_blocks;
-    }
+    for (int i = 0; i < jpeg.num_components; ++i)
+        sum += BlockCount(jpeg.comp_info[i]);
     return sum;
 }
 
-// Progress callback while scans are read.
+namespace
+{
+// libjpeg's progress monitor, which limits the time spent on scans.
+struct ScanBudget {
+    jpeg_progress_mgr manager{};  // first, so that libjpeg's pointer to it also points to the whole struct
+    int last_scan = 0;
+    std::uint64_t block_visits = 0;
+};
+}  // namespace
+
+// Called for every row of blocks while scans are read.
 static void WatchScans(j_common_ptr common)
 {
     const auto& jpeg = *reinterpret_cast<j_decompress_ptr>(common);
-    const auto scan = static_cast<std::uint64_t>(jpeg.input_scan_number);
-    if (scan > kMaxScans || scan * BlockCount(jpeg) > kMaxBlockVisits)
+    auto& budget = *reinterpret_cast<ScanBudget*>(jpeg.progress);
+    if (jpeg.input_scan_number == budget.last_scan)
+        return;
+    budget.last_scan = jpeg.input_scan_number;
+    for (int i = 0; i < jpeg.comps_in_scan; ++i)
+        budget.block_visits += BlockCount(*jpeg.cur_comp_info[i]);
+    if (budget.last_scan > kMaxScans || budget.block_visits > kMaxBlockVisits)
         FailJpeg(common);
 }
 
@@ -69,7 +91,7 @@ namespace
 struct Decompressor {
     JpegErrors errors{};
     jpeg_source_mgr source{};
-    jpeg_progress_mgr progress{};
+    ScanBudget budget{};
     JpegCoefficients coefficients{};
     jpeg_decompress_struct jpeg{};
 
@@ -78,11 +100,11 @@ struct Decompressor {
         source.next_input_byte = file.data();
         source.bytes_in_buffer = file.size();
         source.init_source = StartSource;
-        source.fill_input_buffer = FailAtEnd;
+        source.fill_input_buffer = EndAtMarker;
         source.skip_input_data = SkipBytes;
         source.resync_to_restart = jpeg_resync_to_restart;
         source.term_source = StartSource;
-        progress.progress_monitor = WatchScans;
+        budget.manager.progress_monitor = WatchScans;
         jpeg.err = Install(errors);
     }
     ~Decompressor() { jpeg_destroy_decompress(&jpeg); }
@@ -94,7 +116,7 @@ struct Decompressor {
         return Try(errors, [this] {
             jpeg_create_decompress(&jpeg);
             jpeg.src = &source;
-            jpeg.progress = &progress;
+            jpeg.progress = &budget.manager;
             jpeg_read_header(&jpeg, TRUE);
         });
     }
@@ -156,6 +178,25 @@ static bool DecodeInkRows(Decompressor& decompressor, Bytes profile, ImageBuffer
     });
 }
 
+// True if only the first unit of blocks may have data: all pixels outside it are alike. libjpeg fills a unit
+// whose data stops with zeros, which isn't grey.
+static bool IsEmptyPicture(const jpeg_decompress_struct& jpeg, const ImageBuffer& image)
+{
+    const auto left = static_cast<std::size_t>(std::min(image.width, jpeg.max_h_samp_factor * DCTSIZE));
+    const auto top = static_cast<std::size_t>(std::min(image.height, jpeg.max_v_samp_factor * DCTSIZE));
+    const auto pixel = static_cast<std::size_t>(image.channels);
+    const std::size_t stride = static_cast<std::size_t>(image.width) * pixel;
+    const Bytes bytes(image.bytes);
+    const Bytes fill = bytes.last(pixel);
+    for (std::size_t at = 0; at < bytes.size(); at += pixel) {
+        const bool first_unit = at / stride < top && at % stride / pixel < left;
+        if (!first_unit &&
+            !std::equal(fill.begin(), fill.end(), bytes.begin() + static_cast<std::ptrdiff_t>(at)))
+            return false;
+    }
+    return true;
+}
+
 static void SetResolution(const jpeg_decompress_struct& jpeg, ImageBuffer& image)
 {
     const double inch = jpeg.density_unit == 1 ? 1 : jpeg.density_unit == 2 ? 2.54 : 0;
@@ -172,7 +213,7 @@ static void SetResolution(const jpeg_decompress_struct& jpeg, ImageBuffer& image
 bool JpegDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
     const std::uint64_t pixels = static_cast<std::uint64_t>(segments_.width) * segments_.height;
-    if (frame != 0 || !IsSizeAllowed(segments_.width, segments_.height) ||
+    if (frame != 0 || !IsSizeAllowed(segments_.width, segments_.height) || segments_.bytes_of_scans == 0 ||
         (!segments_.arithmetic && pixels / kMaxPixelsPerByte > segments_.bytes_of_scans))
         return false;
     Decompressor decompressor(file_);
@@ -198,7 +239,7 @@ bool JpegDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
     }
     const bool done = has_inks ? DecodeInkRows(decompressor, segments_.icc_profile, result)
                                : DecodeRows(decompressor, result);
-    if (!done)
+    if (!done || (decompressor.errors.ends_in_first_rows && IsEmptyPicture(jpeg, result)))
         return false;
     if (!has_inks && ProfileFits(segments_.icc_profile, result.channels))
         result.icc_profile = segments_.icc_profile;
@@ -214,7 +255,7 @@ std::unique_ptr<ImageDecoder> OpenJpeg(InputFile& file)
     constexpr std::uint64_t kLargestFile = std::uint64_t{4} << 30;
     if (file.Size() > kLargestFile)
         return nullptr;
-    const Bytes bytes = file.All();
+    const Bytes bytes = WithoutTruncatedSegment(file.All());
     JpegSegments segments = ReadSegments(bytes);
     if (!segments.has_frame)
         return nullptr;

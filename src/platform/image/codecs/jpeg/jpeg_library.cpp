@@ -8,15 +8,16 @@ void FailJpeg(j_common_ptr jpeg)
     std::longjmp(reinterpret_cast<JpegErrors*>(jpeg->err)->return_point, 1);
 }
 
-// Warnings have level -1. A marker inside a scan's data means that the rest of the scan is missing, unless it
-// is a restart marker: then only the data before it is damaged.
-static void OnMessage(j_common_ptr jpeg, int level)
+// Warnings have level -1. libjpeg leaves blocks without data grey and goes on, so a truncated picture shows
+// what is there. We only note if that may be nothing. A restart marker ends just its interval.
+static void OnMessage(j_common_ptr common, int level)
 {
-    if (level >= 0 || jpeg->err->msg_code != JWRN_HIT_MARKER || !jpeg->is_decompressor)
+    if (level >= 0 || common->err->msg_code != JWRN_HIT_MARKER || !common->is_decompressor)
         return;
-    const int marker = reinterpret_cast<j_decompress_ptr>(jpeg)->unread_marker;
-    if (marker < JPEG_RST0 || marker > JPEG_RST0 + 7)
-        FailJpeg(jpeg);
+    const auto& jpeg = *reinterpret_cast<j_decompress_ptr>(common);
+    const bool restart = jpeg.unread_marker >= JPEG_RST0 && jpeg.unread_marker <= JPEG_RST0 + 7;
+    if (!restart && jpeg.input_scan_number <= 1 && jpeg.input_iMCU_row == 0)
+        reinterpret_cast<JpegErrors*>(common->err)->ends_in_first_rows = true;
 }
 
 static void IgnoreMessage(j_common_ptr) {}

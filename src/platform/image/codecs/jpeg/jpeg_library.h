@@ -12,6 +12,7 @@
 struct JpegErrors {
     jpeg_error_mgr manager;  // first, so that libjpeg's pointer to it also points to the whole struct
     std::jmp_buf return_point;
+    bool ends_in_first_rows;  ///< the first scan's data stops within its first row of blocks
 };
 
 /// Sets up the manager and returns the pointer for a libjpeg object's err field.

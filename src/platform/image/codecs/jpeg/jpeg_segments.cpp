@@ -100,6 +100,44 @@ static void ReadFrame(Bytes segment, std::uint8_t marker, JpegSegments& segments
     segments.arithmetic = marker > 0xC8;
 }
 
+// True for stuffed zeros, restart markers and others without a length.
+static bool HasNoSegment(std::uint8_t marker)
+{
+    return marker == 0x00 || marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
+}
+
+// True if an end marker comes next.
+static bool IsEnd(Bytes rest)
+{
+    return rest.size() >= 2 && rest[0] == 0xFF && rest[1] == 0xD9;
+}
+
+Bytes WithoutTruncatedSegment(Bytes file)
+{
+    if (file.size() < 2 || IsEnd(file.last(2)))
+        return file;
+    auto at = file.begin();
+    while ((at = std::find(at, file.end(), 0xFF)) != file.end()) {
+        const Bytes rest(at, file.end());
+        const std::uint8_t marker = rest.size() > 1 ? rest[1] : std::uint8_t{0};
+        if (IsEnd(rest))
+            return file;
+        if (marker == 0xFF) {
+            ++at;
+            continue;
+        }
+        std::size_t size = 2;
+        if (!HasNoSegment(marker) && rest.size() >= 4)
+            size += rest[2] * 256u + rest[3];
+        else if (!HasNoSegment(marker))
+            size = rest.size() + 1;
+        if (size > rest.size())
+            return Bytes(file.begin(), at);
+        at += static_cast<std::ptrdiff_t>(size);
+    }
+    return file;
+}
+
 JpegSegments ReadSegments(Bytes file)
 {
     JpegSegments segments;
@@ -114,17 +152,16 @@ JpegSegments ReadSegments(Bytes file)
             continue;
         while (marker == 0xFF && !reader.Failed())
             marker = reader.U8();
-        const bool alone = marker == 0x00 || marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
-        if (alone)
+        if (HasNoSegment(marker))
             continue;
         if (marker == 0xD9)
             break;
-        if (marker == 0xDA) {
-            segments.bytes_of_scans = reader.Left();
-            break;
-        }
         const std::uint16_t length = reader.U16Be();
         const Bytes segment = reader.Take(length < 2 ? 0u : length - 2u);
+        if (marker == 0xDA) {
+            segments.bytes_of_scans = reader.Failed() || IsEnd(file.last(reader.Left())) ? 0 : reader.Left();
+            break;
+        }
         if (marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC)
             ReadFrame(segment, marker, segments);
         else if (marker == 0xE1 && BeginsWith(segment, kExifName.substr(0, 5)) && segment.size() > 6 &&

@@ -13,7 +13,7 @@ struct JpegSegments {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
     bool arithmetic = false;
-    std::uint64_t bytes_of_scans = 0;  ///< bytes from the first scan header to the end of the file
+    std::uint64_t bytes_of_scans = 0;  ///< bytes after the first scan's header; 0 if there is no picture data
     ImageMetadata metadata;
     std::vector<std::uint8_t> icc_profile;  ///< as stored: may be broken or for another colour space
 };
@@ -21,6 +21,10 @@ struct JpegSegments {
 /// Reads the segments before the first scan. Never fails: broken segments are skipped. Only the first EXIF
 /// block and the first XMP packet count; extended XMP is ignored.
 JpegSegments ReadSegments(Bytes file);
+
+/// The file without a segment at its end that is truncated, such as the Huffman tables of the next
+/// progressive scan.
+Bytes WithoutTruncatedSegment(Bytes file);
 
 /// A segment to write: the n of APPn and at most 65,533 bytes.
 struct JpegSegment {

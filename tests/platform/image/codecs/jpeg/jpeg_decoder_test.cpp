@@ -163,9 +163,9 @@ TEST_P(RefusedJpeg, ReturnsFalseFromDecoder)
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, RefusedJpeg,
-                         testing::Values("cut/in-pixels.jpg", "cut/no-end.jpg", "cut/end-too-soon.jpg",
-                                         "lying/size.jpg", "lying/too-large.jpg", "lying/many-scans.jpg",
-                                         "foreign/gif.jpg", "README.md"),
+                         testing::Values("cut/in-header.jpg", "cut/no-pixels.jpg",
+                                         "cut/end-before-pixels.jpg", "lying/size.jpg", "lying/too-large.jpg",
+                                         "lying/many-scans.jpg", "foreign/gif.jpg", "README.md"),
                          [](const auto& test) {
                              std::string name = test.param;
                              std::erase_if(
@@ -173,13 +173,69 @@ INSTANTIATE_TEST_SUITE_P(Samples, RefusedJpeg,
                              return name;
                          });
 
-TEST(JpegDecoder, RefusesTruncationAtAnyByte)
+// Where the data of the first scan starts.
+static std::size_t PixelsOffset(const Block& file)
 {
-    for (const char* name : {"good/cjpeg-baseline.jpg", "good/cjpeg-progressive.jpg",
-                             "good/cjpeg-arithmetic.jpg", "good/cjpeg-restarts.jpg"}) {
+    const std::uint8_t scan[] = {0xFF, 0xDA};
+    const auto found = std::search(file.begin(), file.end(), std::begin(scan), std::end(scan));
+    return static_cast<std::size_t>(found - file.begin()) + 2 + found[3];
+}
+
+static std::int32_t EqualRows(const ImageBuffer& one, const ImageBuffer& other)
+{
+    const auto end = std::mismatch(one.bytes.begin(), one.bytes.end(), other.bytes.begin()).first;
+    return static_cast<std::int32_t>(end - one.bytes.begin()) / (one.width * one.channels);
+}
+
+TEST(JpegDecoder, ShowsRowsBeforeTruncation)
+{
+    for (const char* name : {"good/cjpeg-baseline.jpg", "good/cjpeg-restarts.jpg"}) {
         const Block good = Sample(name);
-        for (std::size_t n = 0; n < good.size(); ++n)
-            ASSERT_FALSE(Decoded(kJpegCodec, Bytes(good).first(n))) << name << " cut to " << n;
+        const std::size_t pixels = PixelsOffset(good);
+        const ImageBuffer whole = Decoded(kJpegCodec, good).value();
+        std::int32_t last_rows = 0;
+        for (std::size_t n = 0; n < good.size(); ++n) {
+            SCOPED_TRACE(std::string(name) + " cut to " + std::to_string(n));
+            const auto image = Decoded(kJpegCodec, Bytes(good).first(n));
+            if (n <= pixels) {
+                ASSERT_FALSE(image);
+            } else if (n > pixels + 40) {
+                ASSERT_TRUE(image);
+                const std::int32_t rows = EqualRows(*image, whole);
+                ASSERT_GE(rows, last_rows);
+                last_rows = rows;
+            }
+        }
+        EXPECT_EQ(last_rows, whole.height) << "only the end marker is missing";
+    }
+}
+
+TEST(JpegDecoder, ShowsProgressiveScansBeforeTruncation)
+{
+    const Block good = Sample("good/cjpeg-progressive.jpg");
+    const std::size_t pixels = PixelsOffset(good);
+    const std::size_t data = good.size() - pixels;
+    const auto difference_at = [&](std::size_t n) {
+        const auto image = Decoded(kJpegCodec, Bytes(good).first(n));
+        return image ? DifferenceBetween(*image, Scene()).mean : 255.0;
+    };
+
+    EXPECT_EQ(difference_at(pixels), 255) << "no pixels";
+    for (std::size_t n = pixels + 40; n < good.size(); ++n)
+        ASSERT_LT(difference_at(n), 70) << "cut to " << n;
+    EXPECT_LT(difference_at(pixels + data / 4), 40);
+    EXPECT_LT(difference_at(pixels + data / 2), difference_at(pixels + data / 4));
+    EXPECT_LT(difference_at(good.size() - 2), 4);
+}
+
+TEST(JpegDecoder, SurvivesTruncationOfArithmeticFileAtAnyByte)
+{
+    const Block good = Sample("good/cjpeg-arithmetic.jpg");
+    const std::size_t pixels = PixelsOffset(good);
+    for (std::size_t n = 0; n < good.size(); ++n) {
+        const auto image = Decoded(kJpegCodec, Bytes(good).first(n));
+        ASSERT_TRUE(!image || n > pixels) << n;
+        ASSERT_TRUE(image || n < pixels + 20) << n;
     }
 }
 
@@ -229,6 +285,27 @@ TEST(JpegDecoder, RefusesTooManyMegapixelsBeforeDecoding)
     setenv("VARNEL_MAX_MEGAPIXELS", "100", 1);
     EXPECT_FALSE(Decoded(kJpegCodec, large));
     unsetenv("VARNEL_MAX_MEGAPIXELS");
+}
+
+// Fewer scans than the limit, but each visits 275,625 blocks.
+TEST(JpegDecoder, RefusesScansThatVisitTooManyBlocks)
+{
+    const TestFolder folder;
+    ImageBuffer flat = Pattern(4200, 4200, 1);
+    std::fill(flat.bytes.begin(), flat.bytes.end(), std::uint8_t{90});
+    WritePnm(folder.Path("in.pgm"), flat);
+    ASSERT_TRUE(
+        RunCommand("cjpeg -progressive -outfile " + folder.Path("in.jpg") + " " + folder.Path("in.pgm")));
+    const Block good = FileContent(folder.Path("in.jpg"));
+    const std::uint8_t scan[] = {0xFF, 0xDA};
+    const auto last = std::find_end(good.begin(), good.end(), std::begin(scan), std::end(scan));
+    Block file(good.begin(), last);
+    for (int i = 0; i < 460; ++i)
+        file.insert(file.end(), last, good.end() - 2);
+    file.insert(file.end(), good.end() - 2, good.end());
+
+    EXPECT_TRUE(Decoded(kJpegCodec, good));
+    EXPECT_FALSE(Decoded(kJpegCodec, file));
 }
 
 TEST(JpegDecoder, ReadsResolutionFromJfifOrExif)
