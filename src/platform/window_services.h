@@ -126,6 +126,8 @@ public:
 
     /// Opens the help at a topic.
     virtual void LaunchHelp(const std::string& sHelpFile, std::int32_t lTopic) = 0;
+    /// The name of the font that the system shows texts in when asked for sName; "" without a display.
+    [[nodiscard]] virtual std::string sMatchingFont(const std::string& /*sName*/) const { return ""; }
     /// True when windows can be shown: a command line's boxes are shown then.
     [[nodiscard]] virtual bool bHasDisplay() const = 0;
 

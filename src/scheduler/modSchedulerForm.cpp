@@ -11,6 +11,7 @@
 #include "src/scheduler/modSchedulePersistence.h"
 #include "src/scheduler/modTimer.h"
 #include "src/settings/modMRU.h"
+#include "src/translator/modTranslateForm.h"
 #include "src/translator/modTranslator.h"
 
 namespace
@@ -86,7 +87,7 @@ static void SetCaptions(frmScheduler& frm)
     // What the user enters isn't translated.
     for (Control* pText : {&frm.txtHours, &frm.txtMinutes, &frm.txtSeconds, &frm.txtNumDays, &frm.txtNumWeeks,
                            &frm.txtDayOfMonth, &frm.txtNumMonths})
-        pText->SetTag("TranslateFalse");
+        pText->SetTag(kTranslateFalse);
 }
 
 static void ShowKind(Application& app)
@@ -166,6 +167,7 @@ void frmScheduler_Load(Application& app)
     frm.bFirstWeeklySearch = true;
     frm.cmdStartTimer.SetEnabled(true);
     frm.cmdEndTimer.SetEnabled(false);
+    TranslateForm(app, frm);
 }
 
 void frmScheduler_Unload(Application& app)

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -42,12 +43,19 @@ public:
     std::function<void(Form&)> on_show_modal;  ///< simulates the user in a modal form
     std::function<void()> on_box;              ///< called while a box or a dialog is shown
     bool display = false;
+    std::map<std::string, std::string>
+        installed_fonts;  ///< font that each name gives; other names give "Sans"
 
     void LaunchHelp(const std::string& help_file, std::int32_t topic) override
     {
         help_calls.push_back(help_file + "#" + std::to_string(topic));
     }
     bool bHasDisplay() const override { return display; }
+    std::string sMatchingFont(const std::string& name) const override
+    {
+        const auto found = installed_fonts.find(name);
+        return found == installed_fonts.end() ? "Sans" : found->second;
+    }
 
 private:
     template <typename T>

@@ -57,6 +57,18 @@ TEST_F(SchedulerForm, HasItsCaptionsLetterByLetter)
     EXPECT_EQ(frm.TabStrip1.Tabs(), (Texts{"Set Up", "Options"}));
 }
 
+TEST(SchedulerFormInGerman, TranslatesItsCaptionsButNotItsInputs)
+{
+    TestApplication app;
+    app.objTranslator.dictTranslations = {{"&Done", "&Fertig"}, {"1", "eins"}, {"Set Up", "Einrichten"}};
+
+    frmScheduler_Load(app);
+
+    EXPECT_EQ(app.frmScheduler.cmdDone.Caption(), "&Fertig");
+    EXPECT_EQ(app.frmScheduler.TabStrip1.TabCaption(1), "Einrichten");
+    EXPECT_EQ(app.frmScheduler.txtNumDays.Text(), "1");
+}
+
 TEST_F(SchedulerForm, IsIdleOnceLoaded)
 {
     EXPECT_TRUE(frm.bLoaded);
