@@ -1,4 +1,4 @@
-// A box to tick.
+// A check box.
 // Room: controls.
 #pragma once
 

@@ -1,4 +1,4 @@
-// A button that does something when it is clicked.
+// A push button.
 // Room: controls.
 #pragma once
 

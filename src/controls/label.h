@@ -1,4 +1,4 @@
-// A text that a person reads, and may click.
+// A label: read-only text, which may be clickable.
 // Room: controls.
 #pragma once
 

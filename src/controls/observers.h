@@ -1,4 +1,4 @@
-// Who watches a form or a control: the list of observers, and the handle that keeps one on it.
+// The observers of a form or a control, and the handle that keeps one registered.
 // Room: controls.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Round buttons of which one is chosen.
+// Option buttons, one of which is chosen.
 // Room: controls.
 #pragma once
 

@@ -1,4 +1,4 @@
-// A row of tabs of which one is selected.
+// A row of tabs, one of which is selected.
 // Room: controls.
 #pragma once
 

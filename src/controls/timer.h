@@ -1,4 +1,4 @@
-// A clock's tick for the logic. A view, or a test, lets it tick.
+// A timer for the logic. A view, or a test, makes it tick.
 // Room: controls.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The one entry for whatever happens to the program: a click, a key, a tick, a drop, a call from outside.
+// The single entry for every event: a click, a key, a tick, a drop, a call from outside.
 // Room: dispatch.
 //
 // An act comes from outside, while nothing is in progress or while something in progress lets events in (see

@@ -1,4 +1,4 @@
-// Which acts are in progress: the memory of the dispatcher.
+// The dispatcher's state: which events are being handled.
 // Room: forms.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Flags of the process that hold for a scope: put back at its end, also when an error leaves it.
+// Sets flags of the process for a scope and restores them at its end, even when an error leaves it.
 // Room: forms.
 #pragma once
 

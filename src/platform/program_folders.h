@@ -1,4 +1,4 @@
-// Where the program's own files lie on this host.
+// Where the program's own files are on this host.
 // Room: platform. Real one: platform/posix. In-memory one: tests/fakes.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Keeps the rows of a table, and a person's way through them.
+// Stores a table's rows, formats, current cell and column widths, and notifies its views.
 #include "src/controls/grid/grid.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@ Grid::Grid(Form& frmOwner, std::string sName, std::int32_t lCols)
 {
 }
 
-// The bounds of a cell inside its row's text; both npos when the row ends before it.
+// The bounds of a cell in its row's text; both npos if the row has fewer cells.
 static std::pair<std::size_t, std::size_t> aCellBounds(std::string_view sRow, std::int32_t lCol)
 {
     std::size_t nBegin = 0;
@@ -24,15 +24,15 @@ static std::pair<std::size_t, std::size_t> aCellBounds(std::string_view sRow, st
     return {nBegin, std::min(sRow.find('\t', nBegin), sRow.size())};
 }
 
-// How much of a row's text the columns take.
+// Length of the text in a row's cells, without any cells beyond the last column.
 static std::size_t nEndOfCells(std::string_view sRow, std::int32_t lCols)
 {
     const auto [nBegin, nEnd] = aCellBounds(sRow, lCols - 1);
     return nBegin == std::string::npos ? sRow.size() : nEnd;
 }
 
-// Tabs part the cells of a row, and line ends the rows of a file, so a text in a cell can't hold one: a blank
-// takes its place.
+// Tabs separate cells and, in job files, line ends separate rows, so a cell can't hold either: they become
+// blanks.
 static void BlankOut(std::string& sRow, std::string_view sLetters, std::size_t nBegin, std::size_t nEnd)
 {
     for (const char cLetter : sLetters)

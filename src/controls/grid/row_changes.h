@@ -1,4 +1,4 @@
-// What became of a table's rows while its views weren't told.
+// Row changes made under a redraw lock, for the views to learn of at its end.
 // Room: controls/grid.
 #pragma once
 

@@ -1,4 +1,4 @@
-// A list of entries of which one may be selected.
+// A list of entries, one of which may be selected.
 // Room: controls/lists.
 #pragma once
 
