@@ -7,7 +7,7 @@
 #include "src/job/modFileTypes.h"
 #include "src/job/modTaskTables.h"
 #include "src/settings/modSettings.h"
-#include "src/shell/modRefreshGUI.h"
+#include "src/editing/modRefreshGUI.h"
 
 static void FillLists(Application& app)
 {

@@ -1,5 +1,5 @@
 // Shows, hides and enables the fields of each action.
-#include "src/shell/modRefreshGUI.h"
+#include "src/editing/modRefreshGUI.h"
 
 #include "src/base/text.h"
 #include "src/forms/Application.h"

@@ -1,5 +1,5 @@
 // Updates the fields that belong to the chosen action.
-// Room: shell.
+// Room: editing.
 #pragma once
 
 struct Application;
