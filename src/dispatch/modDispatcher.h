@@ -39,13 +39,33 @@ std::function<void()> Handler(Application& app, std::function<void(Application&)
 /// What a handler does with an event; bInProgress is the handler's own memory.
 void HandleEvent(Application& app, Act eAct, bool& bInProgress, const std::function<void()>& fnAct);
 
-/// The same for a function, whose event may bring arguments.
+/// The same for an event that brings arguments: HandlerOf<const Paths&>(app, [](Application& a, const Paths&
+/// p) {...}).
+template <typename... Arguments, typename TRoutine>
+std::function<void(Arguments...)> HandlerOf(Application& app, TRoutine fnRoutine, Act eAct = Act::Ordinary)
+{
+    return [&app, fnRoutine, eAct, pInProgress = std::make_shared<bool>(false)](Arguments... aArguments) {
+        HandleEvent(app, eAct, *pInProgress, [&] { fnRoutine(app, aArguments...); });
+    };
+}
+
+/// The same for a function.
 template <typename... Arguments>
 std::function<void(Arguments...)> Handler(Application& app, void (*fnRoutine)(Application&, Arguments...),
                                           Act eAct = Act::Ordinary)
 {
+    return HandlerOf<Arguments...>(app, fnRoutine, eAct);
+}
+
+/// The same for a question: False when it is refused or raises.
+template <typename... Arguments>
+std::function<bool(Arguments...)> Handler(Application& app, bool (*fnRoutine)(Application&, Arguments...),
+                                          Act eAct = Act::Ordinary)
+{
     return [&app, fnRoutine, eAct, pInProgress = std::make_shared<bool>(false)](Arguments... aArguments) {
-        HandleEvent(app, eAct, *pInProgress, [&] { fnRoutine(app, aArguments...); });
+        bool bResult = false;
+        HandleEvent(app, eAct, *pInProgress, [&] { bResult = fnRoutine(app, aArguments...); });
+        return bResult;
     };
 }
 

@@ -87,6 +87,52 @@ TEST_F(Dispatcher, PassesTheArgumentsOfAnEvent)
     EXPECT_EQ(sSeenText, "abab");
 }
 
+TEST_F(Dispatcher, PassesTheArgumentsToARoutineObject)
+{
+    std::string sSeen;
+    const std::function<void(const std::string&)> fnHandler = HandlerOf<const std::string&>(
+        app, [&sSeen](Application&, const std::string& sText) { sSeen = sText; });
+
+    fnHandler("ab");
+
+    EXPECT_EQ(sSeen, "ab");
+}
+
+static bool bIsPositive(Application&, std::int32_t lRow)
+{
+    if (lRow == 0)
+        throw clsRaisedError(kErrOverflow, "Overflow");
+    return lRow > 0;
+}
+
+TEST_F(Dispatcher, PassesOnTheAnswerToAQuestion)
+{
+    const std::function<bool(std::int32_t)> fnQuestion = Handler(app, bIsPositive);
+
+    EXPECT_TRUE(fnQuestion(1));
+    EXPECT_FALSE(fnQuestion(-1));
+    EXPECT_TRUE(app.windows.boxes.empty());
+}
+
+TEST_F(Dispatcher, AnswersARefusedQuestionWithFalse)
+{
+    const std::function<bool(std::int32_t)> fnQuestion = Handler(app, bIsPositive);
+    bool bAnswer = true;
+
+    WhileEventsAreLetIn([&] { bAnswer = fnQuestion(1); });
+
+    EXPECT_FALSE(bAnswer);
+}
+
+TEST_F(Dispatcher, AnswersAQuestionThatRaisesWithFalse)
+{
+    const std::function<bool(std::int32_t)> fnQuestion = Handler(app, bIsPositive);
+
+    EXPECT_FALSE(fnQuestion(0));
+
+    EXPECT_EQ(app.windows.boxes.size(), 1u);
+}
+
 TEST_F(Dispatcher, ShowsTheDescriptionOfARaisedErrorInABox)
 {
     app.objTranslator.dictTranslations["Error"] = "Fehler";
