@@ -9,6 +9,7 @@
 constexpr std::int32_t kErrInvalidProcedureCall = 5;
 constexpr std::int32_t kErrOverflow = 6;
 constexpr std::int32_t kErrOutOfMemory = 7;
+constexpr std::int32_t kErrSubscript = 9;
 constexpr std::int32_t kErrTypeMismatch = 13;
 constexpr std::int32_t kErrBadFileName = 52;
 constexpr std::int32_t kErrFileNotFound = 53;

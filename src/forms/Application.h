@@ -5,6 +5,7 @@
 #include <string>
 
 #include "src/forms/dispatch_state.h"
+#include "src/forms/editing_hooks.h"
 #include "src/forms/frmMain.h"
 #include "src/forms/frmMainMDI.h"
 #include "src/forms/frmPleaseWait.h"
@@ -55,6 +56,7 @@ struct Application {
 
     TranslatorState objTranslator;
     DispatchState objDispatch;
+    EditingHooks objHooks;
     ::frmMainMDI frmMainMDI;
     ::frmMain frmMain;
     ::frmPleaseWait frmPleaseWait;

@@ -14,7 +14,9 @@
 #include "src/controls/label.h"
 #include "src/controls/lists/combo_box.h"
 #include "src/controls/option_button.h"
+#include "src/controls/scroll_bar.h"
 #include "src/controls/tab_strip.h"
+#include "src/controls/text_box.h"
 #include "src/forms/clsMRU.h"
 
 /// Tasks are rows 1 to Rows() - 2 of fgToDo, between the header and the marker row.
@@ -24,7 +26,11 @@ constexpr std::int32_t kLogColumns = 12;
 constexpr std::int32_t kSpecialProcessSlots = 101;
 
 struct frmMain : Form {
-    frmMain() : Form("frmMain") {}
+    frmMain() : Form("frmMain")
+    {
+        ts.SetTabs({"Tasks", "Log"});
+        tsImageViewer.SetTabs({"View Original", "View Target"});
+    }
 
     // Tables
     Grid fgToDo{*this, "fgToDo", kToDoColumns};
@@ -35,12 +41,19 @@ struct frmMain : Form {
     OptionButtonFamily rbActionToDo{*this, "rbActionToDo", 2};  ///< conversion, special process
     Frame frameSpecializedAction{*this, "frameSpecializedAction"};
     Frame frameCF{*this, "frameCF"};
+    Frame frameSelectFilesForSpecialProcessing{frameSpecializedAction,
+                                               "frameSelectFilesForSpecialProcessing"};
+    Frame frameCommandLine{frameSpecializedAction, "frameCommandLine"};
     Frame frameSpecialProcessParameters{frameSpecializedAction, "frameSpecialProcessParameters"};
     TabStrip tsSpecialProcessParameters{frameSpecializedAction, "tsSpecialProcessParameters"};
     Frame frameTargetFile{frameCF, "frameTargetFile"};
-    Frame frameTargetFileSpecialized{frameSpecializedAction, "frameTargetFileSpecialized"};
+    Frame frameTargetFileSpecialized{frameSelectFilesForSpecialProcessing, "frameTargetFileSpecialized"};
     Frame frameImageViewer{*this, "frameImageViewer"};
+    TabStrip tsImageViewer{frameImageViewer, "tsImageViewer"};
+    Slider SliderZoom{frameImageViewer, "SliderZoom", 1, 1000};
     Frame frameZoomPercentage{frameImageViewer, "frameZoomPercentage"};
+    ScrollBar scrollOffsetX{frameImageViewer, "scrollOffsetX", 0, 500};
+    ScrollBar scrollOffsetY{frameImageViewer, "scrollOffsetY", 0, 500};
 
     // Conversion
     ComboBox cbOriginalFile{frameCF, "cbOriginalFile"};
@@ -51,7 +64,9 @@ struct frmMain : Form {
     ComboBox cbFileTypeTarget{frameCF, "cbFileTypeTarget", ComboStyle::ListOnly};
     CheckBox cbSaveToOriginalFolder{frameCF, "cbSaveToOriginalFolder"};
     CommandButton cmdSelectSourceFile{frameCF, "cmdSelectSourceFile"};
+    CommandButton cmdSelectSourceFolder{frameCF, "cmdSelectSourceFolder"};
     CommandButton cmdSelectTargetFile{frameTargetFile, "cmdSelectTargetFile"};
+    CommandButton cmdSelectTargetFolder{frameTargetFile, "cmdSelectTargetFolder"};
     CommandButton picSelectTargetFile{frameTargetFile, "picSelectTargetFile"};
     CommandButton cmdLaunchOriginal{frameCF, "cmdLaunchOriginal"};
     CommandButton cmdLaunchTarget{frameTargetFile, "cmdLaunchTarget"};
@@ -59,23 +74,44 @@ struct frmMain : Form {
 
     // Special process
     ComboBox cbSpecialProcesses{frameSpecializedAction, "cbSpecialProcesses", ComboStyle::ListOnly};
-    ComboBox cbOriginalFileSpecialized{frameSpecializedAction, "cbOriginalFileSpecialized"};
-    ComboBox cbFileTypeOriginalSpecialized{frameSpecializedAction, "cbFileTypeOriginalSpecialized",
-                                           ComboStyle::ListOnly};
-    CheckBox cbDoSubfoldersSpecialized{frameSpecializedAction, "cbDoSubfoldersSpecialized"};
+    ComboBox cbOriginalFileSpecialized{frameSelectFilesForSpecialProcessing, "cbOriginalFileSpecialized"};
+    ComboBox cbFileTypeOriginalSpecialized{frameSelectFilesForSpecialProcessing,
+                                           "cbFileTypeOriginalSpecialized", ComboStyle::ListOnly};
+    CheckBox cbDoSubfoldersSpecialized{frameSelectFilesForSpecialProcessing, "cbDoSubfoldersSpecialized"};
     ComboBox cbTargetFileSpecialized{frameTargetFileSpecialized, "cbTargetFileSpecialized"};
-    CheckBox cbSaveToOriginalFolderSpecialized{frameSpecializedAction, "cbSaveToOriginalFolderSpecialized"};
+    CheckBox cbSaveToOriginalFolderSpecialized{frameSelectFilesForSpecialProcessing,
+                                               "cbSaveToOriginalFolderSpecialized"};
+    CommandButton cmdSelectSourceFileSpecialized{frameSelectFilesForSpecialProcessing,
+                                                 "cmdSelectSourceFileSpecialized"};
+    CommandButton cmdSelectSourceFolderSpecialized{frameSelectFilesForSpecialProcessing,
+                                                   "cmdSelectSourceFolderSpecialized"};
     CommandButton cmdSelectTargetFileSpecialized{frameTargetFileSpecialized,
                                                  "cmdSelectTargetFileSpecialized"};
+    CommandButton cmdSelectTargetFolderSpecialized{frameTargetFileSpecialized,
+                                                   "cmdSelectTargetFolderSpecialized"};
+    CommandButton cmdLaunchOriginalSpecialized{frameSelectFilesForSpecialProcessing,
+                                               "cmdLaunchOriginalSpecialized"};
+    CommandButton cmdLaunchTargetSpecialized{frameTargetFileSpecialized, "cmdLaunchTargetSpecialized"};
+
+    // Inputs of the parameter panel, shared by all processes
+    TextBox txtSpecialProcessTextEntry1{frameSpecialProcessParameters, "txtSpecialProcessTextEntry1"};
+    TextBox txtSpecialProcessTextEntry1b{frameSpecialProcessParameters, "txtSpecialProcessTextEntry1b"};
+    TextBox txtSpecialProcessTextEntry1c{frameSpecialProcessParameters, "txtSpecialProcessTextEntry1c"};
+    TextBox txtSpecialProcessTextEntry2{frameSpecialProcessParameters, "txtSpecialProcessTextEntry2"};
+    CheckBox cbSpecialProcessBoolean{frameSpecialProcessParameters, "cbSpecialProcessBoolean"};
+    ComboBox cbSpecialProcessListBox{frameSpecialProcessParameters, "cbSpecialProcessListBox",
+                                     ComboStyle::ListOnly};
+    Label lblColorSelected2{frameSpecialProcessParameters, "lblColorSelected2"};  ///< the colour as a number
 
     // Launch
-    ComboBox cbCommandLine{frameSpecializedAction, "cbCommandLine"};
-    ComboBox cbCommandLineArguments{frameSpecializedAction, "cbCommandLineArguments"};
-    ComboBox cbCommandLineWindowState{frameSpecializedAction, "cbCommandLineWindowState",
-                                      ComboStyle::ListOnly};
-    ComboBox cbCommandLineThreadPriority{frameSpecializedAction, "cbCommandLineThreadPriority",
+    ComboBox cbCommandLine{frameCommandLine, "cbCommandLine"};
+    ComboBox cbCommandLineArguments{frameCommandLine, "cbCommandLineArguments"};
+    ComboBox cbCommandLineWindowState{frameCommandLine, "cbCommandLineWindowState", ComboStyle::ListOnly};
+    ComboBox cbCommandLineThreadPriority{frameCommandLine, "cbCommandLineThreadPriority",
                                          ComboStyle::ListOnly};
-    TextBox txtCommandLineWaitTimeInSeconds{frameSpecializedAction, "txtCommandLineWaitTimeInSeconds"};
+    TextBox txtCommandLineWaitTimeInSeconds{frameCommandLine, "txtCommandLineWaitTimeInSeconds"};
+    CommandButton cmdSelectCommandLine{frameCommandLine, "cmdSelectCommandLine"};
+    CommandButton cmdLaunchCommandLine{frameCommandLine, "cmdLaunchCommandLine"};
 
     // Buttons of the form, of the toolbar tbMain and of its drop-down
     CommandButton cmdAdd{*this, "cmdAdd"};
@@ -111,6 +147,9 @@ struct frmMain : Form {
     std::string sActionToDo = "C";       ///< "C" or "S": selects the set of fields in use
     std::int32_t lConversionMethod = 1;  ///< 1 for "C", 4 for "S"
     bool bDirtyConversionItem = false;   ///< the fields differ from their row
+    bool bKeepFields = false;     ///< the row that is about to be entered isn't shown: its fields are kept
+    std::string sProposedTarget;  ///< the target last proposed while the source was typed
+    std::string sProposedTargetSpecialized;
     std::string sImageConversionOptions;
     std::string sCurrentJobFile;     ///< "" at start, "*" after New, else the job file's path
     bool bToDoGridWasSetUp = false;  ///< the first setup formats the table differently from later ones
@@ -130,7 +169,8 @@ struct frmMain : Form {
     clsMRU mruCommandLine;
     clsMRU mruCommandLineArguments;
 
-    // Lower-case extension to list index, filled together with the two combo boxes
+    // Lower-case extension to list index, filled together with the three combo boxes
     std::map<std::string, std::int32_t> colExtensionsOriginal;
     std::map<std::string, std::int32_t> colExtensionsTarget;
+    std::map<std::string, std::int32_t> colExtensionsSpecialized;
 };

@@ -143,7 +143,7 @@ void FillInFileTypeComboBoxTarget(Application& app)
 
 void FillInFileTypeComboBoxSpecialProcess(Application& app)
 {
-    FillIn(app, app.frmMain.cbFileTypeOriginalSpecialized, nullptr,
+    FillIn(app, app.frmMain.cbFileTypeOriginalSpecialized, &app.frmMain.colExtensionsSpecialized,
            [](const FileType& objType) { return objType.bSpecial; });
 }
 

@@ -1,0 +1,20 @@
+// What the editing of tasks needs of the parameter panel, the viewer and the options dialog. Without them, as
+// in a run without windows, nothing happens in their place. Room: forms.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+struct Application;
+
+struct EditingHooks {
+    /// Shows the parameters of the selected process from asSP_Details.
+    std::function<void(Application&)> ShowProcessPanel;
+    /// Loads the file of view 0 (original) or 1 (target), unless it is on show.
+    std::function<void(Application&, std::int32_t lView)> LoadImageViewer;
+    /// Loads the files of the chosen tab anew.
+    std::function<void(Application&)> tsImageViewer_Click;
+    /// Lets the user edit a conversion's options; returns them as they are then.
+    std::function<std::string(Application&, const std::string& sOptions)> EditConversionOptions;
+};
