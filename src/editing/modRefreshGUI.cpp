@@ -1,34 +1,32 @@
-// Shows, hides and enables the fields of each action.
+// Shows and hides the fields of the two actions.
 #include "src/editing/modRefreshGUI.h"
 
 #include "src/base/text.h"
+#include "src/catalogue/modSpecialProcessCatalogue.h"
+#include "src/editing/file_fields.h"
+#include "src/editing/modFileFields.h"
 #include "src/forms/Application.h"
-#include "src/job/modFileLists.h"
 #include "src/job/modFileTypes.h"
+#include "src/translator/modTranslator.h"
+
+constexpr std::int32_t kPreviewTab = 3;
 
 void RefreshFileFolderStandard(Application& app)
 {
-    frmMain& frm = app.frmMain;
-    const bool bWildcard = bHasWildcard(frm.cbOriginalFile.Text());
-    frm.cbSaveToOriginalFolder.SetEnabled(bWildcard);
-    frm.cbDoSubfolders.SetEnabled(bWildcard);
-    frm.cmdSelectTargetFile.SetVisible(!bWildcard);
-    frm.picSelectTargetFile.SetVisible(!bWildcard);
+    RefreshFileFolder(ConversionFields(app.frmMain));
 }
 
 void RefreshFileFolderGUISpecialized(Application& app)
 {
-    frmMain& frm = app.frmMain;
-    const bool bWildcard = bHasWildcard(frm.cbOriginalFileSpecialized.Text());
-    frm.cbSaveToOriginalFolderSpecialized.SetEnabled(bWildcard);
-    frm.cbDoSubfoldersSpecialized.SetEnabled(bWildcard);
-    frm.cmdSelectTargetFileSpecialized.SetVisible(!bWildcard);
+    RefreshFileFolder(SpecializedFields(app.frmMain));
 }
 
 void RefreshGUIConvertOptions(Application& app)
 {
     frmMain& frm = app.frmMain;
     RefreshFileFolderStandard(app);
+    if (frm.tsImageViewer.TabCount() >= kPreviewTab)
+        frm.tsImageViewer.RemoveTab(kPreviewTab);
     frm.frameImageViewer.SetVisible(frm.bAutoLoadImages);
     frm.cbFileTypeOriginal.SetVisible(true);
     frm.lblFileTypeOriginal.SetVisible(true);
@@ -38,10 +36,34 @@ void RefreshGUIConvertOptions(Application& app)
     frm.frameSpecializedAction.SetVisible(false);
 }
 
+static bool bIsLaunch(const ComboBox& cbSpecialProcesses)
+{
+    return cbSpecialProcesses.ListIndex() >= 0 &&
+           cbSpecialProcesses.ItemData(cbSpecialProcesses.ListIndex()) == SP_LAUNCH;
+}
+
+void RefreshGUISpecializedProcess(Application& app)
+{
+    frmMain& frm = app.frmMain;
+    const bool bLaunch = bIsLaunch(frm.cbSpecialProcesses);
+    RefreshFileFolderGUISpecialized(app);
+    frm.frameCommandLine.SetVisible(bLaunch);
+    frm.frameSelectFilesForSpecialProcessing.SetVisible(!bLaunch);
+    // Also without automatic loading: the viewer's own button loads then.
+    frm.frameImageViewer.SetVisible(!bLaunch);
+    if (!bLaunch && frm.tsImageViewer.TabCount() < kPreviewTab)
+        frm.tsImageViewer.AddTab(sTranslate(app, "Preview"));
+    if (app.objHooks.ShowProcessPanel)
+        app.objHooks.ShowProcessPanel(app);
+    frm.rbActionToDo(1).SetValue(true);
+    frm.frameSpecializedAction.SetVisible(true);
+    frm.frameSpecializedAction.BringToFront();
+}
+
 void RefreshGUIOptions(Application& app)
 {
     if (bContains(app.frmMain.sActionToDo, "C"))
         RefreshGUIConvertOptions(app);
     else if (bContains(app.frmMain.sActionToDo, "S"))
-        RefreshFileFolderGUISpecialized(app);
+        RefreshGUISpecializedProcess(app);
 }

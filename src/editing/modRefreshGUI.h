@@ -1,18 +1,20 @@
-// Updates the fields that belong to the chosen action.
+// Shows the fields of the chosen action.
 // Room: editing.
 #pragma once
 
 struct Application;
 
-/// Shows the conversion's fields if the form's action contains "C". The fields of a special process belong to
-/// its panel.
+/// Shows the fields of a conversion or of a special process, by the form's action.
 void RefreshGUIOptions(Application& app);
 
-/// Updates the source, target and type fields of a conversion, and shows the image viewer frame if
-/// bAutoLoadImages.
+/// Shows the source, target and type fields of a conversion, and the viewer if pictures are loaded
+/// automatically.
 void RefreshGUIConvertOptions(Application& app);
 
-/// With a "*" in the source, the two folder check boxes are enabled and the button for picking a single
-/// target is hidden; without one, it is the other way round.
+/// Shows the fields of a special process: files and parameters of an image process, program and arguments of
+/// a launch.
+void RefreshGUISpecializedProcess(Application& app);
+
+/// Whether folders can be walked and a single target picked, by the "*" in the source.
 void RefreshFileFolderStandard(Application& app);
 void RefreshFileFolderGUISpecialized(Application& app);

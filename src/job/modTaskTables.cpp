@@ -185,33 +185,6 @@ void AddSpecialTaskRow(Application& app, const clsConversionOptions& objOptions)
          std::to_string(objOptions.lTargetFileType), sFileTypeExtension(objOptions.lTargetFileType, false)});
 }
 
-void UpdateGridFromGUI_ConversionItem(Application& app)
-{
-    frmMain& frm = app.frmMain;
-    Grid& fgToDo = frm.fgToDo;
-    const std::int32_t lRow = fgToDo.Row();
-    if (lRow < 1 || lRow >= fgToDo.Rows() - 1)
-        return;
-    const bool bByLibrary = frm.lConversionMethod == 1;
-    const std::int32_t lOriginalType = lSelectedFileType(frm.cbFileTypeOriginal);
-    const std::int32_t lTargetType = lSelectedFileType(frm.cbFileTypeTarget);
-    // Flags are separated by spaces here but not in sFlagsFromRequest; readers accept both.
-    const std::string sFlags = std::string(frm.cbDoSubfolders.Value() == 1 ? "R" : "") +
-                               (frm.cbSaveToOriginalFolder.Value() == 1 ? " G" : "") +
-                               (bByLibrary ? " M" : "");
-    const RedrawLock objLock(fgToDo);
-    fgToDo.SetTextMatrix(lRow, kColFlags, sFlags);
-    fgToDo.SetTextMatrix(lRow, kColDetails, frm.sImageConversionOptions);
-    fgToDo.SetTextMatrix(lRow, kColAction, "C");
-    fgToDo.SetTextMatrix(lRow, kColOriginal, sTrim(frm.cbOriginalFile.Text()));
-    fgToDo.SetTextMatrix(lRow, kColOriginalType, std::to_string(lOriginalType));
-    fgToDo.SetTextMatrix(lRow, kColOriginalExtension,
-                         bByLibrary ? sFileTypeExtension(lOriginalType, false) : "");
-    fgToDo.SetTextMatrix(lRow, kColTarget, sTrim(frm.cbTargetFile.Text()));
-    fgToDo.SetTextMatrix(lRow, kColTargetType, std::to_string(lTargetType));
-    fgToDo.SetTextMatrix(lRow, kColTargetExtension, sFileTypeExtension(lTargetType, false));
-}
-
 static void ReadRow(Application& app, clsConversionOptions& objOptions, std::int32_t lRow)
 {
     const Grid& fgToDo = app.frmMain.fgToDo;

@@ -55,10 +55,6 @@ std::string sFlagsFromRequest(const clsConversionOptions& objOptions);
 /// True if the flag is among the first nine characters of a flags cell.
 bool bFlagIsSet(const std::string& sFlags, char cFlag);
 
-/// Overwrites the current row with the conversion fields of the form, except its number and Pass mark. Does
-/// nothing on the header and the marker row. Update the MRU lists afterwards.
-void UpdateGridFromGUI_ConversionItem(Application& app);
-
 /// Reads a row into a request and makes it current. Does nothing for the header and the marker row. An empty
 /// type cell keeps the request's type, even if it came from another row. Raises kErrTypeMismatch for a
 /// malformed type or process number; fields read before that are already changed.

@@ -3,11 +3,12 @@
 
 #include "src/catalogue/modSpecialProcessLists.h"
 #include "src/commands/modMenuToolbar.h"
+#include "src/editing/modMainFormEvents.h"
+#include "src/editing/modRefreshGUI.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileTypes.h"
 #include "src/job/modTaskTables.h"
 #include "src/settings/modSettings.h"
-#include "src/editing/modRefreshGUI.h"
 
 static void FillLists(Application& app)
 {
@@ -29,6 +30,7 @@ void LoadMainForms(Application& app)
     SetUpToDoGrid(app);
     SetUpLogGrid(app);
     ReadIniFile(app, [&app] { RefreshGUIOptions(app); });
+    ConnectMainForm(app);
     SelectGridRow(app, app.frmMain.fgToDo);
     UpdateMenuToolbar(app);
 }
