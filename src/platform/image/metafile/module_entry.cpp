@@ -10,12 +10,13 @@
 // Larger pictures are played once per tile, because Cairo's surfaces are limited.
 static constexpr std::int32_t kTileSide = 16384;
 
-// The work budget: a constant plus shares for the size of the picture and of the file.
+// The work budget: a constant, which lasts for about five seconds, plus shares for the size of the picture
+// and of the file.
 static std::uint64_t WorkBudget(const MetafileRequest& request)
 {
     const auto pixels =
         static_cast<std::uint64_t>(request.width) * static_cast<std::uint64_t>(request.height);
-    return 1'500'000'000 + pixels * 48 + request.records.size() * 64;
+    return 3'000'000'000 + pixels * 48 + request.records.size() * 64;
 }
 
 static bool Play(const MetafileRequest& request, Canvas& canvas)

@@ -11,33 +11,24 @@
 #include "src/platform/image/metafile/canvas/clip.h"
 #include "src/platform/image/metafile/canvas/ink.h"
 #include "src/platform/image/metafile/canvas/outline.h"
+#include "src/platform/image/metafile/canvas/stroker.h"
 
-/// How an outline is stroked.
-struct StrokeStyle {
-    double width = 1;  ///< in the units of pen
-    Affine pen;        ///< maps the round pen to its shape on the picture; never singular
-    cairo_line_cap_t cap = CAIRO_LINE_CAP_ROUND;
-    cairo_line_join_t join = CAIRO_LINE_JOIN_ROUND;
-    double miter_limit = 10;
-    std::vector<double> dashes;  ///< in units of pen; empty for a solid line
-};
-
-/// A picture, white at first, of at most kMaxSurfaceSide pixels a side. A measuring canvas has no pixels: it
-/// paints nothing and only records what would have been touched. All work is charged to the budget before it
+/// A picture, white at first. A measuring canvas has no pixels: it paints nothing and only records what would
+/// have been touched. All work is charged to the budget before it
 /// is done.
 class Canvas
 {
 public:
-    /// A picture of the pixels of area; null if out of memory.
+    /// A picture of the pixels of area.
     static std::unique_ptr<Canvas> Create(const Box& area, Budget& budget);
     static std::unique_ptr<Canvas> CreateMeasuring(Budget& budget);
 
     const Box& Area() const { return area_; }
-    bool Measuring() const { return !cairo_; }
+    bool Measuring() const { return pixels_.empty(); }
     /// The bounds of all pixels drawn on so far.
     const Box& Touched() const { return touched_; }
     /// True once Cairo has reported an error, usually lack of memory.
-    bool Failed() const;
+    bool Failed() const { return status_ != CAIRO_STATUS_SUCCESS; }
     Budget& Work() const { return budget_; }
 
     /// Fills the outline. Unless exact, a rectilinear outline is snapped to whole pixels.
@@ -57,23 +48,25 @@ public:
 
     /// Row y of the picture, starting at x = Area().left: red, green, blue in the low bytes. Not available on
     /// a measuring canvas.
-    std::uint32_t* Row(std::int32_t y);
+    std::uint32_t* Row(std::int32_t y)
+    {
+        return pixels_.data() +
+               static_cast<std::size_t>(y - area_.top) * static_cast<std::size_t>(area_.Width());
+    }
     const std::uint32_t* Row(std::int32_t y) const { return const_cast<Canvas*>(this)->Row(y); }
     void Touch(const Box& box) { touched_ = Union(touched_, box); }
 
 private:
     explicit Canvas(Budget& budget) : budget_(budget) {}
 
-    void Paint(const Box& ink_box, std::uint64_t work, const Ink& ink, int rop2, const Clip& clip,
-               const Draw& draw);
-    Clip CoverageOf(const Box& ink, std::uint64_t work, const Draw& draw);
-    std::uint64_t WorkOf(const Outline& outline, const StrokeStyle& style) const;
+    void Paint(const Box& ink_box, std::uint64_t work, bool winding, const PolygonSource& shape,
+               const Ink& ink, int rop2, const Clip& clip);
+    Clip CoverageOf(const Box& ink_box, std::uint64_t work, bool winding, const PolygonSource& shape);
 
     Budget& budget_;
     Box area_;
     Box touched_;
-    SurfacePtr surface_;
-    CairoPtr cairo_;
+    std::vector<std::uint32_t> pixels_;
     cairo_status_t status_ = CAIRO_STATUS_SUCCESS;
     std::vector<std::uint32_t> layer_;  ///< reused between calls of Compose
 };

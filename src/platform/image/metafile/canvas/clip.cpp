@@ -34,6 +34,11 @@ Clip Combine(const Clip& old, const Clip& added, ClipMode mode, Budget& budget)
         case ClipMode::kAnd:
             if (both.Empty() || (!old.coverage && !added.coverage))
                 return {both, nullptr};
+            // A box around the other clip changes nothing: keep its mask instead of copying it.
+            if (!old.coverage && both == added.box)
+                return added;
+            if (!added.coverage && both == old.box)
+                return old;
             break;
         case ClipMode::kDifference:
             if (both.Empty())

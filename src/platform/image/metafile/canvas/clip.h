@@ -28,6 +28,8 @@ struct Clip {
     Box box;
     std::shared_ptr<const Coverage> coverage;  ///< null for the whole box; otherwise its box equals this box
 
+    /// True if both are equal without looking into masks: two equal masks may count as different.
+    bool IsSameAs(const Clip& other) const { return box == other.box && coverage == other.coverage; }
     std::uint8_t Level(std::int32_t x, std::int32_t y) const
     {
         if (!box.Holds(x, y))

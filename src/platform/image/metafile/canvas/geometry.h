@@ -9,6 +9,7 @@
 struct Point {
     double x = 0;
     double y = 0;
+    bool operator==(const Point&) const = default;
 };
 
 inline Point operator+(Point a, Point b)

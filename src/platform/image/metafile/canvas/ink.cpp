@@ -9,10 +9,18 @@ SurfacePtr SurfaceOn(const Pixels& pixels)
                                                           pixels.height, pixels.width * 4));
 }
 
-void SetSourceColor(cairo_t* cairo, std::uint32_t color)
+Ink Ink::Solid(std::uint32_t color)
 {
-    cairo_set_source_rgb(cairo, (color >> 16 & 255) / 255.0, (color >> 8 & 255) / 255.0,
-                         (color & 255) / 255.0);
+    Ink ink;
+    ink.color = color | 0xFF000000;
+    return ink;
+}
+
+Ink Ink::Tile(Pixels tile)
+{
+    Ink ink;
+    ink.tile = std::make_shared<const Pixels>(std::move(tile));
+    return ink;
 }
 
 static std::int32_t Wrap(std::int64_t l, std::int32_t period)
@@ -23,22 +31,23 @@ static std::int32_t Wrap(std::int64_t l, std::int32_t period)
 
 std::uint32_t Ink::At(std::int32_t x, std::int32_t y) const
 {
-    if (!tile)
-        return color | 0xFF000000;
-    return tile->Row(
-        Wrap(std::int64_t{y} - origin_y, tile->height))[Wrap(std::int64_t{x} - origin_x, tile->width)];
+    std::uint32_t pixel = 0;
+    Row(x, y, {&pixel, 1});
+    return pixel;
 }
 
-void Ink::ApplyTo(cairo_t* cairo) const
+void Ink::Row(std::int32_t x, std::int32_t y, std::span<std::uint32_t> out) const
 {
-    if (!tile)
-        return SetSourceColor(cairo, color);
-    const SurfacePtr surface = SurfaceOn(*tile);
-    const PatternPtr pattern(cairo_pattern_create_for_surface(surface.get()));
-    cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_REPEAT);
-    cairo_pattern_set_filter(pattern.get(), CAIRO_FILTER_NEAREST);
-    cairo_matrix_t matrix;
-    cairo_matrix_init_translate(&matrix, -origin_x, -origin_y);
-    cairo_pattern_set_matrix(pattern.get(), &matrix);
-    cairo_set_source(cairo, pattern.get());
+    if (shader)
+        return shader->Row(x, y, out);
+    if (!tile) {
+        std::fill(out.begin(), out.end(), color);
+        return;
+    }
+    const std::uint32_t* row = tile->Row(Wrap(std::int64_t{y} - origin_y, tile->height));
+    std::int32_t column = Wrap(std::int64_t{x} - origin_x, tile->width);
+    for (std::uint32_t& pixel : out) {
+        pixel = row[column];
+        column = column + 1 < tile->width ? column + 1 : 0;
+    }
 }

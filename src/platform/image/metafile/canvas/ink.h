@@ -1,4 +1,4 @@
-// What shapes are painted with: a colour or a repeating tile.
+// What shapes are painted with: a colour, a repeating tile or a shader.
 // Room: platform/image/metafile/canvas.
 #pragma once
 
@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -43,16 +44,32 @@ constexpr std::int32_t kMaxSurfaceSide = 32000;
 /// A Cairo surface on the pixels, which must outlive it.
 SurfacePtr SurfaceOn(const Pixels& pixels);
 
+/// Colours that differ from pixel to pixel.
+class Shader
+{
+public:
+    virtual ~Shader() = default;
+    /// Sets out to the premultiplied colours of consecutive pixels of row y; the first one is at x.
+    virtual void Row(std::int32_t x, std::int32_t y, std::span<std::uint32_t> out) const = 0;
+    /// The cost of a pixel in budget units.
+    virtual std::uint64_t CostOfPixel() const = 0;
+};
+
 struct Ink {
-    std::uint32_t color = 0;             ///< red, green, blue; ignored if there is a tile
+    std::uint32_t color = 0xFF000000;    ///< premultiplied; ignored if there is a tile or a shader
     std::shared_ptr<const Pixels> tile;  ///< repeats from (origin_x, origin_y)
     std::int32_t origin_x = 0;
     std::int32_t origin_y = 0;
+    std::shared_ptr<const Shader> shader;
 
+    /// An opaque colour: red, green, blue from the high byte down.
+    static Ink Solid(std::uint32_t color);
+    static Ink Tile(Pixels tile);
+
+    bool IsSolid() const { return !tile && !shader; }
     /// The colour at a pixel, with alpha.
     std::uint32_t At(std::int32_t x, std::int32_t y) const;
-    /// Sets the ink as cairo's source; user space must be pixels.
-    void ApplyTo(cairo_t* cairo) const;
+    /// The colours of consecutive pixels, with alpha.
+    void Row(std::int32_t x, std::int32_t y, std::span<std::uint32_t> out) const;
+    std::uint64_t CostOfPixel() const { return shader ? shader->CostOfPixel() : 1; }
 };
-
-void SetSourceColor(cairo_t* cairo, std::uint32_t color);

@@ -165,6 +165,23 @@ bool Outline::IsRectilinear() const
     return result;
 }
 
+bool Outline::IsBox() const
+{
+    std::size_t count = points_.size();
+    if (count < 4 || verbs_[0] != Verb::kMove || !IsRectilinear())
+        return false;
+    for (std::size_t n = 1; n < verbs_.size(); ++n)
+        if (verbs_[n] != Verb::kLine && !(verbs_[n] == Verb::kClose && n + 1 == verbs_.size()))
+            return false;
+    if (count == 5 && points_[4].x == points_[0].x && points_[4].y == points_[0].y)
+        count = 4;
+    // Opposite corners differ in both coordinates, and the other two share one with each of them.
+    const auto& p = points_;
+    const bool across = p[0].y == p[1].y && p[1].x == p[2].x && p[2].y == p[3].y && p[3].x == p[0].x;
+    const bool down = p[0].x == p[1].x && p[1].y == p[2].y && p[2].x == p[3].x && p[3].y == p[0].y;
+    return count == 4 && (across || down);
+}
+
 // Snaps the points [first, last) of one figure to pixel corners.
 static void SnapToCorners(Point* first, Point* last)
 {
@@ -245,23 +262,71 @@ double Outline::Length() const
     return sum;
 }
 
-std::uint64_t Outline::Work(std::int32_t top, std::int32_t bottom) const
+std::uint64_t Outline::Work(const Box& box) const
 {
-    const auto rows = [&](Point a, Point b) {
-        const double upper = std::max<double>(std::min(a.y, b.y), top);
-        return std::max(0.0, std::min<double>(std::max(a.y, b.y), bottom) - upper);
+    // Cells within a row count once per column, and only inside the box.
+    const auto cells = [&](Point a, Point b) {
+        const double upper = std::max<double>(std::min(a.y, b.y), box.top);
+        const double rows = std::min<double>(std::max(a.y, b.y), box.bottom) - upper;
+        const double start = std::max<double>(std::min(a.x, b.x), box.left);
+        const double columns = std::min<double>(std::max(a.x, b.x), box.right) - start;
+        return rows <= 0 ? 0 : rows + std::max(0.0, columns);
     };
     double sum = 0;
     ForEach([&](Verb verb, std::size_t point, Point before, Point start) {
         if (verb == Verb::kLine)
-            sum += rows(before, points_[point]);
+            sum += cells(before, points_[point]);
         else if (verb == Verb::kClose)
-            sum += rows(before, start);
+            sum += cells(before, start);
         else if (verb == Verb::kCurve)
-            sum += 200 + rows(before, points_[point]) + rows(points_[point], points_[point + 1]) +
-                   rows(points_[point + 1], points_[point + 2]);
+            sum += 100 + cells(before, points_[point]) + cells(points_[point], points_[point + 1]) +
+                   cells(points_[point + 1], points_[point + 2]);
     });
-    return static_cast<std::uint64_t>(sum) * 4 + points_.size() * 16;
+    return static_cast<std::uint64_t>(sum) * 6 + points_.size() * 20;
+}
+
+static void AddCurve(std::vector<Point>& points, Point a, Point b, Point end)
+{
+    const Point start = points.back();
+    // The deviation of n chords is at most 3/4 of the larger second difference by n squared.
+    const double bend = std::max(LengthOf(start - 2 * a + b), LengthOf(a - 2 * b + end));
+    const int chords = static_cast<int>(std::clamp(std::ceil(std::sqrt(0.75 * bend / 0.1)), 1.0, 500.0));
+    for (int n = 1; n < chords; ++n) {
+        const double t = static_cast<double>(n) / chords;
+        const double u = 1 - t;
+        points.push_back(u * u * u * start + 3 * u * u * t * a + 3 * u * t * t * b + t * t * t * end);
+    }
+    points.push_back(end);
+}
+
+void Outline::ForEachFigure(const std::function<void(std::span<const Point>, bool)>& take) const
+{
+    std::vector<Point> figure;
+    const auto finish = [&](bool closed) {
+        if (figure.size() > 1)
+            take(figure, closed);
+        figure.clear();
+    };
+    ForEach([&](Verb verb, std::size_t point, Point before, Point) {
+        switch (verb) {
+            case Verb::kMove:
+                finish(false);
+                figure.push_back(points_[point]);
+                break;
+            case Verb::kLine:
+                figure.push_back(points_[point]);
+                break;
+            case Verb::kCurve:
+                if (figure.empty())
+                    figure.push_back(before);
+                AddCurve(figure, points_[point], points_[point + 1], points_[point + 2]);
+                break;
+            case Verb::kClose:
+                finish(true);
+                break;
+        }
+    });
+    finish(false);
 }
 
 void Outline::AddTo(cairo_t* cairo) const

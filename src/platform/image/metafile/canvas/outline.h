@@ -5,6 +5,8 @@
 #include <cairo.h>
 
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <vector>
 
 #include "src/platform/image/metafile/canvas/geometry.h"
@@ -28,6 +30,7 @@ public:
     void Continue(const Outline& other);
     void Clear();
 
+    bool operator==(const Outline&) const = default;
     bool Empty() const { return verbs_.empty(); }
     std::size_t PointCount() const { return points_.size(); }
     /// The last point of an open figure, or the start of a closed one.
@@ -41,6 +44,8 @@ public:
     Rect Extents() const;
     /// True if all lines are horizontal or vertical.
     bool IsRectilinear() const;
+    /// True for a single figure that is a rectangle with horizontal and vertical sides.
+    bool IsBox() const;
     /// A copy with every vertex snapped to a pixel corner and nothing thinner than a pixel. For rectilinear
     /// outlines.
     Outline SnapToPixelCorners() const;
@@ -50,9 +55,12 @@ public:
 
     /// The total length; curves count the length of their control polygon.
     double Length() const;
-    /// The cost of scan conversion in budget units, from the rows that edges cross within top..bottom and the
-    /// number of points.
-    std::uint64_t Work(std::int32_t top, std::int32_t bottom) const;
+    /// The cost of scan conversion in budget units: the pixels that edges cross within box, and the points.
+    std::uint64_t Work(const Box& box) const;
+
+    /// Calls take(points, closed) for each figure, with curves replaced by chords that deviate by less than a
+    /// tenth of a pixel. A figure that is only a MoveTo is left out.
+    void ForEachFigure(const std::function<void(std::span<const Point>, bool)>& take) const;
 
     void AddTo(cairo_t* cairo) const;
 

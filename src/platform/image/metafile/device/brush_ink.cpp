@@ -37,7 +37,7 @@ static std::optional<Ink> TileInk(const ImageBuffer& image)
     if (too_large)
         return std::nullopt;
     const Box all{0, 0, image.width, image.height};
-    return Ink{0, std::make_shared<const Pixels>(PixelsOf(image, all, 1, 1, false)), 0, 0};
+    return Ink::Tile(PixelsOf(image, all, 1, 1, false));
 }
 
 std::optional<Ink> BrushInk(const Brush& brush, const DeviceContext& dc)
@@ -47,11 +47,11 @@ std::optional<Ink> BrushInk(const Brush& brush, const DeviceContext& dc)
         case BrushKind::kNull:
             return std::nullopt;
         case BrushKind::kSolid:
-            return Ink{dc.ResolveColor(brush.color), nullptr, 0, 0};
+            return Ink::Solid(dc.ResolveColor(brush.color));
         case BrushKind::kHatched: {
             // Higher values are dithered and solid fills.
             if (brush.hatch > 5)
-                return Ink{dc.ResolveColor(brush.color), nullptr, 0, 0};
+                return Ink::Solid(dc.ResolveColor(brush.color));
             Pixels tile{8, 8, std::vector<std::uint32_t>(64)};
             const std::uint32_t back =
                 dc.state.opaque_back ? dc.ResolveColor(dc.state.back_color) | 0xFF000000 : 0;
@@ -59,7 +59,7 @@ std::optional<Ink> BrushInk(const Brush& brush, const DeviceContext& dc)
                 for (std::int32_t x = 0; x < 8; ++x)
                     tile.Row(y)[x] =
                         IsOnHatch(brush.hatch, x, y) ? dc.ResolveColor(brush.color) | 0xFF000000 : back;
-            return Ink{0, std::make_shared<const Pixels>(std::move(tile)), 0, 0};
+            return Ink::Tile(std::move(tile));
         }
         case BrushKind::kDib:
             return DecodeBitmap(brush.dib, dc, DibColors::kAsStored, image) ? TileInk(image) : std::nullopt;

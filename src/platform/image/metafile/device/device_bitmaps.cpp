@@ -201,7 +201,7 @@ void DrawBitmap(DeviceContext& dc, const BitmapPart& part, const Corners& corner
                          [](std::int32_t, std::int32_t, std::uint32_t old, std::uint32_t source,
                             std::uint32_t level) { return BlendOver(old, ScalePixel(source, level)); });
     }
-    const Ink ink = dc.InkFor(dc.state.brush).value_or(Ink{0xFFFFFF, nullptr, 0, 0});
+    const Ink ink = dc.InkFor(dc.state.brush).value_or(Ink::Solid(0xFFFFFF));
     const Affine back = place->source_to_picture.Inverse();
     // The mean of two colours has no bitwise meaning, so don't smooth.
     Composite(
@@ -255,7 +255,7 @@ void PaintRect(DeviceContext& dc, const Rect& rect, std::uint8_t rop)
     if (rop == kRopPatternCopy)
         return dc.Fill(shape, *ink, kRop2Copy);
     if (rop == 0x00 || rop == 0xFF)
-        return dc.Fill(shape, Ink{rop == 0 ? 0u : 0xFFFFFFu, nullptr, 0, 0}, kRop2Copy);
+        return dc.Fill(shape, Ink::Solid(rop == 0 ? 0u : 0xFFFFFFu), kRop2Copy);
     const Ink pattern = ink.value_or(Ink{});
     dc.Target().Compose(
         BoxOf(shape.Extents()), dc.CurrentClip(),

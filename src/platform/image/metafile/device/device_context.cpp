@@ -210,7 +210,7 @@ std::optional<Ink> DeviceContext::InkFor(const std::shared_ptr<const Brush>& bru
     if (!brush || brush->kind == BrushKind::kNull)
         return std::nullopt;
     if (brush->kind == BrushKind::kSolid)
-        return Ink{ResolveColor(brush->color), nullptr, 0, 0};
+        return Ink::Solid(ResolveColor(brush->color));
     // Cache the decoded pattern until the brush or the colours it uses change.
     const ColorRef back = state.opaque_back ? state.back_color : 0xFF000000;
     if (brush != ink_brush_ || ink_text_ != state.text_color || ink_back_ != back) {
@@ -228,7 +228,12 @@ std::optional<Ink> DeviceContext::InkFor(const std::shared_ptr<const Brush>& bru
 
 Clip DeviceContext::CurrentClip() const
 {
-    return Combine(state.clip, state.meta, ClipMode::kAnd, Work());
+    // Both usually stay the same from one operation to the next, and combining two masks costs as much as
+    // painting their pixels.
+    if (!combined_ || !combined_->clip.IsSameAs(state.clip) || !combined_->meta.IsSameAs(state.meta))
+        combined_ =
+            CombinedClip{state.clip, state.meta, Combine(state.clip, state.meta, ClipMode::kAnd, Work())};
+    return combined_->result;
 }
 
 void DeviceContext::CombineClip(const Clip& clip, ClipMode mode)

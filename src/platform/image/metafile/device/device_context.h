@@ -115,6 +115,17 @@ public:
     void DrawLine(Outline picture);
 
 private:
+    struct CombinedClip {
+        Clip clip;
+        Clip meta;
+        Clip result;
+    };
+    struct PathClip {
+        Outline path;
+        bool winding = false;
+        Clip result;
+    };
+
     StrokeStyle StyleOf(const Pen& pen, bool rectilinear) const;
     Point HalfPixel() const;
 
@@ -131,6 +142,9 @@ private:
     bool figure_open_ = false;
     Outline path_;
     std::optional<Pen> widened_by_;
+
+    mutable std::optional<CombinedClip> combined_;  ///< the last result of CurrentClip()
+    std::optional<PathClip> path_clip_;             ///< the last clip made of a path
 
     std::shared_ptr<const Brush> ink_brush_;  ///< the brush of the cached ink
     std::optional<Ink> ink_;

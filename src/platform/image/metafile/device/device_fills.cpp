@@ -160,5 +160,5 @@ void SetPixel(DeviceContext& dc, Point point, ColorRef color)
     const Point unit = dc.DeviceUnit();
     Outline box;
     box.AddBox({point.x, point.y, point.x + unit.x, point.y + unit.y});
-    dc.Fill(box.Transformed(dc.LogicalToPicture()), Ink{dc.ResolveColor(color), nullptr, 0, 0}, kRop2Copy);
+    dc.Fill(box.Transformed(dc.LogicalToPicture()), Ink::Solid(dc.ResolveColor(color)), kRop2Copy);
 }

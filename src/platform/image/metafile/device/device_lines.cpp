@@ -63,17 +63,17 @@ StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
 
     if (pen.extended && geometric) {
         const std::uint32_t cap = pen.style & PenStyle::kCapMask;
-        style.cap = cap == PenStyle::kCapSquare ? CAIRO_LINE_CAP_SQUARE
-                    : cap == PenStyle::kCapFlat ? CAIRO_LINE_CAP_BUTT
-                                                : CAIRO_LINE_CAP_ROUND;
+        style.cap = cap == PenStyle::kCapSquare ? LineCap::kSquare
+                    : cap == PenStyle::kCapFlat ? LineCap::kButt
+                                                : LineCap::kRound;
         const std::uint32_t join = pen.style & PenStyle::kJoinMask;
-        style.join = join == PenStyle::kJoinBevel   ? CAIRO_LINE_JOIN_BEVEL
-                     : join == PenStyle::kJoinMiter ? CAIRO_LINE_JOIN_MITER
-                                                    : CAIRO_LINE_JOIN_ROUND;
+        style.join = join == PenStyle::kJoinBevel   ? LineJoin::kBevel
+                     : join == PenStyle::kJoinMiter ? LineJoin::kMiter
+                                                    : LineJoin::kRound;
     } else if (hairline) {
         // A thin line extends one pixel past its ends.
-        style.cap = CAIRO_LINE_CAP_SQUARE;
-        style.join = CAIRO_LINE_JOIN_MITER;
+        style.cap = LineCap::kSquare;
+        style.join = LineJoin::kMiter;
     }
     style.miter_limit = std::clamp(state.miter_limit, 1.0, 100.0);
     if (hairline)
@@ -94,7 +94,7 @@ StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
         style.dashes.clear();
     // Other caps would close the gaps; only geometric extended pens choose their cap.
     if (!style.dashes.empty() && (!pen.extended || !geometric))
-        style.cap = CAIRO_LINE_CAP_BUTT;
+        style.cap = LineCap::kButt;
     return style;
 }
 
@@ -115,7 +115,7 @@ void DeviceContext::DrawLine(Outline picture)
     if (!style.dashes.empty() && state.opaque_back && !pen->extended) {
         StrokeStyle gaps = style;
         gaps.dashes.clear();
-        canvas_.Stroke(picture, gaps, Ink{ResolveColor(state.back_color), nullptr, 0, 0}, state.rop2, clip);
+        canvas_.Stroke(picture, gaps, Ink::Solid(ResolveColor(state.back_color)), state.rop2, clip);
     }
     canvas_.Stroke(picture, style, *ink, state.rop2, clip);
 }

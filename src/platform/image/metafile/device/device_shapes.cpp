@@ -168,7 +168,10 @@ void DeviceContext::SelectClipPath(ClipMode mode)
     const Outline path = std::exchange(path_, {});
     const std::optional<Pen> widened_by = std::exchange(widened_by_, std::nullopt);
     const Box& area = canvas_.Area();
-    CombineClip(widened_by ? canvas_.ClipOf(path, StyleOf(*widened_by, false), area)
-                           : canvas_.ClipOf(path, state.winding, area),
-                mode);
+    if (widened_by)
+        return CombineClip(canvas_.ClipOf(path, StyleOf(*widened_by, false), area), mode);
+    // Many programs set the same clip again for each object that they draw.
+    if (!path_clip_ || path_clip_->winding != state.winding || !(path_clip_->path == path))
+        path_clip_ = PathClip{path, state.winding, canvas_.ClipOf(path, state.winding, area)};
+    CombineClip(path_clip_->result, mode);
 }

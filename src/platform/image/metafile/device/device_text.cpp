@@ -174,7 +174,7 @@ static void PaintBox(DeviceContext& dc, const Rect& rect, const Affine& map)
 {
     Outline box;
     box.AddBox(rect);
-    dc.Fill(box.Transformed(map), Ink{dc.ResolveColor(dc.state.back_color), nullptr, 0, 0}, kRop2Copy);
+    dc.Fill(box.Transformed(map), Ink::Solid(dc.ResolveColor(dc.state.back_color)), kRop2Copy);
 }
 
 bool DrawText(DeviceContext& dc, const TextRun& run)
@@ -245,7 +245,7 @@ bool DrawText(DeviceContext& dc, const TextRun& run)
             dc.CombineClip(dc.ClipOf({&*run.box, 1}, map), ClipMode::kAnd);
         if (state.opaque_back && !run.fill_box)
             PaintBox(dc, {0, -ascent, end.x, descent}, to_picture);
-        dc.Target().Fill(letters, true, Ink{dc.ResolveColor(state.text_color), nullptr, 0, 0}, kRop2Copy,
+        dc.Target().Fill(letters, true, Ink::Solid(dc.ResolveColor(state.text_color)), kRop2Copy,
                          dc.CurrentClip(), true);
         state.clip = before;
     }
