@@ -2,6 +2,7 @@
 #include "src/platform/image/metafile/device/bitmaps.h"
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "src/platform/image/metafile/device/device_context.h"
@@ -105,22 +106,30 @@ static std::vector<std::uint32_t> IndexedColors(Bytes header, const DeviceContex
     return colors;
 }
 
-// A copy of a 32-bit header with a mask for alpha.
+// A copy of a 32-bit header with a mask for alpha: the bits that no colour uses.
 static std::vector<std::uint8_t> WithAlphaMask(Bytes header)
 {
     std::vector<std::uint8_t> result(header.begin(), header.end());
     const std::uint32_t size = ByteReader(header).U32Le();
     const std::uint32_t compression = ByteReader(header.subspan(16)).U32Le();
-    if (compression != 0 || size < kHeader)
+    if (size < kHeader || (compression != 0 && compression != kBitfields))
         return result;
+    std::array<std::uint32_t, 4> masks{0xFF0000, 0xFF00, 0xFF, 0};
+    if (compression == kBitfields) {
+        // In the header itself or behind it, the masks are at the same offset.
+        ByteReader reader(header.subspan(kHeader));
+        for (std::size_t n = 0; n < (size >= kHeaderWithAlphaMask ? 4u : 3u); ++n)
+            masks[n] = reader.U32Le();
+        if (reader.Failed() || masks[3] != 0)
+            return result;
+    }
+    masks[3] = ~(masks[0] | masks[1] | masks[2]);
     result.resize(std::max(size, kHeaderWithAlphaMask));
     PutU32(result, 0, std::max(size, kHeaderWithAlphaMask));
     PutU32(result, 16, kBitfields);
     PutU32(result, 32, 0);
-    PutU32(result, 40, 0xFF0000);
-    PutU32(result, 44, 0xFF00);
-    PutU32(result, 48, 0xFF);
-    PutU32(result, 52, 0xFF000000);
+    for (std::size_t n = 0; n < 4; ++n)
+        PutU32(result, kHeader + 4 * n, masks[n]);
     return result;
 }
 

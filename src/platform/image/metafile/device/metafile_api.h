@@ -52,8 +52,8 @@ struct MetafileBounds {
 
 /// The module's entry points, looked up by name. Neither throws.
 ///
-/// VarnelPlayMetafile draws the picture on white. False if a record is invalid, the file exceeds its work
-/// budget, or memory or fonts are missing; the pixels are then undefined.
+/// VarnelPlayMetafile draws the picture on white, without the records that can't be drawn. False if these are
+/// all, the file exceeds its work budget, or memory or fonts are missing; the pixels are then undefined.
 ///
 /// VarnelMeasureMetafile finds the bounds of what a WMF without a window draws, at one pixel per unit. False
 /// in the same cases, and if nothing is drawn.

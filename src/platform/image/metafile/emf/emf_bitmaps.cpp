@@ -1,4 +1,5 @@
 // Plays EMF records that draw bitmaps.
+#include <algorithm>
 #include <array>
 
 #include "src/platform/image/metafile/canvas/raster_ops.h"
@@ -259,8 +260,12 @@ static Outcome Blend(DeviceContext& dc, const EmfRecord& record)
     ImageBuffer image;
     if (!DecodeBitmap(source.dib, dc, own_alpha ? DibColors::kWithAlpha : DibColors::kAsStored, image))
         return Outcome::kBroken;
-    const auto shape = DibShapeOf(source.dib.header);
-    const bool has_alpha = own_alpha && shape && shape->bits == 32;
+    // The decoder drops alpha that is 0 everywhere. Writers that don't set it mean an opaque bitmap, unless
+    // all of it is empty.
+    const bool has_alpha = own_alpha && image.channels == 4;
+    if (own_alpha && !has_alpha &&
+        std::all_of(image.bytes.begin(), image.bytes.end(), [](std::uint8_t byte) { return byte == 0; }))
+        return Outcome::kDone;
     const BitmapPart part{image, RectAt(source.corner, source.size)};
     const Corners corners = CornersOfDest(dc, RectAt(dest, dest_size));
     if (blend)

@@ -9,6 +9,9 @@ static constexpr std::uint32_t kComment = 70;
 static constexpr std::uint32_t kEmfPlusMark = 0x2B464D45;
 static constexpr std::uint16_t kEmfPlusHeader = 0x4001;
 
+static constexpr std::uint32_t kDibHeader = 40;
+static constexpr std::uint32_t kDibHeaderWithMasks = 52;
+
 // Even a no-op record must be read.
 static constexpr std::uint64_t kCostOfRecord = 20;
 
@@ -53,7 +56,12 @@ std::optional<DibSource> DibAt(const EmfRecord& record, const EmfDibPlace& place
         return std::nullopt;
     // Some writers give a wrong size, such as one without the last row's padding: take what is there.
     const std::uint64_t bits = std::min<std::uint64_t>(place.bits_size, record_index - place.bits_offset);
-    return DibSource{record.all.subspan(place.header_offset, place.header_size),
+    // Others count colour masks behind the header as a part of neither the header nor the bits.
+    const std::uint64_t space = std::max(place.header_offset, place.bits_offset) - place.header_offset;
+    const std::uint64_t header = place.header_size == kDibHeader && space >= kDibHeaderWithMasks
+                                     ? kDibHeaderWithMasks
+                                     : place.header_size;
+    return DibSource{record.all.subspan(place.header_offset, header),
                      record.all.subspan(place.bits_offset, bits), usage == 1};
 }
 
@@ -109,6 +117,7 @@ bool PlayEmf(DeviceContext& dc, const MetafileRequest& request)
     // Slot 0 is the metafile itself.
     play.objects.resize(std::min<std::uint32_t>(request.objects, 65535) + 1);
     Bytes left = request.records;
+    bool skipped = false;
     for (;;) {
         ByteReader reader(left);
         EmfRecord record;
@@ -120,8 +129,11 @@ bool PlayEmf(DeviceContext& dc, const MetafileRequest& request)
             break;
         record.all = left.first(size);
         left = left.subspan(size);
-        if (Play(play, record) == Outcome::kBroken || dc.Work().Spent() || dc.Target().Failed())
+        const Outcome outcome = Play(play, record);
+        if (outcome == Outcome::kGivingUp || dc.Work().Spent() || dc.Target().Failed())
             return false;
+        skipped = skipped || outcome == Outcome::kBroken;
     }
-    return !play.only_emf_plus || !dc.Target().Touched().Empty();
+    // An empty page is fine if the file is empty, but not if nothing of its contents could be drawn.
+    return !(skipped || play.only_emf_plus) || !dc.Target().Touched().Empty();
 }

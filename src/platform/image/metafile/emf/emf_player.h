@@ -24,7 +24,12 @@ struct EmfPlay {
     bool only_emf_plus = false;
 };
 
-enum class Outcome { kNotMine, kDone, kBroken };
+enum class Outcome {
+    kNotMine,
+    kDone,
+    kBroken,   ///< the record can't be drawn: skip it
+    kGivingUp  ///< the file can't be drawn: a limit is exceeded, or no font is installed
+};
 
 inline Outcome OutcomeOf(bool good)
 {
@@ -40,8 +45,8 @@ Outcome PlayPoints(EmfPlay& play, const EmfRecord& record);
 Outcome PlayBitmap(EmfPlay& play, const EmfRecord& record);
 Outcome PlayText(EmfPlay& play, const EmfRecord& record);
 
-/// Plays all records up to the end record. False if one is invalid, the budget is spent, or nothing could be
-/// drawn of an EMF+-only file.
+/// Plays all records up to the end record, skipping those that can't be drawn. False if a limit is exceeded,
+/// no font is installed, or records were skipped and nothing was drawn.
 bool PlayEmf(DeviceContext& dc, const MetafileRequest& request);
 
 // Shared between the families.

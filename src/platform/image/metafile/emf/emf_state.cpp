@@ -135,7 +135,7 @@ Outcome PlayState(EmfPlay& play, const EmfRecord& record)
             return OutcomeOf(!reader.Failed());
         }
         case kSaveDc:
-            return OutcomeOf(dc.SaveState());
+            return dc.SaveState() ? Outcome::kDone : Outcome::kGivingUp;
         case kRestoreDc:
             dc.RestoreState(reader.I32Le());
             break;

@@ -57,7 +57,7 @@ static Outcome DrawObject(DeviceContext& dc, const EmfRecord& record, ByteReader
             run.steps.push_back({along, -up});
         }
     }
-    return OutcomeOf(DrawText(dc, run));
+    return DrawText(dc, run) ? Outcome::kDone : Outcome::kGivingUp;
 }
 
 static Outcome SmallText(DeviceContext& dc, ByteReader& reader)
@@ -82,7 +82,7 @@ static Outcome SmallText(DeviceContext& dc, ByteReader& reader)
             run.text.push_back({byte, 1});
     else
         run.text = DecodeUtf16(text);
-    return OutcomeOf(DrawText(dc, run));
+    return DrawText(dc, run) ? Outcome::kDone : Outcome::kGivingUp;
 }
 
 Outcome PlayText(EmfPlay& play, const EmfRecord& record)
@@ -101,8 +101,9 @@ Outcome PlayText(EmfPlay& play, const EmfRecord& record)
             if (reader.Left() / 40 < count)
                 return Outcome::kBroken;
             for (std::uint32_t n = 0; n < count; ++n)
-                if (DrawObject(play.dc, record, reader, wide) == Outcome::kBroken)
-                    return Outcome::kBroken;
+                if (const Outcome outcome = DrawObject(play.dc, record, reader, wide);
+                    outcome != Outcome::kDone)
+                    return outcome;
             return Outcome::kDone;
         }
         case kSmallTextOut:

@@ -47,7 +47,7 @@ static Outcome Put(WmfPlay& play, Object object)
             return Outcome::kDone;
         }
     if (play.objects.size() >= kMaxObjects)
-        return Outcome::kBroken;
+        return Outcome::kGivingUp;
     play.objects.push_back(std::move(object));
     return Outcome::kDone;
 }
@@ -193,6 +193,33 @@ static Outcome CreateRegion(WmfPlay& play, ByteReader& reader)
     return reader.Failed() ? Outcome::kBroken : Put(play, std::make_shared<const Region>(std::move(region)));
 }
 
+static Outcome Create(WmfPlay& play, const WmfRecord& record)
+{
+    ByteReader reader = record.Data();
+    switch (record.Number()) {
+        case kCreateDibBrush:
+            return CreateDibBrush(play, reader);
+        case kCreatePalette:
+            return CreatePalette(play, reader);
+        case kCreatePatternBrush:
+            return CreatePatternBrush(play, reader);
+        case kCreatePen:
+            return CreatePen(play, reader);
+        case kCreateFont:
+            return CreateFont(play, reader);
+        case kCreateBrushIndirect:
+            return CreateBrush(play, reader);
+        case kCreateRegion:
+            return CreateRegion(play, reader);
+        case kCreateBrush:
+        case kCreateBitmapIndirect:
+        case kCreateBitmap:
+            return Put(play, Placeholder());
+        default:
+            return Outcome::kNotMine;
+    }
+}
+
 Outcome PlayWmfObject(WmfPlay& play, const WmfRecord& record)
 {
     ByteReader reader = record.Data();
@@ -215,25 +242,12 @@ Outcome PlayWmfObject(WmfPlay& play, const WmfRecord& record)
         case kSetPaletteEntries:
         case kResizePalette:
             return ChangePalette(play, record);
-        case kCreateDibBrush:
-            return CreateDibBrush(play, reader);
-        case kCreatePalette:
-            return CreatePalette(play, reader);
-        case kCreatePatternBrush:
-            return CreatePatternBrush(play, reader);
-        case kCreatePen:
-            return CreatePen(play, reader);
-        case kCreateFont:
-            return CreateFont(play, reader);
-        case kCreateBrushIndirect:
-            return CreateBrush(play, reader);
-        case kCreateRegion:
-            return CreateRegion(play, reader);
-        case kCreateBrush:
-        case kCreateBitmapIndirect:
-        case kCreateBitmap:
-            return Put(play, Placeholder());
-        default:
-            return Outcome::kNotMine;
+        default: {
+            const Outcome outcome = Create(play, record);
+            // The objects after a broken one keep their numbers.
+            if (outcome == Outcome::kBroken && Put(play, Placeholder()) == Outcome::kGivingUp)
+                return Outcome::kGivingUp;
+            return outcome;
+        }
     }
 }

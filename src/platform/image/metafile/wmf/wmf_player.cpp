@@ -10,6 +10,7 @@ static constexpr std::uint8_t kExtTextOut = 0x32;
 
 static constexpr std::uint16_t kOptionOpaque = 2;
 static constexpr std::uint16_t kOptionClipped = 4;
+static constexpr std::uint16_t kOptionSteps2D = 0x2000;
 
 Point ReadPointYx(ByteReader& reader)
 {
@@ -45,7 +46,7 @@ static Outcome TextOut(DeviceContext& dc, ByteReader& reader)
     if (reader.Failed())
         return Outcome::kBroken;
     run.text = DecodeBytes(text, CharSet(dc));
-    return OutcomeOf(DrawText(dc, run));
+    return DrawText(dc, run) ? Outcome::kDone : Outcome::kGivingUp;
 }
 
 static Outcome ExtTextOut(DeviceContext& dc, ByteReader& reader)
@@ -69,10 +70,13 @@ static Outcome ExtTextOut(DeviceContext& dc, ByteReader& reader)
     run.text = DecodeBytes(text, CharSet(dc));
     reader.Take(std::min<std::uint64_t>(count & 1, reader.Left()));
     // The distances are optional.
-    if (reader.Left() >= count * 2)
-        for (std::uint64_t n = 0; n < count; ++n)
-            run.steps.push_back({static_cast<double>(reader.I16Le()), 0});
-    return OutcomeOf(DrawText(dc, run));
+    const bool two_dimensional = (options & kOptionSteps2D) != 0;
+    if (reader.Left() >= count * (two_dimensional ? 4 : 2))
+        for (std::uint64_t n = 0; n < count; ++n) {
+            const double along = reader.I16Le();
+            run.steps.push_back({along, two_dimensional ? -static_cast<double>(reader.I16Le()) : 0});
+        }
+    return DrawText(dc, run) ? Outcome::kDone : Outcome::kGivingUp;
 }
 
 Outcome PlayWmfText(WmfPlay& play, const WmfRecord& record)
@@ -102,6 +106,7 @@ bool PlayWmf(DeviceContext& dc, const MetafileRequest& request)
 {
     WmfPlay play(dc);
     Bytes left = request.records;
+    bool skipped = false;
     for (;;) {
         ByteReader reader(left);
         const std::uint64_t size = std::uint64_t{reader.U32Le()} * 2;
@@ -109,11 +114,13 @@ bool PlayWmf(DeviceContext& dc, const MetafileRequest& request)
         record.function = reader.U16Le();
         if (reader.Failed() || size < 6 || size > left.size() || !dc.Work().Spend(kCostOfRecord + size / 16))
             return false;
-        if (record.function == 0)
-            return true;
+        if (record.function == 0)  // an empty page is fine unless its contents were skipped
+            return !skipped || !dc.Target().Touched().Empty();
         record.parameters = left.subspan(6, size - 6);
         left = left.subspan(size);
-        if (Play(play, record) == Outcome::kBroken || dc.Work().Spent() || dc.Target().Failed())
+        const Outcome outcome = Play(play, record);
+        if (outcome == Outcome::kGivingUp || dc.Work().Spent() || dc.Target().Failed())
             return false;
+        skipped = skipped || outcome == Outcome::kBroken;
     }
 }

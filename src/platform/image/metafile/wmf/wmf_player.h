@@ -33,7 +33,7 @@ Outcome PlayWmfShape(WmfPlay& play, const WmfRecord& record);
 Outcome PlayWmfBitmap(WmfPlay& play, const WmfRecord& record);
 Outcome PlayWmfText(WmfPlay& play, const WmfRecord& record);
 
-/// Plays all records up to the end record. False if one is invalid or the budget is spent.
+/// Plays all records up to the end record, skipping those that can't be drawn. False as for PlayEmf().
 bool PlayWmf(DeviceContext& dc, const MetafileRequest& request);
 
 // Shared between the families. Coordinates are stored in reverse order: y before x, bottom first.

@@ -156,7 +156,7 @@ Outcome PlayWmfState(WmfPlay& play, const WmfRecord& record)
         case kOffsetClip:
             return OffsetClip(dc, reader);
         case kSaveDc:
-            return OutcomeOf(dc.SaveState());
+            return dc.SaveState() ? Outcome::kDone : Outcome::kGivingUp;
         case kRestoreDc:
             dc.RestoreState(reader.I16Le());
             break;

@@ -3,6 +3,9 @@
 
 #include <bit>
 
+#include "src/platform/image/codecs/jpeg/jpeg.h"
+#include "src/platform/image/codecs/png/png.h"
+#include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/metafile_maker.h"
 
 static constexpr std::array<std::int32_t, 4> kAll{0, 0, 40, 40};
@@ -268,4 +271,79 @@ TEST(EmfBitmap, LooksUpIndexesInSelectedPalette)
 
     EXPECT_EQ(ColorAt(image, 0, 0), kBlue);
     EXPECT_EQ(ColorAt(image, 1, 0), kRed);
+}
+
+/// A bitmap whose pixels are a whole file of another format.
+static Dib DibOfFile(const Codec& codec, std::uint32_t compression, const ImageBuffer& image)
+{
+    const std::vector<std::uint8_t> file = Encoded(codec, image);
+    Dib dib;
+    dib.header.U32Le({40, static_cast<std::uint32_t>(image.width), static_cast<std::uint32_t>(image.height)});
+    dib.header.U16Le({1, 0}).U32Le({compression, static_cast<std::uint32_t>(file.size())}).Zeros(16);
+    dib.bits.All(file);
+    return dib;
+}
+
+static ImageBuffer Plain(std::int32_t side, std::array<std::uint8_t, 3> color)
+{
+    ImageBuffer image;
+    image.width = image.height = side;
+    image.channels = 3;
+    for (std::int32_t n = 0; n < side * side; ++n)
+        image.bytes.insert(image.bytes.end(), color.begin(), color.end());
+    return image;
+}
+
+TEST(EmfStretchDibits, DrawsEmbeddedJpegAndPng)
+{
+    const ImageBuffer picture = Plain(16, {0, 0, 255});
+    for (const Dib& dib : {DibOfFile(kJpegCodec, 4, picture), DibOfFile(kPngCodec, 5, picture)}) {
+        const ImageBuffer image = Render(EmfMaker(40, 40).StretchDib(dib, {4, 4, 32, 32}, {0, 0, 16, 16}));
+
+        EXPECT_NEAR(ColorAt(image, 20, 20) & 255, 255, 3);
+        EXPECT_LE(ColorAt(image, 20, 20) >> 8, 0x0303u);
+        EXPECT_EQ(ColorAt(image, 2, 2), kWhite);
+    }
+}
+
+/// The same bitmap with colour masks behind the header.
+static Dib WithMasks(Dib dib)
+{
+    ByteMaker header;
+    header.U32Le({40, 2, 2}).U16Le({1, 32}).U32Le({3}).Zeros(20).U32Le({0xFF0000, 0xFF00, 0xFF});
+    dib.header = header;
+    return dib;
+}
+
+TEST(EmfStretchDibits, DrawsColorMasksBehindHeaderSize)
+{
+    const Dib dib = WithMasks(Dib32(2, {kRed, kRed, kRed, kRed}));
+    EmfMaker maker(40, 40);
+    ByteMaker data;
+    data.Zeros(16).U32Le({0, 0, 0, 0, 2, 2, 80, 40, 132, 16, 0, kSrcCopy, 40, 40});
+    data.All(dib.header.Data()).All(dib.bits.Data());
+
+    EXPECT_EQ(CountOf(Render(maker.Record(Emr::kStretchDibits, data)), kRed, kAll), 1600);
+}
+
+TEST(EmfAlphaBlend, BlendsPixelsWithColorMasks)
+{
+    const Dib dib = WithMasks(Dib32(2, {0x80000080, 0x80000080, 0x80000080, 0x80000080}));
+    const ImageBuffer image =
+        Render(EmfMaker(40, 40).Transfer(Emr::kAlphaBlend, {0, 0, 40, 40}, 0x01FF0000, {0, 0}, dib, {2, 2}));
+
+    EXPECT_EQ(ColorAt(image, 20, 20), 0x7F7FFFu);
+}
+
+TEST(EmfAlphaBlend, DrawsBitmapWithUnsetAlphaOpaquely)
+{
+    const auto render = [](const Dib& dib) {
+        return Render(EmfMaker(40, 40)
+                          .Transfer(Emr::kAlphaBlend, {0, 0, 40, 40}, 0x01FF0000, {0, 0}, dib, {2, 2})
+                          .Select(kBlackBrush)
+                          .Record(Emr::kRectangle, {38, 38, 40, 40}));
+    };
+
+    EXPECT_EQ(ColorAt(render(Dib32(2, {kRed, kRed, kRed, kRed})), 20, 20), kRed);
+    EXPECT_EQ(ColorAt(render(Dib32(2, {0, 0, 0, 0})), 20, 20), kWhite);
 }

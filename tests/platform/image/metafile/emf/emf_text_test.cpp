@@ -65,6 +65,19 @@ TEST(EmfText, FollowsDistancesOfRecord)
     EXPECT_NEAR(Width(wide), Width(own) + 2 * 50 - 2 * 4, 6);
 }
 
+TEST(EmfText, RisesByDistancesInTwoDimensions)
+{
+    EmfMaker maker(200, 60);
+    maker.Font(1, -20, u"Arial").Record(Emr::kSetBkMode, {1});
+    ByteMaker data;
+    data.Zeros(16).U32Le({1, 0, 0, 20, 30, 2, 76, 0x2000}).Zeros(16).U32Le({80}).U16Le({'H', 'H'});
+    const ImageBuffer image = Render(maker.Record(Emr::kExtTextOutW, data.U32Le({50, 20, 50, 0})));
+
+    EXPECT_EQ(CountOf(image, kWhite, {0, 0, 60, 30}), 1800);
+    EXPECT_LT(CountOf(image, kWhite, {70, 10, 90, 30}), 400);
+    EXPECT_EQ(CountOf(image, kWhite, {70, 36, 200, 60}), 130 * 24);
+}
+
 TEST(EmfText, IsDrawnInTextColour)
 {
     EmfMaker maker = WithFont(-60);
