@@ -1,6 +1,7 @@
 // Recognises EMF files, passes them to the player, and decodes those that only hold a bitmap.
 #include "src/platform/image/codecs/metafile/emf.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "src/platform/image/base/input_file.h"
@@ -12,6 +13,9 @@
 #include "src/platform/image/dib/dib.h"
 
 static constexpr double kPixelsPerInch = 96;
+static constexpr std::int32_t kMaxDrawingSide = 8192;
+// A frame of more than 50 metres is a corrupt header.
+static constexpr std::int32_t kMaxFrameSide = 200'000;
 
 static constexpr std::uint32_t kEndRecord = 14;
 static constexpr std::uint32_t kSetStretchBltMode = 21;
@@ -94,14 +98,48 @@ static bool DecodeIfOnlyBitmap(Bytes file, const EmfHeader& header, const Metafi
     return !picture.empty() && DecodeCoveringBitmap(picture, header, request, image);
 }
 
-static bool Decode(InputFile& file, const EmfHeader& header, ImageBuffer& image)
+// The longer side of the largest bitmap that is drawn.
+static std::int32_t LongestBitmapSide(Bytes file)
 {
+    std::int32_t longest = 0;
+    for (Bytes left = file;;) {
+        ByteReader reader(left);
+        const std::uint32_t type = reader.U32Le();
+        const std::uint32_t size = reader.U32Le();
+        if (type == kEndRecord)
+            return longest;
+        if (type == kStretchDibits) {
+            reader.Take(32);  // bounds, target and source corners
+            const std::int32_t width = reader.I32Le();
+            longest = std::max({longest, width, reader.I32Le()});
+        }
+        left = left.subspan(size);
+    }
+}
+
+// Some programs give drawings a frame of several metres. More pixels show no more of lines and texts, but do
+// of bitmaps.
+static void LimitSize(Bytes file, EmfHeader& header)
+{
+    const std::int32_t longer = std::max(header.width, header.height);
+    const std::int32_t limit = std::max(kMaxDrawingSide, LongestBitmapSide(file));
+    if (longer <= limit)
+        return;
+    const double scale = static_cast<double>(limit) / longer;
+    header.width = std::max(1, static_cast<std::int32_t>(std::lround(header.width * scale)));
+    header.height = std::max(1, static_cast<std::int32_t>(std::lround(header.height * scale)));
+}
+
+bool DecodeEmf(Bytes bytes, ImageBuffer& image)
+{
+    auto found = ReadEmfHeader(bytes);
+    if (!found || std::max(found->width, found->height) > kMaxFrameSide || !IsWholeEmf(bytes))
+        return false;
+    EmfHeader& header = *found;
+    LimitSize(bytes, header);
     const auto width = static_cast<std::uint64_t>(header.width);
     const auto height = static_cast<std::uint64_t>(header.height);
     if (!IsSizeAllowed(width, height))
-        return false;
-    const Bytes bytes = file.All();
-    if (!IsWholeEmf(bytes))
         return false;
     MetafileRequest request;
     request.enhanced = true;
@@ -127,10 +165,9 @@ static bool Decode(InputFile& file, const EmfHeader& header, ImageBuffer& image)
 
 static std::unique_ptr<ImageDecoder> Open(InputFile& file)
 {
-    const auto header = ReadEmfHeader(file.Head());
-    if (!header)
+    if (!ReadEmfHeader(file.Head()))
         return nullptr;
-    return SinglePage([&file, header](ImageBuffer& image) { return Decode(file, *header, image); });
+    return SinglePage([&file](ImageBuffer& image) { return DecodeEmf(file.All(), image); });
 }
 
 const Codec kEmfCodec{FileType::kEmf, false, false, Sniff, Open, EncodeEmf};

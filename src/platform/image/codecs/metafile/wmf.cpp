@@ -2,11 +2,13 @@
 #include "src/platform/image/codecs/metafile/wmf.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/base/limits.h"
+#include "src/platform/image/codecs/metafile/emf.h"
 #include "src/platform/image/codecs/metafile/metafile_dib.h"
 #include "src/platform/image/codecs/metafile/metafile_module.h"
 #include "src/platform/image/codecs/metafile/wmf_header.h"
@@ -14,8 +16,9 @@
 #include "src/platform/image/dib/dib.h"
 
 static constexpr double kPixelsPerInch = 96;
-/// Windows without a physical unit are often 20,000 units wide, just to place points precisely.
-static constexpr double kMaxPixelsWithoutUnit = 4096;
+/// Windows without a physical unit are often 20,000 units wide, just to place points precisely. Most of these
+/// files are formulas and small drawings.
+static constexpr double kMaxPixelsWithoutUnit = 1024;
 
 static constexpr std::uint16_t kStretchDib = 0x0F43;
 static constexpr std::uint32_t kSourceCopy = 0x00CC0020;
@@ -25,18 +28,38 @@ static bool Sniff(Bytes head, std::string_view)
     return IsWmf(head);
 }
 
-static void SetSize(double width, double height, double units_per_inch, MetafileRequest& request)
+// Units per inch of the map modes that have some.
+static double UnitsPerInch(int map_mode)
 {
-    double scale = units_per_inch > 0 ? kPixelsPerInch / units_per_inch : 1;
-    if (units_per_inch <= 0)
-        scale = std::min(1.0, kMaxPixelsWithoutUnit / std::max(std::abs(width), std::abs(height)));
-    const auto pixels = [scale](double d) {
-        return static_cast<std::int32_t>(std::clamp(std::floor(std::abs(d) * scale + 0.5), 1.0, 1e9));
+    static constexpr std::array<double, 7> kUnits{0, 0, 254, 2540, 100, 1000, 1440};
+    return map_mode > 0 && map_mode < 7 ? kUnits[static_cast<std::size_t>(map_mode)] : 0;
+}
+
+namespace
+{
+/// Pixels per unit of a window.
+struct Scale {
+    double x = 1;
+    double y = 1;
+};
+}  // namespace
+
+// Sets the size in pixels of a window.
+static void SetSize(double width, double height, const Scale& scale, MetafileRequest& request)
+{
+    const auto pixels = [](double d) {
+        return static_cast<std::int32_t>(std::clamp(std::floor(std::abs(d) + 0.5), 1.0, 1e9));
     };
-    request.width = pixels(width);
-    request.height = pixels(height);
+    request.width = pixels(width * scale.x);
+    request.height = pixels(height * scale.y);
     request.window_width = width;
     request.window_height = height;
+}
+
+// For a window without a physical unit.
+static double ScaleWithoutUnit(double width, double height)
+{
+    return std::min(1.0, kMaxPixelsWithoutUnit / std::max(std::abs(width), std::abs(height)));
 }
 
 // Determines size and window: from the placeable header, the first window set, or the extent of what is
@@ -46,13 +69,24 @@ static bool FindSize(const WmfHeader& header, const WmfRecords& walk, MetafileRe
     if (header.placeable) {
         request.window_left = header.left;
         request.window_top = header.top;
-        SetSize(header.width, header.height, header.units_per_inch, request);
+        const double scale = header.units_per_inch > 0 ? kPixelsPerInch / header.units_per_inch
+                                                       : ScaleWithoutUnit(header.width, header.height);
+        SetSize(header.width, header.height, {scale, scale}, request);
         return true;
     }
+    const double units_per_inch = UnitsPerInch(walk.map_mode.value_or(0));
     if (walk.window_width) {
+        const double width = *walk.window_width;
+        const double height = *walk.window_height;
         request.window_left = walk.window_left.value_or(0);
         request.window_top = walk.window_top.value_or(0);
-        SetSize(*walk.window_width, *walk.window_height, 0, request);
+        const double scale =
+            units_per_inch > 0 ? kPixelsPerInch / units_per_inch : ScaleWithoutUnit(width, height);
+        Scale scales{scale, scale};
+        // A viewport is in pixels of the screen.
+        if (units_per_inch <= 0 && walk.viewport_width)
+            scales = {std::abs(*walk.viewport_width / width), std::abs(*walk.viewport_height / height)};
+        SetSize(width, height, scales, request);
         return true;
     }
     const MetafileModule module = LoadMetafileModule();
@@ -61,7 +95,16 @@ static bool FindSize(const WmfHeader& header, const WmfRecords& walk, MetafileRe
         return false;
     request.window_left = bounds.left;
     request.window_top = bounds.top;
-    SetSize(bounds.right - bounds.left, bounds.bottom - bounds.top, 0, request);
+    const double width = bounds.right - bounds.left;
+    const double height = bounds.bottom - bounds.top;
+    double scale = ScaleWithoutUnit(width, height);
+    if (units_per_inch > 0) {
+        // The bounds are in pixels then, and the y axis points up.
+        request.window_left *= units_per_inch / kPixelsPerInch;
+        request.window_top *= -units_per_inch / kPixelsPerInch;
+        scale = 1;
+    }
+    SetSize(width, height, {scale, scale}, request);
     return true;
 }
 
@@ -120,7 +163,13 @@ static bool Decode(InputFile& file, const WmfHeader& header, ImageBuffer& image)
     request.objects = header.objects;
     request.decode_dib = DecodeDib;
     const WmfRecords walk = WalkWmf(request.records);
-    if (!walk.whole || !FindSize(header, walk, request))
+    if (!walk.whole)
+        return false;
+    // The embedded file is what the program drew; the rest is for readers of old.
+    if (const std::vector<std::uint8_t> emf = EmbeddedEmf(request.records);
+        !emf.empty() && DecodeEmf(emf, image))
+        return true;
+    if (!FindSize(header, walk, request))
         return false;
     const auto width = static_cast<std::uint64_t>(request.width);
     const auto height = static_cast<std::uint64_t>(request.height);

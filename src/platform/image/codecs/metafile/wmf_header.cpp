@@ -4,8 +4,15 @@
 static constexpr std::uint32_t kPlaceable = 0x9AC6CDD7;
 static constexpr std::uint64_t kPlaceableSize = 22;
 static constexpr std::uint16_t kHeaderWords = 9;
+static constexpr std::uint8_t kSetMapMode = 0x03;
 static constexpr std::uint8_t kSetWindowOrg = 0x0B;
 static constexpr std::uint8_t kSetWindowExt = 0x0C;
+static constexpr std::uint8_t kSetViewportExt = 0x0E;
+
+static constexpr std::uint16_t kEscape = 0x0626;
+static constexpr std::uint16_t kCommentEscape = 15;
+static constexpr std::uint32_t kEmfCommentMark = 0x43464D57;  // "WMFC"
+static constexpr std::uint32_t kEmfCommentType = 1;
 
 static bool IsPlainHeader(Bytes head)
 {
@@ -69,11 +76,43 @@ WmfRecords WalkWmf(Bytes records)
         } else if (number == kSetWindowExt && size >= 10 && !result.window_width && x != 0 && y != 0) {
             result.window_width = x;
             result.window_height = y;
-        }
+        } else if (number == kSetViewportExt && size >= 10 && !result.viewport_width && x != 0 && y != 0) {
+            result.viewport_width = x;
+            result.viewport_height = y;
+        } else if (number == kSetMapMode && size >= 8 && !result.map_mode)
+            result.map_mode = y;
         if (function == 0) {
             result.whole = true;
             return result;
         }
         records = records.subspan(size);
+    }
+}
+
+std::vector<std::uint8_t> EmbeddedEmf(Bytes records)
+{
+    std::vector<std::uint8_t> emf;
+    for (;;) {
+        ByteReader reader(records);
+        const std::uint64_t size = std::uint64_t{reader.U32Le()} * 2;
+        const std::uint16_t function = reader.U16Le();
+        if (reader.Failed() || size < 6 || size > records.size() || function == 0)
+            return {};
+        ByteReader comment(records.subspan(6, size - 6));
+        records = records.subspan(size);
+        const bool is_comment = function == kEscape && comment.U16Le() == kCommentEscape;
+        comment.U16Le();  // bytes that follow
+        if (!is_comment || comment.U32Le() != kEmfCommentMark || comment.U32Le() != kEmfCommentType)
+            continue;
+        comment.Take(4 + 2 + 4 + 4);  // version, checksum, flags, number of pieces
+        const std::uint32_t piece = comment.U32Le();
+        const std::uint32_t left = comment.U32Le();
+        const std::uint32_t whole = comment.U32Le();
+        const Bytes bytes = comment.Take(piece);
+        if (comment.Failed() || emf.size() + bytes.size() + left != whole)
+            return {};
+        emf.insert(emf.end(), bytes.begin(), bytes.end());
+        if (left == 0)
+            return emf;
     }
 }

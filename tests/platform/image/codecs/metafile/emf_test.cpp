@@ -189,7 +189,19 @@ TEST(EmfReader, StartsAtCornerOfFrame)
     EXPECT_EQ(InkBounds(*image), (std::array<std::int32_t, 4>{0, 0, 10, 10}));
 }
 
-TEST(EmfReader, RefusesRecordWithInvalidContent)
+TEST(EmfReader, DrawsLargeFrameSmaller)
+{
+    EmfMaker maker(20000, 10000);
+    const ImageBuffer image =
+        Render(maker.Select(kNullPen).Brush(1, kRed).Record(Emr::kRectangle, {0, 0, 10000, 10000}));
+
+    EXPECT_EQ(image.width, 8192);
+    EXPECT_EQ(image.height, 4096);
+    EXPECT_EQ(ColorAt(image, 4095, 4095), kRed);
+    EXPECT_EQ(ColorAt(image, 4096, 4095), kWhite);
+}
+
+TEST(EmfReader, RefusesFileInWhichNothingCanBeDrawn)
 {
     const auto refused = [](const EmfMaker& maker) { return !Decoded(kEmfCodec, maker.File()).has_value(); };
 

@@ -111,7 +111,7 @@ TEST(WmfReader, RefusesEmptyOrOversizedPicture)
     EXPECT_FALSE(Decoded(kWmfCodec, WmfMaker(10, 0).File()).has_value());
 }
 
-TEST(WmfReader, RefusesRecordWithInvalidContent)
+TEST(WmfReader, RefusesFileInWhichNothingCanBeDrawn)
 {
     const auto refused = [](const WmfMaker& maker) { return !Decoded(kWmfCodec, maker.File()).has_value(); };
 

@@ -96,8 +96,42 @@ TEST(WmfPicture, LimitsPixelsOfFineWindowWithoutUnits)
 {
     const ImageBuffer image = Render(WmfMaker().Record(kSetWindowExt, {16000, 32000}));
 
-    EXPECT_EQ(image.width, 4096);
-    EXPECT_EQ(image.height, 2048);
+    EXPECT_EQ(image.width, 1024);
+    EXPECT_EQ(image.height, 512);
+}
+
+TEST(WmfPicture, TakesSizeFromMetricMapMode)
+{
+    WmfMaker maker;
+    maker.Record(kSetMapMode, {3}).Record(kSetWindowExt, {2540, 5080});
+    maker.Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1).Record(kRectangle, {-1270, 2540, 0, 0});
+    const ImageBuffer image = Render(maker);
+
+    EXPECT_EQ(image.width, 192);
+    EXPECT_EQ(image.height, 96);
+    EXPECT_EQ(CountOf(image, kRed, {0, 0, 96, 48}), 96 * 48);
+    EXPECT_EQ(CountOf(image, kRed, {0, 0, 192, 96}), 96 * 48);
+}
+
+TEST(WmfPicture, TakesSizeFromDrawingInMetricMapMode)
+{
+    WmfMaker maker;
+    maker.Record(kSetMapMode, {6}).Pen(5, 0, kBlack).Select(0).Brush(kRed).Select(1);
+    const ImageBuffer image = Render(maker.Record(kRectangle, {-1440, 2880, -720, 1440}));
+
+    EXPECT_EQ(image.width, 96);
+    EXPECT_EQ(image.height, 48);
+    EXPECT_EQ(CountOf(image, kRed, {0, 0, 96, 48}), 96 * 48);
+}
+
+TEST(WmfPicture, TakesSizeFromViewport)
+{
+    WmfMaker maker;
+    maker.Record(kSetMapMode, {8}).Record(kSetWindowExt, {10000, 20000}).Record(kSetViewportExt, {60, 120});
+    const ImageBuffer image = Render(maker.Record(kSetPixel, {255, 0, 0, 0}));
+
+    EXPECT_EQ(image.width, 120);
+    EXPECT_EQ(image.height, 60);
 }
 
 TEST(WmfPicture, TakesSizeFromDrawingWithoutWindow)
@@ -352,6 +386,19 @@ TEST(WmfText, FollowsDistancesOnOpaqueBackground)
     EXPECT_GT(CountOf(image, kYellow, {0, 0, 200, 60}), 2500);
 }
 
+TEST(WmfText, RisesByDistancesInTwoDimensions)
+{
+    WmfMaker maker(200, 60);
+    maker.Record(kSetWindowExt, {60, 200}).Record(kSetBkMode, {1}).Font(-20, "Arial").Select(0);
+    ByteMaker text;
+    text.U16Le({30, 20, 2, 0x2000}).Text("HH").U16Le({50, 20, 50, 0});
+    const ImageBuffer image = Render(maker.Record(kExtTextOut, text));
+
+    EXPECT_EQ(CountOf(image, kWhite, {0, 0, 60, 30}), 1800);
+    EXPECT_LT(CountOf(image, kWhite, {70, 10, 90, 30}), 400);
+    EXPECT_EQ(CountOf(image, kWhite, {70, 36, 200, 60}), 130 * 24);
+}
+
 TEST(WmfText, FillsItsBox)
 {
     WmfMaker maker(200, 60);
@@ -392,4 +439,44 @@ TEST(WmfRecords, AreSkippedIfUnknownOrForPrinters)
     maker.Record(0x0FEE, {1, 2, 3}).Record(kEscape, {15, 4, 0, 0}).Record(kRectangle, {10, 10, 0, 0});
 
     EXPECT_EQ(CountOf(Render(maker), kRed, kAll), 100);
+}
+
+/// Adds a file in pieces, as comments of the WMF.
+static void Embed(WmfMaker& maker, const std::vector<std::uint8_t>& emf, std::size_t pieces)
+{
+    const std::size_t most = (emf.size() + pieces - 1) / pieces;
+    for (std::size_t n = 0; n < emf.size(); n += most) {
+        const std::size_t size = std::min(most, emf.size() - n);
+        const auto fields = [](std::size_t value) { return static_cast<std::uint32_t>(value); };
+        ByteMaker comment;
+        comment.U16Le({15, fields(34 + size)}).U32Le({0x43464D57, 1, 0x10000}).U16Le({0}).U32Le({0});
+        comment.U32Le({fields(pieces), fields(size), fields(emf.size() - n - size), fields(emf.size())});
+        comment.All({emf.begin() + static_cast<std::ptrdiff_t>(n),
+                     emf.begin() + static_cast<std::ptrdiff_t>(n + size)});
+        maker.Record(kEscape, comment);
+    }
+}
+
+TEST(WmfEmbeddedEmf, IsDrawnInsteadOfRecords)
+{
+    const std::vector<std::uint8_t> emf =
+        EmfMaker(60, 30).Select(kNullPen).Brush(1, kBlue).Record(Emr::kRectangle, {0, 0, 60, 30}).File();
+    WmfMaker maker = WithBrush(kRed);
+    Embed(maker, emf, 3);
+    const ImageBuffer image = Render(maker.Record(kRectangle, {40, 40, 0, 0}));
+
+    EXPECT_EQ(image.width, 60);
+    EXPECT_EQ(image.height, 30);
+    EXPECT_EQ(CountOf(image, kBlue, {0, 0, 60, 30}), 1800);
+}
+
+TEST(WmfEmbeddedEmf, GivesWayToRecordsIfBroken)
+{
+    std::vector<std::uint8_t> emf = EmfMaker(60, 30).Record(Emr::kRectangle, {0, 0, 60, 30}).File();
+    emf.resize(emf.size() - 20);
+    WmfMaker maker = WithBrush(kRed);
+    Embed(maker, emf, 2);
+    const ImageBuffer image = Render(maker.Record(kRectangle, {40, 40, 0, 0}));
+
+    EXPECT_EQ(CountOf(image, kRed, kAll), 1600);
 }
