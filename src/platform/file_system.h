@@ -16,6 +16,20 @@ struct FolderListing {
     std::set<std::string> aLinks;          ///< which of the subfolders are links
 };
 
+/// Which file a path names, and in which state. Two stamps are equal if it is the same file and it wasn't
+/// changed in between.
+struct FileStamp {
+    std::uint64_t nDevice = 0;
+    std::uint64_t nFile = 0;  ///< within the device
+    std::uint64_t nSize = 0;
+    std::int64_t nModified = 0;
+    bool operator==(const FileStamp&) const = default;
+    bool bSameFile(const FileStamp& objOther) const
+    {
+        return nDevice == objOther.nDevice && nFile == objOther.nFile;
+    }
+};
+
 /// Lines of a text file, read on demand so that a file of any length costs little memory.
 class TextReader
 {
@@ -69,6 +83,11 @@ public:
     /// Copies a regular file over sTarget, whole or not at all.
     virtual bool CopyFile(const std::string& sSource, const std::string& sTarget) = 0;
     virtual bool DeleteFile(const std::string& sPath) = 0;
+    /// Moves a file out of its folder and into the user's trash, from where it can be restored. False, with
+    /// the file still in its place, if there is no trash that can take it.
+    virtual bool MoveToTrash(const std::string& sPath) = 0;
+    /// The stamp of a regular file or of what a link to one leads to; nothing if there is none.
+    [[nodiscard]] virtual std::optional<FileStamp> objStampOf(const std::string& sPath) const = 0;
     virtual bool ClearReadOnly(const std::string& sPath) = 0;  ///< False when there is no such file
 
     /// Opens a text file; one that is not UTF-8 as a whole is read as Windows-1252. Raises kErrFileNotFound

@@ -94,7 +94,8 @@ void FakeFileSystem::AddFolder(const std::string& path)
         AddFolder(parent);
     const std::string extension = sGetExtensionName(path);
     entries_.try_emplace(
-        Resolved(path), Entry{sGetBaseName(path) + (extension.empty() ? "" : "." + extension), true, "", ""});
+        Resolved(path),
+        Entry{sGetBaseName(path) + (extension.empty() ? "" : "." + extension), true, "", "", 0});
 }
 
 void FakeFileSystem::AddFile(const std::string& path, const std::string& content)
@@ -103,6 +104,7 @@ void FakeFileSystem::AddFile(const std::string& path, const std::string& content
     Entry& entry = entries_[Resolved(path)];
     entry.is_folder = false;
     entry.content = content;
+    entry.number = ++last_number_;
     if (entry.name.empty())
         entry.name = path.substr(sFolderOfPath(path).size());
 }
@@ -202,6 +204,22 @@ bool FakeFileSystem::DeleteFile(const std::string& path)
     entries_.erase(Resolved(path));
     deleted_files.push_back(path);
     return true;
+}
+
+bool FakeFileSystem::MoveToTrash(const std::string& path)
+{
+    if (!has_trash || IsReadOnly(path) || !FileExists(path))
+        return false;
+    entries_.erase(Resolved(path));
+    trashed_files.push_back(path);
+    return true;
+}
+
+std::optional<FileStamp> FakeFileSystem::objStampOf(const std::string& path) const
+{
+    const Entry* entry = Find(path);
+    return entry && !entry->is_folder ? std::optional(FileStamp{1, entry->number, entry->content.size(), 0})
+                                      : std::nullopt;
 }
 
 bool FakeFileSystem::ClearReadOnly(const std::string& path)

@@ -29,6 +29,8 @@ public:
     std::set<std::string> undeletable;       ///< paths, as passed, that DeleteFile fails on
     mutable int refused_deletes = 0;         ///< number of DeleteFile calls that failed
     int deletes_to_refuse = 0;               ///< number of DeleteFile calls that will fail
+    std::vector<std::string> trashed_files;  ///< files moved to the trash, in order
+    bool has_trash = true;
     bool fail_copies = false;
     int syncs = 0;  ///< number of SyncSaves calls
     bool fail_syncs = false;
@@ -42,6 +44,8 @@ public:
     std::string sRealPath(const std::string& path) const override;
     bool CopyFile(const std::string& source, const std::string& target) override;
     bool DeleteFile(const std::string& path) override;
+    bool MoveToTrash(const std::string& path) override;
+    std::optional<FileStamp> objStampOf(const std::string& path) const override;
     bool ClearReadOnly(const std::string& path) override;
     std::unique_ptr<TextReader> OpenForInput(const std::string& path) const override;
     std::unique_ptr<TextWriter> OpenForOutput(const std::string& path) override;
@@ -55,7 +59,8 @@ private:
         std::string name;  ///< last component with its original spelling
         bool is_folder = false;
         std::string content;
-        std::string link_to;  ///< key of the link's target
+        std::string link_to;       ///< key of the link's target
+        std::uint64_t number = 0;  ///< another one each time the file is written
     };
     static std::string Key(const std::string& path);
     /// The key with all links resolved.
@@ -64,5 +69,6 @@ private:
     bool IsReadOnly(const std::string& path) const;
 
     std::map<std::string, Entry> entries_;
+    std::uint64_t last_number_ = 0;
     std::set<std::string> read_only_;
 };

@@ -18,6 +18,7 @@
 #include "src/platform/files/file_saver.h"
 #include "src/platform/files/output_file.h"
 #include "src/platform/posix/text_files.h"
+#include "src/platform/posix/trash.h"
 
 std::optional<std::string> PosixFileSystem::sHostPathOfExisting(const std::string& path) const
 {
@@ -129,6 +130,23 @@ bool PosixFileSystem::DeleteFile(const std::string& path)
 {
     const std::optional<std::string> host_path = paths_.Existing(path);
     return S_ISREG(ModeOf(host_path)) && unlink(host_path->c_str()) == 0;
+}
+
+bool PosixFileSystem::MoveToTrash(const std::string& path)
+{
+    const std::optional<std::string> host_path = paths_.Existing(path);
+    return S_ISREG(ModeOf(host_path)) && Trash().Take(*host_path);
+}
+
+std::optional<FileStamp> PosixFileSystem::objStampOf(const std::string& path) const
+{
+    const std::optional<std::string> host_path = paths_.Existing(path);
+    struct stat status {
+    };
+    if (!host_path || stat(host_path->c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    return FileStamp{status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+                     std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec};
 }
 
 bool PosixFileSystem::ClearReadOnly(const std::string& path)

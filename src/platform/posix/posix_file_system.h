@@ -30,6 +30,8 @@ public:
     std::string sRealPath(const std::string& path) const override;
     bool CopyFile(const std::string& source, const std::string& target) override;
     bool DeleteFile(const std::string& path) override;
+    bool MoveToTrash(const std::string& path) override;
+    std::optional<FileStamp> objStampOf(const std::string& path) const override;
     bool ClearReadOnly(const std::string& path) override;
     std::unique_ptr<TextReader> OpenForInput(const std::string& path) const override;
     std::unique_ptr<TextWriter> OpenForOutput(const std::string& path) override;
