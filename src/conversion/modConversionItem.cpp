@@ -1,6 +1,7 @@
 // Loads, transforms and saves one file, page by page if it is a TIFF.
 #include "src/conversion/modConversionItem.h"
 
+#include <utility>
 #include <vector>
 
 #include "src/base/clsConversionOptions.h"
@@ -38,8 +39,9 @@ struct Item {
     clsConversionOptions& objOptions;
     ConversionDetails objDetails;
     ImageBuffer aImage;
-    bool bOK = false;             ///< the last save succeeded
-    bool bProcessRaised = false;  ///< the special process raised an error, which ends the item
+    std::vector<std::string> aTargets;  ///< files saved so far
+    bool bOK = false;                   ///< the last save succeeded
+    bool bProcessRaised = false;        ///< the special process raised an error, which ends the item
 };
 
 }  // namespace
@@ -129,6 +131,8 @@ static bool bSavePage(Item& objItem)
     const std::string sErrBefore = objOptions.sErr;
     const bool bOK = bSaveImageAsType(objItem.app, objOptions, objOptions.lTargetFileType,
                                       objOptions.sTargetFile, objItem.aImage);
+    if (bOK)
+        objItem.aTargets.push_back(objOptions.sTargetFile);
     if (lErrBefore != 0)
         Fail(objItem, lErrBefore, sErrBefore);
     return bOK;
@@ -187,8 +191,8 @@ static Step AppendSourceToTiff(Item& objItem)
         return Step::EndItem;
     // Don't replace the target if any of its pages was lost.
     objItem.bOK = objItem.bOK && bAllCarriedOver;
-    if (bAllCarriedOver)
-        bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile);
+    if (bAllCarriedOver && bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile))
+        objItem.aTargets.push_back(objOptions.sTargetFile);
     return Step::GoOn;
 }
 
@@ -205,6 +209,8 @@ static Step ConvertIntoTiff(Item& objItem)
     }
     objItem.bOK =
         bApplyOrFail(objItem) && objItem.ImageFile1.SaveTIFF(objItem.aImage, objOptions.sTargetFile);
+    if (objItem.bOK)
+        objItem.aTargets.push_back(objOptions.sTargetFile);
     return objItem.bProcessRaised ? Step::EndItem : Step::GoOn;
 }
 
@@ -283,8 +289,8 @@ static Step AppendPagesToTiff(Item& objItem)
     }
     // Don't replace the target if any of its pages was lost.
     objItem.bOK = objItem.bOK && bAllCarriedOver;
-    if (bAllCarriedOver)
-        bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile);
+    if (bAllCarriedOver && bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile))
+        objItem.aTargets.push_back(objOptions.sTargetFile);
     return Step::GoOn;
 }
 
@@ -329,9 +335,13 @@ static void ConvertPlain(Item& objItem, std::int32_t& lResult)
     lResult = objItem.objOptions.lErr;
 }
 
-std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions& objOptions)
+std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions& objOptions,
+                                         ItemFiles* pFiles)
 {
-    Item objItem{app, app.svc.ImageFile1, objOptions, {}, {}};
+    Item objItem{app, app.svc.ImageFile1, objOptions, {}, {}, {}};
+    // Before anything is read: whatever happens to the source from now on shows.
+    if (pFiles)
+        pFiles->objOriginal = app.svc.objFileSystem.objStampOf(objOptions.sOriginalFile);
     std::int32_t lResult = 0;
     Fail(objItem, 0, "");
     const std::string sFolder = sGetParentFolderName(objOptions.sTargetFile);
@@ -358,34 +368,17 @@ std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions&
         objItem.ImageFile1.SetMultiFrameSave(false);
         lResult = objOptions.lErr;
     }
+    if (pFiles)
+        pFiles->aTargets = std::move(objItem.aTargets);
     return lResult;
 }
 
-bool bSourceIsTarget(Application& app, const clsConversionOptions& objOptions)
+std::int32_t lPerformConversionItem(Application& app, clsConversionOptions& objOptions, OriginalRule eRule)
 {
-    const FileSystem& objFiles = app.svc.objFileSystem;
-    if (bEqualIgnoringCase(objOptions.sOriginalFile, objOptions.sTargetFile))
-        return true;
-    const std::string sReal = objFiles.sRealPath(objOptions.sOriginalFile);
-    return !sReal.empty() && sReal == objFiles.sRealPath(objOptions.sTargetFile);
-}
-
-bool bDeleteOriginalFile(Application& app, clsConversionOptions& objOptions)
-{
-    if (!app.svc.objFileSystem.SyncSaves()) {
-        objOptions.lErr = kErrNotConverted;
-        objOptions.sErr = sTranslate(app, "Unable to convert");
-        return false;
-    }
-    bDeleteFileRetrying(app, objOptions.sOriginalFile);
-    return true;
-}
-
-std::int32_t lPerformConversionItem(Application& app, clsConversionOptions& objOptions)
-{
+    ItemFiles objFiles;
     const std::int32_t lResult =
-        objOptions.lConversionMethod == 1 ? PerformConversionItemNCTOCX(app, objOptions) : 0;
-    if (!app.frmMain.bDeleteOriginalFileAfterProcessing || lResult != 0 || bSourceIsTarget(app, objOptions))
+        objOptions.lConversionMethod == 1 ? PerformConversionItemNCTOCX(app, objOptions, &objFiles) : 0;
+    if (!app.frmMain.bDeleteOriginalFileAfterProcessing || lResult != 0)
         return lResult;
-    return bDeleteOriginalFile(app, objOptions) ? lResult : objOptions.lErr;
+    return bDisposeOfOriginal(app, objOptions, objFiles, eRule) ? lResult : objOptions.lErr;
 }

@@ -48,8 +48,8 @@ static std::int32_t lConvertList(Application& app, std::int32_t lRow, const clsC
                                  const std::vector<std::string>& colFiles, std::int32_t& lResult)
 {
     clsConversionOptions objFile = objFileOf(objOptions);
-    return lWalkFiles(app, objOptions, objFile, colFiles, [&] {
-        const std::int32_t lCode = lPerformConversionItem(app, objFile);
+    return lWalkFiles(app, objOptions, objFile, colFiles, [&](OriginalRule eRule) {
+        const std::int32_t lCode = lPerformConversionItem(app, objFile, eRule);
         LeaveIfStopped(app, objFile);
         if (lCode != 0 || !app.frmMain.sLogFile.empty()) {
             LogConversionError(app, lRow, objFile);

@@ -5,6 +5,7 @@
 #include "src/base/number_text.h"
 #include "src/base/text.h"
 #include "src/commands/modRunState.h"
+#include "src/engine/modOriginalRules.h"
 #include "src/engine/modRunLog.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
@@ -28,9 +29,10 @@ static void ShowFile(Application& app, const clsConversionOptions& objFile, std:
 
 std::int32_t lWalkFiles(Application& app, const clsConversionOptions& objOptions,
                         clsConversionOptions& objFile, const std::vector<std::string>& colFiles,
-                        const std::function<bool()>& fnItem)
+                        const std::function<bool(OriginalRule eRule)>& fnItem)
 {
     const TargetPattern objPattern = objTargetPattern(objOptions);
+    OriginalRules objRules(app, objOptions, objPattern, colFiles);
     const auto lCount = static_cast<std::int32_t>(colFiles.size());
     std::int32_t lPosition = app.frmMain.lResumeFileIndex == 0 ? 1 : app.frmMain.lResumeFileIndex;
     for (; lPosition <= lCount; ++lPosition) {
@@ -43,7 +45,7 @@ std::int32_t lWalkFiles(Application& app, const clsConversionOptions& objOptions
         if (!sFolder.empty() && !bFolderExists(app, sFolder))
             CreateFolderPath(app, sFolder);
         ShowFile(app, objFile, lPosition, colFiles.size());
-        const bool bGoOn = fnItem();
+        const bool bGoOn = fnItem(objRules.eRuleFor(objFile.sOriginalFile, objFile.sTargetFile));
         app.frmMainMDI.sbMain.SetPanel(kPanelSeconds, sSecondsOfRun(app));
         if (!bGoOn)
             break;

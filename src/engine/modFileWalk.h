@@ -7,16 +7,18 @@
 #include <string>
 #include <vector>
 
+#include "src/conversion/modOriginalFile.h"
+
 struct Application;
 struct clsConversionOptions;
 
 /// For each file, starting at the resume position: processes events and stops if the run is paused; sets
 /// source and target in objFile and creates the target's folder; shows file and progress; calls fnItem, which
-/// returns False to stop. If the target has no wildcard, all files get the same one. Returns the position,
-/// from 1, at which the walk stopped, or one past the last.
+/// is told what may become of the source and returns False to stop. If the target has no wildcard, all files
+/// get the same one. Returns the position, from 1, at which the walk stopped, or one past the last.
 std::int32_t lWalkFiles(Application& app, const clsConversionOptions& objOptions,
                         clsConversionOptions& objFile, const std::vector<std::string>& colFiles,
-                        const std::function<bool()>& fnItem);
+                        const std::function<bool(OriginalRule eRule)>& fnItem);
 
 /// If the run is paused, stores where to resume: one file before lPosition, so that the last finished file is
 /// repeated. 0 for a position below 3, and for a task without a list (position 0).

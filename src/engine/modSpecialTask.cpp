@@ -35,8 +35,9 @@ std::string sExitCodeText(const clsConversionOptions& objOptions)
     }
 }
 
-std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOptions)
+std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOptions, OriginalRule eRule)
 {
+    ItemFiles objFiles;
     bool bImage = true;  // the source is processed as an image
     if (objOptions.lSpecialProcess == kProcessReload) {
         bImage = false;
@@ -46,13 +47,12 @@ std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOpti
         objOptions.lErr = lLaunchTask(app, objOptions);
         objOptions.sErr = sExitCodeText(objOptions);
     } else if (bIsTaskProcess(objOptions.lSpecialProcess)) {
-        PerformConversionItemNCTOCX(app, objOptions);
+        PerformConversionItemNCTOCX(app, objOptions, &objFiles);
     } else {
         bImage = false;  // nothing was done with the source, so keep it
     }
-    if (app.frmMain.bDeleteOriginalFileAfterProcessing && bImage && objOptions.lErr == 0 &&
-        !bSourceIsTarget(app, objOptions))
-        bDeleteOriginalFile(app, objOptions);
+    if (app.frmMain.bDeleteOriginalFileAfterProcessing && bImage && objOptions.lErr == 0)
+        (void)bDisposeOfOriginal(app, objOptions, objFiles, eRule);
     return objOptions.lErr;
 }
 
@@ -79,8 +79,8 @@ static std::int32_t lWalkList(Application& app, std::int32_t lRow, const clsConv
     objFile.sExtraParams = objOptions.sExtraParams;
     objFile.lTargetFileType = objOptions.lTargetFileType;
     objFile.lOriginalFileType = objOptions.lOriginalFileType;
-    return lWalkFiles(app, objOptions, objFile, colFiles, [&] {
-        const std::int32_t lCode = lPerformSpecialItem(app, objFile);
+    return lWalkFiles(app, objOptions, objFile, colFiles, [&](OriginalRule eRule) {
+        const std::int32_t lCode = lPerformSpecialItem(app, objFile, eRule);
         LeaveIfStopped(app, objFile);
         if (lCode != 0 || !app.frmMain.sLogFile.empty()) {
             LogConversionError(app, lRow, objFile);

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "src/conversion/modOriginalFile.h"
+
 struct Application;
 struct clsConversionOptions;
 
@@ -16,9 +18,10 @@ std::int32_t PerformBlockSpecialized(Application& app, std::int32_t lRow, clsCon
                                      std::int32_t& lResult);
 
 /// Runs one item: an image, a launch, or loading the next slice of a long job, which replaces fgToDo. Any
-/// other number does nothing and isn't an error. Returns lErr. Then deletes an image's source if the settings
-/// say so, the result is 0 and the source isn't the target.
-std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOptions);
+/// other number does nothing and isn't an error. Then disposes of an image's source if the settings say so
+/// and lErr is 0 (see modOriginalFile.h). Returns lErr.
+std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOptions,
+                                 OriginalRule eRule = OriginalRule::MayBeDeleted);
 
 /// The message for a launch's lErr; "" for any other code.
 std::string sExitCodeText(const clsConversionOptions& objOptions);

@@ -66,16 +66,17 @@ static void Wait(Application& app, std::int32_t lMilliseconds)
     } while (app.svc.objClock.GetTickCount() - lStartTick < lMilliseconds);
 }
 
-bool bDeleteFileRetrying(Application& app, const std::string& sFile)
+bool bDeleteFileRetrying(Application& app, const std::string& sFile, const std::function<bool()>& bMay)
 {
-    if (!bFileExists(app, sFile) || bDeleteFileOnce(app, sFile))
-        return true;
-    for (int lTry = 0; lTry < kFurtherTries; ++lTry) {
-        Wait(app, kMillisecondsBetweenTries);
-        if (!bFileExists(app, sFile) || bDeleteFileOnce(app, sFile))
+    for (int lTry = 0; lTry <= kFurtherTries; ++lTry) {
+        if (!bFileExists(app, sFile))
             return true;
+        if (bMay && !bMay())
+            return false;
+        if (bDeleteFileOnce(app, sFile))
+            return true;
+        Wait(app, kMillisecondsBetweenTries);
     }
-    Wait(app, kMillisecondsBetweenTries);
     return false;
 }
 

@@ -4,6 +4,7 @@
 // Both path styles ("\" and "/") are accepted. Nothing here shows a message or throws.
 #pragma once
 
+#include <functional>
 #include <string>
 
 struct Application;
@@ -25,8 +26,9 @@ bool bDeleteFileOnce(Application& app, const std::string& sFile);
 
 /// True if the file doesn't exist or was deleted. Otherwise retries every second, 20 times, and waits one
 /// more second before giving up, so that another process has time to close the file. Events are handled while
-/// it waits; raises clsRunStopped if the run is stopped meanwhile.
-bool bDeleteFileRetrying(Application& app, const std::string& sFile);
+/// it waits; raises clsRunStopped if the run is stopped meanwhile. bMay is asked before each try; False gives
+/// up at once.
+bool bDeleteFileRetrying(Application& app, const std::string& sFile, const std::function<bool()>& bMay = {});
 
 /// True if the folder contains any file or folder.
 bool bFolderHasEntries(Application& app, const std::string& sPath);

@@ -191,6 +191,57 @@ TEST_F(ConversionTask, ReportsEveryFileButReturnsTheLastResult)
     EXPECT_EQ(app.frmMain.fgLog.TextMatrix(2, 10), "+");
 }
 
+TEST_F(ConversionTask, TrashesSourcesThatShareATarget)
+{
+    app.images.AddImage("/in/a.bmp");
+    app.images.AddImage("/in/A.dib");
+    app.images.AddImage("/in/b.bmp");
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+
+    EXPECT_EQ(lRun("/in/*.*", "/out/*.png"), 0);
+
+    EXPECT_EQ(app.files.trashed_files, (Calls{"/in/a.bmp", "/in/A.dib"}));
+    EXPECT_EQ(app.files.deleted_files, Calls{"/in/b.bmp"});
+}
+
+TEST_F(ConversionTask, TrashesAllSourcesOfOneTargetFile)
+{
+    AddPictures(2);
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/one.png"), 0);
+
+    EXPECT_EQ(app.files.trashed_files, (Calls{"/in/1.bmp", "/in/2.bmp"}));
+}
+
+TEST_F(ConversionTask, DeletesSourcesThatBecamePagesOfOneTiff)
+{
+    AddPictures(2);
+    objOptions.lTargetFileType = 3;
+    objOptions.sExtraParams = "*^0^TRUE^75";
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/all.tif"), 0);
+
+    EXPECT_FALSE(app.files.Has("/in/1.bmp"));
+    EXPECT_FALSE(app.files.Has("/in/2.bmp"));
+    EXPECT_TRUE(app.files.trashed_files.empty());
+}
+
+TEST_F(ConversionTask, TrashesSourcesThatALinkLeadsOutOfTheTree)
+{
+    app.images.AddImage("/in/sub/b.bmp");
+    app.images.AddImage("/elsewhere/a.bmp");
+    app.files.AddLink("/in/link", "/elsewhere");
+    objOptions.bDoSubfolders = true;
+    app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), 0);
+
+    EXPECT_EQ(app.files.trashed_files, Calls{"/in/link/a.bmp"});
+    EXPECT_EQ(app.files.deleted_files, Calls{"/in/sub/b.bmp"});
+}
+
 TEST_F(ConversionTask, ShowsProgressForEachFile)
 {
     AddPictures(3);

@@ -135,6 +135,7 @@ Outcome objVarnel(const ScratchFolder& objFolder, const std::vector<std::string>
     aCommand.insert(aCommand.end(), aArguments.begin(), aArguments.end());
     aVariables.try_emplace("VARNEL_SETTINGS_DIR", objFolder.sPath(".varnel-home"));
     aVariables.try_emplace("VARNEL_HOME", objFolder.sPath(".varnel-home"));
+    aVariables.try_emplace("XDG_DATA_HOME", objFolder.sPath(".varnel-home"));  // with the trash
     aVariables.try_emplace("LC_ALL", "C");
     aVariables["DISPLAY"] = "";
     aVariables["WAYLAND_DISPLAY"] = "";
