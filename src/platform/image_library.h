@@ -31,12 +31,13 @@ class ImageFile
 public:
     virtual ~ImageFile() = default;
 
-    /// The first image of the file. A missing, broken, cut-short, oversized or foreign file is an ordinary
-    /// False and leaves aImage untouched.
+    /// The picture of a file without naming a page: the first one, but of an icon or cursor the largest, and
+    /// among equally large ones the deepest. A missing, oversized or foreign file, or one without usable
+    /// pixels, is an ordinary False and leaves aImage untouched.
     [[nodiscard]] virtual bool LoadImage(const std::string& sFile, ImageBuffer& aImage) = 0;
 
-    /// Page lFrameIndex, counted from 0; below 0 or beyond the last is False. Asking for the pages of one
-    /// file in order costs no more than reading the file once.
+    /// Page lFrameIndex, counted from 0 in the order of the file; below 0 or beyond the last is False. Asking
+    /// for the pages of one file in order costs no more than reading the file once.
     [[nodiscard]] virtual bool LoadFrame(const std::string& sFile, std::int32_t lFrameIndex,
                                          ImageBuffer& aImage) = 0;
 

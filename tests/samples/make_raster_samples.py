@@ -270,6 +270,31 @@ for name in ("im-32", "netpbm-4", "netpbm-8"):
     put("cur/good", name + ".cur", cursor_of(name + ".ico"))
     copy_pam(name + ".ico", "cur/good/" + name + ".cur.pam")
 
+# A directory that counts the mask's rows, and one that tells no size; the bitmap's header is right.
+for name, width, height in (("doubled", 37, 46), ("no-size", 0, 0)):
+    data = bytearray(cursor_of("netpbm-8.ico"))
+    data[6:8] = bytes((width, height))
+    put("cur/good", f"hand-{name}.cur", bytes(data))
+    copy_pam("netpbm-8.ico", f"cur/good/hand-{name}.cur.pam")
+
+
+def icon_of(names):
+    """An icon of the first pictures of others."""
+    directory = b"\0\0\1\0" + len(names).to_bytes(2, "little")
+    pictures = b""
+    for name in names:
+        data = open(os.path.join("ico", "good", name), "rb").read()
+        size, offset = (int.from_bytes(data[i:i + 4], "little") for i in (14, 18))
+        directory += data[6:14] + numbers(size, 6 + 16 * len(names) + len(pictures))
+        pictures += data[offset:offset + size]
+    return directory + pictures
+
+
+sizes = ["pil-bmp.ico", "netpbm-4.ico", "im-32.ico", "netpbm-8.ico"]
+put("ico/good", "hand-sizes.ico", icon_of(sizes))
+for page, name in enumerate(sizes):
+    copy_pam(name, "ico/good/hand-sizes.ico" + (f".{page}" if page else "") + ".pam")
+
 frames = [cursor_of("im-32.ico"), open("ico/good/netpbm-4.ico", "rb").read(), cursor_of("netpbm-8.ico")]
 icons = ["im-32.ico", "netpbm-4.ico", "netpbm-8.ico"]
 put("ani/good", "hand-in-order.ani", animation(frames))

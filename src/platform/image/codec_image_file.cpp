@@ -51,18 +51,24 @@ CodecImageFile::OpenDocument* CodecImageFile::Open(const std::string& file)
 
 bool CodecImageFile::LoadImage(const std::string& file, ImageBuffer& image)
 {
-    return LoadFrame(file, 0, image);
+    return Load(file, std::nullopt, image);
 }
 
 bool CodecImageFile::LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image)
+{
+    return Load(file, frame_index, image);
+}
+
+bool CodecImageFile::Load(const std::string& file, std::optional<std::int32_t> frame_index,
+                          ImageBuffer& image)
 try {
     OpenDocument* document = Open(file);
     if (!document)
         return false;
     const std::int32_t frames = document->decoder->FrameCount();
+    const std::int32_t frame = frame_index ? *frame_index : document->decoder->MainFrame();
     ImageBuffer page;
-    const bool done =
-        frame_index >= 0 && frame_index < frames && document->decoder->DecodeFrame(frame_index, page);
+    const bool done = frame >= 0 && frame < frames && document->decoder->DecodeFrame(frame, page);
     if (frames == 1)
         document_.reset();  // fully read: give its memory back
     if (!done)

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "src/platform/image/base/input_file.h"
@@ -49,6 +50,8 @@ private:
     /// Opens a file with the codec that recognises it, or reuses the file of the previous call if it is
     /// unchanged. Null if no codec accepts it.
     OpenDocument* Open(const std::string& file);
+    /// Loads a page, or the main one if none is named.
+    bool Load(const std::string& file, std::optional<std::int32_t> frame_index, ImageBuffer& image);
     bool Save(FileType type, const ImageBuffer& image, const std::string& file);
 
     const FileSystem& file_system_;

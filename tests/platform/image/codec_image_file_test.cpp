@@ -8,6 +8,7 @@
 #include "tests/platform/image/support/host_files.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/profiles.h"
+#include "tests/platform/image/support/samples.h"
 
 namespace
 {
@@ -97,6 +98,19 @@ TEST(Load, LeavesBufferUntouchedIfFileIsRefused)
         EXPECT_FALSE(lib.image_file.LoadImage(SamplePath(name), image)) << name;
     EXPECT_EQ(DifferenceBetween(image, Pattern(5, 4, 3)).greatest, 0);
     EXPECT_EQ(lib.image_file.GetFrameCount(SamplePath("jpeg/none.jpg")), 0);
+}
+
+TEST(Load, TakesLargestPictureOfIconUnlessPageIsNamed)
+{
+    Library lib;
+    ImageBuffer image;
+    const std::string file = SamplePath("ico/good/hand-sizes.ico");
+
+    ASSERT_TRUE(lib.image_file.LoadImage(file, image));
+    EXPECT_EQ(image.width, 37);
+    EXPECT_EQ(image.bytes, ReadExpectedImage(file, 2)->image.bytes) << "32 bits rather than 4";
+    ASSERT_TRUE(lib.image_file.LoadFrame(file, 0, image));
+    EXPECT_EQ(image.width, 32);
 }
 
 TEST(Load, NoticesThatFileWasReplaced)

@@ -20,6 +20,8 @@ public:
     virtual ~ImageDecoder() = default;
     /// At least 1.
     [[nodiscard]] virtual std::int32_t FrameCount() = 0;
+    /// The page to load when none is named.
+    [[nodiscard]] virtual std::int32_t MainFrame() { return 0; }
     /// Decodes page `frame`, 0 to FrameCount() - 1. False if the page is broken, truncated or over the
     /// limits; image is then unchanged. Throws only std::bad_alloc. Pixels have 8 bits per channel and
     /// are in the colour space of the profile, if any. Any orientation is applied except EXIF's, which is

@@ -187,11 +187,11 @@ TEST_P(GoodSample, IsRejectedOrCompleteWhenTruncated)
     const auto file = FileContent(GetParam().path);
     const auto whole = Decoded(GetParam().codec(), file);
     ASSERT_TRUE(whole);
-    // The first page of an animation may be complete, and a TIFF may end in optional data. A truncated JPEG
-    // shows what is there.
+    // The first of several pages may be complete, and a TIFF may end in optional data. A truncated JPEG shows
+    // what is there.
     const std::string format = GetParam().format->name;
     const bool may_be_partial = format == "jpeg";
-    const bool may_be_complete = format == "gif" || format == "tiff";
+    const bool may_be_complete = format == "gif" || format == "ico" || format == "tiff";
     for (const std::size_t size :
          {file.size() / 2, file.size() / 4, std::size_t{20}, std::size_t{1}, std::size_t{0}}) {
         const auto image = Decoded(GetParam().codec(), Bytes(file).first(std::min(size, file.size() - 1)));

@@ -1,6 +1,7 @@
 // Reads animated Windows cursors.
 #include "src/platform/image/codecs/ico/ani.h"
 
+#include <algorithm>
 #include <array>
 #include <numeric>
 #include <utility>
@@ -115,10 +116,26 @@ static bool DecodeBareFrame(const AniHeader& header, Bytes frame, ImageBuffer& i
     return DecodeDib(made, frame, image);
 }
 
+static bool IsIcon(Bytes frame)
+{
+    return IsIconFile(frame, IconKind::kIcon) || IsIconFile(frame, IconKind::kCursor);
+}
+
+// The largest picture of a frame. That of a bare bitmap counts as 0: all of them have the animation's size.
+static IconSize SizeOfFrame(Bytes frame)
+{
+    if (!IsIcon(frame))
+        return {};
+    const std::vector<IconEntry> entries = IconEntries(frame);
+    return SizeOfIconEntry(frame, entries[LargestIconEntry(frame, entries)]);
+}
+
 static bool DecodeStep(const AniHeader& header, Bytes frame, ImageBuffer& image)
 {
-    if (IsIconFile(frame, IconKind::kIcon) || IsIconFile(frame, IconKind::kCursor))
-        return DecodeIconEntry(frame, IconEntries(frame).front(), image);
+    if (IsIcon(frame)) {
+        const std::vector<IconEntry> entries = IconEntries(frame);
+        return DecodeIconEntry(frame, entries[LargestIconEntry(frame, entries)], image);
+    }
     ImageBuffer result;
     if ((header.flags & kFramesAreIcons) != 0 || !DecodeBareFrame(header, frame, result) || !AddAlpha(result))
         return false;
@@ -135,6 +152,20 @@ public:
     explicit AniDecoder(AniFile ani) : ani_(std::move(ani)) {}
 
     std::int32_t FrameCount() override { return static_cast<std::int32_t>(ani_.steps.size()); }
+
+    std::int32_t MainFrame() override
+    {
+        std::vector<IconSize> sizes;
+        for (const Bytes frame : ani_.frames)
+            sizes.push_back(SizeOfFrame(frame));
+        const auto size_of_step = [&sizes](std::uint32_t step) {
+            return step < sizes.size() ? sizes[step] : IconSize{};
+        };
+        const auto largest = std::max_element(
+            ani_.steps.begin(), ani_.steps.end(),
+            [&](std::uint32_t a, std::uint32_t b) { return size_of_step(a) < size_of_step(b); });
+        return static_cast<std::int32_t>(largest - ani_.steps.begin());
+    }
 
     bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override
     {

@@ -4,5 +4,6 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Each picture is a page, in file order; see icon_directory.h. The hot spot is ignored.
+/// Each picture is a page, in file order; the main page is the largest. See icon_directory.h. The hot spot is
+/// ignored.
 extern const Codec kCurCodec;

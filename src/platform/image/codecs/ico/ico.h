@@ -4,5 +4,5 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Each picture is a page, in file order; see icon_directory.h.
+/// Each picture is a page, in file order; the main page is the largest. See icon_directory.h.
 extern const Codec kIcoCodec;

@@ -122,17 +122,31 @@ static void ShowInverted(ImageBuffer& image)
     }
 }
 
+// Reads a bitmap's header and takes the mask's rows, which it counts, off its height. has_mask becomes false
+// for the few writers that omitted both. Such a header agrees with the directory, but so does one beside a
+// directory that counts the mask's rows too; the data tells them apart, except with one bit per pixel, where
+// colours and mask are equally long.
+static bool ReadIconBitmap(Bytes picture, const IconEntry& entry, DibHeader& header, bool& has_mask)
+{
+    if (!ReadDibHeader(picture, header) || header.storage != DibStorage::kRaw ||
+        header.bits_offset > picture.size() || !IsSizeAllowed(header.width, header.height))
+        return false;
+    const bool agrees = header.width == entry.width && header.height == entry.height;
+    const std::uint64_t rows_end =
+        DibStride(header) * (header.height - 1) + (header.width * header.bits + 7) / 8;
+    const bool holds_all_rows = picture.size() - header.bits_offset >= rows_end;
+    const bool is_doubled_square = header.bits == 1 && header.height == 2 * header.width;
+    has_mask = !agrees || !holds_all_rows || is_doubled_square;
+    if (has_mask)
+        header.height /= 2;
+    return header.height > 0;
+}
+
 static bool DecodeBitmap(Bytes picture, const IconEntry& entry, ImageBuffer& image)
 {
     DibHeader header;
-    if (!ReadDibHeader(picture, header) || header.storage != DibStorage::kRaw ||
-        header.bits_offset > picture.size())
-        return false;
-    // The header's height includes the mask rows. A few writers omitted both.
-    const bool without_mask = header.width == entry.width && header.height == entry.height;
-    if (!without_mask)
-        header.height /= 2;
-    if (!IsSizeAllowed(header.width, header.height))
+    bool counts_mask = false;
+    if (!ReadIconBitmap(picture, entry, header, counts_mask))
         return false;
     if (header.bits == 32 && header.masks[3] == 0)
         header.masks[3] = 0xFF000000;
@@ -141,8 +155,8 @@ static bool DecodeBitmap(Bytes picture, const IconEntry& entry, ImageBuffer& ima
         return false;
     if (result.channels != 4) {
         IconMask mask;
-        const bool has_mask = !without_mask && FindMask(header, picture, mask);
-        const bool needed = !without_mask && header.bits != 32;
+        const bool has_mask = counts_mask && FindMask(header, picture, mask);
+        const bool needed = counts_mask && header.bits != 32;
         if ((needed && !has_mask) || !AddAlpha(result))
             return false;
         if (has_mask && !ApplyMask(mask, result))
@@ -152,11 +166,59 @@ static bool DecodeBitmap(Bytes picture, const IconEntry& entry, ImageBuffer& ima
     return true;
 }
 
-bool DecodeIconEntry(Bytes file, const IconEntry& entry, ImageBuffer& image)
+// The bytes of an entry; empty if they aren't all in the file.
+static Bytes PictureOf(Bytes file, const IconEntry& entry)
 {
     if (entry.offset > file.size() || entry.size > file.size() - entry.offset)
-        return false;
-    const Bytes picture = file.subspan(entry.offset, entry.size);
+        return {};
+    return file.subspan(entry.offset, entry.size);
+}
+
+static IconSize SizeOfPng(Bytes picture)
+{
+    static constexpr std::array<std::uint32_t, 7> kSamples = {1, 0, 3, 1, 2, 0, 4};  // by colour type
+    ByteReader reader(picture);
+    reader.Take(16);  // signature, length and type of the header chunk
+    IconSize size;
+    size.pixels = reader.U32Be();
+    size.pixels *= reader.U32Be();
+    size.bits = reader.U8();
+    const std::uint32_t colour = reader.U8();
+    if (reader.Failed() || colour >= kSamples.size())
+        return {};
+    size.bits *= kSamples[colour];
+    return size;
+}
+
+IconSize SizeOfIconEntry(Bytes file, const IconEntry& entry)
+{
+    const Bytes picture = PictureOf(file, entry);
+    if (IsPng(picture))
+        return SizeOfPng(picture);
+    DibHeader header;
+    bool has_mask = false;
+    if (!ReadIconBitmap(picture, entry, header, has_mask))
+        return {};
+    return {header.width * header.height, header.bits};
+}
+
+std::size_t LargestIconEntry(Bytes file, const std::vector<IconEntry>& entries)
+{
+    std::size_t largest = 0;
+    IconSize largest_size = SizeOfIconEntry(file, entries[0]);
+    for (std::size_t i = 1; i < entries.size(); ++i) {
+        const IconSize size = SizeOfIconEntry(file, entries[i]);
+        if (size > largest_size) {
+            largest = i;
+            largest_size = size;
+        }
+    }
+    return largest;
+}
+
+bool DecodeIconEntry(Bytes file, const IconEntry& entry, ImageBuffer& image)
+{
+    const Bytes picture = PictureOf(file, entry);
     return IsPng(picture) ? DecodePng(picture, image) : DecodeBitmap(picture, entry, image);
 }
 
@@ -171,6 +233,11 @@ public:
     }
 
     std::int32_t FrameCount() override { return static_cast<std::int32_t>(entries_.size()); }
+
+    std::int32_t MainFrame() override
+    {
+        return static_cast<std::int32_t>(LargestIconEntry(file_.All(), entries_));
+    }
 
     bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override
     {

@@ -2,6 +2,7 @@
 // Room: platform/image/codecs/ico.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -23,6 +24,18 @@ bool IsIconFile(Bytes head, IconKind kind);
 
 /// The entries of an icon or cursor in file order, as many as fit in the file. Empty for other files.
 std::vector<IconEntry> IconEntries(Bytes file);
+
+/// Size and depth of an entry's picture, from its own header: the directory can't be trusted.
+struct IconSize {
+    std::uint64_t pixels = 0;  ///< 0 if the entry is outside the file or its header is broken
+    std::uint32_t bits = 0;    ///< per pixel
+
+    auto operator<=>(const IconSize&) const = default;
+};
+IconSize SizeOfIconEntry(Bytes file, const IconEntry& entry);
+
+/// The index of the largest picture, the deepest among equally large ones. entries must not be empty.
+std::size_t LargestIconEntry(Bytes file, const std::vector<IconEntry>& entries);
 
 /// Decodes an entry to 4 channels. A 32-bit bitmap uses its alpha channel unless that is 0 everywhere; others
 /// take their transparency from the mask. If nothing would be visible, as in a cursor that only inverts the

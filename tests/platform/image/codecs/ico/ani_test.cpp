@@ -82,6 +82,43 @@ TEST(AniDecoder, FollowsOrderOfSequenceChunk)
         << "a step without a valid frame is an unreadable page";
 }
 
+// An icon of 24-bit squares, each of one colour.
+static ByteMaker Squares(std::initializer_list<std::uint32_t> sides)
+{
+    ByteMaker directory, pictures;
+    directory.U16Le({0, 1, static_cast<std::uint32_t>(sides.size())});
+    for (const std::uint32_t side : sides) {
+        ByteMaker picture;
+        picture.U32Le({40, side, side * 2}).U16Le({1, 24}).U32Le({0, 0, 0, 0, 0, 0});
+        for (std::uint32_t i = 0; i < side * side; ++i)
+            picture.U8({static_cast<int>(side), 0, 0});
+        picture.Zeros(side * 4);
+        directory.U8({1, 1, 0, 0, 1, 0, 24, 0})
+            .U32Le({static_cast<std::uint32_t>(picture.Size()),
+                    static_cast<std::uint32_t>(6 + 16 * sides.size() + pictures.Size())});
+        pictures.All(picture.Data());
+    }
+    return directory.All(pictures.Data());
+}
+
+TEST(AniDecoder, ShowsLargestPictureOfEachStep)
+{
+    EXPECT_EQ(Blues(Animation({HeaderChunk(1), Frames({Squares({4, 16, 8}), Squares({8, 4})})})),
+              (Levels{16, 8}));
+}
+
+TEST(AniDecoder, HasFirstOfLargestStepsAsMainPage)
+{
+    const auto main_frame_of = [](const std::vector<std::uint8_t>& bytes) {
+        InputFile file(bytes);
+        return kAniCodec.open(file)->MainFrame();
+    };
+    const auto frames = Frames({Squares({4}), Squares({8, 16}), Squares({16})});
+
+    EXPECT_EQ(main_frame_of(Animation({frames})), 1);
+    EXPECT_EQ(main_frame_of(Animation({Chunk("seq ", ByteMaker().U32Le({9, 0, 2, 1})), frames})), 2);
+}
+
 TEST(AniDecoder, SkipsUnknownChunks)
 {
     const auto info =

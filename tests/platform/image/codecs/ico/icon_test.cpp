@@ -214,6 +214,54 @@ TEST(IconDirectory, IsLimitedBySizeOfFile)
     EXPECT_EQ(FramesOf({}), 0);
 }
 
+static std::int32_t MainFrameOf(const std::vector<std::uint8_t>& bytes)
+{
+    InputFile file(bytes);
+    return kIcoCodec.open(file)->MainFrame();
+}
+
+// A bitmap of 24 or 32 bits with its mask.
+static Picture Square(std::uint32_t side, std::uint32_t bits)
+{
+    const std::size_t mask = (side + 31) / 32 * 4;
+    return Bitmap(side, side * 2, bits).Zeros(side * (side * bits / 8 + mask)).Data();
+}
+
+TEST(IconDirectory, HasLargestPictureAsMainPage)
+{
+    EXPECT_EQ(MainFrameOf(Icon({{Square(16, 32)}, {Square(48, 24)}, {Square(32, 32)}})), 1);
+    EXPECT_EQ(MainFrameOf(Icon({{Square(16, 24)}, {Square(16, 32)}, {Square(16, 24)}})), 1) << "the deepest";
+    EXPECT_EQ(MainFrameOf(Icon({{Square(16, 32)}, {Square(16, 32)}})), 0) << "the first of equals";
+    EXPECT_EQ(MainFrameOf(Icon({{Square(16, 32)}, {Encoded(kPngCodec, Noise(64, 64, 4)), 0, 0}})), 1);
+}
+
+TEST(IconDirectory, IgnoresItsOwnSizesWhenItPicksMainPage)
+{
+    EXPECT_EQ(MainFrameOf(Icon({{Square(16, 32), 0, 0}, {Square(32, 32), 16, 16}})), 1);
+}
+
+TEST(IconDirectory, NeverHasCorruptMainPageIfAnotherIsWhole)
+{
+    auto png = Encoded(kPngCodec, Noise(64, 64, 4));
+    png.resize(20);
+
+    EXPECT_EQ(MainFrameOf(Icon({{Square(64, 32), 64, 64, 0x7FFFFFFF}, {png, 64, 64}, {Square(16, 32)}})), 2);
+}
+
+TEST(IconBitmaps, HaveMaskIfDirectoryCountsItsRowsToo)
+{
+    const auto deep = Bitmap(2, 4, 24).U8({1, 2, 3, 4, 5, 6, 0, 0, 7, 8, 9, 10, 11, 12, 0, 0}).Zeros(8);
+    const auto flat =
+        Bitmap(2, 4, 1).U8({1, 1, 1, 0, 2, 2, 2, 0}).U8({0x40, 0, 0, 0, 0x80, 0, 0, 0}).Zeros(8);
+
+    EXPECT_EQ(LevelsOf(Icon({{Picture(deep.Data().begin(), deep.Data().end() - 4), 2, 4}})), Levels{-1})
+        << "neither the mask nor four rows are complete";
+    EXPECT_EQ(LevelsOf(Icon({{deep.Data(), 2, 4}})),
+              (Levels{7, 8, 9, 255, 10, 11, 12, 255, 1, 2, 3, 255, 4, 5, 6, 255}));
+    EXPECT_EQ(LevelsOf(Icon({{flat.Data(), 2, 4}})),
+              (Levels{2, 2, 2, 255, 1, 1, 1, 255, 1, 1, 1, 255, 2, 2, 2, 255}));
+}
+
 TEST(IconSniff, DistinguishesIconsFromCursors)
 {
     const auto icon_file = Icon({{SmallBitmap()}}, 1);
