@@ -216,6 +216,22 @@ sample("tga", "pil-grey-alpha.tga", pil("LA"), 4, by_pil)
 sample("tga", "pil-palette.tga", pil("P"), 3, by_im, by_gm)
 sample("tga", "pil-grey-rle.tga", pil("L", compression="tga_rle"), 1, by_im, by_gm)
 
+
+
+def with_extension(alpha, name):
+    """The named sample with an extension area of the given attributes type instead of its footer, if any."""
+    def save(path):
+        data = open(os.path.join("tga", "good", name), "rb").read()
+        size = 18 + W * H * 4
+        area = (495).to_bytes(2, "little") + bytes(492) + bytes((alpha,))
+        with open(path, "wb") as file:
+            file.write(data[:size] + area + size.to_bytes(4, "little") + bytes(4) + b"TRUEVISION-XFILE.\0")
+    return save
+
+
+sample("tga", "hand-alpha-denied.tga", with_extension(0, "netpbm-32.tga"), 4, lambda path: by_pil("tga/good/netpbm-32.tga"))
+sample("tga", "hand-alpha-retained.tga", with_extension(2, "netpbm-32.tga"), 4, lambda path: by_pil("tga/good/netpbm-32.tga"))
+
 # ICO
 sample("ico", "im-32.ico", IM + "{RGBA} {out}", 4, by_pil, by_im)
 sample("ico", "im-palette-8.ico", IM + "{P256} {out}", 4, by_pil, by_im)

@@ -115,20 +115,32 @@ static std::uint64_t PixelsOf(const ImageBuffer& image)
     return static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.height);
 }
 
-void DropUnsetAlpha(ImageBuffer& image)
+// Drops the alpha channel if it has the same level in all pixels.
+static void DropAlphaOf(ImageBuffer& image, std::uint8_t level)
 {
     if (image.channels != 4)
         return;
     const std::uint64_t pixels = PixelsOf(image);
     std::uint8_t* bytes = image.bytes.data();
     for (std::uint64_t i = 0; i < pixels; ++i) {
-        if (bytes[i * 4 + 3] != 0)
+        if (bytes[i * 4 + 3] != level)
             return;
     }
     // In place is safe: the write position never overtakes the read position.
     PackRowFromFourBytes(bytes, bytes, pixels);
     image.channels = 3;
     image.bytes.resize(pixels * 3);
+}
+
+void DropUnsetAlpha(ImageBuffer& image)
+{
+    DropAlphaOf(image, 0);
+}
+
+void DropUniformAlpha(ImageBuffer& image)
+{
+    DropAlphaOf(image, 0);
+    DropAlphaOf(image, 255);
 }
 
 bool AddAlpha(ImageBuffer& image)

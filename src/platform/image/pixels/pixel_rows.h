@@ -19,5 +19,8 @@ void SwapRedAndBlueOfFour(const std::uint8_t* in, std::uint8_t* out, std::uint64
 /// picture. Other pictures are unchanged.
 void DropUnsetAlpha(ImageBuffer& image);
 
+/// Drops the alpha channel if it says nothing: 0 everywhere or 255 everywhere. Other pictures are unchanged.
+void DropUniformAlpha(ImageBuffer& image);
+
 /// Converts a picture of 1 or 3 channels to 4, opaque. False if memory runs out; image is then unchanged.
 bool AddAlpha(ImageBuffer& image);

@@ -163,7 +163,10 @@ static bool Decode(InputFile& file, const TgaHeader& header, ImageBuffer& image)
     if (!(header.packed ? DecodePacked(file, header, pixels, result)
                         : DecodePlain(file, header, pixels, result)))
         return false;
-    DropUnsetAlpha(result);
+    if (alpha == TgaAlpha::kDenied)
+        DropUniformAlpha(result);
+    else
+        DropUnsetAlpha(result);
     if (result.channels == 4 && alpha == TgaAlpha::kPremultiplied)
         DivideByAlpha(result);
     image = std::move(result);

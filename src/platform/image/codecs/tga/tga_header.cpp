@@ -90,20 +90,18 @@ static int AttributesType(InputFile& file)
 
 TgaAlpha ReadTgaAlpha(InputFile& file, const TgaHeader& header)
 {
+    // Common programs write 32-bit pixels with alpha but leave the descriptor's count 0.
+    const bool has_alpha = header.alpha_bits > 0 || header.bits == 32 || header.map_bits == 32;
     switch (AttributesType(file)) {
         case 0:  // no alpha
         case 1:  // undefined, ignore
-        case 2:  // undefined, retain
-            return TgaAlpha::kNone;
+            return has_alpha ? TgaAlpha::kDenied : TgaAlpha::kNone;
         case 3:
             return TgaAlpha::kStraight;
         case 4:
             return TgaAlpha::kPremultiplied;
-        default: {
-            // Common programs write 32-bit pixels with alpha but leave the descriptor's count 0.
-            const bool four_bytes = header.bits == 32 || header.map_bits == 32;
-            return header.alpha_bits > 0 || four_bytes ? TgaAlpha::kStraight : TgaAlpha::kNone;
-        }
+        default:  // undefined, retain; or not said
+            return has_alpha ? TgaAlpha::kStraight : TgaAlpha::kNone;
     }
 }
 

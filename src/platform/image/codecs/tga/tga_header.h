@@ -10,8 +10,9 @@
 
 enum class TgaKind { kMapped, kTrueColour, kGrey };
 
-/// How to use the pixels' alpha.
-enum class TgaAlpha { kNone, kStraight, kPremultiplied };
+/// How to use the pixels' alpha. Many programs declare alpha useless and store it all the same; kDenied is
+/// for those: straight alpha, unless it is 0 or 255 everywhere.
+enum class TgaAlpha { kNone, kDenied, kStraight, kPremultiplied };
 
 struct TgaHeader {
     TgaKind kind = TgaKind::kTrueColour;
@@ -41,8 +42,8 @@ constexpr std::string_view kTgaSignature{"TRUEVISION-XFILE.\0", 18};
 /// False for a header that can't be a Targa's: unknown kind or depth, no size, interleaved rows.
 bool ReadTgaHeader(Bytes head, TgaHeader& header);
 
-/// Reads the alpha type from the extension area. Without one, alpha is used if the descriptor counts alpha
-/// bits, and for 32-bit pixels.
+/// How to use alpha according to the extension area. Unless that declares alpha useful, pixels have some only
+/// if they have 32 bits or the descriptor counts alpha bits; otherwise kNone.
 TgaAlpha ReadTgaAlpha(InputFile& file, const TgaHeader& header);
 
 /// BGRA of a stored pixel or map entry of 15, 16, 24 or 32 bits; alpha is 255 where none is stored.

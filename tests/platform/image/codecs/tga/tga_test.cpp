@@ -136,15 +136,32 @@ TEST(TgaAlpha, IsUsedUnlessItIsZeroEverywhere)
 TEST(TgaAlpha, FollowsAttributesTypeOfExtensionArea)
 {
     const ByteMaker maker = Header(2, 2, 1, 32, kFromTop | 8).U8({10, 20, 30, 128, 5, 6, 7, 0});
-    const Levels opaque = {10, 20, 30, 5, 6, 7};
+    const Levels kept = {10, 20, 30, 128, 5, 6, 7, 0};
 
-    EXPECT_EQ(LevelsOf(WithExtension(maker, 0)), opaque);
-    EXPECT_EQ(LevelsOf(WithExtension(maker, 1)), opaque);
-    EXPECT_EQ(LevelsOf(WithExtension(maker, 2)), opaque);
-    EXPECT_EQ(LevelsOf(WithExtension(maker, 3)), (Levels{10, 20, 30, 128, 5, 6, 7, 0}));
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 0)), kept) << "denied, but present";
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 1)), kept) << "denied, but present";
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 2)), kept);
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 3)), kept);
     EXPECT_EQ(LevelsOf(WithExtension(maker, 4)), (Levels{20, 40, 60, 128, 5, 6, 7, 0})) << "divided by alpha";
-    EXPECT_EQ(LevelsOf(WithExtension(maker, 99)), (Levels{10, 20, 30, 128, 5, 6, 7, 0}))
-        << "unknown attributes type";
+    EXPECT_EQ(LevelsOf(WithExtension(maker, 99)), kept) << "unknown attributes type";
+}
+
+TEST(TgaAlpha, IsDroppedIfUniformAndDenied)
+{
+    const ByteMaker clear = Header(2, 2, 1, 32).U8({1, 2, 3, 0, 5, 6, 7, 0});
+    const ByteMaker opaque = Header(2, 2, 1, 32).U8({1, 2, 3, 255, 5, 6, 7, 255});
+    const ByteMaker half = Header(2, 2, 1, 32).U8({1, 2, 3, 128, 5, 6, 7, 128});
+    const Levels colours = {1, 2, 3, 5, 6, 7};
+
+    for (const int denied : {0, 1}) {
+        EXPECT_EQ(LevelsOf(WithExtension(clear, denied)), colours);
+        EXPECT_EQ(LevelsOf(WithExtension(opaque, denied)), colours);
+        EXPECT_EQ(LevelsOf(WithExtension(half, denied)), (Levels{1, 2, 3, 128, 5, 6, 7, 128}));
+    }
+    for (const int allowed : {2, 3, 99}) {
+        EXPECT_EQ(LevelsOf(WithExtension(clear, allowed)), colours);
+        EXPECT_EQ(LevelsOf(WithExtension(opaque, allowed)), (Levels{1, 2, 3, 255, 5, 6, 7, 255}));
+    }
 }
 
 TEST(TgaAlpha, IsClampedIfPremultipliedColourExceedsIt)
