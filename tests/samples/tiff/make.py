@@ -134,6 +134,25 @@ tool('low-bit-first', 'tiffcp', '-c', 'none', '-f', 'lsb2msb', 'good/im-plain.ti
 tool('jbig', 'tiffcp', '-c', 'jbig', 'good/im-g4.tif', channels=1)
 tool('lerc', 'tiffcp', '-c', 'lerc', 'good/im-plain.tif')
 
+# Two damaged lines of Group 3. The decoder gives each up where an impossible code comes and goes on with the
+# next; the rest of the line is white.
+damaged = bytearray(open('good/libtiff-g3-1d.tif', 'rb').read())
+strip = 8
+bits = ''.join(f'{byte:08b}' for byte in damaged[8:])
+lines = []
+at = bits.find('000000000001')
+while len(lines) < H:
+    lines.append(at + 12)
+    at = bits.find('000000000001', at + 12)
+for y in (7, 20):
+    bits = bits[:lines[y]] + '000000001' + bits[lines[y] + 9:]
+damaged[8:] = int(bits, 2).to_bytes(len(bits) // 8, 'big')
+open('good/hand-g3-damaged.tif', 'wb').write(damaged)
+shown = bilevel.convert('L')
+for y in (7, 20):
+    shown.paste(255, (0, y, W, y + 1))
+pam('hand-g3-damaged', shown)
+
 # Written by Pillow.
 for name, compression in (('bits', None), ('bits-lzw', 'tiff_lzw'), ('rle', 'tiff_ccitt')):
     bilevel.save('good/pil-' + name + '.tif', compression=compression)
@@ -227,12 +246,25 @@ rows = [[v >> 3 for pixel in row for v in pixel] for row in rows_of(scene, lambd
 tiff('5-bit', base(2, samples=3, bits=5, _278=(3, [24])), [packed(rows[:24], 5), packed(rows[24:], 5)])
 meant('5-bit', scene.point(lambda v: ((v >> 3) * 255 + 15) // 31))
 
-# Signed samples: the middle of the range is mid-grey.
+# Signed samples: from their least value to their greatest, or in the range given by the file.
+low, high = grey.getextrema()
+stretched = grey.point([max(0, min(255, int((v - low) * 255 / (high - low) + 0.5))) for v in range(256)])
 tiff('signed', base(1, _339=(3, [2])), [bytes((v + 128) & 255 for v in grey.getdata())])
-meant('signed', grey)
-tiff('signed-16', base(1, bits=16, _339=(3, [2])),
-     [b''.join(struct.pack('<h', v * 257 - 32768) for v in grey.getdata())])
-meant('signed-16', grey)
+meant('signed', stretched)
+tiff('signed-16', base(1, bits=16, _339=(3, [2])), [b''.join(struct.pack('<h', v * 3 - 50) for v in grey.getdata())])
+meant('signed-16', stretched)
+tiff('signed-12', base(1, bits=12, _339=(3, [2])), [packed(rows_of(grey, lambda v: (v * 8 - 999) & 4095), 12)])
+meant('signed-12', stretched)
+tiff('signed-32-planes', base(2, samples=3, bits=32, _339=(3, [2] * 3), _284=(3, [2])),
+     [b''.join(struct.pack('<i', v * 7 - 10000) for v in part.getdata()) for part in scene.split()])
+low, high = (min(v[0] for v in scene.getextrema()), max(v[1] for v in scene.getextrema()))
+meant('signed-32-planes', scene.point([max(0, min(255, int((v - low) * 255 / (high - low) + 0.5))) for v in range(256)] * 3))
+tiff('signed-range', base(1, _339=(3, [2]), _340=(6, [-128]), _341=(6, [127])),
+     [bytes((v + 128) & 255 for v in grey.getdata())])
+meant('signed-range', grey)
+tiff('signed-old-range', base(1, bits=16, _339=(3, [2]), _280=(3, [100]), _281=(3, [610])),
+     [b''.join(struct.pack('<h', v * 2 + 100) for v in grey.getdata())])
+meant('signed-old-range', grey)
 tiff('24-bit', base(1, bits=24), [b''.join(struct.pack('<I', v * 0x010101)[:3] for v in grey.getdata())])
 meant('24-bit', grey)
 # Floating point from 0 to 1, in three sizes and both byte orders.

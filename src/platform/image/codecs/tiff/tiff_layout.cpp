@@ -233,26 +233,52 @@ static void ReadYCbCr(TIFF* tiff, TiffLayout& layout)
     TIFFGetFieldDefaulted(tiff, TIFFTAG_YCBCRSUBSAMPLING, &layout.subsampling_x, &layout.subsampling_y);
 }
 
-// The range of floats and of integers wider than 16 bits: from the file's tags if present, otherwise the full
-// range of the type.
-static void ReadRange(TIFF* tiff, TiffLayout& layout)
+// The range of integers of this type.
+static void SetFullRange(TiffLayout& layout)
 {
-    if (layout.format != SAMPLEFORMAT_IEEEFP && layout.bits <= 16)
-        return;
-    if (layout.format != SAMPLEFORMAT_IEEEFP) {
-        double span = 1;
-        for (int i = 0; i < layout.bits; ++i)
-            span *= 2;
-        layout.lowest = layout.format == SAMPLEFORMAT_INT ? -span / 2 : 0;
-        layout.highest = layout.lowest + span - 1;
-    }
+    double span = 1;
+    for (int i = 0; i < layout.bits; ++i)
+        span *= 2;
+    layout.lowest = layout.format == SAMPLEFORMAT_INT ? -span / 2 : 0;
+    layout.highest = layout.lowest + span - 1;
+}
+
+// The range in the file's tags. The older pair of tags can't hold negative numbers, so a greatest value
+// beyond the type's is not meant for signed samples.
+static bool ReadRangeTags(TIFF* tiff, TiffLayout& layout)
+{
     double lowest = 0;
     double highest = 0;
+    std::uint16_t least = 0;
+    std::uint16_t greatest = 0;
     if (TIFFGetField(tiff, TIFFTAG_SMINSAMPLEVALUE, &lowest) &&
         TIFFGetField(tiff, TIFFTAG_SMAXSAMPLEVALUE, &highest) && highest > lowest) {
         layout.lowest = lowest;
         layout.highest = highest;
+        return true;
     }
+    if (layout.format != SAMPLEFORMAT_INT || !TIFFGetField(tiff, TIFFTAG_MINSAMPLEVALUE, &least) ||
+        !TIFFGetField(tiff, TIFFTAG_MAXSAMPLEVALUE, &greatest) || greatest <= least ||
+        greatest > layout.highest)
+        return false;
+    layout.lowest = least;
+    layout.highest = greatest;
+    return true;
+}
+
+// The range of floats, signed integers and integers wider than 16 bits: from the file's tags if present.
+// Signed samples rarely use all of their type, so otherwise their range is that of the data.
+static void ReadRange(TIFF* tiff, TiffLayout& layout)
+{
+    if (layout.format == SAMPLEFORMAT_UINT && layout.bits <= 16)
+        return;
+    if (layout.format != SAMPLEFORMAT_IEEEFP)
+        SetFullRange(layout);
+    if (ReadRangeTags(tiff, layout))
+        return;
+    const bool is_scalable = layout.colour == TiffColour::kGrey || layout.colour == TiffColour::kRgb ||
+                             layout.colour == TiffColour::kCmyk;
+    layout.range_from_data = layout.format == SAMPLEFORMAT_INT && layout.bits > 1 && is_scalable;
 }
 
 static bool HasKnownDepth(const TiffLayout& layout)

@@ -34,13 +34,20 @@ struct TiffLayout {
     std::uint16_t subsampling_x = 1;  ///< of YCbCr not upsampled by its codec: pixels per Cb and Cr
     std::uint16_t subsampling_y = 1;
     std::uint16_t orientation = ORIENTATION_TOPLEFT;
-    double lowest = 0;  ///< for floats and integers wider than 16 bits: the values that become 0 and 255
+    double lowest =
+        0;  ///< for floats, signed integers and those over 16 bits: the values that become 0 and 255
     double highest = 1;
+    bool range_from_data = false;  ///< signed, and the tags give no range: these two are the type's
 
     /// Colour samples per pixel: 1, 3 or 4.
     std::uint32_t ColourCount() const;
     /// Samples per pixel that are read: the colours and alpha.
     std::uint32_t Used() const { return ColourCount() + (alpha == TiffAlpha::kNone ? 0u : 1u); }
+    /// True for a colour or alpha sample, false for one to skip.
+    bool IsUsed(std::uint32_t sample) const
+    {
+        return sample < ColourCount() || (alpha != TiffAlpha::kNone && sample == alpha_sample);
+    }
     bool IsSubsampled() const { return subsampling_x * subsampling_y > 1; }
 };
 

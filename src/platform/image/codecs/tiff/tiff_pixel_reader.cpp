@@ -24,7 +24,10 @@ struct PageReading {
     std::uint8_t* levels;  ///< of the whole page
     std::size_t pitch;     ///< bytes per row of levels
     std::vector<std::uint8_t> chunk = {};
-    bool finish_rows;  ///< finish rows as they are unpacked
+    bool finish_rows;            ///< finish rows as they are unpacked
+    TiffRange* range = nullptr;  ///< if set, nothing is unpacked, only the samples' range is looked for
+    bool any_whole = false;      ///< a chunk or row was complete
+    bool any_damaged = false;    ///< one wasn't
 
     std::uint8_t* PixelAt(std::uint32_t x, std::uint32_t y) const
     {
@@ -107,7 +110,7 @@ static bool ReadStripsInPlace(PageReading& reading)
 }
 
 // Unpacks `rows` rows of a decoded chunk whose first pixel is (x, y) on the page.
-static bool UnpackChunk(PageReading& reading, std::uint32_t plane, std::uint32_t x, std::uint32_t y,
+static bool UnpackChunk(const PageReading& reading, std::uint32_t plane, std::uint32_t x, std::uint32_t y,
                         std::uint32_t rows, std::size_t stored_row)
 {
     const TiffLayout& layout = reading.layout;
@@ -118,19 +121,32 @@ static bool UnpackChunk(PageReading& reading, std::uint32_t plane, std::uint32_t
     } else {
         for (std::uint32_t i = 0; i < rows; ++i) {
             const std::uint8_t* stored = reading.chunk.data() + i * stored_row;
-            if (layout.separate)
+            if (reading.range && layout.separate)
+                reading.rows.WidenRangeByPlane(plane, stored, columns, *reading.range);
+            else if (reading.range)
+                reading.rows.WidenRange(stored, columns, *reading.range);
+            else if (layout.separate)
                 reading.rows.UnpackPlane(plane, stored, columns, reading.PixelAt(x, y + i));
             else
                 reading.rows.Unpack(stored, columns, reading.PixelAt(x, y + i));
         }
     }
-    return FinishRows(reading, x, y, columns, rows);
+    return reading.range || FinishRows(reading, x, y, columns, rows);
 }
 
-// True if the plane's sample is needed; other planes aren't read.
-static bool IsPlaneUsed(const TiffLayout& layout, std::uint32_t plane)
+// A fax page without error correction shows what is left of it: the decoder gives up a damaged line, or with
+// Group 4 the rest of its strip, which stays white.
+static bool MayBeDamaged(std::uint16_t compression)
 {
-    return plane < layout.ColourCount() || (layout.alpha != TiffAlpha::kNone && plane == layout.alpha_sample);
+    return compression == COMPRESSION_CCITTRLE || compression == COMPRESSION_CCITTRLEW ||
+           compression == COMPRESSION_CCITTFAX3 || compression == COMPRESSION_CCITTFAX4;
+}
+
+// Notes whether a chunk or row was decoded completely. False if the page is unreadable because it wasn't.
+static bool NoteChunk(PageReading& reading, bool whole)
+{
+    (whole ? reading.any_whole : reading.any_damaged) = true;
+    return whole || MayBeDamaged(reading.layout.compression);
 }
 
 static std::uint32_t PlanesOf(const TiffLayout& layout)
@@ -145,7 +161,7 @@ static bool ReadStrips(PageReading& reading)
     reading.chunk.resize(TIFFStripSize64(reading.tiff));
     const std::size_t stored_row = TIFFScanlineSize64(reading.tiff);
     for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
-        if (!IsPlaneUsed(layout, plane))
+        if (!layout.IsUsed(plane))
             continue;
         for (std::uint32_t i = 0; i < strips_per_plane; ++i) {
             const std::uint32_t y = i * layout.chunk_height;
@@ -153,10 +169,11 @@ static bool ReadStrips(PageReading& reading)
             const auto bytes = static_cast<tmsize_t>(TIFFVStripSize64(reading.tiff, rows));
             if (MayStopEarly(layout.compression))
                 std::fill(reading.chunk.begin(), reading.chunk.end(), std::uint8_t{0});
-            if (bytes < 1 || bytes > static_cast<tmsize_t>(reading.chunk.size()) ||
-                TIFFReadEncodedStrip(reading.tiff, plane * strips_per_plane + i, reading.chunk.data(),
-                                     bytes) != bytes ||
-                !UnpackChunk(reading, plane, 0, y, rows, stored_row))
+            if (bytes < 1 || bytes > static_cast<tmsize_t>(reading.chunk.size()))
+                return false;
+            const bool whole = TIFFReadEncodedStrip(reading.tiff, plane * strips_per_plane + i,
+                                                    reading.chunk.data(), bytes) == bytes;
+            if (!NoteChunk(reading, whole) || !UnpackChunk(reading, plane, 0, y, rows, stored_row))
                 return false;
         }
     }
@@ -170,14 +187,14 @@ static bool ReadRowByRow(PageReading& reading)
     const std::size_t stored_row = TIFFScanlineSize64(reading.tiff);
     reading.chunk.assign(stored_row, 0);
     for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
-        if (!IsPlaneUsed(layout, plane))
+        if (!layout.IsUsed(plane))
             continue;
         for (std::uint32_t y = 0; y < layout.height; ++y) {
             if (MayStopEarly(layout.compression))
                 std::fill(reading.chunk.begin(), reading.chunk.end(), std::uint8_t{0});
-            if (TIFFReadScanline(reading.tiff, reading.chunk.data(), y, static_cast<std::uint16_t>(plane)) !=
-                    1 ||
-                !UnpackChunk(reading, plane, 0, y, 1, stored_row))
+            const bool whole = TIFFReadScanline(reading.tiff, reading.chunk.data(), y,
+                                                static_cast<std::uint16_t>(plane)) == 1;
+            if (!NoteChunk(reading, whole) || !UnpackChunk(reading, plane, 0, y, 1, stored_row))
                 return false;
         }
     }
@@ -194,13 +211,14 @@ static bool ReadTiles(PageReading& reading)
     for (std::uint32_t plane = 0; plane < PlanesOf(layout); ++plane) {
         for (std::uint32_t y = 0; y < layout.height; y += layout.chunk_height) {
             for (std::uint32_t x = 0; x < layout.width; x += layout.chunk_width, ++tile) {
-                if (!IsPlaneUsed(layout, plane))
+                if (!layout.IsUsed(plane))
                     continue;
                 if (MayStopEarly(layout.compression))
                     std::fill(reading.chunk.begin(), reading.chunk.end(), std::uint8_t{0});
                 const std::uint32_t rows = std::min(layout.chunk_height, layout.height - y);
-                if (TIFFReadEncodedTile(reading.tiff, tile, reading.chunk.data(), bytes) != bytes ||
-                    !UnpackChunk(reading, plane, x, y, rows, stored_row))
+                const bool whole =
+                    TIFFReadEncodedTile(reading.tiff, tile, reading.chunk.data(), bytes) == bytes;
+                if (!NoteChunk(reading, whole) || !UnpackChunk(reading, plane, x, y, rows, stored_row))
                     return false;
             }
         }
@@ -225,8 +243,31 @@ static bool ReadChunks(PageReading& reading, InputFile& file)
     return ReadStrips(reading);
 }
 
-bool ReadTiffPixels(TIFF* tiff, const TiffLayout& layout, InputFile& file, Bytes profile, ImageBuffer& image)
+// Reads the page once for the range of its samples.
+static bool FindRange(TIFF* tiff, InputFile& file, TiffLayout& layout)
 {
+    const TiffRows rows(tiff, layout, {});
+    TiffRange range;
+    PageReading reading{tiff, layout, rows, nullptr, 0, {}, false, &range};
+    if (!rows.Ready() || !ReadChunks(reading, file))
+        return false;
+    if (range.highest > range.lowest) {
+        layout.lowest = range.lowest;
+        layout.highest = range.highest;
+    }
+    return true;
+}
+
+static bool IsUniform(const PixelBytes& levels)
+{
+    return std::equal(levels.begin() + 1, levels.end(), levels.begin());
+}
+
+bool ReadTiffPixels(TIFF* tiff, const TiffLayout& page, InputFile& file, Bytes profile, ImageBuffer& image)
+{
+    TiffLayout layout = page;
+    if (layout.range_from_data && !FindRange(tiff, file, layout))
+        return false;
     const TiffRows rows(tiff, layout, profile);
     if (!rows.Ready())
         return false;
@@ -240,6 +281,8 @@ bool ReadTiffPixels(TIFF* tiff, const TiffLayout& layout, InputFile& file, Bytes
     const bool finish_rows = rows.FinishesRows() && !layout.separate;
     PageReading reading{tiff, layout, rows, result.bytes.data(), pitch, {}, finish_rows};
     if (!ReadChunks(reading, file))
+        return false;
+    if (reading.any_damaged && !reading.any_whole && IsUniform(result.bytes))
         return false;
     if (!finish_rows && !rows.Finish(result.bytes.data(), pixels, result.bytes.data()))
         return false;

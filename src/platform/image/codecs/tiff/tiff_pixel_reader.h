@@ -11,6 +11,7 @@ class InputFile;
 struct ImageBuffer;
 
 /// Reads tiff's current page into image, ignoring orientation; the rest of image is cleared. profile is the
-/// page's, used for CMYK. False if a strip or tile can't be decoded; image is then unchanged. Besides the
-/// picture it needs the largest encoded strip and at most 32 MB. Throws std::bad_alloc.
+/// page's, used for CMYK. False if a strip or tile can't be decoded, or of a fax page nothing at all; image
+/// is then unchanged. Besides the picture it needs the largest encoded strip and at most 32 MB. Throws
+/// std::bad_alloc.
 bool ReadTiffPixels(TIFF* tiff, const TiffLayout& layout, InputFile& file, Bytes profile, ImageBuffer& image);

@@ -7,7 +7,6 @@
 #include <cstring>
 
 #include "src/platform/image/codecs/tiff/tiff_pixels.h"
-#include "src/platform/image/codecs/tiff/tiff_sample.h"
 #include "src/platform/image/colour/colour_profile.h"
 #include "src/platform/image/pixels/pixel_rows.h"
 
@@ -15,7 +14,7 @@ static constexpr std::size_t kBlock = 4096;  // pixels converted at a time where
 
 static TiffSampleForm FormOf(const TiffLayout& layout)
 {
-    return {layout.bits, layout.format, layout.lowest, layout.highest, false};
+    return {layout.bits, layout.format, layout.lowest, layout.highest, false, false};
 }
 
 TiffRows::TiffRows(TIFF* tiff, const TiffLayout& layout, Bytes profile) : layout_(layout)
@@ -114,14 +113,14 @@ void TiffRows::UnpackSample(std::uint32_t sample, std::uint32_t stored_samples, 
                             std::size_t pixels, std::uint8_t* out) const
 {
     TiffSampleForm form = FormOf(layout_);
-    const bool has_alpha = layout_.alpha != TiffAlpha::kNone && sample == layout_.alpha_sample;
-    if (!has_alpha && sample >= layout_.ColourCount())
+    if (!layout_.IsUsed(sample))
         return;
+    const bool is_alpha = sample >= layout_.ColourCount();
     const std::uint32_t from = stored_samples == 1 ? 0 : sample;
     const auto put = [&](std::uint32_t level) {
         LevelsOfSample(form, stored, from, stored_samples, pixels, out + level, levels_);
     };
-    if (has_alpha) {
+    if (is_alpha) {
         put(levels_ - 1);
     } else if (layout_.colour == TiffColour::kRgb) {
         put(2 - sample);
@@ -134,7 +133,8 @@ void TiffRows::UnpackSample(std::uint32_t sample, std::uint32_t stored_samples, 
         const bool is_lab = layout_.colour == TiffColour::kLab;
         const bool shifted = layout_.colour == TiffColour::kIccLab;
         if (is_lab || shifted)
-            form.format = is_lab && sample > 0 ? SAMPLEFORMAT_INT : SAMPLEFORMAT_UINT;
+            form.format = SAMPLEFORMAT_UINT;
+        form.flip_sign = is_lab && sample > 0;
         form.in_steps = shifted || (is_lab && sample > 0);
         put(sample);
     }
@@ -191,6 +191,19 @@ void TiffRows::UnpackPlane(std::uint32_t plane, const std::uint8_t* stored, std:
                            std::uint8_t* levels) const
 {
     UnpackSample(plane, 1, stored, pixels, levels);
+}
+
+void TiffRows::WidenRange(const std::uint8_t* stored, std::size_t pixels, TiffRange& range) const
+{
+    for (std::uint32_t sample = 0; sample < layout_.ColourCount(); ++sample)
+        ::WidenRange(FormOf(layout_), stored, sample, layout_.samples, pixels, range);
+}
+
+void TiffRows::WidenRangeByPlane(std::uint32_t plane, const std::uint8_t* stored, std::size_t pixels,
+                                 TiffRange& range) const
+{
+    if (plane < layout_.ColourCount())
+        ::WidenRange(FormOf(layout_), stored, 0, 1, pixels, range);
 }
 
 void TiffRows::UnpackSubsampled(const std::uint8_t* stored, std::uint32_t stored_columns,

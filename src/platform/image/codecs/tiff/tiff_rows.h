@@ -10,6 +10,7 @@
 
 #include "src/platform/image/base/byte_reader.h"
 #include "src/platform/image/codecs/tiff/tiff_layout.h"
+#include "src/platform/image/codecs/tiff/tiff_sample.h"
 
 class CmykToBgr;
 
@@ -39,6 +40,11 @@ public:
     void Unpack(const std::uint8_t* stored, std::size_t pixels, std::uint8_t* levels) const;
     void UnpackPlane(std::uint32_t plane, const std::uint8_t* stored, std::size_t pixels,
                      std::uint8_t* levels) const;
+    /// Widens range to the colours in a row of all samples, or of the one sample in a separate plane. Only
+    /// for signed samples.
+    void WidenRange(const std::uint8_t* stored, std::size_t pixels, TiffRange& range) const;
+    void WidenRangeByPlane(std::uint32_t plane, const std::uint8_t* stored, std::size_t pixels,
+                           TiffRange& range) const;
     /// Unpacks rows of subsampled YCbCr. Stores the first `columns` of stored_columns pixels; the rows of
     /// levels are pitch bytes apart.
     void UnpackSubsampled(const std::uint8_t* stored, std::uint32_t stored_columns, std::uint32_t columns,

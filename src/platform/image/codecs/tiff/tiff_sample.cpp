@@ -59,40 +59,64 @@ static double Float24ToDouble(std::uint32_t bits)
     return bits & 0x800000 ? -value : value;
 }
 
-static double ReadWideSample(const TiffSampleForm& form, const std::uint8_t* p)
+static double ReadFloat(std::uint32_t bits, const std::uint8_t* p)
 {
-    if (form.format == SAMPLEFORMAT_IEEEFP) {
-        switch (form.bits) {
-            case 16:
-                return HalfToFloat(LoadAs<std::uint16_t>(p));
-            case 24:
-                return Float24ToDouble(LoadU24(p));
-            case 32:
-                return LoadAs<float>(p);
-            default:
-                return LoadAs<double>(p);
-        }
-    }
-    const bool is_signed = form.format == SAMPLEFORMAT_INT;
-    switch (form.bits) {
+    switch (bits) {
+        case 16:
+            return static_cast<double>(HalfToFloat(LoadAs<std::uint16_t>(p)));
         case 24:
-            return is_signed ? static_cast<std::int32_t>(LoadU24(p) << 8) / 256 : LoadU24(p);
+            return Float24ToDouble(LoadU24(p));
         case 32:
-            return is_signed ? LoadAs<std::int32_t>(p) : LoadAs<std::uint32_t>(p);
+            return static_cast<double>(LoadAs<float>(p));
         default:
-            return is_signed ? static_cast<double>(LoadAs<std::int64_t>(p))
-                             : static_cast<double>(LoadAs<std::uint64_t>(p));
+            return LoadAs<double>(p);
     }
 }
 
-static void WideLevels(const TiffSampleForm& form, const std::uint8_t* stored, std::size_t step,
-                       std::size_t pixels, std::uint8_t* out, std::uint32_t pitch)
+static double ReadSigned(std::uint32_t bits, const std::uint8_t* stored, std::size_t place)
 {
-    const double scale = 255 / (form.highest - form.lowest);
+    switch (bits) {
+        case 8:
+            return static_cast<std::int8_t>(stored[place]);
+        case 16:
+            return LoadAs<std::int16_t>(stored + place * 2);
+        case 24:
+            return static_cast<std::int32_t>(LoadU24(stored + place * 3) << 8) / 256;
+        case 32:
+            return LoadAs<std::int32_t>(stored + place * 4);
+        case 64:
+            return static_cast<double>(LoadAs<std::int64_t>(stored + place * 8));
+        default: {
+            const auto value = static_cast<int>(BitsAt(stored, place * bits, bits));
+            return value >> (bits - 1) ? value - (1 << bits) : value;
+        }
+    }
+}
+
+// The sample at a place counted in samples: a float, a signed one, or one of more than 16 bits.
+static double ReadValue(const TiffSampleForm& form, const std::uint8_t* stored, std::size_t place)
+{
+    if (form.format == SAMPLEFORMAT_IEEEFP)
+        return ReadFloat(form.bits, stored + place * (form.bits / 8));
+    if (form.format == SAMPLEFORMAT_INT)
+        return ReadSigned(form.bits, stored, place);
+    switch (form.bits) {
+        case 24:
+            return LoadU24(stored + place * 3);
+        case 32:
+            return LoadAs<std::uint32_t>(stored + place * 4);
+        default:
+            return static_cast<double>(LoadAs<std::uint64_t>(stored + place * 8));
+    }
+}
+
+void WidenRange(const TiffSampleForm& form, const std::uint8_t* stored, std::uint32_t sample,
+                std::uint32_t stored_samples, std::size_t pixels, TiffRange& range)
+{
     for (std::size_t i = 0; i < pixels; ++i) {
-        const double level = (ReadWideSample(form, stored + i * step) - form.lowest) * scale;
-        // The comparisons are written so that NaN becomes 0.
-        out[i * pitch] = level >= 254.5 ? 255 : level > 0 ? static_cast<std::uint8_t>(level + 0.5) : 0;
+        const double value = ReadSigned(form.bits, stored, i * stored_samples + sample);
+        range.lowest = std::min(range.lowest, value);
+        range.highest = std::max(range.highest, value);
     }
 }
 
@@ -100,12 +124,17 @@ void LevelsOfSample(const TiffSampleForm& form, const std::uint8_t* stored, std:
                     std::uint32_t stored_samples, std::size_t pixels, std::uint8_t* out, std::uint32_t pitch)
 {
     const unsigned bits = form.bits;
-    if (bits > 16 || form.format == SAMPLEFORMAT_IEEEFP) {
-        const std::size_t bytes = bits / 8;
-        WideLevels(form, stored + sample * bytes, stored_samples * bytes, pixels, out, pitch);
+    if (bits > 16 || form.format != SAMPLEFORMAT_UINT) {
+        const double scale = 255 / (form.highest - form.lowest);
+        for (std::size_t i = 0; i < pixels; ++i) {
+            const double value = ReadValue(form, stored, i * stored_samples + sample);
+            const double level = (value - form.lowest) * scale;
+            // The comparisons are written so that NaN becomes 0.
+            out[i * pitch] = level >= 254.5 ? 255 : level > 0 ? static_cast<std::uint8_t>(level + 0.5) : 0;
+        }
         return;
     }
-    const unsigned flip = form.format == SAMPLEFORMAT_INT ? 1u << (bits - 1) : 0;
+    const unsigned flip = form.flip_sign ? 1u << (bits - 1) : 0;
     if (bits == 8) {
         for (std::size_t i = 0; i < pixels; ++i)
             out[i * pitch] = static_cast<std::uint8_t>(stored[i * stored_samples + sample] ^ flip);
@@ -122,7 +151,7 @@ void LevelsOfSample(const TiffSampleForm& form, const std::uint8_t* stored, std:
     }
     const unsigned highest = (1u << bits) - 1;
     for (std::size_t i = 0; i < pixels; ++i) {
-        const unsigned value = BitsAt(stored, (i * stored_samples + sample) * bits, bits) ^ flip;
+        const unsigned value = BitsAt(stored, (i * stored_samples + sample) * bits, bits);
         out[i * pitch] = static_cast<std::uint8_t>((value * 255 + highest / 2) / highest);
     }
 }

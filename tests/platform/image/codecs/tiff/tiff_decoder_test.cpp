@@ -1,6 +1,7 @@
 // Tests of the TIFF decoder beyond the samples: pages, metadata, corruption.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <tiff.h>
 
 #include <algorithm>
 #include <numeric>
@@ -8,6 +9,7 @@
 
 #include "src/platform/files/file_saver.h"
 #include "src/platform/image/base/input_file.h"
+#include "src/platform/image/codecs/tiff/directory/tiff_directory.h"
 #include "src/platform/image/codecs/tiff/tiff.h"
 #include "src/platform/image/codecs/tiff/tiff_document.h"
 #include "src/platform/image/metadata/metadata_edit.h"
@@ -175,6 +177,75 @@ TEST(TiffDecoder, AllocatesNoBufferForWholeStrip)
     getrusage(RUSAGE_SELF, &after);
     EXPECT_EQ(image.bytes[12345], 128);
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, (48 + 32) * 1024);  // KB
+}
+
+// A bilevel page as our encoder writes it: the header, the one strip, then the directory.
+static Block FaxPage(std::int32_t compression, ImageBuffer& page)
+{
+    page = Pattern(300, 200, 1);
+    for (std::size_t i = 0; i < page.bytes.size(); ++i)
+        page.bytes[i] = (i % 300 / 20 + i / 300 / 8) % 3 == 0 ? 0 : 255;
+    SaveSettings settings;
+    settings.tiff_compression = compression;
+    return Encoded(kTiffCodec, page, settings);
+}
+
+static std::size_t StripBytes(const Block& file)
+{
+    InputFile input{Bytes(file)};
+    const TiffHeader header = ReadTiffHeader(input).value();
+    const auto entries = ReadEntries(input, header, header.first_directory);
+    return ReadNumber(input, header, *EntryOf(entries, TIFFTAG_STRIPBYTECOUNTS)).value();
+}
+
+TEST(TiffFax, ShowsWhatIsLeftOfDamagedPage)
+{
+    for (const std::int32_t compression : {2, 3, 4}) {
+        SCOPED_TRACE("compression " + std::to_string(compression));
+        ImageBuffer page;
+        Block file = FaxPage(compression, page);
+        const std::size_t strip = StripBytes(file);
+        std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(8 + strip / 2), 4, std::uint8_t{0});
+
+        const auto image = Decoded(kTiffCodec, file);
+
+        ASSERT_TRUE(image);
+        const auto end = std::mismatch(page.bytes.begin(), page.bytes.end(), image->bytes.begin()).first;
+        EXPECT_GT(end - page.bytes.begin(), 300 * 80) << "the part above the damage";
+        EXPECT_NE(end, page.bytes.end());
+    }
+}
+
+TEST(TiffFax, ShowsWhatIsLeftOfShortenedStrip)
+{
+    for (const std::int32_t compression : {2, 3, 4}) {
+        SCOPED_TRACE("compression " + std::to_string(compression));
+        ImageBuffer page;
+        Block file = FaxPage(compression, page);
+        const std::size_t strip = StripBytes(file);
+        const std::uint8_t count[] = {static_cast<std::uint8_t>(strip), static_cast<std::uint8_t>(strip >> 8),
+                                      0, 0};
+        const auto stored = std::find_end(file.begin(), file.end(), std::begin(count), std::end(count));
+        ASSERT_NE(stored, file.end());
+        stored[0] = static_cast<std::uint8_t>(strip / 2);
+        stored[1] = static_cast<std::uint8_t>(strip / 2 >> 8);
+
+        const auto image = Decoded(kTiffCodec, file);
+
+        ASSERT_TRUE(image);
+        const auto end = std::mismatch(page.bytes.begin(), page.bytes.end(), image->bytes.begin()).first;
+        EXPECT_GT(end - page.bytes.begin(), 300 * 80) << "the part before the end";
+        EXPECT_EQ(image->bytes.back(), 255) << "the missing part is white";
+    }
+}
+
+TEST(TiffFax, IsRefusedIfNothingIsLeft)
+{
+    ImageBuffer page;
+    Block file = FaxPage(4, page);
+    std::fill_n(file.begin() + 8, StripBytes(file), std::uint8_t{0});
+
+    EXPECT_FALSE(Decoded(kTiffCodec, file));
 }
 
 TEST(TiffMetadata, IsReadFromItsTags)
