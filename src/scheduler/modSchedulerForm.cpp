@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "src/commands/modHelp.h"
+#include "src/dispatch/modDialog.h"
 #include "src/dispatch/modDispatcher.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
@@ -126,17 +128,7 @@ static void ConnectHandlers(Application& app)
     frm.cmdEndTimer.OnClick = Handler(app, StopTimer);
     frm.cmdDone.OnClick = Handler(app, cmdDone_Click);
     frm.Timer1.OnTimer = Handler(app, Timer1_Timer, Act::Unattended);
-    // Escape and the window's own button act as Done.
-    frm.OnKeyDown = [&frm](const std::string& sKey) {
-        if (sKey == "Esc")
-            frm.cmdDone.UserClicks();
-        return sKey == "Esc";
-    };
-    frm.OnQueryUnload = [&frm](CloseReason eReason) {
-        if (eReason == CloseReason::User)
-            frm.cmdDone.UserClicks();
-        return eReason == CloseReason::Program;
-    };
+    ConnectDialog(app, frm, frm.cmdDone, kHelpScheduler);
     frm.OnUnload = [&app] { frmScheduler_Unload(app); };
 }
 
