@@ -6,6 +6,7 @@
 
 #include "src/forms/dispatch_state.h"
 #include "src/forms/editing_hooks.h"
+#include "src/forms/frmConversionOptions.h"
 #include "src/forms/frmMain.h"
 #include "src/forms/frmMainMDI.h"
 #include "src/forms/frmPleaseWait.h"
@@ -62,4 +63,5 @@ struct Application {
     ::frmPleaseWait frmPleaseWait;
     ::frmTypeMatchNotification frmTypeMatchNotification;
     ::frmScheduler frmScheduler;
+    ::frmConversionOptions frmConversionOptions;
 };
