@@ -2,9 +2,14 @@
 #include "src/dialogs/modDialogs.h"
 
 #include "src/dialogs/modConversionOptions.h"
+#include "src/dialogs/modNotices.h"
+#include "src/dialogs/modOptions.h"
+#include "src/dispatch/modDispatcher.h"
 #include "src/forms/Application.h"
 
 void ConnectDialogs(Application& app)
 {
     app.objHooks.EditConversionOptions = sEditConversionOptions;
+    app.frmMainMDI.mnuOptions.OnClick = Handler(app, mnuOptions_Click);
+    frmTypeMatchNotification_Load(app);
 }

@@ -9,6 +9,7 @@
 #include "src/base/path_text.h"
 #include "src/base/raised_error.h"
 #include "src/base/text.h"
+#include "src/commands/modHelp.h"
 #include "src/entry/modCommandText.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
@@ -17,12 +18,10 @@
 #include "src/job/modValidation.h"
 #include "src/platform/locale.h"
 #include "src/platform/program_folders.h"
-#include "src/platform/window_services.h"
 #include "src/report/modReportMessage.h"
 #include "src/translator/modTranslator.h"
 
 constexpr std::int32_t kErrTypeNotSpecified = -202;
-constexpr std::int32_t kHelpTopicCommandLine = 30;
 // /0 and /j are accepted but unused: the details are slots 1 to 20.
 constexpr std::int32_t kFirstDetail = 1;
 constexpr std::int32_t kLastDetail = 20;
@@ -133,7 +132,7 @@ static bool bTakeSwitch(Application& app, char cLetter, const std::string& sArgu
             objOptions.bOpenButDoNotRun = true;
             return true;
         case '?':
-            app.svc.objWindows.LaunchHelp(app.sHelpFile, kHelpTopicCommandLine);
+            LaunchHelp(app, kHelpCommandLine);
             return true;
         default:
             break;

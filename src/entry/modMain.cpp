@@ -3,7 +3,10 @@
 
 #include "src/base/clsConversionOptions.h"
 #include "src/base/path_text.h"
+#include "src/commands/modHelp.h"
 #include "src/commands/modRunState.h"
+#include "src/dialogs/modDialogs.h"
+#include "src/dialogs/modNotices.h"
 #include "src/dispatch/modDispatcher.h"
 #include "src/entry/modCommandLineParser.h"
 #include "src/entry/modCommandLineRun.h"
@@ -26,7 +29,7 @@ void InitializeProcess(Application& app)
 {
     app.sIniFile = sSettingsFile(app.svc.objProgramFolders);
     InitializeTranslator(app);
-    app.sHelpFile = "Varnel.HLP";  // the same for all languages
+    InitializeHelpFile(app);
 }
 
 void ShowMainWindows(Application& app)
@@ -36,12 +39,12 @@ void ShowMainWindows(Application& app)
                                   sTranslate(app, "Error"), BoxIcon::Information, BoxButtons::Ok);
         return;
     }
-    app.frmPleaseWait.lblHeader.SetCaption(sTranslate(app, "Varnel!"));
-    app.frmPleaseWait.lblLine1.SetCaption("Orbelan, Inc.");
+    frmPleaseWait_Load(app);
     app.frmPleaseWait.SetVisible(true);
     app.svc.objWindows.DoEvents();
     LoadMainForms(app);
     LinkScheduler(app);
+    ConnectDialogs(app);
     app.frmMainMDI.SetVisible(true);
     app.frmMain.SetVisible(true);
     app.frmPleaseWait.SetVisible(false);

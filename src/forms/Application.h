@@ -9,6 +9,7 @@
 #include "src/forms/frmConversionOptions.h"
 #include "src/forms/frmMain.h"
 #include "src/forms/frmMainMDI.h"
+#include "src/forms/frmOptions.h"
 #include "src/forms/frmPleaseWait.h"
 #include "src/forms/frmScheduler.h"
 #include "src/forms/frmTypeMatchNotification.h"
@@ -64,4 +65,5 @@ struct Application {
     ::frmTypeMatchNotification frmTypeMatchNotification;
     ::frmScheduler frmScheduler;
     ::frmConversionOptions frmConversionOptions;
+    ::frmOptions frmOptions;
 };

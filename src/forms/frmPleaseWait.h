@@ -9,4 +9,5 @@ struct frmPleaseWait : Form {
 
     Label lblHeader{*this, "lblHeader"};
     Label lblLine1{*this, "lblLine1"};
+    Label lblLine2{*this, "lblLine2"};
 };

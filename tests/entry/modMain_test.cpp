@@ -67,6 +67,24 @@ TEST(Main, OpensTheMainWindowForAnEmptyCommand)
     EXPECT_EQ(app.frmPleaseWait.lblLine1.Caption(), "Orbelan, Inc.");
 }
 
+TEST(Main, OpensTheOptionsOfAConversionFromTheMenu)
+{
+    TestApplication app;
+    app.windows.display = true;
+    app.windows.on_show_modal = [&app](Form&) {
+        app.frmConversionOptions.txtTitle.SetText("My trip");
+        app.frmConversionOptions.cmdDone.UserClicks();
+    };
+    Main(app, "");
+
+    app.frmMainMDI.mnuConversionOptions.UserClicks();
+
+    EXPECT_EQ(app.windows.modal_forms, std::vector<Form*>{&app.frmConversionOptions});
+    EXPECT_EQ(app.frmMain.sImageConversionOptions,
+              "1^0^FALSE^75^My trip^A batch picture tool^1/1/2007^Orbelan, Inc.^Orbelan 2006^^^");
+    EXPECT_TRUE(app.frmMain.bDirtyConversionItem);
+}
+
 TEST(Main, ReportsAMissingDisplayAndExits)
 {
     TestApplication app;
