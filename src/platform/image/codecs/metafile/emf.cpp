@@ -6,6 +6,7 @@
 
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/base/limits.h"
+#include "src/platform/image/codecs/metafile/embedded_image.h"
 #include "src/platform/image/codecs/metafile/emf_header.h"
 #include "src/platform/image/codecs/metafile/metafile_dib.h"
 #include "src/platform/image/codecs/metafile/metafile_module.h"
@@ -148,6 +149,7 @@ bool DecodeEmf(Bytes bytes, ImageBuffer& image)
     request.width = header.width;
     request.height = header.height;
     request.decode_dib = DecodeDib;
+    request.decode_image = DecodeEmbeddedImage;
     SetMapping(header, request);
     ImageBuffer result;
     if (!DecodeIfOnlyBitmap(bytes, header, request, result)) {

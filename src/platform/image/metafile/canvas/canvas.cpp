@@ -25,6 +25,12 @@ std::unique_ptr<Canvas> Canvas::CreateMeasuring(Budget& budget)
     return canvas;
 }
 
+void Canvas::Reset()
+{
+    std::fill(pixels_.begin(), pixels_.end(), 0xFFFFFF);
+    touched_ = {};
+}
+
 void Canvas::Compose(const Box& box, const Clip& clip, const Draw& draw, const Mix& mix)
 {
     const Box layer_box = Intersection(Intersection(box, clip.box), area_);

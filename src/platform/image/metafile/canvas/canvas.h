@@ -23,6 +23,9 @@ public:
     static std::unique_ptr<Canvas> Create(const Box& area, Budget& budget);
     static std::unique_ptr<Canvas> CreateMeasuring(Budget& budget);
 
+    /// Makes the picture white and untouched again.
+    void Reset();
+
     const Box& Area() const { return area_; }
     bool Measuring() const { return pixels_.empty(); }
     /// The bounds of all pixels drawn on so far.

@@ -209,7 +209,7 @@ void Stroker::Dashed(std::span<const Point> points, bool closed)
             dash_.push_back(b);
     }
     if (is_on)
-        finish(closed ? style_.dash_cap : style_.cap);
+        finish(closed ? style_.dash_cap : style_.end_cap);
 }
 
 void Stroker::Figure(std::span<const Point> points, bool closed)
@@ -233,7 +233,7 @@ void Stroker::Figure(std::span<const Point> points, bool closed)
     if (period_ > 0 && points_.size() > 1)
         Dashed(points_, closed);
     else
-        Line(points_, closed, style_.cap, style_.cap);
+        Line(points_, closed, style_.cap, style_.end_cap);
 }
 
 void Stroke(const Outline& outline, const StrokeStyle& style, const PolygonSink& sink)

@@ -12,14 +12,15 @@ enum class LineJoin { kMiter, kRound, kBevel };
 
 /// How an outline is stroked.
 struct StrokeStyle {
-    double width = 1;  ///< in the units of pen
-    Affine pen;        ///< maps the round pen to its shape on the picture; never singular
-    LineCap cap = LineCap::kRound;
+    double width = 1;                   ///< in the units of pen
+    Affine pen;                         ///< maps the round pen to its shape on the picture; never singular
+    LineCap cap = LineCap::kRound;      ///< of the start
+    LineCap end_cap = LineCap::kRound;  ///< of the end
     LineJoin join = LineJoin::kRound;
     double miter_limit = 10;     ///< of the miter's length to the width; longer ones become bevels
     std::vector<double> dashes;  ///< in units of pen: dash, gap and so on, repeated; empty for a solid line
     double dash_offset = 0;      ///< where in the dashes the line starts
-    LineCap dash_cap = LineCap::kRound;  ///< of the ends inside the line; the line's own ends have cap
+    LineCap dash_cap = LineCap::kRound;  ///< of the ends inside the line
 };
 
 /// Sends convex polygons that together cover the stroke, all of the same orientation: fill them as winding.

@@ -95,6 +95,7 @@ StrokeStyle DeviceContext::StyleOf(const Pen& pen, bool rectilinear) const
     // Other caps would close the gaps; only geometric extended pens choose their cap.
     if (!style.dashes.empty() && (!pen.extended || !geometric))
         style.cap = LineCap::kButt;
+    style.end_cap = style.dash_cap = style.cap;
     return style;
 }
 

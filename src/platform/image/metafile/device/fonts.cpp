@@ -36,6 +36,7 @@ FontFace::FontFace(FT_FaceRec_* face, bool same_family, bool embolden, double sl
         ascent_ = 0.9;
         descent_ = 0.2;
     }
+    line_height_ = std::max(ascent_ + descent_, face->height / em);
     if (face->underline_thickness > 0) {
         underline_thickness_ = face->underline_thickness / em;
         underline_offset_ = -face->underline_position / em;

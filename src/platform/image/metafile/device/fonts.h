@@ -39,6 +39,7 @@ public:
 
     double Ascent() const { return ascent_; }  ///< of the cell, above the baseline
     double Descent() const { return descent_; }
+    double LineHeight() const { return line_height_; }  ///< from one baseline to the next
     double MeanWidth() const { return mean_width_; }
     double UnderlineOffset() const
     {
@@ -54,6 +55,7 @@ private:
     bool symbol_map_ = false;
     double ascent_ = 0.9;
     double descent_ = 0.2;
+    double line_height_ = 1.15;
     double mean_width_ = 0.45;
     double underline_offset_ = 0.1;
     double underline_thickness_ = 0.05;

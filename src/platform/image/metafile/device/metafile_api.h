@@ -8,7 +8,7 @@
 #include "src/platform/image_buffer.h"
 
 /// Increment this with every change of the structures below: modules of other builds are rejected.
-constexpr std::uint32_t kMetafileApiVersion = 1;
+constexpr std::uint32_t kMetafileApiVersion = 2;
 
 struct MetafileRequest {
     std::uint32_t version = kMetafileApiVersion;
@@ -40,6 +40,8 @@ struct MetafileRequest {
 
     /// Decodes a bitmap given as header (with palette) and bits. May throw std::bad_alloc.
     bool (*decode_dib)(Bytes header, Bytes bits, ImageBuffer& image) = nullptr;
+    /// Decodes a whole file in any format but a metafile's. May throw std::bad_alloc.
+    bool (*decode_image)(Bytes file, ImageBuffer& image) = nullptr;
 };
 
 /// Bounds in whole logical units of a WMF.

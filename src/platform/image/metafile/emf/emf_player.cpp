@@ -4,10 +4,10 @@
 #include <array>
 #include <bit>
 
+#include "src/platform/image/metafile/emfplus/emfplus_player.h"
+
 static constexpr std::uint32_t kEndOfFile = 14;
 static constexpr std::uint32_t kComment = 70;
-static constexpr std::uint32_t kEmfPlusMark = 0x2B464D45;
-static constexpr std::uint16_t kEmfPlusHeader = 0x4001;
 
 static constexpr std::uint32_t kDibHeader = 40;
 static constexpr std::uint32_t kDibHeaderWithMasks = 52;
@@ -89,16 +89,6 @@ const Object& ObjectAt(const EmfPlay& play, std::uint32_t index)
     return index < play.objects.size() ? play.objects[index] : kNone;
 }
 
-static void ReadComment(EmfPlay& play, const EmfRecord& record)
-{
-    ByteReader reader = record.Data();
-    reader.U32Le();  // size
-    if (reader.U32Le() != kEmfPlusMark || reader.U16Le() != kEmfPlusHeader)
-        return;
-    const bool dual = (reader.U16Le() & 1) != 0;
-    play.only_emf_plus = !reader.Failed() && !dual;
-}
-
 static Outcome Play(EmfPlay& play, const EmfRecord& record)
 {
     for (const auto family : {PlayPoints, PlayState, PlayObject, PlayShape, PlayClip, PlayText, PlayBitmap}) {
@@ -106,34 +96,89 @@ static Outcome Play(EmfPlay& play, const EmfRecord& record)
         if (result != Outcome::kNotMine)
             return result;
     }
-    if (record.type == kComment)
-        ReadComment(play, record);
     return Outcome::kDone;  // skip unknown records and those that draw nothing
 }
 
-bool PlayEmf(DeviceContext& dc, const MetafileRequest& request)
+// Takes the next record off records; false if it is incomplete.
+static bool TakeRecord(Bytes& records, EmfRecord& record)
+{
+    ByteReader reader(records);
+    record.type = reader.U32Le();
+    const std::uint32_t size = reader.U32Le();
+    if (reader.Failed() || size < 8 || size > records.size())
+        return false;
+    record.all = records.first(size);
+    records = records.subspan(size);
+    return true;
+}
+
+static EmfPlusSummary SummaryOf(Bytes records)
+{
+    EmfPlusSummary summary;
+    EmfRecord record;
+    while (TakeRecord(records, record) && record.type != kEndOfFile)
+        if (record.type == kComment)
+            Summarise(EmfPlusRecords(record.all.subspan(8)), summary);
+    return summary;
+}
+
+namespace
+{
+/// How playing a file ended.
+struct PlayResult {
+    bool finished = false;  ///< no limit was exceeded
+    bool skipped = false;   ///< records couldn't be drawn
+};
+}  // namespace
+
+// Plays the EMF records; with plus, the EMF+ records and those EMF records that are part of their drawing.
+static PlayResult PlayRecords(DeviceContext& dc, const MetafileRequest& request, EmfPlusPlayer* plus)
 {
     EmfPlay play(dc);
     // Slot 0 is the metafile itself.
     play.objects.resize(std::min<std::uint32_t>(request.objects, 65535) + 1);
+    PlayResult result;
     Bytes left = request.records;
-    bool skipped = false;
+    EmfRecord record;
     for (;;) {
-        ByteReader reader(left);
-        EmfRecord record;
-        record.type = reader.U32Le();
-        const std::uint32_t size = reader.U32Le();
-        if (reader.Failed() || size < 8 || size > left.size() || !dc.Work().Spend(kCostOfRecord + size / 16))
-            return false;
+        if (!TakeRecord(left, record) || !dc.Work().Spend(kCostOfRecord + record.all.size() / 16))
+            return result;
         if (record.type == kEndOfFile)
             break;
-        record.all = left.first(size);
-        left = left.subspan(size);
+        if (plus && record.type == kComment) {
+            const Bytes records = EmfPlusRecords(record.all.subspan(8));
+            if (!records.empty() && !plus->Play(records))
+                return result;
+            continue;
+        }
+        if (plus && !plus->InGdi())
+            continue;
         const Outcome outcome = Play(play, record);
         if (outcome == Outcome::kGivingUp || dc.Work().Spent() || dc.Target().Failed())
-            return false;
-        skipped = skipped || outcome == Outcome::kBroken;
+            return result;
+        result.skipped = result.skipped || outcome == Outcome::kBroken;
     }
+    result.skipped = result.skipped || (plus && plus->Skipped() > 0);
+    result.finished = true;
+    return result;
+}
+
+bool PlayEmf(DeviceContext& dc, const MetafileRequest& request)
+{
+    const EmfPlusSummary summary = SummaryOf(request.records);
+    Canvas& canvas = dc.Target();
+    if (summary.present && (summary.whole || !summary.dual)) {
+        DeviceContext plus_dc(canvas, request);
+        EmfPlusPlayer plus(plus_dc);
+        const PlayResult result = PlayRecords(plus_dc, request, &plus);
+        if (!result.finished)
+            return false;
+        if (summary.dual ? !result.skipped : !canvas.Touched().Empty())
+            return true;
+        canvas.Reset();
+    }
+    const PlayResult result = PlayRecords(dc, request, nullptr);
     // An empty page is fine if the file is empty, but not if nothing of its contents could be drawn.
-    return !(skipped || play.only_emf_plus) || !dc.Target().Touched().Empty();
+    const bool lost = result.skipped || (summary.present && !summary.dual);
+    return result.finished && (!lost || !canvas.Touched().Empty());
 }

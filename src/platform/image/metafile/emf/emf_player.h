@@ -20,8 +20,6 @@ struct EmfPlay {
 
     DeviceContext& dc;
     std::vector<Object> objects;
-    /// The header comment says that the file is drawn by EMF+ records (stored in comments) alone.
-    bool only_emf_plus = false;
 };
 
 enum class Outcome {
@@ -47,6 +45,10 @@ Outcome PlayText(EmfPlay& play, const EmfRecord& record);
 
 /// Plays all records up to the end record, skipping those that can't be drawn. False if a limit is exceeded,
 /// no font is installed, or records were skipped and nothing was drawn.
+///
+/// A file with EMF+ records is drawn by these. A dual file holds the same picture as EMF records, too: a copy
+/// for older programs, with gradients in steps and without alpha. It is used if an EMF+ record is missing or
+/// can't be drawn.
 bool PlayEmf(DeviceContext& dc, const MetafileRequest& request);
 
 // Shared between the families.
