@@ -5,7 +5,7 @@ import re
 CATALOGUE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..",
                          "src/catalogue/modSpecialProcessCatalogue")
 TEXT = r'((?:"(?:[^"\\]|\\.)*"\s*)+|nullptr)'
-ROW = re.compile(r'\{(SP_\w+),\s*"SP_\w+",\s*' + TEXT + r",\s*" + TEXT)
+ROW = re.compile(r'\{(SP_\w+|\d+),\s*"SP_\w+",\s*' + TEXT + r",\s*" + TEXT)
 FIELD = re.compile(r"\{FieldType::(\w+), InputSlot::\w+, \d, " + TEXT + r",\s*" + TEXT)
 
 
@@ -25,7 +25,7 @@ def processes():
         end = heads[index + 1].start() if index + 1 < len(heads) else len(source)
         parameters = [("abcde"[position], plain(field.group(3)) or "Background colour", plain(field.group(2)))
                       for position, field in enumerate(FIELD.finditer(source, head.end(), end))]
-        yield int(numbers[head.group(1)]), plain(head.group(2)), plain(head.group(3)), parameters
+        yield int(numbers.get(head.group(1), head.group(1))), plain(head.group(2)), plain(head.group(3)), parameters
 
 
 def switches(values):

@@ -10,66 +10,11 @@
 #include <string>
 #include <variant>
 
-class ImageTransform;
+struct OperationCall;
 
+/// The processes that the program treats specially.
 enum SpecialProcess : std::int32_t {
     SP_TRANSFORM_RESIZE = 2,
-    SP_TRANSFORM_ROTATE = 3,
-    SP_AUTOCROP = 4,
-    SP_FLIP = 5,
-    SP_SHIFT = 6,
-    SP_PERSPECTIVE = 7,
-    SP_SKEW = 8,
-    SP_TWIRL = 9,
-    SP_REPRODUCE = 10,
-    SP_AUTOCONTRAST = 11,
-    SP_AUTOLEVEL = 12,
-    SP_BALANCEHLS = 13,
-    SP_BLUE = 14,
-    SP_BRIGHTNESS = 15,
-    SP_COLORIZE = 16,
-    SP_CONTRAST = 17,
-    SP_DESATURATE = 18,
-    SP_EQUALIZE = 19,
-    SP_GAMMA = 20,
-    SP_GREEN = 21,
-    SP_HUE = 22,
-    SP_INTENSITY = 23,
-    SP_INVERT = 24,
-    SP_LIGHTNESS = 25,
-    SP_POSTERIZE = 26,
-    SP_RED = 27,
-    SP_SATURATION = 28,
-    SP_THRESHOLD = 29,
-    SP_ADDNOISE = 31,
-    SP_DIFFUSE = 32,
-    SP_DILATION = 33,
-    SP_EMBOSS = 34,
-    SP_EROSION = 35,
-    SP_GAUSSIANBLUR = 36,
-    SP_HALFTONES = 37,
-    SP_MOSAIC = 38,
-    SP_MOTIONBLUR = 39,
-    SP_RADIALBLUR = 40,
-    SP_RELIEF = 41,
-    SP_TEXTURIZE = 42,
-    SP_TRACECONTOURS = 43,
-    SP_ZOOMBLUR = 44,
-    SP_FILTERHIGHPASS = 45,
-    SP_FILTERLOWPASS = 46,
-    SP_FILTERDIFFERENCE = 47,
-    SP_FILTERLAPLAS = 48,
-    SP_FILTERSOBEL = 49,
-    SP_FILTERPREWITT = 50,
-    SP_FILTERROBERTS = 51,
-    SP_FILTERISOTROPIC = 52,
-    SP_FILTERLINEDETECTION = 53,
-    SP_FILTERBLUR = 54,
-    SP_FILTERSHARPEN = 55,
-    SP_FILTERRESERVED56 = 56,  ///< not offered in any list, but a job file or a command line may use it
-    SP_FILTERMINIMAL = 58,
-    SP_FILTERMAXIMAL = 59,
-    SP_DEINTERLACE = 60,
     SP_LAUNCH = 100,
 };
 
@@ -124,10 +69,9 @@ private:
 /// A field's value: int32 for Long and Colour, double for Double and LongReadAsDouble, bool for the Booleans.
 using DetailsValue = std::variant<std::int32_t, double, bool>;
 
-/// Applies the operation to the image held by ImageTransform1, with the field values in order, and returns
-/// its result. Raises kErrOverflow "Overflow" before the call if a value doesn't fit its 8 or 16-bit
-/// argument. Null for the launch.
-using TransformCall = bool (*)(ImageTransform& ImageTransform1, std::span<const DetailsValue> aValues);
+/// Makes the operation's call from the field values in order. Raises kErrOverflow "Overflow" if a value
+/// doesn't fit its 8 or 16-bit argument. Null for the launch.
+using TransformCall = OperationCall (*)(std::span<const DetailsValue> aValues);
 
 /// One special process.
 struct SpecialProcessRow {

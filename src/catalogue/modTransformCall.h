@@ -8,7 +8,7 @@
 
 #include "src/base/raised_error.h"
 #include "src/catalogue/modSpecialProcessCatalogue.h"
-#include "src/platform/image_transform.h"
+#include "src/platform/image_operations.h"
 
 /// Converts a value to the argument type. A Long that doesn't fit an 8 or 16-bit argument raises kErrOverflow
 /// "Overflow"; this is the program's only range check. A Long passed as a Boolean is True only if it is 1.
@@ -29,15 +29,15 @@ Argument ArgumentFrom(const DetailsValue& objValue)
 }
 
 template <std::size_t... kFields, typename... Arguments>
-bool bInvoke(bool (ImageTransform::*fnOperation)(Arguments...), ImageTransform& ImageTransform1,
-             [[maybe_unused]] std::span<const DetailsValue> aValues)
+OperationCall objCallOf(const Operation<Arguments...>& objOperation,
+                        [[maybe_unused]] std::span<const DetailsValue> aValues)
 {
-    return (ImageTransform1.*fnOperation)(ArgumentFrom<Arguments>(aValues[kFields])...);
+    return objOperation(ArgumentFrom<Arguments>(aValues[kFields])...);
 }
 
 /// A TransformCall for one operation; kFields are the positions, from 0, of the fields it takes as arguments.
-template <auto fnOperation, std::size_t... kFields>
-bool bCall(ImageTransform& ImageTransform1, std::span<const DetailsValue> aValues)
+template <const auto& kOperation, std::size_t... kFields>
+OperationCall objCall(std::span<const DetailsValue> aValues)
 {
-    return bInvoke<kFields...>(fnOperation, ImageTransform1, aValues);
+    return objCallOf<kFields...>(kOperation, aValues);
 }

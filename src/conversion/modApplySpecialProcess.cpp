@@ -45,9 +45,10 @@ static bool bPrepareResize(Application& app, const ImageBuffer& aImage, DetailsV
     return true;
 }
 
-void CallOperation(Application& app, const SpecialProcessRow& objRow, std::span<const DetailsValue> aValues)
+void CallOperation(Application& app, const SpecialProcessRow& objRow, std::span<const DetailsValue> aValues,
+                   ImageBuffer& aImage)
 {
-    if (!objRow.fnCall(app.svc.ImageTransform1, aValues))
+    if (app.svc.ImageTransform1.Apply(objRow.fnCall(aValues), aImage, aImage) == OperationResult::Failed)
         throw clsRaisedError(kErrOutOfMemory,
                              std::string(objRow.sLabel ? objRow.sLabel : objRow.sConstant) +
                                  " could not be done (picture too large, out of memory, or the transforms "
@@ -59,18 +60,13 @@ bool bApplySpecialProcess(Application& app, clsConversionOptions& objOptions, Im
     if (bContains(objOptions.sActionToDo, "C"))
         return true;
     const SpecialProcessRow* pRow = pSpecialProcess(objOptions.lSpecialProcess);
-    const bool bCalls = pRow && pRow->fnCall;
-    DetailsValues aValues;
-    if (bCalls) {
-        std::string sPrefix;  // required by ReadDetails; the item has already read it
-        aValues = aFreshValues(*pRow);
-        ReadDetails(*pRow, objOptions.sExtraParams, sPrefix, aValues, app.svc.objLocale.cDecimalSign());
-    }
+    if (!pRow || !pRow->fnCall)
+        return true;
+    std::string sPrefix;  // required by ReadDetails; the item has already read it
+    DetailsValues aValues = aFreshValues(*pRow);
+    ReadDetails(*pRow, objOptions.sExtraParams, sPrefix, aValues, app.svc.objLocale.cDecimalSign());
     if (objOptions.lSpecialProcess == SP_TRANSFORM_RESIZE && !bPrepareResize(app, aImage, aValues))
         return true;
-    app.svc.ImageTransform1.SetImage(aImage);
-    if (bCalls)
-        CallOperation(app, *pRow, aValues);
-    app.svc.ImageTransform1.GetImageBytes(aImage);
+    CallOperation(app, *pRow, aValues, aImage);
     return true;
 }

@@ -14,12 +14,13 @@ struct clsConversionOptions;
 
 /// Always True: carry on with saving. Leaves aImage unchanged for a conversion (action contains "C") or a
 /// resize to 0 by 0; an unknown process number applies nothing. Raises clsRaisedError if a value doesn't fit
-/// its argument ("Overflow") or the operation fails; aImage is then empty.
+/// its argument ("Overflow") or the operation fails; aImage is then unchanged.
 bool bApplySpecialProcess(Application& app, clsConversionOptions& objOptions, ImageBuffer& aImage);
 
-/// Applies the operation to the image held by ImageTransform1. Raises clsRaisedError as above. objRow must be
-/// an image process, not the launch.
-void CallOperation(Application& app, const SpecialProcessRow& objRow, std::span<const DetailsValue> aValues);
+/// Applies the operation to aImage. Raises clsRaisedError as above. objRow must be an image process, not the
+/// launch.
+void CallOperation(Application& app, const SpecialProcessRow& objRow, std::span<const DetailsValue> aValues,
+                   ImageBuffer& aImage);
 
 /// If one of the sizes is 0, computes it from the other and the image's aspect ratio, rounded. The ratio of
 /// an image without height is 1. Raises kErrOverflow if the size doesn't fit 32 bits.

@@ -111,14 +111,14 @@ TEST(SpecialProcessCatalogue, KeepsMisspellingsThatTranslationsUseAsKeys)
 
 TEST(SpecialProcessCatalogue, OrdersHighPassAndLowPassKindsDifferently)
 {
-    EXPECT_STREQ(pSpecialProcess(SP_FILTERHIGHPASS)->aChoices[0], "Medium");
-    EXPECT_STREQ(pSpecialProcess(SP_FILTERLOWPASS)->aChoices[0], "Strong");
+    EXPECT_STREQ(pSpecialProcess(45)->aChoices[0], "Medium");
+    EXPECT_STREQ(pSpecialProcess(46)->aChoices[0], "Strong");
 }
 
 TEST(SpecialProcessCatalogue, GivesEachParameterAnInputOnAnExistingTab)
 {
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue()) {
-        if (objRow.lSpecialProcess == SP_FILTERRESERVED56)
+        if (objRow.lSpecialProcess == 56)
             continue;  // its parameter has no input
         std::set<InputSlot> aSlots;
         std::size_t nTabs = 0;

@@ -156,7 +156,7 @@ TEST(SpecialProcessTexts, AreUnchangedAndInThisOrder)
     const auto aRows = SpecialProcessCatalogue();
     std::size_t nRow = 0;
     for (const Texts& objExpected : kTexts) {
-        if (aRows[nRow].lSpecialProcess == SP_FILTERRESERVED56)
+        if (aRows[nRow].lSpecialProcess == 56)
             ++nRow;  // not listed
         const SpecialProcessRow& objRow = aRows[nRow++];
         EXPECT_EQ(objRow.lSpecialProcess, objExpected.lSpecialProcess);

@@ -14,6 +14,22 @@
 namespace
 {
 
+// Numbers of processes, as job files have them.
+enum : std::int32_t {
+    kRotate = 3,
+    kAutocrop = 4,
+    kFlip = 5,
+    kShift = 6,
+    kBrightness = 15,
+    kColorize = 16,
+    kGamma = 20,
+    kInvert = 24,
+    kPosterize = 26,
+    kRed = 27,
+    kThreshold = 29,
+    kReserved = 56,
+};
+
 struct Process {
     std::int32_t lNumber;
     const char* sOwnDetails;  ///< joined by "^"
@@ -213,7 +229,7 @@ TEST(SpecialProcesses, GiveTheSameResultsOnCommandLineAndInJobs)
         EXPECT_FALSE(sMade.empty()) << sName;
         EXPECT_TRUE(sMade == objFolder.sRead("job/" + sName)) << sName;
         // Two change nothing: there is no border to crop, and the reserved filter has no effect.
-        const bool bChanges = objProcess.lNumber != SP_AUTOCROP && objProcess.lNumber != SP_FILTERRESERVED56;
+        const bool bChanges = objProcess.lNumber != kAutocrop && objProcess.lNumber != kReserved;
         EXPECT_EQ(sPixels(sMade) != sPixels(sBmpOf(objSource)), bChanges) << sName;
     }
 }
@@ -232,20 +248,20 @@ TEST(SpecialProcesses, AreAllCoveredByTheseTests)
 TEST_F(OneProcess, FlipsInBothDirections)
 {
     const Picture objSource = objColours();
-    EXPECT_EQ(objMade(objSource, SP_FLIP, "0"),
+    EXPECT_EQ(objMade(objSource, kFlip, "0"),
               objPicture(kWidth, kHeight, [&](int x, int y) { return objSource.At(kWidth - 1 - x, y); }));
-    EXPECT_EQ(objMade(objSource, SP_FLIP, "1"),
+    EXPECT_EQ(objMade(objSource, kFlip, "1"),
               objPicture(kWidth, kHeight, [&](int x, int y) { return objSource.At(x, kHeight - 1 - y); }));
 }
 
 TEST_F(OneProcess, RotatesClockwise)
 {
     const Picture objSource = objColours();
-    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "90"),
+    EXPECT_EQ(objMade(objSource, kRotate, "90"),
               objPicture(kHeight, kWidth, [&](int x, int y) { return objSource.At(y, kHeight - 1 - x); }));
-    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "-90"),
+    EXPECT_EQ(objMade(objSource, kRotate, "-90"),
               objPicture(kHeight, kWidth, [&](int x, int y) { return objSource.At(kWidth - 1 - y, x); }));
-    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "540"), objPicture(kWidth, kHeight, [&](int x, int y) {
+    EXPECT_EQ(objMade(objSource, kRotate, "540"), objPicture(kWidth, kHeight, [&](int x, int y) {
                   return objSource.At(kWidth - 1 - x, kHeight - 1 - y);
               }));
 }
@@ -254,7 +270,7 @@ TEST_F(OneProcess, ShiftsAndFillsWithTheGivenColour)
 {
     const Picture objSource = objColours();
     // Red is the low byte of a colour.
-    EXPECT_EQ(objMade(objSource, SP_SHIFT, "3^-2^4660"), objPicture(kWidth, kHeight, [&](int x, int y) {
+    EXPECT_EQ(objMade(objSource, kShift, "3^-2^4660"), objPicture(kWidth, kHeight, [&](int x, int y) {
                   return x >= 3 && y < kHeight - 2 ? objSource.At(x - 3, y + 2) : Rgb{0x34, 0x12, 0};
               }));
 }
@@ -266,7 +282,7 @@ TEST_F(OneProcess, CropsABorderOfASingleColour)
         const bool bInside = x >= 3 && x < 3 + kWidth && y >= 4 && y < 4 + kHeight;
         return bInside ? objSource.At(x - 3, y - 4) : Rgb{250, 250, 250};
     });
-    EXPECT_EQ(objMade(objFramed, SP_AUTOCROP, ""), objSource);
+    EXPECT_EQ(objMade(objFramed, kAutocrop, ""), objSource);
 }
 
 TEST_F(OneProcess, ResizesAndKeepsTheAspectRatioIfOneSizeIsZero)
@@ -286,35 +302,35 @@ TEST_F(OneProcess, ChangesColoursByTheDocumentedFormulas)
     const auto objExpected = [&](const std::function<Rgb(Rgb)>& fnColour) {
         return objPicture(kWidth, kHeight, [&](int x, int y) { return fnColour(objSource.At(x, y)); });
     };
-    EXPECT_EQ(objMade(objSource, SP_INVERT, ""), objExpected([](Rgb a) {
+    EXPECT_EQ(objMade(objSource, kInvert, ""), objExpected([](Rgb a) {
                   return Rgb{255 - a[0], 255 - a[1], 255 - a[2]};
               }));
-    EXPECT_EQ(objMade(objSource, SP_BRIGHTNESS, "-300"), objExpected([](Rgb) { return Rgb{0, 0, 0}; }));
-    EXPECT_EQ(objMade(objSource, SP_RED, "100"), objExpected([](Rgb a) {
+    EXPECT_EQ(objMade(objSource, kBrightness, "-300"), objExpected([](Rgb) { return Rgb{0, 0, 0}; }));
+    EXPECT_EQ(objMade(objSource, kRed, "100"), objExpected([](Rgb a) {
                   return Rgb{std::min(255, a[0] + 100), a[1], a[2]};
               }));
-    EXPECT_EQ(objMade(objSource, SP_COLORIZE, "255^0^255"), objExpected([](Rgb a) {
+    EXPECT_EQ(objMade(objSource, kColorize, "255^0^255"), objExpected([](Rgb a) {
                   return Rgb{a[0], 0, a[2]};
               }));
-    EXPECT_EQ(objMade(objSource, SP_POSTERIZE, "2"), objExpected([](Rgb a) {
+    EXPECT_EQ(objMade(objSource, kPosterize, "2"), objExpected([](Rgb a) {
                   for (int& lChannel : a)
                       lChannel = lChannel < 128 ? 0 : 255;
                   return a;
               }));
-    EXPECT_EQ(objMade(objSource, SP_THRESHOLD, "100"), objExpected([](Rgb a) {
+    EXPECT_EQ(objMade(objSource, kThreshold, "100"), objExpected([](Rgb a) {
                   const double dIntensity = 0.299 * a[0] + 0.587 * a[1] + 0.114 * a[2];
                   return dIntensity >= 100.5 ? Rgb{255, 255, 255} : Rgb{0, 0, 0};
               }));
-    EXPECT_EQ(objMade(objSource, SP_FILTERRESERVED56, "9"), objSource);
+    EXPECT_EQ(objMade(objSource, kReserved, "9"), objSource);
     EXPECT_EQ(objMade(objSource, 57, "9"), objSource) << "a number without an operation is load and save";
 }
 
 TEST_F(OneProcess, UsesZerosForMalformedDetails)
 {
     const Picture objSource = objColours();
-    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "round^about"), objSource);
-    EXPECT_EQ(objMade(objSource, SP_TRANSFORM_ROTATE, "nan(1)"), objSource);
-    EXPECT_EQ(objMade(objSource, SP_GAMMA, "1e400").At(0, 0), (Rgb{255, 255, 255}));
+    EXPECT_EQ(objMade(objSource, kRotate, "round^about"), objSource);
+    EXPECT_EQ(objMade(objSource, kRotate, "nan(1)"), objSource);
+    EXPECT_EQ(objMade(objSource, kGamma, "1e400").At(0, 0), (Rgb{255, 255, 255}));
 }
 
 TEST(SpecialProcesses, SurviveExtremeNumbersOnASinglePixel)
@@ -333,7 +349,7 @@ TEST(SpecialProcesses, SurviveExtremeNumbersOnASinglePixel)
             if (objRow.lSpecialProcess != SP_LAUNCH && objRow.lSpecialProcess != SP_TRANSFORM_RESIZE)
                 sJob += sSpecialTaskLine(objRow.lSpecialProcess, sSource, 2, objFolder.sPath("t.bmp"), sOwn);
         }
-    sJob += sSpecialTaskLine(SP_INVERT, sSource, 2, objFolder.sPath("last.bmp"), "");
+    sJob += sSpecialTaskLine(kInvert, sSource, 2, objFolder.sPath("last.bmp"), "");
     objFolder.sWrite("job.vjb", sJob + kMarkerLine);
 
     EXPECT_EQ(
@@ -387,9 +403,9 @@ TEST(SpecialProcesses, FailOnlyTheFileThatOverflows)
     const std::string sJob = objFolder.sWrite(
         "job.vjb",
         sSpecialTaskLine(SP_TRANSFORM_RESIZE, sA, 2, objFolder.sPath("t.bmp"), "40000^10^0^0^FALSE^") +
-            sSpecialTaskLine(SP_COLORIZE, objFolder.sPath("in/*.bmp"), 2, objFolder.sPath("out/*.bmp"),
+            sSpecialTaskLine(kColorize, objFolder.sPath("in/*.bmp"), 2, objFolder.sPath("out/*.bmp"),
                              "256^0^0^") +
-            sSpecialTaskLine(SP_COLORIZE, sA, 2, objFolder.sPath("good.bmp"), "255^0^0^") + kMarkerLine);
+            sSpecialTaskLine(kColorize, sA, 2, objFolder.sPath("good.bmp"), "255^0^0^") + kMarkerLine);
 
     objVarnel(objFolder, {"/J", sJob, "/L", objFolder.sPath("r.txt")});
 

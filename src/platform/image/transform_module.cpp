@@ -1,8 +1,6 @@
 // Forwards operations to the transforms module.
 #include "src/platform/image/transform_module.h"
 
-#include <utility>
-
 #include "src/platform/image/base/module_file.h"
 
 static constexpr char kFileName[] = "libvarnel_transforms.so";
@@ -13,26 +11,16 @@ LazyImageTransform::~LazyImageTransform()
         destroy_(module_);
 }
 
-void LazyImageTransform::SetImage(ImageBuffer& image)
+OperationResult LazyImageTransform::Apply(const OperationCall& call, const ImageBuffer& source,
+                                          ImageBuffer& result)
 {
-    if (module_)
-        module_->SetImage(image);
-    else
-        image_ = std::exchange(image, {});
+    return Open() ? module_->Apply(call, source, result) : OperationResult::Failed;
 }
 
-void LazyImageTransform::GetImageBytes(ImageBuffer& image)
-{
-    if (module_)
-        module_->GetImageBytes(image);
-    else
-        image = std::exchange(image_, {});
-}
-
-void LazyImageTransform::GetMaskBytes(ImageBuffer& mask)
+void LazyImageTransform::GetMaskBytes(const ImageBuffer& image, ImageBuffer& mask)
 {
     if (Open())
-        module_->GetMaskBytes(mask);
+        module_->GetMaskBytes(image, mask);
     else
         mask = {};
 }
@@ -47,7 +35,5 @@ bool LazyImageTransform::Open()
     destroy_ = ModuleFunction<DestroyImageTransform>(module, kDestroyImageTransform);
     if (create && destroy_)
         module_ = create();
-    if (module_)
-        module_->SetImage(image_);
     return module_ != nullptr;
 }

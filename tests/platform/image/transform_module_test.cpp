@@ -17,21 +17,16 @@ static ImageBuffer TestPicture()
     return image;
 }
 
-TEST(LazyImageTransform, ConvertsPictureThroughModule)
+TEST(LazyImageTransform, AppliesOperationThroughModule)
 {
     LazyImageTransform transform;
     ImageBuffer image = TestPicture();
 
-    transform.SetImage(image);
-    EXPECT_EQ(image.width, 0);
-    EXPECT_TRUE(transform.FilterReserved(1));
-    transform.GetImageBytes(image);
+    EXPECT_EQ(transform.Apply(operations::FilterReserved(1), image, image), OperationResult::Unchanged);
+    EXPECT_EQ(image.bytes, TestPicture().bytes);
 
-    EXPECT_EQ(image.bytes, TestPicture().bytes);
-    transform.SetImage(image);
-    EXPECT_TRUE(transform.FilterReserved(2));
-    transform.GetImageBytes(image);
-    EXPECT_EQ(image.bytes, TestPicture().bytes);
+    EXPECT_EQ(transform.Apply(operations::Invert(), image, image), OperationResult::Changed);
+    EXPECT_EQ(image.bytes, (PixelBytes{254, 253, 252, 40, 250, 249, 248, 255}));
 }
 
 TEST(LazyImageTransform, FailsWithoutModuleAndKeepsPicture)
@@ -39,24 +34,36 @@ TEST(LazyImageTransform, FailsWithoutModuleAndKeepsPicture)
     setenv("VARNEL_MODULE_DIR", "/no/such/folder", 1);
     LazyImageTransform transform;
     ImageBuffer image = TestPicture();
-    transform.SetImage(image);
 
-    EXPECT_FALSE(transform.FilterReserved(1));
-    EXPECT_FALSE(transform.Invert());
-    transform.GetImageBytes(image);
+    EXPECT_EQ(transform.Apply(operations::FilterReserved(1), image, image), OperationResult::Failed);
+    EXPECT_EQ(transform.Apply(operations::Invert(), image, image), OperationResult::Failed);
 
     EXPECT_EQ(image.bytes, TestPicture().bytes);
     unsetenv("VARNEL_MODULE_DIR");
 }
 
+TEST(KernelImageTransform, FailsForUnknownOperation)
+{
+    ImageBuffer image = TestPicture();
+
+    EXPECT_EQ(KernelImageTransform().Apply({"Unknown", {}}, image, image), OperationResult::Failed);
+
+    EXPECT_EQ(image.bytes, TestPicture().bytes);
+}
+
+TEST(KernelImageTransform, FailsForMissingArguments)
+{
+    ImageBuffer image = TestPicture();
+
+    EXPECT_EQ(KernelImageTransform().Apply({operations::Hue.sName, {}}, image, image),
+              OperationResult::Failed);
+}
+
 TEST(KernelImageTransform, ReturnsOpacityAsMask)
 {
-    KernelImageTransform transform;
-    ImageBuffer image = TestPicture();
     ImageBuffer mask;
-    transform.SetImage(image);
 
-    transform.GetMaskBytes(mask);
+    KernelImageTransform().GetMaskBytes(TestPicture(), mask);
 
     EXPECT_EQ(mask.channels, 1);
     EXPECT_EQ(mask.bytes, (PixelBytes{40, 255}));
@@ -64,15 +71,13 @@ TEST(KernelImageTransform, ReturnsOpacityAsMask)
 
 TEST(KernelImageTransform, ReturnsOpaqueMaskWithoutAlphaAndNoneWithoutPicture)
 {
-    KernelImageTransform transform;
     ImageBuffer mask = TestPicture();
-    transform.GetMaskBytes(mask);
+    KernelImageTransform().GetMaskBytes({}, mask);
     EXPECT_EQ(mask.width, 0);
 
     ImageBuffer image;
     image.width = image.height = image.channels = 1;
     image.bytes.assign(1, 0);
-    transform.SetImage(image);
-    transform.GetMaskBytes(mask);
+    KernelImageTransform().GetMaskBytes(image, mask);
     EXPECT_EQ(mask.bytes, (PixelBytes{255}));
 }

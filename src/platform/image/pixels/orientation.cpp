@@ -56,7 +56,7 @@ static void MirrorRows(ImageBuffer& image)
 // Transposes: target pixel (x, y) is source pixel (y, x), with the source read from the right if from_right
 // and from the bottom if from_below. Blocks keep both source and target rows in the L1 cache.
 template <std::size_t kChannels>
-static void Transpose(ImageBuffer& image, bool from_right, bool from_below)
+static PixelBytes Transposed(const ImageBuffer& image, bool from_right, bool from_below)
 {
     constexpr std::size_t kBlock = 64;
     PixelBytes turned;
@@ -82,7 +82,22 @@ static void Transpose(ImageBuffer& image, bool from_right, bool from_below)
             }
         }
     }
-    image.bytes = std::move(turned);
+    return turned;
+}
+
+template <std::size_t kChannels>
+static PixelBytes Transposed(const ImageBuffer& image, std::int32_t orientation)
+{
+    return Transposed<kChannels>(image, orientation >= 7, orientation == 6 || orientation == 7);
+}
+
+static bool IsTransposing(std::int32_t orientation)
+{
+    return orientation >= 5 && orientation <= 8;
+}
+
+static void SwapSides(ImageBuffer& image)
+{
     std::swap(image.width, image.height);
     std::swap(image.dots_per_inch_x, image.dots_per_inch_y);
 }
@@ -90,32 +105,14 @@ static void Transpose(ImageBuffer& image, bool from_right, bool from_below)
 template <std::size_t kChannels>
 static void Apply(ImageBuffer& image, std::int32_t orientation)
 {
-    switch (orientation) {
-        case 2:
-            MirrorRows<kChannels>(image);
-            break;
-        case 3:
-            FlipRows(image);
-            MirrorRows<kChannels>(image);
-            break;
-        case 4:
-            FlipRows(image);
-            break;
-        case 5:
-            Transpose<kChannels>(image, false, false);
-            break;
-        case 6:
-            Transpose<kChannels>(image, false, true);
-            break;
-        case 7:
-            Transpose<kChannels>(image, true, true);
-            break;
-        case 8:
-            Transpose<kChannels>(image, true, false);
-            break;
-        default:
-            break;
+    if (IsTransposing(orientation)) {
+        image.bytes = Transposed<kChannels>(image, orientation);
+        SwapSides(image);
     }
+    if (orientation == 3 || orientation == 4)
+        FlipRows(image);
+    if (orientation == 2 || orientation == 3)
+        MirrorRows<kChannels>(image);
 }
 
 void ApplyOrientation(ImageBuffer& image, std::int32_t orientation)
@@ -126,4 +123,58 @@ void ApplyOrientation(ImageBuffer& image, std::int32_t orientation)
         Apply<3>(image, orientation);
     else if (image.channels == 4)
         Apply<4>(image, orientation);
+}
+
+// The pixels for orientations 2 to 4.
+template <std::size_t kChannels>
+static PixelBytes Mirrored(const ImageBuffer& image, bool flip, bool mirror)
+{
+    PixelBytes bytes;
+    ResizeFresh(bytes, image.bytes.size());
+    const auto width = static_cast<std::size_t>(image.width), rows = static_cast<std::size_t>(image.height);
+    const std::size_t stride = width * kChannels;
+    for (std::size_t y = 0; y < rows; ++y) {
+        const std::uint8_t* source = image.bytes.data() + (flip ? rows - 1 - y : y) * stride;
+        std::uint8_t* target = bytes.data() + y * stride;
+        if (!mirror) {
+            std::memcpy(target, source, stride);
+            continue;
+        }
+        // The last pixel of the bottom row ends the buffer: don't read past it.
+        std::memcpy(target, source + stride - kChannels, kChannels);
+        if (width > 1)
+            Gather<kChannels>(target + kChannels, source + stride - 2 * kChannels,
+                              -static_cast<std::ptrdiff_t>(kChannels), width - 1);
+    }
+    return bytes;
+}
+
+template <std::size_t kChannels>
+static PixelBytes Oriented(const ImageBuffer& image, std::int32_t orientation)
+{
+    if (IsTransposing(orientation))
+        return Transposed<kChannels>(image, orientation);
+    return Mirrored<kChannels>(image, orientation == 3 || orientation == 4,
+                               orientation == 2 || orientation == 3);
+}
+
+ImageBuffer OrientedCopy(const ImageBuffer& image, std::int32_t orientation)
+{
+    ImageBuffer result;
+    result.width = image.width;
+    result.height = image.height;
+    result.channels = image.channels;
+    result.icc_profile = image.icc_profile;
+    result.dots_per_inch_x = image.dots_per_inch_x;
+    result.dots_per_inch_y = image.dots_per_inch_y;
+    result.metadata = image.metadata;
+    if (image.channels == 1)
+        result.bytes = Oriented<1>(image, orientation);
+    else if (image.channels == 3)
+        result.bytes = Oriented<3>(image, orientation);
+    else if (image.channels == 4)
+        result.bytes = Oriented<4>(image, orientation);
+    if (IsTransposing(orientation))
+        SwapSides(result);
+    return result;
 }

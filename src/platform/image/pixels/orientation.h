@@ -12,3 +12,6 @@
 /// them, and need memory for a second picture; if that fails they throw std::bad_alloc and leave image
 /// unchanged.
 void ApplyOrientation(ImageBuffer& image, std::int32_t orientation);
+
+/// The same for a picture that stays as it is. Throws std::bad_alloc.
+ImageBuffer OrientedCopy(const ImageBuffer& image, std::int32_t orientation);

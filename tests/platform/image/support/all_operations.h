@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,13 +18,8 @@ struct Arguments {
     bool flag = false;
 };
 
-struct NamedOperation {
-    std::string name;
-    std::function<bool(ImageTransform&)> apply;
-};
+/// A call of each operation.
+std::vector<OperationCall> AllOperations(const Arguments& arguments);
 
-/// All operations, each once.
-std::vector<NamedOperation> AllOperations(const Arguments& arguments);
-
-/// Applies one operation to the picture with the kernels.
-bool ApplyOperation(const NamedOperation& named_operation, ImageBuffer& image);
+/// Applies one operation with the kernels, in place. False if it fails.
+bool ApplyOperation(const OperationCall& call, ImageBuffer& image);

@@ -8,6 +8,14 @@
 static constexpr long kNever = -1;
 // Allocations that succeed before one fails; negative for no failure.
 static std::atomic<long> left{kNever};
+static std::atomic<std::size_t> allocated{0};
+
+AllocatedMemory::AllocatedMemory() : before_(allocated) {}
+
+std::size_t AllocatedMemory::Bytes() const
+{
+    return allocated - before_;
+}
 
 FailingMemory::FailingMemory(std::size_t before)
 {
@@ -29,6 +37,7 @@ static void* Allocate(std::size_t bytes, std::size_t alignment)
 {
     if (left >= 0 && left-- == 0)
         return nullptr;
+    allocated += bytes;
     if (alignment <= alignof(std::max_align_t))
         return std::malloc(bytes > 0 ? bytes : 1);
     void* block = nullptr;

@@ -1,4 +1,4 @@
-// Simulates running out of memory at a chosen allocation.
+// Simulates running out of memory at a chosen allocation, and counts what is allocated.
 // Room: tests.
 #pragma once
 
@@ -16,4 +16,15 @@ public:
 
     /// True if the failing allocation was reached.
     static bool HasFailed();
+};
+
+/// The bytes that operator new has handed out to all threads during its lifetime.
+class AllocatedMemory
+{
+public:
+    AllocatedMemory();
+    std::size_t Bytes() const;
+
+private:
+    std::size_t before_;
 };

@@ -144,3 +144,21 @@ std::vector<std::int32_t> HostileLongs()
     return {INT32_MIN, INT32_MAX, INT32_MIN + 1, -32768, 32767,  65536, -256, -1, 0, 1,
             2,         3,         255,           256,    1000000};
 }
+
+static bool SameAttributes(const ImageBuffer& one, const ImageBuffer& other)
+{
+    return one.icc_profile == other.icc_profile && one.dots_per_inch_x == other.dots_per_inch_x &&
+           one.dots_per_inch_y == other.dots_per_inch_y && one.metadata.exif == other.metadata.exif &&
+           one.metadata.xmp == other.metadata.xmp && one.metadata.iptc == other.metadata.iptc;
+}
+
+void ExpectAgreement(const ImageBuffer& source, const ImageBuffer& changed, const ImageBuffer& result,
+                     OperationResult outcome)
+{
+    if (outcome == OperationResult::Changed) {
+        EXPECT_TRUE(Equal(result, changed) && SameAttributes(result, changed));
+    } else {
+        EXPECT_TRUE(Equal(changed, source) && SameAttributes(changed, source));
+        EXPECT_TRUE(result.bytes.empty());
+    }
+}

@@ -2,12 +2,15 @@
 // Room: tests.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <initializer_list>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 /// Channel counts, and sizes that reveal border errors: 1x1, single rows and columns, odd ones.
 inline constexpr int kChannelCounts[] = {1, 3, 4};
@@ -46,6 +49,25 @@ bool SameAlpha(const ImageBuffer& one, const ImageBuffer& other);
 /// True if the number of bytes matches the size.
 bool Sound(const ImageBuffer& image);
 
+/// Expects that result, made of source, is what changed, made in place, is; and is empty unless it was
+/// Changed.
+void ExpectAgreement(const ImageBuffer& source, const ImageBuffer& changed, const ImageBuffer& result,
+                     OperationResult outcome);
+
 /// Numbers that no dialog offers: NaN, infinities, huge ones.
 std::vector<double> HostileDoubles();
 std::vector<std::int32_t> HostileLongs();
+
+/// Calls a kernel in place, and again with the result in another picture, and expects both to agree and the
+/// source to stay as it was. True unless the kernel fails.
+template <typename... Parameters>
+bool ApplyKernel(OperationResult (*kernel)(const ImageBuffer&, ImageBuffer&, Parameters...),
+                 ImageBuffer& image, std::type_identity_t<Parameters>... arguments)
+{
+    const ImageBuffer source = image;
+    ImageBuffer result;
+    const OperationResult outcome = kernel(source, result, arguments...);
+    EXPECT_EQ(kernel(image, image, arguments...), outcome);
+    ExpectAgreement(source, image, result, outcome);
+    return outcome != OperationResult::Failed;
+}

@@ -16,33 +16,33 @@
 
 using namespace transforms;
 
-struct Operation {
+struct NamedKernel {
     std::string name;
     std::function<bool(ImageBuffer&)> apply;
 };
 
-static std::vector<Operation> Operations(double d, std::int32_t l)
+static std::vector<NamedKernel> Operations(double d, std::int32_t l)
 {
     const auto n = static_cast<std::uint8_t>(l);
-    return {{"Autocontrast", [](ImageBuffer& a) { return Autocontrast(a); }},
-            {"AutoLevel", [](ImageBuffer& a) { return AutoLevel(a); }},
-            {"Brightness", [=](ImageBuffer& a) { return Brightness(a, l); }},
-            {"Contrast", [=](ImageBuffer& a) { return Contrast(a, d); }},
-            {"Gamma", [=](ImageBuffer& a) { return Gamma(a, d); }},
-            {"Hue", [=](ImageBuffer& a) { return Hue(a, d); }},
-            {"Lightness", [=](ImageBuffer& a) { return Lightness(a, d); }},
-            {"Saturation", [=](ImageBuffer& a) { return Saturation(a, d); }},
-            {"BalanceHLS", [=](ImageBuffer& a) { return BalanceHLS(a, 100 * d, d, -d); }},
-            {"Red", [=](ImageBuffer& a) { return Red(a, l); }},
-            {"Green", [=](ImageBuffer& a) { return Green(a, l); }},
-            {"Blue", [=](ImageBuffer& a) { return Blue(a, l); }},
-            {"Colorize", [=](ImageBuffer& a) { return Colorize(a, n, 255, 7); }},
-            {"Desaturate", [](ImageBuffer& a) { return Desaturate(a); }},
-            {"Intensity", [](ImageBuffer& a) { return Intensity(a); }},
-            {"Invert", [](ImageBuffer& a) { return Invert(a); }},
-            {"Equalize", [=](ImageBuffer& a) { return Equalize(a, d); }},
-            {"Threshold", [=](ImageBuffer& a) { return Threshold(a, n); }},
-            {"Posterize", [=](ImageBuffer& a) { return Posterize(a, l); }}};
+    return {{"Autocontrast", [](ImageBuffer& a) { return ApplyKernel(Autocontrast, a); }},
+            {"AutoLevel", [](ImageBuffer& a) { return ApplyKernel(AutoLevel, a); }},
+            {"Brightness", [=](ImageBuffer& a) { return ApplyKernel(Brightness, a, l); }},
+            {"Contrast", [=](ImageBuffer& a) { return ApplyKernel(Contrast, a, d); }},
+            {"Gamma", [=](ImageBuffer& a) { return ApplyKernel(Gamma, a, d); }},
+            {"Hue", [=](ImageBuffer& a) { return ApplyKernel(Hue, a, d); }},
+            {"Lightness", [=](ImageBuffer& a) { return ApplyKernel(Lightness, a, d); }},
+            {"Saturation", [=](ImageBuffer& a) { return ApplyKernel(Saturation, a, d); }},
+            {"BalanceHLS", [=](ImageBuffer& a) { return ApplyKernel(BalanceHLS, a, 100 * d, d, -d); }},
+            {"Red", [=](ImageBuffer& a) { return ApplyKernel(Red, a, l); }},
+            {"Green", [=](ImageBuffer& a) { return ApplyKernel(Green, a, l); }},
+            {"Blue", [=](ImageBuffer& a) { return ApplyKernel(Blue, a, l); }},
+            {"Colorize", [=](ImageBuffer& a) { return ApplyKernel(Colorize, a, n, 255, 7); }},
+            {"Desaturate", [](ImageBuffer& a) { return ApplyKernel(Desaturate, a); }},
+            {"Intensity", [](ImageBuffer& a) { return ApplyKernel(Intensity, a); }},
+            {"Invert", [](ImageBuffer& a) { return ApplyKernel(Invert, a); }},
+            {"Equalize", [=](ImageBuffer& a) { return ApplyKernel(Equalize, a, d); }},
+            {"Threshold", [=](ImageBuffer& a) { return ApplyKernel(Threshold, a, n); }},
+            {"Posterize", [=](ImageBuffer& a) { return ApplyKernel(Posterize, a, l); }}};
 }
 
 TEST(ColourOperations, KeepSizeAndAlphaForAnyNumber)
@@ -50,14 +50,14 @@ TEST(ColourOperations, KeepSizeAndAlphaForAnyNumber)
     for (const int channels : kChannelCounts)
         for (const auto& [width, height] : kSizes) {
             const ImageBuffer before = RandomPicture(width, height, channels);
-            std::vector<Operation> all;
+            std::vector<NamedKernel> all;
             for (const double d : HostileDoubles())
-                for (const Operation& operation : Operations(d, 3))
+                for (const NamedKernel& operation : Operations(d, 3))
                     all.push_back(operation);
             for (const std::int32_t l : HostileLongs())
-                for (const Operation& operation : Operations(0.3, l))
+                for (const NamedKernel& operation : Operations(0.3, l))
                     all.push_back(operation);
-            for (const Operation& operation : all) {
+            for (const NamedKernel& operation : all) {
                 ImageBuffer image = before;
                 ASSERT_TRUE(operation.apply(image)) << operation.name;
                 ASSERT_TRUE(SameAlpha(image, before)) << operation.name;
@@ -67,10 +67,10 @@ TEST(ColourOperations, KeepSizeAndAlphaForAnyNumber)
 
 TEST(ColourOperations, GiveGreyPictureIntensityOfColouredResult)
 {
-    for (const Operation& operation : Operations(0.4, 90)) {
+    for (const NamedKernel& operation : Operations(0.4, 90)) {
         ImageBuffer grey = RandomPicture(33, 17, 1);
         ImageBuffer colour = Widened(grey);
-        ASSERT_TRUE(operation.apply(grey) && operation.apply(colour) && Intensity(colour));
+        ASSERT_TRUE(operation.apply(grey) && operation.apply(colour) && ApplyKernel(Intensity, colour));
         EXPECT_EQ(Widened(grey).bytes, colour.bytes) << operation.name;
     }
 }
@@ -78,7 +78,7 @@ TEST(ColourOperations, GiveGreyPictureIntensityOfColouredResult)
 TEST(ColourOperations, GiveSameResultInBands)
 {
     // All rows are equal, so every band must give the same result as a single row.
-    for (const Operation& operation : Operations(0.4, 90)) {
+    for (const NamedKernel& operation : Operations(0.4, 90)) {
         ImageBuffer row = RandomPicture(601, 1, 3), large = row;
         large.height = 600;
         while (large.bytes.size() < 601 * 600 * 3)
@@ -103,7 +103,7 @@ RC_GTEST_PROP(ColourOperations, AreIndependentOfPosition, (std::uint32_t seed))
     for (std::size_t i = 0; i < before.bytes.size(); ++i)
         turned.bytes[before.bytes.size() - n - i / n * n + i % n] = before.bytes[i];
 
-    for (const Operation& operation : Operations(d, l)) {
+    for (const NamedKernel& operation : Operations(d, l)) {
         ImageBuffer one = before, other = turned;
         RC_ASSERT(operation.apply(one) && operation.apply(other));
         for (std::size_t i = 0; i < before.bytes.size(); ++i)

@@ -42,25 +42,23 @@ static Table StretchTable(const LevelRange& level_range)
     return table;
 }
 
-bool Autocontrast(ImageBuffer& image)
+OperationResult Autocontrast(const ImageBuffer& source, ImageBuffer& result)
 {
     LevelRange all;
-    for (std::int32_t channel = 0; channel < std::min(image.channels, 3); ++channel) {
-        const LevelRange level_range = LevelRangeOf(image, channel);
+    for (std::int32_t channel = 0; channel < std::min(source.channels, 3); ++channel) {
+        const LevelRange level_range = LevelRangeOf(source, channel);
         all = {std::min(all.low, level_range.low), std::max(all.high, level_range.high)};
     }
-    ApplyTable(image, StretchTable(all));
-    return true;
+    return ApplyTable(source, result, StretchTable(all));
 }
 
-bool AutoLevel(ImageBuffer& image)
+OperationResult AutoLevel(const ImageBuffer& source, ImageBuffer& result)
 {
     std::array<Table, 3> tables;
     for (std::int32_t channel = 0; channel < 3; ++channel)
         tables[static_cast<std::size_t>(channel)] =
-            StretchTable(LevelRangeOf(image, std::min(channel, image.channels - 1)));
-    ApplyTables(image, tables[0], tables[1], tables[2]);
-    return true;
+            StretchTable(LevelRangeOf(source, std::min(channel, source.channels - 1)));
+    return ApplyTables(source, result, tables[0], tables[1], tables[2]);
 }
 
 }  // namespace transforms

@@ -12,6 +12,7 @@
 #include "src/platform/image/transforms/rows/planes.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
 #include "src/platform/image/transforms/rows/tables.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -118,24 +119,23 @@ static void MoveBlock(Planes& planes, std::size_t pixels, const std::uint8_t* ol
     }
 }
 
-bool Equalize(ImageBuffer& image, double level)
+OperationResult Equalize(const ImageBuffer& source, ImageBuffer& result, double level)
 {
     if (!(level > 0))
-        return true;
-    const Table table = EqualizeTable(IntensityHistogram(image), std::min(level, 1.0));
-    if (image.channels == 1) {
-        ApplyTable(image, table);
-        return true;
-    }
-    const auto channels = static_cast<std::size_t>(image.channels);
-    const auto width = static_cast<std::size_t>(image.width);
-    RunBands(image, [&](std::int32_t first, std::int32_t end) {
+        return OperationResult::Unchanged;
+    const Table table = EqualizeTable(IntensityHistogram(source), std::min(level, 1.0));
+    if (source.channels == 1)
+        return ApplyTable(source, result, table);
+    const auto channels = static_cast<std::size_t>(source.channels);
+    const auto width = static_cast<std::size_t>(source.width);
+    Target target(source, result);
+    RunBands(source, [&](std::int32_t first, std::int32_t end) {
         Planes planes;
         std::uint8_t old_levels[kPlaneBlock], new_levels[kPlaneBlock];
         const std::size_t last = width * static_cast<std::size_t>(end);
         for (std::size_t i = width * static_cast<std::size_t>(first); i < last; i += kPlaneBlock) {
             const std::size_t pixel_count = std::min(kPlaneBlock, last - i);
-            std::uint8_t* pixels = image.bytes.data() + i * channels;
+            std::uint8_t* pixels = target.Load(i * channels, pixel_count * channels);
             SplitPixels(pixels, pixel_count, channels, planes);
             IntensityOf(planes, pixel_count, old_levels);
             for (std::size_t n = 0; n < pixel_count; ++n)
@@ -144,7 +144,7 @@ bool Equalize(ImageBuffer& image, double level)
             JoinPixels(planes, pixel_count, channels, pixels);
         }
     });
-    return true;
+    return target.Finish();
 }
 
 }  // namespace transforms

@@ -2,7 +2,7 @@
 // Room: platform/image/transforms/colour.
 #pragma once
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -16,7 +16,7 @@ namespace transforms
 ///
 /// So a pixel keeps its chroma or, where that doesn't fit, at least its hue, which clipping each channel
 /// separately would shift. A picture of one intensity doesn't change. Pixels with alpha 0 are changed but not
-/// counted; alpha stays. Levels below 0 and NaN change nothing. Never False.
-bool Equalize(ImageBuffer& image, double level);
+/// counted; alpha stays. Levels below 0 and NaN change nothing.
+OperationResult Equalize(const ImageBuffer& source, ImageBuffer& result, double level);
 
 }  // namespace transforms

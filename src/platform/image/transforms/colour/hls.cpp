@@ -11,19 +11,21 @@
 #include "src/platform/image/transforms/rows/clamping.h"
 #include "src/platform/image/transforms/rows/planes.h"
 #include "src/platform/image/transforms/rows/tables.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
 
-static void ChangeGrey(ImageBuffer& image, const HlsChange& change)
+static OperationResult ChangeGrey(const ImageBuffer& source, ImageBuffer& result, const HlsChange& change)
 {
     Table table;
     for (std::size_t n = 0; n < table.size(); ++n)
         table[n] = ClampToLevel((static_cast<double>(2 * n) * change.light_scale + change.light_add) / 2);
-    ApplyTable(image, table);
+    return ApplyTable(source, result, table);
 }
 
-bool BalanceHLS(ImageBuffer& image, double hue, double lightness, double saturation)
+OperationResult BalanceHLS(const ImageBuffer& source, ImageBuffer& result, double hue, double lightness,
+                           double saturation)
 {
     HlsChange change;
     if (std::isfinite(hue)) {
@@ -44,20 +46,19 @@ bool BalanceHLS(ImageBuffer& image, double hue, double lightness, double saturat
 
     const HlsRow change_row = ChooseHlsRow(change);
     if (!change_row)
-        return true;
-    if (image.channels == 1) {
-        ChangeGrey(image, change);
-        return true;
-    }
-    const auto channels = static_cast<std::size_t>(image.channels);
-    const auto width = static_cast<std::size_t>(image.width);
-    RunBands(image, [&](std::int32_t first, std::int32_t end) {
+        return OperationResult::Unchanged;
+    if (source.channels == 1)
+        return ChangeGrey(source, result, change);
+    const auto channels = static_cast<std::size_t>(source.channels);
+    const auto width = static_cast<std::size_t>(source.width);
+    Target target(source, result);
+    RunBands(source, [&](std::int32_t first, std::int32_t end) {
         Planes planes;
         FloatPlanes values;
         const std::size_t last = width * static_cast<std::size_t>(end);
         for (std::size_t i = width * static_cast<std::size_t>(first); i < last; i += kPlaneBlock) {
             const std::size_t pixel_count = std::min(kPlaneBlock, last - i);
-            std::uint8_t* pixels = image.bytes.data() + i * channels;
+            std::uint8_t* pixels = target.Load(i * channels, pixel_count * channels);
             SplitPixels(pixels, pixel_count, channels, planes);
             Widen(planes, pixel_count, values);
             change_row(values, pixel_count, change);
@@ -65,27 +66,27 @@ bool BalanceHLS(ImageBuffer& image, double hue, double lightness, double saturat
             JoinPixels(planes, pixel_count, channels, pixels);
         }
     });
-    return true;
+    return target.Finish();
 }
 
-bool Hue(ImageBuffer& image, double angle)
+OperationResult Hue(const ImageBuffer& source, ImageBuffer& result, double angle)
 {
-    return BalanceHLS(image, angle, 0, 0);
+    return BalanceHLS(source, result, angle, 0, 0);
 }
 
-bool Lightness(ImageBuffer& image, double lightness)
+OperationResult Lightness(const ImageBuffer& source, ImageBuffer& result, double lightness)
 {
-    return BalanceHLS(image, 0, lightness, 0);
+    return BalanceHLS(source, result, 0, lightness, 0);
 }
 
-bool Saturation(ImageBuffer& image, double saturation)
+OperationResult Saturation(const ImageBuffer& source, ImageBuffer& result, double saturation)
 {
-    return BalanceHLS(image, 0, 0, saturation);
+    return BalanceHLS(source, result, 0, 0, saturation);
 }
 
-bool Desaturate(ImageBuffer& image)
+OperationResult Desaturate(const ImageBuffer& source, ImageBuffer& result)
 {
-    return BalanceHLS(image, 0, 0, -1);
+    return BalanceHLS(source, result, 0, 0, -1);
 }
 
 }  // namespace transforms

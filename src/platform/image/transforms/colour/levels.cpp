@@ -26,74 +26,73 @@ static Table AddTable(std::int32_t level)
     return TableOf([=](double v) { return v + added; });
 }
 
-bool Brightness(ImageBuffer& image, std::int32_t level)
+OperationResult Brightness(const ImageBuffer& source, ImageBuffer& result, std::int32_t level)
 {
-    if (level != 0)
-        ApplyTable(image, AddTable(level));
-    return true;
+    if (level == 0)
+        return OperationResult::Unchanged;
+    return ApplyTable(source, result, AddTable(level));
 }
 
-bool Contrast(ImageBuffer& image, double stretch)
+OperationResult Contrast(const ImageBuffer& source, ImageBuffer& result, double stretch)
 {
     if (std::isnan(stretch) || stretch <= 0)
-        return true;
+        return OperationResult::Unchanged;
     const double gain = 1 + std::min(stretch, 1.0);
-    ApplyTable(image, TableOf([=](double v) { return 127.5 + gain * (v - 127.5); }));
-    return true;
+    return ApplyTable(source, result, TableOf([=](double v) { return 127.5 + gain * (v - 127.5); }));
 }
 
-bool Gamma(ImageBuffer& image, double gamma)
+OperationResult Gamma(const ImageBuffer& source, ImageBuffer& result, double gamma)
 {
     if (std::isnan(gamma) || gamma == 1)
-        return true;
+        return OperationResult::Unchanged;
     const double exponent = std::max(gamma, 0.0);
     // pow(0, 0) is 1, which would make black jump to white when gamma reaches 0.
-    ApplyTable(image, TableOf([=](double v) { return v > 0 ? 255 * std::pow(v / 255, exponent) : 0; }));
-    return true;
+    return ApplyTable(source, result,
+                      TableOf([=](double v) { return v > 0 ? 255 * std::pow(v / 255, exponent) : 0; }));
 }
 
-bool Red(ImageBuffer& image, std::int32_t level)
+OperationResult Red(const ImageBuffer& source, ImageBuffer& result, std::int32_t level)
 {
-    if (level != 0)
-        ApplyTables(image, IdentityTable(), IdentityTable(), AddTable(level));
-    return true;
+    if (level == 0)
+        return OperationResult::Unchanged;
+    return ApplyTables(source, result, IdentityTable(), IdentityTable(), AddTable(level));
 }
 
-bool Green(ImageBuffer& image, std::int32_t level)
+OperationResult Green(const ImageBuffer& source, ImageBuffer& result, std::int32_t level)
 {
-    if (level != 0)
-        ApplyTables(image, IdentityTable(), AddTable(level), IdentityTable());
-    return true;
+    if (level == 0)
+        return OperationResult::Unchanged;
+    return ApplyTables(source, result, IdentityTable(), AddTable(level), IdentityTable());
 }
 
-bool Blue(ImageBuffer& image, std::int32_t level)
+OperationResult Blue(const ImageBuffer& source, ImageBuffer& result, std::int32_t level)
 {
-    if (level != 0)
-        ApplyTables(image, AddTable(level), IdentityTable(), IdentityTable());
-    return true;
+    if (level == 0)
+        return OperationResult::Unchanged;
+    return ApplyTables(source, result, AddTable(level), IdentityTable(), IdentityTable());
 }
 
-bool Colorize(ImageBuffer& image, std::uint8_t red, std::uint8_t green, std::uint8_t blue)
+OperationResult Colorize(const ImageBuffer& source, ImageBuffer& result, std::uint8_t red, std::uint8_t green,
+                         std::uint8_t blue)
 {
     const auto scaled = [](std::uint8_t share) { return TableOf([=](double v) { return v * share / 255; }); };
-    if (red < 255 || green < 255 || blue < 255)
-        ApplyTables(image, scaled(blue), scaled(green), scaled(red));
-    return true;
+    if (red == 255 && green == 255 && blue == 255)
+        return OperationResult::Unchanged;
+    return ApplyTables(source, result, scaled(blue), scaled(green), scaled(red));
 }
 
-bool Invert(ImageBuffer& image)
+OperationResult Invert(const ImageBuffer& source, ImageBuffer& result)
 {
-    ApplyTable(image, TableOf([](double v) { return 255 - v; }));
-    return true;
+    return ApplyTable(source, result, TableOf([](double v) { return 255 - v; }));
 }
 
-bool Posterize(ImageBuffer& image, std::int32_t levels)
+OperationResult Posterize(const ImageBuffer& source, ImageBuffer& result, std::int32_t levels)
 {
     if (levels >= 256)
-        return true;
+        return OperationResult::Unchanged;
     const double steps = std::max(levels, 2) - 1;
-    ApplyTable(image, TableOf([=](double v) { return 255 * std::floor(v * steps / 255 + 0.5) / steps; }));
-    return true;
+    return ApplyTable(source, result,
+                      TableOf([=](double v) { return 255 * std::floor(v * steps / 255 + 0.5) / steps; }));
 }
 
 }  // namespace transforms

@@ -12,6 +12,7 @@
 #include "src/platform/image/transforms/rows/clamping.h"
 #include "src/platform/image/transforms/rows/hidden.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -85,21 +86,23 @@ private:
 
 }  // namespace
 
-bool Emboss(ImageBuffer& image, double angle, std::int32_t height, double brightness)
+OperationResult Emboss(const ImageBuffer& source, ImageBuffer& result, double angle, std::int32_t height,
+                       double brightness)
 {
     if (height <= 0 || !std::isfinite(angle) || std::isnan(brightness))
-        return true;
-    return IsVisible(image, [&] {
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& embossed) {
+        Target target(image, embossed);
         const Light from = LightFrom(angle, Clamped(brightness, 0, 1000) / 10);
         std::vector<EmbossBand> bands(BandCount(image), EmbossBand(image, std::min(height, 16)));
         for (std::size_t n = 0; n < bands.size(); ++n)
             bands[n].KeepBorders(BandRow(image, bands.size(), n), BandRow(image, bands.size(), n + 1));
         const auto band = [&](std::size_t band_index, std::int32_t first, std::int32_t end) {
             for (std::int32_t y = first; y < end; ++y)
-                bands[band_index].Make(y, from, Row(image, y));
+                bands[band_index].Make(y, from, Row(target.Image(), y));
         };
         RunBands(image, bands.size(), std::ref(band));
-        return true;
+        return target.Finish();
     });
 }
 

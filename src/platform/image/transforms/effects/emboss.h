@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -18,11 +18,13 @@ namespace transforms
 /// Each channel becomes 128 + brightness / 10 D(height): flat areas are middle grey, slopes facing the light
 /// are lighter. height is limited to 16, brightness clamped to 0..1000; a height of 0 or less, NaN and an
 /// infinite angle change nothing.
-bool Emboss(ImageBuffer& image, double angle, std::int32_t height, double brightness);
+OperationResult Emboss(const ImageBuffer& source, ImageBuffer& result, double angle, std::int32_t height,
+                       double brightness);
 
 /// Each channel becomes v + brightness D(1), where I is the picture's intensity, smoothed by a Gaussian of
 /// smoothness / 4 pixels. brightness is clamped to 0..100, smoothness to 0..16; a brightness of 0 or less,
 /// NaN and an infinite angle change nothing.
-bool Relief(ImageBuffer& image, double angle, double brightness, double smoothness);
+OperationResult Relief(const ImageBuffer& source, ImageBuffer& result, double angle, double brightness,
+                       double smoothness);
 
 }  // namespace transforms

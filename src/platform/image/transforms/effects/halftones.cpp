@@ -8,9 +8,9 @@
 #include <numeric>
 
 #include "src/platform/image/transforms/rows/bands.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -59,40 +59,40 @@ ROW_LOOP static void Screen(const std::uint8_t* __restrict thresholds, std::size
     }
 }
 
-bool Halftones(ImageBuffer& image, std::int32_t cell_size, double contrast)
+OperationResult Halftones(const ImageBuffer& source, ImageBuffer& result, std::int32_t cell_size,
+                          double contrast)
 {
     const auto share = static_cast<std::int32_t>(256 * (contrast > 0 ? std::min(contrast, 1.0) : 0) + 0.5);
     if (share == 0)
-        return true;
-    return RunGuarded([&] {
-        const std::int32_t cell = std::clamp(cell_size, 1, 255);
-        const std::vector<std::uint8_t> screen = HalftoneScreen(cell);
-        const std::size_t side = 4 * static_cast<std::size_t>(cell), row = Stride(image);
-        const auto channels = static_cast<std::size_t>(image.channels);
-        // Each band has a row of thresholds and one of alpha.
-        std::vector<std::vector<std::uint8_t>> rows(BandCount(image), std::vector<std::uint8_t>(row));
-        std::vector<std::vector<std::uint8_t>> alphas(rows.size(),
-                                                      std::vector<std::uint8_t>(channels == 4 ? row / 4 : 0));
-        const auto band = [&](std::size_t band_index, std::int32_t first, std::int32_t end) {
-            std::vector<std::uint8_t>&thresholds = rows[band_index], &alpha = alphas[band_index];
-            for (std::int32_t y = first; y < end; ++y) {
-                const std::uint8_t* screen_row = screen.data() + static_cast<std::size_t>(y) % side * side;
-                for (std::size_t i = 0, x = 0; i < row; i += channels) {
-                    for (std::size_t c = 0; c < channels; ++c)
-                        thresholds[i + c] = screen_row[x];
-                    x = x + 1 == side ? 0 : x + 1;
-                }
-                std::uint8_t* pixels = Row(image, y);
-                for (std::size_t i = 0; i < alpha.size(); ++i)
-                    alpha[i] = pixels[4 * i + 3];
-                Screen(thresholds.data(), row, share, pixels);
-                for (std::size_t i = 0; i < alpha.size(); ++i)
-                    pixels[4 * i + 3] = alpha[i];
+        return OperationResult::Unchanged;
+    Target target(source, result);
+    const std::int32_t cell = std::clamp(cell_size, 1, 255);
+    const std::vector<std::uint8_t> screen = HalftoneScreen(cell);
+    const std::size_t side = 4 * static_cast<std::size_t>(cell), row = Stride(source);
+    const auto channels = static_cast<std::size_t>(source.channels);
+    // Each band has a row of thresholds and one of alpha.
+    std::vector<std::vector<std::uint8_t>> rows(BandCount(source), std::vector<std::uint8_t>(row));
+    std::vector<std::vector<std::uint8_t>> alphas(rows.size(),
+                                                  std::vector<std::uint8_t>(channels == 4 ? row / 4 : 0));
+    const auto band = [&](std::size_t band_index, std::int32_t first, std::int32_t end) {
+        std::vector<std::uint8_t>&thresholds = rows[band_index], &alpha = alphas[band_index];
+        for (std::int32_t y = first; y < end; ++y) {
+            const std::uint8_t* screen_row = screen.data() + static_cast<std::size_t>(y) % side * side;
+            for (std::size_t i = 0, x = 0; i < row; i += channels) {
+                for (std::size_t c = 0; c < channels; ++c)
+                    thresholds[i + c] = screen_row[x];
+                x = x + 1 == side ? 0 : x + 1;
             }
-        };
-        RunBands(image, rows.size(), std::ref(band));
-        return true;
-    });
+            std::uint8_t* pixels = target.LoadRow(y);
+            for (std::size_t i = 0; i < alpha.size(); ++i)
+                alpha[i] = pixels[4 * i + 3];
+            Screen(thresholds.data(), row, share, pixels);
+            for (std::size_t i = 0; i < alpha.size(); ++i)
+                pixels[4 * i + 3] = alpha[i];
+        }
+    };
+    RunBands(source, rows.size(), std::ref(band));
+    return target.Finish();
 }
 
 }  // namespace transforms

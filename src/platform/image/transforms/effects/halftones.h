@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -21,7 +21,8 @@ namespace transforms
 /// the pixels turn white, to within 1/16 pixel per cell.
 ///
 /// contrast is clamped to 0..1; 0 and NaN change nothing.
-bool Halftones(ImageBuffer& image, std::int32_t cell_size, double contrast);
+OperationResult Halftones(const ImageBuffer& source, ImageBuffer& result, std::int32_t cell_size,
+                          double contrast);
 
 /// The screen for n = 1..255: 4n rows of 4n thresholds, which repeat.
 std::vector<std::uint8_t> HalftoneScreen(std::int32_t cell_size);

@@ -11,6 +11,7 @@
 #include "src/platform/image/transforms/rows/hidden.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -122,11 +123,13 @@ struct Drawing {
 
 }  // namespace
 
-bool Mosaic(ImageBuffer& image, std::int32_t tile_size, bool plain_colour)
+OperationResult Mosaic(const ImageBuffer& source, ImageBuffer& result, std::int32_t tile_size,
+                       bool plain_colour)
 {
     if (tile_size <= 1)
-        return true;
-    return IsVisible(image, [&] {
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& tiled) {
+        Target target(image, tiled);
         const std::int32_t tile = std::min(tile_size, std::max(image.width, image.height));
         const std::vector<Mix> across = Mixes(image.width, tile, plain_colour);
         const std::vector<Mix> down = Mixes(image.height, tile, plain_colour);
@@ -170,14 +173,14 @@ bool Mosaic(ImageBuffer& image, std::int32_t tile_size, bool plain_colour)
                             obj.pixels.data());
                 }
                 last = &mix;
-                std::uint8_t* target = Row(image, y);
+                const std::uint8_t* alpha = Row(image, y);
                 for (std::size_t i = 3; image.channels == 4 && i < row_index; i += 4)
-                    obj.pixels[i] = target[i];
-                std::copy(obj.pixels.begin(), obj.pixels.end(), target);
+                    obj.pixels[i] = alpha[i];
+                std::copy(obj.pixels.begin(), obj.pixels.end(), Row(target.Image(), y));
             }
         };
         RunBands(image, drawings.size(), std::ref(draw));
-        return true;
+        return target.Finish();
     });
 }
 

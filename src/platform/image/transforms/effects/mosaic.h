@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -14,6 +14,7 @@ namespace transforms
 /// every tile is filled with its colour. Otherwise only the middle half of a tile is plain, and the quarter
 /// on each side blends bilinearly into the neighbouring tile. Tiles at the border are plain up to it. A size
 /// of 1 or less changes nothing; one larger than the picture gives a single tile.
-bool Mosaic(ImageBuffer& image, std::int32_t tile_size, bool plain_colour);
+OperationResult Mosaic(const ImageBuffer& source, ImageBuffer& result, std::int32_t tile_size,
+                       bool plain_colour);
 
 }  // namespace transforms

@@ -9,9 +9,9 @@
 
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/hidden.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -84,16 +84,16 @@ std::vector<Offset> Line(double angle, std::int32_t count)
 
 }  // namespace
 
-bool MotionBlur(ImageBuffer& image, double angle, std::int32_t amount)
+OperationResult MotionBlur(const ImageBuffer& source, ImageBuffer& result, double angle, std::int32_t amount)
 {
     const std::int32_t count = std::min(amount, 255);
     if (count < 2 || !std::isfinite(angle))
-        return true;
-    return IsVisible(image, [&] {
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& out) {
         const std::vector<Offset> offsets = Line(angle, count);
         const auto channels = static_cast<std::size_t>(image.channels);
         const std::size_t row = Stride(image);
-        ImageBuffer result = EmptyLike(image);
+        ImageBuffer blurred = EmptyLike(image);
         EachRows(image.height, row * offsets.size(), [&](std::int32_t first, std::int32_t last) {
             std::vector<std::uint16_t> sums(row);
             for (std::int32_t y = first; y < last; ++y) {
@@ -101,14 +101,14 @@ bool MotionBlur(ImageBuffer& image, double angle, std::int32_t amount)
                 for (const Offset& offset : offsets)
                     AddMoved(Row(image, std::clamp(y + offset.y, 0, image.height - 1)), offset.x, image.width,
                              channels, sums.data());
-                std::uint8_t* target = Row(result, y);
+                std::uint8_t* target = Row(blurred, y);
                 Divide(sums.data(), row, count, target);
                 for (std::size_t i = 3; channels == 4 && i < row; i += 4)
                     target[i] = Row(image, y)[i];
             }
         });
-        TakePixels(image, std::move(result));
-        return true;
+        TakePixels(image, out, std::move(blurred));
+        return OperationResult::Changed;
     });
 }
 

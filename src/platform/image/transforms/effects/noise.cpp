@@ -11,9 +11,9 @@
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/clamping.h"
 #include "src/platform/image/transforms/rows/hidden.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/seeded_random.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -93,22 +93,21 @@ void AddNoiseToRow(std::uint8_t* pixel, std::int32_t width, std::int32_t channel
 
 }  // namespace
 
-bool AddNoise(ImageBuffer& image, std::int32_t level, bool monochrome)
+OperationResult AddNoise(const ImageBuffer& source, ImageBuffer& result, std::int32_t level, bool monochrome)
 {
     if (level <= 0)
-        return true;
-    return RunGuarded([&] {
-        const NoiseTable noise = NoiseOf(std::min(level, 1000));
-        std::uint64_t start = SeedOf(image);
-        EachRows(image.height, 4 * Stride(image), [&](std::int32_t first, std::int32_t last) {
-            for (std::int32_t y = first; y < last; ++y) {
-                std::uint64_t state = start + static_cast<std::uint64_t>(y);
-                state = Random(state);
-                AddNoiseToRow(Row(image, y), image.width, image.channels, monochrome, noise, state);
-            }
-        });
-        return true;
+        return OperationResult::Unchanged;
+    const NoiseTable noise = NoiseOf(std::min(level, 1000));
+    const std::uint64_t start = SeedOf(source);
+    Target target(source, result);
+    EachRows(source.height, 4 * Stride(source), [&](std::int32_t first, std::int32_t last) {
+        for (std::int32_t y = first; y < last; ++y) {
+            std::uint64_t state = start + static_cast<std::uint64_t>(y);
+            state = Random(state);
+            AddNoiseToRow(target.LoadRow(y), source.width, source.channels, monochrome, noise, state);
+        }
     });
+    return target.Finish();
 }
 
 // An offset from 24 random bits, uniform over -distance to distance.
@@ -148,11 +147,12 @@ static void ShuffleRow(const ImageBuffer& image, std::int32_t y, const Shuffling
     }
 }
 
-bool Diffuse(ImageBuffer& image, std::int32_t distance, double penetration)
+OperationResult Diffuse(const ImageBuffer& source, ImageBuffer& result, std::int32_t distance,
+                        double penetration)
 {
     if (distance <= 0 || !(penetration > 0))
-        return true;
-    return IsVisible(image, [&] {
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& out) {
         const Shuffling shuffling{
             static_cast<std::uint64_t>(std::min(distance, std::max(image.width, image.height))),
             static_cast<std::uint64_t>(std::lround((1 - std::exp(-penetration / 10)) * 65536))};
@@ -160,19 +160,19 @@ bool Diffuse(ImageBuffer& image, std::int32_t distance, double penetration)
         const auto shuffle = image.channels == 1   ? ShuffleRow<1>
                              : image.channels == 3 ? ShuffleRow<3>
                                                    : ShuffleRow<4>;
-        ImageBuffer result = EmptyLike(image);
+        ImageBuffer shuffled = EmptyLike(image);
         EachRows(image.height, 4 * Stride(image), [&](std::int32_t first, std::int32_t last) {
             for (std::int32_t y = first; y < last; ++y) {
                 std::uint64_t state = start + static_cast<std::uint64_t>(y);
                 state = Random(state);
-                std::uint8_t* target = Row(result, y);
+                std::uint8_t* target = Row(shuffled, y);
                 for (std::size_t i = 3; image.channels == 4 && i < Stride(image); i += 4)
                     target[i] = Row(image, y)[i];
                 shuffle(image, y, shuffling, state, target);
             }
         });
-        TakePixels(image, std::move(result));
-        return true;
+        TakePixels(image, out, std::move(shuffled));
+        return OperationResult::Changed;
     });
 }
 

@@ -10,7 +10,7 @@
 #include "src/platform/image/transforms/geometry/warp.h"
 #include "src/platform/image/transforms/rows/clamping.h"
 #include "src/platform/image/transforms/rows/hidden.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -62,32 +62,33 @@ double CornerDistance(const ImageBuffer& image)
 
 }  // namespace
 
-bool RadialBlur(ImageBuffer& image, double displacement)
+OperationResult RadialBlur(const ImageBuffer& source, ImageBuffer& result, double displacement)
 {
     if (!(displacement > 0))
-        return true;
-    return IsVisible(image, [&] {
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& blurred) {
         const double arc = Clamped(displacement, 0, 100) / 100 * 36 * std::numbers::pi / 180;
         const int times = Doublings(arc * CornerDistance(image));
         const double step = arc / ((1 << times) - 1);
-        TakePixels(image,
+        TakePixels(image, blurred,
                    Means(image, AboutMiddle(image, -arc / 2, 1), AboutMiddle(image, -arc / 2 + step, 1),
                          times, [&](int i) { return AboutMiddle(image, step * (1 << i), 1); }));
-        return true;
+        return OperationResult::Changed;
     });
 }
 
-bool ZoomBlur(ImageBuffer& image, double intensity)
+OperationResult ZoomBlur(const ImageBuffer& source, ImageBuffer& result, double intensity)
 {
     if (!(intensity > 0))
-        return true;
-    return IsVisible(image, [&] {
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& blurred) {
         const double last = 1 - Clamped(intensity, 0, 100) / 200;
         const int times = Doublings((1 - last) * CornerDistance(image));
         const double step = std::log(last) / ((1 << times) - 1);
-        TakePixels(image, Means(image, {}, AboutMiddle(image, 0, std::exp(step)), times,
-                                [&](int i) { return AboutMiddle(image, 0, std::exp(step * (1 << i))); }));
-        return true;
+        TakePixels(image, blurred, Means(image, {}, AboutMiddle(image, 0, std::exp(step)), times, [&](int i) {
+                       return AboutMiddle(image, 0, std::exp(step * (1 << i)));
+                   }));
+        return OperationResult::Changed;
     });
 }
 

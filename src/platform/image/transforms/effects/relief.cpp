@@ -13,6 +13,7 @@
 #include "src/platform/image/transforms/rows/hidden.h"
 #include "src/platform/image/transforms/rows/intensity.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -47,11 +48,13 @@ private:
 };
 }  // namespace
 
-bool Relief(ImageBuffer& image, double angle, double brightness, double smoothness)
+OperationResult Relief(const ImageBuffer& source, ImageBuffer& result, double angle, double brightness,
+                       double smoothness)
 {
     if (!(brightness > 0) || !std::isfinite(angle) || std::isnan(smoothness))
-        return true;
-    return IsVisible(image, [&] {
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& lit) {
+        Target target(image, lit);
         ImageBuffer map = IntensityPlane(image);
         if (smoothness > 0)
             map = Blurred(map, std::max(0.1, std::min(smoothness, 16.0) / 4));
@@ -60,7 +63,7 @@ bool Relief(ImageBuffer& image, double angle, double brightness, double smoothne
         const std::int32_t colours = image.channels == 1 ? 1 : 3;
         const auto band = [&](std::size_t band_index, std::int32_t first, std::int32_t end) {
             for (std::int32_t y = first; y < end; ++y) {
-                std::uint8_t* pixel = Row(image, y);
+                std::uint8_t* pixel = target.LoadRow(y);
                 for (const std::int32_t slope : slopes[band_index].SlopeRow(y)) {
                     for (std::int32_t c = 0; c < colours; ++c)
                         pixel[c] = ClampToLevel(pixel[c] + slope);
@@ -69,7 +72,7 @@ bool Relief(ImageBuffer& image, double angle, double brightness, double smoothne
             }
         };
         RunBands(image, slopes.size(), std::ref(band));
-        return true;
+        return target.Finish();
     });
 }
 

@@ -8,9 +8,9 @@
 
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/clamping.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/seeded_random.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -110,23 +110,21 @@ static void AddSlopes(std::uint8_t* __restrict pixel, std::size_t width,
     }
 }
 
-bool Texturize(ImageBuffer& image, double angle, double brightness, std::int32_t texture)
+OperationResult Texturize(const ImageBuffer& source, ImageBuffer& result, double angle, double brightness,
+                          std::int32_t texture)
 {
     if (!(brightness > 0) || !std::isfinite(angle))
-        return true;
-    return RunGuarded([&] {
-        const std::vector<std::int32_t> lit =
-            Slopes(angle, std::min(brightness, 100.0), std::clamp(texture, 0, 5));
-        const auto add = image.channels == 1   ? AddSlopes<1>
-                         : image.channels == 3 ? AddSlopes<3>
-                                               : AddSlopes<4>;
-        EachRows(image.height, Stride(image), [&](std::int32_t first, std::int32_t last) {
-            for (std::int32_t y = first; y < last; ++y)
-                add(Row(image, y), static_cast<std::size_t>(image.width),
-                    lit.data() + (static_cast<std::size_t>(y) & kWrap) * kTextureSide);
-        });
-        return true;
+        return OperationResult::Unchanged;
+    const std::vector<std::int32_t> lit =
+        Slopes(angle, std::min(brightness, 100.0), std::clamp(texture, 0, 5));
+    const auto add = source.channels == 1 ? AddSlopes<1> : source.channels == 3 ? AddSlopes<3> : AddSlopes<4>;
+    Target target(source, result);
+    EachRows(source.height, Stride(source), [&](std::int32_t first, std::int32_t last) {
+        for (std::int32_t y = first; y < last; ++y)
+            add(target.LoadRow(y), static_cast<std::size_t>(source.width),
+                lit.data() + (static_cast<std::size_t>(y) & kWrap) * kTextureSide);
     });
+    return target.Finish();
 }
 
 }  // namespace transforms

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -20,7 +20,8 @@ namespace transforms
 /// Textures repeat every 256 pixels and are the same for every picture. All are equally steep, with a mean
 /// square slope of 5 levels squared, so the strength depends on brightness alone. brightness is clamped to
 /// 0..100; 0 or less, NaN and an infinite angle change nothing.
-bool Texturize(ImageBuffer& image, double angle, double brightness, std::int32_t texture);
+OperationResult Texturize(const ImageBuffer& source, ImageBuffer& result, double angle, double brightness,
+                          std::int32_t texture);
 
 constexpr std::size_t kTextureSide = 256;
 /// The heights of texture 0 to 5 in arbitrary units: kTextureSide rows of kTextureSide values.

@@ -9,9 +9,9 @@
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/hidden.h"
 #include "src/platform/image/transforms/rows/intensity.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -53,23 +53,30 @@ static ImageBuffer TraceLines(const ImageBuffer& values, std::uint8_t limit, std
     return result;
 }
 
-bool TraceContours(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool intensity)
+OperationResult TraceContours(const ImageBuffer& source, ImageBuffer& result, std::uint8_t level,
+                              std::uint8_t threshold, bool intensity)
 {
-    return IsVisible(image, [&] {
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& out) {
         if (image.channels == 1 || !intensity) {
-            ImageBuffer result = TraceLines(image, level, threshold);
+            ImageBuffer lines = TraceLines(image, level, threshold);
             for (std::size_t i = 3; image.channels == 4 && i < image.bytes.size(); i += 4)
-                result.bytes[i] = image.bytes[i];
-            TakePixels(image, std::move(result));
-            return true;
+                lines.bytes[i] = image.bytes[i];
+            TakePixels(image, out, std::move(lines));
+            return OperationResult::Changed;
         }
         const ImageBuffer grey = TraceLines(IntensityPlane(image), level, threshold);
         const auto channels = static_cast<std::size_t>(image.channels);
-        for (std::size_t i = 0; i < grey.bytes.size(); ++i) {
-            for (std::size_t c = 0; c < 3; ++c)
-                image.bytes[i * channels + c] = grey.bytes[i];
+        Target target(image, out);
+        for (std::int32_t y = 0; y < image.height; ++y) {
+            const std::uint8_t* line = Row(grey, y);
+            std::uint8_t* pixels = Row(target.Image(), y);
+            for (std::size_t i = 0; i < static_cast<std::size_t>(image.width); ++i) {
+                for (std::size_t c = 0; c < 3; ++c)
+                    pixels[i * channels + c] = line[i];
+            }
+            target.LoadAlpha(y);
         }
-        return true;
+        return target.Finish();
     });
 }
 

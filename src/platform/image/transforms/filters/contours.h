@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -16,6 +16,7 @@ namespace transforms
 ///   more than threshold, an edge.
 /// There are no neighbours beyond the border. Level 0 gives no contour lines and threshold 255 no edges. A
 /// grey picture stays grey.
-bool TraceContours(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool intensity);
+OperationResult TraceContours(const ImageBuffer& source, ImageBuffer& result, std::uint8_t level,
+                              std::uint8_t threshold, bool intensity);
 
 }  // namespace transforms

@@ -6,7 +6,9 @@
 
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/hidden.h"
+#include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -72,32 +74,32 @@ private:
 };
 }  // namespace
 
-bool FilterNeighbourhoods(ImageBuffer& image, const NeighbourhoodRow& row)
+OperationResult FilterNeighbourhoods(const ImageBuffer& source, ImageBuffer& result,
+                                     const NeighbourhoodRow& row)
 {
-    const std::size_t count = BandCount(image);
-    const std::size_t band_bytes = BandRows::kRows * BandRows::PaddedSize(image);
-    const auto channels = static_cast<std::size_t>(image.channels);
-    const std::size_t row_bytes = static_cast<std::size_t>(image.width) * channels;
-    PixelBytes memory;
-    const auto work = [&](std::size_t band, std::int32_t first, std::int32_t end) {
-        BandRows band_rows(image, memory.data() + band * band_bytes);
-        band_rows.Begin(first, end);
-        for (std::int32_t y = first; y < end; ++y) {
-            const auto rows = band_rows.NeighbourRows(y);
-            std::uint8_t* target = image.bytes.data() + row_bytes * static_cast<std::size_t>(y);
-            row(rows, row_bytes, channels, target);
-            for (std::size_t i = 3; channels == 4 && i < row_bytes; i += 4)
-                target[i] = rows[1][i];
-        }
-    };
-    return IsVisible(image, [&] {
-        memory.resize(count * band_bytes);
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& filtered) {
+        const std::size_t count = BandCount(image);
+        const std::size_t band_bytes = BandRows::kRows * BandRows::PaddedSize(image);
+        const auto channels = static_cast<std::size_t>(image.channels);
+        PixelBytes memory(count * band_bytes);
+        Target target(image, filtered);
+        const auto work = [&](std::size_t band, std::int32_t first, std::int32_t end) {
+            BandRows band_rows(image, memory.data() + band * band_bytes);
+            band_rows.Begin(first, end);
+            for (std::int32_t y = first; y < end; ++y) {
+                const auto rows = band_rows.NeighbourRows(y);
+                std::uint8_t* bytes = Row(target.Image(), y);
+                row(rows, Stride(image), channels, bytes);
+                for (std::size_t i = 3; channels == 4 && i < Stride(image); i += 4)
+                    bytes[i] = rows[1][i];
+            }
+        };
         // All bands must have kept their borders before any of them starts.
         for (std::size_t band = 0; band < count; ++band)
             BandRows(image, memory.data() + band * band_bytes)
                 .KeepBorders(BandRow(image, count, band), BandRow(image, count, band + 1));
         RunBands(image, count, std::ref(work));
-        return true;
+        return target.Finish();
     });
 }
 
@@ -155,7 +157,8 @@ ROW_LOOP static void DividedRow(const Neighbours& neighbours, const Weights& w, 
     ConvolveRow<Shown::kMagnitude>(neighbours, w, divisor / 2U, reciprocal, target);
 }
 
-bool Convolve(ImageBuffer& image, const Weights& weights, Shown shown, std::uint16_t divisor)
+OperationResult Convolve(const ImageBuffer& source, ImageBuffer& result, const Weights& weights, Shown shown,
+                         std::uint16_t divisor)
 {
     const auto row = [&](const std::array<const std::uint8_t*, 3>& rows, std::size_t count,
                          std::size_t channels, std::uint8_t* target) {
@@ -167,7 +170,7 @@ bool Convolve(ImageBuffer& image, const Weights& weights, Shown shown, std::uint
         else
             DividedRow(neighbours, weights, divisor, target);
     };
-    return FilterNeighbourhoods(image, std::ref(row));
+    return FilterNeighbourhoods(source, result, std::ref(row));
 }
 
 ROW_LOOP static void FineRow(const Neighbours& neighbours, std::int32_t centre, std::int32_t side,
@@ -186,13 +189,14 @@ ROW_LOOP static void FineRow(const Neighbours& neighbours, std::int32_t centre, 
     }
 }
 
-bool ConvolveFine(ImageBuffer& image, std::int32_t centre, std::int32_t side, std::int32_t corner)
+OperationResult ConvolveFine(const ImageBuffer& source, ImageBuffer& result, std::int32_t centre,
+                             std::int32_t side, std::int32_t corner)
 {
     const auto row = [=](const std::array<const std::uint8_t*, 3>& rows, std::size_t count,
                          std::size_t channels, std::uint8_t* target) {
         FineRow({rows[0], rows[1], rows[2], count, channels}, centre, side, corner, target);
     };
-    return FilterNeighbourhoods(image, std::ref(row));
+    return FilterNeighbourhoods(source, result, std::ref(row));
 }
 
 }  // namespace transforms

@@ -6,7 +6,9 @@
 
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/hidden.h"
+#include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -29,27 +31,28 @@ ROW_LOOP static void MeanRowBesideAlpha(const std::uint8_t* above, const std::ui
     }
 }
 
-bool Deinterlace(ImageBuffer& image, bool odd_lines, bool interpolate)
+OperationResult Deinterlace(const ImageBuffer& source, ImageBuffer& result, bool odd_lines, bool interpolate)
 {
-    if (image.height < 2)
-        return true;
-    const std::size_t row_bytes =
-        static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.channels);
-    const auto row = [&](std::int32_t y) {
-        return image.bytes.data() + row_bytes * static_cast<std::size_t>(y);
-    };
-    const auto rows = [&](std::int32_t first, std::int32_t end) {
-        for (std::int32_t y = first; y < end; ++y) {
-            if ((y % 2 == 1) != odd_lines)
-                continue;
-            const std::uint8_t* above = row(y > 0 ? y - 1 : 1);
-            const std::uint8_t* below = interpolate && y + 1 < image.height ? row(y + 1) : above;
-            (image.channels == 4 ? MeanRowBesideAlpha : MeanRow)(above, below, row_bytes, row(y));
-        }
-    };
-    return IsVisible(image, [&] {
+    if (source.height < 2)
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& out) {
+        Target target(image, out);
+        const auto rows = [&](std::int32_t first, std::int32_t end) {
+            for (std::int32_t y = first; y < end; ++y) {
+                if ((y % 2 == 1) != odd_lines) {
+                    target.LoadRow(y);
+                    continue;
+                }
+                const std::uint8_t* above = Row(image, y > 0 ? y - 1 : 1);
+                const std::uint8_t* below = interpolate && y + 1 < image.height ? Row(image, y + 1) : above;
+                if (image.channels == 4)
+                    MeanRowBesideAlpha(above, below, Stride(image), target.LoadRow(y));
+                else
+                    MeanRow(above, below, Stride(image), Row(target.Image(), y));
+            }
+        };
         RunBands(image, rows);
-        return true;
+        return target.Finish();
     });
 }
 

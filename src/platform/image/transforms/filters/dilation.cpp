@@ -81,27 +81,29 @@ ROW_LOOP void WearCross(const Around& obj, std::size_t count, Limits limits, std
 using RowChange = void (*)(const Around&, std::size_t, Limits, std::uint8_t*);
 
 // The border is extended by replication, which doesn't affect the extremes.
-bool Change(ImageBuffer& image, Limits limits, RowChange change)
+OperationResult Change(const ImageBuffer& source, ImageBuffer& result, Limits limits, RowChange change)
 {
     if (limits.level == 0)
-        return true;
+        return OperationResult::Unchanged;
     const auto row = [&](const std::array<const std::uint8_t*, 3>& rows, std::size_t count,
                          std::size_t channels, std::uint8_t* target) {
         change({rows[0] - channels, rows[1] - channels, rows[2] - channels, channels}, count, limits, target);
     };
-    return FilterNeighbourhoods(image, std::ref(row));
+    return FilterNeighbourhoods(source, result, std::ref(row));
 }
 
 }  // namespace
 
-bool Dilation(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool square)
+OperationResult Dilation(const ImageBuffer& source, ImageBuffer& result, std::uint8_t level,
+                         std::uint8_t threshold, bool square)
 {
-    return Change(image, {level, threshold}, square ? GrowSquare : GrowCross);
+    return Change(source, result, {level, threshold}, square ? GrowSquare : GrowCross);
 }
 
-bool Erosion(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool square)
+OperationResult Erosion(const ImageBuffer& source, ImageBuffer& result, std::uint8_t level,
+                        std::uint8_t threshold, bool square)
 {
-    return Change(image, {level, threshold}, square ? WearSquare : WearCross);
+    return Change(source, result, {level, threshold}, square ? WearSquare : WearCross);
 }
 
 }  // namespace transforms

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -17,7 +17,9 @@ namespace transforms
 /// level) with m the minimum, if v > threshold.
 ///
 /// Level 255 with threshold 0 is textbook dilation or erosion; level 0 changes nothing.
-bool Dilation(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool square);
-bool Erosion(ImageBuffer& image, std::uint8_t level, std::uint8_t threshold, bool square);
+OperationResult Dilation(const ImageBuffer& source, ImageBuffer& result, std::uint8_t level,
+                         std::uint8_t threshold, bool square);
+OperationResult Erosion(const ImageBuffer& source, ImageBuffer& result, std::uint8_t level,
+                        std::uint8_t threshold, bool square);
 
 }  // namespace transforms

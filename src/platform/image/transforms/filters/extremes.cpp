@@ -10,7 +10,9 @@
 #include "src/platform/image/base/parallel.h"
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/hidden.h"
+#include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -42,10 +44,11 @@ struct Window {
 };
 }  // namespace
 
-// Filters a row in place. memory holds two rows plus the window's width each. Windows of 2, 4, 8, ... pixels
-// are combined from two of half the size, and the final one from two that overlap.
-static void ChooseAlongRow(std::uint8_t* row, std::size_t bytes, std::size_t channels, const Window& window,
-                           std::uint8_t* memory)
+// Filters a row into target, which may be the row itself. memory holds two rows plus the window's width each.
+// Windows of 2, 4, 8, ... pixels are combined from two of half the size, and the final one from two that
+// overlap.
+static void ChooseAlongRow(const std::uint8_t* row, std::size_t bytes, std::size_t channels,
+                           const Window& window, std::uint8_t* memory, std::uint8_t* target)
 {
     const std::size_t more = (window.size - 1) * channels;
     std::uint8_t* now = memory;
@@ -64,7 +67,7 @@ static void ChooseAlongRow(std::uint8_t* row, std::size_t bytes, std::size_t cha
         std::swap(now, next);
         reached *= 2;
     }
-    window.choose(now, now + (window.size - reached) * channels, bytes, row);
+    window.choose(now, now + (window.size - reached) * channels, bytes, target);
 }
 
 namespace
@@ -143,62 +146,62 @@ private:
 }  // namespace
 
 // The loops process alpha like any channel; saving and restoring it is cheaper than skipping it.
-static void KeepAlpha(const ImageBuffer& image, PixelBytes& alpha)
+static void SaveAlpha(const ImageBuffer& image, PixelBytes& alpha)
 {
     for (std::size_t i = 0; i < alpha.size(); ++i)
         alpha[i] = image.bytes[4 * i + 3];
 }
 
-static void PutAlphaBack(ImageBuffer& image, const PixelBytes& alpha)
+static void RestoreAlpha(ImageBuffer& image, const PixelBytes& alpha)
 {
     for (std::size_t i = 0; i < alpha.size(); ++i)
         image.bytes[4 * i + 3] = alpha[i];
 }
 
-static bool Choose(ImageBuffer& image, std::int32_t size, Choice choose)
+static OperationResult Choose(const ImageBuffer& source, ImageBuffer& result, std::int32_t size,
+                              Choice choose)
 {
     constexpr std::size_t kStrip = 2048;  // bytes; 512 rows of a strip fit the L2 cache
     const auto radius = static_cast<std::size_t>(std::clamp(size, 1, 256));
     if (radius == 1)
-        return true;
+        return OperationResult::Unchanged;
     const Window window{choose, radius, radius / 2};
-    const auto channels = static_cast<std::size_t>(image.channels);
-    const std::size_t row_bytes = static_cast<std::size_t>(image.width) * channels;
-    const std::size_t strip_count = (row_bytes + kStrip - 1) / kStrip;
-    const std::size_t count = BandCount(image);
-    const std::size_t along_memory = 2 * (row_bytes + (radius - 1) * channels);
-    const std::size_t memory_size = std::max(along_memory, ColumnStrip::MemorySize(window, kStrip));
-    PixelBytes memory, alpha;
-    const auto rows = [&](std::size_t band, std::int32_t first, std::int32_t end) {
-        for (std::int32_t y = first; y < end; ++y)
-            ChooseAlongRow(image.bytes.data() + row_bytes * static_cast<std::size_t>(y), row_bytes, channels,
-                           window, memory.data() + band * memory_size);
-    };
-    const auto strips = [&](std::size_t part) {
-        for (std::size_t n = strip_count * part / count; n < strip_count * (part + 1) / count; ++n)
-            ColumnStrip(image, n * kStrip, std::min(kStrip, row_bytes - n * kStrip), window,
-                        memory.data() + part * memory_size)
-                .Choose();
-    };
-    return IsVisible(image, [&] {
-        memory.resize(count * memory_size);
-        alpha.resize(channels == 4 ? image.bytes.size() / 4 : 0);
-        KeepAlpha(image, alpha);
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& out) {
+        const auto channels = static_cast<std::size_t>(image.channels);
+        const std::size_t row_bytes = Stride(image);
+        const std::size_t strip_count = (row_bytes + kStrip - 1) / kStrip;
+        const std::size_t count = BandCount(image);
+        const std::size_t along_memory = 2 * (row_bytes + (radius - 1) * channels);
+        const std::size_t memory_size = std::max(along_memory, ColumnStrip::MemorySize(window, kStrip));
+        PixelBytes memory(count * memory_size), alpha(channels == 4 ? image.bytes.size() / 4 : 0);
+        Target target(image, out);
+        const auto rows = [&](std::size_t band, std::int32_t first, std::int32_t end) {
+            for (std::int32_t y = first; y < end; ++y)
+                ChooseAlongRow(Row(image, y), row_bytes, channels, window, memory.data() + band * memory_size,
+                               Row(target.Image(), y));
+        };
+        const auto strips = [&](std::size_t part) {
+            for (std::size_t n = strip_count * part / count; n < strip_count * (part + 1) / count; ++n)
+                ColumnStrip(target.Image(), n * kStrip, std::min(kStrip, row_bytes - n * kStrip), window,
+                            memory.data() + part * memory_size)
+                    .Choose();
+        };
+        SaveAlpha(image, alpha);
         RunBands(image, count, std::ref(rows));
         RunParts(count, std::ref(strips));
-        PutAlphaBack(image, alpha);
-        return true;
+        RestoreAlpha(target.Image(), alpha);
+        return target.Finish();
     });
 }
 
-bool FilterMinimal(ImageBuffer& image, std::int32_t size)
+OperationResult FilterMinimal(const ImageBuffer& source, ImageBuffer& result, std::int32_t size)
 {
-    return Choose(image, size, Lesser);
+    return Choose(source, result, size, Lesser);
 }
 
-bool FilterMaximal(ImageBuffer& image, std::int32_t size)
+OperationResult FilterMaximal(const ImageBuffer& source, ImageBuffer& result, std::int32_t size)
 {
-    return Choose(image, size, Greater);
+    return Choose(source, result, size, Greater);
 }
 
 }  // namespace transforms

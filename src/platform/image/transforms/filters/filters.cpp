@@ -18,7 +18,7 @@ static const Weights& Choose(const std::array<Weights, kCount>& choices, std::in
     return choices[static_cast<std::size_t>(std::clamp<std::int32_t>(choice, 0, kCount - 1))];
 }
 
-bool FilterDifference(ImageBuffer& image, std::int32_t direction)
+OperationResult FilterDifference(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction)
 {
     // The kernel's outer positions, counterclockwise from the top.
     constexpr std::array<std::size_t, 8> kRing{1, 0, 3, 6, 7, 8, 5, 2};
@@ -29,73 +29,73 @@ bool FilterDifference(ImageBuffer& image, std::int32_t direction)
         const int apart = std::abs(n - step);
         weights[kRing[static_cast<std::size_t>(n)]] = std::min(apart, 8 - apart) <= 2 ? 1 : -1;
     }
-    return Convolve(image, weights, Shown::kClipped);
+    return Convolve(source, result, weights, Shown::kClipped);
 }
 
-bool FilterHighPass(ImageBuffer& image, std::int32_t kind)
+OperationResult FilterHighPass(const ImageBuffer& source, ImageBuffer& result, std::int32_t kind)
 {
     static constexpr std::array<Weights, 3> kMasks{{{0, -1, 0, -1, 5, -1, 0, -1, 0},
                                                     {-1, -1, -1, -1, 9, -1, -1, -1, -1},
                                                     {1, -2, 1, -2, 5, -2, 1, -2, 1}}};
-    return Convolve(image, Choose(kMasks, kind), Shown::kClipped);
+    return Convolve(source, result, Choose(kMasks, kind), Shown::kClipped);
 }
 
-bool FilterLowPass(ImageBuffer& image, std::int32_t kind)
+OperationResult FilterLowPass(const ImageBuffer& source, ImageBuffer& result, std::int32_t kind)
 {
     static constexpr std::array<Weights, 3> kMasks{
         {{1, 1, 1, 1, 1, 1, 1, 1, 1}, {1, 1, 1, 1, 2, 1, 1, 1, 1}, {1, 2, 1, 2, 4, 2, 1, 2, 1}}};
     static constexpr std::array<std::uint16_t, 3> kDivisors{9, 10, 16};
     const auto index = static_cast<std::size_t>(std::clamp(kind, 0, 2));
-    return Convolve(image, kMasks[index], Shown::kMagnitude, kDivisors[index]);
+    return Convolve(source, result, kMasks[index], Shown::kMagnitude, kDivisors[index]);
 }
 
-bool FilterLaplas(ImageBuffer& image, std::int32_t kind)
+OperationResult FilterLaplas(const ImageBuffer& source, ImageBuffer& result, std::int32_t kind)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{-1, -1, -1, -1, 8, -1, -1, -1, -1}, {0, -1, 0, -1, 4, -1, 0, -1, 0}}};
-    return Convolve(image, Choose(kMasks, kind), Shown::kMagnitude);
+    return Convolve(source, result, Choose(kMasks, kind), Shown::kMagnitude);
 }
 
-bool FilterSobel(ImageBuffer& image, std::int32_t direction)
+OperationResult FilterSobel(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{-1, 0, 1, -2, 0, 2, -1, 0, 1}, {-1, -2, -1, 0, 0, 0, 1, 2, 1}}};
-    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude);
+    return Convolve(source, result, Choose(kMasks, direction), Shown::kMagnitude);
 }
 
-bool FilterPrewitt(ImageBuffer& image, std::int32_t direction)
+OperationResult FilterPrewitt(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{-1, 0, 1, -1, 0, 1, -1, 0, 1}, {-1, -1, -1, 0, 0, 0, 1, 1, 1}}};
-    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude);
+    return Convolve(source, result, Choose(kMasks, direction), Shown::kMagnitude);
 }
 
-bool FilterRoberts(ImageBuffer& image, std::int32_t direction)
+OperationResult FilterRoberts(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{0, 0, 0, 0, 1, 0, 0, 0, -1}, {0, 0, 0, 0, 0, 1, 0, -1, 0}}};
-    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude);
+    return Convolve(source, result, Choose(kMasks, direction), Shown::kMagnitude);
 }
 
-bool FilterIsotropic(ImageBuffer& image, std::int32_t direction)
+OperationResult FilterIsotropic(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
         {{-29, 0, 29, -41, 0, 41, -29, 0, 29}, {-29, -41, -29, 0, 0, 0, 29, 41, 29}}};
-    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude, 29);
+    return Convolve(source, result, Choose(kMasks, direction), Shown::kMagnitude, 29);
 }
 
-bool FilterLineDetection(ImageBuffer& image, std::int32_t direction)
+OperationResult FilterLineDetection(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction)
 {
     static constexpr std::array<Weights, 4> kMasks{{{-1, 2, -1, -1, 2, -1, -1, 2, -1},
                                                     {-1, -1, -1, 2, 2, 2, -1, -1, -1},
                                                     {2, -1, -1, -1, 2, -1, -1, -1, 2},
                                                     {-1, -1, 2, -1, 2, -1, 2, -1, -1}}};
-    return Convolve(image, Choose(kMasks, direction), Shown::kMagnitude);
+    return Convolve(source, result, Choose(kMasks, direction), Shown::kMagnitude);
 }
 
-bool FilterReserved(ImageBuffer&, std::int32_t)
+OperationResult FilterReserved(const ImageBuffer&, ImageBuffer&, std::int32_t)
 {
-    return true;
+    return OperationResult::Unchanged;
 }
 
 // An amount of 0 to 1 in 1/65536.
@@ -104,16 +104,20 @@ static std::int32_t ToShare(double amount)
     return amount > 0 ? static_cast<std::int32_t>(std::lround(std::min(amount, 1.0) * 65536)) : 0;
 }
 
-bool FilterBlur(ImageBuffer& image, double amount)
+OperationResult FilterBlur(const ImageBuffer& source, ImageBuffer& result, double amount)
 {
     const std::int32_t ninth = (ToShare(amount) + 4) / 9;
-    return ninth == 0 || ConvolveFine(image, 65536 - 8 * ninth, ninth, ninth);
+    if (ninth == 0)
+        return OperationResult::Unchanged;
+    return ConvolveFine(source, result, 65536 - 8 * ninth, ninth, ninth);
 }
 
-bool FilterSharpen(ImageBuffer& image, double amount)
+OperationResult FilterSharpen(const ImageBuffer& source, ImageBuffer& result, double amount)
 {
     const std::int32_t gain = ToShare(amount);
-    return gain == 0 || ConvolveFine(image, 65536 + 4 * gain, -gain, 0);
+    if (gain == 0)
+        return OperationResult::Unchanged;
+    return ConvolveFine(source, result, 65536 + 4 * gain, -gain, 0);
 }
 
 }  // namespace transforms

@@ -10,9 +10,9 @@
 #include "src/platform/image/transforms/filters/small_picture.h"
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/hidden.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -67,16 +67,16 @@ ImageBuffer Blurred(const ImageBuffer& image, double deviation)
     return result;
 }
 
-bool GaussianBlur(ImageBuffer& image, std::int32_t fuzziness)
+OperationResult GaussianBlur(const ImageBuffer& source, ImageBuffer& result, std::int32_t fuzziness)
 {
     if (fuzziness <= 0)
-        return true;
-    return IsVisible(image, [&] {
-        ImageBuffer result = Blurred(image, std::min(fuzziness, 255));
+        return OperationResult::Unchanged;
+    return WithVisibleColours(source, result, [&](const ImageBuffer& image, ImageBuffer& out) {
+        ImageBuffer blurred = Blurred(image, std::min(fuzziness, 255));
         for (std::size_t i = 3; image.channels == 4 && i < image.bytes.size(); i += 4)
-            result.bytes[i] = image.bytes[i];
-        TakePixels(image, std::move(result));
-        return true;
+            blurred.bytes[i] = image.bytes[i];
+        TakePixels(image, out, std::move(blurred));
+        return OperationResult::Changed;
     });
 }
 

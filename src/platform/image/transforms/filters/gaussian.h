@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -16,7 +16,7 @@ namespace transforms
 /// the exact ones before rounding. Above that the picture is reduced by a third of the deviation, blurred by
 /// the remaining variance, and enlarged bilinearly, which is cheaper and looks the same: within three levels
 /// of the sampled kernel for random pixels.
-bool GaussianBlur(ImageBuffer& image, std::int32_t fuzziness);
+OperationResult GaussianBlur(const ImageBuffer& source, ImageBuffer& result, std::int32_t fuzziness);
 
 /// The same for all channels and any deviation above 0, in pixels. Throws std::bad_alloc.
 ImageBuffer Blurred(const ImageBuffer& image, double deviation);

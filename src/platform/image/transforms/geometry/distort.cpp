@@ -11,8 +11,8 @@
 #include "src/platform/image/transforms/geometry/warp.h"
 #include "src/platform/image/transforms/rows/background.h"
 #include "src/platform/image/transforms/rows/clamping.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -44,40 +44,38 @@ static std::vector<PlaneLine> PlaneLines(std::int32_t line_count, double short_s
     return lines;
 }
 
-bool Perspective(ImageBuffer& image, bool vertical, double angle)
+OperationResult Perspective(const ImageBuffer& source, ImageBuffer& result, bool vertical, double angle)
 {
     if (std::isnan(angle) || angle == 0)
-        return true;
+        return OperationResult::Unchanged;
     const double short_side = std::max(0.01, std::cos(Clamped(angle, -90, 90) * std::numbers::pi / 180));
     if (short_side >= 1)
-        return true;  // the angle is too small to matter
-    return RunGuarded([&] {
-        ImageBuffer result = EmptyLike(image);
-        const std::int32_t width = image.width;
-        const double mid_x = (width - 1) / 2.0, mid_y = (image.height - 1) / 2.0;
-        const std::vector<PlaneLine> lines = vertical ? PlaneLines(image.height, short_side, angle > 0)
-                                                      : PlaneLines(width, short_side, angle < 0);
-        const auto row = [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
-            const PlaneLine line = lines[static_cast<std::size_t>(y)];
-            for (std::int32_t x = 0; x < width; ++x) {
-                xs[x] = ToPlace(mid_x + (x - mid_x) / line.length);
-                ys[x] = line.source;
-            }
-        };
-        const auto column = [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
-            for (std::int32_t x = 0; x < width; ++x) {
-                const PlaneLine& line = lines[static_cast<std::size_t>(x)];
-                xs[x] = line.source;
-                ys[x] = ToPlace(mid_y + (y - mid_y) / line.length);
-            }
-        };
-        if (vertical)
-            DrawWarped(image, result, row, &kNothing);
-        else
-            DrawWarped(image, result, column, &kNothing);
-        TakePixels(image, std::move(result));
-        return true;
-    });
+        return OperationResult::Unchanged;  // the angle is too small to matter
+    ImageBuffer drawn = EmptyLike(source);
+    const std::int32_t width = source.width;
+    const double mid_x = (width - 1) / 2.0, mid_y = (source.height - 1) / 2.0;
+    const std::vector<PlaneLine> lines = vertical ? PlaneLines(source.height, short_side, angle > 0)
+                                                  : PlaneLines(width, short_side, angle < 0);
+    const auto row = [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+        const PlaneLine line = lines[static_cast<std::size_t>(y)];
+        for (std::int32_t x = 0; x < width; ++x) {
+            xs[x] = ToPlace(mid_x + (x - mid_x) / line.length);
+            ys[x] = line.source;
+        }
+    };
+    const auto column = [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+        for (std::int32_t x = 0; x < width; ++x) {
+            const PlaneLine& line = lines[static_cast<std::size_t>(x)];
+            xs[x] = line.source;
+            ys[x] = ToPlace(mid_y + (y - mid_y) / line.length);
+        }
+    };
+    if (vertical)
+        DrawWarped(source, drawn, row, &kNothing);
+    else
+        DrawWarped(source, drawn, column, &kNothing);
+    TakePixels(source, result, std::move(drawn));
+    return OperationResult::Changed;
 }
 
 // How many pixels one side can grow by within the size limits.
@@ -94,43 +92,40 @@ static double RoomToGrow(std::int32_t side, std::int32_t other)
     return static_cast<double>(low) - side;
 }
 
-bool Skew(ImageBuffer& image, bool vertical, double angle)
+OperationResult Skew(const ImageBuffer& source, ImageBuffer& result, bool vertical, double angle)
 {
     if (std::isnan(angle) || angle == 0)
-        return true;
-    return RunGuarded([&] {
-        const std::int32_t along = vertical ? image.height : image.width;
-        const std::int32_t across = vertical ? image.width : image.height;
-        const double tan = std::tan(Clamped(angle, -80, 80) * std::numbers::pi / 180);
-        const double move = std::min(std::fabs(tan) * across, RoomToGrow(along, across));
-        const double slope = std::copysign(move / across, angle);
-        const auto grown =
-            static_cast<std::uint64_t>(along) + static_cast<std::uint64_t>(std::ceil(move - 1e-6));
-        ImageBuffer result;
-        if (!Allocate(result, vertical ? static_cast<std::uint64_t>(image.width) : grown,
-                      vertical ? grown : static_cast<std::uint64_t>(image.height), image.channels))
-            return false;
+        return OperationResult::Unchanged;
+    const std::int32_t along = vertical ? source.height : source.width;
+    const std::int32_t across = vertical ? source.width : source.height;
+    const double tan = std::tan(Clamped(angle, -80, 80) * std::numbers::pi / 180);
+    const double move = std::min(std::fabs(tan) * across, RoomToGrow(along, across));
+    const double slope = std::copysign(move / across, angle);
+    const auto grown = static_cast<std::uint64_t>(along) + static_cast<std::uint64_t>(std::ceil(move - 1e-6));
+    ImageBuffer drawn;
+    if (!Allocate(drawn, vertical ? static_cast<std::uint64_t>(source.width) : grown,
+                  vertical ? grown : static_cast<std::uint64_t>(source.height), source.channels))
+        return OperationResult::Failed;
 
-        // Distances are measured from the middle of a row. A skew to the negative side starts at the far end
-        // of the grown frame.
-        const double start = slope < 0 ? move : 0;
-        StraightMap map;
-        if (vertical) {
-            map.yx = -slope;
-            map.y0 = -start - slope * 0.5;
-        } else {
-            map.xy = slope;
-            map.x0 = -start - slope * (across - 0.5);
-        }
-        DrawWarped(
-            image, result,
-            [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
-                StraightPlaces(map, y, result.width, xs, ys);
-            },
-            &kNothing);
-        TakePixels(image, std::move(result));
-        return true;
-    });
+    // Distances are measured from the middle of a row. A skew to the negative side starts at the far end
+    // of the grown frame.
+    const double start = slope < 0 ? move : 0;
+    StraightMap map;
+    if (vertical) {
+        map.yx = -slope;
+        map.y0 = -start - slope * 0.5;
+    } else {
+        map.xy = slope;
+        map.x0 = -start - slope * (across - 0.5);
+    }
+    DrawWarped(
+        source, drawn,
+        [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+            StraightPlaces(map, y, drawn.width, xs, ys);
+        },
+        &kNothing);
+    TakePixels(source, result, std::move(drawn));
+    return OperationResult::Changed;
 }
 
 // sin(2 pi d) for -0.25 <= d <= 0.25 to 7 digits, by Taylor series.
@@ -171,25 +166,23 @@ ROW_LOOP static void TwistedPlaces(const Twist twist, float unit_y, std::int32_t
     }
 }
 
-bool Twirl(ImageBuffer& image, double angle)
+OperationResult Twirl(const ImageBuffer& source, ImageBuffer& result, double angle)
 {
     if (std::isnan(angle) || angle == 0)
-        return true;
-    return RunGuarded([&] {
-        ImageBuffer result = EmptyLike(image);
-        const auto width = static_cast<float>(image.width), height = static_cast<float>(image.height);
-        const Twist twist{(width - 1) / 2, (height - 1) / 2, width / 2, height / 2,
-                          static_cast<float>(Clamped(angle, -360, 360) / 360)};
-        DrawWarped(
-            image, result,
-            [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
-                const float unit_y = (static_cast<float>(y) - twist.mid_y) / twist.unit_y;
-                TwistedPlaces(twist, unit_y, result.width, xs, ys);
-            },
-            nullptr);
-        TakePixels(image, std::move(result));
-        return true;
-    });
+        return OperationResult::Unchanged;
+    ImageBuffer drawn = EmptyLike(source);
+    const auto width = static_cast<float>(source.width), height = static_cast<float>(source.height);
+    const Twist twist{(width - 1) / 2, (height - 1) / 2, width / 2, height / 2,
+                      static_cast<float>(Clamped(angle, -360, 360) / 360)};
+    DrawWarped(
+        source, drawn,
+        [&](std::int32_t y, std::int32_t* xs, std::int32_t* ys) {
+            const float unit_y = (static_cast<float>(y) - twist.mid_y) / twist.unit_y;
+            TwistedPlaces(twist, unit_y, drawn.width, xs, ys);
+        },
+        nullptr);
+    TakePixels(source, result, std::move(drawn));
+    return OperationResult::Changed;
 }
 
 }  // namespace transforms

@@ -2,7 +2,7 @@
 // Room: platform/image/transforms/geometry.
 #pragma once
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -15,7 +15,7 @@ namespace transforms
 /// / (1/s - 1) of its height. Uncovered pixels are black, with 4 channels transparent.
 ///
 /// The angle is clamped to -90..90 and s to 0.01 or more. 0 and NaN change nothing.
-bool Perspective(ImageBuffer& image, bool vertical, double angle);
+OperationResult Perspective(const ImageBuffer& source, ImageBuffer& result, bool vertical, double angle);
 
 /// Shears the picture. Not vertical: each row moves right by its distance from the bottom times tan(angle),
 /// so the top edge ends up h tan(angle) to the right of the bottom edge (left if the angle is negative),
@@ -25,12 +25,12 @@ bool Perspective(ImageBuffer& image, bool vertical, double angle);
 ///
 /// The angle is clamped to -80..80, and further if the frame would exceed the size limits. 0 and NaN change
 /// nothing.
-bool Skew(ImageBuffer& image, bool vertical, double angle);
+OperationResult Skew(const ImageBuffer& source, ImageBuffer& result, bool vertical, double angle);
 
 /// Rotates the picture about its centre, most at the centre and not at all at the edges: by angle (1 - d)^2
 /// degrees, clockwise above 0, where d is the distance from the centre in units of half the width and half
 /// the height; beyond d = 1 nothing moves. The rotation uses the same units, so it never samples outside the
 /// picture. The same as ImageMagick's swirl. The angle is clamped to -360..360. 0 and NaN change nothing.
-bool Twirl(ImageBuffer& image, double angle);
+OperationResult Twirl(const ImageBuffer& source, ImageBuffer& result, double angle);
 
 }  // namespace transforms

@@ -2,28 +2,30 @@
 #include "src/platform/image/transforms/geometry/flip.h"
 
 #include "src/platform/image/pixels/orientation.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 
 namespace transforms
 {
 
-static bool Orient(ImageBuffer& image, std::int32_t orientation)
+static OperationResult Orient(const ImageBuffer& source, ImageBuffer& result, std::int32_t orientation)
 {
-    return RunGuarded([&] {
-        ApplyOrientation(image, orientation);
-        return true;
-    });
+    if (orientation == 1)
+        return OperationResult::Unchanged;
+    if (&source == &result)
+        ApplyOrientation(result, orientation);
+    else
+        result = OrientedCopy(source, orientation);
+    return OperationResult::Changed;
 }
 
-bool Flip(ImageBuffer& image, bool vertical)
+OperationResult Flip(const ImageBuffer& source, ImageBuffer& result, bool vertical)
 {
-    return Orient(image, vertical ? 4 : 2);
+    return Orient(source, result, vertical ? 4 : 2);
 }
 
-bool TurnQuarters(ImageBuffer& image, std::int32_t quarters)
+OperationResult TurnQuarters(const ImageBuffer& source, ImageBuffer& result, std::int32_t quarters)
 {
     constexpr std::int32_t kOrientations[4] = {1, 6, 3, 8};
-    return Orient(image, kOrientations[quarters & 3]);
+    return Orient(source, result, kOrientations[quarters & 3]);
 }
 
 }  // namespace transforms

@@ -11,9 +11,9 @@
 #include "src/platform/image/transforms/geometry/resize_weights.h"
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/clamping.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -160,56 +160,53 @@ void ResizeSmoothly(const ImageBuffer& image, ImageBuffer& result, bool cubic)
 
 }  // namespace
 
-bool Resize(ImageBuffer& image, std::int32_t width, std::int32_t height, std::int32_t interpolation,
-            Colour /*background*/)
+OperationResult Resize(const ImageBuffer& source, ImageBuffer& result, std::int32_t width,
+                       std::int32_t height, std::int32_t interpolation, Colour /*background*/)
 {
     width = std::max(width, 1);
     height = std::max(height, 1);
-    if (width == image.width && height == image.height)
-        return true;
-    return RunGuarded([&] {
-        ImageBuffer result;
-        if (!Allocate(result, static_cast<std::uint64_t>(width), static_cast<std::uint64_t>(height),
-                      image.channels))
-            return false;
-        if (interpolation <= 0)
-            ResizeNearest(image, result);
-        else
-            ResizeSmoothly(image, result, interpolation >= 2);
-        TakePixels(image, std::move(result));
-        return true;
-    });
+    if (width == source.width && height == source.height)
+        return OperationResult::Unchanged;
+    ImageBuffer scaled;
+    if (!Allocate(scaled, static_cast<std::uint64_t>(width), static_cast<std::uint64_t>(height),
+                  source.channels))
+        return OperationResult::Failed;
+    if (interpolation <= 0)
+        ResizeNearest(source, scaled);
+    else
+        ResizeSmoothly(source, scaled, interpolation >= 2);
+    TakePixels(source, result, std::move(scaled));
+    return OperationResult::Changed;
 }
 
-bool Reproduce(ImageBuffer& image, std::int32_t copies)
+OperationResult Reproduce(const ImageBuffer& source, ImageBuffer& result, std::int32_t copies)
 {
     const std::int32_t count = std::clamp(copies, 1, 32);
     if (count == 1)
-        return true;
-    return RunGuarded([&] {
-        ImageBuffer copy;
-        if (!Allocate(copy, static_cast<std::uint64_t>((image.width + count - 1) / count),
-                      static_cast<std::uint64_t>((image.height + count - 1) / count), image.channels))
-            return false;
-        ResizeSmoothly(image, copy, false);
+        return OperationResult::Unchanged;
+    ImageBuffer copy;
+    if (!Allocate(copy, static_cast<std::uint64_t>((source.width + count - 1) / count),
+                  static_cast<std::uint64_t>((source.height + count - 1) / count), source.channels))
+        return OperationResult::Failed;
+    ResizeSmoothly(source, copy, false);
 
-        const auto start = [count](std::int32_t side, std::int32_t i) {
-            return static_cast<std::int32_t>(static_cast<std::int64_t>(side) * i / count);
-        };
-        const auto channels = static_cast<std::size_t>(image.channels);
-        for (std::int32_t j = 0; j < count; ++j) {
-            const std::int32_t top = start(image.height, j), bottom = start(image.height, j + 1);
-            for (std::int32_t y = top; y < bottom; ++y) {
-                for (std::int32_t i = 0; i < count; ++i) {
-                    const auto left = static_cast<std::size_t>(start(image.width, i));
-                    const auto right = static_cast<std::size_t>(start(image.width, i + 1));
-                    std::memcpy(Row(image, y) + left * channels, Row(copy, y - top),
-                                (right - left) * channels);
-                }
+    Target target(source, result);
+    const auto start = [count](std::int32_t side, std::int32_t i) {
+        return static_cast<std::int32_t>(static_cast<std::int64_t>(side) * i / count);
+    };
+    const auto channels = static_cast<std::size_t>(source.channels);
+    for (std::int32_t j = 0; j < count; ++j) {
+        const std::int32_t top = start(source.height, j), bottom = start(source.height, j + 1);
+        for (std::int32_t y = top; y < bottom; ++y) {
+            for (std::int32_t i = 0; i < count; ++i) {
+                const auto left = static_cast<std::size_t>(start(source.width, i));
+                const auto right = static_cast<std::size_t>(start(source.width, i + 1));
+                std::memcpy(Row(target.Image(), y) + left * channels, Row(copy, y - top),
+                            (right - left) * channels);
             }
         }
-        return true;
-    });
+    }
+    return target.Finish();
 }
 
 }  // namespace transforms

@@ -19,14 +19,14 @@ namespace transforms
 ///   shrinks, nothing aliases. The same as Pillow's resize.
 /// Results are rounded to the nearest level (ties are broken either way within 1/25 level) and clamped to
 /// 0..255. Colours are weighted by alpha. background is unused, since the result covers the whole frame. The
-/// picture's own size changes nothing. False if the size isn't allowed; the picture is then unchanged.
-bool Resize(ImageBuffer& image, std::int32_t width, std::int32_t height, std::int32_t interpolation,
-            Colour background);
+/// picture's own size changes nothing. Failed if the size isn't allowed.
+OperationResult Resize(const ImageBuffer& source, ImageBuffer& result, std::int32_t width,
+                       std::int32_t height, std::int32_t interpolation, Colour background);
 
 /// Tiles copies by copies reduced copies of the picture into its own size; copies is clamped to 1..32. A copy
 /// is the picture resized bilinearly to ceil(w / n) by ceil(h / n). Copies start at floor(i w / n) and
 /// floor(j h / n); if the division has a remainder, a copy's last column or row is covered by the next copy.
 /// 1 changes nothing.
-bool Reproduce(ImageBuffer& image, std::int32_t copies);
+OperationResult Reproduce(const ImageBuffer& source, ImageBuffer& result, std::int32_t copies);
 
 }  // namespace transforms

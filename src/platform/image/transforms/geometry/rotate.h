@@ -15,7 +15,7 @@ namespace transforms
 ///
 /// The angle is taken modulo 360; multiples of 90 degrees are exact and swap the resolutions too. A grey
 /// picture with a coloured background becomes one of 3 channels, except for multiples of 90. NaN and
-/// infinities change nothing. False if the canvas would exceed the size limits.
-bool Rotate(ImageBuffer& image, double angle, Colour background);
+/// infinities change nothing. Failed if the canvas would exceed the size limits.
+OperationResult Rotate(const ImageBuffer& source, ImageBuffer& result, double angle, Colour background);
 
 }  // namespace transforms

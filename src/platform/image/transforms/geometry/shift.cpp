@@ -7,8 +7,8 @@
 
 #include "src/platform/image/base/limits.h"
 #include "src/platform/image/transforms/rows/background.h"
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image/transforms/rows/picture_rows.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -19,38 +19,42 @@ static void Fill(std::uint8_t* target, std::int64_t pixels, std::int32_t channel
         std::memcpy(target, value.data(), static_cast<std::size_t>(channels));
 }
 
-bool Shift(ImageBuffer& image, std::int32_t right, std::int32_t down, Colour background)
+OperationResult Shift(const ImageBuffer& source, ImageBuffer& result, std::int32_t right, std::int32_t down,
+                      Colour background)
 {
     if (right == 0 && down == 0)
-        return true;
-    if (image.channels == 1 && !IsGrey(background)) {
+        return OperationResult::Unchanged;
+    if (source.channels == 1 && !IsGrey(background)) {
         ImageBuffer wide;
-        if (!WidenGrey(image, wide))
-            return false;
-        TakePixels(image, std::move(wide));
-        image.icc_profile.clear();
+        if (!WidenGrey(source, wide))
+            return OperationResult::Failed;
+        const OperationResult outcome = Shift(wide, wide, right, down, background);
+        TakePixels(source, result, std::move(wide));
+        result.icc_profile.clear();
+        return outcome;
     }
-    const std::int64_t width = image.width, height = image.height, channels = image.channels;
+    const std::int64_t width = source.width, height = source.height, channels = source.channels;
     const std::int64_t shift_x = std::clamp<std::int64_t>(right, -width, width);
     const std::int64_t shift_y = std::clamp<std::int64_t>(down, -height, height);
-    const PixelValue fill = Background(image, background);
+    const PixelValue fill = Background(source, background);
     const std::int64_t kept = width - std::abs(shift_x);
 
+    Target target(source, result);
     // Go against the direction of the shift, so that no row is overwritten before it has been moved.
     for (std::int64_t i = 0; i < height; ++i) {
         const std::int64_t y = shift_y > 0 ? height - 1 - i : i;
-        std::uint8_t* target = Row(image, static_cast<std::int32_t>(y));
+        std::uint8_t* to = Row(target.Image(), static_cast<std::int32_t>(y));
         if (y - shift_y < 0 || y - shift_y >= height) {
-            Fill(target, width, image.channels, fill);
+            Fill(to, width, source.channels, fill);
             continue;
         }
-        const std::uint8_t* source = Row(image, static_cast<std::int32_t>(y - shift_y));
-        std::memmove(target + std::max<std::int64_t>(shift_x, 0) * channels,
-                     source + std::max<std::int64_t>(-shift_x, 0) * channels,
+        const std::uint8_t* from = Row(source, static_cast<std::int32_t>(y - shift_y));
+        std::memmove(to + std::max<std::int64_t>(shift_x, 0) * channels,
+                     from + std::max<std::int64_t>(-shift_x, 0) * channels,
                      static_cast<std::size_t>(kept * channels));
-        Fill(shift_x > 0 ? target : target + kept * channels, width - kept, image.channels, fill);
+        Fill(shift_x > 0 ? to : to + kept * channels, width - kept, source.channels, fill);
     }
-    return true;
+    return target.Finish();
 }
 
 static bool IsSame(const std::uint8_t* one, const std::uint8_t* other, std::int32_t channels)
@@ -92,42 +96,42 @@ static PixelValue BorderColour(const ImageBuffer& image)
     return colour;
 }
 
-bool Autocrop(ImageBuffer& image)
+OperationResult Autocrop(const ImageBuffer& source, ImageBuffer& result)
 {
-    if (image.width < 1 || image.height < 1)
-        return true;
-    const PixelValue colour = BorderColour(image);
-    const std::int32_t width = image.width, channels = image.channels;
+    if (source.width < 1 || source.height < 1)
+        return OperationResult::Unchanged;
+    const PixelValue colour = BorderColour(source);
+    const std::int32_t width = source.width, channels = source.channels;
     const auto whole_row = [&](std::int32_t y) {
-        return RunLength(Row(image, y), channels, width, channels, colour.data()) == width;
+        return RunLength(Row(source, y), channels, width, channels, colour.data()) == width;
     };
-    std::int32_t top = 0, bottom = image.height;
+    std::int32_t top = 0, bottom = source.height;
     while (top < bottom && whole_row(top))
         ++top;
     if (top == bottom)
-        return true;
+        return OperationResult::Unchanged;
     while (whole_row(bottom - 1))
         --bottom;
 
     std::int32_t left = width, right = width;  // border widths so far
     for (std::int32_t y = top; y < bottom; ++y) {
-        const std::uint8_t* first = Row(image, y);
+        const std::uint8_t* first = Row(source, y);
         left = RunLength(first, channels, left, channels, colour.data());
-        right = RunLength(first + Stride(image) - channels, -channels, right, channels, colour.data());
+        right = RunLength(first + Stride(source) - channels, -channels, right, channels, colour.data());
     }
     const std::int32_t new_width = width - left - right, new_height = bottom - top;
-    if (new_width == width && new_height == image.height)
-        return true;
+    if (new_width == width && new_height == source.height)
+        return OperationResult::Unchanged;
 
     ImageBuffer cut;
     if (!Allocate(cut, static_cast<std::uint64_t>(new_width), static_cast<std::uint64_t>(new_height),
                   channels))
-        return false;
+        return OperationResult::Failed;
     for (std::int32_t y = 0; y < new_height; ++y)
-        std::memcpy(Row(cut, y), Row(image, top + y) + static_cast<std::int64_t>(left) * channels,
+        std::memcpy(Row(cut, y), Row(source, top + y) + static_cast<std::int64_t>(left) * channels,
                     Stride(cut));
-    TakePixels(image, std::move(cut));
-    return true;
+    TakePixels(source, result, std::move(cut));
+    return OperationResult::Changed;
 }
 
 }  // namespace transforms

@@ -93,6 +93,11 @@ std::size_t CountHidden(const ImageBuffer& image)
 
 }  // namespace
 
+bool HasHiddenPixels(const ImageBuffer& image)
+{
+    return CountHidden(image) > 0;
+}
+
 HiddenColours::HiddenColours(ImageBuffer& image) : image_(image)
 {
     const std::size_t count = CountHidden(image);

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
-#include "src/platform/image/transforms/rows/new_pixels.h"
 #include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -33,18 +34,31 @@ private:
     std::vector<std::uint8_t> hidden_;  // three bytes for each hidden pixel, in order
 };
 
-/// Runs body on the picture with its hidden colours replaced, and returns its result. If body throws or
-/// returns false, the original colours are restored and the result is false.
+/// True if any pixel has alpha 0.
+bool HasHiddenPixels(const ImageBuffer& image);
+
+/// Calls body(source, result) with the colours of hidden pixels replaced, and returns its outcome. For that,
+/// a source that isn't the result is copied if it has hidden pixels; body then works in place in the copy. If
+/// body throws or returns anything but Changed, the picture keeps its colours.
 template <typename Body>
-bool IsVisible(ImageBuffer& image, const Body& body)
+OperationResult WithVisibleColours(const ImageBuffer& source, ImageBuffer& result, const Body& body)
 {
-    return RunGuarded([&] {
+    if (&source != &result && !HasHiddenPixels(source))
+        return body(source, result);
+    ImageBuffer copy;
+    if (&source != &result)
+        copy = source;
+    ImageBuffer& image = &source == &result ? result : copy;
+    OperationResult outcome = OperationResult::Failed;
+    {
         HiddenColours hidden(image);
-        const bool done = body();
-        if (done)
+        outcome = body(image, image);
+        if (outcome == OperationResult::Changed)
             hidden.Forget();
-        return done;
-    });
+    }
+    if (outcome == OperationResult::Changed && &image != &result)
+        result = std::move(copy);
+    return outcome;
 }
 
 }  // namespace transforms

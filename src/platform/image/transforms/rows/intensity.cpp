@@ -9,6 +9,7 @@
 #include "src/platform/image/transforms/rows/picture_rows.h"
 #include "src/platform/image/transforms/rows/planes.h"
 #include "src/platform/image/transforms/rows/row_loop.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -56,17 +57,18 @@ ROW_LOOP static void WriteGrey4(const std::uint8_t* __restrict grey, std::size_t
 
 // Makes every pixel grey, with the level that change_row computes from its intensity.
 template <typename Change>
-static void MakeGrey(ImageBuffer& image, const Change& change_row)
+static OperationResult MakeGrey(const ImageBuffer& source, ImageBuffer& result, const Change& change_row)
 {
-    const auto channels = static_cast<std::size_t>(image.channels);
-    const auto width = static_cast<std::size_t>(image.width);
-    RunBands(image, [&](std::int32_t first, std::int32_t end) {
+    const auto channels = static_cast<std::size_t>(source.channels);
+    const auto width = static_cast<std::size_t>(source.width);
+    Target target(source, result);
+    RunBands(source, [&](std::int32_t first, std::int32_t end) {
         std::uint8_t grey[kBlock];
         const std::size_t last = width * static_cast<std::size_t>(end);
         for (std::size_t i = width * static_cast<std::size_t>(first); i < last; i += kBlock) {
             const std::size_t pixel_count = std::min(kBlock, last - i);
-            std::uint8_t* pixels = image.bytes.data() + i * channels;
-            IntensityRow(pixels, pixel_count, image.channels, grey);
+            std::uint8_t* pixels = target.Load(i * channels, pixel_count * channels);
+            IntensityRow(pixels, pixel_count, source.channels, grey);
             change_row(grey, pixel_count);
             if (channels == 1)
                 std::memcpy(pixels, grey, pixel_count);
@@ -76,6 +78,7 @@ static void MakeGrey(ImageBuffer& image, const Change& change_row)
                 WriteGrey4(grey, pixel_count, pixels);
         }
     });
+    return target.Finish();
 }
 
 ImageBuffer IntensityPlane(const ImageBuffer& image)
@@ -97,17 +100,17 @@ ImageBuffer IntensityPlane(const ImageBuffer& image)
     return result;
 }
 
-bool Intensity(ImageBuffer& image)
+OperationResult Intensity(const ImageBuffer& source, ImageBuffer& result)
 {
-    if (image.channels > 1)
-        MakeGrey(image, [](std::uint8_t*, std::size_t) {});
-    return true;
+    if (source.channels == 1)
+        return OperationResult::Unchanged;
+    return MakeGrey(source, result, [](std::uint8_t*, std::size_t) {});
 }
 
-bool Threshold(ImageBuffer& image, std::uint8_t level)
+OperationResult Threshold(const ImageBuffer& source, ImageBuffer& result, std::uint8_t level)
 {
-    MakeGrey(image, [=](std::uint8_t* grey, std::size_t pixels) { CutRow(grey, pixels, level); });
-    return true;
+    return MakeGrey(source, result,
+                    [=](std::uint8_t* grey, std::size_t pixels) { CutRow(grey, pixels, level); });
 }
 
 }  // namespace transforms

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -26,11 +26,10 @@ void IntensityRow(const std::uint8_t* pixels, std::size_t pixel_count, std::int3
 ImageBuffer IntensityPlane(const ImageBuffer& image);
 
 /// Replaces every pixel by the grey of its intensity. Channels and alpha stay; a grey picture doesn't change.
-/// Never False.
-bool Intensity(ImageBuffer& image);
+OperationResult Intensity(const ImageBuffer& source, ImageBuffer& result);
 
 /// Makes pixels whose intensity is above level white and all others black; alpha stays. So 255 makes
-/// everything black, and 0 everything but black white. Never False.
-bool Threshold(ImageBuffer& image, std::uint8_t level);
+/// everything black, and 0 everything but black white.
+OperationResult Threshold(const ImageBuffer& source, ImageBuffer& result, std::uint8_t level);
 
 }  // namespace transforms

@@ -5,6 +5,7 @@
 
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/intensity.h"
+#include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
 {
@@ -34,28 +35,31 @@ static void ApplyColour(std::uint8_t* __restrict bytes, std::size_t pixels, cons
     }
 }
 
-void ApplyTables(ImageBuffer& image, const Table& blue, const Table& green, const Table& red)
+OperationResult ApplyTables(const ImageBuffer& source, ImageBuffer& result, const Table& blue,
+                            const Table& green, const Table& red)
 {
     Table grey;
     for (std::size_t n = 0; n < grey.size(); ++n)
         grey[n] = IntensityOfPixel(blue[n], green[n], red[n]);
-    const auto width = static_cast<std::size_t>(image.width);
-    RunBands(image, [&](std::int32_t first, std::int32_t end) {
-        const auto pixels = width * static_cast<std::size_t>(end - first);
-        const auto begin = width * static_cast<std::size_t>(first);
-        std::uint8_t* bytes = image.bytes.data() + begin * static_cast<std::size_t>(image.channels);
-        if (image.channels == 1)
-            ApplyGrey(bytes, pixels, grey);
-        else if (image.channels == 3)
-            ApplyColour<3>(bytes, pixels, blue, green, red);
-        else
-            ApplyColour<4>(bytes, pixels, blue, green, red);
+    Target target(source, result);
+    const auto width = static_cast<std::size_t>(source.width);
+    RunBands(source, [&](std::int32_t first, std::int32_t end) {
+        for (std::int32_t y = first; y < end; ++y) {
+            std::uint8_t* bytes = target.LoadRow(y);
+            if (source.channels == 1)
+                ApplyGrey(bytes, width, grey);
+            else if (source.channels == 3)
+                ApplyColour<3>(bytes, width, blue, green, red);
+            else
+                ApplyColour<4>(bytes, width, blue, green, red);
+        }
     });
+    return target.Finish();
 }
 
-void ApplyTable(ImageBuffer& image, const Table& table)
+OperationResult ApplyTable(const ImageBuffer& source, ImageBuffer& result, const Table& table)
 {
-    ApplyTables(image, table, table, table);
+    return ApplyTables(source, result, table, table, table);
 }
 
 }  // namespace transforms

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "src/platform/image_buffer.h"
+#include "src/platform/image_transform.h"
 
 namespace transforms
 {
@@ -18,9 +18,10 @@ Table IdentityTable();
 
 /// Applies a LUT to each colour channel; alpha stays. For a grey picture the three results are combined to
 /// their intensity (intensity.h); if the tables are equal, that is the table itself.
-void ApplyTables(ImageBuffer& image, const Table& blue, const Table& green, const Table& red);
+OperationResult ApplyTables(const ImageBuffer& source, ImageBuffer& result, const Table& blue,
+                            const Table& green, const Table& red);
 
 /// Applies one LUT to all colour channels.
-void ApplyTable(ImageBuffer& image, const Table& table);
+OperationResult ApplyTable(const ImageBuffer& source, ImageBuffer& result, const Table& table);
 
 }  // namespace transforms

@@ -16,7 +16,7 @@ TEST(Equalize, SpreadsLevelsByCumulativeHistogram)
 {
     ImageBuffer image = TestPicture(5, 1, 1, {10, 20, 20, 20, 30}), half = image;
 
-    EXPECT_TRUE(Equalize(image, 1) && Equalize(half, 0.5));
+    EXPECT_TRUE(ApplyKernel(Equalize, image, 1) && ApplyKernel(Equalize, half, 0.5));
 
     EXPECT_EQ(image.bytes, (PixelBytes{0, 191, 191, 191, 255}));
     EXPECT_EQ(half.bytes, (PixelBytes{5, 106, 106, 106, 143}));  // 20 + (191.25 - 20) / 2
@@ -25,7 +25,7 @@ TEST(Equalize, SpreadsLevelsByCumulativeHistogram)
 TEST(Equalize, LeavesPictureOfOneIntensity)
 {
     ImageBuffer image = TestPicture(2, 1, 3, {5, 60, 7, 5, 60, 7});
-    EXPECT_TRUE(Equalize(image, 1));
+    EXPECT_TRUE(ApplyKernel(Equalize, image, 1));
     EXPECT_EQ(image.bytes, (PixelBytes{5, 60, 7, 5, 60, 7}));
 }
 
@@ -34,7 +34,8 @@ TEST(Equalize, ChangesNothingAtZeroBelowOrForNaN)
     for (const int channels : kChannelCounts) {
         const ImageBuffer before = RandomPicture(33, 17, channels);
         ImageBuffer image = before;
-        EXPECT_TRUE(Equalize(image, 0) && Equalize(image, -2) && Equalize(image, std::nan("")));
+        EXPECT_TRUE(ApplyKernel(Equalize, image, 0) && ApplyKernel(Equalize, image, -2) &&
+                    ApplyKernel(Equalize, image, std::nan("")));
         EXPECT_EQ(image.bytes, before.bytes);
     }
 }
@@ -59,7 +60,7 @@ TEST(Equalize, MatchesFormulaAndKeepsHue)
     for (const double level : {0.25, 1.0, 50.0}) {
         const ImageBuffer before = RandomPicture(31, 20, 3, 3);
         ImageBuffer image = before;
-        ASSERT_TRUE(Equalize(image, level));
+        ASSERT_TRUE(ApplyKernel(Equalize, image, level));
         ImageBuffer intensities = RandomPicture(31, 20, 1);
         IntensityRow(before.bytes.data(), 31 * 20, 3, intensities.bytes.data());
         for (int x = 0; x < 31 * 20; ++x) {
@@ -83,11 +84,11 @@ TEST(Equalize, PreservesOrderAndIgnoresTransparentPixels)
     ImageBuffer ramp = TestPicture(256, 1, 1, {});
     for (int n = 0; n < 256; ++n)
         ramp.bytes.push_back(static_cast<std::uint8_t>(n * n / 255));
-    EXPECT_TRUE(Equalize(ramp, 1));
+    EXPECT_TRUE(ApplyKernel(Equalize, ramp, 1));
     EXPECT_TRUE(std::is_sorted(ramp.bytes.begin(), ramp.bytes.end()));
     EXPECT_EQ(ramp.bytes.back(), 255);
 
     ImageBuffer cut = TestPicture(3, 1, 4, {0, 0, 0, 0, 90, 90, 90, 255, 100, 100, 100, 255});
-    EXPECT_TRUE(Equalize(cut, 1));
+    EXPECT_TRUE(ApplyKernel(Equalize, cut, 1));
     EXPECT_EQ(cut.bytes, (PixelBytes{0, 0, 0, 0, 0, 0, 0, 255, 255, 255, 255, 255}));
 }

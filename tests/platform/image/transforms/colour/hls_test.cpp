@@ -75,7 +75,8 @@ TEST(Hue, RotatesRedThroughYellowToGreen)
 {
     ImageBuffer sixty = TestPicture(1, 1, 3, {0, 0, 255}), hundred_twenty = sixty, back = sixty;
 
-    EXPECT_TRUE(Hue(sixty, 60) && Hue(hundred_twenty, 120) && Hue(back, -120));
+    EXPECT_TRUE(ApplyKernel(Hue, sixty, 60) && ApplyKernel(Hue, hundred_twenty, 120) &&
+                ApplyKernel(Hue, back, -120));
 
     EXPECT_EQ(sixty.bytes, (PixelBytes{0, 255, 255}));
     EXPECT_EQ(hundred_twenty.bytes, (PixelBytes{0, 255, 0}));
@@ -85,7 +86,7 @@ TEST(Hue, RotatesRedThroughYellowToGreen)
 TEST(Hue, MatchesTextbookAtEveryAngle)
 {
     for (const double angle : {1.0, 30.0, 59.5, 60.0, 119.0, 180.0, 233.0, 300.0, 359.0, -45.0, 1000.0})
-        ExpectLikeTheTextbook([=](ImageBuffer& a) { return Hue(a, angle); },
+        ExpectLikeTheTextbook([=](ImageBuffer& a) { return ApplyKernel(Hue, a, angle); },
                               [=](Hls& hls) { hls.hue += std::fmod(angle, 360) / 60; }, 0);
 }
 
@@ -94,7 +95,7 @@ TEST(Hue, IsReversibleWithinOneLevel)
     for (const double angle : {0.3, 17.0, 60.0, 100.0, 181.0, 345.0, 1e9 + 1}) {
         const ImageBuffer before = RandomPicture(100, 50, 3);
         ImageBuffer image = before;
-        EXPECT_TRUE(Hue(image, angle) && Hue(image, -angle));
+        EXPECT_TRUE(ApplyKernel(Hue, image, angle) && ApplyKernel(Hue, image, -angle));
         for (std::size_t i = 0; i < image.bytes.size(); ++i)
             ASSERT_NEAR(image.bytes[i], before.bytes[i], 1);
     }
@@ -104,7 +105,7 @@ TEST(Lightness, MovesTowardsBlackOrWhite)
 {
     ImageBuffer lighter = TestPicture(2, 1, 3, {0, 0, 255, 100, 100, 100}), darker = lighter;
 
-    EXPECT_TRUE(Lightness(lighter, 0.2) && Lightness(darker, -0.2));
+    EXPECT_TRUE(ApplyKernel(Lightness, lighter, 0.2) && ApplyKernel(Lightness, darker, -0.2));
 
     EXPECT_EQ(lighter.bytes, (PixelBytes{51, 51, 255, 131, 131, 131}));
     EXPECT_EQ(darker.bytes, (PixelBytes{0, 0, 204, 80, 80, 80}));
@@ -113,7 +114,7 @@ TEST(Lightness, MovesTowardsBlackOrWhite)
 TEST(Lightness, MatchesTextbook)
 {
     for (const double share : {-0.9, -0.5, -0.1, 0.2, 0.5, 0.75})
-        ExpectLikeTheTextbook([=](ImageBuffer& a) { return Lightness(a, share); },
+        ExpectLikeTheTextbook([=](ImageBuffer& a) { return ApplyKernel(Lightness, a, share); },
                               [=](Hls& hls) {
                                   hls.lightness = share > 0 ? hls.lightness + (1 - hls.lightness) * share
                                                             : hls.lightness * (1 + share);
@@ -125,7 +126,7 @@ TEST(Lightness, CausesNoSpeckleInShadows)
 {
     ImageBuffer image = TestPicture(1, 1, 3, {1, 0, 2});
 
-    EXPECT_TRUE(Lightness(image, 0.2));
+    EXPECT_TRUE(ApplyKernel(Lightness, image, 0.2));
 
     // Keeping the saturation of 1 would give 51, 0, 103.
     EXPECT_EQ(*std::min_element(image.bytes.begin(), image.bytes.end()), 49);
@@ -137,7 +138,7 @@ TEST(Lightness, EndsAtBlackAndWhite)
     for (const int channels : {1, 3})
         for (const double end : {1.0, 7.0, std::numeric_limits<double>::infinity()}) {
             ImageBuffer white = RandomPicture(20, 20, channels), black = white;
-            EXPECT_TRUE(Lightness(white, end) && Lightness(black, -end));
+            EXPECT_TRUE(ApplyKernel(Lightness, white, end) && ApplyKernel(Lightness, black, -end));
             EXPECT_EQ(white.bytes, PixelBytes(white.bytes.size(), 255));
             EXPECT_EQ(black.bytes, PixelBytes(black.bytes.size(), 0));
         }
@@ -146,7 +147,7 @@ TEST(Lightness, EndsAtBlackAndWhite)
 TEST(Saturation, MatchesTextbook)
 {
     for (const double share : {-1.0, -0.5, -0.1, 0.2, 0.5, 0.9, 1.0})
-        ExpectLikeTheTextbook([=](ImageBuffer& a) { return Saturation(a, share); },
+        ExpectLikeTheTextbook([=](ImageBuffer& a) { return ApplyKernel(Saturation, a, share); },
                               [=](Hls& hls) {
                                   const double gain = share < 1 ? 1 / (1 - share) : 1e9;
                                   hls.saturation = share < 0 ? hls.saturation * (1 + share)
@@ -159,7 +160,7 @@ TEST(Saturation, KeepsGreysAtMaximum)
 {
     ImageBuffer image = Widened(RandomPicture(16, 16, 1));
     const PixelBytes before = image.bytes;
-    EXPECT_TRUE(Saturation(image, 1));
+    EXPECT_TRUE(ApplyKernel(Saturation, image, 1));
     EXPECT_EQ(image.bytes, before);
 }
 
@@ -168,7 +169,7 @@ TEST(Desaturate, AveragesMaximumAndMinimumChannel)
     ImageBuffer image = TestPicture(2, 1, 4, {10, 200, 100, 7, 255, 0, 0, 255});
     ImageBuffer other = image;
 
-    EXPECT_TRUE(Desaturate(image) && Saturation(other, -1));
+    EXPECT_TRUE(ApplyKernel(Desaturate, image) && ApplyKernel(Saturation, other, -1));
 
     EXPECT_EQ(image.bytes, (PixelBytes{105, 105, 105, 7, 128, 128, 128, 255}));
     EXPECT_EQ(other.bytes, image.bytes);
@@ -176,7 +177,7 @@ TEST(Desaturate, AveragesMaximumAndMinimumChannel)
 
 TEST(BalanceHLS, AppliesAllThreeInOneStep)
 {
-    ExpectLikeTheTextbook([](ImageBuffer& a) { return BalanceHLS(a, 100, 0.25, -0.5); },
+    ExpectLikeTheTextbook([](ImageBuffer& a) { return ApplyKernel(BalanceHLS, a, 100, 0.25, -0.5); },
                           [](Hls& hls) {
                               hls.hue += 100.0 / 60;
                               hls.lightness += (1 - hls.lightness) * 0.25;
@@ -192,9 +193,11 @@ TEST(BalanceHLS, ChangesNothingAtNeutralValuesAndForNaN)
     for (const int channels : kChannelCounts) {
         const ImageBuffer before = RandomPicture(33, 17, channels);
         ImageBuffer image = before;
-        EXPECT_TRUE(Hue(image, 0) && Hue(image, 360) && Hue(image, -720) && Hue(image, infinity) &&
-                    Hue(image, nan) && Lightness(image, 0) && Lightness(image, nan) && Saturation(image, 0) &&
-                    Saturation(image, nan) && BalanceHLS(image, 360, 0, 0));
+        EXPECT_TRUE(ApplyKernel(Hue, image, 0) && ApplyKernel(Hue, image, 360) &&
+                    ApplyKernel(Hue, image, -720) && ApplyKernel(Hue, image, infinity) &&
+                    ApplyKernel(Hue, image, nan) && ApplyKernel(Lightness, image, 0) &&
+                    ApplyKernel(Lightness, image, nan) && ApplyKernel(Saturation, image, 0) &&
+                    ApplyKernel(Saturation, image, nan) && ApplyKernel(BalanceHLS, image, 360, 0, 0));
         EXPECT_EQ(image.bytes, before.bytes);
     }
 }

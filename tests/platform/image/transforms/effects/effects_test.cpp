@@ -63,8 +63,8 @@ TEST(Dilation, MatchesFormula)
                  {std::pair{100, 100}, {255, 0}, {0, 0}, {7, 200}, {255, 255}}) {
                 const ImageBuffer before = RandomPicture(width, height, channels);
                 ImageBuffer image = before;
-                ASSERT_TRUE(transforms::Dilation(image, static_cast<std::uint8_t>(level),
-                                                 static_cast<std::uint8_t>(threshold), square));
+                ASSERT_TRUE(ApplyKernel(transforms::Dilation, image, static_cast<std::uint8_t>(level),
+                                        static_cast<std::uint8_t>(threshold), square));
                 const int max = level, limit = threshold;
                 ExpectEach(image, before, [&](int x, int y, int c) {
                     const int m = Around(before, x, y, c, square, true), v = ValueAt(before, x, y, c);
@@ -81,8 +81,8 @@ TEST(Erosion, MatchesFormula)
                  {std::pair{40, 40}, {255, 0}, {0, 0}, {7, 200}, {255, 255}}) {
                 const ImageBuffer before = RandomPicture(width, height, channels);
                 ImageBuffer image = before;
-                ASSERT_TRUE(transforms::Erosion(image, static_cast<std::uint8_t>(level),
-                                                static_cast<std::uint8_t>(threshold), square));
+                ASSERT_TRUE(ApplyKernel(transforms::Erosion, image, static_cast<std::uint8_t>(level),
+                                        static_cast<std::uint8_t>(threshold), square));
                 const int max = level, limit = threshold;
                 ExpectEach(image, before, [&](int x, int y, int c) {
                     const int m = Around(before, x, y, c, square, false), v = ValueAt(before, x, y, c);
@@ -104,7 +104,7 @@ TEST(Emboss, MatchesFormula)
              {std::tuple{0.0, 1, 10.0}, {90.0, 2, 5.0}, {217.0, 16, 1.0}, {33.0, 999, 20.0}}) {
             const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
-            ASSERT_TRUE(transforms::Emboss(image, angle, high, brightness));
+            ASSERT_TRUE(ApplyKernel(transforms::Emboss, image, angle, high, brightness));
             ExpectEach(
                 image, before,
                 [&, turn = angle, reach = std::min(high, 16), factor = brightness / 10](int x, int y, int c) {
@@ -119,7 +119,7 @@ TEST(Emboss, GivesSameResultInBands)
     // Large enough for several bands, with the greatest height, for which bands need most rows of each other.
     const ImageBuffer before = RandomPicture(500, 700, 3);
     ImageBuffer image = before;
-    ASSERT_TRUE(transforms::Emboss(image, 70, 16, 3));
+    ASSERT_TRUE(ApplyKernel(transforms::Emboss, image, 70, 16, 3));
     ExpectEach(
         image, before,
         [&](int x, int y, int c) { return Clamped(128 + 0.3 * Slope(before, x, y, c, 70, 16)); }, 1);
@@ -132,11 +132,11 @@ TEST(Emboss, LightensSlopesFacingLight)
     for (int y = 5; y < 15; ++y)
         std::fill_n(image.bytes.begin() + y * 20 + 5, 10, std::uint8_t{90});
     ImageBuffer right = image, above = image;
-    ASSERT_TRUE(transforms::Emboss(right, 0, 1, 10));
+    ASSERT_TRUE(ApplyKernel(transforms::Emboss, right, 0, 1, 10));
     EXPECT_EQ(ValueAt(right, 14, 10), 168);
     EXPECT_EQ(ValueAt(right, 5, 10), 88);
     EXPECT_EQ(ValueAt(right, 10, 10), 128);
-    ASSERT_TRUE(transforms::Emboss(above, 90, 1, 10));
+    ASSERT_TRUE(ApplyKernel(transforms::Emboss, above, 90, 1, 10));
     EXPECT_EQ(ValueAt(above, 10, 5), 168);
     EXPECT_EQ(ValueAt(above, 10, 14), 88);
 }
@@ -146,7 +146,7 @@ TEST(Relief, AddsSlopesOfIntensityToColours)
     for (const std::int32_t channels : {1, 3, 4}) {
         const ImageBuffer before = RandomPicture(21, 13, channels);
         ImageBuffer image = before;
-        ASSERT_TRUE(transforms::Relief(image, 60, 0.5, 0));
+        ASSERT_TRUE(ApplyKernel(transforms::Relief, image, 60, 0.5, 0));
         ImageBuffer grey = Plain(21, 13, 1, 0);
         for (int i = 0; i < 21 * 13; ++i) {
             const int x = i % 21, y = i / 21;
@@ -172,7 +172,7 @@ TEST(Relief, FlattensWithSmoothness)
     double last = 1e9;
     for (const double smoothness : {0.0, 4.0, 8.0, 16.0}) {
         ImageBuffer image = before;
-        ASSERT_TRUE(transforms::Relief(image, 0, 1, smoothness));
+        ASSERT_TRUE(ApplyKernel(transforms::Relief, image, 0, 1, smoothness));
         double change = 0;
         for (std::size_t i = 0; i < image.bytes.size(); ++i)
             change += std::abs(image.bytes[i] - before.bytes[i]);
@@ -187,7 +187,7 @@ TEST(Texturize, AddsSlopesOfTexture)
         const std::vector<float> heights = transforms::TextureHeights(texture);
         ASSERT_EQ(heights.size(), 256U * 256U);
         ImageBuffer image = Plain(300, 280, 3, 128);
-        ASSERT_TRUE(transforms::Texturize(image, 0, 3, texture));
+        ASSERT_TRUE(ApplyKernel(transforms::Texturize, image, 0, 3, texture));
         double squares = 0, sum = 0;
         for (int y = 0; y < 256; ++y)
             for (int x = 1; x < 255; ++x) {
@@ -211,13 +211,13 @@ TEST(Texturize, ClampsTextureToSixKinds)
     std::vector<ImageBuffer> all;
     for (std::int32_t texture = 0; texture < 6; ++texture) {
         all.push_back(before);
-        ASSERT_TRUE(transforms::Texturize(all.back(), 10, 5, texture));
+        ASSERT_TRUE(ApplyKernel(transforms::Texturize, all.back(), 10, 5, texture));
         for (std::size_t i = 0; i + 1 < all.size(); ++i)
             EXPECT_FALSE(Equal(all[i], all.back()));
     }
     ImageBuffer beyond = before, below = before;
-    ASSERT_TRUE(transforms::Texturize(beyond, 10, 5, INT32_MAX));
-    ASSERT_TRUE(transforms::Texturize(below, 10, 5, INT32_MIN));
+    ASSERT_TRUE(ApplyKernel(transforms::Texturize, beyond, 10, 5, INT32_MAX));
+    ASSERT_TRUE(ApplyKernel(transforms::Texturize, below, 10, 5, INT32_MIN));
     EXPECT_TRUE(Equal(beyond, all[5]));
     EXPECT_TRUE(Equal(below, all[0]));
 }
@@ -228,7 +228,7 @@ TEST(Mosaic, FillsPlainTilesWithMean)
         for (const std::int32_t tile : {2, 3, 6, 40}) {
             const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
-            ASSERT_TRUE(transforms::Mosaic(image, tile, true));
+            ASSERT_TRUE(ApplyKernel(transforms::Mosaic, image, tile, true));
             const std::int32_t right = width, bottom = height;
             ExpectEach(image, before, [&](int x, int y, int c) {
                 int sum = 0, pixels = 0;
@@ -243,7 +243,7 @@ TEST(Mosaic, FillsPlainTilesWithMean)
 TEST(Mosaic, BlendsSoftTilesIntoNeighbours)
 {
     ImageBuffer image = GreyOf(8, 1, {0, 0, 0, 0, 160, 160, 160, 160});
-    ASSERT_TRUE(transforms::Mosaic(image, 4, false));
+    ASSERT_TRUE(ApplyKernel(transforms::Mosaic, image, 4, false));
     EXPECT_EQ(BytesOf(image), (std::vector<int>{0, 0, 0, 40, 120, 160, 160, 160}));
 }
 
@@ -253,7 +253,7 @@ TEST(Mosaic, WithTilesOfOnePixelChangesNothing)
     ImageBuffer image = before;
     for (const std::int32_t tile : {1, 0, -1, INT32_MIN})
         for (const bool plain : {false, true})
-            ASSERT_TRUE(transforms::Mosaic(image, tile, plain));
+            ASSERT_TRUE(ApplyKernel(transforms::Mosaic, image, tile, plain));
     EXPECT_TRUE(Equal(image, before));
 }
 
@@ -262,7 +262,7 @@ TEST(Halftones, KeepToneOfFlatPicture)
     for (const std::int32_t cell : {1, 2, 3, 4, 7, 16}) {
         for (const int tone : {0, 30, 128, 200, 255}) {
             ImageBuffer image = Plain(4 * cell, 4 * cell, 1, static_cast<std::uint8_t>(tone));
-            ASSERT_TRUE(transforms::Halftones(image, cell, 1));
+            ASSERT_TRUE(ApplyKernel(transforms::Halftones, image, cell, 1));
             double white = 0;
             for (const int byte : image.bytes) {
                 ASSERT_TRUE(byte == 0 || byte == 255);
@@ -276,7 +276,7 @@ TEST(Halftones, KeepToneOfFlatPicture)
 TEST(Halftones, GrowLightDotsFromCellCentres)
 {
     ImageBuffer image = Plain(16, 16, 1, 60);
-    ASSERT_TRUE(transforms::Halftones(image, 8, 1));
+    ASSERT_TRUE(ApplyKernel(transforms::Halftones, image, 8, 1));
     EXPECT_EQ(ValueAt(image, 4, 4), 255);
     EXPECT_EQ(ValueAt(image, 0, 0), 0);
     EXPECT_EQ(ValueAt(image, 11, 12), 255);
@@ -291,7 +291,7 @@ TEST(Halftones, ThresholdPixelsByScreen)
                 const std::vector<std::uint8_t> screen = transforms::HalftoneScreen(cell);
                 const ImageBuffer before = RandomPicture(width, height, channels);
                 ImageBuffer image = before;
-                ASSERT_TRUE(transforms::Halftones(image, cell, contrast));
+                ASSERT_TRUE(ApplyKernel(transforms::Halftones, image, cell, contrast));
                 ExpectEach(
                     image, before,
                     [&](int x, int y, int c) {
@@ -311,8 +311,8 @@ TEST(TraceContours, MatchesDefinition)
             const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
             const int line = level, step = threshold;
-            ASSERT_TRUE(transforms::TraceContours(image, static_cast<std::uint8_t>(level),
-                                                  static_cast<std::uint8_t>(threshold), false));
+            ASSERT_TRUE(ApplyKernel(transforms::TraceContours, image, static_cast<std::uint8_t>(level),
+                                    static_cast<std::uint8_t>(threshold), false));
             ExpectEach(image, before, [&](int x, int y, int c) {
                 const int v = ValueAt(before, x, y, c);
                 for (const int u : {ValueAt(before, x + 1, y, c), ValueAt(before, x, y + 1, c)})
@@ -328,7 +328,7 @@ TEST(TraceContours, DrawsBlackLinesForIntensity)
     ImageBuffer image = Plain(4, 2, 3, 0);
     for (const std::size_t i : {6U, 9U, 18U, 21U})
         image.bytes[i] = image.bytes[i + 1] = image.bytes[i + 2] = 255;
-    ASSERT_TRUE(transforms::TraceContours(image, 100, 100, true));
+    ASSERT_TRUE(ApplyKernel(transforms::TraceContours, image, 100, 100, true));
     for (int y = 0; y < 2; ++y)
         for (int c = 0; c < 3; ++c)
             EXPECT_EQ((std::vector<int>{ValueAt(image, 0, y, c), ValueAt(image, 1, y, c),
@@ -350,27 +350,27 @@ TEST(Effects, GivePictureForAnyNumber)
             ASSERT_EQ(image.channels, before.channels);
         };
         for (const double d : HostileDoubles()) {
-            expect([&](ImageBuffer& a) { return Emboss(a, d, 3, 10); });
-            expect([&](ImageBuffer& a) { return Emboss(a, 30, 16, d); });
-            expect([&](ImageBuffer& a) { return Relief(a, d, 4, 10); });
-            expect([&](ImageBuffer& a) { return Relief(a, 1, d, 1); });
-            expect([&](ImageBuffer& a) { return Relief(a, 1, 4, d); });
-            expect([&](ImageBuffer& a) { return Texturize(a, d, 5, 1); });
-            expect([&](ImageBuffer& a) { return Texturize(a, 0, d, 4); });
-            expect([&](ImageBuffer& a) { return Halftones(a, 3, d); });
-            expect([&](ImageBuffer& a) { return MotionBlur(a, d, 9); });
-            expect([&](ImageBuffer& a) { return RadialBlur(a, d); });
-            expect([&](ImageBuffer& a) { return ZoomBlur(a, d); });
-            expect([&](ImageBuffer& a) { return Diffuse(a, 3, d); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Emboss, a, d, 3, 10); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Emboss, a, 30, 16, d); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Relief, a, d, 4, 10); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Relief, a, 1, d, 1); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Relief, a, 1, 4, d); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Texturize, a, d, 5, 1); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Texturize, a, 0, d, 4); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Halftones, a, 3, d); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(MotionBlur, a, d, 9); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(RadialBlur, a, d); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(ZoomBlur, a, d); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Diffuse, a, 3, d); });
         }
         for (const std::int32_t l : HostileLongs()) {
-            expect([&](ImageBuffer& a) { return Emboss(a, 30, l, 10); });
-            expect([&](ImageBuffer& a) { return Halftones(a, l, 1); });
-            expect([&](ImageBuffer& a) { return Mosaic(a, l, false); });
-            expect([&](ImageBuffer& a) { return Mosaic(a, l, true); });
-            expect([&](ImageBuffer& a) { return MotionBlur(a, 1e9, l); });
-            expect([&](ImageBuffer& a) { return AddNoise(a, l, false); });
-            expect([&](ImageBuffer& a) { return Diffuse(a, l, 1e9); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Emboss, a, 30, l, 10); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Halftones, a, l, 1); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Mosaic, a, l, false); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Mosaic, a, l, true); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(MotionBlur, a, 1e9, l); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(AddNoise, a, l, false); });
+            expect([&](ImageBuffer& a) { return ApplyKernel(Diffuse, a, l, 1e9); });
         }
     }
 }
@@ -381,9 +381,12 @@ TEST(Effects, ChangeNothingAtNeutralValues)
     const ImageBuffer before = RandomPicture(17, 11, 3);
     ImageBuffer image = before;
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_TRUE(Emboss(image, 0, 0, 10) && Emboss(image, nan, 1, 10) && Emboss(image, 0, 1, nan));
-    EXPECT_TRUE(Relief(image, 0, 0, 10) && Relief(image, nan, 1, 10) && Relief(image, 0, 1, nan));
-    EXPECT_TRUE(Texturize(image, 0, 0, 1) && Texturize(image, nan, 5, 1) && Texturize(image, 0, nan, 1));
-    EXPECT_TRUE(Halftones(image, 5, 0) && Halftones(image, 5, nan));
+    EXPECT_TRUE(ApplyKernel(Emboss, image, 0, 0, 10) && ApplyKernel(Emboss, image, nan, 1, 10) &&
+                ApplyKernel(Emboss, image, 0, 1, nan));
+    EXPECT_TRUE(ApplyKernel(Relief, image, 0, 0, 10) && ApplyKernel(Relief, image, nan, 1, 10) &&
+                ApplyKernel(Relief, image, 0, 1, nan));
+    EXPECT_TRUE(ApplyKernel(Texturize, image, 0, 0, 1) && ApplyKernel(Texturize, image, nan, 5, 1) &&
+                ApplyKernel(Texturize, image, 0, nan, 1));
+    EXPECT_TRUE(ApplyKernel(Halftones, image, 5, 0) && ApplyKernel(Halftones, image, 5, nan));
     EXPECT_TRUE(Equal(image, before));
 }

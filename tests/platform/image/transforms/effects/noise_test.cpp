@@ -12,8 +12,8 @@ TEST(AddNoise, GivesSameNoiseForSamePicture)
 {
     for (const bool monochrome : {false, true}) {
         ImageBuffer one = RandomPicture(300, 401, 3), other = one;
-        ASSERT_TRUE(transforms::AddNoise(one, 35, monochrome));
-        ASSERT_TRUE(transforms::AddNoise(other, 35, monochrome));
+        ASSERT_TRUE(ApplyKernel(transforms::AddNoise, one, 35, monochrome));
+        ASSERT_TRUE(ApplyKernel(transforms::AddNoise, other, 35, monochrome));
         EXPECT_TRUE(Equal(one, other));
     }
 }
@@ -22,7 +22,7 @@ TEST(AddNoise, HasRequestedDeviationAndNoBias)
 {
     for (const std::int32_t level : {5, 20, 35}) {
         ImageBuffer image = Plain(200, 200, 3, 128);
-        ASSERT_TRUE(transforms::AddNoise(image, level, false));
+        ASSERT_TRUE(ApplyKernel(transforms::AddNoise, image, level, false));
         double sum = 0, squares = 0;
         for (const int byte : image.bytes) {
             sum += byte - 128;
@@ -37,8 +37,8 @@ TEST(AddNoise, HasRequestedDeviationAndNoBias)
 TEST(AddNoise, IsGreyOnlyWhenMonochrome)
 {
     ImageBuffer grey = Plain(50, 50, 4, 128), coloured = grey;
-    ASSERT_TRUE(transforms::AddNoise(grey, 35, true));
-    ASSERT_TRUE(transforms::AddNoise(coloured, 35, false));
+    ASSERT_TRUE(ApplyKernel(transforms::AddNoise, grey, 35, true));
+    ASSERT_TRUE(ApplyKernel(transforms::AddNoise, coloured, 35, false));
     int different = 0;
     for (std::size_t i = 0; i < grey.bytes.size(); i += 4) {
         ASSERT_EQ(grey.bytes[i], grey.bytes[i + 1]);
@@ -54,7 +54,7 @@ TEST(AddNoise, WithoutLevelChangesNothing)
     const ImageBuffer before = RandomPicture(9, 8, 3);
     ImageBuffer image = before;
     for (const std::int32_t level : {0, -1, INT32_MIN})
-        ASSERT_TRUE(transforms::AddNoise(image, level, true));
+        ASSERT_TRUE(ApplyKernel(transforms::AddNoise, image, level, true));
     EXPECT_TRUE(Equal(image, before));
 }
 
@@ -65,7 +65,7 @@ TEST(Diffuse, TakesPixelsFromWithinDistance)
     for (int i = 0; i < 80 * 80; ++i)
         before.bytes[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(3 * (i % 80));
     ImageBuffer image = before;
-    ASSERT_TRUE(transforms::Diffuse(image, 10, 100));
+    ASSERT_TRUE(ApplyKernel(transforms::Diffuse, image, 10, 100));
     int furthest = 0;
     for (int y = 0; y < 80; ++y)
         for (int x = 0; x < 80; ++x)
@@ -79,7 +79,7 @@ TEST(Diffuse, MovesMorePixelsWithHigherPenetration)
     int last = 0;
     for (const double penetration : {1.0, 10.0, 30.0, 1e9}) {
         ImageBuffer image = before;
-        ASSERT_TRUE(transforms::Diffuse(image, 10, penetration));
+        ASSERT_TRUE(ApplyKernel(transforms::Diffuse, image, 10, penetration));
         int moved = 0;
         for (std::size_t i = 0; i < image.bytes.size(); i += 3)
             moved += image.bytes[i] != before.bytes[i];
@@ -95,7 +95,7 @@ TEST(Diffuse, MovesWholePixelsButLeavesAlpha)
     for (std::size_t i = 0; i < image.bytes.size(); ++i)
         image.bytes[i] = static_cast<std::uint8_t>(i % 4 == 3 ? i / 4 : i / 64);
     const ImageBuffer before = image;
-    ASSERT_TRUE(transforms::Diffuse(image, 5, 10));
+    ASSERT_TRUE(ApplyKernel(transforms::Diffuse, image, 5, 10));
     for (std::size_t i = 0; i < image.bytes.size(); i += 4) {
         ASSERT_EQ(image.bytes[i], image.bytes[i + 1]);
         ASSERT_EQ(image.bytes[i], image.bytes[i + 2]);
@@ -107,12 +107,12 @@ TEST(Diffuse, IsReproducibleAndNeutralAtZero)
 {
     const ImageBuffer before = RandomPicture(200, 300, 3);
     ImageBuffer one = before, other = before, none = before;
-    ASSERT_TRUE(transforms::Diffuse(one, 10, 10));
-    ASSERT_TRUE(transforms::Diffuse(other, 10, 10));
+    ASSERT_TRUE(ApplyKernel(transforms::Diffuse, one, 10, 10));
+    ASSERT_TRUE(ApplyKernel(transforms::Diffuse, other, 10, 10));
     EXPECT_TRUE(Equal(one, other));
     for (const double penetration : {0.0, -3.0, std::nan("")})
-        ASSERT_TRUE(transforms::Diffuse(none, 10, penetration));
+        ASSERT_TRUE(ApplyKernel(transforms::Diffuse, none, 10, penetration));
     for (const std::int32_t distance : {0, -3, INT32_MIN})
-        ASSERT_TRUE(transforms::Diffuse(none, distance, 10));
+        ASSERT_TRUE(ApplyKernel(transforms::Diffuse, none, distance, 10));
     EXPECT_TRUE(Equal(none, before));
 }

@@ -15,7 +15,7 @@ static ImageBuffer FiveLines()
 TEST(Deinterlace, CopiesLineAbove)
 {
     ImageBuffer odd = FiveLines(), even = FiveLines();
-    EXPECT_TRUE(Deinterlace(odd, true, false) && Deinterlace(even, false, false));
+    EXPECT_TRUE(ApplyKernel(Deinterlace, odd, true, false) && ApplyKernel(Deinterlace, even, false, false));
     EXPECT_EQ(odd.bytes, (PixelBytes{10, 10, 31, 31, 50}));
     EXPECT_EQ(even.bytes, (PixelBytes{20, 20, 20, 40, 40}));
 }
@@ -23,7 +23,7 @@ TEST(Deinterlace, CopiesLineAbove)
 TEST(Deinterlace, AveragesLinesAboveAndBelow)
 {
     ImageBuffer odd = FiveLines(), even = FiveLines();
-    EXPECT_TRUE(Deinterlace(odd, true, true) && Deinterlace(even, false, true));
+    EXPECT_TRUE(ApplyKernel(Deinterlace, odd, true, true) && ApplyKernel(Deinterlace, even, false, true));
     EXPECT_EQ(odd.bytes, (PixelBytes{10, 21, 31, 41, 50}));
     EXPECT_EQ(even.bytes, (PixelBytes{20, 20, 30, 40, 40}));
 }
@@ -36,7 +36,7 @@ TEST(Deinterlace, KeepsOtherFieldAlphaAndSingleLine)
                 for (const bool interpolate : {false, true}) {
                     const ImageBuffer before = RandomPicture(width, height, channels);
                     ImageBuffer image = before;
-                    ASSERT_TRUE(Deinterlace(image, is_odd, interpolate));
+                    ASSERT_TRUE(ApplyKernel(Deinterlace, image, is_odd, interpolate));
                     ASSERT_TRUE(SameAlpha(image, before));
                     for (int y = 0; y < height; ++y) {
                         if ((y % 2 == 1) == is_odd && height > 1)

@@ -27,7 +27,7 @@ TEST(FilterMinimal, TakesMinimumOfWindowForAllSizes)
             for (const int size : {2, 3, 4, 5, 8, 9, 16, 33}) {
                 const ImageBuffer before = RandomPicture(width, height, channels);
                 ImageBuffer image = before;
-                ASSERT_TRUE(FilterMinimal(image, size));
+                ASSERT_TRUE(ApplyKernel(FilterMinimal, image, size));
                 ASSERT_TRUE(SameAlpha(image, before));
                 for (int y = 0; y < height; ++y)
                     for (int x = 0; x < width; ++x)
@@ -47,7 +47,7 @@ TEST(FilterMinimal, GivesSameResultInBandsAndStrips)
         image.bytes[place(x, y)] = 5;
     const ImageBuffer before = image;
 
-    EXPECT_TRUE(FilterMinimal(image, 7));
+    EXPECT_TRUE(ApplyKernel(FilterMinimal, image, 7));
 
     for (int y = 0; y < 400; ++y)
         for (int x = 0; x < 1100; ++x) {
@@ -66,7 +66,7 @@ TEST(FilterMinimal, HandlesPicturesSmallerThanWindow)
     const std::uint8_t min = *std::min_element(image.bytes.begin(), image.bytes.end());
     for (const std::int32_t size : {256, 257, 2147483647}) {
         ImageBuffer covered = image;
-        EXPECT_TRUE(FilterMinimal(covered, size));
+        EXPECT_TRUE(ApplyKernel(FilterMinimal, covered, size));
         EXPECT_EQ(covered.bytes, PixelBytes(9, min));
     }
 }
@@ -76,8 +76,9 @@ TEST(FilterMaximal, MirrorsFilterMinimal)
     for (const int channels : kChannelCounts)
         for (const int size : {2, 5, 12, 256}) {
             ImageBuffer greatest = RandomPicture(67, 41, channels), min = greatest;
-            EXPECT_TRUE(FilterMaximal(greatest, size));
-            EXPECT_TRUE(Invert(min) && FilterMinimal(min, size) && Invert(min));
+            EXPECT_TRUE(ApplyKernel(FilterMaximal, greatest, size));
+            EXPECT_TRUE(ApplyKernel(Invert, min) && ApplyKernel(FilterMinimal, min, size) &&
+                        ApplyKernel(Invert, min));
             EXPECT_EQ(greatest.bytes, min.bytes);
         }
 }
@@ -87,7 +88,7 @@ TEST(Extremes, ChangeNothingForWindowOfOnePixel)
     for (const std::int32_t size : {1, 0, -1, -2147483647 - 1}) {
         ImageBuffer image = RandomPicture(9, 8, 4);
         const PixelBytes before = image.bytes;
-        EXPECT_TRUE(FilterMinimal(image, size) && FilterMaximal(image, size));
+        EXPECT_TRUE(ApplyKernel(FilterMinimal, image, size) && ApplyKernel(FilterMaximal, image, size));
         EXPECT_EQ(image.bytes, before);
     }
 }

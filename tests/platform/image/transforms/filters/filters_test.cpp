@@ -14,11 +14,11 @@
 using namespace transforms;
 
 using Mask = std::array<double, 9>;
-using Operation = std::function<bool(ImageBuffer&)>;
+using Kernel = std::function<bool(ImageBuffer&)>;
 
 // Compares an operation with a plain implementation of its declared formula, for all sizes and channels.
-static void ExpectMask(const Operation& operation, const Mask& mask,
-                       const std::function<double(double)>& shown, double tolerance = 0.5000001)
+static void ExpectMask(const Kernel& operation, const Mask& mask, const std::function<double(double)>& shown,
+                       double tolerance = 0.5000001)
 {
     for (const int channels : kChannelCounts)
         for (const auto& [width, height] : kSizes) {
@@ -67,14 +67,14 @@ TEST(FilterDifference, ShowsRisesInEachOfEightDirections)
                                      {-1, 1, 1, -1, -2, 1, -1, 1, 1},
                                      {1, 1, 1, -1, -2, 1, -1, -1, 1}}};
     for (int n = 0; n < 8; ++n)
-        ExpectMask([=](ImageBuffer& a) { return FilterDifference(a, n); }, masks[static_cast<std::size_t>(n)],
-                   Clipped);
+        ExpectMask([=](ImageBuffer& a) { return ApplyKernel(FilterDifference, a, n); },
+                   masks[static_cast<std::size_t>(n)], Clipped);
 }
 
 TEST(FilterDifference, FindsOppositeEdgesInOppositeDirections)
 {
     ImageBuffer up = TestPicture(1, 4, 1, {90, 90, 20, 20}), down = up;
-    EXPECT_TRUE(FilterDifference(up, 0) && FilterDifference(down, 4));
+    EXPECT_TRUE(ApplyKernel(FilterDifference, up, 0) && ApplyKernel(FilterDifference, down, 4));
     EXPECT_EQ(up.bytes, (PixelBytes{0, 210, 210, 0}));
     EXPECT_EQ(down.bytes, (PixelBytes{0, 0, 0, 0}));
 }
@@ -85,40 +85,47 @@ TEST(FilterHighPass, SharpensByKernelOfItsKind)
                                      {-1, -1, -1, -1, 9, -1, -1, -1, -1},
                                      {1, -2, 1, -2, 5, -2, 1, -2, 1}}};
     for (int n = 0; n < 3; ++n)
-        ExpectMask([=](ImageBuffer& a) { return FilterHighPass(a, n); }, masks[static_cast<std::size_t>(n)],
-                   Clipped);
+        ExpectMask([=](ImageBuffer& a) { return ApplyKernel(FilterHighPass, a, n); },
+                   masks[static_cast<std::size_t>(n)], Clipped);
 }
 
 TEST(FilterLowPass, SmoothsByKernelOfItsKind)
 {
-    ExpectMask([](ImageBuffer& a) { return FilterLowPass(a, 0); }, Divided({1, 1, 1, 1, 1, 1, 1, 1, 1}, 9),
-               Clipped);
-    ExpectMask([](ImageBuffer& a) { return FilterLowPass(a, 1); }, Divided({1, 1, 1, 1, 2, 1, 1, 1, 1}, 10),
-               Clipped);
-    ExpectMask([](ImageBuffer& a) { return FilterLowPass(a, 2); }, Divided({1, 2, 1, 2, 4, 2, 1, 2, 1}, 16),
-               Clipped);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterLowPass, a, 0); },
+               Divided({1, 1, 1, 1, 1, 1, 1, 1, 1}, 9), Clipped);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterLowPass, a, 1); },
+               Divided({1, 1, 1, 1, 2, 1, 1, 1, 1}, 10), Clipped);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterLowPass, a, 2); },
+               Divided({1, 2, 1, 2, 4, 2, 1, 2, 1}, 16), Clipped);
 }
 
 TEST(FilterLaplas, ShowsMagnitudeOfLaplacian)
 {
-    ExpectMask([](ImageBuffer& a) { return FilterLaplas(a, 0); }, {-1, -1, -1, -1, 8, -1, -1, -1, -1},
-               Amount);
-    ExpectMask([](ImageBuffer& a) { return FilterLaplas(a, 1); }, {0, -1, 0, -1, 4, -1, 0, -1, 0}, Amount);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterLaplas, a, 0); },
+               {-1, -1, -1, -1, 8, -1, -1, -1, -1}, Amount);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterLaplas, a, 1); },
+               {0, -1, 0, -1, 4, -1, 0, -1, 0}, Amount);
 }
 
 TEST(GradientFilters, ShowMagnitudeOfGradient)
 {
-    ExpectMask([](ImageBuffer& a) { return FilterSobel(a, 0); }, {-1, 0, 1, -2, 0, 2, -1, 0, 1}, Amount);
-    ExpectMask([](ImageBuffer& a) { return FilterSobel(a, 1); }, {-1, -2, -1, 0, 0, 0, 1, 2, 1}, Amount);
-    ExpectMask([](ImageBuffer& a) { return FilterPrewitt(a, 0); }, {-1, 0, 1, -1, 0, 1, -1, 0, 1}, Amount);
-    ExpectMask([](ImageBuffer& a) { return FilterPrewitt(a, 1); }, {-1, -1, -1, 0, 0, 0, 1, 1, 1}, Amount);
-    ExpectMask([](ImageBuffer& a) { return FilterRoberts(a, 0); }, {0, 0, 0, 0, 1, 0, 0, 0, -1}, Amount);
-    ExpectMask([](ImageBuffer& a) { return FilterRoberts(a, 1); }, {0, 0, 0, 0, 0, 1, 0, -1, 0}, Amount);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterSobel, a, 0); }, {-1, 0, 1, -2, 0, 2, -1, 0, 1},
+               Amount);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterSobel, a, 1); }, {-1, -2, -1, 0, 0, 0, 1, 2, 1},
+               Amount);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterPrewitt, a, 0); },
+               {-1, 0, 1, -1, 0, 1, -1, 0, 1}, Amount);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterPrewitt, a, 1); },
+               {-1, -1, -1, 0, 0, 0, 1, 1, 1}, Amount);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterRoberts, a, 0); }, {0, 0, 0, 0, 1, 0, 0, 0, -1},
+               Amount);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterRoberts, a, 1); }, {0, 0, 0, 0, 0, 1, 0, -1, 0},
+               Amount);
     const double root = std::sqrt(2.0);
-    ExpectMask([](ImageBuffer& a) { return FilterIsotropic(a, 0); }, {-1, 0, 1, -root, 0, root, -1, 0, 1},
-               Amount, 0.65);
-    ExpectMask([](ImageBuffer& a) { return FilterIsotropic(a, 1); }, {-1, -root, -1, 0, 0, 0, 1, root, 1},
-               Amount, 0.65);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterIsotropic, a, 0); },
+               {-1, 0, 1, -root, 0, root, -1, 0, 1}, Amount, 0.65);
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterIsotropic, a, 1); },
+               {-1, -root, -1, 0, 0, 0, 1, root, 1}, Amount, 0.65);
 }
 
 TEST(GradientFilters, FindVerticalEdgeOnlyInVerticalDirection)
@@ -126,7 +133,7 @@ TEST(GradientFilters, FindVerticalEdgeOnlyInVerticalDirection)
     const ImageBuffer edge = TestPicture(4, 3, 1, {10, 10, 30, 30, 10, 10, 30, 30, 10, 10, 30, 30});
     ImageBuffer vertical = edge, horizontal = edge;
 
-    EXPECT_TRUE(FilterSobel(vertical, 0) && FilterSobel(horizontal, 1));
+    EXPECT_TRUE(ApplyKernel(FilterSobel, vertical, 0) && ApplyKernel(FilterSobel, horizontal, 1));
 
     EXPECT_EQ(vertical.bytes, (PixelBytes{0, 80, 80, 0, 0, 80, 80, 0, 0, 80, 80, 0}));
     EXPECT_EQ(horizontal.bytes, PixelBytes(12, 0));
@@ -139,7 +146,7 @@ TEST(FilterLineDetection, ShowsLinesOfItsDirection)
                                      {2, -1, -1, -1, 2, -1, -1, -1, 2},
                                      {-1, -1, 2, -1, 2, -1, 2, -1, -1}}};
     for (int n = 0; n < 4; ++n)
-        ExpectMask([=](ImageBuffer& a) { return FilterLineDetection(a, n); },
+        ExpectMask([=](ImageBuffer& a) { return ApplyKernel(FilterLineDetection, a, n); },
                    masks[static_cast<std::size_t>(n)], Amount);
 }
 
@@ -149,14 +156,14 @@ TEST(FilterBlur, MovesValuesTowardsMean)
         Mask mask;
         mask.fill(share / 9);
         mask[4] += 1 - share;
-        ExpectMask([=](ImageBuffer& a) { return FilterBlur(a, share); }, mask, Clipped, 0.52);
+        ExpectMask([=](ImageBuffer& a) { return ApplyKernel(FilterBlur, a, share); }, mask, Clipped, 0.52);
     }
 }
 
 TEST(FilterSharpen, AddsShareOfLaplacian)
 {
     for (const double d : {0.1, 0.5, 1.0})
-        ExpectMask([=](ImageBuffer& a) { return FilterSharpen(a, d); },
+        ExpectMask([=](ImageBuffer& a) { return ApplyKernel(FilterSharpen, a, d); },
                    {0, -d, 0, -d, 1 + 4 * d, -d, 0, -d, 0}, Clipped, 0.52);
 }
 
@@ -166,9 +173,10 @@ TEST(Filters, ChangeNothingAtNeutralValues)
     for (const int channels : kChannelCounts) {
         const ImageBuffer before = RandomPicture(33, 17, channels);
         ImageBuffer image = before;
-        EXPECT_TRUE(FilterBlur(image, 0) && FilterBlur(image, -5) && FilterBlur(image, nan) &&
-                    FilterSharpen(image, 0) && FilterSharpen(image, -5) && FilterSharpen(image, nan) &&
-                    FilterReserved(image, 7));
+        EXPECT_TRUE(ApplyKernel(FilterBlur, image, 0) && ApplyKernel(FilterBlur, image, -5) &&
+                    ApplyKernel(FilterBlur, image, nan) && ApplyKernel(FilterSharpen, image, 0) &&
+                    ApplyKernel(FilterSharpen, image, -5) && ApplyKernel(FilterSharpen, image, nan) &&
+                    ApplyKernel(FilterReserved, image, 7));
         EXPECT_EQ(image.bytes, before.bytes);
     }
 }
@@ -176,20 +184,23 @@ TEST(Filters, ChangeNothingAtNeutralValues)
 TEST(Filters, KeepFlatAreaOrMakeItBlack)
 {
     const ImageBuffer flat = TestPicture(2, 2, 1, {201, 201, 201, 201});
-    const auto after = [&](const Operation& operation) {
+    const auto after = [&](const Kernel& operation) {
         ImageBuffer image = flat;
         EXPECT_TRUE(operation(image));
         return image.bytes;
     };
     for (int n = 0; n < 8; ++n) {
-        EXPECT_EQ(after([=](ImageBuffer& a) { return FilterHighPass(a, n); }), flat.bytes);
-        EXPECT_EQ(after([=](ImageBuffer& a) { return FilterLowPass(a, n); }), flat.bytes);
-        EXPECT_EQ(after([=](ImageBuffer& a) { return FilterBlur(a, n / 7.0); }), flat.bytes);
-        EXPECT_EQ(after([=](ImageBuffer& a) { return FilterSharpen(a, n / 7.0); }), flat.bytes);
-        EXPECT_EQ(after([=](ImageBuffer& a) { return FilterDifference(a, n); }), PixelBytes(4, 0));
-        EXPECT_EQ(after([=](ImageBuffer& a) { return FilterLaplas(a, n); }), PixelBytes(4, 0));
-        EXPECT_EQ(after([=](ImageBuffer& a) { return FilterIsotropic(a, n); }), PixelBytes(4, 0));
-        EXPECT_EQ(after([=](ImageBuffer& a) { return FilterLineDetection(a, n); }), PixelBytes(4, 0));
+        EXPECT_EQ(after([=](ImageBuffer& a) { return ApplyKernel(FilterHighPass, a, n); }), flat.bytes);
+        EXPECT_EQ(after([=](ImageBuffer& a) { return ApplyKernel(FilterLowPass, a, n); }), flat.bytes);
+        EXPECT_EQ(after([=](ImageBuffer& a) { return ApplyKernel(FilterBlur, a, n / 7.0); }), flat.bytes);
+        EXPECT_EQ(after([=](ImageBuffer& a) { return ApplyKernel(FilterSharpen, a, n / 7.0); }), flat.bytes);
+        EXPECT_EQ(after([=](ImageBuffer& a) { return ApplyKernel(FilterDifference, a, n); }),
+                  PixelBytes(4, 0));
+        EXPECT_EQ(after([=](ImageBuffer& a) { return ApplyKernel(FilterLaplas, a, n); }), PixelBytes(4, 0));
+        EXPECT_EQ(after([=](ImageBuffer& a) { return ApplyKernel(FilterIsotropic, a, n); }),
+                  PixelBytes(4, 0));
+        EXPECT_EQ(after([=](ImageBuffer& a) { return ApplyKernel(FilterLineDetection, a, n); }),
+                  PixelBytes(4, 0));
     }
 }
 
@@ -200,12 +211,12 @@ TEST(Filters, ClampNumbersAndGivePicture)
         for (const auto& fn : {FilterDifference, FilterHighPass, FilterLowPass, FilterLaplas, FilterSobel,
                                FilterPrewitt, FilterRoberts, FilterIsotropic, FilterLineDetection}) {
             ImageBuffer image = before, nearest = before;
-            EXPECT_TRUE(fn(image, l) && fn(nearest, std::clamp(l, 0, 7)));
+            EXPECT_TRUE(ApplyKernel(fn, image, l) && ApplyKernel(fn, nearest, std::clamp(l, 0, 7)));
             EXPECT_EQ(image.bytes, nearest.bytes);
         }
     for (const double d : HostileDoubles()) {
         ImageBuffer image = before;
-        EXPECT_TRUE(FilterBlur(image, d) && FilterSharpen(image, d));
+        EXPECT_TRUE(ApplyKernel(FilterBlur, image, d) && ApplyKernel(FilterSharpen, image, d));
         EXPECT_TRUE(SameAlpha(image, before));
     }
 }
@@ -214,7 +225,7 @@ TEST(Filters, ShowNoSeamsBetweenBands)
 {
     const ImageBuffer before = RandomPicture(500, 700, 3);
     ImageBuffer image = before;
-    EXPECT_TRUE(FilterLowPass(image, 0));
+    EXPECT_TRUE(ApplyKernel(FilterLowPass, image, 0));
     for (int y = 0; y < 700; ++y)
         for (int x = 0; x < 500; x += 7) {
             int sum = 4;

@@ -10,7 +10,7 @@
 
 static ImageBuffer Resized(ImageBuffer image, std::int32_t width, std::int32_t height, std::int32_t kind)
 {
-    EXPECT_TRUE(transforms::Resize(image, width, height, kind, 0));
+    EXPECT_TRUE(ApplyKernel(transforms::Resize, image, width, height, kind, 0));
     EXPECT_EQ(image.width, width);
     EXPECT_EQ(image.height, height);
     EXPECT_TRUE(Sound(image));
@@ -126,7 +126,7 @@ TEST(Resize, KeepsProfileResolutionAndMetadata)
     ImageBuffer image = RandomPicture(4, 4, 3);
     image.icc_profile = {1, 2};
     image.metadata.xmp = {3};
-    ASSERT_TRUE(transforms::Resize(image, 2, 2, 2, 0));
+    ASSERT_TRUE(ApplyKernel(transforms::Resize, image, 2, 2, 2, 0));
     EXPECT_EQ(image.icc_profile.size(), 2U);
     EXPECT_EQ(image.metadata.xmp.size(), 1U);
 }
@@ -134,11 +134,11 @@ TEST(Resize, KeepsProfileResolutionAndMetadata)
 TEST(Resize, ClampsArguments)
 {
     ImageBuffer image = RandomPicture(4, 4, 3), twin = image;
-    ASSERT_TRUE(transforms::Resize(image, 0, INT32_MIN, -7, 0));
+    ASSERT_TRUE(ApplyKernel(transforms::Resize, image, 0, INT32_MIN, -7, 0));
     EXPECT_EQ(image.width, 1);
     EXPECT_EQ(image.height, 1);
     image = twin;
-    ASSERT_TRUE(transforms::Resize(image, 9, 9, 99, 0));
+    ASSERT_TRUE(ApplyKernel(transforms::Resize, image, 9, 9, 99, 0));
     EXPECT_TRUE(Equal(image, Resized(twin, 9, 9, 2)));
 }
 
@@ -146,9 +146,9 @@ TEST(Resize, RefusesSizesBeyondLimits)
 {
     const ImageBuffer before = RandomPicture(3, 3, 3);
     ImageBuffer image = before;
-    EXPECT_FALSE(transforms::Resize(image, 32767, 32767, 2, 0));
-    EXPECT_FALSE(transforms::Resize(image, 65501, 1, 0, 0));
-    EXPECT_FALSE(transforms::Resize(image, INT32_MAX, INT32_MAX, 1, 0));
+    EXPECT_FALSE(ApplyKernel(transforms::Resize, image, 32767, 32767, 2, 0));
+    EXPECT_FALSE(ApplyKernel(transforms::Resize, image, 65501, 1, 0, 0));
+    EXPECT_FALSE(ApplyKernel(transforms::Resize, image, INT32_MAX, INT32_MAX, 1, 0));
     EXPECT_TRUE(Equal(image, before));
 }
 
@@ -157,7 +157,7 @@ TEST(Reproduce, TilesReducedCopies)
     ImageBuffer image = GreyOf(4, 2,
                                {10, 10, 30, 30,  //
                                 10, 10, 30, 30});
-    ASSERT_TRUE(transforms::Reproduce(image, 2));
+    ASSERT_TRUE(ApplyKernel(transforms::Reproduce, image, 2));
     // In the 2x1 copy each pixel's triangle filter overlaps half of its neighbour.
     EXPECT_EQ(ValueAt(image, 0, 0), ValueAt(image, 2, 1));
     EXPECT_EQ(ValueAt(image, 1, 0), ValueAt(image, 3, 0));
@@ -169,7 +169,7 @@ TEST(Reproduce, RepeatsExactlyIfSidesDivide)
 {
     for (const std::int32_t channels : {1, 3, 4}) {
         ImageBuffer image = RandomPicture(24, 12, channels);
-        ASSERT_TRUE(transforms::Reproduce(image, 3));
+        ASSERT_TRUE(ApplyKernel(transforms::Reproduce, image, 3));
         for (int y = 0; y < 12; ++y)
             for (int x = 0; x < 24; ++x)
                 ASSERT_EQ(ValueAt(image, x, y), ValueAt(image, x % 8, y % 4));
@@ -180,10 +180,10 @@ TEST(Reproduce, ClampsCopiesAndIgnoresOne)
 {
     const ImageBuffer before = RandomPicture(40, 33, 3);
     ImageBuffer once = before, below = before, max = before, above = before;
-    ASSERT_TRUE(transforms::Reproduce(once, 1));
-    ASSERT_TRUE(transforms::Reproduce(below, INT32_MIN));
-    ASSERT_TRUE(transforms::Reproduce(max, 32));
-    ASSERT_TRUE(transforms::Reproduce(above, INT32_MAX));
+    ASSERT_TRUE(ApplyKernel(transforms::Reproduce, once, 1));
+    ASSERT_TRUE(ApplyKernel(transforms::Reproduce, below, INT32_MIN));
+    ASSERT_TRUE(ApplyKernel(transforms::Reproduce, max, 32));
+    ASSERT_TRUE(ApplyKernel(transforms::Reproduce, above, INT32_MAX));
     EXPECT_TRUE(Equal(once, before));
     EXPECT_TRUE(Equal(below, before));
     EXPECT_TRUE(Equal(max, above));
@@ -194,7 +194,7 @@ TEST(Reproduce, KeepsSizeForAnyNumber)
     for (const auto& [width, height, channels] : Shapes()) {
         for (const std::int32_t copies : HostileLongs()) {
             ImageBuffer image = RandomPicture(width, height, channels);
-            ASSERT_TRUE(transforms::Reproduce(image, copies));
+            ASSERT_TRUE(ApplyKernel(transforms::Reproduce, image, copies));
             ASSERT_TRUE(Sound(image));
             ASSERT_EQ(image.width, width);
         }

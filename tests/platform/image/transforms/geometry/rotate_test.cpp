@@ -14,7 +14,7 @@ static constexpr Colour kRed = 255;
 TEST(Rotate, RotatesClockwiseByQuarters)
 {
     ImageBuffer image = GreyOf(3, 2, {1, 2, 3, 4, 5, 6});
-    ASSERT_TRUE(transforms::Rotate(image, 90, kRed));
+    ASSERT_TRUE(ApplyKernel(transforms::Rotate, image, 90, kRed));
     EXPECT_EQ(image.width, 2);
     EXPECT_EQ(image.height, 3);
     EXPECT_EQ(image.channels, 1);
@@ -26,12 +26,12 @@ TEST(Rotate, TakesAngleModulo360)
     const ImageBuffer before = RandomPicture(7, 5, 3);
     for (const double angle : {0.0, 360.0, -360.0, 3.6e9}) {
         ImageBuffer image = before;
-        ASSERT_TRUE(transforms::Rotate(image, angle, kRed));
+        ASSERT_TRUE(ApplyKernel(transforms::Rotate, image, angle, kRed));
         EXPECT_TRUE(Equal(image, before)) << angle;
     }
     ImageBuffer left = before, right = before;
-    ASSERT_TRUE(transforms::Rotate(left, -90, kBlack));
-    ASSERT_TRUE(transforms::Rotate(right, 270, kBlack));
+    ASSERT_TRUE(ApplyKernel(transforms::Rotate, left, -90, kBlack));
+    ASSERT_TRUE(ApplyKernel(transforms::Rotate, right, 270, kBlack));
     EXPECT_TRUE(Equal(left, right));
 }
 
@@ -41,7 +41,7 @@ TEST(Rotate, RestoresPictureAfterFourQuarters)
         const ImageBuffer before = RandomPicture(width, height, channels);
         ImageBuffer image = before;
         for (int i = 0; i < 4; ++i)
-            ASSERT_TRUE(transforms::Rotate(image, 90, kRed));
+            ASSERT_TRUE(ApplyKernel(transforms::Rotate, image, 90, kRed));
         EXPECT_TRUE(Equal(image, before));
     }
 }
@@ -49,7 +49,7 @@ TEST(Rotate, RestoresPictureAfterFourQuarters)
 TEST(Rotate, GrowsCanvasToFit)
 {
     ImageBuffer image = RandomPicture(40, 20, 3);
-    ASSERT_TRUE(transforms::Rotate(image, 30, kBlack));
+    ASSERT_TRUE(ApplyKernel(transforms::Rotate, image, 30, kBlack));
     EXPECT_EQ(image.width, 45);   // 40 cos 30 + 20 sin 30 = 44.6
     EXPECT_EQ(image.height, 38);  // 40 sin 30 + 20 cos 30 = 37.3
 }
@@ -81,7 +81,7 @@ TEST(Rotate, MatchesFormulaWithinResolutionOfMap)
         for (const double angle : {30.0, -47.0, 135.5, 271.25}) {
             const ImageBuffer before = RandomOpaque(width, height, channels);
             ImageBuffer image = before;
-            ASSERT_TRUE(transforms::Rotate(image, angle, 0x0A0A0A));
+            ASSERT_TRUE(ApplyKernel(transforms::Rotate, image, angle, 0x0A0A0A));
             ASSERT_TRUE(Sound(image));
             for (int y = 0; y < image.height; ++y)
                 for (int x = 0; x < image.width; ++x)
@@ -96,7 +96,7 @@ TEST(Rotate, MatchesFormulaWithinResolutionOfMap)
 TEST(Rotate, FillsCornersWithBackground)
 {
     ImageBuffer image = Plain(20, 20, 4, 200);
-    ASSERT_TRUE(transforms::Rotate(image, 45, 0x030201));  // red 1, green 2, blue 3
+    ASSERT_TRUE(ApplyKernel(transforms::Rotate, image, 45, 0x030201));  // red 1, green 2, blue 3
     EXPECT_EQ(ValueAt(image, 0, 0, 0), 3);
     EXPECT_EQ(ValueAt(image, 0, 0, 1), 2);
     EXPECT_EQ(ValueAt(image, 0, 0, 2), 1);
@@ -109,8 +109,8 @@ TEST(Rotate, WidensGreyPictureOnlyForColouredBackground)
 {
     ImageBuffer grey = Plain(9, 9, 1, 50), coloured = grey;
     coloured.icc_profile = {1, 2, 3};
-    ASSERT_TRUE(transforms::Rotate(grey, 10, 0x808080));
-    ASSERT_TRUE(transforms::Rotate(coloured, 10, kRed));
+    ASSERT_TRUE(ApplyKernel(transforms::Rotate, grey, 10, 0x808080));
+    ASSERT_TRUE(ApplyKernel(transforms::Rotate, coloured, 10, kRed));
     EXPECT_EQ(grey.channels, 1);
     EXPECT_EQ(ValueAt(grey, 0, 0), 128);
     EXPECT_EQ(coloured.channels, 3);
@@ -124,7 +124,7 @@ TEST(Rotate, IgnoresHiddenColours)
     ImageBuffer image = Plain(8, 8, 4, 255);
     for (std::size_t i = 0; i < image.bytes.size(); i += 8)
         image.bytes[i] = image.bytes[i + 1] = image.bytes[i + 2] = image.bytes[i + 3] = 0;
-    ASSERT_TRUE(transforms::Rotate(image, 20, 0xFFFFFF));
+    ASSERT_TRUE(ApplyKernel(transforms::Rotate, image, 20, 0xFFFFFF));
     for (std::size_t i = 0; i < image.bytes.size(); i += 4)
         ASSERT_TRUE(image.bytes[i] == 255 || image.bytes[i + 3] == 0);
 }
@@ -134,7 +134,7 @@ TEST(Rotate, GivesPictureForAnyAngle)
     for (const double angle : HostileDoubles()) {
         for (const auto& [width, height, channels] : Shapes()) {
             ImageBuffer image = RandomPicture(width, height, channels);
-            ASSERT_TRUE(transforms::Rotate(image, angle, -1));
+            ASSERT_TRUE(ApplyKernel(transforms::Rotate, image, angle, -1));
             ASSERT_TRUE(Sound(image));
         }
     }
@@ -143,10 +143,10 @@ TEST(Rotate, GivesPictureForAnyAngle)
 TEST(Rotate, RefusesCanvasBeyondLimits)
 {
     ImageBuffer image = Plain(65500, 10, 1, 7);
-    EXPECT_TRUE(transforms::Rotate(image, 90, kBlack));
+    EXPECT_TRUE(ApplyKernel(transforms::Rotate, image, 90, kBlack));
     EXPECT_EQ(image.height, 65500);
     image = Plain(65500, 65, 1, 7);
     const ImageBuffer before = image;
-    EXPECT_FALSE(transforms::Rotate(image, 45, kRed));
+    EXPECT_FALSE(ApplyKernel(transforms::Rotate, image, 45, kRed));
     EXPECT_TRUE(Equal(image, before));
 }

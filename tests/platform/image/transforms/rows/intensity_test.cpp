@@ -13,7 +13,7 @@ TEST(Intensity, WeightsGreenMostAndBlueLeast)
 {
     ImageBuffer image = TestPicture(4, 1, 3, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255});
 
-    EXPECT_TRUE(Intensity(image));
+    EXPECT_TRUE(ApplyKernel(Intensity, image));
 
     EXPECT_EQ(image.bytes, (PixelBytes{29, 29, 29, 150, 150, 150, 76, 76, 76, 255, 255, 255}));
 }
@@ -24,7 +24,7 @@ TEST(Intensity, MatchesFormulaOnRandomPixels)
         for (const auto& [width, height] : kSizes) {
             const ImageBuffer before = RandomPicture(width, height, channels);
             ImageBuffer image = before;
-            ASSERT_TRUE(Intensity(image));
+            ASSERT_TRUE(ApplyKernel(Intensity, image));
             for (int y = 0; y < height; ++y)
                 for (int x = 0; x < width; ++x) {
                     const double expected = 0.114 * ValueAt(before, x, y, 0) +
@@ -42,7 +42,7 @@ TEST(Intensity, LeavesGreysUnchanged)
         EXPECT_EQ(IntensityOfPixel(n, n, n), n);
     ImageBuffer image = RandomPicture(9, 9, 1);
     const PixelBytes before = image.bytes;
-    EXPECT_TRUE(Intensity(image));
+    EXPECT_TRUE(ApplyKernel(Intensity, image));
     EXPECT_EQ(image.bytes, before);
 }
 
@@ -51,8 +51,8 @@ TEST(Threshold, MakesPixelsAboveLevelWhiteAndOthersBlack)
     ImageBuffer grey = TestPicture(3, 1, 1, {99, 100, 101});
     ImageBuffer colour = TestPicture(2, 1, 4, {255, 0, 0, 9, 0, 255, 0, 8});
 
-    EXPECT_TRUE(Threshold(grey, 100));
-    EXPECT_TRUE(Threshold(colour, 100));
+    EXPECT_TRUE(ApplyKernel(Threshold, grey, 100));
+    EXPECT_TRUE(ApplyKernel(Threshold, colour, 100));
 
     EXPECT_EQ(grey.bytes, (PixelBytes{0, 0, 255}));
     EXPECT_EQ(colour.bytes, (PixelBytes{0, 0, 0, 9, 255, 255, 255, 8}));
@@ -61,7 +61,7 @@ TEST(Threshold, MakesPixelsAboveLevelWhiteAndOthersBlack)
 TEST(Threshold, HandlesBothEndsOfRange)
 {
     ImageBuffer top = TestPicture(3, 1, 1, {0, 1, 255}), bottom = top;
-    EXPECT_TRUE(Threshold(top, 255) && Threshold(bottom, 0));
+    EXPECT_TRUE(ApplyKernel(Threshold, top, 255) && ApplyKernel(Threshold, bottom, 0));
     EXPECT_EQ(top.bytes, (PixelBytes{0, 0, 0}));
     EXPECT_EQ(bottom.bytes, (PixelBytes{0, 255, 255}));
 }
