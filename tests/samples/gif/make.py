@@ -81,12 +81,64 @@ for i, name in enumerate(names):
 subprocess.run(['gifsicle', '--delay=10', '-O2', *(f'frame{i}.gif' for i in range(5))],
                stdout=open('good/gifsicle-optimised.gif', 'wb'), check=True)
 
+
+
+def lzw(indices, bits):
+    """Image data with codes for pixels of `bits` bits, of which a palette only needs eight."""
+    clear, out, pending, count = 1 << bits, bytearray(), 0, 0
+
+    def put(code, width):
+        nonlocal pending, count
+        pending |= code << count
+        count += width
+        while count >= 8:
+            out.append(pending & 255)
+            pending >>= 8
+            count -= 8
+
+    strings, width, next_code, string = {}, bits + 1, clear + 2, ()
+    put(clear, width)
+    for index in indices:
+        longer = string + (index,)
+        if len(longer) == 1 or longer in strings:
+            string = longer
+            continue
+        put(strings[string] if len(string) > 1 else string[0], width)
+        string = (index,)
+        if next_code < 4096:
+            strings[longer] = next_code
+            next_code += 1
+            if next_code > 1 << width and width < 12:
+                width += 1
+        else:
+            put(clear, width)
+            strings, width, next_code = {}, bits + 1, clear + 2
+    put(strings[string] if len(string) > 1 else string[0], width)
+    put(clear + 1, width)
+    put(0, 7)
+    blocks = b''.join(bytes([len(out[i:i + 255])]) + out[i:i + 255] for i in range(0, len(out), 255))
+    return bytes([bits]) + blocks + b'\0'
+
+
+# Codes for more bits than giflib takes. The frames are large enough for codes of twelve bits.
+speckled = Image.effect_noise((W * 3, H * 3), 60).convert('P')
+ramp = Image.linear_gradient('L').resize(speckled.size).convert('P')
+head = b'GIF89a' + speckled.width.to_bytes(2, 'little') + speckled.height.to_bytes(2, 'little') + b'\xf7\0\0'
+greys = b''.join(bytes([v, 255 - v, 128]) for v in range(256))
+for bits in (9, 10, 11):
+    data = head + greys
+    for page, (picture, width) in enumerate(((speckled, bits), (ramp, 8), (ramp.rotate(180), bits))):
+        data += b',\0\0\0\0' + head[6:10] + b'\0' + lzw(picture.tobytes(), width)
+        colours = b''.join(greys[v * 3:v * 3 + 3] for v in picture.tobytes())
+        pam(f'good/hand-{bits}-bits.gif' + (f'.{page}' if page else ''), Image.frombytes('RGB', picture.size, colours))
+    open(f'good/hand-{bits}-bits.gif', 'wb').write(data + b';')
+
 animation = open('good/im-optimised.gif', 'rb').read()
 open('cut/last-frame.gif', 'wb').write(animation[:-60])
 plain = open('good/gm-plain.gif', 'rb').read()
 open('cut/in-pixels.gif', 'wb').write(plain[:len(plain) * 2 // 3])
 for name in sorted(os.listdir('good')):
-    if name.endswith('.gif'):
+    if name.endswith('.gif') and not name.startswith('hand'):
         pages('good/' + name)
 pages('cut/last-frame.gif', 'good/im-optimised.gif', 4)
 # A canvas and a frame of 65535 x 65535 in a file of a few hundred bytes.

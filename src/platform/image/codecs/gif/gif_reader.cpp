@@ -11,12 +11,17 @@
 // The most pixels per byte of LZW data: a 12-bit code expands to at most 4096 pixels, shorter codes to fewer.
 static constexpr std::uint64_t kPixelsPerByte = 4096 * 8 / 12 + 1;
 
+static constexpr std::uint8_t kMostGiflibBits = 8;
+
 int GifReader::Give(GifFileType* gif, std::uint8_t* out, int count)
 {
     auto& reader = *static_cast<GifReader*>(gif->UserData);
     const std::size_t given = std::min(reader.left_.size(), static_cast<std::size_t>(std::max(count, 0)));
     if (given > 0)
         std::memcpy(out, reader.left_.data(), given);
+    const std::ptrdiff_t place = reader.narrowed_ ? reader.narrowed_ - reader.left_.data() : -1;
+    if (place >= 0 && place < static_cast<std::ptrdiff_t>(given))
+        out[place] = kMostGiflibBits;
     reader.left_ = reader.left_.subspan(given);
     return static_cast<int>(given);
 }
@@ -86,9 +91,29 @@ void GifReader::SetColours(GifFrame& frame) const
     }
 }
 
+// Reads the image descriptor, and has wide codes decoded by us: giflib refuses them, so it is shown 8 bits.
+bool GifReader::ReadImageHeader()
+{
+    constexpr std::size_t kDescriptor = 9;
+    wide_codes_.reset();
+    narrowed_ = nullptr;
+    if (left_.size() > kDescriptor) {
+        const unsigned flags = left_[kDescriptor - 1];
+        const std::size_t colours = (flags & 0x80) != 0 ? std::size_t{2} << (flags & 7) : 0;
+        const std::size_t at = kDescriptor + 3 * colours;
+        if (at < left_.size() && left_[at] > kMostGiflibBits && left_[at] <= kWidestGifCodes) {
+            narrowed_ = left_.data() + at;
+            wide_codes_ = std::make_unique<GifWideCodes>(left_[at]);
+        }
+    }
+    return DGifGetImageHeader(gif_) != GIF_ERROR;
+}
+
 GifReader::Found GifReader::NextFrame(GifFrame& frame)
 {
     frame = GifFrame{};
+    if (wide_codes_ && !SkipPixels())  // the data may go on after the last pixel
+        return Found::kEnd;
     for (;;) {
         GifRecordType type = UNDEFINED_RECORD_TYPE;
         if (DGifGetRecordType(gif_, &type) == GIF_ERROR || type == TERMINATE_RECORD_TYPE)
@@ -98,7 +123,7 @@ GifReader::Found GifReader::NextFrame(GifFrame& frame)
         if (!ReadExtension(frame))
             return Found::kEnd;
     }
-    if (DGifGetImageHeader(gif_) == GIF_ERROR)
+    if (!ReadImageHeader())
         return Found::kBroken;
     frame.left = static_cast<std::uint32_t>(gif_->Image.Left);
     frame.top = static_cast<std::uint32_t>(gif_->Image.Top);
@@ -114,11 +139,14 @@ GifReader::Found GifReader::NextFrame(GifFrame& frame)
 
 bool GifReader::ReadRow(std::span<std::uint8_t> row)
 {
+    if (wide_codes_)
+        return wide_codes_->ReadRow(left_, row);
     return DGifGetLine(gif_, row.data(), static_cast<int>(row.size())) == GIF_OK;
 }
 
 bool GifReader::SkipPixels()
 {
+    wide_codes_.reset();
     GifByteType* block = nullptr;
     do {
         if (DGifGetCodeNext(gif_, &block) == GIF_ERROR)

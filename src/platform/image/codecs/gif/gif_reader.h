@@ -8,6 +8,7 @@
 #include <span>
 
 #include "src/platform/image/base/byte_reader.h"
+#include "src/platform/image/codecs/gif/gif_wide_codes.h"
 
 struct GifFileType;
 
@@ -55,9 +56,12 @@ private:
     explicit GifReader(Bytes file) : left_(file) {}
     static int Give(GifFileType* gif, std::uint8_t* out, int count);
     bool ReadExtension(GifFrame& frame);
+    bool ReadImageHeader();
     void SetColours(GifFrame& frame) const;
 
     Bytes left_;
+    const std::uint8_t* narrowed_ = nullptr;    ///< a byte that giflib is told is 8; null = none
+    std::unique_ptr<GifWideCodes> wide_codes_;  ///< of the current frame; null if giflib decodes it
     GifFileType* gif_ = nullptr;
 };
 

@@ -384,6 +384,31 @@ TEST(GifDecoder, ShowsNothingAfterFrameWithInvalidCodes)
     EXPECT_FALSE(Decoded(kGifCodec, file, 2));
 }
 
+TEST(GifDecoder, DecodesCodesOfMoreThanNineBits)
+{
+    // Ten-bit codes: clear (512), 1, 2, the string 1 2 (514), end (513).
+    const std::vector<std::uint8_t> codes = {0x00, 0x06, 0x20, 0x80, 0x80, 0x01, 0x02};
+    const auto file_of = [](int bits, const std::vector<std::uint8_t>& data) {
+        return GifMaker(4, 1, kColours)
+            .Descriptor(0, 0, 4, 1)
+            .Data(bits, data)
+            .Frame(0, 0, 1, 1, {3})
+            .End()
+            .File();
+    };
+
+    const Pages pages = PagesOf(file_of(9, codes));
+
+    ASSERT_EQ(pages.size(), 2u) << "the frame after the data is found";
+    EXPECT_EQ(
+        FourChannels(pages[0]),
+        FourChannels(PagesOf(GifMaker(4, 1, kColours).Frame(0, 0, 4, 1, {1, 2, 1, 2}).End().File())[0]));
+    EXPECT_FALSE(Decoded(kGifCodec, file_of(9, {0x00, 0x06, 0x20}))) << "too few codes";
+    EXPECT_FALSE(Decoded(kGifCodec, file_of(9, {0x00, 0xFE, 0x3F, 0x80, 0x80, 0x01, 0x02})))
+        << "an unknown code";
+    EXPECT_FALSE(Decoded(kGifCodec, file_of(12, codes)));
+}
+
 TEST(GifDecoder, StopsCountingFramesAtLimit)
 {
     GifMaker maker(1, 1, kColours);
