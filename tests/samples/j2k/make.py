@@ -95,6 +95,23 @@ data = ycc.getchannel('Y').tobytes() + half[0].tobytes() + half[1].tobytes()
 raw('good/opj-ycc420.j2k', data, '3,8,u@1x1:2x2:2x2', '-mct', '0')
 pam('good/opj-ycc420.j2k', even, '# on average within 4\n')
 
+# Unknown markers without parameters in the main header and in that of the only tile-part, and no end marker.
+W, H = 83, 61
+stream = open('good/opj-plain.j2k', 'rb').read()
+part = stream.index(b'\xff\x90')
+cod = stream.index(b'\xff\x52')
+length = struct.unpack('>I', stream[part + 6:part + 10])[0]
+marked = stream[:cod] + b'\xff\x30' + stream[cod:part + 6] + struct.pack('>I', length + 2) + stream[part + 10:part + 12] + \
+    b'\xff\x3f' + stream[part + 12:-2]
+open('good/hand-markers.j2k', 'wb').write(marked)
+pam('good/hand-markers.j2k', picture)
+boxed = open('good/opj-plain.jp2', 'rb').read()
+at = boxed.index(stream[:40])
+open('good/hand-markers.jp2', 'wb').write(boxed[:at - 8] + struct.pack('>I', len(marked) + 8) + b'jp2c' + marked)
+pam('good/hand-markers.jp2', picture)
+open('good/hand-no-end.jp2', 'wb').write(boxed[:-2])
+pam('good/hand-no-end.jp2', picture)
+
 whole = open('good/opj-plain.jp2', 'rb').read()
 open('cut/in-pixels.jp2', 'wb').write(whole[:len(whole) * 2 // 3])
 whole = open('good/opj-plain.j2k', 'rb').read()

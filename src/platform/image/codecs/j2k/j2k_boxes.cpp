@@ -135,7 +135,7 @@ bool ReadBoxes(Bytes bytes, J2kFile& file)
     Box box;
     while (NextBox(reader, box)) {
         if (box.type == BoxType("jp2c") && file.codestream.empty()) {
-            if (!box.whole || !IsCodestream(box.content))
+            if (!IsCodestream(box.content))
                 return false;
             file.codestream = box.content;
         } else if (box.type == BoxType("jp2h")) {

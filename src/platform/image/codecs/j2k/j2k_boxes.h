@@ -19,5 +19,6 @@ bool IsCodestream(Bytes head);
 bool IsJp2(Bytes head);
 
 /// Reads the boxes of a JP2 file, or takes a bare codestream as it is. False for other files and if the
-/// codestream is missing or truncated.
+/// codestream is missing. A truncated codestream is taken as far as it goes: its own structure tells what is
+/// missing.
 bool ReadBoxes(Bytes bytes, J2kFile& file);

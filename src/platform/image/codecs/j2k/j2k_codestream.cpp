@@ -15,22 +15,30 @@ static constexpr std::uint64_t kMaxTileComponents = 262144;
 static constexpr std::uint64_t kMaxCodeBlocks = 8'000'000;  // 16x16 samples each in the largest pictures
 static constexpr std::uint64_t kTilePartHeader = 12;  // bytes of the SOT marker segment, marker included
 
+static constexpr std::size_t kMaxBareMarkers = 16;  // each costs a copy of its tile-part
+
+// Reserved for markers without parameters. Unknown ones mean nothing to a decoder.
+static bool IsBareMarker(std::uint16_t marker)
+{
+    return marker >= 0xFF30 && marker <= 0xFF3F;
+}
+
 static std::uint64_t CeilDiv(std::uint64_t value, std::uint64_t by)
 {
     return (value + by - 1) / by;
 }
 
-std::uint64_t J2kSize::TilesAcross() const
+std::uint64_t J2kLayout::TilesAcross() const
 {
     return CeilDiv(right - tile_left, tile_width);
 }
 
-std::uint64_t J2kSize::TilesDown() const
+std::uint64_t J2kLayout::TilesDown() const
 {
     return CeilDiv(bottom - tile_top, tile_height);
 }
 
-static bool ReadSize(Bytes segment, J2kSize& size)
+static bool ReadSize(Bytes segment, J2kLayout& size)
 {
     ByteReader reader(segment);
     reader.U16Be();  // capabilities
@@ -106,7 +114,7 @@ static Interval TileAlong(std::uint64_t tile, std::uint64_t tile_first, std::uin
             std::min(tile_first + (tile + 1) * tile_size, end)};
 }
 
-static void Add(Amount& amount, const J2kSize& size, std::uint64_t tile, std::size_t component_index,
+static void Add(Amount& amount, const J2kLayout& size, std::uint64_t tile, std::size_t component_index,
                 const CodingStyle& style)
 {
     const J2kComponent& component = size.components[component_index];
@@ -156,7 +164,7 @@ namespace
 class CodestreamChecker
 {
 public:
-    CodestreamChecker(Bytes codestream, J2kSize& size) : bytes_(codestream), size_(size) {}
+    CodestreamChecker(Bytes codestream, J2kLayout& layout) : bytes_(codestream), layout_(layout) {}
     bool Run();
 
 private:
@@ -172,7 +180,7 @@ private:
         std::uint8_t parts_claimed = 0;  ///< 0 = not stated
     };
     Bytes bytes_;
-    J2kSize& size_;
+    J2kLayout& layout_;
     ByteReader reader_{bytes_};
     std::uint64_t layers_ = 1;
     std::vector<Tile> tiles_;
@@ -184,7 +192,7 @@ private:
 bool CodestreamChecker::TakeStyle(std::uint16_t marker, Bytes segment, std::int64_t tile)
 {
     ByteReader reader(segment);
-    const std::size_t components = size_.components.size();
+    const std::size_t components = layout_.components.size();
     // One for all components and one for each is the most that makes sense. The limit matters because each
     // costs a pass over all tiles.
     if (++styles_ > components + 1)
@@ -208,7 +216,7 @@ bool CodestreamChecker::TakeStyle(std::uint16_t marker, Bytes segment, std::int6
     const auto tiles = static_cast<std::int64_t>(tiles_.size());
     for (std::int64_t n = tile < 0 ? 0 : tile; n < (tile < 0 ? tiles : tile + 1); ++n)
         for (std::size_t component = first; component < end; ++component)
-            Add(amount, size_, static_cast<std::uint64_t>(n), component, style);
+            Add(amount, layout_, static_cast<std::uint64_t>(n), component, style);
     // A packet takes at least a byte.
     return amount.packets <= bytes_.size() && amount.code_blocks <= kMaxCodeBlocks;
 }
@@ -222,14 +230,16 @@ bool CodestreamChecker::ReadMainHeader()
             bytes_[Position() + 1] == (kSot & 255))
             return !tiles_.empty() && has_style;
         const std::uint16_t marker = reader_.U16Be();
+        if (IsBareMarker(marker) && !tiles_.empty())
+            continue;
         const std::uint16_t length = reader_.U16Be();
         if (reader_.Failed() || marker < 0xFF00 || length < 2 || (tiles_.empty() && marker != kSiz))
             return false;
         const Bytes segment = reader_.Take(length - 2u);
         if (marker == kSiz) {
-            if (!tiles_.empty() || reader_.Failed() || !ReadSize(segment, size_))
+            if (!tiles_.empty() || reader_.Failed() || !ReadSize(segment, layout_))
                 return false;
-            const std::uint64_t tiles = size_.TilesAcross() * size_.TilesDown();
+            const std::uint64_t tiles = layout_.TilesAcross() * layout_.TilesDown();
             if (tiles * (kTilePartHeader + 2) > bytes_.size())
                 return false;
             tiles_.resize(tiles);
@@ -270,6 +280,10 @@ bool CodestreamChecker::CheckTilePart()
         const std::uint16_t marker = reader_.U16Be();
         if (marker == kSod)
             break;
+        if (IsBareMarker(marker) && layout_.bare_markers.size() < kMaxBareMarkers) {
+            layout_.bare_markers.push_back({Position() - 2, end});
+            continue;
+        }
         const std::uint16_t marker_length = reader_.U16Be();
         if (reader_.Failed() || marker < 0xFF00 || marker_length < 2)
             return false;
@@ -284,10 +298,12 @@ bool CodestreamChecker::CheckTilePart()
     return true;
 }
 
+// Tiles needn't state the number of their parts if the end marker shows that there are no more.
 bool CodestreamChecker::IsEveryTileWhole() const
 {
-    return std::all_of(tiles_.begin(), tiles_.end(), [](const Tile& tile) {
-        return tile.parts > 0 && (tile.parts_claimed == 0 || tile.parts >= tile.parts_claimed);
+    return std::all_of(tiles_.begin(), tiles_.end(), [this](const Tile& tile) {
+        const bool stated = tile.parts_claimed > 0;
+        return tile.parts > 0 && (stated ? tile.parts >= tile.parts_claimed : layout_.has_end);
     });
 }
 
@@ -298,10 +314,12 @@ bool CodestreamChecker::Run()
     while (reader_.Left() >= 2 && bytes_[Position()] == (kSot >> 8) && bytes_[Position() + 1] == (kSot & 255))
         if (!CheckTilePart())
             return false;
-    return reader_.U16Be() == kEoc && IsEveryTileWhole();
+    layout_.parts_end = Position();
+    layout_.has_end = reader_.U16Be() == kEoc;
+    return IsEveryTileWhole();
 }
 
-bool MayDecode(Bytes codestream, J2kSize& size)
+bool MayDecode(Bytes codestream, J2kLayout& layout)
 {
-    return CodestreamChecker(codestream, size).Run();
+    return CodestreamChecker(codestream, layout).Run();
 }

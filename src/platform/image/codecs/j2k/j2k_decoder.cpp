@@ -1,4 +1,8 @@
 // Reads JPEG 2000 files with OpenJPEG.
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/codecs/j2k/j2k.h"
 #include "src/platform/image/codecs/j2k/j2k_boxes.h"
@@ -11,8 +15,8 @@ namespace
 class J2kDecoder : public ImageDecoder
 {
 public:
-    J2kDecoder(Bytes bytes, J2kFile file, std::uint64_t pixels)
-        : bytes_(bytes), file_(std::move(file)), pixels_(pixels)
+    J2kDecoder(Bytes bytes, J2kFile file, J2kLayout layout)
+        : bytes_(bytes), file_(std::move(file)), layout_(std::move(layout))
     {
     }
     std::int32_t FrameCount() override { return 1; }
@@ -21,9 +25,30 @@ public:
 private:
     Bytes bytes_;
     J2kFile file_;
-    std::uint64_t pixels_;  ///< of the reference grid: a measure of the work
+    J2kLayout layout_;
 };
 }  // namespace
+
+// A copy of the file without what OpenJPEG can't read although the picture is whole. Markers without
+// parameters become padding at the end of their tile-parts: OpenJPEG would take what follows such a marker
+// for its length. A missing end marker is added.
+static std::vector<std::uint8_t> RepairedCopy(Bytes bytes, std::uint64_t codestream, const J2kLayout& layout)
+{
+    std::vector<std::uint8_t> copy(bytes.begin(), bytes.end());
+    const auto at = [&copy, codestream](std::uint64_t offset) {
+        return copy.begin() + static_cast<std::ptrdiff_t>(codestream + offset);
+    };
+    // From the last to the first, so that moving one doesn't change the offsets of the others.
+    for (auto marker = layout.bare_markers.rbegin(); marker != layout.bare_markers.rend(); ++marker) {
+        std::copy(at(marker->offset + 2), at(marker->part_end), at(marker->offset));
+        std::fill(at(marker->part_end - 2), at(marker->part_end), std::uint8_t{0});
+    }
+    if (!layout.has_end) {
+        copy.resize(codestream + layout.parts_end);
+        copy.insert(copy.end(), {0xFF, 0xD9});
+    }
+    return copy;
+}
 
 static J2kImage DecodeImage(bool is_jp2, Bytes bytes, std::uint64_t pixels)
 {
@@ -47,7 +72,16 @@ bool J2kDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
     if (frame != 0)
         return false;
-    const J2kImage decoded = DecodeImage(file_.is_jp2, file_.is_jp2 ? bytes_ : file_.codestream, pixels_);
+    Bytes bytes = file_.is_jp2 ? bytes_ : file_.codestream;
+    std::vector<std::uint8_t> repaired;
+    if (!layout_.bare_markers.empty() || !layout_.has_end) {
+        const auto codestream = static_cast<std::uint64_t>(file_.codestream.data() - bytes.data());
+        repaired = RepairedCopy(bytes, codestream, layout_);
+        bytes = repaired;
+    }
+    // The reference grid's size is a measure of the work.
+    const std::uint64_t width = layout_.right - layout_.left, height = layout_.bottom - layout_.top;
+    const J2kImage decoded = DecodeImage(file_.is_jp2, bytes, width * height);
     ImageBuffer result;
     if (!decoded || !MakePicture(*decoded, result))
         return false;
@@ -62,9 +96,8 @@ std::unique_ptr<ImageDecoder> OpenJ2k(InputFile& input)
 {
     const Bytes bytes = input.All();
     J2kFile file;
-    J2kSize size;
-    if (!ReadBoxes(bytes, file) || !MayDecode(file.codestream, size))
+    J2kLayout layout;
+    if (!ReadBoxes(bytes, file) || !MayDecode(file.codestream, layout))
         return nullptr;
-    const std::uint64_t width = size.right - size.left, height = size.bottom - size.top;
-    return std::make_unique<J2kDecoder>(bytes, std::move(file), width * height);
+    return std::make_unique<J2kDecoder>(bytes, std::move(file), std::move(layout));
 }

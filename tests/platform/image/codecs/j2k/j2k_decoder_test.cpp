@@ -263,12 +263,40 @@ TEST(J2kDecoder, ReadsResolutionAndMetadata)
     EXPECT_EQ(image->metadata.iptc, (Block{0x1C, 2}));
 }
 
-TEST(J2kDecoder, RefusesTruncationAtAnyByte)
+TEST(J2kDecoder, RefusesTruncationAtAnyByteBeforeEndMarker)
 {
     for (const char* name : {"good/opj-plain.j2k", "good/opj-packets.jp2", "good/opj-parts.j2k"}) {
         const Block file = Sample(name);
-        for (std::size_t size = 0; size < file.size(); ++size)
+        for (std::size_t size = 0; size + 2 < file.size(); ++size)
             ASSERT_FALSE(Decoded(kJ2kCodec, Bytes(file).first(size))) << name << " " << size;
+        for (const std::size_t missing : {1u, 2u}) {
+            const auto image = Decoded(kJ2kCodec, Bytes(file).first(file.size() - missing));
+            ASSERT_TRUE(image) << name;
+            EXPECT_EQ(DifferenceBetween(*image, Decoded(kJ2kCodec, file).value()).greatest, 0) << name;
+        }
+    }
+}
+
+TEST(J2kDecoder, SkipsUnknownMarkersWithoutParameters)
+{
+    for (const char* name : {"good/opj-plain.j2k", "good/opj-tiles.j2k"}) {
+        const Block good = Sample(name);
+        Block file = good;
+        const auto insert = [&file](std::size_t at, const Block& bytes) {
+            file.insert(file.begin() + static_cast<std::ptrdiff_t>(at), bytes.begin(), bytes.end());
+        };
+        // Two in the header of the first tile-part, whose length changes, and one in the main header.
+        const std::size_t part = MarkerAt(file, 0x90);
+        const std::size_t length = file[part + 8] * 256u + file[part + 9] + 4;
+        file[part + 8] = static_cast<std::uint8_t>(length / 256);
+        file[part + 9] = static_cast<std::uint8_t>(length % 256);
+        insert(part + 12, {0xFF, 0x30, 0xFF, 0x3F});
+        insert(MarkerAt(file, 0x52), {0xFF, 0x35});
+
+        const auto image = Decoded(kJ2kCodec, file);
+
+        ASSERT_TRUE(image) << name;
+        EXPECT_EQ(DifferenceBetween(*image, Decoded(kJ2kCodec, good).value()).greatest, 0) << name;
     }
 }
 
@@ -312,13 +340,13 @@ TEST(J2kCodestream, IsRefusedIfTilesOrPacketsExceedItsSize)
 {
     const Block good = Sample("good/opj-plain.j2k");
     const std::size_t siz = MarkerAt(good, 0x51), cod = MarkerAt(good, 0x52);
-    J2kSize size;
+    J2kLayout size;
     ASSERT_TRUE(MayDecode(good, size));
     EXPECT_EQ(size.components.size(), 3u);
     const auto with = [&](std::size_t at, const Block& bytes) {
         Block file = good;
         std::copy(bytes.begin(), bytes.end(), file.begin() + static_cast<std::ptrdiff_t>(at));
-        J2kSize ignored;
+        J2kLayout ignored;
         return MayDecode(file, ignored);
     };
 
