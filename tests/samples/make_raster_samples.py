@@ -113,6 +113,10 @@ def visible(rgba, channels):
     return [rgba[i:i + channels] if channels == 4 else rgba[i:i + 3] for i in range(0, len(rgba), 4)]
 
 
+def numbers(*values):
+    return b"".join(value.to_bytes(4, "little") for value in values)
+
+
 def sample(folder, name, command, channels, *decoders):
     """Creates a sample. In command, {RGB}, {L} and so on are source images and {out} is the sample."""
     path = os.path.join(folder, "good", name)
@@ -168,6 +172,21 @@ sample("bmp", "netpbm-windows-8.bmp", "pngtopam {P256} | ppmtobmp -windows > {ou
 sample("bmp", "netpbm-windows-1.bmp", "pngtopam {BW} | ppmtobmp -windows > {out}", 1, by_pil, by_im)
 sample("bmp", "pil-32.bmp", pil("RGBA"), 3, by_im, by_gm)
 sample("bmp", "pil-8.bmp", pil("P", dpi=(300, 300)), 3, by_im, by_gm)
+
+
+
+def with_long_header(path):
+    """A 64-byte OS/2 header before the three-byte palette of the short one."""
+    data = open("bmp/good/gm-os2-8.bmp", "rb").read()
+    width, height, _, bits = (int.from_bytes(data[i:i + 2], "little") for i in (18, 20, 22, 24))
+    start = int.from_bytes(data[10:14], "little")
+    header = numbers(64, width, height) + b"\1\0" + bits.to_bytes(2, "little") + bytes(48)
+    data = data[:10] + numbers(start + 52) + header + data[26:]
+    with open(path, "wb") as file:
+        file.write(data[:2] + numbers(len(data)) + data[6:])
+
+
+sample("bmp", "hand-os2-64-short-palette.bmp", with_long_header, 3, lambda path: by_im("bmp/good/gm-os2-8.bmp"))
 
 # PCX
 sample("pcx", "im-24.pcx", IM + "{RGB} -type TrueColor {out}", 3, by_pil, by_gm, pcx)
@@ -259,10 +278,6 @@ def copy_pam(icon, path):
 
 def chunk(name, data):
     return name.encode() + len(data).to_bytes(4, "little") + data + b"\0" * (len(data) % 2)
-
-
-def numbers(*values):
-    return b"".join(value.to_bytes(4, "little") for value in values)
 
 
 def animation(frames, sequence=None, flags=1):

@@ -173,11 +173,14 @@ bool ReadDibHeader(Bytes dib, DibHeader& header)
         result.bits = 0;
 
     const std::uint64_t masks = ReadMasks(raw, dib.subspan(raw.size), result);
-    const std::size_t entry_size = raw.size == kOs2Header ? 3 : 4;
     const bool indexes = !embedded && result.bits <= 8;
     const std::uint64_t max = indexes ? 1ull << result.bits : 0;
     const std::uint64_t named = raw.colours_used > 0 ? raw.colours_used : max;
     const std::uint64_t palette_offset = raw.size + masks;
+    // Some writers of long OS/2 headers kept the short header's palette of three bytes per colour.
+    const bool has_short_entries =
+        raw.size == kOs2Header || (raw.os2 && indexes && dib.size() == palette_offset + 3 * named);
+    const std::size_t entry_size = has_short_entries ? 3 : 4;
     result.bits_offset = palette_offset + named * entry_size;
     if (indexes && palette_offset <= dib.size())
         ReadPalette(dib.subspan(palette_offset), entry_size, std::min(named, max), result);

@@ -193,6 +193,21 @@ TEST(DibHeaders, ReadThreeBytePaletteOfOs2Version1)
     EXPECT_EQ(LevelsOf(DecodeValid(maker)), (Levels{1, 2, 3, 4, 5, 6}));
 }
 
+TEST(DibHeaders, ReadPaletteOfOs2Version2WithThreeOrFourBytes)
+{
+    ByteMaker header;
+    header.U32Le({64, 2, 1}).U16Le({1, 1}).Zeros(48);
+    ByteMaker short_palette = header, long_palette = header;
+    short_palette.U8({1, 2, 3, 4, 5, 6});
+    long_palette.U8({1, 2, 3, 0, 4, 5, 6, 0});
+
+    for (const ByteMaker& maker : {short_palette, long_palette}) {
+        ImageBuffer image;
+        ASSERT_TRUE(DecodeDib(maker.Data(), ByteMaker().U8({0x40, 0, 0, 0}).Data(), image));
+        EXPECT_EQ(LevelsOf(image), (Levels{1, 2, 3, 4, 5, 6}));
+    }
+}
+
 TEST(DibHeaders, AcceptTruncatedOs2Version2)
 {
     ByteMaker mk16;
