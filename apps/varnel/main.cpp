@@ -9,7 +9,6 @@
 #include "src/entry/modMain.h"
 #include "src/forms/Application.h"
 #include "src/platform/files/file_saver.h"
-#include "src/platform/headless/headless_windows.h"
 #include "src/platform/image/base/picture_memory.h"
 #include "src/platform/image/codec_image_file.h"
 #include "src/platform/image/transform_module.h"
@@ -20,6 +19,7 @@
 #include "src/platform/posix/posix_named_mutex.h"
 #include "src/platform/posix/posix_processes.h"
 #include "src/platform/posix/posix_program_folders.h"
+#include "src/platform/qt/link/lazy_windows.h"
 
 static void Run(const std::vector<std::string>& aArguments)
 {
@@ -33,7 +33,7 @@ static void Run(const std::vector<std::string>& aArguments)
     PosixClock objClock;
     PosixLocale objLocale;
     PosixNamedMutex objNamedMutex;
-    HeadlessWindows objWindows;
+    LazyWindows objWindows;
     CodecImageFile objImageFile(objFileSystem, objSaver);
     BufferImageUtility objImageUtility;
     LazyImageTransform objImageTransform;
@@ -41,7 +41,11 @@ static void Run(const std::vector<std::string>& aArguments)
     Application app(Services{objFileSystem, objIniFile, objClock, objLocale, objNamedMutex, objFolders,
                              objWindows, objImageFile, objImageUtility, objImageTransform,
                              objProcessLauncher});
+    objWindows.Attach(app);
     Main(app, sCommandText(aArguments));
+    if (app.frmMain.Visible())
+        objWindows.Run();
+    objWindows.Detach();
 }
 
 // The exit status is always 0, even on failure; callers read the report file.

@@ -66,7 +66,10 @@ static void RunOrOpen(Application& app, clsConversionOptions& objOptions)
 
 static void ParseAndRun(Application& app, const std::string& sCommandLine, clsConversionOptions& objOptions)
 {
-    if (bParseCommandLine(app, sCommandLine, objOptions)) {
+    const bool bValid = bParseCommandLine(app, sCommandLine, objOptions);
+    if (objOptions.bVerbose || objOptions.bOpenButDoNotRun)
+        app.svc.objWindows.LetBoxesOpenWindows();
+    if (bValid) {
         RunOrOpen(app, objOptions);
     } else if (sCommandLine.empty()) {
         ShowMainWindows(app);
@@ -94,6 +97,8 @@ void Main(Application& app, const std::string& sCommandLine)
     Dispatch(
         app, Act::Ordinary,
         [&] {
+            if (sCommandLine.empty())
+                app.svc.objWindows.LetBoxesOpenWindows();
             InitializeProcess(app);
             ParseAndRun(app, sCommandLine, objOptions);
         },

@@ -128,7 +128,10 @@ public:
     virtual void LaunchHelp(const std::string& sHelpFile, std::int32_t lTopic) = 0;
     /// The name of the font that the system shows texts in when asked for sName; "" without a display.
     [[nodiscard]] virtual std::string sMatchingFont(const std::string& /*sName*/) const { return ""; }
-    /// True when windows can be shown: a command line's boxes are shown then.
+    /// From now on, a box may open the first window. Until then the boxes of a process that shows no form go
+    /// to standard error.
+    virtual void LetBoxesOpenWindows() {}
+    /// True when windows can be shown.
     [[nodiscard]] virtual bool bHasDisplay() const = 0;
 
     /// The pumps that are at work, the innermost last.

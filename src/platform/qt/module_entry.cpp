@@ -1,0 +1,138 @@
+// The window's module as the program opens it: the application object, and the services on it.
+#include <unistd.h>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QUrl>
+#include <cstdio>
+#include <memory>
+
+#include "src/forms/Application.h"
+#include "src/platform/program_folders.h"
+#include "src/platform/qt/appearance.h"
+#include "src/platform/qt/boxes.h"
+#include "src/platform/qt/link/window_module.h"
+#include "src/platform/qt/views/qt_text.h"
+#include "src/platform/qt/window_mirror.h"
+#include "src/translator/modTranslator.h"
+
+#define VARNEL_MODULE_FUNCTION extern "C" __attribute__((visibility("default")))
+
+namespace
+{
+
+class QtWindows final : public WindowModule
+{
+public:
+    QtWindows() : application_(count_, arguments_)
+    {
+        QApplication::setApplicationName(QStringLiteral("varnel"));
+        QApplication::setApplicationDisplayName(QString());
+        QApplication::setDesktopFileName(QStringLiteral("varnel"));
+        QApplication::setQuitOnLastWindowClosed(false);
+        SetUpAppearance(application_);
+    }
+
+    void Mirror(Application& app) override
+    {
+        app_ = &app;
+        mirror_ = std::make_unique<WindowMirror>(
+            app, [&app](const char* text) { return ToQt(sTranslate(app, text)); });
+    }
+
+    void Run() override
+    {
+        if (FormWindow* window = mirror_ ? mirror_->Window(app_->frmMainMDI) : nullptr)
+            window->RunUntilHidden();
+    }
+
+    BoxAnswer ShowBox(const std::string& text, const std::string& title, BoxIcon icon,
+                      BoxButtons buttons) override
+    {
+        return ShowMessage(Parent(), text, title, icon, buttons);
+    }
+    std::size_t ShowChoice(const std::string& text, const std::string& title, BoxIcon icon,
+                           const std::vector<ChoiceButton>& buttons) override
+    {
+        return ShowChoices(Parent(), text, title, icon, buttons);
+    }
+    std::string PickFile(FilePicker& picker) override { return PickFilePath(Parent(), picker); }
+    std::string PickFolder(const std::string& title, const std::string& start_folder) override
+    {
+        return PickFolderPath(Parent(), title, start_folder);
+    }
+    std::optional<std::int32_t> PickColour(std::int32_t start) override
+    {
+        return PickColourValue(Parent(), start);
+    }
+    std::optional<std::string> PickFont(const std::string& start) override
+    {
+        return PickFontName(Parent(), start);
+    }
+    void ShowModal(Form& frm) override
+    {
+        if (mirror_)
+            mirror_->ShowModal(frm);
+    }
+    void HandleEvents() override { QCoreApplication::processEvents(); }
+
+    bool LaunchHelp(const std::string&, std::int32_t topic) override
+    {
+        const QString guide =
+            app_ ? ToQt(app_->svc.objProgramFolders.sOwnFolder()) + QStringLiteral("/Help/Varnel.html")
+                 : QString();
+        if (!QFileInfo::exists(guide))
+            return false;
+        QUrl url = QUrl::fromLocalFile(guide);
+        if (topic >= 0)
+            url.setFragment(QString::number(topic));
+        return QDesktopServices::openUrl(url);
+    }
+
+private:
+    /// The window that asks.
+    QWidget* Parent() const
+    {
+        if (QWidget* window = QApplication::activeModalWidget())
+            return window;
+        if (QWidget* window = QApplication::activeWindow())
+            return window;
+        MainWindow* main = mirror_ ? mirror_->Main() : nullptr;
+        return main && main->Frame().Widget().isVisible() ? &main->Frame().Widget() : nullptr;
+    }
+
+    int count_ = 1;
+    char name_[7] = "varnel";
+    char* arguments_[2] = {name_, nullptr};
+    QApplication application_;
+    Application* app_ = nullptr;
+    std::unique_ptr<WindowMirror> mirror_;
+};
+
+}  // namespace
+
+// Qt calls abort() when it can't open the display. The program has looked before, but a display can refuse
+// for more reasons than it can know; a message and an ordinary end are better than a crash.
+static void EndOnFatalMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
+    std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
+    if (type != QtFatalMsg)
+        return;
+    std::fflush(nullptr);
+    _exit(0);
+}
+
+VARNEL_MODULE_FUNCTION WindowModule* VarnelCreateWindowModule()
+{
+    qInstallMessageHandler(EndOnFatalMessage);
+    return new QtWindows;
+}
+
+VARNEL_MODULE_FUNCTION void VarnelDestroyWindowModule(WindowModule* module)
+{
+    delete module;
+}

@@ -1,0 +1,40 @@
+// The main window over an application with in-memory services.
+// Room: tests/platform/qt/support.
+#pragma once
+
+#include <QTest>
+#include <memory>
+
+#include "src/platform/qt/views/qt_text.h"
+#include "src/platform/qt/window_mirror.h"
+#include "src/scheduler/modSchedulerLink.h"
+#include "src/shell/modMainForms.h"
+#include "tests/fakes/test_application.h"
+
+/// Shows the main forms as the program does.
+class ShownApplication
+{
+public:
+    ShownApplication()
+    {
+        LoadMainForms(app);
+        LinkScheduler(app);
+        mirror = std::make_unique<WindowMirror>(app, [](const char* text) { return QString(text); });
+        app.frmMainMDI.SetVisible(true);
+        app.frmMain.SetVisible(true);
+        (void)QTest::qWaitForWindowExposed(&Window());
+    }
+
+    QWidget& Window() { return mirror->Window(app.frmMainMDI)->Widget(); }
+    template <typename T = QWidget>
+    T& Get(const char* name)
+    {
+        T* found = Window().findChild<T*>(name);
+        if (!found)
+            throw std::runtime_error(std::string("no ") + name);
+        return *found;
+    }
+
+    TestApplication app;
+    std::unique_ptr<WindowMirror> mirror;
+};
