@@ -1,6 +1,8 @@
 // Loads, transforms and saves one file, page by page if it is a TIFF.
 #include "src/conversion/modConversionItem.h"
 
+#include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -17,6 +19,7 @@
 #include "src/job/modFileHelpers.h"
 #include "src/platform/file_system.h"
 #include "src/platform/image_library.h"
+#include "src/platform/named_mutex.h"
 #include "src/translator/modTranslator.h"
 
 constexpr std::int32_t kTypeTiff = 3;
@@ -58,12 +61,12 @@ static void FailToLoad(Item& objItem)
          sTranslate(objItem.app, "Unsupported source image file format. Unable to load image."));
 }
 
-// For an item whose multi-page target is still open.
-static void FailToLoadAndClose(Item& objItem)
+// For an item that may have begun a multi-page target, which is then discarded.
+static Step FailToLoadAndDiscard(Item& objItem)
 {
     FailToLoad(objItem);
-    (void)objItem.ImageFile1.AppendFrame({}, true);
     objItem.ImageFile1.SetMultiFrameSave(false);
+    return Step::EndItem;
 }
 
 // A stopped run abandons its load, so a failure then says nothing about the file: leave the item.
@@ -161,38 +164,85 @@ static std::string sAllPages(Item& objItem)
     return sPages;
 }
 
-// Appends the source to an existing TIFF: copies its pages to a temporary file and adds the new page. The
-// special process is applied to the existing pages as well.
+namespace
+{
+
+/// A multi-page target that is written anew: its old pages and those that are added to it. It takes the
+/// target's place as a whole, or not at all if a page could not be saved.
+class GrowingTarget
+{
+public:
+    explicit GrowingTarget(Item& objItem)
+        : m_objItem(objItem), m_objOld(objItem.app.svc.objFileSystem.objStampOf(sTarget()))
+    {
+        objItem.ImageFile1.SetMultiFrameSave(true);
+    }
+
+    /// Adds the item's picture.
+    bool bAdd(bool bLast)
+    {
+        ImageFile& ImageFile1 = m_objItem.ImageFile1;
+        bool bOK = bLast && m_bBegun ? bMayFinish() : true;
+        if (m_bBegun) {
+            bOK = bOK && ImageFile1.AppendFrame(m_objItem.aImage, bLast);
+            m_bFinished = bLast;
+        } else {
+            bOK = ImageFile1.SaveTIFF(m_objItem.aImage, sTarget());
+            m_bBegun = true;
+        }
+        m_bAllAdded = m_bAllAdded && bOK;
+        return bOK;
+    }
+
+    /// Puts the target into place unless the last page did. False if it could not be, or lacks a page.
+    bool bFinish()
+    {
+        if (!m_bFinished)
+            m_bAllAdded =
+                m_bBegun && m_bAllAdded && bMayFinish() && m_objItem.ImageFile1.AppendFrame({}, true);
+        m_bFinished = true;
+        if (m_bAllAdded)
+            m_objItem.aTargets.push_back(sTarget());
+        return m_bAllAdded;
+    }
+
+private:
+    const std::string& sTarget() const { return m_objItem.objOptions.sTargetFile; }
+    // Another program may have written to the target since its pages were read.
+    bool bMayFinish() const { return m_objItem.app.svc.objFileSystem.objStampOf(sTarget()) == m_objOld; }
+
+    Item& m_objItem;
+    const std::optional<FileStamp> m_objOld;
+    bool m_bBegun = false;
+    bool m_bAllAdded = true;
+    bool m_bFinished = false;
+};
+
+}  // namespace
+
+// Appends the source to an existing TIFF: writes the old pages and then the new one. The special process is
+// applied to the old pages as well.
 static Step AppendSourceToTiff(Item& objItem)
 {
     ImageFile& ImageFile1 = objItem.ImageFile1;
     clsConversionOptions& objOptions = objItem.objOptions;
-    const std::string sTemporary = objOptions.sTargetFile + ".TIF";
-    bool bAllCarriedOver = true;
-    ImageFile1.SetMultiFrameSave(true);
+    GrowingTarget objTarget(objItem);
     const std::int32_t lCount = ImageFile1.GetFrameCount(objOptions.sTargetFile);
     for (std::int32_t l = 1; l <= lCount; ++l) {
-        if (!bLoaded(objItem, ImageFile1.LoadFrame(objOptions.sTargetFile, l - 1, objItem.aImage))) {
-            FailToLoadAndClose(objItem);
-            return Step::EndItem;
-        }
+        if (!bLoaded(objItem, ImageFile1.LoadFrame(objOptions.sTargetFile, l - 1, objItem.aImage)))
+            return FailToLoadAndDiscard(objItem);
         if (bApplyOrFail(objItem))
-            bAllCarriedOver &= l == 1 ? ImageFile1.SaveTIFF(objItem.aImage, sTemporary)
-                                      : ImageFile1.AppendFrame(objItem.aImage, false);
+            objTarget.bAdd(false);
         if (objItem.bProcessRaised)
             return Step::EndItem;
     }
-    if (!bLoaded(objItem, ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage))) {
-        FailToLoadAndClose(objItem);
-        return Step::EndItem;
-    }
-    objItem.bOK = bApplyOrFail(objItem) && ImageFile1.AppendFrame(objItem.aImage, true);
+    if (!bLoaded(objItem, ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage)))
+        return FailToLoadAndDiscard(objItem);
+    // A target without a page that can be read isn't replaced.
+    objItem.bOK = bApplyOrFail(objItem) && lCount > 0 && objTarget.bAdd(true);
     if (objItem.bProcessRaised)
         return Step::EndItem;
-    // Don't replace the target if any of its pages was lost.
-    objItem.bOK = objItem.bOK && bAllCarriedOver;
-    if (bAllCarriedOver && bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile))
-        objItem.aTargets.push_back(objOptions.sTargetFile);
+    objItem.bOK = objItem.bOK && objTarget.bFinish();
     return Step::GoOn;
 }
 
@@ -240,28 +290,40 @@ static Step SplitTiff(Item& objItem)
     return Step::GoOn;
 }
 
-// Copies the target's pages to the temporary file.
-static bool bCarryOverPages(Item& objItem, const std::string& sTemporary, bool& bAllCarriedOver)
+// Writes the target's old pages anew.
+static bool bCarryOverPages(Item& objItem, GrowingTarget& objTarget)
 {
     const std::string& sTarget = objItem.objOptions.sTargetFile;
     const std::int32_t lCount = objItem.ImageFile1.GetFrameCount(sTarget);
     for (std::int32_t l = 1; l <= lCount; ++l) {
-        if (!bLoaded(objItem, objItem.ImageFile1.LoadFrame(sTarget, l - 1, objItem.aImage))) {
-            FailToLoadAndClose(objItem);
+        if (!bLoaded(objItem, objItem.ImageFile1.LoadFrame(sTarget, l - 1, objItem.aImage)))
             return false;
-        }
-        objItem.bOK = l == 1 ? objItem.ImageFile1.SaveTIFF(objItem.aImage, sTemporary)
-                             : objItem.ImageFile1.AppendFrame(objItem.aImage, false);
-        bAllCarriedOver &= objItem.bOK;
+        objTarget.bAdd(false);
     }
-    return true;
+    return lCount > 0;
+}
+
+// Saves the only selected page as a file of its own.
+static Step SaveOnlyPage(Item& objItem, const std::vector<std::string>& aPages)
+{
+    objItem.ImageFile1.SetMultiFrameSave(false);
+    for (std::size_t i = 0; i < aPages.size(); ++i) {
+        if (!bLoadSelectedPage(objItem, aPages[i], i))
+            continue;
+        objItem.bOK = bApplyOrFail(objItem) &&
+                      objItem.ImageFile1.SaveTIFF(objItem.aImage, objItem.objOptions.sTargetFile);
+        if (objItem.bProcessRaised)
+            return Step::EndItem;
+        if (objItem.bOK)
+            objItem.aTargets.push_back(objItem.objOptions.sTargetFile);
+    }
+    return Step::GoOn;
 }
 
 // Appends selected pages of a TIFF to another. Unlike AppendSourceToTiff, this doesn't apply the special
 // process to existing pages, and an empty selection selects no page.
 static Step AppendPagesToTiff(Item& objItem)
 {
-    ImageFile& ImageFile1 = objItem.ImageFile1;
     clsConversionOptions& objOptions = objItem.objOptions;
     std::string& sPagesToDo = objItem.objDetails.sPagesToDo;
     if (bContains(sPagesToDo, "*"))
@@ -270,27 +332,23 @@ static Step AppendPagesToTiff(Item& objItem)
         lParseRangeString(sPagesToDo);
     const std::vector<std::string> aPages = aSplit(sPagesToDo, ',');
     const bool bTargetExists = bFileExists(objItem.app, objOptions.sTargetFile);
-    const bool bMulti =
-        bTargetExists || (ImageFile1.GetFrameCount(objOptions.sOriginalFile) > 1 && aPages.size() != 1);
-    ImageFile1.SetMultiFrameSave(bMulti);
-    const std::string sTemporary = objOptions.sTargetFile + ".TIF";
-    bool bAllCarriedOver = true;
-    if (bTargetExists && !bCarryOverPages(objItem, sTemporary, bAllCarriedOver))
-        return Step::EndItem;
+    if (!bTargetExists &&
+        (objItem.ImageFile1.GetFrameCount(objOptions.sOriginalFile) <= 1 || aPages.size() == 1))
+        return SaveOnlyPage(objItem, aPages);
+    GrowingTarget objTarget(objItem);
+    if (bTargetExists && !bCarryOverPages(objItem, objTarget))
+        return FailToLoadAndDiscard(objItem);
+    bool bAdded = false;
     for (std::size_t i = 0; i < aPages.size(); ++i) {
         if (!bLoadSelectedPage(objItem, aPages[i], i))
             continue;
-        const bool bFirstOfNewFile = i == 0 && !bTargetExists;
-        objItem.bOK = bApplyOrFail(objItem) &&
-                      (bFirstOfNewFile ? ImageFile1.SaveTIFF(objItem.aImage, sTemporary)
-                                       : ImageFile1.AppendFrame(objItem.aImage, i + 1 == aPages.size()));
+        objItem.bOK = bApplyOrFail(objItem) && objTarget.bAdd(i + 1 == aPages.size());
         if (objItem.bProcessRaised)
             return Step::EndItem;
+        bAdded = true;
     }
-    // Don't replace the target if any of its pages was lost.
-    objItem.bOK = objItem.bOK && bAllCarriedOver;
-    if (bAllCarriedOver && bMoveFileReplacing(objItem.app, sTemporary, objOptions.sTargetFile))
-        objItem.aTargets.push_back(objOptions.sTargetFile);
+    if (bAdded)
+        objItem.bOK = objTarget.bFinish();
     return Step::GoOn;
 }
 
@@ -304,9 +362,14 @@ static Step ConvertOnce(Item& objItem)
     return SplitTiff(objItem);
 }
 
+static bool bAppends(const Item& objItem)
+{
+    return bIsTiff(objItem.objOptions.lTargetFileType) && objItem.objDetails.bAppendToTiff;
+}
+
 // Converts an item whose source or target is a TIFF. A failed first pass is repeated in the state it left
 // behind: the first error stays even if every page is then saved, and split pages are split again under their
-// new names.
+// new names. What was appended isn't appended again.
 static void ConvertWithPages(Item& objItem, std::int32_t& lResult)
 try {
     for (bool bRetried = false;; bRetried = true) {
@@ -316,13 +379,45 @@ try {
         if (objItem.objOptions.lErr == 0 && !objItem.bOK)
             Fail(objItem, kErrNotConverted, sTranslate(objItem.app, "Unable to convert"));
         lResult = objItem.objOptions.lErr;
-        if (lResult == 0 || bRetried || !objItem.app.frmMain.bTryAutodetectIfFailed)
+        if (lResult == 0 || bRetried || !objItem.app.frmMain.bTryAutodetectIfFailed ||
+            (bAppends(objItem) && !objItem.aTargets.empty()))
             return;
     }
 } catch (...) {
     objItem.ImageFile1.SetMultiFrameSave(false);  // lets go of the file that was being written
     throw;
 }
+
+namespace
+{
+
+/// Keeps other processes from appending to the same target. One lock for all targets would do, but then every
+/// append would wait for every other.
+class TargetLock
+{
+public:
+    TargetLock(Application& app, const std::string& sTarget) : m_app(app), m_sName(sNameFor(app, sTarget))
+    {
+        app.svc.objNamedMutex.Acquire(m_sName);
+    }
+    ~TargetLock() { m_app.svc.objNamedMutex.Release(m_sName); }
+    TargetLock(const TargetLock&) = delete;
+    TargetLock& operator=(const TargetLock&) = delete;
+
+private:
+    static std::string sNameFor(Application& app, const std::string& sTarget)
+    {
+        constexpr std::size_t kLocks = 64;
+        const std::string sFolder = app.svc.objFileSystem.sRealPath(sGetParentFolderName(sTarget));
+        const std::string sPath = sLower(sFolder + "/" + sTarget.substr(sFolderOfPath(sTarget).size()));
+        return "Append_" + std::to_string(std::hash<std::string>{}(sPath) % kLocks);
+    }
+
+    Application& m_app;
+    const std::string m_sName;
+};
+
+}  // namespace
 
 static void ConvertPlain(Item& objItem, std::int32_t& lResult)
 {
@@ -360,10 +455,14 @@ std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions&
     objItem.ImageFile1.SetInfo(objItem.objDetails.objTexts);
     objItem.ImageFile1.SetTIFFCompression(app.frmMain.lTIFFCompression);
     objItem.ImageFile1.SetJPEGQuality(app.frmMain.lJPEGQuality);
-    if (bIsTiff(objOptions.lOriginalFileType) || bIsTiff(objOptions.lTargetFileType))
+    if (bAppends(objItem)) {
+        const TargetLock objLock(app, objOptions.sTargetFile);
         ConvertWithPages(objItem, lResult);
-    else
+    } else if (bIsTiff(objOptions.lOriginalFileType) || bIsTiff(objOptions.lTargetFileType)) {
+        ConvertWithPages(objItem, lResult);
+    } else {
         ConvertPlain(objItem, lResult);
+    }
     if (objItem.bProcessRaised) {
         objItem.ImageFile1.SetMultiFrameSave(false);
         lResult = objOptions.lErr;

@@ -1,4 +1,4 @@
-// Checks for files and folders; creates, moves and deletes them.
+// Checks for files and folders; creates and deletes them.
 #include "src/job/modFileHelpers.h"
 
 #include <vector>
@@ -43,11 +43,6 @@ bool bFileExists(Application& app, const std::string& sPath)
 {
     const std::string sTrimmed = sTrim(sPath);
     return !sTrimmed.empty() && app.svc.objFileSystem.FileExists(sTrimmed);
-}
-
-bool bMoveFileReplacing(Application& app, const std::string& sTemp, const std::string& sTarget)
-{
-    return app.svc.objFileSystem.CopyFile(sTemp, sTarget) && bDeleteFileOnce(app, sTemp);
 }
 
 bool bDeleteFileOnce(Application& app, const std::string& sFile)

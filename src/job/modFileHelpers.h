@@ -17,10 +17,6 @@ bool bFolderExists(Application& app, const std::string& sFolder);
 /// True if the trimmed path names a file; false for folders and wildcard patterns.
 bool bFileExists(Application& app, const std::string& sPath);
 
-/// Copies sTemp over sTarget and deletes sTemp, even if it is read-only. On failure, sTarget is intact with
-/// its old or its new contents, and sTemp may still exist.
-bool bMoveFileReplacing(Application& app, const std::string& sTemp, const std::string& sTarget);
-
 /// Deletes a file, even a read-only one. False if it doesn't exist or can't be deleted.
 bool bDeleteFileOnce(Application& app, const std::string& sFile);
 

@@ -57,16 +57,16 @@ public:
     [[nodiscard]] virtual bool SaveRAS(const ImageBuffer& aImage, const std::string& sFile) = 0;
     [[nodiscard]] virtual bool SaveJ2K(const ImageBuffer& aImage, const std::string& sFile) = 0;
 
-    /// Adds a page to the file begun by SaveTIFF while MultiFrameSave was True. With bFinish the file is
-    /// closed afterwards, also after a failure. With an empty aImage (lWidth 0) and bFinish nothing is added.
-    /// False when no file is open or the page could not be written; the pages before it stay. The file is a
-    /// valid TIFF after every call.
+    /// Adds a page to the file begun by SaveTIFF while MultiFrameSave was True. Such a file takes its name
+    /// only when it is finished: bFinish adds the page, if any (lWidth 0: none), and puts the file into
+    /// place, unless a page before could not be written. False when no file is open, the page could not be
+    /// written, or the file could not be put into place; an older file is then as it was.
     [[nodiscard]] virtual bool AppendFrame(const ImageBuffer& aImage, bool bFinish) = 0;
 
     virtual void SetJPEGQuality(std::int32_t lQuality) = 0;  ///< clamped to 1..100 when used; 75 at first
     virtual void SetTIFFCompression(
         std::int32_t lCompression) = 0;  ///< 0 none, 1 LZW, 2 RLE, 3 G3, 4 G4; 0 at first
-    virtual void SetMultiFrameSave(bool bMultiFrameSave) = 0;  ///< False closes a file that is still open
+    virtual void SetMultiFrameSave(bool bMultiFrameSave) = 0;  ///< False discards an unfinished file
     virtual void SetInfo(const ImageInfoTexts& objTexts) = 0;
 };
 

@@ -170,9 +170,8 @@ TEST(ConvertIntoTiff, AppendsAfterTheExistingPages)
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
     EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2, 7}));
-    EXPECT_FALSE(app.files.Has("/in/t.tif.TIF"));
     EXPECT_EQ(aPictureCalls(app),
-              (Calls{"LoadFrame /in/t.tif 0", "SaveTIFF /in/t.tif.TIF", "LoadFrame /in/t.tif 1",
+              (Calls{"LoadFrame /in/t.tif 0", "SaveTIFF /in/t.tif", "LoadFrame /in/t.tif 1",
                      "AppendFrame False", "LoadImage /in/a.bmp", "AppendFrame True"}));
 }
 
@@ -187,7 +186,7 @@ TEST(ConvertIntoTiff, WritesANewFileIfTheTargetIsMissing)
     EXPECT_EQ(app.images.PagesOf("/in/t.tif"), Pages{7});
 }
 
-TEST(ConvertIntoTiff, ClosesTheTargetIfTheSourceFailsToLoad)
+TEST(ConvertIntoTiff, DiscardsTheNewTargetIfTheSourceFailsToLoad)
 {
     TestApplication app;
     app.files.AddFile("/in/a.bmp", "no picture");
@@ -198,22 +197,92 @@ TEST(ConvertIntoTiff, ClosesTheTargetIfTheSourceFailsToLoad)
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
     EXPECT_EQ(objOptions.lErr, -101);
-    EXPECT_EQ(aPictureCalls(app).back(), "AppendFrame True");
+    EXPECT_EQ(aPictureCalls(app).back(), "LoadImage /in/a.bmp");
     EXPECT_EQ(app.images.calls.back(), "MultiFrameSave False");
     EXPECT_EQ(app.images.PagesOf("/in/t.tif"), Pages{1});
 }
 
-TEST(ConvertIntoTiff, NeverReplacesATargetIfPagesWereLost)
+TEST(ConvertIntoTiff, NeverReplacesATargetIfItsFirstPageCannotBeSaved)
 {
     TestApplication app;
     app.images.AddImage("/in/a.bmp", {7});
     app.images.AddImage("/in/t.tif", {1, 2});
-    app.images.unwritable.insert("/in/t.tif.TIF");
+    app.images.unwritable.insert("/in/t.tif");
     clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
 
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
 
     EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2}));
+}
+
+TEST(ConvertIntoTiff, NeverReplacesATargetIfAnyPageCannotBeSaved)
+{
+    for (const int lPage : {2, 3, 7}) {
+        TestApplication app;
+        app.frmMain.bDeleteOriginalFileAfterProcessing = true;
+        app.images.AddImage("/in/a.bmp", {7});
+        app.images.AddImage("/in/t.tif", {1, 2, 3});
+        app.images.unwritable_page = lPage;
+        clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
+
+        EXPECT_EQ(lPerformConversionItem(app, objOptions), -103);
+
+        EXPECT_EQ(objOptions.lErr, -103);
+        EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2, 3}));
+        EXPECT_TRUE(app.files.Has("/in/a.bmp"));
+    }
+}
+
+TEST(ConvertIntoTiff, LeavesAFileAloneThatOnlyLooksLikeATemporary)
+{
+    TestApplication app;
+    app.images.AddImage("/in/a.bmp", {7});
+    app.images.AddImage("/in/t.tif", {1});
+    app.images.AddImage("/in/t.tif.TIF", {42});
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
+
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 7}));
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif.TIF"), Pages{42});
+}
+
+TEST(ConvertIntoTiff, AppendsToATargetThatChangesMeanwhile)
+{
+    TestApplication app;
+    app.images.AddImage("/in/a.bmp", {7});
+    app.images.AddImage("/in/t.tif", {1});
+    app.images.on_call = [&] {
+        if (app.images.calls.back() == "LoadImage /in/a.bmp" && app.images.PagesOf("/in/t.tif") == Pages{1})
+            app.images.AddImage("/in/t.tif", {1, 2});
+    };
+    clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, "/in/t.tif", 3, "*^0^TRUE^75");
+
+    // The second pass finds the new page. The first pass's failure stays.
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
+
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2, 7}));
+}
+
+TEST(ConvertIntoTiff, HoldsALockPerTargetWhileItAppends)
+{
+    const auto aLocks = [](const std::string& sTarget, const std::string& sAppend) {
+        TestApplication app;
+        app.images.AddImage("/in/a.bmp", {7});
+        app.images.AddImage("/in/t.tif", {1});
+        app.images.on_call = [&] { EXPECT_EQ(app.mutex.held, sAppend == "TRUE" ? 1 : 0); };
+        clsConversionOptions objOptions = objRequest("/in/a.bmp", 2, sTarget, 3, "*^0^" + sAppend + "^75");
+        PerformConversionItemNCTOCX(app, objOptions);
+        EXPECT_EQ(app.mutex.held, 0);
+        return app.mutex.calls;
+    };
+
+    const Calls aFirst = aLocks("/in/t.tif", "TRUE");
+    ASSERT_EQ(aFirst.size(), 2u);
+    EXPECT_TRUE(aFirst[0].starts_with("Acquire Append_"));
+    EXPECT_EQ(aLocks("/in/T.TIF", "TRUE"), aFirst);
+    EXPECT_NE(aLocks("/in/u.tif", "TRUE"), aFirst);
+    EXPECT_TRUE(aLocks("/in/t.tif", "FALSE").empty());
 }
 
 TEST(AppendPagesToTiff, AppendsOnlyTheSelectedPages)
@@ -226,7 +295,63 @@ TEST(AppendPagesToTiff, AppendsOnlyTheSelectedPages)
     EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), 0);
 
     EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2, 11, 13}));
-    EXPECT_FALSE(app.files.Has("/in/t.tif.TIF"));
+}
+
+TEST(AppendPagesToTiff, LeavesOutPagesThatCannotBeLoadedAndAddsTheOthersOnce)
+{
+    for (const std::string sPages : {"1,9,3", "9,1,3", "1,3,9"}) {
+        TestApplication app;
+        app.images.AddImage("/in/s.tif", {11, 12, 13});
+        app.images.AddImage("/in/t.tif", {1, 2});
+        clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, sPages + "^0^TRUE^75");
+        EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
+        EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2, 11, 13}));
+
+        objOptions = objRequest("/in/s.tif", 3, "/in/new.tif", 3, "0,1,9,3^0^TRUE^75");
+        EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
+        EXPECT_EQ(app.images.PagesOf("/in/new.tif"), (Pages{11, 13}));
+    }
+}
+
+TEST(AppendPagesToTiff, LeavesTheTargetAloneIfAPageCannotBeSaved)
+{
+    for (const int lPage : {2, 11, 12, 13}) {
+        TestApplication app;
+        app.images.AddImage("/in/s.tif", {11, 12, 13});
+        app.images.AddImage("/in/t.tif", {1, 2});
+        app.images.unwritable_page = lPage;
+        clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "*^0^TRUE^75");
+
+        EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -103);
+
+        EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2}));
+    }
+}
+
+TEST(AppendPagesToTiff, KeepsAnEarlierFailuresCodeIfSavingFailsToo)
+{
+    TestApplication app;
+    app.images.AddImage("/in/s.tif", {11, 12});
+    app.images.AddImage("/in/t.tif", {1, 2});
+    app.images.unwritable_page = 12;
+    clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "0,1,2^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
+
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2}));
+}
+
+TEST(AppendPagesToTiff, LeavesTheTargetAloneIfNoSelectedPageCanBeLoaded)
+{
+    TestApplication app;
+    app.images.AddImage("/in/s.tif", {11, 12});
+    app.images.AddImage("/in/t.tif", {1, 2});
+    clsConversionOptions objOptions = objRequest("/in/s.tif", 3, "/in/t.tif", 3, "8,9^0^TRUE^75");
+
+    EXPECT_EQ(PerformConversionItemNCTOCX(app, objOptions), -110);
+
+    EXPECT_EQ(app.images.PagesOf("/in/t.tif"), (Pages{1, 2}));
+    EXPECT_EQ(std::count(app.images.calls.begin(), app.images.calls.end(), "AppendFrame True"), 0);
 }
 
 TEST(AppendPagesToTiff, CreatesANewFileFromAllPages)

@@ -56,8 +56,10 @@ bool RecordingImageFile::RecordSave(const std::string& operation, const ImageBuf
     Record(operation + " " + file);
     if (unwritable.contains(file) || files_.FolderExists(file) || image.width < 1)
         return false;
-    AddImage(file, {image.bytes[0]});
     open_file_ = multi_frame_save_ && operation == "SaveTIFF" ? file : "";
+    open_pages_ = {image.bytes[0]};
+    if (open_file_.empty())
+        AddImage(file, open_pages_);
     return true;
 }
 
@@ -65,14 +67,17 @@ bool RecordingImageFile::AppendFrame(const ImageBuffer& image, bool finish)
 {
     Record(std::string("AppendFrame ") + (finish ? "True" : "False"));
     const bool open = !open_file_.empty();
-    if (open && image.width > 0) {
-        std::vector<std::uint8_t> pages = PagesOf(open_file_);
-        pages.push_back(image.bytes[0]);
-        AddImage(open_file_, pages);
-    }
-    if (finish)
+    if (open && image.width > 0)
+        open_pages_.push_back(image.bytes[0]);
+    const bool done = open && !(image.width > 0 && image.bytes[0] == unwritable_page) && !lost_page_;
+    lost_page_ = open && !done;
+    if (finish) {
+        if (done)
+            AddImage(open_file_, open_pages_);
         open_file_.clear();
-    return open;
+        lost_page_ = false;
+    }
+    return done;
 }
 
 void RecordingImageFile::SetJPEGQuality(std::int32_t quality)

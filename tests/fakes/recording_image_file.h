@@ -28,6 +28,7 @@ public:
     std::set<std::string> broken;      ///< files that fail to load
     std::set<std::string> unwritable;  ///< targets that fail to save
     std::int32_t broken_page = -1;     ///< page, from 0, that fails to load in any file
+    int unwritable_page = -1;          ///< value of a page that AppendFrame can't write
     ImageInfoTexts texts;              ///< last value passed to SetInfo
 
     bool LoadImage(const std::string& file, ImageBuffer& image) override;
@@ -62,7 +63,9 @@ private:
 
     FakeFileSystem& files_;
     bool multi_frame_save_ = false;
-    std::string open_file_;  ///< the multi-frame file being written
+    std::string open_file_;  ///< the multi-frame file being written; it appears when it is finished
+    std::vector<std::uint8_t> open_pages_;
+    bool lost_page_ = false;
 };
 
 class FakeImageUtility : public ImageUtility

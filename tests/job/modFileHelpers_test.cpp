@@ -76,41 +76,6 @@ TEST(FileExists, IgnoresSpacesAroundThePath)
     EXPECT_TRUE(bFileExists(app, "  /pics/a.jpg "));
 }
 
-TEST(MoveFileReplacing, ReplacesTheTargetsContent)
-{
-    TestApplication app;
-    app.files.AddFile("/out/a.tif.TIF", "new");
-    app.files.AddFile("/out/a.tif", "old");
-
-    EXPECT_TRUE(bMoveFileReplacing(app, "/out/a.tif.TIF", "/out/a.tif"));
-
-    EXPECT_EQ(app.files.Content("/out/a.tif"), "new");
-    EXPECT_FALSE(app.files.Has("/out/a.tif.TIF"));
-}
-
-TEST(MoveFileReplacing, KeepsBothFilesIfCopyingFails)
-{
-    TestApplication app;
-    app.files.AddFile("/out/a.tif.TIF", "new");
-    app.files.AddFile("/out/a.tif", "old");
-    app.files.fail_copies = true;
-
-    EXPECT_FALSE(bMoveFileReplacing(app, "/out/a.tif.TIF", "/out/a.tif"));
-
-    EXPECT_EQ(app.files.Content("/out/a.tif"), "old");
-    EXPECT_TRUE(app.files.Has("/out/a.tif.TIF"));
-}
-
-TEST(MoveFileReplacing, FailsIfTheSourceCannotBeDeleted)
-{
-    TestApplication app;
-    app.files.AddFile("/out/t", "new");
-    app.files.undeletable.insert("/out/t");
-
-    EXPECT_FALSE(bMoveFileReplacing(app, "/out/t", "/out/a.tif"));
-    EXPECT_EQ(app.files.Content("/out/a.tif"), "new");
-}
-
 TEST(DeleteFileOnce, FailsForAMissingFile)
 {
     TestApplication app;

@@ -10,14 +10,6 @@
 
 FileSaver::FileSaver(bool syncs, SystemCalls& system) : system_(system), syncs_(syncs), queue_(system) {}
 
-void FileSaver::QueueAgain(Descriptor file)
-{
-    struct stat status {
-    };
-    if (syncs_ && fstat(file.Number(), &status) == 0)
-        queue_.Add({std::move(file), {}, status.st_dev, 0, static_cast<std::uint64_t>(status.st_size)});
-}
-
 void FileSaver::SweepOnce(const SaveTarget& target)
 {
     {

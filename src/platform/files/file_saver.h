@@ -28,9 +28,6 @@ public:
     /// last call.
     [[nodiscard]] bool SyncSaves() { return queue_.Flush(); }
 
-    /// Queues a file under its name that was written to after its commit.
-    void QueueAgain(Descriptor file);
-
     /// Removes temporaries of killed runs from a folder, unless it was the last one that this was done to.
     void SweepOnce(const SaveTarget& target);
 

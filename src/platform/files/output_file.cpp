@@ -245,13 +245,8 @@ void OutputFile::QueueForSync()
 {
     if (!saver_.Syncs())
         return;
-    Descriptor file = keep_open_ ? Descriptor(fcntl(file_.Number(), F_DUPFD_CLOEXEC, 0)) : std::move(file_);
-    if (file)
-        saver_.Queue().Add({std::move(file), std::move(target_.folder), target_.folder_status.st_dev,
-                            target_.folder_status.st_ino, flushed_});
-    else if (!SyncFile(saver_.System(), file_.Number()) ||
-             !SyncFolder(saver_.System(), target_.folder.Number(), file_.Number()))
-        saver_.Queue().NoteFailure();
+    saver_.Queue().Add({std::move(file_), std::move(target_.folder), target_.folder_status.st_dev,
+                        target_.folder_status.st_ino, flushed_});
 }
 
 bool OutputFile::PutIntoPlace()
@@ -281,10 +276,4 @@ bool OutputFile::Commit()
         Fail();
     error_ = done ? EINVAL : error_;  // either way, nothing more may be written
     return done;
-}
-
-Descriptor OutputFile::CommitAndKeepOpen()
-{
-    keep_open_ = true;
-    return Commit() ? std::move(file_) : Descriptor();
 }

@@ -65,10 +65,6 @@ public:
     /// queued to be synced. Nothing may be written afterwards.
     [[nodiscard]] bool Commit();
 
-    /// Like Commit, for a caller that goes on writing to the file under its name. Returns it open for reading
-    /// and writing, or nothing after a failure.
-    [[nodiscard]] Descriptor CommitAndKeepOpen();
-
 private:
     int WhyNotReplaceable() const;
     void Fail();  ///< keeps errno
@@ -86,7 +82,6 @@ private:
     std::string temporary_;  ///< the file's name while it has one that isn't the target's
     Descriptor file_;
     int error_ = 0;
-    bool keep_open_ = false;
     mode_t new_mode_ = 0;        ///< 0: what the system gives new files
     std::uint64_t flushed_ = 0;  ///< where the gathered bytes begin in the file
     std::vector<std::uint8_t> gathered_;

@@ -110,7 +110,7 @@ bool SyncQueue::SyncBatch(Batch& batch)
         done = SyncFile(system_, file.file.Number()) && done;
     const UnsyncedFile* last = nullptr;
     for (const UnsyncedFile& file : batch.files) {
-        if (!file.folder || (last && last->device == file.device && last->folder_inode == file.folder_inode))
+        if (last && last->device == file.device && last->folder_inode == file.folder_inode)
             continue;
         done = SyncFolder(system_, file.folder.Number(), file.file.Number()) && done;
         last = &file;

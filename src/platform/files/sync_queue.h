@@ -18,7 +18,7 @@ class SystemCalls;
 /// A file that has its name but may not be on the disk.
 struct UnsyncedFile {
     Descriptor file;
-    Descriptor folder;  ///< that holds the name; empty if the name was queued before
+    Descriptor folder;  ///< that holds the name
     dev_t device = 0;
     ino_t folder_inode = 0;
     std::uint64_t size = 0;

@@ -69,9 +69,10 @@ try {
     const std::int32_t frame = frame_index ? *frame_index : document->decoder->MainFrame();
     ImageBuffer page;
     const bool done = frame >= 0 && frame < frames && document->decoder->DecodeFrame(frame, page);
-    if (frames == 1)
-        document_.reset();  // fully read: give its memory back
-    if (!done)
+    const bool whole = !document->file->ReadFailed();
+    if (frames == 1 || !whole)
+        document_.reset();  // fully read, or not to be relied on: give its memory back
+    if (!done || !whole)
         return false;
     FinishLoaded(page);
     image = std::move(page);
@@ -177,8 +178,10 @@ bool CodecImageFile::AppendFrame(const ImageBuffer& image, bool finish)
         done = growing_ && (nothing ? finish : growing_->Append(image, settings_));
     } catch (const std::bad_alloc&) {
     }
-    if (finish)
+    if (finish) {
+        done = growing_ && growing_->Finish() && done;
         growing_.reset();
+    }
     return done;
 }
 

@@ -16,6 +16,8 @@ struct ExpectedSave {
     std::optional<std::string> old_content;  ///< of the target; nothing if there was none
     std::string new_content;                 ///< what a save without a fault writes
     std::string report = "work/report.txt";
+    /// What the target may also be if a failure is reported: without pages that couldn't be read.
+    std::vector<std::string> partial_contents = {};
 };
 
 /// One text for each of these that doesn't hold: the target is as it was or wholly new; it is new if the

@@ -415,24 +415,6 @@ TEST(OutputFile, TakesNothingMoreOnceItIsCommitted)
     EXPECT_EQ(ContentOf(folder.Path("a")), "");
 }
 
-TEST(OutputFile, HandsOutTheFileUnderItsName)
-{
-    const SaveFolder folder;
-    FaultySystem system;
-    FileSaver saver(true, system);
-    OutputFile out(folder.Path("a"), saver);
-    EXPECT_TRUE(out.WriteText("first"));
-
-    const Descriptor file = out.CommitAndKeepOpen();
-
-    ASSERT_TRUE(file);
-    EXPECT_EQ(pwrite(file.Number(), " second", 7, 5), 7);
-    EXPECT_EQ(ContentOf(folder.Path("a")), "first second");
-    EXPECT_TRUE(saver.SyncSaves());
-    EXPECT_EQ(system.Count("sync"), 1u);
-    EXPECT_FALSE(OutputFile(folder.Path("no/a"), saver).CommitAndKeepOpen());
-}
-
 TEST(OutputFile, FailsForAFolderAPipeAndADevice)
 {
     const SaveFolder folder;

@@ -139,23 +139,6 @@ TEST(SyncQueue, SkipsFilesThatWereDeletedAgain)
     EXPECT_EQ(system.Count("sync"), 2u);
 }
 
-TEST(SyncQueue, SyncsAFileAgainThatWasWrittenToUnderItsName)
-{
-    const SaveFolder folder;
-    FaultySystem system;
-    FileSaver saver(true, system);
-    OutputFile out(folder.Path("a"), saver);
-    Descriptor file = out.CommitAndKeepOpen();
-    EXPECT_TRUE(saver.SyncSaves());
-    EXPECT_EQ(pwrite(file.Number(), "more", 4, 0), 4);
-    saver.QueueAgain(std::move(file));
-
-    EXPECT_TRUE(saver.SyncSaves());
-
-    EXPECT_EQ(system.Count("sync"), 2u);
-    EXPECT_EQ(system.Count("sync folder"), 1u);
-}
-
 TEST(SyncQueue, SyncsManyFilesByOneCallForTheirFileSystem)
 {
     const SaveFolder folder;

@@ -101,8 +101,10 @@ std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out)
             pread(descriptor_, out.data() + done, out.size() - done, static_cast<off_t>(offset + done));
         if (got < 0 && errno == EINTR)
             continue;
-        if (got <= 0)
+        if (got <= 0) {
+            read_failed_ = read_failed_ || offset + done < Size();
             break;
+        }
         done += static_cast<std::size_t>(got);
     }
     return done;

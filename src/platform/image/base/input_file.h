@@ -45,11 +45,15 @@ public:
     Bytes All();
     /// Reads up to out.size() bytes at offset and returns how many there were.
     std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> out);
+    /// True once the system failed to read bytes that the file had when it was opened: what was decoded since
+    /// then isn't what the file holds.
+    bool ReadFailed() const { return read_failed_; }
 
 private:
     InputFile() = default;
 
     int descriptor_ = -1;
+    bool read_failed_ = false;
     FileIdentity identity_;
     Bytes memory_;     ///< the caller's bytes, or all of the file once it has been read
     PixelBytes read_;  ///< what All() read

@@ -18,18 +18,23 @@ namespace
 class TiffDecoder : public ImageDecoder
 {
 public:
-    TiffDecoder(InputFile& file, const TiffHeader& header, std::vector<std::uint64_t> pages)
+    TiffDecoder(InputFile& file, const TiffHeader& header, TiffPages pages)
         : file_(file), header_(header), pages_(std::move(pages)), input_(file)
     {
     }
     bool Ready() const { return input_.Handle() != nullptr; }
-    std::int32_t FrameCount() override { return static_cast<std::int32_t>(pages_.size()); }
+    // Counts the page that is missing where the chain breaks off: a caller that wants all pages then hears
+    // that it can't have one of them.
+    std::int32_t FrameCount() override
+    {
+        return static_cast<std::int32_t>(pages_.directories.size()) + (pages_.breaks_off ? 1 : 0);
+    }
     bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override;
 
 private:
     InputFile& file_;
     TiffHeader header_;
-    std::vector<std::uint64_t> pages_;
+    TiffPages pages_;
     TiffInput input_;
 };
 }  // namespace
@@ -54,7 +59,9 @@ static void ApplyGreyProfile(std::vector<std::uint8_t> profile, ImageBuffer& ima
 
 bool TiffDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
 {
-    const std::uint64_t directory = pages_[static_cast<std::size_t>(frame)];
+    if (static_cast<std::size_t>(frame) >= pages_.directories.size())
+        return false;
+    const std::uint64_t directory = pages_.directories[static_cast<std::size_t>(frame)];
     if (!IsPlausibleDirectory(file_, header_, directory) || !TIFFSetSubDirectory(input_.Handle(), directory))
         return false;
     const std::optional<TiffLayout> layout = ReadLayout(input_.Handle(), file_);
@@ -81,8 +88,8 @@ std::unique_ptr<ImageDecoder> OpenTiff(InputFile& file)
     const std::optional<TiffHeader> header = ReadTiffHeader(file);
     if (!header)
         return nullptr;
-    std::vector<std::uint64_t> pages = PageDirectories(file, *header);
-    if (pages.empty())
+    TiffPages pages = FindTiffPages(file, *header);
+    if (pages.directories.empty())
         return nullptr;
     auto decoder = std::make_unique<TiffDecoder>(file, *header, std::move(pages));
     if (!decoder->Ready())

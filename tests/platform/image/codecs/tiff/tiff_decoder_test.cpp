@@ -53,6 +53,7 @@ void WritePages(const std::string& file, int pages, std::int32_t side)
     ASSERT_TRUE(document);
     for (int i = 1; i < pages; ++i)
         ASSERT_TRUE(document->Append(Page(i, side), {}));
+    ASSERT_TRUE(document->Finish());
 }
 
 // A file of chained directories with one tag each.
@@ -124,18 +125,45 @@ TEST(TiffPages, AreCountedOnceIfChainIsLoop)
     EXPECT_EQ(PagesOf(BareDirectories(5, 8 + 18 * 2)), 5);
 }
 
-TEST(TiffPages, EndWhereChainLeavesFile)
+TEST(TiffPages, CountOneMoreIfChainBreaksOff)
 {
-    EXPECT_EQ(PagesOf(BareDirectories(5, 100000)), 5);
-    EXPECT_EQ(PagesOf(BareDirectories(5, 8 + 18 * 5 - 1)), 5);
+    EXPECT_EQ(PagesOf(BareDirectories(5, 100000)), 6);
+    EXPECT_EQ(PagesOf(BareDirectories(5, 8 + 18 * 5 - 1)), 6);
     Block cut = BareDirectories(5, 0);
     cut.resize(cut.size() - 10);
-    EXPECT_EQ(PagesOf(cut), 4);
+    EXPECT_EQ(PagesOf(cut), 5);
+    Block without_last_link = BareDirectories(5, 0);
+    without_last_link.resize(without_last_link.size() - 2);
+    EXPECT_EQ(PagesOf(without_last_link), 6);
 }
 
-TEST(TiffPages, AreLimitedToSixteenBitCount)
+TEST(TiffPages, MissingFromCutFileFailToLoadAfterTheOthers)
 {
-    EXPECT_EQ(PagesOf(BareDirectories(70000, 0)), 65535);
+    const TestFolder folder;
+    constexpr int kPages = 6;
+    WritePages(folder.Path("pages.tif"), kPages, 16);
+    const Block file = FileContent(folder.Path("pages.tif"));
+    int cuts = 0;
+    for (std::size_t size = file.size() / 4; size < file.size(); size += 37) {
+        const Block cut(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(size));
+        InputFile input{Bytes(cut)};
+        const auto decoder = kTiffCodec.open(input);
+        ASSERT_TRUE(decoder);
+        const std::int32_t count = decoder->FrameCount();
+        ImageBuffer image;
+        int readable = 0;
+        while (readable < count && decoder->DecodeFrame(readable, image))
+            ++readable;
+        EXPECT_LT(readable, kPages) << size;
+        EXPECT_GT(count, readable) << size;
+        ++cuts;
+    }
+    EXPECT_GT(cuts, 30);
+}
+
+TEST(TiffPages, AreNotLimitedToSixteenBitCount)
+{
+    EXPECT_EQ(PagesOf(BareDirectories(70000, 0)), 70000);
 }
 
 TEST(TiffPages, StayReadableBesideBrokenOnes)

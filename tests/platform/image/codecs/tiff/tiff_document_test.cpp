@@ -74,22 +74,43 @@ private:
 };
 }  // namespace
 
-TEST(TiffDocument, IsCompleteAfterEveryPage)
+TEST(TiffDocument, HoldsAsManyPagesAsWereAppended)
 {
     const TestFolder folder;
     FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
-    const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
-    ASSERT_TRUE(document);
-    EXPECT_EQ(PagesIntact(file), 1);
+    for (int pages = 1; pages <= 8; ++pages) {
+        const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
+        ASSERT_TRUE(document);
+        for (int i = 1; i < pages; ++i) {
+            SaveSettings settings;
+            settings.tiff_compression = i % 2;
+            ASSERT_TRUE(document->Append(Page(i), settings));
+        }
 
-    for (int i = 1; i < 8; ++i) {
-        SaveSettings settings;
-        settings.tiff_compression = i % 2;
-        ASSERT_TRUE(document->Append(Page(i), settings));
-        EXPECT_EQ(PagesIntact(file), i + 1);
-        EXPECT_EQ(Pages(file), i + 1);
+        ASSERT_TRUE(document->Finish());
+
+        EXPECT_EQ(PagesIntact(file), pages);
+        EXPECT_EQ(Pages(file), pages);
     }
+}
+
+TEST(TiffDocument, AppearsOnlyWhenItIsFinished)
+{
+    const TestFolder folder;
+    FileSaver saver(false);
+    const std::string file = folder.Path("d.tif");
+    {
+        const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
+        ASSERT_TRUE(document && document->Append(Page(1), {}));
+        EXPECT_FALSE(std::filesystem::exists(file));
+    }
+    EXPECT_FALSE(std::filesystem::exists(file));
+
+    const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
+    ASSERT_TRUE(document && document->Append(Page(1), {}));
+    EXPECT_TRUE(document->Finish());
+    EXPECT_EQ(PagesIntact(file), 2);
 }
 
 TEST(TiffDocument, IsReadByOtherPrograms)
@@ -102,6 +123,7 @@ TEST(TiffDocument, IsReadByOtherPrograms)
         ASSERT_TRUE(document);
         for (int i = 1; i < 5; ++i)
             ASSERT_TRUE(document->Append(Page(i), {}));
+        ASSERT_TRUE(document->Finish());
     }
     std::string output;
     EXPECT_TRUE(RunCommand("tiffinfo -D " + file + " | grep -c 'TIFF directory'", &output)) << output;
@@ -126,6 +148,7 @@ TEST(TiffDocument, WritesEachPageOnceAndReadsNothing)
         ASSERT_TRUE(document);
         for (int i = 1; i < kPages; ++i)
             ASSERT_TRUE(document->Append(Page(1), {}));
+        ASSERT_TRUE(document->Finish());
     }
     const IoCount after = IoSoFar();
 
@@ -135,30 +158,55 @@ TEST(TiffDocument, WritesEachPageOnceAndReadsNothing)
     EXPECT_LT(after.read - before.read, 100'000u);
 }
 
-TEST(TiffDocument, KeepsEarlierPagesIfDiskIsFullAndContinuesLater)
+TEST(TiffDocument, KeepsOldFileIfDiskIsFullAtAnyPage)
+{
+    const TestFolder folder;
+    FileSaver saver(false);
+    const std::string file = folder.Path("d.tif");
+    const std::vector<std::uint8_t> old = {'o', 'l', 'd'};
+    WriteFileContent(file, old);
+    int failures = 0;
+    for (std::uint64_t room = 1000; room < 60'000; room += 3001) {
+        const FullDisk full(room);
+        const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
+        bool done = document != nullptr;
+        for (int i = 1; done && i < 5; ++i)
+            (void)document->Append(Page(i), {});  // a later page may fit again: the file still lacks one
+        done = done && document->Finish();
+        failures += !done;
+        EXPECT_EQ(FileContent(file) == old, !done) << room;
+        EXPECT_EQ(PagesIntact(file), done ? 5 : 0) << room;
+        WriteFileContent(file, old);
+    }
+    EXPECT_GE(failures, 5);
+    EXPECT_EQ(
+        std::distance(std::filesystem::directory_iterator(std::filesystem::path(file).parent_path()), {}), 1);
+}
+
+TEST(TiffDocument, IsNeverFinishedAfterItLostAPage)
 {
     const TestFolder folder;
     FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
     const auto document = TiffDocument::Begin(file, Page(0), {}, saver);
     ASSERT_TRUE(document && document->Append(Page(1), {}));
-    const auto before = FileContent(file);
-
-    for (const std::uint64_t more : {0u, 1u, 100u, 5000u, 9900u}) {
-        const FullDisk full(before.size() + more);
-        EXPECT_FALSE(document->Append(Page(2), {}));
-        EXPECT_EQ(FileContent(file), before);
+    {
+        const FullDisk full(100);
+        EXPECT_FALSE(document->Append(Pattern(2000, 500, 3), {}));
     }
 
-    EXPECT_TRUE(document->Append(Page(2), {}));
-    EXPECT_EQ(PagesIntact(file), 3);
+    EXPECT_FALSE(document->Append(Page(2), {}));
+    EXPECT_FALSE(document->Finish());
+    EXPECT_FALSE(std::filesystem::exists(file));
 }
 
-TEST(TiffDocument, KeepsEarlierPagesIfProcessIsKilled)
+TEST(TiffDocument, KeepsOldFileIfProcessIsKilled)
 {
     const TestFolder folder;
     FileSaver saver(false);
     const std::string file = folder.Path("d.tif");
+    const std::vector<std::uint8_t> old = {'o', 'l', 'd'};
+    WriteFileContent(file, old);
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
@@ -166,7 +214,7 @@ TEST(TiffDocument, KeepsEarlierPagesIfProcessIsKilled)
         if (!document || !document->Append(Page(1), {}))
             _exit(1);
         // The kernel kills the process in the middle of the third page.
-        const rlimit limit{std::filesystem::file_size(file) + 3000, RLIM_INFINITY};
+        const rlimit limit{200'000, RLIM_INFINITY};
         const rlimit no_core{0, 0};
         setrlimit(RLIMIT_CORE, &no_core);
         setrlimit(RLIMIT_FSIZE, &limit);
@@ -179,8 +227,7 @@ TEST(TiffDocument, KeepsEarlierPagesIfProcessIsKilled)
     waitpid(child, &status, 0);
 
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ) << status;
-    EXPECT_EQ(Pages(file), 2);
-    EXPECT_EQ(PagesIntact(file), 2);
+    EXPECT_EQ(FileContent(file), old);
 }
 
 TEST(TiffDocument, KeepsOldFileIfFirstPageFails)
@@ -210,17 +257,19 @@ TEST(TiffDocument, BecomesBigTiffBeforeItGetsTooLarge)
     first.dots_per_inch_x = first.dots_per_inch_y = 300;
     // A page counts as at least 8 MB, so the fourth is the first that may not fit.
     const std::uint64_t classic_end = MaxPageBytes(first) + 50'000;
-    const auto document = TiffDocument::Begin(file, first, settings, saver, classic_end);
-    ASSERT_TRUE(document);
+    const auto write = [&](int pages) {
+        const auto document = TiffDocument::Begin(file, first, settings, saver, classic_end);
+        for (int i = 1; i < pages; ++i)
+            EXPECT_TRUE(document && document->Append(Page(i), settings));
+        EXPECT_TRUE(document && document->Finish());
+        EXPECT_EQ(PagesIntact(file), pages);
+    };
     int pages = 1;
-    while (FileContent(file)[2] == 42 && pages < 20) {
-        ASSERT_TRUE(document->Append(Page(pages), settings));
+    for (write(pages); FileContent(file)[2] == 42 && pages < 20; write(pages))
         ++pages;
-        ASSERT_EQ(PagesIntact(file), pages);
-    }
     ASSERT_GT(pages, 2);
     ASSERT_LT(pages, 20);
-    ASSERT_TRUE(document->Append(Page(pages), settings));
+    write(pages + 1);
 
     EXPECT_EQ(PagesIntact(file), pages + 1);
     const auto bytes = FileContent(file);

@@ -8,7 +8,7 @@
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/metadata/metadata_edit.h"
 
-static constexpr std::size_t kMaxPages = 65535;
+static constexpr std::size_t kMaxPages = 1 << 20;  // as many as libtiff reads; the format has no limit
 static constexpr std::uint64_t kMaxEntries = 65535;
 static constexpr std::uint64_t kMaxCopied = 64 * 1024 * 1024;  // bytes of values in total
 static constexpr int kMaxDepth = 3;                            // page, EXIF, interoperability
@@ -72,20 +72,24 @@ static std::uint64_t EntryCount(InputFile& file, const TiffHeader& header, std::
     return count * entry_size <= file.Size() - first ? count : 0;
 }
 
-std::vector<std::uint64_t> PageDirectories(InputFile& file, const TiffHeader& header)
+TiffPages FindTiffPages(InputFile& file, const TiffHeader& header)
 {
-    std::vector<std::uint64_t> found;
+    TiffPages pages;
     std::unordered_set<std::uint64_t> seen;
     std::uint64_t directory = header.first_directory;
-    while (directory != 0 && found.size() < kMaxPages && seen.insert(directory).second) {
+    while (directory != 0 && seen.insert(directory).second) {
         const std::uint64_t count = EntryCount(file, header, directory);
-        if (count == 0)
-            break;
-        found.push_back(directory);
         const std::uint64_t next_pointer = directory + (header.big_tiff ? 8 + count * 20 : 2 + count * 12);
-        directory = ReadAt(file, header, next_pointer, header.big_tiff ? 8 : 4).value_or(0);
+        const std::optional<std::uint64_t> next =
+            count > 0 ? ReadAt(file, header, next_pointer, header.big_tiff ? 8 : 4) : std::nullopt;
+        pages.breaks_off = count == 0 || !next || pages.directories.size() == kMaxPages;
+        if (count > 0 && pages.directories.size() < kMaxPages)
+            pages.directories.push_back(directory);
+        if (pages.breaks_off)
+            break;
+        directory = *next;
     }
-    return found;
+    return pages;
 }
 
 std::vector<TiffEntry> ReadEntries(InputFile& file, const TiffHeader& header, std::uint64_t directory)

@@ -42,9 +42,15 @@ bool PointsToTiffDirectory(std::uint16_t tag);
 /// Nothing if the file doesn't start like a TIFF.
 std::optional<TiffHeader> ReadTiffHeader(InputFile& file);
 
-/// Offsets of all pages' directories in one pass over the chain. Stops at a broken directory, at a loop and
-/// after 65535 pages.
-std::vector<std::uint64_t> PageDirectories(InputFile& file, const TiffHeader& header);
+/// The directories of a file's pages.
+struct TiffPages {
+    std::vector<std::uint64_t> directories;  ///< offsets
+    bool breaks_off = false;                 ///< the last one leads to a page that can't be read
+};
+
+/// Finds all pages in one pass over the chain of directories. A chain that leads back to an earlier page ends
+/// there.
+TiffPages FindTiffPages(InputFile& file, const TiffHeader& header);
 
 /// A directory's entries in file order. Skips entries of an unknown type or with a value outside the file.
 /// Empty if the offset doesn't hold a whole directory.
