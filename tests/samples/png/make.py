@@ -4,6 +4,7 @@
 For files written by a program, the expected image is what another program decodes; for files assembled here, it is what this
 script encoded. Prints the samples that two programs decode differently.
 """
+import math
 import os
 import shutil
 import struct
@@ -198,14 +199,14 @@ def filtered(data, row_bytes, pixel_bytes, filter_of):
     return out
 
 
-def hand(name, head, packed, picture, between=b'', after=b'', folder='good'):
+def hand(name, head, packed, picture, between=b'', after=b'', folder='good', note=''):
     """packed: the zlib stream, or a list with the data of each IDAT chunk."""
     data = b''.join(chunk(b'IDAT', piece) for piece in ([packed] if isinstance(packed, bytes) else packed))
     path = f'{folder}/hand-{name}.png' if folder == 'good' else f'{folder}/{name}.png'
     with open(path, 'wb') as file:
         file.write(SIGNATURE + head + between + data + after + END)
     if picture:
-        write_pam('hand-' + name, picture)
+        write_pam('hand-' + name, picture, note)
     return path
 
 
@@ -241,6 +242,78 @@ for width, height in ((1, 1), (1, 9), (9, 1), (3, 5)):  # most passes are empty
             row = bytes(part.getpixel((x, y)) for x in range(left, width, across))
             passes += b'\0' + row if row else b''
     hand(f'interlaced-{width}x{height}', header(0, width=width, height=height, interlace=1), zlib.compress(passes), part)
+
+# Colour spaces given by numbers. The matrices from linear light to that of sRGB are the published ones.
+P3 = ((1.2249, -0.2247, 0.0), (-0.0420, 1.0419, 0.0), (-0.0196, -0.0786, 1.0979))
+ADOBE = ((1.3983, -0.3983, 0.0), (0.0, 1.0, 0.0), (0.0, -0.0429, 1.0429))
+BT2020 = ((1.6605, -0.5876, -0.0728), (-0.1246, 1.1329, -0.0083), (-0.0182, -0.1006, 1.1187))
+SAME = ((1, 0, 0), (0, 1, 0), (0, 0, 1))
+
+
+def srgb_light(v):
+    return v / 12.92 if v <= 0.04045 else ((v + 0.055) / 1.055) ** 2.4
+
+
+def bt709_light(v):
+    return v / 4.5 if v < 0.081 else ((v + 0.099) / 1.099) ** (1 / 0.45)
+
+
+def pq_light(v):
+    root = v ** (32 / 2523)
+    nits = 10000 * (max(root - 0.8359375, 0) / (18.8515625 - 18.6875 * root)) ** (16384 / 2610)
+    light, peak = nits / 203, 1000 / 203
+    return light * (1 + light / peak ** 2) / (1 + light)
+
+
+def hlg_light(v):
+    scene = v * v / 3 if v <= 0.5 else (math.exp((v - 0.55991073) / 0.17883277) + 0.28466892) / 12
+    light, peak = 1000 * scene ** 1.2 / 203, 1000 / 203
+    return light * (1 + light / peak ** 2) / (1 + light)
+
+
+def as_srgb(picture, light_of, matrix):
+    def level(light):
+        light = min(max(light, 0), 1)
+        return round(255 * (light * 12.92 if light <= 0.0031308 else 1.055 * light ** (1 / 2.4) - 0.055))
+
+    out = Image.new('RGB', picture.size)
+    out.putdata([tuple(level(sum(m * light_of(v / 255) for m, v in zip(row, pixel))) for row in matrix)
+                 for pixel in picture.getdata()])
+    return out
+
+
+def space(gamma, *chromaticities):
+    return chunk(b'gAMA', struct.pack('>I', gamma)) + (
+        chunk(b'cHRM', struct.pack('>8I', *chromaticities)) if chromaticities else b'')
+
+
+def coded(*codes):
+    return chunk(b'cICP', bytes(codes))
+
+
+SRGB_PRIMARIES = (31270, 32900, 64000, 33000, 30000, 60000, 15000, 6000)
+ADOBE_PRIMARIES = (31270, 32900, 64000, 33000, 21000, 71000, 15000, 6000)
+wide = b''.join(b'\0' + bytes(v for v in row for _ in (0, 1)) for row in (rgb.tobytes()[y * W * 3:(y + 1) * W * 3] for y in range(H)))
+for name, between, light_of, matrix in (
+        ('gamma', space(100000), lambda v: v, SAME),
+        ('gamma-and-primaries', space(55556, *ADOBE_PRIMARIES), lambda v: v ** 1.8, ADOBE),
+        ('ordinary-gamma', space(45455, *SRGB_PRIMARIES), srgb_light, SAME),
+        ('ordinary-gamma-and-primaries', space(45455, *ADOBE_PRIMARIES), srgb_light, ADOBE),
+        ('primaries-only', space(100000, *ADOBE_PRIMARIES)[16:], srgb_light, SAME),
+        ('srgb-beats-gamma', chunk(b'sRGB', b'\0') + space(100000), srgb_light, SAME),
+        ('cicp-p3', coded(12, 13, 0, 1), srgb_light, P3),
+        ('cicp-beats-srgb', chunk(b'sRGB', b'\0') + coded(12, 13, 0, 1), srgb_light, P3),
+        ('cicp-srgb', coded(1, 13, 0, 1) + space(100000), srgb_light, SAME),
+        ('cicp-bt709', coded(1, 1, 0, 1), bt709_light, SAME),
+        ('cicp-bt2020', coded(9, 14, 0, 1), bt709_light, BT2020),
+        ('cicp-pq', coded(9, 16, 0, 1), pq_light, BT2020),
+        ('cicp-hlg', coded(9, 18, 0, 1), hlg_light, BT2020),
+        ('cicp-limited-range', coded(9, 16, 0, 0), srgb_light, SAME)):
+    meant = rgb if light_of == srgb_light and matrix == SAME else as_srgb(rgb, light_of, matrix)
+    note = '' if meant == rgb else '# within 1\n'
+    hand(name, header(2), squeezed, meant, between=between, note=note)
+    if name in ('gamma', 'cicp-pq', 'gamma-and-primaries'):
+        hand(name + '-16', header(2, depth=16), zlib.compress(wide), meant, between=between, note=note)
 
 # Must be rejected.
 whole = open(hand('rgb', header(2), squeezed, rgb), 'rb').read()

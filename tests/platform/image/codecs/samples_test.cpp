@@ -25,7 +25,7 @@ constexpr Format kFormats[] = {
     {"jpeg", FileType::kJpeg, 16, 3, 3, 1, 0},  {"bmp", FileType::kBmp, 20, 2, 1, 1, 0},
     {"tiff", FileType::kTiff, 105, 3, 5, 1, 3}, {"gif", FileType::kGif, 13, 2, 1, 1, 0},
     {"emf", FileType::kEmf, 3, 3, 3, 1, 0, 61}, {"j2k", FileType::kJ2k, 20, 2, 2, 1, 0, 41},
-    {"pcx", FileType::kPcx, 14, 2, 1, 1, 0},    {"png", FileType::kPng, 69, 5, 10, 2, 3},
+    {"pcx", FileType::kPcx, 14, 2, 1, 1, 0},    {"png", FileType::kPng, 86, 5, 10, 2, 3},
     {"ras", FileType::kRas, 11, 2, 1, 1, 0},    {"tga", FileType::kTga, 16, 2, 1, 1, 0},
     {"wmf", FileType::kWmf, 1, 3, 3, 1, 0, 7},  {"ico", FileType::kIco, 9, 2, 1, 1, 0},
     {"cur", FileType::kCur, 3, 2, 1, 1, 0},     {"ani", FileType::kAni, 2, 2, 1, 1, 0},

@@ -2,8 +2,8 @@
 // Room: platform/image/codecs/png.
 //
 // Reads all colour types, depths and interlacing. 16-bit samples are rounded to 8, a grey palette becomes one
-// channel, grey with alpha becomes BGRA. A gamma without a colour space is applied, as browsers do; primaries
-// (cHRM) without a profile are ignored. Of an animated PNG only the still picture is read. Writes the
+// channel, grey with alpha becomes BGRA. Pixels in a space given by numbers (gAMA and cHRM, or cICP) are
+// converted to sRGB, as browsers do. Of an animated PNG only the still picture is read. Writes the
 // smallest lossless colour type: see png_layout.h.
 #pragma once
 

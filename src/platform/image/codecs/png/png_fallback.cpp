@@ -3,12 +3,16 @@
 
 #include <png.h>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "src/platform/image/base/input_file.h"
 #include "src/platform/image/base/limits.h"
+#include "src/platform/image/codecs/png/png_colour.h"
 #include "src/platform/image/codecs/png/png_pixels.h"
+
+static constexpr bool kLittleEndian = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
 
 bool PngNeedsFallback(const PngInfo& info)
 {
@@ -29,6 +33,7 @@ struct Decoding {
     png_infop info = nullptr;
     std::vector<png_bytep> rows;
     std::size_t stride = 0;
+    bool keeps_16_bits = false;  ///< in RGB order and host byte order, to be converted
 
     explicit Decoding(InputFile& source) : file(source) {}
     ~Decoding() { png_destroy_read_struct(&png, &info, nullptr); }
@@ -69,18 +74,18 @@ static bool ReadRows(Decoding& decoding, const PngInfo& info)
     if (header.colour == PngColour::kPalette) {
         png_set_packing(png);  // one index per byte
     } else {
-        if (header.depth == 16) {
-            if (PngGammaExponent(info) != 1)
-                png_set_gamma(png, kPngScreenGamma, info.gamma);
+        if (decoding.keeps_16_bits && kLittleEndian)
+            png_set_swap(png);
+        else if (header.depth == 16 && !decoding.keeps_16_bits)
             png_set_scale_16(png);
-        }
         if (header.depth < 8)
             png_set_expand_gray_1_2_4_to_8(png);
         if (!info.transparency.empty())
             png_set_tRNS_to_alpha(png);
         if (header.colour == PngColour::kGreyAlpha || !info.transparency.empty())
             png_set_gray_to_rgb(png);
-        png_set_bgr(png);
+        if (!decoding.keeps_16_bits)
+            png_set_bgr(png);
     }
     png_set_interlace_handling(png);
     png_read_update_info(png, library_info);
@@ -110,24 +115,30 @@ bool DecodePngByLibrary(InputFile& file, const PngInfo& info, ImageBuffer& image
     if (!Allocate(read, header.width, header.height, channels))
         return false;
 
+    const std::optional<RgbSpace> space = SpaceToConvert(info);
     Decoding decoding(file);
-    decoding.stride = read.bytes.size() / header.height;
+    decoding.keeps_16_bits = header.depth == 16 && space;
+    const std::size_t samples = read.bytes.size();
+    std::vector<std::uint16_t> wide(decoding.keeps_16_bits ? samples : 0);
+    auto* rows = decoding.keeps_16_bits ? reinterpret_cast<png_bytep>(wide.data()) : read.bytes.data();
+    decoding.stride = samples / header.height * (decoding.keeps_16_bits ? 2 : 1);
     for (std::size_t y = 0; y < header.height; ++y)
-        decoding.rows.push_back(read.bytes.data() + y * decoding.stride);
+        decoding.rows.push_back(rows + y * decoding.stride);
     decoding.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &JumpBack, &Ignore);
     decoding.info = decoding.png ? png_create_info_struct(decoding.png) : nullptr;
     if (!decoding.info || !ReadRows(decoding, info))
         return false;
 
-    const double exponent = PngGammaExponent(info);
+    const std::size_t pixels = std::size_t{header.width} * header.height;
+    if (decoding.keeps_16_bits)
+        RgbSpaceToSrgb(*space, 16).Convert(wide.data(), channels, pixels, read.bytes.data());
     ImageBuffer result;
     if (has_palette && !SpreadIndices(info, read, result))
         return false;
     if (!has_palette)
         result = std::move(read);
-    if (exponent != 1 && header.depth != 16)
-        ApplyGamma(exponent, result.channels, result.bytes.data(),
-                   result.bytes.size() / static_cast<std::size_t>(result.channels));
+    if (space && !decoding.keeps_16_bits)
+        RgbSpaceToSrgb(*space, 8).Convert(result.bytes.data(), result.channels, pixels);
     image = std::move(result);
     return true;
 }

@@ -11,6 +11,6 @@ class InputFile;
 /// colour.
 bool PngNeedsFallback(const PngInfo& info);
 
-/// Decodes the pixels only, with PngGammaExponent() applied. False if the file is broken or memory runs out;
-/// image is then unchanged.
+/// Decodes the pixels only, converted to sRGB if SpaceToConvert() says so. False if the file is broken or
+/// memory runs out; image is then unchanged.
 [[nodiscard]] bool DecodePngByLibrary(InputFile& file, const PngInfo& info, ImageBuffer& image);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <optional>
 
+#include "src/platform/image/codecs/png/png_colour.h"
 #include "src/platform/image/codecs/png/png_metadata.h"
 #include "src/platform/image/colour/colour_profile.h"
 
@@ -121,15 +122,19 @@ static void ReadAncillary(PngChunkReader& reader, const PngChunk& chunk, PngInfo
             info.gamma = ByteReader(data).U32Be() / 100'000.0;
             break;
         }
+        case PngType("cHRM"):
+            info.chromaticities = ReadPngChromaticities(data_of(32));
+            break;
+        case PngType("cICP"):
+            info.coded_space = ReadPngCodedSpace(data_of(4));
+            break;
         case PngType("sRGB"):
-            info.has_colour_space = info.has_colour_space || data_of(1).size() == 1;
+            info.is_srgb = info.is_srgb || data_of(1).size() == 1;
             break;
         case PngType("iCCP"): {
             auto profile = PngProfile(data_of(kMaxPngMetadata));
-            if (ProfileFits(profile, info.header.IsGrey() ? 1 : 3)) {
+            if (ProfileFits(profile, info.header.IsGrey() ? 1 : 3))
                 info.icc_profile = std::move(profile);
-                info.has_colour_space = true;
-            }
             break;
         }
         case PngType("eXIf"):
@@ -169,6 +174,8 @@ bool ReadPngInfo(PngChunkReader& reader, PngInfo& info)
     while ((chunk = reader.ChunkAt(PngChunkReader::PlaceAfter(*chunk)))) {
         if (chunk->type == PngType("IDAT")) {
             info.first_data = *chunk;
+            if (info.coded_space)
+                info.icc_profile.clear();
             return info.header.colour != PngColour::kPalette || !info.palette.empty();
         }
         if (chunk->type == PngType("PLTE")) {

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "src/platform/image/codecs/png/png_chunks.h"
+#include "src/platform/image/colour/rgb_space.h"
 
 /// Colour types as numbered in the file.
 enum class PngColour : std::uint8_t { kGrey = 0, kRgb = 2, kPalette = 3, kGreyAlpha = 4, kRgba = 6 };
@@ -30,8 +32,10 @@ struct PngInfo {
     PngHeader header;
     std::vector<std::uint8_t> palette;       ///< RGB
     std::vector<std::uint8_t> transparency;  ///< tRNS data, of a length valid for the colour type
+    std::optional<RgbSpace> coded_space;     ///< from cICP
+    bool is_srgb = false;                    ///< says the sRGB chunk
     double gamma = 0;                        ///< exponent that the samples were encoded with; 0 = unknown
-    bool has_colour_space = false;           ///< sRGB or a profile, which override gamma
+    std::optional<RgbSpace> chromaticities;  ///< from cHRM
     std::vector<std::uint8_t> icc_profile;   ///< matches the colour type: grey or RGB; empty = none
     double dots_per_inch_x = 0;
     double dots_per_inch_y = 0;

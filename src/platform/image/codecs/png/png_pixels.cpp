@@ -2,7 +2,6 @@
 #include "src/platform/image/codecs/png/png_pixels.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 
 static bool IsAllGrey(const std::vector<std::uint8_t>& rgb)
@@ -99,23 +98,6 @@ void LookUpRow(const PngPalette& palette, std::uint32_t depth, const std::uint8_
         LookUp<3>(palette, depth, in, out, pixels);
     else
         LookUp<4>(palette, depth, in, out, pixels);
-}
-
-double PngGammaExponent(const PngInfo& info)
-{
-    if (info.has_colour_space || info.gamma < 0.05 || info.gamma > 5)
-        return 1;
-    const double exponent = 1 / (info.gamma * kPngScreenGamma);
-    return std::abs(exponent - 1) < 0.05 ? 1 : exponent;
-}
-
-void ApplyGamma(double exponent, std::int32_t channels, std::uint8_t* pixels, std::size_t pixel_count)
-{
-    std::array<std::uint8_t, 256> table{};
-    for (std::size_t i = 0; i < table.size(); ++i)
-        table[i] =
-            static_cast<std::uint8_t>(std::lround(255 * std::pow(static_cast<double>(i) / 255, exponent)));
-    ApplyTable(table, channels, pixels, pixel_count);
 }
 
 void ApplyTable(const std::array<std::uint8_t, 256>& table, std::int32_t channels, std::uint8_t* pixels,

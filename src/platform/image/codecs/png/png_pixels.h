@@ -22,16 +22,6 @@ PngPalette PaletteOf(const PngInfo& info);
 void LookUpRow(const PngPalette& palette, std::uint32_t depth, const std::uint8_t* in, std::uint8_t* out,
                std::size_t pixels);
 
-/// The gamma of an ordinary screen, assumed for files that don't state one.
-constexpr double kPngScreenGamma = 2.2;
-
-/// The exponent that converts the file's samples to screen gamma. 1 (no conversion) if the file names a
-/// colour space or no gamma, a gamma indistinguishable from 1/2.2, or an implausible one.
-double PngGammaExponent(const PngInfo& info);
-
-/// Applies value ^ exponent to every channel but alpha.
-void ApplyGamma(double exponent, std::int32_t channels, std::uint8_t* pixels, std::size_t pixel_count);
-
 /// Applies the LUT to every channel but alpha.
 void ApplyTable(const std::array<std::uint8_t, 256>& table, std::int32_t channels, std::uint8_t* pixels,
                 std::size_t pixel_count);

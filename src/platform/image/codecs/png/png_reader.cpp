@@ -10,6 +10,7 @@
 #include "src/platform/image/base/limits.h"
 #include "src/platform/image/codecs/png/filters/png_unfilter.h"
 #include "src/platform/image/codecs/png/png_chunks.h"
+#include "src/platform/image/codecs/png/png_colour.h"
 #include "src/platform/image/codecs/png/png_fallback.h"
 #include "src/platform/image/codecs/png/png_inflate.h"
 #include "src/platform/image/codecs/png/png_info.h"
@@ -118,10 +119,9 @@ bool PngDecoder::DecodePixels(ImageBuffer& result, std::uint64_t& after_data)
     if (!done || !inflater.Finish())
         return false;
     after_data = inflater.PlaceAfter();
-    const double exponent = PngGammaExponent(info_);
-    if (exponent != 1)
-        ApplyGamma(exponent, channels, result.bytes.data(),
-                   result.bytes.size() / static_cast<std::size_t>(channels));
+    if (const std::optional<RgbSpace> space = SpaceToConvert(info_))
+        RgbSpaceToSrgb(*space, 8).Convert(result.bytes.data(), channels,
+                                          result.bytes.size() / static_cast<std::size_t>(channels));
     return true;
 }
 
