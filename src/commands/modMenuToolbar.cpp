@@ -73,6 +73,10 @@ void UpdateMenuToolbar(Application& app)
     for (Control* pFields : std::initializer_list<Control*>{&frm.frameCF, &frm.frameSpecializedAction,
                                                             &frm.rbActionToDo(0), &frm.rbActionToDo(1)})
         pFields->SetEnabled(!bInRun);
+    for (Frame& framePages : frm.framePicNav)
+        framePages.SetEnabled(!bInRun);
+    for (CommandButton& cmdReload : frm.cmdReloadImage)
+        cmdReload.SetEnabled(!bInRun);
     frm.cmdUpdate.SetEnabled(mdi.mnuUpdateConversionJob.Enabled());
     frm.cmdRemove.SetEnabled(mdi.mnuRemoveConversionJob.Enabled());
     frm.cmdAdd.SetEnabled(mdi.mnuAddConversionJob.Enabled());

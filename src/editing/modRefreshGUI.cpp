@@ -6,6 +6,7 @@
 #include "src/editing/file_fields.h"
 #include "src/editing/modFileFields.h"
 #include "src/forms/Application.h"
+#include "src/forms/scope_guards.h"
 #include "src/job/modFileTypes.h"
 #include "src/translator/modTranslator.h"
 
@@ -21,12 +22,22 @@ void RefreshFileFolderGUISpecialized(Application& app)
     RefreshFileFolder(SpecializedFields(app.frmMain));
 }
 
+// The viewer shows the tab that is selected then; its file is loaded with the fields.
+static void RemovePreviewTab(Application& app)
+{
+    TabStrip& tsImageViewer = app.frmMain.tsImageViewer;
+    if (tsImageViewer.TabCount() < kPreviewTab)
+        return;
+    const InternalChange objChange(app);
+    tsImageViewer.RemoveTab(kPreviewTab);
+    tsImageViewer.SelectTab(tsImageViewer.SelectedTab());
+}
+
 void RefreshGUIConvertOptions(Application& app)
 {
     frmMain& frm = app.frmMain;
     RefreshFileFolderStandard(app);
-    if (frm.tsImageViewer.TabCount() >= kPreviewTab)
-        frm.tsImageViewer.RemoveTab(kPreviewTab);
+    RemovePreviewTab(app);
     frm.frameImageViewer.SetVisible(frm.bAutoLoadImages);
     frm.cbFileTypeOriginal.SetVisible(true);
     frm.lblFileTypeOriginal.SetVisible(true);

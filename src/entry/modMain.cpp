@@ -19,6 +19,7 @@
 #include "src/scheduler/modSchedulerLink.h"
 #include "src/shell/modMainForms.h"
 #include "src/translator/modTranslator.h"
+#include "src/viewer/modImageViewer.h"
 
 std::string sSettingsFile(const ProgramFolders& objFolders)
 {
@@ -45,6 +46,7 @@ void ShowMainWindows(Application& app)
     LoadMainForms(app);
     LinkScheduler(app);
     ConnectDialogs(app);
+    ConnectImageViewer(app);
     app.frmMainMDI.SetVisible(true);
     app.frmMain.SetVisible(true);
     app.frmPleaseWait.SetVisible(false);

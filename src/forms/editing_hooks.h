@@ -15,6 +15,10 @@ struct EditingHooks {
     std::function<void(Application&, std::int32_t lView)> LoadImageViewer;
     /// Loads the files of the chosen tab anew.
     std::function<void(Application&)> tsImageViewer_Click;
+    /// Shows zoom, offsets and size of the picture of a view, 0 to 2.
+    std::function<void(Application&, std::int32_t lView)> UpdateGUIForImageViewer;
+    /// Shows the effect of the selected process on the picture of view 0.
+    std::function<void(Application&)> UpdatePreview;
     /// Lets the user edit a conversion's options; returns them as they are then.
     std::function<std::string(Application&, const std::string& sOptions)> EditConversionOptions;
 };

@@ -5,12 +5,14 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "src/controls/action.h"
 #include "src/controls/check_box.h"
 #include "src/controls/command_button.h"
 #include "src/controls/grid/grid.h"
+#include "src/controls/image_view.h"
 #include "src/controls/label.h"
 #include "src/controls/lists/combo_box.h"
 #include "src/controls/option_button.h"
@@ -30,6 +32,9 @@ struct frmMain : Form {
     {
         ts.SetTabs({"Tasks", "Log"});
         tsImageViewer.SetTabs({"View Original", "View Target"});
+        frameLabelZoom.SetCaption("Zoom");
+        for (CommandButton& cmd : cmdReloadImage)
+            cmd.SetToolTipText("Reload image for viewing");
     }
 
     // Tables
@@ -50,8 +55,16 @@ struct frmMain : Form {
     Frame frameTargetFileSpecialized{frameSelectFilesForSpecialProcessing, "frameTargetFileSpecialized"};
     Frame frameImageViewer{*this, "frameImageViewer"};
     TabStrip tsImageViewer{frameImageViewer, "tsImageViewer"};
+    Family<ImageView> ImageViewMain{frameImageViewer, "ImageViewMain", 3};  ///< original, target, preview
+    Family<Label> picZoomMainPicture{frameImageViewer, "picZoomMainPicture", 2};
+    Family<Frame> framePicNav{frameImageViewer, "framePicNav", 3};
+    Family<ScrollBar> HScrollFrame{framePicNav, "HScrollFrame"};
+    Family<Label> lblFrame{framePicNav, "lblFrame"};
+    Family<CommandButton> cmdReloadImage{frameImageViewer, "cmdReloadImage", 3};
     Slider SliderZoom{frameImageViewer, "SliderZoom", 1, 1000};
+    Frame frameLabelZoom{frameImageViewer, "frameLabelZoom"};
     Frame frameZoomPercentage{frameImageViewer, "frameZoomPercentage"};
+    Label lblZoomPercentage{frameZoomPercentage, "lblZoomPercentage"};
     ScrollBar scrollOffsetX{frameImageViewer, "scrollOffsetX", 0, 500};
     ScrollBar scrollOffsetY{frameImageViewer, "scrollOffsetY", 0, 500};
 
@@ -142,6 +155,16 @@ struct frmMain : Form {
     // Last values passed to the image library: a malformed details field keeps them
     std::int32_t lTIFFCompression = 0;
     std::int32_t lJPEGQuality = 75;
+
+    // Viewer; arrays go by view
+    std::array<std::int32_t, 3> aFrames{};  ///< pages of the file on show
+    std::array<std::int32_t, 3> aImageWidth{};
+    std::array<std::int32_t, 3> aImageHeight{};
+    std::array<bool, 3> aFitted{true, true, true};  ///< the picture still has the zoom that makes it fit
+    std::int32_t lViewWidth = 0;                    ///< the picture last fitted, as it is shown
+    std::int32_t lViewHeight = 0;
+    std::shared_ptr<const ImageBuffer>
+        pOriginalImage;  ///< last page loaded into view 0; previews start from it
 
     // Editing state
     std::string sActionToDo = "C";       ///< "C" or "S": selects the set of fields in use

@@ -21,14 +21,22 @@ void RecordingImageFile::Record(const std::string& call)
         on_call();
 }
 
+void RecordingImageFile::Fill(ImageBuffer& image, const std::string& file, std::uint8_t page) const
+{
+    const auto size = sizes.find(file);
+    image.width = size == sizes.end() ? 1 : size->second[0];
+    image.height = size == sizes.end() ? 1 : size->second[1];
+    image.channels = 1;
+    image.bytes.assign(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height), page);
+}
+
 bool RecordingImageFile::LoadImage(const std::string& file, ImageBuffer& image)
 {
     Record("LoadImage " + file);
     const std::vector<std::uint8_t> pages = PagesOf(file);
     if (broken.contains(file) || !files_.FileExists(file) || pages.empty())
         return false;
-    image.width = image.height = image.channels = 1;
-    image.bytes.assign(1, pages[0]);
+    Fill(image, file, pages[0]);
     return true;
 }
 
@@ -39,8 +47,7 @@ bool RecordingImageFile::LoadFrame(const std::string& file, std::int32_t frame_i
     if (broken.contains(file) || !files_.FileExists(file) || frame_index == broken_page || frame_index < 0 ||
         frame_index >= static_cast<std::int32_t>(pages.size()))
         return false;
-    image.width = image.height = image.channels = 1;
-    image.bytes.assign(1, pages[static_cast<std::size_t>(frame_index)]);
+    Fill(image, file, pages[static_cast<std::size_t>(frame_index)]);
     return true;
 }
 

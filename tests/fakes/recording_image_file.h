@@ -2,7 +2,9 @@
 // Room: tests/fakes.
 #pragma once
 
+#include <array>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -12,7 +14,7 @@
 class FakeFileSystem;
 
 /// Each page is one number, stored as a byte of a file in the given file system, so that the logic can find,
-/// copy and delete image files. A loaded buffer is one pixel wide; its only byte is the page number.
+/// copy and delete image files. All bytes of a loaded buffer, mostly one, are the page number.
 class RecordingImageFile : public ImageFile
 {
 public:
@@ -29,7 +31,8 @@ public:
     std::set<std::string> unwritable;  ///< targets that fail to save
     std::int32_t broken_page = -1;     ///< page, from 0, that fails to load in any file
     int unwritable_page = -1;          ///< value of a page that AppendFrame can't write
-    ImageInfoTexts texts;              ///< last value passed to SetInfo
+    std::map<std::string, std::array<std::int32_t, 2>> sizes;  ///< width and height of files; others 1 x 1
+    ImageInfoTexts texts;                                      ///< last value passed to SetInfo
 
     bool LoadImage(const std::string& file, ImageBuffer& image) override;
     bool LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image) override;
@@ -59,6 +62,7 @@ public:
 
 private:
     void Record(const std::string& call);
+    void Fill(ImageBuffer& image, const std::string& file, std::uint8_t page) const;
     bool RecordSave(const std::string& operation, const ImageBuffer& image, const std::string& file);
 
     FakeFileSystem& files_;
