@@ -14,7 +14,6 @@ enum HelpTopic : std::int32_t {
     kHelpConversionOptions = 11,
     kHelpOptions = 12,
     kHelpScheduler = 13,
-    kHelpLanguage = 14,
     kHelpImageViewer = 15,
     kHelpTypeMatch = 16,
     kHelpAbout = 17,

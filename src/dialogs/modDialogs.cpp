@@ -2,6 +2,7 @@
 #include "src/dialogs/modDialogs.h"
 
 #include "src/dialogs/modConversionOptions.h"
+#include "src/dialogs/modLanguageDialog.h"
 #include "src/dialogs/modNotices.h"
 #include "src/dialogs/modOptions.h"
 #include "src/dispatch/modDispatcher.h"
@@ -11,5 +12,6 @@ void ConnectDialogs(Application& app)
 {
     app.objHooks.EditConversionOptions = sEditConversionOptions;
     app.frmMainMDI.mnuOptions.OnClick = Handler(app, mnuOptions_Click);
+    app.frmMainMDI.mnuLanguage.OnClick = Handler(app, mnuLanguage_Click);
     frmTypeMatchNotification_Load(app);
 }

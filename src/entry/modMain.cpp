@@ -6,6 +6,7 @@
 #include "src/commands/modHelp.h"
 #include "src/commands/modRunState.h"
 #include "src/dialogs/modDialogs.h"
+#include "src/dialogs/modLanguageDialog.h"
 #include "src/dialogs/modNotices.h"
 #include "src/dispatch/modDispatcher.h"
 #include "src/entry/modCommandLineParser.h"
@@ -26,11 +27,11 @@ std::string sSettingsFile(const ProgramFolders& objFolders)
     return sWithSeparator(objFolders.sSettingsFolder()) + "VL_SearchHistory.INI";
 }
 
-void InitializeProcess(Application& app)
+void InitializeProcess(Application& app, const SelectLanguage& fnSelectLanguage)
 {
     app.sIniFile = sSettingsFile(app.svc.objProgramFolders);
-    InitializeTranslator(app);
     InitializeHelpFile(app);
+    InitializeTranslator(app, fnSelectLanguage);
 }
 
 void ShowMainWindows(Application& app)
@@ -101,7 +102,8 @@ void Main(Application& app, const std::string& sCommandLine)
         [&] {
             if (sCommandLine.empty())
                 app.svc.objWindows.LetBoxesOpenWindows();
-            InitializeProcess(app);
+            const bool bMainWindow = sCommandLine.empty() && app.svc.objWindows.bHasDisplay();
+            InitializeProcess(app, bMainWindow ? SelectFirstLanguage : SelectLanguage());
             ParseAndRun(app, sCommandLine, objOptions);
         },
         [&](const std::string& sDescription) {

@@ -4,8 +4,9 @@
 
 #include <string>
 
+#include "src/translator/modTranslator.h"
+
 class ProgramFolders;
-struct Application;
 
 /// Path of the settings file, shared by all instances with the same settings folder.
 std::string sSettingsFile(const ProgramFolders& objFolders);
@@ -19,5 +20,6 @@ void Main(Application& app, const std::string& sCommandLine);
 /// Shows the splash screen, then the frame window and the main form. Without a display, only shows an error.
 void ShowMainWindows(Application& app);
 
-/// Sets sIniFile, the translator and sHelpFile, which everything else depends on.
-void InitializeProcess(Application& app);
+/// Sets sIniFile, sHelpFile and the translator, which everything else depends on. On a first start in a
+/// foreign locale the user is asked for a language by fnSelectLanguage.
+void InitializeProcess(Application& app, const SelectLanguage& fnSelectLanguage = {});

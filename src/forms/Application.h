@@ -7,6 +7,7 @@
 #include "src/forms/dispatch_state.h"
 #include "src/forms/editing_hooks.h"
 #include "src/forms/frmConversionOptions.h"
+#include "src/forms/frmLanguage.h"
 #include "src/forms/frmMain.h"
 #include "src/forms/frmMainMDI.h"
 #include "src/forms/frmOptions.h"
@@ -66,4 +67,5 @@ struct Application {
     ::frmScheduler frmScheduler;
     ::frmConversionOptions frmConversionOptions;
     ::frmOptions frmOptions;
+    ::frmLanguage frmLanguage;
 };

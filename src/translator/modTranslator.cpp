@@ -33,7 +33,8 @@ std::string sTranslate(Application& app, const std::string& sText)
         return itFound->second;
     // Enter it into the table first: if appending fails, the message box translates its own texts.
     objTranslator.dictTranslations.emplace(sText, sText);
-    if (!bIsEnglish(objTranslator))
+    // Without a language, which is what a cancelled choice leaves, no file is meant.
+    if (!bIsEnglish(objTranslator) && !objTranslator.sLanguage.empty())
         AddToLanguageFile(app, sText);
     return sText;
 }

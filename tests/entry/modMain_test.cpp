@@ -85,6 +85,31 @@ TEST(Main, OpensTheOptionsOfAConversionFromTheMenu)
     EXPECT_TRUE(app.frmMain.bDirtyConversionItem);
 }
 
+TEST(Main, AsksAForeignUserForALanguageAtTheFirstStart)
+{
+    TestApplication app;
+    app.windows.display = true;
+    app.locale.lcid = 1031;
+    app.windows.on_show_modal = [&app](Form&) { app.frmLanguage.cmdDone.UserClicks(); };
+
+    Main(app, "");
+    EXPECT_EQ(app.windows.modal_forms, std::vector<Form*>{&app.frmLanguage});
+    EXPECT_EQ(app.ini.Stored("Language", "Language_Code"), "English");
+    EXPECT_TRUE(app.frmMain.Visible());
+}
+
+TEST(Main, AsksForNoLanguageWithoutAWindow)
+{
+    TestApplication app;
+    app.locale.lcid = 1031;
+
+    Main(app, "");
+    Main(app, "/S c:\\none.bmp /T c:\\none.png");
+
+    EXPECT_TRUE(app.windows.modal_forms.empty());
+    EXPECT_EQ(app.ini.Stored("Language", "Language_Code"), "(none)");
+}
+
 TEST(Main, ReportsAMissingDisplayAndExits)
 {
     TestApplication app;
