@@ -39,7 +39,9 @@ static std::vector<PlaneLine> PlaneLines(std::int32_t line_count, double short_s
         const double from_short = ((short_first ? i : line_count - 1 - i) + 0.5) / line_count;
         const double length = short_side + (1 - short_side) * from_short;
         const double at = line_count * (1 / short_side - 1 / length) / (1 / short_side - 1);
-        lines[static_cast<std::size_t>(i)] = {length, ToPlace((short_first ? at : line_count - at) - 0.5)};
+        // Clamped, since the row next to the full-length edge would otherwise blend with the outside.
+        const double place = Clamped((short_first ? at : line_count - at) - 0.5, 0, line_count - 1);
+        lines[static_cast<std::size_t>(i)] = {length, ToPlace(place)};
     }
     return lines;
 }

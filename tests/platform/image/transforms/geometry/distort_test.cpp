@@ -42,6 +42,21 @@ TEST(Perspective, ShortensTopOrBottomWhenVertical)
     EXPECT_NEAR(White(down, 99, true), 100, 2);
 }
 
+TEST(Perspective, DoesNotDarkenFullLengthEdge)
+{
+    for (const double angle : {20.0, 45.0, 80.0}) {
+        ImageBuffer up = Plain(200, 100, 3, 255), left = Plain(100, 200, 3, 255), down = up, right = left;
+        ASSERT_TRUE(ApplyKernel(transforms::Perspective, up, true, angle));
+        ASSERT_TRUE(ApplyKernel(transforms::Perspective, down, true, -angle));
+        ASSERT_TRUE(ApplyKernel(transforms::Perspective, left, false, angle));
+        ASSERT_TRUE(ApplyKernel(transforms::Perspective, right, false, -angle));
+        EXPECT_EQ(ValueAt(up, 100, 99), 255) << angle;
+        EXPECT_EQ(ValueAt(down, 100, 0), 255) << angle;
+        EXPECT_EQ(ValueAt(left, 0, 100), 255) << angle;
+        EXPECT_EQ(ValueAt(right, 99, 100), 255) << angle;
+    }
+}
+
 TEST(Perspective, ShortensRightOrLeftOtherwise)
 {
     ImageBuffer image = Plain(100, 200, 3, 255);
