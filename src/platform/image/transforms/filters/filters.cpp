@@ -34,9 +34,10 @@ OperationResult FilterDifference(const ImageBuffer& source, ImageBuffer& result,
 
 OperationResult FilterHighPass(const ImageBuffer& source, ImageBuffer& result, std::int32_t kind)
 {
-    static constexpr std::array<Weights, 3> kMasks{{{0, -1, 0, -1, 5, -1, 0, -1, 0},
-                                                    {-1, -1, -1, -1, 9, -1, -1, -1, -1},
-                                                    {1, -2, 1, -2, 5, -2, 1, -2, 1}}};
+    if (kind >= 2)
+        return FilterSharpen(source, result, 0.5);
+    static constexpr std::array<Weights, 2> kMasks{
+        {{0, -1, 0, -1, 5, -1, 0, -1, 0}, {-1, -1, -1, -1, 9, -1, -1, -1, -1}}};
     return Convolve(source, result, Choose(kMasks, kind), Shown::kClipped);
 }
 
@@ -73,7 +74,7 @@ OperationResult FilterPrewitt(const ImageBuffer& source, ImageBuffer& result, st
 OperationResult FilterRoberts(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction)
 {
     static constexpr std::array<Weights, 2> kMasks{
-        {{0, 0, 0, 0, 1, 0, 0, 0, -1}, {0, 0, 0, 0, 0, 1, 0, -1, 0}}};
+        {{0, 0, 0, 0, 0, 1, 0, -1, 0}, {0, 0, 0, 0, 1, 0, 0, 0, -1}}};
     return Convolve(source, result, Choose(kMasks, direction), Shown::kMagnitude);
 }
 

@@ -23,7 +23,8 @@ OperationResult FilterDifference(const ImageBuffer& source, ImageBuffer& result,
 /// Sharpens, clamped to 0..255:
 ///     0 medium    0 -1  0 | -1  5 -1 |  0 -1  0
 ///     1 strong   -1 -1 -1 | -1  9 -1 | -1 -1 -1
-///     2 weak      1 -2  1 | -2  5 -2 |  1 -2  1
+///     2 weak      0 -1  0 | -1  6 -1 |  0 -1  0   / 2
+/// (Pratt's third mask, 1 -2 1 | -2 5 -2 | 1 -2 1, sharpens more than the first, so it isn't the weak one.)
 OperationResult FilterHighPass(const ImageBuffer& source, ImageBuffer& result, std::int32_t kind);
 
 /// Smooths, rounded:
@@ -43,8 +44,8 @@ OperationResult FilterSobel(const ImageBuffer& source, ImageBuffer& result, std:
 /// 0 vertical  -1 0 1 | -1 0 1 | -1 0 1;   1 horizontal  -1 -1 -1 | 0 0 0 | 1 1 1.
 OperationResult FilterPrewitt(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction);
 
-/// The cross of Roberts, with p(x, y) the pixel itself: 0 first diagonal |p(x, y) - p(x + 1, y + 1)|, the
-/// change along the diagonal that falls to the right; 1 second |p(x + 1, y) - p(x, y + 1)|.
+/// The cross of Roberts, with p(x, y) the pixel itself: 0 first diagonal |p(x + 1, y) - p(x, y + 1)|, edges
+/// that fall to the right; 1 second diagonal |p(x, y) - p(x + 1, y + 1)|, edges that rise to the right.
 OperationResult FilterRoberts(const ImageBuffer& source, ImageBuffer& result, std::int32_t direction);
 
 /// The isotropic gradient of Frei and Chen: Sobel with the square root of 2 (as 41/29) instead of 2.

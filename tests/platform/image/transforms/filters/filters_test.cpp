@@ -83,10 +83,46 @@ TEST(FilterHighPass, SharpensByKernelOfItsKind)
 {
     const std::array<Mask, 3> masks{{{0, -1, 0, -1, 5, -1, 0, -1, 0},
                                      {-1, -1, -1, -1, 9, -1, -1, -1, -1},
-                                     {1, -2, 1, -2, 5, -2, 1, -2, 1}}};
+                                     {0, -0.5, 0, -0.5, 3, -0.5, 0, -0.5, 0}}};
     for (int n = 0; n < 3; ++n)
         ExpectMask([=](ImageBuffer& a) { return ApplyKernel(FilterHighPass, a, n); },
                    masks[static_cast<std::size_t>(n)], Clipped);
+}
+
+// How much an operation changes a picture with soft and hard edges and some noise.
+static double ChangeBy(const Kernel& kernel)
+{
+    ImageBuffer before = RandomPicture(90, 70, 3);
+    for (int y = 0; y < 70; ++y)
+        for (int x = 0; x < 90; ++x)
+            for (int c = 0; c < 3; ++c) {
+                std::uint8_t& byte = before.bytes[static_cast<std::size_t>((y * 90 + x) * 3 + c)];
+                byte = static_cast<std::uint8_t>(50 + x + (x + y > 80 ? 60 : 0) + byte / 16);
+            }
+    ImageBuffer image = before;
+    EXPECT_TRUE(kernel(image));
+    double sum = 0;
+    for (std::size_t i = 0; i < image.bytes.size(); ++i)
+        sum += std::abs(image.bytes[i] - before.bytes[i]);
+    return sum;
+}
+
+TEST(FilterHighPass, ChangesMoreFromWeakToStrong)
+{
+    const auto change = [](std::int32_t kind) {
+        return ChangeBy([=](ImageBuffer& a) { return ApplyKernel(FilterHighPass, a, kind); });
+    };
+    EXPECT_LT(1.3 * change(2), change(0));
+    EXPECT_LT(1.3 * change(0), change(1));
+}
+
+TEST(FilterLowPass, ChangesMoreFromWeakToStrong)
+{
+    const auto change = [](std::int32_t kind) {
+        return ChangeBy([=](ImageBuffer& a) { return ApplyKernel(FilterLowPass, a, kind); });
+    };
+    EXPECT_LT(change(2), change(1));
+    EXPECT_LT(change(1), change(0));
 }
 
 TEST(FilterLowPass, SmoothsByKernelOfItsKind)
@@ -117,9 +153,9 @@ TEST(GradientFilters, ShowMagnitudeOfGradient)
                {-1, 0, 1, -1, 0, 1, -1, 0, 1}, Amount);
     ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterPrewitt, a, 1); },
                {-1, -1, -1, 0, 0, 0, 1, 1, 1}, Amount);
-    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterRoberts, a, 0); }, {0, 0, 0, 0, 1, 0, 0, 0, -1},
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterRoberts, a, 0); }, {0, 0, 0, 0, 0, 1, 0, -1, 0},
                Amount);
-    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterRoberts, a, 1); }, {0, 0, 0, 0, 0, 1, 0, -1, 0},
+    ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterRoberts, a, 1); }, {0, 0, 0, 0, 1, 0, 0, 0, -1},
                Amount);
     const double root = std::sqrt(2.0);
     ExpectMask([](ImageBuffer& a) { return ApplyKernel(FilterIsotropic, a, 0); },
@@ -137,6 +173,27 @@ TEST(GradientFilters, FindVerticalEdgeOnlyInVerticalDirection)
 
     EXPECT_EQ(vertical.bytes, (PixelBytes{0, 80, 80, 0, 0, 80, 80, 0, 0, 80, 80, 0}));
     EXPECT_EQ(horizontal.bytes, PixelBytes(12, 0));
+}
+
+TEST(FilterRoberts, FindsEdgesAlongItsDiagonalAsLineDetectionDoes)
+{
+    // A line and an edge that fall to the right.
+    ImageBuffer line = Plain(16, 16, 1, 0), edge = line;
+    for (int y = 0; y < 16; ++y)
+        for (int x = 0; x < 16; ++x) {
+            line.bytes[static_cast<std::size_t>(16 * y + x)] = x == y ? 100 : 0;
+            edge.bytes[static_cast<std::size_t>(16 * y + x)] = x > y ? 100 : 0;
+        }
+    ImageBuffer along = edge, across = edge, line_along = line, line_across = line;
+
+    EXPECT_TRUE(ApplyKernel(FilterRoberts, along, 0) && ApplyKernel(FilterRoberts, across, 1));
+    EXPECT_TRUE(ApplyKernel(FilterLineDetection, line_along, 2) &&
+                ApplyKernel(FilterLineDetection, line_across, 3));
+
+    EXPECT_EQ(ValueAt(along, 8, 8), 100);
+    EXPECT_EQ(ValueAt(across, 8, 8), 0);
+    EXPECT_EQ(ValueAt(line_along, 8, 8), 255);
+    EXPECT_EQ(ValueAt(line_across, 8, 8), 0);
 }
 
 TEST(FilterLineDetection, ShowsLinesOfItsDirection)
