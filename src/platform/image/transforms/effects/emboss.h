@@ -12,7 +12,7 @@ namespace transforms
 /// Both treat levels as heights. The light comes from angle degrees, counterclockwise from the right (0
 /// right, 90 above). D(h) is the slope towards the light of the levels I(x, y), x to the right and y down:
 ///   D(h) = cos (I(x - h, y) - I(x + h, y)) + sin (I(x, y + h) - I(x, y - h))
-/// The border is replicated. Sine and cosine times the factor are rounded to 1/4096, results to the nearest
+/// The border is replicated. Results are rounded to the nearest
 /// level (ties are broken either way within 1/60 level) and clamped to 0..255. Alpha is unchanged.
 
 /// Each channel becomes 128 + brightness / 10 D(height): flat areas are middle grey, slopes facing the light

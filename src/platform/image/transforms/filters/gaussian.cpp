@@ -24,24 +24,37 @@ ROW_LOOP static void RoundRow(const std::int16_t* __restrict values, std::size_t
         target[i] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(values[i] + kSteps / 2) / kSteps);
 }
 
+BlurredRows::BlurredRows(const ImageBuffer& image, const GaussianCurve& curve)
+    : image_(image),
+      curve_(curve),
+      padding_(curve.Reach() * static_cast<std::size_t>(image.channels)),
+      down_(Stride(image) + 2 * padding_),
+      rows_(2 * curve.Reach() + 1)
+{
+}
+
+void BlurredRows::Blur(std::int32_t y, std::int16_t* values)
+{
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        const auto row = y + static_cast<std::int32_t>(i) - static_cast<std::int32_t>(curve_.Reach());
+        rows_[i] = Row(image_, std::clamp(row, 0, image_.height - 1));
+    }
+    const auto channels = static_cast<std::size_t>(image_.channels);
+    std::int16_t* padded_down = down_.data() + padding_;
+    curve_.Down(rows_.data(), Stride(image_), padded_down);
+    RepeatEnds(padded_down, Stride(image_), channels, curve_.Reach());
+    curve_.Along(padded_down, Stride(image_), channels, values);
+}
+
 static void BlurAtFullSize(const ImageBuffer& image, double deviation, ImageBuffer& result)
 {
     const GaussianCurve curve(deviation);
-    const auto reach = static_cast<std::int32_t>(curve.Reach());
-    const auto channels = static_cast<std::size_t>(image.channels);
-    const std::size_t row = Stride(image), padding = curve.Reach() * channels;
-    EachRows(image.height, 4 * row, [&](std::int32_t first, std::int32_t last) {
-        std::vector<std::int16_t> down(row + 2 * padding), along(row);
-        std::vector<const std::uint8_t*> rows(2 * curve.Reach() + 1);
+    EachRows(image.height, 4 * Stride(image), [&](std::int32_t first, std::int32_t last) {
+        BlurredRows rows(image, curve);
+        std::vector<std::int16_t> values(Stride(image));
         for (std::int32_t y = first; y < last; ++y) {
-            for (std::size_t i = 0; i < rows.size(); ++i)
-                rows[i] =
-                    Row(image, std::clamp(y + static_cast<std::int32_t>(i) - reach, 0, image.height - 1));
-            std::int16_t* padded_down = down.data() + padding;
-            curve.Down(rows.data(), row, padded_down);
-            RepeatEnds(padded_down, row, channels, curve.Reach());
-            curve.Along(padded_down, row, channels, along.data());
-            RoundRow(along.data(), row, Row(result, y));
+            rows.Blur(y, values.data());
+            RoundRow(values.data(), values.size(), Row(result, y));
         }
     });
 }

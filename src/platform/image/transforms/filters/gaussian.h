@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
+#include "src/platform/image/transforms/filters/gaussian_curve.h"
 #include "src/platform/image_transform.h"
 
 namespace transforms
@@ -20,5 +22,22 @@ OperationResult GaussianBlur(const ImageBuffer& source, ImageBuffer& result, std
 
 /// The same for all channels and any deviation above 0, in pixels. Throws std::bad_alloc.
 ImageBuffer Blurred(const ImageBuffer& image, double deviation);
+
+/// Blurs single rows of a picture, all channels, without rounding to levels. Both arguments must outlive it.
+class BlurredRows
+{
+public:
+    /// Throws std::bad_alloc.
+    BlurredRows(const ImageBuffer& image, const GaussianCurve& curve);
+    /// Fills values with row y in units of 1/kSteps. Allocates nothing.
+    void Blur(std::int32_t y, std::int16_t* values);
+
+private:
+    const ImageBuffer& image_;
+    const GaussianCurve& curve_;
+    std::size_t padding_;
+    std::vector<std::int16_t> down_;
+    std::vector<const std::uint8_t*> rows_;
+};
 
 }  // namespace transforms
