@@ -216,6 +216,23 @@ TEST(AllOperations, LeaveSourceAndResultUnchangedWhenMemoryRunsOut)
     }
 }
 
+TEST(AllOperations, TreatGreyPictureLikeItsColourTwin)
+{
+    for (const Arguments& numbers :
+         {kTelling, Arguments{0.4, 0.5, 1, 90, 30, false}, Arguments{-71, 15, 17, 5, 200, true}}) {
+        for (const OperationCall& call : AllOperations(numbers)) {
+            ImageBuffer grey = RandomPicture(141, 67, 1), colour = Widened(grey);
+            ASSERT_TRUE(ApplyOperation(call, grey) && ApplyOperation(call, colour)) << call.sName;
+            if (grey.channels == 1)
+                grey = Widened(grey);
+            ASSERT_EQ(grey.width, colour.width) << call.sName;
+            ASSERT_EQ(grey.height, colour.height) << call.sName;
+            for (std::size_t i = 0; i < grey.bytes.size(); ++i)  // rounding of ties may differ
+                ASSERT_NEAR(grey.bytes[i], colour.bytes[i], 1) << call.sName << " at " << i;
+        }
+    }
+}
+
 TEST(AllOperations, AllocateNothingIfTheyChangeNothing)
 {
     using namespace operations;

@@ -60,19 +60,10 @@ TEST(ColourOperations, KeepSizeAndAlphaForAnyNumber)
             for (const NamedKernel& operation : all) {
                 ImageBuffer image = before;
                 ASSERT_TRUE(operation.apply(image)) << operation.name;
-                ASSERT_TRUE(SameAlpha(image, before)) << operation.name;
+                const bool coloured = image.channels == 3 && channels == 1;
+                ASSERT_TRUE(SameAlpha(image, coloured ? Widened(before) : before)) << operation.name;
             }
         }
-}
-
-TEST(ColourOperations, GiveGreyPictureIntensityOfColouredResult)
-{
-    for (const NamedKernel& operation : Operations(0.4, 90)) {
-        ImageBuffer grey = RandomPicture(33, 17, 1);
-        ImageBuffer colour = Widened(grey);
-        ASSERT_TRUE(operation.apply(grey) && operation.apply(colour) && ApplyKernel(Intensity, colour));
-        EXPECT_EQ(Widened(grey).bytes, colour.bytes) << operation.name;
-    }
 }
 
 TEST(ColourOperations, GiveSameResultInBands)
@@ -99,14 +90,17 @@ RC_GTEST_PROP(ColourOperations, AreIndependentOfPosition, (std::uint32_t seed))
     const auto l = *rc::gen::inRange(-300, 300);
     const ImageBuffer before = RandomPicture(width, 3, channels, seed);
     ImageBuffer turned = before;
-    const auto n = static_cast<std::size_t>(channels);
+    const auto opposite = [](const ImageBuffer& image, std::size_t i) {
+        const auto n = static_cast<std::size_t>(image.channels);
+        return image.bytes.size() - n - i / n * n + i % n;
+    };
     for (std::size_t i = 0; i < before.bytes.size(); ++i)
-        turned.bytes[before.bytes.size() - n - i / n * n + i % n] = before.bytes[i];
+        turned.bytes[opposite(before, i)] = before.bytes[i];
 
     for (const NamedKernel& operation : Operations(d, l)) {
         ImageBuffer one = before, other = turned;
         RC_ASSERT(operation.apply(one) && operation.apply(other));
-        for (std::size_t i = 0; i < before.bytes.size(); ++i)
-            RC_ASSERT(other.bytes[before.bytes.size() - n - i / n * n + i % n] == one.bytes[i]);
+        for (std::size_t i = 0; i < one.bytes.size(); ++i)
+            RC_ASSERT(other.bytes[opposite(one, i)] == one.bytes[i]);
     }
 }

@@ -7,8 +7,8 @@
 #include "src/platform/image_transform.h"
 
 // v is a channel's value, 0 to 255; results are rounded to the nearest level, halves up, and clamped to
-// 0..255. Alpha stays. Arguments are clamped to their range; NaN changes nothing. A grey picture stays grey:
-// it gets the intensity (intensity.h) of the coloured result.
+// 0..255. Alpha stays. Arguments are clamped to their range; NaN changes nothing. A grey picture gets 3
+// channels if its channels become different.
 namespace transforms
 {
 

@@ -8,6 +8,7 @@
 #include <numbers>
 #include <utility>
 
+#include "src/platform/image/transforms/rows/background.h"
 #include "src/platform/image/transforms/rows/bands.h"
 #include "src/platform/image/transforms/rows/clamping.h"
 #include "src/platform/image/transforms/rows/hidden.h"
@@ -97,6 +98,10 @@ OperationResult AddNoise(const ImageBuffer& source, ImageBuffer& result, std::in
 {
     if (level <= 0)
         return OperationResult::Unchanged;
+    if (source.channels == 1 && !monochrome)
+        return InColour(source, result, [&](const ImageBuffer& image, ImageBuffer& noisy) {
+            return AddNoise(image, noisy, level, false);
+        });
     const NoiseTable noise = NoiseOf(std::min(level, 1000));
     const std::uint64_t start = SeedOf(source);
     Target target(source, result);

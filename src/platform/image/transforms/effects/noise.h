@@ -13,7 +13,7 @@ namespace transforms
 /// colour channel, or the same for all channels of a pixel if monochrome. Each value is drawn from 4096
 /// equally likely ones, the Gaussian quantiles at (i + 0.5) / 4096 rounded to whole levels; sums are clamped
 /// to 0..255. The generator is seeded from the picture, so the same picture always gets the same noise. Alpha
-/// is unchanged; level 0 changes nothing.
+/// is unchanged; level 0 changes nothing. Unless monochrome, a grey picture gets 3 channels.
 OperationResult AddNoise(const ImageBuffer& source, ImageBuffer& result, std::int32_t level, bool monochrome);
 
 /// Shuffles pixels: with a probability of 1 - e^(-penetration / 10) a pixel, alpha excepted, is replaced by

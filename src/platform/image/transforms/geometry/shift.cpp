@@ -24,15 +24,10 @@ OperationResult Shift(const ImageBuffer& source, ImageBuffer& result, std::int32
 {
     if (right == 0 && down == 0)
         return OperationResult::Unchanged;
-    if (source.channels == 1 && !IsGrey(background)) {
-        ImageBuffer wide;
-        if (!WidenGrey(source, wide))
-            return OperationResult::Failed;
-        const OperationResult outcome = Shift(wide, wide, right, down, background);
-        TakePixels(source, result, std::move(wide));
-        result.icc_profile.clear();
-        return outcome;
-    }
+    if (source.channels == 1 && !IsGrey(background))
+        return InColour(source, result, [&](const ImageBuffer& image, ImageBuffer& shifted) {
+            return Shift(image, shifted, right, down, background);
+        });
     const std::int64_t width = source.width, height = source.height, channels = source.channels;
     const std::int64_t shift_x = std::clamp<std::int64_t>(right, -width, width);
     const std::int64_t shift_y = std::clamp<std::int64_t>(down, -height, height);

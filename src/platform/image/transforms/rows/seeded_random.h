@@ -9,8 +9,8 @@
 namespace transforms
 {
 
-/// A hash of the picture's size and of a few thousand of its bytes. Noise is seeded with it, so that a
-/// picture gets the same noise each time.
+/// A hash of the picture's size and of a few thousand of its intensities. Noise is seeded with it, so that a
+/// picture gets the same noise each time, with any number of channels.
 std::uint64_t SeedOf(const ImageBuffer& image);
 /// The next 64 random bits (splitmix64: Steele, Lea and Flood 2014).
 inline std::uint64_t Random(std::uint64_t& state)

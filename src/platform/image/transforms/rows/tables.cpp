@@ -3,8 +3,8 @@
 
 #include <cstddef>
 
+#include "src/platform/image/transforms/rows/background.h"
 #include "src/platform/image/transforms/rows/bands.h"
-#include "src/platform/image/transforms/rows/intensity.h"
 #include "src/platform/image/transforms/rows/target.h"
 
 namespace transforms
@@ -38,16 +38,17 @@ static void ApplyColour(std::uint8_t* __restrict bytes, std::size_t pixels, cons
 OperationResult ApplyTables(const ImageBuffer& source, ImageBuffer& result, const Table& blue,
                             const Table& green, const Table& red)
 {
-    Table grey;
-    for (std::size_t n = 0; n < grey.size(); ++n)
-        grey[n] = IntensityOfPixel(blue[n], green[n], red[n]);
+    if (source.channels == 1 && (blue != green || green != red))
+        return InColour(source, result, [&](const ImageBuffer& image, ImageBuffer& changed) {
+            return ApplyTables(image, changed, blue, green, red);
+        });
     Target target(source, result);
     const auto width = static_cast<std::size_t>(source.width);
     RunBands(source, [&](std::int32_t first, std::int32_t end) {
         for (std::int32_t y = first; y < end; ++y) {
             std::uint8_t* bytes = target.LoadRow(y);
             if (source.channels == 1)
-                ApplyGrey(bytes, width, grey);
+                ApplyGrey(bytes, width, blue);
             else if (source.channels == 3)
                 ApplyColour<3>(bytes, width, blue, green, red);
             else

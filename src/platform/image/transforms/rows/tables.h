@@ -16,8 +16,8 @@ using Table = std::array<std::uint8_t, 256>;
 /// The identity LUT.
 Table IdentityTable();
 
-/// Applies a LUT to each colour channel; alpha stays. For a grey picture the three results are combined to
-/// their intensity (intensity.h); if the tables are equal, that is the table itself.
+/// Applies a LUT to each colour channel; alpha stays. A grey picture gets 3 channels if the tables differ,
+/// and loses its grey profile.
 OperationResult ApplyTables(const ImageBuffer& source, ImageBuffer& result, const Table& blue,
                             const Table& green, const Table& red);
 

@@ -101,11 +101,19 @@ TEST(ChannelLevels, ChangeOnlyTheirChannel)
     EXPECT_EQ(blue.bytes, (PixelBytes{0, 100, 200, 128}));
 }
 
-TEST(ChannelLevels, ChangeGreyPictureByShareOfIntensity)
+TEST(ChannelLevels, GiveGreyPictureColour)
 {
     ImageBuffer image = TestPicture(1, 1, 1, {100});
     EXPECT_TRUE(ApplyKernel(Green, image, 100));
-    EXPECT_EQ(image.bytes, (PixelBytes{159}));  // 100 + 0.587 * 100
+    EXPECT_EQ(image.channels, 3);
+    EXPECT_EQ(image.bytes, (PixelBytes{100, 200, 100}));
+}
+
+TEST(Colorize, KeepsGreyPictureGreyForEqualLevels)
+{
+    ImageBuffer image = TestPicture(1, 1, 1, {100});
+    EXPECT_TRUE(ApplyKernel(Colorize, image, 51, 51, 51));
+    EXPECT_EQ(image.bytes, (PixelBytes{20}));
 }
 
 TEST(Colorize, ScalesEachChannel)

@@ -181,6 +181,20 @@ TEST(Relief, FlattensWithSmoothness)
     }
 }
 
+TEST(Relief, LeavesNoStripesInSmoothGradient)
+{
+    // A sky: one level in 16 pixels.
+    ImageBuffer before = Plain(320, 40, 3, 0);
+    for (std::size_t i = 0; i < before.bytes.size(); ++i)
+        before.bytes[i] = static_cast<std::uint8_t>(100 + i / 3 % 320 / 16);
+    ImageBuffer image = before;
+
+    ASSERT_TRUE(ApplyKernel(transforms::Relief, image, 0, 4, 16));
+
+    for (std::size_t i = 0; i < image.bytes.size(); ++i)
+        ASSERT_NEAR(image.bytes[i], before.bytes[i], 1) << i / 3 % 320;
+}
+
 TEST(Texturize, AddsSlopesOfTexture)
 {
     for (std::int32_t texture = 0; texture < 6; ++texture) {
@@ -347,7 +361,7 @@ TEST(Effects, GivePictureForAnyNumber)
             ASSERT_TRUE(Sound(image));
             ASSERT_EQ(image.width, before.width);
             ASSERT_EQ(image.height, before.height);
-            ASSERT_EQ(image.channels, before.channels);
+            ASSERT_TRUE(image.channels == before.channels || (image.channels == 3 && before.channels == 1));
         };
         for (const double d : HostileDoubles()) {
             expect([&](ImageBuffer& a) { return ApplyKernel(Emboss, a, d, 3, 10); });
