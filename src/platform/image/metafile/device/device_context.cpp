@@ -34,6 +34,13 @@ DeviceContext::DeviceContext(Canvas& canvas, const MetafileRequest& request)
     }
 }
 
+void DeviceContext::Nest(const Affine& device_to_picture, const Clip& limit)
+{
+    device_to_picture_ = device_to_picture;
+    state.meta = limit;
+    MappingChanged();
+}
+
 bool DeviceContext::SaveState()
 {
     if (saved_.size() >= kMaxSavedStates)

@@ -51,6 +51,9 @@ class DeviceContext
 public:
     DeviceContext(Canvas& canvas, const MetafileRequest& request);
 
+    /// Makes this the context of a metafile within another: maps its device to the picture and confines it.
+    void Nest(const Affine& device_to_picture, const Clip& limit);
+
     DcState state;  ///< records change it; call MappingChanged() after changing coordinates
 
     bool SaveState();

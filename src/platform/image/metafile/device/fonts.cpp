@@ -137,6 +137,7 @@ const GlyphShape& FontFace::Shape(std::uint32_t glyph)
 FontCache::~FontCache()
 {
     faces_.clear();
+    opened_.clear();
     if (library_)
         FT_Done_FreeType(library_);
 }
@@ -228,6 +229,19 @@ static bool HasFamily(FcPattern* pattern, const std::string& family)
     return false;
 }
 
+static std::shared_ptr<FontFace> OpenFace(FT_Library library, const char* file, int index, bool same_family,
+                                          bool embolden, double slant)
+{
+    FT_Face face = nullptr;
+    if (FT_New_Face(library, file, index, &face) != 0)
+        return nullptr;
+    if (!FT_IS_SCALABLE(face)) {
+        FT_Done_Face(face);
+        return nullptr;
+    }
+    return std::make_shared<FontFace>(face, same_family, embolden, slant);
+}
+
 FontFace* FontCache::FindFace(const std::string& key, const Font& font, char32_t character)
 {
     const auto found = faces_.find(key);
@@ -235,7 +249,7 @@ FontFace* FontCache::FindFace(const std::string& key, const Font& font, char32_t
         return found->second.get();
     if (!budget_.Spend(kCostOfLookup) || (!library_ && FT_Init_FreeType(&library_) != 0))
         return nullptr;
-    std::unique_ptr<FontFace>& kept = faces_[key];
+    std::shared_ptr<FontFace>& kept = faces_[key];
     const FcPatternPtr match = MatchFont(font, character);
     FcChar8* file = nullptr;
     if (!match || FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch)
@@ -246,15 +260,18 @@ FontFace* FontCache::FindFace(const std::string& key, const Font& font, char32_t
     FcPatternGetBool(match.get(), FC_EMBOLDEN, 0, &embolden);
     FcMatrix* matrix = nullptr;
     const bool sheared = FcPatternGetMatrix(match.get(), FC_MATRIX, 0, &matrix) == FcResultMatch && matrix;
-    FT_Face face = nullptr;
-    if (FT_New_Face(library_, reinterpret_cast<const char*>(file), index, &face) != 0)
+    const double slant = sheared ? matrix->xy : 0;
+    const bool same_family = HasFamily(match.get(), font.face);
+    const std::string opened_key = std::string(reinterpret_cast<const char*>(file)) + '\n' +
+                                   std::to_string(index) + (embolden != FcFalse ? 'b' : 'r') +
+                                   (same_family ? 's' : 'o') + std::to_string(slant);
+    std::shared_ptr<FontFace>& opened = opened_[opened_key];
+    if (!opened)
+        opened = OpenFace(library_, reinterpret_cast<const char*>(file), index, same_family,
+                          embolden != FcFalse, slant);
+    if (!opened)
         return nullptr;
-    if (!FT_IS_SCALABLE(face)) {
-        FT_Done_Face(face);
-        return nullptr;
-    }
-    kept = std::make_unique<FontFace>(face, HasFamily(match.get(), font.face), embolden != FcFalse,
-                                      sheared ? matrix->xy : 0);
+    kept = opened;
     if (character != 0 && kept->GlyphOf(character) == 0)
         kept.reset();  // fontconfig returns the nearest font even if it lacks the character
     return kept.get();

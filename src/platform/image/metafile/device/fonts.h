@@ -81,5 +81,7 @@ private:
 
     Budget& budget_;
     FT_LibraryRec_* library_ = nullptr;
-    std::map<std::string, std::unique_ptr<FontFace>> faces_;
+    std::map<std::string, std::shared_ptr<FontFace>> faces_;  ///< by name and style
+    std::map<std::string, std::shared_ptr<FontFace>>
+        opened_;  ///< by file and style: many names have one font
 };

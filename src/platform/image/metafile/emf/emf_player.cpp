@@ -6,6 +6,9 @@
 
 #include "src/platform/image/metafile/emfplus/emfplus_player.h"
 
+static constexpr std::uint32_t kHeaderRecord = 1;
+static constexpr std::uint32_t kLeastHeader = 88;
+static constexpr std::uint32_t kEmfMark = 0x464D4520;  // " EMF"
 static constexpr std::uint32_t kEndOfFile = 14;
 static constexpr std::uint32_t kComment = 70;
 
@@ -163,14 +166,58 @@ static PlayResult PlayRecords(DeviceContext& dc, const MetafileRequest& request,
     return result;
 }
 
+// Metafiles may hold metafiles, each a part of the last one.
+static constexpr int kMaxDepth = 4;
+
+static bool PlayNested(DeviceContext& outer, Bytes file, const Affine& device_to_picture, const Clip& clip,
+                       int depth);
+
+static PlayResult PlayEmfPlus(DeviceContext& dc, const MetafileRequest& request, int depth)
+{
+    EmfPlusPlayer plus(dc, [&dc, depth](Bytes file, const Affine& device_to_picture, const Clip& clip) {
+        return PlayNested(dc, file, device_to_picture, clip, depth + 1);
+    });
+    return PlayRecords(dc, request, &plus);
+}
+
+// Plays an EMF that is an image of another one. Unlike the outer file, it can't be started again.
+static bool PlayNested(DeviceContext& outer, Bytes file, const Affine& device_to_picture, const Clip& clip,
+                       int depth)
+{
+    ByteReader reader(file);
+    const bool is_header = reader.U32Le() == kHeaderRecord && reader.U32Le() >= kLeastHeader;
+    reader.Take(8 * 4);  // bounds, frame
+    const bool is_emf = reader.U32Le() == kEmfMark;
+    reader.Take(3 * 4);  // version, size, records
+    MetafileRequest request = outer.Request();
+    request.records = file;
+    request.objects = reader.U16Le();
+    reader.Take(2 + 3 * 4);  // reserved, description, palette
+    const double width = reader.I32Le();
+    const double height = reader.I32Le();
+    const double millimetres_x = reader.I32Le();
+    const double millimetres_y = reader.I32Le();
+    if (depth > kMaxDepth || reader.Failed() || !is_header || !is_emf)
+        return false;
+    if (width > 0 && height > 0 && millimetres_x > 0 && millimetres_y > 0) {
+        request.dots_per_millimetre_x = width / millimetres_x;
+        request.dots_per_millimetre_y = height / millimetres_y;
+    }
+    DeviceContext dc(outer.Target(), request);
+    dc.Nest(device_to_picture, clip);
+    const EmfPlusSummary summary = SummaryOf(file);
+    const PlayResult result =
+        summary.whole ? PlayEmfPlus(dc, request, depth) : PlayRecords(dc, request, nullptr);
+    return result.finished && !result.skipped;
+}
+
 bool PlayEmf(DeviceContext& dc, const MetafileRequest& request)
 {
     const EmfPlusSummary summary = SummaryOf(request.records);
     Canvas& canvas = dc.Target();
     if (summary.present && (summary.whole || !summary.dual)) {
         DeviceContext plus_dc(canvas, request);
-        EmfPlusPlayer plus(plus_dc);
-        const PlayResult result = PlayRecords(plus_dc, request, &plus);
+        const PlayResult result = PlayEmfPlus(plus_dc, request, 0);
         if (!result.finished)
             return false;
         if (summary.dual ? !result.skipped : !canvas.Touched().Empty())

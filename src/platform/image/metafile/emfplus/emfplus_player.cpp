@@ -67,7 +67,10 @@ const PlusBrush* PlusPlay::BrushOf(const PlusRecord& record, std::uint32_t store
     return &color_brush_;
 }
 
-EmfPlusPlayer::EmfPlusPlayer(DeviceContext& dc) : dc_(dc), play_(dc) {}
+EmfPlusPlayer::EmfPlusPlayer(DeviceContext& dc, NestedPlayer play_metafile)
+    : dc_(dc), play_(dc, std::move(play_metafile))
+{
+}
 
 PlusOutcome EmfPlusPlayer::FinishObject(std::uint16_t flags, Bytes data)
 {

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "src/platform/image/metafile/device/device_context.h"
@@ -34,11 +36,16 @@ struct PlusRecord {
     std::uint32_t Id() const { return flags & 0xFF; }
 };
 
+/// Plays the file of a metafile image, whose device is mapped to the picture, within a clip. False if it
+/// can't be drawn.
+using NestedPlayer = std::function<bool(Bytes file, const Affine& device_to_picture, const Clip& clip)>;
+
 /// State kept between records.
 struct PlusPlay {
-    explicit PlusPlay(DeviceContext& dc) : graphics(dc) {}
+    PlusPlay(DeviceContext& dc, NestedPlayer player) : graphics(dc), play_metafile(std::move(player)) {}
 
     PlusGraphics graphics;
+    NestedPlayer play_metafile;
     std::array<PlusObject, 64> objects;
     bool exhausted = false;  ///< a limit is exceeded
 
@@ -74,7 +81,7 @@ PlusOutcome PlayPlusText(PlusPlay& play, const PlusRecord& record);
 class EmfPlusPlayer
 {
 public:
-    explicit EmfPlusPlayer(DeviceContext& dc);
+    EmfPlusPlayer(DeviceContext& dc, NestedPlayer play_metafile);
 
     /// Plays the records of a comment. False once a limit is exceeded.
     bool Play(Bytes records);

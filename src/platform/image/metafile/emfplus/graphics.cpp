@@ -6,7 +6,7 @@
 
 static constexpr std::size_t kMaxSavedStates = 4096;
 
-PlusGraphics::PlusGraphics(DeviceContext& dc) : dc_(dc), canvas_(dc.Target())
+PlusGraphics::PlusGraphics(DeviceContext& dc) : dc_(dc), canvas_(dc.Target()), limit_(dc.state.meta)
 {
     ResetClip();
 }
@@ -102,29 +102,32 @@ void PlusGraphics::CombineClip(const Clip& area, PlusClipMode mode)
     Budget& work = dc_.Work();
     switch (mode) {
         case PlusClipMode::kReplace:
-            state.clip = area;
+            state.clip = Combine(limit_, area, ClipMode::kAnd, work);
             break;
         case PlusClipMode::kIntersect:
             state.clip = Combine(state.clip, area, ClipMode::kAnd, work);
             break;
         case PlusClipMode::kUnion:
-            state.clip = Combine(state.clip, area, ClipMode::kOr, work);
+            state.clip =
+                Combine(limit_, Combine(state.clip, area, ClipMode::kOr, work), ClipMode::kAnd, work);
             break;
         case PlusClipMode::kXor:
-            state.clip = Combine(state.clip, area, ClipMode::kXor, work);
+            state.clip =
+                Combine(limit_, Combine(state.clip, area, ClipMode::kXor, work), ClipMode::kAnd, work);
             break;
         case PlusClipMode::kExclude:
             state.clip = Combine(state.clip, area, ClipMode::kDifference, work);
             break;
         case PlusClipMode::kComplement:
-            state.clip = Combine(area, state.clip, ClipMode::kDifference, work);
+            state.clip =
+                Combine(limit_, Combine(area, state.clip, ClipMode::kDifference, work), ClipMode::kAnd, work);
             break;
     }
 }
 
 void PlusGraphics::ResetClip()
 {
-    state.clip = {canvas_.Area(), nullptr};
+    state.clip = limit_;
 }
 
 void PlusGraphics::OffsetClip(Point move)
@@ -133,7 +136,8 @@ void PlusGraphics::OffsetClip(Point move)
     const auto whole = [](double d) {
         return static_cast<std::int32_t>(std::floor(ClampToDrawable(d) + 0.5));
     };
-    state.clip = Translate(state.clip, whole(pixels.x), whole(pixels.y), canvas_.Area(), dc_.Work());
+    const Clip moved = Translate(state.clip, whole(pixels.x), whole(pixels.y), canvas_.Area(), dc_.Work());
+    state.clip = Combine(limit_, moved, ClipMode::kAnd, dc_.Work());
 }
 
 Clip PlusGraphics::ClipOf(const Rect& world)

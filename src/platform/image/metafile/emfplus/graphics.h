@@ -71,6 +71,7 @@ private:
 
     DeviceContext& dc_;
     Canvas& canvas_;
+    Clip limit_;  ///< of a metafile within another
     Point dots_{96, 96};
     struct Saved {
         std::uint32_t index;

@@ -31,6 +31,27 @@ static ImageBuffer BufferOf(const Pixels& pixels)
     return image;
 }
 
+// The source is in device pixels of the metafile.
+static PlusOutcome DrawMetafile(PlusPlay& play, const PlusImage& image, const Rect& source,
+                                const Corners& corners)
+{
+    const Point x = (1 / source.Width()) * (corners.top_right - corners.top_left);
+    const Point y = (1 / source.Height()) * (corners.bottom_left - corners.top_left);
+    Affine map{x.x, x.y, y.x, y.y, 0, 0};
+    const Point start = map.Apply({source.left, source.top});
+    map.x0 = corners.top_left.x - start.x;
+    map.y0 = corners.top_left.y - start.y;
+    if (!map.Finite() || !play.play_metafile)
+        return PlusOutcome::kBroken;
+    // What is drawn beyond the source isn't part of the image.
+    Outline box;
+    box.AddBox(source);
+    const Canvas& canvas = play.graphics.Context().Target();
+    const Clip area = play.graphics.Context().Target().ClipOf(box.Transformed(map), false, canvas.Area());
+    const Clip clip = Combine(play.graphics.state.clip, area, ClipMode::kAnd, play.graphics.Context().Work());
+    return PlusOutcomeOf(play.play_metafile(image.metafile, map, clip));
+}
+
 static PlusOutcome DrawImage(PlusPlay& play, const PlusRecord& record)
 {
     ByteReader reader = record.Data();
@@ -52,11 +73,13 @@ static PlusOutcome DrawImage(PlusPlay& play, const PlusRecord& record)
         corners = {(*points)[0], (*points)[1], (*points)[2]};
     }
     const auto* image = play.Find<PlusImage>(record.Id());
-    if (reader.Failed() || !image || !image->pixels)
+    if (reader.Failed() || !image)
         return PlusOutcome::kBroken;
     const Affine map = play.graphics.WorldToPicture();
     for (Point* corner : {&corners.top_left, &corners.top_right, &corners.bottom_left})
         *corner = ClampToDrawable(map.Apply(*corner));
+    if (!image->pixels)
+        return DrawMetafile(play, *image, source, corners);
     DeviceContext& dc = play.graphics.Context();
     if (!dc.Work().Spend(image->pixels->pixels.size()))
         return PlusOutcome::kDone;

@@ -159,3 +159,21 @@ TEST(EmfPlusImage, DrawsFileIntoParallelogram)
     EXPECT_EQ(ColorAt(image, 2, 2), kWhite);
     EXPECT_EQ(ColorAt(image, 28, 18), kWhite);
 }
+
+TEST(EmfPlusImage, PlaysMetafileWithinItsBox)
+{
+    const std::vector<std::uint8_t> inner = EmfPlusMaker(20, 20)
+                                                .FillRect(kPlusBlue, {0, 0, 10, 40})
+                                                .FillRect(kPlusGreen, {10, -50, 50, 100})
+                                                .File();
+    PlusBytes image;
+    image.U({Plus::kVersion, 2, 4, static_cast<std::uint32_t>(inner.size())}).All(inner);
+    EmfPlusMaker maker(40, 40);
+    maker.Object(Plus::kImage, 2, image);
+    maker.Record(Plus::kDrawImage, 2, PlusBytes().U({0, 2}).F({0, 0, 20, 20, 10, 10, 20, 10}));
+    const ImageBuffer drawn = Render(maker);
+
+    EXPECT_EQ(CountOf(drawn, kBlue, {10, 10, 20, 20}), 100);
+    EXPECT_EQ(CountOf(drawn, kGreen, {20, 10, 30, 20}), 100);
+    EXPECT_EQ(CountOf(drawn, kWhite, kAll), 1400);
+}
