@@ -10,7 +10,6 @@
 #include "src/base/text.h"
 #include "src/commands/modDesktop.h"
 #include "src/commands/modHelp.h"
-#include "src/commands/modWebPages.h"
 #include "src/dispatch/modDialog.h"
 #include "src/dispatch/modDispatcher.h"
 #include "src/forms/Application.h"
@@ -20,6 +19,7 @@
 #include "src/translator/modTranslator.h"
 
 constexpr const char* kEnglish = "English";
+constexpr const char* kLanguagePage = "https://www.orbelan.example/FAQ/FAQ-Languages.htm";
 
 static void SetCaptions(frmLanguage& frm)
 {
@@ -42,20 +42,23 @@ static void List1_Click(Application& app)
     frm.cmdEditLanguageFile.SetEnabled(frm.List1.Text() != kEnglish);
 }
 
+static void ReportUnableToOpen(Application& app, const std::string& sWhat)
+{
+    app.svc.objWindows.MsgBox(sTranslate(app, "Unable to open:") + "\r\n\r\n" + sWhat,
+                              sTranslate(app, "Error"), BoxIcon::Information, BoxButtons::Ok);
+}
+
 static void EditLanguageFile(Application& app)
 {
     const std::string sPath = sLanguageFilePath(app, app.frmLanguage.List1.Text());
     if (!bOpenPath(app, sPath))
-        app.svc.objWindows.MsgBox(sTranslate(app, "Unable to open:") + "\r\n\r\n" + sPath,
-                                  sTranslate(app, "Error"), BoxIcon::Information, BoxButtons::Ok);
+        ReportUnableToOpen(app, sPath);
 }
 
 static void OpenLanguagePage(Application& app)
 {
-    const std::string sAddress = sWebPage(kPageLanguages);
-    if (!bOpenAddress(app, sAddress))
-        app.svc.objWindows.MsgBox(sTranslate(app, "Unable to open:") + "\r\n\r\n" + sAddress,
-                                  sTranslate(app, "Error"), BoxIcon::Information, BoxButtons::Ok);
+    if (!bOpenAddress(app, kLanguagePage))
+        ReportUnableToOpen(app, kLanguagePage);
 }
 
 static void SelectFont(Application& app)

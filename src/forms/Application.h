@@ -7,6 +7,7 @@
 #include "src/forms/dispatch_state.h"
 #include "src/forms/editing_hooks.h"
 #include "src/forms/frmConversionOptions.h"
+#include "src/forms/frmImageViewer.h"
 #include "src/forms/frmLanguage.h"
 #include "src/forms/frmMain.h"
 #include "src/forms/frmMainMDI.h"
@@ -68,4 +69,5 @@ struct Application {
     ::frmConversionOptions frmConversionOptions;
     ::frmOptions frmOptions;
     ::frmLanguage frmLanguage;
+    ::frmImageViewer frmImageViewer;
 };

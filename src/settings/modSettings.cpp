@@ -20,6 +20,7 @@ static constexpr std::int32_t kBufferSize = 500;
 static constexpr std::int32_t kRecentTexts = 20;
 
 static constexpr WindowPlace kFirstPlaceOfMain = {kWindowNormal, 1000, 1000, 6500, 7200};
+static constexpr WindowPlace kFirstPlaceOfImageViewer = {kWindowNormal, 1500, 1500, 12000, 9000};
 static constexpr WindowPlace kFirstPlaceOfMDI = {kWindowNormal, 150, 150, 11000, 7000};
 
 // Default column widths in twips; -1 is the "Do" column, whose width depends on the locale.
@@ -265,4 +266,14 @@ void ReadIniFile(Application& app, frmMainMDI& frm)
 void SaveIniFile(Application& app, const frmMainMDI& frm)
 {
     SavePlace(Section(app, "frmMainMDI"), frm.Place());
+}
+
+void ReadIniFile(Application& app, frmImageViewer& frm)
+{
+    ReadPlace(Section(app, "frmImageViewer"), frm, kFirstPlaceOfImageViewer);
+}
+
+void SaveIniFile(Application& app, const frmImageViewer& frm)
+{
+    SavePlace(Section(app, "frmImageViewer"), frm.Place());
 }

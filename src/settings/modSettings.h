@@ -9,6 +9,7 @@
 #include <string>
 
 struct Application;
+struct frmImageViewer;
 struct frmMainMDI;
 
 /// Default conversion options: compression, pages, append, quality and seven texts.
@@ -26,3 +27,7 @@ void SaveIniFile(Application& app);
 /// Same for the position of the frame window.
 void ReadIniFile(Application& app, frmMainMDI& frm);
 void SaveIniFile(Application& app, const frmMainMDI& frm);
+
+/// Same for the position of the viewer dialog.
+void ReadIniFile(Application& app, frmImageViewer& frm);
+void SaveIniFile(Application& app, const frmImageViewer& frm);

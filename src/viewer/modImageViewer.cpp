@@ -16,6 +16,7 @@
 #include "src/job/modFileTypes.h"
 #include "src/platform/image_library.h"
 #include "src/translator/modTranslator.h"
+#include "src/viewer/modImageViewerDialog.h"
 #include "src/viewer/modViewerText.h"
 
 constexpr std::int32_t kTypeTiff = 3;  ///< the only type whose pages the viewer counts
@@ -346,6 +347,10 @@ static void ConnectView(Application& app, std::int32_t lView)
 {
     frmMain& frm = app.frmMain;
     frm.HScrollFrame(lView).OnChange = ViewHandler(app, HScrollFrame_Change, lView);
+    if (lView != kViewPreview) {
+        frm.ImageViewMain(lView).OnDblClick = ViewHandler(app, ImageViewMain_DblClick, lView);
+        frm.picZoomMainPicture(lView).OnDblClick = ViewHandler(app, ImageViewMain_DblClick, lView);
+    }
     frm.cmdReloadImage(lView).OnClick = ViewHandler(app, cmdReloadImage_Click, lView);
     ImageView& objView = frm.ImageViewMain(lView);
     objView.OnZoom = ViewHandler(app, ImageViewMain_Zoom, lView, Act::MidRun);
