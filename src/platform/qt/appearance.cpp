@@ -13,12 +13,12 @@ static void SetDisabled(QPalette& palette, const QColor& text, const QColor& acc
 
 QPalette PlainPalette(bool dark)
 {
-    const QColor window = dark ? QColor(0x23, 0x26, 0x2d) : QColor(0xf5, 0xf6, 0xf8);
-    const QColor button = dark ? QColor(0x38, 0x3c, 0x45) : QColor(0xfc, 0xfc, 0xfd);
+    const QColor window = dark ? QColor(0x2a, 0x2e, 0x36) : QColor(0xf5, 0xf6, 0xf8);
+    const QColor button = dark ? QColor(0x3c, 0x41, 0x4b) : QColor(0xfc, 0xfc, 0xfd);
     const QColor text = dark ? QColor(0xe8, 0xea, 0xed) : QColor(0x1f, 0x23, 0x28);
     QPalette palette(button, window);
-    palette.setColor(QPalette::Base, dark ? QColor(0x1a, 0x1c, 0x22) : QColor(0xff, 0xff, 0xff));
-    palette.setColor(QPalette::AlternateBase, dark ? QColor(0x20, 0x22, 0x29) : QColor(0xf5, 0xf6, 0xf8));
+    palette.setColor(QPalette::Base, dark ? QColor(0x1b, 0x1e, 0x24) : QColor(0xff, 0xff, 0xff));
+    palette.setColor(QPalette::AlternateBase, dark ? QColor(0x22, 0x25, 0x2c) : QColor(0xf5, 0xf6, 0xf8));
     for (const QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(role, text);

@@ -27,8 +27,8 @@ WindowMirror::WindowMirror(Application& app, Translate translate)
     : app_(app),
       translate_(std::move(translate)),
       makers_{
-          {&app.frmPleaseWait, MakePleaseWait},
-          {&app.frmTypeMatchNotification, MakeTypeMatchNotification},
+          {&app.frmPleaseWait, MakePleaseWait}, {&app.frmTypeMatchNotification, MakeTypeMatchNotification},
+          {&app.frmOptions, MakeOptions},       {&app.frmConversionOptions, MakeConversionOptions},
           {&app.frmScheduler, MakeScheduler},
       }
 {

@@ -65,6 +65,8 @@ static Binding MakeView(Control& control, QObject* object)
         case ControlKind::ImageView:
             return Make<ImageViewView, ImageView>(control, dynamic_cast<PictureWidget*>(object));
         case ControlKind::Label:
+            if (auto* button = qobject_cast<QAbstractButton*>(object))
+                return Make<LabelButtonView, Label>(control, button);
             return Make<LabelView, Label>(control, qobject_cast<QLabel*>(object));
         case ControlKind::ListBox:
             return Make<ListBoxView, ListBox>(control, qobject_cast<QListWidget*>(object));

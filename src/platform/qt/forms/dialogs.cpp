@@ -24,8 +24,7 @@ std::unique_ptr<QWidget> MakePleaseWait(QWidget*, const Translate&)
 std::unique_ptr<QWidget> MakeTypeMatchNotification(QWidget* parent, const Translate& t)
 {
     auto dialog = std::make_unique<QDialog>(parent);
-    QVBoxLayout* column = Column(dialog.get());
-    column->setContentsMargins(Space(16), Space(16), Space(16), Space(16));
+    QVBoxLayout* column = DialogColumn(*dialog);
     QLabel* text = Note("lblNotification");
     text->setMinimumWidth(Space(400));
     column->addWidget(text);

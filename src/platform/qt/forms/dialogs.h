@@ -10,4 +10,6 @@
 // Each makes the empty window of the form of that name; parent may be null.
 std::unique_ptr<QWidget> MakePleaseWait(QWidget* parent, const Translate& translate);
 std::unique_ptr<QWidget> MakeTypeMatchNotification(QWidget* parent, const Translate& translate);
+std::unique_ptr<QWidget> MakeOptions(QWidget* parent, const Translate& translate);
+std::unique_ptr<QWidget> MakeConversionOptions(QWidget* parent, const Translate& translate);
 std::unique_ptr<QWidget> MakeScheduler(QWidget* parent, const Translate& translate);

@@ -2,11 +2,14 @@
 #include "src/platform/qt/forms/layout.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QLineEdit>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
+#include "src/platform/qt/views/button_views.h"
 #include "src/platform/qt/views/line_icon.h"
 
 int Space(int pixels)
@@ -100,18 +103,126 @@ QLineEdit* NumberField(const char* name, int digits)
     return edit;
 }
 
+QVBoxLayout* DialogColumn(QWidget& dialog)
+{
+    QVBoxLayout* column = Column(&dialog);
+    column->setContentsMargins(Space(16), Space(12), Space(16), Space(16));
+    return column;
+}
+
+QWidget* Group(const char* name)
+{
+    auto* group = Named<QWidget>(name);
+    QVBoxLayout* column = Column(group);
+    QLabel* caption = Heading(QString());
+    caption->setProperty(kFrameCaption, true);
+    column->addWidget(caption);
+    return group;
+}
+
+QTabBar* TabRow(const char* name, const QString& accessible_name)
+{
+    auto* tabs = Named<QTabBar>(name);
+    tabs->setExpanding(false);
+    tabs->setDrawBase(false);
+    tabs->setAccessibleName(accessible_name);
+    return tabs;
+}
+
+namespace
+{
+
+/// Paints a button as the next step: filled with the accent colour while it is enabled.
+class PrimaryPainter final : public QObject
+{
+public:
+    explicit PrimaryPainter(QAbstractButton& button) : QObject(&button), button_(button)
+    {
+        button.installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() != QEvent::Paint)
+            return false;
+        Paint();
+        return true;
+    }
+
+private:
+    void Paint()
+    {
+        QPainter painter(&button_);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QPalette& palette = button_.palette();
+        const bool enabled = button_.isEnabled();
+        if (enabled) {
+            QColor fill = palette.color(QPalette::Active, QPalette::Highlight);
+            if (button_.isDown())
+                fill = fill.darker(115);
+            else if (button_.underMouse())
+                fill = fill.lighter(110);
+            painter.setBrush(fill);
+            painter.setPen(button_.hasFocus() ? QPen(palette.color(QPalette::WindowText), 1.5)
+                                              : QPen(Qt::NoPen));
+            painter.drawRoundedRect(QRectF(button_.rect()).adjusted(1, 1, -1, -1), Space(4), Space(4));
+        }
+        PaintContents(painter, enabled);
+    }
+
+    void PaintContents(QPainter& painter, bool enabled)
+    {
+        const QString text = button_.text();
+        const QSize icon = button_.icon().isNull() ? QSize(0, 0) : button_.iconSize();
+        const int gap = icon.isEmpty() ? 0 : Space(6);
+        const int width = button_.fontMetrics().size(Qt::TextShowMnemonic, text).width();
+        QRect rest = button_.rect();
+        rest.setLeft(std::max((rest.width() - icon.width() - gap - width) / 2, 0));
+        button_.icon().paint(&painter, rest.left(), 0, icon.width(), button_.height(), Qt::AlignCenter,
+                             enabled ? QIcon::Normal : QIcon::Disabled);
+        rest.setLeft(rest.left() + icon.width() + gap);
+        painter.setPen(enabled ? button_.palette().color(QPalette::Active, QPalette::HighlightedText)
+                               : button_.palette().color(QPalette::Disabled, QPalette::ButtonText));
+        painter.drawText(rest, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text);
+    }
+
+    QAbstractButton& button_;
+};
+
+class BehindFilter final : public QObject
+{
+public:
+    BehindFilter(QWidget& back, QWidget& front) : QObject(&front), back_(back)
+    {
+        front.installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::ShowToParent)
+            back_.hide();
+        if (event->type() == QEvent::HideToParent)
+            back_.show();
+        return false;
+    }
+
+private:
+    QWidget& back_;
+};
+
+}  // namespace
+
+void HideBehind(QWidget& back, QWidget& front)
+{
+    new BehindFilter(back, front);
+}
+
 void MakePrimary(QAbstractButton* button)
 {
-    button->setStyleSheet(
-        QStringLiteral("QAbstractButton { background: palette(highlight); color: palette(highlighted-text);"
-                       " border: 1px solid palette(highlight); border-radius: %1px; padding: %2px %3px;"
-                       " font-weight: 600; }"
-                       "QAbstractButton:hover, QAbstractButton:focus { border-color: palette(window-text); }"
-                       "QAbstractButton:disabled { background: transparent; color: palette(mid);"
-                       " border-color: transparent; }")
-            .arg(Space(4))
-            .arg(Space(4))
-            .arg(Space(12)));
+    QFont font = button->font();
+    font.setBold(true);
+    button->setFont(font);
+    button->setMinimumWidth(button->sizeHint().width() + Space(16));
+    button->setMinimumHeight(Space(32));
+    new PrimaryPainter(*button);
 }
 
 QSize ElidedLabel::minimumSizeHint() const

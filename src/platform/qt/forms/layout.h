@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QString>
+#include <QTabBar>
 #include <QToolButton>
 #include <functional>
 #include <initializer_list>
@@ -44,6 +45,16 @@ QComboBox* Choice(const char* name);
 QToolButton* IconButton(const char* name, const QString& icon, const QString& tip);
 /// A field for a number.
 QLineEdit* NumberField(const char* name, int digits);
+
+/// A column with the margins of a dialog.
+QVBoxLayout* DialogColumn(QWidget& dialog);
+/// A frame without lines, its caption in bold above its column.
+QWidget* Group(const char* name);
+/// A row of tabs at the left, each as wide as its text.
+QTabBar* TabRow(const char* name, const QString& accessible_name);
+
+/// Shows a widget only while another, in the same place, is hidden.
+void HideBehind(QWidget& back, QWidget& front);
 
 /// The button for the next step: filled with the accent colour.
 void MakePrimary(QAbstractButton* button);

@@ -170,10 +170,8 @@ static void MakeToolBar(QMainWindow& window, const Translate& t)
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setIconSize(QSize(Space(20), Space(20)));
-    bar->setStyleSheet(QStringLiteral("QToolBar { border: none; spacing: %1px; padding: %1px %2px; }")
-                           .arg(Space(4))
-                           .arg(Space(8)));
     Fill(*bar, kToolBar, window, t);
+    bar->setMinimumHeight(Space(44));
     window.addToolBar(bar);
 
     auto* jobs = new QMenu(&window);
@@ -185,8 +183,10 @@ static void MakeToolBar(QMainWindow& window, const Translate& t)
     convert->setIcon(LineIcon("convert", QPalette::HighlightedText));
     MakePrimary(static_cast<QToolButton*>(bar->widgetForAction(convert)));
     for (QAction* action : bar->actions())
-        if (QWidget* button = bar->widgetForAction(action); button && !action->isSeparator())
+        if (QWidget* button = bar->widgetForAction(action); button && !action->isSeparator()) {
             button->setFocusPolicy(Qt::TabFocus);
+            button->setMinimumHeight(Space(32));
+        }
 }
 
 static QLabel* Panel(int number, int digits)
@@ -246,12 +246,6 @@ static GridWidget* MakeTable(const char* name, const QString& accessible_name, c
     table->setAccessibleName(accessible_name);
     table->setFrameShape(QFrame::NoFrame);
     table->setIconSize(QSize(Space(16), Space(16)));
-    table->horizontalHeader()->setStyleSheet(
-        QStringLiteral("QHeaderView { background: palette(base); border: none; }"
-                       "QHeaderView::section { background: palette(base); border: none;"
-                       " border-bottom: 1px solid palette(midlight); padding: %1px %2px; }")
-            .arg(Space(4))
-            .arg(Space(2)));
     return table;
 }
 
@@ -278,8 +272,12 @@ static QWidget* MakeFields(const Translate& t)
                                 Named<QRadioButton>("rbActionToDo(1)", t("Special process")), nullptr});
     actions->setSpacing(Space(16));
     column->addLayout(actions);
-    column->addWidget(MakeConversionFields(t));
-    column->addWidget(MakeProcessFields(t));
+    auto* conversion = new QWidget;
+    Column(conversion)->addWidget(MakeConversionFields(t));
+    QWidget* process = MakeProcessFields(t);
+    HideBehind(*conversion, *process);
+    column->addWidget(conversion);
+    column->addWidget(process);
     column->addStretch(1);
     column->setContentsMargins(Space(12), Space(12), Space(8), 0);
 

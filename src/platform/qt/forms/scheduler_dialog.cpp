@@ -3,7 +3,6 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QTabBar>
 
 #include "src/platform/qt/forms/dialogs.h"
 
@@ -132,13 +131,8 @@ static QWidget* MakeOptions()
 std::unique_ptr<QWidget> MakeScheduler(QWidget* parent, const Translate& t)
 {
     auto dialog = std::make_unique<QDialog>(parent);
-    QVBoxLayout* column = Column(dialog.get());
-    column->setContentsMargins(Space(16), Space(8), Space(16), Space(16));
-    auto* tabs = Named<QTabBar>("TabStrip1");
-    tabs->setExpanding(false);
-    tabs->setDrawBase(false);
-    tabs->setAccessibleName(t("Schedule a Job"));
-    column->addWidget(tabs);
+    QVBoxLayout* column = DialogColumn(*dialog);
+    column->addWidget(TabRow("TabStrip1", t("Schedule a Job")));
     column->addWidget(MakeSetup(t), 1);
     column->addWidget(MakeOptions(), 1);
     column->addSpacing(Space(8));

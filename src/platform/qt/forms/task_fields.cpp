@@ -142,10 +142,7 @@ static QWidget* MakeProcessFiles(const Translate& t)
     Names name("Specialized");
     QVBoxLayout* column = Column();
     AddOriginal(*column, name, "lblFileTypeOriginalSpecialized", t);
-    auto* tabs = Named<QTabBar>("tsSpecialProcessParameters");
-    tabs->setExpanding(false);
-    tabs->setDrawBase(false);
-    tabs->setAccessibleName(t("Parameters"));
+    QTabBar* tabs = TabRow("tsSpecialProcessParameters", t("Parameters"));
     column->addSpacing(Space(8));
     column->addWidget(tabs);
     column->addWidget(MakeParameters(t));

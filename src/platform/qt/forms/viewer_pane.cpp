@@ -69,10 +69,7 @@ static QScrollBar* MakeOffset(const char* name, Qt::Orientation orientation, con
 
 QWidget* MakeViewerPane(const Translate& t)
 {
-    auto* tabs = Named<QTabBar>("tsImageViewer");
-    tabs->setExpanding(false);
-    tabs->setDrawBase(false);
-    tabs->setAccessibleName(t("Image viewer"));
+    QTabBar* tabs = TabRow("tsImageViewer", t("Image viewer"));
     auto* pictures = new QStackedWidget;
     auto* navigation = new QStackedWidget;
     for (int view = 0; view < kViews; ++view) {

@@ -79,6 +79,11 @@ bool LabelView::eventFilter(QObject* watched, QEvent* event)
     return ControlView::eventFilter(watched, event);
 }
 
+LabelButtonView::LabelButtonView(Label& control, QAbstractButton& widget) : ControlView(control, widget)
+{
+    connect(&widget, &QAbstractButton::clicked, this, [this] { control_.UserDoubleClicks(); });
+}
+
 FrameView::FrameView(Frame& control, QWidget& widget) : ControlView(control, widget)
 {
     CaptionChanged();
@@ -86,6 +91,11 @@ FrameView::FrameView(Frame& control, QWidget& widget) : ControlView(control, wid
 
 void FrameView::CaptionChanged()
 {
-    if (auto* box = qobject_cast<QGroupBox*>(&widget_); box && !control_.Caption().empty())
+    if (control_.Caption().empty())
+        return;
+    if (auto* box = qobject_cast<QGroupBox*>(&widget_))
         box->setTitle(ToQt(control_.Caption()));
+    for (QLabel* label : widget_.findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
+        if (label->property(kFrameCaption).toBool())
+            label->setText(ToQt(control_.Caption()));
 }

@@ -49,7 +49,18 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
-/// A group box shows the caption; any other widget only holds what is in the frame.
+/// A picture that opens something on a double click, as a button: one click will do, and so will the
+/// keyboard.
+class LabelButtonView final : public ControlView<Label, QAbstractButton>
+{
+public:
+    LabelButtonView(Label& control, QAbstractButton& widget);
+};
+
+/// A label with this property, directly in a frame's widget, shows the frame's caption.
+constexpr char kFrameCaption[] = "frameCaption";
+
+/// A group box shows the caption in its title, another widget in its label for it, if it has one.
 class FrameView final : public ControlView<Frame, QWidget>
 {
 public:

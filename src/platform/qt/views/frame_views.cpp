@@ -44,7 +44,8 @@ void MenuView::CaptionChanged()
 
 StatusBarView::StatusBarView(StatusBar& control, QStatusBar& widget) : ControlView(control, widget)
 {
-    for (std::int32_t panel = 1; panel <= control.PanelCount(); ++panel)
+    constexpr std::int32_t kMostPanels = 20;
+    for (std::int32_t panel = 1; panel <= kMostPanels; ++panel)
         PanelChanged(panel);
 }
 
@@ -55,6 +56,8 @@ void StatusBarView::PanelChanged(std::int32_t panel)
     if (!label)
         return;
     label->setText(ToQt(control_.Panel(panel)).simplified());
+    // One without a width of its own takes no room while it is empty.
+    label->setVisible(!label->text().isEmpty() || label->minimumWidth() > 0);
     const std::string& tip = control_.PanelToolTipText(panel);
     label->setToolTip(ToQt(tip.empty() ? control_.Panel(panel) : tip));
 }

@@ -51,9 +51,54 @@ private:
 
 }  // namespace
 
+namespace
+{
+
+/// Plain headings above a line.
+class QuietHeader final : public QHeaderView
+{
+public:
+    explicit QuietHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent)
+    {
+        setSectionsMovable(false);
+        setHighlightSections(false);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QHeaderView::paintEvent(event);
+        QPainter painter(viewport());
+        const QRect area = viewport()->rect();
+        painter.fillRect(area.adjusted(length() - offset(), 0, 0, 0), palette().brush(QPalette::Base));
+        painter.fillRect(area.adjusted(0, area.height() - 1, 0, 0), palette().brush(QPalette::Midlight));
+    }
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override
+    {
+        painter->fillRect(rect, palette().brush(QPalette::Base));
+        const QString text = model()->headerData(section, Qt::Horizontal).toString();
+        const QRect inner = rect.adjusted(kTextMargin, 0, -kTextMargin, 0);
+        painter->setPen(palette().color(QPalette::PlaceholderText));
+        painter->drawText(inner, Qt::AlignLeft | Qt::AlignVCenter,
+                          fontMetrics().elidedText(text, Qt::ElideRight, inner.width()));
+    }
+    QSize sectionSizeFromContents(int section) const override
+    {
+        QSize size = QHeaderView::sectionSizeFromContents(section);
+        size.setHeight(fontMetrics().height() * 28 / 17);
+        return size;
+    }
+
+private:
+    static constexpr int kTextMargin = 3;  ///< as in the cells
+};
+
+}  // namespace
+
 GridWidget::GridWidget(GridLook look, QWidget* parent) : QTableView(parent), look_(std::move(look))
 {
     setItemDelegate(new CellDelegate(look_, this));
+    setHorizontalHeader(new QuietHeader(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
@@ -68,9 +113,9 @@ GridWidget::GridWidget(GridLook look, QWidget* parent) : QTableView(parent), loo
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 28 / 17);
     verticalScrollBar()->setSingleStep(verticalHeader()->defaultSectionSize());
-    horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
-    horizontalHeader()->setMinimumSectionSize(1);
+    // Room for what the narrow columns hold by default, "S100" and their headers.
+    horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance("S100") + 10);
 }
 
 // Continues the rows to the right of the last column.

@@ -5,6 +5,10 @@
 #include <QTest>
 #include <memory>
 
+#include "src/dialogs/modConversionOptions.h"
+#include "src/dialogs/modDialogs.h"
+#include "src/dialogs/modNotices.h"
+#include "src/dialogs/modOptions.h"
 #include "src/platform/qt/views/qt_text.h"
 #include "src/platform/qt/window_mirror.h"
 #include "src/scheduler/modSchedulerLink.h"
@@ -19,6 +23,10 @@ public:
     {
         LoadMainForms(app);
         LinkScheduler(app);
+        ConnectDialogs(app);
+        frmPleaseWait_Load(app);
+        frmOptions_Load(app);
+        frmConversionOptions_Load(app);
         mirror = std::make_unique<WindowMirror>(app, [](const char* text) { return QString(text); });
         app.frmMainMDI.SetVisible(true);
         app.frmMain.SetVisible(true);
