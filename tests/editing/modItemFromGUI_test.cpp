@@ -4,6 +4,7 @@
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 #include "src/editing/modItemToGrid.h"
 #include "tests/editing/support/editing_form.h"
+#include "tests/support/special_processes.h"
 
 namespace
 {
