@@ -19,6 +19,7 @@
 #include "src/platform/posix/posix_named_mutex.h"
 #include "src/platform/posix/posix_processes.h"
 #include "src/platform/posix/posix_program_folders.h"
+#include "src/platform/qt/link/background_image.h"
 #include "src/platform/qt/link/lazy_windows.h"
 
 static void Run(const std::vector<std::string>& aArguments)
@@ -34,9 +35,11 @@ static void Run(const std::vector<std::string>& aArguments)
     PosixLocale objLocale;
     PosixNamedMutex objNamedMutex;
     LazyWindows objWindows;
-    CodecImageFile objImageFile(objFileSystem, objSaver);
+    CodecImageFile objCodecs(objFileSystem, objSaver);
+    BackgroundImageFile objImageFile(objCodecs, objWindows);
     BufferImageUtility objImageUtility;
-    LazyImageTransform objImageTransform;
+    LazyImageTransform objOperations;
+    BackgroundImageTransform objImageTransform(objOperations, objWindows);
     PosixProcessLauncher objProcessLauncher(objFileSystem);
     Application app(Services{objFileSystem, objIniFile, objClock, objLocale, objNamedMutex, objFolders,
                              objWindows, objImageFile, objImageUtility, objImageTransform,
@@ -44,7 +47,7 @@ static void Run(const std::vector<std::string>& aArguments)
     objWindows.Attach(app);
     Main(app, sCommandText(aArguments));
     if (app.frmMain.Visible())
-        objWindows.Run();
+        objWindows.RunWindow();
     objWindows.Detach();
 }
 

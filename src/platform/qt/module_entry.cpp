@@ -1,5 +1,4 @@
 // The window's module as the program opens it: the application object, and the services on it.
-#include <unistd.h>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QEventLoop>
@@ -9,9 +8,12 @@
 #include <cstdio>
 #include <memory>
 
+#include <unistd.h>
+
 #include "src/forms/Application.h"
 #include "src/platform/program_folders.h"
 #include "src/platform/qt/appearance.h"
+#include "src/platform/qt/background_worker.h"
 #include "src/platform/qt/boxes.h"
 #include "src/platform/qt/link/window_module.h"
 #include "src/platform/qt/views/qt_text.h"
@@ -77,6 +79,13 @@ public:
             mirror_->ShowModal(frm);
     }
     void HandleEvents() override { QCoreApplication::processEvents(); }
+    void RunInBackground(const std::function<void()>& work) override
+    {
+        // Within a run, the dispatcher says what a person may do. Otherwise their keys wait, as they would
+        // for any other work of the program.
+        const bool in_run = app_ && app_->frmMain.lRunsInProgress > 0;
+        worker_.Run(work, in_run ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
+    }
 
     bool LaunchHelp(const std::string&, std::int32_t topic) override
     {
@@ -108,6 +117,7 @@ private:
     char* arguments_[2] = {name_, nullptr};
     QApplication application_;
     Application* app_ = nullptr;
+    BackgroundWorker worker_;
     std::unique_ptr<WindowMirror> mirror_;
 };
 

@@ -12,4 +12,6 @@ std::unique_ptr<QWidget> MakePleaseWait(QWidget* parent, const Translate& transl
 std::unique_ptr<QWidget> MakeTypeMatchNotification(QWidget* parent, const Translate& translate);
 std::unique_ptr<QWidget> MakeOptions(QWidget* parent, const Translate& translate);
 std::unique_ptr<QWidget> MakeConversionOptions(QWidget* parent, const Translate& translate);
+std::unique_ptr<QWidget> MakeImageViewer(QWidget* parent, const Translate& translate);
+std::unique_ptr<QWidget> MakeLanguage(QWidget* parent, const Translate& translate);
 std::unique_ptr<QWidget> MakeScheduler(QWidget* parent, const Translate& translate);

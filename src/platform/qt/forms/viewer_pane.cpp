@@ -75,7 +75,10 @@ QWidget* MakeViewerPane(const Translate& t)
     for (int view = 0; view < kViews; ++view) {
         auto* picture = Named<PictureWidget>(Member("ImageViewMain", view).constData());
         picture->setAccessibleName(t(kViewNames[view]));
-        pictures->addWidget(picture);
+        // The view's own visibility is the logic's.
+        auto* page = new QWidget;
+        Column(page)->addWidget(picture);
+        pictures->addWidget(page);
         navigation->addWidget(MakeNavigation(view, t));
     }
     navigation->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

@@ -51,10 +51,18 @@ void LazyWindows::Detach()
     app_ = nullptr;
 }
 
-void LazyWindows::Run()
+void LazyWindows::RunWindow()
 {
     if (module_)
         module_->Run();
+}
+
+void LazyWindows::Run(const std::function<void()>& work)
+{
+    if (!module_)
+        return work();
+    const PumpScope pump(*this, Pump::Events);
+    module_->RunInBackground(work);
 }
 
 WindowModule* LazyWindows::Open()

@@ -4,19 +4,21 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "src/platform/headless/headless_windows.h"
+#include "src/platform/qt/link/background_image.h"
 #include "src/platform/qt/link/window_module.h"
 #include "src/platform/window_services.h"
 
 /// Opens the module libvarnel_window.so when the first form is to be shown, or the first box if boxes may
 /// open windows, and there is a display. A run that shows none doesn't load it and needs neither display nor
 /// toolkit. Without the module it does what HeadlessWindows does.
-class LazyWindows : public WindowServices
+class LazyWindows : public WindowServices, public Background
 {
 public:
     LazyWindows();
@@ -24,12 +26,14 @@ public:
     LazyWindows& operator=(const LazyWindows&) = delete;
     ~LazyWindows() override;
 
-    /// Call this before a form is shown. The Application must live until Detach or the end of the process.
+    /// Call this before a form is shown. The Application must live until Detach.
     void Attach(Application& app);
     /// Closes all windows; nothing is shown from then on. Call it before the Application goes.
     void Detach();
     /// Handles events until the frame window is closed.
-    void Run();
+    void RunWindow();
+
+    void Run(const std::function<void()>& work) override;
 
     void LetBoxesOpenWindows() override { boxes_open_windows_ = true; }
     void LaunchHelp(const std::string& help_file, std::int32_t topic) override;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,6 +35,8 @@ public:
     virtual std::optional<std::string> PickFont(const std::string& start) = 0;
     virtual void ShowModal(Form& frm) = 0;
     virtual void HandleEvents() = 0;
+    /// See Background in background_image.h.
+    virtual void RunInBackground(const std::function<void()>& work) = 0;
     /// False if there is no help to show.
     virtual bool LaunchHelp(const std::string& help_file, std::int32_t topic) = 0;
 };

@@ -7,12 +7,14 @@
 
 #include "src/dialogs/modConversionOptions.h"
 #include "src/dialogs/modDialogs.h"
+#include "src/dialogs/modLanguageDialog.h"
 #include "src/dialogs/modNotices.h"
 #include "src/dialogs/modOptions.h"
 #include "src/platform/qt/views/qt_text.h"
 #include "src/platform/qt/window_mirror.h"
 #include "src/scheduler/modSchedulerLink.h"
 #include "src/shell/modMainForms.h"
+#include "src/viewer/modImageViewerDialog.h"
 #include "tests/fakes/test_application.h"
 
 /// Shows the main forms as the program does.
@@ -26,6 +28,8 @@ public:
         ConnectDialogs(app);
         frmPleaseWait_Load(app);
         frmOptions_Load(app);
+        mnuLanguage_Click(app);
+        frmImageViewer_Load(app);
         frmConversionOptions_Load(app);
         mirror = std::make_unique<WindowMirror>(app, [](const char* text) { return QString(text); });
         app.frmMainMDI.SetVisible(true);
