@@ -81,7 +81,7 @@ class EmfPlusMaker
 public:
     EmfPlusMaker(std::int32_t width, std::int32_t height, bool dual = false);
 
-    /// Adds an EMF+ record in a comment of its own.
+    /// Adds a comment that holds an EMF+ record.
     EmfPlusMaker& Record(std::uint16_t type, std::uint16_t flags, const ByteMaker& data = {});
     EmfPlusMaker& Object(std::uint16_t kind, std::uint16_t id, const ByteMaker& data);
     /// Fills a rectangle with a colour.

@@ -109,7 +109,8 @@ private:
     bool repeats_;
 };
 
-/// Colours run along rays from the centre to the boundary. What lies in each direction is worked out once.
+/// Colours run along rays from the centre to the boundary. The boundary's distance and colour are
+/// looked up by direction.
 class PathShader final : public Shader
 {
 public:

@@ -69,8 +69,10 @@ static PlusOutcome DrawDriverString(PlusPlay& play, const PlusRecord& record)
     const std::uint64_t count = reader.U32Le();
     const auto* font = play.Find<PlusFont>(record.Id());
     const bool one_place = (options & kRealizedAdvance) != 0;
-    if (reader.Failed() || !brush || !font || count == 0 || reader.Left() / 2 < count)
+    if (reader.Failed() || !brush || !font || reader.Left() / 2 < count)
         return PlusOutcome::kBroken;
+    if (count == 0)
+        return PlusOutcome::kDone;
     ByteReader codes(reader.Take(count * 2));
     const auto places = ReadPlusPoints(reader, one_place ? 1 : count, PointFormat::kFloat);
     if (!places)

@@ -44,6 +44,18 @@ TEST(EmfPlusDual, IsDrawnByEmfPlusHalfIfWhole)
     EXPECT_EQ(CountOf(Render(maker), kBlue, kAll), 1600);
 }
 
+TEST(EmfPlusDual, CountsEmptyShapesAndTextsAsDrawn)
+{
+    EmfPlusMaker maker(40, 40, true);
+    maker.FillRect(kPlusBlue, {0, 0, 40, 40});
+    maker.Object(Plus::kFont, 3, PlusBytes().U({Plus::kVersion}).F({10}).U({2, 0, 0, 5}).Utf16(u"Arial"));
+    maker.Record(Plus::kDrawDriverString, 0x8003, PlusBytes().U({0xFF000000, 1, 0, 0}));
+    maker.Object(Plus::kPath, 4, PathOf({}, {})).Record(Plus::kFillPath, 0x8004, PlusBytes().U({kPlusRed}));
+    DrawEmfHalf(maker);
+
+    EXPECT_EQ(CountOf(Render(maker), kBlue, kAll), 1600);
+}
+
 TEST(EmfPlusDual, IsDrawnByEmfHalfIfEmfPlusHalfIsBroken)
 {
     EmfPlusMaker maker(40, 40, true);
