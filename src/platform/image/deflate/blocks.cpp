@@ -21,7 +21,7 @@ PngCosts FirstPngCosts()
         costs.distance[i] =
             static_cast<std::uint8_t>(2 + PngDistanceExtraBits(static_cast<std::uint32_t>(i)));
     costs.min_literal = 2;  // too low costs time, too high costs matches
-    costs.min_copy = 8;
+    costs.min_match = 8;
     return costs;
 }
 
@@ -77,7 +77,7 @@ void PngBlock::Count()
             ++turns[0][*p];
         if (token.length == 0)
             continue;
-        const std::uint32_t symbol = kPngLengthCodes.symbol[token.length - kPngShortestCopy];
+        const std::uint32_t symbol = kPngLengthCodes.symbol[token.length - kPngShortestMatch];
         const std::uint32_t distance = PngDistanceSymbol(token.distance);
         ++counts_.literals[kPngBlockEnd + 1 + symbol];
         ++counts_.distances[distance];
@@ -171,8 +171,8 @@ PngCosts PngBlock::Costs() const
         costs.min_literal = std::min(costs.min_literal, cost);
     }
     std::uint32_t min_length = kRareLength;
-    for (std::uint32_t length = kPngShortestCopy; length <= kPngLongestCopy; ++length) {
-        const std::uint32_t symbol = kPngLengthCodes.symbol[length - kPngShortestCopy];
+    for (std::uint32_t length = kPngShortestMatch; length <= kPngLongestMatch; ++length) {
+        const std::uint32_t symbol = kPngLengthCodes.symbol[length - kPngShortestMatch];
         const std::uint32_t bits = literals_[kPngBlockEnd + 1 + symbol].length;
         const std::uint32_t cost = (bits ? bits : kRareLength) + kPngLengthCodes.extra_bits[symbol];
         costs.length[length] = static_cast<std::uint8_t>(cost);
@@ -181,7 +181,7 @@ PngCosts PngBlock::Costs() const
     for (std::uint32_t i = 0; i < kPngDistanceCodes; ++i)
         costs.distance[i] = static_cast<std::uint8_t>(
             (distances_[i].length ? distances_[i].length : kRareDistance) + PngDistanceExtraBits(i));
-    costs.min_copy = min_length + *std::min_element(costs.distance.begin(), costs.distance.end());
+    costs.min_match = min_length + *std::min_element(costs.distance.begin(), costs.distance.end());
     return costs;
 }
 
@@ -253,7 +253,7 @@ void PngBlock::WriteTokens(PngBitWriter& writer) const
         out.Flush();
         if (token.length == 0)
             continue;
-        const LengthBits length = lengths[token.length - kPngShortestCopy];
+        const LengthBits length = lengths[token.length - kPngShortestMatch];
         const std::uint32_t symbol = PngDistanceSymbol(token.distance);
         const std::uint32_t extra_bits = PngDistanceExtraBits(symbol);
         out.Put(length.bits, length.count);

@@ -38,7 +38,7 @@ inline std::uint32_t MatchLength(const std::uint8_t* a, const std::uint8_t* b, s
 
 /// The shortest match length, 4 to 8, that pays for data like this: literals are cheap if few byte values
 /// occur.
-inline std::uint32_t ShortestCopyWorth(const std::uint8_t* bytes, std::size_t byte_count)
+inline std::uint32_t ShortestUsefulMatch(const std::uint8_t* bytes, std::size_t byte_count)
 {
     std::array<std::uint32_t, 256> counts{};
     const std::size_t sample = std::min<std::size_t>(byte_count, 8192);

@@ -64,7 +64,7 @@ static Run RunAt(const std::uint8_t* p, std::uint32_t distance, std::size_t max,
 {
     Run run;
     run.distance = distance;
-    run.length = RunLength(p, distance, std::min<std::size_t>(max, kPngLongestCopy));
+    run.length = RunLength(p, distance, std::min<std::size_t>(max, kPngLongestMatch));
     if (run.length < kShortRun)
         return run;
     std::size_t literals = 0;  // bits per pixel, as all pixels of the run are equal
@@ -81,7 +81,7 @@ void FindPngRuns(const std::uint8_t* bytes, std::size_t byte_count, std::size_t 
 {
     tokens.clear();
     // If runs shorter than kLongRun can't beat even the cheapest literals, don't look for them.
-    const bool long_runs = kLongRun * costs.min_literal <= costs.min_copy;
+    const bool long_runs = kLongRun * costs.min_literal <= costs.min_match;
     const std::size_t step = kGroup - (long_runs ? kLongRun : kShortRun) + 1;
     std::size_t literal = 0;  // first byte not covered by a token
     std::size_t i = before < pixel_bytes ? std::min<std::size_t>(pixel_bytes - before, byte_count) : 0;
@@ -97,7 +97,7 @@ void FindPngRuns(const std::uint8_t* bytes, std::size_t byte_count, std::size_t 
         i += static_cast<std::size_t>(std::countr_zero(starts));
         p = bytes + i;
         Run run = RunAt(p, 1, byte_count - i, costs);
-        if (pixel_bytes > 1 && run.length < kPngLongestCopy) {
+        if (pixel_bytes > 1 && run.length < kPngLongestMatch) {
             const Run pixels = RunAt(p, pixel_bytes, byte_count - i, costs);
             if (pixels.gain > run.gain)
                 run = pixels;

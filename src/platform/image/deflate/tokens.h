@@ -10,8 +10,8 @@
 #include <vector>
 
 constexpr std::uint32_t kPngWindow = 32768;  ///< maximum distance of a match
-constexpr std::uint32_t kPngShortestCopy = 3;
-constexpr std::uint32_t kPngLongestCopy = 258;
+constexpr std::uint32_t kPngShortestMatch = 3;
+constexpr std::uint32_t kPngLongestMatch = 258;
 constexpr std::size_t kPngLiteralCodes = 286;  ///< literals, end of block, lengths
 constexpr std::size_t kPngDistanceCodes = 30;
 constexpr std::size_t kPngBlockEnd = 256;
@@ -75,10 +75,10 @@ struct PngCounts {
 /// Estimated costs in bits, from the previous block.
 struct PngCosts {
     std::array<std::uint8_t, 256> literal{};
-    std::array<std::uint8_t, kPngLongestCopy + 1> length{};  ///< by length, including extra bits
-    std::array<std::uint8_t, kPngDistanceCodes> distance{};  ///< by code, including extra bits
+    std::array<std::uint8_t, kPngLongestMatch + 1> length{};  ///< by length, including extra bits
+    std::array<std::uint8_t, kPngDistanceCodes> distance{};   ///< by code, including extra bits
     std::uint32_t min_literal = 0;
-    std::uint32_t min_copy = 0;
+    std::uint32_t min_match = 0;
 };
 
 /// A guess for the first block.

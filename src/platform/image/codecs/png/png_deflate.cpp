@@ -35,8 +35,8 @@ PngDeflater::PngDeflater(OutputFile& out, std::size_t row_bytes, std::size_t row
       strip_size_(row_bytes * std::clamp<std::size_t>(kStripSize / row_bytes, 1, rows)),
       bits_(nullptr, 0, 0)
 {
-    buffer_.resize(PngQuickCopies::kFrontSlack + kPngWindow + strip_size_ + kSlack);
-    std::fill_n(buffer_.begin(), PngQuickCopies::kFrontSlack, std::uint8_t{0});
+    buffer_.resize(PngMatchFinder::kFrontSlack + kPngWindow + strip_size_ + kSlack);
+    std::fill_n(buffer_.begin(), PngMatchFinder::kFrontSlack, std::uint8_t{0});
     // Room for a chunk and for the block that completes it.
     packed_.resize(std::min(row_bytes * rows, kChunkSize + kStripSize * 3 / 2) + 1024);
     // zlib header: deflate, 32 KB window, no dictionary, default level.
@@ -57,8 +57,8 @@ bool PngDeflater::FinishRow()
     const std::size_t kept = std::min<std::size_t>(filled_, kPngWindow);
     const std::size_t moved = filled_ - kept;
     std::memmove(Buffer(), Buffer() + moved, kept);
-    quick_.ShiftPositions(moved);
-    thorough_.ShiftPositions(moved);
+    finder_.ShiftPositions(moved);
+    chains_.ShiftPositions(moved);
     begin_ = filled_ = kept;
     return true;
 }
@@ -70,12 +70,12 @@ bool PngDeflater::CompressStrip(bool last)
     const std::size_t byte_count = filled_ - begin_;
     adler_ = libdeflate_adler32(adler_, bytes, byte_count);
     if (content_ == PngContent::kScan)
-        quick_.Find(Buffer(), begin_, filled_, false, copies_);
+        finder_.Find(Buffer(), begin_, filled_, false, matches_);
     else if (content_ == PngContent::kDrawing)
-        thorough_.Find(Buffer(), begin_, filled_, copies_);
+        chains_.Find(Buffer(), begin_, filled_, matches_);
     else
         return CompressByTrial(last);
-    return WriteBlock(PngBlock(copies_, bytes, byte_count), last);
+    return WriteBlock(PngBlock(matches_, bytes, byte_count), last);
 }
 
 bool PngDeflater::CompressByTrial(bool last)
@@ -96,13 +96,13 @@ bool PngDeflater::CompressByTrial(bool last)
         return WriteBlock(runs, last);
 
     if (plain)
-        thorough_.Find(Buffer(), begin_, filled_, copies_);
+        chains_.Find(Buffer(), begin_, filled_, matches_);
     else
-        quick_.Find(Buffer(), begin_, filled_, is_noise_, copies_);
-    const PngBlock copies(copies_, bytes, byte_count);
+        finder_.Find(Buffer(), begin_, filled_, is_noise_, matches_);
+    const PngBlock matches(matches_, bytes, byte_count);
     if (plain && !empty)
-        Learn(copies.Bits() < runs.Bits() - runs.Bits() / kWorthShare);
-    return WriteBlock(copies.Bits() < runs.Bits() ? copies : runs, last);
+        Learn(matches.Bits() < runs.Bits() - runs.Bits() / kWorthShare);
+    return WriteBlock(matches.Bits() < runs.Bits() ? matches : runs, last);
 }
 
 // Compresses the middle of the strip both ways and compares the sizes.
@@ -111,12 +111,12 @@ bool PngDeflater::SamplePays()
     const std::size_t sample_size = std::min(kSampleSize, filled_ - begin_);
     const std::size_t begin = begin_ + (filled_ - begin_ - sample_size) / 2;
     const std::uint8_t* const sample = Buffer() + begin;
-    FindPngRuns(sample, sample_size, begin, pixel_bytes_, costs_, copies_);
-    const std::uint64_t runs = PngBlock(copies_, sample, sample_size).Bits();
+    FindPngRuns(sample, sample_size, begin, pixel_bytes_, costs_, matches_);
+    const std::uint64_t runs = PngBlock(matches_, sample, sample_size).Bits();
     is_noise_ = runs > 4 * sample_size;
-    quick_.Find(Buffer(), begin, begin + sample_size, is_noise_, copies_, kSampleReach);
-    quick_.Forget();
-    Learn(PngBlock(copies_, sample, sample_size).Bits() < runs - runs / kWorthShare);
+    finder_.Find(Buffer(), begin, begin + sample_size, is_noise_, matches_, kSampleReach);
+    finder_.Forget();
+    Learn(PngBlock(matches_, sample, sample_size).Bits() < runs - runs / kWorthShare);
     return skip_ == 0;
 }
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 
 #include "src/platform/image/deflate/blocks.h"
-#include "src/platform/image/deflate/quick_copies.h"
-#include "src/platform/image/deflate/thorough_copies.h"
+#include "src/platform/image/deflate/chain_finder.h"
+#include "src/platform/image/deflate/match_finder.h"
 #include "src/platform/image_buffer.h"
 
 class OutputFile;
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] bool FinishRow();
 
 private:
-    std::uint8_t* Buffer() { return buffer_.data() + PngQuickCopies::kFrontSlack; }
+    std::uint8_t* Buffer() { return buffer_.data() + PngMatchFinder::kFrontSlack; }
     bool CompressStrip(bool last);
     bool CompressByTrial(bool last);
     bool SamplePays();
@@ -59,10 +59,10 @@ private:
     std::size_t filled_ = 0;  ///< end of the rows so far
 
     PngTokens runs_;
-    PngTokens copies_;
+    PngTokens matches_;
     PngCosts costs_ = FirstPngCosts();  ///< from the runs of the previous strip
-    PngQuickCopies quick_;
-    PngThoroughCopies thorough_;
+    PngMatchFinder finder_;
+    PngChainFinder chains_;
     bool is_noise_ = false;
     std::uint32_t skip_ = 0;  ///< strips left that reuse the verdict that matches don't pay
     std::uint32_t max_skip_ = 0;

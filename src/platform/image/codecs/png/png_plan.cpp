@@ -55,11 +55,11 @@ static std::uint64_t SampleBits(const ImageBuffer& image, PngPlan& plan)
         std::clamp(pixel_row * height / kSampleShare, kMinSampleBytes, kMaxSampleBytes);
     const std::size_t row_count = std::min(std::max<std::size_t>(sample / pixel_row, 2), height);
     PixelBytes buffer;
-    buffer.resize(PngQuickCopies::kFrontSlack + row_count * row_bytes + 2 * kPngRowSlack, 0);
-    std::uint8_t* const rows = buffer.data() + PngQuickCopies::kFrontSlack;
+    buffer.resize(PngMatchFinder::kFrontSlack + row_count * row_bytes + 2 * kPngRowSlack, 0);
+    std::uint8_t* const rows = buffer.data() + PngMatchFinder::kFrontSlack;
     const std::size_t bytes = row_count * row_bytes;
     PngTokens tokens;
-    PngQuickCopies finder;
+    PngMatchFinder finder;
     const std::size_t samples = row_count < height ? kSamples : 1;
     std::uint64_t bits = 0;
     for (std::size_t i = 0; i < samples; ++i) {

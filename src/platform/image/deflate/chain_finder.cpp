@@ -1,5 +1,5 @@
 // Finds matches thoroughly.
-#include "src/platform/image/deflate/thorough_copies.h"
+#include "src/platform/image/deflate/chain_finder.h"
 
 #include <algorithm>
 
@@ -15,14 +15,14 @@ static inline std::uint32_t HashOf(std::uint32_t bytes)
     return bytes * 0x9E3779B1U >> (32 - kHashBits);
 }
 
-void PngThoroughCopies::ShiftPositions(std::size_t bytes)
+void PngChainFinder::ShiftPositions(std::size_t bytes)
 {
     moved_ += static_cast<std::uint32_t>(bytes);
     known_ -= std::min(known_, bytes);
 }
 
 // Enters all positions from begin on whose hashed bytes are before end.
-void PngThoroughCopies::Enter(const std::uint8_t* buffer, std::size_t begin, std::size_t end)
+void PngChainFinder::Enter(const std::uint8_t* buffer, std::size_t begin, std::size_t end)
 {
     std::uint16_t* const newest = newest_.get();
     std::uint16_t* const older = older_.get();
@@ -36,9 +36,8 @@ void PngThoroughCopies::Enter(const std::uint8_t* buffer, std::size_t begin, std
 }
 
 // The longest match at position `at`, which is entered.
-PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* buffer, std::size_t at,
-                                                   std::size_t end, std::uint32_t shortest,
-                                                   std::uint32_t candidates)
+PngChainFinder::Match PngChainFinder::Longest(const std::uint8_t* buffer, std::size_t at, std::size_t end,
+                                              std::uint32_t shortest, std::uint32_t candidates)
 {
     const std::uint8_t* const p = buffer + at;
     const std::uint32_t first = Load4(p);
@@ -47,10 +46,10 @@ PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* buffer, s
     Enter(buffer, at, at + kHashed);
 
     const std::size_t furthest = std::min<std::size_t>(at, kPngWindow);
-    const auto max = static_cast<std::uint32_t>(std::min<std::size_t>(end - at, kPngLongestCopy));
+    const auto max = static_cast<std::uint32_t>(std::min<std::size_t>(end - at, kPngLongestMatch));
     if (max < shortest)
         return {};
-    Copy best;
+    Match best;
     best.length = shortest - 1;
     std::uint32_t distance = static_cast<std::uint16_t>(place - candidate_place);
     for (; candidates > 0 && distance > 0 && distance <= furthest; --candidates) {
@@ -71,11 +70,10 @@ PngThoroughCopies::Copy PngThoroughCopies::Longest(const std::uint8_t* buffer, s
             break;
         distance = next;
     }
-    return best.distance ? best : Copy{};
+    return best.distance ? best : Match{};
 }
 
-void PngThoroughCopies::Find(const std::uint8_t* buffer, std::size_t begin, std::size_t end,
-                             PngTokens& tokens)
+void PngChainFinder::Find(const std::uint8_t* buffer, std::size_t begin, std::size_t end, PngTokens& tokens)
 {
     if (!newest_) {
         newest_ = std::make_unique<std::uint16_t[]>(std::size_t{1} << kHashBits);
@@ -84,31 +82,31 @@ void PngThoroughCopies::Find(const std::uint8_t* buffer, std::size_t begin, std:
     const std::size_t reach = begin - std::min<std::size_t>(begin, kPngWindow);
     Enter(buffer, std::max(known_, reach), std::min(begin + kHashed - 1, end));
     tokens.clear();
-    const std::uint32_t shortest = ShortestCopyWorth(buffer + begin, end - begin);
+    const std::uint32_t shortest = ShortestUsefulMatch(buffer + begin, end - begin);
     std::size_t literal = begin;  // first byte not covered by a token
     std::size_t i = begin;
     while (i + kHashed <= end) {
-        Copy copy = Longest(buffer, i, end, shortest, kCandidates);
-        if (copy.length == 0) {
+        Match match = Longest(buffer, i, end, shortest, kCandidates);
+        if (match.length == 0) {
             ++i;
             continue;
         }
         std::size_t entered = i + 1;
-        while (copy.length < kNice && i + 1 + kHashed <= end) {
-            const Copy later = Longest(buffer, i + 1, end, copy.length, kCandidates / 2);
+        while (match.length < kNice && i + 1 + kHashed <= end) {
+            const Match later = Longest(buffer, i + 1, end, match.length, kCandidates / 2);
             entered = i + 2;
             // In quarters of a byte: doubling the distance costs one, the extra literal two.
-            const int better = 4 * (static_cast<int>(later.length) - static_cast<int>(copy.length)) +
-                               static_cast<int>(std::bit_width(copy.distance)) -
+            const int better = 4 * (static_cast<int>(later.length) - static_cast<int>(match.length)) +
+                               static_cast<int>(std::bit_width(match.distance)) -
                                static_cast<int>(std::bit_width(later.distance));
-            if (later.length < copy.length || better <= 2)
+            if (later.length < match.length || better <= 2)
                 break;
-            copy = later;
+            match = later;
             ++i;
         }
-        tokens.push_back({static_cast<std::uint32_t>(i - literal), static_cast<std::uint16_t>(copy.length),
-                          static_cast<std::uint16_t>(copy.distance)});
-        i += copy.length;
+        tokens.push_back({static_cast<std::uint32_t>(i - literal), static_cast<std::uint16_t>(match.length),
+                          static_cast<std::uint16_t>(match.distance)});
+        i += match.length;
         literal = i;
         Enter(buffer, entered, std::min(i + kHashed - 1, end));
     }

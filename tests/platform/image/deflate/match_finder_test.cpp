@@ -5,8 +5,8 @@
 #include <random>
 #include <string>
 
-#include "src/platform/image/deflate/quick_copies.h"
-#include "src/platform/image/deflate/thorough_copies.h"
+#include "src/platform/image/deflate/chain_finder.h"
+#include "src/platform/image/deflate/match_finder.h"
 
 namespace
 {
@@ -50,7 +50,7 @@ bool Unpack(const PngTokens& tokens, const std::uint8_t* bytes, Block& done)
         const std::uint8_t* const literals = bytes + (done.size() - begin);
         done.insert(done.end(), literals, literals + token.literals);
         if (token.length > 0 && (token.distance == 0 || token.distance > done.size() ||
-                                 token.distance > kPngWindow || token.length > kPngLongestCopy))
+                                 token.distance > kPngWindow || token.length > kPngLongestMatch))
             return false;
         for (std::size_t i = 0; i < token.length; ++i)
             done.push_back(done[done.size() - token.distance]);
@@ -63,8 +63,8 @@ bool Unpack(const PngTokens& tokens, const std::uint8_t* bytes, Block& done)
 template <typename Finder, typename Find>
 PngTokens TokensOf(const Block& stream, std::size_t strip_index, std::uint8_t around, const Find& find)
 {
-    Block buffer(PngQuickCopies::kFrontSlack + kPngWindow + strip_index + kBackSlack, around);
-    std::uint8_t* const strip = buffer.data() + PngQuickCopies::kFrontSlack;
+    Block buffer(PngMatchFinder::kFrontSlack + kPngWindow + strip_index + kBackSlack, around);
+    std::uint8_t* const strip = buffer.data() + PngMatchFinder::kFrontSlack;
     Finder finder;
     PngTokens all;
     Block done;
@@ -89,17 +89,17 @@ PngTokens TokensOf(const Block& stream, std::size_t strip_index, std::uint8_t ar
 
 PngTokens QuickTokens(const Block& stream, std::size_t strip, bool is_noise, std::uint8_t around = 0)
 {
-    return TokensOf<PngQuickCopies>(
+    return TokensOf<PngMatchFinder>(
         stream, strip, around,
-        [is_noise](PngQuickCopies& finder, const std::uint8_t* p, std::size_t begin, std::size_t end,
+        [is_noise](PngMatchFinder& finder, const std::uint8_t* p, std::size_t begin, std::size_t end,
                    PngTokens& tokens) { finder.Find(p, begin, end, is_noise, tokens); });
 }
 
 PngTokens ThoroughTokens(const Block& stream, std::size_t strip, std::uint8_t around = 0)
 {
-    return TokensOf<PngThoroughCopies>(
+    return TokensOf<PngChainFinder>(
         stream, strip, around,
-        [](PngThoroughCopies& finder, const std::uint8_t* p, std::size_t begin, std::size_t end,
+        [](PngChainFinder& finder, const std::uint8_t* p, std::size_t begin, std::size_t end,
            PngTokens& tokens) { finder.Find(p, begin, end, tokens); });
 }
 
@@ -163,12 +163,12 @@ TEST(PngMatches, LeaveFewerLiteralsAfterThoroughSearch)
 TEST(PngMatches, AreUnaffectedByEarlierSample)
 {
     const Block stream = Drawing(60000, 4, 100);
-    Block buffer(PngQuickCopies::kFrontSlack, 0);
+    Block buffer(PngMatchFinder::kFrontSlack, 0);
     buffer.insert(buffer.end(), stream.begin(), stream.end());
     buffer.resize(buffer.size() + kBackSlack);
-    const std::uint8_t* const strip = buffer.data() + PngQuickCopies::kFrontSlack;
-    PngQuickCopies fresh;
-    PngQuickCopies sampled;
+    const std::uint8_t* const strip = buffer.data() + PngMatchFinder::kFrontSlack;
+    PngMatchFinder fresh;
+    PngMatchFinder sampled;
     PngTokens fresh_tokens;
     PngTokens tokens;
 

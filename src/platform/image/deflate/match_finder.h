@@ -10,14 +10,14 @@
 /// Keeps the last few positions of each hash and takes the longest match among them. All calls refer to one
 /// buffer, whose contents are shifted towards its start now and then; everything in front of the bytes passed
 /// belongs to the stream.
-class PngQuickCopies
+class PngMatchFinder
 {
 public:
     /// Readable bytes required in front of the buffer and after the bytes passed; their values don't matter.
     static constexpr std::size_t kFrontSlack = 65536;
     static constexpr std::size_t kBackSlack = 16;
 
-    PngQuickCopies();
+    PngMatchFinder();
 
     /// Tokenises the bytes from begin to end. Noise has few candidates, so with is_noise only two positions
     /// per hash are kept instead of four. Bytes further than reach before begin are only matched if an

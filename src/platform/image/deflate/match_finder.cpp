@@ -1,5 +1,5 @@
 // Finds matches quickly.
-#include "src/platform/image/deflate/quick_copies.h"
+#include "src/platform/image/deflate/match_finder.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -11,15 +11,15 @@ static constexpr std::uint32_t kLong = 24;
 static constexpr std::size_t kEntered = 12;
 static constexpr std::size_t kHashReads = 8;
 
-PngQuickCopies::PngQuickCopies() : places_(std::make_unique<std::uint16_t[]>(kPlaces)) {}
+PngMatchFinder::PngMatchFinder() : places_(std::make_unique<std::uint16_t[]>(kPlaces)) {}
 
-void PngQuickCopies::Forget()
+void PngMatchFinder::Forget()
 {
     std::fill_n(places_.get(), kPlaces, std::uint16_t{0});
     known_ = 0;
 }
 
-void PngQuickCopies::ShiftPositions(std::size_t bytes)
+void PngMatchFinder::ShiftPositions(std::size_t bytes)
 {
     moved_ += static_cast<std::uint32_t>(bytes);
     known_ -= std::min(known_, bytes);
@@ -27,7 +27,7 @@ void PngQuickCopies::ShiftPositions(std::size_t bytes)
 
 // Keeps kWays positions per hash of kHashed bytes.
 template <std::size_t kWays, std::uint32_t kHashed>
-void PngQuickCopies::FindWith(const std::uint8_t* buffer, std::size_t begin, std::size_t end,
+void PngMatchFinder::FindWith(const std::uint8_t* buffer, std::size_t begin, std::size_t end,
                               std::uint32_t shortest, PngTokens& tokens)
 {
     // All positions of a hash, the newest in the lowest bits.
@@ -71,7 +71,7 @@ void PngQuickCopies::FindWith(const std::uint8_t* buffer, std::size_t begin, std
             continue;
         }
         const std::size_t furthest = std::min<std::size_t>(i, kPngWindow);
-        const auto max = static_cast<std::uint32_t>(std::min<std::size_t>(end - i, kPngLongestCopy));
+        const auto max = static_cast<std::uint32_t>(std::min<std::size_t>(end - i, kPngLongestMatch));
         std::uint32_t length = shortest - 1;
         std::uint32_t distance = 0;
         for (const std::uint32_t other : distances) {
@@ -99,11 +99,11 @@ void PngQuickCopies::FindWith(const std::uint8_t* buffer, std::size_t begin, std
     known_ = i;  // the bytes after i couldn't be hashed yet
 }
 
-void PngQuickCopies::Find(const std::uint8_t* buffer, std::size_t begin, std::size_t end, bool is_noise,
+void PngMatchFinder::Find(const std::uint8_t* buffer, std::size_t begin, std::size_t end, bool is_noise,
                           PngTokens& tokens, std::size_t reach)
 {
     tokens.clear();
-    const std::uint32_t shortest = ShortestCopyWorth(buffer + begin, end - begin);
+    const std::uint32_t shortest = ShortestUsefulMatch(buffer + begin, end - begin);
     const std::uint32_t hashed = std::min(shortest, 6U);
     const std::uint32_t kind = hashed + (is_noise ? 10 : 0);
     if (kind != kind_)

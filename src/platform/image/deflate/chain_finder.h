@@ -10,7 +10,7 @@
 /// Follows hash chains of four-byte strings, with lazy matching: a match is deferred by a byte if that makes
 /// it longer. All calls refer to one buffer, whose contents are shifted towards its start now and then;
 /// everything in front of the bytes passed belongs to the stream. Allocates on first use.
-class PngThoroughCopies
+class PngChainFinder
 {
 public:
     /// Tokenises the bytes from begin to end, which come after those of the previous call. 16 bytes past end
@@ -21,12 +21,12 @@ public:
     void ShiftPositions(std::size_t bytes);
 
 private:
-    struct Copy {
+    struct Match {
         std::uint32_t length = 0;  ///< 0 = no match
         std::uint32_t distance = 0;
     };
-    Copy Longest(const std::uint8_t* buffer, std::size_t at, std::size_t end, std::uint32_t shortest,
-                 std::uint32_t candidates);
+    Match Longest(const std::uint8_t* buffer, std::size_t at, std::size_t end, std::uint32_t shortest,
+                  std::uint32_t candidates);
     void Enter(const std::uint8_t* buffer, std::size_t begin, std::size_t end);
 
     // The latest position of each hash, and the previous position with the same hash, modulo 2^16. Entries
