@@ -3,6 +3,7 @@
 #   bench/make-corpus.sh FOLDER          about 190 MB of downloads, 1.6 GB on disk, two minutes
 #   photos/, mid/  40 photographs of 2 to 12.5 megapixels as jpg, bmp, png, tif; mid/ has every fourth
 #   small/         400 crops of 640x480
+#   graphics/      twelve screens of text, tables and charts
 #   scan/          three bilevel documents of up to eight pages at 300 dpi, as TIFF in G4, LZW and PackBits
 set -euo pipefail
 mkdir -p "${1:?usage: make-corpus.sh FOLDER}"

@@ -7,7 +7,7 @@ import random
 import sys
 from multiprocessing import Pool
 
-from PIL import Image, ImageChops
+from PIL import Image, ImageChops, ImageDraw, ImageFont
 
 Image.MAX_IMAGE_PIXELS = None
 OUT, WALLPAPERS, PAGES = sys.argv[1:4]
@@ -77,7 +77,36 @@ def make_document(licence):
                       compression=compression, dpi=(300, 300))
 
 
+def make_drawing(number):
+    """A screen of text, tables, charts and buttons, drawn at twice its size and reduced for smooth edges."""
+    rng = random.Random(100 + number)
+    picture = Image.new("RGB", (3200, 2000), (250, 250, 252) if number % 2 else (38, 42, 48))
+    draw = ImageDraw.Draw(picture)
+    ink = (30, 30, 30) if number % 2 else (220, 222, 226)
+    fonts = [ImageFont.truetype(f"DejaVu{name}.ttf", size) for name in ("Sans", "SansMono") for size in (22, 28, 44)]
+    words = open("/usr/share/common-licenses/GPL-3").read().split()
+    for x in range(0, 3200, 800):
+        kind = rng.randrange(4)
+        for y in range(60, 1960, 40):
+            colour = ink if rng.random() < 0.8 else tuple(rng.randrange(40, 220) for _ in range(3))
+            if kind == 0:
+                at = rng.randrange(len(words) - 12)
+                draw.text((x + 30, y), " ".join(words[at:at + 9])[:58], colour, fonts[(number + x // 800) % 2])
+            elif kind == 1:
+                for column in range(5):
+                    draw.text((x + 30 + column * 150, y), f"{rng.randrange(100000) / 100:.2f}", colour, fonts[3])
+                draw.line((x + 20, y - 6, x + 780, y - 6), (128, 128, 128), 2)
+            elif kind == 2:
+                draw.rectangle((x + 40, y, x + 40 + rng.randrange(60, 700), y + 28), colour)
+            elif y % 120 == 60:
+                draw.rounded_rectangle((x + 60, y, x + 360, y + 90), 20, colour, (128, 128, 128), 3)
+                draw.text((x + 90, y + 20), words[rng.randrange(len(words))][:10], (255, 255, 255), fonts[2])
+                draw.ellipse((x + 460, y, x + 560, y + 90), tuple(rng.randrange(256) for _ in range(3)))
+    picture.resize((1600, 1000), Image.LANCZOS).save(f"{OUT}/graphics/g{number}.png")
+
+
 def main():
+    os.makedirs(f"{OUT}/graphics", exist_ok=True)
     for folder in SETS:
         for kind in KINDS:
             os.makedirs(f"{OUT}/{folder}/{kind}", exist_ok=True)
@@ -87,6 +116,7 @@ def main():
     with Pool() as pool:
         list(pool.imap(make_photograph, list(enumerate(photographs()))))
         list(pool.imap(make_document, ["GPL-3", "GPL-2", "LGPL-2.1"]))
+        list(pool.imap(make_drawing, range(12)))
 
 
 main()

@@ -1,4 +1,4 @@
-// Shared by both match finders.
+// Helpers of the match finder: unaligned loads, match lengths.
 // Room: platform/image/deflate.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Finds matches quickly.
+// Finds matches by a hash table of recent positions.
 #include "src/platform/image/deflate/match_finder.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Finds matches quickly: for photographs with repetition, and for scanned pages.
+// Finds matches for photographs with repetition and for scanned pages.
 // Room: platform/image/deflate.
 #pragma once
 

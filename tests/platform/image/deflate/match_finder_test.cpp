@@ -1,11 +1,10 @@
-// Tests of the two match finders of the PNG writer.
+// Tests of the match finder of the PNG writer.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
 #include <string>
 
-#include "src/platform/image/deflate/chain_finder.h"
 #include "src/platform/image/deflate/match_finder.h"
 
 namespace
@@ -95,14 +94,6 @@ PngTokens QuickTokens(const Block& stream, std::size_t strip, bool is_noise, std
                    PngTokens& tokens) { finder.Find(p, begin, end, is_noise, tokens); });
 }
 
-PngTokens ThoroughTokens(const Block& stream, std::size_t strip, std::uint8_t around = 0)
-{
-    return TokensOf<PngChainFinder>(
-        stream, strip, around,
-        [](PngChainFinder& finder, const std::uint8_t* p, std::size_t begin, std::size_t end,
-           PngTokens& tokens) { finder.Find(p, begin, end, tokens); });
-}
-
 std::size_t LiteralsOf(const PngTokens& tokens)
 {
     std::size_t sum = 0;
@@ -129,7 +120,6 @@ TEST(PngMatches, DecodeToStreamForAnyStripsAndValues)
             const Block stream = Drawing(strip < 100 ? 2000 : 300000, values, values);
             QuickTokens(stream, strip, false);
             QuickTokens(stream, strip, true);
-            ThoroughTokens(stream, strip);
         }
 }
 
@@ -141,7 +131,6 @@ TEST(PngMatches, AreFoundAcrossStrips)
         stream.insert(stream.end(), word.begin(), word.end());
 
     EXPECT_LT(LiteralsOf(QuickTokens(stream, 3000, false)), 3200U);
-    EXPECT_LT(LiteralsOf(ThoroughTokens(stream, 3000)), 3200U);
 }
 
 TEST(PngMatches, DoNotDependOnBytesAroundStream)
@@ -150,14 +139,6 @@ TEST(PngMatches, DoNotDependOnBytesAroundStream)
 
     EXPECT_TRUE(IsSame(QuickTokens(stream, 50000, false, 0), QuickTokens(stream, 50000, false, 17)));
     EXPECT_TRUE(IsSame(QuickTokens(stream, 50000, true, 0), QuickTokens(stream, 50000, true, 17)));
-    EXPECT_TRUE(IsSame(ThoroughTokens(stream, 50000, 0), ThoroughTokens(stream, 50000, 17)));
-}
-
-TEST(PngMatches, LeaveFewerLiteralsAfterThoroughSearch)
-{
-    const Block stream = Drawing(300000, 9, 200);
-
-    EXPECT_LT(LiteralsOf(ThoroughTokens(stream, 100000)), LiteralsOf(QuickTokens(stream, 100000, true)));
 }
 
 TEST(PngMatches, AreUnaffectedByEarlierSample)

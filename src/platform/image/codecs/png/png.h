@@ -14,6 +14,7 @@
 extern const Codec kPngCodec;
 
 /// Implemented in png_reader.cpp and png_writer.cpp. Writing picks the layout and filtering that make a
-/// sample of the picture smallest, and never holds more than a strip of compressed data.
+/// sample of the picture smallest. Photographs and scans are compressed strip by strip, drawings and graphics
+/// of up to 64 MB as a whole.
 std::unique_ptr<ImageDecoder> OpenPng(InputFile& file);
 [[nodiscard]] bool EncodePng(const ImageBuffer& image, const SaveSettings& settings, OutputFile& out);

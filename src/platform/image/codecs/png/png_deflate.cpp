@@ -4,8 +4,11 @@
 #include <libdeflate.h>
 
 #include <algorithm>
+#include <memory>
+#include <new>
 
 #include "src/platform/files/output_file.h"
+#include "src/platform/image/base/picture_memory.h"
 #include "src/platform/image/codecs/png/png_chunks.h"
 #include "src/platform/image/deflate/run_length.h"
 
@@ -13,17 +16,37 @@ static constexpr std::size_t kStripSize = 128 * 1024;
 static constexpr std::size_t kSampleSize = 8 * 1024;
 static constexpr std::size_t kSampleReach = 16 * 1024;
 static constexpr std::size_t kChunkSize = 128 * 1024;
+// Pictures of more bytes are never compressed as a whole, to bound the memory.
+static constexpr std::size_t kMaxWhole = 64 * 1024 * 1024;
+static constexpr std::size_t kSmallPicture = 64 * 1024;
+static constexpr int kLibraryLevel = 4;
 // Searching for matches takes three times as long, so it must save at least 1/kWorthShare of the run-length
 // result.
 static constexpr std::uint64_t kWorthShare = 10;
-// If run-length coding shrinks a strip to 1/kPlainShare, it isn't a photograph, and a thorough search is
-// cheap. Small strips (all there is of an icon) are always searched thoroughly.
-static constexpr std::uint64_t kPlainShare = 8;
-static constexpr std::size_t kSmallStrip = 64 * 1024;
 // A strip that shrinks to 1/kEmptyShare is all but empty and predicts nothing about the strips after it.
 static constexpr std::uint64_t kEmptyShare = 128;
 // After a strip where matches didn't pay, the next ones skip the trial: more each time, up to this many.
 static constexpr std::uint32_t kMaxSkipped = 6;
+
+bool DeflatesWhole(PngContent content, std::size_t byte_count)
+{
+    const bool small = content == PngContent::kFlat && byte_count <= kSmallPicture;
+    const bool repeats = content == PngContent::kGraphic || content == PngContent::kDrawing;
+    return small || (repeats && byte_count <= kMaxWhole);
+}
+
+bool WriteDeflated(OutputFile& out, Bytes rows)
+{
+    const std::unique_ptr<libdeflate_compressor, void (*)(libdeflate_compressor*)> compressor(
+        libdeflate_alloc_compressor(kLibraryLevel), &libdeflate_free_compressor);
+    if (!compressor)
+        throw std::bad_alloc();
+    PixelBytes packed;
+    ResizeFresh(packed, libdeflate_zlib_compress_bound(compressor.get(), rows.size()));
+    const std::size_t size =
+        libdeflate_zlib_compress(compressor.get(), rows.data(), rows.size(), packed.data(), packed.size());
+    return size > 0 && WritePngChunk(out, PngType("IDAT"), Bytes(packed).first(size));
+}
 
 PngDeflater::PngDeflater(OutputFile& out, std::size_t row_bytes, std::size_t rows, std::uint32_t pixel_bytes,
                          PngContent content)
@@ -58,7 +81,6 @@ bool PngDeflater::FinishRow()
     const std::size_t moved = filled_ - kept;
     std::memmove(Buffer(), Buffer() + moved, kept);
     finder_.ShiftPositions(moved);
-    chains_.ShiftPositions(moved);
     begin_ = filled_ = kept;
     return true;
 }
@@ -69,12 +91,9 @@ bool PngDeflater::CompressStrip(bool last)
     const std::uint8_t* const bytes = Buffer() + begin_;
     const std::size_t byte_count = filled_ - begin_;
     adler_ = libdeflate_adler32(adler_, bytes, byte_count);
-    if (content_ == PngContent::kScan)
-        finder_.Find(Buffer(), begin_, filled_, false, matches_);
-    else if (content_ == PngContent::kDrawing)
-        chains_.Find(Buffer(), begin_, filled_, matches_);
-    else
+    if (content_ == PngContent::kPhotograph || content_ == PngContent::kFlat)
         return CompressByTrial(last);
+    finder_.Find(Buffer(), begin_, filled_, false, matches_);
     return WriteBlock(PngBlock(matches_, bytes, byte_count), last);
 }
 
@@ -87,21 +106,13 @@ bool PngDeflater::CompressByTrial(bool last)
     costs_ = runs.Costs();
 
     const bool empty = runs.Bits() < 8 * byte_count / kEmptyShare;
-    const bool small = strip_size_ <= kSmallStrip;
-    const bool plain = content_ == PngContent::kGraphic ? small || runs.Bits() < 8 * byte_count / kPlainShare
-                                                        : content_ == PngContent::kFlat && small;
     const bool skip = skip_ > 0 && !empty;
     skip_ -= skip ? 1 : 0;
-    if (skip || (!plain && !SamplePays()))
+    if (skip || !SamplePays())
         return WriteBlock(runs, last);
 
-    if (plain)
-        chains_.Find(Buffer(), begin_, filled_, matches_);
-    else
-        finder_.Find(Buffer(), begin_, filled_, is_noise_, matches_);
+    finder_.Find(Buffer(), begin_, filled_, is_noise_, matches_);
     const PngBlock matches(matches_, bytes, byte_count);
-    if (plain && !empty)
-        Learn(matches.Bits() < runs.Bits() - runs.Bits() / kWorthShare);
     return WriteBlock(matches.Bits() < runs.Bits() ? matches : runs, last);
 }
 

@@ -5,21 +5,28 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "src/platform/image/base/byte_reader.h"
 #include "src/platform/image/deflate/blocks.h"
-#include "src/platform/image/deflate/chain_finder.h"
 #include "src/platform/image/deflate/match_finder.h"
 #include "src/platform/image_buffer.h"
 
 class OutputFile;
 
-/// What the analysis says about the rows; it decides how matches are searched.
+/// What the analysis says about the rows; it decides how they are compressed.
 enum class PngContent : std::uint8_t {
-    kPhotograph,  ///< quick search, if a sample shows that matches pay
+    kPhotograph,  ///< our encoder: runs, and matches where a sample shows that they pay
     kFlat,        ///< many pixels equal their neighbours; otherwise like kPhotograph
-    kGraphic,     ///< most pixels equal their neighbours: thorough search in strips that shrink well
-    kDrawing,     ///< few colours: thorough search
-    kScan         ///< 1-bit black and white: quick search
+    kGraphic,     ///< most pixels equal their neighbours: libdeflate
+    kDrawing,     ///< few colours: libdeflate
+    kScan         ///< 1-bit black and white: our encoder, with matches
 };
+
+/// True for rows that are compressed as a whole, with libdeflate: drawings and graphics, and small pictures
+/// that aren't photographs. It finds more repetition than our encoder, but can't compress strip by strip.
+bool DeflatesWhole(PngContent content, std::size_t byte_count);
+
+/// Writes the filtered rows as one IDAT chunk. Throws std::bad_alloc. False if writing failed.
+[[nodiscard]] bool WriteDeflated(OutputFile& out, Bytes rows);
 
 /// Writes one zlib stream strip by strip, keeping only the filtered rows of the current strip and the 32 KB
 /// before it. Where matches don't shrink a strip clearly, as in most photographs, only runs are coded.
@@ -62,7 +69,6 @@ private:
     PngTokens matches_;
     PngCosts costs_ = FirstPngCosts();  ///< from the runs of the previous strip
     PngMatchFinder finder_;
-    PngChainFinder chains_;
     bool is_noise_ = false;
     std::uint32_t skip_ = 0;  ///< strips left that reuse the verdict that matches don't pay
     std::uint32_t max_skip_ = 0;

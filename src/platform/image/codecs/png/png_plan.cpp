@@ -15,6 +15,8 @@ static constexpr std::size_t kMinSampleBytes = 4 * 1024;
 // Percentage of pixels equal to their neighbours. The sky and shadows of a photograph may have many.
 static constexpr std::size_t kFlat = 40;
 static constexpr std::size_t kGraphic = 65;
+// A graphic repeats if matches save at least 1/kRepeatShare of what runs alone take.
+static constexpr std::uint64_t kRepeatShare = 5;
 
 PngRowSource::PngRowSource(const ImageBuffer& image, PngPlan& plan)
     : image_(image), plan_(plan), bytes_(plan.layout.Header(image).RowBytes())
@@ -41,9 +43,19 @@ void PngRowSource::Make(std::size_t y, std::uint8_t* out)
     filters.apply(filters.choose(row), row, out);
 }
 
+namespace
+{
+/// Estimated bits of the picture, coded with runs only and with matches, each including its palette.
+struct SampleBits {
+    std::uint64_t with_runs = 0;
+    std::uint64_t with_matches = 0;
+    std::uint64_t best = 0;  ///< of each sample's better one
+};
+}  // namespace
+
 // Estimates the bits the picture takes with this plan from samples deflated independently. A small picture is
 // one sample.
-static std::uint64_t SampleBits(const ImageBuffer& image, PngPlan& plan)
+static SampleBits EstimateBits(const ImageBuffer& image, PngPlan& plan)
 {
     const auto height = static_cast<std::size_t>(image.height);
     PngRowSource source(image, plan);
@@ -61,19 +73,24 @@ static std::uint64_t SampleBits(const ImageBuffer& image, PngPlan& plan)
     PngTokens tokens;
     PngMatchFinder finder;
     const std::size_t samples = row_count < height ? kSamples : 1;
-    std::uint64_t bits = 0;
+    SampleBits bits;
     for (std::size_t i = 0; i < samples; ++i) {
         const std::size_t first = (height - row_count) * (2 * i + 1) / (2 * samples);
         for (std::size_t y = 0; y < row_count; ++y)
             source.Make(first + y, rows + y * row_bytes);
         finder.Forget();
         finder.Find(rows, 0, bytes, false, tokens);
-        const std::uint64_t with_copies = PngBlock(tokens, rows, bytes).Bits();
+        const std::uint64_t with_matches = PngBlock(tokens, rows, bytes).Bits();
         FindPngRuns(rows, bytes, 0, plan.layout.PixelSize(), FirstPngCosts(), tokens);
-        bits += std::min(with_copies, PngBlock(tokens, rows, bytes).Bits());
+        const std::uint64_t with_runs = PngBlock(tokens, rows, bytes).Bits();
+        bits.with_runs += with_runs;
+        bits.with_matches += with_matches;
+        bits.best += std::min(with_matches, with_runs);
     }
-    return bits * height / (samples * row_count) +
-           8 * (plan.layout.palette.size() + plan.layout.transparency.size());
+    for (std::uint64_t* sum : {&bits.with_runs, &bits.with_matches, &bits.best})
+        *sum = *sum * height / (samples * row_count) +
+               8 * (plan.layout.palette.size() + plan.layout.transparency.size());
+    return bits;
 }
 
 // The percentage of sampled pixels that equal their left neighbour.
@@ -120,11 +137,15 @@ PngPlan PlanFor(const ImageBuffer& image)
     std::size_t best = 0;
     std::uint64_t min = ~std::uint64_t{0};
     for (std::size_t i = 0; i < plans.size() && plans.size() > 1; ++i) {
-        const std::uint64_t bits = SampleBits(image, plans[i]);
-        if (bits < min) {
-            min = bits;
-            best = i;
-        }
+        const SampleBits bits = EstimateBits(image, plans[i]);
+        if (bits.best >= min)
+            continue;
+        min = bits.best;
+        best = i;
+        // Smooth areas of a photograph look flat, but only graphics repeat.
+        const bool repeats = bits.with_matches < bits.with_runs - bits.with_runs / kRepeatShare;
+        if (content == PngContent::kGraphic)
+            plans[i].content = repeats ? PngContent::kGraphic : PngContent::kFlat;
     }
     return std::move(plans[best]);
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "src/platform/files/output_file.h"
+#include "src/platform/image/base/picture_memory.h"
 #include "src/platform/image/codecs/png/png_chunks.h"
 #include "src/platform/image/codecs/png/png_deflate.h"
 #include "src/platform/image/codecs/png/png_metadata.h"
@@ -33,6 +34,13 @@ static bool WritePixels(OutputFile& out, const ImageBuffer& image, PngPlan& plan
 {
     const auto height = static_cast<std::size_t>(image.height);
     PngRowSource rows(image, plan);
+    if (DeflatesWhole(plan.content, rows.FilteredBytes() * height)) {
+        PixelBytes all;
+        ResizeFresh(all, rows.FilteredBytes() * height + PngDeflater::kSlack);
+        for (std::size_t y = 0; y < height; ++y)
+            rows.Make(y, all.data() + y * rows.FilteredBytes());
+        return WriteDeflated(out, Bytes(all).first(rows.FilteredBytes() * height));
+    }
     PngDeflater deflater(out, rows.FilteredBytes(), height, plan.layout.PixelSize(), plan.content);
     for (std::size_t y = 0; y < height; ++y) {
         rows.Make(y, deflater.NextRow());

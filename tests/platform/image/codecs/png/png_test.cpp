@@ -9,6 +9,7 @@
 #include <random>
 
 #include "src/platform/image/base/input_file.h"
+#include "src/platform/image/codecs/png/png_deflate.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/support/paths.h"
 
@@ -358,6 +359,24 @@ TEST(PngWriter, RoundTripsScreensDrawingsAndScansOfManyStrips)
     for (std::uint8_t& n : scan.bytes)
         n = n < 128 ? 0 : 255;
     ExpectRoundTrip(scan, "scan");
+}
+
+TEST(PngWriter, RoundTripsGraphicTooLargeToDeflateWhole)
+{
+    ImageBuffer image;
+    image.width = 5000;
+    image.height = 4500;
+    image.channels = 3;
+    image.bytes.resize(std::size_t{5000} * 4500 * 3);
+    for (std::size_t i = 0; i < image.bytes.size(); ++i)
+        image.bytes[i] = static_cast<std::uint8_t>(i % 3 * 40 + i / 60 * 7 + i / 900 * 13 + i / 15000 / 9);
+    ASSERT_FALSE(DeflatesWhole(PngContent::kGraphic, image.bytes.size()));
+    ASSERT_TRUE(DeflatesWhole(PngContent::kGraphic, image.bytes.size() / 2));
+
+    const auto back = Decoded(kPngCodec, Encoded(kPngCodec, image));
+
+    ASSERT_TRUE(back);
+    EXPECT_TRUE(back->bytes == image.bytes);
 }
 
 TEST(PngWriter, FindsRepeatedLettersOfScreenshot)
