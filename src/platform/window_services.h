@@ -124,7 +124,8 @@ public:
         HandleEvents();
     }
 
-    /// Opens the help at a topic.
+    /// Opens the help at a topic; a topic below 0 is its start. sHelpFile is the path of a document, or a
+    /// name if the program's own folder has none.
     virtual void LaunchHelp(const std::string& sHelpFile, std::int32_t lTopic) = 0;
     /// The name of the font that the system shows texts in when asked for sName; "" without a display.
     [[nodiscard]] virtual std::string sMatchingFont(const std::string& /*sName*/) const { return ""; }

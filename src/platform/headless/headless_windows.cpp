@@ -3,6 +3,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "src/platform/headless/help_text.h"
 
 static void WriteLines(const std::string& text, const std::string& title)
 {
@@ -60,9 +65,30 @@ void HeadlessWindows::ShowForm(Form&) {}
 
 void HeadlessWindows::HandleEvents() {}
 
+static std::string Content(const std::filesystem::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// A program's own folder that the user chose need not have a help: then it is that of the installation.
+static std::string HelpDocument(const std::string& help_file)
+{
+    const std::string document = Content(help_file);
+    if (!document.empty())
+        return document;
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return Content(program.parent_path().parent_path() / "share/varnel/Help/Varnel.html");
+}
+
 void HeadlessWindows::LaunchHelp(const std::string& help_file, std::int32_t topic)
 {
-    std::fprintf(stderr, "Help: %s, topic %d\n", help_file.c_str(), static_cast<int>(topic));
+    const std::string text = HelpTopicText(HelpDocument(help_file), topic);
+    if (text.empty())
+        std::fprintf(stderr, "Help: %s, topic %d\n", help_file.c_str(), static_cast<int>(topic));
+    else
+        std::fprintf(stderr, "%s", text.c_str());
 }
 
 bool HeadlessWindows::bHasDisplay() const

@@ -13,7 +13,7 @@
 class HeadlessWindows : public WindowServices
 {
 public:
-    /// Names the help's file and topic on standard error.
+    /// Writes the topic's text to standard error; without a help document, its name.
     void LaunchHelp(const std::string& help_file, std::int32_t topic) override;
     bool bHasDisplay() const override;
 

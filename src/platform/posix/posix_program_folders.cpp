@@ -59,20 +59,30 @@ std::string PosixProgramFolders::sSettingsFolder() const
     return settings_;
 }
 
-// Copies to a temporary folder beside the target first, so that another process never sees an incomplete
-// copy.
-static bool Fill(const fs::path& target, const fs::path& source)
+// Copies under a temporary name first, so that another process never sees half a file. A file that is there
+// already, which the user may have edited, stays.
+static void CopyIfMissing(const fs::path& source, const fs::path& target)
 {
-    const fs::path part = target.string() + "." + std::to_string(getpid());
     std::error_code error;
+    if (fs::exists(target, error))
+        return;
+    const fs::path part = target.string() + "." + std::to_string(getpid());
     fs::create_directories(target.parent_path(), error);
-    fs::copy(source, part, fs::copy_options::recursive, error);
+    fs::copy_file(source, part, error);
     if (!error)
         fs::rename(part, target, error);
-    if (error) {
-        std::error_code ignored;
-        fs::remove_all(part, ignored);
-    }
+    if (error)
+        fs::remove(part, error);
+}
+
+// Brings what is missing of an installation into the user's folder. False if there is no such folder then.
+static bool Fill(const fs::path& target, const fs::path& source)
+{
+    std::error_code error;
+    for (fs::recursive_directory_iterator file(source, error), end; !error && file != end;
+         file.increment(error))
+        if (file->is_regular_file(error))
+            CopyIfMissing(file->path(), target / file->path().lexically_relative(source));
     return IsFolder(target);
 }
 
@@ -86,7 +96,7 @@ std::string PosixProgramFolders::sOwnFolder() const
     if (own_.empty()) {
         const fs::path shipped = program.parent_path() / "share" / "varnel";
         own_ = UserFolder("XDG_DATA_HOME", ".local/share") + "/varnel";
-        if (!IsFolder(own_) && IsFolder(shipped) && !Fill(own_, shipped))
+        if (IsFolder(shipped) && !Fill(own_, shipped))
             own_ = shipped.string();
     }
     return own_;

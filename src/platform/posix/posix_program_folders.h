@@ -22,7 +22,7 @@ public:
     std::string sSettingsFolder() const override;
 
     /// VARNEL_HOME; else the program's folder if it contains Languages; else varnel in the user's data
-    /// folder, which is copied from <prefix>/share/varnel if it doesn't exist. If that fails,
+    /// folder, into which files of <prefix>/share/varnel are copied that it doesn't have. If that fails,
     /// <prefix>/share/varnel.
     std::string sOwnFolder() const override;
 

@@ -11,7 +11,6 @@
 #include <unistd.h>
 
 #include "src/forms/Application.h"
-#include "src/platform/program_folders.h"
 #include "src/platform/qt/appearance.h"
 #include "src/platform/qt/background_worker.h"
 #include "src/platform/qt/boxes.h"
@@ -87,14 +86,15 @@ public:
         worker_.Run(work, in_run ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     }
 
-    bool LaunchHelp(const std::string&, std::int32_t topic) override
+    bool LaunchHelp(const std::string& help_file, std::int32_t topic) override
     {
-        const QString guide =
-            app_ ? ToQt(app_->svc.objProgramFolders.sOwnFolder()) + QStringLiteral("/Help/Varnel.html")
-                 : QString();
+        QString guide = ToQt(help_file);
+        if (!QFileInfo::exists(guide))
+            guide =
+                QCoreApplication::applicationDirPath() + QStringLiteral("/../share/varnel/Help/Varnel.html");
         if (!QFileInfo::exists(guide))
             return false;
-        QUrl url = QUrl::fromLocalFile(guide);
+        QUrl url = QUrl::fromLocalFile(QFileInfo(guide).canonicalFilePath());
         if (topic >= 0)
             url.setFragment(QString::number(topic));
         return QDesktopServices::openUrl(url);

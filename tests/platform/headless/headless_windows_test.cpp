@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "src/controls/control.h"
+#include "tests/support/paths.h"
 
 struct FormForTest : Form {
     FormForTest() : Form("frmForTest") {}
@@ -85,11 +86,22 @@ TEST(HeadlessWindows, PicksNoFileAndShowsNoForm)
     EXPECT_FALSE(windows.bHasDisplay());
 }
 
-TEST(HeadlessWindows, PrintsLocationOfHelpFile)
+TEST(HeadlessWindows, PrintsHelpTopics)
 {
     HeadlessWindows windows;
     testing::internal::CaptureStderr();
-    windows.LaunchHelp("Varnel.HLP", 12);
 
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Help: Varnel.HLP, topic 12\n");
+    windows.LaunchHelp(SourceFolder() + "/share/Help/Varnel.html", 30);
+
+    EXPECT_TRUE(testing::internal::GetCapturedStderr().starts_with("Using the command line\n"));
+}
+
+TEST(HeadlessWindows, NamesHelpTopicsThatItDoesNotFind)
+{
+    HeadlessWindows windows;
+    testing::internal::CaptureStderr();
+
+    windows.LaunchHelp("Varnel.HLP", 9999);
+
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Help: Varnel.HLP, topic 9999\n");
 }

@@ -73,7 +73,7 @@ TEST(OwnFolder, IsProgramFolderIfItHasLanguages)
     EXPECT_EQ(PosixProgramFolders(folder.File("app/varnel")).sOwnFolder(), folder.File("app"));
 }
 
-TEST(OwnFolder, IsCopiedFromInstallationOnFirstUseOnly)
+TEST(OwnFolder, TakesMissingFilesFromInstallation)
 {
     const HostFolder folder;
     folder.File("usr/bin/varnel", "");
@@ -84,10 +84,27 @@ TEST(OwnFolder, IsCopiedFromInstallationOnFirstUseOnly)
     EXPECT_EQ(PosixProgramFolders(folder.File("usr/bin/varnel")).sOwnFolder(), data_path + "/varnel");
     const std::string language = data_path + "/varnel/Languages/German-Varnel.txt";
     EXPECT_EQ(ContentOf(language), "\"Done\",\"Fertig\"\n");
-    std::filesystem::remove(language);
+
+    folder.File("usr/share/varnel/Languages/French-Varnel.txt", "\"Done\",\"Fini\"\n");
     EXPECT_EQ(PosixProgramFolders(folder.File("usr/bin/varnel")).sOwnFolder(), data_path + "/varnel");
-    EXPECT_EQ(ContentOf(language), "(none)");
+    EXPECT_EQ(ContentOf(data_path + "/varnel/Languages/French-Varnel.txt"), "\"Done\",\"Fini\"\n");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(data_path), {}), 1);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(data_path + "/varnel/Languages"), {}), 2);
+}
+
+TEST(OwnFolder, KeepsFilesThatUserHasEdited)
+{
+    const HostFolder folder;
+    folder.File("usr/bin/varnel", "");
+    folder.File("usr/share/varnel/Languages/German-Varnel.txt", "\"Done\",\"Fertig\"\n");
+    const std::string language =
+        folder.File("home/.local/share/varnel/Languages/German-Varnel.txt", "\"Done\",\"Getan\"\n");
+    const std::string data_path = folder.File("home/.local/share");
+    const ScopedVariable variable("VARNEL_HOME", nullptr), data("XDG_DATA_HOME", data_path.c_str());
+
+    EXPECT_EQ(PosixProgramFolders(folder.File("usr/bin/varnel")).sOwnFolder(), data_path + "/varnel");
+
+    EXPECT_EQ(ContentOf(language), "\"Done\",\"Getan\"\n");
 }
 
 TEST(OwnFolder, IsInstallationIfCopyIsImpossible)
