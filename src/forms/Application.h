@@ -6,6 +6,7 @@
 
 #include "src/forms/dispatch_state.h"
 #include "src/forms/editing_hooks.h"
+#include "src/forms/frmAbout.h"
 #include "src/forms/frmConversionOptions.h"
 #include "src/forms/frmImageViewer.h"
 #include "src/forms/frmLanguage.h"
@@ -70,4 +71,5 @@ struct Application {
     ::frmOptions frmOptions;
     ::frmLanguage frmLanguage;
     ::frmImageViewer frmImageViewer;
+    ::frmAbout frmAbout;
 };

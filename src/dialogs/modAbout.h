@@ -1,0 +1,7 @@
+// The about box.
+// Room: dialogs.
+#pragma once
+
+struct Application;
+
+void mnuAbout_Click(Application& app);
