@@ -70,6 +70,20 @@ TEST(SkippedRecords, WmfKeepsNumbersOfObjectsBehindBrokenOne)
     EXPECT_EQ(ColorAt(Render(maker), 10, 10), kRed);
 }
 
+TEST(SkippedRecords, KeepStateIfTruncated)
+{
+    EmfMaker emf(40, 20);
+    emf.Record(Emr::kSetRop2, {13}).World(0, 2, 0, 0, 2, 0, 0);
+    emf.Record(Emr::kSetWorldTransform, {0, 0, 0}).Record(Emr::kSetWindowOrg, {5});
+    emf.Select(kNullPen).Brush(1, kRed).Record(Emr::kRectangle, {0, 0, 10, 10});
+    WmfMaker wmf(40, 20);
+    wmf.Record(0x020B, {0, 0}).Record(0x020C, {20, 40}).Record(0x0104, {13}).Record(0x0104);
+    wmf.Pen(5, 0, 0).Select(0).Brush(kRed).Select(1).Record(0x020B, {7}).Record(0x041B, {20, 20, 0, 0});
+
+    EXPECT_EQ(CountOf(Render(emf), kRed, {0, 0, 40, 20}), 400);
+    EXPECT_EQ(CountOf(Render(wmf), kRed, {0, 0, 40, 20}), 400);
+}
+
 TEST(SkippedRecords, RefusesFileOfWhichNothingCanBeDrawn)
 {
     EXPECT_FALSE(

@@ -73,11 +73,40 @@ static double MiterLimit(std::uint32_t stored)
     return std::isfinite(d) && d >= 1 ? d : 10;
 }
 
+// The bytes that a record's fields take.
+static std::size_t FieldBytes(std::uint32_t type)
+{
+    switch (type) {
+        case kSetWindowExt:
+        case kSetWindowOrg:
+        case kSetViewportExt:
+        case kSetViewportOrg:
+        case kSetBrushOrg:
+        case kSetTextJustification:
+            return 8;
+        case kScaleViewportExt:
+        case kScaleWindowExt:
+            return 16;
+        case kSetWorldTransform:
+            return 24;
+        case kModifyWorldTransform:
+            return 28;
+        case kSaveDc:
+            return 0;
+        default:
+            return 4;
+    }
+}
+
 Outcome PlayState(EmfPlay& play, const EmfRecord& record)
 {
     DeviceContext& dc = play.dc;
     DcState& state = dc.state;
     ByteReader reader = record.Data();
+    // A truncated record is skipped: it must not leave half of its state behind. Other families check their
+    // own.
+    if (reader.Left() < FieldBytes(record.type))
+        return Outcome::kNotMine;
     switch (record.type) {
         case kSetWindowExt:
             if (!dc.ExtentsAreFixed())

@@ -102,6 +102,11 @@ Outcome PlayWmfState(WmfPlay& play, const WmfRecord& record)
     DeviceContext& dc = play.dc;
     DcState& state = dc.state;
     ByteReader reader = record.Data();
+    // A truncated record is skipped: it must not set a state that the file doesn't give.
+    const bool has_two_words = record.Number() == kSetBkColor || record.Number() == kSetTextColor ||
+                               record.Number() == kSetTextJustification;
+    if (record.Number() != kSaveDc && reader.Left() < (has_two_words ? 4 : 2))
+        return Outcome::kNotMine;
     switch (record.Number()) {
         case kSetBkColor:
             state.back_color = reader.U32Le();
