@@ -1,5 +1,4 @@
 // The varnel program: creates the platform services and starts the logic.
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -19,6 +18,7 @@
 #include "src/platform/posix/posix_named_mutex.h"
 #include "src/platform/posix/posix_processes.h"
 #include "src/platform/posix/posix_program_folders.h"
+#include "src/platform/posix/process_setup.h"
 #include "src/platform/qt/link/background_image.h"
 #include "src/platform/qt/link/lazy_windows.h"
 
@@ -54,9 +54,7 @@ static void Run(const std::vector<std::string>& aArguments)
 // The exit status is always 0, even on failure; callers read the report file.
 int main(int nArguments, char** aArguments)
 try {
-    // Ignore SIGXFSZ: exceeding the file size limit then fails the write, like a full disk, instead of
-    // killing the process.
-    std::signal(SIGXFSZ, SIG_IGN);
+    SetUpProcess();
     KeepPictureMemory();
     Run({aArguments + 1, aArguments + nArguments});
     return 0;

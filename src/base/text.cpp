@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "src/base/case_folding.h"
+
 std::string sRTrim(std::string_view sText)
 {
     const std::size_t nLast = sText.find_last_not_of(' ');
@@ -64,7 +66,7 @@ std::string sLower(std::string_view sText)
 
 bool bEqualIgnoringCase(std::string_view sLeft, std::string_view sRight)
 {
-    return sLeft.size() == sRight.size() && sLower(sLeft) == sLower(sRight);
+    return sLeft == sRight || sFoldCase(sLeft) == sFoldCase(sRight);
 }
 
 bool bContains(std::string_view sText, std::string_view sPart)
@@ -74,7 +76,7 @@ bool bContains(std::string_view sText, std::string_view sPart)
 
 bool bContainsIgnoringCase(std::string_view sText, std::string_view sPart)
 {
-    return bContains(sLower(sText), sLower(sPart));
+    return bContains(sFoldCase(sText), sFoldCase(sPart));
 }
 
 std::vector<std::string> aSplit(std::string_view sText, char cDelimiter)
@@ -113,6 +115,38 @@ std::string sReplaceAll(std::string_view sText, std::string_view sFind, std::str
         nBegin = nFound + sFind.size();
     }
     return sResult.append(sText.substr(nBegin));
+}
+
+std::string sPrintable(std::string_view sText, std::string_view sKeep)
+{
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::string sResult;
+    for (std::size_t n = 0; n < sText.size(); ++n) {
+        // C1 control characters have two bytes, of which only the second one tells them apart.
+        const bool bC1 = sText[n] == '\xC2' && n + 1 < sText.size() &&
+                         static_cast<std::uint8_t>(sText[n + 1]) >= 0x80 &&
+                         static_cast<std::uint8_t>(sText[n + 1]) < 0xA0;
+        const auto nByte = static_cast<std::uint8_t>(sText[bC1 ? ++n : n]);
+        if (bC1 || ((nByte < 0x20 || nByte == 0x7F) && !bContains(sKeep, sText.substr(n, 1))))
+            (sResult += "\\x") += {kDigits[nByte >> 4], kDigits[nByte & 15]};
+        else
+            sResult += sText[n];
+    }
+    return sResult;
+}
+
+static bool bContinuesCharacter(char c)
+{
+    return (static_cast<std::uint8_t>(c) & 0xC0) == 0x80;
+}
+
+std::string sFirstLetters(std::string_view sText, std::int32_t lCount)
+{
+    std::size_t nEnd = 0;
+    for (; nEnd < sText.size(); ++nEnd)
+        if (!bContinuesCharacter(sText[nEnd]) && lCount-- <= 0)
+            break;
+    return std::string(sText.substr(0, nEnd));
 }
 
 std::int32_t lLetters(std::string_view sText)

@@ -16,7 +16,7 @@ std::string sLTrim(std::string_view sText);
 /// is the length in bytes.
 std::string sLower(std::string_view sText);
 
-/// Compares the lower-cased texts.
+/// Compares the texts with their case folded (see case_folding.h).
 bool bEqualIgnoringCase(std::string_view sLeft, std::string_view sRight);
 
 /// True if sText contains sPart; an empty sPart always matches. The second form ignores case.
@@ -30,6 +30,13 @@ std::string sJoin(const std::vector<std::string>& aPieces, std::string_view sDel
 /// Replaces every occurrence from left to right; replacements aren't searched again. An empty sFind changes
 /// nothing.
 std::string sReplaceAll(std::string_view sText, std::string_view sFind, std::string_view sReplacement);
+
+/// Writes control characters as "\x1B" and the like, so that a file name can't drive a terminal or forge
+/// lines. sKeep lists those that stay.
+std::string sPrintable(std::string_view sText, std::string_view sKeep = "");
+
+/// The first lCount characters of a UTF-8 text.
+std::string sFirstLetters(std::string_view sText, std::int32_t lCount);
 
 /// Number of characters (code points) in a UTF-8 text.
 std::int32_t lLetters(std::string_view sText);

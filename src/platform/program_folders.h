@@ -13,4 +13,6 @@ public:
     /// The program's own folder (relative paths of the command line, Languages, help), without a separator at
     /// its end.
     [[nodiscard]] virtual std::string sOwnFolder() const = 0;
+    /// The user's home, to which a leading "~/" of a path refers; "" if there is none.
+    [[nodiscard]] virtual std::string sHomeFolder() const = 0;
 };

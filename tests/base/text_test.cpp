@@ -96,3 +96,23 @@ TEST(Letters, CountCharactersRatherThanBytes)
     EXPECT_EQ(lLetters("日本"), 2);
     EXPECT_EQ(lLetters(""), 0);
 }
+
+TEST(Printable, EscapesControlCharacters)
+{
+    EXPECT_EQ(sPrintable("a\x1B[31mb\x07\x7F\n\t"), "a\\x1B[31mb\\x07\\x7F\\x0A\\x09");
+    EXPECT_EQ(sPrintable("\xC2\x9B"
+                         "2J \xC2\xA0"),
+              "\\x9B2J \xC2\xA0");
+    EXPECT_EQ(sPrintable("a\rb\n\tc\x1B", "\r\n\t"), "a\rb\n\tc\\x1B");
+    EXPECT_EQ(sPrintable("Ünï€ 日本"), "Ünï€ 日本");
+    EXPECT_EQ(sPrintable(std::string_view("\0", 1)), "\\x00");
+}
+
+TEST(FirstLetters, CountsCharactersNotBytes)
+{
+    EXPECT_EQ(sFirstLetters("äöü", 2), "äö");
+    EXPECT_EQ(sFirstLetters("a日b", 2), "a日");
+    EXPECT_EQ(sFirstLetters("abc", 9), "abc");
+    EXPECT_EQ(sFirstLetters("abc", 0), "");
+    EXPECT_EQ(sFirstLetters("abc", -1), "");
+}

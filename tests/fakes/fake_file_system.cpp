@@ -165,7 +165,7 @@ bool FakeFileSystem::CreateFolder(const std::string& path)
 
 bool FakeFileSystem::ListFolder(const std::string& folder, FolderListing& listing) const
 {
-    if (!FolderExists(folder))
+    if (!FolderExists(folder) || unlistable.contains(folder))
         return false;
     listing = {};
     const std::string root = Resolved(folder);

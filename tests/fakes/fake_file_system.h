@@ -31,6 +31,8 @@ public:
     int deletes_to_refuse = 0;               ///< number of DeleteFile calls that will fail
     std::vector<std::string> trashed_files;  ///< files moved to the trash, in order
     bool has_trash = true;
+    std::set<std::string>
+        unlistable;  ///< folders, as passed without a trailing separator, that can't be read
     bool fail_copies = false;
     int syncs = 0;  ///< number of SyncSaves calls
     bool fail_syncs = false;

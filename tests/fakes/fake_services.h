@@ -37,7 +37,7 @@ public:
     {
         const auto found = values_.find({sLower(section), sLower(key)});
         const std::string& value = found == values_.end() ? fallback : found->second;
-        return value.substr(0, static_cast<std::size_t>(buffer_size - 1));
+        return sFirstLetters(value, buffer_size - 1);
     }
     std::int32_t GetPrivateProfileInt(const std::string& section, const std::string& key,
                                       std::int32_t fallback, const std::string&) const override
@@ -113,6 +113,8 @@ class FakeProgramFolders : public ProgramFolders
 public:
     std::string settings = "/settings";
     std::string own = "/program";
+    std::string home = "/home/me";
     std::string sSettingsFolder() const override { return settings; }
     std::string sOwnFolder() const override { return own; }
+    std::string sHomeFolder() const override { return home; }
 };

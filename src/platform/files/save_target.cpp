@@ -179,6 +179,7 @@ int FindSaveTarget(const std::string& host_path, SaveTarget& target)
         }
         if (is_link)
             target.exists = fstatat(folder.Number(), name.c_str(), &target.status, 0) == 0;
+        target.is_proc_link = is_link;
         target.folder = std::move(folder);
         target.name = std::move(name);
         return 0;

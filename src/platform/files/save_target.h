@@ -10,8 +10,9 @@
 
 /// `folder` stays the folder that was found, even if someone renames it or puts a link in its place.
 struct SaveTarget {
-    Descriptor folder;  ///< open for reading, or O_PATH if the user may not list the folder
-    std::string name;   ///< within the folder; no link unless it belongs to /proc
+    Descriptor folder;          ///< open for reading, or O_PATH if the user may not list the folder
+    std::string name;           ///< within the folder; no link unless it belongs to /proc
+    bool is_proc_link = false;  ///< name is a link that only the kernel can follow
     bool exists = false;
     struct stat status {
     };  ///< of what is there, if anything

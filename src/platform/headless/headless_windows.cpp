@@ -9,10 +9,12 @@
 
 #include "src/platform/headless/help_text.h"
 
+#include "src/base/text.h"
+
 static void WriteLines(const std::string& text, const std::string& title)
 {
     // The texts separate lines by carriage returns, which would make a terminal overwrite the line.
-    std::string lines = title + ": " + text;
+    std::string lines = sPrintable(title + ": " + text, "\r\n\t");
     std::replace(lines.begin(), lines.end(), '\r', '\n');
     std::fprintf(stderr, "%s\n", lines.c_str());
 }

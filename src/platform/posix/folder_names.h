@@ -22,7 +22,7 @@ public:
     void Add(const std::string& folder, const std::string& name);
 
 private:
-    using Names = std::unordered_map<std::string, std::string>;  ///< lower-cased name to the name
+    using Names = std::unordered_map<std::string, std::string>;  ///< case-folded name to the name
     struct LargeFolder {
         Names names;
         std::chrono::steady_clock::time_point expiry;

@@ -17,6 +17,7 @@
 #include "src/platform/files/descriptor.h"
 #include "src/platform/files/file_saver.h"
 #include "src/platform/files/output_file.h"
+#include "src/platform/files/save_target.h"
 #include "src/platform/posix/text_files.h"
 #include "src/platform/posix/trash.h"
 
@@ -201,14 +202,25 @@ static bool Append(int descriptor, std::string_view bytes)
     return false;
 }
 
+// Opens a file to append to it. Like a save, doesn't follow a link that someone else could have planted.
+// Doesn't wait for the reader of a pipe. Empty, with errno set, on failure.
+static Descriptor OpenToAppend(const std::string& host_path, int flags)
+{
+    SaveTarget target;
+    errno = FindSaveTarget(host_path, target);
+    if (errno != 0)
+        return {};
+    const int follow = target.is_proc_link ? 0 : O_NOFOLLOW;
+    return Descriptor(openat(target.folder.Number(), target.name.c_str(),
+                             flags | follow | O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666));
+}
+
 void PosixFileSystem::AppendLine(const std::string& path, const std::string& line)
 {
     const std::optional<std::string> host_path = sHostPathToWrite(path);
     if (!host_path)
         RaisePathFileAccess(path, "not a name for a file");
-    // Don't wait for a reader of a FIFO.
-    const Descriptor file(
-        open(host_path->c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666));
+    const Descriptor file = OpenToAppend(*host_path, O_CREAT);
     if (!file || !Append(file.Number(), line + "\n"))
         RaisePathFileAccess(path, std::generic_category().message(errno));
 }
@@ -232,7 +244,7 @@ std::optional<std::string> PosixFileSystem::sReadBytes(const std::string& path) 
 bool PosixFileSystem::AppendBytes(const std::string& path, const std::string& bytes)
 {
     const std::optional<std::string> host_path = paths_.Existing(path);
-    const Descriptor file = host_path ? OpenRegularFile(*host_path, O_WRONLY | O_APPEND) : Descriptor();
+    const Descriptor file = S_ISREG(ModeOf(host_path)) ? OpenToAppend(*host_path, 0) : Descriptor();
     return file && Append(file.Number(), bytes);
 }
 

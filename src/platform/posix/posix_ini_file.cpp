@@ -5,12 +5,12 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <filesystem>
 
 #include "src/base/number_text.h"
-#include "src/base/text_encoding.h"
+#include "src/base/text.h"
 #include "src/platform/files/descriptor.h"
 #include "src/platform/files/output_file.h"
 #include "src/platform/posix/ini_text.h"
@@ -66,9 +66,7 @@ std::string PosixIniFile::GetPrivateProfileString(const std::string& section, co
                                                   const std::string& fallback, std::int32_t buffer_size,
                                                   const std::string& ini_file) const
 {
-    std::string value = IniValue(Text(ini_file), section, key).value_or(fallback);
-    value.resize(nWholeCharacters(value, static_cast<std::size_t>(std::max(buffer_size - 1, 0))));
-    return value;
+    return sFirstLetters(IniValue(Text(ini_file), section, key).value_or(fallback), buffer_size - 1);
 }
 
 std::int32_t PosixIniFile::GetPrivateProfileInt(const std::string& section, const std::string& key,
@@ -92,6 +90,19 @@ static std::string FolderOf(const std::string& host_path)
     return folder.empty() ? "." : folder;
 }
 
+// Other users can lock the folder, too, if they can list it: don't let them stall us. Without the lock, as on
+// a file system that has none, the file is still replaced as a whole.
+static void LockForAWhile(int folder)
+{
+    constexpr int kAttempts = 200;
+    constexpr timespec kPause{0, 10'000'000};
+    for (int n = 0; n < kAttempts && flock(folder, LOCK_EX | LOCK_NB) != 0; ++n) {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return;
+        nanosleep(&kPause, nullptr);
+    }
+}
+
 bool PosixIniFile::WritePrivateProfileString(const std::string& section, const std::string& key,
                                              const std::string& value, const std::string& ini_file)
 {
@@ -101,9 +112,7 @@ bool PosixIniFile::WritePrivateProfileString(const std::string& section, const s
     const Descriptor folder(open(folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder)
         return false;
-    // The lock is released with the descriptor. On a file system without locks we go without.
-    while (flock(folder.Number(), LOCK_EX) != 0 && errno == EINTR)
-        continue;
+    LockForAWhile(folder.Number());  // released with the descriptor
 
     const std::optional<std::string> old_text = ReadText(ini_file);
     if (!old_text)

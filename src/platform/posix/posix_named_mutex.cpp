@@ -1,10 +1,11 @@
-// Opens lock files safely in world-writable folders and waits for their locks.
+// Chooses a private folder, opens lock files in it and waits for their locks.
 #include "src/platform/posix/posix_named_mutex.h"
 
 #include <sys/file.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 
 static std::string FileName(const std::string& name)
 {
@@ -13,22 +14,42 @@ static std::string FileName(const std::string& name)
     return result;
 }
 
-// Opens an existing file without O_CREAT, because kernels may refuse O_CREAT on another user's file in such
-// folders. The mode is set explicitly, so that the umask doesn't lock out other users.
 static Descriptor OpenLockFile(const std::string& path)
 {
-    constexpr int kAttempts = 100;  // another process may create or remove the file between the two steps
-    for (int n = 0; n < kAttempts; ++n) {
-        Descriptor file = OpenRegularFile(path, O_RDONLY | O_NOFOLLOW);
-        if (file || errno != ENOENT)
-            return file;
-        file = OpenRegularFile(path, O_RDONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
-        if (file)
-            (void)!fchmod(file.Number(), 0666);
-        if (file || errno != EEXIST)
-            return file;
+    return OpenRegularFile(path, O_RDONLY | O_CREAT | O_NOFOLLOW, 0600);
+}
+
+static bool IsPrivate(const std::string& folder)
+{
+    struct stat status {
+    };
+    return lstat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == geteuid() &&
+           (status.st_mode & 0022) == 0;
+}
+
+std::vector<std::string> PosixNamedMutex::LockFolders()
+{
+    const auto variable = [](const char* name) {
+        const char* value = std::getenv(name);
+        return std::string(value && value[0] == '/' ? value : "");
+    };
+    const std::string user = std::to_string(geteuid());
+    for (const std::string& folder : {variable("XDG_RUNTIME_DIR"), "/run/user/" + user})
+        if (IsPrivate(folder))
+            return {folder};
+    std::vector<std::string> folders;
+    std::string cache = variable("XDG_CACHE_HOME");
+    if (cache.empty() && !variable("HOME").empty())
+        cache = variable("HOME") + "/.cache";
+    if (!cache.empty()) {
+        (void)mkdir(cache.c_str(), 0700);
+        folders.push_back(cache + "/varnel");
     }
-    return Descriptor();
+    folders.push_back("/tmp/varnel-" + user);
+    for (const std::string& folder : folders)
+        if (mkdir(folder.c_str(), 0700) == 0 || IsPrivate(folder))
+            return {folder};
+    return {};
 }
 
 static bool HasItsName(const Descriptor& file, const std::string& path)
@@ -61,6 +82,8 @@ void PosixNamedMutex::Acquire(const std::string& name)
     if (++held.times > 1)
         return;
     for (const std::string& folder : folders_) {
+        if (!IsPrivate(folder))
+            continue;
         held.file = LockInFolder(folder, name);
         if (held.file)
             return;

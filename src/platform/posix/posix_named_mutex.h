@@ -9,16 +9,19 @@
 #include "src/platform/files/descriptor.h"
 #include "src/platform/named_mutex.h"
 
-/// The lock file is in the first folder where it can be opened or created, so all processes on the machine
-/// use the same one, whatever their user. The system releases the lock when its owner ends, however that
-/// happens. Links are refused and nothing is written to the file, so replacing it gains an attacker nothing.
+/// The lock file is in a folder that belongs to this user and that nobody else can write to, so no other user
+/// can hold the lock or put something in the file's place. All processes of a user use the same one. The
+/// system releases the lock when its owner ends, however that happens.
 class PosixNamedMutex : public NamedMutex
 {
 public:
-    explicit PosixNamedMutex(std::vector<std::string> folders = {"/run/lock", "/var/lock", "/tmp"})
-        : folders_(std::move(folders))
+    /// The first folder is used that is private to this user.
+    explicit PosixNamedMutex(std::vector<std::string> folders = LockFolders()) : folders_(std::move(folders))
     {
     }
+
+    /// $XDG_RUNTIME_DIR, else /run/user/UID; else varnel in the user's cache and in /tmp, which are made.
+    static std::vector<std::string> LockFolders();
 
     void Acquire(const std::string& name) override;
     void Release(const std::string& name) override;

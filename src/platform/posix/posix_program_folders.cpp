@@ -101,3 +101,8 @@ std::string PosixProgramFolders::sOwnFolder() const
     }
     return own_;
 }
+
+std::string PosixProgramFolders::sHomeFolder() const
+{
+    return Home();
+}

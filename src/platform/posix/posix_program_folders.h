@@ -26,6 +26,9 @@ public:
     /// <prefix>/share/varnel.
     std::string sOwnFolder() const override;
 
+    /// HOME.
+    std::string sHomeFolder() const override;
+
     static std::string RunningProgram();
 
 private:

@@ -36,6 +36,15 @@ TEST(ExistingPath, FallsBackToCaseInsensitiveMatch)
     EXPECT_EQ(paths.Existing(folder.File("pics/b.bmp")), std::nullopt);
 }
 
+TEST(ExistingPath, IgnoresCaseOfAllScripts)
+{
+    const HostFolder folder;
+    const std::string file = folder.File("Ձկն/Ạpple K.BMP", "");
+    const HostPaths paths;
+
+    EXPECT_EQ(paths.Existing(folder.File("ՁԿՆ/ạPPLE \xE2\x84\xAA.bmp")), file);
+}
+
 TEST(ExistingPath, PrefersExactNameThenFirstInByteOrder)
 {
     const HostFolder folder;

@@ -234,3 +234,46 @@ TEST(PosixFileSystem, ReadsAndAppendsBytesUnchanged)
     EXPECT_FALSE(files.AppendBytes(folder.Path(), "x"));
     EXPECT_EQ(folder.Listing(), "Some.bin");
 }
+
+TEST(PosixFileSystem, AppendsThroughNoPlantedLink)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "may not give a link to another user";
+    const HostFolder folder;
+    HostFileSystem files;
+    const std::string victim = folder.File("victim", "precious\n");
+    const std::string shared = folder.Subfolder("shared");
+    chmod(shared.c_str(), 0777);
+    ASSERT_EQ(symlink(victim.c_str(), (shared + "/report.txt").c_str()), 0);
+    ASSERT_EQ(lchown((shared + "/report.txt").c_str(), 12345, 12345), 0);
+
+    EXPECT_THROW(files.AppendLine(shared + "/report.txt", "a line"), clsRaisedError);
+    EXPECT_FALSE(files.AppendBytes(shared + "/report.txt", "bytes"));
+    EXPECT_EQ(ContentOf(victim), "precious\n");
+
+    ASSERT_EQ(lchown((shared + "/report.txt").c_str(), geteuid(), getegid()), 0);
+    files.AppendLine(shared + "/report.txt", "a line");
+    EXPECT_EQ(ContentOf(victim), "precious\na line\n");
+}
+
+TEST(PosixFileSystem, StampsFilesByIdentityAndContents)
+{
+    const HostFolder folder;
+    const std::string file = folder.File("a", "one");
+    std::filesystem::create_symlink(file, folder.File("link"));
+    std::filesystem::create_hard_link(file, folder.File("hard"));
+    folder.File("other", "one");
+    const HostFileSystem files;
+
+    const auto stamp = files.objStampOf(file);
+    ASSERT_TRUE(stamp);
+    EXPECT_EQ(files.objStampOf(folder.File("link")), stamp);
+    EXPECT_TRUE(files.objStampOf(folder.File("hard"))->bSameFile(*stamp));
+    EXPECT_FALSE(files.objStampOf(folder.File("other"))->bSameFile(*stamp));
+    EXPECT_EQ(files.objStampOf(folder.Path()), std::nullopt);
+    EXPECT_EQ(files.objStampOf(folder.File("none")), std::nullopt);
+
+    folder.File("a", "longer");
+    EXPECT_NE(files.objStampOf(file), stamp);
+    EXPECT_TRUE(files.objStampOf(file)->bSameFile(*stamp));
+}

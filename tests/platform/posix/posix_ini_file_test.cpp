@@ -42,7 +42,7 @@ TEST(PosixIniFile, ReadsLeadingNumberOfValue)
     EXPECT_EQ(ini.GetPrivateProfileInt("s", "e", 7, file), 7);
 }
 
-TEST(PosixIniFile, TruncatesValueBetweenCharacters)
+TEST(PosixIniFile, CountsCharactersOfTruncatedValue)
 {
     const HostFolder folder;
     const std::string long_line(600, 'x');
@@ -50,8 +50,8 @@ TEST(PosixIniFile, TruncatesValueBetweenCharacters)
     const HostIniFile ini;
 
     EXPECT_EQ(Get(ini, file, "a"), std::string(499, 'x'));
-    EXPECT_EQ(ini.GetPrivateProfileString("s", "b", "", 5, file), "ab");
-    EXPECT_EQ(ini.GetPrivateProfileString("s", "b", "", 6, file), "ab€");
+    EXPECT_EQ(ini.GetPrivateProfileString("s", "b", "", 3, file), "ab");
+    EXPECT_EQ(ini.GetPrivateProfileString("s", "b", "", 4, file), "ab€");
     EXPECT_EQ(ini.GetPrivateProfileString("s", "b", "", 0, file), "");
     EXPECT_EQ(ini.GetPrivateProfileString("s", "none", long_line, 500, file), std::string(499, 'x'));
 }

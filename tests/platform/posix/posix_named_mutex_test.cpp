@@ -19,12 +19,20 @@ static constexpr const char* kFile = "varnel-Stellor_Global_Mutex.lock";
 static bool IsLocked(const std::string& path)
 {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    return flock(file.Number(), LOCK_EX | LOCK_NB) != 0;
+    return file && flock(file.Number(), LOCK_EX | LOCK_NB) != 0;
 }
+
+namespace
+{
+/// A folder to which only this user may write.
+struct PrivateFolder : HostFolder {
+    PrivateFolder() { chmod(Path().c_str(), 0755); }
+};
+}  // namespace
 
 TEST(NamedMutex, HoldsFileLockUntilLastRelease)
 {
-    const HostFolder folder;
+    const PrivateFolder folder;
     PosixNamedMutex mutex({folder.Path()});
     mutex.Acquire(kName);
     mutex.Acquire(kName);
@@ -42,7 +50,7 @@ TEST(NamedMutex, HoldsFileLockUntilLastRelease)
 
 TEST(NamedMutex, WaitsForAnotherProcess)
 {
-    const HostFolder folder;
+    const PrivateFolder folder;
     const std::string log_path = folder.File("log", "");
     constexpr int kProcesses = 4;
     for (int process = 0; process < kProcesses; ++process) {
@@ -69,7 +77,7 @@ TEST(NamedMutex, WaitsForAnotherProcess)
 
 TEST(NamedMutex, IsReleasedWhenOwnerDies)
 {
-    const HostFolder folder;
+    const PrivateFolder folder;
     int pipe_ends[2];
     ASSERT_EQ(pipe(pipe_ends), 0);
     const pid_t child = fork();
@@ -96,7 +104,7 @@ TEST(NamedMutex, IsReleasedWhenOwnerDies)
 
 TEST(NamedMutex, RejectsLinksAndForeignFilesInItsPlace)
 {
-    const HostFolder first, second;
+    const PrivateFolder first, second;
     const std::string victim = first.File("victim", "precious");
     chmod(victim.c_str(), 0600);
     PosixNamedMutex mutex({first.Path(), second.Path()});
@@ -127,27 +135,61 @@ TEST(NamedMutex, RejectsLinksAndForeignFilesInItsPlace)
     EXPECT_FALSE(std::filesystem::exists(first.File("not there")));
 }
 
-TEST(NamedMutex, IsSharedByAllUsersOfMachine)
+TEST(NamedMutex, UsesNoFolderThatOthersCanWriteTo)
 {
-    const HostFolder folder;
-    chmod(folder.Path().c_str(), 01777);
-    PosixNamedMutex mutex({folder.Path()});
-    const mode_t mask = umask(077);
+    const HostFolder open_folder;
+    const PrivateFolder own;
+    for (const mode_t mode : {01777, 0777, 0775}) {
+        chmod(open_folder.Path().c_str(), mode);
+        PosixNamedMutex mutex({open_folder.Path(), own.Path()});
+
+        mutex.Acquire(kName);
+
+        EXPECT_TRUE(IsLocked(own.File(kFile)));
+        EXPECT_EQ(open_folder.Listing(), "");
+    }
+}
+
+TEST(NamedMutex, UsesNoFolderOfAnotherUser)
+{
+    const PrivateFolder folder, links;
+    std::filesystem::create_symlink(folder.Path(), links.File("link"));
+    PosixNamedMutex mutex({links.File("link")});
     mutex.Acquire(kName);
-    mutex.Release(kName);
-    umask(mask);
+    EXPECT_EQ(folder.Listing(), "");
 
     EXPECT_TRUE(RunAsOrdinaryUser([&] {
         PosixNamedMutex other({folder.Path()});
         other.Acquire(kName);
-        return IsLocked(folder.File(kFile));
+        return folder.Listing().empty();
     }));
-    EXPECT_EQ(folder.Listing(), kFile);
+}
+
+TEST(NamedMutex, CannotBeStalledByAnotherUser)
+{
+    const PrivateFolder folder;
+    PosixNamedMutex mutex({folder.Path()});
+    mutex.Acquire(kName);
+    mutex.Release(kName);
+
+    EXPECT_TRUE(RunAsOrdinaryUser([&] { return open(folder.File(kFile).c_str(), O_RDONLY) < 0; }));
+}
+
+TEST(NamedMutex, PrefersTheRuntimeFolder)
+{
+    const HostFolder runtime;
+    chmod(runtime.Path().c_str(), 0700);
+    setenv("XDG_RUNTIME_DIR", runtime.Path().c_str(), 1);
+    EXPECT_EQ(PosixNamedMutex::LockFolders(), std::vector<std::string>{runtime.Path()});
+
+    chmod(runtime.Path().c_str(), 0777);
+    EXPECT_NE(PosixNamedMutex::LockFolders(), std::vector<std::string>{runtime.Path()});
+    unsetenv("XDG_RUNTIME_DIR");
 }
 
 TEST(NamedMutex, UsesNewFileIfOldOneIsRemoved)
 {
-    const HostFolder folder;
+    const PrivateFolder folder;
     PosixNamedMutex mutex({folder.Path()});
     mutex.Acquire(kName);
     std::filesystem::remove(folder.File(kFile));
@@ -171,7 +213,7 @@ TEST(NamedMutex, ContinuesWithoutLockIfFolderIsMissing)
 
 TEST(NamedMutex, KeepsFileInItsFolderWhateverTheName)
 {
-    const HostFolder folder;
+    const PrivateFolder folder;
     PosixNamedMutex mutex({folder.Subfolder("locks")});
     mutex.Acquire("../" + std::string(500, 'x'));
 
