@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "src/base/case_folding.h"
 #include "src/base/clsConversionOptions.h"
 #include "src/base/number_text.h"
 #include "src/base/path_text.h"
@@ -409,7 +410,7 @@ private:
     {
         constexpr std::size_t kLocks = 64;
         const std::string sFolder = app.svc.objFileSystem.sRealPath(sGetParentFolderName(sTarget));
-        const std::string sPath = sLower(sFolder + "/" + sTarget.substr(sFolderOfPath(sTarget).size()));
+        const std::string sPath = sFoldCase(sFolder + "/" + sTarget.substr(sFolderOfPath(sTarget).size()));
         return "Append_" + std::to_string(std::hash<std::string>{}(sPath) % kLocks);
     }
 
@@ -440,7 +441,7 @@ std::int32_t PerformConversionItemNCTOCX(Application& app, clsConversionOptions&
     std::int32_t lResult = 0;
     Fail(objItem, 0, "");
     const std::string sFolder = sGetParentFolderName(objOptions.sTargetFile);
-    bool bThere = bFolderExists(app, sFolder);
+    bool bThere = sFolder.empty() || bFolderExists(app, sFolder);  // "": the working folder
     if (!bThere) {
         CreateFolderPath(app, sFolder);
         bThere = bFolderExists(app, sFolder);

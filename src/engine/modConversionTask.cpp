@@ -63,12 +63,13 @@ void PerformBlockConversion(Application& app, std::int32_t lRow, clsConversionOp
                             std::int32_t& lResult)
 {
     lResult = 0;
-    std::vector<std::string> colFiles;
-    if (!bCreateFileList(app, objOptions, colFiles)) {
+    std::vector<std::string> colFiles, aUnreadable;
+    if (!bCreateFileList(app, objOptions, colFiles, &aUnreadable)) {
         lResult = objOptions.lErr = kErrNoFileList;
         LogConversionError(app, lRow, objOptions);
         return;
     }
+    LogUnreadableFolders(app, lRow, objOptions, aUnreadable, lResult);
     NotePauseBeforeWalk(app, objOptions);
     std::int32_t lPosition = 0;
     const bool bManySources = bContains(objOptions.sOriginalFile, "*");

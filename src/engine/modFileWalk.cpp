@@ -9,6 +9,7 @@
 #include "src/engine/modRunLog.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileHelpers.h"
+#include "src/job/modFileLists.h"
 #include "src/job/modTargetNaming.h"
 #include "src/platform/locale.h"
 #include "src/platform/window_services.h"
@@ -63,6 +64,19 @@ void LeaveIfStopped(const Application& app, const clsConversionOptions& objItem)
 {
     if (objItem.lErr != 0)
         RaiseIfStopped(app);
+}
+
+void LogUnreadableFolders(Application& app, std::int32_t lRow, const clsConversionOptions& objOptions,
+                          const std::vector<std::string>& aUnreadable, std::int32_t& lResult)
+{
+    constexpr std::int32_t kErrUnreadable = -10000;
+    for (const std::string& sFolder : aUnreadable) {
+        clsConversionOptions objFolder = objOptions;
+        objFolder.sOriginalFile = sFolder;
+        lResult = objFolder.lErr = kErrUnreadable;
+        objFolder.sErr = sUnreadableFolder(app, sFolder);
+        LogConversionError(app, lRow, objFolder);
+    }
 }
 
 void NotePauseBeforeWalk(Application& app, clsConversionOptions& objOptions)

@@ -28,5 +28,9 @@ void KeepResumePosition(Application& app, std::int32_t lPosition);
 /// failure.
 void LeaveIfStopped(const Application& app, const clsConversionOptions& objItem);
 
+/// Logs each folder of a walk that couldn't be read as a failure of the task, and sets lResult to its code.
+void LogUnreadableFolders(Application& app, std::int32_t lRow, const clsConversionOptions& objOptions,
+                          const std::vector<std::string>& aUnreadable, std::int32_t& lResult);
+
 /// Notes in the request that the run was paused while the file list was being built.
 void NotePauseBeforeWalk(Application& app, clsConversionOptions& objOptions);

@@ -86,7 +86,7 @@ void PerformBlock(Application& app, std::int32_t lRow, clsConversionOptions& obj
         PerformBlockSpecialized(app, lRow, objOptions, lErr);
 }
 
-/// Slices loaded by a run, as job file and first task.
+/// Slices loaded by a run, as job file (its real path: links may lead to it by several) and first task.
 using Slices = std::set<std::pair<std::string, std::int32_t>>;
 
 // True if the reload loads a new slice. Reloading a missing file or a slice that was run already would loop
@@ -94,7 +94,9 @@ using Slices = std::set<std::pair<std::string, std::int32_t>>;
 static bool bReloadsAnotherSlice(Application& app, const clsConversionOptions& objOptions, Slices& aSlices)
 {
     return bFileExists(app, objOptions.sTargetFile) &&
-           aSlices.emplace(sLower(objOptions.sTargetFile), objOptions.lTargetFileType).second;
+           aSlices
+               .emplace(app.svc.objFileSystem.sRealPath(objOptions.sTargetFile), objOptions.lTargetFileType)
+               .second;
 }
 
 static void FailReload(Application& app, std::int32_t lRow, clsConversionOptions& objOptions,

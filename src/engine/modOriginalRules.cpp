@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "src/base/case_folding.h"
 #include "src/base/clsConversionOptions.h"
 #include "src/base/path_text.h"
 #include "src/base/text.h"
@@ -16,7 +17,7 @@ constexpr std::int32_t kTypeTiff = 3;
 
 static std::size_t nHash(const std::string& sTarget)
 {
-    return std::hash<std::string>{}(sLower(sTarget));
+    return std::hash<std::string>{}(sFoldCase(sTarget));
 }
 
 // Every source becomes a page of the same file.

@@ -41,7 +41,9 @@ std::int32_t lPerformSpecialItem(Application& app, clsConversionOptions& objOpti
     bool bImage = true;  // the source is processed as an image
     if (objOptions.lSpecialProcess == kProcessReload) {
         bImage = false;
-        LoadJobFile(app, objOptions.sTargetFile, objOptions.lTargetFileType, app.frmMain.fgToDo);
+        objOptions.sErr =
+            LoadJobFile(app, objOptions.sTargetFile, objOptions.lTargetFileType, app.frmMain.fgToDo);
+        objOptions.lErr = objOptions.sErr.empty() ? 0 : kErrNoFileList;
     } else if (objOptions.lSpecialProcess == SP_LAUNCH) {
         bImage = false;
         objOptions.lErr = lLaunchTask(app, objOptions);
@@ -94,14 +96,15 @@ std::int32_t PerformBlockSpecialized(Application& app, std::int32_t lRow, clsCon
                                      std::int32_t& lResult)
 {
     lResult = 0;
-    std::vector<std::string> colFiles;
+    std::vector<std::string> colFiles, aUnreadable;
     const bool bHasList =
         objOptions.lSpecialProcess != SP_LAUNCH && objOptions.lSpecialProcess != kProcessReload;
-    if (bHasList && !bCreateFileList(app, objOptions, colFiles)) {
+    if (bHasList && !bCreateFileList(app, objOptions, colFiles, &aUnreadable)) {
         lResult = objOptions.lErr = kErrNoFileList;
         LogConversionError(app, lRow, objOptions);
         return lResult;
     }
+    LogUnreadableFolders(app, lRow, objOptions, aUnreadable, lResult);
     NotePauseBeforeWalk(app, objOptions);
     std::int32_t lPosition = 0;
     if (bContains(objOptions.sOriginalFile, "*"))

@@ -42,16 +42,20 @@ static std::size_t nFirstCharacterSize(const std::string& sText)
     return n;
 }
 
+static std::string sCutField(const std::string& sField, std::string& sFirstChar)
+{
+    const std::size_t nFirst = nFirstCharacterSize(sField);
+    sFirstChar = sTrim(sField.substr(0, nFirst));
+    return sTrim(sField.substr(nFirst));
+}
+
 std::string sGetField(std::int32_t n, const std::string& sText, char cDelimiter, std::string& sFirstChar)
 {
     const std::vector<std::string> aFields = aSplit(sText + " ", cDelimiter);
     sFirstChar.clear();
     if (n < 1 || n > static_cast<std::int32_t>(aFields.size()))
         return "";
-    const std::string& sField = aFields[static_cast<std::size_t>(n - 1)];
-    const std::size_t nFirst = nFirstCharacterSize(sField);
-    sFirstChar = sTrim(sField.substr(0, nFirst));
-    return sTrim(sField.substr(nFirst));
+    return sCutField(aFields[static_cast<std::size_t>(n - 1)], sFirstChar);
 }
 
 // A path with a separator loses its quotes. One without is relative to the program's own folder and keeps
@@ -60,7 +64,10 @@ static std::string sPathOfArgument(const Application& app, const std::string& sA
 {
     const bool bHasSeparator =
         bContains(sArgument, "\\") || sArgument.find(kSlashOfPath) != std::string::npos;
-    const std::string sPath = sWithSlashes(sArgument);
+    std::string sPath = sWithSlashes(sArgument);
+    const std::string sHome = app.svc.objProgramFolders.sHomeFolder();
+    if (sPath.starts_with("~/") && !sHome.empty())
+        sPath = sWithSeparator(sHome) + sPath.substr(2);
     std::string sUnquoted = sReplaceAll(sPath, "\"", "");
     if (bHasSeparator)
         return sUnquoted;
@@ -149,10 +156,11 @@ static std::string sTakeSwitches(Application& app, const std::string& sCommandLi
                                  clsConversionOptions& objOptions, Parameters& aParam)
 {
     std::string sUnknown;
-    const std::int32_t iFields = iCountFields(sCommandLine, '/');
-    for (std::int32_t i = 2; i <= iFields; ++i) {
+    // The same fields as sGetField's, cut once: a text may have thousands of them.
+    const std::vector<std::string> aFields = aSplit(sCommandLine + " ", '/');
+    for (std::size_t i = 1; i < aFields.size(); ++i) {
         std::string sLetter;
-        const std::string sArgument = sGetField(i, sCommandLine, '/', sLetter);
+        const std::string sArgument = sCutField(aFields[i], sLetter);
         bool bKnown = true;
         try {
             bKnown = sLetter.size() == 1 && bTakeSwitch(app, sLetter[0], sArgument, objOptions, aParam);

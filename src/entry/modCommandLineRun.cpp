@@ -19,7 +19,12 @@ static std::int32_t lRun(Application& app, clsConversionOptions& objOptions)
         PerformBlock(app, 1, objOptions, lErr);
         return lErr;
     }
-    ConversionJobOpen(app, objOptions.sCLBatchJobFile);
+    const std::string sFailure = ConversionJobOpen(app, objOptions.sCLBatchJobFile);
+    if (!sFailure.empty()) {
+        const bool bSilent = objOptions.sLogFile.empty() && !objOptions.bVerbose;
+        ReportMessage(app, sFailure, objOptions.sLogFile, objOptions.bVerbose || bSilent);
+        return -1;
+    }
     ConversionJobBegin(app);
     // Any row counts as a failure, even a success logged because of a report file. This is intentional.
     return app.frmMain.fgLog.Rows() >= 3 ? -1 : 0;

@@ -5,12 +5,14 @@
 #include <string>
 #include <vector>
 
-/// Replaces a "/" inside a path, where the grammar would see the start of a switch.
+/// Replaces a "/" that belongs to a value, where the grammar would see the start of a switch.
 constexpr char kSlashOfPath = '\x1f';
 
-/// Joins the arguments with spaces. Each "/" in a path, which is an argument that follows a lone /S, /T, /L,
-/// /B or /J or starts with one of them, becomes kSlashOfPath. A single argument is taken as the whole command
-/// text, unchanged.
+/// Joins the arguments with spaces. So that no value can smuggle in a switch, kSlashOfPath replaces every "/"
+/// in an argument that follows a lone switch with a value ("/6" "a title / with a slash"), and in a path that
+/// follows /S, /T, /L, /B or /J in the same argument, up to a space before another switch. An argument that
+/// is exactly a switch always is one. A single argument is the whole command text, of which only a path
+/// directly after its first switch ("/J/home/me/j.vjb") is protected.
 std::string sCommandText(const std::vector<std::string>& aArguments);
 
 /// Turns kSlashOfPath back into "/".

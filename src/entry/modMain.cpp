@@ -59,8 +59,11 @@ static void RunOrOpen(Application& app, clsConversionOptions& objOptions)
     LoadMainForms(app);
     app.frmMain.lJobStartTick = app.svc.objClock.GetTickCount();
     if (!objOptions.sCLBatchJobFile.empty() && objOptions.bOpenButDoNotRun) {
-        ConversionJobOpen(app, objOptions.sCLBatchJobFile);
+        const std::string sFailure = ConversionJobOpen(app, objOptions.sCLBatchJobFile);
         ShowMainWindows(app);
+        if (!sFailure.empty())
+            app.svc.objWindows.MsgBox(sFailure, sTranslate(app, "Error"), BoxIcon::Information,
+                                      BoxButtons::Ok);
     } else {
         const RunScope objRun(app);
         lRunFromCommandLine(app, objOptions);

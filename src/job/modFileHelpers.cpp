@@ -11,8 +11,8 @@
 #include "src/platform/file_system.h"
 #include "src/platform/window_services.h"
 
-/// Longer than any valid path: reject it early.
-constexpr std::size_t kLongestPath = 32768;
+/// The host takes no longer path: reject it before its first folders are made.
+constexpr std::size_t kLongestPath = 4096;
 constexpr int kFurtherTries = 20;
 constexpr std::int32_t kMillisecondsBetweenTries = 1000;
 // How often a wait handles events: often enough for a click to feel immediate, rarely enough to use no CPU.

@@ -25,6 +25,7 @@ struct Walk {
     const std::string& sPattern;
     std::vector<std::string>& colFiles;
     bool bRecurse;
+    std::vector<std::string>* pUnreadable;
     std::set<std::string> aRealPaths;  ///< folders visited so far
 
     bool bPaused() const
@@ -59,8 +60,11 @@ static bool bWalkSubfolders(Walk& objWalk, const std::string& sFolder, const std
         std::string sSubfolder = sFolder + sName;
         const bool bLink = objListing.aLinks.contains(sName);
         const std::string sSubfolderReal = sRealPathOf(objWalk, sReal, sSubfolder, sName, bLink);
-        if (!bLink || !objWalk.aRealPaths.contains(sSubfolderReal))
-            lWalkFolder(objWalk, sSubfolder, sSubfolderReal);
+        if (bLink && objWalk.aRealPaths.contains(sSubfolderReal))
+            continue;
+        if (lWalkFolder(objWalk, sSubfolder, sSubfolderReal) == kListNoFolder && objWalk.pUnreadable &&
+            bFolderExists(objWalk.app, sSubfolder))
+            objWalk.pUnreadable->push_back(sSubfolder);
     }
     return true;
 }
@@ -92,15 +96,23 @@ static std::int32_t lWalkFolder(Walk& objWalk, std::string& sFolder, const std::
     return 0;
 }
 
+std::string sUnreadableFolder(Application& app, const std::string& sFolder)
+{
+    return sTranslate(app, "Unable to read folder") + ": " + sFolder;
+}
+
 static bool bListWildcard(Application& app, clsConversionOptions& objOptions,
-                          std::vector<std::string>& colFiles)
+                          std::vector<std::string>& colFiles, std::vector<std::string>* pUnreadable)
 {
     const std::string sFolderAsGiven = sFolderOfPattern(objOptions.sOriginalFile);
     std::string sFolder = sFolderAsGiven;
     const std::string sPattern = sPatternOfSource(objOptions.sOriginalFile);
-    if (lAddFolderFiles(app, sFolder, sPattern, colFiles, objOptions.bDoSubfolders) != kListNoFolder)
+    if (lAddFolderFiles(app, sFolder, sPattern, colFiles, objOptions.bDoSubfolders, pUnreadable) !=
+        kListNoFolder)
         return true;
-    objOptions.sErr = sTranslate(app, "Folder: ") + sFolderAsGiven + sTranslate(app, " does not exist");
+    objOptions.sErr = bFolderExists(app, sFolderAsGiven)
+                          ? sUnreadableFolder(app, sFolderAsGiven)
+                          : sTranslate(app, "Folder: ") + sFolderAsGiven + sTranslate(app, " does not exist");
     return false;
 }
 
@@ -116,17 +128,19 @@ static bool bListOneFile(Application& app, clsConversionOptions& objOptions,
     return false;
 }
 
-bool bCreateFileList(Application& app, clsConversionOptions& objOptions, std::vector<std::string>& colFiles)
+bool bCreateFileList(Application& app, clsConversionOptions& objOptions, std::vector<std::string>& colFiles,
+                     std::vector<std::string>* pUnreadable)
 {
     const BusyPointer objPointer(app);
-    return bHasWildcard(objOptions.sOriginalFile) ? bListWildcard(app, objOptions, colFiles)
+    return bHasWildcard(objOptions.sOriginalFile) ? bListWildcard(app, objOptions, colFiles, pUnreadable)
                                                   : bListOneFile(app, objOptions, colFiles);
 }
 
 std::int32_t lAddFolderFiles(Application& app, std::string& sFolder, const std::string& sPattern,
-                             std::vector<std::string>& colFiles, bool bRecurse)
+                             std::vector<std::string>& colFiles, bool bRecurse,
+                             std::vector<std::string>* pUnreadable)
 {
-    Walk objWalk{app, sPattern, colFiles, bRecurse, {}};
+    Walk objWalk{app, sPattern, colFiles, bRecurse, pUnreadable, {}};
     return lWalkFolder(objWalk, sFolder, bRecurse ? app.svc.objFileSystem.sRealPath(sFolder) : "");
 }
 

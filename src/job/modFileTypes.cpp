@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "src/base/case_folding.h"
 #include "src/base/number_text.h"
 #include "src/base/text.h"
 #include "src/forms/Application.h"
@@ -87,7 +88,7 @@ std::string sFileTypeExtension(std::int32_t lType, bool bWithStar)
 
 std::int32_t lFileTypeFromExtension(const std::string& sExtension)
 {
-    const std::string sKey = sLower(sExtension);
+    const std::string sKey = sFoldCase(sExtension);
     if (sKey.empty())
         return kNoFileType;
     for (const FileType& objType : kFileTypes)
@@ -166,7 +167,7 @@ bool bSelectFileType(ComboBox& cb, std::int32_t lType)
 bool bSelectExtension(ComboBox& cb, const std::map<std::string, std::int32_t>& colExtensions,
                       const std::string& sExtension)
 {
-    const auto itFound = colExtensions.find(sLower(sExtension));
+    const auto itFound = colExtensions.find(sFoldCase(sExtension));
     if (itFound == colExtensions.end())
         return false;
     cb.SetListIndex(itFound->second);

@@ -86,6 +86,15 @@ static bool bFileIsLonger(Application& app, const std::string& sPath, const Grid
     }
 }
 
+// An earlier backup may hold the only copy of some tasks.
+static std::string sFreeBackupName(Application& app, const std::string& sPath)
+{
+    std::string sName = sPath + ".bak";
+    for (std::int32_t l = 2; bFileExists(app, sName); ++l)
+        sName = sPath + ".bak" + std::to_string(l);
+    return sName;
+}
+
 void ConversionJobSave(Application& app)
 {
     const std::string sPath = app.frmMain.sCurrentJobFile;
@@ -97,7 +106,7 @@ void ConversionJobSave(Application& app)
     // file so that no task is lost.
     if (bHoldsPartOfFile(app.frmMain.fgToDo) && bFileExists(app, sPath) &&
         bFileIsLonger(app, sPath, app.frmMain.fgToDo))
-        app.svc.objFileSystem.CopyFile(sPath, sPath + ".bak");
+        app.svc.objFileSystem.CopyFile(sPath, sFreeBackupName(app, sPath));
     WriteJobFile(app, sPath, app.frmMain.fgToDo);
 }
 
@@ -142,7 +151,7 @@ static void RestorePassMarks(Grid& fgToDo)
         RestorePassMark(fgToDo, lRow);
 }
 
-void ConversionJobOpen(Application& app, std::string& sPath)
+std::string ConversionJobOpen(Application& app, std::string& sPath)
 {
     Grid& fgToDo = app.frmMain.fgToDo;
     std::int32_t lFilterIndex = 1;
@@ -151,11 +160,12 @@ void ConversionJobOpen(Application& app, std::string& sPath)
                           sTranslate(app, "Tarnis (*.VJB)|*.VJB"), lFilterIndex);
     app.frmMain.sCurrentJobFile = sPath;
     if (sPath.empty())
-        return;
+        return "";
     const bool bFound = bFileExists(app, sPath);
+    std::string sFailure;
     {
         const InternalChange objChange(app);
-        LoadJobFile(app, sPath, 1, fgToDo);
+        sFailure = LoadJobFile(app, sPath, 1, fgToDo);
         RestorePassMarks(fgToDo);
     }
     if (bFound)
@@ -163,6 +173,7 @@ void ConversionJobOpen(Application& app, std::string& sPath)
     UpdateMenuToolbar(app);
     fgToDo.SetRow(1);
     SetCurrentJobFile(app, sPath);
+    return sFailure;
 }
 
 // True for the marker row. A task whose third character is "*" is dropped as well.
@@ -214,7 +225,9 @@ static void ReadTasks(Application& app, const std::string& sPath, std::int32_t l
         if (lLine % kLinesBetweenEvents == 0 && !bFull)
             LetEventsThrough(app, lLine);
     }
-    if (bFull)
+    // A paused load stays as far as it got, and the next start goes on with the rest.
+    const bool bPaused = !bFull && !app.frmMain.bRunning && pReader->ReadLine(sLine);
+    if (bFull || bPaused)
         aRows.push_back(sReloadRow(sPath, lLine + 1));
     ShowProgress(app, sTranslate(app, "Completed loading conversion job: ") + sPath);
 }
@@ -252,11 +265,11 @@ static std::string sFillTable(Application& app, const std::string& sPath, std::i
     return sFailure;
 }
 
-void LoadJobFile(Application& app, const std::string& sJobFile, std::int32_t lStart, Grid& fgToDo)
+std::string LoadJobFile(Application& app, const std::string& sJobFile, std::int32_t lStart, Grid& fgToDo)
 {
     const std::string sPath = sJobFile;  // copy: sJobFile may be a cell that loading overwrites
     if (!bFileExists(app, sPath))
-        return;
+        return "";
     std::string sFailure;
     {
         const InternalChange objChange(app);
@@ -264,6 +277,7 @@ void LoadJobFile(Application& app, const std::string& sJobFile, std::int32_t lSt
         fgToDo.SetRow(fgToDo.Rows() - 1);
         SelectGridRow(app, fgToDo);
     }
-    if (!sFailure.empty())
+    if (!sFailure.empty() && !app.bCommandLineMode)
         app.svc.objWindows.MsgBox(sFailure, sTranslate(app, "Error"), BoxIcon::Information, BoxButtons::Ok);
+    return sFailure;
 }

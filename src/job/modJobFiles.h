@@ -36,13 +36,14 @@ void ConversionJobSave(Application& app);
 void ConversionJobSaveAs(Application& app);
 
 /// Open: loads a job file. If sPath is empty, asks for the file and returns it in sPath. If the file doesn't
-/// exist, the tables are unchanged, but the job takes its name.
-void ConversionJobOpen(Application& app, std::string& sPath);
+/// exist, the tables are unchanged, but the job takes its name. Returns what LoadJobFile returns.
+std::string ConversionJobOpen(Application& app, std::string& sPath);
 
 /// Asks for a file and writes the log to it as a job. Raises like WriteJobFile.
 void SaveLogAsConversionJob(Application& app);
 
 /// Loads a job file into the table from line lStart on, numbering tasks from lStart. If the table gets full,
-/// its last task reloads the rest. Processes events every 1000 lines; a pause stops the load. A missing file
-/// changes nothing. A read error is shown in a message box, and the rows read so far stay.
-void LoadJobFile(Application& app, const std::string& sPath, std::int32_t lStart, Grid& fgToDo);
+/// its last task reloads the rest. Processes events every 1000 lines; a pause stops the load, and a last task
+/// reloads what is left. A missing file changes nothing. After a read error, the rows read so far stay; the
+/// error is returned and, except on a command line, shown in a message box. Returns "" otherwise.
+std::string LoadJobFile(Application& app, const std::string& sPath, std::int32_t lStart, Grid& fgToDo);

@@ -17,13 +17,23 @@ static std::string sExtensionOfTarget(const clsConversionOptions& objOptions)
     return objOptions.sTargetFile.substr(nStar + 2);
 }
 
+// The folder of a file with its separator; "" for a bare name. A folder of one component holds no separator
+// of its own and takes that of the file's path.
+static std::string sFolderOfFile(const std::string& sFile)
+{
+    const std::string sFolder = sGetParentFolderName(sFile);
+    if (sFolder.empty() || bEndsInSeparator(sFolder))
+        return sFolder.empty() ? "" : sWithSeparator(sFolder);
+    return sWithSeparator(sFolder + cSeparatorOf(sFolderOfPath(sFolder).empty() ? sFile : sFolder));
+}
+
 TargetPattern objTargetPattern(const clsConversionOptions& objOptions)
 {
     TargetPattern objPattern;
     objPattern.bEachFile = bContains(objOptions.sTargetFile, "*");
     objPattern.sTargetFile = objOptions.sTargetFile;
     objPattern.sTargetFolder = objOptions.sTargetFile.substr(0, objOptions.sTargetFile.find('*'));
-    objPattern.sSourceRoot = sWithSeparator(sGetParentFolderName(objOptions.sOriginalFile));
+    objPattern.sSourceRoot = sFolderOfFile(objOptions.sOriginalFile);
     objPattern.sExtension = sExtensionOfTarget(objOptions);
     objPattern.bSaveInOriginalFolder = objOptions.bSaveInOriginalFolder;
     return objPattern;
@@ -46,7 +56,7 @@ std::string sTargetForFile(const TargetPattern& objPattern, const std::string& s
     sFolderToMake.clear();
     if (!objPattern.bEachFile)
         return objPattern.sTargetFile;
-    const std::string sFolder = sWithSeparator(sGetParentFolderName(sFile));
+    const std::string sFolder = sFolderOfFile(sFile);
     const std::string sName = sGetBaseName(sFile) + "." + objPattern.sExtension;
     if (objPattern.bSaveInOriginalFolder)
         return sFolder + sName;
@@ -120,7 +130,12 @@ std::string sPatternInFolder(const std::string& sFolder, std::int32_t lType)
 
 std::string sPatternBesideSource(const std::string& sSource, std::int32_t lTargetFileType)
 {
-    return sPatternInFolder(sGetParentFolderName(sSource), lTargetFileType);
+    const std::string sFolder = sGetParentFolderName(sSource);
+    if (sFolder.empty())
+        return sFileTypeExtension(lTargetFileType, true);
+    if (sFolderOfPath(sFolder).empty())
+        return sFolderOfFile(sSource) + sFileTypeExtension(lTargetFileType, true);
+    return sPatternInFolder(sFolder, lTargetFileType);
 }
 
 std::string sWithoutQuotes(const std::string& sText)

@@ -1,6 +1,7 @@
 // Validates requests.
 #include "src/job/modValidation.h"
 
+#include "src/base/case_folding.h"
 #include "src/base/path_text.h"
 #include "src/base/text.h"
 #include "src/catalogue/modSpecialProcessDetails.h"
@@ -46,7 +47,8 @@ static bool bCheckPlainSource(Application& app, clsConversionOptions& objOptions
         return bFail(objOptions, kErrOriginalFile);
     if (bHasWildcard(objOptions.sTargetFile))
         return bFail(objOptions, kErrTargetWildcard);
-    if (!bFolderIsThere(app, sGetParentFolderName(objOptions.sTargetFile)))
+    const std::string sFolder = sGetParentFolderName(objOptions.sTargetFile);
+    if (!sFolder.empty() && !bFolderIsThere(app, sFolder))  // "": the working folder
         return bFail(objOptions, kErrTargetFolder);
     return true;
 }
@@ -76,7 +78,7 @@ static void CheckMismatch(Application& app, clsConversionOptions& objOptions)
     const std::size_t nPoint = objOptions.sOriginalFile.rfind('.');
     const std::string sFound =
         nPoint == std::string::npos ? "" : sRTrim(objOptions.sOriginalFile.substr(nPoint + 1));
-    if (sLower(sFound) != sLower(sFileTypeExtension(objOptions.lOriginalFileType, false)))
+    if (sFoldCase(sFound) != sFoldCase(sFileTypeExtension(objOptions.lOriginalFileType, false)))
         objOptions.lErr = kErrTypeMismatchNotice;
 }
 
@@ -90,7 +92,14 @@ void ValidateRequest(Application& app, clsConversionOptions& objOptions)
 
 void ValidateConversionRequest(Application& app, clsConversionOptions& objOptions)
 {
-    if (bIsJobRequest(app, objOptions) || !bCheckFiles(app, objOptions))
+    if (bIsJobRequest(app, objOptions))
+        return;
+    // It would be completed to a name in the root folder.
+    if (sTrim(objOptions.sTargetFile).empty() && !objOptions.bSaveInOriginalFolder) {
+        objOptions.lErr = kErrEmptyFile;
+        return;
+    }
+    if (!bCheckFiles(app, objOptions))
         return;
     if (sFileTypeExtension(objOptions.lTargetFileType, false).empty()) {
         objOptions.lErr = kErrTargetType;

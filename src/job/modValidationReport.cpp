@@ -34,7 +34,7 @@ static std::string sJoinPieces(Application& app, const Pieces& aPieces)
 {
     std::vector<std::string> aTexts;
     for (const Piece& objPiece : aPieces)
-        aTexts.push_back(objPiece.bPath ? objPiece.sText : sTranslate(app, objPiece.sText));
+        aTexts.push_back(objPiece.bPath ? sPrintable(objPiece.sText) : sTranslate(app, objPiece.sText));
     return sJoin(aTexts, "\r\r");
 }
 
@@ -112,6 +112,14 @@ static Pieces aCommandLineWords(const clsConversionOptions& objOptions)
         case kErrTargetNeedsWildcard:
             return {{"'Target File' must have wild card (*) since Original file has a wildcard."},
                     {"For example: 'C:\\MyFiles\\*.CSV'"}};
+        case kErrTargetFolderOfPattern:
+            return {
+                {"Target Folder"}, objPath(sFolderOfPattern(objOptions.sTargetFile)), {"does not exist."}};
+        case kErrTargetFolder:
+            return {{"Target Folder"},
+                    objPath(sGetParentFolderName(objOptions.sTargetFile)),
+                    {"does not exist."},
+                    {"Create it?"}};
         case kErrOriginalFile:
             return {{"Original File"}, objPath(objOptions.sOriginalFile), {"does not exist."}};
         case kErrTargetType:
@@ -136,10 +144,13 @@ static Pieces aCommandLineWords(const clsConversionOptions& objOptions)
 void ReportValidationErrorCommandLine(Application& app, clsConversionOptions& objOptions)
 {
     const Pieces aPieces = aCommandLineWords(objOptions);
-    // The two target folder errors have no message here; the failed line is the only sign.
-    if (aPieces.empty())
+    const std::string sWords = sJoinPieces(app, aPieces);
+    // The two target folder errors have no message here; the failed line is the only sign. Their words are
+    // translated all the same, so that the language file learns them.
+    const bool bSilent = objOptions.lErr == kErrTargetFolderOfPattern || objOptions.lErr == kErrTargetFolder;
+    if (aPieces.empty() || bSilent)
         return;
-    objOptions.sErr = sJoinPieces(app, aPieces);
+    objOptions.sErr = sWords;
     ReportMessage(app, objOptions.sErr, objOptions.sLogFile, objOptions.bVerbose);
 }
 

@@ -2,6 +2,7 @@
 #include "src/report/modReportMessage.h"
 
 #include "src/base/raised_error.h"
+#include "src/base/text.h"
 #include "src/forms/Application.h"
 #include "src/platform/file_system.h"
 #include "src/platform/named_mutex.h"
@@ -36,7 +37,7 @@ private:
 static bool bAppendReportLine(Application& app, const std::string& sMessage, const std::string& sLogFile)
 {
     try {
-        app.svc.objFileSystem.AppendLine(sLogFile, sMessage);
+        app.svc.objFileSystem.AppendLine(sLogFile, sPrintable(sMessage, "\t\r\n"));
         return true;
     } catch (const clsRaisedError&) {
         return false;

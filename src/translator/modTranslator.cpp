@@ -135,9 +135,20 @@ static void ChooseLanguage(Application& app, const SelectLanguage& fnSelectLangu
     throw clsRaisedError(lNumber, sText + ": \n" + app.objTranslator.sLanguageFile);
 }
 
+// The code becomes part of a file name, so it mustn't lead to another folder.
+static bool bIsPlainName(const std::string& sLanguage)
+{
+    return !bContains(sLanguage, "/") && !bContains(sLanguage, "\\") && !bContains(sLanguage, ":") &&
+           !sLanguage.starts_with('.') && sPrintable(sLanguage) == sLanguage;
+}
+
 static void LoadLanguage(Application& app)
 {
     TranslatorState& objTranslator = app.objTranslator;
+    if (!bIsPlainName(objTranslator.sLanguage)) {
+        objTranslator.sLanguageFile = objTranslator.sLanguage;
+        RaiseLanguageFailure(app, kErrNoLanguageFile, "Unable to locate Language file");
+    }
     objTranslator.sLanguageFile = sLanguageFilePath(app, objTranslator.sLanguage);
     if (!app.svc.objFileSystem.FileExists(objTranslator.sLanguageFile))
         RaiseLanguageFailure(app, kErrNoLanguageFile, "Unable to locate Language file");

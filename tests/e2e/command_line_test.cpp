@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
 
+#include "tests/e2e/support/picture.h"
 #include "tests/e2e/support/program.h"
 #include "tests/support/paths.h"
 
@@ -190,4 +193,90 @@ TEST(CommandLine, AcceptsUnusualFileNames)
 
         EXPECT_TRUE(objFolder.bHas("out/" + sName + ".png")) << sName;
     }
+}
+
+TEST(CommandLine, LetsNoValueRunAJob)
+{
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    objFolder.sWrite("evil.vjb", sLaunchTaskLine("/usr/bin/touch", objFolder.sPath("evil")) + kMarkerLine);
+    std::string sJob = objFolder.sPath("evil.vjb");
+    std::replace(sJob.begin(), sJob.end(), '/', '\\');
+
+    objVarnel(objFolder,
+              {"/S", objFolder.sPath("a.bmp"), "/T", objFolder.sPath("a.png"), "/6", "Title /J " + sJob});
+
+    EXPECT_TRUE(objFolder.bHas("a.png"));
+    EXPECT_FALSE(objFolder.bHas("evil"));
+}
+
+TEST(CommandLine, GoesOnWithoutStandardError)
+{
+    for (const std::string sError : {"2>&-", "2>&- >&- <&-", "2>&1 >/dev/null | :"}) {
+        const ScratchFolder objFolder;
+        objFolder.sCopySample("landscape-small.bmp", "in/a.bmp");
+        objFolder.sCopySample("landscape-small.bmp", "in/b.bmp");
+        // A missing language is told on standard error, before anything else.
+        objFolder.sWrite(".varnel-home/VL_SearchHistory.INI", "[Language]\nLanguage_Code=Klingon\n");
+
+        objRun({"sh", "-c",
+                "VARNEL_HOME=$1/.varnel-home VARNEL_SETTINGS_DIR=$1/.varnel-home DISPLAY= WAYLAND_DISPLAY= "
+                "$0 /V /S \"$1/in/*.bmp\" /T \"$1/out/*.png\" /L $1/r.txt " +
+                    sError,
+                ProgramPath(), objFolder.Root().string()},
+               {{"LC_ALL", "C"}});
+
+        EXPECT_TRUE(objFolder.bHas("out/a.png")) << sError;
+        EXPECT_TRUE(objReferenceDecode(objFolder.sPath("out/b.png")) ==
+                    objReferenceDecode(objFolder.sPath("in/b.bmp")));
+        EXPECT_EQ(sWithoutSeconds(objFolder.sRead("r.txt")), kSuccess) << sError;
+    }
+}
+
+TEST(CommandLine, RejectsATooLongPathAtOnce)
+{
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    for (const std::size_t nParts : {1990u, 2500u, 20000u}) {
+        std::string sLong = objFolder.sPath("out");
+        for (std::size_t n = 0; n < nParts; ++n)
+            sLong += "/x";
+        const auto objBegin = std::chrono::steady_clock::now();
+
+        objVarnel(objFolder, {"/S", objFolder.sPath("a.bmp"), "/T", sLong + "/a.png"});
+
+        EXPECT_LT(std::chrono::steady_clock::now() - objBegin, std::chrono::seconds(10)) << nParts;
+        EXPECT_EQ(objFolder.bHas("out"), nParts < 2000) << nParts;
+        std::filesystem::remove_all(objFolder.Root() / "out");
+    }
+}
+
+TEST(CommandLine, EscapesControlCharactersOfNames)
+{
+    const ScratchFolder objFolder;
+    objFolder.sWrite("in/a\x1B[2J\x07.bmp", "no picture");
+
+    const Outcome objOutcome =
+        objVarnel(objFolder, {"/V", "/Z", "/S", objFolder.sPath("in/a\x1B[2J\x07.bmp"), "/T",
+                              objFolder.sPath("a.png"), "/L", objFolder.sPath("r.txt")});
+
+    EXPECT_EQ(objOutcome.sErrors.find('\x1B'), std::string::npos);
+    EXPECT_NE(objOutcome.sErrors.find("in/a\\x1B[2J\\x07.bmp"), std::string::npos) << objOutcome.sErrors;
+    EXPECT_EQ(objFolder.sRead("r.txt").find('\x1B'), std::string::npos);
+    EXPECT_NE(objFolder.sRead("r.txt").find("in/a\\x1B[2J\\x07.bmp"), std::string::npos);
+}
+
+TEST(CommandLine, TakesALanguageThatIsAPathForUnknown)
+{
+    const ScratchFolder objFolder;
+    objFolder.sCopySample("landscape-small.bmp", "a.bmp");
+    objFolder.sWrite("elsewhere/Evil-Varnel.txt", "\"Conversion Successful\",\"Evil\"\n");
+    objFolder.sWrite(".varnel-home/VL_SearchHistory.INI", "[Language]\nLanguage_Code=../../elsewhere/Evil\n");
+    std::filesystem::create_directories(objFolder.Root() / ".varnel-home/Languages");
+
+    const Outcome objOutcome =
+        objVarnel(objFolder, {"/V", "/S", objFolder.sPath("a.bmp"), "/T", objFolder.sPath("a.png")});
+
+    EXPECT_NE(objOutcome.sErrors.find("Unable to locate Language file"), std::string::npos);
+    EXPECT_NE(objOutcome.sErrors.find("Conversion Successful"), std::string::npos);
 }

@@ -191,6 +191,22 @@ TEST_F(ConversionTask, ReportsEveryFileButReturnsTheLastResult)
     EXPECT_EQ(app.frmMain.fgLog.TextMatrix(2, 10), "+");
 }
 
+TEST_F(ConversionTask, LogsAnUnreadableSubfolderAndCarriesOn)
+{
+    AddPictures(1);
+    app.images.AddImage("/in/no/2.bmp");
+    app.images.AddImage("/in/yes/3.bmp");
+    app.files.unlistable.insert("/in/no");
+    objOptions.bDoSubfolders = true;
+
+    EXPECT_EQ(lRun("/in/*.bmp", "/out/*.png"), -10000);
+
+    EXPECT_EQ(aSaved(), (Calls{"SavePNG /out/1.png", "SavePNG /out/yes/3.png"}));
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 4), "/in/no");
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 10), "-");
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 11), "Unable to read folder: /in/no");
+}
+
 TEST_F(ConversionTask, TrashesSourcesThatShareATarget)
 {
     app.images.AddImage("/in/a.bmp");

@@ -437,9 +437,30 @@ TEST_F(JobRun, EndsWhenItIsPausedWhileTheNextSliceLoads)
 
     ConversionJobBegin(app);
 
-    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 1002);
+    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 1003);
     EXPECT_EQ(sMark(1), "");
+    EXPECT_EQ(sMark(1001), "");
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1001, 3), "S1");
     ExpectIdle();
+
+    // The next start runs the part that was loaded and then loads the rest.
+    app.windows.on_do_events = nullptr;
+    ConversionJobBegin(app);
+    EXPECT_EQ(app.frmMain.fgToDo.TextMatrix(1, 2), "1001");
+    EXPECT_EQ(app.frmMain.fgToDo.Rows(), 1502);
+    EXPECT_EQ(sMark(1500), "+");
+}
+
+TEST_F(JobRun, FailsAReloadThatAnotherPathLeadsToAgain)
+{
+    app.files.AddFile("/real/j.vjb", " \t \t1\tS1\tReload\t0\t\t/link/j.vjb\t1\t\t\t\r\n");
+    app.files.AddLink("/link", "/real");
+    app.frmMain.fgToDo.AddItem(" \t \t1\tS1\tReload\t0\t\t/real/j.vjb\t1", 1);
+
+    ConversionJobBegin(app);
+
+    EXPECT_EQ(sMark(1), "-");
+    EXPECT_EQ(app.frmMain.fgLog.TextMatrix(1, 11), "Unable to load the rest of the job.");
 }
 
 TEST(FindStartPoint, ReturnsOnePastTheLastTaskIfAllAreMarked)

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 #include "src/base/clsConversionOptions.h"
 #include "src/entry/modCommandText.h"
 #include "src/job/modTaskTables.h"
@@ -103,6 +105,39 @@ TEST_F(Parser, SplitsPathsOnlyAtUnprotectedSlashes)
 
     clsConversionOptions objCut;
     EXPECT_FALSE(bParseCommandLine(app, "/S /pics/a.bmp", objCut));
+}
+
+TEST_F(Parser, LetsNoValueSmuggleInASwitch)
+{
+    EXPECT_TRUE(bParse(sCommandText(
+        {"/S", "/pics/a.bmp", "/T", "/out/a.png", "/6", "Title /J \\tmp\\evil.vjb", "/7", "1/2 /R"})));
+
+    EXPECT_EQ(objOptions.sCLBatchJobFile, "");
+    EXPECT_FALSE(objOptions.bDoSubfolders);
+    EXPECT_EQ(objOptions.sExtraParams, "^^^^^Title /J \\tmp\\evil.vjb^1/2 /R^^^^^^^^^^^^^^");
+}
+
+TEST_F(Parser, TakesALeadingTildeForTheHome)
+{
+    app.files.AddFile("/home/me/in/a.bmp");
+    EXPECT_TRUE(bParse(sCommandText({"/S", "~/in/a.bmp", "/T", "/out/~/a.png"})));
+    EXPECT_EQ(objOptions.sOriginalFile, "/home/me/in/a.bmp");
+    EXPECT_EQ(objOptions.sTargetFile, "/out/~/a.png");
+
+    app.folders.home = "";
+    bParse(sCommandText({"/S", "~/in/a.bmp", "/T", "/out/a.png"}));
+    EXPECT_EQ(objOptions.sOriginalFile, "~/in/a.bmp");
+}
+
+TEST_F(Parser, TakesTimeInProportionToTheText)
+{
+    const auto fnSeconds = [&](std::size_t nSlashes) {
+        const auto nBegin = std::clock();
+        bParse("/S c:\\a.png /T c:\\out\\a.bmp /5 " + std::string(nSlashes, '/'));
+        return static_cast<double>(std::clock() - nBegin) / CLOCKS_PER_SEC;
+    };
+    // Cutting the text anew for each slash took minutes.
+    EXPECT_LT(fnSeconds(200'000), 5);
 }
 
 TEST_F(Parser, SetsTheFlagOfEachSwitch)

@@ -154,3 +154,48 @@ TEST_F(CommandLineRun, ResumesJobsAtTheirFirstUnmarkedRow)
     EXPECT_FALSE(app.files.Has("/out/a.png"));
     EXPECT_TRUE(app.files.Has("/out/b.png"));
 }
+
+namespace
+{
+
+/// Has a job file that can't be read.
+class LockedJobFiles : public FakeFileSystem
+{
+public:
+    std::unique_ptr<TextReader> OpenForInput(const std::string& path) const override
+    {
+        throw clsRaisedError(kErrPathFileAccess, "Path/File access error: " + path + " (Permission denied)");
+    }
+};
+
+}  // namespace
+
+TEST(UnreadableJob, FailsTheRunWithALineOfItsOwn)
+{
+    for (const bool bReport : {true, false}) {
+        TestServices objServices;
+        LockedJobFiles objFiles;
+        objFiles.AddFile("/j.vjb");
+        objFiles.AddFolder("/out");
+        Application app(Services{objFiles, objServices.ini, objServices.clock, objServices.locale,
+                                 objServices.mutex, objServices.folders, objServices.windows,
+                                 objServices.images, objServices.utility, objServices.transform,
+                                 objServices.launcher});
+        SetUpToDoGrid(app);
+        SetUpLogGrid(app);
+        app.bCommandLineMode = true;
+        app.frmMain.lJobStartTick = app.svc.objClock.GetTickCount();
+        clsConversionOptions objOptions;
+        objOptions.sCLBatchJobFile = "/j.vjb";
+        objOptions.sLogFile = bReport ? "/out/r.txt" : "";
+
+        EXPECT_EQ(lRunFromCommandLine(app, objOptions), -1);
+
+        const std::string sFailure = "Path/File access error: /j.vjb (Permission denied)";
+        EXPECT_EQ(objFiles.Content("/out/r.txt"), bReport ? sFailure + "\nTime to complete job: 0.0\n" : "");
+        ASSERT_EQ(objServices.windows.boxes.size(), bReport ? 0u : 1u);
+        if (!bReport) {
+            EXPECT_EQ(objServices.windows.boxes[0].text, sFailure);
+        }
+    }
+}

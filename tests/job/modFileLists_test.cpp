@@ -285,3 +285,35 @@ TEST(WildcardSource, SplitsAtTheFirstStar)
     EXPECT_TRUE(bHasWildcard("a*"));
     EXPECT_FALSE(bHasWildcard("a?"));
 }
+
+TEST(FileList, FailsIfTheFolderCannotBeRead)
+{
+    Running app;
+    app.files.AddFile("/in/a.bmp");
+    app.files.unlistable.insert("/in/");
+    clsConversionOptions objOptions;
+    objOptions.sOriginalFile = "/in/*.bmp";
+    Paths colFiles;
+
+    EXPECT_FALSE(bCreateFileList(app, objOptions, colFiles));
+
+    EXPECT_EQ(objOptions.sErr, "Unable to read folder: /in/");
+}
+
+TEST(FileList, NamesSubfoldersThatCannotBeRead)
+{
+    Running app;
+    app.files.AddFile("/in/a.bmp");
+    app.files.AddFile("/in/no/b.bmp");
+    app.files.AddFile("/in/yes/c.bmp");
+    app.files.unlistable.insert("/in/no");
+    clsConversionOptions objOptions;
+    objOptions.sOriginalFile = "/in/*.bmp";
+    objOptions.bDoSubfolders = true;
+    Paths colFiles, aUnreadable;
+
+    EXPECT_TRUE(bCreateFileList(app, objOptions, colFiles, &aUnreadable));
+
+    EXPECT_EQ(colFiles, (Paths{"/in/a.bmp", "/in/yes/c.bmp"}));
+    EXPECT_EQ(aUnreadable, Paths{"/in/no"});
+}

@@ -159,8 +159,10 @@ TEST_F(LoadJob, StopsOnPauseAndNumbersTheLoadedTasks)
         app.frmMain.bRunning = false;
     };
     Load(sJobOf(5000), 11);
-    EXPECT_EQ(lTasks(), 990);
+    EXPECT_EQ(lTasks(), 991);
     EXPECT_EQ(fgToDo.TextMatrix(990, kColNumber), "1000");
+    EXPECT_EQ(fgToDo.TextMatrix(991, kColAction), "S1");  // reloads what is left
+    EXPECT_EQ(fgToDo.TextMatrix(991, kColTargetType), "1001");
     ExpectMarkerAtEnd();
     EXPECT_TRUE(bPauseEnabled);
     EXPECT_FALSE(bAddEnabled);
@@ -169,6 +171,15 @@ TEST_F(LoadJob, StopsOnPauseAndNumbersTheLoadedTasks)
     EXPECT_TRUE(app.frmMain.keyAdd.Enabled());
     EXPECT_FALSE(app.frmMainMDI.Hourglass());
     EXPECT_FALSE(app.bInternalGridChange);
+}
+
+TEST_F(LoadJob, AddsNoReloadRowIfItIsPausedAtTheEnd)
+{
+    app.windows.on_do_events = [&] { app.frmMain.bRunning = false; };
+
+    Load(sJobOf(1000).substr(0, sJobOf(1000).rfind("\t\t*")));
+
+    EXPECT_EQ(lTasks(), 1000);
 }
 
 TEST_F(LoadJob, LeavesTheRunningFlagAlone)
@@ -242,7 +253,7 @@ TEST(LoadJobFile, ReportsAReadErrorAndKeepsTheRowsReadSoFar)
                              objServices.mutex, objServices.folders, objServices.windows, objServices.images,
                              objServices.utility, objServices.transform, objServices.launcher});
 
-    LoadJobFile(app, "/jobs/a.vjb", 1, app.frmMain.fgToDo);
+    EXPECT_EQ(LoadJobFile(app, "/jobs/a.vjb", 1, app.frmMain.fgToDo), "Path/File access error");
 
     ASSERT_EQ(objServices.windows.boxes.size(), 1u);
     EXPECT_EQ(objServices.windows.boxes[0].text, "Path/File access error");

@@ -311,3 +311,30 @@ TEST(ReportValidationErrorCommandLine, ShowsAMessageBoxIfVerbose)
     EXPECT_EQ(app.windows.boxes[0].text, "Invalid Target File type specified (/C# switch).");
     EXPECT_EQ(app.windows.boxes[0].icon, BoxIcon::Information);
 }
+
+TEST(ReportValidationErrorCommandLine, TranslatesTheWordsOfSilentErrorsToo)
+{
+    for (const std::int32_t lErr : {-3, -6}) {
+        TestApplication app;
+        clsConversionOptions objOptions = objFailed(lErr);
+
+        ReportValidationErrorCommandLine(app, objOptions);
+
+        EXPECT_TRUE(app.objTranslator.dictTranslations.contains("Target Folder")) << lErr;
+        EXPECT_TRUE(app.objTranslator.dictTranslations.contains("does not exist.")) << lErr;
+        EXPECT_EQ(app.objTranslator.dictTranslations.contains("Create it?"), lErr == -6);
+        EXPECT_EQ(objOptions.sErr, "");
+    }
+}
+
+TEST(ReportValidationErrorCommandLine, EscapesControlCharactersOfPaths)
+{
+    TestApplication app;
+    clsConversionOptions objOptions = objFailed(-4);
+    objOptions.sOriginalFile = "/in/a\nConversion Successful\x1B[2J.bmp";
+
+    ReportValidationErrorCommandLine(app, objOptions);
+
+    EXPECT_EQ(objOptions.sErr,
+              "Original File\r\r/in/a\\x0AConversion Successful\\x1B[2J.bmp\r\rdoes not exist.");
+}

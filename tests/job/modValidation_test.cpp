@@ -123,8 +123,7 @@ TEST_F(ValidateConversion, FailsIfTheTargetFolderCannotBeCreated)
 {
     app.files.MakeReadOnly("/out");
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/a.jpg"), -6);
-    EXPECT_EQ(lErrOf("/p/a.bmp", "a.jpg"), -6);
-    EXPECT_EQ(lErrOf("/p/a.bmp", ""), -6);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "/out/new/deep/"), -6);
 }
 
 TEST_F(ValidateConversion, RequiresATargetTypeWithAnExtension)
@@ -314,4 +313,20 @@ TEST_F(ValidateSpecial, IsChosenByTheLetterAnywhereInTheAction)
     objOptions.sActionToDo = "CS";
     objOptions.lSpecialProcess = 1;
     EXPECT_EQ(lErrOf("/p/a.bmp", "/out/a.bmp"), -101);
+}
+
+TEST_F(ValidateConversion, NeverCompletesAnEmptyTarget)
+{
+    EXPECT_EQ(lErrOf("/p/*.bmp", ""), -9);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "  "), -9);
+    EXPECT_EQ(objOptions.sTargetFile, "  ");
+
+    objOptions.bSaveInOriginalFolder = true;
+    EXPECT_EQ(lErrOf("/p/*.bmp", ""), 0);
+}
+
+TEST_F(ValidateConversion, TakesTheWorkingFolderForTheParentOfABareName)
+{
+    EXPECT_EQ(lErrOf("/p/a.bmp", "a.jpg"), 0);
+    EXPECT_EQ(lErrOf("/p/a.bmp", "out/"), 0);
 }
