@@ -12,7 +12,7 @@
 
 constexpr std::int32_t kNoTimeout = -1;
 // Polling interval: short enough for a click on Pause, long enough not to burn CPU.
-constexpr std::int32_t kMillisecondsPerLook = 20;
+constexpr std::int32_t kPollMilliseconds = 20;
 
 std::int32_t lLaunchTask(Application& app, clsConversionOptions& objOptions)
 {
@@ -36,7 +36,7 @@ std::int32_t lLaunchAndWait(Application& app, const std::string& sProgram, const
         if (lTimeoutSeconds != kNoTimeout && app.svc.objClock.GetTickCount() - lStartTick > lLimit)
             break;
         app.svc.objWindows.DoEvents();
-    } while (!pChild->bWaitForEnd(app.frmMain.bRunning ? kMillisecondsPerLook : 0) && app.frmMain.bRunning);
+    } while (!pChild->bWaitForEnd(app.frmMain.bRunning ? kPollMilliseconds : 0) && app.frmMain.bRunning);
     if (!pChild->bWaitForEnd(0))
         return kErrTimeout;
     lExitCode = pChild->lExitCode();

@@ -1,5 +1,5 @@
 // Dates and times of day as floating point days: parts, differences, sums and texts.
-// Room: scheduler. May use: base.
+// Room: scheduler.
 //
 // A date-time counts days from 30 December 1899; the fraction is the time of day. One with whole part 0 is a
 // bare time of day. Results are rounded to whole seconds, so that sums don't drift. Nothing here knows a time

@@ -28,7 +28,7 @@ TEST(OpenPath, FailsWhenTheOpenerFails)
 {
     TestApplication app;
     app.launcher.exit_code = 3;
-    app.launcher.looks_until_end = 4;
+    app.launcher.polls_until_exit = 4;
 
     EXPECT_FALSE(bOpenPath(app, "/a.bmp"));
 
@@ -38,8 +38,8 @@ TEST(OpenPath, FailsWhenTheOpenerFails)
 TEST(OpenPath, TakesAnOpenerThatStaysForASuccess)
 {
     TestApplication app;
-    app.launcher.looks_until_end = 0;
-    app.clock.ticks_per_question = 20;
+    app.launcher.polls_until_exit = 0;
+    app.clock.ticks_per_call = 20;
 
     EXPECT_TRUE(bOpenPath(app, "/a.bmp"));
 

@@ -116,7 +116,7 @@ TEST_F(JobRun, ReapsLaunchedProgramsPerTaskAndAtItsEnd)
 
     ConversionJobBegin(app);
 
-    EXPECT_EQ(app.launcher.collections, 3);
+    EXPECT_EQ(app.launcher.collect_calls, 3);
 }
 
 TEST_F(JobRun, CountsItsTasksInTheStatusBar)

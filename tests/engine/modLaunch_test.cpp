@@ -58,8 +58,8 @@ TEST_F(Launch, FailsIfTheProgramCannotBeStarted)
 
 TEST_F(Launch, ProcessesEventsAndShowsSecondsWhileWaiting)
 {
-    objLauncher.looks_until_end = 4;
-    objLauncher.on_look = [&] { app.clock.tick += 1500; };
+    objLauncher.polls_until_exit = 4;
+    objLauncher.on_poll = [&] { app.clock.tick += 1500; };
 
     EXPECT_EQ(lRun(), 0);
 
@@ -69,7 +69,7 @@ TEST_F(Launch, ProcessesEventsAndShowsSecondsWhileWaiting)
 
 TEST_F(Launch, SleepsBetweenPollsInsteadOfSpinning)
 {
-    objLauncher.looks_until_end = 3;
+    objLauncher.polls_until_exit = 3;
 
     lRun();
 
@@ -80,8 +80,8 @@ TEST_F(Launch, SleepsBetweenPollsInsteadOfSpinning)
 TEST_F(Launch, GivesUpAfterTheTimeout)
 {
     objOptions.sExtraParams = "32^1^2";
-    objLauncher.looks_until_end = 0;
-    objLauncher.on_look = [&] { app.clock.tick += 1000; };
+    objLauncher.polls_until_exit = 0;
+    objLauncher.on_poll = [&] { app.clock.tick += 1000; };
 
     EXPECT_EQ(lRun(), -11);
 
@@ -91,9 +91,9 @@ TEST_F(Launch, GivesUpAfterTheTimeout)
 TEST_F(Launch, PollsOnceMoreAfterTheTimeout)
 {
     objOptions.sExtraParams = "32^1^0";
-    objLauncher.looks_until_end = 2;
+    objLauncher.polls_until_exit = 2;
     objLauncher.exit_code = 5;
-    objLauncher.on_look = [&] { app.clock.tick += 1; };
+    objLauncher.on_poll = [&] { app.clock.tick += 1; };
 
     EXPECT_EQ(lRun(), 0);
 
@@ -103,15 +103,15 @@ TEST_F(Launch, PollsOnceMoreAfterTheTimeout)
 TEST_F(Launch, TimesOutImmediatelyWithATimeoutOfZero)
 {
     objOptions.sExtraParams = "32^1^0";
-    objLauncher.looks_until_end = 0;
-    objLauncher.on_look = [&] { app.clock.tick += 1; };
+    objLauncher.polls_until_exit = 0;
+    objLauncher.on_poll = [&] { app.clock.tick += 1; };
 
     EXPECT_EQ(lRun(), -11);
 }
 
 TEST_F(Launch, StopsWaitingIfTheRunIsPaused)
 {
-    objLauncher.looks_until_end = 0;
+    objLauncher.polls_until_exit = 0;
     app.windows.on_do_events = [&] { app.frmMain.bRunning = app.windows.do_events < 3; };
 
     EXPECT_EQ(lRun(), -11);

@@ -297,8 +297,8 @@ TEST_F(SpecialTask, LogsALaunchThatTimesOut)
 {
     SetUpLaunch();
     objOptions.sExtraParams = "32^1^5";
-    app.launcher.looks_until_end = 0;
-    app.launcher.on_look = [&] { app.clock.tick += 6000; };
+    app.launcher.polls_until_exit = 0;
+    app.launcher.on_poll = [&] { app.clock.tick += 6000; };
 
     EXPECT_EQ(lRun("/bin/tool", ""), -11);
 
@@ -308,8 +308,8 @@ TEST_F(SpecialTask, LogsALaunchThatTimesOut)
 TEST_F(SpecialTask, LaunchesAgainAfterAPause)
 {
     app.frmMain.fgToDo.AddItem("\t32^1^-1\t1\tS100\t/bin/tool\t\t\t-x\t\t\t\t", 1);
-    app.launcher.looks_until_end = 0;
-    app.launcher.on_look = [&] { app.frmMain.bRunning = false; };
+    app.launcher.polls_until_exit = 0;
+    app.launcher.on_poll = [&] { app.frmMain.bRunning = false; };
     app.frmMain.bRunning = false;
 
     ConversionJobBegin(app);
@@ -318,7 +318,7 @@ TEST_F(SpecialTask, LaunchesAgainAfterAPause)
     EXPECT_EQ(sLog(1, 10), "-");
     EXPECT_EQ(sLog(1, 11), "Process did not complete in the specified time (Timeout)");
 
-    app.launcher.looks_until_end = 1;
+    app.launcher.polls_until_exit = 1;
     ConversionJobBegin(app);
 
     EXPECT_EQ(app.launcher.starts.size(), 2u);

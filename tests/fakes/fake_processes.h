@@ -17,10 +17,10 @@ public:
     std::vector<std::int32_t> waits;   ///< timeout in milliseconds of each poll, in order
     bool can_start = true;
     bool can_open = true;
-    int looks_until_end = 1;  ///< a program exits at this poll; 0: never
+    int polls_until_exit = 1;  ///< a program exits at this poll; 0: never
     std::int32_t exit_code = 0;
-    std::function<void()> on_look;  ///< called during each poll
-    int collections = 0;            ///< number of CollectEnded calls
+    std::function<void()> on_poll;  ///< called during each poll
+    int collect_calls = 0;          ///< number of CollectEnded calls
 
     std::unique_ptr<ChildProcess> pStart(const ProcessStart& start) override
     {
@@ -32,7 +32,7 @@ public:
     {
         return Open("address " + address);
     }
-    void CollectEnded() override { ++collections; }
+    void CollectEnded() override { ++collect_calls; }
 
 private:
     class Child : public ChildProcess
@@ -42,10 +42,10 @@ private:
         bool bWaitForEnd(std::int32_t milliseconds) override
         {
             launcher_.waits.push_back(milliseconds);
-            if (launcher_.on_look)
-                launcher_.on_look();
-            const int looks = static_cast<int>(launcher_.waits.size());
-            return launcher_.looks_until_end != 0 && looks >= launcher_.looks_until_end;
+            if (launcher_.on_poll)
+                launcher_.on_poll();
+            const int polls = static_cast<int>(launcher_.waits.size());
+            return launcher_.polls_until_exit != 0 && polls >= launcher_.polls_until_exit;
         }
         std::int32_t lExitCode() const override { return launcher_.exit_code; }
 

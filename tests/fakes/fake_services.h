@@ -64,14 +64,14 @@ class FakeClock : public Clock
 {
 public:
     std::int64_t tick = 1'000'000;
-    double time = 40000;                  ///< 6 July 2009
-    std::int64_t ticks_per_question = 0;  ///< milliseconds that pass at each GetTickCount
+    double time = 40000;              ///< 6 July 2009
+    std::int64_t ticks_per_call = 0;  ///< milliseconds that pass at each GetTickCount
     mutable std::int64_t passed = 0;
     std::vector<std::int32_t> sleeps;
 
     std::int64_t GetTickCount() const override
     {
-        passed += ticks_per_question;
+        passed += ticks_per_call;
         return tick + passed;
     }
     double dNow() const override { return time; }
