@@ -7,7 +7,7 @@
 RunScope::RunScope(Application& app)
     : m_app(app), m_bWasRunning(app.frmMain.bRunning), m_bHadHourglass(app.frmMainMDI.Hourglass())
 {
-    ++app.frmMain.lRunsInProgress;
+    app.frmMain.lRunsInProgress = app.frmMain.lRunsInProgress + 1;
     app.frmMain.bRunning = true;
     UpdateMenuToolbar(app);
 }
@@ -15,7 +15,7 @@ RunScope::RunScope(Application& app)
 RunScope::~RunScope()
 {
     frmMain& frm = m_app.frmMain;
-    --frm.lRunsInProgress;
+    frm.lRunsInProgress = frm.lRunsInProgress - 1;
     if (frm.bRunning)
         frm.bRunning = m_bWasRunning;
     if (frm.lRunsInProgress == 0)

@@ -15,6 +15,7 @@
 #include "src/controls/image_view.h"
 #include "src/controls/label.h"
 #include "src/controls/lists/combo_box.h"
+#include "src/controls/observed.h"
 #include "src/controls/option_button.h"
 #include "src/controls/scroll_bar.h"
 #include "src/controls/tab_strip.h"
@@ -145,8 +146,9 @@ struct frmMain : Form {
     Action KeySaveLogAsConversionJob{*this, "KeySaveLogAsConversionJob"};
 
     // State of a run
-    bool bRunning = false;              ///< a pause clears it; the run ends when it sees that
-    std::int32_t lRunsInProgress = 0;   ///< runs that were begun and haven't ended, one inside the other
+    Observed<bool> bRunning{false};  ///< a pause clears it; the run ends when it sees that
+    Observed<std::int32_t> lRunsInProgress{
+        0};                             ///< runs that were begun and haven't ended, one inside the other
     bool bRunStopped = false;           ///< the run is to end without finishing its file
     std::int64_t lJobStartTick = 0;     ///< in milliseconds of the tick counter
     std::int32_t lResumeFileIndex = 0;  ///< position in a wildcard task's file list, from 1; 0 for none

@@ -128,3 +128,52 @@ TEST(StopRun, PassesCodeThatHandlesFailures)
 
     EXPECT_THROW(fnHandleFailures(), clsRunStopped);
 }
+
+namespace
+{
+
+/// A view that shows whether a run goes on.
+class RunView : ValueObserver
+{
+public:
+    explicit RunView(Application& app)
+        : m_app(app),
+          m_objRunningWatch(app.frmMain.bRunning, *this),
+          m_objRunsWatch(app.frmMain.lRunsInProgress, *this)
+    {
+    }
+    std::vector<std::string> aStates;
+
+private:
+    void ValueChanged() override
+    {
+        aStates.push_back(!bRunInProgress(m_app) ? "idle" : m_app.frmMain.bRunning ? "running" : "ending");
+    }
+    Application& m_app;
+    Observation m_objRunningWatch;
+    Observation m_objRunsWatch;
+};
+
+}  // namespace
+
+TEST(RunScope, TellsAViewOfBeginAndEnd)
+{
+    TestApplication app;
+    RunView objView(app);
+    {
+        const RunScope objRun(app);
+        EXPECT_EQ(objView.aStates.back(), "running");
+    }
+    EXPECT_EQ(objView.aStates.back(), "idle");
+}
+
+TEST(RunScope, TellsAViewOfAPause)
+{
+    TestApplication app;
+    RunView objView(app);
+    const RunScope objRun(app);
+
+    PauseRun(app);
+
+    EXPECT_EQ(objView.aStates.back(), "ending");
+}
