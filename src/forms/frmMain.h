@@ -36,6 +36,11 @@ struct frmMain : Form {
         frameLabelZoom.SetCaption("Zoom");
         for (CommandButton& cmd : cmdReloadImage)
             cmd.SetToolTipText("Reload image for viewing");
+        // The commands of an empty job. keyConvert stays enabled until the first UpdateMenuToolbar.
+        for (Action* pKey : {&keyRemove, &keyUpdate, &keyRewind, &keyPause, &KeySaveLogAsConversionJob})
+            pKey->SetEnabled(false);
+        for (CommandButton* pButton : {&cmdRemove, &cmdUpdate, &cmdPause})
+            pButton->SetEnabled(false);
     }
 
     // Tables

@@ -15,7 +15,12 @@ constexpr std::int32_t kPanelFile = 8;      ///< file being processed
 constexpr std::int32_t kPanelSeconds = 11;  ///< seconds since the start of the run
 
 struct frmMainMDI : Form {
-    frmMainMDI() : Form("frmMainMDI") {}
+    frmMainMDI() : Form("frmMainMDI")
+    {
+        for (Action* pItem : {&mnuSaveLogAsConversionJob, &mnuRemoveConversionJob, &mnuUpdateConversionJob,
+                              &mnuPause, &mnuRewindConversionJob})
+            pItem->SetEnabled(false);
+    }
 
     StatusBar sbMain{*this, "sbMain"};
     Action mnuNewConversionJob{*this, "mnuNewConversionJob"};

@@ -2,7 +2,6 @@
 #include "src/shell/modMainForms.h"
 
 #include "src/catalogue/modSpecialProcessLists.h"
-#include "src/commands/modMenuToolbar.h"
 #include "src/editing/modMainFormEvents.h"
 #include "src/editing/modRefreshGUI.h"
 #include "src/forms/Application.h"
@@ -32,5 +31,4 @@ void LoadMainForms(Application& app)
     ReadIniFile(app, [&app] { RefreshGUIOptions(app); });
     ConnectMainForm(app);
     SelectGridRow(app, app.frmMain.fgToDo);
-    UpdateMenuToolbar(app);
 }

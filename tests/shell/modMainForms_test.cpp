@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "src/commands/modMenuToolbar.h"
 #include "tests/fakes/test_application.h"
 
 TEST(LoadMainForms, UsesDefaultsWithoutASettingsFile)
@@ -19,7 +20,70 @@ TEST(LoadMainForms, UsesDefaultsWithoutASettingsFile)
     EXPECT_EQ(app.frmMain.sActionToDo, "C");
     EXPECT_TRUE(app.frmMain.rbActionToDo(0).Value());
     EXPECT_TRUE(app.ini.written.empty());
-    EXPECT_FALSE(app.frmMain.keyConvert.Enabled());
+}
+
+TEST(LoadMainForms, OffersTheCommandsOfANewJobAndConvert)
+{
+    TestApplication app;
+
+    LoadMainForms(app);
+    frmMain& frm = app.frmMain;
+    frmMainMDI& mdi = app.frmMainMDI;
+    const std::vector<const Control*> aCommands = {
+        &frm.keyNew,
+        &frm.keyOpen,
+        &frm.keyAdd,
+        &frm.keyRemove,
+        &frm.keyUpdate,
+        &frm.keyRewind,
+        &frm.keyPause,
+        &frm.KeySave,
+        &frm.KeySaveAs,
+        &frm.KeyOpen,
+        &frm.KeySaveLogAsConversionJob,
+        &frm.cmdAdd,
+        &frm.cmdRemove,
+        &frm.cmdUpdate,
+        &frm.cmdPause,
+        &mdi.mnuNewConversionJob,
+        &mdi.mnuOpenConversionJob,
+        &mdi.mnuSaveConversionJob,
+        &mdi.mnuSaveConversionJobAs,
+        &mdi.mnuSaveLogAsConversionJob,
+        &mdi.mnuAddConversionJob,
+        &mdi.mnuRemoveConversionJob,
+        &mdi.mnuUpdateConversionJob,
+        &mdi.mnuPause,
+        &mdi.mnuRewindConversionJob,
+    };
+    const auto EnabledOnes = [&] {
+        std::vector<std::string> aNames;
+        for (const Control* pCommand : aCommands)
+            if (pCommand->Enabled())
+                aNames.push_back(pCommand->sName());
+        return aNames;
+    };
+    const std::vector<std::string> aAtStart = EnabledOnes();
+
+    EXPECT_TRUE(frm.keyConvert.Enabled());
+    EXPECT_TRUE(mdi.mnuBeginConversionJob.Enabled());
+
+    UpdateMenuToolbar(app);
+    EXPECT_EQ(aAtStart, EnabledOnes());
+    EXPECT_FALSE(frm.keyConvert.Enabled());
+    EXPECT_FALSE(mdi.mnuBeginConversionJob.Enabled());
+}
+
+TEST(LoadMainForms, LetsAConvertAtStartSayWhatToDoFirst)
+{
+    TestApplication app;
+    LoadMainForms(app);
+    app.frmMain.SetVisible(true);
+
+    app.frmMain.keyConvert.UserClicks();
+
+    ASSERT_EQ(app.windows.boxes.size(), 1u);
+    EXPECT_EQ(app.windows.boxes[0].text, "Please click the ADD (+) button first, then click Convert");
 }
 
 TEST(LoadMainForms, LoadsTheReportFileFromTheSettings)
