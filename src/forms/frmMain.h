@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <string>
@@ -11,6 +12,7 @@
 #include "src/controls/action.h"
 #include "src/controls/check_box.h"
 #include "src/controls/command_button.h"
+#include "src/controls/family.h"
 #include "src/controls/grid/grid.h"
 #include "src/controls/image_view.h"
 #include "src/controls/label.h"
@@ -28,6 +30,18 @@ constexpr std::int32_t kLogColumns = 12;
 /// Details strings are stored for process numbers 0 to 100.
 constexpr std::int32_t kSpecialProcessSlots = 101;
 
+/// Values of the bars that step numbers go down from here: the middle.
+constexpr std::int32_t kFirstStep = 16000;
+
+/// What a preview was made from, its parameters aside.
+struct PreviewKey {
+    std::int32_t lSpecialProcess = 0;
+    std::int32_t lPage = 0;  ///< from 0
+    std::string sOriginalFile;
+
+    bool operator==(const PreviewKey&) const = default;
+};
+
 struct frmMain : Form {
     frmMain() : Form("frmMain")
     {
@@ -36,6 +50,15 @@ struct frmMain : Form {
         frameLabelZoom.SetCaption("Zoom");
         for (CommandButton& cmd : cmdReloadImage)
             cmd.SetToolTipText("Reload image for viewing");
+        for (Control* pFilledLater : std::initializer_list<Control*>{
+                 &lblSpecialProcessDescription, &lblSpecialProcessTextEntryDescription1,
+                 &lblSpecialProcessTextEntryDescription2, &cbSpecialProcessBoolean, &lblColorSelected1,
+                 &lblColorSelected2, &lblZoomPercentage, &lblFrame(0), &lblFrame(1), &lblFrame(2)})
+            pFilledLater->SetTag("TranslateFalse");
+        lblColorSelected1.SetCaption(std::string(13, ' '));
+        for (ScrollBar* pBar : {&VScrollSpecialProcess1, &VScrollSpecialProcess1b, &VScrollSpecialProcess1c,
+                                &VScrollSpecialProcess2})
+            pBar->SetValue(kFirstStep);
         // The commands of an empty job. keyConvert stays enabled until the first UpdateMenuToolbar.
         for (Action* pKey : {&keyRemove, &keyUpdate, &keyRewind, &keyPause, &KeySaveLogAsConversionJob})
             pKey->SetEnabled(false);
@@ -62,7 +85,7 @@ struct frmMain : Form {
     Frame frameImageViewer{*this, "frameImageViewer"};
     TabStrip tsImageViewer{frameImageViewer, "tsImageViewer"};
     Family<ImageView> ImageViewMain{frameImageViewer, "ImageViewMain", 3};  ///< original, target, preview
-    Family<Label> picZoomMainPicture{frameImageViewer, "picZoomMainPicture", 2};
+    Family<CommandButton> picZoomMainPicture{frameImageViewer, "picZoomMainPicture", 2};
     Family<Frame> framePicNav{frameImageViewer, "framePicNav", 3};
     Family<ScrollBar> HScrollFrame{framePicNav, "HScrollFrame"};
     Family<Label> lblFrame{framePicNav, "lblFrame"};
@@ -93,6 +116,7 @@ struct frmMain : Form {
 
     // Special process
     ComboBox cbSpecialProcesses{frameSpecializedAction, "cbSpecialProcesses", ComboStyle::ListOnly};
+    Label lblSpecialProcessDescription{frameSpecializedAction, "lblSpecialProcessDescription"};
     ComboBox cbOriginalFileSpecialized{frameSelectFilesForSpecialProcessing, "cbOriginalFileSpecialized"};
     ComboBox cbFileTypeOriginalSpecialized{frameSelectFilesForSpecialProcessing,
                                            "cbFileTypeOriginalSpecialized", ComboStyle::ListOnly};
@@ -113,6 +137,14 @@ struct frmMain : Form {
     CommandButton cmdLaunchTargetSpecialized{frameTargetFileSpecialized, "cmdLaunchTargetSpecialized"};
 
     // Inputs of the parameter panel, shared by all processes
+    Label lblSpecialProcessTextEntryDescription1{frameSpecialProcessParameters,
+                                                 "lblSpecialProcessTextEntryDescription1"};
+    Label lblSpecialProcessTextEntryDescription2{frameSpecialProcessParameters,
+                                                 "lblSpecialProcessTextEntryDescription2"};
+    ScrollBar VScrollSpecialProcess1{frameSpecialProcessParameters, "VScrollSpecialProcess1"};
+    ScrollBar VScrollSpecialProcess1b{frameSpecialProcessParameters, "VScrollSpecialProcess1b"};
+    ScrollBar VScrollSpecialProcess1c{frameSpecialProcessParameters, "VScrollSpecialProcess1c"};
+    ScrollBar VScrollSpecialProcess2{frameSpecialProcessParameters, "VScrollSpecialProcess2"};
     TextBox txtSpecialProcessTextEntry1{frameSpecialProcessParameters, "txtSpecialProcessTextEntry1"};
     TextBox txtSpecialProcessTextEntry1b{frameSpecialProcessParameters, "txtSpecialProcessTextEntry1b"};
     TextBox txtSpecialProcessTextEntry1c{frameSpecialProcessParameters, "txtSpecialProcessTextEntry1c"};
@@ -120,6 +152,8 @@ struct frmMain : Form {
     CheckBox cbSpecialProcessBoolean{frameSpecialProcessParameters, "cbSpecialProcessBoolean"};
     ComboBox cbSpecialProcessListBox{frameSpecialProcessParameters, "cbSpecialProcessListBox",
                                      ComboStyle::ListOnly};
+    CommandButton cmdSpecialProcessShowDialog{frameSpecialProcessParameters, "cmdSpecialProcessShowDialog"};
+    Label lblColorSelected1{frameSpecialProcessParameters, "lblColorSelected1"};  ///< shows the colour
     Label lblColorSelected2{frameSpecialProcessParameters, "lblColorSelected2"};  ///< the colour as a number
 
     // Launch
@@ -172,6 +206,7 @@ struct frmMain : Form {
     std::int32_t lViewHeight = 0;
     std::shared_ptr<const ImageBuffer>
         pOriginalImage;  ///< last page loaded into view 0; previews start from it
+    PreviewKey objLastPreview;
 
     // Editing state
     std::string sActionToDo = "C";       ///< "C" or "S": selects the set of fields in use
@@ -181,6 +216,7 @@ struct frmMain : Form {
     std::string sProposedTarget;  ///< the target last proposed while the source was typed
     std::string sProposedTargetSpecialized;
     std::string sImageConversionOptions;
+    std::array<std::int32_t, 4> alLastStep{kFirstStep, kFirstStep, kFirstStep, kFirstStep};
     std::string sCurrentJobFile;     ///< "" at start, "*" after New, else the job file's path
     bool bToDoGridWasSetUp = false;  ///< the first setup formats the table differently from later ones
 

@@ -1,12 +1,17 @@
 // Loads the main forms.
 #include "src/shell/modMainForms.h"
 
+#include "src/base/raised_error.h"
+#include "src/catalogue/modSpecialProcessCatalogue.h"
 #include "src/catalogue/modSpecialProcessLists.h"
+#include "src/editing/modItemFromGUI.h"
 #include "src/editing/modMainFormEvents.h"
 #include "src/editing/modRefreshGUI.h"
 #include "src/forms/Application.h"
 #include "src/job/modFileTypes.h"
 #include "src/job/modTaskTables.h"
+#include "src/panel/modPanelEvents.h"
+#include "src/panel/modParameterPanel.h"
 #include "src/settings/modSettings.h"
 
 static void FillLists(Application& app)
@@ -19,6 +24,19 @@ static void FillLists(Application& app)
     FillInCommandLineThreadPriorityComboBox(app);
 }
 
+// The settings may hold a choice that the process doesn't offer: it then starts with its first values.
+static void ShowFieldsOfAction(Application& app)
+{
+    try {
+        RefreshGUIOptions(app);
+    } catch (const clsRaisedError&) {
+        const std::int32_t lSpecialProcess = lSelectedProcess(app);
+        app.frmMain.asSP_Details.at(static_cast<std::size_t>(lSpecialProcess)) =
+            kFirstStartImageConversionOptions + sFirstStartDetails(*pSpecialProcess(lSpecialProcess));
+        RefreshGUIOptions(app);
+    }
+}
+
 void LoadMainForms(Application& app)
 {
     if (app.bMainFormsLoaded)
@@ -28,7 +46,9 @@ void LoadMainForms(Application& app)
     FillLists(app);
     SetUpToDoGrid(app);
     SetUpLogGrid(app);
-    ReadIniFile(app, [&app] { RefreshGUIOptions(app); });
+    app.objHooks.ShowProcessPanel = ShowProcessPanel;
+    ReadIniFile(app, [&app] { ShowFieldsOfAction(app); });
     ConnectMainForm(app);
+    ConnectPanel(app);
     SelectGridRow(app, app.frmMain.fgToDo);
 }

@@ -14,6 +14,7 @@ class SpecialForm : public EditingForm
 protected:
     SpecialForm()
     {
+        app.objHooks.ShowProcessPanel = nullptr;  // the tests fill the inputs
         frm.rbActionToDo(1).UserClicks();
         frm.sImageConversionOptions = "1^0^FALSE^75^^^^^^^^";
         frm.frameSelectFilesForSpecialProcessing.SetVisible(true);

@@ -98,6 +98,33 @@ TEST(LoadMainForms, LoadsTheReportFileFromTheSettings)
     EXPECT_TRUE(app.frmMain.bDeleteOriginalFileAfterProcessing);
 }
 
+TEST(LoadMainForms, ShowsThePanelOfTheProcessLastUsed)
+{
+    TestApplication app;
+    app.ini.Set("frmMain", "sActionToDO", "S");
+    app.ini.Set("frmMain", "cbSpecialProcesses.ListIndex", "4");
+    app.ini.Set("frmMain", "sSP_Details_SP_FLIP", "1^0^FALSE^75^^^^^^^^1");
+
+    LoadMainForms(app);
+
+    EXPECT_TRUE(app.frmMain.frameSpecializedAction.Visible());
+    EXPECT_EQ(app.frmMain.tsSpecialProcessParameters.TabCaption(1), "Flip Direction");
+    EXPECT_EQ(app.frmMain.cbSpecialProcessListBox.ListIndex(), 1);
+}
+
+TEST(LoadMainForms, StartsAProcessAfreshWhoseStoredChoiceDoesNotExist)
+{
+    TestApplication app;
+    app.ini.Set("frmMain", "sActionToDO", "S");
+    app.ini.Set("frmMain", "cbSpecialProcesses.ListIndex", "4");
+    app.ini.Set("frmMain", "sSP_Details_SP_FLIP", "1^0^FALSE^75^^^^^^^^9");
+
+    LoadMainForms(app);
+
+    EXPECT_EQ(app.frmMain.cbSpecialProcessListBox.ListIndex(), 0);
+    EXPECT_TRUE(app.frmMain.frameSpecializedAction.Visible());
+}
+
 TEST(LoadMainForms, DoesNothingWhenCalledAgain)
 {
     TestApplication app;
