@@ -5,13 +5,16 @@
 #include <string>
 
 #include "src/base/number_text.h"
+#include "src/base/raised_error.h"
 #include "src/base/text.h"
 #include "src/catalogue/modSpecialProcessCatalogue.h"
 #include "src/forms/Application.h"
 #include "src/forms/scope_guards.h"
 #include "src/platform/ini_file.h"
 #include "src/platform/locale.h"
+#include "src/platform/window_services.h"
 #include "src/settings/modMRU.h"
+#include "src/translator/modTranslator.h"
 
 const std::string kFirstStartImageConversionOptions =
     "1^0^FALSE^75^'Varnel'^A batch picture tool^1/1/2007^Orbelan, Inc.^Orbelan 2006^^^";
@@ -46,7 +49,23 @@ public:
     }
     std::int32_t lRead(const std::string& sKey, const std::string& sDefault) const
     {
-        return lToLong(sRead(sKey, sDefault), m_app.svc.objLocale.cDecimalSign());
+        std::int32_t lValue = 0;
+        Apply(sKey, sDefault, [&](const std::string& sValue) { lValue = lNumber(sValue); });
+        return lValue;
+    }
+    /// The standard reading of a Boolean: a word in any case, or a number.
+    bool bRead(const std::string& sKey, const std::string& sDefault) const
+    {
+        bool bValue = false;
+        Apply(sKey, sDefault, [&](const std::string& sValue) {
+            bValue = bToBoolean(sValue, m_app.svc.objLocale.cDecimalSign());
+        });
+        return bValue;
+    }
+    void ReadListIndex(ComboBox& cb, const std::string& sDefault) const
+    {
+        Apply(cb.sName() + ".ListIndex", sDefault,
+              [&](const std::string& sValue) { cb.SetListIndex(lNumber(sValue)); });
     }
     /// True for "TRUE" in any case, False for everything else.
     bool bReadTrue(const std::string& sKey, const std::string& sDefault) const
@@ -65,6 +84,30 @@ public:
     void Write(const std::string& sKey, std::int32_t lValue) const { Write(sKey, std::to_string(lValue)); }
 
 private:
+    std::int32_t lNumber(const std::string& sValue) const
+    {
+        return lToLong(sValue, m_app.svc.objLocale.cDecimalSign());
+    }
+    /// Hands a value over, and the default after it if that raises.
+    void Apply(const std::string& sKey, const std::string& sDefault,
+               const std::function<void(const std::string&)>& fnApply) const
+    {
+        try {
+            fnApply(sRead(sKey, sDefault));
+        } catch (const clsRaisedError& objError) {
+            Refuse(sKey, objError);
+            fnApply(sDefault);
+        }
+    }
+    // A window starts with the default; a run without one shouldn't do something else than it was set to.
+    void Refuse(const std::string& sKey, const clsRaisedError& objError) const
+    {
+        const std::string sText = objError.sDescription() + ": [" + m_sName + "] " + sKey;
+        if (m_app.bCommandLineMode)
+            throw clsRaisedError(objError.lNumber(), sText);
+        m_app.svc.objWindows.MsgBox(sText, sTranslate(m_app, "Error"), BoxIcon::Information, BoxButtons::Ok);
+    }
+
     Application& m_app;
     std::string m_sName;
 };
@@ -112,11 +155,6 @@ static std::string sListIndexKey(const ComboBox& cb)
     return cb.sName() + ".ListIndex";
 }
 
-static void ReadListIndex(const Section& objSection, ComboBox& cb, const std::string& sDefault)
-{
-    cb.SetListIndex(objSection.lRead(sListIndexKey(cb), sDefault));
-}
-
 static void SaveListIndex(const Section& objSection, const ComboBox& cb)
 {
     objSection.Write(sListIndexKey(cb), cb.ListIndex());
@@ -157,8 +195,7 @@ static void ReadSwitches(Application& app, const Section& objSection)
     frm.sLogFile = objSection.sRead("sLogFile", "");
     // Read from this section but saved to the notice's own section, so "don't show again" lasts only until
     // the program exits. This is intentional.
-    app.frmTypeMatchNotification.bDontShowAgain =
-        bToBoolean(objSection.sRead("bDontShowFileMismatchAgain", "False"), app.svc.objLocale.cDecimalSign());
+    app.frmTypeMatchNotification.bDontShowAgain = objSection.bRead("bDontShowFileMismatchAgain", "False");
     app.frmScheduler.bPersistRunning = Section(app, "frmScheduler").lRead("chkPersistRunning", "0") != 0;
 }
 
@@ -173,10 +210,10 @@ static void ReadSpecialFields(Application& app, const Section& objSection)
     frmMain& frm = app.frmMain;
     {
         const InternalChange objChange(app);
-        ReadListIndex(objSection, frm.cbSpecialProcesses, "1");
+        objSection.ReadListIndex(frm.cbSpecialProcesses, "1");
     }
-    ReadListIndex(objSection, frm.cbCommandLineWindowState, "1");
-    ReadListIndex(objSection, frm.cbCommandLineThreadPriority, "1");
+    objSection.ReadListIndex(frm.cbCommandLineWindowState, "1");
+    objSection.ReadListIndex(frm.cbCommandLineThreadPriority, "1");
     frm.txtCommandLineWaitTimeInSeconds.SetText(objSection.sRead("txtCommandLineWaitTimeInSeconds", "-1"));
     for (const SpecialProcessRow& objRow : SpecialProcessCatalogue())
         if (const std::string sOwn = sFirstStartDetails(objRow); !sOwn.empty())
@@ -203,15 +240,15 @@ void ReadIniFile(Application& app, const std::function<void()>& fnRefreshGUIOpti
     if (fnRefreshGUIOptions)
         fnRefreshGUIOptions();
 
-    ReadListIndex(objSection, frm.cbFileTypeTarget, "0");
+    objSection.ReadListIndex(frm.cbFileTypeTarget, "0");
     app.frmMainMDI.mnuBeginConversionJob.SetEnabled(true);
     frm.keyConvert.SetEnabled(true);
     {
         const InternalChange objChange(app);
-        ReadListIndex(objSection, frm.cbFileTypeOriginal, "0");
+        objSection.ReadListIndex(frm.cbFileTypeOriginal, "0");
         frm.cbDoSubfolders.SetValue(objSection.lRead("cbDoSubfolders", "0"));
         frm.cbDoSubfoldersSpecialized.SetValue(objSection.lRead("cbDoSubfoldersSpecialized", "0"));
-        ReadListIndex(objSection, frm.cbFileTypeOriginalSpecialized, "0");
+        objSection.ReadListIndex(frm.cbFileTypeOriginalSpecialized, "0");
         // This list must come last: the target's change handler would take the suggestion made by the fields
         // above for the user's own entry.
         SetUpMRU(app, frm.mruTarget, "mruTarget", frm.cbTargetFile);

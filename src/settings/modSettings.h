@@ -17,8 +17,9 @@ extern const std::string kFirstStartImageConversionOptions;
 
 /// Loads the settings of frmMain into its fields, controls and tables. Fill the combo boxes of types,
 /// processes, window states and priorities first. fnRefreshGUIOptions shows the fields of the chosen action;
-/// it is called after the options are loaded and before the types. Raises clsRaisedError for a malformed
-/// number or an index outside its list; settings loaded so far remain.
+/// it is called after the options are loaded and before the types. A malformed number or an index outside its
+/// list is replaced by the default, and a box names section and key; in a run without windows it raises
+/// clsRaisedError with that text, and settings loaded so far remain.
 void ReadIniFile(Application& app, const std::function<void()>& fnRefreshGUIOptions);
 
 /// Saves them. Does nothing, silently, if the file can't be written.

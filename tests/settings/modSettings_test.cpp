@@ -237,11 +237,13 @@ TEST(ReadIniFile, RaisesTypeMismatchForMalformedNumbers)
     for (const char* sKey : {"fgToDo.ColWidth(4)", "cbFileTypeTarget.ListIndex", "cbDoSubfolders",
                              "bDontShowFileMismatchAgain", "cbSpecialProcesses.ListIndex"}) {
         LoadingApplication app;
+        app.bCommandLineMode = true;
         app.SetMain(sKey, "nonsense");
         EXPECT_EQ(lErrorOf([&] { app.Read(); }), kErrTypeMismatch) << sKey;
         EXPECT_FALSE(app.bInternalGridChange);
     }
     LoadingApplication app;
+    app.bCommandLineMode = true;
     app.ini.Set("frmScheduler", "chkPersistRunning", "");
     EXPECT_EQ(lErrorOf([&] { app.Read(); }), kErrTypeMismatch);
 }
@@ -251,11 +253,52 @@ TEST(ReadIniFile, RaisesAnErrorForAnIndexOutOfRange)
     for (const char* sKey : {"cbSpecialProcesses.ListIndex", "cbFileTypeOriginal.ListIndex"}) {
         for (const char* sValue : {"15", "-2"}) {
             LoadingApplication app;
+            app.bCommandLineMode = true;
             app.SetMain(sKey, sValue);
             EXPECT_EQ(lErrorOf([&] { app.Read(); }), kErrInvalidProcedureCall) << sKey;
             EXPECT_FALSE(app.bInternalGridChange);
         }
     }
+}
+
+TEST(ReadIniFile, NamesSectionAndKeyOfABadValueInARunWithoutWindows)
+{
+    LoadingApplication app;
+    app.bCommandLineMode = true;
+    app.SetMain("cbDoSubfolders", "nonsense");
+
+    try {
+        app.Read();
+        FAIL();
+    } catch (const clsRaisedError& objError) {
+        EXPECT_EQ(objError.sDescription(), "Type mismatch: [frmMain] cbDoSubfolders");
+    }
+    EXPECT_TRUE(app.windows.boxes.empty());
+}
+
+TEST(ReadIniFile, StartsAWindowWithTheDefaultsOfBadValues)
+{
+    LoadingApplication app;
+    app.SetMain("cbDoSubfolders", "nonsense");
+    app.SetMain("cbFileTypeOriginal.ListIndex", "15");
+    app.SetMain("bDontShowFileMismatchAgain", "perhaps");
+    app.ini.Set("frmScheduler", "chkPersistRunning", "maybe");
+    app.SetMain("cbFileTypeTarget.ListIndex", "3");
+
+    app.Read();
+
+    std::vector<std::string> aTexts;
+    for (const auto& objBox : app.windows.boxes) {
+        EXPECT_EQ(objBox.title, "Error");
+        aTexts.push_back(objBox.text.substr(objBox.text.find('[')));
+    }
+    EXPECT_EQ(aTexts, (std::vector<std::string>{
+                          "[frmMain] bDontShowFileMismatchAgain", "[frmScheduler] chkPersistRunning",
+                          "[frmMain] cbFileTypeOriginal.ListIndex", "[frmMain] cbDoSubfolders"}));
+    EXPECT_EQ(app.frmMain.cbFileTypeOriginal.ListIndex(), 0);
+    EXPECT_EQ(app.frmMain.cbDoSubfolders.Value(), 0);
+    EXPECT_EQ(app.frmMain.cbFileTypeTarget.ListIndex(), 3);
+    EXPECT_FALSE(app.frmScheduler.bPersistRunning);
 }
 
 TEST(ReadIniFile, SelectsNothingForIndexMinusOne)
