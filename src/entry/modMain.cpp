@@ -18,6 +18,8 @@
 #include "src/platform/window_services.h"
 #include "src/report/modReportMessage.h"
 #include "src/scheduler/modSchedulerLink.h"
+#include "src/shell/modClosing.h"
+#include "src/shell/modHelpMenu.h"
 #include "src/shell/modMainForms.h"
 #include "src/translator/modTranslator.h"
 #include "src/viewer/modImageViewer.h"
@@ -48,6 +50,8 @@ void ShowMainWindows(Application& app)
     LinkScheduler(app);
     ConnectDialogs(app);
     ConnectImageViewer(app);
+    ConnectHelpMenu(app);
+    ConnectClosing(app);
     app.frmMainMDI.SetVisible(true);
     app.frmMain.SetVisible(true);
     app.frmPleaseWait.SetVisible(false);

@@ -59,6 +59,12 @@ struct frmMain : Form {
         for (ScrollBar* pBar : {&VScrollSpecialProcess1, &VScrollSpecialProcess1b, &VScrollSpecialProcess1c,
                                 &VScrollSpecialProcess2})
             pBar->SetValue(kFirstStep);
+        for (TextBox* pData :
+             {&txtSpecialProcessTextEntry1, &txtSpecialProcessTextEntry1b, &txtSpecialProcessTextEntry1c,
+              &txtSpecialProcessTextEntry2, &txtCommandLineWaitTimeInSeconds})
+            pData->SetTag("TranslateFalse");
+        tbMain.SetActions({&keyNew, &keyOpen, nullptr, &keyAdd, &keyRemove, &keyUpdate, nullptr, &keyRewind,
+                           &keyConvert, &keyPause});
         // The commands of an empty job. keyConvert stays enabled until the first UpdateMenuToolbar.
         for (Action* pKey : {&keyRemove, &keyUpdate, &keyRewind, &keyPause, &KeySaveLogAsConversionJob})
             pKey->SetEnabled(false);
@@ -171,6 +177,7 @@ struct frmMain : Form {
     CommandButton cmdUpdate{*this, "cmdUpdate"};
     CommandButton cmdRemove{*this, "cmdRemove"};
     CommandButton cmdPause{*this, "cmdPause"};
+    ToolBar tbMain{*this, "tbMain"};
     Action keyNew{*this, "keyNew"};
     Action keyOpen{*this, "keyOpen"};
     Action keyAdd{*this, "keyAdd"};

@@ -20,9 +20,20 @@ struct frmMainMDI : Form {
         for (Action* pItem : {&mnuSaveLogAsConversionJob, &mnuRemoveConversionJob, &mnuUpdateConversionJob,
                               &mnuPause, &mnuRewindConversionJob})
             pItem->SetEnabled(false);
+        mnuFile.SetActions({&mnuNewConversionJob, &mnuOpenConversionJob, &mnuSaveConversionJob,
+                            &mnuSaveConversionJobAs, &mnuSaveLogAsConversionJob, nullptr, &mnuLanguage,
+                            &mnuOptions, nullptr, &mnuExit});
+        mnuConversion.SetActions({&mnuAddConversionJob, &mnuRemoveConversionJob, &mnuUpdateConversionJob,
+                                  nullptr, &mnuBeginConversionJob, &mnuPause, &mnuRewindConversionJob,
+                                  &mnuScheduleConversionJob, nullptr, &mnuConversionOptions});
+        mnuHelp.SetActions({&mnuLaunchHelpFile, &mnuHelpOnLine, &cmdHelpCommandLine, nullptr, &mnuAbout,
+                            &mnuHelpProductHomePage, &mnuHelpProductUpdates, &mnuOrbelanHomePage,
+                            &mnuAdditionalImageConversionTools});
     }
 
     StatusBar sbMain{*this, "sbMain"};
+
+    Menu mnuFile{*this, "mnuFile"};
     Action mnuNewConversionJob{*this, "mnuNewConversionJob"};
     Action mnuOpenConversionJob{*this, "mnuOpenConversionJob"};
     Action mnuSaveConversionJob{*this, "mnuSaveConversionJob"};
@@ -30,6 +41,9 @@ struct frmMainMDI : Form {
     Action mnuSaveLogAsConversionJob{*this, "mnuSaveLogAsConversionJob"};
     Action mnuLanguage{*this, "mnuLanguage"};
     Action mnuOptions{*this, "mnuOptions"};
+    Action mnuExit{*this, "mnuExit"};
+
+    Menu mnuConversion{*this, "mnuConversion"};
     Action mnuBeginConversionJob{*this, "mnuBeginConversionJob"};
     Action mnuAddConversionJob{*this, "mnuAddConversionJob"};
     Action mnuRemoveConversionJob{*this, "mnuRemoveConversionJob"};
@@ -39,5 +53,13 @@ struct frmMainMDI : Form {
     Action mnuScheduleConversionJob{*this, "mnuScheduleConversionJob"};
     Action mnuConversionOptions{*this, "mnuConversionOptions"};
 
-    bool bMinimized = false;
+    Menu mnuHelp{*this, "mnuHelp"};
+    Action mnuLaunchHelpFile{*this, "mnuLaunchHelpFile"};
+    Action mnuHelpOnLine{*this, "mnuHelpOnLine"};
+    Action cmdHelpCommandLine{*this, "cmdHelpCommandLine"};
+    Action mnuHelpProductHomePage{*this, "mnuHelpProductHomePage"};
+    Action mnuHelpProductUpdates{*this, "mnuHelpProductUpdates"};
+    Action mnuOrbelanHomePage{*this, "mnuOrbelanHomePage"};
+    Action mnuAdditionalImageConversionTools{*this, "mnuAdditionalImageConversionTools"};
+    Action mnuAbout{*this, "mnuAbout"};
 };

@@ -13,6 +13,8 @@
 #include "src/panel/modPanelEvents.h"
 #include "src/panel/modParameterPanel.h"
 #include "src/settings/modSettings.h"
+#include "src/shell/modMainTexts.h"
+#include "src/translator/modTranslateForm.h"
 
 static void FillLists(Application& app)
 {
@@ -43,6 +45,11 @@ void LoadMainForms(Application& app)
         return;
     app.bMainFormsLoaded = true;
     ReadIniFile(app, app.frmMainMDI);
+    // Now, before lists, tables and panel are filled with texts that are translated already: a translation
+    // must not be taken for an English text.
+    SetMainTexts(app);
+    TranslateForm(app, app.frmMainMDI);
+    TranslateForm(app, app.frmMain);
     FillLists(app);
     SetUpToDoGrid(app);
     SetUpLogGrid(app);
