@@ -23,6 +23,7 @@ static void ShowFile(Application& app, const clsConversionOptions& objFile, std:
     // Intentional: the space goes before the number for a conversion, after it for a special process.
     const bool bConversion = bContains(objFile.sActionToDo, "C");
     app.frmMain.sCurrentFile = objFile.sOriginalFile;
+    app.frmMain.dTaskDone = (lPosition - 1) / static_cast<double>(nCount);
     app.frmMainMDI.sbMain.SetPanel(kPanelFile, objFile.sOriginalFile);
     app.frmMainMDI.sbMain.SetPanel(kPanelPercent, (bConversion ? " " + sPercent : sPercent + " ") +
                                                       sTranslate(app, " Percent Complete "));

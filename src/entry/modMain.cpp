@@ -20,6 +20,7 @@
 #include "src/scheduler/modSchedulerLink.h"
 #include "src/shell/modClosing.h"
 #include "src/shell/modHelpMenu.h"
+#include "src/shell/modJobProgress.h"
 #include "src/shell/modMainForms.h"
 #include "src/translator/modTranslator.h"
 #include "src/viewer/modImageViewer.h"
@@ -52,6 +53,7 @@ void ShowMainWindows(Application& app)
     ConnectImageViewer(app);
     ConnectHelpMenu(app);
     ConnectClosing(app);
+    ConnectJobProgress(app);
     app.frmMainMDI.SetVisible(true);
     app.frmMain.SetVisible(true);
     app.frmPleaseWait.SetVisible(false);

@@ -199,6 +199,7 @@ struct frmMain : Form {
     std::int64_t lJobStartTick = 0;     ///< in milliseconds of the tick counter
     std::int32_t lResumeFileIndex = 0;  ///< position in a wildcard task's file list, from 1; 0 for none
     std::string sCurrentFile;           ///< file being processed
+    double dTaskDone = 0;               ///< part of a wildcard task's files that is done, from 0 to 1
 
     // Last values passed to the image library: a malformed details field keeps them
     std::int32_t lTIFFCompression = 0;

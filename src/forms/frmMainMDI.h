@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "src/controls/action.h"
+#include "src/controls/scroll_bar.h"
 #include "src/controls/status_bar.h"
 
 // Panels of sbMain, counted from 1.
@@ -32,6 +34,8 @@ struct frmMainMDI : Form {
     }
 
     StatusBar sbMain{*this, "sbMain"};
+    ProgressBar pbJob{*this, "pbJob", 0, 1000};  ///< the whole job; hidden while nothing runs
+    std::shared_ptr<void> pJobProgress;          ///< keeps pbJob up to date
 
     Menu mnuFile{*this, "mnuFile"};
     Action mnuNewConversionJob{*this, "mnuNewConversionJob"};

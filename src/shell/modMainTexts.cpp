@@ -71,7 +71,4 @@ void SetMainTexts(Application& app)
     SetFileMenuTexts(app.frmMainMDI);
     SetConversionMenuTexts(app.frmMainMDI);
     SetHelpMenuTexts(app.frmMainMDI);
-    for (Control* pButton :
-         {&app.frmMain.cmdReloadImage(0), &app.frmMain.cmdReloadImage(1), &app.frmMain.cmdReloadImage(2)})
-        pButton->SetToolTipText("Reload image for viewing");
 }
