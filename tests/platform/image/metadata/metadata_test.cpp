@@ -110,7 +110,7 @@ std::uint32_t FirstDirectoryNumber(const Block& exif, std::uint16_t tag)
 }
 
 // The tags that Pillow reads from IFD0, as "tag=value;" in tag order.
-std::string AsPillowReadsIt(const Block& exif)
+std::string TagsByPillow(const Block& exif)
 {
     const TestFolder folder;
     WriteFileContent(folder.Path("exif"), exif);
@@ -126,8 +126,8 @@ std::string AsPillowReadsIt(const Block& exif)
 
 ImageInfoTexts AllTexts()
 {
-    return {"A title", "What is to be seen", "7/4/2021 9:05:00 PM", "Ann Author", "(c) Ann", "Maker & Sons",
-            "Model 7"};
+    return {"A title",      "Trees by a lake", "7/4/2021 9:05:00 PM", "Ann Author", "(c) Ann",
+            "Maker & Sons", "Model 7"};
 }
 
 ImageInfoTexts TitleOnly(const std::string& title)
@@ -147,8 +147,8 @@ TEST(ExifForSave, StoresSevenTextsWhereReadersExpectThem)
 {
     const Block exif = ExifForSave(Pattern(4, 4, 3), AllTexts());
 
-    EXPECT_EQ(AsPillowReadsIt(exif),
-              "010D=A title;010E=What is to be seen;010F=Maker & Sons;0110=Model 7;0132=2021:07:04 21:05:00;"
+    EXPECT_EQ(TagsByPillow(exif),
+              "010D=A title;010E=Trees by a lake;010F=Maker & Sons;0110=Model 7;0132=2021:07:04 21:05:00;"
               "013B=Ann Author;8298=(c) Ann;");
 }
 
@@ -165,7 +165,7 @@ TEST(ExifForSave, KeepsTagsOfSourceButPrefersTexts)
 
         const Block exif = ExifForSave(image, texts);
 
-        EXPECT_EQ(AsPillowReadsIt(exif),
+        EXPECT_EQ(TagsByPillow(exif),
                   "010D=New;010F=Cameras Ltd;0112=1;011A=299.5;011B=299.5;0128=2;"
                   "013B=Somebody with a longer name than the one before;"
                   "9003=2020:01:02 03:04:05;927C=100;A002=64;A003=48;");
@@ -218,7 +218,7 @@ TEST(ExifForSave, DropsTagsThatDescribePixelStorage)
     ImageBuffer image = Pattern(4, 4, 3);
     image.metadata.exif = block;
 
-    EXPECT_EQ(AsPillowReadsIt(ExifForSave(image, {})), "010F=M;");
+    EXPECT_EQ(TagsByPillow(ExifForSave(image, {})), "010F=M;");
 }
 
 TEST(ExifForSave, IgnoresInvalidBlock)
@@ -226,13 +226,13 @@ TEST(ExifForSave, IgnoresInvalidBlock)
     ImageBuffer image = Pattern(4, 4, 3);
     image.metadata.exif = {'X', 'X', 1, 2, 3, 4, 5, 6, 7, 8};
     EXPECT_TRUE(ExifForSave(image, {}).empty());
-    EXPECT_EQ(AsPillowReadsIt(ExifForSave(image, TitleOnly("T"))), "010D=T;");
+    EXPECT_EQ(TagsByPillow(ExifForSave(image, TitleOnly("T"))), "010D=T;");
 }
 
 TEST(ExifForSave, EndsTextAtFirstNul)
 {
     const Block exif = ExifForSave(Pattern(4, 4, 3), TitleOnly(std::string("abcdef\0ghi", 10)));
-    EXPECT_EQ(AsPillowReadsIt(exif), "010D=abcdef;");
+    EXPECT_EQ(TagsByPillow(exif), "010D=abcdef;");
 }
 
 TEST(FinishLoaded, RotatesPictureAndResetsOrientation)
@@ -260,7 +260,7 @@ TEST(FinishLoaded, SurvivesTruncatedAndCorruptBlocks)
 {
     CameraExif camera{.thumbnail = Block(20, 0xAB)};
     const Block good = camera.Build();
-    const auto takes_it = [](const Block& exif) {
+    const auto expect_survival = [](const Block& exif) {
         ImageBuffer image = Pattern(3, 2, 3);
         image.metadata.exif = exif;
         FinishLoaded(image);
@@ -270,19 +270,19 @@ TEST(FinishLoaded, SurvivesTruncatedAndCorruptBlocks)
         EXPECT_EQ(IfdReader(saved).NextDirectory(IfdReader(saved).FirstDirectory()), 0u);
     };
     for (std::size_t n = 0; n <= good.size(); ++n)
-        takes_it(Block(good.begin(), good.begin() + static_cast<long>(n)));
+        expect_survival(Block(good.begin(), good.begin() + static_cast<long>(n)));
     for (std::size_t n = 0; n < good.size(); ++n)
         for (const std::uint8_t value : Block{0x00, 0x01, 0x7F, 0x80, 0xFF}) {
             Block changed = good;
             changed[n] = value;
-            takes_it(changed);
+            expect_survival(changed);
         }
     std::mt19937 random(7);
     for (int i = 0; i < 20000; ++i) {
         Block changed = good;
         for (int k = 0; k < 6; ++k)
             changed[random() % changed.size()] = static_cast<std::uint8_t>(random());
-        takes_it(changed);
+        expect_survival(changed);
     }
 }
 

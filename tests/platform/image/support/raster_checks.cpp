@@ -98,7 +98,7 @@ static void DecodeAll(const Codec& codec, Bytes bytes)
     }
 }
 
-void ExpectAnyByteMayLie(const Codec& codec, const std::vector<std::uint8_t>& file, std::size_t step)
+void ExpectSurvivesCorruption(const Codec& codec, const std::vector<std::uint8_t>& file, std::size_t step)
 {
     std::vector<std::uint8_t> changed = file;
     for (std::size_t i = 0; i < file.size(); i += i < 400 ? step : 41 * step) {
@@ -115,8 +115,8 @@ void ExpectAnyByteMayLie(const Codec& codec, const std::vector<std::uint8_t>& fi
     }
 }
 
-void ExpectCutFilesRefused(const Codec& codec, const std::vector<std::uint8_t>& file,
-                           std::size_t spare_at_end)
+void ExpectRefusedIfTruncated(const Codec& codec, const std::vector<std::uint8_t>& file,
+                              std::size_t spare_at_end)
 {
     for (std::size_t size = 0; size + spare_at_end < file.size(); ++size)
         ASSERT_FALSE(Decoded(codec, Bytes(file).first(size)))

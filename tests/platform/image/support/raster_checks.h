@@ -1,4 +1,4 @@
-// Checks that the tests of all small raster formats make alike.
+// Checks shared by the tests of the small raster formats.
 #pragma once
 
 #include <cstdint>
@@ -7,24 +7,24 @@
 
 #include "tests/platform/image/support/image_tools.h"
 
-/// The pixels as blue, green, red and alpha, whatever the channels are; opaque where there is no alpha.
+/// The pixels as B, G, R, A, whatever the picture's channels; opaque if it has no alpha.
 std::vector<std::uint8_t> BgraOf(const ImageBuffer& image);
 
-/// The first picture of a file as other programs see it, blue, green, red and alpha; empty when they refuse
-/// it.
+/// The first page of a file as other programs decode it, as B, G, R, A; empty if they refuse it.
 std::vector<std::uint8_t> BgraByImageMagick(const std::string& path);
 std::vector<std::uint8_t> BgraByGraphicsMagick(const std::string& path);
 std::vector<std::uint8_t> BgraByPillow(const std::string& path);
 
-/// A picture whose pixels have no order, of a generator that gives the same each time.
+/// Random pixels, the same for the same seed.
 ImageBuffer Noise(std::int32_t width, std::int32_t height, std::int32_t channels, std::uint32_t seed = 1);
 
-/// Decodes file with each of its bytes (of a large one the first 400 and some of the others) changed in
-/// several ways, and expects that it is either refused or gives a whole picture. Every page up to the eighth
-/// is asked for. With a larger step only every step-th of these bytes is changed.
-void ExpectAnyByteMayLie(const Codec& codec, const std::vector<std::uint8_t>& file, std::size_t step = 1);
+/// Corrupts one byte of the file at a time, in several ways, and expects that up to eight pages are either
+/// refused or decode to whole pictures. Of a large file, changes the first 400 bytes and some of the others;
+/// of these, only every step-th.
+void ExpectSurvivesCorruption(const Codec& codec, const std::vector<std::uint8_t>& file,
+                              std::size_t step = 1);
 
-/// Expects that file is refused when any number of bytes is missing at its end, up to as many as it can't do
-/// without.
-void ExpectCutFilesRefused(const Codec& codec, const std::vector<std::uint8_t>& file,
-                           std::size_t spare_at_end = 0);
+/// Expects that the file is refused if any number of bytes is missing at its end, except for the last
+/// spare_at_end ones.
+void ExpectRefusedIfTruncated(const Codec& codec, const std::vector<std::uint8_t>& file,
+                              std::size_t spare_at_end = 0);

@@ -19,7 +19,7 @@ int GifReader::Give(GifFileType* gif, std::uint8_t* out, int count)
     const std::size_t given = std::min(reader.left_.size(), static_cast<std::size_t>(std::max(count, 0)));
     if (given > 0)
         std::memcpy(out, reader.left_.data(), given);
-    const std::ptrdiff_t place = reader.narrowed_ ? reader.narrowed_ - reader.left_.data() : -1;
+    const std::ptrdiff_t place = reader.code_size_ ? reader.code_size_ - reader.left_.data() : -1;
     if (place >= 0 && place < static_cast<std::ptrdiff_t>(given))
         out[place] = kMostGiflibBits;
     reader.left_ = reader.left_.subspan(given);
@@ -91,18 +91,19 @@ void GifReader::SetColours(GifFrame& frame) const
     }
 }
 
-// Reads the image descriptor, and has wide codes decoded by us: giflib refuses them, so it is shown 8 bits.
+// Reads the image descriptor. giflib refuses codes for more than 8 bits per pixel, so it is told 8 and we
+// decode them.
 bool GifReader::ReadImageHeader()
 {
     constexpr std::size_t kDescriptor = 9;
     wide_codes_.reset();
-    narrowed_ = nullptr;
+    code_size_ = nullptr;
     if (left_.size() > kDescriptor) {
         const unsigned flags = left_[kDescriptor - 1];
         const std::size_t colours = (flags & 0x80) != 0 ? std::size_t{2} << (flags & 7) : 0;
         const std::size_t at = kDescriptor + 3 * colours;
         if (at < left_.size() && left_[at] > kMostGiflibBits && left_[at] <= kWidestGifCodes) {
-            narrowed_ = left_.data() + at;
+            code_size_ = left_.data() + at;
             wide_codes_ = std::make_unique<GifWideCodes>(left_[at]);
         }
     }

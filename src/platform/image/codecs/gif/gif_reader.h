@@ -60,7 +60,7 @@ private:
     void SetColours(GifFrame& frame) const;
 
     Bytes left_;
-    const std::uint8_t* narrowed_ = nullptr;    ///< a byte that giflib is told is 8; null = none
+    const std::uint8_t* code_size_ = nullptr;   ///< of a frame with wide codes: giflib is given another
     std::unique_ptr<GifWideCodes> wide_codes_;  ///< of the current frame; null if giflib decodes it
     GifFileType* gif_ = nullptr;
 };

@@ -11,7 +11,7 @@
 
 enum class IconKind : std::uint16_t { kIcon = 1, kCursor = 2 };
 
-/// A directory entry. Don't rely on it before reading the picture itself.
+/// A directory entry. Its size is often wrong: the header of the picture itself decides.
 struct IconEntry {
     std::uint32_t width = 0;  ///< pixels, 1 to 256
     std::uint32_t height = 0;

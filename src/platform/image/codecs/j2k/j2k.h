@@ -4,7 +4,8 @@
 
 #include "src/platform/image/codecs/codec.h"
 
-/// Reading refuses truncated files and those that claim more than their size can hold (j2k_codestream.h).
+/// Reading refuses files with incomplete tiles and those that claim more than their size can hold
+/// (j2k_codestream.h).
 /// j2k_pixels.h describes how components become pixels.
 ///
 /// Writing at quality 100 is lossless (5-3 wavelet, reversible colour transform). Below 100 the 9-7 wavelet

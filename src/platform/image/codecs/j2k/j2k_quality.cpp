@@ -6,9 +6,9 @@
 
 #include "src/platform/image/codecs/j2k/j2k.h"
 
-static constexpr std::size_t kBlock = 8;   // pixels per side
-static constexpr std::size_t kApart = 16;  // pixels from block to block: samples a quarter of the picture
-static constexpr double kStepAt50 = 24;    // levels
+static constexpr std::size_t kBlock = 8;          // pixels per side
+static constexpr std::size_t kBlockSpacing = 16;  // pixels: the blocks are a quarter of the picture
+static constexpr double kStepAt50 = 24;           // levels
 static constexpr double kHalfRoot = 0.70710678118654752;
 
 using BlockOfLevels = std::array<std::array<double, kBlock>, kBlock>;
@@ -20,7 +20,7 @@ static double QuantisationStep(std::int32_t quality)
     return kStepAt50 * (clamped < 50 ? 50 / clamped : 2 - clamped / 50);
 }
 
-static double Lightness(const std::uint8_t* pixel, std::int32_t channels)
+static double Luma(const std::uint8_t* pixel, std::int32_t channels)
 {
     return channels == 1 ? pixel[0] : 0.114 * pixel[0] + 0.587 * pixel[1] + 0.299 * pixel[2];
 }
@@ -46,23 +46,23 @@ static void Transform(BlockOfLevels& block)
 double TargetPsnr(const ImageBuffer& image, std::int32_t quality)
 {
     // A quantised coefficient has a mean squared error of step^2 / 12, or its own square if that is smaller.
-    const double max = QuantisationStep(quality) * QuantisationStep(quality) / 12;
+    const double max_error = QuantisationStep(quality) * QuantisationStep(quality) / 12;
     const auto width = static_cast<std::size_t>(image.width), height = static_cast<std::size_t>(image.height);
     double sum = 0, count = 0;
-    for (std::size_t y = 0; y < height; y += kApart)
-        for (std::size_t x = 0; x < width; x += kApart) {
+    for (std::size_t y = 0; y < height; y += kBlockSpacing)
+        for (std::size_t x = 0; x < width; x += kBlockSpacing) {
             BlockOfLevels block;
             for (std::size_t i = 0; i < kBlock; ++i)
                 for (std::size_t j = 0; j < kBlock; ++j) {
                     const std::size_t pixel =
                         std::min(y + i, height - 1) * width + std::min(x + j, width - 1);
-                    block[i][j] = Lightness(&image.bytes[pixel * static_cast<std::size_t>(image.channels)],
-                                            image.channels);
+                    block[i][j] =
+                        Luma(&image.bytes[pixel * static_cast<std::size_t>(image.channels)], image.channels);
                 }
             Transform(block);
             for (const auto& row : block)
                 for (const double coefficient : row)
-                    sum += std::min(coefficient * coefficient, max);
+                    sum += std::min(coefficient * coefficient, max_error);
             count += kBlock * kBlock;
         }
     constexpr double kMinError = 0.01;  // 68 dB: invisible with 8 bits

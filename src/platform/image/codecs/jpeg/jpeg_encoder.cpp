@@ -89,8 +89,8 @@ Compressor::Compressor(OutputFile& out)
     jpeg.err = Install(errors);
 }
 
-// JFIF stores whole dots per inch or per centimetre; uses whichever is more exact. Without a resolution it
-// declares square pixels.
+// JFIF stores whole dots per inch or per centimetre: uses the unit that is more exact. Declares square pixels
+// if there is no resolution.
 static void SetDensity(jpeg_compress_struct& jpeg, double dots_per_inch_x, double dots_per_inch_y)
 {
     const auto whole = [](double d) { return std::abs(d - std::round(d)) < 0.005; };

@@ -8,8 +8,8 @@ void FailJpeg(j_common_ptr jpeg)
     std::longjmp(reinterpret_cast<JpegErrors*>(jpeg->err)->return_point, 1);
 }
 
-// Warnings have level -1. libjpeg leaves blocks without data grey and goes on, so a truncated picture shows
-// what is there. We only note if that may be nothing. A restart marker ends just its interval.
+// Notes whether a truncated picture may have no data at all. Otherwise nothing needs doing: libjpeg leaves
+// the missing blocks grey and goes on. Warnings have level -1; a restart marker only ends its interval.
 static void OnMessage(j_common_ptr common, int level)
 {
     if (level >= 0 || common->err->msg_code != JWRN_HIT_MARKER || !common->is_decompressor)
