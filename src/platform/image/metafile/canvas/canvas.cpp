@@ -1,4 +1,4 @@
-// Paints with Cairo, and with its own loops for operations that Cairo lacks.
+// Paints scan-converted shapes, and composes what Cairo draws on a layer.
 #include "src/platform/image/metafile/canvas/canvas.h"
 
 #include <new>

@@ -22,7 +22,7 @@ static std::vector<double> NamedDashes(std::uint32_t dash, bool geometric)
     return geometric ? kWide[dash] : kThin[dash];
 }
 
-// Cairo rejects negative lengths and all-zero patterns; stroking with non-finite or tiny ones would never
+// Negative lengths and all-zero patterns have no meaning; stroking with non-finite or tiny ones would never
 // finish.
 static bool AreDashesUsable(const std::vector<double>& dashes, double pixels_per_unit)
 {
