@@ -27,9 +27,13 @@ WindowMirror::WindowMirror(Application& app, Translate translate)
     : app_(app),
       translate_(std::move(translate)),
       makers_{
-          {&app.frmPleaseWait, MakePleaseWait},   {&app.frmTypeMatchNotification, MakeTypeMatchNotification},
-          {&app.frmOptions, MakeOptions},         {&app.frmConversionOptions, MakeConversionOptions},
-          {&app.frmImageViewer, MakeImageViewer}, {&app.frmLanguage, MakeLanguage},
+          {&app.frmAbout, MakeAbout},
+          {&app.frmPleaseWait, MakePleaseWait},
+          {&app.frmTypeMatchNotification, MakeTypeMatchNotification},
+          {&app.frmOptions, MakeOptions},
+          {&app.frmConversionOptions, MakeConversionOptions},
+          {&app.frmImageViewer, MakeImageViewer},
+          {&app.frmLanguage, MakeLanguage},
           {&app.frmScheduler, MakeScheduler},
       }
 {

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -171,6 +172,9 @@ const std::vector<Name> kNames{
     {"frmTypeMatchNotification", Kind::Label, {"lblNotification"}},
     {"frmTypeMatchNotification", Kind::Check, {"chkDontShowAgain"}},
     {"frmTypeMatchNotification", Kind::Button, {"cmdContinue", "cmdCancel"}},
+    {"frmAbout", Kind::Label, {"lblProduct", "lblDescription", "lblVersion"}},
+    {"frmAbout", Kind::Text, {"txtLibraries"}},
+    {"frmAbout", Kind::Button, {"cmdOK"}},
     {"frmConversionOptions", Kind::Tabs, {"SSTab1"}},
     {"frmConversionOptions",
      Kind::Text,
@@ -261,7 +265,7 @@ bool IsOfKind(QObject* object, Kind kind)
         case Kind::Tabs:
             return qobject_cast<QTabBar*>(object) || qobject_cast<QTabWidget*>(object);
         case Kind::Text:
-            return qobject_cast<QLineEdit*>(object);
+            return qobject_cast<QLineEdit*>(object) || qobject_cast<QPlainTextEdit*>(object);
         case Kind::ToolBar:
             return qobject_cast<QToolBar*>(object);
         case Kind::View:

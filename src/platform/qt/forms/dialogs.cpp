@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QDialog>
+#include <QPlainTextEdit>
 
 std::unique_ptr<QWidget> MakePleaseWait(QWidget*, const Translate&)
 {
@@ -33,5 +34,27 @@ std::unique_ptr<QWidget> MakeTypeMatchNotification(QWidget* parent, const Transl
     auto* go_on = Named<QPushButton>("cmdContinue", t("&Continue"));
     go_on->setDefault(true);
     column->addLayout(Row({nullptr, Named<QPushButton>("cmdCancel", t("Ca&ncel")), go_on}));
+    return dialog;
+}
+
+std::unique_ptr<QWidget> MakeAbout(QWidget* parent, const Translate& t)
+{
+    auto dialog = std::make_unique<QDialog>(parent);
+    QVBoxLayout* column = DialogColumn(*dialog);
+    QLabel* product = Caption("lblProduct", QString());
+    QFont font = product->font();
+    font.setPointSizeF(font.pointSizeF() * 1.5);
+    font.setBold(true);
+    product->setFont(font);
+    column->addWidget(product);
+    column->addWidget(Note("lblDescription"));
+    column->addWidget(Caption("lblVersion", QString()));
+    auto* libraries = Named<QPlainTextEdit>("txtLibraries");
+    libraries->setAccessibleName(t("Libraries"));
+    column->addWidget(libraries, 1);
+    auto* ok = Named<QPushButton>("cmdOK");
+    ok->setDefault(true);
+    column->addLayout(Row({nullptr, ok}));
+    dialog->resize(Space(480), Space(400));
     return dialog;
 }

@@ -8,6 +8,7 @@
 #include "src/platform/qt/forms/layout.h"
 
 // Each makes the empty window of the form of that name; parent may be null.
+std::unique_ptr<QWidget> MakeAbout(QWidget* parent, const Translate& translate);
 std::unique_ptr<QWidget> MakePleaseWait(QWidget* parent, const Translate& translate);
 std::unique_ptr<QWidget> MakeTypeMatchNotification(QWidget* parent, const Translate& translate);
 std::unique_ptr<QWidget> MakeOptions(QWidget* parent, const Translate& translate);

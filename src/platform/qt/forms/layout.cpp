@@ -177,8 +177,8 @@ private:
         const int width = button_.fontMetrics().size(Qt::TextShowMnemonic, text).width();
         QRect rest = button_.rect();
         rest.setLeft(std::max((rest.width() - icon.width() - gap - width) / 2, 0));
-        button_.icon().paint(&painter, rest.left(), 0, icon.width(), button_.height(), Qt::AlignCenter,
-                             enabled ? QIcon::Normal : QIcon::Disabled);
+        button_.icon().paint(&painter, rest.left(), (button_.height() - icon.height()) / 2, icon.width(),
+                             icon.height(), Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
         rest.setLeft(rest.left() + icon.width() + gap);
         painter.setPen(enabled ? button_.palette().color(QPalette::Active, QPalette::HighlightedText)
                                : button_.palette().color(QPalette::Disabled, QPalette::ButtonText));

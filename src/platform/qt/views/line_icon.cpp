@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -67,7 +68,8 @@ private:
             return result;
         QSvgRenderer renderer(file.readAll());
         QPainter painter(&result);
-        renderer.render(&painter);
+        const qreal side = std::min(size.width(), size.height());
+        renderer.render(&painter, QRectF((size.width() - side) / 2, (size.height() - side) / 2, side, side));
         painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
         painter.fillRect(result.rect(), colour);
         return result;

@@ -5,15 +5,13 @@
 #include <QTest>
 #include <memory>
 
+#include "src/dialogs/modAbout.h"
 #include "src/dialogs/modConversionOptions.h"
-#include "src/dialogs/modDialogs.h"
 #include "src/dialogs/modLanguageDialog.h"
-#include "src/dialogs/modNotices.h"
 #include "src/dialogs/modOptions.h"
+#include "src/entry/modMain.h"
 #include "src/platform/qt/views/qt_text.h"
 #include "src/platform/qt/window_mirror.h"
-#include "src/scheduler/modSchedulerLink.h"
-#include "src/shell/modMainForms.h"
 #include "src/viewer/modImageViewerDialog.h"
 #include "tests/fakes/test_application.h"
 
@@ -23,17 +21,14 @@ class ShownApplication
 public:
     ShownApplication()
     {
-        LoadMainForms(app);
-        LinkScheduler(app);
-        ConnectDialogs(app);
-        frmPleaseWait_Load(app);
+        app.windows.display = true;
+        mirror = std::make_unique<WindowMirror>(app, [](const char* text) { return QString(text); });
+        ShowMainWindows(app);
         frmOptions_Load(app);
-        mnuLanguage_Click(app);
         frmImageViewer_Load(app);
         frmConversionOptions_Load(app);
-        mirror = std::make_unique<WindowMirror>(app, [](const char* text) { return QString(text); });
-        app.frmMainMDI.SetVisible(true);
-        app.frmMain.SetVisible(true);
+        mnuLanguage_Click(app);
+        mnuAbout_Click(app);
         (void)QTest::qWaitForWindowExposed(&Window());
     }
 
