@@ -170,6 +170,17 @@ TEST(CommandLine, ReportsAMissingDisplayAndExits)
     EXPECT_EQ(objOutcome.sErrors, "Error: There is no display to show the main window on.\n");
 }
 
+TEST(CommandLine, PrintsTheTableOfSwitchesForAQuestionMark)
+{
+    const ScratchFolder objFolder;
+
+    const Outcome objOutcome = objVarnel(objFolder, {"/?"});
+
+    EXPECT_EQ(objOutcome.sOutput, "");
+    EXPECT_TRUE(objOutcome.sErrors.starts_with("Using the command line\n")) << objOutcome.sErrors;
+    EXPECT_NE(objOutcome.sErrors.find("\n/S path   source: "), std::string::npos);
+}
+
 TEST(CommandLine, WritesNoSettingsFile)
 {
     const ScratchFolder objFolder;

@@ -59,6 +59,15 @@ static void EndLine(std::string& lines)
         lines += '\n';
 }
 
+// Short cells line up as columns.
+static void PadCell(std::string& lines)
+{
+    constexpr std::size_t kWidth = 10;
+    const std::size_t line = lines.rfind('\n') + 1;  // 0 for the first line
+    const std::size_t length = lines.size() - line;
+    lines.append(length + 2 < kWidth ? kWidth - length : 2, ' ');
+}
+
 std::string HelpTopicText(std::string_view document, std::int32_t topic)
 {
     static constexpr std::array<std::string_view, 9> kLineEnds{"/h1", "/h2", "/h3", "/p",  "/tr",
@@ -79,7 +88,7 @@ std::string HelpTopicText(std::string_view document, std::int32_t topic)
         if (std::find(kLineEnds.begin(), kLineEnds.end(), name) != kLineEnds.end())
             EndLine(lines);
         else if (name == "/td" || name == "/th")
-            lines += "  ";
+            PadCell(lines);
         rest.remove_prefix(end + 1);
     }
     EndLine(lines);

@@ -3,6 +3,8 @@
 #include <QDesktopServices>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QFont>
+#include <QFontInfo>
 #include <QMessageBox>
 #include <QUrl>
 #include <cstdio>
@@ -86,6 +88,10 @@ public:
         worker_.Run(work, in_run ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     }
 
+    std::string MatchingFont(const std::string& name) const override
+    {
+        return QFontInfo(QFont(ToQt(name))).family().toStdString();
+    }
     bool LaunchHelp(const std::string& help_file, std::int32_t topic) override
     {
         QString guide = ToQt(help_file);

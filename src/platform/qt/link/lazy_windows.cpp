@@ -141,6 +141,11 @@ void LazyWindows::HandleEvents()
         module_->HandleEvents();
 }
 
+std::string LazyWindows::sMatchingFont(const std::string& name) const
+{
+    return module_ ? module_->MatchingFont(name) : "";
+}
+
 void LazyWindows::LaunchHelp(const std::string& help_file, std::int32_t topic)
 {
     WindowModule* module = Open();

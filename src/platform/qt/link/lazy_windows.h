@@ -37,6 +37,7 @@ public:
 
     void LetBoxesOpenWindows() override { boxes_open_windows_ = true; }
     void LaunchHelp(const std::string& help_file, std::int32_t topic) override;
+    std::string sMatchingFont(const std::string& name) const override;
     bool bHasDisplay() const override;
 
 private:

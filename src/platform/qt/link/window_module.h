@@ -37,6 +37,7 @@ public:
     virtual void HandleEvents() = 0;
     /// See Background in background_image.h.
     virtual void RunInBackground(const std::function<void()>& work) = 0;
+    virtual std::string MatchingFont(const std::string& name) const = 0;
     /// False if there is no help to show.
     virtual bool LaunchHelp(const std::string& help_file, std::int32_t topic) = 0;
 };
