@@ -27,21 +27,20 @@ std::optional<std::vector<std::string>> FailOneCall(const Scenario& scenario, co
     const ScratchFolder folder;
     fs::create_directories(folder.Root() / "work");
     scenario.prepare(folder);
-    std::map<std::string, std::string> variables = scenario.variables;
-    variables.insert({{"LD_PRELOAD", FAULTS_LIBRARY},
-                      {"FAULT_ROOT", folder.sPath("work")},
-                      {"FAULT_LOG", folder.sPath("calls")},
-                      {"FAULT_CALL", fault.call},
-                      {"FAULT_NUMBER", std::to_string(number)},
-                      {"FAULT_ACTION", fault.action},
-                      {"FAULT_STAYS", fault.stays ? "1" : "0"},
-                      {"VARNEL_SETTINGS_DIR", folder.sPath("settings")},
-                      {"VARNEL_HOME", folder.sPath("settings")},
-                      {"XDG_RUNTIME_DIR", folder.sPath("runtime")},
-                      {"XDG_DATA_HOME", folder.sPath("data")},
-                      {"LC_ALL", "C"},
-                      {"DISPLAY", ""},
-                      {"WAYLAND_DISPLAY", ""}});
+    const std::map<std::string, std::string> variables = {{"LD_PRELOAD", FAULTS_LIBRARY},
+                                                          {"FAULT_ROOT", folder.sPath(scenario.root)},
+                                                          {"FAULT_LOG", folder.sPath("calls")},
+                                                          {"FAULT_CALL", fault.call},
+                                                          {"FAULT_NUMBER", std::to_string(number)},
+                                                          {"FAULT_ACTION", fault.action},
+                                                          {"FAULT_STAYS", fault.stays ? "1" : "0"},
+                                                          {"VARNEL_SETTINGS_DIR", folder.sPath("settings")},
+                                                          {"VARNEL_HOME", folder.sPath("settings")},
+                                                          {"XDG_RUNTIME_DIR", folder.sPath("runtime")},
+                                                          {"XDG_DATA_HOME", folder.sPath("data")},
+                                                          {"LC_ALL", "C"},
+                                                          {"DISPLAY", ""},
+                                                          {"WAYLAND_DISPLAY", ""}};
     fs::create_directories(folder.Root() / "runtime");
     fs::permissions(folder.Root() / "runtime", fs::perms::owner_all);
 

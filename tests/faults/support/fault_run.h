@@ -17,8 +17,7 @@ struct FaultedRun {
     bool killed = false;  ///< by the fault
 };
 
-/// A run whose outcome can be checked. The program works in the folder "work" of a scratch folder, and only
-/// calls that concern that folder fail.
+/// A run whose outcome can be checked. The program works in the folder "work" of a scratch folder.
 struct Scenario {
     /// Makes the files that the run needs.
     std::function<void(const ScratchFolder&)> prepare;
@@ -26,7 +25,7 @@ struct Scenario {
     std::function<std::vector<std::string>(const ScratchFolder&)> command;
     /// What is wrong after the run: one text for each finding.
     std::function<std::vector<std::string>(const ScratchFolder&, const FaultedRun&)> findings;
-    std::map<std::string, std::string> variables = {};
+    std::string root = "work";  ///< calls fail that concern this folder; the settings are in "settings"
 };
 
 /// What happens at the chosen call.
