@@ -40,11 +40,12 @@ static void Run(const std::vector<std::string>& aArguments)
     BufferImageUtility objImageUtility;
     LazyImageTransform objOperations;
     BackgroundImageTransform objImageTransform(objOperations, objWindows);
+    LazyImageTransform objPreviewTransform;
     PosixProcessLauncher objProcessLauncher(objFileSystem);
     Application app(Services{objFileSystem, objIniFile, objClock, objLocale, objNamedMutex, objFolders,
                              objWindows, objImageFile, objImageUtility, objImageTransform,
                              objProcessLauncher});
-    objWindows.Attach(app);
+    objWindows.Attach(app, objPreviewTransform);
     Main(app, sCommandText(aArguments));
     if (app.frmMain.Visible())
         objWindows.RunWindow();

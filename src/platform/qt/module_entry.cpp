@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include <unistd.h>
 
@@ -17,6 +18,7 @@
 #include "src/platform/qt/background_worker.h"
 #include "src/platform/qt/boxes.h"
 #include "src/platform/qt/link/window_module.h"
+#include "src/platform/qt/preview_worker.h"
 #include "src/platform/qt/views/qt_text.h"
 #include "src/platform/qt/window_mirror.h"
 #include "src/translator/modTranslator.h"
@@ -38,9 +40,19 @@ public:
         SetUpAppearance(application_);
     }
 
-    void Mirror(Application& app) override
+    ~QtWindows() override
+    {
+        if (app_)
+            app_->objHooks.RunPreview = nullptr;
+    }
+
+    void Mirror(Application& app, ImageTransform& preview_operations) override
     {
         app_ = &app;
+        previews_ = std::make_unique<PreviewWorker>(preview_operations);
+        app.objHooks.RunPreview = [this](MakePreview make, ShowImage show) {
+            previews_->Run(std::move(make), std::move(show));
+        };
         mirror_ = std::make_unique<WindowMirror>(
             app, [&app](const char* text) { return ToQt(sTranslate(app, text)); });
     }
@@ -124,6 +136,7 @@ private:
     QApplication application_;
     Application* app_ = nullptr;
     BackgroundWorker worker_;
+    std::unique_ptr<PreviewWorker> previews_;
     std::unique_ptr<WindowMirror> mirror_;
 };
 

@@ -35,9 +35,10 @@ LazyWindows::~LazyWindows()
     Detach();
 }
 
-void LazyWindows::Attach(Application& app)
+void LazyWindows::Attach(Application& app, ImageTransform& preview_operations)
 {
     app_ = &app;
+    preview_operations_ = &preview_operations;
     for (Form* form : std::initializer_list<Form*>{&app.frmPleaseWait, &app.frmMainMDI})
         watches_.push_back(std::make_unique<FormWatch>(*this, *form));
 }
@@ -78,7 +79,7 @@ WindowModule* LazyWindows::Open()
     if (!module_)
         has_display_ = false;
     else if (app_)
-        module_->Mirror(*app_);
+        module_->Mirror(*app_, *preview_operations_);
     return module_;
 }
 

@@ -26,8 +26,9 @@ public:
     LazyWindows& operator=(const LazyWindows&) = delete;
     ~LazyWindows() override;
 
-    /// Call this before a form is shown. The Application must live until Detach.
-    void Attach(Application& app);
+    /// Call this before a form is shown. Both must live until Detach. preview_operations are for previews
+    /// alone.
+    void Attach(Application& app, ImageTransform& preview_operations);
     /// Closes all windows; nothing is shown from then on. Call it before the Application goes.
     void Detach();
     /// Handles events until the frame window is closed.
@@ -60,6 +61,7 @@ private:
 
     HeadlessWindows headless_;
     Application* app_ = nullptr;
+    ImageTransform* preview_operations_ = nullptr;
     std::vector<std::unique_ptr<FormWatch>> watches_;  ///< until the module follows the forms itself
     mutable std::optional<bool> has_display_;
     bool boxes_open_windows_ = false;

@@ -11,6 +11,7 @@
 
 #include "src/platform/window_services.h"
 
+class ImageTransform;
 struct Application;
 
 /// Mirrors the forms of an Application in windows. Needs a display. Nothing throws.
@@ -20,7 +21,8 @@ public:
     virtual ~WindowModule() = default;
 
     /// Shows the forms that are visible, and from now on follows all forms. Call it once.
-    virtual void Mirror(Application& app) = 0;
+    /// Previews are made with preview_operations, on a thread of their own.
+    virtual void Mirror(Application& app, ImageTransform& preview_operations) = 0;
     /// Handles events until the frame window is closed.
     virtual void Run() = 0;
 
