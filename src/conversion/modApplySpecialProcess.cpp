@@ -1,6 +1,7 @@
 // Applies a special process through the image library.
 #include "src/conversion/modApplySpecialProcess.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -45,6 +46,37 @@ static bool bPrepareResize(Application& app, const ImageBuffer& aImage, DetailsV
     return true;
 }
 
+static DetailsValues aDetailsOf(Application& app, const clsConversionOptions& objOptions,
+                                const SpecialProcessRow& objRow)
+{
+    std::string sPrefix;  // required by ReadDetails; the item has already read it
+    DetailsValues aValues = aFreshValues(objRow);
+    ReadDetails(objRow, objOptions.sExtraParams, sPrefix, aValues, app.svc.objLocale.cDecimalSign());
+    return aValues;
+}
+
+ReducedLoading::ReducedLoading(Application& app, const clsConversionOptions& objOptions) : m_app(app)
+{
+    // A picture of twice the size leaves the interpolation enough to choose from. Without interpolation the
+    // result consists of certain pixels of the full picture.
+    constexpr std::int32_t kReserve = 2;
+    constexpr std::int32_t kLargest = 32767;
+    if (bContains(objOptions.sActionToDo, "C") || objOptions.lSpecialProcess != SP_TRANSFORM_RESIZE)
+        return;
+    const DetailsValues aValues = aDetailsOf(app, objOptions, *pSpecialProcess(SP_TRANSFORM_RESIZE));
+    const auto lSize = [&](std::size_t nField) {
+        return std::clamp(std::get<std::int32_t>(aValues[nField]), 0, kLargest);
+    };
+    const bool bInterpolates = std::get<std::int32_t>(aValues[2]) > 0;
+    if (bInterpolates)
+        app.svc.ImageFile1.SetSmallestSize(kReserve * lSize(0), kReserve * lSize(1));
+}
+
+ReducedLoading::~ReducedLoading()
+{
+    m_app.svc.ImageFile1.SetSmallestSize(0, 0);
+}
+
 void CallOperation(Application& app, const SpecialProcessRow& objRow, std::span<const DetailsValue> aValues,
                    ImageBuffer& aImage)
 {
@@ -62,9 +94,7 @@ bool bApplySpecialProcess(Application& app, clsConversionOptions& objOptions, Im
     const SpecialProcessRow* pRow = pSpecialProcess(objOptions.lSpecialProcess);
     if (!pRow || !pRow->fnCall)
         return true;
-    std::string sPrefix;  // required by ReadDetails; the item has already read it
-    DetailsValues aValues = aFreshValues(*pRow);
-    ReadDetails(*pRow, objOptions.sExtraParams, sPrefix, aValues, app.svc.objLocale.cDecimalSign());
+    DetailsValues aValues = aDetailsOf(app, objOptions, *pRow);
     if (objOptions.lSpecialProcess == SP_TRANSFORM_RESIZE && !bPrepareResize(app, aImage, aValues))
         return true;
     CallOperation(app, *pRow, aValues, aImage);

@@ -77,6 +77,13 @@ static bool bLoaded(const Item& objItem, bool bOK)
     return bOK;
 }
 
+// Loads the source, which the special process is applied to next.
+static bool bLoadSource(Item& objItem)
+{
+    const ReducedLoading objReduced(objItem.app, objItem.objOptions);
+    return bLoaded(objItem, objItem.ImageFile1.LoadImage(objItem.objOptions.sOriginalFile, objItem.aImage));
+}
+
 static bool bIsTiff(std::int32_t lType)
 {
     return lType == kTypeTiff;
@@ -145,6 +152,7 @@ static bool bSavePage(Item& objItem)
 // Loads a selected page of the source; keeps the item's first error.
 static bool bLoadSelectedPage(Item& objItem, const std::string& sPage, std::size_t nPosition)
 {
+    const ReducedLoading objReduced(objItem.app, objItem.objOptions);
     if (bLoaded(objItem, objItem.ImageFile1.LoadFrame(objItem.objOptions.sOriginalFile, lToLong(sPage) - 1,
                                                       objItem.aImage)))
         return true;
@@ -237,7 +245,7 @@ static Step AppendSourceToTiff(Item& objItem)
         if (objItem.bProcessRaised)
             return Step::EndItem;
     }
-    if (!bLoaded(objItem, ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage)))
+    if (!bLoadSource(objItem))
         return FailToLoadAndDiscard(objItem);
     // A target without a page that can be read isn't replaced.
     objItem.bOK = bApplyOrFail(objItem) && lCount > 0 && objTarget.bAdd(true);
@@ -254,7 +262,7 @@ static Step ConvertIntoTiff(Item& objItem)
     if (objItem.objDetails.bAppendToTiff && bFileExists(objItem.app, objOptions.sTargetFile))
         return AppendSourceToTiff(objItem);
     objItem.ImageFile1.SetMultiFrameSave(false);
-    if (!bLoaded(objItem, objItem.ImageFile1.LoadImage(objOptions.sOriginalFile, objItem.aImage))) {
+    if (!bLoadSource(objItem)) {
         FailToLoad(objItem);
         return Step::EndItem;
     }
@@ -422,7 +430,7 @@ private:
 
 static void ConvertPlain(Item& objItem, std::int32_t& lResult)
 {
-    if (!bLoaded(objItem, objItem.ImageFile1.LoadImage(objItem.objOptions.sOriginalFile, objItem.aImage))) {
+    if (!bLoadSource(objItem)) {
         FailToLoad(objItem);
         return;
     }

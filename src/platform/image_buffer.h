@@ -80,6 +80,17 @@ struct ImageMetadata {
     std::vector<std::uint8_t> iptc;  ///< IPTC-IIM datasets, the first byte being 0x1C
 };
 
+/// How a picture was reduced while it was decoded: each of its pixels stands for factor by factor pixels of
+/// the full picture. If the full size isn't a multiple of factor, the pixels of one edge reach beyond the
+/// full picture.
+struct Reduction {
+    std::int32_t factor = 1;       ///< 1, 2, 4 or 8
+    std::int32_t full_width = 0;   ///< pixels, if factor isn't 1
+    std::int32_t full_height = 0;  ///< pixels, if factor isn't 1
+    bool beyond_left = false;      ///< which edges reach beyond: left instead of right,
+    bool beyond_top = false;       ///< top instead of bottom
+};
+
 /// One decoded picture, owned by whoever loaded it and lent by reference; moved, not copied. 8 bits a
 /// channel; 1, 3 or 4 channels interleaved (grey; B, G, R; B, G, R, A with alpha not premultiplied); rows top
 /// to bottom without padding.
@@ -95,4 +106,6 @@ struct ImageBuffer {
     double dots_per_inch_x = 0;  ///< 0 when the file doesn't say
     double dots_per_inch_y = 0;
     ImageMetadata metadata;
+    Reduction reduction;  ///< only in pictures loaded for resizing (ImageFile::SetSmallestSize)
+    bool lossy = false;   ///< from a lossily compressed file, so areas of one colour may be slightly uneven
 };

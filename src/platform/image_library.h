@@ -41,6 +41,13 @@ public:
     [[nodiscard]] virtual bool LoadFrame(const std::string& sFile, std::int32_t lFrameIndex,
                                          ImageBuffer& aImage) = 0;
 
+    /// Allows the loads that follow to reduce pictures while decoding them, which takes a fraction of the
+    /// time, to any size that is at least this in both directions; a side of 0 or less is not considered.
+    /// The size is that of the upright picture. 0, 0 at first and to end it. An implementation may ignore it.
+    /// ImageUtility still gives the full size of a reduced picture, and Resize takes it into account; nothing
+    /// else may be done with such a picture.
+    virtual void SetSmallestSize(std::int32_t /*lWidth*/, std::int32_t /*lHeight*/) {}
+
     /// The count of pages; 1 for a format without pages, 0 for a file that can't be read.
     [[nodiscard]] virtual std::int32_t GetFrameCount(const std::string& sFile) = 0;
 

@@ -232,6 +232,25 @@ TEST_F(SpecialTask, RetriesDeletingALockedSource)
     EXPECT_FALSE(app.clock.sleeps.empty());
 }
 
+TEST_F(SpecialTask, LetsLoadReducePictureForInterpolatedResizeOnly)
+{
+    using Sizes = std::vector<std::pair<std::int32_t, std::int32_t>>;
+    AddPictures(1);
+    const auto aSizes = [&](std::int32_t lProcess, const std::string& sDetails) {
+        app.images.smallest_sizes.clear();
+        objOptions.lSpecialProcess = lProcess;
+        objOptions.sExtraParams = "1^0^FALSE^75^^^^^^^^" + sDetails;
+        lRun("/in/1.bmp", "/out/1.bmp");
+        return app.images.smallest_sizes;
+    };
+    EXPECT_EQ(aSizes(2, "320^200^2^0^FALSE^"), (Sizes{{640, 400}}));
+    EXPECT_EQ(aSizes(2, "320^0^1^0^FALSE^"), (Sizes{{640, 0}}));
+    EXPECT_EQ(aSizes(2, "-5^2000000000^1^0^FALSE^"), (Sizes{{0, 65534}}));
+    EXPECT_EQ(aSizes(2, "320^200^0^0^FALSE^"), (Sizes{{0, 0}}));
+    EXPECT_EQ(aSizes(2, "0^0^2^0^FALSE^"), (Sizes{{0, 0}}));
+    EXPECT_EQ(aSizes(24, ""), (Sizes{{0, 0}}));
+}
+
 TEST_F(SpecialTask, LoadsAndSavesForProcess57WithoutAnOperation)
 {
     AddPictures(1);

@@ -33,6 +33,7 @@ void RecordingImageFile::Fill(ImageBuffer& image, const std::string& file, std::
 bool RecordingImageFile::LoadImage(const std::string& file, ImageBuffer& image)
 {
     Record("LoadImage " + file);
+    smallest_sizes.push_back(smallest_size_);
     const std::vector<std::uint8_t> pages = PagesOf(file);
     if (broken.contains(file) || !files_.FileExists(file) || pages.empty())
         return false;
@@ -43,6 +44,7 @@ bool RecordingImageFile::LoadImage(const std::string& file, ImageBuffer& image)
 bool RecordingImageFile::LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image)
 {
     Record("LoadFrame " + file + " " + std::to_string(frame_index));
+    smallest_sizes.push_back(smallest_size_);
     const std::vector<std::uint8_t> pages = PagesOf(file);
     if (broken.contains(file) || !files_.FileExists(file) || frame_index == broken_page || frame_index < 0 ||
         frame_index >= static_cast<std::int32_t>(pages.size()))

@@ -33,9 +33,14 @@ public:
     int unwritable_page = -1;          ///< value of a page that AppendFrame can't write
     std::map<std::string, std::array<std::int32_t, 2>> sizes;  ///< width and height of files; others 1 x 1
     ImageInfoTexts texts;                                      ///< last value passed to SetInfo
+    std::vector<std::pair<std::int32_t, std::int32_t>> smallest_sizes;  ///< in force at each load
 
     bool LoadImage(const std::string& file, ImageBuffer& image) override;
     bool LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image) override;
+    void SetSmallestSize(std::int32_t width, std::int32_t height) override
+    {
+        smallest_size_ = {width, height};
+    }
     std::int32_t GetFrameCount(const std::string& file) override;
     bool SaveBMP(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveBMP", a, s); }
     bool SaveGIF(const ImageBuffer& a, const std::string& s) override { return RecordSave("SaveGIF", a, s); }
@@ -66,6 +71,7 @@ private:
     bool RecordSave(const std::string& operation, const ImageBuffer& image, const std::string& file);
 
     FakeFileSystem& files_;
+    std::pair<std::int32_t, std::int32_t> smallest_size_;
     bool multi_frame_save_ = false;
     std::string open_file_;  ///< the multi-frame file being written; it appears when it is finished
     std::vector<std::uint8_t> open_pages_;

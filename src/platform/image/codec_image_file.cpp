@@ -68,6 +68,7 @@ try {
     const std::int32_t frames = document->decoder->FrameCount();
     const std::int32_t frame = frame_index ? *frame_index : document->decoder->MainFrame();
     ImageBuffer page;
+    document->decoder->SetSmallestSize(smallest_size_);
     const bool done = frame >= 0 && frame < frames && document->decoder->DecodeFrame(frame, page);
     const bool whole = !document->file->ReadFailed();
     if (frames == 1 || !whole)
@@ -80,6 +81,11 @@ try {
 } catch (const std::bad_alloc&) {
     document_.reset();
     return false;
+}
+
+void CodecImageFile::SetSmallestSize(std::int32_t width, std::int32_t height)
+{
+    smallest_size_ = {std::max(width, 0), std::max(height, 0)};
 }
 
 std::int32_t CodecImageFile::GetFrameCount(const std::string& file)

@@ -24,6 +24,7 @@ public:
 
     bool LoadImage(const std::string& file, ImageBuffer& image) override;
     bool LoadFrame(const std::string& file, std::int32_t frame_index, ImageBuffer& image) override;
+    void SetSmallestSize(std::int32_t width, std::int32_t height) override;
     std::int32_t GetFrameCount(const std::string& file) override;
 
     bool SaveBMP(const ImageBuffer& image, const std::string& file) override;
@@ -57,6 +58,7 @@ private:
     const FileSystem& file_system_;
     FileSaver& saver_;
     SaveSettings settings_;
+    SmallestSize smallest_size_;
     bool multi_frame_save_ = false;
     std::unique_ptr<OpenDocument> document_;
     std::unique_ptr<TiffDocument> growing_;  ///< the file that AppendFrame adds to
@@ -66,6 +68,12 @@ private:
 class BufferImageUtility : public ImageUtility
 {
 public:
-    std::int32_t GetWidth(const ImageBuffer& image) const override { return image.width; }
-    std::int32_t GetHeight(const ImageBuffer& image) const override { return image.height; }
+    std::int32_t GetWidth(const ImageBuffer& image) const override
+    {
+        return image.reduction.factor > 1 ? image.reduction.full_width : image.width;
+    }
+    std::int32_t GetHeight(const ImageBuffer& image) const override
+    {
+        return image.reduction.factor > 1 ? image.reduction.full_height : image.height;
+    }
 };

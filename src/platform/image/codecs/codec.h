@@ -13,6 +13,13 @@
 class InputFile;
 class OutputFile;
 
+/// The least size that a decoder may reduce a picture to; 0 for a side that isn't considered, both 0 if
+/// pictures must not be reduced.
+struct SmallestSize {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+};
+
 /// An open file. It keeps what makes the next page cheap: reading all pages in order costs one pass.
 class ImageDecoder
 {
@@ -22,6 +29,9 @@ public:
     [[nodiscard]] virtual std::int32_t FrameCount() = 0;
     /// The page to load when none is named.
     [[nodiscard]] virtual std::int32_t MainFrame() { return 0; }
+    /// Allows DecodeFrame to reduce pictures (see ImageBuffer::reduction). upright is the smallest size after
+    /// EXIF's orientation is applied. Formats that can't reduce cheaply ignore it.
+    virtual void SetSmallestSize(SmallestSize /*upright*/) {}
     /// Decodes page `frame`, 0 to FrameCount() - 1. False if the page is broken, truncated or over the
     /// limits; image is then unchanged. Throws only std::bad_alloc. Pixels have 8 bits per channel and
     /// are in the colour space of the profile, if any. Any orientation is applied except EXIF's, which is

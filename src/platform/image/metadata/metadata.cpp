@@ -96,6 +96,13 @@ static void SetXmpOrientation(std::vector<std::uint8_t>& xmp)
     }
 }
 
+bool OrientationSwapsSides(Bytes exif)
+{
+    const IfdReader reader(exif);
+    const auto entry = Orientation(reader);
+    return entry && reader.Number(*entry).value_or(1) >= 5;
+}
+
 void FinishLoaded(ImageBuffer& image)
 {
     std::vector<std::uint8_t>& exif = image.metadata.exif;

@@ -30,6 +30,9 @@ std::vector<std::uint8_t> ExifForSave(const ImageBuffer& image, const ImageInfoT
 /// without EXIF. Throws std::bad_alloc and then leaves the pixels unchanged.
 void FinishLoaded(ImageBuffer& image);
 
+/// True if the orientation in an EXIF block swaps width and height.
+bool OrientationSwapsSides(Bytes exif);
+
 /// The resolution in an EXIF block, in dots per inch; both 0 if it has none.
 struct ExifResolution {
     double dots_per_inch_x = 0;

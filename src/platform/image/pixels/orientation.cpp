@@ -100,6 +100,17 @@ static void SwapSides(ImageBuffer& image)
 {
     std::swap(image.width, image.height);
     std::swap(image.dots_per_inch_x, image.dots_per_inch_y);
+    std::swap(image.reduction.full_width, image.reduction.full_height);
+    std::swap(image.reduction.beyond_left, image.reduction.beyond_top);
+}
+
+static void OrientEdges(Reduction& reduction, std::int32_t orientation)
+{
+    // After the transposition of 5 to 8: 6 and 7 mirror, 7 and 8 flip.
+    const bool mirrors = orientation == 2 || orientation == 3 || orientation == 6 || orientation == 7;
+    const bool flips = orientation == 3 || orientation == 4 || orientation == 7 || orientation == 8;
+    reduction.beyond_left = reduction.beyond_left != mirrors;
+    reduction.beyond_top = reduction.beyond_top != flips;
 }
 
 template <std::size_t kChannels>
@@ -113,6 +124,7 @@ static void Apply(ImageBuffer& image, std::int32_t orientation)
         FlipRows(image);
     if (orientation == 2 || orientation == 3)
         MirrorRows<kChannels>(image);
+    OrientEdges(image.reduction, orientation);
 }
 
 void ApplyOrientation(ImageBuffer& image, std::int32_t orientation)
@@ -168,6 +180,8 @@ ImageBuffer OrientedCopy(const ImageBuffer& image, std::int32_t orientation)
     result.dots_per_inch_x = image.dots_per_inch_x;
     result.dots_per_inch_y = image.dots_per_inch_y;
     result.metadata = image.metadata;
+    result.reduction = image.reduction;
+    result.lossy = image.lossy;
     if (image.channels == 1)
         result.bytes = Oriented<1>(image, orientation);
     else if (image.channels == 3)
@@ -176,5 +190,6 @@ ImageBuffer OrientedCopy(const ImageBuffer& image, std::int32_t orientation)
         result.bytes = Oriented<4>(image, orientation);
     if (IsTransposing(orientation))
         SwapSides(result);
+    OrientEdges(result.reduction, orientation);
     return result;
 }

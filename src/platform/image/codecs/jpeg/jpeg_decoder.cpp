@@ -127,13 +127,27 @@ class JpegDecoder : public ImageDecoder
 public:
     JpegDecoder(Bytes file, JpegSegments segments) : file_(file), segments_(std::move(segments)) {}
     std::int32_t FrameCount() override { return 1; }
+    void SetSmallestSize(SmallestSize upright) override { smallest_size_ = upright; }
     bool DecodeFrame(std::int32_t frame, ImageBuffer& image) override;
 
 private:
     Bytes file_;
     JpegSegments segments_;
+    SmallestSize smallest_size_;
 };
 }  // namespace
+
+// The largest factor that leaves the picture at least as large as size.
+static std::int32_t ReductionFactor(const jpeg_decompress_struct& jpeg, SmallestSize size)
+{
+    if (size.width <= 0 && size.height <= 0)
+        return 1;
+    for (const std::int32_t factor : {8, 4, 2})
+        if (jpeg.image_width / static_cast<JDIMENSION>(factor) >= static_cast<JDIMENSION>(size.width) &&
+            jpeg.image_height / static_cast<JDIMENSION>(factor) >= static_cast<JDIMENSION>(size.height))
+            return factor;
+    return 1;
+}
 
 // Decodes pictures that libjpeg can output as grey or BGR directly.
 static bool DecodeRows(Decompressor& decompressor, ImageBuffer& image)
@@ -182,8 +196,9 @@ static bool DecodeInkRows(Decompressor& decompressor, Bytes profile, ImageBuffer
 // whose data stops with zeros, which isn't grey.
 static bool IsEmptyPicture(const jpeg_decompress_struct& jpeg, const ImageBuffer& image)
 {
-    const auto left = static_cast<std::size_t>(std::min(image.width, jpeg.max_h_samp_factor * DCTSIZE));
-    const auto top = static_cast<std::size_t>(std::min(image.height, jpeg.max_v_samp_factor * DCTSIZE));
+    const int block = jpeg.min_DCT_scaled_size;  // pixels
+    const auto left = static_cast<std::size_t>(std::min(image.width, jpeg.max_h_samp_factor * block));
+    const auto top = static_cast<std::size_t>(std::min(image.height, jpeg.max_v_samp_factor * block));
     const auto pixel = static_cast<std::size_t>(image.channels);
     const std::size_t stride = static_cast<std::size_t>(image.width) * pixel;
     const Bytes bytes(image.bytes);
@@ -227,9 +242,21 @@ bool JpegDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
         return false;
     jpeg.out_color_space = is_grey ? JCS_GRAYSCALE : has_inks ? JCS_CMYK : JCS_EXT_BGR;
 
-    ImageBuffer result;
-    if (!Allocate(result, jpeg.image_width, jpeg.image_height, is_grey ? 1 : 3))
+    SmallestSize smallest = smallest_size_;
+    if (OrientationSwapsSides(segments_.metadata.exif))
+        std::swap(smallest.width, smallest.height);
+    const std::int32_t factor = ReductionFactor(jpeg, smallest);
+    jpeg.scale_num = 1;
+    jpeg.scale_denom = static_cast<unsigned>(factor);
+    if (!Try(decompressor.errors, [&jpeg] { jpeg_calc_output_dimensions(&jpeg); }))
         return false;
+    ImageBuffer result;
+    if (!Allocate(result, jpeg.output_width, jpeg.output_height, is_grey ? 1 : 3))
+        return false;
+    if (factor > 1)
+        result.reduction = {factor, static_cast<std::int32_t>(jpeg.image_width),
+                            static_cast<std::int32_t>(jpeg.image_height)};
+    result.lossy = true;
     if (jpeg_has_multiple_scans(&jpeg)) {
         // libjpeg keeps all coefficients until the last scan.
         const std::uint64_t coefficients = BlockCount(jpeg) * sizeof(JBLOCK);

@@ -125,10 +125,30 @@ void AlongRow(const float* sums, const ResizeWeights& weights, std::uint8_t* tar
     }
 }
 
+// Of a reduced picture, only what is inside the full one is scaled.
+ResizeWeights WeightsAcross(const ImageBuffer& image, std::int32_t width, bool cubic)
+{
+    const Reduction& reduction = image.reduction;
+    if (reduction.factor <= 1)
+        return ComputeResizeWeights(image.width, width, cubic);
+    const double extent = static_cast<double>(reduction.full_width) / reduction.factor;
+    return ComputeResizeWeights(image.width, reduction.beyond_left ? image.width - extent : 0, extent, width,
+                                cubic);
+}
+ResizeWeights WeightsDown(const ImageBuffer& image, std::int32_t height, bool cubic)
+{
+    const Reduction& reduction = image.reduction;
+    if (reduction.factor <= 1)
+        return ComputeResizeWeights(image.height, height, cubic);
+    const double extent = static_cast<double>(reduction.full_height) / reduction.factor;
+    return ComputeResizeWeights(image.height, reduction.beyond_top ? image.height - extent : 0, extent,
+                                height, cubic);
+}
+
 void ResizeSmoothly(const ImageBuffer& image, ImageBuffer& result, bool cubic)
 {
-    const ResizeWeights across = ComputeResizeWeights(image.width, result.width, cubic);
-    const ResizeWeights down = ComputeResizeWeights(image.height, result.height, cubic);
+    const ResizeWeights across = WeightsAcross(image, result.width, cubic);
+    const ResizeWeights down = WeightsDown(image, result.height, cubic);
     const bool weighed = !IsOpaque(image);
     const std::size_t row = Stride(image), pixels = static_cast<std::size_t>(image.width);
     const auto along = image.channels == 1   ? AlongRow<1, false>
@@ -165,7 +185,7 @@ OperationResult Resize(const ImageBuffer& source, ImageBuffer& result, std::int3
 {
     width = std::max(width, 1);
     height = std::max(height, 1);
-    if (width == source.width && height == source.height)
+    if (width == source.width && height == source.height && source.reduction.factor == 1)
         return OperationResult::Unchanged;
     ImageBuffer scaled;
     if (!Allocate(scaled, static_cast<std::uint64_t>(width), static_cast<std::uint64_t>(height),
@@ -176,6 +196,7 @@ OperationResult Resize(const ImageBuffer& source, ImageBuffer& result, std::int3
     else
         ResizeSmoothly(source, scaled, interpolation >= 2);
     TakePixels(source, result, std::move(scaled));
+    result.reduction = {};
     return OperationResult::Changed;
 }
 

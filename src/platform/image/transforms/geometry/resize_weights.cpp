@@ -22,7 +22,13 @@ static double Cubic(double distance)
 
 ResizeWeights ComputeResizeWeights(std::int32_t source, std::int32_t target, bool cubic)
 {
-    const double step = static_cast<double>(source) / target;
+    return ComputeResizeWeights(source, 0, source, target, cubic);
+}
+
+ResizeWeights ComputeResizeWeights(std::int32_t source, double begin, double extent, std::int32_t target,
+                                   bool cubic)
+{
+    const double step = extent / target;
     const double widen = std::max(1.0, step);
     const double reach = (cubic ? 2 : 1) * widen;
 
@@ -33,7 +39,7 @@ ResizeWeights ComputeResizeWeights(std::int32_t source, std::int32_t target, boo
     result.weights.assign(static_cast<std::size_t>(target) * result.taps, 0.F);
     std::vector<double> exact(result.taps);
     for (std::size_t i = 0; i < result.first.size(); ++i) {
-        const double middle = (static_cast<double>(i) + 0.5) * step;
+        const double middle = begin + (static_cast<double>(i) + 0.5) * step;
         const auto first = std::clamp(static_cast<std::int32_t>(std::floor(middle - reach)), 0,
                                       source - static_cast<std::int32_t>(result.taps));
         double sum = 0;

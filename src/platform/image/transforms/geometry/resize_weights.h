@@ -21,4 +21,8 @@ struct ResizeWeights {
 /// -0.5), widened by source / target when shrinking. Throws std::bad_alloc.
 ResizeWeights ComputeResizeWeights(std::int32_t source, std::int32_t target, bool cubic);
 
+/// The same if the picture is only a part of the source pixels: it begins at begin and is extent long.
+ResizeWeights ComputeResizeWeights(std::int32_t source, double begin, double extent, std::int32_t target,
+                                   bool cubic);
+
 }  // namespace transforms

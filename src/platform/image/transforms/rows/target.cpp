@@ -33,6 +33,7 @@ void TakePixels(const ImageBuffer& source, ImageBuffer& result, ImageBuffer&& pi
     pixels.dots_per_inch_x = source.dots_per_inch_x;
     pixels.dots_per_inch_y = source.dots_per_inch_y;
     pixels.metadata = source.metadata;
+    pixels.lossy = source.lossy;
     result = std::move(pixels);
 }
 
