@@ -83,6 +83,7 @@ namespace
 {
 /// How a tile component is divided into precincts and code blocks.
 struct CodingStyle {
+    bool reversible = true;
     std::uint64_t layers = 1;
     std::uint32_t levels = 0;
     std::uint32_t block_width = 6, block_height = 6;           ///< log2
@@ -147,7 +148,8 @@ static bool ReadStyle(ByteReader& reader, bool has_precincts, CodingStyle& style
     style.levels = reader.U8();
     style.block_width = reader.U8() + 2u;
     style.block_height = reader.U8() + 2u;
-    reader.Take(2);  // code block style and wavelet
+    reader.U8();  // code block style
+    style.reversible = reader.U8() == 1;
     if (reader.Failed() || style.levels > 32 || style.block_width > 10 || style.block_height > 10)
         return false;
     for (std::size_t i = 0; i <= style.levels; ++i) {
@@ -212,6 +214,7 @@ bool CodestreamChecker::TakeStyle(std::uint16_t marker, Bytes segment, std::int6
     style.layers = layers_;
     if (end > components || !ReadStyle(reader, has_precincts, style))
         return false;
+    layout_.lossy = layout_.lossy || !style.reversible;
     Amount amount;
     const auto tiles = static_cast<std::int64_t>(tiles_.size());
     for (std::int64_t n = tile < 0 ? 0 : tile; n < (tile < 0 ? tiles : tile + 1); ++n)

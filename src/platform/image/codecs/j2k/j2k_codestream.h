@@ -26,6 +26,7 @@ struct J2kLayout {
     std::vector<J2kBareMarker> bare_markers;
     std::uint64_t parts_end = 0;  ///< where the last tile-part ends
     bool has_end = false;         ///< the end marker comes next
+    bool lossy = false;           ///< a component uses the irreversible wavelet
 
     std::uint64_t TilesAcross() const;
     std::uint64_t TilesDown() const;

@@ -88,6 +88,7 @@ bool J2kDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
     result.dots_per_inch_x = file_.dots_per_inch_x;
     result.dots_per_inch_y = file_.dots_per_inch_y;
     result.metadata = file_.metadata;
+    result.lossy = layout_.lossy;
     image = std::move(result);
     return true;
 }

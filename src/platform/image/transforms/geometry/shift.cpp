@@ -52,23 +52,44 @@ OperationResult Shift(const ImageBuffer& source, ImageBuffer& result, std::int32
     return target.Finish();
 }
 
-static bool IsSame(const std::uint8_t* one, const std::uint8_t* other, std::int32_t channels)
+namespace
 {
-    return (channels == 4 && one[3] == 0 && other[3] == 0) ||
-           std::memcmp(one, other, static_cast<std::size_t>(channels)) == 0;
-}
+// What counts as the border colour.
+struct Comparison {
+    std::int32_t channels;
+    int tolerance;  // levels per channel
+
+    explicit Comparison(const ImageBuffer& image)
+        : channels(image.channels), tolerance(image.lossy ? kLossyTolerance : 0)
+    {
+    }
+    bool IsSame(const std::uint8_t* one, const std::uint8_t* other) const
+    {
+        if (channels == 4 && one[3] == 0 && other[3] == 0)
+            return true;
+        for (std::int32_t c = 0; c < channels; ++c)
+            if (std::abs(one[c] - other[c]) > tolerance)
+                return false;
+        return true;
+    }
+
+private:
+    // The ringing beside an edge in a JPEG of medium quality.
+    static constexpr int kLossyTolerance = 24;
+};
+}  // namespace
 
 // How many consecutive pixels, step bytes apart, have the colour; at most count.
 static std::int32_t RunLength(const std::uint8_t* pixel, std::int64_t step, std::int32_t count,
-                              std::int32_t channels, const std::uint8_t* colour)
+                              const Comparison& comparison, const std::uint8_t* colour)
 {
     std::int32_t found = 0;
-    while (found < count && IsSame(pixel + found * step, colour, channels))
+    while (found < count && comparison.IsSame(pixel + found * step, colour))
         ++found;
     return found;
 }
 
-static PixelValue BorderColour(const ImageBuffer& image)
+static PixelValue BorderColour(const ImageBuffer& image, const Comparison& comparison)
 {
     const auto channels = static_cast<std::size_t>(image.channels);
     const std::uint8_t* top = Row(image, 0);
@@ -78,9 +99,8 @@ static PixelValue BorderColour(const ImageBuffer& image)
     std::ptrdiff_t best_count = 0;
     const std::uint8_t* best = top;
     for (const std::uint8_t* corner : corners) {
-        const auto equal = std::count_if(std::begin(corners), std::end(corners), [&](const auto* other) {
-            return IsSame(corner, other, image.channels);
-        });
+        const auto equal = std::count_if(std::begin(corners), std::end(corners),
+                                         [&](const auto* other) { return comparison.IsSame(corner, other); });
         if (equal > best_count) {
             best_count = equal;
             best = corner;
@@ -95,10 +115,11 @@ OperationResult Autocrop(const ImageBuffer& source, ImageBuffer& result)
 {
     if (source.width < 1 || source.height < 1)
         return OperationResult::Unchanged;
-    const PixelValue colour = BorderColour(source);
+    const Comparison comparison(source);
+    const PixelValue colour = BorderColour(source, comparison);
     const std::int32_t width = source.width, channels = source.channels;
     const auto whole_row = [&](std::int32_t y) {
-        return RunLength(Row(source, y), channels, width, channels, colour.data()) == width;
+        return RunLength(Row(source, y), channels, width, comparison, colour.data()) == width;
     };
     std::int32_t top = 0, bottom = source.height;
     while (top < bottom && whole_row(top))
@@ -111,8 +132,8 @@ OperationResult Autocrop(const ImageBuffer& source, ImageBuffer& result)
     std::int32_t left = width, right = width;  // border widths so far
     for (std::int32_t y = top; y < bottom; ++y) {
         const std::uint8_t* first = Row(source, y);
-        left = RunLength(first, channels, left, channels, colour.data());
-        right = RunLength(first + Stride(source) - channels, -channels, right, channels, colour.data());
+        left = RunLength(first, channels, left, comparison, colour.data());
+        right = RunLength(first + Stride(source) - channels, -channels, right, comparison, colour.data());
     }
     const std::int32_t new_width = width - left - right, new_height = bottom - top;
     if (new_width == width && new_height == source.height)

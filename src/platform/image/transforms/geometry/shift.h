@@ -17,8 +17,9 @@ OperationResult Shift(const ImageBuffer& source, ImageBuffer& result, std::int32
 
 /// Crops the outer rows and columns that are entirely of the border colour. That is the most frequent colour
 /// of the four corners; a tie goes to the first in the order top left, top right, bottom left, bottom right.
-/// Colours are equal if all channels are; fully transparent pixels are all equal. A picture of a single
-/// colour doesn't change.
+/// Colours are equal if all channels are, in pictures from lossily compressed files to within the 24 levels
+/// that the compression may leave beside an edge; fully transparent pixels are all equal. A picture of a
+/// single colour doesn't change.
 OperationResult Autocrop(const ImageBuffer& source, ImageBuffer& result);
 
 }  // namespace transforms

@@ -7,6 +7,7 @@
 #include "src/platform/image/codecs/jpeg/jpeg.h"
 #include "src/platform/image/metadata/metadata.h"
 #include "src/platform/image/transforms/geometry/resize.h"
+#include "src/platform/image/transforms/geometry/shift.h"
 #include "tests/platform/image/support/host_files.h"
 #include "tests/platform/image/support/image_tools.h"
 
@@ -130,4 +131,32 @@ TEST(JpegReduction, KeepsProfileAndMetadata)
     EXPECT_EQ(reduced.reduction.factor, 8);
     EXPECT_EQ(reduced.metadata.xmp, image.metadata.xmp);
     EXPECT_EQ(reduced.dots_per_inch_x, 300);
+}
+
+TEST(LossyPictures, AreCroppedDespiteCompressionNoise)
+{
+    // A picture in a white frame, as scanned slides and exported charts have it.
+    const ImageBuffer inside = Photograph(200, 160, 3);
+    ImageBuffer image = Pattern(256, 224, 3);
+    std::fill(image.bytes.begin(), image.bytes.end(), std::uint8_t{250});
+    for (std::size_t y = 0; y < 160; ++y)
+        std::copy_n(inside.bytes.begin() + static_cast<std::ptrdiff_t>(y * 600), 600,
+                    image.bytes.begin() + static_cast<std::ptrdiff_t>(((y + 29) * 256 + 21) * 3));
+    for (const std::int32_t quality : {60, 75, 90}) {
+        SaveSettings settings;
+        settings.jpeg_quality = quality;
+        ImageBuffer lossy = Loaded(Encoded(kJpegCodec, image, settings), {});
+        ASSERT_TRUE(lossy.lossy);
+        ImageBuffer exact = lossy;
+        exact.lossy = false;
+
+        ASSERT_NE(transforms::Autocrop(lossy, lossy), OperationResult::Failed);
+        ASSERT_NE(transforms::Autocrop(exact, exact), OperationResult::Failed);
+
+        EXPECT_NEAR(lossy.width, 200, 6) << quality;
+        EXPECT_NEAR(lossy.height, 160, 6) << quality;
+        EXPECT_GE(lossy.width, 199) << quality;
+        EXPECT_GE(lossy.height, 159) << quality;
+        EXPECT_GT(exact.width, lossy.width) << quality;
+    }
 }
