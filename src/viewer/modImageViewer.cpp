@@ -328,9 +328,12 @@ static void ImageViewMain_Resize(Application& app, std::int32_t lView)
     frmMain& frm = app.frmMain;
     if (!frm.ImageViewMain(lView).pImage() || !frm.aFitted.at(lView))
         return;
+    if (lView != lSelectedView(frm)) {
+        frm.ImageViewMain(lView).FitToWindow();
+        return;
+    }
     FitToWindow(frm, lView);
-    if (lView == lSelectedView(frm))
-        ShowZoomAndOffset(app, lView);
+    ShowZoomAndOffset(app, lView);
 }
 
 /// A routine that belongs to one view.

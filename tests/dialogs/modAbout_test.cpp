@@ -5,7 +5,7 @@
 
 #include <regex>
 
-#include "src/dispatch/modDispatcher.h"
+#include "src/dialogs/modDialogs.h"
 #include "tests/fakes/test_application.h"
 
 namespace
@@ -14,13 +14,15 @@ namespace
 class About : public testing::Test
 {
 protected:
+    About() { ConnectDialogs(app); }
+
     void Open(const std::function<void()>& fnActs)
     {
         app.windows.on_show_modal = [this, fnActs](Form&) {
             frm.SetVisible(true);
             fnActs();
         };
-        Dispatch(app, Act::Ordinary, [this] { mnuAbout_Click(app); });
+        app.frmMainMDI.mnuAbout.UserClicks();
         EXPECT_EQ(app.windows.modal_forms.back(), &frm);
     }
 
