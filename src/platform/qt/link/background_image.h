@@ -38,6 +38,10 @@ public:
     {
         return Pass([&] { return library_.LoadFrame(file, frame, image); });
     }
+    void SetSmallestSize(std::int32_t width, std::int32_t height) override
+    {
+        library_.SetSmallestSize(width, height);
+    }
     std::int32_t GetFrameCount(const std::string& file) override
     {
         return Pass([&] { return library_.GetFrameCount(file); });
