@@ -94,13 +94,13 @@ void ValidateConversionRequest(Application& app, clsConversionOptions& objOption
 {
     if (bIsJobRequest(app, objOptions))
         return;
+    if (!bCheckFiles(app, objOptions))
+        return;
     // It would be completed to a name in the root folder.
     if (sTrim(objOptions.sTargetFile).empty() && !objOptions.bSaveInOriginalFolder) {
         objOptions.lErr = kErrEmptyFile;
         return;
     }
-    if (!bCheckFiles(app, objOptions))
-        return;
     if (sFileTypeExtension(objOptions.lTargetFileType, false).empty()) {
         objOptions.lErr = kErrTargetType;
         return;
