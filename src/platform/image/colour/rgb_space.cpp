@@ -26,7 +26,9 @@ bool HasSrgbPrimaries(const RgbSpace& space)
 
 bool IsUsable(const RgbSpace& space)
 {
-    const auto is_colour = [](const Chromaticity& c) { return c.y > 0.00001 && c.x >= 0 && c.x + c.y <= 1.2; };
+    const auto is_colour = [](const Chromaticity& c) {
+        return c.y > 0.00001 && c.x >= 0 && c.x + c.y <= 1.2;
+    };
     const double area = (space.green.x - space.red.x) * (space.blue.y - space.red.y) -
                         (space.blue.x - space.red.x) * (space.green.y - space.red.y);
     return is_colour(space.white) && is_colour(space.red) && is_colour(space.green) &&
