@@ -188,7 +188,7 @@ TEST(BadInput, ReportsAMalformedNumberInTheSettings)
         objVarnel(objFolder, {"/S", sBmp, "/T", objFolder.sPath("a.ras"), "/L", objFolder.sPath("r.txt")});
 
     EXPECT_EQ(objOutcome.lStatus, 0);
-    EXPECT_EQ(objFolder.sRead("r.txt"), "Type mismatch\n");
+    EXPECT_EQ(objFolder.sRead("r.txt"), "Type mismatch: [frmMain] cbFileTypeTarget.ListIndex\n");
 }
 
 TEST(BadInput, RejectsPipesAsSourceAndTarget)
