@@ -1,4 +1,5 @@
 // Which inputs the panel shows for each process, on which tab and with which texts.
+#include <algorithm>
 #include <string>
 #include <vector>
 

@@ -1,6 +1,8 @@
 // Begin, End and the tick.
 #include "src/scheduler/modTimer.h"
 
+#include <algorithm>
+
 #include "src/base/raised_error.h"
 #include "src/dispatch/modDispatcher.h"
 #include "tests/fakes/control_watchers.h"

@@ -1,6 +1,8 @@
 // The picture widget: levels, zoom, panning, alpha, and its view.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <QWheelEvent>
 
 #include "src/platform/qt/picture/image_view_view.h"

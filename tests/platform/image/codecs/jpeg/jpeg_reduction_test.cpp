@@ -1,6 +1,7 @@
 // JPEGs reduced while they are decoded, for resizing.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "src/platform/image/codec_image_file.h"

@@ -1,6 +1,8 @@
 // Tests of WMF records, pixel by pixel.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "src/platform/image/codecs/metafile/wmf.h"
 #include "tests/platform/image/support/image_tools.h"
 #include "tests/platform/image/support/metafile_maker.h"
