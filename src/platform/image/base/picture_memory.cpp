@@ -48,6 +48,11 @@ void ExpectLibraryMemory(std::size_t bytes)
     std::free(memory);
 }
 
+void ReturnFreedMemory()
+{
+    malloc_trim(0);
+}
+
 std::uint8_t* ReleasePages(std::uint8_t* begin, std::uint8_t* end)
 {
     const auto first_page =

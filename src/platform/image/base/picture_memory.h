@@ -23,6 +23,9 @@ void KeepPictureMemory();
 /// huge pages too. Only a hint, and only effective after KeepPictureMemory().
 void ExpectLibraryMemory(std::size_t bytes);
 
+/// Returns freed memory to the system after all. For a large block that the next step can't reuse.
+void ReturnFreedMemory();
+
 /// Returns the whole huge pages between begin and end to the system; their bytes read as 0 afterwards.
 /// Returns the end of the released range, which is begin if there was no whole page.
 std::uint8_t* ReleasePages(std::uint8_t* begin, std::uint8_t* end);

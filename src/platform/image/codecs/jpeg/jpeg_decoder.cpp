@@ -26,6 +26,7 @@ static constexpr std::size_t kRowsAtOnce = 16;
 // Bytes by which the coefficients may exceed the picture before they are freed progressively. Freeing has a
 // price: the next picture has to fault the memory in again.
 static constexpr std::uint64_t kMaxOverPicture = std::uint64_t{16} << 20;
+static constexpr std::uint64_t kWorthReturning = 8 * 1024 * 1024;  // bytes; less is kept for the next file
 
 // The whole file is in memory, so the source needs no setup, refill or cleanup.
 static void StartSource(j_decompress_ptr) {}
@@ -94,6 +95,7 @@ struct Decompressor {
     ScanBudget budget{};
     JpegCoefficients coefficients{};
     jpeg_decompress_struct jpeg{};
+    std::uint64_t held_coefficients = 0;  ///< bytes
 
     explicit Decompressor(Bytes file)
     {
@@ -107,7 +109,13 @@ struct Decompressor {
         budget.manager.progress_monitor = WatchScans;
         jpeg.err = Install(errors);
     }
-    ~Decompressor() { jpeg_destroy_decompress(&jpeg); }
+    ~Decompressor()
+    {
+        jpeg_destroy_decompress(&jpeg);
+        // The coefficients of a component are as large as a channel, and no later step asks for such a block.
+        if (held_coefficients >= kWorthReturning)
+            ReturnFreedMemory();
+    }
     Decompressor(const Decompressor&) = delete;
     Decompressor& operator=(const Decompressor&) = delete;
 
@@ -260,6 +268,7 @@ bool JpegDecoder::DecodeFrame(std::int32_t frame, ImageBuffer& image)
     if (jpeg_has_multiple_scans(&jpeg)) {
         // libjpeg keeps all coefficients until the last scan.
         const std::uint64_t coefficients = BlockCount(jpeg) * sizeof(JBLOCK);
+        decompressor.held_coefficients = coefficients;
         ExpectLibraryMemory(coefficients);
         if (coefficients > result.bytes.size() + kMaxOverPicture)
             decompressor.coefficients.Follow(jpeg);

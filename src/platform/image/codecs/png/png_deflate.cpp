@@ -41,11 +41,12 @@ bool WriteDeflated(OutputFile& out, Bytes rows)
         libdeflate_alloc_compressor(kLibraryLevel), &libdeflate_free_compressor);
     if (!compressor)
         throw std::bad_alloc();
-    PixelBytes packed;
-    ResizeFresh(packed, libdeflate_zlib_compress_bound(compressor.get(), rows.size()));
+    // Not a PixelBytes, which would make all of it resident: graphics fill only a small part.
+    const std::size_t bound = libdeflate_zlib_compress_bound(compressor.get(), rows.size());
+    const auto packed = std::make_unique_for_overwrite<std::uint8_t[]>(bound);
     const std::size_t size =
-        libdeflate_zlib_compress(compressor.get(), rows.data(), rows.size(), packed.data(), packed.size());
-    return size > 0 && WritePngChunk(out, PngType("IDAT"), Bytes(packed).first(size));
+        libdeflate_zlib_compress(compressor.get(), rows.data(), rows.size(), packed.get(), bound);
+    return size > 0 && WritePngChunk(out, PngType("IDAT"), Bytes(packed.get(), size));
 }
 
 PngDeflater::PngDeflater(OutputFile& out, std::size_t row_bytes, std::size_t rows, std::uint32_t pixel_bytes,
