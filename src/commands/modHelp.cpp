@@ -12,8 +12,8 @@ void InitializeHelpFile(Application& app)
     app.sHelpFile = "Varnel.HLP";
 }
 
-// The name stands for a document in the program's own folder. Without one there, the window services look for
-// that of the installation.
+// The help document in the program's own folder. If it is missing there, the window services fall back to the
+// installed one.
 static std::string sHelpDocument(const Application& app)
 {
     const std::string sFolder = sWithSeparator(app.svc.objProgramFolders.sOwnFolder()) + "Help";

@@ -312,7 +312,7 @@ static bool bCarryOverPages(Item& objItem, GrowingTarget& objTarget)
     return lCount > 0;
 }
 
-// Saves the only selected page as a file of its own.
+// Saves the only selected page as a single-page file.
 static Step SaveOnlyPage(Item& objItem, const std::vector<std::string>& aPages)
 {
     objItem.ImageFile1.SetMultiFrameSave(false);

@@ -73,8 +73,8 @@ static bool bMayHappen(const Application& app, Act eAct)
     }
 }
 
-// The scopes that set this state have put it back as the error left them; this makes sure of it, whoever set
-// it.
+// Scope guards have already restored this state while the error passed through them; this catches anything
+// set without a guard.
 static void PutRunStateBack(Application& app)
 {
     app.frmMain.bRunning = false;

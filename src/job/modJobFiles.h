@@ -11,7 +11,7 @@
 struct Application;
 class Grid;
 
-/// Rows loaded at most; a reload row stands in for the rest of the file.
+/// Most rows loaded at once; a reload row then loads the rest of the file.
 constexpr std::int32_t kMostRowsLoaded = 30001;
 
 /// Process number of the reload row, which loads the next slice of a long job file.

@@ -17,8 +17,8 @@ static std::string sExtensionOfTarget(const clsConversionOptions& objOptions)
     return objOptions.sTargetFile.substr(nStar + 2);
 }
 
-// The folder of a file with its separator; "" for a bare name. A folder of one component holds no separator
-// of its own and takes that of the file's path.
+// The folder of a file with its separator; "" for a bare name. A folder of one component has no separator,
+// so it takes the one in the file's path.
 static std::string sFolderOfFile(const std::string& sFile)
 {
     const std::string sFolder = sGetParentFolderName(sFile);

@@ -80,8 +80,8 @@ struct ImageMetadata {
     std::vector<std::uint8_t> iptc;  ///< IPTC-IIM datasets, the first byte being 0x1C
 };
 
-/// How a picture was reduced while it was decoded: each of its pixels stands for factor by factor pixels of
-/// the full picture. If the full size isn't a multiple of factor, the pixels of one edge reach beyond the
+/// How a picture was reduced while it was decoded: each pixel covers factor by factor pixels of the
+/// full picture. If the full size isn't a multiple of factor, the pixels of one edge reach beyond the
 /// full picture.
 struct Reduction {
     std::int32_t factor = 1;       ///< 1, 2, 4 or 8

@@ -16,7 +16,7 @@ enum class BoxAnswer { Ok, Yes, No, Cancel };
 
 enum class ButtonRole { Accept, Destructive, Reject };
 
-/// A button with a text of its own.
+/// A button with custom text.
 struct ChoiceButton {
     std::string sText;
     ButtonRole eRole = ButtonRole::Accept;

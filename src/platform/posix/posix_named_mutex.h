@@ -9,7 +9,7 @@
 #include "src/platform/files/descriptor.h"
 #include "src/platform/named_mutex.h"
 
-/// The lock file is in a folder that belongs to this user and that nobody else can write to, so no other user
+/// The lock file is in a folder that belongs to this user and that only they can write to, so no other user
 /// can hold the lock or put something in the file's place. All processes of a user use the same one. The
 /// system releases the lock when its owner ends, however that happens.
 class PosixNamedMutex : public NamedMutex

@@ -11,7 +11,7 @@
 
 #include "src/forms/editing_hooks.h"
 
-/// Has operations of its own, since those of the program may be at work for a run.
+/// Uses a separate set of operations, because a run may be using the program's.
 class PreviewWorker
 {
 public:

@@ -42,7 +42,7 @@ private:
     Observation watch_;
 };
 
-/// A form with a window of its own, which it owns.
+/// A form in its own window; owns the window.
 class FormWindow final : public FormView
 {
 public:

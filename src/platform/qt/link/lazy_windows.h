@@ -15,8 +15,8 @@
 #include "src/platform/qt/link/window_module.h"
 #include "src/platform/window_services.h"
 
-/// Opens the module libvarnel_window.so when the first form is to be shown, or the first box if boxes may
-/// open windows, and there is a display. A run that shows none doesn't load it and needs neither display nor
+/// Opens the module libvarnel_window.so on the first form shown, or on the first box if boxes may open
+/// windows, provided there is a display. A run that shows none doesn't load it and needs neither display nor
 /// toolkit. Without the module it does what HeadlessWindows does.
 class LazyWindows : public WindowServices, public Background
 {

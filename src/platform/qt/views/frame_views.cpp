@@ -56,7 +56,7 @@ void StatusBarView::PanelChanged(std::int32_t panel)
     if (!label)
         return;
     label->setText(ToQt(control_.Panel(panel)).simplified());
-    // One without a width of its own takes no room while it is empty.
+    // A panel without a fixed width takes no room while empty.
     label->setVisible(!label->text().isEmpty() || label->minimumWidth() > 0);
     const std::string& tip = control_.PanelToolTipText(panel);
     label->setToolTip(ToQt(tip.empty() ? control_.Panel(panel) : tip));

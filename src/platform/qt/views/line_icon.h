@@ -10,5 +10,5 @@
 /// greyed while disabled and in the selection's text colour while selected, and so follows light, dark and
 /// high contrast.
 QIcon LineIcon(const QString& name, QPalette::ColorRole role = QPalette::ButtonText);
-/// The same in a colour of its own while it is neither disabled nor selected.
+/// The same in the given colour, except while disabled or selected.
 QIcon ColouredIcon(const QString& name, const QColor& on_light, const QColor& on_dark);

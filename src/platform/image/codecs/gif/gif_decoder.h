@@ -51,5 +51,5 @@ private:
     PixelBytes screen_;                   ///< BGRA; A is 0 or 255
     GifDisposal disposal_ = GifDisposal::kKeep;
     Area dispose_area_{};  ///< of the last frame drawn
-    PixelBytes before_;    ///< previous contents of that area, if they are to be restored
+    PixelBytes before_;    ///< previous contents of that area, if it will be restored
 };

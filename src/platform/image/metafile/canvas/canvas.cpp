@@ -65,7 +65,7 @@ void Canvas::Compose(const Box& box, const Clip& clip, const Draw& draw, const M
     }
 }
 
-// Sends an outline's figures as they are to be filled.
+// Sends an outline's figures to be filled.
 static PolygonSource Inside(const Outline& outline)
 {
     return [&outline](const PolygonSink& sink) {
